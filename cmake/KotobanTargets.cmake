@@ -1,0 +1,34 @@
+# How this project's own targets are compiled and tested. The options stand on a target of their own, so that only
+# our code is held to them.
+add_library(kotoban_options INTERFACE)
+target_include_directories(kotoban_options INTERFACE "${CMAKE_SOURCE_DIR}/src")
+target_compile_definitions(kotoban_options INTERFACE QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_KEYWORDS)
+if(MSVC)
+    target_compile_options(kotoban_options INTERFACE /utf-8 /W4 /WX /permissive-)
+else()
+    target_compile_options(kotoban_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror)
+endif()
+
+if(KOTOBAN_SANITIZE AND NOT MSVC)
+    add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
+    add_link_options(-fsanitize=address,undefined)
+endif()
+
+# kotoban_library(<name> SOURCES <file>... [LINK <target>...])
+# A static library of one folder. LINK names all that the folder may include, and nothing else.
+function(kotoban_library name)
+    cmake_parse_arguments(ARG "" "" "SOURCES;LINK" ${ARGN})
+    add_library(${name} STATIC ${ARG_SOURCES})
+    target_link_libraries(${name} PUBLIC ${ARG_LINK} PRIVATE kotoban_options)
+endfunction()
+
+# kotoban_test(<name> LABEL <folder> SOURCES <file>... LINK <target>...)
+# A GoogleTest program, run on Qt's offscreen platform.
+function(kotoban_test name)
+    cmake_parse_arguments(ARG "" "LABEL" "SOURCES;LINK" ${ARGN})
+    add_executable(${name} ${ARG_SOURCES})
+    target_include_directories(${name} PRIVATE "${CMAKE_SOURCE_DIR}/tests")
+    target_link_libraries(${name} PRIVATE kotoban_options test_support ${ARG_LINK})
+    add_test(NAME ${name} COMMAND ${name})
+    set_tests_properties(${name} PROPERTIES LABELS "${ARG_LABEL}" TIMEOUT 300 ENVIRONMENT "QT_QPA_PLATFORM=offscreen")
+endfunction()
