@@ -2,7 +2,8 @@
 # our code is held to them.
 add_library(kotoban_options INTERFACE)
 target_include_directories(kotoban_options INTERFACE "${CMAKE_SOURCE_DIR}/src")
-target_compile_definitions(kotoban_options INTERFACE QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_KEYWORDS)
+target_compile_definitions(kotoban_options INTERFACE QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_KEYWORDS
+    QT_USE_QSTRINGBUILDER)
 if(MSVC)
     target_compile_options(kotoban_options INTERFACE /utf-8 /W4 /WX /permissive-)
 else()

@@ -1,0 +1,122 @@
+#include "app/frmLogin.h"
+
+#include "app/modUserList.h"
+#include "platform/modLog.h"
+#include "platform/modProduct.h"
+#include "settings/frmMsg.h"
+
+#include <QGridLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QScreen>
+
+using namespace Qt::Literals::StringLiterals;
+
+frmLogin::frmLogin(Desktop &desktop, frmMsg &msg, const QString &userListPath)
+    : m_desktop(desktop), m_msg(msg), m_userListPath(userListPath), lblComment(new QLabel(this)),
+      txtUserName(new QLineEdit(this)), lstUserName(new QListWidget(this))
+{
+    setObjectName(u"frmLogin"_s);
+    lblComment->setObjectName(u"lblComment"_s);
+    txtUserName->setObjectName(u"txtUserName"_s);
+    lstUserName->setObjectName(u"lstUserName"_s);
+    auto *const lblUser = new QLabel(u"利用者名(&U)："_s, this);
+    lblUser->setObjectName(u"lblUser"_s);
+    lblUser->setBuddy(txtUserName);
+    auto *const Label1 = new QLabel(u"利用者一覧(&L)："_s, this);
+    Label1->setObjectName(u"Label1"_s);
+    Label1->setBuddy(lstUserName);
+    auto *const cmdOK = new QPushButton(u"OK"_s, this);
+    cmdOK->setObjectName(u"cmdOK"_s);
+    cmdOK->setDefault(true);
+    auto *const cmdEnd = new QPushButton(u"終了(&X)"_s, this);
+    cmdEnd->setObjectName(u"cmdEnd"_s);
+    cmdEnd->setAutoDefault(false);
+    connect(lstUserName, &QListWidget::currentItemChanged, this, &frmLogin::lstUserName_Click);
+    connect(lstUserName, &QListWidget::itemClicked, this, &frmLogin::lstUserName_Click);
+    connect(lstUserName, &QListWidget::itemDoubleClicked, this, &frmLogin::cmdOK_Click);
+    connect(cmdOK, &QPushButton::clicked, this, &frmLogin::cmdOK_Click);
+    connect(cmdEnd, &QPushButton::clicked, this, &frmLogin::cmdEnd_Click);
+
+    auto *const buttons = new QVBoxLayout;
+    buttons->addWidget(cmdOK);
+    buttons->addWidget(cmdEnd);
+    buttons->addStretch();
+    auto *const grid = new QGridLayout(this);
+    grid->addWidget(lblComment, 0, 0, 1, 3);
+    grid->addWidget(lblUser, 1, 0);
+    grid->addWidget(txtUserName, 1, 1);
+    grid->addWidget(Label1, 2, 0, Qt::AlignTop);
+    grid->addWidget(lstUserName, 2, 1);
+    grid->addLayout(buttons, 1, 2, 2, 1);
+    Form_Load();
+}
+
+void frmLogin::Form_Load()
+{
+    WriteTrace(u"■frmLogin.Form_Load");
+    setWindowTitle(ProductName() + u" Ver"_s + VersionText() + u" ログイン画面"_s);
+    lblComment->setText(
+        u"利用者一覧に自分の名前があればそれを選択。\r\nなければ，自分の名前を入力してください。"_s);
+    m_names = ReadUserNames(m_userListPath);
+    lstUserName->addItems(m_names);
+    lstUserName->setCurrentRow(-1);
+    const QRect area = screen()->availableGeometry();
+    adjustSize();
+    move(area.center() - rect().center());
+}
+
+void frmLogin::showEvent(QShowEvent *event)
+{
+    QDialog::showEvent(event);
+    Form_Activate();
+}
+
+void frmLogin::Form_Activate()
+{
+    WriteTrace(u"■frmLogin.Form_Activate");
+    activateWindow();
+    txtUserName->setFocus();
+}
+
+void frmLogin::lstUserName_Click()
+{
+    WriteTrace(u"■frmLogin.lstUserName_Click");
+    if (const QListWidgetItem *const item = lstUserName->currentItem())
+        txtUserName->setText(item->text());
+}
+
+void frmLogin::cmdOK_Click()
+{
+    WriteTrace(u"■frmLogin.cmdOK_Click");
+    const QString name = txtUserName->text();
+    if (name.trimmed().isEmpty()) {
+        m_msg.DispFrmMsg(this, u"利用者名は入力必須です。"_s, MsgStyle::Ok, u"notify.wav"_s);
+        return;
+    }
+    QString error;
+    if (!IsUserListed(m_names, name) && !AppendUserName(m_userListPath, name, &error))
+        m_desktop.ShowMessage(u"利用者一覧に書き込めません。\r\n  "_s + m_userListPath + u"\r\n  "_s + error);
+    m_userName = name;
+    Leave(LoginResult::Accepted);
+}
+
+void frmLogin::cmdEnd_Click()
+{
+    WriteTrace(u"■frmLogin.cmdEnd_Click");
+    Leave(LoginResult::EndProgram);
+}
+
+LoginResult frmLogin::Ask()
+{
+    exec();
+    return m_result;
+}
+
+void frmLogin::Leave(LoginResult result)
+{
+    m_result = result;
+    hide();
+}

@@ -1,0 +1,58 @@
+// The user selection window: the learner picks a known name or types a new one.
+#pragma once
+
+#include "platform/modDesktop.h"
+
+#include <QDialog>
+
+class frmMsg;
+class QLabel;
+class QLineEdit;
+class QListWidget;
+
+/// How the user selection window was left.
+enum class LoginResult {
+    Accepted,   ///< with a name
+    Closed,     ///< by its close box: the name stays empty and the program goes on
+    EndProgram, ///< the program is to end at once
+};
+
+class frmLogin : public QDialog
+{
+    Q_OBJECT
+
+  public:
+    /// @param userListPath  the file of the users' names
+    frmLogin(Desktop &desktop, frmMsg &msg, const QString &userListPath);
+
+    /// Shows the window and waits until it is left.
+    LoginResult Ask();
+
+    /// The chosen name as it stands, blanks included; empty before one was accepted.
+    const QString &UserName() const
+    {
+        return m_userName;
+    }
+
+  protected:
+    void showEvent(QShowEvent *event) override;
+
+  private:
+    void Form_Load();
+    void Form_Activate();
+    void lstUserName_Click();
+    void cmdOK_Click();
+    void cmdEnd_Click();
+
+    void Leave(LoginResult result);
+
+    Desktop &m_desktop;
+    frmMsg &m_msg;
+    QString m_userListPath;
+    QStringList m_names;
+    QString m_userName;
+    LoginResult m_result = LoginResult::Closed;
+    QLabel *lblComment;
+    QLineEdit *txtUserName;
+    QListWidget *lstUserName;
+};

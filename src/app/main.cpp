@@ -1,0 +1,57 @@
+// Sub Main: makes each object once, prepares the run, then hands over from the user selection to the study window.
+#include "app/frmLogin.h"
+#include "app/modMain.h"
+#include "platform/frmQtDesktop.h"
+#include "platform/modFile.h"
+#include "settings/frmMsg.h"
+#include "view/frmText.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFileInfo>
+#include <QFontDatabase>
+#include <QIcon>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+/// The system's font, with Japanese ones behind it, so that kanji have their Japanese shapes in every locale.
+QFont UserInterfaceFont()
+{
+    QFont font = QApplication::font();
+    QStringList families = font.families();
+    families += {u"Yu Gothic UI"_s, u"Meiryo"_s, u"Noto Sans CJK JP"_s, u"IPAPGothic"_s, u"IPAGothic"_s};
+    font.setFamilies(families);
+    return font;
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    QApplication application(argc, argv);
+    application.setFont(UserInterfaceFont());
+    application.setWindowIcon(QIcon(u":/kotoban.png"_s));
+
+    const QString folder = QDir::toNativeSeparators(QCoreApplication::applicationDirPath());
+    const QString baseName = QFileInfo(QCoreApplication::applicationFilePath()).completeBaseName();
+    frmQtDesktop desktop;
+    const InstanceMark instance(folder);
+    const RunLog log(folder, baseName, desktop);
+    StudyDatabase database(desktop);
+    if (!PrepareRun(folder, instance, log, desktop, database))
+        return 1;
+
+    frmMsg msg(desktop, JoinPath(folder, u"wav"_s));
+    QString userName;
+    {
+        frmLogin login(desktop, msg, JoinPath(folder, u"ListUserName.txt"_s));
+        if (login.Ask() == LoginResult::EndProgram)
+            return 0;
+        userName = login.UserName();
+    }
+    frmText study(desktop, database, log, msg, {folder, JoinPath(folder, baseName + u".ini"_s), userName});
+    study.show();
+    return QApplication::exec();
+}

@@ -1,0 +1,74 @@
+// The file selection window: lists the study files and chooses one.
+#pragma once
+
+#include "files/modStudyFolder.h"
+#include "platform/modDesktop.h"
+#include "store/Sqlite3Func.h"
+
+#include <QDialog>
+
+class frmMsg;
+class QLabel;
+class QListView;
+class QPushButton;
+class StudyFileModel;
+
+/// How the file selection window was left.
+enum class FileChoice {
+    Cancelled,
+    Chosen,     ///< frmFile::ChosenPath() is the file
+    EndProgram, ///< the database is closed, and the program is to end at once
+};
+
+class frmFile : public QDialog
+{
+    Q_OBJECT
+
+  public:
+    /// @param studyFolder  full path of the folder of study files
+    frmFile(Desktop &desktop, StudyDatabase &database, frmMsg &msg, const QString &studyFolder,
+            const QString &userName, QWidget *owner);
+    ~frmFile() override;
+
+    /// Shows the window and waits until it is left. @param textEditor  the editor of the current settings
+    FileChoice Choose(const QString &textEditor);
+
+    /// Full path of the file chosen last, empty before that.
+    const QString &ChosenPath() const
+    {
+        return m_chosenPath;
+    }
+
+  protected:
+    void showEvent(QShowEvent *event) override;
+
+  private:
+    void Form_Activate();
+    void cmdSelect_Click();
+    void cmdEdit_Click();
+    void cmdRefresh_Click();
+    void cmdOpenFolder_Click();
+    void cmdCancel_Click();
+    void cmdEnd_Click();
+
+    void AddFileControls();
+    QPushButton *AddButton(const QString &name, const QString &caption, void (frmFile::*handler)());
+    void ListFiles();
+    QString SelectedName() const;
+    bool TakeSelection(bool isForPrinting, QString *name);
+    void Leave(FileChoice choice);
+
+    Desktop &m_desktop;
+    StudyDatabase &m_database;
+    frmMsg &m_msg;
+    StudyFolder m_folder;
+    QString m_userName;
+    QString m_textEditor;
+    QString m_chosenPath;
+    FileChoice m_choice = FileChoice::Cancelled;
+
+    StudyFileModel *m_files;
+    QListView *lstFile;
+    QLabel *lblFolder;
+    QLabel *lblUserName;
+};

@@ -1,0 +1,78 @@
+#include "files/modStudyFolder.h"
+
+#include "platform/modFile.h"
+#include "text/modCheckText.h"
+#include "text/modReadText.h"
+
+#include <QDir>
+
+#include <algorithm>
+
+using namespace Qt::Literals::StringLiterals;
+
+StudyFolder::StudyFolder(const QString &path) : m_path(path)
+{
+}
+
+void StudyFolder::Refresh()
+{
+    QHash<QString, Entry> entries;
+    m_names.clear();
+    for (const QFileInfo &info : QDir(m_path).entryInfoList({u"*.txt"_s}, QDir::Files, QDir::NoSort)) {
+        const QString name = info.fileName();
+        const Entry known = m_entries.value(name, Entry{-1, QDateTime(), false, QString()});
+        const bool isSame = known.size == info.size() && known.modified == info.lastModified();
+        entries.insert(name, isSame ? known : Entry{info.size(), info.lastModified(), false, QString()});
+        m_names += name;
+    }
+    m_entries = entries;
+    std::sort(m_names.begin(), m_names.end());
+}
+
+QString StudyFolder::PathOf(const QString &name) const
+{
+    return JoinPath(m_path, name);
+}
+
+QString StudyFolder::Fault(const QString &name)
+{
+    const auto entry = m_entries.find(name);
+    if (entry == m_entries.end())
+        return QString();
+    if (!entry->isChecked) {
+        entry->fault = FileFault(PathOf(name));
+        entry->isChecked = true;
+    }
+    return entry->fault;
+}
+
+QString FileFault(const QString &path)
+{
+    QByteArray bytes;
+    QString message;
+    int line = 0;
+    if (!ReadWholeFile(path, &bytes, &message))
+        return u"読み込み不可"_s;
+    if (!CheckTextEncoding(path, bytes, &message))
+        return u"文字コード＝"_s + FileCharCodeName(bytes);
+    StudyLines rawLines;
+    StudyLines lines;
+    ReadAllLines(bytes, &rawLines);
+    ExpandTabs(rawLines, &lines);
+    if (!CheckLineBytes(lines, MaxLineBytes, &message, &line))
+        return QString::number(line) + u'行' + QString::number(MaxLineBytes) + u"バイト超過"_s;
+    if (!CheckBracketCount(lines, &message, &line) || !CheckBracketOrder(lines, &message, &line))
+        return QString::number(line) + u"行[ ]指定異常"_s;
+    return QString();
+}
+
+bool CheckSelection(const QString &selected, bool isForPrinting, QString *message)
+{
+    if (selected.isEmpty())
+        *message = u"ファイルを一つ選択してください。"_s;
+    else if (isForPrinting && selected.endsWith(u"_印刷用.txt"))
+        *message = u"印刷用ファイル以外を一つ選択してください。"_s;
+    else
+        return true;
+    return false;
+}

@@ -1,0 +1,45 @@
+#include "platform/frmQtDesktop.h"
+
+#include "platform/modProcess.h"
+#include "platform/modShell.h"
+
+#include <QApplication>
+#include <QMessageBox>
+
+void frmQtDesktop::SetApplicationTitle(const QString &title)
+{
+    m_title = title;
+}
+
+void frmQtDesktop::ShowMessage(const QString &text)
+{
+    ShowMessage(text, m_title.isEmpty() ? QApplication::applicationName() : m_title);
+}
+
+void frmQtDesktop::ShowMessage(const QString &text, const QString &title)
+{
+    QMessageBox box(QMessageBox::NoIcon, title, text, QMessageBox::Ok, QApplication::activeWindow());
+    box.setTextFormat(Qt::PlainText); // the text of a study file is no markup
+    box.setObjectName(QStringLiteral("msgBox"));
+    box.exec();
+}
+
+void frmQtDesktop::PlaySoundFile(const QString &path)
+{
+    m_sound.Play(path);
+}
+
+bool frmQtDesktop::OpenWithShell(const QString &path, const QString &workingFolder)
+{
+    return ShellOpen(path, workingFolder);
+}
+
+bool frmQtDesktop::StartCommandLine(const QString &commandLine)
+{
+    return StartProcess(commandLine);
+}
+
+QDateTime frmQtDesktop::Now() const
+{
+    return QDateTime::currentDateTime();
+}

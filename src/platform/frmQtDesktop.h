@@ -1,0 +1,21 @@
+// The desktop that the program really runs on.
+#pragma once
+
+#include "platform/modDesktop.h"
+#include "platform/modSound.h"
+
+class frmQtDesktop : public Desktop
+{
+  public:
+    void SetApplicationTitle(const QString &title) override;
+    void ShowMessage(const QString &text) override;
+    void ShowMessage(const QString &text, const QString &title) override;
+    void PlaySoundFile(const QString &path) override;
+    bool OpenWithShell(const QString &path, const QString &workingFolder) override;
+    bool StartCommandLine(const QString &commandLine) override;
+    QDateTime Now() const override;
+
+  private:
+    QString m_title;
+    SoundPlayer m_sound;
+};

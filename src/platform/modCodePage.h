@@ -1,0 +1,22 @@
+// Text in code page 932 (Shift_JIS with the extensions of NEC and IBM, as Windows uses it), the code page of every text
+// file that the program reads or writes. The table is the system's own: 0x5C is "\", 0x8160 is U+FF5E.
+#pragma once
+
+#include <QByteArray>
+#include <QByteArrayView>
+#include <QString>
+#include <QStringView>
+
+/// Bytes of code page 932 as text. Every byte that the code page cannot decode becomes one U+FFFD; both bytes of an
+/// unassigned pair count as such.
+QString FromCodePage932(QByteArrayView bytes);
+
+/// Text as bytes of code page 932. A character that the code page lacks becomes "?".
+QByteArray ToCodePage932(QStringView text);
+
+/// Length of a text in bytes of code page 932: 1 for a half-width character and for one that the code page lacks, 2 for
+/// a full-width one.
+qsizetype GetByteLength(QStringView text);
+
+/// Whether a character takes two bytes in code page 932 and with it two half-width cells on the page.
+bool IsDoubleByte(QChar character);

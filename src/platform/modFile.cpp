@@ -1,0 +1,32 @@
+#include "platform/modFile.h"
+
+#include <QDir>
+#include <QFile>
+#include <QSaveFile>
+
+QString JoinPath(const QString &folder, const QString &name)
+{
+    return QDir::toNativeSeparators(folder) + QDir::separator() + name;
+}
+
+bool ReadWholeFile(const QString &path, QByteArray *bytes, QString *error)
+{
+    QFile file(path);
+    bytes->clear();
+    if (file.open(QIODevice::ReadOnly))
+        *bytes = file.readAll();
+    if (file.error() == QFileDevice::NoError)
+        return true;
+    *error = file.errorString();
+    bytes->clear();
+    return false;
+}
+
+bool ReplaceFile(const QString &path, const QByteArray &bytes, QString *error)
+{
+    QSaveFile file(path);
+    if (file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit())
+        return true;
+    *error = file.errorString();
+    return false;
+}

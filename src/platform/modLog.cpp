@@ -1,0 +1,55 @@
+#include "platform/modLog.h"
+
+#include "platform/modCodePage.h"
+#include "platform/modDateText.h"
+#include "platform/modFile.h"
+#include "platform/modProduct.h"
+
+#include <QFile>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+bool WriteText(const QString &path, QIODevice::OpenMode mode, const QString &text, QString *error)
+{
+    QFile file(path);
+    const QByteArray bytes = ToCodePage932(text);
+    if (file.open(mode) && file.write(bytes) == bytes.size() && file.flush())
+        return true;
+    *error = file.errorString();
+    return false;
+}
+
+} // namespace
+
+RunLog::RunLog(const QString &applicationFolder, const QString &baseName, const Desktop &desktop)
+    : m_path(JoinPath(applicationFolder, baseName + u"_log.txt"_s)), m_baseName(baseName), m_desktop(desktop)
+{
+}
+
+bool RunLog::WriteYmdLogStart(QString *error) const
+{
+    const QString header = m_baseName + u".exe　Ver"_s + VersionText() + u"\r\n"_s +
+                           DateWithWeekday(m_desktop.Now().date()) + u"\r\n"_s;
+    return WriteText(m_path, QIODevice::WriteOnly | QIODevice::Truncate, header, error);
+}
+
+bool RunLog::WriteLog(const QString &message, QString *error) const
+{
+    const QString entry = TimeText(m_desktop.Now()) + u' ' + message + u"\r\n"_s;
+    return WriteText(m_path, QIODevice::WriteOnly | QIODevice::Append, entry, error);
+}
+
+QString RunLog::Path() const
+{
+    return m_path;
+}
+
+void WriteTrace(QStringView)
+{
+}
+
+void TraceSetup()
+{
+}

@@ -1,0 +1,9 @@
+#include "platform/modProcess.h"
+
+#include <QFileInfo>
+#include <QStandardPaths>
+
+bool ProgramExists(const QString &name)
+{
+    return QFileInfo(name).isFile() || !QStandardPaths::findExecutable(name).isEmpty();
+}

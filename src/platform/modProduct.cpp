@@ -1,0 +1,13 @@
+#include "platform/modProduct.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+QString ProductName()
+{
+    return u"瞬記帳"_s;
+}
+
+QString VersionText()
+{
+    return QStringLiteral(KOTOBAN_VERSION);
+}

@@ -1,0 +1,17 @@
+// Private profile ("ini") files as Windows reads and writes them: "[section]" lines, "key=value" lines below them,
+// comments from ";" on. Names ignore case; blanks around names and values and one pair of quotes around a value do not
+// count; the first section and the first key of a name hold. Code page 932.
+#pragma once
+
+#include <QString>
+
+/// Reads one value.
+/// @param maxLength  longest text returned, in characters; a longer value is cut without a word
+/// @return the value up to its first NUL character; defaultText when the file, the section or the key is missing
+QString ReadProfile(const QString &path, const QString &section, const QString &key, const QString &defaultText,
+                    qsizetype maxLength);
+
+/// Writes one value, and makes the file, the section or the key where they are missing. Every other line keeps its
+/// place and its bytes. The file is replaced at one stroke.
+/// @return false when it could not be written; the old file is then still there, whole
+bool WriteProfile(const QString &path, const QString &section, const QString &key, const QString &value);

@@ -1,0 +1,22 @@
+// Plays one sound at a time.
+#pragma once
+
+#include <QString>
+
+#include <memory>
+
+class SoundPlayer
+{
+  public:
+    SoundPlayer();
+    ~SoundPlayer();
+    Q_DISABLE_COPY_MOVE(SoundPlayer)
+
+    /// Starts playing a WAVE file and returns at once; a sound that still plays is stopped. A missing file or sound
+    /// device is silent. Nothing is loaded before the first sound.
+    void Play(const QString &path);
+
+  private:
+    struct Running;
+    std::unique_ptr<Running> m_running;
+};

@@ -1,0 +1,51 @@
+#include "platform/modSound.h"
+
+#include <QFileInfo>
+#include <QProcess>
+#include <QStandardPaths>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+/// The desktop's own player, a sound server's before the bare device's; empty when there is none.
+QString FindPlayer()
+{
+    for (const QString &name : {u"paplay"_s, u"pw-play"_s, u"aplay"_s}) {
+        const QString program = QStandardPaths::findExecutable(name);
+        if (!program.isEmpty())
+            return program;
+    }
+    return QString();
+}
+
+} // namespace
+
+// A player process rather than a sound library in this one: it starts in no time, waits for no sound server on the
+// window's thread and cannot bring the program down.
+struct SoundPlayer::Running
+{
+    QProcess process;
+
+    ~Running()
+    {
+        process.kill();
+        process.waitForFinished(200);
+    }
+};
+
+SoundPlayer::SoundPlayer() = default;
+SoundPlayer::~SoundPlayer() = default;
+
+void SoundPlayer::Play(const QString &path)
+{
+    m_running.reset();
+    const QString player = FindPlayer();
+    if (player.isEmpty() || !QFileInfo::exists(path))
+        return;
+    m_running = std::make_unique<Running>();
+    m_running->process.setStandardInputFile(QProcess::nullDevice());
+    m_running->process.setStandardOutputFile(QProcess::nullDevice());
+    m_running->process.setStandardErrorFile(QProcess::nullDevice());
+    m_running->process.start(player, {path});
+}

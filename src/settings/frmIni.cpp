@@ -1,0 +1,170 @@
+#include "settings/frmIni.h"
+
+#include "platform/modLog.h"
+#include "settings/frmMsg.h"
+#include "settings/modEditor.h"
+
+#include <QCheckBox>
+#include <QDir>
+#include <QFileDialog>
+#include <QGridLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+constexpr float FontSizes[] = {9.75f, 11.25f, 12.75f};
+
+QPushButton *NewButton(const QString &name, const QString &caption, QWidget *parent)
+{
+    auto *const button = new QPushButton(caption, parent);
+    button->setObjectName(name);
+    button->setAutoDefault(false);
+    return button;
+}
+
+} // namespace
+
+frmIni::frmIni(Desktop &desktop, frmMsg &msg, const Settings &defaults, const Settings &upper, QWidget *owner)
+    : QDialog(owner), m_desktop(desktop), m_msg(msg), m_defaults(defaults), m_upper(upper),
+      txtLineSpace(new QLineEdit(this)), lblLSpaceRange(new QLabel(LineSpaceRange(defaults, upper), this)),
+      txtTextEditor(new QLineEdit(this)), chkDispLineNum(new QCheckBox(u"行番号を表示する(&N)"_s, this))
+{
+    setObjectName(u"frmIni"_s);
+    setWindowTitle(u"設定"_s);
+    AddControls();
+}
+
+void frmIni::AddControls()
+{
+    txtLineSpace->setObjectName(u"txtLineSpace"_s);
+    txtLineSpace->setMaximumWidth(60);
+    lblLSpaceRange->setObjectName(u"lblLSpaceRange"_s);
+    txtTextEditor->setObjectName(u"txtTextEditor"_s);
+    txtTextEditor->setMinimumWidth(320);
+    txtTextEditor->setMaxLength(LongestSetting);
+    chkDispLineNum->setObjectName(u"chkDispLineNum"_s);
+
+    auto *const fontSizes = new QHBoxLayout;
+    for (int i = 0; i < 3; ++i) {
+        optFontSize[i] = new QRadioButton(FontSizeText(FontSizes[i]), this);
+        optFontSize[i]->setObjectName(u"optFontSize"_s + QString::number(i));
+        fontSizes->addWidget(optFontSize[i]);
+    }
+    fontSizes->addStretch();
+
+    auto *const lineSpace = new QHBoxLayout;
+    lineSpace->addWidget(txtLineSpace);
+    lineSpace->addWidget(lblLSpaceRange);
+    lineSpace->addStretch();
+
+    QPushButton *const cmdBrowse = NewButton(u"cmdBrowse"_s, u"参照(&B)..."_s, this);
+    QPushButton *const cmdRunEditor = NewButton(u"cmdRunEditor"_s, u"起動してみる(&R)"_s, this);
+    QPushButton *const cmdChangeSetting = NewButton(u"cmdChangeSetting"_s, u"設定を変更(&S)"_s, this);
+    QPushButton *const cmdCancel = NewButton(u"cmdCancel"_s, u"キャンセル"_s, this);
+    cmdChangeSetting->setDefault(true);
+    connect(cmdBrowse, &QPushButton::clicked, this, &frmIni::cmdBrowse_Click);
+    connect(cmdRunEditor, &QPushButton::clicked, this, &frmIni::cmdRunEditor_Click);
+    connect(cmdChangeSetting, &QPushButton::clicked, this, &frmIni::cmdChangeSetting_Click);
+    connect(cmdCancel, &QPushButton::clicked, this, &frmIni::cmdCancel_Click);
+
+    auto *const editorButtons = new QHBoxLayout;
+    editorButtons->addWidget(cmdBrowse);
+    editorButtons->addWidget(cmdRunEditor);
+    editorButtons->addStretch();
+    auto *const buttons = new QHBoxLayout;
+    buttons->addStretch();
+    buttons->addWidget(cmdChangeSetting);
+    buttons->addWidget(cmdCancel);
+
+    auto *const grid = new QGridLayout(this);
+    grid->addWidget(new QLabel(u"フォントサイズ："_s, this), 0, 0);
+    grid->addLayout(fontSizes, 0, 1);
+    grid->addWidget(new QLabel(u"行間："_s, this), 1, 0);
+    grid->addLayout(lineSpace, 1, 1);
+    grid->addWidget(new QLabel(u"テキストエディタ："_s, this), 2, 0);
+    grid->addWidget(txtTextEditor, 2, 1);
+    grid->addLayout(editorButtons, 3, 1);
+    grid->addWidget(chkDispLineNum, 4, 1);
+    grid->setRowMinimumHeight(5, 12);
+    grid->addLayout(buttons, 6, 0, 1, 2);
+}
+
+bool frmIni::Edit(Settings *settings)
+{
+    ShowSettings(*settings);
+    if (exec() != QDialog::Accepted)
+        return false;
+    *settings = TakeSettings(*settings);
+    return true;
+}
+
+void frmIni::ShowSettings(const Settings &settings)
+{
+    for (int i = 0; i < 3; ++i)
+        optFontSize[i]->setChecked(settings.FontSize == FontSizes[i]);
+    txtLineSpace->setText(QString::number(settings.LineSpace));
+    txtTextEditor->setText(settings.TextEditor);
+    chkDispLineNum->setChecked(settings.bolDispLineNum);
+}
+
+Settings frmIni::TakeSettings(const Settings &before) const
+{
+    Settings settings = before;
+    settings.FontSize = optFontSize[0]->isChecked()   ? FontSizes[0]
+                        : optFontSize[1]->isChecked() ? FontSizes[1]
+                                                      : FontSizes[2];
+    settings.LineSpace = txtLineSpace->text().toInt();
+    settings.TextEditor = txtTextEditor->text();
+    settings.bolDispLineNum = chkDispLineNum->isChecked();
+    return settings;
+}
+
+void frmIni::cmdRunEditor_Click()
+{
+    WriteTrace(u"■frmIni.cmdRunEditor_Click");
+    const QString editor = txtTextEditor->text();
+    if (editor.isEmpty())
+        m_desktop.ShowMessage(u"エディタが指定されていません"_s);
+    else if (!IsEditorUsable(editor))
+        m_desktop.ShowMessage(u"エディタが見つかりません"_s);
+    else
+        StartOrReport(m_desktop, editor);
+}
+
+void frmIni::cmdBrowse_Click()
+{
+    WriteTrace(u"■frmIni.cmdBrowse_Click");
+    const QString path = QFileDialog::getOpenFileName(this, u"テキストエディタの選択"_s);
+    if (!path.isEmpty())
+        txtTextEditor->setText(QDir::toNativeSeparators(path));
+}
+
+void frmIni::cmdChangeSetting_Click()
+{
+    WriteTrace(u"■frmIni.cmdChangeSetting_Click");
+    if (!IsLineSpaceValid(txtLineSpace->text(), m_defaults, m_upper)) {
+        m_msg.DispFrmMsg(this, LineSpaceRefusal(txtLineSpace->text(), m_defaults, m_upper), MsgStyle::Ok,
+                         u"notify.wav"_s);
+        txtLineSpace->setFocus();
+        txtLineSpace->selectAll();
+        return;
+    }
+    if (!IsEditorUsable(txtTextEditor->text())) {
+        m_desktop.ShowMessage(u"次のテキストエディタが見つかりません。\r\n  "_s + txtTextEditor->text() +
+                              u"\r\nメモ帳をテキストエディタに指定します。"_s);
+        txtTextEditor->setText(m_defaults.TextEditor);
+    }
+    m_msg.PlayNamedSound(u"start.wav"_s);
+    accept();
+}
+
+void frmIni::cmdCancel_Click()
+{
+    WriteTrace(u"■frmIni.cmdCancel_Click");
+    reject();
+}

@@ -1,0 +1,47 @@
+// The settings window.
+#pragma once
+
+#include "platform/modDesktop.h"
+#include "settings/modSettings.h"
+
+#include <QDialog>
+
+class frmMsg;
+class QCheckBox;
+class QLabel;
+class QLineEdit;
+class QRadioButton;
+
+class frmIni : public QDialog
+{
+    Q_OBJECT
+
+  public:
+    /// @param defaults, upper  bounds that the window names and keeps to
+    frmIni(Desktop &desktop, frmMsg &msg, const Settings &defaults, const Settings &upper, QWidget *owner);
+
+    /// Shows the settings and waits until the window is left.
+    /// @param settings  taken over from the controls when the learner confirms; FormLeft stays as it is
+    /// @return whether the learner confirmed
+    bool Edit(Settings *settings);
+
+  private:
+    void cmdRunEditor_Click();
+    void cmdBrowse_Click();
+    void cmdChangeSetting_Click();
+    void cmdCancel_Click();
+
+    void AddControls();
+    void ShowSettings(const Settings &settings);
+    Settings TakeSettings(const Settings &before) const;
+
+    Desktop &m_desktop;
+    frmMsg &m_msg;
+    Settings m_defaults;
+    Settings m_upper;
+    QRadioButton *optFontSize[3];
+    QLineEdit *txtLineSpace;
+    QLabel *lblLSpaceRange;
+    QLineEdit *txtTextEditor;
+    QCheckBox *chkDispLineNum;
+};

@@ -1,0 +1,177 @@
+#include "settings/frmMsg.h"
+
+#include "platform/modFile.h"
+#include "platform/modLog.h"
+#include "platform/modProduct.h"
+
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QPushButton>
+#include <QScreen>
+#include <QTimer>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+constexpr int TimerMs = 300;
+constexpr int LabelLeftPx = 14;
+constexpr int LabelTopPx = 14;
+constexpr int RightOfLabelPx = 10;
+constexpr int BelowLabelPx = 60;
+constexpr int BelowButtonsPx = 3;
+constexpr int ButtonGapPx = 12;
+constexpr int ButtonWidthPx = 96;
+
+/// A message may quote a line of a file that is no text at all; nobody reads that much of it.
+QString WithLongLinesCut(const QString &message)
+{
+    constexpr qsizetype longestLine = 300;
+    QStringList lines = message.split(u"\r\n"_s);
+    for (QString &line : lines)
+        if (line.size() > longestLine)
+            line = line.left(longestLine) + u'…';
+    return lines.join(u'\n');
+}
+
+} // namespace
+
+frmMsg::frmMsg(Desktop &desktop, const QString &soundFolder)
+    : m_desktop(desktop), m_soundFolder(soundFolder), lblMsg(new QLabel(this)), cmdOK(new QPushButton(this)),
+      cmdCancel(new QPushButton(this)), Timer1(new QTimer(this))
+{
+    setObjectName(u"frmMsg"_s);
+    lblMsg->setObjectName(u"lblMsg"_s);
+    cmdOK->setObjectName(u"cmdOK"_s);
+    cmdCancel->setObjectName(u"cmdCancel"_s);
+    lblMsg->setTextFormat(Qt::PlainText);
+    cmdOK->setText(u"OK"_s);
+    cmdCancel->setText(u"キャンセル"_s);
+    cmdOK->setDefault(true);
+    Timer1->setSingleShot(true);
+    Timer1->setInterval(TimerMs);
+    connect(cmdOK, &QPushButton::clicked, this, &frmMsg::cmdOK_Click);
+    connect(cmdCancel, &QPushButton::clicked, this, &frmMsg::cmdCancel_Click);
+    connect(Timer1, &QTimer::timeout, this, &frmMsg::Timer1_Timer);
+}
+
+int frmMsg::DispFrmMsg(QWidget *owner, const QString &message, int style, const QString &soundName)
+{
+    m_result = MsgResult::None;
+    setParent(owner, Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint);
+    setWindowTitle(ProductName());
+    lblMsg->setText(WithLongLinesCut(message));
+    SelectButtons(style);
+    LayOut();
+    PlaceOver(owner);
+    PlayNamedSound(soundName);
+    cmdOK->setEnabled(false);
+    cmdCancel->setEnabled(false);
+    Timer1->start();
+    exec();
+    Timer1->stop();
+    // The dialog outlives every window that asks.
+    setParent(nullptr, windowFlags());
+    return m_result;
+}
+
+void frmMsg::PlayNamedSound(const QString &soundName)
+{
+    m_desktop.PlaySoundFile(soundName.contains(u'\\') ? soundName : JoinPath(m_soundFolder, soundName));
+}
+
+// Escape says no, or OK where there is nothing else to say, but like every answer only once the buttons are enabled.
+void frmMsg::keyPressEvent(QKeyEvent *event)
+{
+    if (event->key() != Qt::Key_Escape) {
+        QDialog::keyPressEvent(event);
+        return;
+    }
+    QPushButton *const button = cmdCancel->isHidden() ? cmdOK : cmdCancel;
+    button->click();
+}
+
+void frmMsg::SelectButtons(int style)
+{
+    switch (style) {
+    case MsgStyle::Ok:
+    case MsgStyle::OkCancel:
+        cmdOK->setText(u"OK"_s);
+        cmdCancel->setText(u"キャンセル"_s);
+        cmdCancel->setHidden(style == MsgStyle::Ok);
+        break;
+    case MsgStyle::YesNo:
+        cmdOK->setText(u"はい"_s);
+        cmdCancel->setText(u"いいえ"_s);
+        cmdCancel->setHidden(false);
+        break;
+    default:
+        m_desktop.ShowMessage(u"err!"_s, QString());
+        cmdOK->setText(u"OK"_s);
+        cmdCancel->setText(u"キャンセル"_s);
+        cmdCancel->setHidden(false);
+    }
+}
+
+void frmMsg::LayOut()
+{
+    const int widest = (screen() ? screen() : QGuiApplication::primaryScreen())->availableSize().width() * 4 / 5;
+    lblMsg->setWordWrap(false);
+    lblMsg->setMinimumSize(0, 0);
+    lblMsg->setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
+    QSize size = lblMsg->sizeHint();
+    if (size.width() > widest) {
+        lblMsg->setWordWrap(true);
+        size = QSize(widest, lblMsg->heightForWidth(widest));
+    }
+    lblMsg->setGeometry(LabelLeftPx, LabelTopPx, size.width(), size.height());
+
+    const QSize button(qMax(ButtonWidthPx, cmdCancel->sizeHint().width()), cmdOK->sizeHint().height());
+    const bool two = !cmdCancel->isHidden();
+    const int buttonsWidth = two ? 2 * button.width() + ButtonGapPx : button.width();
+    // A short text must not cut the buttons off.
+    const int width = qMax(LabelLeftPx + size.width() + RightOfLabelPx, buttonsWidth + 2 * LabelLeftPx);
+    const int height = LabelTopPx + size.height() + BelowLabelPx;
+    setFixedSize(width, height);
+    const int left = (width - buttonsWidth) / 2;
+    const int top = height - BelowButtonsPx - button.height();
+    cmdOK->setGeometry(QRect(QPoint(left, top), button));
+    cmdCancel->setGeometry(QRect(QPoint(left + button.width() + ButtonGapPx, top), button));
+}
+
+void frmMsg::PlaceOver(const QWidget *owner)
+{
+    const QRect over = owner ? owner->window()->frameGeometry() : QGuiApplication::primaryScreen()->availableGeometry();
+    const QRect screenArea = (owner ? owner->screen() : QGuiApplication::primaryScreen())->availableGeometry();
+    const int left = over.left() + (over.width() - width()) / 2;
+    const int top = over.top() + (over.height() - height()) / 8;
+    move(qMax(screenArea.left(), qMin(left, screenArea.right() + 1 - width())),
+         qMax(screenArea.top(), qMin(top, screenArea.bottom() + 1 - height())));
+}
+
+void frmMsg::Answer(int result)
+{
+    m_result = result;
+    hide();
+}
+
+void frmMsg::cmdOK_Click()
+{
+    WriteTrace(u"■frmMsg.cmdOK_Click");
+    Answer(MsgResult::Ok);
+}
+
+void frmMsg::cmdCancel_Click()
+{
+    WriteTrace(u"■frmMsg.cmdCancel_Click");
+    Answer(MsgResult::Cancel);
+}
+
+void frmMsg::Timer1_Timer()
+{
+    WriteTrace(u"■frmMsg.Timer1_Timer");
+    cmdOK->setEnabled(true);
+    cmdCancel->setEnabled(true);
+    cmdOK->setFocus();
+}

@@ -1,0 +1,65 @@
+// The program's own message dialog. It is as large as its text, stands over the window that asks, plays a sound as it
+// opens and takes no answer before its timer has fired once, so that a key press still meant for the study window
+// cannot answer it by accident.
+#pragma once
+
+#include "platform/modDesktop.h"
+
+#include <QDialog>
+
+class QLabel;
+class QPushButton;
+class QTimer;
+
+/// Which buttons the dialog shows; the values are those of the system's message box.
+namespace MsgStyle {
+constexpr int Ok = 0;
+constexpr int OkCancel = 1;
+constexpr int YesNo = 4;
+} // namespace MsgStyle
+
+/// What the learner answered.
+namespace MsgResult {
+constexpr int None = 0; ///< closed without an answer
+constexpr int Ok = 1;   ///< OK or yes
+constexpr int Cancel = 2;
+} // namespace MsgResult
+
+class frmMsg : public QDialog
+{
+    Q_OBJECT
+
+  public:
+    /// @param soundFolder  folder of the sounds that are named without one
+    frmMsg(Desktop &desktop, const QString &soundFolder);
+
+    /// Asks and waits for the answer. One dialog serves all calls; each lays it out from scratch.
+    /// @param message  lines separated by CR LF
+    /// @param style  a MsgStyle; for any other value a message box "err!" comes first and the buttons stay as they are
+    /// @param soundName  a name is looked up in the sound folder, a path with a backslash is used as given
+    /// @return a MsgResult
+    int DispFrmMsg(QWidget *owner, const QString &message, int style, const QString &soundName);
+
+    /// Plays a sound by the same rule of names.
+    void PlayNamedSound(const QString &soundName);
+
+  protected:
+    void keyPressEvent(QKeyEvent *event) override;
+
+  private:
+    void SelectButtons(int style);
+    void LayOut();
+    void PlaceOver(const QWidget *owner);
+    void Answer(int result);
+    void cmdOK_Click();
+    void cmdCancel_Click();
+    void Timer1_Timer();
+
+    Desktop &m_desktop;
+    QString m_soundFolder;
+    QLabel *lblMsg;
+    QPushButton *cmdOK;
+    QPushButton *cmdCancel;
+    QTimer *Timer1;
+    int m_result = MsgResult::None;
+};

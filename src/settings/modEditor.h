@@ -1,0 +1,16 @@
+// The command line that opens a study file in the learner's text editor.
+#pragma once
+
+#include "platform/modDesktop.h"
+
+/// Command line that opens a file. hidemaru.exe, sakura.exe and terapad.exe, found anywhere in the editor's text in any
+/// case and in this order, are given the line too; any other editor is given the file alone. The editor's text itself
+/// is not quoted.
+/// @param line  1-based line to jump to
+QString EditorCommandLine(const QString &editor, const QString &file, int line);
+
+/// Opens a file in the editor without waiting for it; says so in a message box when the editor cannot be started.
+void OpenInEditor(Desktop &desktop, const QString &editor, const QString &file, int line);
+
+/// Starts a command line without waiting for it; says so in a message box when it cannot be started.
+void StartOrReport(Desktop &desktop, const QString &commandLine);

@@ -1,0 +1,159 @@
+#include "settings/modSettings.h"
+
+#include "platform/modLog.h"
+#include "platform/modProcess.h"
+#include "platform/modProfile.h"
+
+#include <QFileInfo>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+const QString DefaultEditor = u"notepad.exe"_s;
+
+void RepairFontSize(const QString &text, const Settings &defaults, Settings *settings, QStringList *messages)
+{
+    bool isNumber = false;
+    settings->FontSize = text.toFloat(&isNumber);
+    if (isNumber && IsFontSizeOffered(settings->FontSize))
+        return;
+    settings->FontSize = defaults.FontSize;
+    *messages += OutOfRangeMessage(u"フォントサイズ："_s, text, FontSizeText(defaults.FontSize));
+}
+
+bool IsWholeNumberWithin(const QString &text, int lowest, int highest)
+{
+    bool isNumber = false;
+    const int number = text.toInt(&isNumber);
+    return isNumber && number >= lowest && number <= highest;
+}
+
+/// Reads a whole number within [lowest, highest]; any other text gives the lowest, which is the default, and a message.
+int RepairNumber(const QString &text, int lowest, int highest, const QString &label, QStringList *messages)
+{
+    if (IsWholeNumberWithin(text, lowest, highest))
+        return text.toInt();
+    *messages += OutOfRangeMessage(label, text, QString::number(lowest));
+    return lowest;
+}
+
+} // namespace
+
+Settings DefaultSettings()
+{
+    return Settings();
+}
+
+Settings UpperBounds(int formLeft)
+{
+    Settings upper;
+    upper.FontSize = 12.75f;
+    upper.LineSpace = 6;
+    upper.FormLeft = formLeft;
+    return upper;
+}
+
+bool IsFontSizeOffered(float points)
+{
+    return points == 9.75f || points == 11.25f || points == 12.75f;
+}
+
+QString FontSizeText(float points)
+{
+    return QString::number(double(points), 'g', 6);
+}
+
+QString LineSpaceRange(const Settings &lower, const Settings &upper)
+{
+    return u'(' + QString::number(lower.LineSpace) + u'-' + QString::number(upper.LineSpace) + u')';
+}
+
+bool IsLineSpaceValid(const QString &text, const Settings &lower, const Settings &upper)
+{
+    return IsWholeNumberWithin(text, lower.LineSpace, upper.LineSpace);
+}
+
+QString LineSpaceRefusal(const QString &text, const Settings &lower, const Settings &upper)
+{
+    return u"行間の設定値が範囲外です。\r\n    行間："_s + text + u"\r\n"_s + LineSpaceRange(lower, upper) +
+           u"の整数を指定してください。\r\n"_s;
+}
+
+QString OutOfRangeMessage(const QString &label, const QString &value, const QString &defaultText)
+{
+    return u"iniファイルの設定値が範囲外でした。\r\n    "_s + label + value + u"\r\nデフォルト値"_s + defaultText +
+           u"に設定します。\r\n"_s;
+}
+
+QString EditorMissingMessage(const QString &editor)
+{
+    return u"指定のテキストエディタが見つかりません。\r\n    テキストエディタ："_s + editor + u"\r\nデフォルト値"_s +
+           DefaultEditor + u"に設定します。\r\n"_s;
+}
+
+bool IsEditorUsable(const QString &editor)
+{
+    return editor.compare(DefaultEditor, Qt::CaseInsensitive) == 0 || ProgramExists(editor);
+}
+
+SettingsFile::SettingsFile(const QString &path) : m_path(path)
+{
+}
+
+bool SettingsFile::Exists() const
+{
+    return QFileInfo::exists(m_path);
+}
+
+Settings SettingsFile::Read(const Settings &defaults, const Settings &upper, QStringList *messages) const
+{
+    Settings settings;
+    RepairFontSize(ReadIni(u"FontSize"_s, FontSizeText(defaults.FontSize)), defaults, &settings, messages);
+    settings.LineSpace = RepairNumber(ReadIni(u"LineSpace"_s, QString::number(defaults.LineSpace)), defaults.LineSpace,
+                                      upper.LineSpace, u"行間："_s, messages);
+    settings.FormLeft = RepairNumber(ReadIni(u"FormLeft"_s, QString::number(defaults.FormLeft)), defaults.FormLeft,
+                                     upper.FormLeft, u"フォームLeft："_s, messages);
+    settings.TextEditor = ReadIni(u"TextEditor"_s, defaults.TextEditor);
+    if (settings.TextEditor.isEmpty())
+        settings.TextEditor = DefaultEditor;
+    if (!IsEditorUsable(settings.TextEditor)) {
+        *messages += EditorMissingMessage(settings.TextEditor);
+        settings.TextEditor = DefaultEditor;
+    }
+    const QString lineNumbers = ReadIni(u"bolDispLineNum"_s, defaults.bolDispLineNum ? u"True"_s : u"False"_s);
+    settings.bolDispLineNum = lineNumbers.compare(u"true", Qt::CaseInsensitive) == 0;
+    return settings;
+}
+
+int SettingsFile::ReadFormPos() const
+{
+    return qMax(0, ReadIni(u"FormLeft"_s, u"0"_s).toInt());
+}
+
+// The font size is read as "FontSize" and written as "Fontsize". Keys ignore case, so both name one entry; the two
+// spellings are meant.
+bool SettingsFile::WriteFileIniEx(const Settings &settings) const
+{
+    WriteTrace(u"WriteFileIniEx()");
+    return WriteIni(u"Fontsize"_s, FontSizeText(settings.FontSize)) &&
+           WriteIni(u"LineSpace"_s, QString::number(settings.LineSpace)) &&
+           WriteIni(u"TextEditor"_s, settings.TextEditor) &&
+           WriteIni(u"bolDispLineNum"_s, settings.bolDispLineNum ? u"True"_s : u"False"_s);
+}
+
+bool SettingsFile::WriteFileIniFormPos(int leftPx) const
+{
+    WriteTrace(u"WriteFileIniFormPos()");
+    return leftPx < 0 || WriteIni(u"FormLeft"_s, QString::number(leftPx));
+}
+
+QString SettingsFile::ReadIni(const QString &key, const QString &defaultText) const
+{
+    return ReadProfile(m_path, u"setting"_s, key, defaultText, LongestSetting);
+}
+
+bool SettingsFile::WriteIni(const QString &key, const QString &value) const
+{
+    return WriteProfile(m_path, u"setting"_s, key, value);
+}

@@ -1,0 +1,129 @@
+#include "store/Sqlite3Func.h"
+
+#include "store/Sqlite3.h"
+
+#include <QStringList>
+
+#include <sqlite3.h>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+/// The value of a column of the present row. Integers wider than 32 bits lose their upper half: the only integer column
+/// is a small count.
+QString ColumnText(sqlite3_stmt *statement, int column)
+{
+    switch (SQLite3ColumnType(statement, column)) {
+    case SQLITE_INTEGER:
+        return QString::number(SQLite3ColumnInt(statement, column));
+    case SQLITE_FLOAT:
+        return QString::number(SQLite3ColumnDouble(statement, column), 'g', 15);
+    case SQLITE_TEXT:
+    case SQLITE_BLOB:
+        return SQLite3ColumnText(statement, column);
+    default:
+        return QString();
+    }
+}
+
+QString HeaderRow(sqlite3_stmt *statement)
+{
+    QStringList names;
+    for (int column = 0; column < SQLite3ColumnCount(statement); ++column)
+        names += SQLite3ColumnName(statement, column);
+    return names.join(u'\t');
+}
+
+QString ValueRow(sqlite3_stmt *statement)
+{
+    QStringList values;
+    for (int column = 0; column < SQLite3ColumnCount(statement); ++column)
+        values += ColumnText(statement, column);
+    return values.join(u'\t');
+}
+
+} // namespace
+
+QString StorageClassName(int storageClass)
+{
+    switch (storageClass) {
+    case SQLITE_INTEGER:
+        return u"INTEGER"_s;
+    case SQLITE_FLOAT:
+        return u"FLOAT"_s;
+    case SQLITE_TEXT:
+        return u"TEXT"_s;
+    case SQLITE_BLOB:
+        return u"BLOB"_s;
+    case SQLITE_NULL:
+        return u"NULL"_s;
+    default:
+        return QString();
+    }
+}
+
+StudyDatabase::StudyDatabase(Desktop &desktop) : m_desktop(desktop)
+{
+}
+
+StudyDatabase::~StudyDatabase()
+{
+    Close();
+}
+
+int StudyDatabase::Open(const QString &path)
+{
+    return SQLite3Open(path, &m_handle);
+}
+
+void StudyDatabase::Close()
+{
+    SQLite3Close(m_handle);
+    m_handle = nullptr;
+}
+
+bool StudyDatabase::SQLite3NonQuery(const QString &sql)
+{
+    sqlite3_stmt *statement = nullptr;
+    if (SQLite3Prepare16V2(m_handle, sql, &statement) == SQLITE_OK) {
+        const int result = SQLite3Step(statement);
+        if (result == SQLITE_BUSY)
+            m_desktop.ShowMessage(u"The database file is locked"_s);
+        if (SQLite3Finalize(statement) == SQLITE_OK && result == SQLITE_DONE)
+            return true;
+    }
+    m_desktop.ShowMessage(u"Err:SQLite3 NonQuery"_s);
+    return false;
+}
+
+void StudyDatabase::SQLite3Query(const QString &sql, ResultTable *table)
+{
+    sqlite3_stmt *statement = nullptr;
+    SQLite3Prepare16V2(m_handle, sql, &statement);
+    table->assign(1, QString());
+    int result = SQLite3Step(statement);
+    for (; result == SQLITE_ROW; result = SQLite3Step(statement)) {
+        if (table->size() == 1)
+            table->front() = HeaderRow(statement);
+        table->push_back(ValueRow(statement));
+    }
+    if (result != SQLITE_DONE)
+        m_desktop.ShowMessage(sql + u"\r\nSQLite3Step returned "_s + QString::number(result));
+    const int finalized = SQLite3Finalize(statement);
+    if (finalized != SQLITE_OK)
+        m_desktop.ShowMessage(u"Err:SQLite3 Query ErrCode="_s + QString::number(finalized));
+}
+
+QString StudyDatabase::SQLite3GetColumn(const ResultTable &table, int row, const QString &name)
+{
+    const QStringList columns = table.front().split(u'\t');
+    const qsizetype position = columns.indexOf(name);
+    if (position >= 0)
+        return table[size_t(row)].isEmpty() ? QString() : table[size_t(row)].split(u'\t').value(position);
+    QString message = u"Error!\r\n  Cannot find col["_s + name + u"]\r\n"_s;
+    for (const QString &column : columns)
+        message += u"  cols=["_s + column + u']';
+    m_desktop.ShowMessage(message);
+    return QString();
+}

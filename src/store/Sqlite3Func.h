@@ -1,0 +1,51 @@
+// The study database: statements without and with rows, and the text table that rows come back in. Every fault is shown
+// at once in a plain message box; callers only learn whether it worked. There is one connection, one statement at a
+// time, and a locked database is not tried again.
+#pragma once
+
+#include "platform/modDesktop.h"
+
+#include <QString>
+
+#include <vector>
+
+struct sqlite3;
+
+/// Rows of a query: row 0 is the header, the column names joined by TAB; rows 1..n are the values joined by TAB. Without
+/// rows there is only row 0, and it is empty.
+using ResultTable = std::vector<QString>;
+
+/// Name of a storage class: 1 "INTEGER", 2 "FLOAT", 3 "TEXT", 4 "BLOB", 5 "NULL"; empty for any other number.
+QString StorageClassName(int storageClass);
+
+class StudyDatabase
+{
+  public:
+    /// @param desktop  shows the faults
+    explicit StudyDatabase(Desktop &desktop);
+    ~StudyDatabase();
+    Q_DISABLE_COPY_MOVE(StudyDatabase)
+
+    /// @return SQLite's result code, 0 on success
+    int Open(const QString &path);
+
+    /// Closes the connection. Statements fail from then on. Closing twice does nothing.
+    void Close();
+
+    /// Runs a statement that returns no rows.
+    /// @return whether it was carried out; if not, the database is as before and the learner has been told
+    bool SQLite3NonQuery(const QString &sql);
+
+    /// Runs a statement that returns rows.
+    /// @param table  the rows up to a fault, if there is one; the learner has then been told
+    void SQLite3Query(const QString &sql, ResultTable *table);
+
+    /// One value of a result table by the name of its column.
+    /// @param row  1..n for a value
+    /// @return empty, after a message, when the table has no such column; empty too for an empty row
+    QString SQLite3GetColumn(const ResultTable &table, int row, const QString &name);
+
+  private:
+    Desktop &m_desktop;
+    sqlite3 *m_handle = nullptr;
+};

@@ -1,0 +1,114 @@
+#include "store/modDB_SQLite.h"
+
+#include "platform/modDateText.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+/// What the statements of the history have in common. Dates are compared as texts; their fixed width allows it. A
+/// session that was never completed has no number of answers and so is left out.
+QString SpanCondition(const QDate &endDate, int dayCount, const QString &userName)
+{
+    const QDate startDate = endDate.addDays(1 - qint64(dayCount));
+    return u"where  ymd_sta between '"_s + DateText(startDate) + u"' and '"_s + DateText(endDate) + u"'\r\n"_s +
+           u"  and  user_name = '"_s + userName + u"'\r\n"_s + u"  and  num_answer >= 1\r\n"_s;
+}
+
+bool HasRows(const ResultTable &table)
+{
+    return table.size() > 1;
+}
+
+/// Reads "yyyy/mm/dd hh:nn:ss" without asking for a time zone: two such texts differ by what a wall clock shows.
+QDateTime ReadDateTime(QStringView text)
+{
+    const auto number = [text](qsizetype at, qsizetype length) {
+        return text.size() < at + length ? -1 : text.sliced(at, length).toInt();
+    };
+    return QDateTime(QDate(number(0, 4), number(5, 2), number(8, 2)),
+                     QTime(number(11, 2), number(14, 2), number(17, 2)), Qt::UTC);
+}
+
+} // namespace
+
+void DBInsRecKotoban(StudyDatabase &database, const QDateTime &sessionStart, const QString &userName,
+                     const QString &fileName)
+{
+    database.SQLite3NonQuery(InsertStatement(sessionStart, userName, fileName));
+}
+
+void DBUpdRecKotoban(StudyDatabase &database, const Desktop &clock, const QDateTime &sessionStart,
+                     const QString &userName, int answerCount)
+{
+    database.SQLite3NonQuery(UpdateStatement(clock.Now(), sessionStart, userName, answerCount));
+}
+
+bool DBSelRecKotoban(StudyDatabase &database, const QDate &endDate, int dayCount, const QString &userName,
+                     ResultTable *table, bool ascending)
+{
+    database.SQLite3Query(SelectStatement(endDate, dayCount, userName, ascending), table);
+    return HasRows(*table);
+}
+
+qint64 DBSumTimeKotoban(StudyDatabase &database, const QDate &endDate, int dayCount, const QString &userName)
+{
+    ResultTable table;
+    database.SQLite3Query(SumTimeStatement(endDate, dayCount, userName), &table);
+    qint64 seconds = 0;
+    for (int row = 1; row < int(table.size()); ++row)
+        seconds += SecondsBetween(database.SQLite3GetColumn(table, row, u"ymd_sta"_s) + u' ' +
+                                      database.SQLite3GetColumn(table, row, u"hms_sta"_s),
+                                  database.SQLite3GetColumn(table, row, u"dt_end"_s));
+    return seconds;
+}
+
+int DBSumAnsKotoban(StudyDatabase &database, const QDate &endDate, int dayCount, const QString &userName)
+{
+    ResultTable table;
+    database.SQLite3Query(SumAnswersStatement(endDate, dayCount, userName), &table);
+    return HasRows(table) ? database.SQLite3GetColumn(table, 1, u"sum_a"_s).toInt() : 0;
+}
+
+qint64 SecondsBetween(const QString &start, const QString &end)
+{
+    const QDateTime from = ReadDateTime(start);
+    const QDateTime to = ReadDateTime(end);
+    return from.isValid() && to.isValid() ? from.secsTo(to) : 0;
+}
+
+QString InsertStatement(const QDateTime &sessionStart, const QString &userName, const QString &fileName)
+{
+    return u"insert into t_kotoban (ymd_sta,user_name,hms_sta,file_name) values(\r\n"_s + u"   '"_s +
+           DateText(sessionStart.date()) + u"'\r\n"_s + u"  ,'"_s + userName + u"'\r\n"_s + u"  ,'"_s +
+           TimeText(sessionStart) + u"'\r\n"_s + u"  ,'"_s + fileName + u"'\r\n"_s + u")"_s;
+}
+
+QString UpdateStatement(const QDateTime &now, const QDateTime &sessionStart, const QString &userName, int answerCount)
+{
+    return u"update t_kotoban set\r\n"_s + u"   dt_end = '"_s + DateTimeText(now) + u"'\r\n"_s +
+           u"  ,num_answer = "_s + QString::number(answerCount) + u"\r\n"_s + u"where ymd_sta = '"_s +
+           DateText(sessionStart.date()) + u"'\r\n"_s + u"  and user_name = '"_s + userName + u"'\r\n"_s +
+           u"  and hms_sta = '"_s + TimeText(sessionStart) + u"'\r\n"_s;
+}
+
+// In descending order the days run newest first, while the sessions of one day still run earliest first. The second key
+// without "desc" is meant.
+QString SelectStatement(const QDate &endDate, int dayCount, const QString &userName, bool ascending)
+{
+    return u"select ymd_sta\r\n      ,hms_sta\r\n      ,file_name\r\n      ,dt_end\r\n      ,num_answer\r\n"_s +
+           u"from   t_kotoban\r\n"_s + SpanCondition(endDate, dayCount, userName) + u"order by\r\n"_s +
+           (ascending ? u"       ymd_sta\r\n"_s : u"       ymd_sta desc\r\n"_s) + u"      ,hms_sta\r\n"_s;
+}
+
+QString SumTimeStatement(const QDate &endDate, int dayCount, const QString &userName)
+{
+    return u"select ymd_sta\r\n      ,hms_sta\r\n      ,dt_end\r\nfrom   t_kotoban\r\n"_s +
+           SpanCondition(endDate, dayCount, userName);
+}
+
+QString SumAnswersStatement(const QDate &endDate, int dayCount, const QString &userName)
+{
+    return u"select ifnull(sum(num_answer),0) as sum_a\r\nfrom   t_kotoban\r\n"_s +
+           SpanCondition(endDate, dayCount, userName);
+}

@@ -1,0 +1,83 @@
+// What the page shows of a study file: its lines with the brackets gone, and the table of its blanks. Lines, columns
+// and blanks are numbered from 1. A column is a character; a cell is half the width of a full-width character.
+//
+//     line  = { text | blank | picture }
+//     blank = '[' word ']'                  the word is hidden until the learner uncovers it
+#pragma once
+
+#include "text/modStudyLines.h"
+
+#include <vector>
+
+/// The blanks of a file in file order: by line, and from left to right within a line.
+struct BlankTable
+{
+    std::vector<int> line;         ///< line of blank i at [i - 1]
+    std::vector<int> startColumn;  ///< column of its "["
+    std::vector<int> answerLength; ///< characters between the brackets
+    std::vector<int> startCell;    ///< cells in front of its "["
+    std::vector<int> endCell;      ///< cells in front of the character that follows its "]"
+    std::vector<int> countUpTo;    ///< [n] = how many blanks lie on lines 1..n
+
+    int Count() const
+    {
+        return int(line.size());
+    }
+
+    /// First blank on lines first..last, 0 when they have none. 1 <= first, last <= number of lines
+    int FirstOnLines(int first, int last) const;
+
+    /// Last blank on lines first..last, 0 when they have none.
+    int LastOnLines(int first, int last) const;
+};
+
+/// The horizontal edges of a blank's box, pixels.
+struct BoxEdges
+{
+    int leftPx;
+    int rightPx;
+};
+
+class DisplayText
+{
+  public:
+    DisplayText() = default;
+
+    /// @param lines  accepted by ReadTextFile
+    explicit DisplayText(const StudyLines &lines);
+
+    int LineCount() const
+    {
+        return m_lines.Count();
+    }
+
+    /// A line with "[" and "]" each replaced by one space, so that every character keeps its column.
+    QStringView Line(int line) const
+    {
+        return m_lines.at1(line);
+    }
+
+    /// The same line with every blank masked, brackets included: a full-width character becomes an ideographic space,
+    /// any other a half-width one, so that nothing moves.
+    QString MaskedLine(int line) const;
+
+    const BlankTable &Blanks() const
+    {
+        return m_blanks;
+    }
+
+    /// The text between the brackets of a blank, 1..Blanks().Count().
+    QStringView Answer(int blank) const;
+
+  private:
+    void AddBlanksOfLine(QStringView line, int lineNumber);
+
+    StudyLines m_lines;
+    BlankTable m_blanks;
+};
+
+/// Half-width cells that a character takes: 2 when it has two bytes in code page 932, else 1.
+int CellsOf(QChar character);
+
+/// Edges of a blank's box. @param cellWidthPx  width of a half-width cell; @param textLeftPx  left edge of column 1
+BoxEdges GetBqInfoFromLine(const BlankTable &blanks, int blank, int cellWidthPx, int textLeftPx);

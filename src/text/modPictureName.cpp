@@ -1,0 +1,76 @@
+#include "text/modPictureName.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+constexpr QChar OpeningCorner = u'｢';
+constexpr QChar ClosingCorner = u'｣';
+
+std::vector<qsizetype> PositionsOf(QStringView line, QChar character)
+{
+    std::vector<qsizetype> positions;
+    for (qsizetype at = line.indexOf(character); at >= 0; at = line.indexOf(character, at + 1))
+        positions.push_back(at);
+    return positions;
+}
+
+} // namespace
+
+bool IsPictureLineValid(QStringView line)
+{
+    const std::vector<qsizetype> opening = PositionsOf(line, OpeningCorner);
+    if (opening.empty())
+        return true;
+    const std::vector<qsizetype> closing = PositionsOf(line, ClosingCorner);
+    if (closing.size() != opening.size())
+        return false;
+    for (size_t i = 0; i < opening.size(); ++i)
+        if (closing[i] - opening[i] < 1)
+            return false;
+    return true;
+}
+
+bool IsPictureNameValid(QStringView name)
+{
+    constexpr QStringView forbidden = u"!\"#$%&'+?*/\\., \t｣";
+    for (const QChar character : name)
+        if (forbidden.contains(character))
+            return false;
+    return true;
+}
+
+QStringList PictureNames(QStringView line)
+{
+    QStringList names;
+    for (const qsizetype start : PositionsOf(line, OpeningCorner)) {
+        const qsizetype end = line.indexOf(ClosingCorner, start);
+        if (end > start)
+            names += line.sliced(start + 1, end - start - 1).trimmed().toString();
+    }
+    return names;
+}
+
+QStringList BadPictureNames(const StudyLines &lines)
+{
+    QStringList bad;
+    for (int line = 1; line <= lines.Count(); ++line) {
+        if (!IsPictureLineValid(lines.at1(line)))
+            continue;
+        for (const QString &name : PictureNames(lines.at1(line)))
+            if (!IsPictureNameValid(name) && !bad.contains(name))
+                bad += name;
+    }
+    return bad;
+}
+
+QString BadPictureNamesMessage(const QStringList &names)
+{
+    constexpr qsizetype mostNames = 10;
+    QStringList messages;
+    for (const QString &name : names.first(qMin(mostNames, names.size())))
+        messages += u"異常な画像ファイル名=["_s + name + u"]があります。"_s;
+    if (names.size() > mostNames)
+        messages += u"…"_s;
+    return messages.join(u"\r\n"_s);
+}

@@ -1,0 +1,25 @@
+// References to pictures in a study file: the name of a picture file, without folder and extension, between half-width
+// corner brackets "｢" and "｣".
+#pragma once
+
+#include "text/modStudyLines.h"
+
+#include <QStringList>
+
+/// Whether the corner brackets of a line pair up: as many closing as opening ones, each opening one before the closing
+/// one of the same rank. Two opening ones followed by two closing ones pass; that is meant. A line without an opening
+/// bracket always passes.
+bool IsPictureLineValid(QStringView line);
+
+/// Whether a name can be that of a picture: it holds none of ! " # $ % & ' + ? * / \ . , space, tab and ｣.
+bool IsPictureNameValid(QStringView name);
+
+/// The names that a line refers to, trimmed, in order: for each opening bracket the text up to the next closing one.
+QStringList PictureNames(QStringView line);
+
+/// The names in a file that cannot be those of pictures, each once, in file order. Lines whose brackets do not pair up
+/// refer to nothing.
+QStringList BadPictureNames(const StudyLines &lines);
+
+/// The message about such names, one line each; empty when there are none. A file full of them is told of the first ten.
+QString BadPictureNamesMessage(const QStringList &names);

@@ -1,0 +1,559 @@
+#include "view/frmText.h"
+
+#include "files/frmFile.h"
+#include "platform/modDateText.h"
+#include "platform/modFile.h"
+#include "platform/modProduct.h"
+#include "platform/modWindowMessage.h"
+#include "settings/frmIni.h"
+#include "settings/frmMsg.h"
+#include "settings/modEditor.h"
+#include "settings/modSpeech.h"
+#include "store/modDB_SQLite.h"
+#include "text/modCheckText.h"
+#include "text/modPictureName.h"
+#include "text/modReadText.h"
+#include "view/modStudyClock.h"
+#include "view/modWordAt.h"
+#include "view/picText.h"
+
+#include <QCheckBox>
+#include <QCloseEvent>
+#include <QCoreApplication>
+#include <QFileInfo>
+#include <QGridLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QScreen>
+#include <QScrollBar>
+#include <QTimer>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+constexpr int TimerMs = 200; // no multiple of ten seconds may be missed
+
+void KeepPlaceWhenHidden(QWidget *widget)
+{
+    QSizePolicy policy = widget->sizePolicy();
+    policy.setRetainSizeWhenHidden(true);
+    widget->setSizePolicy(policy);
+}
+
+} // namespace
+
+frmText::frmText(Desktop &desktop, StudyDatabase &database, const RunLog &log, frmMsg &msg, const StudyPlace &place)
+    : m_desktop(desktop), m_database(database), m_log(log), m_msg(msg), m_place(place),
+      m_settingsFile(place.settingsPath), m_defaults(DefaultSettings()), m_settings(m_defaults),
+      picText(new PicText(this)), VScroll(new QScrollBar(Qt::Vertical, this)),
+      cmdFile(AddButton(u"cmdFile"_s, u"ファイル選択(&O)"_s, &frmText::cmdFile_Click)),
+      cmdReRead(AddButton(u"cmdReRead"_s, u"再読込(&R)"_s, &frmText::cmdReRead_Click)),
+      cmdEdit(AddButton(u"cmdEdit"_s, u"編集(&E)"_s, &frmText::cmdEdit_Click)),
+      cmdIni(AddButton(u"cmdIni"_s, u"設定(&I)"_s, &frmText::cmdIni_Click)),
+      cmdDispHowToUse(AddButton(u"cmdDispHowToUse"_s, u"使い方(&H)"_s, &frmText::cmdDispHowToUse_Click)),
+      chkSpeak(new QCheckBox(u"読み上げ(&S)"_s, this)), lblNum(AddLabel(u"lblNum"_s)),
+      lblMinN(AddLabel(u"lblMinN"_s)), lblMin(AddLabel(u"lblMin"_s)), lblSecN(AddLabel(u"lblSecN"_s)),
+      lblSec(AddLabel(u"lblSec"_s)), lblKeyword(AddLabel(u"lblKeyword"_s)), Timer1(new QTimer(this))
+{
+    setObjectName(u"frmText"_s);
+    AddControls();
+    Form_Load();
+}
+
+frmText::~frmText() = default;
+
+void frmText::AddControls()
+{
+    picText->setObjectName(u"picText"_s);
+    VScroll->setObjectName(u"VScroll"_s);
+    chkSpeak->setObjectName(u"chkSpeak"_s);
+    Timer1->setObjectName(u"Timer1"_s);
+    chkSpeak->setFocusPolicy(Qt::TabFocus);
+    VScroll->setFocusPolicy(Qt::TabFocus);
+    KeepPlaceWhenHidden(VScroll);
+    lblMin->setText(u"分"_s);
+    lblSec->setText(u"秒"_s);
+    for (QLabel *const number : {lblNum, lblMinN, lblSecN}) {
+        number->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+        number->setMinimumWidth(number->fontMetrics().horizontalAdvance(u"0000"_s));
+    }
+    for (QLabel *const label : {lblMinN, lblMin, lblSecN, lblSec})
+        KeepPlaceWhenHidden(label);
+    lblNum->setText(u"0"_s);
+
+    auto *const bar = new QHBoxLayout;
+    for (QPushButton *const button : {cmdFile, cmdReRead, cmdEdit, cmdIni, cmdDispHowToUse})
+        bar->addWidget(button);
+    bar->addWidget(chkSpeak);
+    bar->addWidget(lblKeyword);
+    bar->addStretch();
+    bar->addWidget(new QLabel(u"回答数："_s, this));
+    bar->addWidget(lblNum);
+    bar->addSpacing(16);
+    for (QLabel *const label : {lblMinN, lblMin, lblSecN, lblSec})
+        bar->addWidget(label);
+
+    auto *const grid = new QGridLayout(this);
+    grid->setContentsMargins(6, 6, 6, 6);
+    grid->addLayout(bar, 0, 0, 1, 2);
+    grid->addWidget(picText, 1, 0);
+    grid->addWidget(VScroll, 1, 1);
+    grid->setRowStretch(1, 1);
+    grid->setColumnStretch(0, 1);
+    grid->setHorizontalSpacing(0);
+
+    VScroll->setRange(1, 1);
+    connect(VScroll, &QScrollBar::valueChanged, this, &frmText::VScroll_Change);
+    connect(chkSpeak, &QCheckBox::clicked, this, &frmText::chkSpeak_Click);
+    connect(picText, &PicText::KeyDown, this, &frmText::picText_KeyDown);
+    connect(picText, &PicText::MouseDown, this, &frmText::picText_MouseDown);
+    connect(picText, &PicText::MouseMove, this, &frmText::picText_MouseMove);
+    connect(picText, &PicText::RowsChanged, this, &frmText::SetUpScrollBar);
+    connect(picText, &PicText::WheelTurned, this, [this](int lines) { VScroll->setValue(VScroll->value() + lines); });
+    connect(Timer1, &QTimer::timeout, this, &frmText::Timer1_Timer);
+    Timer1->setInterval(TimerMs);
+}
+
+// A click leaves the focus in the text, where Enter is; Tab still reaches every button, and Enter presses it there.
+QPushButton *frmText::AddButton(const QString &name, const QString &caption, void (frmText::*handler)())
+{
+    auto *const button = new QPushButton(caption, this);
+    button->setObjectName(name);
+    button->setFocusPolicy(Qt::TabFocus);
+    button->setAutoDefault(true);
+    connect(button, &QPushButton::clicked, this, handler);
+    return button;
+}
+
+QLabel *frmText::AddLabel(const QString &name)
+{
+    auto *const label = new QLabel(this);
+    label->setObjectName(name);
+    label->setTextFormat(Qt::PlainText);
+    return label;
+}
+
+void frmText::Form_Load()
+{
+    WriteTrace(u"■frmText.Form_Load()");
+    setWindowTitle(ProductName() + u" Ver"_s + VersionText() + u" ["_s + m_place.userName + u']');
+    lblKeyword->hide();
+    QPalette dimmed = lblKeyword->palette();
+    dimmed.setColor(QPalette::WindowText, QColor(128, 128, 128)); // colour 8 of the palette of 16
+    lblKeyword->setPalette(dimmed);
+
+    picText->SetAppearance(m_defaults.FontSize, m_defaults.LineSpace, m_defaults.bolDispLineNum);
+    const QRect area = screen()->availableGeometry();
+    resize(sizeHint().boundedTo(area.size()));
+    m_upper = UpperBounds(qMax(0, area.width() - width()));
+    const int left = m_settingsFile.Exists() ? qMin(m_settingsFile.ReadFormPos(), m_upper.FormLeft)
+                                             : m_upper.FormLeft / 2;
+    move(area.left() + left, area.top() + (area.height() - height()) / 3);
+
+    for (QWidget *const control : {static_cast<QWidget *>(cmdIni), static_cast<QWidget *>(cmdEdit),
+                                   static_cast<QWidget *>(cmdReRead), static_cast<QWidget *>(chkSpeak)})
+        control->setEnabled(false);
+    for (QLabel *const label : {lblMinN, lblMin, lblSecN, lblSec})
+        label->hide();
+    SetUpScrollBar();
+    m_wheelMessage = RegisterMessageName(u"MSWHEEL_ROLLMSG"_s);
+}
+
+// Not every window system tells a window when it becomes active, so the first time is when it is shown.
+void frmText::showEvent(QShowEvent *event)
+{
+    QWidget::showEvent(event);
+    if (m_isActivated)
+        return;
+    m_isActivated = true;
+    activateWindow();
+    picText->setFocus();
+    QTimer::singleShot(0, this, [this] {
+        Form_Activate();
+        if (!m_isTextLoaded)
+            cmdFile_Click();
+    });
+}
+
+/// The window was shown first, or the learner came back to it from another window of the program.
+void frmText::Form_Activate()
+{
+    WriteTrace(u"■frmText.Form_Activate()");
+    ReadSettings();
+    ApplySettings();
+}
+
+void frmText::ReadSettings()
+{
+    if (!m_settingsFile.Exists()) {
+        m_settings = m_defaults;
+        m_settings.FormLeft = x();
+        return;
+    }
+    QStringList messages;
+    m_settings = m_settingsFile.Read(m_defaults, m_upper, &messages);
+    if (m_hasShownRepairs)
+        return;
+    m_hasShownRepairs = true;
+    for (const QString &message : messages)
+        m_desktop.ShowMessage(message);
+}
+
+void frmText::ApplySettings()
+{
+    picText->SetAppearance(m_settings.FontSize, m_settings.LineSpace, m_settings.bolDispLineNum);
+}
+
+void frmText::SetUpScrollBar()
+{
+    const PageLayout &layout = picText->Layout();
+    const int lines = m_text.LineCount();
+    const bool canScroll = lines > 0 && lines >= layout.RowsPerPage();
+    VScroll->setRange(1, canScroll ? lines : 1);
+    VScroll->setPageStep(layout.LargeChange());
+    VScroll->setEnabled(canScroll);
+    VScroll->setVisible(canScroll);
+}
+
+PageInView frmText::Page() const
+{
+    const PageLayout &layout = picText->Layout();
+    return {VScroll->value(), layout.RowsPerPage(), layout.LargeChange(), VScroll->maximum(),
+            VScroll->isEnabled() && !VScroll->isHidden()};
+}
+
+void frmText::VScroll_Change()
+{
+    WriteTrace(u"■frmText.VScroll_Change");
+    picText->SetTopLine(VScroll->value());
+}
+
+/// Brings a line to the top and paints the page anew, also where that line stands there already.
+void frmText::ShowLine(int line)
+{
+    if (VScroll->value() != line)
+        VScroll->setValue(line);
+    else
+        VScroll_Change();
+}
+
+void frmText::ShowCount()
+{
+    lblNum->setText(QString::number(m_round.lngOpenCount));
+    lblNum->repaint();
+}
+
+QString frmText::StudyFolderPath() const
+{
+    return JoinPath(m_place.applicationFolder, u"txt"_s);
+}
+
+void frmText::cmdFile_Click()
+{
+    WriteTrace(u"■frmText.cmdFile_Click()");
+    m_settingsFile.WriteFileIniFormPos(x());
+    if (!m_path.isEmpty()) {
+        CompleteSession();
+        QString error;
+        if (!m_log.WriteLog(u"DBUpdRecKotoban "_s + TimeText(m_desktop.Now()), &error))
+            m_desktop.ShowMessage(error + u"\r\n  "_s + m_log.Path());
+    }
+    const QString folder = StudyFolderPath();
+    if (!QFileInfo(folder).isDir()) {
+        m_desktop.ShowMessage(u"次のフォルダが見つかりません。\r\n  "_s + folder +
+                              u"\r\n\r\n上のフォルダを作成してください。"_s);
+        return;
+    }
+    if (!m_frmFile)
+        m_frmFile = std::make_unique<frmFile>(m_desktop, m_database, m_msg, folder, m_place.userName, this);
+    PlaceFileWindow();
+    const FileChoice choice = m_frmFile->Choose(m_settings.TextEditor);
+    if (choice == FileChoice::EndProgram) {
+        m_isEnded = true;
+        hide();
+        QCoreApplication::exit(0);
+        return;
+    }
+    Form_Activate();
+    if (choice == FileChoice::Chosen)
+        OpenSession(m_frmFile->ChosenPath());
+    activateWindow();
+    picText->setFocus();
+}
+
+/// Puts the file selection window over the study window: centred on it, its top at the button that opens it.
+void frmText::PlaceFileWindow()
+{
+    m_frmFile->adjustSize();
+    const QRect area = screen()->availableGeometry();
+    const int left = x() + (width() - m_frmFile->width()) / 2;
+    const int top = cmdFile->mapToGlobal(QPoint(0, 0)).y();
+    m_frmFile->move(qMax(area.left(), left),
+                    qMax(area.top(), qMin(top, area.bottom() + 1 - m_frmFile->height())));
+}
+
+/// Begins a session with a file: its row is there before the file is read, so that every attempt leaves one.
+void frmText::OpenSession(const QString &path)
+{
+    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+    m_sessionStart = m_desktop.Now();
+    m_round.lngOpenCount = 0;
+    ShowCount();
+    DBInsRecKotoban(m_database, m_sessionStart, m_place.userName, GetFileTitle(path));
+
+    QString message;
+    int errorLine = 0;
+    m_path.clear();
+    m_text = DisplayText();
+    m_round.Load(0);
+    ClearClock();
+    if (!LoadFile(path, false, &message, &errorLine)) {
+        SetUpScrollBar();
+        ShowLine(1);
+        Ask(message, MsgStyle::Ok, u"notify.wav"_s);
+        return;
+    }
+    m_path = path;
+    ShowLine(1);
+    StartClock();
+}
+
+/// Reads a file into the page.
+/// @param keepsAnswers  whether this is the open file once more, whose answers stay shown
+/// @return false after a refusal; the page is then as before
+bool frmText::LoadFile(const QString &path, bool keepsAnswers, QString *message, int *errorLine)
+{
+    StudyLines lines;
+    if (!ReadTextFile(path, MaxLineBytes, &lines, message, errorLine))
+        return false;
+    m_isTextLoaded = true;
+    m_text = DisplayText(lines);
+    if (keepsAnswers)
+        m_round.Reload(m_text.Blanks().Count());
+    else
+        m_round.Load(m_text.Blanks().Count());
+    picText->SetStudy(&m_text, &m_round);
+    SetUpScrollBar();
+    for (QWidget *const control : {static_cast<QWidget *>(cmdIni), static_cast<QWidget *>(cmdEdit),
+                                   static_cast<QWidget *>(cmdReRead), static_cast<QWidget *>(chkSpeak)})
+        control->setEnabled(true);
+    const QString warning = BadPictureNamesMessage(BadPictureNames(lines));
+    if (!warning.isEmpty())
+        m_desktop.ShowMessage(warning);
+    return true;
+}
+
+void frmText::StartClock()
+{
+    m_clockStart = m_desktop.Now();
+    ClearClock();
+    Timer1->start();
+}
+
+void frmText::ClearClock()
+{
+    Timer1->stop();
+    lblMinN->clear();
+    lblSecN->clear();
+    lblMin->hide();
+    lblSec->hide();
+}
+
+void frmText::Timer1_Timer()
+{
+    WriteTrace(u"■frmText.Timer1_Timer");
+    const std::optional<ElapsedTime> elapsed = ClockTick(m_clockStart, m_desktop.Now());
+    if (!elapsed)
+        return;
+    lblSecN->setText(QString::number(elapsed->seconds));
+    if (elapsed->minutes > 0) {
+        lblMinN->setText(QString::number(elapsed->minutes));
+        lblMinN->show();
+        lblMin->show();
+    } else {
+        lblSecN->show();
+        lblSec->show();
+        lblMinN->hide();
+        lblMin->hide();
+    }
+}
+
+void frmText::CompleteSession()
+{
+    DBUpdRecKotoban(m_database, m_desktop, m_sessionStart, m_place.userName, m_round.lngOpenCount);
+}
+
+/// Shows a question or a notice over this window. @return a MsgResult
+int frmText::Ask(const QString &message, int style, const QString &soundName)
+{
+    const int result = m_msg.DispFrmMsg(this, message, style, soundName);
+    Form_Activate();
+    return result;
+}
+
+void frmText::OpenInEditorAt(int line)
+{
+    OpenInEditor(m_desktop, m_settings.TextEditor, m_path, line);
+}
+
+// Session and clock go on through a re-read.
+void frmText::cmdReRead_Click()
+{
+    WriteTrace(u"■frmText.cmdReRead_Click()");
+    if (m_path.isEmpty())
+        return;
+    const int topLine = VScroll->value();
+    QString message;
+    int errorLine = 0;
+    if (!LoadFile(m_path, true, &message, &errorLine)) {
+        const QString question = message + u"\r\n\r\nこのファイルを編集しますか？"_s;
+        if (Ask(question, MsgStyle::OkCancel, u"notify.wav"_s) == MsgResult::Ok)
+            OpenInEditorAt(errorLine);
+        return;
+    }
+    ShowLine(qMin(topLine, VScroll->maximum()));
+    picText->setFocus();
+}
+
+void frmText::cmdEdit_Click()
+{
+    WriteTrace(u"■frmText.cmdEdit_Click()");
+    if (m_path.isEmpty())
+        return;
+    cmdReRead->setFocus(); // so that one key reads the edited file again
+    OpenInEditorAt(m_round.lngMarkLine != 0 ? m_round.lngMarkLine : VScroll->value());
+}
+
+void frmText::cmdIni_Click()
+{
+    WriteTrace(u"■frmText.cmdIni_Click()");
+    frmIni window(m_desktop, m_msg, m_defaults, m_upper, this);
+    Settings settings = m_settings;
+    if (window.Edit(&settings)) {
+        picText->setFocus();
+        if (!m_settingsFile.WriteFileIniEx(settings))
+            m_desktop.ShowMessage(u"設定を保存できません。\r\n  "_s + m_place.settingsPath);
+        m_settings = settings;
+        ApplySettings();
+        ShowLine(VScroll->value());
+        return;
+    }
+    Form_Activate();
+}
+
+void frmText::cmdDispHowToUse_Click()
+{
+    WriteTrace(u"■frmText.cmdDispHowToUse_Click()");
+    const QString help = JoinPath(JoinPath(m_place.applicationFolder, u"htm"_s), u"index.htm"_s);
+    if (!QFileInfo::exists(help))
+        m_desktop.ShowMessage(help + u"が見つかりません。"_s);
+    else if (!m_desktop.OpenWithShell(help, m_place.applicationFolder))
+        m_desktop.ShowMessage(help + u"\r\nを開けません。"_s);
+}
+
+void frmText::chkSpeak_Click()
+{
+    WriteTrace(u"■frmText.chkSpeak_Click");
+    picText->setFocus();
+}
+
+void frmText::picText_KeyDown(int key)
+{
+    WriteTrace(u"■frmText.picText_KeyDown");
+    if (key == Qt::Key_Return || key == Qt::Key_Enter)
+        Enter();
+    else if (key == Qt::Key_F1)
+        cmdDispHowToUse_Click();
+    else if (key == Qt::Key_F2)
+        m_desktop.ShowMessage(u"F2"_s); // a left-over that is kept; it does nothing else
+}
+
+void frmText::Enter()
+{
+    if (m_path.isEmpty())
+        return;
+    const EnterDecision decision = DecideEnter(m_round, m_text, Page());
+    if (decision.action == EnterAction::Reveal) {
+        Reveal(decision.blank);
+        return;
+    }
+    if (decision.action == EnterAction::AskThenTurn &&
+        Ask(AllShownMessage(m_round.BlankCount()), MsgStyle::YesNo, u"tada.wav"_s) == MsgResult::Cancel) {
+        close();
+        return;
+    }
+    TurnPageAndShow();
+}
+
+void frmText::Reveal(int blank)
+{
+    const bool isShown = m_round.Toggle(blank);
+    picText->DrawBlank(blank);
+    if (isShown)
+        ShowCount();
+}
+
+void frmText::TurnPageAndShow()
+{
+    ShowLine(TurnPage(&m_round, Page()));
+}
+
+void frmText::picText_MouseDown(Qt::MouseButton button, int xPx, int yPx)
+{
+    WriteTrace(u"■frmText.picText_MouseDown");
+    if (m_path.isEmpty())
+        return;
+    if (button == Qt::LeftButton)
+        ClickLeft(xPx, yPx);
+    else if (button == Qt::RightButton)
+        HideAllAnswers();
+}
+
+// Nothing is meant to happen here; the pointer's shape is the text area's own business.
+void frmText::picText_MouseMove()
+{
+    WriteTrace(u"■frmText.picText_MouseMove");
+}
+
+void frmText::ClickLeft(int xPx, int yPx)
+{
+    const PageLayout &layout = picText->Layout();
+    const int topLine = VScroll->value();
+    if (const int blank = HitTest(m_text, xPx, yPx, topLine, layout); blank > 0)
+        Reveal(blank);
+    if (chkSpeak->isChecked()) {
+        const QString word = TextUnderPointer(m_text, m_round, xPx, yPx, topLine, layout);
+        if (!word.isEmpty())
+            SpeakWord(m_desktop, m_place.applicationFolder, word);
+    }
+    if (layout.hasLineNumbers) {
+        m_round.lngMarkLine = layout.IsInNumberStrip(xPx) ? MarkLineAt(yPx, topLine, layout) : 0;
+        picText->DrawLineNumbers();
+    }
+}
+
+void frmText::HideAllAnswers()
+{
+    m_round.HideAll();
+    picText->update();
+}
+
+void frmText::closeEvent(QCloseEvent *event)
+{
+    if (!m_isEnded)
+        Form_Unload();
+    event->accept();
+}
+
+void frmText::Form_Unload()
+{
+    WriteTrace(u"■frmText.Form_Unload");
+    m_isEnded = true;
+    Timer1->stop();
+    if (!m_path.isEmpty())
+        CompleteSession();
+    m_settingsFile.WriteFileIniFormPos(x());
+    m_database.Close();
+    QCoreApplication::exit(0);
+}

@@ -1,0 +1,126 @@
+// The study window: shows one study file with its answers hidden, uncovers them, runs the clock and keeps the session's
+// row. It opens the file selection window while no file has been chosen.
+#pragma once
+
+#include "platform/modDesktop.h"
+#include "platform/modLog.h"
+#include "settings/modSettings.h"
+#include "store/Sqlite3Func.h"
+#include "view/modStudyRound.h"
+
+#include <QWidget>
+
+#include <memory>
+
+class frmFile;
+class frmMsg;
+class PicText;
+class QCheckBox;
+class QLabel;
+class QPushButton;
+class QScrollBar;
+class QTimer;
+
+/// What the study window is made for: one learner in one application folder.
+struct StudyPlace
+{
+    QString applicationFolder;
+    QString settingsPath; ///< the ini file
+    QString userName;
+};
+
+class frmText : public QWidget
+{
+    Q_OBJECT
+
+  public:
+    frmText(Desktop &desktop, StudyDatabase &database, const RunLog &log, frmMsg &msg, const StudyPlace &place);
+    ~frmText() override;
+
+    /// One tick of the study clock.
+    void Timer1_Timer();
+
+  protected:
+    void showEvent(QShowEvent *event) override;
+    void closeEvent(QCloseEvent *event) override;
+
+  private:
+    void Form_Load();
+    void Form_Activate();
+    void Form_Unload();
+    void cmdFile_Click();
+    void cmdReRead_Click();
+    void cmdEdit_Click();
+    void cmdIni_Click();
+    void cmdDispHowToUse_Click();
+    void chkSpeak_Click();
+    void VScroll_Change();
+    void picText_KeyDown(int key);
+    void picText_MouseDown(Qt::MouseButton button, int xPx, int yPx);
+    void picText_MouseMove();
+
+    void AddControls();
+    QPushButton *AddButton(const QString &name, const QString &caption, void (frmText::*handler)());
+    QLabel *AddLabel(const QString &name);
+    void ReadSettings();
+    void ApplySettings();
+    void SetUpScrollBar();
+    PageInView Page() const;
+    void ShowLine(int line);
+    void ShowCount();
+
+    void PlaceFileWindow();
+    void OpenSession(const QString &path);
+    bool LoadFile(const QString &path, bool keepsAnswers, QString *message, int *errorLine);
+    void StartClock();
+    void ClearClock();
+    void CompleteSession();
+    void OpenInEditorAt(int line);
+    int Ask(const QString &message, int style, const QString &soundName);
+    QString StudyFolderPath() const;
+
+    void Enter();
+    void Reveal(int blank);
+    void TurnPageAndShow();
+    void ClickLeft(int xPx, int yPx);
+    void HideAllAnswers();
+
+    Desktop &m_desktop;
+    StudyDatabase &m_database;
+    const RunLog &m_log;
+    frmMsg &m_msg;
+    StudyPlace m_place;
+    SettingsFile m_settingsFile;
+    Settings m_defaults;
+    Settings m_upper;
+    Settings m_settings;
+
+    QString m_path; // the open study file, empty while there is none
+    bool m_isTextLoaded = false;
+    DisplayText m_text;
+    StudyRound m_round;
+    QDateTime m_sessionStart;
+    QDateTime m_clockStart;
+
+    bool m_isActivated = false;
+    bool m_hasShownRepairs = false;
+    bool m_isEnded = false;
+    unsigned m_wheelMessage = 0;
+
+    std::unique_ptr<frmFile> m_frmFile;
+    PicText *picText;
+    QScrollBar *VScroll;
+    QPushButton *cmdFile;
+    QPushButton *cmdReRead;
+    QPushButton *cmdEdit;
+    QPushButton *cmdIni;
+    QPushButton *cmdDispHowToUse;
+    QCheckBox *chkSpeak;
+    QLabel *lblNum;
+    QLabel *lblMinN;
+    QLabel *lblMin;
+    QLabel *lblSecN;
+    QLabel *lblSec;
+    QLabel *lblKeyword;
+    QTimer *Timer1;
+};

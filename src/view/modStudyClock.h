@@ -1,0 +1,16 @@
+// The study clock: how long a file has been open, shown in steps of ten seconds.
+#pragma once
+
+#include <QDateTime>
+
+#include <optional>
+
+struct ElapsedTime
+{
+    qint64 minutes;
+    qint64 seconds; ///< 0, 10, ... 50
+};
+
+/// What the clock shows at a tick, or nothing when it stays as it is: between two multiples of ten seconds, or when the
+/// system's clock was set back behind the start.
+std::optional<ElapsedTime> ClockTick(const QDateTime &start, const QDateTime &now);

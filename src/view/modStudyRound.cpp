@@ -1,0 +1,104 @@
+#include "view/modStudyRound.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+void StudyRound::Load(int blankCount)
+{
+    *this = StudyRound();
+    m_shownIn.assign(size_t(blankCount), 0);
+}
+
+void StudyRound::Reload(int blankCount)
+{
+    m_shownIn.resize(size_t(blankCount), 0);
+    m_shownCount = 0;
+    for (int blank = 1; blank <= blankCount; ++blank)
+        if (bolOpen(blank))
+            ++m_shownCount;
+}
+
+bool StudyRound::Toggle(int blank)
+{
+    const bool isShown = !bolOpen(blank);
+    m_shownIn[size_t(blank) - 1] = isShown ? m_round : 0;
+    m_shownCount += isShown ? 1 : -1;
+    if (isShown)
+        ++lngOpenCount;
+    return isShown;
+}
+
+void StudyRound::HideAll()
+{
+    ++m_round;
+    m_shownCount = 0;
+}
+
+BlankRange VisibleBlanks(const DisplayText &text, const PageInView &page)
+{
+    const int last = qMin(page.topLine + page.rows - 1, text.LineCount());
+    if (last < page.topLine)
+        return {};
+    return {text.Blanks().FirstOnLines(page.topLine, last), text.Blanks().LastOnLines(page.topLine, last)};
+}
+
+int FirstHiddenBlank(const StudyRound &round, const BlankRange &range)
+{
+    for (int blank = range.first; blank > 0 && blank <= range.last; ++blank)
+        if (!round.bolOpen(blank))
+            return blank;
+    return 0;
+}
+
+int HitTest(const DisplayText &text, int xPx, int yPx, int topLine, const PageLayout &layout)
+{
+    if (yPx <= PageLayout::TopMarginPx)
+        return 0;
+    const int line = layout.RowOffsetAt(yPx) + topLine;
+    if (line > text.LineCount())
+        return 0;
+    const int last = text.Blanks().LastOnLines(line, line);
+    for (int blank = text.Blanks().FirstOnLines(line, line); blank > 0 && blank <= last; ++blank) {
+        const BoxEdges box = GetBqInfoFromLine(text.Blanks(), blank, layout.cellWidthPx, layout.TextLeftPx());
+        if (box.leftPx < xPx && xPx < box.rightPx)
+            return blank;
+    }
+    return 0;
+}
+
+EnterDecision DecideEnter(const StudyRound &round, const DisplayText &text, const PageInView &page)
+{
+    if (round.BlankCount() == 0)
+        return {EnterAction::TurnPage, 0};
+    const int hidden = FirstHiddenBlank(round, VisibleBlanks(text, page));
+    if (hidden > 0)
+        return {EnterAction::Reveal, hidden};
+    const bool isAtEnd = page.topLine + page.pageSize >= page.maximum;
+    if (round.BlankCount() >= FewestBlanksToAsk && round.AllShown() && isAtEnd)
+        return {EnterAction::AskThenTurn, 0};
+    return {EnterAction::TurnPage, 0};
+}
+
+int TurnPage(StudyRound *round, const PageInView &page)
+{
+    if (!page.canScroll || page.topLine == page.maximum)
+        round->HideAll();
+    const int next = page.topLine + page.pageSize;
+    // A file without blanks counts as one whose last answer is shown: its pages turn and start again at line 1.
+    const bool isLastShown = round->BlankCount() == 0 || round->bolOpen(round->BlankCount());
+    if (!isLastShown)
+        return qMin(next, page.maximum);
+    if (next < page.maximum)
+        return next;
+    round->HideAll();
+    return 1;
+}
+
+int MarkLineAt(int yPx, int topLine, const PageLayout &layout)
+{
+    return layout.RowOffsetAt(yPx) + topLine;
+}
+
+QString AllShownMessage(int blankCount)
+{
+    return QString::number(blankCount) + u"個の正解をすべて表示しました。\r\n学習を続けますか？"_s;
+}

@@ -1,0 +1,110 @@
+// The state of studying one file, and the rules by which keys and clicks change it. Lines and blanks are numbered from
+// 1; 0 means none. Nothing here takes longer for a longer file.
+#pragma once
+
+#include "text/modDisplayText.h"
+#include "view/modPageLayout.h"
+
+#include <vector>
+
+/// What the window shows of the file, and its scroll bar.
+struct PageInView
+{
+    int topLine = 1;  ///< line in the first row: the scroll bar's value
+    int rows = 1;     ///< rows per page
+    int pageSize = 1; ///< lines that a page turn goes on by
+    int maximum = 1;  ///< the scroll bar's maximum
+    bool canScroll = false; ///< whether the scroll bar is shown and enabled
+};
+
+/// First and last blank in view, both 0 when there are none.
+struct BlankRange
+{
+    int first = 0;
+    int last = 0;
+};
+
+class StudyRound
+{
+  public:
+    /// A new file: every answer hidden, nothing counted, no line marked.
+    void Load(int blankCount);
+
+    /// The same file read again, which may now have more or fewer blanks. The first blanks keep their state by number,
+    /// whatever was inserted before them; the rest are hidden. Count and mark stay.
+    void Reload(int blankCount);
+
+    int BlankCount() const
+    {
+        return int(m_shownIn.size());
+    }
+
+    /// Whether the answer of a blank is shown.
+    bool bolOpen(int blank) const
+    {
+        return m_shownIn[size_t(blank) - 1] == m_round;
+    }
+
+    /// Shows a hidden answer, which counts, or hides a shown one, which does not.
+    /// @return whether it is shown now
+    bool Toggle(int blank);
+
+    /// Hides every answer.
+    void HideAll();
+
+    bool AllShown() const
+    {
+        return m_shownCount == BlankCount();
+    }
+
+    int lngOpenCount = 0; ///< answers shown since the session began
+    int lngMarkLine = 0;  ///< line marked in the strip of line numbers
+
+  private:
+    // The round in which each blank was last shown; 0 = in none. So hiding all answers is one step, however many.
+    std::vector<unsigned> m_shownIn;
+    unsigned m_round = 1;
+    int m_shownCount = 0;
+};
+
+/// Blanks on the lines in view.
+BlankRange VisibleBlanks(const DisplayText &text, const PageInView &page);
+
+/// First blank of a range whose answer is hidden, or 0.
+int FirstHiddenBlank(const StudyRound &round, const BlankRange &range);
+
+/// Blank under a click, or 0 when none is hit.
+/// @param xPx, yPx  pixels inside picText; yPx <= 5 is the top margin and hits nothing
+/// @param topLine  line in the first row
+/// @return a click exactly on an edge of a box is no hit
+int HitTest(const DisplayText &text, int xPx, int yPx, int topLine, const PageLayout &layout);
+
+/// What Enter does.
+enum class EnterAction {
+    Reveal,      ///< show the answer of the blank that is named with it
+    TurnPage,
+    AskThenTurn, ///< ask whether to go on studying, and turn the page unless the window closes
+};
+
+struct EnterDecision
+{
+    EnterAction action;
+    int blank; ///< for Reveal, else 0
+};
+
+/// Fewest blanks of a file at whose end the learner is asked whether to go on. The number is meant.
+constexpr int FewestBlanksToAsk = 20;
+
+/// Decides what Enter does: the next hidden answer on the page, or else the next page.
+EnterDecision DecideEnter(const StudyRound &round, const DisplayText &text, const PageInView &page);
+
+/// Turns the page: hides the answers where a new round begins, and says which line comes to the top. After the last page
+/// of a file whose last answer is shown it goes back to line 1.
+/// @return the new top line, 1..page.maximum
+int TurnPage(StudyRound *round, const PageInView &page);
+
+/// Line marked by a click in the strip of line numbers.
+int MarkLineAt(int yPx, int topLine, const PageLayout &layout);
+
+/// "32個の正解をすべて表示しました。" and the question whether to go on.
+QString AllShownMessage(int blankCount);

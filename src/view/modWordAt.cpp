@@ -1,0 +1,62 @@
+#include "view/modWordAt.h"
+
+namespace {
+
+enum class Script { None, Word, Kanji, Hiragana, Katakana };
+
+Script ScriptOf(QChar character)
+{
+    const char16_t c = character.unicode();
+    if (character.script() == QChar::Script_Han || c == u'々')
+        return Script::Kanji;
+    if (character.script() == QChar::Script_Hiragana)
+        return Script::Hiragana;
+    if (character.script() == QChar::Script_Katakana || c == u'ー' || c == u'ｰ')
+        return Script::Katakana;
+    if (character.isLetterOrNumber() || c == u'\'' || c == u'-')
+        return Script::Word;
+    return Script::None;
+}
+
+/// 0-based index of the character that covers a cell, -1 behind the line's end.
+qsizetype IndexOfCell(QStringView line, int cell)
+{
+    int next = 0;
+    for (qsizetype i = 0; i < line.size(); ++i) {
+        next += CellsOf(line[i]);
+        if (cell < next)
+            return i;
+    }
+    return -1;
+}
+
+QString WordAround(QStringView line, qsizetype index)
+{
+    const Script script = ScriptOf(line[index]);
+    if (script == Script::None)
+        return QString();
+    qsizetype first = index;
+    while (first > 0 && ScriptOf(line[first - 1]) == script)
+        --first;
+    qsizetype last = index;
+    while (last + 1 < line.size() && ScriptOf(line[last + 1]) == script)
+        ++last;
+    return line.sliced(first, last - first + 1).toString();
+}
+
+} // namespace
+
+QString TextUnderPointer(const DisplayText &text, const StudyRound &round, int xPx, int yPx, int topLine,
+                         const PageLayout &layout)
+{
+    const int blank = HitTest(text, xPx, yPx, topLine, layout);
+    if (blank > 0)
+        return round.bolOpen(blank) ? text.Answer(blank).toString() : QString();
+    const int line = layout.RowOffsetAt(yPx) + topLine;
+    if (yPx <= PageLayout::TopMarginPx || line > text.LineCount() || xPx < layout.TextLeftPx())
+        return QString();
+    // The masked line holds no answer at all, so that nothing hidden can join a word beside it.
+    const QString masked = text.MaskedLine(line);
+    const qsizetype index = IndexOfCell(masked, (xPx - layout.TextLeftPx()) / layout.cellWidthPx);
+    return index < 0 ? QString() : WordAround(masked, index);
+}

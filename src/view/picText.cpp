@@ -1,0 +1,302 @@
+#include "view/picText.h"
+
+#include <QFontDatabase>
+#include <QFontMetricsF>
+#include <QGlyphRun>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPaintEvent>
+#include <QPainter>
+#include <QRawFont>
+
+#include <cmath>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+const QColor Background = Qt::white;
+const QColor TextColour = Qt::black;
+const QColor DarkGrey(128, 128, 128); // colour 8 of the palette of 16
+const QColor NumberColour(96, 96, 96);
+const QColor MarkBackground(255, 214, 102);
+const QColor StripEdge(208, 208, 208);
+
+constexpr int LinesPerNotch = 3;
+constexpr int WheelNotch = 120; // eighths of a degree
+constexpr int RowGapPx = 2;     // between the boxes of two rows
+
+/// The page's font: MS Gothic where there is one, else IPAGothic, else a fixed-pitch Japanese one of the system. Among
+/// fonts that serve several countries the one made for Japan has the Japanese shapes of the kanji.
+QFont PageFont()
+{
+    const QStringList families = QFontDatabase::families(QFontDatabase::Japanese);
+    for (const QString &family : {u"MS Gothic"_s, u"ＭＳ ゴシック"_s, u"IPAGothic"_s, u"IPAゴシック"_s})
+        if (families.contains(family))
+            return QFont(family);
+    QString fixedPitch;
+    for (const QString &family : families) {
+        if (!QFontDatabase::isFixedPitch(family))
+            continue;
+        if (family.contains(u"JP"_s) || fixedPitch.isEmpty())
+            fixedPitch = family;
+    }
+    QFont font = fixedPitch.isEmpty() ? QFontDatabase::systemFont(QFontDatabase::FixedFont) : QFont(fixedPitch);
+    font.setStyleHint(QFont::Monospace);
+    return font;
+}
+
+} // namespace
+
+/// Paints in pixels of the device, so that boxes and letters are sharp at every scaling of the screen.
+class PicText::Painter
+{
+  public:
+    Painter(PicText *area, const QRect &clip)
+        : m_area(*area), m_text(*area->m_text), m_round(*area->m_round), m_layout(area->m_layout),
+          m_scale(area->devicePixelRatioF()), m_painter(area)
+    {
+        m_painter.setClipRect(clip);
+        m_painter.scale(1 / m_scale, 1 / m_scale);
+        QFont font = area->m_font;
+        font.setPixelSize(int(std::lround(font.pixelSize() * m_scale)));
+        m_painter.setFont(font);
+        m_rawFont = QRawFont::fromFont(font, QFontDatabase::Japanese);
+        m_ascent = QFontMetricsF(font).ascent();
+    }
+
+    void DrawRow(int row)
+    {
+        const int line = m_area.m_topLine + row - 1;
+        DrawCells(m_text.MaskedLine(line), 0, row);
+        const int last = m_text.Blanks().LastOnLines(line, line);
+        for (int blank = m_text.Blanks().FirstOnLines(line, line); blank > 0 && blank <= last; ++blank)
+            DrawBox(blank, row);
+        if (m_layout.hasLineNumbers)
+            DrawNumber(line, row);
+    }
+
+    void DrawStripEdge()
+    {
+        m_painter.fillRect(Device(QRect(m_layout.NumberStripPx(), 0, 1, m_layout.heightPx)), StripEdge);
+    }
+
+  private:
+    int Device(int px) const
+    {
+        return int(std::lround(px * m_scale));
+    }
+
+    QRect Device(const QRect &rect) const
+    {
+        return QRect(QPoint(Device(rect.left()), Device(rect.top())),
+                     QPoint(Device(rect.right() + 1) - 1, Device(rect.bottom() + 1) - 1));
+    }
+
+    void DrawBox(int blank, int row)
+    {
+        const BoxEdges box = GetBqInfoFromLine(m_text.Blanks(), blank, m_layout.cellWidthPx, m_layout.TextLeftPx());
+        const bool isShown = m_round.bolOpen(blank);
+        const int penWidth = qMax(1, Device(1));
+        const QRect outline = Device(QRect(box.leftPx, m_layout.RowTopPx(row), box.rightPx - box.leftPx,
+                                           m_layout.linePitchPx - RowGapPx));
+        m_painter.setPen(QPen(isShown ? DarkGrey : TextColour, penWidth, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
+        m_painter.setBrush(Qt::NoBrush);
+        // A pen of w pixels reaches w / 2 to both sides of its path.
+        const double half = penWidth / 2.0;
+        m_painter.drawRect(QRectF(outline).adjusted(half, half, -half, -half));
+        if (isShown)
+            DrawCells(m_text.Answer(blank), m_text.Blanks().startCell[size_t(blank) - 1] + 1, row);
+    }
+
+    /// Draws a text from a cell of its row on, 0 the first, each character on its own cell.
+    void DrawCells(QStringView text, int cell, int row)
+    {
+        const double baseline = Device(m_layout.RowTopPx(row)) + m_ascent;
+        const QList<quint32> glyphs = m_rawFont.glyphIndexesForString(text.toString());
+        const bool isPlain = glyphs.size() == text.size();
+        QList<quint32> drawn;
+        QList<QPointF> positions;
+        m_painter.setPen(TextColour);
+        for (qsizetype i = 0; i < text.size(); ++i) {
+            const QChar character = text[i];
+            const int cells = CellsOf(character);
+            const QPointF at(Device(m_layout.TextLeftPx() + cell * m_layout.cellWidthPx), baseline);
+            cell += cells;
+            if (character.isSpace() || character < u' ')
+                continue;
+            if (isPlain && glyphs[i] != 0) {
+                drawn += glyphs[i];
+                positions += at;
+            } else {
+                DrawForeign(character, at, Device(cells * m_layout.cellWidthPx));
+            }
+        }
+        QGlyphRun run;
+        run.setRawFont(m_rawFont);
+        run.setGlyphIndexes(drawn);
+        run.setPositions(positions);
+        m_painter.drawGlyphRun(QPointF(), run);
+    }
+
+    /// Draws a character that the page's font lacks with the font that the system finds for it, narrowed to its cells.
+    void DrawForeign(QChar character, const QPointF &at, int width)
+    {
+        const double advance = QFontMetricsF(m_painter.font()).horizontalAdvance(character);
+        m_painter.save();
+        m_painter.translate(at);
+        if (advance > width)
+            m_painter.scale(width / advance, 1);
+        m_painter.drawText(QPointF(), QString(character));
+        m_painter.restore();
+    }
+
+    void DrawNumber(int line, int row)
+    {
+        const QRect strip = Device(QRect(0, m_layout.RowTopPx(row), m_layout.NumberStripPx() - m_layout.cellWidthPx / 2,
+                                         m_layout.linePitchPx - RowGapPx));
+        if (line == m_round.lngMarkLine)
+            m_painter.fillRect(strip, MarkBackground);
+        const QString number = QString::number(line);
+        const double advance = QFontMetricsF(m_painter.font()).horizontalAdvance(number);
+        const double narrowed = qMin(1.0, strip.width() / advance); // five figures and more still fit the strip
+        m_painter.setPen(NumberColour);
+        m_painter.save();
+        m_painter.translate(strip.right() + 1 - advance * narrowed, strip.top() + m_ascent);
+        m_painter.scale(narrowed, 1);
+        m_painter.drawText(QPointF(), number);
+        m_painter.restore();
+    }
+
+    const PicText &m_area;
+    const DisplayText &m_text;
+    const StudyRound &m_round;
+    const PageLayout &m_layout;
+    double m_scale;
+    QPainter m_painter;
+    QRawFont m_rawFont;
+    double m_ascent;
+};
+
+PicText::PicText(QWidget *parent) : QWidget(parent), m_font(PageFont())
+{
+    setFocusPolicy(Qt::StrongFocus);
+    setMouseTracking(true);
+    setAttribute(Qt::WA_OpaquePaintEvent);
+    setAttribute(Qt::WA_InputMethodEnabled, false); // an input method would keep Enter to itself
+}
+
+void PicText::SetStudy(const DisplayText *text, const StudyRound *round)
+{
+    m_text = text;
+    m_round = round;
+    update();
+}
+
+void PicText::SetAppearance(float points, int lineSpacePx, bool hasLineNumbers)
+{
+    m_font.setPixelSize(int(std::lround(double(points) * logicalDpiY() / 72)));
+    const QFontMetricsF metrics(m_font);
+    const double halfWidth = qMax(metrics.horizontalAdvance(u'あ') / 2, metrics.horizontalAdvance(u'W'));
+    m_layout.cellWidthPx = qMax(1, int(std::ceil(halfWidth)));
+    m_layout.linePitchPx = int(std::ceil(metrics.height())) + lineSpacePx;
+    m_layout.hasLineNumbers = hasLineNumbers;
+    m_layout.heightPx = height();
+    update();
+    Q_EMIT RowsChanged();
+}
+
+void PicText::SetTopLine(int topLine)
+{
+    m_topLine = topLine;
+    update();
+    UpdatePointer(mapFromGlobal(QCursor::pos()));
+}
+
+void PicText::DrawBlank(int blank)
+{
+    const BlankTable &blanks = m_text->Blanks();
+    const BoxEdges box = GetBqInfoFromLine(blanks, blank, m_layout.cellWidthPx, m_layout.TextLeftPx());
+    const int row = blanks.line[size_t(blank) - 1] - m_topLine + 1;
+    update(box.leftPx, m_layout.RowTopPx(row), box.rightPx - box.leftPx, m_layout.linePitchPx);
+}
+
+void PicText::DrawLineNumbers()
+{
+    update(0, 0, m_layout.NumberStripPx() + 1, height());
+}
+
+QSize PicText::sizeHint() const
+{
+    // A line of the greatest length, and a page that fits on a small screen.
+    constexpr int columns = 100;
+    constexpr int rows = 30;
+    return QSize(m_layout.TextLeftPx() + (columns + 2) * m_layout.cellWidthPx, m_layout.RowTopPx(rows + 1));
+}
+
+void PicText::keyPressEvent(QKeyEvent *event)
+{
+    Q_EMIT KeyDown(event->key());
+}
+
+void PicText::mousePressEvent(QMouseEvent *event)
+{
+    Q_EMIT MouseDown(event->button(), event->position().toPoint().x(), event->position().toPoint().y());
+}
+
+// The second press of two quick clicks is a click like any other.
+void PicText::mouseDoubleClickEvent(QMouseEvent *event)
+{
+    mousePressEvent(event);
+}
+
+void PicText::mouseMoveEvent(QMouseEvent *event)
+{
+    UpdatePointer(event->position().toPoint());
+    Q_EMIT MouseMove();
+}
+
+// A touchpad turns the wheel by small fractions of a notch; they add up until they make a line. Ctrl with the wheel
+// belongs to nobody here and is passed on.
+void PicText::wheelEvent(QWheelEvent *event)
+{
+    if (event->modifiers().testFlag(Qt::ControlModifier)) {
+        event->ignore();
+        return;
+    }
+    constexpr int anglePerLine = WheelNotch / LinesPerNotch;
+    m_wheelAngle += event->angleDelta().y();
+    const int lines = m_wheelAngle / anglePerLine;
+    m_wheelAngle -= lines * anglePerLine;
+    if (lines != 0)
+        Q_EMIT WheelTurned(-lines);
+    event->accept();
+}
+
+void PicText::resizeEvent(QResizeEvent *)
+{
+    m_layout.heightPx = height();
+    Q_EMIT RowsChanged();
+}
+
+void PicText::paintEvent(QPaintEvent *event)
+{
+    QPainter(this).fillRect(event->rect(), Background);
+    if (!m_text)
+        return;
+    Painter painter(this, event->rect());
+    // A row that is cut off below still shows its upper part.
+    const int rowsBelow = m_text->LineCount() - m_topLine + 1;
+    const int firstRow = qMax(0, m_layout.RowOffsetAt(event->rect().top())) + 1;
+    const int lastRow = qMin(rowsBelow, m_layout.RowOffsetAt(event->rect().bottom()) + 1);
+    for (int row = firstRow; row <= lastRow; ++row)
+        painter.DrawRow(row);
+    if (m_layout.hasLineNumbers)
+        painter.DrawStripEdge();
+}
+
+void PicText::UpdatePointer(const QPoint &at)
+{
+    const bool isOverBox = m_text && HitTest(*m_text, at.x(), at.y(), m_topLine, m_layout) > 0;
+    setCursor(isOverBox ? Qt::PointingHandCursor : Qt::ArrowCursor);
+}

@@ -1,0 +1,65 @@
+// The text area of the study window: paints the page and passes keys, clicks and the wheel on. It holds no state of the
+// study; it paints what it is shown.
+#pragma once
+
+#include "view/modStudyRound.h"
+
+#include <QWidget>
+
+class PicText : public QWidget
+{
+    Q_OBJECT
+
+  public:
+    explicit PicText(QWidget *parent);
+
+    /// What to paint. Both must outlive this or the next call; nothing is painted before the first.
+    void SetStudy(const DisplayText *text, const StudyRound *round);
+
+    /// Sets font and rows. @param points  size of the text; @param lineSpacePx  space between two lines
+    void SetAppearance(float points, int lineSpacePx, bool hasLineNumbers);
+
+    /// Shows the given line, 1-based, in the first row and paints the whole page anew.
+    void SetTopLine(int topLine);
+
+    const PageLayout &Layout() const
+    {
+        return m_layout;
+    }
+
+    /// Paints one blank anew, from the background up: nothing of an answer that was hidden may remain.
+    void DrawBlank(int blank);
+
+    /// Paints the strip of line numbers anew.
+    void DrawLineNumbers();
+
+    QSize sizeHint() const override;
+
+  Q_SIGNALS:
+    void KeyDown(int key);
+    void MouseDown(Qt::MouseButton button, int xPx, int yPx);
+    void MouseMove();
+    void RowsChanged(); ///< the number of rows may be another one now
+    void WheelTurned(int lines);
+
+  protected:
+    void keyPressEvent(QKeyEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseDoubleClickEvent(QMouseEvent *event) override;
+    void mouseMoveEvent(QMouseEvent *event) override;
+    void wheelEvent(QWheelEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
+
+  private:
+    class Painter;
+
+    void UpdatePointer(const QPoint &at);
+
+    const DisplayText *m_text = nullptr;
+    const StudyRound *m_round = nullptr;
+    PageLayout m_layout;
+    QFont m_font;
+    int m_topLine = 1;
+    int m_wheelAngle = 0; // eighths of a degree that have not moved a line yet
+};
