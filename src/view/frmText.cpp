@@ -83,6 +83,7 @@ void frmText::AddControls()
     lblNum->setText(u"0"_s);
 
     auto *const bar = new QHBoxLayout;
+    bar->setSpacing(6);
     for (QPushButton *const button : {cmdFile, cmdReRead, cmdEdit, cmdIni, cmdDispHowToUse})
         bar->addWidget(button);
     bar->addWidget(chkSpeak);

@@ -1,0 +1,39 @@
+# shellcheck shell=bash disable=SC2034
+# Sourced by ./run and ./test: installs the Debian packages that are missing.
+
+export LC_ALL=C.UTF-8
+
+# What it takes to build the program and to run it on a desktop.
+build_packages=(g++ cmake ninja-build qt6-base-dev libgl1-mesa-dev libsqlite3-dev sqlite3 fonts-ipafont-gothic
+    alsa-utils xdg-utils)
+# What it takes to run it on a virtual X server and to use it there as a learner would.
+virtual_display_packages=(xvfb openbox xdotool x11-utils imagemagick procps)
+test_packages=(libgtest-dev libgmock-dev)
+
+say() {
+    printf '== %s\n' "$*"
+}
+
+install_missing() {
+    local package missing=()
+    for package in "$@"; do
+        [[ $(dpkg-query -W -f '${Status}' "$package" 2>/dev/null) == *'ok installed' ]] || missing+=("$package")
+    done
+    if [[ ${#missing[@]} -eq 0 ]]; then
+        say "all packages are installed"
+        return
+    fi
+    local as_root=()
+    if [[ $(id -u) -ne 0 ]]; then
+        if ! command -v sudo >/dev/null; then
+            printf 'These Debian packages are missing: %s\n' "${missing[*]}" >&2
+            printf 'Install them as root: apt-get install --no-install-recommends %s\n' "${missing[*]}" >&2
+            exit 1
+        fi
+        as_root=(sudo)
+    fi
+    say "installing ${missing[*]}"
+    "${as_root[@]}" apt-get update -qq
+    "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
+        apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
+}

@@ -1,0 +1,36 @@
+#!/usr/bin/env bash
+# Studies with the built program in a fresh copy of its folder and looks for the session in the database.
+#
+#     end_to_end.sh APPLICATION_FOLDER
+set -euo pipefail
+
+here=$(dirname "$(realpath "$0")")
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+cp -R "$1" "$work/Kotoban"
+application=$work/Kotoban
+rm -f "$application"/ListUserName.txt "$application"/*.ini "$application"/db_backup/*
+sqlite3 "$application/db/kotoban.splite3" 'delete from t_kotoban'
+cp "$here/0_session.txt" "$application/txt/"
+
+"$here/session.sh" "$application" "$work/screenshots" 0_session.txt 33 33
+
+expect() {
+    local what=$1 wanted=$2 found=$3
+    if [[ $wanted != "$found" ]]; then
+        printf 'end to end: %s: wanted "%s", found "%s"\n' "$what" "$wanted" "$found" >&2
+        exit 1
+    fi
+}
+
+query() {
+    sqlite3 "$application/db/kotoban.splite3" "$1"
+}
+
+expect "sessions" 1 "$(query 'select count(*) from t_kotoban')"
+# Five answers by Enter and one by a click; the second click hides it again, which does not count.
+expect "session" "hanako|0_session|6" "$(query 'select user_name, file_name, num_answer from t_kotoban')"
+expect "end of the session" 1 "$(query 'select dt_end >= ymd_sta || " " || hms_sta from t_kotoban')"
+expect "user list" "hanako" "$(tr -d '\r' <"$application/ListUserName.txt")"
+expect "backups" 1 "$(find "$application/db_backup" -name 'kotoban_*.splite3' | wc -l)"
+[[ -s $application/Kotoban_log.txt ]] || expect "run log" "written" "missing"

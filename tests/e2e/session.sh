@@ -1,0 +1,124 @@
+#!/usr/bin/env bash
+# Uses the program on a virtual X server of its own as a learner would: a name, a study file, five answers, the end.
+#
+#     session.sh APPLICATION_FOLDER SCREENSHOT_FOLDER STUDY_FILE [CLICK_X CLICK_Y]
+#
+# STUDY_FILE is a name in the folder txt. CLICK_X and CLICK_Y are a place in the study window, in percent of its size,
+# that is clicked twice after the answers. Prints the sessions that the database then holds.
+set -euo pipefail
+export LC_ALL=C.UTF-8
+
+application=$(realpath "$1")
+study_file=$3
+click=("${@:4}")
+user=hanako
+mkdir -p "$2"
+screenshots=$(realpath "$2")
+work=$(mktemp -d)
+pids=()
+
+finish() {
+    local pid
+    for pid in "${pids[@]}"; do
+        kill "$pid" 2>/dev/null || true
+    done
+    wait 2>/dev/null || true
+    rm -rf "$work"
+}
+trap finish EXIT
+
+fail() {
+    printf 'session: %s\n' "$*" >&2
+    import -window root "$screenshots/failure.png" 2>/dev/null || true
+    sed 's/^/  program: /' "$work/output" >&2 || true
+    exit 1
+}
+
+# wait_for WHAT COMMAND...: until the command succeeds, 20 seconds at most.
+wait_for() {
+    local what=$1 tries
+    shift
+    for ((tries = 0; tries < 200; tries++)); do
+        "$@" >/dev/null 2>&1 && return
+        kill -0 "$program" 2>/dev/null || [[ $what == "the end of the program" ]] || fail "the program ended early"
+        sleep 0.1
+    done
+    fail "waited in vain for $what"
+}
+
+window() {
+    xdotool search --onlyvisible --name "$1" 2>/dev/null | head -n 1 | grep .
+}
+
+is_focused() {
+    [[ $(xdotool getwindowfocus) == "$(window "$1")" ]]
+}
+
+has_ended() {
+    ! kill -0 "$program" 2>/dev/null
+}
+
+shoot() {
+    sleep 0.3 # what was painted last must have reached the screen
+    import -window root "$screenshots/$1.png"
+}
+
+Xvfb -displayfd 3 -screen 0 1280x900x24 -nolisten tcp 3>"$work/display" >/dev/null 2>&1 &
+pids+=($!)
+for ((tries = 0; tries < 100; tries++)); do
+    [[ -s $work/display ]] && break
+    sleep 0.1
+done
+DISPLAY=:$(cat "$work/display")
+export DISPLAY
+export QT_QPA_PLATFORM=xcb
+# Without a window manager nobody could ask a window to close.
+openbox --sm-disable >/dev/null 2>&1 &
+pids+=($!)
+for ((tries = 0; tries < 100; tries++)); do
+    xprop -root _NET_SUPPORTING_WM_CHECK 2>/dev/null | grep -q 'window id' && break
+    sleep 0.1
+done
+
+"$application/Kotoban" >"$work/output" 2>&1 &
+program=$!
+pids+=("$program")
+
+wait_for "the user selection" is_focused 'ログイン画面$'
+shoot 01-login
+xdotool type "$user"
+xdotool key Return
+
+wait_for "the file selection" is_focused '^ファイル選択 Ver'
+names=$(cd "$application/txt" && printf '%s\n' *.txt | LC_ALL=C sort)
+row=$(grep -nxF "$study_file" <<<"$names" | cut -d: -f1)
+xdotool key Home
+for ((i = 1; i < row; i++)); do
+    xdotool key Down
+done
+shoot 02-select
+xdotool key Return
+
+study="^瞬記帳 Ver.*\\[$user\\]$"
+wait_for "the page" is_focused "$study"
+shoot 03-page
+for ((i = 0; i < 5; i++)); do
+    xdotool key Return
+    sleep 0.1
+done
+shoot 04-answers
+if [[ ${#click[@]} -eq 2 ]]; then
+    eval "$(xdotool getwindowgeometry --shell "$(window "$study")")"
+    xdotool mousemove $((X + WIDTH * click[0] / 100)) $((Y + HEIGHT * click[1] / 100))
+    xdotool click 1
+    shoot 05-click
+    xdotool click 1
+    shoot 06-click-again
+fi
+
+xdotool key alt+F4
+wait_for "the end of the program" has_ended
+status=0
+wait "$program" || status=$?
+[[ $status -eq 0 ]] || fail "the program ended with status $status"
+sqlite3 -header -column "$application/db/kotoban.splite3" 'select * from t_kotoban'
