@@ -1,7 +1,8 @@
 # shellcheck shell=bash disable=SC2034
 # Sourced by ./run and ./test: installs the Debian packages that are missing.
 
-export LC_ALL=C.UTF-8
+# A fresh machine may have no UTF-8 locale; a learner's own stays, as the program takes the language from it.
+[[ $(locale charmap 2>/dev/null) == UTF-8 ]] || export LC_ALL=C.UTF-8
 
 # What it takes to build the program and to run it on a desktop.
 build_packages=(g++ cmake ninja-build qt6-base-dev libgl1-mesa-dev libsqlite3-dev sqlite3 fonts-ipafont-gothic
@@ -26,8 +27,8 @@ install_missing() {
     local as_root=()
     if [[ $(id -u) -ne 0 ]]; then
         if ! command -v sudo >/dev/null; then
-            printf 'These Debian packages are missing: %s\n' "${missing[*]}" >&2
-            printf 'Install them as root: apt-get install --no-install-recommends %s\n' "${missing[*]}" >&2
+            printf 'These Debian packages are missing, and only root or sudo could install them. As root:\n' >&2
+            printf '    apt-get update && apt-get install --no-install-recommends %s\n' "${missing[*]}" >&2
             exit 1
         fi
         as_root=(sudo)

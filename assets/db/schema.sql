@@ -1,10 +1,16 @@
--- The record of study sessions, one row a session.
---   ymd_sta     'yyyy/mm/dd'           date on which the session started
---   user_name                          who studied
---   hms_sta     'hh:nn:ss'             time at which it started
---   file_name                          the study file's name without folder and extension
---   dt_end      'yyyy/mm/dd hh:nn:ss'  when it ended; null until then
---   num_answer                         answers shown in it; null until it ended
+-- Table of study sessions: one row for each session of each learner.
+--
+--   ymd_sta    date the session began,  'yyyy/mm/dd'
+--   user_name  name of the learner
+--   hms_sta    time the session began,  'hh:nn:ss' (24 hours, nn = minutes)
+--   file_name  name of the study file
+--   dt_end     date and time the session ended, 'yyyy/mm/dd hh:nn:ss';
+--              null until the session ends
+--   num_answer number of answers shown during the session;
+--              null until the session ends
+--
+-- Dates and times are local time with leading zeros, so that comparing them
+-- as text puts them in order of time.
 create table t_kotoban (
     ymd_sta    text,
     user_name  text,
@@ -14,5 +20,6 @@ create table t_kotoban (
     num_answer integer
 );
 
--- Serves the study history: the sessions of one user over a span of days, in their order.
+-- Serves the study history: one learner's sessions within a range of dates,
+-- in order of time.
 create index i_kotoban_user_start on t_kotoban (user_name, ymd_sta, hms_sta);

@@ -62,7 +62,9 @@ class PicText::Painter
         font.setPixelSize(int(std::lround(font.pixelSize() * m_scale)));
         m_painter.setFont(font);
         m_rawFont = QRawFont::fromFont(font, QFontDatabase::Japanese);
-        m_ascent = QFontMetricsF(font).ascent();
+        const QFontMetricsF metrics(font);
+        // Letters stand in the middle between the upper and the lower edge of a box.
+        m_ascent = std::floor(metrics.ascent() + (Device(m_layout.linePitchPx - RowGapPx) - metrics.height()) / 2);
     }
 
     void DrawRow(int row)
@@ -175,7 +177,7 @@ class PicText::Painter
     double m_scale;
     QPainter m_painter;
     QRawFont m_rawFont;
-    double m_ascent;
+    double m_ascent; // from the top of a row to its baseline
 };
 
 PicText::PicText(QWidget *parent) : QWidget(parent), m_font(PageFont())

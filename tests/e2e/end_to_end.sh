@@ -6,10 +6,21 @@ set -euo pipefail
 
 here=$(dirname "$(realpath "$0")")
 work=$(mktemp -d)
-trap 'rm -rf "$work"' EXIT
+
+# After a failure the screenshots and the database are what tells why.
+finish() {
+    local status=$?
+    if [[ $status -eq 0 ]]; then
+        rm -rf "$work"
+    else
+        printf 'end to end: left for inspection: %s\n' "$work" >&2
+    fi
+}
+trap finish EXIT
+
 cp -R "$1" "$work/Kotoban"
 application=$work/Kotoban
-rm -f "$application"/ListUserName.txt "$application"/*.ini "$application"/db_backup/*
+rm -f "$application"/{ListUserName,Kotoban_log}.txt "$application"/*.ini "$application"/db_backup/*
 sqlite3 "$application/db/kotoban.splite3" 'delete from t_kotoban'
 cp "$here/0_session.txt" "$application/txt/"
 

@@ -4,7 +4,7 @@
 #     session.sh APPLICATION_FOLDER SCREENSHOT_FOLDER STUDY_FILE [CLICK_X CLICK_Y]
 #
 # STUDY_FILE is a name in the folder txt. CLICK_X and CLICK_Y are a place in the study window, in percent of its size,
-# that is clicked twice after the answers. Prints the sessions that the database then holds.
+# that is clicked twice after the answers. Prints the row that the session left in the database.
 set -euo pipefail
 export LC_ALL=C.UTF-8
 
@@ -16,6 +16,7 @@ mkdir -p "$2"
 screenshots=$(realpath "$2")
 work=$(mktemp -d)
 pids=()
+program=
 
 finish() {
     local pid
@@ -30,7 +31,7 @@ trap finish EXIT
 fail() {
     printf 'session: %s\n' "$*" >&2
     import -window root "$screenshots/failure.png" 2>/dev/null || true
-    sed 's/^/  program: /' "$work/output" >&2 || true
+    [[ -z $program ]] || sed 's/^/  program: /' "$work/output" >&2
     exit 1
 }
 
@@ -40,10 +41,14 @@ wait_for() {
     shift
     for ((tries = 0; tries < 200; tries++)); do
         "$@" >/dev/null 2>&1 && return
-        kill -0 "$program" 2>/dev/null || [[ $what == "the end of the program" ]] || fail "the program ended early"
+        [[ -z $program ]] || kill -0 "$program" 2>/dev/null || fail "the program ended early"
         sleep 0.1
     done
     fail "waited in vain for $what"
+}
+
+is_managed() {
+    xprop -root _NET_SUPPORTING_WM_CHECK | grep 'window id'
 }
 
 window() {
@@ -54,31 +59,26 @@ is_focused() {
     [[ $(xdotool getwindowfocus) == "$(window "$1")" ]]
 }
 
-has_ended() {
-    ! kill -0 "$program" 2>/dev/null
-}
-
 shoot() {
     sleep 0.3 # what was painted last must have reached the screen
     import -window root "$screenshots/$1.png"
 }
 
+[[ -f $application/txt/$study_file ]] || fail "there is no study file $application/txt/$study_file"
+
+# The desktop of whoever starts this must neither see the session nor change how it goes.
+unset WAYLAND_DISPLAY
+export QT_QPA_PLATFORM=xcb DBUS_SESSION_BUS_ADDRESS=disabled: XDG_CONFIG_HOME="$work" XDG_RUNTIME_DIR="$work"
+
 Xvfb -displayfd 3 -screen 0 1280x900x24 -nolisten tcp 3>"$work/display" >/dev/null 2>&1 &
 pids+=($!)
-for ((tries = 0; tries < 100; tries++)); do
-    [[ -s $work/display ]] && break
-    sleep 0.1
-done
+wait_for "the X server" test -s "$work/display"
 DISPLAY=:$(cat "$work/display")
 export DISPLAY
-export QT_QPA_PLATFORM=xcb
 # Without a window manager nobody could ask a window to close.
 openbox --sm-disable >/dev/null 2>&1 &
 pids+=($!)
-for ((tries = 0; tries < 100; tries++)); do
-    xprop -root _NET_SUPPORTING_WM_CHECK 2>/dev/null | grep -q 'window id' && break
-    sleep 0.1
-done
+wait_for "the window manager" is_managed
 
 "$application/Kotoban" >"$work/output" 2>&1 &
 program=$!
@@ -117,8 +117,8 @@ if [[ ${#click[@]} -eq 2 ]]; then
 fi
 
 xdotool key alt+F4
-wait_for "the end of the program" has_ended
+timeout 20 tail --pid="$program" -s 0.1 -f /dev/null || fail "the program did not end"
 status=0
 wait "$program" || status=$?
 [[ $status -eq 0 ]] || fail "the program ended with status $status"
-sqlite3 -header -column "$application/db/kotoban.splite3" 'select * from t_kotoban'
+sqlite3 -header -column "$application/db/kotoban.splite3" 'select * from t_kotoban order by rowid desc limit 1'

@@ -1,0 +1,206 @@
+#include "app/frmLogin.h"
+#include "app/modMain.h"
+#include "app/modUserList.h"
+#include "settings/frmMsg.h"
+#include "support/DialogScript.h"
+#include "support/RecordingDesktop.h"
+#include "support/TestFiles.h"
+
+#include <QLineEdit>
+#include <QListWidget>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+class StartTest : public testing::Test
+{
+  protected:
+    StartTest()
+    {
+        for (const QStringView name : RequiredFolders.split(u','))
+            folder.MakeFolder(name.toString());
+        folder.Write(u"db/kotoban.splite3"_s, "");
+    }
+
+    bool Prepare()
+    {
+        const InstanceMark instance(folder.Path());
+        return PrepareRun(folder.Path(), instance, log, desktop, database);
+    }
+
+    QStringList FilesIn(const QString &name) const
+    {
+        return QDir(folder.Path(name)).entryList(QDir::Files, QDir::Name);
+    }
+
+    TestFolder folder;
+    RecordingDesktop desktop;
+    StudyDatabase database{desktop};
+    RunLog log{folder.Path(), u"Kotoban"_s, desktop};
+};
+
+const QByteArray Header = ToCodePage932(u"Kotoban.exe　Ver1.0.0\r\n2024/03/05(火)\r\n");
+
+} // namespace
+
+TEST_F(StartTest, GoesThroughToTheOpenDatabase)
+{
+    EXPECT_TRUE(Prepare());
+    EXPECT_EQ(desktop.title, u"瞬記帳"_s);
+    EXPECT_EQ(folder.Read(u"Kotoban_log.txt"_s), Header);
+    EXPECT_EQ(FilesIn(u"db_backup"_s), QStringList(u"kotoban_2024_0305-1430_15.splite3"_s));
+    EXPECT_TRUE(database.SQLite3NonQuery(u"create table t (a)"_s));
+    EXPECT_TRUE(desktop.messages.isEmpty());
+}
+
+TEST_F(StartTest, ASecondInstanceTouchesNothing)
+{
+    const InstanceMark first(folder.Path());
+    EXPECT_FALSE(Prepare());
+    EXPECT_EQ(desktop.TakeMessages(), QStringList(u"二重起動はできません。"_s));
+    EXPECT_FALSE(QFile::exists(log.Path()));
+    EXPECT_TRUE(FilesIn(u"db_backup"_s).isEmpty());
+    EXPECT_TRUE(desktop.title.isEmpty()) << "the title is set after the check";
+}
+
+TEST_F(StartTest, TheFirstMissingFolderIsTheOnlyEntryOfTheLog)
+{
+    QDir(folder.Path(u"rec"_s)).removeRecursively();
+    QDir(folder.Path(u"db_backup"_s)).removeRecursively();
+    folder.Write(u"db_backup"_s, "a file, no folder");
+    EXPECT_FALSE(Prepare());
+    EXPECT_TRUE(desktop.messages.isEmpty()) << "no window at all";
+    const QString entry = u"14:30:15 次のフォルダが存在しません。\r\n次のフォルダを作成してください。\r\n\r\n　"_s +
+                          QDir::toNativeSeparators(folder.Path(u"db_backup"_s)) + u"\r\n"_s;
+    EXPECT_EQ(folder.Read(u"Kotoban_log.txt"_s), QByteArray(Header + ToCodePage932(entry)));
+}
+
+TEST_F(StartTest, ADatabaseThatCannotBeCopiedEndsTheStart)
+{
+    QFile::remove(folder.Path(u"db/kotoban.splite3"_s));
+    EXPECT_FALSE(Prepare());
+    ASSERT_EQ(desktop.messages.size(), 1);
+    EXPECT_TRUE(desktop.messages[0].startsWith(u"データベースのバックアップに失敗しました。"_s));
+    EXPECT_TRUE(FilesIn(u"db_backup"_s).isEmpty()) << "no part of a copy";
+    EXPECT_TRUE(FilesIn(u"db"_s).isEmpty()) << "no empty database was made";
+}
+
+TEST_F(StartTest, ADatabaseThatCannotBeOpenedEndsTheStartAfterTheBackup)
+{
+    QFile::remove(folder.Path(u"db/kotoban.splite3"_s));
+    folder.MakeFolder(u"db/kotoban.splite3"_s);
+    folder.Write(u"db_backup/by hand_2024_0305.txt"_s, "");
+    EXPECT_FALSE(Prepare());
+    EXPECT_EQ(desktop.messages, QStringList(u"DBFile Open Error"_s));
+}
+
+TEST_F(StartTest, BacksUpOncePerDayAndNeverPrunes)
+{
+    QString error;
+    const auto backUp = [&](int day, int hour) {
+        return BackupDatabase(folder.Path(u"db"_s), u"kotoban.splite3"_s, folder.Path(u"db_backup"_s), 20,
+                              QDateTime(QDate(2024, 3, 1).addDays(day), QTime(hour, 0)), &error);
+    };
+    folder.Write(u"db/kotoban.splite3"_s, "records");
+    for (int day = 0; day < 25; ++day) {
+        EXPECT_TRUE(backUp(day, 8));
+        EXPECT_TRUE(backUp(day, 9));
+    }
+    EXPECT_EQ(FilesIn(u"db_backup"_s).size(), 25);
+    EXPECT_EQ(folder.Read(u"db_backup/kotoban_2024_0325-0800_00.splite3"_s), "records");
+    folder.Write(u"db_backup/note_2024_0326.txt"_s, "");
+    EXPECT_TRUE(backUp(25, 8));
+    EXPECT_EQ(FilesIn(u"db_backup"_s).size(), 26) << "any file with the day's mark suppresses the backup";
+}
+
+TEST_F(StartTest, KillOldFilesKeepsTheNewestByName)
+{
+    for (int i = 10; i < 22; ++i)
+        folder.Write(u"log/Log2024_"_s + QString::number(i) + u".txt"_s, "");
+    folder.Write(u"log/Other.txt"_s, "");
+    folder.Write(u"log/Log2000.doc"_s, "");
+    EXPECT_TRUE(Prepare());
+    QStringList left = FilesIn(u"log"_s);
+    EXPECT_EQ(left.size(), 12);
+    EXPECT_FALSE(left.contains(u"Log2024_10.txt"_s) || left.contains(u"Log2024_11.txt"_s));
+}
+
+TEST(UserList, GrowsByWholeLines)
+{
+    const TestFolder folder;
+    const QString path = folder.Path(u"ListUserName.txt"_s);
+    QString error;
+    EXPECT_TRUE(ReadUserNames(path).isEmpty());
+    EXPECT_TRUE(AppendUserName(path, u" 花子 "_s, &error));
+    EXPECT_EQ(folder.Read(u"ListUserName.txt"_s), " \x89\xD4\x8Eq \r\n");
+    folder.Write(u"ListUserName.txt"_s, "taro\nhanako");
+    EXPECT_EQ(ReadUserNames(path), QStringList({u"taro"_s, u"hanako"_s}));
+    EXPECT_TRUE(AppendUserName(path, u"José"_s, &error));
+    EXPECT_EQ(folder.Read(u"ListUserName.txt"_s), "taro\nhanako\r\nJos?\r\n");
+    EXPECT_TRUE(IsUserListed(ReadUserNames(path), u"José"_s)) << "or it would be added at every start";
+    EXPECT_FALSE(IsUserListed(ReadUserNames(path), u"Taro"_s));
+    EXPECT_FALSE(AppendUserName(folder.Path(u"none/list.txt"_s), u"x"_s, &error));
+    EXPECT_FALSE(error.isEmpty());
+}
+
+namespace {
+
+class LoginTest : public testing::Test
+{
+  protected:
+    void Type(const QString &name)
+    {
+        script.When(u"frmLogin"_s, [name](QWidget *window) {
+            auto *const text = window->findChild<QLineEdit *>(u"txtUserName"_s);
+            EXPECT_TRUE(text->hasFocus());
+            text->setText(name);
+            QTest::keyClick(text, Qt::Key_Return);
+        });
+    }
+
+    TestFolder folder;
+    QString path = folder.Write(u"ListUserName.txt"_s, "taro\r\n\x89\xD4\x8Eq\r\n");
+    RecordingDesktop desktop;
+    frmMsg msg{desktop, u"wav"_s};
+    frmLogin login{desktop, msg, path};
+    DialogScript script;
+};
+
+} // namespace
+
+TEST_F(LoginTest, RefusesBlanksAndAcceptsANewNameAsItStands)
+{
+    EXPECT_EQ(login.windowTitle(), u"瞬記帳 Ver1.0.0 ログイン画面"_s);
+    Type(u"  "_s);
+    script.Click(u"frmMsg"_s, u"cmdOK"_s);
+    Type(u" jiro"_s);
+    EXPECT_EQ(login.Ask(), LoginResult::Accepted);
+    EXPECT_EQ(script.messages, QStringList(u"利用者名は入力必須です。"_s));
+    EXPECT_EQ(login.UserName(), u" jiro"_s);
+    EXPECT_EQ(ReadUserNames(path), QStringList({u"taro"_s, u"花子"_s, u" jiro"_s}));
+}
+
+TEST_F(LoginTest, TakesAListedNameByAClickWithoutAddingIt)
+{
+    script.When(u"frmLogin"_s, [](QWidget *window) {
+        auto *const list = window->findChild<QListWidget *>(u"lstUserName"_s);
+        QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualItemRect(list->item(1)).center());
+        window->findChild<QAbstractButton *>(u"cmdOK"_s)->click();
+    });
+    EXPECT_EQ(login.Ask(), LoginResult::Accepted);
+    EXPECT_EQ(login.UserName(), u"花子"_s);
+    EXPECT_EQ(ReadUserNames(path).size(), 2);
+}
+
+TEST_F(LoginTest, ClosingAndEndingDiffer)
+{
+    script.When(u"frmLogin"_s, [](QWidget *window) { window->close(); });
+    EXPECT_EQ(login.Ask(), LoginResult::Closed);
+    EXPECT_TRUE(login.UserName().isEmpty());
+    script.Click(u"frmLogin"_s, u"cmdEnd"_s);
+    EXPECT_EQ(login.Ask(), LoginResult::EndProgram);
+}

@@ -1,0 +1,115 @@
+#include "files/frmFile.h"
+#include "settings/frmMsg.h"
+#include "support/DialogScript.h"
+#include "support/RecordingDesktop.h"
+#include "support/TestFiles.h"
+#include "text/modCheckText.h"
+
+#include <QListView>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+using namespace Qt::Literals::StringLiterals;
+
+TEST(StudyFolder, ListsTextFilesByNameAndSaysWhatIsWrongWithThem)
+{
+    const TestFolder folder;
+    folder.WriteStudyFile(u"b.txt"_s, {u"[ok]"_s});
+    folder.WriteStudyFile(u"漢.TXT"_s, {u"ok"_s, u"[a"_s});
+    folder.WriteStudyFile(u"B.txt"_s, {u"]a["_s});
+    folder.Write(u"euc.txt"_s, "\xC6\xFC\xCB\xDC\xB8\xEC\xA4\xCE\r\n");
+    folder.Write(u"long.txt"_s, QByteArray(101, 'x'));
+    folder.Write(u"note.doc"_s, "x");
+    folder.MakeFolder(u"folder.txt"_s);
+    StudyFolder files(folder.Path());
+    files.Refresh();
+    EXPECT_EQ(files.Names(), QStringList({u"B.txt"_s, u"b.txt"_s, u"euc.txt"_s, u"long.txt"_s, u"漢.TXT"_s}));
+    const QStringList faults = {u"1行[ ]指定異常"_s, QString(), u"文字コード＝EUC"_s, u"1行100バイト超過"_s,
+                                u"2行[ ]指定異常"_s};
+    for (qsizetype i = 0; i < faults.size(); ++i)
+        EXPECT_EQ(files.Fault(files.Names()[i]), faults[i]);
+
+    folder.WriteStudyFile(u"b.txt"_s, {u"[now wrong"_s});
+    EXPECT_EQ(files.Fault(u"b.txt"_s), QString()) << "remembered until the folder is listed again";
+    files.Refresh();
+    EXPECT_EQ(files.Fault(u"b.txt"_s), u"1行[ ]指定異常"_s);
+    QFile::remove(folder.Path(u"long.txt"_s));
+    files.Refresh();
+    EXPECT_EQ(files.Fault(u"long.txt"_s), QString()) << "gone";
+    QFile::remove(folder.Path(u"b.txt"_s));
+    EXPECT_EQ(FileFault(folder.Path(u"b.txt"_s)), u"読み込み不可"_s);
+}
+
+TEST(CheckSelection, RefusesNothingAndPrintableCopies)
+{
+    QString message;
+    EXPECT_FALSE(CheckSelection(QString(), false, &message));
+    EXPECT_EQ(message, u"ファイルを一つ選択してください。"_s);
+    EXPECT_FALSE(CheckSelection(u"a_印刷用.txt"_s, true, &message));
+    EXPECT_EQ(message, u"印刷用ファイル以外を一つ選択してください。"_s);
+    EXPECT_TRUE(CheckSelection(u"a_印刷用.txt"_s, false, &message));
+}
+
+namespace {
+
+class FileWindowTest : public testing::Test
+{
+  protected:
+    FileWindowTest()
+    {
+        good = folder.WriteStudyFile(u"a good.txt"_s, {u"[ok]"_s});
+        bad = folder.WriteStudyFile(u"bad.txt"_s, {u"ok"_s, u"[a"_s});
+        EXPECT_EQ(database.Open(u":memory:"_s), 0);
+    }
+
+    void Press(Qt::Key key)
+    {
+        script.When(u"frmFile"_s, [key](QWidget *dialog) {
+            QTest::keyClick(dialog->findChild<QListView *>(u"lstFile"_s), key);
+        });
+    }
+
+    TestFolder folder;
+    QString good;
+    QString bad;
+    RecordingDesktop desktop;
+    StudyDatabase database{desktop};
+    frmMsg msg{desktop, u"wav"_s};
+    frmFile window{desktop, database, msg, folder.Path(), u"花子"_s, nullptr};
+    DialogScript script;
+};
+
+} // namespace
+
+TEST_F(FileWindowTest, ChoosesAFileByKeys)
+{
+    Press(Qt::Key_Home);
+    Press(Qt::Key_Return);
+    EXPECT_EQ(window.Choose(u"notepad.exe"_s), FileChoice::Chosen);
+    EXPECT_EQ(window.ChosenPath(), QDir::toNativeSeparators(good));
+    EXPECT_TRUE(desktop.sounds.join(u' ').endsWith(u"start.wav"_s));
+    script.Click(u"frmFile"_s, u"cmdCancel"_s);
+    EXPECT_EQ(window.Choose(u"notepad.exe"_s), FileChoice::Cancelled);
+}
+
+TEST_F(FileWindowTest, RefusesWithoutSelectionAndOffersTheEditorForABadFile)
+{
+    script.Click(u"frmFile"_s, u"cmdSelect"_s);
+    script.Click(u"frmMsg"_s, u"cmdOK"_s);
+    Press(Qt::Key_End);
+    Press(Qt::Key_End);
+    script.Click(u"frmFile"_s, u"cmdSelect"_s);
+    script.Click(u"frmMsg"_s, u"cmdOK"_s);
+    script.Click(u"frmFile"_s, u"cmdOpenFolder"_s);
+    script.Click(u"frmFile"_s, u"cmdEnd"_s);
+    EXPECT_EQ(window.Choose(u"sakura.exe"_s), FileChoice::EndProgram);
+    ASSERT_EQ(script.messages.size(), 2);
+    EXPECT_EQ(script.messages[0], u"ファイルを一つ選択してください。"_s);
+    EXPECT_EQ(script.messages[1], QString(BracketCountMessage(2, u"[a") + u"\r\nこのファイルを開きますか？"_s)
+                                      .replace(u"\r\n"_s, u"\n"_s));
+    EXPECT_EQ(desktop.commands, QStringList(u"sakura.exe -Y=2 \""_s + QDir::toNativeSeparators(bad) + u'"'));
+    EXPECT_EQ(desktop.opened, QStringList(folder.Path()));
+    EXPECT_TRUE(window.ChosenPath().isEmpty());
+    EXPECT_FALSE(database.SQLite3NonQuery(u"create table t (a)"_s)) << "the end button closes the database";
+}

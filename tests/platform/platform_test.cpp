@@ -1,0 +1,216 @@
+#include "platform/modCodePage.h"
+#include "platform/modCommandLine.h"
+#include "platform/modFile.h"
+#include "platform/modInstance.h"
+#include "platform/modLog.h"
+#include "platform/modProcess.h"
+#include "platform/modProfile.h"
+#include "platform/modWindowMessage.h"
+#include "support/RecordingDesktop.h"
+#include "support/TestFiles.h"
+
+#include <QTest>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+using namespace Qt::Literals::StringLiterals;
+
+TEST(CodePage, DecodesAsWindowsDoes)
+{
+    const struct
+    {
+        const char *name;
+        QByteArray bytes;
+        QString text;
+    } rows[] = {
+        {"backslash stays one", "a\\b~", u"a\\b~"_s},
+        {"wave dash is the full-width tilde", "\x81\x60", u"～"_s},
+        {"minus sign is the full-width one", "\x81\x7C", u"－"_s},
+        {"half-width katakana is one byte", "\xB1\xB2", u"ｱｲ"_s},
+        {"trail byte that is a bracket", "\x8B\x5B\x83\x5D", u"擬ゾ"_s},
+        {"NEC and IBM characters", "\x87\x40\xFA\x40", u"①ⅰ"_s},
+        {"lone lead byte at the end", "a\x93", u"a\uFFFD"_s},
+        {"lead byte before a control character", "\x93\r\n", u"\uFFFD\r\n"_s},
+        {"unassigned pair: one for each byte", "\x85\x5B]", u"\uFFFD\uFFFD]"_s},
+        {"bytes that Windows keeps to itself", "\x80\xA0\xFD\xFF", u"\uFFFD\uFFFD\uFFFD\uFFFD"_s},
+        {"NUL", QByteArray("a\0b", 3), u"a\0b"_s},
+    };
+    for (const auto &row : rows)
+        EXPECT_EQ(FromCodePage932(row.bytes), row.text) << row.name;
+}
+
+TEST(CodePage, EncodesAndCountsWhatItLacksAsOneQuestionMark)
+{
+    const struct
+    {
+        QString text;
+        QByteArray bytes;
+    } rows[] = {
+        {u"漢字kana ｶﾅ"_s, "\x8A\xBF\x8E\x9Akana \xB6\xC5"},
+        {u"é"_s, "?"},
+        {u"a😀b"_s, "a?b"},
+        {u"\uFFFD"_s, "?"},
+        {u"\0"_s, QByteArray("\0", 1)},
+        {u"≒∪"_s, "\x81\xE0\x81\xBE"}, // each has two codes; the one that Windows writes
+    };
+    for (const auto &row : rows) {
+        EXPECT_EQ(ToCodePage932(row.text), row.bytes);
+        EXPECT_EQ(GetByteLength(row.text), row.bytes.size());
+    }
+}
+
+TEST(CodePage, EveryCharacterThatIsDecodedIsEncodedAgain)
+{
+    int pairs = 0;
+    for (int lead = 0x81; lead <= 0xFC; ++lead) {
+        for (int trail = 0x40; trail <= 0xFC; ++trail) {
+            const char pair[] = {char(lead), char(trail)};
+            const QString text = FromCodePage932(QByteArrayView(pair, 2));
+            if (text.size() != 1 || text[0] == QChar::ReplacementCharacter)
+                continue;
+            ++pairs;
+            EXPECT_EQ(FromCodePage932(ToCodePage932(text)), text);
+            EXPECT_TRUE(IsDoubleByte(text[0]));
+        }
+    }
+    EXPECT_GT(pairs, 9000);
+}
+
+TEST(CommandLine, IsReadAsWindowsReadsIt)
+{
+    const auto isProgram = [](const QString &name) { return name == u"/opt/my tools/ed" || name == u"ed"; };
+    const struct
+    {
+        const char *name;
+        QString line;
+        QString program;
+        QStringList arguments;
+    } rows[] = {
+        {"file in quotes", u"ed \"a b.txt\""_s, u"ed"_s, {u"a b.txt"_s}},
+        {"option and file", u"ed -Y=12 \"a.txt\""_s, u"ed"_s, {u"-Y=12"_s, u"a.txt"_s}},
+        {"unquoted program with a blank", u"/opt/my tools/ed \"x\""_s, u"/opt/my tools/ed"_s, {u"x"_s}},
+        {"quoted program", u"\"/opt/my tools/ed\" x"_s, u"/opt/my tools/ed"_s, {u"x"_s}},
+        {"no such program", u"no such thing"_s, u"no"_s, {u"such"_s, u"thing"_s}},
+        {"backslashes stand for themselves", u"ed C:\\txt\\a"_s, u"ed"_s, {u"C:\\txt\\a"_s}},
+        {"backslash before a quote", u"ed a\\\"b \"c\\\\\" d"_s, u"ed"_s, {u"a\"b"_s, u"c\\"_s, u"d"_s}},
+        {"open quote", u"ed \"a b"_s, u"ed"_s, {u"a b"_s}},
+        {"empty argument", u"ed \"\""_s, u"ed"_s, {QString()}},
+        {"nothing but blanks", u"  "_s, QString(), {}},
+    };
+    for (const auto &row : rows) {
+        const CommandLine command = ParseCommandLine(row.line, isProgram);
+        EXPECT_EQ(command.program, row.program) << row.name;
+        EXPECT_EQ(command.arguments, row.arguments) << row.name;
+    }
+}
+
+TEST(Process, StartsAProgramWhosePathHoldsBlanksAndPassesTheFileWhole)
+{
+    const TestFolder folder;
+    const QString script = folder.Write(u"my tools/ed.sh"_s, "#!/bin/sh\nprintf %s \"$1\" > \"$(dirname \"$0\")/got\"\n");
+    QFile::setPermissions(script, QFile::ReadOwner | QFile::ExeOwner);
+    EXPECT_TRUE(StartProcess(script + u" \"a b.txt\""_s));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return folder.Read(u"my tools/got"_s) == "a b.txt"; }));
+    EXPECT_FALSE(StartProcess(folder.Path(u"missing"_s)));
+    EXPECT_FALSE(StartProcess(QString()));
+}
+
+TEST(Profile, ReadsAsWindowsDoes)
+{
+    const TestFolder folder;
+    const QString path = folder.Write(u"a.ini"_s, "; FontSize=1\r\n[other]\r\nFontSize=2\r\n[ Setting ]\r\n"
+                                                  ";LineSpace=3\r\n fontsize = 9.75 \r\nTextEditor=\"C:\\a b\\e.exe\"\r\n"
+                                                  "Empty=\r\nFontSize=4\r\nOne='\r\n[setting]\r\nLate=5\r\n");
+    const auto read = [&path](const QString &key) { return ReadProfile(path, u"setting"_s, key, u"default"_s, 99); };
+    EXPECT_EQ(read(u"FontSize"_s), u"9.75"_s);
+    EXPECT_EQ(read(u"TextEditor"_s), u"C:\\a b\\e.exe"_s);
+    EXPECT_EQ(read(u"LineSpace"_s), u"default"_s) << "a comment is no key";
+    EXPECT_EQ(read(u"Empty"_s), QString());
+    EXPECT_EQ(read(u"One"_s), u"'"_s) << "one quote is no pair";
+    EXPECT_EQ(read(u"Late"_s), u"default"_s) << "only the first section of a name counts";
+    EXPECT_EQ(ReadProfile(folder.Path(u"none.ini"_s), u"setting"_s, u"x"_s, u"d"_s, 99), u"d"_s);
+    EXPECT_EQ(ReadProfile(path, u"setting"_s, u"TextEditor"_s, QString(), 4), u"C:\\a"_s) << "cut at the buffer";
+
+    const QString withNul = folder.Write(u"nul.ini"_s, QByteArray("[setting]\nTextEditor=ab\0cd\n", 27));
+    EXPECT_EQ(ReadProfile(withNul, u"setting"_s, u"TextEditor"_s, QString(), 99), u"ab"_s);
+    const QString large = folder.Write(u"large.ini"_s, QByteArray(10'000'000, 'x') + "\r\n[setting]\r\nk=v");
+    EXPECT_EQ(ReadProfile(large, u"setting"_s, u"k"_s, QString(), 99), u"v"_s);
+}
+
+TEST(Profile, WritesOneLineAndKeepsEveryOtherByte)
+{
+    const struct
+    {
+        const char *name;
+        QByteArray before;
+        QByteArray after;
+    } rows[] = {
+        {"no file content", "", "[setting]\r\nKey=new\r\n"},
+        {"no section", "x=1", "x=1\r\n[setting]\r\nKey=new\r\n"},
+        {"key replaced in place", "[a]\n\n[setting]\nkey = old \r\n;\x93\xFA\n[b]\nKey=1\n",
+         "[a]\n\n[setting]\nKey=new\r\n;\x93\xFA\n[b]\nKey=1\n"},
+        {"key added behind the section's last line", "[setting]\r\na=1\r\n\r\n[b]\r\n",
+         "[setting]\r\na=1\r\nKey=new\r\n\r\n[b]\r\n"},
+        {"no line end at the file's end", "[setting]\r\na=1", "[setting]\r\na=1\r\nKey=new\r\n"},
+    };
+    const TestFolder folder;
+    for (const auto &row : rows) {
+        const QString path = folder.Write(u"a.ini"_s, row.before);
+        EXPECT_TRUE(WriteProfile(path, u"setting"_s, u"Key"_s, u"new"_s)) << row.name;
+        EXPECT_EQ(folder.Read(u"a.ini"_s), row.after) << row.name;
+    }
+    EXPECT_FALSE(WriteProfile(folder.Path(u"no folder/a.ini"_s), u"s"_s, u"k"_s, u"v"_s));
+}
+
+TEST(RunLog, BeginsAnewAtEachStartAndGathersEntries)
+{
+    const TestFolder folder;
+    RecordingDesktop desktop;
+    const RunLog log(folder.Path(), u"Kotoban"_s, desktop);
+    QString error;
+    EXPECT_TRUE(log.WriteYmdLogStart(&error));
+    EXPECT_TRUE(log.WriteLog(u"古い"_s, &error));
+    EXPECT_TRUE(log.WriteYmdLogStart(&error));
+    EXPECT_TRUE(log.WriteLog(u"二行\r\nの記録"_s, &error));
+    EXPECT_EQ(FromCodePage932(folder.Read(u"Kotoban_log.txt"_s)),
+              u"Kotoban.exe　Ver1.0.0\r\n2024/03/05(火)\r\n14:30:15 二行\r\nの記録\r\n"_s);
+    EXPECT_FALSE(RunLog(folder.Path(u"none"_s), u"Kotoban"_s, desktop).WriteYmdLogStart(&error));
+    EXPECT_FALSE(error.isEmpty());
+}
+
+TEST(InstanceMark, IsHeldOncePerFolderAndLeavesNothingBehind)
+{
+    const TestFolder folder;
+    folder.MakeFolder(u"other"_s);
+    {
+        const InstanceMark first(folder.Path());
+        EXPECT_FALSE(first.HasPreviousInstance());
+        EXPECT_TRUE(InstanceMark(folder.Path()).HasPreviousInstance());
+        EXPECT_FALSE(InstanceMark(folder.Path(u"other"_s)).HasPreviousInstance());
+    }
+    EXPECT_FALSE(InstanceMark(folder.Path()).HasPreviousInstance());
+    EXPECT_TRUE(QDir(folder.Path(u"other"_s)).isEmpty());
+}
+
+TEST(WindowMessage, HasOneNumberPerName)
+{
+    const unsigned number = RegisterMessageName(u"MSWHEEL_ROLLMSG"_s);
+    EXPECT_THAT(number, testing::AllOf(testing::Ge(0xC000u), testing::Le(0xFFFFu)));
+    EXPECT_EQ(RegisterMessageName(u"mswheel_rollmsg"_s), number);
+    EXPECT_NE(RegisterMessageName(u"OTHER"_s), number);
+}
+
+TEST(File, IsReplacedWholeOrNotAtAll)
+{
+    const TestFolder folder;
+    const QString path = folder.Write(u"list.txt"_s, "old");
+    QString error;
+    EXPECT_TRUE(ReplaceFile(path, "new", &error));
+    EXPECT_EQ(folder.Read(u"list.txt"_s), "new");
+    EXPECT_FALSE(ReplaceFile(folder.Path(u"none/list.txt"_s), "new", &error));
+    EXPECT_FALSE(error.isEmpty());
+    QByteArray bytes = "kept?";
+    EXPECT_FALSE(ReadWholeFile(folder.Path(), &bytes, &error)) << "a folder is no file";
+    EXPECT_TRUE(bytes.isEmpty());
+}

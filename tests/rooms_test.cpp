@@ -1,0 +1,65 @@
+// Which folder may include which: the arrows between the rooms run one way only.
+#include <QDir>
+#include <QDirIterator>
+#include <QMap>
+#include <QRegularExpression>
+
+#include <gtest/gtest.h>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+// Each room with the rooms it may include beside itself.
+const QMap<QString, QStringList> Rooms = {
+    {u"platform"_s, {}},
+    {u"settings"_s, {u"platform"_s}},
+    {u"text"_s, {u"platform"_s, u"settings/modCharCode"_s}},
+    {u"store"_s, {u"platform"_s}},
+    {u"files"_s, {u"platform"_s, u"settings"_s, u"text"_s, u"store"_s}},
+    {u"search"_s, {u"platform"_s, u"settings"_s, u"text"_s, u"store"_s, u"files"_s}},
+    {u"view"_s, {u"platform"_s, u"settings"_s, u"text"_s, u"store"_s, u"files"_s, u"search"_s}},
+    {u"app"_s, {u"platform"_s, u"settings"_s, u"text"_s, u"store"_s, u"files"_s, u"search"_s, u"view"_s}},
+};
+
+bool MayInclude(const QString &room, const QString &header)
+{
+    if (header.startsWith(room + u'/'))
+        return true;
+    for (const QString &allowed : Rooms.value(room))
+        if (header.startsWith(allowed + u'/') || header.startsWith(allowed + u'.'))
+            return true;
+    return false;
+}
+
+} // namespace
+
+TEST(Rooms, IncludeOnlyWhatStandsAboveThemAndLogicNoWidgets)
+{
+    const QDir source(QStringLiteral(SOURCE_FOLDER));
+    const QRegularExpression include(u"^#include ([\"<])([^\">]+)"_s, QRegularExpression::MultilineOption);
+    const QRegularExpression window(
+        u"^(QApplication|QWidget|QDialog|QLabel|QPainter|QFont|QMessageBox|QPushButton|QGuiApplication).*"_s);
+    const QRegularExpression systemTest(u"Q_OS_|_WIN32|__linux__|WIN32"_s);
+    int includes = 0;
+    QDirIterator files(source.path(), {u"*.cpp"_s, u"*.h"_s}, QDir::Files, QDirIterator::Subdirectories);
+    while (files.hasNext()) {
+        QFile file(files.next());
+        ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+        const QString text = QString::fromUtf8(file.readAll());
+        const QString path = source.relativeFilePath(file.fileName());
+        const QString room = path.section(u'/', 0, 0);
+        const bool isLogic = path.section(u'/', -1).startsWith(u"mod");
+        for (const QRegularExpressionMatch &match : include.globalMatch(text)) {
+            ++includes;
+            const QString header = match.captured(2);
+            const bool isOurs = match.captured(1) == u"\"";
+            const bool isWindow = window.match(header).hasMatch() || header.section(u'/', -1).startsWith(u"frm");
+            EXPECT_TRUE(!isOurs || MayInclude(room, header)) << path.toStdString() << " " << header.toStdString();
+            EXPECT_FALSE(isLogic && isWindow) << path.toStdString() << " " << header.toStdString();
+        }
+        EXPECT_TRUE(room == u"platform" || !systemTest.match(text).hasMatch())
+            << path.toStdString() << " asks which system it is on";
+    }
+    EXPECT_GT(includes, 100) << "the sources were not found";
+}

@@ -1,0 +1,97 @@
+#include "settings/frmMsg.h"
+#include "support/DialogScript.h"
+#include "support/RecordingDesktop.h"
+#include "support/TestFiles.h"
+
+#include <QPushButton>
+#include <QScreen>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+class MsgTest : public testing::Test
+{
+  protected:
+    /// Shows the dialog and does something as soon as it is visible, which is before its timer has fired.
+    int Show(const QString &message, int style, const std::function<void()> &atOnce)
+    {
+        QTimer::singleShot(0, &dialog, atOnce);
+        return dialog.DispFrmMsg(&owner, message, style, u"notify.wav"_s);
+    }
+
+    QPushButton *Button(const char16_t *name)
+    {
+        return dialog.findChild<QPushButton *>(QString::fromUtf16(name));
+    }
+
+    RecordingDesktop desktop;
+    frmMsg dialog{desktop, u"wav"_s};
+    QWidget owner;
+    DialogScript script;
+};
+
+} // namespace
+
+TEST_F(MsgTest, TakesNoAnswerBeforeItsTimerHasFired)
+{
+    script.Click(u"frmMsg"_s, u"cmdCancel"_s);
+    const int result = Show(u"続けますか？"_s, MsgStyle::YesNo, [this] {
+        EXPECT_FALSE(Button(u"cmdOK")->isEnabled());
+        QTest::keyClick(&dialog, Qt::Key_Return);
+        QTest::keyClick(&dialog, Qt::Key_Escape);
+        EXPECT_TRUE(dialog.isVisible());
+    });
+    EXPECT_EQ(result, MsgResult::Cancel);
+    EXPECT_EQ(desktop.sounds, QStringList(QDir::toNativeSeparators(u"wav/notify.wav"_s)));
+}
+
+TEST_F(MsgTest, ShowsTheButtonsOfItsStyleInTheMiddle)
+{
+    const struct
+    {
+        int style;
+        QString ok;
+        bool hasCancel;
+    } rows[] = {{MsgStyle::Ok, u"OK"_s, false}, {MsgStyle::OkCancel, u"OK"_s, true}, {MsgStyle::YesNo, u"はい"_s, true}};
+    for (const auto &row : rows) {
+        script.Click(u"frmMsg"_s, u"cmdOK"_s);
+        EXPECT_EQ(Show(u"短い"_s, row.style, [&] {
+            EXPECT_EQ(Button(u"cmdOK")->text(), row.ok);
+            EXPECT_EQ(Button(u"cmdCancel")->isVisible(), row.hasCancel);
+            const QRect buttons = row.hasCancel ? Button(u"cmdOK")->geometry() | Button(u"cmdCancel")->geometry()
+                                                : Button(u"cmdOK")->geometry();
+            EXPECT_NEAR(buttons.left(), dialog.width() - 1 - buttons.right(), 1);
+            EXPECT_EQ(dialog.height() - 1 - buttons.bottom(), 3);
+            EXPECT_GE(buttons.left(), 0) << "a short text cuts the buttons off";
+        }),
+                  MsgResult::Ok);
+    }
+    EXPECT_TRUE(desktop.messages.isEmpty());
+    script.Click(u"frmMsg"_s, u"cmdOK"_s);
+    Show(u"x"_s, 2, [] {});
+    EXPECT_EQ(desktop.messages, QStringList(u"err!"_s));
+}
+
+TEST_F(MsgTest, GrowsWithItsTextAndAnswersNothingWhenClosed)
+{
+    int shortHeight = 0;
+    EXPECT_EQ(Show(u"一行"_s, MsgStyle::OkCancel,
+                   [&] {
+                       shortHeight = dialog.height();
+                       dialog.close();
+                   }),
+              MsgResult::None);
+    EXPECT_EQ(Show(u"一行\r\n二行\r\n三行\r\n"_s + QString(40'000, u'長'), MsgStyle::Ok,
+                   [&] {
+                       const QLabel *const label = dialog.findChild<QLabel *>(u"lblMsg"_s);
+                       EXPECT_GT(dialog.height(), shortHeight);
+                       EXPECT_EQ(dialog.height(), label->y() + label->height() + 60);
+                       EXPECT_LE(dialog.width(), dialog.screen()->availableSize().width());
+                       dialog.close();
+                   }),
+              MsgResult::None);
+}

@@ -1,0 +1,144 @@
+#include "settings/modCharCode.h"
+#include "settings/modEditor.h"
+#include "settings/modSettings.h"
+#include "settings/modSpeech.h"
+#include "support/RecordingDesktop.h"
+#include "support/TestFiles.h"
+
+#include <gtest/gtest.h>
+
+using namespace Qt::Literals::StringLiterals;
+
+TEST(CharCode, IsToldFromTheBytes)
+{
+    const struct
+    {
+        const char *name;
+        QByteArray bytes;
+        const char *code;
+    } rows[] = {
+        {"nothing", "", "ASCII"},
+        {"plain text", "abc [def]\r\n", "ASCII"},
+        {"little-endian mark", "\xFF\xFE\x61", "UTF16_LE"},
+        {"big-endian mark", "\xFE\xFF\x61", "UTF16_BE"},
+        {"neither mark, called little-endian all the same", "\xFF\xFF\x61", "UTF16_LE"},
+        {"nor this one", "\xFE\xFE\x61", "UTF16_LE"},
+        {"two bytes are never a mark", "\xFF\xFE", "NONE"},
+        {"UTF-8 mark", "\xEF\xBB\xBF", "UTF8_BOM"},
+        {"JIS", "\x1B$Bab", "JIS"},
+        {"JIS escape in the last three bytes", "ab\x1B$B", "ASCII"},
+        {"one UTF-7 run, decided at the end", "+AGEAYgBj-x ", "UTF7"},
+        {"two UTF-7 runs", "+ZeVnLA- +ZeVnLA- ", "UTF7"},
+        {"a plus sign in plain text", "1 + 2 = 3 ", "ASCII"},
+        {"Japanese in UTF-8", "\xE6\x97\xA5\xE6\x9C\xAC ", "UTF8"},
+        {"overlong UTF-8 is none", "\xC0\xAF\xE0\x80\xAF ", "NONE"},
+        {"UTF-8 surrogates pass", "\xED\xA0\x80 ", "UTF8"},
+        {"above the last plane", "\xF4\x90\x80\x80 ", "SJIS"},
+        {"Japanese in Shift_JIS", "\x93\xFA\x96{\x8C\xEA ", "SJIS"},
+        {"Japanese in EUC", "\xC6\xFC\xCB\xDC\xB8\xEC\xA4\xCE ", "EUC"},
+        {"EUC half-width katakana", "\x8E\xB1\x8E\xB2\xC6\xFC ", "EUC"},
+        {"the last character ends with the last byte", "\x93\xFA", "NONE"},
+        {"the same with a byte to spare", QByteArray("\x93\xFA\0", 3), "SJIS"},
+        {"a lone byte of 253 keeps Shift_JIS possible", "\xFD\x93\xFA ", "SJIS"},
+        {"valid as both, more bytes as EUC", "\xB1\xB2\xB3\xB4 ", "EUC"},
+        {"valid as both, a tie", "\xE0\xA1\xE0\xA2 ", "SJIS"},
+    };
+    for (const auto &row : rows)
+        EXPECT_EQ(GetCharCodeName(row.bytes), QString::fromLatin1(row.code)) << row.name;
+}
+
+TEST(Settings, OutOfRangeValuesAreRepairedWithAMessage)
+{
+    const struct
+    {
+        const char *name;
+        QByteArray line;
+        QStringList messages;
+    } rows[] = {
+        {"size between", "FontSize=10", {OutOfRangeMessage(u"フォントサイズ："_s, u"10"_s, u"9.75"_s)}},
+        {"size offered", "Fontsize=11.25", {}},
+        {"size that is no number", "FontSize=big", {OutOfRangeMessage(u"フォントサイズ："_s, u"big"_s, u"9.75"_s)}},
+        {"size with a comma", "FontSize=9,75", {OutOfRangeMessage(u"フォントサイズ："_s, u"9,75"_s, u"9.75"_s)}},
+        {"spacing below", "LineSpace=3", {OutOfRangeMessage(u"行間："_s, u"3"_s, u"4"_s)}},
+        {"spacing at the bounds", "LineSpace=6", {}},
+        {"spacing above", "LineSpace=7", {OutOfRangeMessage(u"行間："_s, u"7"_s, u"4"_s)}},
+        {"left of the screen", "FormLeft=-5", {OutOfRangeMessage(u"フォームLeft："_s, u"-5"_s, u"0"_s)}},
+        {"last place that fits", "FormLeft=300", {}},
+        {"right of it", "FormLeft=301", {OutOfRangeMessage(u"フォームLeft："_s, u"301"_s, u"0"_s)}},
+        {"no editor", "TextEditor=", {}},
+        {"notepad in capitals", "TextEditor=NOTEPAD.EXE", {}},
+        {"missing editor", "TextEditor=/no/such.exe", {EditorMissingMessage(u"/no/such.exe"_s)}},
+    };
+    const TestFolder folder;
+    for (const auto &row : rows) {
+        const SettingsFile file(folder.Write(u"a.ini"_s, "[setting]\r\n" + row.line + "\r\n"));
+        QStringList messages;
+        const Settings settings = file.Read(DefaultSettings(), UpperBounds(300), &messages);
+        EXPECT_EQ(messages, row.messages) << row.name;
+        EXPECT_TRUE(IsFontSizeOffered(settings.FontSize) && IsEditorUsable(settings.TextEditor)) << row.name;
+    }
+    EXPECT_EQ(OutOfRangeMessage(u"行間："_s, u"7"_s, u"4"_s),
+              u"iniファイルの設定値が範囲外でした。\r\n    行間：7\r\nデフォルト値4に設定します。\r\n"_s);
+    EXPECT_EQ(EditorMissingMessage(u"x.exe"_s), u"指定のテキストエディタが見つかりません。\r\n    テキストエディタ："
+                                                u"x.exe\r\nデフォルト値notepad.exeに設定します。\r\n"_s);
+}
+
+TEST(Settings, AreWrittenUnderTheirOwnSpellingsAndReadBack)
+{
+    const TestFolder folder;
+    const SettingsFile file(folder.Path(u"Kotoban.ini"_s));
+    Settings settings = DefaultSettings();
+    settings.FontSize = 12.75f;
+    settings.LineSpace = 5;
+    settings.bolDispLineNum = false;
+    EXPECT_TRUE(file.WriteFileIniEx(settings));
+    EXPECT_TRUE(file.WriteFileIniFormPos(120));
+    EXPECT_TRUE(file.WriteFileIniFormPos(-1)) << "a window off the screen leaves the old place";
+    EXPECT_EQ(folder.Read(u"Kotoban.ini"_s), "[setting]\r\nFontsize=12.75\r\nLineSpace=5\r\nTextEditor=notepad.exe\r\n"
+                                             "bolDispLineNum=False\r\nFormLeft=120\r\n");
+    QStringList messages;
+    const Settings read = file.Read(DefaultSettings(), UpperBounds(300), &messages);
+    EXPECT_TRUE(messages.isEmpty());
+    EXPECT_EQ(read.FontSize, 12.75f);
+    EXPECT_EQ(read.LineSpace, 5);
+    EXPECT_EQ(read.FormLeft, 120);
+    EXPECT_FALSE(read.bolDispLineNum);
+    folder.Write(u"Kotoban.ini"_s, "[setting]\r\nbolDispLineNum=1\r\nFormLeft=-7\r\n");
+    EXPECT_FALSE(file.Read(DefaultSettings(), UpperBounds(300), &messages).bolDispLineNum) << "only true is true";
+    EXPECT_EQ(file.ReadFormPos(), 0);
+}
+
+TEST(Editor, KnownEditorsAreGivenTheLine)
+{
+    const struct
+    {
+        QString editor;
+        QString commandLine;
+    } rows[] = {
+        {u"notepad.exe"_s, u"notepad.exe \"C:\\a b\\x.txt\""_s},
+        {u"C:\\Tools\\Sakura.EXE"_s, u"C:\\Tools\\Sakura.EXE -Y=12 \"C:\\a b\\x.txt\""_s},
+        {u"C:\\sakura.exe\\hidemaru.exe"_s, u"C:\\sakura.exe\\hidemaru.exe /j12 \"C:\\a b\\x.txt\""_s},
+        {u"TeraPad.exe"_s, u"TeraPad.exe /j=12 \"C:\\a b\\x.txt\""_s},
+    };
+    for (const auto &row : rows)
+        EXPECT_EQ(EditorCommandLine(row.editor, u"C:\\a b\\x.txt"_s, 12), row.commandLine);
+
+    RecordingDesktop desktop;
+    desktop.startsPrograms = false;
+    OpenInEditor(desktop, u"gone.exe"_s, u"x.txt"_s, 1);
+    EXPECT_EQ(desktop.TakeMessages(), QStringList(u"次のコマンドを起動できません。\r\n  gone.exe \"x.txt\""_s));
+}
+
+TEST(Speech, WritesTheScriptAndHasItOpened)
+{
+    const TestFolder folder;
+    RecordingDesktop desktop;
+    SpeakWord(desktop, folder.Path(), u"first"_s);
+    SpeakWord(desktop, folder.Path(), u"日本\"語\\"_s);
+    EXPECT_EQ(FromCodePage932(folder.Read(u"speak.js"_s)),
+              u"var tts = WScript.CreateObject(\"SAPI.SpVoice\");\r\ntts.Speak(\"日本\"語\\\");\r\n"_s);
+    EXPECT_EQ(desktop.opened.size(), 2);
+    SpeakWord(desktop, folder.Path(u"none"_s), u"word"_s);
+    EXPECT_EQ(desktop.opened.size(), 2) << "a script that could not be written is not opened";
+    EXPECT_TRUE(desktop.messages.isEmpty());
+}

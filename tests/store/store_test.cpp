@@ -1,0 +1,151 @@
+#include "store/modDB_SQLite.h"
+#include "support/RecordingDesktop.h"
+#include "support/TestFiles.h"
+
+#include <gtest/gtest.h>
+#include <sqlite3.h>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+const QString CreateTable = u"create table t_kotoban (ymd_sta text, user_name text, hms_sta text, file_name text, "
+                            u"dt_end text, num_answer integer)"_s;
+
+class StoreTest : public testing::Test
+{
+  protected:
+    StoreTest()
+    {
+        EXPECT_EQ(database.Open(folder.Path(u"k.splite3"_s)), SQLITE_OK);
+        EXPECT_TRUE(database.SQLite3NonQuery(CreateTable));
+    }
+
+    /// Records one whole session. Texts are "yyyy/mm/dd hh:nn:ss".
+    void AddSession(const QString &start, const QString &end, int answers)
+    {
+        const QDateTime startTime = QDateTime::fromString(start, u"yyyy/MM/dd HH:mm:ss"_s);
+        DBInsRecKotoban(database, startTime, u"花子"_s, u"file"_s);
+        desktop.now = QDateTime::fromString(end, u"yyyy/MM/dd HH:mm:ss"_s);
+        DBUpdRecKotoban(database, desktop, startTime, u"花子"_s, answers);
+    }
+
+    TestFolder folder;
+    RecordingDesktop desktop;
+    StudyDatabase database{desktop};
+    ResultTable table;
+};
+
+} // namespace
+
+TEST_F(StoreTest, QueryMakesTextOfEveryStorageClass)
+{
+    database.SQLite3Query(u"select 'a' as A, null as B, 7 as C, 2.5 as D, x'E697A5' as E, 4294967297 as F"_s, &table);
+    EXPECT_EQ(table, (ResultTable{u"A\tB\tC\tD\tE\tF"_s, u"a\t\t7\t2.5\t日\t1"_s}));
+    EXPECT_EQ(database.SQLite3GetColumn(table, 1, u"D"_s), u"2.5"_s);
+    EXPECT_EQ(database.SQLite3GetColumn(table, 1, u"B"_s), QString());
+    EXPECT_TRUE(desktop.TakeMessages().isEmpty());
+    EXPECT_EQ(database.SQLite3GetColumn(table, 1, u"a"_s), QString()) << "names are case-sensitive";
+    EXPECT_EQ(desktop.TakeMessages(),
+              QStringList(u"Error!\r\n  Cannot find col[a]\r\n  cols=[A]  cols=[B]  cols=[C]  cols=[D]  cols=[E]  cols=[F]"_s));
+
+    database.SQLite3Query(u"select * from t_kotoban"_s, &table);
+    EXPECT_EQ(table, ResultTable{QString()}) << "no rows, and so no header";
+    EXPECT_EQ(StorageClassName(4), u"BLOB"_s);
+}
+
+TEST_F(StoreTest, FaultsAreShownAtOnce)
+{
+    EXPECT_FALSE(database.SQLite3NonQuery(u"insert nonsense"_s));
+    EXPECT_EQ(desktop.TakeMessages(), QStringList(u"Err:SQLite3 NonQuery"_s));
+    database.SQLite3Query(u"select nonsense"_s, &table);
+    EXPECT_EQ(desktop.TakeMessages(), QStringList(u"select nonsense\r\nSQLite3Step returned 21"_s));
+    EXPECT_EQ(table, ResultTable{QString()});
+
+    sqlite3 *other = nullptr;
+    ASSERT_EQ(sqlite3_open16(folder.Path(u"k.splite3"_s).utf16(), &other), SQLITE_OK);
+    ASSERT_EQ(sqlite3_exec(other, "begin exclusive", nullptr, nullptr, nullptr), SQLITE_OK);
+    EXPECT_FALSE(database.SQLite3NonQuery(u"insert into t_kotoban (user_name) values ('a')"_s));
+    EXPECT_EQ(desktop.TakeMessages(), QStringList({u"The database file is locked"_s, u"Err:SQLite3 NonQuery"_s}));
+    sqlite3_close(other);
+    EXPECT_TRUE(database.SQLite3NonQuery(u"insert into t_kotoban (user_name) values ('a')"_s)) << "usable afterwards";
+
+    database.Close();
+    EXPECT_FALSE(database.SQLite3NonQuery(u"delete from t_kotoban"_s));
+    EXPECT_EQ(desktop.TakeMessages(), QStringList(u"Err:SQLite3 NonQuery"_s));
+}
+
+TEST_F(StoreTest, ADatabaseThatIsNoneOrLacksTheTableOnlyGivesMessages)
+{
+    StudyDatabase broken(desktop);
+    EXPECT_EQ(broken.Open(folder.Write(u"text.splite3"_s, QByteArray(5000, 'x'))), SQLITE_OK);
+    DBInsRecKotoban(broken, desktop.now, u"a"_s, u"f"_s);
+    EXPECT_EQ(desktop.TakeMessages(), QStringList(u"Err:SQLite3 NonQuery"_s));
+    EXPECT_EQ(folder.Read(u"text.splite3"_s), QByteArray(5000, 'x')) << "the learner's file is left alone";
+
+    StudyDatabase empty(desktop);
+    EXPECT_EQ(empty.Open(folder.Path(u"empty.splite3"_s)), SQLITE_OK);
+    EXPECT_EQ(DBSumAnsKotoban(empty, desktop.now.date(), 7, u"a"_s), 0);
+    EXPECT_EQ(desktop.TakeMessages().size(), 1);
+    EXPECT_NE(StudyDatabase(desktop).Open(folder.Path()), SQLITE_OK) << "a folder is no database";
+}
+
+TEST_F(StoreTest, StatementsStandAsTheyAlwaysDid)
+{
+    const QDateTime start(QDate(2024, 3, 5), QTime(9, 8, 7));
+    EXPECT_EQ(InsertStatement(start, u"花子 "_s, u"week1"_s),
+              u"insert into t_kotoban (ymd_sta,user_name,hms_sta,file_name) values(\r\n   '2024/03/05'\r\n"
+              u"  ,'花子 '\r\n  ,'09:08:07'\r\n  ,'week1'\r\n)"_s);
+    EXPECT_EQ(UpdateStatement(desktop.now, start, u"花子"_s, 12),
+              u"update t_kotoban set\r\n   dt_end = '2024/03/05 14:30:15'\r\n  ,num_answer = 12\r\n"
+              u"where ymd_sta = '2024/03/05'\r\n  and user_name = '花子'\r\n  and hms_sta = '09:08:07'\r\n"_s);
+    const QString condition = u"where  ymd_sta between '2024/02/28' and '2024/03/05'\r\n"
+                              u"  and  user_name = '花子'\r\n  and  num_answer >= 1\r\n"_s;
+    EXPECT_EQ(SelectStatement(start.date(), 7, u"花子"_s, false),
+              u"select ymd_sta\r\n      ,hms_sta\r\n      ,file_name\r\n      ,dt_end\r\n      ,num_answer\r\n"
+              u"from   t_kotoban\r\n"_s +
+                  condition + u"order by\r\n       ymd_sta desc\r\n      ,hms_sta\r\n"_s);
+    EXPECT_TRUE(SelectStatement(start.date(), 7, u"花子"_s, true)
+                    .endsWith(u"order by\r\n       ymd_sta\r\n      ,hms_sta\r\n"_s));
+    EXPECT_EQ(SumTimeStatement(start.date(), 7, u"花子"_s),
+              u"select ymd_sta\r\n      ,hms_sta\r\n      ,dt_end\r\nfrom   t_kotoban\r\n"_s + condition);
+    EXPECT_EQ(SumAnswersStatement(start.date(), 7, u"花子"_s),
+              u"select ifnull(sum(num_answer),0) as sum_a\r\nfrom   t_kotoban\r\n"_s + condition);
+    EXPECT_TRUE(SelectStatement(QDate(2023, 3, 5), 7, u"a"_s, true).contains(u"'2023/02/27'"_s)) << "no leap year";
+}
+
+TEST_F(StoreTest, HistoryCountsCompletedSessionsOfTheSpan)
+{
+    AddSession(u"2024/03/05 10:00:00"_s, u"2024/03/05 10:05:09"_s, 3);
+    AddSession(u"2024/03/05 08:00:00"_s, u"2024/03/05 08:00:59"_s, 1);
+    AddSession(u"2024/03/04 23:59:50"_s, u"2024/03/05 00:01:00"_s, 5);
+    AddSession(u"2024/02/28 12:00:00"_s, u"2024/02/28 13:00:00"_s, 7);
+    AddSession(u"2024/02/27 12:00:00"_s, u"2024/02/27 13:00:00"_s, 100);
+    AddSession(u"2024/03/05 11:00:00"_s, u"2024/03/05 12:00:00"_s, 0);
+    DBInsRecKotoban(database, QDateTime(QDate(2024, 3, 5), QTime(15, 0)), u"花子"_s, u"not ended"_s);
+
+    const QDate end(2024, 3, 5);
+    EXPECT_TRUE(DBSelRecKotoban(database, end, 7, u"花子"_s, &table, false));
+    QStringList starts;
+    for (int row = 1; row < int(table.size()); ++row)
+        starts += database.SQLite3GetColumn(table, row, u"ymd_sta"_s).right(2) + u' ' +
+                  database.SQLite3GetColumn(table, row, u"hms_sta"_s);
+    EXPECT_EQ(starts, QStringList({u"05 08:00:00"_s, u"05 10:00:00"_s, u"04 23:59:50"_s, u"28 12:00:00"_s}));
+    EXPECT_EQ(DBSumTimeKotoban(database, end, 7, u"花子"_s), 309 + 59 + 70 + 3600);
+    EXPECT_EQ(DBSumAnsKotoban(database, end, 7, u"花子"_s), 16);
+    EXPECT_EQ(DBSumTimeKotoban(database, end, 7, u"太郎"_s), 0);
+    EXPECT_EQ(DBSumAnsKotoban(database, end, 7, u"太郎"_s), 0);
+    EXPECT_FALSE(DBSelRecKotoban(database, end, 7, u"太郎"_s, &table, false));
+    EXPECT_TRUE(desktop.messages.isEmpty());
+    EXPECT_EQ(SecondsBetween(u"2024/03/05 10:00:00"_s, u"nonsense"_s), 0);
+}
+
+TEST_F(StoreTest, AQuoteInANameBreaksItsStatementAndNothingElse)
+{
+    AddSession(u"2024/03/05 10:00:00"_s, u"2024/03/05 10:05:00"_s, 3);
+    DBInsRecKotoban(database, desktop.now, u"O'Hara"_s, u"file"_s);
+    EXPECT_EQ(desktop.TakeMessages(), QStringList(u"Err:SQLite3 NonQuery"_s));
+    DBUpdRecKotoban(database, desktop, desktop.now, u"nobody"_s, 9);
+    EXPECT_TRUE(desktop.TakeMessages().isEmpty()) << "an update without its row is no error";
+    EXPECT_EQ(DBSumAnsKotoban(database, QDate(2024, 3, 5), 1, u"花子"_s), 3);
+}

@@ -1,0 +1,55 @@
+// A desktop that does nothing, remembers what it was asked for and shows the time that the test sets.
+#pragma once
+
+#include "platform/modDesktop.h"
+
+#include <QStringList>
+
+class RecordingDesktop : public Desktop
+{
+  public:
+    QDateTime now = QDateTime(QDate(2024, 3, 5), QTime(14, 30, 15));
+    QStringList messages;
+    QStringList sounds;
+    QStringList opened;
+    QStringList commands;
+    QString title;
+    bool startsPrograms = true;
+
+    void SetApplicationTitle(const QString &newTitle) override
+    {
+        title = newTitle;
+    }
+    void ShowMessage(const QString &text) override
+    {
+        messages += text;
+    }
+    void ShowMessage(const QString &text, const QString &) override
+    {
+        messages += text;
+    }
+    void PlaySoundFile(const QString &path) override
+    {
+        sounds += path;
+    }
+    bool OpenWithShell(const QString &path, const QString &) override
+    {
+        opened += path;
+        return startsPrograms;
+    }
+    bool StartCommandLine(const QString &commandLine) override
+    {
+        commands += commandLine;
+        return startsPrograms;
+    }
+    QDateTime Now() const override
+    {
+        return now;
+    }
+
+    /// What was shown since the last call.
+    QStringList TakeMessages()
+    {
+        return std::exchange(messages, {});
+    }
+};

@@ -1,0 +1,255 @@
+#include "support/TestFiles.h"
+#include "text/modCheckText.h"
+#include "text/modDisplayText.h"
+#include "text/modPictureName.h"
+#include "text/modReadText.h"
+
+#include <gtest/gtest.h>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+StudyLines Lines(const QStringList &texts)
+{
+    StudyLines lines;
+    for (const QString &text : texts)
+        lines.Append(text);
+    return lines;
+}
+
+QStringList Texts(const StudyLines &lines)
+{
+    QStringList texts;
+    for (int line = 1; line <= lines.Count(); ++line)
+        texts += lines.at1(line).toString();
+    return texts;
+}
+
+} // namespace
+
+TEST(ReadAllLines, EndsALineAtEachKindOfLineEndAndMakesUpNone)
+{
+    const struct
+    {
+        QByteArray bytes;
+        QStringList lines;
+    } rows[] = {
+        {"", {}},
+        {"\r\n", {QString()}},
+        {"a\r\nb", {u"a"_s, u"b"_s}},
+        {"a\r\nb\r\n", {u"a"_s, u"b"_s}},
+        {"a\nb\rc\r\n\r\nd", {u"a"_s, u"b"_s, u"c"_s, QString(), u"d"_s}},
+        {"a\n\rb", {u"a"_s, QString(), u"b"_s}},
+        {QByteArray("a\0b\r\n", 5), {u"a\0b"_s}},
+    };
+    for (const auto &row : rows) {
+        StudyLines lines;
+        ReadAllLines(row.bytes, &lines);
+        EXPECT_EQ(Texts(lines), row.lines);
+    }
+}
+
+TEST(CheckLineBytes, AllowsOneHundredBytes)
+{
+    const struct
+    {
+        const char *name;
+        QString line;
+        int byteCount; // 0 = accepted
+    } rows[] = {
+        {"half-width, at the limit", QString(100, u'a'), 0},
+        {"half-width, one over", QString(101, u'a'), 101},
+        {"full-width, at the limit", QString(50, u'語'), 0},
+        {"full-width, one over", QString(51, u'語'), 102},
+        {"more than a 16-bit count holds", QString(70'000, u'a'), 70'000},
+    };
+    for (const auto &row : rows) {
+        QString message;
+        int errorLine = 0;
+        const bool isAccepted = CheckLineBytes(Lines({u"ok"_s, row.line}), MaxLineBytes, &message, &errorLine);
+        EXPECT_EQ(isAccepted, row.byteCount == 0) << row.name;
+        EXPECT_EQ(message, isAccepted ? QString() : LineTooLongMessage(100, 2, row.byteCount, row.line)) << row.name;
+        EXPECT_EQ(errorLine, isAccepted ? 0 : 2) << row.name;
+    }
+    EXPECT_EQ(LineTooLongMessage(100, 7, 101, u"text"),
+              u"1行のバイト数が100バイトを超えています。\r\n  7行目：101byte\r\n  text\r\n\r\n"
+              u"このテキストファイルを読み込みできません。\r\n\r\n"
+              u"改行を加えて，すべての行を100バイト以下にしてください。"_s);
+}
+
+TEST(CheckBrackets, MustPairUpAndTakeTurns)
+{
+    enum Fault { NoFault, Count, Order };
+    const struct
+    {
+        QString line;
+        Fault fault;
+    } rows[] = {
+        {u"no brackets"_s, NoFault},    {u"[]"_s, NoFault},          {u"[a] [b]"_s, NoFault}, {u"［a"_s, NoFault},
+        {u"[a"_s, Count},               {u"a]"_s, Count},            {u"] word ["_s, Order},  {u"[a [b] c]"_s, Order},
+        {u"[a] ] [ [b]"_s, Order},      {u"[a]["_s, Count},
+    };
+    for (const auto &row : rows) {
+        QString message;
+        int errorLine = 0;
+        const StudyLines lines = Lines({u"[ok]"_s, row.line, u"[also wrong"_s});
+        if (row.fault == Order) {
+            EXPECT_FALSE(IsBracketOrderValid(row.line));
+            EXPECT_FALSE(CheckBracketOrder(lines, &message, &errorLine));
+            EXPECT_EQ(message, BracketOrderMessage(2, row.line));
+        } else {
+            EXPECT_FALSE(CheckBracketCount(lines, &message, &errorLine));
+            EXPECT_EQ(message, row.fault == Count ? BracketCountMessage(2, row.line)
+                                                  : BracketCountMessage(3, u"[also wrong"));
+        }
+        EXPECT_EQ(errorLine, row.fault == NoFault ? 3 : 2) << row.line.toStdString();
+    }
+    EXPECT_EQ(BracketCountMessage(3, u"[a"),
+              u"次の行で[の数と]の数が不一致です。\r\n\r\n3行目：[a\r\n\r\n"
+              u"[の数と]の数を一致させてから，瞬記帳に読み込ませてください。\r\n\r\n"_s);
+    EXPECT_EQ(BracketOrderMessage(3, u"]a["),
+              u"次の行で[,]の前後関係が不適切です。\r\n\r\n3行目：]a[\r\n\r\n"
+              u"[,]の前後関係を適切にしてから，瞬記帳に読み込ませてください。\r\n\r\n"_s);
+}
+
+TEST(ReadTextFile, RefusesAsOneEvent)
+{
+    const struct
+    {
+        const char *name;
+        QByteArray bytes;
+        QString message;
+        int errorLine;
+    } rows[] = {
+        {"EUC", "\xC6\xFC\xCB\xDC\xB8\xEC\xA4\xCE\r\n", WrongCharCodeMessage(u"week1"_s, u"EUC"_s), 1},
+        {"UTF-16", "\xFF\xFE[\0", WrongCharCodeMessage(u"week1"_s, u"UTF16_LE"_s), 1},
+        {"second line one byte too long", "a\r\n" + QByteArray(97, 'b') + "\t\t\r\n",
+         LineTooLongMessage(100, 2, 101, QString(QString(97, u'b') + u"    "_s)), 2},
+        {"too long before wrong brackets", "[a\r\n" + QByteArray(101, 'b'),
+         LineTooLongMessage(100, 2, 101, QString(101, u'b')), 2},
+        {"count before order", "]a[\r\n[b", BracketCountMessage(2, u"[b"), 2},
+        {"order", "ok\r\n]a[", BracketOrderMessage(2, u"]a["), 2},
+    };
+    const TestFolder folder;
+    for (const auto &row : rows) {
+        const QString path = folder.Write(u"week1.rev2.txt"_s, row.bytes);
+        StudyLines lines = Lines({u"old"_s});
+        QString message = u"old"_s;
+        int errorLine = 99;
+        EXPECT_FALSE(ReadTextFile(path, MaxLineBytes, &lines, &message, &errorLine)) << row.name;
+        EXPECT_EQ(message, row.message) << row.name;
+        EXPECT_EQ(errorLine, row.errorLine) << row.name;
+        EXPECT_EQ(lines.Count(), 0) << row.name;
+    }
+    StudyLines lines;
+    QString message;
+    int errorLine = 0;
+    EXPECT_FALSE(ReadTextFile(folder.Path(u"gone.txt"_s), MaxLineBytes, &lines, &message, &errorLine));
+    EXPECT_TRUE(message.startsWith(u"次のテキストファイルを読み込みできません。\r\n    ファイル名＝gone\r\n"_s));
+    EXPECT_EQ(WrongCharCodeMessage(u"week1"_s, u"EUC"_s),
+              u"次のテキストファイルの文字コードはShift_JISではありません。\r\n    ファイル名＝week1\r\n"
+              u"    文字コード＝EUC\r\n\r\n"
+              u"このファイルをテキストエディタで開いて，ANSIまたはSJISで保存してから，\r\n"
+              u"再度このファイルを選択してください。"_s);
+}
+
+TEST(ReadTextFile, AcceptsAndExpandsTabs)
+{
+    const struct
+    {
+        const char *name;
+        QByteArray bytes;
+        QStringList lines;
+    } rows[] = {
+        {"empty file", "", {}},
+        {"one tab in 99 bytes", QByteArray(98, 'a') + "\t\r\n", {QString(98, u'a') + u"  "_s}},
+        {"last character double-byte and no line end", "[\x93\xFA\x96{", {u"[日本"_s}},
+        {"undecodable bytes", "\x93\xFA\x96{\x85\x5B ] \r\n", {u"日本\uFFFD\uFFFD ] "_s}},
+        {"control characters", QByteArray("a\0\x1A[b]", 6), {u"a\0\x1A[b]"_s}},
+    };
+    const TestFolder folder;
+    for (const auto &row : rows) {
+        StudyLines raw;
+        StudyLines lines;
+        QString message;
+        EXPECT_TRUE(CheckTextEncoding(u"/x/a.txt"_s, row.bytes, &message)) << row.name;
+        ReadAllLines(row.bytes, &raw);
+        ExpandTabs(raw, &lines);
+        EXPECT_EQ(Texts(lines), row.lines) << row.name;
+    }
+    StudyLines lines;
+    QString message = u"old"_s;
+    int errorLine = 9;
+    EXPECT_TRUE(ReadTextFile(folder.WriteStudyFile(u"a.txt"_s, {u"[日本]\tb"_s}), MaxLineBytes, &lines, &message,
+                             &errorLine));
+    EXPECT_EQ(Texts(lines), QStringList(u"[日本]  b"_s));
+    EXPECT_TRUE(message.isEmpty());
+    EXPECT_EQ(errorLine, 0);
+}
+
+TEST(GetFileTitle, StandsBetweenTheFolderAndTheFirstDot)
+{
+    const struct
+    {
+        QString path;
+        QString title;
+    } rows[] = {
+        {u"C:\\txt\\a.b.txt"_s, u"a"_s}, {u"/txt/week1.rev2.txt"_s, u"week1"_s}, {u"/txt/noext"_s, u"noext"_s},
+        {u"a.txt"_s, QString()},         {u"C:\\txt\\"_s, u"txt\\"_s},           {u"/txt/.a"_s, QString()},
+        {QString(), QString()},
+    };
+    for (const auto &row : rows)
+        EXPECT_EQ(GetFileTitle(row.path), row.title) << row.path.toStdString();
+}
+
+TEST(DisplayText, KeepsColumnsAndNumbersTheBlanksInFileOrder)
+{
+    const DisplayText text(Lines({u"水は[H2O]で[塩]だ"_s, u"なし"_s, u"[][ｱ漢]"_s}));
+    const BlankTable &blanks = text.Blanks();
+    EXPECT_EQ(text.Line(1), u"水は H2O で 塩 だ"_s);
+    EXPECT_EQ(blanks.line, (std::vector<int>{1, 1, 3, 3}));
+    EXPECT_EQ(blanks.startColumn, (std::vector<int>{3, 9, 1, 3}));
+    EXPECT_EQ(text.Answer(1), u"H2O"_s);
+    EXPECT_EQ(text.Answer(2), u"塩"_s);
+    EXPECT_EQ(text.Answer(3), QString());
+    EXPECT_EQ(text.Answer(4), u"ｱ漢"_s);
+
+    const BoxEdges salt = GetBqInfoFromLine(blanks, 2, 7, 40);
+    EXPECT_EQ(salt.leftPx, 40 + 11 * 7) << "two full-width, five half-width, one full-width character before it";
+    EXPECT_EQ(salt.rightPx, 40 + 15 * 7);
+    const BoxEdges empty = GetBqInfoFromLine(blanks, 3, 7, 40);
+    EXPECT_EQ(empty.rightPx - empty.leftPx, 14) << "an empty blank spans its two brackets";
+
+    EXPECT_EQ(text.MaskedLine(1), u"水は     で 　 だ"_s);
+    EXPECT_EQ(text.MaskedLine(3), u"   " u" 　 "_s);
+
+    EXPECT_EQ(blanks.FirstOnLines(1, 3), 1);
+    EXPECT_EQ(blanks.LastOnLines(1, 2), 2);
+    EXPECT_EQ(blanks.FirstOnLines(2, 2), 0);
+    EXPECT_EQ(blanks.LastOnLines(2, 2), 0);
+    EXPECT_EQ(blanks.FirstOnLines(2, 3), 3);
+}
+
+TEST(PictureName, IsCheckedByLineAndByName)
+{
+    const struct
+    {
+        QString line;
+        bool isValid;
+    } lines[] = {
+        {u"none"_s, true},     {u"｣ alone"_s, true},   {u"｢a｣ ｢b｣"_s, true}, {u"｢｢a｣｣"_s, true},
+        {u"｢a"_s, false},      {u"｣a｢"_s, false},      {u"｢a｣｢"_s, false},
+    };
+    for (const auto &row : lines)
+        EXPECT_EQ(IsPictureLineValid(row.line), row.isValid) << row.line.toStdString();
+    for (const QChar forbidden : u"!\"#$%&'+?*/\\., \t｣"_s)
+        EXPECT_FALSE(IsPictureNameValid(QString(u"a"_s + forbidden)));
+    EXPECT_TRUE(IsPictureNameValid(u"図1-2（水）"));
+
+    const StudyLines text = Lines({u"｢ cell ｣ ｢a.png｣"_s, u"｢..｣ ｢a.png｣"_s, u"｢x/y"_s});
+    EXPECT_EQ(PictureNames(text.at1(1)), QStringList({u"cell"_s, u"a.png"_s}));
+    EXPECT_EQ(BadPictureNamesMessage(BadPictureNames(text)),
+              u"異常な画像ファイル名=[a.png]があります。\r\n異常な画像ファイル名=[..]があります。"_s);
+    EXPECT_TRUE(BadPictureNamesMessage({}).isEmpty());
+}

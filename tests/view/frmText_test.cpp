@@ -1,0 +1,344 @@
+#include "files/frmFile.h"
+#include "platform/modFile.h"
+#include "settings/frmMsg.h"
+#include "support/DialogScript.h"
+#include "support/RecordingDesktop.h"
+#include "support/TestFiles.h"
+#include "text/modCheckText.h"
+#include "view/frmText.h"
+#include "view/picText.h"
+
+#include <QLabel>
+#include <QLineEdit>
+#include <QListView>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+class StudyWindowTest : public testing::Test
+{
+  protected:
+    StudyWindowTest()
+    {
+        folder.MakeFolder(u"txt"_s);
+        EXPECT_EQ(database.Open(folder.Path(u"k.splite3"_s)), 0);
+        EXPECT_TRUE(database.SQLite3NonQuery(u"create table t_kotoban (ymd_sta text, user_name text, hms_sta text, "
+                                             u"file_name text, dt_end text, num_answer integer)"_s));
+    }
+
+    /// Scripts the choice of the n-th file of the list, 1-based.
+    void ChooseFile(int n)
+    {
+        script.When(u"frmFile"_s, [n](QWidget *dialog) {
+            auto *const list = dialog->findChild<QListView *>(u"lstFile"_s);
+            list->setCurrentIndex(list->model()->index(n - 1, 0));
+            dialog->findChild<QPushButton *>(u"cmdSelect"_s)->click();
+        });
+    }
+
+    /// Opens the window, which asks for a file at once.
+    void Open()
+    {
+        window = std::make_unique<frmText>(desktop, database, log, msg,
+                                           StudyPlace{folder.Path(), folder.Path(u"Kotoban.ini"_s), u"花子"_s});
+        window->show();
+        EXPECT_TRUE(QTest::qWaitFor([this] { return script.IsDone(); }));
+        page = Child<PicText>(u"picText");
+        scroll = Child<QScrollBar>(u"VScroll");
+    }
+
+    void OpenWith(const QStringList &lines)
+    {
+        folder.WriteStudyFile(u"txt/a.txt"_s, lines);
+        ChooseFile(1);
+        Open();
+    }
+
+    template <typename Widget> Widget *Child(const char16_t *name)
+    {
+        return window->findChild<Widget *>(QString::fromUtf16(name));
+    }
+
+    QString Label(const char16_t *name)
+    {
+        const auto *const label = Child<QLabel>(name);
+        return label->isHidden() ? u"(hidden)"_s : label->text();
+    }
+
+    void Press(Qt::Key key, int times = 1)
+    {
+        for (int i = 0; i < times; ++i)
+            QTest::keyClick(page, key);
+    }
+
+    void Click(Qt::MouseButton button, int cell, int row)
+    {
+        const PageLayout &layout = page->Layout();
+        QTest::mouseClick(page, button, {},
+                          QPoint(layout.TextLeftPx() + cell * layout.cellWidthPx + 3, layout.RowTopPx(row) + 5));
+    }
+
+    QStringList Sessions()
+    {
+        ResultTable table;
+        database.SQLite3Query(u"select * from t_kotoban"_s, &table);
+        return QStringList(table.begin() + 1, table.end());
+    }
+
+    TestFolder folder;
+    RecordingDesktop desktop;
+    StudyDatabase database{desktop};
+    RunLog log{folder.Path(), u"Kotoban"_s, desktop};
+    frmMsg msg{desktop, u"wav"_s};
+    DialogScript script;
+    std::unique_ptr<frmText> window;
+    PicText *page = nullptr;
+    QScrollBar *scroll = nullptr;
+};
+
+} // namespace
+
+TEST_F(StudyWindowTest, ASessionFromTheFirstAnswerToTheRow)
+{
+    OpenWith({u"[one] [two]"_s, u"[三]"_s});
+    EXPECT_EQ(window->windowTitle(), u"瞬記帳 Ver1.0.0 [花子]"_s);
+    EXPECT_EQ(Sessions(), QStringList(u"2024/03/05\t花子\t14:30:15\ta\t\t"_s)) << "the row is there from the start";
+    EXPECT_EQ(Label(u"lblNum"), u"0"_s);
+    Press(Qt::Key_Return);
+    Press(Qt::Key_Enter);
+    Press(Qt::Key_Space);
+    EXPECT_EQ(Label(u"lblNum"), u"2"_s);
+    Click(Qt::LeftButton, 1, 2);
+    Click(Qt::LeftButton, 1, 2);
+    EXPECT_EQ(Label(u"lblNum"), u"3"_s);
+    Click(Qt::RightButton, 1, 1);
+    EXPECT_EQ(Label(u"lblNum"), u"3"_s);
+    desktop.now = desktop.now.addSecs(125);
+    window->close();
+    EXPECT_FALSE(database.SQLite3NonQuery(u"delete from t_kotoban"_s)) << "the database is closed";
+    database.Open(folder.Path(u"k.splite3"_s));
+    EXPECT_EQ(Sessions(), QStringList(u"2024/03/05\t花子\t14:30:15\ta\t2024/03/05 14:32:20\t3"_s));
+}
+
+TEST_F(StudyWindowTest, AHiddenAnswerLeavesNoPixelBehind)
+{
+    OpenWith({u"[漢字 Wij] text [二つ目]"_s});
+    const QImage hidden = page->grab().toImage();
+    Click(Qt::LeftButton, 2, 1);
+    const QImage shown = page->grab().toImage();
+    EXPECT_NE(hidden, shown);
+    QTest::qWait(20); // let the window paint the blank alone
+    Click(Qt::LeftButton, 2, 1);
+    QTest::qWait(20);
+    EXPECT_EQ(page->grab().toImage(), hidden);
+    Press(Qt::Key_Return);
+    EXPECT_EQ(page->grab().toImage(), shown);
+    Click(Qt::RightButton, 30, 5);
+    EXPECT_EQ(page->grab().toImage(), hidden);
+}
+
+TEST_F(StudyWindowTest, TwoFilesGiveTwoRowsAndACancelledChoiceKeepsTheSession)
+{
+    folder.WriteStudyFile(u"txt/b.txt"_s, {u"[x]"_s});
+    OpenWith({u"[one]"_s});
+    Press(Qt::Key_Return);
+    desktop.now = desktop.now.addSecs(60);
+    script.Click(u"frmFile"_s, u"cmdCancel"_s);
+    Child<QPushButton>(u"cmdFile")->click();
+    EXPECT_EQ(Sessions(), QStringList(u"2024/03/05\t花子\t14:30:15\ta\t2024/03/05 14:31:15\t1"_s));
+    EXPECT_TRUE(folder.Read(u"Kotoban_log.txt"_s).endsWith("14:31:15 DBUpdRecKotoban 14:31:15\r\n"));
+    Click(Qt::LeftButton, 1, 1);
+    Click(Qt::LeftButton, 1, 1);
+    EXPECT_EQ(Label(u"lblNum"), u"2"_s);
+    desktop.now = desktop.now.addSecs(60);
+    ChooseFile(2);
+    Child<QPushButton>(u"cmdFile")->click();
+    EXPECT_EQ(Label(u"lblNum"), u"0"_s);
+    desktop.now = desktop.now.addSecs(60);
+    window->close();
+    database.Open(folder.Path(u"k.splite3"_s));
+    EXPECT_EQ(Sessions(), QStringList({u"2024/03/05\t花子\t14:30:15\ta\t2024/03/05 14:32:15\t2"_s,
+                                       u"2024/03/05\t花子\t14:32:15\tb\t2024/03/05 14:33:15\t0"_s}));
+}
+
+TEST_F(StudyWindowTest, WithoutAFileNothingIsRecorded)
+{
+    script.Click(u"frmFile"_s, u"cmdCancel"_s);
+    Open();
+    EXPECT_FALSE(Child<QPushButton>(u"cmdReRead")->isEnabled());
+    EXPECT_FALSE(Child<QPushButton>(u"cmdIni")->isEnabled());
+    Press(Qt::Key_Return);
+    Click(Qt::LeftButton, 1, 1);
+    Click(Qt::RightButton, 1, 1);
+    Press(Qt::Key_F2);
+    EXPECT_EQ(desktop.TakeMessages(), QStringList(u"F2"_s));
+    Press(Qt::Key_F1);
+    const QString help = JoinPath(JoinPath(folder.Path(), u"htm"_s), u"index.htm"_s);
+    EXPECT_EQ(desktop.TakeMessages(), QStringList(QString(help + u"が見つかりません。"_s)));
+    folder.Write(u"htm/index.htm"_s, "x");
+    Child<QPushButton>(u"cmdDispHowToUse")->click();
+    EXPECT_EQ(desktop.opened, QStringList(help));
+    window->close();
+    database.Open(folder.Path(u"k.splite3"_s));
+    EXPECT_TRUE(Sessions().isEmpty());
+}
+
+TEST_F(StudyWindowTest, ReReadKeepsTheAnswersOrOffersTheEditor)
+{
+    OpenWith({u"[one]"_s, u"[two]"_s});
+    Press(Qt::Key_Return);
+    folder.WriteStudyFile(u"txt/a.txt"_s, {u"[new]"_s, u"[one]"_s, u"[two]"_s});
+    Child<QPushButton>(u"cmdReRead")->click();
+    Press(Qt::Key_Return, 2);
+    EXPECT_EQ(Label(u"lblNum"), u"3"_s) << "one blank was shown, two were hidden";
+
+    const QByteArray bad = "ok\r\n[broken\r\n";
+    folder.Write(u"txt/a.txt"_s, bad);
+    const QImage before = page->grab().toImage();
+    script.Click(u"frmMsg"_s, u"cmdOK"_s);
+    Child<QPushButton>(u"cmdReRead")->click();
+    EXPECT_EQ(script.messages.last(), QString(BracketCountMessage(2, u"[broken") + u"\r\n\r\nこのファイルを編集しますか？"_s)
+                                          .replace(u"\r\n"_s, u"\n"_s));
+    EXPECT_EQ(desktop.commands.size(), 1);
+    EXPECT_EQ(page->grab().toImage(), before) << "the old text stays";
+    EXPECT_EQ(folder.Read(u"txt/a.txt"_s), bad);
+    QFile::remove(folder.Path(u"txt/a.txt"_s));
+    script.Click(u"frmMsg"_s, u"cmdCancel"_s);
+    Child<QPushButton>(u"cmdReRead")->click();
+    EXPECT_EQ(desktop.commands.size(), 1);
+    EXPECT_EQ(Sessions().size(), 1) << "a re-read is no session";
+}
+
+TEST_F(StudyWindowTest, PagesTurnToTheEndQuestion)
+{
+    OpenWith(QStringList(60, u"[x]"_s));
+    const int rows = page->Layout().RowsPerPage();
+    ASSERT_LT(rows, 60);
+    EXPECT_EQ(scroll->maximum(), 60);
+    EXPECT_EQ(scroll->pageStep(), rows - 1);
+    Press(Qt::Key_Return, rows);
+    EXPECT_EQ(scroll->value(), 1);
+    Press(Qt::Key_Return);
+    EXPECT_EQ(scroll->value(), rows);
+    for (int presses = 0; Label(u"lblNum") != u"60" && presses < 100; ++presses)
+        Press(Qt::Key_Return);
+    script.Click(u"frmMsg"_s, u"cmdOK"_s);
+    Press(Qt::Key_Return);
+    EXPECT_EQ(script.messages.last(), u"60個の正解をすべて表示しました。\n学習を続けますか？"_s);
+    EXPECT_EQ(scroll->value(), 1) << "a new round from the top";
+    EXPECT_TRUE(window->isVisible());
+
+    for (int presses = 0; Label(u"lblNum") != u"120" && presses < 100; ++presses)
+        Press(Qt::Key_Return);
+    script.Click(u"frmMsg"_s, u"cmdCancel"_s);
+    Press(Qt::Key_Return);
+    EXPECT_FALSE(window->isVisible());
+    database.Open(folder.Path(u"k.splite3"_s));
+    EXPECT_TRUE(Sessions().first().endsWith(u"\t120"_s));
+}
+
+TEST_F(StudyWindowTest, TheWheelScrollsThreeLinesANotch)
+{
+    OpenWith(QStringList(100, u"[x]"_s));
+    const auto turn = [this](int angle, Qt::KeyboardModifiers modifiers = {}) {
+        QWheelEvent event(QPointF(50, 50), page->mapToGlobal(QPointF(50, 50)), QPoint(), QPoint(0, angle), {},
+                          modifiers, Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(page, &event);
+        return scroll->value();
+    };
+    EXPECT_EQ(turn(-120), 4);
+    EXPECT_EQ(turn(120), 1);
+    EXPECT_EQ(turn(120), 1);
+    EXPECT_EQ(turn(-30), 1) << "a touchpad's small steps add up";
+    EXPECT_EQ(turn(-30), 2);
+    EXPECT_EQ(turn(-120, Qt::ControlModifier), 2);
+}
+
+TEST_F(StudyWindowTest, TheMarkDecidesWhereTheEditorOpens)
+{
+    folder.Write(u"Kotoban.ini"_s, "[setting]\r\nTextEditor=" + QCoreApplication::applicationFilePath().toUtf8() +
+                                       "\r\nLineSpace=9\r\n");
+    OpenWith(QStringList(100, u"[x]"_s));
+    EXPECT_EQ(desktop.TakeMessages().size(), 1) << "the spacing was repaired, and said so once";
+    scroll->setValue(5);
+    QTest::mouseClick(page, Qt::LeftButton, {}, QPoint(3, page->Layout().RowTopPx(3) + 2));
+    folder.Write(u"Kotoban.ini"_s, "[setting]\r\nTextEditor=sakura.exe\r\n");
+    Child<QPushButton>(u"cmdEdit")->click();
+    EXPECT_TRUE(Child<QPushButton>(u"cmdReRead")->hasFocus());
+    Click(Qt::LeftButton, 40, 2);
+    EXPECT_EQ(desktop.commands.size(), 1);
+}
+
+TEST_F(StudyWindowTest, TheClockShowsMinutesOnceThereAreAny)
+{
+    OpenWith({u"[x]"_s});
+    EXPECT_EQ(Label(u"lblSecN"), u"(hidden)"_s);
+    const auto tick = [this](int seconds) {
+        desktop.now = desktop.now.addSecs(seconds);
+        window->Timer1_Timer();
+        return QString(Label(u"lblMinN") + u' ' + Label(u"lblMin") + u' ' + Label(u"lblSecN") + u' ' + Label(u"lblSec"));
+    };
+    EXPECT_EQ(tick(0), u"(hidden) (hidden) 0 秒"_s);
+    EXPECT_EQ(tick(19), u"(hidden) (hidden) 0 秒"_s);
+    EXPECT_EQ(tick(1), u"(hidden) (hidden) 20 秒"_s);
+    EXPECT_EQ(tick(50), u"1 分 10 秒"_s);
+    EXPECT_EQ(tick(5), u"1 分 10 秒"_s);
+}
+
+TEST_F(StudyWindowTest, ALoadThatFailsLeavesNoFileOpenAndItsRow)
+{
+    folder.WriteStudyFile(u"txt/b.txt"_s, {u"[x]"_s});
+    OpenWith({u"[one]"_s});
+    script.When(u"frmFile"_s, [this](QWidget *dialog) {
+        auto *const list = dialog->findChild<QListView *>(u"lstFile"_s);
+        list->setCurrentIndex(list->model()->index(1, 0));
+        dialog->findChild<QPushButton *>(u"cmdSelect"_s)->click();
+        QFile::remove(folder.Path(u"txt/b.txt"_s));
+    });
+    script.Click(u"frmMsg"_s, u"cmdOK"_s);
+    Child<QPushButton>(u"cmdFile")->click();
+    EXPECT_TRUE(script.messages.last().startsWith(u"次のテキストファイルを読み込みできません。"_s));
+    Press(Qt::Key_Return);
+    EXPECT_EQ(Label(u"lblNum"), u"0"_s);
+    EXPECT_EQ(Sessions().size(), 2);
+    window->close();
+    database.Open(folder.Path(u"k.splite3"_s));
+    EXPECT_TRUE(Sessions().last().endsWith(u"\tb\t\t"_s)) << "never completed";
+}
+
+TEST_F(StudyWindowTest, SettingsShowAtOnceAndKeepTheAnswers)
+{
+    OpenWith(QStringList(100, u"[x]"_s));
+    Press(Qt::Key_Return, 3);
+    scroll->setValue(7);
+    const PageLayout before = page->Layout();
+    script.When(u"frmIni"_s, [](QWidget *dialog) {
+        dialog->findChild<QAbstractButton *>(u"optFontSize2"_s)->click();
+        dialog->findChild<QAbstractButton *>(u"chkDispLineNum"_s)->click();
+        dialog->findChild<QLineEdit *>(u"txtLineSpace"_s)->setText(u"7"_s);
+        dialog->findChild<QAbstractButton *>(u"cmdChangeSetting"_s)->click();
+    });
+    script.Click(u"frmMsg"_s, u"cmdOK"_s);
+    script.When(u"frmIni"_s, [](QWidget *dialog) {
+        dialog->findChild<QLineEdit *>(u"txtLineSpace"_s)->setText(u"6"_s);
+        dialog->findChild<QLineEdit *>(u"txtTextEditor"_s)->setText(u"no such editor"_s);
+        dialog->findChild<QAbstractButton *>(u"cmdRunEditor"_s)->click();
+        dialog->findChild<QAbstractButton *>(u"cmdChangeSetting"_s)->click();
+    });
+    Child<QPushButton>(u"cmdIni")->click();
+    EXPECT_TRUE(script.IsDone());
+    EXPECT_EQ(desktop.TakeMessages(),
+              QStringList({u"エディタが見つかりません"_s, u"次のテキストエディタが見つかりません。\r\n  no such editor\r\n"
+                                                          u"メモ帳をテキストエディタに指定します。"_s}));
+    EXPECT_GT(page->Layout().cellWidthPx, before.cellWidthPx);
+    EXPECT_FALSE(page->Layout().hasLineNumbers);
+    EXPECT_EQ(scroll->value(), 7);
+    EXPECT_EQ(Label(u"lblNum"), u"3"_s);
+    EXPECT_TRUE(folder.Read(u"Kotoban.ini"_s).contains("Fontsize=12.75\r\nLineSpace=6\r\nTextEditor=notepad.exe\r\n"));
+}
