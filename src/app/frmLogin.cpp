@@ -58,8 +58,7 @@ void frmLogin::Form_Load()
 {
     WriteTrace(u"■frmLogin.Form_Load");
     setWindowTitle(ProductName() + u" Ver"_s + VersionText() + u" ログイン画面"_s);
-    lblComment->setText(
-        u"利用者一覧に自分の名前があればそれを選択。\r\nなければ，自分の名前を入力してください。"_s);
+    lblComment->setText(u"利用者一覧に自分の名前があればそれを選択。\r\nなければ，自分の名前を入力してください。"_s);
     m_names = ReadUserNames(m_userListPath);
     lstUserName->addItems(m_names);
     lstUserName->setCurrentRow(-1);
@@ -94,6 +93,7 @@ void frmLogin::cmdOK_Click()
     const QString name = txtUserName->text();
     if (name.trimmed().isEmpty()) {
         m_msg.DispFrmMsg(this, u"利用者名は入力必須です。"_s, MsgStyle::Ok, u"notify.wav"_s);
+        txtUserName->setFocus();
         return;
     }
     QString error;

@@ -11,7 +11,8 @@ class QLineEdit;
 class QListWidget;
 
 /// How the user selection window was left.
-enum class LoginResult {
+enum class LoginResult
+{
     Accepted,   ///< with a name
     Closed,     ///< by its close box: the name stays empty and the program goes on
     EndProgram, ///< the program is to end at once

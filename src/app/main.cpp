@@ -52,6 +52,7 @@ int main(int argc, char *argv[])
         userName = login.UserName();
     }
     frmText study(desktop, database, log, msg, {folder, JoinPath(folder, baseName + u".ini"_s), userName});
+    QObject::connect(&study, &frmText::Ended, &application, [] { QApplication::exit(0); });
     study.show();
     return QApplication::exec();
 }

@@ -118,8 +118,8 @@ bool BackupDatabase(const QString &databaseFolder, const QString &databaseName, 
         WriteTrace(u"FileCopy");
         // The copy is made under a temporary name without the day's mark and renamed when it is whole.
         if (!source.copy(target)) {
-            *error = u"データベースのバックアップに失敗しました。\r\n  "_s + source.fileName() + u"\r\n  → "_s + target +
-                     u"\r\n  "_s + source.errorString();
+            *error = u"データベースのバックアップに失敗しました。\r\n  "_s + source.fileName() + u"\r\n  → "_s +
+                     target + u"\r\n  "_s + source.errorString();
             return false;
         }
         WriteTrace(u"FileCopyFinished");

@@ -17,8 +17,8 @@ inline constexpr QStringView RequiredFolders = u"db,db_backup,txt,rec,wav";
 bool PrepareRun(const QString &applicationFolder, const InstanceMark &instance, const RunLog &log, Desktop &desktop,
                 StudyDatabase &database);
 
-/// Looks for the required folders. @return whether all are there; missing is then empty, else the full path of the first
-/// that is not
+/// Looks for the required folders. @return whether all are there; missing is then empty, else the full path of the
+/// first that is not
 bool CheckFolders(const QString &applicationFolder, QString *missing);
 
 /// The run log's entry for a missing folder.

@@ -17,9 +17,9 @@ using namespace Qt::Literals::StringLiterals;
 
 frmFile::frmFile(Desktop &desktop, StudyDatabase &database, frmMsg &msg, const QString &studyFolder,
                  const QString &userName, QWidget *owner)
-    : QDialog(owner), m_desktop(desktop), m_database(database), m_msg(msg), m_folder(studyFolder),
-      m_userName(userName), m_files(new StudyFileModel(m_folder, this)), lstFile(new QListView(this)),
-      lblFolder(new QLabel(this)), lblUserName(new QLabel(this))
+    : QDialog(owner), m_desktop(desktop), m_database(database), m_msg(msg), m_folder(studyFolder), m_userName(userName),
+      m_files(new StudyFileModel(m_folder, this)), lstFile(new QListView(this)), lblFolder(new QLabel(this)),
+      lblUserName(new QLabel(this))
 {
     setObjectName(u"frmFile"_s);
     setWindowTitle(u"ファイル選択 Ver"_s + VersionText());

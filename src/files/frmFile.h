@@ -14,7 +14,8 @@ class QPushButton;
 class StudyFileModel;
 
 /// How the file selection window was left.
-enum class FileChoice {
+enum class FileChoice
+{
     Cancelled,
     Chosen,     ///< frmFile::ChosenPath() is the file
     EndProgram, ///< the database is closed, and the program is to end at once
@@ -26,8 +27,8 @@ class frmFile : public QDialog
 
   public:
     /// @param studyFolder  full path of the folder of study files
-    frmFile(Desktop &desktop, StudyDatabase &database, frmMsg &msg, const QString &studyFolder,
-            const QString &userName, QWidget *owner);
+    frmFile(Desktop &desktop, StudyDatabase &database, frmMsg &msg, const QString &studyFolder, const QString &userName,
+            QWidget *owner);
     ~frmFile() override;
 
     /// Shows the window and waits until it is left. @param textEditor  the editor of the current settings

@@ -2,9 +2,7 @@
 
 #include <QPainter>
 
-StudyFileModel::StudyFileModel(StudyFolder &folder, QObject *parent) : QAbstractListModel(parent), m_folder(folder)
-{
-}
+StudyFileModel::StudyFileModel(StudyFolder &folder, QObject *parent) : QAbstractListModel(parent), m_folder(folder) {}
 
 void StudyFileModel::Refresh()
 {

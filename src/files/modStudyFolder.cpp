@@ -10,9 +10,7 @@
 
 using namespace Qt::Literals::StringLiterals;
 
-StudyFolder::StudyFolder(const QString &path) : m_path(path)
-{
-}
+StudyFolder::StudyFolder(const QString &path) : m_path(path) {}
 
 void StudyFolder::Refresh()
 {

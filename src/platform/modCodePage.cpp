@@ -28,8 +28,8 @@ bool IsUnassignedSingle(quint8 byte)
 /// The whole code page as two tables, so that a conversion is one look-up a character.
 struct Tables
 {
-    std::array<char16_t, 0x10000> toUnicode{};   // by code, a pair as lead * 256 + trail; 0 = undecodable
-    std::array<quint16, 0x10000> fromUnicode{};  // by UTF-16 unit; 0 = not in the code page (U+0000 itself excepted)
+    std::array<char16_t, 0x10000> toUnicode{};  // by code, a pair as lead * 256 + trail; 0 = undecodable
+    std::array<quint16, 0x10000> fromUnicode{}; // by UTF-16 unit; 0 = not in the code page (U+0000 itself excepted)
 
     Tables()
     {

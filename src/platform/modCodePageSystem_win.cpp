@@ -8,9 +8,7 @@ constexpr UINT CodePage = 932;
 
 } // namespace
 
-SystemCodePage932::SystemCodePage932() : m_decoder(nullptr), m_encoder(nullptr)
-{
-}
+SystemCodePage932::SystemCodePage932() : m_decoder(nullptr), m_encoder(nullptr) {}
 
 SystemCodePage932::~SystemCodePage932() = default;
 

@@ -30,8 +30,8 @@ RunLog::RunLog(const QString &applicationFolder, const QString &baseName, const 
 
 bool RunLog::WriteYmdLogStart(QString *error) const
 {
-    const QString header = m_baseName + u".exe　Ver"_s + VersionText() + u"\r\n"_s +
-                           DateWithWeekday(m_desktop.Now().date()) + u"\r\n"_s;
+    const QString header =
+        m_baseName + u".exe　Ver"_s + VersionText() + u"\r\n"_s + DateWithWeekday(m_desktop.Now().date()) + u"\r\n"_s;
     return WriteText(m_path, QIODevice::WriteOnly | QIODevice::Truncate, header, error);
 }
 
@@ -46,10 +46,6 @@ QString RunLog::Path() const
     return m_path;
 }
 
-void WriteTrace(QStringView)
-{
-}
+void WriteTrace(QStringView) {}
 
-void TraceSetup()
-{
-}
+void TraceSetup() {}

@@ -1,6 +1,5 @@
-#include "platform/modProcess.h"
-
 #include "platform/modCommandLine.h"
+#include "platform/modProcess.h"
 
 #include <QProcess>
 #include <QStandardPaths>
@@ -22,9 +21,8 @@ bool IsProgram(const QString &name)
 /// A plain-text editor of one of the desktops; empty when none is installed.
 QString FindTextEditor()
 {
-    for (const QString &name :
-         {u"gnome-text-editor"_s, u"gedit"_s, u"kate"_s, u"kwrite"_s, u"mousepad"_s, u"xed"_s, u"pluma"_s,
-          u"featherpad"_s, u"leafpad"_s, u"l3afpad"_s, u"xedit"_s}) {
+    for (const QString &name : {u"gnome-text-editor"_s, u"gedit"_s, u"kate"_s, u"kwrite"_s, u"mousepad"_s, u"xed"_s,
+                                u"pluma"_s, u"featherpad"_s, u"leafpad"_s, u"l3afpad"_s, u"xedit"_s}) {
         const QString program = QStandardPaths::findExecutable(name);
         if (!program.isEmpty())
             return program;

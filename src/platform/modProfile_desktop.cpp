@@ -1,7 +1,6 @@
-#include "platform/modProfile.h"
-
 #include "platform/modCodePage.h"
 #include "platform/modFile.h"
+#include "platform/modProfile.h"
 
 #include <QFileInfo>
 
@@ -44,7 +43,7 @@ struct Place
 {
     bool hasSection = false;
     bool hasKey = false;
-    Line line{};          ///< the key's line, when there is one
+    Line line{};            ///< the key's line, when there is one
     qsizetype insertAt = 0; ///< behind the last line of the section that is not empty
 };
 
@@ -81,8 +80,8 @@ Place FindPlace(const QByteArray &bytes, const QString &section, const QString &
 
 QString WithoutQuotes(const QString &value)
 {
-    const bool quoted = value.size() >= 2 && value.front() == value.back() &&
-                        (value.front() == u'"' || value.front() == u'\'');
+    const bool quoted =
+        value.size() >= 2 && value.front() == value.back() && (value.front() == u'"' || value.front() == u'\'');
     return quoted ? value.mid(1, value.size() - 2) : value;
 }
 

@@ -17,7 +17,7 @@ QString ReadProfile(const QString &path, const QString &section, const QString &
 
 bool WriteProfile(const QString &path, const QString &section, const QString &key, const QString &value)
 {
-    return WritePrivateProfileStringW(
-               reinterpret_cast<LPCWSTR>(section.utf16()), reinterpret_cast<LPCWSTR>(key.utf16()),
-               reinterpret_cast<LPCWSTR>(value.utf16()), reinterpret_cast<LPCWSTR>(path.utf16())) != 0;
+    return WritePrivateProfileStringW(reinterpret_cast<LPCWSTR>(section.utf16()),
+                                      reinterpret_cast<LPCWSTR>(key.utf16()), reinterpret_cast<LPCWSTR>(value.utf16()),
+                                      reinterpret_cast<LPCWSTR>(path.utf16())) != 0;
 }

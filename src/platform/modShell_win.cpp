@@ -6,8 +6,7 @@
 
 bool ShellOpen(const QString &path, const QString &workingFolder)
 {
-    const HINSTANCE result =
-        ShellExecuteW(nullptr, L"open", reinterpret_cast<LPCWSTR>(path.utf16()), nullptr,
-                      reinterpret_cast<LPCWSTR>(workingFolder.utf16()), SW_SHOWNORMAL);
+    const HINSTANCE result = ShellExecuteW(nullptr, L"open", reinterpret_cast<LPCWSTR>(path.utf16()), nullptr,
+                                           reinterpret_cast<LPCWSTR>(workingFolder.utf16()), SW_SHOWNORMAL);
     return reinterpret_cast<intptr_t>(result) > 32; // ShellExecute: 32 and below are its error numbers
 }

@@ -23,9 +23,7 @@ bool IsBase64(quint8 byte)
 class Scan
 {
   public:
-    explicit Scan(QByteArrayView bytes) : m_bytes(bytes), m_last(bytes.size() - 1)
-    {
-    }
+    explicit Scan(QByteArrayView bytes) : m_bytes(bytes), m_last(bytes.size() - 1) {}
 
     CharCode Run()
     {
@@ -253,7 +251,7 @@ CharCode DetectCharCode(QByteArrayView bytes)
 
 QString GetCharCodeName(QByteArrayView bytes)
 {
-    static constexpr std::array<const char16_t *, 10> names = {
-        u"NONE", u"ASCII", u"SJIS", u"EUC", u"JIS", u"UTF16_LE", u"UTF16_BE", u"UTF8", u"UTF8_BOM", u"UTF7"};
+    static constexpr std::array<const char16_t *, 10> names = {u"NONE",     u"ASCII",    u"SJIS", u"EUC",      u"JIS",
+                                                               u"UTF16_LE", u"UTF16_BE", u"UTF8", u"UTF8_BOM", u"UTF7"};
     return QString::fromUtf16(names[size_t(DetectCharCode(bytes))]);
 }

@@ -5,7 +5,8 @@
 #include <QByteArrayView>
 #include <QString>
 
-enum class CharCode {
+enum class CharCode
+{
     None = 0,
     Ascii = 1,
     Sjis = 2,

@@ -97,9 +97,7 @@ bool IsEditorUsable(const QString &editor)
     return editor.compare(DefaultEditor, Qt::CaseInsensitive) == 0 || ProgramExists(editor);
 }
 
-SettingsFile::SettingsFile(const QString &path) : m_path(path)
-{
-}
+SettingsFile::SettingsFile(const QString &path) : m_path(path) {}
 
 bool SettingsFile::Exists() const
 {

@@ -9,9 +9,9 @@
 /// too, and the upper bounds.
 struct Settings
 {
-    float FontSize = 9.75f; ///< points: 9.75, 11.25 or 12.75
-    int LineSpace = 4;      ///< pixels between two lines of the page
-    int FormLeft = 0;       ///< left edge of the study window, pixels
+    float FontSize = 9.75f;                             ///< points: 9.75, 11.25 or 12.75
+    int LineSpace = 4;                                  ///< pixels between two lines of the page
+    int FormLeft = 0;                                   ///< left edge of the study window, pixels
     QString TextEditor = QStringLiteral("notepad.exe"); ///< a bare file name or a full path
     bool bolDispLineNum = true;                         ///< whether the page shows line numbers
 };

@@ -23,7 +23,8 @@ int SQLite3Finalize(sqlite3_stmt *statement);
 
 int SQLite3ColumnCount(sqlite3_stmt *statement);
 
-/// Storage class of a value in the present row: 1 INTEGER, 2 FLOAT, 3 TEXT, 4 BLOB, 5 NULL. Columns are numbered from 0.
+/// Storage class of a value in the present row: 1 INTEGER, 2 FLOAT, 3 TEXT, 4 BLOB, 5 NULL. Columns are numbered from
+/// 0.
 int SQLite3ColumnType(sqlite3_stmt *statement, int column);
 
 QString SQLite3ColumnName(sqlite3_stmt *statement, int column);

@@ -63,9 +63,7 @@ QString StorageClassName(int storageClass)
     }
 }
 
-StudyDatabase::StudyDatabase(Desktop &desktop) : m_desktop(desktop)
-{
-}
+StudyDatabase::StudyDatabase(Desktop &desktop) : m_desktop(desktop) {}
 
 StudyDatabase::~StudyDatabase()
 {

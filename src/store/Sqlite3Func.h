@@ -11,8 +11,8 @@
 
 struct sqlite3;
 
-/// Rows of a query: row 0 is the header, the column names joined by TAB; rows 1..n are the values joined by TAB. Without
-/// rows there is only row 0, and it is empty.
+/// Rows of a query: row 0 is the header, the column names joined by TAB; rows 1..n are the values joined by TAB.
+/// Without rows there is only row 0, and it is empty.
 using ResultTable = std::vector<QString>;
 
 /// Name of a storage class: 1 "INTEGER", 2 "FLOAT", 3 "TEXT", 4 "BLOB", 5 "NULL"; empty for any other number.

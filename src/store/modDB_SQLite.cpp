@@ -86,10 +86,10 @@ QString InsertStatement(const QDateTime &sessionStart, const QString &userName, 
 
 QString UpdateStatement(const QDateTime &now, const QDateTime &sessionStart, const QString &userName, int answerCount)
 {
-    return u"update t_kotoban set\r\n"_s + u"   dt_end = '"_s + DateTimeText(now) + u"'\r\n"_s +
-           u"  ,num_answer = "_s + QString::number(answerCount) + u"\r\n"_s + u"where ymd_sta = '"_s +
-           DateText(sessionStart.date()) + u"'\r\n"_s + u"  and user_name = '"_s + userName + u"'\r\n"_s +
-           u"  and hms_sta = '"_s + TimeText(sessionStart) + u"'\r\n"_s;
+    return u"update t_kotoban set\r\n"_s + u"   dt_end = '"_s + DateTimeText(now) + u"'\r\n"_s + u"  ,num_answer = "_s +
+           QString::number(answerCount) + u"\r\n"_s + u"where ymd_sta = '"_s + DateText(sessionStart.date()) +
+           u"'\r\n"_s + u"  and user_name = '"_s + userName + u"'\r\n"_s + u"  and hms_sta = '"_s +
+           TimeText(sessionStart) + u"'\r\n"_s;
 }
 
 // In descending order the days run newest first, while the sessions of one day still run earliest first. The second key

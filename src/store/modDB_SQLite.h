@@ -1,5 +1,5 @@
-// The record of study sessions: table t_kotoban, one row a session, keyed by start date, user name and start time. A row
-// is inserted when the study of a file begins and completed with its end and its answers when it ends.
+// The record of study sessions: table t_kotoban, one row a session, keyed by start date, user name and start time. A
+// row is inserted when the study of a file begins and completed with its end and its answers when it ends.
 //
 // Names go into the statements as they stand. One with a "'" breaks its statement, which then fails with the message of
 // the access layer; that is meant.

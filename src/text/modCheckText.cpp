@@ -8,8 +8,7 @@ namespace {
 
 QString BracketMessage(const QString &fault, int line, QStringView text, const QString &request)
 {
-    return fault + u"\r\n\r\n"_s + QString::number(line) + u"行目："_s + text + u"\r\n\r\n"_s + request +
-           u"\r\n\r\n"_s;
+    return fault + u"\r\n\r\n"_s + QString::number(line) + u"行目："_s + text + u"\r\n\r\n"_s + request + u"\r\n\r\n"_s;
 }
 
 } // namespace

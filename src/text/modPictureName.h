@@ -21,5 +21,6 @@ QStringList PictureNames(QStringView line);
 /// refer to nothing.
 QStringList BadPictureNames(const StudyLines &lines);
 
-/// The message about such names, one line each; empty when there are none. A file full of them is told of the first ten.
+/// The message about such names, one line each; empty when there are none. A file full of them is told of the first
+/// ten.
 QString BadPictureNamesMessage(const QStringList &names);

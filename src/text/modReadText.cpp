@@ -23,8 +23,8 @@ bool ReadAndCheck(const QString &path, int maxLineBytes, StudyLines *lines, QStr
     StudyLines rawLines;
     ReadAllLines(bytes, &rawLines);
     ExpandTabs(rawLines, lines);
-    return CheckLineBytes(*lines, maxLineBytes, message, errorLine) &&
-           CheckBracketCount(*lines, message, errorLine) && CheckBracketOrder(*lines, message, errorLine);
+    return CheckLineBytes(*lines, maxLineBytes, message, errorLine) && CheckBracketCount(*lines, message, errorLine) &&
+           CheckBracketOrder(*lines, message, errorLine);
 }
 
 } // namespace
@@ -109,5 +109,6 @@ QString WrongCharCodeMessage(const QString &fileTitle, const QString &codeName)
 
 QString UnreadableFileMessage(const QString &fileTitle, const QString &reason)
 {
-    return u"次のテキストファイルを読み込みできません。\r\n    ファイル名＝"_s + fileTitle + u"\r\n    理由＝"_s + reason;
+    return u"次のテキストファイルを読み込みできません。\r\n    ファイル名＝"_s + fileTitle + u"\r\n    理由＝"_s +
+           reason;
 }

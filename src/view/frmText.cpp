@@ -52,9 +52,9 @@ frmText::frmText(Desktop &desktop, StudyDatabase &database, const RunLog &log, f
       cmdEdit(AddButton(u"cmdEdit"_s, u"編集(&E)"_s, &frmText::cmdEdit_Click)),
       cmdIni(AddButton(u"cmdIni"_s, u"設定(&I)"_s, &frmText::cmdIni_Click)),
       cmdDispHowToUse(AddButton(u"cmdDispHowToUse"_s, u"使い方(&H)"_s, &frmText::cmdDispHowToUse_Click)),
-      chkSpeak(new QCheckBox(u"読み上げ(&S)"_s, this)), lblNum(AddLabel(u"lblNum"_s)),
-      lblMinN(AddLabel(u"lblMinN"_s)), lblMin(AddLabel(u"lblMin"_s)), lblSecN(AddLabel(u"lblSecN"_s)),
-      lblSec(AddLabel(u"lblSec"_s)), lblKeyword(AddLabel(u"lblKeyword"_s)), Timer1(new QTimer(this))
+      chkSpeak(new QCheckBox(u"読み上げ(&S)"_s, this)), lblNum(AddLabel(u"lblNum"_s)), lblMinN(AddLabel(u"lblMinN"_s)),
+      lblMin(AddLabel(u"lblMin"_s)), lblSecN(AddLabel(u"lblSecN"_s)), lblSec(AddLabel(u"lblSec"_s)),
+      lblKeyword(AddLabel(u"lblKeyword"_s)), Timer1(new QTimer(this))
 {
     setObjectName(u"frmText"_s);
     AddControls();
@@ -148,8 +148,8 @@ void frmText::Form_Load()
     const QRect area = screen()->availableGeometry();
     resize(sizeHint().boundedTo(area.size()));
     m_upper = UpperBounds(qMax(0, area.width() - width()));
-    const int left = m_settingsFile.Exists() ? qMin(m_settingsFile.ReadFormPos(), m_upper.FormLeft)
-                                             : m_upper.FormLeft / 2;
+    const int left =
+        m_settingsFile.Exists() ? qMin(m_settingsFile.ReadFormPos(), m_upper.FormLeft) : m_upper.FormLeft / 2;
     move(area.left() + left, area.top() + (area.height() - height()) / 3);
 
     for (QWidget *const control : {static_cast<QWidget *>(cmdIni), static_cast<QWidget *>(cmdEdit),
@@ -273,7 +273,7 @@ void frmText::cmdFile_Click()
     if (choice == FileChoice::EndProgram) {
         m_isEnded = true;
         hide();
-        QCoreApplication::exit(0);
+        Q_EMIT Ended();
         return;
     }
     Form_Activate();
@@ -290,8 +290,7 @@ void frmText::PlaceFileWindow()
     const QRect area = screen()->availableGeometry();
     const int left = x() + (width() - m_frmFile->width()) / 2;
     const int top = cmdFile->mapToGlobal(QPoint(0, 0)).y();
-    m_frmFile->move(qMax(area.left(), left),
-                    qMax(area.top(), qMin(top, area.bottom() + 1 - m_frmFile->height())));
+    m_frmFile->move(qMax(area.left(), left), qMax(area.top(), qMin(top, area.bottom() + 1 - m_frmFile->height())));
 }
 
 /// Begins a session with a file: its row is there before the file is read, so that every attempt leaves one.
@@ -556,5 +555,5 @@ void frmText::Form_Unload()
         CompleteSession();
     m_settingsFile.WriteFileIniFormPos(x());
     m_database.Close();
-    QCoreApplication::exit(0);
+    Q_EMIT Ended();
 }

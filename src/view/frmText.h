@@ -40,6 +40,10 @@ class frmText : public QWidget
     /// One tick of the study clock.
     void Timer1_Timer();
 
+  Q_SIGNALS:
+    /// All is recorded and closed: the program is to end.
+    void Ended();
+
   protected:
     void showEvent(QShowEvent *event) override;
     void closeEvent(QCloseEvent *event) override;

@@ -4,9 +4,9 @@
 
 struct PageLayout
 {
-    int cellWidthPx = 1;          ///< width of a half-width character; a full-width one has exactly two
-    int linePitchPx = 1;          ///< height of a line of text and the space below it
-    int heightPx = 0;             ///< height of the text area
+    int cellWidthPx = 1; ///< width of a half-width character; a full-width one has exactly two
+    int linePitchPx = 1; ///< height of a line of text and the space below it
+    int heightPx = 0;    ///< height of the text area
     bool hasLineNumbers = false;
 
     static constexpr int TopMarginPx = 5;

@@ -10,10 +10,10 @@
 /// What the window shows of the file, and its scroll bar.
 struct PageInView
 {
-    int topLine = 1;  ///< line in the first row: the scroll bar's value
-    int rows = 1;     ///< rows per page
-    int pageSize = 1; ///< lines that a page turn goes on by
-    int maximum = 1;  ///< the scroll bar's maximum
+    int topLine = 1;        ///< line in the first row: the scroll bar's value
+    int rows = 1;           ///< rows per page
+    int pageSize = 1;       ///< lines that a page turn goes on by
+    int maximum = 1;        ///< the scroll bar's maximum
     bool canScroll = false; ///< whether the scroll bar is shown and enabled
 };
 
@@ -80,8 +80,9 @@ int FirstHiddenBlank(const StudyRound &round, const BlankRange &range);
 int HitTest(const DisplayText &text, int xPx, int yPx, int topLine, const PageLayout &layout);
 
 /// What Enter does.
-enum class EnterAction {
-    Reveal,      ///< show the answer of the blank that is named with it
+enum class EnterAction
+{
+    Reveal, ///< show the answer of the blank that is named with it
     TurnPage,
     AskThenTurn, ///< ask whether to go on studying, and turn the page unless the window closes
 };
@@ -98,8 +99,8 @@ constexpr int FewestBlanksToAsk = 20;
 /// Decides what Enter does: the next hidden answer on the page, or else the next page.
 EnterDecision DecideEnter(const StudyRound &round, const DisplayText &text, const PageInView &page);
 
-/// Turns the page: hides the answers where a new round begins, and says which line comes to the top. After the last page
-/// of a file whose last answer is shown it goes back to line 1.
+/// Turns the page: hides the answers where a new round begins, and says which line comes to the top. After the last
+/// page of a file whose last answer is shown it goes back to line 1.
 /// @return the new top line, 1..page.maximum
 int TurnPage(StudyRound *round, const PageInView &page);
 

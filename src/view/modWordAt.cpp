@@ -2,7 +2,14 @@
 
 namespace {
 
-enum class Script { None, Word, Kanji, Hiragana, Katakana };
+enum class Script
+{
+    None,
+    Word,
+    Kanji,
+    Hiragana,
+    Katakana
+};
 
 Script ScriptOf(QChar character)
 {

@@ -100,8 +100,8 @@ class PicText::Painter
         const BoxEdges box = GetBqInfoFromLine(m_text.Blanks(), blank, m_layout.cellWidthPx, m_layout.TextLeftPx());
         const bool isShown = m_round.bolOpen(blank);
         const int penWidth = qMax(1, Device(1));
-        const QRect outline = Device(QRect(box.leftPx, m_layout.RowTopPx(row), box.rightPx - box.leftPx,
-                                           m_layout.linePitchPx - RowGapPx));
+        const QRect outline = Device(
+            QRect(box.leftPx, m_layout.RowTopPx(row), box.rightPx - box.leftPx, m_layout.linePitchPx - RowGapPx));
         m_painter.setPen(QPen(isShown ? DarkGrey : TextColour, penWidth, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
         m_painter.setBrush(Qt::NoBrush);
         // A pen of w pixels reaches w / 2 to both sides of its path.

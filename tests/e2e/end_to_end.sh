@@ -24,7 +24,7 @@ rm -f "$application"/{ListUserName,Kotoban_log}.txt "$application"/*.ini "$appli
 sqlite3 "$application/db/kotoban.splite3" 'delete from t_kotoban'
 cp "$here/0_session.txt" "$application/txt/"
 
-"$here/session.sh" "$application" "$work/screenshots" 0_session.txt 33 33
+"$here/session.sh" "$application" "$work/screenshots" 0_session.txt --click 33 33
 
 expect() {
     local what=$1 wanted=$2 found=$3
@@ -41,7 +41,8 @@ query() {
 expect "sessions" 1 "$(query 'select count(*) from t_kotoban')"
 # Five answers by Enter and one by a click; the second click hides it again, which does not count.
 expect "session" "hanako|0_session|6" "$(query 'select user_name, file_name, num_answer from t_kotoban')"
-expect "end of the session" 1 "$(query 'select dt_end >= ymd_sta || " " || hms_sta from t_kotoban')"
+expect "the end is recorded and not before the start" 1 \
+    "$(query 'select dt_end >= ymd_sta || " " || hms_sta from t_kotoban')"
 expect "user list" "hanako" "$(tr -d '\r' <"$application/ListUserName.txt")"
 expect "backups" 1 "$(find "$application/db_backup" -name 'kotoban_*.splite3' | wc -l)"
 [[ -s $application/Kotoban_log.txt ]] || expect "run log" "written" "missing"

@@ -1,16 +1,26 @@
 #!/usr/bin/env bash
 # Uses the program on a virtual X server of its own as a learner would: a name, a study file, five answers, the end.
 #
-#     session.sh APPLICATION_FOLDER SCREENSHOT_FOLDER STUDY_FILE [CLICK_X CLICK_Y]
+#     session.sh APPLICATION_FOLDER SCREENSHOT_FOLDER STUDY_FILE [--click X Y]
 #
-# STUDY_FILE is a name in the folder txt. CLICK_X and CLICK_Y are a place in the study window, in percent of its size,
-# that is clicked twice after the answers. Prints the row that the session left in the database.
+# STUDY_FILE is a name in the folder txt. X and Y are a place in the study window, in percent of its size, that is
+# clicked twice after the answers. Prints the row that the session left in the database.
 set -euo pipefail
 export LC_ALL=C.UTF-8
 
+# Nothing here concerns the desktop of whoever starts this, and its settings must not change how the session goes.
+# libdbus leaks memory where it has to look for a bus in vain.
+unset DISPLAY WAYLAND_DISPLAY
+export DBUS_SESSION_BUS_ADDRESS=disabled:
+export QT_QPA_PLATFORM=xcb
+
+if [[ $# -ne 3 && ! ($# -eq 6 && $4 == --click) ]]; then
+    printf 'usage: session.sh APPLICATION_FOLDER SCREENSHOT_FOLDER STUDY_FILE [--click X Y]\n' >&2
+    exit 2
+fi
 application=$(realpath "$1")
 study_file=$3
-click=("${@:4}")
+click=("${@:5}")
 user=hanako
 mkdir -p "$2"
 screenshots=$(realpath "$2")
@@ -64,19 +74,17 @@ shoot() {
     import -window root "$screenshots/$1.png"
 }
 
-[[ -f $application/txt/$study_file ]] || fail "there is no study file $application/txt/$study_file"
-
-# The desktop of whoever starts this must neither see the session nor change how it goes.
-unset WAYLAND_DISPLAY
-export QT_QPA_PLATFORM=xcb DBUS_SESSION_BUS_ADDRESS=disabled: XDG_CONFIG_HOME="$work" XDG_RUNTIME_DIR="$work"
+# The program lists the files in this order.
+names=$(shopt -s nocaseglob && cd "$application/txt" && printf '%s\n' *.txt | LC_ALL=C sort)
+row=$(grep -nxF -e "$study_file" <<<"$names" | cut -d: -f1) || fail "there is no study file $study_file"
 
 Xvfb -displayfd 3 -screen 0 1280x900x24 -nolisten tcp 3>"$work/display" >/dev/null 2>&1 &
 pids+=($!)
 wait_for "the X server" test -s "$work/display"
 DISPLAY=:$(cat "$work/display")
 export DISPLAY
-# Without a window manager nobody could ask a window to close.
-openbox --sm-disable >/dev/null 2>&1 &
+# Without a window manager nobody could ask a window to close. Its own settings are those in which Alt+F4 does that.
+openbox --sm-disable --config-file /etc/xdg/openbox/rc.xml >/dev/null 2>&1 &
 pids+=($!)
 wait_for "the window manager" is_managed
 
@@ -90,8 +98,6 @@ xdotool type "$user"
 xdotool key Return
 
 wait_for "the file selection" is_focused '^ファイル選択 Ver'
-names=$(cd "$application/txt" && printf '%s\n' *.txt | LC_ALL=C sort)
-row=$(grep -nxF "$study_file" <<<"$names" | cut -d: -f1)
 xdotool key Home
 for ((i = 1; i < row; i++)); do
     xdotool key Down

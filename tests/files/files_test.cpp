@@ -65,9 +65,8 @@ class FileWindowTest : public testing::Test
 
     void Press(Qt::Key key)
     {
-        script.When(u"frmFile"_s, [key](QWidget *dialog) {
-            QTest::keyClick(dialog->findChild<QListView *>(u"lstFile"_s), key);
-        });
+        script.When(u"frmFile"_s,
+                    [key](QWidget *dialog) { QTest::keyClick(dialog->findChild<QListView *>(u"lstFile"_s), key); });
     }
 
     TestFolder folder;
@@ -106,8 +105,8 @@ TEST_F(FileWindowTest, RefusesWithoutSelectionAndOffersTheEditorForABadFile)
     EXPECT_EQ(window.Choose(u"sakura.exe"_s), FileChoice::EndProgram);
     ASSERT_EQ(script.messages.size(), 2);
     EXPECT_EQ(script.messages[0], u"ファイルを一つ選択してください。"_s);
-    EXPECT_EQ(script.messages[1], QString(BracketCountMessage(2, u"[a") + u"\r\nこのファイルを開きますか？"_s)
-                                      .replace(u"\r\n"_s, u"\n"_s));
+    EXPECT_EQ(script.messages[1],
+              QString(BracketCountMessage(2, u"[a") + u"\r\nこのファイルを開きますか？"_s).replace(u"\r\n"_s, u"\n"_s));
     EXPECT_EQ(desktop.commands, QStringList(u"sakura.exe -Y=2 \""_s + QDir::toNativeSeparators(bad) + u'"'));
     EXPECT_EQ(desktop.opened, QStringList(folder.Path()));
     EXPECT_TRUE(window.ChosenPath().isEmpty());

@@ -108,7 +108,8 @@ TEST(CommandLine, IsReadAsWindowsReadsIt)
 TEST(Process, StartsAProgramWhosePathHoldsBlanksAndPassesTheFileWhole)
 {
     const TestFolder folder;
-    const QString script = folder.Write(u"my tools/ed.sh"_s, "#!/bin/sh\nprintf %s \"$1\" > \"$(dirname \"$0\")/got\"\n");
+    const QString script =
+        folder.Write(u"my tools/ed.sh"_s, "#!/bin/sh\nprintf %s \"$1\" > \"$(dirname \"$0\")/got\"\n");
     QFile::setPermissions(script, QFile::ReadOwner | QFile::ExeOwner);
     EXPECT_TRUE(StartProcess(script + u" \"a b.txt\""_s));
     EXPECT_TRUE(QTest::qWaitFor([&] { return folder.Read(u"my tools/got"_s) == "a b.txt"; }));
@@ -119,9 +120,10 @@ TEST(Process, StartsAProgramWhosePathHoldsBlanksAndPassesTheFileWhole)
 TEST(Profile, ReadsAsWindowsDoes)
 {
     const TestFolder folder;
-    const QString path = folder.Write(u"a.ini"_s, "; FontSize=1\r\n[other]\r\nFontSize=2\r\n[ Setting ]\r\n"
-                                                  ";LineSpace=3\r\n fontsize = 9.75 \r\nTextEditor=\"C:\\a b\\e.exe\"\r\n"
-                                                  "Empty=\r\nFontSize=4\r\nOne='\r\n[setting]\r\nLate=5\r\n");
+    const QString path =
+        folder.Write(u"a.ini"_s, "; FontSize=1\r\n[other]\r\nFontSize=2\r\n[ Setting ]\r\n"
+                                 ";LineSpace=3\r\n fontsize = 9.75 \r\nTextEditor=\"C:\\a b\\e.exe\"\r\n"
+                                 "Empty=\r\nFontSize=4\r\nOne='\r\n[setting]\r\nLate=5\r\n");
     const auto read = [&path](const QString &key) { return ReadProfile(path, u"setting"_s, key, u"default"_s, 99); };
     EXPECT_EQ(read(u"FontSize"_s), u"9.75"_s);
     EXPECT_EQ(read(u"TextEditor"_s), u"C:\\a b\\e.exe"_s);

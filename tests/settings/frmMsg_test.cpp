@@ -56,18 +56,21 @@ TEST_F(MsgTest, ShowsTheButtonsOfItsStyleInTheMiddle)
         int style;
         QString ok;
         bool hasCancel;
-    } rows[] = {{MsgStyle::Ok, u"OK"_s, false}, {MsgStyle::OkCancel, u"OK"_s, true}, {MsgStyle::YesNo, u"はい"_s, true}};
+    } rows[] = {
+        {MsgStyle::Ok, u"OK"_s, false}, {MsgStyle::OkCancel, u"OK"_s, true}, {MsgStyle::YesNo, u"はい"_s, true}};
     for (const auto &row : rows) {
         script.Click(u"frmMsg"_s, u"cmdOK"_s);
-        EXPECT_EQ(Show(u"短い"_s, row.style, [&] {
-            EXPECT_EQ(Button(u"cmdOK")->text(), row.ok);
-            EXPECT_EQ(Button(u"cmdCancel")->isVisible(), row.hasCancel);
-            const QRect buttons = row.hasCancel ? Button(u"cmdOK")->geometry() | Button(u"cmdCancel")->geometry()
-                                                : Button(u"cmdOK")->geometry();
-            EXPECT_NEAR(buttons.left(), dialog.width() - 1 - buttons.right(), 1);
-            EXPECT_EQ(dialog.height() - 1 - buttons.bottom(), 3);
-            EXPECT_GE(buttons.left(), 0) << "a short text cuts the buttons off";
-        }),
+        EXPECT_EQ(Show(u"短い"_s, row.style,
+                       [&] {
+                           EXPECT_EQ(Button(u"cmdOK")->text(), row.ok);
+                           EXPECT_EQ(Button(u"cmdCancel")->isVisible(), row.hasCancel);
+                           const QRect buttons = row.hasCancel
+                                                     ? Button(u"cmdOK")->geometry() | Button(u"cmdCancel")->geometry()
+                                                     : Button(u"cmdOK")->geometry();
+                           EXPECT_NEAR(buttons.left(), dialog.width() - 1 - buttons.right(), 1);
+                           EXPECT_EQ(dialog.height() - 1 - buttons.bottom(), 3);
+                           EXPECT_GE(buttons.left(), 0) << "a short text cuts the buttons off";
+                       }),
                   MsgResult::Ok);
     }
     EXPECT_TRUE(desktop.messages.isEmpty());

@@ -40,14 +40,15 @@ class StoreTest : public testing::Test
 
 TEST_F(StoreTest, QueryMakesTextOfEveryStorageClass)
 {
-    database.SQLite3Query(u"select 'a' as A, null as B, 7 as C, 2.5 as D, x'E697A5' as E, 4294967297 as F"_s, &table);
+    database.SQLite3Query(u"select 'a' as A, null as B, 7 as C, 2.5 as D, '日' as E, 4294967297 as F"_s, &table);
     EXPECT_EQ(table, (ResultTable{u"A\tB\tC\tD\tE\tF"_s, u"a\t\t7\t2.5\t日\t1"_s}));
     EXPECT_EQ(database.SQLite3GetColumn(table, 1, u"D"_s), u"2.5"_s);
     EXPECT_EQ(database.SQLite3GetColumn(table, 1, u"B"_s), QString());
     EXPECT_TRUE(desktop.TakeMessages().isEmpty());
     EXPECT_EQ(database.SQLite3GetColumn(table, 1, u"a"_s), QString()) << "names are case-sensitive";
     EXPECT_EQ(desktop.TakeMessages(),
-              QStringList(u"Error!\r\n  Cannot find col[a]\r\n  cols=[A]  cols=[B]  cols=[C]  cols=[D]  cols=[E]  cols=[F]"_s));
+              QStringList(
+                  u"Error!\r\n  Cannot find col[a]\r\n  cols=[A]  cols=[B]  cols=[C]  cols=[D]  cols=[E]  cols=[F]"_s));
 
     database.SQLite3Query(u"select * from t_kotoban"_s, &table);
     EXPECT_EQ(table, ResultTable{QString()}) << "no rows, and so no header";

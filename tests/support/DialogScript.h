@@ -8,6 +8,7 @@
 
 #include <deque>
 #include <functional>
+#include <gtest/gtest.h>
 
 class DialogScript : public QObject
 {
@@ -27,14 +28,13 @@ class DialogScript : public QObject
     /// When the named window is open and its button takes a click, clicks it.
     void Click(const QString &window, const QString &button)
     {
-        m_steps.push_back({window, [button](QWidget *dialog) {
-                               dialog->findChild<QAbstractButton *>(button)->click();
-                           }});
+        m_steps.push_back(
+            {window, [button](QWidget *dialog) { dialog->findChild<QAbstractButton *>(button)->click(); }});
     }
 
     bool IsDone() const
     {
-        return m_steps.empty();
+        return m_steps.empty() && m_running == 0;
     }
 
     /// Texts of the message dialogs that were answered.
@@ -56,15 +56,41 @@ class DialogScript : public QObject
     void Look()
     {
         QWidget *const dialog = QApplication::activeModalWidget();
-        if (m_steps.empty() || !dialog || dialog->objectName() != m_steps.front().window || !IsUsable(dialog))
+        if (!dialog || m_isQueued)
             return;
+        if (m_steps.empty() || dialog->objectName() != m_steps.front().window || !IsUsable(dialog)) {
+            GiveUpOn(dialog);
+            return;
+        }
+        m_waitedMs = 0;
         if (const auto *const label = dialog->findChild<QLabel *>(QStringLiteral("lblMsg")))
             messages += label->text();
-        const Step step = m_steps.front();
+        // A step may open the next window and wait in it, which a timer's own handler must not: it would not fire
+        // again.
+        m_isQueued = true;
+        ++m_running;
+        QTimer::singleShot(0, dialog, [this, dialog, step = m_steps.front()] {
+            m_isQueued = false;
+            step.action(dialog);
+            --m_running;
+        });
         m_steps.pop_front();
-        step.action(dialog);
+    }
+
+    /// A window that the script does not foresee would keep the test waiting for ever.
+    void GiveUpOn(QWidget *dialog)
+    {
+        m_waitedMs += m_timer.interval();
+        if (m_waitedMs < 2000)
+            return;
+        m_waitedMs = 0;
+        ADD_FAILURE() << "unexpected window " << dialog->objectName().toStdString();
+        dialog->hide();
     }
 
     QTimer m_timer;
+    bool m_isQueued = false;
+    int m_running = 0;
+    int m_waitedMs = 0;
     std::deque<Step> m_steps;
 };

@@ -80,15 +80,21 @@ TEST(CheckLineBytes, AllowsOneHundredBytes)
 
 TEST(CheckBrackets, MustPairUpAndTakeTurns)
 {
-    enum Fault { NoFault, Count, Order };
+    enum Fault
+    {
+        NoFault,
+        Count,
+        Order
+    };
     const struct
     {
         QString line;
         Fault fault;
     } rows[] = {
-        {u"no brackets"_s, NoFault},    {u"[]"_s, NoFault},          {u"[a] [b]"_s, NoFault}, {u"［a"_s, NoFault},
-        {u"[a"_s, Count},               {u"a]"_s, Count},            {u"] word ["_s, Order},  {u"[a [b] c]"_s, Order},
-        {u"[a] ] [ [b]"_s, Order},      {u"[a]["_s, Count},
+        {u"no brackets"_s, NoFault}, {u"[]"_s, NoFault},      {u"[a] [b]"_s, NoFault},
+        {u"［a"_s, NoFault},         {u"[a"_s, Count},        {u"a]"_s, Count},
+        {u"] word ["_s, Order},      {u"[a [b] c]"_s, Order}, {u"[a] ] [ [b]"_s, Order},
+        {u"[a]["_s, Count},
     };
     for (const auto &row : rows) {
         QString message;
@@ -100,14 +106,13 @@ TEST(CheckBrackets, MustPairUpAndTakeTurns)
             EXPECT_EQ(message, BracketOrderMessage(2, row.line));
         } else {
             EXPECT_FALSE(CheckBracketCount(lines, &message, &errorLine));
-            EXPECT_EQ(message, row.fault == Count ? BracketCountMessage(2, row.line)
-                                                  : BracketCountMessage(3, u"[also wrong"));
+            EXPECT_EQ(message,
+                      row.fault == Count ? BracketCountMessage(2, row.line) : BracketCountMessage(3, u"[also wrong"));
         }
         EXPECT_EQ(errorLine, row.fault == NoFault ? 3 : 2) << row.line.toStdString();
     }
-    EXPECT_EQ(BracketCountMessage(3, u"[a"),
-              u"次の行で[の数と]の数が不一致です。\r\n\r\n3行目：[a\r\n\r\n"
-              u"[の数と]の数を一致させてから，瞬記帳に読み込ませてください。\r\n\r\n"_s);
+    EXPECT_EQ(BracketCountMessage(3, u"[a"), u"次の行で[の数と]の数が不一致です。\r\n\r\n3行目：[a\r\n\r\n"
+                                             u"[の数と]の数を一致させてから，瞬記帳に読み込ませてください。\r\n\r\n"_s);
     EXPECT_EQ(BracketOrderMessage(3, u"]a["),
               u"次の行で[,]の前後関係が不適切です。\r\n\r\n3行目：]a[\r\n\r\n"
               u"[,]の前後関係を適切にしてから，瞬記帳に読み込ませてください。\r\n\r\n"_s);
@@ -181,8 +186,8 @@ TEST(ReadTextFile, AcceptsAndExpandsTabs)
     StudyLines lines;
     QString message = u"old"_s;
     int errorLine = 9;
-    EXPECT_TRUE(ReadTextFile(folder.WriteStudyFile(u"a.txt"_s, {u"[日本]\tb"_s}), MaxLineBytes, &lines, &message,
-                             &errorLine));
+    EXPECT_TRUE(
+        ReadTextFile(folder.WriteStudyFile(u"a.txt"_s, {u"[日本]\tb"_s}), MaxLineBytes, &lines, &message, &errorLine));
     EXPECT_EQ(Texts(lines), QStringList(u"[日本]  b"_s));
     EXPECT_TRUE(message.isEmpty());
     EXPECT_EQ(errorLine, 0);
@@ -222,7 +227,8 @@ TEST(DisplayText, KeepsColumnsAndNumbersTheBlanksInFileOrder)
     EXPECT_EQ(empty.rightPx - empty.leftPx, 14) << "an empty blank spans its two brackets";
 
     EXPECT_EQ(text.MaskedLine(1), u"水は     で 　 だ"_s);
-    EXPECT_EQ(text.MaskedLine(3), u"   " u" 　 "_s);
+    EXPECT_EQ(text.MaskedLine(3), u"   "
+                                  u" 　 "_s);
 
     EXPECT_EQ(blanks.FirstOnLines(1, 3), 1);
     EXPECT_EQ(blanks.LastOnLines(1, 2), 2);
@@ -238,8 +244,8 @@ TEST(PictureName, IsCheckedByLineAndByName)
         QString line;
         bool isValid;
     } lines[] = {
-        {u"none"_s, true},     {u"｣ alone"_s, true},   {u"｢a｣ ｢b｣"_s, true}, {u"｢｢a｣｣"_s, true},
-        {u"｢a"_s, false},      {u"｣a｢"_s, false},      {u"｢a｣｢"_s, false},
+        {u"none"_s, true}, {u"｣ alone"_s, true}, {u"｢a｣ ｢b｣"_s, true}, {u"｢｢a｣｣"_s, true},
+        {u"｢a"_s, false},  {u"｣a｢"_s, false},    {u"｢a｣｢"_s, false},
     };
     for (const auto &row : lines)
         EXPECT_EQ(IsPictureLineValid(row.line), row.isValid) << row.line.toStdString();
