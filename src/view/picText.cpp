@@ -52,12 +52,17 @@ QFont PageFont()
 class PicText::Painter
 {
   public:
-    Painter(PicText *area, const QRect &clip)
+    /// Clears the given part of the text area; nothing outside it will be painted.
+    Painter(PicText *area, const QRect &part)
         : m_area(*area), m_text(*area->m_text), m_round(*area->m_round), m_layout(area->m_layout),
           m_scale(area->devicePixelRatioF()), m_painter(area)
     {
-        m_painter.setClipRect(clip);
         m_painter.scale(1 / m_scale, 1 / m_scale);
+        // Whole pixels of the device, or at 125 % a line of half-covered ones would be cleared and not painted again.
+        const QRect devicePart =
+            QRectF(QPointF(part.topLeft()) * m_scale, QSizeF(part.size()) * m_scale).toAlignedRect();
+        m_painter.setClipRect(devicePart);
+        m_painter.fillRect(devicePart, Background);
         QFont font = area->m_font;
         font.setPixelSize(int(std::lround(font.pixelSize() * m_scale)));
         m_painter.setFont(font);
@@ -220,7 +225,8 @@ void PicText::DrawBlank(int blank)
     const BlankTable &blanks = m_text->Blanks();
     const BoxEdges box = GetBqInfoFromLine(blanks, blank, m_layout.cellWidthPx, m_layout.TextLeftPx());
     const int row = blanks.line[size_t(blank) - 1] - m_topLine + 1;
-    update(box.leftPx, m_layout.RowTopPx(row), box.rightPx - box.leftPx, m_layout.linePitchPx);
+    const QRect area(box.leftPx, m_layout.RowTopPx(row), box.rightPx - box.leftPx, m_layout.linePitchPx);
+    update(area.adjusted(-1, -1, 1, 1)); // at 125 % an edge may lie on a pixel that is only partly within the area
 }
 
 void PicText::DrawLineNumbers()
@@ -283,14 +289,17 @@ void PicText::resizeEvent(QResizeEvent *)
 
 void PicText::paintEvent(QPaintEvent *event)
 {
-    QPainter(this).fillRect(event->rect(), Background);
-    if (!m_text)
+    if (!m_text) {
+        QPainter(this).fillRect(event->rect(), Background);
         return;
-    Painter painter(this, event->rect());
+    }
+    // Neighbours share pixels with the part at its edges where the screen's scaling is no whole number.
+    const QRect part = event->rect().adjusted(-1, -1, 1, 1);
+    Painter painter(this, part);
     // A row that is cut off below still shows its upper part.
     const int rowsBelow = m_text->LineCount() - m_topLine + 1;
-    const int firstRow = qMax(0, m_layout.RowOffsetAt(event->rect().top())) + 1;
-    const int lastRow = qMin(rowsBelow, m_layout.RowOffsetAt(event->rect().bottom()) + 1);
+    const int firstRow = qMax(0, m_layout.RowOffsetAt(part.top())) + 1;
+    const int lastRow = qMin(rowsBelow, m_layout.RowOffsetAt(part.bottom()) + 1);
     for (int row = firstRow; row <= lastRow; ++row)
         painter.DrawRow(row);
     if (m_layout.hasLineNumbers)

@@ -66,7 +66,8 @@ window() {
 }
 
 is_focused() {
-    [[ $(xdotool getwindowfocus) == "$(window "$1")" ]]
+    local id
+    id=$(window "$1") && [[ $(xdotool getwindowfocus) == "$id" ]]
 }
 
 shoot() {

@@ -92,7 +92,9 @@ class StudyWindowTest : public testing::Test
         QTest::qWait(30);
         const QImage image = window->screen()->grabWindow(window->winId()).toImage();
         EXPECT_FALSE(image.isNull());
-        return image.copy(page->geometry());
+        const double scale = window->devicePixelRatioF();
+        const QRect area = page->geometry();
+        return image.copy(QRectF(QPointF(area.topLeft()) * scale, QSizeF(area.size()) * scale).toRect());
     }
 
     QStringList Sessions()
@@ -139,7 +141,7 @@ TEST_F(StudyWindowTest, ASessionFromTheFirstAnswerToTheRow)
 
 TEST_F(StudyWindowTest, AHiddenAnswerLeavesNoPixelBehind)
 {
-    OpenWith({u"[漢字 Wij] text [二つ目]"_s});
+    OpenWith({u"[漢字 Wij] text [二つ目]"_s, u"[次の行]"_s, u"[a][b]"_s});
     const QImage hidden = OnScreen();
     Click(Qt::LeftButton, 2, 1);
     const QImage shown = OnScreen();
@@ -148,6 +150,8 @@ TEST_F(StudyWindowTest, AHiddenAnswerLeavesNoPixelBehind)
     EXPECT_EQ(OnScreen(), hidden);
     Press(Qt::Key_Return);
     EXPECT_EQ(OnScreen(), shown);
+    page->update();
+    EXPECT_EQ(OnScreen(), shown) << "painted bit by bit it looks as painted at once";
     Click(Qt::RightButton, 30, 5);
     EXPECT_EQ(OnScreen(), hidden);
 }
