@@ -1,6 +1,12 @@
 #include "files/frmFile.h"
 
+#include "files/frmHistoryChart.h"
 #include "files/frmStudyFiles.h"
+#include "files/modPrintableCopy.h"
+#include "platform/frmPageFont.h"
+#include "platform/modCodePage.h"
+#include "platform/modDateText.h"
+#include "platform/modFile.h"
 #include "platform/modLog.h"
 #include "platform/modProduct.h"
 #include "settings/frmMsg.h"
@@ -10,32 +16,42 @@
 
 #include <QGridLayout>
 #include <QLabel>
+#include <QLineEdit>
 #include <QListView>
 #include <QPushButton>
+#include <QSignalBlocker>
+#include <QStringListModel>
 
 using namespace Qt::Literals::StringLiterals;
 
-frmFile::frmFile(Desktop &desktop, StudyDatabase &database, frmMsg &msg, const QString &studyFolder,
+frmFile::frmFile(Desktop &desktop, StudyDatabase &database, frmMsg &msg, const QString &applicationFolder,
                  const QString &userName, QWidget *owner)
-    : QDialog(owner), m_desktop(desktop), m_database(database), m_msg(msg), m_folder(studyFolder), m_userName(userName),
-      m_files(new StudyFileModel(m_folder, this)), lstFile(new QListView(this)), lblFolder(new QLabel(this)),
-      lblUserName(new QLabel(this))
+    : QDialog(owner), m_desktop(desktop), m_database(database), m_msg(msg),
+      m_folder(JoinPath(applicationFolder, u"txt"_s)), m_reportFolder(JoinPath(applicationFolder, u"rec"_s)),
+      m_userName(userName), m_files(new StudyFileModel(m_folder, this)), lstFile(new QListView(this)),
+      lblFolder(new QLabel(this)), lblUserName(new QLabel(this)), m_records(new QStringListModel(this)),
+      lstRecord(new QListView(this)), txtWeekN(new QLineEdit(this)), txtYmd(new QLineEdit(this)),
+      lblSumTime(new QLabel(this)), lblSumAns(new QLabel(this)), picHistory(new HistoryChart(this))
 {
     setObjectName(u"frmFile"_s);
     setWindowTitle(u"ファイル選択 Ver"_s + VersionText());
-    AddFileControls();
+    auto *const halves = new QHBoxLayout(this);
+    halves->addLayout(FileControls());
+    halves->addSpacing(12);
+    halves->addLayout(HistoryControls());
 }
 
 frmFile::~frmFile() = default;
 
-void frmFile::AddFileControls()
+QLayout *frmFile::FileControls()
 {
     lstFile->setObjectName(u"lstFile"_s);
     lstFile->setModel(m_files);
     lstFile->setItemDelegate(new StudyFileDelegate(lstFile));
     lstFile->setUniformItemSizes(true); // measuring every row would check every file
     lstFile->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    lstFile->setMinimumSize(360, 320);
+    lstFile->setSpacing(1);
+    lstFile->setMinimumSize(300, 380);
     connect(lstFile, &QListView::doubleClicked, this, &frmFile::cmdSelect_Click);
 
     lblFolder->setObjectName(u"lblFolder"_s);
@@ -50,18 +66,19 @@ void frmFile::AddFileControls()
     QPushButton *const cmdRefresh = AddButton(u"cmdRefresh"_s, u"一覧を更新(&R)"_s, &frmFile::cmdRefresh_Click);
     QPushButton *const cmdOpenFolder =
         AddButton(u"cmdOpenFolder"_s, u"フォルダを開く(&O)"_s, &frmFile::cmdOpenFolder_Click);
+    QPushButton *const cmdConvFile = AddButton(u"cmdConvFile"_s, u"印刷用に変換(&P)"_s, &frmFile::cmdConvFile_Click);
     QPushButton *const cmdCancel = AddButton(u"cmdCancel"_s, u"キャンセル"_s, &frmFile::cmdCancel_Click);
     QPushButton *const cmdEnd = AddButton(u"cmdEnd"_s, u"終了(&X)"_s, &frmFile::cmdEnd_Click);
     cmdSelect->setDefault(true);
 
     auto *const buttons = new QVBoxLayout;
-    for (QPushButton *const button : {cmdSelect, cmdEdit, cmdRefresh, cmdOpenFolder})
+    for (QPushButton *const button : {cmdSelect, cmdEdit, cmdRefresh, cmdOpenFolder, cmdConvFile})
         buttons->addWidget(button);
     buttons->addStretch();
     buttons->addWidget(cmdCancel);
     buttons->addWidget(cmdEnd);
 
-    auto *const grid = new QGridLayout(this);
+    auto *const grid = new QGridLayout;
     grid->addWidget(new QLabel(u"フォルダ："_s, this), 0, 0);
     grid->addWidget(lblFolder, 0, 1);
     grid->addWidget(new QLabel(u"利用者："_s, this), 1, 0);
@@ -70,6 +87,50 @@ void frmFile::AddFileControls()
     grid->addLayout(buttons, 2, 2);
     grid->setColumnStretch(1, 1);
     grid->setRowStretch(2, 1);
+    return grid;
+}
+
+QLayout *frmFile::HistoryControls()
+{
+    lstRecord->setObjectName(u"lstRecord"_s);
+    lstRecord->setModel(m_records);
+    lstRecord->setFont(PageFont()); // the numbers stand below each other
+    lstRecord->setUniformItemSizes(true);
+    lstRecord->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    lstRecord->setMinimumWidth(360);
+    txtWeekN->setObjectName(u"txtWeekN"_s);
+    txtWeekN->setMaximumWidth(50);
+    txtWeekN->setAlignment(Qt::AlignRight);
+    txtYmd->setObjectName(u"txtYmd"_s);
+    txtYmd->setMaximumWidth(110);
+    lblSumTime->setObjectName(u"lblSumTime"_s);
+    lblSumAns->setObjectName(u"lblSumAns"_s);
+    connect(txtWeekN, &QLineEdit::textChanged, this, &frmFile::txtWeekN_Change);
+    connect(txtYmd, &QLineEdit::textChanged, this, &frmFile::txtYmd_Change);
+
+    auto *const span = new QHBoxLayout;
+    span->addWidget(new QLabel(u"学習記録："_s, this));
+    span->addWidget(txtYmd);
+    span->addWidget(new QLabel(u"まで"_s, this));
+    span->addWidget(txtWeekN);
+    span->addWidget(new QLabel(u"週間"_s, this));
+    span->addWidget(AddButton(u"cmdInc"_s, u"＋1週(&W)"_s, &frmFile::cmdInc_Click));
+    span->addStretch();
+    auto *const totals = new QHBoxLayout;
+    totals->addWidget(new QLabel(u"総学習時間："_s, this));
+    totals->addWidget(lblSumTime);
+    totals->addSpacing(16);
+    totals->addWidget(new QLabel(u"総回答数："_s, this));
+    totals->addWidget(lblSumAns);
+    totals->addStretch();
+    totals->addWidget(AddButton(u"cmdFile"_s, u"ファイルに出力(&F)"_s, &frmFile::cmdFile_Click));
+
+    auto *const column = new QVBoxLayout;
+    column->addLayout(span);
+    column->addWidget(lstRecord, 1);
+    column->addWidget(picHistory);
+    column->addLayout(totals);
+    return column;
 }
 
 QPushButton *frmFile::AddButton(const QString &name, const QString &caption, void (frmFile::*handler)())
@@ -99,6 +160,11 @@ void frmFile::Form_Activate()
 {
     WriteTrace(u"■frmFile.Form_Activate");
     ListFiles();
+    const QSignalBlocker noChangeOfWeeks(txtWeekN);
+    const QSignalBlocker noChangeOfDate(txtYmd);
+    txtYmd->setText(DateText(m_desktop.Now().date()));
+    txtWeekN->setText(u"1"_s);
+    ShowRecordWhenValid();
     activateWindow();
     lstFile->setFocus();
 }
@@ -145,6 +211,22 @@ void frmFile::cmdOpenFolder_Click()
         m_desktop.ShowMessage(u"次のフォルダを開けません。\r\n  "_s + m_folder.Path());
 }
 
+void frmFile::cmdConvFile_Click()
+{
+    WriteTrace(u"■frmFile.cmdConvFile_Click");
+    QString name;
+    if (!TakeSelection(true, &name))
+        return;
+    const QString path = m_folder.PathOf(name);
+    QString fault;
+    if (!WritePrintableCopy(path, PrintableCopyPath(m_folder.Path(), path), &fault)) {
+        m_msg.DispFrmMsg(this, fault, MsgStyle::Ok, u"notify.wav"_s);
+        return;
+    }
+    m_msg.PlayNamedSound(u"start.wav"_s);
+    ListFiles();
+}
+
 void frmFile::cmdCancel_Click()
 {
     WriteTrace(u"■frmFile.cmdCancel_Click");
@@ -156,6 +238,56 @@ void frmFile::cmdEnd_Click()
     WriteTrace(u"■frmFile.cmdEnd_Click");
     m_database.Close();
     Leave(FileChoice::EndProgram);
+}
+
+void frmFile::txtWeekN_Change()
+{
+    WriteTrace(u"■frmFile.txtWeekN_Change");
+    ShowRecordWhenValid();
+}
+
+void frmFile::txtYmd_Change()
+{
+    WriteTrace(u"■frmFile.txtYmd_Change");
+    ShowRecordWhenValid();
+}
+
+void frmFile::cmdInc_Click()
+{
+    WriteTrace(u"■frmFile.cmdInc_Click");
+    txtWeekN->setText(QString::number(qMin(MostWeeks, m_history.weeks + 1)));
+}
+
+void frmFile::cmdFile_Click()
+{
+    WriteTrace(u"■frmFile.cmdFile_Click");
+    const QString path = JoinPath(m_reportFolder, ReportFileName(m_userName, m_desktop.Now().date(), m_history.weeks));
+    QString reason;
+    if (!ReplaceFile(path, ToCodePage932(ReportText(m_history)), &reason)) {
+        m_msg.DispFrmMsg(this, u"学習記録をファイルに出力できません。\r\n  "_s + path + u"\r\n  "_s + reason,
+                         MsgStyle::Ok, u"notify.wav"_s);
+        return;
+    }
+    const QString question = u"学習記録をファイルに出力しました。\r\nこのファイルを開きますか？\r\n"_s;
+    if (m_msg.DispFrmMsg(this, question, MsgStyle::YesNo, u"start.wav"_s) == MsgResult::Ok)
+        OpenInEditor(m_desktop, m_textEditor, path, 1);
+}
+
+/// Shows the history that the two inputs name; while one of them is no number of weeks or no date, all stays as it is.
+void frmFile::ShowRecordWhenValid()
+{
+    const int weeks = ReadWeeks(txtWeekN->text());
+    if (weeks > 0 && ReadDate(txtYmd->text()).isValid())
+        ShowRecord(weeks);
+}
+
+void frmFile::ShowRecord(int weeks)
+{
+    m_history = ReadHistory(m_database, ReadDate(txtYmd->text()), weeks, m_userName);
+    m_records->setStringList(m_history.lines);
+    lblSumTime->setText(m_history.totalTime);
+    lblSumAns->setText(m_history.totalAnswers);
+    picHistory->SetHistory(m_history);
 }
 
 /// Lists the folder and keeps the selection on the same file, where it is still there.

@@ -1,6 +1,8 @@
-// The file selection window: lists the study files and chooses one.
+// The file selection window: lists the study files and chooses one, writes printable copies, and shows the study
+// history of the user, which it also writes to a report file.
 #pragma once
 
+#include "files/modHistory.h"
 #include "files/modStudyFolder.h"
 #include "platform/modDesktop.h"
 #include "store/Sqlite3Func.h"
@@ -8,9 +10,13 @@
 #include <QDialog>
 
 class frmMsg;
+class HistoryChart;
 class QLabel;
+class QLayout;
+class QLineEdit;
 class QListView;
 class QPushButton;
+class QStringListModel;
 class StudyFileModel;
 
 /// How the file selection window was left.
@@ -26,9 +32,9 @@ class frmFile : public QDialog
     Q_OBJECT
 
   public:
-    /// @param studyFolder  full path of the folder of study files
-    frmFile(Desktop &desktop, StudyDatabase &database, frmMsg &msg, const QString &studyFolder, const QString &userName,
-            QWidget *owner);
+    /// @param applicationFolder  the folder of study files is "txt" in it, that of the reports "rec"
+    frmFile(Desktop &desktop, StudyDatabase &database, frmMsg &msg, const QString &applicationFolder,
+            const QString &userName, QWidget *owner);
     ~frmFile() override;
 
     /// Shows the window and waits until it is left. @param textEditor  the editor of the current settings
@@ -49,10 +55,18 @@ class frmFile : public QDialog
     void cmdEdit_Click();
     void cmdRefresh_Click();
     void cmdOpenFolder_Click();
+    void cmdConvFile_Click();
     void cmdCancel_Click();
     void cmdEnd_Click();
+    void txtWeekN_Change();
+    void txtYmd_Change();
+    void cmdInc_Click();
+    void cmdFile_Click();
 
-    void AddFileControls();
+    QLayout *FileControls();
+    QLayout *HistoryControls();
+    void ShowRecord(int weeks);
+    void ShowRecordWhenValid();
     QPushButton *AddButton(const QString &name, const QString &caption, void (frmFile::*handler)());
     void ListFiles();
     QString SelectedName() const;
@@ -63,6 +77,7 @@ class frmFile : public QDialog
     StudyDatabase &m_database;
     frmMsg &m_msg;
     StudyFolder m_folder;
+    QString m_reportFolder;
     QString m_userName;
     QString m_textEditor;
     QString m_chosenPath;
@@ -72,4 +87,13 @@ class frmFile : public QDialog
     QListView *lstFile;
     QLabel *lblFolder;
     QLabel *lblUserName;
+
+    History m_history;
+    QStringListModel *m_records;
+    QListView *lstRecord;
+    QLineEdit *txtWeekN;
+    QLineEdit *txtYmd;
+    QLabel *lblSumTime;
+    QLabel *lblSumAns;
+    HistoryChart *picHistory;
 };

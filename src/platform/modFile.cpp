@@ -30,3 +30,13 @@ bool ReplaceFile(const QString &path, const QByteArray &bytes, QString *error)
     *error = file.errorString();
     return false;
 }
+
+QString FileNamePart(const QString &text)
+{
+    constexpr QStringView forbidden = u"\\/:*?\"<>|";
+    QString name = text;
+    for (QChar &character : name)
+        if (character < u' ' || forbidden.contains(character))
+            character = u'_';
+    return name;
+}

@@ -15,3 +15,7 @@ bool ReadWholeFile(const QString &path, QByteArray *bytes, QString *error);
 /// failure the old one is still there, whole.
 /// @return false on failure; error then holds the system's reason
 bool ReplaceFile(const QString &path, const QByteArray &bytes, QString *error);
+
+/// A text as part of a file's name: every character that a file name cannot hold on one of the systems becomes "_", the
+/// separators of paths among them.
+QString FileNamePart(const QString &text);

@@ -43,6 +43,15 @@ QString ValueRow(sqlite3_stmt *statement)
     return values.join(u'\t');
 }
 
+/// The field of a row, 0 the first; empty when the row has no such field.
+QString FieldAt(const QString &row, qsizetype position)
+{
+    for (const QStringView field : qTokenize(row, u'\t'))
+        if (position-- == 0)
+            return field.toString();
+    return QString();
+}
+
 } // namespace
 
 QString StorageClassName(int storageClass)
@@ -115,12 +124,14 @@ void StudyDatabase::SQLite3Query(const QString &sql, ResultTable *table)
 
 QString StudyDatabase::SQLite3GetColumn(const ResultTable &table, int row, const QString &name)
 {
-    const QStringList columns = table.front().split(u'\t');
-    const qsizetype position = columns.indexOf(name);
-    if (position >= 0)
-        return table[size_t(row)].isEmpty() ? QString() : table[size_t(row)].split(u'\t').value(position);
+    qsizetype position = 0;
+    for (const QStringView column : qTokenize(table.front(), u'\t')) {
+        if (column == name)
+            return FieldAt(table[size_t(row)], position);
+        ++position;
+    }
     QString message = u"Error!\r\n  Cannot find col["_s + name + u"]\r\n"_s;
-    for (const QString &column : columns)
+    for (const QStringView column : qTokenize(table.front(), u'\t'))
         message += u"  cols=["_s + column + u']';
     m_desktop.ShowMessage(message);
     return QString();

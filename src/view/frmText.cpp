@@ -267,7 +267,8 @@ void frmText::cmdFile_Click()
         return;
     }
     if (!m_frmFile)
-        m_frmFile = std::make_unique<frmFile>(m_desktop, m_database, m_msg, folder, m_place.userName, this);
+        m_frmFile =
+            std::make_unique<frmFile>(m_desktop, m_database, m_msg, m_place.applicationFolder, m_place.userName, this);
     PlaceFileWindow();
     const FileChoice choice = m_frmFile->Choose(m_settings.TextEditor);
     if (choice == FileChoice::EndProgram) {

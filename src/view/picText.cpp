@@ -1,5 +1,7 @@
 #include "view/picText.h"
 
+#include "platform/frmPageFont.h"
+
 #include <QFontDatabase>
 #include <QFontMetricsF>
 #include <QGlyphRun>
@@ -10,8 +12,6 @@
 #include <QRawFont>
 
 #include <cmath>
-
-using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
@@ -25,26 +25,6 @@ const QColor StripEdge(208, 208, 208);
 constexpr int LinesPerNotch = 3;
 constexpr int WheelNotch = 120; // eighths of a degree
 constexpr int RowGapPx = 2;     // between the boxes of two rows
-
-/// The page's font: MS Gothic where there is one, else IPAGothic, else a fixed-pitch Japanese one of the system. Among
-/// fonts that serve several countries the one made for Japan has the Japanese shapes of the kanji.
-QFont PageFont()
-{
-    const QStringList families = QFontDatabase::families(QFontDatabase::Japanese);
-    for (const QString &family : {u"MS Gothic"_s, u"ＭＳ ゴシック"_s, u"IPAGothic"_s, u"IPAゴシック"_s})
-        if (families.contains(family))
-            return QFont(family);
-    QString fixedPitch;
-    for (const QString &family : families) {
-        if (!QFontDatabase::isFixedPitch(family))
-            continue;
-        if (family.contains(u"JP"_s) || fixedPitch.isEmpty())
-            fixedPitch = family;
-    }
-    QFont font = fixedPitch.isEmpty() ? QFontDatabase::systemFont(QFontDatabase::FixedFont) : QFont(fixedPitch);
-    font.setStyleHint(QFont::Monospace);
-    return font;
-}
 
 } // namespace
 
