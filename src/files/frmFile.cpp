@@ -24,6 +24,12 @@
 
 using namespace Qt::Literals::StringLiterals;
 
+namespace {
+
+constexpr int LabelWidthPx = 340; // about the width of the file list
+
+} // namespace
+
 frmFile::frmFile(Desktop &desktop, StudyDatabase &database, frmMsg &msg, const QString &applicationFolder,
                  const QString &userName, QWidget *owner)
     : QDialog(owner), m_desktop(desktop), m_database(database), m_msg(msg),
@@ -56,10 +62,12 @@ QLayout *frmFile::FileControls()
 
     lblFolder->setObjectName(u"lblFolder"_s);
     lblFolder->setTextFormat(Qt::PlainText);
-    lblFolder->setText(m_folder.Path());
+    // A long path or name must not push the buttons off the screen.
+    lblFolder->setText(lblFolder->fontMetrics().elidedText(m_folder.Path(), Qt::ElideMiddle, LabelWidthPx));
+    lblFolder->setToolTip(m_folder.Path());
     lblUserName->setObjectName(u"lblUserName"_s);
     lblUserName->setTextFormat(Qt::PlainText);
-    lblUserName->setText(m_userName);
+    lblUserName->setText(lblUserName->fontMetrics().elidedText(m_userName, Qt::ElideRight, LabelWidthPx));
 
     QPushButton *const cmdSelect = AddButton(u"cmdSelect"_s, u"このファイルで学習(&S)"_s, &frmFile::cmdSelect_Click);
     QPushButton *const cmdEdit = AddButton(u"cmdEdit"_s, u"編集(&E)"_s, &frmFile::cmdEdit_Click);

@@ -2,6 +2,8 @@
 
 #include "platform/modDateText.h"
 
+#include <optional>
+
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
@@ -20,14 +22,17 @@ bool HasRows(const ResultTable &table)
     return table.size() > 1;
 }
 
-/// Reads "yyyy/mm/dd hh:nn:ss" without asking for a time zone: two such texts differ by what a wall clock shows.
-QDateTime ReadDateTime(QStringView text)
+/// Seconds of a wall clock from a fixed day up to "yyyy/mm/dd hh:nn:ss", in no time zone; nothing for any other text.
+std::optional<qint64> WallClockSeconds(QStringView text)
 {
-    const auto number = [text](qsizetype at, qsizetype length) {
-        return text.size() < at + length ? -1 : text.sliced(at, length).toInt();
-    };
-    return QDateTime(QDate(number(0, 4), number(5, 2), number(8, 2)),
-                     QTime(number(11, 2), number(14, 2), number(17, 2)), Qt::UTC);
+    if (text.size() != 19)
+        return std::nullopt;
+    const auto number = [text](qsizetype at, qsizetype length) { return text.sliced(at, length).toInt(); };
+    const QDate day(number(0, 4), number(5, 2), number(8, 2));
+    const QTime time(number(11, 2), number(14, 2), number(17, 2));
+    if (!day.isValid() || !time.isValid())
+        return std::nullopt;
+    return day.toJulianDay() * 86'400 + time.msecsSinceStartOfDay() / 1000;
 }
 
 } // namespace
@@ -72,9 +77,9 @@ int DBSumAnsKotoban(StudyDatabase &database, const QDate &endDate, int dayCount,
 
 qint64 SecondsBetween(const QString &start, const QString &end)
 {
-    const QDateTime from = ReadDateTime(start);
-    const QDateTime to = ReadDateTime(end);
-    return from.isValid() && to.isValid() ? from.secsTo(to) : 0;
+    const std::optional<qint64> from = WallClockSeconds(start);
+    const std::optional<qint64> to = WallClockSeconds(end);
+    return from && to ? *to - *from : 0;
 }
 
 QString InsertStatement(const QDateTime &sessionStart, const QString &userName, const QString &fileName)

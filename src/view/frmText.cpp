@@ -32,6 +32,9 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
+// What a window manager's title bar and edges may take; it is not known before the window is shown.
+constexpr QSize FrameAllowance(16, 48);
+
 constexpr int TimerMs = 200; // no multiple of ten seconds may be missed
 
 void KeepPlaceWhenHidden(QWidget *widget)
@@ -146,7 +149,7 @@ void frmText::Form_Load()
 
     picText->SetAppearance(m_defaults.FontSize, m_defaults.LineSpace, m_defaults.bolDispLineNum);
     const QRect area = screen()->availableGeometry();
-    resize(sizeHint().boundedTo(area.size()));
+    resize(sizeHint().boundedTo(area.size() - FrameAllowance));
     m_upper = UpperBounds(qMax(0, area.width() - width()));
     const int left =
         m_settingsFile.Exists() ? qMin(m_settingsFile.ReadFormPos(), m_upper.FormLeft) : m_upper.FormLeft / 2;

@@ -58,9 +58,11 @@ class FileWindowTest : public testing::Test
   protected:
     FileWindowTest()
     {
-        good = folder.WriteStudyFile(u"a good.txt"_s, {u"[ok]"_s});
-        bad = folder.WriteStudyFile(u"bad.txt"_s, {u"ok"_s, u"[a"_s});
+        good = folder.WriteStudyFile(u"txt/a good.txt"_s, {u"[ok]"_s});
+        bad = folder.WriteStudyFile(u"txt/bad.txt"_s, {u"ok"_s, u"[a"_s});
         EXPECT_EQ(database.Open(u":memory:"_s), 0);
+        EXPECT_TRUE(database.SQLite3NonQuery(u"create table t_kotoban (ymd_sta, user_name, hms_sta, file_name, dt_end, "
+                                             u"num_answer)"_s));
     }
 
     void Press(Qt::Key key)
@@ -108,7 +110,7 @@ TEST_F(FileWindowTest, RefusesWithoutSelectionAndOffersTheEditorForABadFile)
     EXPECT_EQ(script.messages[1],
               QString(BracketCountMessage(2, u"[a") + u"\r\nこのファイルを開きますか？"_s).replace(u"\r\n"_s, u"\n"_s));
     EXPECT_EQ(desktop.commands, QStringList(u"sakura.exe -Y=2 \""_s + QDir::toNativeSeparators(bad) + u'"'));
-    EXPECT_EQ(desktop.opened, QStringList(folder.Path()));
+    EXPECT_EQ(desktop.opened, QStringList(QDir::toNativeSeparators(folder.Path(u"txt"_s))));
     EXPECT_TRUE(window.ChosenPath().isEmpty());
     EXPECT_FALSE(database.SQLite3NonQuery(u"create table t (a)"_s)) << "the end button closes the database";
 }

@@ -1,0 +1,211 @@
+#include "files/frmFile.h"
+#include "files/modHistory.h"
+#include "files/modPrintableCopy.h"
+#include "settings/frmMsg.h"
+#include "store/modDB_SQLite.h"
+#include "support/DialogScript.h"
+#include "support/RecordingDesktop.h"
+#include "support/TestFiles.h"
+#include "text/modCheckText.h"
+
+#include <QLabel>
+#include <QLineEdit>
+#include <QListView>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+using namespace Qt::Literals::StringLiterals;
+
+TEST(History, LinesHaveFieldsOfFixedWidth)
+{
+    const struct
+    {
+        const char *name;
+        qint64 seconds;
+        int answers;
+        QString line;
+    } rows[] = {
+        {"under a minute", 59, 5, u"09:08      　59秒   5問 英単語"_s},
+        {"one second", 1, 5, u"09:08      　 1秒   5問 英単語"_s},
+        {"a minute", 60, 12, u"09:08     1分 0秒  12問 英単語"_s},
+        {"hours are minutes", 5999, 1234, u"09:08    99分59秒1234問 英単語"_s},
+        {"digits that do not fit are lost", 60'000, 12345, u"09:08   000分 0秒2345問 英単語"_s},
+    };
+    for (const auto &row : rows)
+        EXPECT_EQ(HistoryLine(u"09:08:07"_s, row.seconds, row.answers, u"英単語"_s), row.line) << row.name;
+    EXPECT_EQ(HoursMinutesSeconds(3909), u"1時間 5分 9秒"_s);
+    EXPECT_EQ(HoursMinutesSeconds(59), u"0分 59秒"_s);
+    EXPECT_EQ(HoursMinutesSeconds(360'000), u"100時間 0分 0秒"_s);
+}
+
+TEST(History, InputsAreWholeWeeksAndRealDates)
+{
+    const struct
+    {
+        QString text;
+        int weeks;
+    } weeks[] = {{u"1"_s, 1},   {u"9999"_s, 9999}, {u"10000"_s, 0}, {u"0"_s, 0}, {u"-1"_s, 0},
+                 {u"1.5"_s, 0}, {QString(), 0},    {u"１"_s, 0},    {u" 2"_s, 0}};
+    for (const auto &row : weeks)
+        EXPECT_EQ(ReadWeeks(row.text), row.weeks) << row.text.toStdString();
+    EXPECT_EQ(ReadDate(u"2024/02/29"_s), QDate(2024, 2, 29));
+    for (const QString &text : {u"2023/02/29"_s, u"2024/2/9"_s, u"2024-02-29"_s, u"2024/02/2"_s, QString()})
+        EXPECT_FALSE(ReadDate(text).isValid()) << text.toStdString();
+}
+
+TEST(History, ReportNamesStayInTheirFolder)
+{
+    const QDate today(2024, 3, 5);
+    EXPECT_EQ(ReportFileName(u"花子"_s, today, 2), u"花子_瞬記帳学習記録2024_0305までの2週分.txt"_s);
+    const QString name = ReportFileName(u"../a\\b:c"_s + QChar(0), today, 1);
+    EXPECT_EQ(name, u".._a_b_c__瞬記帳学習記録2024_0305までの1週分.txt"_s);
+}
+
+TEST(PrintableCopy, KeepsTheTextAndBlanksTheAnswers)
+{
+    const TestFolder folder;
+    const QString source = folder.WriteStudyFile(u"week1.rev.txt"_s, {u"水は[H2O]で[塩ｱ]\t[]"_s, u"［全角］"_s});
+    const QString copy = PrintableCopyPath(folder.Path(), source);
+    EXPECT_EQ(copy, QDir::toNativeSeparators(folder.Path(u"week1_印刷用.txt"_s)));
+    QString message;
+    EXPECT_TRUE(WritePrintableCopy(source, copy, &message));
+    const QByteArray written = folder.Read(u"week1_印刷用.txt"_s);
+    EXPECT_EQ(FromCodePage932(written), u"水は[___]で[＿_]  []\r\n［全角］\r\n"_s);
+
+    const QString bad = folder.WriteStudyFile(u"bad.txt"_s, {u"[a"_s});
+    EXPECT_FALSE(WritePrintableCopy(bad, copy, &message));
+    EXPECT_EQ(message, BracketCountMessage(1, u"[a"));
+    EXPECT_EQ(folder.Read(u"week1_印刷用.txt"_s), written) << "the copy that was there stays whole";
+    EXPECT_FALSE(WritePrintableCopy(source, folder.Path(u"none/x.txt"_s), &message));
+    EXPECT_TRUE(message.startsWith(u"印刷用ファイルを書き込めません。"_s));
+}
+
+namespace {
+
+class HistoryWindowTest : public testing::Test
+{
+  protected:
+    HistoryWindowTest()
+    {
+        folder.MakeFolder(u"rec"_s);
+        folder.WriteStudyFile(u"txt/a.txt"_s, {u"[ok]"_s});
+        EXPECT_EQ(database.Open(u":memory:"_s), 0);
+        EXPECT_TRUE(database.SQLite3NonQuery(u"create table t_kotoban (ymd_sta text, user_name text, hms_sta text, "
+                                             u"file_name text, dt_end text, num_answer integer)"_s));
+        AddSession(QDateTime(QDate(2024, 3, 5), QTime(10, 0)), 3609, 3);
+        AddSession(QDateTime(QDate(2024, 3, 5), QTime(8, 0)), 30, 4);
+        AddSession(QDateTime(QDate(2024, 2, 21), QTime(9, 0)), 60, 5);
+        AddSession(QDateTime(QDate(2024, 2, 20), QTime(9, 0)), 60, 99);
+    }
+
+    void AddSession(const QDateTime &start, int seconds, int answers)
+    {
+        DBInsRecKotoban(database, start, u"花/子"_s, u"a"_s);
+        RecordingDesktop clock;
+        clock.now = start.addSecs(seconds);
+        DBUpdRecKotoban(database, clock, start, u"花/子"_s, answers);
+    }
+
+    QStringList Records() const
+    {
+        const QAbstractItemModel *const model = window.findChild<QListView *>(u"lstRecord"_s)->model();
+        QStringList lines;
+        for (int row = 0; row < model->rowCount(); ++row)
+            lines += model->index(row, 0).data().toString();
+        return lines;
+    }
+
+    QString Label(const QString &name) const
+    {
+        return window.findChild<QLabel *>(name)->text();
+    }
+
+    TestFolder folder;
+    RecordingDesktop desktop;
+    StudyDatabase database{desktop};
+    frmMsg msg{desktop, u"wav"_s};
+    frmFile window{desktop, database, msg, folder.Path(), u"花/子"_s, nullptr};
+    DialogScript script;
+};
+
+} // namespace
+
+TEST_F(HistoryWindowTest, ShowsTheSpanThatTheInputsName)
+{
+    const QStringList thisWeek = {u"2024/03/05(火)"_s, u"08:00      　30秒   4問 a"_s, u"10:00    60分 9秒   3問 a"_s};
+    const QStringList twoWeeks = thisWeek + QStringList{u"2024/02/21(水)"_s, u"09:00     1分 0秒   5問 a"_s};
+    script.When(u"frmFile"_s, [&](QWidget *dialog) {
+        auto *const weeks = dialog->findChild<QLineEdit *>(u"txtWeekN"_s);
+        auto *const date = dialog->findChild<QLineEdit *>(u"txtYmd"_s);
+        EXPECT_EQ(date->text(), u"2024/03/05"_s);
+        EXPECT_EQ(Records(), thisWeek);
+        dialog->findChild<QAbstractButton *>(u"cmdInc"_s)->click();
+        EXPECT_EQ(weeks->text(), u"2"_s);
+        EXPECT_EQ(Records(), twoWeeks);
+        EXPECT_EQ(Label(u"lblSumTime"_s), u"1時間 1分 39秒"_s);
+        EXPECT_EQ(Label(u"lblSumAns"_s), u"12"_s);
+        weeks->setText(u"x"_s);
+        date->setText(u"2024/02/3"_s);
+        EXPECT_EQ(Records(), twoWeeks) << "what is no input changes nothing";
+        weeks->setText(u"1"_s);
+        date->setText(u"2024/02/21"_s);
+        EXPECT_EQ(Records().size(), 4);
+        weeks->setText(u"9999"_s);
+        EXPECT_EQ(Records().size(), 4);
+        EXPECT_FALSE(dialog->findChild<QWidget *>(u"picHistory"_s)->grab().isNull());
+        dialog->close();
+    });
+    EXPECT_EQ(window.Choose(u"notepad.exe"_s), FileChoice::Cancelled);
+    EXPECT_TRUE(desktop.messages.isEmpty());
+}
+
+TEST_F(HistoryWindowTest, WritesTheReportAndOffersIt)
+{
+    script.Click(u"frmFile"_s, u"cmdFile"_s);
+    script.Click(u"frmMsg"_s, u"cmdOK"_s);
+    script.When(u"frmFile"_s, [this](QWidget *dialog) {
+        QDir(folder.Path(u"rec"_s)).removeRecursively();
+        dialog->findChild<QAbstractButton *>(u"cmdFile"_s)->click();
+    });
+    script.When(u"frmMsg"_s, [](QWidget *dialog) {
+        EXPECT_FALSE(dialog->findChild<QAbstractButton *>(u"cmdCancel"_s)->isVisible());
+        dialog->findChild<QAbstractButton *>(u"cmdOK"_s)->click();
+    });
+    script.Click(u"frmFile"_s, u"cmdCancel"_s);
+    window.Choose(u"notepad.exe"_s);
+    ASSERT_EQ(script.messages.size(), 2);
+    EXPECT_EQ(script.messages[0], u"学習記録をファイルに出力しました。\nこのファイルを開きますか？\n"_s);
+    EXPECT_TRUE(script.messages[1].startsWith(u"学習記録をファイルに出力できません。"_s));
+    ASSERT_EQ(desktop.commands.size(), 1);
+    EXPECT_TRUE(desktop.commands[0].endsWith(u"/rec/花_子_瞬記帳学習記録2024_0305までの1週分.txt\""_s));
+}
+
+TEST_F(HistoryWindowTest, TheReportHoldsTheListAndTheTotals)
+{
+    const History history = ReadHistory(database, QDate(2024, 3, 5), 1, u"花/子"_s);
+    EXPECT_EQ(ReportText(history), u"2024/03/05(火)\r\n08:00      　30秒   4問 a\r\n10:00    60分 9秒   3問 a\r\n"
+                                   u"総学習時間＝1時間 0分 39秒  総回答数＝7\r\n"_s);
+    ASSERT_EQ(history.days.size(), 1u);
+    EXPECT_EQ(history.days[0].seconds, 3639);
+    EXPECT_EQ(history.days[0].answers, 7);
+    database.Close();
+    EXPECT_TRUE(ReadHistory(database, QDate(2024, 3, 5), 1, u"花/子"_s).lines.isEmpty());
+    EXPECT_EQ(desktop.messages.size(), 3) << "each statement tells of its fault";
+}
+
+TEST_F(HistoryWindowTest, ConvertsTheSelectedFileAndRefusesACopy)
+{
+    const auto select = [](QWidget *dialog, int row) {
+        auto *const list = dialog->findChild<QListView *>(u"lstFile"_s);
+        list->setCurrentIndex(list->model()->index(row, 0));
+        dialog->findChild<QAbstractButton *>(u"cmdConvFile"_s)->click();
+    };
+    script.When(u"frmFile"_s, [select](QWidget *dialog) { select(dialog, 0); });
+    script.When(u"frmFile"_s, [select](QWidget *dialog) { select(dialog, 1); });
+    script.Click(u"frmMsg"_s, u"cmdOK"_s);
+    script.Click(u"frmFile"_s, u"cmdCancel"_s);
+    window.Choose(u"notepad.exe"_s);
+    EXPECT_EQ(script.messages, QStringList(u"印刷用ファイル以外を一つ選択してください。"_s));
+    EXPECT_EQ(folder.Read(u"txt/a_印刷用.txt"_s), "[__]\r\n");
+}
