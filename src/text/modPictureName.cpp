@@ -1,5 +1,9 @@
 #include "text/modPictureName.h"
 
+#include "platform/modFile.h"
+
+#include <QDir>
+
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
@@ -73,4 +77,30 @@ QString BadPictureNamesMessage(const QStringList &names)
     if (names.size() > mostNames)
         messages += u"…"_s;
     return messages.join(u"\r\n"_s);
+}
+
+QString PictureNameAt(QStringView line, qsizetype index)
+{
+    if (!IsPictureLineValid(line))
+        return QString();
+    for (const qsizetype start : PositionsOf(line, OpeningCorner)) {
+        const qsizetype end = line.indexOf(ClosingCorner, start);
+        if (index < start || index > end)
+            continue;
+        const QStringView name = line.sliced(start + 1, end - start - 1).trimmed();
+        return IsPictureNameValid(name) ? name.toString() : QString();
+    }
+    return QString();
+}
+
+QString FindPictureFile(const QString &folder, const QString &name)
+{
+    const QStringList files = QDir(folder).entryList(QDir::Files, QDir::Name);
+    for (const QStringView extension : {u".png", u".jpg", u".jpeg", u".gif", u".bmp"}) {
+        const QString wanted = name + extension;
+        for (const QString &file : files)
+            if (file.compare(wanted, Qt::CaseInsensitive) == 0)
+                return JoinPath(folder, file);
+    }
+    return QString();
 }

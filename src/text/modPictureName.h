@@ -24,3 +24,11 @@ QStringList BadPictureNames(const StudyLines &lines);
 /// The message about such names, one line each; empty when there are none. A file full of them is told of the first
 /// ten.
 QString BadPictureNamesMessage(const QStringList &names);
+
+/// The name of the picture that a place in a line refers to: the place lies on the reference or on its corner brackets,
+/// and line and name are valid. @param index  0-based character; @return empty where there is no reference
+QString PictureNameAt(QStringView line, qsizetype index);
+
+/// Full path of a picture: name and .png, .jpg, .jpeg, .gif or .bmp, the first of these that the folder holds, case
+/// ignored; empty when it holds none.
+QString FindPictureFile(const QString &folder, const QString &name);

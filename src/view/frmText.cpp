@@ -5,6 +5,7 @@
 #include "platform/modFile.h"
 #include "platform/modProduct.h"
 #include "platform/modWindowMessage.h"
+#include "search/frmSearch.h"
 #include "settings/frmIni.h"
 #include "settings/frmMsg.h"
 #include "settings/modEditor.h"
@@ -13,6 +14,7 @@
 #include "text/modCheckText.h"
 #include "text/modPictureName.h"
 #include "text/modReadText.h"
+#include "view/frmPicture.h"
 #include "view/modStudyClock.h"
 #include "view/modWordAt.h"
 #include "view/picText.h"
@@ -26,6 +28,7 @@
 #include <QPushButton>
 #include <QScreen>
 #include <QScrollBar>
+#include <QShortcut>
 #include <QTimer>
 
 using namespace Qt::Literals::StringLiterals;
@@ -55,6 +58,7 @@ frmText::frmText(Desktop &desktop, StudyDatabase &database, const RunLog &log, f
       cmdEdit(AddButton(u"cmdEdit"_s, u"編集(&E)"_s, &frmText::cmdEdit_Click)),
       cmdIni(AddButton(u"cmdIni"_s, u"設定(&I)"_s, &frmText::cmdIni_Click)),
       cmdDispHowToUse(AddButton(u"cmdDispHowToUse"_s, u"使い方(&H)"_s, &frmText::cmdDispHowToUse_Click)),
+      cmdSearch(AddButton(u"cmdSearch"_s, u"検索(&F)"_s, &frmText::cmdSearch_Click)),
       chkSpeak(new QCheckBox(u"読み上げ(&S)"_s, this)), lblNum(AddLabel(u"lblNum"_s)), lblMinN(AddLabel(u"lblMinN"_s)),
       lblMin(AddLabel(u"lblMin"_s)), lblSecN(AddLabel(u"lblSecN"_s)), lblSec(AddLabel(u"lblSec"_s)),
       lblKeyword(AddLabel(u"lblKeyword"_s)), Timer1(new QTimer(this))
@@ -87,7 +91,7 @@ void frmText::AddControls()
 
     auto *const bar = new QHBoxLayout;
     bar->setSpacing(6);
-    for (QPushButton *const button : {cmdFile, cmdReRead, cmdEdit, cmdIni, cmdDispHowToUse})
+    for (QPushButton *const button : {cmdFile, cmdReRead, cmdEdit, cmdIni, cmdDispHowToUse, cmdSearch})
         bar->addWidget(button);
     bar->addWidget(chkSpeak);
     bar->addWidget(lblKeyword);
@@ -115,6 +119,9 @@ void frmText::AddControls()
     connect(picText, &PicText::MouseMove, this, &frmText::picText_MouseMove);
     connect(picText, &PicText::RowsChanged, this, &frmText::SetUpScrollBar);
     connect(picText, &PicText::WheelTurned, this, [this](int lines) { VScroll->setValue(VScroll->value() + lines); });
+    connect(new QShortcut(QKeySequence::Find, this), &QShortcut::activated, this, &frmText::cmdSearch_Click);
+    connect(new QShortcut(Qt::Key_F3, this), &QShortcut::activated, this, [this] { GoOnSearching(false); });
+    connect(new QShortcut(Qt::SHIFT | Qt::Key_F3, this), &QShortcut::activated, this, [this] { GoOnSearching(true); });
     connect(Timer1, &QTimer::timeout, this, &frmText::Timer1_Timer);
     Timer1->setInterval(TimerMs);
 }
@@ -143,6 +150,7 @@ void frmText::Form_Load()
     WriteTrace(u"■frmText.Form_Load()");
     setWindowTitle(ProductName() + u" Ver"_s + VersionText() + u" ["_s + m_place.userName + u']');
     lblKeyword->hide();
+    lblKeyword->setMaximumWidth(160);
     QPalette dimmed = lblKeyword->palette();
     dimmed.setColor(QPalette::WindowText, QColor(128, 128, 128)); // colour 8 of the palette of 16
     lblKeyword->setPalette(dimmed);
@@ -311,6 +319,7 @@ void frmText::OpenSession(const QString &path)
     m_path.clear();
     m_text = DisplayText();
     m_round.Load(0);
+    ForgetPlaces();
     ClearClock();
     if (!LoadFile(path, false, &message, &errorLine)) {
         SetUpScrollBar();
@@ -338,6 +347,7 @@ bool frmText::LoadFile(const QString &path, bool keepsAnswers, QString *message,
     else
         m_round.Load(m_text.Blanks().Count());
     picText->SetStudy(&m_text, &m_round);
+    ForgetPlaces();
     SetUpScrollBar();
     for (QWidget *const control : {static_cast<QWidget *>(cmdIni), static_cast<QWidget *>(cmdEdit),
                                    static_cast<QWidget *>(cmdReRead), static_cast<QWidget *>(chkSpeak)})
@@ -346,6 +356,17 @@ bool frmText::LoadFile(const QString &path, bool keepsAnswers, QString *message,
     if (!warning.isEmpty())
         m_desktop.ShowMessage(warning);
     return true;
+}
+
+/// The open text is another one: what was found in the one before it counts no more.
+void frmText::ForgetPlaces()
+{
+    picText->SetMark(Place());
+    lblKeyword->hide();
+    if (m_frmSearch) {
+        m_search->SetText(&m_text);
+        m_frmSearch->Refresh();
+    }
 }
 
 void frmText::StartClock()
@@ -456,6 +477,43 @@ void frmText::cmdDispHowToUse_Click()
         m_desktop.ShowMessage(help + u"\r\nを開けません。"_s);
 }
 
+void frmText::cmdSearch_Click()
+{
+    WriteTrace(u"■frmText.cmdSearch_Click");
+    if (!m_frmSearch) {
+        m_search =
+            std::make_unique<KeywordSearch>(ReadKeywordList(JoinPath(m_place.applicationFolder, u"KeywordList.txt"_s)));
+        m_search->SetText(&m_text);
+        m_frmSearch = std::make_unique<frmSearch>(*m_search, this);
+        connect(m_frmSearch.get(), &frmSearch::PlaceChosen, this, &frmText::ShowPlace);
+    }
+    m_frmSearch->Open();
+}
+
+void frmText::GoOnSearching(bool backwards)
+{
+    if (m_frmSearch)
+        m_frmSearch->GoOn(backwards);
+}
+
+/// Marks a place that was found and brings it into view, with a few lines above it where the view has to move.
+void frmText::ShowPlace(const Place &place, const QString &wanted)
+{
+    constexpr int linesAbove = 3;
+    picText->SetMark(place);
+    lblKeyword->setText(place.line == 0 ? QString(wanted + u"はありません"_s) : wanted);
+    lblKeyword->show();
+    const int topLine = VScroll->value();
+    const bool isInView = place.line >= topLine && place.line < topLine + picText->Layout().RowsPerPage();
+    if (place.line > 0 && !isInView)
+        VScroll->setValue(qMax(1, place.line - linesAbove));
+}
+
+void frmText::ShowPicture(const QString &name)
+{
+    frmPicture(StudyFolderPath(), name, this).exec();
+}
+
 void frmText::chkSpeak_Click()
 {
     WriteTrace(u"■frmText.chkSpeak_Click");
@@ -531,6 +589,8 @@ void frmText::ClickLeft(int xPx, int yPx)
         if (!word.isEmpty())
             SpeakWord(m_desktop, m_place.applicationFolder, word);
     }
+    if (const QString picture = PictureUnderPointer(m_text, xPx, yPx, topLine, layout); !picture.isEmpty())
+        ShowPicture(picture);
     if (layout.hasLineNumbers) {
         m_round.lngMarkLine = layout.IsInNumberStrip(xPx) ? MarkLineAt(yPx, topLine, layout) : 0;
         picText->DrawLineNumbers();

@@ -4,6 +4,7 @@
 
 #include "platform/modDesktop.h"
 #include "platform/modLog.h"
+#include "search/modSearch.h"
 #include "settings/modSettings.h"
 #include "store/Sqlite3Func.h"
 #include "view/modStudyRound.h"
@@ -14,6 +15,7 @@
 
 class frmFile;
 class frmMsg;
+class frmSearch;
 class PicText;
 class QCheckBox;
 class QLabel;
@@ -57,6 +59,7 @@ class frmText : public QWidget
     void cmdEdit_Click();
     void cmdIni_Click();
     void cmdDispHowToUse_Click();
+    void cmdSearch_Click();
     void chkSpeak_Click();
     void VScroll_Change();
     void picText_KeyDown(int key);
@@ -88,6 +91,10 @@ class frmText : public QWidget
     void TurnPageAndShow();
     void ClickLeft(int xPx, int yPx);
     void HideAllAnswers();
+    void ForgetPlaces();
+    void GoOnSearching(bool backwards);
+    void ShowPlace(const Place &place, const QString &wanted);
+    void ShowPicture(const QString &name);
 
     Desktop &m_desktop;
     StudyDatabase &m_database;
@@ -112,6 +119,8 @@ class frmText : public QWidget
     unsigned m_wheelMessage = 0;
 
     std::unique_ptr<frmFile> m_frmFile;
+    std::unique_ptr<KeywordSearch> m_search; // made when it is first opened
+    std::unique_ptr<frmSearch> m_frmSearch;
     PicText *picText;
     QScrollBar *VScroll;
     QPushButton *cmdFile;
@@ -119,6 +128,7 @@ class frmText : public QWidget
     QPushButton *cmdEdit;
     QPushButton *cmdIni;
     QPushButton *cmdDispHowToUse;
+    QPushButton *cmdSearch;
     QCheckBox *chkSpeak;
     QLabel *lblNum;
     QLabel *lblMinN;

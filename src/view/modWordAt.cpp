@@ -1,5 +1,7 @@
 #include "view/modWordAt.h"
 
+#include "text/modPictureName.h"
+
 namespace {
 
 enum class Script
@@ -37,6 +39,25 @@ qsizetype IndexOfCell(QStringView line, int cell)
     return -1;
 }
 
+/// A masked line and the 0-based character of it that is pointed at, -1 for none. The masked line holds no answer at
+/// all, so that nothing hidden can join what stands beside it.
+struct PointedAt
+{
+    QString line;
+    qsizetype index = -1;
+};
+
+PointedAt CharacterAt(const DisplayText &text, int xPx, int yPx, int topLine, const PageLayout &layout)
+{
+    PointedAt at;
+    const int line = layout.RowOffsetAt(yPx) + topLine;
+    if (yPx <= PageLayout::TopMarginPx || line > text.LineCount() || xPx < layout.TextLeftPx())
+        return at;
+    at.line = text.MaskedLine(line);
+    at.index = IndexOfCell(at.line, (xPx - layout.TextLeftPx()) / layout.cellWidthPx);
+    return at;
+}
+
 QString WordAround(QStringView line, qsizetype index)
 {
     const Script script = ScriptOf(line[index]);
@@ -59,11 +80,12 @@ QString TextUnderPointer(const DisplayText &text, const StudyRound &round, int x
     const int blank = HitTest(text, xPx, yPx, topLine, layout);
     if (blank > 0)
         return round.bolOpen(blank) ? text.Answer(blank).toString() : QString();
-    const int line = layout.RowOffsetAt(yPx) + topLine;
-    if (yPx <= PageLayout::TopMarginPx || line > text.LineCount() || xPx < layout.TextLeftPx())
-        return QString();
-    // The masked line holds no answer at all, so that nothing hidden can join a word beside it.
-    const QString masked = text.MaskedLine(line);
-    const qsizetype index = IndexOfCell(masked, (xPx - layout.TextLeftPx()) / layout.cellWidthPx);
-    return index < 0 ? QString() : WordAround(masked, index);
+    const PointedAt at = CharacterAt(text, xPx, yPx, topLine, layout);
+    return at.index < 0 ? QString() : WordAround(at.line, at.index);
+}
+
+QString PictureUnderPointer(const DisplayText &text, int xPx, int yPx, int topLine, const PageLayout &layout)
+{
+    const PointedAt at = CharacterAt(text, xPx, yPx, topLine, layout);
+    return at.index < 0 ? QString() : PictureNameAt(at.line, at.index);
 }

@@ -1,4 +1,4 @@
-// The text under the pointer, for reading it aloud.
+// What is under the pointer: the text, for reading it aloud, and the picture that the text refers to.
 #pragma once
 
 #include "view/modStudyRound.h"
@@ -9,3 +9,6 @@
 /// @return empty where there is no word
 QString TextUnderPointer(const DisplayText &text, const StudyRound &round, int xPx, int yPx, int topLine,
                          const PageLayout &layout);
+
+/// The name of the picture whose reference is at that place; empty where there is none. A blank hides what is in it.
+QString PictureUnderPointer(const DisplayText &text, int xPx, int yPx, int topLine, const PageLayout &layout);

@@ -1,6 +1,7 @@
 #include "view/picText.h"
 
 #include "platform/frmPageFont.h"
+#include "view/modWordAt.h"
 
 #include <QFontDatabase>
 #include <QFontMetricsF>
@@ -20,6 +21,7 @@ const QColor TextColour = Qt::black;
 const QColor DarkGrey(128, 128, 128); // colour 8 of the palette of 16
 const QColor NumberColour(96, 96, 96);
 const QColor MarkBackground(255, 214, 102);
+const QColor FoundBackground(190, 225, 255);
 const QColor StripEdge(208, 208, 208);
 
 constexpr int LinesPerNotch = 3;
@@ -55,6 +57,8 @@ class PicText::Painter
     void DrawRow(int row)
     {
         const int line = m_area.m_topLine + row - 1;
+        if (line == m_area.m_mark.line)
+            DrawMark(row);
         DrawCells(m_text.MaskedLine(line), 0, row);
         const int last = m_text.Blanks().LastOnLines(line, line);
         for (int blank = m_text.Blanks().FirstOnLines(line, line); blank > 0 && blank <= last; ++blank)
@@ -78,6 +82,36 @@ class PicText::Painter
     {
         return QRect(QPoint(Device(rect.left()), Device(rect.top())),
                      QPoint(Device(rect.right() + 1) - 1, Device(rect.bottom() + 1) - 1));
+    }
+
+    void DrawMark(int row)
+    {
+        const Place &mark = m_area.m_mark;
+        const QStringView line = m_text.Line(mark.line);
+        int firstCell = CellsBefore(line, mark.column - 1);
+        int endCell = CellsBefore(line, mark.column - 1 + mark.length);
+        const BlankTable &blanks = m_text.Blanks();
+        const int last = blanks.LastOnLines(mark.line, mark.line);
+        for (int blank = blanks.FirstOnLines(mark.line, mark.line); blank > 0 && blank <= last; ++blank) {
+            const int start = blanks.startCell[size_t(blank) - 1];
+            const int end = blanks.endCell[size_t(blank) - 1];
+            if (!m_round.bolOpen(blank) && start < endCell && firstCell < end) {
+                firstCell = qMin(firstCell, start);
+                endCell = qMax(endCell, end);
+            }
+        }
+        m_painter.fillRect(
+            Device(QRect(m_layout.TextLeftPx() + firstCell * m_layout.cellWidthPx, m_layout.RowTopPx(row),
+                         (endCell - firstCell) * m_layout.cellWidthPx, m_layout.linePitchPx - RowGapPx)),
+            FoundBackground);
+    }
+
+    static int CellsBefore(QStringView line, qsizetype index)
+    {
+        int cells = 0;
+        for (const QChar character : line.first(qMin(index, line.size())))
+            cells += CellsOf(character);
+        return cells;
     }
 
     void DrawBox(int blank, int row)
@@ -200,6 +234,12 @@ void PicText::SetTopLine(int topLine)
     UpdatePointer(mapFromGlobal(QCursor::pos()));
 }
 
+void PicText::SetMark(const Place &place)
+{
+    m_mark = place;
+    update();
+}
+
 void PicText::DrawBlank(int blank)
 {
     const BlankTable &blanks = m_text->Blanks();
@@ -288,6 +328,8 @@ void PicText::paintEvent(QPaintEvent *event)
 
 void PicText::UpdatePointer(const QPoint &at)
 {
-    const bool isOverBox = m_text && HitTest(*m_text, at.x(), at.y(), m_topLine, m_layout) > 0;
-    setCursor(isOverBox ? Qt::PointingHandCursor : Qt::ArrowCursor);
+    const bool isOverSomething =
+        m_text && (HitTest(*m_text, at.x(), at.y(), m_topLine, m_layout) > 0 ||
+                   !PictureUnderPointer(*m_text, at.x(), at.y(), m_topLine, m_layout).isEmpty());
+    setCursor(isOverSomething ? Qt::PointingHandCursor : Qt::ArrowCursor);
 }

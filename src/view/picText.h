@@ -2,6 +2,7 @@
 // study; it paints what it is shown.
 #pragma once
 
+#include "search/modSearch.h"
 #include "view/modStudyRound.h"
 
 #include <QWidget>
@@ -26,6 +27,10 @@ class PicText : public QWidget
     {
         return m_layout;
     }
+
+    /// Marks a stretch of a line, or none with line 0. Within a hidden answer the whole box is marked, so that nothing
+    /// of the answer can be told from the mark.
+    void SetMark(const Place &place);
 
     /// Paints one blank anew, from the background up: nothing of an answer that was hidden may remain.
     void DrawBlank(int blank);
@@ -61,5 +66,6 @@ class PicText : public QWidget
     PageLayout m_layout;
     QFont m_font;
     int m_topLine = 1;
+    Place m_mark;
     int m_wheelAngle = 0; // eighths of a degree that have not moved a line yet
 };

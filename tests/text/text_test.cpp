@@ -259,3 +259,24 @@ TEST(PictureName, IsCheckedByLineAndByName)
               u"異常な画像ファイル名=[a.png]があります。\r\n異常な画像ファイル名=[..]があります。"_s);
     EXPECT_TRUE(BadPictureNamesMessage({}).isEmpty());
 }
+
+TEST(PictureName, IsFoundAtAPlaceAndInAFolder)
+{
+    const QString line = u"a ｢ cell ｣ b ｢x.y｣ ｢図｣"_s;
+    EXPECT_EQ(PictureNameAt(line, 1), QString());
+    EXPECT_EQ(PictureNameAt(line, 2), u"cell"_s);
+    EXPECT_EQ(PictureNameAt(line, 9), u"cell"_s);
+    EXPECT_EQ(PictureNameAt(line, 10), QString());
+    EXPECT_EQ(PictureNameAt(line, 14), QString()) << "no valid name";
+    EXPECT_EQ(PictureNameAt(line, 20), u"図"_s);
+    EXPECT_EQ(PictureNameAt(u"｢a", 1), QString());
+
+    const TestFolder folder;
+    folder.Write(u"a.bmp"_s, "");
+    folder.Write(u"A.JPEG"_s, "");
+    folder.Write(u"a.b.png"_s, "");
+    EXPECT_EQ(FindPictureFile(folder.Path(), u"a"_s), QDir::toNativeSeparators(folder.Path(u"A.JPEG"_s)));
+    folder.Write(u"a.Png"_s, "");
+    EXPECT_EQ(FindPictureFile(folder.Path(), u"A"_s), QDir::toNativeSeparators(folder.Path(u"a.Png"_s)));
+    EXPECT_EQ(FindPictureFile(folder.Path(), u"b"_s), QString());
+}

@@ -5,6 +5,7 @@
 #include "support/RecordingDesktop.h"
 #include "support/TestFiles.h"
 #include "text/modCheckText.h"
+#include "view/frmPicture.h"
 #include "view/frmText.h"
 #include "view/picText.h"
 
@@ -50,6 +51,8 @@ class StudyWindowTest : public testing::Test
                                            StudyPlace{folder.Path(), folder.Path(u"Kotoban.ini"_s), u"花子"_s});
         window->show();
         EXPECT_TRUE(QTest::qWaitFor([this] { return script.IsDone(); }));
+        window->activateWindow();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(window.get()));
         page = Child<PicText>(u"picText");
         scroll = Child<QScrollBar>(u"VScroll");
     }
@@ -357,4 +360,65 @@ TEST_F(StudyWindowTest, SettingsShowAtOnceAndKeepTheAnswers)
     EXPECT_EQ(scroll->value(), 7);
     EXPECT_EQ(Label(u"lblNum"), u"3"_s);
     EXPECT_TRUE(folder.Read(u"Kotoban.ini"_s).contains("Fontsize=12.75\r\nLineSpace=6\r\nTextEditor=notepad.exe\r\n"));
+}
+
+TEST_F(StudyWindowTest, SearchMarksAPlaceButNoHiddenText)
+{
+    folder.Write(u"KeywordList.txt"_s, "city\r\n");
+    QStringList lines(100, u"-"_s);
+    lines[49] = u"[the cities] cities"_s;
+    OpenWith(lines);
+    QTest::keyClick(window->windowHandle(), Qt::Key_F, Qt::ControlModifier);
+    auto *const dialog = window->findChild<QWidget *>(u"frmSearch"_s);
+    ASSERT_TRUE(dialog && dialog->isVisible());
+    EXPECT_FALSE(dialog->isModal());
+    auto *const list = dialog->findChild<QListView *>(u"lstKeyword"_s);
+    EXPECT_EQ(list->model()->index(0, 0).data().toString(), u"city　2か所"_s);
+    QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualRect(list->model()->index(0, 0)).center());
+    EXPECT_EQ(scroll->value(), 47) << "in view, with some lines above";
+    EXPECT_EQ(Label(u"lblKeyword"), u"city"_s);
+    const QImage marked = OnScreen();
+    // The whole box is marked: its first cell and its last look the same, whatever is hidden where.
+    const PageLayout &layout = page->Layout();
+    const int y = layout.RowTopPx(4) + layout.linePitchPx / 2;
+    const QRgb mark = marked.pixel(layout.TextLeftPx() + 3, y);
+    EXPECT_NE(mark, QColor(Qt::white).rgb());
+    for (int cell = 0; cell < 12; ++cell)
+        EXPECT_EQ(marked.pixel(layout.TextLeftPx() + cell * layout.cellWidthPx + 3, y), mark);
+    QTest::keyClick(window->windowHandle(), Qt::Key_F3);
+    EXPECT_EQ(OnScreen().pixel(layout.TextLeftPx() + 3, y), QColor(Qt::white).rgb()) << "the mark went on";
+    QTest::keyClick(window->windowHandle(), Qt::Key_F3, Qt::ShiftModifier);
+    EXPECT_EQ(OnScreen(), marked);
+    Child<QPushButton>(u"cmdReRead")->click();
+    EXPECT_EQ(Label(u"lblKeyword"), u"(hidden)"_s);
+}
+
+TEST_F(StudyWindowTest, PicturesOpenByAClickOrSayWhatIsWrong)
+{
+    QImage picture(20, 10, QImage::Format_RGB32);
+    picture.fill(Qt::red);
+    folder.MakeFolder(u"txt"_s);
+    EXPECT_TRUE(picture.save(folder.Path(u"txt/cell.PNG"_s)));
+    folder.Write(u"txt/broken.gif"_s, "no picture");
+    EXPECT_TRUE(QImage(8000, 6000, QImage::Format_Mono).save(folder.Path(u"txt/bomb.png"_s)));
+    OpenWith({u"｢cell｣ ｢broken｣ ｢bomb｣ ｢a.b｣ ｢a.b｣ [｢none｣]"_s});
+    EXPECT_EQ(desktop.TakeMessages(), QStringList(u"異常な画像ファイル名=[a.b]があります。"_s));
+    QStringList shown;
+    const auto look = [&shown](QWidget *dialog) {
+        const auto *const label = dialog->findChild<QLabel *>(u"lblPicture"_s);
+        shown += label->text().isEmpty() ? QString::number(label->pixmap().width()) : label->text();
+        QTest::mouseClick(dialog, Qt::LeftButton);
+    };
+    for (const int cell : {2, 10, 18}) {
+        script.When(u"frmPicture"_s, look);
+        Click(Qt::LeftButton, cell, 1);
+    }
+    EXPECT_EQ(shown, QStringList({u"20"_s, u"brokenが見つかりません。"_s, u"bombは大きすぎるため表示できません。"_s}));
+    Click(Qt::LeftButton, 22, 1);
+    Click(Qt::LeftButton, 36, 1);
+    EXPECT_EQ(Label(u"lblNum"), u"1"_s) << "a reference inside a blank is an answer";
+    const QPoint overReference(page->Layout().TextLeftPx() + 10, page->Layout().RowTopPx(1) + 5);
+    QTest::mouseMove(page, overReference + QPoint(2, 0));
+    QTest::mouseMove(page, overReference);
+    EXPECT_EQ(page->cursor().shape(), Qt::PointingHandCursor);
 }

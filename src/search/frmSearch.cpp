@@ -1,0 +1,130 @@
+#include "search/frmSearch.h"
+
+#include "platform/modLog.h"
+
+#include <QGridLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListView>
+#include <QPushButton>
+#include <QShortcut>
+
+using namespace Qt::Literals::StringLiterals;
+
+SearchModel::SearchModel(KeywordSearch &search, QObject *parent) : QAbstractListModel(parent), m_search(search) {}
+
+void SearchModel::Narrow(const QString &typed)
+{
+    beginResetModel();
+    m_typed = typed;
+    m_typedPlaces = m_search.PlacesOfText(typed);
+    m_keywords = m_search.KeywordsWith(typed);
+    endResetModel();
+}
+
+QString SearchModel::Wanted(int row) const
+{
+    return IsTypedText(row) ? m_typed : m_keywords.at(row - (m_typed.isEmpty() ? 0 : 1));
+}
+
+const std::vector<Place> &SearchModel::Places(int row) const
+{
+    return IsTypedText(row) ? m_typedPlaces : m_search.PlacesOf(Wanted(row));
+}
+
+int SearchModel::rowCount(const QModelIndex &parent) const
+{
+    return parent.isValid() ? 0 : int(m_keywords.size()) + (m_typed.isEmpty() ? 0 : 1);
+}
+
+QVariant SearchModel::data(const QModelIndex &index, int role) const
+{
+    if (role != Qt::DisplayRole)
+        return QVariant();
+    const QString wanted = IsTypedText(index.row()) ? QString(u'「' + m_typed + u'」') : Wanted(index.row());
+    return QString(wanted + u"　"_s + QString::number(Places(index.row()).size()) + u"か所"_s);
+}
+
+frmSearch::frmSearch(KeywordSearch &search, QWidget *owner)
+    : QDialog(owner), m_entries(new SearchModel(search, this)), lblHint(new QLabel(this)),
+      txtSearch(new QLineEdit(this)), lstKeyword(new QListView(this))
+{
+    setObjectName(u"frmSearch"_s);
+    setWindowTitle(u"キーワード検索"_s);
+    lblHint->setObjectName(u"lblHint"_s);
+    lblHint->setTextFormat(Qt::PlainText);
+    lblHint->setText(search.List().fault);
+    lblHint->setVisible(!search.List().fault.isEmpty());
+    txtSearch->setObjectName(u"txtSearch"_s);
+    txtSearch->setPlaceholderText(u"キーワードまたは本文の言葉"_s);
+    lstKeyword->setObjectName(u"lstKeyword"_s);
+    lstKeyword->setModel(m_entries);
+    lstKeyword->setUniformItemSizes(true); // measuring every row would search for every keyword
+    lstKeyword->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    lstKeyword->setMinimumSize(280, 320);
+    auto *const cmdNext = new QPushButton(u"次へ(F3)"_s, this);
+    cmdNext->setObjectName(u"cmdNext"_s);
+    cmdNext->setDefault(true);
+    auto *const cmdBack = new QPushButton(u"前へ(Shift+F3)"_s, this);
+    cmdBack->setObjectName(u"cmdBack"_s);
+    cmdBack->setAutoDefault(false);
+    connect(txtSearch, &QLineEdit::textChanged, this, &frmSearch::txtSearch_Change);
+    connect(lstKeyword, &QListView::clicked, this, &frmSearch::lstKeyword_Click);
+    connect(lstKeyword, &QListView::activated, this, &frmSearch::lstKeyword_Click);
+    connect(cmdNext, &QPushButton::clicked, this, [this] { GoOn(false); });
+    connect(cmdBack, &QPushButton::clicked, this, [this] { GoOn(true); });
+    connect(new QShortcut(Qt::Key_F3, this), &QShortcut::activated, this, [this] { GoOn(false); });
+    connect(new QShortcut(Qt::SHIFT | Qt::Key_F3, this), &QShortcut::activated, this, [this] { GoOn(true); });
+
+    auto *const grid = new QGridLayout(this);
+    grid->addWidget(txtSearch, 0, 0, 1, 2);
+    grid->addWidget(lstKeyword, 1, 0, 1, 2);
+    grid->addWidget(lblHint, 2, 0, 1, 2);
+    grid->addWidget(cmdNext, 3, 0);
+    grid->addWidget(cmdBack, 3, 1);
+    Refresh();
+}
+
+void frmSearch::Open()
+{
+    show();
+    raise();
+    activateWindow();
+    txtSearch->setFocus();
+    txtSearch->selectAll();
+}
+
+void frmSearch::Refresh()
+{
+    m_wanted.clear();
+    m_places.clear();
+    m_at = Place();
+    m_entries->Narrow(txtSearch->text());
+}
+
+void frmSearch::txtSearch_Change()
+{
+    WriteTrace(u"■frmSearch.txtSearch_Change");
+    Refresh();
+}
+
+void frmSearch::lstKeyword_Click()
+{
+    WriteTrace(u"■frmSearch.lstKeyword_Click");
+    GoOn(false);
+}
+
+void frmSearch::GoOn(bool backwards)
+{
+    // Without a choice of the learner's, what was typed is meant.
+    const QModelIndex chosen = lstKeyword->currentIndex();
+    const int row = chosen.isValid() ? chosen.row() : 0;
+    if (row >= m_entries->rowCount() || (!chosen.isValid() && txtSearch->text().isEmpty()))
+        return;
+    if (m_entries->Wanted(row) != m_wanted) {
+        m_wanted = m_entries->Wanted(row);
+        m_places = m_entries->Places(row);
+    }
+    m_at = NextPlace(m_places, m_at, backwards);
+    Q_EMIT PlaceChosen(m_at, m_wanted);
+}

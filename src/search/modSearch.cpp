@@ -1,0 +1,145 @@
+#include "search/modSearch.h"
+
+#include "platform/modCodePage.h"
+#include "platform/modFile.h"
+#include "text/modInflection.h"
+#include "text/modReadText.h"
+
+#include <QFileInfo>
+#include <QStringMatcher>
+
+#include <algorithm>
+#include <tuple>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+bool IsWordCharacter(QChar character)
+{
+    const char16_t c = character.unicode();
+    return (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z') || c == u'\'';
+}
+
+bool IsEnglishWord(const QString &keyword)
+{
+    return std::all_of(keyword.begin(), keyword.end(), IsWordCharacter);
+}
+
+bool IsBefore(const Place &first, const Place &second)
+{
+    return std::tie(first.line, first.column) < std::tie(second.line, second.column);
+}
+
+/// The words of a text, runs of letters and apostrophes, with their places.
+void CollectWords(const DisplayText &text, QStringList *words, std::vector<Place> *places)
+{
+    for (int line = 1; line <= text.LineCount(); ++line) {
+        const QStringView view = text.Line(line);
+        for (qsizetype at = 0; at < view.size();) {
+            qsizetype end = at;
+            while (end < view.size() && IsWordCharacter(view[end]))
+                ++end;
+            if (end > at) {
+                *words += view.sliced(at, end - at).toString();
+                places->push_back({line, int(at) + 1, int(end - at)});
+            }
+            at = end + 1;
+        }
+    }
+}
+
+QString HowToMakeAList(const QString &path)
+{
+    return u"キーワード一覧がありません。\n覚えたい言葉を一行に一つずつ書いたテキストファイル（Shift_JIS）を\n"_s +
+           path + u"\nという名前で保存すると，ここに表示されます。"_s;
+}
+
+} // namespace
+
+KeywordList ReadKeywordList(const QString &path)
+{
+    KeywordList list;
+    if (!QFileInfo::exists(path)) {
+        list.fault = HowToMakeAList(path);
+        return list;
+    }
+    QByteArray bytes;
+    QString reason;
+    if (!ReadWholeFile(path, &bytes, &reason)) {
+        list.fault = UnreadableFileMessage(GetFileTitle(path), reason);
+        return list;
+    }
+    if (!CheckTextEncoding(path, bytes, &list.fault))
+        return list;
+    StudyLines lines;
+    ReadAllLines(bytes, &lines);
+    for (int line = 1; line <= lines.Count(); ++line) {
+        const QString word = lines.at1(line).trimmed().toString().toLower();
+        if (!word.isEmpty())
+            list.words += word;
+    }
+    std::sort(list.words.begin(), list.words.end());
+    list.words.erase(std::unique(list.words.begin(), list.words.end()), list.words.end());
+    return list;
+}
+
+std::vector<Place> FindText(const DisplayText &text, const QString &wanted)
+{
+    std::vector<Place> places;
+    if (wanted.isEmpty())
+        return places;
+    const QStringMatcher matcher(wanted, Qt::CaseInsensitive);
+    for (int line = 1; line <= text.LineCount(); ++line) {
+        const QStringView view = text.Line(line);
+        for (qsizetype at = matcher.indexIn(view); at >= 0; at = matcher.indexIn(view, at + wanted.size()))
+            places.push_back({line, int(at) + 1, int(wanted.size())});
+    }
+    return places;
+}
+
+Place NextPlace(const std::vector<Place> &places, const Place &from, bool backwards)
+{
+    if (places.empty())
+        return Place();
+    if (backwards) {
+        const auto place = std::lower_bound(places.begin(), places.end(), from, IsBefore);
+        return place == places.begin() ? places.back() : *(place - 1);
+    }
+    const auto place = std::upper_bound(places.begin(), places.end(), from, IsBefore);
+    return place == places.end() ? places.front() : *place;
+}
+
+KeywordSearch::KeywordSearch(const KeywordList &list) : m_list(list) {}
+
+void KeywordSearch::SetText(const DisplayText *text)
+{
+    m_text = text;
+    m_places.clear();
+    if (!text || m_list.words.isEmpty())
+        return;
+    QStringList words;
+    std::vector<Place> places;
+    CollectWords(*text, &words, &places);
+    const std::vector<int> indices = MatchWords(m_list.words, words);
+    for (size_t i = 0; i < indices.size(); ++i)
+        if (indices[i] > 0)
+            m_places[m_list.words[indices[i] - 1]].push_back(places[i]);
+}
+
+QStringList KeywordSearch::KeywordsWith(const QString &part) const
+{
+    return part.isEmpty() ? m_list.words : m_list.words.filter(part, Qt::CaseInsensitive);
+}
+
+const std::vector<Place> &KeywordSearch::PlacesOf(const QString &keyword)
+{
+    if (!IsEnglishWord(keyword) && !m_places.contains(keyword))
+        m_places.insert(keyword, PlacesOfText(keyword));
+    return m_places[keyword];
+}
+
+std::vector<Place> KeywordSearch::PlacesOfText(const QString &wanted) const
+{
+    return m_text ? FindText(*m_text, wanted) : std::vector<Place>();
+}

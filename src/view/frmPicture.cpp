@@ -1,0 +1,53 @@
+#include "view/frmPicture.h"
+
+#include "text/modPictureName.h"
+
+#include <QImageReader>
+#include <QLabel>
+#include <QMouseEvent>
+#include <QScreen>
+#include <QVBoxLayout>
+
+using namespace Qt::Literals::StringLiterals;
+
+frmPicture::frmPicture(const QString &folder, const QString &name, QWidget *owner)
+    : QDialog(owner), lblPicture(new QLabel(this))
+{
+    setObjectName(u"frmPicture"_s);
+    setWindowTitle(name);
+    lblPicture->setObjectName(u"lblPicture"_s);
+    lblPicture->setTextFormat(Qt::PlainText);
+    lblPicture->setAlignment(Qt::AlignCenter);
+    lblPicture->setMinimumSize(240, 80);
+    auto *const layout = new QVBoxLayout(this);
+    layout->addWidget(lblPicture);
+    Load(FindPictureFile(folder, name), name);
+}
+
+void frmPicture::mousePressEvent(QMouseEvent *)
+{
+    close();
+}
+
+void frmPicture::Load(const QString &path, const QString &name)
+{
+    QImageReader reader(path);
+    reader.setDecideFormatFromContent(true);
+    const QSize size = reader.size(); // from the head of the file; the pixels are not read yet
+    if (path.isEmpty() || !reader.canRead() || size.isEmpty()) {
+        lblPicture->setText(name + u"が見つかりません。"_s);
+        return;
+    }
+    if (qint64(size.width()) * size.height() > MostPicturePixels) {
+        lblPicture->setText(name + u"は大きすぎるため表示できません。"_s);
+        return;
+    }
+    const QSize room = screen()->availableSize() * 0.8;
+    if (size.width() > room.width() || size.height() > room.height())
+        reader.setScaledSize(size.scaled(room, Qt::KeepAspectRatio));
+    const QImage picture = reader.read();
+    if (picture.isNull())
+        lblPicture->setText(name + u"が見つかりません。"_s);
+    else
+        lblPicture->setPixmap(QPixmap::fromImage(picture));
+}

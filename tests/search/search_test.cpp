@@ -1,0 +1,150 @@
+#include "search/frmSearch.h"
+#include "support/TestFiles.h"
+#include "text/modInflection.h"
+
+#include <QApplication>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListView>
+#include <QSignalSpy>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+using namespace Qt::Literals::StringLiterals;
+
+TEST(CandidateForms, FollowTheRulesInTheirOrder)
+{
+    const struct
+    {
+        const char16_t *word;
+        const char16_t *forms;
+    } rows[] = {
+        {u"stopped", u"stopped stoppe stopp stop"},
+        {u"cities", u"cities citie citi city"},
+        {u"making", u"making mak make"},
+        {u"career", u"career caree"},
+        {u"bother", u"bother bothe"},
+        {u"careers", u"careers career care"},
+        {u"makers'", u"makers' maker mak"},
+        {u"maker", u"maker make mak"},
+        {u"s", u"s "},
+        {u"running", u"running runn runne run"},
+        {u"biggest", u"biggest bigge bigg"},
+        {u"ladies'", u"ladies' ladie lady"},
+        {u"carriers", u"carriers carrier carri carry carry"},
+        {u"happiest", u"happiest happie happi happy"},
+        {u"dog's", u"dog's dog' dog"},
+        {u"being", u"being be bee"},
+        {u"added", u"added adde add"},
+        {u"Xes", u"Xes Xe X"},
+    };
+    for (const auto &row : rows)
+        EXPECT_EQ(CandidateForms(QString::fromUtf16(row.word)).join(u' '), QString::fromUtf16(row.forms));
+}
+
+TEST(MatchWords, TakesTheFirstCandidateOfTheSortedList)
+{
+    const QStringList list = {u"be"_s, u"bother"_s, u"care"_s, u"city"_s, u"stop"_s};
+    EXPECT_EQ(MatchWords(list, {u"Cities"_s, u"STOPPED"_s, u"bothered"_s, u"cares"_s, u"x"_s, QString(), u"Cities"_s}),
+              (std::vector<int>{4, 5, 2, 3, 0, 0, 4}));
+    EXPECT_EQ(FindWithInflections({}, u"stop"_s), 0);
+}
+
+namespace {
+
+class SearchTest : public testing::Test
+{
+  protected:
+    SearchTest()
+    {
+        StudyLines lines;
+        lines.Append(u"The [cities] stopped; a city. Stop!");
+        lines.Append(u"水素と酸素 [水]");
+        lines.Append(u"stop水");
+        text = DisplayText(lines);
+    }
+
+    QString WriteList(const QByteArray &bytes)
+    {
+        return folder.Write(u"KeywordList.txt"_s, bytes);
+    }
+
+    TestFolder folder;
+    DisplayText text;
+};
+
+} // namespace
+
+TEST_F(SearchTest, ReadsTheKeywordListSorted)
+{
+    const KeywordList list = ReadKeywordList(WriteList("stop\r\n\r\n City \n\x90\x85\r\nSTOP"));
+    EXPECT_EQ(list.words, QStringList({u"city"_s, u"stop"_s, u"水"_s}));
+    EXPECT_TRUE(list.fault.isEmpty());
+    const KeywordList missing = ReadKeywordList(folder.Path(u"none.txt"_s));
+    EXPECT_TRUE(missing.words.isEmpty() && missing.fault.contains(u"none.txt"_s));
+    const KeywordList wrong = ReadKeywordList(WriteList("\xC6\xFC\xCB\xDC\xB8\xEC\xA4\xCE"));
+    EXPECT_TRUE(wrong.words.isEmpty() && wrong.fault.contains(u"文字コード＝EUC"_s));
+}
+
+TEST_F(SearchTest, CountsInflectedFormsAndPlainText)
+{
+    KeywordSearch search(ReadKeywordList(WriteList("stop\ncity\n\x90\x85\nabsent")));
+    EXPECT_TRUE(search.PlacesOf(u"stop"_s).empty()) << "no text yet";
+    search.SetText(&text);
+    EXPECT_EQ(search.PlacesOf(u"city"_s), (std::vector<Place>{{1, 6, 6}, {1, 25, 4}})) << "one of them is hidden";
+    EXPECT_EQ(search.PlacesOf(u"stop"_s), (std::vector<Place>{{1, 14, 7}, {1, 31, 4}, {3, 1, 4}}));
+    EXPECT_EQ(search.PlacesOf(u"水"_s), (std::vector<Place>{{2, 1, 1}, {2, 8, 1}, {3, 5, 1}}));
+    EXPECT_TRUE(search.PlacesOf(u"absent"_s).empty());
+    EXPECT_EQ(search.KeywordsWith(u"T"_s), QStringList({u"absent"_s, u"city"_s, u"stop"_s}));
+    EXPECT_EQ(search.PlacesOfText(u"STOP"_s).size(), 3u);
+    EXPECT_EQ(FindText(text, u"aa"_s).size(), 0u);
+    EXPECT_TRUE(FindText(text, u"!水"_s).empty()) << "not across the end of a line";
+    search.SetText(nullptr);
+    EXPECT_TRUE(search.PlacesOf(u"stop"_s).empty());
+}
+
+TEST(NextPlace, GoesRoundBothWays)
+{
+    const std::vector<Place> places = {{1, 5, 2}, {1, 9, 2}, {4, 1, 2}};
+    EXPECT_EQ(NextPlace(places, Place(), false), places[0]);
+    EXPECT_EQ(NextPlace(places, places[0], false), places[1]);
+    EXPECT_EQ(NextPlace(places, places[2], false), places[0]);
+    EXPECT_EQ(NextPlace(places, places[2], true), places[1]);
+    EXPECT_EQ(NextPlace(places, places[0], true), places[2]);
+    EXPECT_EQ(NextPlace({}, places[0], false), Place());
+}
+
+TEST_F(SearchTest, TheWindowNarrowsAndGoesOn)
+{
+    KeywordSearch search(ReadKeywordList(WriteList("stop\ncity")));
+    search.SetText(&text);
+    frmSearch window(search, nullptr);
+    QSignalSpy chosen(&window, &frmSearch::PlaceChosen);
+    window.Open();
+    auto *const list = window.findChild<QListView *>(u"lstKeyword"_s);
+    auto *const typed = window.findChild<QLineEdit *>(u"txtSearch"_s);
+    const auto entry = [list](int row) { return list->model()->index(row, 0).data().toString(); };
+    EXPECT_TRUE(window.findChild<QLabel *>(u"lblHint"_s)->isHidden());
+    EXPECT_EQ(entry(0), u"city　2か所"_s);
+    EXPECT_EQ(entry(1), u"stop　3か所"_s);
+    QTest::keyClick(typed, Qt::Key_Return);
+    EXPECT_EQ(chosen.size(), 0) << "nothing is typed and nothing chosen";
+
+    QTest::keyClicks(typed, u"sto"_s);
+    EXPECT_EQ(list->model()->rowCount(), 2);
+    EXPECT_EQ(entry(0), u"「sto」　3か所"_s);
+    QTest::keyClick(typed, Qt::Key_Return);
+    EXPECT_EQ(chosen.last()[0].value<Place>(), (Place{1, 14, 3}));
+    QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualRect(list->model()->index(1, 0)).center());
+    EXPECT_EQ(chosen.last()[0].value<Place>(), (Place{1, 31, 4})) << "on from where the last search ended";
+    EXPECT_EQ(chosen.last()[1].toString(), u"stop"_s);
+    window.GoOn(false);
+    window.GoOn(false);
+    EXPECT_EQ(chosen.last()[0].value<Place>(), (Place{1, 14, 7}));
+    window.GoOn(true);
+    EXPECT_EQ(chosen.last()[0].value<Place>(), (Place{3, 1, 4}));
+    QTest::keyClicks(typed, u"xyz"_s);
+    window.GoOn(false);
+    EXPECT_EQ(chosen.last()[0].value<Place>(), Place()) << "found nowhere";
+}
