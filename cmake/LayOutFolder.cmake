@@ -5,7 +5,7 @@ foreach(name db db_backup txt rec wav htm)
     file(MAKE_DIRECTORY "${FOLDER}/${name}")
 endforeach()
 
-foreach(pattern "txt/*.txt" "wav/*.wav")
+foreach(pattern "KeywordList.txt" "txt/*.txt" "txt/*.png" "wav/*.wav")
     file(GLOB assets RELATIVE "${ASSETS}" "${ASSETS}/${pattern}")
     foreach(asset IN LISTS assets)
         if(NOT EXISTS "${FOLDER}/${asset}")

@@ -374,6 +374,8 @@ void frmText::StartClock()
     m_clockStart = m_desktop.Now();
     ClearClock();
     Timer1->start();
+    // The first tick at once: by the time of the next one the second may have changed, and the clock would stay empty.
+    QTimer::singleShot(0, this, &frmText::Timer1_Timer);
 }
 
 void frmText::ClearClock()
