@@ -79,6 +79,26 @@ void PaintPage(benchmark::State &state)
 }
 BENCHMARK(PaintPage)->Arg(1)->Arg(99'000)->Unit(benchmark::kMillisecond);
 
+void SearchText(benchmark::State &state)
+{
+    const DisplayText text = LongText();
+    for (auto step : state)
+        benchmark::DoNotOptimize(FindText(text, u"断念"_s).size());
+}
+BENCHMARK(SearchText)->Unit(benchmark::kMillisecond);
+
+void MatchKeywords(benchmark::State &state)
+{
+    const DisplayText text = LongText();
+    KeywordList list;
+    for (int i = 0; i < 5000; ++i)
+        list.words += u"word"_s + QString::number(10'000 + i);
+    KeywordSearch search(list);
+    for (auto step : state)
+        search.SetText(&text);
+}
+BENCHMARK(MatchKeywords)->Unit(benchmark::kMillisecond);
+
 void ListFolder(benchmark::State &state)
 {
     const TestFolder folder;

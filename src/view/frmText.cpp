@@ -264,7 +264,7 @@ QString frmText::StudyFolderPath() const
 void frmText::cmdFile_Click()
 {
     WriteTrace(u"■frmText.cmdFile_Click()");
-    m_settingsFile.WriteFileIniFormPos(x());
+    SaveFormPos();
     if (!m_path.isEmpty()) {
         CompleteSession();
         QString error;
@@ -295,6 +295,13 @@ void frmText::cmdFile_Click()
     picText->setFocus();
 }
 
+/// Saves the left edge. A window that was made narrower can stand farther right than the bound allows; the value is cut
+/// to it, or the next start would complain about what the program wrote itself.
+void frmText::SaveFormPos()
+{
+    m_settingsFile.WriteFileIniFormPos(qMin(x(), m_upper.FormLeft));
+}
+
 /// Puts the file selection window over the study window: centred on it, its top at the button that opens it.
 void frmText::PlaceFileWindow()
 {
@@ -309,6 +316,8 @@ void frmText::PlaceFileWindow()
 void frmText::OpenSession(const QString &path)
 {
     QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+    if (m_isEnded)
+        return; // one of those events closed the window
     m_sessionStart = m_desktop.Now();
     m_round.lngOpenCount = 0;
     ShowCount();
@@ -619,7 +628,7 @@ void frmText::Form_Unload()
     Timer1->stop();
     if (!m_path.isEmpty())
         CompleteSession();
-    m_settingsFile.WriteFileIniFormPos(x());
+    SaveFormPos();
     m_database.Close();
     Q_EMIT Ended();
 }

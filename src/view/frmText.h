@@ -77,6 +77,7 @@ class frmText : public QWidget
     void ShowCount();
 
     void PlaceFileWindow();
+    void SaveFormPos();
     void OpenSession(const QString &path);
     bool LoadFile(const QString &path, bool keepsAnswers, QString *message, int *errorLine);
     void StartClock();
