@@ -5,8 +5,9 @@
 
 class QLabel;
 
-/// Most pixels of a picture that is loaded. A small file can claim any number of them.
-constexpr qint64 MostPicturePixels = 40'000'000;
+/// Most pixels of a picture that is loaded, a little below what Qt itself allows (128 MB). A small file can claim any
+/// number of them.
+constexpr qint64 MostPicturePixels = 30'000'000;
 
 class frmPicture : public QDialog
 {
