@@ -144,7 +144,7 @@ TEST_F(StudyWindowTest, ASessionFromTheFirstAnswerToTheRow)
 
 TEST_F(StudyWindowTest, AHiddenAnswerLeavesNoPixelBehind)
 {
-    OpenWith({u"[漢字 Wij] text [二つ目]"_s, u"[次の行]"_s, u"[a][b]"_s});
+    OpenWith(QStringList({u"[漢字 Wij] text [二つ目]"_s}) + QStringList(9, u"[次の行][b]"_s));
     const QImage hidden = OnScreen();
     Click(Qt::LeftButton, 2, 1);
     const QImage shown = OnScreen();
@@ -153,8 +153,12 @@ TEST_F(StudyWindowTest, AHiddenAnswerLeavesNoPixelBehind)
     EXPECT_EQ(OnScreen(), hidden);
     Press(Qt::Key_Return);
     EXPECT_EQ(OnScreen(), shown);
-    page->update();
-    EXPECT_EQ(OnScreen(), shown) << "painted bit by bit it looks as painted at once";
+    for (int row = 2; row <= 9; ++row) {
+        Click(Qt::LeftButton, 2, row);
+        const QImage bitByBit = OnScreen();
+        page->update();
+        EXPECT_EQ(OnScreen(), bitByBit) << "row " << row << " painted alone looks as painted with all others";
+    }
     Click(Qt::RightButton, 30, 5);
     EXPECT_EQ(OnScreen(), hidden);
 }
