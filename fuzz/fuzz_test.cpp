@@ -58,7 +58,7 @@ TEST(Random, AFileIsRefusedOrMakesAConsistentTable)
         const DisplayText display(lines);
         for (int blank = 1; blank <= display.Blanks().Count(); ++blank) {
             EXPECT_FALSE(display.Answer(blank).contains(u'['));
-            const BoxEdges box = GetBqInfoFromLine(display.Blanks(), blank, 7, 5);
+            const BoxEdges box = GetBqInfoFromLine(display, blank, 7, 5);
             EXPECT_GE(box.rightPx - box.leftPx, 14);
         }
         for (int line = 1; line <= display.LineCount(); ++line)

@@ -53,10 +53,8 @@ QString FileFault(const QString &path)
         return u"読み込み不可"_s;
     if (!CheckTextEncoding(path, bytes, &message))
         return u"文字コード＝"_s + FileCharCodeName(bytes);
-    StudyLines rawLines;
     StudyLines lines;
-    ReadAllLines(bytes, &rawLines);
-    ExpandTabs(rawLines, &lines);
+    ReadAllLines(ExpandTabs(bytes), &lines);
     if (!CheckLineBytes(lines, MaxLineBytes, &message, &line))
         return QString::number(line) + u'行' + QString::number(MaxLineBytes) + u"バイト超過"_s;
     if (!CheckBracketCount(lines, &message, &line) || !CheckBracketOrder(lines, &message, &line))

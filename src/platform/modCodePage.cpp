@@ -8,6 +8,7 @@ namespace {
 
 constexpr quint8 FirstTrail = 0x40;
 constexpr quint8 LastTrail = 0xFC;
+constexpr char16_t Undecodable = QChar::ReplacementCharacter;
 
 bool IsLead(quint8 byte)
 {
@@ -43,14 +44,15 @@ struct Tables
                     AddCode(system, QByteArray(1, char(lead)) + char(trail));
     }
 
-    // The way back is asked of the system too: some characters have several codes, of which it prefers one.
+    // Some characters have several codes. Which of them it prefers is for the system to say.
     void AddCode(const SystemCodePage932 &system, const QByteArray &bytes)
     {
         const char16_t character = system.Decode(bytes);
         if (character == 0)
             return;
         toUnicode[Code(bytes)] = character;
-        const QByteArray preferred = system.Encode(character);
+        const bool isFirst = fromUnicode[character] == 0;
+        const QByteArray preferred = isFirst ? bytes : system.Encode(character);
         fromUnicode[character] = Code(preferred.isEmpty() ? bytes : preferred);
     }
 
@@ -71,28 +73,60 @@ const Tables &CodePage()
 
 } // namespace
 
-QString FromCodePage932(QByteArrayView bytes)
+CodePage932Decoder::CodePage932Decoder(QByteArrayView bytes, QByteArrayView stops)
+    : m_begin(reinterpret_cast<const quint8 *>(bytes.data())), m_in(m_begin), m_end(m_begin + bytes.size())
+{
+    for (size_t byte = 0; byte < m_isPlain.size(); ++byte) {
+        m_isStop[byte] = stops.contains(char(byte));
+        m_isPlain[byte] = byte < 0x80 && !m_isStop[byte];
+    }
+}
+
+bool CodePage932Decoder::DecodeUntilStop(char16_t **out, char16_t *stop)
 {
     const Tables &tables = CodePage();
-    QString text(bytes.size(), Qt::Uninitialized);
-    QChar *out = text.data();
-    const auto *in = reinterpret_cast<const quint8 *>(bytes.data());
-    const quint8 *const end = in + bytes.size();
+    const quint8 *in = m_in;
+    const quint8 *const end = m_end;
+    char16_t *put = *out;
+    bool isAtStop = false;
     while (in < end) {
         const quint8 byte = *in++;
-        if (byte < 0x80) {
-            *out++ = QChar(char16_t(byte));
-        } else if (IsLead(byte) && in < end && IsTrail(*in)) {
-            const char16_t character = tables.toUnicode[size_t(byte << 8 | *in++)];
-            *out++ = character ? QChar(character) : QChar(QChar::ReplacementCharacter);
-            if (!character)
-                *out++ = QChar::ReplacementCharacter;
-        } else {
-            const char16_t character = tables.toUnicode[byte];
-            *out++ = character ? QChar(character) : QChar(QChar::ReplacementCharacter);
+        if (m_isPlain[byte]) {
+            *put++ = byte;
+            continue;
+        }
+        // A second byte that does not fit makes no pair: the table has nothing for it.
+        const char16_t pair = in < end ? tables.toUnicode[size_t(byte << 8 | *in)] : u'\0';
+        if (pair != 0) {
+            *put++ = pair;
+            ++in;
+            continue;
+        }
+        if (m_isStop[byte]) {
+            *stop = tables.toUnicode[byte];
+            isAtStop = true;
+            break;
+        }
+        const char16_t single = tables.toUnicode[byte];
+        *put++ = single ? single : Undecodable;
+        if (IsLead(byte) && in < end && IsTrail(*in)) {
+            *put++ = Undecodable;
+            ++in;
         }
     }
-    text.truncate(out - text.constData());
+    m_in = in;
+    *out = put;
+    return isAtStop;
+}
+
+QString FromCodePage932(QByteArrayView bytes)
+{
+    QString text(bytes.size(), Qt::Uninitialized);
+    auto *const begin = reinterpret_cast<char16_t *>(text.data());
+    char16_t *end = begin;
+    char16_t stop;
+    CodePage932Decoder(bytes, {}).DecodeUntilStop(&end, &stop);
+    text.truncate(end - begin);
     return text;
 }
 
@@ -117,9 +151,10 @@ QByteArray ToCodePage932(QStringView text)
 
 qsizetype GetByteLength(QStringView text)
 {
+    const Tables &tables = CodePage();
     qsizetype length = 0;
     for (qsizetype i = 0; i < text.size(); ++i) {
-        length += IsDoubleByte(text[i]) ? 2 : 1;
+        length += tables.fromUnicode[text[i].unicode()] > 0xFF ? 2 : 1;
         if (text[i].isHighSurrogate() && i + 1 < text.size() && text[i + 1].isLowSurrogate())
             ++i;
     }

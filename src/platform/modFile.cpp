@@ -1,5 +1,7 @@
 #include "platform/modFile.h"
 
+#include "platform/modMemory.h"
+
 #include <QDir>
 #include <QFile>
 #include <QSaveFile>
@@ -13,8 +15,13 @@ bool ReadWholeFile(const QString &path, QByteArray *bytes, QString *error)
 {
     QFile file(path);
     bytes->clear();
-    if (file.open(QIODevice::ReadOnly))
-        *bytes = file.readAll();
+    if (file.open(QIODevice::ReadOnly)) {
+        // The size is only what the file had a moment ago, and nothing at all for what is no regular file.
+        bytes->resize(file.size());
+        PreferLargePages(bytes->data(), bytes->size());
+        bytes->truncate(qMax(file.read(bytes->data(), bytes->size()), qint64(0)));
+        *bytes += file.readAll();
+    }
     if (file.error() == QFileDevice::NoError)
         return true;
     *error = file.errorString();

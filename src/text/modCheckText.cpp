@@ -2,6 +2,8 @@
 
 #include "platform/modCodePage.h"
 
+#include <algorithm>
+
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
@@ -15,21 +17,23 @@ QString BracketMessage(const QString &fault, int line, QStringView text, const Q
 
 bool CheckLineBytes(const StudyLines &lines, int maxLineBytes, QString *message, int *errorLine)
 {
+    if (lines.LongestLineBytes() <= maxLineBytes)
+        return true;
     for (int line = 1; line <= lines.Count(); ++line) {
         const qsizetype byteCount = GetByteLength(lines.at1(line));
         if (byteCount > maxLineBytes) {
             *message = LineTooLongMessage(maxLineBytes, line, byteCount, lines.at1(line));
             *errorLine = line;
-            return false;
+            break;
         }
     }
-    return true;
+    return false;
 }
 
 bool CheckBracketCount(const StudyLines &lines, QString *message, int *errorLine)
 {
     for (int line = 1; line <= lines.Count(); ++line) {
-        if (!IsBracketCountEqual(lines.at1(line))) {
+        if (!IsBracketCountEqual(lines.MarksOf(line))) {
             *message = BracketCountMessage(line, lines.at1(line));
             *errorLine = line;
             return false;
@@ -41,7 +45,7 @@ bool CheckBracketCount(const StudyLines &lines, QString *message, int *errorLine
 bool CheckBracketOrder(const StudyLines &lines, QString *message, int *errorLine)
 {
     for (int line = 1; line <= lines.Count(); ++line) {
-        if (!IsBracketOrderValid(lines.at1(line))) {
+        if (!IsBracketOrderValid(lines.MarksOf(line))) {
             *message = BracketOrderMessage(line, lines.at1(line));
             *errorLine = line;
             return false;
@@ -52,12 +56,15 @@ bool CheckBracketOrder(const StudyLines &lines, QString *message, int *errorLine
 
 qsizetype CountString(QStringView text, QChar character)
 {
-    return text.count(character);
+    return std::count(text.begin(), text.end(), character);
 }
 
 bool IsBracketCountEqual(QStringView line)
 {
-    return CountString(line, u'[') == CountString(line, u']');
+    int open = 0;
+    for (const QChar character : line)
+        open += int(character == u'[') - int(character == u']');
+    return open == 0;
 }
 
 bool IsBracketOrderValid(QStringView line)

@@ -1,6 +1,10 @@
 #include "text/modDisplayText.h"
 
 #include "platform/modCodePage.h"
+#include "platform/modMemory.h"
+#include "text/modCheckText.h"
+
+#include <utility>
 
 int BlankTable::FirstOnLines(int first, int last) const
 {
@@ -14,32 +18,30 @@ int BlankTable::LastOnLines(int first, int last) const
     return upTo > countUpTo[size_t(first) - 1] ? upTo : 0;
 }
 
-DisplayText::DisplayText(const StudyLines &lines) : m_lines(lines)
+DisplayText::DisplayText(StudyLines lines) : m_lines(std::move(lines))
 {
-    m_blanks.countUpTo.reserve(size_t(lines.Count()) + 1);
+    const size_t blankCount = size_t(CountString(m_lines.AllMarks(), u'['));
+    ReserveLargePages(&m_blanks.line, blankCount);
+    ReserveLargePages(&m_blanks.startColumn, blankCount);
+    ReserveLargePages(&m_blanks.answerLength, blankCount);
+    ReserveLargePages(&m_blanks.countUpTo, size_t(m_lines.Count()) + 1);
     m_blanks.countUpTo.push_back(0);
-    for (int line = 1; line <= lines.Count(); ++line) {
-        AddBlanksOfLine(lines.at1(line), line);
+    for (int line = 1; line <= m_lines.Count(); ++line) {
+        AddBlanksOfLine(line);
         m_blanks.countUpTo.push_back(m_blanks.Count());
     }
-    m_lines.Replace(u'[', u' ');
-    m_lines.Replace(u']', u' ');
+    m_lines.BlankOutBrackets();
 }
 
-void DisplayText::AddBlanksOfLine(QStringView line, int lineNumber)
+void DisplayText::AddBlanksOfLine(int line)
 {
-    int cell = 0;
-    for (int column = 1; column <= line.size(); ++column) {
-        const QChar character = line[column - 1];
-        if (character == u'[') {
-            m_blanks.line.push_back(lineNumber);
-            m_blanks.startColumn.push_back(column);
-            m_blanks.startCell.push_back(cell);
-        }
-        cell += CellsOf(character);
-        if (character == u']') {
-            m_blanks.answerLength.push_back(column - m_blanks.startColumn.back() - 1);
-            m_blanks.endCell.push_back(cell);
+    const QStringView marks = m_lines.MarksOf(line);
+    for (qsizetype i = 0; i < marks.size(); ++i) {
+        if (marks[i] == u'[') {
+            m_blanks.line.push_back(line);
+            m_blanks.startColumn.push_back(m_lines.MarkColumn(line, i));
+        } else if (marks[i] == u']') {
+            m_blanks.answerLength.push_back(m_lines.MarkColumn(line, i) - m_blanks.startColumn.back() - 1);
         }
     }
 }
@@ -63,13 +65,29 @@ QStringView DisplayText::Answer(int blank) const
     return Line(m_blanks.line[i]).sliced(m_blanks.startColumn[i], m_blanks.answerLength[i]);
 }
 
+CellRange DisplayText::Cells(int blank) const
+{
+    const size_t i = size_t(blank) - 1;
+    const QStringView line = Line(m_blanks.line[i]);
+    const int start = CellsOf(line.first(m_blanks.startColumn[i] - 1));
+    return {start, start + 2 + CellsOf(Answer(blank))};
+}
+
 int CellsOf(QChar character)
 {
     return IsDoubleByte(character) ? 2 : 1;
 }
 
-BoxEdges GetBqInfoFromLine(const BlankTable &blanks, int blank, int cellWidthPx, int textLeftPx)
+int CellsOf(QStringView text)
 {
-    const size_t i = size_t(blank) - 1;
-    return {textLeftPx + blanks.startCell[i] * cellWidthPx, textLeftPx + blanks.endCell[i] * cellWidthPx};
+    int cells = 0;
+    for (const QChar character : text)
+        cells += CellsOf(character);
+    return cells;
+}
+
+BoxEdges GetBqInfoFromLine(const DisplayText &text, int blank, int cellWidthPx, int textLeftPx)
+{
+    const CellRange cells = text.Cells(blank);
+    return {textLeftPx + cells.start * cellWidthPx, textLeftPx + cells.end * cellWidthPx};
 }

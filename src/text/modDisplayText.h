@@ -15,8 +15,6 @@ struct BlankTable
     std::vector<int> line;         ///< line of blank i at [i - 1]
     std::vector<int> startColumn;  ///< column of its "["
     std::vector<int> answerLength; ///< characters between the brackets
-    std::vector<int> startCell;    ///< cells in front of its "["
-    std::vector<int> endCell;      ///< cells in front of the character that follows its "]"
     std::vector<int> countUpTo;    ///< [n] = how many blanks lie on lines 1..n
 
     int Count() const
@@ -29,6 +27,13 @@ struct BlankTable
 
     /// Last blank on lines first..last, 0 when they have none.
     int LastOnLines(int first, int last) const;
+};
+
+/// The half-width cells that a blank covers with its brackets: from start up to, not including, end; 0 is the first.
+struct CellRange
+{
+    int start;
+    int end;
 };
 
 /// The horizontal edges of a blank's box, pixels.
@@ -44,7 +49,7 @@ class DisplayText
     DisplayText() = default;
 
     /// @param lines  accepted by ReadTextFile
-    explicit DisplayText(const StudyLines &lines);
+    explicit DisplayText(StudyLines lines);
 
     int LineCount() const
     {
@@ -69,8 +74,11 @@ class DisplayText
     /// The text between the brackets of a blank, 1..Blanks().Count().
     QStringView Answer(int blank) const;
 
+    /// Where a blank stands in its line.
+    CellRange Cells(int blank) const;
+
   private:
-    void AddBlanksOfLine(QStringView line, int lineNumber);
+    void AddBlanksOfLine(int line);
 
     StudyLines m_lines;
     BlankTable m_blanks;
@@ -79,5 +87,8 @@ class DisplayText
 /// Half-width cells that a character takes: 2 when it has two bytes in code page 932, else 1.
 int CellsOf(QChar character);
 
+/// Half-width cells of the characters of a text.
+int CellsOf(QStringView text);
+
 /// Edges of a blank's box. @param cellWidthPx  width of a half-width cell; @param textLeftPx  left edge of column 1
-BoxEdges GetBqInfoFromLine(const BlankTable &blanks, int blank, int cellWidthPx, int textLeftPx);
+BoxEdges GetBqInfoFromLine(const DisplayText &text, int blank, int cellWidthPx, int textLeftPx);

@@ -9,6 +9,9 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
+// Where reading a file has something to note. The last two are the half-width corner brackets in code page 932.
+constexpr QByteArrayView LineEndsAndMarks("\r\n[]\xA2\xA3");
+
 bool ReadAndCheck(const QString &path, int maxLineBytes, StudyLines *lines, QString *message, int *errorLine)
 {
     *errorLine = 1;
@@ -18,11 +21,13 @@ bool ReadAndCheck(const QString &path, int maxLineBytes, StudyLines *lines, QStr
         *message = UnreadableFileMessage(GetFileTitle(path), reason);
         return false;
     }
+    if (bytes.size() > StudyLines::MaxCharacters / 2) {
+        *message = UnreadableFileMessage(GetFileTitle(path), u"ファイルが大きすぎます。"_s);
+        return false;
+    }
     if (!CheckTextEncoding(path, bytes, message))
         return false;
-    StudyLines rawLines;
-    ReadAllLines(bytes, &rawLines);
-    ExpandTabs(rawLines, lines);
+    ReadAllLines(ExpandTabs(bytes), lines);
     return CheckLineBytes(*lines, maxLineBytes, message, errorLine) && CheckBracketCount(*lines, message, errorLine) &&
            CheckBracketOrder(*lines, message, errorLine);
 }
@@ -52,40 +57,35 @@ bool CheckTextEncoding(const QString &path, const QByteArray &bytes, QString *me
 
 QString FileCharCodeName(const QByteArray &bytes)
 {
-    // The detection takes a character that ends with the last byte for a broken one, and a file may well end so.
-    QByteArray withSpareByte = bytes;
-    withSpareByte += '\0';
-    return GetCharCodeName(withSpareByte);
+    // The detection takes a character that ends with the last byte for a broken one, and a file may well end so. Every
+    // byte array keeps a zero byte behind its end.
+    return GetCharCodeName(QByteArrayView(bytes.constData(), bytes.size() + 1));
 }
 
 void ReadAllLines(const QByteArray &bytes, StudyLines *lines)
 {
-    const QString text = FromCodePage932(bytes);
-    lines->Clear();
-    lines->Reserve(text.size());
-    qsizetype start = 0;
-    for (qsizetype i = 0; i < text.size(); ++i) {
-        if (text[i] != u'\r' && text[i] != u'\n')
+    StudyLinesWriter writer(bytes.size());
+    CodePage932Decoder decoder(bytes, LineEndsAndMarks);
+    qsizetype lineStart = 0;
+    char16_t stop;
+    while (decoder.DecodeUntilStop(&writer.next, &stop)) {
+        if (stop != u'\r' && stop != u'\n') {
+            writer.AddMark(stop);
             continue;
-        lines->Append(QStringView(text).sliced(start, i - start));
-        if (text[i] == u'\r' && i + 1 < text.size() && text[i + 1] == u'\n')
-            ++i;
-        start = i + 1;
+        }
+        writer.EndLine(decoder.Position() - 1 - lineStart);
+        if (stop == u'\r')
+            decoder.Skip('\n');
+        lineStart = decoder.Position();
     }
-    if (start < text.size())
-        lines->Append(QStringView(text).sliced(start));
+    if (lineStart < bytes.size())
+        writer.EndLine(bytes.size() - lineStart);
+    *lines = writer.Finish();
 }
 
-void ExpandTabs(const StudyLines &source, StudyLines *target)
+QByteArray ExpandTabs(const QByteArray &bytes)
 {
-    target->Clear();
-    for (int line = 1; line <= source.Count(); ++line) {
-        const QStringView text = source.at1(line);
-        if (text.contains(u'\t'))
-            target->Append(text.toString().replace(u'\t', u"  "_s));
-        else
-            target->Append(text);
-    }
+    return bytes.contains('\t') ? QByteArray(bytes).replace('\t', "  ") : bytes;
 }
 
 QString GetFileTitle(const QString &path)

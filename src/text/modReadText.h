@@ -19,13 +19,15 @@ bool ReadTextFile(const QString &path, int maxLineBytes, StudyLines *lines, QStr
 bool CheckTextEncoding(const QString &path, const QByteArray &bytes, QString *message);
 
 /// The name of the character code of a whole file.
+/// @param bytes  own their data, as QByteArray::fromRawData does not
 QString FileCharCodeName(const QByteArray &bytes);
 
-/// Takes bytes of code page 932 apart into lines. CR LF, LF and CR each end a line; nothing is made up behind the last.
+/// Takes bytes of code page 932, at most StudyLines::MaxCharacters, apart into lines. CR LF, LF and CR each end a line;
+/// nothing is made up behind the last.
 void ReadAllLines(const QByteArray &bytes, StudyLines *lines);
 
-/// Copies lines with every tab replaced by two spaces.
-void ExpandTabs(const StudyLines &source, StudyLines *target);
+/// Bytes of code page 932 with every tab replaced by two spaces. A tab is never the second byte of a character.
+QByteArray ExpandTabs(const QByteArray &bytes);
 
 /// A file's name without its folder and without all that follows its first ".". Both "\" and "/" separate; the path's
 /// last character is no separator. A path without a separator gives an empty text.

@@ -350,7 +350,8 @@ bool frmText::LoadFile(const QString &path, bool keepsAnswers, QString *message,
     if (!ReadTextFile(path, MaxLineBytes, &lines, message, errorLine))
         return false;
     m_isTextLoaded = true;
-    m_text = DisplayText(lines);
+    const QString warning = BadPictureNamesMessage(BadPictureNames(lines));
+    m_text = DisplayText(std::move(lines));
     if (keepsAnswers)
         m_round.Reload(m_text.Blanks().Count());
     else
@@ -361,7 +362,6 @@ bool frmText::LoadFile(const QString &path, bool keepsAnswers, QString *message,
     for (QWidget *const control : {static_cast<QWidget *>(cmdIni), static_cast<QWidget *>(cmdEdit),
                                    static_cast<QWidget *>(cmdReRead), static_cast<QWidget *>(chkSpeak)})
         control->setEnabled(true);
-    const QString warning = BadPictureNamesMessage(BadPictureNames(lines));
     if (!warning.isEmpty())
         m_desktop.ShowMessage(warning);
     return true;

@@ -58,7 +58,7 @@ int HitTest(const DisplayText &text, int xPx, int yPx, int topLine, const PageLa
         return 0;
     const int last = text.Blanks().LastOnLines(line, line);
     for (int blank = text.Blanks().FirstOnLines(line, line); blank > 0 && blank <= last; ++blank) {
-        const BoxEdges box = GetBqInfoFromLine(text.Blanks(), blank, layout.cellWidthPx, layout.TextLeftPx());
+        const BoxEdges box = GetBqInfoFromLine(text, blank, layout.cellWidthPx, layout.TextLeftPx());
         if (box.leftPx < xPx && xPx < box.rightPx)
             return blank;
     }

@@ -93,11 +93,10 @@ class PicText::Painter
         const BlankTable &blanks = m_text.Blanks();
         const int last = blanks.LastOnLines(mark.line, mark.line);
         for (int blank = blanks.FirstOnLines(mark.line, mark.line); blank > 0 && blank <= last; ++blank) {
-            const int start = blanks.startCell[size_t(blank) - 1];
-            const int end = blanks.endCell[size_t(blank) - 1];
-            if (!m_round.bolOpen(blank) && start < endCell && firstCell < end) {
-                firstCell = qMin(firstCell, start);
-                endCell = qMax(endCell, end);
+            const CellRange cells = m_text.Cells(blank);
+            if (!m_round.bolOpen(blank) && cells.start < endCell && firstCell < cells.end) {
+                firstCell = qMin(firstCell, cells.start);
+                endCell = qMax(endCell, cells.end);
             }
         }
         m_painter.fillRect(
@@ -108,15 +107,12 @@ class PicText::Painter
 
     static int CellsBefore(QStringView line, qsizetype index)
     {
-        int cells = 0;
-        for (const QChar character : line.first(qMin(index, line.size())))
-            cells += CellsOf(character);
-        return cells;
+        return CellsOf(line.first(qMin(index, line.size())));
     }
 
     void DrawBox(int blank, int row)
     {
-        const BoxEdges box = GetBqInfoFromLine(m_text.Blanks(), blank, m_layout.cellWidthPx, m_layout.TextLeftPx());
+        const BoxEdges box = GetBqInfoFromLine(m_text, blank, m_layout.cellWidthPx, m_layout.TextLeftPx());
         const bool isShown = m_round.bolOpen(blank);
         const int penWidth = qMax(1, Device(1));
         const QRect outline = Device(
@@ -127,7 +123,7 @@ class PicText::Painter
         const double half = penWidth / 2.0;
         m_painter.drawRect(QRectF(outline).adjusted(half, half, -half, -half));
         if (isShown)
-            DrawCells(m_text.Answer(blank), m_text.Blanks().startCell[size_t(blank) - 1] + 1, row);
+            DrawCells(m_text.Answer(blank), m_text.Cells(blank).start + 1, row);
     }
 
     /// Draws a text from a cell of its row on, 0 the first, each character on its own cell.
@@ -242,9 +238,8 @@ void PicText::SetMark(const Place &place)
 
 void PicText::DrawBlank(int blank)
 {
-    const BlankTable &blanks = m_text->Blanks();
-    const BoxEdges box = GetBqInfoFromLine(blanks, blank, m_layout.cellWidthPx, m_layout.TextLeftPx());
-    const int row = blanks.line[size_t(blank) - 1] - m_topLine + 1;
+    const BoxEdges box = GetBqInfoFromLine(*m_text, blank, m_layout.cellWidthPx, m_layout.TextLeftPx());
+    const int row = m_text->Blanks().line[size_t(blank) - 1] - m_topLine + 1;
     const QRect area(box.leftPx, m_layout.RowTopPx(row), box.rightPx - box.leftPx, m_layout.linePitchPx);
     update(area.adjusted(-1, -1, 1, 1)); // at 125 % an edge may lie on a pixel that is only partly within the area
 }

@@ -1,4 +1,5 @@
 #include "search/frmSearch.h"
+#include "support/StudyText.h"
 #include "support/TestFiles.h"
 #include "text/modInflection.h"
 
@@ -56,22 +57,13 @@ namespace {
 class SearchTest : public testing::Test
 {
   protected:
-    SearchTest()
-    {
-        StudyLines lines;
-        lines.Append(u"The [cities] stopped; a city. Stop!");
-        lines.Append(u"水素と酸素 [水]");
-        lines.Append(u"stop水");
-        text = DisplayText(lines);
-    }
-
     QString WriteList(const QByteArray &bytes)
     {
         return folder.Write(u"KeywordList.txt"_s, bytes);
     }
 
     TestFolder folder;
-    DisplayText text;
+    DisplayText text{LinesOf({u"The [cities] stopped; a city. Stop!"_s, u"水素と酸素 [水]"_s, u"stop水"_s})};
 };
 
 } // namespace

@@ -1,22 +1,14 @@
+#include "support/StudyText.h"
 #include "support/TestFiles.h"
 #include "text/modCheckText.h"
 #include "text/modDisplayText.h"
 #include "text/modPictureName.h"
-#include "text/modReadText.h"
 
 #include <gtest/gtest.h>
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
-
-StudyLines Lines(const QStringList &texts)
-{
-    StudyLines lines;
-    for (const QString &text : texts)
-        lines.Append(text);
-    return lines;
-}
 
 QStringList Texts(const StudyLines &lines)
 {
@@ -67,7 +59,7 @@ TEST(CheckLineBytes, AllowsOneHundredBytes)
     for (const auto &row : rows) {
         QString message;
         int errorLine = 0;
-        const bool isAccepted = CheckLineBytes(Lines({u"ok"_s, row.line}), MaxLineBytes, &message, &errorLine);
+        const bool isAccepted = CheckLineBytes(LinesOf({u"ok"_s, row.line}), MaxLineBytes, &message, &errorLine);
         EXPECT_EQ(isAccepted, row.byteCount == 0) << row.name;
         EXPECT_EQ(message, isAccepted ? QString() : LineTooLongMessage(100, 2, row.byteCount, row.line)) << row.name;
         EXPECT_EQ(errorLine, isAccepted ? 0 : 2) << row.name;
@@ -99,7 +91,7 @@ TEST(CheckBrackets, MustPairUpAndTakeTurns)
     for (const auto &row : rows) {
         QString message;
         int errorLine = 0;
-        const StudyLines lines = Lines({u"[ok]"_s, row.line, u"[also wrong"_s});
+        const StudyLines lines = LinesOf({u"[ok]"_s, row.line, u"[also wrong"_s});
         if (row.fault == Order) {
             EXPECT_FALSE(IsBracketOrderValid(row.line));
             EXPECT_FALSE(CheckBracketOrder(lines, &message, &errorLine));
@@ -139,7 +131,7 @@ TEST(ReadTextFile, RefusesAsOneEvent)
     const TestFolder folder;
     for (const auto &row : rows) {
         const QString path = folder.Write(u"week1.rev2.txt"_s, row.bytes);
-        StudyLines lines = Lines({u"old"_s});
+        StudyLines lines = LinesOf({u"old"_s});
         QString message = u"old"_s;
         int errorLine = 99;
         EXPECT_FALSE(ReadTextFile(path, MaxLineBytes, &lines, &message, &errorLine)) << row.name;
@@ -175,12 +167,10 @@ TEST(ReadTextFile, AcceptsAndExpandsTabs)
     };
     const TestFolder folder;
     for (const auto &row : rows) {
-        StudyLines raw;
         StudyLines lines;
         QString message;
         EXPECT_TRUE(CheckTextEncoding(u"/x/a.txt"_s, row.bytes, &message)) << row.name;
-        ReadAllLines(row.bytes, &raw);
-        ExpandTabs(raw, &lines);
+        ReadAllLines(ExpandTabs(row.bytes), &lines);
         EXPECT_EQ(Texts(lines), row.lines) << row.name;
     }
     StudyLines lines;
@@ -210,7 +200,7 @@ TEST(GetFileTitle, StandsBetweenTheFolderAndTheFirstDot)
 
 TEST(DisplayText, KeepsColumnsAndNumbersTheBlanksInFileOrder)
 {
-    const DisplayText text(Lines({u"水は[H2O]で[塩]だ"_s, u"なし"_s, u"[][ｱ漢]"_s}));
+    const DisplayText text(LinesOf({u"水は[H2O]で[塩]だ"_s, u"なし"_s, u"[][ｱ漢]"_s}));
     const BlankTable &blanks = text.Blanks();
     EXPECT_EQ(text.Line(1), u"水は H2O で 塩 だ"_s);
     EXPECT_EQ(blanks.line, (std::vector<int>{1, 1, 3, 3}));
@@ -220,10 +210,10 @@ TEST(DisplayText, KeepsColumnsAndNumbersTheBlanksInFileOrder)
     EXPECT_EQ(text.Answer(3), QString());
     EXPECT_EQ(text.Answer(4), u"ｱ漢"_s);
 
-    const BoxEdges salt = GetBqInfoFromLine(blanks, 2, 7, 40);
+    const BoxEdges salt = GetBqInfoFromLine(text, 2, 7, 40);
     EXPECT_EQ(salt.leftPx, 40 + 11 * 7) << "two full-width, five half-width, one full-width character before it";
     EXPECT_EQ(salt.rightPx, 40 + 15 * 7);
-    const BoxEdges empty = GetBqInfoFromLine(blanks, 3, 7, 40);
+    const BoxEdges empty = GetBqInfoFromLine(text, 3, 7, 40);
     EXPECT_EQ(empty.rightPx - empty.leftPx, 14) << "an empty blank spans its two brackets";
 
     EXPECT_EQ(text.MaskedLine(1), u"水は     で 　 だ"_s);
@@ -253,7 +243,7 @@ TEST(PictureName, IsCheckedByLineAndByName)
         EXPECT_FALSE(IsPictureNameValid(QString(u"a"_s + forbidden)));
     EXPECT_TRUE(IsPictureNameValid(u"図1-2（水）"));
 
-    const StudyLines text = Lines({u"｢ cell ｣ ｢a.png｣"_s, u"｢..｣ ｢a.png｣"_s, u"｢x/y"_s});
+    const StudyLines text = LinesOf({u"｢ cell ｣ ｢a.png｣"_s, u"｢..｣ ｢a.png｣"_s, u"｢x/y"_s});
     EXPECT_EQ(PictureNames(text.at1(1)), QStringList({u"cell"_s, u"a.png"_s}));
     EXPECT_EQ(BadPictureNamesMessage(BadPictureNames(text)),
               u"異常な画像ファイル名=[a.png]があります。\r\n異常な画像ファイル名=[..]があります。"_s);

@@ -1,3 +1,4 @@
+#include "support/StudyText.h"
 #include "support/TestFiles.h"
 #include "view/modStudyClock.h"
 #include "view/modStudyRound.h"
@@ -11,10 +12,7 @@ namespace {
 
 DisplayText Text(const QStringList &texts)
 {
-    StudyLines lines;
-    for (const QString &text : texts)
-        lines.Append(text);
-    return DisplayText(lines);
+    return DisplayText(LinesOf(texts));
 }
 
 StudyRound Round(int blanks, int shown)

@@ -1,0 +1,17 @@
+// Study texts for tests, read as a file of the same lines is.
+#pragma once
+
+#include "platform/modCodePage.h"
+#include "text/modReadText.h"
+
+#include <QStringList>
+
+inline StudyLines LinesOf(const QStringList &texts)
+{
+    StudyLines lines;
+    QByteArray bytes;
+    for (const QString &text : texts)
+        bytes += ToCodePage932(text) + "\r\n";
+    ReadAllLines(bytes, &lines);
+    return lines;
+}
