@@ -1,5 +1,6 @@
 #include "settings/modCharCode.h"
 
+#include <algorithm>
 #include <array>
 #include <optional>
 
@@ -18,6 +19,21 @@ bool IsBase64(quint8 byte)
     return Between(byte, 'A', 'Z') || Between(byte, 'a', 'z') || Between(byte, '0', '9') || byte == '+' || byte == '/';
 }
 
+/// Where a stretch of 7-bit bytes without two given ones ends. A block without a stop is passed over as a whole, in
+/// single bits and without a branch: of that a compiler makes a few instructions for sixteen bytes at a time.
+const quint8 *EndOfPlain(const quint8 *at, const quint8 *end, quint8 firstStop, quint8 secondStop)
+{
+    constexpr qsizetype blockSize = 64;
+    for (; end - at >= blockSize; at += blockSize) {
+        quint8 stops = 0;
+        for (qsizetype i = 0; i < blockSize; ++i)
+            stops |= quint8(at[i] & 0x80) | quint8(at[i] == firstStop) | quint8(at[i] == secondStop);
+        if (stops != 0)
+            break;
+    }
+    return std::find_if(at, end, [=](quint8 byte) { return byte >= 128 || byte == firstStop || byte == secondStop; });
+}
+
 /// One run over the bytes. Every bound on a position is strictly below the last index, never equal to it: that is
 /// meant, see DetectCharCode.
 class Scan
@@ -27,7 +43,7 @@ class Scan
 
     CharCode Run()
     {
-        for (qsizetype i = 0; i <= m_last; ++i) {
+        for (qsizetype i = SkipPlain(0); i <= m_last; i = SkipPlain(i + 1)) {
             if (const std::optional<CharCode> found = StepSevenBit(i))
                 return *found;
             StepUtf8(i);
@@ -43,6 +59,24 @@ class Scan
     quint8 At(qsizetype i) const
     {
         return quint8(m_bytes[i]);
+    }
+
+    /// Leaves out bytes that decide nothing and move every position that still moves on by one: 7-bit ones without ESC
+    /// and, while UTF-7 is possible, "+". @return the next index to look at
+    qsizetype SkipPlain(qsizetype i)
+    {
+        qsizetype *const positions[] = {&m_posUtf8, &m_posSjis, &m_posEuc, &m_posUtf7};
+        const auto isInStep = [i](const qsizetype *position) { return *position == i || *position == RuledOut; };
+        if (!std::all_of(std::begin(positions), std::end(positions), isInStep))
+            return i;
+        const quint8 none = 128; // a stop anyway
+        const auto *const begin = reinterpret_cast<const quint8 *>(m_bytes.data());
+        const quint8 *const end = EndOfPlain(begin + qMin(i, m_bytes.size()), begin + m_bytes.size(),
+                                             m_sevenBit ? Escape : none, m_posUtf7 == i ? quint8('+') : none);
+        for (qsizetype *const position : positions)
+            if (*position == i)
+                *position = end - begin;
+        return end - begin;
     }
 
     bool TrailAt(qsizetype i, quint8 first, quint8 last) const
@@ -66,6 +100,7 @@ class Scan
             return std::nullopt;
         if (At(i) >= 128) {
             m_sevenBit = false;
+            m_posUtf7 = RuledOut;
             return std::nullopt;
         }
         if (IsJisEscape(i))
