@@ -11,6 +11,8 @@
 #include <QFileInfo>
 #include <QFontDatabase>
 #include <QIcon>
+#include <QPixmap>
+#include <QTimer>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -32,7 +34,8 @@ int main(int argc, char *argv[])
 {
     QApplication application(argc, argv);
     application.setFont(UserInterfaceFont());
-    application.setWindowIcon(QIcon(u":/kotoban.png"_s));
+    // Once the first window is there, and with its format named, or the toolkit would load all formats it knows.
+    QTimer::singleShot(0, &application, [] { QApplication::setWindowIcon(QPixmap(u":/kotoban.png"_s, "PNG")); });
 
     const QString folder = QDir::toNativeSeparators(QCoreApplication::applicationDirPath());
     const QString baseName = QFileInfo(QCoreApplication::applicationFilePath()).completeBaseName();

@@ -19,6 +19,13 @@ constexpr int KeptBackups = 20;
 
 const QString DatabaseName = u"kotoban.splite3"_s;
 
+/// All files of a folder. Patterns would be matched by regular expressions, whose library nothing else at the start
+/// needs.
+QStringList FileNames(const QString &folder)
+{
+    return QDir(folder).entryList(QDir::Files | QDir::Hidden, QDir::NoSort);
+}
+
 bool StartRunLog(const RunLog &log, Desktop &desktop)
 {
     QString error;
@@ -132,7 +139,12 @@ bool BackupDatabase(const QString &databaseFolder, const QString &databaseName, 
 
 void KillOldFiles(const QString &folder, const QString &prefix, const QString &extension, int keepCount)
 {
-    QStringList names = QDir(folder).entryList({prefix + u"*."_s + extension}, QDir::Files | QDir::Hidden);
+    const QString ending = u'.' + extension;
+    QStringList names;
+    for (const QString &name : FileNames(folder))
+        if (name.startsWith(prefix, Qt::CaseInsensitive) &&
+            name.mid(prefix.size()).endsWith(ending, Qt::CaseInsensitive))
+            names += name;
     std::sort(names.begin(), names.end(), std::greater<>());
     for (qsizetype i = keepCount; i < names.size(); ++i)
         QFile::remove(JoinPath(folder, names[i]));
@@ -140,5 +152,6 @@ void KillOldFiles(const QString &folder, const QString &prefix, const QString &e
 
 bool ExistsFileOfDay(const QString &folder, const QString &dayMark)
 {
-    return !QDir(folder).entryList({u'*' + dayMark + u'*'}, QDir::Files | QDir::Hidden).isEmpty();
+    const QStringList names = FileNames(folder);
+    return std::any_of(names.begin(), names.end(), [&](const QString &name) { return name.contains(dayMark); });
 }

@@ -37,31 +37,31 @@ struct Tables
         const SystemCodePage932 system;
         for (int byte = 0; byte <= 0xFF; ++byte)
             if (!IsLead(quint8(byte)) && !IsUnassignedSingle(quint8(byte)))
-                AddCode(system, QByteArray(1, char(byte)));
+                AddCode(system, quint16(byte));
         for (int lead = 0x81; lead <= 0xFC; ++lead)
             for (int trail = FirstTrail; trail <= LastTrail; ++trail)
                 if (IsLead(quint8(lead)) && IsTrail(quint8(trail)))
-                    AddCode(system, QByteArray(1, char(lead)) + char(trail));
+                    AddCode(system, quint16(lead << 8 | trail));
     }
 
     // Some characters have several codes. Which of them it prefers is for the system to say.
-    void AddCode(const SystemCodePage932 &system, const QByteArray &bytes)
+    void AddCode(const SystemCodePage932 &system, quint16 code)
     {
-        const char16_t character = system.Decode(bytes);
+        const char bytes[] = {char(code >> 8), char(code & 0xFF)};
+        const char16_t character = system.Decode(code > 0xFF ? QByteArrayView(bytes, 2) : QByteArrayView(bytes + 1, 1));
         if (character == 0)
             return;
-        toUnicode[Code(bytes)] = character;
-        const bool isFirst = fromUnicode[character] == 0;
-        const QByteArray preferred = isFirst ? bytes : system.Encode(character);
-        fromUnicode[character] = Code(preferred.isEmpty() ? bytes : preferred);
+        toUnicode[code] = character;
+        quint16 &known = fromUnicode[character];
+        known = known == 0 ? code : PreferredCode(system, character, code);
     }
 
-    static quint16 Code(const QByteArray &bytes)
+    static quint16 PreferredCode(const SystemCodePage932 &system, char16_t character, quint16 otherwise)
     {
         quint16 code = 0;
-        for (const char byte : bytes)
+        for (const char byte : system.Encode(character))
             code = quint16(code << 8 | quint8(byte));
-        return code;
+        return code != 0 ? code : otherwise;
     }
 };
 
@@ -73,60 +73,42 @@ const Tables &CodePage()
 
 } // namespace
 
-CodePage932Decoder::CodePage932Decoder(QByteArrayView bytes, QByteArrayView stops)
-    : m_begin(reinterpret_cast<const quint8 *>(bytes.data())), m_in(m_begin), m_end(m_begin + bytes.size())
-{
-    for (size_t byte = 0; byte < m_isPlain.size(); ++byte) {
-        m_isStop[byte] = stops.contains(char(byte));
-        m_isPlain[byte] = byte < 0x80 && !m_isStop[byte];
-    }
-}
-
-bool CodePage932Decoder::DecodeUntilStop(char16_t **out, char16_t *stop)
+DecodedUpTo DecodeAboveAscii(const char *at, const char *end, char16_t *out)
 {
     const Tables &tables = CodePage();
-    const quint8 *in = m_in;
-    const quint8 *const end = m_end;
-    char16_t *put = *out;
-    bool isAtStop = false;
-    while (in < end) {
+    const auto *in = reinterpret_cast<const quint8 *>(at);
+    const auto *const stop = reinterpret_cast<const quint8 *>(end);
+    while (in < stop && *in >= 0x80) {
         const quint8 byte = *in++;
-        if (m_isPlain[byte]) {
-            *put++ = byte;
-            continue;
-        }
         // A second byte that does not fit makes no pair: the table has nothing for it.
-        const char16_t pair = in < end ? tables.toUnicode[size_t(byte << 8 | *in)] : u'\0';
+        const char16_t pair = in < stop ? tables.toUnicode[size_t(byte << 8 | *in)] : u'\0';
         if (pair != 0) {
-            *put++ = pair;
+            *out++ = pair;
             ++in;
             continue;
         }
-        if (m_isStop[byte]) {
-            *stop = tables.toUnicode[byte];
-            isAtStop = true;
-            break;
-        }
         const char16_t single = tables.toUnicode[byte];
-        *put++ = single ? single : Undecodable;
-        if (IsLead(byte) && in < end && IsTrail(*in)) {
-            *put++ = Undecodable;
+        *out++ = single ? single : Undecodable;
+        if (IsLead(byte) && in < stop && IsTrail(*in)) {
+            *out++ = Undecodable;
             ++in;
         }
     }
-    m_in = in;
-    *out = put;
-    return isAtStop;
+    return {reinterpret_cast<const char *>(in), out};
 }
 
 QString FromCodePage932(QByteArrayView bytes)
 {
     QString text(bytes.size(), Qt::Uninitialized);
     auto *const begin = reinterpret_cast<char16_t *>(text.data());
-    char16_t *end = begin;
-    char16_t stop;
-    CodePage932Decoder(bytes, {}).DecodeUntilStop(&end, &stop);
-    text.truncate(end - begin);
+    DecodedUpTo at{bytes.begin(), begin};
+    while (at.in < bytes.end()) {
+        if (quint8(*at.in) < 0x80)
+            *at.out++ = char16_t(*at.in++);
+        else
+            at = DecodeAboveAscii(at.in, bytes.end(), at.out);
+    }
+    text.truncate(at.out - begin);
     return text;
 }
 

@@ -20,11 +20,10 @@ bool CheckBracketOrder(const StudyLines &lines, QString *message, int *errorLine
 /// How often a character occurs in a text.
 qsizetype CountString(QStringView text, QChar character);
 
-/// Whether a line, or what MarksOf gives of it, has as many "[" as "]".
+/// Whether a line has as many "[" as "]".
 bool IsBracketCountEqual(QStringView line);
 
-/// Whether the brackets of a line, or of what MarksOf gives of it, with as many "[" as "]" take turns, without nesting
-/// and without a stray "]".
+/// Whether the brackets of a line with as many "[" as "]" take turns, without nesting and without a stray "]".
 bool IsBracketOrderValid(QStringView line);
 
 /// The messages of the three checks, whole.
