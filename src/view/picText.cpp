@@ -30,49 +30,117 @@ constexpr int RowGapPx = 2;     // between the boxes of two rows
 
 } // namespace
 
+/// The page's font in pixels of the device.
+class PicText::DeviceFont
+{
+  public:
+    /// @param font  of the page, in its own pixels; @param scale  pixels of the device in one of them
+    DeviceFont(const QFont &font, double scale) : m_font(font), m_scale(scale)
+    {
+        m_font.setPixelSize(int(std::lround(font.pixelSize() * scale)));
+        m_glyphs = QRawFont::fromFont(m_font, QFontDatabase::Japanese);
+        const QFontMetricsF metrics(m_font);
+        m_ascent = metrics.ascent();
+        m_height = metrics.height();
+    }
+
+    double Scale() const
+    {
+        return m_scale;
+    }
+
+    const QFont &Font() const
+    {
+        return m_font;
+    }
+
+    const QRawFont &Glyphs() const
+    {
+        return m_glyphs;
+    }
+
+    /// The glyphs narrowed to a share of their width, in percent. The font of the last share is kept: a painter that
+    /// is scaled instead would draw each glyph anew.
+    const QRawFont &NarrowGlyphs(int percent)
+    {
+        if (percent != m_narrowPercent) {
+            QFont font = m_font;
+            font.setStretch(percent);
+            m_narrowGlyphs = QRawFont::fromFont(font, QFontDatabase::Japanese);
+            m_narrowPercent = percent;
+        }
+        return m_narrowGlyphs;
+    }
+
+    /// From the top of a row to its baseline, when the letters stand in the middle of the given height.
+    double BaselineIn(int height) const
+    {
+        return std::floor(m_ascent + (height - m_height) / 2);
+    }
+
+  private:
+    QFont m_font;
+    double m_scale;
+    QRawFont m_glyphs;
+    QRawFont m_narrowGlyphs;
+    int m_narrowPercent = 0;
+    double m_ascent;
+    double m_height;
+};
+
 /// Paints in pixels of the device, so that boxes and letters are sharp at every scaling of the screen.
 class PicText::Painter
 {
   public:
-    /// Clears the given part of the text area; nothing outside it will be painted.
-    Painter(PicText *area, const QRect &part)
+    explicit Painter(PicText *area)
         : m_area(*area), m_text(*area->m_text), m_round(*area->m_round), m_layout(area->m_layout),
-          m_scale(area->devicePixelRatioF()), m_painter(area)
+          m_font(area->FontAt(area->devicePixelRatioF())), m_scale(m_font.Scale()), m_painter(area)
     {
         m_painter.scale(1 / m_scale, 1 / m_scale);
+        m_painter.setFont(m_font.Font());
+        // Letters stand in the middle between the upper and the lower edge of a box.
+        m_baseline = m_font.BaselineIn(Device(m_layout.linePitchPx - RowGapPx));
+    }
+
+    /// Paints a part of the text area from the background up, and nothing outside it.
+    void Paint(const QRect &part)
+    {
         // Whole pixels of the device, or at 125 % a line of half-covered ones would be cleared and not painted again.
         const QRect devicePart =
             QRectF(QPointF(part.topLeft()) * m_scale, QSizeF(part.size()) * m_scale).toAlignedRect();
         m_painter.setClipRect(devicePart);
         m_painter.fillRect(devicePart, Background);
-        QFont font = area->m_font;
-        font.setPixelSize(int(std::lround(font.pixelSize() * m_scale)));
-        m_painter.setFont(font);
-        m_rawFont = QRawFont::fromFont(font, QFontDatabase::Japanese);
-        const QFontMetricsF metrics(font);
-        // Letters stand in the middle between the upper and the lower edge of a box.
-        m_ascent = std::floor(metrics.ascent() + (Device(m_layout.linePitchPx - RowGapPx) - metrics.height()) / 2);
+        // A row that is cut off below still shows its upper part.
+        const int rowsBelow = m_text.LineCount() - m_area.m_topLine + 1;
+        const int firstRow = qMax(0, m_layout.RowOffsetAt(part.top())) + 1;
+        const int lastRow = qMin(rowsBelow, m_layout.RowOffsetAt(part.bottom()) + 1);
+        for (int row = firstRow; row <= lastRow; ++row) {
+            if (part.right() >= m_layout.TextLeftPx())
+                DrawText(row);
+            if (m_layout.hasLineNumbers && part.left() < m_layout.NumberStripPx())
+                DrawNumber(row);
+        }
+        if (m_layout.hasLineNumbers)
+            m_painter.fillRect(Device(QRect(m_layout.NumberStripPx(), 0, 1, m_layout.heightPx)), StripEdge);
     }
 
-    void DrawRow(int row)
+  private:
+    int LineIn(int row) const
     {
-        const int line = m_area.m_topLine + row - 1;
+        return m_area.m_topLine + row - 1;
+    }
+
+    void DrawText(int row)
+    {
+        const int line = LineIn(row);
         if (line == m_area.m_mark.line)
             DrawMark(row);
         DrawCells(m_text.MaskedLine(line), 0, row);
         const int last = m_text.Blanks().LastOnLines(line, line);
         for (int blank = m_text.Blanks().FirstOnLines(line, line); blank > 0 && blank <= last; ++blank)
             DrawBox(blank, row);
-        if (m_layout.hasLineNumbers)
-            DrawNumber(line, row);
     }
 
-    void DrawStripEdge()
-    {
-        m_painter.fillRect(Device(QRect(m_layout.NumberStripPx(), 0, 1, m_layout.heightPx)), StripEdge);
-    }
-
-  private:
     int Device(int px) const
     {
         return int(std::lround(px * m_scale));
@@ -129,8 +197,8 @@ class PicText::Painter
     /// Draws a text from a cell of its row on, 0 the first, each character on its own cell.
     void DrawCells(QStringView text, int cell, int row)
     {
-        const double baseline = Device(m_layout.RowTopPx(row)) + m_ascent;
-        const QList<quint32> glyphs = m_rawFont.glyphIndexesForString(text.toString());
+        const double baseline = Device(m_layout.RowTopPx(row)) + m_baseline;
+        const QList<quint32> glyphs = m_font.Glyphs().glyphIndexesForString(text.toString());
         const bool isPlain = glyphs.size() == text.size();
         QList<quint32> drawn;
         QList<QPointF> positions;
@@ -149,11 +217,7 @@ class PicText::Painter
                 DrawForeign(character, at, Device(cells * m_layout.cellWidthPx));
             }
         }
-        QGlyphRun run;
-        run.setRawFont(m_rawFont);
-        run.setGlyphIndexes(drawn);
-        run.setPositions(positions);
-        m_painter.drawGlyphRun(QPointF(), run);
+        DrawGlyphs(m_font.Glyphs(), drawn, positions);
     }
 
     /// Draws a character that the page's font lacks with the font that the system finds for it, narrowed to its cells.
@@ -168,31 +232,43 @@ class PicText::Painter
         m_painter.restore();
     }
 
-    void DrawNumber(int line, int row)
+    void DrawNumber(int row)
     {
+        const int line = LineIn(row);
+        constexpr int widestFigures = 4; // the figures of longer numbers are narrowed
         const QRect strip = Device(QRect(0, m_layout.RowTopPx(row), m_layout.NumberStripPx() - m_layout.cellWidthPx / 2,
                                          m_layout.linePitchPx - RowGapPx));
         if (line == m_round.lngMarkLine)
             m_painter.fillRect(strip, MarkBackground);
         const QString number = QString::number(line);
-        const double advance = QFontMetricsF(m_painter.font()).horizontalAdvance(number);
-        const double narrowed = qMin(1.0, strip.width() / advance); // five figures and more still fit the strip
+        const bool isNarrow = number.size() > widestFigures;
+        const int percent = isNarrow ? 100 * widestFigures / int(number.size()) : 100;
+        const QRawFont &glyphs = isNarrow ? m_font.NarrowGlyphs(percent) : m_font.Glyphs();
+        const double figureWidth = Device(m_layout.cellWidthPx) * percent / 100.0;
+        QList<QPointF> positions;
+        for (qsizetype left = number.size(); left > 0; --left)
+            positions += QPointF(std::round(strip.right() + 1 - figureWidth * double(left)), strip.top() + m_baseline);
         m_painter.setPen(NumberColour);
-        m_painter.save();
-        m_painter.translate(strip.right() + 1 - advance * narrowed, strip.top() + m_ascent);
-        m_painter.scale(narrowed, 1);
-        m_painter.drawText(QPointF(), number);
-        m_painter.restore();
+        DrawGlyphs(glyphs, glyphs.glyphIndexesForString(number), positions);
+    }
+
+    void DrawGlyphs(const QRawFont &font, const QList<quint32> &glyphs, const QList<QPointF> &positions)
+    {
+        QGlyphRun run;
+        run.setRawFont(font);
+        run.setGlyphIndexes(glyphs);
+        run.setPositions(positions);
+        m_painter.drawGlyphRun(QPointF(), run);
     }
 
     const PicText &m_area;
     const DisplayText &m_text;
     const StudyRound &m_round;
     const PageLayout &m_layout;
+    DeviceFont &m_font;
     double m_scale;
     QPainter m_painter;
-    QRawFont m_rawFont;
-    double m_ascent; // from the top of a row to its baseline
+    double m_baseline; // from the top of a row
 };
 
 PicText::PicText(QWidget *parent) : QWidget(parent), m_font(PageFont())
@@ -201,6 +277,15 @@ PicText::PicText(QWidget *parent) : QWidget(parent), m_font(PageFont())
     setMouseTracking(true);
     setAttribute(Qt::WA_OpaquePaintEvent);
     setAttribute(Qt::WA_InputMethodEnabled, false); // an input method would keep Enter to itself
+}
+
+PicText::~PicText() = default;
+
+PicText::DeviceFont &PicText::FontAt(double scale)
+{
+    if (!m_deviceFont || m_deviceFont->Scale() != scale)
+        m_deviceFont = std::make_unique<DeviceFont>(m_font, scale);
+    return *m_deviceFont;
 }
 
 void PicText::SetStudy(const DisplayText *text, const StudyRound *round)
@@ -213,6 +298,7 @@ void PicText::SetStudy(const DisplayText *text, const StudyRound *round)
 void PicText::SetAppearance(float points, int lineSpacePx, bool hasLineNumbers)
 {
     m_font.setPixelSize(int(std::lround(double(points) * logicalDpiY() / 72)));
+    m_deviceFont.reset();
     const QFontMetricsF metrics(m_font);
     const double halfWidth = qMax(metrics.horizontalAdvance(u'あ') / 2, metrics.horizontalAdvance(u'W'));
     m_layout.cellWidthPx = qMax(1, int(std::ceil(halfWidth)));
@@ -308,17 +394,11 @@ void PicText::paintEvent(QPaintEvent *event)
         QPainter(this).fillRect(event->rect(), Background);
         return;
     }
-    // Neighbours share pixels with the part at its edges where the screen's scaling is no whole number.
-    const QRect part = event->rect().adjusted(-1, -1, 1, 1);
-    Painter painter(this, part);
-    // A row that is cut off below still shows its upper part.
-    const int rowsBelow = m_text->LineCount() - m_topLine + 1;
-    const int firstRow = qMax(0, m_layout.RowOffsetAt(part.top())) + 1;
-    const int lastRow = qMin(rowsBelow, m_layout.RowOffsetAt(part.bottom()) + 1);
-    for (int row = firstRow; row <= lastRow; ++row)
-        painter.DrawRow(row);
-    if (m_layout.hasLineNumbers)
-        painter.DrawStripEdge();
+    // Part by part: a blank at one end of a page and the numbers at the other are little to paint.
+    Painter painter(this);
+    for (const QRect &part : event->region())
+        // Neighbours share pixels with the part at its edges where the screen's scaling is no whole number.
+        painter.Paint(part.adjusted(-1, -1, 1, 1));
 }
 
 void PicText::UpdatePointer(const QPoint &at)

@@ -7,12 +7,15 @@
 
 #include <QWidget>
 
+#include <memory>
+
 class PicText : public QWidget
 {
     Q_OBJECT
 
   public:
     explicit PicText(QWidget *parent);
+    ~PicText() override;
 
     /// What to paint. Both must outlive this or the next call; nothing is painted before the first.
     void SetStudy(const DisplayText *text, const StudyRound *round);
@@ -57,14 +60,17 @@ class PicText : public QWidget
     void paintEvent(QPaintEvent *event) override;
 
   private:
+    class DeviceFont;
     class Painter;
 
+    DeviceFont &FontAt(double scale);
     void UpdatePointer(const QPoint &at);
 
     const DisplayText *m_text = nullptr;
     const StudyRound *m_round = nullptr;
     PageLayout m_layout;
     QFont m_font;
+    std::unique_ptr<DeviceFont> m_deviceFont; // made when it is first painted with
     int m_topLine = 1;
     Place m_mark;
     int m_wheelAngle = 0; // eighths of a degree that have not moved a line yet
