@@ -33,6 +33,19 @@ QByteArray RandomBytes(std::mt19937 &random, int longest)
     return bytes;
 }
 
+/// What the reader notices on its way is what a look at each line gives.
+void ExpectNoticedRightly(const StudyLines &lines)
+{
+    qsizetype longest = 0;
+    bool takeTurns = true;
+    for (int line = 1; line <= lines.Count(); ++line) {
+        longest = qMax(longest, GetByteLength(lines.at1(line)));
+        takeTurns = takeTurns && IsBracketCountEqual(lines.at1(line)) && IsBracketOrderValid(lines.at1(line));
+    }
+    EXPECT_EQ(lines.LongestLineBytes(), longest);
+    EXPECT_EQ(lines.BracketsTakeTurns(), takeTurns);
+}
+
 } // namespace
 
 TEST(Random, AFileIsRefusedOrMakesAConsistentTable)
@@ -46,6 +59,8 @@ TEST(Random, AFileIsRefusedOrMakesAConsistentTable)
         const QString text = FromCodePage932(bytes);
         EXPECT_EQ(GetByteLength(text), ToCodePage932(text).size());
         StudyLines lines;
+        ReadAllLines(bytes, &lines);
+        ExpectNoticedRightly(lines);
         QString message;
         int errorLine = 0;
         if (!ReadTextFile(folder.Write(u"a.txt"_s, bytes), MaxLineBytes, &lines, &message, &errorLine)) {

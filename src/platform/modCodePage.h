@@ -7,46 +7,22 @@
 #include <QString>
 #include <QStringView>
 
-#include <array>
-
 /// Bytes of code page 932 as text. Every byte that the code page cannot decode becomes one U+FFFD; both bytes of an
 /// unassigned pair count as such.
 QString FromCodePage932(QByteArrayView bytes);
 
-/// Decodes bytes piece by piece as FromCodePage932 does, for a reader that has an eye on some of the characters.
-class CodePage932Decoder
+/// Where a piece of decoding has come to.
+struct DecodedUpTo
 {
-  public:
-    /// @param stops  bytes at which the reader wants to be called: of a character of one byte, never the second of a
-    /// pair
-    CodePage932Decoder(QByteArrayView bytes, QByteArrayView stops);
-
-    /// Decodes up to the next stop, which is taken from the bytes but not put out.
-    /// @param out  has room for one character per byte; moved behind the last character written
-    /// @param stop  the character of the stop
-    /// @return false at the end of the bytes, where there is no stop
-    bool DecodeUntilStop(char16_t **out, char16_t *stop);
-
-    /// Bytes that were decoded or left out.
-    qsizetype Position() const
-    {
-        return m_in - m_begin;
-    }
-
-    /// Leaves out the next byte if it is the given one.
-    void Skip(quint8 byte)
-    {
-        if (m_in < m_end && *m_in == byte)
-            ++m_in;
-    }
-
-  private:
-    const quint8 *m_begin;
-    const quint8 *m_in;
-    const quint8 *m_end;
-    std::array<bool, 256> m_isPlain; // ASCII and no stop: put out as it stands
-    std::array<bool, 256> m_isStop;
+    const char *in; ///< the next byte
+    char16_t *out;  ///< where the next character goes
 };
+
+/// Decodes as above up to the end or the next byte that is a character of ASCII, which stands for itself: for a reader
+/// that has an eye on some of those.
+/// @param at  where to begin, at most end
+/// @param out  has room for one character per byte
+DecodedUpTo DecodeAboveAscii(const char *at, const char *end, char16_t *out);
 
 /// Text as bytes of code page 932. A character that the code page lacks becomes "?".
 QByteArray ToCodePage932(QStringView text);

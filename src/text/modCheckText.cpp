@@ -2,8 +2,6 @@
 
 #include "platform/modCodePage.h"
 
-#include <algorithm>
-
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
@@ -18,22 +16,24 @@ QString BracketMessage(const QString &fault, int line, QStringView text, const Q
 bool CheckLineBytes(const StudyLines &lines, int maxLineBytes, QString *message, int *errorLine)
 {
     if (lines.LongestLineBytes() <= maxLineBytes)
-        return true;
+        return true; // the reader has counted already
     for (int line = 1; line <= lines.Count(); ++line) {
         const qsizetype byteCount = GetByteLength(lines.at1(line));
         if (byteCount > maxLineBytes) {
             *message = LineTooLongMessage(maxLineBytes, line, byteCount, lines.at1(line));
             *errorLine = line;
-            break;
+            return false;
         }
     }
-    return false;
+    return true;
 }
 
 bool CheckBracketCount(const StudyLines &lines, QString *message, int *errorLine)
 {
+    if (lines.BracketsTakeTurns())
+        return true;
     for (int line = 1; line <= lines.Count(); ++line) {
-        if (!IsBracketCountEqual(lines.MarksOf(line))) {
+        if (!IsBracketCountEqual(lines.at1(line))) {
             *message = BracketCountMessage(line, lines.at1(line));
             *errorLine = line;
             return false;
@@ -44,8 +44,10 @@ bool CheckBracketCount(const StudyLines &lines, QString *message, int *errorLine
 
 bool CheckBracketOrder(const StudyLines &lines, QString *message, int *errorLine)
 {
+    if (lines.BracketsTakeTurns())
+        return true;
     for (int line = 1; line <= lines.Count(); ++line) {
-        if (!IsBracketOrderValid(lines.MarksOf(line))) {
+        if (!IsBracketOrderValid(lines.at1(line))) {
             *message = BracketOrderMessage(line, lines.at1(line));
             *errorLine = line;
             return false;
@@ -56,15 +58,12 @@ bool CheckBracketOrder(const StudyLines &lines, QString *message, int *errorLine
 
 qsizetype CountString(QStringView text, QChar character)
 {
-    return std::count(text.begin(), text.end(), character);
+    return text.count(character);
 }
 
 bool IsBracketCountEqual(QStringView line)
 {
-    int open = 0;
-    for (const QChar character : line)
-        open += int(character == u'[') - int(character == u']');
-    return open == 0;
+    return CountString(line, u'[') == CountString(line, u']');
 }
 
 bool IsBracketOrderValid(QStringView line)

@@ -2,7 +2,6 @@
 
 #include "platform/modCodePage.h"
 #include "platform/modMemory.h"
-#include "text/modCheckText.h"
 
 #include <utility>
 
@@ -20,29 +19,20 @@ int BlankTable::LastOnLines(int first, int last) const
 
 DisplayText::DisplayText(StudyLines lines) : m_lines(std::move(lines))
 {
-    const size_t blankCount = size_t(CountString(m_lines.AllMarks(), u'['));
-    ReserveLargePages(&m_blanks.line, blankCount);
-    ReserveLargePages(&m_blanks.startColumn, blankCount);
-    ReserveLargePages(&m_blanks.answerLength, blankCount);
+    const std::vector<qint32> brackets = m_lines.BlankOutBrackets(); // in turns: two make a blank
+    ReserveLargePages(&m_blanks.line, brackets.size() / 2);
+    ReserveLargePages(&m_blanks.startColumn, brackets.size() / 2);
+    ReserveLargePages(&m_blanks.answerLength, brackets.size() / 2);
     ReserveLargePages(&m_blanks.countUpTo, size_t(m_lines.Count()) + 1);
     m_blanks.countUpTo.push_back(0);
+    size_t i = 0;
     for (int line = 1; line <= m_lines.Count(); ++line) {
-        AddBlanksOfLine(line);
-        m_blanks.countUpTo.push_back(m_blanks.Count());
-    }
-    m_lines.BlankOutBrackets();
-}
-
-void DisplayText::AddBlanksOfLine(int line)
-{
-    const QStringView marks = m_lines.MarksOf(line);
-    for (qsizetype i = 0; i < marks.size(); ++i) {
-        if (marks[i] == u'[') {
+        for (; i + 1 < brackets.size() && brackets[i] < m_lines.StartOf(line + 1); i += 2) {
             m_blanks.line.push_back(line);
-            m_blanks.startColumn.push_back(m_lines.MarkColumn(line, i));
-        } else if (marks[i] == u']') {
-            m_blanks.answerLength.push_back(m_lines.MarkColumn(line, i) - m_blanks.startColumn.back() - 1);
+            m_blanks.startColumn.push_back(brackets[i] - m_lines.StartOf(line) + 1);
+            m_blanks.answerLength.push_back(brackets[i + 1] - brackets[i] - 1);
         }
+        m_blanks.countUpTo.push_back(m_blanks.Count());
     }
 }
 

@@ -78,8 +78,6 @@ class DisplayText
     CellRange Cells(int blank) const;
 
   private:
-    void AddBlanksOfLine(int line);
-
     StudyLines m_lines;
     BlankTable m_blanks;
 };

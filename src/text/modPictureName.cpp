@@ -58,6 +58,8 @@ QStringList PictureNames(QStringView line)
 QStringList BadPictureNames(const StudyLines &lines)
 {
     QStringList bad;
+    if (!lines.Contains(OpeningCorner))
+        return bad;
     for (int line = 1; line <= lines.Count(); ++line) {
         if (!IsPictureLineValid(lines.at1(line)))
             continue;

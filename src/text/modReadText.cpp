@@ -9,9 +9,6 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-// Where reading a file has something to note. The last two are the half-width corner brackets in code page 932.
-constexpr QByteArrayView LineEndsAndMarks("\r\n[]\xA2\xA3");
-
 bool ReadAndCheck(const QString &path, int maxLineBytes, StudyLines *lines, QString *message, int *errorLine)
 {
     *errorLine = 1;
@@ -65,21 +62,30 @@ QString FileCharCodeName(const QByteArray &bytes)
 void ReadAllLines(const QByteArray &bytes, StudyLines *lines)
 {
     StudyLinesWriter writer(bytes.size());
-    CodePage932Decoder decoder(bytes, LineEndsAndMarks);
-    qsizetype lineStart = 0;
-    char16_t stop;
-    while (decoder.DecodeUntilStop(&writer.next, &stop)) {
-        if (stop != u'\r' && stop != u'\n') {
-            writer.AddMark(stop);
+    const char *const end = bytes.constData() + bytes.size();
+    const char *lineStart = bytes.constData();
+    for (const char *at = lineStart; at < end;) {
+        const char byte = *at;
+        if (quint8(byte) >= 0x80) {
+            const DecodedUpTo decoded = DecodeAboveAscii(at, end, writer.next);
+            at = decoded.in;
+            writer.next = decoded.out;
             continue;
         }
-        writer.EndLine(decoder.Position() - 1 - lineStart);
-        if (stop == u'\r')
-            decoder.Skip('\n');
-        lineStart = decoder.Position();
+        ++at;
+        if (byte == '[' || byte == ']') {
+            writer.AddBracket(char16_t(byte));
+        } else if (byte == '\r' || byte == '\n') {
+            writer.EndLine(at - 1 - lineStart);
+            if (byte == '\r' && at < end && *at == '\n')
+                ++at;
+            lineStart = at;
+        } else {
+            *writer.next++ = char16_t(byte);
+        }
     }
-    if (lineStart < bytes.size())
-        writer.EndLine(bytes.size() - lineStart);
+    if (lineStart < end)
+        writer.EndLine(end - lineStart);
     *lines = writer.Finish();
 }
 

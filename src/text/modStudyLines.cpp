@@ -4,15 +4,12 @@
 
 #include <utility>
 
-void StudyLines::BlankOutBrackets()
+std::vector<qint32> StudyLines::BlankOutBrackets()
 {
     QChar *const text = m_text.data();
-    for (size_t i = 0; i < m_marks.size(); ++i)
-        if (m_marks[i] == u'[' || m_marks[i] == u']')
-            text[m_markPlaces[i]] = u' ';
-    m_marks = std::vector<char16_t>();
-    m_markPlaces = std::vector<qint32>();
-    m_markStarts.assign(m_starts.size(), 0);
+    for (const qint32 place : m_brackets)
+        text[place] = u' ';
+    return std::exchange(m_brackets, {});
 }
 
 StudyLinesWriter::StudyLinesWriter(qsizetype room)
@@ -21,9 +18,7 @@ StudyLinesWriter::StudyLinesWriter(qsizetype room)
     PreferLargePages(m_lines.m_text.data(), room * qsizetype(sizeof(QChar)));
     // Guesses that few files outgrow.
     ReserveLargePages(&m_lines.m_starts, size_t(room / 32));
-    ReserveLargePages(&m_lines.m_markStarts, size_t(room / 32));
-    ReserveLargePages(&m_lines.m_marks, size_t(room / 16));
-    ReserveLargePages(&m_lines.m_markPlaces, size_t(room / 16));
+    ReserveLargePages(&m_lines.m_brackets, size_t(room / 16));
     next = reinterpret_cast<char16_t *>(m_lines.m_text.data());
     m_begin = next;
 }

@@ -1,5 +1,5 @@
-// The lines of a study file: one contiguous text, a table of where its lines start, and its marks, so that whoever is
-// interested in brackets need not look through the text for them. Lines and columns are numbered from 1. Places in the
+// The lines of a study file: one contiguous text and a table of where its lines start, with what was noticed while they
+// were read, so that nobody need look through the whole text for it again. Lines are numbered from 1. Places in the
 // text have 32 bits: a text has at most MaxCharacters characters.
 #pragma once
 
@@ -20,30 +20,29 @@ class StudyLines
         return int(m_starts.size()) - 1;
     }
 
-    /// The line without its end. @param line  1..Count()
+    /// A line, 1..Count(). The view is valid until the lines change.
     QStringView at1(int line) const
     {
-        const qsizetype start = m_starts[size_t(line) - 1];
-        return QStringView(m_text).sliced(start, m_starts[size_t(line)] - start);
+        const qsizetype start = StartOf(line);
+        return QStringView(m_text).sliced(start, StartOf(line + 1) - start);
     }
 
-    /// The marks of a line in their order, all other characters left out: "[", "]", "｢" and "｣".
-    QStringView MarksOf(int line) const
+    /// Where a line, 1..Count() + 1, starts in the text of all lines, 0 the first character.
+    qint32 StartOf(int line) const
     {
-        const qsizetype start = m_markStarts[size_t(line) - 1];
-        return AllMarks().sliced(start, m_markStarts[size_t(line)] - start);
+        return m_starts[size_t(line) - 1];
     }
 
-    /// The column of a line's mark. @param index  0-based place in MarksOf(line)
-    int MarkColumn(int line, qsizetype index) const
+    /// Whether any line holds a character.
+    bool Contains(QChar character) const
     {
-        return m_markPlaces[size_t(m_markStarts[size_t(line) - 1] + index)] - m_starts[size_t(line) - 1] + 1;
+        return m_text.contains(character);
     }
 
-    /// The marks of all lines.
-    QStringView AllMarks() const
+    /// Whether the brackets of every line take turns, "[" first and "]" last.
+    bool BracketsTakeTurns() const
     {
-        return QStringView(m_marks.data(), qsizetype(m_marks.size()));
+        return m_bracketsTakeTurns;
     }
 
     /// Bytes of code page 932 of the longest line. A byte that the code page cannot decode is one character, and one
@@ -58,17 +57,17 @@ class StudyLines
         *this = StudyLines();
     }
 
-    /// Replaces every "[" and "]" by a space, and forgets all marks.
-    void BlankOutBrackets();
+    /// Replaces every "[" and "]" by a space.
+    /// @return where they stood in the text of all lines, ascending, 0 the first character
+    std::vector<qint32> BlankOutBrackets();
 
   private:
     friend class StudyLinesWriter;
 
     QString m_text;
     std::vector<qint32> m_starts{0}; // start of each line, and behind them the end of the last
-    std::vector<char16_t> m_marks;
-    std::vector<qint32> m_markPlaces;    // of each mark in m_text
-    std::vector<qint32> m_markStarts{0}; // first mark of each line, and behind them their number
+    std::vector<qint32> m_brackets;  // place of each bracket in m_text
+    bool m_bracketsTakeTurns = true;
     qsizetype m_longestLineBytes = 0;
 };
 
@@ -79,21 +78,25 @@ class StudyLinesWriter
     /// @param room  characters that the text will have at most, without line ends
     explicit StudyLinesWriter(qsizetype room);
 
-    char16_t *next; ///< where the next character goes; moved on by whoever writes one
+    char16_t *next; ///< where the next character goes, other than a bracket; moved on by whoever writes one
 
-    void AddMark(char16_t mark)
+    /// Adds "[" or "]".
+    void AddBracket(char16_t bracket)
     {
-        m_lines.m_marks.push_back(mark);
-        m_lines.m_markPlaces.push_back(Written());
-        *next++ = mark;
+        const bool isOpening = bracket == u'[';
+        m_lines.m_bracketsTakeTurns &= isOpening != m_isInBrackets;
+        m_isInBrackets = isOpening;
+        m_lines.m_brackets.push_back(Written());
+        *next++ = bracket;
     }
 
     /// @param byteCount  bytes that the line had in the file
     void EndLine(qsizetype byteCount)
     {
+        m_lines.m_bracketsTakeTurns &= !m_isInBrackets;
+        m_isInBrackets = false;
         m_lines.m_longestLineBytes = std::max(m_lines.m_longestLineBytes, byteCount);
         m_lines.m_starts.push_back(Written());
-        m_lines.m_markStarts.push_back(qint32(m_lines.m_marks.size()));
     }
 
     /// Hands over the lines that were ended.
@@ -107,4 +110,5 @@ class StudyLinesWriter
 
     StudyLines m_lines;
     const char16_t *m_begin;
+    bool m_isInBrackets = false;
 };
