@@ -1,95 +1,245 @@
-// Timings of what a learner waits for. The sizes are far beyond everyday ones: a file of 100,000 lines, a folder of
-// 1,000 files, ten years of study.
+// Timings of the parts, each as the CPU time of one step. What happens on a key press, a click or a repaint is timed in
+// the study window itself, in a short file and in one of a million lines.
+//
+//     STUDY_BENCH_INPUTS=FOLDER study_bench [options of Google Benchmark]
+//
+// FOLDER is what bench_inputs has filled.
+#include "files/frmFile.h"
 #include "files/modHistory.h"
 #include "files/modStudyFolder.h"
-#include "store/modDB_SQLite.h"
+#include "platform/modFile.h"
+#include "search/modSearch.h"
+#include "settings/frmMsg.h"
+#include "settings/modCharCode.h"
 #include "support/RecordingDesktop.h"
 #include "support/TestFiles.h"
 #include "text/modCheckText.h"
 #include "text/modReadText.h"
+#include "view/frmText.h"
 #include "view/picText.h"
 
 #include <QApplication>
+#include <QListView>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QTimer>
+#include <QWheelEvent>
 
 #include <benchmark/benchmark.h>
+#include <cstring>
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-QStringList ManyLines(int count)
+QString InputPath(const QString &name)
 {
-    QStringList lines;
-    for (int i = 0; i < count; ++i)
-        lines += u"abandon  [捨てる, 見捨てる] / [(計画などを)断念する] "_s + QString::number(i);
-    return lines;
+    return JoinPath(qEnvironmentVariable("STUDY_BENCH_INPUTS"), name);
 }
 
-DisplayText LongText()
+QString StudyFilePath(qint64 lines)
+{
+    return InputPath(u"study_%1.txt"_s.arg(lines));
+}
+
+QByteArray BytesOf(const QString &path)
+{
+    QByteArray bytes;
+    QString error;
+    if (!ReadWholeFile(path, &bytes, &error))
+        qFatal("%s: %s", qPrintable(path), qPrintable(error));
+    return bytes;
+}
+
+DisplayText LoadText(const QString &path)
 {
     StudyLines lines;
-    for (const QString &line : ManyLines(100'000))
-        lines.Append(line);
-    return DisplayText(lines);
+    QString message;
+    int errorLine = 0;
+    if (!ReadTextFile(path, MaxLineBytes, &lines, &message, &errorLine))
+        qFatal("%s", qPrintable(message));
+    return DisplayText(std::move(lines));
 }
 
 void LoadFile(benchmark::State &state)
 {
-    const TestFolder folder;
-    const QString path = folder.WriteStudyFile(u"long.txt"_s, ManyLines(int(state.range(0))));
-    for (auto step : state) {
-        StudyLines lines;
-        QString message;
-        int errorLine = 0;
-        ReadTextFile(path, MaxLineBytes, &lines, &message, &errorLine);
-        benchmark::DoNotOptimize(DisplayText(lines).Blanks().Count());
-    }
+    for (auto step : state)
+        benchmark::DoNotOptimize(LoadText(StudyFilePath(state.range(0))).Blanks().Count());
 }
-BENCHMARK(LoadFile)->Arg(3'000)->Arg(100'000)->Unit(benchmark::kMillisecond);
+BENCHMARK(LoadFile)->Arg(1'000)->Arg(30'000)->Arg(1'000'000)->Unit(benchmark::kMillisecond);
+
+void DetectAscii(benchmark::State &state)
+{
+    const QByteArray bytes = BytesOf(InputPath(u"ascii.txt"_s));
+    for (auto step : state)
+        benchmark::DoNotOptimize(DetectCharCode(bytes));
+    state.SetBytesProcessed(state.iterations() * bytes.size());
+}
+BENCHMARK(DetectAscii)->Unit(benchmark::kMillisecond);
+
+void MemchrAscii(benchmark::State &state)
+{
+    const QByteArray bytes = BytesOf(InputPath(u"ascii.txt"_s));
+    for (auto step : state)
+        benchmark::DoNotOptimize(std::memchr(bytes.data(), 0x80, size_t(bytes.size())));
+    state.SetBytesProcessed(state.iterations() * bytes.size());
+}
+BENCHMARK(MemchrAscii)->Unit(benchmark::kMillisecond);
+
+/// The study window with a file open in it, as a learner has it.
+class OpenStudy
+{
+  public:
+    explicit OpenStudy(qint64 lines)
+    {
+        folder.MakeFolder(u"txt"_s);
+        QFile::link(StudyFilePath(lines), folder.Path(u"txt/study.txt"_s));
+        database.Open(u":memory:"_s);
+        database.SQLite3NonQuery(u"create table t_kotoban (ymd_sta text, user_name text, hms_sta text, file_name text, "
+                                 u"dt_end text, num_answer integer)"_s);
+        QTimer chooser;
+        QObject::connect(&chooser, &QTimer::timeout, [] {
+            QWidget *const dialog = QApplication::activeModalWidget();
+            if (!dialog)
+                return;
+            auto *const list = dialog->findChild<QListView *>(u"lstFile"_s);
+            list->setCurrentIndex(list->model()->index(0, 0));
+            dialog->findChild<QPushButton *>(u"cmdSelect"_s)->click();
+        });
+        chooser.start(20);
+        window.show();
+        page = window.findChild<PicText *>(u"picText"_s);
+        scroll = window.findChild<QScrollBar *>(u"VScroll"_s);
+        while (scroll->maximum() != lines)
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        QCoreApplication::processEvents();
+        middle = int(lines / 2);
+        StartInTheMiddle();
+    }
+
+    /// Shows the page in the middle of the file with all its answers hidden.
+    void StartInTheMiddle()
+    {
+        scroll->setValue(middle);
+        Send(QMouseEvent(QEvent::MouseButtonPress, QPointF(), QPointF(), Qt::RightButton, Qt::RightButton,
+                         Qt::NoModifier));
+    }
+
+    /// Has the window take an event and paint what follows from it.
+    void Send(QEvent &&event)
+    {
+        QCoreApplication::sendEvent(page, &event);
+        QCoreApplication::processEvents();
+    }
+
+    TestFolder folder;
+    RecordingDesktop desktop;
+    StudyDatabase database{desktop};
+    RunLog log{folder.Path(), u"Kotoban"_s, desktop};
+    frmMsg msg{desktop, u"wav"_s};
+    frmText window{desktop, database, log, msg, {folder.Path(), folder.Path(u"Kotoban.ini"_s), u"user"_s}};
+    PicText *page = nullptr;
+    QScrollBar *scroll = nullptr;
+    int middle = 0;
+};
 
 void PressEnter(benchmark::State &state)
 {
-    const DisplayText text = LongText();
-    StudyRound round;
-    round.Load(text.Blanks().Count());
-    PageInView page{50'000, 40, 39, 100'000, true};
+    OpenStudy study(state.range(0));
+    int pressed = 0;
     for (auto step : state) {
-        const EnterDecision decision = DecideEnter(round, text, page);
-        if (decision.action == EnterAction::Reveal)
-            round.Toggle(decision.blank);
-        else
-            round.HideAll();
+        study.Send(QKeyEvent(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier));
+        if (++pressed % 100 == 0) { // before the end of the short file, where the window would ask something
+            state.PauseTiming();
+            study.StartInTheMiddle();
+            state.ResumeTiming();
+        }
     }
 }
-BENCHMARK(PressEnter);
 
-void PaintPage(benchmark::State &state)
+void Click(benchmark::State &state)
 {
-    const DisplayText text = LongText();
-    StudyRound round;
-    round.Load(text.Blanks().Count());
-    PicText page(nullptr);
-    page.resize(1000, 800);
-    page.SetAppearance(9.75f, 4, true);
-    page.SetStudy(&text, &round);
-    page.SetTopLine(int(state.range(0)));
-    QPixmap target(page.size());
+    OpenStudy study(state.range(0));
+    // Somewhere in the upper rows there is a blank; which column it starts in does not matter.
+    const PageLayout &layout = study.page->Layout();
+    QPointF at;
+    for (int row = 1; study.page->cursor().shape() != Qt::PointingHandCursor; ++row)
+        for (int x = layout.TextLeftPx(); x < study.page->width(); x += layout.cellWidthPx) {
+            at = QPointF(x, layout.RowTopPx(row) + 3);
+            study.Send(QMouseEvent(QEvent::MouseMove, at, at, Qt::NoButton, Qt::NoButton, Qt::NoModifier));
+            if (study.page->cursor().shape() == Qt::PointingHandCursor)
+                break;
+        }
     for (auto step : state)
-        page.render(&target);
+        study.Send(QMouseEvent(QEvent::MouseButtonPress, at, at, Qt::LeftButton, Qt::LeftButton, Qt::NoModifier));
 }
-BENCHMARK(PaintPage)->Arg(1)->Arg(99'000)->Unit(benchmark::kMillisecond);
+
+void TurnPage(benchmark::State &state)
+{
+    OpenStudy study(state.range(0));
+    for (auto step : state) {
+        if (study.scroll->value() == study.scroll->maximum())
+            study.scroll->setValue(1);
+        study.scroll->triggerAction(QAbstractSlider::SliderPageStepAdd);
+        QCoreApplication::processEvents();
+    }
+}
+
+void TurnWheel(benchmark::State &state)
+{
+    OpenStudy study(state.range(0));
+    for (auto step : state) {
+        if (study.scroll->value() == study.scroll->maximum())
+            study.scroll->setValue(1);
+        study.Send(QWheelEvent(QPointF(50, 50), QPointF(50, 50), QPoint(), QPoint(0, -120), Qt::NoButton,
+                               Qt::NoModifier, Qt::NoScrollPhase, false));
+    }
+}
+
+void Repaint(benchmark::State &state)
+{
+    OpenStudy study(state.range(0));
+    // Pages all over the file: one has more text on it than another.
+    const int stride = study.scroll->maximum() / 20;
+    for (auto step : state) {
+        state.PauseTiming();
+        study.scroll->setValue(1 + (study.scroll->value() + stride) % (study.scroll->maximum() - stride));
+        QCoreApplication::processEvents();
+        state.ResumeTiming();
+        study.page->repaint();
+    }
+}
+
+void AskWhetherAllIsShown(benchmark::State &state)
+{
+    StudyRound round;
+    round.Load(int(state.range(0)));
+    for (auto step : state)
+        benchmark::DoNotOptimize(round.AllShown());
+}
+
+void InShortAndLongFile(benchmark::internal::Benchmark *timing)
+{
+    timing->Arg(1'000)->Arg(1'000'000)->Unit(benchmark::kMicrosecond);
+}
+BENCHMARK(PressEnter)->Apply(InShortAndLongFile);
+BENCHMARK(Click)->Apply(InShortAndLongFile);
+BENCHMARK(TurnPage)->Apply(InShortAndLongFile);
+BENCHMARK(TurnWheel)->Apply(InShortAndLongFile);
+BENCHMARK(Repaint)->Apply(InShortAndLongFile);
+BENCHMARK(AskWhetherAllIsShown)->Arg(1'000)->Arg(1'000'000);
 
 void SearchText(benchmark::State &state)
 {
-    const DisplayText text = LongText();
+    const DisplayText text = LoadText(StudyFilePath(state.range(0)));
     for (auto step : state)
-        benchmark::DoNotOptimize(FindText(text, u"断念"_s).size());
+        benchmark::DoNotOptimize(FindText(text, u"春夏"_s).size());
 }
-BENCHMARK(SearchText)->Unit(benchmark::kMillisecond);
+BENCHMARK(SearchText)->Arg(30'000)->Unit(benchmark::kMillisecond);
 
 void MatchKeywords(benchmark::State &state)
 {
-    const DisplayText text = LongText();
+    const DisplayText text = LoadText(StudyFilePath(state.range(0)));
     KeywordList list;
     for (int i = 0; i < 5000; ++i)
         list.words += u"word"_s + QString::number(10'000 + i);
@@ -97,13 +247,14 @@ void MatchKeywords(benchmark::State &state)
     for (auto step : state)
         search.SetText(&text);
 }
-BENCHMARK(MatchKeywords)->Unit(benchmark::kMillisecond);
+BENCHMARK(MatchKeywords)->Arg(30'000)->Unit(benchmark::kMillisecond);
 
 void ListFolder(benchmark::State &state)
 {
     const TestFolder folder;
+    const QByteArray bytes = BytesOf(StudyFilePath(1'000));
     for (int i = 0; i < 1000; ++i)
-        folder.WriteStudyFile(QString::number(i) + u".txt"_s, ManyLines(300));
+        folder.Write(QString::number(i) + u".txt"_s, bytes);
     for (auto step : state) {
         StudyFolder files(folder.Path());
         files.Refresh();
@@ -117,25 +268,19 @@ void RefreshHistory(benchmark::State &state)
 {
     RecordingDesktop desktop;
     StudyDatabase database(desktop);
-    database.Open(u":memory:"_s);
-    database.SQLite3NonQuery(u"create table t_kotoban (ymd_sta text, user_name text, hms_sta text, file_name text, "
-                             u"dt_end text, num_answer integer)"_s);
-    database.SQLite3NonQuery(u"create index i on t_kotoban (user_name, ymd_sta, hms_sta)"_s);
-    const QDateTime first(QDate(2014, 3, 6), QTime(8, 0));
-    for (int i = 0; i < 40'000; ++i) {
-        const QDateTime start = first.addDays(i / 11).addSecs(i % 11 * 3600);
-        DBInsRecKotoban(database, start, u"花子"_s, u"英単語"_s);
-    }
-    database.SQLite3NonQuery(u"update t_kotoban set dt_end = ymd_sta || ' 20:00:00', num_answer = 20"_s);
+    database.Open(InputPath(u"sessions_100000.splite3"_s));
     for (auto step : state)
-        benchmark::DoNotOptimize(ReadHistory(database, QDate(2024, 3, 5), 522, u"花子"_s).lines.size());
+        benchmark::DoNotOptimize(
+            ReadHistory(database, QDate(2024, 12, 31), int(state.range(0)), u"user1"_s).lines.size());
 }
-BENCHMARK(RefreshHistory)->Unit(benchmark::kMillisecond);
+BENCHMARK(RefreshHistory)->Arg(1)->Arg(520)->Unit(benchmark::kMillisecond);
 
 } // namespace
 
 int main(int argc, char **argv)
 {
+    if (!QFile::exists(StudyFilePath(1'000)))
+        qFatal("STUDY_BENCH_INPUTS names no folder with inputs");
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication application(argc, argv);
     benchmark::Initialize(&argc, argv);

@@ -285,13 +285,13 @@ void frmFile::cmdFile_Click()
 void frmFile::ShowRecordWhenValid()
 {
     const int weeks = ReadWeeks(txtWeekN->text());
-    if (weeks > 0 && ReadDate(txtYmd->text()).isValid())
+    if (weeks > 0 && DateFromText(txtYmd->text()).isValid())
         ShowRecord(weeks);
 }
 
 void frmFile::ShowRecord(int weeks)
 {
-    m_history = ReadHistory(m_database, ReadDate(txtYmd->text()), weeks, m_userName);
+    m_history = ReadHistory(m_database, DateFromText(txtYmd->text()), weeks, m_userName);
     m_records->setStringList(m_history.lines);
     lblSumTime->setText(m_history.totalTime);
     lblSumAns->setText(m_history.totalAnswers);

@@ -13,7 +13,7 @@ namespace {
 /// A number in a field of the given width: blanks in front, digits that do not fit lost on the left.
 QString RightAligned(qint64 number, int width)
 {
-    return QString(QString(width - 1, u' ') + QString::number(number)).right(width);
+    return QString::number(number).rightJustified(width).right(width);
 }
 
 } // namespace
@@ -34,7 +34,7 @@ History ReadHistory(StudyDatabase &database, const QDate &endDate, int weeks, co
         const int answers = database.SQLite3GetColumn(table, row, u"num_answer"_s).toInt();
         const qint64 seconds = SecondsBetween(day + u' ' + startTime, end);
         if (day != lastDay) {
-            const QDate date = ReadDate(day);
+            const QDate date = DateFromText(day);
             history.lines += date.isValid() ? DateWithWeekday(date) : day;
             history.days.push_back({date, 0, 0});
             lastDay = day;
@@ -53,11 +53,6 @@ int ReadWeeks(const QString &text)
 {
     static const QRegularExpression wholeNumber(u"^[0-9]{1,4}$"_s);
     return wholeNumber.match(text).hasMatch() ? text.toInt() : 0;
-}
-
-QDate ReadDate(const QString &text)
-{
-    return text.size() == 10 ? QDate::fromString(text, u"yyyy/MM/dd"_s) : QDate();
 }
 
 QString HistoryLine(const QString &startTime, qint64 seconds, int answers, const QString &fileName)

@@ -38,9 +38,6 @@ constexpr int MostWeeks = 9999;
 /// A number of weeks as the learner types it: a whole number from 1 to MostWeeks. @return 0 for any other text
 int ReadWeeks(const QString &text);
 
-/// A date as the learner types it: a real one, "yyyy/mm/dd". @return an invalid date for any other text
-QDate ReadDate(const QString &text);
-
 /// One session: start, duration, answers, file. Numbers too wide for their field lose their left digits.
 /// @param startTime  "hh:nn:ss"; @param seconds  duration
 QString HistoryLine(const QString &startTime, qint64 seconds, int answers, const QString &fileName);

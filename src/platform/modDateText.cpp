@@ -2,6 +2,22 @@
 
 using namespace Qt::Literals::StringLiterals;
 
+namespace {
+
+/// Some digits of a text as a number, -1 when one of them is no digit.
+int NumberAt(QStringView text, qsizetype at, qsizetype length)
+{
+    int number = 0;
+    for (const QChar digit : text.sliced(at, length)) {
+        if (digit < u'0' || digit > u'9')
+            return -1;
+        number = number * 10 + digit.unicode() - u'0';
+    }
+    return number;
+}
+
+} // namespace
+
 QString DateText(const QDate &date)
 {
     return date.toString(u"yyyy/MM/dd");
@@ -15,6 +31,21 @@ QString TimeText(const QDateTime &moment)
 QString DateTimeText(const QDateTime &moment)
 {
     return moment.toString(u"yyyy/MM/dd HH:mm:ss");
+}
+
+QDate DateFromText(QStringView text)
+{
+    if (text.size() != 10 || text[4] != u'/' || text[7] != u'/')
+        return QDate();
+    const int year = NumberAt(text, 0, 4);
+    return year < 0 ? QDate() : QDate(year, NumberAt(text, 5, 2), NumberAt(text, 8, 2)); // -1 would be a year, 1 BC
+}
+
+QTime TimeFromText(QStringView text)
+{
+    if (text.size() != 8 || text[2] != u':' || text[5] != u':')
+        return QTime();
+    return QTime(NumberAt(text, 0, 2), NumberAt(text, 3, 2), NumberAt(text, 6, 2));
 }
 
 QString DateWithWeekday(const QDate &date)

@@ -2,8 +2,6 @@
 
 #include "store/Sqlite3.h"
 
-#include <QStringList>
-
 #include <sqlite3.h>
 
 using namespace Qt::Literals::StringLiterals;
@@ -27,20 +25,17 @@ QString ColumnText(sqlite3_stmt *statement, int column)
     }
 }
 
-QString HeaderRow(sqlite3_stmt *statement)
+/// What a function gives for each column of the present row, joined by TAB.
+QString JoinColumns(sqlite3_stmt *statement, QString (*textOf)(sqlite3_stmt *, int))
 {
-    QStringList names;
-    for (int column = 0; column < SQLite3ColumnCount(statement); ++column)
-        names += SQLite3ColumnName(statement, column);
-    return names.join(u'\t');
-}
-
-QString ValueRow(sqlite3_stmt *statement)
-{
-    QStringList values;
-    for (int column = 0; column < SQLite3ColumnCount(statement); ++column)
-        values += ColumnText(statement, column);
-    return values.join(u'\t');
+    QString row;
+    const int columns = SQLite3ColumnCount(statement);
+    for (int column = 0; column < columns; ++column) {
+        if (column > 0)
+            row += u'\t';
+        row += textOf(statement, column);
+    }
+    return row;
 }
 
 /// The field of a row, 0 the first; empty when the row has no such field.
@@ -112,8 +107,8 @@ void StudyDatabase::SQLite3Query(const QString &sql, ResultTable *table)
     int result = SQLite3Step(statement);
     for (; result == SQLITE_ROW; result = SQLite3Step(statement)) {
         if (table->size() == 1)
-            table->front() = HeaderRow(statement);
-        table->push_back(ValueRow(statement));
+            table->front() = JoinColumns(statement, SQLite3ColumnName);
+        table->push_back(JoinColumns(statement, ColumnText));
     }
     if (result != SQLITE_DONE)
         m_desktop.ShowMessage(sql + u"\r\nSQLite3Step returned "_s + QString::number(result));

@@ -25,11 +25,8 @@ bool HasRows(const ResultTable &table)
 /// Seconds of a wall clock from a fixed day up to "yyyy/mm/dd hh:nn:ss", in no time zone; nothing for any other text.
 std::optional<qint64> WallClockSeconds(QStringView text)
 {
-    if (text.size() != 19)
-        return std::nullopt;
-    const auto number = [text](qsizetype at, qsizetype length) { return text.sliced(at, length).toInt(); };
-    const QDate day(number(0, 4), number(5, 2), number(8, 2));
-    const QTime time(number(11, 2), number(14, 2), number(17, 2));
+    const QDate day = DateFromText(text.left(10));
+    const QTime time = TimeFromText(text.mid(11));
     if (!day.isValid() || !time.isValid())
         return std::nullopt;
     return day.toJulianDay() * 86'400 + time.msecsSinceStartOfDay() / 1000;

@@ -31,6 +31,8 @@
 #include <QShortcut>
 #include <QTimer>
 
+#include <utility>
+
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
@@ -603,8 +605,9 @@ void frmText::ClickLeft(int xPx, int yPx)
     if (const QString picture = PictureUnderPointer(m_text, xPx, yPx, topLine, layout); !picture.isEmpty())
         ShowPicture(picture);
     if (layout.hasLineNumbers) {
-        m_round.lngMarkLine = layout.IsInNumberStrip(xPx) ? MarkLineAt(yPx, topLine, layout) : 0;
-        picText->DrawLineNumbers();
+        const int marked = layout.IsInNumberStrip(xPx) ? MarkLineAt(yPx, topLine, layout) : 0;
+        if (std::exchange(m_round.lngMarkLine, marked) != marked)
+            picText->DrawLineNumbers();
     }
 }
 

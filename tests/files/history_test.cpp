@@ -1,6 +1,7 @@
 #include "files/frmFile.h"
 #include "files/modHistory.h"
 #include "files/modPrintableCopy.h"
+#include "platform/modDateText.h"
 #include "settings/frmMsg.h"
 #include "store/modDB_SQLite.h"
 #include "support/DialogScript.h"
@@ -49,9 +50,10 @@ TEST(History, InputsAreWholeWeeksAndRealDates)
                  {u"1.5"_s, 0}, {QString(), 0},    {u"１"_s, 0},    {u" 2"_s, 0}};
     for (const auto &row : weeks)
         EXPECT_EQ(ReadWeeks(row.text), row.weeks) << row.text.toStdString();
-    EXPECT_EQ(ReadDate(u"2024/02/29"_s), QDate(2024, 2, 29));
-    for (const QString &text : {u"2023/02/29"_s, u"2024/2/9"_s, u"2024-02-29"_s, u"2024/02/2"_s, QString()})
-        EXPECT_FALSE(ReadDate(text).isValid()) << text.toStdString();
+    EXPECT_EQ(DateFromText(u"2024/02/29"), QDate(2024, 2, 29));
+    for (const QString &text : {u"2023/02/29"_s, u"2024/2/9"_s, u"2024-02-29"_s, u"2024/02/2"_s, u"/-1//01/01"_s,
+                                u"２０２４/02/02"_s, u"0000/01/01"_s, QString()})
+        EXPECT_FALSE(DateFromText(text).isValid()) << text.toStdString();
 }
 
 TEST(History, ReportNamesStayInTheirFolder)

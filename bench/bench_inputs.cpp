@@ -1,0 +1,131 @@
+// Makes the inputs of the timings, the same in every run: study files in code page 932 with 15 % of their words in
+// blanks, a text of plain ASCII, and databases of study sessions.
+//
+//     bench_inputs FOLDER SCHEMA
+//
+// SCHEMA is a file with the SQL of the table.
+#include "platform/modCodePage.h"
+#include "platform/modDateText.h"
+#include "platform/modFile.h"
+
+#include <QFile>
+#include <QTextStream>
+
+#include <random>
+#include <sqlite3.h>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+using Random = std::mt19937; // its numbers are the same everywhere, those of the library's distributions are not
+
+int Pick(Random &random, int count)
+{
+    return int(random() % quint32(count));
+}
+
+QString EnglishWord(Random &random)
+{
+    QString word;
+    for (int left = 2 + Pick(random, 8); left > 0; --left)
+        word += QChar(u'a' + Pick(random, 26));
+    return word;
+}
+
+QString JapaneseWord(Random &random)
+{
+    constexpr QStringView characters =
+        u"水化学式二酸炭素年史春夏秋冬東西南北山川海空のはにをがでとも一日本語文章記録覚える忘れる";
+    QString word;
+    for (int left = 1 + Pick(random, 4); left > 0; --left)
+        word += characters[Pick(random, int(characters.size()))];
+    return word;
+}
+
+/// Words of one language, 15 of 100 in brackets.
+QString Phrase(Random &random, QString (*makeWord)(Random &), int wordCount, const QString &between)
+{
+    QString phrase;
+    for (int word = 0; word < wordCount; ++word) {
+        const QString text = makeWord(random);
+        phrase += (word > 0 ? between : QString()) + (Pick(random, 100) < 15 ? QString(u'[' + text + u']') : text);
+    }
+    return phrase;
+}
+
+/// A line of a study file, below 100 bytes: a sentence in Japanese or in English, or a word with its translations.
+QString StudyLine(Random &random)
+{
+    switch (Pick(random, 3)) {
+    case 0:
+        return Phrase(random, JapaneseWord, 4 + Pick(random, 5), QString()) + u'。';
+    case 1:
+        return Phrase(random, EnglishWord, 4 + Pick(random, 4), u" "_s) + u'.';
+    default:
+        return EnglishWord(random) + u"  "_s + Phrase(random, JapaneseWord, 2 + Pick(random, 3), u"，"_s);
+    }
+}
+
+void WriteText(const QString &path, int lineCount, QString (*makeLine)(Random &))
+{
+    Random random(932);
+    QByteArray bytes;
+    for (int line = 0; line < lineCount; ++line)
+        bytes += ToCodePage932(makeLine(random)) + "\r\n";
+    QString error;
+    if (!ReplaceFile(path, bytes, &error))
+        qFatal("%s: %s", qPrintable(path), qPrintable(error));
+}
+
+void Run(sqlite3 *database, const QByteArray &sql)
+{
+    if (sqlite3_exec(database, sql.constData(), nullptr, nullptr, nullptr) != SQLITE_OK)
+        qFatal("%s", sqlite3_errmsg(database));
+}
+
+/// Sessions of four learners, three a day each, back from the end of 2024.
+void WriteSessions(const QString &path, int sessionCount, const QByteArray &schema)
+{
+    QFile::remove(path);
+    sqlite3 *database = nullptr;
+    if (sqlite3_open(qPrintable(path), &database) != SQLITE_OK)
+        qFatal("%s", sqlite3_errmsg(database));
+    Run(database, schema);
+    Run(database, "begin");
+    Random random(12);
+    for (int i = 0; i < sessionCount; ++i) {
+        const QDateTime start(QDate(2024, 12, 31).addDays(-(i / 12)), QTime(8 + i % 3 * 4, Pick(random, 60)));
+        const QDateTime end = start.addSecs(60 + Pick(random, 3000));
+        const QString row = u"insert into t_kotoban values('%1','user%2','%3','file%4','%5',%6)"_s.arg(
+            DateText(start.date()), QString::number(i / 3 % 4), TimeText(start), QString::number(Pick(random, 50)),
+            DateTimeText(end), QString::number(Pick(random, 200)));
+        Run(database, row.toUtf8());
+    }
+    Run(database, "commit");
+    sqlite3_close(database);
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    if (argc != 3)
+        qFatal("usage: bench_inputs FOLDER SCHEMA");
+    const QString folder = QFile::decodeName(argv[1]);
+    for (const int lines : {1'000, 30'000, 1'000'000})
+        WriteText(JoinPath(folder, u"study_%1.txt"_s.arg(lines)), lines, StudyLine);
+    WriteText(JoinPath(folder, u"ascii.txt"_s), 1'000'000, [](Random &random) {
+        QString line;
+        for (int left = 4 + Pick(random, 6); left > 0; --left)
+            line += EnglishWord(random) + u' ';
+        return line;
+    });
+    QByteArray schema;
+    QString error;
+    if (!ReadWholeFile(QFile::decodeName(argv[2]), &schema, &error))
+        qFatal("%s: %s", argv[2], qPrintable(error));
+    for (const int sessions : {1'000, 100'000})
+        WriteSessions(JoinPath(folder, u"sessions_%1.splite3"_s.arg(sessions)), sessions, schema);
+    return 0;
+}

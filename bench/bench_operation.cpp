@@ -1,0 +1,125 @@
+// Carries out one whole operation of the program without its windows, for a comparison with a public tool.
+//
+//     bench_operation nothing            only starts
+//     bench_operation detect FILE        tells the character code of a file, of which it reads what it takes
+//     bench_operation load FILE          reads a study file up to its table of blanks
+//     bench_operation history FILE N     opens a database and reads a week's history N times
+//     bench_operation statements N       prints the statements of the above
+//
+// "load" prints how many milliseconds it took and by how many bytes the process has grown.
+#include "files/modHistory.h"
+#include "settings/modCharCode.h"
+#include "store/modDB_SQLite.h"
+#include "text/modCheckText.h"
+#include "text/modDisplayText.h"
+#include "text/modReadText.h"
+
+#include <QElapsedTimer>
+#include <QFile>
+
+#include <cstdio>
+#include <unistd.h>
+
+namespace {
+
+// As bench_inputs makes them.
+const QDate EndDate(2024, 12, 31);
+const QString UserName = QStringLiteral("user1");
+
+/// Sends what goes wrong to the one who looks at the figures.
+class PlainDesktop : public Desktop
+{
+  public:
+    void SetApplicationTitle(const QString &) override {}
+    void ShowMessage(const QString &text) override
+    {
+        qFatal("%s", qPrintable(text));
+    }
+    void ShowMessage(const QString &text, const QString &) override
+    {
+        ShowMessage(text);
+    }
+    void PlaySoundFile(const QString &) override {}
+    bool OpenWithShell(const QString &, const QString &) override
+    {
+        return false;
+    }
+    bool StartCommandLine(const QString &) override
+    {
+        return false;
+    }
+    QDateTime Now() const override
+    {
+        return QDateTime::currentDateTime();
+    }
+};
+
+/// Memory of this process that is in use now, bytes.
+qint64 ResidentBytes()
+{
+    QFile file(QStringLiteral("/proc/self/statm"));
+    return file.open(QIODevice::ReadOnly) ? file.readAll().split(' ').value(1).toLongLong() * sysconf(_SC_PAGESIZE) : 0;
+}
+
+void Detect(const QString &path)
+{
+    QFile file(path);
+    const uchar *const bytes = file.open(QIODevice::ReadOnly) ? file.map(0, file.size()) : nullptr;
+    if (!bytes)
+        qFatal("%s", qPrintable(file.errorString()));
+    std::puts(qPrintable(GetCharCodeName(QByteArrayView(bytes, file.size()))));
+}
+
+void Load(const QString &path)
+{
+    const qint64 before = ResidentBytes();
+    QElapsedTimer timer;
+    timer.start();
+    StudyLines lines;
+    QString message;
+    int errorLine = 0;
+    if (!ReadTextFile(path, MaxLineBytes, &lines, &message, &errorLine))
+        qFatal("%s", qPrintable(message));
+    const DisplayText text(std::move(lines));
+    const double elapsedMs = double(timer.nsecsElapsed()) / 1e6;
+    std::printf("%.3f %lld\n", elapsedMs, static_cast<long long>(ResidentBytes() - before));
+}
+
+void ReadWeek(const QString &path, int times)
+{
+    PlainDesktop desktop;
+    StudyDatabase database(desktop);
+    if (database.Open(path) != 0)
+        qFatal("%s cannot be opened", qPrintable(path));
+    for (int i = 0; i < times; ++i)
+        if (ReadHistory(database, EndDate, 1, UserName).lines.isEmpty())
+            qFatal("there is no history");
+}
+
+void PrintStatements(int times)
+{
+    const QString statements = SelectStatement(EndDate, 7, UserName, false) + u";\n" +
+                               SumTimeStatement(EndDate, 7, UserName) + u";\n" +
+                               SumAnswersStatement(EndDate, 7, UserName) + u";\n";
+    for (int i = 0; i < times; ++i)
+        std::fputs(qPrintable(statements), stdout);
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    const QByteArrayView operation = argc > 1 ? argv[1] : "";
+    const QString path = argc > 2 ? QFile::decodeName(argv[2]) : QString();
+    if (operation == "detect")
+        Detect(path);
+    else if (operation == "load")
+        Load(path);
+    else if (operation == "history" && argc == 4)
+        ReadWeek(path, QByteArrayView(argv[3]).toInt());
+    else if (operation == "statements" && argc == 3)
+        PrintStatements(QByteArrayView(argv[2]).toInt());
+    else if (operation != "nothing")
+        qFatal("unknown operation");
+    return 0;
+}

@@ -1,0 +1,17 @@
+// A window of Qt Widgets with nothing in it, or with a text as its only content: what the start of the program is held
+// against.
+//
+//     empty_window [TEXT]
+#include <QApplication>
+#include <QLabel>
+
+int main(int argc, char *argv[])
+{
+    QApplication application(argc, argv);
+    QWidget window;
+    window.resize(400, 300);
+    if (argc > 1)
+        new QLabel(QString::fromLocal8Bit(argv[1]), &window);
+    window.show();
+    return QApplication::exec();
+}
