@@ -2,6 +2,7 @@
 #include "app/frmLogin.h"
 #include "app/modMain.h"
 #include "platform/frmQtDesktop.h"
+#include "platform/modEndSignal.h"
 #include "platform/modFile.h"
 #include "settings/frmMsg.h"
 #include "view/frmText.h"
@@ -46,16 +47,19 @@ int main(int argc, char *argv[])
     if (!PrepareRun(folder, instance, log, desktop, database))
         return 1;
 
+    const EndSignal endSignal;
+    QObject::connect(&endSignal, &EndSignal::Asked, &application, [] { QApplication::exit(0); });
     frmMsg msg(desktop, JoinPath(folder, u"wav"_s));
     QString userName;
     {
         frmLogin login(desktop, msg, JoinPath(folder, u"ListUserName.txt"_s));
-        if (login.Ask() == LoginResult::EndProgram)
+        if (login.Ask() == LoginResult::EndProgram || endSignal.WasAsked())
             return 0;
         userName = login.UserName();
     }
     frmText study(desktop, database, log, msg, {folder, JoinPath(folder, baseName + u".ini"_s), userName});
     QObject::connect(&study, &frmText::Ended, &application, [] { QApplication::exit(0); });
+    QObject::connect(&endSignal, &EndSignal::Asked, &study, &frmText::close);
     study.show();
     return QApplication::exec();
 }

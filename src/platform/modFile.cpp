@@ -4,6 +4,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QSaveFile>
 
 QString JoinPath(const QString &folder, const QString &name)
@@ -35,6 +36,40 @@ bool ReplaceFile(const QString &path, const QByteArray &bytes, QString *error)
     if (file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit())
         return true;
     *error = file.errorString();
+    return false;
+}
+
+bool CopyWholeFile(const QString &source, const QString &target, QString *error)
+{
+    const QDir folder = QFileInfo(target).dir();
+    // What a process that was ended in the middle of it has left.
+    for (const QString &name : folder.entryList(QDir::Files | QDir::Hidden))
+        if (name.startsWith(UnfinishedCopy))
+            QFile::remove(folder.filePath(name));
+
+    QFile in(source);
+    if (!in.open(QIODevice::ReadOnly)) {
+        *error = in.errorString();
+        return false;
+    }
+    QSaveFile out(folder.filePath(UnfinishedCopy.toString()));
+    constexpr qint64 pieceSize = 1 << 20;
+    bool isGood = out.open(QIODevice::WriteOnly);
+    for (QByteArray piece = in.read(pieceSize); isGood && !piece.isEmpty(); piece = in.read(pieceSize))
+        isGood = out.write(piece) == piece.size();
+    if (in.error() != QFileDevice::NoError) {
+        *error = in.errorString();
+        return false;
+    }
+    if (!isGood || !out.commit()) {
+        *error = out.errorString();
+        return false;
+    }
+    QFile copy(out.fileName());
+    if (copy.rename(target))
+        return true;
+    *error = copy.errorString();
+    copy.remove();
     return false;
 }
 

@@ -46,3 +46,8 @@ expect "the end is recorded and not before the start" 1 \
 expect "user list" "hanako" "$(tr -d '\r' <"$application/ListUserName.txt")"
 expect "backups" 1 "$(find "$application/db_backup" -name 'kotoban_*.splite3' | wc -l)"
 [[ -s $application/Kotoban_log.txt ]] || expect "run log" "written" "missing"
+
+"$here/session.sh" "$application" "$work/screenshots" 0_session.txt --terminate
+expect "a session that the end of the desktop's session has ended" "hanako|0_session|5|1" \
+    "$(query 'select user_name, file_name, num_answer, dt_end is not null from t_kotoban order by rowid desc limit 1')"
+expect "user list" "hanako" "$(tr -d '\r' <"$application/ListUserName.txt")"

@@ -1,10 +1,11 @@
 #!/usr/bin/env bash
 # Uses the program on a virtual X server of its own as a learner would: a name, a study file, five answers, the end.
 #
-#     session.sh APPLICATION_FOLDER SCREENSHOT_FOLDER STUDY_FILE [--click X Y]
+#     session.sh APPLICATION_FOLDER SCREENSHOT_FOLDER STUDY_FILE [--click X Y] [--terminate]
 #
 # STUDY_FILE is a name in the folder txt. X and Y are a place in the study window, in percent of its size, that is
-# clicked twice after the answers. Prints the row that the session left in the database.
+# clicked twice after the answers. With --terminate the program is asked to end by a signal, as at a logout, while its
+# file selection is open; else its window is closed. Prints the row that the session left in the database.
 set -euo pipefail
 export LC_ALL=C.UTF-8
 
@@ -14,16 +15,34 @@ unset DISPLAY WAYLAND_DISPLAY
 export DBUS_SESSION_BUS_ADDRESS=disabled:
 export QT_QPA_PLATFORM=xcb
 
-if [[ $# -ne 3 && ! ($# -eq 6 && $4 == --click) ]]; then
-    printf 'usage: session.sh APPLICATION_FOLDER SCREENSHOT_FOLDER STUDY_FILE [--click X Y]\n' >&2
+usage() {
+    printf 'usage: session.sh APPLICATION_FOLDER SCREENSHOT_FOLDER STUDY_FILE [--click X Y] [--terminate]\n' >&2
     exit 2
-fi
+}
+
+[[ $# -ge 3 ]] || usage
 application=$(realpath "$1")
-study_file=$3
-click=("${@:5}")
-user=hanako
 mkdir -p "$2"
 screenshots=$(realpath "$2")
+study_file=$3
+shift 3
+click=()
+is_terminated=no
+while [[ $# -gt 0 ]]; do
+    case $1 in
+        --click)
+            [[ $# -ge 3 ]] || usage
+            click=("$2" "$3")
+            shift 3
+            ;;
+        --terminate)
+            is_terminated=yes
+            shift
+            ;;
+        *) usage ;;
+    esac
+done
+user=hanako
 work=$(mktemp -d)
 pids=()
 program=
@@ -123,7 +142,13 @@ if [[ ${#click[@]} -eq 2 ]]; then
     shoot 06-click-again
 fi
 
-xdotool key alt+F4
+if [[ $is_terminated == yes ]]; then
+    xdotool key alt+o
+    wait_for "the file selection" is_focused '^ファイル選択 Ver'
+    kill -TERM "$program"
+else
+    xdotool key alt+F4
+fi
 timeout 20 tail --pid="$program" -s 0.1 -f /dev/null || fail "the program did not end"
 status=0
 wait "$program" || status=$?
