@@ -7,6 +7,17 @@
 #include <QFileInfo>
 #include <QSaveFile>
 
+namespace {
+
+/// Puts what was written in its place. QSaveFile takes no notice when the last of it does not fit on the disk and would
+/// put what is there of it in the place of the whole file, so that is written first.
+bool Commit(QSaveFile *file)
+{
+    return file->flush() && file->commit();
+}
+
+} // namespace
+
 QString JoinPath(const QString &folder, const QString &name)
 {
     return QDir::toNativeSeparators(folder) + QDir::separator() + name;
@@ -33,7 +44,7 @@ bool ReadWholeFile(const QString &path, QByteArray *bytes, QString *error)
 bool ReplaceFile(const QString &path, const QByteArray &bytes, QString *error)
 {
     QSaveFile file(path);
-    if (file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit())
+    if (file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && Commit(&file))
         return true;
     *error = file.errorString();
     return false;
@@ -61,7 +72,7 @@ bool CopyWholeFile(const QString &source, const QString &target, QString *error)
         *error = in.errorString();
         return false;
     }
-    if (!isGood || !out.commit()) {
+    if (!isGood || !Commit(&out)) {
         *error = out.errorString();
         return false;
     }
