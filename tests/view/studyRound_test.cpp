@@ -4,6 +4,8 @@
 #include "view/modStudyRound.h"
 #include "view/modWordAt.h"
 
+#include <QTimeZone>
+
 #include <gtest/gtest.h>
 
 using namespace Qt::Literals::StringLiterals;
@@ -208,6 +210,8 @@ TEST(ClockTick, MovesInStepsOfTenSeconds)
         }
     }
     EXPECT_TRUE(ClockTick(start.addMSecs(900), start.addMSecs(10'100)).has_value()) << "whole seconds count";
+    const QDateTime beforeSummerTime(QDate(2024, 3, 31), QTime(1, 59), QTimeZone("Europe/Berlin"));
+    EXPECT_EQ(ClockTick(beforeSummerTime, beforeSummerTime.addSecs(120))->minutes, 2) << "not 62";
 }
 
 TEST(TextUnderPointer, NeverGivesWhatIsHidden)
