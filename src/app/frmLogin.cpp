@@ -34,6 +34,10 @@ frmLogin::frmLogin(Desktop &desktop, frmMsg &msg, const QString &userListPath)
     auto *const cmdEnd = new QPushButton(u"終了(&X)"_s, this);
     cmdEnd->setObjectName(u"cmdEnd"_s);
     cmdEnd->setAutoDefault(false);
+    cmdOK->setToolTip(u"この名前で始めます (Enter)"_s);
+    cmdEnd->setToolTip(u"瞬記帳を終了します (Alt+X)"_s);
+    txtUserName->setAccessibleName(u"利用者名"_s);
+    lstUserName->setAccessibleName(u"利用者一覧"_s);
     connect(lstUserName, &QListWidget::currentItemChanged, this, &frmLogin::lstUserName_Click);
     connect(lstUserName, &QListWidget::itemClicked, this, &frmLogin::lstUserName_Click);
     connect(lstUserName, &QListWidget::itemDoubleClicked, this, &frmLogin::cmdOK_Click);

@@ -1,6 +1,7 @@
 // Sub Main: makes each object once, prepares the run, then hands over from the user selection to the study window.
 #include "app/frmLogin.h"
 #include "app/modMain.h"
+#include "platform/frmCompositionGuard.h"
 #include "platform/frmQtDesktop.h"
 #include "platform/modEndSignal.h"
 #include "platform/modFile.h"
@@ -37,6 +38,8 @@ int main(int argc, char *argv[])
     application.setFont(UserInterfaceFont());
     // Once the first window is there, and with its format named, or the toolkit would load all formats it knows.
     QTimer::singleShot(0, &application, [] { QApplication::setWindowIcon(QPixmap(u":/kotoban.png"_s, "PNG")); });
+
+    const CompositionGuard compositionGuard;
 
     const QString folder = QDir::toNativeSeparators(QCoreApplication::applicationDirPath());
     const QString baseName = QFileInfo(QCoreApplication::applicationFilePath()).completeBaseName();
