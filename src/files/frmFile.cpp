@@ -3,6 +3,7 @@
 #include "files/frmHistoryChart.h"
 #include "files/frmStudyFiles.h"
 #include "files/modPrintableCopy.h"
+#include "platform/frmBusyPointer.h"
 #include "platform/frmPageFont.h"
 #include "platform/modCodePage.h"
 #include "platform/modDateText.h"
@@ -219,7 +220,12 @@ void frmFile::cmdSelect_Click()
     StudyLines lines;
     QString message;
     int errorLine = 0;
-    if (!ReadTextFile(path, MaxLineBytes, &lines, &message, &errorLine)) {
+    bool isAccepted = false;
+    {
+        BusyPointer pointer;
+        isAccepted = ReadTextFile(path, MaxLineBytes, &lines, &message, &errorLine, [&pointer] { pointer.Tick(); });
+    }
+    if (!isAccepted) {
         const QString question = message + u"\r\nこのファイルを開きますか？"_s;
         if (m_msg.DispFrmMsg(this, question, MsgStyle::YesNo, u"notify.wav"_s) == MsgResult::Ok)
             OpenInEditor(m_desktop, m_textEditor, path, errorLine);

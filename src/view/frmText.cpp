@@ -1,8 +1,11 @@
 #include "view/frmText.h"
 
 #include "files/frmFile.h"
+#include "platform/frmBusyPointer.h"
+#include "platform/frmPageFont.h"
 #include "platform/modDateText.h"
 #include "platform/modFile.h"
+#include "platform/modFontAdvice.h"
 #include "platform/modProduct.h"
 #include "platform/modWindowMessage.h"
 #include "search/frmSearch.h"
@@ -223,6 +226,8 @@ void frmText::showEvent(QShowEvent *event)
     picText->setFocus();
     QTimer::singleShot(0, this, [this] {
         Form_Activate();
+        if (!HasPageFont())
+            m_desktop.ShowMessage(u"日本語の等幅フォントが見つかりません。\r\n"_s + FontAdvice());
         if (!m_isTextLoaded)
             cmdFile_Click();
     });
@@ -387,6 +392,8 @@ void frmText::OpenSession(const QString &path)
     ForgetPlaces();
     ClearClock();
     if (!LoadFile(path, false, &message, &errorLine)) {
+        if (m_isEnded)
+            return; // the window was closed while the file was read
         SetUpScrollBar();
         ShowLine(1);
         Ask(message, MsgStyle::Ok, u"notify.wav"_s);
@@ -403,7 +410,8 @@ void frmText::OpenSession(const QString &path)
 bool frmText::LoadFile(const QString &path, bool keepsAnswers, QString *message, int *errorLine)
 {
     StudyLines lines;
-    if (!ReadTextFile(path, MaxLineBytes, &lines, message, errorLine))
+    BusyPointer pointer;
+    if (!ReadTextFile(path, MaxLineBytes, &lines, message, errorLine, [&pointer] { pointer.Tick(); }) || m_isEnded)
         return false;
     m_isTextLoaded = true;
     const QString warning = BadPictureNamesMessage(BadPictureNames(lines));
@@ -499,6 +507,8 @@ void frmText::cmdReRead_Click()
     QString message;
     int errorLine = 0;
     if (!LoadFile(m_path, true, &message, &errorLine)) {
+        if (m_isEnded)
+            return;
         const QString question = message + u"\r\n\r\nこのファイルを編集しますか？"_s;
         if (Ask(question, MsgStyle::OkCancel, u"notify.wav"_s) == MsgResult::Ok)
             OpenInEditorAt(errorLine);
