@@ -311,6 +311,7 @@ void frmText::ShowProgress()
     prgShown->setVisible(blanks > 0);
     prgShown->setRange(0, qMax(1, blanks));
     prgShown->setValue(m_round.ShownCount());
+    prgShown->update(); // the bar itself would wait for a change of nine pixels
     lblShown->setText(blanks == 0 ? QString() : QString(u"表示 %1 / %2"_s.arg(m_round.ShownCount()).arg(blanks)));
     const int first = VScroll->value();
     const int last = qMin(lines, first + picText->Layout().RowsPerPage() - 1);
