@@ -128,8 +128,8 @@ QLayout *frmFile::HistoryControls()
     txtYmd->setMaximumWidth(110);
     lblSumTime->setObjectName(u"lblSumTime"_s);
     lblSumAns->setObjectName(u"lblSumAns"_s);
-    lblSumTime->setAccessibleName(u"総学習時間"_s);
-    lblSumAns->setAccessibleName(u"総回答数"_s);
+    lblSumTime->setAccessibleDescription(u"総学習時間"_s);
+    lblSumAns->setAccessibleDescription(u"総回答数"_s);
     connect(txtWeekN, &QLineEdit::textChanged, this, &frmFile::txtWeekN_Change);
     connect(txtYmd, &QLineEdit::textChanged, this, &frmFile::txtYmd_Change);
     // The list follows the typing. Enter there must not open a file.

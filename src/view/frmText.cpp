@@ -139,11 +139,10 @@ QLayout *frmText::StateControls()
         number->setMinimumWidth(number->fontMetrics().horizontalAdvance(u"0000"_s));
     }
     lblNum->setText(u"0"_s);
-    lblNum->setAccessibleName(u"回答数"_s);
-    lblShown->setAccessibleName(u"表示した正解"_s);
-    lblPlace->setAccessibleName(u"表示している行"_s);
-    lblMinN->setAccessibleName(u"学習時間の分"_s);
-    lblSecN->setAccessibleName(u"学習時間の秒"_s);
+    // Their names are their numbers.
+    lblNum->setAccessibleDescription(u"回答数"_s);
+    lblMinN->setAccessibleDescription(u"学習時間の分"_s);
+    lblSecN->setAccessibleDescription(u"学習時間の秒"_s);
     prgShown->setObjectName(u"prgShown"_s);
     prgShown->setAccessibleName(u"表示した正解の割合"_s);
     prgShown->setTextVisible(false);
