@@ -11,8 +11,11 @@ cd "$(dirname "$0")/.."
 source tests/e2e/desktop.sh
 
 [[ $# -ge 2 ]] || { printf 'usage: screenshots.sh APPLICATION_FOLDER PICTURE_FOLDER [--dark] [--scale FACTOR]\n' >&2 && exit 2; }
-cp -R "$1" "$work/Kotoban"
-application=$work/Kotoban
+# A path that looks well in the pictures.
+application=/tmp/瞬記帳
+[[ ! -e $application ]] || fail "$application is in the way"
+trap 'rm -rf "$application"; finish' EXIT
+cp -R "$1" "$application"
 mkdir -p "$2"
 screenshots=$(realpath "$2")
 shift 2
@@ -70,7 +73,7 @@ studied 0 07:30 英単語入門 07:36:15 30
 take() {
     wait_for "the window $2" is_focused "$2"
     sleep 0.4 # what was painted last must have reached the screen
-    import -window "$(window "$2")" "$screenshots/$1.png"
+    import -window "$(window "$2")" -strip "PNG8:$screenshots/$1.png"
 }
 
 study='^瞬記帳 Ver.*花子\]$'

@@ -1,5 +1,6 @@
 #include "support/StudyText.h"
 #include "support/TestFiles.h"
+#include "view/modPageText.h"
 #include "view/modStudyClock.h"
 #include "view/modStudyRound.h"
 #include "view/modWordAt.h"
@@ -190,6 +191,19 @@ TEST(PageLayout, HoldsWholeRowsAndAStripOfFourAndAHalfCharacters)
     EXPECT_FALSE((PageLayout{10, 20, 205, false}).IsInNumberStrip(3));
     EXPECT_EQ(MarkLineAt(25, 8, Layout), 9);
     EXPECT_EQ(MarkLineAt(0, 8, Layout), 8) << "the margin belongs to the first row";
+}
+
+TEST(SpokenPage, SaysWhatIsShownAndWhereSomethingIsHidden)
+{
+    const DisplayText text = Text({u"above"_s, u"[a]と[漢字]。"_s, u"[]"_s, u"[next] page"_s});
+    StudyRound round = Round(4, 0);
+    round.Toggle(2);
+    EXPECT_EQ(SpokenLine(text, round, 2), u" 空欄 と 漢字 。"_s);
+    EXPECT_EQ(SpokenPage(text, round, 2, 2), u" 空欄 と 漢字 。\n 空欄 "_s);
+    EXPECT_EQ(SpokenPage(text, round, 4, 9), u" 空欄  page"_s);
+    EXPECT_EQ(SpokenPage(DisplayText(), StudyRound(), 1, 9), QString());
+    EXPECT_EQ(SpokenOffset(text, round, 2, 2), 6);
+    EXPECT_EQ(SpokenOffset(text, round, 1, 3), 5 + 1 + 11);
 }
 
 TEST(ClockTick, MovesInStepsOfTenSeconds)
