@@ -203,7 +203,7 @@ TEST(SpokenPage, SaysWhatIsShownAndWhereSomethingIsHidden)
     EXPECT_EQ(SpokenPage(text, round, 4, 9), u" 空欄  page"_s);
     EXPECT_EQ(SpokenPage(DisplayText(), StudyRound(), 1, 9), QString());
     EXPECT_EQ(SpokenOffset(text, round, 2, 2), 6);
-    EXPECT_EQ(SpokenOffset(text, round, 1, 3), 5 + 1 + 11);
+    EXPECT_EQ(SpokenOffset(text, round, 1, 3), 5 + 1 + 10 + 1 + 1);
 }
 
 TEST(ClockTick, MovesInStepsOfTenSeconds)
