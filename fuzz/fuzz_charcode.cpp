@@ -1,8 +1,7 @@
 // Telling the character code of any bytes: the program's way and the plain steps give the same answer.
 #include "input.h"
+#include "plain_charcode.h"
 #include "require.h"
-#include "settings/modCharCode.h"
-#include "support/PlainCharCode.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {
