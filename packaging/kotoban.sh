@@ -13,7 +13,8 @@
 # A file is copied under another name and renamed when it is whole. A start that was cut off leaves nothing but files
 # that are missing, which the next one adds.
 
-prefix=$(dirname "$(dirname "$(readlink -f "$0")")")
+launcher=$(readlink -f "$0")
+prefix=${launcher%/*/*}
 program=$prefix/lib/kotoban/Kotoban
 template=$prefix/share/kotoban
 database=db/kotoban.splite3

@@ -72,9 +72,9 @@ start_desktop() {
     wait_for "the window manager" is_managed
 }
 
-# start_program APPLICATION_FOLDER
+# start_program APPLICATION_FOLDER: its executable, or the command KOTOBAN_START.
 start_program() {
-    "$1/Kotoban" >"$work/output" 2>&1 &
+    "${KOTOBAN_START:-$1/Kotoban}" >"$work/output" 2>&1 &
     program=$!
     pids+=("$program")
 }
