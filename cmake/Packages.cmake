@@ -87,6 +87,6 @@ set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_DEPENDS "fonts-ipafont-gothic | fonts-japanese-gothic, xdg-utils")
 # Sounds; the voice; the window in which the launcher says why there is no start.
-set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "pulseaudio-utils | pipewire-bin | alsa-utils, zenity | kdialog | x11-utils")
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "pulseaudio-utils | pipewire-bin | alsa-utils, zenity | kdialog")
 set(CPACK_DEBIAN_PACKAGE_SUGGESTS "speech-dispatcher | espeak-ng")
 include(CPack)

@@ -32,7 +32,8 @@ $1"
     elif command -v kdialog >/dev/null; then
         kdialog --title 瞬記帳 --error "$message"
     elif command -v xmessage >/dev/null; then
-        printf '%s\n' "$message" | xmessage -center -title Kotoban -xrm '*international: true' -file -
+        # It has no Japanese letters on most systems.
+        xmessage -center "Kotoban cannot start. The command kotoban, typed into a terminal, says why."
     fi 2>/dev/null
     exit 1
 }
@@ -107,6 +108,8 @@ $problem
 
 # Also false where the file system of the home folders runs no programs.
 [ -x "$folder/Kotoban" ] || refuse "このフォルダではプログラムの実行が許されていません。
-　$folder"
+　$folder
+
+環境変数 XDG_DATA_HOME で，ほかの場所を選べます。"
 
 exec "$folder/Kotoban" "$@"

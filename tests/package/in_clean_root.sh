@@ -57,4 +57,4 @@ cp -L /etc/resolv.conf "$root/etc/resolv.conf"
 
 say "in the clean system: $*"
 exec chroot "$root" env -i PATH=/usr/local/sbin:/usr/local/bin:/usr/sbin:/usr/bin:/sbin:/bin LANG=C.UTF-8 HOME=/root \
-    DEBIAN_FRONTEND=noninteractive sh -c 'cd /repository && exec "$@"' - "$@"
+    ${http_proxy:+"http_proxy=$http_proxy"} ${https_proxy:+"https_proxy=$https_proxy"} sh -c 'cd /repository && exec "$@"' - "$@"
