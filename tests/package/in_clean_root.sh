@@ -33,6 +33,7 @@ if [[ ${IN_NAMESPACE:-} != yes ]]; then
 fi
 
 # From the mirror that this machine has its own packages from.
+# shellcheck source=/dev/null
 suite=$(source /etc/os-release && printf %s "$VERSION_CODENAME")
 # shellcheck disable=SC2016
 mirror=$(apt-get indextargets --format '$(REPO_URI)' "Codename: $suite" "Component: main" \
@@ -41,7 +42,8 @@ if [[ ! -d $folder/base ]]; then
     say "making a clean $suite in $folder"
     rm -rf "$folder/base.new"
     mkdir -p "$fetched"
-    debootstrap --variant=minbase --cache-dir="$fetched" "$suite" "$folder/base.new" "$mirror" >"$folder/debootstrap.log" ||
+    debootstrap --variant=minbase --cache-dir="$fetched" "$suite" "$folder/base.new" ${mirror:+"$mirror"} \
+        >"$folder/debootstrap.log" ||
         no_clean_root "debootstrap failed: $(tail -n 1 "$folder/debootstrap.log")"
     mv "$folder/base.new" "$folder/base"
 fi
@@ -57,4 +59,5 @@ cp -L /etc/resolv.conf "$root/etc/resolv.conf"
 
 say "in the clean system: $*"
 exec chroot "$root" env -i PATH=/usr/local/sbin:/usr/local/bin:/usr/sbin:/usr/bin:/sbin:/bin LANG=C.UTF-8 HOME=/root \
-    ${http_proxy:+"http_proxy=$http_proxy"} ${https_proxy:+"https_proxy=$https_proxy"} sh -c 'cd /repository && exec "$@"' - "$@"
+    ${http_proxy:+"http_proxy=$http_proxy"} ${https_proxy:+"https_proxy=$https_proxy"} \
+    sh -c 'cd /repository && exec "$@"' - "$@"

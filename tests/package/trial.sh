@@ -61,7 +61,8 @@ install_package() {
 as() {
     local user=$1
     shift
-    runuser -u "$user" -- env -i PATH=/usr/local/bin:/usr/bin:/bin LANG=C.UTF-8 USER="$user" HOME="$(home_of "$user")" "$@"
+    runuser -u "$user" -- env -i PATH=/usr/local/bin:/usr/bin:/bin LANG=C.UTF-8 USER="$user" HOME="$(home_of "$user")" \
+        "$@"
 }
 
 home_of() {
