@@ -12,8 +12,9 @@ repository=$(realpath "$(dirname "$0")/../..")
 mkdir -p "$1"
 folder=$(realpath "$1")
 shift
-root=$folder/root
-fetched=$folder/fetched
+base=/mnt/base
+root=/mnt/root
+fetched=/mnt/fetched
 
 say() {
     printf '== %s\n' "$*"
@@ -31,6 +32,9 @@ if [[ ${IN_NAMESPACE:-} != yes ]]; then
     export IN_NAMESPACE=yes
     exec unshare --mount --pid --fork --kill-child "$0" "$folder" "$@"
 fi
+umask 022
+# debootstrap wants a path without blanks. Only this namespace sees the folder there.
+mount --bind "$folder" /mnt || no_clean_root "mount is refused"
 
 # From the mirror that this machine has its own packages from.
 # shellcheck source=/dev/null
@@ -38,26 +42,25 @@ suite=$(source /etc/os-release && printf %s "$VERSION_CODENAME")
 # shellcheck disable=SC2016
 mirror=$(apt-get indextargets --format '$(REPO_URI)' "Codename: $suite" "Component: main" \
     "Created-By: Packages" | head -n 1)
-if [[ ! -d $folder/base ]]; then
+if [[ ! -d $base ]]; then
     say "making a clean $suite in $folder"
-    rm -rf "$folder/base.new"
-    mkdir -p "$fetched"
-    debootstrap --variant=minbase --cache-dir="$fetched" "$suite" "$folder/base.new" ${mirror:+"$mirror"} \
-        >"$folder/debootstrap.log" ||
-        no_clean_root "debootstrap failed: $(tail -n 1 "$folder/debootstrap.log")"
-    mv "$folder/base.new" "$folder/base"
+    rm -rf $base.new
+    mkdir -p $fetched
+    debootstrap --variant=minbase --cache-dir=$fetched "$suite" $base.new ${mirror:+"$mirror"} >/mnt/debootstrap.log ||
+        no_clean_root "debootstrap failed: $(grep '^[WE]:' /mnt/debootstrap.log)"
+    mv $base.new $base
 fi
-rm -rf "$root"
-cp -a "$folder/base" "$root"
-mkdir -p "$root/repository"
-mount -t proc proc "$root/proc" || no_clean_root "mount is refused"
-mount --bind "$repository" "$root/repository"
-mount -o remount,bind,ro "$root/repository"
-mount --bind "$fetched" "$root/var/cache/apt/archives"
-cp -L /etc/resolv.conf "$root/etc/resolv.conf"
-[[ ! -e /etc/apt/apt.conf ]] || cp /etc/apt/apt.conf "$root/etc/apt/"
+rm -rf $root
+cp -a $base $root
+mkdir -p $root/repository
+mount -t proc proc $root/proc || no_clean_root "mount is refused"
+mount --bind "$repository" $root/repository
+mount -o remount,bind,ro $root/repository
+mount --bind $fetched $root/var/cache/apt/archives
+cp -L /etc/resolv.conf $root/etc/resolv.conf
+[[ ! -e /etc/apt/apt.conf ]] || cp /etc/apt/apt.conf $root/etc/apt/
 
 say "in the clean system: $*"
-exec chroot "$root" env -i PATH=/usr/local/sbin:/usr/local/bin:/usr/sbin:/usr/bin:/sbin:/bin LANG=C.UTF-8 HOME=/root \
+exec chroot $root env -i PATH=/usr/local/sbin:/usr/local/bin:/usr/sbin:/usr/bin:/sbin:/bin LANG=C.UTF-8 HOME=/root \
     ${http_proxy:+"http_proxy=$http_proxy"} ${https_proxy:+"https_proxy=$https_proxy"} \
     sh -c 'cd /repository && exec "$@"' - "$@"
