@@ -57,7 +57,10 @@ make_folders() {
 
 # A file without a byte is a database without its table.
 make_database() {
-    [ -s "$folder/$database" ] || [ -L "$folder/$database" ] || put "$database" "$folder/$database"
+    if [ ! -s "$folder/$database" ] && [ ! -L "$folder/$database" ]; then
+        # The journal of a database that is gone would be written back into the new one.
+        rm -f "$folder/$database-journal" && put "$database" "$folder/$database"
+    fi
 }
 
 give_samples() {

@@ -131,8 +131,13 @@ expect_current
 tell "database"
 mkdir -p "$folder/db"
 : >"$folder/db/kotoban.splite3"
+printf 'left by a crash' >"$folder/db/kotoban.splite3-journal"
 start >/dev/null
 expect "a file without a byte" t_kotoban "$(sqlite3 "$folder/db/kotoban.splite3" .tables)"
+[[ ! -e $folder/db/kotoban.splite3-journal ]] || fail "the journal of another database is left beside the new one"
+printf 'left by a crash' >"$folder/db/kotoban.splite3-journal"
+start >/dev/null
+[[ -e $folder/db/kotoban.splite3-journal ]] || fail "the journal of the learner's own database is gone"
 ln -sf ../../elsewhere.splite3 "$folder/db/kotoban.splite3"
 start >/dev/null
 [[ -L $folder/db/kotoban.splite3 ]] || fail "a link to a database that is away is replaced"
