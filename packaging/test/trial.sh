@@ -93,7 +93,7 @@ learners_files() {
 }
 
 mkdir -m 1777 "$trial"
-install -m 755 "$(dirname "$0")/../e2e/"{session,desktop}.sh "$trial/"
+install -m 755 "$(dirname "$0")/../../tests/e2e/"{session,desktop}.sh "$trial/"
 useradd -m -s /bin/bash "$hanako"
 useradd -m -s /bin/bash -d "$taros_home" "$taro"
 
