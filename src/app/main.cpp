@@ -2,9 +2,11 @@
 #include "app/frmLogin.h"
 #include "app/modMain.h"
 #include "platform/frmCompositionGuard.h"
+#include "platform/frmPageFont.h"
 #include "platform/frmQtDesktop.h"
 #include "platform/modEndSignal.h"
 #include "platform/modFile.h"
+#include "platform/modFontAdvice.h"
 #include "settings/frmMsg.h"
 #include "view/frmText.h"
 
@@ -45,13 +47,17 @@ int main(int argc, char *argv[])
     const QString folder = QDir::toNativeSeparators(QCoreApplication::applicationDirPath());
     const QString baseName = QFileInfo(QCoreApplication::applicationFilePath()).completeBaseName();
     frmQtDesktop desktop;
+    QTimer::singleShot(0, &application, [&desktop] {
+        if (!HasPageFont())
+            desktop.ShowMessage(u"日本語の等幅フォントが見つかりません。\r\n"_s + FontAdvice());
+    });
     const InstanceMark instance(folder);
     const RunLog log(folder, baseName, desktop);
     StudyDatabase database(desktop);
     if (!PrepareRun(folder, instance, log, desktop, database))
         return 1;
 
-    const EndSignal endSignal;
+    EndSignal endSignal;
     QObject::connect(&endSignal, &EndSignal::Asked, &application, [] { QApplication::exit(0); });
     frmMsg msg(desktop, JoinPath(folder, u"wav"_s));
     QString userName;
@@ -64,6 +70,10 @@ int main(int argc, char *argv[])
     frmText study(desktop, database, log, msg, {folder, JoinPath(folder, baseName + u".ini"_s), userName});
     QObject::connect(&study, &frmText::Ended, &application, [] { QApplication::exit(0); });
     QObject::connect(&endSignal, &EndSignal::Asked, &study, &frmText::close);
+    endSignal.SetLastWord([&desktop, &study] {
+        desktop.GoSilent();
+        study.Record();
+    });
     study.show();
     return QApplication::exec();
 }

@@ -19,6 +19,11 @@ constexpr int KeptBackups = 20;
 
 const QString DatabaseName = u"kotoban.splite3"_s;
 
+constexpr int SqliteRow = 100; // SQLite's result code for a row
+
+constexpr QStringView JournalEnding = u"-journal";         // SQLite's name for the journal beside a database
+constexpr QStringView UnfinishedCopy = u"unfinished.copy"; // a backup's name before it is whole; it bears no day
+
 /// All files of a folder. Patterns would be matched by regular expressions, whose library nothing else at the start
 /// needs.
 QStringList FileNames(const QString &folder)
@@ -26,15 +31,50 @@ QStringList FileNames(const QString &folder)
     return QDir(folder).entryList(QDir::Files | QDir::Hidden, QDir::NoSort);
 }
 
-/// Copies a database, and before it the journal that a crash in the middle of a write has left beside it: without that
-/// one the copy would be of half a write.
+/// Removes what a backup that was cut off has left: its copies, also half ones, which have six more letters.
+void RemoveUnfinishedCopies(const QString &folder)
+{
+    for (const QString &name : FileNames(folder)) {
+        const QStringView rest = QStringView(name).mid(UnfinishedCopy.size());
+        const bool isHalf = (rest.size() == 7 || rest.size() == 7 + JournalEnding.size()) && rest.contains(u'.');
+        if (name.startsWith(UnfinishedCopy) && (rest.isEmpty() || rest == JournalEnding || isHalf))
+            QFile::remove(JoinPath(folder, name));
+    }
+}
+
+/// Has SQLite take back the write that a journal beside a database tells of. @return whether it could
+bool RollBack(const QString &database)
+{
+    sqlite3 *handle = nullptr;
+    sqlite3_stmt *statement = nullptr;
+    bool isDone = SQLite3Open(database, &handle) == 0 &&
+                  SQLite3Prepare16V2(handle, u"select count(*) from sqlite_master"_s, &statement) == 0;
+    isDone = isDone && SQLite3Step(statement) == SqliteRow;
+    SQLite3Finalize(statement);
+    SQLite3Close(handle);
+    return isDone;
+}
+
+/// Copies a database to where there is none. Under its own name the copy is there whole or not at all.
 bool CopyDatabase(const QString &source, const QString &target, QString *error)
 {
-    const QString journal = u"-journal"_s; // SQLite's own name for it
-    if (QFile::exists(source + journal) && !QFile::exists(target + journal) &&
-        !CopyWholeFile(source + journal, target + journal, error))
+    const QString folder = QFileInfo(target).path();
+    const QString copy = JoinPath(folder, UnfinishedCopy.toString());
+    const QString journal = JournalEnding.toString();
+    RemoveUnfinishedCopies(folder);
+    // A crash in the middle of a write leaves a journal, and without it the copy would be of half a write. SQLite takes
+    // that back as soon as it looks into the copy.
+    const bool hasJournal = QFile::exists(source + journal);
+    if (!CopyWholeFile(source, copy, error) || (hasJournal && !CopyWholeFile(source + journal, copy + journal, error)))
         return false;
-    return CopyWholeFile(source, target, error);
+    if (hasJournal && !RollBack(copy))
+        WriteTrace(u"RollBack"); // it is copied as it is
+    QFile::remove(copy + journal);
+    QFile file(copy);
+    if (file.rename(target))
+        return true;
+    *error = file.errorString();
+    return false;
 }
 
 bool StartRunLog(const RunLog &log, Desktop &desktop)

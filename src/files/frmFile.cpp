@@ -21,6 +21,7 @@
 #include <QLineEdit>
 #include <QListView>
 #include <QPushButton>
+#include <QScreen>
 #include <QSignalBlocker>
 #include <QStringListModel>
 
@@ -47,6 +48,8 @@ frmFile::frmFile(Desktop &desktop, StudyDatabase &database, frmMsg &msg, const Q
     halves->addLayout(FileControls());
     halves->addSpacing(12);
     halves->addLayout(HistoryControls());
+    SetTabOrder();
+    resize(QSize(840, 470).expandedTo(minimumSizeHint()).boundedTo(screen()->availableSize()));
 }
 
 frmFile::~frmFile() = default;
@@ -60,7 +63,7 @@ QLayout *frmFile::FileControls()
     lstFile->setUniformItemSizes(true); // measuring every row would check every file
     lstFile->setEditTriggers(QAbstractItemView::NoEditTriggers);
     lstFile->setSpacing(1);
-    lstFile->setMinimumSize(300, 380);
+    lstFile->setMinimumSize(200, 160);
     connect(lstFile, &QListView::doubleClicked, this, &frmFile::cmdSelect_Click);
 
     lblFolder->setObjectName(u"lblFolder"_s);
@@ -116,7 +119,7 @@ QLayout *frmFile::HistoryControls()
     lstRecord->setFont(PageFont()); // the numbers stand below each other
     lstRecord->setUniformItemSizes(true);
     lstRecord->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    lstRecord->setMinimumWidth(360);
+    lstRecord->setMinimumWidth(280);
     txtWeekN->setObjectName(u"txtWeekN"_s);
     txtWeekN->setAccessibleName(u"週の数"_s);
     txtWeekN->setToolTip(u"何週間分の記録を表示するか"_s);
@@ -163,6 +166,19 @@ QLayout *frmFile::HistoryControls()
     column->addWidget(picHistory);
     column->addLayout(totals);
     return column;
+}
+
+/// By keys one goes through the window as one reads it: the files and what can be done with them, then the history.
+void frmFile::SetTabOrder()
+{
+    QWidget *last = lstFile;
+    for (const QString &name :
+         {u"cmdSelect"_s, u"cmdEdit"_s, u"cmdRefresh"_s, u"cmdOpenFolder"_s, u"cmdConvFile"_s, u"cmdCancel"_s,
+          u"cmdEnd"_s, u"txtYmd"_s, u"txtWeekN"_s, u"cmdInc"_s, u"lstRecord"_s, u"cmdFile"_s}) {
+        auto *const next = findChild<QWidget *>(name);
+        setTabOrder(last, next);
+        last = next;
+    }
 }
 
 QPushButton *frmFile::AddButton(const QString &name, const QString &caption, void (frmFile::*handler)())

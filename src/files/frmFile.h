@@ -66,6 +66,7 @@ class frmFile : public QDialog
 
     QLayout *FileControls();
     QLayout *HistoryControls();
+    void SetTabOrder();
     void ShowRecord(int weeks);
     void ShowRecordWhenValid();
     QPushButton *AddButton(const QString &name, const QString &caption, void (frmFile::*handler)());

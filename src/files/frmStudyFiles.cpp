@@ -1,12 +1,19 @@
 #include "files/frmStudyFiles.h"
 
+#include "platform/frmBusyPointer.h"
+
 #include <QPainter>
 
-StudyFileModel::StudyFileModel(StudyFolder &folder, QObject *parent) : QAbstractListModel(parent), m_folder(folder) {}
+StudyFileModel::StudyFileModel(StudyFolder &folder, QObject *parent) : QAbstractListModel(parent), m_folder(folder)
+{
+    m_checking.setSingleShot(true);
+    connect(&m_checking, &QTimer::timeout, this, &StudyFileModel::CheckNext);
+}
 
 void StudyFileModel::Refresh()
 {
     beginResetModel();
+    m_wanted.clear();
     m_folder.Refresh();
     endResetModel();
 }
@@ -21,9 +28,29 @@ QVariant StudyFileModel::data(const QModelIndex &index, int role) const
     const QString &name = m_folder.Names().at(index.row());
     if (role == Qt::DisplayRole)
         return name;
-    if (role == FaultRole)
-        return m_folder.Fault(name);
-    return QVariant();
+    if (role != FaultRole)
+        return QVariant();
+    if (!m_folder.IsChecked(name) && !m_wanted.contains(name)) {
+        m_wanted += name;
+        m_checking.start(0);
+    }
+    return m_folder.Fault(name);
+}
+
+void StudyFileModel::CheckNext()
+{
+    if (m_wanted.isEmpty())
+        return;
+    const QString name = m_wanted.takeFirst();
+    {
+        BusyPointer pointer;
+        m_folder.Check(name, [&pointer] { pointer.Tick(); });
+    }
+    const QModelIndex changed = index(int(m_folder.Names().indexOf(name)));
+    if (changed.isValid()) // the folder may have been listed again meanwhile
+        Q_EMIT dataChanged(changed, changed, {FaultRole});
+    if (!m_wanted.isEmpty())
+        m_checking.start(0);
 }
 
 void StudyFileDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const

@@ -18,7 +18,7 @@ void StudyFolder::Refresh()
     m_names.clear();
     for (const QFileInfo &info : QDir(m_path).entryInfoList({u"*.txt"_s}, QDir::Files, QDir::NoSort)) {
         const QString name = info.fileName();
-        const Entry known = m_entries.value(name, Entry{-1, QDateTime(), false, QString()});
+        const Entry known = m_entries.value(name, Entry{});
         const bool isSame = known.size == info.size() && known.modified == info.lastModified();
         entries.insert(name, isSame ? known : Entry{info.size(), info.lastModified(), false, QString()});
         m_names += name;
@@ -32,29 +32,37 @@ QString StudyFolder::PathOf(const QString &name) const
     return JoinPath(m_path, name);
 }
 
-QString StudyFolder::Fault(const QString &name)
+QString StudyFolder::Fault(const QString &name) const
 {
-    const auto entry = m_entries.find(name);
-    if (entry == m_entries.end())
-        return QString();
-    if (!entry->isChecked) {
-        entry->fault = FileFault(PathOf(name));
-        entry->isChecked = true;
-    }
-    return entry->fault;
+    return m_entries.value(name).fault;
 }
 
-QString FileFault(const QString &path)
+bool StudyFolder::IsChecked(const QString &name) const
+{
+    return m_entries.value(name).isChecked;
+}
+
+void StudyFolder::Check(const QString &name, const std::function<void()> &whileReading)
+{
+    const QString fault = FileFault(PathOf(name), whileReading);
+    // The folder may have been listed again meanwhile, without the file.
+    if (const auto entry = m_entries.find(name); entry != m_entries.end()) {
+        entry->fault = fault;
+        entry->isChecked = true;
+    }
+}
+
+QString FileFault(const QString &path, const std::function<void()> &whileReading)
 {
     QByteArray bytes;
     QString message;
     int line = 0;
-    if (!ReadWholeFile(path, &bytes, &message))
+    if (!ReadWholeFile(path, &bytes, &message, whileReading))
         return u"読み込み不可"_s;
     if (!CheckTextEncoding(path, bytes, &message))
         return u"文字コード＝"_s + FileCharCodeName(bytes);
     StudyLines lines;
-    ReadAllLines(bytes, ExpandTabs::Yes, &lines);
+    ReadAllLines(bytes, ExpandTabs::Yes, &lines, whileReading);
     if (!CheckLineBytes(lines, MaxLineBytes, &message, &line))
         return QString::number(line) + u'行' + QString::number(MaxLineBytes) + u"バイト超過"_s;
     if (!CheckBracketCount(lines, &message, &line) || !CheckBracketOrder(lines, &message, &line))

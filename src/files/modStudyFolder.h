@@ -6,6 +6,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <functional>
+
 class StudyFolder
 {
   public:
@@ -28,14 +30,21 @@ class StudyFolder
     /// The full path of one of the files.
     QString PathOf(const QString &name) const;
 
-    /// What is wrong with one of the files, empty when nothing is. Reads the file when it is first asked for, and again
-    /// after a Refresh that found it with another size or time.
-    QString Fault(const QString &name);
+    /// What is known to be wrong with one of the files: empty when nothing is or it was not checked yet.
+    QString Fault(const QString &name) const;
+
+    /// Whether one of the files was checked since it was last changed. Of no file is it true after its first Refresh,
+    /// and of none that a Refresh found with another size or time.
+    bool IsChecked(const QString &name) const;
+
+    /// Reads one of the files and finds out what is wrong with it.
+    /// @param whileReading  called now and then, where the reader wants to be heard of before the end
+    void Check(const QString &name, const std::function<void()> &whileReading = {});
 
   private:
     struct Entry
     {
-        qint64 size;
+        qint64 size = -1;
         QDateTime modified;
         bool isChecked = false;
         QString fault;
@@ -48,7 +57,7 @@ class StudyFolder
 
 /// What keeps a study file from being read, in the few words of a list entry: "文字コード＝EUC", "12行[ ]指定異常",
 /// "12行100バイト超過", "読み込み不可"; empty when nothing does.
-QString FileFault(const QString &path);
+QString FileFault(const QString &path, const std::function<void()> &whileReading = {});
 
 /// The choice a command of the file list works on.
 /// @param selected  name of the selected file, empty when none is

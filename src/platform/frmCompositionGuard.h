@@ -1,5 +1,5 @@
-// Keeps the Enter that ends a conversion of the input method from pressing a window's default button. Most input
-// methods take that key for themselves; some pass it on.
+// Keeps an Enter that is pressed while the input method still converts from pressing a window's default button. Most
+// input methods take that key for themselves; some pass it on before the conversion is over.
 #pragma once
 
 #include <QObject>

@@ -6,6 +6,11 @@
 #include <QApplication>
 #include <QMessageBox>
 
+void frmQtDesktop::GoSilent()
+{
+    m_isSilent = true;
+}
+
 void frmQtDesktop::SetApplicationTitle(const QString &title)
 {
     m_title = title;
@@ -18,6 +23,8 @@ void frmQtDesktop::ShowMessage(const QString &text)
 
 void frmQtDesktop::ShowMessage(const QString &text, const QString &title)
 {
+    if (m_isSilent)
+        return;
     QMessageBox box(QMessageBox::NoIcon, title, text, QMessageBox::Ok, QApplication::activeWindow());
     box.setTextFormat(Qt::PlainText); // the text of a study file is no markup
     box.setObjectName(QStringLiteral("msgBox"));

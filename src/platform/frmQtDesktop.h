@@ -7,6 +7,9 @@
 class frmQtDesktop : public Desktop
 {
   public:
+    /// Shows no message any more: there is nobody to see it.
+    void GoSilent();
+
     void SetApplicationTitle(const QString &title) override;
     void ShowMessage(const QString &text) override;
     void ShowMessage(const QString &text, const QString &title) override;
@@ -17,5 +20,6 @@ class frmQtDesktop : public Desktop
 
   private:
     QString m_title;
+    bool m_isSilent = false;
     SoundPlayer m_sound;
 };

@@ -23,7 +23,7 @@ void Handle(int)
 
 } // namespace
 
-EndSignal::EndSignal()
+void EndSignal::TakeRequests()
 {
     if (pipe2(g_pipe, O_CLOEXEC | O_NONBLOCK) != 0)
         return;
@@ -34,13 +34,15 @@ EndSignal::EndSignal()
         Q_EMIT Asked();
     });
     for (const int number : Signals)
-        std::signal(number, Handle);
+        if (std::signal(number, Handle) == SIG_IGN)
+            std::signal(number, SIG_IGN); // as after "nohup"
 }
 
-EndSignal::~EndSignal()
+void EndSignal::RefuseRequests()
 {
     for (const int number : Signals)
-        std::signal(number, SIG_DFL);
+        if (std::signal(number, SIG_DFL) == SIG_IGN)
+            std::signal(number, SIG_IGN);
     for (int &end : g_pipe)
         close(std::exchange(end, -1));
 }

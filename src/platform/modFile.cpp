@@ -4,7 +4,6 @@
 
 #include <QDir>
 #include <QFile>
-#include <QFileInfo>
 #include <QSaveFile>
 
 using namespace Qt::Literals::StringLiterals;
@@ -69,18 +68,12 @@ bool ReplaceFile(const QString &path, const QByteArray &bytes, QString *error)
 
 bool CopyWholeFile(const QString &source, const QString &target, QString *error)
 {
-    const QDir folder = QFileInfo(target).dir();
-    // What a process that was ended in the middle of it has left.
-    for (const QString &name : folder.entryList(QDir::Files | QDir::Hidden))
-        if (name.startsWith(UnfinishedCopy))
-            QFile::remove(folder.filePath(name));
-
     QFile in(source);
     if (!in.open(QIODevice::ReadOnly)) {
         *error = in.errorString();
         return false;
     }
-    QSaveFile out(folder.filePath(UnfinishedCopy.toString()));
+    QSaveFile out(target);
     bool isGood = out.open(QIODevice::WriteOnly);
     for (QByteArray piece = in.read(PieceBytes); isGood && !piece.isEmpty(); piece = in.read(PieceBytes))
         isGood = out.write(piece) == piece.size();
@@ -88,15 +81,9 @@ bool CopyWholeFile(const QString &source, const QString &target, QString *error)
         *error = in.errorString();
         return false;
     }
-    if (!isGood || !Commit(&out)) {
-        *error = out.errorString();
-        return false;
-    }
-    QFile copy(out.fileName());
-    if (copy.rename(target))
+    if (isGood && Commit(&out))
         return true;
-    *error = copy.errorString();
-    copy.remove();
+    *error = out.errorString();
     return false;
 }
 

@@ -23,13 +23,9 @@ bool ReadWholeFile(const QString &path, QByteArray *bytes, QString *error,
 /// @return false on failure; error then holds the system's reason
 bool ReplaceFile(const QString &path, const QByteArray &bytes, QString *error);
 
-/// Copies a file to where there is none. The copy is made under the name UnfinishedCopy in the target's folder and
-/// renamed when all of it is on the disk: under its own name it is there whole or not at all.
-/// @return false on failure; error then holds the system's reason
+/// Copies a file, over the one that may be there. When it returns the copy is on the disk.
+/// @return false on failure; error then holds the system's reason, and the target is as it was
 bool CopyWholeFile(const QString &source, const QString &target, QString *error);
-
-/// What the name of an unfinished copy begins with.
-inline constexpr QStringView UnfinishedCopy = u"unfinished.copy";
 
 /// A text as part of a file's name: every character that a file name cannot hold on one of the systems becomes "_", the
 /// separators of paths among them.

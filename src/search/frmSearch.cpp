@@ -58,6 +58,11 @@ frmSearch::frmSearch(KeywordSearch &search, QWidget *owner)
     txtSearch->setObjectName(u"txtSearch"_s);
     txtSearch->setPlaceholderText(u"キーワードまたは本文の言葉"_s);
     txtSearch->setAccessibleName(u"探す言葉"_s);
+    QPalette readable = txtSearch->palette(); // not every dark palette has a light colour for this
+    QColor dimmed = readable.color(QPalette::Text);
+    dimmed.setAlphaF(0.7f);
+    readable.setColor(QPalette::PlaceholderText, dimmed);
+    txtSearch->setPalette(readable);
     lstKeyword->setAccessibleName(u"キーワード"_s);
     lstKeyword->setObjectName(u"lstKeyword"_s);
     lstKeyword->setModel(m_entries);

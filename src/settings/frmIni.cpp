@@ -95,6 +95,14 @@ void frmIni::AddControls()
     buttons->addWidget(cmdChangeSetting);
     buttons->addWidget(cmdCancel);
 
+    QWidget *last = optFontSize[0];
+    for (QWidget *const next :
+         std::initializer_list<QWidget *>{optFontSize[1], optFontSize[2], txtLineSpace, txtTextEditor, cmdBrowse,
+                                          cmdRunEditor, chkDispLineNum, cmdChangeSetting, cmdCancel}) {
+        setTabOrder(last, next);
+        last = next;
+    }
+
     auto *const grid = new QGridLayout(this);
     grid->addWidget(new QLabel(u"フォントサイズ："_s, this), 0, 0);
     grid->addLayout(fontSizes, 0, 1);

@@ -17,6 +17,7 @@ frmPicture::frmPicture(const QString &folder, const QString &name, QWidget *owne
     setWindowTitle(name);
     lblPicture->setObjectName(u"lblPicture"_s);
     lblPicture->setTextFormat(Qt::PlainText);
+    lblPicture->setAccessibleName(name);
     lblPicture->setAlignment(Qt::AlignCenter);
     lblPicture->setMinimumSize(240, 80);
     auto *const layout = new QVBoxLayout(this);

@@ -2,10 +2,8 @@
 
 #include "files/frmFile.h"
 #include "platform/frmBusyPointer.h"
-#include "platform/frmPageFont.h"
 #include "platform/modDateText.h"
 #include "platform/modFile.h"
-#include "platform/modFontAdvice.h"
 #include "platform/modProduct.h"
 #include "platform/modWindowMessage.h"
 #include "search/frmSearch.h"
@@ -225,8 +223,6 @@ void frmText::showEvent(QShowEvent *event)
     picText->setFocus();
     QTimer::singleShot(0, this, [this] {
         Form_Activate();
-        if (!HasPageFont())
-            m_desktop.ShowMessage(u"日本語の等幅フォントが見つかりません。\r\n"_s + FontAdvice());
         if (!m_isTextLoaded)
             cmdFile_Click();
     });
@@ -366,7 +362,6 @@ void frmText::SaveFormPos()
 /// Puts the file selection window over the study window: centred on it, its top at the button that opens it.
 void frmText::PlaceFileWindow()
 {
-    m_frmFile->adjustSize();
     const QRect area = screen()->availableGeometry();
     const int left = x() + (width() - m_frmFile->width()) / 2;
     const int top = cmdFile->mapToGlobal(QPoint(0, 0)).y();
@@ -402,19 +397,24 @@ void frmText::OpenSession(const QString &path)
     m_path = path;
     ShowLine(1);
     StartClock();
+    if (!message.isEmpty())
+        m_desktop.ShowMessage(message);
 }
 
 /// Reads a file into the page.
 /// @param keepsAnswers  whether this is the open file once more, whose answers stay shown
-/// @return false after a refusal; the page is then as before
+/// @param message  the refusal, or what is wrong with the pictures of a file that was read
+/// @return false after a refusal, or when the window was closed meanwhile; the page is then as before
 bool frmText::LoadFile(const QString &path, bool keepsAnswers, QString *message, int *errorLine)
 {
     StudyLines lines;
-    BusyPointer pointer;
-    if (!ReadTextFile(path, MaxLineBytes, &lines, message, errorLine, [&pointer] { pointer.Tick(); }) || m_isEnded)
-        return false;
+    {
+        BusyPointer pointer;
+        if (!ReadTextFile(path, MaxLineBytes, &lines, message, errorLine, [&pointer] { pointer.Tick(); }) || m_isEnded)
+            return false;
+    }
     m_isTextLoaded = true;
-    const QString warning = BadPictureNamesMessage(BadPictureNames(lines));
+    *message = BadPictureNamesMessage(BadPictureNames(lines));
     m_text = DisplayText(std::move(lines));
     if (keepsAnswers)
         m_round.Reload(m_text.Blanks().Count());
@@ -426,8 +426,6 @@ bool frmText::LoadFile(const QString &path, bool keepsAnswers, QString *message,
     for (QWidget *const control : {static_cast<QWidget *>(cmdIni), static_cast<QWidget *>(cmdEdit),
                                    static_cast<QWidget *>(cmdReRead), static_cast<QWidget *>(chkSpeak)})
         control->setEnabled(true);
-    if (!warning.isEmpty())
-        m_desktop.ShowMessage(warning);
     return true;
 }
 
@@ -516,6 +514,8 @@ void frmText::cmdReRead_Click()
     }
     ShowLine(qMin(topLine, VScroll->maximum()));
     picText->setFocus();
+    if (!message.isEmpty())
+        m_desktop.ShowMessage(message);
 }
 
 void frmText::cmdEdit_Click()
@@ -679,7 +679,7 @@ void frmText::ClickLeft(int xPx, int yPx)
 void frmText::HideAllAnswers()
 {
     m_round.HideAll();
-    picText->update();
+    picText->DrawPage();
     ShowProgress();
 }
 
@@ -693,11 +693,18 @@ void frmText::closeEvent(QCloseEvent *event)
 void frmText::Form_Unload()
 {
     WriteTrace(u"■frmText.Form_Unload");
-    m_isEnded = true;
     Timer1->stop();
+    Record();
+    SaveFormPos();
+    Q_EMIT Ended();
+}
+
+void frmText::Record()
+{
+    if (m_isEnded)
+        return;
+    m_isEnded = true;
     if (!m_path.isEmpty())
         CompleteSession();
-    SaveFormPos();
     m_database.Close();
-    Q_EMIT Ended();
 }

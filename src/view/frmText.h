@@ -41,6 +41,9 @@ class frmText : public QWidget
     frmText(Desktop &desktop, StudyDatabase &database, const RunLog &log, frmMsg &msg, const StudyPlace &place);
     ~frmText() override;
 
+    /// Completes the session and closes the database, once; touches no window. Nothing is recorded from then on.
+    void Record();
+
     /// One tick of the study clock.
     void Timer1_Timer();
 

@@ -23,13 +23,6 @@ void AppendLine(const DisplayText &text, const StudyRound &round, int line, int 
 
 } // namespace
 
-QString SpokenLine(const DisplayText &text, const StudyRound &round, int line)
-{
-    QString spoken;
-    AppendLine(text, round, line, 0, &spoken);
-    return spoken;
-}
-
 QString SpokenPage(const DisplayText &text, const StudyRound &round, int topLine, int rows)
 {
     QString spoken;

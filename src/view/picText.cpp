@@ -322,8 +322,7 @@ void PicText::SetStudy(const DisplayText *text, const StudyRound *round)
 {
     m_text = text;
     m_round = round;
-    update();
-    TellChange(new QAccessibleEvent(this, QAccessible::VisibleDataChanged));
+    DrawPage();
 }
 
 void PicText::SetAppearance(float points, int lineSpacePx, bool hasLineNumbers)
@@ -343,8 +342,7 @@ void PicText::SetAppearance(float points, int lineSpacePx, bool hasLineNumbers)
 void PicText::SetTopLine(int topLine)
 {
     m_topLine = topLine;
-    update();
-    TellChange(new QAccessibleEvent(this, QAccessible::VisibleDataChanged));
+    DrawPage();
     UpdatePointer(mapFromGlobal(QCursor::pos()));
 }
 
@@ -352,6 +350,12 @@ void PicText::SetMark(const Place &place)
 {
     m_mark = place;
     update();
+}
+
+void PicText::DrawPage()
+{
+    update();
+    TellChange(new QAccessibleEvent(this, QAccessible::VisibleDataChanged));
 }
 
 void PicText::DrawBlank(int blank)

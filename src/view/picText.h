@@ -37,6 +37,9 @@ class PicText : public QWidget
     /// of the answer can be told from the mark.
     void SetMark(const Place &place);
 
+    /// Paints the whole page anew: any answer may be shown or hidden now.
+    void DrawPage();
+
     /// Paints one blank anew, from the background up: nothing of an answer that was hidden may remain.
     void DrawBlank(int blank);
 

@@ -1,9 +1,8 @@
 // Studies by itself, with the program's own windows, for the tests that end it, starve it or watch its memory.
 //
-//     driven_session APPLICATION_FOLDER start            starts, says "runs" or what it was told, waits for its input's
-//     end driven_session APPLICATION_FOLDER study USER DAY   studies until it is ended; DAY is a number of days from a
-//     fixed one driven_session APPLICATION_FOLDER actions COUNT    carries out so many actions and says how the memory
-//     has grown
+//     driven_session APPLICATION_FOLDER start            starts, says "runs" or its message, waits for its input's end
+//     driven_session APPLICATION_FOLDER study USER DAY   studies until it is ended; DAY counts days from a fixed one
+//     driven_session APPLICATION_FOLDER actions COUNT    carries out so many actions and says how the memory has grown
 //
 // "study" reports on its output, each line once it is true: "user NAME", when the name is in the user list, and
 // "completed N", when N sessions of this process are complete.

@@ -81,18 +81,22 @@ class Faults : public testing::Test
         }
     }
 
-    /// A backup that bears its name is a database, with its journal where it has one.
+    /// A backup that bears its name is a database.
     void ExpectWholeBackups()
     {
         QStringList days;
-        for (const QString &name : QDir(folder.Path(u"db_backup"_s)).entryList({u"kotoban_*.splite3"_s}, QDir::Files)) {
-            const TestFolder restored;
-            for (const QString &ending : {QString(), u"-journal"_s})
-                QFile::copy(folder.Path(u"db_backup/"_s + name + ending), restored.Path(u"k"_s + ending));
-            EXPECT_EQ(Query(restored.Path(u"k"_s), "pragma integrity_check"), u"ok"_s) << name.toStdString();
+        for (const QString &name : QDir(folder.Path(u"db_backup"_s)).entryList({u"kotoban_*"_s}, QDir::Files)) {
+            EXPECT_EQ(Query(folder.Path(u"db_backup/"_s + name), "pragma integrity_check"), u"ok"_s)
+                << name.toStdString();
             days += name.section(u'-', 0, 0);
         }
         EXPECT_EQ(days.removeDuplicates(), 0);
+    }
+
+    bool BackUp(QString *error)
+    {
+        return BackupDatabase(folder.Path(u"db"_s), u"kotoban.splite3"_s, folder.Path(u"db_backup"_s), 20, desktop.now,
+                              error);
     }
 
     TestFolder folder;
@@ -113,7 +117,9 @@ TEST_F(Faults, DeathAtAnyMomentLosesNothingThatWasComplete)
         program.setProcessChannelMode(QProcess::ForwardedErrorChannel);
         program.start(Driver, {folder.Path(), u"study"_s, user, QString::number(death)});
         ASSERT_TRUE(program.waitForStarted());
-        QThread::msleep(random() % 600);
+        // Some die before the first window; the others, however slow the machine is, only when they study.
+        ASSERT_TRUE(death % 8 == 0 || program.waitForReadyRead());
+        QThread::msleep(random() % 300);
         program.kill();
         program.waitForFinished();
         ASSERT_EQ(program.exitStatus(), QProcess::CrashExit) << "it was to be killed, not to end by itself";
@@ -138,7 +144,7 @@ TEST_F(Faults, DeathAtAnyMomentLosesNothingThatWasComplete)
         EXPECT_EQ(listed, users);
     }
     ExpectWholeBackups();
-    EXPECT_GT(completed, 50) << "it was killed too early to have much to lose";
+    EXPECT_GT(completed, 20) << "it was killed too early to have much to lose";
 }
 
 TEST_F(Faults, OfTwoStartsAtTheSameInstantExactlyOneRuns)
@@ -317,15 +323,50 @@ TEST_F(Faults, ADamagedPageIsToldOfAndNothingIsWrittenOverIt)
 
 TEST_F(Faults, AHalfBackupIsNoneAndIsCleanedUp)
 {
-    folder.Write(u"db/kotoban.splite3-journal"_s, "journal");
-    folder.Write(u"db_backup/unfinished.copy.AbCdEf"_s, "half");
+    for (const QString &name : {u"unfinished.copy"_s, u"unfinished.copy.AbCdEf"_s, u"unfinished.copy-journal.AbCdEf"_s})
+        folder.Write(u"db_backup/"_s + name, "half");
+    folder.Write(u"db_backup/unfinished.copy of May"_s, "the learner's own");
+    {
+        const FullDisk full(rlim_t(QFileInfo(databasePath).size()) / 2);
+        QString error;
+        EXPECT_FALSE(BackUp(&error));
+        EXPECT_TRUE(error.startsWith(u"データベースのバックアップに失敗しました。"_s));
+    }
+    EXPECT_FALSE(ExistsFileOfDay(folder.Path(u"db_backup"_s), u"_2024_0305"_s)) << "the next start tries again";
     QString error;
-    EXPECT_TRUE(BackupDatabase(folder.Path(u"db"_s), u"kotoban.splite3"_s, folder.Path(u"db_backup"_s), 20, desktop.now,
-                               &error));
-    const QString name = u"db_backup/kotoban_2024_0305-1430_15.splite3"_s;
-    EXPECT_EQ(folder.Read(name), folder.Read(u"db/kotoban.splite3"_s));
-    EXPECT_EQ(folder.Read(name + u"-journal"_s), "journal");
-    EXPECT_EQ(QDir(folder.Path(u"db_backup"_s)).entryList(QDir::Files).size(), 2);
+    EXPECT_TRUE(BackUp(&error));
+    EXPECT_EQ(QDir(folder.Path(u"db_backup"_s)).entryList(QDir::Files, QDir::Name),
+              QStringList({u"kotoban_2024_0305-1430_15.splite3"_s, u"unfinished.copy of May"_s}));
+    EXPECT_EQ(folder.Read(u"db_backup/kotoban_2024_0305-1430_15.splite3"_s), folder.Read(u"db/kotoban.splite3"_s));
+}
+
+TEST_F(Faults, ABackupAfterACrashInTheMiddleOfAWriteIsOfWhatWasBefore)
+{
+    EXPECT_EQ(Query(databasePath, "insert into t_kotoban values('2024/03/05','a','10:00:00','f',null,null)"),
+              QString());
+    // The files as they stand on the disk while a write is under way.
+    sqlite3 *writing = nullptr;
+    sqlite3_open(qPrintable(databasePath), &writing);
+    EXPECT_EQ(sqlite3_exec(writing,
+                           "pragma cache_size=1; begin; with recursive n(i) as (select 1 union all select i+1 from n "
+                           "where i<5000) insert into t_kotoban select '2024/03/05','b',i,'f',null,null from n",
+                           nullptr, nullptr, nullptr),
+              SQLITE_OK);
+    const QByteArray database = folder.Read(u"db/kotoban.splite3"_s);
+    const QByteArray journal = folder.Read(u"db/kotoban.splite3-journal"_s);
+    sqlite3_close(writing);
+    folder.Write(u"db/kotoban.splite3"_s, database);
+    folder.Write(u"db/kotoban.splite3-journal"_s, journal);
+
+    QString error;
+    EXPECT_TRUE(BackUp(&error));
+    EXPECT_EQ(QDir(folder.Path(u"db_backup"_s)).entryList(QDir::Files),
+              QStringList(u"kotoban_2024_0305-1430_15.splite3"_s));
+    const QString backup = folder.Path(u"db_backup/kotoban_2024_0305-1430_15.splite3"_s);
+    EXPECT_EQ(Query(backup, "pragma integrity_check"), u"ok"_s);
+    EXPECT_EQ(Query(backup, "select count(*) from t_kotoban"), u"1"_s);
+    EXPECT_EQ(folder.Read(u"db/kotoban.splite3"_s), database) << "the database itself is only read";
+    EXPECT_EQ(folder.Read(u"db/kotoban.splite3-journal"_s), journal);
 }
 
 TEST_F(Faults, AFolderWhereAFileShouldBeAndTheReverse)

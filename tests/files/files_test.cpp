@@ -27,15 +27,22 @@ TEST(StudyFolder, ListsTextFilesByNameAndSaysWhatIsWrongWithThem)
     EXPECT_EQ(files.Names(), QStringList({u"B.txt"_s, u"b.txt"_s, u"euc.txt"_s, u"long.txt"_s, u"漢.TXT"_s}));
     const QStringList faults = {u"1行[ ]指定異常"_s, QString(), u"文字コード＝EUC"_s, u"1行100バイト超過"_s,
                                 u"2行[ ]指定異常"_s};
-    for (qsizetype i = 0; i < faults.size(); ++i)
+    for (qsizetype i = 0; i < faults.size(); ++i) {
+        EXPECT_FALSE(files.IsChecked(files.Names()[i]));
+        files.Check(files.Names()[i]);
         EXPECT_EQ(files.Fault(files.Names()[i]), faults[i]);
+    }
 
     folder.WriteStudyFile(u"b.txt"_s, {u"[now wrong"_s});
-    EXPECT_EQ(files.Fault(u"b.txt"_s), QString()) << "remembered until the folder is listed again";
+    EXPECT_TRUE(files.IsChecked(u"b.txt"_s)) << "remembered until the folder is listed again";
     files.Refresh();
+    EXPECT_TRUE(files.IsChecked(u"euc.txt"_s));
+    EXPECT_FALSE(files.IsChecked(u"b.txt"_s));
+    files.Check(u"b.txt"_s);
     EXPECT_EQ(files.Fault(u"b.txt"_s), u"1行[ ]指定異常"_s);
     QFile::remove(folder.Path(u"long.txt"_s));
     files.Refresh();
+    files.Check(u"long.txt"_s);
     EXPECT_EQ(files.Fault(u"long.txt"_s), QString()) << "gone";
     QFile::remove(folder.Path(u"b.txt"_s));
     EXPECT_EQ(FileFault(folder.Path(u"b.txt"_s)), u"読み込み不可"_s);

@@ -1,0 +1,35 @@
+#include "platform/modEndSignal.h"
+
+#include <cstdlib>
+#include <utility>
+
+namespace {
+
+// What is called at the end of the process can be given nothing.
+EndSignal *g_living = nullptr;
+
+} // namespace
+
+EndSignal::EndSignal()
+{
+    g_living = this;
+    std::atexit(SayLastWord);
+    TakeRequests();
+}
+
+EndSignal::~EndSignal()
+{
+    RefuseRequests();
+    g_living = nullptr;
+}
+
+void EndSignal::SetLastWord(const std::function<void()> &lastWord)
+{
+    m_lastWord = lastWord;
+}
+
+void EndSignal::SayLastWord()
+{
+    if (g_living && g_living->m_lastWord)
+        std::exchange(g_living->m_lastWord, nullptr)();
+}
