@@ -1,0 +1,119 @@
+# shellcheck shell=bash
+# Sourced by ./windows: builds the libraries that the Windows program is made of, each once, from Debian's source
+# packages, into a cache outside the repository. Needs say and install_missing of setup.sh.
+
+cache=${XDG_CACHE_HOME:-$HOME/.cache}/kotoban-windows
+compiler=x86_64-w64-mingw32-gcc-posix
+
+# The source package that a package of this machine was built from, as NAME=VERSION: Qt must have the version of the
+# tools (moc, rcc) that run here.
+source_of() {
+    # shellcheck disable=SC2016 # dpkg-query's own variables
+    dpkg-query -W -f '${source:Package}=${source:Version}' "$1"
+}
+
+# fetch_source NAME=VERSION FOLDER: unpacks a source package. The machine's own sources of packages serve as sources of
+# source packages too, by lists of their own, so that nothing of the system's settings changes.
+fetch_source() {
+    local package=$1 folder=$2 lists=$cache/apt
+    [[ ! -d $folder ]] || return 0
+    mkdir -p "$lists/lists/partial"
+    # shellcheck disable=SC2016 # apt-get's own variables
+    apt-get indextargets --format 'deb-src $(REPO_URI) $(RELEASE) $(COMPONENT)' 'Created-By: Packages' |
+        sort -u >"$lists/sources.list"
+    local options=(-qq -o "Dir::Etc::SourceList=$lists/sources.list" -o Dir::Etc::SourceParts=/dev/null
+        -o "Dir::State::Lists=$lists/lists" -o Dir::Cache::pkgcache= -o Dir::Cache::srcpkgcache=
+        -o APT::Sandbox::User=root)
+    say "fetching the source package $package"
+    apt-get "${options[@]}" update
+    rm -rf "$folder.new"
+    mkdir -p "$folder.new"
+    (cd "$folder.new" && apt-get "${options[@]}" source "$package" >/dev/null 2>&1) ||
+        { printf 'The source package %s could not be fetched.\n' "$package" >&2 && return 1; }
+    mv "$folder.new"/*/ "$folder"
+    rm -rf "$folder.new"
+}
+
+# What the program has no use for stays out of Qt: the source then needs no library that MinGW-w64 lacks.
+qt_options=(-G Ninja -DCMAKE_BUILD_TYPE=MinSizeRel -DBUILD_SHARED_LIBS=OFF -DQT_QMAKE_TARGET_MKSPEC=win32-g++
+    -DQT_BUILD_EXAMPLES=OFF -DQT_BUILD_TESTS=OFF -DINPUT_opengl=no -DFEATURE_pkg_config=OFF)
+for feature in concurrent dbus direct2d network opengl printsupport sql tabletevent vulkan xml; do
+    qt_options+=("-DFEATURE_$feature=OFF")
+done
+for library in doubleconversion freetype harfbuzz jpeg pcre2 png zlib; do
+    qt_options+=("-DFEATURE_system_$library=OFF")
+done
+
+# build_qt: leaves the folder of the installed Qt in qt_folder. The whole takes a quarter of an hour on two cores; when it
+# is interrupted, the next call goes on where it stopped. Only what is complete gets the name that counts as done.
+build_qt() {
+    local package toolchain=$PWD/cmake/mingw-w64.cmake recipe
+    package=$(source_of qt6-base-dev)
+    recipe=$(printf '%s\n' "${qt_options[@]}" "$("$compiler" -dumpfullversion)" | sha256sum)
+    qt_folder=$cache/${package/=/-}-${recipe:0:8}
+    [[ ! -d $qt_folder ]] || return 0
+    local source=$cache/work/${package/=/-} build=$qt_folder.build stage=$qt_folder.stage
+    fetch_source "$package" "$source"
+    say "building a static Qt for Windows, once, in $cache; this takes a while"
+    # Qt's own configuration reports go to a file, its progress to whoever waits for it.
+    cmake -S "$source" -B "$build" "${qt_options[@]}" -DCMAKE_TOOLCHAIN_FILE="$toolchain" \
+        -DCMAKE_INSTALL_PREFIX="$qt_folder" -DQT_HOST_PATH=/usr \
+        -DQT_HOST_PATH_CMAKE_DIR="/usr/lib/$(dpkg-architecture -q DEB_HOST_MULTIARCH)/cmake" >"$qt_folder.log" 2>&1 ||
+        { tail -n 20 "$qt_folder.log" >&2 && return 1; }
+    cmake --build "$build"
+    rm -rf "$stage"
+    DESTDIR=$stage cmake --install "$build" >/dev/null
+    mv "$stage$qt_folder" "$qt_folder"
+    rm -rf "$stage" "$build" "$source" "$qt_folder.log"
+}
+
+# build_sqlite: leaves its folder in sqlite_folder. The source package holds SQLite's parts; its own makefile joins them to
+# the one file that is compiled.
+build_sqlite() {
+    local package
+    package=$(source_of libsqlite3-dev)
+    sqlite_folder=$cache/${package/=/-}
+    [[ ! -d $sqlite_folder ]] || return 0
+    local source=$cache/work/${package/=/-} stage=$sqlite_folder.stage
+    fetch_source "$package" "$source"
+    say "building SQLite for Windows, once"
+    rm -rf "$stage"
+    mkdir -p "$stage"/{include,lib}
+    (cd "$source" && ./configure --disable-tcl --disable-readline && make sqlite3.c) >"$sqlite_folder.log" 2>&1 ||
+        { tail -n 20 "$sqlite_folder.log" >&2 && return 1; }
+    cp "$source/sqlite3.h" "$stage/include/"
+    "$compiler" -O2 -DSQLITE_OMIT_LOAD_EXTENSION -c "$source/sqlite3.c" -o "$stage/sqlite3.o"
+    x86_64-w64-mingw32-gcc-ar-posix rcs "$stage/lib/libsqlite3.a" "$stage/sqlite3.o"
+    rm "$stage/sqlite3.o"
+    mv "$stage" "$sqlite_folder"
+    rm -rf "$source" "$sqlite_folder.log"
+}
+
+# build_googletest: leaves its folder in googletest_folder. Its package is the source.
+build_googletest() {
+    local package stage build
+    package=$(source_of googletest)
+    googletest_folder=$cache/${package/=/-}
+    [[ ! -d $googletest_folder ]] || return 0
+    stage=$googletest_folder.stage build=$googletest_folder.build
+    say "building GoogleTest for Windows, once"
+    cmake -S /usr/src/googletest -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Release \
+        -DCMAKE_TOOLCHAIN_FILE="$PWD/cmake/mingw-w64.cmake" -DCMAKE_INSTALL_PREFIX="$googletest_folder" >/dev/null
+    cmake --build "$build" >/dev/null
+    rm -rf "$stage"
+    DESTDIR=$stage cmake --install "$build" >/dev/null
+    mv "$stage$googletest_folder" "$googletest_folder"
+    rm -rf "$stage" "$build"
+}
+
+build_windows_libraries() {
+    mkdir -p "$cache/work"
+    # Two builds at a time would write into each other's folders.
+    exec {lock}>"$cache/lock"
+    flock "$lock"
+    build_qt
+    build_sqlite
+    build_googletest
+    exec {lock}>&-
+    export KOTOBAN_WINDOWS_LIBRARIES="$qt_folder;$sqlite_folder;$googletest_folder"
+}
