@@ -4,7 +4,8 @@
 #     session.sh APPLICATION_FOLDER SCREENSHOT_FOLDER STUDY_FILE [--click X Y]
 #
 # STUDY_FILE is a name in the folder txt. X and Y are a place in the study window, in percent of its size, that is
-# clicked twice after the answers. Prints the row that the session left in the database.
+# clicked twice after the answers. Prints the row that the session left in the database. The program is started with
+# the command KOTOBAN_START, if that is set.
 set -euo pipefail
 export LC_ALL=C.UTF-8
 
@@ -19,6 +20,7 @@ if [[ $# -ne 3 && ! ($# -eq 6 && $4 == --click) ]]; then
     exit 2
 fi
 application=$(realpath "$1")
+start=${KOTOBAN_START:-$application/Kotoban}
 study_file=$3
 click=("${@:5}")
 user=hanako
@@ -89,7 +91,7 @@ openbox --sm-disable --config-file /etc/xdg/openbox/rc.xml >/dev/null 2>&1 &
 pids+=($!)
 wait_for "the window manager" is_managed
 
-"$application/Kotoban" >"$work/output" 2>&1 &
+"$start" >"$work/output" 2>&1 &
 program=$!
 pids+=("$program")
 

@@ -1,6 +1,11 @@
-# shellcheck shell=bash
-# Sourced by ./windows: builds the libraries that the Windows program is made of, each once, from Debian's source
-# packages, into a cache outside the repository. Needs say and install_missing of setup.sh.
+# shellcheck shell=bash disable=SC2034
+# Sourced by ./windows: makes what the Windows program is built from and tested on, each part once, in a cache outside
+# the repository. A part has its name in the cache only when it is complete. Needs say of setup.sh.
+
+# What it takes to build the program and its libraries from their source packages.
+windows_packages=(g++-mingw-w64-x86-64-posix dpkg-dev make tcl googletest)
+# What it takes to run it: Wine, some libraries of X11 that Wine uses where they are, and the Japanese locale.
+wine_packages=(wine64 fonts-wine libxcomposite1 libxcursor1 libxi6 libxinerama1 libxrandr2 libxrender1 locales)
 
 cache=${XDG_CACHE_HOME:-$HOME/.cache}/kotoban-windows
 compiler=x86_64-w64-mingw32-gcc-posix
@@ -44,8 +49,8 @@ for library in doubleconversion freetype harfbuzz jpeg pcre2 png zlib; do
     qt_options+=("-DFEATURE_system_$library=OFF")
 done
 
-# build_qt: leaves the folder of the installed Qt in qt_folder. The whole takes a quarter of an hour on two cores; when it
-# is interrupted, the next call goes on where it stopped. Only what is complete gets the name that counts as done.
+# build_qt: leaves the folder of the installed Qt in qt_folder. The whole takes a quarter of an hour on two cores; when
+# it is interrupted, the next call goes on where it stopped.
 build_qt() {
     local package toolchain=$PWD/cmake/mingw-w64.cmake recipe
     package=$(source_of qt6-base-dev)
@@ -106,7 +111,24 @@ build_googletest() {
     rm -rf "$stage" "$build"
 }
 
-build_windows_libraries() {
+# A Japanese locale, from which Wine takes code page 932, and a system folder with nothing of the user's in it.
+make_wine_system() {
+    if [[ ! -d $cache/locale ]]; then
+        rm -rf "$cache/locale.new"
+        mkdir "$cache/locale.new"
+        localedef -i ja_JP -f UTF-8 "$cache/locale.new/ja_JP.UTF-8"
+        mv "$cache/locale.new" "$cache/locale"
+    fi
+    if [[ ! -d $cache/wine ]]; then
+        say "making a system folder for Wine, once"
+        rm -rf "$cache/wine.new"
+        KOTOBAN_WINE_FOLDER=$cache/wine.new env -u DISPLAY scripts/wine wineboot --init >/dev/null 2>&1
+        KOTOBAN_WINE_FOLDER=$cache/wine.new scripts/wine --end
+        mv "$cache/wine.new" "$cache/wine"
+    fi
+}
+
+make_windows_libraries() {
     mkdir -p "$cache/work"
     # Two builds at a time would write into each other's folders.
     exec {lock}>"$cache/lock"
@@ -114,6 +136,7 @@ build_windows_libraries() {
     build_qt
     build_sqlite
     build_googletest
+    make_wine_system
     exec {lock}>&-
     export KOTOBAN_WINDOWS_LIBRARIES="$qt_folder;$sqlite_folder;$googletest_folder"
 }

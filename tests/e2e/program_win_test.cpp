@@ -1,0 +1,234 @@
+// The program as Windows sees it: started as a process from a folder of its own, used with keys, and looked at through
+// the system's own functions.
+#include "support/TestFiles.h"
+
+#include <QDirIterator>
+#include <QTest>
+
+#include <functional>
+#include <gtest/gtest.h>
+#include <windows.h>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+LPCWSTR Wide(const QString &text)
+{
+    return reinterpret_cast<LPCWSTR>(text.utf16());
+}
+
+/// Waits for something that other processes do; they may have to be loaded first.
+bool WaitFor(const std::function<bool()> &isSo)
+{
+    return QTest::qWaitFor(isSo, 20'000);
+}
+
+class RunningProgram
+{
+  public:
+    explicit RunningProgram(const QString &commandLine)
+    {
+        QString line = commandLine;
+        line.detach(); // CreateProcess may write into its command line
+        STARTUPINFOW start = {};
+        start.cb = sizeof start;
+        EXPECT_TRUE(CreateProcessW(nullptr, reinterpret_cast<LPWSTR>(line.data()), nullptr, nullptr, FALSE, 0, nullptr,
+                                   nullptr, &start, &m_process))
+            << commandLine.toStdString();
+    }
+
+    ~RunningProgram()
+    {
+        TerminateProcess(m_process.hProcess, 3);
+        CloseHandle(m_process.hThread);
+        CloseHandle(m_process.hProcess);
+    }
+    Q_DISABLE_COPY_MOVE(RunningProgram)
+
+    /// Waits until the program shows a window of such a title and puts it in front. @return nullptr when none comes
+    HWND Window(const QString &titlePart)
+    {
+        HWND window = nullptr;
+        EXPECT_TRUE(WaitFor([&] { return (window = FindShown(m_process.dwProcessId, titlePart)) != nullptr; }))
+            << titlePart.toStdString();
+        SetForegroundWindow(window);
+        EXPECT_TRUE(WaitFor([&] { return GetForegroundWindow() == window; })) << titlePart.toStdString();
+        return window;
+    }
+
+    /// Waits for the end. @return the exit code, or 259 (still active) when it does not come
+    unsigned ExitCode()
+    {
+        DWORD code = STILL_ACTIVE;
+        WaitFor([&] { return GetExitCodeProcess(m_process.hProcess, &code) && code != STILL_ACTIVE; });
+        return code;
+    }
+
+    bool IsRunning() const
+    {
+        return WaitForSingleObject(m_process.hProcess, 0) == WAIT_TIMEOUT;
+    }
+
+    /// A visible window of a process, of any process for 0, whose title holds a text.
+    static HWND FindShown(DWORD process, const QString &titlePart)
+    {
+        struct Search
+        {
+            DWORD process;
+            const QString &titlePart;
+            HWND found;
+        } search = {process, titlePart, nullptr};
+        EnumWindows(
+            [](HWND window, LPARAM parameter) -> BOOL {
+                auto *const wanted = reinterpret_cast<Search *>(parameter);
+                DWORD owner = 0;
+                GetWindowThreadProcessId(window, &owner);
+                wchar_t title[200] = {};
+                GetWindowTextW(window, title, 200);
+                if (!IsWindowVisible(window) || (wanted->process != 0 && owner != wanted->process) ||
+                    !QString::fromWCharArray(title).contains(wanted->titlePart))
+                    return TRUE;
+                wanted->found = window;
+                return FALSE;
+            },
+            reinterpret_cast<LPARAM>(&search));
+        return search.found;
+    }
+
+  private:
+    PROCESS_INFORMATION m_process = {};
+};
+
+/// Presses keys together, the first one held longest, in the window that is in front.
+void Press(std::initializer_list<int> keys)
+{
+    std::vector<INPUT> inputs;
+    const auto add = [&inputs](int key, DWORD flags) {
+        INPUT input = {};
+        input.type = INPUT_KEYBOARD;
+        input.ki.wVk = WORD(key);
+        input.ki.wScan = WORD(MapVirtualKeyW(UINT(key), MAPVK_VK_TO_VSC));
+        input.ki.dwFlags = flags;
+        inputs.push_back(input);
+    };
+    for (const int key : keys)
+        add(key, 0);
+    for (auto key = std::rbegin(keys); key != std::rend(keys); ++key)
+        add(*key, KEYEVENTF_KEYUP);
+    SendInput(UINT(inputs.size()), inputs.data(), sizeof(INPUT));
+    QTest::qWait(200);
+}
+
+class ProgramTest : public testing::Test
+{
+  protected:
+    /// Makes a fresh application folder. @return its path with the system's separators
+    QString MakeFolder(const QString &name)
+    {
+        const QDir built(QStringLiteral(APPLICATION_FOLDER));
+        for (const QString &folder : {u"db"_s, u"db_backup"_s, u"rec"_s, u"txt"_s, u"wav"_s})
+            QDir(temporary.Path(name)).mkpath(folder);
+        for (const QString &file : {u"Kotoban.exe"_s, u"db/kotoban.splite3"_s, u"txt/はじめに.txt"_s})
+            EXPECT_TRUE(QFile::copy(built.filePath(file), temporary.Path(name + u'/' + file))) << file.toStdString();
+        return QDir::toNativeSeparators(temporary.Path(name));
+    }
+
+    static QString Program(const QString &folder)
+    {
+        return u'"' + folder + u"\\Kotoban.exe\""_s;
+    }
+
+    static void LogIn(RunningProgram &program)
+    {
+        program.Window(u"ログイン画面"_s);
+        for (const char key : {'H', 'A', 'N', 'A', 'K', 'O'})
+            Press({key});
+        Press({VK_RETURN});
+        program.Window(u"ファイル選択"_s);
+    }
+
+    TestFolder temporary;
+};
+
+} // namespace
+
+TEST_F(ProgramTest, SharesItsSettingsWithTheProfileFunctions)
+{
+    const QString folder = MakeFolder(u"瞬記帳の 練習"_s);
+    const QByteArray settings = ToCodePage932(folder + u"\\Kotoban.ini"_s);
+    EXPECT_TRUE(WritePrivateProfileStringA("setting", "FormLeft", "37", settings.constData()));
+    EXPECT_TRUE(WritePrivateProfileStringA("setting", "LineSpace", "6", settings.constData()));
+    RunningProgram program(Program(folder));
+    LogIn(program);
+    Press({VK_HOME});
+    Press({VK_RETURN});
+    const HWND window = program.Window(u"[hanako]"_s);
+    RECT place = {};
+    GetWindowRect(window, &place);
+    EXPECT_EQ(place.left, 37);
+    SetWindowPos(window, nullptr, 52, place.top, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
+    QTest::qWait(500);
+    PostMessageW(window, WM_CLOSE, 0, 0);
+    EXPECT_EQ(program.ExitCode(), 0u);
+    char text[100] = {};
+    GetPrivateProfileStringA("setting", "FormLeft", "none", text, sizeof text, settings.constData());
+    EXPECT_STREQ(text, "52");
+    GetPrivateProfileStringA("setting", "LineSpace", "none", text, sizeof text, settings.constData());
+    EXPECT_STREQ(text, "6");
+}
+
+TEST_F(ProgramTest, RefusesASecondInstanceOfAFolderHoweverItIsSpelt)
+{
+    const QString folder = MakeFolder(u"Two 画面"_s);
+    RunningProgram first(Program(folder));
+    first.Window(u"ログイン画面"_s);
+    const QByteArray log = temporary.Read(u"Two 画面/Kotoban_log.txt"_s);
+    RunningProgram second(Program(folder).replace(u"Two"_s, u"TWO"_s));
+    second.Window(u"Kotoban"_s);
+    Press({VK_RETURN});
+    EXPECT_EQ(second.ExitCode(), 1u);
+    EXPECT_TRUE(first.IsRunning());
+    EXPECT_EQ(temporary.Read(u"Two 画面/Kotoban_log.txt"_s), log);
+
+    RunningProgram elsewhere(Program(MakeFolder(u"other"_s)));
+    elsewhere.Window(u"ログイン画面"_s);
+    Press({VK_MENU, 'X'});
+    EXPECT_EQ(elsewhere.ExitCode(), 0u);
+}
+
+TEST_F(ProgramTest, WritesLogAndReportInCodePage932AndOpensTheReport)
+{
+    const QString folder = MakeFolder(u"瞬記帳の 練習"_s);
+    RunningProgram program(Program(folder));
+    LogIn(program);
+    Press({VK_MENU, 'F'});
+    program.Window(u"瞬記帳"_s);
+    QTest::qWait(500); // the answer is not taken at once
+    Press({VK_RETURN});
+    const QStringList reports = QDir(folder + u"\\rec"_s).entryList(QDir::Files);
+    ASSERT_EQ(reports.size(), 1);
+    EXPECT_TRUE(reports[0].startsWith(u"hanako_瞬記帳学習記録"_s)) << reports[0].toStdString();
+    EXPECT_EQ(temporary.Read(u"瞬記帳の 練習/rec/"_s + reports[0]),
+              "\x91\x8D\x8Aw\x8FK\x8E\x9E\x8A\xD4\x81\x81\x30\x95\xAA 0\x95\x62  "
+              "\x91\x8D\x89\xF1\x93\x9A\x90\x94\x81\x81\x30\r\n");
+    HWND editor = nullptr;
+    EXPECT_TRUE(WaitFor([&] { return (editor = RunningProgram::FindShown(0, reports[0])) != nullptr; }));
+    PostMessageW(editor, WM_CLOSE, 0, 0);
+    program.Window(u"ファイル選択"_s);
+    Press({VK_MENU, 'X'});
+    EXPECT_EQ(program.ExitCode(), 0u);
+    const QByteArray log = temporary.Read(u"瞬記帳の 練習/Kotoban_log.txt"_s);
+    EXPECT_TRUE(log.startsWith("Kotoban.exe\x81\x40Ver")) << log.toPercentEncoding().toStdString();
+    EXPECT_EQ(log.count("\r\n"), 2);
+}
+
+TEST_F(ProgramTest, NamesTheMissingFolderAsTheSystemSpellsPaths)
+{
+    // A character that code page 932 lacks is no obstacle.
+    const QString folder = MakeFolder(u"é 表示"_s);
+    QDir(folder + u"\\rec"_s).removeRecursively();
+    RunningProgram program(Program(folder));
+    EXPECT_EQ(program.ExitCode(), 1u);
+    EXPECT_TRUE(FromCodePage932(temporary.Read(u"é 表示/Kotoban_log.txt"_s)).endsWith(u"\\? 表示\\rec\r\n"_s));
+}
