@@ -15,7 +15,7 @@ TEST(ProfileOnWindows, KeepsCodePage932AndSharesItWithTheSystem)
 {
     const TestFolder folder;
     const QString path = QDir::toNativeSeparators(folder.Path(u"a.ini"_s));
-    // Each of the bytes 5C, A0 and 85 is something else in a Western code page.
+    // The second bytes of 表 and ソ are backslashes.
     const QString editor = u"C:\\表示 ﾅ\\漢字ソ.exe"_s;
     const QByteArray bytes = "C:\\\x95\\\x8E\xA6 \xC5\\\x8A\xBF\x8E\x9A\x83\\.exe";
     EXPECT_TRUE(WriteProfile(path, u"setting"_s, u"TextEditor"_s, editor));
