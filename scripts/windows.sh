@@ -42,7 +42,7 @@ fetch_source() {
 # What the program has no use for stays out of Qt: the source then needs no library that MinGW-w64 lacks.
 qt_options=(-G Ninja -DCMAKE_BUILD_TYPE=MinSizeRel -DBUILD_SHARED_LIBS=OFF -DQT_QMAKE_TARGET_MKSPEC=win32-g++
     -DQT_BUILD_EXAMPLES=OFF -DQT_BUILD_TESTS=OFF -DINPUT_opengl=no -DFEATURE_pkg_config=OFF)
-for feature in concurrent dbus direct2d network opengl printsupport sql tabletevent vulkan xml; do
+for feature in concurrent dbus network opengl printsupport sql tabletevent vulkan xml; do
     qt_options+=("-DFEATURE_$feature=OFF")
 done
 for library in doubleconversion freetype harfbuzz jpeg pcre2 png zlib; do
