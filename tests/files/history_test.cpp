@@ -180,7 +180,7 @@ TEST_F(HistoryWindowTest, WritesTheReportAndOffersIt)
     EXPECT_EQ(script.messages[0], u"学習記録をファイルに出力しました。\nこのファイルを開きますか？\n"_s);
     EXPECT_TRUE(script.messages[1].startsWith(u"学習記録をファイルに出力できません。"_s));
     ASSERT_EQ(desktop.commands.size(), 1);
-    EXPECT_TRUE(desktop.commands[0].endsWith(u"/rec/花_子_瞬記帳学習記録2024_0305までの1週分.txt\""_s));
+    EXPECT_TRUE(desktop.commands[0].endsWith(QDir::separator() + u"花_子_瞬記帳学習記録2024_0305までの1週分.txt\""_s));
 }
 
 TEST_F(HistoryWindowTest, TheReportHoldsTheListAndTheTotals)
