@@ -14,6 +14,9 @@ if(KOTOBAN_SANITIZE AND NOT MSVC)
     add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
     add_link_options(-fsanitize=address,undefined)
 endif()
+if(KOTOBAN_FUZZ)
+    add_compile_options(-fsanitize=fuzzer-no-link)
+endif()
 
 # kotoban_library(<name> SOURCES <file>... [LINK <target>...])
 # A static library of one folder. LINK names all that the folder may include, and nothing else.

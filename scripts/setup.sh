@@ -9,7 +9,8 @@ build_packages=(g++ cmake ninja-build qt6-base-dev libgl1-mesa-dev libsqlite3-de
     alsa-utils xdg-utils)
 # What it takes to run it on a virtual X server and to use it there as a learner would.
 virtual_display_packages=(xvfb openbox xdotool x11-utils imagemagick procps)
-test_packages=(libgtest-dev libgmock-dev)
+test_packages=(libgtest-dev libgmock-dev dbus at-spi2-core python3-gi gir1.2-atspi-2.0)
+fuzz_packages=(clang libclang-rt-14-dev)
 # What the timings are made with, and the tools that the program is held against.
 bench_packages=(libbenchmark-dev libxcb1-dev pkgconf python3-minimal nkf uchardet)
 

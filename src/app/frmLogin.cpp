@@ -6,6 +6,7 @@
 #include "settings/frmMsg.h"
 
 #include <QGridLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -14,9 +15,30 @@
 
 using namespace Qt::Literals::StringLiterals;
 
+namespace {
+
+/// A list in which the first key selects the first name. A list of the toolkit itself takes a name for its present one
+/// as soon as it has the focus, and then the first key goes to the second.
+class NameList : public QListWidget
+{
+  public:
+    using QListWidget::QListWidget;
+
+  protected:
+    void keyPressEvent(QKeyEvent *event) override
+    {
+        if (event->key() == Qt::Key_Down && selectedItems().isEmpty() && count() > 0)
+            item(0)->setSelected(true);
+        else
+            QListWidget::keyPressEvent(event);
+    }
+};
+
+} // namespace
+
 frmLogin::frmLogin(Desktop &desktop, frmMsg &msg, const QString &userListPath)
     : m_desktop(desktop), m_msg(msg), m_userListPath(userListPath), lblComment(new QLabel(this)),
-      txtUserName(new QLineEdit(this)), lstUserName(new QListWidget(this))
+      txtUserName(new QLineEdit(this)), lstUserName(new NameList(this))
 {
     setObjectName(u"frmLogin"_s);
     lblComment->setObjectName(u"lblComment"_s);
@@ -34,7 +56,11 @@ frmLogin::frmLogin(Desktop &desktop, frmMsg &msg, const QString &userListPath)
     auto *const cmdEnd = new QPushButton(u"終了(&X)"_s, this);
     cmdEnd->setObjectName(u"cmdEnd"_s);
     cmdEnd->setAutoDefault(false);
-    connect(lstUserName, &QListWidget::currentItemChanged, this, &frmLogin::lstUserName_Click);
+    cmdOK->setToolTip(u"この名前で始めます (Enter)"_s);
+    cmdEnd->setToolTip(u"瞬記帳を終了します (Alt+X)"_s);
+    txtUserName->setAccessibleName(u"利用者名"_s);
+    lstUserName->setAccessibleName(u"利用者一覧"_s);
+    connect(lstUserName, &QListWidget::itemSelectionChanged, this, &frmLogin::lstUserName_Click);
     connect(lstUserName, &QListWidget::itemClicked, this, &frmLogin::lstUserName_Click);
     connect(lstUserName, &QListWidget::itemDoubleClicked, this, &frmLogin::cmdOK_Click);
     connect(cmdOK, &QPushButton::clicked, this, &frmLogin::cmdOK_Click);
@@ -83,8 +109,9 @@ void frmLogin::Form_Activate()
 void frmLogin::lstUserName_Click()
 {
     WriteTrace(u"■frmLogin.lstUserName_Click");
-    if (const QListWidgetItem *const item = lstUserName->currentItem())
-        txtUserName->setText(item->text());
+    const QList<QListWidgetItem *> selected = lstUserName->selectedItems();
+    if (!selected.isEmpty())
+        txtUserName->setText(selected.front()->text());
 }
 
 void frmLogin::cmdOK_Click()

@@ -1,7 +1,9 @@
 // Sub Main: makes each object once, prepares the run, then hands over from the user selection to the study window.
 #include "app/frmLogin.h"
 #include "app/modMain.h"
+#include "platform/frmCompositionGuard.h"
 #include "platform/frmQtDesktop.h"
+#include "platform/modEndSignal.h"
 #include "platform/modFile.h"
 #include "settings/frmMsg.h"
 #include "view/frmText.h"
@@ -37,6 +39,8 @@ int main(int argc, char *argv[])
     // Once the first window is there, and with its format named, or the toolkit would load all formats it knows.
     QTimer::singleShot(0, &application, [] { QApplication::setWindowIcon(QPixmap(u":/kotoban.png"_s, "PNG")); });
 
+    const CompositionGuard compositionGuard;
+
     const QString folder = QDir::toNativeSeparators(QCoreApplication::applicationDirPath());
     const QString baseName = QFileInfo(QCoreApplication::applicationFilePath()).completeBaseName();
     frmQtDesktop desktop;
@@ -46,16 +50,19 @@ int main(int argc, char *argv[])
     if (!PrepareRun(folder, instance, log, desktop, database))
         return 1;
 
+    const EndSignal endSignal;
+    QObject::connect(&endSignal, &EndSignal::Asked, &application, [] { QApplication::exit(0); });
     frmMsg msg(desktop, JoinPath(folder, u"wav"_s));
     QString userName;
     {
         frmLogin login(desktop, msg, JoinPath(folder, u"ListUserName.txt"_s));
-        if (login.Ask() == LoginResult::EndProgram)
+        if (login.Ask() == LoginResult::EndProgram || endSignal.WasAsked())
             return 0;
         userName = login.UserName();
     }
     frmText study(desktop, database, log, msg, {folder, JoinPath(folder, baseName + u".ini"_s), userName});
     QObject::connect(&study, &frmText::Ended, &application, [] { QApplication::exit(0); });
+    QObject::connect(&endSignal, &EndSignal::Asked, &study, &frmText::close);
     study.show();
     return QApplication::exec();
 }

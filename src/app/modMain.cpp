@@ -26,6 +26,17 @@ QStringList FileNames(const QString &folder)
     return QDir(folder).entryList(QDir::Files | QDir::Hidden, QDir::NoSort);
 }
 
+/// Copies a database, and before it the journal that a crash in the middle of a write has left beside it: without that
+/// one the copy would be of half a write.
+bool CopyDatabase(const QString &source, const QString &target, QString *error)
+{
+    const QString journal = u"-journal"_s; // SQLite's own name for it
+    if (QFile::exists(source + journal) && !QFile::exists(target + journal) &&
+        !CopyWholeFile(source + journal, target + journal, error))
+        return false;
+    return CopyWholeFile(source, target, error);
+}
+
 bool StartRunLog(const RunLog &log, Desktop &desktop)
 {
     QString error;
@@ -120,13 +131,12 @@ bool BackupDatabase(const QString &databaseFolder, const QString &databaseName, 
     if (!ExistsFileOfDay(backupFolder, now.toString(u"_yyyy_MMdd"))) {
         QString backupName = databaseName;
         backupName.replace(u"."_s, now.toString(u"_yyyy_MMdd-HHmm_ss."));
-        QFile source(JoinPath(databaseFolder, databaseName));
+        const QString source = JoinPath(databaseFolder, databaseName);
         const QString target = JoinPath(backupFolder, backupName);
         WriteTrace(u"FileCopy");
-        // The copy is made under a temporary name without the day's mark and renamed when it is whole.
-        if (!source.copy(target)) {
-            *error = u"データベースのバックアップに失敗しました。\r\n  "_s + source.fileName() + u"\r\n  → "_s +
-                     target + u"\r\n  "_s + source.errorString();
+        if (!CopyDatabase(source, target, error)) {
+            *error = u"データベースのバックアップに失敗しました。\r\n  "_s + source + u"\r\n  → "_s + target +
+                     u"\r\n  "_s + *error;
             return false;
         }
         WriteTrace(u"FileCopyFinished");

@@ -3,6 +3,7 @@
 #include "files/frmHistoryChart.h"
 #include "files/frmStudyFiles.h"
 #include "files/modPrintableCopy.h"
+#include "platform/frmBusyPointer.h"
 #include "platform/frmPageFont.h"
 #include "platform/modCodePage.h"
 #include "platform/modDateText.h"
@@ -15,6 +16,7 @@
 #include "text/modReadText.h"
 
 #include <QGridLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListView>
@@ -52,6 +54,7 @@ frmFile::~frmFile() = default;
 QLayout *frmFile::FileControls()
 {
     lstFile->setObjectName(u"lstFile"_s);
+    lstFile->setAccessibleName(u"学習ファイル"_s);
     lstFile->setModel(m_files);
     lstFile->setItemDelegate(new StudyFileDelegate(lstFile));
     lstFile->setUniformItemSizes(true); // measuring every row would check every file
@@ -78,6 +81,13 @@ QLayout *frmFile::FileControls()
     QPushButton *const cmdCancel = AddButton(u"cmdCancel"_s, u"キャンセル"_s, &frmFile::cmdCancel_Click);
     QPushButton *const cmdEnd = AddButton(u"cmdEnd"_s, u"終了(&X)"_s, &frmFile::cmdEnd_Click);
     cmdSelect->setDefault(true);
+    cmdSelect->setToolTip(u"選択したファイルで学習します (Enter)"_s);
+    cmdEdit->setToolTip(u"選択したファイルをテキストエディタで開きます (Alt+E)"_s);
+    cmdRefresh->setToolTip(u"フォルダの中をもう一度調べます (Alt+R)"_s);
+    cmdOpenFolder->setToolTip(u"学習ファイルのフォルダを開きます (Alt+O)"_s);
+    cmdConvFile->setToolTip(u"正解を空欄にした印刷用のファイルを作ります (Alt+P)"_s);
+    cmdCancel->setToolTip(u"選ばずに学習画面に戻ります (Esc)"_s);
+    cmdEnd->setToolTip(u"瞬記帳を終了します (Alt+X)"_s);
 
     auto *const buttons = new QVBoxLayout;
     for (QPushButton *const button : {cmdSelect, cmdEdit, cmdRefresh, cmdOpenFolder, cmdConvFile})
@@ -101,20 +111,30 @@ QLayout *frmFile::FileControls()
 QLayout *frmFile::HistoryControls()
 {
     lstRecord->setObjectName(u"lstRecord"_s);
+    lstRecord->setAccessibleName(u"学習記録"_s);
     lstRecord->setModel(m_records);
     lstRecord->setFont(PageFont()); // the numbers stand below each other
     lstRecord->setUniformItemSizes(true);
     lstRecord->setEditTriggers(QAbstractItemView::NoEditTriggers);
     lstRecord->setMinimumWidth(360);
     txtWeekN->setObjectName(u"txtWeekN"_s);
+    txtWeekN->setAccessibleName(u"週の数"_s);
+    txtWeekN->setToolTip(u"何週間分の記録を表示するか"_s);
     txtWeekN->setMaximumWidth(50);
     txtWeekN->setAlignment(Qt::AlignRight);
     txtYmd->setObjectName(u"txtYmd"_s);
+    txtYmd->setAccessibleName(u"最後の日"_s);
+    txtYmd->setToolTip(u"記録の最後の日（年/月/日）"_s);
     txtYmd->setMaximumWidth(110);
     lblSumTime->setObjectName(u"lblSumTime"_s);
     lblSumAns->setObjectName(u"lblSumAns"_s);
+    lblSumTime->setAccessibleDescription(u"総学習時間"_s);
+    lblSumAns->setAccessibleDescription(u"総回答数"_s);
     connect(txtWeekN, &QLineEdit::textChanged, this, &frmFile::txtWeekN_Change);
     connect(txtYmd, &QLineEdit::textChanged, this, &frmFile::txtYmd_Change);
+    // The list follows the typing. Enter there must not open a file.
+    connect(txtWeekN, &QLineEdit::returnPressed, txtWeekN, &QLineEdit::selectAll);
+    connect(txtYmd, &QLineEdit::returnPressed, txtYmd, &QLineEdit::selectAll);
 
     auto *const span = new QHBoxLayout;
     span->addWidget(new QLabel(u"学習記録："_s, this));
@@ -122,7 +142,9 @@ QLayout *frmFile::HistoryControls()
     span->addWidget(new QLabel(u"まで"_s, this));
     span->addWidget(txtWeekN);
     span->addWidget(new QLabel(u"週間"_s, this));
-    span->addWidget(AddButton(u"cmdInc"_s, u"＋1週(&W)"_s, &frmFile::cmdInc_Click));
+    QPushButton *const cmdInc = AddButton(u"cmdInc"_s, u"＋1週(&W)"_s, &frmFile::cmdInc_Click);
+    cmdInc->setToolTip(u"もう一週前まで表示します (Alt+W)"_s);
+    span->addWidget(cmdInc);
     span->addStretch();
     auto *const totals = new QHBoxLayout;
     totals->addWidget(new QLabel(u"総学習時間："_s, this));
@@ -131,7 +153,9 @@ QLayout *frmFile::HistoryControls()
     totals->addWidget(new QLabel(u"総回答数："_s, this));
     totals->addWidget(lblSumAns);
     totals->addStretch();
-    totals->addWidget(AddButton(u"cmdFile"_s, u"ファイルに出力(&F)"_s, &frmFile::cmdFile_Click));
+    QPushButton *const cmdFile = AddButton(u"cmdFile"_s, u"ファイルに出力(&F)"_s, &frmFile::cmdFile_Click);
+    cmdFile->setToolTip(u"この学習記録を rec フォルダのファイルに書き出します (Alt+F)"_s);
+    totals->addWidget(cmdFile);
 
     auto *const column = new QVBoxLayout;
     column->addLayout(span);
@@ -164,6 +188,15 @@ void frmFile::showEvent(QShowEvent *event)
     Form_Activate();
 }
 
+void frmFile::keyPressEvent(QKeyEvent *event)
+{
+    const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (isEnter && (txtWeekN->hasFocus() || txtYmd->hasFocus()))
+        event->accept();
+    else
+        QDialog::keyPressEvent(event);
+}
+
 void frmFile::Form_Activate()
 {
     WriteTrace(u"■frmFile.Form_Activate");
@@ -187,7 +220,12 @@ void frmFile::cmdSelect_Click()
     StudyLines lines;
     QString message;
     int errorLine = 0;
-    if (!ReadTextFile(path, MaxLineBytes, &lines, &message, &errorLine)) {
+    bool isAccepted = false;
+    {
+        BusyPointer pointer;
+        isAccepted = ReadTextFile(path, MaxLineBytes, &lines, &message, &errorLine, [&pointer] { pointer.Tick(); });
+    }
+    if (!isAccepted) {
         const QString question = message + u"\r\nこのファイルを開きますか？"_s;
         if (m_msg.DispFrmMsg(this, question, MsgStyle::YesNo, u"notify.wav"_s) == MsgResult::Ok)
             OpenInEditor(m_desktop, m_textEditor, path, errorLine);

@@ -26,6 +26,7 @@ double Highest(const std::vector<double> &values)
 HistoryChart::HistoryChart(QWidget *parent) : QWidget(parent)
 {
     setObjectName(u"picHistory"_s);
+    setAccessibleName(u"学習時間と回答数のグラフ"_s);
 }
 
 void HistoryChart::SetHistory(const History &history)
@@ -44,11 +45,19 @@ QSize HistoryChart::sizeHint() const
 void HistoryChart::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
-    painter.fillRect(rect(), Qt::white);
+    painter.fillRect(rect(), palette().base());
     const int textHeight = fontMetrics().height();
     const QRect plot = rect().adjusted(6, textHeight + 4, -6, -textHeight - 4);
     if (m_dayCount == 0 || plot.width() < 1 || plot.height() < 1)
         return;
+    painter.setPen(palette().color(QPalette::Text));
+    painter.drawText(rect().adjusted(6, 0, -6, -2), Qt::AlignLeft | Qt::AlignBottom,
+                     DateText(m_endDate.addDays(1 - m_dayCount)));
+    painter.drawText(rect().adjusted(6, 0, -6, -2), Qt::AlignRight | Qt::AlignBottom, DateText(m_endDate));
+    if (m_days.empty()) {
+        painter.drawText(plot, Qt::AlignCenter, u"この期間の記録はありません"_s);
+        return;
+    }
 
     // A span of more days than pixels is drawn in columns of several days.
     const int columns = qMin(m_dayCount, plot.width());
@@ -83,14 +92,19 @@ void HistoryChart::paintEvent(QPaintEvent *)
     painter.setPen(QPen(LineColour, 1.5));
     painter.drawPath(line);
 
-    painter.setPen(BarColour.darker(140));
-    painter.drawText(rect().adjusted(6, 2, -6, 0), Qt::AlignLeft | Qt::AlignTop,
-                     u"■ 学習時間（最大"_s + QString::number(qRound(mostMinutes)) + u"分）"_s);
+    // The signs have the colours; text of these colours could not be read well on every background.
+    const QString bar = u"■"_s;
+    const QString answersText = u" 回答数（最大"_s + QString::number(qRound(mostAnswers)) + u"問）"_s;
+    const QString dash = u"―"_s;
+    const QRect legend = rect().adjusted(6, 2, -6, 0);
+    const int barWidth = fontMetrics().horizontalAdvance(bar);
+    const int answersWidth = fontMetrics().horizontalAdvance(answersText);
+    painter.setPen(BarColour);
+    painter.drawText(legend, Qt::AlignLeft | Qt::AlignTop, bar);
     painter.setPen(LineColour);
-    painter.drawText(rect().adjusted(6, 2, -6, 0), Qt::AlignRight | Qt::AlignTop,
-                     u"― 回答数（最大"_s + QString::number(qRound(mostAnswers)) + u"問）"_s);
+    painter.drawText(legend.adjusted(0, 0, -answersWidth, 0), Qt::AlignRight | Qt::AlignTop, dash);
     painter.setPen(palette().color(QPalette::Text));
-    painter.drawText(rect().adjusted(6, 0, -6, -2), Qt::AlignLeft | Qt::AlignBottom,
-                     DateText(m_endDate.addDays(1 - m_dayCount)));
-    painter.drawText(rect().adjusted(6, 0, -6, -2), Qt::AlignRight | Qt::AlignBottom, DateText(m_endDate));
+    painter.drawText(legend.adjusted(barWidth, 0, 0, 0), Qt::AlignLeft | Qt::AlignTop,
+                     u" 学習時間（最大"_s + QString::number(qRound(mostMinutes)) + u"分）"_s);
+    painter.drawText(legend, Qt::AlignRight | Qt::AlignTop, answersText);
 }

@@ -35,7 +35,7 @@ void StudyFileDelegate::paint(QPainter *painter, const QStyleOptionViewItem &opt
     constexpr int gapPx = 16;
     const bool isSelected = option.state.testFlag(QStyle::State_Selected);
     QColor colour = option.palette.color(isSelected ? QPalette::HighlightedText : QPalette::Text);
-    colour.setAlphaF(0.6f);
+    colour.setAlphaF(isSelected ? 1.0f : 0.65f);
     const int nameWidth = option.fontMetrics.horizontalAdvance(index.data(Qt::DisplayRole).toString());
     painter->save();
     painter->setClipRect(option.rect);

@@ -32,7 +32,8 @@ History ReadHistory(StudyDatabase &database, const QDate &endDate, int weeks, co
         const QString startTime = database.SQLite3GetColumn(table, row, u"hms_sta"_s);
         const QString end = database.SQLite3GetColumn(table, row, u"dt_end"_s);
         const int answers = database.SQLite3GetColumn(table, row, u"num_answer"_s).toInt();
-        const qint64 seconds = SecondsBetween(day + u' ' + startTime, end);
+        // A clock that was set back in between makes no time studied, and no negative one.
+        const qint64 seconds = qMax(qint64(0), SecondsBetween(day + u' ' + startTime, end));
         if (day != lastDay) {
             const QDate date = DateFromText(day);
             history.lines += date.isValid() ? DateWithWeekday(date) : day;
@@ -44,7 +45,7 @@ History ReadHistory(StudyDatabase &database, const QDate &endDate, int weeks, co
         history.lines +=
             HistoryLine(startTime, seconds, answers, database.SQLite3GetColumn(table, row, u"file_name"_s));
     }
-    history.totalTime = HoursMinutesSeconds(DBSumTimeKotoban(database, endDate, dayCount, userName));
+    history.totalTime = HoursMinutesSeconds(qMax(qint64(0), DBSumTimeKotoban(database, endDate, dayCount, userName)));
     history.totalAnswers = QString::number(DBSumAnsKotoban(database, endDate, dayCount, userName));
     return history;
 }

@@ -5,12 +5,15 @@
 
 using namespace Qt::Literals::StringLiterals;
 
-QFont PageFont()
+namespace {
+
+/// The family of the page; empty when no family that is made for Japanese has a fixed pitch.
+QString PageFamily()
 {
     const QStringList families = QFontDatabase::families(QFontDatabase::Japanese);
     for (const QString &family : {u"MS Gothic"_s, u"ＭＳ ゴシック"_s, u"IPAGothic"_s, u"IPAゴシック"_s})
         if (families.contains(family))
-            return QFont(family);
+            return family;
     QString fixedPitch;
     for (const QString &family : families) {
         if (!QFontDatabase::isFixedPitch(family))
@@ -18,7 +21,20 @@ QFont PageFont()
         if (family.contains(u"JP"_s) || fixedPitch.isEmpty())
             fixedPitch = family;
     }
-    QFont font = fixedPitch.isEmpty() ? QFontDatabase::systemFont(QFontDatabase::FixedFont) : QFont(fixedPitch);
+    return fixedPitch;
+}
+
+} // namespace
+
+QFont PageFont()
+{
+    const QString family = PageFamily();
+    QFont font = family.isEmpty() ? QFontDatabase::systemFont(QFontDatabase::FixedFont) : QFont(family);
     font.setStyleHint(QFont::Monospace);
     return font;
+}
+
+bool HasPageFont()
+{
+    return !PageFamily().isEmpty();
 }

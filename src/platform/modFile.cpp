@@ -4,24 +4,53 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QSaveFile>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+constexpr qsizetype PieceBytes = 1 << 20; // that are read and written at a time
+
+/// Puts what was written in its place. QSaveFile takes no notice when the last of it does not fit on the disk and would
+/// put what is there of it in the place of the whole file, so that is written first.
+bool Commit(QSaveFile *file)
+{
+    return file->flush() && file->commit();
+}
+
+} // namespace
 
 QString JoinPath(const QString &folder, const QString &name)
 {
     return QDir::toNativeSeparators(folder) + QDir::separator() + name;
 }
 
-bool ReadWholeFile(const QString &path, QByteArray *bytes, QString *error)
+bool ReadWholeFile(const QString &path, QByteArray *bytes, QString *error, const std::function<void()> &whileReading)
 {
     QFile file(path);
     bytes->clear();
-    if (file.open(QIODevice::ReadOnly)) {
-        // The size is only what the file had a moment ago, and nothing at all for what is no regular file.
-        bytes->resize(file.size());
-        PreferLargePages(bytes->data(), bytes->size());
-        bytes->truncate(qMax(file.read(bytes->data(), bytes->size()), qint64(0)));
-        *bytes += file.readAll();
+    error->clear();
+    if (!file.open(QIODevice::ReadOnly)) {
+        *error = file.errorString();
+        return false;
     }
+    if (file.size() > MostFileBytes) {
+        *error = u"ファイルが大きすぎます。"_s;
+        return false;
+    }
+    // The size is only what the file had a moment ago, and nothing at all for what is no regular file.
+    bytes->resize(file.size());
+    PreferLargePages(bytes->data(), bytes->size());
+    qsizetype done = 0;
+    for (qint64 taken = 1; taken > 0 && done < bytes->size(); done += qMax(taken, qint64(0))) {
+        taken = file.read(bytes->data() + done, qMin(PieceBytes, bytes->size() - done));
+        if (whileReading)
+            whileReading();
+    }
+    bytes->truncate(done);
+    *bytes += file.readAll();
     if (file.error() == QFileDevice::NoError)
         return true;
     *error = file.errorString();
@@ -32,9 +61,42 @@ bool ReadWholeFile(const QString &path, QByteArray *bytes, QString *error)
 bool ReplaceFile(const QString &path, const QByteArray &bytes, QString *error)
 {
     QSaveFile file(path);
-    if (file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit())
+    if (file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && Commit(&file))
         return true;
     *error = file.errorString();
+    return false;
+}
+
+bool CopyWholeFile(const QString &source, const QString &target, QString *error)
+{
+    const QDir folder = QFileInfo(target).dir();
+    // What a process that was ended in the middle of it has left.
+    for (const QString &name : folder.entryList(QDir::Files | QDir::Hidden))
+        if (name.startsWith(UnfinishedCopy))
+            QFile::remove(folder.filePath(name));
+
+    QFile in(source);
+    if (!in.open(QIODevice::ReadOnly)) {
+        *error = in.errorString();
+        return false;
+    }
+    QSaveFile out(folder.filePath(UnfinishedCopy.toString()));
+    bool isGood = out.open(QIODevice::WriteOnly);
+    for (QByteArray piece = in.read(PieceBytes); isGood && !piece.isEmpty(); piece = in.read(PieceBytes))
+        isGood = out.write(piece) == piece.size();
+    if (in.error() != QFileDevice::NoError) {
+        *error = in.errorString();
+        return false;
+    }
+    if (!isGood || !Commit(&out)) {
+        *error = out.errorString();
+        return false;
+    }
+    QFile copy(out.fileName());
+    if (copy.rename(target))
+        return true;
+    *error = copy.errorString();
+    copy.remove();
     return false;
 }
 

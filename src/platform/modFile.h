@@ -4,17 +4,32 @@
 #include <QByteArray>
 #include <QString>
 
+#include <functional>
+
 /// Folder and name joined by the system's own separator.
 QString JoinPath(const QString &folder, const QString &name);
 
+/// Largest file that is read, in bytes: 1 GiB.
+constexpr qint64 MostFileBytes = qint64(1) << 30;
+
 /// Reads a whole file.
-/// @return false when it cannot be read to its end; error then holds the system's reason and bytes is empty
-bool ReadWholeFile(const QString &path, QByteArray *bytes, QString *error);
+/// @param whileReading  called now and then, where the reader wants to be heard of before the end
+/// @return false when it is too large or cannot be read to its end; error then holds the reason and bytes is empty
+bool ReadWholeFile(const QString &path, QByteArray *bytes, QString *error,
+                   const std::function<void()> &whileReading = {});
 
 /// Replaces a file by the given bytes, or makes it. The file is written beside its place and renamed, so that after a
 /// failure the old one is still there, whole.
 /// @return false on failure; error then holds the system's reason
 bool ReplaceFile(const QString &path, const QByteArray &bytes, QString *error);
+
+/// Copies a file to where there is none. The copy is made under the name UnfinishedCopy in the target's folder and
+/// renamed when all of it is on the disk: under its own name it is there whole or not at all.
+/// @return false on failure; error then holds the system's reason
+bool CopyWholeFile(const QString &source, const QString &target, QString *error);
+
+/// What the name of an unfinished copy begins with.
+inline constexpr QStringView UnfinishedCopy = u"unfinished.copy";
 
 /// A text as part of a file's name: every character that a file name cannot hold on one of the systems becomes "_", the
 /// separators of paths among them.

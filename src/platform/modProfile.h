@@ -11,7 +11,13 @@
 QString ReadProfile(const QString &path, const QString &section, const QString &key, const QString &defaultText,
                     qsizetype maxLength);
 
+/// Whether a text can be a value: it stands on one line and holds no NUL.
+bool IsProfileValue(const QString &value);
+
+/// A value as it is written: in quotes when reading would take blanks or quotes of its own away.
+QString ProfileText(const QString &value);
+
 /// Writes one value, and makes the file, the section or the key where they are missing. Every other line keeps its
 /// place and its bytes. The file is replaced at one stroke.
-/// @return false when it could not be written; the old file is then still there, whole
+/// @return false when the value is none or could not be written; the old file is then still there, whole
 bool WriteProfile(const QString &path, const QString &section, const QString &key, const QString &value);

@@ -112,13 +112,15 @@ QString ReadProfile(const QString &path, const QString &section, const QString &
 
 bool WriteProfile(const QString &path, const QString &section, const QString &key, const QString &value)
 {
+    if (!IsProfileValue(value))
+        return false;
     QByteArray bytes;
     QString error;
     // A file that is there but cannot be read must not be taken for an empty one and replaced.
     if (QFileInfo::exists(path) && !ReadWholeFile(path, &bytes, &error))
         return false;
     const Place place = FindPlace(bytes, section, key);
-    const QByteArray entry = ToCodePage932(QString(key + u'=' + value));
+    const QByteArray entry = ToCodePage932(QString(key + u'=' + ProfileText(value)));
     if (place.hasKey)
         bytes.replace(place.line.start, place.line.end - place.line.start, entry);
     else if (place.hasSection)

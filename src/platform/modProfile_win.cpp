@@ -59,6 +59,7 @@ QString ReadProfile(const QString &path, const QString &section, const QString &
 
 bool WriteProfile(const QString &path, const QString &section, const QString &key, const QString &value)
 {
-    return WritePrivateProfileStringW(Wide(ToMachineText(section)), Wide(ToMachineText(key)),
-                                      Wide(ToMachineText(value)), Wide(path)) != 0;
+    return IsProfileValue(value) &&
+           WritePrivateProfileStringW(Wide(ToMachineText(section)), Wide(ToMachineText(key)),
+                                      Wide(ToMachineText(ProfileText(value))), Wide(path)) != 0;
 }

@@ -57,6 +57,8 @@ frmSearch::frmSearch(KeywordSearch &search, QWidget *owner)
     lblHint->setVisible(!search.List().fault.isEmpty());
     txtSearch->setObjectName(u"txtSearch"_s);
     txtSearch->setPlaceholderText(u"キーワードまたは本文の言葉"_s);
+    txtSearch->setAccessibleName(u"探す言葉"_s);
+    lstKeyword->setAccessibleName(u"キーワード"_s);
     lstKeyword->setObjectName(u"lstKeyword"_s);
     lstKeyword->setModel(m_entries);
     lstKeyword->setUniformItemSizes(true); // measuring every row would search for every keyword

@@ -27,6 +27,13 @@ QPushButton *NewButton(const QString &name, const QString &caption, QWidget *par
     return button;
 }
 
+QLabel *NewLabel(const QString &caption, QWidget *buddy)
+{
+    auto *const label = new QLabel(caption, buddy->parentWidget());
+    label->setBuddy(buddy);
+    return label;
+}
+
 } // namespace
 
 frmIni::frmIni(Desktop &desktop, frmMsg &msg, const Settings &defaults, const Settings &upper, QWidget *owner)
@@ -48,11 +55,14 @@ void frmIni::AddControls()
     txtTextEditor->setMinimumWidth(320);
     txtTextEditor->setMaxLength(LongestSetting);
     chkDispLineNum->setObjectName(u"chkDispLineNum"_s);
+    txtLineSpace->setAccessibleName(u"行間"_s);
+    txtTextEditor->setAccessibleName(u"テキストエディタ"_s);
 
     auto *const fontSizes = new QHBoxLayout;
     for (int i = 0; i < 3; ++i) {
         optFontSize[i] = new QRadioButton(FontSizeText(FontSizes[i]), this);
         optFontSize[i]->setObjectName(u"optFontSize"_s + QString::number(i));
+        optFontSize[i]->setAccessibleName(u"フォントサイズ "_s + FontSizeText(FontSizes[i]));
         fontSizes->addWidget(optFontSize[i]);
     }
     fontSizes->addStretch();
@@ -67,6 +77,10 @@ void frmIni::AddControls()
     QPushButton *const cmdChangeSetting = NewButton(u"cmdChangeSetting"_s, u"設定を変更(&S)"_s, this);
     QPushButton *const cmdCancel = NewButton(u"cmdCancel"_s, u"キャンセル"_s, this);
     cmdChangeSetting->setDefault(true);
+    cmdBrowse->setToolTip(u"テキストエディタのファイルを選びます (Alt+B)"_s);
+    cmdRunEditor->setToolTip(u"テキストエディタをファイルなしで起動します (Alt+R)"_s);
+    cmdChangeSetting->setToolTip(u"この設定を使い，保存します (Enter)"_s);
+    cmdCancel->setToolTip(u"変えずに戻ります (Esc)"_s);
     connect(cmdBrowse, &QPushButton::clicked, this, &frmIni::cmdBrowse_Click);
     connect(cmdRunEditor, &QPushButton::clicked, this, &frmIni::cmdRunEditor_Click);
     connect(cmdChangeSetting, &QPushButton::clicked, this, &frmIni::cmdChangeSetting_Click);
@@ -84,9 +98,9 @@ void frmIni::AddControls()
     auto *const grid = new QGridLayout(this);
     grid->addWidget(new QLabel(u"フォントサイズ："_s, this), 0, 0);
     grid->addLayout(fontSizes, 0, 1);
-    grid->addWidget(new QLabel(u"行間："_s, this), 1, 0);
+    grid->addWidget(NewLabel(u"行間(&L)："_s, txtLineSpace), 1, 0);
     grid->addLayout(lineSpace, 1, 1);
-    grid->addWidget(new QLabel(u"テキストエディタ："_s, this), 2, 0);
+    grid->addWidget(NewLabel(u"テキストエディタ(&T)："_s, txtTextEditor), 2, 0);
     grid->addWidget(txtTextEditor, 2, 1);
     grid->addLayout(editorButtons, 3, 1);
     grid->addWidget(chkDispLineNum, 4, 1);

@@ -85,10 +85,18 @@ void StudyDatabase::Close()
     m_handle = nullptr;
 }
 
-bool StudyDatabase::SQLite3NonQuery(const QString &sql)
+int StudyDatabase::Prepare(const QString &sql, const QStringList &names, sqlite3_stmt **statement)
+{
+    for (const QString &name : names)
+        if (name.contains(u'\''))
+            return SQLITE_ERROR;
+    return SQLite3Prepare16V2(m_handle, sql, statement);
+}
+
+bool StudyDatabase::SQLite3NonQuery(const QString &sql, const QStringList &names)
 {
     sqlite3_stmt *statement = nullptr;
-    if (SQLite3Prepare16V2(m_handle, sql, &statement) == SQLITE_OK) {
+    if (Prepare(sql, names, &statement) == SQLITE_OK) {
         const int result = SQLite3Step(statement);
         if (result == SQLITE_BUSY)
             m_desktop.ShowMessage(u"The database file is locked"_s);
@@ -99,10 +107,10 @@ bool StudyDatabase::SQLite3NonQuery(const QString &sql)
     return false;
 }
 
-void StudyDatabase::SQLite3Query(const QString &sql, ResultTable *table)
+void StudyDatabase::SQLite3Query(const QString &sql, ResultTable *table, const QStringList &names)
 {
     sqlite3_stmt *statement = nullptr;
-    SQLite3Prepare16V2(m_handle, sql, &statement);
+    Prepare(sql, names, &statement);
     table->assign(1, QString());
     int result = SQLite3Step(statement);
     for (; result == SQLITE_ROW; result = SQLite3Step(statement)) {

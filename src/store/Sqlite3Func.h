@@ -6,10 +6,12 @@
 #include "platform/modDesktop.h"
 
 #include <QString>
+#include <QStringList>
 
 #include <vector>
 
 struct sqlite3;
+struct sqlite3_stmt;
 
 /// Rows of a query: row 0 is the header, the column names joined by TAB; rows 1..n are the values joined by TAB.
 /// Without rows there is only row 0, and it is empty.
@@ -32,13 +34,16 @@ class StudyDatabase
     /// Closes the connection. Statements fail from then on. Closing twice does nothing.
     void Close();
 
-    /// Runs a statement that returns no rows.
+    /// Runs a statement that returns no rows. Of a text with several statements only the first is looked at.
+    /// @param names  texts that were put into it between single quotes. One that holds a "'" itself would end there,
+    ///   and what follows it would be read as SQL: such a statement counts as one that cannot be prepared.
     /// @return whether it was carried out; if not, the database is as before and the learner has been told
-    bool SQLite3NonQuery(const QString &sql);
+    bool SQLite3NonQuery(const QString &sql, const QStringList &names = {});
 
     /// Runs a statement that returns rows.
+    /// @param names  as above
     /// @param table  the rows up to a fault, if there is one; the learner has then been told
-    void SQLite3Query(const QString &sql, ResultTable *table);
+    void SQLite3Query(const QString &sql, ResultTable *table, const QStringList &names = {});
 
     /// One value of a result table by the name of its column.
     /// @param row  1..n for a value
@@ -46,6 +51,8 @@ class StudyDatabase
     QString SQLite3GetColumn(const ResultTable &table, int row, const QString &name);
 
   private:
+    int Prepare(const QString &sql, const QStringList &names, sqlite3_stmt **statement);
+
     Desktop &m_desktop;
     sqlite3 *m_handle = nullptr;
 };

@@ -37,26 +37,26 @@ std::optional<qint64> WallClockSeconds(QStringView text)
 void DBInsRecKotoban(StudyDatabase &database, const QDateTime &sessionStart, const QString &userName,
                      const QString &fileName)
 {
-    database.SQLite3NonQuery(InsertStatement(sessionStart, userName, fileName));
+    database.SQLite3NonQuery(InsertStatement(sessionStart, userName, fileName), {userName, fileName});
 }
 
 void DBUpdRecKotoban(StudyDatabase &database, const Desktop &clock, const QDateTime &sessionStart,
                      const QString &userName, int answerCount)
 {
-    database.SQLite3NonQuery(UpdateStatement(clock.Now(), sessionStart, userName, answerCount));
+    database.SQLite3NonQuery(UpdateStatement(clock.Now(), sessionStart, userName, answerCount), {userName});
 }
 
 bool DBSelRecKotoban(StudyDatabase &database, const QDate &endDate, int dayCount, const QString &userName,
                      ResultTable *table, bool ascending)
 {
-    database.SQLite3Query(SelectStatement(endDate, dayCount, userName, ascending), table);
+    database.SQLite3Query(SelectStatement(endDate, dayCount, userName, ascending), table, {userName});
     return HasRows(*table);
 }
 
 qint64 DBSumTimeKotoban(StudyDatabase &database, const QDate &endDate, int dayCount, const QString &userName)
 {
     ResultTable table;
-    database.SQLite3Query(SumTimeStatement(endDate, dayCount, userName), &table);
+    database.SQLite3Query(SumTimeStatement(endDate, dayCount, userName), &table, {userName});
     qint64 seconds = 0;
     for (int row = 1; row < int(table.size()); ++row)
         seconds += SecondsBetween(database.SQLite3GetColumn(table, row, u"ymd_sta"_s) + u' ' +
@@ -68,7 +68,7 @@ qint64 DBSumTimeKotoban(StudyDatabase &database, const QDate &endDate, int dayCo
 int DBSumAnsKotoban(StudyDatabase &database, const QDate &endDate, int dayCount, const QString &userName)
 {
     ResultTable table;
-    database.SQLite3Query(SumAnswersStatement(endDate, dayCount, userName), &table);
+    database.SQLite3Query(SumAnswersStatement(endDate, dayCount, userName), &table, {userName});
     return HasRows(table) ? database.SQLite3GetColumn(table, 1, u"sum_a"_s).toInt() : 0;
 }
 

@@ -1,8 +1,8 @@
 // The record of study sessions: table t_kotoban, one row a session, keyed by start date, user name and start time. A
 // row is inserted when the study of a file begins and completed with its end and its answers when it ends.
 //
-// Names go into the statements as they stand. One with a "'" breaks its statement, which then fails with the message of
-// the access layer; that is meant.
+// Names go into the statements as they stand. A statement with a name that holds a "'" fails with the message of the
+// access layer, and nothing else happens; that is meant.
 #pragma once
 
 #include "store/Sqlite3Func.h"

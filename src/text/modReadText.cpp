@@ -9,33 +9,31 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-bool ReadAndCheck(const QString &path, int maxLineBytes, StudyLines *lines, QString *message, int *errorLine)
+bool ReadAndCheck(const QString &path, int maxLineBytes, StudyLines *lines, QString *message, int *errorLine,
+                  const std::function<void()> &whileReading)
 {
     *errorLine = 1;
     QByteArray bytes;
     QString reason;
-    if (!ReadWholeFile(path, &bytes, &reason)) {
+    if (!ReadWholeFile(path, &bytes, &reason, whileReading)) {
         *message = UnreadableFileMessage(GetFileTitle(path), reason);
-        return false;
-    }
-    if (bytes.size() > StudyLines::MaxCharacters / 2) {
-        *message = UnreadableFileMessage(GetFileTitle(path), u"ファイルが大きすぎます。"_s);
         return false;
     }
     if (!CheckTextEncoding(path, bytes, message))
         return false;
-    ReadAllLines(ExpandTabs(bytes), lines);
+    ReadAllLines(ExpandTabs(bytes), lines, whileReading);
     return CheckLineBytes(*lines, maxLineBytes, message, errorLine) && CheckBracketCount(*lines, message, errorLine) &&
            CheckBracketOrder(*lines, message, errorLine);
 }
 
 } // namespace
 
-bool ReadTextFile(const QString &path, int maxLineBytes, StudyLines *lines, QString *message, int *errorLine)
+bool ReadTextFile(const QString &path, int maxLineBytes, StudyLines *lines, QString *message, int *errorLine,
+                  const std::function<void()> &whileReading)
 {
     message->clear();
     lines->Clear();
-    const bool isAccepted = ReadAndCheck(path, maxLineBytes, lines, message, errorLine);
+    const bool isAccepted = ReadAndCheck(path, maxLineBytes, lines, message, errorLine, whileReading);
     if (isAccepted)
         *errorLine = 0;
     else
@@ -59,8 +57,10 @@ QString FileCharCodeName(const QByteArray &bytes)
     return GetCharCodeName(QByteArrayView(bytes.constData(), bytes.size() + 1));
 }
 
-void ReadAllLines(const QByteArray &bytes, StudyLines *lines)
+void ReadAllLines(const QByteArray &bytes, StudyLines *lines, const std::function<void()> &whileReading)
 {
+    constexpr int linesBetween = 10'000;
+    int linesLeft = linesBetween;
     StudyLinesWriter writer(bytes.size());
     const char *const end = bytes.constData() + bytes.size();
     const char *lineStart = bytes.constData();
@@ -80,6 +80,11 @@ void ReadAllLines(const QByteArray &bytes, StudyLines *lines)
             if (byte == '\r' && at < end && *at == '\n')
                 ++at;
             lineStart = at;
+            if (--linesLeft == 0) {
+                linesLeft = linesBetween;
+                if (whileReading)
+                    whileReading();
+            }
         } else {
             *writer.next++ = char16_t(byte);
         }

@@ -5,14 +5,18 @@
 
 #include <QByteArray>
 
+#include <functional>
+
 /// Reads and checks a study file: character code, lines, tabs, then the checks of modCheckText, up to the first
 /// failure. The file is read once, so that what was checked is what is shown.
 /// @param maxLineBytes  longest line allowed, in bytes of code page 932 after tab expansion
 /// @param lines  the lines with their tabs expanded; empty after a refusal
 /// @param message  empty when the file was accepted, else the refusal, its lines separated by CR LF
 /// @param errorLine  1-based line that was refused; 1 when the file was refused as a whole; 0 when it was accepted
+/// @param whileReading  called now and then, where the reader wants to be heard of before the end
 /// @return whether the file was accepted
-bool ReadTextFile(const QString &path, int maxLineBytes, StudyLines *lines, QString *message, int *errorLine);
+bool ReadTextFile(const QString &path, int maxLineBytes, StudyLines *lines, QString *message, int *errorLine,
+                  const std::function<void()> &whileReading = {});
 
 /// Whether a file's bytes are ASCII or Shift_JIS, the character codes that the program reads.
 /// @param path  only named in the message
@@ -24,7 +28,8 @@ QString FileCharCodeName(const QByteArray &bytes);
 
 /// Takes bytes of code page 932, at most StudyLines::MaxCharacters, apart into lines. CR LF, LF and CR each end a line;
 /// nothing is made up behind the last.
-void ReadAllLines(const QByteArray &bytes, StudyLines *lines);
+/// @param whileReading  as above
+void ReadAllLines(const QByteArray &bytes, StudyLines *lines, const std::function<void()> &whileReading = {});
 
 /// Bytes of code page 932 with every tab replaced by two spaces. A tab is never the second byte of a character.
 QByteArray ExpandTabs(const QByteArray &bytes);

@@ -1,8 +1,11 @@
 #include "view/frmText.h"
 
 #include "files/frmFile.h"
+#include "platform/frmBusyPointer.h"
+#include "platform/frmPageFont.h"
 #include "platform/modDateText.h"
 #include "platform/modFile.h"
+#include "platform/modFontAdvice.h"
 #include "platform/modProduct.h"
 #include "platform/modWindowMessage.h"
 #include "search/frmSearch.h"
@@ -25,6 +28,7 @@
 #include <QFileInfo>
 #include <QGridLayout>
 #include <QLabel>
+#include <QProgressBar>
 #include <QPushButton>
 #include <QScreen>
 #include <QScrollBar>
@@ -61,7 +65,8 @@ frmText::frmText(Desktop &desktop, StudyDatabase &database, const RunLog &log, f
       cmdIni(AddButton(u"cmdIni"_s, u"設定(&I)"_s, &frmText::cmdIni_Click)),
       cmdDispHowToUse(AddButton(u"cmdDispHowToUse"_s, u"使い方(&H)"_s, &frmText::cmdDispHowToUse_Click)),
       cmdSearch(AddButton(u"cmdSearch"_s, u"検索(&F)"_s, &frmText::cmdSearch_Click)),
-      chkSpeak(new QCheckBox(u"読み上げ(&S)"_s, this)), lblNum(AddLabel(u"lblNum"_s)), lblMinN(AddLabel(u"lblMinN"_s)),
+      chkSpeak(new QCheckBox(u"読み上げ(&S)"_s, this)), lblNum(AddLabel(u"lblNum"_s)), prgShown(new QProgressBar(this)),
+      lblShown(AddLabel(u"lblShown"_s)), lblPlace(AddLabel(u"lblPlace"_s)), lblMinN(AddLabel(u"lblMinN"_s)),
       lblMin(AddLabel(u"lblMin"_s)), lblSecN(AddLabel(u"lblSecN"_s)), lblSec(AddLabel(u"lblSec"_s)),
       lblKeyword(AddLabel(u"lblKeyword"_s)), Timer1(new QTimer(this))
 {
@@ -76,39 +81,35 @@ void frmText::AddControls()
 {
     picText->setObjectName(u"picText"_s);
     VScroll->setObjectName(u"VScroll"_s);
+    VScroll->setAccessibleName(u"本文の位置"_s);
     chkSpeak->setObjectName(u"chkSpeak"_s);
+    chkSpeak->setToolTip(u"クリックした言葉を読み上げます (Alt+S)"_s);
     Timer1->setObjectName(u"Timer1"_s);
     chkSpeak->setFocusPolicy(Qt::TabFocus);
     VScroll->setFocusPolicy(Qt::TabFocus);
     KeepPlaceWhenHidden(VScroll);
-    lblMin->setText(u"分"_s);
-    lblSec->setText(u"秒"_s);
-    for (QLabel *const number : {lblNum, lblMinN, lblSecN}) {
-        number->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-        number->setMinimumWidth(number->fontMetrics().horizontalAdvance(u"0000"_s));
-    }
-    for (QLabel *const label : {lblMinN, lblMin, lblSecN, lblSec})
-        KeepPlaceWhenHidden(label);
-    lblNum->setText(u"0"_s);
+    cmdFile->setToolTip(u"別の学習ファイルを選びます (Alt+O)"_s);
+    cmdReRead->setToolTip(u"編集した学習ファイルを読み直します (Alt+R)"_s);
+    cmdEdit->setToolTip(u"学習ファイルをテキストエディタで開きます (Alt+E)"_s);
+    cmdIni->setToolTip(u"文字の大きさなどを変えます (Alt+I)"_s);
+    cmdDispHowToUse->setToolTip(u"使い方の説明を開きます (F1)"_s);
+    cmdSearch->setToolTip(u"キーワードや本文の言葉を探します (Ctrl+F)"_s);
 
     auto *const bar = new QHBoxLayout;
     bar->setSpacing(6);
     for (QPushButton *const button : {cmdFile, cmdReRead, cmdEdit, cmdIni, cmdDispHowToUse, cmdSearch})
         bar->addWidget(button);
+    bar->addSpacing(6);
     bar->addWidget(chkSpeak);
-    bar->addWidget(lblKeyword);
     bar->addStretch();
-    bar->addWidget(new QLabel(u"回答数："_s, this));
-    bar->addWidget(lblNum);
-    bar->addSpacing(16);
-    for (QLabel *const label : {lblMinN, lblMin, lblSecN, lblSec})
-        bar->addWidget(label);
 
     auto *const grid = new QGridLayout(this);
-    grid->setContentsMargins(6, 6, 6, 6);
+    grid->setContentsMargins(8, 8, 8, 6);
+    grid->setVerticalSpacing(6);
     grid->addLayout(bar, 0, 0, 1, 2);
     grid->addWidget(picText, 1, 0);
     grid->addWidget(VScroll, 1, 1);
+    grid->addLayout(StateControls(), 2, 0, 1, 2);
     grid->setRowStretch(1, 1);
     grid->setColumnStretch(0, 1);
     grid->setHorizontalSpacing(0);
@@ -126,6 +127,44 @@ void frmText::AddControls()
     connect(new QShortcut(Qt::SHIFT | Qt::Key_F3, this), &QShortcut::activated, this, [this] { GoOnSearching(true); });
     connect(Timer1, &QTimer::timeout, this, &frmText::Timer1_Timer);
     Timer1->setInterval(TimerMs);
+}
+
+/// How far the learner is: below the page, where nothing pushes the buttons off a small screen.
+QLayout *frmText::StateControls()
+{
+    lblMin->setText(u"分"_s);
+    lblSec->setText(u"秒"_s);
+    for (QLabel *const number : {lblNum, lblMinN, lblSecN}) {
+        number->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+        number->setMinimumWidth(number->fontMetrics().horizontalAdvance(u"0000"_s));
+    }
+    lblNum->setText(u"0"_s);
+    // Their names are their numbers.
+    lblNum->setAccessibleDescription(u"回答数"_s);
+    lblMinN->setAccessibleDescription(u"学習時間の分"_s);
+    lblSecN->setAccessibleDescription(u"学習時間の秒"_s);
+    prgShown->setObjectName(u"prgShown"_s);
+    prgShown->setAccessibleName(u"表示した正解の割合"_s);
+    prgShown->setTextVisible(false);
+    prgShown->setFixedSize(120, 8);
+    for (QWidget *const control : std::initializer_list<QWidget *>{prgShown, lblMinN, lblMin, lblSecN, lblSec})
+        KeepPlaceWhenHidden(control);
+
+    auto *const state = new QHBoxLayout;
+    state->setSpacing(6);
+    state->addWidget(new QLabel(u"回答数："_s, this));
+    state->addWidget(lblNum);
+    state->addSpacing(20);
+    state->addWidget(prgShown, 0, Qt::AlignVCenter);
+    state->addWidget(lblShown);
+    state->addSpacing(20);
+    state->addWidget(lblPlace);
+    state->addSpacing(20);
+    state->addWidget(lblKeyword);
+    state->addStretch();
+    for (QLabel *const label : {lblMinN, lblMin, lblSecN, lblSec})
+        state->addWidget(label);
+    return state;
 }
 
 // A click leaves the focus in the text, where Enter is; Tab still reaches every button, and Enter presses it there.
@@ -171,6 +210,7 @@ void frmText::Form_Load()
     for (QLabel *const label : {lblMinN, lblMin, lblSecN, lblSec})
         label->hide();
     SetUpScrollBar();
+    ShowProgress();
     m_wheelMessage = RegisterMessageName(u"MSWHEEL_ROLLMSG"_s);
 }
 
@@ -185,6 +225,8 @@ void frmText::showEvent(QShowEvent *event)
     picText->setFocus();
     QTimer::singleShot(0, this, [this] {
         Form_Activate();
+        if (!HasPageFont())
+            m_desktop.ShowMessage(u"日本語の等幅フォントが見つかりません。\r\n"_s + FontAdvice());
         if (!m_isTextLoaded)
             cmdFile_Click();
     });
@@ -228,6 +270,7 @@ void frmText::SetUpScrollBar()
     VScroll->setPageStep(layout.LargeChange());
     VScroll->setEnabled(canScroll);
     VScroll->setVisible(canScroll);
+    ShowProgress();
 }
 
 PageInView frmText::Page() const
@@ -241,6 +284,7 @@ void frmText::VScroll_Change()
 {
     WriteTrace(u"■frmText.VScroll_Change");
     picText->SetTopLine(VScroll->value());
+    ShowProgress();
 }
 
 /// Brings a line to the top and paints the page anew, also where that line stands there already.
@@ -256,6 +300,21 @@ void frmText::ShowCount()
 {
     lblNum->setText(QString::number(m_round.lngOpenCount));
     lblNum->repaint();
+}
+
+/// Shows how many of the file's answers are shown and which lines the page holds.
+void frmText::ShowProgress()
+{
+    const int blanks = m_round.BlankCount();
+    const int lines = m_text.LineCount();
+    prgShown->setVisible(blanks > 0);
+    prgShown->setRange(0, qMax(1, blanks));
+    prgShown->setValue(m_round.ShownCount());
+    prgShown->update(); // the bar itself would wait for a change of nine pixels
+    lblShown->setText(blanks == 0 ? QString() : QString(u"表示 %1 / %2"_s.arg(m_round.ShownCount()).arg(blanks)));
+    const int first = VScroll->value();
+    const int last = qMin(lines, first + picText->Layout().RowsPerPage() - 1);
+    lblPlace->setText(lines == 0 ? QString() : QString(u"%1 ～ %2 行 / %3 行"_s.arg(first).arg(last).arg(lines)));
 }
 
 QString frmText::StudyFolderPath() const
@@ -333,6 +392,8 @@ void frmText::OpenSession(const QString &path)
     ForgetPlaces();
     ClearClock();
     if (!LoadFile(path, false, &message, &errorLine)) {
+        if (m_isEnded)
+            return; // the window was closed while the file was read
         SetUpScrollBar();
         ShowLine(1);
         Ask(message, MsgStyle::Ok, u"notify.wav"_s);
@@ -349,7 +410,8 @@ void frmText::OpenSession(const QString &path)
 bool frmText::LoadFile(const QString &path, bool keepsAnswers, QString *message, int *errorLine)
 {
     StudyLines lines;
-    if (!ReadTextFile(path, MaxLineBytes, &lines, message, errorLine))
+    BusyPointer pointer;
+    if (!ReadTextFile(path, MaxLineBytes, &lines, message, errorLine, [&pointer] { pointer.Tick(); }) || m_isEnded)
         return false;
     m_isTextLoaded = true;
     const QString warning = BadPictureNamesMessage(BadPictureNames(lines));
@@ -445,6 +507,8 @@ void frmText::cmdReRead_Click()
     QString message;
     int errorLine = 0;
     if (!LoadFile(m_path, true, &message, &errorLine)) {
+        if (m_isEnded)
+            return;
         const QString question = message + u"\r\n\r\nこのファイルを編集しますか？"_s;
         if (Ask(question, MsgStyle::OkCancel, u"notify.wav"_s) == MsgResult::Ok)
             OpenInEditorAt(errorLine);
@@ -565,6 +629,7 @@ void frmText::Reveal(int blank)
 {
     const bool isShown = m_round.Toggle(blank);
     picText->DrawBlank(blank);
+    ShowProgress();
     if (isShown)
         ShowCount();
 }
@@ -615,6 +680,7 @@ void frmText::HideAllAnswers()
 {
     m_round.HideAll();
     picText->update();
+    ShowProgress();
 }
 
 void frmText::closeEvent(QCloseEvent *event)

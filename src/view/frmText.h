@@ -19,6 +19,8 @@ class frmSearch;
 class PicText;
 class QCheckBox;
 class QLabel;
+class QLayout;
+class QProgressBar;
 class QPushButton;
 class QScrollBar;
 class QTimer;
@@ -67,6 +69,7 @@ class frmText : public QWidget
     void picText_MouseMove();
 
     void AddControls();
+    QLayout *StateControls();
     QPushButton *AddButton(const QString &name, const QString &caption, void (frmText::*handler)());
     QLabel *AddLabel(const QString &name);
     void ReadSettings();
@@ -75,6 +78,7 @@ class frmText : public QWidget
     PageInView Page() const;
     void ShowLine(int line);
     void ShowCount();
+    void ShowProgress();
 
     void PlaceFileWindow();
     void SaveFormPos();
@@ -132,6 +136,9 @@ class frmText : public QWidget
     QPushButton *cmdSearch;
     QCheckBox *chkSpeak;
     QLabel *lblNum;
+    QProgressBar *prgShown; // of the file's answers
+    QLabel *lblShown;       // the same in numbers
+    QLabel *lblPlace;       // the lines on the page
     QLabel *lblMinN;
     QLabel *lblMin;
     QLabel *lblSecN;

@@ -52,6 +52,11 @@ class StudyRound
     /// Hides every answer.
     void HideAll();
 
+    int ShownCount() const
+    {
+        return m_shownCount;
+    }
+
     bool AllShown() const
     {
         return m_shownCount == BlankCount();

@@ -1,8 +1,11 @@
 #include "view/picText.h"
 
 #include "platform/frmPageFont.h"
+#include "view/frmPageAccessible.h"
+#include "view/modPageText.h"
 #include "view/modWordAt.h"
 
+#include <QAccessible>
 #include <QFontDatabase>
 #include <QFontMetricsF>
 #include <QGlyphRun>
@@ -23,10 +26,12 @@ const QColor NumberColour(96, 96, 96);
 const QColor MarkBackground(255, 214, 102);
 const QColor FoundBackground(190, 225, 255);
 const QColor StripEdge(208, 208, 208);
+const QColor Frame(160, 160, 160);
 
 constexpr int LinesPerNotch = 3;
 constexpr int WheelNotch = 120; // eighths of a degree
 constexpr int RowGapPx = 2;     // between the boxes of two rows
+constexpr int FocusFramePx = 2;
 
 } // namespace
 
@@ -122,6 +127,7 @@ class PicText::Painter
         }
         if (m_layout.hasLineNumbers)
             m_painter.fillRect(Device(QRect(m_layout.NumberStripPx(), 0, 1, m_layout.heightPx)), StripEdge);
+        DrawFrame();
     }
 
   private:
@@ -190,8 +196,14 @@ class PicText::Painter
         // A pen of w pixels reaches w / 2 to both sides of its path.
         const double half = penWidth / 2.0;
         m_painter.drawRect(QRectF(outline).adjusted(half, half, -half, -half));
-        if (isShown)
-            DrawCells(m_text.Answer(blank), m_text.Cells(blank).start + 1, row);
+        if (!isShown)
+            return;
+        const QStringView answer = m_text.Answer(blank);
+        DrawCells(answer, m_text.Cells(blank).start + 1, row);
+        // A shown answer of nothing must not differ from a hidden one by the colour of its box alone.
+        if (answer.trimmed().isEmpty())
+            m_painter.drawLine(outline.left() + outline.width() / 4, outline.center().y(),
+                               outline.right() - outline.width() / 4, outline.center().y());
     }
 
     /// Draws a text from a cell of its row on, 0 the first, each character on its own cell.
@@ -252,6 +264,22 @@ class PicText::Painter
         DrawGlyphs(glyphs, glyphs.glyphIndexesForString(number), positions);
     }
 
+    /// The edge of the page, which shows whether keys go to it.
+    void DrawFrame()
+    {
+        const bool isFocused = m_area.hasFocus();
+        const int width = qMax(1, Device(isFocused ? FocusFramePx : 1));
+        const QRect edge(QPoint(0, 0), QSize(Device(m_area.width()), Device(m_area.height())));
+        const QColor colour = isFocused ? m_area.palette().color(QPalette::Highlight) : Frame;
+        for (int i = 0; i < width; ++i) {
+            const QRect ring = edge.adjusted(i, i, -i, -i);
+            m_painter.fillRect(QRect(ring.topLeft(), QSize(ring.width(), 1)), colour);
+            m_painter.fillRect(QRect(ring.bottomLeft(), QSize(ring.width(), 1)), colour);
+            m_painter.fillRect(QRect(ring.topLeft(), QSize(1, ring.height())), colour);
+            m_painter.fillRect(QRect(ring.topRight(), QSize(1, ring.height())), colour);
+        }
+    }
+
     void DrawGlyphs(const QRawFont &font, const QList<quint32> &glyphs, const QList<QPointF> &positions)
     {
         QGlyphRun run;
@@ -277,6 +305,8 @@ PicText::PicText(QWidget *parent) : QWidget(parent), m_font(PageFont())
     setMouseTracking(true);
     setAttribute(Qt::WA_OpaquePaintEvent);
     setAttribute(Qt::WA_InputMethodEnabled, false); // an input method would keep Enter to itself
+    PageAccessible::Install(); // before anything is told of this widget
+    setAccessibleName(QStringLiteral("本文"));
 }
 
 PicText::~PicText() = default;
@@ -293,6 +323,7 @@ void PicText::SetStudy(const DisplayText *text, const StudyRound *round)
     m_text = text;
     m_round = round;
     update();
+    TellChange(new QAccessibleEvent(this, QAccessible::VisibleDataChanged));
 }
 
 void PicText::SetAppearance(float points, int lineSpacePx, bool hasLineNumbers)
@@ -313,6 +344,7 @@ void PicText::SetTopLine(int topLine)
 {
     m_topLine = topLine;
     update();
+    TellChange(new QAccessibleEvent(this, QAccessible::VisibleDataChanged));
     UpdatePointer(mapFromGlobal(QCursor::pos()));
 }
 
@@ -328,6 +360,25 @@ void PicText::DrawBlank(int blank)
     const int row = m_text->Blanks().line[size_t(blank) - 1] - m_topLine + 1;
     const QRect area(box.leftPx, m_layout.RowTopPx(row), box.rightPx - box.leftPx, m_layout.linePitchPx);
     update(area.adjusted(-1, -1, 1, 1)); // at 125 % an edge may lie on a pixel that is only partly within the area
+    if (!QAccessible::isActive())
+        return; // nobody listens
+    const QString hidden = HiddenAnswerText.toString();
+    const QString answer = m_text->Answer(blank).toString();
+    const bool isShown = m_round->bolOpen(blank);
+    TellChange(new QAccessibleTextUpdateEvent(this, SpokenOffset(*m_text, *m_round, m_topLine, blank),
+                                              isShown ? hidden : answer, isShown ? answer : hidden));
+}
+
+void PicText::TellChange(QAccessibleEvent *event)
+{
+    if (QAccessible::isActive())
+        QAccessible::updateAccessibility(event);
+    delete event;
+}
+
+QString PicText::SpokenText() const
+{
+    return m_text ? SpokenPage(*m_text, *m_round, m_topLine, m_layout.RowsPerPage()) : QString();
 }
 
 void PicText::DrawLineNumbers()
@@ -386,6 +437,16 @@ void PicText::resizeEvent(QResizeEvent *)
 {
     m_layout.heightPx = height();
     Q_EMIT RowsChanged();
+}
+
+void PicText::focusInEvent(QFocusEvent *)
+{
+    update();
+}
+
+void PicText::focusOutEvent(QFocusEvent *)
+{
+    update();
 }
 
 void PicText::paintEvent(QPaintEvent *event)

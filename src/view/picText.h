@@ -9,6 +9,8 @@
 
 #include <memory>
 
+class QAccessibleEvent;
+
 class PicText : public QWidget
 {
     Q_OBJECT
@@ -41,6 +43,9 @@ class PicText : public QWidget
     /// Paints the strip of line numbers anew.
     void DrawLineNumbers();
 
+    /// The page as a screen reader is told of it: the lines in view with hidden answers as "空欄".
+    QString SpokenText() const;
+
     QSize sizeHint() const override;
 
   Q_SIGNALS:
@@ -57,6 +62,8 @@ class PicText : public QWidget
     void mouseMoveEvent(QMouseEvent *event) override;
     void wheelEvent(QWheelEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
+    void focusInEvent(QFocusEvent *event) override;
+    void focusOutEvent(QFocusEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
 
   private:
@@ -64,6 +71,7 @@ class PicText : public QWidget
     class Painter;
 
     DeviceFont &FontAt(double scale);
+    void TellChange(QAccessibleEvent *event);
     void UpdatePointer(const QPoint &at);
 
     const DisplayText *m_text = nullptr;

@@ -1,11 +1,13 @@
 #include "app/frmLogin.h"
 #include "app/modMain.h"
 #include "app/modUserList.h"
+#include "platform/frmCompositionGuard.h"
 #include "settings/frmMsg.h"
 #include "support/DialogScript.h"
 #include "support/RecordingDesktop.h"
 #include "support/TestFiles.h"
 
+#include <QInputMethodEvent>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QTest>
@@ -194,6 +196,42 @@ TEST_F(LoginTest, TakesAListedNameByAClickWithoutAddingIt)
     EXPECT_EQ(login.Ask(), LoginResult::Accepted);
     EXPECT_EQ(login.UserName(), u"花子"_s);
     EXPECT_EQ(ReadUserNames(path).size(), 2);
+}
+
+TEST_F(LoginTest, ATypedNameStaysUntilANameOfTheListIsChosen)
+{
+    script.When(u"frmLogin"_s, [](QWidget *window) {
+        auto *const text = window->findChild<QLineEdit *>(u"txtUserName"_s);
+        auto *const list = window->findChild<QListWidget *>(u"lstUserName"_s);
+        text->setText(u"jiro"_s);
+        QTest::keyClick(text, Qt::Key_Tab);
+        EXPECT_TRUE(list->hasFocus());
+        EXPECT_EQ(text->text(), u"jiro"_s);
+        for (const QString &name : {u"taro"_s, u"花子"_s}) {
+            QTest::keyClick(list, Qt::Key_Down);
+            EXPECT_EQ(text->text(), name);
+        }
+        window->close();
+    });
+    login.Ask();
+}
+
+TEST_F(LoginTest, TheEnterThatEndsAConversionIsNotTakenForOk)
+{
+    const CompositionGuard guard;
+    script.When(u"frmLogin"_s, [](QWidget *window) {
+        auto *const text = window->findChild<QLineEdit *>(u"txtUserName"_s);
+        QInputMethodEvent composing(u"はなこ"_s, {});
+        QApplication::sendEvent(text, &composing);
+        QTest::keyClick(text, Qt::Key_Return);
+        EXPECT_TRUE(window->isVisible());
+        QInputMethodEvent converted;
+        converted.setCommitString(u"次郎"_s);
+        QApplication::sendEvent(text, &converted);
+        QTest::keyClick(text, Qt::Key_Return);
+    });
+    EXPECT_EQ(login.Ask(), LoginResult::Accepted);
+    EXPECT_EQ(login.UserName(), u"次郎"_s);
 }
 
 TEST_F(LoginTest, ClosingAndEndingDiffer)

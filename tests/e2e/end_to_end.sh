@@ -1,9 +1,7 @@
 #!/usr/bin/env bash
 # Studies with the built program in a fresh copy of its folder and looks for the session in the database.
 #
-#     end_to_end.sh APPLICATION_FOLDER [WINE]
-#
-# With WINE, a command, it runs the folder's Kotoban.exe.
+#     end_to_end.sh APPLICATION_FOLDER
 set -euo pipefail
 
 here=$(dirname "$(realpath "$0")")
@@ -28,13 +26,6 @@ rm -f "$application"/{ListUserName,Kotoban_log}.txt "$application"/*.ini "$appli
 sqlite3 "$application/db/kotoban.splite3" 'delete from t_kotoban'
 cp "$here/0_session.txt" "$application/txt/"
 
-if [[ $# -gt 1 ]]; then
-    # Wine has one desktop for all programs; this story is told on a display of its own.
-    "$2" --end
-    printf '#!/bin/sh\nunset QT_QPA_PLATFORM\nexec "%s" "%s/Kotoban.exe"\n' "$2" "$application" >"$work/start"
-    chmod +x "$work/start"
-    export KOTOBAN_START=$work/start
-fi
 "$here/session.sh" "$application" "$work/screenshots" 0_session.txt --click 33 33
 
 expect() {
@@ -58,4 +49,11 @@ expect "user list" "hanako" "$(tr -d '\r' <"$application/ListUserName.txt")"
 expect "backups" 1 "$(find "$application/db_backup" -name 'kotoban_*.splite3' | wc -l)"
 expect "run log, in code page 932" "Kotoban.exe　Ver" \
     "$(iconv -f CP932 -t UTF-8 "$application/Kotoban_log.txt" | sed -n '1s/[0-9.]*\r$//p')"
-[[ $# -eq 1 ]] || "$2" --end
+
+# Windows asks its programs to end in another way.
+if [[ ! -e $application/Kotoban.exe ]]; then
+    "$here/session.sh" "$application" "$work/screenshots" 0_session.txt --terminate
+    expect "a session that the end of the desktop's session has ended" "hanako|0_session|5|1" \
+        "$(query 'select user_name, file_name, num_answer, dt_end is not null from t_kotoban order by rowid desc limit 1')"
+    expect "user list" "hanako" "$(tr -d '\r' <"$application/ListUserName.txt")"
+fi

@@ -2,6 +2,7 @@
 #include "files/modHistory.h"
 #include "files/modPrintableCopy.h"
 #include "platform/modDateText.h"
+#include "platform/modFile.h"
 #include "settings/frmMsg.h"
 #include "store/modDB_SQLite.h"
 #include "support/DialogScript.h"
@@ -62,6 +63,12 @@ TEST(History, ReportNamesStayInTheirFolder)
     EXPECT_EQ(ReportFileName(u"花子"_s, today, 2), u"花子_瞬記帳学習記録2024_0305までの2週分.txt"_s);
     const QString name = ReportFileName(u"../a\\b:c"_s + QChar(0), today, 1);
     EXPECT_EQ(name, u".._a_b_c__瞬記帳学習記録2024_0305までの1週分.txt"_s);
+    for (char16_t character = 0; character < u' '; ++character)
+        EXPECT_FALSE(ReportFileName(QString(QChar(character)), today, 1).contains(QChar(character)));
+    const TestFolder folder;
+    QString reason;
+    EXPECT_FALSE(ReplaceFile(folder.Path(ReportFileName(QString(10'000, u'長'), today, 1)), "", &reason));
+    EXPECT_FALSE(reason.isEmpty());
 }
 
 TEST(PrintableCopy, KeepsTheTextAndBlanksTheAnswers)
@@ -70,6 +77,9 @@ TEST(PrintableCopy, KeepsTheTextAndBlanksTheAnswers)
     const QString source = folder.WriteStudyFile(u"week1.rev.txt"_s, {u"水は[H2O]で[塩ｱ]\t[]"_s, u"［全角］"_s});
     const QString copy = PrintableCopyPath(folder.Path(), source);
     EXPECT_EQ(copy, QDir::toNativeSeparators(folder.Path(u"week1_印刷用.txt"_s)));
+    for (const QString &name : {u"..txt"_s, u"a\\..\\b.txt"_s, u"$(x) \"'`;\n.txt"_s, u"-rf.txt"_s})
+        EXPECT_EQ(QFileInfo(PrintableCopyPath(folder.Path(), folder.Path(name))).path(), folder.Path())
+            << name.toStdString();
     QString message;
     EXPECT_TRUE(WritePrintableCopy(source, copy, &message));
     const QByteArray written = folder.Read(u"week1_印刷用.txt"_s);
@@ -160,6 +170,16 @@ TEST_F(HistoryWindowTest, ShowsTheSpanThatTheInputsName)
     });
     EXPECT_EQ(window.Choose(u"notepad.exe"_s), FileChoice::Cancelled);
     EXPECT_TRUE(desktop.messages.isEmpty());
+}
+
+TEST_F(HistoryWindowTest, AClockThatWasSetBackMakesNoTime)
+{
+    EXPECT_TRUE(database.SQLite3NonQuery(u"delete from t_kotoban"_s));
+    AddSession(QDateTime(QDate(2024, 3, 5), QTime(10, 0)), -3600, 3);
+    window.show();
+    EXPECT_EQ(Records().value(1), u"10:00      　 0秒   3問 a"_s);
+    EXPECT_EQ(Label(u"lblSumTime"_s), u"0分 0秒"_s);
+    EXPECT_EQ(Label(u"lblSumAns"_s), u"3"_s);
 }
 
 TEST_F(HistoryWindowTest, WritesTheReportAndOffersIt)

@@ -2,12 +2,10 @@
 #include "settings/modEditor.h"
 #include "settings/modSettings.h"
 #include "settings/modSpeech.h"
-#include "support/PlainCharCode.h"
 #include "support/RecordingDesktop.h"
 #include "support/TestFiles.h"
 
 #include <gtest/gtest.h>
-#include <random>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -48,31 +46,6 @@ TEST(CharCode, IsToldFromTheBytes)
     };
     for (const auto &row : rows)
         EXPECT_EQ(GetCharCodeName(row.bytes), QString::fromLatin1(row.code)) << row.name;
-}
-
-// Each input leans towards a few bytes of its own, so that decoders stay possible side by side for a while.
-TEST(CharCode, IsWhatThePlainStepsGive)
-{
-    std::mt19937 random(6);
-    const QByteArray telling(
-        "+-A/\x1B$B(J\x80\x81\x8E\x8F\x9F\xA0\xA1\xC2\xDF\xE0\xE3\xF0\xF4\xFC\xFD\xFE\xFF\xEF\xBB\xBF", 28);
-    int seen[10] = {};
-    for (int run = 0; run < 1'000'000; ++run) {
-        const auto length = int(random() % 24);
-        // Now and then the bytes are far enough apart for whole blocks to be skipped.
-        const int spread = run % 16 == 0 ? 100 : 1;
-        QByteArray bytes(length * spread, 'a');
-        char palette[4];
-        for (char &byte : palette)
-            byte = random() % 4 == 0 ? char(random()) : telling[qsizetype(random() % quint32(telling.size()))];
-        for (int i = 0; i < length; ++i)
-            bytes[i * spread + int(random() % quint32(spread))] = palette[random() % 4];
-        const CharCode code = DetectCharCode(bytes);
-        ++seen[int(code)];
-        ASSERT_EQ(int(code), int(PlainCharCode(bytes).Detect())) << bytes.toHex(' ').toStdString();
-    }
-    for (int code = 0; code < 10; ++code)
-        EXPECT_GT(seen[code], 0) << "answer " << code << " was not tried";
 }
 
 TEST(Settings, OutOfRangeValuesAreRepairedWithAMessage)

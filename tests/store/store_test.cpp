@@ -138,15 +138,63 @@ TEST_F(StoreTest, HistoryCountsCompletedSessionsOfTheSpan)
     EXPECT_EQ(DBSumAnsKotoban(database, end, 7, u"太郎"_s), 0);
     EXPECT_FALSE(DBSelRecKotoban(database, end, 7, u"太郎"_s, &table, false));
     EXPECT_TRUE(desktop.messages.isEmpty());
+}
+
+TEST_F(StoreTest, DurationsAreThoseOfTheWallClock)
+{
+    EXPECT_EQ(SecondsBetween(u"2024/02/28 23:59:50"_s, u"2024/02/29 00:00:10"_s), 20);
+    EXPECT_EQ(SecondsBetween(u"2023/02/28 23:59:50"_s, u"2023/03/01 00:00:10"_s), 20);
+    EXPECT_EQ(SecondsBetween(u"2023/12/31 23:00:00"_s, u"2024/01/01 01:00:00"_s), 7200);
+    EXPECT_EQ(SecondsBetween(u"2024/03/31 01:59:00"_s, u"2024/03/31 03:01:00"_s), 3720) << "summer time began, or not";
+    EXPECT_EQ(SecondsBetween(u"2024/03/05 10:00:00"_s, u"2024/03/05 09:00:00"_s), -3600) << "the clock was set back";
     EXPECT_EQ(SecondsBetween(u"2024/03/05 10:00:00"_s, u"nonsense"_s), 0);
+    EXPECT_EQ(SecondsBetween(u"2024/02/30 10:00:00"_s, u"2024/03/05 10:00:00"_s), 0);
 }
 
 TEST_F(StoreTest, AQuoteInANameBreaksItsStatementAndNothingElse)
 {
     AddSession(u"2024/03/05 10:00:00"_s, u"2024/03/05 10:05:00"_s, 3);
-    DBInsRecKotoban(database, desktop.now, u"O'Hara"_s, u"file"_s);
-    EXPECT_EQ(desktop.TakeMessages(), QStringList(u"Err:SQLite3 NonQuery"_s));
+    database.SQLite3Query(u"select * from t_kotoban"_s, &table);
+    const ResultTable before = table;
+    const QStringList names = {u"O'Hara"_s,
+                               u"''"_s,
+                               u"x' or ''='"_s,
+                               u"x' or 1=1 --"_s,
+                               u"'; delete from t_kotoban; --"_s,
+                               u"a','b','c','d'); drop table t_kotoban; --"_s,
+                               u"a\0b"_s};
+    for (const QString &name : names) {
+        DBInsRecKotoban(database, desktop.now, name, u"file"_s);
+        DBInsRecKotoban(database, desktop.now, u"花子"_s, name);
+        DBUpdRecKotoban(database, desktop, desktop.now, name, 9);
+        EXPECT_EQ(desktop.TakeMessages(), QStringList(3, u"Err:SQLite3 NonQuery"_s)) << name.toStdString();
+        EXPECT_FALSE(DBSelRecKotoban(database, QDate(2024, 3, 5), 7, name, &table, false));
+        EXPECT_EQ(DBSumTimeKotoban(database, QDate(2024, 3, 5), 7, name), 0);
+        EXPECT_EQ(DBSumAnsKotoban(database, QDate(2024, 3, 5), 7, name), 0);
+        const QStringList messages = desktop.TakeMessages();
+        EXPECT_EQ(messages.filter(u"\r\nSQLite3Step returned 21"_s).size(), 3) << messages.join(u'|').toStdString();
+        database.SQLite3Query(u"select * from t_kotoban"_s, &table);
+        EXPECT_EQ(table, before) << name.toStdString();
+    }
     DBUpdRecKotoban(database, desktop, desktop.now, u"nobody"_s, 9);
     EXPECT_TRUE(desktop.TakeMessages().isEmpty()) << "an update without its row is no error";
-    EXPECT_EQ(DBSumAnsKotoban(database, QDate(2024, 3, 5), 1, u"花子"_s), 3);
+}
+
+TEST_F(StoreTest, AnyOtherNameComesBackAsItWas)
+{
+    const QStringList names = {u" "_s,
+                               u"\"; --"_s,
+                               u"’＇％_%"_s,
+                               u"../../x"_s,
+                               u"\u0001\u001B\u007F"_s,
+                               u"José 𠮷 한글"_s,
+                               QString(10'000, u'長')};
+    for (const QString &name : names) {
+        DBInsRecKotoban(database, desktop.now, name, name);
+        DBUpdRecKotoban(database, desktop, desktop.now, name, 2);
+        EXPECT_TRUE(DBSelRecKotoban(database, desktop.now.date(), 7, name, &table, false));
+        ASSERT_EQ(table.size(), 2u) << name.toStdString();
+        EXPECT_EQ(database.SQLite3GetColumn(table, 1, u"file_name"_s), name);
+    }
+    EXPECT_TRUE(desktop.messages.isEmpty());
 }

@@ -176,6 +176,10 @@ TEST(ReadTextFile, AcceptsAndExpandsTabs)
     StudyLines lines;
     QString message = u"old"_s;
     int errorLine = 9;
+    int heardOf = 0;
+    EXPECT_TRUE(ReadTextFile(folder.Write(u"long.txt"_s, QByteArray("[a]\n").repeated(50'000)), MaxLineBytes, &lines,
+                             &message, &errorLine, [&heardOf] { ++heardOf; }));
+    EXPECT_GE(heardOf, 5) << "whoever waits for a long file may show that it goes on";
     EXPECT_TRUE(
         ReadTextFile(folder.WriteStudyFile(u"a.txt"_s, {u"[日本]\tb"_s}), MaxLineBytes, &lines, &message, &errorLine));
     EXPECT_EQ(Texts(lines), QStringList(u"[日本]  b"_s));

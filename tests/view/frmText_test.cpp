@@ -12,6 +12,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListView>
+#include <QProgressBar>
 #include <QPushButton>
 #include <QScreen>
 #include <QScrollBar>
@@ -130,11 +131,16 @@ TEST_F(StudyWindowTest, ASessionFromTheFirstAnswerToTheRow)
     Press(Qt::Key_Enter);
     Press(Qt::Key_Space);
     EXPECT_EQ(Label(u"lblNum"), u"2"_s);
+    EXPECT_EQ(Label(u"lblShown"), u"表示 2 / 3"_s);
+    EXPECT_EQ(Label(u"lblPlace"), u"1 ～ 2 行 / 2 行"_s);
     Click(Qt::LeftButton, 1, 2);
+    EXPECT_EQ(Label(u"lblShown"), u"表示 3 / 3"_s);
     Click(Qt::LeftButton, 1, 2);
     EXPECT_EQ(Label(u"lblNum"), u"3"_s);
     Click(Qt::RightButton, 1, 1);
     EXPECT_EQ(Label(u"lblNum"), u"3"_s);
+    EXPECT_EQ(Label(u"lblShown"), u"表示 0 / 3"_s);
+    EXPECT_EQ(Child<QProgressBar>(u"prgShown")->value(), 0);
     desktop.now = desktop.now.addSecs(125);
     window->close();
     EXPECT_FALSE(database.SQLite3NonQuery(u"delete from t_kotoban"_s)) << "the database is closed";
@@ -247,6 +253,7 @@ TEST_F(StudyWindowTest, PagesTurnToTheEndQuestion)
     EXPECT_EQ(scroll->value(), 1);
     Press(Qt::Key_Return);
     EXPECT_EQ(scroll->value(), rows);
+    EXPECT_EQ(Label(u"lblPlace"), u"%1 ～ %2 行 / 60 行"_s.arg(rows).arg(qMin(60, 2 * rows - 1)));
     for (int presses = 0; Label(u"lblNum") != u"60" && presses < 100; ++presses)
         Press(Qt::Key_Return);
     script.Click(u"frmMsg"_s, u"cmdOK"_s);

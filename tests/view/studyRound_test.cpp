@@ -1,8 +1,11 @@
 #include "support/StudyText.h"
 #include "support/TestFiles.h"
+#include "view/modPageText.h"
 #include "view/modStudyClock.h"
 #include "view/modStudyRound.h"
 #include "view/modWordAt.h"
+
+#include <QTimeZone>
 
 #include <gtest/gtest.h>
 
@@ -190,6 +193,19 @@ TEST(PageLayout, HoldsWholeRowsAndAStripOfFourAndAHalfCharacters)
     EXPECT_EQ(MarkLineAt(0, 8, Layout), 8) << "the margin belongs to the first row";
 }
 
+TEST(SpokenPage, SaysWhatIsShownAndWhereSomethingIsHidden)
+{
+    const DisplayText text = Text({u"above"_s, u"[a]と[漢字]。"_s, u"[]"_s, u"[next] page"_s});
+    StudyRound round = Round(4, 0);
+    round.Toggle(2);
+    EXPECT_EQ(SpokenLine(text, round, 2), u" 空欄 と 漢字 。"_s);
+    EXPECT_EQ(SpokenPage(text, round, 2, 2), u" 空欄 と 漢字 。\n 空欄 "_s);
+    EXPECT_EQ(SpokenPage(text, round, 4, 9), u" 空欄  page"_s);
+    EXPECT_EQ(SpokenPage(DisplayText(), StudyRound(), 1, 9), QString());
+    EXPECT_EQ(SpokenOffset(text, round, 2, 2), 6);
+    EXPECT_EQ(SpokenOffset(text, round, 1, 3), 5 + 1 + 10 + 1 + 1);
+}
+
 TEST(ClockTick, MovesInStepsOfTenSeconds)
 {
     const QDateTime start(QDate(2024, 3, 5), QTime(10, 0));
@@ -208,6 +224,8 @@ TEST(ClockTick, MovesInStepsOfTenSeconds)
         }
     }
     EXPECT_TRUE(ClockTick(start.addMSecs(900), start.addMSecs(10'100)).has_value()) << "whole seconds count";
+    const QDateTime beforeSummerTime(QDate(2024, 3, 31), QTime(1, 59), QTimeZone("Europe/Berlin"));
+    EXPECT_EQ(ClockTick(beforeSummerTime, beforeSummerTime.addSecs(120))->minutes, 2) << "not 62";
 }
 
 TEST(TextUnderPointer, NeverGivesWhatIsHidden)

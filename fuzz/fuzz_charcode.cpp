@@ -1,0 +1,11 @@
+// Telling the character code of any bytes: the program's way and the plain steps give the same answer.
+#include "input.h"
+#include "plain_charcode.h"
+#include "require.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
+{
+    const QByteArray bytes = FuzzInput(data, size).TakeRest();
+    Require(DetectCharCode(bytes) == PlainCharCode(bytes).Detect());
+    return 0;
+}

@@ -1,0 +1,35 @@
+// Any file as a keyword list, and any text searched with it.
+#include "input.h"
+#include "require.h"
+#include "search/modSearch.h"
+#include "text/modReadText.h"
+
+// Input: the list up to a zero byte, the text.
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
+{
+    static const FuzzFile file(QStringLiteral("KeywordList.txt"));
+    FuzzInput input(data, size);
+    file.Write(input.TakeText());
+    StudyLines lines;
+    ReadAllLines(input.TakeRest(), &lines);
+    if (!lines.BracketsTakeTurns())
+        return 0; // no study file
+    const DisplayText text(std::move(lines));
+
+    KeywordSearch search(ReadKeywordList(file.Path()));
+    search.SetText(&text);
+    Require(std::is_sorted(search.List().words.begin(), search.List().words.end()));
+    Require(search.List().words.isEmpty() || search.List().fault.isEmpty());
+    for (const QString &keyword : search.KeywordsWith(QString())) {
+        Place last;
+        for (const Place &place : search.PlacesOf(keyword)) {
+            Require(place.line >= 1 && place.line <= text.LineCount());
+            Require(place.column >= 1 && place.column - 1 + place.length <= text.Line(place.line).size());
+            Require(place.line > last.line || (place.line == last.line && place.column > last.column));
+            last = place;
+        }
+        Require(NextPlace(search.PlacesOf(keyword), last, false) ==
+                (last.line == 0 ? Place() : search.PlacesOf(keyword).front()));
+    }
+    return 0;
+}

@@ -1,0 +1,63 @@
+// Writing any value into any ini file: it is read back as it was, and every other line of the file stays as it is.
+#include "input.h"
+#include "platform/modCodePage.h"
+#include "platform/modProfile.h"
+#include "require.h"
+
+namespace {
+
+const QString Section = QStringLiteral("setting");
+
+/// Where two files differ: the bytes of each between what they begin and end with alike.
+struct Difference
+{
+    Difference(const QByteArray &before, const QByteArray &after)
+    {
+        const qsizetype shorter = qMin(before.size(), after.size());
+        while (start < shorter && before[start] == after[start])
+            ++start;
+        qsizetype alike = 0;
+        while (alike < shorter - start && before[before.size() - 1 - alike] == after[after.size() - 1 - alike])
+            ++alike;
+        removed = before.mid(start, before.size() - alike - start);
+        added = after.mid(start, after.size() - alike - start);
+    }
+
+    qsizetype start = 0;
+    QByteArray removed;
+    QByteArray added;
+};
+
+} // namespace
+
+// Input: a byte for the key, the value up to a zero byte, the file.
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
+{
+    static const FuzzFile file(QStringLiteral("a.ini"));
+    static const QByteArray keys[] = {"FontSize", "LineSpace", "TextEditor"};
+    FuzzInput input(data, size);
+    const QByteArray key = keys[input.TakeByte() % 3];
+    const QString value = FromCodePage932(input.TakeText());
+    const QByteArray before = input.TakeRest();
+    file.Write(before);
+
+    const QString name = QString::fromLatin1(key);
+    const bool isOneLine = !value.contains(u'\r') && !value.contains(u'\n');
+    Require(WriteProfile(file.Path(), Section, name, value) == isOneLine);
+    const QByteArray after = file.Read();
+    if (!isOneLine) {
+        Require(after == before);
+        return 0;
+    }
+    // What the code page lacks is written as "?".
+    const QString written = FromCodePage932(ToCodePage932(value));
+    Require(ReadProfile(file.Path(), Section, name.toUpper(), QStringLiteral("none"), value.size() + 1) == written);
+    const Difference difference(before, after);
+    Require(!difference.removed.contains('\n'));
+    const qsizetype lineStart = before.lastIndexOf('\n', difference.start - before.size() - 1) + 1;
+    const qsizetype lineEnd = before.indexOf('\n', difference.start);
+    const QByteArray line = before.mid(lineStart, lineEnd < 0 ? -1 : lineEnd - lineStart);
+    Require(difference.removed.isEmpty() || (line.toLower().contains(key.toLower()) && line.contains('=')));
+    Require(difference.removed.isEmpty() || !difference.added.contains('\n'));
+    return 0;
+}

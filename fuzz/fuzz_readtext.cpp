@@ -1,0 +1,64 @@
+// Reading any file as a study file, up to its table of blanks.
+#include "input.h"
+#include "platform/modCodePage.h"
+#include "require.h"
+#include "text/modCheckText.h"
+#include "text/modDisplayText.h"
+#include "text/modPictureName.h"
+#include "text/modReadText.h"
+
+namespace {
+
+/// What the reader notices on its way is what a look at each line gives.
+void CheckWhatWasNoticed(const StudyLines &lines)
+{
+    qsizetype longest = 0;
+    bool takeTurns = true;
+    for (int line = 1; line <= lines.Count(); ++line) {
+        longest = qMax(longest, GetByteLength(lines.at1(line)));
+        takeTurns = takeTurns && IsBracketCountEqual(lines.at1(line)) && IsBracketOrderValid(lines.at1(line));
+    }
+    Require(lines.LongestLineBytes() == longest);
+    Require(lines.BracketsTakeTurns() == takeTurns);
+}
+
+void CheckBlanks(const DisplayText &text)
+{
+    const BlankTable &blanks = text.Blanks();
+    int counted = 0;
+    for (int line = 1; line <= text.LineCount(); ++line) {
+        Require(!text.Line(line).contains(u'[') && !text.Line(line).contains(u']'));
+        Require(GetByteLength(text.MaskedLine(line)) == GetByteLength(text.Line(line)));
+        const int first = blanks.FirstOnLines(line, line);
+        const int last = blanks.LastOnLines(line, line);
+        Require((first == 0) == (last == 0) && (first == 0 || first == counted + 1));
+        counted = qMax(counted, last);
+    }
+    Require(counted == blanks.Count());
+    for (int blank = 1; blank <= blanks.Count(); ++blank) {
+        const BoxEdges box = GetBqInfoFromLine(text, blank, 7, 5);
+        Require(box.leftPx >= 5 && box.rightPx - box.leftPx == 7 * (2 + CellsOf(text.Answer(blank))));
+    }
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
+{
+    static const FuzzFile file(QStringLiteral("study.txt"));
+    const QByteArray bytes = FuzzInput(data, size).TakeRest();
+    file.Write(bytes);
+    StudyLines lines;
+    ReadAllLines(bytes, &lines);
+    CheckWhatWasNoticed(lines);
+    QString message;
+    int errorLine = 0;
+    if (ReadTextFile(file.Path(), MaxLineBytes, &lines, &message, &errorLine)) {
+        Require(message.isEmpty());
+        BadPictureNamesMessage(BadPictureNames(lines));
+        CheckBlanks(DisplayText(std::move(lines)));
+    } else {
+        Require(lines.Count() == 0 && !message.isEmpty() && errorLine >= 1);
+    }
+    return 0;
+}

@@ -1,0 +1,23 @@
+// The list of the users' names: a name that is added comes last, and all others stay.
+#include "app/modUserList.h"
+#include "input.h"
+#include "platform/modCodePage.h"
+#include "require.h"
+
+// Input: the name up to a zero byte, the file.
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
+{
+    static const FuzzFile file(QStringLiteral("ListUserName.txt"));
+    FuzzInput input(data, size);
+    const QString name = FromCodePage932(input.TakeText());
+    file.Write(input.TakeRest());
+    const QStringList before = ReadUserNames(file.Path());
+    if (name.contains(u'\r') || name.contains(u'\n'))
+        return 0; // no text box gives such a name
+    QString error;
+    Require(AppendUserName(file.Path(), name, &error));
+    const QStringList after = ReadUserNames(file.Path());
+    Require(after.size() == before.size() + 1 && after.first(before.size()) == before);
+    Require(IsUserListed(after, name));
+    return 0;
+}

@@ -1,0 +1,84 @@
+// Drives a fuzz target without a fuzzer: with the files of its corpus, then with random changes of them, from a seed
+// that is the same in every run.
+//
+//     TARGET RUNS CORPUS_FOLDER
+#include <QByteArray>
+#include <QDir>
+#include <QFile>
+
+#include <cstdint>
+#include <cstdio>
+#include <random>
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size);
+
+namespace {
+
+void Run(const QByteArray &bytes)
+{
+    LLVMFuzzerTestOneInput(reinterpret_cast<const std::uint8_t *>(bytes.constData()), std::size_t(bytes.size()));
+}
+
+/// Some bytes that decide something in one of the formats.
+const QByteArray Telling("[]\r\n\t+-\x1B$B(\"\\ ={};'ab\0\x81\x8E\x93\xFA\xA4\xA1\xA2\xA3\xE3\x82\xFD\xFE\xFF", 35);
+
+QByteArray Changed(QByteArray bytes, const QByteArray &other, std::mt19937 &random)
+{
+    const auto pick = [&random](qsizetype count) { return count == 0 ? 0 : qsizetype(random() % quint64(count)); };
+    for (qsizetype left = 1 + pick(8); left > 0; --left) {
+        const qsizetype at = pick(bytes.size() + 1);
+        const char byte = pick(3) == 0 ? char(pick(256)) : Telling[pick(Telling.size())];
+        switch (pick(5)) {
+        case 0:
+            bytes.insert(at, byte);
+            break;
+        case 1:
+            bytes.remove(at, 1 + pick(4));
+            break;
+        case 2:
+            bytes.insert(at, bytes.mid(pick(bytes.size()), pick(20)));
+            break;
+        case 3:
+            bytes.insert(at, other.mid(pick(other.size()), pick(40)));
+            break;
+        default:
+            if (at < bytes.size())
+                bytes[at] = byte;
+        }
+    }
+    return bytes.left(500);
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    if (argc != 3)
+        return 2;
+    QList<QByteArray> inputs;
+    const QDir corpus(QFile::decodeName(argv[2]));
+    for (const QString &name : corpus.entryList(QDir::Files, QDir::Name)) {
+        QFile file(corpus.filePath(name));
+        if (!file.open(QIODevice::ReadOnly))
+            return 2;
+        inputs += file.readAll();
+    }
+    if (inputs.isEmpty())
+        return 2;
+    for (const QByteArray &input : inputs)
+        Run(input);
+    std::mt19937 random(20240305);
+    const int runs = QByteArray(argv[1]).toInt();
+    for (int run = 0; run < runs; ++run) {
+        qsizetype of = qsizetype(random() % quint64(inputs.size()));
+        const QByteArray changed = Changed(inputs[of], inputs[qsizetype(random() % quint64(inputs.size()))], random);
+        Run(changed);
+        // Changes add up, but not for ever.
+        if (run % 50 != 0)
+            inputs[of] = changed;
+        else
+            inputs += changed.left(200);
+    }
+    std::printf("%d inputs held\n", runs);
+    return 0;
+}

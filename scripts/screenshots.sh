@@ -1,0 +1,126 @@
+#!/usr/bin/env bash
+# Takes pictures of every window from the running program, for the help pages and the README.
+#
+#     scripts/screenshots.sh APPLICATION_FOLDER PICTURE_FOLDER [--dark] [--scale FACTOR]
+#
+# The application folder is not touched: a copy of it is filled with a week of studies. Needs what ./test installs.
+set -euo pipefail
+export LC_ALL=C.UTF-8
+cd "$(dirname "$0")/.."
+# shellcheck source=tests/e2e/desktop.sh
+source tests/e2e/desktop.sh
+
+[[ $# -ge 2 ]] || { printf 'usage: screenshots.sh APPLICATION_FOLDER PICTURE_FOLDER [--dark] [--scale FACTOR]\n' >&2 && exit 2; }
+# A path that looks well in the pictures.
+application=/tmp/瞬記帳
+[[ ! -e $application ]] || fail "$application is in the way"
+trap 'rm -rf "$application"; finish' EXIT
+cp -R "$1" "$application"
+mkdir -p "$2"
+screenshots=$(realpath "$2")
+shift 2
+while [[ $# -gt 0 ]]; do
+    case $1 in
+        --dark)
+            # The toolkit takes its palette from this file where the desktop is the one that writes it.
+            export XDG_CURRENT_DESKTOP=KDE KDE_FULL_SESSION=true KDE_SESSION_VERSION=5 XDG_CONFIG_HOME=$work/config
+            export XDG_CONFIG_DIRS=$work/config
+            mkdir -p "$work/config"
+            cat >"$work/config/kdeglobals" <<'COLOURS'
+[Colors:Window]
+BackgroundNormal=42,46,50
+ForegroundNormal=252,252,252
+[Colors:View]
+BackgroundNormal=27,30,32
+BackgroundAlternate=35,38,41
+ForegroundNormal=252,252,252
+[Colors:Button]
+BackgroundNormal=49,54,59
+ForegroundNormal=252,252,252
+[Colors:Selection]
+BackgroundNormal=61,174,233
+ForegroundNormal=252,252,252
+[Colors:Tooltip]
+BackgroundNormal=49,54,59
+ForegroundNormal=252,252,252
+COLOURS
+            shift
+            ;;
+        --scale)
+            export QT_SCALE_FACTOR=$2
+            shift 2
+            ;;
+        *) exit 2 ;;
+    esac
+done
+
+# A learner who has studied for some days.
+printf '花子\r\n太郎\r\n' | iconv -f UTF-8 -t CP932 >"$application/ListUserName.txt"
+studied() {
+    local day
+    day=$(date -d "-$1 days" +%Y/%m/%d)
+    sqlite3 "$application/db/kotoban.splite3" \
+        "insert into t_kotoban values('$day', '花子', '$2:00', '$3', '$day $4', $5)"
+}
+studied 6 19:10 英単語入門 19:24:30 42
+studied 4 20:05 日本史年表 20:31:12 88
+studied 3 19:40 英単語入門 19:48:05 36
+studied 1 18:55 理科の基礎 19:10:40 51
+studied 1 20:15 英語表現360 20:37:20 64
+studied 0 07:30 英単語入門 07:36:15 30
+
+# take NAME TITLE: a picture of the window with that title, without the frame of the window manager.
+take() {
+    wait_for "the window $2" is_focused "$2"
+    sleep 0.4 # what was painted last must have reached the screen
+    import -window "$(window "$2")" -strip "PNG8:$screenshots/$1.png"
+}
+
+study='^瞬記帳 Ver.*花子\]$'
+select='^ファイル選択 Ver'
+start_desktop
+start_program "$application"
+wait_for "the user selection" is_focused 'ログイン画面$'
+xdotool key Tab Down
+take login 'ログイン画面$'
+xdotool key Return
+wait_for "the file selection" is_focused "$select"
+choose_row "$(row_of "$application" 日本史年表.txt)"
+take select "$select"
+xdotool key Return
+wait_for "the page" is_focused "$study"
+take page "$study"
+for ((i = 0; i < 7; i++)); do
+    xdotool key Return
+    sleep 0.1
+done
+take answers "$study"
+xdotool key alt+i
+take settings '^設定$'
+xdotool key Escape
+wait_for "the page" is_focused "$study"
+xdotool key ctrl+f
+wait_for "the search" is_focused '^キーワード検索$'
+xdotool key Down
+take search '^キーワード検索$'
+xdotool key Escape
+wait_for "the page" is_focused "$study"
+
+# A fault in a file, and the question about it.
+printf '[apple りんご\r\n' | iconv -f UTF-8 -t CP932 >"$application/txt/英語の宿題.txt"
+xdotool key alt+o
+wait_for "the file selection" is_focused "$select"
+choose_row "$(row_of "$application" 英語の宿題.txt)"
+take faults "$select"
+xdotool key Return
+wait_for "the refusal" is_focused '^瞬記帳$'
+take refusal '^瞬記帳$'
+xdotool key Escape
+wait_for "the file selection" is_focused "$select"
+choose_row "$(row_of "$application" 図で覚える理科.txt)"
+xdotool key Return
+wait_for "the page" is_focused "$study"
+take picture-page "$study"
+
+xdotool key alt+F4
+wait_for_end

@@ -1,0 +1,20 @@
+// Keeps the Enter that ends a conversion of the input method from pressing a window's default button. Most input
+// methods take that key for themselves; some pass it on.
+#pragma once
+
+#include <QObject>
+
+class CompositionGuard : public QObject
+{
+    Q_OBJECT
+
+  public:
+    /// Watches over every text box of the application for as long as it lives.
+    CompositionGuard();
+
+  protected:
+    bool eventFilter(QObject *object, QEvent *event) override;
+
+  private:
+    QObject *m_composing = nullptr; // the widget with text that is not yet converted
+};

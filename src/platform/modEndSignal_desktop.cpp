@@ -1,0 +1,46 @@
+#include "platform/modEndSignal.h"
+
+#include <QSocketNotifier>
+
+#include <csignal>
+#include <fcntl.h>
+#include <unistd.h>
+#include <utility>
+
+namespace {
+
+constexpr int Signals[] = {SIGTERM, SIGHUP, SIGINT};
+
+// A signal's handler can be given nothing and may do next to nothing: it writes one byte here, and the event loop reads
+// it.
+int g_pipe[2] = {-1, -1};
+
+void Handle(int)
+{
+    const char byte = 0;
+    [[maybe_unused]] const ssize_t written = write(g_pipe[1], &byte, 1);
+}
+
+} // namespace
+
+EndSignal::EndSignal()
+{
+    if (pipe2(g_pipe, O_CLOEXEC | O_NONBLOCK) != 0)
+        return;
+    auto *const notifier = new QSocketNotifier(g_pipe[0], QSocketNotifier::Read, this);
+    connect(notifier, &QSocketNotifier::activated, this, [this, notifier] {
+        notifier->setEnabled(false); // once is enough
+        m_wasAsked = true;
+        Q_EMIT Asked();
+    });
+    for (const int number : Signals)
+        std::signal(number, Handle);
+}
+
+EndSignal::~EndSignal()
+{
+    for (const int number : Signals)
+        std::signal(number, SIG_DFL);
+    for (int &end : g_pipe)
+        close(std::exchange(end, -1));
+}

@@ -1,0 +1,7 @@
+#include "platform/modFontAdvice.h"
+
+QString FontAdvice()
+{
+    return QStringLiteral("パッケージ fonts-ipafont-gothic をインストールしてください。\r\n\r\n"
+                          "No Japanese fixed-pitch font was found: please install the package fonts-ipafont-gothic.");
+}

@@ -1,0 +1,8 @@
+#include "platform/modFontAdvice.h"
+
+QString FontAdvice()
+{
+    return QStringLiteral("Windows の「オプション機能」で「日本語補助フォント」を追加してください。\r\n\r\n"
+                          "No Japanese fixed-pitch font was found: please add the optional feature "
+                          "\"Japanese Supplemental Fonts\".");
+}

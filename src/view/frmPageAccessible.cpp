@@ -1,0 +1,91 @@
+#include "view/frmPageAccessible.h"
+
+#include "view/picText.h"
+
+PageAccessible::PageAccessible(PicText *page) : QAccessibleWidget(page, QAccessible::EditableText) {}
+
+void PageAccessible::Install()
+{
+    static const auto make = [](const QString &, QObject *object) -> QAccessibleInterface * {
+        auto *const page = qobject_cast<PicText *>(object);
+        return page ? new PageAccessible(page) : nullptr;
+    };
+    QAccessible::installFactory(make);
+}
+
+void *PageAccessible::interface_cast(QAccessible::InterfaceType type)
+{
+    if (type == QAccessible::TextInterface)
+        return static_cast<QAccessibleTextInterface *>(this);
+    return QAccessibleWidget::interface_cast(type);
+}
+
+QAccessible::State PageAccessible::state() const
+{
+    QAccessible::State state = QAccessibleWidget::state();
+    state.readOnly = true;
+    state.multiLine = true;
+    return state;
+}
+
+QString PageAccessible::text(QAccessible::Text kind) const
+{
+    return kind == QAccessible::Value ? Page().SpokenText() : QAccessibleWidget::text(kind);
+}
+
+// Nothing can be selected, and the caret stands at the start: the text is read, not edited.
+void PageAccessible::selection(int, int *startOffset, int *endOffset) const
+{
+    *startOffset = 0;
+    *endOffset = 0;
+}
+
+int PageAccessible::selectionCount() const
+{
+    return 0;
+}
+
+void PageAccessible::addSelection(int, int) {}
+void PageAccessible::removeSelection(int) {}
+void PageAccessible::setSelection(int, int, int) {}
+
+int PageAccessible::cursorPosition() const
+{
+    return 0;
+}
+
+void PageAccessible::setCursorPosition(int) {}
+
+QString PageAccessible::text(int startOffset, int endOffset) const
+{
+    return Page().SpokenText().mid(startOffset, endOffset - startOffset);
+}
+
+int PageAccessible::characterCount() const
+{
+    return int(Page().SpokenText().size());
+}
+
+QRect PageAccessible::characterRect(int) const
+{
+    return rect();
+}
+
+int PageAccessible::offsetAtPoint(const QPoint &) const
+{
+    return 0;
+}
+
+void PageAccessible::scrollToSubstring(int, int) {}
+
+QString PageAccessible::attributes(int, int *startOffset, int *endOffset) const
+{
+    *startOffset = 0;
+    *endOffset = characterCount();
+    return QString();
+}
+
+const PicText &PageAccessible::Page() const
+{
+    return *static_cast<PicText *>(widget());
+}

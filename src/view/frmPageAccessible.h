@@ -1,0 +1,37 @@
+// Tells assistive technology what the text area shows: a read-only text of several lines, in which hidden answers are
+// "空欄".
+#pragma once
+
+#include <QAccessibleWidget>
+
+class PicText;
+
+class PageAccessible : public QAccessibleWidget, public QAccessibleTextInterface
+{
+  public:
+    explicit PageAccessible(PicText *page);
+
+    /// Makes every PicText known by this class from now on.
+    static void Install();
+
+    void *interface_cast(QAccessible::InterfaceType type) override;
+    QAccessible::State state() const override;
+    QString text(QAccessible::Text kind) const override;
+
+    void selection(int selectionIndex, int *startOffset, int *endOffset) const override;
+    int selectionCount() const override;
+    void addSelection(int startOffset, int endOffset) override;
+    void removeSelection(int selectionIndex) override;
+    void setSelection(int selectionIndex, int startOffset, int endOffset) override;
+    int cursorPosition() const override;
+    void setCursorPosition(int position) override;
+    QString text(int startOffset, int endOffset) const override;
+    int characterCount() const override;
+    QRect characterRect(int offset) const override;
+    int offsetAtPoint(const QPoint &point) const override;
+    void scrollToSubstring(int startIndex, int endIndex) override;
+    QString attributes(int offset, int *startOffset, int *endOffset) const override;
+
+  private:
+    const PicText &Page() const;
+};

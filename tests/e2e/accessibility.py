@@ -1,0 +1,67 @@
+#!/usr/bin/python3
+"""What assistive technology is told by the running program. Needs the bus of AT-SPI.
+
+accessibility.py names   fails where a control of a window has no name that a learner understands
+accessibility.py page    prints the text of the page
+"""
+
+import sys
+
+import gi
+
+gi.require_version("Atspi", "2.0")
+from gi.repository import Atspi  # noqa: E402 (only after the version is chosen)
+
+# Names that are the same in every language.
+PLAIN_NAMES = {"OK"}
+CONTROLS = {"push button", "check box", "radio button", "text", "list", "scroll bar", "progress bar"}
+
+
+def objects(parent):
+    """An object and all below it that are shown."""
+    yield parent
+    for i in range(parent.get_child_count()):
+        child = parent.get_child_at_index(i)
+        if child and child.get_state_set().contains(Atspi.StateType.SHOWING):
+            yield from objects(child)
+
+
+def windows():
+    desktop = Atspi.get_desktop(0)
+    for i in range(desktop.get_child_count()):
+        application = desktop.get_child_at_index(i)
+        if application and application.get_name() == "Kotoban":
+            for j in range(application.get_child_count()):
+                yield application.get_child_at_index(j)
+
+
+def is_understood(name):
+    return name in PLAIN_NAMES or any(ord(letter) > 0x2E7F for letter in name)
+
+
+def check_names():
+    seen = 0
+    nameless = []
+    for window in windows():
+        for each in objects(window):
+            if each.get_role_name() in CONTROLS:
+                seen += 1
+                # A font size is a number; its name says of what.
+                if not is_understood(each.get_name()):
+                    nameless.append(f"{window.get_name()}: {each.get_role_name()} '{each.get_name()}'")
+    print(f"{seen} controls")
+    for each in nameless:
+        print("without a name:", each)
+    return 0 if seen > 0 and not nameless else 1
+
+
+def print_page():
+    for window in windows():
+        for each in objects(window):
+            if each.get_name() == "本文" and "Text" in each.get_interfaces():
+                print(Atspi.Text.get_text(each, 0, Atspi.Text.get_character_count(each)))
+                return 0
+    return 1
+
+
+sys.exit({"names": check_names, "page": print_page}[sys.argv[1]]())

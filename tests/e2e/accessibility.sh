@@ -1,0 +1,58 @@
+#!/usr/bin/env bash
+# Uses the program by the keyboard alone and holds what a screen reader is told against what is on the screen.
+#
+#     accessibility.sh APPLICATION_FOLDER
+set -euo pipefail
+export LC_ALL=C.UTF-8
+here=$(dirname "$(realpath "$0")")
+
+# A message bus of its own, on which the accessibility services start by themselves.
+[[ -n ${STUDY_BUS:-} ]] || exec dbus-run-session -- bash -c 'STUDY_BUS=$DBUS_SESSION_BUS_ADDRESS exec "$@"' - "$0" "$@"
+# shellcheck source=tests/e2e/desktop.sh
+source "$here/desktop.sh"
+export QT_LINUX_ACCESSIBILITY_ALWAYS_ON=1
+
+screenshots=$work
+cp -R "$1" "$work/Kotoban"
+printf '水は[H2O]で[塩]だ\r\n終わり\r\n' | iconv -f UTF-8 -t CP932 >"$work/Kotoban/txt/0.txt"
+
+names_are_there() {
+    local tries
+    wait_for "$1" is_focused "$2"
+    # The program comes to the bus a little later than to the screen.
+    for ((tries = 0; tries < 20; tries++)); do
+        "$here/accessibility.py" names >"$work/names" 2>&1 && return
+        sleep 0.2
+    done
+    "$here/accessibility.py" names; fail "in $1: $(cat "$work/names")"
+}
+
+page_says() {
+    "$here/accessibility.py" page | grep -qxF -e "$1"
+}
+
+start_desktop
+start_program "$work/Kotoban"
+names_are_there "the user selection" 'ログイン画面$'
+xdotool type hanako
+xdotool key Return
+names_are_there "the file selection" '^ファイル選択 Ver'
+choose_row 1
+xdotool key alt+s
+study='^瞬記帳 Ver.*\[hanako\]$'
+names_are_there "the study window" "$study"
+
+wait_for "the text with its answers hidden" page_says '水は 空欄 で 空欄 だ'
+page_says '終わり' || fail "the second line is not told"
+xdotool key Return
+wait_for "the first answer" page_says '水は H2O で 空欄 だ'
+xdotool key alt+i
+names_are_there "the settings" '^設定$'
+xdotool key Escape
+wait_for "the study window" is_focused "$study"
+xdotool key ctrl+f
+names_are_there "the search" '^キーワード検索$'
+xdotool key Escape
+wait_for "the study window" is_focused "$study"
+xdotool key alt+F4
+wait_for_end

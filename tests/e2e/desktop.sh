@@ -1,0 +1,113 @@
+# shellcheck shell=bash disable=SC2034
+# Sourced by what uses the program as a learner would: a virtual X server of its own with a window manager, and what it
+# takes to find windows there, to type into them and to take pictures. Screenshots go into the folder $screenshots.
+
+# Nothing here concerns the desktop of whoever starts this, and its settings must not change how it goes.
+# libdbus leaks memory where it has to look for a bus in vain.
+unset DISPLAY WAYLAND_DISPLAY
+export DBUS_SESSION_BUS_ADDRESS=${STUDY_BUS:-disabled:}
+export QT_QPA_PLATFORM=xcb
+
+work=$(mktemp -d)
+pids=()
+program=
+wine=
+
+finish() {
+    local pid
+    for pid in "${pids[@]}"; do
+        kill "$pid" 2>/dev/null || true
+    done
+    wait 2>/dev/null || true
+    [[ -z $wine ]] || "$wine" --end
+    rm -rf "$work"
+}
+trap finish EXIT
+
+fail() {
+    printf '%s: %s\n' "${0##*/}" "$*" >&2
+    import -window root "$screenshots/failure.png" 2>/dev/null || true
+    [[ -z $program ]] || sed 's/^/  program: /' "$work/output" >&2
+    exit 1
+}
+
+# wait_for WHAT COMMAND...: until the command succeeds, 20 seconds at most.
+wait_for() {
+    local what=$1 tries
+    shift
+    for ((tries = 0; tries < 200; tries++)); do
+        "$@" >/dev/null 2>&1 && return
+        [[ -z $program ]] || kill -0 "$program" 2>/dev/null || fail "the program ended early"
+        sleep 0.1
+    done
+    fail "waited in vain for $what"
+}
+
+is_managed() {
+    xprop -root _NET_SUPPORTING_WM_CHECK | grep 'window id'
+}
+
+window() {
+    xdotool search --onlyvisible --name "$1" 2>/dev/null | head -n 1 | grep .
+}
+
+is_focused() {
+    local id
+    id=$(window "$1") && [[ $(xdotool getwindowfocus) == "$id" ]]
+}
+
+shoot() {
+    sleep 0.3 # what was painted last must have reached the screen
+    import -window root "$screenshots/$1.png"
+}
+
+# Starts the X server and its window manager. They end with this script.
+start_desktop() {
+    Xvfb -displayfd 3 -screen 0 1280x900x24 -nolisten tcp 3>"$work/display" >/dev/null 2>&1 &
+    pids+=($!)
+    wait_for "the X server" test -s "$work/display"
+    DISPLAY=:$(cat "$work/display")
+    export DISPLAY
+    # Without a window manager nobody could ask a window to close. Its own settings are those in which Alt+F4 does that.
+    openbox --sm-disable --config-file /etc/xdg/openbox/rc.xml >/dev/null 2>&1 &
+    pids+=($!)
+    wait_for "the window manager" is_managed
+}
+
+# start_program APPLICATION_FOLDER: the program for Windows under Wine, all of whose programs must be on this display.
+start_program() {
+    local command=("$1/Kotoban")
+    if [[ -e $1/Kotoban.exe ]]; then
+        wine=$(dirname "$(realpath "${BASH_SOURCE[0]}")")/../../scripts/wine
+        "$wine" --end
+        command=(env -u QT_QPA_PLATFORM "$wine" "$1/Kotoban.exe")
+    fi
+    "${command[@]}" >"$work/output" 2>&1 &
+    program=$!
+    pids+=("$program")
+}
+
+# Waits for the end of the program, which must be a good one.
+wait_for_end() {
+    local status=0
+    timeout 20 tail --pid="$program" -s 0.1 -f /dev/null || fail "the program did not end"
+    wait "$program" || status=$?
+    [[ $status -eq 0 ]] || fail "the program ended with status $status"
+    program=
+}
+
+# row_of FOLDER NAME: the place of a study file in the program's list, 1 the first.
+row_of() {
+    local names
+    names=$(shopt -s nocaseglob && cd "$1/txt" && printf '%s\n' *.txt | LC_ALL=C sort)
+    grep -nxF -e "$2" <<<"$names" | cut -d: -f1
+}
+
+# choose_row ROW: in the file selection.
+choose_row() {
+    local i
+    xdotool key Home
+    for ((i = 1; i < $1; i++)); do
+        xdotool key Down
+    done
+}

@@ -1,0 +1,241 @@
+// Studies by itself, with the program's own windows, for the tests that end it, starve it or watch its memory.
+//
+//     driven_session APPLICATION_FOLDER start            starts, says "runs" or what it was told, waits for its input's
+//     end driven_session APPLICATION_FOLDER study USER DAY   studies until it is ended; DAY is a number of days from a
+//     fixed one driven_session APPLICATION_FOLDER actions COUNT    carries out so many actions and says how the memory
+//     has grown
+//
+// "study" reports on its output, each line once it is true: "user NAME", when the name is in the user list, and
+// "completed N", when N sessions of this process are complete.
+#include "app/frmLogin.h"
+#include "app/modMain.h"
+#include "platform/modFile.h"
+#include "settings/frmMsg.h"
+#include "text/modReadText.h"
+#include "view/frmText.h"
+#include "view/picText.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QLineEdit>
+#include <QListView>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QTest>
+#include <QTimer>
+
+#include <cstdio>
+#include <malloc.h>
+#include <sys/resource.h>
+#include <unistd.h>
+
+#if defined(__SANITIZE_ADDRESS__)
+extern "C" size_t __sanitizer_get_current_allocated_bytes(); // of the sanitizer's run-time library
+#endif
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+void Say(const QString &text)
+{
+    // Straight to the pipe: what stands in a buffer is lost with the process.
+    const QByteArray line = text.toUtf8() + '\n';
+    [[maybe_unused]] const ssize_t written = write(STDOUT_FILENO, line.constData(), size_t(line.size()));
+}
+
+qint64 HeapBytes()
+{
+#if defined(__SANITIZE_ADDRESS__)
+    return qint64(__sanitizer_get_current_allocated_bytes());
+#else
+    return qint64(mallinfo2().uordblks);
+#endif
+}
+
+/// A silent desktop whose clock goes on by a second at each look, so that no two sessions begin at the same time.
+class FaultDesktop : public Desktop
+{
+  public:
+    explicit FaultDesktop(int day) : m_now(QDate(2024, 1, 1).addDays(day), QTime(6, 0)) {}
+
+    void SetApplicationTitle(const QString &) override {}
+    void ShowMessage(const QString &text) override
+    {
+        Say(u"message "_s + text.simplified());
+    }
+    void ShowMessage(const QString &text, const QString &) override
+    {
+        ShowMessage(text);
+    }
+    void PlaySoundFile(const QString &) override {}
+    bool OpenWithShell(const QString &, const QString &) override
+    {
+        return true;
+    }
+    bool StartCommandLine(const QString &) override
+    {
+        return true;
+    }
+    QDateTime Now() const override
+    {
+        return m_now = m_now.addSecs(1);
+    }
+
+  private:
+    mutable QDateTime m_now;
+};
+
+/// Does the next thing whenever the windows wait for the learner.
+class Learner : public QObject
+{
+  public:
+    explicit Learner(const QString &user) : m_user(user) {}
+
+    std::function<void(int)> onAction = [](int) {};
+
+    /// Answers every window from now on.
+    void Step()
+    {
+        QTimer::singleShot(0, this,
+                           &Learner::Step); // goes on also while one of the actions waits in a window of its own
+        if (QWidget *const dialog = QApplication::activeModalWidget())
+            AnswerDialog(dialog);
+        else if (m_study && m_study->isVisible() && !m_isBusy)
+            Study();
+    }
+
+    /// Studies in this window from now on.
+    void TakeStudy(frmText *study)
+    {
+        m_study = study;
+    }
+
+  private:
+    void Click(QWidget *parent, const char16_t *name)
+    {
+        if (auto *const button = parent->findChild<QPushButton *>(QString::fromUtf16(name)); button->isEnabled())
+            button->click();
+    }
+
+    void AnswerDialog(QWidget *dialog)
+    {
+        const QString name = dialog->objectName();
+        if (name == u"frmMsg") {
+            if (auto *const timer = dialog->findChild<QTimer *>(); timer->isActive())
+                timer->start(0);
+            Click(dialog, u"cmdOK");
+        } else if (name == u"frmLogin") {
+            dialog->findChild<QLineEdit *>(u"txtUserName"_s)->setText(m_user);
+            Click(dialog, u"cmdOK");
+        } else if (name == u"frmIni") {
+            dialog->findChild<QLineEdit *>(u"txtLineSpace"_s)->setText(QString::number(4 + m_count % 3));
+            Click(dialog, u"cmdChangeSetting");
+        } else if (name == u"frmFile") {
+            ChooseFile(dialog);
+        } else {
+            dialog->close();
+        }
+    }
+
+    // The session before this one was completed when the window was opened.
+    void ChooseFile(QWidget *dialog)
+    {
+        auto *const list = dialog->findChild<QListView *>(u"lstFile"_s);
+        switch (m_fileStep++) {
+        case 0:
+            if (m_isStudying)
+                Say(u"completed "_s + QString::number(++m_completed));
+            list->setCurrentIndex(list->model()->index(0, 0));
+            Click(dialog, u"cmdConvFile");
+            break;
+        case 1:
+            Click(dialog, u"cmdFile");
+            break;
+        default:
+            m_fileStep = 0;
+            m_isStudying = true;
+            list->setCurrentIndex(list->model()->index(2 * (m_count % 2), 0)); // the printable copy stands between them
+            Click(dialog, u"cmdSelect");
+        }
+    }
+
+    void Study()
+    {
+        m_isBusy = true;
+        auto *const page = m_study->findChild<PicText *>(u"picText"_s);
+        onAction(++m_count);
+        if (m_study->isHidden())
+            return; // that was the last one
+        if (m_count % 50 == 0)
+            Click(m_study, u"cmdFile");
+        else if (m_count % 31 == 0)
+            Click(m_study, u"cmdIni");
+        else if (m_count % 17 == 0)
+            Click(m_study, u"cmdReRead");
+        else if (m_count % 5 == 0)
+            QTest::mouseClick(page, m_count % 3 == 0 ? Qt::RightButton : Qt::LeftButton, {},
+                              QPoint(m_count * 37 % page->width(), m_count * 53 % page->height()));
+        else
+            QTest::keyClick(page, Qt::Key_Return);
+        m_isBusy = false;
+    }
+
+    QString m_user;
+    frmText *m_study = nullptr;
+    bool m_isBusy = false;
+    bool m_isStudying = false;
+    int m_completed = 0;
+    int m_fileStep = 0;
+    int m_count = 0;
+};
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    QApplication application(argc, argv);
+    const QStringList arguments = QApplication::arguments();
+    const QString folder = arguments.value(1);
+    const QString mode = arguments.value(2);
+    const QString user = mode == u"study" ? arguments.value(3) : u"user"_s;
+    FaultDesktop desktop(mode == u"study" ? arguments.value(4).toInt() : 0);
+    const InstanceMark instance(folder);
+    const RunLog log(folder, u"Kotoban"_s, desktop);
+    StudyDatabase database(desktop);
+    if (!PrepareRun(folder, instance, log, desktop, database))
+        return 1;
+    if (mode == u"start") {
+        Say(u"runs"_s);
+        std::getchar();
+        return 0;
+    }
+
+    Learner learner(user);
+    frmMsg msg(desktop, JoinPath(folder, u"wav"_s));
+    {
+        frmLogin login(desktop, msg, JoinPath(folder, u"ListUserName.txt"_s));
+        learner.Step();
+        login.Ask();
+    }
+    Say(u"user "_s + user);
+    frmText study(desktop, database, log, msg, {folder, JoinPath(folder, u"Kotoban.ini"_s), user});
+    QObject::connect(&study, &frmText::Ended, &application, [] { QApplication::exit(0); });
+    qint64 heapAtFirst = 0;
+    if (mode == u"actions") {
+        // Hardly more than what is open anyway: a file that is not closed is soon missed.
+        const rlimit few{rlim_t(QDir(u"/proc/self/fd"_s).entryList().size() + 16), 1024};
+        setrlimit(RLIMIT_NOFILE, &few);
+        learner.onAction = [&, last = arguments.value(3).toInt()](int count) {
+            if (count == 100)
+                heapAtFirst = HeapBytes();
+            else if (count == last)
+                study.close();
+        };
+    }
+    study.show();
+    learner.TakeStudy(&study);
+    QApplication::exec();
+    Say(u"grown by %1 %"_s.arg(100.0 * double(HeapBytes() - heapAtFirst) / double(heapAtFirst), 0, 'f', 2));
+    return 0;
+}

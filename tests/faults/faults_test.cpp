@@ -1,0 +1,352 @@
+// What a learner keeps when the program is ended at any moment, when the disk is full, locked or damaged, and when it
+// is started twice.
+#include "app/modMain.h"
+#include "app/modUserList.h"
+#include "files/modHistory.h"
+#include "files/modPrintableCopy.h"
+#include "platform/modFile.h"
+#include "platform/modProfile.h"
+#include "store/modDB_SQLite.h"
+#include "support/RecordingDesktop.h"
+#include "support/TestFiles.h"
+
+#include <QElapsedTimer>
+#include <QProcess>
+#include <QRegularExpression>
+#include <QThread>
+
+#include <csignal>
+#include <gtest/gtest.h>
+#include <random>
+#include <sqlite3.h>
+#include <sys/resource.h>
+#include <unistd.h>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+const QString Driver = QStringLiteral(DRIVEN_SESSION);
+const QByteArray PrintableCopy = "1\x94\xD4 [__]\r\n[\x81\x51\x81\x51] [___]\r\n";
+
+/// First column of the first row of a query, or the fault.
+QString Query(const QString &database, const QByteArray &sql)
+{
+    sqlite3 *handle = nullptr;
+    QString value;
+    char *fault = nullptr;
+    const auto take = [](void *text, int, char **columns, char **) {
+        *static_cast<QString *>(text) = QString::fromUtf8(columns[0]);
+        return 0;
+    };
+    sqlite3_open(qPrintable(database), &handle);
+    if (sqlite3_exec(handle, sql.constData(), take, &value, &fault) != SQLITE_OK)
+        value = u"fault: "_s + QString::fromUtf8(fault);
+    sqlite3_free(fault);
+    sqlite3_close(handle);
+    return value;
+}
+
+class Faults : public testing::Test
+{
+  protected:
+    Faults()
+    {
+        for (const QStringView name : RequiredFolders.split(u','))
+            folder.MakeFolder(name.toString());
+        QByteArray schema;
+        QString error;
+        EXPECT_TRUE(ReadWholeFile(QStringLiteral(SCHEMA), &schema, &error));
+        EXPECT_EQ(Query(databasePath, schema), QString());
+        folder.WriteStudyFile(u"txt/a.txt"_s, {u"1番 [ab]"_s, u"[漢字] [xyz]"_s});
+        QStringList lines;
+        for (int i = 0; i < 60; ++i)
+            lines += u"[word%1] [語] 文"_s.arg(i);
+        folder.WriteStudyFile(u"txt/b.txt"_s, lines);
+    }
+
+    /// Every file is one that some moment of the program has wanted to be so, whole.
+    void ExpectWholeFiles()
+    {
+        EXPECT_EQ(Query(databasePath, "pragma integrity_check"), u"ok"_s);
+        const QByteArray copy = folder.Read(u"txt/a_印刷用.txt"_s);
+        EXPECT_TRUE(copy == PrintableCopy || copy == "(no file)") << copy.toPercentEncoding().toStdString();
+        const QString ini = FromCodePage932(folder.Read(u"Kotoban.ini"_s));
+        static const QRegularExpression wholeIni(
+            u"^\\(no file\\)$|^\\[setting\\]\\r\\n((Fontsize|LineSpace|TextEditor|bolDispLineNum|FormLeft)=[^\\r\\n]+\\r\\n)+$"_s);
+        EXPECT_TRUE(wholeIni.match(ini).hasMatch()) << ini.toStdString();
+        for (const QString &name : QDir(folder.Path(u"rec"_s)).entryList({u"*.txt"_s}, QDir::Files)) {
+            const QString report = FromCodePage932(folder.Read(u"rec/"_s + name));
+            EXPECT_TRUE(report.section(u"\r\n"_s, -2).startsWith(u"総学習時間＝"_s)) << report.toStdString();
+        }
+    }
+
+    /// A backup that bears its name is a database, with its journal where it has one.
+    void ExpectWholeBackups()
+    {
+        QStringList days;
+        for (const QString &name : QDir(folder.Path(u"db_backup"_s)).entryList({u"kotoban_*.splite3"_s}, QDir::Files)) {
+            const TestFolder restored;
+            for (const QString &ending : {QString(), u"-journal"_s})
+                QFile::copy(folder.Path(u"db_backup/"_s + name + ending), restored.Path(u"k"_s + ending));
+            EXPECT_EQ(Query(restored.Path(u"k"_s), "pragma integrity_check"), u"ok"_s) << name.toStdString();
+            days += name.section(u'-', 0, 0);
+        }
+        EXPECT_EQ(days.removeDuplicates(), 0);
+    }
+
+    TestFolder folder;
+    QString databasePath = folder.Path(u"db/kotoban.splite3"_s);
+    RecordingDesktop desktop;
+};
+
+} // namespace
+
+TEST_F(Faults, DeathAtAnyMomentLosesNothingThatWasComplete)
+{
+    std::mt19937 random(200);
+    QStringList users;
+    int completed = 0;
+    for (int death = 0; death < 200 && !HasFailure(); ++death) {
+        const QString user = u"user%1"_s.arg(death);
+        QProcess program;
+        program.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+        program.start(Driver, {folder.Path(), u"study"_s, user, QString::number(death)});
+        ASSERT_TRUE(program.waitForStarted());
+        QThread::msleep(random() % 600);
+        program.kill();
+        program.waitForFinished();
+        ASSERT_EQ(program.exitStatus(), QProcess::CrashExit) << "it was to be killed, not to end by itself";
+
+        int completedNow = 0;
+        for (const QByteArray &line : program.readAllStandardOutput().split('\n')) {
+            if (line.startsWith("completed "))
+                completedNow = line.mid(10).toInt();
+            EXPECT_FALSE(line.startsWith("message")) << line.toStdString();
+            if (line.startsWith("user "))
+                users += user;
+        }
+        completed += completedNow;
+        ExpectWholeFiles();
+        const QString rows = Query(databasePath, "select count(*) from t_kotoban where dt_end is not null and "
+                                                 "num_answer is not null and user_name = '" +
+                                                     user.toLatin1() + "'");
+        EXPECT_GE(rows.toInt(), completedNow) << rows.toStdString();
+        const QStringList listed = ReadUserNames(folder.Path(u"ListUserName.txt"_s));
+        if (listed.size() == users.size() + 1)
+            users += user; // it was in the list, but there was no time left to say so
+        EXPECT_EQ(listed, users);
+    }
+    ExpectWholeBackups();
+    EXPECT_GT(completed, 50) << "it was killed too early to have much to lose";
+}
+
+TEST_F(Faults, OfTwoStartsAtTheSameInstantExactlyOneRuns)
+{
+    for (int round = 0; round < 50; ++round) {
+        QProcess programs[2];
+        for (QProcess &program : programs)
+            program.start(Driver, {folder.Path(), u"start"_s});
+        QByteArrayList said;
+        for (QProcess &program : programs) {
+            program.waitForReadyRead();
+            said += program.readAllStandardOutput().trimmed();
+        }
+        std::sort(said.begin(), said.end());
+        EXPECT_EQ(said, QByteArrayList({"message 二重起動はできません。", "runs"}));
+        for (QProcess &program : programs) {
+            program.closeWriteChannel();
+            program.waitForFinished();
+        }
+    }
+}
+
+TEST_F(Faults, TenThousandActionsLeaveNothingBehind)
+{
+    QProcess program;
+    program.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    program.start(Driver, {folder.Path(), u"actions"_s, u"10000"_s});
+    ASSERT_TRUE(program.waitForFinished(240'000));
+    EXPECT_EQ(program.exitCode(), 0) << "among others, the leak sanitizer has found nothing";
+    const QByteArray output = program.readAllStandardOutput();
+    EXPECT_FALSE(output.contains("message")) << output.toStdString();
+    const QByteArray last = output.trimmed().split('\n').back();
+    ASSERT_TRUE(last.startsWith("grown by ")) << output.toStdString();
+    EXPECT_LT(last.mid(9, last.size() - 11).toDouble(), 5) << last.toStdString();
+}
+
+namespace {
+
+/// Writes fail beyond so many bytes of a file, as on a full disk.
+class FullDisk
+{
+  public:
+    explicit FullDisk(rlim_t bytes)
+    {
+        std::signal(SIGXFSZ, SIG_IGN);
+        getrlimit(RLIMIT_FSIZE, &m_before);
+        const rlimit limit{bytes, m_before.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    ~FullDisk()
+    {
+        setrlimit(RLIMIT_FSIZE, &m_before);
+    }
+
+  private:
+    rlimit m_before{};
+};
+
+/// Root may write everywhere, so what must not be written is tried as somebody else.
+class AsNobody
+{
+  public:
+    AsNobody()
+    {
+        if (geteuid() == 0 && seteuid(65534) != 0)
+            ADD_FAILURE() << "cannot become somebody else";
+    }
+    ~AsNobody()
+    {
+        if (getuid() == 0 && seteuid(0) != 0)
+            ADD_FAILURE() << "cannot become root again";
+    }
+};
+
+} // namespace
+
+TEST_F(Faults, WhatCannotBeWrittenStaysAsItWas)
+{
+    const QByteArray old(3000, 'o');
+    const QByteArray name(3000, 'n');
+    for (const bool isFull : {true, false}) {
+        folder.Write(u"list.txt"_s, old);
+        folder.Write(u"a.ini"_s, "[setting]\r\nKey=" + old + "\r\n");
+        folder.Write(u"txt/a_印刷用.txt"_s, old);
+        QFile(folder.Path(u"db_backup/copy"_s)).remove();
+        for (const QString &path : {QString(), u"txt"_s, u"db_backup"_s})
+            QFile::setPermissions(folder.Path(path), isFull ? QFile::Permissions(0x7000) : QFile::Permissions(0x5055));
+        {
+            std::optional<FullDisk> full;
+            std::optional<AsNobody> nobody;
+            if (isFull)
+                full.emplace(20);
+            else
+                nobody.emplace();
+            QString error;
+            EXPECT_FALSE(ReplaceFile(folder.Path(u"list.txt"_s), name, &error));
+            EXPECT_FALSE(error.isEmpty());
+            EXPECT_FALSE(AppendUserName(folder.Path(u"list.txt"_s), QString::fromLatin1(name), &error));
+            EXPECT_FALSE(WriteProfile(folder.Path(u"a.ini"_s), u"setting"_s, u"Key"_s, QString::fromLatin1(name)));
+            error.clear();
+            EXPECT_FALSE(WritePrintableCopy(folder.Path(u"txt/a.txt"_s), folder.Path(u"txt/a_印刷用.txt"_s), &error));
+            EXPECT_TRUE(error.startsWith(u"印刷用ファイルを書き込めません。\r\n"_s)) << error.toStdString();
+            EXPECT_FALSE(CopyWholeFile(databasePath, folder.Path(u"db_backup/copy"_s), &error));
+        }
+        for (const QString &path : {QString(), u"txt"_s, u"db_backup"_s})
+            QFile::setPermissions(folder.Path(path), QFile::Permissions(0x7000));
+        EXPECT_EQ(folder.Read(u"list.txt"_s), old);
+        EXPECT_EQ(folder.Read(u"a.ini"_s), "[setting]\r\nKey=" + old + "\r\n");
+        EXPECT_EQ(folder.Read(u"txt/a_印刷用.txt"_s), old);
+        EXPECT_EQ(QDir(folder.Path(u"db_backup"_s)).entryList(QDir::Files), QStringList()) << "no part of a copy";
+    }
+}
+
+TEST_F(Faults, ADatabaseThatCannotGrowKeepsItsRowsAndWorksAgain)
+{
+    StudyDatabase database(desktop);
+    ASSERT_EQ(database.Open(databasePath), 0);
+    const auto insert = [&](int count) {
+        for (int i = 0; i < count; ++i)
+            DBInsRecKotoban(database, desktop.now.addSecs(i), QString(200, u'漢'), u"file"_s);
+    };
+    insert(10);
+    EXPECT_TRUE(desktop.TakeMessages().isEmpty());
+    {
+        const FullDisk full(rlim_t(QFileInfo(databasePath).size()));
+        insert(30);
+    }
+    EXPECT_TRUE(desktop.TakeMessages().contains(u"Err:SQLite3 NonQuery"_s));
+    EXPECT_EQ(Query(databasePath, "pragma integrity_check"), u"ok"_s);
+    const int kept = Query(databasePath, "select count(*) from t_kotoban").toInt();
+    EXPECT_GE(kept, 10);
+    insert(1);
+    EXPECT_TRUE(desktop.TakeMessages().isEmpty());
+    EXPECT_EQ(Query(databasePath, "select count(*) from t_kotoban").toInt(), kept + 1);
+}
+
+TEST_F(Faults, ALockedDatabaseIsToldOfAtOnceAndNotWaitedFor)
+{
+    StudyDatabase database(desktop);
+    ASSERT_EQ(database.Open(databasePath), 0);
+    ReadHistory(database, desktop.now.date(), 1, u"花子"_s); // it knows the table before the lock
+    sqlite3 *other = nullptr;
+    sqlite3_open(qPrintable(databasePath), &other);
+    ASSERT_EQ(sqlite3_exec(other, "begin exclusive", nullptr, nullptr, nullptr), SQLITE_OK);
+    for (int i = 0; i < 3; ++i) {
+        DBInsRecKotoban(database, desktop.now, u"花子"_s, u"file"_s);
+        EXPECT_EQ(desktop.TakeMessages(), QStringList({u"The database file is locked"_s, u"Err:SQLite3 NonQuery"_s}));
+    }
+    EXPECT_TRUE(ReadHistory(database, desktop.now.date(), 1, u"花子"_s).lines.isEmpty());
+    EXPECT_EQ(desktop.TakeMessages().filter(u"SQLite3Step returned 5"_s).size(), 3);
+    sqlite3_close(other);
+    DBInsRecKotoban(database, desktop.now, u"花子"_s, u"file"_s);
+    EXPECT_TRUE(desktop.messages.isEmpty());
+    EXPECT_EQ(Query(databasePath, "select count(*) from t_kotoban"), u"1"_s) << "lost statements are not made up for";
+}
+
+TEST_F(Faults, ADamagedPageIsToldOfAndNothingIsWrittenOverIt)
+{
+    EXPECT_EQ(
+        Query(databasePath, "insert into t_kotoban values('2024/03/05','a','10:00:00','f','2024/03/05 11:00:00',5)"),
+        QString());
+    QByteArray bytes = folder.Read(u"db/kotoban.splite3"_s);
+    bytes.replace(4096, bytes.size() - 4096, QByteArray(bytes.size() - 4096, 'x')); // all pages but the first
+    folder.Write(u"db/kotoban.splite3"_s, bytes);
+    StudyDatabase database(desktop);
+    ASSERT_EQ(database.Open(databasePath), 0);
+    const History history = ReadHistory(database, QDate(2024, 3, 5), 1, u"a"_s);
+    EXPECT_TRUE(history.lines.isEmpty());
+    EXPECT_EQ(history.totalTime, u"0分 0秒"_s);
+    EXPECT_EQ(desktop.TakeMessages().filter(u"SQLite3Step returned 11"_s).size(), 3);
+    DBInsRecKotoban(database, desktop.now, u"a"_s, u"f"_s);
+    EXPECT_EQ(desktop.TakeMessages(), QStringList(u"Err:SQLite3 NonQuery"_s));
+    database.Close();
+    EXPECT_EQ(folder.Read(u"db/kotoban.splite3"_s), bytes);
+}
+
+TEST_F(Faults, AHalfBackupIsNoneAndIsCleanedUp)
+{
+    folder.Write(u"db/kotoban.splite3-journal"_s, "journal");
+    folder.Write(u"db_backup/unfinished.copy.AbCdEf"_s, "half");
+    QString error;
+    EXPECT_TRUE(BackupDatabase(folder.Path(u"db"_s), u"kotoban.splite3"_s, folder.Path(u"db_backup"_s), 20, desktop.now,
+                               &error));
+    const QString name = u"db_backup/kotoban_2024_0305-1430_15.splite3"_s;
+    EXPECT_EQ(folder.Read(name), folder.Read(u"db/kotoban.splite3"_s));
+    EXPECT_EQ(folder.Read(name + u"-journal"_s), "journal");
+    EXPECT_EQ(QDir(folder.Path(u"db_backup"_s)).entryList(QDir::Files).size(), 2);
+}
+
+TEST_F(Faults, AFolderWhereAFileShouldBeAndTheReverse)
+{
+    RunLog log(folder.Path(), u"Kotoban"_s, desktop);
+    StudyDatabase database(desktop);
+    const auto prepare = [&] { return PrepareRun(folder.Path(), InstanceMark(folder.Path()), log, desktop, database); };
+    folder.MakeFolder(u"Kotoban_log.txt"_s);
+    EXPECT_FALSE(prepare());
+    EXPECT_TRUE(desktop.TakeMessages().value(0).startsWith(u"実行ログに書き込めません。"_s));
+    QDir().rmdir(folder.Path(u"Kotoban_log.txt"_s));
+
+    folder.MakeFolder(u"ListUserName.txt"_s);
+    QString error;
+    EXPECT_TRUE(ReadUserNames(folder.Path(u"ListUserName.txt"_s)).isEmpty());
+    EXPECT_FALSE(AppendUserName(folder.Path(u"ListUserName.txt"_s), u"a"_s, &error));
+    EXPECT_FALSE(error.isEmpty());
+    EXPECT_EQ(ReadProfile(folder.Path(u"txt"_s), u"setting"_s, u"a"_s, u"default"_s, 99), u"default"_s);
+    EXPECT_FALSE(WriteProfile(folder.Path(u"txt"_s), u"setting"_s, u"a"_s, u"b"_s));
+    EXPECT_FALSE(WritePrintableCopy(folder.Path(u"txt"_s), folder.Path(u"txt/x_印刷用.txt"_s), &error));
+    folder.Write(u"log"_s, "a file");
+    EXPECT_TRUE(prepare()) << "the folder of logs need not be there";
+    EXPECT_TRUE(desktop.messages.isEmpty());
+}
