@@ -1,12 +1,13 @@
 // The program as Windows sees it: started as a process from a folder of its own, used with keys, and looked at through
 // the system's own functions.
+#include "platform/modProduct.h"
 #include "support/TestFiles.h"
 
-#include <QDirIterator>
 #include <QTest>
 
 #include <functional>
 #include <gtest/gtest.h>
+#include <sqlite3.h>
 #include <windows.h>
 
 using namespace Qt::Literals::StringLiterals;
@@ -50,6 +51,11 @@ class RunningProgram
         SetForegroundWindow(window);
         EXPECT_TRUE(WaitFor([&] { return GetForegroundWindow() == window; })) << titlePart.toStdString();
         return window;
+    }
+
+    bool WaitUntilGone(const QString &titlePart) const
+    {
+        return WaitFor([&] { return FindShown(m_process.dwProcessId, titlePart) == nullptr; });
     }
 
     /// Waits for the end. @return the exit code, or 259 (still active) when it does not come
@@ -143,10 +149,55 @@ class ProgramTest : public testing::Test
         program.Window(u"ファイル選択"_s);
     }
 
+    /// The first row that a statement yields, its values joined by "|".
+    QByteArray Query(const QString &database, const char *statement)
+    {
+        QByteArray row;
+        sqlite3 *handle = nullptr;
+        sqlite3_stmt *query = nullptr;
+        EXPECT_EQ(sqlite3_open16(temporary.Path(database).utf16(), &handle), SQLITE_OK);
+        EXPECT_EQ(sqlite3_prepare_v2(handle, statement, -1, &query, nullptr), SQLITE_OK);
+        EXPECT_EQ(sqlite3_step(query), SQLITE_ROW);
+        for (int column = 0; column < sqlite3_column_count(query); ++column)
+            row +=
+                QByteArray(column == 0 ? "" : "|") + reinterpret_cast<const char *>(sqlite3_column_text(query, column));
+        sqlite3_finalize(query);
+        sqlite3_close(handle);
+        return row;
+    }
+
+    /// Chooses the first study file. @return the study window
+    static HWND OpenFirstFile(RunningProgram &program)
+    {
+        Press({VK_HOME});
+        Press({VK_RETURN});
+        EXPECT_TRUE(program.WaitUntilGone(u"ファイル選択"_s));
+        return program.Window(u"[hanako]"_s);
+    }
+
     TestFolder temporary;
 };
 
 } // namespace
+
+TEST(ProgramFile, TellsItsVersionAndBringsItsManifest)
+{
+    const std::wstring path = QStringLiteral(APPLICATION_FOLDER "/Kotoban.exe").toStdWString();
+    std::vector<char> version(GetFileVersionInfoSizeW(path.c_str(), nullptr));
+    ASSERT_TRUE(GetFileVersionInfoW(path.c_str(), 0, DWORD(version.size()), version.data()));
+    const wchar_t *text = nullptr;
+    UINT length = 0;
+    for (const auto &[name, value] : {std::pair(L"ProductName", ProductName()), {L"FileVersion", VersionText()}}) {
+        const std::wstring block = std::wstring(L"\\StringFileInfo\\041104B0\\") + name;
+        EXPECT_TRUE(VerQueryValueW(version.data(), block.c_str(), reinterpret_cast<void **>(&text), &length));
+        EXPECT_EQ(QString::fromWCharArray(text), value);
+    }
+    const HMODULE program = LoadLibraryExW(path.c_str(), nullptr, LOAD_LIBRARY_AS_DATAFILE);
+    ASSERT_TRUE(program);
+    EXPECT_TRUE(FindResourceW(program, MAKEINTRESOURCEW(1), RT_MANIFEST));
+    EXPECT_TRUE(FindResourceW(program, MAKEINTRESOURCEW(1), RT_GROUP_ICON));
+    FreeLibrary(program);
+}
 
 TEST_F(ProgramTest, SharesItsSettingsWithTheProfileFunctions)
 {
@@ -156,9 +207,7 @@ TEST_F(ProgramTest, SharesItsSettingsWithTheProfileFunctions)
     EXPECT_TRUE(WritePrivateProfileStringA("setting", "LineSpace", "6", settings.constData()));
     RunningProgram program(Program(folder));
     LogIn(program);
-    Press({VK_HOME});
-    Press({VK_RETURN});
-    const HWND window = program.Window(u"[hanako]"_s);
+    const HWND window = OpenFirstFile(program);
     // The frame that the system counts may begin left of the one that is seen.
     RECT place = {};
     GetWindowRect(window, &place);
@@ -218,6 +267,21 @@ TEST_F(ProgramTest, WritesLogAndReportInCodePage932AndOpensTheReport)
     const QByteArray log = temporary.Read(u"瞬記帳の 練習/Kotoban_log.txt"_s);
     EXPECT_TRUE(log.startsWith("Kotoban.exe\x81\x40Ver")) << log.toPercentEncoding().toStdString();
     EXPECT_EQ(log.count("\r\n"), 2);
+}
+
+TEST_F(ProgramTest, CompletesTheSessionWhenWindowsEndsIt)
+{
+    RunningProgram program(Program(MakeFolder(u"logout"_s)));
+    LogIn(program);
+    const HWND window = OpenFirstFile(program);
+    Press({VK_RETURN});
+    Press({VK_RETURN});
+    DWORD_PTR answer = 0;
+    SendMessageTimeoutW(window, WM_QUERYENDSESSION, 0, LPARAM(ENDSESSION_LOGOFF), SMTO_NORMAL, 5000, &answer);
+    EXPECT_EQ(answer, DWORD_PTR(TRUE));
+    SendMessageTimeoutW(window, WM_ENDSESSION, TRUE, LPARAM(ENDSESSION_LOGOFF), SMTO_NORMAL, 5000, &answer);
+    // From here on Windows may end the process at any moment.
+    EXPECT_EQ(Query(u"logout/db/kotoban.splite3"_s, "select num_answer, dt_end is not null from t_kotoban"), "2|1");
 }
 
 TEST_F(ProgramTest, NamesTheMissingFolderAsTheSystemSpellsPaths)
