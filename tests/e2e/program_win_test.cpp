@@ -185,12 +185,12 @@ TEST(ProgramFile, TellsItsVersionAndBringsItsManifest)
     const std::wstring path = QStringLiteral(APPLICATION_FOLDER "/Kotoban.exe").toStdWString();
     std::vector<char> version(GetFileVersionInfoSizeW(path.c_str(), nullptr));
     ASSERT_TRUE(GetFileVersionInfoW(path.c_str(), 0, DWORD(version.size()), version.data()));
-    const wchar_t *text = nullptr;
+    void *text = nullptr;
     UINT length = 0;
     for (const auto &[name, value] : {std::pair(L"ProductName", ProductName()), {L"FileVersion", VersionText()}}) {
         const std::wstring block = std::wstring(L"\\StringFileInfo\\041104B0\\") + name;
-        EXPECT_TRUE(VerQueryValueW(version.data(), block.c_str(), reinterpret_cast<void **>(&text), &length));
-        EXPECT_EQ(QString::fromWCharArray(text), value);
+        EXPECT_TRUE(VerQueryValueW(version.data(), block.c_str(), &text, &length));
+        EXPECT_EQ(QString::fromWCharArray(static_cast<const wchar_t *>(text)), value);
     }
     const HMODULE program = LoadLibraryExW(path.c_str(), nullptr, LOAD_LIBRARY_AS_DATAFILE);
     ASSERT_TRUE(program);
