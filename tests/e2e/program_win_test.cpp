@@ -3,6 +3,7 @@
 #include "platform/modProduct.h"
 #include "support/TestFiles.h"
 
+#include <QRegularExpression>
 #include <QTest>
 
 #include <functional>
@@ -42,20 +43,21 @@ class RunningProgram
     }
     Q_DISABLE_COPY_MOVE(RunningProgram)
 
-    /// Waits until the program shows a window of such a title and puts it in front. @return nullptr when none comes
-    HWND Window(const QString &titlePart)
+    /// Waits until the program shows a window whose title matches an expression, and puts it in front. @return nullptr
+    /// when none comes
+    HWND Window(const QString &title)
     {
         HWND window = nullptr;
-        EXPECT_TRUE(WaitFor([&] { return (window = FindShown(m_process.dwProcessId, titlePart)) != nullptr; }))
-            << titlePart.toStdString();
-        SetForegroundWindow(window);
-        EXPECT_TRUE(WaitFor([&] { return GetForegroundWindow() == window; })) << titlePart.toStdString();
+        EXPECT_TRUE(WaitFor([&] { return (window = FindShown(m_process.dwProcessId, title)) != nullptr; }))
+            << title.toStdString();
+        EXPECT_TRUE(WaitFor([&] { return SetForegroundWindow(window) && GetForegroundWindow() == window; }))
+            << title.toStdString();
         return window;
     }
 
-    bool WaitUntilGone(const QString &titlePart) const
+    bool WaitUntilGone(const QString &title) const
     {
-        return WaitFor([&] { return FindShown(m_process.dwProcessId, titlePart) == nullptr; });
+        return WaitFor([&] { return FindShown(m_process.dwProcessId, title) == nullptr; });
     }
 
     /// Waits for the end. @return the exit code, or 259 (still active) when it does not come
@@ -71,24 +73,24 @@ class RunningProgram
         return WaitForSingleObject(m_process.hProcess, 0) == WAIT_TIMEOUT;
     }
 
-    /// A visible window of a process, of any process for 0, whose title holds a text.
-    static HWND FindShown(DWORD process, const QString &titlePart)
+    /// A visible window of a process, of any process for 0, whose title matches an expression.
+    static HWND FindShown(DWORD process, const QString &title)
     {
         struct Search
         {
             DWORD process;
-            const QString &titlePart;
+            const QString &title;
             HWND found;
-        } search = {process, titlePart, nullptr};
+        } search = {process, title, nullptr};
         EnumWindows(
             [](HWND window, LPARAM parameter) -> BOOL {
                 auto *const wanted = reinterpret_cast<Search *>(parameter);
                 DWORD owner = 0;
                 GetWindowThreadProcessId(window, &owner);
-                wchar_t title[200] = {};
-                GetWindowTextW(window, title, 200);
+                wchar_t text[200] = {};
+                GetWindowTextW(window, text, 200);
                 if (!IsWindowVisible(window) || (wanted->process != 0 && owner != wanted->process) ||
-                    !QString::fromWCharArray(title).contains(wanted->titlePart))
+                    !QRegularExpression(wanted->title).match(QString::fromWCharArray(text)).hasMatch())
                     return TRUE;
                 wanted->found = window;
                 return FALSE;
@@ -172,7 +174,7 @@ class ProgramTest : public testing::Test
         Press({VK_HOME});
         Press({VK_RETURN});
         EXPECT_TRUE(program.WaitUntilGone(u"ファイル選択"_s));
-        return program.Window(u"[hanako]"_s);
+        return program.Window(u"\\[hanako\\]$"_s);
     }
 
     TestFolder temporary;
@@ -231,7 +233,7 @@ TEST_F(ProgramTest, RefusesASecondInstanceOfAFolderHoweverItIsSpelt)
     first.Window(u"ログイン画面"_s);
     const QByteArray log = temporary.Read(u"Two 画面/Kotoban_log.txt"_s);
     RunningProgram second(Program(folder).replace(u"Two"_s, u"TWO"_s));
-    second.Window(u"Kotoban"_s);
+    second.Window(u"^Kotoban$"_s);
     Press({VK_RETURN});
     EXPECT_EQ(second.ExitCode(), 1u);
     EXPECT_TRUE(first.IsRunning());
@@ -249,7 +251,7 @@ TEST_F(ProgramTest, WritesLogAndReportInCodePage932AndOpensTheReport)
     RunningProgram program(Program(folder));
     LogIn(program);
     Press({VK_MENU, 'F'});
-    program.Window(u"瞬記帳"_s);
+    program.Window(u"^瞬記帳$"_s);
     QTest::qWait(500); // the answer is not taken at once
     Press({VK_RETURN});
     const QStringList reports = QDir(folder + u"\\rec"_s).entryList(QDir::Files);
@@ -259,7 +261,8 @@ TEST_F(ProgramTest, WritesLogAndReportInCodePage932AndOpensTheReport)
               "\x91\x8D\x8Aw\x8FK\x8E\x9E\x8A\xD4\x81\x81\x30\x95\xAA 0\x95\x62  "
               "\x91\x8D\x89\xF1\x93\x9A\x90\x94\x81\x81\x30\r\n");
     HWND editor = nullptr;
-    EXPECT_TRUE(WaitFor([&] { return (editor = RunningProgram::FindShown(0, reports[0])) != nullptr; }));
+    EXPECT_TRUE(WaitFor(
+        [&] { return (editor = RunningProgram::FindShown(0, QRegularExpression::escape(reports[0]))) != nullptr; }));
     PostMessageW(editor, WM_CLOSE, 0, 0);
     program.Window(u"ファイル選択"_s);
     Press({VK_MENU, 'X'});
