@@ -122,7 +122,8 @@ make_wine_system() {
     if [[ ! -d $cache/wine ]]; then
         say "making a system folder for Wine, once"
         rm -rf "$cache/wine.new"
-        KOTOBAN_WINE_FOLDER=$cache/wine.new env -u DISPLAY scripts/wine wineboot --init >/dev/null 2>&1
+        # Wine's services outlive the command; they must not hold the lock.
+        KOTOBAN_WINE_FOLDER=$cache/wine.new env -u DISPLAY scripts/wine wineboot --init >/dev/null 2>&1 9>&-
         KOTOBAN_WINE_FOLDER=$cache/wine.new scripts/wine --end
         mv "$cache/wine.new" "$cache/wine"
     fi
@@ -131,12 +132,12 @@ make_wine_system() {
 make_windows_libraries() {
     mkdir -p "$cache/work"
     # Two builds at a time would write into each other's folders.
-    exec {lock}>"$cache/lock"
-    flock "$lock"
+    exec 9>"$cache/lock"
+    flock 9
     build_qt
     build_sqlite
     build_googletest
     make_wine_system
-    exec {lock}>&-
+    exec 9>&-
     export KOTOBAN_WINDOWS_LIBRARIES="$qt_folder;$sqlite_folder;$googletest_folder"
 }
