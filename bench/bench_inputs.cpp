@@ -1,5 +1,5 @@
 // Makes the inputs of the timings, the same in every run: study files in code page 932 with 15 % of their words in
-// blanks, a text of plain ASCII, and databases of study sessions.
+// blanks, some tabs and pictures, a text of plain ASCII, and databases of study sessions.
 //
 //     bench_inputs FOLDER SCHEMA
 //
@@ -54,16 +54,20 @@ QString Phrase(Random &random, QString (*makeWord)(Random &), int wordCount, con
     return phrase;
 }
 
-/// A line of a study file, below 100 bytes: a sentence in Japanese or in English, or a word with its translations.
+/// A line of a study file, below 100 bytes: a sentence in Japanese or in English, or a word with its translations
+/// behind a tab. One in a thousand refers to a picture.
 QString StudyLine(Random &random)
 {
+    if (Pick(random, 1000) == 0)
+        return u"｢"_s + EnglishWord(random) + u'｣';
     switch (Pick(random, 3)) {
     case 0:
         return Phrase(random, JapaneseWord, 4 + Pick(random, 5), QString()) + u'。';
     case 1:
         return Phrase(random, EnglishWord, 4 + Pick(random, 4), u" "_s) + u'.';
     default:
-        return EnglishWord(random) + u"  "_s + Phrase(random, JapaneseWord, 2 + Pick(random, 3), u"，"_s);
+        return Phrase(random, EnglishWord, 1, QString()) + u'\t' +
+               Phrase(random, JapaneseWord, 2 + Pick(random, 3), u"，"_s);
     }
 }
 

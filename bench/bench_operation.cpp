@@ -2,7 +2,7 @@
 //
 //     bench_operation nothing            only starts
 //     bench_operation detect FILE        tells the character code of a file, of which it reads what it takes
-//     bench_operation load FILE          reads a study file up to its table of blanks
+//     bench_operation load FILE          reads a study file as the study window does, up to its table of blanks
 //     bench_operation history FILE N     opens a database and reads a week's history N times
 //     bench_operation statements N       prints the statements of the above
 //
@@ -11,8 +11,9 @@
 #include "settings/modCharCode.h"
 #include "store/modDB_SQLite.h"
 #include "text/modCheckText.h"
-#include "text/modDisplayText.h"
+#include "text/modPictureName.h"
 #include "text/modReadText.h"
+#include "view/modStudyRound.h"
 
 #include <QElapsedTimer>
 #include <QFile>
@@ -80,7 +81,10 @@ void Load(const QString &path)
     int errorLine = 0;
     if (!ReadTextFile(path, MaxLineBytes, &lines, &message, &errorLine))
         qFatal("%s", qPrintable(message));
+    const QStringList badPictures = BadPictureNames(lines);
     const DisplayText text(std::move(lines));
+    StudyRound round;
+    round.Load(text.Blanks().Count());
     const double elapsedMs = double(timer.nsecsElapsed()) / 1e6;
     std::printf("%.3f %lld\n", elapsedMs, static_cast<long long>(ResidentBytes() - before));
 }

@@ -8,8 +8,8 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <fstream>
+#include <poll.h>
 #include <string>
 #include <sys/wait.h>
 #include <thread>
@@ -20,16 +20,30 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-void WaitForFirstWindow(xcb_connection_t *connection)
+[[noreturn]] void Fail(const char *reason, pid_t process)
 {
-    while (xcb_generic_event_t *const event = xcb_wait_for_event(connection)) {
-        const int type = event->response_type & 0x7F;
-        std::free(event);
-        if (type == XCB_MAP_NOTIFY)
-            return;
-    }
-    std::fputs("the X server is gone\n", stderr);
+    std::fprintf(stderr, "%s\n", reason);
+    kill(process, SIGKILL);
     std::exit(1);
+}
+
+void WaitForFirstWindow(xcb_connection_t *connection, pid_t process)
+{
+    pollfd server{xcb_get_file_descriptor(connection), POLLIN, 0};
+    for (const Clock::time_point end = Clock::now() + std::chrono::seconds(20); Clock::now() < end;) {
+        while (xcb_generic_event_t *const event = xcb_poll_for_event(connection)) {
+            const int type = event->response_type & 0x7F;
+            std::free(event);
+            if (type == XCB_MAP_NOTIFY)
+                return;
+        }
+        if (xcb_connection_has_error(connection))
+            Fail("the X server is gone", process);
+        if (waitpid(process, nullptr, WNOHANG) == process)
+            Fail("the program has ended without a window", process);
+        poll(&server, 1, 100);
+    }
+    Fail("no window has come", process);
 }
 
 long ResidentBytes(pid_t process)
@@ -48,8 +62,10 @@ int main(int argc, char *argv[])
     if (argc < 2)
         return 2;
     xcb_connection_t *const connection = xcb_connect(nullptr, nullptr);
-    if (xcb_connection_has_error(connection))
+    if (xcb_connection_has_error(connection)) {
+        std::fputs("there is no X server\n", stderr);
         return 1;
+    }
     const xcb_screen_t *const screen = xcb_setup_roots_iterator(xcb_get_setup(connection)).data;
     const uint32_t mask = XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY;
     xcb_change_window_attributes(connection, screen->root, XCB_CW_EVENT_MASK, &mask);
@@ -61,7 +77,7 @@ int main(int argc, char *argv[])
         execvp(argv[1], argv + 1);
         _exit(127);
     }
-    WaitForFirstWindow(connection);
+    WaitForFirstWindow(connection, process);
     const std::chrono::duration<double, std::milli> elapsed = Clock::now() - start;
     std::this_thread::sleep_for(std::chrono::milliseconds(500));
     std::printf("%.3f %ld\n", elapsed.count(), ResidentBytes(process));

@@ -117,6 +117,11 @@ class OpenStudy
         StartInTheMiddle();
     }
 
+    void PressEnter()
+    {
+        Send(QKeyEvent(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier));
+    }
+
     /// Shows the page in the middle of the file with all its answers hidden.
     void StartInTheMiddle()
     {
@@ -148,7 +153,7 @@ void PressEnter(benchmark::State &state)
     OpenStudy study(state.range(0));
     int pressed = 0;
     for (auto step : state) {
-        study.Send(QKeyEvent(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier));
+        study.PressEnter();
         if (++pressed % 100 == 0) { // before the end of the short file, where the window would ask something
             state.PauseTiming();
             study.StartInTheMiddle();
@@ -174,14 +179,22 @@ void Click(benchmark::State &state)
         study.Send(QMouseEvent(QEvent::MouseButtonPress, at, at, Qt::LeftButton, Qt::LeftButton, Qt::NoModifier));
 }
 
+/// The Enter at which nothing is hidden on the page any more.
 void TurnPage(benchmark::State &state)
 {
     OpenStudy study(state.range(0));
+    const DisplayText text = LoadText(StudyFilePath(state.range(0)));
+    const PageLayout &layout = study.page->Layout();
     for (auto step : state) {
-        if (study.scroll->value() == study.scroll->maximum())
-            study.scroll->setValue(1);
-        study.scroll->triggerAction(QAbstractSlider::SliderPageStepAdd);
-        QCoreApplication::processEvents();
+        state.PauseTiming();
+        study.StartInTheMiddle();
+        const BlankRange blanks = VisibleBlanks(text, {study.middle, layout.RowsPerPage()});
+        for (int blank = blanks.first; blank <= blanks.last; ++blank)
+            study.PressEnter();
+        state.ResumeTiming();
+        study.PressEnter();
+        if (study.scroll->value() == study.middle)
+            qFatal("the page has not turned");
     }
 }
 

@@ -11,9 +11,10 @@ add_custom_target(application_folder ALL
     VERBATIM)
 add_dependencies(application_folder Kotoban)
 
-install(TARGETS Kotoban RUNTIME DESTINATION .)
+install(TARGETS Kotoban RUNTIME DESTINATION . COMPONENT portable)
 install(CODE "
     set(ASSETS \"${CMAKE_SOURCE_DIR}/assets\")
     set(SQLITE3_SHELL \"${SQLITE3_SHELL}\")
     set(FOLDER \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}\")
-    include(\"${CMAKE_SOURCE_DIR}/cmake/LayOutFolder.cmake\")")
+    include(\"${CMAKE_SOURCE_DIR}/cmake/LayOutFolder.cmake\")"
+    COMPONENT portable)

@@ -11,7 +11,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     FuzzInput input(data, size);
     file.Write(input.TakeText());
     StudyLines lines;
-    ReadAllLines(input.TakeRest(), &lines);
+    ReadAllLines(input.TakeRest(), ExpandTabs::No, &lines);
     if (!lines.BracketsTakeTurns())
         return 0; // no study file
     const DisplayText text(std::move(lines));

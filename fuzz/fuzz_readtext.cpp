@@ -49,8 +49,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     const QByteArray bytes = FuzzInput(data, size).TakeRest();
     file.Write(bytes);
     StudyLines lines;
-    ReadAllLines(bytes, &lines);
-    CheckWhatWasNoticed(lines);
+    for (const ExpandTabs expandTabs : {ExpandTabs::No, ExpandTabs::Yes}) {
+        ReadAllLines(bytes, expandTabs, &lines);
+        CheckWhatWasNoticed(lines);
+    }
     QString message;
     int errorLine = 0;
     if (ReadTextFile(file.Path(), MaxLineBytes, &lines, &message, &errorLine)) {

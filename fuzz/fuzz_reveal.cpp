@@ -100,7 +100,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
 {
     FuzzInput input(data, size);
     StudyLines lines;
-    ReadAllLines(input.TakeText(), &lines);
+    ReadAllLines(input.TakeText(), ExpandTabs::No, &lines);
     if (!lines.BracketsTakeTurns())
         return 0; // no study file
     Study study(std::move(lines));

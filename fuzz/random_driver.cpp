@@ -20,14 +20,15 @@ void Run(const QByteArray &bytes)
 }
 
 /// Some bytes that decide something in one of the formats.
-const QByteArray Telling("[]\r\n\t+-\x1B$B(\"\\ ={};'ab\0\x81\x8E\x93\xFA\xA4\xA1\xA2\xA3\xE3\x82\xFD\xFE\xFF", 35);
+constexpr char Telling[] =
+    "[]\r\n\t+-\x1B$B(\"\\ ={};'ab\0\x81\x8E\x93\xFA\xA4\xA1\xA2\xA3\xE3\x82\xEF\xBB\xBF\xFD\xFE\xFF";
 
 QByteArray Changed(QByteArray bytes, const QByteArray &other, std::mt19937 &random)
 {
     const auto pick = [&random](qsizetype count) { return count == 0 ? 0 : qsizetype(random() % quint64(count)); };
     for (qsizetype left = 1 + pick(8); left > 0; --left) {
         const qsizetype at = pick(bytes.size() + 1);
-        const char byte = pick(3) == 0 ? char(pick(256)) : Telling[pick(Telling.size())];
+        const char byte = pick(3) == 0 ? char(pick(256)) : Telling[pick(sizeof Telling - 1)];
         switch (pick(5)) {
         case 0:
             bytes.insert(at, byte);

@@ -1,5 +1,5 @@
 # shellcheck shell=bash disable=SC2034
-# Sourced by ./run and ./test: installs the Debian packages that are missing.
+# Sourced by ./run, ./test, ./package and ./windows: installs the Debian packages that are missing.
 
 # A fresh machine may have no UTF-8 locale; a learner's own stays, as the program takes the language from it.
 [[ $(locale charmap 2>/dev/null) == UTF-8 ]] || export LC_ALL=C.UTF-8
@@ -9,7 +9,10 @@ build_packages=(g++ cmake ninja-build qt6-base-dev libgl1-mesa-dev libsqlite3-de
     alsa-utils xdg-utils)
 # What it takes to run it on a virtual X server and to use it there as a learner would.
 virtual_display_packages=(xvfb openbox xdotool x11-utils imagemagick procps)
-test_packages=(libgtest-dev libgmock-dev dbus at-spi2-core python3-gi gir1.2-atspi-2.0)
+test_packages=(libgtest-dev libgmock-dev dbus at-spi2-core python3-gi gir1.2-atspi-2.0 appstream desktop-file-utils)
+# What it takes to make the packages, and to check them.
+package_packages=(dpkg-dev file gzip)
+package_test_packages=(lintian)
 fuzz_packages=(clang libclang-rt-14-dev)
 # What the timings are made with, and the tools that the program is held against.
 bench_packages=(libbenchmark-dev libxcb1-dev pkgconf python3-minimal nkf uchardet)

@@ -35,6 +35,7 @@ QFont UserInterfaceFont()
 int main(int argc, char *argv[])
 {
     QApplication application(argc, argv);
+    QGuiApplication::setDesktopFileName(u"org.kotoban.kotoban"_s); // by which some desktops find the icon
     application.setFont(UserInterfaceFont());
     // Once the first window is there, and with its format named, or the toolkit would load all formats it knows.
     QTimer::singleShot(0, &application, [] { QApplication::setWindowIcon(QPixmap(u":/kotoban.png"_s, "PNG")); });

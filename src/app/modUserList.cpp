@@ -14,7 +14,7 @@ QStringList ReadUserNames(const QString &path)
     if (!ReadWholeFile(path, &bytes, &error))
         return names;
     StudyLines lines;
-    ReadAllLines(bytes, &lines);
+    ReadAllLines(bytes, ExpandTabs::No, &lines);
     for (int line = 1; line <= lines.Count(); ++line)
         names += lines.at1(line).toString();
     return names;

@@ -54,7 +54,7 @@ QString FileFault(const QString &path)
     if (!CheckTextEncoding(path, bytes, &message))
         return u"文字コード＝"_s + FileCharCodeName(bytes);
     StudyLines lines;
-    ReadAllLines(ExpandTabs(bytes), &lines);
+    ReadAllLines(bytes, ExpandTabs::Yes, &lines);
     if (!CheckLineBytes(lines, MaxLineBytes, &message, &line))
         return QString::number(line) + u'行' + QString::number(MaxLineBytes) + u"バイト超過"_s;
     if (!CheckBracketCount(lines, &message, &line) || !CheckBracketOrder(lines, &message, &line))

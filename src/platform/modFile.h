@@ -9,8 +9,8 @@
 /// Folder and name joined by the system's own separator.
 QString JoinPath(const QString &folder, const QString &name);
 
-/// Largest file that is read, in bytes: 1 GiB.
-constexpr qint64 MostFileBytes = qint64(1) << 30;
+/// Largest file that is read, in bytes: as a text it still has places of 32 bits, even with two characters for a byte.
+constexpr qint64 MostFileBytes = 1'000'000'000;
 
 /// Reads a whole file.
 /// @param whileReading  called now and then, where the reader wants to be heard of before the end

@@ -10,7 +10,8 @@
 /// @param begin, bytes  any memory of ours, of any size
 void PreferLargePages(void *begin, qsizetype bytes);
 
-/// Makes room in a vector that will be filled from the front; what is not filled takes no memory.
+/// Makes room in a vector that will be filled from the front; what is not filled takes no memory but the rest of a
+/// page.
 template <typename T>
 void ReserveLargePages(std::vector<T> *values, size_t room)
 {

@@ -73,7 +73,7 @@ KeywordList ReadKeywordList(const QString &path)
     if (!CheckTextEncoding(path, bytes, &list.fault))
         return list;
     StudyLines lines;
-    ReadAllLines(bytes, &lines);
+    ReadAllLines(bytes, ExpandTabs::No, &lines);
     for (int line = 1; line <= lines.Count(); ++line) {
         const QString word = lines.at1(line).trimmed().toString().toLower();
         if (!word.isEmpty())

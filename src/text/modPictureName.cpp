@@ -58,9 +58,8 @@ QStringList PictureNames(QStringView line)
 QStringList BadPictureNames(const StudyLines &lines)
 {
     QStringList bad;
-    if (!lines.Contains(OpeningCorner))
-        return bad;
-    for (int line = 1; line <= lines.Count(); ++line) {
+    for (int line = lines.NextLineWith(OpeningCorner, 1); line > 0;
+         line = lines.NextLineWith(OpeningCorner, line + 1)) {
         if (!IsPictureLineValid(lines.at1(line)))
             continue;
         for (const QString &name : PictureNames(lines.at1(line)))

@@ -21,7 +21,7 @@ bool ReadAndCheck(const QString &path, int maxLineBytes, StudyLines *lines, QStr
     }
     if (!CheckTextEncoding(path, bytes, message))
         return false;
-    ReadAllLines(ExpandTabs(bytes), lines, whileReading);
+    ReadAllLines(bytes, ExpandTabs::Yes, lines, whileReading);
     return CheckLineBytes(*lines, maxLineBytes, message, errorLine) && CheckBracketCount(*lines, message, errorLine) &&
            CheckBracketOrder(*lines, message, errorLine);
 }
@@ -57,13 +57,16 @@ QString FileCharCodeName(const QByteArray &bytes)
     return GetCharCodeName(QByteArrayView(bytes.constData(), bytes.size() + 1));
 }
 
-void ReadAllLines(const QByteArray &bytes, StudyLines *lines, const std::function<void()> &whileReading)
+void ReadAllLines(const QByteArray &bytes, ExpandTabs expandTabs, StudyLines *lines,
+                  const std::function<void()> &whileReading)
 {
     constexpr int linesBetween = 10'000;
     int linesLeft = linesBetween;
-    StudyLinesWriter writer(bytes.size());
+    const bool hasTabs = expandTabs == ExpandTabs::Yes && bytes.contains('\t');
+    StudyLinesWriter writer(hasTabs ? 2 * bytes.size() : bytes.size());
     const char *const end = bytes.constData() + bytes.size();
     const char *lineStart = bytes.constData();
+    qsizetype tabsInLine = 0;
     for (const char *at = lineStart; at < end;) {
         const char byte = *at;
         if (quint8(byte) >= 0x80) {
@@ -76,27 +79,27 @@ void ReadAllLines(const QByteArray &bytes, StudyLines *lines, const std::functio
         if (byte == '[' || byte == ']') {
             writer.AddBracket(char16_t(byte));
         } else if (byte == '\r' || byte == '\n') {
-            writer.EndLine(at - 1 - lineStart);
+            writer.EndLine(at - 1 - lineStart + tabsInLine);
             if (byte == '\r' && at < end && *at == '\n')
                 ++at;
             lineStart = at;
+            tabsInLine = 0;
             if (--linesLeft == 0) {
                 linesLeft = linesBetween;
                 if (whileReading)
                     whileReading();
             }
+        } else if (byte == '\t' && hasTabs) {
+            *writer.next++ = u' ';
+            *writer.next++ = u' ';
+            ++tabsInLine;
         } else {
             *writer.next++ = char16_t(byte);
         }
     }
     if (lineStart < end)
-        writer.EndLine(end - lineStart);
+        writer.EndLine(end - lineStart + tabsInLine);
     *lines = writer.Finish();
-}
-
-QByteArray ExpandTabs(const QByteArray &bytes)
-{
-    return bytes.contains('\t') ? QByteArray(bytes).replace('\t', "  ") : bytes;
 }
 
 QString GetFileTitle(const QString &path)

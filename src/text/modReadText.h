@@ -26,13 +26,18 @@ bool CheckTextEncoding(const QString &path, const QByteArray &bytes, QString *me
 /// @param bytes  own their data, as QByteArray::fromRawData does not
 QString FileCharCodeName(const QByteArray &bytes);
 
-/// Takes bytes of code page 932, at most StudyLines::MaxCharacters, apart into lines. CR LF, LF and CR each end a line;
-/// nothing is made up behind the last.
-/// @param whileReading  as above
-void ReadAllLines(const QByteArray &bytes, StudyLines *lines, const std::function<void()> &whileReading = {});
+/// Whether every tab of a text is replaced by two spaces as it is read.
+enum class ExpandTabs : bool
+{
+    No,
+    Yes,
+};
 
-/// Bytes of code page 932 with every tab replaced by two spaces. A tab is never the second byte of a character.
-QByteArray ExpandTabs(const QByteArray &bytes);
+/// Takes bytes of code page 932, at most MostFileBytes, apart into lines. CR LF, LF and CR each end a line; nothing is
+/// made up behind the last.
+/// @param whileReading  as above
+void ReadAllLines(const QByteArray &bytes, ExpandTabs expandTabs, StudyLines *lines,
+                  const std::function<void()> &whileReading = {});
 
 /// A file's name without its folder and without all that follows its first ".". Both "\" and "/" separate; the path's
 /// last character is no separator. A path without a separator gives an empty text.

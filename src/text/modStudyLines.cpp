@@ -4,6 +4,14 @@
 
 #include <utility>
 
+int StudyLines::NextLineWith(QChar character, int fromLine) const
+{
+    const qsizetype place = m_text.indexOf(character, StartOf(fromLine));
+    if (place < 0)
+        return 0;
+    return int(std::upper_bound(m_starts.begin(), m_starts.end(), place) - m_starts.begin());
+}
+
 std::vector<qint32> StudyLines::BlankOutBrackets()
 {
     QChar *const text = m_text.data();
@@ -16,9 +24,9 @@ StudyLinesWriter::StudyLinesWriter(qsizetype room)
 {
     m_lines.m_text = QString(room, Qt::Uninitialized);
     PreferLargePages(m_lines.m_text.data(), room * qsizetype(sizeof(QChar)));
-    // Guesses that few files outgrow.
-    ReserveLargePages(&m_lines.m_starts, size_t(room / 32));
-    ReserveLargePages(&m_lines.m_brackets, size_t(room / 16));
+    // Generous guesses: what is not used takes no memory, and what is outgrown is copied.
+    ReserveLargePages(&m_lines.m_starts, size_t(room / 4));
+    ReserveLargePages(&m_lines.m_brackets, size_t(room / 4));
     next = reinterpret_cast<char16_t *>(m_lines.m_text.data());
     m_begin = next;
 }

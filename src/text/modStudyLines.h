@@ -1,20 +1,17 @@
 // The lines of a study file: one contiguous text and a table of where its lines start, with what was noticed while they
 // were read, so that nobody need look through the whole text for it again. Lines are numbered from 1. Places in the
-// text have 32 bits: a text has at most MaxCharacters characters.
+// text have 32 bits, which no file that is read at all outgrows.
 #pragma once
 
 #include <QString>
 #include <QStringView>
 
 #include <algorithm>
-#include <limits>
 #include <vector>
 
 class StudyLines
 {
   public:
-    static constexpr qsizetype MaxCharacters = std::numeric_limits<qint32>::max();
-
     int Count() const
     {
         return int(m_starts.size()) - 1;
@@ -33,11 +30,8 @@ class StudyLines
         return m_starts[size_t(line) - 1];
     }
 
-    /// Whether any line holds a character.
-    bool Contains(QChar character) const
-    {
-        return m_text.contains(character);
-    }
+    /// The first line from a given one on, 1..Count() + 1, that holds a character; 0 when there is none.
+    int NextLineWith(QChar character, int fromLine) const;
 
     /// Whether the brackets of every line take turns, "[" first and "]" last.
     bool BracketsTakeTurns() const

@@ -305,7 +305,7 @@ PicText::PicText(QWidget *parent) : QWidget(parent), m_font(PageFont())
     setMouseTracking(true);
     setAttribute(Qt::WA_OpaquePaintEvent);
     setAttribute(Qt::WA_InputMethodEnabled, false); // an input method would keep Enter to itself
-    PageAccessible::Install(); // before anything is told of this widget
+    PageAccessible::Install();                      // before anything is told of this widget
     setAccessibleName(QStringLiteral("本文"));
 }
 

@@ -74,9 +74,10 @@ start_desktop() {
     wait_for "the window manager" is_managed
 }
 
-# start_program APPLICATION_FOLDER: the program for Windows under Wine, all of whose programs must be on this display.
+# start_program APPLICATION_FOLDER: its executable, or the command KOTOBAN_START. The one for Windows runs under Wine, all
+# of whose programs must be on this display.
 start_program() {
-    local command=("$1/Kotoban")
+    local command=("${KOTOBAN_START:-$1/Kotoban}")
     if [[ -e $1/Kotoban.exe ]]; then
         wine=$(dirname "$(realpath "${BASH_SOURCE[0]}")")/../../scripts/wine
         "$wine" --end

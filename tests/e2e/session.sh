@@ -5,7 +5,8 @@
 #
 # STUDY_FILE is a name in the folder txt. X and Y are a place in the study window, in percent of its size, that is
 # clicked twice after the answers. With --terminate the program is asked to end by a signal, as at a logout, while its
-# file selection is open; else its window is closed. Prints the row that the session left in the database.
+# file selection is open; else its window is closed. Prints the row that the session left in the database. With the
+# variable KOTOBAN_START, that command starts the program; the application folder may be one that only it makes.
 set -euo pipefail
 export LC_ALL=C.UTF-8
 
@@ -18,7 +19,7 @@ usage() {
 }
 
 [[ $# -ge 3 ]] || usage
-application=$(realpath "$1")
+application=$(realpath -m "$1")
 mkdir -p "$2"
 screenshots=$(realpath "$2")
 study_file=$3
@@ -40,7 +41,6 @@ while [[ $# -gt 0 ]]; do
     esac
 done
 user=hanako
-row=$(row_of "$application" "$study_file") || fail "there is no study file $study_file"
 start_desktop
 start_program "$application"
 
@@ -50,6 +50,7 @@ xdotool type "$user"
 xdotool key Return
 
 wait_for "the file selection" is_focused '^ファイル選択 Ver'
+row=$(row_of "$application" "$study_file") || fail "there is no study file $study_file"
 choose_row "$row"
 shoot 02-select
 xdotool key Return

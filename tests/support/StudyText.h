@@ -12,6 +12,6 @@ inline StudyLines LinesOf(const QStringList &texts)
     QByteArray bytes;
     for (const QString &text : texts)
         bytes += ToCodePage932(text) + "\r\n";
-    ReadAllLines(bytes, &lines);
+    ReadAllLines(bytes, ExpandTabs::No, &lines);
     return lines;
 }

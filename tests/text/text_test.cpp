@@ -37,7 +37,7 @@ TEST(ReadAllLines, EndsALineAtEachKindOfLineEndAndMakesUpNone)
     };
     for (const auto &row : rows) {
         StudyLines lines;
-        ReadAllLines(row.bytes, &lines);
+        ReadAllLines(row.bytes, ExpandTabs::No, &lines);
         EXPECT_EQ(Texts(lines), row.lines);
     }
 }
@@ -170,7 +170,7 @@ TEST(ReadTextFile, AcceptsAndExpandsTabs)
         StudyLines lines;
         QString message;
         EXPECT_TRUE(CheckTextEncoding(u"/x/a.txt"_s, row.bytes, &message)) << row.name;
-        ReadAllLines(ExpandTabs(row.bytes), &lines);
+        ReadAllLines(row.bytes, ExpandTabs::Yes, &lines);
         EXPECT_EQ(Texts(lines), row.lines) << row.name;
     }
     StudyLines lines;

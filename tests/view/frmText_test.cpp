@@ -169,6 +169,28 @@ TEST_F(StudyWindowTest, AHiddenAnswerLeavesNoPixelBehind)
     EXPECT_EQ(OnScreen(), hidden);
 }
 
+TEST_F(StudyWindowTest, WhatChangesInSeveralPlacesIsPaintedInEach)
+{
+    OpenWith(QStringList(10'060, u"[a] x"_s));
+    scroll->setValue(10'000);
+    const PageLayout &layout = page->Layout();
+    const QImage before = OnScreen();
+    Click(Qt::LeftButton, 1, 12);
+    QTest::mouseClick(page, Qt::LeftButton, {}, QPoint(10, layout.RowTopPx(3) + 5));
+    const QImage after = OnScreen();
+    page->update();
+    EXPECT_EQ(OnScreen(), after) << "painted anew as a whole it is the same";
+    const auto differs = [&](const QRect &area) { return before.copy(area) != after.copy(area); };
+    const QRect marked(5, layout.RowTopPx(3), layout.NumberStripPx() - 10, layout.linePitchPx);
+    EXPECT_TRUE(differs(marked)) << "the mark shows";
+    EXPECT_TRUE(differs(QRect(layout.TextLeftPx(), layout.RowTopPx(12), 30, layout.linePitchPx)));
+    EXPECT_FALSE(differs(marked.translated(0, layout.linePitchPx)));
+    const QRect leftOfNumbers(3, layout.RowTopPx(5), 2, 5 * layout.linePitchPx);
+    QImage white(leftOfNumbers.size(), after.format());
+    white.fill(Qt::white);
+    EXPECT_EQ(after.copy(leftOfNumbers), white) << "five figures are narrowed, none is cut off";
+}
+
 TEST_F(StudyWindowTest, TwoFilesGiveTwoRowsAndACancelledChoiceKeepsTheSession)
 {
     folder.WriteStudyFile(u"txt/b.txt"_s, {u"[x]"_s});

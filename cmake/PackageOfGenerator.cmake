@@ -1,0 +1,10 @@
+# Read by cpack once for each kind of package.
+if(CPACK_GENERATOR STREQUAL "DEB")
+    string(REPLACE ";ALL;" ";system;" CPACK_INSTALL_CMAKE_PROJECTS "${CPACK_INSTALL_CMAKE_PROJECTS}")
+    set(CPACK_PACKAGING_INSTALL_PREFIX "/usr")
+else()
+    # In a folder with the version in its name: unpacked beside an older one, never over a learner's files.
+    string(REPLACE ";ALL;/" ";portable;/Kotoban-${CPACK_PACKAGE_VERSION}" CPACK_INSTALL_CMAKE_PROJECTS
+        "${CPACK_INSTALL_CMAKE_PROJECTS}")
+    set(CPACK_INCLUDE_TOPLEVEL_DIRECTORY OFF)
+endif()

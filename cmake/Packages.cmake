@@ -1,0 +1,107 @@
+# The packages. Component portable, which the application folder belongs to, is the archive: a folder that runs from any
+# writable place. Component system is the Debian package: the program for all users, and a launcher that gives each of
+# them an application folder.
+set(PACKAGE_CONTACT "Kotoban developers <kotoban@example.org>")
+install(FILES "${CMAKE_SOURCE_DIR}/LICENSE" DESTINATION . COMPONENT portable)
+
+if(CMAKE_SYSTEM_NAME STREQUAL "Linux")
+    set(packaging "${CMAKE_SOURCE_DIR}/packaging")
+    set(made "${CMAKE_BINARY_DIR}/packaging")
+    # Now, or the moment that SOURCE_DATE_EPOCH names.
+    string(TIMESTAMP RELEASE_DATE "%Y-%m-%d" UTC)
+    string(TIMESTAMP RELEASE_MOMENT "%a, %d %b %Y %H:%M:%S +0000" UTC)
+
+    # install_system(<file>... DESTINATION <folder> [RENAME <name>])
+    function(install_system)
+        install(${ARGN} COMPONENT system EXCLUDE_FROM_ALL)
+    endfunction()
+
+    # Without name and time in the compressed file, so that the same source gives the same package.
+    function(install_compressed file destination name)
+        execute_process(COMMAND gzip -9nc "${file}" OUTPUT_FILE "${made}/${name}.gz" COMMAND_ERROR_IS_FATAL ANY)
+        install_system(FILES "${made}/${name}.gz" DESTINATION "${destination}")
+    endfunction()
+
+    install(FILES "${packaging}/お読みください.txt" DESTINATION . COMPONENT portable)
+
+    install_system(TARGETS Kotoban RUNTIME DESTINATION lib/kotoban)
+    install_system(PROGRAMS "${packaging}/kotoban.sh" DESTINATION bin RENAME kotoban)
+
+    # What the launcher fills a learner's folder from: an application folder without its executable.
+    install_system(CODE "
+        file(REMOVE_RECURSE \"${made}/folder\")
+        set(ASSETS \"${CMAKE_SOURCE_DIR}/assets\")
+        set(SQLITE3_SHELL \"${SQLITE3_SHELL}\")
+        set(FOLDER \"${made}/folder\")
+        include(\"${CMAKE_SOURCE_DIR}/cmake/LayOutFolder.cmake\")")
+    install_system(DIRECTORY "${made}/folder/" DESTINATION share/kotoban)
+
+    install_system(FILES "${packaging}/org.kotoban.kotoban.desktop" DESTINATION share/applications)
+    configure_file("${packaging}/org.kotoban.kotoban.metainfo.xml.in" "${made}/org.kotoban.kotoban.metainfo.xml" @ONLY)
+    install_system(FILES "${made}/org.kotoban.kotoban.metainfo.xml" DESTINATION share/metainfo)
+    set(icons "${CMAKE_SOURCE_DIR}/assets/icon")
+    install_system(FILES "${icons}/kotoban.svg" DESTINATION share/icons/hicolor/scalable/apps)
+    foreach(size 16 32 48 64 128 256)
+        install_system(FILES "${icons}/kotoban-${size}.png" DESTINATION "share/icons/hicolor/${size}x${size}/apps"
+            RENAME kotoban.png)
+    endforeach()
+
+    install_system(FILES "${packaging}/copyright" DESTINATION share/doc/kotoban)
+    install_system(FILES "${packaging}/lintian-overrides" DESTINATION share/lintian/overrides RENAME kotoban)
+    configure_file("${packaging}/changelog.in" "${made}/changelog" @ONLY)
+    install_compressed("${made}/changelog" share/doc/kotoban changelog.Debian)
+    install_compressed("${packaging}/kotoban.1" share/man/man1 kotoban.1)
+    file(MAKE_DIRECTORY "${made}/ja")
+    install_compressed("${packaging}/kotoban.ja.1" share/man/ja/man1 ja/kotoban.1)
+endif()
+
+if(WIN32)
+    install(FILES "${CMAKE_SOURCE_DIR}/packaging/windows/お読みください.txt" DESTINATION . COMPONENT portable)
+endif()
+# What is inside the executable comes from this machine's packages, and their licences with it. SQLite has none.
+if(WIN32 AND CMAKE_CROSSCOMPILING)
+    foreach(part qt6-base-dev mingw-w64-common g++-mingw-w64-x86-64-posix)
+        install(FILES "/usr/share/doc/${part}/copyright" DESTINATION licences RENAME "${part}.txt" COMPONENT portable)
+    endforeach()
+    foreach(licence GPL-2 GPL-3 LGPL-3)
+        install(FILES "/usr/share/common-licenses/${licence}" DESTINATION licences RENAME "${licence}.txt"
+            COMPONENT portable)
+    endforeach()
+endif()
+
+set(CPACK_PACKAGE_NAME kotoban)
+set(CPACK_PACKAGE_VENDOR "The Kotoban developers")
+set(CPACK_PACKAGE_CONTACT "${PACKAGE_CONTACT}")
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "study by filling in the blanks of text files")
+set(CPACK_PACKAGE_DESCRIPTION "\
+Kotoban opens a plain text file in which every word to learn is written in
+square brackets, and hides those words behind boxes. The learner recalls a
+word and uncovers it with Enter or the mouse, while a clock runs. Each session
+is recorded in a database of the learner's own, from which the program shows
+the week's study and writes reports. The user interface is Japanese.
+
+瞬記帳：自分で書いた文章の穴埋めで覚えるための学習ソフトです。")
+set(CPACK_RESOURCE_FILE_LICENSE "${CMAKE_SOURCE_DIR}/LICENSE")
+set(CPACK_STRIP_FILES ON)
+set(CPACK_VERBATIM_VARIABLES ON)
+set(CPACK_PROJECT_CONFIG_FILE "${CMAKE_SOURCE_DIR}/cmake/PackageOfGenerator.cmake")
+
+if(CMAKE_SYSTEM_NAME STREQUAL "Linux")
+    set(CPACK_GENERATOR "TGZ;DEB")
+    set(CPACK_SYSTEM_NAME "linux-${CMAKE_SYSTEM_PROCESSOR}")
+else()
+    set(CPACK_GENERATOR "ZIP")
+    set(CPACK_SYSTEM_NAME "windows-${CMAKE_SYSTEM_PROCESSOR}")
+endif()
+
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_DEBIAN_PACKAGE_RELEASE 1)
+set(CPACK_DEBIAN_PACKAGE_SECTION education)
+set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
+# The libraries are found out from the program itself.
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+set(CPACK_DEBIAN_PACKAGE_DEPENDS "fonts-ipafont-gothic | fonts-japanese-gothic, xdg-utils")
+# Sounds; the voice; the window in which the launcher says why there is no start.
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "pulseaudio-utils | pipewire-bin | alsa-utils, zenity | kdialog")
+set(CPACK_DEBIAN_PACKAGE_SUGGESTS "speech-dispatcher | espeak-ng")
+include(CPack)

@@ -1,0 +1,29 @@
+#!/usr/bin/env bash
+# Holds what is installed for the desktop against the rules of the desktop.
+#
+#     desktop_data_test.sh BUILD_FOLDER
+set -euo pipefail
+export LC_ALL=C.UTF-8
+
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+cmake --install "$1" --component system --prefix "$work/usr" >/dev/null
+share=$work/usr/share
+
+fail() {
+    printf 'desktop data: %s\n' "$*" >&2
+    exit 1
+}
+
+entry=$share/applications/org.kotoban.kotoban.desktop
+desktop-file-validate "$entry"
+appstreamcli validate --no-net --pedantic "$share/metainfo/org.kotoban.kotoban.metainfo.xml"
+program=$(sed -n 's/^Exec=//p' "$entry")
+[[ -x $work/usr/bin/$program ]] || fail "there is no program $program"
+
+icon=$(sed -n 's/^Icon=//p' "$entry")
+[[ -s $share/icons/hicolor/scalable/apps/$icon.svg ]] || fail "there is no drawing of the icon"
+for size in 16 32 48 64 128 256; do
+    found=$(identify -format '%m %wx%h' "$share/icons/hicolor/${size}x$size/apps/$icon.png")
+    [[ $found == "PNG ${size}x$size" ]] || fail "the icon of size $size is $found"
+done

@@ -1,0 +1,66 @@
+#!/usr/bin/env bash
+# Makes a clean Debian system of this machine's release in a folder and runs a command of this repository in it, as
+# root. Asks for root itself.
+#
+#     in_clean_root.sh FOLDER COMMAND...
+#
+# The repository is the working folder in there, and cannot be written. FOLDER keeps what was fetched, for the next
+# time, and the system as the command left it.
+set -euo pipefail
+repository=$(realpath "$(dirname "$0")/../..")
+
+mkdir -p "$1"
+folder=$(realpath "$1")
+shift
+base=/mnt/base
+root=/mnt/root
+fetched=/mnt/fetched
+
+say() {
+    printf '== %s\n' "$*"
+}
+
+no_clean_root() {
+    printf 'No clean system can be made here: %s\n' "$1" >&2
+    printf '"./package test --on-this-machine" tries the packages on this machine itself.\n' >&2
+    exit 1
+}
+
+# All mounts are made in a namespace of their own and end with it, and so does each process that is left over.
+if [[ ${IN_NAMESPACE:-} != yes ]]; then
+    unshare --mount --pid --fork true || no_clean_root "unshare is refused"
+    export IN_NAMESPACE=yes
+    exec unshare --mount --pid --fork --kill-child "$0" "$folder" "$@"
+fi
+umask 022
+# debootstrap wants a path without blanks. Only this namespace sees the folder there.
+mount --bind "$folder" /mnt || no_clean_root "mount is refused"
+
+# From the mirror that this machine has its own packages from.
+# shellcheck source=/dev/null
+suite=$(source /etc/os-release && printf %s "$VERSION_CODENAME")
+# shellcheck disable=SC2016
+mirror=$(apt-get indextargets --format '$(REPO_URI)' "Codename: $suite" "Component: main" \
+    "Created-By: Packages" | head -n 1)
+if [[ ! -d $base ]]; then
+    say "making a clean $suite in $folder"
+    rm -rf $base.new
+    mkdir -p $fetched
+    debootstrap --variant=minbase --cache-dir=$fetched "$suite" $base.new ${mirror:+"$mirror"} >/mnt/debootstrap.log ||
+        no_clean_root "debootstrap failed: $(grep '^[WE]:' /mnt/debootstrap.log)"
+    mv $base.new $base
+fi
+rm -rf $root
+cp -a $base $root
+mkdir -p $root/repository
+mount -t proc proc $root/proc || no_clean_root "mount is refused"
+mount --bind "$repository" $root/repository
+mount -o remount,bind,ro $root/repository
+mount --bind $fetched $root/var/cache/apt/archives
+cp -L /etc/resolv.conf $root/etc/resolv.conf
+[[ ! -e /etc/apt/apt.conf ]] || cp /etc/apt/apt.conf $root/etc/apt/
+
+say "in the clean system: $*"
+exec chroot $root env -i PATH=/usr/local/sbin:/usr/local/bin:/usr/sbin:/usr/bin:/sbin:/bin LANG=C.UTF-8 HOME=/root \
+    ${http_proxy:+"http_proxy=$http_proxy"} ${https_proxy:+"https_proxy=$https_proxy"} \
+    sh -c 'cd /repository && exec "$@"' - "$@"

@@ -1,0 +1,252 @@
+#!/usr/bin/env bash
+# Tries the installed launcher with homes of its own: what it makes, what it renews, what it leaves alone.
+#
+#     launcher_test.sh BUILD_FOLDER
+set -euo pipefail
+export LC_ALL=C.UTF-8
+# Nothing here may reach the desktop or the home of whoever runs the tests.
+unset DISPLAY WAYLAND_DISPLAY XDG_DATA_HOME HOME
+
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+usr=$work/usr
+template=$usr/share/kotoban
+commands=$work/commands
+mkdir "$commands"
+export PATH=$commands:$PATH
+
+cmake --install "$1" --component system --prefix "$usr" >/dev/null
+# install_program VERSION: one that prints the place of its executable and its arguments.
+install_program() {
+    # shellcheck disable=SC2016
+    printf '#!/bin/sh\n# %s\nprintf "%%s\\n" "$(readlink -f "$0")" "$@"\n' "$1" >"$usr/lib/kotoban/Kotoban"
+}
+install_program "version 1"
+
+fail() {
+    printf 'launcher: %s: %s\n' "$story" "$*" >&2
+    exit 1
+}
+
+expect() {
+    [[ $2 == "$3" ]] || fail "$1: wanted \"$2\", found \"$3\""
+}
+
+# tell STORY: each story has a home that does not exist yet.
+tell() {
+    story=$1
+    home="$work/家 ${story// /_}/学習者 一"
+    folder=$home/.local/share/kotoban
+    rm -f "$commands"/*
+}
+
+# replace_command NAME: with the script on standard input.
+replace_command() {
+    { printf '#!/bin/sh\n' && cat; } >"$commands/$1"
+    chmod +x "$commands/$1"
+}
+
+start() {
+    HOME=$home "$usr/bin/kotoban" "$@"
+}
+
+# The names and contents of all files of the folder but the ones that belong to the program.
+learners_files() {
+    (cd "$folder" && find . -path ./htm -prune -o -type f ! -name Kotoban -print0 | sort -z | xargs -0 sha256sum)
+}
+
+expect_complete() {
+    local name
+    while IFS= read -r -d '' name; do
+        cmp -s "$template/$name" "$folder/$name" || fail "$name is missing or differs"
+    done < <(cd "$template" && find . -type f -print0)
+    expect_current
+    for name in db db_backup txt rec wav htm; do
+        [[ -d $folder/$name ]] || fail "no folder $name"
+    done
+}
+
+expect_current() {
+    cmp -s "$usr/lib/kotoban/Kotoban" "$folder/Kotoban" || fail "the executable is not the installed one"
+    diff -r "$template/htm" "$folder/htm" || fail "the help pages are not the installed ones"
+    expect "files under other names" "" "$(find "$folder" -name '*kotoban-new*')"
+}
+
+# What the template itself must hold for all that follows to mean anything.
+story="what is installed"
+expect "tables" t_kotoban "$(sqlite3 "$template/db/kotoban.splite3" .tables)"
+for name in KeywordList.txt txt/はじめに.txt wav/notify.wav htm/index.htm; do
+    [[ -s $template/$name ]] || fail "no $name"
+done
+
+tell "first start"
+expect "the program and its arguments" "$folder/Kotoban"$'\n-style\na b' "$(start -style 'a b')"
+expect_complete
+expect "who may look into the folder" 700 "$(stat -c %a "$folder")"
+
+tell "learner's files stay"
+start >/dev/null
+sqlite3 "$folder/db/kotoban.splite3" "insert into t_kotoban (user_name) values ('花子')"
+printf 'mine\n' >"$folder/txt/はじめに.txt"
+printf 'mine\n' >"$folder/txt/自分の 単語.txt"
+printf 'mine\n' >"$folder/Kotoban.ini"
+rm "$folder/txt/英単語入門.txt" "$folder/wav/tada.wav"
+rmdir "$folder/rec"
+before=$(learners_files)
+start >/dev/null
+expect "files" "$before" "$(learners_files)"
+[[ -d $folder/rec ]] || fail "a folder that the program must have is not made again"
+# An upgrade brings a changed sample, a new one, one under the name of a file that the learner has, and what belongs to
+# the program.
+cp -R "$template" "$work/template-1"
+printf 'changed\n' | tee "$template/txt/理科の基礎.txt" "$template/wav/start.wav" >"$template/htm/index.htm"
+printf 'new\n' | tee "$template/txt/新しい見本.txt" >"$template/txt/自分の 単語.txt"
+mkdir "$template/htm/画面"
+printf 'new\n' >"$template/htm/画面/新しい説明.htm"
+install_program "version 2"
+start >/dev/null
+expect_current
+expect "new sample" new "$(cat "$folder/txt/新しい見本.txt")"
+rm "$folder/txt/新しい見本.txt"
+expect "files but for the record of samples" "$(grep -v given-samples <<<"$before")" \
+    "$(learners_files | grep -v given-samples)"
+# And back to the older version.
+rm -r "$template"
+mv "$work/template-1" "$template"
+install_program "version 1"
+start >/dev/null
+expect "help page" "$(cat "$template/htm/index.htm")" "$(cat "$folder/htm/index.htm")"
+cmp -s "$usr/lib/kotoban/Kotoban" "$folder/Kotoban" || fail "the newer executable stays"
+
+tell "folder from elsewhere"
+# Such as a backup, or the folder of a version that kept no record of samples.
+mkdir -p "$folder/txt" "$folder/db"
+printf 'mine\n' | tee "$folder/txt/はじめに.txt" "$folder/db/kotoban.splite3" >"$folder/Kotoban"
+start >/dev/null
+expect "study file" mine "$(cat "$folder/txt/はじめに.txt")"
+expect "database" mine "$(cat "$folder/db/kotoban.splite3")"
+[[ -s $folder/txt/英単語入門.txt ]] || fail "the samples that are missing are not given"
+expect_current
+
+tell "database"
+mkdir -p "$folder/db"
+: >"$folder/db/kotoban.splite3"
+printf 'left by a crash' >"$folder/db/kotoban.splite3-journal"
+start >/dev/null
+expect "a file without a byte" t_kotoban "$(sqlite3 "$folder/db/kotoban.splite3" .tables)"
+[[ ! -e $folder/db/kotoban.splite3-journal ]] || fail "the journal of another database is left beside the new one"
+printf 'left by a crash' >"$folder/db/kotoban.splite3-journal"
+start >/dev/null
+[[ -e $folder/db/kotoban.splite3-journal ]] || fail "the journal of the learner's own database is gone"
+ln -sf ../../elsewhere.splite3 "$folder/db/kotoban.splite3"
+start >/dev/null
+[[ -L $folder/db/kotoban.splite3 ]] || fail "a link to a database that is away is replaced"
+
+tell "first start cut off"
+# At each file in turn: all is whole but not yet in its place when the whole process group ends.
+replace_command sync <<'EOF'
+read -r left <"$COUNTER"
+[ "$left" -gt 0 ] || kill -KILL 0
+echo $((left - 1)) >"$COUNTER"
+EOF
+export COUNTER=$work/counter
+for ((files = 0; ; files++)); do
+    rm -rf "$home"
+    echo "$files" >"$COUNTER"
+    status=0
+    { HOME=$home setsid --wait "$usr/bin/kotoban" >/dev/null || status=$?; } 2>/dev/null # the shell tells of the end
+    [[ $status -ne 0 ]] || break
+    while IFS= read -r -d '' name; do
+        cmp -s "$name" "$folder/${name#"$template/"}" || [[ ! -e $folder/${name#"$template/"} ]] ||
+            fail "part of a file in the place of ${name#"$template/"}"
+    done < <(find "$template" -type f -print0)
+    echo 1000 >"$COUNTER"
+    start >/dev/null
+    expect_complete
+done
+expect "files at which the start was cut off" "$(find "$usr/lib/kotoban" "$template" -type f | wc -l)" "$files"
+
+tell "several first starts at once"
+pids=()
+for _ in 1 2 3 4 5; do
+    start >/dev/null &
+    pids+=($!)
+done
+for pid in "${pids[@]}"; do
+    wait "$pid" || fail "a start failed"
+done
+expect_complete
+
+tell "upgrade while the program runs"
+cp "$(command -v sleep)" "$usr/lib/kotoban/Kotoban"
+HOME=$home "$usr/bin/kotoban" 60 &
+running=$!
+until [[ $(readlink "/proc/$running/exe") == "$folder/Kotoban" ]]; do
+    kill -0 "$running" || fail "the program does not run"
+    sleep 0.05
+done
+install_program "version 1"
+start >/dev/null
+expect_current
+kill "$running" || fail "the running program has ended"
+wait "$running" || true
+
+# refuses_start PART_OF_MESSAGE
+refuses_start() {
+    local status=0
+    start >"$work/output" 2>"$work/message" || status=$?
+    expect "status" 1 "$status"
+    expect "output of the program" "" "$(cat "$work/output")"
+    grep -qF -e "$1" "$work/message" || fail "\"$1\" is not in the message: $(cat "$work/message")"
+}
+
+tell "full disk"
+replace_command cp <<'EOF'
+head -c 10 "$1" >"$2"
+echo "cp: No space left on device" >&2
+exit 1
+EOF
+refuses_start "No space left on device"
+[[ ! -e $folder/db/kotoban.splite3 ]] || fail "part of a database is left"
+rm "$commands/cp"
+start >/dev/null
+expect_complete
+
+tell "home that is no folder"
+mkdir -p "$(dirname "$home")"
+: >"$home"
+replace_command zenity <<EOF
+printf '%s\n' "\$@" >"$work/window"
+EOF
+refuses_start "$folder"
+[[ ! -e $work/window ]] || fail "a window without a desktop"
+DISPLAY=:nowhere refuses_start "瞬記帳を開始できません。"
+grep -qF -e "$folder" "$work/window" || fail "the window does not name the folder"
+
+tell "nothing may be executed in the home"
+start >/dev/null
+# The answer of a file system that is mounted so is that of a file without the right.
+chmod -x "$folder/Kotoban"
+refuses_start "実行が許されていません"
+
+tell "XDG_DATA_HOME"
+XDG_DATA_HOME="$work/data dir" start >/dev/null
+[[ ! -e $folder ]] || fail "the home is used all the same"
+folder="$work/data dir/kotoban"
+expect_complete
+
+tell "no HOME"
+replace_command getent <<EOF
+echo "learner:x:1000:1000::$home:/bin/sh"
+EOF
+"$usr/bin/kotoban" >/dev/null
+expect_complete
+replace_command getent <<<'exit 2'
+home=
+refuses_start "HOME"
+home=. refuses_start "HOME"
+
+tell "called through a link"
+ln -s "$usr/bin/kotoban" "$work/link"
+HOME=$home "$work/link" >/dev/null
+expect_complete

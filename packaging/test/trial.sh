@@ -1,0 +1,160 @@
+#!/usr/bin/env bash
+# Installs, uses, upgrades and removes the Debian package as root and as learners, and uses the archive.
+#
+#     trial.sh PACKAGE NEWER_PACKAGE ARCHIVE
+#
+# Leaves screenshots in /var/tmp/kotoban-trial. The learners are users made for this and removed with their homes; the
+# packages that were needed stay installed.
+set -euo pipefail
+export LC_ALL=C.UTF-8 DEBIAN_FRONTEND=noninteractive
+
+package=$(realpath "$1")
+newer_package=$(realpath "$2")
+archive=$(realpath "$3")
+# A folder into which the learners may look, whatever the repository's is.
+trial=/var/tmp/kotoban-trial
+hanako=kotoban-hanako
+taro=kotoban-taro
+taros_home="/home/学習者 太郎"
+# What the session in tests/e2e needs, on top of what the package brings along.
+tools=(xvfb openbox xdotool x11-utils imagemagick procps sqlite3)
+
+say() {
+    printf '== %s\n' "$*"
+}
+
+fail() {
+    printf 'trial: %s\n' "$*" >&2
+    exit 1
+}
+
+expect() {
+    [[ $2 == "$3" ]] || fail "$1: wanted \"$2\", found \"$3\""
+}
+
+# Nothing here may touch a package or a user that was there before.
+! dpkg-query -W -f '${Status}' kotoban 2>/dev/null | grep -q ' installed' || fail "the package is installed already"
+for user in "$hanako" "$taro"; do
+    ! getent passwd "$user" >/dev/null || fail "there is a user $user"
+done
+rm -rf "$trial"
+
+finish() {
+    local user
+    for user in "$hanako" "$taro"; do
+        userdel -r "$user" 2>/dev/null || true
+    done
+    if dpkg-query -W kotoban >/dev/null 2>&1; then
+        apt-get purge -y -qq kotoban >/dev/null 2>&1 || true
+    fi
+}
+trap finish EXIT
+
+install_package() {
+    apt-get install -y -qq --no-install-recommends "$@" >"$trial/apt.log" 2>&1 || {
+        cat "$trial/apt.log" >&2
+        fail "could not install $*"
+    }
+}
+
+# as USER COMMAND...: with nothing of root's environment.
+as() {
+    local user=$1
+    shift
+    runuser -u "$user" -- env -i PATH=/usr/local/bin:/usr/bin:/bin LANG=C.UTF-8 USER="$user" HOME="$(home_of "$user")" \
+        "$@"
+}
+
+home_of() {
+    getent passwd "$1" | cut -d: -f6
+}
+
+folder_of() {
+    printf '%s/.local/share/kotoban' "$(home_of "$1")"
+}
+
+# study USER NAME: a session with the installed program.
+study() {
+    as "$1" KOTOBAN_START=/usr/bin/kotoban "$trial/session.sh" "$(folder_of "$1")" "$trial/$2" はじめに.txt
+}
+
+sessions_in() {
+    sqlite3 "$1/db/kotoban.splite3" "select count(*) from t_kotoban where file_name = 'はじめに' and num_answer = 5"
+}
+
+expect_sessions() {
+    expect "sessions in $1" "$2" "$(sessions_in "$1")"
+}
+
+# The names and contents of a learner's files, less the two that each session writes.
+learners_files() {
+    (cd "$1" && find . -path ./htm -prune -o -type f ! -name Kotoban ! -name '*_log.txt' ! -name 'kotoban*.splite3' \
+        ! -name .given-samples -print0 | sort -z | xargs -0 sha256sum)
+}
+
+mkdir -m 1777 "$trial"
+install -m 755 "$(dirname "$0")/../../tests/e2e/"{session,desktop}.sh "$trial/"
+useradd -m -s /bin/bash "$hanako"
+useradd -m -s /bin/bash -d "$taros_home" "$taro"
+
+say "installing"
+apt-get update -qq
+install_package "$package"
+# Before the tools come, which bring libraries of their own.
+for file in /usr/lib/kotoban/Kotoban /usr/lib/*/qt6/plugins/platforms/libqxcb.so; do
+    ! ldd "$file" | grep 'not found' || fail "libraries are missing"
+done
+[[ -n $(fc-list :lang=ja) ]] || fail "no Japanese font"
+install_package "${tools[@]}"
+
+say "first starts of two learners"
+study "$hanako" 1-first
+study "$taro" 1-first-taro
+folder=$(folder_of "$hanako")
+expect_sessions "$folder" 1
+expect_sessions "$(folder_of "$taro")" 1
+expect "owner" "$hanako $taro" "$(stat -c %U "$folder/Kotoban") $(stat -c %U "$(folder_of "$taro")/Kotoban")"
+! as "$taro" ls "$folder" >/dev/null 2>&1 || fail "a learner can look into the folder of another"
+
+say "no home"
+status=0
+message=$(runuser -u nobody -- env -i PATH=/usr/bin:/bin HOME=/nonexistent kotoban 2>&1) || status=$?
+expect "status without a home" 1 "$status"
+[[ $message == *瞬記帳を開始できません。*/nonexistent/.local/share/kotoban* ]] || fail "no clear message: $message"
+
+say "upgrade"
+# shellcheck disable=SC2016
+as "$hanako" bash -c 'cd "$1" && printf "[mine]\r\n" >txt/mine.txt && printf "[mine]\r\n" >>txt/英単語入門.txt &&
+    rm txt/日本史年表.txt && printf "report" >rec/report.txt' - "$folder"
+before=$(learners_files "$folder")
+install_package "$newer_package"
+study "$hanako" 2-upgraded
+expect_sessions "$folder" 2
+expect "learner's files" "$before" "$(learners_files "$folder" | grep -v later.txt)"
+cmp /usr/lib/kotoban/Kotoban "$folder/Kotoban"
+diff -r /usr/share/kotoban/htm "$folder/htm"
+[[ -s $folder/txt/later.txt ]] || fail "the sample of the new version is not given"
+[[ $(tail -c 5 "$folder/Kotoban") == later ]] || fail "the old executable is there still"
+
+say "removal"
+before=$(cd "$folder" && find . -type f -exec sha256sum {} +)
+apt-get purge -y -qq kotoban >/dev/null 2>&1
+expect "learner's files after the removal" "$before" "$(cd "$folder" && find . -type f -exec sha256sum {} +)"
+expect "files left by the package" "" "$(find /etc /usr /var/lib -iname '*kotoban*' ! -path "$trial*")"
+
+say "installed again"
+install_package "$package"
+study "$hanako" 3-again
+expect_sessions "$folder" 3
+apt-get purge -y -qq kotoban >/dev/null 2>&1
+
+say "archive"
+place="$(home_of "$hanako")/持ち運び 用"
+as "$hanako" mkdir "$place"
+as "$hanako" tar -xzf - -C "$place" <"$archive"
+portable=$(echo "$place"/*)
+as "$hanako" "$trial/session.sh" "$portable" "$trial/4-archive" はじめに.txt
+expect_sessions "$portable" 1
+expect_sessions "$folder" 3
+
+say "the packages work; screenshots: $trial"

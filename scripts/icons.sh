@@ -1,0 +1,15 @@
+#!/usr/bin/env bash
+# Makes the icons of all sizes, and the one for Windows, from the drawing assets/icon/kotoban.svg.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+# shellcheck source=scripts/setup.sh
+source scripts/setup.sh
+
+install_missing librsvg2-bin optipng icoutils
+cd assets/icon
+for size in 16 32 48 64 128 256; do
+    rsvg-convert -w "$size" -h "$size" kotoban.svg -o "kotoban-$size.png"
+    optipng -quiet -strip all "kotoban-$size.png"
+done
+icotool --create --output=kotoban.ico kotoban-{16,32,48}.png --raw=kotoban-256.png
+say "made in assets/icon: $(echo kotoban-*.png kotoban.ico)"
