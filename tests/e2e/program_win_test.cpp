@@ -50,8 +50,12 @@ class RunningProgram
         HWND window = nullptr;
         EXPECT_TRUE(WaitFor([&] { return (window = FindShown(m_process.dwProcessId, title)) != nullptr; }))
             << title.toStdString();
-        EXPECT_TRUE(WaitFor([&] { return SetForegroundWindow(window) && GetForegroundWindow() == window; }))
-            << title.toStdString();
+        EXPECT_TRUE(WaitFor([&] {
+            if (!HasFocus(window))
+                SetForegroundWindow(window);
+            QTest::qWait(300); // a window that has just closed may take the focus along once more
+            return HasFocus(window);
+        })) << title.toStdString();
         return window;
     }
 
@@ -100,6 +104,14 @@ class RunningProgram
     }
 
   private:
+    static bool HasFocus(HWND window)
+    {
+        GUITHREADINFO info = {};
+        info.cbSize = sizeof info;
+        return GetForegroundWindow() == window && GetGUIThreadInfo(GetWindowThreadProcessId(window, nullptr), &info) &&
+               info.hwndFocus == window;
+    }
+
     PROCESS_INFORMATION m_process = {};
 };
 
