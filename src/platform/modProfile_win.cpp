@@ -7,7 +7,8 @@
 // taken because only they reach a file in a folder whose name that code page lacks. For the bytes to be code page 932
 // on every machine, a value is handed over as that text of the machine's code page which stands for them. Code page 932
 // itself and the code pages of one byte a character carry every byte so; the other ones do not (UTF-8, Chinese,
-// Korean): there the value goes as it is, and the file then holds the machine's code page instead.
+// Korean): there the value goes as it is, and the file then holds the machine's code page instead. The system changes
+// the file in its place.
 
 namespace {
 
