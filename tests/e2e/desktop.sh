@@ -63,7 +63,8 @@ shoot() {
 
 # Starts the X server and its window manager. They end with this script.
 start_desktop() {
-    Xvfb -displayfd 3 -screen 0 1280x900x24 -nolisten tcp 3>"$work/display" >/dev/null 2>&1 &
+    # A server that resets itself when its last client leaves would take the window manager along that is just coming.
+    Xvfb -displayfd 3 -screen 0 1280x900x24 -nolisten tcp -noreset 3>"$work/display" >/dev/null 2>&1 &
     pids+=($!)
     wait_for "the X server" test -s "$work/display"
     DISPLAY=:$(cat "$work/display")
