@@ -1,14 +1,11 @@
 // Carries out one whole operation of the program without its windows, for a comparison with a public tool.
 //
-//     bench_operation nothing            only starts
-//     bench_operation detect FILE        tells the character code of a file, of which it reads what it takes
 //     bench_operation load FILE          reads a study file as the study window does, up to its table of blanks
 //     bench_operation history FILE N     opens a database and reads a week's history N times
 //     bench_operation statements N       prints the statements of the above
 //
 // "load" prints how many milliseconds it took and by how many bytes the process has grown.
 #include "files/modHistory.h"
-#include "settings/modCharCode.h"
 #include "store/modDB_SQLite.h"
 #include "text/modCheckText.h"
 #include "text/modPictureName.h"
@@ -62,15 +59,6 @@ qint64 ResidentBytes()
     return file.open(QIODevice::ReadOnly) ? file.readAll().split(' ').value(1).toLongLong() * sysconf(_SC_PAGESIZE) : 0;
 }
 
-void Detect(const QString &path)
-{
-    QFile file(path);
-    const uchar *const bytes = file.open(QIODevice::ReadOnly) ? file.map(0, file.size()) : nullptr;
-    if (!bytes)
-        qFatal("%s", qPrintable(file.errorString()));
-    std::puts(qPrintable(GetCharCodeName(QByteArrayView(bytes, file.size()))));
-}
-
 void Load(const QString &path)
 {
     const qint64 before = ResidentBytes();
@@ -115,15 +103,13 @@ int main(int argc, char *argv[])
 {
     const QByteArrayView operation = argc > 1 ? argv[1] : "";
     const QString path = argc > 2 ? QFile::decodeName(argv[2]) : QString();
-    if (operation == "detect")
-        Detect(path);
-    else if (operation == "load")
+    if (operation == "load")
         Load(path);
     else if (operation == "history" && argc == 4)
         ReadWeek(path, QByteArrayView(argv[3]).toInt());
     else if (operation == "statements" && argc == 3)
         PrintStatements(QByteArrayView(argv[2]).toInt());
-    else if (operation != "nothing")
+    else
         qFatal("unknown operation");
     return 0;
 }

@@ -74,7 +74,7 @@ def compare_loading():
 
 def compare_detection():
     for name, file in (("ASCII", inputs / "ascii.txt"), ("Shift_JIS", long_file)):
-        ours, nkf, uchardet = in_turns(operation("detect", file), lambda: seconds("nkf", "--guess", file),
+        ours, nkf, uchardet = in_turns(lambda: seconds(tools / "bench_detect", file), lambda: seconds("nkf", "--guess", file),
                                        lambda: seconds("uchardet", file))
         row(f"tell the character code, {name} / nkf --guess", ours / nkf, 1)
         row(f"tell the character code, {name} / uchardet", ours / uchardet, 1)

@@ -1,0 +1,18 @@
+// Tells the character code of a file, of which it reads what it takes.
+//
+//     bench_detect FILE
+#include "settings/modCharCode.h"
+
+#include <QFile>
+
+#include <cstdio>
+
+int main(int argc, char *argv[])
+{
+    QFile file(argc > 1 ? QFile::decodeName(argv[1]) : QString());
+    const uchar *const bytes = file.open(QIODevice::ReadOnly) ? file.map(0, file.size()) : nullptr;
+    if (!bytes)
+        qFatal("%s", qPrintable(file.errorString()));
+    std::puts(qPrintable(GetCharCodeName(QByteArrayView(bytes, file.size()))));
+    return 0;
+}
