@@ -26,13 +26,19 @@ function(kotoban_library name)
     target_link_libraries(${name} PUBLIC ${ARG_LINK} PRIVATE kotoban_options)
 endfunction()
 
+# Where the windows of the tests stand. Qt's offscreen platform knows no fonts of Windows.
+set(KOTOBAN_TEST_PLATFORM offscreen)
+if(WIN32)
+    set(KOTOBAN_TEST_PLATFORM windows)
+endif()
+
 # kotoban_test(<name> LABEL <folder> SOURCES <file>... LINK <target>...)
-# A GoogleTest program, run on Qt's offscreen platform.
+# A GoogleTest program, run on the platform of the tests.
 function(kotoban_test name)
     cmake_parse_arguments(ARG "" "LABEL" "SOURCES;LINK" ${ARGN})
     add_executable(${name} ${ARG_SOURCES})
     target_include_directories(${name} PRIVATE "${CMAKE_SOURCE_DIR}/tests")
     target_link_libraries(${name} PRIVATE kotoban_options test_support ${ARG_LINK})
     add_test(NAME ${name} COMMAND ${name})
-    set_tests_properties(${name} PROPERTIES LABELS "${ARG_LABEL}" TIMEOUT 120 ENVIRONMENT "QT_QPA_PLATFORM=offscreen")
+    set_tests_properties(${name} PROPERTIES LABELS "${ARG_LABEL}" TIMEOUT 120 ENVIRONMENT "QT_QPA_PLATFORM=${KOTOBAN_TEST_PLATFORM}")
 endfunction()

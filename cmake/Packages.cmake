@@ -55,6 +55,20 @@ if(CMAKE_SYSTEM_NAME STREQUAL "Linux")
     install_compressed("${packaging}/kotoban.ja.1" share/man/ja/man1 ja/kotoban.1)
 endif()
 
+if(WIN32)
+    install(FILES "${CMAKE_SOURCE_DIR}/packaging/windows/お読みください.txt" DESTINATION . COMPONENT portable)
+endif()
+# What is inside the executable comes from this machine's packages, and their licences with it. SQLite has none.
+if(WIN32 AND CMAKE_CROSSCOMPILING)
+    foreach(part qt6-base-dev mingw-w64-common g++-mingw-w64-x86-64-posix)
+        install(FILES "/usr/share/doc/${part}/copyright" DESTINATION licences RENAME "${part}.txt" COMPONENT portable)
+    endforeach()
+    foreach(licence GPL-2 GPL-3 LGPL-3)
+        install(FILES "/usr/share/common-licenses/${licence}" DESTINATION licences RENAME "${licence}.txt"
+            COMPONENT portable)
+    endforeach()
+endif()
+
 set(CPACK_PACKAGE_NAME kotoban)
 set(CPACK_PACKAGE_VENDOR "The Kotoban developers")
 set(CPACK_PACKAGE_CONTACT "${PACKAGE_CONTACT}")
@@ -77,6 +91,7 @@ if(CMAKE_SYSTEM_NAME STREQUAL "Linux")
     set(CPACK_SYSTEM_NAME "linux-${CMAKE_SYSTEM_PROCESSOR}")
 else()
     set(CPACK_GENERATOR "ZIP")
+    set(CPACK_SYSTEM_NAME "windows-${CMAKE_SYSTEM_PROCESSOR}")
 endif()
 
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)

@@ -1,5 +1,5 @@
 # shellcheck shell=bash disable=SC2034
-# Sourced by ./run, ./test and ./package: installs the Debian packages that are missing.
+# Sourced by ./run, ./test, ./package and ./windows: installs the Debian packages that are missing.
 
 # A fresh machine may have no UTF-8 locale; a learner's own stays, as the program takes the language from it.
 [[ $(locale charmap 2>/dev/null) == UTF-8 ]] || export LC_ALL=C.UTF-8

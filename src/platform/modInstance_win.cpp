@@ -1,19 +1,47 @@
 #include "platform/modInstance.h"
 
-#include <QCryptographicHash>
-
 #include <windows.h>
 
 using namespace Qt::Literals::StringLiterals;
 
-// The name of a mutex cannot hold a path, so the folder goes in as a hash; Windows paths ignore case.
-InstanceMark::InstanceMark(const QString &applicationFolder)
+namespace {
+
+/// The number of a folder on its volume, which is the same however its path is spelt: in another case, by its short
+/// name, through another drive letter. Empty when the file system cannot tell it.
+QString FolderNumber(const QString &folder)
 {
-    const QByteArray hash =
-        QCryptographicHash::hash(applicationFolder.toCaseFolded().toUtf8(), QCryptographicHash::Sha1).toHex();
-    const QString name = u"Local\\Kotoban-"_s + QString::fromLatin1(hash);
-    m_handle = reinterpret_cast<intptr_t>(CreateMutexW(nullptr, FALSE, reinterpret_cast<LPCWSTR>(name.utf16())));
-    m_hasPrevious = GetLastError() == ERROR_ALREADY_EXISTS;
+    const HANDLE handle = CreateFileW(reinterpret_cast<LPCWSTR>(folder.utf16()), 0,
+                                      FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr, OPEN_EXISTING,
+                                      FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+    if (handle == INVALID_HANDLE_VALUE)
+        return QString();
+    BY_HANDLE_FILE_INFORMATION information = {};
+    const bool isKnown = GetFileInformationByHandle(handle, &information);
+    CloseHandle(handle);
+    const quint64 index = quint64(information.nFileIndexHigh) << 32 | information.nFileIndexLow;
+    return isKnown ? QString::number(information.dwVolumeSerialNumber, 16) + u'-' + QString::number(index, 16)
+                   : QString();
+}
+
+} // namespace
+
+// A named mutex, which goes with the last process that has it open. Where the folder has no number to name it by, the
+// start goes on.
+InstanceMark::InstanceMark(const QString &applicationFolder) : m_handle(0)
+{
+    const QString number = FolderNumber(applicationFolder);
+    if (number.isEmpty())
+        return;
+    const QString name = u"Local\\Kotoban-"_s + number;
+    const HANDLE mutex = CreateMutexW(nullptr, FALSE, reinterpret_cast<LPCWSTR>(name.utf16()));
+    // Access is denied to the mutex of an instance that runs as administrator.
+    const DWORD error = GetLastError();
+    m_hasPrevious = error == ERROR_ALREADY_EXISTS || error == ERROR_ACCESS_DENIED;
+    // An instance that is refused must not hold the mutex of the one that ends meanwhile.
+    if (m_hasPrevious && mutex)
+        CloseHandle(mutex);
+    else
+        m_handle = reinterpret_cast<intptr_t>(mutex);
 }
 
 InstanceMark::~InstanceMark()

@@ -1,23 +1,66 @@
+#include "platform/modCodePage.h"
 #include "platform/modProfile.h"
 
 #include <windows.h>
 
-// The A functions would take the machine's code page, which need not be 932. The W functions keep a file that starts
-// without a byte-order mark in the machine's code page too, so on a machine of another code page foreign characters of
-// a value are lost; names and values that the program writes itself are ASCII but for the editor's path.
+// The functions keep the bytes of a file as text of the machine's code page, the wide forms too. The wide forms are
+// taken because only they reach a file in a folder whose name that code page lacks. For the bytes to be code page 932
+// on every machine, a value is handed over as that text of the machine's code page which stands for them. Code page 932
+// itself and the code pages of one byte a character carry every byte so; the other ones do not (UTF-8, Chinese,
+// Korean): there the value goes as it is, and the file then holds the machine's code page instead. The system changes
+// the file in its place.
+
+namespace {
+
+bool MachineCarriesEveryByte()
+{
+    CPINFO info = {};
+    return GetACP() == 932 || (GetCPInfo(CP_ACP, &info) && info.MaxCharSize == 1);
+}
+
+QString ToMachineText(const QString &text)
+{
+    if (!MachineCarriesEveryByte())
+        return text;
+    const QByteArray bytes = ToCodePage932(text);
+    QString machineText(bytes.size(), Qt::Uninitialized);
+    machineText.truncate(MultiByteToWideChar(CP_ACP, 0, bytes.data(), int(bytes.size()),
+                                             reinterpret_cast<LPWSTR>(machineText.data()), int(machineText.size())));
+    return machineText;
+}
+
+QString FromMachineText(const QString &machineText)
+{
+    if (!MachineCarriesEveryByte())
+        return machineText;
+    QByteArray bytes(machineText.size() * 2, Qt::Uninitialized);
+    bytes.truncate(WideCharToMultiByte(CP_ACP, 0, reinterpret_cast<LPCWSTR>(machineText.utf16()),
+                                       int(machineText.size()), bytes.data(), int(bytes.size()), nullptr, nullptr));
+    return FromCodePage932(bytes);
+}
+
+LPCWSTR Wide(const QString &text)
+{
+    return reinterpret_cast<LPCWSTR>(text.utf16());
+}
+
+} // namespace
+
 QString ReadProfile(const QString &path, const QString &section, const QString &key, const QString &defaultText,
                     qsizetype maxLength)
 {
-    QString buffer(maxLength + 1, u'\0');
-    GetPrivateProfileStringW(reinterpret_cast<LPCWSTR>(section.utf16()), reinterpret_cast<LPCWSTR>(key.utf16()),
-                             reinterpret_cast<LPCWSTR>(defaultText.utf16()), reinterpret_cast<LPWSTR>(buffer.data()),
-                             DWORD(buffer.size()), reinterpret_cast<LPCWSTR>(path.utf16()));
-    return buffer.left(buffer.indexOf(u'\0'));
+    // One more than the longest value that still has to be cut, and the NUL; a character is at most two of the
+    // machine's.
+    QString value(2 * maxLength + 2, u'\0');
+    GetPrivateProfileStringW(Wide(ToMachineText(section)), Wide(ToMachineText(key)), Wide(ToMachineText(defaultText)),
+                             reinterpret_cast<LPWSTR>(value.data()), DWORD(value.size()), Wide(path));
+    value.truncate(value.indexOf(u'\0'));
+    return FromMachineText(value).left(maxLength);
 }
 
 bool WriteProfile(const QString &path, const QString &section, const QString &key, const QString &value)
 {
-    return WritePrivateProfileStringW(reinterpret_cast<LPCWSTR>(section.utf16()),
-                                      reinterpret_cast<LPCWSTR>(key.utf16()), reinterpret_cast<LPCWSTR>(value.utf16()),
-                                      reinterpret_cast<LPCWSTR>(path.utf16())) != 0;
+    return IsProfileValue(value) &&
+           WritePrivateProfileStringW(Wide(ToMachineText(section)), Wide(ToMachineText(key)),
+                                      Wide(ToMachineText(ProfileText(value))), Wide(path)) != 0;
 }

@@ -4,6 +4,7 @@
 // windows.h stands first: shellapi.h needs its types.
 #include <shellapi.h>
 
+// The wide form: a learner's folder may have a name that the machine's code page lacks.
 bool ShellOpen(const QString &path, const QString &workingFolder)
 {
     const HINSTANCE result = ShellExecuteW(nullptr, L"open", reinterpret_cast<LPCWSTR>(path.utf16()), nullptr,

@@ -11,7 +11,8 @@ struct SoundPlayer::Running
 SoundPlayer::SoundPlayer() = default;
 SoundPlayer::~SoundPlayer() = default;
 
+// The wide form: a learner's folder may have a name that the machine's code page lacks.
 void SoundPlayer::Play(const QString &path)
 {
-    PlaySoundW(reinterpret_cast<LPCWSTR>(path.utf16()), nullptr, SND_FILENAME | SND_ASYNC | SND_NODEFAULT);
+    sndPlaySoundW(reinterpret_cast<LPCWSTR>(path.utf16()), SND_ASYNC | SND_NODEFAULT);
 }

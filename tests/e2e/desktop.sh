@@ -11,6 +11,7 @@ export QT_QPA_PLATFORM=xcb
 work=$(mktemp -d)
 pids=()
 program=
+wine=
 
 finish() {
     local pid
@@ -18,6 +19,7 @@ finish() {
         kill "$pid" 2>/dev/null || true
     done
     wait 2>/dev/null || true
+    [[ -z $wine ]] || "$wine" --end
     rm -rf "$work"
 }
 trap finish EXIT
@@ -61,7 +63,8 @@ shoot() {
 
 # Starts the X server and its window manager. They end with this script.
 start_desktop() {
-    Xvfb -displayfd 3 -screen 0 1280x900x24 -nolisten tcp 3>"$work/display" >/dev/null 2>&1 &
+    # A server that resets itself when its last client leaves would take the window manager along that is just coming.
+    Xvfb -displayfd 3 -screen 0 1280x900x24 -nolisten tcp -noreset 3>"$work/display" >/dev/null 2>&1 &
     pids+=($!)
     wait_for "the X server" test -s "$work/display"
     DISPLAY=:$(cat "$work/display")
@@ -72,9 +75,16 @@ start_desktop() {
     wait_for "the window manager" is_managed
 }
 
-# start_program APPLICATION_FOLDER: its executable, or the command KOTOBAN_START.
+# start_program APPLICATION_FOLDER: its executable, or the command KOTOBAN_START. The one for Windows runs under Wine, all
+# of whose programs must be on this display.
 start_program() {
-    "${KOTOBAN_START:-$1/Kotoban}" >"$work/output" 2>&1 &
+    local command=("${KOTOBAN_START:-$1/Kotoban}")
+    if [[ -e $1/Kotoban.exe ]]; then
+        wine=$(dirname "$(realpath "${BASH_SOURCE[0]}")")/../../scripts/wine
+        "$wine" --end
+        command=(env -u QT_QPA_PLATFORM "$wine" "$1/Kotoban.exe")
+    fi
+    "${command[@]}" >"$work/output" 2>&1 &
     program=$!
     pids+=("$program")
 }

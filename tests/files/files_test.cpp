@@ -15,7 +15,7 @@ using namespace Qt::Literals::StringLiterals;
 TEST(StudyFolder, ListsTextFilesByNameAndSaysWhatIsWrongWithThem)
 {
     const TestFolder folder;
-    folder.WriteStudyFile(u"b.txt"_s, {u"[ok]"_s});
+    folder.WriteStudyFile(u"a.txt"_s, {u"[ok]"_s});
     folder.WriteStudyFile(u"漢.TXT"_s, {u"ok"_s, u"[a"_s});
     folder.WriteStudyFile(u"B.txt"_s, {u"]a["_s});
     folder.Write(u"euc.txt"_s, "\xC6\xFC\xCB\xDC\xB8\xEC\xA4\xCE\r\n");
@@ -24,7 +24,7 @@ TEST(StudyFolder, ListsTextFilesByNameAndSaysWhatIsWrongWithThem)
     folder.MakeFolder(u"folder.txt"_s);
     StudyFolder files(folder.Path());
     files.Refresh();
-    EXPECT_EQ(files.Names(), QStringList({u"B.txt"_s, u"b.txt"_s, u"euc.txt"_s, u"long.txt"_s, u"漢.TXT"_s}));
+    EXPECT_EQ(files.Names(), QStringList({u"B.txt"_s, u"a.txt"_s, u"euc.txt"_s, u"long.txt"_s, u"漢.TXT"_s}));
     const QStringList faults = {u"1行[ ]指定異常"_s, QString(), u"文字コード＝EUC"_s, u"1行100バイト超過"_s,
                                 u"2行[ ]指定異常"_s};
     for (qsizetype i = 0; i < faults.size(); ++i) {
@@ -33,19 +33,19 @@ TEST(StudyFolder, ListsTextFilesByNameAndSaysWhatIsWrongWithThem)
         EXPECT_EQ(files.Fault(files.Names()[i]), faults[i]);
     }
 
-    folder.WriteStudyFile(u"b.txt"_s, {u"[now wrong"_s});
-    EXPECT_TRUE(files.IsChecked(u"b.txt"_s)) << "remembered until the folder is listed again";
+    folder.WriteStudyFile(u"a.txt"_s, {u"[now wrong"_s});
+    EXPECT_TRUE(files.IsChecked(u"a.txt"_s)) << "remembered until the folder is listed again";
     files.Refresh();
     EXPECT_TRUE(files.IsChecked(u"euc.txt"_s));
-    EXPECT_FALSE(files.IsChecked(u"b.txt"_s));
-    files.Check(u"b.txt"_s);
-    EXPECT_EQ(files.Fault(u"b.txt"_s), u"1行[ ]指定異常"_s);
+    EXPECT_FALSE(files.IsChecked(u"a.txt"_s));
+    files.Check(u"a.txt"_s);
+    EXPECT_EQ(files.Fault(u"a.txt"_s), u"1行[ ]指定異常"_s);
     QFile::remove(folder.Path(u"long.txt"_s));
     files.Refresh();
     files.Check(u"long.txt"_s);
     EXPECT_EQ(files.Fault(u"long.txt"_s), QString()) << "gone";
-    QFile::remove(folder.Path(u"b.txt"_s));
-    EXPECT_EQ(FileFault(folder.Path(u"b.txt"_s)), u"読み込み不可"_s);
+    QFile::remove(folder.Path(u"a.txt"_s));
+    EXPECT_EQ(FileFault(folder.Path(u"a.txt"_s)), u"読み込み不可"_s);
 }
 
 TEST(CheckSelection, RefusesNothingAndPrintableCopies)

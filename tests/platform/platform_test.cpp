@@ -3,14 +3,11 @@
 #include "platform/modFile.h"
 #include "platform/modInstance.h"
 #include "platform/modLog.h"
-#include "platform/modProcess.h"
 #include "platform/modProfile.h"
 #include "platform/modSpeechScript.h"
 #include "platform/modWindowMessage.h"
 #include "support/RecordingDesktop.h"
 #include "support/TestFiles.h"
-
-#include <QTest>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -106,18 +103,6 @@ TEST(CommandLine, IsReadAsWindowsReadsIt)
     }
 }
 
-TEST(Process, StartsAProgramWhosePathHoldsBlanksAndPassesTheFileWhole)
-{
-    const TestFolder folder;
-    const QString script =
-        folder.Write(u"my tools/ed.sh"_s, "#!/bin/sh\nprintf %s \"$1\" > \"$(dirname \"$0\")/got\"\n");
-    QFile::setPermissions(script, QFile::ReadOwner | QFile::ExeOwner);
-    EXPECT_TRUE(StartProcess(script + u" \"a b.txt\""_s));
-    EXPECT_TRUE(QTest::qWaitFor([&] { return folder.Read(u"my tools/got"_s) == "a b.txt"; }));
-    EXPECT_FALSE(StartProcess(folder.Path(u"missing"_s)));
-    EXPECT_FALSE(StartProcess(QString()));
-}
-
 TEST(Profile, ReadsAsWindowsDoes)
 {
     const TestFolder folder;
@@ -135,35 +120,10 @@ TEST(Profile, ReadsAsWindowsDoes)
     EXPECT_EQ(ReadProfile(folder.Path(u"none.ini"_s), u"setting"_s, u"x"_s, u"d"_s, 99), u"d"_s);
     EXPECT_EQ(ReadProfile(path, u"setting"_s, u"TextEditor"_s, QString(), 4), u"C:\\a"_s) << "cut at the buffer";
 
-    const QString withNul = folder.Write(u"nul.ini"_s, QByteArray("[setting]\nTextEditor=ab\0cd\n", 27));
+    const QString withNul = folder.Write(u"cut.ini"_s, QByteArray("[setting]\nTextEditor=ab\0cd\n", 27));
     EXPECT_EQ(ReadProfile(withNul, u"setting"_s, u"TextEditor"_s, QString(), 99), u"ab"_s);
     const QString large = folder.Write(u"large.ini"_s, QByteArray(10'000'000, 'x') + "\r\n[setting]\r\nk=v");
     EXPECT_EQ(ReadProfile(large, u"setting"_s, u"k"_s, QString(), 99), u"v"_s);
-}
-
-TEST(Profile, WritesOneLineAndKeepsEveryOtherByte)
-{
-    const struct
-    {
-        const char *name;
-        QByteArray before;
-        QByteArray after;
-    } rows[] = {
-        {"no file content", "", "[setting]\r\nKey=new\r\n"},
-        {"no section", "x=1", "x=1\r\n[setting]\r\nKey=new\r\n"},
-        {"key replaced in place", "[a]\n\n[setting]\nkey = old \r\n;\x93\xFA\n[b]\nKey=1\n",
-         "[a]\n\n[setting]\nKey=new\r\n;\x93\xFA\n[b]\nKey=1\n"},
-        {"key added behind the section's last line", "[setting]\r\na=1\r\n\r\n[b]\r\n",
-         "[setting]\r\na=1\r\nKey=new\r\n\r\n[b]\r\n"},
-        {"no line end at the file's end", "[setting]\r\na=1", "[setting]\r\na=1\r\nKey=new\r\n"},
-    };
-    const TestFolder folder;
-    for (const auto &row : rows) {
-        const QString path = folder.Write(u"a.ini"_s, row.before);
-        EXPECT_TRUE(WriteProfile(path, u"setting"_s, u"Key"_s, u"new"_s)) << row.name;
-        EXPECT_EQ(folder.Read(u"a.ini"_s), row.after) << row.name;
-    }
-    EXPECT_FALSE(WriteProfile(folder.Path(u"no folder/a.ini"_s), u"s"_s, u"k"_s, u"v"_s));
 }
 
 TEST(RunLog, BeginsAnewAtEachStartAndGathersEntries)

@@ -63,7 +63,8 @@ class DialogScript : public QObject
             return;
         }
         m_waitedMs = 0;
-        if (const auto *const label = dialog->findChild<QLabel *>(QStringLiteral("lblMsg")))
+        const auto *const label = dialog->findChild<QLabel *>(QStringLiteral("lblMsg"));
+        if (label && label->window() == dialog) // a message that is being closed is still its owner's child
             messages += label->text();
         // A step may open the next window and wait in it, which a timer's own handler must not: it would not fire
         // again.

@@ -1,0 +1,143 @@
+# shellcheck shell=bash disable=SC2034
+# Sourced by ./windows: makes what the Windows program is built from and tested on, each part once, in a cache outside
+# the repository. A part has its name in the cache only when it is complete. Needs say of setup.sh.
+
+# What it takes to build the program and its libraries from their source packages.
+windows_packages=(g++-mingw-w64-x86-64-posix dpkg-dev make tcl googletest)
+# What it takes to run it: Wine, some libraries of X11 that Wine uses where they are, and the Japanese locale.
+wine_packages=(wine64 fonts-wine libxcomposite1 libxcursor1 libxi6 libxinerama1 libxrandr2 libxrender1 locales)
+
+cache=${XDG_CACHE_HOME:-$HOME/.cache}/kotoban-windows
+compiler=x86_64-w64-mingw32-gcc-posix
+
+# The source package that a package of this machine was built from, as NAME=VERSION: Qt must have the version of the
+# tools (moc, rcc) that run here.
+source_of() {
+    # shellcheck disable=SC2016 # dpkg-query's own variables
+    dpkg-query -W -f '${source:Package}=${source:Version}' "$1"
+}
+
+# fetch_source NAME=VERSION FOLDER: unpacks a source package. The machine's own sources of packages serve as sources of
+# source packages too, by lists of their own, so that nothing of the system's settings changes.
+fetch_source() {
+    local package=$1 folder=$2 lists=$cache/apt
+    [[ ! -d $folder ]] || return 0
+    mkdir -p "$lists/lists/partial"
+    # shellcheck disable=SC2016 # apt-get's own variables
+    apt-get indextargets --format 'deb-src $(REPO_URI) $(RELEASE) $(COMPONENT)' 'Created-By: Packages' |
+        sort -u >"$lists/sources.list"
+    local options=(-qq -o "Dir::Etc::SourceList=$lists/sources.list" -o Dir::Etc::SourceParts=/dev/null
+        -o "Dir::State::Lists=$lists/lists" -o Dir::Cache::pkgcache= -o Dir::Cache::srcpkgcache=
+        -o APT::Sandbox::User=root)
+    say "fetching the source package $package"
+    apt-get "${options[@]}" update
+    rm -rf "$folder.new"
+    mkdir -p "$folder.new"
+    (cd "$folder.new" && apt-get "${options[@]}" source "$package" >/dev/null 2>&1) ||
+        { printf 'The source package %s could not be fetched.\n' "$package" >&2 && return 1; }
+    mv "$folder.new"/*/ "$folder"
+    rm -rf "$folder.new"
+}
+
+# What the program has no use for stays out of Qt: the source then needs no library that MinGW-w64 lacks.
+qt_options=(-G Ninja -DCMAKE_BUILD_TYPE=MinSizeRel -DBUILD_SHARED_LIBS=OFF -DQT_QMAKE_TARGET_MKSPEC=win32-g++
+    -DQT_BUILD_EXAMPLES=OFF -DQT_BUILD_TESTS=OFF -DINPUT_opengl=no -DFEATURE_pkg_config=OFF)
+for feature in concurrent dbus network opengl printsupport sql tabletevent vulkan xml; do
+    qt_options+=("-DFEATURE_$feature=OFF")
+done
+for library in doubleconversion freetype harfbuzz jpeg pcre2 png zlib; do
+    qt_options+=("-DFEATURE_system_$library=OFF")
+done
+
+# build_qt: leaves the folder of the installed Qt in qt_folder. The whole takes a quarter of an hour on two cores; when
+# it is interrupted, the next call goes on where it stopped.
+build_qt() {
+    local package toolchain=$PWD/cmake/mingw-w64.cmake recipe
+    package=$(source_of qt6-base-dev)
+    recipe=$(printf '%s\n' "${qt_options[@]}" "$("$compiler" -dumpfullversion)" | sha256sum)
+    qt_folder=$cache/${package/=/-}-${recipe:0:8}
+    [[ ! -d $qt_folder ]] || return 0
+    local source=$cache/work/${package/=/-} build=$qt_folder.build stage=$qt_folder.stage
+    fetch_source "$package" "$source"
+    say "building a static Qt for Windows, once, in $cache; this takes a while"
+    # Qt's own configuration reports go to a file, its progress to whoever waits for it.
+    cmake -S "$source" -B "$build" "${qt_options[@]}" -DCMAKE_TOOLCHAIN_FILE="$toolchain" \
+        -DCMAKE_INSTALL_PREFIX="$qt_folder" -DQT_HOST_PATH=/usr \
+        -DQT_HOST_PATH_CMAKE_DIR="/usr/lib/$(dpkg-architecture -q DEB_HOST_MULTIARCH)/cmake" >"$qt_folder.log" 2>&1 ||
+        { tail -n 20 "$qt_folder.log" >&2 && return 1; }
+    cmake --build "$build"
+    rm -rf "$stage"
+    DESTDIR=$stage cmake --install "$build" >/dev/null
+    mv "$stage$qt_folder" "$qt_folder"
+    rm -rf "$stage" "$build" "$source" "$qt_folder.log"
+}
+
+# build_sqlite: leaves its folder in sqlite_folder. The source package holds SQLite's parts; its own makefile joins them to
+# the one file that is compiled.
+build_sqlite() {
+    local package
+    package=$(source_of libsqlite3-dev)
+    sqlite_folder=$cache/${package/=/-}
+    [[ ! -d $sqlite_folder ]] || return 0
+    local source=$cache/work/${package/=/-} stage=$sqlite_folder.stage
+    fetch_source "$package" "$source"
+    say "building SQLite for Windows, once"
+    rm -rf "$stage"
+    mkdir -p "$stage"/{include,lib}
+    (cd "$source" && ./configure --disable-tcl --disable-readline && make sqlite3.c) >"$sqlite_folder.log" 2>&1 ||
+        { tail -n 20 "$sqlite_folder.log" >&2 && return 1; }
+    cp "$source/sqlite3.h" "$stage/include/"
+    "$compiler" -O2 -DSQLITE_OMIT_LOAD_EXTENSION -c "$source/sqlite3.c" -o "$stage/sqlite3.o"
+    x86_64-w64-mingw32-gcc-ar-posix rcs "$stage/lib/libsqlite3.a" "$stage/sqlite3.o"
+    rm "$stage/sqlite3.o"
+    mv "$stage" "$sqlite_folder"
+    rm -rf "$source" "$sqlite_folder.log"
+}
+
+# build_googletest: leaves its folder in googletest_folder. Its package is the source.
+build_googletest() {
+    local package stage build
+    package=$(source_of googletest)
+    googletest_folder=$cache/${package/=/-}
+    [[ ! -d $googletest_folder ]] || return 0
+    stage=$googletest_folder.stage build=$googletest_folder.build
+    say "building GoogleTest for Windows, once"
+    cmake -S /usr/src/googletest -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Release \
+        -DCMAKE_TOOLCHAIN_FILE="$PWD/cmake/mingw-w64.cmake" -DCMAKE_INSTALL_PREFIX="$googletest_folder" >/dev/null
+    cmake --build "$build" >/dev/null
+    rm -rf "$stage"
+    DESTDIR=$stage cmake --install "$build" >/dev/null
+    mv "$stage$googletest_folder" "$googletest_folder"
+    rm -rf "$stage" "$build"
+}
+
+# A Japanese locale, from which Wine takes code page 932, and a system folder with nothing of the user's in it.
+make_wine_system() {
+    if [[ ! -d $cache/locale ]]; then
+        rm -rf "$cache/locale.new"
+        mkdir "$cache/locale.new"
+        localedef -i ja_JP -f UTF-8 "$cache/locale.new/ja_JP.UTF-8"
+        mv "$cache/locale.new" "$cache/locale"
+    fi
+    if [[ ! -d $cache/wine ]]; then
+        say "making a system folder for Wine, once"
+        rm -rf "$cache/wine.new"
+        # Wine's services outlive the command; they must not hold the lock.
+        KOTOBAN_WINE_FOLDER=$cache/wine.new env -u DISPLAY scripts/wine wineboot --init >/dev/null 2>&1 9>&-
+        KOTOBAN_WINE_FOLDER=$cache/wine.new scripts/wine --end
+        mv "$cache/wine.new" "$cache/wine"
+    fi
+}
+
+make_windows_libraries() {
+    mkdir -p "$cache/work"
+    # Two builds at a time would write into each other's folders.
+    exec 9>"$cache/lock"
+    flock 9
+    build_qt
+    build_sqlite
+    build_googletest
+    make_wine_system
+    exec 9>&-
+    export KOTOBAN_WINDOWS_LIBRARIES="$qt_folder;$sqlite_folder;$googletest_folder"
+}

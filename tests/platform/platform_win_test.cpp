@@ -1,0 +1,54 @@
+// What of platform/ only Windows has.
+#include "platform/modProcess.h"
+#include "platform/modProfile.h"
+#include "support/TestFiles.h"
+
+#include <QTest>
+
+#include <gtest/gtest.h>
+#include <windows.h>
+
+using namespace Qt::Literals::StringLiterals;
+
+// Run on machines of several code pages: what the file holds is the same on all of them.
+TEST(ProfileOnWindows, KeepsCodePage932AndSharesItWithTheSystem)
+{
+    const TestFolder folder;
+    const QString path = QDir::toNativeSeparators(folder.Path(u"a.ini"_s));
+    // The second bytes of 表 and ソ are backslashes.
+    const QString editor = u"C:\\表示 ﾅ\\漢字ソ.exe"_s;
+    const QByteArray bytes = "C:\\\x95\\\x8E\xA6 \xC5\\\x8A\xBF\x8E\x9A\x83\\.exe";
+    EXPECT_TRUE(WriteProfile(path, u"setting"_s, u"TextEditor"_s, editor));
+    EXPECT_EQ(folder.Read(u"a.ini"_s), QByteArray("[setting]\r\nTextEditor=" + bytes + "\r\n"));
+    EXPECT_EQ(ReadProfile(path, u"setting"_s, u"TextEditor"_s, QString(), 99), editor);
+    EXPECT_EQ(ReadProfile(path, u"setting"_s, u"TextEditor"_s, QString(), 6), u"C:\\表示 "_s) << "cut by characters";
+    EXPECT_EQ(ReadProfile(path, u"setting"_s, u"Other"_s, u"漢字"_s, 99), u"漢字"_s);
+
+    const QByteArray ansiPath = path.toLocal8Bit();
+    char text[100] = {};
+    GetPrivateProfileStringA("setting", "TextEditor", "", text, sizeof text, ansiPath.constData());
+    EXPECT_EQ(QByteArray(text), bytes);
+    EXPECT_TRUE(WritePrivateProfileStringA("setting", "TextEditor", "D:\\\x83\\", ansiPath.constData()));
+    EXPECT_EQ(ReadProfile(path, u"setting"_s, u"TextEditor"_s, QString(), 99), u"D:\\ソ"_s);
+}
+
+TEST(ProfileOnWindows, IsReachedInAFolderWhoseNameTheCodePageLacks)
+{
+    const TestFolder folder;
+    folder.MakeFolder(u"é 漢 한"_s);
+    const QString path = QDir::toNativeSeparators(folder.Path(u"é 漢 한/a.ini"_s));
+    EXPECT_TRUE(WriteProfile(path, u"setting"_s, u"LineSpace"_s, u"5"_s));
+    EXPECT_EQ(ReadProfile(path, u"setting"_s, u"LineSpace"_s, QString(), 99), u"5"_s);
+    EXPECT_EQ(folder.Read(u"é 漢 한/a.ini"_s), "[setting]\r\nLineSpace=5\r\n");
+}
+
+TEST(ProcessOnWindows, StartsAProgramWhosePathHoldsBlanksAndPassesTheFileWhole)
+{
+    const TestFolder folder;
+    folder.Write(u"my tools/ed.cmd"_s, "@echo %~1> \"%~dp0got\"\r\n");
+    const QString program = QDir::toNativeSeparators(folder.Path(u"my tools/ed.cmd"_s));
+    EXPECT_TRUE(StartProcess(program + u" \"a b.txt\""_s));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return folder.Read(u"my tools/got"_s) == "a b.txt\r\n"; }));
+    EXPECT_FALSE(StartProcess(QDir::toNativeSeparators(folder.Path(u"missing"_s))));
+    EXPECT_FALSE(StartProcess(QString()));
+}
