@@ -32,8 +32,10 @@ struct BlankTable
 /// The half-width cells that a blank covers with its brackets: from start up to, not including, end; 0 is the first.
 struct CellRange
 {
-    int start;
-    int end;
+    int start = 0;
+    int end = 0;
+
+    bool operator==(const CellRange &) const = default;
 };
 
 /// The horizontal edges of a blank's box, pixels.

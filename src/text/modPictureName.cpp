@@ -80,17 +80,25 @@ QString BadPictureNamesMessage(const QStringList &names)
     return messages.join(u"\r\n"_s);
 }
 
-QString PictureNameAt(QStringView line, qsizetype index)
+std::vector<PictureReference> PictureReferences(QStringView line)
 {
+    std::vector<PictureReference> references;
     if (!IsPictureLineValid(line))
-        return QString();
+        return references;
     for (const qsizetype start : PositionsOf(line, OpeningCorner)) {
         const qsizetype end = line.indexOf(ClosingCorner, start);
-        if (index < start || index > end)
-            continue;
         const QStringView name = line.sliced(start + 1, end - start - 1).trimmed();
-        return IsPictureNameValid(name) ? name.toString() : QString();
+        if (IsPictureNameValid(name))
+            references.push_back({start, end - start + 1, name.toString()});
     }
+    return references;
+}
+
+QString PictureNameAt(QStringView line, qsizetype index)
+{
+    for (const PictureReference &reference : PictureReferences(line))
+        if (index >= reference.start && index < reference.start + reference.length)
+            return reference.name;
     return QString();
 }
 

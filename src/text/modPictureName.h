@@ -6,6 +6,8 @@
 
 #include <QStringList>
 
+#include <vector>
+
 /// Whether the corner brackets of a line pair up: as many closing as opening ones, each opening one before the closing
 /// one of the same rank. Two opening ones followed by two closing ones pass; that is meant. A line without an opening
 /// bracket always passes.
@@ -24,6 +26,17 @@ QStringList BadPictureNames(const StudyLines &lines);
 /// The message about such names, one line each; empty when there are none. A file full of them is told of the first
 /// ten.
 QString BadPictureNamesMessage(const QStringList &names);
+
+/// One reference that a click can open.
+struct PictureReference
+{
+    qsizetype start;  ///< 0-based index of its opening bracket
+    qsizetype length; ///< characters, both brackets included
+    QString name;
+};
+
+/// The references of a line in order; none when line or name are not valid.
+std::vector<PictureReference> PictureReferences(QStringView line);
 
 /// The name of the picture that a place in a line refers to: the place lies on the reference or on its corner brackets,
 /// and line and name are valid. @param index  0-based character; @return empty where there is no reference

@@ -33,7 +33,7 @@ QString PageAccessible::text(QAccessible::Text kind) const
     return kind == QAccessible::Value ? Page().SpokenText() : QAccessibleWidget::text(kind);
 }
 
-// Nothing can be selected, and the caret stands at the start: the text is read, not edited.
+// Nothing can be selected: the text is read, not edited. The caret stands at the blank that was chosen by keys.
 void PageAccessible::selection(int, int *startOffset, int *endOffset) const
 {
     *startOffset = 0;
@@ -51,7 +51,7 @@ void PageAccessible::setSelection(int, int, int) {}
 
 int PageAccessible::cursorPosition() const
 {
-    return 0;
+    return Page().SpokenCursor();
 }
 
 void PageAccessible::setCursorPosition(int) {}

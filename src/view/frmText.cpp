@@ -120,11 +120,27 @@ void frmText::AddControls()
     connect(picText, &PicText::MouseMove, this, &frmText::picText_MouseMove);
     connect(picText, &PicText::RowsChanged, this, &frmText::SetUpScrollBar);
     connect(picText, &PicText::WheelTurned, this, [this](int lines) { VScroll->setValue(VScroll->value() + lines); });
-    connect(new QShortcut(QKeySequence::Find, this), &QShortcut::activated, this, &frmText::cmdSearch_Click);
-    connect(new QShortcut(Qt::Key_F3, this), &QShortcut::activated, this, [this] { GoOnSearching(false); });
-    connect(new QShortcut(Qt::SHIFT | Qt::Key_F3, this), &QShortcut::activated, this, [this] { GoOnSearching(true); });
+    AddShortcuts();
     connect(Timer1, &QTimer::timeout, this, &frmText::Timer1_Timer);
     Timer1->setInterval(TimerMs);
+}
+
+/// Keys for what else takes a mouse. They belong to the window: in the text area itself all keys but a few do nothing.
+void frmText::AddShortcuts()
+{
+    const auto add = [this](const QKeySequence &keys, const std::function<void()> &action) {
+        connect(new QShortcut(keys, this), &QShortcut::activated, this, action);
+    };
+    add(QKeySequence::Find, [this] { cmdSearch_Click(); });
+    add(Qt::Key_F3, [this] { GoOnSearching(false); });
+    add(Qt::SHIFT | Qt::Key_F3, [this] { GoOnSearching(true); });
+    add(Qt::CTRL | Qt::Key_Right, [this] { ChooseSpot(false); });
+    add(Qt::CTRL | Qt::Key_Left, [this] { ChooseSpot(true); });
+    add(Qt::CTRL | Qt::Key_Space, [this] { ClickSpot(Qt::LeftButton, false); });
+    add(Qt::CTRL | Qt::Key_L, [this] { ClickSpot(Qt::LeftButton, true); });
+    add(Qt::CTRL | Qt::Key_H, [this] { ClickSpot(Qt::RightButton, false); });
+    add(Qt::CTRL | Qt::Key_Down, [this] { VScroll->setValue(VScroll->value() + 1); });
+    add(Qt::CTRL | Qt::Key_Up, [this] { VScroll->setValue(VScroll->value() - 1); });
 }
 
 /// How far the learner is: below the page, where nothing pushes the buttons off a small screen.
@@ -279,6 +295,7 @@ PageInView frmText::Page() const
 void frmText::VScroll_Change()
 {
     WriteTrace(u"■frmText.VScroll_Change");
+    picText->SetSpot(Spot());
     picText->SetTopLine(VScroll->value());
     ShowProgress();
 }
@@ -433,6 +450,7 @@ bool frmText::LoadFile(const QString &path, bool keepsAnswers, QString *message,
 void frmText::ForgetPlaces()
 {
     picText->SetMark(Place());
+    picText->SetSpot(Spot());
     lblKeyword->hide();
     if (m_frmSearch) {
         m_search->SetText(&m_text);
@@ -674,6 +692,24 @@ void frmText::ClickLeft(int xPx, int yPx)
         if (std::exchange(m_round.lngMarkLine, marked) != marked)
             picText->DrawLineNumbers();
     }
+}
+
+void frmText::ChooseSpot(bool backwards)
+{
+    if (!m_path.isEmpty())
+        picText->SetSpot(NextSpot(SpotsInView(m_text, Page()), picText->ChosenSpot(), backwards));
+}
+
+/// Clicks where the learner has chosen something by keys, or at the number of its line.
+void frmText::ClickSpot(Qt::MouseButton button, bool atLineNumber)
+{
+    const Spot spot = picText->ChosenSpot();
+    const PageLayout &layout = picText->Layout();
+    if (button == Qt::LeftButton && spot.line == 0)
+        return;
+    const int xPx =
+        atLineNumber ? 1 : layout.TextLeftPx() + (spot.cells.start + spot.cells.end) * layout.cellWidthPx / 2;
+    picText_MouseDown(button, xPx, layout.RowTopPx(spot.line - VScroll->value() + 1) + layout.linePitchPx / 2);
 }
 
 void frmText::HideAllAnswers()

@@ -73,6 +73,7 @@ class frmText : public QWidget
 
     void AddControls();
     QLayout *StateControls();
+    void AddShortcuts();
     QPushButton *AddButton(const QString &name, const QString &caption, void (frmText::*handler)());
     QLabel *AddLabel(const QString &name);
     void ReadSettings();
@@ -99,6 +100,8 @@ class frmText : public QWidget
     void TurnPageAndShow();
     void ClickLeft(int xPx, int yPx);
     void HideAllAnswers();
+    void ChooseSpot(bool backwards);
+    void ClickSpot(Qt::MouseButton button, bool atLineNumber);
     void ForgetPlaces();
     void GoOnSearching(bool backwards);
     void ShowPlace(const Place &place, const QString &wanted);

@@ -16,6 +16,7 @@
 #include <QRawFont>
 
 #include <cmath>
+#include <utility>
 
 namespace {
 
@@ -27,11 +28,13 @@ const QColor MarkBackground(255, 214, 102);
 const QColor FoundBackground(190, 225, 255);
 const QColor StripEdge(208, 208, 208);
 const QColor Frame(160, 160, 160);
+const QColor SpotColour(20, 90, 200);
 
 constexpr int LinesPerNotch = 3;
 constexpr int WheelNotch = 120; // eighths of a degree
 constexpr int RowGapPx = 2;     // between the boxes of two rows
 constexpr int FocusFramePx = 2;
+constexpr int SpotFramePx = 2;
 
 } // namespace
 
@@ -145,6 +148,8 @@ class PicText::Painter
         const int last = m_text.Blanks().LastOnLines(line, line);
         for (int blank = m_text.Blanks().FirstOnLines(line, line); blank > 0 && blank <= last; ++blank)
             DrawBox(blank, row);
+        if (line == m_area.m_spot.line)
+            DrawRing(Device(m_area.SpotFrame(m_area.m_spot)), qMax(1, Device(SpotFramePx)), SpotColour);
     }
 
     int Device(int px) const
@@ -268,9 +273,14 @@ class PicText::Painter
     void DrawFrame()
     {
         const bool isFocused = m_area.hasFocus();
-        const int width = qMax(1, Device(isFocused ? FocusFramePx : 1));
-        const QRect edge(QPoint(0, 0), QSize(Device(m_area.width()), Device(m_area.height())));
-        const QColor colour = isFocused ? m_area.palette().color(QPalette::Highlight) : Frame;
+        DrawRing(QRect(QPoint(0, 0), QSize(Device(m_area.width()), Device(m_area.height()))),
+                 qMax(1, Device(isFocused ? FocusFramePx : 1)),
+                 isFocused ? m_area.palette().color(QPalette::Highlight) : Frame);
+    }
+
+    /// Paints the outermost pixels within a rectangle.
+    void DrawRing(const QRect &edge, int width, const QColor &colour)
+    {
         for (int i = 0; i < width; ++i) {
             const QRect ring = edge.adjusted(i, i, -i, -i);
             m_painter.fillRect(QRect(ring.topLeft(), QSize(ring.width(), 1)), colour);
@@ -350,6 +360,37 @@ void PicText::SetMark(const Place &place)
 {
     m_mark = place;
     update();
+}
+
+void PicText::SetSpot(const Spot &spot)
+{
+    if (spot == m_spot)
+        return;
+    for (const Spot &changed : {std::exchange(m_spot, spot), spot})
+        if (changed.line > 0)
+            update(SpotFrame(changed).adjusted(-1, -1, 1, 1));
+    if (QAccessible::isActive())
+        TellChange(new QAccessibleTextCursorEvent(this, SpokenCursor()));
+}
+
+/// Just around its box.
+QRect PicText::SpotFrame(const Spot &spot) const
+{
+    return QRect(m_layout.TextLeftPx() + spot.cells.start * m_layout.cellWidthPx - SpotFramePx,
+                 m_layout.RowTopPx(spot.line - m_topLine + 1) - 1,
+                 (spot.cells.end - spot.cells.start) * m_layout.cellWidthPx + 2 * SpotFramePx,
+                 m_layout.linePitchPx - RowGapPx + 2);
+}
+
+int PicText::SpokenCursor() const
+{
+    if (!m_text || m_spot.line == 0)
+        return 0;
+    const int last = m_text->Blanks().LastOnLines(m_spot.line, m_spot.line);
+    for (int blank = m_text->Blanks().FirstOnLines(m_spot.line, m_spot.line); blank > 0 && blank <= last; ++blank)
+        if (m_text->Cells(blank) == m_spot.cells)
+            return SpokenOffset(*m_text, *m_round, m_topLine, blank);
+    return 0;
 }
 
 void PicText::DrawPage()

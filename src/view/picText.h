@@ -3,7 +3,7 @@
 #pragma once
 
 #include "search/modSearch.h"
-#include "view/modStudyRound.h"
+#include "view/modSpots.h"
 
 #include <QWidget>
 
@@ -37,6 +37,14 @@ class PicText : public QWidget
     /// of the answer can be told from the mark.
     void SetMark(const Place &place);
 
+    /// Frames what the learner has chosen by keys, or nothing with line 0.
+    void SetSpot(const Spot &spot);
+
+    const Spot &ChosenSpot() const
+    {
+        return m_spot;
+    }
+
     /// Paints the whole page anew: any answer may be shown or hidden now.
     void DrawPage();
 
@@ -45,6 +53,9 @@ class PicText : public QWidget
 
     /// Paints the strip of line numbers anew.
     void DrawLineNumbers();
+
+    /// Where in the text below the chosen blank stands, 0 the first character; 0 when no blank is chosen.
+    int SpokenCursor() const;
 
     /// The page as a screen reader is told of it: the lines in view with hidden answers as "空欄".
     QString SpokenText() const;
@@ -74,6 +85,7 @@ class PicText : public QWidget
     class Painter;
 
     DeviceFont &FontAt(double scale);
+    QRect SpotFrame(const Spot &spot) const;
     void TellChange(QAccessibleEvent *event);
     void UpdatePointer(const QPoint &at);
 
@@ -84,5 +96,6 @@ class PicText : public QWidget
     std::unique_ptr<DeviceFont> m_deviceFont; // made when it is first painted with
     int m_topLine = 1;
     Place m_mark;
+    Spot m_spot;
     int m_wheelAngle = 0; // eighths of a degree that have not moved a line yet
 };

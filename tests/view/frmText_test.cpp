@@ -191,6 +191,31 @@ TEST_F(StudyWindowTest, WhatChangesInSeveralPlacesIsPaintedInEach)
     EXPECT_EQ(after.copy(leftOfNumbers), white) << "five figures are narrowed, none is cut off";
 }
 
+TEST_F(StudyWindowTest, KeysReachWhatTheMouseDoes)
+{
+    OpenWith({u"text"_s, u"[one] [two]"_s, u"[three]"_s});
+    const QImage before = OnScreen();
+    const auto press = [this](Qt::Key key) { QTest::keyClick(page, key, Qt::ControlModifier); };
+    press(Qt::Key_Space);
+    EXPECT_EQ(Label(u"lblNum"), u"0"_s) << "nothing is chosen yet";
+    press(Qt::Key_Right);
+    press(Qt::Key_Right);
+    EXPECT_NE(OnScreen(), before);
+    press(Qt::Key_Space);
+    EXPECT_EQ(page->SpokenText(), u"text\n 空欄   two \n 空欄 "_s);
+    EXPECT_EQ(page->SpokenCursor(), 11);
+    press(Qt::Key_Left);
+    press(Qt::Key_Left);
+    press(Qt::Key_L);
+    Child<QPushButton>(u"cmdEdit")->click();
+    EXPECT_EQ(desktop.commands.size(), 1);
+    press(Qt::Key_Space);
+    EXPECT_EQ(Label(u"lblShown"), u"表示 2 / 3"_s);
+    press(Qt::Key_H);
+    EXPECT_EQ(Label(u"lblShown"), u"表示 0 / 3"_s);
+    EXPECT_EQ(Label(u"lblNum"), u"2"_s);
+}
+
 TEST_F(StudyWindowTest, TwoFilesGiveTwoRowsAndACancelledChoiceKeepsTheSession)
 {
     folder.WriteStudyFile(u"txt/b.txt"_s, {u"[x]"_s});

@@ -1,6 +1,7 @@
 #include "support/StudyText.h"
 #include "support/TestFiles.h"
 #include "view/modPageText.h"
+#include "view/modSpots.h"
 #include "view/modStudyClock.h"
 #include "view/modStudyRound.h"
 #include "view/modWordAt.h"
@@ -191,6 +192,20 @@ TEST(PageLayout, HoldsWholeRowsAndAStripOfFourAndAHalfCharacters)
     EXPECT_FALSE((PageLayout{10, 20, 205, false}).IsInNumberStrip(3));
     EXPECT_EQ(MarkLineAt(25, 8, Layout), 9);
     EXPECT_EQ(MarkLineAt(0, 8, Layout), 8) << "the margin belongs to the first row";
+}
+
+TEST(Spots, AreGoneThroughAsOneReads)
+{
+    const DisplayText text = Text({u"above [x]"_s, u"[a] ｢図｣ [b｢c｣]"_s, u"none"_s, u"｢x.y｣[漢]"_s, u"[below]"_s});
+    const std::vector<Spot> spots = SpotsInView(text, Page(2, 3, 5));
+    const std::vector<Spot> expected = {{2, {0, 3}}, {2, {4, 8}}, {2, {9, 15}}, {4, {5, 9}}};
+    EXPECT_EQ(spots, expected) << "neither what is hidden nor what is no picture's name";
+    EXPECT_EQ(NextSpot(spots, Spot(), false), expected[0]);
+    EXPECT_EQ(NextSpot(spots, Spot(), true), expected[3]);
+    EXPECT_EQ(NextSpot(spots, expected[1], false), expected[2]);
+    EXPECT_EQ(NextSpot(spots, expected[3], false), expected[0]);
+    EXPECT_EQ(NextSpot(spots, expected[0], true), expected[3]);
+    EXPECT_EQ(NextSpot({}, expected[0], false), Spot());
 }
 
 TEST(SpokenPage, SaysWhatIsShownAndWhereSomethingIsHidden)
