@@ -123,4 +123,4 @@ wait_for "the page" is_focused "$study"
 take picture-page "$study"
 
 xdotool key alt+F4
-wait_for_end
+wait_for_end 0

@@ -17,6 +17,7 @@
 #include <QIcon>
 #include <QPixmap>
 #include <QTimer>
+#include <QTranslator>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -39,8 +40,13 @@ int main(int argc, char *argv[])
     QApplication application(argc, argv);
     QGuiApplication::setDesktopFileName(u"org.kotoban.kotoban"_s); // by which some desktops find the icon
     application.setFont(UserInterfaceFont());
-    // Once the first window is there, and with its format named, or the toolkit would load all formats it knows.
-    QTimer::singleShot(0, &application, [] { QApplication::setWindowIcon(QPixmap(u":/kotoban.png"_s, "PNG")); });
+    QTranslator toolkitTexts;
+    QTimer::singleShot(0, &application, [&toolkitTexts] { // once the first window is there
+        // With its format named, or the toolkit would load all formats it knows.
+        QApplication::setWindowIcon(QPixmap(u":/kotoban.png"_s, "PNG"));
+        if (toolkitTexts.load(u":/qtbase_ja.qm"_s))
+            QApplication::installTranslator(&toolkitTexts);
+    });
 
     const CompositionGuard compositionGuard;
 

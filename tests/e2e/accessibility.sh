@@ -14,7 +14,12 @@ export QT_LINUX_ACCESSIBILITY_ALWAYS_ON=1
 
 screenshots=$work
 cp -R "$1" "$work/Kotoban"
-printf '水は[H2O]で[塩]だ\r\n終わり\r\n' | iconv -f UTF-8 -t CP932 >"$work/Kotoban/txt/0.txt"
+{
+    printf '水は[H2O]で[塩]だ\r\n'
+    printf '[%d]' {3..20} # so many that the program asks at the end
+    printf '\r\n｢図｣\r\n'
+} | iconv -f UTF-8 -t CP932 >"$work/Kotoban/txt/0.txt"
+convert -size 300x120 xc:white "$work/Kotoban/txt/図.png"
 
 names_are_there() {
     local tries
@@ -25,6 +30,12 @@ names_are_there() {
         sleep 0.2
     done
     fail "in $1: $(cat "$work/names")"
+}
+
+# Its buttons answer only when it has been seen for a while; on the page, a key too many uncovers an answer.
+question_is_answered() {
+    xdotool key Return
+    is_focused "$study"
 }
 
 page_says() {
@@ -43,7 +54,7 @@ study='^瞬記帳 Ver.*\[hanako\]$'
 names_are_there "the study window" "$study"
 
 wait_for "the text with its answers hidden" page_says '水は 空欄 で 空欄 だ'
-page_says '終わり' || fail "the second line is not told"
+page_says '｢図｣' || fail "the last line is not told"
 xdotool key Return
 wait_for "the first answer" page_says '水は H2O で 空欄 だ'
 xdotool key alt+i
@@ -54,5 +65,16 @@ xdotool key ctrl+f
 names_are_there "the search" '^キーワード検索$'
 xdotool key Escape
 wait_for "the study window" is_focused "$study"
+xdotool key ctrl+Left ctrl+space
+names_are_there "the picture" '^図$'
+xdotool key Escape
+wait_for "the study window" is_focused "$study"
+xdotool key Return
+wait_for "the second answer" page_says '水は H2O で 塩 だ'
+for ((i = 3; i <= 21; i++)); do
+    xdotool key Return
+done
+names_are_there "the question at the end" '^瞬記帳$'
+wait_for "the study window" question_is_answered
 xdotool key alt+F4
-wait_for_end
+wait_for_end 0

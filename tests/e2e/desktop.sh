@@ -65,7 +65,8 @@ shoot() {
 start_desktop() {
     # A server that resets itself when its last client leaves would take the window manager along that is just coming.
     Xvfb -displayfd 3 -screen 0 1280x900x24 -nolisten tcp -noreset 3>"$work/display" >/dev/null 2>&1 &
-    pids+=($!)
+    x_server=$!
+    pids+=("$x_server")
     wait_for "the X server" test -s "$work/display"
     DISPLAY=:$(cat "$work/display")
     export DISPLAY
@@ -89,12 +90,12 @@ start_program() {
     pids+=("$program")
 }
 
-# Waits for the end of the program, which must be a good one.
+# wait_for_end STATUS: waits for the end of the program, which must have that exit status.
 wait_for_end() {
     local status=0
     timeout 20 tail --pid="$program" -s 0.1 -f /dev/null || fail "the program did not end"
     wait "$program" || status=$?
-    [[ $status -eq 0 ]] || fail "the program ended with status $status"
+    [[ $status -eq $1 ]] || fail "the program ended with status $status"
     program=
 }
 

@@ -50,10 +50,13 @@ expect "backups" 1 "$(find "$application/db_backup" -name 'kotoban_*.splite3' | 
 expect "run log, in code page 932" "Kotoban.exe　Ver" \
     "$(iconv -f CP932 -t UTF-8 "$application/Kotoban_log.txt" | sed -n '1s/[0-9.]*\r$//p')"
 
-# Windows asks its programs to end in another way.
+# Windows asks its programs to end in another way and takes no display from them.
 if [[ ! -e $application/Kotoban.exe ]]; then
-    "$here/session.sh" "$application" "$work/screenshots" 0_session.txt --terminate
-    expect "a session that the end of the desktop's session has ended" "hanako|0_session|5|1" \
-        "$(query 'select user_name, file_name, num_answer, dt_end is not null from t_kotoban order by rowid desc limit 1')"
-    expect "user list" "hanako" "$(tr -d '\r' <"$application/ListUserName.txt")"
+    for how in signal display; do
+        "$here/session.sh" "$application" "$work/screenshots" 0_session.txt --end-by "$how"
+        expect "a session that ended by its $how" "hanako|0_session|5|1" "$(query 'select user_name, file_name,
+            num_answer, dt_end is not null from t_kotoban order by rowid desc limit 1')"
+        query 'delete from t_kotoban'
+        expect "user list" "hanako" "$(tr -d '\r' <"$application/ListUserName.txt")"
+    done
 fi

@@ -1,12 +1,13 @@
 #!/usr/bin/env bash
 # Uses the program on a virtual X server of its own as a learner would: a name, a study file, five answers, the end.
 #
-#     session.sh APPLICATION_FOLDER SCREENSHOT_FOLDER STUDY_FILE [--click X Y] [--terminate]
+#     session.sh APPLICATION_FOLDER SCREENSHOT_FOLDER STUDY_FILE [--click X Y] [--end-by HOW]
 #
 # STUDY_FILE is a name in the folder txt. X and Y are a place in the study window, in percent of its size, that is
-# clicked twice after the answers. With --terminate the program is asked to end by a signal, as at a logout, while its
-# file selection is open; else its window is closed. Prints the row that the session left in the database. With the
-# variable KOTOBAN_START, that command starts the program; the application folder may be one that only it makes.
+# clicked twice after the answers. HOW is what ends the session: the study window is closed (window, which it is without
+# the option), a signal asks the program to end, as at a logout, while its file selection is open (signal), or the X
+# server is gone (display). Prints the row that the session left in the database. With the variable KOTOBAN_START, that
+# command starts the program; the application folder may be one that only it makes.
 set -euo pipefail
 export LC_ALL=C.UTF-8
 
@@ -14,7 +15,7 @@ export LC_ALL=C.UTF-8
 source "$(dirname "$0")/desktop.sh"
 
 usage() {
-    printf 'usage: session.sh APPLICATION_FOLDER SCREENSHOT_FOLDER STUDY_FILE [--click X Y] [--terminate]\n' >&2
+    printf 'usage: session.sh APPLICATION_FOLDER SCREENSHOT_FOLDER STUDY_FILE [--click X Y] [--end-by HOW]\n' >&2
     exit 2
 }
 
@@ -25,7 +26,7 @@ screenshots=$(realpath "$2")
 study_file=$3
 shift 3
 click=()
-is_terminated=no
+end_by=window
 while [[ $# -gt 0 ]]; do
     case $1 in
         --click)
@@ -33,9 +34,10 @@ while [[ $# -gt 0 ]]; do
             click=("$2" "$3")
             shift 3
             ;;
-        --terminate)
-            is_terminated=yes
-            shift
+        --end-by)
+            [[ ${2:-} =~ ^(window|signal|display)$ ]] || usage
+            end_by=$2
+            shift 2
             ;;
         *) usage ;;
     esac
@@ -72,12 +74,20 @@ if [[ ${#click[@]} -eq 2 ]]; then
     shoot 06-click-again
 fi
 
-if [[ $is_terminated == yes ]]; then
-    xdotool key alt+o
-    wait_for "the file selection" is_focused '^ファイル選択 Ver'
-    kill -TERM "$program"
-else
-    xdotool key alt+F4
-fi
-wait_for_end
+case $end_by in
+    window)
+        xdotool key alt+F4
+        wait_for_end 0
+        ;;
+    signal)
+        xdotool key alt+o
+        wait_for "the file selection" is_focused '^ファイル選択 Ver'
+        kill -TERM "$program"
+        wait_for_end 0
+        ;;
+    display)
+        kill "$x_server"
+        wait_for_end 1
+        ;;
+esac
 sqlite3 -header -column "$application/db/kotoban.splite3" 'select * from t_kotoban order by rowid desc limit 1'
