@@ -99,12 +99,6 @@ xdotool key alt+i
 take settings '^設定$'
 xdotool key Escape
 wait_for "the page" is_focused "$study"
-xdotool key ctrl+f
-wait_for "the search" is_focused '^キーワード検索$'
-xdotool key Down
-take search '^キーワード検索$'
-xdotool key Escape
-wait_for "the page" is_focused "$study"
 
 # A fault in a file, and the question about it.
 printf '[apple りんご\r\n' | iconv -f UTF-8 -t CP932 >"$application/txt/英語の宿題.txt"
@@ -121,6 +115,17 @@ choose_row "$(row_of "$application" 図で覚える理科.txt)"
 xdotool key Return
 wait_for "the page" is_focused "$study"
 take picture-page "$study"
+xdotool key alt+o
+wait_for "the file selection" is_focused "$select"
+choose_row "$(row_of "$application" 英単語入門.txt)"
+xdotool key Return
+wait_for "the page" is_focused "$study"
+xdotool key ctrl+f
+wait_for "the search" is_focused '^キーワード検索$'
+xdotool key Down
+take search '^キーワード検索$'
+xdotool key Escape
+wait_for "the page" is_focused "$study"
 
 xdotool key alt+F4
 wait_for_end 0
