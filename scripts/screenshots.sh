@@ -7,8 +7,8 @@
 set -euo pipefail
 export LC_ALL=C.UTF-8
 cd "$(dirname "$0")/.."
-# shellcheck source=tests/e2e/desktop.sh
-source tests/e2e/desktop.sh
+# shellcheck source=scripts/desktop.sh
+source scripts/desktop.sh
 
 [[ $# -ge 2 ]] || { printf 'usage: screenshots.sh APPLICATION_FOLDER PICTURE_FOLDER [--dark] [--scale FACTOR]\n' >&2 && exit 2; }
 # A path that looks well in the pictures.

@@ -16,7 +16,7 @@ trial=/var/tmp/kotoban-trial
 hanako=kotoban-hanako
 taro=kotoban-taro
 taros_home="/home/学習者 太郎"
-# What the session in tests/e2e needs, on top of what the package brings along.
+# What the session in scripts/session.sh needs, on top of what the package brings along.
 tools=(xvfb openbox xdotool x11-utils imagemagick procps sqlite3)
 
 say() {
@@ -93,7 +93,7 @@ learners_files() {
 }
 
 mkdir -m 1777 "$trial"
-install -m 755 "$(dirname "$0")/../../tests/e2e/"{session,desktop}.sh "$trial/"
+install -m 755 "$(dirname "$0")/../../scripts/"{session,desktop}.sh "$trial/"
 useradd -m -s /bin/bash "$hanako"
 useradd -m -s /bin/bash -d "$taros_home" "$taro"
 

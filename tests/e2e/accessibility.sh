@@ -8,8 +8,8 @@ here=$(dirname "$(realpath "$0")")
 
 # A message bus of its own, on which the accessibility services start by themselves.
 [[ -n ${STUDY_BUS:-} ]] || exec dbus-run-session -- bash -c 'STUDY_BUS=$DBUS_SESSION_BUS_ADDRESS exec "$@"' - "$0" "$@"
-# shellcheck source=tests/e2e/desktop.sh
-source "$here/desktop.sh"
+# shellcheck source=scripts/desktop.sh
+source "$here/../../scripts/desktop.sh"
 export QT_LINUX_ACCESSIBILITY_ALWAYS_ON=1
 
 screenshots=$work
@@ -26,7 +26,7 @@ names_are_there() {
     wait_for "$1" is_focused "$2"
     # The program comes to the bus a little later than to the screen.
     for ((tries = 0; tries < 20; tries++)); do
-        "$here/accessibility.py" names >"$work/names" 2>&1 && return
+        "$here/../../scripts/accessibility.py" names >"$work/names" 2>&1 && return
         sleep 0.2
     done
     fail "in $1: $(cat "$work/names")"
@@ -39,7 +39,7 @@ question_is_answered() {
 }
 
 page_says() {
-    "$here/accessibility.py" page | grep -qxF -e "$1"
+    "$here/../../scripts/accessibility.py" page | grep -qxF -e "$1"
 }
 
 start_desktop

@@ -26,7 +26,7 @@ rm -f "$application"/{ListUserName,Kotoban_log}.txt "$application"/*.ini "$appli
 sqlite3 "$application/db/kotoban.splite3" 'delete from t_kotoban'
 cp "$here/0_session.txt" "$application/txt/"
 
-"$here/session.sh" "$application" "$work/screenshots" 0_session.txt --click 33 33
+"$here/../../scripts/session.sh" "$application" "$work/screenshots" 0_session.txt --click 33 33
 
 expect() {
     local what=$1 wanted=$2 found=$3
@@ -53,7 +53,7 @@ expect "run log, in code page 932" "Kotoban.exe　Ver" \
 # Windows asks its programs to end in another way and takes no display from them.
 if [[ ! -e $application/Kotoban.exe ]]; then
     for how in signal display; do
-        "$here/session.sh" "$application" "$work/screenshots" 0_session.txt --end-by "$how"
+        "$here/../../scripts/session.sh" "$application" "$work/screenshots" 0_session.txt --end-by "$how"
         expect "a session that ended by its $how" "hanako|0_session|5|1" "$(query 'select user_name, file_name,
             num_answer, dt_end is not null from t_kotoban order by rowid desc limit 1')"
         query 'delete from t_kotoban'

@@ -10,6 +10,7 @@
 #include "app/modMain.h"
 #include "platform/modFile.h"
 #include "settings/frmMsg.h"
+#include "support/RecordingDesktop.h"
 #include "text/modReadText.h"
 #include "view/frmText.h"
 #include "view/picText.h"
@@ -53,12 +54,14 @@ qint64 HeapBytes()
 }
 
 /// A silent desktop whose clock goes on by a second at each look, so that no two sessions begin at the same time.
-class FaultDesktop : public Desktop
+class FaultDesktop : public RecordingDesktop
 {
   public:
-    explicit FaultDesktop(int day) : m_now(QDate(2024, 1, 1).addDays(day), QTime(6, 0)) {}
+    explicit FaultDesktop(int day)
+    {
+        now = QDateTime(QDate(2024, 1, 1).addDays(day), QTime(6, 0));
+    }
 
-    void SetApplicationTitle(const QString &) override {}
     void ShowMessage(const QString &text) override
     {
         Say(u"message "_s + text.simplified());
@@ -67,22 +70,14 @@ class FaultDesktop : public Desktop
     {
         ShowMessage(text);
     }
-    void PlaySoundFile(const QString &) override {}
-    bool OpenWithShell(const QString &, const QString &) override
-    {
-        return true;
-    }
-    bool StartCommandLine(const QString &) override
-    {
-        return true;
-    }
+    void PlaySoundFile(const QString &) override {} // thousands of them would look like a leak
     QDateTime Now() const override
     {
-        return m_now = m_now.addSecs(1);
+        return m_next = m_next.isValid() ? m_next.addSecs(1) : now;
     }
 
   private:
-    mutable QDateTime m_now;
+    mutable QDateTime m_next;
 };
 
 /// Does the next thing whenever the windows wait for the learner.

@@ -7,6 +7,7 @@
 #include "store/modDB_SQLite.h"
 #include "support/DialogScript.h"
 #include "support/RecordingDesktop.h"
+#include "support/Rows.h"
 #include "support/TestFiles.h"
 #include "text/modCheckText.h"
 
@@ -21,21 +22,15 @@ using namespace Qt::Literals::StringLiterals;
 
 TEST(History, LinesHaveFieldsOfFixedWidth)
 {
-    const struct
-    {
-        const char *name;
-        qint64 seconds;
-        int answers;
-        QString line;
-    } rows[] = {
+    const Rows<const char *, qint64, int, QString> rows = {
         {"under a minute", 59, 5, u"09:08      　59秒   5問 英単語"_s},
         {"one second", 1, 5, u"09:08      　 1秒   5問 英単語"_s},
         {"a minute", 60, 12, u"09:08     1分 0秒  12問 英単語"_s},
         {"hours are minutes", 5999, 1234, u"09:08    99分59秒1234問 英単語"_s},
         {"digits that do not fit are lost", 60'000, 12345, u"09:08   000分 0秒2345問 英単語"_s},
     };
-    for (const auto &row : rows)
-        EXPECT_EQ(HistoryLine(u"09:08:07"_s, row.seconds, row.answers, u"英単語"_s), row.line) << row.name;
+    for (const auto &[name, seconds, answers, line] : rows)
+        EXPECT_EQ(HistoryLine(u"09:08:07"_s, seconds, answers, u"英単語"_s), line) << name;
     EXPECT_EQ(HoursMinutesSeconds(3909), u"1時間 5分 9秒"_s);
     EXPECT_EQ(HoursMinutesSeconds(59), u"0分 59秒"_s);
     EXPECT_EQ(HoursMinutesSeconds(360'000), u"100時間 0分 0秒"_s);
@@ -43,14 +38,10 @@ TEST(History, LinesHaveFieldsOfFixedWidth)
 
 TEST(History, InputsAreWholeWeeksAndRealDates)
 {
-    const struct
-    {
-        QString text;
-        int weeks;
-    } weeks[] = {{u"1"_s, 1},   {u"9999"_s, 9999}, {u"10000"_s, 0}, {u"0"_s, 0}, {u"-1"_s, 0},
-                 {u"1.5"_s, 0}, {QString(), 0},    {u"１"_s, 0},    {u" 2"_s, 0}};
-    for (const auto &row : weeks)
-        EXPECT_EQ(ReadWeeks(row.text), row.weeks) << row.text.toStdString();
+    const Rows<QString, int> weeks = {{u"1"_s, 1},   {u"9999"_s, 9999}, {u"10000"_s, 0}, {u"0"_s, 0}, {u"-1"_s, 0},
+                                      {u"1.5"_s, 0}, {QString(), 0},    {u"１"_s, 0},    {u" 2"_s, 0}};
+    for (const auto &[text, count] : weeks)
+        EXPECT_EQ(ReadWeeks(text), count) << text.toStdString();
     EXPECT_EQ(DateFromText(u"2024/02/29"), QDate(2024, 2, 29));
     for (const QString &text : {u"2023/02/29"_s, u"2024/2/9"_s, u"2024-02-29"_s, u"2024/02/2"_s, u"/-1//01/01"_s,
                                 u"２０２４/02/02"_s, u"0000/01/01"_s, QString()})

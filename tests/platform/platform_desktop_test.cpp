@@ -1,6 +1,7 @@
 // What of platform/ is different where the system is not Windows.
 #include "platform/modProcess.h"
 #include "platform/modProfile.h"
+#include "support/Rows.h"
 #include "support/TestFiles.h"
 
 #include <QTest>
@@ -23,12 +24,7 @@ TEST(Process, StartsAProgramWhosePathHoldsBlanksAndPassesTheFileWhole)
 
 TEST(Profile, WritesOneLineAndKeepsEveryOtherByte)
 {
-    const struct
-    {
-        const char *name;
-        QByteArray before;
-        QByteArray after;
-    } rows[] = {
+    const Rows<const char *, QByteArray, QByteArray> rows = {
         {"no file content", "", "[setting]\r\nKey=new\r\n"},
         {"no section", "x=1", "x=1\r\n[setting]\r\nKey=new\r\n"},
         {"key replaced in place", "[a]\n\n[setting]\nkey = old \r\n;\x93\xFA\n[b]\nKey=1\n",
@@ -38,10 +34,10 @@ TEST(Profile, WritesOneLineAndKeepsEveryOtherByte)
         {"no line end at the file's end", "[setting]\r\na=1", "[setting]\r\na=1\r\nKey=new\r\n"},
     };
     const TestFolder folder;
-    for (const auto &row : rows) {
-        const QString path = folder.Write(u"a.ini"_s, row.before);
-        EXPECT_TRUE(WriteProfile(path, u"setting"_s, u"Key"_s, u"new"_s)) << row.name;
-        EXPECT_EQ(folder.Read(u"a.ini"_s), row.after) << row.name;
+    for (const auto &[name, before, after] : rows) {
+        const QString path = folder.Write(u"a.ini"_s, before);
+        EXPECT_TRUE(WriteProfile(path, u"setting"_s, u"Key"_s, u"new"_s)) << name;
+        EXPECT_EQ(folder.Read(u"a.ini"_s), after) << name;
     }
     EXPECT_FALSE(WriteProfile(folder.Path(u"no folder/a.ini"_s), u"s"_s, u"k"_s, u"v"_s));
 }

@@ -7,6 +7,7 @@
 #include "platform/modSpeechScript.h"
 #include "platform/modWindowMessage.h"
 #include "support/RecordingDesktop.h"
+#include "support/Rows.h"
 #include "support/TestFiles.h"
 
 #include <gmock/gmock.h>
@@ -16,12 +17,7 @@ using namespace Qt::Literals::StringLiterals;
 
 TEST(CodePage, DecodesAsWindowsDoes)
 {
-    const struct
-    {
-        const char *name;
-        QByteArray bytes;
-        QString text;
-    } rows[] = {
+    const Rows<const char *, QByteArray, QString> rows = {
         {"backslash stays one", "a\\b~", u"a\\b~"_s},
         {"wave dash is the full-width tilde", "\x81\x60", u"～"_s},
         {"minus sign is the full-width one", "\x81\x7C", u"－"_s},
@@ -34,17 +30,13 @@ TEST(CodePage, DecodesAsWindowsDoes)
         {"bytes that Windows keeps to itself", "\x80\xA0\xFD\xFF", u"\uFFFD\uFFFD\uFFFD\uFFFD"_s},
         {"NUL", QByteArray("a\0b", 3), u"a\0b"_s},
     };
-    for (const auto &row : rows)
-        EXPECT_EQ(FromCodePage932(row.bytes), row.text) << row.name;
+    for (const auto &[name, bytes, text] : rows)
+        EXPECT_EQ(FromCodePage932(bytes), text) << name;
 }
 
 TEST(CodePage, EncodesAndCountsWhatItLacksAsOneQuestionMark)
 {
-    const struct
-    {
-        QString text;
-        QByteArray bytes;
-    } rows[] = {
+    const Rows<QString, QByteArray> rows = {
         {u"漢字kana ｶﾅ"_s, "\x8A\xBF\x8E\x9Akana \xB6\xC5"},
         {u"é"_s, "?"},
         {u"a😀b"_s, "a?b"},
@@ -52,9 +44,9 @@ TEST(CodePage, EncodesAndCountsWhatItLacksAsOneQuestionMark)
         {u"\0"_s, QByteArray("\0", 1)},
         {u"≒∪"_s, "\x81\xE0\x81\xBE"}, // each has two codes; the one that Windows writes
     };
-    for (const auto &row : rows) {
-        EXPECT_EQ(ToCodePage932(row.text), row.bytes);
-        EXPECT_EQ(GetByteLength(row.text), row.bytes.size());
+    for (const auto &[text, bytes] : rows) {
+        EXPECT_EQ(ToCodePage932(text), bytes);
+        EXPECT_EQ(GetByteLength(text), bytes.size());
     }
 }
 
@@ -78,13 +70,7 @@ TEST(CodePage, EveryCharacterThatIsDecodedIsEncodedAgain)
 TEST(CommandLine, IsReadAsWindowsReadsIt)
 {
     const auto isProgram = [](const QString &name) { return name == u"/opt/my tools/ed" || name == u"ed"; };
-    const struct
-    {
-        const char *name;
-        QString line;
-        QString program;
-        QStringList arguments;
-    } rows[] = {
+    const Rows<const char *, QString, QString, QStringList> rows = {
         {"file in quotes", u"ed \"a b.txt\""_s, u"ed"_s, {u"a b.txt"_s}},
         {"option and file", u"ed -Y=12 \"a.txt\""_s, u"ed"_s, {u"-Y=12"_s, u"a.txt"_s}},
         {"unquoted program with a blank", u"/opt/my tools/ed \"x\""_s, u"/opt/my tools/ed"_s, {u"x"_s}},
@@ -96,10 +82,10 @@ TEST(CommandLine, IsReadAsWindowsReadsIt)
         {"empty argument", u"ed \"\""_s, u"ed"_s, {QString()}},
         {"nothing but blanks", u"  "_s, QString(), {}},
     };
-    for (const auto &row : rows) {
-        const CommandLine command = ParseCommandLine(row.line, isProgram);
-        EXPECT_EQ(command.program, row.program) << row.name;
-        EXPECT_EQ(command.arguments, row.arguments) << row.name;
+    for (const auto &[name, line, program, arguments] : rows) {
+        const CommandLine command = ParseCommandLine(line, isProgram);
+        EXPECT_EQ(command.program, program) << name;
+        EXPECT_EQ(command.arguments, arguments) << name;
     }
 }
 
@@ -181,20 +167,15 @@ TEST(File, IsReplacedWholeOrNotAtAll)
 TEST(SpeechScript, IsReadAndNeverRun)
 {
     const QByteArray head = "var tts = WScript.CreateObject(\"SAPI.SpVoice\");\r\ntts.Speak(\"";
-    const struct
-    {
-        const char *name;
-        QByteArray script;
-        QString text;
-    } rows[] = {
+    const Rows<const char *, QByteArray, QString> rows = {
         {"a word", head + "word\");\r\n", u"word"_s},
         {"quotes and backslashes are only text", head + "a\");x.Run(\"rm\\\");\r\n", u"a\");x.Run(\"rm\\"_s},
         {"any other script", "WScript.Echo(1);\r\n", QString()},
         {"a third line", head + "a\");\r\nx();\r\n", QString()},
         {"cut off", head, QString()},
     };
-    for (const auto &row : rows)
-        EXPECT_EQ(SpokenText(row.script), row.text) << row.name;
+    for (const auto &[name, script, text] : rows)
+        EXPECT_EQ(SpokenText(script), text) << name;
     EXPECT_EQ(SpeechArguments(u"--help"_s, u"-l"_s), QStringList({u"-l"_s, u"en"_s, u"--"_s, u"--help"_s}));
     EXPECT_EQ(SpeechArguments(u"abc漢"_s, u"-v"_s), QStringList({u"-v"_s, u"ja"_s, u"--"_s, u"abc漢"_s}));
 }

@@ -1,4 +1,5 @@
 #include "search/frmSearch.h"
+#include "support/Rows.h"
 #include "support/StudyText.h"
 #include "support/TestFiles.h"
 #include "text/modInflection.h"
@@ -16,11 +17,7 @@ using namespace Qt::Literals::StringLiterals;
 
 TEST(CandidateForms, FollowTheRulesInTheirOrder)
 {
-    const struct
-    {
-        const char16_t *word;
-        const char16_t *forms;
-    } rows[] = {
+    const Rows<const char16_t *, const char16_t *> rows = {
         {u"stopped", u"stopped stoppe stopp stop"},
         {u"cities", u"cities citie citi city"},
         {u"making", u"making mak make"},
@@ -40,8 +37,8 @@ TEST(CandidateForms, FollowTheRulesInTheirOrder)
         {u"added", u"added adde add"},
         {u"Xes", u"Xes Xe X"},
     };
-    for (const auto &row : rows)
-        EXPECT_EQ(CandidateForms(QString::fromUtf16(row.word)).join(u' '), QString::fromUtf16(row.forms));
+    for (const auto &[word, forms] : rows)
+        EXPECT_EQ(CandidateForms(QString::fromUtf16(word)).join(u' '), QString::fromUtf16(forms));
 }
 
 TEST(MatchWords, TakesTheFirstCandidateOfTheSortedList)

@@ -1,6 +1,7 @@
 #include "settings/frmMsg.h"
 #include "support/DialogScript.h"
 #include "support/RecordingDesktop.h"
+#include "support/Rows.h"
 #include "support/TestFiles.h"
 
 #include <QPushButton>
@@ -51,20 +52,15 @@ TEST_F(MsgTest, TakesNoAnswerBeforeItsTimerHasFired)
 
 TEST_F(MsgTest, ShowsTheButtonsOfItsStyleInTheMiddle)
 {
-    const struct
-    {
-        int style;
-        QString ok;
-        bool hasCancel;
-    } rows[] = {
+    const Rows<int, QString, bool> rows = {
         {MsgStyle::Ok, u"OK"_s, false}, {MsgStyle::OkCancel, u"OK"_s, true}, {MsgStyle::YesNo, u"はい"_s, true}};
-    for (const auto &row : rows) {
+    for (const auto &[style, ok, hasCancel] : rows) {
         script.Click(u"frmMsg"_s, u"cmdOK"_s);
-        EXPECT_EQ(Show(u"短い"_s, row.style,
+        EXPECT_EQ(Show(u"短い"_s, style,
                        [&] {
-                           EXPECT_EQ(Button(u"cmdOK")->text(), row.ok);
-                           EXPECT_EQ(Button(u"cmdCancel")->isVisible(), row.hasCancel);
-                           const QRect buttons = row.hasCancel
+                           EXPECT_EQ(Button(u"cmdOK")->text(), ok);
+                           EXPECT_EQ(Button(u"cmdCancel")->isVisible(), hasCancel);
+                           const QRect buttons = hasCancel
                                                      ? Button(u"cmdOK")->geometry() | Button(u"cmdCancel")->geometry()
                                                      : Button(u"cmdOK")->geometry();
                            EXPECT_NEAR(buttons.left(), dialog.width() - 1 - buttons.right(), 1);

@@ -3,6 +3,7 @@
 #include "settings/modSettings.h"
 #include "settings/modSpeech.h"
 #include "support/RecordingDesktop.h"
+#include "support/Rows.h"
 #include "support/TestFiles.h"
 
 #include <gtest/gtest.h>
@@ -11,12 +12,7 @@ using namespace Qt::Literals::StringLiterals;
 
 TEST(CharCode, IsToldFromTheBytes)
 {
-    const struct
-    {
-        const char *name;
-        QByteArray bytes;
-        const char *code;
-    } rows[] = {
+    const Rows<const char *, QByteArray, const char *> rows = {
         {"nothing", "", "ASCII"},
         {"plain text", "abc [def]\r\n", "ASCII"},
         {"little-endian mark", "\xFF\xFE\x61", "UTF16_LE"},
@@ -44,18 +40,13 @@ TEST(CharCode, IsToldFromTheBytes)
         {"valid as both, more bytes as EUC", "\xB1\xB2\xB3\xB4 ", "EUC"},
         {"valid as both, a tie", "\xE0\xA1\xE0\xA2 ", "SJIS"},
     };
-    for (const auto &row : rows)
-        EXPECT_EQ(GetCharCodeName(row.bytes), QString::fromLatin1(row.code)) << row.name;
+    for (const auto &[name, bytes, code] : rows)
+        EXPECT_EQ(GetCharCodeName(bytes), QString::fromLatin1(code)) << name;
 }
 
 TEST(Settings, OutOfRangeValuesAreRepairedWithAMessage)
 {
-    const struct
-    {
-        const char *name;
-        QByteArray line;
-        QStringList messages;
-    } rows[] = {
+    const Rows<const char *, QByteArray, QStringList> rows = {
         {"size between", "FontSize=10", {OutOfRangeMessage(u"フォントサイズ："_s, u"10"_s, u"9.75"_s)}},
         {"size offered", "Fontsize=11.25", {}},
         {"size that is no number", "FontSize=big", {OutOfRangeMessage(u"フォントサイズ："_s, u"big"_s, u"9.75"_s)}},
@@ -71,12 +62,12 @@ TEST(Settings, OutOfRangeValuesAreRepairedWithAMessage)
         {"missing editor", "TextEditor=/no/such.exe", {EditorMissingMessage(u"/no/such.exe"_s)}},
     };
     const TestFolder folder;
-    for (const auto &row : rows) {
-        const SettingsFile file(folder.Write(u"a.ini"_s, "[setting]\r\n" + row.line + "\r\n"));
+    for (const auto &[name, line, expected] : rows) {
+        const SettingsFile file(folder.Write(u"a.ini"_s, "[setting]\r\n" + line + "\r\n"));
         QStringList messages;
         const Settings settings = file.Read(DefaultSettings(), UpperBounds(300), &messages);
-        EXPECT_EQ(messages, row.messages) << row.name;
-        EXPECT_TRUE(IsFontSizeOffered(settings.FontSize) && IsEditorUsable(settings.TextEditor)) << row.name;
+        EXPECT_EQ(messages, expected) << name;
+        EXPECT_TRUE(IsFontSizeOffered(settings.FontSize) && IsEditorUsable(settings.TextEditor)) << name;
     }
     EXPECT_EQ(OutOfRangeMessage(u"行間："_s, u"7"_s, u"4"_s),
               u"iniファイルの設定値が範囲外でした。\r\n    行間：7\r\nデフォルト値4に設定します。\r\n"_s);
@@ -111,18 +102,14 @@ TEST(Settings, AreWrittenUnderTheirOwnSpellingsAndReadBack)
 
 TEST(Editor, KnownEditorsAreGivenTheLine)
 {
-    const struct
-    {
-        QString editor;
-        QString commandLine;
-    } rows[] = {
+    const Rows<QString, QString> rows = {
         {u"notepad.exe"_s, u"notepad.exe \"C:\\a b\\x.txt\""_s},
         {u"C:\\Tools\\Sakura.EXE"_s, u"C:\\Tools\\Sakura.EXE -Y=12 \"C:\\a b\\x.txt\""_s},
         {u"C:\\sakura.exe\\hidemaru.exe"_s, u"C:\\sakura.exe\\hidemaru.exe /j12 \"C:\\a b\\x.txt\""_s},
         {u"TeraPad.exe"_s, u"TeraPad.exe /j=12 \"C:\\a b\\x.txt\""_s},
     };
-    for (const auto &row : rows)
-        EXPECT_EQ(EditorCommandLine(row.editor, u"C:\\a b\\x.txt"_s, 12), row.commandLine);
+    for (const auto &[editor, commandLine] : rows)
+        EXPECT_EQ(EditorCommandLine(editor, u"C:\\a b\\x.txt"_s, 12), commandLine);
 
     RecordingDesktop desktop;
     desktop.startsPrograms = false;

@@ -1,3 +1,4 @@
+#include "support/Rows.h"
 #include "support/StudyText.h"
 #include "support/TestFiles.h"
 #include "text/modCheckText.h"
@@ -22,11 +23,7 @@ QStringList Texts(const StudyLines &lines)
 
 TEST(ReadAllLines, EndsALineAtEachKindOfLineEndAndMakesUpNone)
 {
-    const struct
-    {
-        QByteArray bytes;
-        QStringList lines;
-    } rows[] = {
+    const Rows<QByteArray, QStringList> rows = {
         {"", {}},
         {"\r\n", {QString()}},
         {"a\r\nb", {u"a"_s, u"b"_s}},
@@ -35,10 +32,10 @@ TEST(ReadAllLines, EndsALineAtEachKindOfLineEndAndMakesUpNone)
         {"a\n\rb", {u"a"_s, QString(), u"b"_s}},
         {QByteArray("a\0b\r\n", 5), {u"a\0b"_s}},
     };
-    for (const auto &row : rows) {
+    for (const auto &[bytes, expected] : rows) {
         StudyLines lines;
-        ReadAllLines(row.bytes, ExpandTabs::No, &lines);
-        EXPECT_EQ(Texts(lines), row.lines);
+        ReadAllLines(bytes, ExpandTabs::No, &lines);
+        EXPECT_EQ(Texts(lines), expected);
     }
 }
 
@@ -78,30 +75,25 @@ TEST(CheckBrackets, MustPairUpAndTakeTurns)
         Count,
         Order
     };
-    const struct
-    {
-        QString line;
-        Fault fault;
-    } rows[] = {
+    const Rows<QString, Fault> rows = {
         {u"no brackets"_s, NoFault}, {u"[]"_s, NoFault},      {u"[a] [b]"_s, NoFault},
         {u"［a"_s, NoFault},         {u"[a"_s, Count},        {u"a]"_s, Count},
         {u"] word ["_s, Order},      {u"[a [b] c]"_s, Order}, {u"[a] ] [ [b]"_s, Order},
         {u"[a]["_s, Count},
     };
-    for (const auto &row : rows) {
+    for (const auto &[line, fault] : rows) {
         QString message;
         int errorLine = 0;
-        const StudyLines lines = LinesOf({u"[ok]"_s, row.line, u"[also wrong"_s});
-        if (row.fault == Order) {
-            EXPECT_FALSE(IsBracketOrderValid(row.line));
+        const StudyLines lines = LinesOf({u"[ok]"_s, line, u"[also wrong"_s});
+        if (fault == Order) {
+            EXPECT_FALSE(IsBracketOrderValid(line));
             EXPECT_FALSE(CheckBracketOrder(lines, &message, &errorLine));
-            EXPECT_EQ(message, BracketOrderMessage(2, row.line));
+            EXPECT_EQ(message, BracketOrderMessage(2, line));
         } else {
             EXPECT_FALSE(CheckBracketCount(lines, &message, &errorLine));
-            EXPECT_EQ(message,
-                      row.fault == Count ? BracketCountMessage(2, row.line) : BracketCountMessage(3, u"[also wrong"));
+            EXPECT_EQ(message, fault == Count ? BracketCountMessage(2, line) : BracketCountMessage(3, u"[also wrong"));
         }
-        EXPECT_EQ(errorLine, row.fault == NoFault ? 3 : 2) << row.line.toStdString();
+        EXPECT_EQ(errorLine, fault == NoFault ? 3 : 2) << line.toStdString();
     }
     EXPECT_EQ(BracketCountMessage(3, u"[a"), u"次の行で[の数と]の数が不一致です。\r\n\r\n3行目：[a\r\n\r\n"
                                              u"[の数と]の数を一致させてから，瞬記帳に読み込ませてください。\r\n\r\n"_s);
@@ -112,13 +104,7 @@ TEST(CheckBrackets, MustPairUpAndTakeTurns)
 
 TEST(ReadTextFile, RefusesAsOneEvent)
 {
-    const struct
-    {
-        const char *name;
-        QByteArray bytes;
-        QString message;
-        int errorLine;
-    } rows[] = {
+    const Rows<const char *, QByteArray, QString, int> rows = {
         {"EUC", "\xC6\xFC\xCB\xDC\xB8\xEC\xA4\xCE\r\n", WrongCharCodeMessage(u"week1"_s, u"EUC"_s), 1},
         {"UTF-16", "\xFF\xFE[\0", WrongCharCodeMessage(u"week1"_s, u"UTF16_LE"_s), 1},
         {"second line one byte too long", "a\r\n" + QByteArray(97, 'b') + "\t\t\r\n",
@@ -129,15 +115,15 @@ TEST(ReadTextFile, RefusesAsOneEvent)
         {"order", "ok\r\n]a[", BracketOrderMessage(2, u"]a["), 2},
     };
     const TestFolder folder;
-    for (const auto &row : rows) {
-        const QString path = folder.Write(u"week1.rev2.txt"_s, row.bytes);
+    for (const auto &[name, bytes, expected, expectedLine] : rows) {
+        const QString path = folder.Write(u"week1.rev2.txt"_s, bytes);
         StudyLines lines = LinesOf({u"old"_s});
         QString message = u"old"_s;
         int errorLine = 99;
-        EXPECT_FALSE(ReadTextFile(path, MaxLineBytes, &lines, &message, &errorLine)) << row.name;
-        EXPECT_EQ(message, row.message) << row.name;
-        EXPECT_EQ(errorLine, row.errorLine) << row.name;
-        EXPECT_EQ(lines.Count(), 0) << row.name;
+        EXPECT_FALSE(ReadTextFile(path, MaxLineBytes, &lines, &message, &errorLine)) << name;
+        EXPECT_EQ(message, expected) << name;
+        EXPECT_EQ(errorLine, expectedLine) << name;
+        EXPECT_EQ(lines.Count(), 0) << name;
     }
     StudyLines lines;
     QString message;
@@ -153,12 +139,7 @@ TEST(ReadTextFile, RefusesAsOneEvent)
 
 TEST(ReadTextFile, AcceptsAndExpandsTabs)
 {
-    const struct
-    {
-        const char *name;
-        QByteArray bytes;
-        QStringList lines;
-    } rows[] = {
+    const Rows<const char *, QByteArray, QStringList> rows = {
         {"empty file", "", {}},
         {"one tab in 99 bytes", QByteArray(98, 'a') + "\t\r\n", {QString(98, u'a') + u"  "_s}},
         {"last character double-byte and no line end", "[\x93\xFA\x96{", {u"[日本"_s}},
@@ -166,12 +147,12 @@ TEST(ReadTextFile, AcceptsAndExpandsTabs)
         {"control characters", QByteArray("a\0\x1A[b]", 6), {u"a\0\x1A[b]"_s}},
     };
     const TestFolder folder;
-    for (const auto &row : rows) {
+    for (const auto &[name, bytes, expected] : rows) {
         StudyLines lines;
         QString message;
-        EXPECT_TRUE(CheckTextEncoding(u"/x/a.txt"_s, row.bytes, &message)) << row.name;
-        ReadAllLines(row.bytes, ExpandTabs::Yes, &lines);
-        EXPECT_EQ(Texts(lines), row.lines) << row.name;
+        EXPECT_TRUE(CheckTextEncoding(u"/x/a.txt"_s, bytes, &message)) << name;
+        ReadAllLines(bytes, ExpandTabs::Yes, &lines);
+        EXPECT_EQ(Texts(lines), expected) << name;
     }
     StudyLines lines;
     QString message = u"old"_s;
@@ -189,17 +170,13 @@ TEST(ReadTextFile, AcceptsAndExpandsTabs)
 
 TEST(GetFileTitle, StandsBetweenTheFolderAndTheFirstDot)
 {
-    const struct
-    {
-        QString path;
-        QString title;
-    } rows[] = {
+    const Rows<QString, QString> rows = {
         {u"C:\\txt\\a.b.txt"_s, u"a"_s}, {u"/txt/week1.rev2.txt"_s, u"week1"_s}, {u"/txt/noext"_s, u"noext"_s},
         {u"a.txt"_s, QString()},         {u"C:\\txt\\"_s, u"txt\\"_s},           {u"/txt/.a"_s, QString()},
         {QString(), QString()},
     };
-    for (const auto &row : rows)
-        EXPECT_EQ(GetFileTitle(row.path), row.title) << row.path.toStdString();
+    for (const auto &[path, title] : rows)
+        EXPECT_EQ(GetFileTitle(path), title) << path.toStdString();
 }
 
 TEST(DisplayText, KeepsColumnsAndNumbersTheBlanksInFileOrder)
@@ -233,16 +210,12 @@ TEST(DisplayText, KeepsColumnsAndNumbersTheBlanksInFileOrder)
 
 TEST(PictureName, IsCheckedByLineAndByName)
 {
-    const struct
-    {
-        QString line;
-        bool isValid;
-    } lines[] = {
+    const Rows<QString, bool> lines = {
         {u"none"_s, true}, {u"｣ alone"_s, true}, {u"｢a｣ ｢b｣"_s, true}, {u"｢｢a｣｣"_s, true},
         {u"｢a"_s, false},  {u"｣a｢"_s, false},    {u"｢a｣｢"_s, false},
     };
-    for (const auto &row : lines)
-        EXPECT_EQ(IsPictureLineValid(row.line), row.isValid) << row.line.toStdString();
+    for (const auto &[line, isValid] : lines)
+        EXPECT_EQ(IsPictureLineValid(line), isValid) << line.toStdString();
     for (const QChar forbidden : u"!\"#$%&'+?*/\\., \t｣"_s)
         EXPECT_FALSE(IsPictureNameValid(QString(u"a"_s + forbidden)));
     EXPECT_TRUE(IsPictureNameValid(u"図1-2（水）"));

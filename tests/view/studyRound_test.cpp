@@ -1,3 +1,4 @@
+#include "support/Rows.h"
 #include "support/StudyText.h"
 #include "support/TestFiles.h"
 #include "view/modPageText.h"
@@ -153,14 +154,7 @@ TEST(HitTest, HitsStrictlyInsideABox)
 {
     const DisplayText text = Text({u"-"_s, u"[a][bb] [c]"_s, u"[d]"_s}); // boxes at cells 0-3, 3-7, 8-11
     ASSERT_EQ(Layout.TextLeftPx(), 60);
-    const struct
-    {
-        const char *name;
-        int x;
-        int y;
-        int topLine;
-        int blank;
-    } rows[] = {
+    const Rows<const char *, int, int, int, int> rows = {
         {"inside", 75, 30, 1, 1},
         {"left edge", 60, 30, 1, 0},
         {"just inside it", 61, 30, 1, 1},
@@ -175,8 +169,8 @@ TEST(HitTest, HitsStrictlyInsideABox)
         {"next row", 75, 25, 2, 4},
         {"below the last line", 75, 65, 1, 0},
     };
-    for (const auto &row : rows)
-        EXPECT_EQ(HitTest(text, row.x, row.y, row.topLine, Layout), row.blank) << row.name;
+    for (const auto &[name, x, y, topLine, blank] : rows)
+        EXPECT_EQ(HitTest(text, x, y, topLine, Layout), blank) << name;
     EXPECT_EQ(HitTest(DisplayText(), 75, 30, 1, Layout), 0);
 }
 

@@ -81,7 +81,7 @@ start_desktop() {
 start_program() {
     local command=("${KOTOBAN_START:-$1/Kotoban}")
     if [[ -e $1/Kotoban.exe ]]; then
-        wine=$(dirname "$(realpath "${BASH_SOURCE[0]}")")/../../scripts/wine
+        wine=$(dirname "$(realpath "${BASH_SOURCE[0]}")")/wine
         "$wine" --end
         command=(env -u QT_QPA_PLATFORM "$wine" "$1/Kotoban.exe")
     fi

@@ -11,7 +11,7 @@
 set -euo pipefail
 export LC_ALL=C.UTF-8
 
-# shellcheck source=tests/e2e/desktop.sh
+# shellcheck source=scripts/desktop.sh
 source "$(dirname "$0")/desktop.sh"
 
 usage() {
