@@ -45,6 +45,7 @@ History ReadHistory(StudyDatabase &database, const QDate &endDate, int weeks, co
         history.lines +=
             HistoryLine(startTime, seconds, answers, database.SQLite3GetColumn(table, row, u"file_name"_s));
     }
+    // The total is the plain sum of all rows, and that is meant: a session of less than no time lessens it.
     history.totalTime = HoursMinutesSeconds(qMax(qint64(0), DBSumTimeKotoban(database, endDate, dayCount, userName)));
     history.totalAnswers = QString::number(DBSumAnsKotoban(database, endDate, dayCount, userName));
     return history;

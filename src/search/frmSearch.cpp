@@ -71,13 +71,12 @@ frmSearch::frmSearch(KeywordSearch &search, QWidget *owner)
     lstKeyword->setMinimumSize(280, 320);
     auto *const cmdNext = new QPushButton(u"次へ(F3)"_s, this);
     cmdNext->setObjectName(u"cmdNext"_s);
-    cmdNext->setDefault(true);
+    cmdNext->setDefault(true); // Enter in the list reaches it too
     auto *const cmdBack = new QPushButton(u"前へ(Shift+F3)"_s, this);
     cmdBack->setObjectName(u"cmdBack"_s);
     cmdBack->setAutoDefault(false);
     connect(txtSearch, &QLineEdit::textChanged, this, &frmSearch::txtSearch_Change);
     connect(lstKeyword, &QListView::clicked, this, &frmSearch::lstKeyword_Click);
-    connect(lstKeyword, &QListView::activated, this, &frmSearch::lstKeyword_Click);
     connect(cmdNext, &QPushButton::clicked, this, [this] { GoOn(false); });
     connect(cmdBack, &QPushButton::clicked, this, [this] { GoOn(true); });
     connect(new QShortcut(Qt::Key_F3, this), &QShortcut::activated, this, [this] { GoOn(false); });

@@ -88,7 +88,7 @@ std::vector<PictureReference> PictureReferences(QStringView line)
     for (const qsizetype start : PositionsOf(line, OpeningCorner)) {
         const qsizetype end = line.indexOf(ClosingCorner, start);
         const QStringView name = line.sliced(start + 1, end - start - 1).trimmed();
-        if (IsPictureNameValid(name))
+        if (!name.isEmpty() && IsPictureNameValid(name))
             references.push_back({start, end - start + 1, name.toString()});
     }
     return references;

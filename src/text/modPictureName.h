@@ -35,7 +35,7 @@ struct PictureReference
     QString name;
 };
 
-/// The references of a line in order; none when line or name are not valid.
+/// The references of a line in order; none when line or name are not valid, or the name is empty.
 std::vector<PictureReference> PictureReferences(QStringView line);
 
 /// The name of the picture that a place in a line refers to: the place lies on the reference or on its corner brackets,

@@ -129,16 +129,25 @@ void frmText::AddControls()
 void frmText::AddShortcuts()
 {
     const auto add = [this](const QKeySequence &keys, const std::function<void()> &action) {
-        connect(new QShortcut(keys, this), &QShortcut::activated, this, action);
+        auto *const shortcut = new QShortcut(keys, this);
+        connect(shortcut, &QShortcut::activated, this, action);
+        return shortcut;
     };
+    // A key that is held down goes on moving, but clicks only once.
+    const auto addClick = [&add](const QKeySequence &keys, const std::function<void()> &action) {
+        add(keys, action)->setAutoRepeat(false);
+    };
+    addClick(Qt::Key_F1, [this] { cmdDispHowToUse_Click(); });
     add(QKeySequence::Find, [this] { cmdSearch_Click(); });
     add(Qt::Key_F3, [this] { GoOnSearching(false); });
     add(Qt::SHIFT | Qt::Key_F3, [this] { GoOnSearching(true); });
     add(Qt::CTRL | Qt::Key_Right, [this] { ChooseSpot(false); });
     add(Qt::CTRL | Qt::Key_Left, [this] { ChooseSpot(true); });
-    add(Qt::CTRL | Qt::Key_Space, [this] { ClickSpot(Qt::LeftButton, false); });
-    add(Qt::CTRL | Qt::Key_L, [this] { ClickSpot(Qt::LeftButton, true); });
-    add(Qt::CTRL | Qt::Key_H, [this] { ClickSpot(Qt::RightButton, false); });
+    addClick(Qt::CTRL | Qt::Key_Space, [this] { ClickSpot(); });
+    addClick(Qt::CTRL | Qt::Key_H, [this] { picText_MouseDown(Qt::RightButton, 0, 0); });
+    addClick(Qt::CTRL | Qt::Key_L, [this] { ClickLineNumber(picText->ChosenSpot().line); });
+    add(Qt::CTRL | Qt::SHIFT | Qt::Key_Down, [this] { ClickLineNumber(m_round.lngMarkLine + 1); });
+    add(Qt::CTRL | Qt::SHIFT | Qt::Key_Up, [this] { ClickLineNumber(m_round.lngMarkLine - 1); });
     add(Qt::CTRL | Qt::Key_Down, [this] { VScroll->setValue(VScroll->value() + 1); });
     add(Qt::CTRL | Qt::Key_Up, [this] { VScroll->setValue(VScroll->value() - 1); });
 }
@@ -282,6 +291,8 @@ void frmText::SetUpScrollBar()
     VScroll->setPageStep(layout.LargeChange());
     VScroll->setEnabled(canScroll);
     VScroll->setVisible(canScroll);
+    if (!IsInView(picText->ChosenSpot().line))
+        picText->SetSpot(Spot()); // what is not seen must not be clicked
     ShowProgress();
 }
 
@@ -290,6 +301,11 @@ PageInView frmText::Page() const
     const PageLayout &layout = picText->Layout();
     return {VScroll->value(), layout.RowsPerPage(), layout.LargeChange(), VScroll->maximum(),
             VScroll->isEnabled() && !VScroll->isHidden()};
+}
+
+bool frmText::IsInView(int line) const
+{
+    return line >= VScroll->value() && line < VScroll->value() + picText->Layout().RowsPerPage();
 }
 
 void frmText::VScroll_Change()
@@ -598,9 +614,7 @@ void frmText::ShowPlace(const Place &place, const QString &wanted)
     picText->SetMark(place);
     lblKeyword->setText(place.line == 0 ? QString(wanted + u"はありません"_s) : wanted);
     lblKeyword->show();
-    const int topLine = VScroll->value();
-    const bool isInView = place.line >= topLine && place.line < topLine + picText->Layout().RowsPerPage();
-    if (place.line > 0 && !isInView)
+    if (place.line > 0 && !IsInView(place.line))
         VScroll->setValue(qMax(1, place.line - linesAbove));
 }
 
@@ -620,8 +634,6 @@ void frmText::picText_KeyDown(int key)
     WriteTrace(u"■frmText.picText_KeyDown");
     if (key == Qt::Key_Return || key == Qt::Key_Enter)
         Enter();
-    else if (key == Qt::Key_F1)
-        cmdDispHowToUse_Click();
     else if (key == Qt::Key_F2)
         m_desktop.ShowMessage(u"F2"_s); // a left-over that is kept; it does nothing else
 }
@@ -678,14 +690,16 @@ void frmText::ClickLeft(int xPx, int yPx)
 {
     const PageLayout &layout = picText->Layout();
     const int topLine = VScroll->value();
-    if (const int blank = HitTest(m_text, xPx, yPx, topLine, layout); blank > 0)
+    const int blank = HitTest(m_text, xPx, yPx, topLine, layout);
+    if (blank > 0)
         Reveal(blank);
     if (chkSpeak->isChecked()) {
         const QString word = TextUnderPointer(m_text, m_round, xPx, yPx, topLine, layout);
         if (!word.isEmpty())
             SpeakWord(m_desktop, m_place.applicationFolder, word);
     }
-    if (const QString picture = PictureUnderPointer(m_text, xPx, yPx, topLine, layout); !picture.isEmpty())
+    const QString picture = blank > 0 ? QString() : PictureUnderPointer(m_text, xPx, yPx, topLine, layout);
+    if (!picture.isEmpty())
         ShowPicture(picture);
     if (layout.hasLineNumbers) {
         const int marked = layout.IsInNumberStrip(xPx) ? MarkLineAt(yPx, topLine, layout) : 0;
@@ -697,24 +711,34 @@ void frmText::ClickLeft(int xPx, int yPx)
 void frmText::ChooseSpot(bool backwards)
 {
     if (!m_path.isEmpty())
-        picText->SetSpot(NextSpot(SpotsInView(m_text, Page()), picText->ChosenSpot(), backwards));
+        picText->SetSpot(
+            NextSpot(SpotsInView(m_text, Page(), chkSpeak->isChecked()), picText->ChosenSpot(), backwards));
 }
 
-/// Clicks where the learner has chosen something by keys, or at the number of its line.
-void frmText::ClickSpot(Qt::MouseButton button, bool atLineNumber)
+/// Clicks what the learner has chosen by keys, in its first cell.
+void frmText::ClickSpot()
 {
     const Spot spot = picText->ChosenSpot();
     const PageLayout &layout = picText->Layout();
-    if (button == Qt::LeftButton && spot.line == 0)
-        return;
-    const int xPx =
-        atLineNumber ? 1 : layout.TextLeftPx() + (spot.cells.start + spot.cells.end) * layout.cellWidthPx / 2;
-    picText_MouseDown(button, xPx, layout.RowTopPx(spot.line - VScroll->value() + 1) + layout.linePitchPx / 2);
+    if (spot.line > 0)
+        picText_MouseDown(Qt::LeftButton,
+                          layout.TextLeftPx() + spot.cells.start * layout.cellWidthPx + layout.cellWidthPx / 2,
+                          layout.RowTopPx(spot.line - VScroll->value() + 1) + layout.linePitchPx / 2);
+}
+
+/// Clicks the number of a line, or of the one in view that is next to it.
+void frmText::ClickLineNumber(int line)
+{
+    const int topLine = VScroll->value();
+    const int rows = qMin(picText->Layout().RowsPerPage(), m_text.LineCount() - topLine + 1);
+    const int row = qBound(1, line - topLine + 1, qMax(1, rows));
+    picText_MouseDown(Qt::LeftButton, 1, picText->Layout().RowTopPx(row) + picText->Layout().linePitchPx / 2);
 }
 
 void frmText::HideAllAnswers()
 {
     m_round.HideAll();
+    m_round.lngMarkLine = 0;
     picText->DrawPage();
     ShowProgress();
 }

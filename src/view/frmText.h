@@ -101,7 +101,9 @@ class frmText : public QWidget
     void ClickLeft(int xPx, int yPx);
     void HideAllAnswers();
     void ChooseSpot(bool backwards);
-    void ClickSpot(Qt::MouseButton button, bool atLineNumber);
+    void ClickSpot();
+    void ClickLineNumber(int line);
+    bool IsInView(int line) const;
     void ForgetPlaces();
     void GoOnSearching(bool backwards);
     void ShowPlace(const Place &place, const QString &wanted);

@@ -2,8 +2,8 @@
 
 namespace {
 
-/// Appends a line up to the answer of a blank, or all of it for blank 0.
-void AppendLine(const DisplayText &text, const StudyRound &round, int line, int upToBlank, QString *spoken)
+/// Appends a line up to, not including, a 0-based character of it that is in no answer.
+void AppendLine(const DisplayText &text, const StudyRound &round, int line, qsizetype end, QString *spoken)
 {
     const QStringView view = text.Line(line);
     const BlankTable &blanks = text.Blanks();
@@ -11,14 +11,14 @@ void AppendLine(const DisplayText &text, const StudyRound &round, int line, int 
     qsizetype done = 0;
     for (int blank = blanks.FirstOnLines(line, line); blank > 0 && blank <= last; ++blank) {
         const qsizetype answerAt = blanks.startColumn[size_t(blank) - 1]; // behind the blank that was its bracket
+        if (answerAt >= end)
+            break;
         *spoken += view.sliced(done, answerAt - done);
-        if (blank == upToBlank)
-            return;
         const QStringView answer = text.Answer(blank);
         *spoken += round.bolOpen(blank) ? answer : HiddenAnswerText;
         done = answerAt + answer.size();
     }
-    *spoken += view.sliced(done);
+    *spoken += view.sliced(done, end - done);
 }
 
 } // namespace
@@ -30,19 +30,18 @@ QString SpokenPage(const DisplayText &text, const StudyRound &round, int topLine
     for (int line = topLine; line <= last; ++line) {
         if (line > topLine)
             spoken += u'\n';
-        AppendLine(text, round, line, 0, &spoken);
+        AppendLine(text, round, line, text.Line(line).size(), &spoken);
     }
     return spoken;
 }
 
-int SpokenOffset(const DisplayText &text, const StudyRound &round, int topLine, int blank)
+int SpokenOffset(const DisplayText &text, const StudyRound &round, int topLine, int line, qsizetype index)
 {
     QString before;
-    const int line = text.Blanks().line[size_t(blank) - 1];
     for (int above = topLine; above < line; ++above) {
-        AppendLine(text, round, above, 0, &before);
+        AppendLine(text, round, above, text.Line(above).size(), &before);
         before += u'\n';
     }
-    AppendLine(text, round, line, blank, &before);
+    AppendLine(text, round, line, index, &before);
     return int(before.size());
 }

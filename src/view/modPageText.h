@@ -10,5 +10,6 @@ inline constexpr QStringView HiddenAnswerText = u"空欄";
 /// between blanks.
 QString SpokenPage(const DisplayText &text, const StudyRound &round, int topLine, int rows);
 
-/// Where the answer of a blank that is in view stands in the above, 0 the first character.
-int SpokenOffset(const DisplayText &text, const StudyRound &round, int topLine, int blank);
+/// Where a character of a line in view stands in the above, 0 the first character there.
+/// @param index  0-based character of the line; of an answer, only its first one
+int SpokenOffset(const DisplayText &text, const StudyRound &round, int topLine, int line, qsizetype index);

@@ -60,19 +60,26 @@ PointedAt CharacterAt(const DisplayText &text, int xPx, int yPx, int topLine, co
 
 QString WordAround(QStringView line, qsizetype index)
 {
-    const Script script = ScriptOf(line[index]);
-    if (script == Script::None)
-        return QString();
-    qsizetype first = index;
-    while (first > 0 && ScriptOf(line[first - 1]) == script)
-        --first;
-    qsizetype last = index;
-    while (last + 1 < line.size() && ScriptOf(line[last + 1]) == script)
-        ++last;
-    return line.sliced(first, last - first + 1).toString();
+    for (const Word &word : WordsOf(line))
+        if (index >= word.start && index < word.start + word.length)
+            return line.sliced(word.start, word.length).toString();
+    return QString();
 }
 
 } // namespace
+
+std::vector<Word> WordsOf(QStringView line)
+{
+    std::vector<Word> words;
+    for (qsizetype start = 0, end = 0; start < line.size(); start = end) {
+        const Script script = ScriptOf(line[start]);
+        for (end = start + 1; end < line.size() && ScriptOf(line[end]) == script;)
+            ++end;
+        if (script != Script::None)
+            words.push_back({start, end - start});
+    }
+    return words;
+}
 
 QString TextUnderPointer(const DisplayText &text, const StudyRound &round, int xPx, int yPx, int topLine,
                          const PageLayout &layout)

@@ -3,8 +3,19 @@
 
 #include "view/modStudyRound.h"
 
-/// On a blank whose answer is shown, the answer. Elsewhere the word at that place: a run of letters, digits, ' and -,
-/// or of Japanese characters of one script. Text that is hidden is never given.
+#include <vector>
+
+/// A run of letters, digits, ' and -, or of Japanese characters of one script.
+struct Word
+{
+    qsizetype start;  ///< 0-based index of its first character
+    qsizetype length; ///< characters
+};
+
+/// The words of a line in order.
+std::vector<Word> WordsOf(QStringView line);
+
+/// On a blank whose answer is shown, the answer. Elsewhere the word at that place. Text that is hidden is never given.
 /// @param xPx, yPx  pixels inside picText; @param topLine  line in the first row
 /// @return empty where there is no word
 QString TextUnderPointer(const DisplayText &text, const StudyRound &round, int xPx, int yPx, int topLine,

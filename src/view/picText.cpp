@@ -373,24 +373,18 @@ void PicText::SetSpot(const Spot &spot)
         TellChange(new QAccessibleTextCursorEvent(this, SpokenCursor()));
 }
 
-/// Just around its box.
+/// Just around its box, between this row's box and those of its neighbours.
 QRect PicText::SpotFrame(const Spot &spot) const
 {
     return QRect(m_layout.TextLeftPx() + spot.cells.start * m_layout.cellWidthPx - SpotFramePx,
-                 m_layout.RowTopPx(spot.line - m_topLine + 1) - 1,
+                 m_layout.RowTopPx(spot.line - m_topLine + 1) - SpotFramePx,
                  (spot.cells.end - spot.cells.start) * m_layout.cellWidthPx + 2 * SpotFramePx,
-                 m_layout.linePitchPx - RowGapPx + 2);
+                 m_layout.linePitchPx - RowGapPx + 2 * SpotFramePx);
 }
 
 int PicText::SpokenCursor() const
 {
-    if (!m_text || m_spot.line == 0)
-        return 0;
-    const int last = m_text->Blanks().LastOnLines(m_spot.line, m_spot.line);
-    for (int blank = m_text->Blanks().FirstOnLines(m_spot.line, m_spot.line); blank > 0 && blank <= last; ++blank)
-        if (m_text->Cells(blank) == m_spot.cells)
-            return SpokenOffset(*m_text, *m_round, m_topLine, blank);
-    return 0;
+    return m_text && m_spot.line > 0 ? SpokenOffset(*m_text, *m_round, m_topLine, m_spot.line, m_spot.index) : 0;
 }
 
 void PicText::DrawPage()
@@ -410,8 +404,9 @@ void PicText::DrawBlank(int blank)
     const QString hidden = HiddenAnswerText.toString();
     const QString answer = m_text->Answer(blank).toString();
     const bool isShown = m_round->bolOpen(blank);
-    TellChange(new QAccessibleTextUpdateEvent(this, SpokenOffset(*m_text, *m_round, m_topLine, blank),
-                                              isShown ? hidden : answer, isShown ? answer : hidden));
+    const int offset = SpokenOffset(*m_text, *m_round, m_topLine, m_text->Blanks().line[size_t(blank) - 1],
+                                    m_text->Blanks().startColumn[size_t(blank) - 1]);
+    TellChange(new QAccessibleTextUpdateEvent(this, offset, isShown ? hidden : answer, isShown ? answer : hidden));
 }
 
 void PicText::TellChange(QAccessibleEvent *event)

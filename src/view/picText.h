@@ -54,7 +54,7 @@ class PicText : public QWidget
     /// Paints the strip of line numbers anew.
     void DrawLineNumbers();
 
-    /// Where in the text below the chosen blank stands, 0 the first character; 0 when no blank is chosen.
+    /// Where in the text below stands what was chosen by keys, 0 the first character; 0 when nothing is chosen.
     int SpokenCursor() const;
 
     /// The page as a screen reader is told of it: the lines in view with hidden answers as "空欄".

@@ -128,7 +128,8 @@ TEST_F(SearchTest, TheWindowNarrowsAndGoesOn)
     QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualRect(list->model()->index(1, 0)).center());
     EXPECT_EQ(chosen.last()[0].value<Place>(), (Place{1, 31, 4})) << "on from where the last search ended";
     EXPECT_EQ(chosen.last()[1].toString(), u"stop"_s);
-    window.GoOn(false);
+    QTest::keyClick(list, Qt::Key_Return);
+    EXPECT_EQ(chosen.last()[0].value<Place>(), (Place{3, 1, 4})) << "a key goes on by one place";
     window.GoOn(false);
     EXPECT_EQ(chosen.last()[0].value<Place>(), (Place{1, 14, 7}));
     window.GoOn(true);

@@ -51,9 +51,9 @@ class StudyWindowTest : public testing::Test
         window = std::make_unique<frmText>(desktop, database, log, msg,
                                            StudyPlace{folder.Path(), folder.Path(u"Kotoban.ini"_s), u"花子"_s});
         window->show();
-        EXPECT_TRUE(QTest::qWaitFor([this] { return script.IsDone(); }));
+        EXPECT_TRUE(QTest::qWaitFor([this] { return script.IsDone() && !QApplication::activeModalWidget(); }));
         window->activateWindow();
-        EXPECT_TRUE(QTest::qWaitForWindowActive(window.get()));
+        EXPECT_TRUE(QTest::qWaitFor([this] { return QApplication::activeWindow() == window.get(); }));
         page = Child<PicText>(u"picText");
         scroll = Child<QScrollBar>(u"VScroll");
     }
@@ -193,27 +193,57 @@ TEST_F(StudyWindowTest, WhatChangesInSeveralPlacesIsPaintedInEach)
 
 TEST_F(StudyWindowTest, KeysReachWhatTheMouseDoes)
 {
+    const QString editor = folder.Write(u"sakura.exe"_s, "");
+    folder.Write(u"Kotoban.ini"_s, "[setting]\r\nTextEditor=" + editor.toUtf8() + "\r\n");
     OpenWith({u"text"_s, u"[one] [two]"_s, u"[three]"_s});
-    const QImage before = OnScreen();
-    const auto press = [this](Qt::Key key) { QTest::keyClick(page, key, Qt::ControlModifier); };
+    const auto press = [this](Qt::Key key, Qt::KeyboardModifiers more = {}) {
+        QTest::keyClick(page, key, Qt::ControlModifier | more);
+    };
+    const auto editorLine = [this] {
+        Child<QPushButton>(u"cmdEdit")->click();
+        return desktop.commands.last().section(u"-Y="_s, 1).section(u' ', 0, 0);
+    };
     press(Qt::Key_Space);
     EXPECT_EQ(Label(u"lblNum"), u"0"_s) << "nothing is chosen yet";
     press(Qt::Key_Right);
     press(Qt::Key_Right);
-    EXPECT_NE(OnScreen(), before);
     press(Qt::Key_Space);
     EXPECT_EQ(page->SpokenText(), u"text\n 空欄   two \n 空欄 "_s);
     EXPECT_EQ(page->SpokenCursor(), 11);
-    press(Qt::Key_Left);
-    press(Qt::Key_Left);
     press(Qt::Key_L);
-    Child<QPushButton>(u"cmdEdit")->click();
-    EXPECT_EQ(desktop.commands.size(), 1);
-    press(Qt::Key_Space);
-    EXPECT_EQ(Label(u"lblShown"), u"表示 2 / 3"_s);
+    EXPECT_EQ(editorLine(), u"2"_s);
+    press(Qt::Key_Down, Qt::ShiftModifier);
+    press(Qt::Key_Down, Qt::ShiftModifier);
+    EXPECT_EQ(editorLine(), u"3"_s) << "the last line";
     press(Qt::Key_H);
+    EXPECT_EQ(editorLine(), u"1"_s) << "the mark is gone";
     EXPECT_EQ(Label(u"lblShown"), u"表示 0 / 3"_s);
-    EXPECT_EQ(Label(u"lblNum"), u"2"_s);
+    EXPECT_EQ(Label(u"lblNum"), u"1"_s);
+}
+
+TEST_F(StudyWindowTest, AChosenSpotLeavesNoPixelBehind)
+{
+    OpenWith(QStringList(100, u"[次の行] ｢図｣ [b]"_s));
+    const QImage before = OnScreen();
+    const auto press = [this](Qt::Key key) { QTest::keyClick(page, key, Qt::ControlModifier); };
+    for (int i = 0; i < 8; ++i) {
+        press(Qt::Key_Right);
+        Click(Qt::LeftButton, 2, i % 4 + 1);
+        const QImage bitByBit = OnScreen();
+        EXPECT_NE(bitByBit, before);
+        page->update();
+        EXPECT_EQ(OnScreen(), bitByBit);
+    }
+    Click(Qt::RightButton, 2, 1);
+    press(Qt::Key_Left);
+    press(Qt::Key_Down);
+    press(Qt::Key_Up);
+    EXPECT_EQ(OnScreen(), before) << "scrolling gives the choice up";
+    press(Qt::Key_Left);
+    window->resize(window->width(), window->height() / 2);
+    OnScreen();
+    press(Qt::Key_Space);
+    EXPECT_EQ(Label(u"lblShown"), u"表示 0 / 200"_s) << "what is out of view is not chosen any more";
 }
 
 TEST_F(StudyWindowTest, TwoFilesGiveTwoRowsAndACancelledChoiceKeepsTheSession)
@@ -349,6 +379,10 @@ TEST_F(StudyWindowTest, TheMarkDecidesWhereTheEditorOpens)
     Click(Qt::LeftButton, 40, 2);
     Child<QPushButton>(u"cmdEdit")->click();
     EXPECT_TRUE(desktop.commands.last().contains(u" -Y=5 \""_s)) << "without a mark, the top line";
+    QTest::mouseClick(page, Qt::LeftButton, {}, QPoint(3, page->Layout().RowTopPx(3) + 2));
+    Click(Qt::RightButton, 40, 2);
+    Child<QPushButton>(u"cmdEdit")->click();
+    EXPECT_TRUE(desktop.commands.last().contains(u" -Y=5 \""_s)) << "a right click takes it away as well";
 }
 
 TEST_F(StudyWindowTest, TheClockShowsMinutesOnceThereAreAny)

@@ -190,10 +190,12 @@ TEST(PageLayout, HoldsWholeRowsAndAStripOfFourAndAHalfCharacters)
 
 TEST(Spots, AreGoneThroughAsOneReads)
 {
-    const DisplayText text = Text({u"above [x]"_s, u"[a] ｢図｣ [b｢c｣]"_s, u"none"_s, u"｢x.y｣[漢]"_s, u"[below]"_s});
-    const std::vector<Spot> spots = SpotsInView(text, Page(2, 3, 5));
-    const std::vector<Spot> expected = {{2, {0, 3}}, {2, {4, 8}}, {2, {9, 15}}, {4, {5, 9}}};
+    const DisplayText text = Text({u"above [x]"_s, u"[a] ｢図｣ [b｢c｣]"_s, u"none ｢｣"_s, u"｢x.y｣｢[漢]｣"_s, u"[below]"_s});
+    const std::vector<Spot> spots = SpotsInView(text, Page(2, 3, 5), false);
+    const std::vector<Spot> expected = {{2, {0, 3}, 1}, {2, {4, 8}, 5}, {2, {9, 15}, 9}, {4, {6, 10}, 7}};
     EXPECT_EQ(spots, expected) << "neither what is hidden nor what is no picture's name";
+    const std::vector<Spot> words = {{3, {0, 4}, 0}, {4, {1, 2}, 1}, {4, {3, 4}, 3}, {4, {6, 10}, 7}};
+    EXPECT_EQ(SpotsInView(text, Page(3, 2, 5), true), words);
     EXPECT_EQ(NextSpot(spots, Spot(), false), expected[0]);
     EXPECT_EQ(NextSpot(spots, Spot(), true), expected[3]);
     EXPECT_EQ(NextSpot(spots, expected[1], false), expected[2]);
@@ -210,8 +212,9 @@ TEST(SpokenPage, SaysWhatIsShownAndWhereSomethingIsHidden)
     EXPECT_EQ(SpokenPage(text, round, 2, 2), u" 空欄 と 漢字 。\n 空欄 "_s);
     EXPECT_EQ(SpokenPage(text, round, 4, 9), u" 空欄  page"_s);
     EXPECT_EQ(SpokenPage(DisplayText(), StudyRound(), 1, 9), QString());
-    EXPECT_EQ(SpokenOffset(text, round, 2, 2), 6);
-    EXPECT_EQ(SpokenOffset(text, round, 1, 3), 5 + 1 + 10 + 1 + 1);
+    EXPECT_EQ(SpokenOffset(text, round, 2, 2, 5), 6) << "the first character of a shown answer";
+    EXPECT_EQ(SpokenOffset(text, round, 1, 3, 1), 5 + 1 + 10 + 1 + 1);
+    EXPECT_EQ(SpokenOffset(text, round, 4, 4, 7), 5) << "a word behind a hidden answer of four letters";
 }
 
 TEST(ClockTick, MovesInStepsOfTenSeconds)
