@@ -44,7 +44,7 @@ int main(int argc, char *argv[])
     QTimer::singleShot(0, &application, [&toolkitTexts] { // once the first window is there
         // With its format named, or the toolkit would load all formats it knows.
         QApplication::setWindowIcon(QPixmap(u":/kotoban.png"_s, "PNG"));
-        if (toolkitTexts.load(u":/qtbase_ja.qm"_s))
+        if (toolkitTexts.load(u":/toolkit_ja.qm"_s))
             QApplication::installTranslator(&toolkitTexts);
     });
 
