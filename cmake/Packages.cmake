@@ -63,6 +63,11 @@ if(WIN32 AND CMAKE_CROSSCOMPILING)
     foreach(part qt6-base-dev mingw-w64-common g++-mingw-w64-x86-64-posix)
         install(FILES "/usr/share/doc/${part}/copyright" DESTINATION licences RENAME "${part}.txt" COMPONENT portable)
     endforeach()
+    execute_process(COMMAND dpkg-query -W -f "https://snapshot.debian.org/package/\${source:Package}/\${source:Version}/\n"
+        qt6-base-dev libsqlite3-dev mingw-w64-common g++-mingw-w64-x86-64-posix
+        OUTPUT_VARIABLE PART_SOURCES COMMAND_ERROR_IS_FATAL ANY)
+    configure_file("${CMAKE_SOURCE_DIR}/packaging/windows/SOURCES.txt.in" "${made}/SOURCES.txt" @ONLY NEWLINE_STYLE CRLF)
+    install(FILES "${made}/SOURCES.txt" DESTINATION licences COMPONENT portable)
     foreach(licence GPL-2 GPL-3 LGPL-3)
         install(FILES "/usr/share/common-licenses/${licence}" DESTINATION licences RENAME "${licence}.txt"
             COMPONENT portable)

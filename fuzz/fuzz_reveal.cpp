@@ -2,6 +2,8 @@
 #include "input.h"
 #include "require.h"
 #include "text/modReadText.h"
+#include "view/modPageText.h"
+#include "view/modSpots.h"
 #include "view/modStudyRound.h"
 #include "view/modWordAt.h"
 
@@ -58,6 +60,21 @@ class Study
         Require(isShown != before[size_t(blank) - 1] && m_round.lngOpenCount == count + int(isShown));
     }
 
+    /// Goes on to the next thing that keys can reach, and clicks it where the program does.
+    void ClickNextSpot(bool withWords)
+    {
+        m_spot = NextSpot(SpotsInView(m_text, m_page, withWords), m_spot, false);
+        if (m_spot.line == 0)
+            return;
+        Require(m_spot.line >= m_page.topLine && m_spot.line < m_page.topLine + m_page.rows);
+        const QString line = m_text.MaskedLine(m_spot.line);
+        Require(m_spot.cells.start < m_spot.cells.end && m_spot.cells.end <= CellsOf(line));
+        Require(m_spot.index >= 0 && m_spot.index < line.size());
+        SpokenOffset(m_text, m_round, m_page.topLine, m_spot.line, m_spot.index);
+        Click(Layout.TextLeftPx() + m_spot.cells.start * Layout.cellWidthPx + Layout.cellWidthPx / 2,
+              Layout.RowTopPx(m_spot.line - m_page.topLine + 1) + Layout.linePitchPx / 2);
+    }
+
     void HideAll()
     {
         const int count = m_round.lngOpenCount;
@@ -91,6 +108,7 @@ class Study
     DisplayText m_text;
     StudyRound m_round;
     PageInView m_page;
+    Spot m_spot;
 };
 
 } // namespace
@@ -117,6 +135,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
             break;
         case 2:
             study.Scroll(input.TakeByte());
+            break;
+        case 3:
+            study.ClickNextSpot(action > 127);
             break;
         default:
             study.PressEnter();

@@ -115,6 +115,10 @@ choose_row "$(row_of "$application" 図で覚える理科.txt)"
 xdotool key Return
 wait_for "the page" is_focused "$study"
 take picture-page "$study"
+xdotool key ctrl+Right ctrl+space
+take picture '^植物細胞$'
+xdotool key Escape
+wait_for "the page" is_focused "$study"
 xdotool key alt+o
 wait_for "the file selection" is_focused "$select"
 choose_row "$(row_of "$application" 英単語入門.txt)"

@@ -17,6 +17,23 @@ source_of() {
     dpkg-query -W -f '${source:Package}=${source:Version}' "$1"
 }
 
+# logged FILE COMMAND...: what a command says goes into a file; where the command fails, the end of it is shown.
+logged() {
+    local log=$1
+    shift
+    if "$@" >"$log" 2>&1; then
+        rm "$log"
+    else
+        tail -n 20 "$log" >&2
+        return 1
+    fi
+}
+
+# recipe_of WORD...: stands for all that a library is made with, beside its source.
+recipe_of() {
+    { printf '%s\n' "$@" "$("$compiler" -dumpfullversion)" && cat cmake/mingw-w64.cmake; } | sha256sum | head -c 8
+}
+
 # fetch_source NAME=VERSION FOLDER: unpacks a source package. The machine's own sources of packages serve as sources of
 # source packages too, by lists of their own, so that nothing of the system's settings changes.
 fetch_source() {
@@ -30,11 +47,11 @@ fetch_source() {
         -o "Dir::State::Lists=$lists/lists" -o Dir::Cache::pkgcache= -o Dir::Cache::srcpkgcache=
         -o APT::Sandbox::User=root)
     say "fetching the source package $package"
-    apt-get "${options[@]}" update
+    # Some other source of packages may be out of reach, or signed by a key that only its own settings name.
+    apt-get "${options[@]}" update || say "not all sources of packages could be read"
     rm -rf "$folder.new"
     mkdir -p "$folder.new"
-    (cd "$folder.new" && apt-get "${options[@]}" source "$package" >/dev/null 2>&1) ||
-        { printf 'The source package %s could not be fetched.\n' "$package" >&2 && return 1; }
+    logged "$folder.log" env -C "$folder.new" apt-get "${options[@]}" source "$package"
     mv "$folder.new"/*/ "$folder"
     rm -rf "$folder.new"
 }
@@ -52,53 +69,50 @@ done
 # build_qt: leaves the folder of the installed Qt in qt_folder. The whole takes a quarter of an hour on two cores; when
 # it is interrupted, the next call goes on where it stopped.
 build_qt() {
-    local package toolchain=$PWD/cmake/mingw-w64.cmake recipe
+    local package toolchain=$PWD/cmake/mingw-w64.cmake
     package=$(source_of qt6-base-dev)
-    recipe=$(printf '%s\n' "${qt_options[@]}" "$("$compiler" -dumpfullversion)" | sha256sum)
-    qt_folder=$cache/${package/=/-}-${recipe:0:8}
+    qt_folder=$cache/${package/=/-}-$(recipe_of "${qt_options[@]}")
     [[ ! -d $qt_folder ]] || return 0
     local source=$cache/work/${package/=/-} build=$qt_folder.build stage=$qt_folder.stage
     fetch_source "$package" "$source"
     say "building a static Qt for Windows, once, in $cache; this takes a while"
     # Qt's own configuration reports go to a file, its progress to whoever waits for it.
-    cmake -S "$source" -B "$build" "${qt_options[@]}" -DCMAKE_TOOLCHAIN_FILE="$toolchain" \
+    logged "$qt_folder.log" cmake -S "$source" -B "$build" "${qt_options[@]}" -DCMAKE_TOOLCHAIN_FILE="$toolchain" \
         -DCMAKE_INSTALL_PREFIX="$qt_folder" -DQT_HOST_PATH=/usr \
-        -DQT_HOST_PATH_CMAKE_DIR="/usr/lib/$(dpkg-architecture -q DEB_HOST_MULTIARCH)/cmake" >"$qt_folder.log" 2>&1 ||
-        { tail -n 20 "$qt_folder.log" >&2 && return 1; }
+        -DQT_HOST_PATH_CMAKE_DIR="/usr/lib/$(dpkg-architecture -q DEB_HOST_MULTIARCH)/cmake"
     cmake --build "$build"
     rm -rf "$stage"
     DESTDIR=$stage cmake --install "$build" >/dev/null
     mv "$stage$qt_folder" "$qt_folder"
-    rm -rf "$stage" "$build" "$source" "$qt_folder.log"
+    rm -rf "$stage" "$build" "$source"
 }
 
 # build_sqlite: leaves its folder in sqlite_folder. The source package holds SQLite's parts; its own makefile joins them to
 # the one file that is compiled.
 build_sqlite() {
-    local package
+    local package options=(-O2 -DSQLITE_OMIT_LOAD_EXTENSION)
     package=$(source_of libsqlite3-dev)
-    sqlite_folder=$cache/${package/=/-}
+    sqlite_folder=$cache/${package/=/-}-$(recipe_of "${options[@]}")
     [[ ! -d $sqlite_folder ]] || return 0
     local source=$cache/work/${package/=/-} stage=$sqlite_folder.stage
     fetch_source "$package" "$source"
     say "building SQLite for Windows, once"
     rm -rf "$stage"
     mkdir -p "$stage"/{include,lib}
-    (cd "$source" && ./configure --disable-tcl --disable-readline && make sqlite3.c) >"$sqlite_folder.log" 2>&1 ||
-        { tail -n 20 "$sqlite_folder.log" >&2 && return 1; }
+    logged "$sqlite_folder.log" env -C "$source" sh -c './configure --disable-tcl --disable-readline && make sqlite3.c'
     cp "$source/sqlite3.h" "$stage/include/"
-    "$compiler" -O2 -DSQLITE_OMIT_LOAD_EXTENSION -c "$source/sqlite3.c" -o "$stage/sqlite3.o"
+    "$compiler" "${options[@]}" -c "$source/sqlite3.c" -o "$stage/sqlite3.o"
     x86_64-w64-mingw32-gcc-ar-posix rcs "$stage/lib/libsqlite3.a" "$stage/sqlite3.o"
     rm "$stage/sqlite3.o"
     mv "$stage" "$sqlite_folder"
-    rm -rf "$source" "$sqlite_folder.log"
+    rm -rf "$source"
 }
 
 # build_googletest: leaves its folder in googletest_folder. Its package is the source.
 build_googletest() {
     local package stage build
     package=$(source_of googletest)
-    googletest_folder=$cache/${package/=/-}
+    googletest_folder=$cache/${package/=/-}-$(recipe_of Release)
     [[ ! -d $googletest_folder ]] || return 0
     stage=$googletest_folder.stage build=$googletest_folder.build
     say "building GoogleTest for Windows, once"
@@ -123,7 +137,7 @@ make_wine_system() {
         say "making a system folder for Wine, once"
         rm -rf "$cache/wine.new"
         # Wine's services outlive the command; they must not hold the lock.
-        KOTOBAN_WINE_FOLDER=$cache/wine.new env -u DISPLAY scripts/wine wineboot --init >/dev/null 2>&1 9>&-
+        logged "$cache/wine.log" env -u DISPLAY KOTOBAN_WINE_FOLDER="$cache/wine.new" scripts/wine wineboot --init 9>&-
         KOTOBAN_WINE_FOLDER=$cache/wine.new scripts/wine --end
         mv "$cache/wine.new" "$cache/wine"
     fi

@@ -25,16 +25,16 @@ QString FolderNumber(const QString &folder)
 
 } // namespace
 
-// A named mutex, which goes with the last process that has it open. Where the folder has no number to name it by, the
-// start goes on.
+// A named mutex of the whole machine, which goes with the last process that has it open. Where the folder has no number
+// to name it by, the start goes on.
 InstanceMark::InstanceMark(const QString &applicationFolder) : m_handle(0)
 {
     const QString number = FolderNumber(applicationFolder);
     if (number.isEmpty())
         return;
-    const QString name = u"Local\\Kotoban-"_s + number;
+    const QString name = u"Global\\Kotoban-"_s + number;
     const HANDLE mutex = CreateMutexW(nullptr, FALSE, reinterpret_cast<LPCWSTR>(name.utf16()));
-    // Access is denied to the mutex of an instance that runs as administrator.
+    // Access is denied to the mutex of an instance that runs as administrator or in the session of another user.
     const DWORD error = GetLastError();
     m_hasPrevious = error == ERROR_ALREADY_EXISTS || error == ERROR_ACCESS_DENIED;
     // An instance that is refused must not hold the mutex of the one that ends meanwhile.

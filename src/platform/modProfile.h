@@ -1,6 +1,7 @@
 // Private profile ("ini") files as Windows reads and writes them: "[section]" lines, "key=value" lines below them,
 // comments from ";" on. Names ignore case; blanks around names and values and one pair of quotes around a value do not
-// count; the first section and the first key of a name hold. Code page 932.
+// count; the first section and the first key of a name hold. Code page 932; on a Windows whose own code page is UTF-8,
+// Chinese or Korean, that one.
 #pragma once
 
 #include <QString>

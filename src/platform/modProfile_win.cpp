@@ -1,5 +1,8 @@
 #include "platform/modCodePage.h"
+#include "platform/modFile.h"
 #include "platform/modProfile.h"
+
+#include <QFile>
 
 #include <windows.h>
 
@@ -7,8 +10,9 @@
 // taken because only they reach a file in a folder whose name that code page lacks. For the bytes to be code page 932
 // on every machine, a value is handed over as that text of the machine's code page which stands for them. Code page 932
 // itself and the code pages of one byte a character carry every byte so; the other ones do not (UTF-8, Chinese,
-// Korean): there the value goes as it is, and the file then holds the machine's code page instead. The system changes
-// the file in its place.
+// Korean): there the value goes as it is, and the file then holds the machine's code page instead.
+
+using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
@@ -60,7 +64,19 @@ QString ReadProfile(const QString &path, const QString &section, const QString &
 
 bool WriteProfile(const QString &path, const QString &section, const QString &key, const QString &value)
 {
-    return IsProfileValue(value) &&
-           WritePrivateProfileStringW(Wide(ToMachineText(section)), Wide(ToMachineText(key)),
-                                      Wide(ToMachineText(ProfileText(value))), Wide(path)) != 0;
+    if (!IsProfileValue(value))
+        return false;
+    // The system changes a file in its place. So it gets a copy, which then takes the place of the file.
+    const QString copy = path + u".new"_s;
+    QString error;
+    QFile::remove(copy);
+    if (QFile::exists(path) && !CopyWholeFile(path, copy, &error))
+        return false;
+    const bool isWritten = WritePrivateProfileStringW(Wide(ToMachineText(section)), Wide(ToMachineText(key)),
+                                                      Wide(ToMachineText(ProfileText(value))), Wide(copy));
+    WritePrivateProfileStringW(nullptr, nullptr, nullptr, Wide(copy)); // writes out what the system holds back
+    if (isWritten && MoveFileExW(Wide(copy), Wide(path), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
+        return true;
+    QFile::remove(copy);
+    return false;
 }

@@ -167,6 +167,10 @@ class Learner : public QObject
             Click(m_study, u"cmdIni");
         else if (m_count % 17 == 0)
             Click(m_study, u"cmdReRead");
+        else if (m_count % 97 == 0)
+            Click(m_study, u"cmdSearch");
+        else if (m_count % 7 == 0)
+            QTest::keyClick(page, m_count % 3 == 0 ? Qt::Key_Space : Qt::Key_Right, Qt::ControlModifier);
         else if (m_count % 5 == 0)
             QTest::mouseClick(page, m_count % 3 == 0 ? Qt::RightButton : Qt::LeftButton, {},
                               QPoint(m_count * 37 % page->width(), m_count * 53 % page->height()));

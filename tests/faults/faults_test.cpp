@@ -286,19 +286,41 @@ TEST_F(Faults, ALockedDatabaseIsToldOfAtOnceAndNotWaitedFor)
     StudyDatabase database(desktop);
     ASSERT_EQ(database.Open(databasePath), 0);
     ReadHistory(database, desktop.now.date(), 1, u"花子"_s); // it knows the table before the lock
-    sqlite3 *other = nullptr;
-    sqlite3_open(qPrintable(databasePath), &other);
-    ASSERT_EQ(sqlite3_exec(other, "begin exclusive", nullptr, nullptr, nullptr), SQLITE_OK);
-    for (int i = 0; i < 3; ++i) {
-        DBInsRecKotoban(database, desktop.now, u"花子"_s, u"file"_s);
-        EXPECT_EQ(desktop.TakeMessages(), QStringList({u"The database file is locked"_s, u"Err:SQLite3 NonQuery"_s}));
-    }
+    DBInsRecKotoban(database, desktop.now, u"花子"_s, u"file"_s);
+    QProcess other;
+    other.start(u"sqlite3"_s, {databasePath});
+    other.write("begin exclusive; select 'locked';\n");
+    ASSERT_TRUE(other.waitForReadyRead());
+    const QStringList told = {u"The database file is locked"_s, u"Err:SQLite3 NonQuery"_s};
+    DBInsRecKotoban(database, desktop.now, u"花子"_s, u"file"_s);
+    EXPECT_EQ(desktop.TakeMessages(), told);
+    DBUpdRecKotoban(database, desktop, desktop.now, u"花子"_s, 5);
+    EXPECT_EQ(desktop.TakeMessages(), told);
     EXPECT_TRUE(ReadHistory(database, desktop.now.date(), 1, u"花子"_s).lines.isEmpty());
     EXPECT_EQ(desktop.TakeMessages().filter(u"SQLite3Step returned 5"_s).size(), 3);
-    sqlite3_close(other);
-    DBInsRecKotoban(database, desktop.now, u"花子"_s, u"file"_s);
+    other.closeWriteChannel();
+    other.waitForFinished();
+    EXPECT_EQ(Query(databasePath, "select count(*), num_answer from t_kotoban"), u"1"_s);
+    DBUpdRecKotoban(database, desktop, desktop.now, u"花子"_s, 6);
     EXPECT_TRUE(desktop.messages.isEmpty());
-    EXPECT_EQ(Query(databasePath, "select count(*) from t_kotoban"), u"1"_s) << "lost statements are not made up for";
+    EXPECT_EQ(Query(databasePath, "select num_answer from t_kotoban"), u"6"_s) << "it works again";
+}
+
+TEST_F(Faults, AReadOnlyDatabaseIsReadAndNotWritten)
+{
+    EXPECT_EQ(
+        Query(databasePath, "insert into t_kotoban values('2024/03/05','a','10:00:00','f','2024/03/05 11:00:00',5)"),
+        QString());
+    for (const QString &path : {QString(), u"db"_s})
+        QFile::setPermissions(folder.Path(path), QFile::Permissions(0x7055));
+    QFile::setPermissions(databasePath, QFile::Permissions(0x4044));
+    const AsNobody nobody;
+    StudyDatabase database(desktop);
+    ASSERT_EQ(database.Open(databasePath), 0);
+    DBInsRecKotoban(database, desktop.now, u"a"_s, u"f"_s);
+    EXPECT_EQ(desktop.TakeMessages(), QStringList(u"Err:SQLite3 NonQuery"_s));
+    EXPECT_EQ(ReadHistory(database, desktop.now.date(), 1, u"a"_s).totalAnswers, u"5"_s);
+    EXPECT_TRUE(desktop.messages.isEmpty());
 }
 
 TEST_F(Faults, ADamagedPageIsToldOfAndNothingIsWrittenOverIt)
