@@ -32,6 +32,11 @@ names_are_there() {
     fail "in $1: $(cat "$work/names")"
 }
 
+back_to_study() {
+    xdotool key Escape
+    wait_for "the study window" is_focused "$study"
+}
+
 # Its buttons answer only when it has been seen for a while; on the page, a key too many uncovers an answer.
 question_is_answered() {
     xdotool key Return
@@ -59,16 +64,13 @@ xdotool key Return
 wait_for "the first answer" page_says '水は H2O で 空欄 だ'
 xdotool key alt+i
 names_are_there "the settings" '^設定$'
-xdotool key Escape
-wait_for "the study window" is_focused "$study"
+back_to_study
 xdotool key ctrl+f
 names_are_there "the search" '^キーワード検索$'
-xdotool key Escape
-wait_for "the study window" is_focused "$study"
+back_to_study
 xdotool key ctrl+Left ctrl+space
 names_are_there "the picture" '^図$'
-xdotool key Escape
-wait_for "the study window" is_focused "$study"
+back_to_study
 xdotool key Return
 wait_for "the second answer" page_says '水は H2O で 塩 だ'
 for ((i = 3; i <= 21; i++)); do

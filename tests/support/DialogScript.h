@@ -28,8 +28,7 @@ class DialogScript : public QObject
     /// When the named window is open and its button takes a click, clicks it.
     void Click(const QString &window, const QString &button)
     {
-        m_steps.push_back(
-            {window, [button](QWidget *dialog) { dialog->findChild<QAbstractButton *>(button)->click(); }});
+        When(window, [button](QWidget *dialog) { dialog->findChild<QAbstractButton *>(button)->click(); });
     }
 
     bool IsDone() const

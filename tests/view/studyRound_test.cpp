@@ -79,15 +79,8 @@ TEST(StudyRound, AReReadKeepsTheFirstBlanksByNumber)
 TEST(Enter, ShowsTheNextHiddenAnswerInView)
 {
     const DisplayText text = Text({u"[1] [2]"_s, u"-"_s, u"[3]"_s, u"-"_s, u"[4]"_s});
-    const struct
-    {
-        const char *name;
-        int shown;
-        int topLine;
-        int rows;
-        EnterAction action;
-        int blank;
-    } rows[] = {
+    // How many answers are shown, top line and rows of the page, then what Enter does and with which blank.
+    const Rows<const char *, int, int, int, EnterAction, int> rows = {
         {"first of the page", 0, 1, 3, EnterAction::Reveal, 1},
         {"next on the same line", 1, 1, 3, EnterAction::Reveal, 2},
         {"lines without blanks are passed over", 2, 2, 2, EnterAction::Reveal, 3},
@@ -97,10 +90,10 @@ TEST(Enter, ShowsTheNextHiddenAnswerInView)
         {"only the last line in view", 0, 5, 3, EnterAction::Reveal, 4},
         {"all shown", 4, 1, 5, EnterAction::TurnPage, 0},
     };
-    for (const auto &row : rows) {
-        const EnterDecision decision = DecideEnter(Round(4, row.shown), text, Page(row.topLine, row.rows, 5));
-        EXPECT_EQ(decision.action, row.action) << row.name;
-        EXPECT_EQ(decision.blank, row.blank) << row.name;
+    for (const auto &[name, shown, topLine, height, action, blank] : rows) {
+        const EnterDecision decision = DecideEnter(Round(4, shown), text, Page(topLine, height, 5));
+        EXPECT_EQ(decision.action, action) << name;
+        EXPECT_EQ(decision.blank, blank) << name;
     }
 }
 
@@ -120,15 +113,8 @@ TEST(Enter, AsksAtTheEndOfTwentyBlanksOrMore)
 
 TEST(TurnPage, GoesOnOrBeginsANewRound)
 {
-    const struct
-    {
-        const char *name;
-        int blanks;
-        int shown;
-        PageInView page;
-        int topLine;
-        bool isHidden; // whether blank 1 is hidden afterwards
-    } rows[] = {
+    // Blanks, how many of them are shown and the page, then the new top line and whether blank 1 is hidden.
+    const Rows<const char *, int, int, PageInView, int, bool> rows = {
         {"one line of overlap", 5, 1, Page(1, 10, 40), 10, false},
         {"last page, last blank hidden", 5, 4, Page(38, 10, 40), 40, false},
         {"last blank shown, not at the end", 5, 5, Page(1, 10, 40), 10, false},
@@ -142,11 +128,11 @@ TEST(TurnPage, GoesOnOrBeginsANewRound)
         {"no blanks: back to the top", 0, 0, Page(31, 10, 40), 1, false},
         {"no blanks and short", 0, 0, Page(1, 50, 40), 1, false},
     };
-    for (const auto &row : rows) {
-        StudyRound round = Round(row.blanks, row.shown);
-        EXPECT_EQ(TurnPage(&round, row.page), row.topLine) << row.name;
-        EXPECT_EQ(row.blanks > 0 && !round.bolOpen(1), row.isHidden) << row.name;
-        EXPECT_EQ(round.lngOpenCount, row.shown) << row.name;
+    for (const auto &[name, blanks, shown, page, topLine, isFirstHidden] : rows) {
+        StudyRound round = Round(blanks, shown);
+        EXPECT_EQ(TurnPage(&round, page), topLine) << name;
+        EXPECT_EQ(blanks > 0 && !round.bolOpen(1), isFirstHidden) << name;
+        EXPECT_EQ(round.lngOpenCount, shown) << name;
     }
 }
 
@@ -154,6 +140,7 @@ TEST(HitTest, HitsStrictlyInsideABox)
 {
     const DisplayText text = Text({u"-"_s, u"[a][bb] [c]"_s, u"[d]"_s}); // boxes at cells 0-3, 3-7, 8-11
     ASSERT_EQ(Layout.TextLeftPx(), 60);
+    // X and Y of the click, the top line and the blank that is hit.
     const Rows<const char *, int, int, int, int> rows = {
         {"inside", 75, 30, 1, 1},
         {"left edge", 60, 30, 1, 0},
@@ -220,18 +207,15 @@ TEST(SpokenPage, SaysWhatIsShownAndWhereSomethingIsHidden)
 TEST(ClockTick, MovesInStepsOfTenSeconds)
 {
     const QDateTime start(QDate(2024, 3, 5), QTime(10, 0));
-    const struct
-    {
-        int seconds;
-        int minutesShown; // -1 = stays
-        int secondsShown;
-    } rows[] = {{0, 0, 0}, {9, -1, 0}, {10, 0, 10}, {60, 1, 0}, {70, 1, 10}, {75, -1, 0}, {7200, 120, 0}, {-10, -1, 0}};
-    for (const auto &row : rows) {
-        const auto shown = ClockTick(start, start.addSecs(row.seconds));
-        ASSERT_EQ(shown.has_value(), row.minutesShown >= 0) << row.seconds;
+    // Seconds since the start, minutes shown (-1 where nothing changes) and seconds shown.
+    const Rows<int, int, int> rows = {{0, 0, 0},   {9, -1, 0},  {10, 0, 10},    {60, 1, 0},
+                                      {70, 1, 10}, {75, -1, 0}, {7200, 120, 0}, {-10, -1, 0}};
+    for (const auto &[seconds, minutesShown, secondsShown] : rows) {
+        const auto shown = ClockTick(start, start.addSecs(seconds));
+        ASSERT_EQ(shown.has_value(), minutesShown >= 0) << seconds;
         if (shown) {
-            EXPECT_EQ(shown->minutes, row.minutesShown);
-            EXPECT_EQ(shown->seconds, row.secondsShown);
+            EXPECT_EQ(shown->minutes, minutesShown);
+            EXPECT_EQ(shown->seconds, secondsShown);
         }
     }
     EXPECT_TRUE(ClockTick(start.addMSecs(900), start.addMSecs(10'100)).has_value()) << "whole seconds count";
