@@ -2,7 +2,7 @@
 
 namespace {
 
-/// Appends a line up to, not including, a 0-based character of it that is in no answer.
+/// Appends a line up to, not including, a 0-based character of it; of an answer, that can only be its first one.
 void AppendLine(const DisplayText &text, const StudyRound &round, int line, qsizetype end, QString *spoken)
 {
     const QStringView view = text.Line(line);
