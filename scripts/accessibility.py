@@ -3,6 +3,7 @@
 
 accessibility.py names   fails where a control of a window has no name that a learner understands
 accessibility.py page    prints the text of the page
+accessibility.py caret   prints it from its caret on
 """
 
 import sys
@@ -55,13 +56,16 @@ def check_names():
     return 0 if seen > 0 and not nameless else 1
 
 
-def print_page():
+def print_page(is_whole):
     for window in windows():
         for each in objects(window):
             if each.get_name() == "本文" and "Text" in each.get_interfaces():
-                print(Atspi.Text.get_text(each, 0, Atspi.Text.get_character_count(each)))
+                start = 0 if is_whole else Atspi.Text.get_caret_offset(each)
+                print(Atspi.Text.get_text(each, start, Atspi.Text.get_character_count(each)))
                 return 0
     return 1
 
 
-sys.exit({"names": check_names, "page": print_page}[sys.argv[1]]())
+if sys.argv[1] == "names":
+    sys.exit(check_names())
+sys.exit(print_page(is_whole=sys.argv[1] == "page"))

@@ -122,12 +122,12 @@ QLayout *frmFile::HistoryControls()
     lstRecord->setMinimumWidth(280);
     txtWeekN->setObjectName(u"txtWeekN"_s);
     txtWeekN->setAccessibleName(u"週の数"_s);
-    txtWeekN->setToolTip(u"何週間分の記録を表示するか"_s);
+    txtWeekN->setToolTip(u"何週間分の記録を表示するか (Alt+K)"_s);
     txtWeekN->setMaximumWidth(50);
     txtWeekN->setAlignment(Qt::AlignRight);
     txtYmd->setObjectName(u"txtYmd"_s);
     txtYmd->setAccessibleName(u"最後の日"_s);
-    txtYmd->setToolTip(u"記録の最後の日（年/月/日）"_s);
+    txtYmd->setToolTip(u"記録の最後の日（年/月/日） (Alt+D)"_s);
     txtYmd->setMaximumWidth(110);
     lblSumTime->setObjectName(u"lblSumTime"_s);
     lblSumAns->setObjectName(u"lblSumAns"_s);
@@ -140,11 +140,15 @@ QLayout *frmFile::HistoryControls()
     connect(txtYmd, &QLineEdit::returnPressed, txtYmd, &QLineEdit::selectAll);
 
     auto *const span = new QHBoxLayout;
-    span->addWidget(new QLabel(u"学習記録："_s, this));
+    auto *const lblYmd = new QLabel(u"学習記録(&D)："_s, this);
+    lblYmd->setBuddy(txtYmd);
+    auto *const lblWeekN = new QLabel(u"週間(&K)"_s, this);
+    lblWeekN->setBuddy(txtWeekN);
+    span->addWidget(lblYmd);
     span->addWidget(txtYmd);
     span->addWidget(new QLabel(u"まで"_s, this));
     span->addWidget(txtWeekN);
-    span->addWidget(new QLabel(u"週間"_s, this));
+    span->addWidget(lblWeekN);
     QPushButton *const cmdInc = AddButton(u"cmdInc"_s, u"＋1週(&W)"_s, &frmFile::cmdInc_Click);
     cmdInc->setToolTip(u"もう一週前まで表示します (Alt+W)"_s);
     span->addWidget(cmdInc);

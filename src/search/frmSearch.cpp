@@ -71,9 +71,11 @@ frmSearch::frmSearch(KeywordSearch &search, QWidget *owner)
     lstKeyword->setMinimumSize(280, 320);
     auto *const cmdNext = new QPushButton(u"次へ(F3)"_s, this);
     cmdNext->setObjectName(u"cmdNext"_s);
+    cmdNext->setToolTip(u"次の場所に進みます (Enter, F3)"_s);
     cmdNext->setDefault(true); // Enter in the list reaches it too
     auto *const cmdBack = new QPushButton(u"前へ(Shift+F3)"_s, this);
     cmdBack->setObjectName(u"cmdBack"_s);
+    cmdBack->setToolTip(u"前の場所に戻ります (Shift+F3)"_s);
     cmdBack->setAutoDefault(false);
     connect(txtSearch, &QLineEdit::textChanged, this, &frmSearch::txtSearch_Change);
     connect(lstKeyword, &QListView::clicked, this, &frmSearch::lstKeyword_Click);

@@ -43,8 +43,9 @@ question_is_answered() {
     is_focused "$study"
 }
 
-page_says() {
-    "$here/../../scripts/accessibility.py" page | grep -qxF -e "$1"
+# says WHAT LINE: whether LINE is among those that a screen reader is told of the page, or of it from the caret on (caret).
+says() {
+    "$here/../../scripts/accessibility.py" "$1" | grep -qxF -e "$2"
 }
 
 start_desktop
@@ -58,21 +59,23 @@ xdotool key alt+s
 study='^瞬記帳 Ver.*\[hanako\]$'
 names_are_there "the study window" "$study"
 
-wait_for "the text with its answers hidden" page_says '水は 空欄 で 空欄 だ'
-page_says '｢図｣' || fail "the last line is not told"
+wait_for "the text with its answers hidden" says page '水は 空欄 で 空欄 だ'
+says page '｢図｣' || fail "the last line is not told"
 xdotool key Return
-wait_for "the first answer" page_says '水は H2O で 空欄 だ'
+wait_for "the first answer" says page '水は H2O で 空欄 だ'
 xdotool key alt+i
 names_are_there "the settings" '^設定$'
 back_to_study
 xdotool key ctrl+f
 names_are_there "the search" '^キーワード検索$'
 back_to_study
-xdotool key ctrl+Left ctrl+space
+xdotool key ctrl+Left
+wait_for "the caret at the picture's name" says caret '図｣'
+xdotool key ctrl+space
 names_are_there "the picture" '^図$'
 back_to_study
 xdotool key Return
-wait_for "the second answer" page_says '水は H2O で 塩 だ'
+wait_for "the second answer" says page '水は H2O で 塩 だ'
 for ((i = 3; i <= 21; i++)); do
     xdotool key Return
 done
