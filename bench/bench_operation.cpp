@@ -7,6 +7,7 @@
 // "load" prints how many milliseconds it took and by how many bytes the process has grown.
 #include "files/modHistory.h"
 #include "store/modDB_SQLite.h"
+#include "support/RecordingDesktop.h"
 #include "text/modCheckText.h"
 #include "text/modPictureName.h"
 #include "text/modReadText.h"
@@ -25,10 +26,9 @@ const QDate EndDate(2024, 12, 31);
 const QString UserName = QStringLiteral("user1");
 
 /// Sends what goes wrong to the one who looks at the figures.
-class PlainDesktop : public Desktop
+class PlainDesktop : public RecordingDesktop
 {
   public:
-    void SetApplicationTitle(const QString &) override {}
     void ShowMessage(const QString &text) override
     {
         qFatal("%s", qPrintable(text));
@@ -36,19 +36,6 @@ class PlainDesktop : public Desktop
     void ShowMessage(const QString &text, const QString &) override
     {
         ShowMessage(text);
-    }
-    void PlaySoundFile(const QString &) override {}
-    bool OpenWithShell(const QString &, const QString &) override
-    {
-        return false;
-    }
-    bool StartCommandLine(const QString &) override
-    {
-        return false;
-    }
-    QDateTime Now() const override
-    {
-        return QDateTime::currentDateTime();
     }
 };
 

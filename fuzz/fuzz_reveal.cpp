@@ -63,15 +63,15 @@ class Study
     /// Goes on to the next thing that keys can reach, and clicks it where the program does.
     void ClickNextSpot(bool withWords)
     {
-        m_spot = NextSpot(SpotsInView(m_text, m_page, withWords), m_spot, false);
+        m_spot = NextPlace(SpotsInView(m_text, m_page, withWords), m_spot, false);
         if (m_spot.line == 0)
             return;
         Require(m_spot.line >= m_page.topLine && m_spot.line < m_page.topLine + m_page.rows);
-        const QString line = m_text.MaskedLine(m_spot.line);
-        Require(m_spot.cells.start < m_spot.cells.end && m_spot.cells.end <= CellsOf(line));
-        Require(m_spot.index >= 0 && m_spot.index < line.size());
-        SpokenOffset(m_text, m_round, m_page.topLine, m_spot.line, m_spot.index);
-        Click(Layout.TextLeftPx() + m_spot.cells.start * Layout.cellWidthPx + Layout.cellWidthPx / 2,
+        const QStringView line = m_text.Line(m_spot.line);
+        Require(m_spot.column >= 1 && m_spot.length >= 1 && m_spot.column - 1 + m_spot.length <= line.size());
+        SpokenOffset(m_text, m_round, m_page.topLine, m_spot.line, m_spot.column - 1);
+        Click(Layout.TextLeftPx() + CellsOf(line.first(m_spot.column - 1)) * Layout.cellWidthPx +
+                  Layout.cellWidthPx / 2,
               Layout.RowTopPx(m_spot.line - m_page.topLine + 1) + Layout.linePitchPx / 2);
     }
 
@@ -108,7 +108,7 @@ class Study
     DisplayText m_text;
     StudyRound m_round;
     PageInView m_page;
-    Spot m_spot;
+    Place m_spot;
 };
 
 } // namespace

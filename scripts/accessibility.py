@@ -3,7 +3,7 @@
 
 accessibility.py names   fails where a control of a window has no name that a learner understands
 accessibility.py page    prints the text of the page
-accessibility.py caret   prints it from its caret on
+accessibility.py caret   prints the rest of the line that its caret is on
 """
 
 import sys
@@ -61,7 +61,8 @@ def print_page(is_whole):
         for each in objects(window):
             if each.get_name() == "本文" and "Text" in each.get_interfaces():
                 start = 0 if is_whole else Atspi.Text.get_caret_offset(each)
-                print(Atspi.Text.get_text(each, start, Atspi.Text.get_character_count(each)))
+                text = Atspi.Text.get_text(each, start, Atspi.Text.get_character_count(each))
+                print(text if is_whole else text.split("\n")[0])
                 return 0
     return 1
 

@@ -40,20 +40,17 @@ int main(int argc, char *argv[])
     QApplication application(argc, argv);
     QGuiApplication::setDesktopFileName(u"org.kotoban.kotoban"_s); // by which some desktops find the icon
     application.setFont(UserInterfaceFont());
-    QTranslator toolkitTexts;
-    QTimer::singleShot(0, &application, [&toolkitTexts] { // once the first window is there
-        // With its format named, or the toolkit would load all formats it knows.
-        QApplication::setWindowIcon(QPixmap(u":/kotoban.png"_s, "PNG"));
-        if (toolkitTexts.load(u":/toolkit_ja.qm"_s))
-            QApplication::installTranslator(&toolkitTexts);
-    });
-
     const CompositionGuard compositionGuard;
 
     const QString folder = QDir::toNativeSeparators(QCoreApplication::applicationDirPath());
     const QString baseName = QFileInfo(QCoreApplication::applicationFilePath()).completeBaseName();
     frmQtDesktop desktop;
-    QTimer::singleShot(0, &application, [&desktop] {
+    QTranslator toolkitTexts;
+    QTimer::singleShot(0, &application, [&desktop, &toolkitTexts] { // once the first window is there
+        // With its format named, or the toolkit would load all formats it knows.
+        QApplication::setWindowIcon(QPixmap(u":/kotoban.png"_s, "PNG"));
+        if (toolkitTexts.load(u":/toolkit_ja.qm"_s))
+            QApplication::installTranslator(&toolkitTexts);
         if (!HasPageFont())
             desktop.ShowMessage(u"日本語の等幅フォントが見つかりません。\r\n"_s + FontAdvice());
     });

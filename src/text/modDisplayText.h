@@ -32,10 +32,8 @@ struct BlankTable
 /// The half-width cells that a blank covers with its brackets: from start up to, not including, end; 0 is the first.
 struct CellRange
 {
-    int start = 0;
-    int end = 0;
-
-    bool operator==(const CellRange &) const = default;
+    int start;
+    int end;
 };
 
 /// The horizontal edges of a blank's box, pixels.

@@ -16,6 +16,7 @@
 #include "text/modPictureName.h"
 #include "text/modReadText.h"
 #include "view/frmPicture.h"
+#include "view/modSpots.h"
 #include "view/modStudyClock.h"
 #include "view/modWordAt.h"
 #include "view/picText.h"
@@ -233,7 +234,6 @@ void frmText::Form_Load()
     for (QLabel *const label : {lblMinN, lblMin, lblSecN, lblSec})
         label->hide();
     SetUpScrollBar();
-    ShowProgress();
     m_wheelMessage = RegisterMessageName(u"MSWHEEL_ROLLMSG"_s);
 }
 
@@ -292,7 +292,7 @@ void frmText::SetUpScrollBar()
     VScroll->setEnabled(canScroll);
     VScroll->setVisible(canScroll);
     if (!IsInView(picText->ChosenSpot().line))
-        picText->SetSpot(Spot()); // what is not seen must not be clicked
+        picText->SetSpot(Place()); // what is not seen must not be clicked
     ShowProgress();
 }
 
@@ -311,7 +311,7 @@ bool frmText::IsInView(int line) const
 void frmText::VScroll_Change()
 {
     WriteTrace(u"■frmText.VScroll_Change");
-    picText->SetSpot(Spot());
+    picText->SetSpot(Place());
     picText->SetTopLine(VScroll->value());
     ShowProgress();
 }
@@ -466,7 +466,7 @@ bool frmText::LoadFile(const QString &path, bool keepsAnswers, QString *message,
 void frmText::ForgetPlaces()
 {
     picText->SetMark(Place());
-    picText->SetSpot(Spot());
+    picText->SetSpot(Place());
     lblKeyword->hide();
     if (m_frmSearch) {
         m_search->SetText(&m_text);
@@ -712,18 +712,19 @@ void frmText::ChooseSpot(bool backwards)
 {
     if (!m_path.isEmpty())
         picText->SetSpot(
-            NextSpot(SpotsInView(m_text, Page(), chkSpeak->isChecked()), picText->ChosenSpot(), backwards));
+            NextPlace(SpotsInView(m_text, Page(), chkSpeak->isChecked()), picText->ChosenSpot(), backwards));
 }
 
 /// Clicks what the learner has chosen by keys, in its first cell.
 void frmText::ClickSpot()
 {
-    const Spot spot = picText->ChosenSpot();
+    const Place spot = picText->ChosenSpot();
+    if (spot.line == 0)
+        return;
     const PageLayout &layout = picText->Layout();
-    if (spot.line > 0)
-        picText_MouseDown(Qt::LeftButton,
-                          layout.TextLeftPx() + spot.cells.start * layout.cellWidthPx + layout.cellWidthPx / 2,
-                          layout.RowTopPx(spot.line - VScroll->value() + 1) + layout.linePitchPx / 2);
+    const int cell = CellsOf(m_text.Line(spot.line).first(spot.column - 1));
+    picText_MouseDown(Qt::LeftButton, layout.TextLeftPx() + cell * layout.cellWidthPx + layout.cellWidthPx / 2,
+                      layout.RowTopPx(spot.line - VScroll->value() + 1) + layout.linePitchPx / 2);
 }
 
 /// Clicks the number of a line, or of the one in view that is next to it.

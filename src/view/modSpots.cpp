@@ -4,48 +4,35 @@
 #include "view/modWordAt.h"
 
 #include <algorithm>
-#include <tuple>
 
 namespace {
 
-bool IsBefore(const Spot &first, const Spot &second)
+std::vector<Place> SpotsOnLine(const DisplayText &text, int line, bool withWords)
 {
-    return std::tie(first.line, first.cells.start) < std::tie(second.line, second.cells.start);
+    std::vector<Place> spots;
+    const int last = text.Blanks().LastOnLines(line, line);
+    for (int blank = text.Blanks().FirstOnLines(line, line); blank > 0 && blank <= last; ++blank)
+        spots.push_back({line, text.Blanks().startColumn[size_t(blank) - 1], int(text.Answer(blank).size()) + 2});
+    const QString masked = text.MaskedLine(line);
+    for (const PictureReference &reference : PictureReferences(masked))
+        spots.push_back({line, int(reference.start) + 1, int(reference.length)});
+    if (withWords)
+        for (const Word &word : WordsOf(masked))
+            spots.push_back({line, int(word.start) + 1, int(word.length)});
+    std::sort(spots.begin(), spots.end(),
+              [](const Place &first, const Place &second) { return first.column < second.column; });
+    return spots;
 }
 
 } // namespace
 
-std::vector<Spot> SpotsInView(const DisplayText &text, const PageInView &page, bool withWords)
+std::vector<Place> SpotsInView(const DisplayText &text, const PageInView &page, bool withWords)
 {
-    std::vector<Spot> spots;
+    std::vector<Place> spots;
     const int lastLine = qMin(page.topLine + page.rows - 1, text.LineCount());
     for (int line = page.topLine; line <= lastLine; ++line) {
-        const int last = text.Blanks().LastOnLines(line, line);
-        for (int blank = text.Blanks().FirstOnLines(line, line); blank > 0 && blank <= last; ++blank)
-            spots.push_back({line, text.Cells(blank), text.Blanks().startColumn[size_t(blank) - 1]});
-        const QString masked = text.MaskedLine(line); // a blank hides what is in it
-        const auto add = [&](qsizetype start, qsizetype length, qsizetype index) {
-            const int first = CellsOf(QStringView(masked).first(start));
-            spots.push_back({line, {first, first + CellsOf(QStringView(masked).sliced(start, length))}, index});
-        };
-        for (const PictureReference &reference : PictureReferences(masked))
-            add(reference.start, reference.length, reference.start + 1);
-        if (withWords)
-            for (const Word &word : WordsOf(masked))
-                add(word.start, word.length, word.start);
+        const std::vector<Place> onLine = SpotsOnLine(text, line, withWords);
+        spots.insert(spots.end(), onLine.begin(), onLine.end());
     }
-    std::sort(spots.begin(), spots.end(), IsBefore);
     return spots;
-}
-
-Spot NextSpot(const std::vector<Spot> &spots, const Spot &from, bool backwards)
-{
-    if (spots.empty())
-        return Spot();
-    if (backwards) {
-        const auto spot = std::lower_bound(spots.begin(), spots.end(), from, IsBefore);
-        return spot == spots.begin() ? spots.back() : *(spot - 1);
-    }
-    const auto spot = std::upper_bound(spots.begin(), spots.end(), from, IsBefore);
-    return spot == spots.end() ? spots.front() : *spot;
 }

@@ -16,7 +16,6 @@
 #include <QRawFont>
 
 #include <cmath>
-#include <utility>
 
 namespace {
 
@@ -149,7 +148,7 @@ class PicText::Painter
         for (int blank = m_text.Blanks().FirstOnLines(line, line); blank > 0 && blank <= last; ++blank)
             DrawBox(blank, row);
         if (line == m_area.m_spot.line)
-            DrawRing(Device(m_area.SpotFrame(m_area.m_spot)), qMax(1, Device(SpotFramePx)), SpotColour);
+            DrawSpot(row);
     }
 
     int Device(int px) const
@@ -178,10 +177,25 @@ class PicText::Painter
                 endCell = qMax(endCell, cells.end);
             }
         }
-        m_painter.fillRect(
-            Device(QRect(m_layout.TextLeftPx() + firstCell * m_layout.cellWidthPx, m_layout.RowTopPx(row),
-                         (endCell - firstCell) * m_layout.cellWidthPx, m_layout.linePitchPx - RowGapPx)),
-            FoundBackground);
+        m_painter.fillRect(Device(BoxOf(firstCell, endCell, row)), FoundBackground);
+    }
+
+    /// Just around its box, between this row's box and those of its neighbours.
+    void DrawSpot(int row)
+    {
+        const Place &spot = m_area.m_spot;
+        const QStringView line = m_text.Line(spot.line);
+        const QRect box =
+            BoxOf(CellsBefore(line, spot.column - 1), CellsBefore(line, spot.column - 1 + spot.length), row);
+        DrawRing(Device(box.adjusted(-SpotFramePx, -SpotFramePx, SpotFramePx, SpotFramePx)),
+                 qMax(1, Device(SpotFramePx)), SpotColour);
+    }
+
+    /// What the cells of a row from one up to, not including, another take.
+    QRect BoxOf(int firstCell, int endCell, int row) const
+    {
+        return QRect(m_layout.TextLeftPx() + firstCell * m_layout.cellWidthPx, m_layout.RowTopPx(row),
+                     (endCell - firstCell) * m_layout.cellWidthPx, m_layout.linePitchPx - RowGapPx);
     }
 
     static int CellsBefore(QStringView line, qsizetype index)
@@ -362,29 +376,19 @@ void PicText::SetMark(const Place &place)
     update();
 }
 
-void PicText::SetSpot(const Spot &spot)
+void PicText::SetSpot(const Place &spot)
 {
     if (spot == m_spot)
         return;
-    for (const Spot &changed : {std::exchange(m_spot, spot), spot})
-        if (changed.line > 0)
-            update(SpotFrame(changed).adjusted(-1, -1, 1, 1));
+    m_spot = spot;
+    update();
     if (QAccessible::isActive())
         TellChange(new QAccessibleTextCursorEvent(this, SpokenCursor()));
 }
 
-/// Just around its box, between this row's box and those of its neighbours.
-QRect PicText::SpotFrame(const Spot &spot) const
-{
-    return QRect(m_layout.TextLeftPx() + spot.cells.start * m_layout.cellWidthPx - SpotFramePx,
-                 m_layout.RowTopPx(spot.line - m_topLine + 1) - SpotFramePx,
-                 (spot.cells.end - spot.cells.start) * m_layout.cellWidthPx + 2 * SpotFramePx,
-                 m_layout.linePitchPx - RowGapPx + 2 * SpotFramePx);
-}
-
 int PicText::SpokenCursor() const
 {
-    return m_text && m_spot.line > 0 ? SpokenOffset(*m_text, *m_round, m_topLine, m_spot.line, m_spot.index) : 0;
+    return m_spot.line > 0 ? SpokenOffset(*m_text, *m_round, m_topLine, m_spot.line, m_spot.column - 1) : 0;
 }
 
 void PicText::DrawPage()

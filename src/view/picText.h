@@ -3,7 +3,7 @@
 #pragma once
 
 #include "search/modSearch.h"
-#include "view/modSpots.h"
+#include "view/modStudyRound.h"
 
 #include <QWidget>
 
@@ -38,9 +38,9 @@ class PicText : public QWidget
     void SetMark(const Place &place);
 
     /// Frames what the learner has chosen by keys, or nothing with line 0.
-    void SetSpot(const Spot &spot);
+    void SetSpot(const Place &spot);
 
-    const Spot &ChosenSpot() const
+    const Place &ChosenSpot() const
     {
         return m_spot;
     }
@@ -85,7 +85,6 @@ class PicText : public QWidget
     class Painter;
 
     DeviceFont &FontAt(double scale);
-    QRect SpotFrame(const Spot &spot) const;
     void TellChange(QAccessibleEvent *event);
     void UpdatePointer(const QPoint &at);
 
@@ -96,6 +95,6 @@ class PicText : public QWidget
     std::unique_ptr<DeviceFont> m_deviceFont; // made when it is first painted with
     int m_topLine = 1;
     Place m_mark;
-    Spot m_spot;
+    Place m_spot;
     int m_wheelAngle = 0; // eighths of a degree that have not moved a line yet
 };

@@ -43,7 +43,7 @@ question_is_answered() {
     is_focused "$study"
 }
 
-# says WHAT LINE: whether LINE is among those that a screen reader is told of the page, or of it from the caret on (caret).
+# says page LINE: whether a screen reader is told of that line; says caret LINE: whether that is the one from its caret on.
 says() {
     "$here/../../scripts/accessibility.py" "$1" | grep -qxF -e "$2"
 }
@@ -70,7 +70,7 @@ xdotool key ctrl+f
 names_are_there "the search" '^キーワード検索$'
 back_to_study
 xdotool key ctrl+Left
-wait_for "the caret at the picture's name" says caret '図｣'
+wait_for "the caret at the picture's name" says caret '｢図｣'
 xdotool key ctrl+space
 names_are_there "the picture" '^図$'
 back_to_study

@@ -207,7 +207,7 @@ TEST_F(StudyWindowTest, KeysReachWhatTheMouseDoes)
     press(Qt::Key_Right);
     press(Qt::Key_Space);
     EXPECT_EQ(page->SpokenText(), u"text\n 空欄   two \n 空欄 "_s);
-    EXPECT_EQ(page->SpokenCursor(), 11);
+    EXPECT_EQ(page->SpokenCursor(), 10);
     press(Qt::Key_L);
     EXPECT_EQ(editorLine(), u"2"_s);
     for (int i = 0; i < 2; ++i)

@@ -178,17 +178,10 @@ TEST(PageLayout, HoldsWholeRowsAndAStripOfFourAndAHalfCharacters)
 TEST(Spots, AreGoneThroughAsOneReads)
 {
     const DisplayText text = Text({u"above [x]"_s, u"[a] ｢図｣ [b｢c｣]"_s, u"none ｢｣"_s, u"｢x.y｣｢[漢]｣"_s, u"[below]"_s});
-    const std::vector<Spot> spots = SpotsInView(text, Page(2, 3, 5), false);
-    const std::vector<Spot> expected = {{2, {0, 3}, 1}, {2, {4, 8}, 5}, {2, {9, 15}, 9}, {4, {6, 10}, 7}};
-    EXPECT_EQ(spots, expected) << "neither what is hidden nor what is no picture's name";
-    const std::vector<Spot> words = {{3, {0, 4}, 0}, {4, {1, 2}, 1}, {4, {3, 4}, 3}, {4, {6, 10}, 7}};
+    const std::vector<Place> spots = {{2, 1, 3}, {2, 5, 3}, {2, 9, 6}, {4, 7, 3}};
+    EXPECT_EQ(SpotsInView(text, Page(2, 3, 5), false), spots) << "neither what is hidden nor what is no picture's name";
+    const std::vector<Place> words = {{3, 1, 4}, {4, 2, 1}, {4, 4, 1}, {4, 7, 3}};
     EXPECT_EQ(SpotsInView(text, Page(3, 2, 5), true), words);
-    EXPECT_EQ(NextSpot(spots, Spot(), false), expected[0]);
-    EXPECT_EQ(NextSpot(spots, Spot(), true), expected[3]);
-    EXPECT_EQ(NextSpot(spots, expected[1], false), expected[2]);
-    EXPECT_EQ(NextSpot(spots, expected[3], false), expected[0]);
-    EXPECT_EQ(NextSpot(spots, expected[0], true), expected[3]);
-    EXPECT_EQ(NextSpot({}, expected[0], false), Spot());
 }
 
 TEST(SpokenPage, SaysWhatIsShownAndWhereSomethingIsHidden)
