@@ -2,11 +2,11 @@
 # writable place. Component system is the Debian package: the program for all users, and a launcher that gives each of
 # them an application folder.
 set(PACKAGE_CONTACT "Kotoban developers <kotoban@example.org>")
+set(packaging "${CMAKE_SOURCE_DIR}/packaging")
+set(made "${CMAKE_BINARY_DIR}/packaging")
 install(FILES "${CMAKE_SOURCE_DIR}/LICENSE" DESTINATION . COMPONENT portable)
 
 if(CMAKE_SYSTEM_NAME STREQUAL "Linux")
-    set(packaging "${CMAKE_SOURCE_DIR}/packaging")
-    set(made "${CMAKE_BINARY_DIR}/packaging")
     # Now, or the moment that SOURCE_DATE_EPOCH names.
     string(TIMESTAMP RELEASE_DATE "%Y-%m-%d" UTC)
     string(TIMESTAMP RELEASE_MOMENT "%a, %d %b %Y %H:%M:%S +0000" UTC)
@@ -56,7 +56,7 @@ if(CMAKE_SYSTEM_NAME STREQUAL "Linux")
 endif()
 
 if(WIN32)
-    install(FILES "${CMAKE_SOURCE_DIR}/packaging/windows/お読みください.txt" DESTINATION . COMPONENT portable)
+    install(FILES "${packaging}/windows/お読みください.txt" DESTINATION . COMPONENT portable)
 endif()
 # What is inside the executable comes from this machine's packages, and their licences with it. SQLite has none.
 if(WIN32 AND CMAKE_CROSSCOMPILING)
@@ -66,7 +66,7 @@ if(WIN32 AND CMAKE_CROSSCOMPILING)
     execute_process(COMMAND dpkg-query -W -f "https://snapshot.debian.org/package/\${source:Package}/\${source:Version}/\n"
         qt6-base-dev libsqlite3-dev mingw-w64-common g++-mingw-w64-x86-64-posix
         OUTPUT_VARIABLE PART_SOURCES COMMAND_ERROR_IS_FATAL ANY)
-    configure_file("${CMAKE_SOURCE_DIR}/packaging/windows/SOURCES.txt.in" "${made}/SOURCES.txt" @ONLY NEWLINE_STYLE CRLF)
+    configure_file("${packaging}/windows/SOURCES.txt.in" "${made}/SOURCES.txt" @ONLY NEWLINE_STYLE CRLF)
     install(FILES "${made}/SOURCES.txt" DESTINATION licences COMPONENT portable)
     foreach(licence GPL-2 GPL-3 LGPL-3)
         install(FILES "/usr/share/common-licenses/${licence}" DESTINATION licences RENAME "${licence}.txt"

@@ -486,7 +486,6 @@ TEST_F(StudyWindowTest, PicturesOpenByAClickOrSayWhatIsWrong)
 {
     QImage picture(20, 10, QImage::Format_RGB32);
     picture.fill(Qt::red);
-    folder.MakeFolder(u"txt"_s);
     EXPECT_TRUE(picture.save(folder.Path(u"txt/cell.PNG"_s)));
     folder.Write(u"txt/broken.gif"_s, "no picture");
     EXPECT_TRUE(QImage(8000, 6000, QImage::Format_Mono).save(folder.Path(u"txt/bomb.png"_s)));
