@@ -143,12 +143,12 @@ class PicText::Painter
         const int line = LineIn(row);
         if (line == m_area.m_mark.line)
             DrawMark(row);
+        if (line == m_area.m_spot.line)
+            DrawSpot(row); // below the text: a letter beside it may reach into it
         DrawCells(m_text.MaskedLine(line), 0, row);
         const int last = m_text.Blanks().LastOnLines(line, line);
         for (int blank = m_text.Blanks().FirstOnLines(line, line); blank > 0 && blank <= last; ++blank)
             DrawBox(blank, row);
-        if (line == m_area.m_spot.line)
-            DrawSpot(row);
     }
 
     int Device(int px) const
