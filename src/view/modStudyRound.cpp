@@ -80,13 +80,17 @@ EnterDecision DecideEnter(const StudyRound &round, const DisplayText &text, cons
 
 int TurnPage(StudyRound *round, const PageInView &page)
 {
+    const bool nothingWasShown = round->ShownCount() == 0;
     if (!page.canScroll || page.topLine == page.maximum)
         round->HideAll();
     const int next = page.topLine + page.pageSize;
     // A file without blanks counts as one whose last answer is shown: its pages turn and start again at line 1.
     const bool isLastShown = round->BlankCount() == 0 || round->bolOpen(round->BlankCount());
-    if (!isLastShown)
-        return qMin(next, page.maximum);
+    if (!isLastShown) {
+        const int top = qMin(next, page.maximum);
+        // At the end with nothing shown the turn would change nothing, and Enter would be stuck there for ever.
+        return nothingWasShown && top == page.topLine ? 1 : top;
+    }
     if (next < page.maximum)
         return next;
     round->HideAll();

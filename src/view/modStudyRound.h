@@ -105,7 +105,8 @@ constexpr int FewestBlanksToAsk = 20;
 EnterDecision DecideEnter(const StudyRound &round, const DisplayText &text, const PageInView &page);
 
 /// Turns the page: hides the answers where a new round begins, and says which line comes to the top. After the last
-/// page of a file whose last answer is shown it goes back to line 1.
+/// page of a file whose last answer is shown it goes back to line 1, and so does a turn that would change neither the
+/// top line nor what is shown.
 /// @return the new top line, 1..page.maximum
 int TurnPage(StudyRound *round, const PageInView &page);
 

@@ -121,6 +121,7 @@ TEST(TurnPage, GoesOnOrBeginsANewRound)
         {"last blank shown, at the end", 5, 5, Page(31, 10, 40), 1, true},
         {"one before the end", 5, 5, Page(30, 10, 40), 39, false},
         {"at the maximum all is hidden first, so it stays there", 5, 5, Page(40, 10, 40), 40, true},
+        {"at the maximum with nothing shown it would be stuck", 5, 0, Page(40, 10, 40), 1, true},
         {"short file, all shown", 5, 5, Page(1, 50, 40), 1, true},
         {"short file, last hidden", 5, 2, Page(1, 50, 40), 1, true},
         {"page of one row", 5, 1, Page(7, 1, 40), 8, false},
