@@ -56,8 +56,8 @@ void Load(const QString &path)
     int errorLine = 0;
     if (!ReadTextFile(path, MaxLineBytes, &lines, &message, &errorLine))
         qFatal("%s", qPrintable(message));
-    const QStringList badPictures = BadPictureNames(lines);
     const DisplayText text(std::move(lines));
+    const QStringList badPictures = BadPictureNames(text);
     StudyRound round;
     round.Load(text.Blanks().Count());
     const double elapsedMs = double(timer.nsecsElapsed()) / 1e6;

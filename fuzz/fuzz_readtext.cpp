@@ -57,8 +57,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     int errorLine = 0;
     if (ReadTextFile(file.Path(), MaxLineBytes, &lines, &message, &errorLine)) {
         Require(message.isEmpty());
-        BadPictureNamesMessage(BadPictureNames(lines));
-        CheckBlanks(DisplayText(std::move(lines)));
+        const DisplayText text(std::move(lines));
+        BadPictureNamesMessage(BadPictureNames(text));
+        CheckBlanks(text);
     } else {
         Require(lines.Count() == 0 && !message.isEmpty() && errorLine >= 1);
     }

@@ -62,6 +62,12 @@ class DisplayText
         return m_lines.at1(line);
     }
 
+    /// The first line from a given one on, 1..LineCount() + 1, that holds a character; 0 when there is none.
+    int NextLineWith(QChar character, int fromLine) const
+    {
+        return m_lines.NextLineWith(character, fromLine);
+    }
+
     /// The same line with every blank masked, brackets included: a full-width character becomes an ideographic space,
     /// any other a half-width one, so that nothing moves.
     QString MaskedLine(int line) const;

@@ -19,6 +19,16 @@ std::vector<qsizetype> PositionsOf(QStringView line, QChar character)
     return positions;
 }
 
+/// Without the half-width spaces around it; any other blank belongs to the name.
+QStringView WithoutSpaces(QStringView text)
+{
+    while (text.startsWith(u' '))
+        text = text.sliced(1);
+    while (text.endsWith(u' '))
+        text.chop(1);
+    return text;
+}
+
 } // namespace
 
 bool IsPictureLineValid(QStringView line)
@@ -50,19 +60,19 @@ QStringList PictureNames(QStringView line)
     for (const qsizetype start : PositionsOf(line, OpeningCorner)) {
         const qsizetype end = line.indexOf(ClosingCorner, start);
         if (end > start)
-            names += line.sliced(start + 1, end - start - 1).trimmed().toString();
+            names += WithoutSpaces(line.sliced(start + 1, end - start - 1)).toString();
     }
     return names;
 }
 
-QStringList BadPictureNames(const StudyLines &lines)
+QStringList BadPictureNames(const DisplayText &text)
 {
     QStringList bad;
-    for (int line = lines.NextLineWith(OpeningCorner, 1); line > 0;
-         line = lines.NextLineWith(OpeningCorner, line + 1)) {
-        if (!IsPictureLineValid(lines.at1(line)))
+    for (int line = text.NextLineWith(OpeningCorner, 1); line > 0; line = text.NextLineWith(OpeningCorner, line + 1)) {
+        const QString masked = text.MaskedLine(line);
+        if (!IsPictureLineValid(masked))
             continue;
-        for (const QString &name : PictureNames(lines.at1(line)))
+        for (const QString &name : PictureNames(masked))
             if (!IsPictureNameValid(name) && !bad.contains(name))
                 bad += name;
     }
@@ -87,8 +97,8 @@ std::vector<PictureReference> PictureReferences(QStringView line)
         return references;
     for (const qsizetype start : PositionsOf(line, OpeningCorner)) {
         const qsizetype end = line.indexOf(ClosingCorner, start);
-        const QStringView name = line.sliced(start + 1, end - start - 1).trimmed();
-        if (!name.isEmpty() && IsPictureNameValid(name))
+        const QStringView name = WithoutSpaces(line.sliced(start + 1, end - start - 1));
+        if (!name.trimmed().isEmpty() && IsPictureNameValid(name)) // a masked name is all blanks
             references.push_back({start, end - start + 1, name.toString()});
     }
     return references;

@@ -2,7 +2,7 @@
 // corner brackets "｢" and "｣".
 #pragma once
 
-#include "text/modStudyLines.h"
+#include "text/modDisplayText.h"
 
 #include <QStringList>
 
@@ -16,12 +16,13 @@ bool IsPictureLineValid(QStringView line);
 /// Whether a name can be that of a picture: it holds none of ! " # $ % & ' + ? * / \ . , space, tab and ｣.
 bool IsPictureNameValid(QStringView name);
 
-/// The names that a line refers to, trimmed, in order: for each opening bracket the text up to the next closing one.
+/// The names that a line refers to, without half-width spaces around them, in order: for each opening bracket the text
+/// up to the next closing one.
 QStringList PictureNames(QStringView line);
 
 /// The names in a file that cannot be those of pictures, each once, in file order. Lines whose brackets do not pair up
-/// refer to nothing.
-QStringList BadPictureNames(const StudyLines &lines);
+/// refer to nothing, and neither does what stands inside a blank: the message would print a hidden answer.
+QStringList BadPictureNames(const DisplayText &text);
 
 /// The message about such names, one line each; empty when there are none. A file full of them is told of the first
 /// ten.

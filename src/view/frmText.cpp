@@ -447,7 +447,6 @@ bool frmText::LoadFile(const QString &path, bool keepsAnswers, QString *message,
             return false;
     }
     m_isTextLoaded = true;
-    *message = BadPictureNamesMessage(BadPictureNames(lines));
     m_text = DisplayText(std::move(lines));
     if (keepsAnswers)
         m_round.Reload(m_text.Blanks().Count());
@@ -508,6 +507,7 @@ void frmText::Timer1_Timer()
         lblSec->show();
         lblMinN->hide();
         lblMin->hide();
+    *message = BadPictureNamesMessage(BadPictureNames(m_text));
     }
 }
 
@@ -698,7 +698,9 @@ void frmText::ClickLeft(int xPx, int yPx)
         if (!word.isEmpty())
             SpeakWord(m_desktop, m_place.applicationFolder, word);
     }
-    const QString picture = blank > 0 ? QString() : PictureUnderPointer(m_text, xPx, yPx, topLine, layout);
+    // A picture inside a blank is part of the answer: the click that shows the answer opens it.
+    const QString picture =
+        blank > 0 ? PictureOfAnswer(m_text, m_round, blank) : PictureUnderPointer(m_text, xPx, yPx, topLine, layout);
     if (!picture.isEmpty())
         ShowPicture(picture);
     if (layout.hasLineNumbers) {

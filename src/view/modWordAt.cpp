@@ -96,3 +96,11 @@ QString PictureUnderPointer(const DisplayText &text, int xPx, int yPx, int topLi
     const PointedAt at = CharacterAt(text, xPx, yPx, topLine, layout);
     return at.index < 0 ? QString() : PictureNameAt(at.line, at.index);
 }
+
+QString PictureOfAnswer(const DisplayText &text, const StudyRound &round, int blank)
+{
+    if (!round.bolOpen(blank))
+        return QString();
+    const std::vector<PictureReference> references = PictureReferences(text.Answer(blank));
+    return references.empty() ? QString() : references.front().name;
+}
