@@ -209,7 +209,8 @@ class PicText::Painter
         const bool isShown = m_round.bolOpen(blank);
         const int penWidth = qMax(1, Device(1));
         const QRect outline = Device(
-            QRect(box.leftPx, m_layout.RowTopPx(row), box.rightPx - box.leftPx, m_layout.linePitchPx - RowGapPx));
+        // The right edge stands where clicks ask for it: on the first pixel behind the last cell.
+            QRect(box.leftPx, m_layout.RowTopPx(row), box.rightPx - box.leftPx + 1, m_layout.linePitchPx - RowGapPx));
         m_painter.setPen(QPen(isShown ? DarkGrey : TextColour, penWidth, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
         m_painter.setBrush(Qt::NoBrush);
         // A pen of w pixels reaches w / 2 to both sides of its path.
@@ -401,7 +402,7 @@ void PicText::DrawBlank(int blank)
 {
     const BoxEdges box = GetBqInfoFromLine(*m_text, blank, m_layout.cellWidthPx, m_layout.TextLeftPx());
     const int row = m_text->Blanks().line[size_t(blank) - 1] - m_topLine + 1;
-    const QRect area(box.leftPx, m_layout.RowTopPx(row), box.rightPx - box.leftPx, m_layout.linePitchPx);
+    const QRect area(box.leftPx, m_layout.RowTopPx(row), box.rightPx - box.leftPx + 1, m_layout.linePitchPx);
     update(area.adjusted(-1, -1, 1, 1)); // at 125 % an edge may lie on a pixel that is only partly within the area
     if (!QAccessible::isActive())
         return; // nobody listens
