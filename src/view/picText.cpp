@@ -441,7 +441,8 @@ QSize PicText::sizeHint() const
 
 void PicText::keyPressEvent(QKeyEvent *event)
 {
-    Q_EMIT KeyDown(event->key());
+    if (m_heldKeys.IsFresh(*event)) // a key that is held is one answer
+        Q_EMIT KeyDown(event->key());
 }
 
 void PicText::mousePressEvent(QMouseEvent *event)

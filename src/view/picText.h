@@ -2,6 +2,7 @@
 // study; it paints what it is shown.
 #pragma once
 
+#include "platform/frmHeldKey.h"
 #include "search/modSearch.h"
 #include "view/modStudyRound.h"
 
@@ -98,3 +99,4 @@ class PicText : public QWidget
     Place m_spot;
     int m_wheelAngle = 0; // eighths of a degree that have not moved a line yet
 };
+    HeldKeyFilter m_heldKeys;

@@ -130,6 +130,8 @@ TEST_F(StudyWindowTest, ASessionFromTheFirstAnswerToTheRow)
     Press(Qt::Key_Return);
     Press(Qt::Key_Enter);
     Press(Qt::Key_Space);
+    QKeyEvent held(QEvent::KeyPress, Qt::Key_Return, {}, u"\r"_s, true);
+    QCoreApplication::sendEvent(page, &held);
     EXPECT_EQ(Label(u"lblNum"), u"2"_s);
     EXPECT_EQ(Label(u"lblShown"), u"表示 2 / 3"_s);
     EXPECT_EQ(Label(u"lblPlace"), u"1 ～ 2 行 / 2 行"_s);
