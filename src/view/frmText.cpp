@@ -2,6 +2,8 @@
 
 #include "files/frmFile.h"
 #include "platform/frmBusyPointer.h"
+#include "platform/frmFlowLayout.h"
+#include "platform/frmInputGuard.h"
 #include "platform/modDateText.h"
 #include "platform/modFile.h"
 #include "platform/modProduct.h"
@@ -404,7 +406,9 @@ void frmText::PlaceFileWindow()
 /// Begins a session with a file: its row is there before the file is read, so that every attempt leaves one.
 void frmText::OpenSession(const QString &path)
 {
-    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+    // What was typed ahead was meant for the file list. It arrives here and while the file is read, and does nothing.
+    m_inputGuard = std::make_unique<InputGuard>();
+    QCoreApplication::processEvents();
     if (m_isEnded)
         return; // one of those events closed the window
     m_sessionStart = m_desktop.Now();
@@ -419,9 +423,11 @@ void frmText::OpenSession(const QString &path)
     m_round.Load(0);
     ForgetPlaces();
     ClearClock();
-    if (!LoadFile(path, false, &message, &errorLine)) {
-        if (m_isEnded)
-            return; // the window was closed while the file was read
+    const bool isLoaded = LoadFile(path, false, &message, &errorLine);
+    if (m_isEnded)
+        return; // the window was closed while the file was read
+    if (!isLoaded) {
+        m_inputGuard.reset();
         SetUpScrollBar();
         ShowLine(1);
         Ask(message, MsgStyle::Ok, u"notify.wav"_s);
@@ -430,7 +436,8 @@ void frmText::OpenSession(const QString &path)
     m_path = path;
     ShowLine(1);
     StartClock();
-    if (!message.isEmpty())
+    if (!message.isEmpty()) {
+        m_inputGuard.reset();
         m_desktop.ShowMessage(message);
 }
 
@@ -481,6 +488,9 @@ void frmText::StartClock()
     // The first tick at once: by the time of the next one the second may have changed, and the clock would stay empty.
     QTimer::singleShot(0, this, &frmText::Timer1_Timer);
 }
+    }
+    // Once all that has arrived by now was handled.
+    QTimer::singleShot(0, this, [this] { m_inputGuard.reset(); });
 
 void frmText::ClearClock()
 {

@@ -16,6 +16,7 @@
 class frmFile;
 class frmMsg;
 class frmSearch;
+class InputGuard;
 class PicText;
 class QCheckBox;
 class QLabel;
@@ -138,6 +139,7 @@ class frmText : public QWidget
     QScrollBar *VScroll;
     QPushButton *cmdFile;
     QPushButton *cmdReRead;
+    std::unique_ptr<InputGuard> m_inputGuard; // while a file is being opened
     QPushButton *cmdEdit;
     QPushButton *cmdIni;
     QPushButton *cmdDispHowToUse;
