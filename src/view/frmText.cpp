@@ -357,7 +357,7 @@ void frmText::cmdFile_Click()
 {
     WriteTrace(u"■frmText.cmdFile_Click()");
     SaveFormPos();
-    if (!m_path.isEmpty()) {
+    if (m_hasSession) {
         CompleteSession();
         QString error;
         if (!m_log.WriteLog(u"DBUpdRecKotoban "_s + TimeText(m_desktop.Now()), &error))
@@ -459,6 +459,7 @@ bool frmText::LoadFile(const QString &path, bool keepsAnswers, QString *message,
         m_round.Reload(m_text.Blanks().Count());
     else
         m_round.Load(m_text.Blanks().Count());
+    m_hasSession = true;
     picText->SetStudy(&m_text, &m_round);
     ForgetPlaces();
     SetUpScrollBar();
@@ -767,7 +768,9 @@ void frmText::Form_Unload()
 {
     WriteTrace(u"■frmText.Form_Unload");
     Timer1->stop();
-    Record();
+    m_isEnded = true;
+    if (m_hasSession)
+        CompleteSession();
     SaveFormPos();
     Q_EMIT Ended();
 }
@@ -777,7 +780,7 @@ void frmText::Record()
     if (m_isEnded)
         return;
     m_isEnded = true;
-    if (!m_path.isEmpty())
+    if (m_hasSession)
         CompleteSession();
     m_database.Close();
 }

@@ -130,6 +130,7 @@ class frmText : public QWidget
     bool m_isActivated = false;
     bool m_hasShownRepairs = false;
     bool m_isEnded = false;
+    bool m_hasSession = false; // a row was inserted, also for a file that could not be loaded
     unsigned m_wheelMessage = 0;
 
     std::unique_ptr<frmFile> m_frmFile;

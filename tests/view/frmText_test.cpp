@@ -419,7 +419,19 @@ TEST_F(StudyWindowTest, ALoadThatFailsLeavesNoFileOpenAndItsRow)
     EXPECT_EQ(Sessions().size(), 2);
     window->close();
     database.Open(folder.Path(u"k.splite3"_s));
-    EXPECT_TRUE(Sessions().last().endsWith(u"\tb\t\t"_s)) << "never completed";
+    EXPECT_TRUE(Sessions().last().endsWith(u"\tb\t2024/03/05 14:30:15\t0"_s)) << Sessions().last().toStdString();
+}
+
+TEST_F(StudyWindowTest, StandsWhereItStoodAndAsLarge)
+{
+    folder.Write(u"Kotoban.ini"_s, "[setting]\r\nFormLeft=99999\r\nFormWidth=500\r\nFormHeight=400\r\n");
+    OpenWith({u"[x]"_s});
+    EXPECT_EQ(desktop.TakeMessages().size(), 1);
+    EXPECT_EQ(window->x(), 0) << "the value that the message names";
+    EXPECT_EQ(window->size(), QSize(500, 400));
+    window->resize(520, 410);
+    window->close();
+    EXPECT_TRUE(folder.Read(u"Kotoban.ini"_s).contains("FormLeft=0\r\nFormWidth=520\r\nFormHeight=410\r\n"));
 }
 
 TEST_F(StudyWindowTest, SettingsShowAtOnceAndKeepTheAnswers)
