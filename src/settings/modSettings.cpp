@@ -146,6 +146,18 @@ bool SettingsFile::WriteFileIniFormPos(int leftPx) const
     return leftPx < 0 || WriteIni(u"FormLeft"_s, QString::number(leftPx));
 }
 
+QSize SettingsFile::ReadFormSize() const
+{
+    const QSize size(ReadIni(u"FormWidth"_s, QString()).toInt(), ReadIni(u"FormHeight"_s, QString()).toInt());
+    return size.isEmpty() ? QSize() : size;
+}
+
+bool SettingsFile::WriteFormSize(const QSize &sizePx) const
+{
+    return WriteIni(u"FormWidth"_s, QString::number(sizePx.width())) &&
+           WriteIni(u"FormHeight"_s, QString::number(sizePx.height()));
+}
+
 QString SettingsFile::ReadIni(const QString &key, const QString &defaultText) const
 {
     return ReadProfile(m_path, u"setting"_s, key, defaultText, LongestSetting);

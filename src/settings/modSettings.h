@@ -2,6 +2,7 @@
 // executable. Numbers are read and written the same in every locale.
 #pragma once
 
+#include <QSize>
 #include <QString>
 #include <QStringList>
 
@@ -71,6 +72,12 @@ class SettingsFile
     /// Writes the study window's left edge, in pixels. A negative one is not written: the previous value stays.
     /// @return false when the file could not be written; it is then unchanged
     bool WriteFileIniFormPos(int leftPx) const;
+
+    /// The size of the study window that the file holds, in pixels; empty when it holds none or something odd.
+    QSize ReadFormSize() const;
+
+    /// Writes the study window's size, in pixels. @return false when the file could not be written
+    bool WriteFormSize(const QSize &sizePx) const;
 
   private:
     QString ReadIni(const QString &key, const QString &defaultText) const;

@@ -96,13 +96,11 @@ void frmText::AddControls()
     cmdDispHowToUse->setToolTip(u"使い方の説明を開きます (F1)"_s);
     cmdSearch->setToolTip(u"キーワードや本文の言葉を探します (Ctrl+F)"_s);
 
-    auto *const bar = new QHBoxLayout;
+    auto *const bar = new FlowLayout;
     bar->setSpacing(6);
     for (QPushButton *const button : {cmdFile, cmdReRead, cmdEdit, cmdIni, cmdDispHowToUse, cmdSearch})
         bar->addWidget(button);
-    bar->addSpacing(6);
     bar->addWidget(chkSpeak);
-    bar->addStretch();
 
     auto *const grid = new QGridLayout(this);
     grid->setContentsMargins(8, 8, 8, 6);
@@ -121,6 +119,7 @@ void frmText::AddControls()
     connect(picText, &PicText::KeyDown, this, &frmText::picText_KeyDown);
     connect(picText, &PicText::MouseDown, this, &frmText::picText_MouseDown);
     connect(picText, &PicText::MouseMove, this, &frmText::picText_MouseMove);
+    connect(picText, &PicText::OLEDragDrop, this, &frmText::picText_OLEDragDrop);
     connect(picText, &PicText::RowsChanged, this, &frmText::SetUpScrollBar);
     connect(picText, &PicText::WheelTurned, this, [this](int lines) { VScroll->setValue(VScroll->value() + lines); });
     AddShortcuts();
@@ -172,25 +171,33 @@ QLayout *frmText::StateControls()
     prgShown->setObjectName(u"prgShown"_s);
     prgShown->setAccessibleName(u"表示した正解の割合"_s);
     prgShown->setTextVisible(false);
-    prgShown->setFixedSize(120, 8);
+    prgShown->setFixedSize(fontMetrics().averageCharWidth() * 16, qMax(8, fontMetrics().height() / 2));
     for (QWidget *const control : std::initializer_list<QWidget *>{prgShown, lblMinN, lblMin, lblSecN, lblSec})
         KeepPlaceWhenHidden(control);
 
+    QLabel *const lblNumN = AddLabel(u"lblNumN"_s);
+    lblNumN->setText(u"回答数："_s);
+    auto *const places = new FlowLayout;
+    places->setSpacing(20);
+    for (QWidget *const control : {Group({lblNumN, lblNum}), Group({prgShown, lblShown}),
+                                   static_cast<QWidget *>(lblPlace), static_cast<QWidget *>(lblKeyword)})
+        places->addWidget(control);
     auto *const state = new QHBoxLayout;
-    state->setSpacing(6);
-    state->addWidget(new QLabel(u"回答数："_s, this));
-    state->addWidget(lblNum);
-    state->addSpacing(20);
-    state->addWidget(prgShown, 0, Qt::AlignVCenter);
-    state->addWidget(lblShown);
-    state->addSpacing(20);
-    state->addWidget(lblPlace);
-    state->addSpacing(20);
-    state->addWidget(lblKeyword);
-    state->addStretch();
-    for (QLabel *const label : {lblMinN, lblMin, lblSecN, lblSec})
-        state->addWidget(label);
+    state->addLayout(places, 1);
+    state->addWidget(Group({lblMinN, lblMin, lblSecN, lblSec}), 0, Qt::AlignTop);
     return state;
+}
+
+/// Controls that stay beside each other.
+QWidget *frmText::Group(const QList<QWidget *> &controls)
+{
+    auto *const group = new QWidget(this);
+    auto *const row = new QHBoxLayout(group);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(6);
+    for (QWidget *const control : controls)
+        row->addWidget(control, 0, Qt::AlignVCenter);
+    return group;
 }
 
 // A click leaves the focus in the text, where Enter is; Tab still reaches every button, and Enter presses it there.
@@ -217,18 +224,24 @@ void frmText::Form_Load()
     WriteTrace(u"■frmText.Form_Load()");
     setWindowTitle(ProductName() + u" Ver"_s + VersionText() + u" ["_s + m_place.userName + u']');
     lblKeyword->hide();
-    lblKeyword->setMaximumWidth(160);
     QPalette dimmed = lblKeyword->palette();
     dimmed.setColor(QPalette::WindowText, QColor(128, 128, 128)); // colour 8 of the palette of 16
     lblKeyword->setPalette(dimmed);
 
-    picText->SetAppearance(m_defaults.FontSize, m_defaults.LineSpace, m_defaults.bolDispLineNum);
+    // The letters' size decides the window's, and that the greatest left edge.
     const QRect area = screen()->availableGeometry();
-    resize(sizeHint().boundedTo(area.size() - FrameAllowance));
-    m_upper = UpperBounds(qMax(0, area.width() - width()));
-    const int left =
-        m_settingsFile.Exists() ? qMin(m_settingsFile.ReadFormPos(), m_upper.FormLeft) : m_upper.FormLeft / 2;
-    move(area.left() + left, area.top() + (area.height() - height()) / 3);
+    m_upper = UpperBounds(area.width());
+    QStringList repairs; // are shown when the window is
+    if (m_settingsFile.Exists())
+        m_settings = m_settingsFile.Read(m_defaults, m_upper, &repairs);
+    ApplySettings();
+    const QSize remembered = m_settingsFile.ReadFormSize();
+    resize((remembered.isEmpty() ? sizeHint() : remembered).boundedTo(area.size() - FrameAllowance));
+    m_upper = UpperBounds(LargestLeft(width()));
+    int left = area.left() + (area.width() - width()) / 2;
+    if (m_settingsFile.Exists())
+        left = m_settingsFile.Read(m_defaults, m_upper, &repairs).FormLeft;
+    move(left, area.top() + (area.height() - height()) / 3);
 
     for (QWidget *const control : {static_cast<QWidget *>(cmdIni), static_cast<QWidget *>(cmdEdit),
                                    static_cast<QWidget *>(cmdReRead), static_cast<QWidget *>(chkSpeak)})
@@ -282,6 +295,37 @@ void frmText::ReadSettings()
 void frmText::ApplySettings()
 {
     picText->SetAppearance(m_settings.FontSize, m_settings.LineSpace, m_settings.bolDispLineNum);
+}
+
+/// Widens the window, up to the screen, where a line of the greatest length does not fit into it any more.
+void frmText::WidenToText()
+{
+    const QRect area = screen()->availableGeometry();
+    const int wanted = qMin(sizeHint().width(), area.width() - FrameAllowance.width());
+    if (isMaximized() || isFullScreen() || wanted <= width())
+        return;
+    const int frame = frameGeometry().width() - width();
+    resize(wanted, height());
+    move(qMax(area.left(), qMin(x(), area.right() + 1 - wanted - frame)), y());
+}
+
+/// The largest left edge at which a window of a width is still on the screen, pixels. Left edges are those of the whole
+/// screen, panels at its side included: a window must not move on by a panel's width at each start.
+int frmText::LargestLeft(int widthPx) const
+{
+    return qMax(0, screen()->geometry().width() - widthPx);
+}
+
+void frmText::Form_Resize()
+{
+    WriteTrace(u"■frmText.Form_Resize");
+    // Nothing else: the text area sees to its rows itself.
+}
+
+void frmText::resizeEvent(QResizeEvent *event)
+{
+    QWidget::resizeEvent(event);
+    Form_Resize();
 }
 
 void frmText::SetUpScrollBar()
@@ -387,11 +431,14 @@ void frmText::cmdFile_Click()
     picText->setFocus();
 }
 
-/// Saves the left edge. A window that was made narrower can stand farther right than the bound allows; the value is cut
-/// to it, or the next start would complain about what the program wrote itself.
+/// Saves the left edge, and the size beside it. A window can stand farther right than the bound allows; the value is
+/// cut to it, or the next start would complain about what the program wrote itself.
 void frmText::SaveFormPos()
 {
-    m_settingsFile.WriteFileIniFormPos(qMin(x(), m_upper.FormLeft));
+    const bool isAsUsual = !isMaximized() && !isFullScreen();
+    const QSize usualSize = isAsUsual ? size() : normalGeometry().size();
+    m_settingsFile.WriteFileIniFormPos(qMin(x(), LargestLeft(usualSize.width())));
+    m_settingsFile.WriteFormSize(usualSize);
 }
 
 /// Puts the file selection window over the study window: centred on it, its top at the button that opens it.
@@ -400,7 +447,8 @@ void frmText::PlaceFileWindow()
     const QRect area = screen()->availableGeometry();
     const int left = x() + (width() - m_frmFile->width()) / 2;
     const int top = cmdFile->mapToGlobal(QPoint(0, 0)).y();
-    m_frmFile->move(qMax(area.left(), left), qMax(area.top(), qMin(top, area.bottom() + 1 - m_frmFile->height())));
+    m_frmFile->move(qMax(area.left(), qMin(left, area.right() + 1 - m_frmFile->width())),
+                    qMax(area.top(), qMin(top, area.bottom() + 1 - m_frmFile->height())));
 }
 
 /// Begins a session with a file: its row is there before the file is read, so that every attempt leaves one.
@@ -411,6 +459,7 @@ void frmText::OpenSession(const QString &path)
     QCoreApplication::processEvents();
     if (m_isEnded)
         return; // one of those events closed the window
+    m_hasSession = true;
     m_sessionStart = m_desktop.Now();
     m_round.lngOpenCount = 0;
     ShowCount();
@@ -439,6 +488,9 @@ void frmText::OpenSession(const QString &path)
     if (!message.isEmpty()) {
         m_inputGuard.reset();
         m_desktop.ShowMessage(message);
+    }
+    // Once all that has arrived by now was handled.
+    QTimer::singleShot(0, this, [this] { m_inputGuard.reset(); });
 }
 
 /// Reads a file into the page.
@@ -455,11 +507,11 @@ bool frmText::LoadFile(const QString &path, bool keepsAnswers, QString *message,
     }
     m_isTextLoaded = true;
     m_text = DisplayText(std::move(lines));
+    *message = BadPictureNamesMessage(BadPictureNames(m_text));
     if (keepsAnswers)
         m_round.Reload(m_text.Blanks().Count());
     else
         m_round.Load(m_text.Blanks().Count());
-    m_hasSession = true;
     picText->SetStudy(&m_text, &m_round);
     ForgetPlaces();
     SetUpScrollBar();
@@ -489,9 +541,6 @@ void frmText::StartClock()
     // The first tick at once: by the time of the next one the second may have changed, and the clock would stay empty.
     QTimer::singleShot(0, this, &frmText::Timer1_Timer);
 }
-    }
-    // Once all that has arrived by now was handled.
-    QTimer::singleShot(0, this, [this] { m_inputGuard.reset(); });
 
 void frmText::ClearClock()
 {
@@ -518,7 +567,6 @@ void frmText::Timer1_Timer()
         lblSec->show();
         lblMinN->hide();
         lblMin->hide();
-    *message = BadPictureNamesMessage(BadPictureNames(m_text));
     }
 }
 
@@ -583,10 +631,14 @@ void frmText::cmdIni_Click()
             m_desktop.ShowMessage(u"設定を保存できません。\r\n  "_s + m_place.settingsPath);
         m_settings = settings;
         ApplySettings();
+        WidenToText();
         ShowLine(VScroll->value());
-        return;
+    } else {
+        Form_Activate();
     }
-    Form_Activate();
+    // A message box over the settings window may have left no window active.
+    activateWindow();
+    picText->setFocus();
 }
 
 void frmText::cmdDispHowToUse_Click()
@@ -622,8 +674,10 @@ void frmText::GoOnSearching(bool backwards)
 void frmText::ShowPlace(const Place &place, const QString &wanted)
 {
     constexpr int linesAbove = 3;
+    const int wordWidthPx = fontMetrics().averageCharWidth() * 24; // so that a long word does not hide the verdict
     picText->SetMark(place);
-    lblKeyword->setText(place.line == 0 ? QString(wanted + u"はありません"_s) : wanted);
+    lblKeyword->setText(fontMetrics().elidedText(wanted, Qt::ElideMiddle, wordWidthPx) +
+                        (place.line == 0 ? u"はありません"_s : QString()));
     lblKeyword->show();
     if (place.line > 0 && !IsInView(place.line))
         VScroll->setValue(qMax(1, place.line - linesAbove));
@@ -695,6 +749,12 @@ void frmText::picText_MouseDown(Qt::MouseButton button, int xPx, int yPx)
 void frmText::picText_MouseMove()
 {
     WriteTrace(u"■frmText.picText_MouseMove");
+}
+
+// Nothing is meant to happen here either.
+void frmText::picText_OLEDragDrop()
+{
+    WriteTrace(u"■frmText.picText_OLEDragDrop");
 }
 
 void frmText::ClickLeft(int xPx, int yPx)
@@ -772,6 +832,7 @@ void frmText::Form_Unload()
     if (m_hasSession)
         CompleteSession();
     SaveFormPos();
+    m_database.Close();
     Q_EMIT Ended();
 }
 

@@ -54,11 +54,13 @@ class frmText : public QWidget
 
   protected:
     void showEvent(QShowEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
     void closeEvent(QCloseEvent *event) override;
 
   private:
     void Form_Load();
     void Form_Activate();
+    void Form_Resize();
     void Form_Unload();
     void cmdFile_Click();
     void cmdReRead_Click();
@@ -71,14 +73,18 @@ class frmText : public QWidget
     void picText_KeyDown(int key);
     void picText_MouseDown(Qt::MouseButton button, int xPx, int yPx);
     void picText_MouseMove();
+    void picText_OLEDragDrop();
 
     void AddControls();
     QLayout *StateControls();
+    QWidget *Group(const QList<QWidget *> &controls);
     void AddShortcuts();
     QPushButton *AddButton(const QString &name, const QString &caption, void (frmText::*handler)());
     QLabel *AddLabel(const QString &name);
     void ReadSettings();
     void ApplySettings();
+    void WidenToText();
+    int LargestLeft(int widthPx) const;
     void SetUpScrollBar();
     PageInView Page() const;
     void ShowLine(int line);
@@ -124,15 +130,16 @@ class frmText : public QWidget
     bool m_isTextLoaded = false;
     DisplayText m_text;
     StudyRound m_round;
+    bool m_hasSession = false; // a row was inserted, also for a file that could not be loaded
     QDateTime m_sessionStart;
     QDateTime m_clockStart;
 
     bool m_isActivated = false;
     bool m_hasShownRepairs = false;
     bool m_isEnded = false;
-    bool m_hasSession = false; // a row was inserted, also for a file that could not be loaded
     unsigned m_wheelMessage = 0;
 
+    std::unique_ptr<InputGuard> m_inputGuard; // while a file is being opened
     std::unique_ptr<frmFile> m_frmFile;
     std::unique_ptr<KeywordSearch> m_search; // made when it is first opened
     std::unique_ptr<frmSearch> m_frmSearch;
@@ -140,7 +147,6 @@ class frmText : public QWidget
     QScrollBar *VScroll;
     QPushButton *cmdFile;
     QPushButton *cmdReRead;
-    std::unique_ptr<InputGuard> m_inputGuard; // while a file is being opened
     QPushButton *cmdEdit;
     QPushButton *cmdIni;
     QPushButton *cmdDispHowToUse;

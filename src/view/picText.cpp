@@ -6,6 +6,7 @@
 #include "view/modWordAt.h"
 
 #include <QAccessible>
+#include <QDragEnterEvent>
 #include <QFontDatabase>
 #include <QFontMetricsF>
 #include <QGlyphRun>
@@ -208,8 +209,8 @@ class PicText::Painter
         const BoxEdges box = GetBqInfoFromLine(m_text, blank, m_layout.cellWidthPx, m_layout.TextLeftPx());
         const bool isShown = m_round.bolOpen(blank);
         const int penWidth = qMax(1, Device(1));
-        const QRect outline = Device(
         // The right edge stands where clicks ask for it: on the first pixel behind the last cell.
+        const QRect outline = Device(
             QRect(box.leftPx, m_layout.RowTopPx(row), box.rightPx - box.leftPx + 1, m_layout.linePitchPx - RowGapPx));
         m_painter.setPen(QPen(isShown ? DarkGrey : TextColour, penWidth, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
         m_painter.setBrush(Qt::NoBrush);
@@ -328,6 +329,7 @@ PicText::PicText(QWidget *parent) : QWidget(parent), m_font(PageFont())
 {
     setFocusPolicy(Qt::StrongFocus);
     setMouseTracking(true);
+    setAcceptDrops(true);
     setAttribute(Qt::WA_OpaquePaintEvent);
     setAttribute(Qt::WA_InputMethodEnabled, false); // an input method would keep Enter to itself
     PageAccessible::Install();                      // before anything is told of this widget
@@ -360,6 +362,7 @@ void PicText::SetAppearance(float points, int lineSpacePx, bool hasLineNumbers)
     m_layout.linePitchPx = int(std::ceil(metrics.height())) + lineSpacePx;
     m_layout.hasLineNumbers = hasLineNumbers;
     m_layout.heightPx = height();
+    updateGeometry(); // the size that a long line asks for
     update();
     Q_EMIT RowsChanged();
 }
@@ -460,6 +463,16 @@ void PicText::mouseMoveEvent(QMouseEvent *event)
 {
     UpdatePointer(event->position().toPoint());
     Q_EMIT MouseMove();
+}
+
+void PicText::dragEnterEvent(QDragEnterEvent *event)
+{
+    event->acceptProposedAction();
+}
+
+void PicText::dropEvent(QDropEvent *)
+{
+    Q_EMIT OLEDragDrop();
 }
 
 // A touchpad turns the wheel by small fractions of a notch; they add up until they make a line. Ctrl with the wheel

@@ -67,6 +67,7 @@ class PicText : public QWidget
     void KeyDown(int key);
     void MouseDown(Qt::MouseButton button, int xPx, int yPx);
     void MouseMove();
+    void OLEDragDrop();
     void RowsChanged(); ///< the number of rows may be another one now
     void WheelTurned(int lines);
 
@@ -76,6 +77,8 @@ class PicText : public QWidget
     void mouseDoubleClickEvent(QMouseEvent *event) override;
     void mouseMoveEvent(QMouseEvent *event) override;
     void wheelEvent(QWheelEvent *event) override;
+    void dragEnterEvent(QDragEnterEvent *event) override;
+    void dropEvent(QDropEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
     void focusInEvent(QFocusEvent *event) override;
     void focusOutEvent(QFocusEvent *event) override;
@@ -97,6 +100,6 @@ class PicText : public QWidget
     int m_topLine = 1;
     Place m_mark;
     Place m_spot;
+    HeldKeyFilter m_heldKeys;
     int m_wheelAngle = 0; // eighths of a degree that have not moved a line yet
 };
-    HeldKeyFilter m_heldKeys;

@@ -440,6 +440,7 @@ TEST_F(StudyWindowTest, SettingsShowAtOnceAndKeepTheAnswers)
     Press(Qt::Key_Return, 3);
     scroll->setValue(7);
     const PageLayout before = page->Layout();
+    window->resize(500, window->height());
     script.When(u"frmIni"_s, [](QWidget *dialog) {
         dialog->findChild<QAbstractButton *>(u"optFontSize2"_s)->click();
         dialog->findChild<QAbstractButton *>(u"chkDispLineNum"_s)->click();
@@ -459,6 +460,8 @@ TEST_F(StudyWindowTest, SettingsShowAtOnceAndKeepTheAnswers)
                                                    u"次のテキストエディタが見つかりません。\r\n  no such editor\r\n"
                                                    u"メモ帳をテキストエディタに指定します。"_s}));
     EXPECT_GT(page->Layout().cellWidthPx, before.cellWidthPx);
+    EXPECT_GT(window->width(), 700) << "a line of 100 columns asks for more";
+    EXPECT_TRUE(QTest::qWaitFor([this] { return QApplication::focusWidget() == page; }));
     EXPECT_FALSE(page->Layout().hasLineNumbers);
     EXPECT_EQ(scroll->value(), 7);
     EXPECT_EQ(Label(u"lblNum"), u"3"_s);
@@ -517,13 +520,13 @@ TEST_F(StudyWindowTest, PicturesOpenByAClickOrSayWhatIsWrong)
     }
     EXPECT_EQ(shown, QStringList({u"20"_s, u"brokenが見つかりません。"_s, u"bombは大きすぎるため表示できません。"_s}));
     Click(Qt::LeftButton, 22, 1);
+    script.When(u"frmPicture"_s, look);
+    Click(Qt::LeftButton, 36, 1);
+    EXPECT_EQ(shown.last(), u"noneが見つかりません。"_s) << "shown as the answer that it is";
+    EXPECT_EQ(Label(u"lblNum"), u"1"_s);
     Click(Qt::LeftButton, 36, 1);
     const QPoint overReference(page->Layout().TextLeftPx() + 10, page->Layout().RowTopPx(1) + 5);
     // Moved in the window and not on the screen, where a real pointer takes its time.
     QTest::mouseMove(window->windowHandle(), page->mapTo(window.get(), overReference));
     EXPECT_EQ(page->cursor().shape(), Qt::PointingHandCursor);
 }
-    script.When(u"frmPicture"_s, look);
-    Click(Qt::LeftButton, 36, 1);
-    EXPECT_EQ(shown.last(), u"noneが見つかりません。"_s) << "shown as the answer that it is";
-    EXPECT_EQ(Label(u"lblNum"), u"1"_s);
