@@ -1,6 +1,7 @@
 #include "app/modMain.h"
 
 #include "platform/modFile.h"
+#include "platform/modFolderSync.h"
 #include "platform/modProduct.h"
 #include "store/Sqlite3.h"
 
@@ -71,10 +72,12 @@ bool CopyDatabase(const QString &source, const QString &target, QString *error)
         WriteTrace(u"RollBack"); // it is copied as it is
     QFile::remove(copy + journal);
     QFile file(copy);
-    if (file.rename(target))
-        return true;
-    *error = file.errorString();
-    return false;
+    if (!file.rename(target)) {
+        *error = file.errorString();
+        return false;
+    }
+    SyncFolder(folder);
+    return true;
 }
 
 bool StartRunLog(const RunLog &log, Desktop &desktop)

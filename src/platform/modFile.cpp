@@ -1,9 +1,11 @@
 #include "platform/modFile.h"
 
+#include "platform/modFolderSync.h"
 #include "platform/modMemory.h"
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QSaveFile>
 
 using namespace Qt::Literals::StringLiterals;
@@ -13,10 +15,14 @@ namespace {
 constexpr qsizetype PieceBytes = 1 << 20; // that are read and written at a time
 
 /// Puts what was written in its place. QSaveFile takes no notice when the last of it does not fit on the disk and would
-/// put what is there of it in the place of the whole file, so that is written first.
+/// put what is there of it in the place of the whole file, so that is written first. It syncs the file before it
+/// renames it, but not the folder, without which a power cut would take the rename back.
 bool Commit(QSaveFile *file)
 {
-    return file->flush() && file->commit();
+    if (!file->flush() || !file->commit())
+        return false;
+    SyncFolder(QFileInfo(file->fileName()).path());
+    return true;
 }
 
 } // namespace

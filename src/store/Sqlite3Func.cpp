@@ -76,6 +76,7 @@ StudyDatabase::~StudyDatabase()
 
 int StudyDatabase::Open(const QString &path)
 {
+    m_isPowerSafe = false;
     return SQLite3Open(path, &m_handle);
 }
 
@@ -85,11 +86,25 @@ void StudyDatabase::Close()
     m_handle = nullptr;
 }
 
+/// Has SQLite sync the folder too when a commit removes its journal: a journal that comes back after a power cut would
+/// take a session back that was complete. SQLite reads the database for this, so it fails while that is locked or
+/// broken; it is then tried again before the next statement, which tells of the fault.
+void StudyDatabase::MakePowerSafe()
+{
+    if (m_isPowerSafe)
+        return;
+    sqlite3_stmt *statement = nullptr;
+    m_isPowerSafe = SQLite3Prepare16V2(m_handle, u"pragma synchronous=extra"_s, &statement) == SQLITE_OK &&
+                    SQLite3Step(statement) == SQLITE_DONE;
+    SQLite3Finalize(statement);
+}
+
 int StudyDatabase::Prepare(const QString &sql, const QStringList &names, sqlite3_stmt **statement)
 {
     for (const QString &name : names)
         if (name.contains(u'\''))
             return SQLITE_ERROR;
+    MakePowerSafe();
     return SQLite3Prepare16V2(m_handle, sql, statement);
 }
 

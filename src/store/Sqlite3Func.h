@@ -37,7 +37,8 @@ class StudyDatabase
     /// Runs a statement that returns no rows. Of a text with several statements only the first is looked at.
     /// @param names  texts that were put into it between single quotes. One that holds a "'" itself would end there,
     ///   and what follows it would be read as SQL: such a statement counts as one that cannot be prepared.
-    /// @return whether it was carried out; if not, the database is as before and the learner has been told
+    /// @return whether it was carried out, and is on the disk for good; if not, the database is as before and the
+    /// learner has been told
     bool SQLite3NonQuery(const QString &sql, const QStringList &names = {});
 
     /// Runs a statement that returns rows.
@@ -51,8 +52,10 @@ class StudyDatabase
     QString SQLite3GetColumn(const ResultTable &table, int row, const QString &name);
 
   private:
+    void MakePowerSafe();
     int Prepare(const QString &sql, const QStringList &names, sqlite3_stmt **statement);
 
     Desktop &m_desktop;
     sqlite3 *m_handle = nullptr;
+    bool m_isPowerSafe = false; ///< a statement that was carried out outlives a power cut
 };

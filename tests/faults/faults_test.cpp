@@ -8,6 +8,7 @@
 #include "platform/modProfile.h"
 #include "store/modDB_SQLite.h"
 #include "support/RecordingDesktop.h"
+#include "support/Rows.h"
 #include "support/TestFiles.h"
 
 #include <QElapsedTimer>
@@ -16,13 +17,41 @@
 #include <QThread>
 
 #include <csignal>
+#include <functional>
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <random>
 #include <sqlite3.h>
 #include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 
 using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+std::vector<ino_t> synced; // what was brought to the disk, in that order
+
+int Sync(int handle)
+{
+    struct stat file = {};
+    fstat(handle, &file);
+    synced.push_back(file.st_ino);
+    return int(syscall(SYS_fsync, handle));
+}
+
+} // namespace
+
+// The libraries call these in the place of the system's.
+extern "C" int fsync(int handle)
+{
+    return Sync(handle);
+}
+extern "C" int fdatasync(int handle)
+{
+    return Sync(handle);
+}
 
 namespace {
 
@@ -151,6 +180,33 @@ TEST_F(Faults, DeathAtAnyMomentLosesNothingThatWasComplete)
     }
     ExpectWholeBackups();
     EXPECT_GT(completed, 20) << "it was killed too early to have much to lose";
+}
+
+TEST_F(Faults, APowerCutTakesNothingBackThatWasWritten)
+{
+    StudyDatabase database(desktop);
+    ASSERT_EQ(database.Open(databasePath), 0);
+    QString error;
+    const QString list = folder.Path(u"ListUserName.txt"_s);
+    const Rows<std::function<void()>, QString, QString> writes = {
+        {"insert", [&] { DBInsRecKotoban(database, desktop.now, u"a"_s, u"f"_s); }, databasePath, u"db"_s},
+        {"update", [&] { DBUpdRecKotoban(database, desktop, desktop.now, u"a"_s, 5); }, databasePath, u"db"_s},
+        {"backup", [&] { BackUp(&error); }, u"db_backup/kotoban_2024_0305-1430_15.splite3"_s, u"db_backup"_s},
+        {"user list", [&] { AppendUserName(list, u"a"_s, &error); }, list, QString()},
+    };
+    for (const auto &[name, write, file, fileFolder] : writes) {
+        const auto inode = [this](const QString &path) {
+            struct stat about = {};
+            stat(qPrintable(QDir(folder.Path()).filePath(path)), &about);
+            return about.st_ino;
+        };
+        synced.clear();
+        write();
+        // Without the folder last, the journal that was removed or the name of the file before could come back.
+        ASSERT_GE(synced.size(), 2u) << name;
+        EXPECT_THAT(synced, testing::Contains(inode(file))) << name;
+        EXPECT_EQ(synced.back(), inode(fileFolder)) << name;
+    }
 }
 
 TEST_F(Faults, OfTwoStartsAtTheSameInstantExactlyOneRuns)

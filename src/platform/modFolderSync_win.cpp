@@ -1,0 +1,18 @@
+#include "platform/modFolderSync.h"
+
+#include <QDir>
+
+#include <windows.h>
+
+void SyncFolder(const QString &folder)
+{
+    // Only with this flag does the system open a folder, and it flushes only what is open for writing.
+    const QString path = QDir::toNativeSeparators(folder);
+    const HANDLE handle = CreateFileW(reinterpret_cast<LPCWSTR>(path.utf16()), GENERIC_WRITE,
+                                      FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr, OPEN_EXISTING,
+                                      FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+    if (handle == INVALID_HANDLE_VALUE)
+        return;
+    FlushFileBuffers(handle);
+    CloseHandle(handle);
+}
