@@ -1,12 +1,11 @@
 // Makes the inputs of the timings, the same in every run: study files in code page 932 with 15 % of their words in
 // blanks, some tabs and pictures, a text of plain ASCII, and databases of study sessions.
 //
-//     bench_inputs FOLDER SCHEMA
-//
-// SCHEMA is a file with the SQL of the table.
+//     bench_inputs FOLDER
 #include "platform/modCodePage.h"
 #include "platform/modDateText.h"
 #include "platform/modFile.h"
+#include "store/modDB_SQLite.h"
 
 #include <QFile>
 #include <QTextStream>
@@ -89,13 +88,14 @@ void Run(sqlite3 *database, const QByteArray &sql)
 }
 
 /// Sessions of four learners, three a day each, back from the end of 2024.
-void WriteSessions(const QString &path, int sessionCount, const QByteArray &schema)
+void WriteSessions(const QString &path, int sessionCount)
 {
     QFile::remove(path);
     sqlite3 *database = nullptr;
     if (sqlite3_open(qPrintable(path), &database) != SQLITE_OK)
         qFatal("%s", sqlite3_errmsg(database));
-    Run(database, schema);
+    for (const QString &statement : KotobanSchema)
+        Run(database, statement.toUtf8());
     Run(database, "begin");
     Random random(12);
     for (int i = 0; i < sessionCount; ++i) {
@@ -114,8 +114,8 @@ void WriteSessions(const QString &path, int sessionCount, const QByteArray &sche
 
 int main(int argc, char *argv[])
 {
-    if (argc != 3)
-        qFatal("usage: bench_inputs FOLDER SCHEMA");
+    if (argc != 2)
+        qFatal("usage: bench_inputs FOLDER");
     const QString folder = QFile::decodeName(argv[1]);
     for (const int lines : {1'000, 30'000, 1'000'000})
         WriteText(JoinPath(folder, u"study_%1.txt"_s.arg(lines)), lines, StudyLine);
@@ -125,11 +125,7 @@ int main(int argc, char *argv[])
             line += EnglishWord(random) + u' ';
         return line;
     });
-    QByteArray schema;
-    QString error;
-    if (!ReadWholeFile(QFile::decodeName(argv[2]), &schema, &error))
-        qFatal("%s: %s", argv[2], qPrintable(error));
     for (const int sessions : {1'000, 100'000})
-        WriteSessions(JoinPath(folder, u"sessions_%1.splite3"_s.arg(sessions)), sessions, schema);
+        WriteSessions(JoinPath(folder, u"sessions_%1.splite3"_s.arg(sessions)), sessions);
     return 0;
 }

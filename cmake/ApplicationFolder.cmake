@@ -1,9 +1,7 @@
 # The application folder: the executable with everything it needs beside it. The build makes one in
 # ${CMAKE_BINARY_DIR}/Kotoban, the installation the same one at the prefix.
-find_program(SQLITE3_SHELL sqlite3 REQUIRED)
-
 set(KOTOBAN_FOLDER "${CMAKE_BINARY_DIR}/Kotoban")
-set(LAY_OUT_COMMAND "${CMAKE_COMMAND}" "-DASSETS=${CMAKE_SOURCE_DIR}/assets" "-DSQLITE3_SHELL=${SQLITE3_SHELL}")
+set(LAY_OUT_COMMAND "${CMAKE_COMMAND}" "-DASSETS=${CMAKE_SOURCE_DIR}/assets")
 
 add_custom_target(application_folder ALL
     COMMAND ${LAY_OUT_COMMAND} "-DFOLDER=${KOTOBAN_FOLDER}" -P "${CMAKE_SOURCE_DIR}/cmake/LayOutFolder.cmake"
@@ -14,7 +12,6 @@ add_dependencies(application_folder Kotoban)
 install(TARGETS Kotoban RUNTIME DESTINATION . COMPONENT portable)
 install(CODE "
     set(ASSETS \"${CMAKE_SOURCE_DIR}/assets\")
-    set(SQLITE3_SHELL \"${SQLITE3_SHELL}\")
     set(FOLDER \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}\")
     include(\"${CMAKE_SOURCE_DIR}/cmake/LayOutFolder.cmake\")"
     COMPONENT portable)

@@ -1,6 +1,6 @@
-# Fills an application folder. ASSETS: folder of the assets; FOLDER: the folder to fill; SQLITE3_SHELL: the sqlite3
-# command. A learner's files live in the same folders: what is already there stays as it is, except the help pages,
-# which belong to the program.
+# Fills an application folder. ASSETS: folder of the assets; FOLDER: the folder to fill. A learner's files live in the
+# same folders: what is already there stays as it is, except the help pages, which belong to the program. There is no
+# database in it: the program makes one where none ever was, and an archive that is unpacked again replaces none.
 foreach(name db db_backup txt rec wav htm)
     file(MAKE_DIRECTORY "${FOLDER}/${name}")
 endforeach()
@@ -17,13 +17,4 @@ endforeach()
 file(GLOB pages "${ASSETS}/htm/*")
 if(pages)
     file(COPY ${pages} DESTINATION "${FOLDER}/htm")
-endif()
-
-# Made beside its place and renamed, so that a build that is interrupted leaves no database without its table.
-set(database "${FOLDER}/db/kotoban.splite3")
-if(NOT EXISTS "${database}")
-    file(REMOVE "${database}.new")
-    execute_process(COMMAND "${SQLITE3_SHELL}" -bail "${database}.new" INPUT_FILE "${ASSETS}/db/schema.sql"
-        COMMAND_ERROR_IS_FATAL ANY)
-    file(RENAME "${database}.new" "${database}")
 endif()

@@ -31,7 +31,6 @@ if(CMAKE_SYSTEM_NAME STREQUAL "Linux")
     install_system(CODE "
         file(REMOVE_RECURSE \"${made}/folder\")
         set(ASSETS \"${CMAKE_SOURCE_DIR}/assets\")
-        set(SQLITE3_SHELL \"${SQLITE3_SHELL}\")
         set(FOLDER \"${made}/folder\")
         include(\"${CMAKE_SOURCE_DIR}/cmake/LayOutFolder.cmake\")")
     install_system(DIRECTORY "${made}/folder/" DESTINATION share/kotoban)

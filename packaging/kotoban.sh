@@ -6,7 +6,6 @@
 # This script makes it at the first start and brings it up to date at each later one:
 #
 #   Kotoban, htm            belong to the program: replaced where they differ from what is installed
-#   db/kotoban.splite3      made where there is none
 #   all other files         samples: each is given once, never over a file that is there, and one that the learner has
 #                           deleted stays away
 #
@@ -17,7 +16,6 @@ launcher=$(readlink -f "$0")
 prefix=${launcher%/*/*}
 program=$prefix/lib/kotoban/Kotoban
 template=$prefix/share/kotoban
-database=db/kotoban.splite3
 
 # refuse REASON: says why there is no start, on a desktop also in a window, and ends.
 refuse() {
@@ -55,16 +53,8 @@ make_folders() {
     done
 }
 
-# A file without a byte is a database without its table.
-make_database() {
-    if [ ! -s "$folder/$database" ] && [ ! -L "$folder/$database" ]; then
-        # The journal of a database that is gone would be written back into the new one.
-        rm -f "$folder/$database-journal" && put "$database" "$folder/$database"
-    fi
-}
-
 give_samples() {
-    find . -path ./htm -prune -o -type f ! -path "./$database" -print |
+    find . -path ./htm -prune -o -type f -print |
         LC_ALL=C grep -avxF -f "$given" |
         while IFS= read -r name; do
             is_there "$folder/$name" || put "$name" "$folder/$name" || exit 1
@@ -85,7 +75,7 @@ renew_program() {
 # One start at a time may do this. A file system that knows no locks cannot tell, and then the start goes on.
 fill_folder() {
     flock 9
-    cd "$template" && make_folders && make_database && give_samples && renew_help_pages && renew_program
+    cd "$template" && make_folders && give_samples && renew_help_pages && renew_program
 }
 
 if [ -z "${HOME:-}" ]; then

@@ -16,6 +16,7 @@ application=/tmp/瞬記帳
 [[ ! -e $application ]] || fail "$application is in the way"
 trap 'rm -rf "$application"; finish' EXIT
 cp -R "$1" "$application"
+rm -f "$application"/db{,_backup}/*
 mkdir -p "$2"
 screenshots=$(realpath "$2")
 shift 2
@@ -54,7 +55,7 @@ COLOURS
     esac
 done
 
-# A learner who has studied for some days.
+# A learner who has studied for some days; the program makes the database when it starts.
 printf '花子\r\n太郎\r\n' | iconv -f UTF-8 -t CP932 >"$application/ListUserName.txt"
 studied() {
     local day
@@ -62,12 +63,6 @@ studied() {
     sqlite3 "$application/db/kotoban.splite3" \
         "insert into t_kotoban values('$day', '花子', '$2:00', '$3', '$day $4', $5)"
 }
-studied 6 19:10 英単語入門 19:24:30 42
-studied 4 20:05 日本史年表 20:31:12 88
-studied 3 19:40 英単語入門 19:48:05 36
-studied 1 18:55 理科の基礎 19:10:40 51
-studied 1 20:15 英語表現360 20:37:20 64
-studied 0 07:30 英単語入門 07:36:15 30
 
 # take NAME TITLE: a picture of the window with that title, without the frame of the window manager.
 take() {
@@ -81,6 +76,12 @@ select='^ファイル選択 Ver'
 start_desktop
 start_program "$application"
 wait_for "the user selection" is_focused 'ログイン画面$'
+studied 6 19:10 英単語入門 19:24:30 42
+studied 4 20:05 日本史年表 20:31:12 88
+studied 3 19:40 英単語入門 19:48:05 36
+studied 1 18:55 理科の基礎 19:10:40 51
+studied 1 20:15 英語表現360 20:37:20 64
+studied 0 07:30 英単語入門 07:36:15 30
 xdotool key Tab Down
 take login 'ログイン画面$'
 xdotool key Return

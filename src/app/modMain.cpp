@@ -1,9 +1,10 @@
 #include "app/modMain.h"
 
 #include "platform/modFile.h"
-#include "platform/modFolderSync.h"
 #include "platform/modProduct.h"
 #include "store/Sqlite3.h"
+#include "store/modCopyDatabase.h"
+#include "store/modDB_SQLite.h"
 
 #include <QDir>
 #include <QFile>
@@ -20,64 +21,11 @@ constexpr int KeptBackups = 20;
 
 const QString DatabaseName = u"kotoban.splite3"_s;
 
-constexpr int SqliteRow = 100; // SQLite's result code for a row
-
-constexpr QStringView JournalEnding = u"-journal";         // SQLite's name for the journal beside a database
-constexpr QStringView UnfinishedCopy = u"unfinished.copy"; // a backup's name before it is whole; it bears no day
-
 /// All files of a folder. Patterns would be matched by regular expressions, whose library nothing else at the start
 /// needs.
 QStringList FileNames(const QString &folder)
 {
     return QDir(folder).entryList(QDir::Files | QDir::Hidden, QDir::NoSort);
-}
-
-/// Removes what a backup that was cut off has left: its copies, also half ones, which have six more letters.
-void RemoveUnfinishedCopies(const QString &folder)
-{
-    for (const QString &name : FileNames(folder)) {
-        const QStringView rest = QStringView(name).mid(UnfinishedCopy.size());
-        const bool isHalf = (rest.size() == 7 || rest.size() == 7 + JournalEnding.size()) && rest.contains(u'.');
-        if (name.startsWith(UnfinishedCopy) && (rest.isEmpty() || rest == JournalEnding || isHalf))
-            QFile::remove(JoinPath(folder, name));
-    }
-}
-
-/// Has SQLite take back the write that a journal beside a database tells of. @return whether it could
-bool RollBack(const QString &database)
-{
-    sqlite3 *handle = nullptr;
-    sqlite3_stmt *statement = nullptr;
-    bool isDone = SQLite3Open(database, &handle) == 0 &&
-                  SQLite3Prepare16V2(handle, u"select count(*) from sqlite_master"_s, &statement) == 0;
-    isDone = isDone && SQLite3Step(statement) == SqliteRow;
-    SQLite3Finalize(statement);
-    SQLite3Close(handle);
-    return isDone;
-}
-
-/// Copies a database to where there is none. Under its own name the copy is there whole or not at all.
-bool CopyDatabase(const QString &source, const QString &target, QString *error)
-{
-    const QString folder = QFileInfo(target).path();
-    const QString copy = JoinPath(folder, UnfinishedCopy.toString());
-    const QString journal = JournalEnding.toString();
-    RemoveUnfinishedCopies(folder);
-    // A crash in the middle of a write leaves a journal, and without it the copy would be of half a write. SQLite takes
-    // that back as soon as it looks into the copy.
-    const bool hasJournal = QFile::exists(source + journal);
-    if (!CopyWholeFile(source, copy, error) || (hasJournal && !CopyWholeFile(source + journal, copy + journal, error)))
-        return false;
-    if (hasJournal && !RollBack(copy))
-        WriteTrace(u"RollBack"); // it is copied as it is
-    QFile::remove(copy + journal);
-    QFile file(copy);
-    if (!file.rename(target)) {
-        *error = file.errorString();
-        return false;
-    }
-    SyncFolder(folder);
-    return true;
 }
 
 bool StartRunLog(const RunLog &log, Desktop &desktop)
@@ -101,11 +49,43 @@ bool CheckFoldersAndLog(const QString &applicationFolder, const RunLog &log, Des
     return false;
 }
 
+QString DatabasePath(const QString &applicationFolder)
+{
+    return JoinPath(JoinPath(applicationFolder, u"db"_s), DatabaseName);
+}
+
+QString BackupFolder(const QString &applicationFolder)
+{
+    return JoinPath(applicationFolder, u"db_backup"_s);
+}
+
+bool OpenOrReport(const QString &path, Desktop &desktop, StudyDatabase &database)
+{
+    if (database.Open(path) == 0)
+        return true;
+    desktop.ShowMessage(u"DBFile Open Error"_s);
+    WriteTrace(u"DBFile Open Error");
+    return false;
+}
+
+/// Makes the database of a folder that never held a record. Where anything lies among the backups there was one; that
+/// it is gone is for the backup to tell, and an empty one in its place would hide the loss.
+bool MakeFirstDatabase(const QString &applicationFolder, Desktop &desktop)
+{
+    const QFileInfo file(DatabasePath(applicationFolder));
+    const QDir backups(BackupFolder(applicationFolder));
+    const auto anything = QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden | QDir::System;
+    if (file.exists() || file.isSymLink() || !backups.isEmpty(anything))
+        return true;
+    StudyDatabase database(desktop);
+    return OpenOrReport(file.filePath(), desktop, database) && DBCreateKotoban(database);
+}
+
 bool BackUpOrReport(const QString &applicationFolder, Desktop &desktop)
 {
     QString error;
-    if (BackupDatabase(JoinPath(applicationFolder, u"db"_s), DatabaseName, JoinPath(applicationFolder, u"db_backup"_s),
-                       KeptBackups, desktop.Now(), &error))
+    if (BackupDatabase(JoinPath(applicationFolder, u"db"_s), DatabaseName, BackupFolder(applicationFolder), KeptBackups,
+                       desktop.Now(), &error))
         return true;
     desktop.ShowMessage(error);
     return false;
@@ -117,11 +97,13 @@ bool OpenDatabase(const QString &applicationFolder, Desktop &desktop, StudyDatab
         WriteTrace(QString(u"Error Initializing SQLite:"_s + QString::number(result)));
         return false;
     }
-    if (database.Open(JoinPath(JoinPath(applicationFolder, u"db"_s), DatabaseName)) == 0)
-        return true;
-    desktop.ShowMessage(u"DBFile Open Error"_s);
-    WriteTrace(u"DBFile Open Error");
-    return false;
+    if (!OpenOrReport(DatabasePath(applicationFolder), desktop, database))
+        return false;
+    if (database.LacksTable(u"t_kotoban"_s) && DBCreateKotoban(database))
+        desktop.ShowMessage(u"データベースに学習記録がありません。\r\n"
+                            u"学習記録を新しく始めます。以前の記録の写しは次のフォルダにあります。\r\n  "_s +
+                            BackupFolder(applicationFolder));
+    return true;
 }
 
 } // namespace
@@ -146,7 +128,8 @@ bool PrepareRun(const QString &applicationFolder, const InstanceMark &instance, 
     WriteTrace(processor);
     WriteTrace(system);
     // The backup is taken before the database is opened: never of a file that this process holds open.
-    return BackUpOrReport(applicationFolder, desktop) && OpenDatabase(applicationFolder, desktop, database);
+    return MakeFirstDatabase(applicationFolder, desktop) && BackUpOrReport(applicationFolder, desktop) &&
+           OpenDatabase(applicationFolder, desktop, database);
 }
 
 bool CheckFolders(const QString &applicationFolder, QString *missing)
@@ -171,15 +154,22 @@ bool BackupDatabase(const QString &databaseFolder, const QString &databaseName, 
                     int keepCount, const QDateTime &now, QString *error)
 {
     error->clear();
+    const QString failure = u"データベースのバックアップに失敗しました。\r\n  "_s;
+    const QString source = JoinPath(databaseFolder, databaseName);
+    // Also when today's copy is there: SQLite would make an empty database, which would be copied from tomorrow on.
+    if (!QFileInfo::exists(source)) {
+        *error = failure + source +
+                 u"\r\n  データベースのファイルがありません。次のフォルダの写しから戻してください。\r\n  "_s +
+                 backupFolder;
+        return false;
+    }
     if (!ExistsFileOfDay(backupFolder, now.toString(u"_yyyy_MMdd"))) {
         QString backupName = databaseName;
         backupName.replace(u"."_s, now.toString(u"_yyyy_MMdd-HHmm_ss."));
-        const QString source = JoinPath(databaseFolder, databaseName);
         const QString target = JoinPath(backupFolder, backupName);
         WriteTrace(u"FileCopy");
         if (!CopyDatabase(source, target, error)) {
-            *error = u"データベースのバックアップに失敗しました。\r\n  "_s + source + u"\r\n  → "_s + target +
-                     u"\r\n  "_s + *error;
+            *error = failure + source + u"\r\n  → "_s + target + u"\r\n  "_s + *error;
             return false;
         }
         WriteTrace(u"FileCopyFinished");

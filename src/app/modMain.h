@@ -11,7 +11,9 @@
 inline constexpr QStringView RequiredFolders = u"db,db_backup,txt,rec,wav";
 
 /// Carries out the steps before the first window, in this order, up to the first that fails: single instance,
-/// application title, run log, folders, pruning of the log folder, backup of the database, opening of the database.
+/// application title, run log, folders, pruning of the log folder, backup of the database, opening of the database. A
+/// folder without a database and without anything among its backups is given a database before the backup; one without
+/// its table is given that when it is opened, with a message.
 /// @param instance  the mark of this process in its application folder
 /// @return whether the program may go on; if not, the learner has been told as the step does it
 bool PrepareRun(const QString &applicationFolder, const InstanceMark &instance, const RunLog &log, Desktop &desktop,
@@ -27,7 +29,8 @@ QString FolderMissingMessage(const QString &path);
 /// Copies the database once a day into the backup folder, under a name that carries the moment of the copy.
 /// @param databaseFolder, backupFolder  full paths
 /// @param keepCount  files kept by the pruning that follows
-/// @return false when the copy could not be made; error then says so, and no part of a copy is left
+/// @return false when the copy could not be made or there is no database, even if the day has its copy; error then says
+/// so, and no part of a copy is left
 bool BackupDatabase(const QString &databaseFolder, const QString &databaseName, const QString &backupFolder,
                     int keepCount, const QDateTime &now, QString *error);
 

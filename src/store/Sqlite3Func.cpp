@@ -108,6 +108,16 @@ int StudyDatabase::Prepare(const QString &sql, const QStringList &names, sqlite3
     return SQLite3Prepare16V2(m_handle, sql, statement);
 }
 
+bool StudyDatabase::LacksTable(const QString &name)
+{
+    sqlite3_stmt *statement = nullptr;
+    const QString sql = u"select count(*) from sqlite_master where name = '"_s + name + u"' collate nocase"_s;
+    const bool lacksIt = Prepare(sql, {name}, &statement) == SQLITE_OK && SQLite3Step(statement) == SQLITE_ROW &&
+                         SQLite3ColumnInt(statement, 0) == 0;
+    SQLite3Finalize(statement);
+    return lacksIt;
+}
+
 bool StudyDatabase::SQLite3NonQuery(const QString &sql, const QStringList &names)
 {
     sqlite3_stmt *statement = nullptr;
@@ -122,7 +132,7 @@ bool StudyDatabase::SQLite3NonQuery(const QString &sql, const QStringList &names
     return false;
 }
 
-void StudyDatabase::SQLite3Query(const QString &sql, ResultTable *table, const QStringList &names)
+bool StudyDatabase::SQLite3Query(const QString &sql, ResultTable *table, const QStringList &names)
 {
     sqlite3_stmt *statement = nullptr;
     Prepare(sql, names, &statement);
@@ -138,6 +148,7 @@ void StudyDatabase::SQLite3Query(const QString &sql, ResultTable *table, const Q
     const int finalized = SQLite3Finalize(statement);
     if (finalized != SQLITE_OK)
         m_desktop.ShowMessage(u"Err:SQLite3 Query ErrCode="_s + QString::number(finalized));
+    return result == SQLITE_DONE && finalized == SQLITE_OK;
 }
 
 QString StudyDatabase::SQLite3GetColumn(const ResultTable &table, int row, const QString &name)

@@ -34,6 +34,10 @@ class StudyDatabase
     /// Closes the connection. Statements fail from then on. Closing twice does nothing.
     void Close();
 
+    /// Whether a database that can be read has no table or view of that name, in letters of either case. Nothing is
+    /// shown: the next statement tells of a database that cannot be read.
+    bool LacksTable(const QString &name);
+
     /// Runs a statement that returns no rows. Of a text with several statements only the first is looked at.
     /// @param names  texts that were put into it between single quotes. One that holds a "'" itself would end there,
     ///   and what follows it would be read as SQL: such a statement counts as one that cannot be prepared.
@@ -44,7 +48,8 @@ class StudyDatabase
     /// Runs a statement that returns rows.
     /// @param names  as above
     /// @param table  the rows up to a fault, if there is one; the learner has then been told
-    void SQLite3Query(const QString &sql, ResultTable *table, const QStringList &names = {});
+    /// @return whether there was no fault
+    bool SQLite3Query(const QString &sql, ResultTable *table, const QStringList &names = {});
 
     /// One value of a result table by the name of its column.
     /// @param row  1..n for a value

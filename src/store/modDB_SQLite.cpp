@@ -2,6 +2,7 @@
 
 #include "platform/modDateText.h"
 
+#include <algorithm>
 #include <optional>
 
 using namespace Qt::Literals::StringLiterals;
@@ -17,11 +18,6 @@ QString SpanCondition(const QDate &endDate, int dayCount, const QString &userNam
            u"  and  user_name = '"_s + userName + u"'\r\n"_s + u"  and  num_answer >= 1\r\n"_s;
 }
 
-bool HasRows(const ResultTable &table)
-{
-    return table.size() > 1;
-}
-
 /// Seconds of a wall clock from a fixed day up to "yyyy/mm/dd hh:nn:ss", in no time zone; nothing for any other text.
 std::optional<qint64> WallClockSeconds(QStringView text)
 {
@@ -33,6 +29,20 @@ std::optional<qint64> WallClockSeconds(QStringView text)
 }
 
 } // namespace
+
+// Dates and times are local, "yyyy/mm/dd" and "hh:nn:ss" (nn are minutes), so that comparing them as texts puts them in
+// order of time. Until a session ends, dt_end ("yyyy/mm/dd hh:nn:ss") and num_answer, the answers shown, are null.
+const QStringList KotobanSchema = {
+    u"create table t_kotoban (ymd_sta text, user_name text, hms_sta text, file_name text, dt_end text, "
+    u"num_answer integer)"_s,
+    u"create index i_kotoban_user_start on t_kotoban (user_name, ymd_sta, hms_sta)"_s,
+};
+
+bool DBCreateKotoban(StudyDatabase &database)
+{
+    return std::all_of(KotobanSchema.begin(), KotobanSchema.end(),
+                       [&database](const QString &statement) { return database.SQLite3NonQuery(statement); });
+}
 
 void DBInsRecKotoban(StudyDatabase &database, const QDateTime &sessionStart, const QString &userName,
                      const QString &fileName)
@@ -49,8 +59,7 @@ void DBUpdRecKotoban(StudyDatabase &database, const Desktop &clock, const QDateT
 bool DBSelRecKotoban(StudyDatabase &database, const QDate &endDate, int dayCount, const QString &userName,
                      ResultTable *table, bool ascending)
 {
-    database.SQLite3Query(SelectStatement(endDate, dayCount, userName, ascending), table, {userName});
-    return HasRows(*table);
+    return database.SQLite3Query(SelectStatement(endDate, dayCount, userName, ascending), table, {userName});
 }
 
 qint64 DBSumTimeKotoban(StudyDatabase &database, const QDate &endDate, int dayCount, const QString &userName)
@@ -69,7 +78,7 @@ int DBSumAnsKotoban(StudyDatabase &database, const QDate &endDate, int dayCount,
 {
     ResultTable table;
     database.SQLite3Query(SumAnswersStatement(endDate, dayCount, userName), &table, {userName});
-    return HasRows(table) ? database.SQLite3GetColumn(table, 1, u"sum_a"_s).toInt() : 0;
+    return table.size() > 1 ? database.SQLite3GetColumn(table, 1, u"sum_a"_s).toInt() : 0;
 }
 
 qint64 SecondsBetween(const QString &start, const QString &end)

@@ -7,6 +7,12 @@
 
 #include "store/Sqlite3Func.h"
 
+/// The statements that make the table and the index that serves the history, in their order.
+extern const QStringList KotobanSchema;
+
+/// Makes the table in a database that lacks it. @return whether it is there; if not, the learner has been told
+bool DBCreateKotoban(StudyDatabase &database);
+
 /// Inserts a session's row: its start date and time, the user and the file's title.
 void DBInsRecKotoban(StudyDatabase &database, const QDateTime &sessionStart, const QString &userName,
                      const QString &fileName);
@@ -20,7 +26,7 @@ void DBUpdRecKotoban(StudyDatabase &database, const Desktop &clock, const QDateT
 /// @param endDate, dayCount  the span: dayCount days, the last of them endDate
 /// @param table  columns ymd_sta, hms_sta, file_name, dt_end, num_answer; only an empty row 0 when there are none
 /// @param ascending  whether the days run oldest first; within a day the sessions always run earliest first
-/// @return whether there are any rows
+/// @return whether the query was carried out, with rows or without; if not, the learner has been told
 bool DBSelRecKotoban(StudyDatabase &database, const QDate &endDate, int dayCount, const QString &userName,
                      ResultTable *table, bool ascending);
 

@@ -25,7 +25,6 @@ class StartTest : public testing::Test
     {
         for (const QStringView name : RequiredFolders.split(u','))
             folder.MakeFolder(name.toString());
-        folder.Write(u"db/kotoban.splite3"_s, "");
     }
 
     bool Prepare()
@@ -55,7 +54,8 @@ TEST_F(StartTest, GoesThroughToTheOpenDatabase)
     EXPECT_EQ(desktop.title, u"瞬記帳"_s);
     EXPECT_EQ(folder.Read(u"Kotoban_log.txt"_s), Header);
     EXPECT_EQ(FilesIn(u"db_backup"_s), QStringList(u"kotoban_2024_0305-1430_15.splite3"_s));
-    EXPECT_TRUE(database.SQLite3NonQuery(u"create table t (a)"_s));
+    EXPECT_EQ(folder.Read(u"db_backup/kotoban_2024_0305-1430_15.splite3"_s), folder.Read(u"db/kotoban.splite3"_s));
+    EXPECT_FALSE(database.LacksTable(u"t_kotoban"_s)) << "a folder that never held a record has its first database";
     EXPECT_TRUE(desktop.messages.isEmpty());
 }
 
@@ -80,19 +80,35 @@ TEST_F(StartTest, TheFirstMissingFolderIsTheOnlyEntryOfTheLog)
     EXPECT_EQ(folder.Read(u"Kotoban_log.txt"_s), QByteArray(Header + ToCodePage932(entry)));
 }
 
-TEST_F(StartTest, ADatabaseThatCannotBeCopiedEndsTheStart)
+TEST_F(StartTest, ADatabaseThatIsLostEndsTheStart)
 {
-    QFile::remove(folder.Path(u"db/kotoban.splite3"_s));
-    EXPECT_FALSE(Prepare());
-    ASSERT_EQ(desktop.messages.size(), 1);
-    EXPECT_TRUE(desktop.messages[0].startsWith(u"データベースのバックアップに失敗しました。"_s));
-    EXPECT_TRUE(FilesIn(u"db_backup"_s).isEmpty()) << "no part of a copy";
-    EXPECT_TRUE(FilesIn(u"db"_s).isEmpty()) << "no empty database was made";
+    for (const QString &backup : {u"kotoban_2024_0304-0800_00.splite3"_s, u"kotoban_2024_0305-0800_00.splite3"_s}) {
+        folder.Write(u"db_backup/"_s + backup, "record");
+        EXPECT_FALSE(Prepare());
+        const QString message = desktop.TakeMessages().join(u'|');
+        EXPECT_TRUE(message.startsWith(u"データベースのバックアップに失敗しました。"_s)) << message.toStdString();
+        EXPECT_TRUE(message.contains(u"データベースのファイルがありません。"_s)) << message.toStdString();
+        EXPECT_TRUE(FilesIn(u"db"_s).isEmpty()) << "no empty database hides the loss";
+        EXPECT_EQ(FilesIn(u"db_backup"_s).last(), backup) << "and none is backed up";
+    }
+}
+
+TEST_F(StartTest, ADatabaseWithoutItsTableBeginsAnewWithOneMessage)
+{
+    folder.Write(u"db/kotoban.splite3"_s, "");
+    EXPECT_TRUE(Prepare());
+    const QStringList messages = desktop.TakeMessages();
+    ASSERT_EQ(messages.size(), 1);
+    EXPECT_TRUE(messages[0].contains(QDir::toNativeSeparators(folder.Path(u"db_backup"_s))))
+        << messages[0].toStdString();
+    EXPECT_FALSE(database.LacksTable(u"t_kotoban"_s));
+    database.Close();
+    EXPECT_TRUE(Prepare());
+    EXPECT_TRUE(desktop.messages.isEmpty());
 }
 
 TEST_F(StartTest, ADatabaseThatCannotBeOpenedEndsTheStartAfterTheBackup)
 {
-    QFile::remove(folder.Path(u"db/kotoban.splite3"_s));
     folder.MakeFolder(u"db/kotoban.splite3"_s);
     folder.Write(u"db_backup/by hand_2024_0305.txt"_s, "");
     EXPECT_FALSE(Prepare());

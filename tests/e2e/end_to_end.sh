@@ -22,8 +22,7 @@ trap finish EXIT
 application="$work/瞬記帳の 練習/Kotoban"
 mkdir "$(dirname "$application")"
 cp -R "$1" "$application"
-rm -f "$application"/{ListUserName,Kotoban_log}.txt "$application"/*.ini "$application"/db_backup/*
-sqlite3 "$application/db/kotoban.splite3" 'delete from t_kotoban'
+rm -f "$application"/{ListUserName,Kotoban_log}.txt "$application"/*.ini "$application"/db{,_backup}/*
 cp "$here/0_session.txt" "$application/txt/"
 
 "$here/../../scripts/session.sh" "$application" "$work/screenshots" 0_session.txt --click 33 33

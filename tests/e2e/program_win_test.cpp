@@ -144,7 +144,7 @@ class ProgramTest : public testing::Test
         const QDir built(QStringLiteral(APPLICATION_FOLDER));
         for (const QString &folder : {u"db"_s, u"db_backup"_s, u"rec"_s, u"txt"_s, u"wav"_s})
             QDir(temporary.Path(name)).mkpath(folder);
-        for (const QString &file : {u"Kotoban.exe"_s, u"db/kotoban.splite3"_s, u"txt/はじめに.txt"_s})
+        for (const QString &file : {u"Kotoban.exe"_s, u"txt/はじめに.txt"_s})
             EXPECT_TRUE(QFile::copy(built.filePath(file), temporary.Path(name + u'/' + file))) << file.toStdString();
         return QDir::toNativeSeparators(temporary.Path(name));
     }

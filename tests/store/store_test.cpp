@@ -9,16 +9,13 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-const QString CreateTable = u"create table t_kotoban (ymd_sta text, user_name text, hms_sta text, file_name text, "
-                            u"dt_end text, num_answer integer)"_s;
-
 class StoreTest : public testing::Test
 {
   protected:
     StoreTest()
     {
         EXPECT_EQ(database.Open(folder.Path(u"k.splite3"_s)), SQLITE_OK);
-        EXPECT_TRUE(database.SQLite3NonQuery(CreateTable));
+        EXPECT_TRUE(DBCreateKotoban(database));
     }
 
     /// Records one whole session. Texts are "yyyy/mm/dd hh:nn:ss".
@@ -72,12 +69,14 @@ TEST_F(StoreTest, ADatabaseThatIsNoneOrLacksTheTableOnlyGivesMessages)
 {
     StudyDatabase broken(desktop);
     EXPECT_EQ(broken.Open(folder.Write(u"text.splite3"_s, QByteArray(5000, 'x'))), SQLITE_OK);
+    EXPECT_FALSE(broken.LacksTable(u"t_kotoban"_s)) << "nobody can tell";
     DBInsRecKotoban(broken, desktop.now, u"a"_s, u"f"_s);
     EXPECT_EQ(desktop.TakeMessages(), QStringList(u"Err:SQLite3 NonQuery"_s));
     EXPECT_EQ(folder.Read(u"text.splite3"_s), QByteArray(5000, 'x')) << "the learner's file is left alone";
 
     StudyDatabase empty(desktop);
     EXPECT_EQ(empty.Open(folder.Path(u"empty.splite3"_s)), SQLITE_OK);
+    EXPECT_TRUE(empty.LacksTable(u"t_kotoban"_s));
     EXPECT_EQ(DBSumAnsKotoban(empty, desktop.now.date(), 7, u"a"_s), 0);
     EXPECT_EQ(desktop.TakeMessages().size(), 1);
     EXPECT_NE(StudyDatabase(desktop).Open(folder.Path()), SQLITE_OK) << "a folder is no database";
@@ -126,7 +125,8 @@ TEST_F(StoreTest, HistoryCountsCompletedSessionsOfTheSpan)
     EXPECT_EQ(DBSumAnsKotoban(database, end, 7, u"花子"_s), 16);
     EXPECT_EQ(DBSumTimeKotoban(database, end, 7, u"太郎"_s), 0);
     EXPECT_EQ(DBSumAnsKotoban(database, end, 7, u"太郎"_s), 0);
-    EXPECT_FALSE(DBSelRecKotoban(database, end, 7, u"太郎"_s, &table, false));
+    EXPECT_TRUE(DBSelRecKotoban(database, end, 7, u"太郎"_s, &table, false)) << "no rows are no fault";
+    EXPECT_EQ(table, ResultTable{QString()});
     EXPECT_TRUE(desktop.messages.isEmpty());
 }
 
