@@ -69,7 +69,7 @@ void HistoryChart::paintEvent(QPaintEvent *)
             continue;
         const auto column = size_t(offset * columns / m_dayCount);
         minutes[column] += double(day.seconds) / 60;
-        answers[column] += day.answers;
+        answers[column] += double(day.answers);
     }
     const double mostMinutes = Highest(minutes);
     const double mostAnswers = Highest(answers);

@@ -25,7 +25,9 @@ History ReadHistory(StudyDatabase &database, const QDate &endDate, int weeks, co
     history.weeks = weeks;
     const int dayCount = weeks * 7;
     ResultTable table;
-    DBSelRecKotoban(database, endDate, dayCount, userName, &table, false);
+    // The totals would only tell of the same fault again.
+    if (!DBSelRecKotoban(database, endDate, dayCount, userName, &table, false))
+        return history;
     QString lastDay;
     for (int row = 1; row < int(table.size()); ++row) {
         const QString day = database.SQLite3GetColumn(table, row, u"ymd_sta"_s).left(10);
@@ -34,7 +36,7 @@ History ReadHistory(StudyDatabase &database, const QDate &endDate, int weeks, co
         const int answers = database.SQLite3GetColumn(table, row, u"num_answer"_s).toInt();
         // A clock that was set back in between makes no time studied, and no negative one.
         const qint64 seconds = qMax(qint64(0), SecondsBetween(day + u' ' + startTime, end));
-        if (day != lastDay) {
+        if (history.days.empty() || day != lastDay) { // a foreign table may have no dates
             const QDate date = DateFromText(day);
             history.lines += date.isValid() ? DateWithWeekday(date) : day;
             history.days.push_back({date, 0, 0});

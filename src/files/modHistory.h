@@ -14,8 +14,11 @@ struct DayTotal
 {
     QDate day;
     qint64 seconds = 0;
-    int answers = 0;
+    qint64 answers = 0; ///< more than one session's count can hold
 };
+
+/// Hours, only when there are any, minutes and seconds: "1時間 5分 9秒".
+QString HoursMinutesSeconds(qint64 seconds);
 
 /// The history of one user over whole weeks.
 struct History
@@ -24,11 +27,11 @@ struct History
     int weeks = 0;              ///< the span has 7 days a week
     QStringList lines;          ///< a heading for each day, newest first, and below it its sessions, earliest first
     std::vector<DayTotal> days; ///< the days with sessions, newest first
-    QString totalTime;          ///< e.g. "1時間 5分 9秒"
-    QString totalAnswers;       ///< decimal
+    QString totalTime = HoursMinutesSeconds(0); ///< e.g. "1時間 5分 9秒"
+    QString totalAnswers = QString(u'0');       ///< decimal
 };
 
-/// Reads a user's history. After a database fault, which the learner has then been told, it is empty.
+/// Reads a user's history. After a database fault it is empty; the learner has been told once, by the first statement.
 /// @param weeks  1 or more; the span ends on endDate
 History ReadHistory(StudyDatabase &database, const QDate &endDate, int weeks, const QString &userName);
 
@@ -41,9 +44,6 @@ int ReadWeeks(const QString &text);
 /// One session: start, duration, answers, file. Numbers too wide for their field lose their left digits.
 /// @param startTime  "hh:nn:ss"; @param seconds  duration
 QString HistoryLine(const QString &startTime, qint64 seconds, int answers, const QString &fileName);
-
-/// Hours, only when there are any, minutes and seconds: "1時間 5分 9秒".
-QString HoursMinutesSeconds(qint64 seconds);
 
 /// Name of the report file. The date in it is today's and not the end of the span; that is meant. Characters of the
 /// user's name that a file name cannot hold become "_".

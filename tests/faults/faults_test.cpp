@@ -356,7 +356,7 @@ TEST_F(Faults, ALockedDatabaseIsToldOfAtOnceAndNotWaitedFor)
     DBUpdRecKotoban(database, desktop, desktop.now, u"花子"_s, 5);
     EXPECT_EQ(desktop.TakeMessages(), told);
     EXPECT_TRUE(ReadHistory(database, desktop.now.date(), 1, u"花子"_s).lines.isEmpty());
-    EXPECT_EQ(desktop.TakeMessages().filter(u"SQLite3Step returned 5"_s).size(), 3);
+    EXPECT_EQ(desktop.TakeMessages().filter(u"SQLite3Step returned"_s).size(), 1);
     other.closeWriteChannel();
     other.waitForFinished();
     EXPECT_EQ(Query(databasePath, "select count(*), num_answer from t_kotoban"), u"1"_s);
@@ -389,7 +389,7 @@ TEST_F(Faults, ADamagedPageIsToldOfAndNothingIsWrittenOverIt)
     StudyDatabase database(desktop);
     ASSERT_EQ(database.Open(databasePath), 0);
     EXPECT_TRUE(ReadHistory(database, QDate(2024, 3, 5), 1, u"a"_s).lines.isEmpty());
-    EXPECT_EQ(desktop.TakeMessages().filter(u"SQLite3Step returned 11"_s).size(), 3);
+    EXPECT_EQ(desktop.TakeMessages().filter(u"SQLite3Step returned"_s).size(), 1);
     DBInsRecKotoban(database, desktop.now, u"a"_s, u"f"_s);
     EXPECT_EQ(desktop.TakeMessages(), QStringList(u"Err:SQLite3 NonQuery"_s));
     database.Close();
