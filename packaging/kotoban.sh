@@ -36,11 +36,21 @@ $1"
     exit 1
 }
 
+# expect_file NAME: a FIFO would keep whoever opens it waiting, and what is no regular file is not ours to replace.
+expect_file() {
+    [ -f "$1" ] || [ ! -e "$1" ] || { printf '%s: 通常のファイルではありません。\n' "$1" >&2 && return 1; }
+}
+
 # put SOURCE TARGET: the target is the whole file or what it was before, also after a power cut. What runs from an
 # older executable goes on in that.
 put() {
+    expect_file "$2" || return
     new=${2%/*}/.kotoban-new
     rm -f "$new" && cp "$1" "$new" && sync "$new" && mv -fT "$new" "$2"
+}
+
+is_same() {
+    [ -f "$2" ] && cmp -s "$1" "$2"
 }
 
 is_there() {
@@ -64,12 +74,12 @@ give_samples() {
 
 renew_help_pages() {
     find htm -type f | while IFS= read -r name; do
-        cmp -s "$name" "$folder/$name" || put "$name" "$folder/$name" || exit 1
+        is_same "$name" "$folder/$name" || put "$name" "$folder/$name" || exit 1
     done
 }
 
 renew_program() {
-    cmp -s "$program" "$folder/Kotoban" || put "$program" "$folder/Kotoban"
+    is_same "$program" "$folder/Kotoban" || put "$program" "$folder/Kotoban"
 }
 
 # One start at a time may do this. A file system that knows no locks cannot tell, and then the start goes on.
@@ -86,13 +96,15 @@ case ${XDG_DATA_HOME:-} in
 /*) folder=$XDG_DATA_HOME/kotoban ;;
 *) folder=$HOME/.local/share/kotoban ;;
 esac
+# The root of the file system is nobody's home, whichever way it is written.
+[ "$folder" != "$HOME/.local/share/kotoban" ] || [ "$(readlink -f "${HOME:-/}")" != / ] || folder=
 case $folder in
-/.local/* | [!/]*) refuse "ホームフォルダがどこにあるか分かりません。環境変数 HOME を確かめてください。" ;;
+"" | [!/]*) refuse "ホームフォルダがどこにあるか分かりません。環境変数 HOME を確かめてください。" ;;
 esac
 
 # Names of the samples that the learner has been given, and the file that the lock lies on.
 given=$folder/.given-samples
-problem=$( (umask 077 && mkdir -p "$folder") 2>&1 && { fill_folder 9>>"$given"; } 2>&1) || refuse "学習用のフォルダを用意できませんでした。
+problem=$( (umask 077 && mkdir -p "$folder") 2>&1 && expect_file "$given" 2>&1 && { fill_folder 9>>"$given"; } 2>&1) || refuse "学習用のフォルダを用意できませんでした。
 　$folder
 
 $problem

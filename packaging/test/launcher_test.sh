@@ -231,6 +231,18 @@ replace_command getent <<<'exit 2'
 home=
 refuses_start "HOME"
 home=. refuses_start "HOME"
+home=/ refuses_start "HOME"
+home=/home/.. refuses_start "HOME"
+
+tell "no regular files"
+for name in .given-samples Kotoban htm/index.htm db/kotoban.splite3; do
+    rm -rf "$folder"
+    mkdir -p "$folder/db" "$folder/htm"
+    mkfifo "$folder/$name"
+    start() { HOME=$home timeout 20 "$usr/bin/kotoban"; }
+    refuses_start "通常のファイルではありません"
+    [[ -p $folder/$name ]] || fail "$name is replaced"
+done
 
 tell "called through a link"
 ln -s "$usr/bin/kotoban" "$work/link"
