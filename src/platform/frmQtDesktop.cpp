@@ -36,6 +36,11 @@ void frmQtDesktop::PlaySoundFile(const QString &path)
     m_sound.Play(path);
 }
 
+void frmQtDesktop::Speak(const QString &text)
+{
+    m_voice.Speak(text);
+}
+
 bool frmQtDesktop::OpenWithShell(const QString &path, const QString &workingFolder)
 {
     return ShellOpen(path, workingFolder);

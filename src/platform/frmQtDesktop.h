@@ -3,6 +3,7 @@
 
 #include "platform/modDesktop.h"
 #include "platform/modSound.h"
+#include "platform/modVoice.h"
 
 class frmQtDesktop : public Desktop
 {
@@ -14,6 +15,7 @@ class frmQtDesktop : public Desktop
     void ShowMessage(const QString &text) override;
     void ShowMessage(const QString &text, const QString &title) override;
     void PlaySoundFile(const QString &path) override;
+    void Speak(const QString &text) override;
     bool OpenWithShell(const QString &path, const QString &workingFolder) override;
     bool StartCommandLine(const QString &commandLine) override;
     QDateTime Now() const override;
@@ -22,4 +24,5 @@ class frmQtDesktop : public Desktop
     QString m_title;
     bool m_isSilent = false;
     SoundPlayer m_sound;
+    Voice m_voice;
 };

@@ -1,5 +1,5 @@
-// The one seam between the program and the world outside its process: message boxes, sounds, other programs and the
-// clock. The program passes frmQtDesktop, tests pass one that records the calls and sets the time.
+// The one seam between the program and the world outside its process: message boxes, sounds, the voice, other programs
+// and the clock. The program passes frmQtDesktop, tests pass one that records the calls and sets the time.
 #pragma once
 
 #include <QDateTime>
@@ -22,6 +22,10 @@ class Desktop
     /// Starts playing a sound file and returns at once. A new sound stops the old one; a missing file or device is
     /// silent.
     virtual void PlaySoundFile(const QString &path) = 0;
+
+    /// Starts reading a text aloud and returns at once. Silent where there is no voice; the text starts nothing else,
+    /// whatever it holds.
+    virtual void Speak(const QString &text) = 0;
 
     /// Has the system open a file or folder with the program that belongs to it, without waiting for it.
     /// @param workingFolder  the opened program's current folder, where the system knows such a folder

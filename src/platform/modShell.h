@@ -3,8 +3,7 @@
 
 #include <QString>
 
-/// Opens a file or folder as a double click on it would, in a normal window, without waiting. Where there is no script
-/// host, a speech script is spoken by the desktop's speech service.
+/// Opens a file or folder as a double click on it would, in a normal window, without waiting.
 /// @param workingFolder  current folder of the opened program, where the system knows such a folder
 /// @return false when nothing could be started
 bool ShellOpen(const QString &path, const QString &workingFolder);

@@ -1,6 +1,7 @@
 // What of platform/ is different where the system is not Windows.
 #include "platform/modProcess.h"
 #include "platform/modProfile.h"
+#include "platform/modVoice.h"
 #include "support/Rows.h"
 #include "support/TestFiles.h"
 
@@ -20,6 +21,23 @@ TEST(Process, StartsAProgramWhosePathHoldsBlanksAndPassesTheFileWhole)
     EXPECT_TRUE(QTest::qWaitFor([&] { return folder.Read(u"my tools/got"_s) == "a b.txt"; }));
     EXPECT_FALSE(StartProcess(folder.Path(u"missing"_s)));
     EXPECT_FALSE(StartProcess(QString()));
+}
+
+TEST(Voice, IsGivenTheTextAsOneArgument)
+{
+    const TestFolder folder;
+    const QString service = folder.Write(u"spd-say"_s, "#!/bin/sh\nprintf '%s|' \"$@\" >> \"${0%/*}/said\"\n");
+    QFile::setPermissions(service, QFile::ReadOwner | QFile::ExeOwner);
+    const QByteArray path = qgetenv("PATH");
+    qputenv("PATH", QFile::encodeName(folder.Path()));
+    QByteArray said;
+    for (const auto &[text, language] :
+         {std::pair{u"\"+new A(\"B\").Run(\"c\")+\""_s, "en"}, {u"$(touch 漢)"_s, "ja"}, {u"--help"_s, "en"}}) {
+        Voice().Speak(text);
+        said += QByteArray("-l|") + language + "|--|" + text.toUtf8() + '|';
+        EXPECT_TRUE(QTest::qWaitFor([&] { return folder.Read(u"said"_s) == said; })) << said.constData();
+    }
+    qputenv("PATH", path);
 }
 
 TEST(Profile, WritesOneLineAndKeepsEveryOtherByte)

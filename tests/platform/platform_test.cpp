@@ -4,7 +4,6 @@
 #include "platform/modInstance.h"
 #include "platform/modLog.h"
 #include "platform/modProfile.h"
-#include "platform/modSpeechScript.h"
 #include "platform/modWindowMessage.h"
 #include "support/RecordingDesktop.h"
 #include "support/Rows.h"
@@ -162,20 +161,4 @@ TEST(File, IsReplacedWholeOrNotAtAll)
     QByteArray bytes = "kept?";
     EXPECT_FALSE(ReadWholeFile(folder.Path(), &bytes, &error)) << "a folder is no file";
     EXPECT_TRUE(bytes.isEmpty());
-}
-
-TEST(SpeechScript, IsReadAndNeverRun)
-{
-    const QByteArray head = "var tts = WScript.CreateObject(\"SAPI.SpVoice\");\r\ntts.Speak(\"";
-    const Rows<const char *, QByteArray, QString> rows = {
-        {"a word", head + "word\");\r\n", u"word"_s},
-        {"quotes and backslashes are only text", head + "a\");x.Run(\"rm\\\");\r\n", u"a\");x.Run(\"rm\\"_s},
-        {"any other script", "WScript.Echo(1);\r\n", QString()},
-        {"a third line", head + "a\");\r\nx();\r\n", QString()},
-        {"cut off", head, QString()},
-    };
-    for (const auto &[name, script, text] : rows)
-        EXPECT_EQ(SpokenText(script), text) << name;
-    EXPECT_EQ(SpeechArguments(u"--help"_s, u"-l"_s), QStringList({u"-l"_s, u"en"_s, u"--"_s, u"--help"_s}));
-    EXPECT_EQ(SpeechArguments(u"abc漢"_s, u"-v"_s), QStringList({u"-v"_s, u"ja"_s, u"--"_s, u"abc漢"_s}));
 }

@@ -117,16 +117,16 @@ TEST(Editor, KnownEditorsAreGivenTheLine)
     EXPECT_EQ(desktop.TakeMessages(), QStringList(u"次のコマンドを起動できません。\r\n  gone.exe \"x.txt\""_s));
 }
 
-TEST(Speech, WritesTheScriptAndHasItOpened)
+TEST(Speech, WritesTheScriptButStartsNothingButTheVoice)
 {
     const TestFolder folder;
     RecordingDesktop desktop;
-    SpeakWord(desktop, folder.Path(), u"first"_s);
-    SpeakWord(desktop, folder.Path(), u"日本\"語\\"_s);
+    const QString hostile = u"\"+new ActiveXObject(\"WScript.Shell\").Run(\"notepad\")+\""_s;
+    SpeakWord(desktop, folder.Path(), u"日本\\"_s);
+    SpeakWord(desktop, folder.Path(), hostile);
     EXPECT_EQ(FromCodePage932(folder.Read(u"speak.js"_s)),
-              u"var tts = WScript.CreateObject(\"SAPI.SpVoice\");\r\ntts.Speak(\"日本\"語\\\");\r\n"_s);
-    EXPECT_EQ(desktop.opened.size(), 2);
-    SpeakWord(desktop, folder.Path(u"none"_s), u"word"_s);
-    EXPECT_EQ(desktop.opened.size(), 2) << "a script that could not be written is not opened";
-    EXPECT_TRUE(desktop.messages.isEmpty());
+              u"var tts = WScript.CreateObject(\"SAPI.SpVoice\");\r\ntts.Speak(\""_s + hostile + u"\");\r\n"_s);
+    SpeakWord(desktop, folder.Path(u"none"_s), u"no script"_s);
+    EXPECT_EQ(desktop.spoken, QStringList({u"日本\\"_s, hostile, u"no script"_s}));
+    EXPECT_TRUE(desktop.opened.isEmpty() && desktop.commands.isEmpty() && desktop.messages.isEmpty());
 }

@@ -11,6 +11,7 @@ class RecordingDesktop : public Desktop
     QDateTime now = QDateTime(QDate(2024, 3, 5), QTime(14, 30, 15));
     QStringList messages;
     QStringList sounds;
+    QStringList spoken;
     QStringList opened;
     QStringList commands;
     QString title;
@@ -31,6 +32,10 @@ class RecordingDesktop : public Desktop
     void PlaySoundFile(const QString &path) override
     {
         sounds += path;
+    }
+    void Speak(const QString &text) override
+    {
+        spoken += text;
     }
     bool OpenWithShell(const QString &path, const QString &) override
     {

@@ -1,0 +1,38 @@
+#include "platform/modVoice.h"
+
+#include <QProcess>
+#include <QStandardPaths>
+
+#include <algorithm>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+/// A Japanese voice for a text with kana or kanji, else an English one.
+QString LanguageOf(const QString &text)
+{
+    const bool isJapanese = std::any_of(text.begin(), text.end(), [](QChar character) {
+        const QChar::Script script = character.script();
+        return script == QChar::Script_Han || script == QChar::Script_Hiragana || script == QChar::Script_Katakana;
+    });
+    return isJapanese ? u"ja"_s : u"en"_s;
+}
+
+} // namespace
+
+// The desktop's speech service is a process for each text, so there is nothing to keep.
+struct Voice::Engine
+{
+};
+
+Voice::Voice() = default;
+Voice::~Voice() = default;
+
+void Voice::Speak(const QString &text)
+{
+    const bool hasService = !QStandardPaths::findExecutable(u"spd-say"_s).isEmpty();
+    const QString program = hasService ? u"spd-say"_s : u"espeak-ng"_s;
+    const QString languageOption = hasService ? u"-l"_s : u"-v"_s;
+    QProcess::startDetached(program, {languageOption, LanguageOf(text), u"--"_s, text});
+}
