@@ -16,7 +16,9 @@ void StudyFolder::Refresh()
 {
     QHash<QString, Entry> entries;
     m_names.clear();
-    for (const QFileInfo &info : QDir(m_path).entryInfoList({u"*.txt"_s}, QDir::Files, QDir::NoSort)) {
+    // What is no regular file is listed too (QDir::System), so that its remark says why it cannot be opened.
+    const QFileInfoList files = QDir(m_path).entryInfoList({u"*.txt"_s}, QDir::Files | QDir::System, QDir::NoSort);
+    for (const QFileInfo &info : files) {
         const QString name = info.fileName();
         const Entry known = m_entries.value(name, Entry{});
         const bool isSame = known.size == info.size() && known.modified == info.lastModified();

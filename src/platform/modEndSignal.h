@@ -11,7 +11,8 @@ class EndSignal : public QObject
     Q_OBJECT
 
   public:
-    /// Takes the system's request from now on. There is one such object at a time.
+    /// Takes the system's request from now on; where it is a signal, a second one of the same kind ends the process at
+    /// once, whatever it is at. There is one such object at a time.
     EndSignal();
     ~EndSignal() override;
 

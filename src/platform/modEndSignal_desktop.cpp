@@ -15,8 +15,10 @@ constexpr int Signals[] = {SIGTERM, SIGHUP, SIGINT};
 // it.
 int g_pipe[2] = {-1, -1};
 
-void Handle(int)
+// The first request is an orderly end, which something may hold up; the second of the same kind ends the process.
+void Handle(int number)
 {
+    std::signal(number, SIG_DFL);
     const char byte = 0;
     [[maybe_unused]] const ssize_t written = write(g_pipe[1], &byte, 1);
 }

@@ -32,11 +32,22 @@ QString JoinPath(const QString &folder, const QString &name)
     return QDir::toNativeSeparators(folder) + QDir::separator() + name;
 }
 
+bool IsRegularOrMissing(const QString &path, QString *error)
+{
+    const QFileInfo info(path);
+    if (info.isFile() || !info.exists())
+        return true;
+    *error = u"通常のファイルではありません。"_s;
+    return false;
+}
+
 bool ReadWholeFile(const QString &path, QByteArray *bytes, QString *error, const std::function<void()> &whileReading)
 {
     QFile file(path);
     bytes->clear();
     error->clear();
+    if (!IsRegularOrMissing(path, error))
+        return false;
     if (!file.open(QIODevice::ReadOnly)) {
         *error = file.errorString();
         return false;
@@ -45,7 +56,7 @@ bool ReadWholeFile(const QString &path, QByteArray *bytes, QString *error, const
         *error = u"ファイルが大きすぎます。"_s;
         return false;
     }
-    // The size is only what the file had a moment ago, and nothing at all for what is no regular file.
+    // The size is only what the file had a moment ago, and 0 for some files of the system that are not empty.
     bytes->resize(file.size());
     PreferLargePages(bytes->data(), bytes->size());
     qsizetype done = 0;
@@ -55,16 +66,22 @@ bool ReadWholeFile(const QString &path, QByteArray *bytes, QString *error, const
             whileReading();
     }
     bytes->truncate(done);
-    *bytes += file.readAll();
-    if (file.error() == QFileDevice::NoError)
+    for (QByteArray more = file.read(PieceBytes); !more.isEmpty(); more = file.read(PieceBytes)) {
+        *bytes += more;
+        if (bytes->size() > MostFileBytes)
+            break;
+    }
+    if (file.error() == QFileDevice::NoError && bytes->size() <= MostFileBytes)
         return true;
-    *error = file.errorString();
+    *error = bytes->size() > MostFileBytes ? u"ファイルが大きすぎます。"_s : file.errorString();
     bytes->clear();
     return false;
 }
 
 bool ReplaceFile(const QString &path, const QByteArray &bytes, QString *error)
 {
+    if (!IsRegularOrMissing(path, error))
+        return false;
     QSaveFile file(path);
     if (file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && Commit(&file))
         return true;
@@ -74,6 +91,8 @@ bool ReplaceFile(const QString &path, const QByteArray &bytes, QString *error)
 
 bool CopyWholeFile(const QString &source, const QString &target, QString *error)
 {
+    if (!IsRegularOrMissing(source, error) || !IsRegularOrMissing(target, error))
+        return false;
     QFile in(source);
     if (!in.open(QIODevice::ReadOnly)) {
         *error = in.errorString();

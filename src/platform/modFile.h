@@ -9,21 +9,27 @@
 /// Folder and name joined by the system's own separator.
 QString JoinPath(const QString &folder, const QString &name);
 
+/// Whether a path may be opened as a file: it leads, through links too, to a regular file or to nothing. Anything else
+/// is left alone before it is opened: a FIFO may keep the caller waiting for ever, a device may never end, and neither
+/// is to be replaced.
+/// @return false for anything else; error then holds the reason
+bool IsRegularOrMissing(const QString &path, QString *error);
+
 /// Largest file that is read, in bytes: as a text it still has places of 32 bits, even with two characters for a byte.
 constexpr qint64 MostFileBytes = 1'000'000'000;
 
-/// Reads a whole file.
+/// Reads a whole file, which has to be a regular one.
 /// @param whileReading  called now and then, where the reader wants to be heard of before the end
 /// @return false when it is too large or cannot be read to its end; error then holds the reason and bytes is empty
 bool ReadWholeFile(const QString &path, QByteArray *bytes, QString *error,
                    const std::function<void()> &whileReading = {});
 
-/// Replaces a file by the given bytes, or makes it. The file is written beside its place and renamed, so that after a
-/// failure the old one is still there, whole. When it returns the new one is on the disk, under its name.
+/// Replaces a regular file by the given bytes, or makes it. The file is written beside its place and renamed, so that
+/// after a failure the old one is still there, whole. When it returns the new one is on the disk, under its name.
 /// @return false on failure; error then holds the system's reason
 bool ReplaceFile(const QString &path, const QByteArray &bytes, QString *error);
 
-/// Copies a file, over the one that may be there. When it returns the copy is on the disk, under its name.
+/// Copies a regular file, over the one that may be there. When it returns the copy is on the disk, under its name.
 /// @return false on failure; error then holds the system's reason, and the target is as it was
 bool CopyWholeFile(const QString &source, const QString &target, QString *error);
 

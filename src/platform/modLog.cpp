@@ -13,6 +13,8 @@ namespace {
 
 bool WriteText(const QString &path, QIODevice::OpenMode mode, const QString &text, QString *error)
 {
+    if (!IsRegularOrMissing(path, error))
+        return false;
     QFile file(path);
     const QByteArray bytes = ToCodePage932(text);
     if (file.open(mode) && file.write(bytes) == bytes.size() && file.flush())

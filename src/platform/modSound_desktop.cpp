@@ -41,7 +41,7 @@ void SoundPlayer::Play(const QString &path)
 {
     m_running.reset();
     const QString player = FindPlayer();
-    if (player.isEmpty() || !QFileInfo::exists(path))
+    if (player.isEmpty() || !QFileInfo(path).isFile())
         return;
     m_running = std::make_unique<Running>();
     m_running->process.setStandardInputFile(QProcess::nullDevice());

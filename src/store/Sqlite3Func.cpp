@@ -1,5 +1,6 @@
 #include "store/Sqlite3Func.h"
 
+#include "platform/modFile.h"
 #include "store/Sqlite3.h"
 
 #include <sqlite3.h>
@@ -77,7 +78,8 @@ StudyDatabase::~StudyDatabase()
 int StudyDatabase::Open(const QString &path)
 {
     m_isPowerSafe = false;
-    return SQLite3Open(path, &m_handle);
+    QString reason;
+    return IsRegularOrMissing(path, &reason) ? SQLite3Open(path, &m_handle) : SQLITE_CANTOPEN;
 }
 
 void StudyDatabase::Close()

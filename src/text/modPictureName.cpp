@@ -3,6 +3,7 @@
 #include "platform/modFile.h"
 
 #include <QDir>
+#include <QFileInfo>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -118,7 +119,7 @@ QString FindPictureFile(const QString &folder, const QString &name)
     for (const QStringView extension : {u".png", u".jpg", u".jpeg", u".gif", u".bmp"}) {
         const QString wanted = name + extension;
         for (const QString &file : files)
-            if (file.compare(wanted, Qt::CaseInsensitive) == 0)
+            if (file.compare(wanted, Qt::CaseInsensitive) == 0 && QFileInfo(JoinPath(folder, file)).isFile())
                 return JoinPath(folder, file);
     }
     return QString();

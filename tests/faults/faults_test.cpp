@@ -4,6 +4,7 @@
 #include "app/modUserList.h"
 #include "files/modHistory.h"
 #include "files/modPrintableCopy.h"
+#include "files/modStudyFolder.h"
 #include "platform/modFile.h"
 #include "platform/modProfile.h"
 #include "store/modDB_SQLite.h"
@@ -470,4 +471,22 @@ TEST_F(Faults, AFolderWhereAFileShouldBeAndTheReverse)
     folder.Write(u"log"_s, "a file");
     EXPECT_TRUE(prepare()) << "the folder of logs need not be there";
     EXPECT_TRUE(desktop.messages.isEmpty());
+}
+
+TEST(Places, ThatAreNoRegularFilesAreListedWithTheirRemarkAndNeverOpened)
+{
+    const TestFolder folder;
+    const QString fifo = folder.Path(u"a.txt"_s);
+    ASSERT_EQ(mkfifo(QFile::encodeName(fifo).constData(), 0600), 0);
+    ASSERT_TRUE(QFile::link(fifo, folder.Path(u"b.txt"_s)));
+    StudyFolder files(folder.Path());
+    files.Refresh();
+    EXPECT_EQ(files.Names(), QStringList({u"a.txt"_s, u"b.txt"_s}));
+    for (const QString &name : files.Names()) {
+        files.Check(name);
+        EXPECT_EQ(files.Fault(name), u"読み込み不可"_s);
+    }
+    RecordingDesktop desktop;
+    StudyDatabase database(desktop);
+    EXPECT_EQ(database.Open(fifo), SQLITE_CANTOPEN);
 }

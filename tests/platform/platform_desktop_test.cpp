@@ -1,13 +1,21 @@
 // What of platform/ is different where the system is not Windows.
+#include "platform/modEndSignal.h"
+#include "platform/modFile.h"
+#include "platform/modLog.h"
 #include "platform/modProcess.h"
 #include "platform/modProfile.h"
 #include "platform/modVoice.h"
+#include "support/RecordingDesktop.h"
 #include "support/Rows.h"
 #include "support/TestFiles.h"
 
 #include <QTest>
 
+#include <csignal>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <sys/sysmacros.h>
+#include <unistd.h>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -38,6 +46,59 @@ TEST(Voice, IsGivenTheTextAsOneArgument)
         EXPECT_TRUE(QTest::qWaitFor([&] { return folder.Read(u"said"_s) == said; })) << said.constData();
     }
     qputenv("PATH", path);
+}
+
+// Each of these used to wait for ever, to take all memory, or to be replaced by a file.
+TEST(File, OnlyARegularOneIsReadOrReplaced)
+{
+    const TestFolder folder;
+    const auto path = [&folder](const char *name) { return QFile::encodeName(folder.Path(QLatin1String(name))); };
+    ASSERT_EQ(mkfifo(path("fifo").constData(), 0600), 0);
+    ASSERT_EQ(symlink("fifo", path("link to a fifo").constData()), 0);
+    QStringList names = {u"fifo"_s, u"link to a fifo"_s};
+    // A node of our own with the numbers of /dev/zero; only root may make one.
+    if (mknod(path("device").constData(), S_IFCHR | 0600, makedev(1, 5)) == 0) {
+        ASSERT_EQ(symlink("device", path("link to a device").constData()), 0);
+        names += {u"device"_s, u"link to a device"_s};
+    }
+    RecordingDesktop desktop;
+    for (const QString &name : names) {
+        const QString file = folder.Path(name);
+        struct stat before = {}, after = {};
+        lstat(QFile::encodeName(file).constData(), &before);
+        QByteArray bytes;
+        QString error;
+        EXPECT_FALSE(ReadWholeFile(file, &bytes, &error)) << qPrintable(name);
+        EXPECT_FALSE(ReplaceFile(file, "new", &error)) << qPrintable(name);
+        EXPECT_FALSE(CopyWholeFile(file, folder.Path(u"copy"_s), &error)) << qPrintable(name);
+        EXPECT_FALSE(CopyWholeFile(folder.Write(u"a.txt"_s, "a"), file, &error)) << qPrintable(name);
+        EXPECT_FALSE(WriteProfile(file, u"setting"_s, u"Key"_s, u"new"_s)) << qPrintable(name);
+        EXPECT_EQ(ReadProfile(file, u"setting"_s, u"Key"_s, u"default"_s, 9), u"default"_s) << qPrintable(name);
+        QFile::remove(folder.Path(u"a_log.txt"_s));
+        ASSERT_TRUE(QFile::link(file, folder.Path(u"a_log.txt"_s)));
+        EXPECT_FALSE(RunLog(folder.Path(), u"a"_s, desktop).WriteYmdLogStart(&error)) << qPrintable(name);
+        EXPECT_EQ(error, u"通常のファイルではありません。"_s);
+        lstat(QFile::encodeName(file).constData(), &after);
+        EXPECT_TRUE(before.st_ino == after.st_ino && before.st_mode == after.st_mode) << qPrintable(name);
+    }
+    QFile large(folder.Write(u"large"_s, ""));
+    ASSERT_TRUE(large.resize(MostFileBytes + 1)) << "without a block on the disk";
+    QByteArray bytes;
+    QString error;
+    EXPECT_FALSE(ReadWholeFile(large.fileName(), &bytes, &error));
+    EXPECT_EQ(error, u"ファイルが大きすぎます。"_s);
+}
+
+TEST(EndSignal, TheSecondOfAKindEndsTheProcess)
+{
+    EXPECT_EXIT(
+        {
+            const EndSignal endSignal;
+            std::raise(SIGTERM);
+            std::raise(SIGHUP);
+            std::raise(SIGTERM);
+        },
+        testing::KilledBySignal(SIGTERM), "");
 }
 
 TEST(Profile, WritesOneLineAndKeepsEveryOtherByte)
