@@ -49,6 +49,8 @@ frmMsg::frmMsg(Desktop &desktop, const QString &soundFolder)
     cmdOK->setText(u"OK"_s);
     cmdCancel->setText(u"キャンセル"_s);
     cmdOK->setDefault(true);
+    for (QPushButton *const button : {cmdOK, cmdCancel})
+        button->installEventFilter(this);
     Timer1->setSingleShot(true);
     Timer1->setInterval(TimerMs);
     connect(cmdOK, &QPushButton::clicked, this, &frmMsg::cmdOK_Click);
@@ -83,15 +85,20 @@ void frmMsg::PlayNamedSound(const QString &soundName)
     m_desktop.PlaySoundFile(soundName.contains(u'\\') ? soundName : JoinPath(m_soundFolder, soundName));
 }
 
-// Escape says no, or OK where there is nothing else to say, but like every answer only once the buttons are enabled.
+// A button takes its keys before the dialog sees them.
+bool frmMsg::eventFilter(QObject *object, QEvent *event)
+{
+    if (event->type() == QEvent::KeyPress && !m_heldKeys.IsFresh(*static_cast<QKeyEvent *>(event)))
+        return true;
+    return QDialog::eventFilter(object, event);
+}
+
+// Escape is the close box, but like every key only once the buttons are enabled.
 void frmMsg::keyPressEvent(QKeyEvent *event)
 {
-    if (event->key() != Qt::Key_Escape) {
-        QDialog::keyPressEvent(event);
+    if (!m_heldKeys.IsFresh(*event) || (event->key() == Qt::Key_Escape && !cmdOK->isEnabled()))
         return;
-    }
-    QPushButton *const button = cmdCancel->isHidden() ? cmdOK : cmdCancel;
-    button->click();
+    QDialog::keyPressEvent(event);
 }
 
 void frmMsg::SelectButtons(int style)

@@ -1,8 +1,9 @@
 // The program's own message dialog. It is as large as its text, stands over the window that asks, plays a sound as it
 // opens and takes no answer before its timer has fired once, so that a key press still meant for the study window
-// cannot answer it by accident.
+// cannot answer it by accident; nor does a key that is held since then.
 #pragma once
 
+#include "platform/frmHeldKey.h"
 #include "platform/modDesktop.h"
 
 #include <QDialog>
@@ -44,6 +45,7 @@ class frmMsg : public QDialog
     void PlayNamedSound(const QString &soundName);
 
   protected:
+    bool eventFilter(QObject *object, QEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
 
   private:
@@ -57,6 +59,7 @@ class frmMsg : public QDialog
 
     Desktop &m_desktop;
     QString m_soundFolder;
+    HeldKeyFilter m_heldKeys;
     QLabel *lblMsg;
     QPushButton *cmdOK;
     QPushButton *cmdCancel;

@@ -24,6 +24,14 @@ class MsgTest : public testing::Test
         return dialog.DispFrmMsg(&owner, message, style, u"notify.wav"_s);
     }
 
+    /// Sends a key event as the window system does: a press or release with its time and the flag of a repetition.
+    static void SendKey(QWidget *to, QEvent::Type type, int key, quint64 timeMs, bool isAutoRepeat)
+    {
+        QKeyEvent event(type, key, Qt::NoModifier, QString(), isAutoRepeat);
+        event.setTimestamp(timeMs);
+        QApplication::sendEvent(to, &event);
+    }
+
     QPushButton *Button(const char16_t *name)
     {
         return dialog.findChild<QPushButton *>(QString::fromUtf16(name));
@@ -48,6 +56,30 @@ TEST_F(MsgTest, TakesNoAnswerBeforeItsTimerHasFired)
     });
     EXPECT_EQ(result, MsgResult::Cancel);
     EXPECT_EQ(desktop.sounds, QStringList(QDir::toNativeSeparators(u"wav/notify.wav"_s)));
+}
+
+TEST_F(MsgTest, AHeldKeyAnswersOnlyOnceItWasReleasedAndPressedAgain)
+{
+    const Rows<int, int> rows = {{Qt::Key_Return, MsgResult::Ok},
+                                 {Qt::Key_Enter, MsgResult::Ok},
+                                 {Qt::Key_Space, MsgResult::Ok},
+                                 {Qt::Key_Escape, MsgResult::None}};
+    for (const auto &[key, result] : rows) {
+        script.When(u"frmMsg"_s, [this, key = key](QWidget *) {
+            SendKey(Button(u"cmdOK"), QEvent::KeyPress, key, 1000, true);
+            SendKey(Button(u"cmdOK"), QEvent::KeyRelease, key, 1000, true);
+            for (quint64 timeMs = 1030; timeMs < 1200; timeMs += 30) {
+                SendKey(timeMs == 1030 ? &owner : Button(u"cmdOK"), QEvent::KeyRelease, key, timeMs, false);
+                SendKey(Button(u"cmdOK"), QEvent::KeyPress, key, timeMs, false);
+            }
+            SendKey(Button(u"cmdOK"), QEvent::KeyRelease, key, 1205, false);
+            ASSERT_TRUE(dialog.isVisible()) << "key " << key;
+            SendKey(Button(u"cmdOK"), QEvent::KeyPress, key, 1240, false);
+            SendKey(Button(u"cmdOK"), QEvent::KeyRelease, key, 1300, false);
+            EXPECT_FALSE(dialog.isVisible()) << "key " << key;
+        });
+        EXPECT_EQ(Show(u"続けますか？"_s, MsgStyle::YesNo, [] {}), result) << "key " << key;
+    }
 }
 
 TEST_F(MsgTest, ShowsTheButtonsOfItsStyleInTheMiddle)
