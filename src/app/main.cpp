@@ -2,6 +2,7 @@
 #include "app/frmLogin.h"
 #include "app/modMain.h"
 #include "platform/frmCompositionGuard.h"
+#include "platform/frmDialogFocus.h"
 #include "platform/frmPageFont.h"
 #include "platform/frmQtDesktop.h"
 #include "platform/modEndSignal.h"
@@ -41,6 +42,7 @@ int main(int argc, char *argv[])
     QGuiApplication::setDesktopFileName(u"org.kotoban.kotoban"_s); // by which some desktops find the icon
     application.setFont(UserInterfaceFont());
     const CompositionGuard compositionGuard;
+    const DialogFocus dialogFocus;
 
     const QString folder = QDir::toNativeSeparators(QCoreApplication::applicationDirPath());
     const QString baseName = QFileInfo(QCoreApplication::applicationFilePath()).completeBaseName();

@@ -1,3 +1,4 @@
+#include "platform/frmDialogFocus.h"
 #include "settings/frmMsg.h"
 #include "support/DialogScript.h"
 #include "support/RecordingDesktop.h"
@@ -125,4 +126,13 @@ TEST_F(MsgTest, GrowsWithItsTextAndAnswersNothingWhenClosed)
                        dialog.close();
                    }),
               MsgResult::None);
+}
+
+TEST_F(MsgTest, TheWindowThatAskedHasTheKeyboardAgain)
+{
+    const DialogFocus dialogFocus;
+    owner.show();
+    script.Click(u"frmMsg"_s, u"cmdOK"_s);
+    Show(u"x"_s, MsgStyle::Ok, [] {});
+    EXPECT_TRUE(owner.isActiveWindow());
 }
