@@ -1,6 +1,7 @@
 #include "app/frmLogin.h"
 
 #include "app/modUserList.h"
+#include "platform/frmScreenFit.h"
 #include "platform/modLog.h"
 #include "platform/modProduct.h"
 #include "settings/frmMsg.h"
@@ -70,7 +71,9 @@ frmLogin::frmLogin(Desktop &desktop, frmMsg &msg, const QString &userListPath)
     buttons->addWidget(cmdOK);
     buttons->addWidget(cmdEnd);
     buttons->addStretch();
-    auto *const grid = new QGridLayout(this);
+    auto *const content = new QWidget(this);
+    content->setObjectName(u"content"_s);
+    auto *const grid = new QGridLayout(content);
     grid->addWidget(lblComment, 0, 0, 1, 3);
     grid->addWidget(lblUser, 1, 0);
     grid->addWidget(txtUserName, 1, 1);
@@ -78,6 +81,8 @@ frmLogin::frmLogin(Desktop &desktop, frmMsg &msg, const QString &userListPath)
     grid->addWidget(lstUserName, 2, 1);
     grid->addLayout(buttons, 1, 2, 2, 1);
     Form_Load();
+    FitToScreen(this, content);
+    move(screen()->availableGeometry().center() - rect().center());
 }
 
 void frmLogin::Form_Load()
@@ -88,9 +93,6 @@ void frmLogin::Form_Load()
     m_names = ReadUserNames(m_userListPath);
     lstUserName->addItems(m_names);
     lstUserName->setCurrentRow(-1);
-    const QRect area = screen()->availableGeometry();
-    adjustSize();
-    move(area.center() - rect().center());
 }
 
 void frmLogin::showEvent(QShowEvent *event)

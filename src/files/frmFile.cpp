@@ -5,6 +5,7 @@
 #include "files/modPrintableCopy.h"
 #include "platform/frmBusyPointer.h"
 #include "platform/frmPageFont.h"
+#include "platform/frmScreenFit.h"
 #include "platform/modCodePage.h"
 #include "platform/modDateText.h"
 #include "platform/modFile.h"
@@ -20,8 +21,8 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListView>
+#include <QPainter>
 #include <QPushButton>
-#include <QScreen>
 #include <QSignalBlocker>
 #include <QStringListModel>
 
@@ -29,7 +30,31 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-constexpr int LabelWidthPx = 340; // about the width of the file list
+/// A label that cuts out the middle of what is too long for it: a long path must not push the buttons off the screen.
+class ElidedLabel : public QLabel
+{
+  public:
+    ElidedLabel(const QString &name, QWidget *parent) : QLabel(parent)
+    {
+        setObjectName(name);
+        setTextFormat(Qt::PlainText);
+        setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    }
+
+  protected:
+    void paintEvent(QPaintEvent *) override
+    {
+        QPainter(this).drawText(rect(), Qt::AlignLeft | Qt::AlignVCenter,
+                                fontMetrics().elidedText(text(), Qt::ElideMiddle, width()));
+    }
+};
+
+QLabel *NamedLabel(const QString &name, const QString &text, QWidget *parent)
+{
+    auto *const label = new QLabel(text, parent);
+    label->setObjectName(name);
+    return label;
+}
 
 } // namespace
 
@@ -38,18 +63,23 @@ frmFile::frmFile(Desktop &desktop, StudyDatabase &database, frmMsg &msg, const Q
     : QDialog(owner), m_desktop(desktop), m_database(database), m_msg(msg),
       m_folder(JoinPath(applicationFolder, u"txt"_s)), m_reportFolder(JoinPath(applicationFolder, u"rec"_s)),
       m_userName(userName), m_files(new StudyFileModel(m_folder, this)), lstFile(new QListView(this)),
-      lblFolder(new QLabel(this)), lblUserName(new QLabel(this)), m_records(new QStringListModel(this)),
-      lstRecord(new QListView(this)), txtWeekN(new QLineEdit(this)), txtYmd(new QLineEdit(this)),
-      lblSumTime(new QLabel(this)), lblSumAns(new QLabel(this)), picHistory(new HistoryChart(this))
+      lblFolder(new ElidedLabel(u"lblFolder"_s, this)), lblUserName(new ElidedLabel(u"lblUserName"_s, this)),
+      m_records(new QStringListModel(this)), lstRecord(new QListView(this)), txtWeekN(new QLineEdit(this)),
+      txtYmd(new QLineEdit(this)), lblSumTime(new QLabel(this)), lblSumAns(new QLabel(this)),
+      picHistory(new HistoryChart(this))
 {
     setObjectName(u"frmFile"_s);
-    setWindowTitle(u"ファイル選択 Ver"_s + VersionText());
-    auto *const halves = new QHBoxLayout(this);
-    halves->addLayout(FileControls());
-    halves->addSpacing(12);
-    halves->addLayout(HistoryControls());
+    auto *const content = new QWidget(this);
+    content->setObjectName(u"content"_s);
+    auto *const halves = new QBoxLayout(QBoxLayout::LeftToRight, content);
+    halves->addLayout(FileControls(), 1);
+    halves->addSpacing(fontMetrics().averageCharWidth());
+    halves->addLayout(HistoryControls(), 1);
     SetTabOrder();
-    resize(QSize(840, 470).expandedTo(minimumSizeHint()).boundedTo(screen()->availableSize()));
+    if (content->minimumSizeHint().width() > RoomOnScreen(this).width())
+        halves->setDirection(QBoxLayout::TopToBottom);
+    FitToScreen(this, content, QSize(fontMetrics().averageCharWidth() * 120, fontMetrics().lineSpacing() * 29));
+    Form_Load();
 }
 
 frmFile::~frmFile() = default;
@@ -63,17 +93,13 @@ QLayout *frmFile::FileControls()
     lstFile->setUniformItemSizes(true); // measuring every row would check every file
     lstFile->setEditTriggers(QAbstractItemView::NoEditTriggers);
     lstFile->setSpacing(1);
-    lstFile->setMinimumSize(200, 160);
+    lstFile->setMinimumSize(fontMetrics().averageCharWidth() * 30, fontMetrics().lineSpacing() * 8);
     connect(lstFile, &QListView::doubleClicked, this, &frmFile::cmdSelect_Click);
 
-    lblFolder->setObjectName(u"lblFolder"_s);
-    lblFolder->setTextFormat(Qt::PlainText);
-    // A long path or name must not push the buttons off the screen.
-    lblFolder->setText(lblFolder->fontMetrics().elidedText(m_folder.Path(), Qt::ElideMiddle, LabelWidthPx));
+    lblFolder->setText(m_folder.Path());
     lblFolder->setToolTip(m_folder.Path());
-    lblUserName->setObjectName(u"lblUserName"_s);
-    lblUserName->setTextFormat(Qt::PlainText);
-    lblUserName->setText(lblUserName->fontMetrics().elidedText(m_userName, Qt::ElideRight, LabelWidthPx));
+    lblUserName->setText(m_userName);
+    lblUserName->setToolTip(m_userName);
 
     QPushButton *const cmdSelect = AddButton(u"cmdSelect"_s, u"このファイルで学習(&S)"_s, &frmFile::cmdSelect_Click);
     QPushButton *const cmdEdit = AddButton(u"cmdEdit"_s, u"編集(&E)"_s, &frmFile::cmdEdit_Click);
@@ -100,9 +126,9 @@ QLayout *frmFile::FileControls()
     buttons->addWidget(cmdEnd);
 
     auto *const grid = new QGridLayout;
-    grid->addWidget(new QLabel(u"フォルダ："_s, this), 0, 0);
+    grid->addWidget(NamedLabel(u"lblFolderCaption"_s, u"フォルダ："_s, this), 0, 0);
     grid->addWidget(lblFolder, 0, 1);
-    grid->addWidget(new QLabel(u"利用者："_s, this), 1, 0);
+    grid->addWidget(NamedLabel(u"lblUserNameCaption"_s, u"利用者："_s, this), 1, 0);
     grid->addWidget(lblUserName, 1, 1);
     grid->addWidget(lstFile, 2, 0, 1, 2);
     grid->addLayout(buttons, 2, 2);
@@ -119,16 +145,16 @@ QLayout *frmFile::HistoryControls()
     lstRecord->setFont(PageFont()); // the numbers stand below each other
     lstRecord->setUniformItemSizes(true);
     lstRecord->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    lstRecord->setMinimumWidth(280);
+    lstRecord->setMinimumSize(fontMetrics().averageCharWidth() * 40, fontMetrics().lineSpacing() * 8);
     txtWeekN->setObjectName(u"txtWeekN"_s);
     txtWeekN->setAccessibleName(u"週の数"_s);
     txtWeekN->setToolTip(u"何週間分の記録を表示するか (Alt+K)"_s);
-    txtWeekN->setMaximumWidth(50);
+    FitToText(txtWeekN, QString::number(MostWeeks));
     txtWeekN->setAlignment(Qt::AlignRight);
     txtYmd->setObjectName(u"txtYmd"_s);
     txtYmd->setAccessibleName(u"最後の日"_s);
     txtYmd->setToolTip(u"記録の最後の日（年/月/日） (Alt+D)"_s);
-    txtYmd->setMaximumWidth(110);
+    FitToText(txtYmd, u"0000/00/00"_s);
     lblSumTime->setObjectName(u"lblSumTime"_s);
     lblSumAns->setObjectName(u"lblSumAns"_s);
     lblSumTime->setAccessibleDescription(u"総学習時間"_s);
@@ -140,13 +166,13 @@ QLayout *frmFile::HistoryControls()
     connect(txtYmd, &QLineEdit::returnPressed, txtYmd, &QLineEdit::selectAll);
 
     auto *const span = new QHBoxLayout;
-    auto *const lblYmd = new QLabel(u"学習記録(&D)："_s, this);
+    auto *const lblYmd = NamedLabel(u"lblYmd"_s, u"学習記録(&D)："_s, this);
     lblYmd->setBuddy(txtYmd);
-    auto *const lblWeekN = new QLabel(u"週間(&K)"_s, this);
+    auto *const lblWeekN = NamedLabel(u"lblWeekN"_s, u"週間(&K)"_s, this);
     lblWeekN->setBuddy(txtWeekN);
     span->addWidget(lblYmd);
     span->addWidget(txtYmd);
-    span->addWidget(new QLabel(u"まで"_s, this));
+    span->addWidget(NamedLabel(u"lblUntil"_s, u"まで"_s, this));
     span->addWidget(txtWeekN);
     span->addWidget(lblWeekN);
     QPushButton *const cmdInc = AddButton(u"cmdInc"_s, u"＋1週(&W)"_s, &frmFile::cmdInc_Click);
@@ -154,10 +180,10 @@ QLayout *frmFile::HistoryControls()
     span->addWidget(cmdInc);
     span->addStretch();
     auto *const totals = new QHBoxLayout;
-    totals->addWidget(new QLabel(u"総学習時間："_s, this));
+    totals->addWidget(NamedLabel(u"lblSumTimeCaption"_s, u"総学習時間："_s, this));
     totals->addWidget(lblSumTime);
-    totals->addSpacing(16);
-    totals->addWidget(new QLabel(u"総回答数："_s, this));
+    totals->addSpacing(fontMetrics().averageCharWidth() * 2);
+    totals->addWidget(NamedLabel(u"lblSumAnsCaption"_s, u"総回答数："_s, this));
     totals->addWidget(lblSumAns);
     totals->addStretch();
     QPushButton *const cmdFile = AddButton(u"cmdFile"_s, u"ファイルに出力(&F)"_s, &frmFile::cmdFile_Click);
@@ -192,6 +218,12 @@ QPushButton *frmFile::AddButton(const QString &name, const QString &caption, voi
     button->setAutoDefault(false);
     connect(button, &QPushButton::clicked, this, handler);
     return button;
+}
+
+void frmFile::Form_Load()
+{
+    WriteTrace(u"■frmFile.Form_Load");
+    setWindowTitle(u"ファイル選択 Ver"_s + VersionText());
 }
 
 FileChoice frmFile::Choose(const QString &textEditor)

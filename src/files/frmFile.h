@@ -51,6 +51,7 @@ class frmFile : public QDialog
     void keyPressEvent(QKeyEvent *event) override;
 
   private:
+    void Form_Load();
     void Form_Activate();
     void cmdSelect_Click();
     void cmdEdit_Click();

@@ -39,21 +39,27 @@ void HistoryChart::SetHistory(const History &history)
 
 QSize HistoryChart::sizeHint() const
 {
-    return QSize(360, 120);
+    return QSize(fontMetrics().averageCharWidth() * 50, fontMetrics().lineSpacing() * 8);
+}
+
+QSize HistoryChart::minimumSizeHint() const
+{
+    return QSize(sizeHint().width(), fontMetrics().lineSpacing() * 6);
 }
 
 void HistoryChart::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
     painter.fillRect(rect(), palette().base());
-    const int textHeight = fontMetrics().height();
-    const QRect plot = rect().adjusted(6, textHeight + 4, -6, -textHeight - 4);
+    const int margin = fontMetrics().averageCharWidth();
+    const int textHeight = fontMetrics().lineSpacing() + margin / 2;
+    const QRect plot = rect().adjusted(margin, textHeight, -margin, -textHeight);
     if (m_dayCount == 0 || plot.width() < 1 || plot.height() < 1)
         return;
     painter.setPen(palette().color(QPalette::Text));
-    painter.drawText(rect().adjusted(6, 0, -6, -2), Qt::AlignLeft | Qt::AlignBottom,
+    painter.drawText(rect().adjusted(margin, 0, -margin, 0), Qt::AlignLeft | Qt::AlignBottom,
                      DateText(m_endDate.addDays(1 - m_dayCount)));
-    painter.drawText(rect().adjusted(6, 0, -6, -2), Qt::AlignRight | Qt::AlignBottom, DateText(m_endDate));
+    painter.drawText(rect().adjusted(margin, 0, -margin, 0), Qt::AlignRight | Qt::AlignBottom, DateText(m_endDate));
     if (m_days.empty()) {
         painter.drawText(plot, Qt::AlignCenter, u"この期間の記録はありません"_s);
         return;
@@ -89,14 +95,14 @@ void HistoryChart::paintEvent(QPaintEvent *)
     painter.setPen(AxisColour);
     painter.drawLine(plot.bottomLeft(), plot.bottomRight());
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(LineColour, 1.5));
+    painter.setPen(QPen(LineColour, fontMetrics().lineWidth() * 1.5));
     painter.drawPath(line);
 
     // The signs have the colours; text of these colours could not be read well on every background.
     const QString bar = u"■"_s;
     const QString answersText = u" 回答数（最大"_s + QString::number(qRound(mostAnswers)) + u"問）"_s;
     const QString dash = u"―"_s;
-    const QRect legend = rect().adjusted(6, 2, -6, 0);
+    const QRect legend = rect().adjusted(margin, 0, -margin, 0);
     const int barWidth = fontMetrics().horizontalAdvance(bar);
     const int answersWidth = fontMetrics().horizontalAdvance(answersText);
     painter.setPen(BarColour);

@@ -15,6 +15,7 @@ class HistoryChart : public QWidget
     void SetHistory(const History &history);
 
     QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
 
   protected:
     void paintEvent(QPaintEvent *event) override;

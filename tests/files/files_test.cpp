@@ -5,7 +5,10 @@
 #include "support/TestFiles.h"
 #include "text/modCheckText.h"
 
+#include <QLabel>
+#include <QLineEdit>
 #include <QListView>
+#include <QScreen>
 #include <QTest>
 
 #include <gtest/gtest.h>
@@ -119,4 +122,63 @@ TEST_F(FileWindowTest, RefusesWithoutSelectionAndOffersTheEditorForABadFile)
     EXPECT_EQ(desktop.commands, QStringList(u"sakura.exe -Y=2 \""_s + QDir::toNativeSeparators(bad) + u'"'));
     EXPECT_EQ(desktop.opened, QStringList(QDir::toNativeSeparators(folder.Path(u"txt"_s))));
     EXPECT_FALSE(database.SQLite3NonQuery(u"create table t (a)"_s)) << "the end button closes the database";
+}
+
+TEST_F(FileWindowTest, EveryControlHasItsName)
+{
+    for (const QWidget *widget : window.findChildren<QWidget *>()) {
+        const bool isControl = qobject_cast<const QLabel *>(widget) || widget->focusPolicy() != Qt::NoFocus;
+        EXPECT_FALSE(isControl && widget->objectName().isEmpty()) << widget->metaObject()->className();
+    }
+}
+
+namespace {
+
+/// A desktop with another font size, until the end of a test.
+class DesktopFont
+{
+  public:
+    explicit DesktopFont(int points)
+    {
+        QFont font = m_before;
+        font.setPointSize(points);
+        QApplication::setFont(font);
+    }
+
+    ~DesktopFont()
+    {
+        QApplication::setFont(m_before);
+    }
+
+    Q_DISABLE_COPY_MOVE(DesktopFont)
+
+  private:
+    QFont m_before = QApplication::font();
+};
+
+} // namespace
+
+TEST_F(FileWindowTest, AtEveryFontSizeEachControlCanBeReachedByTab)
+{
+    for (const int points : {9, 20, 40}) {
+        const DesktopFont font(points);
+        frmFile file{desktop, database, msg, folder.Path(), u"花子"_s, nullptr};
+        const QSize screen = file.screen()->availableSize();
+        EXPECT_EQ(file.size().boundedTo(screen), file.size()) << points;
+        script.When(u"frmFile"_s, [&file, points](QWidget *dialog) {
+            auto *const date = dialog->findChild<QLineEdit *>(u"txtYmd"_s);
+            date->end(false);
+            EXPECT_EQ(date->cursorPositionAt(QPoint(0, 0)), 0) << "the date is seen whole, points " << points;
+            QStringList seen;
+            for (int tabs = 0; tabs < 13; ++tabs) {
+                const QWidget *const control = dialog->focusWidget();
+                seen += control->objectName();
+                EXPECT_FALSE(control->visibleRegion().isEmpty()) << control->objectName().toStdString();
+                QTest::keyClick(dialog->focusWidget(), Qt::Key_Tab);
+            }
+            EXPECT_EQ(seen.removeDuplicates(), 0);
+            file.close();
+        });
+        file.Choose(QString());
+    }
 }

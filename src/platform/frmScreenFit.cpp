@@ -1,0 +1,47 @@
+#include "platform/frmScreenFit.h"
+
+#include <QDialog>
+#include <QLineEdit>
+#include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QStyle>
+#include <QVBoxLayout>
+
+using namespace Qt::Literals::StringLiterals;
+
+QSize RoomOnScreen(const QWidget *window)
+{
+    // The real frame is not known before the window is shown; the toolkit's own is about as thick.
+    const int borderPx = window->style()->pixelMetric(QStyle::PM_MdiSubWindowFrameWidth);
+    const int titlePx = window->style()->pixelMetric(QStyle::PM_TitleBarHeight);
+    return window->screen()->availableSize() - QSize(2 * borderPx, titlePx + 2 * borderPx);
+}
+
+void FitToScreen(QDialog *window, QWidget *content, const QSize &wanted)
+{
+    auto *const scroll = new QScrollArea(window);
+    scroll->setObjectName(u"scroll"_s);
+    scroll->setFrameShape(QFrame::NoFrame);
+    scroll->setFocusPolicy(Qt::NoFocus); // Tab goes from control to control and scrolls to each
+    scroll->setWidgetResizable(true);
+    scroll->setWidget(content);
+    auto *const layout = new QVBoxLayout(window);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(scroll);
+
+    const QSize room = RoomOnScreen(window);
+    QSize size = content->sizeHint().expandedTo(wanted).boundedTo(room);
+    // One scroll bar takes room away; it should not bring about the other.
+    if (content->minimumSizeHint().height() > room.height())
+        size.rwidth() += scroll->verticalScrollBar()->sizeHint().width();
+    window->resize(size.boundedTo(room));
+}
+
+void FitToText(QLineEdit *box, const QString &widest)
+{
+    const QFontMetrics metrics = box->fontMetrics();
+    // The smallest box is as wide as one character and the frame. The cursor behind the text takes room as well.
+    const int framePx = box->minimumSizeHint().width() - metrics.maxWidth();
+    box->setFixedWidth(metrics.horizontalAdvance(widest) + metrics.averageCharWidth() + qMax(0, framePx));
+}
