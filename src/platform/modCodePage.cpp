@@ -131,6 +131,20 @@ QByteArray ToCodePage932(QStringView text)
     return bytes;
 }
 
+QStringList CharactersLost(QStringView text)
+{
+    const Tables &tables = CodePage();
+    QStringList lost;
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        const bool isPair = text[i].isHighSurrogate() && i + 1 < text.size() && text[i + 1].isLowSurrogate();
+        const QString character = text.sliced(i, isPair ? 2 : 1).toString();
+        if (tables.fromUnicode[text[i].unicode()] == 0 && !text[i].isNull() && !lost.contains(character))
+            lost += character;
+        i += isPair ? 1 : 0;
+    }
+    return lost;
+}
+
 qsizetype GetByteLength(QStringView text)
 {
     const Tables &tables = CodePage();

@@ -5,6 +5,7 @@
 #include <QByteArray>
 #include <QByteArrayView>
 #include <QString>
+#include <QStringList>
 #include <QStringView>
 
 /// Bytes of code page 932 as text. Every byte that the code page cannot decode becomes one U+FFFD; both bytes of an
@@ -26,6 +27,10 @@ DecodedUpTo DecodeAboveAscii(const char *at, const char *end, char16_t *out);
 
 /// Text as bytes of code page 932. A character that the code page lacks becomes "?".
 QByteArray ToCodePage932(QStringView text);
+
+/// The characters of a text that code page 932 lacks, each once, in the order in which they come; a surrogate pair is
+/// one character. Empty when the text comes back from the code page as it is.
+QStringList CharactersLost(QStringView text);
 
 /// Length of a text in bytes of code page 932: 1 for a half-width character and for one that the code page lacks, 2 for
 /// a full-width one.

@@ -30,11 +30,20 @@ QString FindTextEditor()
     return QString();
 }
 
+/// Whether the desktop has a program for plain text. Without one xdg-open does nothing, and nobody is told.
+bool HasTextHandler()
+{
+    constexpr int patienceMs = 3000;
+    QProcess query;
+    query.start(u"xdg-mime"_s, {u"query"_s, u"default"_s, u"text/plain"_s}, QProcess::ReadOnly);
+    return query.waitForFinished(patienceMs) && !query.readAllStandardOutput().trimmed().isEmpty();
+}
+
 // With a file, the desktop itself knows which editor the user has chosen for plain text; without one, it has no word
 // for "that editor alone".
 bool StartTextEditor(const QStringList &files)
 {
-    if (!files.isEmpty() && QProcess::startDetached(u"xdg-open"_s, files))
+    if (!files.isEmpty() && HasTextHandler() && QProcess::startDetached(u"xdg-open"_s, files))
         return true;
     const QString editor = FindTextEditor();
     return !editor.isEmpty() && QProcess::startDetached(editor, files);

@@ -1,5 +1,6 @@
 #include "settings/frmIni.h"
 
+#include "platform/modCodePage.h"
 #include "platform/modLog.h"
 #include "settings/frmMsg.h"
 #include "settings/modEditor.h"
@@ -174,6 +175,13 @@ void frmIni::cmdChangeSetting_Click()
                          u"notify.wav"_s);
         txtLineSpace->setFocus();
         txtLineSpace->selectAll();
+        return;
+    }
+    // The ini file is in code page 932 and would hand back another editor at the next start.
+    if (const QStringList lost = CharactersLost(txtTextEditor->text()); !lost.isEmpty()) {
+        m_msg.DispFrmMsg(this, u"テキストエディタに使えない文字が含まれています。\r\n  "_s + lost.join(u' '),
+                         MsgStyle::Ok, u"notify.wav"_s);
+        txtTextEditor->setFocus();
         return;
     }
     if (!IsEditorUsable(txtTextEditor->text())) {

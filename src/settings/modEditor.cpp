@@ -1,6 +1,20 @@
 #include "settings/modEditor.h"
 
+#include <QRegularExpression>
+
 using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+/// A file's name in quotes. A quote in it, which Windows does not allow, is written as command lines have it: a
+/// backslash before it, the backslashes in front of that doubled.
+QString Quoted(const QString &file)
+{
+    static const QRegularExpression quote(u"(\\\\*)\""_s);
+    return u'"' + QString(file).replace(quote, u"\\1\\1\\\""_s) + u'"';
+}
+
+} // namespace
 
 QString EditorCommandLine(const QString &editor, const QString &file, int line)
 {
@@ -14,7 +28,7 @@ QString EditorCommandLine(const QString &editor, const QString &file, int line)
         {u"sakura.exe", u" -Y="},
         {u"terapad.exe", u" /j="},
     };
-    const QString quotedFile = u" \""_s + file + u'"';
+    const QString quotedFile = u' ' + Quoted(file);
     for (const KnownEditor &known : knownEditors)
         if (editor.contains(known.name, Qt::CaseInsensitive))
             return editor + known.lineOption + QString::number(line) + quotedFile;

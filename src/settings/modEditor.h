@@ -5,7 +5,7 @@
 
 /// Command line that opens a file. hidemaru.exe, sakura.exe and terapad.exe, found anywhere in the editor's text in any
 /// case and in this order, are given the line too; any other editor is given the file alone. The editor's text itself
-/// is not quoted.
+/// is not quoted. The file is one argument, whatever its name.
 /// @param line  1-based line to jump to
 QString EditorCommandLine(const QString &editor, const QString &file, int line);
 

@@ -31,6 +31,24 @@ TEST(Process, StartsAProgramWhosePathHoldsBlanksAndPassesTheFileWhole)
     EXPECT_FALSE(StartProcess(QString()));
 }
 
+TEST(Process, HasNoNotepadWhereTheDesktopHasNoTextEditor)
+{
+    const TestFolder folder;
+    const auto write = [&folder](const QString &name, const QByteArray &script) {
+        QFile::setPermissions(folder.Write(name, "#!/bin/sh\n" + script), QFile::ReadOwner | QFile::ExeOwner);
+    };
+    const QByteArray path = qgetenv("PATH");
+    qputenv("PATH", QFile::encodeName(folder.Path()));
+    write(u"xdg-open"_s, "printf %s \"$1\" > \"${0%/*}/got\"\n");
+    write(u"xdg-mime"_s, "");
+    EXPECT_FALSE(StartProcess(u"notepad.exe \"a.txt\""_s)) << "xdg-open itself is no editor";
+    QFile::remove(folder.Path(u"xdg-mime"_s));
+    write(u"xdg-mime"_s, "echo ed.desktop\n");
+    EXPECT_TRUE(StartProcess(u"notepad.exe \"a.txt\""_s));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return folder.Read(u"got"_s) == "a.txt"; }));
+    qputenv("PATH", path);
+}
+
 TEST(Voice, IsGivenTheTextAsOneArgument)
 {
     const TestFolder folder;

@@ -49,6 +49,12 @@ TEST(CodePage, EncodesAndCountsWhatItLacksAsOneQuestionMark)
     }
 }
 
+TEST(CodePage, NamesWhatItLacks)
+{
+    EXPECT_EQ(CharactersLost(u"Joséと𠮷田é😀?"_s), QStringList({u"é"_s, u"𠮷"_s, u"😀"_s}));
+    EXPECT_TRUE(CharactersLost(u"花子 ｶﾅ①～\\"_s).isEmpty());
+}
+
 TEST(CodePage, EveryCharacterThatIsDecodedIsEncodedAgain)
 {
     int pairs = 0;

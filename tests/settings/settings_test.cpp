@@ -1,10 +1,16 @@
+#include "platform/modCommandLine.h"
+#include "settings/frmIni.h"
+#include "settings/frmMsg.h"
 #include "settings/modCharCode.h"
 #include "settings/modEditor.h"
 #include "settings/modSettings.h"
 #include "settings/modSpeech.h"
+#include "support/DialogScript.h"
 #include "support/RecordingDesktop.h"
 #include "support/Rows.h"
 #include "support/TestFiles.h"
+
+#include <QLineEdit>
 
 #include <gtest/gtest.h>
 
@@ -111,10 +117,33 @@ TEST(Editor, KnownEditorsAreGivenTheLine)
     for (const auto &[editor, commandLine] : rows)
         EXPECT_EQ(EditorCommandLine(editor, u"C:\\a b\\x.txt"_s, 12), commandLine);
 
+    for (const QString &file : {u"/txt/a\" -x \"b.txt"_s, u"/txt/a\\\" \\.txt"_s}) // names that Windows does not allow
+        EXPECT_EQ(ParseCommandLine(EditorCommandLine(u"ed"_s, file, 1), [](const QString &) { return true; }).arguments,
+                  QStringList(file));
+
     RecordingDesktop desktop;
     desktop.startsPrograms = false;
     OpenInEditor(desktop, u"gone.exe"_s, u"x.txt"_s, 1);
     EXPECT_EQ(desktop.TakeMessages(), QStringList(u"次のコマンドを起動できません。\r\n  gone.exe \"x.txt\""_s));
+}
+
+TEST(Editor, ThatTheSettingsFileCannotHoldIsRefusedInTheWindow)
+{
+    RecordingDesktop desktop;
+    frmMsg msg(desktop, u"wav"_s);
+    frmIni window(desktop, msg, DefaultSettings(), UpperBounds(300), nullptr);
+    Settings settings = DefaultSettings();
+    DialogScript script;
+    script.When(u"frmIni"_s, [](QWidget *dialog) {
+        dialog->findChild<QLineEdit *>(u"txtTextEditor"_s)->setText(u"/opt/é/𠮷 é"_s);
+        dialog->findChild<QAbstractButton *>(u"cmdChangeSetting"_s)->click();
+        EXPECT_TRUE(dialog->isVisible());
+        dialog->close();
+    });
+    script.Click(u"frmMsg"_s, u"cmdOK"_s);
+    EXPECT_FALSE(window.Edit(&settings));
+    EXPECT_EQ(script.messages, QStringList(u"テキストエディタに使えない文字が含まれています。\n  é 𠮷"_s));
+    EXPECT_TRUE(desktop.messages.isEmpty());
 }
 
 TEST(Speech, WritesTheScriptButStartsNothingButTheVoice)
