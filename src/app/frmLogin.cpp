@@ -14,6 +14,8 @@
 #include <QPushButton>
 #include <QScreen>
 
+#include <algorithm>
+
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
@@ -120,16 +122,36 @@ void frmLogin::cmdOK_Click()
 {
     WriteTrace(u"■frmLogin.cmdOK_Click");
     const QString name = txtUserName->text();
-    if (name.trimmed().isEmpty()) {
-        m_msg.DispFrmMsg(this, u"利用者名は入力必須です。"_s, MsgStyle::Ok, u"notify.wav"_s);
+    if (!CheckName(name)) {
         txtUserName->setFocus();
         return;
     }
     QString error;
-    if (!IsUserListed(m_names, name) && !AppendUserName(m_userListPath, name, &error))
+    if (!m_names.contains(name) && !AppendUserName(m_userListPath, name, &error))
         m_desktop.ShowMessage(u"利用者一覧に書き込めません。\r\n  "_s + m_userListPath + u"\r\n  "_s + error);
     m_userName = name;
     Leave(LoginResult::Accepted);
+}
+
+/// Whether a name can be taken; if not, the learner has been told why, or has thought better of it.
+bool frmLogin::CheckName(const QString &name)
+{
+    const auto isBlank = [](QChar character) { return character == u' '; }; // an ideographic space is a letter here
+    if (std::all_of(name.begin(), name.end(), isBlank)) {
+        m_msg.DispFrmMsg(this, u"利用者名は入力必須です。"_s, MsgStyle::Ok, u"notify.wav"_s);
+        return false;
+    }
+    // A name of the list has come back from the file and so does again.
+    const QStringList refused = m_names.contains(name) ? QStringList() : CharactersNotForNames(name);
+    if (!refused.isEmpty()) {
+        m_msg.DispFrmMsg(this, u"利用者名に使えない文字が含まれています。\r\n  "_s + refused.join(u' '), MsgStyle::Ok,
+                         u"notify.wav"_s);
+        return false;
+    }
+    // The statements of the record have the name between single quotes.
+    return !name.contains(u'\'') ||
+           m_msg.DispFrmMsg(this, u"名前に ' が含まれているため，学習の記録は残りません。\r\nこの名前で始めますか？"_s,
+                            MsgStyle::OkCancel, u"notify.wav"_s) == MsgResult::Ok;
 }
 
 void frmLogin::cmdEnd_Click()

@@ -45,6 +45,7 @@ class frmLogin : public QDialog
     void cmdOK_Click();
     void cmdEnd_Click();
 
+    bool CheckName(const QString &name);
     void Leave(LoginResult result);
 
     Desktop &m_desktop;

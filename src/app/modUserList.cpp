@@ -6,6 +6,8 @@
 
 #include <QFileInfo>
 
+using namespace Qt::Literals::StringLiterals;
+
 QStringList ReadUserNames(const QString &path)
 {
     QByteArray bytes;
@@ -31,7 +33,16 @@ bool AppendUserName(const QString &path, const QString &name, QString *error)
     return ReplaceFile(path, bytes + ToCodePage932(name) + "\r\n", error);
 }
 
-bool IsUserListed(const QStringList &names, const QString &name)
+QStringList CharactersNotForNames(const QString &name)
 {
-    return names.contains(name) || names.contains(FromCodePage932(ToCodePage932(name)));
+    QStringList characters = CharactersLost(name);
+    for (const QChar character : name) {
+        const QString code = u"U+%1"_s.arg(character.unicode(), 4, 16, QChar(u'0')).toUpper();
+        if (character.category() == QChar::Other_Control) {
+            characters.removeOne(QString(character));
+            if (!characters.contains(code))
+                characters += code;
+        }
+    }
+    return characters;
 }

@@ -11,6 +11,7 @@ QStringList ReadUserNames(const QString &path);
 /// @return false when it could not be written; error then says why and the file is as before
 bool AppendUserName(const QString &path, const QString &name, QString *error);
 
-/// Whether a name is in a list, letter for letter, or would be once it has been through the file, which has "?" for
-/// characters that its code page lacks.
-bool IsUserListed(const QStringList &names, const QString &name);
+/// What of a name cannot go through the file and come back, each character once: those that code page 932 lacks, as
+/// they are, and control characters, a line feed among them, by their number ("U+000A"). Empty for a name that can be
+/// listed.
+QStringList CharactersNotForNames(const QString &name);
