@@ -103,6 +103,13 @@ void frmLogin::showEvent(QShowEvent *event)
     Form_Activate();
 }
 
+// Esc does nothing here: a dialog of the toolkit would close, and the program would go on without a name.
+void frmLogin::keyPressEvent(QKeyEvent *event)
+{
+    if (event->key() != Qt::Key_Escape)
+        QDialog::keyPressEvent(event);
+}
+
 void frmLogin::Form_Activate()
 {
     WriteTrace(u"■frmLogin.Form_Activate");

@@ -37,6 +37,7 @@ class frmLogin : public QDialog
 
   protected:
     void showEvent(QShowEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
 
   private:
     void Form_Load();

@@ -218,6 +218,8 @@ TEST_F(LoginTest, WarnsThatNothingIsRecordedOfANameWithAQuote)
     script.Click(u"frmMsg"_s, u"cmdCancel"_s);
     script.When(u"frmLogin"_s, [this](QWidget *window) {
         EXPECT_EQ(ReadUserNames(path).size(), 2);
+        QTest::keyClick(window->focusWidget(), Qt::Key_Escape);
+        EXPECT_TRUE(window->isVisible()) << "Esc does nothing";
         QTest::keyClick(window->focusWidget(), Qt::Key_Return);
     });
     script.Click(u"frmMsg"_s, u"cmdOK"_s);
