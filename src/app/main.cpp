@@ -48,19 +48,23 @@ int main(int argc, char *argv[])
     const QString baseName = QFileInfo(QCoreApplication::applicationFilePath()).completeBaseName();
     frmQtDesktop desktop;
     QTranslator toolkitTexts;
-    QTimer::singleShot(0, &application, [&desktop, &toolkitTexts] { // once the first window is there
+    QTimer::singleShot(0, &application, [&toolkitTexts] { // once the first window is there
         // With its format named, or the toolkit would load all formats it knows.
         QApplication::setWindowIcon(QPixmap(u":/kotoban.png"_s, "PNG"));
         if (toolkitTexts.load(u":/toolkit_ja.qm"_s))
             QApplication::installTranslator(&toolkitTexts);
-        if (!HasPageFont())
-            desktop.ShowMessage(u"日本語の等幅フォントが見つかりません。\r\n"_s + FontAdvice());
     });
     const InstanceMark instance(folder);
     const RunLog log(folder, baseName, desktop);
     StudyDatabase database(desktop);
     if (!PrepareRun(folder, instance, log, desktop, database))
         return 1;
+
+    // Not before: over a message that ends the start it would be a second one.
+    QTimer::singleShot(0, &application, [&desktop] {
+        if (!HasPageFont())
+            desktop.ShowMessage(u"日本語の等幅フォントが見つかりません。\r\n"_s + FontAdvice());
+    });
 
     EndSignal endSignal;
     QObject::connect(&endSignal, &EndSignal::Asked, &application, [] { QApplication::exit(0); });
