@@ -1,5 +1,6 @@
 #include "search/frmSearch.h"
 
+#include "platform/frmScreenRoom.h"
 #include "platform/modLog.h"
 
 #include <QGridLayout>
@@ -39,7 +40,7 @@ int SearchModel::rowCount(const QModelIndex &parent) const
 
 QVariant SearchModel::data(const QModelIndex &index, int role) const
 {
-    if (role != Qt::DisplayRole)
+    if (role != Qt::DisplayRole && role != Qt::ToolTipRole)
         return QVariant();
     const QString wanted = IsTypedText(index.row()) ? QString(u'「' + m_typed + u'」') : Wanted(index.row());
     return QString(wanted + u"　"_s + QString::number(Places(index.row()).size()) + u"か所"_s);
@@ -53,6 +54,7 @@ frmSearch::frmSearch(KeywordSearch &search, QWidget *owner)
     setWindowTitle(u"キーワード検索"_s);
     lblHint->setObjectName(u"lblHint"_s);
     lblHint->setTextFormat(Qt::PlainText);
+    lblHint->setWordWrap(true);
     lblHint->setText(search.List().fault);
     lblHint->setVisible(!search.List().fault.isEmpty());
     txtSearch->setObjectName(u"txtSearch"_s);
@@ -68,7 +70,9 @@ frmSearch::frmSearch(KeywordSearch &search, QWidget *owner)
     lstKeyword->setModel(m_entries);
     lstKeyword->setUniformItemSizes(true); // measuring every row would search for every keyword
     lstKeyword->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    lstKeyword->setMinimumSize(280, 320);
+    lstKeyword->setTextElideMode(Qt::ElideMiddle); // of a long word, not of the number of its places
+    lstKeyword->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    lstKeyword->setMinimumHeight(4 * fontMetrics().height());
     auto *const cmdNext = new QPushButton(u"次へ(F3)"_s, this);
     cmdNext->setObjectName(u"cmdNext"_s);
     cmdNext->setToolTip(u"次の場所に進みます (Enter, F3)"_s);
@@ -79,8 +83,8 @@ frmSearch::frmSearch(KeywordSearch &search, QWidget *owner)
     cmdBack->setAutoDefault(false);
     connect(txtSearch, &QLineEdit::textChanged, this, &frmSearch::txtSearch_Change);
     connect(lstKeyword, &QListView::clicked, this, &frmSearch::lstKeyword_Click);
-    connect(cmdNext, &QPushButton::clicked, this, [this] { GoOn(false); });
-    connect(cmdBack, &QPushButton::clicked, this, [this] { GoOn(true); });
+    connect(cmdNext, &QPushButton::clicked, this, &frmSearch::cmdNext_Click);
+    connect(cmdBack, &QPushButton::clicked, this, &frmSearch::cmdBack_Click);
     connect(new QShortcut(Qt::Key_F3, this), &QShortcut::activated, this, [this] { GoOn(false); });
     connect(new QShortcut(Qt::SHIFT | Qt::Key_F3, this), &QShortcut::activated, this, [this] { GoOn(true); });
 
@@ -90,6 +94,8 @@ frmSearch::frmSearch(KeywordSearch &search, QWidget *owner)
     grid->addWidget(lblHint, 2, 0, 1, 2);
     grid->addWidget(cmdNext, 3, 0);
     grid->addWidget(cmdBack, 3, 1);
+    const QSize size(40 * fontMetrics().averageCharWidth(), 24 * fontMetrics().height());
+    resize(size.expandedTo(minimumSizeHint()).boundedTo(RoomOnScreen(*this)));
     Refresh();
 }
 
@@ -108,6 +114,7 @@ void frmSearch::Refresh()
     m_places.clear();
     m_at = Place();
     m_entries->Narrow(txtSearch->text());
+    lstKeyword->scrollToTop(); // where it stands whether the text is found at all
 }
 
 void frmSearch::txtSearch_Change()
@@ -120,6 +127,18 @@ void frmSearch::lstKeyword_Click()
 {
     WriteTrace(u"■frmSearch.lstKeyword_Click");
     GoOn(false);
+}
+
+void frmSearch::cmdNext_Click()
+{
+    WriteTrace(u"■frmSearch.cmdNext_Click");
+    GoOn(false);
+}
+
+void frmSearch::cmdBack_Click()
+{
+    WriteTrace(u"■frmSearch.cmdBack_Click");
+    GoOn(true);
 }
 
 void frmSearch::GoOn(bool backwards)

@@ -65,6 +65,8 @@ class frmSearch : public QDialog
   private:
     void txtSearch_Change();
     void lstKeyword_Click();
+    void cmdNext_Click();
+    void cmdBack_Click();
 
     SearchModel *m_entries;
     QString m_wanted;

@@ -138,3 +138,18 @@ TEST_F(SearchTest, TheWindowNarrowsAndGoesOn)
     window.GoOn(false);
     EXPECT_EQ(chosen.last()[0].value<Place>(), Place()) << "found nowhere";
 }
+
+TEST_F(SearchTest, HowOftenALongWordIsFoundStaysInView)
+{
+    KeywordSearch search(ReadKeywordList(WriteList("stop")));
+    search.SetText(&text);
+    frmSearch window(search, nullptr);
+    window.Open();
+    window.findChild<QLineEdit *>(u"txtSearch"_s)->setText(QString(200, u'w'));
+    auto *const list = window.findChild<QListView *>(u"lstKeyword"_s);
+    const QImage nowhere = list->grab().toImage();
+    text = DisplayText(LinesOf({QString(200, u'w')}));
+    search.SetText(&text);
+    window.Refresh();
+    EXPECT_NE(list->grab().toImage(), nowhere);
+}
