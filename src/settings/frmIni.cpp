@@ -1,5 +1,6 @@
 #include "settings/frmIni.h"
 
+#include "platform/frmScreenRoom.h"
 #include "platform/modCodePage.h"
 #include "platform/modLog.h"
 #include "settings/frmMsg.h"
@@ -13,6 +14,9 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScrollArea>
+
+#include <algorithm>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -28,9 +32,10 @@ QPushButton *NewButton(const QString &name, const QString &caption, QWidget *par
     return button;
 }
 
-QLabel *NewLabel(const QString &caption, QWidget *buddy)
+QLabel *NewLabel(const QString &name, const QString &caption, QWidget *buddy)
 {
     auto *const label = new QLabel(caption, buddy->parentWidget());
+    label->setObjectName(name);
     label->setBuddy(buddy);
     return label;
 }
@@ -44,16 +49,38 @@ frmIni::frmIni(Desktop &desktop, frmMsg &msg, const Settings &defaults, const Se
 {
     setObjectName(u"frmIni"_s);
     setWindowTitle(u"設定"_s);
+    Form_Load();
+}
+
+void frmIni::Form_Load()
+{
+    WriteTrace(u"■frmIni.Form_Load");
     AddControls();
+    resize(sizeHint().boundedTo(RoomOnScreen(*this)));
+}
+
+void frmIni::showEvent(QShowEvent *event)
+{
+    QDialog::showEvent(event);
+    Form_Activate();
+}
+
+// The arrow keys move the choice of the font size from where it is.
+void frmIni::Form_Activate()
+{
+    WriteTrace(u"■frmIni.Form_Activate");
+    const auto chosen = std::ranges::find_if(optFontSize, &QRadioButton::isChecked);
+    (chosen == std::end(optFontSize) ? optFontSize[0] : *chosen)->setFocus();
 }
 
 void frmIni::AddControls()
 {
     txtLineSpace->setObjectName(u"txtLineSpace"_s);
-    txtLineSpace->setMaximumWidth(60);
+    const int charPx = fontMetrics().averageCharWidth();
+    txtLineSpace->setMaximumWidth(8 * charPx);
     lblLSpaceRange->setObjectName(u"lblLSpaceRange"_s);
     txtTextEditor->setObjectName(u"txtTextEditor"_s);
-    txtTextEditor->setMinimumWidth(320);
+    txtTextEditor->setMinimumWidth(40 * charPx);
     txtTextEditor->setMaxLength(LongestSetting);
     chkDispLineNum->setObjectName(u"chkDispLineNum"_s);
     txtLineSpace->setAccessibleName(u"行間"_s);
@@ -96,6 +123,30 @@ void frmIni::AddControls()
     buttons->addWidget(cmdChangeSetting);
     buttons->addWidget(cmdCancel);
 
+    // On a small screen, or with a large font, what is set can be scrolled; the two answers always stand below it.
+    auto *const fraSettings = new QScrollArea(this);
+    fraSettings->setObjectName(u"fraSettings"_s);
+    fraSettings->setFrameShape(QFrame::NoFrame);
+    fraSettings->setFocusPolicy(Qt::NoFocus);
+    fraSettings->setWidgetResizable(true);
+    auto *const settings = new QWidget;
+    auto *const grid = new QGridLayout(settings);
+    grid->setContentsMargins(0, 0, 0, 0);
+    grid->addWidget(NewLabel(u"lblFontSize"_s, u"フォントサイズ："_s, optFontSize[0]), 0, 0);
+    grid->addLayout(fontSizes, 0, 1);
+    grid->addWidget(NewLabel(u"lblLineSpace"_s, u"行間(&L)："_s, txtLineSpace), 1, 0);
+    grid->addLayout(lineSpace, 1, 1);
+    grid->addWidget(NewLabel(u"lblTextEditor"_s, u"テキストエディタ(&T)："_s, txtTextEditor), 2, 0);
+    grid->addWidget(txtTextEditor, 2, 1);
+    grid->addLayout(editorButtons, 3, 1);
+    grid->addWidget(chkDispLineNum, 4, 1);
+    fraSettings->setWidget(settings);
+
+    auto *const column = new QVBoxLayout(this);
+    column->addWidget(fraSettings);
+    column->addSpacing(charPx);
+    column->addLayout(buttons);
+
     QWidget *last = optFontSize[0];
     for (QWidget *const next :
          std::initializer_list<QWidget *>{optFontSize[1], optFontSize[2], txtLineSpace, txtTextEditor, cmdBrowse,
@@ -103,18 +154,6 @@ void frmIni::AddControls()
         setTabOrder(last, next);
         last = next;
     }
-
-    auto *const grid = new QGridLayout(this);
-    grid->addWidget(new QLabel(u"フォントサイズ："_s, this), 0, 0);
-    grid->addLayout(fontSizes, 0, 1);
-    grid->addWidget(NewLabel(u"行間(&L)："_s, txtLineSpace), 1, 0);
-    grid->addLayout(lineSpace, 1, 1);
-    grid->addWidget(NewLabel(u"テキストエディタ(&T)："_s, txtTextEditor), 2, 0);
-    grid->addWidget(txtTextEditor, 2, 1);
-    grid->addLayout(editorButtons, 3, 1);
-    grid->addWidget(chkDispLineNum, 4, 1);
-    grid->setRowMinimumHeight(5, 12);
-    grid->addLayout(buttons, 6, 0, 1, 2);
 }
 
 bool frmIni::Edit(Settings *settings)

@@ -25,7 +25,12 @@ class frmIni : public QDialog
     /// @return whether the learner confirmed
     bool Edit(Settings *settings);
 
+  protected:
+    void showEvent(QShowEvent *event) override;
+
   private:
+    void Form_Load();
+    void Form_Activate();
     void cmdRunEditor_Click();
     void cmdBrowse_Click();
     void cmdChangeSetting_Click();

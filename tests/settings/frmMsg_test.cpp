@@ -1,4 +1,5 @@
 #include "platform/frmDialogFocus.h"
+#include "settings/frmIni.h"
 #include "settings/frmMsg.h"
 #include "support/DialogScript.h"
 #include "support/RecordingDesktop.h"
@@ -6,6 +7,7 @@
 #include "support/TestFiles.h"
 
 #include <QPushButton>
+#include <QRadioButton>
 #include <QScreen>
 #include <QTest>
 
@@ -135,4 +137,18 @@ TEST_F(MsgTest, TheWindowThatAskedHasTheKeyboardAgain)
     script.Click(u"frmMsg"_s, u"cmdOK"_s);
     Show(u"x"_s, MsgStyle::Ok, [] {});
     EXPECT_TRUE(owner.isActiveWindow());
+}
+
+TEST_F(MsgTest, TheArrowKeysMoveTheChosenFontSize)
+{
+    Settings settings = DefaultSettings();
+    settings.FontSize = 11.25f;
+    frmIni window(desktop, dialog, DefaultSettings(), UpperBounds(0), &owner);
+    script.When(u"frmIni"_s, [](QWidget *ini) {
+        EXPECT_EQ(ini->focusWidget()->objectName(), u"optFontSize1");
+        QTest::keyClick(ini->focusWidget(), Qt::Key_Right);
+        ini->findChild<QPushButton *>(u"cmdChangeSetting"_s)->click();
+    });
+    EXPECT_TRUE(window.Edit(&settings));
+    EXPECT_EQ(settings.FontSize, 12.75f);
 }
