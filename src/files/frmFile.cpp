@@ -93,6 +93,7 @@ QLayout *frmFile::FileControls()
     lstFile->setUniformItemSizes(true); // measuring every row would check every file
     lstFile->setEditTriggers(QAbstractItemView::NoEditTriggers);
     lstFile->setSpacing(1);
+    lstFile->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff); // a row fits its name and remarks into the width
     lstFile->setMinimumSize(fontMetrics().averageCharWidth() * 30, fontMetrics().lineSpacing() * 8);
     connect(lstFile, &QListView::doubleClicked, this, &frmFile::cmdSelect_Click);
 

@@ -2,10 +2,14 @@
 
 #include "platform/frmBusyPointer.h"
 
+#include <QApplication>
 #include <QPainter>
+
+using namespace Qt::Literals::StringLiterals;
 
 StudyFileModel::StudyFileModel(StudyFolder &folder, QObject *parent) : QAbstractListModel(parent), m_folder(folder)
 {
+    m_checking.setObjectName(u"tmrCheck"_s);
     m_checking.setSingleShot(true);
     connect(&m_checking, &QTimer::timeout, this, &StudyFileModel::CheckNext);
 }
@@ -28,6 +32,12 @@ QVariant StudyFileModel::data(const QModelIndex &index, int role) const
     const QString &name = m_folder.Names().at(index.row());
     if (role == Qt::DisplayRole)
         return name;
+    if (role == Qt::ToolTipRole || role == Qt::AccessibleTextRole) {
+        const QString fault = m_folder.Fault(name);
+        if (fault.isEmpty())
+            return name;
+        return QString(name + (role == Qt::ToolTipRole ? u'\n' : u'、') + fault);
+    }
     if (role != FaultRole)
         return QVariant();
     if (!m_folder.IsChecked(name) && !m_wanted.contains(name)) {
@@ -48,26 +58,36 @@ void StudyFileModel::CheckNext()
     }
     const QModelIndex changed = index(int(m_folder.Names().indexOf(name)));
     if (changed.isValid()) // the folder may have been listed again meanwhile
-        Q_EMIT dataChanged(changed, changed, {FaultRole});
+        Q_EMIT dataChanged(changed, changed, {FaultRole, Qt::ToolTipRole, Qt::AccessibleTextRole});
     if (!m_wanted.isEmpty())
         m_checking.start(0);
 }
 
 void StudyFileDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const
 {
-    QStyledItemDelegate::paint(painter, option, index);
-    const QString fault = index.data(StudyFileModel::FaultRole).toString();
-    if (fault.isEmpty())
-        return;
-    constexpr int gapPx = 16;
-    const bool isSelected = option.state.testFlag(QStyle::State_Selected);
-    QColor colour = option.palette.color(isSelected ? QPalette::HighlightedText : QPalette::Text);
+    QStyleOptionViewItem item = option;
+    initStyleOption(&item, index);
+    const QStyle *const style = item.widget ? item.widget->style() : QApplication::style();
+    const QFontMetrics metrics(item.font);
+    const int margin = style->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, item.widget) + 1;
+    const QRect room = item.rect.adjusted(margin, 0, -margin, 0);
+    const QString fault =
+        metrics.elidedText(index.data(StudyFileModel::FaultRole).toString(), Qt::ElideRight, room.width());
+    const int faultWidth = fault.isEmpty() ? 0 : metrics.horizontalAdvance(fault) + 2 * metrics.averageCharWidth();
+    item.text = metrics.elidedText(item.text, Qt::ElideMiddle, qMax(0, room.width() - faultWidth));
+    style->drawControl(QStyle::CE_ItemViewItem, &item, painter, item.widget);
+
+    const bool isSelected = item.state.testFlag(QStyle::State_Selected);
+    QColor colour = item.palette.color(isSelected ? QPalette::HighlightedText : QPalette::Text);
     colour.setAlphaF(isSelected ? 1.0f : 0.65f);
-    const int nameWidth = option.fontMetrics.horizontalAdvance(index.data(Qt::DisplayRole).toString());
     painter->save();
-    painter->setClipRect(option.rect);
-    painter->setFont(option.font);
+    painter->setFont(item.font);
     painter->setPen(colour);
-    painter->drawText(option.rect.adjusted(nameWidth + gapPx, 0, 0, 0), Qt::AlignLeft | Qt::AlignVCenter, fault);
+    painter->drawText(room, Qt::AlignRight | Qt::AlignVCenter, fault);
     painter->restore();
+}
+
+QSize StudyFileDelegate::sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const
+{
+    return QSize(1, QStyledItemDelegate::sizeHint(option, index).height());
 }

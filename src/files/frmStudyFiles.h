@@ -22,8 +22,9 @@ class StudyFileModel : public QAbstractListModel
 
     int rowCount(const QModelIndex &parent = QModelIndex()) const override;
 
-    /// Qt::DisplayRole: the file's name. FaultRole: what is wrong with it, or an empty text; of a file that was not
-    /// checked yet it is asked for again when that is done.
+    /// Qt::DisplayRole: the file's name. FaultRole: the remarks on it, or an empty text; asking for those of a file
+    /// that was not checked yet has it checked, and then dataChanged is emitted. Tooltip and accessible text: name and
+    /// remarks, as far as they are known.
     QVariant data(const QModelIndex &index, int role) const override;
 
   private:
@@ -34,7 +35,8 @@ class StudyFileModel : public QAbstractListModel
     mutable QTimer m_checking;
 };
 
-/// Paints a file's name, and behind it, dimmed, what is wrong with the file.
+/// Paints a file's name, and at the right edge, dimmed, the remarks on the file. The name is cut in its middle where
+/// both do not fit: its end tells the chapters of a textbook apart.
 class StudyFileDelegate : public QStyledItemDelegate
 {
     Q_OBJECT
@@ -43,4 +45,7 @@ class StudyFileDelegate : public QStyledItemDelegate
     using QStyledItemDelegate::QStyledItemDelegate;
 
     void paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const override;
+
+    /// As wide as nothing: a long name must not make a row wider than the list, which would move the remarks out of it.
+    QSize sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const override;
 };

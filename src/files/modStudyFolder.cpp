@@ -54,7 +54,9 @@ void StudyFolder::Check(const QString &name, const std::function<void()> &whileR
     }
 }
 
-QString FileFault(const QString &path, const std::function<void()> &whileReading)
+namespace {
+
+QString ContentFault(const QString &path, const std::function<void()> &whileReading)
 {
     QByteArray bytes;
     QString message;
@@ -66,10 +68,26 @@ QString FileFault(const QString &path, const std::function<void()> &whileReading
     StudyLines lines;
     ReadAllLines(bytes, ExpandTabs::Yes, &lines, whileReading);
     if (!CheckLineBytes(lines, MaxLineBytes, &message, &line))
-        return QString::number(line) + u'行' + QString::number(MaxLineBytes) + u"バイト超過"_s;
+        return QString::number(line) + u"行目 "_s + QString::number(MaxLineBytes) + u"バイト超過"_s;
     if (!CheckBracketCount(lines, &message, &line) || !CheckBracketOrder(lines, &message, &line))
         return QString::number(line) + u"行[ ]指定異常"_s;
-    return QString();
+    if (lines.NextLineWith(u'[', 1) > 0)
+        return QString();
+    // Typed with the Japanese input method on, brackets come out full-width, and those hide nothing.
+    const bool hasFullWidth = lines.NextLineWith(u'［', 1) > 0 || lines.NextLineWith(u'］', 1) > 0;
+    return hasFullWidth ? u"空欄なし（［ ］は全角）"_s : u"空欄なし"_s;
+}
+
+} // namespace
+
+QString FileFault(const QString &path, const std::function<void()> &whileReading)
+{
+    QStringList remarks = {ContentFault(path, whileReading)};
+    remarks.removeAll(QString());
+    // The title goes into the statement that records a session as it is, and a quote ends the text there.
+    if (GetFileTitle(path).contains(u'\''))
+        remarks += u"学習記録なし（名前に '）"_s;
+    return remarks.join(u'、');
 }
 
 bool CheckSelection(const QString &selected, bool isForPrinting, QString *message)

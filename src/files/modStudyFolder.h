@@ -30,14 +30,14 @@ class StudyFolder
     /// The full path of one of the files.
     QString PathOf(const QString &name) const;
 
-    /// What is known to be wrong with one of the files: empty when nothing is or it was not checked yet.
+    /// The remarks on one of the files: empty when there are none or it was not checked yet.
     QString Fault(const QString &name) const;
 
     /// Whether one of the files was checked since it was last changed. Of no file is it true after its first Refresh,
     /// and of none that a Refresh found with another size or time.
     bool IsChecked(const QString &name) const;
 
-    /// Reads one of the files and finds out what is wrong with it.
+    /// Reads one of the files and finds its remarks.
     /// @param whileReading  called now and then, where the reader wants to be heard of before the end
     void Check(const QString &name, const std::function<void()> &whileReading = {});
 
@@ -55,8 +55,9 @@ class StudyFolder
     QHash<QString, Entry> m_entries;
 };
 
-/// What keeps a study file from being read, in the few words of a list entry: "文字コード＝EUC", "12行[ ]指定異常",
-/// "12行100バイト超過", "読み込み不可"; empty when nothing does.
+/// What the user should know of a study file, in the few words of a list entry. What keeps it from being opened:
+/// "文字コード＝EUC", "12行[ ]指定異常", "12行目 100バイト超過", "読み込み不可". What it opens without: "空欄なし",
+/// "空欄なし（［ ］は全角）", "学習記録なし（名前に '）". Several are joined by "、"; empty when there are none.
 QString FileFault(const QString &path, const std::function<void()> &whileReading = {});
 
 /// The choice a command of the file list works on.

@@ -2,6 +2,7 @@
 #include "settings/frmMsg.h"
 #include "support/DialogScript.h"
 #include "support/RecordingDesktop.h"
+#include "support/Rows.h"
 #include "support/TestFiles.h"
 #include "text/modCheckText.h"
 
@@ -28,7 +29,7 @@ TEST(StudyFolder, ListsTextFilesByNameAndSaysWhatIsWrongWithThem)
     StudyFolder files(folder.Path());
     files.Refresh();
     EXPECT_EQ(files.Names(), QStringList({u"B.txt"_s, u"a.txt"_s, u"euc.txt"_s, u"long.txt"_s, u"漢.TXT"_s}));
-    const QStringList faults = {u"1行[ ]指定異常"_s, QString(), u"文字コード＝EUC"_s, u"1行100バイト超過"_s,
+    const QStringList faults = {u"1行[ ]指定異常"_s, QString(), u"文字コード＝EUC"_s, u"1行目 100バイト超過"_s,
                                 u"2行[ ]指定異常"_s};
     for (qsizetype i = 0; i < faults.size(); ++i) {
         EXPECT_FALSE(files.IsChecked(files.Names()[i]));
@@ -49,6 +50,21 @@ TEST(StudyFolder, ListsTextFilesByNameAndSaysWhatIsWrongWithThem)
     EXPECT_EQ(files.Fault(u"long.txt"_s), QString()) << "gone";
     QFile::remove(folder.Path(u"a.txt"_s));
     EXPECT_EQ(FileFault(folder.Path(u"a.txt"_s)), u"読み込み不可"_s);
+}
+
+TEST(FileFault, SaysWhatTheFileIsOpenedWithout)
+{
+    const Rows<QString, QString, QString> rows = {
+        {u"blank beside full-width.txt"_s, u"[a] ［b］"_s, QString()},
+        {u"no bracket.txt"_s, u"a"_s, u"空欄なし"_s},
+        {u"full-width only.txt"_s, u"［b］"_s, u"空欄なし（［ ］は全角）"_s},
+        {u"quote in the t'itle.txt"_s, u"[a]"_s, u"学習記録なし（名前に '）"_s},
+        {u"two remark's.txt"_s, u"a"_s, u"空欄なし、学習記録なし（名前に '）"_s},
+        {u"quote behind.the title'.txt"_s, u"[a]"_s, QString()},
+    };
+    const TestFolder folder;
+    for (const auto &[name, line, fault] : rows)
+        EXPECT_EQ(FileFault(folder.WriteStudyFile(name, {line})), fault) << name.toStdString();
 }
 
 TEST(CheckSelection, RefusesNothingAndPrintableCopies)
@@ -181,4 +197,20 @@ TEST_F(FileWindowTest, AtEveryFontSizeEachControlCanBeReachedByTab)
         });
         file.Choose(QString());
     }
+}
+
+TEST_F(FileWindowTest, LongNameLeavesTheRemarkInSight)
+{
+    const QString name = QString(120, u'n') + u".txt"_s;
+    folder.WriteStudyFile(u"txt/"_s + name, {u"no blank"_s});
+    script.When(u"frmFile"_s, [&name](QWidget *dialog) {
+        const auto *const list = dialog->findChild<QListView *>(u"lstFile"_s);
+        const QModelIndex row = list->model()->index(2, 0);
+        EXPECT_TRUE(QTest::qWaitFor([row] { return !row.data(Qt::UserRole).toString().isEmpty(); }));
+        EXPECT_LE(list->visualRect(row).right(), list->viewport()->width());
+        EXPECT_EQ(row.data(Qt::ToolTipRole).toString(), name + u"\n空欄なし"_s);
+        EXPECT_EQ(row.data(Qt::AccessibleTextRole).toString(), name + u"、空欄なし"_s);
+        dialog->close();
+    });
+    window.Choose(QString());
 }
