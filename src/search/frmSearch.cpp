@@ -1,6 +1,6 @@
 #include "search/frmSearch.h"
 
-#include "platform/frmScreenRoom.h"
+#include "platform/frmScreenFit.h"
 #include "platform/modLog.h"
 
 #include <QGridLayout>
@@ -95,7 +95,7 @@ frmSearch::frmSearch(KeywordSearch &search, QWidget *owner)
     grid->addWidget(cmdNext, 3, 0);
     grid->addWidget(cmdBack, 3, 1);
     const QSize size(40 * fontMetrics().averageCharWidth(), 24 * fontMetrics().height());
-    resize(size.expandedTo(minimumSizeHint()).boundedTo(RoomOnScreen(*this)));
+    resize(size.expandedTo(minimumSizeHint()).boundedTo(RoomOnScreen(this)));
     Refresh();
 }
 

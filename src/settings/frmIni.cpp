@@ -1,6 +1,6 @@
 #include "settings/frmIni.h"
 
-#include "platform/frmScreenRoom.h"
+#include "platform/frmScreenFit.h"
 #include "platform/modCodePage.h"
 #include "platform/modLog.h"
 #include "settings/frmMsg.h"
@@ -56,7 +56,7 @@ void frmIni::Form_Load()
 {
     WriteTrace(u"■frmIni.Form_Load");
     AddControls();
-    resize(sizeHint().boundedTo(RoomOnScreen(*this)));
+    resize(sizeHint().boundedTo(RoomOnScreen(this)));
 }
 
 void frmIni::showEvent(QShowEvent *event)
