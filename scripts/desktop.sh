@@ -61,17 +61,20 @@ shoot() {
     import -window root "$screenshots/$1.png"
 }
 
-# Starts the X server and its window manager. They end with this script.
+# start_desktop [SIZE [LEFT]]: starts the X server, 1280x900 or as large as given, and its window manager, which keeps a
+# strip of LEFT pixels at the left free for a panel. They end with this script.
 start_desktop() {
+    local size=${1:-1280x900} left=${2:-0}
     # A server that resets itself when its last client leaves would take the window manager along that is just coming.
-    Xvfb -displayfd 3 -screen 0 1280x900x24 -nolisten tcp -noreset 3>"$work/display" >/dev/null 2>&1 &
+    Xvfb -displayfd 3 -screen 0 "${size}x24" -nolisten tcp -noreset 3>"$work/display" >/dev/null 2>&1 &
     x_server=$!
     pids+=("$x_server")
     wait_for "the X server" test -s "$work/display"
     DISPLAY=:$(cat "$work/display")
     export DISPLAY
     # Without a window manager nobody could ask a window to close. Its own settings are those in which Alt+F4 does that.
-    openbox --sm-disable --config-file /etc/xdg/openbox/rc.xml >/dev/null 2>&1 &
+    sed "s|<left>0</left>|<left>$left</left>|" /etc/xdg/openbox/rc.xml >"$work/rc.xml"
+    openbox --sm-disable --config-file "$work/rc.xml" >/dev/null 2>&1 &
     pids+=($!)
     wait_for "the window manager" is_managed
 }

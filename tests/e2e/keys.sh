@@ -1,0 +1,79 @@
+#!/usr/bin/env bash
+# Types ahead, holds Enter down and presses Esc in the built program, on a small screen with a panel at its left; then
+# starts it with letters twice as large.
+#
+#     keys.sh APPLICATION_FOLDER
+set -euo pipefail
+export LC_ALL=C.UTF-8
+
+# shellcheck source=scripts/desktop.sh
+source "$(dirname "$(realpath "$0")")/../../scripts/desktop.sh"
+screenshots=$work
+application=$work/Kotoban
+cp -R "$1" "$application"
+rm -f "$application"/{ListUserName,Kotoban_log}.txt "$application"/*.ini "$application"/{db,db_backup,txt}/*
+printf '[one] [two] [three]\r\n%.0s' {1..8} >"$application/txt/keys.txt"
+study='^瞬記帳 Ver.*\[hanako\]$'
+width=1024 height=600
+
+expect() {
+    [[ $2 == "$3" ]] || fail "$1: wanted $2, found $3"
+}
+
+hold() {
+    xdotool keydown "$1"
+    sleep 1.5
+    xdotool keyup "$1"
+}
+
+expect_on_screen() {
+    eval "$(xdotool getwindowgeometry --shell "$(window "$1")")"
+    [[ $X -ge 0 && $Y -ge 0 && $((X + WIDTH)) -le $width && $((Y + HEIGHT)) -le $height ]] ||
+        fail "$1 reaches out of the screen: $X $Y, $WIDTH x $HEIGHT"
+}
+
+# begin KEYS...: from the start to the page, with those keys pressed in the list.
+begin() {
+    start_program "$application"
+    wait_for "the user selection" is_focused 'ログイン画面$'
+    expect_on_screen 'ログイン画面$'
+    xdotool key Escape
+    xdotool type hanako
+    xdotool key Return
+    wait_for "the file selection" is_focused '^ファイル選択 Ver'
+    expect_on_screen '^ファイル選択 Ver'
+    xdotool key Home "$@"
+    wait_for "the page" is_focused "$study"
+    sleep 0.3 # whatever was typed ahead has come by then
+    expect_on_screen "$study"
+}
+
+end() {
+    xdotool key alt+F4
+    wait_for_end 0
+}
+
+start_desktop ${width}x$height 90
+begin Return Return Return Return
+hold Return
+for ((i = 1; i < 24; i++)); do
+    xdotool key Return
+    sleep 0.05
+done
+hold Return
+wait_for "the end question" is_focused '^瞬記帳$'
+sleep 1 # its buttons take an answer now
+xdotool key Escape
+wait_for "the page after the question was closed" is_focused "$study"
+end
+expect "answers" 24 "$(sqlite3 "$application/db/kotoban.splite3" 'select num_answer from t_kotoban')"
+left=$(grep FormLeft "$application/Kotoban.ini")
+
+begin Return
+end
+expect "left edge" "$left" "$(grep FormLeft "$application/Kotoban.ini")"
+
+rm "$application/Kotoban.ini"
+export QT_FONT_DPI=213
+begin Return
+end
