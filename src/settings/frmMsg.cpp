@@ -1,5 +1,6 @@
 #include "settings/frmMsg.h"
 
+#include "platform/frmScreenRoom.h"
 #include "platform/modFile.h"
 #include "platform/modLog.h"
 #include "platform/modProduct.h"
@@ -9,6 +10,9 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QStyle>
 #include <QTimer>
 
 using namespace Qt::Literals::StringLiterals;
@@ -22,7 +26,6 @@ constexpr int RightOfLabelPx = 10;
 constexpr int BelowLabelPx = 60;
 constexpr int BelowButtonsPx = 3;
 constexpr int ButtonGapPx = 12;
-constexpr int ButtonWidthPx = 96;
 
 /// A message may quote a line of a file that is no text at all; nobody reads that much of it.
 QString WithLongLinesCut(const QString &message)
@@ -38,31 +41,53 @@ QString WithLongLinesCut(const QString &message)
 } // namespace
 
 frmMsg::frmMsg(Desktop &desktop, const QString &soundFolder)
-    : m_desktop(desktop), m_soundFolder(soundFolder), lblMsg(new QLabel(this)), cmdOK(new QPushButton(this)),
-      cmdCancel(new QPushButton(this)), Timer1(new QTimer(this))
+    : m_desktop(desktop), m_soundFolder(soundFolder), fraMsg(new QScrollArea(this)), lblMsg(new QLabel),
+      cmdOK(new QPushButton(this)), cmdCancel(new QPushButton(this)), Timer1(new QTimer(this))
 {
     setObjectName(u"frmMsg"_s);
+    fraMsg->setObjectName(u"fraMsg"_s);
     lblMsg->setObjectName(u"lblMsg"_s);
     cmdOK->setObjectName(u"cmdOK"_s);
     cmdCancel->setObjectName(u"cmdCancel"_s);
+    Timer1->setObjectName(u"Timer1"_s);
+    for (QPushButton *const button : {cmdOK, cmdCancel})
+        button->installEventFilter(this);
+    connect(cmdOK, &QPushButton::clicked, this, &frmMsg::cmdOK_Click);
+    connect(cmdCancel, &QPushButton::clicked, this, &frmMsg::cmdCancel_Click);
+    connect(Timer1, &QTimer::timeout, this, &frmMsg::Timer1_Timer);
+    Form_Load();
+}
+
+void frmMsg::Form_Load()
+{
+    WriteTrace(u"■frmMsg.Form_Load");
+    fraMsg->setFrameShape(QFrame::NoFrame);
+    fraMsg->setFocusPolicy(Qt::NoFocus);
+    fraMsg->setWidget(lblMsg);
     lblMsg->setTextFormat(Qt::PlainText);
     cmdOK->setText(u"OK"_s);
     cmdCancel->setText(u"キャンセル"_s);
     cmdOK->setDefault(true);
-    for (QPushButton *const button : {cmdOK, cmdCancel})
-        button->installEventFilter(this);
     Timer1->setSingleShot(true);
     Timer1->setInterval(TimerMs);
-    connect(cmdOK, &QPushButton::clicked, this, &frmMsg::cmdOK_Click);
-    connect(cmdCancel, &QPushButton::clicked, this, &frmMsg::cmdCancel_Click);
-    connect(Timer1, &QTimer::timeout, this, &frmMsg::Timer1_Timer);
+}
+
+void frmMsg::showEvent(QShowEvent *event)
+{
+    QDialog::showEvent(event);
+    Form_Activate();
+}
+
+void frmMsg::Form_Activate()
+{
+    WriteTrace(u"■frmMsg.Form_Activate");
+    setWindowTitle(ProductName());
 }
 
 int frmMsg::DispFrmMsg(QWidget *owner, const QString &message, int style, const QString &soundName)
 {
     m_result = MsgResult::None;
     setParent(owner, Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint);
-    setWindowTitle(ProductName());
     lblMsg->setText(WithLongLinesCut(message));
     SelectButtons(style);
     LayOut();
@@ -96,7 +121,13 @@ void frmMsg::keyPressEvent(QKeyEvent *event)
 {
     if (!m_heldKeys.IsFresh(*event) || (event->key() == Qt::Key_Escape && !cmdOK->isEnabled()))
         return;
-    QDialog::keyPressEvent(event);
+    QScrollBar *const bar = fraMsg->verticalScrollBar();
+    if (event->key() == Qt::Key_PageDown)
+        bar->triggerAction(QScrollBar::SliderPageStepAdd);
+    else if (event->key() == Qt::Key_PageUp)
+        bar->triggerAction(QScrollBar::SliderPageStepSub);
+    else
+        QDialog::keyPressEvent(event);
 }
 
 void frmMsg::SelectButtons(int style)
@@ -123,23 +154,36 @@ void frmMsg::SelectButtons(int style)
 
 void frmMsg::LayOut()
 {
-    const int widest = (screen() ? screen() : QGuiApplication::primaryScreen())->availableSize().width() * 4 / 5;
-    lblMsg->setWordWrap(false);
-    lblMsg->setMinimumSize(0, 0);
-    lblMsg->setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
-    QSize size = lblMsg->sizeHint();
-    if (size.width() > widest) {
-        lblMsg->setWordWrap(true);
-        size = QSize(widest, lblMsg->heightForWidth(widest));
-    }
-    lblMsg->setGeometry(LabelLeftPx, LabelTopPx, size.width(), size.height());
+    const QSize room = RoomOnScreen(*this);
+    const QSize button(
+        qMax(16 * fontMetrics().averageCharWidth(), qMax(cmdOK->sizeHint().width(), cmdCancel->sizeHint().width())),
+        cmdOK->sizeHint().height());
+    const int belowLabel = qMax(BelowLabelPx, button.height() + 2 * BelowButtonsPx);
+    const QSize most = room - QSize(LabelLeftPx + RightOfLabelPx, LabelTopPx + belowLabel);
 
-    const QSize button(qMax(ButtonWidthPx, cmdCancel->sizeHint().width()), cmdOK->sizeHint().height());
+    // A word that is longer than a line is not broken: then the message scrolls to the side too.
+    const int barPx = style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+    lblMsg->setWordWrap(false);
+    QSize size = lblMsg->sizeHint();
+    if (size.width() > room.width() * 4 / 5) {
+        lblMsg->setWordWrap(true);
+        size.setWidth(qMax(room.width() * 4 / 5, lblMsg->minimumSizeHint().width()));
+        size.setHeight(lblMsg->heightForWidth(size.width()));
+    }
+    lblMsg->resize(size);
+    if (size.height() > most.height())
+        size.rwidth() += barPx;
+    if (size.width() > most.width())
+        size.rheight() += barPx;
+    size = size.boundedTo(most);
+    fraMsg->setGeometry(QRect(QPoint(LabelLeftPx, LabelTopPx), size));
+    fraMsg->verticalScrollBar()->setValue(0);
+
     const bool two = !cmdCancel->isHidden();
     const int buttonsWidth = two ? 2 * button.width() + ButtonGapPx : button.width();
     // A short text must not cut the buttons off.
     const int width = qMax(LabelLeftPx + size.width() + RightOfLabelPx, buttonsWidth + 2 * LabelLeftPx);
-    const int height = LabelTopPx + size.height() + BelowLabelPx;
+    const int height = LabelTopPx + size.height() + belowLabel;
     setFixedSize(width, height);
     const int left = (width - buttonsWidth) / 2;
     const int top = height - BelowButtonsPx - button.height();
@@ -151,10 +195,11 @@ void frmMsg::PlaceOver(const QWidget *owner)
 {
     const QRect over = owner ? owner->window()->frameGeometry() : QGuiApplication::primaryScreen()->availableGeometry();
     const QRect screenArea = (owner ? owner->screen() : QGuiApplication::primaryScreen())->availableGeometry();
+    const QSize frame = screenArea.size() - RoomOnScreen(*this);
     const int left = over.left() + (over.width() - width()) / 2;
     const int top = over.top() + (over.height() - height()) / 8;
-    move(qMax(screenArea.left(), qMin(left, screenArea.right() + 1 - width())),
-         qMax(screenArea.top(), qMin(top, screenArea.bottom() + 1 - height())));
+    move(qMax(screenArea.left(), qMin(left, screenArea.right() + 1 - width() - frame.width())),
+         qMax(screenArea.top(), qMin(top, screenArea.bottom() + 1 - height() - frame.height())));
 }
 
 void frmMsg::Answer(int result)

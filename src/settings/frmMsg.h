@@ -1,6 +1,6 @@
-// The program's own message dialog. It is as large as its text, stands over the window that asks, plays a sound as it
-// opens and takes no answer before its timer has fired once, so that a key press still meant for the study window
-// cannot answer it by accident; nor does a key that is held since then.
+// The program's own message dialog. It is as large as its text, which scrolls where the screen is too small, stands
+// over the window that asks, plays a sound as it opens and takes no answer before its timer has fired once, so that a
+// key press still meant for the study window cannot answer it by accident; nor does a key that is held since then.
 #pragma once
 
 #include "platform/frmHeldKey.h"
@@ -10,6 +10,7 @@
 
 class QLabel;
 class QPushButton;
+class QScrollArea;
 class QTimer;
 
 /// Which buttons the dialog shows; the values are those of the system's message box.
@@ -47,8 +48,11 @@ class frmMsg : public QDialog
   protected:
     bool eventFilter(QObject *object, QEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
+    void showEvent(QShowEvent *event) override;
 
   private:
+    void Form_Load();
+    void Form_Activate();
     void SelectButtons(int style);
     void LayOut();
     void PlaceOver(const QWidget *owner);
@@ -60,6 +64,7 @@ class frmMsg : public QDialog
     Desktop &m_desktop;
     QString m_soundFolder;
     HeldKeyFilter m_heldKeys;
+    QScrollArea *fraMsg; // what of the message fits on the screen
     QLabel *lblMsg;
     QPushButton *cmdOK;
     QPushButton *cmdCancel;

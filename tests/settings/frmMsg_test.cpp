@@ -9,6 +9,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QScreen>
+#include <QScrollArea>
 #include <QTest>
 
 #include <gtest/gtest.h>
@@ -123,11 +124,26 @@ TEST_F(MsgTest, GrowsWithItsTextAndAnswersNothingWhenClosed)
                    [&] {
                        const QLabel *const label = dialog.findChild<QLabel *>(u"lblMsg"_s);
                        EXPECT_GT(dialog.height(), shortHeight);
-                       EXPECT_EQ(dialog.height(), label->y() + label->height() + 60);
+                       EXPECT_EQ(dialog.height(), label->mapTo(&dialog, QPoint()).y() + label->height() + 60);
                        EXPECT_LE(dialog.width(), dialog.screen()->availableSize().width());
                        dialog.close();
                    }),
               MsgResult::None);
+}
+
+TEST_F(MsgTest, AMessageThatIsTooLargeForTheScreenScrolls)
+{
+    for (const QString &message : {u"長い行\r\n"_s.repeated(500), QString(300, u'w')}) {
+        script.Click(u"frmMsg"_s, u"cmdOK"_s);
+        Show(message, MsgStyle::Ok, [&] {
+            const QSize screenSize = dialog.screen()->availableSize();
+            EXPECT_TRUE(QRect(QPoint(), screenSize).contains(dialog.frameGeometry()));
+            EXPECT_TRUE(dialog.rect().contains(Button(u"cmdOK")->geometry()));
+            auto *const area = dialog.findChild<QScrollArea *>(u"fraMsg"_s);
+            area->ensureVisible(area->widget()->width(), area->widget()->height(), 0, 0);
+            EXPECT_TRUE(area->widget()->visibleRegion().contains(area->widget()->rect().bottomRight()));
+        });
+    }
 }
 
 TEST_F(MsgTest, TheWindowThatAskedHasTheKeyboardAgain)
