@@ -1,11 +1,11 @@
 #include "view/frmPicture.h"
 
+#include "platform/frmScreenRoom.h"
 #include "text/modPictureName.h"
 
 #include <QImageReader>
 #include <QLabel>
 #include <QMouseEvent>
-#include <QScreen>
 #include <QVBoxLayout>
 
 using namespace Qt::Literals::StringLiterals;
@@ -19,7 +19,8 @@ frmPicture::frmPicture(const QString &folder, const QString &name, QWidget *owne
     lblPicture->setTextFormat(Qt::PlainText);
     lblPicture->setAccessibleName(name);
     lblPicture->setAlignment(Qt::AlignCenter);
-    lblPicture->setMinimumSize(240, 80);
+    lblPicture->setWordWrap(true);
+    lblPicture->setMinimumSize(30 * fontMetrics().averageCharWidth(), 4 * fontMetrics().height());
     auto *const layout = new QVBoxLayout(this);
     layout->addWidget(lblPicture);
     Load(FindPictureFile(folder, name), name);
@@ -43,7 +44,7 @@ void frmPicture::Load(const QString &path, const QString &name)
         lblPicture->setText(name + u"は大きすぎるため表示できません。"_s);
         return;
     }
-    const QSize room = screen()->availableSize() * 0.8;
+    const QSize room = RoomOnScreen(*this) * 0.9; // with the edge around the picture
     if (size.width() > room.width() || size.height() > room.height())
         reader.setScaledSize(size.scaled(room, Qt::KeepAspectRatio));
     const QImage picture = reader.read();
