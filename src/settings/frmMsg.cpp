@@ -1,6 +1,6 @@
 #include "settings/frmMsg.h"
 
-#include "platform/frmScreenRoom.h"
+#include "platform/frmScreenFit.h"
 #include "platform/modFile.h"
 #include "platform/modLog.h"
 #include "platform/modProduct.h"
@@ -154,7 +154,7 @@ void frmMsg::SelectButtons(int style)
 
 void frmMsg::LayOut()
 {
-    const QSize room = RoomOnScreen(*this);
+    const QSize room = RoomOnScreen(this);
     const QSize button(
         qMax(16 * fontMetrics().averageCharWidth(), qMax(cmdOK->sizeHint().width(), cmdCancel->sizeHint().width())),
         cmdOK->sizeHint().height());
@@ -195,7 +195,7 @@ void frmMsg::PlaceOver(const QWidget *owner)
 {
     const QRect over = owner ? owner->window()->frameGeometry() : QGuiApplication::primaryScreen()->availableGeometry();
     const QRect screenArea = (owner ? owner->screen() : QGuiApplication::primaryScreen())->availableGeometry();
-    const QSize frame = screenArea.size() - RoomOnScreen(*this);
+    const QSize frame = screenArea.size() - RoomOnScreen(this);
     const int left = over.left() + (over.width() - width()) / 2;
     const int top = over.top() + (over.height() - height()) / 8;
     move(qMax(screenArea.left(), qMin(left, screenArea.right() + 1 - width() - frame.width())),

@@ -1,6 +1,6 @@
 #include "view/frmPicture.h"
 
-#include "platform/frmScreenRoom.h"
+#include "platform/frmScreenFit.h"
 #include "text/modPictureName.h"
 
 #include <QImageReader>
@@ -44,7 +44,7 @@ void frmPicture::Load(const QString &path, const QString &name)
         lblPicture->setText(name + u"は大きすぎるため表示できません。"_s);
         return;
     }
-    const QSize room = RoomOnScreen(*this) * 0.9; // with the edge around the picture
+    const QSize room = RoomOnScreen(this) * 0.9; // with the edge around the picture
     if (size.width() > room.width() || size.height() > room.height())
         reader.setScaledSize(size.scaled(room, Qt::KeepAspectRatio));
     const QImage picture = reader.read();
