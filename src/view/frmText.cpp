@@ -4,6 +4,7 @@
 #include "platform/frmBusyPointer.h"
 #include "platform/frmFlowLayout.h"
 #include "platform/frmInputGuard.h"
+#include "platform/frmScreenFit.h"
 #include "platform/modDateText.h"
 #include "platform/modFile.h"
 #include "platform/modProduct.h"
@@ -41,9 +42,6 @@
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
-
-// What a window manager's title bar and edges may take; it is not known before the window is shown.
-constexpr QSize FrameAllowance(16, 48);
 
 constexpr int TimerMs = 200; // no multiple of ten seconds may be missed
 
@@ -236,7 +234,7 @@ void frmText::Form_Load()
         m_settings = m_settingsFile.Read(m_defaults, m_upper, &repairs);
     ApplySettings();
     const QSize remembered = m_settingsFile.ReadFormSize();
-    resize((remembered.isEmpty() ? sizeHint() : remembered).boundedTo(area.size() - FrameAllowance));
+    resize((remembered.isEmpty() ? sizeHint() : remembered).boundedTo(RoomOnScreen(this)));
     m_upper = UpperBounds(LargestLeft(width()));
     int left = area.left() + (area.width() - width()) / 2;
     if (m_settingsFile.Exists())
@@ -301,7 +299,7 @@ void frmText::ApplySettings()
 void frmText::WidenToText()
 {
     const QRect area = screen()->availableGeometry();
-    const int wanted = qMin(sizeHint().width(), area.width() - FrameAllowance.width());
+    const int wanted = qMin(sizeHint().width(), RoomOnScreen(this).width());
     if (isMaximized() || isFullScreen() || wanted <= width())
         return;
     const int frame = frameGeometry().width() - width();
