@@ -100,6 +100,8 @@ int frmMsg::DispFrmMsg(QWidget *owner, const QString &message, int style, const 
     Timer1->stop();
     // The dialog outlives every window that asks.
     setParent(nullptr, windowFlags());
+    if (owner)
+        owner->activateWindow(); // not every window system does that by itself
     return m_result;
 }
 

@@ -146,12 +146,14 @@ TEST_F(MsgTest, AMessageThatIsTooLargeForTheScreenScrolls)
     }
 }
 
-TEST_F(MsgTest, TheWindowThatAskedHasTheKeyboardAgain)
+TEST(DialogFocus, TheWindowThatAskedHasTheKeyboardAgain)
 {
     const DialogFocus dialogFocus;
+    QWidget owner;
     owner.show();
-    script.Click(u"frmMsg"_s, u"cmdOK"_s);
-    Show(u"x"_s, MsgStyle::Ok, [] {});
+    QDialog dialog(&owner);
+    QTimer::singleShot(0, &dialog, &QDialog::accept);
+    dialog.exec();
     EXPECT_TRUE(owner.isActiveWindow());
 }
 
