@@ -27,9 +27,11 @@ hold() {
 }
 
 expect_on_screen() {
-    eval "$(xdotool getwindowgeometry --shell "$(window "$1")")"
-    [[ $X -ge 0 && $Y -ge 0 && $((X + WIDTH)) -le $width && $((Y + HEIGHT)) -le $height ]] ||
-        fail "$1 reaches out of the screen: $X $Y, $WIDTH x $HEIGHT"
+    local x y w h
+    read -r x y w h < <(xwininfo -id "$(window "$1")" |
+        awk -F: '/Absolute upper-left|Width|Height/ { printf "%d ", $2 } END { print "" }')
+    [[ $x -ge 0 && $y -ge 0 && $((x + w)) -le $width && $((y + h)) -le $height ]] ||
+        fail "$1 reaches out of the screen: $x $y, $w x $h"
 }
 
 # begin KEYS...: from the start to the page, with those keys pressed in the list.
