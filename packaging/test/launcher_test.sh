@@ -235,9 +235,9 @@ home=/ refuses_start "HOME"
 home=/home/.. refuses_start "HOME"
 
 tell "no regular files"
-for name in .given-samples Kotoban htm/index.htm db/kotoban.splite3; do
+for name in .given-samples Kotoban htm/index.htm; do
     rm -rf "$folder"
-    mkdir -p "$folder/db" "$folder/htm"
+    mkdir -p "$folder/htm"
     mkfifo "$folder/$name"
     start() { HOME=$home timeout 20 "$usr/bin/kotoban"; }
     refuses_start "通常のファイルではありません"

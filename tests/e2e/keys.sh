@@ -12,7 +12,11 @@ screenshots=$work
 application=$work/Kotoban
 cp -R "$1" "$application"
 rm -f "$application"/{ListUserName,Kotoban_log}.txt "$application"/*.ini "$application"/{db,db_backup,txt}/*
-printf '[one] [two] [three]\r\n%.0s' {1..8} >"$application/txt/keys.txt"
+printf '[one] [two] [three]\r\n%.0s' {1..8} >"$application/txt/1.txt"
+{
+    printf '[first]\r\n'
+    printf 'text\r\n%.0s' {1..40}
+} >"$application/txt/2.txt"
 study='^瞬記帳 Ver.*\[hanako\]$'
 width=1024 height=600
 
@@ -32,6 +36,10 @@ expect_on_screen() {
         awk -F: '/Absolute upper-left|Width|Height/ { printf "%d ", $2 } END { print "" }')
     [[ $x -ge 0 && $y -ge 0 && $((x + w)) -le $width && $((y + h)) -le $height ]] ||
         fail "$1 reaches out of the screen: $x $y, $w x $h"
+}
+
+answers() {
+    sqlite3 "$application/db/kotoban.splite3" 'select num_answer from t_kotoban order by rowid desc limit 1'
 }
 
 # begin KEYS...: from the start to the page, with those keys pressed in the list.
@@ -68,11 +76,19 @@ sleep 1 # its buttons take an answer now
 xdotool key Escape
 wait_for "the page after the question was closed" is_focused "$study"
 end
-expect "answers" 24 "$(sqlite3 "$application/db/kotoban.splite3" 'select num_answer from t_kotoban')"
+expect "answers" 24 "$(answers)"
 left=$(grep FormLeft "$application/Kotoban.ini")
 
-begin Return
+# At the end of a text, with nothing shown, Enter goes back to its beginning and then shows the first answer.
+begin Down Return
+for ((i = 0; i < 45; i++)); do
+    xdotool key ctrl+Down
+done
+xdotool key Return
+sleep 0.1
+xdotool key Return
 end
+expect "answers from the end" 1 "$(answers)"
 expect "left edge" "$left" "$(grep FormLeft "$application/Kotoban.ini")"
 
 rm "$application/Kotoban.ini"
