@@ -1,7 +1,14 @@
 #include "platform/frmFlowLayout.h"
 
-FlowLayout::FlowLayout()
+namespace {
+
+constexpr int RowGapPx = 4;
+
+} // namespace
+
+FlowLayout::FlowLayout(int gapPx)
 {
+    setSpacing(gapPx);
     setContentsMargins(0, 0, 0, 0);
 }
 
@@ -95,7 +102,7 @@ int FlowLayout::Arrange(const QRect &area, bool movesItems) const
                 left += size.width() + spacing();
             }
         }
-        top += rowHeight + spacing();
+        top += rowHeight + RowGapPx;
     }
-    return qMax(0, top - spacing() - area.top());
+    return qMax(0, top - RowGapPx - area.top());
 }

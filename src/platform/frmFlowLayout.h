@@ -8,7 +8,8 @@
 class FlowLayout : public QLayout
 {
   public:
-    FlowLayout();
+    /// @param gapPx  between two items of a row, in pixels
+    explicit FlowLayout(int gapPx);
     ~FlowLayout() override;
 
     void addItem(QLayoutItem *item) override;

@@ -94,8 +94,7 @@ void frmText::AddControls()
     cmdDispHowToUse->setToolTip(u"使い方の説明を開きます (F1)"_s);
     cmdSearch->setToolTip(u"キーワードや本文の言葉を探します (Ctrl+F)"_s);
 
-    auto *const bar = new FlowLayout;
-    bar->setSpacing(6);
+    auto *const bar = new FlowLayout(6);
     for (QPushButton *const button : {cmdFile, cmdReRead, cmdEdit, cmdIni, cmdDispHowToUse, cmdSearch})
         bar->addWidget(button);
     bar->addWidget(chkSpeak);
@@ -175,8 +174,7 @@ QLayout *frmText::StateControls()
 
     QLabel *const lblNumN = AddLabel(u"lblNumN"_s);
     lblNumN->setText(u"回答数："_s);
-    auto *const places = new FlowLayout;
-    places->setSpacing(20);
+    auto *const places = new FlowLayout(20);
     for (QWidget *const control : {Group({lblNumN, lblNum}), Group({prgShown, lblShown}),
                                    static_cast<QWidget *>(lblPlace), static_cast<QWidget *>(lblKeyword)})
         places->addWidget(control);
