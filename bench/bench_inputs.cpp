@@ -2,9 +2,10 @@
 // blanks, some tabs and pictures, a text of plain ASCII, and databases of study sessions.
 //
 //     bench_inputs FOLDER
-#include "platform/modCodePage.h"
-#include "platform/modDateText.h"
-#include "platform/modFile.h"
+#include "base/modCodePage.h"
+#include "base/modDateText.h"
+#include "base/modFile.h"
+#include "platform/modReplaceFile.h"
 #include "store/modDB_SQLite.h"
 
 #include <QFile>

@@ -4,10 +4,10 @@
 //     STUDY_BENCH_INPUTS=FOLDER study_bench [options of Google Benchmark]
 //
 // FOLDER is what bench_inputs has filled.
+#include "base/modFile.h"
 #include "files/frmFile.h"
 #include "files/modHistory.h"
 #include "files/modStudyFolder.h"
-#include "platform/modFile.h"
 #include "search/modSearch.h"
 #include "settings/frmMsg.h"
 #include "settings/modCharCode.h"
@@ -140,7 +140,7 @@ class OpenStudy
     TestFolder folder;
     RecordingDesktop desktop;
     StudyDatabase database{desktop};
-    RunLog log{folder.Path(), u"Kotoban"_s, desktop};
+    RunLog log{folder.Path(), u"Kotoban"_s, desktop.Clock()};
     frmMsg msg{desktop, u"wav"_s};
     frmText window{desktop, database, log, msg, {folder.Path(), folder.Path(u"Kotoban.ini"_s), u"user"_s}};
     PicText *page = nullptr;

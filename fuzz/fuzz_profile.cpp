@@ -1,6 +1,6 @@
 // Writing any value into any ini file: it is read back as it was, and every other line of the file stays as it is.
+#include "base/modCodePage.h"
 #include "input.h"
-#include "platform/modCodePage.h"
 #include "platform/modProfile.h"
 #include "require.h"
 

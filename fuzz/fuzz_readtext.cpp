@@ -1,6 +1,6 @@
 // Reading any file as a study file, up to its table of blanks.
+#include "base/modCodePage.h"
 #include "input.h"
-#include "platform/modCodePage.h"
 #include "require.h"
 #include "text/modCheckText.h"
 #include "text/modDisplayText.h"

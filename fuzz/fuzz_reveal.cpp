@@ -53,7 +53,7 @@ class Study
         const int blank = HitTest(m_text, xPx, yPx, m_page.topLine, Layout);
         const QString word = TextUnderPointer(m_text, m_round, xPx, yPx, m_page.topLine, Layout);
         Require(blank == 0 || before[size_t(blank) - 1] || word.isEmpty()); // nothing hidden is ever spoken
-        PictureUnderPointer(m_text, xPx, yPx, m_page.topLine, Layout);
+        PictureUnderPointer(m_text, m_round, xPx, yPx, m_page.topLine, Layout);
         if (blank == 0)
             return;
         const bool isShown = m_round.Toggle(blank);

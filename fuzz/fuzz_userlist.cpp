@@ -1,7 +1,7 @@
 // The list of the users' names: a name that is added comes last, and all others stay.
 #include "app/modUserList.h"
+#include "base/modCodePage.h"
 #include "input.h"
-#include "platform/modCodePage.h"
 #include "require.h"
 
 // Input: the name up to a zero byte, the file.

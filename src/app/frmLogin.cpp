@@ -1,10 +1,10 @@
 #include "app/frmLogin.h"
 
 #include "app/modUserList.h"
-#include "platform/frmScreenFit.h"
-#include "platform/modLog.h"
-#include "platform/modProduct.h"
+#include "base/modLog.h"
+#include "base/modProduct.h"
 #include "settings/frmMsg.h"
+#include "widgets/ScreenFit.h"
 
 #include <QGridLayout>
 #include <QKeyEvent>

@@ -1,15 +1,15 @@
 // Sub Main: makes each object once, prepares the run, then hands over from the user selection to the study window.
 #include "app/frmLogin.h"
 #include "app/modMain.h"
-#include "platform/frmCompositionGuard.h"
-#include "platform/frmDialogFocus.h"
-#include "platform/frmPageFont.h"
-#include "platform/frmQtDesktop.h"
+#include "base/modFile.h"
+#include "platform/QtDesktop.h"
 #include "platform/modEndSignal.h"
-#include "platform/modFile.h"
 #include "platform/modFontAdvice.h"
 #include "settings/frmMsg.h"
 #include "view/frmText.h"
+#include "widgets/CompositionGuard.h"
+#include "widgets/DialogFocus.h"
+#include "widgets/PageFont.h"
 
 #include <QApplication>
 #include <QDir>
@@ -46,7 +46,7 @@ int main(int argc, char *argv[])
 
     const QString folder = QDir::toNativeSeparators(QCoreApplication::applicationDirPath());
     const QString baseName = QFileInfo(QCoreApplication::applicationFilePath()).completeBaseName();
-    frmQtDesktop desktop;
+    QtDesktop desktop;
     QTranslator toolkitTexts;
     QTimer::singleShot(0, &application, [&toolkitTexts] { // once the first window is there
         // With its format named, or the toolkit would load all formats it knows.
@@ -55,7 +55,7 @@ int main(int argc, char *argv[])
             QApplication::installTranslator(&toolkitTexts);
     });
     const InstanceMark instance(folder);
-    const RunLog log(folder, baseName, desktop);
+    const RunLog log(folder, baseName, desktop.Clock());
     StudyDatabase database(desktop);
     if (!PrepareRun(folder, instance, log, desktop, database))
         return 1;

@@ -2,9 +2,9 @@
 // keeping of the daily backups. Windows come after it, in main.
 #pragma once
 
+#include "base/modLog.h"
 #include "platform/modDesktop.h"
 #include "platform/modInstance.h"
-#include "platform/modLog.h"
 #include "store/Sqlite3Func.h"
 
 /// The folders that must be there at the start, in the order in which they are looked for.

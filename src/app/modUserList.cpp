@@ -1,7 +1,8 @@
 #include "app/modUserList.h"
 
-#include "platform/modCodePage.h"
-#include "platform/modFile.h"
+#include "base/modCodePage.h"
+#include "base/modFile.h"
+#include "platform/modReplaceFile.h"
 #include "text/modReadText.h"
 
 #include <QFileInfo>
@@ -37,12 +38,9 @@ QStringList CharactersNotForNames(const QString &name)
 {
     QStringList characters = CharactersLost(name);
     for (const QChar character : name) {
-        const QString code = u"U+%1"_s.arg(character.unicode(), 4, 16, QChar(u'0')).toUpper();
-        if (character.category() == QChar::Other_Control) {
-            characters.removeOne(QString(character));
-            if (!characters.contains(code))
-                characters += code;
-        }
+        const QString number = NameOfCharacter(character.unicode());
+        if (character.category() == QChar::Other_Control && !characters.contains(number))
+            characters += number;
     }
     return characters;
 }

@@ -1,6 +1,4 @@
-#include "platform/modCodePage.h"
-
-#include "platform/modCodePageSystem.h"
+#include "base/modCodePage.h"
 
 #include <array>
 
@@ -20,11 +18,16 @@ bool IsTrail(quint8 byte)
     return byte >= FirstTrail && byte <= LastTrail && byte != 0x7F;
 }
 
-// The bytes that Windows gives a private meaning and other converters refuse: undecodable on every system.
-bool IsUnassignedSingle(quint8 byte)
+struct CodeAndCharacter
 {
-    return byte == 0x80 || byte == 0xA0 || byte >= 0xFD;
-}
+    quint16 code;
+    char16_t character;
+};
+
+// Made by the build; see MakeCodePage932.cpp for the order.
+constexpr CodeAndCharacter AllCodes[] = {
+#include "codePage932.inc"
+};
 
 /// The whole code page as two tables, so that a conversion is one look-up a character.
 struct Tables
@@ -34,34 +37,10 @@ struct Tables
 
     Tables()
     {
-        const SystemCodePage932 system;
-        for (int byte = 0; byte <= 0xFF; ++byte)
-            if (!IsLead(quint8(byte)) && !IsUnassignedSingle(quint8(byte)))
-                AddCode(system, quint16(byte));
-        for (int lead = 0x81; lead <= 0xFC; ++lead)
-            for (int trail = FirstTrail; trail <= LastTrail; ++trail)
-                if (IsLead(quint8(lead)) && IsTrail(quint8(trail)))
-                    AddCode(system, quint16(lead << 8 | trail));
-    }
-
-    // Some characters have several codes. Which of them it prefers is for the system to say.
-    void AddCode(const SystemCodePage932 &system, quint16 code)
-    {
-        const char bytes[] = {char(code >> 8), char(code & 0xFF)};
-        const char16_t character = system.Decode(code > 0xFF ? QByteArrayView(bytes, 2) : QByteArrayView(bytes + 1, 1));
-        if (character == 0)
-            return;
-        toUnicode[code] = character;
-        quint16 &known = fromUnicode[character];
-        known = known == 0 ? code : PreferredCode(system, character, code);
-    }
-
-    static quint16 PreferredCode(const SystemCodePage932 &system, char16_t character, quint16 otherwise)
-    {
-        quint16 code = 0;
-        for (const char byte : system.Encode(character))
-            code = quint16(code << 8 | quint8(byte));
-        return code != 0 ? code : otherwise;
+        for (const auto &[code, character] : AllCodes) {
+            toUnicode[code] = character;
+            fromUnicode[character] = code;
+        }
     }
 };
 
@@ -131,15 +110,23 @@ QByteArray ToCodePage932(QStringView text)
     return bytes;
 }
 
+QString NameOfCharacter(char32_t character)
+{
+    if (QChar::isPrint(character) && !QChar::isSpace(character))
+        return QString::fromUcs4(&character, 1);
+    return u"U+" + QString::number(character, 16).toUpper().rightJustified(4, u'0');
+}
+
 QStringList CharactersLost(QStringView text)
 {
     const Tables &tables = CodePage();
     QStringList lost;
     for (qsizetype i = 0; i < text.size(); ++i) {
         const bool isPair = text[i].isHighSurrogate() && i + 1 < text.size() && text[i + 1].isLowSurrogate();
-        const QString character = text.sliced(i, isPair ? 2 : 1).toString();
-        if (tables.fromUnicode[text[i].unicode()] == 0 && !text[i].isNull() && !lost.contains(character))
-            lost += character;
+        const char32_t character = isPair ? QChar::surrogateToUcs4(text[i], text[i + 1]) : text[i].unicode();
+        if (tables.fromUnicode[text[i].unicode()] == 0 && !text[i].isNull() &&
+            !lost.contains(NameOfCharacter(character)))
+            lost += NameOfCharacter(character);
         i += isPair ? 1 : 0;
     }
     return lost;

@@ -1,5 +1,6 @@
 // Text in code page 932 (Shift_JIS with the extensions of NEC and IBM, as Windows uses it), the code page of every text
-// file that the program reads or writes. The table is the system's own: 0x5C is "\", 0x8160 is U+FF5E.
+// file that the program reads or writes. The table is made by the build and lies in the program, so that bytes and
+// characters are the same on every system: 0x5C is "\", 0x8160 is U+FF5E.
 #pragma once
 
 #include <QByteArray>
@@ -28,8 +29,11 @@ DecodedUpTo DecodeAboveAscii(const char *at, const char *end, char16_t *out);
 /// Text as bytes of code page 932. A character that the code page lacks becomes "?".
 QByteArray ToCodePage932(QStringView text);
 
-/// The characters of a text that code page 932 lacks, each once, in the order in which they come; a surrogate pair is
-/// one character. Empty when the text comes back from the code page as it is.
+/// A character as a person can tell which it is: itself, or its number, "U+00A0", where it cannot be seen.
+QString NameOfCharacter(char32_t character);
+
+/// The names of the characters of a text that code page 932 lacks, each once, in the order in which they come; a
+/// surrogate pair is one character. Empty when the text comes back from the code page as it is.
 QStringList CharactersLost(QStringView text);
 
 /// Length of a text in bytes of code page 932: 1 for a half-width character and for one that the code page lacks, 2 for

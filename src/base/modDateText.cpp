@@ -1,4 +1,4 @@
-#include "platform/modDateText.h"
+#include "base/modDateText.h"
 
 using namespace Qt::Literals::StringLiterals;
 

@@ -24,15 +24,6 @@ constexpr qint64 MostFileBytes = 1'000'000'000;
 bool ReadWholeFile(const QString &path, QByteArray *bytes, QString *error,
                    const std::function<void()> &whileReading = {});
 
-/// Replaces a regular file by the given bytes, or makes it. The file is written beside its place and renamed, so that
-/// after a failure the old one is still there, whole. When it returns the new one is on the disk, under its name.
-/// @return false on failure; error then holds the system's reason
-bool ReplaceFile(const QString &path, const QByteArray &bytes, QString *error);
-
-/// Copies a regular file, over the one that may be there. When it returns the copy is on the disk, under its name.
-/// @return false on failure; error then holds the system's reason, and the target is as it was
-bool CopyWholeFile(const QString &source, const QString &target, QString *error);
-
 /// A text as part of a file's name: every character that a file name cannot hold on one of the systems becomes "_", the
 /// separators of paths among them.
 QString FileNamePart(const QString &text);

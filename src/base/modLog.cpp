@@ -1,9 +1,9 @@
-#include "platform/modLog.h"
+#include "base/modLog.h"
 
-#include "platform/modCodePage.h"
-#include "platform/modDateText.h"
-#include "platform/modFile.h"
-#include "platform/modProduct.h"
+#include "base/modCodePage.h"
+#include "base/modDateText.h"
+#include "base/modFile.h"
+#include "base/modProduct.h"
 
 #include <QFile>
 
@@ -25,21 +25,21 @@ bool WriteText(const QString &path, QIODevice::OpenMode mode, const QString &tex
 
 } // namespace
 
-RunLog::RunLog(const QString &applicationFolder, const QString &baseName, const Desktop &desktop)
-    : m_path(JoinPath(applicationFolder, baseName + u"_log.txt"_s)), m_baseName(baseName), m_desktop(desktop)
+RunLog::RunLog(const QString &applicationFolder, const QString &baseName, const std::function<QDateTime()> &now)
+    : m_path(JoinPath(applicationFolder, baseName + u"_log.txt"_s)), m_baseName(baseName), m_now(now)
 {
 }
 
 bool RunLog::WriteYmdLogStart(QString *error) const
 {
     const QString header =
-        m_baseName + u".exe　Ver"_s + VersionText() + u"\r\n"_s + DateWithWeekday(m_desktop.Now().date()) + u"\r\n"_s;
+        m_baseName + u".exe　Ver"_s + VersionText() + u"\r\n"_s + DateWithWeekday(m_now().date()) + u"\r\n"_s;
     return WriteText(m_path, QIODevice::WriteOnly | QIODevice::Truncate, header, error);
 }
 
 bool RunLog::WriteLog(const QString &message, QString *error) const
 {
-    const QString entry = TimeText(m_desktop.Now()) + u' ' + message + u"\r\n"_s;
+    const QString entry = TimeText(m_now()) + u' ' + message + u"\r\n"_s;
     return WriteText(m_path, QIODevice::WriteOnly | QIODevice::Append, entry, error);
 }
 

@@ -2,10 +2,11 @@
 // every start, and the trace sink, to which every event handler passes its name and which discards it.
 #pragma once
 
-#include "platform/modDesktop.h"
-
+#include <QDateTime>
 #include <QString>
 #include <QStringView>
+
+#include <functional>
 
 /// Run log. Code page 932, lines ended by CR LF: line 1 the executable with its version, line 2 the date, then entries
 /// of time, one blank and a message, which may itself span lines. The file is open only while it is written, so it is
@@ -14,7 +15,8 @@ class RunLog
 {
   public:
     /// @param baseName  the executable's name without folder and extension; the log is <baseName>_log.txt
-    RunLog(const QString &applicationFolder, const QString &baseName, const Desktop &desktop);
+    /// @param now  tells the present moment in local time
+    RunLog(const QString &applicationFolder, const QString &baseName, const std::function<QDateTime()> &now);
 
     /// Creates or truncates the log and writes its two header lines.
     /// @return false when the file cannot be written; error then holds the system's reason
@@ -29,7 +31,7 @@ class RunLog
   private:
     QString m_path;
     QString m_baseName;
-    const Desktop &m_desktop;
+    std::function<QDateTime()> m_now;
 };
 
 /// Takes the line of a step or of an event handler and discards it. That is meant: the call sites stay, so that a build

@@ -1,4 +1,4 @@
-#include "platform/modProduct.h"
+#include "base/modProduct.h"
 
 using namespace Qt::Literals::StringLiterals;
 

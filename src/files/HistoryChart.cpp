@@ -1,6 +1,6 @@
-#include "files/frmHistoryChart.h"
+#include "files/HistoryChart.h"
 
-#include "platform/modDateText.h"
+#include "base/modDateText.h"
 
 #include <QPainter>
 #include <QPainterPath>

@@ -1,6 +1,6 @@
-#include "files/frmStudyFiles.h"
+#include "files/StudyFileModel.h"
 
-#include "platform/frmBusyPointer.h"
+#include "widgets/BusyPointer.h"
 
 #include <QApplication>
 #include <QPainter>

@@ -1,7 +1,7 @@
 #include "files/modHistory.h"
 
-#include "platform/modDateText.h"
-#include "platform/modFile.h"
+#include "base/modDateText.h"
+#include "base/modFile.h"
 #include "store/modDB_SQLite.h"
 
 #include <QRegularExpression>

@@ -1,7 +1,8 @@
 #include "files/modPrintableCopy.h"
 
-#include "platform/modCodePage.h"
-#include "platform/modFile.h"
+#include "base/modCodePage.h"
+#include "base/modFile.h"
+#include "platform/modReplaceFile.h"
 #include "text/modCheckText.h"
 #include "text/modReadText.h"
 

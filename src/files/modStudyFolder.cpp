@@ -1,6 +1,6 @@
 #include "files/modStudyFolder.h"
 
-#include "platform/modFile.h"
+#include "base/modFile.h"
 #include "text/modCheckText.h"
 #include "text/modReadText.h"
 

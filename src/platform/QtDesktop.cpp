@@ -1,4 +1,4 @@
-#include "platform/frmQtDesktop.h"
+#include "platform/QtDesktop.h"
 
 #include "platform/modProcess.h"
 #include "platform/modShell.h"
@@ -6,22 +6,22 @@
 #include <QApplication>
 #include <QMessageBox>
 
-void frmQtDesktop::GoSilent()
+void QtDesktop::GoSilent()
 {
     m_isSilent = true;
 }
 
-void frmQtDesktop::SetApplicationTitle(const QString &title)
+void QtDesktop::SetApplicationTitle(const QString &title)
 {
     m_title = title;
 }
 
-void frmQtDesktop::ShowMessage(const QString &text)
+void QtDesktop::ShowMessage(const QString &text)
 {
     ShowMessage(text, m_title.isEmpty() ? QApplication::applicationName() : m_title);
 }
 
-void frmQtDesktop::ShowMessage(const QString &text, const QString &title)
+void QtDesktop::ShowMessage(const QString &text, const QString &title)
 {
     if (m_isSilent)
         return;
@@ -31,27 +31,27 @@ void frmQtDesktop::ShowMessage(const QString &text, const QString &title)
     box.exec();
 }
 
-void frmQtDesktop::PlaySoundFile(const QString &path)
+void QtDesktop::PlaySoundFile(const QString &path)
 {
     m_sound.Play(path);
 }
 
-void frmQtDesktop::Speak(const QString &text)
+void QtDesktop::Speak(const QString &text)
 {
     m_voice.Speak(text);
 }
 
-bool frmQtDesktop::OpenWithShell(const QString &path, const QString &workingFolder)
+bool QtDesktop::OpenWithShell(const QString &path, const QString &workingFolder)
 {
     return ShellOpen(path, workingFolder);
 }
 
-bool frmQtDesktop::StartCommandLine(const QString &commandLine)
+bool QtDesktop::StartCommandLine(const QString &commandLine)
 {
     return StartProcess(commandLine);
 }
 
-QDateTime frmQtDesktop::Now() const
+QDateTime QtDesktop::Now() const
 {
     return QDateTime::currentDateTime();
 }

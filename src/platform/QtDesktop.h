@@ -5,7 +5,7 @@
 #include "platform/modSound.h"
 #include "platform/modVoice.h"
 
-class frmQtDesktop : public Desktop
+class QtDesktop : public Desktop
 {
   public:
     /// Shows no message any more: there is nobody to see it.

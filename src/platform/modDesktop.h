@@ -1,9 +1,11 @@
 // The one seam between the program and the world outside its process: message boxes, sounds, the voice, other programs
-// and the clock. The program passes frmQtDesktop, tests pass one that records the calls and sets the time.
+// and the clock. The program passes QtDesktop, tests pass one that records the calls and sets the time.
 #pragma once
 
 #include <QDateTime>
 #include <QString>
+
+#include <functional>
 
 class Desktop
 {
@@ -38,4 +40,10 @@ class Desktop
 
     /// The present moment in local time.
     virtual QDateTime Now() const = 0;
+
+    /// The same as a function, which must not outlive this.
+    std::function<QDateTime()> Clock() const
+    {
+        return [this] { return Now(); };
+    }
 };

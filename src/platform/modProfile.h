@@ -1,7 +1,8 @@
 // Private profile ("ini") files as Windows reads and writes them: "[section]" lines, "key=value" lines below them,
 // comments from ";" on. Names ignore case; blanks around names and values and one pair of quotes around a value do not
-// count; the first section and the first key of a name hold. Code page 932; on a Windows whose own code page is UTF-8,
-// Chinese or Korean, that one.
+// count; the first section and the first key of a name hold. Code page 932. On a Windows of that code page the bytes
+// are those of the system's own functions, which are not used: they write the code page of the machine, and on one of
+// UTF-8 they would lose what they cannot convert.
 #pragma once
 
 #include <QString>

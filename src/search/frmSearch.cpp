@@ -1,7 +1,7 @@
 #include "search/frmSearch.h"
 
-#include "platform/frmScreenFit.h"
-#include "platform/modLog.h"
+#include "base/modLog.h"
+#include "widgets/ScreenFit.h"
 
 #include <QGridLayout>
 #include <QLabel>

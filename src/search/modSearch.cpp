@@ -1,7 +1,7 @@
 #include "search/modSearch.h"
 
-#include "platform/modCodePage.h"
-#include "platform/modFile.h"
+#include "base/modCodePage.h"
+#include "base/modFile.h"
 #include "text/modInflection.h"
 #include "text/modReadText.h"
 

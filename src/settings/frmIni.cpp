@@ -1,10 +1,10 @@
 #include "settings/frmIni.h"
 
-#include "platform/frmScreenFit.h"
-#include "platform/modCodePage.h"
-#include "platform/modLog.h"
+#include "base/modCodePage.h"
+#include "base/modLog.h"
 #include "settings/frmMsg.h"
 #include "settings/modEditor.h"
+#include "widgets/ScreenFit.h"
 
 #include <QCheckBox>
 #include <QDir>

@@ -1,9 +1,9 @@
 #include "settings/frmMsg.h"
 
-#include "platform/frmScreenFit.h"
-#include "platform/modFile.h"
-#include "platform/modLog.h"
-#include "platform/modProduct.h"
+#include "base/modFile.h"
+#include "base/modLog.h"
+#include "base/modProduct.h"
+#include "widgets/ScreenFit.h"
 
 #include <QGuiApplication>
 #include <QKeyEvent>
@@ -84,7 +84,7 @@ void frmMsg::Form_Activate()
     setWindowTitle(ProductName());
 }
 
-int frmMsg::DispFrmMsg(QWidget *owner, const QString &message, int style, const QString &soundName)
+MsgResult frmMsg::DispFrmMsg(QWidget *owner, const QString &message, MsgStyle style, const QString &soundName)
 {
     m_result = MsgResult::None;
     setParent(owner, Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint);
@@ -132,7 +132,7 @@ void frmMsg::keyPressEvent(QKeyEvent *event)
         QDialog::keyPressEvent(event);
 }
 
-void frmMsg::SelectButtons(int style)
+void frmMsg::SelectButtons(MsgStyle style)
 {
     switch (style) {
     case MsgStyle::Ok:
@@ -204,7 +204,7 @@ void frmMsg::PlaceOver(const QWidget *owner)
          qMax(screenArea.top(), qMin(top, screenArea.bottom() + 1 - height() - frame.height())));
 }
 
-void frmMsg::Answer(int result)
+void frmMsg::Answer(MsgResult result)
 {
     m_result = result;
     hide();

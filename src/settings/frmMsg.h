@@ -3,8 +3,8 @@
 // key press still meant for the study window cannot answer it by accident; nor does a key that is held since then.
 #pragma once
 
-#include "platform/frmHeldKey.h"
 #include "platform/modDesktop.h"
+#include "widgets/HeldKeyFilter.h"
 
 #include <QDialog>
 
@@ -14,18 +14,20 @@ class QScrollArea;
 class QTimer;
 
 /// Which buttons the dialog shows; the values are those of the system's message box.
-namespace MsgStyle {
-constexpr int Ok = 0;
-constexpr int OkCancel = 1;
-constexpr int YesNo = 4;
-} // namespace MsgStyle
+enum class MsgStyle
+{
+    Ok = 0,
+    OkCancel = 1,
+    YesNo = 4,
+};
 
 /// What the learner answered.
-namespace MsgResult {
-constexpr int None = 0; ///< closed without an answer
-constexpr int Ok = 1;   ///< OK or yes
-constexpr int Cancel = 2;
-} // namespace MsgResult
+enum class MsgResult
+{
+    None = 0, ///< closed without an answer
+    Ok = 1,   ///< OK or yes
+    Cancel = 2,
+};
 
 class frmMsg : public QDialog
 {
@@ -37,10 +39,10 @@ class frmMsg : public QDialog
 
     /// Asks and waits for the answer. One dialog serves all calls; each lays it out from scratch.
     /// @param message  lines separated by CR LF
-    /// @param style  a MsgStyle; for any other value a message box "err!" comes first and the buttons stay as they are
+    /// @param style  for any value that is none of the names, a message box "err!" comes first and the buttons stay as
+    /// they are
     /// @param soundName  a name is looked up in the sound folder, a path with a backslash is used as given
-    /// @return a MsgResult
-    int DispFrmMsg(QWidget *owner, const QString &message, int style, const QString &soundName);
+    MsgResult DispFrmMsg(QWidget *owner, const QString &message, MsgStyle style, const QString &soundName);
 
     /// Plays a sound by the same rule of names.
     void PlayNamedSound(const QString &soundName);
@@ -53,10 +55,10 @@ class frmMsg : public QDialog
   private:
     void Form_Load();
     void Form_Activate();
-    void SelectButtons(int style);
+    void SelectButtons(MsgStyle style);
     void LayOut();
     void PlaceOver(const QWidget *owner);
-    void Answer(int result);
+    void Answer(MsgResult result);
     void cmdOK_Click();
     void cmdCancel_Click();
     void Timer1_Timer();
@@ -69,5 +71,5 @@ class frmMsg : public QDialog
     QPushButton *cmdOK;
     QPushButton *cmdCancel;
     QTimer *Timer1;
-    int m_result = MsgResult::None;
+    MsgResult m_result = MsgResult::None;
 };

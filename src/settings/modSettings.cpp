@@ -1,6 +1,6 @@
 #include "settings/modSettings.h"
 
-#include "platform/modLog.h"
+#include "base/modLog.h"
 #include "platform/modProcess.h"
 #include "platform/modProfile.h"
 

@@ -1,7 +1,8 @@
 #include "settings/modSpeech.h"
 
-#include "platform/modCodePage.h"
-#include "platform/modFile.h"
+#include "base/modCodePage.h"
+#include "base/modFile.h"
+#include "platform/modReplaceFile.h"
 
 using namespace Qt::Literals::StringLiterals;
 

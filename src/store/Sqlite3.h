@@ -4,6 +4,8 @@
 
 #include <QString>
 
+#include <utility>
+
 struct sqlite3;
 struct sqlite3_stmt;
 
@@ -34,3 +36,35 @@ int SQLite3ColumnInt(sqlite3_stmt *statement, int column);
 double SQLite3ColumnDouble(sqlite3_stmt *statement, int column);
 
 QString SQLite3ColumnText(sqlite3_stmt *statement, int column);
+
+/// A statement that is finalized at the end of its scope at the latest.
+class SQLite3Statement
+{
+  public:
+    SQLite3Statement() = default;
+    ~SQLite3Statement()
+    {
+        Finalize();
+    }
+    Q_DISABLE_COPY_MOVE(SQLite3Statement)
+
+    operator sqlite3_stmt *() const
+    {
+        return m_statement;
+    }
+
+    /// For SQLite3Prepare16V2, once.
+    sqlite3_stmt **Address()
+    {
+        return &m_statement;
+    }
+
+    /// @return SQLite's result code: 0, or that of the last step where it failed; 0 when called again
+    int Finalize()
+    {
+        return SQLite3Finalize(std::exchange(m_statement, nullptr));
+    }
+
+  private:
+    sqlite3_stmt *m_statement = nullptr;
+};

@@ -1,6 +1,6 @@
 #include "store/Sqlite3Func.h"
 
-#include "platform/modFile.h"
+#include "base/modFile.h"
 #include "store/Sqlite3.h"
 
 #include <sqlite3.h>
@@ -78,8 +78,12 @@ StudyDatabase::~StudyDatabase()
 int StudyDatabase::Open(const QString &path)
 {
     m_isPowerSafe = false;
+    // SQLite opens what lies beside a database too.
     QString reason;
-    return IsRegularOrMissing(path, &reason) ? SQLite3Open(path, &m_handle) : SQLITE_CANTOPEN;
+    for (const QStringView ending : {u"", u"-journal", u"-wal", u"-shm"})
+        if (!IsRegularOrMissing(path + ending, &reason))
+            return SQLITE_CANTOPEN;
+    return SQLite3Open(path, &m_handle);
 }
 
 void StudyDatabase::Close()
@@ -95,10 +99,9 @@ void StudyDatabase::MakePowerSafe()
 {
     if (m_isPowerSafe)
         return;
-    sqlite3_stmt *statement = nullptr;
-    m_isPowerSafe = SQLite3Prepare16V2(m_handle, u"pragma synchronous=extra"_s, &statement) == SQLITE_OK &&
+    SQLite3Statement statement;
+    m_isPowerSafe = SQLite3Prepare16V2(m_handle, u"pragma synchronous=extra"_s, statement.Address()) == SQLITE_OK &&
                     SQLite3Step(statement) == SQLITE_DONE;
-    SQLite3Finalize(statement);
 }
 
 int StudyDatabase::Prepare(const QString &sql, const QStringList &names, sqlite3_stmt **statement)
@@ -112,22 +115,21 @@ int StudyDatabase::Prepare(const QString &sql, const QStringList &names, sqlite3
 
 bool StudyDatabase::LacksTable(const QString &name)
 {
-    sqlite3_stmt *statement = nullptr;
+    SQLite3Statement statement;
     const QString sql = u"select count(*) from sqlite_master where name = '"_s + name + u"' collate nocase"_s;
-    const bool lacksIt = Prepare(sql, {name}, &statement) == SQLITE_OK && SQLite3Step(statement) == SQLITE_ROW &&
-                         SQLite3ColumnInt(statement, 0) == 0;
-    SQLite3Finalize(statement);
+    const bool lacksIt = Prepare(sql, {name}, statement.Address()) == SQLITE_OK &&
+                         SQLite3Step(statement) == SQLITE_ROW && SQLite3ColumnInt(statement, 0) == 0;
     return lacksIt;
 }
 
 bool StudyDatabase::SQLite3NonQuery(const QString &sql, const QStringList &names)
 {
-    sqlite3_stmt *statement = nullptr;
-    if (Prepare(sql, names, &statement) == SQLITE_OK) {
+    SQLite3Statement statement;
+    if (Prepare(sql, names, statement.Address()) == SQLITE_OK) {
         const int result = SQLite3Step(statement);
         if (result == SQLITE_BUSY)
             m_desktop.ShowMessage(u"The database file is locked"_s);
-        if (SQLite3Finalize(statement) == SQLITE_OK && result == SQLITE_DONE)
+        if (statement.Finalize() == SQLITE_OK && result == SQLITE_DONE)
             return true;
     }
     m_desktop.ShowMessage(u"Err:SQLite3 NonQuery"_s);
@@ -136,8 +138,8 @@ bool StudyDatabase::SQLite3NonQuery(const QString &sql, const QStringList &names
 
 bool StudyDatabase::SQLite3Query(const QString &sql, ResultTable *table, const QStringList &names)
 {
-    sqlite3_stmt *statement = nullptr;
-    Prepare(sql, names, &statement);
+    SQLite3Statement statement;
+    Prepare(sql, names, statement.Address());
     table->assign(1, QString());
     int result = SQLite3Step(statement);
     for (; result == SQLITE_ROW; result = SQLite3Step(statement)) {
@@ -147,7 +149,7 @@ bool StudyDatabase::SQLite3Query(const QString &sql, ResultTable *table, const Q
     }
     if (result != SQLITE_DONE)
         m_desktop.ShowMessage(sql + u"\r\nSQLite3Step returned "_s + QString::number(result));
-    const int finalized = SQLite3Finalize(statement);
+    const int finalized = statement.Finalize();
     if (finalized != SQLITE_OK)
         m_desktop.ShowMessage(u"Err:SQLite3 Query ErrCode="_s + QString::number(finalized));
     return result == SQLITE_DONE && finalized == SQLITE_OK;

@@ -28,7 +28,8 @@ class StudyDatabase
     ~StudyDatabase();
     Q_DISABLE_COPY_MOVE(StudyDatabase)
 
-    /// @return SQLite's result code, 0 on success; SQLITE_CANTOPEN for what is no regular file
+    /// @return SQLite's result code, 0 on success; SQLITE_CANTOPEN where it or what lies beside it is no regular
+    /// file
     int Open(const QString &path);
 
     /// Closes the connection. Statements fail from then on. Closing twice does nothing.

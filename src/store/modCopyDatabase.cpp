@@ -1,7 +1,8 @@
 #include "store/modCopyDatabase.h"
 
-#include "platform/modFile.h"
+#include "base/modFile.h"
 #include "platform/modFolderSync.h"
+#include "platform/modReplaceFile.h"
 #include "store/Sqlite3.h"
 
 #include <QDir>
@@ -43,13 +44,13 @@ void RemoveUnfinishedCopies(const QString &folder)
 int FinishWrites(const QString &database)
 {
     sqlite3 *handle = nullptr;
-    sqlite3_stmt *statement = nullptr;
+    SQLite3Statement statement;
     int result = SQLite3Open(database, &handle);
     if (result == SQLITE_OK)
-        result = SQLite3Prepare16V2(handle, u"pragma journal_mode=delete"_s, &statement);
+        result = SQLite3Prepare16V2(handle, u"pragma journal_mode=delete"_s, statement.Address());
     if (result == SQLITE_OK && SQLite3Step(statement) == SQLITE_ROW)
         result = SQLite3ColumnText(statement, 0) == u"delete" ? SQLITE_OK : SQLITE_BUSY;
-    const int finalized = SQLite3Finalize(statement);
+    const int finalized = statement.Finalize();
     SQLite3Close(handle);
     return result == SQLITE_OK ? finalized : result;
 }

@@ -1,6 +1,6 @@
 #include "store/modDB_SQLite.h"
 
-#include "platform/modDateText.h"
+#include "base/modDateText.h"
 
 #include <algorithm>
 #include <optional>

@@ -1,6 +1,6 @@
 #include "text/modCheckText.h"
 
-#include "platform/modCodePage.h"
+#include "base/modCodePage.h"
 
 using namespace Qt::Literals::StringLiterals;
 

@@ -1,7 +1,6 @@
 #include "text/modDisplayText.h"
 
-#include "platform/modCodePage.h"
-#include "platform/modMemory.h"
+#include "base/modCodePage.h"
 
 #include <utility>
 
@@ -20,10 +19,10 @@ int BlankTable::LastOnLines(int first, int last) const
 DisplayText::DisplayText(StudyLines lines) : m_lines(std::move(lines))
 {
     const std::vector<qint32> brackets = m_lines.BlankOutBrackets(); // in turns: two make a blank
-    ReserveLargePages(&m_blanks.line, brackets.size() / 2);
-    ReserveLargePages(&m_blanks.startColumn, brackets.size() / 2);
-    ReserveLargePages(&m_blanks.answerLength, brackets.size() / 2);
-    ReserveLargePages(&m_blanks.countUpTo, size_t(m_lines.Count()) + 1);
+    m_blanks.line.reserve(brackets.size() / 2);
+    m_blanks.startColumn.reserve(brackets.size() / 2);
+    m_blanks.answerLength.reserve(brackets.size() / 2);
+    m_blanks.countUpTo.reserve(size_t(m_lines.Count()) + 1);
     m_blanks.countUpTo.push_back(0);
     size_t i = 0;
     for (int line = 1; line <= m_lines.Count(); ++line) {
@@ -36,11 +35,13 @@ DisplayText::DisplayText(StudyLines lines) : m_lines(std::move(lines))
     }
 }
 
-QString DisplayText::MaskedLine(int line) const
+QString DisplayText::MaskedLine(int line, const std::function<bool(int)> &isHidden) const
 {
     QString text = Line(line).toString();
     const int last = m_blanks.LastOnLines(line, line);
     for (int blank = m_blanks.FirstOnLines(line, line); blank > 0 && blank <= last; ++blank) {
+        if (isHidden && !isHidden(blank))
+            continue;
         const size_t i = size_t(blank) - 1;
         const qsizetype start = m_blanks.startColumn[i] - 1;
         for (qsizetype at = start; at < start + m_blanks.answerLength[i] + 2; ++at)

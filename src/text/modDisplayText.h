@@ -7,6 +7,7 @@
 
 #include "text/modStudyLines.h"
 
+#include <functional>
 #include <vector>
 
 /// The blanks of a file in file order: by line, and from left to right within a line.
@@ -70,7 +71,8 @@ class DisplayText
 
     /// The same line with every blank masked, brackets included: a full-width character becomes an ideographic space,
     /// any other a half-width one, so that nothing moves.
-    QString MaskedLine(int line) const;
+    /// @param isHidden  whether a blank is masked; without it all are
+    QString MaskedLine(int line, const std::function<bool(int blank)> &isHidden = {}) const;
 
     const BlankTable &Blanks() const
     {

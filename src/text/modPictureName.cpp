@@ -1,6 +1,6 @@
 #include "text/modPictureName.h"
 
-#include "platform/modFile.h"
+#include "base/modFile.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -30,6 +30,12 @@ QStringView WithoutSpaces(QStringView text)
     return text;
 }
 
+/// The name in a reference with its corner brackets.
+QString NameIn(QStringView reference)
+{
+    return WithoutSpaces(reference.sliced(1, reference.size() - 2)).toString();
+}
+
 } // namespace
 
 bool IsPictureLineValid(QStringView line)
@@ -55,17 +61,6 @@ bool IsPictureNameValid(QStringView name)
     return true;
 }
 
-QStringList PictureNames(QStringView line)
-{
-    QStringList names;
-    for (const qsizetype start : PositionsOf(line, OpeningCorner)) {
-        const qsizetype end = line.indexOf(ClosingCorner, start);
-        if (end > start)
-            names += WithoutSpaces(line.sliced(start + 1, end - start - 1)).toString();
-    }
-    return names;
-}
-
 QStringList BadPictureNames(const DisplayText &text)
 {
     QStringList bad;
@@ -73,9 +68,13 @@ QStringList BadPictureNames(const DisplayText &text)
         const QString masked = text.MaskedLine(line);
         if (!IsPictureLineValid(masked))
             continue;
-        for (const QString &name : PictureNames(masked))
-            if (!IsPictureNameValid(name) && !bad.contains(name))
+        for (const qsizetype start : PositionsOf(masked, OpeningCorner)) {
+            const qsizetype length = masked.indexOf(ClosingCorner, start) - start + 1;
+            const QString name = NameIn(QStringView(masked).sliced(start, length));
+            const bool holdsBlank = QStringView(masked).sliced(start, length) != text.Line(line).sliced(start, length);
+            if (!holdsBlank && !IsPictureNameValid(name) && !bad.contains(name))
                 bad += name;
+        }
     }
     return bad;
 }
@@ -98,9 +97,9 @@ std::vector<PictureReference> PictureReferences(QStringView line)
         return references;
     for (const qsizetype start : PositionsOf(line, OpeningCorner)) {
         const qsizetype end = line.indexOf(ClosingCorner, start);
-        const QStringView name = WithoutSpaces(line.sliced(start + 1, end - start - 1));
+        const QString name = NameIn(line.sliced(start, end - start + 1));
         if (!name.trimmed().isEmpty() && IsPictureNameValid(name)) // a masked name is all blanks
-            references.push_back({start, end - start + 1, name.toString()});
+            references.push_back({start, end - start + 1, name});
     }
     return references;
 }

@@ -16,12 +16,8 @@ bool IsPictureLineValid(QStringView line);
 /// Whether a name can be that of a picture: it holds none of ! " # $ % & ' + ? * / \ . , space, tab and ｣.
 bool IsPictureNameValid(QStringView name);
 
-/// The names that a line refers to, without half-width spaces around them, in order: for each opening bracket the text
-/// up to the next closing one.
-QStringList PictureNames(QStringView line);
-
 /// The names in a file that cannot be those of pictures, each once, in file order. Lines whose brackets do not pair up
-/// refer to nothing, and neither does what stands inside a blank: the message would print a hidden answer.
+/// refer to nothing, and neither does what holds a blank or stands in one: the message would print a hidden answer.
 QStringList BadPictureNames(const DisplayText &text);
 
 /// The message about such names, one line each; empty when there are none. A file full of them is told of the first

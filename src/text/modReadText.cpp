@@ -1,7 +1,7 @@
 #include "text/modReadText.h"
 
-#include "platform/modCodePage.h"
-#include "platform/modFile.h"
+#include "base/modCodePage.h"
+#include "base/modFile.h"
 #include "settings/modCharCode.h"
 #include "text/modCheckText.h"
 

@@ -1,7 +1,5 @@
 #include "text/modStudyLines.h"
 
-#include "platform/modMemory.h"
-
 #include <utility>
 
 int StudyLines::NextLineWith(QChar character, int fromLine) const
@@ -23,10 +21,9 @@ std::vector<qint32> StudyLines::BlankOutBrackets()
 StudyLinesWriter::StudyLinesWriter(qsizetype room)
 {
     m_lines.m_text = QString(room, Qt::Uninitialized);
-    PreferLargePages(m_lines.m_text.data(), room * qsizetype(sizeof(QChar)));
     // Generous guesses: what is not used takes no memory, and what is outgrown is copied.
-    ReserveLargePages(&m_lines.m_starts, size_t(room / 4));
-    ReserveLargePages(&m_lines.m_brackets, size_t(room / 4));
+    m_lines.m_starts.reserve(size_t(room / 4));
+    m_lines.m_brackets.reserve(size_t(room / 4));
     next = reinterpret_cast<char16_t *>(m_lines.m_text.data());
     m_begin = next;
 }

@@ -1,4 +1,4 @@
-#include "view/frmPageAccessible.h"
+#include "view/PageAccessible.h"
 
 #include "view/picText.h"
 

@@ -1,7 +1,7 @@
 #include "view/frmPicture.h"
 
-#include "platform/frmScreenFit.h"
 #include "text/modPictureName.h"
+#include "widgets/ScreenFit.h"
 
 #include <QImageReader>
 #include <QLabel>

@@ -1,13 +1,9 @@
 #include "view/frmText.h"
 
+#include "base/modDateText.h"
+#include "base/modFile.h"
+#include "base/modProduct.h"
 #include "files/frmFile.h"
-#include "platform/frmBusyPointer.h"
-#include "platform/frmFlowLayout.h"
-#include "platform/frmInputGuard.h"
-#include "platform/frmScreenFit.h"
-#include "platform/modDateText.h"
-#include "platform/modFile.h"
-#include "platform/modProduct.h"
 #include "platform/modWindowMessage.h"
 #include "search/frmSearch.h"
 #include "settings/frmIni.h"
@@ -23,6 +19,10 @@
 #include "view/modStudyClock.h"
 #include "view/modWordAt.h"
 #include "view/picText.h"
+#include "widgets/BusyPointer.h"
+#include "widgets/FlowLayout.h"
+#include "widgets/InputGuard.h"
+#include "widgets/ScreenFit.h"
 
 #include <QCheckBox>
 #include <QCloseEvent>
@@ -32,6 +32,7 @@
 #include <QLabel>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QScopeGuard>
 #include <QScreen>
 #include <QScrollBar>
 #include <QShortcut>
@@ -232,7 +233,8 @@ void frmText::Form_Load()
         m_settings = m_settingsFile.Read(m_defaults, m_upper, &repairs);
     ApplySettings();
     const QSize remembered = m_settingsFile.ReadFormSize();
-    resize((remembered.isEmpty() ? sizeHint() : remembered).boundedTo(RoomOnScreen(this)));
+    resize(
+        (remembered.isEmpty() ? sizeHint() : remembered.expandedTo(minimumSizeHint())).boundedTo(RoomOnScreen(this)));
     m_upper = UpperBounds(LargestLeft(width()));
     int left = area.left() + (area.width() - width()) / 2;
     if (m_settingsFile.Exists())
@@ -309,7 +311,7 @@ void frmText::WidenToText()
 /// screen, panels at its side included: a window must not move on by a panel's width at each start.
 int frmText::LargestLeft(int widthPx) const
 {
-    return qMax(0, screen()->geometry().width() - widthPx);
+    return qMax(0, screen()->geometry().right() + 1 - widthPx);
 }
 
 void frmText::Form_Resize()
@@ -452,6 +454,10 @@ void frmText::OpenSession(const QString &path)
 {
     // What was typed ahead was meant for the file list. It arrives here and while the file is read, and does nothing.
     m_inputGuard = std::make_unique<InputGuard>();
+    const auto listenAgain = qScopeGuard([this] {
+        // Once all that has arrived by now was handled.
+        QTimer::singleShot(0, this, [this] { m_inputGuard.reset(); });
+    });
     QCoreApplication::processEvents();
     if (m_isEnded)
         return; // one of those events closed the window
@@ -472,7 +478,6 @@ void frmText::OpenSession(const QString &path)
     if (m_isEnded)
         return; // the window was closed while the file was read
     if (!isLoaded) {
-        m_inputGuard.reset();
         SetUpScrollBar();
         ShowLine(1);
         Ask(message, MsgStyle::Ok, u"notify.wav"_s);
@@ -481,12 +486,8 @@ void frmText::OpenSession(const QString &path)
     m_path = path;
     ShowLine(1);
     StartClock();
-    if (!message.isEmpty()) {
-        m_inputGuard.reset();
+    if (!message.isEmpty())
         m_desktop.ShowMessage(message);
-    }
-    // Once all that has arrived by now was handled.
-    QTimer::singleShot(0, this, [this] { m_inputGuard.reset(); });
 }
 
 /// Reads a file into the page.
@@ -571,10 +572,10 @@ void frmText::CompleteSession()
     DBUpdRecKotoban(m_database, m_desktop, m_sessionStart, m_place.userName, m_round.lngOpenCount);
 }
 
-/// Shows a question or a notice over this window. @return a MsgResult
-int frmText::Ask(const QString &message, int style, const QString &soundName)
+/// Shows a question or a notice over this window.
+MsgResult frmText::Ask(const QString &message, MsgStyle style, const QString &soundName)
 {
-    const int result = m_msg.DispFrmMsg(this, message, style, soundName);
+    const MsgResult result = m_msg.DispFrmMsg(this, message, style, soundName);
     Form_Activate();
     return result;
 }
@@ -766,8 +767,8 @@ void frmText::ClickLeft(int xPx, int yPx)
             SpeakWord(m_desktop, m_place.applicationFolder, word);
     }
     // A picture inside a blank is part of the answer: the click that shows the answer opens it.
-    const QString picture =
-        blank > 0 ? PictureOfAnswer(m_text, m_round, blank) : PictureUnderPointer(m_text, xPx, yPx, topLine, layout);
+    const QString picture = blank > 0 ? PictureOfAnswer(m_text, m_round, blank)
+                                      : PictureUnderPointer(m_text, m_round, xPx, yPx, topLine, layout);
     if (!picture.isEmpty())
         ShowPicture(picture);
     if (layout.hasLineNumbers) {

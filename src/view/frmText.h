@@ -2,8 +2,8 @@
 // row. It opens the file selection window while no file has been chosen.
 #pragma once
 
+#include "base/modLog.h"
 #include "platform/modDesktop.h"
-#include "platform/modLog.h"
 #include "search/modSearch.h"
 #include "settings/modSettings.h"
 #include "store/Sqlite3Func.h"
@@ -13,6 +13,8 @@
 
 #include <memory>
 
+enum class MsgResult;
+enum class MsgStyle;
 class frmFile;
 class frmMsg;
 class frmSearch;
@@ -99,7 +101,7 @@ class frmText : public QWidget
     void ClearClock();
     void CompleteSession();
     void OpenInEditorAt(int line);
-    int Ask(const QString &message, int style, const QString &soundName);
+    MsgResult Ask(const QString &message, MsgStyle style, const QString &soundName);
     QString StudyFolderPath() const;
 
     void Enter();

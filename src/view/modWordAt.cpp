@@ -39,21 +39,22 @@ qsizetype IndexOfCell(QStringView line, int cell)
     return -1;
 }
 
-/// A masked line and the 0-based character of it that is pointed at, -1 for none. The masked line holds no answer at
-/// all, so that nothing hidden can join what stands beside it.
+/// A masked line and the 0-based character of it that is pointed at, -1 for none.
 struct PointedAt
 {
     QString line;
     qsizetype index = -1;
 };
 
-PointedAt CharacterAt(const DisplayText &text, int xPx, int yPx, int topLine, const PageLayout &layout)
+/// @param isHidden  which blanks are masked; without it all are, so that no answer can join what stands beside it
+PointedAt CharacterAt(const DisplayText &text, int xPx, int yPx, int topLine, const PageLayout &layout,
+                      const std::function<bool(int)> &isHidden = {})
 {
     PointedAt at;
     const int line = layout.RowOffsetAt(yPx) + topLine;
     if (yPx <= PageLayout::TopMarginPx || line > text.LineCount() || xPx < layout.TextLeftPx())
         return at;
-    at.line = text.MaskedLine(line);
+    at.line = text.MaskedLine(line, isHidden);
     at.index = IndexOfCell(at.line, (xPx - layout.TextLeftPx()) / layout.cellWidthPx);
     return at;
 }
@@ -91,9 +92,11 @@ QString TextUnderPointer(const DisplayText &text, const StudyRound &round, int x
     return at.index < 0 ? QString() : WordAround(at.line, at.index);
 }
 
-QString PictureUnderPointer(const DisplayText &text, int xPx, int yPx, int topLine, const PageLayout &layout)
+QString PictureUnderPointer(const DisplayText &text, const StudyRound &round, int xPx, int yPx, int topLine,
+                            const PageLayout &layout)
 {
-    const PointedAt at = CharacterAt(text, xPx, yPx, topLine, layout);
+    const auto isHidden = [&round](int blank) { return !round.bolOpen(blank); };
+    const PointedAt at = CharacterAt(text, xPx, yPx, topLine, layout, isHidden);
     return at.index < 0 ? QString() : PictureNameAt(at.line, at.index);
 }
 

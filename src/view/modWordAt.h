@@ -21,8 +21,10 @@ std::vector<Word> WordsOf(QStringView line);
 QString TextUnderPointer(const DisplayText &text, const StudyRound &round, int xPx, int yPx, int topLine,
                          const PageLayout &layout);
 
-/// The name of the picture whose reference is at that place; empty where there is none. A blank hides what is in it.
-QString PictureUnderPointer(const DisplayText &text, int xPx, int yPx, int topLine, const PageLayout &layout);
+/// The name of the picture whose reference is at that place; empty where there is none, or where it holds a hidden
+/// answer or stands in one.
+QString PictureUnderPointer(const DisplayText &text, const StudyRound &round, int xPx, int yPx, int topLine,
+                            const PageLayout &layout);
 
 /// The name of the first picture that the answer of a blank refers to; empty while the answer is hidden.
 QString PictureOfAnswer(const DisplayText &text, const StudyRound &round, int blank);

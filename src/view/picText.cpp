@@ -1,9 +1,9 @@
 #include "view/picText.h"
 
-#include "platform/frmPageFont.h"
-#include "view/frmPageAccessible.h"
+#include "view/PageAccessible.h"
 #include "view/modPageText.h"
 #include "view/modWordAt.h"
+#include "widgets/PageFont.h"
 
 #include <QAccessible>
 #include <QDragEnterEvent>
@@ -525,6 +525,6 @@ void PicText::UpdatePointer(const QPoint &at)
 {
     const bool isOverSomething =
         m_text && (HitTest(*m_text, at.x(), at.y(), m_topLine, m_layout) > 0 ||
-                   !PictureUnderPointer(*m_text, at.x(), at.y(), m_topLine, m_layout).isEmpty());
+                   !PictureUnderPointer(*m_text, *m_round, at.x(), at.y(), m_topLine, m_layout).isEmpty());
     setCursor(isOverSomething ? Qt::PointingHandCursor : Qt::ArrowCursor);
 }

@@ -2,9 +2,9 @@
 // study; it paints what it is shown.
 #pragma once
 
-#include "platform/frmHeldKey.h"
 #include "search/modSearch.h"
 #include "view/modStudyRound.h"
+#include "widgets/HeldKeyFilter.h"
 
 #include <QWidget>
 

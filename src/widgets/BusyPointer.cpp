@@ -1,4 +1,4 @@
-#include "platform/frmBusyPointer.h"
+#include "widgets/BusyPointer.h"
 
 #include <QCursor>
 #include <QGuiApplication>

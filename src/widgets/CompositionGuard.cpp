@@ -1,4 +1,4 @@
-#include "platform/frmCompositionGuard.h"
+#include "widgets/CompositionGuard.h"
 
 #include <QApplication>
 #include <QInputMethodEvent>

@@ -1,4 +1,4 @@
-#include "platform/frmDialogFocus.h"
+#include "widgets/DialogFocus.h"
 
 #include <QApplication>
 #include <QDialog>

@@ -1,4 +1,4 @@
-#include "platform/frmFlowLayout.h"
+#include "widgets/FlowLayout.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "platform/frmHeldKey.h"
+#include "widgets/HeldKeyFilter.h"
 
 #include <QApplication>
 #include <QKeyEvent>

@@ -1,6 +1,6 @@
-#include "platform/frmInputGuard.h"
+#include "widgets/InputGuard.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QEvent>
 
 InputGuard::InputGuard()
@@ -10,6 +10,8 @@ InputGuard::InputGuard()
 
 bool InputGuard::eventFilter(QObject *, QEvent *event)
 {
+    if (QApplication::activeModalWidget())
+        return false; // a message that came up meanwhile is to be answered
     switch (event->type()) {
     case QEvent::KeyPress:
     case QEvent::ShortcutOverride: // or a shortcut would take its key

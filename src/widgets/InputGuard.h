@@ -3,8 +3,8 @@
 
 #include <QObject>
 
-/// While it lives, keys, clicks and the wheel do nothing in any window: what was typed or clicked ahead was meant for a
-/// window that is gone.
+/// While it lives, keys, clicks and the wheel do nothing in any window but a modal one: what was typed or clicked ahead
+/// was meant for a window that is gone.
 class InputGuard : public QObject
 {
   public:

@@ -1,4 +1,4 @@
-#include "platform/frmPageFont.h"
+#include "widgets/PageFont.h"
 
 #include <QFontDatabase>
 #include <QStringList>

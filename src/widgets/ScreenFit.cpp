@@ -1,4 +1,4 @@
-#include "platform/frmScreenFit.h"
+#include "widgets/ScreenFit.h"
 
 #include <QDialog>
 #include <QLineEdit>

@@ -1,11 +1,11 @@
 #include "app/frmLogin.h"
 #include "app/modMain.h"
 #include "app/modUserList.h"
-#include "platform/frmCompositionGuard.h"
 #include "settings/frmMsg.h"
 #include "support/DialogScript.h"
 #include "support/RecordingDesktop.h"
 #include "support/TestFiles.h"
+#include "widgets/CompositionGuard.h"
 
 #include <QInputMethodEvent>
 #include <QLineEdit>
@@ -41,7 +41,7 @@ class StartTest : public testing::Test
     TestFolder folder;
     RecordingDesktop desktop;
     StudyDatabase database{desktop};
-    RunLog log{folder.Path(), u"Kotoban"_s, desktop};
+    RunLog log{folder.Path(), u"Kotoban"_s, desktop.Clock()};
 };
 
 const QByteArray Header = ToCodePage932(u"Kotoban.exe　Ver1.0.0\r\n2024/03/05(火)\r\n");
@@ -201,14 +201,15 @@ TEST_F(LoginTest, RefusesBlanksAndAcceptsANewNameAsItStands)
 
 TEST_F(LoginTest, RefusesWhatTheListCannotHoldAndNamesIt)
 {
-    for (const QString &name : {u"José 𠮷田é"_s, u"a\n\tb\n"_s, u"\t"_s}) {
+    for (const QString &name : {u"José\u00A0𠮷田é"_s, u"a\n\tb\n"_s, u"\t"_s}) {
         Type(name);
         script.Click(u"frmMsg"_s, u"cmdOK"_s);
     }
     Type(u"　"_s);
     EXPECT_EQ(login.Ask(), LoginResult::Accepted);
     const QString refusal = u"利用者名に使えない文字が含まれています。\n  "_s;
-    EXPECT_EQ(script.messages, QStringList({refusal + u"é 𠮷"_s, refusal + u"U+000A U+0009"_s, refusal + u"U+0009"_s}));
+    EXPECT_EQ(script.messages,
+              QStringList({refusal + u"é U+00A0 𠮷"_s, refusal + u"U+000A U+0009"_s, refusal + u"U+0009"_s}));
     EXPECT_EQ(ReadUserNames(path), QStringList({u"taro"_s, u"花子"_s, u"　"_s})) << "only half-width blanks are none";
 }
 

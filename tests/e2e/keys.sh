@@ -91,6 +91,23 @@ end
 expect "answers from the end" 1 "$(answers)"
 expect "left edge" "$left" "$(grep FormLeft "$application/Kotoban.ini")"
 
+# A session that cannot be recorded says so, and the message takes an answer.
+cp "$application/txt/1.txt" "$application/txt/'.txt"
+start_program "$application"
+wait_for "the user selection" is_focused 'ログイン画面$'
+xdotool type hanako
+xdotool key Return
+wait_for "the file selection" is_focused '^ファイル選択 Ver'
+xdotool key Home Return
+wait_for "the message" is_focused '^瞬記帳$'
+xdotool key Return
+wait_for "the page" is_focused "$study"
+xdotool key alt+F4
+wait_for "the message at the end" is_focused '^瞬記帳$'
+xdotool key Return
+wait_for_end 0
+rm "$application/txt/'.txt"
+
 rm "$application/Kotoban.ini"
 export QT_FONT_DPI=213
 begin Return

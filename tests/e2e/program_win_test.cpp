@@ -1,6 +1,6 @@
 // The program as Windows sees it: started as a process from a folder of its own, used with keys, and looked at through
 // the system's own functions.
-#include "platform/modProduct.h"
+#include "base/modProduct.h"
 #include "support/TestFiles.h"
 
 #include <QRegularExpression>

@@ -8,7 +8,7 @@
 // "completed N", when N sessions of this process are complete.
 #include "app/frmLogin.h"
 #include "app/modMain.h"
-#include "platform/modFile.h"
+#include "base/modFile.h"
 #include "settings/frmMsg.h"
 #include "support/RecordingDesktop.h"
 #include "text/modReadText.h"
@@ -199,7 +199,7 @@ int main(int argc, char *argv[])
     const QString user = mode == u"study" ? arguments.value(3) : u"user"_s;
     FaultDesktop desktop(mode == u"study" ? arguments.value(4).toInt() : 0);
     const InstanceMark instance(folder);
-    const RunLog log(folder, u"Kotoban"_s, desktop);
+    const RunLog log(folder, u"Kotoban"_s, desktop.Clock());
     StudyDatabase database(desktop);
     if (!PrepareRun(folder, instance, log, desktop, database))
         return 1;

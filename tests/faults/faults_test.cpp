@@ -5,8 +5,8 @@
 #include "files/modHistory.h"
 #include "files/modPrintableCopy.h"
 #include "files/modStudyFolder.h"
-#include "platform/modFile.h"
 #include "platform/modProfile.h"
+#include "platform/modReplaceFile.h"
 #include "store/modDB_SQLite.h"
 #include "support/RecordingDesktop.h"
 #include "support/Rows.h"
@@ -459,7 +459,7 @@ TEST_F(Faults, ABackupAfterACrashHoldsWhatWasCommitted)
 
 TEST_F(Faults, AFolderWhereAFileShouldBeAndTheReverse)
 {
-    RunLog log(folder.Path(), u"Kotoban"_s, desktop);
+    RunLog log(folder.Path(), u"Kotoban"_s, desktop.Clock());
     StudyDatabase database(desktop);
     const auto prepare = [&] { return PrepareRun(folder.Path(), InstanceMark(folder.Path()), log, desktop, database); };
     folder.MakeFolder(u"Kotoban_log.txt"_s);

@@ -1,9 +1,10 @@
-#include "platform/modCodePage.h"
+#include "base/modCodePage.h"
+#include "base/modFile.h"
+#include "base/modLog.h"
 #include "platform/modCommandLine.h"
-#include "platform/modFile.h"
 #include "platform/modInstance.h"
-#include "platform/modLog.h"
 #include "platform/modProfile.h"
+#include "platform/modReplaceFile.h"
 #include "platform/modWindowMessage.h"
 #include "support/RecordingDesktop.h"
 #include "support/Rows.h"
@@ -121,7 +122,7 @@ TEST(RunLog, BeginsAnewAtEachStartAndGathersEntries)
 {
     const TestFolder folder;
     RecordingDesktop desktop;
-    const RunLog log(folder.Path(), u"Kotoban"_s, desktop);
+    const RunLog log(folder.Path(), u"Kotoban"_s, desktop.Clock());
     QString error;
     EXPECT_TRUE(log.WriteYmdLogStart(&error));
     EXPECT_TRUE(log.WriteLog(u"古い"_s, &error));
@@ -129,7 +130,7 @@ TEST(RunLog, BeginsAnewAtEachStartAndGathersEntries)
     EXPECT_TRUE(log.WriteLog(u"二行\r\nの記録"_s, &error));
     EXPECT_EQ(FromCodePage932(folder.Read(u"Kotoban_log.txt"_s)),
               u"Kotoban.exe　Ver1.0.0\r\n2024/03/05(火)\r\n14:30:15 二行\r\nの記録\r\n"_s);
-    EXPECT_FALSE(RunLog(folder.Path(u"none"_s), u"Kotoban"_s, desktop).WriteYmdLogStart(&error));
+    EXPECT_FALSE(RunLog(folder.Path(u"none"_s), u"Kotoban"_s, desktop.Clock()).WriteYmdLogStart(&error));
     EXPECT_FALSE(error.isEmpty());
 }
 

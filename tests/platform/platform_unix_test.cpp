@@ -1,9 +1,11 @@
 // What of platform/ is different where the system is not Windows.
+#include "base/modCodePage.h"
+#include "base/modFile.h"
+#include "base/modLog.h"
 #include "platform/modEndSignal.h"
-#include "platform/modFile.h"
-#include "platform/modLog.h"
 #include "platform/modProcess.h"
 #include "platform/modProfile.h"
+#include "platform/modReplaceFile.h"
 #include "platform/modVoice.h"
 #include "support/RecordingDesktop.h"
 #include "support/Rows.h"
@@ -13,6 +15,7 @@
 
 #include <csignal>
 #include <gtest/gtest.h>
+#include <iconv.h>
 #include <sys/stat.h>
 #include <sys/sysmacros.h>
 #include <unistd.h>
@@ -94,7 +97,7 @@ TEST(File, OnlyARegularOneIsReadOrReplaced)
         EXPECT_EQ(ReadProfile(file, u"setting"_s, u"Key"_s, u"default"_s, 9), u"default"_s) << qPrintable(name);
         QFile::remove(folder.Path(u"a_log.txt"_s));
         ASSERT_TRUE(QFile::link(file, folder.Path(u"a_log.txt"_s)));
-        EXPECT_FALSE(RunLog(folder.Path(), u"a"_s, desktop).WriteYmdLogStart(&error)) << qPrintable(name);
+        EXPECT_FALSE(RunLog(folder.Path(), u"a"_s, desktop.Clock()).WriteYmdLogStart(&error)) << qPrintable(name);
         EXPECT_EQ(error, u"通常のファイルではありません。"_s);
         lstat(QFile::encodeName(file).constData(), &after);
         EXPECT_TRUE(before.st_ino == after.st_ino && before.st_mode == after.st_mode) << qPrintable(name);
@@ -107,14 +110,13 @@ TEST(File, OnlyARegularOneIsReadOrReplaced)
     EXPECT_EQ(error, u"ファイルが大きすぎます。"_s);
 }
 
-TEST(EndSignal, TheSecondOfAKindEndsTheProcess)
+TEST(EndSignal, TheSecondButOfAHangupEndsTheProcess)
 {
     EXPECT_EXIT(
         {
             const EndSignal endSignal;
-            std::raise(SIGTERM);
-            std::raise(SIGHUP);
-            std::raise(SIGTERM);
+            for (const int number : {SIGTERM, SIGHUP, SIGHUP, SIGTERM})
+                std::raise(number);
         },
         testing::KilledBySignal(SIGTERM), "");
 }
@@ -137,4 +139,36 @@ TEST(Profile, WritesOneLineAndKeepsEveryOtherByte)
         EXPECT_EQ(folder.Read(u"a.ini"_s), after) << name;
     }
     EXPECT_FALSE(WriteProfile(folder.Path(u"no folder/a.ini"_s), u"s"_s, u"k"_s, u"v"_s));
+}
+
+TEST(CodePage, IsThatOfTheSystemsConverter)
+{
+    const iconv_t decoder = iconv_open("UTF-16LE", "CP932");
+    const iconv_t encoder = iconv_open("CP932", "UTF-16LE");
+    const auto convert = [](iconv_t converter, QByteArray input) {
+        QByteArray output(8, '\0');
+        char *in = input.data();
+        char *out = output.data();
+        size_t inLeft = size_t(input.size());
+        size_t outLeft = size_t(output.size());
+        const bool isGood = iconv(converter, &in, &inLeft, &out, &outLeft) == 0;
+        iconv(converter, nullptr, nullptr, nullptr, nullptr);
+        return isGood ? output.first(output.size() - qsizetype(outLeft)) : QByteArray();
+    };
+    const auto unitBytes = [](char16_t unit) { return QByteArray(1, char(unit & 0xFF)) + char(unit >> 8); };
+    int characters = 0;
+    for (int unit = 1; unit <= 0xFFFF; ++unit) {
+        if (QChar::isSurrogate(char32_t(unit)))
+            continue;
+        const QByteArray bytes = convert(encoder, unitBytes(char16_t(unit)));
+        const QString text = QChar(char16_t(unit));
+        if (bytes.isEmpty() || unit == 0x80 || unit == 0xA0 || unit >= 0xF8F0) // private meanings of some systems
+            continue;
+        ++characters;
+        EXPECT_EQ(ToCodePage932(text), bytes) << unit;
+        EXPECT_EQ(convert(decoder, bytes), unitBytes(FromCodePage932(bytes).at(0).unicode())) << unit;
+    }
+    EXPECT_GT(characters, 7000);
+    iconv_close(decoder);
+    iconv_close(encoder);
 }

@@ -1,10 +1,10 @@
-#include "platform/frmDialogFocus.h"
 #include "settings/frmIni.h"
 #include "settings/frmMsg.h"
 #include "support/DialogScript.h"
 #include "support/RecordingDesktop.h"
 #include "support/Rows.h"
 #include "support/TestFiles.h"
+#include "widgets/DialogFocus.h"
 
 #include <QPushButton>
 #include <QRadioButton>
@@ -22,7 +22,7 @@ class MsgTest : public testing::Test
 {
   protected:
     /// Shows the dialog and does something as soon as it is visible, which is before its timer has fired.
-    int Show(const QString &message, int style, const std::function<void()> &atOnce)
+    MsgResult Show(const QString &message, MsgStyle style, const std::function<void()> &atOnce)
     {
         QTimer::singleShot(0, &dialog, atOnce);
         return dialog.DispFrmMsg(&owner, message, style, u"notify.wav"_s);
@@ -52,7 +52,7 @@ class MsgTest : public testing::Test
 TEST_F(MsgTest, TakesNoAnswerBeforeItsTimerHasFired)
 {
     script.Click(u"frmMsg"_s, u"cmdCancel"_s);
-    const int result = Show(u"続けますか？"_s, MsgStyle::YesNo, [this] {
+    const MsgResult result = Show(u"続けますか？"_s, MsgStyle::YesNo, [this] {
         EXPECT_FALSE(Button(u"cmdOK")->isEnabled());
         QTest::keyClick(&dialog, Qt::Key_Return);
         QTest::keyClick(&dialog, Qt::Key_Escape);
@@ -64,10 +64,10 @@ TEST_F(MsgTest, TakesNoAnswerBeforeItsTimerHasFired)
 
 TEST_F(MsgTest, AHeldKeyAnswersOnlyOnceItWasReleasedAndPressedAgain)
 {
-    const Rows<int, int> rows = {{Qt::Key_Return, MsgResult::Ok},
-                                 {Qt::Key_Enter, MsgResult::Ok},
-                                 {Qt::Key_Space, MsgResult::Ok},
-                                 {Qt::Key_Escape, MsgResult::None}};
+    const Rows<int, MsgResult> rows = {{Qt::Key_Return, MsgResult::Ok},
+                                       {Qt::Key_Enter, MsgResult::Ok},
+                                       {Qt::Key_Space, MsgResult::Ok},
+                                       {Qt::Key_Escape, MsgResult::None}};
     for (const auto &[key, result] : rows) {
         script.When(u"frmMsg"_s, [this, key = key](QWidget *) {
             SendKey(Button(u"cmdOK"), QEvent::KeyPress, key, 1000, true);
@@ -88,7 +88,7 @@ TEST_F(MsgTest, AHeldKeyAnswersOnlyOnceItWasReleasedAndPressedAgain)
 
 TEST_F(MsgTest, ShowsTheButtonsOfItsStyleInTheMiddle)
 {
-    const Rows<int, QString, bool> rows = {
+    const Rows<MsgStyle, QString, bool> rows = {
         {MsgStyle::Ok, u"OK"_s, false}, {MsgStyle::OkCancel, u"OK"_s, true}, {MsgStyle::YesNo, u"はい"_s, true}};
     for (const auto &[style, ok, hasCancel] : rows) {
         script.Click(u"frmMsg"_s, u"cmdOK"_s);
@@ -107,7 +107,7 @@ TEST_F(MsgTest, ShowsTheButtonsOfItsStyleInTheMiddle)
     }
     EXPECT_TRUE(desktop.messages.isEmpty());
     script.Click(u"frmMsg"_s, u"cmdOK"_s);
-    Show(u"x"_s, 2, [] {});
+    Show(u"x"_s, MsgStyle(2), [] {});
     EXPECT_EQ(desktop.messages, QStringList(u"err!"_s));
 }
 

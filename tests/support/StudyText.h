@@ -1,7 +1,7 @@
 // Study texts for tests, read as a file of the same lines is.
 #pragma once
 
-#include "platform/modCodePage.h"
+#include "base/modCodePage.h"
 #include "text/modReadText.h"
 
 #include <QStringList>

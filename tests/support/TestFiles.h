@@ -1,7 +1,7 @@
 // Temporary folders and files for tests.
 #pragma once
 
-#include "platform/modCodePage.h"
+#include "base/modCodePage.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,5 +1,5 @@
+#include "base/modFile.h"
 #include "files/frmFile.h"
-#include "platform/modFile.h"
 #include "settings/frmMsg.h"
 #include "support/DialogScript.h"
 #include "support/RecordingDesktop.h"
@@ -111,7 +111,7 @@ class StudyWindowTest : public testing::Test
     TestFolder folder;
     RecordingDesktop desktop;
     StudyDatabase database{desktop};
-    RunLog log{folder.Path(), u"Kotoban"_s, desktop};
+    RunLog log{folder.Path(), u"Kotoban"_s, desktop.Clock()};
     frmMsg msg{desktop, u"wav"_s};
     DialogScript script;
     std::unique_ptr<frmText> window;

@@ -15,10 +15,12 @@ constexpr int Signals[] = {SIGTERM, SIGHUP, SIGINT};
 // it.
 int g_pipe[2] = {-1, -1};
 
-// The first request is an orderly end, which something may hold up; the second of the same kind ends the process.
+// The first request is an orderly end, which something may hold up; the second of the same kind ends the process. Not
+// so at a hangup: both the shell and the system tell of it when a terminal closes, one just after the other.
 void Handle(int number)
 {
-    std::signal(number, SIG_DFL);
+    if (number != SIGHUP)
+        std::signal(number, SIG_DFL);
     const char byte = 0;
     [[maybe_unused]] const ssize_t written = write(g_pipe[1], &byte, 1);
 }

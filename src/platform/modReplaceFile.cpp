@@ -1,0 +1,59 @@
+#include "platform/modReplaceFile.h"
+
+#include "base/modFile.h"
+#include "platform/modFolderSync.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QSaveFile>
+
+namespace {
+
+constexpr qsizetype PieceBytes = 1 << 20; // that are copied at a time
+
+/// Puts what was written in its place. QSaveFile takes no notice when the last of it does not fit on the disk and would
+/// put what is there of it in the place of the whole file, so that is written first. It syncs the file before it
+/// renames it, but not the folder, without which a power cut would take the rename back.
+bool Commit(QSaveFile *file)
+{
+    if (!file->flush() || !file->commit())
+        return false;
+    SyncFolder(QFileInfo(file->fileName()).path());
+    return true;
+}
+
+} // namespace
+
+bool ReplaceFile(const QString &path, const QByteArray &bytes, QString *error)
+{
+    if (!IsRegularOrMissing(path, error))
+        return false;
+    QSaveFile file(path);
+    if (file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && Commit(&file))
+        return true;
+    *error = file.errorString();
+    return false;
+}
+
+bool CopyWholeFile(const QString &source, const QString &target, QString *error)
+{
+    if (!IsRegularOrMissing(source, error) || !IsRegularOrMissing(target, error))
+        return false;
+    QFile in(source);
+    if (!in.open(QIODevice::ReadOnly)) {
+        *error = in.errorString();
+        return false;
+    }
+    QSaveFile out(target);
+    bool isGood = out.open(QIODevice::WriteOnly);
+    for (QByteArray piece = in.read(PieceBytes); isGood && !piece.isEmpty(); piece = in.read(PieceBytes))
+        isGood = out.write(piece) == piece.size();
+    if (in.error() != QFileDevice::NoError) {
+        *error = in.errorString();
+        return false;
+    }
+    if (isGood && Commit(&out))
+        return true;
+    *error = out.errorString();
+    return false;
+}
