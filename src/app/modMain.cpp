@@ -75,7 +75,7 @@ bool MakeFirstDatabase(const QString &applicationFolder, Desktop &desktop)
     const QFileInfo file(DatabasePath(applicationFolder));
     const QDir backups(BackupFolder(applicationFolder));
     const auto anything = QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden | QDir::System;
-    if (file.size() > 0 || file.isSymLink() || !backups.isEmpty(anything))
+    if (file.exists() || file.isSymLink() || !backups.isEmpty(anything))
         return true;
     StudyDatabase database(desktop);
     return OpenOrReport(file.filePath(), desktop, database) && DBCreateKotoban(database);

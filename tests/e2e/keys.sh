@@ -102,10 +102,7 @@ xdotool key Home Return
 wait_for "the message" is_focused '^瞬記帳$'
 xdotool key Return
 wait_for "the page" is_focused "$study"
-xdotool key alt+F4
-wait_for "the message at the end" is_focused '^瞬記帳$'
-xdotool key Return
-wait_for_end 0
+end
 rm "$application/txt/'.txt"
 
 rm "$application/Kotoban.ini"

@@ -155,18 +155,18 @@ TEST(CodePage, IsThatOfTheSystemsConverter)
         iconv(converter, nullptr, nullptr, nullptr, nullptr);
         return isGood ? output.first(output.size() - qsizetype(outLeft)) : QByteArray();
     };
-    const auto unitBytes = [](char16_t unit) { return QByteArray(1, char(unit & 0xFF)) + char(unit >> 8); };
     int characters = 0;
-    for (int unit = 1; unit <= 0xFFFF; ++unit) {
-        if (QChar::isSurrogate(char32_t(unit)))
-            continue;
-        const QByteArray bytes = convert(encoder, unitBytes(char16_t(unit)));
-        const QString text = QChar(char16_t(unit));
-        if (bytes.isEmpty() || unit == 0x80 || unit == 0xA0 || unit >= 0xF8F0) // private meanings of some systems
+    for (int code = 1; code <= 0xFFFF; ++code) {
+        QByteArray bytes(1, char(code & 0xFF));
+        if (code > 0xFF)
+            bytes.prepend(char(code >> 8));
+        const QByteArray unit = convert(decoder, bytes);
+        if (unit.size() != 2 || code == 0x80 || code == 0xA0 || (code >= 0xFD && code <= 0xFF)) // private meanings
             continue;
         ++characters;
-        EXPECT_EQ(ToCodePage932(text), bytes) << unit;
-        EXPECT_EQ(convert(decoder, bytes), unitBytes(FromCodePage932(bytes).at(0).unicode())) << unit;
+        const QString text = QChar(quint8(unit[0]), quint8(unit[1]));
+        EXPECT_EQ(FromCodePage932(bytes), text) << code;
+        EXPECT_EQ(ToCodePage932(text), convert(encoder, unit)) << code;
     }
     EXPECT_GT(characters, 7000);
     iconv_close(decoder);
