@@ -6,12 +6,6 @@
 
 using namespace Qt::Literals::StringLiterals;
 
-namespace {
-
-constexpr qsizetype PieceBytes = 1 << 20; // that are read and written at a time
-
-} // namespace
-
 QString JoinPath(const QString &folder, const QString &name)
 {
     return QDir::toNativeSeparators(folder) + QDir::separator() + name;
@@ -26,7 +20,7 @@ bool IsRegularOrMissing(const QString &path, QString *error)
     return false;
 }
 
-bool ReadWholeFile(const QString &path, QByteArray *bytes, QString *error, const std::function<void()> &whileReading)
+bool ReadWholeFile(const QString &path, QByteArray *bytes, QString *error)
 {
     QFile file(path);
     bytes->clear();
@@ -44,13 +38,11 @@ bool ReadWholeFile(const QString &path, QByteArray *bytes, QString *error, const
     // The size is only what the file had a moment ago, and 0 for some files of the system that are not empty.
     bytes->resize(file.size());
     qsizetype done = 0;
-    for (qint64 taken = 1; taken > 0 && done < bytes->size(); done += qMax(taken, qint64(0))) {
-        taken = file.read(bytes->data() + done, qMin(PieceBytes, bytes->size() - done));
-        if (whileReading)
-            whileReading();
-    }
+    for (qint64 taken = 1; taken > 0 && done < bytes->size(); done += qMax(taken, qint64(0)))
+        taken = file.read(bytes->data() + done, bytes->size() - done);
     bytes->truncate(done);
-    for (QByteArray more = file.read(PieceBytes); !more.isEmpty(); more = file.read(PieceBytes)) {
+    constexpr qsizetype pieceBytes = 1 << 16;
+    for (QByteArray more = file.read(pieceBytes); !more.isEmpty(); more = file.read(pieceBytes)) {
         *bytes += more;
         if (bytes->size() > MostFileBytes)
             break;

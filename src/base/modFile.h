@@ -4,8 +4,6 @@
 #include <QByteArray>
 #include <QString>
 
-#include <functional>
-
 /// Folder and name joined by the system's own separator.
 QString JoinPath(const QString &folder, const QString &name);
 
@@ -15,14 +13,14 @@ QString JoinPath(const QString &folder, const QString &name);
 /// @return false for anything else; error then holds the reason
 bool IsRegularOrMissing(const QString &path, QString *error);
 
-/// Largest file that is read, in bytes: as a text it still has places of 32 bits, even with two characters for a byte.
-constexpr qint64 MostFileBytes = 1'000'000'000;
+/// Largest file that is read, in bytes. All of them are texts that a person types; a study file of a million lines has
+/// half of it. The window waits while a file is read, and this keeps the wait short.
+constexpr qint64 MostFileBytes = 64 * 1024 * 1024;
 
 /// Reads a whole file, which has to be a regular one.
-/// @param whileReading  called now and then, where the reader wants to be heard of before the end
-/// @return false when it is too large or cannot be read to its end; error then holds the reason and bytes is empty
-bool ReadWholeFile(const QString &path, QByteArray *bytes, QString *error,
-                   const std::function<void()> &whileReading = {});
+/// @return false when it is larger than MostFileBytes or cannot be read to its end; error then holds the reason and
+/// bytes is empty
+bool ReadWholeFile(const QString &path, QByteArray *bytes, QString *error);
 
 /// A text as part of a file's name: every character that a file name cannot hold on one of the systems becomes "_", the
 /// separators of paths among them.

@@ -1,7 +1,5 @@
 #include "files/StudyFileModel.h"
 
-#include "widgets/BusyPointer.h"
-
 #include <QApplication>
 #include <QPainter>
 
@@ -17,9 +15,16 @@ StudyFileModel::StudyFileModel(StudyFolder &folder, QObject *parent) : QAbstract
 void StudyFileModel::Refresh()
 {
     beginResetModel();
-    m_wanted.clear();
+    DropChecks();
     m_folder.Refresh();
     endResetModel();
+}
+
+void StudyFileModel::DropChecks()
+{
+    m_wanted.clear();
+    m_newWishes = 0;
+    m_checking.stop();
 }
 
 int StudyFileModel::rowCount(const QModelIndex &parent) const
@@ -41,7 +46,7 @@ QVariant StudyFileModel::data(const QModelIndex &index, int role) const
     if (role != FaultRole)
         return QVariant();
     if (!m_folder.IsChecked(name) && !m_wanted.contains(name)) {
-        m_wanted += name;
+        m_wanted.insert(m_newWishes++, name);
         m_checking.start(0);
     }
     return m_folder.Fault(name);
@@ -49,16 +54,11 @@ QVariant StudyFileModel::data(const QModelIndex &index, int role) const
 
 void StudyFileModel::CheckNext()
 {
-    if (m_wanted.isEmpty())
-        return;
     const QString name = m_wanted.takeFirst();
-    {
-        BusyPointer pointer;
-        m_folder.Check(name, [&pointer] { pointer.Tick(); });
-    }
+    m_newWishes = 0;
+    m_folder.Check(name);
     const QModelIndex changed = index(int(m_folder.Names().indexOf(name)));
-    if (changed.isValid()) // the folder may have been listed again meanwhile
-        Q_EMIT dataChanged(changed, changed, {FaultRole, Qt::ToolTipRole, Qt::AccessibleTextRole});
+    Q_EMIT dataChanged(changed, changed, {FaultRole, Qt::ToolTipRole, Qt::AccessibleTextRole});
     if (!m_wanted.isEmpty())
         m_checking.start(0);
 }

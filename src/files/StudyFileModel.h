@@ -1,5 +1,5 @@
-// The study files as a list view shows them. What is wrong with a file is found out for the rows that are painted, one
-// file after the other once the window is there.
+// The study files as a list view shows them. What is wrong with a file is found out for the rows that are painted: one
+// file at a time, between the window's events, those of the latest painting first.
 #pragma once
 
 #include "files/modStudyFolder.h"
@@ -20,6 +20,9 @@ class StudyFileModel : public QAbstractListModel
     /// Lists the folder again.
     void Refresh();
 
+    /// Gives up the checks that were asked for and not made yet, for when the list is no longer seen.
+    void DropChecks();
+
     int rowCount(const QModelIndex &parent = QModelIndex()) const override;
 
     /// Qt::DisplayRole: the file's name. FaultRole: the remarks on it, or an empty text; asking for those of a file
@@ -31,8 +34,9 @@ class StudyFileModel : public QAbstractListModel
     void CheckNext();
 
     StudyFolder &m_folder;
-    mutable QStringList m_wanted; // files whose check was asked for
-    mutable QTimer m_checking;
+    mutable QStringList m_wanted;      // files whose check was asked for, the next one first
+    mutable qsizetype m_newWishes = 0; // how many of them were asked for since the last check
+    mutable QTimer m_checking{this};
 };
 
 /// Paints a file's name, and at the right edge, dimmed, the remarks on the file. The name is cut in its middle where

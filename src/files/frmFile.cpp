@@ -13,7 +13,6 @@
 #include "settings/modEditor.h"
 #include "text/modCheckText.h"
 #include "text/modReadText.h"
-#include "widgets/BusyPointer.h"
 #include "widgets/PageFont.h"
 #include "widgets/ScreenFit.h"
 
@@ -242,6 +241,13 @@ void frmFile::showEvent(QShowEvent *event)
     Form_Activate();
 }
 
+/// A window that was left keeps nobody waiting for files that it would have gone on to check.
+void frmFile::hideEvent(QHideEvent *event)
+{
+    m_files->DropChecks();
+    QDialog::hideEvent(event);
+}
+
 void frmFile::keyPressEvent(QKeyEvent *event)
 {
     const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
@@ -274,12 +280,7 @@ void frmFile::cmdSelect_Click()
     StudyLines lines;
     QString message;
     int errorLine = 0;
-    bool isAccepted = false;
-    {
-        BusyPointer pointer;
-        isAccepted = ReadTextFile(path, MaxLineBytes, &lines, &message, &errorLine, [&pointer] { pointer.Tick(); });
-    }
-    if (!isAccepted) {
+    if (!ReadTextFile(path, MaxLineBytes, &lines, &message, &errorLine)) {
         const QString question = message + u"\r\nこのファイルを開きますか？"_s;
         if (m_msg.DispFrmMsg(this, question, MsgStyle::YesNo, u"notify.wav"_s) == MsgResult::Ok)
             OpenInEditor(m_desktop, m_textEditor, path, errorLine);

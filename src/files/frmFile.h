@@ -48,6 +48,7 @@ class frmFile : public QDialog
 
   protected:
     void showEvent(QShowEvent *event) override;
+    void hideEvent(QHideEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
 
   private:

@@ -44,29 +44,29 @@ bool StudyFolder::IsChecked(const QString &name) const
     return m_entries.value(name).isChecked;
 }
 
-void StudyFolder::Check(const QString &name, const std::function<void()> &whileReading)
+void StudyFolder::Check(const QString &name)
 {
-    const QString fault = FileFault(PathOf(name), whileReading);
-    // The folder may have been listed again meanwhile, without the file.
     if (const auto entry = m_entries.find(name); entry != m_entries.end()) {
-        entry->fault = fault;
+        entry->fault = FileFault(PathOf(name));
         entry->isChecked = true;
     }
 }
 
 namespace {
 
-QString ContentFault(const QString &path, const std::function<void()> &whileReading)
+QString ContentFault(const QString &path)
 {
     QByteArray bytes;
     QString message;
     int line = 0;
-    if (!ReadWholeFile(path, &bytes, &message, whileReading))
+    if (QFileInfo(path).size() > MostFileBytes)
+        return u"64MB超過"_s;
+    if (!ReadWholeFile(path, &bytes, &message))
         return u"読み込み不可"_s;
     if (!CheckTextEncoding(path, bytes, &message))
         return u"文字コード＝"_s + FileCharCodeName(bytes);
     StudyLines lines;
-    ReadAllLines(bytes, ExpandTabs::Yes, &lines, whileReading);
+    ReadAllLines(bytes, ExpandTabs::Yes, &lines);
     if (!CheckLineBytes(lines, MaxLineBytes, &message, &line))
         return QString::number(line) + u"行目 "_s + QString::number(MaxLineBytes) + u"バイト超過"_s;
     if (!CheckBracketCount(lines, &message, &line) || !CheckBracketOrder(lines, &message, &line))
@@ -80,9 +80,9 @@ QString ContentFault(const QString &path, const std::function<void()> &whileRead
 
 } // namespace
 
-QString FileFault(const QString &path, const std::function<void()> &whileReading)
+QString FileFault(const QString &path)
 {
-    QStringList remarks = {ContentFault(path, whileReading)};
+    QStringList remarks = {ContentFault(path)};
     remarks.removeAll(QString());
     // The title goes into the statement that records a session as it is, and a quote ends the text there.
     if (GetFileTitle(path).contains(u'\''))

@@ -6,8 +6,6 @@
 #include <QString>
 #include <QStringList>
 
-#include <functional>
-
 class StudyFolder
 {
   public:
@@ -37,9 +35,8 @@ class StudyFolder
     /// and of none that a Refresh found with another size or time.
     bool IsChecked(const QString &name) const;
 
-    /// Reads one of the files and finds its remarks.
-    /// @param whileReading  called now and then, where the reader wants to be heard of before the end
-    void Check(const QString &name, const std::function<void()> &whileReading = {});
+    /// Reads one of the files, as of the last Refresh, and finds its remarks.
+    void Check(const QString &name);
 
   private:
     struct Entry
@@ -56,9 +53,10 @@ class StudyFolder
 };
 
 /// What the user should know of a study file, in the few words of a list entry. What keeps it from being opened:
-/// "文字コード＝EUC", "12行[ ]指定異常", "12行目 100バイト超過", "読み込み不可". What it opens without: "空欄なし",
-/// "空欄なし（［ ］は全角）", "学習記録なし（名前に '）". Several are joined by "、"; empty when there are none.
-QString FileFault(const QString &path, const std::function<void()> &whileReading = {});
+/// "文字コード＝EUC", "12行[ ]指定異常", "12行目 100バイト超過", "64MB超過", "読み込み不可". What it opens without:
+/// "空欄なし", "空欄なし（［ ］は全角）", "学習記録なし（名前に '）". Several are joined by "、"; empty when there are
+/// none.
+QString FileFault(const QString &path);
 
 /// The choice a command of the file list works on.
 /// @param selected  name of the selected file, empty when none is

@@ -5,35 +5,39 @@
 #include "settings/modCharCode.h"
 #include "text/modCheckText.h"
 
+#include <QFileInfo>
+
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-bool ReadAndCheck(const QString &path, int maxLineBytes, StudyLines *lines, QString *message, int *errorLine,
-                  const std::function<void()> &whileReading)
+bool ReadAndCheck(const QString &path, int maxLineBytes, StudyLines *lines, QString *message, int *errorLine)
 {
     *errorLine = 1;
+    if (QFileInfo(path).size() > MostFileBytes) {
+        *message = FileTooLargeMessage(GetFileTitle(path));
+        return false;
+    }
     QByteArray bytes;
     QString reason;
-    if (!ReadWholeFile(path, &bytes, &reason, whileReading)) {
+    if (!ReadWholeFile(path, &bytes, &reason)) {
         *message = UnreadableFileMessage(GetFileTitle(path), reason);
         return false;
     }
     if (!CheckTextEncoding(path, bytes, message))
         return false;
-    ReadAllLines(bytes, ExpandTabs::Yes, lines, whileReading);
+    ReadAllLines(bytes, ExpandTabs::Yes, lines);
     return CheckLineBytes(*lines, maxLineBytes, message, errorLine) && CheckBracketCount(*lines, message, errorLine) &&
            CheckBracketOrder(*lines, message, errorLine);
 }
 
 } // namespace
 
-bool ReadTextFile(const QString &path, int maxLineBytes, StudyLines *lines, QString *message, int *errorLine,
-                  const std::function<void()> &whileReading)
+bool ReadTextFile(const QString &path, int maxLineBytes, StudyLines *lines, QString *message, int *errorLine)
 {
     message->clear();
     lines->Clear();
-    const bool isAccepted = ReadAndCheck(path, maxLineBytes, lines, message, errorLine, whileReading);
+    const bool isAccepted = ReadAndCheck(path, maxLineBytes, lines, message, errorLine);
     if (isAccepted)
         *errorLine = 0;
     else
@@ -57,11 +61,8 @@ QString FileCharCodeName(const QByteArray &bytes)
     return GetCharCodeName(QByteArrayView(bytes.constData(), bytes.size() + 1));
 }
 
-void ReadAllLines(const QByteArray &bytes, ExpandTabs expandTabs, StudyLines *lines,
-                  const std::function<void()> &whileReading)
+void ReadAllLines(const QByteArray &bytes, ExpandTabs expandTabs, StudyLines *lines)
 {
-    constexpr int linesBetween = 10'000;
-    int linesLeft = linesBetween;
     const bool hasTabs = expandTabs == ExpandTabs::Yes && bytes.contains('\t');
     StudyLinesWriter writer(hasTabs ? 2 * bytes.size() : bytes.size());
     const char *const end = bytes.constData() + bytes.size();
@@ -84,11 +85,6 @@ void ReadAllLines(const QByteArray &bytes, ExpandTabs expandTabs, StudyLines *li
                 ++at;
             lineStart = at;
             tabsInLine = 0;
-            if (--linesLeft == 0) {
-                linesLeft = linesBetween;
-                if (whileReading)
-                    whileReading();
-            }
         } else if (byte == '\t' && hasTabs) {
             *writer.next++ = u' ';
             *writer.next++ = u' ';
@@ -119,6 +115,12 @@ QString WrongCharCodeMessage(const QString &fileTitle, const QString &codeName)
            u"\r\n    文字コード＝"_s + codeName +
            u"\r\n\r\nこのファイルをテキストエディタで開いて，ANSIまたはSJISで保存してから，\r\n"
            u"再度このファイルを選択してください。"_s;
+}
+
+QString FileTooLargeMessage(const QString &fileTitle)
+{
+    return u"次のテキストファイルは大きすぎるため読み込みできません。\r\n    ファイル名＝"_s + fileTitle +
+           u"\r\n\r\nこのファイルを64MB以下のファイルに分けてから，\r\n再度ファイルを選択してください。"_s;
 }
 
 QString UnreadableFileMessage(const QString &fileTitle, const QString &reason)

@@ -19,7 +19,6 @@
 #include "view/modStudyClock.h"
 #include "view/modWordAt.h"
 #include "view/picText.h"
-#include "widgets/BusyPointer.h"
 #include "widgets/FlowLayout.h"
 #include "widgets/InputGuard.h"
 #include "widgets/ScreenFit.h"
@@ -497,11 +496,8 @@ void frmText::OpenSession(const QString &path)
 bool frmText::LoadFile(const QString &path, bool keepsAnswers, QString *message, int *errorLine)
 {
     StudyLines lines;
-    {
-        BusyPointer pointer;
-        if (!ReadTextFile(path, MaxLineBytes, &lines, message, errorLine, [&pointer] { pointer.Tick(); }) || m_isEnded)
-            return false;
-    }
+    if (!ReadTextFile(path, MaxLineBytes, &lines, message, errorLine))
+        return false;
     m_isTextLoaded = true;
     m_text = DisplayText(std::move(lines));
     *message = BadPictureNamesMessage(BadPictureNames(m_text));

@@ -1,3 +1,4 @@
+#include "base/modFile.h"
 #include "files/frmFile.h"
 #include "settings/frmMsg.h"
 #include "support/DialogScript.h"
@@ -50,6 +51,9 @@ TEST(StudyFolder, ListsTextFilesByNameAndSaysWhatIsWrongWithThem)
     EXPECT_EQ(files.Fault(u"long.txt"_s), QString()) << "gone";
     QFile::remove(folder.Path(u"a.txt"_s));
     EXPECT_EQ(FileFault(folder.Path(u"a.txt"_s)), u"読み込み不可"_s);
+    QFile large(folder.Write(u"large.txt"_s, ""));
+    ASSERT_TRUE(large.resize(MostFileBytes + 1)) << "without a block on the disk";
+    EXPECT_EQ(FileFault(large.fileName()), u"64MB超過"_s);
 }
 
 TEST(FileFault, SaysWhatTheFileIsOpenedWithout)
@@ -138,6 +142,22 @@ TEST_F(FileWindowTest, RefusesWithoutSelectionAndOffersTheEditorForABadFile)
     EXPECT_EQ(desktop.commands, QStringList(u"sakura.exe -Y=2 \""_s + QDir::toNativeSeparators(bad) + u'"'));
     EXPECT_EQ(desktop.opened, QStringList(QDir::toNativeSeparators(folder.Path(u"txt"_s))));
     EXPECT_FALSE(database.SQLite3NonQuery(u"create table t (a)"_s)) << "the end button closes the database";
+}
+
+TEST_F(FileWindowTest, LeavingTheWindowGivesUpTheChecks)
+{
+    script.When(u"frmFile"_s, [this](QWidget *dialog) {
+        const auto *const list = dialog->findChild<QListView *>(u"lstFile"_s);
+        const auto *const checking = window.findChild<QTimer *>(u"tmrCheck"_s);
+        folder.WriteStudyFile(u"txt/bad.txt"_s, {u"[ab"_s});
+        dialog->findChild<QAbstractButton *>(u"cmdRefresh"_s)->click();
+        dialog->grab();
+        EXPECT_TRUE(checking->isActive()) << "a painted file is yet to be checked";
+        dialog->close();
+        EXPECT_FALSE(checking->isActive());
+        EXPECT_EQ(list->model()->index(1, 0).data(Qt::ToolTipRole).toString(), u"bad.txt"_s);
+    });
+    window.Choose(QString());
 }
 
 TEST_F(FileWindowTest, EveryControlHasItsName)
