@@ -1,7 +1,7 @@
 // A small picture of the study history: minutes studied per day as bars, answers as a line.
 #pragma once
 
-#include "files/modHistory.h"
+#include "files/modHistoryChart.h"
 
 #include <QWidget>
 
@@ -21,7 +21,11 @@ class HistoryChart : public QWidget
     void paintEvent(QPaintEvent *event) override;
 
   private:
-    QDate m_endDate;
-    int m_dayCount = 0;
-    std::vector<DayTotal> m_days;
+    void PaintSpan(QPainter *painter) const;
+    void PaintBars(QPainter *painter, const QRect &plot, const std::vector<HistoryBar> &bars, qint64 mostSeconds) const;
+    void PaintLine(QPainter *painter, const QRect &plot, const std::vector<HistoryBar> &bars, qint64 mostAnswers) const;
+    void PaintLegend(QPainter *painter, qint64 mostSeconds, qint64 mostAnswers) const;
+    QRect TextRect() const;
+
+    History m_history;
 };

@@ -1,30 +1,23 @@
 #include "files/frmFile.h"
 
-#include "base/modCodePage.h"
-#include "base/modDateText.h"
 #include "base/modFile.h"
 #include "base/modLog.h"
 #include "base/modProduct.h"
-#include "files/HistoryChart.h"
+#include "files/HistoryPanel.h"
+#include "files/NamedControls.h"
 #include "files/StudyFileModel.h"
 #include "files/modPrintableCopy.h"
-#include "platform/modReplaceFile.h"
 #include "settings/frmMsg.h"
 #include "settings/modEditor.h"
 #include "text/modCheckText.h"
 #include "text/modReadText.h"
-#include "widgets/PageFont.h"
 #include "widgets/ScreenFit.h"
 
 #include <QGridLayout>
-#include <QKeyEvent>
 #include <QLabel>
-#include <QLineEdit>
 #include <QListView>
 #include <QPainter>
 #include <QPushButton>
-#include <QSignalBlocker>
-#include <QStringListModel>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -49,32 +42,23 @@ class ElidedLabel : public QLabel
     }
 };
 
-QLabel *NamedLabel(const QString &name, const QString &text, QWidget *parent)
-{
-    auto *const label = new QLabel(text, parent);
-    label->setObjectName(name);
-    return label;
-}
-
 } // namespace
 
 frmFile::frmFile(Desktop &desktop, StudyDatabase &database, frmMsg &msg, const QString &applicationFolder,
                  const QString &userName, QWidget *owner)
     : QDialog(owner), m_desktop(desktop), m_database(database), m_msg(msg),
-      m_folder(JoinPath(applicationFolder, u"txt"_s)), m_reportFolder(JoinPath(applicationFolder, u"rec"_s)),
-      m_userName(userName), m_files(new StudyFileModel(m_folder, this)), lstFile(new QListView(this)),
-      lblFolder(new ElidedLabel(u"lblFolder"_s, this)), lblUserName(new ElidedLabel(u"lblUserName"_s, this)),
-      m_records(new QStringListModel(this)), lstRecord(new QListView(this)), txtWeekN(new QLineEdit(this)),
-      txtYmd(new QLineEdit(this)), lblSumTime(new QLabel(this)), lblSumAns(new QLabel(this)),
-      picHistory(new HistoryChart(this))
+      m_folder(JoinPath(applicationFolder, u"txt"_s)), m_files(new StudyFileModel(m_folder, this)),
+      lstFile(new QListView(this)), lblFolder(new ElidedLabel(u"lblFolder"_s, this)),
+      lblUserName(new ElidedLabel(u"lblUserName"_s, this)),
+      m_history(new HistoryPanel(desktop, database, msg, JoinPath(applicationFolder, u"rec"_s), userName, this))
 {
     setObjectName(u"frmFile"_s);
     auto *const content = new QWidget(this);
     content->setObjectName(u"content"_s);
     auto *const halves = new QBoxLayout(QBoxLayout::LeftToRight, content);
-    halves->addLayout(FileControls(), 1);
+    halves->addLayout(FileControls(userName), 1);
     halves->addSpacing(fontMetrics().averageCharWidth());
-    halves->addLayout(HistoryControls(), 1);
+    halves->addWidget(m_history, 1);
     SetTabOrder();
     if (content->minimumSizeHint().width() > RoomOnScreen(this).width())
         halves->setDirection(QBoxLayout::TopToBottom);
@@ -84,7 +68,7 @@ frmFile::frmFile(Desktop &desktop, StudyDatabase &database, frmMsg &msg, const Q
 
 frmFile::~frmFile() = default;
 
-QLayout *frmFile::FileControls()
+QLayout *frmFile::FileControls(const QString &userName)
 {
     lstFile->setObjectName(u"lstFile"_s);
     lstFile->setAccessibleName(u"学習ファイル"_s);
@@ -99,32 +83,8 @@ QLayout *frmFile::FileControls()
 
     lblFolder->setText(m_folder.Path());
     lblFolder->setToolTip(m_folder.Path());
-    lblUserName->setText(m_userName);
-    lblUserName->setToolTip(m_userName);
-
-    QPushButton *const cmdSelect = AddButton(u"cmdSelect"_s, u"このファイルで学習(&S)"_s, &frmFile::cmdSelect_Click);
-    QPushButton *const cmdEdit = AddButton(u"cmdEdit"_s, u"編集(&E)"_s, &frmFile::cmdEdit_Click);
-    QPushButton *const cmdRefresh = AddButton(u"cmdRefresh"_s, u"一覧を更新(&R)"_s, &frmFile::cmdRefresh_Click);
-    QPushButton *const cmdOpenFolder =
-        AddButton(u"cmdOpenFolder"_s, u"フォルダを開く(&O)"_s, &frmFile::cmdOpenFolder_Click);
-    QPushButton *const cmdConvFile = AddButton(u"cmdConvFile"_s, u"印刷用に変換(&P)"_s, &frmFile::cmdConvFile_Click);
-    QPushButton *const cmdCancel = AddButton(u"cmdCancel"_s, u"キャンセル"_s, &frmFile::cmdCancel_Click);
-    QPushButton *const cmdEnd = AddButton(u"cmdEnd"_s, u"終了(&X)"_s, &frmFile::cmdEnd_Click);
-    cmdSelect->setDefault(true);
-    cmdSelect->setToolTip(u"選択したファイルで学習します (Enter)"_s);
-    cmdEdit->setToolTip(u"選択したファイルをテキストエディタで開きます (Alt+E)"_s);
-    cmdRefresh->setToolTip(u"フォルダの中をもう一度調べます (Alt+R)"_s);
-    cmdOpenFolder->setToolTip(u"学習ファイルのフォルダを開きます (Alt+O)"_s);
-    cmdConvFile->setToolTip(u"正解を空欄にした印刷用のファイルを作ります (Alt+P)"_s);
-    cmdCancel->setToolTip(u"選ばずに学習画面に戻ります (Esc)"_s);
-    cmdEnd->setToolTip(u"瞬記帳を終了します (Alt+X)"_s);
-
-    auto *const buttons = new QVBoxLayout;
-    for (QPushButton *const button : {cmdSelect, cmdEdit, cmdRefresh, cmdOpenFolder, cmdConvFile})
-        buttons->addWidget(button);
-    buttons->addStretch();
-    buttons->addWidget(cmdCancel);
-    buttons->addWidget(cmdEnd);
+    lblUserName->setText(userName);
+    lblUserName->setToolTip(userName);
 
     auto *const grid = new QGridLayout;
     grid->addWidget(NamedLabel(u"lblFolderCaption"_s, u"フォルダ："_s, this), 0, 0);
@@ -132,71 +92,40 @@ QLayout *frmFile::FileControls()
     grid->addWidget(NamedLabel(u"lblUserNameCaption"_s, u"利用者："_s, this), 1, 0);
     grid->addWidget(lblUserName, 1, 1);
     grid->addWidget(lstFile, 2, 0, 1, 2);
-    grid->addLayout(buttons, 2, 2);
+    grid->addLayout(FileButtons(), 2, 2);
     grid->setColumnStretch(1, 1);
     grid->setRowStretch(2, 1);
     return grid;
 }
 
-QLayout *frmFile::HistoryControls()
+QLayout *frmFile::FileButtons()
 {
-    lstRecord->setObjectName(u"lstRecord"_s);
-    lstRecord->setAccessibleName(u"学習記録"_s);
-    lstRecord->setModel(m_records);
-    lstRecord->setFont(PageFont()); // the numbers stand below each other
-    lstRecord->setUniformItemSizes(true);
-    lstRecord->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    lstRecord->setMinimumSize(fontMetrics().averageCharWidth() * 40, fontMetrics().lineSpacing() * 8);
-    txtWeekN->setObjectName(u"txtWeekN"_s);
-    txtWeekN->setAccessibleName(u"週の数"_s);
-    txtWeekN->setToolTip(u"何週間分の記録を表示するか (Alt+K)"_s);
-    FitToText(txtWeekN, QString::number(MostWeeks));
-    txtWeekN->setAlignment(Qt::AlignRight);
-    txtYmd->setObjectName(u"txtYmd"_s);
-    txtYmd->setAccessibleName(u"最後の日"_s);
-    txtYmd->setToolTip(u"記録の最後の日（年/月/日） (Alt+D)"_s);
-    FitToText(txtYmd, u"0000/00/00"_s);
-    lblSumTime->setObjectName(u"lblSumTime"_s);
-    lblSumAns->setObjectName(u"lblSumAns"_s);
-    lblSumTime->setAccessibleDescription(u"総学習時間"_s);
-    lblSumAns->setAccessibleDescription(u"総回答数"_s);
-    connect(txtWeekN, &QLineEdit::textChanged, this, &frmFile::txtWeekN_Change);
-    connect(txtYmd, &QLineEdit::textChanged, this, &frmFile::txtYmd_Change);
-    // The list follows the typing. Enter there must not open a file.
-    connect(txtWeekN, &QLineEdit::returnPressed, txtWeekN, &QLineEdit::selectAll);
-    connect(txtYmd, &QLineEdit::returnPressed, txtYmd, &QLineEdit::selectAll);
+    QPushButton *const cmdSelect = AddButton(u"cmdSelect"_s, u"このファイルで学習(&S)"_s,
+                                             u"選択したファイルで学習します (Enter)"_s, &frmFile::cmdSelect_Click);
+    QPushButton *const cmdEdit =
+        AddButton(u"cmdEdit"_s, u"編集(&E)"_s, u"選択したファイルをテキストエディタで開きます (Alt+E)"_s,
+                  &frmFile::cmdEdit_Click);
+    QPushButton *const cmdRefresh = AddButton(u"cmdRefresh"_s, u"一覧を更新(&R)"_s,
+                                              u"フォルダの中をもう一度調べます (Alt+R)"_s, &frmFile::cmdRefresh_Click);
+    QPushButton *const cmdOpenFolder =
+        AddButton(u"cmdOpenFolder"_s, u"フォルダを開く(&O)"_s, u"学習ファイルのフォルダを開きます (Alt+O)"_s,
+                  &frmFile::cmdOpenFolder_Click);
+    QPushButton *const cmdConvFile =
+        AddButton(u"cmdConvFile"_s, u"印刷用に変換(&P)"_s, u"正解を空欄にした印刷用のファイルを作ります (Alt+P)"_s,
+                  &frmFile::cmdConvFile_Click);
+    QPushButton *const cmdCancel =
+        AddButton(u"cmdCancel"_s, u"キャンセル"_s, u"選ばずに学習画面に戻ります (Esc)"_s, &frmFile::cmdCancel_Click);
+    QPushButton *const cmdEnd =
+        AddButton(u"cmdEnd"_s, u"終了(&X)"_s, u"瞬記帳を終了します (Alt+X)"_s, &frmFile::cmdEnd_Click);
+    cmdSelect->setDefault(true);
 
-    auto *const span = new QHBoxLayout;
-    auto *const lblYmd = NamedLabel(u"lblYmd"_s, u"学習記録(&D)："_s, this);
-    lblYmd->setBuddy(txtYmd);
-    auto *const lblWeekN = NamedLabel(u"lblWeekN"_s, u"週間(&K)"_s, this);
-    lblWeekN->setBuddy(txtWeekN);
-    span->addWidget(lblYmd);
-    span->addWidget(txtYmd);
-    span->addWidget(NamedLabel(u"lblUntil"_s, u"まで"_s, this));
-    span->addWidget(txtWeekN);
-    span->addWidget(lblWeekN);
-    QPushButton *const cmdInc = AddButton(u"cmdInc"_s, u"＋1週(&W)"_s, &frmFile::cmdInc_Click);
-    cmdInc->setToolTip(u"もう一週前まで表示します (Alt+W)"_s);
-    span->addWidget(cmdInc);
-    span->addStretch();
-    auto *const totals = new QHBoxLayout;
-    totals->addWidget(NamedLabel(u"lblSumTimeCaption"_s, u"総学習時間："_s, this));
-    totals->addWidget(lblSumTime);
-    totals->addSpacing(fontMetrics().averageCharWidth() * 2);
-    totals->addWidget(NamedLabel(u"lblSumAnsCaption"_s, u"総回答数："_s, this));
-    totals->addWidget(lblSumAns);
-    totals->addStretch();
-    QPushButton *const cmdFile = AddButton(u"cmdFile"_s, u"ファイルに出力(&F)"_s, &frmFile::cmdFile_Click);
-    cmdFile->setToolTip(u"この学習記録を rec フォルダのファイルに書き出します (Alt+F)"_s);
-    totals->addWidget(cmdFile);
-
-    auto *const column = new QVBoxLayout;
-    column->addLayout(span);
-    column->addWidget(lstRecord, 1);
-    column->addWidget(picHistory);
-    column->addLayout(totals);
-    return column;
+    auto *const buttons = new QVBoxLayout;
+    for (QPushButton *const button : {cmdSelect, cmdEdit, cmdRefresh, cmdOpenFolder, cmdConvFile})
+        buttons->addWidget(button);
+    buttons->addStretch();
+    buttons->addWidget(cmdCancel);
+    buttons->addWidget(cmdEnd);
+    return buttons;
 }
 
 /// By keys one goes through the window as one reads it: the files and what can be done with them, then the history.
@@ -212,11 +141,10 @@ void frmFile::SetTabOrder()
     }
 }
 
-QPushButton *frmFile::AddButton(const QString &name, const QString &caption, void (frmFile::*handler)())
+QPushButton *frmFile::AddButton(const QString &name, const QString &caption, const QString &toolTip,
+                                void (frmFile::*handler)())
 {
-    auto *const button = new QPushButton(caption, this);
-    button->setObjectName(name);
-    button->setAutoDefault(false);
+    QPushButton *const button = NamedButton(name, caption, toolTip, this);
     connect(button, &QPushButton::clicked, this, handler);
     return button;
 }
@@ -248,24 +176,11 @@ void frmFile::hideEvent(QHideEvent *event)
     QDialog::hideEvent(event);
 }
 
-void frmFile::keyPressEvent(QKeyEvent *event)
-{
-    const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-    if (isEnter && (txtWeekN->hasFocus() || txtYmd->hasFocus()))
-        event->accept();
-    else
-        QDialog::keyPressEvent(event);
-}
-
 void frmFile::Form_Activate()
 {
     WriteTrace(u"■frmFile.Form_Activate");
     ListFiles();
-    const QSignalBlocker noChangeOfWeeks(txtWeekN);
-    const QSignalBlocker noChangeOfDate(txtYmd);
-    txtYmd->setText(DateText(m_desktop.Now().date()));
-    txtWeekN->setText(u"1"_s);
-    ShowRecordWhenValid();
+    m_history->ShowThisWeek(m_textEditor);
     activateWindow();
     lstFile->setFocus();
 }
@@ -339,56 +254,6 @@ void frmFile::cmdEnd_Click()
     WriteTrace(u"■frmFile.cmdEnd_Click");
     m_database.Close();
     Leave(FileChoice::EndProgram);
-}
-
-void frmFile::txtWeekN_Change()
-{
-    WriteTrace(u"■frmFile.txtWeekN_Change");
-    ShowRecordWhenValid();
-}
-
-void frmFile::txtYmd_Change()
-{
-    WriteTrace(u"■frmFile.txtYmd_Change");
-    ShowRecordWhenValid();
-}
-
-void frmFile::cmdInc_Click()
-{
-    WriteTrace(u"■frmFile.cmdInc_Click");
-    txtWeekN->setText(QString::number(qMin(MostWeeks, m_history.weeks + 1)));
-}
-
-void frmFile::cmdFile_Click()
-{
-    WriteTrace(u"■frmFile.cmdFile_Click");
-    const QString path = JoinPath(m_reportFolder, ReportFileName(m_userName, m_desktop.Now().date(), m_history.weeks));
-    QString reason;
-    if (!ReplaceFile(path, ToCodePage932(ReportText(m_history)), &reason)) {
-        m_msg.DispFrmMsg(this, u"学習記録をファイルに出力できません。\r\n  "_s + path + u"\r\n  "_s + reason,
-                         MsgStyle::Ok, u"notify.wav"_s);
-        return;
-    }
-    const QString question = u"学習記録をファイルに出力しました。\r\nこのファイルを開きますか？\r\n"_s;
-    if (m_msg.DispFrmMsg(this, question, MsgStyle::YesNo, u"start.wav"_s) == MsgResult::Ok)
-        OpenInEditor(m_desktop, m_textEditor, path, 1);
-}
-
-/// Shows the history that the two inputs name; while one of them is no number of weeks or no date, all stays as it is.
-void frmFile::ShowRecordWhenValid()
-{
-    const int weeks = ReadWeeks(txtWeekN->text());
-    if (weeks > 0 && DateFromText(txtYmd->text()).isValid())
-        ShowRecord(weeks);
-}
-
-void frmFile::ShowRecord(int weeks)
-{
-    m_history = ReadHistory(m_database, DateFromText(txtYmd->text()), weeks, m_userName);
-    m_records->setStringList(m_history.lines);
-    lblSumTime->setText(m_history.totalTime);
-    lblSumAns->setText(m_history.totalAnswers);
-    picHistory->SetHistory(m_history);
 }
 
 /// Lists the folder and keeps the selection on the same file, where it is still there.

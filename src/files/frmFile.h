@@ -1,8 +1,7 @@
-// The file selection window: lists the study files and chooses one, writes printable copies, and shows the study
-// history of the user, which it also writes to a report file.
+// The file selection window: lists the study files and chooses one, and writes printable copies. Its other half, the
+// study history, is a widget of its own.
 #pragma once
 
-#include "files/modHistory.h"
 #include "files/modStudyFolder.h"
 #include "platform/modDesktop.h"
 #include "store/Sqlite3Func.h"
@@ -10,13 +9,11 @@
 #include <QDialog>
 
 class frmMsg;
-class HistoryChart;
+class HistoryPanel;
 class QLabel;
 class QLayout;
-class QLineEdit;
 class QListView;
 class QPushButton;
-class QStringListModel;
 class StudyFileModel;
 
 /// How the file selection window was left.
@@ -49,7 +46,6 @@ class frmFile : public QDialog
   protected:
     void showEvent(QShowEvent *event) override;
     void hideEvent(QHideEvent *event) override;
-    void keyPressEvent(QKeyEvent *event) override;
 
   private:
     void Form_Load();
@@ -61,17 +57,12 @@ class frmFile : public QDialog
     void cmdConvFile_Click();
     void cmdCancel_Click();
     void cmdEnd_Click();
-    void txtWeekN_Change();
-    void txtYmd_Change();
-    void cmdInc_Click();
-    void cmdFile_Click();
 
-    QLayout *FileControls();
-    QLayout *HistoryControls();
+    QLayout *FileControls(const QString &userName);
+    QLayout *FileButtons();
     void SetTabOrder();
-    void ShowRecord(int weeks);
-    void ShowRecordWhenValid();
-    QPushButton *AddButton(const QString &name, const QString &caption, void (frmFile::*handler)());
+    QPushButton *AddButton(const QString &name, const QString &caption, const QString &toolTip,
+                           void (frmFile::*handler)());
     void ListFiles();
     QString SelectedName() const;
     bool TakeSelection(bool isForPrinting, QString *name);
@@ -81,8 +72,6 @@ class frmFile : public QDialog
     StudyDatabase &m_database;
     frmMsg &m_msg;
     StudyFolder m_folder;
-    QString m_reportFolder;
-    QString m_userName;
     QString m_textEditor;
     QString m_chosenPath;
     FileChoice m_choice = FileChoice::Cancelled;
@@ -91,13 +80,5 @@ class frmFile : public QDialog
     QListView *lstFile;
     QLabel *lblFolder;
     QLabel *lblUserName;
-
-    History m_history;
-    QStringListModel *m_records;
-    QListView *lstRecord;
-    QLineEdit *txtWeekN;
-    QLineEdit *txtYmd;
-    QLabel *lblSumTime;
-    QLabel *lblSumAns;
-    HistoryChart *picHistory;
+    HistoryPanel *m_history;
 };

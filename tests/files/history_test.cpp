@@ -1,6 +1,6 @@
 #include "base/modDateText.h"
 #include "files/frmFile.h"
-#include "files/modHistory.h"
+#include "files/modHistoryChart.h"
 #include "files/modPrintableCopy.h"
 #include "platform/modReplaceFile.h"
 #include "settings/frmMsg.h"
@@ -60,6 +60,33 @@ TEST(History, ReportNamesStayInTheirFolder)
     QString reason;
     EXPECT_FALSE(ReplaceFile(folder.Path(ReportFileName(QString(10'000, u'x'), today, 1)), "", &reason));
     EXPECT_FALSE(reason.isEmpty());
+}
+
+TEST(HistoryBars, HoldTheDaysOfTheSpanOldestFirst)
+{
+    const QDate end(2024, 3, 5);
+    History history;
+    history.endDate = end;
+    history.weeks = 2;
+    history.days = {
+        {end.addDays(1), 1000, 1000}, {end, 5, 50},          {end.addDays(-1), 4, 40},      {end.addDays(-6), 3, 30},
+        {end.addDays(-13), 2, 20},    {QDate(), 1000, 1000}, {end.addDays(-14), 1000, 1000}};
+    const Rows<const char *, int, std::vector<int>> rows = {
+        {"room for more than every day", 500, {2, 0, 0, 0, 0, 0, 0, 3, 0, 0, 0, 0, 4, 5}},
+        {"a bar a day", 14, {2, 0, 0, 0, 0, 0, 0, 3, 0, 0, 0, 0, 4, 5}},
+        {"a bar a week", 2, {2, 12}},
+        {"bars of four and five days", 3, {2, 3, 9}},
+        {"one bar", 1, {14}},
+    };
+    for (const auto &[name, mostBars, seconds] : rows) {
+        std::vector<int> barSeconds;
+        for (const HistoryBar &bar : HistoryBars(history, mostBars)) {
+            barSeconds.push_back(int(bar.seconds));
+            EXPECT_EQ(bar.answers, 10 * bar.seconds) << name;
+        }
+        EXPECT_EQ(barSeconds, seconds) << name;
+    }
+    EXPECT_TRUE(HistoryBars(History(), 14).empty());
 }
 
 TEST(PrintableCopy, KeepsTheTextAndBlanksTheAnswers)

@@ -1,0 +1,179 @@
+#include "files/HistoryPanel.h"
+
+#include "base/modCodePage.h"
+#include "base/modDateText.h"
+#include "base/modFile.h"
+#include "base/modLog.h"
+#include "files/HistoryChart.h"
+#include "files/NamedControls.h"
+#include "platform/modReplaceFile.h"
+#include "settings/frmMsg.h"
+#include "settings/modEditor.h"
+#include "widgets/PageFont.h"
+#include "widgets/ScreenFit.h"
+
+#include <QBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListView>
+#include <QPushButton>
+#include <QSignalBlocker>
+#include <QStringListModel>
+
+using namespace Qt::Literals::StringLiterals;
+
+HistoryPanel::HistoryPanel(Desktop &desktop, StudyDatabase &database, frmMsg &msg, const QString &reportFolder,
+                           const QString &userName, QWidget *parent)
+    : QWidget(parent), m_desktop(desktop), m_database(database), m_msg(msg), m_reportFolder(reportFolder),
+      m_userName(userName), m_records(new QStringListModel(this)), txtYmd(new QLineEdit(this)),
+      txtWeekN(new QLineEdit(this)), lstRecord(new QListView(this)), picHistory(new HistoryChart(this)),
+      lblSumTime(NamedLabel(u"lblSumTime"_s, QString(), this)), lblSumAns(NamedLabel(u"lblSumAns"_s, QString(), this))
+{
+    setObjectName(u"historyPanel"_s);
+    SetUpInputs();
+    SetUpList();
+    auto *const column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->addLayout(SpanRow());
+    column->addWidget(lstRecord, 1);
+    column->addWidget(picHistory);
+    column->addLayout(TotalsRow());
+}
+
+void HistoryPanel::SetUpInputs()
+{
+    txtWeekN->setObjectName(u"txtWeekN"_s);
+    txtWeekN->setAccessibleName(u"週の数"_s);
+    txtWeekN->setToolTip(u"何週間分の記録を表示するか (Alt+K)"_s);
+    FitToText(txtWeekN, QString::number(MostWeeks));
+    txtWeekN->setAlignment(Qt::AlignRight);
+    txtYmd->setObjectName(u"txtYmd"_s);
+    txtYmd->setAccessibleName(u"最後の日"_s);
+    txtYmd->setToolTip(u"記録の最後の日（年/月/日） (Alt+D)"_s);
+    FitToText(txtYmd, u"0000/00/00"_s);
+    connect(txtWeekN, &QLineEdit::textChanged, this, &HistoryPanel::txtWeekN_Change);
+    connect(txtYmd, &QLineEdit::textChanged, this, &HistoryPanel::txtYmd_Change);
+    // The list follows the typing. Enter there must not open a file.
+    connect(txtWeekN, &QLineEdit::returnPressed, txtWeekN, &QLineEdit::selectAll);
+    connect(txtYmd, &QLineEdit::returnPressed, txtYmd, &QLineEdit::selectAll);
+}
+
+void HistoryPanel::SetUpList()
+{
+    lstRecord->setObjectName(u"lstRecord"_s);
+    lstRecord->setAccessibleName(u"学習記録"_s);
+    lstRecord->setModel(m_records);
+    lstRecord->setFont(PageFont()); // the numbers stand below each other
+    lstRecord->setUniformItemSizes(true);
+    lstRecord->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    lstRecord->setMinimumSize(fontMetrics().averageCharWidth() * 40, fontMetrics().lineSpacing() * 8);
+}
+
+QBoxLayout *HistoryPanel::SpanRow()
+{
+    QLabel *const lblYmd = NamedLabel(u"lblYmd"_s, u"学習記録(&D)："_s, this);
+    lblYmd->setBuddy(txtYmd);
+    QLabel *const lblWeekN = NamedLabel(u"lblWeekN"_s, u"週間(&K)"_s, this);
+    lblWeekN->setBuddy(txtWeekN);
+    QPushButton *const cmdInc = NamedButton(u"cmdInc"_s, u"＋1週(&W)"_s, u"もう一週前まで表示します (Alt+W)"_s, this);
+    connect(cmdInc, &QPushButton::clicked, this, &HistoryPanel::cmdInc_Click);
+
+    auto *const row = new QHBoxLayout;
+    row->addWidget(lblYmd);
+    row->addWidget(txtYmd);
+    row->addWidget(NamedLabel(u"lblUntil"_s, u"まで"_s, this));
+    row->addWidget(txtWeekN);
+    row->addWidget(lblWeekN);
+    row->addWidget(cmdInc);
+    row->addStretch();
+    return row;
+}
+
+QBoxLayout *HistoryPanel::TotalsRow()
+{
+    lblSumTime->setAccessibleDescription(u"総学習時間"_s);
+    lblSumAns->setAccessibleDescription(u"総回答数"_s);
+    QPushButton *const cmdFile = NamedButton(u"cmdFile"_s, u"ファイルに出力(&F)"_s,
+                                             u"この学習記録を rec フォルダのファイルに書き出します (Alt+F)"_s, this);
+    connect(cmdFile, &QPushButton::clicked, this, &HistoryPanel::cmdFile_Click);
+
+    auto *const row = new QHBoxLayout;
+    row->addWidget(NamedLabel(u"lblSumTimeCaption"_s, u"総学習時間："_s, this));
+    row->addWidget(lblSumTime);
+    row->addSpacing(fontMetrics().averageCharWidth() * 2);
+    row->addWidget(NamedLabel(u"lblSumAnsCaption"_s, u"総回答数："_s, this));
+    row->addWidget(lblSumAns);
+    row->addStretch();
+    row->addWidget(cmdFile);
+    return row;
+}
+
+void HistoryPanel::ShowThisWeek(const QString &textEditor)
+{
+    m_textEditor = textEditor;
+    const QSignalBlocker noChangeOfWeeks(txtWeekN);
+    const QSignalBlocker noChangeOfDate(txtYmd);
+    txtYmd->setText(DateText(m_desktop.Now().date()));
+    txtWeekN->setText(u"1"_s);
+    ShowRecordWhenValid();
+}
+
+void HistoryPanel::keyPressEvent(QKeyEvent *event)
+{
+    const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (isEnter && (txtWeekN->hasFocus() || txtYmd->hasFocus()))
+        event->accept();
+    else
+        QWidget::keyPressEvent(event);
+}
+
+void HistoryPanel::txtWeekN_Change()
+{
+    WriteTrace(u"■frmFile.txtWeekN_Change");
+    ShowRecordWhenValid();
+}
+
+void HistoryPanel::txtYmd_Change()
+{
+    WriteTrace(u"■frmFile.txtYmd_Change");
+    ShowRecordWhenValid();
+}
+
+void HistoryPanel::cmdInc_Click()
+{
+    WriteTrace(u"■frmFile.cmdInc_Click");
+    txtWeekN->setText(QString::number(qMin(MostWeeks, m_history.weeks + 1)));
+}
+
+void HistoryPanel::cmdFile_Click()
+{
+    WriteTrace(u"■frmFile.cmdFile_Click");
+    const QString path = JoinPath(m_reportFolder, ReportFileName(m_userName, m_desktop.Now().date(), m_history.weeks));
+    QString reason;
+    if (!ReplaceFile(path, ToCodePage932(ReportText(m_history)), &reason)) {
+        m_msg.DispFrmMsg(window(), u"学習記録をファイルに出力できません。\r\n  "_s + path + u"\r\n  "_s + reason,
+                         MsgStyle::Ok, u"notify.wav"_s);
+        return;
+    }
+    const QString question = u"学習記録をファイルに出力しました。\r\nこのファイルを開きますか？\r\n"_s;
+    if (m_msg.DispFrmMsg(window(), question, MsgStyle::YesNo, u"start.wav"_s) == MsgResult::Ok)
+        OpenInEditor(m_desktop, m_textEditor, path, 1);
+}
+
+/// Shows the history that the two inputs name; while one of them is no number of weeks or no date, all stays as it is.
+void HistoryPanel::ShowRecordWhenValid()
+{
+    const int weeks = ReadWeeks(txtWeekN->text());
+    if (weeks > 0 && DateFromText(txtYmd->text()).isValid())
+        ShowRecord(weeks);
+}
+
+void HistoryPanel::ShowRecord(int weeks)
+{
+    m_history = ReadHistory(m_database, DateFromText(txtYmd->text()), weeks, m_userName);
+    m_records->setStringList(m_history.lines);
+    lblSumTime->setText(m_history.totalTime);
+    lblSumAns->setText(m_history.totalAnswers);
+    picHistory->SetHistory(m_history);
+}

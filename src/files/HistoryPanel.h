@@ -1,0 +1,63 @@
+// The study history as a part of the file selection window: the inputs that name its span, the list of sessions, the
+// chart, the totals, and the button that writes the report.
+#pragma once
+
+#include "files/modHistory.h"
+
+#include <QWidget>
+
+class frmMsg;
+class HistoryChart;
+class QBoxLayout;
+class QLabel;
+class QLineEdit;
+class QListView;
+class QStringListModel;
+
+class HistoryPanel : public QWidget
+{
+    Q_OBJECT
+
+  public:
+    /// @param reportFolder  where the reports are written
+    /// @param userName  whose history it is
+    HistoryPanel(Desktop &desktop, StudyDatabase &database, frmMsg &msg, const QString &reportFolder,
+                 const QString &userName, QWidget *parent);
+
+    /// Shows the week that ends today.
+    /// @param textEditor  opens the reports that are written from now on
+    void ShowThisWeek(const QString &textEditor);
+
+  protected:
+    void keyPressEvent(QKeyEvent *event) override;
+
+  private:
+    // The window's own handlers, and in the trace they bear its name.
+    void txtWeekN_Change();
+    void txtYmd_Change();
+    void cmdInc_Click();
+    void cmdFile_Click();
+
+    void SetUpInputs();
+    void SetUpList();
+    QBoxLayout *SpanRow();
+    QBoxLayout *TotalsRow();
+    void ShowRecordWhenValid();
+    void ShowRecord(int weeks);
+
+    Desktop &m_desktop;
+    StudyDatabase &m_database;
+    frmMsg &m_msg;
+    QString m_reportFolder;
+    QString m_userName;
+    QString m_textEditor;
+    History m_history;
+
+    QStringListModel *m_records;
+    QLineEdit *txtYmd;
+    QLineEdit *txtWeekN;
+    QListView *lstRecord;
+    HistoryChart *picHistory;
+    QLabel *lblSumTime;
+    QLabel *lblSumAns;
+};

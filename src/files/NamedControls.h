@@ -1,0 +1,12 @@
+// Labels and buttons that bear the names by which tests and assistive tools find them.
+#pragma once
+
+class QLabel;
+class QPushButton;
+class QString;
+class QWidget;
+
+QLabel *NamedLabel(const QString &name, const QString &text, QWidget *parent);
+
+/// A button that leaves Enter to the default button of its window.
+QPushButton *NamedButton(const QString &name, const QString &caption, const QString &toolTip, QWidget *parent);

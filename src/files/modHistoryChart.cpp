@@ -1,0 +1,17 @@
+#include "files/modHistoryChart.h"
+
+std::vector<HistoryBar> HistoryBars(const History &history, int mostBars)
+{
+    const int dayCount = history.weeks * 7;
+    const int barCount = qMin(dayCount, mostBars);
+    std::vector<HistoryBar> bars(static_cast<size_t>(barCount));
+    for (const DayTotal &day : history.days) {
+        const qint64 dayOfSpan = dayCount - 1 - day.day.daysTo(history.endDate);
+        if (!day.day.isValid() || dayOfSpan < 0 || dayOfSpan >= dayCount)
+            continue;
+        HistoryBar &bar = bars[size_t(dayOfSpan * barCount / dayCount)];
+        bar.seconds += day.seconds;
+        bar.answers += day.answers;
+    }
+    return bars;
+}
