@@ -5,7 +5,7 @@
 #include "base/modFile.h"
 #include "base/modLog.h"
 #include "files/HistoryChart.h"
-#include "files/NamedControls.h"
+#include "widgets/NamedControls.h"
 #include "platform/modReplaceFile.h"
 #include "settings/frmMsg.h"
 #include "settings/modEditor.h"

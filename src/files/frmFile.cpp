@@ -4,7 +4,7 @@
 #include "base/modLog.h"
 #include "base/modProduct.h"
 #include "files/HistoryPanel.h"
-#include "files/NamedControls.h"
+#include "widgets/NamedControls.h"
 #include "files/StudyFileModel.h"
 #include "files/modPrintableCopy.h"
 #include "settings/frmMsg.h"

@@ -14,7 +14,7 @@ using namespace Qt::Literals::StringLiterals;
 
 SearchModel::SearchModel(KeywordSearch &search, QObject *parent) : QAbstractListModel(parent), m_search(search) {}
 
-void SearchModel::Narrow(const QString &typed)
+void SearchModel::SetFilter(const QString &typed)
 {
     beginResetModel();
     m_typed = typed;
@@ -23,14 +23,14 @@ void SearchModel::Narrow(const QString &typed)
     endResetModel();
 }
 
-QString SearchModel::Wanted(int row) const
+QString SearchModel::SearchText(int row) const
 {
     return IsTypedText(row) ? m_typed : m_keywords.at(row - (m_typed.isEmpty() ? 0 : 1));
 }
 
 const std::vector<Place> &SearchModel::Places(int row) const
 {
-    return IsTypedText(row) ? m_typedPlaces : m_search.PlacesOf(Wanted(row));
+    return IsTypedText(row) ? m_typedPlaces : m_search.PlacesOf(SearchText(row));
 }
 
 int SearchModel::rowCount(const QModelIndex &parent) const
@@ -42,7 +42,7 @@ QVariant SearchModel::data(const QModelIndex &index, int role) const
 {
     if (role != Qt::DisplayRole && role != Qt::ToolTipRole)
         return QVariant();
-    const QString wanted = IsTypedText(index.row()) ? QString(u'「' + m_typed + u'」') : Wanted(index.row());
+    const QString wanted = IsTypedText(index.row()) ? QString(u'「' + m_typed + u'」') : SearchText(index.row());
     return QString(wanted + u"　"_s + QString::number(Places(index.row()).size()) + u"か所"_s);
 }
 
@@ -113,7 +113,7 @@ void frmSearch::Refresh()
     m_wanted.clear();
     m_places.clear();
     m_at = Place();
-    m_entries->Narrow(txtSearch->text());
+    m_entries->SetFilter(txtSearch->text());
     lstKeyword->scrollToTop(); // where it stands whether the text is found at all
 }
 
@@ -148,8 +148,8 @@ void frmSearch::GoOn(bool backwards)
     const int row = chosen.isValid() ? chosen.row() : 0;
     if (row >= m_entries->rowCount() || (!chosen.isValid() && txtSearch->text().isEmpty()))
         return;
-    if (m_entries->Wanted(row) != m_wanted) {
-        m_wanted = m_entries->Wanted(row);
+    if (m_entries->SearchText(row) != m_wanted) {
+        m_wanted = m_entries->SearchText(row);
         m_places = m_entries->Places(row);
     }
     m_at = NextPlace(m_places, m_at, backwards);

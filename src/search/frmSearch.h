@@ -21,10 +21,10 @@ class SearchModel : public QAbstractListModel
     SearchModel(KeywordSearch &search, QObject *parent);
 
     /// Lists the entries for a typed text.
-    void Narrow(const QString &typed);
+    void SetFilter(const QString &typed);
 
     /// What an entry searches for, and its places.
-    QString Wanted(int row) const;
+    QString SearchText(int row) const;
     const std::vector<Place> &Places(int row) const;
 
     int rowCount(const QModelIndex &parent = QModelIndex()) const override;

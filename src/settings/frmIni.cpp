@@ -4,6 +4,7 @@
 #include "base/modLog.h"
 #include "settings/frmMsg.h"
 #include "settings/modEditor.h"
+#include "widgets/NamedControls.h"
 #include "widgets/ScreenFit.h"
 
 #include <QCheckBox>
@@ -24,20 +25,21 @@ namespace {
 
 constexpr float FontSizes[] = {9.75f, 11.25f, 12.75f};
 
-QPushButton *NewButton(const QString &name, const QString &caption, QWidget *parent)
+QLabel *LabelOf(QWidget *buddy, const QString &name, const QString &caption)
 {
-    auto *const button = new QPushButton(caption, parent);
-    button->setObjectName(name);
-    button->setAutoDefault(false);
-    return button;
-}
-
-QLabel *NewLabel(const QString &name, const QString &caption, QWidget *buddy)
-{
-    auto *const label = new QLabel(caption, buddy->parentWidget());
-    label->setObjectName(name);
+    QLabel *const label = NamedLabel(name, caption, buddy->parentWidget());
     label->setBuddy(buddy);
     return label;
+}
+
+/// Controls beside each other, at the left.
+QLayout *RowOf(std::initializer_list<QWidget *> controls)
+{
+    auto *const row = new QHBoxLayout;
+    for (QWidget *const control : controls)
+        row->addWidget(control);
+    row->addStretch();
+    return row;
 }
 
 } // namespace
@@ -75,75 +77,39 @@ void frmIni::Form_Activate()
 
 void frmIni::AddControls()
 {
-    txtLineSpace->setObjectName(u"txtLineSpace"_s);
     const int charPx = fontMetrics().averageCharWidth();
+    txtLineSpace->setObjectName(u"txtLineSpace"_s);
+    txtLineSpace->setAccessibleName(u"行間"_s);
     txtLineSpace->setMaximumWidth(8 * charPx);
     lblLSpaceRange->setObjectName(u"lblLSpaceRange"_s);
     txtTextEditor->setObjectName(u"txtTextEditor"_s);
+    txtTextEditor->setAccessibleName(u"テキストエディタ"_s);
     txtTextEditor->setMinimumWidth(40 * charPx);
     txtTextEditor->setMaxLength(LongestSetting);
     chkDispLineNum->setObjectName(u"chkDispLineNum"_s);
-    txtLineSpace->setAccessibleName(u"行間"_s);
-    txtTextEditor->setAccessibleName(u"テキストエディタ"_s);
-
-    auto *const fontSizes = new QHBoxLayout;
     for (int i = 0; i < 3; ++i) {
         optFontSize[i] = new QRadioButton(FontSizeText(FontSizes[i]), this);
         optFontSize[i]->setObjectName(u"optFontSize"_s + QString::number(i));
         optFontSize[i]->setAccessibleName(u"フォントサイズ "_s + FontSizeText(FontSizes[i]));
-        fontSizes->addWidget(optFontSize[i]);
     }
-    fontSizes->addStretch();
-
-    auto *const lineSpace = new QHBoxLayout;
-    lineSpace->addWidget(txtLineSpace);
-    lineSpace->addWidget(lblLSpaceRange);
-    lineSpace->addStretch();
-
-    QPushButton *const cmdBrowse = NewButton(u"cmdBrowse"_s, u"参照(&B)..."_s, this);
-    QPushButton *const cmdRunEditor = NewButton(u"cmdRunEditor"_s, u"起動してみる(&R)"_s, this);
-    QPushButton *const cmdChangeSetting = NewButton(u"cmdChangeSetting"_s, u"設定を変更(&S)"_s, this);
-    QPushButton *const cmdCancel = NewButton(u"cmdCancel"_s, u"キャンセル"_s, this);
+    QPushButton *const cmdBrowse = AddButton(
+        u"cmdBrowse"_s, u"参照(&B)..."_s, u"テキストエディタのファイルを選びます (Alt+B)"_s, &frmIni::cmdBrowse_Click);
+    QPushButton *const cmdRunEditor =
+        AddButton(u"cmdRunEditor"_s, u"起動してみる(&R)"_s, u"テキストエディタをファイルなしで起動します (Alt+R)"_s,
+                  &frmIni::cmdRunEditor_Click);
+    QPushButton *const cmdChangeSetting =
+        AddButton(u"cmdChangeSetting"_s, u"設定を変更(&S)"_s, u"この設定を使い，保存します (Enter)"_s,
+                  &frmIni::cmdChangeSetting_Click);
+    QPushButton *const cmdCancel =
+        AddButton(u"cmdCancel"_s, u"キャンセル"_s, u"変えずに戻ります (Esc)"_s, &frmIni::cmdCancel_Click);
     cmdChangeSetting->setDefault(true);
-    cmdBrowse->setToolTip(u"テキストエディタのファイルを選びます (Alt+B)"_s);
-    cmdRunEditor->setToolTip(u"テキストエディタをファイルなしで起動します (Alt+R)"_s);
-    cmdChangeSetting->setToolTip(u"この設定を使い，保存します (Enter)"_s);
-    cmdCancel->setToolTip(u"変えずに戻ります (Esc)"_s);
-    connect(cmdBrowse, &QPushButton::clicked, this, &frmIni::cmdBrowse_Click);
-    connect(cmdRunEditor, &QPushButton::clicked, this, &frmIni::cmdRunEditor_Click);
-    connect(cmdChangeSetting, &QPushButton::clicked, this, &frmIni::cmdChangeSetting_Click);
-    connect(cmdCancel, &QPushButton::clicked, this, &frmIni::cmdCancel_Click);
 
-    auto *const editorButtons = new QHBoxLayout;
-    editorButtons->addWidget(cmdBrowse);
-    editorButtons->addWidget(cmdRunEditor);
-    editorButtons->addStretch();
     auto *const buttons = new QHBoxLayout;
     buttons->addStretch();
     buttons->addWidget(cmdChangeSetting);
     buttons->addWidget(cmdCancel);
-
-    // On a small screen, or with a large font, what is set can be scrolled; the two answers always stand below it.
-    auto *const fraSettings = new QScrollArea(this);
-    fraSettings->setObjectName(u"fraSettings"_s);
-    fraSettings->setFrameShape(QFrame::NoFrame);
-    fraSettings->setFocusPolicy(Qt::NoFocus);
-    fraSettings->setWidgetResizable(true);
-    auto *const settings = new QWidget;
-    auto *const grid = new QGridLayout(settings);
-    grid->setContentsMargins(0, 0, 0, 0);
-    grid->addWidget(NewLabel(u"lblFontSize"_s, u"フォントサイズ："_s, optFontSize[0]), 0, 0);
-    grid->addLayout(fontSizes, 0, 1);
-    grid->addWidget(NewLabel(u"lblLineSpace"_s, u"行間(&L)："_s, txtLineSpace), 1, 0);
-    grid->addLayout(lineSpace, 1, 1);
-    grid->addWidget(NewLabel(u"lblTextEditor"_s, u"テキストエディタ(&T)："_s, txtTextEditor), 2, 0);
-    grid->addWidget(txtTextEditor, 2, 1);
-    grid->addLayout(editorButtons, 3, 1);
-    grid->addWidget(chkDispLineNum, 4, 1);
-    fraSettings->setWidget(settings);
-
     auto *const column = new QVBoxLayout(this);
-    column->addWidget(fraSettings);
+    column->addWidget(SettingsArea(RowOf({cmdBrowse, cmdRunEditor})));
     column->addSpacing(charPx);
     column->addLayout(buttons);
 
@@ -154,6 +120,37 @@ void frmIni::AddControls()
         setTabOrder(last, next);
         last = next;
     }
+}
+
+/// On a small screen, or with a large font, what is set can be scrolled; the two answers always stand below it.
+QWidget *frmIni::SettingsArea(QLayout *editorButtons)
+{
+    auto *const fraSettings = new QScrollArea(this);
+    fraSettings->setObjectName(u"fraSettings"_s);
+    fraSettings->setFrameShape(QFrame::NoFrame);
+    fraSettings->setFocusPolicy(Qt::NoFocus);
+    fraSettings->setWidgetResizable(true);
+    auto *const settings = new QWidget;
+    auto *const grid = new QGridLayout(settings);
+    grid->setContentsMargins(0, 0, 0, 0);
+    grid->addWidget(LabelOf(optFontSize[0], u"lblFontSize"_s, u"フォントサイズ："_s), 0, 0);
+    grid->addLayout(RowOf({optFontSize[0], optFontSize[1], optFontSize[2]}), 0, 1);
+    grid->addWidget(LabelOf(txtLineSpace, u"lblLineSpace"_s, u"行間(&L)："_s), 1, 0);
+    grid->addLayout(RowOf({txtLineSpace, lblLSpaceRange}), 1, 1);
+    grid->addWidget(LabelOf(txtTextEditor, u"lblTextEditor"_s, u"テキストエディタ(&T)："_s), 2, 0);
+    grid->addWidget(txtTextEditor, 2, 1);
+    grid->addLayout(editorButtons, 3, 1);
+    grid->addWidget(chkDispLineNum, 4, 1);
+    fraSettings->setWidget(settings);
+    return fraSettings;
+}
+
+QPushButton *frmIni::AddButton(const QString &name, const QString &caption, const QString &toolTip,
+                               void (frmIni::*handler)())
+{
+    QPushButton *const button = NamedButton(name, caption, toolTip, this);
+    connect(button, &QPushButton::clicked, this, handler);
+    return button;
 }
 
 bool frmIni::Edit(Settings *settings)

@@ -9,7 +9,9 @@
 class frmMsg;
 class QCheckBox;
 class QLabel;
+class QLayout;
 class QLineEdit;
+class QPushButton;
 class QRadioButton;
 
 class frmIni : public QDialog
@@ -37,6 +39,9 @@ class frmIni : public QDialog
     void cmdCancel_Click();
 
     void AddControls();
+    QWidget *SettingsArea(QLayout *editorButtons);
+    QPushButton *AddButton(const QString &name, const QString &caption, const QString &toolTip,
+                           void (frmIni::*handler)());
     void ShowSettings(const Settings &settings);
     Settings TakeSettings(const Settings &before) const;
 

@@ -18,12 +18,12 @@ std::vector<qint32> StudyLines::BlankOutBrackets()
     return std::exchange(m_brackets, {});
 }
 
-StudyLinesWriter::StudyLinesWriter(qsizetype room)
+StudyLinesWriter::StudyLinesWriter(qsizetype capacity)
 {
-    m_lines.m_text = QString(room, Qt::Uninitialized);
+    m_lines.m_text = QString(capacity, Qt::Uninitialized);
     // Generous guesses: what is not used takes no memory, and what is outgrown is copied.
-    m_lines.m_starts.reserve(size_t(room / 4));
-    m_lines.m_brackets.reserve(size_t(room / 4));
+    m_lines.m_starts.reserve(size_t(capacity / 4));
+    m_lines.m_brackets.reserve(size_t(capacity / 4));
     next = reinterpret_cast<char16_t *>(m_lines.m_text.data());
     m_begin = next;
 }

@@ -69,8 +69,8 @@ class StudyLines
 class StudyLinesWriter
 {
   public:
-    /// @param room  characters that the text will have at most, without line ends
-    explicit StudyLinesWriter(qsizetype room);
+    /// @param capacity  characters that the text will have at most, without line ends
+    explicit StudyLinesWriter(qsizetype capacity);
 
     char16_t *next; ///< where the next character goes, other than a bracket; moved on by whoever writes one
 

@@ -1,4 +1,4 @@
-#include "files/NamedControls.h"
+#include "widgets/NamedControls.h"
 
 #include <QLabel>
 #include <QPushButton>
