@@ -13,9 +13,10 @@ QString JoinPath(const QString &folder, const QString &name);
 /// @return false for anything else; error then holds the reason
 bool IsRegularOrMissing(const QString &path, QString *error);
 
-/// Largest file that is read, in bytes. All of them are texts that a person types; a study file of a million lines has
-/// half of it. The window waits while a file is read, and this keeps the wait short.
-constexpr qint64 MostFileBytes = 64 * 1024 * 1024;
+/// Largest file that is read. All of them are texts that a person types; a study file of a million lines has half of
+/// it. The window waits while a file is read, and this keeps the wait short.
+constexpr qint64 MostFileMegabytes = 64;
+constexpr qint64 MostFileBytes = MostFileMegabytes * 1024 * 1024;
 
 /// Reads a whole file, which has to be a regular one.
 /// @return false when it is larger than MostFileBytes or cannot be read to its end; error then holds the reason and

@@ -29,8 +29,9 @@ QString PrintableCopyPath(const QString &folder, const QString &studyFilePath)
 bool WritePrintableCopy(const QString &studyFilePath, const QString &copyPath, QString *message)
 {
     StudyLines lines;
-    int errorLine = 0;
-    if (!ReadTextFile(studyFilePath, MaxLineBytes, &lines, message, &errorLine))
+    const TextRefusal refusal = ReadStudyText(studyFilePath, MaxLineBytes, &lines);
+    *message = refusal.message;
+    if (refusal.fault != TextFault::None)
         return false;
     QByteArray bytes;
     for (int line = 1; line <= lines.Count(); ++line) {

@@ -54,23 +54,34 @@ void StudyFolder::Check(const QString &name)
 
 namespace {
 
+/// A refusal in the few words of a list entry.
+QString RemarkOn(const TextRefusal &refusal)
+{
+    const QString line = QString::number(refusal.line);
+    switch (refusal.fault) {
+    case TextFault::None:
+        break;
+    case TextFault::TooLarge:
+        return QString::number(MostFileMegabytes) + u"MB超過"_s;
+    case TextFault::Unreadable:
+        return u"読み込み不可"_s;
+    case TextFault::WrongCharCode:
+        return u"文字コード＝"_s + refusal.detail;
+    case TextFault::LineTooLong:
+        return line + u"行目 "_s + QString::number(MaxLineBytes) + u"バイト超過"_s;
+    case TextFault::BracketCount:
+    case TextFault::BracketOrder:
+        return line + u"行[ ]指定異常"_s;
+    }
+    return QString();
+}
+
 QString ContentFault(const QString &path)
 {
-    QByteArray bytes;
-    QString message;
-    int line = 0;
-    if (QFileInfo(path).size() > MostFileBytes)
-        return u"64MB超過"_s;
-    if (!ReadWholeFile(path, &bytes, &message))
-        return u"読み込み不可"_s;
-    if (!CheckTextEncoding(path, bytes, &message))
-        return u"文字コード＝"_s + FileCharCodeName(bytes);
     StudyLines lines;
-    ReadAllLines(bytes, ExpandTabs::Yes, &lines);
-    if (!CheckLineBytes(lines, MaxLineBytes, &message, &line))
-        return QString::number(line) + u"行目 "_s + QString::number(MaxLineBytes) + u"バイト超過"_s;
-    if (!CheckBracketCount(lines, &message, &line) || !CheckBracketOrder(lines, &message, &line))
-        return QString::number(line) + u"行[ ]指定異常"_s;
+    const TextRefusal refusal = ReadStudyText(path, MaxLineBytes, &lines);
+    if (refusal.fault != TextFault::None)
+        return RemarkOn(refusal);
     if (lines.NextLineWith(u'[', 1) > 0)
         return QString();
     // Typed with the Japanese input method on, brackets come out full-width, and those hide nothing.

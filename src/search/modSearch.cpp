@@ -1,7 +1,5 @@
 #include "search/modSearch.h"
 
-#include "base/modCodePage.h"
-#include "base/modFile.h"
 #include "text/modInflection.h"
 #include "text/modReadText.h"
 
@@ -64,16 +62,8 @@ KeywordList ReadKeywordList(const QString &path)
         list.fault = HowToMakeAList(path);
         return list;
     }
-    QByteArray bytes;
-    QString reason;
-    if (!ReadWholeFile(path, &bytes, &reason)) {
-        list.fault = UnreadableFileMessage(GetFileTitle(path), reason);
-        return list;
-    }
-    if (!CheckTextEncoding(path, bytes, &list.fault))
-        return list;
     StudyLines lines;
-    ReadAllLines(bytes, ExpandTabs::No, &lines);
+    list.fault = ReadText(path, ExpandTabs::No, &lines).message;
     for (int line = 1; line <= lines.Count(); ++line) {
         const QString word = lines.at1(line).trimmed().toString().toLower();
         if (!word.isEmpty())

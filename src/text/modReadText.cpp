@@ -11,38 +11,54 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-bool ReadAndCheck(const QString &path, int maxLineBytes, StudyLines *lines, QString *message, int *errorLine)
+QString FileCharCodeName(const QByteArray &bytes)
 {
-    *errorLine = 1;
-    if (QFileInfo(path).size() > MostFileBytes) {
-        *message = FileTooLargeMessage(GetFileTitle(path));
-        return false;
-    }
-    QByteArray bytes;
-    QString reason;
-    if (!ReadWholeFile(path, &bytes, &reason)) {
-        *message = UnreadableFileMessage(GetFileTitle(path), reason);
-        return false;
-    }
-    if (!CheckTextEncoding(path, bytes, message))
-        return false;
-    ReadAllLines(bytes, ExpandTabs::Yes, lines);
-    return CheckLineBytes(*lines, maxLineBytes, message, errorLine) && CheckBracketCount(*lines, message, errorLine) &&
-           CheckBracketOrder(*lines, message, errorLine);
+    // The detection takes a character that ends with the last byte for a broken one, and a file may well end so. Every
+    // byte array keeps a zero byte behind its end.
+    return GetCharCodeName(QByteArrayView(bytes.constData(), bytes.size() + 1));
 }
 
 } // namespace
 
+TextRefusal ReadText(const QString &path, ExpandTabs expandTabs, StudyLines *lines)
+{
+    lines->Clear();
+    const QString title = GetFileTitle(path);
+    if (QFileInfo(path).size() > MostFileBytes)
+        return {TextFault::TooLarge, 1, QString(), FileTooLargeMessage(title)};
+    QByteArray bytes;
+    QString reason;
+    if (!ReadWholeFile(path, &bytes, &reason))
+        return {TextFault::Unreadable, 1, reason, UnreadableFileMessage(title, reason)};
+    QString message;
+    if (!CheckTextEncoding(path, bytes, &message))
+        return {TextFault::WrongCharCode, 1, FileCharCodeName(bytes), message};
+    ReadAllLines(bytes, expandTabs, lines);
+    return {};
+}
+
+TextRefusal ReadStudyText(const QString &path, int maxLineBytes, StudyLines *lines)
+{
+    TextRefusal refusal = ReadText(path, ExpandTabs::Yes, lines);
+    if (refusal.fault != TextFault::None)
+        return refusal;
+    if (!CheckLineBytes(*lines, maxLineBytes, &refusal.message, &refusal.line))
+        refusal.fault = TextFault::LineTooLong;
+    else if (!CheckBracketCount(*lines, &refusal.message, &refusal.line))
+        refusal.fault = TextFault::BracketCount;
+    else if (!CheckBracketOrder(*lines, &refusal.message, &refusal.line))
+        refusal.fault = TextFault::BracketOrder;
+    if (refusal.fault != TextFault::None)
+        lines->Clear();
+    return refusal;
+}
+
 bool ReadTextFile(const QString &path, int maxLineBytes, StudyLines *lines, QString *message, int *errorLine)
 {
-    message->clear();
-    lines->Clear();
-    const bool isAccepted = ReadAndCheck(path, maxLineBytes, lines, message, errorLine);
-    if (isAccepted)
-        *errorLine = 0;
-    else
-        lines->Clear();
-    return isAccepted;
+    const TextRefusal refusal = ReadStudyText(path, maxLineBytes, lines);
+    *message = refusal.message;
+    *errorLine = refusal.line;
+    return refusal.fault == TextFault::None;
 }
 
 bool CheckTextEncoding(const QString &path, const QByteArray &bytes, QString *message)
@@ -52,13 +68,6 @@ bool CheckTextEncoding(const QString &path, const QByteArray &bytes, QString *me
         return true;
     *message = WrongCharCodeMessage(GetFileTitle(path), name);
     return false;
-}
-
-QString FileCharCodeName(const QByteArray &bytes)
-{
-    // The detection takes a character that ends with the last byte for a broken one, and a file may well end so. Every
-    // byte array keeps a zero byte behind its end.
-    return GetCharCodeName(QByteArrayView(bytes.constData(), bytes.size() + 1));
 }
 
 void ReadAllLines(const QByteArray &bytes, ExpandTabs expandTabs, StudyLines *lines)
@@ -120,7 +129,8 @@ QString WrongCharCodeMessage(const QString &fileTitle, const QString &codeName)
 QString FileTooLargeMessage(const QString &fileTitle)
 {
     return u"次のテキストファイルは大きすぎるため読み込みできません。\r\n    ファイル名＝"_s + fileTitle +
-           u"\r\n\r\nこのファイルを64MB以下のファイルに分けてから，\r\n再度ファイルを選択してください。"_s;
+           u"\r\n\r\nこのファイルを"_s + QString::number(MostFileMegabytes) +
+           u"MB以下のファイルに分けてから，\r\n再度ファイルを選択してください。"_s;
 }
 
 QString UnreadableFileMessage(const QString &fileTitle, const QString &reason)

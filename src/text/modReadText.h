@@ -1,26 +1,31 @@
-// Reads a study file into lines, or refuses it with a message for the learner.
+// Reads a text file into lines, or refuses it: its size, its character code and, for a study file, its lines. There is
+// one reading, and one kind of refusal; the message of the reader and the remark in the list of files are made of it.
 #pragma once
 
 #include "text/modStudyLines.h"
 
 #include <QByteArray>
 
-/// Reads and checks a study file: character code, lines, tabs, then the checks of modCheckText, up to the first
-/// failure. The file is read once, so that what was checked is what is shown.
-/// @param maxLineBytes  longest line allowed, in bytes of code page 932 after tab expansion
-/// @param lines  the lines with their tabs expanded; empty after a refusal
-/// @param message  empty when the file was accepted, else the refusal, its lines separated by CR LF
-/// @param errorLine  1-based line that was refused; 1 when the file was refused as a whole; 0 when it was accepted
-/// @return whether the file was accepted
-bool ReadTextFile(const QString &path, int maxLineBytes, StudyLines *lines, QString *message, int *errorLine);
+/// What a text file is refused for, in the order in which it is looked for.
+enum class TextFault
+{
+    None,
+    TooLarge,
+    Unreadable,
+    WrongCharCode,
+    LineTooLong, ///< this and what follows only in a study file
+    BracketCount,
+    BracketOrder,
+};
 
-/// Whether a file's bytes are ASCII or Shift_JIS, the character codes that the program reads.
-/// @param path  only named in the message
-bool CheckTextEncoding(const QString &path, const QByteArray &bytes, QString *message);
-
-/// The name of the character code of a whole file.
-/// @param bytes  own their data, as QByteArray::fromRawData does not
-QString FileCharCodeName(const QByteArray &bytes);
+/// Why a text file was refused.
+struct TextRefusal
+{
+    TextFault fault = TextFault::None;
+    int line = 0;    ///< 1-based line that was refused; 1 for the file as a whole; 0 when there is no fault
+    QString detail;  ///< Unreadable: the reason in the system's words; WrongCharCode: the name of the character code
+    QString message; ///< the whole of it for the user, its lines separated by CR LF; empty when there is no fault
+};
 
 /// Whether every tab of a text is replaced by two spaces as it is read.
 enum class ExpandTabs : bool
@@ -28,6 +33,27 @@ enum class ExpandTabs : bool
     No,
     Yes,
 };
+
+/// Reads any text file of the program: ASCII or code page 932, at most MostFileBytes. A larger one is not even opened.
+/// @param lines  empty after a refusal
+TextRefusal ReadText(const QString &path, ExpandTabs expandTabs, StudyLines *lines);
+
+/// Reads a study file, expands its tabs and makes the checks of modCheckText, up to the first fault. The file is read
+/// once, so that what was checked is what is shown.
+/// @param maxLineBytes  longest line allowed, in bytes of code page 932 after tab expansion
+/// @param lines  empty after a refusal
+TextRefusal ReadStudyText(const QString &path, int maxLineBytes, StudyLines *lines);
+
+/// The same, taken apart.
+/// @param message  empty when the file was accepted, else the refusal
+/// @param errorLine  1-based line that was refused; 1 when the file was refused as a whole; 0 when it was accepted
+/// @return whether the file was accepted
+bool ReadTextFile(const QString &path, int maxLineBytes, StudyLines *lines, QString *message, int *errorLine);
+
+/// Whether a file's bytes are ASCII or Shift_JIS, the character codes that the program reads.
+/// @param path  only named in the message
+/// @param bytes  own their data, as QByteArray::fromRawData does not
+bool CheckTextEncoding(const QString &path, const QByteArray &bytes, QString *message);
 
 /// Takes bytes of code page 932, at most MostFileBytes, apart into lines. CR LF, LF and CR each end a line; nothing is
 /// made up behind the last.
