@@ -45,6 +45,12 @@ TEST(StudyFolder, ListsTextFilesByNameAndSaysWhatIsWrongWithThem)
     EXPECT_FALSE(files.IsChecked(u"a.txt"_s));
     files.Check(u"a.txt"_s);
     EXPECT_EQ(files.Fault(u"a.txt"_s), u"1行[ ]指定異常"_s);
+    QFile sameSize(folder.WriteStudyFile(u"a.txt"_s, {u"[is right]"_s}));
+    ASSERT_TRUE(sameSize.open(QIODevice::ReadWrite));
+    ASSERT_TRUE(sameSize.setFileTime(QDateTime(QDate(2024, 3, 5), QTime(9, 0)), QFileDevice::FileModificationTime));
+    sameSize.close();
+    files.Refresh();
+    EXPECT_FALSE(files.IsChecked(u"a.txt"_s)) << "changed without a change of size";
     QFile::remove(folder.Path(u"long.txt"_s));
     files.Refresh();
     files.Check(u"long.txt"_s);

@@ -182,6 +182,8 @@ TEST_F(HistoryWindowTest, ShowsTheSpanThatTheInputsName)
         EXPECT_EQ(Records().size(), 4);
         weeks->setText(u"9999"_s);
         EXPECT_EQ(Records().size(), 4);
+        dialog->findChild<QAbstractButton *>(u"cmdInc"_s)->click();
+        EXPECT_EQ(weeks->text(), u"9999"_s) << "there are no more";
         dialog->close();
     });
     EXPECT_EQ(window.Choose(u"notepad.exe"_s), FileChoice::Cancelled);
@@ -196,11 +198,17 @@ TEST_F(HistoryWindowTest, AClockThatWasSetBackMakesNoTime)
     EXPECT_EQ(Records().value(1), u"10:00      　 0秒   3問 a"_s);
     EXPECT_EQ(Label(u"lblSumTime"_s), u"0分 0秒"_s);
     EXPECT_EQ(Label(u"lblSumAns"_s), u"3"_s);
+    AddSession(QDateTime(QDate(2024, 3, 5), QTime(12, 0)), 3601, 3);
+    EXPECT_EQ(ReadHistory(database, QDate(2024, 3, 5), 1, u"花/子"_s).totalTime, u"0分 1秒"_s)
+        << "the plain sum of the sessions";
 }
 
 TEST_F(HistoryWindowTest, WritesTheReportAndOffersIt)
 {
-    script.Click(u"frmFile"_s, u"cmdFile"_s);
+    script.When(u"frmFile"_s, [](QWidget *dialog) {
+        dialog->findChild<QLineEdit *>(u"txtYmd"_s)->setText(u"2024/02/21"_s);
+        dialog->findChild<QAbstractButton *>(u"cmdFile"_s)->click();
+    });
     script.Click(u"frmMsg"_s, u"cmdOK"_s);
     script.When(u"frmFile"_s, [this](QWidget *dialog) {
         QDir(folder.Path(u"rec"_s)).removeRecursively();
@@ -216,7 +224,8 @@ TEST_F(HistoryWindowTest, WritesTheReportAndOffersIt)
     EXPECT_EQ(script.messages[0], u"学習記録をファイルに出力しました。\nこのファイルを開きますか？\n"_s);
     EXPECT_TRUE(script.messages[1].startsWith(u"学習記録をファイルに出力できません。"_s));
     ASSERT_EQ(desktop.commands.size(), 1);
-    EXPECT_TRUE(desktop.commands[0].endsWith(QDir::separator() + u"花_子_瞬記帳学習記録2024_0305までの1週分.txt\""_s));
+    EXPECT_TRUE(desktop.commands[0].endsWith(QDir::separator() + u"花_子_瞬記帳学習記録2024_0305までの1週分.txt\""_s))
+        << "named by today's date";
 }
 
 TEST_F(HistoryWindowTest, TheReportHoldsTheListAndTheTotals)
@@ -243,6 +252,28 @@ TEST_F(HistoryWindowTest, ATableThatTheProgramDidNotMakeIsReadAllTheSame)
     const History history = ReadHistory(database, start.date(), 1, u"花/子"_s);
     ASSERT_EQ(history.days.size(), 1u);
     EXPECT_FALSE(history.days[0].day.isValid());
+}
+
+TEST_F(HistoryWindowTest, ATextThatIsNoDateIsShownAsItStands)
+{
+    EXPECT_TRUE(database.SQLite3NonQuery(u"update t_kotoban set ymd_sta = '2024/02/3x' where num_answer = 3"_s));
+    const History history = ReadHistory(database, QDate(2024, 3, 5), 1, u"花/子"_s);
+    EXPECT_EQ(history.lines.value(2), u"2024/02/3x"_s);
+    EXPECT_EQ(history.lines.value(3), u"10:00      　 0秒   3問 a"_s) << "no start, and so no time";
+}
+
+TEST_F(HistoryWindowTest, AFaultAfterSomeRowsLeavesTheHistoryEmpty)
+{
+    // The days are read one after the other, newest first, and the end on the oldest cannot be computed.
+    EXPECT_TRUE(database.SQLite3NonQuery(u"alter table t_kotoban drop column dt_end"_s));
+    EXPECT_TRUE(database.SQLite3NonQuery(u"alter table t_kotoban add column dt_end text as "
+                                         u"(case ymd_sta when '2024/02/20' then abs(-9223372036854775807 - 1) end)"_s));
+    ResultTable table;
+    EXPECT_FALSE(DBSelRecKotoban(database, QDate(2024, 3, 5), 21, u"花/子"_s, &table, false));
+    EXPECT_EQ(table.size(), 3u) << "the newest day was read";
+    const qsizetype messages = desktop.TakeMessages().size();
+    EXPECT_TRUE(ReadHistory(database, QDate(2024, 3, 5), 3, u"花/子"_s).lines.isEmpty());
+    EXPECT_EQ(desktop.messages.size(), messages) << "told once";
 }
 
 TEST_F(HistoryWindowTest, ConvertsTheSelectedFileAndRefusesACopy)

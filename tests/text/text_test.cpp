@@ -57,7 +57,8 @@ TEST(CheckLineBytes, AllowsOneHundredBytes)
     for (const auto &row : rows) {
         QString message;
         int errorLine = 0;
-        const bool isAccepted = CheckLineBytes(LinesOf({u"ok"_s, row.line}), MaxLineBytes, &message, &errorLine);
+        const StudyLines lines = LinesOf({QString(100, u'x'), row.line});
+        const bool isAccepted = CheckLineBytes(lines, MaxLineBytes, &message, &errorLine);
         EXPECT_EQ(isAccepted, row.byteCount == 0) << row.name;
         EXPECT_EQ(message, isAccepted ? QString() : LineTooLongMessage(100, 2, row.byteCount, row.line)) << row.name;
         EXPECT_EQ(errorLine, isAccepted ? 0 : 2) << row.name;
@@ -231,6 +232,10 @@ TEST(PictureName, IsCheckedByLineAndByName)
     EXPECT_EQ(BadPictureNamesMessage(BadPictureNames(DisplayText(text))),
               u"異常な画像ファイル名=[　a.png]があります。\r\n異常な画像ファイル名=[..]があります。"_s);
     EXPECT_TRUE(BadPictureNamesMessage({}).isEmpty());
+    const QStringList ten(10, u"."_s);
+    EXPECT_EQ(BadPictureNamesMessage(ten).count(u"=[.]"_s), 10);
+    EXPECT_FALSE(BadPictureNamesMessage(ten).contains(u'…'));
+    EXPECT_EQ(BadPictureNamesMessage(ten + QStringList(u"."_s)), BadPictureNamesMessage(ten) + u"\r\n…"_s);
 }
 
 TEST(PictureName, IsFoundAtAPlaceAndInAFolder)
