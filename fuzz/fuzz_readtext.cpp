@@ -29,10 +29,8 @@ void CheckBlanks(const DisplayText &text)
     for (int line = 1; line <= text.LineCount(); ++line) {
         Require(!text.Line(line).contains(u'[') && !text.Line(line).contains(u']'));
         Require(GetByteLength(text.MaskedLine(line)) == GetByteLength(text.Line(line)));
-        const int first = blanks.FirstOnLines(line, line);
-        const int last = blanks.LastOnLines(line, line);
-        Require((first == 0) == (last == 0) && (first == 0 || first == counted + 1));
-        counted = qMax(counted, last);
+        for (const int blank : text.BlanksOnLine(line))
+            Require(blank == ++counted && blanks.LineOf(blank) == line);
     }
     Require(counted == blanks.Count());
     for (int blank = 1; blank <= blanks.Count(); ++blank) {

@@ -2,89 +2,75 @@
 #include "input.h"
 #include "require.h"
 #include "text/modReadText.h"
+#include "view/modClickTarget.h"
 #include "view/modPageText.h"
-#include "view/modSpots.h"
-#include "view/modStudyRound.h"
-#include "view/modWordAt.h"
 
 namespace {
 
-/// The window's part in it: a page of a few rows and its scroll bar.
+/// The window's part in it: a page of a few rows.
 class Study
 {
   public:
     explicit Study(StudyLines lines) : m_text(std::move(lines))
     {
         m_round.Load(m_text.Blanks().Count());
-        const bool canScroll = m_text.LineCount() > 0 && m_text.LineCount() >= Layout.RowsPerPage();
-        m_page = {1, Layout.RowsPerPage(), Layout.LargeChange(), canScroll ? m_text.LineCount() : 1, canScroll};
+        Scroll(1);
     }
 
     void PressEnter()
     {
         const std::vector<bool> before = Shown();
-        const int count = m_round.lngOpenCount;
+        const int count = m_round.lngOpenCount();
         const EnterDecision decision = DecideEnter(m_round, m_text, m_page);
         if (decision.action == EnterAction::Reveal) {
             Require(m_round.Toggle(decision.blank));
-            const int line = m_text.Blanks().line[size_t(decision.blank) - 1];
-            Require(line >= m_page.topLine && line < m_page.topLine + m_page.rows);
-            Require(m_round.lngOpenCount == count + 1);
+            Require(m_page.Holds(m_text.Blanks().LineOf(decision.blank)));
+            Require(m_round.lngOpenCount() == count + 1);
             std::vector<bool> expected = before;
             expected[size_t(decision.blank) - 1] = true;
             Require(!before[size_t(decision.blank) - 1] && Shown() == expected);
             return;
         }
-        for (int line = m_page.topLine; line < m_page.topLine + m_page.rows && line <= m_text.LineCount(); ++line)
-            for (size_t blank = 0; blank < before.size(); ++blank)
-                Require(m_text.Blanks().line[blank] != line || before[blank]);
+        for (size_t blank = 0; blank < before.size(); ++blank)
+            Require(before[blank] || !m_page.Holds(m_text.Blanks().line[blank]));
         Require(decision.action != EnterAction::AskThenTurn ||
                 (m_round.AllShown() && before.size() >= size_t(FewestBlanksToAsk)));
-        m_page.topLine = TurnPage(&m_round, m_page);
-        Require(m_round.lngOpenCount == count);
+        const int topLine = TurnPage(&m_round, m_page);
+        Scroll(topLine);
+        Require(m_page.topLine == topLine);
+        Require(m_round.lngOpenCount() == count);
         const std::vector<bool> after = Shown();
         Require(after == before || after == std::vector<bool>(before.size(), false));
     }
 
-    void Click(int xPx, int yPx)
+    void ClickAt(int xPx, int yPx)
     {
-        const std::vector<bool> before = Shown();
-        const int count = m_round.lngOpenCount;
-        const int blank = HitTest(m_text, xPx, yPx, m_page.topLine, Layout);
-        const QString word = TextUnderPointer(m_text, m_round, xPx, yPx, m_page.topLine, Layout);
-        Require(blank == 0 || before[size_t(blank) - 1] || word.isEmpty()); // nothing hidden is ever spoken
-        PictureUnderPointer(m_text, m_round, xPx, yPx, m_page.topLine, Layout);
-        if (blank == 0)
-            return;
-        const bool isShown = m_round.Toggle(blank);
-        Require(isShown != before[size_t(blank) - 1] && m_round.lngOpenCount == count + int(isShown));
+        Click(TargetAt(m_text, m_round, xPx, yPx, m_page.topLine, Layout));
     }
 
-    /// Goes on to the next thing that keys can reach, and clicks it where the program does.
-    void ClickNextSpot(bool withWords)
+    /// Goes on to the next thing that keys can reach, and clicks it.
+    void ClickNext(bool withWords)
     {
-        m_spot = NextPlace(SpotsInView(m_text, m_page, withWords), m_spot, false);
-        if (m_spot.line == 0)
+        m_chosen = NextPlace(TargetsInView(m_text, m_page, withWords), m_chosen, false);
+        if (m_chosen.line == 0)
             return;
-        Require(m_spot.line >= m_page.topLine && m_spot.line < m_page.topLine + m_page.rows);
-        const QStringView line = m_text.Line(m_spot.line);
-        Require(m_spot.column >= 1 && m_spot.length >= 1 && m_spot.column - 1 + m_spot.length <= line.size());
-        SpokenOffset(m_text, m_round, m_page.topLine, m_spot.line, m_spot.column - 1);
-        Click(Layout.TextLeftPx() + CellsOf(line.first(m_spot.column - 1)) * Layout.cellWidthPx +
-                  Layout.cellWidthPx / 2,
-              Layout.RowTopPx(m_spot.line - m_page.topLine + 1) + Layout.linePitchPx / 2);
+        Require(m_page.Holds(m_chosen.line));
+        const QStringView line = m_text.Line(m_chosen.line);
+        Require(m_chosen.column >= 1 && m_chosen.length >= 1 && m_chosen.column - 1 + m_chosen.length <= line.size());
+        SpokenOffset(m_text, m_round, m_page.topLine, m_chosen.line, m_chosen.column - 1);
+        Click(TargetChosen(m_text, m_round, m_chosen));
     }
 
     void HideAll()
     {
-        const int count = m_round.lngOpenCount;
+        const int count = m_round.lngOpenCount();
         m_round.HideAll();
-        Require(Shown() == std::vector<bool>(Shown().size(), false) && m_round.lngOpenCount == count);
+        Require(Shown() == std::vector<bool>(Shown().size(), false) && m_round.lngOpenCount() == count);
     }
 
     void Scroll(int line)
     {
-        m_page.topLine = qBound(1, line, m_page.maximum);
+        m_page = PageAt(line, m_text.LineCount(), Layout);
     }
 
     void Check() const
@@ -95,7 +81,20 @@ class Study
     }
 
   private:
-    static constexpr PageLayout Layout{7, 16, 5 + 4 * 16, true};
+    static constexpr PageLayout Layout{
+        .cellWidthPx = 7, .linePitchPx = 16, .heightPx = 5 + 4 * 16, .hasLineNumbers = true};
+
+    void Click(const ClickTarget &target)
+    {
+        const std::vector<bool> before = Shown();
+        const int count = m_round.lngOpenCount();
+        if (target.blank == 0)
+            return;
+        Require(target == ClickTarget{.blank = target.blank}); // nothing hidden is ever spoken
+        const bool isShown = m_round.Toggle(target.blank);
+        Require(isShown != before[size_t(target.blank) - 1] && m_round.lngOpenCount() == count + int(isShown));
+        Require(isShown || TargetInAnswer(m_text, m_round, target.blank) == ClickTarget());
+    }
 
     std::vector<bool> Shown() const
     {
@@ -108,7 +107,7 @@ class Study
     DisplayText m_text;
     StudyRound m_round;
     PageInView m_page;
-    Place m_spot;
+    Place m_chosen;
 };
 
 } // namespace
@@ -127,7 +126,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
         switch (action % 8) {
         case 0: {
             const int xPx = input.TakeByte() * 3;
-            study.Click(xPx, input.TakeByte() / 3);
+            study.ClickAt(xPx, input.TakeByte() / 3);
             break;
         }
         case 1:
@@ -137,7 +136,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
             study.Scroll(input.TakeByte());
             break;
         case 3:
-            study.ClickNextSpot(action > 127);
+            study.ClickNext(action > 127);
             break;
         default:
             study.PressEnter();

@@ -8,7 +8,11 @@
 #include "text/modStudyLines.h"
 
 #include <functional>
+#include <ranges>
 #include <vector>
+
+/// Numbers of blanks that follow each other, for a loop; may be empty.
+using BlankRange = std::ranges::iota_view<int, int>;
 
 /// The blanks of a file in file order: by line, and from left to right within a line.
 struct BlankTable
@@ -16,18 +20,33 @@ struct BlankTable
     std::vector<int> line;         ///< line of blank i at [i - 1]
     std::vector<int> startColumn;  ///< column of its "["
     std::vector<int> answerLength; ///< characters between the brackets
-    std::vector<int> countUpTo;    ///< [n] = how many blanks lie on lines 1..n
+    std::vector<int> countUpTo{0}; ///< [n] = how many blanks lie on lines 1..n
 
     int Count() const
     {
         return int(line.size());
     }
 
-    /// First blank on lines first..last, 0 when they have none. 1 <= first, last <= number of lines
-    int FirstOnLines(int first, int last) const;
+    int LineOf(int blank) const
+    {
+        return line[size_t(blank) - 1];
+    }
 
-    /// Last blank on lines first..last, 0 when they have none.
-    int LastOnLines(int first, int last) const;
+    int StartColumnOf(int blank) const
+    {
+        return startColumn[size_t(blank) - 1];
+    }
+
+    int AnswerLengthOf(int blank) const
+    {
+        return answerLength[size_t(blank) - 1];
+    }
+
+    /// The blanks on lines first..last. 1 <= first <= last + 1, last <= number of lines
+    BlankRange OnLines(int first, int last) const
+    {
+        return BlankRange(countUpTo[size_t(first) - 1] + 1, countUpTo[size_t(last)] + 1);
+    }
 };
 
 /// The half-width cells that a blank covers with its brackets: from start up to, not including, end; 0 is the first.
@@ -77,6 +96,12 @@ class DisplayText
     const BlankTable &Blanks() const
     {
         return m_blanks;
+    }
+
+    /// The blanks of a line, from left to right.
+    BlankRange BlanksOnLine(int line) const
+    {
+        return m_blanks.OnLines(line, line);
     }
 
     /// The text between the brackets of a blank, 1..Blanks().Count().

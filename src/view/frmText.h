@@ -6,11 +6,11 @@
 #include "platform/modDesktop.h"
 #include "search/modSearch.h"
 #include "settings/modSettings.h"
-#include "store/Sqlite3Func.h"
-#include "view/modStudyRound.h"
+#include "view/modStudySession.h"
 
 #include <QWidget>
 
+#include <functional>
 #include <memory>
 
 enum class MsgResult;
@@ -21,12 +21,11 @@ class frmSearch;
 class InputGuard;
 class PicText;
 class QCheckBox;
-class QLabel;
-class QLayout;
-class QProgressBar;
 class QPushButton;
 class QScrollBar;
 class QTimer;
+class StudyStateBar;
+struct ClickTarget;
 
 /// What the study window is made for: one learner in one application folder.
 struct StudyPlace
@@ -78,45 +77,47 @@ class frmText : public QWidget
     void picText_OLEDragDrop();
 
     void AddControls();
-    QLayout *StateControls();
-    QWidget *Group(const QList<QWidget *> &controls);
     void AddShortcuts();
     QPushButton *AddButton(const QString &name, const QString &caption, void (frmText::*handler)());
-    QLabel *AddLabel(const QString &name);
+    void EnableFileControls(bool isEnabled);
     void ReadSettings();
     void ApplySettings();
     void WidenToText();
     int LargestLeft(int widthPx) const;
-    void SetUpScrollBar();
-    PageInView Page() const;
-    void ShowLine(int line);
-    void ShowCount();
-    void ShowProgress();
-
     void PlaceFileWindow();
     void SaveFormPos();
+
+    PageInView Page() const;
+    void SetUpScrollBar();
+    void ShowText(int topLine);
+    void ShowLine(int line);
+    void ShowProgress();
+
     void OpenSession(const QString &path);
-    bool LoadFile(const QString &path, bool keepsAnswers, QString *message, int *errorLine);
-    void StartClock();
-    void ClearClock();
-    void CompleteSession();
     void OpenInEditorAt(int line);
     MsgResult Ask(const QString &message, MsgStyle style, const QString &soundName);
     QString StudyFolderPath() const;
 
     void Enter();
     void Reveal(int blank);
-    void TurnPageAndShow();
-    void ClickLeft(int xPx, int yPx);
-    void HideAllAnswers();
-    void ChooseSpot(bool backwards);
-    void ClickSpot();
+    void Click(const ClickTarget &target);
+    void ClickChosen();
     void ClickLineNumber(int line);
-    bool IsInView(int line) const;
-    void ForgetPlaces();
+    void ChooseTarget(bool backwards);
+    void MarkLine(int line);
+    void HideAllAnswers();
     void GoOnSearching(bool backwards);
     void ShowPlace(const Place &place, const QString &wanted);
     void ShowPicture(const QString &name);
+
+    /// How far the window is in its life.
+    enum class Stage
+    {
+        Created,
+        Shown,
+        RepairsTold, ///< the learner knows what was wrong with the settings file
+        Ended,       ///< nothing is recorded any more
+    };
 
     Desktop &m_desktop;
     StudyDatabase &m_database;
@@ -128,23 +129,14 @@ class frmText : public QWidget
     Settings m_upper;
     Settings m_settings;
 
-    QString m_path; // the open study file, empty while there is none
-    bool m_isTextLoaded = false;
-    DisplayText m_text;
-    StudyRound m_round;
-    bool m_hasSession = false; // a row was inserted, also for a file that could not be loaded
-    QDateTime m_sessionStart;
-    QDateTime m_clockStart;
-
-    bool m_isActivated = false;
-    bool m_hasShownRepairs = false;
-    bool m_isEnded = false;
+    StudySession m_session;
+    Stage m_stage = Stage::Created;
     unsigned m_wheelMessage = 0;
 
     std::unique_ptr<InputGuard> m_inputGuard; // while a file is being opened
-    std::unique_ptr<frmFile> m_frmFile;
-    std::unique_ptr<KeywordSearch> m_search; // made when it is first opened
-    std::unique_ptr<frmSearch> m_frmSearch;
+    std::unique_ptr<KeywordSearch> m_search;  // with its window
+    frmSearch *m_frmSearch = nullptr;         // made when it is first opened, as the other
+    frmFile *m_frmFile = nullptr;
     PicText *picText;
     QScrollBar *VScroll;
     QPushButton *cmdFile;
@@ -154,14 +146,6 @@ class frmText : public QWidget
     QPushButton *cmdDispHowToUse;
     QPushButton *cmdSearch;
     QCheckBox *chkSpeak;
-    QLabel *lblNum;
-    QProgressBar *prgShown; // of the file's answers
-    QLabel *lblShown;       // the same in numbers
-    QLabel *lblPlace;       // the lines on the page
-    QLabel *lblMinN;
-    QLabel *lblMin;
-    QLabel *lblSecN;
-    QLabel *lblSec;
-    QLabel *lblKeyword;
+    StudyStateBar *m_stateBar;
     QTimer *Timer1;
 };

@@ -1,38 +1,101 @@
-#include "view/modSpots.h"
+#include "view/modClickTarget.h"
 
 #include "text/modPictureName.h"
-#include "view/modWordAt.h"
+#include "view/modWords.h"
 
 #include <algorithm>
 
 namespace {
 
-std::vector<Place> SpotsOnLine(const DisplayText &text, int line, bool withWords)
+/// 0-based index of the character that covers a cell, -1 behind the line's end.
+qsizetype IndexOfCell(QStringView line, int cell)
 {
-    std::vector<Place> spots;
-    const int last = text.Blanks().LastOnLines(line, line);
-    for (int blank = text.Blanks().FirstOnLines(line, line); blank > 0 && blank <= last; ++blank)
-        spots.push_back({line, text.Blanks().startColumn[size_t(blank) - 1], int(text.Answer(blank).size()) + 2});
+    int next = 0;
+    for (qsizetype i = 0; i < line.size(); ++i) {
+        next += CellsOf(line[i]);
+        if (cell < next)
+            return i;
+    }
+    return -1;
+}
+
+/// A line with its hidden answers masked. A reference with a shown answer in it is one like any other.
+QString LineAsShown(const DisplayText &text, const StudyRound &round, int line)
+{
+    return text.MaskedLine(line, [&round](int blank) { return !round.bolOpen(blank); });
+}
+
+std::vector<Place> TargetsOnLine(const DisplayText &text, int line, bool withWords)
+{
+    std::vector<Place> targets;
+    const BlankTable &blanks = text.Blanks();
+    for (const int blank : text.BlanksOnLine(line))
+        targets.push_back({line, blanks.StartColumnOf(blank), blanks.AnswerLengthOf(blank) + 2});
     const QString masked = text.MaskedLine(line);
     for (const PictureReference &reference : PictureReferences(masked))
-        spots.push_back({line, int(reference.start) + 1, int(reference.length)});
+        targets.push_back({line, int(reference.start) + 1, int(reference.length)});
     if (withWords)
         for (const Word &word : WordsOf(masked))
-            spots.push_back({line, int(word.start) + 1, int(word.length)});
-    std::sort(spots.begin(), spots.end(),
+            targets.push_back({line, int(word.start) + 1, int(word.length)});
+    std::sort(targets.begin(), targets.end(),
               [](const Place &first, const Place &second) { return first.column < second.column; });
-    return spots;
+    return targets;
 }
 
 } // namespace
 
-std::vector<Place> SpotsInView(const DisplayText &text, const PageInView &page, bool withWords)
+ClickTarget TargetAt(const DisplayText &text, const StudyRound &round, int xPx, int yPx, int topLine,
+                     const PageLayout &layout)
 {
-    std::vector<Place> spots;
-    const int lastLine = qMin(page.topLine + page.rows - 1, text.LineCount());
-    for (int line = page.topLine; line <= lastLine; ++line) {
-        const std::vector<Place> onLine = SpotsOnLine(text, line, withWords);
-        spots.insert(spots.end(), onLine.begin(), onLine.end());
+    if (layout.IsInNumberStrip(xPx))
+        return {.numberedLine = MarkLineAt(yPx, topLine, layout)};
+    if (const int blank = HitTest(text, xPx, yPx, topLine, layout); blank > 0)
+        return {.blank = blank};
+    const int line = layout.RowOffsetAt(yPx) + topLine;
+    if (yPx <= PageLayout::TopMarginPx || line > text.LineCount() || xPx < layout.TextLeftPx())
+        return {};
+    const int cell = (xPx - layout.TextLeftPx()) / layout.cellWidthPx;
+    const qsizetype index = IndexOfCell(text.Line(line), cell);
+    if (index < 0)
+        return {};
+    // No answer, shown or not, joins the word that stands beside it.
+    return {.word = WordAround(text.MaskedLine(line), index),
+            .picture = PictureNameAt(LineAsShown(text, round, line), index)};
+}
+
+std::vector<Place> TargetsInView(const DisplayText &text, const PageInView &page, bool withWords)
+{
+    std::vector<Place> targets;
+    for (int line = page.topLine; line <= page.lastLine; ++line) {
+        const std::vector<Place> onLine = TargetsOnLine(text, line, withWords);
+        targets.insert(targets.end(), onLine.begin(), onLine.end());
     }
-    return spots;
+    return targets;
+}
+
+ClickTarget TargetChosen(const DisplayText &text, const StudyRound &round, const Place &chosen)
+{
+    for (const int blank : text.BlanksOnLine(chosen.line))
+        if (text.Blanks().StartColumnOf(blank) == chosen.column)
+            return {.blank = blank};
+    const QString line = LineAsShown(text, round, chosen.line);
+    const qsizetype index = chosen.column - 1;
+    // Of references that stand in each other the chosen one is meant, which the mouse cannot say.
+    for (const PictureReference &reference : PictureReferences(line))
+        if (reference.start == index)
+            return {.picture = reference.name};
+    return {.word = WordAround(text.MaskedLine(chosen.line), index), .picture = PictureNameAt(line, index)};
+}
+
+ClickTarget TargetOfLineNumber(int line, const PageInView &page)
+{
+    return {.numberedLine = qBound(page.topLine, line, qMax(page.topLine, page.lastLine))};
+}
+
+ClickTarget TargetInAnswer(const DisplayText &text, const StudyRound &round, int blank)
+{
+    if (!round.bolOpen(blank))
+        return {};
+    const std::vector<PictureReference> references = PictureReferences(text.Answer(blank));
+    return {.word = text.Answer(blank).toString(), .picture = references.empty() ? QString() : references.front().name};
 }

@@ -1,10 +1,39 @@
-// What can be clicked on the page, for those who use keys.
+// What can be clicked on the page. The mouse points at it, keys go through it in reading order; both end in the same
+// value.
 #pragma once
 
 #include "search/modSearch.h"
 #include "view/modStudyRound.h"
 
-/// The places in view that can be clicked, in file order: the blanks with their brackets and the references to pictures
-/// with theirs. A blank hides what is in it.
-/// @param withWords  whether words can be clicked too, which is so while they are read aloud
-std::vector<Place> SpotsInView(const DisplayText &text, const PageInView &page, bool withWords);
+#include <vector>
+
+/// What a left click acts on; all of it empty where there is nothing. Hidden text is never part of it.
+struct ClickTarget
+{
+    int numberedLine = 0; ///< line whose number it is, also behind the last line; 0 outside the strip of numbers
+    int blank = 0;        ///< then nothing else is set
+    QString word{};       ///< the word there
+    QString picture{};    ///< name of the picture that is referred to there, by a reference without a hidden answer
+
+    bool operator==(const ClickTarget &) const = default;
+};
+
+/// What the mouse points at.
+/// @param xPx, yPx  pixels inside picText; @param topLine  line in the first row
+ClickTarget TargetAt(const DisplayText &text, const StudyRound &round, int xPx, int yPx, int topLine,
+                     const PageLayout &layout);
+
+/// The places in view that keys can choose, in file order: the blanks with their brackets and the references to
+/// pictures with theirs. A blank hides what is in it.
+/// @param withWords  whether words can be chosen too, which is so while they are read aloud
+std::vector<Place> TargetsInView(const DisplayText &text, const PageInView &page, bool withWords);
+
+/// What was chosen by keys, as it is now. @param chosen  one of the above
+ClickTarget TargetChosen(const DisplayText &text, const StudyRound &round, const Place &chosen);
+
+/// The number of a line, or of the one in view that is next to it.
+ClickTarget TargetOfLineNumber(int line, const PageInView &page);
+
+/// What a click on a blank goes on to act on once it has shown the answer: the answer as a word and the first picture
+/// that it refers to. Nothing while the answer is hidden.
+ClickTarget TargetInAnswer(const DisplayText &text, const StudyRound &round, int blank);

@@ -6,11 +6,9 @@ namespace {
 void AppendLine(const DisplayText &text, const StudyRound &round, int line, qsizetype end, QString *spoken)
 {
     const QStringView view = text.Line(line);
-    const BlankTable &blanks = text.Blanks();
-    const int last = blanks.LastOnLines(line, line);
     qsizetype done = 0;
-    for (int blank = blanks.FirstOnLines(line, line); blank > 0 && blank <= last; ++blank) {
-        const qsizetype answerAt = blanks.startColumn[size_t(blank) - 1]; // behind the blank that was its bracket
+    for (const int blank : text.BlanksOnLine(line)) {
+        const qsizetype answerAt = text.Blanks().StartColumnOf(blank); // behind the blank that was its bracket
         if (answerAt >= end)
             break;
         *spoken += view.sliced(done, answerAt - done);
@@ -23,12 +21,11 @@ void AppendLine(const DisplayText &text, const StudyRound &round, int line, qsiz
 
 } // namespace
 
-QString SpokenPage(const DisplayText &text, const StudyRound &round, int topLine, int rows)
+QString SpokenPage(const DisplayText &text, const StudyRound &round, const PageInView &page)
 {
     QString spoken;
-    const int last = qMin(topLine + rows - 1, text.LineCount());
-    for (int line = topLine; line <= last; ++line) {
-        if (line > topLine)
+    for (int line = page.topLine; line <= page.lastLine; ++line) {
+        if (line > page.topLine)
             spoken += u'\n';
         AppendLine(text, round, line, text.Line(line).size(), &spoken);
     }

@@ -8,7 +8,7 @@ inline constexpr QStringView HiddenAnswerText = u"空欄";
 
 /// The lines in view, separated by line feeds, with every hidden answer as "空欄" and every shown one as it is, both
 /// between blanks.
-QString SpokenPage(const DisplayText &text, const StudyRound &round, int topLine, int rows);
+QString SpokenPage(const DisplayText &text, const StudyRound &round, const PageInView &page);
 
 /// Where a character of a line in view stands in the above, 0 the first character there.
 /// @param index  0-based character of the line; of an answer, only its first one

@@ -23,7 +23,7 @@ bool StudyRound::Toggle(int blank)
     m_shownIn[size_t(blank) - 1] = isShown ? m_round : 0;
     m_shownCount += isShown ? 1 : -1;
     if (isShown)
-        ++lngOpenCount;
+        ++m_openCount;
     return isShown;
 }
 
@@ -35,15 +35,12 @@ void StudyRound::HideAll()
 
 BlankRange VisibleBlanks(const DisplayText &text, const PageInView &page)
 {
-    const int last = qMin(page.topLine + page.rows - 1, text.LineCount());
-    if (last < page.topLine)
-        return {};
-    return {text.Blanks().FirstOnLines(page.topLine, last), text.Blanks().LastOnLines(page.topLine, last)};
+    return text.Blanks().OnLines(page.topLine, page.lastLine);
 }
 
 int FirstHiddenBlank(const StudyRound &round, const BlankRange &range)
 {
-    for (int blank = range.first; blank > 0 && blank <= range.last; ++blank)
+    for (const int blank : range)
         if (!round.bolOpen(blank))
             return blank;
     return 0;
@@ -56,8 +53,7 @@ int HitTest(const DisplayText &text, int xPx, int yPx, int topLine, const PageLa
     const int line = layout.RowOffsetAt(yPx) + topLine;
     if (line > text.LineCount())
         return 0;
-    const int last = text.Blanks().LastOnLines(line, line);
-    for (int blank = text.Blanks().FirstOnLines(line, line); blank > 0 && blank <= last; ++blank) {
+    for (const int blank : text.BlanksOnLine(line)) {
         const BoxEdges box = GetBqInfoFromLine(text, blank, layout.cellWidthPx, layout.TextLeftPx());
         if (box.leftPx < xPx && xPx < box.rightPx)
             return blank;
@@ -68,14 +64,14 @@ int HitTest(const DisplayText &text, int xPx, int yPx, int topLine, const PageLa
 EnterDecision DecideEnter(const StudyRound &round, const DisplayText &text, const PageInView &page)
 {
     if (round.BlankCount() == 0)
-        return {EnterAction::TurnPage, 0};
+        return {.action = EnterAction::TurnPage, .blank = 0};
     const int hidden = FirstHiddenBlank(round, VisibleBlanks(text, page));
     if (hidden > 0)
-        return {EnterAction::Reveal, hidden};
+        return {.action = EnterAction::Reveal, .blank = hidden};
     const bool isAtEnd = page.topLine + page.pageSize >= page.maximum;
     if (round.BlankCount() >= FewestBlanksToAsk && round.AllShown() && isAtEnd)
-        return {EnterAction::AskThenTurn, 0};
-    return {EnterAction::TurnPage, 0};
+        return {.action = EnterAction::AskThenTurn, .blank = 0};
+    return {.action = EnterAction::TurnPage, .blank = 0};
 }
 
 int TurnPage(StudyRound *round, const PageInView &page)

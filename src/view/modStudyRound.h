@@ -3,26 +3,9 @@
 #pragma once
 
 #include "text/modDisplayText.h"
-#include "view/modPageLayout.h"
+#include "view/modPageInView.h"
 
 #include <vector>
-
-/// What the window shows of the file, and its scroll bar.
-struct PageInView
-{
-    int topLine = 1;        ///< line in the first row: the scroll bar's value
-    int rows = 1;           ///< rows per page
-    int pageSize = 1;       ///< lines that a page turn goes on by
-    int maximum = 1;        ///< the scroll bar's maximum
-    bool canScroll = false; ///< whether the scroll bar is shown and enabled
-};
-
-/// First and last blank in view, both 0 when there are none.
-struct BlankRange
-{
-    int first = 0;
-    int last = 0;
-};
 
 class StudyRound
 {
@@ -62,20 +45,37 @@ class StudyRound
         return m_shownCount == BlankCount();
     }
 
-    int lngOpenCount = 0; ///< answers shown since the session began
-    int lngMarkLine = 0;  ///< line marked in the strip of line numbers
+    /// Answers shown since the session began.
+    int lngOpenCount() const
+    {
+        return m_openCount;
+    }
+
+    /// Line marked in the strip of line numbers, 0 for none.
+    int lngMarkLine() const
+    {
+        return m_markLine;
+    }
+
+    /// Marks a line, or none with 0.
+    void MarkLine(int line)
+    {
+        m_markLine = line;
+    }
 
   private:
     // The round in which each blank was last shown; 0 = in none. So hiding all answers is one step, however many.
     std::vector<unsigned> m_shownIn;
     unsigned m_round = 1;
     int m_shownCount = 0;
+    int m_openCount = 0;
+    int m_markLine = 0;
 };
 
 /// Blanks on the lines in view.
 BlankRange VisibleBlanks(const DisplayText &text, const PageInView &page);
 
-/// First blank of a range whose answer is hidden, or 0.
+/// First blank of some whose answer is hidden, or 0.
 int FirstHiddenBlank(const StudyRound &round, const BlankRange &range);
 
 /// Blank under a click, or 0 when none is hit.

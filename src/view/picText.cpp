@@ -1,8 +1,8 @@
 #include "view/picText.h"
 
 #include "view/PageAccessible.h"
+#include "view/modClickTarget.h"
 #include "view/modPageText.h"
-#include "view/modWordAt.h"
 #include "widgets/PageFont.h"
 
 #include <QAccessible>
@@ -147,8 +147,7 @@ class PicText::Painter
         if (line == m_area.m_spot.line)
             DrawSpot(row); // below the text: a letter beside it may reach into it
         DrawCells(m_text.MaskedLine(line), 0, row);
-        const int last = m_text.Blanks().LastOnLines(line, line);
-        for (int blank = m_text.Blanks().FirstOnLines(line, line); blank > 0 && blank <= last; ++blank)
+        for (const int blank : m_text.BlanksOnLine(line))
             DrawBox(blank, row);
     }
 
@@ -169,9 +168,7 @@ class PicText::Painter
         const QStringView line = m_text.Line(mark.line);
         int firstCell = CellsBefore(line, mark.column - 1);
         int endCell = CellsBefore(line, mark.column - 1 + mark.length);
-        const BlankTable &blanks = m_text.Blanks();
-        const int last = blanks.LastOnLines(mark.line, mark.line);
-        for (int blank = blanks.FirstOnLines(mark.line, mark.line); blank > 0 && blank <= last; ++blank) {
+        for (const int blank : m_text.BlanksOnLine(mark.line)) {
             const CellRange cells = m_text.Cells(blank);
             if (!m_round.bolOpen(blank) && cells.start < endCell && firstCell < cells.end) {
                 firstCell = qMin(firstCell, cells.start);
@@ -271,7 +268,7 @@ class PicText::Painter
         constexpr int widestFigures = 4; // the figures of longer numbers are narrowed
         const QRect strip = Device(QRect(0, m_layout.RowTopPx(row), m_layout.NumberStripPx() - m_layout.cellWidthPx / 2,
                                          m_layout.linePitchPx - RowGapPx));
-        if (line == m_round.lngMarkLine)
+        if (line == m_round.lngMarkLine())
             m_painter.fillRect(strip, MarkBackground);
         const QString number = QString::number(line);
         const bool isNarrow = number.size() > widestFigures;
@@ -404,7 +401,7 @@ void PicText::DrawPage()
 void PicText::DrawBlank(int blank)
 {
     const BoxEdges box = GetBqInfoFromLine(*m_text, blank, m_layout.cellWidthPx, m_layout.TextLeftPx());
-    const int row = m_text->Blanks().line[size_t(blank) - 1] - m_topLine + 1;
+    const int row = m_text->Blanks().LineOf(blank) - m_topLine + 1;
     const QRect area(box.leftPx, m_layout.RowTopPx(row), box.rightPx - box.leftPx + 1, m_layout.linePitchPx);
     update(area.adjusted(-1, -1, 1, 1)); // at 125 % an edge may lie on a pixel that is only partly within the area
     if (!QAccessible::isActive())
@@ -412,8 +409,8 @@ void PicText::DrawBlank(int blank)
     const QString hidden = HiddenAnswerText.toString();
     const QString answer = m_text->Answer(blank).toString();
     const bool isShown = m_round->bolOpen(blank);
-    const int offset = SpokenOffset(*m_text, *m_round, m_topLine, m_text->Blanks().line[size_t(blank) - 1],
-                                    m_text->Blanks().startColumn[size_t(blank) - 1]);
+    const int offset = SpokenOffset(*m_text, *m_round, m_topLine, m_text->Blanks().LineOf(blank),
+                                    m_text->Blanks().StartColumnOf(blank));
     TellChange(new QAccessibleTextUpdateEvent(this, offset, isShown ? hidden : answer, isShown ? answer : hidden));
 }
 
@@ -426,7 +423,7 @@ void PicText::TellChange(QAccessibleEvent *event)
 
 QString PicText::SpokenText() const
 {
-    return m_text ? SpokenPage(*m_text, *m_round, m_topLine, m_layout.RowsPerPage()) : QString();
+    return m_text ? SpokenPage(*m_text, *m_round, PageAt(m_topLine, m_text->LineCount(), m_layout)) : QString();
 }
 
 void PicText::DrawLineNumbers()
@@ -523,8 +520,8 @@ void PicText::paintEvent(QPaintEvent *event)
 
 void PicText::UpdatePointer(const QPoint &at)
 {
-    const bool isOverSomething =
-        m_text && (HitTest(*m_text, at.x(), at.y(), m_topLine, m_layout) > 0 ||
-                   !PictureUnderPointer(*m_text, *m_round, at.x(), at.y(), m_topLine, m_layout).isEmpty());
-    setCursor(isOverSomething ? Qt::PointingHandCursor : Qt::ArrowCursor);
+    const ClickTarget target =
+        m_text ? TargetAt(*m_text, *m_round, at.x(), at.y(), m_topLine, m_layout) : ClickTarget();
+    const bool isLink = target.blank > 0 || !target.picture.isEmpty();
+    setCursor(isLink ? Qt::PointingHandCursor : Qt::ArrowCursor);
 }

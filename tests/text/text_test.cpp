@@ -208,11 +208,14 @@ TEST(DisplayText, KeepsColumnsAndNumbersTheBlanksInFileOrder)
     EXPECT_EQ(text.MaskedLine(3), u"   "
                                   u" 　 "_s);
 
-    EXPECT_EQ(blanks.FirstOnLines(1, 3), 1);
-    EXPECT_EQ(blanks.LastOnLines(1, 2), 2);
-    EXPECT_EQ(blanks.FirstOnLines(2, 2), 0);
-    EXPECT_EQ(blanks.LastOnLines(2, 2), 0);
-    EXPECT_EQ(blanks.FirstOnLines(2, 3), 3);
+    const auto onLines = [&blanks](int first, int last) {
+        const BlankRange range = blanks.OnLines(first, last);
+        return std::vector<int>(range.begin(), range.end());
+    };
+    EXPECT_EQ(onLines(1, 3), (std::vector<int>{1, 2, 3, 4}));
+    EXPECT_EQ(onLines(1, 2), (std::vector<int>{1, 2}));
+    EXPECT_EQ(onLines(2, 2), std::vector<int>());
+    EXPECT_EQ(onLines(2, 3), (std::vector<int>{3, 4}));
 }
 
 TEST(PictureName, IsCheckedByLineAndByName)

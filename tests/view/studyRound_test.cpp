@@ -1,11 +1,12 @@
+#include "store/modDB_SQLite.h"
+#include "support/RecordingDesktop.h"
 #include "support/Rows.h"
 #include "support/StudyText.h"
 #include "support/TestFiles.h"
+#include "view/modClickTarget.h"
 #include "view/modPageText.h"
-#include "view/modSpots.h"
-#include "view/modStudyClock.h"
-#include "view/modStudyRound.h"
-#include "view/modWordAt.h"
+#include "view/modStudySession.h"
+#include "view/modWords.h"
 
 #include <QTimeZone>
 
@@ -29,15 +30,14 @@ StudyRound Round(int blanks, int shown)
     return round;
 }
 
-/// A view of a file as the window sets its scroll bar up.
+/// A page of so many rows.
 PageInView Page(int topLine, int rows, int lines)
 {
-    const bool canScroll = lines >= rows;
-    return {topLine, rows, rows > 1 ? rows - 1 : 1, canScroll ? lines : 1, canScroll};
+    return PageAt(topLine, lines, {.linePitchPx = 20, .heightPx = PageLayout::TopMarginPx + 20 * rows});
 }
 
 // Ten pixels a cell, rows of twenty pixels, with line numbers: text begins at 60.
-const PageLayout Layout{10, 20, 205, true};
+const PageLayout Layout{.cellWidthPx = 10, .linePitchPx = 20, .heightPx = 205, .hasLineNumbers = true};
 
 } // namespace
 
@@ -46,34 +46,34 @@ TEST(StudyRound, CountsWhatIsShownAndNotWhatIsHidden)
     StudyRound round = Round(2, 0);
     EXPECT_TRUE(round.Toggle(1));
     EXPECT_FALSE(round.Toggle(1));
-    EXPECT_EQ(round.lngOpenCount, 1);
+    EXPECT_EQ(round.lngOpenCount(), 1);
     EXPECT_TRUE(round.Toggle(1));
-    EXPECT_EQ(round.lngOpenCount, 2);
+    EXPECT_EQ(round.lngOpenCount(), 2);
     EXPECT_FALSE(round.AllShown());
     round.Toggle(2);
     EXPECT_TRUE(round.AllShown());
     round.HideAll();
     EXPECT_FALSE(round.bolOpen(1) || round.bolOpen(2) || round.AllShown());
-    EXPECT_EQ(round.lngOpenCount, 3);
+    EXPECT_EQ(round.lngOpenCount(), 3);
 }
 
 TEST(StudyRound, AReReadKeepsTheFirstBlanksByNumber)
 {
     StudyRound round = Round(3, 3);
     round.Toggle(2);
-    round.lngMarkLine = 7;
+    round.MarkLine(7);
     round.Reload(5);
     EXPECT_TRUE(round.bolOpen(1) && !round.bolOpen(2) && round.bolOpen(3) && !round.bolOpen(4) && !round.bolOpen(5));
     round.Reload(1);
     EXPECT_TRUE(round.AllShown());
     round.Reload(2);
     EXPECT_FALSE(round.bolOpen(2)) << "a blank that was gone comes back hidden";
-    EXPECT_EQ(round.lngOpenCount, 3);
-    EXPECT_EQ(round.lngMarkLine, 7);
+    EXPECT_EQ(round.lngOpenCount(), 3);
+    EXPECT_EQ(round.lngMarkLine(), 7);
     round.Load(2);
     EXPECT_FALSE(round.bolOpen(1));
-    EXPECT_EQ(round.lngOpenCount, 0);
-    EXPECT_EQ(round.lngMarkLine, 0);
+    EXPECT_EQ(round.lngOpenCount(), 0);
+    EXPECT_EQ(round.lngMarkLine(), 0);
 }
 
 TEST(Enter, ShowsTheNextHiddenAnswerInView)
@@ -133,7 +133,7 @@ TEST(TurnPage, GoesOnOrBeginsANewRound)
         StudyRound round = Round(blanks, shown);
         EXPECT_EQ(TurnPage(&round, page), topLine) << name;
         EXPECT_EQ(blanks > 0 && !round.bolOpen(1), isFirstHidden) << name;
-        EXPECT_EQ(round.lngOpenCount, shown) << name;
+        EXPECT_EQ(round.lngOpenCount(), shown) << name;
     }
 }
 
@@ -176,13 +176,59 @@ TEST(PageLayout, HoldsWholeRowsAndAStripOfFourAndAHalfCharacters)
     EXPECT_EQ(MarkLineAt(0, 8, Layout), 8) << "the margin belongs to the first row";
 }
 
-TEST(Spots, AreGoneThroughAsOneReads)
+TEST(PageAt, ScrollsFromAFullPageOnUpToTheLastLine)
+{
+    // Top line, rows and lines, then the top line, the last line in view, the maximum and whether the page scrolls.
+    const Rows<const char *, int, int, int, int, int, int, bool> rows = {
+        {"one line too few", 1, 10, 9, 1, 9, 1, false},
+        {"as many lines as rows", 1, 10, 10, 1, 10, 10, true},
+        {"the last line at the top", 10, 10, 10, 10, 10, 10, true},
+        {"a top line that is gone", 40, 10, 12, 12, 12, 12, true},
+        {"in the middle", 7, 10, 40, 7, 16, 40, true},
+        {"no text", 3, 10, 0, 1, 0, 1, false},
+        {"no text and one row", 1, 1, 0, 1, 0, 1, false},
+    };
+    for (const auto &[name, wanted, height, lines, topLine, lastLine, maximum, canScroll] : rows) {
+        const PageInView page = Page(wanted, height, lines);
+        EXPECT_EQ(page.topLine, topLine) << name;
+        EXPECT_EQ(page.lastLine, lastLine) << name;
+        EXPECT_EQ(page.maximum, maximum) << name;
+        EXPECT_EQ(page.canScroll, canScroll) << name;
+        EXPECT_FALSE(page.Holds(topLine - 1) || page.Holds(lastLine + 1)) << name;
+        EXPECT_EQ(page.Holds(topLine) && page.Holds(lastLine), lines > 0) << name;
+    }
+}
+
+TEST(ClickTarget, IsChosenByKeysAsOneReads)
 {
     const DisplayText text = Text({u"above [x]"_s, u"[a] ｢図｣ [b｢c｣]"_s, u"none ｢｣"_s, u"｢x.y｣｢[漢]｣"_s, u"[below]"_s});
-    const std::vector<Place> spots = {{2, 1, 3}, {2, 5, 3}, {2, 9, 6}, {4, 7, 3}};
-    EXPECT_EQ(SpotsInView(text, Page(2, 3, 5), false), spots) << "neither what is hidden nor what is no picture's name";
+    const std::vector<Place> targets = {{2, 1, 3}, {2, 5, 3}, {2, 9, 6}, {4, 7, 3}};
+    EXPECT_EQ(TargetsInView(text, Page(2, 3, 5), false), targets)
+        << "neither what is hidden nor what is no picture's name";
     const std::vector<Place> words = {{3, 1, 4}, {4, 2, 1}, {4, 4, 1}, {4, 7, 3}};
-    EXPECT_EQ(SpotsInView(text, Page(3, 2, 5), true), words);
+    EXPECT_EQ(TargetsInView(text, Page(3, 2, 5), true), words);
+}
+
+TEST(ClickTarget, OfAChosenPlaceIsWhatStandsThere)
+{
+    const DisplayText text = Text({u"[a]word｢図 b｣｢図｣[｢c｣]"_s, u"｢a｢b｣｣ ｢[x]y｣"_s});
+    const StudyRound round = Round(3, 3);
+    const Rows<const char *, Place, ClickTarget> rows = {
+        {"a blank", {1, 1, 3}, {.blank = 1}},
+        {"a word beside it", {1, 4, 4}, {.word = u"word"_s}},
+        {"a picture, and no blank", {1, 13, 3}, {.picture = u"図"_s}},
+        {"a word in a reference", {1, 14, 1}, {.word = u"図"_s, .picture = u"図"_s}},
+        {"an answer with a picture", {1, 16, 5}, {.blank = 2}},
+        {"a reference within another", {2, 3, 3}, {.picture = u"b"_s}},
+        {"no reference while an answer shows in it", {2, 8, 6}, {}},
+    };
+    for (const auto &[name, chosen, target] : rows)
+        EXPECT_EQ(TargetChosen(text, round, chosen), target) << name;
+    EXPECT_EQ(TargetInAnswer(text, round, 2), (ClickTarget{.word = u"｢c｣"_s, .picture = u"c"_s}));
+    EXPECT_EQ(TargetInAnswer(text, Round(3, 1), 2), ClickTarget()) << "hidden";
+    EXPECT_EQ(TargetOfLineNumber(0, Page(4, 3, 9)).numberedLine, 4);
+    EXPECT_EQ(TargetOfLineNumber(5, Page(4, 3, 9)).numberedLine, 5);
+    EXPECT_EQ(TargetOfLineNumber(9, Page(4, 3, 9)).numberedLine, 6);
 }
 
 TEST(SpokenPage, SaysWhatIsShownAndWhereSomethingIsHidden)
@@ -190,12 +236,49 @@ TEST(SpokenPage, SaysWhatIsShownAndWhereSomethingIsHidden)
     const DisplayText text = Text({u"above"_s, u"[a]と[漢字]。"_s, u"[]"_s, u"[next] page"_s});
     StudyRound round = Round(4, 0);
     round.Toggle(2);
-    EXPECT_EQ(SpokenPage(text, round, 2, 2), u" 空欄 と 漢字 。\n 空欄 "_s);
-    EXPECT_EQ(SpokenPage(text, round, 4, 9), u" 空欄  page"_s);
-    EXPECT_EQ(SpokenPage(DisplayText(), StudyRound(), 1, 9), QString());
+    EXPECT_EQ(SpokenPage(text, round, Page(2, 2, 4)), u" 空欄 と 漢字 。\n 空欄 "_s);
+    EXPECT_EQ(SpokenPage(text, round, Page(4, 3, 4)), u" 空欄  page"_s);
+    EXPECT_EQ(SpokenPage(DisplayText(), StudyRound(), Page(1, 9, 0)), QString());
     EXPECT_EQ(SpokenOffset(text, round, 2, 2, 5), 6) << "the first character of a shown answer";
     EXPECT_EQ(SpokenOffset(text, round, 1, 3, 1), 5 + 1 + 10 + 1 + 1);
     EXPECT_EQ(SpokenOffset(text, round, 4, 4, 7), 5) << "a word behind a hidden answer of four letters";
+}
+
+TEST(StudySession, ARefusedFileLeavesItsRowAndNothingOpen)
+{
+    const TestFolder folder;
+    RecordingDesktop desktop;
+    StudyDatabase database(desktop);
+    database.Open(u":memory:"_s);
+    DBCreateKotoban(database);
+    StudySession session(desktop, database, u"花子"_s);
+    QString message;
+    int errorLine = 0;
+    EXPECT_FALSE(session.HasBegun() || session.IsFileOpen() || session.ClockTick());
+
+    const QString good = folder.WriteStudyFile(u"good.txt"_s, {u"[a] ｢x.y｣"_s});
+    ASSERT_TRUE(session.Open(good, &message));
+    EXPECT_EQ(message, u"異常な画像ファイル名=[x.y]があります。"_s);
+    EXPECT_TRUE(session.ClockTick());
+    session.Round().Toggle(1);
+    folder.WriteStudyFile(u"good.txt"_s, {u"[a]"_s, u"[b"_s});
+    EXPECT_FALSE(session.ReadAgain(&message, &errorLine));
+    EXPECT_EQ(errorLine, 2);
+    EXPECT_EQ(session.Text().LineCount(), 1);
+    EXPECT_TRUE(session.Round().AllShown() && session.ClockTick()) << "all is as before";
+    folder.WriteStudyFile(u"good.txt"_s, {u"[a]"_s, u"[b]"_s});
+    EXPECT_TRUE(session.ReadAgain(&message, &errorLine));
+    EXPECT_EQ(session.Round().ShownCount(), 1);
+    session.Complete();
+
+    desktop.now = desktop.now.addSecs(60);
+    EXPECT_FALSE(session.Open(folder.WriteStudyFile(u"bad.txt"_s, {u"["_s}), &message));
+    EXPECT_FALSE(session.IsFileOpen() || session.ClockTick());
+    EXPECT_EQ(session.Text().LineCount() + session.Round().BlankCount() + session.Round().lngOpenCount(), 0);
+    session.Complete();
+    ResultTable table;
+    database.SQLite3Query(u"select file_name, num_answer from t_kotoban"_s, &table);
+    EXPECT_EQ(QStringList(table.begin() + 1, table.end()), QStringList({u"good\t1"_s, u"bad\t0"_s}));
 }
 
 TEST(ClockTick, MovesInStepsOfTenSeconds)
@@ -217,26 +300,42 @@ TEST(ClockTick, MovesInStepsOfTenSeconds)
     EXPECT_EQ(ClockTick(beforeSummerTime, beforeSummerTime.addSecs(120))->minutes, 2) << "not 62";
 }
 
-TEST(TextUnderPointer, NeverGivesWhatIsHidden)
+TEST(ClickTarget, UnderTheMouseNeverGivesWhatIsHidden)
 {
-    const DisplayText text = Text({u"don't stop [hidden] now"_s, u"[shown]漢字かなカナー12"_s});
-    StudyRound round = Round(2, 0);
+    const DisplayText text =
+        Text({u"don't stop [hidden] now"_s, u"[shown]漢字かなカナー12"_s, u"人々 ｢図｣ ｢[x]y｣ [｢z｣]"_s});
+    StudyRound round = Round(4, 0);
     round.Toggle(2);
-    const auto at = [&](int cell, int line) {
-        return TextUnderPointer(text, round, Layout.TextLeftPx() + cell * 10 + 5, Layout.RowTopPx(line) + 8, 1, Layout);
+    // Cell and line, then what is there.
+    const Rows<int, int, ClickTarget> rows = {
+        {2, 1, {.word = u"don't"_s}},
+        {8, 1, {.word = u"stop"_s}},
+        {5, 1, {}}, // between words
+        {14, 1, {.blank = 1}},
+        {20, 1, {.word = u"now"_s}},
+        {40, 1, {}}, // behind the line's end
+        {3, 2, {.blank = 2}},
+        {8, 2, {.word = u"漢字"_s}},
+        {12, 2, {.word = u"かな"_s}},
+        {19, 2, {.word = u"カナー"_s}},
+        {22, 2, {.word = u"12"_s}},
+        {0, 3, {.word = u"人々"_s}},
+        {2, 3, {.word = u"人々"_s}},
+        {5, 3, {.picture = u"図"_s}},
+        {6, 3, {.word = u"図"_s, .picture = u"図"_s}},
+        {14, 3, {.word = u"y"_s, .picture = u"y"_s}},
+        {19, 3, {.blank = 4}},
+        {3, 4, {}}, // below the last line
+        {-3, 2, {.numberedLine = 2}},
+        {-3, 4, {.numberedLine = 4}}, // the strip goes on below the last line
     };
-    EXPECT_EQ(at(2, 1), u"don't"_s);
-    EXPECT_EQ(at(8, 1), u"stop"_s);
-    EXPECT_EQ(at(5, 1), QString()) << "a blank between words";
-    EXPECT_EQ(at(14, 1), QString()) << "a hidden answer";
-    EXPECT_EQ(at(20, 1), u"now"_s);
-    EXPECT_EQ(at(40, 1), QString()) << "behind the line's end";
-    EXPECT_EQ(at(3, 2), u"shown"_s);
-    EXPECT_EQ(at(8, 2), u"漢字"_s);
-    EXPECT_EQ(at(12, 2), u"かな"_s);
-    EXPECT_EQ(at(19, 2), u"カナー"_s);
-    EXPECT_EQ(at(22, 2), u"12"_s);
-    EXPECT_EQ(at(3, 3), QString()) << "below the last line";
-    EXPECT_EQ(TextUnderPointer(text, round, 65, 3, 1, Layout), QString()) << "the top margin";
-    EXPECT_EQ(TextUnderPointer(text, round, 20, 10, 1, Layout), QString()) << "the strip of line numbers";
+    for (const auto &[cell, line, target] : rows)
+        EXPECT_EQ(TargetAt(text, round, Layout.TextLeftPx() + cell * 10 + 5, Layout.RowTopPx(line) + 8, 1, Layout),
+                  target)
+            << cell << ' ' << line;
+    EXPECT_EQ(TargetAt(text, round, 65, 3, 1, Layout), ClickTarget()) << "the top margin";
+    EXPECT_EQ(TargetAt(text, round, 20, 3, 1, Layout).numberedLine, 1) << "which belongs to the first row's number";
+    round.Toggle(3);
+    EXPECT_EQ(TargetAt(text, round, Layout.TextLeftPx() + 145, 45, 1, Layout), (ClickTarget{.word = u"y"_s}))
+        << "with an answer in it, it is no picture's name";
 }

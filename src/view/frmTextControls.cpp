@@ -1,0 +1,247 @@
+// How the study window comes to be: its controls, the keys that reach what else takes a mouse, its settings, its place
+// and its size.
+#include "base/modProduct.h"
+#include "files/frmFile.h"
+#include "platform/modWindowMessage.h"
+#include "view/StudyStateBar.h"
+#include "view/frmText.h"
+#include "view/picText.h"
+#include "widgets/FlowLayout.h"
+#include "widgets/InputGuard.h"
+#include "widgets/ScreenFit.h"
+
+#include <QCheckBox>
+#include <QGridLayout>
+#include <QPushButton>
+#include <QScreen>
+#include <QScrollBar>
+#include <QShortcut>
+#include <QTimer>
+
+using namespace Qt::Literals::StringLiterals;
+
+frmText::frmText(Desktop &desktop, StudyDatabase &database, const RunLog &log, frmMsg &msg, const StudyPlace &place)
+    : m_desktop(desktop), m_database(database), m_log(log), m_msg(msg), m_place(place),
+      m_settingsFile(place.settingsPath), m_defaults(DefaultSettings()), m_settings(m_defaults),
+      m_session(desktop, database, place.userName), picText(new PicText(this)),
+      VScroll(new QScrollBar(Qt::Vertical, this)),
+      cmdFile(AddButton(u"cmdFile"_s, u"ファイル選択(&O)"_s, &frmText::cmdFile_Click)),
+      cmdReRead(AddButton(u"cmdReRead"_s, u"再読込(&R)"_s, &frmText::cmdReRead_Click)),
+      cmdEdit(AddButton(u"cmdEdit"_s, u"編集(&E)"_s, &frmText::cmdEdit_Click)),
+      cmdIni(AddButton(u"cmdIni"_s, u"設定(&I)"_s, &frmText::cmdIni_Click)),
+      cmdDispHowToUse(AddButton(u"cmdDispHowToUse"_s, u"使い方(&H)"_s, &frmText::cmdDispHowToUse_Click)),
+      cmdSearch(AddButton(u"cmdSearch"_s, u"検索(&F)"_s, &frmText::cmdSearch_Click)),
+      chkSpeak(new QCheckBox(u"読み上げ(&S)"_s, this)), m_stateBar(new StudyStateBar(this)), Timer1(new QTimer(this))
+{
+    setObjectName(u"frmText"_s);
+    AddControls();
+    Form_Load();
+}
+
+void frmText::AddControls()
+{
+    picText->setObjectName(u"picText"_s);
+    VScroll->setObjectName(u"VScroll"_s);
+    VScroll->setAccessibleName(u"本文の位置"_s);
+    chkSpeak->setObjectName(u"chkSpeak"_s);
+    chkSpeak->setToolTip(u"クリックした言葉を読み上げます (Alt+S)"_s);
+    Timer1->setObjectName(u"Timer1"_s);
+    chkSpeak->setFocusPolicy(Qt::TabFocus);
+    VScroll->setFocusPolicy(Qt::TabFocus);
+    KeepSizeWhenHidden(VScroll);
+    cmdFile->setToolTip(u"別の学習ファイルを選びます (Alt+O)"_s);
+    cmdReRead->setToolTip(u"編集した学習ファイルを読み直します (Alt+R)"_s);
+    cmdEdit->setToolTip(u"学習ファイルをテキストエディタで開きます (Alt+E)"_s);
+    cmdIni->setToolTip(u"文字の大きさなどを変えます (Alt+I)"_s);
+    cmdDispHowToUse->setToolTip(u"使い方の説明を開きます (F1)"_s);
+    cmdSearch->setToolTip(u"キーワードや本文の言葉を探します (Ctrl+F)"_s);
+
+    auto *const bar = new FlowLayout(6);
+    for (QPushButton *const button : {cmdFile, cmdReRead, cmdEdit, cmdIni, cmdDispHowToUse, cmdSearch})
+        bar->addWidget(button);
+    bar->addWidget(chkSpeak);
+
+    auto *const grid = new QGridLayout(this);
+    grid->setContentsMargins(8, 8, 8, 6);
+    grid->setVerticalSpacing(6);
+    grid->addLayout(bar, 0, 0, 1, 2);
+    grid->addWidget(picText, 1, 0);
+    grid->addWidget(VScroll, 1, 1);
+    grid->addWidget(m_stateBar, 2, 0, 1, 2);
+    grid->setRowStretch(1, 1);
+    grid->setColumnStretch(0, 1);
+    grid->setHorizontalSpacing(0);
+
+    VScroll->setRange(1, 1);
+    connect(VScroll, &QScrollBar::valueChanged, this, &frmText::VScroll_Change);
+    connect(chkSpeak, &QCheckBox::clicked, this, &frmText::chkSpeak_Click);
+    connect(picText, &PicText::KeyDown, this, &frmText::picText_KeyDown);
+    connect(picText, &PicText::MouseDown, this, &frmText::picText_MouseDown);
+    connect(picText, &PicText::MouseMove, this, &frmText::picText_MouseMove);
+    connect(picText, &PicText::OLEDragDrop, this, &frmText::picText_OLEDragDrop);
+    connect(picText, &PicText::RowsChanged, this, &frmText::SetUpScrollBar);
+    connect(picText, &PicText::WheelTurned, this, [this](int lines) { VScroll->setValue(VScroll->value() + lines); });
+    AddShortcuts();
+    connect(Timer1, &QTimer::timeout, this, &frmText::Timer1_Timer);
+    Timer1->setInterval(200); // no multiple of ten seconds may be missed
+}
+
+/// Keys for what else takes a mouse. They belong to the window: in the text area itself all keys but a few do nothing.
+void frmText::AddShortcuts()
+{
+    const auto add = [this](const QKeySequence &keys, const std::function<void()> &action) {
+        auto *const shortcut = new QShortcut(keys, this);
+        connect(shortcut, &QShortcut::activated, this, action);
+        return shortcut;
+    };
+    // A key that is held down goes on moving, but clicks only once.
+    const auto addClick = [&add](const QKeySequence &keys, const std::function<void()> &action) {
+        add(keys, action)->setAutoRepeat(false);
+    };
+    addClick(Qt::Key_F1, [this] { cmdDispHowToUse_Click(); });
+    add(QKeySequence::Find, [this] { cmdSearch_Click(); });
+    add(Qt::Key_F3, [this] { GoOnSearching(false); });
+    add(Qt::SHIFT | Qt::Key_F3, [this] { GoOnSearching(true); });
+    add(Qt::CTRL | Qt::Key_Right, [this] { ChooseTarget(false); });
+    add(Qt::CTRL | Qt::Key_Left, [this] { ChooseTarget(true); });
+    addClick(Qt::CTRL | Qt::Key_Space, [this] { ClickChosen(); });
+    addClick(Qt::CTRL | Qt::Key_H, [this] { HideAllAnswers(); });
+    addClick(Qt::CTRL | Qt::Key_L, [this] { ClickLineNumber(picText->ChosenSpot().line); });
+    add(Qt::CTRL | Qt::SHIFT | Qt::Key_Down, [this] { ClickLineNumber(m_session.Round().lngMarkLine() + 1); });
+    add(Qt::CTRL | Qt::SHIFT | Qt::Key_Up, [this] { ClickLineNumber(m_session.Round().lngMarkLine() - 1); });
+    add(Qt::CTRL | Qt::Key_Down, [this] { VScroll->setValue(VScroll->value() + 1); });
+    add(Qt::CTRL | Qt::Key_Up, [this] { VScroll->setValue(VScroll->value() - 1); });
+}
+
+// A click leaves the focus in the text, where Enter is; Tab still reaches every button, and Enter presses it there.
+QPushButton *frmText::AddButton(const QString &name, const QString &caption, void (frmText::*handler)())
+{
+    auto *const button = new QPushButton(caption, this);
+    button->setObjectName(name);
+    button->setFocusPolicy(Qt::TabFocus);
+    button->setAutoDefault(true);
+    connect(button, &QPushButton::clicked, this, handler);
+    return button;
+}
+
+void frmText::Form_Load()
+{
+    WriteTrace(u"■frmText.Form_Load()");
+    setWindowTitle(ProductName() + u" Ver"_s + VersionText() + u" ["_s + m_place.userName + u']');
+
+    // The letters' size decides the window's, and that the greatest left edge.
+    const QRect area = screen()->availableGeometry();
+    m_upper = UpperBounds(area.width());
+    QStringList repairs; // are shown when the window is
+    if (m_settingsFile.Exists())
+        m_settings = m_settingsFile.Read(m_defaults, m_upper, &repairs);
+    ApplySettings();
+    const QSize remembered = m_settingsFile.ReadFormSize();
+    resize(
+        (remembered.isEmpty() ? sizeHint() : remembered.expandedTo(minimumSizeHint())).boundedTo(RoomOnScreen(this)));
+    m_upper = UpperBounds(LargestLeft(width()));
+    int left = area.left() + (area.width() - width()) / 2;
+    if (m_settingsFile.Exists())
+        left = m_settingsFile.Read(m_defaults, m_upper, &repairs).FormLeft;
+    move(left, area.top() + (area.height() - height()) / 3);
+
+    EnableFileControls(false);
+    SetUpScrollBar();
+    // Nobody sends this message any more; the number is registered as it always was.
+    m_wheelMessage = RegisterMessageName(u"MSWHEEL_ROLLMSG"_s);
+}
+
+void frmText::EnableFileControls(bool isEnabled)
+{
+    for (QWidget *const control : {static_cast<QWidget *>(cmdIni), static_cast<QWidget *>(cmdEdit),
+                                   static_cast<QWidget *>(cmdReRead), static_cast<QWidget *>(chkSpeak)})
+        control->setEnabled(isEnabled);
+}
+
+// Not every window system tells a window when it becomes active, so the first time is when it is shown.
+void frmText::showEvent(QShowEvent *event)
+{
+    QWidget::showEvent(event);
+    if (m_stage != Stage::Created)
+        return;
+    m_stage = Stage::Shown;
+    activateWindow();
+    picText->setFocus();
+    QTimer::singleShot(0, this, [this] {
+        Form_Activate();
+        if (!m_session.IsFileOpen())
+            cmdFile_Click();
+    });
+}
+
+void frmText::Form_Resize()
+{
+    WriteTrace(u"■frmText.Form_Resize");
+    // Nothing else: the text area sees to its rows itself.
+}
+
+void frmText::resizeEvent(QResizeEvent *event)
+{
+    QWidget::resizeEvent(event);
+    Form_Resize();
+}
+
+void frmText::ReadSettings()
+{
+    if (!m_settingsFile.Exists()) {
+        m_settings = m_defaults;
+        m_settings.FormLeft = x();
+        return;
+    }
+    QStringList messages;
+    m_settings = m_settingsFile.Read(m_defaults, m_upper, &messages);
+    if (m_stage != Stage::Shown)
+        return; // once is enough
+    m_stage = Stage::RepairsTold;
+    for (const QString &message : messages)
+        m_desktop.ShowMessage(message);
+}
+
+void frmText::ApplySettings()
+{
+    picText->SetAppearance(m_settings.FontSize, m_settings.LineSpace, m_settings.bolDispLineNum);
+}
+
+/// Widens the window, up to the screen, where a line of the greatest length does not fit into it any more.
+void frmText::WidenToText()
+{
+    const QRect area = screen()->availableGeometry();
+    const int wanted = qMin(sizeHint().width(), RoomOnScreen(this).width());
+    if (isMaximized() || isFullScreen() || wanted <= width())
+        return;
+    const int frame = frameGeometry().width() - width();
+    resize(wanted, height());
+    move(qMax(area.left(), qMin(x(), area.right() + 1 - wanted - frame)), y());
+}
+
+/// The largest left edge at which a window of a width is still on the screen, pixels. Left edges are those of the whole
+/// screen, panels at its side included: a window must not move on by a panel's width at each start.
+int frmText::LargestLeft(int widthPx) const
+{
+    return qMax(0, screen()->geometry().right() + 1 - widthPx);
+}
+
+/// Saves the left edge, and the size beside it. A window can stand farther right than the bound allows; the value is
+/// cut to it, or the next start would complain about what the program wrote itself.
+void frmText::SaveFormPos()
+{
+    const bool isAsUsual = !isMaximized() && !isFullScreen();
+    const QSize usualSize = isAsUsual ? size() : normalGeometry().size();
+    m_settingsFile.WriteFileIniFormPos(qMin(x(), LargestLeft(usualSize.width())));
+    m_settingsFile.WriteFormSize(usualSize);
+}
+
+/// Puts the file selection window over the study window: centred on it, its top at the button that opens it.
+void frmText::PlaceFileWindow()
+{
+    const QRect area = screen()->availableGeometry();
+    const int left = x() + (width() - m_frmFile->width()) / 2;
+    const int top = cmdFile->mapToGlobal(QPoint(0, 0)).y();
+    m_frmFile->move(qMax(area.left(), qMin(left, area.right() + 1 - m_frmFile->width())),
+                    qMax(area.top(), qMin(top, area.bottom() + 1 - m_frmFile->height())));
+}

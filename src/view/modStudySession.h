@@ -1,0 +1,77 @@
+// A learner's study of one file after the other: the open file with its text, how far the learner is, the session's row
+// in the records and the clock.
+#pragma once
+
+#include "platform/modDesktop.h"
+#include "store/Sqlite3Func.h"
+#include "view/modStudyClock.h"
+#include "view/modStudyRound.h"
+
+class StudySession
+{
+  public:
+    /// @param desktop  tells the time; it and the database must outlive this
+    StudySession(const Desktop &desktop, StudyDatabase &database, const QString &userName);
+
+    /// Begins a session with a file. Its row is inserted before the file is read, so that every attempt leaves one.
+    /// @param message  the refusal, or what is wrong with the pictures of a file that was read
+    /// @return false after a refusal; no file is open then, and the clock stands
+    bool Open(const QString &path, QString *message);
+
+    /// Reads the open file once more. Session and clock go on, and the answers keep their state by the number of their
+    /// blank.
+    /// @param errorLine  line of the fault that the refusal names
+    /// @return false after a refusal; all is then as it was
+    bool ReadAgain(QString *message, int *errorLine);
+
+    /// Completes the session's row, if there is one. A session that goes on is completed again at its end.
+    void Complete();
+
+    /// Whether there is a row to complete, which is so too for a file that was refused.
+    bool HasBegun() const
+    {
+        return m_start.isValid();
+    }
+
+    bool IsFileOpen() const
+    {
+        return !m_path.isEmpty();
+    }
+
+    /// Full path of the open file, empty while there is none.
+    const QString &Path() const
+    {
+        return m_path;
+    }
+
+    /// The text of the open file; without lines while there is none. Its address stays the same.
+    const DisplayText &Text() const
+    {
+        return m_text;
+    }
+
+    StudyRound &Round()
+    {
+        return m_round;
+    }
+
+    const StudyRound &Round() const
+    {
+        return m_round;
+    }
+
+    /// What the clock shows now, or nothing when it stays as it is.
+    std::optional<ElapsedTime> ClockTick() const;
+
+  private:
+    bool Read(const QString &path, QString *message, int *errorLine);
+
+    const Desktop &m_desktop;
+    StudyDatabase &m_database;
+    QString m_userName;
+    QDateTime m_start; // the row's key; not valid before the first session
+    QString m_path;
+    DisplayText m_text;
+    StudyRound m_round;
+    QDateTime m_clockStart; // not valid while no file is open
+};
