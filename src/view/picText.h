@@ -1,4 +1,4 @@
-// The text area of the study window: paints the page and passes keys, clicks and the wheel on. It holds no state of the
+// The text area of the study window: shows the page and passes keys, clicks and the wheel on. It holds no state of the
 // study; it paints what it is shown.
 #pragma once
 
@@ -10,6 +10,7 @@
 
 #include <memory>
 
+class PageFontAtScale;
 class QAccessibleEvent;
 
 class PicText : public QWidget
@@ -85,18 +86,15 @@ class PicText : public QWidget
     void paintEvent(QPaintEvent *event) override;
 
   private:
-    class DeviceFont;
-    class Painter;
-
-    DeviceFont &FontAt(double scale);
-    void TellChange(QAccessibleEvent *event);
+    PageFontAtScale &FontAt(double scale);
+    void TellChange(QAccessibleEvent &&event);
     void UpdatePointer(const QPoint &at);
 
     const DisplayText *m_text = nullptr;
     const StudyRound *m_round = nullptr;
     PageLayout m_layout;
     QFont m_font;
-    std::unique_ptr<DeviceFont> m_deviceFont; // made when it is first painted with
+    std::unique_ptr<PageFontAtScale> m_deviceFont; // made when it is first painted with
     int m_topLine = 1;
     Place m_mark;
     Place m_spot;

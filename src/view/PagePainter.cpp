@@ -1,0 +1,252 @@
+#include "view/PagePainter.h"
+
+#include "view/PageFontAtScale.h"
+
+#include <QFontMetricsF>
+#include <QGlyphRun>
+#include <QPainter>
+#include <QRawFont>
+
+#include <cmath>
+
+namespace {
+
+const QColor Background = Qt::white;
+const QColor TextColour = Qt::black;
+const QColor DarkGrey(128, 128, 128); // colour 8 of the palette of 16
+const QColor NumberColour(96, 96, 96);
+const QColor MarkBackground(255, 214, 102);
+const QColor FoundBackground(190, 225, 255);
+const QColor StripEdge(208, 208, 208);
+const QColor Frame(160, 160, 160);
+const QColor ChosenColour(20, 90, 200);
+
+constexpr int RowGapPx = 2; // between the boxes of two rows
+constexpr int FocusFramePx = 2;
+constexpr int ChosenFramePx = 2;
+
+int CellsBefore(QStringView line, qsizetype index)
+{
+    return CellsOf(line.first(qMin(index, line.size())));
+}
+
+} // namespace
+
+QRect AreaOfBlank(const DisplayText &text, int blank, int topLine, const PageLayout &layout)
+{
+    const BoxEdges box = GetBqInfoFromLine(text, blank, layout.cellWidthPx, layout.TextLeftPx());
+    const int row = text.Blanks().LineOf(blank) - topLine + 1;
+    const QRect area(box.leftPx, layout.RowTopPx(row), box.rightPx - box.leftPx + 1, layout.linePitchPx);
+    return area.adjusted(-1, -1, 1, 1); // at 125 % an edge may lie on a pixel that is only partly within the area
+}
+
+QRect AreaOfLineNumbers(const PageLayout &layout)
+{
+    return QRect(0, 0, layout.NumberStripPx() + 1, layout.heightPx);
+}
+
+PagePainter::PagePainter(QPainter *painter, const PageToPaint &page, PageFontAtScale *font)
+    : m_painter(*painter), m_page(page), m_layout(page.layout), m_font(*font), m_scale(font->Scale())
+{
+    m_painter.scale(1 / m_scale, 1 / m_scale);
+    m_painter.setFont(m_font.Font());
+    // Letters stand in the middle between the upper and the lower edge of a box.
+    m_baseline = m_font.BaselineIn(Device(m_layout.linePitchPx - RowGapPx));
+}
+
+void PagePainter::Paint(const QRect &part)
+{
+    // Neighbours share pixels with the part at its edges where the scale is no whole number. And whole pixels of the
+    // device, or at 125 % a line of half-covered ones would be cleared and not painted again.
+    const QRect area = part.adjusted(-1, -1, 1, 1);
+    const QRect deviceArea = QRectF(QPointF(area.topLeft()) * m_scale, QSizeF(area.size()) * m_scale).toAlignedRect();
+    m_painter.save();
+    m_painter.setClipRect(deviceArea, Qt::IntersectClip);
+    m_painter.fillRect(deviceArea, Background);
+    // A row that is cut off below still shows its upper part.
+    const int rowsBelow = m_page.text.LineCount() - m_page.topLine + 1;
+    const int firstRow = qMax(0, m_layout.RowOffsetAt(area.top())) + 1;
+    const int lastRow = qMin(rowsBelow, m_layout.RowOffsetAt(area.bottom()) + 1);
+    for (int row = firstRow; row <= lastRow; ++row) {
+        if (area.right() >= m_layout.TextLeftPx())
+            DrawText(row);
+        if (m_layout.hasLineNumbers && area.left() < m_layout.NumberStripPx())
+            DrawNumber(row);
+    }
+    if (m_layout.hasLineNumbers)
+        m_painter.fillRect(Device(QRect(m_layout.NumberStripPx(), 0, 1, m_layout.heightPx)), StripEdge);
+    DrawFrame();
+    m_painter.restore();
+}
+
+int PagePainter::LineIn(int row) const
+{
+    return m_page.topLine + row - 1;
+}
+
+void PagePainter::DrawText(int row)
+{
+    const int line = LineIn(row);
+    if (line == m_page.found.line)
+        DrawFound(row);
+    if (line == m_page.chosen.line)
+        DrawChosen(row); // below the text: a letter beside it may reach into it
+    DrawCells(m_page.text.MaskedLine(line), 0, row);
+    for (const int blank : m_page.text.BlanksOnLine(line))
+        DrawBox(blank, row);
+}
+
+int PagePainter::Device(int px) const
+{
+    return int(std::lround(px * m_scale));
+}
+
+QRect PagePainter::Device(const QRect &rect) const
+{
+    return QRect(QPoint(Device(rect.left()), Device(rect.top())),
+                 QPoint(Device(rect.right() + 1) - 1, Device(rect.bottom() + 1) - 1));
+}
+
+void PagePainter::DrawFound(int row)
+{
+    const Place &found = m_page.found;
+    const QStringView line = m_page.text.Line(found.line);
+    int firstCell = CellsBefore(line, found.column - 1);
+    int endCell = CellsBefore(line, found.column - 1 + found.length);
+    for (const int blank : m_page.text.BlanksOnLine(found.line)) {
+        const CellRange cells = m_page.text.Cells(blank);
+        if (!m_page.round.bolOpen(blank) && cells.start < endCell && firstCell < cells.end) {
+            firstCell = qMin(firstCell, cells.start);
+            endCell = qMax(endCell, cells.end);
+        }
+    }
+    m_painter.fillRect(Device(BoxOf(firstCell, endCell, row)), FoundBackground);
+}
+
+/// Just around its box, between this row's box and those of its neighbours.
+void PagePainter::DrawChosen(int row)
+{
+    const Place &chosen = m_page.chosen;
+    const QStringView line = m_page.text.Line(chosen.line);
+    const QRect box =
+        BoxOf(CellsBefore(line, chosen.column - 1), CellsBefore(line, chosen.column - 1 + chosen.length), row);
+    DrawRing(Device(box.adjusted(-ChosenFramePx, -ChosenFramePx, ChosenFramePx, ChosenFramePx)),
+             qMax(1, Device(ChosenFramePx)), ChosenColour);
+}
+
+/// What the cells of a row from one up to, not including, another take.
+QRect PagePainter::BoxOf(int firstCell, int endCell, int row) const
+{
+    return QRect(m_layout.TextLeftPx() + firstCell * m_layout.cellWidthPx, m_layout.RowTopPx(row),
+                 (endCell - firstCell) * m_layout.cellWidthPx, m_layout.linePitchPx - RowGapPx);
+}
+
+void PagePainter::DrawBox(int blank, int row)
+{
+    const BoxEdges box = GetBqInfoFromLine(m_page.text, blank, m_layout.cellWidthPx, m_layout.TextLeftPx());
+    const bool isShown = m_page.round.bolOpen(blank);
+    const int penWidth = qMax(1, Device(1));
+    // The right edge stands where clicks ask for it: on the first pixel behind the last cell.
+    const QRect outline = Device(
+        QRect(box.leftPx, m_layout.RowTopPx(row), box.rightPx - box.leftPx + 1, m_layout.linePitchPx - RowGapPx));
+    m_painter.setPen(QPen(isShown ? DarkGrey : TextColour, penWidth, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
+    m_painter.setBrush(Qt::NoBrush);
+    // A pen of w pixels reaches w / 2 to both sides of its path.
+    const double half = penWidth / 2.0;
+    m_painter.drawRect(QRectF(outline).adjusted(half, half, -half, -half));
+    if (!isShown)
+        return;
+    const QStringView answer = m_page.text.Answer(blank);
+    DrawCells(answer, m_page.text.Cells(blank).start + 1, row);
+    // A shown answer of nothing must not differ from a hidden one by the colour of its box alone.
+    if (answer.trimmed().isEmpty())
+        m_painter.drawLine(outline.left() + outline.width() / 4, outline.center().y(),
+                           outline.right() - outline.width() / 4, outline.center().y());
+}
+
+/// Draws a text from a cell of its row on, 0 the first, each character on its own cell.
+void PagePainter::DrawCells(QStringView text, int cell, int row)
+{
+    const double baseline = Device(m_layout.RowTopPx(row)) + m_baseline;
+    const QList<quint32> glyphs = m_font.Glyphs().glyphIndexesForString(text.toString());
+    const bool isPlain = glyphs.size() == text.size();
+    QList<quint32> drawn;
+    QList<QPointF> positions;
+    m_painter.setPen(TextColour);
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        const QChar character = text[i];
+        const int cells = CellsOf(character);
+        const QPointF at(Device(m_layout.TextLeftPx() + cell * m_layout.cellWidthPx), baseline);
+        cell += cells;
+        if (character.isSpace() || character < u' ')
+            continue;
+        if (isPlain && glyphs[i] != 0) {
+            drawn += glyphs[i];
+            positions += at;
+        } else {
+            DrawForeign(character, at, Device(cells * m_layout.cellWidthPx));
+        }
+    }
+    DrawGlyphs(m_font.Glyphs(), drawn, positions);
+}
+
+/// Draws a character that the page's font lacks with the font that the system finds for it, narrowed to its cells.
+void PagePainter::DrawForeign(QChar character, const QPointF &at, int width)
+{
+    const double advance = QFontMetricsF(m_painter.font()).horizontalAdvance(character);
+    m_painter.save();
+    m_painter.translate(at);
+    if (advance > width)
+        m_painter.scale(width / advance, 1);
+    m_painter.drawText(QPointF(), QString(character));
+    m_painter.restore();
+}
+
+void PagePainter::DrawNumber(int row)
+{
+    const int line = LineIn(row);
+    constexpr int widestFigures = 4; // the figures of longer numbers are narrowed
+    const QRect strip = Device(QRect(0, m_layout.RowTopPx(row), m_layout.NumberStripPx() - m_layout.cellWidthPx / 2,
+                                     m_layout.linePitchPx - RowGapPx));
+    if (line == m_page.round.lngMarkLine())
+        m_painter.fillRect(strip, MarkBackground);
+    const QString number = QString::number(line);
+    const bool isNarrow = number.size() > widestFigures;
+    const int percent = isNarrow ? 100 * widestFigures / int(number.size()) : 100;
+    const QRawFont &glyphs = isNarrow ? m_font.NarrowGlyphs(percent) : m_font.Glyphs();
+    const double figureWidth = Device(m_layout.cellWidthPx) * percent / 100.0;
+    QList<QPointF> positions;
+    for (qsizetype left = number.size(); left > 0; --left)
+        positions += QPointF(std::round(strip.right() + 1 - figureWidth * double(left)), strip.top() + m_baseline);
+    m_painter.setPen(NumberColour);
+    DrawGlyphs(glyphs, glyphs.glyphIndexesForString(number), positions);
+}
+
+/// The edge of the page, which shows whether keys go to it.
+void PagePainter::DrawFrame()
+{
+    const bool isFocused = m_page.hasFocus;
+    DrawRing(QRect(QPoint(0, 0), QSize(Device(m_page.widthPx), Device(m_layout.heightPx))),
+             qMax(1, Device(isFocused ? FocusFramePx : 1)), isFocused ? m_page.focusColour : Frame);
+}
+
+/// Paints the outermost pixels within a rectangle.
+void PagePainter::DrawRing(const QRect &edge, int width, const QColor &colour)
+{
+    for (int i = 0; i < width; ++i) {
+        const QRect ring = edge.adjusted(i, i, -i, -i);
+        m_painter.fillRect(QRect(ring.topLeft(), QSize(ring.width(), 1)), colour);
+        m_painter.fillRect(QRect(ring.bottomLeft(), QSize(ring.width(), 1)), colour);
+        m_painter.fillRect(QRect(ring.topLeft(), QSize(1, ring.height())), colour);
+        m_painter.fillRect(QRect(ring.topRight(), QSize(1, ring.height())), colour);
+    }
+}
+
+void PagePainter::DrawGlyphs(const QRawFont &font, const QList<quint32> &glyphs, const QList<QPointF> &positions)
+{
+    QGlyphRun run;
+    run.setRawFont(font);
+    run.setGlyphIndexes(glyphs);
+    run.setPositions(positions);
+    m_painter.drawGlyphRun(QPointF(), run);
+}

@@ -1,0 +1,69 @@
+// Paints a page in pixels of the device, so that boxes and letters are sharp at every scaling of the screen.
+#pragma once
+
+#include "search/modSearch.h"
+#include "view/modStudyRound.h"
+
+#include <QColor>
+#include <QList>
+#include <QPointF>
+#include <QRect>
+
+class PageFontAtScale;
+class QPainter;
+class QRawFont;
+
+/// All that the picture of a page depends on, beside its font.
+struct PageToPaint
+{
+    const DisplayText &text;
+    const StudyRound &round;
+    PageLayout layout;
+    int widthPx;    ///< of the text area
+    int topLine;    ///< line in the first row
+    Place found{};  ///< is marked; within a hidden answer its whole box is
+    Place chosen{}; ///< is framed
+    bool hasFocus = false;
+    QColor focusColour{}; ///< of the page's frame while it has the focus
+};
+
+/// What has to be painted anew when an answer is shown or hidden, pixels of the text area. @param blank  in view
+QRect AreaOfBlank(const DisplayText &text, int blank, int topLine, const PageLayout &layout);
+
+/// The same when another line is marked.
+QRect AreaOfLineNumbers(const PageLayout &layout);
+
+class PagePainter
+{
+  public:
+    /// @param painter  of a device with as many of its pixels in one of the page as the font says; its scale and font
+    /// are changed. All three must outlive this.
+    PagePainter(QPainter *painter, const PageToPaint &page, PageFontAtScale *font);
+
+    /// Paints a part of the text area from the background up, and hardly anything outside it.
+    void Paint(const QRect &part);
+
+  private:
+    void DrawText(int row);
+    void DrawFound(int row);
+    void DrawChosen(int row);
+    void DrawBox(int blank, int row);
+    void DrawNumber(int row);
+    void DrawFrame();
+    void DrawCells(QStringView text, int cell, int row);
+    void DrawForeign(QChar character, const QPointF &at, int width);
+    void DrawRing(const QRect &edge, int width, const QColor &colour);
+    void DrawGlyphs(const QRawFont &font, const QList<quint32> &glyphs, const QList<QPointF> &positions);
+
+    int LineIn(int row) const;
+    QRect BoxOf(int firstCell, int endCell, int row) const;
+    int Device(int px) const;
+    QRect Device(const QRect &rect) const;
+
+    QPainter &m_painter;
+    const PageToPaint &m_page;
+    const PageLayout &m_layout;
+    PageFontAtScale &m_font;
+    double m_scale;
+    double m_baseline; // from the top of a row
+};

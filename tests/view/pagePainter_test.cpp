@@ -1,0 +1,167 @@
+#include "support/StudyText.h"
+#include "view/PageFontAtScale.h"
+#include "view/PagePainter.h"
+#include "widgets/PageFont.h"
+
+#include <QImage>
+#include <QPainter>
+
+#include <gtest/gtest.h>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+QFont Font()
+{
+    QFont font = PageFont();
+    font.setPixelSize(15);
+    return font;
+}
+
+/// A page and its picture, which is painted bit by bit as that of the text area is.
+class PaintedPage
+{
+  public:
+    PaintedPage(const QStringList &lines, double scale, int topLine = 1)
+        : text(LinesOf(lines)), page{.text = text,
+                                     .round = round,
+                                     .layout = Layout,
+                                     .widthPx = 400,
+                                     .topLine = topLine},
+          m_font(Font(), scale), m_image((QSizeF(400, Layout.heightPx) * scale).toSize(), QImage::Format_RGB32)
+    {
+        round.Load(text.Blanks().Count());
+        m_image.setDevicePixelRatio(scale);
+        Paint(&m_image, Whole);
+    }
+
+    void Toggle(int blank)
+    {
+        round.Toggle(blank);
+        Paint(&m_image, AreaOfBlank(text, blank, page.topLine, Layout));
+    }
+
+    void Mark(int line)
+    {
+        round.MarkLine(line);
+        Paint(&m_image, AreaOfLineNumbers(Layout));
+    }
+
+    const QImage &BitByBit() const
+    {
+        return m_image;
+    }
+
+    /// The same painted anew.
+    QImage AsAWhole()
+    {
+        QImage image = m_image;
+        image.fill(Qt::red);
+        Paint(&image, Whole);
+        return image;
+    }
+
+    void RepaintAll()
+    {
+        m_image = AsAWhole();
+    }
+
+    static constexpr PageLayout Layout{.cellWidthPx = 8, .linePitchPx = 20, .heightPx = 205, .hasLineNumbers = true};
+    static constexpr QRect Whole{0, 0, 400, 205};
+
+    DisplayText text;
+    StudyRound round;
+    PageToPaint page;
+
+  private:
+    void Paint(QImage *image, const QRect &part)
+    {
+        QPainter painter(image);
+        painter.setClipRect(part); // as the window system does
+        PagePainter(&painter, page, &m_font).Paint(part);
+    }
+
+    PageFontAtScale m_font;
+    QImage m_image;
+};
+
+constexpr double Scales[] = {1, 1.25, 1.5, 2};
+
+} // namespace
+
+TEST(PagePainter, AHiddenAnswerLeavesNoPixelBehind)
+{
+    for (const double scale : Scales) {
+        PaintedPage page(QStringList({u"[漢字 Wij] text [二つ目]"_s}) + QStringList(9, u"[次の行][b] ｢図｣"_s), scale);
+        const QImage hidden = page.BitByBit();
+        page.Toggle(1);
+        EXPECT_NE(page.BitByBit(), hidden);
+        page.Toggle(1);
+        EXPECT_EQ(page.BitByBit(), hidden) << scale;
+        for (int blank = 1; blank <= page.text.Blanks().Count(); ++blank) {
+            page.Toggle(blank);
+            EXPECT_EQ(page.BitByBit(), page.AsAWhole())
+                << "blank " << blank << " painted alone looks as painted with all others at " << scale;
+        }
+        for (int blank = 1; blank <= page.text.Blanks().Count(); ++blank)
+            page.Toggle(blank);
+        EXPECT_EQ(page.BitByBit(), hidden) << scale;
+    }
+}
+
+TEST(PagePainter, PaintsBesideAFrameWithoutTakingFromIt)
+{
+    for (const double scale : Scales) {
+        PaintedPage page(QStringList(10, u"[次の行] ｢図｣ [b]"_s), scale);
+        for (const Place &chosen : {Place{2, 1, 5}, Place{2, 7, 3}, Place{2, 11, 3}}) {
+            page.page.chosen = chosen;
+            const QImage before = page.BitByBit();
+            page.RepaintAll();
+            EXPECT_NE(page.BitByBit(), before) << "the frame shows";
+            for (int blank = 1; blank <= 6; ++blank) {
+                page.Toggle(blank);
+                EXPECT_EQ(page.BitByBit(), page.AsAWhole()) << chosen.column << " blank " << blank << " at " << scale;
+            }
+        }
+    }
+}
+
+TEST(PagePainter, MarksANumberAndNarrowsLongOnes)
+{
+    for (const double scale : Scales) {
+        PaintedPage page(QStringList(10'020, u"[a] x"_s), scale, 10'000);
+        const QImage before = page.BitByBit();
+        page.Mark(10'002);
+        EXPECT_EQ(page.BitByBit(), page.AsAWhole()) << scale;
+        const auto row = [scale](const QImage &image, int n) {
+            return image.copy(
+                QRectF(QPointF(0, PaintedPage::Layout.RowTopPx(n)) * scale,
+                       QSizeF(PaintedPage::Layout.NumberStripPx(), PaintedPage::Layout.linePitchPx) * scale)
+                    .toRect());
+        };
+        EXPECT_NE(row(page.BitByBit(), 3), row(before, 3)) << "the mark shows";
+        EXPECT_EQ(row(page.BitByBit(), 4), row(before, 4));
+        for (int y = int(100 * scale); y < int(200 * scale); ++y)
+            for (int x = int(std::ceil(2 * scale)); x < int(4 * scale); ++x)
+                ASSERT_EQ(page.BitByBit().pixel(x, y), QColor(Qt::white).rgb()) << "no figure is cut off";
+    }
+}
+
+TEST(PagePainter, MarksTheWholeBoxOfAHiddenAnswer)
+{
+    PaintedPage page({u"-"_s, u"[the cities] cities"_s}, 1);
+    page.page.found = {2, 6, 6};
+    page.RepaintAll();
+    const auto pixel = [&page](int cell) {
+        return page.BitByBit().pixel(PaintedPage::Layout.TextLeftPx() + cell * 8 + 3,
+                                     PaintedPage::Layout.RowTopPx(2) + 9);
+    };
+    const QRgb mark = pixel(0);
+    EXPECT_NE(mark, QColor(Qt::white).rgb());
+    for (int cell = 0; cell < 12; ++cell)
+        EXPECT_EQ(pixel(cell), mark) << "nothing of the answer can be told from the mark";
+    page.round.Toggle(1);
+    page.RepaintAll();
+    EXPECT_NE(pixel(0), mark) << "in a shown answer the place itself";
+}
