@@ -190,10 +190,7 @@ void frmText::cmdReRead_Click()
         return;
     QString message;
     int errorLine = 0;
-    const bool isLoaded = m_session.ReadAgain(&message, &errorLine);
-    if (m_stage == Stage::Ended)
-        return; // the window was closed under a message about the record
-    if (!isLoaded) {
+    if (!m_session.ReadAgain(&message, &errorLine)) {
         const QString question = message + u"\r\n\r\nこのファイルを編集しますか？"_s;
         if (Ask(question, MsgStyle::OkCancel, u"notify.wav"_s) == MsgResult::Ok)
             OpenInEditorAt(errorLine);
