@@ -32,7 +32,7 @@ class HistoryPanel : public QWidget
     void keyPressEvent(QKeyEvent *event) override;
 
   private:
-    // The window's own handlers, and in the trace they bear its name.
+    // In the trace these keep the name of the window, frmFile.
     void txtWeekN_Change();
     void txtYmd_Change();
     void cmdInc_Click();

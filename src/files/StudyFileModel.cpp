@@ -22,8 +22,8 @@ void StudyFileModel::Refresh()
 
 void StudyFileModel::DropChecks()
 {
-    m_wanted.clear();
-    m_newWishes = 0;
+    m_pending.clear();
+    m_newRequests = 0;
     m_checking.stop();
 }
 
@@ -45,8 +45,8 @@ QVariant StudyFileModel::data(const QModelIndex &index, int role) const
     }
     if (role != FaultRole)
         return QVariant();
-    if (!m_folder.IsChecked(name) && !m_wanted.contains(name)) {
-        m_wanted.insert(m_newWishes++, name);
+    if (!m_folder.IsChecked(name) && !m_pending.contains(name)) {
+        m_pending.insert(m_newRequests++, name);
         m_checking.start(0);
     }
     return m_folder.Fault(name);
@@ -54,12 +54,12 @@ QVariant StudyFileModel::data(const QModelIndex &index, int role) const
 
 void StudyFileModel::CheckNext()
 {
-    const QString name = m_wanted.takeFirst();
-    m_newWishes = 0;
+    const QString name = m_pending.takeFirst();
+    m_newRequests = 0;
     m_folder.Check(name);
     const QModelIndex changed = index(int(m_folder.Names().indexOf(name)));
     Q_EMIT dataChanged(changed, changed, {FaultRole, Qt::ToolTipRole, Qt::AccessibleTextRole});
-    if (!m_wanted.isEmpty())
+    if (!m_pending.isEmpty())
         m_checking.start(0);
 }
 

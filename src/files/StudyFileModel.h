@@ -1,5 +1,5 @@
 // The study files as a list view shows them. What is wrong with a file is found out for the rows that are painted: one
-// file at a time, between the window's events, those of the latest painting first.
+// file at a time between two events of the window, the most recently painted rows first.
 #pragma once
 
 #include "files/modStudyFolder.h"
@@ -20,7 +20,7 @@ class StudyFileModel : public QAbstractListModel
     /// Lists the folder again.
     void Refresh();
 
-    /// Gives up the checks that were asked for and not made yet, for when the list is no longer seen.
+    /// Cancels all pending checks. Rows that are painted again request theirs again.
     void DropChecks();
 
     int rowCount(const QModelIndex &parent = QModelIndex()) const override;
@@ -34,8 +34,8 @@ class StudyFileModel : public QAbstractListModel
     void CheckNext();
 
     StudyFolder &m_folder;
-    mutable QStringList m_wanted;      // files whose check was asked for, the next one first
-    mutable qsizetype m_newWishes = 0; // how many of them were asked for since the last check
+    mutable QStringList m_pending;       // files whose check was requested, the next one first
+    mutable qsizetype m_newRequests = 0; // how many of them were requested since the last check
     mutable QTimer m_checking{this};
 };
 

@@ -169,7 +169,7 @@ void frmFile::showEvent(QShowEvent *event)
     Form_Activate();
 }
 
-/// A window that was left keeps nobody waiting for files that it would have gone on to check.
+/// Checks that nobody will see any more must not delay what is done next.
 void frmFile::hideEvent(QHideEvent *event)
 {
     m_files->DropChecks();

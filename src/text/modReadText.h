@@ -1,12 +1,12 @@
-// Reads a text file into lines, or refuses it: its size, its character code and, for a study file, its lines. There is
-// one reading, and one kind of refusal; the message of the reader and the remark in the list of files are made of it.
+// Reads a text file into lines, or refuses it for its size, its encoding or, in a study file, one of its lines. Whoever
+// reads a text reads it here, and makes its own message or remark from the TextRefusal.
 #pragma once
 
 #include "text/modStudyLines.h"
 
 #include <QByteArray>
 
-/// What a text file is refused for, in the order in which it is looked for.
+/// Why a text file is refused, in the order of the checks.
 enum class TextFault
 {
     None,
@@ -18,7 +18,7 @@ enum class TextFault
     BracketOrder,
 };
 
-/// Why a text file was refused.
+/// The result of a reading.
 struct TextRefusal
 {
     TextFault fault = TextFault::None;
@@ -44,7 +44,7 @@ TextRefusal ReadText(const QString &path, ExpandTabs expandTabs, StudyLines *lin
 /// @param lines  empty after a refusal
 TextRefusal ReadStudyText(const QString &path, int maxLineBytes, StudyLines *lines);
 
-/// The same, taken apart.
+/// ReadStudyText with its result in separate arguments.
 /// @param message  empty when the file was accepted, else the refusal
 /// @param errorLine  1-based line that was refused; 1 when the file was refused as a whole; 0 when it was accepted
 /// @return whether the file was accepted
