@@ -21,15 +21,15 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     Require(std::is_sorted(search.List().words.begin(), search.List().words.end()));
     Require(search.List().words.isEmpty() || search.List().fault.isEmpty());
     for (const QString &keyword : search.KeywordsWith(QString())) {
-        Place last;
-        for (const Place &place : search.PlacesOf(keyword)) {
+        TextSpan last;
+        for (const TextSpan &place : search.PlacesOf(keyword)) {
             Require(place.line >= 1 && place.line <= text.LineCount());
             Require(place.column >= 1 && place.column - 1 + place.length <= text.Line(place.line).size());
             Require(place.line > last.line || (place.line == last.line && place.column > last.column));
             last = place;
         }
-        Require(NextPlace(search.PlacesOf(keyword), last, false) ==
-                (last.line == 0 ? Place() : search.PlacesOf(keyword).front()));
+        Require(NextSpan(search.PlacesOf(keyword), last, false) ==
+                (last.line == 0 ? TextSpan() : search.PlacesOf(keyword).front()));
     }
     return 0;
 }

@@ -1,6 +1,7 @@
 // Uncovering answers with any keys and clicks in any text.
 #include "input.h"
 #include "require.h"
+#include "search/modSearch.h"
 #include "text/modReadText.h"
 #include "view/modClickTarget.h"
 #include "view/modPageText.h"
@@ -27,14 +28,14 @@ class Study
             Require(m_page.Holds(m_text.Blanks().LineOf(decision.blank)));
             Require(m_round.lngOpenCount() == count + 1);
             std::vector<bool> expected = before;
-            expected[size_t(decision.blank) - 1] = true;
-            Require(!before[size_t(decision.blank) - 1] && Shown() == expected);
+            expected[size_t(decision.blank)] = true;
+            Require(!before[size_t(decision.blank)] && Shown() == expected);
             return;
         }
-        for (size_t blank = 0; blank < before.size(); ++blank)
-            Require(before[blank] || !m_page.Holds(m_text.Blanks().line[blank]));
+        for (int blank = 1; blank <= m_round.BlankCount(); ++blank)
+            Require(before[size_t(blank)] || !m_page.Holds(m_text.Blanks().LineOf(blank)));
         Require(decision.action != EnterAction::AskThenTurn ||
-                (m_round.AllShown() && before.size() >= size_t(FewestBlanksToAsk)));
+                (m_round.AllShown() && m_round.BlankCount() >= FewestBlanksToAsk));
         const int topLine = TurnPage(&m_round, m_page);
         Scroll(topLine);
         Require(m_page.topLine == topLine);
@@ -51,14 +52,14 @@ class Study
     /// Goes on to the next thing that keys can reach, and clicks it.
     void ClickNext(bool withWords)
     {
-        m_chosen = NextPlace(TargetsInView(m_text, m_page, withWords), m_chosen, false);
-        if (m_chosen.line == 0)
+        m_current = NextSpan(TargetsInView(m_text, m_page, withWords), m_current, false);
+        if (m_current.line == 0)
             return;
-        Require(m_page.Holds(m_chosen.line));
-        const QStringView line = m_text.Line(m_chosen.line);
-        Require(m_chosen.column >= 1 && m_chosen.length >= 1 && m_chosen.column - 1 + m_chosen.length <= line.size());
-        SpokenOffset(m_text, m_round, m_page.topLine, m_chosen.line, m_chosen.column - 1);
-        Click(TargetChosen(m_text, m_round, m_chosen));
+        Require(m_page.Holds(m_current.line));
+        const QStringView line = m_text.Line(m_current.line);
+        Require(m_current.Index() >= 0 && m_current.length >= 1 && m_current.Index() + m_current.length <= line.size());
+        SpokenOffset(m_text, m_round, m_page.topLine, m_current.line, m_current.Index());
+        Click(TargetOf(m_text, m_round, m_current));
     }
 
     void HideAll()
@@ -77,7 +78,7 @@ class Study
     {
         Require(m_page.topLine >= 1 && m_page.topLine <= m_page.maximum);
         const std::vector<bool> shown = Shown();
-        Require(m_round.AllShown() == (std::count(shown.begin(), shown.end(), false) == 0));
+        Require(m_round.ShownCount() == std::count(shown.begin(), shown.end(), true));
     }
 
   private:
@@ -92,13 +93,13 @@ class Study
             return;
         Require(target == ClickTarget{.blank = target.blank}); // nothing hidden is ever spoken
         const bool isShown = m_round.Toggle(target.blank);
-        Require(isShown != before[size_t(target.blank) - 1] && m_round.lngOpenCount() == count + int(isShown));
+        Require(isShown != before[size_t(target.blank)] && m_round.lngOpenCount() == count + int(isShown));
         Require(isShown || TargetInAnswer(m_text, m_round, target.blank) == ClickTarget());
     }
 
     std::vector<bool> Shown() const
     {
-        std::vector<bool> shown;
+        std::vector<bool> shown{false}; // blanks are numbered from 1
         for (int blank = 1; blank <= m_round.BlankCount(); ++blank)
             shown.push_back(m_round.bolOpen(blank));
         return shown;
@@ -107,7 +108,7 @@ class Study
     DisplayText m_text;
     StudyRound m_round;
     PageInView m_page;
-    Place m_chosen;
+    TextSpan m_current;
 };
 
 } // namespace

@@ -28,7 +28,7 @@ QString SearchModel::SearchText(int row) const
     return IsTypedText(row) ? m_typed : m_keywords.at(row - (m_typed.isEmpty() ? 0 : 1));
 }
 
-const std::vector<Place> &SearchModel::Places(int row) const
+const std::vector<TextSpan> &SearchModel::Places(int row) const
 {
     return IsTypedText(row) ? m_typedPlaces : m_search.PlacesOf(SearchText(row));
 }
@@ -112,7 +112,7 @@ void frmSearch::Refresh()
 {
     m_wanted.clear();
     m_places.clear();
-    m_at = Place();
+    m_at = TextSpan();
     m_entries->SetFilter(txtSearch->text());
     lstKeyword->scrollToTop(); // where it stands whether the text is found at all
 }
@@ -152,6 +152,6 @@ void frmSearch::GoOn(bool backwards)
         m_wanted = m_entries->SearchText(row);
         m_places = m_entries->Places(row);
     }
-    m_at = NextPlace(m_places, m_at, backwards);
-    Q_EMIT PlaceChosen(m_at, m_wanted);
+    m_at = NextSpan(m_places, m_at, backwards);
+    Q_EMIT SpanChosen(m_at, m_wanted);
 }

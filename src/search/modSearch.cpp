@@ -24,13 +24,13 @@ bool IsEnglishWord(const QString &keyword)
     return std::all_of(keyword.begin(), keyword.end(), IsWordCharacter);
 }
 
-bool IsBefore(const Place &first, const Place &second)
+bool IsBefore(const TextSpan &first, const TextSpan &second)
 {
     return std::tie(first.line, first.column) < std::tie(second.line, second.column);
 }
 
 /// The words of a text, runs of letters and apostrophes, with their places.
-void CollectWords(const DisplayText &text, QStringList *words, std::vector<Place> *places)
+void CollectWords(const DisplayText &text, QStringList *words, std::vector<TextSpan> *places)
 {
     for (int line = 1; line <= text.LineCount(); ++line) {
         const QStringView view = text.Line(line);
@@ -40,7 +40,7 @@ void CollectWords(const DisplayText &text, QStringList *words, std::vector<Place
                 ++end;
             if (end > at) {
                 *words += view.sliced(at, end - at).toString();
-                places->push_back({line, int(at) + 1, int(end - at)});
+                places->push_back(TextSpan::At(line, at, end - at));
             }
             at = end + 1;
         }
@@ -74,24 +74,24 @@ KeywordList ReadKeywordList(const QString &path)
     return list;
 }
 
-std::vector<Place> FindText(const DisplayText &text, const QString &wanted)
+std::vector<TextSpan> FindText(const DisplayText &text, const QString &wanted)
 {
-    std::vector<Place> places;
+    std::vector<TextSpan> places;
     if (wanted.isEmpty())
         return places;
     const QStringMatcher matcher(wanted, Qt::CaseInsensitive);
     for (int line = 1; line <= text.LineCount(); ++line) {
         const QStringView view = text.Line(line);
         for (qsizetype at = matcher.indexIn(view); at >= 0; at = matcher.indexIn(view, at + wanted.size()))
-            places.push_back({line, int(at) + 1, int(wanted.size())});
+            places.push_back(TextSpan::At(line, at, wanted.size()));
     }
     return places;
 }
 
-Place NextPlace(const std::vector<Place> &places, const Place &from, bool backwards)
+TextSpan NextSpan(const std::vector<TextSpan> &places, const TextSpan &from, bool backwards)
 {
     if (places.empty())
-        return Place();
+        return TextSpan();
     if (backwards) {
         const auto place = std::lower_bound(places.begin(), places.end(), from, IsBefore);
         return place == places.begin() ? places.back() : *(place - 1);
@@ -109,7 +109,7 @@ void KeywordSearch::SetText(const DisplayText *text)
     if (!text || m_list.words.isEmpty())
         return;
     QStringList words;
-    std::vector<Place> places;
+    std::vector<TextSpan> places;
     CollectWords(*text, &words, &places);
     const std::vector<int> indices = MatchWords(m_list.words, words);
     for (size_t i = 0; i < indices.size(); ++i)
@@ -122,14 +122,14 @@ QStringList KeywordSearch::KeywordsWith(const QString &part) const
     return part.isEmpty() ? m_list.words : m_list.words.filter(part, Qt::CaseInsensitive);
 }
 
-const std::vector<Place> &KeywordSearch::PlacesOf(const QString &keyword)
+const std::vector<TextSpan> &KeywordSearch::PlacesOf(const QString &keyword)
 {
     if (!IsEnglishWord(keyword) && !m_places.contains(keyword))
         m_places.insert(keyword, PlacesOfText(keyword));
     return m_places[keyword];
 }
 
-std::vector<Place> KeywordSearch::PlacesOfText(const QString &wanted) const
+std::vector<TextSpan> KeywordSearch::PlacesOfText(const QString &wanted) const
 {
-    return m_text ? FindText(*m_text, wanted) : std::vector<Place>();
+    return m_text ? FindText(*m_text, wanted) : std::vector<TextSpan>();
 }

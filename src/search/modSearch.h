@@ -9,16 +9,6 @@
 
 #include <vector>
 
-/// A stretch of a line.
-struct Place
-{
-    int line = 0; ///< 0 = nowhere
-    int column = 0;
-    int length = 0; ///< characters
-
-    bool operator==(const Place &) const = default;
-};
-
 /// The keyword list file: code page 932 or ASCII, one keyword a line; blanks around a keyword do not count.
 struct KeywordList
 {
@@ -30,12 +20,12 @@ struct KeywordList
 KeywordList ReadKeywordList(const QString &path);
 
 /// Places of a text in the open file, in file order, case ignored. None lies across the end of a line.
-std::vector<Place> FindText(const DisplayText &text, const QString &wanted);
+std::vector<TextSpan> FindText(const DisplayText &text, const QString &wanted);
 
 /// The first place behind a given one in file order, and from the end on again from the start; backwards the last place
 /// before it. @param places  in file order
 /// @return nowhere when there are no places
-Place NextPlace(const std::vector<Place> &places, const Place &from, bool backwards);
+TextSpan NextSpan(const std::vector<TextSpan> &places, const TextSpan &from, bool backwards);
 
 /// The keywords and where the open text has them.
 class KeywordSearch
@@ -56,13 +46,13 @@ class KeywordSearch
 
     /// Where the open text has a keyword, in file order. English words are matched by word and inflection, all else as
     /// plain text. The search for the latter is made when it is first asked for.
-    const std::vector<Place> &PlacesOf(const QString &keyword);
+    const std::vector<TextSpan> &PlacesOf(const QString &keyword);
 
     /// Where the open text has a plain text.
-    std::vector<Place> PlacesOfText(const QString &wanted) const;
+    std::vector<TextSpan> PlacesOfText(const QString &wanted) const;
 
   private:
     KeywordList m_list;
     const DisplayText *m_text = nullptr;
-    QHash<QString, std::vector<Place>> m_places; // of the keywords that were matched or asked for
+    QHash<QString, std::vector<TextSpan>> m_places; // of the keywords that were matched or asked for
 };

@@ -40,11 +40,19 @@ QStringView DisplayText::Answer(int blank) const
     return Line(m_blanks.LineOf(blank)).sliced(m_blanks.StartColumnOf(blank), m_blanks.AnswerLengthOf(blank));
 }
 
-CellRange DisplayText::Cells(int blank) const
+TextSpan DisplayText::Span(int blank) const
 {
-    const QStringView line = Line(m_blanks.LineOf(blank));
-    const int start = CellsOf(line.first(m_blanks.StartColumnOf(blank) - 1));
-    return {start, start + 2 + CellsOf(Answer(blank))};
+    return {.line = m_blanks.LineOf(blank),
+            .column = m_blanks.StartColumnOf(blank),
+            .length = m_blanks.AnswerLengthOf(blank) + 2};
+}
+
+CellRange DisplayText::Cells(const TextSpan &span) const
+{
+    const QStringView line = Line(span.line);
+    const qsizetype start = qMin(span.Index(), line.size());
+    const int startCell = CellsOf(line.first(start));
+    return {.start = startCell, .end = startCell + CellsOf(line.sliced(start, qMin(span.length, line.size() - start)))};
 }
 
 int CellsOf(QChar character)

@@ -63,6 +63,28 @@ struct BoxEdges
     int rightPx;
 };
 
+/// A stretch of a line.
+struct TextSpan
+{
+    int line = 0; ///< 0 = nowhere
+    int column = 0;
+    int length = 0; ///< characters
+
+    /// Of characters of a line from a 0-based one on.
+    static TextSpan At(int line, qsizetype index, qsizetype length)
+    {
+        return {.line = line, .column = int(index) + 1, .length = int(length)};
+    }
+
+    /// 0-based index of its first character.
+    qsizetype Index() const
+    {
+        return column - 1;
+    }
+
+    bool operator==(const TextSpan &) const = default;
+};
+
 class DisplayText
 {
   public:
@@ -107,8 +129,17 @@ class DisplayText
     /// The text between the brackets of a blank, 1..Blanks().Count().
     QStringView Answer(int blank) const;
 
-    /// Where a blank stands in its line.
-    CellRange Cells(int blank) const;
+    /// Where a blank stands in its line, brackets included.
+    TextSpan Span(int blank) const;
+
+    /// Where it stands as cells.
+    CellRange Cells(int blank) const
+    {
+        return Cells(Span(blank));
+    }
+
+    /// The cells of a stretch of a line, as far as the line goes.
+    CellRange Cells(const TextSpan &span) const;
 
   private:
     StudyLines m_lines;

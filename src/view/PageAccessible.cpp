@@ -33,7 +33,7 @@ QString PageAccessible::text(QAccessible::Text kind) const
     return kind == QAccessible::Value ? Page().SpokenText() : QAccessibleWidget::text(kind);
 }
 
-// Nothing can be selected: the text is read, not edited. The caret stands at what was chosen by keys.
+// Nothing can be selected: the text is read, not edited. The caret stands at what keys have gone to.
 void PageAccessible::selection(int, int *startOffset, int *endOffset) const
 {
     *startOffset = 0;

@@ -19,16 +19,11 @@ const QColor MarkBackground(255, 214, 102);
 const QColor FoundBackground(190, 225, 255);
 const QColor StripEdge(208, 208, 208);
 const QColor Frame(160, 160, 160);
-const QColor ChosenColour(20, 90, 200);
+const QColor CurrentColour(20, 90, 200);
 
 constexpr int RowGapPx = 2; // between the boxes of two rows
 constexpr int FocusFramePx = 2;
-constexpr int ChosenFramePx = 2;
-
-int CellsBefore(QStringView line, qsizetype index)
-{
-    return CellsOf(line.first(qMin(index, line.size())));
-}
+constexpr int CurrentFramePx = 2;
 
 } // namespace
 
@@ -89,8 +84,8 @@ void PagePainter::DrawText(int row)
     const int line = LineIn(row);
     if (line == m_page.found.line)
         DrawFound(row);
-    if (line == m_page.chosen.line)
-        DrawChosen(row); // below the text: a letter beside it may reach into it
+    if (line == m_page.current.line)
+        DrawCurrent(row); // below the text: a letter beside it may reach into it
     DrawCells(m_page.text.MaskedLine(line), 0, row);
     for (const int blank : m_page.text.BlanksOnLine(line))
         DrawBox(blank, row);
@@ -109,10 +104,8 @@ QRect PagePainter::Device(const QRect &rect) const
 
 void PagePainter::DrawFound(int row)
 {
-    const Place &found = m_page.found;
-    const QStringView line = m_page.text.Line(found.line);
-    int firstCell = CellsBefore(line, found.column - 1);
-    int endCell = CellsBefore(line, found.column - 1 + found.length);
+    const TextSpan &found = m_page.found;
+    auto [firstCell, endCell] = m_page.text.Cells(found);
     for (const int blank : m_page.text.BlanksOnLine(found.line)) {
         const CellRange cells = m_page.text.Cells(blank);
         if (!m_page.round.bolOpen(blank) && cells.start < endCell && firstCell < cells.end) {
@@ -124,14 +117,12 @@ void PagePainter::DrawFound(int row)
 }
 
 /// Just around its box, between this row's box and those of its neighbours.
-void PagePainter::DrawChosen(int row)
+void PagePainter::DrawCurrent(int row)
 {
-    const Place &chosen = m_page.chosen;
-    const QStringView line = m_page.text.Line(chosen.line);
-    const QRect box =
-        BoxOf(CellsBefore(line, chosen.column - 1), CellsBefore(line, chosen.column - 1 + chosen.length), row);
-    DrawRing(Device(box.adjusted(-ChosenFramePx, -ChosenFramePx, ChosenFramePx, ChosenFramePx)),
-             qMax(1, Device(ChosenFramePx)), ChosenColour);
+    const CellRange cells = m_page.text.Cells(m_page.current);
+    const QRect box = BoxOf(cells.start, cells.end, row);
+    DrawRing(Device(box.adjusted(-CurrentFramePx, -CurrentFramePx, CurrentFramePx, CurrentFramePx)),
+             qMax(1, Device(CurrentFramePx)), CurrentColour);
 }
 
 /// What the cells of a row from one up to, not including, another take.

@@ -1,7 +1,6 @@
 // Paints a page in pixels of the device, so that boxes and letters are sharp at every scaling of the screen.
 #pragma once
 
-#include "search/modSearch.h"
 #include "view/modStudyRound.h"
 
 #include <QColor>
@@ -19,10 +18,10 @@ struct PageToPaint
     const DisplayText &text;
     const StudyRound &round;
     PageLayout layout;
-    int widthPx;    ///< of the text area
-    int topLine;    ///< line in the first row
-    Place found{};  ///< is marked; within a hidden answer its whole box is
-    Place chosen{}; ///< is framed
+    int widthPx;        ///< of the text area
+    int topLine;        ///< line in the first row
+    TextSpan found{};   ///< is marked; within a hidden answer its whole box is
+    TextSpan current{}; ///< is framed
     bool hasFocus = false;
     QColor focusColour{}; ///< of the page's frame while it has the focus
 };
@@ -46,7 +45,7 @@ class PagePainter
   private:
     void DrawText(int row);
     void DrawFound(int row);
-    void DrawChosen(int row);
+    void DrawCurrent(int row);
     void DrawBox(int blank, int row);
     void DrawNumber(int row);
     void DrawFrame();

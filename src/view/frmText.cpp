@@ -47,15 +47,15 @@ void frmText::SetUpScrollBar()
     VScroll->setPageStep(page.pageSize);
     VScroll->setEnabled(page.canScroll);
     VScroll->setVisible(page.canScroll);
-    if (!page.Holds(picText->ChosenSpot().line))
-        picText->SetSpot(Place()); // what is not seen must not be clicked
+    if (!page.Holds(picText->Current().line))
+        picText->SetCurrent(TextSpan()); // what is not seen must not be clicked
     ShowProgress();
 }
 
 void frmText::VScroll_Change()
 {
     WriteTrace(u"■frmText.VScroll_Change");
-    picText->SetSpot(Place());
+    picText->SetCurrent(TextSpan());
     picText->SetTopLine(VScroll->value());
     ShowProgress();
 }
@@ -76,7 +76,7 @@ void frmText::ShowProgress()
 
 QString frmText::StudyFolderPath() const
 {
-    return JoinPath(m_place.applicationFolder, u"txt"_s);
+    return JoinPath(m_context.applicationFolder, u"txt"_s);
 }
 
 void frmText::cmdFile_Click()
@@ -96,7 +96,7 @@ void frmText::cmdFile_Click()
         return;
     }
     if (!m_frmFile)
-        m_frmFile = new frmFile(m_desktop, m_database, m_msg, m_place.applicationFolder, m_place.userName, this);
+        m_frmFile = new frmFile(m_desktop, m_database, m_msg, m_context.applicationFolder, m_context.userName, this);
     PlaceFileWindow();
     const FileChoice choice = m_frmFile->Choose(m_settings.TextEditor);
     if (choice == FileChoice::EndProgram) {
@@ -151,8 +151,8 @@ void frmText::OpenSession(const QString &path)
 /// @param topLine  line that comes to the top where there is one
 void frmText::ShowText(int topLine)
 {
-    picText->SetMark(Place());
-    picText->SetSpot(Place());
+    picText->SetFound(TextSpan());
+    picText->SetCurrent(TextSpan());
     m_stateBar->HideKeyword();
     if (m_frmSearch) {
         m_search->SetText(&m_session.Text());
@@ -220,7 +220,7 @@ void frmText::cmdIni_Click()
     if (window.Edit(&settings)) {
         picText->setFocus();
         if (!m_settingsFile.WriteFileIniEx(settings))
-            m_desktop.ShowMessage(u"設定を保存できません。\r\n  "_s + m_place.settingsPath);
+            m_desktop.ShowMessage(u"設定を保存できません。\r\n  "_s + m_context.settingsPath);
         m_settings = settings;
         ApplySettings();
         WidenToText();
@@ -236,10 +236,10 @@ void frmText::cmdIni_Click()
 void frmText::cmdDispHowToUse_Click()
 {
     WriteTrace(u"■frmText.cmdDispHowToUse_Click()");
-    const QString help = JoinPath(JoinPath(m_place.applicationFolder, u"htm"_s), u"index.htm"_s);
+    const QString help = JoinPath(JoinPath(m_context.applicationFolder, u"htm"_s), u"index.htm"_s);
     if (!QFileInfo::exists(help))
         m_desktop.ShowMessage(help + u"が見つかりません。"_s);
-    else if (!m_desktop.OpenWithShell(help, m_place.applicationFolder))
+    else if (!m_desktop.OpenWithShell(help, m_context.applicationFolder))
         m_desktop.ShowMessage(help + u"\r\nを開けません。"_s);
 }
 
@@ -247,11 +247,11 @@ void frmText::cmdSearch_Click()
 {
     WriteTrace(u"■frmText.cmdSearch_Click");
     if (!m_frmSearch) {
-        m_search =
-            std::make_unique<KeywordSearch>(ReadKeywordList(JoinPath(m_place.applicationFolder, u"KeywordList.txt"_s)));
+        m_search = std::make_unique<KeywordSearch>(
+            ReadKeywordList(JoinPath(m_context.applicationFolder, u"KeywordList.txt"_s)));
         m_search->SetText(&m_session.Text());
         m_frmSearch = new frmSearch(*m_search, this);
-        connect(m_frmSearch, &frmSearch::PlaceChosen, this, &frmText::ShowPlace);
+        connect(m_frmSearch, &frmSearch::SpanChosen, this, &frmText::ShowFound);
     }
     m_frmSearch->Open();
 }
@@ -263,13 +263,13 @@ void frmText::GoOnSearching(bool backwards)
 }
 
 /// Marks a place that was found and brings it into view, with a few lines above it where the view has to move.
-void frmText::ShowPlace(const Place &place, const QString &wanted)
+void frmText::ShowFound(const TextSpan &found, const QString &wanted)
 {
     constexpr int linesAbove = 3;
-    picText->SetMark(place);
-    m_stateBar->ShowKeyword(wanted, place.line > 0);
-    if (place.line > 0 && !Page().Holds(place.line))
-        VScroll->setValue(qMax(1, place.line - linesAbove));
+    picText->SetFound(found);
+    m_stateBar->ShowKeyword(wanted, found.line > 0);
+    if (found.line > 0 && !Page().Holds(found.line))
+        VScroll->setValue(qMax(1, found.line - linesAbove));
 }
 
 void frmText::ShowPicture(const QString &name)
@@ -349,7 +349,7 @@ void frmText::Click(const ClickTarget &target)
     const ClickTarget meant =
         target.blank > 0 ? TargetInAnswer(m_session.Text(), m_session.Round(), target.blank) : target;
     if (chkSpeak->isChecked() && !meant.word.isEmpty())
-        SpeakWord(m_desktop, m_place.applicationFolder, meant.word);
+        SpeakWord(m_desktop, m_context.applicationFolder, meant.word);
     if (!meant.picture.isEmpty())
         ShowPicture(meant.picture);
     if (picText->Layout().hasLineNumbers)
@@ -365,16 +365,16 @@ void frmText::MarkLine(int line)
     picText->DrawLineNumbers();
 }
 
-void frmText::ChooseTarget(bool backwards)
+void frmText::GoToTarget(bool backwards)
 {
-    picText->SetSpot(
-        NextPlace(TargetsInView(m_session.Text(), Page(), chkSpeak->isChecked()), picText->ChosenSpot(), backwards));
+    picText->SetCurrent(
+        NextSpan(TargetsInView(m_session.Text(), Page(), chkSpeak->isChecked()), picText->Current(), backwards));
 }
 
-void frmText::ClickChosen()
+void frmText::ClickCurrent()
 {
-    if (const Place &chosen = picText->ChosenSpot(); chosen.line > 0)
-        Click(TargetChosen(m_session.Text(), m_session.Round(), chosen));
+    if (const TextSpan &current = picText->Current(); current.line > 0)
+        Click(TargetOf(m_session.Text(), m_session.Round(), current));
 }
 
 void frmText::ClickLineNumber(int line)

@@ -28,7 +28,7 @@ class StudyStateBar;
 struct ClickTarget;
 
 /// What the study window is made for: one learner in one application folder.
-struct StudyPlace
+struct StudyContext
 {
     QString applicationFolder;
     QString settingsPath; ///< the ini file
@@ -40,7 +40,7 @@ class frmText : public QWidget
     Q_OBJECT
 
   public:
-    frmText(Desktop &desktop, StudyDatabase &database, const RunLog &log, frmMsg &msg, const StudyPlace &place);
+    frmText(Desktop &desktop, StudyDatabase &database, const RunLog &log, frmMsg &msg, const StudyContext &place);
     ~frmText() override;
 
     /// Completes the session and closes the database, once; touches no window. Nothing is recorded from then on.
@@ -101,13 +101,13 @@ class frmText : public QWidget
     void Enter();
     void Reveal(int blank);
     void Click(const ClickTarget &target);
-    void ClickChosen();
+    void ClickCurrent();
     void ClickLineNumber(int line);
-    void ChooseTarget(bool backwards);
+    void GoToTarget(bool backwards);
     void MarkLine(int line);
     void HideAllAnswers();
     void GoOnSearching(bool backwards);
-    void ShowPlace(const Place &place, const QString &wanted);
+    void ShowFound(const TextSpan &found, const QString &wanted);
     void ShowPicture(const QString &name);
 
     /// How far the window is in its life.
@@ -123,7 +123,7 @@ class frmText : public QWidget
     StudyDatabase &m_database;
     const RunLog &m_log;
     frmMsg &m_msg;
-    StudyPlace m_place;
+    StudyContext m_context;
     SettingsFile m_settingsFile;
     Settings m_defaults;
     Settings m_upper;

@@ -20,8 +20,8 @@
 
 using namespace Qt::Literals::StringLiterals;
 
-frmText::frmText(Desktop &desktop, StudyDatabase &database, const RunLog &log, frmMsg &msg, const StudyPlace &place)
-    : m_desktop(desktop), m_database(database), m_log(log), m_msg(msg), m_place(place),
+frmText::frmText(Desktop &desktop, StudyDatabase &database, const RunLog &log, frmMsg &msg, const StudyContext &place)
+    : m_desktop(desktop), m_database(database), m_log(log), m_msg(msg), m_context(place),
       m_settingsFile(place.settingsPath), m_defaults(DefaultSettings()), m_settings(m_defaults),
       m_session(desktop, database, place.userName), picText(new PicText(this)),
       VScroll(new QScrollBar(Qt::Vertical, this)),
@@ -102,11 +102,11 @@ void frmText::AddShortcuts()
     add(QKeySequence::Find, [this] { cmdSearch_Click(); });
     add(Qt::Key_F3, [this] { GoOnSearching(false); });
     add(Qt::SHIFT | Qt::Key_F3, [this] { GoOnSearching(true); });
-    add(Qt::CTRL | Qt::Key_Right, [this] { ChooseTarget(false); });
-    add(Qt::CTRL | Qt::Key_Left, [this] { ChooseTarget(true); });
-    addClick(Qt::CTRL | Qt::Key_Space, [this] { ClickChosen(); });
+    add(Qt::CTRL | Qt::Key_Right, [this] { GoToTarget(false); });
+    add(Qt::CTRL | Qt::Key_Left, [this] { GoToTarget(true); });
+    addClick(Qt::CTRL | Qt::Key_Space, [this] { ClickCurrent(); });
     addClick(Qt::CTRL | Qt::Key_H, [this] { HideAllAnswers(); });
-    addClick(Qt::CTRL | Qt::Key_L, [this] { ClickLineNumber(picText->ChosenSpot().line); });
+    addClick(Qt::CTRL | Qt::Key_L, [this] { ClickLineNumber(picText->Current().line); });
     add(Qt::CTRL | Qt::SHIFT | Qt::Key_Down, [this] { ClickLineNumber(m_session.Round().lngMarkLine() + 1); });
     add(Qt::CTRL | Qt::SHIFT | Qt::Key_Up, [this] { ClickLineNumber(m_session.Round().lngMarkLine() - 1); });
     add(Qt::CTRL | Qt::Key_Down, [this] { VScroll->setValue(VScroll->value() + 1); });
@@ -127,7 +127,7 @@ QPushButton *frmText::AddButton(const QString &name, const QString &caption, voi
 void frmText::Form_Load()
 {
     WriteTrace(u"■frmText.Form_Load()");
-    setWindowTitle(ProductName() + u" Ver"_s + VersionText() + u" ["_s + m_place.userName + u']');
+    setWindowTitle(ProductName() + u" Ver"_s + VersionText() + u" ["_s + m_context.userName + u']');
 
     // The letters' size decides the window's, and that the greatest left edge.
     const QRect area = screen()->availableGeometry();

@@ -25,20 +25,19 @@ QString LineAsShown(const DisplayText &text, const StudyRound &round, int line)
     return text.MaskedLine(line, [&round](int blank) { return !round.bolOpen(blank); });
 }
 
-std::vector<Place> TargetsOnLine(const DisplayText &text, int line, bool withWords)
+std::vector<TextSpan> TargetsOnLine(const DisplayText &text, int line, bool withWords)
 {
-    std::vector<Place> targets;
-    const BlankTable &blanks = text.Blanks();
+    std::vector<TextSpan> targets;
     for (const int blank : text.BlanksOnLine(line))
-        targets.push_back({line, blanks.StartColumnOf(blank), blanks.AnswerLengthOf(blank) + 2});
+        targets.push_back(text.Span(blank));
     const QString masked = text.MaskedLine(line);
     for (const PictureReference &reference : PictureReferences(masked))
-        targets.push_back({line, int(reference.start) + 1, int(reference.length)});
+        targets.push_back(TextSpan::At(line, reference.start, reference.length));
     if (withWords)
         for (const Word &word : WordsOf(masked))
-            targets.push_back({line, int(word.start) + 1, int(word.length)});
+            targets.push_back(TextSpan::At(line, word.start, word.length));
     std::sort(targets.begin(), targets.end(),
-              [](const Place &first, const Place &second) { return first.column < second.column; });
+              [](const TextSpan &first, const TextSpan &second) { return first.column < second.column; });
     return targets;
 }
 
@@ -63,28 +62,28 @@ ClickTarget TargetAt(const DisplayText &text, const StudyRound &round, int xPx, 
             .picture = PictureNameAt(LineAsShown(text, round, line), index)};
 }
 
-std::vector<Place> TargetsInView(const DisplayText &text, const PageInView &page, bool withWords)
+std::vector<TextSpan> TargetsInView(const DisplayText &text, const PageInView &page, bool withWords)
 {
-    std::vector<Place> targets;
+    std::vector<TextSpan> targets;
     for (int line = page.topLine; line <= page.lastLine; ++line) {
-        const std::vector<Place> onLine = TargetsOnLine(text, line, withWords);
+        const std::vector<TextSpan> onLine = TargetsOnLine(text, line, withWords);
         targets.insert(targets.end(), onLine.begin(), onLine.end());
     }
     return targets;
 }
 
-ClickTarget TargetChosen(const DisplayText &text, const StudyRound &round, const Place &chosen)
+ClickTarget TargetOf(const DisplayText &text, const StudyRound &round, const TextSpan &span)
 {
-    for (const int blank : text.BlanksOnLine(chosen.line))
-        if (text.Blanks().StartColumnOf(blank) == chosen.column)
+    for (const int blank : text.BlanksOnLine(span.line))
+        if (text.Span(blank) == span)
             return {.blank = blank};
-    const QString line = LineAsShown(text, round, chosen.line);
-    const qsizetype index = chosen.column - 1;
-    // Of references that stand in each other the chosen one is meant, which the mouse cannot say.
+    const QString line = LineAsShown(text, round, span.line);
+    const qsizetype index = span.Index();
+    // Of references that stand in each other the given one is meant, which the mouse cannot say.
     for (const PictureReference &reference : PictureReferences(line))
         if (reference.start == index)
             return {.picture = reference.name};
-    return {.word = WordAround(text.MaskedLine(chosen.line), index), .picture = PictureNameAt(line, index)};
+    return {.word = WordAround(text.MaskedLine(span.line), index), .picture = PictureNameAt(line, index)};
 }
 
 ClickTarget TargetOfLineNumber(int line, const PageInView &page)

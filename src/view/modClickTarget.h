@@ -2,7 +2,6 @@
 // value.
 #pragma once
 
-#include "search/modSearch.h"
 #include "view/modStudyRound.h"
 
 #include <vector>
@@ -23,13 +22,13 @@ struct ClickTarget
 ClickTarget TargetAt(const DisplayText &text, const StudyRound &round, int xPx, int yPx, int topLine,
                      const PageLayout &layout);
 
-/// The places in view that keys can choose, in file order: the blanks with their brackets and the references to
+/// What keys can go to in view, in file order: the blanks with their brackets and the references to
 /// pictures with theirs. A blank hides what is in it.
-/// @param withWords  whether words can be chosen too, which is so while they are read aloud
-std::vector<Place> TargetsInView(const DisplayText &text, const PageInView &page, bool withWords);
+/// @param withWords  whether words count too, which is so while they are read aloud
+std::vector<TextSpan> TargetsInView(const DisplayText &text, const PageInView &page, bool withWords);
 
-/// What was chosen by keys, as it is now. @param chosen  one of the above
-ClickTarget TargetChosen(const DisplayText &text, const StudyRound &round, const Place &chosen);
+/// What a click on one of the above acts on now.
+ClickTarget TargetOf(const DisplayText &text, const StudyRound &round, const TextSpan &span);
 
 /// The number of a line, or of the one in view that is next to it.
 ClickTarget TargetOfLineNumber(int line, const PageInView &page);

@@ -5,12 +5,12 @@ using namespace Qt::Literals::StringLiterals;
 void StudyRound::Load(int blankCount)
 {
     *this = StudyRound();
-    m_shownIn.assign(size_t(blankCount), 0);
+    m_shownIn.assign(size_t(blankCount) + 1, 0);
 }
 
 void StudyRound::Reload(int blankCount)
 {
-    m_shownIn.resize(size_t(blankCount), 0);
+    m_shownIn.resize(size_t(blankCount) + 1, 0);
     m_shownCount = 0;
     for (int blank = 1; blank <= blankCount; ++blank)
         if (bolOpen(blank))
@@ -20,7 +20,7 @@ void StudyRound::Reload(int blankCount)
 bool StudyRound::Toggle(int blank)
 {
     const bool isShown = !bolOpen(blank);
-    m_shownIn[size_t(blank) - 1] = isShown ? m_round : 0;
+    m_shownIn[size_t(blank)] = isShown ? m_round : 0;
     m_shownCount += isShown ? 1 : -1;
     if (isShown)
         ++m_openCount;

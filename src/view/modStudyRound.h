@@ -19,13 +19,13 @@ class StudyRound
 
     int BlankCount() const
     {
-        return int(m_shownIn.size());
+        return int(m_shownIn.size()) - 1;
     }
 
     /// Whether the answer of a blank is shown.
     bool bolOpen(int blank) const
     {
-        return m_shownIn[size_t(blank) - 1] == m_round;
+        return m_shownIn[size_t(blank)] == m_round;
     }
 
     /// Shows a hidden answer, which counts, or hides a shown one, which does not.
@@ -64,8 +64,9 @@ class StudyRound
     }
 
   private:
-    // The round in which each blank was last shown; 0 = in none. So hiding all answers is one step, however many.
-    std::vector<unsigned> m_shownIn;
+    // The round in which each blank was last shown; 0 = in none. So hiding all answers is one step, however many. The
+    // blanks are numbered from 1; element 0 is none's.
+    std::vector<unsigned> m_shownIn{0};
     unsigned m_round = 1;
     int m_shownCount = 0;
     int m_openCount = 0;

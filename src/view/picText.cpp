@@ -73,17 +73,17 @@ void PicText::SetTopLine(int topLine)
     UpdatePointer(mapFromGlobal(QCursor::pos()));
 }
 
-void PicText::SetMark(const Place &place)
+void PicText::SetFound(const TextSpan &found)
 {
-    m_mark = place;
+    m_found = found;
     update();
 }
 
-void PicText::SetSpot(const Place &spot)
+void PicText::SetCurrent(const TextSpan &current)
 {
-    if (spot == m_spot)
+    if (current == m_current)
         return;
-    m_spot = spot;
+    m_current = current;
     update();
     if (QAccessible::isActive())
         TellChange(QAccessibleTextCursorEvent(this, SpokenCursor()));
@@ -91,7 +91,7 @@ void PicText::SetSpot(const Place &spot)
 
 int PicText::SpokenCursor() const
 {
-    return m_spot.line > 0 ? SpokenOffset(*m_text, *m_round, m_topLine, m_spot.line, m_spot.column - 1) : 0;
+    return m_current.line > 0 ? SpokenOffset(*m_text, *m_round, m_topLine, m_current.line, m_current.Index()) : 0;
 }
 
 void PicText::DrawPage()
@@ -215,8 +215,8 @@ void PicText::paintEvent(QPaintEvent *event)
                            .layout = m_layout,
                            .widthPx = width(),
                            .topLine = m_topLine,
-                           .found = m_mark,
-                           .chosen = m_spot,
+                           .found = m_found,
+                           .current = m_current,
                            .hasFocus = hasFocus(),
                            .focusColour = palette().color(QPalette::Highlight)};
     PagePainter pagePainter(&painter, page, &FontAt(devicePixelRatioF()));

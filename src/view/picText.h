@@ -2,7 +2,6 @@
 // study; it paints what it is shown.
 #pragma once
 
-#include "search/modSearch.h"
 #include "view/modStudyRound.h"
 #include "widgets/HeldKeyFilter.h"
 
@@ -35,16 +34,16 @@ class PicText : public QWidget
         return m_layout;
     }
 
-    /// Marks a stretch of a line, or none with line 0. Within a hidden answer the whole box is marked, so that nothing
-    /// of the answer can be told from the mark.
-    void SetMark(const Place &place);
+    /// Marks what was found, or nothing with line 0. Within a hidden answer the whole box is marked, so that nothing of
+    /// the answer can be told from the mark.
+    void SetFound(const TextSpan &found);
 
-    /// Frames what the learner has chosen by keys, or nothing with line 0.
-    void SetSpot(const Place &spot);
+    /// Frames what keys have gone to, or nothing with line 0.
+    void SetCurrent(const TextSpan &current);
 
-    const Place &ChosenSpot() const
+    const TextSpan &Current() const
     {
-        return m_spot;
+        return m_current;
     }
 
     /// Paints the whole page anew: any answer may be shown or hidden now.
@@ -56,7 +55,7 @@ class PicText : public QWidget
     /// Paints the strip of line numbers anew.
     void DrawLineNumbers();
 
-    /// Where in the text below stands what was chosen by keys, 0 the first character; 0 when nothing is chosen.
+    /// Where in the text below stands what keys have gone to, 0 the first character; 0 when that is nothing.
     int SpokenCursor() const;
 
     /// The page as a screen reader is told of it: the lines in view with hidden answers as "空欄".
@@ -96,8 +95,8 @@ class PicText : public QWidget
     QFont m_font;
     std::unique_ptr<PageFontAtScale> m_deviceFont; // made when it is first painted with
     int m_topLine = 1;
-    Place m_mark;
-    Place m_spot;
+    TextSpan m_found;
+    TextSpan m_current;
     HeldKeyFilter m_heldKeys;
     int m_wheelAngle = 0; // eighths of a degree that have not moved a line yet
 };

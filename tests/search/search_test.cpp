@@ -82,9 +82,9 @@ TEST_F(SearchTest, CountsInflectedFormsAndPlainText)
     KeywordSearch search(ReadKeywordList(WriteList("stop\ncity\n\x90\x85\nabsent")));
     EXPECT_TRUE(search.PlacesOf(u"stop"_s).empty()) << "no text yet";
     search.SetText(&text);
-    EXPECT_EQ(search.PlacesOf(u"city"_s), (std::vector<Place>{{1, 6, 6}, {1, 25, 4}})) << "one of them is hidden";
-    EXPECT_EQ(search.PlacesOf(u"stop"_s), (std::vector<Place>{{1, 14, 7}, {1, 31, 4}, {3, 1, 4}}));
-    EXPECT_EQ(search.PlacesOf(u"水"_s), (std::vector<Place>{{2, 1, 1}, {2, 8, 1}, {3, 5, 1}}));
+    EXPECT_EQ(search.PlacesOf(u"city"_s), (std::vector<TextSpan>{{1, 6, 6}, {1, 25, 4}})) << "one of them is hidden";
+    EXPECT_EQ(search.PlacesOf(u"stop"_s), (std::vector<TextSpan>{{1, 14, 7}, {1, 31, 4}, {3, 1, 4}}));
+    EXPECT_EQ(search.PlacesOf(u"水"_s), (std::vector<TextSpan>{{2, 1, 1}, {2, 8, 1}, {3, 5, 1}}));
     EXPECT_TRUE(search.PlacesOf(u"absent"_s).empty());
     EXPECT_EQ(search.KeywordsWith(u"T"_s), QStringList({u"absent"_s, u"city"_s, u"stop"_s}));
     EXPECT_EQ(search.PlacesOfText(u"STOP"_s).size(), 3u);
@@ -94,15 +94,15 @@ TEST_F(SearchTest, CountsInflectedFormsAndPlainText)
     EXPECT_TRUE(search.PlacesOf(u"stop"_s).empty());
 }
 
-TEST(NextPlace, GoesRoundBothWays)
+TEST(NextSpan, GoesRoundBothWays)
 {
-    const std::vector<Place> places = {{1, 5, 2}, {1, 9, 2}, {4, 1, 2}};
-    EXPECT_EQ(NextPlace(places, Place(), false), places[0]);
-    EXPECT_EQ(NextPlace(places, places[0], false), places[1]);
-    EXPECT_EQ(NextPlace(places, places[2], false), places[0]);
-    EXPECT_EQ(NextPlace(places, places[2], true), places[1]);
-    EXPECT_EQ(NextPlace(places, places[0], true), places[2]);
-    EXPECT_EQ(NextPlace({}, places[0], false), Place());
+    const std::vector<TextSpan> places = {{1, 5, 2}, {1, 9, 2}, {4, 1, 2}};
+    EXPECT_EQ(NextSpan(places, TextSpan(), false), places[0]);
+    EXPECT_EQ(NextSpan(places, places[0], false), places[1]);
+    EXPECT_EQ(NextSpan(places, places[2], false), places[0]);
+    EXPECT_EQ(NextSpan(places, places[2], true), places[1]);
+    EXPECT_EQ(NextSpan(places, places[0], true), places[2]);
+    EXPECT_EQ(NextSpan({}, places[0], false), TextSpan());
 }
 
 TEST_F(SearchTest, TheWindowNarrowsAndGoesOn)
@@ -110,7 +110,7 @@ TEST_F(SearchTest, TheWindowNarrowsAndGoesOn)
     KeywordSearch search(ReadKeywordList(WriteList("stop\ncity")));
     search.SetText(&text);
     frmSearch window(search, nullptr);
-    QSignalSpy chosen(&window, &frmSearch::PlaceChosen);
+    QSignalSpy chosen(&window, &frmSearch::SpanChosen);
     window.Open();
     auto *const list = window.findChild<QListView *>(u"lstKeyword"_s);
     auto *const typed = window.findChild<QLineEdit *>(u"txtSearch"_s);
@@ -125,19 +125,19 @@ TEST_F(SearchTest, TheWindowNarrowsAndGoesOn)
     EXPECT_EQ(list->model()->rowCount(), 2);
     EXPECT_EQ(entry(0), u"「sto」　3か所"_s);
     QTest::keyClick(typed, Qt::Key_Return);
-    EXPECT_EQ(chosen.last()[0].value<Place>(), (Place{1, 14, 3}));
+    EXPECT_EQ(chosen.last()[0].value<TextSpan>(), (TextSpan{1, 14, 3}));
     QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualRect(list->model()->index(1, 0)).center());
-    EXPECT_EQ(chosen.last()[0].value<Place>(), (Place{1, 31, 4})) << "on from where the last search ended";
+    EXPECT_EQ(chosen.last()[0].value<TextSpan>(), (TextSpan{1, 31, 4})) << "on from where the last search ended";
     EXPECT_EQ(chosen.last()[1].toString(), u"stop"_s);
     QTest::keyClick(list, Qt::Key_Return);
-    EXPECT_EQ(chosen.last()[0].value<Place>(), (Place{3, 1, 4})) << "a key goes on by one place";
+    EXPECT_EQ(chosen.last()[0].value<TextSpan>(), (TextSpan{3, 1, 4})) << "a key goes on by one place";
     window.GoOn(false);
-    EXPECT_EQ(chosen.last()[0].value<Place>(), (Place{1, 14, 7}));
+    EXPECT_EQ(chosen.last()[0].value<TextSpan>(), (TextSpan{1, 14, 7}));
     window.GoOn(true);
-    EXPECT_EQ(chosen.last()[0].value<Place>(), (Place{3, 1, 4}));
+    EXPECT_EQ(chosen.last()[0].value<TextSpan>(), (TextSpan{3, 1, 4}));
     QTest::keyClicks(typed, u"xyz"_s);
     window.GoOn(false);
-    EXPECT_EQ(chosen.last()[0].value<Place>(), Place()) << "found nowhere";
+    EXPECT_EQ(chosen.last()[0].value<TextSpan>(), TextSpan()) << "found nowhere";
 }
 
 TEST_F(SearchTest, HowOftenALongWordIsFoundStaysInView)

@@ -50,7 +50,7 @@ class StudyWindowTest : public testing::Test
     void Open()
     {
         window = std::make_unique<frmText>(desktop, database, log, msg,
-                                           StudyPlace{folder.Path(), folder.Path(u"Kotoban.ini"_s), u"花子"_s});
+                                           StudyContext{folder.Path(), folder.Path(u"Kotoban.ini"_s), u"花子"_s});
         window->show();
         EXPECT_TRUE(QTest::qWaitFor([this] { return script.IsDone() && !QApplication::activeModalWidget(); }));
         window->activateWindow();

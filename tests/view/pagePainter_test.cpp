@@ -114,14 +114,14 @@ TEST(PagePainter, PaintsBesideAFrameWithoutTakingFromIt)
 {
     for (const double scale : Scales) {
         PaintedPage page(QStringList(10, u"[次の行] ｢図｣ [b]"_s), scale);
-        for (const Place &chosen : {Place{2, 1, 5}, Place{2, 7, 3}, Place{2, 11, 3}}) {
-            page.page.chosen = chosen;
+        for (const TextSpan &current : {TextSpan{2, 1, 5}, TextSpan{2, 7, 3}, TextSpan{2, 11, 3}}) {
+            page.page.current = current;
             const QImage before = page.BitByBit();
             page.RepaintAll();
             EXPECT_NE(page.BitByBit(), before) << "the frame shows";
             for (int blank = 1; blank <= 6; ++blank) {
                 page.Toggle(blank);
-                EXPECT_EQ(page.BitByBit(), page.AsAWhole()) << chosen.column << " blank " << blank << " at " << scale;
+                EXPECT_EQ(page.BitByBit(), page.AsAWhole()) << current.column << " blank " << blank << " at " << scale;
             }
         }
     }

@@ -165,13 +165,13 @@ TEST(HitTest, HitsStrictlyInsideABox)
 TEST(PageLayout, HoldsWholeRowsAndAStripOfFourAndAHalfCharacters)
 {
     EXPECT_EQ(Layout.RowsPerPage(), 10);
-    EXPECT_EQ((PageLayout{10, 20, 204, true}).RowsPerPage(), 9);
-    EXPECT_EQ((PageLayout{10, 20, 3, true}).RowsPerPage(), 1) << "a window too low for a row";
-    EXPECT_EQ((PageLayout{10, 20, 3, true}).LargeChange(), 1);
+    EXPECT_EQ((PageLayout{.linePitchPx = 20, .heightPx = 204}).RowsPerPage(), 9);
+    EXPECT_EQ((PageLayout{.linePitchPx = 20, .heightPx = 3}).RowsPerPage(), 1) << "a window too low for a row";
+    EXPECT_EQ((PageLayout{.linePitchPx = 20, .heightPx = 3}).LargeChange(), 1);
     EXPECT_TRUE(Layout.IsInNumberStrip(50));
     EXPECT_FALSE(Layout.IsInNumberStrip(51));
-    EXPECT_TRUE((PageLayout{7, 20, 205, true}).IsInNumberStrip(36)) << "7 * 4.5 + 5 = 36.5";
-    EXPECT_FALSE((PageLayout{10, 20, 205, false}).IsInNumberStrip(3));
+    EXPECT_TRUE((PageLayout{.cellWidthPx = 7, .hasLineNumbers = true}).IsInNumberStrip(36)) << "7 * 4.5 + 5 = 36.5";
+    EXPECT_FALSE((PageLayout{.cellWidthPx = 10}).IsInNumberStrip(3));
     EXPECT_EQ(MarkLineAt(25, 8, Layout), 9);
     EXPECT_EQ(MarkLineAt(0, 8, Layout), 8) << "the margin belongs to the first row";
 }
@@ -202,18 +202,18 @@ TEST(PageAt, ScrollsFromAFullPageOnUpToTheLastLine)
 TEST(ClickTarget, IsChosenByKeysAsOneReads)
 {
     const DisplayText text = Text({u"above [x]"_s, u"[a] ｢図｣ [b｢c｣]"_s, u"none ｢｣"_s, u"｢x.y｣｢[漢]｣"_s, u"[below]"_s});
-    const std::vector<Place> targets = {{2, 1, 3}, {2, 5, 3}, {2, 9, 6}, {4, 7, 3}};
+    const std::vector<TextSpan> targets = {{2, 1, 3}, {2, 5, 3}, {2, 9, 6}, {4, 7, 3}};
     EXPECT_EQ(TargetsInView(text, Page(2, 3, 5), false), targets)
         << "neither what is hidden nor what is no picture's name";
-    const std::vector<Place> words = {{3, 1, 4}, {4, 2, 1}, {4, 4, 1}, {4, 7, 3}};
+    const std::vector<TextSpan> words = {{3, 1, 4}, {4, 2, 1}, {4, 4, 1}, {4, 7, 3}};
     EXPECT_EQ(TargetsInView(text, Page(3, 2, 5), true), words);
 }
 
-TEST(ClickTarget, OfAChosenPlaceIsWhatStandsThere)
+TEST(ClickTarget, OfASpanIsWhatStandsThere)
 {
     const DisplayText text = Text({u"[a]word｢図 b｣｢図｣[｢c｣]"_s, u"｢a｢b｣｣ ｢[x]y｣"_s});
     const StudyRound round = Round(3, 3);
-    const Rows<const char *, Place, ClickTarget> rows = {
+    const Rows<const char *, TextSpan, ClickTarget> rows = {
         {"a blank", {1, 1, 3}, {.blank = 1}},
         {"a word beside it", {1, 4, 4}, {.word = u"word"_s}},
         {"a picture, and no blank", {1, 13, 3}, {.picture = u"図"_s}},
@@ -222,8 +222,8 @@ TEST(ClickTarget, OfAChosenPlaceIsWhatStandsThere)
         {"a reference within another", {2, 3, 3}, {.picture = u"b"_s}},
         {"no reference while an answer shows in it", {2, 8, 6}, {}},
     };
-    for (const auto &[name, chosen, target] : rows)
-        EXPECT_EQ(TargetChosen(text, round, chosen), target) << name;
+    for (const auto &[name, span, target] : rows)
+        EXPECT_EQ(TargetOf(text, round, span), target) << name;
     EXPECT_EQ(TargetInAnswer(text, round, 2), (ClickTarget{.word = u"｢c｣"_s, .picture = u"c"_s}));
     EXPECT_EQ(TargetInAnswer(text, Round(3, 1), 2), ClickTarget()) << "hidden";
     EXPECT_EQ(TargetOfLineNumber(0, Page(4, 3, 9)).numberedLine, 4);
