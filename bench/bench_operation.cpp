@@ -7,7 +7,7 @@
 // "load" prints how many milliseconds it took and by how many bytes the process has grown.
 #include "files/modHistory.h"
 #include "store/modDB_SQLite.h"
-#include "support/RecordingDesktop.h"
+#include "support/RecordingServices.h"
 #include "text/modCheckText.h"
 #include "text/modPictureName.h"
 #include "text/modReadText.h"
@@ -26,7 +26,7 @@ const QDate EndDate(2024, 12, 31);
 const QString UserName = QStringLiteral("user1");
 
 /// Sends what goes wrong to the one who looks at the figures.
-class PlainDesktop : public RecordingDesktop
+class PlainDesktop : public RecordingServices
 {
   public:
     void ShowMessage(const QString &text) override
@@ -66,8 +66,8 @@ void Load(const QString &path)
 
 void ReadWeek(const QString &path, int times)
 {
-    PlainDesktop desktop;
-    StudyDatabase database(desktop);
+    PlainDesktop services;
+    StudyDatabase database(services);
     if (database.Open(path) != 0)
         qFatal("%s cannot be opened", qPrintable(path));
     for (int i = 0; i < times; ++i)

@@ -11,7 +11,7 @@
 #include "search/modSearch.h"
 #include "settings/frmMsg.h"
 #include "settings/modCharCode.h"
-#include "support/RecordingDesktop.h"
+#include "support/RecordingServices.h"
 #include "support/TestFiles.h"
 #include "text/modCheckText.h"
 #include "text/modReadText.h"
@@ -138,11 +138,11 @@ class OpenStudy
     }
 
     TestFolder folder;
-    RecordingDesktop desktop;
-    StudyDatabase database{desktop};
-    RunLog log{folder.Path(), u"Kotoban"_s, desktop.Clock()};
-    frmMsg msg{desktop, u"wav"_s};
-    frmText window{desktop, database, log, msg, {folder.Path(), folder.Path(u"Kotoban.ini"_s), u"user"_s}};
+    RecordingServices services;
+    StudyDatabase database{services};
+    RunLog log{folder.Path(), u"Kotoban"_s, services.Clock()};
+    frmMsg msg{services, u"wav"_s};
+    frmText window{services, database, log, msg, {folder.Path(), folder.Path(u"Kotoban.ini"_s), u"user"_s}};
     PicText *page = nullptr;
     QScrollBar *scroll = nullptr;
     int middle = 0;
@@ -279,8 +279,8 @@ BENCHMARK(ListFolder)->Unit(benchmark::kMillisecond);
 
 void RefreshHistory(benchmark::State &state)
 {
-    RecordingDesktop desktop;
-    StudyDatabase database(desktop);
+    RecordingServices services;
+    StudyDatabase database(services);
     database.Open(InputPath(u"sessions_100000.splite3"_s));
     for (auto step : state)
         benchmark::DoNotOptimize(

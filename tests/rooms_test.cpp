@@ -60,7 +60,8 @@ TEST(Rooms, IncludeOnlyWhatStandsAboveThemAndLogicNoWidgets)
             const QString header = match.captured(2);
             const bool isOurs = match.captured(1) == u"\"";
             const bool isWindow = window.match(header).hasMatch() || header.section(u'/', -1).startsWith(u"frm");
-            EXPECT_TRUE(!isOurs || header.endsWith(u".inc") || MayInclude(room, header)) << path.toStdString() << " " << header.toStdString();
+            EXPECT_TRUE(!isOurs || header.endsWith(u".inc") || MayInclude(room, header))
+                << path.toStdString() << " " << header.toStdString();
             EXPECT_FALSE(isLogic && isWindow) << path.toStdString() << " " << header.toStdString();
         }
         EXPECT_TRUE(room == u"platform" || !systemTest.match(text).hasMatch())

@@ -39,8 +39,8 @@ class NameList : public QListWidget
 
 } // namespace
 
-frmLogin::frmLogin(Desktop &desktop, frmMsg &msg, const QString &userListPath)
-    : m_desktop(desktop), m_msg(msg), m_userListPath(userListPath), lblComment(new QLabel(this)),
+frmLogin::frmLogin(SystemServices &services, frmMsg &msg, const QString &userListPath)
+    : m_services(services), m_msg(msg), m_userListPath(userListPath), lblComment(new QLabel(this)),
       txtUserName(new QLineEdit(this)), lstUserName(new NameList(this))
 {
     setObjectName(u"frmLogin"_s);
@@ -135,7 +135,7 @@ void frmLogin::cmdOK_Click()
     }
     QString error;
     if (!m_names.contains(name) && !AppendUserName(m_userListPath, name, &error))
-        m_desktop.ShowMessage(u"利用者一覧に書き込めません。\r\n  "_s + m_userListPath + u"\r\n  "_s + error);
+        m_services.ShowMessage(u"利用者一覧に書き込めません。\r\n  "_s + m_userListPath + u"\r\n  "_s + error);
     m_userName = name;
     Leave(LoginResult::Accepted);
 }

@@ -1,7 +1,7 @@
 // The user selection window: the learner picks a known name or types a new one.
 #pragma once
 
-#include "platform/modDesktop.h"
+#include "platform/modSystemServices.h"
 
 #include <QDialog>
 
@@ -24,7 +24,7 @@ class frmLogin : public QDialog
 
   public:
     /// @param userListPath  the file of the users' names
-    frmLogin(Desktop &desktop, frmMsg &msg, const QString &userListPath);
+    frmLogin(SystemServices &services, frmMsg &msg, const QString &userListPath);
 
     /// Shows the window and waits until it is left.
     LoginResult Ask();
@@ -49,7 +49,7 @@ class frmLogin : public QDialog
     bool CheckName(const QString &name);
     void Leave(LoginResult result);
 
-    Desktop &m_desktop;
+    SystemServices &m_services;
     frmMsg &m_msg;
     QString m_userListPath;
     QStringList m_names;

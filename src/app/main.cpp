@@ -2,7 +2,7 @@
 #include "app/frmLogin.h"
 #include "app/modMain.h"
 #include "base/modFile.h"
-#include "platform/QtDesktop.h"
+#include "platform/QtSystemServices.h"
 #include "platform/modEndSignal.h"
 #include "platform/modFontAdvice.h"
 #include "settings/frmMsg.h"
@@ -46,7 +46,7 @@ int main(int argc, char *argv[])
 
     const QString folder = QDir::toNativeSeparators(QCoreApplication::applicationDirPath());
     const QString baseName = QFileInfo(QCoreApplication::applicationFilePath()).completeBaseName();
-    QtDesktop desktop;
+    QtSystemServices services;
     QTranslator toolkitTexts;
     QTimer::singleShot(0, &application, [&toolkitTexts] { // once the first window is there
         // With its format named, or the toolkit would load all formats it knows.
@@ -55,32 +55,32 @@ int main(int argc, char *argv[])
             QApplication::installTranslator(&toolkitTexts);
     });
     const InstanceMark instance(folder);
-    const RunLog log(folder, baseName, desktop.Clock());
-    StudyDatabase database(desktop);
-    if (!PrepareRun(folder, instance, log, desktop, database))
+    const RunLog log(folder, baseName, services.Clock());
+    StudyDatabase database(services);
+    if (!PrepareRun(folder, instance, log, services, database))
         return 1;
 
     // Not before: over a message that ends the start it would be a second one.
-    QTimer::singleShot(0, &application, [&desktop] {
+    QTimer::singleShot(0, &application, [&services] {
         if (!HasPageFont())
-            desktop.ShowMessage(u"日本語の等幅フォントが見つかりません。\r\n"_s + FontAdvice());
+            services.ShowMessage(u"日本語の等幅フォントが見つかりません。\r\n"_s + FontAdvice());
     });
 
     EndSignal endSignal;
     QObject::connect(&endSignal, &EndSignal::Asked, &application, [] { QApplication::exit(0); });
-    frmMsg msg(desktop, JoinPath(folder, u"wav"_s));
+    frmMsg msg(services, JoinPath(folder, u"wav"_s));
     QString userName;
     {
-        frmLogin login(desktop, msg, JoinPath(folder, u"ListUserName.txt"_s));
+        frmLogin login(services, msg, JoinPath(folder, u"ListUserName.txt"_s));
         if (login.Ask() == LoginResult::EndProgram || endSignal.WasAsked())
             return 0;
         userName = login.UserName();
     }
-    frmText study(desktop, database, log, msg, {folder, JoinPath(folder, baseName + u".ini"_s), userName});
+    frmText study(services, database, log, msg, {folder, JoinPath(folder, baseName + u".ini"_s), userName});
     QObject::connect(&study, &frmText::Ended, &application, [] { QApplication::exit(0); });
     QObject::connect(&endSignal, &EndSignal::Asked, &study, &frmText::close);
-    endSignal.SetLastWord([&desktop, &study] {
-        desktop.GoSilent();
+    endSignal.SetLastWord([&services, &study] {
+        services.GoSilent();
         study.Record();
     });
     study.show();

@@ -28,24 +28,24 @@ QStringList FileNames(const QString &folder)
     return QDir(folder).entryList(QDir::Files | QDir::Hidden, QDir::NoSort);
 }
 
-bool StartRunLog(const RunLog &log, Desktop &desktop)
+bool StartRunLog(const RunLog &log, SystemServices &services)
 {
     QString error;
     if (log.WriteYmdLogStart(&error))
         return true;
-    desktop.ShowMessage(u"実行ログに書き込めません。\r\n  "_s + log.Path() + u"\r\n  "_s + error);
+    services.ShowMessage(u"実行ログに書き込めません。\r\n  "_s + log.Path() + u"\r\n  "_s + error);
     return false;
 }
 
 // The learner sees no window: the entry in the run log is the only trace.
-bool CheckFoldersAndLog(const QString &applicationFolder, const RunLog &log, Desktop &desktop)
+bool CheckFoldersAndLog(const QString &applicationFolder, const RunLog &log, SystemServices &services)
 {
     QString missing;
     if (CheckFolders(applicationFolder, &missing))
         return true;
     QString error;
     if (!log.WriteLog(FolderMissingMessage(missing), &error))
-        desktop.ShowMessage(error);
+        services.ShowMessage(error);
     return false;
 }
 
@@ -59,67 +59,67 @@ QString BackupFolder(const QString &applicationFolder)
     return JoinPath(applicationFolder, u"db_backup"_s);
 }
 
-bool OpenOrReport(const QString &path, Desktop &desktop, StudyDatabase &database)
+bool OpenOrReport(const QString &path, SystemServices &services, StudyDatabase &database)
 {
     if (database.Open(path) == 0)
         return true;
-    desktop.ShowMessage(u"DBFile Open Error"_s);
+    services.ShowMessage(u"DBFile Open Error"_s);
     WriteTrace(u"DBFile Open Error");
     return false;
 }
 
 /// Makes the database of a folder that never held a record. Where anything lies among the backups there was one; that
 /// it is gone is for the backup to tell, and an empty one in its place would hide the loss.
-bool MakeFirstDatabase(const QString &applicationFolder, Desktop &desktop)
+bool MakeFirstDatabase(const QString &applicationFolder, SystemServices &services)
 {
     const QFileInfo file(DatabasePath(applicationFolder));
     const QDir backups(BackupFolder(applicationFolder));
     const auto anything = QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden | QDir::System;
     if (file.exists() || file.isSymLink() || !backups.isEmpty(anything))
         return true;
-    StudyDatabase database(desktop);
-    return OpenOrReport(file.filePath(), desktop, database) && DBCreateKotoban(database);
+    StudyDatabase database(services);
+    return OpenOrReport(file.filePath(), services, database) && DBCreateKotoban(database);
 }
 
-bool BackUpOrReport(const QString &applicationFolder, Desktop &desktop)
+bool BackUpOrReport(const QString &applicationFolder, SystemServices &services)
 {
     QString error;
     if (BackupDatabase(JoinPath(applicationFolder, u"db"_s), DatabaseName, BackupFolder(applicationFolder), KeptBackups,
-                       desktop.Now(), &error))
+                       services.Now(), &error))
         return true;
-    desktop.ShowMessage(error);
+    services.ShowMessage(error);
     return false;
 }
 
-bool OpenDatabase(const QString &applicationFolder, Desktop &desktop, StudyDatabase &database)
+bool OpenDatabase(const QString &applicationFolder, SystemServices &services, StudyDatabase &database)
 {
     if (const int result = SQLite3Initialize(); result != 0) {
         WriteTrace(QString(u"Error Initializing SQLite:"_s + QString::number(result)));
         return false;
     }
-    if (!OpenOrReport(DatabasePath(applicationFolder), desktop, database))
+    if (!OpenOrReport(DatabasePath(applicationFolder), services, database))
         return false;
     if (database.LacksTable(u"t_kotoban"_s) && DBCreateKotoban(database))
-        desktop.ShowMessage(u"データベースに学習記録がありません。\r\n"
-                            u"学習記録を新しく始めます。以前の記録の写しは次のフォルダにあります。\r\n  "_s +
-                            BackupFolder(applicationFolder));
+        services.ShowMessage(u"データベースに学習記録がありません。\r\n"
+                             u"学習記録を新しく始めます。以前の記録の写しは次のフォルダにあります。\r\n  "_s +
+                             BackupFolder(applicationFolder));
     return true;
 }
 
 } // namespace
 
-bool PrepareRun(const QString &applicationFolder, const InstanceMark &instance, const RunLog &log, Desktop &desktop,
-                StudyDatabase &database)
+bool PrepareRun(const QString &applicationFolder, const InstanceMark &instance, const RunLog &log,
+                SystemServices &services, StudyDatabase &database)
 {
     // Nothing may be written before this: the files belong to the instance that runs.
     if (instance.HasPreviousInstance()) {
-        desktop.ShowMessage(u"二重起動はできません。"_s);
+        services.ShowMessage(u"二重起動はできません。"_s);
         return false;
     }
-    desktop.SetApplicationTitle(ProductName());
+    services.SetApplicationTitle(ProductName());
     TraceSetup();
     // The log is begun anew before the folders are looked for, so that a missing one is the only entry.
-    if (!StartRunLog(log, desktop) || !CheckFoldersAndLog(applicationFolder, log, desktop))
+    if (!StartRunLog(log, services) || !CheckFoldersAndLog(applicationFolder, log, services))
         return false;
     WriteTrace(u"■Main().WriteYmdLogStart");
     KillOldFiles(JoinPath(applicationFolder, u"log"_s), u"Log"_s, u"txt"_s, KeptLogFiles);
@@ -128,8 +128,8 @@ bool PrepareRun(const QString &applicationFolder, const InstanceMark &instance, 
     WriteTrace(processor);
     WriteTrace(system);
     // The backup is taken before the database is opened: never of a file that this process holds open.
-    return MakeFirstDatabase(applicationFolder, desktop) && BackUpOrReport(applicationFolder, desktop) &&
-           OpenDatabase(applicationFolder, desktop, database);
+    return MakeFirstDatabase(applicationFolder, services) && BackUpOrReport(applicationFolder, services) &&
+           OpenDatabase(applicationFolder, services, database);
 }
 
 bool CheckFolders(const QString &applicationFolder, QString *missing)

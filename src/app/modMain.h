@@ -3,8 +3,8 @@
 #pragma once
 
 #include "base/modLog.h"
-#include "platform/modDesktop.h"
 #include "platform/modInstance.h"
+#include "platform/modSystemServices.h"
 #include "store/Sqlite3Func.h"
 
 /// The folders that must be there at the start, in the order in which they are looked for.
@@ -16,8 +16,8 @@ inline constexpr QStringView RequiredFolders = u"db,db_backup,txt,rec,wav";
 /// its table is given that when it is opened, with a message.
 /// @param instance  the mark of this process in its application folder
 /// @return whether the program may go on; if not, the learner has been told as the step does it
-bool PrepareRun(const QString &applicationFolder, const InstanceMark &instance, const RunLog &log, Desktop &desktop,
-                StudyDatabase &database);
+bool PrepareRun(const QString &applicationFolder, const InstanceMark &instance, const RunLog &log,
+                SystemServices &services, StudyDatabase &database);
 
 /// Looks for the required folders. @return whether all are there; missing is then empty, else the full path of the
 /// first that is not

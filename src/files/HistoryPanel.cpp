@@ -5,10 +5,10 @@
 #include "base/modFile.h"
 #include "base/modLog.h"
 #include "files/HistoryChart.h"
-#include "widgets/NamedControls.h"
 #include "platform/modReplaceFile.h"
 #include "settings/frmMsg.h"
 #include "settings/modEditor.h"
+#include "widgets/NamedControls.h"
 #include "widgets/PageFont.h"
 #include "widgets/ScreenFit.h"
 
@@ -23,9 +23,9 @@
 
 using namespace Qt::Literals::StringLiterals;
 
-HistoryPanel::HistoryPanel(Desktop &desktop, StudyDatabase &database, frmMsg &msg, const QString &reportFolder,
+HistoryPanel::HistoryPanel(SystemServices &services, StudyDatabase &database, frmMsg &msg, const QString &reportFolder,
                            const QString &userName, QWidget *parent)
-    : QWidget(parent), m_desktop(desktop), m_database(database), m_msg(msg), m_reportFolder(reportFolder),
+    : QWidget(parent), m_services(services), m_database(database), m_msg(msg), m_reportFolder(reportFolder),
       m_userName(userName), m_records(new QStringListModel(this)), txtYmd(new QLineEdit(this)),
       txtWeekN(new QLineEdit(this)), lstRecord(new QListView(this)), picHistory(new HistoryChart(this)),
       lblSumTime(NamedLabel(u"lblSumTime"_s, QString(), this)), lblSumAns(NamedLabel(u"lblSumAns"_s, QString(), this))
@@ -114,7 +114,7 @@ void HistoryPanel::ShowThisWeek(const QString &textEditor)
     m_textEditor = textEditor;
     const QSignalBlocker noChangeOfWeeks(txtWeekN);
     const QSignalBlocker noChangeOfDate(txtYmd);
-    txtYmd->setText(DateText(m_desktop.Now().date()));
+    txtYmd->setText(DateText(m_services.Now().date()));
     txtWeekN->setText(u"1"_s);
     ShowRecordWhenValid();
 }
@@ -149,7 +149,7 @@ void HistoryPanel::cmdInc_Click()
 void HistoryPanel::cmdFile_Click()
 {
     WriteTrace(u"■frmFile.cmdFile_Click");
-    const QString path = JoinPath(m_reportFolder, ReportFileName(m_userName, m_desktop.Now().date(), m_history.weeks));
+    const QString path = JoinPath(m_reportFolder, ReportFileName(m_userName, m_services.Now().date(), m_history.weeks));
     QString reason;
     if (!ReplaceFile(path, ToCodePage932(ReportText(m_history)), &reason)) {
         m_msg.DispFrmMsg(window(), u"学習記録をファイルに出力できません。\r\n  "_s + path + u"\r\n  "_s + reason,
@@ -158,7 +158,7 @@ void HistoryPanel::cmdFile_Click()
     }
     const QString question = u"学習記録をファイルに出力しました。\r\nこのファイルを開きますか？\r\n"_s;
     if (m_msg.DispFrmMsg(window(), question, MsgStyle::YesNo, u"start.wav"_s) == MsgResult::Ok)
-        OpenInEditor(m_desktop, m_textEditor, path, 1);
+        OpenInEditor(m_services, m_textEditor, path, 1);
 }
 
 /// Shows the history that the two inputs name; while one of them is no number of weeks or no date, all stays as it is.

@@ -21,7 +21,7 @@ class HistoryPanel : public QWidget
   public:
     /// @param reportFolder  where the reports are written
     /// @param userName  whose history it is
-    HistoryPanel(Desktop &desktop, StudyDatabase &database, frmMsg &msg, const QString &reportFolder,
+    HistoryPanel(SystemServices &services, StudyDatabase &database, frmMsg &msg, const QString &reportFolder,
                  const QString &userName, QWidget *parent);
 
     /// Shows the week that ends today.
@@ -45,7 +45,7 @@ class HistoryPanel : public QWidget
     void ShowRecordWhenValid();
     void ShowRecord(int weeks);
 
-    Desktop &m_desktop;
+    SystemServices &m_services;
     StudyDatabase &m_database;
     frmMsg &m_msg;
     QString m_reportFolder;

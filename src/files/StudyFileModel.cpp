@@ -70,11 +70,11 @@ void StudyFileDelegate::paint(QPainter *painter, const QStyleOptionViewItem &opt
     const QStyle *const style = item.widget ? item.widget->style() : QApplication::style();
     const QFontMetrics metrics(item.font);
     const int margin = style->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, item.widget) + 1;
-    const QRect room = item.rect.adjusted(margin, 0, -margin, 0);
+    const QRect available = item.rect.adjusted(margin, 0, -margin, 0);
     const QString fault =
-        metrics.elidedText(index.data(StudyFileModel::FaultRole).toString(), Qt::ElideRight, room.width());
+        metrics.elidedText(index.data(StudyFileModel::FaultRole).toString(), Qt::ElideRight, available.width());
     const int faultWidth = fault.isEmpty() ? 0 : metrics.horizontalAdvance(fault) + 2 * metrics.averageCharWidth();
-    item.text = metrics.elidedText(item.text, Qt::ElideMiddle, qMax(0, room.width() - faultWidth));
+    item.text = metrics.elidedText(item.text, Qt::ElideMiddle, qMax(0, available.width() - faultWidth));
     style->drawControl(QStyle::CE_ItemViewItem, &item, painter, item.widget);
 
     const bool isSelected = item.state.testFlag(QStyle::State_Selected);
@@ -83,7 +83,7 @@ void StudyFileDelegate::paint(QPainter *painter, const QStyleOptionViewItem &opt
     painter->save();
     painter->setFont(item.font);
     painter->setPen(colour);
-    painter->drawText(room, Qt::AlignRight | Qt::AlignVCenter, fault);
+    painter->drawText(available, Qt::AlignRight | Qt::AlignVCenter, fault);
     painter->restore();
 }
 

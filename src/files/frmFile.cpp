@@ -4,13 +4,13 @@
 #include "base/modLog.h"
 #include "base/modProduct.h"
 #include "files/HistoryPanel.h"
-#include "widgets/NamedControls.h"
 #include "files/StudyFileModel.h"
 #include "files/modPrintableCopy.h"
 #include "settings/frmMsg.h"
 #include "settings/modEditor.h"
 #include "text/modCheckText.h"
 #include "text/modReadText.h"
+#include "widgets/NamedControls.h"
 #include "widgets/ScreenFit.h"
 
 #include <QGridLayout>
@@ -44,13 +44,13 @@ class ElidedLabel : public QLabel
 
 } // namespace
 
-frmFile::frmFile(Desktop &desktop, StudyDatabase &database, frmMsg &msg, const QString &applicationFolder,
+frmFile::frmFile(SystemServices &services, StudyDatabase &database, frmMsg &msg, const QString &applicationFolder,
                  const QString &userName, QWidget *owner)
-    : QDialog(owner), m_desktop(desktop), m_database(database), m_msg(msg),
+    : QDialog(owner), m_services(services), m_database(database), m_msg(msg),
       m_folder(JoinPath(applicationFolder, u"txt"_s)), m_files(new StudyFileModel(m_folder, this)),
       lstFile(new QListView(this)), lblFolder(new ElidedLabel(u"lblFolder"_s, this)),
       lblUserName(new ElidedLabel(u"lblUserName"_s, this)),
-      m_history(new HistoryPanel(desktop, database, msg, JoinPath(applicationFolder, u"rec"_s), userName, this))
+      m_history(new HistoryPanel(services, database, msg, JoinPath(applicationFolder, u"rec"_s), userName, this))
 {
     setObjectName(u"frmFile"_s);
     auto *const content = new QWidget(this);
@@ -60,7 +60,7 @@ frmFile::frmFile(Desktop &desktop, StudyDatabase &database, frmMsg &msg, const Q
     halves->addSpacing(fontMetrics().averageCharWidth());
     halves->addWidget(m_history, 1);
     SetTabOrder();
-    if (content->minimumSizeHint().width() > RoomOnScreen(this).width())
+    if (content->minimumSizeHint().width() > AvailableSize(this).width())
         halves->setDirection(QBoxLayout::TopToBottom);
     FitToScreen(this, content, QSize(fontMetrics().averageCharWidth() * 120, fontMetrics().lineSpacing() * 29));
     Form_Load();
@@ -198,7 +198,7 @@ void frmFile::cmdSelect_Click()
     if (!ReadTextFile(path, MaxLineBytes, &lines, &message, &errorLine)) {
         const QString question = message + u"\r\nこのファイルを開きますか？"_s;
         if (m_msg.DispFrmMsg(this, question, MsgStyle::YesNo, u"notify.wav"_s) == MsgResult::Ok)
-            OpenInEditor(m_desktop, m_textEditor, path, errorLine);
+            OpenInEditor(m_services, m_textEditor, path, errorLine);
         return;
     }
     m_msg.PlayNamedSound(u"start.wav"_s);
@@ -211,7 +211,7 @@ void frmFile::cmdEdit_Click()
     WriteTrace(u"■frmFile.cmdEdit_Click");
     QString name;
     if (TakeSelection(false, &name))
-        OpenInEditor(m_desktop, m_textEditor, m_folder.PathOf(name), 1);
+        OpenInEditor(m_services, m_textEditor, m_folder.PathOf(name), 1);
 }
 
 void frmFile::cmdRefresh_Click()
@@ -223,8 +223,8 @@ void frmFile::cmdRefresh_Click()
 void frmFile::cmdOpenFolder_Click()
 {
     WriteTrace(u"■frmFile.cmdOpenFolder_Click");
-    if (!m_desktop.OpenWithShell(m_folder.Path(), u"c:\\"_s))
-        m_desktop.ShowMessage(u"次のフォルダを開けません。\r\n  "_s + m_folder.Path());
+    if (!m_services.OpenWithShell(m_folder.Path(), u"c:\\"_s))
+        m_services.ShowMessage(u"次のフォルダを開けません。\r\n  "_s + m_folder.Path());
 }
 
 void frmFile::cmdConvFile_Click()

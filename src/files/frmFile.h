@@ -3,7 +3,7 @@
 #pragma once
 
 #include "files/modStudyFolder.h"
-#include "platform/modDesktop.h"
+#include "platform/modSystemServices.h"
 #include "store/Sqlite3Func.h"
 
 #include <QDialog>
@@ -30,7 +30,7 @@ class frmFile : public QDialog
 
   public:
     /// @param applicationFolder  the folder of study files is "txt" in it, that of the reports "rec"
-    frmFile(Desktop &desktop, StudyDatabase &database, frmMsg &msg, const QString &applicationFolder,
+    frmFile(SystemServices &services, StudyDatabase &database, frmMsg &msg, const QString &applicationFolder,
             const QString &userName, QWidget *owner);
     ~frmFile() override;
 
@@ -68,7 +68,7 @@ class frmFile : public QDialog
     bool TakeSelection(bool isForPrinting, QString *name);
     void Leave(FileChoice choice);
 
-    Desktop &m_desktop;
+    SystemServices &m_services;
     StudyDatabase &m_database;
     frmMsg &m_msg;
     StudyFolder m_folder;

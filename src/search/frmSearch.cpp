@@ -95,7 +95,7 @@ frmSearch::frmSearch(KeywordSearch &search, QWidget *owner)
     grid->addWidget(cmdNext, 3, 0);
     grid->addWidget(cmdBack, 3, 1);
     const QSize size(40 * fontMetrics().averageCharWidth(), 24 * fontMetrics().height());
-    resize(size.expandedTo(minimumSizeHint()).boundedTo(RoomOnScreen(this)));
+    resize(size.expandedTo(minimumSizeHint()).boundedTo(AvailableSize(this)));
     Refresh();
 }
 

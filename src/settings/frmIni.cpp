@@ -44,8 +44,8 @@ QLayout *RowOf(std::initializer_list<QWidget *> controls)
 
 } // namespace
 
-frmIni::frmIni(Desktop &desktop, frmMsg &msg, const Settings &defaults, const Settings &upper, QWidget *owner)
-    : QDialog(owner), m_desktop(desktop), m_msg(msg), m_defaults(defaults), m_upper(upper),
+frmIni::frmIni(SystemServices &services, frmMsg &msg, const Settings &defaults, const Settings &upper, QWidget *owner)
+    : QDialog(owner), m_services(services), m_msg(msg), m_defaults(defaults), m_upper(upper),
       txtLineSpace(new QLineEdit(this)), lblLSpaceRange(new QLabel(LineSpaceRange(defaults, upper), this)),
       txtTextEditor(new QLineEdit(this)), chkDispLineNum(new QCheckBox(u"行番号を表示する(&N)"_s, this))
 {
@@ -58,7 +58,7 @@ void frmIni::Form_Load()
 {
     WriteTrace(u"■frmIni.Form_Load");
     AddControls();
-    resize(sizeHint().boundedTo(RoomOnScreen(this)));
+    resize(sizeHint().boundedTo(AvailableSize(this)));
 }
 
 void frmIni::showEvent(QShowEvent *event)
@@ -188,11 +188,11 @@ void frmIni::cmdRunEditor_Click()
     WriteTrace(u"■frmIni.cmdRunEditor_Click");
     const QString editor = txtTextEditor->text();
     if (editor.isEmpty())
-        m_desktop.ShowMessage(u"エディタが指定されていません"_s);
+        m_services.ShowMessage(u"エディタが指定されていません"_s);
     else if (!IsEditorUsable(editor))
-        m_desktop.ShowMessage(u"エディタが見つかりません"_s);
+        m_services.ShowMessage(u"エディタが見つかりません"_s);
     else
-        StartOrReport(m_desktop, editor);
+        StartOrReport(m_services, editor);
 }
 
 void frmIni::cmdBrowse_Click()
@@ -221,8 +221,8 @@ void frmIni::cmdChangeSetting_Click()
         return;
     }
     if (!IsEditorUsable(txtTextEditor->text())) {
-        m_desktop.ShowMessage(u"次のテキストエディタが見つかりません。\r\n  "_s + txtTextEditor->text() +
-                              u"\r\nメモ帳をテキストエディタに指定します。"_s);
+        m_services.ShowMessage(u"次のテキストエディタが見つかりません。\r\n  "_s + txtTextEditor->text() +
+                               u"\r\nメモ帳をテキストエディタに指定します。"_s);
         txtTextEditor->setText(m_defaults.TextEditor);
     }
     m_msg.PlayNamedSound(u"start.wav"_s);

@@ -1,7 +1,7 @@
 // The settings window.
 #pragma once
 
-#include "platform/modDesktop.h"
+#include "platform/modSystemServices.h"
 #include "settings/modSettings.h"
 
 #include <QDialog>
@@ -20,7 +20,7 @@ class frmIni : public QDialog
 
   public:
     /// @param defaults, upper  bounds that the window names and keeps to
-    frmIni(Desktop &desktop, frmMsg &msg, const Settings &defaults, const Settings &upper, QWidget *owner);
+    frmIni(SystemServices &services, frmMsg &msg, const Settings &defaults, const Settings &upper, QWidget *owner);
 
     /// Shows the settings and waits until the window is left.
     /// @param settings  taken over from the controls when the learner confirms; FormLeft stays as it is
@@ -45,7 +45,7 @@ class frmIni : public QDialog
     void ShowSettings(const Settings &settings);
     Settings TakeSettings(const Settings &before) const;
 
-    Desktop &m_desktop;
+    SystemServices &m_services;
     frmMsg &m_msg;
     Settings m_defaults;
     Settings m_upper;

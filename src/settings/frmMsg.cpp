@@ -40,8 +40,8 @@ QString WithLongLinesCut(const QString &message)
 
 } // namespace
 
-frmMsg::frmMsg(Desktop &desktop, const QString &soundFolder)
-    : m_desktop(desktop), m_soundFolder(soundFolder), fraMsg(new QScrollArea(this)), lblMsg(new QLabel),
+frmMsg::frmMsg(SystemServices &services, const QString &soundFolder)
+    : m_services(services), m_soundFolder(soundFolder), fraMsg(new QScrollArea(this)), lblMsg(new QLabel),
       cmdOK(new QPushButton(this)), cmdCancel(new QPushButton(this)), Timer1(new QTimer(this))
 {
     setObjectName(u"frmMsg"_s);
@@ -107,7 +107,7 @@ MsgResult frmMsg::DispFrmMsg(QWidget *owner, const QString &message, MsgStyle st
 
 void frmMsg::PlayNamedSound(const QString &soundName)
 {
-    m_desktop.PlaySoundFile(soundName.contains(u'\\') ? soundName : JoinPath(m_soundFolder, soundName));
+    m_services.PlaySoundFile(soundName.contains(u'\\') ? soundName : JoinPath(m_soundFolder, soundName));
 }
 
 // A button takes its keys before the dialog sees them.
@@ -147,7 +147,7 @@ void frmMsg::SelectButtons(MsgStyle style)
         cmdCancel->setHidden(false);
         break;
     default:
-        m_desktop.ShowMessage(u"err!"_s, QString());
+        m_services.ShowMessage(u"err!"_s, QString());
         cmdOK->setText(u"OK"_s);
         cmdCancel->setText(u"キャンセル"_s);
         cmdCancel->setHidden(false);
@@ -156,20 +156,20 @@ void frmMsg::SelectButtons(MsgStyle style)
 
 void frmMsg::LayOut()
 {
-    const QSize room = RoomOnScreen(this);
+    const QSize available = AvailableSize(this);
     const QSize button(
         qMax(16 * fontMetrics().averageCharWidth(), qMax(cmdOK->sizeHint().width(), cmdCancel->sizeHint().width())),
         cmdOK->sizeHint().height());
     const int belowLabel = qMax(BelowLabelPx, button.height() + 2 * BelowButtonsPx);
-    const QSize most = room - QSize(LabelLeftPx + RightOfLabelPx, LabelTopPx + belowLabel);
+    const QSize most = available - QSize(LabelLeftPx + RightOfLabelPx, LabelTopPx + belowLabel);
 
     // A word that is longer than a line is not broken: then the message scrolls to the side too.
     const int barPx = style()->pixelMetric(QStyle::PM_ScrollBarExtent);
     lblMsg->setWordWrap(false);
     QSize size = lblMsg->sizeHint();
-    if (size.width() > room.width() * 4 / 5) {
+    if (size.width() > available.width() * 4 / 5) {
         lblMsg->setWordWrap(true);
-        size.setWidth(qMax(room.width() * 4 / 5, lblMsg->minimumSizeHint().width()));
+        size.setWidth(qMax(available.width() * 4 / 5, lblMsg->minimumSizeHint().width()));
         size.setHeight(lblMsg->heightForWidth(size.width()));
     }
     lblMsg->resize(size);
@@ -197,7 +197,7 @@ void frmMsg::PlaceOver(const QWidget *owner)
 {
     const QRect over = owner ? owner->window()->frameGeometry() : QGuiApplication::primaryScreen()->availableGeometry();
     const QRect screenArea = (owner ? owner->screen() : QGuiApplication::primaryScreen())->availableGeometry();
-    const QSize frame = screenArea.size() - RoomOnScreen(this);
+    const QSize frame = screenArea.size() - AvailableSize(this);
     const int left = over.left() + (over.width() - width()) / 2;
     const int top = over.top() + (over.height() - height()) / 8;
     move(qMax(screenArea.left(), qMin(left, screenArea.right() + 1 - width() - frame.width())),

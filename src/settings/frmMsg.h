@@ -3,7 +3,7 @@
 // key press still meant for the study window cannot answer it by accident; nor does a key that is held since then.
 #pragma once
 
-#include "platform/modDesktop.h"
+#include "platform/modSystemServices.h"
 #include "widgets/HeldKeyFilter.h"
 
 #include <QDialog>
@@ -35,7 +35,7 @@ class frmMsg : public QDialog
 
   public:
     /// @param soundFolder  folder of the sounds that are named without one
-    frmMsg(Desktop &desktop, const QString &soundFolder);
+    frmMsg(SystemServices &services, const QString &soundFolder);
 
     /// Asks and waits for the answer. One dialog serves all calls; each lays it out from scratch.
     /// @param message  lines separated by CR LF
@@ -63,7 +63,7 @@ class frmMsg : public QDialog
     void cmdCancel_Click();
     void Timer1_Timer();
 
-    Desktop &m_desktop;
+    SystemServices &m_services;
     QString m_soundFolder;
     HeldKeyFilter m_heldKeys;
     QScrollArea *fraMsg; // what of the message fits on the screen

@@ -35,13 +35,13 @@ QString EditorCommandLine(const QString &editor, const QString &file, int line)
     return editor + quotedFile;
 }
 
-void OpenInEditor(Desktop &desktop, const QString &editor, const QString &file, int line)
+void OpenInEditor(SystemServices &services, const QString &editor, const QString &file, int line)
 {
-    StartOrReport(desktop, EditorCommandLine(editor, file, line));
+    StartOrReport(services, EditorCommandLine(editor, file, line));
 }
 
-void StartOrReport(Desktop &desktop, const QString &commandLine)
+void StartOrReport(SystemServices &services, const QString &commandLine)
 {
-    if (!desktop.StartCommandLine(commandLine))
-        desktop.ShowMessage(u"次のコマンドを起動できません。\r\n  "_s + commandLine);
+    if (!services.StartCommandLine(commandLine))
+        services.ShowMessage(u"次のコマンドを起動できません。\r\n  "_s + commandLine);
 }

@@ -1,7 +1,7 @@
 // The command line that opens a study file in the learner's text editor.
 #pragma once
 
-#include "platform/modDesktop.h"
+#include "platform/modSystemServices.h"
 
 /// Command line that opens a file. hidemaru.exe, sakura.exe and terapad.exe, found anywhere in the editor's text in any
 /// case and in this order, are given the line too; any other editor is given the file alone. The editor's text itself
@@ -10,7 +10,7 @@
 QString EditorCommandLine(const QString &editor, const QString &file, int line);
 
 /// Opens a file in the editor without waiting for it; says so in a message box when the editor cannot be started.
-void OpenInEditor(Desktop &desktop, const QString &editor, const QString &file, int line);
+void OpenInEditor(SystemServices &services, const QString &editor, const QString &file, int line);
 
 /// Starts a command line without waiting for it; says so in a message box when it cannot be started.
-void StartOrReport(Desktop &desktop, const QString &commandLine);
+void StartOrReport(SystemServices &services, const QString &commandLine);

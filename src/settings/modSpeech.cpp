@@ -9,12 +9,12 @@ using namespace Qt::Literals::StringLiterals;
 // The script is written for those who want to keep or play it themselves, but never run: the word goes into it without
 // escaping, study files pass from hand to hand, and a word such as "+new ActiveXObject("WScript.Shell")... would then
 // start a program. The voice is given the word itself.
-void SpeakWord(Desktop &desktop, const QString &applicationFolder, const QString &word)
+void SpeakWord(SystemServices &services, const QString &applicationFolder, const QString &word)
 {
     const QString script =
         u"var tts = WScript.CreateObject(\"SAPI.SpVoice\");\r\ntts.Speak(\""_s + word + u"\");\r\n"_s;
     const QString path = JoinPath(applicationFolder, u"speak.js"_s);
     QString error;
     ReplaceFile(path, ToCodePage932(script), &error);
-    desktop.Speak(word);
+    services.Speak(word);
 }

@@ -68,7 +68,7 @@ QString StorageClassName(int storageClass)
     }
 }
 
-StudyDatabase::StudyDatabase(Desktop &desktop) : m_desktop(desktop) {}
+StudyDatabase::StudyDatabase(SystemServices &services) : m_services(services) {}
 
 StudyDatabase::~StudyDatabase()
 {
@@ -128,11 +128,11 @@ bool StudyDatabase::SQLite3NonQuery(const QString &sql, const QStringList &names
     if (Prepare(sql, names, statement.Address()) == SQLITE_OK) {
         const int result = SQLite3Step(statement);
         if (result == SQLITE_BUSY)
-            m_desktop.ShowMessage(u"The database file is locked"_s);
+            m_services.ShowMessage(u"The database file is locked"_s);
         if (statement.Finalize() == SQLITE_OK && result == SQLITE_DONE)
             return true;
     }
-    m_desktop.ShowMessage(u"Err:SQLite3 NonQuery"_s);
+    m_services.ShowMessage(u"Err:SQLite3 NonQuery"_s);
     return false;
 }
 
@@ -148,10 +148,10 @@ bool StudyDatabase::SQLite3Query(const QString &sql, ResultTable *table, const Q
         table->push_back(JoinColumns(statement, ColumnText));
     }
     if (result != SQLITE_DONE)
-        m_desktop.ShowMessage(sql + u"\r\nSQLite3Step returned "_s + QString::number(result));
+        m_services.ShowMessage(sql + u"\r\nSQLite3Step returned "_s + QString::number(result));
     const int finalized = statement.Finalize();
     if (finalized != SQLITE_OK)
-        m_desktop.ShowMessage(u"Err:SQLite3 Query ErrCode="_s + QString::number(finalized));
+        m_services.ShowMessage(u"Err:SQLite3 Query ErrCode="_s + QString::number(finalized));
     return result == SQLITE_DONE && finalized == SQLITE_OK;
 }
 
@@ -166,6 +166,6 @@ QString StudyDatabase::SQLite3GetColumn(const ResultTable &table, int row, const
     QString message = u"Error!\r\n  Cannot find col["_s + name + u"]\r\n"_s;
     for (const QStringView column : qTokenize(table.front(), u'\t'))
         message += u"  cols=["_s + column + u']';
-    m_desktop.ShowMessage(message);
+    m_services.ShowMessage(message);
     return QString();
 }

@@ -3,7 +3,7 @@
 // time, and a locked database is not tried again.
 #pragma once
 
-#include "platform/modDesktop.h"
+#include "platform/modSystemServices.h"
 
 #include <QString>
 #include <QStringList>
@@ -23,8 +23,8 @@ QString StorageClassName(int storageClass);
 class StudyDatabase
 {
   public:
-    /// @param desktop  shows the faults
-    explicit StudyDatabase(Desktop &desktop);
+    /// @param services  shows the faults
+    explicit StudyDatabase(SystemServices &services);
     ~StudyDatabase();
     Q_DISABLE_COPY_MOVE(StudyDatabase)
 
@@ -61,7 +61,7 @@ class StudyDatabase
     void MakePowerSafe();
     int Prepare(const QString &sql, const QStringList &names, sqlite3_stmt **statement);
 
-    Desktop &m_desktop;
+    SystemServices &m_services;
     sqlite3 *m_handle = nullptr;
     bool m_isPowerSafe = false; ///< a statement that was carried out outlives a power cut
 };

@@ -50,7 +50,7 @@ void DBInsRecKotoban(StudyDatabase &database, const QDateTime &sessionStart, con
     database.SQLite3NonQuery(InsertStatement(sessionStart, userName, fileName), {userName, fileName});
 }
 
-void DBUpdRecKotoban(StudyDatabase &database, const Desktop &clock, const QDateTime &sessionStart,
+void DBUpdRecKotoban(StudyDatabase &database, const SystemServices &clock, const QDateTime &sessionStart,
                      const QString &userName, int answerCount)
 {
     database.SQLite3NonQuery(UpdateStatement(clock.Now(), sessionStart, userName, answerCount), {userName});

@@ -19,7 +19,7 @@ void DBInsRecKotoban(StudyDatabase &database, const QDateTime &sessionStart, con
 
 /// Completes a session's row with its end, which is now, and the number of answers shown. Without such a row nothing
 /// happens.
-void DBUpdRecKotoban(StudyDatabase &database, const Desktop &clock, const QDateTime &sessionStart,
+void DBUpdRecKotoban(StudyDatabase &database, const SystemServices &clock, const QDateTime &sessionStart,
                      const QString &userName, int answerCount);
 
 /// Sessions in which something was answered, of one user over whole days.

@@ -44,9 +44,9 @@ void frmPicture::Load(const QString &path, const QString &name)
         lblPicture->setText(name + u"は大きすぎるため表示できません。"_s);
         return;
     }
-    const QSize room = RoomOnScreen(this) * 0.9; // with the edge around the picture
-    if (size.width() > room.width() || size.height() > room.height())
-        reader.setScaledSize(size.scaled(room, Qt::KeepAspectRatio));
+    const QSize available = AvailableSize(this) * 0.9; // with the edge around the picture
+    if (size.width() > available.width() || size.height() > available.height())
+        reader.setScaledSize(size.scaled(available, Qt::KeepAspectRatio));
     const QImage picture = reader.read();
     if (picture.isNull())
         lblPicture->setText(name + u"が見つかりません。"_s);

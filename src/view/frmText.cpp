@@ -86,17 +86,17 @@ void frmText::cmdFile_Click()
     if (m_session.HasBegun()) {
         m_session.Complete();
         QString error;
-        if (!m_log.WriteLog(u"DBUpdRecKotoban "_s + TimeText(m_desktop.Now()), &error))
-            m_desktop.ShowMessage(error + u"\r\n  "_s + m_log.Path());
+        if (!m_log.WriteLog(u"DBUpdRecKotoban "_s + TimeText(m_services.Now()), &error))
+            m_services.ShowMessage(error + u"\r\n  "_s + m_log.Path());
     }
     const QString folder = StudyFolderPath();
     if (!QFileInfo(folder).isDir()) {
-        m_desktop.ShowMessage(u"次のフォルダが見つかりません。\r\n  "_s + folder +
-                              u"\r\n\r\n上のフォルダを作成してください。"_s);
+        m_services.ShowMessage(u"次のフォルダが見つかりません。\r\n  "_s + folder +
+                               u"\r\n\r\n上のフォルダを作成してください。"_s);
         return;
     }
     if (!m_frmFile)
-        m_frmFile = new frmFile(m_desktop, m_database, m_msg, m_context.applicationFolder, m_context.userName, this);
+        m_frmFile = new frmFile(m_services, m_database, m_msg, m_context.applicationFolder, m_context.userName, this);
     PlaceFileWindow();
     const FileChoice choice = m_frmFile->Choose(m_settings.TextEditor);
     if (choice == FileChoice::EndProgram) {
@@ -144,7 +144,7 @@ void frmText::OpenSession(const QString &path)
     // The first tick at once: by the time of the next one the second may have changed, and the clock would stay empty.
     QTimer::singleShot(0, this, &frmText::Timer1_Timer);
     if (!message.isEmpty())
-        m_desktop.ShowMessage(message);
+        m_services.ShowMessage(message);
 }
 
 /// Shows the session's text, which is another one now: what was found and chosen in the one before counts no more.
@@ -179,7 +179,7 @@ MsgResult frmText::Ask(const QString &message, MsgStyle style, const QString &so
 
 void frmText::OpenInEditorAt(int line)
 {
-    OpenInEditor(m_desktop, m_settings.TextEditor, m_session.Path(), line);
+    OpenInEditor(m_services, m_settings.TextEditor, m_session.Path(), line);
 }
 
 // Session and clock go on through a re-read.
@@ -199,7 +199,7 @@ void frmText::cmdReRead_Click()
     ShowText(VScroll->value());
     picText->setFocus();
     if (!message.isEmpty())
-        m_desktop.ShowMessage(message);
+        m_services.ShowMessage(message);
 }
 
 void frmText::cmdEdit_Click()
@@ -215,12 +215,12 @@ void frmText::cmdEdit_Click()
 void frmText::cmdIni_Click()
 {
     WriteTrace(u"■frmText.cmdIni_Click()");
-    frmIni window(m_desktop, m_msg, m_defaults, m_upper, this);
+    frmIni window(m_services, m_msg, m_defaults, m_upper, this);
     Settings settings = m_settings;
     if (window.Edit(&settings)) {
         picText->setFocus();
         if (!m_settingsFile.WriteFileIniEx(settings))
-            m_desktop.ShowMessage(u"設定を保存できません。\r\n  "_s + m_context.settingsPath);
+            m_services.ShowMessage(u"設定を保存できません。\r\n  "_s + m_context.settingsPath);
         m_settings = settings;
         ApplySettings();
         WidenToText();
@@ -238,9 +238,9 @@ void frmText::cmdDispHowToUse_Click()
     WriteTrace(u"■frmText.cmdDispHowToUse_Click()");
     const QString help = JoinPath(JoinPath(m_context.applicationFolder, u"htm"_s), u"index.htm"_s);
     if (!QFileInfo::exists(help))
-        m_desktop.ShowMessage(help + u"が見つかりません。"_s);
-    else if (!m_desktop.OpenWithShell(help, m_context.applicationFolder))
-        m_desktop.ShowMessage(help + u"\r\nを開けません。"_s);
+        m_services.ShowMessage(help + u"が見つかりません。"_s);
+    else if (!m_services.OpenWithShell(help, m_context.applicationFolder))
+        m_services.ShowMessage(help + u"\r\nを開けません。"_s);
 }
 
 void frmText::cmdSearch_Click()
@@ -289,7 +289,7 @@ void frmText::picText_KeyDown(int key)
     if (key == Qt::Key_Return || key == Qt::Key_Enter)
         Enter();
     else if (key == Qt::Key_F2)
-        m_desktop.ShowMessage(u"F2"_s); // a left-over that is kept; it does nothing else
+        m_services.ShowMessage(u"F2"_s); // a left-over that is kept; it does nothing else
 }
 
 void frmText::Enter()
@@ -349,7 +349,7 @@ void frmText::Click(const ClickTarget &target)
     const ClickTarget meant =
         target.blank > 0 ? TargetInAnswer(m_session.Text(), m_session.Round(), target.blank) : target;
     if (chkSpeak->isChecked() && !meant.word.isEmpty())
-        SpeakWord(m_desktop, m_context.applicationFolder, meant.word);
+        SpeakWord(m_services, m_context.applicationFolder, meant.word);
     if (!meant.picture.isEmpty())
         ShowPicture(meant.picture);
     if (picText->Layout().hasLineNumbers)

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "base/modLog.h"
-#include "platform/modDesktop.h"
+#include "platform/modSystemServices.h"
 #include "search/modSearch.h"
 #include "settings/modSettings.h"
 #include "view/modStudySession.h"
@@ -40,7 +40,8 @@ class frmText : public QWidget
     Q_OBJECT
 
   public:
-    frmText(Desktop &desktop, StudyDatabase &database, const RunLog &log, frmMsg &msg, const StudyContext &place);
+    frmText(SystemServices &services, StudyDatabase &database, const RunLog &log, frmMsg &msg,
+            const StudyContext &place);
     ~frmText() override;
 
     /// Completes the session and closes the database, once; touches no window. Nothing is recorded from then on.
@@ -119,7 +120,7 @@ class frmText : public QWidget
         Ended,       ///< nothing is recorded any more
     };
 
-    Desktop &m_desktop;
+    SystemServices &m_services;
     StudyDatabase &m_database;
     const RunLog &m_log;
     frmMsg &m_msg;

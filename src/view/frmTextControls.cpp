@@ -20,10 +20,11 @@
 
 using namespace Qt::Literals::StringLiterals;
 
-frmText::frmText(Desktop &desktop, StudyDatabase &database, const RunLog &log, frmMsg &msg, const StudyContext &place)
-    : m_desktop(desktop), m_database(database), m_log(log), m_msg(msg), m_context(place),
+frmText::frmText(SystemServices &services, StudyDatabase &database, const RunLog &log, frmMsg &msg,
+                 const StudyContext &place)
+    : m_services(services), m_database(database), m_log(log), m_msg(msg), m_context(place),
       m_settingsFile(place.settingsPath), m_defaults(DefaultSettings()), m_settings(m_defaults),
-      m_session(desktop, database, place.userName), picText(new PicText(this)),
+      m_session(services, database, place.userName), picText(new PicText(this)),
       VScroll(new QScrollBar(Qt::Vertical, this)),
       cmdFile(AddButton(u"cmdFile"_s, u"ファイル選択(&O)"_s, &frmText::cmdFile_Click)),
       cmdReRead(AddButton(u"cmdReRead"_s, u"再読込(&R)"_s, &frmText::cmdReRead_Click)),
@@ -138,7 +139,7 @@ void frmText::Form_Load()
     ApplySettings();
     const QSize remembered = m_settingsFile.ReadFormSize();
     resize(
-        (remembered.isEmpty() ? sizeHint() : remembered.expandedTo(minimumSizeHint())).boundedTo(RoomOnScreen(this)));
+        (remembered.isEmpty() ? sizeHint() : remembered.expandedTo(minimumSizeHint())).boundedTo(AvailableSize(this)));
     m_upper = UpperBounds(LargestLeft(width()));
     int left = area.left() + (area.width() - width()) / 2;
     if (m_settingsFile.Exists())
@@ -199,7 +200,7 @@ void frmText::ReadSettings()
         return; // once is enough
     m_stage = Stage::RepairsTold;
     for (const QString &message : messages)
-        m_desktop.ShowMessage(message);
+        m_services.ShowMessage(message);
 }
 
 void frmText::ApplySettings()
@@ -211,7 +212,7 @@ void frmText::ApplySettings()
 void frmText::WidenToText()
 {
     const QRect area = screen()->availableGeometry();
-    const int wanted = qMin(sizeHint().width(), RoomOnScreen(this).width());
+    const int wanted = qMin(sizeHint().width(), AvailableSize(this).width());
     if (isMaximized() || isFullScreen() || wanted <= width())
         return;
     const int frame = frameGeometry().width() - width();

@@ -8,14 +8,14 @@
 
 #include <utility>
 
-StudySession::StudySession(const Desktop &desktop, StudyDatabase &database, const QString &userName)
-    : m_desktop(desktop), m_database(database), m_userName(userName)
+StudySession::StudySession(const SystemServices &services, StudyDatabase &database, const QString &userName)
+    : m_services(services), m_database(database), m_userName(userName)
 {
 }
 
 bool StudySession::Open(const QString &path, QString *message)
 {
-    m_start = m_desktop.Now();
+    m_start = m_services.Now();
     m_path.clear();
     m_text = DisplayText();
     m_round.Load(0);
@@ -26,7 +26,7 @@ bool StudySession::Open(const QString &path, QString *message)
         return false;
     m_path = path;
     m_round.Load(m_text.Blanks().Count());
-    m_clockStart = m_desktop.Now();
+    m_clockStart = m_services.Now();
     return true;
 }
 
@@ -52,10 +52,10 @@ bool StudySession::Read(const QString &path, QString *message, int *errorLine)
 void StudySession::Complete()
 {
     if (HasBegun())
-        DBUpdRecKotoban(m_database, m_desktop, m_start, m_userName, m_round.lngOpenCount());
+        DBUpdRecKotoban(m_database, m_services, m_start, m_userName, m_round.lngOpenCount());
 }
 
 std::optional<ElapsedTime> StudySession::ClockTick() const
 {
-    return m_clockStart.isValid() ? ::ClockTick(m_clockStart, m_desktop.Now()) : std::nullopt;
+    return m_clockStart.isValid() ? ::ClockTick(m_clockStart, m_services.Now()) : std::nullopt;
 }

@@ -2,7 +2,7 @@
 // in the records and the clock.
 #pragma once
 
-#include "platform/modDesktop.h"
+#include "platform/modSystemServices.h"
 #include "store/Sqlite3Func.h"
 #include "view/modStudyClock.h"
 #include "view/modStudyRound.h"
@@ -10,8 +10,8 @@
 class StudySession
 {
   public:
-    /// @param desktop  tells the time; it and the database must outlive this
-    StudySession(const Desktop &desktop, StudyDatabase &database, const QString &userName);
+    /// @param services  tells the time; it and the database must outlive this
+    StudySession(const SystemServices &services, StudyDatabase &database, const QString &userName);
 
     /// Begins a session with a file. Its row is inserted before the file is read, so that every attempt leaves one.
     /// @param message  the refusal, or what is wrong with the pictures of a file that was read
@@ -66,7 +66,7 @@ class StudySession
   private:
     bool Read(const QString &path, QString *message, int *errorLine);
 
-    const Desktop &m_desktop;
+    const SystemServices &m_services;
     StudyDatabase &m_database;
     QString m_userName;
     QDateTime m_start; // the row's key; not valid before the first session

@@ -10,7 +10,7 @@
 
 using namespace Qt::Literals::StringLiterals;
 
-QSize RoomOnScreen(const QWidget *window)
+QSize AvailableSize(const QWidget *window)
 {
     // The real frame is not known before the window is shown; the toolkit's own is about as thick.
     const int borderPx = window->style()->pixelMetric(QStyle::PM_MdiSubWindowFrameWidth);
@@ -30,18 +30,18 @@ void FitToScreen(QDialog *window, QWidget *content, const QSize &wanted)
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(scroll);
 
-    const QSize room = RoomOnScreen(window);
-    QSize size = content->sizeHint().expandedTo(wanted).boundedTo(room);
-    // One scroll bar takes room away; it should not bring about the other.
-    if (content->minimumSizeHint().height() > room.height())
+    const QSize available = AvailableSize(window);
+    QSize size = content->sizeHint().expandedTo(wanted).boundedTo(available);
+    // One scroll bar takes available away; it should not bring about the other.
+    if (content->minimumSizeHint().height() > available.height())
         size.rwidth() += scroll->verticalScrollBar()->sizeHint().width();
-    window->resize(size.boundedTo(room));
+    window->resize(size.boundedTo(available));
 }
 
 void FitToText(QLineEdit *box, const QString &widest)
 {
     const QFontMetrics metrics = box->fontMetrics();
-    // The smallest box is as wide as one character and the frame. The cursor behind the text takes room as well.
+    // The smallest box is as wide as one character and the frame. The cursor behind the text takes available as well.
     const int framePx = box->minimumSizeHint().width() - metrics.maxWidth();
     box->setFixedWidth(metrics.horizontalAdvance(widest) + metrics.averageCharWidth() + qMax(0, framePx));
 }

@@ -8,7 +8,7 @@ class QLineEdit;
 class QWidget;
 
 /// Room for a window's content on its screen: the part no panel covers, less a frame and a title bar. In pixels.
-QSize RoomOnScreen(const QWidget *window);
+QSize AvailableSize(const QWidget *window);
 
 /// Makes a widget with a layout all that a window shows, in a scroll area, and sizes the window to show it whole, or as
 /// much of it as the screen has room for.

@@ -3,7 +3,7 @@
 #include "app/modUserList.h"
 #include "settings/frmMsg.h"
 #include "support/DialogScript.h"
-#include "support/RecordingDesktop.h"
+#include "support/RecordingServices.h"
 #include "support/TestFiles.h"
 #include "widgets/CompositionGuard.h"
 
@@ -30,7 +30,7 @@ class StartTest : public testing::Test
     bool Prepare()
     {
         const InstanceMark instance(folder.Path());
-        return PrepareRun(folder.Path(), instance, log, desktop, database);
+        return PrepareRun(folder.Path(), instance, log, services, database);
     }
 
     QStringList FilesIn(const QString &name) const
@@ -39,9 +39,9 @@ class StartTest : public testing::Test
     }
 
     TestFolder folder;
-    RecordingDesktop desktop;
-    StudyDatabase database{desktop};
-    RunLog log{folder.Path(), u"Kotoban"_s, desktop.Clock()};
+    RecordingServices services;
+    StudyDatabase database{services};
+    RunLog log{folder.Path(), u"Kotoban"_s, services.Clock()};
 };
 
 const QByteArray Header = ToCodePage932(u"Kotoban.exe　Ver1.0.0\r\n2024/03/05(火)\r\n");
@@ -51,19 +51,19 @@ const QByteArray Header = ToCodePage932(u"Kotoban.exe　Ver1.0.0\r\n2024/03/05(�
 TEST_F(StartTest, GoesThroughToTheOpenDatabase)
 {
     EXPECT_TRUE(Prepare());
-    EXPECT_EQ(desktop.title, u"瞬記帳"_s);
+    EXPECT_EQ(services.title, u"瞬記帳"_s);
     EXPECT_EQ(folder.Read(u"Kotoban_log.txt"_s), Header);
     EXPECT_EQ(FilesIn(u"db_backup"_s), QStringList(u"kotoban_2024_0305-1430_15.splite3"_s));
     EXPECT_EQ(folder.Read(u"db_backup/kotoban_2024_0305-1430_15.splite3"_s), folder.Read(u"db/kotoban.splite3"_s));
     EXPECT_FALSE(database.LacksTable(u"t_kotoban"_s)) << "a folder that never held a record has its first database";
-    EXPECT_TRUE(desktop.messages.isEmpty());
+    EXPECT_TRUE(services.messages.isEmpty());
 }
 
 TEST_F(StartTest, ASecondInstanceTouchesNothing)
 {
     const InstanceMark first(folder.Path());
     EXPECT_FALSE(Prepare());
-    EXPECT_EQ(desktop.TakeMessages(), QStringList(u"二重起動はできません。"_s));
+    EXPECT_EQ(services.TakeMessages(), QStringList(u"二重起動はできません。"_s));
     EXPECT_FALSE(QFile::exists(log.Path()));
     EXPECT_TRUE(FilesIn(u"db_backup"_s).isEmpty());
 }
@@ -74,7 +74,7 @@ TEST_F(StartTest, TheFirstMissingFolderIsTheOnlyEntryOfTheLog)
     QDir(folder.Path(u"db_backup"_s)).removeRecursively();
     folder.Write(u"db_backup"_s, "a file, no folder");
     EXPECT_FALSE(Prepare());
-    EXPECT_TRUE(desktop.messages.isEmpty()) << "no window at all";
+    EXPECT_TRUE(services.messages.isEmpty()) << "no window at all";
     const QString entry = u"14:30:15 次のフォルダが存在しません。\r\n次のフォルダを作成してください。\r\n\r\n　"_s +
                           QDir::toNativeSeparators(folder.Path(u"db_backup"_s)) + u"\r\n"_s;
     EXPECT_EQ(folder.Read(u"Kotoban_log.txt"_s), QByteArray(Header + ToCodePage932(entry)));
@@ -85,7 +85,7 @@ TEST_F(StartTest, ADatabaseThatIsLostEndsTheStart)
     for (const QString &backup : {u"kotoban_2024_0304-0800_00.splite3"_s, u"kotoban_2024_0305-0800_00.splite3"_s}) {
         folder.Write(u"db_backup/"_s + backup, "record");
         EXPECT_FALSE(Prepare());
-        const QString message = desktop.TakeMessages().join(u'|');
+        const QString message = services.TakeMessages().join(u'|');
         EXPECT_TRUE(message.startsWith(u"データベースのバックアップに失敗しました。"_s)) << message.toStdString();
         EXPECT_TRUE(message.contains(u"データベースのファイルがありません。"_s)) << message.toStdString();
         EXPECT_TRUE(FilesIn(u"db"_s).isEmpty()) << "no empty database hides the loss";
@@ -97,14 +97,14 @@ TEST_F(StartTest, ADatabaseWithoutItsTableBeginsAnewWithOneMessage)
 {
     folder.Write(u"db/kotoban.splite3"_s, "");
     EXPECT_TRUE(Prepare());
-    const QStringList messages = desktop.TakeMessages();
+    const QStringList messages = services.TakeMessages();
     ASSERT_EQ(messages.size(), 1);
     EXPECT_TRUE(messages[0].contains(QDir::toNativeSeparators(folder.Path(u"db_backup"_s))))
         << messages[0].toStdString();
     EXPECT_FALSE(database.LacksTable(u"t_kotoban"_s));
     database.Close();
     EXPECT_TRUE(Prepare());
-    EXPECT_TRUE(desktop.messages.isEmpty());
+    EXPECT_TRUE(services.messages.isEmpty());
 }
 
 TEST_F(StartTest, ADatabaseThatCannotBeOpenedEndsTheStartAfterTheBackup)
@@ -112,7 +112,7 @@ TEST_F(StartTest, ADatabaseThatCannotBeOpenedEndsTheStartAfterTheBackup)
     folder.MakeFolder(u"db/kotoban.splite3"_s);
     folder.Write(u"db_backup/by hand_2024_0305.txt"_s, "");
     EXPECT_FALSE(Prepare());
-    EXPECT_EQ(desktop.messages, QStringList(u"DBFile Open Error"_s));
+    EXPECT_EQ(services.messages, QStringList(u"DBFile Open Error"_s));
 }
 
 TEST_F(StartTest, BacksUpOncePerDayAndNeverPrunes)
@@ -179,9 +179,9 @@ class LoginTest : public testing::Test
 
     TestFolder folder;
     QString path = folder.Write(u"ListUserName.txt"_s, "taro\r\n\x89\xD4\x8Eq\r\n");
-    RecordingDesktop desktop;
-    frmMsg msg{desktop, u"wav"_s};
-    frmLogin login{desktop, msg, path};
+    RecordingServices services;
+    frmMsg msg{services, u"wav"_s};
+    frmLogin login{services, msg, path};
     DialogScript script;
 };
 

@@ -10,7 +10,7 @@
 #include "app/modMain.h"
 #include "base/modFile.h"
 #include "settings/frmMsg.h"
-#include "support/RecordingDesktop.h"
+#include "support/RecordingServices.h"
 #include "text/modReadText.h"
 #include "view/frmText.h"
 #include "view/picText.h"
@@ -53,11 +53,11 @@ qint64 HeapBytes()
 #endif
 }
 
-/// A silent desktop whose clock goes on by a second at each look, so that no two sessions begin at the same time.
-class FaultDesktop : public RecordingDesktop
+/// Silent services whose clock goes on by a second at each look, so that no two sessions begin at the same time.
+class FaultServices : public RecordingServices
 {
   public:
-    explicit FaultDesktop(int day)
+    explicit FaultServices(int day)
     {
         now = QDateTime(QDate(2024, 1, 1).addDays(day), QTime(6, 0));
     }
@@ -197,11 +197,11 @@ int main(int argc, char *argv[])
     const QString folder = arguments.value(1);
     const QString mode = arguments.value(2);
     const QString user = mode == u"study" ? arguments.value(3) : u"user"_s;
-    FaultDesktop desktop(mode == u"study" ? arguments.value(4).toInt() : 0);
+    FaultServices services(mode == u"study" ? arguments.value(4).toInt() : 0);
     const InstanceMark instance(folder);
-    const RunLog log(folder, u"Kotoban"_s, desktop.Clock());
-    StudyDatabase database(desktop);
-    if (!PrepareRun(folder, instance, log, desktop, database))
+    const RunLog log(folder, u"Kotoban"_s, services.Clock());
+    StudyDatabase database(services);
+    if (!PrepareRun(folder, instance, log, services, database))
         return 1;
     if (mode == u"start") {
         Say(u"runs"_s);
@@ -210,14 +210,14 @@ int main(int argc, char *argv[])
     }
 
     Learner learner(user);
-    frmMsg msg(desktop, JoinPath(folder, u"wav"_s));
+    frmMsg msg(services, JoinPath(folder, u"wav"_s));
     {
-        frmLogin login(desktop, msg, JoinPath(folder, u"ListUserName.txt"_s));
+        frmLogin login(services, msg, JoinPath(folder, u"ListUserName.txt"_s));
         learner.Step();
         login.Ask();
     }
     Say(u"user "_s + user);
-    frmText study(desktop, database, log, msg, {folder, JoinPath(folder, u"Kotoban.ini"_s), user});
+    frmText study(services, database, log, msg, {folder, JoinPath(folder, u"Kotoban.ini"_s), user});
     QObject::connect(&study, &frmText::Ended, &application, [] { QApplication::exit(0); });
     qint64 heapAtFirst = 0;
     if (mode == u"actions") {

@@ -8,7 +8,7 @@
 #include "platform/modProfile.h"
 #include "platform/modReplaceFile.h"
 #include "store/modDB_SQLite.h"
-#include "support/RecordingDesktop.h"
+#include "support/RecordingServices.h"
 #include "support/Rows.h"
 #include "support/TestFiles.h"
 
@@ -128,13 +128,13 @@ class Faults : public testing::Test
 
     bool BackUp(QString *error)
     {
-        return BackupDatabase(folder.Path(u"db"_s), u"kotoban.splite3"_s, folder.Path(u"db_backup"_s), 20, desktop.now,
+        return BackupDatabase(folder.Path(u"db"_s), u"kotoban.splite3"_s, folder.Path(u"db_backup"_s), 20, services.now,
                               error);
     }
 
     TestFolder folder;
     QString databasePath = folder.Path(u"db/kotoban.splite3"_s);
-    RecordingDesktop desktop;
+    RecordingServices services;
 };
 
 } // namespace
@@ -189,13 +189,13 @@ TEST_F(Faults, DeathAtAnyMomentLosesNothingThatWasComplete)
 
 TEST_F(Faults, APowerCutTakesNothingBackThatWasWritten)
 {
-    StudyDatabase database(desktop);
+    StudyDatabase database(services);
     ASSERT_EQ(database.Open(databasePath), 0);
     QString error;
     const QString list = folder.Path(u"ListUserName.txt"_s);
     const Rows<const char *, std::function<void()>, QString, QString> writes = {
-        {"insert", [&] { DBInsRecKotoban(database, desktop.now, u"a"_s, u"f"_s); }, databasePath, u"db"_s},
-        {"update", [&] { DBUpdRecKotoban(database, desktop, desktop.now, u"a"_s, 5); }, databasePath, u"db"_s},
+        {"insert", [&] { DBInsRecKotoban(database, services.now, u"a"_s, u"f"_s); }, databasePath, u"db"_s},
+        {"update", [&] { DBUpdRecKotoban(database, services, services.now, u"a"_s, 5); }, databasePath, u"db"_s},
         {"backup", [&] { BackUp(&error); }, u"db_backup/kotoban_2024_0305-1430_15.splite3"_s, u"db_backup"_s},
         {"user list", [&] { AppendUserName(list, u"a"_s, &error); }, list, QString()},
     };
@@ -327,49 +327,49 @@ TEST_F(Faults, WhatCannotBeWrittenStaysAsItWas)
 
 TEST_F(Faults, ADatabaseThatCannotGrowKeepsItsRowsAndWorksAgain)
 {
-    StudyDatabase database(desktop);
+    StudyDatabase database(services);
     ASSERT_EQ(database.Open(databasePath), 0);
     const auto insert = [&](int count) {
         for (int i = 0; i < count; ++i)
-            DBInsRecKotoban(database, desktop.now.addSecs(i), QString(200, u'漢'), u"file"_s);
+            DBInsRecKotoban(database, services.now.addSecs(i), QString(200, u'漢'), u"file"_s);
     };
     insert(10);
-    EXPECT_TRUE(desktop.TakeMessages().isEmpty());
+    EXPECT_TRUE(services.TakeMessages().isEmpty());
     {
         const FullDisk full(rlim_t(QFileInfo(databasePath).size()));
         insert(30);
     }
-    EXPECT_TRUE(desktop.TakeMessages().contains(u"Err:SQLite3 NonQuery"_s));
+    EXPECT_TRUE(services.TakeMessages().contains(u"Err:SQLite3 NonQuery"_s));
     EXPECT_EQ(Query(databasePath, "pragma integrity_check"), u"ok"_s);
     const int kept = Query(databasePath, "select count(*) from t_kotoban").toInt();
     EXPECT_GE(kept, 10);
     insert(1);
-    EXPECT_TRUE(desktop.TakeMessages().isEmpty());
+    EXPECT_TRUE(services.TakeMessages().isEmpty());
     EXPECT_EQ(Query(databasePath, "select count(*) from t_kotoban").toInt(), kept + 1);
 }
 
 TEST_F(Faults, ALockedDatabaseIsToldOfAtOnceAndNotWaitedFor)
 {
-    StudyDatabase database(desktop);
+    StudyDatabase database(services);
     ASSERT_EQ(database.Open(databasePath), 0);
-    ReadHistory(database, desktop.now.date(), 1, u"花子"_s); // it knows the table before the lock
-    DBInsRecKotoban(database, desktop.now, u"花子"_s, u"file"_s);
+    ReadHistory(database, services.now.date(), 1, u"花子"_s); // it knows the table before the lock
+    DBInsRecKotoban(database, services.now, u"花子"_s, u"file"_s);
     QProcess other;
     other.start(u"sqlite3"_s, {databasePath});
     other.write("begin exclusive; select 'locked';\n");
     ASSERT_TRUE(other.waitForReadyRead());
     const QStringList told = {u"The database file is locked"_s, u"Err:SQLite3 NonQuery"_s};
-    DBInsRecKotoban(database, desktop.now, u"花子"_s, u"file"_s);
-    EXPECT_EQ(desktop.TakeMessages(), told);
-    DBUpdRecKotoban(database, desktop, desktop.now, u"花子"_s, 5);
-    EXPECT_EQ(desktop.TakeMessages(), told);
-    EXPECT_TRUE(ReadHistory(database, desktop.now.date(), 1, u"花子"_s).lines.isEmpty());
-    EXPECT_EQ(desktop.TakeMessages().filter(u"SQLite3Step returned"_s).size(), 1);
+    DBInsRecKotoban(database, services.now, u"花子"_s, u"file"_s);
+    EXPECT_EQ(services.TakeMessages(), told);
+    DBUpdRecKotoban(database, services, services.now, u"花子"_s, 5);
+    EXPECT_EQ(services.TakeMessages(), told);
+    EXPECT_TRUE(ReadHistory(database, services.now.date(), 1, u"花子"_s).lines.isEmpty());
+    EXPECT_EQ(services.TakeMessages().filter(u"SQLite3Step returned"_s).size(), 1);
     other.closeWriteChannel();
     other.waitForFinished();
     EXPECT_EQ(Query(databasePath, "select count(*), num_answer from t_kotoban"), u"1"_s);
-    DBUpdRecKotoban(database, desktop, desktop.now, u"花子"_s, 6);
-    EXPECT_TRUE(desktop.messages.isEmpty());
+    DBUpdRecKotoban(database, services, services.now, u"花子"_s, 6);
+    EXPECT_TRUE(services.messages.isEmpty());
     EXPECT_EQ(Query(databasePath, "select num_answer from t_kotoban"), u"6"_s) << "it works again";
 }
 
@@ -380,12 +380,12 @@ TEST_F(Faults, AReadOnlyDatabaseIsReadAndNotWritten)
         QFile::setPermissions(folder.Path(path), QFile::Permissions(0x7055));
     QFile::setPermissions(databasePath, QFile::Permissions(0x4044));
     const AsNobody nobody;
-    StudyDatabase database(desktop);
+    StudyDatabase database(services);
     ASSERT_EQ(database.Open(databasePath), 0);
-    DBInsRecKotoban(database, desktop.now, u"a"_s, u"f"_s);
-    EXPECT_EQ(desktop.TakeMessages(), QStringList(u"Err:SQLite3 NonQuery"_s));
-    EXPECT_EQ(ReadHistory(database, desktop.now.date(), 1, u"a"_s).totalAnswers, u"5"_s);
-    EXPECT_TRUE(desktop.messages.isEmpty());
+    DBInsRecKotoban(database, services.now, u"a"_s, u"f"_s);
+    EXPECT_EQ(services.TakeMessages(), QStringList(u"Err:SQLite3 NonQuery"_s));
+    EXPECT_EQ(ReadHistory(database, services.now.date(), 1, u"a"_s).totalAnswers, u"5"_s);
+    EXPECT_TRUE(services.messages.isEmpty());
 }
 
 TEST_F(Faults, ADamagedPageIsToldOfAndNothingIsWrittenOverIt)
@@ -394,12 +394,12 @@ TEST_F(Faults, ADamagedPageIsToldOfAndNothingIsWrittenOverIt)
     QByteArray bytes = folder.Read(u"db/kotoban.splite3"_s);
     bytes.replace(4096, bytes.size() - 4096, QByteArray(bytes.size() - 4096, 'x')); // all pages but the first
     folder.Write(u"db/kotoban.splite3"_s, bytes);
-    StudyDatabase database(desktop);
+    StudyDatabase database(services);
     ASSERT_EQ(database.Open(databasePath), 0);
     EXPECT_TRUE(ReadHistory(database, QDate(2024, 3, 5), 1, u"a"_s).lines.isEmpty());
-    EXPECT_EQ(desktop.TakeMessages().filter(u"SQLite3Step returned"_s).size(), 1);
-    DBInsRecKotoban(database, desktop.now, u"a"_s, u"f"_s);
-    EXPECT_EQ(desktop.TakeMessages(), QStringList(u"Err:SQLite3 NonQuery"_s));
+    EXPECT_EQ(services.TakeMessages().filter(u"SQLite3Step returned"_s).size(), 1);
+    DBInsRecKotoban(database, services.now, u"a"_s, u"f"_s);
+    EXPECT_EQ(services.TakeMessages(), QStringList(u"Err:SQLite3 NonQuery"_s));
     database.Close();
     EXPECT_EQ(folder.Read(u"db/kotoban.splite3"_s), bytes);
 }
@@ -459,12 +459,14 @@ TEST_F(Faults, ABackupAfterACrashHoldsWhatWasCommitted)
 
 TEST_F(Faults, AFolderWhereAFileShouldBeAndTheReverse)
 {
-    RunLog log(folder.Path(), u"Kotoban"_s, desktop.Clock());
-    StudyDatabase database(desktop);
-    const auto prepare = [&] { return PrepareRun(folder.Path(), InstanceMark(folder.Path()), log, desktop, database); };
+    RunLog log(folder.Path(), u"Kotoban"_s, services.Clock());
+    StudyDatabase database(services);
+    const auto prepare = [&] {
+        return PrepareRun(folder.Path(), InstanceMark(folder.Path()), log, services, database);
+    };
     folder.MakeFolder(u"Kotoban_log.txt"_s);
     EXPECT_FALSE(prepare());
-    EXPECT_TRUE(desktop.TakeMessages().value(0).startsWith(u"実行ログに書き込めません。"_s));
+    EXPECT_TRUE(services.TakeMessages().value(0).startsWith(u"実行ログに書き込めません。"_s));
     QDir().rmdir(folder.Path(u"Kotoban_log.txt"_s));
 
     folder.MakeFolder(u"ListUserName.txt"_s);
@@ -477,7 +479,7 @@ TEST_F(Faults, AFolderWhereAFileShouldBeAndTheReverse)
     EXPECT_FALSE(WritePrintableCopy(folder.Path(u"txt"_s), folder.Path(u"txt/x_印刷用.txt"_s), &error));
     folder.Write(u"log"_s, "a file");
     EXPECT_TRUE(prepare()) << "the folder of logs need not be there";
-    EXPECT_TRUE(desktop.messages.isEmpty());
+    EXPECT_TRUE(services.messages.isEmpty());
 }
 
 TEST(Places, ThatAreNoRegularFilesAreListedWithTheirRemarkAndNeverOpened)
@@ -493,7 +495,7 @@ TEST(Places, ThatAreNoRegularFilesAreListedWithTheirRemarkAndNeverOpened)
         files.Check(name);
         EXPECT_EQ(files.Fault(name), u"読み込み不可"_s);
     }
-    RecordingDesktop desktop;
-    StudyDatabase database(desktop);
+    RecordingServices services;
+    StudyDatabase database(services);
     EXPECT_EQ(database.Open(fifo), SQLITE_CANTOPEN);
 }

@@ -2,7 +2,7 @@
 #include "files/frmFile.h"
 #include "settings/frmMsg.h"
 #include "support/DialogScript.h"
-#include "support/RecordingDesktop.h"
+#include "support/RecordingServices.h"
 #include "support/Rows.h"
 #include "support/TestFiles.h"
 #include "text/modCheckText.h"
@@ -110,10 +110,10 @@ class FileWindowTest : public testing::Test
     TestFolder folder;
     QString good;
     QString bad;
-    RecordingDesktop desktop;
-    StudyDatabase database{desktop};
-    frmMsg msg{desktop, u"wav"_s};
-    frmFile window{desktop, database, msg, folder.Path(), u"花子"_s, nullptr};
+    RecordingServices services;
+    StudyDatabase database{services};
+    frmMsg msg{services, u"wav"_s};
+    frmFile window{services, database, msg, folder.Path(), u"花子"_s, nullptr};
     DialogScript script;
 };
 
@@ -125,7 +125,7 @@ TEST_F(FileWindowTest, ChoosesAFileByKeys)
     Press(Qt::Key_Return);
     EXPECT_EQ(window.Choose(u"notepad.exe"_s), FileChoice::Chosen);
     EXPECT_EQ(window.ChosenPath(), QDir::toNativeSeparators(good));
-    EXPECT_TRUE(desktop.sounds.join(u' ').endsWith(u"start.wav"_s));
+    EXPECT_TRUE(services.sounds.join(u' ').endsWith(u"start.wav"_s));
     script.Click(u"frmFile"_s, u"cmdCancel"_s);
     EXPECT_EQ(window.Choose(u"notepad.exe"_s), FileChoice::Cancelled);
 }
@@ -145,8 +145,8 @@ TEST_F(FileWindowTest, RefusesWithoutSelectionAndOffersTheEditorForABadFile)
     EXPECT_EQ(script.messages[0], u"ファイルを一つ選択してください。"_s);
     EXPECT_EQ(script.messages[1],
               QString(BracketCountMessage(2, u"[a") + u"\r\nこのファイルを開きますか？"_s).replace(u"\r\n"_s, u"\n"_s));
-    EXPECT_EQ(desktop.commands, QStringList(u"sakura.exe -Y=2 \""_s + QDir::toNativeSeparators(bad) + u'"'));
-    EXPECT_EQ(desktop.opened, QStringList(QDir::toNativeSeparators(folder.Path(u"txt"_s))));
+    EXPECT_EQ(services.commands, QStringList(u"sakura.exe -Y=2 \""_s + QDir::toNativeSeparators(bad) + u'"'));
+    EXPECT_EQ(services.opened, QStringList(QDir::toNativeSeparators(folder.Path(u"txt"_s))));
     EXPECT_FALSE(database.SQLite3NonQuery(u"create table t (a)"_s)) << "the end button closes the database";
 }
 
@@ -204,7 +204,7 @@ TEST_F(FileWindowTest, AtEveryFontSizeEachControlCanBeReachedByTab)
 {
     for (const int points : {9, 20, 40}) {
         const DesktopFont font(points);
-        frmFile file{desktop, database, msg, folder.Path(), u"花子"_s, nullptr};
+        frmFile file{services, database, msg, folder.Path(), u"花子"_s, nullptr};
         const QSize screen = file.screen()->availableSize();
         EXPECT_EQ(file.size().boundedTo(screen), file.size()) << points;
         script.When(u"frmFile"_s, [&file, points](QWidget *dialog) {

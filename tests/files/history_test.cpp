@@ -6,7 +6,7 @@
 #include "settings/frmMsg.h"
 #include "store/modDB_SQLite.h"
 #include "support/DialogScript.h"
-#include "support/RecordingDesktop.h"
+#include "support/RecordingServices.h"
 #include "support/Rows.h"
 #include "support/TestFiles.h"
 #include "text/modCheckText.h"
@@ -131,7 +131,7 @@ class HistoryWindowTest : public testing::Test
     void AddSession(const QDateTime &start, int seconds, int answers)
     {
         DBInsRecKotoban(database, start, u"花/子"_s, u"a"_s);
-        RecordingDesktop clock;
+        RecordingServices clock;
         clock.now = start.addSecs(seconds);
         DBUpdRecKotoban(database, clock, start, u"花/子"_s, answers);
     }
@@ -151,10 +151,10 @@ class HistoryWindowTest : public testing::Test
     }
 
     TestFolder folder;
-    RecordingDesktop desktop;
-    StudyDatabase database{desktop};
-    frmMsg msg{desktop, u"wav"_s};
-    frmFile window{desktop, database, msg, folder.Path(), u"花/子"_s, nullptr};
+    RecordingServices services;
+    StudyDatabase database{services};
+    frmMsg msg{services, u"wav"_s};
+    frmFile window{services, database, msg, folder.Path(), u"花/子"_s, nullptr};
     DialogScript script;
 };
 
@@ -187,7 +187,7 @@ TEST_F(HistoryWindowTest, ShowsTheSpanThatTheInputsName)
         dialog->close();
     });
     EXPECT_EQ(window.Choose(u"notepad.exe"_s), FileChoice::Cancelled);
-    EXPECT_TRUE(desktop.messages.isEmpty());
+    EXPECT_TRUE(services.messages.isEmpty());
 }
 
 TEST_F(HistoryWindowTest, AClockThatWasSetBackMakesNoTime)
@@ -223,8 +223,8 @@ TEST_F(HistoryWindowTest, WritesTheReportAndOffersIt)
     ASSERT_EQ(script.messages.size(), 2);
     EXPECT_EQ(script.messages[0], u"学習記録をファイルに出力しました。\nこのファイルを開きますか？\n"_s);
     EXPECT_TRUE(script.messages[1].startsWith(u"学習記録をファイルに出力できません。"_s));
-    ASSERT_EQ(desktop.commands.size(), 1);
-    EXPECT_TRUE(desktop.commands[0].endsWith(QDir::separator() + u"花_子_瞬記帳学習記録2024_0305までの1週分.txt\""_s))
+    ASSERT_EQ(services.commands.size(), 1);
+    EXPECT_TRUE(services.commands[0].endsWith(QDir::separator() + u"花_子_瞬記帳学習記録2024_0305までの1週分.txt\""_s))
         << "named by today's date";
 }
 
@@ -238,7 +238,7 @@ TEST_F(HistoryWindowTest, TheReportHoldsTheListAndTheTotals)
     EXPECT_EQ(history.days[0].answers, 7);
     database.Close();
     EXPECT_TRUE(ReadHistory(database, QDate(2024, 3, 5), 1, u"花/子"_s).lines.isEmpty());
-    EXPECT_EQ(desktop.messages.size(), 1) << "the totals would only tell of the same fault";
+    EXPECT_EQ(services.messages.size(), 1) << "the totals would only tell of the same fault";
 }
 
 TEST_F(HistoryWindowTest, ATableThatTheProgramDidNotMakeIsReadAllTheSame)
@@ -271,9 +271,9 @@ TEST_F(HistoryWindowTest, AFaultAfterSomeRowsLeavesTheHistoryEmpty)
     ResultTable table;
     EXPECT_FALSE(DBSelRecKotoban(database, QDate(2024, 3, 5), 21, u"花/子"_s, &table, false));
     EXPECT_EQ(table.size(), 3u) << "the newest day was read";
-    const qsizetype messages = desktop.TakeMessages().size();
+    const qsizetype messages = services.TakeMessages().size();
     EXPECT_TRUE(ReadHistory(database, QDate(2024, 3, 5), 3, u"花/子"_s).lines.isEmpty());
-    EXPECT_EQ(desktop.messages.size(), messages) << "told once";
+    EXPECT_EQ(services.messages.size(), messages) << "told once";
 }
 
 TEST_F(HistoryWindowTest, ConvertsTheSelectedFileAndRefusesACopy)

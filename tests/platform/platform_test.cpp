@@ -6,7 +6,7 @@
 #include "platform/modProfile.h"
 #include "platform/modReplaceFile.h"
 #include "platform/modWindowMessage.h"
-#include "support/RecordingDesktop.h"
+#include "support/RecordingServices.h"
 #include "support/Rows.h"
 #include "support/TestFiles.h"
 
@@ -121,8 +121,8 @@ TEST(Profile, ReadsAsWindowsDoes)
 TEST(RunLog, BeginsAnewAtEachStartAndGathersEntries)
 {
     const TestFolder folder;
-    RecordingDesktop desktop;
-    const RunLog log(folder.Path(), u"Kotoban"_s, desktop.Clock());
+    RecordingServices services;
+    const RunLog log(folder.Path(), u"Kotoban"_s, services.Clock());
     QString error;
     EXPECT_TRUE(log.WriteYmdLogStart(&error));
     EXPECT_TRUE(log.WriteLog(u"古い"_s, &error));
@@ -130,7 +130,7 @@ TEST(RunLog, BeginsAnewAtEachStartAndGathersEntries)
     EXPECT_TRUE(log.WriteLog(u"二行\r\nの記録"_s, &error));
     EXPECT_EQ(FromCodePage932(folder.Read(u"Kotoban_log.txt"_s)),
               u"Kotoban.exe　Ver1.0.0\r\n2024/03/05(火)\r\n14:30:15 二行\r\nの記録\r\n"_s);
-    EXPECT_FALSE(RunLog(folder.Path(u"none"_s), u"Kotoban"_s, desktop.Clock()).WriteYmdLogStart(&error));
+    EXPECT_FALSE(RunLog(folder.Path(u"none"_s), u"Kotoban"_s, services.Clock()).WriteYmdLogStart(&error));
     EXPECT_FALSE(error.isEmpty());
 }
 

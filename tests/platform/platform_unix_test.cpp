@@ -7,7 +7,7 @@
 #include "platform/modProfile.h"
 #include "platform/modReplaceFile.h"
 #include "platform/modVoice.h"
-#include "support/RecordingDesktop.h"
+#include "support/RecordingServices.h"
 #include "support/Rows.h"
 #include "support/TestFiles.h"
 
@@ -82,7 +82,7 @@ TEST(File, OnlyARegularOneIsReadOrReplaced)
         ASSERT_EQ(symlink("device", path("link to a device").constData()), 0);
         names += {u"device"_s, u"link to a device"_s};
     }
-    RecordingDesktop desktop;
+    RecordingServices services;
     for (const QString &name : names) {
         const QString file = folder.Path(name);
         struct stat before = {}, after = {};
@@ -97,7 +97,7 @@ TEST(File, OnlyARegularOneIsReadOrReplaced)
         EXPECT_EQ(ReadProfile(file, u"setting"_s, u"Key"_s, u"default"_s, 9), u"default"_s) << qPrintable(name);
         QFile::remove(folder.Path(u"a_log.txt"_s));
         ASSERT_TRUE(QFile::link(file, folder.Path(u"a_log.txt"_s)));
-        EXPECT_FALSE(RunLog(folder.Path(), u"a"_s, desktop.Clock()).WriteYmdLogStart(&error)) << qPrintable(name);
+        EXPECT_FALSE(RunLog(folder.Path(), u"a"_s, services.Clock()).WriteYmdLogStart(&error)) << qPrintable(name);
         EXPECT_EQ(error, u"通常のファイルではありません。"_s);
         lstat(QFile::encodeName(file).constData(), &after);
         EXPECT_TRUE(before.st_ino == after.st_ino && before.st_mode == after.st_mode) << qPrintable(name);

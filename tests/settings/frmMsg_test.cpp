@@ -1,7 +1,7 @@
 #include "settings/frmIni.h"
 #include "settings/frmMsg.h"
 #include "support/DialogScript.h"
-#include "support/RecordingDesktop.h"
+#include "support/RecordingServices.h"
 #include "support/Rows.h"
 #include "support/TestFiles.h"
 #include "widgets/DialogFocus.h"
@@ -41,8 +41,8 @@ class MsgTest : public testing::Test
         return dialog.findChild<QPushButton *>(QString::fromUtf16(name));
     }
 
-    RecordingDesktop desktop;
-    frmMsg dialog{desktop, u"wav"_s};
+    RecordingServices services;
+    frmMsg dialog{services, u"wav"_s};
     QWidget owner;
     DialogScript script;
 };
@@ -59,7 +59,7 @@ TEST_F(MsgTest, TakesNoAnswerBeforeItsTimerHasFired)
         EXPECT_TRUE(dialog.isVisible());
     });
     EXPECT_EQ(result, MsgResult::Cancel);
-    EXPECT_EQ(desktop.sounds, QStringList(QDir::toNativeSeparators(u"wav/notify.wav"_s)));
+    EXPECT_EQ(services.sounds, QStringList(QDir::toNativeSeparators(u"wav/notify.wav"_s)));
 }
 
 TEST_F(MsgTest, AHeldKeyAnswersOnlyOnceItWasReleasedAndPressedAgain)
@@ -105,10 +105,10 @@ TEST_F(MsgTest, ShowsTheButtonsOfItsStyleInTheMiddle)
                        }),
                   MsgResult::Ok);
     }
-    EXPECT_TRUE(desktop.messages.isEmpty());
+    EXPECT_TRUE(services.messages.isEmpty());
     script.Click(u"frmMsg"_s, u"cmdOK"_s);
     Show(u"x"_s, MsgStyle(2), [] {});
-    EXPECT_EQ(desktop.messages, QStringList(u"err!"_s));
+    EXPECT_EQ(services.messages, QStringList(u"err!"_s));
 }
 
 TEST_F(MsgTest, GrowsWithItsTextAndAnswersNothingWhenClosed)
@@ -161,7 +161,7 @@ TEST_F(MsgTest, TheArrowKeysMoveTheChosenFontSize)
 {
     Settings settings = DefaultSettings();
     settings.FontSize = 11.25f;
-    frmIni window(desktop, dialog, DefaultSettings(), UpperBounds(0), &owner);
+    frmIni window(services, dialog, DefaultSettings(), UpperBounds(0), &owner);
     script.When(u"frmIni"_s, [](QWidget *ini) {
         EXPECT_EQ(ini->focusWidget()->objectName(), u"optFontSize1");
         QTest::keyClick(ini->focusWidget(), Qt::Key_Right);

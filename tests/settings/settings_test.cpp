@@ -6,7 +6,7 @@
 #include "settings/modSettings.h"
 #include "settings/modSpeech.h"
 #include "support/DialogScript.h"
-#include "support/RecordingDesktop.h"
+#include "support/RecordingServices.h"
 #include "support/Rows.h"
 #include "support/TestFiles.h"
 
@@ -121,17 +121,17 @@ TEST(Editor, KnownEditorsAreGivenTheLine)
         EXPECT_EQ(ParseCommandLine(EditorCommandLine(u"ed"_s, file, 1), [](const QString &) { return true; }).arguments,
                   QStringList(file));
 
-    RecordingDesktop desktop;
-    desktop.startsPrograms = false;
-    OpenInEditor(desktop, u"gone.exe"_s, u"x.txt"_s, 1);
-    EXPECT_EQ(desktop.TakeMessages(), QStringList(u"次のコマンドを起動できません。\r\n  gone.exe \"x.txt\""_s));
+    RecordingServices services;
+    services.startsPrograms = false;
+    OpenInEditor(services, u"gone.exe"_s, u"x.txt"_s, 1);
+    EXPECT_EQ(services.TakeMessages(), QStringList(u"次のコマンドを起動できません。\r\n  gone.exe \"x.txt\""_s));
 }
 
 TEST(Editor, ThatTheSettingsFileCannotHoldIsRefusedInTheWindow)
 {
-    RecordingDesktop desktop;
-    frmMsg msg(desktop, u"wav"_s);
-    frmIni window(desktop, msg, DefaultSettings(), UpperBounds(300), nullptr);
+    RecordingServices services;
+    frmMsg msg(services, u"wav"_s);
+    frmIni window(services, msg, DefaultSettings(), UpperBounds(300), nullptr);
     Settings settings = DefaultSettings();
     DialogScript script;
     script.When(u"frmIni"_s, [](QWidget *dialog) {
@@ -143,19 +143,19 @@ TEST(Editor, ThatTheSettingsFileCannotHoldIsRefusedInTheWindow)
     script.Click(u"frmMsg"_s, u"cmdOK"_s);
     EXPECT_FALSE(window.Edit(&settings));
     EXPECT_EQ(script.messages, QStringList(u"テキストエディタに使えない文字が含まれています。\n  é 𠮷"_s));
-    EXPECT_TRUE(desktop.messages.isEmpty());
+    EXPECT_TRUE(services.messages.isEmpty());
 }
 
 TEST(Speech, WritesTheScriptButStartsNothingButTheVoice)
 {
     const TestFolder folder;
-    RecordingDesktop desktop;
+    RecordingServices services;
     const QString hostile = u"\"+new ActiveXObject(\"WScript.Shell\").Run(\"notepad\")+\""_s;
-    SpeakWord(desktop, folder.Path(), u"日本\\"_s);
-    SpeakWord(desktop, folder.Path(), hostile);
+    SpeakWord(services, folder.Path(), u"日本\\"_s);
+    SpeakWord(services, folder.Path(), hostile);
     EXPECT_EQ(FromCodePage932(folder.Read(u"speak.js"_s)),
               u"var tts = WScript.CreateObject(\"SAPI.SpVoice\");\r\ntts.Speak(\""_s + hostile + u"\");\r\n"_s);
-    SpeakWord(desktop, folder.Path(u"none"_s), u"no script"_s);
-    EXPECT_EQ(desktop.spoken, QStringList({u"日本\\"_s, hostile, u"no script"_s}));
-    EXPECT_TRUE(desktop.opened.isEmpty() && desktop.commands.isEmpty() && desktop.messages.isEmpty());
+    SpeakWord(services, folder.Path(u"none"_s), u"no script"_s);
+    EXPECT_EQ(services.spoken, QStringList({u"日本\\"_s, hostile, u"no script"_s}));
+    EXPECT_TRUE(services.opened.isEmpty() && services.commands.isEmpty() && services.messages.isEmpty());
 }

@@ -1,5 +1,5 @@
 #include "store/modDB_SQLite.h"
-#include "support/RecordingDesktop.h"
+#include "support/RecordingServices.h"
 #include "support/TestFiles.h"
 
 #include <gtest/gtest.h>
@@ -23,13 +23,13 @@ class StoreTest : public testing::Test
     {
         const QDateTime startTime = QDateTime::fromString(start, u"yyyy/MM/dd HH:mm:ss"_s);
         DBInsRecKotoban(database, startTime, u"花子"_s, u"file"_s);
-        desktop.now = QDateTime::fromString(end, u"yyyy/MM/dd HH:mm:ss"_s);
-        DBUpdRecKotoban(database, desktop, startTime, u"花子"_s, answers);
+        services.now = QDateTime::fromString(end, u"yyyy/MM/dd HH:mm:ss"_s);
+        DBUpdRecKotoban(database, services, startTime, u"花子"_s, answers);
     }
 
     TestFolder folder;
-    RecordingDesktop desktop;
-    StudyDatabase database{desktop};
+    RecordingServices services;
+    StudyDatabase database{services};
     ResultTable table;
 };
 
@@ -41,9 +41,9 @@ TEST_F(StoreTest, QueryMakesTextOfEveryStorageClass)
     EXPECT_EQ(table, (ResultTable{u"A\tB\tC\tD\tE\tF"_s, u"a\t\t7\t2.5\t日\t1"_s}));
     EXPECT_EQ(database.SQLite3GetColumn(table, 1, u"D"_s), u"2.5"_s);
     EXPECT_EQ(database.SQLite3GetColumn(table, 1, u"B"_s), QString());
-    EXPECT_TRUE(desktop.TakeMessages().isEmpty());
+    EXPECT_TRUE(services.TakeMessages().isEmpty());
     EXPECT_EQ(database.SQLite3GetColumn(table, 1, u"a"_s), QString()) << "names are case-sensitive";
-    EXPECT_EQ(desktop.TakeMessages(),
+    EXPECT_EQ(services.TakeMessages(),
               QStringList(
                   u"Error!\r\n  Cannot find col[a]\r\n  cols=[A]  cols=[B]  cols=[C]  cols=[D]  cols=[E]  cols=[F]"_s));
 
@@ -55,31 +55,31 @@ TEST_F(StoreTest, QueryMakesTextOfEveryStorageClass)
 TEST_F(StoreTest, FaultsAreShownAtOnce)
 {
     EXPECT_FALSE(database.SQLite3NonQuery(u"insert nonsense"_s));
-    EXPECT_EQ(desktop.TakeMessages(), QStringList(u"Err:SQLite3 NonQuery"_s));
+    EXPECT_EQ(services.TakeMessages(), QStringList(u"Err:SQLite3 NonQuery"_s));
     database.SQLite3Query(u"select nonsense"_s, &table);
-    EXPECT_EQ(desktop.TakeMessages(), QStringList(u"select nonsense\r\nSQLite3Step returned 21"_s));
+    EXPECT_EQ(services.TakeMessages(), QStringList(u"select nonsense\r\nSQLite3Step returned 21"_s));
     EXPECT_EQ(table, ResultTable{QString()});
 
     database.Close();
     EXPECT_FALSE(database.SQLite3NonQuery(u"delete from t_kotoban"_s));
-    EXPECT_EQ(desktop.TakeMessages(), QStringList(u"Err:SQLite3 NonQuery"_s));
+    EXPECT_EQ(services.TakeMessages(), QStringList(u"Err:SQLite3 NonQuery"_s));
 }
 
 TEST_F(StoreTest, ADatabaseThatIsNoneOrLacksTheTableOnlyGivesMessages)
 {
-    StudyDatabase broken(desktop);
+    StudyDatabase broken(services);
     EXPECT_EQ(broken.Open(folder.Write(u"text.splite3"_s, QByteArray(5000, 'x'))), SQLITE_OK);
     EXPECT_FALSE(broken.LacksTable(u"t_kotoban"_s)) << "nobody can tell";
-    DBInsRecKotoban(broken, desktop.now, u"a"_s, u"f"_s);
-    EXPECT_EQ(desktop.TakeMessages(), QStringList(u"Err:SQLite3 NonQuery"_s));
+    DBInsRecKotoban(broken, services.now, u"a"_s, u"f"_s);
+    EXPECT_EQ(services.TakeMessages(), QStringList(u"Err:SQLite3 NonQuery"_s));
     EXPECT_EQ(folder.Read(u"text.splite3"_s), QByteArray(5000, 'x')) << "the learner's file is left alone";
 
-    StudyDatabase empty(desktop);
+    StudyDatabase empty(services);
     EXPECT_EQ(empty.Open(folder.Path(u"empty.splite3"_s)), SQLITE_OK);
     EXPECT_TRUE(empty.LacksTable(u"t_kotoban"_s));
-    EXPECT_EQ(DBSumAnsKotoban(empty, desktop.now.date(), 7, u"a"_s), 0);
-    EXPECT_EQ(desktop.TakeMessages().size(), 1);
-    EXPECT_NE(StudyDatabase(desktop).Open(folder.Path()), SQLITE_OK) << "a folder is no database";
+    EXPECT_EQ(DBSumAnsKotoban(empty, services.now.date(), 7, u"a"_s), 0);
+    EXPECT_EQ(services.TakeMessages().size(), 1);
+    EXPECT_NE(StudyDatabase(services).Open(folder.Path()), SQLITE_OK) << "a folder is no database";
 }
 
 TEST_F(StoreTest, StatementsStandAsTheyAlwaysDid)
@@ -88,7 +88,7 @@ TEST_F(StoreTest, StatementsStandAsTheyAlwaysDid)
     EXPECT_EQ(InsertStatement(start, u"花子 "_s, u"week1"_s),
               u"insert into t_kotoban (ymd_sta,user_name,hms_sta,file_name) values(\r\n   '2024/03/05'\r\n"
               u"  ,'花子 '\r\n  ,'09:08:07'\r\n  ,'week1'\r\n)"_s);
-    EXPECT_EQ(UpdateStatement(desktop.now, start, u"花子"_s, 12),
+    EXPECT_EQ(UpdateStatement(services.now, start, u"花子"_s, 12),
               u"update t_kotoban set\r\n   dt_end = '2024/03/05 14:30:15'\r\n  ,num_answer = 12\r\n"
               u"where ymd_sta = '2024/03/05'\r\n  and user_name = '花子'\r\n  and hms_sta = '09:08:07'\r\n"_s);
     const QString condition = u"where  ymd_sta between '2024/02/28' and '2024/03/05'\r\n"
@@ -127,7 +127,7 @@ TEST_F(StoreTest, HistoryCountsCompletedSessionsOfTheSpan)
     EXPECT_EQ(DBSumAnsKotoban(database, end, 7, u"太郎"_s), 0);
     EXPECT_TRUE(DBSelRecKotoban(database, end, 7, u"太郎"_s, &table, false)) << "no rows are no fault";
     EXPECT_EQ(table, ResultTable{QString()});
-    EXPECT_TRUE(desktop.messages.isEmpty());
+    EXPECT_TRUE(services.messages.isEmpty());
 }
 
 TEST_F(StoreTest, DurationsAreThoseOfTheWallClock)
@@ -149,31 +149,31 @@ TEST_F(StoreTest, AQuoteInANameBreaksItsStatementAndNothingElse)
     const QString names = u"O'Hara|''|x' or ''='|x' or 1=1 --|'; delete from t_kotoban; --|a\0b|"
                           u"a','b','c','d'); drop table t_kotoban; --"_s;
     for (const QString &name : names.split(u'|')) {
-        DBInsRecKotoban(database, desktop.now, name, u"file"_s);
-        DBInsRecKotoban(database, desktop.now, u"花子"_s, name);
-        DBUpdRecKotoban(database, desktop, desktop.now, name, 9);
-        EXPECT_EQ(desktop.TakeMessages(), QStringList(3, u"Err:SQLite3 NonQuery"_s)) << name.toStdString();
+        DBInsRecKotoban(database, services.now, name, u"file"_s);
+        DBInsRecKotoban(database, services.now, u"花子"_s, name);
+        DBUpdRecKotoban(database, services, services.now, name, 9);
+        EXPECT_EQ(services.TakeMessages(), QStringList(3, u"Err:SQLite3 NonQuery"_s)) << name.toStdString();
         EXPECT_FALSE(DBSelRecKotoban(database, QDate(2024, 3, 5), 7, name, &table, false));
         EXPECT_EQ(DBSumTimeKotoban(database, QDate(2024, 3, 5), 7, name), 0);
         EXPECT_EQ(DBSumAnsKotoban(database, QDate(2024, 3, 5), 7, name), 0);
-        const QStringList messages = desktop.TakeMessages();
+        const QStringList messages = services.TakeMessages();
         EXPECT_EQ(messages.filter(u"\r\nSQLite3Step returned 21"_s).size(), 3) << messages.join(u'|').toStdString();
         database.SQLite3Query(u"select * from t_kotoban"_s, &table);
         EXPECT_EQ(table, before) << name.toStdString();
     }
-    DBUpdRecKotoban(database, desktop, desktop.now, u"nobody"_s, 9);
-    EXPECT_TRUE(desktop.TakeMessages().isEmpty()) << "an update without its row is no error";
+    DBUpdRecKotoban(database, services, services.now, u"nobody"_s, 9);
+    EXPECT_TRUE(services.TakeMessages().isEmpty()) << "an update without its row is no error";
 }
 
 TEST_F(StoreTest, AnyOtherNameComesBackAsItWas)
 {
     const QString names = u" |\"; --|’＇％_%|../../x|\u0001\u001B\u007F|José 𠮷 한글|"_s + QString(10'000, u'長');
     for (const QString &name : names.split(u'|')) {
-        DBInsRecKotoban(database, desktop.now, name, name);
-        DBUpdRecKotoban(database, desktop, desktop.now, name, 2);
-        EXPECT_TRUE(DBSelRecKotoban(database, desktop.now.date(), 7, name, &table, false));
+        DBInsRecKotoban(database, services.now, name, name);
+        DBUpdRecKotoban(database, services, services.now, name, 2);
+        EXPECT_TRUE(DBSelRecKotoban(database, services.now.date(), 7, name, &table, false));
         ASSERT_EQ(table.size(), 2u) << name.toStdString();
         EXPECT_EQ(database.SQLite3GetColumn(table, 1, u"file_name"_s), name);
     }
-    EXPECT_TRUE(desktop.messages.isEmpty());
+    EXPECT_TRUE(services.messages.isEmpty());
 }

@@ -2,7 +2,7 @@
 #include "files/frmFile.h"
 #include "settings/frmMsg.h"
 #include "support/DialogScript.h"
-#include "support/RecordingDesktop.h"
+#include "support/RecordingServices.h"
 #include "support/TestFiles.h"
 #include "text/modCheckText.h"
 #include "view/frmPicture.h"
@@ -49,7 +49,7 @@ class StudyWindowTest : public testing::Test
     /// Opens the window, which asks for a file at once.
     void Open()
     {
-        window = std::make_unique<frmText>(desktop, database, log, msg,
+        window = std::make_unique<frmText>(services, database, log, msg,
                                            StudyContext{folder.Path(), folder.Path(u"Kotoban.ini"_s), u"花子"_s});
         window->show();
         EXPECT_TRUE(QTest::qWaitFor([this] { return script.IsDone() && !QApplication::activeModalWidget(); }));
@@ -110,10 +110,10 @@ class StudyWindowTest : public testing::Test
     }
 
     TestFolder folder;
-    RecordingDesktop desktop;
-    StudyDatabase database{desktop};
-    RunLog log{folder.Path(), u"Kotoban"_s, desktop.Clock()};
-    frmMsg msg{desktop, u"wav"_s};
+    RecordingServices services;
+    StudyDatabase database{services};
+    RunLog log{folder.Path(), u"Kotoban"_s, services.Clock()};
+    frmMsg msg{services, u"wav"_s};
     DialogScript script;
     std::unique_ptr<frmText> window;
     PicText *page = nullptr;
@@ -144,7 +144,7 @@ TEST_F(StudyWindowTest, ASessionFromTheFirstAnswerToTheRow)
     EXPECT_EQ(Label(u"lblNum"), u"3"_s);
     EXPECT_EQ(Label(u"lblShown"), u"表示 0 / 3"_s);
     EXPECT_EQ(Child<QProgressBar>(u"prgShown")->value(), 0);
-    desktop.now = desktop.now.addSecs(125);
+    services.now = services.now.addSecs(125);
     window->close();
     EXPECT_FALSE(database.SQLite3NonQuery(u"delete from t_kotoban"_s)) << "the database is closed";
     database.Open(folder.Path(u"k.splite3"_s));
@@ -180,7 +180,7 @@ TEST_F(StudyWindowTest, KeysReachWhatTheMouseDoes)
     const auto press = [this](Qt::Key key) { QTest::keyClick(page, key, Qt::ControlModifier); };
     const auto editorLine = [this] {
         Child<QPushButton>(u"cmdEdit")->click();
-        return desktop.commands.last().section(u"-Y="_s, 1).section(u' ', 0, 0);
+        return services.commands.last().section(u"-Y="_s, 1).section(u' ', 0, 0);
     };
     press(Qt::Key_Space);
     EXPECT_EQ(Label(u"lblNum"), u"0"_s) << "nothing is chosen yet";
@@ -221,7 +221,7 @@ TEST_F(StudyWindowTest, TwoFilesGiveTwoRowsAndACancelledChoiceKeepsTheSession)
     folder.WriteStudyFile(u"txt/b.txt"_s, {u"[x]"_s});
     OpenWith({u"[one]"_s});
     Press(Qt::Key_Return);
-    desktop.now = desktop.now.addSecs(60);
+    services.now = services.now.addSecs(60);
     script.Click(u"frmFile"_s, u"cmdCancel"_s);
     Child<QPushButton>(u"cmdFile")->click();
     EXPECT_EQ(Sessions(), QStringList(u"2024/03/05\t花子\t14:30:15\ta\t2024/03/05 14:31:15\t1"_s));
@@ -229,11 +229,11 @@ TEST_F(StudyWindowTest, TwoFilesGiveTwoRowsAndACancelledChoiceKeepsTheSession)
     Click(Qt::LeftButton, 1, 1);
     Click(Qt::LeftButton, 1, 1);
     EXPECT_EQ(Label(u"lblNum"), u"2"_s);
-    desktop.now = desktop.now.addSecs(60);
+    services.now = services.now.addSecs(60);
     ChooseFile(2);
     Child<QPushButton>(u"cmdFile")->click();
     EXPECT_EQ(Label(u"lblNum"), u"0"_s);
-    desktop.now = desktop.now.addSecs(60);
+    services.now = services.now.addSecs(60);
     window->close();
     database.Open(folder.Path(u"k.splite3"_s));
     EXPECT_EQ(Sessions(), QStringList({u"2024/03/05\t花子\t14:30:15\ta\t2024/03/05 14:32:15\t2"_s,
@@ -246,13 +246,13 @@ TEST_F(StudyWindowTest, EndingInTheFileWindowRecordsTheSessionOnce)
     Press(Qt::Key_Return);
     int ended = 0;
     QObject::connect(window.get(), &frmText::Ended, [&ended] { ++ended; });
-    desktop.now = desktop.now.addSecs(60);
+    services.now = services.now.addSecs(60);
     script.Click(u"frmFile"_s, u"cmdEnd"_s);
     Child<QPushButton>(u"cmdFile")->click();
     EXPECT_EQ(ended, 1);
     EXPECT_FALSE(window->isVisible());
     database.Open(folder.Path(u"k.splite3"_s));
-    desktop.now = desktop.now.addSecs(60);
+    services.now = services.now.addSecs(60);
     window->Record();
     window->close();
     EXPECT_EQ(ended, 1);
@@ -269,13 +269,13 @@ TEST_F(StudyWindowTest, WithoutAFileNothingIsRecorded)
     Click(Qt::LeftButton, 1, 1);
     Click(Qt::RightButton, 1, 1);
     Press(Qt::Key_F2);
-    EXPECT_EQ(desktop.TakeMessages(), QStringList(u"F2"_s));
+    EXPECT_EQ(services.TakeMessages(), QStringList(u"F2"_s));
     Press(Qt::Key_F1);
     const QString help = JoinPath(JoinPath(folder.Path(), u"htm"_s), u"index.htm"_s);
-    EXPECT_EQ(desktop.TakeMessages(), QStringList(QString(help + u"が見つかりません。"_s)));
+    EXPECT_EQ(services.TakeMessages(), QStringList(QString(help + u"が見つかりません。"_s)));
     folder.Write(u"htm/index.htm"_s, "x");
     Child<QPushButton>(u"cmdDispHowToUse")->click();
-    EXPECT_EQ(desktop.opened, QStringList(help));
+    EXPECT_EQ(services.opened, QStringList(help));
     window->close();
     database.Open(folder.Path(u"k.splite3"_s));
     EXPECT_TRUE(Sessions().isEmpty());
@@ -300,14 +300,14 @@ TEST_F(StudyWindowTest, ReReadKeepsTheAnswersOrOffersTheEditor)
     EXPECT_EQ(script.messages.last(),
               QString(BracketCountMessage(2, u"[broken") + u"\r\n\r\nこのファイルを編集しますか？"_s)
                   .replace(u"\r\n"_s, u"\n"_s));
-    EXPECT_EQ(desktop.commands.size(), 1);
-    EXPECT_TRUE(desktop.commands.last().contains(u" -Y=2 \""_s)) << "the line of the fault";
+    EXPECT_EQ(services.commands.size(), 1);
+    EXPECT_TRUE(services.commands.last().contains(u" -Y=2 \""_s)) << "the line of the fault";
     EXPECT_EQ(page->SpokenText(), before) << "the old text stays";
     EXPECT_EQ(folder.Read(u"txt/a.txt"_s), bad);
     QFile::remove(folder.Path(u"txt/a.txt"_s));
     script.Click(u"frmMsg"_s, u"cmdCancel"_s);
     Child<QPushButton>(u"cmdReRead")->click();
-    EXPECT_EQ(desktop.commands.size(), 1);
+    EXPECT_EQ(services.commands.size(), 1);
     EXPECT_EQ(Sessions().size(), 1) << "a re-read is no session";
 }
 
@@ -362,19 +362,19 @@ TEST_F(StudyWindowTest, TheMarkDecidesWhereTheEditorOpens)
     const QString editor = folder.Write(u"sakura.exe"_s, "");
     folder.Write(u"Kotoban.ini"_s, "[setting]\r\nTextEditor=" + editor.toUtf8() + "\r\nLineSpace=9\r\n");
     OpenWith(QStringList(100, u"[x]"_s));
-    EXPECT_EQ(desktop.TakeMessages().size(), 1) << "the spacing was repaired, and said so once";
+    EXPECT_EQ(services.TakeMessages().size(), 1) << "the spacing was repaired, and said so once";
     scroll->setValue(5);
     QTest::mouseClick(page, Qt::LeftButton, {}, QPoint(3, page->Layout().RowTopPx(3) + 2));
     Child<QPushButton>(u"cmdEdit")->click();
     EXPECT_EQ(window->focusWidget(), Child<QPushButton>(u"cmdReRead"));
-    EXPECT_TRUE(desktop.commands.last().contains(u" -Y=7 \""_s)) << "the third row from line 5 on";
+    EXPECT_TRUE(services.commands.last().contains(u" -Y=7 \""_s)) << "the third row from line 5 on";
     Click(Qt::LeftButton, 40, 2);
     Child<QPushButton>(u"cmdEdit")->click();
-    EXPECT_TRUE(desktop.commands.last().contains(u" -Y=5 \""_s)) << "without a mark, the top line";
+    EXPECT_TRUE(services.commands.last().contains(u" -Y=5 \""_s)) << "without a mark, the top line";
     QTest::mouseClick(page, Qt::LeftButton, {}, QPoint(3, page->Layout().RowTopPx(3) + 2));
     Click(Qt::RightButton, 40, 2);
     Child<QPushButton>(u"cmdEdit")->click();
-    EXPECT_TRUE(desktop.commands.last().contains(u" -Y=5 \""_s)) << "a right click takes it away as well";
+    EXPECT_TRUE(services.commands.last().contains(u" -Y=5 \""_s)) << "a right click takes it away as well";
 }
 
 TEST_F(StudyWindowTest, TheClockShowsMinutesOnceThereAreAny)
@@ -382,7 +382,7 @@ TEST_F(StudyWindowTest, TheClockShowsMinutesOnceThereAreAny)
     OpenWith({u"[x]"_s});
     EXPECT_TRUE(QTest::qWaitFor([this] { return Label(u"lblSecN") == u"0"_s; }));
     const auto tick = [this](int seconds) {
-        desktop.now = desktop.now.addSecs(seconds);
+        services.now = services.now.addSecs(seconds);
         window->Timer1_Timer();
         return QString(Label(u"lblMinN") + u' ' + Label(u"lblMin") + u' ' + Label(u"lblSecN") + u' ' +
                        Label(u"lblSec"));
@@ -422,7 +422,7 @@ TEST_F(StudyWindowTest, StandsWhereItStoodAndAsLarge)
 {
     folder.Write(u"Kotoban.ini"_s, "[setting]\r\nFormLeft=99999\r\nFormWidth=500\r\nFormHeight=400\r\n");
     OpenWith({u"[x]"_s});
-    EXPECT_EQ(desktop.TakeMessages().size(), 1);
+    EXPECT_EQ(services.TakeMessages().size(), 1);
     EXPECT_EQ(window->x(), 0) << "the value that the message names";
     EXPECT_EQ(window->size(), QSize(500, 400));
     window->resize(520, 410);
@@ -456,9 +456,9 @@ TEST_F(StudyWindowTest, SettingsShowAtOnceAndKeepTheAnswers)
     });
     Child<QPushButton>(u"cmdIni")->click();
     EXPECT_TRUE(script.IsDone());
-    EXPECT_EQ(desktop.TakeMessages(), QStringList({u"エディタが見つかりません"_s,
-                                                   u"次のテキストエディタが見つかりません。\r\n  no such editor\r\n"
-                                                   u"メモ帳をテキストエディタに指定します。"_s}));
+    EXPECT_EQ(services.TakeMessages(), QStringList({u"エディタが見つかりません"_s,
+                                                    u"次のテキストエディタが見つかりません。\r\n  no such editor\r\n"
+                                                    u"メモ帳をテキストエディタに指定します。"_s}));
     EXPECT_GT(page->Layout().cellWidthPx, before.cellWidthPx);
     EXPECT_GT(window->width(), 700) << "a line of 100 columns asks for more";
     EXPECT_TRUE(QTest::qWaitFor([this] { return QApplication::focusWidget() == page; }));
@@ -506,7 +506,7 @@ TEST_F(StudyWindowTest, PicturesOpenByAClickOrSayWhatIsWrong)
     folder.Write(u"txt/broken.gif"_s, "no picture");
     EXPECT_TRUE(QImage(8000, 6000, QImage::Format_Mono).save(folder.Path(u"txt/bomb.png"_s)));
     OpenWith({u"｢cell｣ ｢broken｣ ｢bomb｣ ｢a.b｣ ｢a.b｣ [｢none｣]"_s});
-    EXPECT_EQ(desktop.TakeMessages(), QStringList(u"異常な画像ファイル名=[a.b]があります。"_s));
+    EXPECT_EQ(services.TakeMessages(), QStringList(u"異常な画像ファイル名=[a.b]があります。"_s));
     QStringList shown;
     const auto look = [&shown](QWidget *dialog) {
         const auto *const label = dialog->findChild<QLabel *>(u"lblPicture"_s);

@@ -1,5 +1,5 @@
 #include "store/modDB_SQLite.h"
-#include "support/RecordingDesktop.h"
+#include "support/RecordingServices.h"
 #include "support/Rows.h"
 #include "support/StudyText.h"
 #include "support/TestFiles.h"
@@ -247,11 +247,11 @@ TEST(SpokenPage, SaysWhatIsShownAndWhereSomethingIsHidden)
 TEST(StudySession, ARefusedFileLeavesItsRowAndNothingOpen)
 {
     const TestFolder folder;
-    RecordingDesktop desktop;
-    StudyDatabase database(desktop);
+    RecordingServices services;
+    StudyDatabase database(services);
     database.Open(u":memory:"_s);
     DBCreateKotoban(database);
-    StudySession session(desktop, database, u"花子"_s);
+    StudySession session(services, database, u"花子"_s);
     QString message;
     int errorLine = 0;
     EXPECT_FALSE(session.HasBegun() || session.IsFileOpen() || session.ClockTick());
@@ -271,7 +271,7 @@ TEST(StudySession, ARefusedFileLeavesItsRowAndNothingOpen)
     EXPECT_EQ(session.Round().ShownCount(), 1);
     session.Complete();
 
-    desktop.now = desktop.now.addSecs(60);
+    services.now = services.now.addSecs(60);
     EXPECT_FALSE(session.Open(folder.WriteStudyFile(u"bad.txt"_s, {u"["_s}), &message));
     EXPECT_FALSE(session.IsFileOpen() || session.ClockTick());
     EXPECT_EQ(session.Text().LineCount() + session.Round().BlankCount() + session.Round().lngOpenCount(), 0);

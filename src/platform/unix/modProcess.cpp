@@ -1,5 +1,6 @@
-#include "platform/modCommandLine.h"
 #include "platform/modProcess.h"
+
+#include "platform/modCommandLine.h"
 
 #include <QProcess>
 #include <QStandardPaths>

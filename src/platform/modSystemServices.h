@@ -1,5 +1,5 @@
 // The one seam between the program and the world outside its process: message boxes, sounds, the voice, other programs
-// and the clock. The program passes QtDesktop, tests pass one that records the calls and sets the time.
+// and the clock. The program passes QtSystemServices, tests pass one that records the calls and sets the time.
 #pragma once
 
 #include <QDateTime>
@@ -7,10 +7,10 @@
 
 #include <functional>
 
-class Desktop
+class SystemServices
 {
   public:
-    virtual ~Desktop() = default;
+    virtual ~SystemServices() = default;
 
     /// Gives the plain message boxes that name no title of their own the given one.
     virtual void SetApplicationTitle(const QString &title) = 0;

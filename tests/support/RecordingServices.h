@@ -1,11 +1,11 @@
-// A desktop that does nothing, remembers what it was asked for and shows the time that the test sets.
+// Services that do nothing, remember what they were asked for and show the time that the test sets.
 #pragma once
 
-#include "platform/modDesktop.h"
+#include "platform/modSystemServices.h"
 
 #include <QStringList>
 
-class RecordingDesktop : public Desktop
+class RecordingServices : public SystemServices
 {
   public:
     QDateTime now = QDateTime(QDate(2024, 3, 5), QTime(14, 30, 15));

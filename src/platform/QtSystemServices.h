@@ -1,11 +1,11 @@
-// The desktop that the program really runs on.
+// The services of the system that the program runs on.
 #pragma once
 
-#include "platform/modDesktop.h"
 #include "platform/modSound.h"
+#include "platform/modSystemServices.h"
 #include "platform/modVoice.h"
 
-class QtDesktop : public Desktop
+class QtSystemServices : public SystemServices
 {
   public:
     /// Shows no message any more: there is nobody to see it.

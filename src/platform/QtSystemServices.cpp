@@ -1,4 +1,4 @@
-#include "platform/QtDesktop.h"
+#include "platform/QtSystemServices.h"
 
 #include "platform/modProcess.h"
 #include "platform/modShell.h"
@@ -6,22 +6,22 @@
 #include <QApplication>
 #include <QMessageBox>
 
-void QtDesktop::GoSilent()
+void QtSystemServices::GoSilent()
 {
     m_isSilent = true;
 }
 
-void QtDesktop::SetApplicationTitle(const QString &title)
+void QtSystemServices::SetApplicationTitle(const QString &title)
 {
     m_title = title;
 }
 
-void QtDesktop::ShowMessage(const QString &text)
+void QtSystemServices::ShowMessage(const QString &text)
 {
     ShowMessage(text, m_title.isEmpty() ? QApplication::applicationName() : m_title);
 }
 
-void QtDesktop::ShowMessage(const QString &text, const QString &title)
+void QtSystemServices::ShowMessage(const QString &text, const QString &title)
 {
     if (m_isSilent)
         return;
@@ -31,27 +31,27 @@ void QtDesktop::ShowMessage(const QString &text, const QString &title)
     box.exec();
 }
 
-void QtDesktop::PlaySoundFile(const QString &path)
+void QtSystemServices::PlaySoundFile(const QString &path)
 {
     m_sound.Play(path);
 }
 
-void QtDesktop::Speak(const QString &text)
+void QtSystemServices::Speak(const QString &text)
 {
     m_voice.Speak(text);
 }
 
-bool QtDesktop::OpenWithShell(const QString &path, const QString &workingFolder)
+bool QtSystemServices::OpenWithShell(const QString &path, const QString &workingFolder)
 {
     return ShellOpen(path, workingFolder);
 }
 
-bool QtDesktop::StartCommandLine(const QString &commandLine)
+bool QtSystemServices::StartCommandLine(const QString &commandLine)
 {
     return StartProcess(commandLine);
 }
 
-QDateTime QtDesktop::Now() const
+QDateTime QtSystemServices::Now() const
 {
     return QDateTime::currentDateTime();
 }
