@@ -32,7 +32,7 @@ void FitToScreen(QDialog *window, QWidget *content, const QSize &wanted)
 
     const QSize available = AvailableSize(window);
     QSize size = content->sizeHint().expandedTo(wanted).boundedTo(available);
-    // One scroll bar takes available away; it should not bring about the other.
+    // One scroll bar takes room away; it should not bring about the other.
     if (content->minimumSizeHint().height() > available.height())
         size.rwidth() += scroll->verticalScrollBar()->sizeHint().width();
     window->resize(size.boundedTo(available));
@@ -41,7 +41,7 @@ void FitToScreen(QDialog *window, QWidget *content, const QSize &wanted)
 void FitToText(QLineEdit *box, const QString &widest)
 {
     const QFontMetrics metrics = box->fontMetrics();
-    // The smallest box is as wide as one character and the frame. The cursor behind the text takes available as well.
+    // The smallest box is as wide as one character and the frame. The cursor behind the text takes room as well.
     const int framePx = box->minimumSizeHint().width() - metrics.maxWidth();
     box->setFixedWidth(metrics.horizontalAdvance(widest) + metrics.averageCharWidth() + qMax(0, framePx));
 }
