@@ -3,6 +3,7 @@
 #include "base/modLog.h"
 #include "platform/modProcess.h"
 #include "platform/modProfile.h"
+#include "settings/modZoom.h"
 
 #include <QFileInfo>
 
@@ -156,6 +157,17 @@ bool SettingsFile::WriteFormSize(const QSize &sizePx) const
 {
     return WriteIni(u"FormWidth"_s, QString::number(sizePx.width())) &&
            WriteIni(u"FormHeight"_s, QString::number(sizePx.height()));
+}
+
+int SettingsFile::ReadZoom() const
+{
+    const int percent = ReadIni(u"Zoom"_s, QString()).toInt();
+    return IsZoomStep(percent) ? percent : 0;
+}
+
+bool SettingsFile::WriteZoom(int percent) const
+{
+    return WriteIni(u"Zoom"_s, QString::number(percent));
 }
 
 QString SettingsFile::ReadIni(const QString &key, const QString &defaultText) const

@@ -79,6 +79,12 @@ class SettingsFile
     /// Writes the study window's size, in pixels. @return false when the file could not be written
     bool WriteFormSize(const QSize &sizePx) const;
 
+    /// The page's zoom that the file holds, in percent; 0 when it holds none or none of ZoomSteps.
+    int ReadZoom() const;
+
+    /// Writes the page's zoom, in percent. @return false when the file could not be written
+    bool WriteZoom(int percent) const;
+
   private:
     QString ReadIni(const QString &key, const QString &defaultText) const;
     bool WriteIni(const QString &key, const QString &value) const;

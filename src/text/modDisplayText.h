@@ -104,6 +104,12 @@ class DisplayText
         return m_lines.at1(line);
     }
 
+    /// Cells of the longest line: as many as it has bytes.
+    int LongestLineCells() const
+    {
+        return int(m_lines.LongestLineBytes());
+    }
+
     /// The first line from a given one on, 1..LineCount() + 1, that holds a character; 0 when there is none.
     int NextLineWith(QChar character, int fromLine) const
     {
@@ -152,5 +158,6 @@ int CellsOf(QChar character);
 /// Half-width cells of the characters of a text.
 int CellsOf(QStringView text);
 
-/// Edges of a blank's box. @param cellWidthPx  width of a half-width cell; @param textLeftPx  left edge of column 1
+/// Edges of a blank's box. @param cellWidthPx  width of a half-width cell; @param textLeftPx  left edge of column 1,
+/// which is negative where the line begins out of view
 BoxEdges GetBqInfoFromLine(const DisplayText &text, int blank, int cellWidthPx, int textLeftPx);

@@ -66,14 +66,15 @@ int PageAccessible::characterCount() const
     return int(Page().SpokenText().size());
 }
 
-QRect PageAccessible::characterRect(int) const
+QRect PageAccessible::characterRect(int offset) const
 {
-    return rect();
+    const QRect rect = Page().SpokenRect(offset);
+    return rect.isNull() ? rect : QRect(Page().mapToGlobal(rect.topLeft()), rect.size());
 }
 
-int PageAccessible::offsetAtPoint(const QPoint &) const
+int PageAccessible::offsetAtPoint(const QPoint &point) const
 {
-    return 0;
+    return Page().SpokenOffsetAt(Page().mapFromGlobal(point));
 }
 
 void PageAccessible::scrollToSubstring(int, int) {}

@@ -1,12 +1,14 @@
 #include "view/PagePainter.h"
 
 #include "view/PageFontAtScale.h"
+#include "view/modClickTarget.h"
 
 #include <QFontMetricsF>
 #include <QGlyphRun>
 #include <QPainter>
 #include <QRawFont>
 
+#include <algorithm>
 #include <cmath>
 
 namespace {
@@ -29,9 +31,12 @@ constexpr int CurrentFramePx = 2;
 
 QRect AreaOfBlank(const DisplayText &text, int blank, int topLine, const PageLayout &layout)
 {
-    const BoxEdges box = GetBqInfoFromLine(text, blank, layout.cellWidthPx, layout.TextLeftPx());
-    const int row = text.Blanks().LineOf(blank) - topLine + 1;
-    const QRect area(box.leftPx, layout.RowTopPx(row), box.rightPx - box.leftPx + 1, layout.linePitchPx);
+    const int line = text.Blanks().LineOf(blank);
+    const int rowTopPx = layout.RowTopPx(line - topLine + 1);
+    if (HasPictures(text.Line(line)))
+        return QRect(layout.TextLeftPx(), rowTopPx, layout.widthPx, layout.linePitchPx);
+    const BoxEdges box = GetBqInfoFromLine(text, blank, layout.cellWidthPx, layout.CellLeftPx(0));
+    const QRect area(box.leftPx, rowTopPx, box.rightPx - box.leftPx + 1, layout.linePitchPx);
     return area.adjusted(-1, -1, 1, 1); // at 125 % an edge may lie on a pixel that is only partly within the area
 }
 
@@ -58,19 +63,22 @@ void PagePainter::Paint(const QRect &part)
     m_painter.save();
     m_painter.setClipRect(deviceArea, Qt::IntersectClip);
     m_painter.fillRect(deviceArea, Background);
-    // A row that is cut off below still shows its upper part.
-    const int rowsBelow = m_page.text.LineCount() - m_page.topLine + 1;
+    const int rowsToLastLine = m_page.text.LineCount() - m_page.topLine + 1;
     const int firstRow = qMax(0, m_layout.RowOffsetAt(area.top())) + 1;
-    const int lastRow = qMin(rowsBelow, m_layout.RowOffsetAt(area.bottom()) + 1);
-    for (int row = firstRow; row <= lastRow; ++row) {
-        if (area.right() >= m_layout.TextLeftPx())
-            DrawText(row);
-        if (m_layout.hasLineNumbers && area.left() < m_layout.NumberStripPx())
-            DrawNumber(row);
-    }
-    if (m_layout.hasLineNumbers)
+    const int lastRow = std::min({rowsToLastLine, m_layout.RowsPerPage(), m_layout.RowOffsetAt(area.bottom()) + 1});
+    if (m_layout.hasLineNumbers) {
+        if (area.left() < m_layout.NumberStripPx())
+            for (int row = firstRow; row <= lastRow; ++row)
+                DrawNumber(row);
         m_painter.fillRect(Device(QRect(m_layout.NumberStripPx(), 0, 1, m_layout.heightPx)), StripEdge);
+    }
     DrawFrame();
+    // What is left of the first cell in view must not run into the numbers; a frame around that cell may stand out.
+    m_painter.setClipRect(Device(QRect(m_layout.TextLeftPx() - CurrentFramePx, 0, m_layout.widthPx, m_layout.heightPx)),
+                          Qt::IntersectClip);
+    if (area.right() >= m_layout.TextLeftPx() - CurrentFramePx)
+        for (int row = firstRow; row <= lastRow; ++row)
+            DrawText(row);
     m_painter.restore();
 }
 
@@ -89,6 +97,14 @@ void PagePainter::DrawText(int row)
     DrawCells(m_page.text.MaskedLine(line), 0, row);
     for (const int blank : m_page.text.BlanksOnLine(line))
         DrawBox(blank, row);
+    UnderlinePictures(row);
+}
+
+/// Lines of one pixel, on a page with large letters of some.
+int PagePainter::PenWidth() const
+{
+    constexpr int pitchOfOnePixel = 20;
+    return qMax(1, Device(1) * qMax(1, m_layout.linePitchPx / pitchOfOnePixel));
 }
 
 int PagePainter::Device(int px) const
@@ -128,15 +144,15 @@ void PagePainter::DrawCurrent(int row)
 /// What the cells of a row from one up to, not including, another take.
 QRect PagePainter::BoxOf(int firstCell, int endCell, int row) const
 {
-    return QRect(m_layout.TextLeftPx() + firstCell * m_layout.cellWidthPx, m_layout.RowTopPx(row),
-                 (endCell - firstCell) * m_layout.cellWidthPx, m_layout.linePitchPx - RowGapPx);
+    return QRect(m_layout.CellLeftPx(firstCell), m_layout.RowTopPx(row), (endCell - firstCell) * m_layout.cellWidthPx,
+                 m_layout.linePitchPx - RowGapPx);
 }
 
 void PagePainter::DrawBox(int blank, int row)
 {
-    const BoxEdges box = GetBqInfoFromLine(m_page.text, blank, m_layout.cellWidthPx, m_layout.TextLeftPx());
+    const BoxEdges box = GetBqInfoFromLine(m_page.text, blank, m_layout.cellWidthPx, m_layout.CellLeftPx(0));
     const bool isShown = m_page.round.bolOpen(blank);
-    const int penWidth = qMax(1, Device(1));
+    const int penWidth = PenWidth();
     // The right edge stands where clicks ask for it: on the first pixel behind the last cell.
     const QRect outline = Device(
         QRect(box.leftPx, m_layout.RowTopPx(row), box.rightPx - box.leftPx + 1, m_layout.linePitchPx - RowGapPx));
@@ -155,6 +171,19 @@ void PagePainter::DrawBox(int blank, int row)
                            outline.right() - outline.width() / 4, outline.center().y());
 }
 
+/// Shows what a click opens.
+void PagePainter::UnderlinePictures(int row)
+{
+    const int rowTop = Device(m_layout.RowTopPx(row));
+    const int lowest = Device(m_layout.linePitchPx - RowGapPx) - 2 * PenWidth();
+    const int top = rowTop + qMin(int(m_baseline) + PenWidth(), lowest);
+    for (const TextSpan &picture : PicturesOnLine(m_page.text, m_page.round, LineIn(row))) {
+        const CellRange cells = m_page.text.Cells(picture);
+        const int left = Device(m_layout.CellLeftPx(cells.start));
+        m_painter.fillRect(left, top, Device(m_layout.CellLeftPx(cells.end)) - left, PenWidth(), TextColour);
+    }
+}
+
 /// Draws a text from a cell of its row on, 0 the first, each character on its own cell.
 void PagePainter::DrawCells(QStringView text, int cell, int row)
 {
@@ -167,7 +196,7 @@ void PagePainter::DrawCells(QStringView text, int cell, int row)
     for (qsizetype i = 0; i < text.size(); ++i) {
         const QChar character = text[i];
         const int cells = CellsOf(character);
-        const QPointF at(Device(m_layout.TextLeftPx() + cell * m_layout.cellWidthPx), baseline);
+        const QPointF at(Device(m_layout.CellLeftPx(cell)), baseline);
         cell += cells;
         if (character.isSpace() || character < u' ')
             continue;
@@ -217,7 +246,7 @@ void PagePainter::DrawNumber(int row)
 void PagePainter::DrawFrame()
 {
     const bool isFocused = m_page.hasFocus;
-    DrawRing(QRect(QPoint(0, 0), QSize(Device(m_page.widthPx), Device(m_layout.heightPx))),
+    DrawRing(QRect(QPoint(0, 0), QSize(Device(m_layout.widthPx), Device(m_layout.heightPx))),
              qMax(1, Device(isFocused ? FocusFramePx : 1)), isFocused ? m_page.focusColour : Frame);
 }
 

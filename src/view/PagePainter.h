@@ -18,7 +18,6 @@ struct PageToPaint
     const DisplayText &text;
     const StudyRound &round;
     PageLayout layout;
-    int widthPx;        ///< of the text area
     int topLine;        ///< line in the first row
     TextSpan found{};   ///< is marked; within a hidden answer its whole box is
     TextSpan current{}; ///< is framed
@@ -26,7 +25,8 @@ struct PageToPaint
     QColor focusColour{}; ///< of the page's frame while it has the focus
 };
 
-/// What has to be painted anew when an answer is shown or hidden, pixels of the text area. @param blank  in view
+/// What has to be painted anew when an answer is shown or hidden, pixels of the text area: its box, and all of a line
+/// with references to pictures, which it may make or unmake. @param blank  on a line in view
 QRect AreaOfBlank(const DisplayText &text, int blank, int topLine, const PageLayout &layout);
 
 /// The same when another line is marked.
@@ -47,6 +47,7 @@ class PagePainter
     void DrawFound(int row);
     void DrawCurrent(int row);
     void DrawBox(int blank, int row);
+    void UnderlinePictures(int row);
     void DrawNumber(int row);
     void DrawFrame();
     void DrawCells(QStringView text, int cell, int row);
@@ -56,6 +57,7 @@ class PagePainter
 
     int LineIn(int row) const;
     QRect BoxOf(int firstCell, int endCell, int row) const;
+    int PenWidth() const;
     int Device(int px) const;
     QRect Device(const QRect &rect) const;
 

@@ -1,19 +1,36 @@
 #include "view/StudyStateBar.h"
 
+#include "settings/modZoom.h"
+#include "view/LineField.h"
 #include "view/modStudyRound.h"
 #include "widgets/FlowLayout.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QProgressBar>
+#include <QToolButton>
 
 using namespace Qt::Literals::StringLiterals;
 
+namespace {
+
+/// Keeps the space of a control while it is hidden, so that nothing moves.
+void KeepSizeWhenHidden(QWidget *widget)
+{
+    QSizePolicy policy = widget->sizePolicy();
+    policy.setRetainSizeWhenHidden(true);
+    widget->setSizePolicy(policy);
+}
+
+} // namespace
+
 StudyStateBar::StudyStateBar(QWidget *parent)
     : QWidget(parent), lblNum(AddLabel(u"lblNum"_s, u"0"_s)), prgShown(new QProgressBar(this)),
-      lblShown(AddLabel(u"lblShown"_s)), lblPlace(AddLabel(u"lblPlace"_s)), lblKeyword(AddLabel(u"lblKeyword"_s)),
-      lblMinN(AddLabel(u"lblMinN"_s)), lblMin(AddLabel(u"lblMin"_s, u"分"_s)), lblSecN(AddLabel(u"lblSecN"_s)),
-      lblSec(AddLabel(u"lblSec"_s, u"秒"_s))
+      lblShown(AddLabel(u"lblShown"_s)), lblPlace(AddLabel(u"lblPlace"_s)), lblPage(AddLabel(u"lblPage"_s)),
+      lblZoom(AddLabel(u"lblZoom"_s)), cmdZoomOut(ZoomButton(u"cmdZoomOut"_s, u"小(&-)"_s, -1)),
+      cmdZoomIn(ZoomButton(u"cmdZoomIn"_s, u"大(&+)"_s, 1)), m_lineField(new LineField(this)),
+      lblKeyword(AddLabel(u"lblKeyword"_s)), lblMinN(AddLabel(u"lblMinN"_s)), lblMin(AddLabel(u"lblMin"_s, u"分"_s)),
+      lblSecN(AddLabel(u"lblSecN"_s)), lblSec(AddLabel(u"lblSec"_s, u"秒"_s))
 {
     for (QLabel *const number : {lblNum, lblMinN, lblSecN}) {
         number->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
@@ -27,6 +44,8 @@ StudyStateBar::StudyStateBar(QWidget *parent)
     prgShown->setAccessibleName(u"表示した正解の割合"_s);
     prgShown->setTextVisible(false);
     prgShown->setFixedSize(fontMetrics().averageCharWidth() * 16, qMax(8, fontMetrics().height() / 2));
+    connect(m_lineField, &LineField::LineChosen, this, &StudyStateBar::LineChosen);
+    connect(m_lineField, &LineField::Closed, this, &StudyStateBar::LineFieldClosed);
     QPalette dimmed = lblKeyword->palette();
     dimmed.setColor(QPalette::WindowText, QColor(128, 128, 128)); // colour 8 of the palette of 16
     lblKeyword->setPalette(dimmed);
@@ -38,8 +57,9 @@ StudyStateBar::StudyStateBar(QWidget *parent)
 
     QLabel *const lblNumN = AddLabel(u"lblNumN"_s, u"回答数："_s);
     auto *const progress = new FlowLayout(20);
-    for (QWidget *const control : {Group({lblNumN, lblNum}), Group({prgShown, lblShown}),
-                                   static_cast<QWidget *>(lblPlace), static_cast<QWidget *>(lblKeyword)})
+    for (QWidget *const control :
+         {Group({lblNumN, lblNum}), Group({prgShown, lblShown}), Group({lblPlace, lblPage}), ZoomGroup(),
+          static_cast<QWidget *>(m_lineField), static_cast<QWidget *>(lblKeyword)})
         progress->addWidget(control);
     auto *const row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
@@ -67,6 +87,41 @@ QWidget *StudyStateBar::Group(const QList<QWidget *> &controls)
     return group;
 }
 
+QWidget *StudyStateBar::ZoomGroup()
+{
+    cmdZoomOut->setAccessibleName(u"本文を小さく"_s);
+    cmdZoomOut->setToolTip(u"本文を小さくします (Ctrl+-)　Ctrl+0 で 100 %"_s);
+    cmdZoomIn->setAccessibleName(u"本文を大きく"_s);
+    cmdZoomIn->setToolTip(u"本文を大きくします (Ctrl++)"_s);
+    lblZoom->setAccessibleDescription(u"本文の大きさ"_s);
+    lblZoom->setAlignment(Qt::AlignCenter);
+    lblZoom->setMinimumWidth(lblZoom->fontMetrics().horizontalAdvance(u"000 %"_s));
+    return Group({cmdZoomOut, lblZoom, cmdZoomIn});
+}
+
+/// A click leaves the focus in the text, as that of the buttons above it.
+QToolButton *StudyStateBar::ZoomButton(const QString &name, const QString &caption, int steps)
+{
+    auto *const button = new QToolButton(this);
+    button->setObjectName(name);
+    button->setText(caption);
+    button->setFocusPolicy(Qt::TabFocus);
+    connect(button, &QToolButton::clicked, this, [this, steps] { Q_EMIT ZoomClicked(steps); });
+    return button;
+}
+
+void StudyStateBar::ShowZoom(int percent)
+{
+    lblZoom->setText(QString::number(percent) + u" %"_s);
+    cmdZoomOut->setEnabled(percent > ZoomSteps.front());
+    cmdZoomIn->setEnabled(percent < ZoomSteps.back());
+}
+
+void StudyStateBar::AskForLine(int line, int lineCount)
+{
+    m_lineField->Open(line, lineCount);
+}
+
 void StudyStateBar::ShowCount(int answers)
 {
     lblNum->setText(QString::number(answers));
@@ -84,6 +139,8 @@ void StudyStateBar::ShowProgress(const StudyRound &round, const PageInView &page
     lblPlace->setText(page.lineCount == 0
                           ? QString()
                           : QString(u"%1 ～ %2 行 / %3 行"_s.arg(page.topLine).arg(page.lastLine).arg(page.lineCount)));
+    lblPage->setText(page.lineCount == 0 ? QString()
+                                         : QString(u"%1 / %2 ページ"_s.arg(page.PageNumber()).arg(page.PageCount())));
 }
 
 void StudyStateBar::ShowKeyword(const QString &wanted, bool isFound)
@@ -120,11 +177,4 @@ void StudyStateBar::ClearTime()
     lblSecN->clear();
     lblMin->hide();
     lblSec->hide();
-}
-
-void KeepSizeWhenHidden(QWidget *widget)
-{
-    QSizePolicy policy = widget->sizePolicy();
-    policy.setRetainSizeWhenHidden(true);
-    widget->setSizePolicy(policy);
 }

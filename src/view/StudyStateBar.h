@@ -1,4 +1,5 @@
-// The row below the page: what was answered, how far the learner is, what was searched for, and the clock.
+// The row below the page: what was answered, how far the learner is, how large the page is, what was searched for, and
+// the clock.
 #pragma once
 
 #include "view/modPageInView.h"
@@ -6,12 +7,16 @@
 
 #include <QWidget>
 
+class LineField;
 class QLabel;
 class QProgressBar;
+class QToolButton;
 class StudyRound;
 
 class StudyStateBar : public QWidget
 {
+    Q_OBJECT
+
   public:
     explicit StudyStateBar(QWidget *parent);
 
@@ -21,6 +26,12 @@ class StudyStateBar : public QWidget
     /// Shows how many of the file's answers are shown and which lines the page holds.
     void ShowProgress(const StudyRound &round, const PageInView &page);
 
+    /// Shows the page's zoom, in percent.
+    void ShowZoom(int percent);
+
+    /// Opens the field in which a line is typed to go to.
+    void AskForLine(int line, int lineCount);
+
     /// Shows what was searched for.
     void ShowKeyword(const QString &wanted, bool isFound);
     void HideKeyword();
@@ -28,7 +39,14 @@ class StudyStateBar : public QWidget
     void ShowTime(const ElapsedTime &elapsed);
     void ClearTime();
 
+  Q_SIGNALS:
+    void ZoomClicked(int steps); ///< 1 larger, -1 smaller
+    void LineChosen(int line);
+    void LineFieldClosed();
+
   private:
+    QWidget *ZoomGroup();
+    QToolButton *ZoomButton(const QString &name, const QString &caption, int steps);
     QLabel *AddLabel(const QString &name, const QString &text = QString());
     QWidget *Group(const QList<QWidget *> &controls);
 
@@ -36,12 +54,14 @@ class StudyStateBar : public QWidget
     QProgressBar *prgShown; // of the file's answers
     QLabel *lblShown;       // the same in numbers
     QLabel *lblPlace;       // the lines on the page
+    QLabel *lblPage;        // its number
+    QLabel *lblZoom;
+    QToolButton *cmdZoomOut;
+    QToolButton *cmdZoomIn;
+    LineField *m_lineField;
     QLabel *lblKeyword;
     QLabel *lblMinN;
     QLabel *lblMin;
     QLabel *lblSecN;
     QLabel *lblSec;
 };
-
-/// Keeps the room of a control while it is hidden, so that nothing moves.
-void KeepSizeWhenHidden(QWidget *widget);

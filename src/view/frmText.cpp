@@ -12,6 +12,7 @@
 #include "view/frmPicture.h"
 #include "view/modClickTarget.h"
 #include "view/picText.h"
+#include "widgets/ElidedLabel.h"
 #include "widgets/InputGuard.h"
 
 #include <QCheckBox>
@@ -33,45 +34,6 @@ void frmText::Form_Activate()
     WriteTrace(u"■frmText.Form_Activate()");
     ReadSettings();
     ApplySettings();
-}
-
-PageInView frmText::Page() const
-{
-    return PageAt(VScroll->value(), m_session.Text().LineCount(), picText->Layout());
-}
-
-void frmText::SetUpScrollBar()
-{
-    const PageInView page = Page();
-    VScroll->setRange(1, page.maximum);
-    VScroll->setPageStep(page.pageSize);
-    VScroll->setEnabled(page.canScroll);
-    VScroll->setVisible(page.canScroll);
-    if (!page.Holds(picText->Current().line))
-        picText->SetCurrent(TextSpan()); // what is not seen must not be clicked
-    ShowProgress();
-}
-
-void frmText::VScroll_Change()
-{
-    WriteTrace(u"■frmText.VScroll_Change");
-    picText->SetCurrent(TextSpan());
-    picText->SetTopLine(VScroll->value());
-    ShowProgress();
-}
-
-/// Brings a line to the top and paints the page anew, also where that line stands there already.
-void frmText::ShowLine(int line)
-{
-    if (VScroll->value() != line)
-        VScroll->setValue(line);
-    else
-        VScroll_Change();
-}
-
-void frmText::ShowProgress()
-{
-    m_stateBar->ShowProgress(m_session.Round(), Page());
 }
 
 QString frmText::StudyFolderPath() const
@@ -131,10 +93,10 @@ void frmText::OpenSession(const QString &path)
     const bool isLoaded = m_session.Open(path, &message);
     if (m_stage == Stage::Ended)
         return; // the window was closed under a message about the record
-    if (isLoaded) {
-        picText->SetStudy(&m_session.Text(), &m_session.Round());
+    if (isLoaded)
         EnableFileControls(true);
-    }
+    picText->SetStudy(isLoaded ? &m_session.Text() : nullptr, &m_session.Round());
+    lblFile->SetText(QFileInfo(m_session.Path()).fileName());
     ShowText(1);
     if (!isLoaded) {
         Ask(message, MsgStyle::Ok, u"notify.wav"_s);
@@ -159,6 +121,7 @@ void frmText::ShowText(int topLine)
         m_frmSearch->Refresh();
     }
     SetUpScrollBar();
+    HScroll->setValue(0);
     ShowLine(qMin(topLine, VScroll->maximum()));
 }
 
@@ -262,16 +225,6 @@ void frmText::GoOnSearching(bool backwards)
         m_frmSearch->GoOn(backwards);
 }
 
-/// Marks a place that was found and brings it into view, with a few lines above it where the view has to move.
-void frmText::ShowFound(const TextSpan &found, const QString &wanted)
-{
-    constexpr int linesAbove = 3;
-    picText->SetFound(found);
-    m_stateBar->ShowKeyword(wanted, found.line > 0);
-    if (found.line > 0 && !Page().Holds(found.line))
-        VScroll->setValue(qMax(1, found.line - linesAbove));
-}
-
 void frmText::ShowPicture(const QString &name)
 {
     frmPicture(StudyFolderPath(), name, this).exec();
@@ -299,6 +252,7 @@ void frmText::Enter()
     StudyRound &round = m_session.Round();
     const EnterDecision decision = DecideEnter(round, m_session.Text(), Page());
     if (decision.action == EnterAction::Reveal) {
+        BringCellsIntoView(m_session.Text().Span(decision.blank));
         Reveal(decision.blank);
         return;
     }
@@ -307,6 +261,7 @@ void frmText::Enter()
         close();
         return;
     }
+    HScroll->setValue(0);
     ShowLine(TurnPage(&round, Page()));
 }
 
@@ -363,12 +318,6 @@ void frmText::MarkLine(int line)
         return;
     m_session.Round().MarkLine(line);
     picText->DrawLineNumbers();
-}
-
-void frmText::GoToTarget(bool backwards)
-{
-    picText->SetCurrent(
-        NextSpan(TargetsInView(m_session.Text(), Page(), chkSpeak->isChecked()), picText->Current(), backwards));
 }
 
 void frmText::ClickCurrent()

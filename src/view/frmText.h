@@ -18,6 +18,7 @@ enum class MsgStyle;
 class frmFile;
 class frmMsg;
 class frmSearch;
+class ElidedLabel;
 class InputGuard;
 class PicText;
 class QCheckBox;
@@ -72,6 +73,7 @@ class frmText : public QWidget
     void cmdSearch_Click();
     void chkSpeak_Click();
     void VScroll_Change();
+    void HScroll_Change();
     void picText_KeyDown(int key);
     void picText_MouseDown(Qt::MouseButton button, int xPx, int yPx);
     void picText_MouseMove();
@@ -90,9 +92,17 @@ class frmText : public QWidget
 
     PageInView Page() const;
     void SetUpScrollBar();
+    void ShowNeededScrollBars();
     void ShowText(int topLine);
     void ShowLine(int line);
     void ShowProgress();
+    void BringCellsIntoView(const TextSpan &span);
+    void MovePages(int pages);
+    void AskForLine();
+    void GoToRandomPage();
+    void ChangeZoom(int steps);
+    void SetZoom(int percent);
+    void DescribePage();
 
     void OpenSession(const QString &path);
     void OpenInEditorAt(int line);
@@ -132,6 +142,8 @@ class frmText : public QWidget
 
     StudySession m_session;
     Stage m_stage = Stage::Created;
+    int m_zoom = 100;            // percent, one of ZoomSteps
+    bool m_isZoomChosen = false; // whether the learner chose it in this run
     unsigned m_wheelMessage = 0;
 
     std::unique_ptr<InputGuard> m_inputGuard; // while a file is being opened
@@ -140,6 +152,7 @@ class frmText : public QWidget
     frmFile *m_frmFile = nullptr;
     PicText *picText;
     QScrollBar *VScroll;
+    QScrollBar *HScroll;
     QPushButton *cmdFile;
     QPushButton *cmdReRead;
     QPushButton *cmdEdit;
@@ -147,6 +160,7 @@ class frmText : public QWidget
     QPushButton *cmdDispHowToUse;
     QPushButton *cmdSearch;
     QCheckBox *chkSpeak;
+    ElidedLabel *lblFile;
     StudyStateBar *m_stateBar;
     QTimer *Timer1;
 };

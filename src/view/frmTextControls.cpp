@@ -3,10 +3,13 @@
 #include "base/modProduct.h"
 #include "files/frmFile.h"
 #include "platform/modWindowMessage.h"
+#include "settings/modZoom.h"
 #include "view/StudyStateBar.h"
 #include "view/frmText.h"
 #include "view/picText.h"
+#include "widgets/ElidedLabel.h"
 #include "widgets/FlowLayout.h"
+#include "widgets/FocusScrollBar.h"
 #include "widgets/InputGuard.h"
 #include "widgets/ScreenFit.h"
 
@@ -17,22 +20,30 @@
 #include <QScrollBar>
 #include <QShortcut>
 #include <QTimer>
+#include <QWindow>
 
 using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+constexpr int CellsPerKey = 8;
+
+} // namespace
 
 frmText::frmText(SystemServices &services, StudyDatabase &database, const RunLog &log, frmMsg &msg,
                  const StudyContext &place)
     : m_services(services), m_database(database), m_log(log), m_msg(msg), m_context(place),
       m_settingsFile(place.settingsPath), m_defaults(DefaultSettings()), m_settings(m_defaults),
       m_session(services, database, place.userName), picText(new PicText(this)),
-      VScroll(new QScrollBar(Qt::Vertical, this)),
+      VScroll(new FocusScrollBar(Qt::Vertical, this)), HScroll(new FocusScrollBar(Qt::Horizontal, this)),
       cmdFile(AddButton(u"cmdFile"_s, u"ファイル選択(&O)"_s, &frmText::cmdFile_Click)),
       cmdReRead(AddButton(u"cmdReRead"_s, u"再読込(&R)"_s, &frmText::cmdReRead_Click)),
       cmdEdit(AddButton(u"cmdEdit"_s, u"編集(&E)"_s, &frmText::cmdEdit_Click)),
       cmdIni(AddButton(u"cmdIni"_s, u"設定(&I)"_s, &frmText::cmdIni_Click)),
       cmdDispHowToUse(AddButton(u"cmdDispHowToUse"_s, u"使い方(&H)"_s, &frmText::cmdDispHowToUse_Click)),
       cmdSearch(AddButton(u"cmdSearch"_s, u"検索(&F)"_s, &frmText::cmdSearch_Click)),
-      chkSpeak(new QCheckBox(u"読み上げ(&S)"_s, this)), m_stateBar(new StudyStateBar(this)), Timer1(new QTimer(this))
+      chkSpeak(new QCheckBox(u"読み上げ(&S)"_s, this)), lblFile(new ElidedLabel(30, this)),
+      m_stateBar(new StudyStateBar(this)), Timer1(new QTimer(this))
 {
     setObjectName(u"frmText"_s);
     AddControls();
@@ -44,12 +55,13 @@ void frmText::AddControls()
     picText->setObjectName(u"picText"_s);
     VScroll->setObjectName(u"VScroll"_s);
     VScroll->setAccessibleName(u"本文の位置"_s);
+    HScroll->setObjectName(u"HScroll"_s);
+    HScroll->setAccessibleName(u"本文の横の位置"_s);
+    lblFile->setObjectName(u"lblFile"_s);
     chkSpeak->setObjectName(u"chkSpeak"_s);
     chkSpeak->setToolTip(u"クリックした言葉を読み上げます (Alt+S)"_s);
     Timer1->setObjectName(u"Timer1"_s);
     chkSpeak->setFocusPolicy(Qt::TabFocus);
-    VScroll->setFocusPolicy(Qt::TabFocus);
-    KeepSizeWhenHidden(VScroll);
     cmdFile->setToolTip(u"別の学習ファイルを選びます (Alt+O)"_s);
     cmdReRead->setToolTip(u"編集した学習ファイルを読み直します (Alt+R)"_s);
     cmdEdit->setToolTip(u"学習ファイルをテキストエディタで開きます (Alt+E)"_s);
@@ -61,20 +73,23 @@ void frmText::AddControls()
     for (QPushButton *const button : {cmdFile, cmdReRead, cmdEdit, cmdIni, cmdDispHowToUse, cmdSearch})
         bar->addWidget(button);
     bar->addWidget(chkSpeak);
+    bar->addWidget(lblFile);
 
-    auto *const grid = new QGridLayout(this);
-    grid->setContentsMargins(8, 8, 8, 6);
-    grid->setVerticalSpacing(6);
-    grid->addLayout(bar, 0, 0, 1, 2);
-    grid->addWidget(picText, 1, 0);
-    grid->addWidget(VScroll, 1, 1);
-    grid->addWidget(m_stateBar, 2, 0, 1, 2);
-    grid->setRowStretch(1, 1);
-    grid->setColumnStretch(0, 1);
-    grid->setHorizontalSpacing(0);
+    auto *const page = new QGridLayout;
+    page->setSpacing(0);
+    page->addWidget(picText, 0, 0);
+    page->addWidget(VScroll, 0, 1);
+    page->addWidget(HScroll, 1, 0);
+    auto *const column = new QVBoxLayout(this);
+    column->setContentsMargins(8, 8, 8, 6);
+    column->setSpacing(6);
+    column->addLayout(bar);
+    column->addLayout(page, 1);
+    column->addWidget(m_stateBar);
 
     VScroll->setRange(1, 1);
     connect(VScroll, &QScrollBar::valueChanged, this, &frmText::VScroll_Change);
+    connect(HScroll, &QScrollBar::valueChanged, this, &frmText::HScroll_Change);
     connect(chkSpeak, &QCheckBox::clicked, this, &frmText::chkSpeak_Click);
     connect(picText, &PicText::KeyDown, this, &frmText::picText_KeyDown);
     connect(picText, &PicText::MouseDown, this, &frmText::picText_MouseDown);
@@ -82,6 +97,12 @@ void frmText::AddControls()
     connect(picText, &PicText::OLEDragDrop, this, &frmText::picText_OLEDragDrop);
     connect(picText, &PicText::RowsChanged, this, &frmText::SetUpScrollBar);
     connect(picText, &PicText::WheelTurned, this, [this](int lines) { VScroll->setValue(VScroll->value() + lines); });
+    connect(picText, &PicText::WheelTurnedSideways, this,
+            [this](int cells) { HScroll->setValue(HScroll->value() + cells); });
+    connect(picText, &PicText::ZoomTurned, this, &frmText::ChangeZoom);
+    connect(m_stateBar, &StudyStateBar::ZoomClicked, this, &frmText::ChangeZoom);
+    connect(m_stateBar, &StudyStateBar::LineChosen, VScroll, &QScrollBar::setValue);
+    connect(m_stateBar, &StudyStateBar::LineFieldClosed, picText, qOverload<>(&QWidget::setFocus));
     AddShortcuts();
     connect(Timer1, &QTimer::timeout, this, &frmText::Timer1_Timer);
     Timer1->setInterval(200); // no multiple of ten seconds may be missed
@@ -112,6 +133,18 @@ void frmText::AddShortcuts()
     add(Qt::CTRL | Qt::SHIFT | Qt::Key_Up, [this] { ClickLineNumber(m_session.Round().lngMarkLine() - 1); });
     add(Qt::CTRL | Qt::Key_Down, [this] { VScroll->setValue(VScroll->value() + 1); });
     add(Qt::CTRL | Qt::Key_Up, [this] { VScroll->setValue(VScroll->value() - 1); });
+    add(Qt::CTRL | Qt::SHIFT | Qt::Key_Right, [this] { HScroll->setValue(HScroll->value() + CellsPerKey); });
+    add(Qt::CTRL | Qt::SHIFT | Qt::Key_Left, [this] { HScroll->setValue(HScroll->value() - CellsPerKey); });
+    add(Qt::CTRL | Qt::Key_PageDown, [this] { MovePages(1); });
+    add(Qt::CTRL | Qt::Key_PageUp, [this] { MovePages(-1); });
+    add(Qt::CTRL | Qt::Key_Home, [this] { VScroll->setValue(1); });
+    add(Qt::CTRL | Qt::Key_End, [this] { VScroll->setValue(Page().LastFullTop()); });
+    addClick(Qt::CTRL | Qt::Key_G, [this] { AskForLine(); });
+    addClick(Qt::CTRL | Qt::SHIFT | Qt::Key_G, [this] { GoToRandomPage(); });
+    add(Qt::CTRL | Qt::Key_Plus, [this] { ChangeZoom(1); });
+    add(Qt::CTRL | Qt::Key_Equal, [this] { ChangeZoom(1); }); // the same key without Shift, where + needs it
+    add(Qt::CTRL | Qt::Key_Minus, [this] { ChangeZoom(-1); });
+    addClick(Qt::CTRL | Qt::Key_0, [this] { SetZoom(ZoomSteps.front()); });
 }
 
 // A click leaves the focus in the text, where Enter is; Tab still reaches every button, and Enter presses it there.
@@ -136,6 +169,8 @@ void frmText::Form_Load()
     QStringList repairs; // are shown when the window is
     if (m_settingsFile.Exists())
         m_settings = m_settingsFile.Read(m_defaults, m_upper, &repairs);
+    const int zoom = m_settingsFile.ReadZoom();
+    m_zoom = zoom > 0 ? zoom : ZoomForDesktopFont(fontInfo().pointSizeF());
     ApplySettings();
     const QSize remembered = m_settingsFile.ReadFormSize();
     resize(
@@ -166,6 +201,8 @@ void frmText::showEvent(QShowEvent *event)
     if (m_stage != Stage::Created)
         return;
     m_stage = Stage::Shown;
+    // Another screen may have other pixels for a point.
+    connect(windowHandle(), &QWindow::screenChanged, this, &frmText::ApplySettings);
     activateWindow();
     picText->setFocus();
     QTimer::singleShot(0, this, [this] {
@@ -205,7 +242,9 @@ void frmText::ReadSettings()
 
 void frmText::ApplySettings()
 {
-    picText->SetAppearance(m_settings.FontSize, m_settings.LineSpace, m_settings.bolDispLineNum);
+    picText->SetAppearance(m_settings.FontSize, m_settings.LineSpace, m_settings.bolDispLineNum, m_zoom);
+    m_stateBar->ShowZoom(m_zoom);
+    DescribePage();
 }
 
 /// Widens the window, up to the screen, where a line of the greatest length does not fit into it any more.
@@ -235,6 +274,8 @@ void frmText::SaveFormPos()
     const QSize usualSize = isAsUsual ? size() : normalGeometry().size();
     m_settingsFile.WriteFileIniFormPos(qMin(x(), LargestLeft(usualSize.width())));
     m_settingsFile.WriteFormSize(usualSize);
+    if (m_isZoomChosen)
+        m_settingsFile.WriteZoom(m_zoom);
 }
 
 /// Puts the file selection window over the study window: centred on it, its top at the button that opens it.

@@ -7,18 +7,6 @@
 
 namespace {
 
-/// 0-based index of the character that covers a cell, -1 behind the line's end.
-qsizetype IndexOfCell(QStringView line, int cell)
-{
-    int next = 0;
-    for (qsizetype i = 0; i < line.size(); ++i) {
-        next += CellsOf(line[i]);
-        if (cell < next)
-            return i;
-    }
-    return -1;
-}
-
 /// A line with its hidden answers masked. A reference with a shown answer in it is one like any other.
 QString LineAsShown(const DisplayText &text, const StudyRound &round, int line)
 {
@@ -48,18 +36,47 @@ ClickTarget TargetAt(const DisplayText &text, const StudyRound &round, int xPx, 
 {
     if (layout.IsInNumberStrip(xPx))
         return {.numberedLine = MarkLineAt(yPx, topLine, layout)};
+    if (layout.RowOffsetAt(yPx) >= layout.RowsPerPage())
+        return {}; // below the last row: what would stand there is not painted
     if (const int blank = HitTest(text, xPx, yPx, topLine, layout); blank > 0)
         return {.blank = blank};
     const int line = layout.RowOffsetAt(yPx) + topLine;
     if (yPx <= PageLayout::TopMarginPx || line > text.LineCount() || xPx < layout.TextLeftPx())
         return {};
-    const int cell = (xPx - layout.TextLeftPx()) / layout.cellWidthPx;
-    const qsizetype index = IndexOfCell(text.Line(line), cell);
+    const qsizetype index = IndexOfCell(text.Line(line), layout.CellAt(xPx));
     if (index < 0)
         return {};
     // No answer, shown or not, joins the word that stands beside it.
     return {.word = WordAround(text.MaskedLine(line), index),
             .picture = PictureNameAt(LineAsShown(text, round, line), index)};
+}
+
+qsizetype IndexOfCell(QStringView line, int cell)
+{
+    int next = 0;
+    for (qsizetype i = 0; i < line.size(); ++i) {
+        next += CellsOf(line[i]);
+        if (cell < next)
+            return i;
+    }
+    return -1;
+}
+
+bool HasPictures(QStringView line)
+{
+    return line.contains(u'｢');
+}
+
+std::vector<TextSpan> PicturesOnLine(const DisplayText &text, const StudyRound &round, int line)
+{
+    std::vector<TextSpan> spans;
+    if (!HasPictures(text.Line(line)))
+        return spans;
+    const QString masked = text.MaskedLine(line);
+    for (const PictureReference &reference : PictureReferences(LineAsShown(text, round, line)))
+        if (masked[reference.start] == u'｢')
+            spans.push_back(TextSpan::At(line, reference.start, reference.length));
+    return spans;
 }
 
 std::vector<TextSpan> TargetsInView(const DisplayText &text, const PageInView &page, bool withWords)

@@ -22,6 +22,16 @@ struct ClickTarget
 ClickTarget TargetAt(const DisplayText &text, const StudyRound &round, int xPx, int yPx, int topLine,
                      const PageLayout &layout);
 
+/// 0-based index of the character of a line that covers a cell, -1 behind the line's end.
+qsizetype IndexOfCell(QStringView line, int cell);
+
+/// Whether a line may refer to pictures.
+bool HasPictures(QStringView line);
+
+/// The references to pictures on a line that a click opens now, with their brackets. Not those within an answer: a
+/// click there shows or hides it.
+std::vector<TextSpan> PicturesOnLine(const DisplayText &text, const StudyRound &round, int line);
+
 /// What keys can go to in view, in file order: the blanks with their brackets and the references to
 /// pictures with theirs. A blank hides what is in it.
 /// @param withWords  whether words count too, which is so while they are read aloud

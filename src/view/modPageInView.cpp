@@ -1,17 +1,45 @@
 #include "view/modPageInView.h"
 
-#include <algorithm>
+namespace {
+
+/// A file that just fills the page can scroll already; that is meant. Its last line can come to the top like that of a
+/// longer one.
+bool CanScroll(int lineCount, const PageLayout &layout)
+{
+    return lineCount > 0 && lineCount >= layout.RowsPerPage();
+}
+
+} // namespace
 
 PageInView PageAt(int topLine, int lineCount, const PageLayout &layout)
 {
     PageInView page;
     page.lineCount = lineCount;
     page.pageSize = layout.LargeChange();
-    // A file that just fills the page can scroll already; that is meant. Its last line can come to the top like that of
-    // a longer one.
-    page.canScroll = lineCount > 0 && lineCount >= layout.RowsPerPage();
+    page.canScroll = CanScroll(lineCount, layout);
     page.maximum = page.canScroll ? lineCount : 1;
     page.topLine = std::clamp(topLine, 1, page.maximum);
     page.lastLine = std::min(page.topLine + layout.RowsPerPage() - 1, lineCount);
     return page;
+}
+
+NeededScrollBars ScrollBarsFor(int lineCount, int longestLineCells, const PageLayout &whole, int barWidthPx)
+{
+    PageLayout page = whole;
+    NeededScrollBars needed;
+    // The room that one bar takes may make the other one necessary. None is given up again, or they might take turns.
+    for (NeededScrollBars before{true, true}; needed != before;) {
+        before = needed;
+        needed.isVertical |= CanScroll(lineCount, page);
+        needed.isHorizontal |= longestLineCells > page.CellsInView();
+        page.widthPx = whole.widthPx - (needed.isVertical ? barWidthPx : 0);
+        page.heightPx = whole.heightPx - (needed.isHorizontal ? barWidthPx : 0);
+    }
+    return needed;
+}
+
+int LeftCellShowing(const CellRange &cells, const PageLayout &layout)
+{
+    const int leftmost = cells.end - layout.CellsInView();
+    return std::min(std::max(layout.leftCell, leftmost), cells.start);
 }

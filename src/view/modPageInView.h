@@ -1,8 +1,11 @@
-// The page of a file as the window shows it: which lines are in view, and how far it can scroll. Lines and rows are
-// numbered from 1.
+// The page of a file as the window shows it: which lines and cells are in view, and how far it can scroll. Lines, rows
+// and pages are numbered from 1, cells from 0.
 #pragma once
 
+#include "text/modDisplayText.h"
 #include "view/modPageLayout.h"
+
+#include <algorithm>
 
 struct PageInView
 {
@@ -18,7 +21,42 @@ struct PageInView
     {
         return topLine <= line && line <= lastLine;
     }
+
+    /// Pages that Enter turns through from line 1 on, at least 1.
+    int PageCount() const
+    {
+        return canScroll ? (lineCount - 1 + pageSize - 1) / pageSize : 1;
+    }
+
+    /// The one of them that the top line is on.
+    int PageNumber() const
+    {
+        return std::min((topLine - 1) / pageSize + 1, PageCount());
+    }
+
+    /// Top line at which the last page is full.
+    int LastFullTop() const
+    {
+        return canScroll ? std::max(1, lineCount - pageSize) : 1;
+    }
 };
 
 /// The page of a file of so many lines with a given one in its first row, or the last one possible.
 PageInView PageAt(int topLine, int lineCount, const PageLayout &layout);
+
+/// Which scroll bars a text needs.
+struct NeededScrollBars
+{
+    bool isVertical = false;
+    bool isHorizontal = false;
+
+    bool operator==(const NeededScrollBars &) const = default;
+};
+
+/// The scroll bars that a text needs, each of which takes room from the page.
+/// @param whole  the page with the area of both bars; @param barWidthPx  thickness of a bar
+NeededScrollBars ScrollBarsFor(int lineCount, int longestLineCells, const PageLayout &whole, int barWidthPx);
+
+/// The first cell in view when some cells, and what is left and right of their box, are brought into view by moving the
+/// page just far enough; of cells that do not fit, the first ones.
+int LeftCellShowing(const CellRange &cells, const PageLayout &layout);

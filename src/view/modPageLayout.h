@@ -1,12 +1,14 @@
 // Where things stand on the page: a grid of half-width cells and rows of equal height. All lengths are pixels of the
-// text area; lines and rows are numbered from 1.
+// text area; lines and rows are numbered from 1, cells from 0.
 #pragma once
 
 struct PageLayout
 {
     int cellWidthPx = 1; ///< width of a half-width character; a full-width one has exactly two
     int linePitchPx = 1; ///< height of a line of text and the space below it
+    int widthPx = 0;     ///< width of the text area
     int heightPx = 0;    ///< height of the text area
+    int leftCell = 0;    ///< first cell in view: the horizontal scroll bar's value
     bool hasLineNumbers = false;
 
     static constexpr int TopMarginPx = 5;
@@ -46,9 +48,28 @@ struct PageLayout
         return hasLineNumbers && 2 * xPx <= cellWidthPx * 9 + 2 * TopMarginPx;
     }
 
-    /// Left edge of a line's first character.
+    /// Left edge of the first cell in view.
     int TextLeftPx() const
     {
         return hasLineNumbers ? NumberStripPx() + cellWidthPx : TopMarginPx;
+    }
+
+    /// Left edge of a cell, which may be out of view.
+    int CellLeftPx(int cell) const
+    {
+        return TextLeftPx() + (cell - leftCell) * cellWidthPx;
+    }
+
+    /// The cell under x, not left of the text.
+    int CellAt(int xPx) const
+    {
+        return (xPx - TextLeftPx()) / cellWidthPx + leftCell;
+    }
+
+    /// Whole cells in view, at least 1; at the right as at the left there is a margin, which holds the edge of a box.
+    int CellsInView() const
+    {
+        const int cells = (widthPx - TextLeftPx() - TopMarginPx) / cellWidthPx;
+        return cells < 1 ? 1 : cells;
     }
 };

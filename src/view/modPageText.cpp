@@ -2,21 +2,43 @@
 
 namespace {
 
-/// Appends a line up to, not including, a 0-based character of it; of an answer, that can only be its first one.
-void AppendLine(const DisplayText &text, const StudyRound &round, int line, qsizetype end, QString *spoken)
+/// A stretch of a line as it is spoken.
+struct SpokenPart
+{
+    TextSpan span;    ///< what is on the page
+    QStringView text; ///< what is said for it
+    bool isWhole;     ///< whether it is said for the span as a whole, and not character by character
+};
+
+/// The parts of a line: text, answers, and text between them.
+std::vector<SpokenPart> PartsOf(const DisplayText &text, const StudyRound &round, int line)
 {
     const QStringView view = text.Line(line);
+    std::vector<SpokenPart> parts;
     qsizetype done = 0;
+    const auto addText = [&](qsizetype end) {
+        parts.push_back({TextSpan::At(line, done, end - done), view.sliced(done, end - done), false});
+        done = end;
+    };
     for (const int blank : text.BlanksOnLine(line)) {
-        const qsizetype answerAt = text.Blanks().StartColumnOf(blank); // behind the blank that was its bracket
-        if (answerAt >= end)
-            break;
-        *spoken += view.sliced(done, answerAt - done);
-        const QStringView answer = text.Answer(blank);
-        *spoken += round.bolOpen(blank) ? answer : HiddenAnswerText;
-        done = answerAt + answer.size();
+        const TextSpan span = text.Span(blank);
+        addText(span.Index() + 1); // with the space that was its bracket
+        if (round.bolOpen(blank))
+            addText(done + text.Answer(blank).size());
+        else
+            parts.push_back({span, HiddenAnswerText, true});
+        done = span.Index() + span.length - 1;
     }
-    *spoken += view.sliced(done, end - done);
+    addText(view.size());
+    return parts;
+}
+
+int SpokenLength(const DisplayText &text, const StudyRound &round, int line)
+{
+    qsizetype length = 0;
+    for (const SpokenPart &part : PartsOf(text, round, line))
+        length += part.text.size();
+    return int(length);
 }
 
 } // namespace
@@ -27,18 +49,40 @@ QString SpokenPage(const DisplayText &text, const StudyRound &round, const PageI
     for (int line = page.topLine; line <= page.lastLine; ++line) {
         if (line > page.topLine)
             spoken += u'\n';
-        AppendLine(text, round, line, text.Line(line).size(), &spoken);
+        for (const SpokenPart &part : PartsOf(text, round, line))
+            spoken += part.text;
     }
     return spoken;
 }
 
 int SpokenOffset(const DisplayText &text, const StudyRound &round, int topLine, int line, qsizetype index)
 {
-    QString before;
-    for (int above = topLine; above < line; ++above) {
-        AppendLine(text, round, above, text.Line(above).size(), &before);
-        before += u'\n';
+    qsizetype offset = 0;
+    for (int above = topLine; above < line; ++above)
+        offset += SpokenLength(text, round, above) + 1;
+    for (const SpokenPart &part : PartsOf(text, round, line)) {
+        const qsizetype start = part.span.Index();
+        // The closing bracket of a hidden answer belongs to the text behind it, if there is something between the two.
+        const qsizetype end = start + (part.isWhole ? qMax(part.span.length - 1, 2) : part.span.length);
+        if (index < end)
+            return int(offset + (part.isWhole ? 0 : index - start));
+        offset += part.text.size();
     }
-    AppendLine(text, round, line, index, &before);
-    return int(before.size());
+    return int(offset);
+}
+
+TextSpan SpanSpokenAt(const DisplayText &text, const StudyRound &round, const PageInView &page, int offset)
+{
+    qsizetype left = offset;
+    for (int line = page.topLine; line <= page.lastLine && left >= 0; ++line) {
+        for (const SpokenPart &part : PartsOf(text, round, line)) {
+            if (left < part.text.size())
+                return part.isWhole ? part.span : TextSpan::At(line, part.span.Index() + left, 1);
+            left -= part.text.size();
+        }
+        if (left == 0)
+            return TextSpan::At(line, text.Line(line).size(), 0);
+        --left; // the line feed
+    }
+    return {};
 }

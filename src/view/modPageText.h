@@ -10,6 +10,10 @@ inline constexpr QStringView HiddenAnswerText = u"空欄";
 /// between blanks.
 QString SpokenPage(const DisplayText &text, const StudyRound &round, const PageInView &page);
 
-/// Where a character of a line in view stands in the above, 0 the first character there.
-/// @param index  0-based character of the line; of an answer, only its first one
+/// Where a character of a line in view stands in the above, 0 the first character there; of a hidden answer, where
+/// "空欄" begins. @param index  0-based character of the line, up to its length
 int SpokenOffset(const DisplayText &text, const StudyRound &round, int topLine, int line, qsizetype index);
+
+/// What stands at an offset of the above: one character or, for any of "空欄", the hidden answer with its brackets. At
+/// a line's end that is a span without a length; behind the last line it is nowhere.
+TextSpan SpanSpokenAt(const DisplayText &text, const StudyRound &round, const PageInView &page, int offset);

@@ -1,5 +1,7 @@
 #include "view/modStudyRound.h"
 
+#include <QRandomGenerator>
+
 using namespace Qt::Literals::StringLiterals;
 
 void StudyRound::Load(int blankCount)
@@ -48,13 +50,13 @@ int FirstHiddenBlank(const StudyRound &round, const BlankRange &range)
 
 int HitTest(const DisplayText &text, int xPx, int yPx, int topLine, const PageLayout &layout)
 {
-    if (yPx <= PageLayout::TopMarginPx)
+    if (yPx <= PageLayout::TopMarginPx || xPx < layout.TextLeftPx())
         return 0;
     const int line = layout.RowOffsetAt(yPx) + topLine;
     if (line > text.LineCount())
         return 0;
     for (const int blank : text.BlanksOnLine(line)) {
-        const BoxEdges box = GetBqInfoFromLine(text, blank, layout.cellWidthPx, layout.TextLeftPx());
+        const BoxEdges box = GetBqInfoFromLine(text, blank, layout.cellWidthPx, layout.CellLeftPx(0));
         if (box.leftPx < xPx && xPx < box.rightPx)
             return blank;
     }
@@ -91,6 +93,29 @@ int TurnPage(StudyRound *round, const PageInView &page)
         return next;
     round->HideAll();
     return 1;
+}
+
+int RandomPage(const StudyRound &round, const DisplayText &text, const PageInView &page, QRandomGenerator *random)
+{
+    const int blanks = round.BlankCount();
+    if (blanks == 0 || round.AllShown())
+        return 0;
+    const auto isHiddenElsewhere = [&](int blank) {
+        return !round.bolOpen(blank) && !page.Holds(text.Blanks().LineOf(blank));
+    };
+    const auto topOfPageWith = [&](int blank) {
+        return (text.Blanks().LineOf(blank) - 1) / page.pageSize * page.pageSize + 1;
+    };
+    constexpr int draws = 1000;
+    int blank = 0;
+    for (int i = 0; i < draws; ++i)
+        if (blank = 1 + random->bounded(blanks); isHiddenElsewhere(blank))
+            return topOfPageWith(blank);
+    // Hardly any is left: the next one after the last draw.
+    for (int i = 1; i < blanks; ++i)
+        if (const int next = (blank + i - 1) % blanks + 1; isHiddenElsewhere(next))
+            return topOfPageWith(next);
+    return page.topLine;
 }
 
 int MarkLineAt(int yPx, int topLine, const PageLayout &layout)

@@ -7,6 +7,8 @@
 
 #include <vector>
 
+class QRandomGenerator;
+
 class StudyRound
 {
   public:
@@ -82,7 +84,7 @@ int FirstHiddenBlank(const StudyRound &round, const BlankRange &range);
 /// Blank under a click, or 0 when none is hit.
 /// @param xPx, yPx  pixels inside picText; yPx <= 5 is the top margin and hits nothing
 /// @param topLine  line in the first row
-/// @return a click exactly on an edge of a box is no hit
+/// @return a click exactly on an edge of a box is no hit, nor is one beside the text on a box that is out of view there
 int HitTest(const DisplayText &text, int xPx, int yPx, int topLine, const PageLayout &layout);
 
 /// What Enter does.
@@ -110,6 +112,10 @@ EnterDecision DecideEnter(const StudyRound &round, const DisplayText &text, cons
 /// top line nor what is shown.
 /// @return the new top line, 1..page.maximum
 int TurnPage(StudyRound *round, const PageInView &page);
+
+/// The top line of a page that holds a hidden answer, drawn at random: one of the pages that Enter turns through, and
+/// the one in view only when nothing is hidden on the others. 0 when no answer is hidden.
+int RandomPage(const StudyRound &round, const DisplayText &text, const PageInView &page, QRandomGenerator *random);
 
 /// Line marked by a click in the strip of line numbers.
 int MarkLineAt(int yPx, int topLine, const PageLayout &layout);

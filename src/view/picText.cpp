@@ -20,9 +20,20 @@
 namespace {
 
 constexpr int LinesPerNotch = 3;
+constexpr int CellsPerNotch = 8;
 constexpr int WheelNotch = 120; // eighths of a degree
 
+const QString HowToBegin = QStringLiteral("「ファイル選択」(Alt+O) で学習ファイルを選んでください");
+
 } // namespace
+
+int WheelSteps::Take(int angle, int stepsPerNotch)
+{
+    m_rest += angle * stepsPerNotch;
+    const int steps = m_rest / WheelNotch;
+    m_rest -= steps * WheelNotch;
+    return steps;
+}
 
 PicText::PicText(QWidget *parent) : QWidget(parent), m_font(PageFont())
 {
@@ -51,16 +62,15 @@ void PicText::SetStudy(const DisplayText *text, const StudyRound *round)
     DrawPage();
 }
 
-void PicText::SetAppearance(float points, int lineSpacePx, bool hasLineNumbers)
+void PicText::SetAppearance(float points, int lineSpacePx, bool hasLineNumbers, int zoomPercent)
 {
-    m_font.setPixelSize(int(std::lround(double(points) * logicalDpiY() / 72)));
+    m_font.setPixelSize(int(std::lround(double(points) * logicalDpiY() / 72 * zoomPercent / 100)));
     m_deviceFont.reset();
     const QFontMetricsF metrics(m_font);
     const double halfWidth = qMax(metrics.horizontalAdvance(u'あ') / 2, metrics.horizontalAdvance(u'W'));
     m_layout.cellWidthPx = qMax(1, int(std::ceil(halfWidth)));
-    m_layout.linePitchPx = int(std::ceil(metrics.height())) + lineSpacePx;
+    m_layout.linePitchPx = int(std::ceil(metrics.height())) + lineSpacePx * zoomPercent / 100;
     m_layout.hasLineNumbers = hasLineNumbers;
-    m_layout.heightPx = height();
     updateGeometry(); // the size that a long line asks for
     update();
     Q_EMIT RowsChanged();
@@ -69,6 +79,13 @@ void PicText::SetAppearance(float points, int lineSpacePx, bool hasLineNumbers)
 void PicText::SetTopLine(int topLine)
 {
     m_topLine = topLine;
+    DrawPage();
+    UpdatePointer(mapFromGlobal(QCursor::pos()));
+}
+
+void PicText::SetLeftCell(int leftCell)
+{
+    m_layout.leftCell = leftCell;
     DrawPage();
     UpdatePointer(mapFromGlobal(QCursor::pos()));
 }
@@ -119,9 +136,33 @@ void PicText::TellChange(QAccessibleEvent &&event)
         QAccessible::updateAccessibility(&event);
 }
 
+PageInView PicText::Page() const
+{
+    return PageAt(m_topLine, m_text->LineCount(), m_layout);
+}
+
 QString PicText::SpokenText() const
 {
-    return m_text ? SpokenPage(*m_text, *m_round, PageAt(m_topLine, m_text->LineCount(), m_layout)) : QString();
+    return m_text ? SpokenPage(*m_text, *m_round, Page()) : HowToBegin;
+}
+
+QRect PicText::SpokenRect(int offset) const
+{
+    const TextSpan span = m_text ? SpanSpokenAt(*m_text, *m_round, Page(), offset) : TextSpan();
+    if (span.line == 0)
+        return QRect();
+    const CellRange cells = m_text->Cells(span);
+    return QRect(m_layout.CellLeftPx(cells.start), m_layout.RowTopPx(span.line - m_topLine + 1),
+                 (cells.end - cells.start) * m_layout.cellWidthPx, m_layout.linePitchPx);
+}
+
+int PicText::SpokenOffsetAt(const QPoint &at) const
+{
+    const int line = m_topLine + m_layout.RowOffsetAt(at.y());
+    if (!m_text || at.y() < PageLayout::TopMarginPx || at.x() < m_layout.TextLeftPx() || !Page().Holds(line))
+        return -1;
+    const qsizetype index = IndexOfCell(m_text->Line(line), m_layout.CellAt(at.x()));
+    return index < 0 ? -1 : SpokenOffset(*m_text, *m_round, m_topLine, line, index);
 }
 
 void PicText::DrawLineNumbers()
@@ -170,25 +211,26 @@ void PicText::dropEvent(QDropEvent *)
     Q_EMIT OLEDragDrop();
 }
 
-// A touchpad turns the wheel by small fractions of a notch; they add up until they make a line. Ctrl with the wheel
-// belongs to nobody here and is passed on.
 void PicText::wheelEvent(QWheelEvent *event)
 {
+    QPoint angle = event->angleDelta();
+    if (event->modifiers().testFlag(Qt::ShiftModifier))
+        angle = QPoint(angle.x() + angle.y(), 0);
     if (event->modifiers().testFlag(Qt::ControlModifier)) {
-        event->ignore();
-        return;
+        if (const int steps = m_zoomSteps.Take(angle.y(), 1); steps != 0)
+            Q_EMIT ZoomTurned(steps);
+    } else {
+        if (const int lines = m_lineSteps.Take(angle.y(), LinesPerNotch); lines != 0)
+            Q_EMIT WheelTurned(-lines);
+        if (const int cells = m_cellSteps.Take(angle.x(), CellsPerNotch); cells != 0)
+            Q_EMIT WheelTurnedSideways(-cells);
     }
-    constexpr int anglePerLine = WheelNotch / LinesPerNotch;
-    m_wheelAngle += event->angleDelta().y();
-    const int lines = m_wheelAngle / anglePerLine;
-    m_wheelAngle -= lines * anglePerLine;
-    if (lines != 0)
-        Q_EMIT WheelTurned(-lines);
     event->accept();
 }
 
 void PicText::resizeEvent(QResizeEvent *)
 {
+    m_layout.widthPx = width();
     m_layout.heightPx = height();
     Q_EMIT RowsChanged();
 }
@@ -208,12 +250,13 @@ void PicText::paintEvent(QPaintEvent *event)
     QPainter painter(this);
     if (!m_text) {
         painter.fillRect(event->rect(), Qt::white);
+        painter.setPen(Qt::black);
+        painter.drawText(rect(), int(Qt::AlignCenter) | int(Qt::TextWordWrap), HowToBegin);
         return;
     }
     const PageToPaint page{.text = *m_text,
                            .round = *m_round,
                            .layout = m_layout,
-                           .widthPx = width(),
                            .topLine = m_topLine,
                            .found = m_found,
                            .current = m_current,

@@ -12,6 +12,18 @@
 class PageFontAtScale;
 class QAccessibleEvent;
 
+/// Makes whole steps of the turns of a wheel. A touchpad turns it by small fractions of a notch, which add up.
+class WheelSteps
+{
+  public:
+    /// @param angle  of the turn, in eighths of a degree; @param stepsPerNotch  of a wheel
+    /// @return the steps that it completes, with the angle's sign
+    int Take(int angle, int stepsPerNotch);
+
+  private:
+    int m_rest = 0;
+};
+
 class PicText : public QWidget
 {
     Q_OBJECT
@@ -20,14 +32,18 @@ class PicText : public QWidget
     explicit PicText(QWidget *parent);
     ~PicText() override;
 
-    /// What to paint. Both must outlive this or the next call; nothing is painted before the first.
+    /// What to paint. Both must outlive this or the next call. Without them the page says how to choose a file.
     void SetStudy(const DisplayText *text, const StudyRound *round);
 
     /// Sets font and rows. @param points  size of the text; @param lineSpacePx  space between two lines
-    void SetAppearance(float points, int lineSpacePx, bool hasLineNumbers);
+    /// @param zoomPercent  how much larger both are shown
+    void SetAppearance(float points, int lineSpacePx, bool hasLineNumbers, int zoomPercent);
 
     /// Shows the given line, 1-based, in the first row and paints the whole page anew.
     void SetTopLine(int topLine);
+
+    /// Shows the given cell, 0-based, as the first of each line and paints the whole page anew.
+    void SetLeftCell(int leftCell);
 
     const PageLayout &Layout() const
     {
@@ -61,6 +77,12 @@ class PicText : public QWidget
     /// The page as a screen reader is told of it: the lines in view with hidden answers as "空欄".
     QString SpokenText() const;
 
+    /// Where what stands at an offset of the text above is painted, pixels of this; empty when it is nowhere.
+    QRect SpokenRect(int offset) const;
+
+    /// The offset of what is painted at a point of this; -1 when there is nothing.
+    int SpokenOffsetAt(const QPoint &at) const;
+
     QSize sizeHint() const override;
 
   Q_SIGNALS:
@@ -70,6 +92,8 @@ class PicText : public QWidget
     void OLEDragDrop();
     void RowsChanged(); ///< the number of rows may be another one now
     void WheelTurned(int lines);
+    void WheelTurnedSideways(int cells);
+    void ZoomTurned(int steps);
 
   protected:
     void keyPressEvent(QKeyEvent *event) override;
@@ -87,6 +111,7 @@ class PicText : public QWidget
   private:
     PageFontAtScale &FontAt(double scale);
     void TellChange(QAccessibleEvent &&event);
+    PageInView Page() const;
     void UpdatePointer(const QPoint &at);
 
     const DisplayText *m_text = nullptr;
@@ -98,5 +123,7 @@ class PicText : public QWidget
     TextSpan m_found;
     TextSpan m_current;
     HeldKeyFilter m_heldKeys;
-    int m_wheelAngle = 0; // eighths of a degree that have not moved a line yet
+    WheelSteps m_lineSteps;
+    WheelSteps m_cellSteps;
+    WheelSteps m_zoomSteps;
 };

@@ -24,11 +24,7 @@ class PaintedPage
 {
   public:
     PaintedPage(const QStringList &lines, double scale, int topLine = 1)
-        : text(LinesOf(lines)), page{.text = text,
-                                     .round = round,
-                                     .layout = Layout,
-                                     .widthPx = 400,
-                                     .topLine = topLine},
+        : text(LinesOf(lines)), page{.text = text, .round = round, .layout = Layout, .topLine = topLine},
           m_font(Font(), scale), m_image((QSizeF(400, Layout.heightPx) * scale).toSize(), QImage::Format_RGB32)
     {
         round.Load(text.Blanks().Count());
@@ -67,7 +63,8 @@ class PaintedPage
         m_image = AsAWhole();
     }
 
-    static constexpr PageLayout Layout{.cellWidthPx = 8, .linePitchPx = 20, .heightPx = 205, .hasLineNumbers = true};
+    static constexpr PageLayout Layout{
+        .cellWidthPx = 8, .linePitchPx = 20, .widthPx = 400, .heightPx = 205, .hasLineNumbers = true};
     static constexpr QRect Whole{0, 0, 400, 205};
 
     DisplayText text;

@@ -1,0 +1,69 @@
+#include "view/LineField.h"
+
+#include "widgets/NamedControls.h"
+#include "widgets/ScreenFit.h"
+
+#include <QHBoxLayout>
+#include <QIntValidator>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+
+using namespace Qt::Literals::StringLiterals;
+
+LineField::LineField(QWidget *parent) : QWidget(parent), txtLine(new QLineEdit(this))
+{
+    txtLine->setObjectName(u"txtLine"_s);
+    txtLine->setAccessibleName(u"移る行の番号"_s);
+    txtLine->setToolTip(u"行の番号を入れて Enter を押すと，その行に移ります (Ctrl+G)"_s);
+    txtLine->setValidator(new QIntValidator(1, 99'999'999, txtLine));
+    txtLine->installEventFilter(this);
+    FitToText(txtLine, u"00000000"_s);
+    QLabel *const lblLine = NamedLabel(u"lblLine"_s, u"行(&G)："_s, this);
+    lblLine->setBuddy(txtLine);
+    auto *const row = new QHBoxLayout(this);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->addWidget(lblLine);
+    row->addWidget(txtLine);
+    hide();
+}
+
+void LineField::Open(int line, int lineCount)
+{
+    m_lineCount = lineCount;
+    txtLine->setText(QString::number(line));
+    show();
+    txtLine->selectAll();
+    txtLine->setFocus();
+}
+
+void LineField::Choose()
+{
+    const int line = txtLine->text().toInt();
+    Close();
+    if (line > 0)
+        Q_EMIT LineChosen(qMin(line, m_lineCount));
+}
+
+void LineField::Close()
+{
+    hide();
+    Q_EMIT Closed();
+}
+
+bool LineField::eventFilter(QObject *object, QEvent *event)
+{
+    if (event->type() == QEvent::FocusOut && static_cast<QFocusEvent *>(event)->reason() != Qt::PopupFocusReason)
+        hide();
+    if (event->type() != QEvent::KeyPress)
+        return QWidget::eventFilter(object, event);
+    const int key = static_cast<QKeyEvent *>(event)->key();
+    const bool isEnter = key == Qt::Key_Return || key == Qt::Key_Enter;
+    if (isEnter)
+        Choose();
+    else if (key == Qt::Key_Escape)
+        Close();
+    else
+        return false;
+    return true;
+}
