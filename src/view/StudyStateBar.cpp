@@ -57,9 +57,9 @@ StudyStateBar::StudyStateBar(QWidget *parent)
 
     QLabel *const lblNumN = AddLabel(u"lblNumN"_s, u"回答数："_s);
     auto *const progress = new FlowLayout(20);
-    for (QWidget *const control :
-         {Group({lblNumN, lblNum}), Group({prgShown, lblShown}), Group({lblPlace, lblPage}), ZoomGroup(),
-          static_cast<QWidget *>(m_lineField), static_cast<QWidget *>(lblKeyword)})
+    for (QWidget *const control : {Group({lblNumN, lblNum}), Group({prgShown, lblShown}),
+                                   static_cast<QWidget *>(lblPlace), static_cast<QWidget *>(lblPage), ZoomGroup(),
+                                   static_cast<QWidget *>(m_lineField), static_cast<QWidget *>(lblKeyword)})
         progress->addWidget(control);
     auto *const row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);

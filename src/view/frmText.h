@@ -85,6 +85,7 @@ class frmText : public QWidget
     void EnableFileControls(bool isEnabled);
     void ReadSettings();
     void ApplySettings();
+    QSize SizeForText() const;
     void WidenToText();
     int LargestLeft(int widthPx) const;
     void PlaceFileWindow();

@@ -87,6 +87,11 @@ void frmText::AddControls()
     column->addLayout(page, 1);
     column->addWidget(m_stateBar);
 
+    // As one reads: the buttons, the page with its bars, and then what is below it.
+    setTabOrder(chkSpeak, picText);
+    setTabOrder(picText, VScroll);
+    setTabOrder(VScroll, HScroll);
+
     VScroll->setRange(1, 1);
     connect(VScroll, &QScrollBar::valueChanged, this, &frmText::VScroll_Change);
     connect(HScroll, &QScrollBar::valueChanged, this, &frmText::HScroll_Change);
@@ -173,8 +178,8 @@ void frmText::Form_Load()
     m_zoom = zoom > 0 ? zoom : ZoomForDesktopFont(fontInfo().pointSizeF());
     ApplySettings();
     const QSize remembered = m_settingsFile.ReadFormSize();
-    resize(
-        (remembered.isEmpty() ? sizeHint() : remembered.expandedTo(minimumSizeHint())).boundedTo(AvailableSize(this)));
+    resize((remembered.isEmpty() ? SizeForText() : remembered.expandedTo(minimumSizeHint()))
+               .boundedTo(AvailableSize(this)));
     m_upper = UpperBounds(LargestLeft(width()));
     int left = area.left() + (area.width() - width()) / 2;
     if (m_settingsFile.Exists())
@@ -247,11 +252,17 @@ void frmText::ApplySettings()
     DescribePage();
 }
 
+/// The size at which lines of the greatest length fit beside a scroll bar, in pixels.
+QSize frmText::SizeForText() const
+{
+    return sizeHint() + QSize(VScroll->isHidden() ? VScroll->sizeHint().width() : 0, 0);
+}
+
 /// Widens the window, up to the screen, where a line of the greatest length does not fit into it any more.
 void frmText::WidenToText()
 {
     const QRect area = screen()->availableGeometry();
-    const int wanted = qMin(sizeHint().width(), AvailableSize(this).width());
+    const int wanted = qMin(SizeForText().width(), AvailableSize(this).width());
     if (isMaximized() || isFullScreen() || wanted <= width())
         return;
     const int frame = frameGeometry().width() - width();

@@ -5,6 +5,7 @@
 #include "settings/modEditor.h"
 #include "settings/modSettings.h"
 #include "settings/modSpeech.h"
+#include "settings/modZoom.h"
 #include "support/DialogScript.h"
 #include "support/RecordingServices.h"
 #include "support/Rows.h"
@@ -104,6 +105,24 @@ TEST(Settings, AreWrittenUnderTheirOwnSpellingsAndReadBack)
     folder.Write(u"Kotoban.ini"_s, "[setting]\r\nbolDispLineNum=1\r\nFormLeft=-7\r\n");
     EXPECT_FALSE(file.Read(DefaultSettings(), UpperBounds(300), &messages).bolDispLineNum) << "only true is true";
     EXPECT_EQ(file.ReadFormPos(), 0);
+}
+
+TEST(Zoom, GoesByStepsFromTheOneNextToTheDesktopsFont)
+{
+    const Rows<double, int> rows = {{6, 100},  {9, 100},  {10, 100}, {11, 125},
+                                    {14, 150}, {20, 200}, {24, 250}, {72, 300}};
+    for (const auto &[points, percent] : rows)
+        EXPECT_EQ(ZoomForDesktopFont(points), percent) << points;
+    EXPECT_EQ(ZoomBy(100, -1), 100);
+    EXPECT_EQ(ZoomBy(200, 1), 250);
+    EXPECT_EQ(ZoomBy(150, 99), 300);
+    const TestFolder folder;
+    const SettingsFile file(folder.Path(u"a.ini"_s));
+    EXPECT_EQ(file.ReadZoom(), 0);
+    EXPECT_TRUE(file.WriteZoom(175));
+    EXPECT_EQ(file.ReadZoom(), 175);
+    file.WriteZoom(180);
+    EXPECT_EQ(file.ReadZoom(), 0) << "none of the steps";
 }
 
 TEST(Editor, KnownEditorsAreGivenTheLine)

@@ -269,6 +269,7 @@ TEST_F(StudyWindowTest, WithoutAFileNothingIsRecorded)
     Press(Qt::Key_Return);
     Click(Qt::LeftButton, 1, 1);
     Click(Qt::RightButton, 1, 1);
+    EXPECT_TRUE(page->SpokenText().contains(u"Alt+O"_s)) << "says how to begin";
     Press(Qt::Key_F2);
     EXPECT_EQ(services.TakeMessages(), QStringList(u"F2"_s));
     Press(Qt::Key_F1);
@@ -355,7 +356,87 @@ TEST_F(StudyWindowTest, TheWheelScrollsThreeLinesANotch)
     EXPECT_EQ(turn(120), 1);
     EXPECT_EQ(turn(-30), 1) << "a touchpad's small steps add up";
     EXPECT_EQ(turn(-30), 2);
-    EXPECT_EQ(turn(-120, Qt::ControlModifier), 2);
+    EXPECT_EQ(turn(120, Qt::ControlModifier), 2);
+    EXPECT_EQ(Label(u"lblZoom"), u"125 %"_s);
+}
+
+TEST_F(StudyWindowTest, ZoomFollowsFromOneLayoutAndKeepsTheTopLine)
+{
+    folder.Write(u"Kotoban.ini"_s, "[setting]\r\nZoom=110\r\n");
+    QStringList lines(100, u"[x]"_s);
+    lines[6] = QString(97, u'-') + u"[z]"_s; // its box ends at cell 100
+    OpenWith(lines);
+    EXPECT_EQ(services.TakeMessages(), QStringList()) << "an odd zoom is nothing to be told of";
+    const auto press = [this](Qt::Key key, Qt::KeyboardModifiers more = {}) {
+        QTest::keyClick(page, key, Qt::ControlModifier | more);
+    };
+    press(Qt::Key_0);
+    const PageLayout before = page->Layout();
+    scroll->setValue(7);
+    auto *const sideways = Child<QScrollBar>(u"HScroll");
+    EXPECT_TRUE(sideways->isHidden());
+    window->resize(1000, window->height());
+    for (int i = 0; i < 9; ++i)
+        press(Qt::Key_Plus);
+    EXPECT_EQ(Label(u"lblZoom"), u"300 %"_s);
+    EXPECT_FALSE(Child<QAbstractButton>(u"cmdZoomIn")->isEnabled());
+    EXPECT_NEAR(page->Layout().cellWidthPx, 3 * before.cellWidthPx, 3);
+    EXPECT_NEAR(page->Layout().linePitchPx, 3 * before.linePitchPx, 3);
+    EXPECT_EQ(scroll->value(), 7);
+    EXPECT_EQ(scroll->pageStep(), page->Layout().LargeChange());
+    EXPECT_FALSE(sideways->isHidden());
+
+    const QImage hidden = OnScreen();
+    Press(Qt::Key_Return);
+    const CellRange box{97, 100};
+    EXPECT_GE(page->Layout().CellLeftPx(box.start), page->Layout().TextLeftPx());
+    EXPECT_LT(page->Layout().CellLeftPx(box.end), page->width()) << "seen as a whole";
+    EXPECT_EQ(sideways->value(), sideways->maximum()) << "and no farther";
+    QTest::mouseClick(page, Qt::LeftButton, {}, QPoint(page->Layout().CellLeftPx(98), page->Layout().RowTopPx(1) + 9));
+    EXPECT_EQ(Label(u"lblShown"), u"表示 0 / 100"_s) << "clicks count with the cells";
+    press(Qt::Key_Left, Qt::ShiftModifier);
+    EXPECT_LT(sideways->value(), sideways->maximum());
+    for (int i = 0; i < 20; ++i)
+        press(Qt::Key_Left, Qt::ShiftModifier);
+    EXPECT_EQ(OnScreen(), hidden);
+    Press(Qt::Key_Return, page->Layout().RowsPerPage());
+    sideways->setValue(3);
+    Press(Qt::Key_Return);
+    EXPECT_EQ(sideways->value(), 0) << "a page turn goes back to the left edge";
+    window->close();
+    EXPECT_TRUE(folder.Read(u"Kotoban.ini"_s).contains("Zoom=300\r\n"));
+}
+
+TEST_F(StudyWindowTest, KeysMoveThroughTheFileAndChangeNoAnswer)
+{
+    OpenWith(QStringList(100, u"[x]"_s));
+    const int rows = page->Layout().RowsPerPage();
+    const auto press = [this](Qt::Key key, Qt::KeyboardModifiers more = {}) {
+        QTest::keyClick(QApplication::focusWidget(), key, Qt::ControlModifier | more);
+        return scroll->value();
+    };
+    EXPECT_EQ(press(Qt::Key_PageDown), rows);
+    EXPECT_EQ(Label(u"lblPage"), u"2 / %1 ページ"_s.arg((99 + rows - 2) / (rows - 1)));
+    EXPECT_EQ(press(Qt::Key_PageUp), 1);
+    EXPECT_EQ(press(Qt::Key_End), 100 - rows + 1);
+    EXPECT_EQ(press(Qt::Key_Home), 1);
+    EXPECT_NE(press(Qt::Key_G, Qt::ShiftModifier), 1);
+    EXPECT_EQ(Label(u"lblNum") + Label(u"lblShown"), u"0表示 0 / 100"_s);
+    EXPECT_EQ(Child<QLabel>(u"lblFile")->text(), u"a.txt"_s);
+
+    auto *const field = Child<QLineEdit>(u"txtLine");
+    const auto goTo = [&](const QString &typed, Qt::Key end) {
+        press(Qt::Key_G);
+        EXPECT_EQ(QApplication::focusWidget(), field);
+        QTest::keyClicks(field, typed);
+        QTest::keyClick(field, end);
+        EXPECT_FALSE(field->isVisible());
+        EXPECT_EQ(QApplication::focusWidget(), page);
+        return scroll->value();
+    };
+    EXPECT_EQ(goTo(u"7x7"_s, Qt::Key_Return), 77);
+    EXPECT_EQ(goTo(u"5000"_s, Qt::Key_Enter), 100) << "the last line";
+    EXPECT_EQ(goTo(u"5"_s, Qt::Key_Escape), 100);
 }
 
 TEST_F(StudyWindowTest, TheMarkDecidesWhereTheEditorOpens)

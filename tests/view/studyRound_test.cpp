@@ -8,6 +8,8 @@
 #include "view/modStudySession.h"
 #include "view/modWords.h"
 
+#include <QMap>
+#include <QRandomGenerator>
 #include <QTimeZone>
 
 #include <gtest/gtest.h>
@@ -159,6 +161,11 @@ TEST(HitTest, HitsStrictlyInsideABox)
     };
     for (const auto &[name, x, y, topLine, blank] : rows)
         EXPECT_EQ(HitTest(text, x, y, topLine, Layout), blank) << name;
+    PageLayout scrolled = Layout;
+    scrolled.leftCell = 2;
+    EXPECT_EQ(HitTest(text, 60, 30, 1, scrolled), 1) << "the last cell of the first box";
+    EXPECT_EQ(HitTest(text, 55, 30, 1, scrolled), 0) << "the rest of it is out of view";
+    EXPECT_EQ(HitTest(text, 145, 30, 1, scrolled), 3);
     EXPECT_EQ(HitTest(DisplayText(), 75, 30, 1, Layout), 0);
 }
 
@@ -197,6 +204,68 @@ TEST(PageAt, ScrollsFromAFullPageOnUpToTheLastLine)
         EXPECT_FALSE(page.Holds(topLine - 1) || page.Holds(lastLine + 1)) << name;
         EXPECT_EQ(page.Holds(topLine) && page.Holds(lastLine), lines > 0) << name;
     }
+}
+
+TEST(PageAt, CountsThePagesThatEnterTurns)
+{
+    // Top line, rows and lines, then the page, how many there are and the top line of the last full one.
+    const Rows<int, int, int, int, int, int> rows = {
+        {1, 10, 9, 1, 1, 1},    {1, 10, 10, 1, 1, 1},  {10, 10, 10, 1, 1, 1},  {1, 10, 11, 1, 2, 2},
+        {10, 10, 11, 2, 2, 2},  {1, 10, 19, 1, 2, 10}, {10, 10, 40, 2, 5, 31}, {40, 10, 40, 5, 5, 31},
+        {12, 10, 40, 2, 5, 31}, {1, 1, 3, 1, 2, 2},    {3, 1, 3, 2, 2, 2},     {1, 10, 0, 1, 1, 1},
+    };
+    for (const auto &[topLine, height, lines, number, count, lastFullTop] : rows) {
+        const PageInView page = Page(topLine, height, lines);
+        EXPECT_EQ(page.PageNumber(), number) << topLine << ' ' << lines;
+        EXPECT_EQ(page.PageCount(), count) << topLine << ' ' << lines;
+        EXPECT_EQ(page.LastFullTop(), lastFullTop) << topLine << ' ' << lines;
+    }
+}
+
+TEST(ScrollBarsFor, OneBarMayNeedTheOther)
+{
+    // Lines, cells of the longest one, and the bars. Without bars 20 cells and 10 rows are in view; a bar takes a cell
+    // or a row.
+    const PageLayout whole{.cellWidthPx = 10, .linePitchPx = 20, .widthPx = 210, .heightPx = 205};
+    const Rows<int, int, NeededScrollBars> rows = {
+        {9, 20, {}}, {10, 19, {true, false}}, {10, 20, {true, true}}, {8, 21, {false, true}}, {9, 21, {true, true}},
+        {0, 0, {}},
+    };
+    for (const auto &[lines, cells, needed] : rows)
+        EXPECT_EQ(ScrollBarsFor(lines, cells, whole, 10), needed) << lines << ' ' << cells;
+}
+
+TEST(LeftCellShowing, MovesThePageJustFarEnough)
+{
+    const Rows<int, CellRange, int> rows = {
+        {0, {0, 20}, 0}, {0, {15, 21}, 1}, {30, {30, 50}, 30}, {30, {29, 33}, 29}, {30, {5, 9}, 5}, {0, {7, 60}, 7},
+    };
+    for (const auto &[leftCell, cells, moved] : rows)
+        EXPECT_EQ(LeftCellShowing(cells, {.cellWidthPx = 10, .widthPx = 210, .leftCell = leftCell}), moved)
+            << leftCell << ' ' << cells.start;
+}
+
+TEST(RandomPage, HoldsAHiddenAnswerAndIsAnotherPage)
+{
+    QStringList lines(100'000, u"-"_s);
+    lines[0] = lines[4] = lines[49'999] = lines[99'999] = u"[x]"_s;
+    const DisplayText text = Text(lines);
+    QRandomGenerator random(1);
+    StudyRound round = Round(4, 0);
+    QMap<int, int> drawn;
+    for (int i = 0; i < 100; ++i)
+        ++drawn[RandomPage(round, text, Page(1, 11, 100'000), &random)];
+    EXPECT_EQ(drawn.keys(), QList<int>({49'991, 99'991}));
+    round = Round(4, 3);
+    EXPECT_EQ(RandomPage(round, text, Page(99'995, 11, 100'000), &random), 99'995) << "nothing is left elsewhere";
+    EXPECT_EQ(RandomPage(Round(4, 4), text, Page(1, 11, 100'000), &random), 0);
+    EXPECT_EQ(RandomPage(Round(0, 0), DisplayText(), Page(1, 11, 0), &random), 0);
+
+    // Too few are left to be drawn, so the next one is looked for.
+    const DisplayText many = Text(QStringList(100'000, u"[x]"_s));
+    round = Round(100'000, 100'000);
+    round.Toggle(12'345);
+    EXPECT_EQ(RandomPage(round, many, Page(1, 11, 100'000), &random), 12'341);
 }
 
 TEST(ClickTarget, IsChosenByKeysAsOneReads)
@@ -242,6 +311,22 @@ TEST(SpokenPage, SaysWhatIsShownAndWhereSomethingIsHidden)
     EXPECT_EQ(SpokenOffset(text, round, 2, 2, 5), 6) << "the first character of a shown answer";
     EXPECT_EQ(SpokenOffset(text, round, 1, 3, 1), 5 + 1 + 10 + 1 + 1);
     EXPECT_EQ(SpokenOffset(text, round, 4, 4, 7), 5) << "a word behind a hidden answer of four letters";
+
+    // A magnifier goes from a place on the page to an offset and back.
+    const PageInView page = Page(1, 2, 4);
+    const QString spoken = SpokenPage(text, round, page);
+    for (int offset = 0; offset < spoken.size(); ++offset) {
+        const TextSpan span = SpanSpokenAt(text, round, page, offset);
+        if (span.length == 1) {
+            EXPECT_EQ(text.Line(span.line)[span.Index()], spoken[offset]) << offset;
+            EXPECT_EQ(SpokenOffset(text, round, 1, span.line, span.Index()), offset);
+        } else {
+            EXPECT_EQ(span.length == 0, spoken[offset] == u'\n') << offset;
+            EXPECT_EQ(span.length > 1, HiddenAnswerText.contains(spoken[offset])) << offset;
+        }
+    }
+    EXPECT_EQ(SpanSpokenAt(text, round, page, 8), text.Span(1)) << "a hidden answer as a whole";
+    EXPECT_EQ(SpanSpokenAt(text, round, page, int(spoken.size()) + 1), TextSpan());
 }
 
 TEST(StudySession, ARefusedFileLeavesItsRowAndNothingOpen)
@@ -334,6 +419,11 @@ TEST(ClickTarget, UnderTheMouseNeverGivesWhatIsHidden)
                   target)
             << cell << ' ' << line;
     EXPECT_EQ(TargetAt(text, round, 65, 3, 1, Layout), ClickTarget()) << "the top margin";
+    PageLayout cut = Layout;
+    cut.heightPx = Layout.RowTopPx(2) + 10;
+    cut.leftCell = 8;
+    EXPECT_EQ(TargetAt(text, round, 65, Layout.RowTopPx(2) + 3, 1, cut), ClickTarget()) << "a row that is cut off";
+    EXPECT_EQ(TargetAt(text, round, 65, Layout.RowTopPx(1) + 3, 1, cut).word, u"stop"_s) << "counts from the left cell";
     EXPECT_EQ(TargetAt(text, round, 20, 3, 1, Layout).numberedLine, 1) << "which belongs to the first row's number";
     round.Toggle(3);
     EXPECT_EQ(TargetAt(text, round, Layout.TextLeftPx() + 145, 45, 1, Layout), (ClickTarget{.word = u"y"_s}))
