@@ -4,6 +4,8 @@
 accessibility.py names   fails where a control of a window has no name that a learner understands
 accessibility.py page    prints the text of the page
 accessibility.py caret   prints the rest of the line that its caret is on
+accessibility.py how     prints how the page is shown
+accessibility.py places  fails where a point on the page is not told to be the character that is painted there
 """
 
 import sys
@@ -56,17 +58,44 @@ def check_names():
     return 0 if seen > 0 and not nameless else 1
 
 
-def print_page(is_whole):
+def page():
     for window in windows():
         for each in objects(window):
             if each.get_name() == "本文" and "Text" in each.get_interfaces():
-                start = 0 if is_whole else Atspi.Text.get_caret_offset(each)
-                text = Atspi.Text.get_text(each, start, Atspi.Text.get_character_count(each))
-                print(text if is_whole else text.split("\n")[0])
-                return 0
-    return 1
+                return each
+    sys.exit(1)
 
 
-if sys.argv[1] == "names":
+def text_from(offset):
+    return Atspi.Text.get_text(page(), offset, Atspi.Text.get_character_count(page()))
+
+
+def check_places():
+    area = page().get_extents(Atspi.CoordType.SCREEN)
+    first_at = {}
+    wrong = 0
+    for offset, character in enumerate(text_from(0)):
+        place = Atspi.Text.get_character_extents(page(), offset, Atspi.CoordType.SCREEN)
+        if character == "\n" or place.x + place.width > area.x + area.width:
+            continue
+        # What stands for a hidden answer is in one place as a whole.
+        first = first_at.setdefault((place.x, place.y, place.width), offset)
+        at = (place.x + place.width // 2, place.y + place.height // 2)
+        told = Atspi.Text.get_offset_at_point(page(), *at, Atspi.CoordType.SCREEN)
+        if not area.x <= at[0] < area.x + area.width or told != first:
+            wrong += 1
+            print(f"offset {offset} '{character}' is at {at}, where {told} is told")
+    return 1 if wrong or not first_at else 0
+
+
+command = sys.argv[1]
+if command == "names":
     sys.exit(check_names())
-sys.exit(print_page(is_whole=sys.argv[1] == "page"))
+if command == "places":
+    sys.exit(check_places())
+if command == "how":
+    print(page().get_description())
+elif command == "page":
+    print(text_from(0))
+else:
+    print(text_from(Atspi.Text.get_caret_offset(page())).split("\n")[0])

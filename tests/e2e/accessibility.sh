@@ -43,7 +43,8 @@ question_is_answered() {
     is_focused "$study"
 }
 
-# says page LINE: whether a screen reader is told of that line; says caret LINE: whether that is the one from its caret on.
+# says page LINE: whether a screen reader is told of that line; says caret LINE: whether that is the one from its caret on;
+# says how LINE: whether that is how the page is shown.
 says() {
     "$here/../../scripts/accessibility.py" "$1" | grep -qxF -e "$2"
 }
@@ -62,6 +63,10 @@ names_are_there "the study window" "$study"
 wait_for "the text with its answers hidden" says page '水は 空欄 で 空欄 だ'
 xdotool key Return
 wait_for "the first answer" says page '水は H2O で 空欄 だ'
+wait_for "characters where they are painted" "$here/../../scripts/accessibility.py" places
+xdotool key ctrl+plus
+wait_for "the zoom" says how '大きさ 125 %'
+wait_for "larger characters where they are painted" "$here/../../scripts/accessibility.py" places
 xdotool key alt+i
 names_are_there "the settings" '^設定$'
 back_to_study
