@@ -14,7 +14,7 @@ from pathlib import Path
 
 ROUNDS = 7
 REFRESHES = 200  # of the history in one process, so that they outweigh its start
-FRAME_SHARE_US = 1e6 / 60 / 16
+FRAME_US = 1e6 / 60
 
 build = Path(sys.argv[1]).resolve()
 tools = build / "bench"
@@ -98,15 +98,18 @@ def compare_growth():
 
 
 def compare_steps():
-    cpu_us = cpu_times_us("Ascii|Enter|Click|Turn|Repaint|Ask")
+    cpu_us = cpu_times_us("Ascii|Enter|Click|Turn|Repaint|Zoom|Sideways|Ask")
     row("tell the character code of ASCII / memchr over it", cpu_us["DetectAscii"] / cpu_us["MemchrAscii"], 4)
     for name, what in (("PressEnter", "Enter"), ("Click", "a click"), ("TurnPage", "a page turn"),
                        ("TurnWheel", "a step of the wheel"), ("Repaint", "a repaint"),
+                       ("Zoom", "a step of the zoom"), ("ScrollSideways", "a step sideways"),
                        ("AskWhetherAllIsShown", "whether all is shown")):
         long, short = cpu_us[f"{name}/1000000"], cpu_us[f"{name}/1000"]
         row(f"{what}, 1,000,000 lines / 1,000 lines", long / short, 1.2)
         if name != "AskWhetherAllIsShown":
-            row(f"{what} in the long file / 1/16 of a frame at 60 Hz", long / FRAME_SHARE_US, 1)
+            # These two paint a page anew, with letters of another size or as large as they come.
+            share = 8 if name in ("Zoom", "ScrollSideways") else 16
+            row(f"{what} in the long file / 1/{share} of a frame at 60 Hz", long / (FRAME_US / share), 1)
 
 
 def compare_history():

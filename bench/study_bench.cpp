@@ -11,6 +11,7 @@
 #include "search/modSearch.h"
 #include "settings/frmMsg.h"
 #include "settings/modCharCode.h"
+#include "settings/modZoom.h"
 #include "support/RecordingServices.h"
 #include "support/TestFiles.h"
 #include "text/modCheckText.h"
@@ -130,6 +131,13 @@ class OpenStudy
                          Qt::NoModifier));
     }
 
+    /// Turns the wheel by some notches, away from the learner, and has the window paint.
+    void TurnWheel(int notches, Qt::KeyboardModifiers modifiers = {})
+    {
+        Send(QWheelEvent(QPointF(50, 50), QPointF(50, 50), QPoint(), QPoint(0, 120 * notches), Qt::NoButton, modifiers,
+                         Qt::NoScrollPhase, false));
+    }
+
     /// Has the window take an event and paint what follows from it.
     void Send(QEvent &&event)
     {
@@ -203,9 +211,29 @@ void TurnWheel(benchmark::State &state)
     for (auto step : state) {
         if (study.scroll->value() == study.scroll->maximum())
             study.scroll->setValue(1);
-        study.Send(QWheelEvent(QPointF(50, 50), QPointF(50, 50), QPoint(), QPoint(0, -120), Qt::NoButton,
-                               Qt::NoModifier, Qt::NoScrollPhase, false));
+        study.TurnWheel(-1);
     }
+}
+
+void Zoom(benchmark::State &state)
+{
+    OpenStudy study(state.range(0));
+    const int steps = int(ZoomSteps.size()) - 1;
+    int step = 0;
+    for (auto measured : state)
+        study.TurnWheel(step++ / steps % 2 == 0 ? 1 : -1, Qt::ControlModifier);
+}
+
+void ScrollSideways(benchmark::State &state)
+{
+    OpenStudy study(state.range(0));
+    study.window.resize(800, 800);
+    study.TurnWheel(int(ZoomSteps.size()), Qt::ControlModifier);
+    auto *const sideways = study.window.findChild<QScrollBar *>(u"HScroll"_s);
+    if (sideways->maximum() == 0)
+        qFatal("the page cannot be scrolled sideways");
+    for (auto step : state)
+        study.TurnWheel(sideways->value() == 0 ? -1 : 1, Qt::ShiftModifier);
 }
 
 void Repaint(benchmark::State &state)
@@ -239,6 +267,8 @@ BENCHMARK(Click)->Apply(InShortAndLongFile);
 BENCHMARK(TurnPage)->Apply(InShortAndLongFile);
 BENCHMARK(TurnWheel)->Apply(InShortAndLongFile);
 BENCHMARK(Repaint)->Apply(InShortAndLongFile);
+BENCHMARK(Zoom)->Apply(InShortAndLongFile);
+BENCHMARK(ScrollSideways)->Apply(InShortAndLongFile);
 BENCHMARK(AskWhetherAllIsShown)->Arg(1'000)->Arg(1'000'000);
 
 void SearchText(benchmark::State &state)
