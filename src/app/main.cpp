@@ -17,8 +17,11 @@
 #include <QFontDatabase>
 #include <QIcon>
 #include <QPixmap>
+#include <QScreen>
 #include <QTimer>
 #include <QTranslator>
+
+#include <cstdio>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -34,11 +37,32 @@ QFont UserInterfaceFont()
     return font;
 }
 
+/// A scaling that the environment asks for is followed as long as something can be seen with it; Qt would try others too.
+void IgnoreOddScaling()
+{
+    constexpr double smallest = 0.25;
+    constexpr double largest = 8;
+    const double factor = qEnvironmentVariable("QT_SCALE_FACTOR").toDouble(); // 0 for what is no number
+    if (!(factor >= smallest && factor <= largest))
+        qunsetenv("QT_SCALE_FACTOR");
+}
+
+/// Whether Qt can paint on the screen: its X11 windows need 15 bits for a pixel and end the program on fewer.
+bool CanPaint()
+{
+    return QGuiApplication::platformName() != u"xcb" || QGuiApplication::primaryScreen()->depth() >= 15;
+}
+
 } // namespace
 
 int main(int argc, char *argv[])
 {
+    IgnoreOddScaling();
     QApplication application(argc, argv);
+    if (!CanPaint()) {
+        std::fputs("瞬記帳: 画面の色数が足りません。15 ビット以上の画面で起動してください。\n", stderr);
+        return 1;
+    }
     QGuiApplication::setDesktopFileName(u"org.kotoban.kotoban"_s); // by which some desktops find the icon
     application.setFont(UserInterfaceFont());
     const CompositionGuard compositionGuard;
