@@ -66,10 +66,7 @@ class FaultServices : public RecordingServices
     {
         Say(u"message "_s + text.simplified());
     }
-    void ShowMessage(const QString &text, const QString &) override
-    {
-        ShowMessage(text);
-    }
+    using RecordingServices::ShowMessage;
     void PlaySoundFile(const QString &) override {} // thousands of them would look like a leak
     QDateTime Now() const override
     {

@@ -76,7 +76,8 @@ TEST(File, OnlyARegularOneIsReadOrReplaced)
     const auto path = [&folder](const char *name) { return QFile::encodeName(folder.Path(QLatin1String(name))); };
     ASSERT_EQ(mkfifo(path("fifo").constData(), 0600), 0);
     ASSERT_EQ(symlink("fifo", path("link to a fifo").constData()), 0);
-    QStringList names = {u"fifo"_s, u"link to a fifo"_s};
+    folder.MakeFolder(u"folder"_s);
+    QStringList names = {u"fifo"_s, u"link to a fifo"_s, u"folder"_s};
     // A node of our own with the numbers of /dev/zero; only root may make one.
     if (mknod(path("device").constData(), S_IFCHR | 0600, makedev(1, 5)) == 0) {
         ASSERT_EQ(symlink("device", path("link to a device").constData()), 0);
@@ -141,7 +142,7 @@ TEST(Profile, WritesOneLineAndKeepsEveryOtherByte)
     EXPECT_FALSE(WriteProfile(folder.Path(u"no folder/a.ini"_s), u"s"_s, u"k"_s, u"v"_s));
 }
 
-TEST(CodePage, IsThatOfTheSystemsConverter)
+TEST(CodePage, IsThatOfTheSystemsConverterThereAndBack)
 {
     const iconv_t decoder = iconv_open("UTF-16LE", "CP932");
     const iconv_t encoder = iconv_open("CP932", "UTF-16LE");
@@ -167,8 +168,10 @@ TEST(CodePage, IsThatOfTheSystemsConverter)
         const QString text = QChar(quint8(unit[0]), quint8(unit[1]));
         EXPECT_EQ(FromCodePage932(bytes), text) << code;
         EXPECT_EQ(ToCodePage932(text), convert(encoder, unit)) << code;
+        EXPECT_EQ(FromCodePage932(ToCodePage932(text)), text) << code;
+        EXPECT_EQ(IsDoubleByte(text[0]), code > 0xFF) << code;
     }
-    EXPECT_GT(characters, 7000);
+    EXPECT_GT(characters, 9000);
     iconv_close(decoder);
     iconv_close(encoder);
 }

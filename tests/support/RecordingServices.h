@@ -27,7 +27,7 @@ class RecordingServices : public SystemServices
     }
     void ShowMessage(const QString &text, const QString &) override
     {
-        messages += text;
+        ShowMessage(text);
     }
     void PlaySoundFile(const QString &path) override
     {

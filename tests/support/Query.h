@@ -1,0 +1,25 @@
+// A database as another program sees it.
+#pragma once
+
+#include <QStringList>
+
+#include <sqlite3.h>
+
+/// The last row that some statements yield, its values joined by "|", or the fault.
+inline QString Query(const QString &database, const QByteArray &sql)
+{
+    sqlite3 *handle = nullptr;
+    QString row;
+    const auto take = [](void *target, int count, char **values, char **) {
+        QStringList texts;
+        for (int column = 0; column < count; ++column)
+            texts += QString::fromUtf8(values[column]);
+        *static_cast<QString *>(target) = texts.join(u'|');
+        return 0;
+    };
+    sqlite3_open(database.toUtf8().constData(), &handle);
+    if (sqlite3_exec(handle, sql.constData(), take, &row, nullptr) != SQLITE_OK)
+        row = QStringLiteral("fault: ") + QString::fromUtf8(sqlite3_errmsg(handle));
+    sqlite3_close(handle);
+    return row;
+}
