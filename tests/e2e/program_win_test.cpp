@@ -1,14 +1,15 @@
 // The program as Windows sees it: started as a process from a folder of its own, used with keys, and looked at through
 // the system's own functions.
 #include "base/modProduct.h"
+#include "support/Query.h"
 #include "support/TestFiles.h"
 
+#include <QProcess>
 #include <QRegularExpression>
 #include <QTest>
 
 #include <functional>
 #include <gtest/gtest.h>
-#include <sqlite3.h>
 #include <windows.h>
 
 using namespace Qt::Literals::StringLiterals;
@@ -21,34 +22,50 @@ bool WaitFor(const std::function<bool()> &isSo)
     return QTest::qWaitFor(isSo, 20'000);
 }
 
+/// A visible window of a process, of any process for 0, whose title matches an expression.
+HWND FindShown(qint64 process, const QString &title)
+{
+    std::vector<HWND> windows;
+    const auto add = [](HWND window, LPARAM list) {
+        reinterpret_cast<std::vector<HWND> *>(list)->push_back(window);
+        return TRUE;
+    };
+    EnumWindows(add, reinterpret_cast<LPARAM>(&windows));
+    for (const HWND window : windows) {
+        DWORD owner = 0;
+        GetWindowThreadProcessId(window, &owner);
+        wchar_t text[200] = {};
+        GetWindowTextW(window, text, 200);
+        if (IsWindowVisible(window) && (process == 0 || process == owner) &&
+            QRegularExpression(title).match(QString::fromWCharArray(text)).hasMatch())
+            return window;
+    }
+    return nullptr;
+}
+
+bool HasFocus(HWND window)
+{
+    GUITHREADINFO info = {};
+    info.cbSize = sizeof info;
+    return GetForegroundWindow() == window && GetGUIThreadInfo(GetWindowThreadProcessId(window, nullptr), &info) &&
+           info.hwndFocus == window;
+}
+
 class RunningProgram
 {
   public:
-    explicit RunningProgram(const QString &commandLine)
+    explicit RunningProgram(const QString &folder)
     {
-        QString line = commandLine;
-        line.detach(); // CreateProcess may write into its command line
-        STARTUPINFOW start = {};
-        start.cb = sizeof start;
-        EXPECT_TRUE(CreateProcessW(nullptr, reinterpret_cast<LPWSTR>(line.data()), nullptr, nullptr, FALSE, 0, nullptr,
-                                   nullptr, &start, &m_process))
-            << commandLine.toStdString();
+        m_process.start(folder + u"\\Kotoban.exe"_s, QStringList());
+        EXPECT_TRUE(m_process.waitForStarted()) << folder.toStdString();
     }
-
-    ~RunningProgram()
-    {
-        TerminateProcess(m_process.hProcess, 3);
-        CloseHandle(m_process.hThread);
-        CloseHandle(m_process.hProcess);
-    }
-    Q_DISABLE_COPY_MOVE(RunningProgram)
 
     /// Waits until the program shows a window whose title matches an expression, and puts it in front. @return nullptr
     /// when none comes
     HWND Window(const QString &title)
     {
         HWND window = nullptr;
-        EXPECT_TRUE(WaitFor([&] { return (window = FindShown(m_process.dwProcessId, title)) != nullptr; }))
+        EXPECT_TRUE(WaitFor([&] { return (window = FindShown(m_process.processId(), title)) != nullptr; }))
             << title.toStdString();
         EXPECT_TRUE(WaitFor([&] {
             if (!HasFocus(window))
@@ -61,58 +78,22 @@ class RunningProgram
 
     bool WaitUntilGone(const QString &title) const
     {
-        return WaitFor([&] { return FindShown(m_process.dwProcessId, title) == nullptr; });
+        return WaitFor([&] { return FindShown(m_process.processId(), title) == nullptr; });
     }
 
     /// Waits for the end. @return the exit code, or 259 (still active) when it does not come
-    unsigned ExitCode()
+    int ExitCode()
     {
-        DWORD code = STILL_ACTIVE;
-        WaitFor([&] { return GetExitCodeProcess(m_process.hProcess, &code) && code != STILL_ACTIVE; });
-        return code;
+        return WaitFor([this] { return !IsRunning(); }) ? m_process.exitCode() : 259;
     }
 
     bool IsRunning() const
     {
-        return WaitForSingleObject(m_process.hProcess, 0) == WAIT_TIMEOUT;
-    }
-
-    /// A visible window of a process, of any process for 0, whose title matches an expression.
-    static HWND FindShown(DWORD process, const QString &title)
-    {
-        struct Search
-        {
-            DWORD process;
-            const QString &title;
-            HWND found;
-        } search = {process, title, nullptr};
-        EnumWindows(
-            [](HWND window, LPARAM parameter) -> BOOL {
-                auto *const wanted = reinterpret_cast<Search *>(parameter);
-                DWORD owner = 0;
-                GetWindowThreadProcessId(window, &owner);
-                wchar_t text[200] = {};
-                GetWindowTextW(window, text, 200);
-                if (!IsWindowVisible(window) || (wanted->process != 0 && owner != wanted->process) ||
-                    !QRegularExpression(wanted->title).match(QString::fromWCharArray(text)).hasMatch())
-                    return TRUE;
-                wanted->found = window;
-                return FALSE;
-            },
-            reinterpret_cast<LPARAM>(&search));
-        return search.found;
+        return m_process.state() == QProcess::Running;
     }
 
   private:
-    static bool HasFocus(HWND window)
-    {
-        GUITHREADINFO info = {};
-        info.cbSize = sizeof info;
-        return GetForegroundWindow() == window && GetGUIThreadInfo(GetWindowThreadProcessId(window, nullptr), &info) &&
-               info.hwndFocus == window;
-    }
-
-    PROCESS_INFORMATION m_process = {};
+    QProcess m_process;
 };
 
 /// Presses keys together, the first one held longest, in the window that is in front.
@@ -149,11 +130,6 @@ class ProgramTest : public testing::Test
         return QDir::toNativeSeparators(temporary.Path(name));
     }
 
-    static QString Program(const QString &folder)
-    {
-        return u'"' + folder + u"\\Kotoban.exe\""_s;
-    }
-
     static void LogIn(RunningProgram &program)
     {
         program.Window(u"ログイン画面"_s);
@@ -161,23 +137,6 @@ class ProgramTest : public testing::Test
             Press({key});
         Press({VK_RETURN});
         program.Window(u"ファイル選択"_s);
-    }
-
-    /// The first row that a statement yields, its values joined by "|".
-    QByteArray Query(const QString &database, const char *statement)
-    {
-        QByteArray row;
-        sqlite3 *handle = nullptr;
-        sqlite3_stmt *query = nullptr;
-        EXPECT_EQ(sqlite3_open16(temporary.Path(database).utf16(), &handle), SQLITE_OK);
-        EXPECT_EQ(sqlite3_prepare_v2(handle, statement, -1, &query, nullptr), SQLITE_OK);
-        EXPECT_EQ(sqlite3_step(query), SQLITE_ROW);
-        for (int column = 0; column < sqlite3_column_count(query); ++column)
-            row +=
-                QByteArray(column == 0 ? "" : "|") + reinterpret_cast<const char *>(sqlite3_column_text(query, column));
-        sqlite3_finalize(query);
-        sqlite3_close(handle);
-        return row;
     }
 
     /// Chooses the first study file. @return the study window
@@ -218,8 +177,7 @@ TEST_F(ProgramTest, SharesItsSettingsWithTheProfileFunctions)
     const QString folder = MakeFolder(u"瞬記帳の 練習"_s);
     const QByteArray settings = ToCodePage932(QString(folder + u"\\Kotoban.ini"_s));
     EXPECT_TRUE(WritePrivateProfileStringA("setting", "FormLeft", "37", settings.constData()));
-    EXPECT_TRUE(WritePrivateProfileStringA("setting", "LineSpace", "6", settings.constData()));
-    RunningProgram program(Program(folder));
+    RunningProgram program(folder);
     LogIn(program);
     const HWND window = OpenFirstFile(program);
     // The frame that the system counts may begin left of the one that is seen.
@@ -230,37 +188,35 @@ TEST_F(ProgramTest, SharesItsSettingsWithTheProfileFunctions)
     SetWindowPos(window, nullptr, place.left + 15, place.top, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
     QTest::qWait(500);
     PostMessageW(window, WM_CLOSE, 0, 0);
-    EXPECT_EQ(program.ExitCode(), 0u);
+    EXPECT_EQ(program.ExitCode(), 0);
     char text[100] = {};
     GetPrivateProfileStringA("setting", "FormLeft", "none", text, sizeof text, settings.constData());
     EXPECT_STREQ(text, "52");
-    GetPrivateProfileStringA("setting", "LineSpace", "none", text, sizeof text, settings.constData());
-    EXPECT_STREQ(text, "6");
 }
 
 TEST_F(ProgramTest, RefusesASecondInstanceOfAFolderHoweverItIsSpelt)
 {
     const QString folder = MakeFolder(u"Two 画面"_s);
-    RunningProgram first(Program(folder));
+    RunningProgram first(folder);
     first.Window(u"ログイン画面"_s);
     const QByteArray log = temporary.Read(u"Two 画面/Kotoban_log.txt"_s);
-    RunningProgram second(Program(folder).replace(u"Two"_s, u"TWO"_s));
+    RunningProgram second(QString(folder).replace(u"Two"_s, u"TWO"_s));
     second.Window(u"^Kotoban$"_s);
     Press({VK_RETURN});
-    EXPECT_EQ(second.ExitCode(), 1u);
+    EXPECT_EQ(second.ExitCode(), 1);
     EXPECT_TRUE(first.IsRunning());
     EXPECT_EQ(temporary.Read(u"Two 画面/Kotoban_log.txt"_s), log);
 
-    RunningProgram elsewhere(Program(MakeFolder(u"other"_s)));
+    RunningProgram elsewhere(MakeFolder(u"other"_s));
     elsewhere.Window(u"ログイン画面"_s);
     Press({VK_MENU, 'X'});
-    EXPECT_EQ(elsewhere.ExitCode(), 0u);
+    EXPECT_EQ(elsewhere.ExitCode(), 0);
 }
 
 TEST_F(ProgramTest, WritesLogAndReportInCodePage932AndOpensTheReport)
 {
     const QString folder = MakeFolder(u"瞬記帳の 練習"_s);
-    RunningProgram program(Program(folder));
+    RunningProgram program(folder);
     LogIn(program);
     Press({VK_MENU, 'F'});
     program.Window(u"^瞬記帳$"_s);
@@ -273,12 +229,11 @@ TEST_F(ProgramTest, WritesLogAndReportInCodePage932AndOpensTheReport)
               "\x91\x8D\x8Aw\x8FK\x8E\x9E\x8A\xD4\x81\x81\x30\x95\xAA 0\x95\x62  "
               "\x91\x8D\x89\xF1\x93\x9A\x90\x94\x81\x81\x30\r\n");
     HWND editor = nullptr;
-    EXPECT_TRUE(WaitFor(
-        [&] { return (editor = RunningProgram::FindShown(0, QRegularExpression::escape(reports[0]))) != nullptr; }));
+    EXPECT_TRUE(WaitFor([&] { return (editor = FindShown(0, QRegularExpression::escape(reports[0]))) != nullptr; }));
     PostMessageW(editor, WM_CLOSE, 0, 0);
     program.Window(u"ファイル選択"_s);
     Press({VK_MENU, 'X'});
-    EXPECT_EQ(program.ExitCode(), 0u);
+    EXPECT_EQ(program.ExitCode(), 0);
     const QByteArray log = temporary.Read(u"瞬記帳の 練習/Kotoban_log.txt"_s);
     EXPECT_TRUE(log.startsWith("Kotoban.exe\x81\x40Ver")) << log.toPercentEncoding().toStdString();
     EXPECT_EQ(log.count("\r\n"), 2);
@@ -286,7 +241,7 @@ TEST_F(ProgramTest, WritesLogAndReportInCodePage932AndOpensTheReport)
 
 TEST_F(ProgramTest, CompletesTheSessionWhenWindowsEndsIt)
 {
-    RunningProgram program(Program(MakeFolder(u"logout"_s)));
+    RunningProgram program(MakeFolder(u"logout"_s));
     LogIn(program);
     const HWND window = OpenFirstFile(program);
     Press({VK_RETURN});
@@ -296,7 +251,9 @@ TEST_F(ProgramTest, CompletesTheSessionWhenWindowsEndsIt)
     EXPECT_EQ(answer, DWORD_PTR(TRUE));
     SendMessageTimeoutW(window, WM_ENDSESSION, TRUE, LPARAM(ENDSESSION_LOGOFF), SMTO_NORMAL, 5000, &answer);
     // From here on Windows may end the process at any moment.
-    EXPECT_EQ(Query(u"logout/db/kotoban.splite3"_s, "select num_answer, dt_end is not null from t_kotoban"), "2|1");
+    EXPECT_EQ(
+        Query(temporary.Path(u"logout/db/kotoban.splite3"_s), "select num_answer, dt_end is not null from t_kotoban"),
+        u"2|1"_s);
 }
 
 TEST_F(ProgramTest, NamesTheMissingFolderAsTheSystemSpellsPaths)
@@ -304,7 +261,7 @@ TEST_F(ProgramTest, NamesTheMissingFolderAsTheSystemSpellsPaths)
     // A character that code page 932 lacks is no obstacle.
     const QString folder = MakeFolder(u"é 表示"_s);
     QDir(folder + u"\\rec"_s).removeRecursively();
-    RunningProgram program(Program(folder));
-    EXPECT_EQ(program.ExitCode(), 1u);
+    RunningProgram program(folder);
+    EXPECT_EQ(program.ExitCode(), 1);
     EXPECT_TRUE(FromCodePage932(temporary.Read(u"é 表示/Kotoban_log.txt"_s)).endsWith(u"\\? 表示\\rec\r\n"_s));
 }
