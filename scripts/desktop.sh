@@ -109,11 +109,25 @@ row_of() {
     grep -nxF -e "$2" <<<"$names" | cut -d: -f1
 }
 
+# press COUNT KEY: one after the other, as fast as somebody who types ahead.
+press() {
+    local i
+    for ((i = 0; i < $1; i++)); do
+        xdotool key "$2"
+        sleep 0.05
+    done
+}
+
+# log_in USER: from the user selection to the file selection.
+log_in() {
+    wait_for "the user selection" is_focused 'ログイン画面$'
+    xdotool type "$1"
+    xdotool key Return
+    wait_for "the file selection" is_focused '^ファイル選択 Ver'
+}
+
 # choose_row ROW: in the file selection.
 choose_row() {
-    local i
     xdotool key Home
-    for ((i = 1; i < $1; i++)); do
-        xdotool key Down
-    done
+    press $(($1 - 1)) Down
 }

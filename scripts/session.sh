@@ -48,10 +48,7 @@ start_program "$application"
 
 wait_for "the user selection" is_focused 'ログイン画面$'
 shoot 01-login
-xdotool type "$user"
-xdotool key Return
-
-wait_for "the file selection" is_focused '^ファイル選択 Ver'
+log_in "$user"
 row=$(row_of "$application" "$study_file") || fail "there is no study file $study_file"
 choose_row "$row"
 shoot 02-select
@@ -60,10 +57,7 @@ xdotool key Return
 study="^瞬記帳 Ver.*\\[$user\\]$"
 wait_for "the page" is_focused "$study"
 shoot 03-page
-for ((i = 0; i < 5; i++)); do
-    xdotool key Return
-    sleep 0.1
-done
+press 5 Return
 shoot 04-answers
 if [[ ${#click[@]} -eq 2 ]]; then
     eval "$(xdotool getwindowgeometry --shell "$(window "$study")")"

@@ -48,9 +48,7 @@ begin() {
     wait_for "the user selection" is_focused 'ログイン画面$'
     expect_on_screen 'ログイン画面$'
     xdotool key Escape
-    xdotool type hanako
-    xdotool key Return
-    wait_for "the file selection" is_focused '^ファイル選択 Ver'
+    log_in hanako
     expect_on_screen '^ファイル選択 Ver'
     xdotool key Home "$@"
     wait_for "the page" is_focused "$study"
@@ -66,10 +64,7 @@ end() {
 start_desktop ${width}x$height 90
 begin Return Return Return Return
 hold Return
-for ((i = 1; i < 24; i++)); do
-    xdotool key Return
-    sleep 0.05
-done
+press 23 Return
 hold Return
 wait_for "the end question" is_focused '^瞬記帳$'
 sleep 1 # its buttons take an answer now
@@ -81,12 +76,8 @@ left=$(grep FormLeft "$application/Kotoban.ini")
 
 # At the end of a text, with nothing shown, Enter goes back to its beginning and then shows the first answer.
 begin Down Return
-for ((i = 0; i < 45; i++)); do
-    xdotool key ctrl+Down
-done
-xdotool key Return
-sleep 0.1
-xdotool key Return
+press 45 ctrl+Down
+press 2 Return
 end
 expect "answers from the end" 1 "$(answers)"
 expect "left edge" "$left" "$(grep FormLeft "$application/Kotoban.ini")"
@@ -94,10 +85,7 @@ expect "left edge" "$left" "$(grep FormLeft "$application/Kotoban.ini")"
 # A session that cannot be recorded says so, and the message takes an answer.
 cp "$application/txt/1.txt" "$application/txt/'.txt"
 start_program "$application"
-wait_for "the user selection" is_focused 'ログイン画面$'
-xdotool type hanako
-xdotool key Return
-wait_for "the file selection" is_focused '^ファイル選択 Ver'
+log_in hanako
 xdotool key Home Return
 wait_for "the message" is_focused '^瞬記帳$'
 xdotool key Return
