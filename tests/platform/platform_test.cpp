@@ -56,23 +56,6 @@ TEST(CodePage, NamesWhatItLacks)
     EXPECT_TRUE(CharactersLost(u"花子 ｶﾅ①～\\"_s).isEmpty());
 }
 
-TEST(CodePage, EveryCharacterThatIsDecodedIsEncodedAgain)
-{
-    int pairs = 0;
-    for (int lead = 0x81; lead <= 0xFC; ++lead) {
-        for (int trail = 0x40; trail <= 0xFC; ++trail) {
-            const char pair[] = {char(lead), char(trail)};
-            const QString text = FromCodePage932(QByteArrayView(pair, 2));
-            if (text.size() != 1 || text[0] == QChar::ReplacementCharacter)
-                continue;
-            ++pairs;
-            EXPECT_EQ(FromCodePage932(ToCodePage932(text)), text);
-            EXPECT_TRUE(IsDoubleByte(text[0]));
-        }
-    }
-    EXPECT_GT(pairs, 9000);
-}
-
 TEST(CommandLine, IsReadAsWindowsReadsIt)
 {
     const auto isProgram = [](const QString &name) { return name == u"/opt/my tools/ed" || name == u"ed"; };
