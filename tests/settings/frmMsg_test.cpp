@@ -1,4 +1,3 @@
-#include "settings/frmIni.h"
 #include "settings/frmMsg.h"
 #include "support/DialogScript.h"
 #include "support/RecordingServices.h"
@@ -7,7 +6,6 @@
 #include "widgets/DialogFocus.h"
 
 #include <QPushButton>
-#include <QRadioButton>
 #include <QScreen>
 #include <QScrollArea>
 #include <QTest>
@@ -92,18 +90,16 @@ TEST_F(MsgTest, ShowsTheButtonsOfItsStyleInTheMiddle)
         {MsgStyle::Ok, u"OK"_s, false}, {MsgStyle::OkCancel, u"OK"_s, true}, {MsgStyle::YesNo, u"はい"_s, true}};
     for (const auto &[style, ok, hasCancel] : rows) {
         script.Click(u"frmMsg"_s, u"cmdOK"_s);
-        EXPECT_EQ(Show(u"短い"_s, style,
-                       [&] {
-                           EXPECT_EQ(Button(u"cmdOK")->text(), ok);
-                           EXPECT_EQ(Button(u"cmdCancel")->isVisible(), hasCancel);
-                           const QRect buttons = hasCancel
-                                                     ? Button(u"cmdOK")->geometry() | Button(u"cmdCancel")->geometry()
-                                                     : Button(u"cmdOK")->geometry();
-                           EXPECT_NEAR(buttons.left(), dialog.width() - 1 - buttons.right(), 1);
-                           EXPECT_EQ(dialog.height() - 1 - buttons.bottom(), 3);
-                           EXPECT_GE(buttons.left(), 0) << "a short text cuts the buttons off";
-                       }),
-                  MsgResult::Ok);
+        const auto look = [&] {
+            EXPECT_EQ(Button(u"cmdOK")->text(), ok);
+            EXPECT_EQ(Button(u"cmdCancel")->isVisible(), hasCancel);
+            const QRect buttons =
+                Button(u"cmdOK")->geometry() | Button(hasCancel ? u"cmdCancel" : u"cmdOK")->geometry();
+            EXPECT_NEAR(buttons.left(), dialog.width() - 1 - buttons.right(), 1);
+            EXPECT_EQ(dialog.height() - 1 - buttons.bottom(), 3);
+            EXPECT_GE(buttons.left(), 0) << "a short text cuts the buttons off";
+        };
+        EXPECT_EQ(Show(u"短い"_s, style, look), MsgResult::Ok);
     }
     EXPECT_TRUE(services.messages.isEmpty());
     script.Click(u"frmMsg"_s, u"cmdOK"_s);
@@ -155,18 +151,4 @@ TEST(DialogFocus, TheWindowThatAskedHasTheKeyboardAgain)
     QTimer::singleShot(0, &dialog, &QDialog::accept);
     dialog.exec();
     EXPECT_TRUE(owner.isActiveWindow());
-}
-
-TEST_F(MsgTest, TheArrowKeysMoveTheChosenFontSize)
-{
-    Settings settings = DefaultSettings();
-    settings.FontSize = 11.25f;
-    frmIni window(services, dialog, DefaultSettings(), UpperBounds(0), &owner);
-    script.When(u"frmIni"_s, [](QWidget *ini) {
-        EXPECT_EQ(ini->focusWidget()->objectName(), u"optFontSize1");
-        QTest::keyClick(ini->focusWidget(), Qt::Key_Right);
-        ini->findChild<QPushButton *>(u"cmdChangeSetting"_s)->click();
-    });
-    EXPECT_TRUE(window.Edit(&settings));
-    EXPECT_EQ(settings.FontSize, 12.75f);
 }

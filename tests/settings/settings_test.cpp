@@ -12,6 +12,7 @@
 #include "support/TestFiles.h"
 
 #include <QLineEdit>
+#include <QTest>
 
 #include <gtest/gtest.h>
 
@@ -146,21 +147,27 @@ TEST(Editor, KnownEditorsAreGivenTheLine)
     EXPECT_EQ(services.TakeMessages(), QStringList(u"次のコマンドを起動できません。\r\n  gone.exe \"x.txt\""_s));
 }
 
-TEST(Editor, ThatTheSettingsFileCannotHoldIsRefusedInTheWindow)
+TEST(SettingsWindow, MovesTheFontSizeByKeysAndRefusesAnEditorThatTheFileCannotHold)
 {
     RecordingServices services;
     frmMsg msg(services, u"wav"_s);
     frmIni window(services, msg, DefaultSettings(), UpperBounds(300), nullptr);
     Settings settings = DefaultSettings();
+    settings.FontSize = 11.25f;
     DialogScript script;
     script.When(u"frmIni"_s, [](QWidget *dialog) {
-        dialog->findChild<QLineEdit *>(u"txtTextEditor"_s)->setText(u"/opt/é/𠮷 é"_s);
+        EXPECT_EQ(dialog->focusWidget()->objectName(), u"optFontSize1");
+        QTest::keyClick(dialog->focusWidget(), Qt::Key_Right);
+        auto *const editor = dialog->findChild<QLineEdit *>(u"txtTextEditor"_s);
+        editor->setText(u"/opt/é/𠮷 é"_s);
         dialog->findChild<QAbstractButton *>(u"cmdChangeSetting"_s)->click();
         EXPECT_TRUE(dialog->isVisible());
-        dialog->close();
+        editor->setText(u"notepad.exe"_s);
+        dialog->findChild<QAbstractButton *>(u"cmdChangeSetting"_s)->click();
     });
     script.Click(u"frmMsg"_s, u"cmdOK"_s);
-    EXPECT_FALSE(window.Edit(&settings));
+    EXPECT_TRUE(window.Edit(&settings));
+    EXPECT_EQ(settings.FontSize, 12.75f);
     EXPECT_EQ(script.messages, QStringList(u"テキストエディタに使えない文字が含まれています。\n  é 𠮷"_s));
     EXPECT_TRUE(services.messages.isEmpty());
 }
