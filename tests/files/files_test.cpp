@@ -1,6 +1,7 @@
 #include "base/modFile.h"
 #include "files/frmFile.h"
 #include "settings/frmMsg.h"
+#include "store/modDB_SQLite.h"
 #include "support/DialogScript.h"
 #include "support/RecordingServices.h"
 #include "support/Rows.h"
@@ -77,14 +78,11 @@ TEST(FileFault, SaysWhatTheFileIsOpenedWithout)
         EXPECT_EQ(FileFault(folder.WriteStudyFile(name, {line})), fault) << name.toStdString();
 }
 
-TEST(CheckSelection, RefusesNothingAndPrintableCopies)
+TEST(CheckSelection, TakesAPrintableCopyOnlyForStudying)
 {
     QString message;
-    EXPECT_FALSE(CheckSelection(QString(), false, &message));
-    EXPECT_EQ(message, u"ファイルを一つ選択してください。"_s);
-    EXPECT_FALSE(CheckSelection(u"a_印刷用.txt"_s, true, &message));
-    EXPECT_EQ(message, u"印刷用ファイル以外を一つ選択してください。"_s);
     EXPECT_TRUE(CheckSelection(u"a_印刷用.txt"_s, false, &message));
+    EXPECT_FALSE(CheckSelection(u"a_印刷用.txt"_s, true, &message));
 }
 
 namespace {
@@ -97,8 +95,7 @@ class FileWindowTest : public testing::Test
         good = folder.WriteStudyFile(u"txt/a good.txt"_s, {u"[ok]"_s});
         bad = folder.WriteStudyFile(u"txt/bad.txt"_s, {u"ok"_s, u"[a"_s});
         EXPECT_EQ(database.Open(u":memory:"_s), 0);
-        EXPECT_TRUE(database.SQLite3NonQuery(u"create table t_kotoban (ymd_sta, user_name, hms_sta, file_name, dt_end, "
-                                             u"num_answer)"_s));
+        EXPECT_TRUE(DBCreateKotoban(database));
     }
 
     void Press(Qt::Key key)
@@ -174,36 +171,13 @@ TEST_F(FileWindowTest, EveryControlHasItsName)
     }
 }
 
-namespace {
-
-/// A desktop with another font size, until the end of a test.
-class DesktopFont
-{
-  public:
-    explicit DesktopFont(int points)
-    {
-        QFont font = m_before;
-        font.setPointSize(points);
-        QApplication::setFont(font);
-    }
-
-    ~DesktopFont()
-    {
-        QApplication::setFont(m_before);
-    }
-
-    Q_DISABLE_COPY_MOVE(DesktopFont)
-
-  private:
-    QFont m_before = QApplication::font();
-};
-
-} // namespace
-
 TEST_F(FileWindowTest, AtEveryFontSizeEachControlCanBeReachedByTab)
 {
+    const QFont usual = QApplication::font();
     for (const int points : {9, 20, 40}) {
-        const DesktopFont font(points);
+        QFont font = usual;
+        font.setPointSize(points);
+        QApplication::setFont(font);
         frmFile file{services, database, msg, folder.Path(), u"花子"_s, nullptr};
         const QSize screen = file.screen()->availableSize();
         EXPECT_EQ(file.size().boundedTo(screen), file.size()) << points;
@@ -223,6 +197,7 @@ TEST_F(FileWindowTest, AtEveryFontSizeEachControlCanBeReachedByTab)
         });
         file.Choose(QString());
     }
+    QApplication::setFont(usual);
 }
 
 TEST_F(FileWindowTest, LongNameLeavesTheRemarkInSight)

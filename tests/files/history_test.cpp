@@ -2,7 +2,6 @@
 #include "files/frmFile.h"
 #include "files/modHistoryChart.h"
 #include "files/modPrintableCopy.h"
-#include "platform/modReplaceFile.h"
 #include "settings/frmMsg.h"
 #include "store/modDB_SQLite.h"
 #include "support/DialogScript.h"
@@ -56,10 +55,6 @@ TEST(History, ReportNamesStayInTheirFolder)
     EXPECT_EQ(name, u".._a_b_c__瞬記帳学習記録2024_0305までの1週分.txt"_s);
     for (char16_t character = 0; character < u' '; ++character)
         EXPECT_FALSE(ReportFileName(QString(QChar(character)), today, 1).contains(QChar(character)));
-    const TestFolder folder;
-    QString reason;
-    EXPECT_FALSE(ReplaceFile(folder.Path(ReportFileName(QString(10'000, u'x'), today, 1)), "", &reason));
-    EXPECT_FALSE(reason.isEmpty());
 }
 
 TEST(HistoryBars, HoldTheDaysOfTheSpanOldestFirst)
