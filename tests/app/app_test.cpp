@@ -2,10 +2,7 @@
 #include "app/modMain.h"
 #include "app/modUserList.h"
 #include "base/modFile.h"
-#include "settings/frmMsg.h"
-#include "support/DialogScript.h"
-#include "support/RecordingServices.h"
-#include "support/TestFiles.h"
+#include "support/WindowTest.h"
 #include "widgets/CompositionGuard.h"
 
 #include <QInputMethodEvent>
@@ -51,6 +48,7 @@ const QByteArray Header = ToCodePage932(u"Kotoban.exe　Ver1.0.0\r\n2024/03/05(�
 
 TEST_F(StartTest, GoesThroughToTheOpenDatabase)
 {
+    folder.Write(u"Kotoban_log.txt"_s, "of the start before");
     EXPECT_TRUE(Prepare());
     EXPECT_EQ(services.title, u"瞬記帳"_s);
     EXPECT_EQ(folder.Read(u"Kotoban_log.txt"_s), Header);
@@ -67,17 +65,6 @@ TEST_F(StartTest, ASecondInstanceTouchesNothing)
     EXPECT_EQ(services.TakeMessages(), QStringList(u"二重起動はできません。"_s));
     EXPECT_FALSE(QFile::exists(log.Path()));
     EXPECT_TRUE(FilesIn(u"db_backup"_s).isEmpty());
-}
-
-TEST_F(StartTest, AFolderInThePlaceOfTheRunLogEndsTheStart)
-{
-    folder.MakeFolder(u"Kotoban_log.txt"_s);
-    folder.Write(u"log"_s, "a file: the folder of logs need not be there");
-    EXPECT_FALSE(Prepare());
-    EXPECT_TRUE(services.TakeMessages().value(0).startsWith(u"実行ログに書き込めません。"_s));
-    QDir().rmdir(folder.Path(u"Kotoban_log.txt"_s));
-    EXPECT_TRUE(Prepare());
-    EXPECT_TRUE(services.messages.isEmpty());
 }
 
 TEST_F(StartTest, TheFirstMissingFolderIsTheOnlyEntryOfTheLog)
@@ -119,12 +106,16 @@ TEST_F(StartTest, ADatabaseWithoutItsTableBeginsAnewWithOneMessage)
     EXPECT_TRUE(services.messages.isEmpty());
 }
 
-TEST_F(StartTest, ADatabaseThatCannotBeOpenedEndsTheStartAfterTheBackup)
+TEST_F(StartTest, AFolderInThePlaceOfAFileEndsTheStart)
 {
-    folder.MakeFolder(u"db/kotoban.splite3"_s);
-    folder.Write(u"db_backup/by hand_2024_0305.txt"_s, "");
-    EXPECT_FALSE(Prepare());
-    EXPECT_EQ(services.messages, QStringList(u"DBFile Open Error"_s));
+    folder.Write(u"db_backup/by hand_2024_0305.txt"_s, ""); // the backup of the day
+    for (const auto &[name, message] : {std::pair(u"Kotoban_log.txt"_s, u"実行ログに書き込めません。"_s),
+                                        {u"db/kotoban.splite3"_s, u"DBFile Open Error"_s}}) {
+        folder.MakeFolder(name);
+        EXPECT_FALSE(Prepare());
+        EXPECT_TRUE(services.TakeMessages().value(0).startsWith(message)) << message.toStdString();
+        QDir().rmdir(folder.Path(name));
+    }
 }
 
 TEST_F(StartTest, BacksUpOncePerDayAndNeverPrunes)
@@ -167,7 +158,6 @@ TEST(UserList, GrowsByWholeLines)
     EXPECT_TRUE(AppendUserName(path, u" 花子 "_s, &error));
     EXPECT_EQ(folder.Read(u"ListUserName.txt"_s), " \x89\xD4\x8Eq \r\n");
     folder.Write(u"ListUserName.txt"_s, "taro\nhanako");
-    EXPECT_EQ(ReadUserNames(path), QStringList({u"taro"_s, u"hanako"_s}));
     EXPECT_TRUE(AppendUserName(path, u"Taro"_s, &error));
     EXPECT_EQ(folder.Read(u"ListUserName.txt"_s), "taro\nhanako\r\nTaro\r\n");
     QFile large(path);
@@ -178,7 +168,7 @@ TEST(UserList, GrowsByWholeLines)
 
 namespace {
 
-class LoginTest : public testing::Test
+class LoginTest : public WindowTest
 {
   protected:
     void Type(const QString &name)
@@ -191,12 +181,8 @@ class LoginTest : public testing::Test
         });
     }
 
-    TestFolder folder;
     QString path = folder.Write(u"ListUserName.txt"_s, "taro\r\n\x89\xD4\x8Eq\r\n");
-    RecordingServices services;
-    frmMsg msg{services, u"wav"_s};
     frmLogin login{services, msg, path};
-    DialogScript script;
 };
 
 } // namespace

@@ -1,12 +1,8 @@
 #include "base/modCodePage.h"
-#include "base/modFile.h"
-#include "base/modLog.h"
 #include "platform/modCommandLine.h"
 #include "platform/modInstance.h"
 #include "platform/modProfile.h"
-#include "platform/modReplaceFile.h"
 #include "platform/modWindowMessage.h"
-#include "support/RecordingServices.h"
 #include "support/Rows.h"
 #include "support/TestFiles.h"
 
@@ -42,7 +38,9 @@ TEST(CodePage, EncodesAndCountsWhatItLacksAsOneQuestionMark)
         {u"a😀b"_s, "a?b"},
         {u"\uFFFD"_s, "?"},
         {u"\0"_s, QByteArray("\0", 1)},
-        {u"≒∪"_s, "\x81\xE0\x81\xBE"}, // each has two codes; the one that Windows writes
+        // Each of these has several codes; the one that Windows writes.
+        {u"≒∪￢"_s, "\x81\xE0\x81\xBE\x81\xCA"},
+        {u"Ⅰⅰ纊"_s, "\x87\x54\xFA\x40\xFA\x5C"},
     };
     for (const auto &[text, bytes] : rows) {
         EXPECT_EQ(ToCodePage932(text), bytes);
@@ -50,10 +48,21 @@ TEST(CodePage, EncodesAndCountsWhatItLacksAsOneQuestionMark)
     }
 }
 
-TEST(CodePage, NamesWhatItLacks)
+TEST(CodePage, EveryCharacterThatIsDecodedIsEncodedAgain)
 {
-    EXPECT_EQ(CharactersLost(u"Joséと𠮷田é😀?"_s), QStringList({u"é"_s, u"𠮷"_s, u"😀"_s}));
-    EXPECT_TRUE(CharactersLost(u"花子 ｶﾅ①～\\"_s).isEmpty());
+    int pairs = 0;
+    for (int lead = 0x81; lead <= 0xFC; ++lead) {
+        for (int trail = 0x40; trail <= 0xFC; ++trail) {
+            const char pair[] = {char(lead), char(trail)};
+            const QString text = FromCodePage932(QByteArrayView(pair, 2));
+            if (text.size() != 1 || text[0] == QChar::ReplacementCharacter)
+                continue;
+            ++pairs;
+            EXPECT_EQ(FromCodePage932(ToCodePage932(text)), text);
+            EXPECT_TRUE(IsDoubleByte(text[0]));
+        }
+    }
+    EXPECT_GT(pairs, 9000);
 }
 
 TEST(CommandLine, IsReadAsWindowsReadsIt)
@@ -101,22 +110,6 @@ TEST(Profile, ReadsAsWindowsDoes)
     EXPECT_EQ(ReadProfile(large, u"setting"_s, u"k"_s, QString(), 99), u"v"_s);
 }
 
-TEST(RunLog, BeginsAnewAtEachStartAndGathersEntries)
-{
-    const TestFolder folder;
-    RecordingServices services;
-    const RunLog log(folder.Path(), u"Kotoban"_s, services.Clock());
-    QString error;
-    EXPECT_TRUE(log.WriteYmdLogStart(&error));
-    EXPECT_TRUE(log.WriteLog(u"古い"_s, &error));
-    EXPECT_TRUE(log.WriteYmdLogStart(&error));
-    EXPECT_TRUE(log.WriteLog(u"二行\r\nの記録"_s, &error));
-    EXPECT_EQ(FromCodePage932(folder.Read(u"Kotoban_log.txt"_s)),
-              u"Kotoban.exe　Ver1.0.0\r\n2024/03/05(火)\r\n14:30:15 二行\r\nの記録\r\n"_s);
-    EXPECT_FALSE(RunLog(folder.Path(u"none"_s), u"Kotoban"_s, services.Clock()).WriteYmdLogStart(&error));
-    EXPECT_FALSE(error.isEmpty());
-}
-
 TEST(InstanceMark, IsHeldOncePerFolderAndLeavesNothingBehind)
 {
     const TestFolder folder;
@@ -137,18 +130,4 @@ TEST(WindowMessage, HasOneNumberPerName)
     EXPECT_THAT(number, testing::AllOf(testing::Ge(0xC000u), testing::Le(0xFFFFu)));
     EXPECT_EQ(RegisterMessageName(u"mswheel_rollmsg"_s), number);
     EXPECT_NE(RegisterMessageName(u"OTHER"_s), number);
-}
-
-TEST(File, IsReplacedWholeOrNotAtAll)
-{
-    const TestFolder folder;
-    const QString path = folder.Write(u"list.txt"_s, "old");
-    QString error;
-    EXPECT_TRUE(ReplaceFile(path, "new", &error));
-    EXPECT_EQ(folder.Read(u"list.txt"_s), "new");
-    EXPECT_FALSE(ReplaceFile(folder.Path(u"none/list.txt"_s), "new", &error));
-    EXPECT_FALSE(error.isEmpty());
-    QByteArray bytes = "kept?";
-    EXPECT_FALSE(ReadWholeFile(folder.Path(), &bytes, &error)) << "a folder is no file";
-    EXPECT_TRUE(bytes.isEmpty());
 }
