@@ -1,11 +1,8 @@
 #include "base/modFile.h"
 #include "files/frmFile.h"
-#include "settings/frmMsg.h"
 #include "store/modDB_SQLite.h"
-#include "support/DialogScript.h"
-#include "support/RecordingServices.h"
 #include "support/Rows.h"
-#include "support/TestFiles.h"
+#include "support/WindowTest.h"
 #include "text/modCheckText.h"
 
 #include <QLabel>
@@ -18,31 +15,25 @@
 
 using namespace Qt::Literals::StringLiterals;
 
-TEST(StudyFolder, ListsTextFilesByNameAndSaysWhatIsWrongWithThem)
+TEST(StudyFolder, ListsTextFilesByNameAndChecksThemAgainWhenChanged)
 {
     const TestFolder folder;
-    folder.WriteStudyFile(u"a.txt"_s, {u"[ok]"_s});
-    folder.WriteStudyFile(u"漢.TXT"_s, {u"ok"_s, u"[a"_s});
-    folder.WriteStudyFile(u"B.txt"_s, {u"]a["_s});
-    folder.Write(u"euc.txt"_s, "\xC6\xFC\xCB\xDC\xB8\xEC\xA4\xCE\r\n");
-    folder.Write(u"long.txt"_s, QByteArray(101, 'x'));
-    folder.Write(u"note.doc"_s, "x");
+    for (const QString &name : {u"a.txt"_s, u"漢.TXT"_s, u"B.txt"_s, u"note.doc"_s})
+        folder.WriteStudyFile(name, {u"[ok]"_s});
     folder.MakeFolder(u"folder.txt"_s);
     StudyFolder files(folder.Path());
     files.Refresh();
-    EXPECT_EQ(files.Names(), QStringList({u"B.txt"_s, u"a.txt"_s, u"euc.txt"_s, u"long.txt"_s, u"漢.TXT"_s}));
-    const QStringList faults = {u"1行[ ]指定異常"_s, QString(), u"文字コード＝EUC"_s, u"1行目 100バイト超過"_s,
-                                u"2行[ ]指定異常"_s};
-    for (qsizetype i = 0; i < faults.size(); ++i) {
-        EXPECT_FALSE(files.IsChecked(files.Names()[i]));
-        files.Check(files.Names()[i]);
-        EXPECT_EQ(files.Fault(files.Names()[i]), faults[i]);
+    EXPECT_EQ(files.Names(), QStringList({u"B.txt"_s, u"a.txt"_s, u"漢.TXT"_s}));
+    for (const QString &name : files.Names()) {
+        EXPECT_FALSE(files.IsChecked(name));
+        files.Check(name);
+        EXPECT_EQ(files.Fault(name), QString());
     }
 
     folder.WriteStudyFile(u"a.txt"_s, {u"[now wrong"_s});
     EXPECT_TRUE(files.IsChecked(u"a.txt"_s)) << "remembered until the folder is listed again";
     files.Refresh();
-    EXPECT_TRUE(files.IsChecked(u"euc.txt"_s));
+    EXPECT_TRUE(files.IsChecked(u"B.txt"_s));
     EXPECT_FALSE(files.IsChecked(u"a.txt"_s));
     files.Check(u"a.txt"_s);
     EXPECT_EQ(files.Fault(u"a.txt"_s), u"1行[ ]指定異常"_s);
@@ -52,30 +43,33 @@ TEST(StudyFolder, ListsTextFilesByNameAndSaysWhatIsWrongWithThem)
     sameSize.close();
     files.Refresh();
     EXPECT_FALSE(files.IsChecked(u"a.txt"_s)) << "changed without a change of size";
-    QFile::remove(folder.Path(u"long.txt"_s));
+    sameSize.remove();
     files.Refresh();
-    files.Check(u"long.txt"_s);
-    EXPECT_EQ(files.Fault(u"long.txt"_s), QString()) << "gone";
-    QFile::remove(folder.Path(u"a.txt"_s));
-    EXPECT_EQ(FileFault(folder.Path(u"a.txt"_s)), u"読み込み不可"_s);
+    files.Check(u"a.txt"_s);
+    EXPECT_EQ(files.Fault(u"a.txt"_s), QString()) << "gone";
+}
+
+TEST(FileFault, SaysWhatKeepsAFileFromBeingOpenedAndWhatItIsOpenedWithout)
+{
+    const Rows<QString, QByteArray, QString> rows = {
+        {u"euc.txt"_s, "\xC6\xFC\xCB\xDC\xB8\xEC\xA4\xCE\r\n", u"文字コード＝EUC"_s},
+        {u"long.txt"_s, QByteArray(101, 'x'), u"1行目 100バイト超過"_s},
+        {u"one bracket.txt"_s, "ok\r\n[a\r\n", u"2行[ ]指定異常"_s},
+        {u"brackets turned.txt"_s, "]a[", u"1行[ ]指定異常"_s},
+        {u"blank beside full-width.txt"_s, "[a] \x81\x6D\x62\x81\x6E", QString()},
+        {u"no bracket.txt"_s, "a", u"空欄なし"_s},
+        {u"full-width only.txt"_s, "\x81\x6D\x62\x81\x6E", u"空欄なし（［ ］は全角）"_s},
+        {u"quote in the t'itle.txt"_s, "[a]", u"学習記録なし（名前に '）"_s},
+        {u"two remark's.txt"_s, "a", u"空欄なし、学習記録なし（名前に '）"_s},
+        {u"quote behind.the title'.txt"_s, "[a]", QString()},
+    };
+    const TestFolder folder;
+    for (const auto &[name, bytes, fault] : rows)
+        EXPECT_EQ(FileFault(folder.Write(name, bytes)), fault) << name.toStdString();
+    EXPECT_EQ(FileFault(folder.Path(u"gone.txt"_s)), u"読み込み不可"_s);
     QFile large(folder.Write(u"large.txt"_s, ""));
     ASSERT_TRUE(large.resize(MostFileBytes + 1)) << "without a block on the disk";
     EXPECT_EQ(FileFault(large.fileName()), u"64MB超過"_s);
-}
-
-TEST(FileFault, SaysWhatTheFileIsOpenedWithout)
-{
-    const Rows<QString, QString, QString> rows = {
-        {u"blank beside full-width.txt"_s, u"[a] ［b］"_s, QString()},
-        {u"no bracket.txt"_s, u"a"_s, u"空欄なし"_s},
-        {u"full-width only.txt"_s, u"［b］"_s, u"空欄なし（［ ］は全角）"_s},
-        {u"quote in the t'itle.txt"_s, u"[a]"_s, u"学習記録なし（名前に '）"_s},
-        {u"two remark's.txt"_s, u"a"_s, u"空欄なし、学習記録なし（名前に '）"_s},
-        {u"quote behind.the title'.txt"_s, u"[a]"_s, QString()},
-    };
-    const TestFolder folder;
-    for (const auto &[name, line, fault] : rows)
-        EXPECT_EQ(FileFault(folder.WriteStudyFile(name, {line})), fault) << name.toStdString();
 }
 
 TEST(CheckSelection, TakesAPrintableCopyOnlyForStudying)
@@ -87,7 +81,7 @@ TEST(CheckSelection, TakesAPrintableCopyOnlyForStudying)
 
 namespace {
 
-class FileWindowTest : public testing::Test
+class FileWindowTest : public WindowTest
 {
   protected:
     FileWindowTest()
@@ -104,14 +98,10 @@ class FileWindowTest : public testing::Test
                     [key](QWidget *dialog) { QTest::keyClick(dialog->findChild<QListView *>(u"lstFile"_s), key); });
     }
 
-    TestFolder folder;
     QString good;
     QString bad;
-    RecordingServices services;
     StudyDatabase database{services};
-    frmMsg msg{services, u"wav"_s};
     frmFile window{services, database, msg, folder.Path(), u"花子"_s, nullptr};
-    DialogScript script;
 };
 
 } // namespace

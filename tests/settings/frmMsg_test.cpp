@@ -1,8 +1,5 @@
-#include "settings/frmMsg.h"
-#include "support/DialogScript.h"
-#include "support/RecordingServices.h"
 #include "support/Rows.h"
-#include "support/TestFiles.h"
+#include "support/WindowTest.h"
 #include "widgets/DialogFocus.h"
 
 #include <QPushButton>
@@ -16,14 +13,14 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-class MsgTest : public testing::Test
+class MsgTest : public WindowTest
 {
   protected:
     /// Shows the dialog and does something as soon as it is visible, which is before its timer has fired.
     MsgResult Show(const QString &message, MsgStyle style, const std::function<void()> &atOnce)
     {
-        QTimer::singleShot(0, &dialog, atOnce);
-        return dialog.DispFrmMsg(&owner, message, style, u"notify.wav"_s);
+        QTimer::singleShot(0, &msg, atOnce);
+        return msg.DispFrmMsg(&owner, message, style, u"notify.wav"_s);
     }
 
     /// Sends a key event as the window system does: a press or release with its time and the flag of a repetition.
@@ -36,13 +33,10 @@ class MsgTest : public testing::Test
 
     QPushButton *Button(const char16_t *name)
     {
-        return dialog.findChild<QPushButton *>(QString::fromUtf16(name));
+        return msg.findChild<QPushButton *>(QString::fromUtf16(name));
     }
 
-    RecordingServices services;
-    frmMsg dialog{services, u"wav"_s};
     QWidget owner;
-    DialogScript script;
 };
 
 } // namespace
@@ -52,9 +46,9 @@ TEST_F(MsgTest, TakesNoAnswerBeforeItsTimerHasFired)
     script.Click(u"frmMsg"_s, u"cmdCancel"_s);
     const MsgResult result = Show(u"続けますか？"_s, MsgStyle::YesNo, [this] {
         EXPECT_FALSE(Button(u"cmdOK")->isEnabled());
-        QTest::keyClick(&dialog, Qt::Key_Return);
-        QTest::keyClick(&dialog, Qt::Key_Escape);
-        EXPECT_TRUE(dialog.isVisible());
+        QTest::keyClick(&msg, Qt::Key_Return);
+        QTest::keyClick(&msg, Qt::Key_Escape);
+        EXPECT_TRUE(msg.isVisible());
     });
     EXPECT_EQ(result, MsgResult::Cancel);
     EXPECT_EQ(services.sounds, QStringList(QDir::toNativeSeparators(u"wav/notify.wav"_s)));
@@ -75,10 +69,10 @@ TEST_F(MsgTest, AHeldKeyAnswersOnlyOnceItWasReleasedAndPressedAgain)
                 SendKey(Button(u"cmdOK"), QEvent::KeyPress, key, timeMs, false);
             }
             SendKey(Button(u"cmdOK"), QEvent::KeyRelease, key, 1205, false);
-            ASSERT_TRUE(dialog.isVisible()) << "key " << key;
+            ASSERT_TRUE(msg.isVisible()) << "key " << key;
             SendKey(Button(u"cmdOK"), QEvent::KeyPress, key, 1240, false);
             SendKey(Button(u"cmdOK"), QEvent::KeyRelease, key, 1300, false);
-            EXPECT_FALSE(dialog.isVisible()) << "key " << key;
+            EXPECT_FALSE(msg.isVisible()) << "key " << key;
         });
         EXPECT_EQ(Show(u"続けますか？"_s, MsgStyle::YesNo, [] {}), result) << "key " << key;
     }
@@ -95,8 +89,8 @@ TEST_F(MsgTest, ShowsTheButtonsOfItsStyleInTheMiddle)
             EXPECT_EQ(Button(u"cmdCancel")->isVisible(), hasCancel);
             const QRect buttons =
                 Button(u"cmdOK")->geometry() | Button(hasCancel ? u"cmdCancel" : u"cmdOK")->geometry();
-            EXPECT_NEAR(buttons.left(), dialog.width() - 1 - buttons.right(), 1);
-            EXPECT_EQ(dialog.height() - 1 - buttons.bottom(), 3);
+            EXPECT_NEAR(buttons.left(), msg.width() - 1 - buttons.right(), 1);
+            EXPECT_EQ(msg.height() - 1 - buttons.bottom(), 3);
             EXPECT_GE(buttons.left(), 0) << "a short text cuts the buttons off";
         };
         EXPECT_EQ(Show(u"短い"_s, style, look), MsgResult::Ok);
@@ -107,39 +101,24 @@ TEST_F(MsgTest, ShowsTheButtonsOfItsStyleInTheMiddle)
     EXPECT_EQ(services.messages, QStringList(u"err!"_s));
 }
 
-TEST_F(MsgTest, GrowsWithItsTextAndAnswersNothingWhenClosed)
+TEST_F(MsgTest, GrowsWithItsTextUpToTheScreenAndAnswersNothingWhenClosed)
 {
-    int shortHeight = 0;
-    EXPECT_EQ(Show(u"一行"_s, MsgStyle::OkCancel,
-                   [&] {
-                       shortHeight = dialog.height();
-                       dialog.close();
-                   }),
-              MsgResult::None);
-    EXPECT_EQ(Show(u"一行\r\n二行\r\n三行\r\n"_s + QString(40'000, u'長'), MsgStyle::Ok,
-                   [&] {
-                       const QLabel *const label = dialog.findChild<QLabel *>(u"lblMsg"_s);
-                       EXPECT_GT(dialog.height(), shortHeight);
-                       EXPECT_EQ(dialog.height(), label->mapTo(&dialog, QPoint()).y() + label->height() + 60);
-                       EXPECT_LE(dialog.width(), dialog.screen()->availableSize().width());
-                       dialog.close();
-                   }),
-              MsgResult::None);
-}
-
-TEST_F(MsgTest, AMessageThatIsTooLargeForTheScreenScrolls)
-{
-    for (const QString &message : {u"長い行\r\n"_s.repeated(500), QString(300, u'w')}) {
-        script.Click(u"frmMsg"_s, u"cmdOK"_s);
-        Show(message, MsgStyle::Ok, [&] {
-            const QSize screenSize = dialog.screen()->availableSize();
-            EXPECT_TRUE(QRect(QPoint(), screenSize).contains(dialog.frameGeometry()));
-            EXPECT_TRUE(dialog.rect().contains(Button(u"cmdOK")->geometry()));
-            auto *const area = dialog.findChild<QScrollArea *>(u"fraMsg"_s);
+    QList<int> heights;
+    for (const QString &message :
+         {u"一行"_s, u"一行\r\n二行\r\n三行\r\n"_s, u"長い行\r\n"_s.repeated(500), QString(300, u'w')}) {
+        const auto look = [&] {
+            heights += msg.height();
+            EXPECT_TRUE(QRect(QPoint(), msg.screen()->availableSize()).contains(msg.frameGeometry()));
+            EXPECT_TRUE(msg.rect().contains(Button(u"cmdOK")->geometry()));
+            auto *const area = msg.findChild<QScrollArea *>(u"fraMsg"_s);
+            EXPECT_EQ(msg.height(), area->geometry().bottom() + 1 + 60);
             area->ensureVisible(area->widget()->width(), area->widget()->height(), 0, 0);
             EXPECT_TRUE(area->widget()->visibleRegion().contains(area->widget()->rect().bottomRight()));
-        });
+            msg.close();
+        };
+        EXPECT_EQ(Show(message, MsgStyle::Ok, look), MsgResult::None);
     }
+    EXPECT_GT(heights[1], heights[0]);
 }
 
 TEST(DialogFocus, TheWindowThatAskedHasTheKeyboardAgain)

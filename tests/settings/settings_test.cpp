@@ -1,15 +1,12 @@
 #include "platform/modCommandLine.h"
 #include "settings/frmIni.h"
-#include "settings/frmMsg.h"
 #include "settings/modCharCode.h"
 #include "settings/modEditor.h"
 #include "settings/modSettings.h"
 #include "settings/modSpeech.h"
 #include "settings/modZoom.h"
-#include "support/DialogScript.h"
-#include "support/RecordingServices.h"
 #include "support/Rows.h"
-#include "support/TestFiles.h"
+#include "support/WindowTest.h"
 
 #include <QLineEdit>
 #include <QTest>
@@ -147,14 +144,13 @@ TEST(Editor, KnownEditorsAreGivenTheLine)
     EXPECT_EQ(services.TakeMessages(), QStringList(u"次のコマンドを起動できません。\r\n  gone.exe \"x.txt\""_s));
 }
 
-TEST(SettingsWindow, MovesTheFontSizeByKeysAndRefusesAnEditorThatTheFileCannotHold)
+using SettingsWindowTest = WindowTest;
+
+TEST_F(SettingsWindowTest, MovesTheFontSizeByKeysAndRefusesAnEditorThatTheFileCannotHold)
 {
-    RecordingServices services;
-    frmMsg msg(services, u"wav"_s);
     frmIni window(services, msg, DefaultSettings(), UpperBounds(300), nullptr);
     Settings settings = DefaultSettings();
     settings.FontSize = 11.25f;
-    DialogScript script;
     script.When(u"frmIni"_s, [](QWidget *dialog) {
         EXPECT_EQ(dialog->focusWidget()->objectName(), u"optFontSize1");
         QTest::keyClick(dialog->focusWidget(), Qt::Key_Right);
