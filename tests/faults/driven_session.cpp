@@ -57,16 +57,11 @@ qint64 HeapBytes()
 class FaultServices : public RecordingServices
 {
   public:
-    explicit FaultServices(int day)
-    {
-        now = QDateTime(QDate(2024, 1, 1).addDays(day), QTime(6, 0));
-    }
-
+    using RecordingServices::ShowMessage;
     void ShowMessage(const QString &text) override
     {
         Say(u"message "_s + text.simplified());
     }
-    using RecordingServices::ShowMessage;
     void PlaySoundFile(const QString &) override {} // thousands of them would look like a leak
     QDateTime Now() const override
     {
@@ -84,6 +79,7 @@ class Learner : public QObject
     explicit Learner(const QString &user) : m_user(user) {}
 
     std::function<void(int)> onAction = [](int) {};
+    frmText *study = nullptr; ///< the window to study in, once it is there
 
     /// Answers every window from now on.
     void Step()
@@ -92,14 +88,8 @@ class Learner : public QObject
                            &Learner::Step); // goes on also while one of the actions waits in a window of its own
         if (QWidget *const dialog = QApplication::activeModalWidget())
             AnswerDialog(dialog);
-        else if (m_study && m_study->isVisible() && !m_isBusy)
+        else if (study && study->isVisible() && !m_isBusy)
             Study();
-    }
-
-    /// Studies in this window from now on.
-    void TakeStudy(frmText *study)
-    {
-        m_study = study;
     }
 
   private:
@@ -154,18 +144,18 @@ class Learner : public QObject
     void Study()
     {
         m_isBusy = true;
-        auto *const page = m_study->findChild<PicText *>(u"picText"_s);
+        auto *const page = study->findChild<PicText *>(u"picText"_s);
         onAction(++m_count);
-        if (m_study->isHidden())
+        if (study->isHidden())
             return; // that was the last one
         if (m_count % 50 == 0)
-            Click(m_study, u"cmdFile");
+            Click(study, u"cmdFile");
         else if (m_count % 31 == 0)
-            Click(m_study, u"cmdIni");
+            Click(study, u"cmdIni");
         else if (m_count % 17 == 0)
-            Click(m_study, u"cmdReRead");
+            Click(study, u"cmdReRead");
         else if (m_count % 97 == 0)
-            Click(m_study, u"cmdSearch");
+            Click(study, u"cmdSearch");
         else if (m_count % 7 == 0)
             QTest::keyClick(page, m_count % 3 == 0 ? Qt::Key_Space : Qt::Key_Right, Qt::ControlModifier);
         else if (m_count % 5 == 0)
@@ -177,7 +167,6 @@ class Learner : public QObject
     }
 
     QString m_user;
-    frmText *m_study = nullptr;
     bool m_isBusy = false;
     bool m_isStudying = false;
     int m_completed = 0;
@@ -194,7 +183,8 @@ int main(int argc, char *argv[])
     const QString folder = arguments.value(1);
     const QString mode = arguments.value(2);
     const QString user = mode == u"study" ? arguments.value(3) : u"user"_s;
-    FaultServices services(mode == u"study" ? arguments.value(4).toInt() : 0);
+    FaultServices services;
+    services.now = QDateTime(QDate(2024, 1, 1).addDays(arguments.value(4).toInt()), QTime(6, 0));
     const InstanceMark instance(folder);
     const RunLog log(folder, u"Kotoban"_s, services.Clock());
     StudyDatabase database(services);
@@ -229,7 +219,7 @@ int main(int argc, char *argv[])
         };
     }
     study.show();
-    learner.TakeStudy(&study);
+    learner.study = &study;
     QApplication::exec();
     Say(u"grown by %1 %"_s.arg(100.0 * double(HeapBytes() - heapAtFirst) / double(heapAtFirst), 0, 'f', 2));
     return 0;

@@ -92,18 +92,6 @@ class Faults : public testing::Test
         }
     }
 
-    /// A backup that bears its name is a database.
-    void ExpectWholeBackups()
-    {
-        QStringList days;
-        for (const QString &name : QDir(folder.Path(u"db_backup"_s)).entryList({u"kotoban_*"_s}, QDir::Files)) {
-            EXPECT_EQ(Query(folder.Path(u"db_backup/"_s + name), "pragma integrity_check"), u"ok"_s)
-                << name.toStdString();
-            days += name.section(u'-', 0, 0);
-        }
-        EXPECT_EQ(days.removeDuplicates(), 0);
-    }
-
     void AddSession()
     {
         const QByteArray session = "'2024/03/05','a','10:00:00','f','2024/03/05 11:00:00',5";
@@ -177,7 +165,12 @@ TEST_F(Faults, DeathAtAnyMomentLosesNothingThatWasComplete)
             users += user; // it was in the list, but there was no time left to say so
         EXPECT_EQ(listed, users);
     }
-    ExpectWholeBackups();
+    QStringList days;
+    for (const QString &name : QDir(folder.Path(u"db_backup"_s)).entryList({u"kotoban_*"_s}, QDir::Files)) {
+        EXPECT_EQ(Query(folder.Path(u"db_backup/"_s + name), "pragma integrity_check"), u"ok"_s) << name.toStdString();
+        days += name.section(u'-', 0, 0);
+    }
+    EXPECT_EQ(days.removeDuplicates(), 0) << "a backup that bears its name is a whole one";
     EXPECT_GT(completed, 20) << "it was killed too early to have much to lose";
 }
 

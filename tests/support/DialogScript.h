@@ -22,7 +22,7 @@ class DialogScript : public QObject
     /// When the named window is open and usable, does something with it.
     void When(const QString &window, std::function<void(QWidget *)> action)
     {
-        m_steps.push_back({window, std::move(action)});
+        m_steps.emplace_back(window, std::move(action));
     }
 
     /// When the named window is open and its button takes a click, clicks it.
@@ -40,12 +40,6 @@ class DialogScript : public QObject
     QStringList messages;
 
   private:
-    struct Step
-    {
-        QString window;
-        std::function<void(QWidget *)> action;
-    };
-
     static bool IsUsable(const QWidget *dialog)
     {
         const auto *const ok = dialog->findChild<QAbstractButton *>(QStringLiteral("cmdOK"));
@@ -57,7 +51,7 @@ class DialogScript : public QObject
         QWidget *const dialog = QApplication::activeModalWidget();
         if (!dialog || m_isQueued)
             return;
-        if (m_steps.empty() || dialog->objectName() != m_steps.front().window || !IsUsable(dialog)) {
+        if (m_steps.empty() || dialog->objectName() != m_steps.front().first || !IsUsable(dialog)) {
             GiveUpOn(dialog);
             return;
         }
@@ -69,9 +63,9 @@ class DialogScript : public QObject
         // again.
         m_isQueued = true;
         ++m_running;
-        QTimer::singleShot(0, dialog, [this, dialog, step = m_steps.front()] {
+        QTimer::singleShot(0, dialog, [this, dialog, action = m_steps.front().second] {
             m_isQueued = false;
-            step.action(dialog);
+            action(dialog);
             --m_running;
         });
         m_steps.pop_front();
@@ -92,5 +86,5 @@ class DialogScript : public QObject
     bool m_isQueued = false;
     int m_running = 0;
     int m_waitedMs = 0;
-    std::deque<Step> m_steps;
+    std::deque<std::pair<QString, std::function<void(QWidget *)>>> m_steps;
 };

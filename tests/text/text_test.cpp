@@ -123,20 +123,19 @@ TEST(ReadTextFile, RefusesAsOneEvent)
         EXPECT_EQ(errorLine, expectedLine) << name;
         EXPECT_EQ(lines.Count(), 0) << name;
     }
-    StudyLines lines;
-    QString message;
-    int errorLine = 0;
-    EXPECT_FALSE(ReadTextFile(folder.Path(u"gone.txt"_s), MaxLineBytes, &lines, &message, &errorLine));
-    EXPECT_TRUE(message.startsWith(u"次のテキストファイルを読み込みできません。\r\n    ファイル名＝gone\r\n"_s));
+    const auto refusalOf = [](const QString &path) {
+        StudyLines lines;
+        return ReadStudyText(path, MaxLineBytes, &lines).message;
+    };
+    EXPECT_TRUE(refusalOf(folder.Path(u"gone.txt"_s))
+                    .startsWith(u"次のテキストファイルを読み込みできません。\r\n    ファイル名＝gone\r\n"_s));
     QFile large(folder.Write(u"large.txt"_s, "\xFF\xFE["));
     ASSERT_TRUE(large.resize(MostFileBytes)) << "without a block on the disk";
-    EXPECT_FALSE(ReadTextFile(large.fileName(), MaxLineBytes, &lines, &message, &errorLine));
-    EXPECT_EQ(message, WrongCharCodeMessage(u"large"_s, u"UTF16_LE"_s)) << "as large as a file may be";
+    EXPECT_EQ(refusalOf(large.fileName()), WrongCharCodeMessage(u"large"_s, u"UTF16_LE"_s)) << "as large as it may be";
     ASSERT_TRUE(large.resize(MostFileBytes + 1));
-    EXPECT_FALSE(ReadTextFile(large.fileName(), MaxLineBytes, &lines, &message, &errorLine));
-    EXPECT_EQ(message, u"次のテキストファイルは大きすぎるため読み込みできません。\r\n    ファイル名＝large\r\n\r\n"
-                       u"このファイルを64MB以下のファイルに分けてから，\r\n再度ファイルを選択してください。"_s);
-    EXPECT_EQ(errorLine, 1);
+    EXPECT_EQ(refusalOf(large.fileName()),
+              u"次のテキストファイルは大きすぎるため読み込みできません。\r\n    ファイル名＝large\r\n\r\n"
+              u"このファイルを64MB以下のファイルに分けてから，\r\n再度ファイルを選択してください。"_s);
     EXPECT_EQ(WrongCharCodeMessage(u"week1"_s, u"EUC"_s),
               u"次のテキストファイルの文字コードはShift_JISではありません。\r\n    ファイル名＝week1\r\n"
               u"    文字コード＝EUC\r\n\r\n"
