@@ -11,13 +11,13 @@ using namespace Qt::Literals::StringLiterals;
 
 QStringList ReadUserNames(const QString &path)
 {
+    // Not by ReadText: a few short names may look like another encoding, and a list that is refused looks like none.
     QByteArray bytes;
     QString error;
-    QStringList names;
-    if (!ReadWholeFile(path, &bytes, &error))
-        return names;
+    ReadWholeFile(path, &bytes, &error); // leaves no bytes of a file that it cannot read
     StudyLines lines;
     ReadAllLines(bytes, ExpandTabs::No, &lines);
+    QStringList names;
     for (int line = 1; line <= lines.Count(); ++line)
         names += lines.at1(line).toString();
     return names;

@@ -1,5 +1,5 @@
 // Reads a text file into lines, or refuses it for its size, its encoding or, in a study file, one of its lines. Whoever
-// reads a text reads it here, and makes its own message or remark from the TextRefusal.
+// can refuse a text reads it here, and makes its own message or remark from the TextRefusal.
 #pragma once
 
 #include "text/modStudyLines.h"

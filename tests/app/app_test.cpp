@@ -157,9 +157,10 @@ TEST(UserList, GrowsByWholeLines)
     EXPECT_TRUE(ReadUserNames(path).isEmpty());
     EXPECT_TRUE(AppendUserName(path, u" 花子 "_s, &error));
     EXPECT_EQ(folder.Read(u"ListUserName.txt"_s), " \x89\xD4\x8Eq \r\n");
-    folder.Write(u"ListUserName.txt"_s, "taro\nhanako");
+    folder.Write(u"ListUserName.txt"_s, "taro\n\xB1\xB2");
     EXPECT_TRUE(AppendUserName(path, u"Taro"_s, &error));
-    EXPECT_EQ(folder.Read(u"ListUserName.txt"_s), "taro\nhanako\r\nTaro\r\n");
+    EXPECT_EQ(folder.Read(u"ListUserName.txt"_s), "taro\n\xB1\xB2\r\nTaro\r\n");
+    EXPECT_EQ(ReadUserNames(path), QStringList({u"taro"_s, u"ｱｲ"_s, u"Taro"_s})) << "and not what it is as EUC";
     QFile large(path);
     ASSERT_TRUE(large.resize(MostFileBytes + 1));
     EXPECT_FALSE(AppendUserName(path, u"x"_s, &error)) << "what cannot be read is not replaced";
