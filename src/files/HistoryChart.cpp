@@ -1,6 +1,7 @@
 #include "files/HistoryChart.h"
 
 #include "base/modDateText.h"
+#include "widgets/Contrast.h"
 
 #include <QPainter>
 
@@ -75,6 +76,12 @@ QRect HistoryChart::TextRect() const
     return rect().adjusted(margin, 0, -margin, 0);
 }
 
+/// A colour that the palette does not have, made visible on its background.
+QColor HistoryChart::Visible(const QColor &colour) const
+{
+    return WithContrast(colour, palette().color(QPalette::Base), palette().color(QPalette::Text), ShapeContrast);
+}
+
 void HistoryChart::PaintSpan(QPainter *painter) const
 {
     painter->setPen(palette().color(QPalette::Text));
@@ -87,13 +94,14 @@ void HistoryChart::PaintBars(QPainter *painter, const QRect &plot, const std::ve
                              qint64 mostSeconds) const
 {
     const double step = double(plot.width()) / double(bars.size());
+    const QColor barColour = Visible(BarColour);
     double left = plot.left();
     for (const HistoryBar &bar : bars) {
         const double height = plot.height() * double(bar.seconds) / double(mostSeconds);
-        painter->fillRect(QRectF(left, plot.bottom() - height, qMax(1.0, step * 0.8), height), BarColour);
+        painter->fillRect(QRectF(left, plot.bottom() - height, qMax(1.0, step * 0.8), height), barColour);
         left += step;
     }
-    painter->setPen(AxisColour);
+    painter->setPen(Visible(AxisColour));
     painter->drawLine(plot.bottomLeft(), plot.bottomRight());
 }
 
@@ -108,7 +116,7 @@ void HistoryChart::PaintLine(QPainter *painter, const QRect &plot, const std::ve
         x += step;
     }
     painter->setRenderHint(QPainter::Antialiasing);
-    painter->setPen(QPen(LineColour, fontMetrics().lineWidth() * 1.5));
+    painter->setPen(QPen(Visible(LineColour), fontMetrics().lineWidth() * 1.5));
     painter->drawPolyline(points);
 }
 
@@ -121,9 +129,9 @@ void HistoryChart::PaintLegend(QPainter *painter, qint64 mostSeconds, qint64 mos
     const QString dash = u"―"_s;
     const int barWidth = fontMetrics().horizontalAdvance(bar);
     const int answersWidth = fontMetrics().horizontalAdvance(answersText);
-    painter->setPen(BarColour);
+    painter->setPen(Visible(BarColour));
     painter->drawText(legend, Qt::AlignLeft | Qt::AlignTop, bar);
-    painter->setPen(LineColour);
+    painter->setPen(Visible(LineColour));
     painter->drawText(legend.adjusted(0, 0, -answersWidth, 0), Qt::AlignRight | Qt::AlignTop, dash);
     painter->setPen(palette().color(QPalette::Text));
     painter->drawText(legend.adjusted(barWidth, 0, 0, 0), Qt::AlignLeft | Qt::AlignTop,

@@ -26,6 +26,7 @@ class HistoryChart : public QWidget
     void PaintLine(QPainter *painter, const QRect &plot, const std::vector<HistoryBar> &bars, qint64 mostAnswers) const;
     void PaintLegend(QPainter *painter, qint64 mostSeconds, qint64 mostAnswers) const;
     QRect TextRect() const;
+    QColor Visible(const QColor &colour) const;
 
     History m_history;
 };

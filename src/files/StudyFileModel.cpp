@@ -1,5 +1,7 @@
 #include "files/StudyFileModel.h"
 
+#include "widgets/Contrast.h"
+
 #include <QApplication>
 #include <QPainter>
 
@@ -78,8 +80,11 @@ void StudyFileDelegate::paint(QPainter *painter, const QStyleOptionViewItem &opt
     style->drawControl(QStyle::CE_ItemViewItem, &item, painter, item.widget);
 
     const bool isSelected = item.state.testFlag(QStyle::State_Selected);
-    QColor colour = item.palette.color(isSelected ? QPalette::HighlightedText : QPalette::Text);
-    colour.setAlphaF(isSelected ? 1.0f : 0.65f);
+    const QPalette::ColorGroup group =
+        item.state.testFlag(QStyle::State_Active) ? QPalette::Active : QPalette::Inactive;
+    const QColor colour =
+        isSelected ? item.palette.color(group, QPalette::HighlightedText)
+                   : Dimmed(item.palette.color(group, QPalette::Text), item.palette.color(group, QPalette::Base));
     painter->save();
     painter->setFont(item.font);
     painter->setPen(colour);

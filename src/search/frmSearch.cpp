@@ -1,8 +1,10 @@
 #include "search/frmSearch.h"
 
 #include "base/modLog.h"
+#include "widgets/Contrast.h"
 #include "widgets/ScreenFit.h"
 
+#include <QEvent>
 #include <QGridLayout>
 #include <QLabel>
 #include <QLineEdit>
@@ -60,11 +62,7 @@ frmSearch::frmSearch(KeywordSearch &search, QWidget *owner)
     txtSearch->setObjectName(u"txtSearch"_s);
     txtSearch->setPlaceholderText(u"キーワードまたは本文の言葉"_s);
     txtSearch->setAccessibleName(u"探す言葉"_s);
-    QPalette readable = txtSearch->palette(); // not every dark palette has a light colour for this
-    QColor dimmed = readable.color(QPalette::Text);
-    dimmed.setAlphaF(0.7f);
-    readable.setColor(QPalette::PlaceholderText, dimmed);
-    txtSearch->setPalette(readable);
+    DimPlaceholder();
     lstKeyword->setAccessibleName(u"キーワード"_s);
     lstKeyword->setObjectName(u"lstKeyword"_s);
     lstKeyword->setModel(m_entries);
@@ -97,6 +95,22 @@ frmSearch::frmSearch(KeywordSearch &search, QWidget *owner)
     const QSize size(40 * fontMetrics().averageCharWidth(), 24 * fontMetrics().height());
     resize(size.expandedTo(minimumSizeHint()).boundedTo(AvailableSize(this)));
     Refresh();
+}
+
+void frmSearch::changeEvent(QEvent *event)
+{
+    QDialog::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange)
+        DimPlaceholder();
+}
+
+/// Not every dark palette has a light colour for this.
+void frmSearch::DimPlaceholder()
+{
+    QPalette dimmed;
+    dimmed.setColor(QPalette::PlaceholderText,
+                    Dimmed(palette().color(QPalette::Text), palette().color(QPalette::Base)));
+    txtSearch->setPalette(dimmed);
 }
 
 void frmSearch::Open()

@@ -62,7 +62,11 @@ class frmSearch : public QDialog
     /// A place was chosen, and what was searched for.
     void SpanChosen(const TextSpan &place, const QString &wanted);
 
+  protected:
+    void changeEvent(QEvent *event) override;
+
   private:
+    void DimPlaceholder();
     void txtSearch_Change();
     void lstKeyword_Click();
     void cmdNext_Click();

@@ -3,8 +3,10 @@
 #include "settings/modZoom.h"
 #include "view/LineField.h"
 #include "view/modStudyRound.h"
+#include "widgets/Contrast.h"
 #include "widgets/FlowLayout.h"
 
+#include <QEvent>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QProgressBar>
@@ -46,9 +48,7 @@ StudyStateBar::StudyStateBar(QWidget *parent)
     prgShown->setFixedSize(fontMetrics().averageCharWidth() * 16, qMax(8, fontMetrics().height() / 2));
     connect(m_lineField, &LineField::LineChosen, this, &StudyStateBar::LineChosen);
     connect(m_lineField, &LineField::Closed, this, &StudyStateBar::LineFieldClosed);
-    QPalette dimmed = lblKeyword->palette();
-    dimmed.setColor(QPalette::WindowText, QColor(128, 128, 128)); // colour 8 of the palette of 16
-    lblKeyword->setPalette(dimmed);
+    DimKeyword();
     lblKeyword->hide();
     for (QWidget *const control : std::initializer_list<QWidget *>{prgShown, lblMinN, lblMin, lblSecN, lblSec})
         KeepSizeWhenHidden(control);
@@ -65,6 +65,22 @@ StudyStateBar::StudyStateBar(QWidget *parent)
     row->setContentsMargins(0, 0, 0, 0);
     row->addLayout(progress, 1);
     row->addWidget(Group({lblMinN, lblMin, lblSecN, lblSec}), 0, Qt::AlignTop);
+}
+
+void StudyStateBar::changeEvent(QEvent *event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange)
+        DimKeyword();
+}
+
+/// Dark grey, where the desktop is light.
+void StudyStateBar::DimKeyword()
+{
+    QPalette dimmed;
+    dimmed.setColor(QPalette::WindowText,
+                    Dimmed(palette().color(QPalette::WindowText), palette().color(QPalette::Window)));
+    lblKeyword->setPalette(dimmed);
 }
 
 QLabel *StudyStateBar::AddLabel(const QString &name, const QString &text)

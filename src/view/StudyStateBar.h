@@ -44,9 +44,13 @@ class StudyStateBar : public QWidget
     void LineChosen(int line);
     void LineFieldClosed();
 
+  protected:
+    void changeEvent(QEvent *event) override;
+
   private:
     QWidget *ZoomGroup();
     QToolButton *ZoomButton(const QString &name, const QString &caption, int steps);
+    void DimKeyword();
     QLabel *AddLabel(const QString &name, const QString &text = QString());
     QWidget *Group(const QList<QWidget *> &controls);
 

@@ -1,0 +1,55 @@
+#include "widgets/Contrast.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+/// Part of the light that a channel of sRGB, 0 to 1, gives.
+double Linear(double channel)
+{
+    return channel <= 0.04045 ? channel / 12.92 : std::pow((channel + 0.055) / 1.055, 2.4);
+}
+
+/// Relative luminance, 0 black to 1 white.
+double Luminance(const QColor &colour)
+{
+    return 0.2126 * Linear(colour.redF()) + 0.7152 * Linear(colour.greenF()) + 0.0722 * Linear(colour.blueF());
+}
+
+QColor Mixed(const QColor &one, const QColor &other, float partOfOther)
+{
+    const float part = 1 - partOfOther;
+    return QColor::fromRgbF(one.redF() * part + other.redF() * partOfOther,
+                            one.greenF() * part + other.greenF() * partOfOther,
+                            one.blueF() * part + other.blueF() * partOfOther);
+}
+
+} // namespace
+
+double Contrast(const QColor &one, const QColor &other)
+{
+    const auto [darker, lighter] = std::minmax({Luminance(one), Luminance(other)});
+    return (lighter + 0.05) / (darker + 0.05);
+}
+
+bool IsDarker(const QColor &one, const QColor &other)
+{
+    return Luminance(one) < Luminance(other);
+}
+
+QColor WithContrast(const QColor &wanted, const QColor &background, const QColor &text, double least)
+{
+    constexpr int steps = 20;
+    for (int step = 0; step < steps; ++step) {
+        const QColor colour = Mixed(wanted, text, float(step) / steps).toRgb();
+        if (Contrast(colour, background) >= least)
+            return colour;
+    }
+    return text;
+}
+
+QColor Dimmed(const QColor &text, const QColor &background)
+{
+    return WithContrast(Mixed(background, text, 0.5f), background, text, TextContrast);
+}
