@@ -6,6 +6,7 @@
 #include <QImageReader>
 #include <QLabel>
 #include <QMouseEvent>
+#include <QPainter>
 #include <QVBoxLayout>
 
 using namespace Qt::Literals::StringLiterals;
@@ -47,9 +48,16 @@ void frmPicture::Load(const QString &path, const QString &name)
     const QSize available = AvailableSize(this) * 0.9; // with the edge around the picture
     if (size.width() > available.width() || size.height() > available.height())
         reader.setScaledSize(size.scaled(available, Qt::KeepAspectRatio));
-    const QImage picture = reader.read();
-    if (picture.isNull())
+    QPixmap picture = QPixmap::fromImage(reader.read());
+    if (picture.isNull()) {
         lblPicture->setText(name + u"が見つかりません。"_s);
-    else
-        lblPicture->setPixmap(QPixmap::fromImage(picture));
+        return;
+    }
+    // A drawing without a background is meant for white paper; its lines would vanish on a dark desktop.
+    if (picture.hasAlphaChannel()) {
+        QPainter painter(&picture);
+        painter.setCompositionMode(QPainter::CompositionMode_DestinationOver);
+        painter.fillRect(picture.rect(), Qt::white);
+    }
+    lblPicture->setPixmap(picture);
 }
