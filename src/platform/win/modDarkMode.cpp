@@ -1,0 +1,19 @@
+#include "platform/modDarkMode.h"
+
+#include <windows.h>
+
+// Colours of high contrast are those of the palette, whatever the switch beside them says.
+bool IsSystemInDarkMode()
+{
+    HIGHCONTRASTW contrast = {};
+    contrast.cbSize = sizeof contrast;
+    if (SystemParametersInfoW(SPI_GETHIGHCONTRAST, sizeof contrast, &contrast, 0) &&
+        (contrast.dwFlags & HCF_HIGHCONTRASTON) != 0)
+        return false;
+    DWORD isLight = 1;
+    DWORD size = sizeof isLight;
+    const LSTATUS status =
+        RegGetValueW(HKEY_CURRENT_USER, L"Software\\Microsoft\\Windows\\CurrentVersion\\Themes\\Personalize",
+                     L"AppsUseLightTheme", RRF_RT_REG_DWORD, nullptr, &isLight, &size);
+    return status == ERROR_SUCCESS && isLight == 0;
+}
