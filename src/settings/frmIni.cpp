@@ -8,6 +8,7 @@
 #include "widgets/ScreenFit.h"
 
 #include <QCheckBox>
+#include <QComboBox>
 #include <QDir>
 #include <QFileDialog>
 #include <QGridLayout>
@@ -47,7 +48,8 @@ QLayout *RowOf(std::initializer_list<QWidget *> controls)
 frmIni::frmIni(SystemServices &services, frmMsg &msg, const Settings &defaults, const Settings &upper, QWidget *owner)
     : QDialog(owner), m_services(services), m_msg(msg), m_defaults(defaults), m_upper(upper),
       txtLineSpace(new QLineEdit(this)), lblLSpaceRange(new QLabel(LineSpaceRange(defaults, upper), this)),
-      txtTextEditor(new QLineEdit(this)), chkDispLineNum(new QCheckBox(u"行番号を表示する(&N)"_s, this))
+      txtTextEditor(new QLineEdit(this)), chkDispLineNum(new QCheckBox(u"行番号を表示する(&N)"_s, this)),
+      cboPageColour(new QComboBox(this))
 {
     setObjectName(u"frmIni"_s);
     setWindowTitle(u"設定"_s);
@@ -87,6 +89,10 @@ void frmIni::AddControls()
     txtTextEditor->setMinimumWidth(40 * charPx);
     txtTextEditor->setMaxLength(LongestSetting);
     chkDispLineNum->setObjectName(u"chkDispLineNum"_s);
+    cboPageColour->setObjectName(u"cboPageColour"_s);
+    cboPageColour->setAccessibleName(u"画面の色"_s);
+    cboPageColour->setToolTip(u"本文の背景と文字の色を選びます (Alt+C)"_s);
+    cboPageColour->addItems({u"明るい"_s, u"暗い"_s, u"デスクトップに合わせる"_s}); // as the enumeration has them
     for (int i = 0; i < 3; ++i) {
         optFontSize[i] = new QRadioButton(FontSizeText(FontSizes[i]), this);
         optFontSize[i]->setObjectName(u"optFontSize"_s + QString::number(i));
@@ -116,7 +122,7 @@ void frmIni::AddControls()
     QWidget *last = optFontSize[0];
     for (QWidget *const next :
          std::initializer_list<QWidget *>{optFontSize[1], optFontSize[2], txtLineSpace, txtTextEditor, cmdBrowse,
-                                          cmdRunEditor, chkDispLineNum, cmdChangeSetting, cmdCancel}) {
+                                          cmdRunEditor, chkDispLineNum, cboPageColour, cmdChangeSetting, cmdCancel}) {
         setTabOrder(last, next);
         last = next;
     }
@@ -141,6 +147,8 @@ QWidget *frmIni::SettingsArea(QLayout *editorButtons)
     grid->addWidget(txtTextEditor, 2, 1);
     grid->addLayout(editorButtons, 3, 1);
     grid->addWidget(chkDispLineNum, 4, 1);
+    grid->addWidget(LabelOf(cboPageColour, u"lblPageColour"_s, u"画面の色(&C)："_s), 5, 0);
+    grid->addLayout(RowOf({cboPageColour}), 5, 1);
     fraSettings->setWidget(settings);
     return fraSettings;
 }
@@ -169,6 +177,7 @@ void frmIni::ShowSettings(const Settings &settings)
     txtLineSpace->setText(QString::number(settings.LineSpace));
     txtTextEditor->setText(settings.TextEditor);
     chkDispLineNum->setChecked(settings.bolDispLineNum);
+    cboPageColour->setCurrentIndex(int(settings.pageColour));
 }
 
 Settings frmIni::TakeSettings(const Settings &before) const
@@ -180,6 +189,7 @@ Settings frmIni::TakeSettings(const Settings &before) const
     settings.LineSpace = txtLineSpace->text().toInt();
     settings.TextEditor = txtTextEditor->text();
     settings.bolDispLineNum = chkDispLineNum->isChecked();
+    settings.pageColour = PageColourChoice(cboPageColour->currentIndex());
     return settings;
 }
 

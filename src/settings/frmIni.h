@@ -8,6 +8,7 @@
 
 class frmMsg;
 class QCheckBox;
+class QComboBox;
 class QLabel;
 class QLayout;
 class QLineEdit;
@@ -54,4 +55,5 @@ class frmIni : public QDialog
     QLabel *lblLSpaceRange;
     QLineEdit *txtTextEditor;
     QCheckBox *chkDispLineNum;
+    QComboBox *cboPageColour;
 };

@@ -12,6 +12,7 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 const QString DefaultEditor = u"notepad.exe"_s;
+const QString PageColourNames[] = {u"Light"_s, u"Dark"_s, u"Desktop"_s}; // in the order of the enumeration
 
 void RepairFontSize(const QString &text, const Settings &defaults, Settings *settings, QStringList *messages)
 {
@@ -122,6 +123,7 @@ Settings SettingsFile::Read(const Settings &defaults, const Settings &upper, QSt
     }
     const QString lineNumbers = ReadIni(u"bolDispLineNum"_s, defaults.bolDispLineNum ? u"True"_s : u"False"_s);
     settings.bolDispLineNum = lineNumbers.compare(u"true", Qt::CaseInsensitive) == 0;
+    settings.pageColour = ReadPageColour();
     return settings;
 }
 
@@ -145,6 +147,21 @@ bool SettingsFile::WriteFileIniFormPos(int leftPx) const
 {
     WriteTrace(u"WriteFileIniFormPos()");
     return leftPx < 0 || WriteIni(u"FormLeft"_s, QString::number(leftPx));
+}
+
+/// A missing or odd text means light and is not worth a message.
+PageColourChoice SettingsFile::ReadPageColour() const
+{
+    const QString name = ReadIni(u"PageColour"_s, QString());
+    for (const PageColourChoice colour : {PageColourChoice::Dark, PageColourChoice::Desktop})
+        if (name.compare(PageColourNames[int(colour)], Qt::CaseInsensitive) == 0)
+            return colour;
+    return PageColourChoice::Light;
+}
+
+bool SettingsFile::WritePageColour(PageColourChoice choice) const
+{
+    return WriteIni(u"PageColour"_s, PageColourNames[int(choice)]);
 }
 
 QSize SettingsFile::ReadFormSize() const

@@ -6,6 +6,14 @@
 #include <QString>
 #include <QStringList>
 
+/// Which colours the page has.
+enum class PageColourChoice
+{
+    Light,
+    Dark,
+    Desktop, ///< those that suit the desktop's
+};
+
 /// One record of settings. Three are kept for the whole run: the current one, the defaults, which are the lower bounds
 /// too, and the upper bounds.
 struct Settings
@@ -15,6 +23,7 @@ struct Settings
     int FormLeft = 0;                                   ///< left edge of the study window, pixels
     QString TextEditor = QStringLiteral("notepad.exe"); ///< a bare file name or a full path
     bool bolDispLineNum = true;                         ///< whether the page shows line numbers
+    PageColourChoice pageColour = PageColourChoice::Light;
 };
 
 /// Longest text of a setting, in characters; what does not fit is cut without a word.
@@ -65,13 +74,16 @@ class SettingsFile
     /// The left edge that the file holds, in pixels; 0 when it holds none, no number or a negative one.
     int ReadFormPos() const;
 
-    /// Writes all settings but FormLeft. @return false when the file could not be written; it is then unchanged or
-    /// holds some of the settings, each of them whole
+    /// Writes all settings but FormLeft and the page's colours. @return false when the file could not be written; it is
+    /// then unchanged or holds some of the settings, each of them whole
     bool WriteFileIniEx(const Settings &settings) const;
 
     /// Writes the study window's left edge, in pixels. A negative one is not written: the previous value stays.
     /// @return false when the file could not be written; it is then unchanged
     bool WriteFileIniFormPos(int leftPx) const;
+
+    /// Writes which colours the page has. @return false when the file could not be written; it is then unchanged
+    bool WritePageColour(PageColourChoice choice) const;
 
     /// The size of the study window that the file holds, in pixels; empty when it holds none or something odd.
     QSize ReadFormSize() const;
@@ -86,6 +98,7 @@ class SettingsFile
     bool WriteZoom(int percent) const;
 
   private:
+    PageColourChoice ReadPageColour() const;
     QString ReadIni(const QString &key, const QString &defaultText) const;
     bool WriteIni(const QString &key, const QString &value) const;
 

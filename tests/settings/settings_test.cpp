@@ -91,8 +91,9 @@ TEST(Settings, AreWrittenUnderTheirOwnSpellingsAndReadBack)
     EXPECT_TRUE(file.WriteFileIniEx(settings));
     EXPECT_TRUE(file.WriteFileIniFormPos(120));
     EXPECT_TRUE(file.WriteFileIniFormPos(-1)) << "a window off the screen leaves the old place";
+    EXPECT_TRUE(file.WritePageColour(PageColourChoice::Dark));
     EXPECT_EQ(folder.Read(u"Kotoban.ini"_s), "[setting]\r\nFontsize=12.75\r\nLineSpace=5\r\nTextEditor=notepad.exe\r\n"
-                                             "bolDispLineNum=False\r\nFormLeft=120\r\n");
+                                             "bolDispLineNum=False\r\nFormLeft=120\r\nPageColour=Dark\r\n");
     QStringList messages;
     const Settings read = file.Read(DefaultSettings(), UpperBounds(300), &messages);
     EXPECT_TRUE(messages.isEmpty());
@@ -100,9 +101,21 @@ TEST(Settings, AreWrittenUnderTheirOwnSpellingsAndReadBack)
     EXPECT_EQ(read.LineSpace, 5);
     EXPECT_EQ(read.FormLeft, 120);
     EXPECT_FALSE(read.bolDispLineNum);
+    EXPECT_EQ(read.pageColour, PageColourChoice::Dark);
     folder.Write(u"Kotoban.ini"_s, "[setting]\r\nbolDispLineNum=1\r\nFormLeft=-7\r\n");
     EXPECT_FALSE(file.Read(DefaultSettings(), UpperBounds(300), &messages).bolDispLineNum) << "only true is true";
     EXPECT_EQ(file.ReadFormPos(), 0);
+    messages.clear();
+    const Rows<QByteArray, PageColourChoice> colours = {
+        {"", PageColourChoice::Light},
+        {"PageColour=pink\r\n", PageColourChoice::Light},
+        {"PageColour=desktop\r\n", PageColourChoice::Desktop},
+    };
+    for (const auto &[line, choice] : colours) {
+        folder.Write(u"Kotoban.ini"_s, "[setting]\r\n" + line);
+        EXPECT_EQ(file.Read(DefaultSettings(), UpperBounds(300), &messages).pageColour, choice) << line.toStdString();
+    }
+    EXPECT_TRUE(messages.isEmpty()) << "a colour is not worth a message";
 }
 
 TEST(Zoom, GoesByStepsFromTheOneNextToTheDesktopsFont)
