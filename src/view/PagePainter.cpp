@@ -13,16 +13,6 @@
 
 namespace {
 
-const QColor Background = Qt::white;
-const QColor TextColour = Qt::black;
-const QColor DarkGrey(128, 128, 128); // colour 8 of the palette of 16
-const QColor NumberColour(96, 96, 96);
-const QColor MarkBackground(255, 214, 102);
-const QColor FoundBackground(190, 225, 255);
-const QColor StripEdge(208, 208, 208);
-const QColor Frame(160, 160, 160);
-const QColor CurrentColour(20, 90, 200);
-
 constexpr int RowGapPx = 2; // between the boxes of two rows
 constexpr int FocusFramePx = 2;
 constexpr int CurrentFramePx = 2;
@@ -46,7 +36,8 @@ QRect AreaOfLineNumbers(const PageLayout &layout)
 }
 
 PagePainter::PagePainter(QPainter *painter, const PageToPaint &page, PageFontAtScale *font)
-    : m_painter(*painter), m_page(page), m_layout(page.layout), m_font(*font), m_scale(font->Scale())
+    : m_painter(*painter), m_page(page), m_layout(page.layout), m_colours(page.colours), m_font(*font),
+      m_scale(font->Scale())
 {
     m_painter.scale(1 / m_scale, 1 / m_scale);
     m_painter.setFont(m_font.Font());
@@ -62,7 +53,7 @@ void PagePainter::Paint(const QRect &part)
     const QRect deviceArea = QRectF(QPointF(area.topLeft()) * m_scale, QSizeF(area.size()) * m_scale).toAlignedRect();
     m_painter.save();
     m_painter.setClipRect(deviceArea, Qt::IntersectClip);
-    m_painter.fillRect(deviceArea, Background);
+    m_painter.fillRect(deviceArea, m_colours.background);
     const int rowsToLastLine = m_page.text.LineCount() - m_page.topLine + 1;
     const int firstRow = qMax(0, m_layout.RowOffsetAt(area.top())) + 1;
     const int lastRow = std::min({rowsToLastLine, m_layout.RowsPerPage(), m_layout.RowOffsetAt(area.bottom()) + 1});
@@ -70,7 +61,7 @@ void PagePainter::Paint(const QRect &part)
         if (area.left() < m_layout.NumberStripPx())
             for (int row = firstRow; row <= lastRow; ++row)
                 DrawNumber(row);
-        m_painter.fillRect(Device(QRect(m_layout.NumberStripPx(), 0, 1, m_layout.heightPx)), StripEdge);
+        m_painter.fillRect(Device(QRect(m_layout.NumberStripPx(), 0, 1, m_layout.heightPx)), m_colours.stripEdge);
     }
     DrawFrame();
     // What is left of the first cell in view must not run into the numbers; a frame around that cell may stand out.
@@ -129,7 +120,7 @@ void PagePainter::DrawFound(int row)
             endCell = qMax(endCell, cells.end);
         }
     }
-    m_painter.fillRect(Device(BoxOf(firstCell, endCell, row)), FoundBackground);
+    m_painter.fillRect(Device(BoxOf(firstCell, endCell, row)), m_colours.found);
 }
 
 /// Just around its box, between this row's box and those of its neighbours.
@@ -138,7 +129,7 @@ void PagePainter::DrawCurrent(int row)
     const CellRange cells = m_page.text.Cells(m_page.current);
     const QRect box = BoxOf(cells.start, cells.end, row);
     DrawRing(Device(box.adjusted(-CurrentFramePx, -CurrentFramePx, CurrentFramePx, CurrentFramePx)),
-             qMax(1, Device(CurrentFramePx)), CurrentColour);
+             qMax(1, Device(CurrentFramePx)), m_colours.current);
 }
 
 /// What the cells of a row from one up to, not including, another take.
@@ -156,7 +147,8 @@ void PagePainter::DrawBox(int blank, int row)
     // The right edge stands where clicks ask for it: on the first pixel behind the last cell.
     const QRect outline = Device(
         QRect(box.leftPx, m_layout.RowTopPx(row), box.rightPx - box.leftPx + 1, m_layout.linePitchPx - RowGapPx));
-    m_painter.setPen(QPen(isShown ? DarkGrey : TextColour, penWidth, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
+    m_painter.setPen(QPen(isShown ? m_colours.shownBox : m_colours.hiddenBox, penWidth, Qt::SolidLine, Qt::SquareCap,
+                          Qt::MiterJoin));
     m_painter.setBrush(Qt::NoBrush);
     // A pen of w pixels reaches w / 2 to both sides of its path.
     const double half = penWidth / 2.0;
@@ -180,7 +172,7 @@ void PagePainter::UnderlinePictures(int row)
     for (const TextSpan &picture : PicturesOnLine(m_page.text, m_page.round, LineIn(row))) {
         const CellRange cells = m_page.text.Cells(picture);
         const int left = Device(m_layout.CellLeftPx(cells.start));
-        m_painter.fillRect(left, top, Device(m_layout.CellLeftPx(cells.end)) - left, PenWidth(), TextColour);
+        m_painter.fillRect(left, top, Device(m_layout.CellLeftPx(cells.end)) - left, PenWidth(), m_colours.text);
     }
 }
 
@@ -192,7 +184,7 @@ void PagePainter::DrawCells(QStringView text, int cell, int row)
     const bool isPlain = glyphs.size() == text.size();
     QList<quint32> drawn;
     QList<QPointF> positions;
-    m_painter.setPen(TextColour);
+    m_painter.setPen(m_colours.text);
     for (qsizetype i = 0; i < text.size(); ++i) {
         const QChar character = text[i];
         const int cells = CellsOf(character);
@@ -228,8 +220,9 @@ void PagePainter::DrawNumber(int row)
     constexpr int widestFigures = 4; // the figures of longer numbers are narrowed
     const QRect strip = Device(QRect(0, m_layout.RowTopPx(row), m_layout.NumberStripPx() - m_layout.cellWidthPx / 2,
                                      m_layout.linePitchPx - RowGapPx));
-    if (line == m_page.round.lngMarkLine())
-        m_painter.fillRect(strip, MarkBackground);
+    const bool isMarked = line == m_page.round.lngMarkLine();
+    if (isMarked)
+        m_painter.fillRect(strip, m_colours.lineMark);
     const QString number = QString::number(line);
     const bool isNarrow = number.size() > widestFigures;
     const int percent = isNarrow ? 100 * widestFigures / int(number.size()) : 100;
@@ -238,7 +231,7 @@ void PagePainter::DrawNumber(int row)
     QList<QPointF> positions;
     for (qsizetype left = number.size(); left > 0; --left)
         positions += QPointF(std::round(strip.right() + 1 - figureWidth * double(left)), strip.top() + m_baseline);
-    m_painter.setPen(NumberColour);
+    m_painter.setPen(isMarked ? m_colours.markedNumber : m_colours.number);
     DrawGlyphs(glyphs, glyphs.glyphIndexesForString(number), positions);
 }
 
@@ -247,7 +240,7 @@ void PagePainter::DrawFrame()
 {
     const bool isFocused = m_page.hasFocus;
     DrawRing(QRect(QPoint(0, 0), QSize(Device(m_layout.widthPx), Device(m_layout.heightPx))),
-             qMax(1, Device(isFocused ? FocusFramePx : 1)), isFocused ? m_page.focusColour : Frame);
+             qMax(1, Device(isFocused ? FocusFramePx : 1)), isFocused ? m_colours.focus : m_colours.frame);
 }
 
 /// Paints the outermost pixels within a rectangle.

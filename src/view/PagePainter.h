@@ -1,9 +1,9 @@
 // Paints a page in pixels of the device, so that boxes and letters are sharp at every scaling of the screen.
 #pragma once
 
+#include "view/PageColours.h"
 #include "view/modStudyRound.h"
 
-#include <QColor>
 #include <QList>
 #include <QPointF>
 #include <QRect>
@@ -17,12 +17,12 @@ struct PageToPaint
 {
     const DisplayText &text;
     const StudyRound &round;
+    const PageColours &colours;
     PageLayout layout;
     int topLine;        ///< line in the first row
     TextSpan found{};   ///< is marked; within a hidden answer its whole box is
     TextSpan current{}; ///< is framed
     bool hasFocus = false;
-    QColor focusColour{}; ///< of the page's frame while it has the focus
 };
 
 /// What has to be painted anew when an answer is shown or hidden, pixels of the text area: its box, and all of a line
@@ -64,6 +64,7 @@ class PagePainter
     QPainter &m_painter;
     const PageToPaint &m_page;
     const PageLayout &m_layout;
+    const PageColours &m_colours;
     PageFontAtScale &m_font;
     double m_scale;
     double m_baseline; // from the top of a row

@@ -182,7 +182,7 @@ void frmText::cmdIni_Click()
     Settings settings = m_settings;
     if (window.Edit(&settings)) {
         picText->setFocus();
-        if (!m_settingsFile.WriteFileIniEx(settings))
+        if (!m_settingsFile.WriteFileIniEx(settings) || !m_settingsFile.WritePageColour(settings.pageColour))
             m_services.ShowMessage(u"設定を保存できません。\r\n  "_s + m_context.settingsPath);
         m_settings = settings;
         ApplySettings();

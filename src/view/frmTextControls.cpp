@@ -248,6 +248,7 @@ void frmText::ReadSettings()
 void frmText::ApplySettings()
 {
     picText->SetAppearance(m_settings.FontSize, m_settings.LineSpace, m_settings.bolDispLineNum, m_zoom);
+    picText->SetPageColour(m_settings.pageColour);
     m_stateBar->ShowZoom(m_zoom);
     DescribePage();
 }

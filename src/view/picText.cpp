@@ -10,6 +10,7 @@
 #include <QAccessible>
 #include <QDragEnterEvent>
 #include <QFontMetricsF>
+#include <QGuiApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPaintEvent>
@@ -44,6 +45,8 @@ PicText::PicText(QWidget *parent) : QWidget(parent), m_font(PageFont())
     setAttribute(Qt::WA_InputMethodEnabled, false); // an input method would keep Enter to itself
     PageAccessible::Install();                      // before anything is told of this widget
     setAccessibleName(QStringLiteral("本文"));
+    // Not every desktop tells of its switch, but the learner leaves the program to turn it.
+    connect(qGuiApp, &QGuiApplication::applicationStateChanged, this, &PicText::UpdateColours);
 }
 
 PicText::~PicText() = default;
@@ -74,6 +77,25 @@ void PicText::SetAppearance(float points, int lineSpacePx, bool hasLineNumbers, 
     updateGeometry(); // the size that a long line asks for
     update();
     Q_EMIT RowsChanged();
+}
+
+void PicText::SetPageColour(PageColourChoice choice)
+{
+    m_pageColour = choice;
+    UpdateColours();
+}
+
+void PicText::UpdateColours()
+{
+    m_colours = &ColoursOf(m_pageColour, palette());
+    update();
+}
+
+void PicText::changeEvent(QEvent *event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange)
+        UpdateColours();
 }
 
 void PicText::SetTopLine(int topLine)
@@ -249,19 +271,19 @@ void PicText::paintEvent(QPaintEvent *event)
 {
     QPainter painter(this);
     if (!m_text) {
-        painter.fillRect(event->rect(), Qt::white);
-        painter.setPen(Qt::black);
+        painter.fillRect(event->rect(), m_colours->background);
+        painter.setPen(m_colours->text);
         painter.drawText(rect(), int(Qt::AlignCenter) | int(Qt::TextWordWrap), HowToBegin);
         return;
     }
     const PageToPaint page{.text = *m_text,
                            .round = *m_round,
+                           .colours = *m_colours,
                            .layout = m_layout,
                            .topLine = m_topLine,
                            .found = m_found,
                            .current = m_current,
-                           .hasFocus = hasFocus(),
-                           .focusColour = palette().color(QPalette::Highlight)};
+                           .hasFocus = hasFocus()};
     PagePainter pagePainter(&painter, page, &FontAt(devicePixelRatioF()));
     // Part by part: a blank at one end of a page and the numbers at the other are little to paint.
     for (const QRect &part : event->region())

@@ -2,6 +2,7 @@
 // study; it paints what it is shown.
 #pragma once
 
+#include "view/PageColours.h"
 #include "view/modStudyRound.h"
 #include "widgets/HeldKeyFilter.h"
 
@@ -38,6 +39,9 @@ class PicText : public QWidget
     /// Sets font and rows. @param points  size of the text; @param lineSpacePx  space between two lines
     /// @param zoomPercent  how much larger both are shown
     void SetAppearance(float points, int lineSpacePx, bool hasLineNumbers, int zoomPercent);
+
+    /// Chooses among the colours; those of the desktop are followed while the program runs.
+    void SetPageColour(PageColourChoice choice);
 
     /// Shows the given line, 1-based, in the first row and paints the whole page anew.
     void SetTopLine(int topLine);
@@ -107,16 +111,20 @@ class PicText : public QWidget
     void focusInEvent(QFocusEvent *event) override;
     void focusOutEvent(QFocusEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
+    void changeEvent(QEvent *event) override;
 
   private:
     PageFontAtScale &FontAt(double scale);
     void TellChange(QAccessibleEvent &&event);
     PageInView Page() const;
+    void UpdateColours();
     void UpdatePointer(const QPoint &at);
 
     const DisplayText *m_text = nullptr;
     const StudyRound *m_round = nullptr;
     PageLayout m_layout;
+    PageColourChoice m_pageColour{};
+    const PageColours *m_colours = &LightPage;
     QFont m_font;
     std::unique_ptr<PageFontAtScale> m_deviceFont; // made when it is first painted with
     int m_topLine = 1;

@@ -8,12 +8,15 @@
 #include "view/frmPicture.h"
 #include "view/frmText.h"
 #include "view/picText.h"
+#include "widgets/Contrast.h"
 
+#include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListView>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QScopeGuard>
 #include <QScreen>
 #include <QScrollBar>
 #include <QTest>
@@ -532,6 +535,7 @@ TEST_F(StudyWindowTest, SettingsShowAtOnceAndKeepTheAnswers)
     script.Click(u"frmMsg"_s, u"cmdOK"_s);
     script.When(u"frmIni"_s, [](QWidget *dialog) {
         dialog->findChild<QLineEdit *>(u"txtLineSpace"_s)->setText(u"6"_s);
+        dialog->findChild<QComboBox *>(u"cboPageColour"_s)->setCurrentIndex(int(PageColourChoice::Desktop));
         dialog->findChild<QLineEdit *>(u"txtTextEditor"_s)->setText(u"no such editor"_s);
         dialog->findChild<QAbstractButton *>(u"cmdRunEditor"_s)->click();
         dialog->findChild<QAbstractButton *>(u"cmdChangeSetting"_s)->click();
@@ -548,6 +552,21 @@ TEST_F(StudyWindowTest, SettingsShowAtOnceAndKeepTheAnswers)
     EXPECT_EQ(scroll->value(), 7);
     EXPECT_EQ(Label(u"lblNum"), u"3"_s);
     EXPECT_TRUE(folder.Read(u"Kotoban.ini"_s).contains("Fontsize=12.75\r\nLineSpace=6\r\nTextEditor=notepad.exe\r\n"));
+    EXPECT_TRUE(folder.Read(u"Kotoban.ini"_s).contains("PageColour=Desktop\r\n"));
+}
+
+TEST_F(StudyWindowTest, ThePageIsDarkWhileTheDesktopIs)
+{
+    folder.Write(u"Kotoban.ini"_s, "[setting]\r\nPageColour=Desktop\r\n");
+    OpenWith({u"[x]"_s});
+    const auto background = [this] { return OnScreen().pixelColor(page->width() - 20, page->height() - 20); };
+    EXPECT_EQ(background(), LightPage.background);
+    const auto restore = qScopeGuard([light = QApplication::palette()] { QApplication::setPalette(light); });
+    QApplication::setPalette(QPalette(Qt::white, QColor(49, 54, 59), Qt::white, Qt::black, Qt::gray, Qt::white,
+                                      Qt::white, Qt::black, QColor(42, 46, 50)));
+    EXPECT_TRUE(QTest::qWaitFor([&background] { return background() == DarkPage.background; }));
+    const QPalette keyword = Child<QLabel>(u"lblKeyword")->palette();
+    EXPECT_GE(Contrast(keyword.color(QPalette::WindowText), keyword.color(QPalette::Window)), TextContrast);
 }
 
 TEST_F(StudyWindowTest, SearchMarksAPlaceButNoHiddenText)

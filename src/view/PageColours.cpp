@@ -1,0 +1,16 @@
+#include "view/PageColours.h"
+
+#include "platform/modDarkMode.h"
+#include "settings/modSettings.h"
+#include "widgets/Contrast.h"
+
+#include <QPalette>
+
+const PageColours &ColoursOf(PageColourChoice choice, const QPalette &desktop)
+{
+    const bool isDark =
+        choice == PageColourChoice::Dark ||
+        (choice == PageColourChoice::Desktop &&
+         (IsDarker(desktop.color(QPalette::Window), desktop.color(QPalette::WindowText)) || IsSystemInDarkMode()));
+    return isDark ? DarkPage : LightPage;
+}

@@ -1,0 +1,56 @@
+// The colours of the page. They are its own and not the desktop's; the rest of the study window has those.
+#pragma once
+
+#include <QColor>
+
+enum class PageColourChoice;
+class QPalette;
+
+struct PageColours
+{
+    QColor background;
+    QColor text;
+    QColor hiddenBox; ///< outline of the box of a hidden answer
+    QColor shownBox;  ///< the same of a shown one
+    QColor number;    ///< of a line
+    QColor stripEdge; ///< between the line numbers and the text
+    QColor lineMark;  ///< behind the number of the marked line
+    QColor markedNumber;
+    QColor found;   ///< behind what was found
+    QColor frame;   ///< edge of the page while keys do not go to it
+    QColor focus;   ///< the same while they do
+    QColor current; ///< ring around what keys have gone to
+};
+
+inline constexpr PageColours LightPage = {
+    .background = QColor(255, 255, 255),
+    .text = QColor(0, 0, 0),
+    .hiddenBox = QColor(0, 0, 0),
+    .shownBox = QColor(128, 128, 128), // colour 8 of the palette of 16
+    .number = QColor(96, 96, 96),
+    .stripEdge = QColor(148, 148, 148),
+    .lineMark = QColor(208, 124, 0),
+    .markedNumber = QColor(0, 0, 0),
+    .found = QColor(60, 148, 226),
+    .frame = QColor(148, 148, 148),
+    .focus = QColor(20, 90, 200),
+    .current = QColor(20, 90, 200),
+};
+
+inline constexpr PageColours DarkPage = {
+    .background = QColor(27, 30, 32),
+    .text = QColor(240, 240, 240),
+    .hiddenBox = QColor(240, 240, 240),
+    .shownBox = QColor(128, 128, 128),
+    .number = QColor(176, 176, 176),
+    .stripEdge = QColor(108, 108, 108),
+    .lineMark = QColor(232, 170, 50),
+    .markedNumber = QColor(27, 30, 32),
+    .found = QColor(28, 107, 188),
+    .frame = QColor(108, 108, 108),
+    .focus = QColor(92, 170, 255),
+    .current = QColor(92, 170, 255),
+};
+
+/// The colours that a learner has chosen. @param desktop  palette that tells whether the desktop is dark now
+const PageColours &ColoursOf(PageColourChoice choice, const QPalette &desktop);
