@@ -9,6 +9,7 @@
 #include "view/frmText.h"
 #include "widgets/CompositionGuard.h"
 #include "widgets/DialogFocus.h"
+#include "widgets/OutlinedStyle.h"
 #include "widgets/PageFont.h"
 
 #include <QApplication>
@@ -64,6 +65,7 @@ int main(int argc, char *argv[])
         return 1;
     }
     QGuiApplication::setDesktopFileName(u"org.kotoban.kotoban"_s); // by which some desktops find the icon
+    OutlinedStyle::Install();
     application.setFont(UserInterfaceFont());
     const CompositionGuard compositionGuard;
     const DialogFocus dialogFocus;

@@ -42,7 +42,7 @@ QColor WithContrast(const QColor &wanted, const QColor &background, const QColor
 {
     constexpr int steps = 20;
     for (int step = 0; step < steps; ++step) {
-        const QColor colour = Mixed(wanted, text, float(step) / steps).toRgb();
+        const QColor colour(Mixed(wanted, text, float(step) / steps).rgb()); // as exact as pixels are
         if (Contrast(colour, background) >= least)
             return colour;
     }

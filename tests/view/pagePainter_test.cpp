@@ -2,7 +2,6 @@
 #include "support/StudyText.h"
 #include "view/PageFontAtScale.h"
 #include "view/PagePainter.h"
-#include "widgets/Contrast.h"
 #include "widgets/PageFont.h"
 
 #include <QImage>
@@ -170,49 +169,4 @@ TEST(PagePainter, MarksTheWholeBoxOfAHiddenAnswer)
     page.round.Toggle(1);
     page.RepaintAll();
     EXPECT_NE(pixel(0), mark) << "in a shown answer the place itself";
-}
-
-TEST(PageColours, CanBeReadAndSeen)
-{
-    EXPECT_NEAR(Contrast(Qt::black, Qt::white), 21, 0.001);
-    EXPECT_NEAR(Contrast(Qt::white, QColor(0x77, 0x77, 0x77)), 4.478, 0.001) << "the grey that just misses the mark";
-    for (const PageColours *const colours : {&LightPage, &DarkPage}) {
-        const PageColours &page = *colours;
-        const Rows<const char *, QColor, QColor, double> rows = {
-            {"text", page.text, page.background, TextContrast},
-            {"text in a place that was found", page.text, page.found, TextContrast},
-            {"line number", page.number, page.background, TextContrast},
-            {"marked line number", page.markedNumber, page.lineMark, TextContrast},
-            {"hidden answer", page.hiddenBox, page.background, ShapeContrast},
-            {"hidden answer in a place that was found", page.hiddenBox, page.found, ShapeContrast},
-            {"shown answer", page.shownBox, page.background, ShapeContrast},
-            {"edge of the numbers", page.stripEdge, page.background, ShapeContrast},
-            {"mark of a line", page.lineMark, page.background, ShapeContrast},
-            {"mark of a place that was found", page.found, page.background, ShapeContrast},
-            {"edge of the page", page.frame, page.background, ShapeContrast},
-            {"edge with the focus", page.focus, page.background, ShapeContrast},
-            {"ring around the current place", page.current, page.background, ShapeContrast},
-        };
-        for (const auto &[name, colour, background, least] : rows)
-            EXPECT_GE(Contrast(colour, background), least) << name << (colours == &DarkPage ? " dark" : " light");
-    }
-}
-
-TEST(Contrast, IsReachedOnEveryDesktop)
-{
-    const Rows<const char *, QColor, QColor> desktops = {
-        {"light", Qt::white, Qt::black},
-        {"grey", QColor(239, 239, 239), Qt::black},
-        {"dark", QColor(27, 30, 32), Qt::white},
-        {"high contrast, black", Qt::black, Qt::white},
-        {"high contrast, yellow", Qt::black, Qt::yellow},
-    };
-    for (const auto &[name, background, text] : desktops) {
-        for (const QColor &wanted : {QColor(120, 160, 210), QColor(200, 90, 40), QColor(150, 150, 150), background})
-            EXPECT_GE(Contrast(WithContrast(wanted, background, text, ShapeContrast), background), ShapeContrast)
-                << name;
-        EXPECT_GE(Contrast(Dimmed(text, background), background), TextContrast) << name;
-        EXPECT_NE(Dimmed(text, background), text) << name;
-    }
-    EXPECT_EQ(WithContrast(Qt::blue, Qt::white, Qt::black, ShapeContrast), QColor(Qt::blue)) << "far enough as it is";
 }
