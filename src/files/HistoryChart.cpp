@@ -116,7 +116,10 @@ void HistoryChart::PaintLine(QPainter *painter, const QRect &plot, const std::ve
         x += step;
     }
     painter->setRenderHint(QPainter::Antialiasing);
-    painter->setPen(QPen(Visible(LineColour), fontMetrics().lineWidth() * 1.5));
+    const double width = fontMetrics().lineWidth() * 1.5;
+    painter->setPen(QPen(palette().base(), width * 3)); // sets the line off from the bars
+    painter->drawPolyline(points);
+    painter->setPen(QPen(Visible(LineColour), width));
     painter->drawPolyline(points);
 }
 
