@@ -24,7 +24,7 @@ QRect AreaOfBlank(const DisplayText &text, int blank, int topLine, const PageLay
     const int line = text.Blanks().LineOf(blank);
     const int rowTopPx = layout.RowTopPx(line - topLine + 1);
     if (HasPictures(text.Line(line)))
-        return QRect(layout.TextLeftPx(), rowTopPx, layout.widthPx, layout.linePitchPx);
+        return QRect(layout.TextLeftPx() - CurrentFramePx, rowTopPx, layout.widthPx, layout.linePitchPx);
     const BoxEdges box = GetBqInfoFromLine(text, blank, layout.cellWidthPx, layout.CellLeftPx(0));
     const QRect area(box.leftPx, rowTopPx, box.rightPx - box.leftPx + 1, layout.linePitchPx);
     return area.adjusted(-1, -1, 1, 1); // at 125 % an edge may lie on a pixel that is only partly within the area

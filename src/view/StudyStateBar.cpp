@@ -74,12 +74,15 @@ void StudyStateBar::changeEvent(QEvent *event)
         DimKeyword();
 }
 
-/// Dark grey, where the desktop is light.
+/// Dark grey, where the desktop is light; elsewhere a grey that can be read.
 void StudyStateBar::DimKeyword()
 {
+    const QColor darkGrey(128, 128, 128); // colour 8 of the palette of 16
+    const QColor window = palette().color(QPalette::Window);
+    const QColor text = palette().color(QPalette::WindowText);
+    const bool isLight = IsDarker(text, window) && Contrast(darkGrey, window) >= ShapeContrast;
     QPalette dimmed;
-    dimmed.setColor(QPalette::WindowText,
-                    Dimmed(palette().color(QPalette::WindowText), palette().color(QPalette::Window)));
+    dimmed.setColor(QPalette::WindowText, isLight ? darkGrey : Dimmed(text, window));
     lblKeyword->setPalette(dimmed);
 }
 

@@ -104,6 +104,7 @@ void frmText::AddControls()
     connect(picText, &PicText::WheelTurned, this, [this](int lines) { VScroll->setValue(VScroll->value() + lines); });
     connect(picText, &PicText::WheelTurnedSideways, this,
             [this](int cells) { HScroll->setValue(HScroll->value() + cells); });
+    connect(picText, &PicText::ColoursChanged, this, &frmText::DescribePage);
     connect(picText, &PicText::ZoomTurned, this, &frmText::ChangeZoom);
     connect(m_stateBar, &StudyStateBar::ZoomClicked, this, &frmText::ChangeZoom);
     connect(m_stateBar, &StudyStateBar::LineChosen, VScroll, &QScrollBar::setValue);

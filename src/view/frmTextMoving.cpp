@@ -142,6 +142,8 @@ void frmText::SetZoom(int percent)
 void frmText::DescribePage()
 {
     QString description = u"大きさ %1 %"_s.arg(m_zoom);
+    if (picText->IsDark())
+        description += u"、暗い画面"_s;
     if (HScroll->value() > 0)
         description += u"、左の %1 桁は隠れています"_s.arg(HScroll->value());
     picText->setAccessibleDescription(description);

@@ -87,8 +87,12 @@ void PicText::SetPageColour(PageColourChoice choice)
 
 void PicText::UpdateColours()
 {
-    m_colours = &ColoursOf(m_pageColour, palette());
+    const PageColours *const colours = &ColoursOf(m_pageColour, palette());
+    if (colours == m_colours)
+        return;
+    m_colours = colours;
     update();
+    Q_EMIT ColoursChanged();
 }
 
 void PicText::changeEvent(QEvent *event)

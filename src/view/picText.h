@@ -43,6 +43,12 @@ class PicText : public QWidget
     /// Chooses among the colours; those of the desktop are followed while the program runs.
     void SetPageColour(PageColourChoice choice);
 
+    /// Whether the colours are the dark ones now.
+    bool IsDark() const
+    {
+        return m_colours == &DarkPage;
+    }
+
     /// Shows the given line, 1-based, in the first row and paints the whole page anew.
     void SetTopLine(int topLine);
 
@@ -95,6 +101,7 @@ class PicText : public QWidget
     void MouseMove();
     void OLEDragDrop();
     void RowsChanged(); ///< the number of rows may be another one now
+    void ColoursChanged();
     void WheelTurned(int lines);
     void WheelTurnedSideways(int cells);
     void ZoomTurned(int steps);

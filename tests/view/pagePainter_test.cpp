@@ -1,4 +1,3 @@
-#include "support/Rows.h"
 #include "support/StudyText.h"
 #include "view/PageFontAtScale.h"
 #include "view/PagePainter.h"
@@ -13,10 +12,11 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-QFont Font()
+/// The page's font at the size that fits a layout.
+QFont FontFor(const PageLayout &layout)
 {
     QFont font = PageFont();
-    font.setPixelSize(15);
+    font.setPixelSize(layout.cellWidthPx * 15 / 8);
     return font;
 }
 
@@ -24,10 +24,14 @@ QFont Font()
 class PaintedPage
 {
   public:
-    PaintedPage(const QStringList &lines, double scale, int topLine = 1, const PageColours &colours = LightPage)
-        : text(LinesOf(lines)),
-          page{.text = text, .round = round, .colours = colours, .layout = Layout, .topLine = topLine},
-          m_font(Font(), scale), m_image((QSizeF(400, Layout.heightPx) * scale).toSize(), QImage::Format_RGB32)
+    PaintedPage(const QStringList &lines, double scale, int topLine = 1, const PageColours &colours = LightPage,
+                const PageLayout &layout = Layout)
+        : text(LinesOf(lines)), page{.text = text,
+                                     .round = round,
+                                     .colours = colours,
+                                     .layout = layout,
+                                     .topLine = topLine},
+          m_font(FontFor(layout), scale), m_image((QSizeF(Whole.size()) * scale).toSize(), QImage::Format_RGB32)
     {
         round.Load(text.Blanks().Count());
         m_image.setDevicePixelRatio(scale);
@@ -37,7 +41,7 @@ class PaintedPage
     void Toggle(int blank)
     {
         round.Toggle(blank);
-        Paint(&m_image, AreaOfBlank(text, blank, page.topLine, Layout));
+        Paint(&m_image, AreaOfBlank(text, blank, page.topLine, page.layout));
     }
 
     void Mark(int line)
@@ -87,32 +91,38 @@ class PaintedPage
 
 constexpr double Scales[] = {1, 1.25, 1.5, 2};
 
-const Rows<const PageColours *, double> ColoursAndScales = {
-    {&LightPage, 1}, {&LightPage, 1.25}, {&LightPage, 1.5}, {&LightPage, 2},
-    {&DarkPage, 1},  {&DarkPage, 1.25},  {&DarkPage, 1.5},  {&DarkPage, 2},
-};
+/// The page at 300 %, moved sideways so far that a box begins out of view.
+constexpr PageLayout Large{
+    .cellWidthPx = 24, .linePitchPx = 60, .widthPx = 400, .heightPx = 205, .leftCell = 3, .hasLineNumbers = true};
+
+void ExpectNoPixelBehind(const PageColours &colours, const PageLayout &layout, double scale)
+{
+    // With an answer that makes a picture's name of what is around it.
+    PaintedPage page(QStringList({u"[漢字 Wij] text [二つ目]"_s}) + QStringList(9, u"[次の行][b] ｢[x]図｣"_s), scale, 1,
+                     colours, layout);
+    const QImage hidden = page.BitByBit();
+    page.Toggle(1);
+    EXPECT_NE(page.BitByBit(), hidden);
+    page.Toggle(1);
+    EXPECT_EQ(page.BitByBit(), hidden) << scale;
+    for (int blank = 1; blank <= page.text.Blanks().Count(); ++blank) {
+        page.Toggle(blank);
+        EXPECT_EQ(page.BitByBit(), page.AsAWhole())
+            << "blank " << blank << " painted alone looks as painted with all others at " << scale;
+    }
+    for (int blank = 1; blank <= page.text.Blanks().Count(); ++blank)
+        page.Toggle(blank);
+    EXPECT_EQ(page.BitByBit(), hidden) << scale;
+}
 
 } // namespace
 
 TEST(PagePainter, AHiddenAnswerLeavesNoPixelBehind)
 {
-    const QStringList lines = QStringList({u"[漢字 Wij] text [二つ目]"_s}) + QStringList(9, u"[次の行][b] ｢図｣"_s);
-    for (const auto &[colours, scale] : ColoursAndScales) {
-        PaintedPage page(lines, scale, 1, *colours);
-        const QImage hidden = page.BitByBit();
-        page.Toggle(1);
-        EXPECT_NE(page.BitByBit(), hidden);
-        page.Toggle(1);
-        EXPECT_EQ(page.BitByBit(), hidden) << scale;
-        for (int blank = 1; blank <= page.text.Blanks().Count(); ++blank) {
-            page.Toggle(blank);
-            EXPECT_EQ(page.BitByBit(), page.AsAWhole())
-                << "blank " << blank << " painted alone looks as painted with all others at " << scale;
-        }
-        for (int blank = 1; blank <= page.text.Blanks().Count(); ++blank)
-            page.Toggle(blank);
-        EXPECT_EQ(page.BitByBit(), hidden) << scale;
-    }
+    for (const double scale : Scales)
+        for (const PageColours *const colours : {&LightPage, &DarkPage})
+            for (const PageLayout &layout : {PaintedPage::Layout, Large})
+                ExpectNoPixelBehind(*colours, layout, scale);
 }
 
 TEST(PagePainter, PaintsBesideAFrameWithoutTakingFromIt)

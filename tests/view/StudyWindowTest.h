@@ -1,0 +1,108 @@
+// The study window of a learner with a folder of study files, as the learner uses it.
+#pragma once
+
+#include "support/WindowTest.h"
+#include "view/frmText.h"
+#include "view/picText.h"
+
+#include <QLabel>
+#include <QListView>
+#include <QPushButton>
+#include <QScreen>
+#include <QScrollBar>
+#include <QTest>
+
+using namespace Qt::Literals::StringLiterals;
+
+class StudyWindowTest : public WindowTest
+{
+  protected:
+    StudyWindowTest()
+    {
+        folder.MakeFolder(u"txt"_s);
+        EXPECT_EQ(database.Open(folder.Path(u"k.splite3"_s)), 0);
+        EXPECT_TRUE(database.SQLite3NonQuery(u"create table t_kotoban (ymd_sta text, user_name text, hms_sta text, "
+                                             u"file_name text, dt_end text, num_answer integer)"_s));
+    }
+
+    /// Scripts the choice of the n-th file of the list, 1-based.
+    void ChooseFile(int n)
+    {
+        script.When(u"frmFile"_s, [n](QWidget *dialog) {
+            auto *const list = dialog->findChild<QListView *>(u"lstFile"_s);
+            list->setCurrentIndex(list->model()->index(n - 1, 0));
+            dialog->findChild<QPushButton *>(u"cmdSelect"_s)->click();
+        });
+    }
+
+    /// Opens the window, which asks for a file at once.
+    void Open()
+    {
+        window = std::make_unique<frmText>(services, database, log, msg,
+                                           StudyContext{folder.Path(), folder.Path(u"Kotoban.ini"_s), u"花子"_s});
+        window->show();
+        EXPECT_TRUE(QTest::qWaitFor([this] { return script.IsDone() && !QApplication::activeModalWidget(); }));
+        window->activateWindow();
+        EXPECT_TRUE(QTest::qWaitFor([this] { return QApplication::activeWindow() == window.get(); }));
+        QCoreApplication::processEvents(); // from its next turn on the window listens to keys again
+        page = Child<PicText>(u"picText");
+        scroll = Child<QScrollBar>(u"VScroll");
+    }
+
+    void OpenWith(const QStringList &lines)
+    {
+        folder.WriteStudyFile(u"txt/a.txt"_s, lines);
+        ChooseFile(1);
+        Open();
+    }
+
+    template <typename Widget>
+    Widget *Child(const char16_t *name)
+    {
+        return window->findChild<Widget *>(QString::fromUtf16(name));
+    }
+
+    QString Label(const char16_t *name)
+    {
+        const auto *const label = Child<QLabel>(name);
+        return label->isHidden() ? u"(hidden)"_s : label->text();
+    }
+
+    void Press(Qt::Key key, int times = 1)
+    {
+        for (int i = 0; i < times; ++i)
+            QTest::keyClick(page, key);
+    }
+
+    void Click(Qt::MouseButton button, int cell, int row)
+    {
+        const PageLayout &layout = page->Layout();
+        QTest::mouseClick(page, button, {},
+                          QPoint(layout.TextLeftPx() + cell * layout.cellWidthPx + 3, layout.RowTopPx(row) + 5));
+    }
+
+    /// The page as it stands on the screen, which is what was painted bit by bit, and not a picture painted anew.
+    QImage OnScreen()
+    {
+        QCoreApplication::sendPostedEvents(); // paints what is to be painted
+        const QImage image = window->screen()->grabWindow(window->winId()).toImage();
+        EXPECT_FALSE(image.isNull());
+        const double scale = window->devicePixelRatioF();
+        const QRect area = page->geometry();
+        return image.copy(QRectF(QPointF(area.topLeft()) * scale, QSizeF(area.size()) * scale).toRect());
+    }
+
+    /// The records, a row for each session.
+    QStringList Sessions()
+    {
+        ResultTable table;
+        database.SQLite3Query(u"select * from t_kotoban"_s, &table);
+        return QStringList(table.begin() + 1, table.end());
+    }
+
+    StudyDatabase database{services};
+    RunLog log{folder.Path(), u"Kotoban"_s, services.Clock()};
+    std::unique_ptr<frmText> window;
+    PicText *page = nullptr;
+    QScrollBar *scroll = nullptr;
+};

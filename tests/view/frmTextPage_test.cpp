@@ -1,0 +1,271 @@
+#include "view/StudyWindowTest.h"
+#include "widgets/Contrast.h"
+
+#include <QLineEdit>
+
+TEST_F(StudyWindowTest, AHiddenAnswerLeavesNoPixelBehind)
+{
+    OpenWith(QStringList({u"[漢字 Wij] text [二つ目]"_s}) + QStringList(9, u"[次の行][b]"_s));
+    const QImage hidden = OnScreen();
+    Click(Qt::LeftButton, 2, 1);
+    const QImage shown = OnScreen();
+    EXPECT_NE(hidden, shown);
+    Click(Qt::LeftButton, 2, 1);
+    EXPECT_EQ(OnScreen(), hidden);
+    Press(Qt::Key_Return);
+    EXPECT_EQ(OnScreen(), shown);
+    for (int row = 2; row <= 9; ++row) {
+        Click(Qt::LeftButton, 2, row);
+        const QImage bitByBit = OnScreen();
+        page->update();
+        EXPECT_EQ(OnScreen(), bitByBit) << "row " << row << " painted alone looks as painted with all others";
+    }
+    Click(Qt::RightButton, 30, 5);
+    EXPECT_EQ(OnScreen(), hidden);
+}
+
+TEST_F(StudyWindowTest, KeysReachWhatTheMouseDoes)
+{
+    const QString editor = folder.Write(u"sakura.exe"_s, "");
+    folder.Write(u"Kotoban.ini"_s, "[setting]\r\nTextEditor=" + editor.toUtf8() + "\r\n");
+    OpenWith({u"text"_s, u"[one] [two]"_s, u"[three]"_s});
+    const auto press = [this](Qt::Key key) { QTest::keyClick(page, key, Qt::ControlModifier); };
+    const auto editorLine = [this] {
+        Child<QPushButton>(u"cmdEdit")->click();
+        return services.commands.last().section(u"-Y="_s, 1).section(u' ', 0, 0);
+    };
+    press(Qt::Key_Space);
+    EXPECT_EQ(Label(u"lblNum"), u"0"_s) << "nothing is chosen yet";
+    press(Qt::Key_Right);
+    press(Qt::Key_Right);
+    press(Qt::Key_Space);
+    EXPECT_EQ(page->SpokenText(), u"text\n 空欄   two \n 空欄 "_s);
+    EXPECT_EQ(page->SpokenCursor(), 10);
+    press(Qt::Key_L);
+    EXPECT_EQ(editorLine(), u"2"_s);
+    for (int i = 0; i < 2; ++i)
+        QTest::keyClick(page, Qt::Key_Down, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(editorLine(), u"3"_s) << "the last line";
+    press(Qt::Key_H);
+    EXPECT_EQ(editorLine(), u"1"_s) << "the mark is gone";
+    EXPECT_EQ(Label(u"lblShown"), u"表示 0 / 3"_s);
+    EXPECT_EQ(Label(u"lblNum"), u"1"_s);
+}
+
+TEST_F(StudyWindowTest, WhatIsOutOfViewIsNotChosenAnyMore)
+{
+    OpenWith(QStringList(100, u"[x]"_s));
+    const auto press = [this](Qt::Key key) { QTest::keyClick(page, key, Qt::ControlModifier); };
+    press(Qt::Key_Left);
+    press(Qt::Key_Down);
+    press(Qt::Key_Up);
+    press(Qt::Key_Space);
+    EXPECT_EQ(Label(u"lblNum"), u"0"_s) << "scrolling gives the choice up";
+    press(Qt::Key_Left);
+    window->resize(window->width(), window->height() / 2);
+    QCoreApplication::sendPostedEvents();
+    press(Qt::Key_Space);
+    EXPECT_EQ(Label(u"lblNum"), u"0"_s);
+}
+
+TEST_F(StudyWindowTest, PagesTurnToTheEndQuestion)
+{
+    OpenWith(QStringList(60, u"[x]"_s));
+    const int rows = page->Layout().RowsPerPage();
+    ASSERT_LT(rows, 60);
+    EXPECT_EQ(scroll->maximum(), 60);
+    EXPECT_EQ(scroll->pageStep(), rows - 1);
+    Press(Qt::Key_Return, rows);
+    EXPECT_EQ(scroll->value(), 1);
+    Press(Qt::Key_Return);
+    EXPECT_EQ(scroll->value(), rows);
+    EXPECT_EQ(Label(u"lblPlace"), u"%1 ～ %2 行 / 60 行"_s.arg(rows).arg(qMin(60, 2 * rows - 1)));
+    for (int presses = 0; Label(u"lblNum") != u"60" && presses < 100; ++presses)
+        Press(Qt::Key_Return);
+    script.Click(u"frmMsg"_s, u"cmdOK"_s);
+    Press(Qt::Key_Return);
+    EXPECT_EQ(script.messages.last(), u"60個の正解をすべて表示しました。\n学習を続けますか？"_s);
+    EXPECT_EQ(scroll->value(), 1) << "a new round from the top";
+    EXPECT_TRUE(window->isVisible());
+
+    for (int presses = 0; Label(u"lblNum") != u"120" && presses < 100; ++presses)
+        Press(Qt::Key_Return);
+    script.Click(u"frmMsg"_s, u"cmdCancel"_s);
+    Press(Qt::Key_Return);
+    EXPECT_FALSE(window->isVisible());
+    database.Open(folder.Path(u"k.splite3"_s));
+    EXPECT_TRUE(Sessions().first().endsWith(u"\t120"_s));
+}
+
+TEST_F(StudyWindowTest, TheWheelScrollsThreeLinesANotch)
+{
+    OpenWith(QStringList(100, u"[x]"_s));
+    const auto turn = [this](int angle, Qt::KeyboardModifiers modifiers = {}) {
+        QWheelEvent event(QPointF(50, 50), page->mapToGlobal(QPointF(50, 50)), QPoint(), QPoint(0, angle), {},
+                          modifiers, Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(page, &event);
+        return scroll->value();
+    };
+    EXPECT_EQ(turn(-120), 4);
+    EXPECT_EQ(turn(120), 1);
+    EXPECT_EQ(turn(120), 1);
+    EXPECT_EQ(turn(-30), 1) << "a touchpad's small steps add up";
+    EXPECT_EQ(turn(-30), 2);
+    EXPECT_EQ(turn(120, Qt::ControlModifier), 2);
+    EXPECT_EQ(Label(u"lblZoom"), u"125 %"_s);
+}
+
+TEST_F(StudyWindowTest, ZoomFollowsFromOneLayoutAndKeepsTheTopLine)
+{
+    folder.Write(u"Kotoban.ini"_s, "[setting]\r\nZoom=110\r\n");
+    QStringList lines(100, u"[x]"_s);
+    lines[6] = QString(97, u'-') + u"[z]"_s; // its box ends at cell 100
+    OpenWith(lines);
+    EXPECT_EQ(services.TakeMessages(), QStringList()) << "an odd zoom is nothing to be told of";
+    const auto press = [this](Qt::Key key, Qt::KeyboardModifiers more = {}) {
+        QTest::keyClick(page, key, Qt::ControlModifier | more);
+    };
+    press(Qt::Key_0);
+    const PageLayout before = page->Layout();
+    scroll->setValue(7);
+    auto *const sideways = Child<QScrollBar>(u"HScroll");
+    EXPECT_TRUE(sideways->isHidden());
+    window->resize(1000, window->height());
+    for (int i = 0; i < 9; ++i)
+        press(Qt::Key_Plus);
+    EXPECT_EQ(Label(u"lblZoom"), u"300 %"_s);
+    EXPECT_FALSE(Child<QAbstractButton>(u"cmdZoomIn")->isEnabled());
+    EXPECT_NEAR(page->Layout().cellWidthPx, 3 * before.cellWidthPx, 3);
+    EXPECT_NEAR(page->Layout().linePitchPx, 3 * before.linePitchPx, 3);
+    EXPECT_EQ(scroll->value(), 7);
+    EXPECT_EQ(scroll->pageStep(), page->Layout().LargeChange());
+    EXPECT_FALSE(sideways->isHidden());
+
+    const QImage hidden = OnScreen();
+    Press(Qt::Key_Return);
+    const CellRange box{97, 100};
+    EXPECT_GE(page->Layout().CellLeftPx(box.start), page->Layout().TextLeftPx());
+    EXPECT_LT(page->Layout().CellLeftPx(box.end), page->width()) << "seen as a whole";
+    EXPECT_EQ(sideways->value(), sideways->maximum()) << "and no farther";
+    QTest::mouseClick(page, Qt::LeftButton, {}, QPoint(page->Layout().CellLeftPx(98), page->Layout().RowTopPx(1) + 9));
+    EXPECT_EQ(Label(u"lblShown"), u"表示 0 / 100"_s) << "clicks count with the cells";
+    press(Qt::Key_Left, Qt::ShiftModifier);
+    EXPECT_LT(sideways->value(), sideways->maximum());
+    for (int i = 0; i < 20; ++i)
+        press(Qt::Key_Left, Qt::ShiftModifier);
+    EXPECT_EQ(OnScreen(), hidden);
+    Press(Qt::Key_Return, page->Layout().RowsPerPage());
+    sideways->setValue(3);
+    Press(Qt::Key_Return);
+    EXPECT_EQ(sideways->value(), 0) << "a page turn goes back to the left edge";
+    window->close();
+    EXPECT_TRUE(folder.Read(u"Kotoban.ini"_s).contains("Zoom=300\r\n"));
+}
+
+TEST_F(StudyWindowTest, KeysMoveThroughTheFileAndChangeNoAnswer)
+{
+    OpenWith(QStringList(100, u"[x]"_s));
+    const int rows = page->Layout().RowsPerPage();
+    const auto press = [this](Qt::Key key, Qt::KeyboardModifiers more = {}) {
+        QTest::keyClick(QApplication::focusWidget(), key, Qt::ControlModifier | more);
+        return scroll->value();
+    };
+    EXPECT_EQ(press(Qt::Key_PageDown), rows);
+    EXPECT_EQ(Label(u"lblPage"), u"2 / %1 ページ"_s.arg((99 + rows - 2) / (rows - 1)));
+    EXPECT_EQ(press(Qt::Key_PageUp), 1);
+    EXPECT_EQ(press(Qt::Key_End), 100 - rows + 1);
+    EXPECT_EQ(press(Qt::Key_Home), 1);
+    EXPECT_NE(press(Qt::Key_G, Qt::ShiftModifier), 1);
+    EXPECT_EQ(Label(u"lblNum") + Label(u"lblShown"), u"0表示 0 / 100"_s);
+    EXPECT_EQ(Child<QLabel>(u"lblFile")->text(), u"a.txt"_s);
+
+    auto *const field = Child<QLineEdit>(u"txtLine");
+    const auto goTo = [&](const QString &typed, Qt::Key end) {
+        press(Qt::Key_G);
+        EXPECT_EQ(QApplication::focusWidget(), field);
+        QTest::keyClicks(field, typed);
+        QTest::keyClick(field, end);
+        EXPECT_FALSE(field->isVisible());
+        EXPECT_EQ(QApplication::focusWidget(), page);
+        return scroll->value();
+    };
+    EXPECT_EQ(goTo(u"7x7"_s, Qt::Key_Return), 77);
+    EXPECT_EQ(goTo(u"5000"_s, Qt::Key_Enter), 100) << "the last line";
+    EXPECT_EQ(goTo(u"5"_s, Qt::Key_Escape), 100);
+}
+
+TEST_F(StudyWindowTest, ThePageIsDarkWhileTheDesktopIs)
+{
+    folder.Write(u"Kotoban.ini"_s, "[setting]\r\nPageColour=Desktop\r\n");
+    OpenWith({u"[x]"_s});
+    const auto background = [this] { return OnScreen().pixelColor(page->width() - 20, page->height() - 20); };
+    EXPECT_EQ(background(), LightPage.background);
+    const auto restore = qScopeGuard([light = QApplication::palette()] { QApplication::setPalette(light); });
+    QApplication::setPalette(QPalette(Qt::white, QColor(49, 54, 59), Qt::white, Qt::black, Qt::gray, Qt::white,
+                                      Qt::white, Qt::black, QColor(42, 46, 50)));
+    EXPECT_TRUE(QTest::qWaitFor([&background] { return background() == DarkPage.background; }));
+    const QPalette keyword = Child<QLabel>(u"lblKeyword")->palette();
+    EXPECT_GE(Contrast(keyword.color(QPalette::WindowText), keyword.color(QPalette::Window)), TextContrast);
+}
+
+TEST_F(StudyWindowTest, SearchMarksAPlaceButNoHiddenText)
+{
+    folder.Write(u"KeywordList.txt"_s, "city\r\n");
+    QStringList lines(100, u"-"_s);
+    lines[49] = u"[the cities] cities"_s;
+    OpenWith(lines);
+    QTest::keyClick(window->windowHandle(), Qt::Key_F, Qt::ControlModifier);
+    auto *const dialog = window->findChild<QWidget *>(u"frmSearch"_s);
+    ASSERT_TRUE(dialog && dialog->isVisible());
+    EXPECT_FALSE(dialog->isModal());
+    auto *const list = dialog->findChild<QListView *>(u"lstKeyword"_s);
+    EXPECT_EQ(list->model()->index(0, 0).data().toString(), u"city　2か所"_s);
+    QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualRect(list->model()->index(0, 0)).center());
+    EXPECT_EQ(scroll->value(), 47) << "in view, with some lines above";
+    EXPECT_EQ(Label(u"lblKeyword"), u"city"_s);
+    const auto isMarked = [this] {
+        const PageLayout &layout = page->Layout();
+        const QPoint inBox(layout.TextLeftPx() + 3, layout.RowTopPx(4) + layout.linePitchPx / 2);
+        return page->grab().toImage().pixel(inBox) != QColor(Qt::white).rgb();
+    };
+    EXPECT_TRUE(isMarked());
+    QTest::keyClick(window->windowHandle(), Qt::Key_F3);
+    EXPECT_FALSE(isMarked()) << "the mark went on";
+    QTest::keyClick(window->windowHandle(), Qt::Key_F3, Qt::ShiftModifier);
+    EXPECT_TRUE(isMarked());
+    Child<QPushButton>(u"cmdReRead")->click();
+    EXPECT_EQ(Label(u"lblKeyword"), u"(hidden)"_s);
+    EXPECT_FALSE(isMarked()) << "another text";
+}
+
+TEST_F(StudyWindowTest, PicturesOpenByAClickOrSayWhatIsWrong)
+{
+    QImage picture(20, 10, QImage::Format_RGB32);
+    picture.fill(Qt::red);
+    EXPECT_TRUE(picture.save(folder.Path(u"txt/cell.PNG"_s)));
+    folder.Write(u"txt/broken.gif"_s, "no picture");
+    EXPECT_TRUE(QImage(8000, 6000, QImage::Format_Mono).save(folder.Path(u"txt/bomb.png"_s)));
+    OpenWith({u"｢cell｣ ｢broken｣ ｢bomb｣ ｢a.b｣ ｢a.b｣ [｢none｣]"_s});
+    EXPECT_EQ(services.TakeMessages(), QStringList(u"異常な画像ファイル名=[a.b]があります。"_s));
+    QStringList shown;
+    const auto look = [&shown](QWidget *dialog) {
+        const auto *const label = dialog->findChild<QLabel *>(u"lblPicture"_s);
+        shown += label->text().isEmpty() ? QString::number(label->pixmap().width()) : label->text();
+        QTest::mouseClick(dialog, Qt::LeftButton);
+    };
+    for (const int cell : {2, 10, 18}) {
+        script.When(u"frmPicture"_s, look);
+        Click(Qt::LeftButton, cell, 1);
+    }
+    EXPECT_EQ(shown, QStringList({u"20"_s, u"brokenが見つかりません。"_s, u"bombは大きすぎるため表示できません。"_s}));
+    Click(Qt::LeftButton, 22, 1);
+    script.When(u"frmPicture"_s, look);
+    Click(Qt::LeftButton, 36, 1);
+    EXPECT_EQ(shown.last(), u"noneが見つかりません。"_s) << "shown as the answer that it is";
+    EXPECT_EQ(Label(u"lblNum"), u"1"_s);
+    Click(Qt::LeftButton, 36, 1);
+    const QPoint overReference(page->Layout().TextLeftPx() + 10, page->Layout().RowTopPx(1) + 5);
+    // Moved in the window and not on the screen, where a real pointer takes its time.
+    QTest::mouseMove(window->windowHandle(), page->mapTo(window.get(), overReference));
+    EXPECT_EQ(page->cursor().shape(), Qt::PointingHandCursor);
+}
