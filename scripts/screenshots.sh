@@ -132,5 +132,24 @@ take search '^キーワード検索$'
 xdotool key Escape
 wait_for "the page" is_focused "$study"
 
+# The page in its other colours and at another size. The window grows with it, so these come last.
+page_colour() {
+    xdotool key alt+i
+    wait_for "the settings" is_focused '^設定$'
+    xdotool key alt+c "$1" Return
+    wait_for "the page" is_focused "$study"
+}
+for ((i = 0; i < 7; i++)); do
+    xdotool key Return
+    sleep 0.1
+done
+page_colour Down
+take dark "$study"
+page_colour Up
+for ((i = 0; i < 4; i++)); do
+    xdotool key ctrl+plus
+done
+take large "$study"
+
 xdotool key alt+F4
 wait_for_end 0
