@@ -114,7 +114,7 @@ press() {
     local i
     for ((i = 0; i < $1; i++)); do
         xdotool key "$2"
-        sleep 0.05
+        sleep 0.12
     done
 }
 
