@@ -109,7 +109,7 @@ row_of() {
     grep -nxF -e "$2" <<<"$names" | cut -d: -f1
 }
 
-# press COUNT KEY: one after the other, as fast as somebody who types ahead.
+# press COUNT KEY: one after the other, as fast as a hand can.
 press() {
     local i
     for ((i = 0; i < $1; i++)); do
