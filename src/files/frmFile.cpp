@@ -10,37 +10,19 @@
 #include "settings/modEditor.h"
 #include "text/modCheckText.h"
 #include "text/modReadText.h"
+#include "widgets/ElidedLabel.h"
 #include "widgets/NamedControls.h"
 #include "widgets/ScreenFit.h"
 
 #include <QGridLayout>
-#include <QLabel>
 #include <QListView>
-#include <QPainter>
 #include <QPushButton>
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-/// A label that cuts out the middle of what is too long for it: a long path must not push the buttons off the screen.
-class ElidedLabel : public QLabel
-{
-  public:
-    ElidedLabel(const QString &name, QWidget *parent) : QLabel(parent)
-    {
-        setObjectName(name);
-        setTextFormat(Qt::PlainText);
-        setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-    }
-
-  protected:
-    void paintEvent(QPaintEvent *) override
-    {
-        QPainter(this).drawText(rect(), Qt::AlignLeft | Qt::AlignVCenter,
-                                fontMetrics().elidedText(text(), Qt::ElideMiddle, width()));
-    }
-};
+constexpr int WidestChars = 30; // a long path must not push the buttons off the screen
 
 } // namespace
 
@@ -48,8 +30,8 @@ frmFile::frmFile(SystemServices &services, StudyDatabase &database, frmMsg &msg,
                  const QString &userName, QWidget *owner)
     : QDialog(owner), m_services(services), m_database(database), m_msg(msg),
       m_folder(JoinPath(applicationFolder, u"txt"_s)), m_files(new StudyFileModel(m_folder, this)),
-      lstFile(new QListView(this)), lblFolder(new ElidedLabel(u"lblFolder"_s, this)),
-      lblUserName(new ElidedLabel(u"lblUserName"_s, this)),
+      lstFile(new QListView(this)), lblFolder(new ElidedLabel(u"lblFolder"_s, WidestChars, this)),
+      lblUserName(new ElidedLabel(u"lblUserName"_s, WidestChars, this)),
       m_history(new HistoryPanel(services, database, msg, JoinPath(applicationFolder, u"rec"_s), userName, this))
 {
     setObjectName(u"frmFile"_s);
@@ -81,10 +63,8 @@ QLayout *frmFile::FileControls(const QString &userName)
     lstFile->setMinimumSize(fontMetrics().averageCharWidth() * 30, fontMetrics().lineSpacing() * 8);
     connect(lstFile, &QListView::doubleClicked, this, &frmFile::cmdSelect_Click);
 
-    lblFolder->setText(m_folder.Path());
-    lblFolder->setToolTip(m_folder.Path());
-    lblUserName->setText(userName);
-    lblUserName->setToolTip(userName);
+    lblFolder->SetText(m_folder.Path());
+    lblUserName->SetText(userName);
 
     auto *const grid = new QGridLayout;
     grid->addWidget(NamedLabel(u"lblFolderCaption"_s, u"フォルダ："_s, this), 0, 0);

@@ -8,9 +8,9 @@
 
 #include <QDialog>
 
+class ElidedLabel;
 class frmMsg;
 class HistoryPanel;
-class QLabel;
 class QLayout;
 class QListView;
 class QPushButton;
@@ -78,7 +78,7 @@ class frmFile : public QDialog
 
     StudyFileModel *m_files;
     QListView *lstFile;
-    QLabel *lblFolder;
-    QLabel *lblUserName;
+    ElidedLabel *lblFolder;
+    ElidedLabel *lblUserName;
     HistoryPanel *m_history;
 };

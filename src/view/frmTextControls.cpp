@@ -42,7 +42,7 @@ frmText::frmText(SystemServices &services, StudyDatabase &database, const RunLog
       cmdIni(AddButton(u"cmdIni"_s, u"設定(&I)"_s, &frmText::cmdIni_Click)),
       cmdDispHowToUse(AddButton(u"cmdDispHowToUse"_s, u"使い方(&H)"_s, &frmText::cmdDispHowToUse_Click)),
       cmdSearch(AddButton(u"cmdSearch"_s, u"検索(&F)"_s, &frmText::cmdSearch_Click)),
-      chkSpeak(new QCheckBox(u"読み上げ(&S)"_s, this)), lblFile(new ElidedLabel(30, this)),
+      chkSpeak(new QCheckBox(u"読み上げ(&S)"_s, this)), lblFile(new ElidedLabel(u"lblFile"_s, 30, this)),
       m_stateBar(new StudyStateBar(this)), Timer1(new QTimer(this))
 {
     setObjectName(u"frmText"_s);
@@ -57,7 +57,6 @@ void frmText::AddControls()
     VScroll->setAccessibleName(u"本文の位置"_s);
     HScroll->setObjectName(u"HScroll"_s);
     HScroll->setAccessibleName(u"本文の横の位置"_s);
-    lblFile->setObjectName(u"lblFile"_s);
     chkSpeak->setObjectName(u"chkSpeak"_s);
     chkSpeak->setToolTip(u"クリックした言葉を読み上げます (Alt+S)"_s);
     Timer1->setObjectName(u"Timer1"_s);

@@ -1,25 +1,34 @@
 #include "widgets/ElidedLabel.h"
 
-#include <QEvent>
+#include <QPainter>
+#include <QTextDocument>
 
-ElidedLabel::ElidedLabel(int widestChars, QWidget *parent) : QLabel(parent), m_widestChars(widestChars)
+ElidedLabel::ElidedLabel(const QString &name, int widestChars, QWidget *parent)
+    : QLabel(parent), m_widestChars(widestChars)
 {
+    setObjectName(name);
     setTextFormat(Qt::PlainText);
 }
 
 void ElidedLabel::SetText(const QString &text)
 {
-    m_text = text;
-    const QFontMetrics metrics = fontMetrics();
-    const QString shown = metrics.elidedText(text, Qt::ElideMiddle, metrics.averageCharWidth() * m_widestChars);
-    setText(shown);
-    setAccessibleName(text);
-    setToolTip(shown == text ? QString() : text.toHtmlEscaped());
+    setText(text);
+    setToolTip(text.isEmpty() ? text : Qt::convertFromPlainText(text)); // or "<b>" in a name would be a format
 }
 
-void ElidedLabel::changeEvent(QEvent *event)
+QSize ElidedLabel::sizeHint() const
 {
-    QLabel::changeEvent(event);
-    if (event->type() == QEvent::FontChange)
-        SetText(m_text);
+    const QSize size = QLabel::sizeHint();
+    return QSize(qMin(size.width(), m_widestChars * fontMetrics().averageCharWidth()), size.height());
+}
+
+QSize ElidedLabel::minimumSizeHint() const
+{
+    return QSize(0, QLabel::minimumSizeHint().height());
+}
+
+void ElidedLabel::paintEvent(QPaintEvent *)
+{
+    QPainter(this).drawText(rect(), Qt::AlignLeft | Qt::AlignVCenter,
+                            fontMetrics().elidedText(text(), Qt::ElideMiddle, width()));
 }

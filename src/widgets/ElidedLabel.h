@@ -1,4 +1,5 @@
-// A label for a text of any length: what does not fit is left out in its middle and stands in the tooltip.
+// A label that leaves out the middle of a text that is too long for it: the end of a path or a file's name tells it
+// from others. The whole text stands in the tooltip.
 #pragma once
 
 #include <QLabel>
@@ -6,15 +7,17 @@
 class ElidedLabel : public QLabel
 {
   public:
-    /// @param widestChars  width that the text may take, in average characters of the label's font
-    ElidedLabel(int widestChars, QWidget *parent);
+    /// @param widestChars  width that the label asks for at the most, in average characters of its font
+    ElidedLabel(const QString &name, int widestChars, QWidget *parent);
 
     void SetText(const QString &text);
 
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
+
   protected:
-    void changeEvent(QEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
 
   private:
     int m_widestChars;
-    QString m_text;
 };
