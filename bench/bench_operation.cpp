@@ -26,7 +26,7 @@ const QDate EndDate(2024, 12, 31);
 const QString UserName = QStringLiteral("user1");
 
 /// Sends what goes wrong to the one who looks at the figures.
-class PlainDesktop : public RecordingServices
+class FailingServices : public RecordingServices
 {
   public:
     void ShowMessage(const QString &text) override
@@ -66,7 +66,7 @@ void Load(const QString &path)
 
 void ReadWeek(const QString &path, int times)
 {
-    PlainDesktop services;
+    FailingServices services;
     StudyDatabase database(services);
     if (database.Open(path) != 0)
         qFatal("%s cannot be opened", qPrintable(path));

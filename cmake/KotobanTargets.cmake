@@ -19,7 +19,7 @@ if(KOTOBAN_FUZZ)
 endif()
 
 # kotoban_library(<name> SOURCES <file>... [LINK <target>...])
-# A static library of one folder. LINK names all that the folder may include, and nothing else.
+# A static library of one folder. LINK names what it uses; what that links comes along.
 function(kotoban_library name)
     cmake_parse_arguments(ARG "" "" "SOURCES;LINK" ${ARGN})
     add_library(${name} STATIC ${ARG_SOURCES})

@@ -22,14 +22,14 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     Require(search.List().words.isEmpty() || search.List().fault.isEmpty());
     for (const QString &keyword : search.KeywordsWith(QString())) {
         TextSpan last;
-        for (const TextSpan &place : search.PlacesOf(keyword)) {
-            Require(place.line >= 1 && place.line <= text.LineCount());
-            Require(place.column >= 1 && place.column - 1 + place.length <= text.Line(place.line).size());
-            Require(place.line > last.line || (place.line == last.line && place.column > last.column));
-            last = place;
+        for (const TextSpan &span : search.SpansOf(keyword)) {
+            Require(span.line >= 1 && span.line <= text.LineCount());
+            Require(span.column >= 1 && span.column - 1 + span.length <= text.Line(span.line).size());
+            Require(span.line > last.line || (span.line == last.line && span.column > last.column));
+            last = span;
         }
-        Require(NextSpan(search.PlacesOf(keyword), last, false) ==
-                (last.line == 0 ? TextSpan() : search.PlacesOf(keyword).front()));
+        Require(NextSpan(search.SpansOf(keyword), last, false) ==
+                (last.line == 0 ? TextSpan() : search.SpansOf(keyword).front()));
     }
     return 0;
 }

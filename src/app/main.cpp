@@ -15,7 +15,6 @@
 #include <QApplication>
 #include <QDir>
 #include <QFileInfo>
-#include <QFontDatabase>
 #include <QIcon>
 #include <QPixmap>
 #include <QScreen>
@@ -38,7 +37,7 @@ QFont UserInterfaceFont()
     return font;
 }
 
-/// A scaling that the environment asks for is followed as long as something can be seen with it; Qt would try others too.
+/// A scaling that the environment asks for is followed as long as something can be seen with it; Qt would try any.
 void IgnoreOddScaling()
 {
     constexpr double smallest = 0.25;

@@ -1,4 +1,4 @@
-// Whole files, read and replaced at one stroke, and the joining of paths.
+// Whole files are read here, and paths joined.
 #pragma once
 
 #include <QByteArray>

@@ -85,8 +85,7 @@ QColor HistoryChart::Visible(const QColor &colour) const
 void HistoryChart::PaintSpan(QPainter *painter) const
 {
     painter->setPen(palette().color(QPalette::Text));
-    painter->drawText(TextRect(), Qt::AlignLeft | Qt::AlignBottom,
-                      DateText(m_history.endDate.addDays(1 - qint64(m_history.weeks) * 7)));
+    painter->drawText(TextRect(), Qt::AlignLeft | Qt::AlignBottom, DateText(m_history.StartDate()));
     painter->drawText(TextRect(), Qt::AlignRight | Qt::AlignBottom, DateText(m_history.endDate));
 }
 

@@ -76,7 +76,7 @@ QBoxLayout *HistoryPanel::SpanRow()
     lblYmd->setBuddy(txtYmd);
     QLabel *const lblWeekN = NamedLabel(u"lblWeekN"_s, u"週間(&K)"_s, this);
     lblWeekN->setBuddy(txtWeekN);
-    QPushButton *const cmdInc = NamedButton(u"cmdInc"_s, u"＋1週(&W)"_s, u"もう一週前まで表示します (Alt+W)"_s, this);
+    cmdInc = NamedButton(u"cmdInc"_s, u"＋1週(&W)"_s, u"もう一週前まで表示します (Alt+W)"_s, this);
     connect(cmdInc, &QPushButton::clicked, this, &HistoryPanel::cmdInc_Click);
 
     auto *const row = new QHBoxLayout;
@@ -94,8 +94,8 @@ QBoxLayout *HistoryPanel::TotalsRow()
 {
     lblSumTime->setAccessibleDescription(u"総学習時間"_s);
     lblSumAns->setAccessibleDescription(u"総回答数"_s);
-    QPushButton *const cmdFile = NamedButton(u"cmdFile"_s, u"ファイルに出力(&F)"_s,
-                                             u"この学習記録を rec フォルダのファイルに書き出します (Alt+F)"_s, this);
+    cmdFile = NamedButton(u"cmdFile"_s, u"ファイルに出力(&F)"_s,
+                          u"この学習記録を rec フォルダのファイルに書き出します (Alt+F)"_s, this);
     connect(cmdFile, &QPushButton::clicked, this, &HistoryPanel::cmdFile_Click);
 
     auto *const row = new QHBoxLayout;
@@ -107,6 +107,14 @@ QBoxLayout *HistoryPanel::TotalsRow()
     row->addStretch();
     row->addWidget(cmdFile);
     return row;
+}
+
+void HistoryPanel::SetTabOrderAfter(QWidget *last)
+{
+    for (QWidget *const next : std::initializer_list<QWidget *>{txtYmd, txtWeekN, cmdInc, lstRecord, cmdFile}) {
+        setTabOrder(last, next);
+        last = next;
+    }
 }
 
 void HistoryPanel::ShowThisWeek(const QString &textEditor)

@@ -12,6 +12,7 @@ class QBoxLayout;
 class QLabel;
 class QLineEdit;
 class QListView;
+class QPushButton;
 class QStringListModel;
 
 class HistoryPanel : public QWidget
@@ -27,6 +28,9 @@ class HistoryPanel : public QWidget
     /// Shows the week that ends today.
     /// @param textEditor  opens the reports that are written from now on
     void ShowThisWeek(const QString &textEditor);
+
+    /// Puts its controls behind another one in the order of the Tab key.
+    void SetTabOrderAfter(QWidget *last);
 
   protected:
     void keyPressEvent(QKeyEvent *event) override;
@@ -56,8 +60,10 @@ class HistoryPanel : public QWidget
     QStringListModel *m_records;
     QLineEdit *txtYmd;
     QLineEdit *txtWeekN;
+    QPushButton *cmdInc;
     QListView *lstRecord;
     HistoryChart *picHistory;
     QLabel *lblSumTime;
     QLabel *lblSumAns;
+    QPushButton *cmdFile;
 };

@@ -112,13 +112,13 @@ QLayout *frmFile::FileButtons()
 void frmFile::SetTabOrder()
 {
     QWidget *last = lstFile;
-    for (const QString &name :
-         {u"cmdSelect"_s, u"cmdEdit"_s, u"cmdRefresh"_s, u"cmdOpenFolder"_s, u"cmdConvFile"_s, u"cmdCancel"_s,
-          u"cmdEnd"_s, u"txtYmd"_s, u"txtWeekN"_s, u"cmdInc"_s, u"lstRecord"_s, u"cmdFile"_s}) {
+    for (const QString &name : {u"cmdSelect"_s, u"cmdEdit"_s, u"cmdRefresh"_s, u"cmdOpenFolder"_s, u"cmdConvFile"_s,
+                                u"cmdCancel"_s, u"cmdEnd"_s}) {
         auto *const next = findChild<QWidget *>(name);
         setTabOrder(last, next);
         last = next;
     }
+    m_history->SetTabOrderAfter(last);
 }
 
 QPushButton *frmFile::AddButton(const QString &name, const QString &caption, const QString &toolTip,

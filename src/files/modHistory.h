@@ -29,6 +29,12 @@ struct History
     std::vector<DayTotal> days; ///< the days with sessions, newest first
     QString totalTime = HoursMinutesSeconds(0); ///< e.g. "1時間 5分 9秒"
     QString totalAnswers = QString(u'0');       ///< decimal
+
+    /// First day of the span.
+    QDate StartDate() const
+    {
+        return endDate.addDays(1 - qint64(weeks) * 7);
+    }
 };
 
 /// Reads a user's history. After a database fault it is empty; the learner has been told once, by the first statement.

@@ -6,7 +6,7 @@ std::vector<HistoryBar> HistoryBars(const History &history, int mostBars)
     const int barCount = qMin(dayCount, mostBars);
     std::vector<HistoryBar> bars(static_cast<size_t>(barCount));
     for (const DayTotal &day : history.days) {
-        const qint64 dayOfSpan = dayCount - 1 - day.day.daysTo(history.endDate);
+        const qint64 dayOfSpan = history.StartDate().daysTo(day.day);
         if (!day.day.isValid() || dayOfSpan < 0 || dayOfSpan >= dayCount)
             continue;
         HistoryBar &bar = bars[size_t(dayOfSpan * barCount / dayCount)];

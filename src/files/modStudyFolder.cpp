@@ -66,7 +66,7 @@ QString RemarkOn(const TextRefusal &refusal)
     case TextFault::Unreadable:
         return u"読み込み不可"_s;
     case TextFault::WrongCharCode:
-        return u"文字コード＝"_s + refusal.detail;
+        return u"文字コード＝"_s + refusal.charCode;
     case TextFault::LineTooLong:
         return line + u"行目 "_s + QString::number(MaxLineBytes) + u"バイト超過"_s;
     case TextFault::BracketCount:

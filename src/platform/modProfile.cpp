@@ -41,7 +41,7 @@ std::optional<QString> SectionName(QByteArrayView line)
 }
 
 /// Where a key's value stands, or where a new line for it would go.
-struct Place
+struct KeyPosition
 {
     bool hasSection = false;
     bool hasKey = false;
@@ -57,27 +57,27 @@ bool IsKeyLine(QByteArrayView line, const QString &key)
     return FromCodePage932(line.first(equals)).trimmed().compare(key, Qt::CaseInsensitive) == 0;
 }
 
-Place FindPlace(const QByteArray &bytes, const QString &section, const QString &key)
+KeyPosition FindKey(const QByteArray &bytes, const QString &section, const QString &key)
 {
-    Place place;
+    KeyPosition position;
     for (qsizetype at = 0; at < bytes.size();) {
         const Line line = LineAt(bytes, at);
         const QByteArrayView text = QByteArrayView(bytes).sliced(line.start, line.end - line.start);
         if (const std::optional<QString> name = SectionName(text)) {
-            if (place.hasSection)
+            if (position.hasSection)
                 break;
-            place.hasSection = name->compare(section, Qt::CaseInsensitive) == 0;
-            place.insertAt = line.next;
-        } else if (place.hasSection && IsKeyLine(text, key)) {
-            place.hasKey = true;
-            place.line = line;
+            position.hasSection = name->compare(section, Qt::CaseInsensitive) == 0;
+            position.insertAt = line.next;
+        } else if (position.hasSection && IsKeyLine(text, key)) {
+            position.hasKey = true;
+            position.line = line;
             break;
-        } else if (place.hasSection && !text.trimmed().isEmpty()) {
-            place.insertAt = line.next;
+        } else if (position.hasSection && !text.trimmed().isEmpty()) {
+            position.insertAt = line.next;
         }
         at = line.next;
     }
-    return place;
+    return position;
 }
 
 QString WithoutQuotes(const QString &value)
@@ -101,10 +101,10 @@ QString ReadProfile(const QString &path, const QString &section, const QString &
     QString error;
     if (!ReadWholeFile(path, &bytes, &error))
         return defaultText.left(maxLength);
-    const Place place = FindPlace(bytes, section, key);
-    if (!place.hasKey)
+    const KeyPosition position = FindKey(bytes, section, key);
+    if (!position.hasKey)
         return defaultText.left(maxLength);
-    const QByteArray line = bytes.mid(place.line.start, place.line.end - place.line.start);
+    const QByteArray line = bytes.mid(position.line.start, position.line.end - position.line.start);
     QString value = WithoutQuotes(FromCodePage932(line.mid(line.indexOf('=') + 1)).trimmed());
     const qsizetype nul = value.indexOf(QChar::Null);
     if (nul >= 0)
@@ -134,12 +134,12 @@ bool WriteProfile(const QString &path, const QString &section, const QString &ke
     // A file that is there but cannot be read must not be taken for an empty one and replaced.
     if (QFileInfo::exists(path) && !ReadWholeFile(path, &bytes, &error))
         return false;
-    const Place place = FindPlace(bytes, section, key);
+    const KeyPosition position = FindKey(bytes, section, key);
     const QByteArray entry = ToCodePage932(QString(key + u'=' + ProfileText(value)));
-    if (place.hasKey)
-        bytes.replace(place.line.start, place.line.end - place.line.start, entry);
-    else if (place.hasSection)
-        bytes = WithLineEnd(bytes.left(place.insertAt)) + entry + "\r\n" + bytes.mid(place.insertAt);
+    if (position.hasKey)
+        bytes.replace(position.line.start, position.line.end - position.line.start, entry);
+    else if (position.hasSection)
+        bytes = WithLineEnd(bytes.left(position.insertAt)) + entry + "\r\n" + bytes.mid(position.insertAt);
     else
         bytes = WithLineEnd(bytes) + '[' + ToCodePage932(section) + "]\r\n" + entry + "\r\n";
     return ReplaceFile(path, bytes, &error);

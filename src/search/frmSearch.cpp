@@ -20,7 +20,7 @@ void SearchModel::SetFilter(const QString &typed)
 {
     beginResetModel();
     m_typed = typed;
-    m_typedPlaces = m_search.PlacesOfText(typed);
+    m_typedSpans = m_search.SpansOfText(typed);
     m_keywords = m_search.KeywordsWith(typed);
     endResetModel();
 }
@@ -30,9 +30,9 @@ QString SearchModel::SearchText(int row) const
     return IsTypedText(row) ? m_typed : m_keywords.at(row - (m_typed.isEmpty() ? 0 : 1));
 }
 
-const std::vector<TextSpan> &SearchModel::Places(int row) const
+const std::vector<TextSpan> &SearchModel::Spans(int row) const
 {
-    return IsTypedText(row) ? m_typedPlaces : m_search.PlacesOf(SearchText(row));
+    return IsTypedText(row) ? m_typedSpans : m_search.SpansOf(SearchText(row));
 }
 
 int SearchModel::rowCount(const QModelIndex &parent) const
@@ -45,7 +45,7 @@ QVariant SearchModel::data(const QModelIndex &index, int role) const
     if (role != Qt::DisplayRole && role != Qt::ToolTipRole)
         return QVariant();
     const QString wanted = IsTypedText(index.row()) ? QString(u'「' + m_typed + u'」') : SearchText(index.row());
-    return QString(wanted + u"　"_s + QString::number(Places(index.row()).size()) + u"か所"_s);
+    return QString(wanted + u"　"_s + QString::number(Spans(index.row()).size()) + u"か所"_s);
 }
 
 frmSearch::frmSearch(KeywordSearch &search, QWidget *owner)
@@ -125,7 +125,7 @@ void frmSearch::Open()
 void frmSearch::Refresh()
 {
     m_wanted.clear();
-    m_places.clear();
+    m_spans.clear();
     m_at = TextSpan();
     m_entries->SetFilter(txtSearch->text());
     lstKeyword->scrollToTop(); // where it stands whether the text is found at all
@@ -164,8 +164,8 @@ void frmSearch::GoOn(bool backwards)
         return;
     if (m_entries->SearchText(row) != m_wanted) {
         m_wanted = m_entries->SearchText(row);
-        m_places = m_entries->Places(row);
+        m_spans = m_entries->Spans(row);
     }
-    m_at = NextSpan(m_places, m_at, backwards);
+    m_at = NextSpan(m_spans, m_at, backwards);
     Q_EMIT SpanChosen(m_at, m_wanted);
 }

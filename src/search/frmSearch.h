@@ -25,7 +25,7 @@ class SearchModel : public QAbstractListModel
 
     /// What an entry searches for, and its places.
     QString SearchText(int row) const;
-    const std::vector<TextSpan> &Places(int row) const;
+    const std::vector<TextSpan> &Spans(int row) const;
 
     int rowCount(const QModelIndex &parent = QModelIndex()) const override;
     QVariant data(const QModelIndex &index, int role) const override;
@@ -38,7 +38,7 @@ class SearchModel : public QAbstractListModel
 
     KeywordSearch &m_search;
     QString m_typed;
-    std::vector<TextSpan> m_typedPlaces;
+    std::vector<TextSpan> m_typedSpans;
     QStringList m_keywords;
 };
 
@@ -60,7 +60,7 @@ class frmSearch : public QDialog
 
   Q_SIGNALS:
     /// A place was chosen, and what was searched for.
-    void SpanChosen(const TextSpan &place, const QString &wanted);
+    void SpanChosen(const TextSpan &span, const QString &wanted);
 
   protected:
     void changeEvent(QEvent *event) override;
@@ -74,8 +74,8 @@ class frmSearch : public QDialog
 
     SearchModel *m_entries;
     QString m_wanted;
-    std::vector<TextSpan> m_places; // of the chosen entry
-    TextSpan m_at;                  // where the last search ended
+    std::vector<TextSpan> m_spans; // of the chosen entry
+    TextSpan m_at;                 // where the last search ended
     QLabel *lblHint;
     QLineEdit *txtSearch;
     QListView *lstKeyword;

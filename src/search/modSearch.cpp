@@ -30,7 +30,7 @@ bool IsBefore(const TextSpan &first, const TextSpan &second)
 }
 
 /// The words of a text, runs of letters and apostrophes, with their places.
-void CollectWords(const DisplayText &text, QStringList *words, std::vector<TextSpan> *places)
+void CollectWords(const DisplayText &text, QStringList *words, std::vector<TextSpan> *spans)
 {
     for (int line = 1; line <= text.LineCount(); ++line) {
         const QStringView view = text.Line(line);
@@ -40,7 +40,7 @@ void CollectWords(const DisplayText &text, QStringList *words, std::vector<TextS
                 ++end;
             if (end > at) {
                 *words += view.sliced(at, end - at).toString();
-                places->push_back(TextSpan::At(line, at, end - at));
+                spans->push_back(TextSpan::At(line, at, end - at));
             }
             at = end + 1;
         }
@@ -76,28 +76,28 @@ KeywordList ReadKeywordList(const QString &path)
 
 std::vector<TextSpan> FindText(const DisplayText &text, const QString &wanted)
 {
-    std::vector<TextSpan> places;
+    std::vector<TextSpan> spans;
     if (wanted.isEmpty())
-        return places;
+        return spans;
     const QStringMatcher matcher(wanted, Qt::CaseInsensitive);
     for (int line = 1; line <= text.LineCount(); ++line) {
         const QStringView view = text.Line(line);
         for (qsizetype at = matcher.indexIn(view); at >= 0; at = matcher.indexIn(view, at + wanted.size()))
-            places.push_back(TextSpan::At(line, at, wanted.size()));
+            spans.push_back(TextSpan::At(line, at, wanted.size()));
     }
-    return places;
+    return spans;
 }
 
-TextSpan NextSpan(const std::vector<TextSpan> &places, const TextSpan &from, bool backwards)
+TextSpan NextSpan(const std::vector<TextSpan> &spans, const TextSpan &from, bool backwards)
 {
-    if (places.empty())
+    if (spans.empty())
         return TextSpan();
     if (backwards) {
-        const auto place = std::lower_bound(places.begin(), places.end(), from, IsBefore);
-        return place == places.begin() ? places.back() : *(place - 1);
+        const auto place = std::lower_bound(spans.begin(), spans.end(), from, IsBefore);
+        return place == spans.begin() ? spans.back() : *(place - 1);
     }
-    const auto place = std::upper_bound(places.begin(), places.end(), from, IsBefore);
-    return place == places.end() ? places.front() : *place;
+    const auto place = std::upper_bound(spans.begin(), spans.end(), from, IsBefore);
+    return place == spans.end() ? spans.front() : *place;
 }
 
 KeywordSearch::KeywordSearch(const KeywordList &list) : m_list(list) {}
@@ -105,16 +105,16 @@ KeywordSearch::KeywordSearch(const KeywordList &list) : m_list(list) {}
 void KeywordSearch::SetText(const DisplayText *text)
 {
     m_text = text;
-    m_places.clear();
+    m_spans.clear();
     if (!text || m_list.words.isEmpty())
         return;
     QStringList words;
-    std::vector<TextSpan> places;
-    CollectWords(*text, &words, &places);
+    std::vector<TextSpan> spans;
+    CollectWords(*text, &words, &spans);
     const std::vector<int> indices = MatchWords(m_list.words, words);
     for (size_t i = 0; i < indices.size(); ++i)
         if (indices[i] > 0)
-            m_places[m_list.words[indices[i] - 1]].push_back(places[i]);
+            m_spans[m_list.words[indices[i] - 1]].push_back(spans[i]);
 }
 
 QStringList KeywordSearch::KeywordsWith(const QString &part) const
@@ -122,14 +122,14 @@ QStringList KeywordSearch::KeywordsWith(const QString &part) const
     return part.isEmpty() ? m_list.words : m_list.words.filter(part, Qt::CaseInsensitive);
 }
 
-const std::vector<TextSpan> &KeywordSearch::PlacesOf(const QString &keyword)
+const std::vector<TextSpan> &KeywordSearch::SpansOf(const QString &keyword)
 {
-    if (!IsEnglishWord(keyword) && !m_places.contains(keyword))
-        m_places.insert(keyword, PlacesOfText(keyword));
-    return m_places[keyword];
+    if (!IsEnglishWord(keyword) && !m_spans.contains(keyword))
+        m_spans.insert(keyword, SpansOfText(keyword));
+    return m_spans[keyword];
 }
 
-std::vector<TextSpan> KeywordSearch::PlacesOfText(const QString &wanted) const
+std::vector<TextSpan> KeywordSearch::SpansOfText(const QString &wanted) const
 {
     return m_text ? FindText(*m_text, wanted) : std::vector<TextSpan>();
 }

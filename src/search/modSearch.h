@@ -25,7 +25,7 @@ std::vector<TextSpan> FindText(const DisplayText &text, const QString &wanted);
 /// The first place behind a given one in file order, and from the end on again from the start; backwards the last place
 /// before it. @param places  in file order
 /// @return nowhere when there are no places
-TextSpan NextSpan(const std::vector<TextSpan> &places, const TextSpan &from, bool backwards);
+TextSpan NextSpan(const std::vector<TextSpan> &spans, const TextSpan &from, bool backwards);
 
 /// The keywords and where the open text has them.
 class KeywordSearch
@@ -46,13 +46,13 @@ class KeywordSearch
 
     /// Where the open text has a keyword, in file order. English words are matched by word and inflection, all else as
     /// plain text. The search for the latter is made when it is first asked for.
-    const std::vector<TextSpan> &PlacesOf(const QString &keyword);
+    const std::vector<TextSpan> &SpansOf(const QString &keyword);
 
     /// Where the open text has a plain text.
-    std::vector<TextSpan> PlacesOfText(const QString &wanted) const;
+    std::vector<TextSpan> SpansOfText(const QString &wanted) const;
 
   private:
     KeywordList m_list;
     const DisplayText *m_text = nullptr;
-    QHash<QString, std::vector<TextSpan>> m_places; // of the keywords that were matched or asked for
+    QHash<QString, std::vector<TextSpan>> m_spans; // of the keywords that were matched or asked for
 };

@@ -24,8 +24,6 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-constexpr float FontSizes[] = {9.75f, 11.25f, 12.75f};
-
 QLabel *LabelOf(QWidget *buddy, const QString &name, const QString &caption)
 {
     QLabel *const label = NamedLabel(name, caption, buddy->parentWidget());
@@ -93,7 +91,7 @@ void frmIni::AddControls()
     cboPageColour->setAccessibleName(u"画面の色"_s);
     cboPageColour->setToolTip(u"本文の背景と文字の色を選びます (Alt+C)"_s);
     cboPageColour->addItems({u"明るい"_s, u"暗い"_s, u"デスクトップに合わせる"_s}); // as the enumeration has them
-    for (int i = 0; i < 3; ++i) {
+    for (size_t i = 0; i < FontSizes.size(); ++i) {
         optFontSize[i] = new QRadioButton(FontSizeText(FontSizes[i]), this);
         optFontSize[i]->setObjectName(u"optFontSize"_s + QString::number(i));
         optFontSize[i]->setAccessibleName(u"フォントサイズ "_s + FontSizeText(FontSizes[i]));

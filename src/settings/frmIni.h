@@ -50,7 +50,7 @@ class frmIni : public QDialog
     frmMsg &m_msg;
     Settings m_defaults;
     Settings m_upper;
-    QRadioButton *optFontSize[3];
+    std::array<QRadioButton *, FontSizes.size()> optFontSize;
     QLineEdit *txtLineSpace;
     QLabel *lblLSpaceRange;
     QLineEdit *txtTextEditor;

@@ -7,6 +7,8 @@
 
 #include <QFileInfo>
 
+#include <algorithm>
+
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
@@ -58,7 +60,7 @@ Settings UpperBounds(int formLeft)
 
 bool IsFontSizeOffered(float points)
 {
-    return points == 9.75f || points == 11.25f || points == 12.75f;
+    return std::ranges::find(FontSizes, points) != FontSizes.end();
 }
 
 QString FontSizeText(float points)
@@ -125,11 +127,6 @@ Settings SettingsFile::Read(const Settings &defaults, const Settings &upper, QSt
     settings.bolDispLineNum = lineNumbers.compare(u"true", Qt::CaseInsensitive) == 0;
     settings.pageColour = ReadPageColour();
     return settings;
-}
-
-int SettingsFile::ReadFormPos() const
-{
-    return qMax(0, ReadIni(u"FormLeft"_s, u"0"_s).toInt());
 }
 
 // The font size is read as "FontSize" and written as "Fontsize". Keys ignore case, so both name one entry; the two

@@ -6,6 +6,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <array>
+
 /// Which colours the page has.
 enum class PageColourChoice
 {
@@ -35,7 +37,10 @@ Settings DefaultSettings();
 /// The upper bounds. @param formLeft  largest left edge, in pixels, at which the study window fits on the screen
 Settings UpperBounds(int formLeft);
 
-/// Whether a font size is one of the three that the program offers.
+/// The font sizes that the program offers, in points.
+inline constexpr std::array FontSizes{9.75f, 11.25f, 12.75f};
+
+/// Whether a font size is one of those.
 bool IsFontSizeOffered(float points);
 
 /// A font size as the file and the settings window show it, e.g. "9.75".
@@ -70,9 +75,6 @@ class SettingsFile
     /// Reads all settings and repairs what is out of its bounds in memory; the file stays as it is.
     /// @param messages  one text for each repair, in the order of the checks
     Settings Read(const Settings &defaults, const Settings &upper, QStringList *messages) const;
-
-    /// The left edge that the file holds, in pixels; 0 when it holds none, no number or a negative one.
-    int ReadFormPos() const;
 
     /// Writes all settings but FormLeft and the page's colours. @return false when the file could not be written; it is
     /// then unchanged or holds some of the settings, each of them whole

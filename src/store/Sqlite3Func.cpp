@@ -50,24 +50,6 @@ QString FieldAt(const QString &row, qsizetype position)
 
 } // namespace
 
-QString StorageClassName(int storageClass)
-{
-    switch (storageClass) {
-    case SQLITE_INTEGER:
-        return u"INTEGER"_s;
-    case SQLITE_FLOAT:
-        return u"FLOAT"_s;
-    case SQLITE_TEXT:
-        return u"TEXT"_s;
-    case SQLITE_BLOB:
-        return u"BLOB"_s;
-    case SQLITE_NULL:
-        return u"NULL"_s;
-    default:
-        return QString();
-    }
-}
-
 StudyDatabase::StudyDatabase(SystemServices &services) : m_services(services) {}
 
 StudyDatabase::~StudyDatabase()

@@ -17,9 +17,6 @@ struct sqlite3_stmt;
 /// Without rows there is only row 0, and it is empty.
 using ResultTable = std::vector<QString>;
 
-/// Name of a storage class: 1 "INTEGER", 2 "FLOAT", 3 "TEXT", 4 "BLOB", 5 "NULL"; empty for any other number.
-QString StorageClassName(int storageClass);
-
 class StudyDatabase
 {
   public:

@@ -18,6 +18,11 @@ QString FileCharCodeName(const QByteArray &bytes)
     return GetCharCodeName(QByteArrayView(bytes.constData(), bytes.size() + 1));
 }
 
+bool IsReadableCode(const QString &name)
+{
+    return name == u"ASCII" || name == u"SJIS";
+}
+
 } // namespace
 
 TextRefusal ReadText(const QString &path, ExpandTabs expandTabs, StudyLines *lines)
@@ -25,14 +30,13 @@ TextRefusal ReadText(const QString &path, ExpandTabs expandTabs, StudyLines *lin
     lines->Clear();
     const QString title = GetFileTitle(path);
     if (QFileInfo(path).size() > MostFileBytes)
-        return {TextFault::TooLarge, 1, QString(), FileTooLargeMessage(title)};
+        return {.fault = TextFault::TooLarge, .line = 1, .message = FileTooLargeMessage(title)};
     QByteArray bytes;
     QString reason;
     if (!ReadWholeFile(path, &bytes, &reason))
-        return {TextFault::Unreadable, 1, reason, UnreadableFileMessage(title, reason)};
-    QString message;
-    if (!CheckTextEncoding(path, bytes, &message))
-        return {TextFault::WrongCharCode, 1, FileCharCodeName(bytes), message};
+        return {.fault = TextFault::Unreadable, .line = 1, .message = UnreadableFileMessage(title, reason)};
+    if (const QString code = FileCharCodeName(bytes); !IsReadableCode(code))
+        return {TextFault::WrongCharCode, 1, code, WrongCharCodeMessage(title, code)};
     ReadAllLines(bytes, expandTabs, lines);
     return {};
 }
@@ -64,7 +68,7 @@ bool ReadTextFile(const QString &path, int maxLineBytes, StudyLines *lines, QStr
 bool CheckTextEncoding(const QString &path, const QByteArray &bytes, QString *message)
 {
     const QString name = FileCharCodeName(bytes);
-    if (name == u"ASCII" || name == u"SJIS")
+    if (IsReadableCode(name))
         return true;
     *message = WrongCharCodeMessage(GetFileTitle(path), name);
     return false;

@@ -18,13 +18,13 @@ enum class TextFault
     BracketOrder,
 };
 
-/// The result of a reading.
+/// The result of a reading. Its message comes with it, as those of the lines quote what is not kept.
 struct TextRefusal
 {
     TextFault fault = TextFault::None;
-    int line = 0;    ///< 1-based line that was refused; 1 for the file as a whole; 0 when there is no fault
-    QString detail;  ///< Unreadable: the reason in the system's words; WrongCharCode: the name of the character code
-    QString message; ///< the whole of it for the user, its lines separated by CR LF; empty when there is no fault
+    int line = 0;       ///< 1-based line that was refused; 1 for the file as a whole; 0 when there is no fault
+    QString charCode{}; ///< WrongCharCode: the name of the character code
+    QString message{};  ///< the whole of it for the user, its lines separated by CR LF; empty when there is no fault
 };
 
 /// Whether every tab of a text is replaced by two spaces as it is read.

@@ -25,14 +25,13 @@ LineField::LineField(QWidget *parent) : QWidget(parent), txtLine(new QLineEdit(t
     row->setContentsMargins(0, 0, 0, 0);
     row->addWidget(lblLine);
     row->addWidget(txtLine);
-    hide();
+    row->addStretch();
 }
 
 void LineField::Open(int line, int lineCount)
 {
     m_lineCount = lineCount;
     txtLine->setText(QString::number(line));
-    show();
     txtLine->selectAll();
     txtLine->setFocus();
 }
@@ -47,14 +46,17 @@ void LineField::Choose()
 
 void LineField::Close()
 {
-    hide();
     Q_EMIT Closed();
 }
 
 bool LineField::eventFilter(QObject *object, QEvent *event)
 {
-    if (event->type() == QEvent::FocusOut && static_cast<QFocusEvent *>(event)->reason() != Qt::PopupFocusReason)
-        hide();
+    if (event->type() == QEvent::FocusOut) {
+        const Qt::FocusReason reason = static_cast<QFocusEvent *>(event)->reason();
+        // In another window, or a menu, the focus is only for a while.
+        if (reason != Qt::PopupFocusReason && reason != Qt::ActiveWindowFocusReason)
+            Q_EMIT Left();
+    }
     if (event->type() != QEvent::KeyPress)
         return QWidget::eventFilter(object, event);
     const int key = static_cast<QKeyEvent *>(event)->key();

@@ -1,9 +1,9 @@
-// The small field "行：", in which a line is typed to go to. Enter goes there, Escape or going elsewhere closes it.
+// The small field "行：", in which a line is typed to go to. Enter goes there; Escape and going to another control of
+// the window close it.
 #pragma once
 
 #include <QWidget>
 
-class QIntValidator;
 class QLineEdit;
 
 class LineField : public QWidget
@@ -20,7 +20,10 @@ class LineField : public QWidget
     /// A line was typed, 1..lineCount; a larger number counts as the last line.
     void LineChosen(int line);
 
-    /// The field was closed by a key.
+    /// The field is not needed any more.
+    void Left();
+
+    /// The same, by a key that leaves the focus nowhere.
     void Closed();
 
   protected:

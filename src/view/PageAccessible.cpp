@@ -69,7 +69,7 @@ int PageAccessible::characterCount() const
 QRect PageAccessible::characterRect(int offset) const
 {
     const QRect rect = Page().SpokenRect(offset);
-    return rect.isNull() ? rect : QRect(Page().mapToGlobal(rect.topLeft()), rect.size());
+    return rect.isEmpty() ? QRect() : QRect(Page().mapToGlobal(rect.topLeft()), rect.size());
 }
 
 int PageAccessible::offsetAtPoint(const QPoint &point) const

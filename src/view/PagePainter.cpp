@@ -8,7 +8,6 @@
 #include <QPainter>
 #include <QRawFont>
 
-#include <algorithm>
 #include <cmath>
 
 namespace {
@@ -22,7 +21,7 @@ constexpr int CurrentFramePx = 2;
 QRect AreaOfBlank(const DisplayText &text, int blank, int topLine, const PageLayout &layout)
 {
     const int line = text.Blanks().LineOf(blank);
-    const int rowTopPx = layout.RowTopPx(line - topLine + 1);
+    const int rowTopPx = layout.RowTopPx(layout.RowOf(line, topLine));
     if (HasPictures(text.Line(line)))
         return QRect(layout.TextLeftPx() - CurrentFramePx, rowTopPx, layout.widthPx, layout.linePitchPx);
     const BoxEdges box = GetBqInfoFromLine(text, blank, layout.cellWidthPx, layout.CellLeftPx(0));
@@ -54,9 +53,9 @@ void PagePainter::Paint(const QRect &part)
     m_painter.save();
     m_painter.setClipRect(deviceArea, Qt::IntersectClip);
     m_painter.fillRect(deviceArea, m_colours.background);
-    const int rowsToLastLine = m_page.text.LineCount() - m_page.topLine + 1;
+    const PageInView view = PageAt(m_page.topLine, m_page.text.LineCount(), m_layout);
     const int firstRow = qMax(0, m_layout.RowOffsetAt(area.top())) + 1;
-    const int lastRow = std::min({rowsToLastLine, m_layout.RowsPerPage(), m_layout.RowOffsetAt(area.bottom()) + 1});
+    const int lastRow = qMin(m_layout.RowOf(view.lastLine, view.topLine), m_layout.RowOffsetAt(area.bottom()) + 1);
     if (m_layout.hasLineNumbers) {
         if (area.left() < m_layout.NumberStripPx())
             for (int row = firstRow; row <= lastRow; ++row)
@@ -75,7 +74,7 @@ void PagePainter::Paint(const QRect &part)
 
 int PagePainter::LineIn(int row) const
 {
-    return m_page.topLine + row - 1;
+    return m_layout.LineIn(row, m_page.topLine);
 }
 
 void PagePainter::DrawText(int row)

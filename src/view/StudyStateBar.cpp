@@ -1,6 +1,5 @@
 #include "view/StudyStateBar.h"
 
-#include "settings/modZoom.h"
 #include "view/LineField.h"
 #include "view/modStudyRound.h"
 #include "widgets/Contrast.h"
@@ -10,7 +9,8 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QProgressBar>
-#include <QToolButton>
+#include <QPushButton>
+#include <QStackedWidget>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -24,6 +24,21 @@ void KeepSizeWhenHidden(QWidget *widget)
     widget->setSizePolicy(policy);
 }
 
+QString ShownText(const QString &shown, const QString &blanks)
+{
+    return u"表示 %1 / %2"_s.arg(shown, blanks);
+}
+
+QString PlaceText(const QString &topLine, const QString &lastLine, const QString &lineCount)
+{
+    return u"%1 ～ %2 行 / %3 行"_s.arg(topLine, lastLine, lineCount);
+}
+
+QString PageText(const QString &number, const QString &count)
+{
+    return u"%1 / %2 ページ"_s.arg(number, count);
+}
+
 } // namespace
 
 StudyStateBar::StudyStateBar(QWidget *parent)
@@ -31,8 +46,8 @@ StudyStateBar::StudyStateBar(QWidget *parent)
       lblShown(AddLabel(u"lblShown"_s)), lblPlace(AddLabel(u"lblPlace"_s)), lblPage(AddLabel(u"lblPage"_s)),
       lblZoom(AddLabel(u"lblZoom"_s)), cmdZoomOut(ZoomButton(u"cmdZoomOut"_s, u"小(&-)"_s, -1)),
       cmdZoomIn(ZoomButton(u"cmdZoomIn"_s, u"大(&+)"_s, 1)), m_lineField(new LineField(this)),
-      lblKeyword(AddLabel(u"lblKeyword"_s)), lblMinN(AddLabel(u"lblMinN"_s)), lblMin(AddLabel(u"lblMin"_s, u"分"_s)),
-      lblSecN(AddLabel(u"lblSecN"_s)), lblSec(AddLabel(u"lblSec"_s, u"秒"_s))
+      m_placeOrField(new QStackedWidget(this)), lblKeyword(AddLabel(u"lblKeyword"_s)), lblMinN(AddLabel(u"lblMinN"_s)),
+      lblMin(AddLabel(u"lblMin"_s, u"分"_s)), lblSecN(AddLabel(u"lblSecN"_s)), lblSec(AddLabel(u"lblSec"_s, u"秒"_s))
 {
     for (QLabel *const number : {lblNum, lblMinN, lblSecN}) {
         number->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
@@ -46,7 +61,11 @@ StudyStateBar::StudyStateBar(QWidget *parent)
     prgShown->setAccessibleName(u"表示した正解の割合"_s);
     prgShown->setTextVisible(false);
     prgShown->setFixedSize(fontMetrics().averageCharWidth() * 16, qMax(8, fontMetrics().height() / 2));
+    m_placeOrField->addWidget(lblPlace);
+    m_placeOrField->addWidget(m_lineField);
+    m_placeOrField->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     connect(m_lineField, &LineField::LineChosen, this, &StudyStateBar::LineChosen);
+    connect(m_lineField, &LineField::Left, this, [this] { m_placeOrField->setCurrentWidget(lblPlace); });
     connect(m_lineField, &LineField::Closed, this, &StudyStateBar::LineFieldClosed);
     DimKeyword();
     lblKeyword->hide();
@@ -57,9 +76,9 @@ StudyStateBar::StudyStateBar(QWidget *parent)
 
     QLabel *const lblNumN = AddLabel(u"lblNumN"_s, u"回答数："_s);
     auto *const progress = new FlowLayout(20);
-    for (QWidget *const control : {Group({lblNumN, lblNum}), Group({prgShown, lblShown}),
-                                   static_cast<QWidget *>(lblPlace), static_cast<QWidget *>(lblPage), ZoomGroup(),
-                                   static_cast<QWidget *>(m_lineField), static_cast<QWidget *>(lblKeyword)})
+    for (QWidget *const control :
+         {Group({lblNumN, lblNum}), Group({prgShown, lblShown}), static_cast<QWidget *>(m_placeOrField),
+          static_cast<QWidget *>(lblPage), ZoomGroup(), static_cast<QWidget *>(lblKeyword)})
         progress->addWidget(control);
     auto *const row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
@@ -118,26 +137,40 @@ QWidget *StudyStateBar::ZoomGroup()
     return Group({cmdZoomOut, lblZoom, cmdZoomIn});
 }
 
-/// A click leaves the focus in the text, as that of the buttons above it.
-QToolButton *StudyStateBar::ZoomButton(const QString &name, const QString &caption, int steps)
+/// A click leaves the focus in the text, as that of the buttons above it, and Enter presses it too. It stays enabled at
+/// either end: the focus of a button that is disabled would go on to another one.
+QPushButton *StudyStateBar::ZoomButton(const QString &name, const QString &caption, int steps)
 {
-    auto *const button = new QToolButton(this);
+    auto *const button = new QPushButton(caption, this);
     button->setObjectName(name);
-    button->setText(caption);
     button->setFocusPolicy(Qt::TabFocus);
-    connect(button, &QToolButton::clicked, this, [this, steps] { Q_EMIT ZoomClicked(steps); });
+    button->setAutoDefault(true);
+    button->setFixedWidth(button->fontMetrics().horizontalAdvance(u"大(+)000"_s));
+    connect(button, &QPushButton::clicked, this, [this, steps] { Q_EMIT ZoomClicked(steps); });
     return button;
+}
+
+/// Keeps the space of the widest texts that a file can have here.
+void StudyStateBar::ReserveFor(int lineCount, int blanks)
+{
+    const QString line(QString::number(lineCount).size(), u'0');
+    const QString blank(QString::number(blanks).size(), u'0');
+    const auto reserve = [](QLabel *label, const QString &widest) {
+        label->setMinimumWidth(widest.isEmpty() ? 0 : label->fontMetrics().horizontalAdvance(widest));
+    };
+    reserve(lblShown, blanks == 0 ? QString() : ShownText(blank, blank));
+    reserve(lblPlace, lineCount == 0 ? QString() : PlaceText(line, line, line));
+    reserve(lblPage, lineCount == 0 ? QString() : PageText(line, line));
 }
 
 void StudyStateBar::ShowZoom(int percent)
 {
     lblZoom->setText(QString::number(percent) + u" %"_s);
-    cmdZoomOut->setEnabled(percent > ZoomSteps.front());
-    cmdZoomIn->setEnabled(percent < ZoomSteps.back());
 }
 
 void StudyStateBar::AskForLine(int line, int lineCount)
 {
+    m_placeOrField->setCurrentWidget(m_lineField);
     m_lineField->Open(line, lineCount);
 }
 
@@ -154,12 +187,13 @@ void StudyStateBar::ShowProgress(const StudyRound &round, const PageInView &page
     prgShown->setRange(0, qMax(1, blanks));
     prgShown->setValue(round.ShownCount());
     prgShown->update(); // the bar itself would wait for a change of nine pixels
-    lblShown->setText(blanks == 0 ? QString() : QString(u"表示 %1 / %2"_s.arg(round.ShownCount()).arg(blanks)));
-    lblPlace->setText(page.lineCount == 0
-                          ? QString()
-                          : QString(u"%1 ～ %2 行 / %3 行"_s.arg(page.topLine).arg(page.lastLine).arg(page.lineCount)));
-    lblPage->setText(page.lineCount == 0 ? QString()
-                                         : QString(u"%1 / %2 ページ"_s.arg(page.PageNumber()).arg(page.PageCount())));
+    ReserveFor(page.lineCount, blanks);
+    const auto number = [](int n) { return QString::number(n); };
+    lblShown->setText(blanks == 0 ? QString() : ShownText(number(round.ShownCount()), number(blanks)));
+    const bool hasLines = page.lineCount > 0;
+    lblPlace->setText(hasLines ? PlaceText(number(page.topLine), number(page.lastLine), number(page.lineCount))
+                               : QString());
+    lblPage->setText(hasLines ? PageText(number(page.PageNumber()), number(page.PageCount())) : QString());
 }
 
 void StudyStateBar::ShowKeyword(const QString &wanted, bool isFound)

@@ -1,5 +1,6 @@
-// The row below the page: what was answered, how far the learner is, how large the page is, what was searched for, and
-// the clock.
+// The row below the page. What it shows of the page has its space reserved: were it to wrap at one page and not at the
+// next, the page would have another number of rows, and so on without end. It tells what was answered, how far the
+// learner is, how large the page is, what was searched for, and the clock.
 #pragma once
 
 #include "view/modPageInView.h"
@@ -10,7 +11,8 @@
 class LineField;
 class QLabel;
 class QProgressBar;
-class QToolButton;
+class QPushButton;
+class QStackedWidget;
 class StudyRound;
 
 class StudyStateBar : public QWidget
@@ -49,7 +51,8 @@ class StudyStateBar : public QWidget
 
   private:
     QWidget *ZoomGroup();
-    QToolButton *ZoomButton(const QString &name, const QString &caption, int steps);
+    QPushButton *ZoomButton(const QString &name, const QString &caption, int steps);
+    void ReserveFor(int lineCount, int blanks);
     void DimKeyword();
     QLabel *AddLabel(const QString &name, const QString &text = QString());
     QWidget *Group(const QList<QWidget *> &controls);
@@ -60,9 +63,10 @@ class StudyStateBar : public QWidget
     QLabel *lblPlace;       // the lines on the page
     QLabel *lblPage;        // its number
     QLabel *lblZoom;
-    QToolButton *cmdZoomOut;
-    QToolButton *cmdZoomIn;
+    QPushButton *cmdZoomOut;
+    QPushButton *cmdZoomIn;
     LineField *m_lineField;
+    QStackedWidget *m_placeOrField;
     QLabel *lblKeyword;
     QLabel *lblMinN;
     QLabel *lblMin;

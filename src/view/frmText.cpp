@@ -89,13 +89,15 @@ void frmText::OpenSession(const QString &path)
     m_stateBar->ShowCount(0);
     Timer1->stop();
     m_stateBar->ClearTime();
+    picText->SetStudy(nullptr, nullptr); // the text that it shows is gone as soon as another one is opened
     QString message;
     const bool isLoaded = m_session.Open(path, &message);
     if (m_stage == Stage::Ended)
         return; // the window was closed under a message about the record
-    if (isLoaded)
+    if (isLoaded) {
+        picText->SetStudy(&m_session.Text(), &m_session.Round());
         EnableFileControls(true);
-    picText->SetStudy(isLoaded ? &m_session.Text() : nullptr, &m_session.Round());
+    }
     lblFile->SetText(QFileInfo(m_session.Path()).fileName());
     ShowText(1);
     if (!isLoaded) {

@@ -42,7 +42,7 @@ class frmText : public QWidget
 
   public:
     frmText(SystemServices &services, StudyDatabase &database, const RunLog &log, frmMsg &msg,
-            const StudyContext &place);
+            const StudyContext &context);
     ~frmText() override;
 
     /// Completes the session and closes the database, once; touches no window. Nothing is recorded from then on.

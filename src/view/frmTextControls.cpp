@@ -31,10 +31,10 @@ constexpr int CellsPerKey = 8;
 } // namespace
 
 frmText::frmText(SystemServices &services, StudyDatabase &database, const RunLog &log, frmMsg &msg,
-                 const StudyContext &place)
-    : m_services(services), m_database(database), m_log(log), m_msg(msg), m_context(place),
-      m_settingsFile(place.settingsPath), m_defaults(DefaultSettings()), m_settings(m_defaults),
-      m_session(services, database, place.userName), picText(new PicText(this)),
+                 const StudyContext &context)
+    : m_services(services), m_database(database), m_log(log), m_msg(msg), m_context(context),
+      m_settingsFile(context.settingsPath), m_defaults(DefaultSettings()), m_settings(m_defaults),
+      m_session(services, database, context.userName), picText(new PicText(this)),
       VScroll(new FocusScrollBar(Qt::Vertical, this)), HScroll(new FocusScrollBar(Qt::Horizontal, this)),
       cmdFile(AddButton(u"cmdFile"_s, u"ファイル選択(&O)"_s, &frmText::cmdFile_Click)),
       cmdReRead(AddButton(u"cmdReRead"_s, u"再読込(&R)"_s, &frmText::cmdReRead_Click)),
@@ -147,7 +147,9 @@ void frmText::AddShortcuts()
     addClick(Qt::CTRL | Qt::Key_G, [this] { AskForLine(); });
     addClick(Qt::CTRL | Qt::SHIFT | Qt::Key_G, [this] { GoToRandomPage(); });
     add(Qt::CTRL | Qt::Key_Plus, [this] { ChangeZoom(1); });
-    add(Qt::CTRL | Qt::Key_Equal, [this] { ChangeZoom(1); }); // the same key without Shift, where + needs it
+    // The same key without Shift, where + needs it: on a keyboard for English and on one for Japanese.
+    add(Qt::CTRL | Qt::Key_Equal, [this] { ChangeZoom(1); });
+    add(Qt::CTRL | Qt::Key_Semicolon, [this] { ChangeZoom(1); });
     add(Qt::CTRL | Qt::Key_Minus, [this] { ChangeZoom(-1); });
     addClick(Qt::CTRL | Qt::Key_0, [this] { SetZoom(ZoomSteps.front()); });
 }
@@ -226,6 +228,8 @@ void frmText::Form_Resize()
 void frmText::resizeEvent(QResizeEvent *event)
 {
     QWidget::resizeEvent(event);
+    // The rows that wrap in a narrow window must not push each other out of it.
+    setMinimumHeight(qMin(layout()->minimumHeightForWidth(width()), AvailableSize(this).height()));
     Form_Resize();
 }
 

@@ -40,7 +40,7 @@ ClickTarget TargetAt(const DisplayText &text, const StudyRound &round, int xPx, 
         return {}; // below the last row: what would stand there is not painted
     if (const int blank = HitTest(text, xPx, yPx, topLine, layout); blank > 0)
         return {.blank = blank};
-    const int line = layout.RowOffsetAt(yPx) + topLine;
+    const int line = layout.LineAt(yPx, topLine);
     if (yPx <= PageLayout::TopMarginPx || line > text.LineCount() || xPx < layout.TextLeftPx())
         return {};
     const qsizetype index = IndexOfCell(text.Line(line), layout.CellAt(xPx));

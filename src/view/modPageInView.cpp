@@ -19,7 +19,7 @@ PageInView PageAt(int topLine, int lineCount, const PageLayout &layout)
     page.canScroll = CanScroll(lineCount, layout);
     page.maximum = page.canScroll ? lineCount : 1;
     page.topLine = std::clamp(topLine, 1, page.maximum);
-    page.lastLine = std::min(page.topLine + layout.RowsPerPage() - 1, lineCount);
+    page.lastLine = std::min(layout.LineIn(layout.RowsPerPage(), page.topLine), lineCount);
     return page;
 }
 

@@ -28,10 +28,22 @@ struct PageInView
         return canScroll ? (lineCount - 1 + pageSize - 1) / pageSize : 1;
     }
 
-    /// The one of them that the top line is on.
+    /// The one of them that a line is on; of two, the later one.
+    int PageOf(int line) const
+    {
+        return std::min((line - 1) / pageSize + 1, PageCount());
+    }
+
+    /// The page in view; the last one as soon as the last line is.
     int PageNumber() const
     {
-        return std::min((topLine - 1) / pageSize + 1, PageCount());
+        return lastLine == lineCount ? PageCount() : PageOf(topLine);
+    }
+
+    /// The top line of a page.
+    int TopOfPage(int page) const
+    {
+        return (page - 1) * pageSize + 1;
     }
 
     /// Top line at which the last page is full.

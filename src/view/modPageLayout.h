@@ -37,6 +37,23 @@ struct PageLayout
         return (yPx - TopMarginPx) / linePitchPx;
     }
 
+    /// The row of a line while another one is in the first row, and back.
+    static int RowOf(int line, int topLine)
+    {
+        return line - topLine + 1;
+    }
+
+    static int LineIn(int row, int topLine)
+    {
+        return row + topLine - 1;
+    }
+
+    /// The line whose row is under y; of the top margin, the top line.
+    int LineAt(int yPx, int topLine) const
+    {
+        return RowOffsetAt(yPx) + topLine;
+    }
+
     /// Width of the strip of line numbers: four and a half characters and the margin.
     int NumberStripPx() const
     {

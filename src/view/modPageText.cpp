@@ -1,5 +1,7 @@
 #include "view/modPageText.h"
 
+#include "view/modClickTarget.h"
+
 namespace {
 
 /// A stretch of a line as it is spoken.
@@ -20,14 +22,17 @@ std::vector<SpokenPart> PartsOf(const DisplayText &text, const StudyRound &round
         parts.push_back({TextSpan::At(line, done, end - done), view.sliced(done, end - done), false});
         done = end;
     };
+    const auto addHidden = [&](qsizetype length) {
+        parts.push_back({TextSpan::At(line, done, length), HiddenAnswerText, true});
+        done += length;
+    };
     for (const int blank : text.BlanksOnLine(line)) {
         const TextSpan span = text.Span(blank);
         addText(span.Index() + 1); // with the space that was its bracket
         if (round.bolOpen(blank))
             addText(done + text.Answer(blank).size());
         else
-            parts.push_back({span, HiddenAnswerText, true});
-        done = span.Index() + span.length - 1;
+            addHidden(text.Answer(blank).size());
     }
     addText(view.size());
     return parts;
@@ -62,8 +67,8 @@ int SpokenOffset(const DisplayText &text, const StudyRound &round, int topLine, 
         offset += SpokenLength(text, round, above) + 1;
     for (const SpokenPart &part : PartsOf(text, round, line)) {
         const qsizetype start = part.span.Index();
-        // The closing bracket of a hidden answer belongs to the text behind it, if there is something between the two.
-        const qsizetype end = start + (part.isWhole ? qMax(part.span.length - 1, 2) : part.span.length);
+        // Of an empty answer that is hidden, the place of its closing bracket is meant.
+        const qsizetype end = start + qMax(part.span.length, part.isWhole ? 1 : 0);
         if (index < end)
             return int(offset + (part.isWhole ? 0 : index - start));
         offset += part.text.size();
@@ -85,4 +90,26 @@ TextSpan SpanSpokenAt(const DisplayText &text, const StudyRound &round, const Pa
         --left; // the line feed
     }
     return {};
+}
+
+QRect AreaSpokenAt(const DisplayText &text, const StudyRound &round, const PageInView &page, const PageLayout &layout,
+                   int offset)
+{
+    const TextSpan span = SpanSpokenAt(text, round, page, offset);
+    if (span.line == 0)
+        return QRect();
+    const CellRange cells = text.Cells(span);
+    const QRect area(layout.CellLeftPx(cells.start), layout.RowTopPx(layout.RowOf(span.line, page.topLine)),
+                     (cells.end - cells.start) * layout.cellWidthPx, layout.linePitchPx);
+    return area & QRect(layout.TextLeftPx(), 0, layout.widthPx - layout.TextLeftPx(), layout.heightPx);
+}
+
+int OffsetSpokenAt(const DisplayText &text, const StudyRound &round, const PageInView &page, const PageLayout &layout,
+                   int xPx, int yPx)
+{
+    const int line = layout.LineAt(yPx, page.topLine);
+    if (yPx < PageLayout::TopMarginPx || xPx < layout.TextLeftPx() || !page.Holds(line))
+        return -1;
+    const qsizetype index = IndexOfCell(text.Line(line), layout.CellAt(xPx));
+    return index < 0 ? -1 : SpokenOffset(text, round, page.topLine, line, index);
 }

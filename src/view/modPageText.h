@@ -3,6 +3,8 @@
 
 #include "view/modStudyRound.h"
 
+#include <QRect>
+
 /// What stands for a hidden answer.
 inline constexpr QStringView HiddenAnswerText = u"空欄";
 
@@ -14,6 +16,14 @@ QString SpokenPage(const DisplayText &text, const StudyRound &round, const PageI
 /// "空欄" begins. @param index  0-based character of the line, up to its length
 int SpokenOffset(const DisplayText &text, const StudyRound &round, int topLine, int line, qsizetype index);
 
-/// What stands at an offset of the above: one character or, for any of "空欄", the hidden answer with its brackets. At
+/// What stands at an offset of the above: one character or, for any of "空欄", the hidden answer. At
 /// a line's end that is a span without a length; behind the last line it is nowhere.
 TextSpan SpanSpokenAt(const DisplayText &text, const StudyRound &round, const PageInView &page, int offset);
+
+/// Where that stands on the page, as far as it is in view, pixels of the text area; empty when it is nowhere.
+QRect AreaSpokenAt(const DisplayText &text, const StudyRound &round, const PageInView &page, const PageLayout &layout,
+                   int offset);
+
+/// The offset of what stands at a pixel of the text area; -1 when there is no text.
+int OffsetSpokenAt(const DisplayText &text, const StudyRound &round, const PageInView &page, const PageLayout &layout,
+                   int xPx, int yPx);

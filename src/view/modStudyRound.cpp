@@ -52,7 +52,7 @@ int HitTest(const DisplayText &text, int xPx, int yPx, int topLine, const PageLa
 {
     if (yPx <= PageLayout::TopMarginPx || xPx < layout.TextLeftPx())
         return 0;
-    const int line = layout.RowOffsetAt(yPx) + topLine;
+    const int line = layout.LineAt(yPx, topLine);
     if (line > text.LineCount())
         return 0;
     for (const int blank : text.BlanksOnLine(line)) {
@@ -103,24 +103,21 @@ int RandomPage(const StudyRound &round, const DisplayText &text, const PageInVie
     const auto isHiddenElsewhere = [&](int blank) {
         return !round.bolOpen(blank) && !page.Holds(text.Blanks().LineOf(blank));
     };
-    const auto topOfPageWith = [&](int blank) {
-        return (text.Blanks().LineOf(blank) - 1) / page.pageSize * page.pageSize + 1;
-    };
     constexpr int draws = 1000;
     int blank = 0;
     for (int i = 0; i < draws; ++i)
         if (blank = 1 + random->bounded(blanks); isHiddenElsewhere(blank))
-            return topOfPageWith(blank);
+            return page.TopOfPage(page.PageOf(text.Blanks().LineOf(blank)));
     // Hardly any is left: the next one after the last draw.
     for (int i = 1; i < blanks; ++i)
         if (const int next = (blank + i - 1) % blanks + 1; isHiddenElsewhere(next))
-            return topOfPageWith(next);
+            return page.TopOfPage(page.PageOf(text.Blanks().LineOf(next)));
     return page.topLine;
 }
 
 int MarkLineAt(int yPx, int topLine, const PageLayout &layout)
 {
-    return layout.RowOffsetAt(yPx) + topLine;
+    return layout.LineAt(yPx, topLine);
 }
 
 QString AllShownMessage(int blankCount)

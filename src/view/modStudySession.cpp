@@ -1,6 +1,5 @@
 #include "view/modStudySession.h"
 
-#include "base/modFile.h"
 #include "store/modDB_SQLite.h"
 #include "text/modCheckText.h"
 #include "text/modPictureName.h"

@@ -22,19 +22,10 @@ namespace {
 
 constexpr int LinesPerNotch = 3;
 constexpr int CellsPerNotch = 8;
-constexpr int WheelNotch = 120; // eighths of a degree
 
 const QString HowToBegin = QStringLiteral("「ファイル選択」(Alt+O) で学習ファイルを選んでください");
 
 } // namespace
-
-int WheelSteps::Take(int angle, int stepsPerNotch)
-{
-    m_rest += angle * stepsPerNotch;
-    const int steps = m_rest / WheelNotch;
-    m_rest -= steps * WheelNotch;
-    return steps;
-}
 
 PicText::PicText(QWidget *parent) : QWidget(parent), m_font(PageFont())
 {
@@ -62,6 +53,8 @@ void PicText::SetStudy(const DisplayText *text, const StudyRound *round)
 {
     m_text = text;
     m_round = round;
+    m_found = TextSpan();
+    m_current = TextSpan();
     DrawPage();
 }
 
@@ -74,7 +67,8 @@ void PicText::SetAppearance(float points, int lineSpacePx, bool hasLineNumbers, 
     m_layout.cellWidthPx = qMax(1, int(std::ceil(halfWidth)));
     m_layout.linePitchPx = int(std::ceil(metrics.height())) + lineSpacePx * zoomPercent / 100;
     m_layout.hasLineNumbers = hasLineNumbers;
-    updateGeometry(); // the size that a long line asks for
+    setMinimumHeight(m_layout.RowTopPx(2)); // a row
+    updateGeometry();                       // the size that a long line asks for
     update();
     Q_EMIT RowsChanged();
 }
@@ -174,21 +168,12 @@ QString PicText::SpokenText() const
 
 QRect PicText::SpokenRect(int offset) const
 {
-    const TextSpan span = m_text ? SpanSpokenAt(*m_text, *m_round, Page(), offset) : TextSpan();
-    if (span.line == 0)
-        return QRect();
-    const CellRange cells = m_text->Cells(span);
-    return QRect(m_layout.CellLeftPx(cells.start), m_layout.RowTopPx(span.line - m_topLine + 1),
-                 (cells.end - cells.start) * m_layout.cellWidthPx, m_layout.linePitchPx);
+    return m_text ? AreaSpokenAt(*m_text, *m_round, Page(), m_layout, offset) : QRect();
 }
 
 int PicText::SpokenOffsetAt(const QPoint &at) const
 {
-    const int line = m_topLine + m_layout.RowOffsetAt(at.y());
-    if (!m_text || at.y() < PageLayout::TopMarginPx || at.x() < m_layout.TextLeftPx() || !Page().Holds(line))
-        return -1;
-    const qsizetype index = IndexOfCell(m_text->Line(line), m_layout.CellAt(at.x()));
-    return index < 0 ? -1 : SpokenOffset(*m_text, *m_round, m_topLine, line, index);
+    return m_text ? OffsetSpokenAt(*m_text, *m_round, Page(), m_layout, at.x(), at.y()) : -1;
 }
 
 void PicText::DrawLineNumbers()

@@ -4,6 +4,7 @@
 
 #include "view/PageColours.h"
 #include "view/modStudyRound.h"
+#include "view/modWheelSteps.h"
 #include "widgets/HeldKeyFilter.h"
 
 #include <QWidget>
@@ -13,18 +14,6 @@
 class PageFontAtScale;
 class QAccessibleEvent;
 
-/// Makes whole steps of the turns of a wheel. A touchpad turns it by small fractions of a notch, which add up.
-class WheelSteps
-{
-  public:
-    /// @param angle  of the turn, in eighths of a degree; @param stepsPerNotch  of a wheel
-    /// @return the steps that it completes, with the angle's sign
-    int Take(int angle, int stepsPerNotch);
-
-  private:
-    int m_rest = 0;
-};
-
 class PicText : public QWidget
 {
     Q_OBJECT
@@ -33,7 +22,8 @@ class PicText : public QWidget
     explicit PicText(QWidget *parent);
     ~PicText() override;
 
-    /// What to paint. Both must outlive this or the next call. Without them the page says how to choose a file.
+    /// What to paint; nothing is found or current in it. Both must outlive this or the next call. Without them the page
+    /// says how to choose a file.
     void SetStudy(const DisplayText *text, const StudyRound *round);
 
     /// Sets font and rows. @param points  size of the text; @param lineSpacePx  space between two lines

@@ -1,5 +1,7 @@
 #include "widgets/FocusScrollBar.h"
 
+#include "widgets/Contrast.h"
+
 #include <QPainter>
 
 FocusScrollBar::FocusScrollBar(Qt::Orientation orientation, QWidget *parent) : QScrollBar(orientation, parent)
@@ -26,6 +28,8 @@ void FocusScrollBar::paintEvent(QPaintEvent *event)
         return;
     constexpr int framePx = 2;
     QPainter painter(this);
-    painter.setPen(QPen(palette().color(QPalette::Highlight), framePx, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
+    const QColor colour = WithContrast(palette().color(QPalette::Highlight), palette().color(QPalette::Window),
+                                       palette().color(QPalette::WindowText), ShapeContrast);
+    painter.setPen(QPen(colour, framePx, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
     painter.drawRect(rect().adjusted(framePx / 2, framePx / 2, -framePx / 2, -framePx / 2));
 }

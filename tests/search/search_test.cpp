@@ -80,17 +80,17 @@ TEST_F(SearchTest, ReadsTheKeywordListSorted)
 TEST_F(SearchTest, CountsInflectedFormsAndPlainText)
 {
     KeywordSearch search(ReadKeywordList(WriteList("stop\ncity\n\x90\x85\nabsent")));
-    EXPECT_TRUE(search.PlacesOf(u"stop"_s).empty()) << "no text yet";
+    EXPECT_TRUE(search.SpansOf(u"stop"_s).empty()) << "no text yet";
     search.SetText(&text);
-    EXPECT_EQ(search.PlacesOf(u"city"_s), (std::vector<TextSpan>{{1, 6, 6}, {1, 25, 4}})) << "one of them is hidden";
-    EXPECT_EQ(search.PlacesOf(u"stop"_s), (std::vector<TextSpan>{{1, 14, 7}, {1, 31, 4}, {3, 1, 4}}));
-    EXPECT_EQ(search.PlacesOf(u"水"_s), (std::vector<TextSpan>{{2, 1, 1}, {2, 8, 1}, {3, 5, 1}}));
-    EXPECT_TRUE(search.PlacesOf(u"absent"_s).empty());
+    EXPECT_EQ(search.SpansOf(u"city"_s), (std::vector<TextSpan>{{1, 6, 6}, {1, 25, 4}})) << "one of them is hidden";
+    EXPECT_EQ(search.SpansOf(u"stop"_s), (std::vector<TextSpan>{{1, 14, 7}, {1, 31, 4}, {3, 1, 4}}));
+    EXPECT_EQ(search.SpansOf(u"水"_s), (std::vector<TextSpan>{{2, 1, 1}, {2, 8, 1}, {3, 5, 1}}));
+    EXPECT_TRUE(search.SpansOf(u"absent"_s).empty());
     EXPECT_EQ(search.KeywordsWith(u"T"_s), QStringList({u"absent"_s, u"city"_s, u"stop"_s}));
-    EXPECT_EQ(search.PlacesOfText(u"STOP"_s).size(), 3u);
+    EXPECT_EQ(search.SpansOfText(u"STOP"_s).size(), 3u);
     EXPECT_TRUE(FindText(text, u"!水"_s).empty()) << "not across the end of a line";
     search.SetText(nullptr);
-    EXPECT_TRUE(search.PlacesOf(u"stop"_s).empty());
+    EXPECT_TRUE(search.SpansOf(u"stop"_s).empty());
 }
 
 TEST_F(SearchTest, TheWindowNarrowsAndGoesOn)

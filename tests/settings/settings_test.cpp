@@ -104,7 +104,6 @@ TEST(Settings, AreWrittenUnderTheirOwnSpellingsAndReadBack)
     EXPECT_EQ(read.pageColour, PageColourChoice::Dark);
     folder.Write(u"Kotoban.ini"_s, "[setting]\r\nbolDispLineNum=1\r\nFormLeft=-7\r\n");
     EXPECT_FALSE(file.Read(DefaultSettings(), UpperBounds(300), &messages).bolDispLineNum) << "only true is true";
-    EXPECT_EQ(file.ReadFormPos(), 0);
     messages.clear();
     const Rows<QByteArray, PageColourChoice> colours = {
         {"", PageColourChoice::Light},

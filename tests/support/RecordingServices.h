@@ -16,6 +16,7 @@ class RecordingServices : public SystemServices
     QStringList commands;
     QString title;
     bool startsPrograms = true;
+    std::function<void()> whileShown; // happens while a message is shown
 
     void SetApplicationTitle(const QString &newTitle) override
     {
@@ -24,6 +25,8 @@ class RecordingServices : public SystemServices
     void ShowMessage(const QString &text) override
     {
         messages += text;
+        if (whileShown)
+            whileShown();
     }
     void ShowMessage(const QString &text, const QString &) override
     {

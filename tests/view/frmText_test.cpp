@@ -193,6 +193,21 @@ TEST_F(StudyWindowTest, ALoadThatFailsLeavesNoFileOpenAndItsRow)
     EXPECT_TRUE(Sessions().last().endsWith(u"\tb\t2024/03/05 14:30:15\t0"_s)) << Sessions().last().toStdString();
 }
 
+TEST_F(StudyWindowTest, NothingIsCurrentWhileAFileIsOpened)
+{
+    folder.WriteStudyFile(u"txt/b.txt"_s, {u"[x]"_s});
+    OpenWith(QStringList(100, u"[one]"_s));
+    QTest::keyClick(page, Qt::Key_Left, Qt::ControlModifier);
+    EXPECT_GT(page->SpokenCursor(), 0);
+    // A screen reader asks while a message says that nothing can be recorded.
+    EXPECT_TRUE(database.SQLite3NonQuery(u"drop table t_kotoban"_s));
+    QList<int> cursors;
+    services.whileShown = [&] { cursors += page->SpokenCursor(); };
+    ChooseFile(2);
+    Child<QPushButton>(u"cmdFile")->click();
+    EXPECT_EQ(cursors.last(), 0);
+}
+
 TEST_F(StudyWindowTest, StandsWhereItStoodAndAsLarge)
 {
     folder.Write(u"Kotoban.ini"_s, "[setting]\r\nFormLeft=99999\r\nFormWidth=500\r\nFormHeight=400\r\n");

@@ -11,6 +11,8 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScopeGuard>
+#include <QStyle>
 
 #include <gtest/gtest.h>
 
@@ -75,6 +77,9 @@ TEST(Contrast, IsReachedOnEveryDesktop)
 
 TEST(OutlinedStyle, ShowsEmptyControlsOnEveryDesktop)
 {
+    const QString before = QApplication::style()->name();
+    const auto restore = qScopeGuard([&before] { QApplication::setStyle(before); });
+    QApplication::setStyle(QStringLiteral("fusion")); // which it is not on Windows
     OutlinedStyle::Install();
     QCheckBox check;
     QRadioButton radio;

@@ -163,6 +163,19 @@ TEST(PagePainter, MarksANumberAndNarrowsLongOnes)
     }
 }
 
+TEST(PagePainter, ShowsWholeRowsOnly)
+{
+    PageLayout layout = PaintedPage::Layout;
+    layout.heightPx = layout.RowTopPx(3) + 15;
+    PaintedPage page(QStringList(10, u"[x] text"_s), 1, 1, LightPage, layout);
+    const QRect belowTheSecondRow(2, layout.RowTopPx(3), 396, 13);
+    QImage blank = page.BitByBit().copy(belowTheSecondRow);
+    blank.fill(Qt::white);
+    for (int y = 0; y < blank.height(); ++y)
+        blank.setPixelColor(layout.NumberStripPx() - 2, y, LightPage.stripEdge);
+    EXPECT_EQ(page.BitByBit().copy(belowTheSecondRow), blank);
+}
+
 TEST(PagePainter, MarksTheWholeBoxOfAHiddenAnswer)
 {
     PaintedPage page({u"-"_s, u"[the cities] cities"_s}, 1);

@@ -6,7 +6,6 @@
 #include "view/modClickTarget.h"
 #include "view/modPageText.h"
 #include "view/modStudySession.h"
-#include "view/modWords.h"
 
 #include <QMap>
 #include <QRandomGenerator>
@@ -39,7 +38,7 @@ PageInView Page(int topLine, int rows, int lines)
 }
 
 // Ten pixels a cell, rows of twenty pixels, with line numbers: text begins at 60.
-const PageLayout Layout{.cellWidthPx = 10, .linePitchPx = 20, .heightPx = 205, .hasLineNumbers = true};
+const PageLayout Layout{.cellWidthPx = 10, .linePitchPx = 20, .widthPx = 400, .heightPx = 205, .hasLineNumbers = true};
 
 } // namespace
 
@@ -302,16 +301,21 @@ TEST(SpokenPage, SaysWhatIsShownAndWhereSomethingIsHidden)
     const QString spoken = SpokenPage(text, round, page);
     for (int offset = 0; offset < spoken.size(); ++offset) {
         const TextSpan span = SpanSpokenAt(text, round, page, offset);
-        if (span.length == 1) {
-            EXPECT_EQ(text.Line(span.line)[span.Index()], spoken[offset]) << offset;
-            EXPECT_EQ(SpokenOffset(text, round, 1, span.line, span.Index()), offset);
-        } else {
-            EXPECT_EQ(span.length == 0, spoken[offset] == u'\n') << offset;
-            EXPECT_EQ(span.length > 1, HiddenAnswerText.contains(spoken[offset])) << offset;
+        if (spoken[offset] == u'\n') {
+            EXPECT_EQ(span.length, 0) << offset;
+            continue;
         }
+        const bool isHidden = HiddenAnswerText.contains(spoken[offset]);
+        EXPECT_EQ(text.Line(span.line).sliced(span.Index(), 1), isHidden ? u"a"_s : QString(spoken[offset])) << offset;
+        const QPoint middle = AreaSpokenAt(text, round, page, Layout, offset).center();
+        const int told = OffsetSpokenAt(text, round, page, Layout, middle.x(), middle.y());
+        EXPECT_EQ(told, spoken[offset] == HiddenAnswerText.back() ? offset - 1 : offset);
     }
-    EXPECT_EQ(SpanSpokenAt(text, round, page, 8), text.Span(1)) << "a hidden answer as a whole";
+    EXPECT_EQ(SpanSpokenAt(text, round, page, 8), TextSpan(2, 2, 1));
+    EXPECT_EQ(AreaSpokenAt(text, round, page, Layout, 8), QRect(70, 25, 10, 20));
     EXPECT_EQ(SpanSpokenAt(text, round, page, int(spoken.size()) + 1), TextSpan());
+    EXPECT_EQ(OffsetSpokenAt(text, round, page, Layout, 30, 30), -1) << "the numbers";
+    EXPECT_EQ(OffsetSpokenAt(text, round, page, Layout, 65, 50), -1) << "below the last line";
 }
 
 TEST(StudySession, ARefusedFileLeavesItsRowAndNothingOpen)
