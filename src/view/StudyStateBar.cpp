@@ -60,7 +60,7 @@ StudyStateBar::StudyStateBar(QWidget *parent)
     prgShown->setObjectName(u"prgShown"_s);
     prgShown->setAccessibleName(u"表示した正解の割合"_s);
     prgShown->setTextVisible(false);
-    prgShown->setFixedSize(fontMetrics().averageCharWidth() * 16, qMax(8, fontMetrics().height() / 2));
+    prgShown->setFixedSize(fontMetrics().averageCharWidth() * 10, qMax(8, fontMetrics().height() / 2));
     m_placeOrField->addWidget(lblPlace);
     m_placeOrField->addWidget(m_lineField);
     m_placeOrField->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
@@ -75,7 +75,7 @@ StudyStateBar::StudyStateBar(QWidget *parent)
         label->hide();
 
     QLabel *const lblNumN = AddLabel(u"lblNumN"_s, u"回答数："_s);
-    auto *const progress = new FlowLayout(20);
+    auto *const progress = new FlowLayout(14);
     for (QWidget *const control :
          {Group({lblNumN, lblNum}), Group({prgShown, lblShown}), static_cast<QWidget *>(m_placeOrField),
           static_cast<QWidget *>(lblPage), ZoomGroup(), static_cast<QWidget *>(lblKeyword)})
@@ -145,7 +145,7 @@ QPushButton *StudyStateBar::ZoomButton(const QString &name, const QString &capti
     button->setObjectName(name);
     button->setFocusPolicy(Qt::TabFocus);
     button->setAutoDefault(true);
-    button->setFixedWidth(button->fontMetrics().horizontalAdvance(u"大(+)000"_s));
+    button->setFixedWidth(button->fontMetrics().horizontalAdvance(u"大(+)00"_s));
     connect(button, &QPushButton::clicked, this, [this, steps] { Q_EMIT ZoomClicked(steps); });
     return button;
 }
