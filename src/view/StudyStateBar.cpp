@@ -83,7 +83,9 @@ StudyStateBar::StudyStateBar(QWidget *parent)
     auto *const row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
     row->addLayout(progress, 1);
-    row->addWidget(Group({lblMinN, lblMin, lblSecN, lblSec}), 0, Qt::AlignTop);
+    QWidget *const clock = Group({lblMinN, lblMin, lblSecN, lblSec});
+    clock->setMinimumHeight(cmdZoomIn->sizeHint().height()); // as high as the first row, so that both stand on one line
+    row->addWidget(clock, 0, Qt::AlignTop);
 }
 
 void StudyStateBar::changeEvent(QEvent *event)

@@ -19,6 +19,7 @@ printf '[one] [two] [three]\r\n%.0s' {1..8} >"$application/txt/1.txt"
 } >"$application/txt/2.txt"
 study='^瞬記帳 Ver.*\[hanako\]$'
 width=1024 height=600
+sessions=0
 
 expect() {
     [[ $2 == "$3" ]] || fail "$1: wanted $2, found $3"
@@ -42,6 +43,10 @@ answers() {
     sqlite3 "$application/db/kotoban.splite3" 'select num_answer from t_kotoban order by rowid desc limit 1'
 }
 
+sessions_are() {
+    [[ $(sqlite3 "$application/db/kotoban.splite3" 'select count(*) from t_kotoban') == "$1" ]]
+}
+
 # begin KEYS...: from the start to the page, with those keys pressed in the list.
 begin() {
     start_program "$application"
@@ -50,9 +55,13 @@ begin() {
     xdotool key Escape
     log_in hanako
     expect_on_screen '^ファイル選択 Ver'
+    # All of them have been pressed before the program sees the first.
+    kill -STOP "$program"
     xdotool key Home "$@"
+    kill -CONT "$program"
     wait_for "the page" is_focused "$study"
-    sleep 0.3 # whatever was typed ahead has come by then
+    wait_for "the session" sessions_are $((++sessions))
+    sleep 0.5 # whatever was typed ahead has come by then
     expect_on_screen "$study"
 }
 
