@@ -49,9 +49,9 @@ StudyStateBar::StudyStateBar(QWidget *parent)
       m_placeOrField(new QStackedWidget(this)), lblKeyword(AddLabel(u"lblKeyword"_s)), lblMinN(AddLabel(u"lblMinN"_s)),
       lblMin(AddLabel(u"lblMin"_s, u"分"_s)), lblSecN(AddLabel(u"lblSecN"_s)), lblSec(AddLabel(u"lblSec"_s, u"秒"_s))
 {
-    for (QLabel *const number : {lblNum, lblMinN, lblSecN}) {
+    for (const auto &[number, widest] : {std::pair(lblNum, u"0000"_s), {lblMinN, u"000"_s}, {lblSecN, u"00"_s}}) {
         number->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-        number->setMinimumWidth(number->fontMetrics().horizontalAdvance(u"0000"_s));
+        number->setMinimumWidth(number->fontMetrics().horizontalAdvance(widest));
     }
     // Their names are their numbers.
     lblNum->setAccessibleDescription(u"回答数"_s);
@@ -60,7 +60,7 @@ StudyStateBar::StudyStateBar(QWidget *parent)
     prgShown->setObjectName(u"prgShown"_s);
     prgShown->setAccessibleName(u"表示した正解の割合"_s);
     prgShown->setTextVisible(false);
-    prgShown->setFixedSize(fontMetrics().averageCharWidth() * 10, qMax(8, fontMetrics().height() / 2));
+    prgShown->setFixedSize(fontMetrics().averageCharWidth() * 8, qMax(8, fontMetrics().height() / 2));
     m_placeOrField->addWidget(lblPlace);
     m_placeOrField->addWidget(m_lineField);
     m_placeOrField->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
@@ -75,7 +75,7 @@ StudyStateBar::StudyStateBar(QWidget *parent)
         label->hide();
 
     QLabel *const lblNumN = AddLabel(u"lblNumN"_s, u"回答数："_s);
-    auto *const progress = new FlowLayout(14);
+    auto *const progress = new FlowLayout(12);
     for (QWidget *const control :
          {Group({lblNumN, lblNum}), Group({prgShown, lblShown}), static_cast<QWidget *>(m_placeOrField),
           static_cast<QWidget *>(lblPage), ZoomGroup(), static_cast<QWidget *>(lblKeyword)})
