@@ -152,13 +152,15 @@ QPushButton *StudyStateBar::ZoomButton(const QString &name, const QString &capti
     return button;
 }
 
-/// Keeps the space of the widest texts that a file can have here.
+/// Gives labels the size of the widest texts that a file can have here. As it is fixed, no other text of theirs has the
+/// window laid out anew.
 void StudyStateBar::ReserveFor(int lineCount, int blanks)
 {
     const QString line(QString::number(lineCount).size(), u'0');
     const QString blank(QString::number(blanks).size(), u'0');
-    const auto reserve = [](QLabel *label, const QString &widest) {
-        label->setMinimumWidth(widest.isEmpty() ? 0 : label->fontMetrics().horizontalAdvance(widest));
+    const int heightPx = m_lineField->sizeHint().height();
+    const auto reserve = [heightPx](QLabel *label, const QString &widest) {
+        label->setFixedSize(label->fontMetrics().horizontalAdvance(widest), heightPx);
     };
     reserve(lblShown, blanks == 0 ? QString() : ShownText(blank, blank));
     reserve(lblPlace, lineCount == 0 ? QString() : PlaceText(line, line, line));
