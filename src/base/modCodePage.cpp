@@ -119,13 +119,11 @@ QString NameOfCharacter(char32_t character)
 
 QStringList CharactersLost(QStringView text)
 {
-    const Tables &tables = CodePage();
     QStringList lost;
     for (qsizetype i = 0; i < text.size(); ++i) {
         const bool isPair = text[i].isHighSurrogate() && i + 1 < text.size() && text[i + 1].isLowSurrogate();
         const char32_t character = isPair ? QChar::surrogateToUcs4(text[i], text[i + 1]) : text[i].unicode();
-        if (tables.fromUnicode[text[i].unicode()] == 0 && !text[i].isNull() &&
-            !lost.contains(NameOfCharacter(character)))
+        if (!IsInCodePage932(text[i]) && !lost.contains(NameOfCharacter(character)))
             lost += NameOfCharacter(character);
         i += isPair ? 1 : 0;
     }
@@ -142,6 +140,11 @@ qsizetype GetByteLength(QStringView text)
             ++i;
     }
     return length;
+}
+
+bool IsInCodePage932(QChar character)
+{
+    return character.isNull() || CodePage().fromUnicode[character.unicode()] != 0;
 }
 
 bool IsDoubleByte(QChar character)

@@ -40,5 +40,8 @@ QStringList CharactersLost(QStringView text);
 /// a full-width one.
 qsizetype GetByteLength(QStringView text);
 
+/// Whether code page 932 has a character; neither half of a surrogate pair is one.
+bool IsInCodePage932(QChar character);
+
 /// Whether a character takes two bytes in code page 932 and with it two half-width cells on the page.
 bool IsDoubleByte(QChar character);

@@ -4,6 +4,7 @@
 #include "base/modFile.h"
 #include "settings/modCharCode.h"
 #include "text/modCheckText.h"
+#include "text/modDecodeText.h"
 
 #include <QFileInfo>
 
@@ -13,9 +14,7 @@ namespace {
 
 QString FileCharCodeName(const QByteArray &bytes)
 {
-    // The detection takes a character that ends with the last byte for a broken one, and a file may well end so. Every
-    // byte array keeps a zero byte behind its end.
-    return GetCharCodeName(QByteArrayView(bytes.constData(), bytes.size() + 1));
+    return GetCharCodeName(WholeFile(bytes));
 }
 
 bool IsReadableCode(const QString &name)

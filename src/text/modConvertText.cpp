@@ -1,0 +1,156 @@
+#include "text/modConvertText.h"
+
+#include "base/modCodePage.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+struct Twin
+{
+    char16_t from;
+    char16_t to;
+};
+
+// Of these, other systems' Shift_JIS makes the one when it becomes Unicode, Windows the other; or they are the same
+// character in another width.
+constexpr Twin Twins[] = {
+    {u'\u00A2', u'￠'}, {u'\u00A3', u'￡'}, {u'\u00A5', u'￥'}, {u'\u00A6', u'￤'},
+    {u'\u00AC', u'￢'}, {u'\u2011', u'‐'},  {u'\u2013', u'-'},  {u'\u2014', u'―'},
+    {u'\u2016', u'∥'},  {u'\u203E', u'￣'}, {u'\u2212', u'－'}, {u'\u301C', u'～'},
+};
+
+constexpr char16_t ByteOrderMark = u'\uFEFF';
+
+/// The character's twin in code page 932, U+0000 when it has none.
+char16_t TwinOf(char32_t character)
+{
+    for (const Twin &twin : Twins)
+        if (twin.from == character)
+            return twin.to;
+    return QChar::category(character) == QChar::Separator_Space ? u' ' : u'\0';
+}
+
+bool IsAsciiLetter(QChar character)
+{
+    return character.unicode() < 0x80 && character.isLetter();
+}
+
+/// The letter of ASCII under the accents of a character, U+0000 when it is no such character.
+char16_t WithoutAccents(char32_t character)
+{
+    if (!QChar::isLetter(character))
+        return u'\0';
+    const QString parts = QString::fromUcs4(&character, 1).normalized(QString::NormalizationForm_D);
+    return parts.size() > 1 && IsAsciiLetter(parts.front()) ? parts.front().unicode() : u'\0';
+}
+
+/// Goes through a text once, from its first character to its last.
+class Converter
+{
+  public:
+    Converter(const QString &text, Accents accents) : m_source(text), m_accents(accents)
+    {
+        m_result.text.reserve(text.size() + text.size() / 16);
+    }
+
+    ConvertedText Convert()
+    {
+        for (qsizetype at = 0; at < m_source.size(); ++at) {
+            const QChar unit = m_source[at];
+            if (unit == u'\r' || unit == u'\n') {
+                if (unit == u'\r' && at + 1 < m_source.size() && m_source[at + 1] == u'\n')
+                    ++at;
+                m_result.text += u"\r\n"_s;
+                ++m_line;
+                m_column = 0;
+                continue;
+            }
+            ++m_column;
+            if (IsInCodePage932(unit)) {
+                m_result.text += unit;
+                continue;
+            }
+            const bool isPair = unit.isHighSurrogate() && at + 1 < m_source.size() && m_source[at + 1].isLowSurrogate();
+            Replace(isPair ? QChar::surrogateToUcs4(unit, m_source[at + 1]) : unit.unicode());
+            at += isPair ? 1 : 0;
+        }
+        return m_result;
+    }
+
+  private:
+    void Replace(char32_t character)
+    {
+        if (character == ByteOrderMark || TakesMark(character))
+            return;
+        const char16_t letter = WithoutAccents(character);
+        if (letter != 0 && TakeAccent(character)) {
+            m_result.text += letter;
+        } else if (const char16_t twin = TwinOf(character); twin != 0) {
+            m_result.text += twin;
+            Count(character, twin);
+        } else {
+            if (m_result.unwritable.size() < MostUnwritableShown)
+                m_result.unwritable.push_back({m_line, m_column, character});
+            ++m_result.unwritableCount;
+        }
+    }
+
+    /// Whether a character is a mark that belongs to the one before it: the sound mark of a kana, or an accent.
+    bool TakesMark(char32_t character)
+    {
+        if (QChar::category(character) != QChar::Mark_NonSpacing || m_result.text.isEmpty())
+            return false;
+        const QChar before = m_result.text.back();
+        const QString pair = before + QString::fromUcs4(&character, 1);
+        const QString composed = pair.normalized(QString::NormalizationForm_C);
+        if (composed.size() == 1 && IsInCodePage932(composed.front())) {
+            m_result.text.back() = composed.front();
+            return true;
+        }
+        return IsAsciiLetter(before) && TakeAccent(composed.size() == 1 ? composed.front().unicode() : character);
+    }
+
+    bool TakeAccent(char32_t character)
+    {
+        if (m_accents == Accents::Keep)
+            return false;
+        if (m_result.accentCount++ == 0)
+            m_result.firstAccent = {m_line, m_column, character};
+        return true;
+    }
+
+    void Count(char32_t from, char16_t to)
+    {
+        for (ReplacedCharacter &known : m_result.replaced) {
+            if (known.from == from) {
+                ++known.count;
+                return;
+            }
+        }
+        m_result.replaced.push_back({from, to, 1});
+    }
+
+    const QString &m_source;
+    Accents m_accents;
+    ConvertedText m_result;
+    int m_line = 1;
+    int m_column = 0;
+};
+
+} // namespace
+
+ConvertedText ConvertText(const QString &text, Accents accents)
+{
+    return Converter(text, accents).Convert();
+}
+
+bool HasOnlyFullWidthBrackets(const QString &text)
+{
+    return (text.contains(u'［') || text.contains(u'］')) && !text.contains(u'[') && !text.contains(u']');
+}
+
+QString WithHalfWidthBrackets(const QString &text)
+{
+    return QString(text).replace(u'［', u'[').replace(u'］', u']');
+}
