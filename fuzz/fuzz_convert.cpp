@@ -1,0 +1,60 @@
+// Converting any bytes from any character code to code page 932, up to the broken lines.
+#include "base/modCodePage.h"
+#include "input.h"
+#include "require.h"
+#include "text/modBreakLines.h"
+#include "text/modCheckText.h"
+#include "text/modConvertText.h"
+#include "text/modDecodeText.h"
+#include "text/modReadText.h"
+
+namespace {
+
+/// A second conversion finds nothing to do, and no character was lost on the way.
+void CheckConverted(const ConvertedText &converted)
+{
+    Require(converted.unwritable.size() == qMin(converted.unwritableCount, qsizetype(MostUnwritableShown)));
+    if (converted.unwritableCount > 0)
+        return;
+    Require(FromCodePage932(ToCodePage932(converted.text)) == converted.text);
+    const ConvertedText again = ConvertText(converted.text, Accents::Keep);
+    Require(again.text == converted.text && again.replaced.isEmpty());
+}
+
+/// Lines are within the limit, and nothing but blanks has gone.
+void CheckBroken(const QString &text)
+{
+    const BrokenLines broken = BreakLongLines(text, MaxLineBytes);
+    Require((broken.longLines > 0) == (broken.firstLong > 0) &&
+            broken.firstLong <= qMax(broken.firstUnbreakable, broken.firstLong));
+    if (broken.firstUnbreakable > 0)
+        return;
+    StudyLines lines;
+    ReadAllLines(ToCodePage932(broken.text), ExpandTabs::Yes, &lines);
+    Require(lines.LongestLineBytes() <= MaxLineBytes);
+    const auto withoutBlanks = [](QString all) {
+        all.removeIf([](QChar character) { return QStringView(u" \t　\r\n").contains(character); });
+        return all;
+    };
+    Require(withoutBlanks(broken.text) == withoutBlanks(text));
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
+{
+    FuzzInput input(data, size);
+    const CharCode code = CharCode(input.TakeByte() % 10);
+    const QByteArray bytes = input.TakeRest();
+    const QString text = DecodeText(bytes, code);
+    for (const Accents accents : {Accents::Keep, Accents::Remove}) {
+        const ConvertedText converted = ConvertText(text, accents);
+        CheckConverted(converted);
+        CheckBroken(WithHalfWidthBrackets(converted.text));
+    }
+    // What was found out about the bytes is told of their conversion too, in an answer or in a message.
+    QString message;
+    const QByteArray written = ToCodePage932(ConvertText(text, Accents::Remove).text);
+    Require(CheckTextEncoding(QStringLiteral("/a.txt"), written, &message) == message.isEmpty());
+    return 0;
+}
