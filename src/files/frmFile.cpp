@@ -3,8 +3,10 @@
 #include "base/modFile.h"
 #include "base/modLog.h"
 #include "base/modProduct.h"
+#include "files/CodeConversion.h"
 #include "files/HistoryPanel.h"
 #include "files/StudyFileModel.h"
+#include "files/modConvertCode.h"
 #include "files/modPrintableCopy.h"
 #include "settings/frmMsg.h"
 #include "settings/modEditor.h"
@@ -62,6 +64,8 @@ QLayout *frmFile::FileControls(const QString &userName)
     lstFile->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff); // a row fits its name and remarks into the width
     lstFile->setMinimumSize(fontMetrics().averageCharWidth() * 30, fontMetrics().lineSpacing() * 8);
     connect(lstFile, &QListView::doubleClicked, this, &frmFile::cmdSelect_Click);
+    connect(lstFile->selectionModel(), &QItemSelectionModel::selectionChanged, this, &frmFile::EnableConvCode);
+    connect(m_files, &StudyFileModel::dataChanged, this, &frmFile::EnableConvCode);
 
     lblFolder->SetText(m_folder.Path());
     lblUserName->SetText(userName);
@@ -93,6 +97,8 @@ QLayout *frmFile::FileButtons()
     QPushButton *const cmdConvFile =
         AddButton(u"cmdConvFile"_s, u"印刷用に変換(&P)"_s, u"正解を空欄にした印刷用のファイルを作ります (Alt+P)"_s,
                   &frmFile::cmdConvFile_Click);
+    cmdConvCode = AddButton(u"cmdConvCode"_s, u"Shift_JISに変換(&C)"_s,
+                            u"文字コードを変えて，開けるファイルにします (Alt+C)"_s, &frmFile::cmdConvCode_Click);
     QPushButton *const cmdCancel =
         AddButton(u"cmdCancel"_s, u"キャンセル"_s, u"選ばずに学習画面に戻ります (Esc)"_s, &frmFile::cmdCancel_Click);
     QPushButton *const cmdEnd =
@@ -100,7 +106,7 @@ QLayout *frmFile::FileButtons()
     cmdSelect->setDefault(true);
 
     auto *const buttons = new QVBoxLayout;
-    for (QPushButton *const button : {cmdSelect, cmdEdit, cmdRefresh, cmdOpenFolder, cmdConvFile})
+    for (QPushButton *const button : {cmdSelect, cmdEdit, cmdRefresh, cmdOpenFolder, cmdConvFile, cmdConvCode})
         buttons->addWidget(button);
     buttons->addStretch();
     buttons->addWidget(cmdCancel);
@@ -113,7 +119,7 @@ void frmFile::SetTabOrder()
 {
     QWidget *last = lstFile;
     for (const QString &name : {u"cmdSelect"_s, u"cmdEdit"_s, u"cmdRefresh"_s, u"cmdOpenFolder"_s, u"cmdConvFile"_s,
-                                u"cmdCancel"_s, u"cmdEnd"_s}) {
+                                u"cmdConvCode"_s, u"cmdCancel"_s, u"cmdEnd"_s}) {
         auto *const next = findChild<QWidget *>(name);
         setTabOrder(last, next);
         last = next;
@@ -223,6 +229,17 @@ void frmFile::cmdConvFile_Click()
     ListFiles();
 }
 
+void frmFile::cmdConvCode_Click()
+{
+    WriteTrace(u"■frmFile.cmdConvCode_Click");
+    QString name;
+    if (!TakeSelection(false, &name))
+        return;
+    CodeConversion(m_services, m_msg, this, m_textEditor, m_folder.PathOf(name)).Run();
+    ListFiles();
+    lstFile->setFocus(); // Enter then opens the file
+}
+
 void frmFile::cmdCancel_Click()
 {
     WriteTrace(u"■frmFile.cmdCancel_Click");
@@ -243,6 +260,13 @@ void frmFile::ListFiles()
     m_files->Refresh();
     const qsizetype row = m_folder.Names().indexOf(selected);
     lstFile->setCurrentIndex(m_files->index(row < 0 ? -1 : int(row)));
+    EnableConvCode();
+}
+
+/// What is remarked on the selected file is known only once it was checked.
+void frmFile::EnableConvCode()
+{
+    cmdConvCode->setEnabled(CanConvert(m_folder.Fault(SelectedName())));
 }
 
 QString frmFile::SelectedName() const

@@ -1,5 +1,5 @@
-// The file selection window: lists the study files and chooses one, and writes printable copies. Its other half, the
-// study history, is a widget of its own.
+// The file selection window: lists the study files and chooses one, writes printable copies and converts files to
+// Shift_JIS. Its other half, the study history, is a widget of its own.
 #pragma once
 
 #include "files/modStudyFolder.h"
@@ -55,6 +55,7 @@ class frmFile : public QDialog
     void cmdRefresh_Click();
     void cmdOpenFolder_Click();
     void cmdConvFile_Click();
+    void cmdConvCode_Click();
     void cmdCancel_Click();
     void cmdEnd_Click();
 
@@ -64,6 +65,7 @@ class frmFile : public QDialog
     QPushButton *AddButton(const QString &name, const QString &caption, const QString &toolTip,
                            void (frmFile::*handler)());
     void ListFiles();
+    void EnableConvCode();
     QString SelectedName() const;
     bool TakeSelection(bool isForPrinting, QString *name);
     void Leave(FileChoice choice);
@@ -78,6 +80,7 @@ class frmFile : public QDialog
 
     StudyFileModel *m_files;
     QListView *lstFile;
+    QPushButton *cmdConvCode = nullptr;
     ElidedLabel *lblFolder;
     ElidedLabel *lblUserName;
     HistoryPanel *m_history;

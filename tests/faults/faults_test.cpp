@@ -2,6 +2,7 @@
 // is started twice.
 #include "app/modMain.h"
 #include "app/modUserList.h"
+#include "files/modConvertCode.h"
 #include "files/modHistory.h"
 #include "files/modPrintableCopy.h"
 #include "files/modStudyFolder.h"
@@ -272,6 +273,8 @@ TEST_F(Faults, WhatCannotBeWrittenStaysAsItWas)
          [&](const QString &path) { return WriteProfile(path, u"setting"_s, u"Key"_s, added); }},
         {u"txt/a_印刷用.txt"_s, old,
          [&](const QString &path) { return WritePrintableCopy(folder.Path(u"txt/a.txt"_s), path, &error); }},
+        {u"txt/converted.txt"_s, "short",
+         [&](const QString &path) { return ReplaceConverted(path, "short", added.toLatin1(), &error, &error); }},
         {u"db_backup/copy"_s, QByteArray(),
          [&](const QString &path) { return CopyWholeFile(databasePath, path, &error); }},
     };
@@ -293,6 +296,7 @@ TEST_F(Faults, WhatCannotBeWrittenStaysAsItWas)
     for (const auto &[name, before, write] : files)
         EXPECT_EQ(folder.Read(name), before.isEmpty() ? "(no file)" : before) << name.toStdString();
     EXPECT_EQ(QDir(folder.Path(u"db_backup"_s)).entryList(QDir::Files), QStringList()) << "no part of a copy";
+    EXPECT_EQ(QDir(folder.Path(u"txt"_s)).entryList({u"*.bak*"_s}), QStringList()) << "the old file is no copy";
 }
 
 TEST_F(Faults, ADatabaseThatCannotGrowKeepsItsRowsAndWorksAgain)

@@ -1,0 +1,49 @@
+// Converts a study file to Shift_JIS as the user wants it: asks whatever is to be decided, writes only when all of it
+// is, and says what was done. A question that is closed without an answer ends it with nothing written.
+#pragma once
+
+#include "platform/modSystemServices.h"
+#include "settings/modCharCode.h"
+#include "text/modConvertText.h"
+
+#include <QByteArray>
+#include <QString>
+
+class frmMsg;
+class QWidget;
+
+class CodeConversion
+{
+  public:
+    /// @param owner  the window that the questions stand over
+    CodeConversion(SystemServices &services, frmMsg &msg, QWidget *owner, const QString &textEditor,
+                   const QString &path);
+
+    /// @return whether the file was converted
+    bool Run();
+
+  private:
+    bool Read();
+    bool SettleEuc();
+    bool ReplaceCharacters();
+    bool SettleBrackets();
+    bool SettleLongLines();
+    bool Write();
+
+    bool Ask(const QString &question, bool *isYes);
+    bool Refuse(const QString &message);
+    void OfferEditor(const QString &question, int line);
+
+    SystemServices &m_services;
+    frmMsg &m_msg;
+    QWidget *m_owner;
+    QString m_textEditor;
+    QString m_path;
+    QString m_title;
+
+    QByteArray m_before;
+    CharCode m_code = CharCode::None;
+    QString m_codeName;
+    ConvertedText m_converted;
+    int m_unbreakableLine = 0; // 1-based line that stays too long
+};

@@ -1,0 +1,44 @@
+// Converting a study file to Shift_JIS: which files it is offered for, what is said of it, and how the file is
+// replaced. The asking is CodeConversion's.
+#pragma once
+
+#include "settings/modCharCode.h"
+#include "text/modBreakLines.h"
+#include "text/modConvertText.h"
+
+#include <QByteArray>
+#include <QString>
+
+/// Whether a file can be converted from a character code.
+bool CanConvertFrom(CharCode code);
+
+/// Whether a file with these remarks in the list can be converted.
+bool CanConvert(const QString &remarks);
+
+/// Whether the bytes of a file that was taken for EUC are Shift_JIS just as well, as those of half-width kana are.
+bool ReadsAsShiftJis(const QByteArray &bytes);
+
+/// Puts the converted file in the place of the old one, and keeps that as name.txt.bak, .bak2, .bak3 ..., the first of
+/// them that is free. The old bytes are on the disk under that name before the file is replaced.
+/// @param before  what the file held when it was read; when it holds anything else now, nothing is written
+/// @param backupPath  where the old file is kept
+/// @return false on failure; message then holds the whole of it for the user, and the folder is as it was
+bool ReplaceConverted(const QString &path, const QByteArray &before, const QByteArray &converted, QString *backupPath,
+                      QString *message);
+
+/// The texts for the user, whole, their lines separated by CR LF.
+/// @param title  of the file, as GetFileTitle gives it
+QString NoTextFileMessage(const QString &title);
+QString NotConvertibleMessage(const QString &title, const QString &codeName);
+QString EucOrShiftJisQuestion(const QString &title, const QString &asEuc, const QString &asShiftJis);
+QString OpenAsShiftJisQuestion();
+QString AccentsQuestion(const ConvertedText &converted);
+QString UnwritableQuestion(const ConvertedText &converted);
+QString BracketsQuestion();
+QString LongLinesQuestion(const BrokenLines &lines, int maxLineBytes);
+QString StillNotReadMessage(const QString &codeName);
+QString StillTooLargeMessage();
+
+/// @param unbreakableLine  1-based line that is still too long, 0 when there is none
+QString ConvertedMessage(const QString &path, const QString &backupPath, const QString &codeName,
+                         const ConvertedText &converted, int unbreakableLine);
