@@ -110,11 +110,16 @@ QByteArray ToCodePage932(QStringView text)
     return bytes;
 }
 
+QString NumberOfCharacter(char32_t character)
+{
+    return u"U+" + QString::number(character, 16).toUpper().rightJustified(4, u'0');
+}
+
 QString NameOfCharacter(char32_t character)
 {
     if (QChar::isPrint(character) && !QChar::isSpace(character))
         return QString::fromUcs4(&character, 1);
-    return u"U+" + QString::number(character, 16).toUpper().rightJustified(4, u'0');
+    return NumberOfCharacter(character);
 }
 
 QStringList CharactersLost(QStringView text)

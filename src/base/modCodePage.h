@@ -29,7 +29,10 @@ DecodedUpTo DecodeAboveAscii(const char *at, const char *end, char16_t *out);
 /// Text as bytes of code page 932. A character that the code page lacks becomes "?".
 QByteArray ToCodePage932(QStringView text);
 
-/// A character as a person can tell which it is: itself, or its number, "U+00A0", where it cannot be seen.
+/// The number of a character, "U+00A0".
+QString NumberOfCharacter(char32_t character);
+
+/// A character as a person can tell which it is: itself, or its number where it cannot be seen.
 QString NameOfCharacter(char32_t character);
 
 /// The names of the characters of a text that code page 932 lacks, each once, in the order in which they come; a

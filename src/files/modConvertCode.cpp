@@ -20,12 +20,20 @@ QString FileNameLine(const QString &name)
     return u"\r\n    ファイル名＝"_s + name;
 }
 
-/// "3行目 5文字目：é"
+/// "é（U+00E9）": the fonts here may lack the character, or show it as they show its twin.
+QString NameAndNumber(char32_t character)
+{
+    const QString name = NameOfCharacter(character);
+    const QString number = NumberOfCharacter(character);
+    return name == number ? name : QString(name + u'（' + number + u'）');
+}
+
+/// "3行目 5文字目：é（U+00E9）"
 QString NameWithPlace(const CharacterAt &at)
 {
-    const QString name =
-        at.character == QChar::ReplacementCharacter ? u"文字として読めないバイト"_s : NameOfCharacter(at.character);
-    return QString::number(at.line) + u"行目 "_s + QString::number(at.column) + u"文字目："_s + name;
+    const bool isUnreadable = at.character == QChar::ReplacementCharacter;
+    return QString::number(at.line) + u"行目 "_s + QString::number(at.column) + u"文字目："_s +
+           (isUnreadable ? u"文字として読めないバイト"_s : NameAndNumber(at.character));
 }
 
 QString NameOfTwin(char16_t twin)
@@ -179,7 +187,7 @@ QString ConvertedMessage(const QString &path, const QString &backupPath, const Q
         message += u"\r\n\r\nShift_JISにない文字を，同じ意味の文字に置き換えました。"_s;
     for (const ReplacedCharacter &replaced :
          converted.replaced.first(qMin(converted.replaced.size(), MostReplacedShown)))
-        message += u"\r\n  "_s + NameOfCharacter(replaced.from) + u" → "_s + NameOfTwin(replaced.to) + u"　"_s +
+        message += u"\r\n  "_s + NameAndNumber(replaced.from) + u" → "_s + NameOfTwin(replaced.to) + u"　"_s +
                    QString::number(replaced.count) + u"個"_s;
     if (const qsizetype more = converted.replaced.size() - MostReplacedShown; more > 0)
         message += u"\r\n  ほかに"_s + QString::number(more) + u"種類"_s;

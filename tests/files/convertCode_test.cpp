@@ -108,7 +108,7 @@ TEST_F(ConversionTest, AsksWritesKeepsTheOldFileAndSaysSo)
     EXPECT_TRUE(script.messages[2].contains(u"最初は2行目"_s)) << script.messages[2].toStdString();
     EXPECT_TRUE(script.messages[3].startsWith(u"UTF8からShift_JISに変換しました。\n    ファイル名＝a.txt\n"
                                               u"    元のファイル＝a.txt.bak\n"_s));
-    EXPECT_TRUE(script.messages[3].contains(u"\u301C → ～　1個"_s));
+    EXPECT_TRUE(script.messages[3].contains(u"\u301C（U+301C） → ～　1個"_s));
     EXPECT_FALSE(wasEnabled);
     EXPECT_EQ(selected, u"a.txt"_s);
 }
