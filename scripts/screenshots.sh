@@ -112,6 +112,17 @@ wait_for "the refusal" is_focused '^瞬記帳$'
 take refusal '^瞬記帳$'
 xdotool key Escape
 wait_for "the file selection" is_focused "$select"
+
+# A file as today's editors save it, and what is said when it was converted.
+printf '[apple]　りんご\n[10〜12]月は秋\n' >"$application/txt/英語の予習.txt"
+xdotool key alt+r
+choose_row "$(row_of "$application" 英語の予習.txt)"
+sleep 0.4 # the button is enabled once the file was checked
+xdotool key alt+c
+wait_for "the conversion" is_focused '^瞬記帳$'
+take convert '^瞬記帳$'
+xdotool key Return
+wait_for "the file selection" is_focused "$select"
 choose_row "$(row_of "$application" 図で覚える理科.txt)"
 xdotool key Return
 wait_for "the page" is_focused "$study"
