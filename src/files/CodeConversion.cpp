@@ -46,7 +46,7 @@ bool CodeConversion::Read()
         return Refuse(UnreadableFileMessage(m_title, reason));
     m_code = DetectCharCode(WholeFile(m_before));
     m_codeName = GetCharCodeName(WholeFile(m_before));
-    return CanConvertFrom(m_code) || Refuse(NotConvertibleMessage(m_title, m_codeName));
+    return CanConvertFrom(m_codeName) || Refuse(NotConvertibleMessage(m_title, m_codeName));
 }
 
 /// Half-width kana of Shift_JIS may be taken for EUC; only the user knows.

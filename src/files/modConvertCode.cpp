@@ -57,27 +57,16 @@ QString NotWrittenMessage(const QString &path, const QString &reason)
 
 } // namespace
 
-bool CanConvertFrom(CharCode code)
+bool CanConvertFrom(const QString &codeName)
 {
-    switch (code) {
-    case CharCode::Utf8:
-    case CharCode::Utf8Bom:
-    case CharCode::Utf16Le:
-    case CharCode::Utf16Be:
-    case CharCode::Euc:
-    case CharCode::Jis:
-        return true;
-    default:
-        return false;
-    }
+    static const QStringList convertible = {u"UTF8"_s, u"UTF8_BOM"_s, u"UTF16_LE"_s, u"UTF16_BE"_s, u"EUC"_s, u"JIS"_s};
+    return convertible.contains(codeName);
 }
 
 bool CanConvert(const QString &remarks)
 {
-    static const QStringList convertible = {u"文字コード＝UTF8"_s,     u"文字コード＝UTF8_BOM"_s,
-                                            u"文字コード＝UTF16_LE"_s, u"文字コード＝UTF16_BE"_s,
-                                            u"文字コード＝EUC"_s,      u"文字コード＝JIS"_s};
-    return convertible.contains(remarks.section(u'、', 0, 0));
+    constexpr QStringView codeRemark = u"文字コード＝";
+    return remarks.startsWith(codeRemark) && CanConvertFrom(remarks.section(u'、', 0, 0).mid(codeRemark.size()));
 }
 
 bool ReadsAsShiftJis(const QByteArray &bytes)

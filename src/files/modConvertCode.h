@@ -2,15 +2,14 @@
 // replaced. The asking is CodeConversion's.
 #pragma once
 
-#include "settings/modCharCode.h"
 #include "text/modBreakLines.h"
 #include "text/modConvertText.h"
 
 #include <QByteArray>
 #include <QString>
 
-/// Whether a file can be converted from a character code.
-bool CanConvertFrom(CharCode code);
+/// Whether a file can be converted from a character code, by its name as the detection gives it.
+bool CanConvertFrom(const QString &codeName);
 
 /// Whether a file with these remarks in the list can be converted.
 bool CanConvert(const QString &remarks);
