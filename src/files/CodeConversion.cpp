@@ -112,12 +112,10 @@ bool CodeConversion::SettleLongLines()
 
 bool CodeConversion::Write()
 {
-    const QByteArray bytes = ToCodePage932(m_converted.text);
-    if (bytes.size() > MostFileBytes)
-        return Refuse(StillTooLargeMessage());
+    QByteArray bytes;
     QString message;
-    if (!CheckTextEncoding(m_path, bytes, &message))
-        return Refuse(StillNotReadMessage(GetCharCodeName(WholeFile(bytes))));
+    if (!EncodeConverted(m_converted.text, &bytes, &message))
+        return Refuse(message);
     QString backupPath;
     if (!ReplaceConverted(m_path, m_before, bytes, &backupPath, &message))
         return Refuse(message);

@@ -4,6 +4,7 @@
 #include "base/modFile.h"
 #include "platform/modReplaceFile.h"
 #include "text/modCheckText.h"
+#include "text/modDecodeText.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -55,6 +56,18 @@ QString NotWrittenMessage(const QString &path, const QString &reason)
     return u"変換したファイルを書き込めません。"_s + Unchanged + u"\r\n  "_s + path + u"\r\n  "_s + reason;
 }
 
+QString StillNotReadMessage(const QString &codeName)
+{
+    return u"Shift_JISにしても，文字コードが"_s + codeName + u"と判定されて開けないため，変換しません。"_s + Unchanged +
+           u"\r\nひらがなや漢字などの全角の文字を一つ加えて保存してから，もう一度変換してください。"_s;
+}
+
+QString StillTooLargeMessage()
+{
+    return u"Shift_JISにすると"_s + QString::number(MostFileMegabytes) + u"MBを超えて開けないため，変換しません。"_s +
+           Unchanged + u"\r\nいくつかのファイルに分けてから，変換してください。"_s;
+}
+
 } // namespace
 
 bool CanConvertFrom(const QString &codeName)
@@ -72,6 +85,20 @@ bool CanConvert(const QString &remarks)
 bool ReadsAsShiftJis(const QByteArray &bytes)
 {
     return !FromCodePage932(bytes).contains(QChar::ReplacementCharacter);
+}
+
+bool EncodeConverted(const QString &text, QByteArray *bytes, QString *message)
+{
+    *bytes = ToCodePage932(text);
+    if (bytes->size() > MostFileBytes) {
+        *message = StillTooLargeMessage();
+        return false;
+    }
+    const CharCode code = DetectCharCode(WholeFile(*bytes));
+    if (code == CharCode::Ascii || code == CharCode::Sjis)
+        return true;
+    *message = StillNotReadMessage(GetCharCodeName(WholeFile(*bytes)));
+    return false;
 }
 
 bool ReplaceConverted(const QString &path, const QByteArray &before, const QByteArray &converted, QString *backupPath,
@@ -153,18 +180,6 @@ QString LongLinesQuestion(const BrokenLines &lines, int maxLineBytes)
            QString::number(lines.firstLong) +
            u"行目）。このままでは開けません。\r\n[ ]の外の空白か，「、」「。」の後で改行して，"_s + limit +
            u"バイト以下にしますか？"_s;
-}
-
-QString StillNotReadMessage(const QString &codeName)
-{
-    return u"Shift_JISにしても，文字コードが"_s + codeName + u"と判定されて開けないため，変換しません。"_s + Unchanged +
-           u"\r\nひらがなや漢字などの全角の文字を一つ加えて保存してから，もう一度変換してください。"_s;
-}
-
-QString StillTooLargeMessage()
-{
-    return u"Shift_JISにすると"_s + QString::number(MostFileMegabytes) + u"MBを超えて開けないため，変換しません。"_s +
-           Unchanged + u"\r\nいくつかのファイルに分けてから，変換してください。"_s;
 }
 
 QString ConvertedMessage(const QString &path, const QString &backupPath, const QString &codeName,

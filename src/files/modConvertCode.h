@@ -17,6 +17,11 @@ bool CanConvert(const QString &remarks);
 /// Whether the bytes of a file that was taken for EUC are Shift_JIS just as well, as those of half-width kana are.
 bool ReadsAsShiftJis(const QByteArray &bytes);
 
+/// A converted text as the bytes of a study file.
+/// @return false when such a file would be refused as a whole, for its size or because the detection would take it for
+/// another character code; message then holds the whole of it for the user
+bool EncodeConverted(const QString &text, QByteArray *bytes, QString *message);
+
 /// Puts the converted file in the place of the old one, and keeps that as name.txt.bak, .bak2, .bak3 ..., the first of
 /// them that is free. The old bytes are on the disk under that name before the file is replaced.
 /// @param before  what the file held when it was read; when it holds anything else now, nothing is written
@@ -35,8 +40,6 @@ QString AccentsQuestion(const ConvertedText &converted);
 QString UnwritableQuestion(const ConvertedText &converted);
 QString BracketsQuestion();
 QString LongLinesQuestion(const BrokenLines &lines, int maxLineBytes);
-QString StillNotReadMessage(const QString &codeName);
-QString StillTooLargeMessage();
 
 /// @param unbreakableLine  1-based line that is still too long, 0 when there is none
 QString ConvertedMessage(const QString &path, const QString &backupPath, const QString &codeName,
