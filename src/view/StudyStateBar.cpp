@@ -46,8 +46,10 @@ StudyStateBar::StudyStateBar(QWidget *parent)
       lblShown(AddLabel(u"lblShown"_s)), lblPlace(AddLabel(u"lblPlace"_s)), lblPage(AddLabel(u"lblPage"_s)),
       lblZoom(AddLabel(u"lblZoom"_s)), cmdZoomOut(ZoomButton(u"cmdZoomOut"_s, u"小(&-)"_s, -1)),
       cmdZoomIn(ZoomButton(u"cmdZoomIn"_s, u"大(&+)"_s, 1)), m_lineField(new LineField(this)),
-      m_placeOrField(new QStackedWidget(this)), lblKeyword(AddLabel(u"lblKeyword"_s)), lblMinN(AddLabel(u"lblMinN"_s)),
-      lblMin(AddLabel(u"lblMin"_s, u"分"_s)), lblSecN(AddLabel(u"lblSecN"_s)), lblSec(AddLabel(u"lblSec"_s, u"秒"_s))
+      m_placeOrField(new QStackedWidget(this)), lblKeyword(AddLabel(u"lblKeyword"_s)),
+      lblFileChange(AddLabel(u"lblFileChange"_s, u"学習ファイルが変更されました（Alt+R で再読込）"_s)),
+      lblMinN(AddLabel(u"lblMinN"_s)), lblMin(AddLabel(u"lblMin"_s, u"分"_s)), lblSecN(AddLabel(u"lblSecN"_s)),
+      lblSec(AddLabel(u"lblSec"_s, u"秒"_s))
 {
     for (const auto &[number, widest] : {std::pair(lblNum, u"0000"_s), {lblMinN, u"000"_s}, {lblSecN, u"00"_s}}) {
         number->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
@@ -69,6 +71,7 @@ StudyStateBar::StudyStateBar(QWidget *parent)
     connect(m_lineField, &LineField::Closed, this, &StudyStateBar::LineFieldClosed);
     DimKeyword();
     lblKeyword->hide();
+    lblFileChange->hide();
     for (QWidget *const control : std::initializer_list<QWidget *>{prgShown, lblMinN, lblMin, lblSecN, lblSec})
         KeepSizeWhenHidden(control);
     for (QLabel *const label : {lblMinN, lblMin, lblSecN, lblSec})
@@ -76,9 +79,9 @@ StudyStateBar::StudyStateBar(QWidget *parent)
 
     QLabel *const lblNumN = AddLabel(u"lblNumN"_s, u"回答数："_s);
     auto *const progress = new FlowLayout(12);
-    for (QWidget *const control :
-         {Group({lblNumN, lblNum}), Group({prgShown, lblShown}), static_cast<QWidget *>(m_placeOrField),
-          static_cast<QWidget *>(lblPage), ZoomGroup(), static_cast<QWidget *>(lblKeyword)})
+    for (QWidget *const control : {Group({lblNumN, lblNum}), Group({prgShown, lblShown}),
+                                   static_cast<QWidget *>(m_placeOrField), static_cast<QWidget *>(lblPage), ZoomGroup(),
+                                   static_cast<QWidget *>(lblKeyword), static_cast<QWidget *>(lblFileChange)})
         progress->addWidget(control);
     auto *const row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
@@ -206,6 +209,11 @@ void StudyStateBar::ShowKeyword(const QString &wanted, bool isFound)
     lblKeyword->setText(fontMetrics().elidedText(wanted, Qt::ElideMiddle, widestPx) +
                         (isFound ? QString() : u"はありません"_s));
     lblKeyword->show();
+}
+
+void StudyStateBar::ShowFileChange(bool isChanged)
+{
+    lblFileChange->setVisible(isChanged);
 }
 
 void StudyStateBar::HideKeyword()

@@ -34,6 +34,9 @@ class StudyStateBar : public QWidget
     /// Opens the field in which a line is typed to go to.
     void AskForLine(int line, int lineCount);
 
+    /// Says that the study file was changed, and how it is read again, or does so no more.
+    void ShowFileChange(bool isChanged);
+
     /// Shows what was searched for.
     void ShowKeyword(const QString &wanted, bool isFound);
     void HideKeyword();
@@ -68,6 +71,7 @@ class StudyStateBar : public QWidget
     LineField *m_lineField;
     QStackedWidget *m_placeOrField;
     QLabel *lblKeyword;
+    QLabel *lblFileChange;
     QLabel *lblMinN;
     QLabel *lblMin;
     QLabel *lblSecN;

@@ -19,6 +19,7 @@
 #include <QCloseEvent>
 #include <QCoreApplication>
 #include <QFileInfo>
+#include <QFileSystemWatcher>
 #include <QPushButton>
 #include <QScopeGuard>
 #include <QScrollBar>
@@ -89,6 +90,7 @@ void frmText::OpenSession(const QString &path)
     m_stateBar->ShowCount(0);
     Timer1->stop();
     m_stateBar->ClearTime();
+    m_stateBar->ShowFileChange(false);
     picText->SetStudy(nullptr, nullptr); // the text that it shows is gone as soon as another one is opened
     QString message;
     const bool isLoaded = m_session.Open(path, &message);
@@ -104,11 +106,33 @@ void frmText::OpenSession(const QString &path)
         Ask(message, MsgStyle::Ok, u"notify.wav"_s);
         return;
     }
+    WatchFile();
     Timer1->start();
     // The first tick at once: by the time of the next one the second may have changed, and the clock would stay empty.
     QTimer::singleShot(0, this, &frmText::Timer1_Timer);
     if (!message.isEmpty())
         m_services.ShowMessage(message);
+}
+
+/// Has a change of the open file told from now on. An editor may write into the file or put another one in its place.
+void frmText::WatchFile()
+{
+    const QFileInfo file(m_session.Path());
+    m_fileTime = file.lastModified();
+    m_stateBar->ShowFileChange(false);
+    if (const QStringList watched = m_watcher->files() + m_watcher->directories(); !watched.isEmpty())
+        m_watcher->removePaths(watched);
+    m_watcher->addPaths({file.filePath(), file.path()});
+}
+
+void frmText::TellFileChange()
+{
+    const QFileInfo file(m_session.Path());
+    if (!m_session.IsFileOpen() || !file.exists())
+        return; // the editor may be about to put it there again
+    m_stateBar->ShowFileChange(file.lastModified() != m_fileTime);
+    if (m_watcher->files().isEmpty())
+        m_watcher->addPath(file.filePath()); // another file in its place is not watched by itself
 }
 
 /// Shows the session's text, which is another one now: what was found and chosen in the one before counts no more.
@@ -161,6 +185,7 @@ void frmText::cmdReRead_Click()
             OpenInEditorAt(errorLine);
         return;
     }
+    WatchFile();
     ShowText(VScroll->value());
     picText->setFocus();
     if (!message.isEmpty())

@@ -8,6 +8,7 @@
 #include "settings/modSettings.h"
 #include "view/modStudySession.h"
 
+#include <QDateTime>
 #include <QWidget>
 
 #include <functional>
@@ -22,6 +23,7 @@ class ElidedLabel;
 class InputGuard;
 class PicText;
 class QCheckBox;
+class QFileSystemWatcher;
 class QPushButton;
 class QScrollBar;
 class QTimer;
@@ -106,6 +108,8 @@ class frmText : public QWidget
     void DescribePage();
 
     void OpenSession(const QString &path);
+    void WatchFile();
+    void TellFileChange();
     void OpenInEditorAt(int line);
     MsgResult Ask(const QString &message, MsgStyle style, const QString &soundName);
     QString StudyFolderPath() const;
@@ -143,8 +147,10 @@ class frmText : public QWidget
 
     StudySession m_session;
     Stage m_stage = Stage::Created;
-    int m_zoom = 100;            // percent, one of ZoomSteps
-    bool m_isZoomChosen = false; // whether the learner chose it in this run
+    QFileSystemWatcher *m_watcher; // of the open file and its folder
+    QDateTime m_fileTime;          // of the open file when it was read
+    int m_zoom = 100;              // percent, one of ZoomSteps
+    bool m_isZoomChosen = false;   // whether the learner chose it in this run
     unsigned m_wheelMessage = 0;
 
     std::unique_ptr<InputGuard> m_inputGuard; // while a file is being opened

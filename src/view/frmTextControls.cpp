@@ -14,6 +14,7 @@
 #include "widgets/ScreenFit.h"
 
 #include <QCheckBox>
+#include <QFileSystemWatcher>
 #include <QGridLayout>
 #include <QPushButton>
 #include <QScreen>
@@ -34,8 +35,9 @@ frmText::frmText(SystemServices &services, StudyDatabase &database, const RunLog
                  const StudyContext &context)
     : m_services(services), m_database(database), m_log(log), m_msg(msg), m_context(context),
       m_settingsFile(context.settingsPath), m_defaults(DefaultSettings()), m_settings(m_defaults),
-      m_session(services, database, context.userName), picText(new PicText(this)),
-      VScroll(new FocusScrollBar(Qt::Vertical, this)), HScroll(new FocusScrollBar(Qt::Horizontal, this)),
+      m_session(services, database, context.userName), m_watcher(new QFileSystemWatcher(this)),
+      picText(new PicText(this)), VScroll(new FocusScrollBar(Qt::Vertical, this)),
+      HScroll(new FocusScrollBar(Qt::Horizontal, this)),
       cmdFile(AddButton(u"cmdFile"_s, u"ファイル選択(&O)"_s, &frmText::cmdFile_Click)),
       cmdReRead(AddButton(u"cmdReRead"_s, u"再読込(&R)"_s, &frmText::cmdReRead_Click)),
       cmdEdit(AddButton(u"cmdEdit"_s, u"編集(&E)"_s, &frmText::cmdEdit_Click)),
@@ -108,6 +110,8 @@ void frmText::AddControls()
     connect(m_stateBar, &StudyStateBar::ZoomClicked, this, &frmText::ChangeZoom);
     connect(m_stateBar, &StudyStateBar::LineChosen, VScroll, &QScrollBar::setValue);
     connect(m_stateBar, &StudyStateBar::LineFieldClosed, picText, qOverload<>(&QWidget::setFocus));
+    connect(m_watcher, &QFileSystemWatcher::fileChanged, this, &frmText::TellFileChange);
+    connect(m_watcher, &QFileSystemWatcher::directoryChanged, this, &frmText::TellFileChange);
     AddShortcuts();
     connect(Timer1, &QTimer::timeout, this, &frmText::Timer1_Timer);
     Timer1->setInterval(200); // no multiple of ten seconds may be missed

@@ -193,6 +193,26 @@ TEST_F(StudyWindowTest, ALoadThatFailsLeavesNoFileOpenAndItsRow)
     EXPECT_TRUE(Sessions().last().endsWith(u"\tb\t2024/03/05 14:30:15\t0"_s)) << Sessions().last().toStdString();
 }
 
+TEST_F(StudyWindowTest, SaysThatTheFileWasChangedUntilItIsReadAgain)
+{
+    OpenWith({u"[one]"_s});
+    const QString path = folder.Path(u"txt/a.txt"_s);
+    auto *const notice = Child<QLabel>(u"lblFileChange");
+    EXPECT_TRUE(notice->isHidden());
+    // Written over, and replaced by another file, as editors do either.
+    for (const bool isReplaced : {false, true, true}) {
+        if (isReplaced)
+            QFile::remove(path);
+        folder.WriteStudyFile(u"txt/a.txt"_s, {u"[one] [two]"_s});
+        EXPECT_TRUE(QTest::qWaitFor([notice] { return !notice->isHidden(); })) << isReplaced;
+        Child<QPushButton>(u"cmdReRead")->click();
+        EXPECT_TRUE(notice->isHidden());
+    }
+    folder.WriteStudyFile(u"txt/b.txt"_s, {u"[x]"_s});
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(notice->isHidden()) << "another file";
+}
+
 TEST_F(StudyWindowTest, NothingIsCurrentWhileAFileIsOpened)
 {
     folder.WriteStudyFile(u"txt/b.txt"_s, {u"[x]"_s});
