@@ -78,7 +78,7 @@ StudyStateBar::StudyStateBar(QWidget *parent)
         label->hide();
 
     QLabel *const lblNumN = AddLabel(u"lblNumN"_s, u"回答数："_s);
-    auto *const progress = new FlowLayout(qMax(12, fontMetrics().averageCharWidth() * 3 / 2));
+    auto *const progress = new FlowLayout(fontMetrics().horizontalAdvance(u'あ'));
     for (QWidget *const control : {Group({lblNumN, lblNum}), Group({prgShown, lblShown}),
                                    static_cast<QWidget *>(m_placeOrField), static_cast<QWidget *>(lblPage), ZoomGroup(),
                                    static_cast<QWidget *>(lblKeyword), static_cast<QWidget *>(lblFileChange)})
