@@ -16,7 +16,7 @@ const QMap<QString, QString> Rooms = {
     {u"platform"_s, u"base"_s},
     {u"widgets"_s, u"base"_s},
     {u"settings"_s, u"base platform widgets"_s},
-    {u"text"_s, u"base settings/modCharCode"_s},
+    {u"text"_s, u"base platform settings/modCharCode"_s},
     {u"store"_s, u"base platform"_s},
     {u"files"_s, u"base platform widgets settings text store"_s},
     {u"search"_s, u"base widgets text"_s},

@@ -1,16 +1,17 @@
 #include "text/modDisplayText.h"
 
 #include "base/modCodePage.h"
+#include "platform/modMemory.h"
 
 #include <utility>
 
 DisplayText::DisplayText(StudyLines lines) : m_lines(std::move(lines))
 {
     const std::vector<qint32> brackets = m_lines.BlankOutBrackets(); // in turns: two make a blank
-    m_blanks.line.reserve(brackets.size() / 2);
-    m_blanks.startColumn.reserve(brackets.size() / 2);
-    m_blanks.answerLength.reserve(brackets.size() / 2);
-    m_blanks.countUpTo.reserve(size_t(m_lines.Count()) + 1);
+    ReserveLargePages(&m_blanks.line, brackets.size() / 2);
+    ReserveLargePages(&m_blanks.startColumn, brackets.size() / 2);
+    ReserveLargePages(&m_blanks.answerLength, brackets.size() / 2);
+    ReserveLargePages(&m_blanks.countUpTo, size_t(m_lines.Count()) + 1);
     size_t i = 0;
     for (int line = 1; line <= m_lines.Count(); ++line) {
         for (; i + 1 < brackets.size() && brackets[i] < m_lines.StartOf(line + 1); i += 2) {

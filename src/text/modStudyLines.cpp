@@ -1,5 +1,7 @@
 #include "text/modStudyLines.h"
 
+#include "platform/modMemory.h"
+
 #include <utility>
 
 int StudyLines::NextLineWith(QChar character, int fromLine) const
@@ -21,9 +23,10 @@ std::vector<qint32> StudyLines::BlankOutBrackets()
 StudyLinesWriter::StudyLinesWriter(qsizetype capacity)
 {
     m_lines.m_text = QString(capacity, Qt::Uninitialized);
+    PreferLargePages(m_lines.m_text.data(), capacity * qsizetype(sizeof(QChar)));
     // Generous guesses: what is not used takes no memory, and what is outgrown is copied.
-    m_lines.m_starts.reserve(size_t(capacity / 4));
-    m_lines.m_brackets.reserve(size_t(capacity / 4));
+    ReserveLargePages(&m_lines.m_starts, size_t(capacity / 4));
+    ReserveLargePages(&m_lines.m_brackets, size_t(capacity / 4));
     next = reinterpret_cast<char16_t *>(m_lines.m_text.data());
     m_begin = next;
 }
