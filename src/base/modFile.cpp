@@ -23,7 +23,7 @@ bool IsRegularOrMissing(const QString &path, QString *error)
 bool ReadWholeFile(const QString &path, QByteArray *bytes, QString *error)
 {
     QFile file(path);
-    bytes->clear();
+    bytes->resize(0); // keeps the capacity that a caller may have reserved
     error->clear();
     if (!IsRegularOrMissing(path, error))
         return false;

@@ -2,6 +2,7 @@
 
 #include "base/modCodePage.h"
 #include "base/modFile.h"
+#include "platform/modMemory.h"
 #include "settings/modCharCode.h"
 #include "text/modCheckText.h"
 #include "text/modDecodeText.h"
@@ -28,9 +29,12 @@ TextRefusal ReadText(const QString &path, ExpandTabs expandTabs, StudyLines *lin
 {
     lines->Clear();
     const QString title = GetFileTitle(path);
-    if (QFileInfo(path).size() > MostFileBytes)
+    const qint64 size = QFileInfo(path).size();
+    if (size > MostFileBytes)
         return {.fault = TextFault::TooLarge, .line = 1, .message = FileTooLargeMessage(title)};
     QByteArray bytes;
+    bytes.reserve(size);
+    PreferLargePages(bytes.data(), size);
     QString reason;
     if (!ReadWholeFile(path, &bytes, &reason))
         return {.fault = TextFault::Unreadable, .line = 1, .message = UnreadableFileMessage(title, reason)};
