@@ -117,22 +117,17 @@ void frmText::OpenSession(const QString &path)
 /// Has a change of the open file told from now on. An editor may write into the file or put another one in its place.
 void frmText::WatchFile()
 {
-    const QFileInfo file(m_session.Path());
-    m_fileTime = file.lastModified();
-    m_stateBar->ShowFileChange(false);
     if (const QStringList watched = m_watcher->files() + m_watcher->directories(); !watched.isEmpty())
         m_watcher->removePaths(watched);
-    m_watcher->addPaths({file.filePath(), file.path()});
+    m_watcher->addPaths({m_session.Path(), QFileInfo(m_session.Path()).path()});
+    TellFileChange();
 }
 
 void frmText::TellFileChange()
 {
-    const QFileInfo file(m_session.Path());
-    if (!m_session.IsFileOpen() || !file.exists())
-        return; // the editor may be about to put it there again
-    m_stateBar->ShowFileChange(file.lastModified() != m_fileTime);
-    if (m_watcher->files().isEmpty())
-        m_watcher->addPath(file.filePath()); // another file in its place is not watched by itself
+    m_stateBar->ShowFileChange(m_session.IsFileChanged());
+    if (m_watcher->files().isEmpty() && QFileInfo::exists(m_session.Path()))
+        m_watcher->addPath(m_session.Path()); // another file in its place is not watched by itself
 }
 
 /// Shows the session's text, which is another one now: what was found and chosen in the one before counts no more.

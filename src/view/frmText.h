@@ -8,10 +8,8 @@
 #include "settings/modSettings.h"
 #include "view/modStudySession.h"
 
-#include <QDateTime>
 #include <QWidget>
 
-#include <functional>
 #include <memory>
 
 enum class MsgResult;
@@ -148,7 +146,6 @@ class frmText : public QWidget
     StudySession m_session;
     Stage m_stage = Stage::Created;
     QFileSystemWatcher *m_watcher; // of the open file and its folder
-    QDateTime m_fileTime;          // of the open file when it was read
     int m_zoom = 100;              // percent, one of ZoomSteps
     bool m_isZoomChosen = false;   // whether the learner chose it in this run
     unsigned m_wheelMessage = 0;

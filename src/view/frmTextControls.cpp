@@ -23,6 +23,8 @@
 #include <QTimer>
 #include <QWindow>
 
+#include <functional>
+
 using namespace Qt::Literals::StringLiterals;
 
 namespace {

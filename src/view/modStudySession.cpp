@@ -5,6 +5,8 @@
 #include "text/modPictureName.h"
 #include "text/modReadText.h"
 
+#include <QFileInfo>
+
 #include <utility>
 
 StudySession::StudySession(const SystemServices &services, StudyDatabase &database, const QString &userName)
@@ -40,12 +42,20 @@ bool StudySession::ReadAgain(QString *message, int *errorLine)
 /// Takes the text of a file, or leaves the one there is.
 bool StudySession::Read(const QString &path, QString *message, int *errorLine)
 {
+    const QDateTime fileTime = QFileInfo(path).lastModified(); // first: a change while it is read is one
     StudyLines lines;
     if (!ReadTextFile(path, MaxLineBytes, &lines, message, errorLine))
         return false;
+    m_fileTime = fileTime;
     m_text = DisplayText(std::move(lines));
     *message = BadPictureNamesMessage(BadPictureNames(m_text));
     return true;
+}
+
+bool StudySession::IsFileChanged() const
+{
+    const QFileInfo file(m_path);
+    return IsFileOpen() && file.exists() && file.lastModified() != m_fileTime;
 }
 
 void StudySession::Complete()

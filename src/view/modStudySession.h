@@ -44,6 +44,9 @@ class StudySession
         return m_path;
     }
 
+    /// Whether another file, or another version of it, has been at that path since the text was read from it.
+    bool IsFileChanged() const;
+
     /// The text of the open file; without lines while there is none. Its address stays the same.
     const DisplayText &Text() const
     {
@@ -71,6 +74,7 @@ class StudySession
     QString m_userName;
     QDateTime m_start; // the row's key; not valid before the first session
     QString m_path;
+    QDateTime m_fileTime; // of the last change before the text was read
     DisplayText m_text;
     StudyRound m_round;
     QDateTime m_clockStart; // not valid while no file is open
