@@ -39,14 +39,9 @@ void LineField::Open(int line, int lineCount)
 void LineField::Choose()
 {
     const int line = txtLine->text().toInt();
-    Close();
+    Q_EMIT Closed();
     if (line > 0)
         Q_EMIT LineChosen(qMin(line, m_lineCount));
-}
-
-void LineField::Close()
-{
-    Q_EMIT Closed();
 }
 
 bool LineField::eventFilter(QObject *object, QEvent *event)
@@ -64,7 +59,7 @@ bool LineField::eventFilter(QObject *object, QEvent *event)
     if (isEnter)
         Choose();
     else if (key == Qt::Key_Escape)
-        Close();
+        Q_EMIT Closed();
     else
         return false;
     return true;

@@ -31,7 +31,6 @@ class LineField : public QWidget
 
   private:
     void Choose();
-    void Close();
 
     int m_lineCount = 0;
     QLineEdit *txtLine;

@@ -96,6 +96,8 @@ void StudyStateBar::changeEvent(QEvent *event)
     QWidget::changeEvent(event);
     if (event->type() == QEvent::PaletteChange)
         DimKeyword();
+    else if (event->type() == QEvent::FontChange)
+        ReserveSpace();
 }
 
 /// Dark grey, where the desktop is light; elsewhere a grey that can be read.
@@ -157,17 +159,24 @@ QPushButton *StudyStateBar::ZoomButton(const QString &name, const QString &capti
 
 /// Gives labels the size of the widest texts that a file can have here. As it is fixed, no other text of theirs has the
 /// window laid out anew.
-void StudyStateBar::ReserveFor(int lineCount, int blanks)
+void StudyStateBar::ReserveSpace()
 {
-    const QString line(QString::number(lineCount).size(), u'0');
-    const QString blank(QString::number(blanks).size(), u'0');
+    const QString line(QString::number(m_lineCount).size(), u'0');
+    const QString blank(QString::number(m_blankCount).size(), u'0');
     const int heightPx = m_lineField->sizeHint().height();
     const auto reserve = [heightPx](QLabel *label, const QString &widest) {
         label->setFixedSize(label->fontMetrics().horizontalAdvance(widest), heightPx);
     };
-    reserve(lblShown, blanks == 0 ? QString() : ShownText(blank, blank));
-    reserve(lblPlace, lineCount == 0 ? QString() : PlaceText(line, line, line));
-    reserve(lblPage, lineCount == 0 ? QString() : PageText(line, line));
+    reserve(lblShown, m_blankCount == 0 ? QString() : ShownText(blank, blank));
+    reserve(lblPlace, m_lineCount == 0 ? QString() : PlaceText(line, line, line));
+    reserve(lblPage, m_lineCount == 0 ? QString() : PageText(line, line));
+}
+
+void StudyStateBar::SetFile(int lineCount, int blankCount)
+{
+    m_lineCount = lineCount;
+    m_blankCount = blankCount;
+    ReserveSpace();
 }
 
 void StudyStateBar::ShowZoom(int percent)
@@ -194,7 +203,6 @@ void StudyStateBar::ShowProgress(const StudyRound &round, const PageInView &page
     prgShown->setRange(0, qMax(1, blanks));
     prgShown->setValue(round.ShownCount());
     prgShown->update(); // the bar itself would wait for a change of nine pixels
-    ReserveFor(page.lineCount, blanks);
     const auto number = [](int n) { return QString::number(n); };
     lblShown->setText(blanks == 0 ? QString() : ShownText(number(round.ShownCount()), number(blanks)));
     const bool hasLines = page.lineCount > 0;

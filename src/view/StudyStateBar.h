@@ -25,6 +25,9 @@ class StudyStateBar : public QWidget
     /// Shows the number of answers of the session at once, without waiting for the next painting.
     void ShowCount(int answers);
 
+    /// Another file is shown. What it can say of itself has its space reserved from now on.
+    void SetFile(int lineCount, int blankCount);
+
     /// Shows how many of the file's answers are shown and which lines the page holds.
     void ShowProgress(const StudyRound &round, const PageInView &page);
 
@@ -55,10 +58,13 @@ class StudyStateBar : public QWidget
   private:
     QWidget *ZoomGroup();
     QPushButton *ZoomButton(const QString &name, const QString &caption, int steps);
-    void ReserveFor(int lineCount, int blanks);
+    void ReserveSpace();
     void DimKeyword();
     QLabel *AddLabel(const QString &name, const QString &text = QString());
     QWidget *Group(const QList<QWidget *> &controls);
+
+    int m_lineCount = 0;
+    int m_blankCount = 0;
 
     QLabel *lblNum;
     QProgressBar *prgShown; // of the file's answers

@@ -137,6 +137,7 @@ void frmText::ShowText(int topLine)
     picText->SetFound(TextSpan());
     picText->SetCurrent(TextSpan());
     m_stateBar->HideKeyword();
+    m_stateBar->SetFile(m_session.Text().LineCount(), m_session.Round().BlankCount());
     if (m_frmSearch) {
         m_search->SetText(&m_session.Text());
         m_frmSearch->Refresh();
