@@ -45,8 +45,8 @@ bool CodeConversion::Read()
     if (!ReadWholeFile(m_path, &m_before, &reason))
         return Refuse(UnreadableFileMessage(m_title, reason));
     m_code = DetectCharCode(WholeFile(m_before));
-    m_codeName = GetCharCodeName(WholeFile(m_before));
-    return CanConvertFrom(m_codeName) || Refuse(NotConvertibleMessage(m_title, m_codeName));
+    const QString codeName = CharCodeName(m_code);
+    return CanConvertFrom(codeName) || Refuse(NotConvertibleMessage(m_title, codeName));
 }
 
 /// Half-width kana of Shift_JIS may be taken for EUC; only the user knows.
@@ -119,7 +119,8 @@ bool CodeConversion::Write()
     QString backupPath;
     if (!ReplaceConverted(m_path, m_before, bytes, &backupPath, &message))
         return Refuse(message);
-    m_msg.DispFrmMsg(m_owner, ConvertedMessage(m_path, backupPath, m_codeName, m_converted, m_unbreakableLine),
+    m_msg.DispFrmMsg(m_owner,
+                     ConvertedMessage(m_path, backupPath, CharCodeName(m_code), m_converted, m_unbreakableLine),
                      MsgStyle::Ok, u"start.wav"_s);
     return true;
 }

@@ -43,7 +43,6 @@ class CodeConversion
 
     QByteArray m_before;
     CharCode m_code = CharCode::None;
-    QString m_codeName;
     ConvertedText m_converted;
     int m_unbreakableLine = 0; // 1-based line that stays too long
 };

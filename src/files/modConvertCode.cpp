@@ -97,7 +97,7 @@ bool EncodeConverted(const QString &text, QByteArray *bytes, QString *message)
     const CharCode code = DetectCharCode(WholeFile(*bytes));
     if (code == CharCode::Ascii || code == CharCode::Sjis)
         return true;
-    *message = StillNotReadMessage(GetCharCodeName(WholeFile(*bytes)));
+    *message = StillNotReadMessage(CharCodeName(code));
     return false;
 }
 

@@ -284,9 +284,14 @@ CharCode DetectCharCode(QByteArrayView bytes)
     return Scan(bytes).Run();
 }
 
-QString GetCharCodeName(QByteArrayView bytes)
+QString CharCodeName(CharCode code)
 {
     static constexpr std::array<const char16_t *, 10> names = {u"NONE",     u"ASCII",    u"SJIS", u"EUC",      u"JIS",
                                                                u"UTF16_LE", u"UTF16_BE", u"UTF8", u"UTF8_BOM", u"UTF7"};
-    return QString::fromUtf16(names[size_t(DetectCharCode(bytes))]);
+    return QString::fromUtf16(names[size_t(code)]);
+}
+
+QString GetCharCodeName(QByteArrayView bytes)
+{
+    return CharCodeName(DetectCharCode(bytes));
 }

@@ -23,5 +23,9 @@ enum class CharCode
 /// caller that means the whole of a file hands over one spare zero byte behind it.
 CharCode DetectCharCode(QByteArrayView bytes);
 
-/// The name of the above: "NONE", "ASCII", "SJIS", "EUC", "JIS", "UTF16_LE", "UTF16_BE", "UTF8", "UTF8_BOM" or "UTF7".
+/// The name of a character code: "NONE", "ASCII", "SJIS", "EUC", "JIS", "UTF16_LE", "UTF16_BE", "UTF8", "UTF8_BOM" or
+/// "UTF7".
+QString CharCodeName(CharCode code);
+
+/// The name of the character code of a whole text, which counts as above.
 QString GetCharCodeName(QByteArrayView bytes);
