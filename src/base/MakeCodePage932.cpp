@@ -2,7 +2,6 @@
 // build: one line {code, character} for each code, a pair of bytes as lead * 256 + trail. Some characters have several
 // codes; the one that the converter itself writes comes last, so that whoever enters the lines in this order is left
 // with it.
-#include <cstdint>
 #include <cstdio>
 #include <iconv.h>
 #include <vector>

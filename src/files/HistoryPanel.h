@@ -3,6 +3,7 @@
 #pragma once
 
 #include "files/modHistory.h"
+#include "platform/modSystemServices.h"
 
 #include <QWidget>
 

@@ -1,7 +1,6 @@
 // The study history: the sessions of a span of weeks as lines of text, its totals, and the report file.
 #pragma once
 
-#include "platform/modSystemServices.h"
 #include "store/Sqlite3Func.h"
 
 #include <QDate>

@@ -11,7 +11,6 @@
 #include "base/modFile.h"
 #include "settings/frmMsg.h"
 #include "support/RecordingServices.h"
-#include "text/modReadText.h"
 #include "view/frmText.h"
 #include "view/picText.h"
 

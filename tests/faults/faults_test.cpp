@@ -14,7 +14,6 @@
 #include "support/Rows.h"
 #include "support/TestFiles.h"
 
-#include <QElapsedTimer>
 #include <QProcess>
 #include <QRegularExpression>
 #include <QThread>

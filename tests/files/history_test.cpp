@@ -10,7 +10,6 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListView>
-#include <QTest>
 
 #include <gtest/gtest.h>
 
