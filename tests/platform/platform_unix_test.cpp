@@ -2,6 +2,7 @@
 #include "base/modFile.h"
 #include "base/modLog.h"
 #include "platform/modEndSignal.h"
+#include "platform/modFolderNames.h"
 #include "platform/modProcess.h"
 #include "platform/modProfile.h"
 #include "platform/modReplaceFile.h"
@@ -13,6 +14,7 @@
 #include <QTest>
 
 #include <csignal>
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <sys/sysmacros.h>
@@ -139,4 +141,26 @@ TEST(Profile, WritesOneLineAndKeepsEveryOtherByte)
         EXPECT_EQ(folder.Read(u"a.ini"_s), after) << name;
     }
     EXPECT_FALSE(WriteProfile(folder.Path(u"no folder/a.ini"_s), u"s"_s, u"k"_s, u"v"_s));
+}
+
+TEST(FolderNames, CountsFilesThatQtLeavesOut)
+{
+    const TestFolder folder;
+    folder.Write(u"漢字.txt"_s, "");
+    QByteArrayList paths;
+    // As an archive made on a Japanese Windows is unpacked: names in code page 932.
+    for (const QByteArray name : {"\x8A\xBF.txt", "\x8E\x9A.TXT", "\x8E\x9A.doc"}) {
+        const QByteArray path = QFile::encodeName(folder.Path()) + "/" + name;
+        const int file = open(path.constData(), O_CREAT | O_WRONLY, 0600);
+        ASSERT_GE(file, 0);
+        close(file);
+        paths += path;
+    }
+    const auto removeThem = qScopeGuard([&paths] { // Qt cannot
+        for (const QByteArray &path : paths)
+            unlink(path.constData());
+    });
+    EXPECT_EQ(CountUnshowableNames(folder.Path(), ".txt"), 2);
+    EXPECT_EQ(QDir(folder.Path()).entryList(QDir::Files | QDir::System), QStringList(u"漢字.txt"_s));
+    EXPECT_EQ(CountUnshowableNames(folder.Path(u"gone"_s), ".txt"), 0);
 }
