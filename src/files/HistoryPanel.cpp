@@ -117,7 +117,7 @@ void HistoryPanel::SetTabOrderAfter(QWidget *last)
     }
 }
 
-void HistoryPanel::ShowThisWeek(const QString &textEditor)
+bool HistoryPanel::ShowThisWeek(const QString &textEditor)
 {
     m_textEditor = textEditor;
     const QSignalBlocker noChangeOfWeeks(txtWeekN);
@@ -125,6 +125,7 @@ void HistoryPanel::ShowThisWeek(const QString &textEditor)
     txtYmd->setText(DateText(m_services.Now().date()));
     txtWeekN->setText(u"1"_s);
     ShowRecordWhenValid();
+    return m_history.isRead;
 }
 
 void HistoryPanel::keyPressEvent(QKeyEvent *event)

@@ -28,7 +28,8 @@ class HistoryPanel : public QWidget
 
     /// Shows the week that ends today.
     /// @param textEditor  opens the reports that are written from now on
-    void ShowThisWeek(const QString &textEditor);
+    /// @return false after a database fault, which the user was told
+    bool ShowThisWeek(const QString &textEditor);
 
     /// Puts its controls behind another one in the order of the Tab key.
     void SetTabOrderAfter(QWidget *last);

@@ -1,25 +1,56 @@
 #include "files/StudyFileModel.h"
 
+#include "text/modReadText.h"
 #include "widgets/Contrast.h"
 
 #include <QApplication>
 #include <QPainter>
 
+#include <algorithm>
+
 using namespace Qt::Literals::StringLiterals;
 
-StudyFileModel::StudyFileModel(StudyFolder &folder, QObject *parent) : QAbstractListModel(parent), m_folder(folder)
+StudyFileModel::StudyFileModel(StudyFolder &folder, const StudyTallies &tallies, QObject *parent)
+    : QAbstractListModel(parent), m_folder(folder), m_tallies(tallies)
 {
     m_checking.setObjectName(u"tmrCheck"_s);
     m_checking.setSingleShot(true);
     connect(&m_checking, &QTimer::timeout, this, &StudyFileModel::CheckNext);
 }
 
-void StudyFileModel::Refresh()
+void StudyFileModel::Refresh(const QDate &today)
 {
-    beginResetModel();
+    m_today = today;
     DropChecks();
     m_folder.Refresh();
+    ShowMatching();
+}
+
+void StudyFileModel::SetFilter(const QString &wanted)
+{
+    m_filter = wanted;
+    ShowMatching();
+}
+
+/// A list that holds what it held before stays where it was scrolled to.
+void StudyFileModel::ShowMatching()
+{
+    QStringList matching;
+    std::copy_if(m_folder.Names().begin(), m_folder.Names().end(), std::back_inserter(matching),
+                 [this](const QString &name) { return m_filter.isEmpty() || MatchesFilter(name, m_filter); });
+    if (matching == m_shown) {
+        ShowTallies();
+        return;
+    }
+    beginResetModel();
+    m_shown = matching;
     endResetModel();
+}
+
+void StudyFileModel::ShowTallies()
+{
+    if (!m_shown.isEmpty())
+        Q_EMIT dataChanged(index(0), index(int(m_shown.size()) - 1));
 }
 
 void StudyFileModel::DropChecks()
@@ -29,29 +60,62 @@ void StudyFileModel::DropChecks()
     m_checking.stop();
 }
 
+QModelIndex StudyFileModel::IndexOf(const QString &name) const
+{
+    const qsizetype row = m_shown.indexOf(name);
+    return row < 0 ? QModelIndex() : index(int(row));
+}
+
 int StudyFileModel::rowCount(const QModelIndex &parent) const
 {
-    return parent.isValid() ? 0 : int(m_folder.Names().size());
+    return parent.isValid() ? 0 : int(m_shown.size());
 }
 
 QVariant StudyFileModel::data(const QModelIndex &index, int role) const
 {
-    const QString &name = m_folder.Names().at(index.row());
-    if (role == Qt::DisplayRole)
+    const QString &name = m_shown.at(index.row());
+    switch (role) {
+    case Qt::DisplayRole:
         return name;
-    if (role == Qt::ToolTipRole || role == Qt::AccessibleTextRole) {
-        const QString fault = m_folder.Fault(name);
-        if (fault.isEmpty())
-            return name;
-        return QString(name + (role == Qt::ToolTipRole ? u'\n' : u'、') + fault);
-    }
-    if (role != FaultRole)
+    case Qt::ToolTipRole:
+        return Description(name).isEmpty() ? name : QString(name + u'\n' + Description(name));
+    case Qt::AccessibleTextRole:
+        return Description(name).isEmpty() ? name : QString(name + u'、' + Description(name));
+    case RemarksRole:
+        RequestCheck(name);
+        return m_folder.Facts(name).remarks;
+    case FiguresRole:
+        RequestCheck(name);
+        if (!m_folder.IsChecked(name) || !m_folder.Facts(name).remarks.isEmpty())
+            return QStringList();
+        return StudyFigures(m_folder.Facts(name).blanks, TallyOf(name), m_today);
+    case PrintableCopyRole:
+        return IsPrintableCopy(name);
+    default:
         return QVariant();
-    if (!m_folder.IsChecked(name) && !m_pending.contains(name)) {
-        m_pending.insert(m_newRequests++, name);
-        m_checking.start(0);
     }
-    return m_folder.Fault(name);
+}
+
+StudyTally StudyFileModel::TallyOf(const QString &name) const
+{
+    return m_tallies.Of(GetFileTitle(m_folder.PathOf(name))); // which is what a session is recorded by
+}
+
+/// What is known of a file besides its name.
+QString StudyFileModel::Description(const QString &name) const
+{
+    if (!m_folder.IsChecked(name))
+        return QString();
+    const StudyFileFacts facts = m_folder.Facts(name);
+    return facts.remarks.isEmpty() ? StudyFiguresSentence(facts.blanks, TallyOf(name)) : facts.remarks;
+}
+
+void StudyFileModel::RequestCheck(const QString &name) const
+{
+    if (m_folder.IsChecked(name) || m_pending.contains(name))
+        return;
+    m_pending.insert(m_newRequests++, name);
+    m_checking.start(0);
 }
 
 void StudyFileModel::CheckNext()
@@ -59,11 +123,59 @@ void StudyFileModel::CheckNext()
     const QString name = m_pending.takeFirst();
     m_newRequests = 0;
     m_folder.Check(name);
-    const QModelIndex changed = index(int(m_folder.Names().indexOf(name)));
-    Q_EMIT dataChanged(changed, changed, {FaultRole, Qt::ToolTipRole, Qt::AccessibleTextRole});
+    if (const QModelIndex changed = IndexOf(name); changed.isValid())
+        Q_EMIT dataChanged(changed, changed);
     if (!m_pending.isEmpty())
         m_checking.start(0);
 }
+
+namespace {
+
+/// The right part of a row: remarks, or figures below each other, each field as wide as it usually is.
+class RightPart
+{
+  public:
+    RightPart(const QModelIndex &index, const QFontMetrics &metrics, const QRect &available)
+        : m_gapPx(metrics.horizontalAdvance(u'　')), m_leftPx(available.right() + 1)
+    {
+        const QString remarks = index.data(StudyFileModel::RemarksRole).toString();
+        if (!remarks.isEmpty()) {
+            AddField(metrics.elidedText(remarks, Qt::ElideRight, available.width()), metrics, available, 0);
+            return;
+        }
+        const QStringList figures = index.data(StudyFileModel::FiguresRole).toStringList();
+        const QString usual[] = {u"888問"_s, u"88回"_s, u"88/88"_s};
+        for (qsizetype field = figures.size() - 1; field >= 0; --field)
+            AddField(figures[field], metrics, available, metrics.horizontalAdvance(usual[field]));
+    }
+
+    /// Pixels that are left for the name.
+    int NameWidthPx(const QRect &available) const
+    {
+        return m_fields.empty() ? available.width() : qMax(0, m_leftPx - m_gapPx - available.left());
+    }
+
+    void Paint(QPainter *painter) const
+    {
+        for (const auto &[place, text] : m_fields)
+            painter->drawText(place, Qt::AlignRight | Qt::AlignVCenter, text);
+    }
+
+  private:
+    void AddField(const QString &text, const QFontMetrics &metrics, const QRect &available, int leastPx)
+    {
+        const int rightPx = m_fields.empty() ? m_leftPx : m_leftPx - m_gapPx;
+        const int widthPx = qMax(leastPx, metrics.horizontalAdvance(text));
+        m_leftPx = rightPx - widthPx;
+        m_fields.emplace_back(QRect(m_leftPx, available.top(), widthPx, available.height()), text);
+    }
+
+    int m_gapPx;
+    int m_leftPx; // of the field added last
+    std::vector<std::pair<QRect, QString>> m_fields;
+};
+
+} // namespace
 
 void StudyFileDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const
 {
@@ -73,22 +185,21 @@ void StudyFileDelegate::paint(QPainter *painter, const QStyleOptionViewItem &opt
     const QFontMetrics metrics(item.font);
     const int margin = style->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, item.widget) + 1;
     const QRect available = item.rect.adjusted(margin, 0, -margin, 0);
-    const QString fault =
-        metrics.elidedText(index.data(StudyFileModel::FaultRole).toString(), Qt::ElideRight, available.width());
-    const int faultWidth = fault.isEmpty() ? 0 : metrics.horizontalAdvance(fault) + 2 * metrics.averageCharWidth();
-    item.text = metrics.elidedText(item.text, Qt::ElideMiddle, qMax(0, available.width() - faultWidth));
-    style->drawControl(QStyle::CE_ItemViewItem, &item, painter, item.widget);
+    const RightPart rightPart(index, metrics, available);
+    item.text = metrics.elidedText(item.text, Qt::ElideMiddle, rightPart.NameWidthPx(available));
 
     const bool isSelected = item.state.testFlag(QStyle::State_Selected);
     const QPalette::ColorGroup group =
         item.state.testFlag(QStyle::State_Active) ? QPalette::Active : QPalette::Inactive;
-    const QColor colour =
-        isSelected ? item.palette.color(group, QPalette::HighlightedText)
-                   : Dimmed(item.palette.color(group, QPalette::Text), item.palette.color(group, QPalette::Base));
+    const QColor dimmed = Dimmed(item.palette.color(group, QPalette::Text), item.palette.color(group, QPalette::Base));
+    if (index.data(StudyFileModel::PrintableCopyRole).toBool())
+        item.palette.setColor(group, QPalette::Text, dimmed);
+    style->drawControl(QStyle::CE_ItemViewItem, &item, painter, item.widget);
+
     painter->save();
     painter->setFont(item.font);
-    painter->setPen(colour);
-    painter->drawText(available, Qt::AlignRight | Qt::AlignVCenter, fault);
+    painter->setPen(isSelected ? item.palette.color(group, QPalette::HighlightedText) : dimmed);
+    rightPart.Paint(painter);
     painter->restore();
 }
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "files/modStudyFolder.h"
+#include "files/modStudyTally.h"
 
 #include <QAbstractListModel>
 #include <QStyledItemDelegate>
@@ -13,34 +14,57 @@ class StudyFileModel : public QAbstractListModel
     Q_OBJECT
 
   public:
-    static constexpr int FaultRole = Qt::UserRole;
+    enum Role
+    {
+        RemarksRole = Qt::UserRole, ///< what is remarked on the file, or an empty text
+        FiguresRole,                ///< StudyFigures as a QStringList; empty for a file with remarks
+        PrintableCopyRole,          ///< whether the file is a printable copy
+    };
 
-    StudyFileModel(StudyFolder &folder, QObject *parent);
+    StudyFileModel(StudyFolder &folder, const StudyTallies &tallies, QObject *parent);
 
-    /// Lists the folder again.
-    void Refresh();
+    /// Lists the folder again. @param today  the day from which the last day of study is seen
+    void Refresh(const QDate &today);
+
+    /// Shows only files whose names hold all words of a text; without words, all.
+    void SetFilter(const QString &wanted);
+
+    /// Has the figures of all rows shown anew.
+    void ShowTallies();
 
     /// Cancels all pending checks. Rows that are painted again request theirs again.
     void DropChecks();
 
+    /// The row of a file, or an invalid index when it is not shown.
+    QModelIndex IndexOf(const QString &name) const;
+
     int rowCount(const QModelIndex &parent = QModelIndex()) const override;
 
-    /// Qt::DisplayRole: the file's name. FaultRole: the remarks on it, or an empty text; asking for those of a file
-    /// that was not checked yet has it checked, and then dataChanged is emitted. Tooltip and accessible text: name and
-    /// remarks, as far as they are known.
+    /// Qt::DisplayRole: the file's name. Asking for the remarks or figures of a file that was not checked yet has it
+    /// checked, and then dataChanged is emitted. Tooltip and accessible text: name, and remarks or figures, as far as
+    /// they are known.
     QVariant data(const QModelIndex &index, int role) const override;
 
   private:
+    void ShowMatching();
+    void RequestCheck(const QString &name) const;
     void CheckNext();
+    StudyTally TallyOf(const QString &name) const;
+    QString Description(const QString &name) const;
 
     StudyFolder &m_folder;
+    const StudyTallies &m_tallies;
+    QDate m_today;
+    QString m_filter;
+    QStringList m_shown;
     mutable QStringList m_pending;       // files whose check was requested, the next one first
     mutable qsizetype m_newRequests = 0; // how many of them were requested since the last check
     mutable QTimer m_checking{this};
 };
 
-/// Paints a file's name, and at the right edge, dimmed, the remarks on the file. The name is cut in its middle where
-/// both do not fit: its end tells the chapters of a textbook apart.
+/// Paints a file's name, dimmed for a printable copy, and at the right edge, dimmed, the remarks on the file or its
+/// figures, each below that of the row above. The name is cut in its middle where all does not fit: its end tells the
+/// chapters of a textbook apart.
 class StudyFileDelegate : public QStyledItemDelegate
 {
     Q_OBJECT

@@ -8,132 +8,25 @@
 #include "files/StudyFileModel.h"
 #include "files/modConvertCode.h"
 #include "files/modPrintableCopy.h"
+#include "files/modTakeFiles.h"
 #include "settings/frmMsg.h"
 #include "settings/modEditor.h"
 #include "text/modCheckText.h"
 #include "text/modReadText.h"
-#include "widgets/ElidedLabel.h"
-#include "widgets/NamedControls.h"
-#include "widgets/ScreenFit.h"
 
-#include <QGridLayout>
+#include <QCoreApplication>
+#include <QDropEvent>
+#include <QFileInfo>
+#include <QFileSystemWatcher>
+#include <QLabel>
+#include <QLineEdit>
 #include <QListView>
+#include <QMimeData>
 #include <QPushButton>
+#include <QScrollBar>
+#include <QTimer>
 
 using namespace Qt::Literals::StringLiterals;
-
-namespace {
-
-constexpr int WidestChars = 30; // a long path must not push the buttons off the screen
-
-} // namespace
-
-frmFile::frmFile(SystemServices &services, StudyDatabase &database, frmMsg &msg, const QString &applicationFolder,
-                 const QString &userName, QWidget *owner)
-    : QDialog(owner), m_services(services), m_database(database), m_msg(msg),
-      m_folder(JoinPath(applicationFolder, u"txt"_s)), m_files(new StudyFileModel(m_folder, this)),
-      lstFile(new QListView(this)), lblFolder(new ElidedLabel(u"lblFolder"_s, WidestChars, this)),
-      lblUserName(new ElidedLabel(u"lblUserName"_s, WidestChars, this)),
-      m_history(new HistoryPanel(services, database, msg, JoinPath(applicationFolder, u"rec"_s), userName, this))
-{
-    setObjectName(u"frmFile"_s);
-    auto *const content = new QWidget(this);
-    content->setObjectName(u"content"_s);
-    auto *const halves = new QBoxLayout(QBoxLayout::LeftToRight, content);
-    halves->addLayout(FileControls(userName), 1);
-    halves->addSpacing(fontMetrics().averageCharWidth());
-    halves->addWidget(m_history, 1);
-    SetTabOrder();
-    if (content->minimumSizeHint().width() > AvailableSize(this).width())
-        halves->setDirection(QBoxLayout::TopToBottom);
-    FitToScreen(this, content, QSize(fontMetrics().averageCharWidth() * 120, fontMetrics().lineSpacing() * 29));
-    Form_Load();
-}
-
-frmFile::~frmFile() = default;
-
-QLayout *frmFile::FileControls(const QString &userName)
-{
-    lstFile->setObjectName(u"lstFile"_s);
-    lstFile->setAccessibleName(u"学習ファイル"_s);
-    lstFile->setModel(m_files);
-    lstFile->setItemDelegate(new StudyFileDelegate(lstFile));
-    lstFile->setUniformItemSizes(true); // measuring every row would check every file
-    lstFile->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    lstFile->setSpacing(1);
-    lstFile->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff); // a row fits its name and remarks into the width
-    lstFile->setMinimumSize(fontMetrics().averageCharWidth() * 30, fontMetrics().lineSpacing() * 8);
-    connect(lstFile, &QListView::doubleClicked, this, &frmFile::cmdSelect_Click);
-    connect(lstFile->selectionModel(), &QItemSelectionModel::selectionChanged, this, &frmFile::EnableConvCode);
-    connect(m_files, &StudyFileModel::dataChanged, this, &frmFile::EnableConvCode);
-
-    lblFolder->SetText(m_folder.Path());
-    lblUserName->SetText(userName);
-
-    auto *const grid = new QGridLayout;
-    grid->addWidget(NamedLabel(u"lblFolderCaption"_s, u"フォルダ："_s, this), 0, 0);
-    grid->addWidget(lblFolder, 0, 1);
-    grid->addWidget(NamedLabel(u"lblUserNameCaption"_s, u"利用者："_s, this), 1, 0);
-    grid->addWidget(lblUserName, 1, 1);
-    grid->addWidget(lstFile, 2, 0, 1, 2);
-    grid->addLayout(FileButtons(), 2, 2);
-    grid->setColumnStretch(1, 1);
-    grid->setRowStretch(2, 1);
-    return grid;
-}
-
-QLayout *frmFile::FileButtons()
-{
-    QPushButton *const cmdSelect = AddButton(u"cmdSelect"_s, u"このファイルで学習(&S)"_s,
-                                             u"選択したファイルで学習します (Enter)"_s, &frmFile::cmdSelect_Click);
-    QPushButton *const cmdEdit =
-        AddButton(u"cmdEdit"_s, u"編集(&E)"_s, u"選択したファイルをテキストエディタで開きます (Alt+E)"_s,
-                  &frmFile::cmdEdit_Click);
-    QPushButton *const cmdRefresh = AddButton(u"cmdRefresh"_s, u"一覧を更新(&R)"_s,
-                                              u"フォルダの中をもう一度調べます (Alt+R)"_s, &frmFile::cmdRefresh_Click);
-    QPushButton *const cmdOpenFolder =
-        AddButton(u"cmdOpenFolder"_s, u"フォルダを開く(&O)"_s, u"学習ファイルのフォルダを開きます (Alt+O)"_s,
-                  &frmFile::cmdOpenFolder_Click);
-    QPushButton *const cmdConvFile =
-        AddButton(u"cmdConvFile"_s, u"印刷用に変換(&P)"_s, u"正解を空欄にした印刷用のファイルを作ります (Alt+P)"_s,
-                  &frmFile::cmdConvFile_Click);
-    cmdConvCode = AddButton(u"cmdConvCode"_s, u"Shift_JISに変換(&C)"_s,
-                            u"文字コードを変えて，開けるファイルにします (Alt+C)"_s, &frmFile::cmdConvCode_Click);
-    QPushButton *const cmdCancel =
-        AddButton(u"cmdCancel"_s, u"キャンセル"_s, u"選ばずに学習画面に戻ります (Esc)"_s, &frmFile::cmdCancel_Click);
-    QPushButton *const cmdEnd =
-        AddButton(u"cmdEnd"_s, u"終了(&X)"_s, u"瞬記帳を終了します (Alt+X)"_s, &frmFile::cmdEnd_Click);
-    cmdSelect->setDefault(true);
-
-    auto *const buttons = new QVBoxLayout;
-    for (QPushButton *const button : {cmdSelect, cmdEdit, cmdRefresh, cmdOpenFolder, cmdConvFile, cmdConvCode})
-        buttons->addWidget(button);
-    buttons->addStretch();
-    buttons->addWidget(cmdCancel);
-    buttons->addWidget(cmdEnd);
-    return buttons;
-}
-
-/// By keys one goes through the window as one reads it: the files and what can be done with them, then the history.
-void frmFile::SetTabOrder()
-{
-    QWidget *last = lstFile;
-    for (const QString &name : {u"cmdSelect"_s, u"cmdEdit"_s, u"cmdRefresh"_s, u"cmdOpenFolder"_s, u"cmdConvFile"_s,
-                                u"cmdConvCode"_s, u"cmdCancel"_s, u"cmdEnd"_s}) {
-        auto *const next = findChild<QWidget *>(name);
-        setTabOrder(last, next);
-        last = next;
-    }
-    m_history->SetTabOrderAfter(last);
-}
-
-QPushButton *frmFile::AddButton(const QString &name, const QString &caption, const QString &toolTip,
-                                void (frmFile::*handler)())
-{
-    QPushButton *const button = NamedButton(name, caption, toolTip, this);
-    connect(button, &QPushButton::clicked, this, handler);
-    return button;
-}
 
 void frmFile::Form_Load()
 {
@@ -155,18 +48,65 @@ void frmFile::showEvent(QShowEvent *event)
     Form_Activate();
 }
 
-/// Checks that nobody will see any more must not delay what is done next.
+/// What nobody will see any more must not delay what is done next.
 void frmFile::hideEvent(QHideEvent *event)
 {
     m_files->DropChecks();
+    m_tallying->stop();
+    m_refreshing->stop();
+    if (!m_watcher->directories().isEmpty())
+        m_watcher->removePaths(m_watcher->directories());
     QDialog::hideEvent(event);
+}
+
+/// A file that another program has written into is not always told of, but to get there one left this window.
+bool frmFile::event(QEvent *event)
+{
+    if (event->type() == QEvent::WindowActivate && isVisible())
+        m_refreshing->start();
+    return QDialog::event(event);
+}
+
+/// From the filter the keys that go through a list reach the list.
+bool frmFile::eventFilter(QObject *object, QEvent *event)
+{
+    if (object == txtFilter && event->type() == QEvent::KeyPress) {
+        const int key = static_cast<QKeyEvent *>(event)->key();
+        if (key == Qt::Key_Up || key == Qt::Key_Down || key == Qt::Key_PageUp || key == Qt::Key_PageDown)
+            return QCoreApplication::sendEvent(lstFile, event);
+    }
+    return QDialog::eventFilter(object, event);
+}
+
+void frmFile::dragEnterEvent(QDragEnterEvent *event)
+{
+    if (event->mimeData()->hasUrls())
+        event->acceptProposedAction();
+}
+
+/// The files are copied once the program that they come from has them let go of.
+void frmFile::dropEvent(QDropEvent *event)
+{
+    QStringList paths;
+    for (const QUrl &url : event->mimeData()->urls())
+        if (url.isLocalFile())
+            paths += url.toLocalFile();
+    event->setDropAction(Qt::CopyAction);
+    event->accept();
+    QTimer::singleShot(0, this, [this, paths] { lstFile_OLEDragDrop(paths); });
 }
 
 void frmFile::Form_Activate()
 {
     WriteTrace(u"■frmFile.Form_Activate");
+    txtFilter->clear();
     ListFiles();
-    m_history->ShowThisWeek(m_textEditor);
+    const bool isRecordRead = m_history->ShowThisWeek(m_textEditor);
+    // A fault was told once, and the same statement would only tell it again.
+    if (isRecordRead && m_tallies.ReadRecent(m_services.Now().date())) {
+        m_files->ShowTallies();
+        m_tallying->start(0);
+    }
     activateWindow();
     lstFile->setFocus();
 }
@@ -253,20 +193,89 @@ void frmFile::cmdEnd_Click()
     Leave(FileChoice::EndProgram);
 }
 
+void frmFile::txtFilter_Change()
+{
+    WriteTrace(u"■frmFile.txtFilter_Change");
+    const QString selected = SelectedName();
+    m_files->SetFilter(txtFilter->text());
+    Select(selected);
+    if (SelectedName().isEmpty() && !txtFilter->text().isEmpty())
+        lstFile->setCurrentIndex(m_files->index(0)); // Enter then opens what was found
+}
+
+/// Copies files that were dropped on the window into the folder, and selects the first of them.
+void frmFile::lstFile_OLEDragDrop(const QStringList &paths)
+{
+    WriteTrace(u"■frmFile.lstFile_OLEDragDrop");
+    const FilesToTake files = SortFilesToTake(paths, m_folder.Path());
+    QStringList wanted = files.fresh;
+    if (!files.replaced.isEmpty()) {
+        const MsgResult answer =
+            m_msg.DispFrmMsg(this, ReplaceTakenQuestion(files.replaced), MsgStyle::YesNo, u"notify.wav"_s);
+        if (answer == MsgResult::None)
+            return;
+        if (answer == MsgResult::Ok)
+            wanted += files.replaced;
+    }
+    QStringList failures;
+    const int copied = TakeFiles(wanted, m_folder.Path(), &failures);
+    ListFiles();
+    for (const QString &path : wanted) {
+        if (m_files->IndexOf(QFileInfo(path).fileName()).isValid()) {
+            Select(QFileInfo(path).fileName());
+            break;
+        }
+    }
+    const bool isAllDone = files.foreign.isEmpty() && failures.isEmpty();
+    m_msg.DispFrmMsg(this, TakenMessage(copied, files.foreign, failures), MsgStyle::Ok,
+                     isAllDone ? u"start.wav"_s : u"notify.wav"_s);
+}
+
 /// Lists the folder and keeps the selection on the same file, where it is still there.
 void frmFile::ListFiles()
 {
+    constexpr int filesToFilter = 30; // as many as one no longer takes in at a glance
     const QString selected = SelectedName();
-    m_files->Refresh();
-    const qsizetype row = m_folder.Names().indexOf(selected);
-    lstFile->setCurrentIndex(m_files->index(row < 0 ? -1 : int(row)));
-    EnableConvCode();
+    const int scrolledTo = lstFile->verticalScrollBar()->value();
+    if (m_watcher->directories().isEmpty())
+        m_watcher->addPath(m_folder.Path());
+    m_files->Refresh(m_services.Now().date());
+    const bool hasFilter = m_folder.Names().size() >= filesToFilter;
+    lblFilter->setVisible(hasFilter);
+    txtFilter->setVisible(hasFilter);
+    if (!hasFilter)
+        txtFilter->clear();
+    const QString note = FolderNote(m_folder);
+    lblNote->setText(note);
+    lblNote->setVisible(!note.isEmpty());
+    Select(selected);
+    lstFile->verticalScrollBar()->setValue(scrolledTo);
+}
+
+void frmFile::RefreshWhenShown()
+{
+    if (isVisible())
+        ListFiles();
+}
+
+void frmFile::ReadTallies()
+{
+    if (m_tallies.ReadNext())
+        return;
+    m_tallying->stop();
+    m_files->ShowTallies();
+}
+
+void frmFile::Select(const QString &name)
+{
+    lstFile->setCurrentIndex(m_files->IndexOf(name));
+    EnableCommands();
 }
 
 /// What is remarked on the selected file is known only once it was checked.
-void frmFile::EnableConvCode()
+void frmFile::EnableCommands()
 {
-    cmdConvCode->setEnabled(CanConvert(m_folder.Fault(SelectedName())));
+    cmdConvCode->setEnabled(CanConvert(m_folder.Facts(SelectedName()).remarks));
 }
 
 QString frmFile::SelectedName() const

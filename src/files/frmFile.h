@@ -1,8 +1,9 @@
-// The file selection window: lists the study files and chooses one, writes printable copies and converts files to
-// Shift_JIS. Its other half, the study history, is a widget of its own.
+// The file selection window: lists the study files and chooses one, and offers what else is done with files. Its other
+// half, the study history, is a widget of its own.
 #pragma once
 
 #include "files/modStudyFolder.h"
+#include "files/modStudyTally.h"
 #include "platform/modSystemServices.h"
 #include "store/Sqlite3Func.h"
 
@@ -11,9 +12,15 @@
 class ElidedLabel;
 class frmMsg;
 class HistoryPanel;
+class QAction;
+class QFileSystemWatcher;
+class QGridLayout;
+class QLabel;
 class QLayout;
+class QLineEdit;
 class QListView;
 class QPushButton;
+class QTimer;
 class StudyFileModel;
 
 /// How the file selection window was left.
@@ -44,8 +51,12 @@ class frmFile : public QDialog
     }
 
   protected:
+    bool event(QEvent *event) override;
+    bool eventFilter(QObject *object, QEvent *event) override;
     void showEvent(QShowEvent *event) override;
     void hideEvent(QHideEvent *event) override;
+    void dragEnterEvent(QDragEnterEvent *event) override;
+    void dropEvent(QDropEvent *event) override;
 
   private:
     void Form_Load();
@@ -58,14 +69,25 @@ class frmFile : public QDialog
     void cmdConvCode_Click();
     void cmdCancel_Click();
     void cmdEnd_Click();
+    void txtFilter_Change();
+    void lstFile_OLEDragDrop(const QStringList &paths);
 
     QLayout *FileControls(const QString &userName);
+    void SetUpList();
+    QLayout *FilterRow();
     QLayout *FileButtons();
+    QPushButton *OthersButton();
+    QLayout *LeavingButtons();
     void SetTabOrder();
     QPushButton *AddButton(const QString &name, const QString &caption, const QString &toolTip,
                            void (frmFile::*handler)());
+    QAction *AddAction(const QString &name, const QString &caption, const QString &toolTip, const QKeySequence &keys,
+                       void (frmFile::*handler)());
     void ListFiles();
-    void EnableConvCode();
+    void RefreshWhenShown();
+    void ReadTallies();
+    void Select(const QString &name);
+    void EnableCommands();
     QString SelectedName() const;
     bool TakeSelection(bool isForPrinting, QString *name);
     void Leave(FileChoice choice);
@@ -74,12 +96,19 @@ class frmFile : public QDialog
     StudyDatabase &m_database;
     frmMsg &m_msg;
     StudyFolder m_folder;
+    StudyTallies m_tallies;
     QString m_textEditor;
     QString m_chosenPath;
     FileChoice m_choice = FileChoice::Cancelled;
 
     StudyFileModel *m_files;
+    QFileSystemWatcher *m_watcher; // of the folder, while the window is shown
+    QTimer *m_refreshing;          // runs from a change of the folder until the list is refreshed
+    QTimer *m_tallying;            // runs while the record is read
     QListView *lstFile;
+    QLineEdit *txtFilter;
+    QLabel *lblFilter = nullptr;
+    QLabel *lblNote = nullptr;
     QPushButton *cmdConvCode = nullptr;
     ElidedLabel *lblFolder;
     ElidedLabel *lblUserName;

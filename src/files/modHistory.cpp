@@ -28,6 +28,7 @@ History ReadHistory(StudyDatabase &database, const QDate &endDate, int weeks, co
     // The totals would only tell of the same fault again.
     if (!DBSelRecKotoban(database, endDate, dayCount, userName, &table, false))
         return history;
+    history.isRead = true;
     QString lastDay;
     for (int row = 1; row < int(table.size()); ++row) {
         const QString day = database.SQLite3GetColumn(table, row, u"ymd_sta"_s).left(10);

@@ -24,6 +24,7 @@ struct History
 {
     QDate endDate;              ///< last day of the span
     int weeks = 0;              ///< the span has 7 days a week
+    bool isRead = false;        ///< false after a database fault
     QStringList lines;          ///< a heading for each day, newest first, and below it its sessions, earliest first
     std::vector<DayTotal> days; ///< the days with sessions, newest first
     QString totalTime = HoursMinutesSeconds(0); ///< e.g. "1時間 5分 9秒"

@@ -1,32 +1,73 @@
 #include "files/modStudyFolder.h"
 
 #include "base/modFile.h"
+#include "platform/modFolderNames.h"
 #include "text/modCheckText.h"
 #include "text/modReadText.h"
 
+#include <QCollator>
 #include <QDir>
 
 #include <algorithm>
 
 using namespace Qt::Literals::StringLiterals;
 
+namespace {
+
+/// Sorts as a reader of Japanese looks names up, and numbers in them by their value.
+void SortAsPeopleCount(QStringList *names)
+{
+    QCollator collator(QLocale(QLocale::Japanese, QLocale::Japan));
+    collator.setNumericMode(true);
+    struct Keyed
+    {
+        bool isCopy;
+        QCollatorSortKey key;
+        QString name;
+
+        bool operator<(const Keyed &other) const
+        {
+            if (isCopy != other.isCopy)
+                return other.isCopy;
+            const int order = key.compare(other.key);
+            return order != 0 ? order < 0 : name < other.name; // "a.txt" and "A.txt" keep their order
+        }
+    };
+    std::vector<Keyed> keyed;
+    keyed.reserve(size_t(names->size()));
+    for (const QString &name : *names)
+        keyed.push_back({IsPrintableCopy(name), collator.sortKey(name), name});
+    std::sort(keyed.begin(), keyed.end());
+    std::transform(keyed.begin(), keyed.end(), names->begin(), [](const Keyed &one) { return one.name; });
+}
+
+/// A text in which case and width make no difference.
+QString Folded(const QString &text)
+{
+    return text.normalized(QString::NormalizationForm_KC).toCaseFolded();
+}
+
+} // namespace
+
 StudyFolder::StudyFolder(const QString &path) : m_path(path) {}
 
 void StudyFolder::Refresh()
 {
     QHash<QString, Entry> entries;
-    m_names.clear();
+    QStringList names;
     // What is no regular file is listed too (QDir::System), so that its remark says why it cannot be opened.
     const QFileInfoList files = QDir(m_path).entryInfoList({u"*.txt"_s}, QDir::Files | QDir::System, QDir::NoSort);
     for (const QFileInfo &info : files) {
         const QString name = info.fileName();
         const Entry known = m_entries.value(name, Entry{});
         const bool isSame = known.size == info.size() && known.modified == info.lastModified();
-        entries.insert(name, isSame ? known : Entry{info.size(), info.lastModified(), false, QString()});
-        m_names += name;
+        entries.insert(name, isSame ? known : Entry{info.size(), info.lastModified(), false, StudyFileFacts()});
+        names += name;
     }
     m_entries = entries;
-    std::sort(m_names.begin(), m_names.end());
+    m_unshowableCount = CountUnshowableNames(m_path, ".txt");
+    SortAsPeopleCount(&names);
+    m_names = names;
 }
 
 QString StudyFolder::PathOf(const QString &name) const
@@ -34,9 +75,9 @@ QString StudyFolder::PathOf(const QString &name) const
     return JoinPath(m_path, name);
 }
 
-QString StudyFolder::Fault(const QString &name) const
+StudyFileFacts StudyFolder::Facts(const QString &name) const
 {
-    return m_entries.value(name).fault;
+    return m_entries.value(name).facts;
 }
 
 bool StudyFolder::IsChecked(const QString &name) const
@@ -47,7 +88,7 @@ bool StudyFolder::IsChecked(const QString &name) const
 void StudyFolder::Check(const QString &name)
 {
     if (const auto entry = m_entries.find(name); entry != m_entries.end()) {
-        entry->fault = FileFault(PathOf(name));
+        entry->facts = CheckStudyFile(PathOf(name));
         entry->isChecked = true;
     }
 }
@@ -76,36 +117,59 @@ QString RemarkOn(const TextRefusal &refusal)
     return QString();
 }
 
-QString ContentFault(const QString &path)
+StudyFileFacts CheckContent(const QString &path)
 {
     StudyLines lines;
     const TextRefusal refusal = ReadStudyText(path, MaxLineBytes, &lines);
     if (refusal.fault != TextFault::None)
-        return RemarkOn(refusal);
-    if (lines.NextLineWith(u'[', 1) > 0)
-        return QString();
+        return {RemarkOn(refusal), 0};
+    if (lines.BlankCount() > 0)
+        return {QString(), lines.BlankCount()};
     // Typed with the Japanese input method on, brackets come out full-width, and those hide nothing.
     const bool hasFullWidth = lines.NextLineWith(u'［', 1) > 0 || lines.NextLineWith(u'］', 1) > 0;
-    return hasFullWidth ? u"空欄なし（［ ］は全角）"_s : u"空欄なし"_s;
+    return {hasFullWidth ? u"空欄なし（［ ］は全角）"_s : u"空欄なし"_s, 0};
 }
 
 } // namespace
 
-QString FileFault(const QString &path)
+StudyFileFacts CheckStudyFile(const QString &path)
 {
-    QStringList remarks = {ContentFault(path)};
-    remarks.removeAll(QString());
+    StudyFileFacts facts = CheckContent(path);
     // The title goes into the statement that records a session as it is, and a quote ends the text there.
     if (GetFileTitle(path).contains(u'\''))
-        remarks += u"学習記録なし（名前に '）"_s;
-    return remarks.join(u'、');
+        facts.remarks += (facts.remarks.isEmpty() ? u""_s : u"、"_s) + u"学習記録なし（名前に '）"_s;
+    return facts;
+}
+
+bool IsPrintableCopy(const QString &name)
+{
+    return name.endsWith(u"_印刷用.txt");
+}
+
+bool MatchesFilter(const QString &name, const QString &wanted)
+{
+    const QString folded = Folded(name);
+    const QStringList words = Folded(wanted).split(u' ', Qt::SkipEmptyParts);
+    return std::all_of(words.begin(), words.end(), [&folded](const QString &word) { return folded.contains(word); });
+}
+
+QString FolderNote(const StudyFolder &folder)
+{
+    QStringList notes;
+    if (folder.Names().isEmpty())
+        notes +=
+            u"学習ファイルがありません。「その他」の「表から作る」で作るか，ここにファイル（.txt）をドロップしてください。"_s;
+    if (const int count = folder.UnshowableCount(); count > 0)
+        notes +=
+            u"名前を表示できないファイルが"_s + QString::number(count) + u"個あります。名前を変えると表示されます。"_s;
+    return notes.join(u'\n');
 }
 
 bool CheckSelection(const QString &selected, bool isForPrinting, QString *message)
 {
     if (selected.isEmpty())
         *message = u"ファイルを一つ選択してください。"_s;
-    else if (isForPrinting && selected.endsWith(u"_印刷用.txt"))
+    else if (isForPrinting && IsPrintableCopy(selected))
         *message = u"印刷用ファイル以外を一つ選択してください。"_s;
     else
         return true;

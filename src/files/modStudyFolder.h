@@ -1,4 +1,4 @@
-// The study files of a folder, and what is wrong with each.
+// The study files of a folder, and what the list says of each.
 #pragma once
 
 #include <QDateTime>
@@ -6,18 +6,32 @@
 #include <QString>
 #include <QStringList>
 
+/// What reading a study file has told.
+struct StudyFileFacts
+{
+    QString remarks; ///< as RemarksOnFile gives them
+    int blanks = 0;  ///< 0 for a file that cannot be opened
+};
+
 class StudyFolder
 {
   public:
     /// @param path  the folder; it need not exist, and then lists nothing
     explicit StudyFolder(const QString &path);
 
-    /// Lists the folder's ".txt" files again, sorted by name in binary order. No file is opened.
+    /// Lists the folder's ".txt" files again: study files first, printable copies last, each as people count, "第2回"
+    /// before "第10回". No file is opened.
     void Refresh();
 
     const QStringList &Names() const
     {
         return m_names;
+    }
+
+    /// How many ".txt" files are left out because the system cannot show their names, and so cannot open them.
+    int UnshowableCount() const
+    {
+        return m_unshowableCount;
     }
 
     const QString &Path() const
@@ -28,14 +42,14 @@ class StudyFolder
     /// The full path of one of the files.
     QString PathOf(const QString &name) const;
 
-    /// The remarks on one of the files: empty when there are none or it was not checked yet.
-    QString Fault(const QString &name) const;
+    /// The facts about one of the files: those of an empty text when it was not checked yet.
+    StudyFileFacts Facts(const QString &name) const;
 
     /// Whether one of the files was checked since it was last changed. Of no file is it true after its first Refresh,
     /// and of none that a Refresh found with another size or time.
     bool IsChecked(const QString &name) const;
 
-    /// Reads one of the files, as of the last Refresh, and finds its remarks.
+    /// Reads one of the files, as of the last Refresh, and finds its facts.
     void Check(const QString &name);
 
   private:
@@ -44,19 +58,31 @@ class StudyFolder
         qint64 size = -1;
         QDateTime modified;
         bool isChecked = false;
-        QString fault;
+        StudyFileFacts facts;
     };
 
     QString m_path;
     QStringList m_names;
+    int m_unshowableCount = 0;
     QHash<QString, Entry> m_entries;
 };
 
-/// What the user should know of a study file, in the few words of a list entry. What keeps it from being opened:
-/// "文字コード＝EUC", "12行[ ]指定異常", "12行目 100バイト超過", "64MB超過", "読み込み不可". What it opens without:
-/// "空欄なし", "空欄なし（［ ］は全角）", "学習記録なし（名前に '）". Several are joined by "、"; empty when there are
-/// none.
-QString FileFault(const QString &path);
+/// Reads a file and says what the user should know of it, in the few words of a list entry. What keeps it from being
+/// opened: "文字コード＝EUC", "12行[ ]指定異常", "12行目 100バイト超過", "64MB超過", "読み込み不可". What it opens
+/// without: "空欄なし", "空欄なし（［ ］は全角）", "学習記録なし（名前に '）". Several are joined by "、"; empty when
+/// there are none.
+StudyFileFacts CheckStudyFile(const QString &path);
+
+/// Whether a file is a printable copy, by its name.
+bool IsPrintableCopy(const QString &name);
+
+/// Whether a file's name holds every word of a text, whatever their order, case and width.
+/// @param wanted  words separated by blanks; one without words is held by all names
+bool MatchesFilter(const QString &name, const QString &wanted);
+
+/// What is to be said of a folder below its list: how to begin where it is empty, and how many files it cannot show.
+/// Empty when there is nothing to say.
+QString FolderNote(const StudyFolder &folder);
 
 /// The choice a command of the file list works on.
 /// @param selected  name of the selected file, empty when none is

@@ -39,6 +39,12 @@ class StudyLines
         return m_bracketsTakeTurns;
     }
 
+    /// Blanks in lines whose brackets take turns.
+    int BlankCount() const
+    {
+        return int(m_brackets.size() / 2);
+    }
+
     /// Bytes of code page 932 of the longest line. A byte that the code page cannot decode is one character, and one
     /// byte again: no line changes its length by being read.
     qsizetype LongestLineBytes() const

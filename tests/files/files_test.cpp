@@ -1,15 +1,11 @@
 #include "base/modFile.h"
-#include "files/frmFile.h"
+#include "files/modStudyFolder.h"
+#include "files/modStudyTally.h"
+#include "files/modTakeFiles.h"
 #include "store/modDB_SQLite.h"
+#include "support/RecordingServices.h"
 #include "support/Rows.h"
-#include "support/WindowTest.h"
-#include "text/modCheckText.h"
-
-#include <QLabel>
-#include <QLineEdit>
-#include <QListView>
-#include <QScreen>
-#include <QTest>
+#include "support/TestFiles.h"
 
 #include <gtest/gtest.h>
 
@@ -23,11 +19,12 @@ TEST(StudyFolder, ListsTextFilesByNameAndChecksThemAgainWhenChanged)
     folder.MakeFolder(u"folder.txt"_s);
     StudyFolder files(folder.Path());
     files.Refresh();
-    EXPECT_EQ(files.Names(), QStringList({u"B.txt"_s, u"a.txt"_s, u"漢.TXT"_s}));
+    EXPECT_EQ(files.Names(), QStringList({u"a.txt"_s, u"B.txt"_s, u"漢.TXT"_s}));
     for (const QString &name : files.Names()) {
         EXPECT_FALSE(files.IsChecked(name));
         files.Check(name);
-        EXPECT_EQ(files.Fault(name), QString());
+        EXPECT_EQ(files.Facts(name).remarks, QString());
+        EXPECT_EQ(files.Facts(name).blanks, 1);
     }
 
     folder.WriteStudyFile(u"a.txt"_s, {u"[now wrong"_s});
@@ -36,7 +33,8 @@ TEST(StudyFolder, ListsTextFilesByNameAndChecksThemAgainWhenChanged)
     EXPECT_TRUE(files.IsChecked(u"B.txt"_s));
     EXPECT_FALSE(files.IsChecked(u"a.txt"_s));
     files.Check(u"a.txt"_s);
-    EXPECT_EQ(files.Fault(u"a.txt"_s), u"1行[ ]指定異常"_s);
+    EXPECT_EQ(files.Facts(u"a.txt"_s).remarks, u"1行[ ]指定異常"_s);
+    EXPECT_EQ(files.Facts(u"a.txt"_s).blanks, 0);
     QFile sameSize(folder.WriteStudyFile(u"a.txt"_s, {u"[is right]"_s}));
     ASSERT_TRUE(sameSize.open(QIODevice::ReadWrite));
     ASSERT_TRUE(sameSize.setFileTime(QDateTime(QDate(2024, 3, 5), QTime(9, 0)), QFileDevice::FileModificationTime));
@@ -46,10 +44,108 @@ TEST(StudyFolder, ListsTextFilesByNameAndChecksThemAgainWhenChanged)
     sameSize.remove();
     files.Refresh();
     files.Check(u"a.txt"_s);
-    EXPECT_EQ(files.Fault(u"a.txt"_s), QString()) << "gone";
+    EXPECT_EQ(files.Facts(u"a.txt"_s).remarks, QString()) << "gone";
 }
 
-TEST(FileFault, SaysWhatKeepsAFileFromBeingOpenedAndWhatItIsOpenedWithout)
+TEST(StudyFolder, ListsAsPeopleCountAndPrintableCopiesLast)
+{
+    const TestFolder folder;
+    const QStringList sorted = {u"chapter 2.txt"_s, u"Chapter 10.txt"_s,   u"第２回.txt"_s,       u"第10回.txt"_s,
+                                u"第100回.txt"_s,   u"第2回_印刷用.txt"_s, u"第10回_印刷用.txt"_s};
+    for (const QString &name : sorted)
+        folder.Write(name, "");
+    StudyFolder files(folder.Path());
+    files.Refresh();
+    EXPECT_EQ(files.Names(), sorted);
+}
+
+TEST(MatchesFilter, FindsAllWordsInAnyOrderCaseAndWidth)
+{
+    const Rows<QString, QString, bool> rows = {
+        {u"英単語 第10回.txt"_s, u"第10回 英"_s, true},
+        {u"英単語 第10回.txt"_s, u"第10回　仏"_s, false},
+        {u"Unit ３.txt"_s, u"unit3"_s, false},
+        {u"Unit ３.txt"_s, u"UNIT 3"_s, true},
+        {u"カ\u3099イド.txt"_s, u"ｶﾞｲﾄﾞ"_s, true}, // the marks of a name from a Mac are characters of their own
+        {u"a.txt"_s, u" 　"_s, true},
+    };
+    for (const auto &[name, wanted, isFound] : rows)
+        EXPECT_EQ(MatchesFilter(name, wanted), isFound) << name.toStdString() << " / " << wanted.toStdString();
+}
+
+TEST(StudyTallies, CountTheSessionsOfOneUserOverAllYears)
+{
+    RecordingServices services;
+    StudyDatabase database(services);
+    ASSERT_EQ(database.Open(u":memory:"_s), 0);
+    ASSERT_TRUE(DBCreateKotoban(database));
+    const auto add = [&](const QString &day, const QString &file, const QString &user, int answers) {
+        const QDateTime start(QDate::fromString(day, Qt::ISODate), QTime(9, 0));
+        DBInsRecKotoban(database, start, user, file);
+        if (answers >= 0)
+            DBUpdRecKotoban(database, services, start, user, answers);
+    };
+    add(u"1995-01-02"_s, u"a"_s, u"花子"_s, 1);
+    add(u"2023-03-04"_s, u"a"_s, u"花子"_s, 9);
+    add(u"2024-03-04"_s, u"b"_s, u"花子"_s, 9);
+    add(u"2024-03-05"_s, u"a"_s, u"花子"_s, 9);
+    add(u"2024-03-05"_s, u"a"_s, u"太郎"_s, 9);
+    add(u"2024-03-02"_s, u"c"_s, u"花子"_s, 0);
+    add(u"2024-03-01"_s, u"c"_s, u"花子"_s, -1);
+    const QDate today(2024, 3, 5);
+    StudyTallies tallies(database, u"花子"_s);
+    EXPECT_TRUE(tallies.ReadRecent(today));
+    EXPECT_EQ(tallies.Of(u"a"_s).times, 1) << "what was studied today is seen at once";
+    int spans = 1;
+    while (tallies.ReadNext())
+        ++spans;
+    EXPECT_LT(spans, 30) << "thousands of years without a session are no thousands of statements";
+    EXPECT_EQ(StudyFigures(5, tallies.Of(u"a"_s), today), QStringList({u"5問"_s, u"3回"_s, u"3/5"_s}));
+    EXPECT_EQ(StudyFigures(5, tallies.Of(u"b"_s), today), QStringList({u"5問"_s, u"1回"_s, u"3/4"_s}));
+    EXPECT_EQ(StudyFigures(0, tallies.Of(u"c"_s), today), QStringList({u"0問"_s, QString(), QString()}));
+    EXPECT_EQ(StudyFigures(5, tallies.Of(u"b"_s), QDate(2025, 3, 4)).last(), u"2024年"_s);
+
+    add(u"2024-03-06"_s, u"a"_s, u"花子"_s, 1);
+    EXPECT_TRUE(tallies.ReadRecent(QDate(2024, 3, 6)));
+    EXPECT_FALSE(tallies.ReadNext()) << "read once";
+    EXPECT_EQ(tallies.Of(u"a"_s).times, 4) << "neither lost nor counted twice when a day has passed";
+    EXPECT_EQ(StudyFiguresSentence(5, tallies.Of(u"a"_s)), u"5問、4回、最後は2024/03/06"_s);
+    database.Close();
+    EXPECT_FALSE(tallies.ReadRecent(QDate(2024, 3, 6)));
+}
+
+TEST(TakeFiles, TakesTextsAndPicturesAndLeavesWhatIsThereOnAFault)
+{
+    const TestFolder elsewhere;
+    const TestFolder folder;
+    const QString fresh = elsewhere.Write(u"new.TXT"_s, "new");
+    const QString known = elsewhere.Write(u"known.png"_s, "newer");
+    const QString twice = elsewhere.Write(u"sub/New.txt"_s, "not this one");
+    const QString foreign = elsewhere.Write(u"sheet.xlsx"_s, "x");
+    elsewhere.MakeFolder(u"folder.txt"_s);
+    folder.Write(u"known.png"_s, "known");
+    const QString own = folder.Write(u"own.txt"_s, "own");
+    const FilesToTake files =
+        SortFilesToTake({fresh, known, twice, foreign, elsewhere.Path(u"folder.txt"_s), own}, folder.Path(u"."_s));
+    EXPECT_EQ(files.fresh, QStringList(fresh));
+    EXPECT_EQ(files.replaced, QStringList(known));
+    EXPECT_EQ(files.foreign, QStringList({foreign, elsewhere.Path(u"folder.txt"_s)}));
+
+    folder.MakeFolder(u"new.TXT"_s); // in the place of the file
+    QStringList failures;
+    EXPECT_EQ(TakeFiles({fresh, known, elsewhere.Path(u"gone.txt"_s)}, folder.Path(), &failures), 1);
+    EXPECT_EQ(folder.Read(u"known.png"_s), "newer");
+    ASSERT_EQ(failures.size(), 2);
+    EXPECT_TRUE(failures[0].startsWith(u"new.TXT：")) << failures[0].toStdString();
+    EXPECT_TRUE(failures[1].startsWith(u"gone.txt：")) << failures[1].toStdString();
+    EXPECT_EQ(
+        TakenMessage(0, {foreign}, {}),
+        u"コピーしたファイルはありません。\r\n\r\n学習ファイル（.txt）と画像（.png .jpg .jpeg .gif .bmp）ではないため，"
+        u"コピーしません。\r\n  sheet.xlsx"_s);
+    EXPECT_TRUE(ReplaceTakenQuestion(QStringList(7, known)).contains(u"\r\n  known.png\r\n  ほかに2個\r\n"));
+}
+
+TEST(CheckStudyFile, SaysWhatKeepsAFileFromBeingOpenedAndWhatItIsOpenedWithout)
 {
     const Rows<QString, QByteArray, QString> rows = {
         {u"euc.txt"_s, "\xC6\xFC\xCB\xDC\xB8\xEC\xA4\xCE\r\n", u"文字コード＝EUC"_s},
@@ -64,12 +160,12 @@ TEST(FileFault, SaysWhatKeepsAFileFromBeingOpenedAndWhatItIsOpenedWithout)
         {u"quote behind.the title'.txt"_s, "[a]", QString()},
     };
     const TestFolder folder;
-    for (const auto &[name, bytes, fault] : rows)
-        EXPECT_EQ(FileFault(folder.Write(name, bytes)), fault) << name.toStdString();
-    EXPECT_EQ(FileFault(folder.Path(u"gone.txt"_s)), u"読み込み不可"_s);
+    for (const auto &[name, bytes, remarks] : rows)
+        EXPECT_EQ(CheckStudyFile(folder.Write(name, bytes)).remarks, remarks) << name.toStdString();
+    EXPECT_EQ(CheckStudyFile(folder.Path(u"gone.txt"_s)).remarks, u"読み込み不可"_s);
     QFile large(folder.Write(u"large.txt"_s, ""));
     ASSERT_TRUE(large.resize(MostFileBytes + 1)) << "without a block on the disk";
-    EXPECT_EQ(FileFault(large.fileName()), u"64MB超過"_s);
+    EXPECT_EQ(CheckStudyFile(large.fileName()).remarks, u"64MB超過"_s);
 }
 
 TEST(CheckSelection, TakesAPrintableCopyOnlyForStudying)
@@ -77,131 +173,4 @@ TEST(CheckSelection, TakesAPrintableCopyOnlyForStudying)
     QString message;
     EXPECT_TRUE(CheckSelection(u"a_印刷用.txt"_s, false, &message));
     EXPECT_FALSE(CheckSelection(u"a_印刷用.txt"_s, true, &message));
-}
-
-namespace {
-
-class FileWindowTest : public WindowTest
-{
-  protected:
-    FileWindowTest()
-    {
-        good = folder.WriteStudyFile(u"txt/a good.txt"_s, {u"[ok]"_s});
-        bad = folder.WriteStudyFile(u"txt/bad.txt"_s, {u"ok"_s, u"[a"_s});
-        EXPECT_EQ(database.Open(u":memory:"_s), 0);
-        EXPECT_TRUE(DBCreateKotoban(database));
-    }
-
-    void Press(Qt::Key key)
-    {
-        script.When(u"frmFile"_s,
-                    [key](QWidget *dialog) { QTest::keyClick(dialog->findChild<QListView *>(u"lstFile"_s), key); });
-    }
-
-    QString good;
-    QString bad;
-    StudyDatabase database{services};
-    frmFile window{services, database, msg, folder.Path(), u"花子"_s, nullptr};
-};
-
-} // namespace
-
-TEST_F(FileWindowTest, ChoosesAFileByKeys)
-{
-    Press(Qt::Key_Home);
-    Press(Qt::Key_Return);
-    EXPECT_EQ(window.Choose(u"notepad.exe"_s), FileChoice::Chosen);
-    EXPECT_EQ(window.ChosenPath(), QDir::toNativeSeparators(good));
-    EXPECT_TRUE(services.sounds.join(u' ').endsWith(u"start.wav"_s));
-    script.Click(u"frmFile"_s, u"cmdCancel"_s);
-    EXPECT_EQ(window.Choose(u"notepad.exe"_s), FileChoice::Cancelled);
-}
-
-TEST_F(FileWindowTest, RefusesWithoutSelectionAndOffersTheEditorForABadFile)
-{
-    script.Click(u"frmFile"_s, u"cmdSelect"_s);
-    script.Click(u"frmMsg"_s, u"cmdOK"_s);
-    Press(Qt::Key_End);
-    Press(Qt::Key_End);
-    script.Click(u"frmFile"_s, u"cmdSelect"_s);
-    script.Click(u"frmMsg"_s, u"cmdOK"_s);
-    script.Click(u"frmFile"_s, u"cmdOpenFolder"_s);
-    script.Click(u"frmFile"_s, u"cmdEnd"_s);
-    EXPECT_EQ(window.Choose(u"sakura.exe"_s), FileChoice::EndProgram);
-    ASSERT_EQ(script.messages.size(), 2);
-    EXPECT_EQ(script.messages[0], u"ファイルを一つ選択してください。"_s);
-    EXPECT_EQ(script.messages[1],
-              QString(BracketCountMessage(2, u"[a") + u"\r\nこのファイルを開きますか？"_s).replace(u"\r\n"_s, u"\n"_s));
-    EXPECT_EQ(services.commands, QStringList(u"sakura.exe -Y=2 \""_s + QDir::toNativeSeparators(bad) + u'"'));
-    EXPECT_EQ(services.opened, QStringList(QDir::toNativeSeparators(folder.Path(u"txt"_s))));
-    EXPECT_FALSE(database.SQLite3NonQuery(u"create table t (a)"_s)) << "the end button closes the database";
-}
-
-TEST_F(FileWindowTest, LeavingTheWindowGivesUpTheChecks)
-{
-    script.When(u"frmFile"_s, [this](QWidget *dialog) {
-        const auto *const list = dialog->findChild<QListView *>(u"lstFile"_s);
-        const auto *const checking = window.findChild<QTimer *>(u"tmrCheck"_s);
-        folder.WriteStudyFile(u"txt/bad.txt"_s, {u"[ab"_s});
-        dialog->findChild<QAbstractButton *>(u"cmdRefresh"_s)->click();
-        dialog->grab();
-        EXPECT_TRUE(checking->isActive()) << "a painted file is yet to be checked";
-        dialog->close();
-        EXPECT_FALSE(checking->isActive());
-        EXPECT_EQ(list->model()->index(1, 0).data(Qt::ToolTipRole).toString(), u"bad.txt"_s);
-    });
-    window.Choose(QString());
-}
-
-TEST_F(FileWindowTest, EveryControlHasItsName)
-{
-    for (const QWidget *widget : window.findChildren<QWidget *>()) {
-        const bool isControl = qobject_cast<const QLabel *>(widget) || widget->focusPolicy() != Qt::NoFocus;
-        EXPECT_FALSE(isControl && widget->objectName().isEmpty()) << widget->metaObject()->className();
-    }
-}
-
-TEST_F(FileWindowTest, AtEveryFontSizeEachControlCanBeReachedByTab)
-{
-    const QFont usual = QApplication::font();
-    for (const int points : {9, 20, 40}) {
-        QFont font = usual;
-        font.setPointSize(points);
-        QApplication::setFont(font);
-        frmFile file{services, database, msg, folder.Path(), u"花子"_s, nullptr};
-        const QSize screen = file.screen()->availableSize();
-        EXPECT_EQ(file.size().boundedTo(screen), file.size()) << points;
-        script.When(u"frmFile"_s, [&file, points](QWidget *dialog) {
-            auto *const date = dialog->findChild<QLineEdit *>(u"txtYmd"_s);
-            date->end(false);
-            EXPECT_EQ(date->cursorPositionAt(QPoint(0, 0)), 0) << "the date is seen whole, points " << points;
-            QStringList seen;
-            for (int tabs = 0; tabs < 13; ++tabs) {
-                const QWidget *const control = dialog->focusWidget();
-                seen += control->objectName();
-                EXPECT_FALSE(control->visibleRegion().isEmpty()) << control->objectName().toStdString();
-                QTest::keyClick(dialog->focusWidget(), Qt::Key_Tab);
-            }
-            EXPECT_EQ(seen.removeDuplicates(), 0);
-            file.close();
-        });
-        file.Choose(QString());
-    }
-    QApplication::setFont(usual);
-}
-
-TEST_F(FileWindowTest, LongNameLeavesTheRemarkInSight)
-{
-    const QString name = QString(120, u'n') + u".txt"_s;
-    folder.WriteStudyFile(u"txt/"_s + name, {u"no blank"_s});
-    script.When(u"frmFile"_s, [&name](QWidget *dialog) {
-        const auto *const list = dialog->findChild<QListView *>(u"lstFile"_s);
-        const QModelIndex row = list->model()->index(2, 0);
-        EXPECT_TRUE(QTest::qWaitFor([row] { return !row.data(Qt::UserRole).toString().isEmpty(); }));
-        EXPECT_LE(list->visualRect(row).right(), list->viewport()->width());
-        EXPECT_EQ(row.data(Qt::ToolTipRole).toString(), name + u"\n空欄なし"_s);
-        EXPECT_EQ(row.data(Qt::AccessibleTextRole).toString(), name + u"、空欄なし"_s);
-        dialog->close();
-    });
-    window.Choose(QString());
 }

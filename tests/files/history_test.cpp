@@ -264,7 +264,7 @@ TEST_F(HistoryWindowTest, ConvertsTheSelectedFileAndRefusesACopy)
     const auto select = [](QWidget *dialog, int row) {
         auto *const list = dialog->findChild<QListView *>(u"lstFile"_s);
         list->setCurrentIndex(list->model()->index(row, 0));
-        dialog->findChild<QAbstractButton *>(u"cmdConvFile"_s)->click();
+        DialogScript::Press(dialog, u"cmdConvFile"_s);
     };
     script.When(u"frmFile"_s, [select](QWidget *dialog) { select(dialog, 0); });
     script.When(u"frmFile"_s, [select](QWidget *dialog) { select(dialog, 1); });

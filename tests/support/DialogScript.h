@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QAbstractButton>
+#include <QAction>
 #include <QApplication>
 #include <QLabel>
 #include <QTimer>
@@ -28,7 +29,16 @@ class DialogScript : public QObject
     /// When the named window is open and its button takes a click, clicks it.
     void Click(const QString &window, const QString &button)
     {
-        When(window, [button](QWidget *dialog) { dialog->findChild<QAbstractButton *>(button)->click(); });
+        When(window, [button](QWidget *dialog) { Press(dialog, button); });
+    }
+
+    /// Clicks a button or chooses an entry of a menu.
+    static void Press(QWidget *dialog, const QString &name)
+    {
+        if (auto *const button = dialog->findChild<QAbstractButton *>(name))
+            button->click();
+        else
+            dialog->findChild<QAction *>(name)->trigger();
     }
 
     bool IsDone() const

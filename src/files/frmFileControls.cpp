@@ -1,0 +1,201 @@
+// How the file selection window comes to be: its controls, and the order in which the Tab key goes through them.
+#include "base/modFile.h"
+#include "files/HistoryPanel.h"
+#include "files/StudyFileModel.h"
+#include "files/frmFile.h"
+#include "widgets/ElidedLabel.h"
+#include "widgets/NamedControls.h"
+#include "widgets/ScreenFit.h"
+
+#include <QAction>
+#include <QFileSystemWatcher>
+#include <QGridLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListView>
+#include <QMenu>
+#include <QPushButton>
+#include <QTimer>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+constexpr int WidestChars = 30; // a long path must not push the buttons off the screen
+
+} // namespace
+
+frmFile::frmFile(SystemServices &services, StudyDatabase &database, frmMsg &msg, const QString &applicationFolder,
+                 const QString &userName, QWidget *owner)
+    : QDialog(owner), m_services(services), m_database(database), m_msg(msg),
+      m_folder(JoinPath(applicationFolder, u"txt"_s)), m_tallies(database, userName),
+      m_files(new StudyFileModel(m_folder, m_tallies, this)), m_watcher(new QFileSystemWatcher(this)),
+      m_refreshing(new QTimer(this)), m_tallying(new QTimer(this)), lstFile(new QListView(this)),
+      txtFilter(new QLineEdit(this)), lblFolder(new ElidedLabel(u"lblFolder"_s, WidestChars, this)),
+      lblUserName(new ElidedLabel(u"lblUserName"_s, WidestChars, this)),
+      m_history(new HistoryPanel(services, database, msg, JoinPath(applicationFolder, u"rec"_s), userName, this))
+{
+    setObjectName(u"frmFile"_s);
+    setAcceptDrops(true);
+    auto *const content = new QWidget(this);
+    content->setObjectName(u"content"_s);
+    auto *const halves = new QBoxLayout(QBoxLayout::LeftToRight, content);
+    halves->addLayout(FileControls(userName), 1);
+    halves->addSpacing(fontMetrics().averageCharWidth());
+    halves->addWidget(m_history, 1);
+    SetTabOrder();
+    if (content->minimumSizeHint().width() > AvailableSize(this).width())
+        halves->setDirection(QBoxLayout::TopToBottom);
+    FitToScreen(this, content, QSize(fontMetrics().averageCharWidth() * 120, fontMetrics().lineSpacing() * 29));
+    Form_Load();
+}
+
+frmFile::~frmFile() = default;
+
+void frmFile::SetUpList()
+{
+    lstFile->setObjectName(u"lstFile"_s);
+    lstFile->setAccessibleName(u"学習ファイル"_s);
+    lstFile->setModel(m_files);
+    lstFile->setItemDelegate(new StudyFileDelegate(lstFile));
+    lstFile->setUniformItemSizes(true); // measuring every row would check every file
+    lstFile->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    lstFile->setSpacing(1);
+    lstFile->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff); // a row fits its name and remarks into the width
+    lstFile->setMinimumSize(fontMetrics().averageCharWidth() * 30, fontMetrics().lineSpacing() * 8);
+    connect(lstFile, &QListView::doubleClicked, this, &frmFile::cmdSelect_Click);
+    connect(lstFile->selectionModel(), &QItemSelectionModel::selectionChanged, this, &frmFile::EnableCommands);
+    connect(m_files, &StudyFileModel::dataChanged, this, &frmFile::EnableCommands);
+
+    // Several files that change at once, as when an archive is unpacked, are listed together.
+    m_refreshing->setObjectName(u"tmrRefresh"_s);
+    m_refreshing->setSingleShot(true);
+    m_refreshing->setInterval(200);
+    connect(m_watcher, &QFileSystemWatcher::directoryChanged, m_refreshing, qOverload<>(&QTimer::start));
+    connect(m_refreshing, &QTimer::timeout, this, &frmFile::RefreshWhenShown);
+    m_tallying->setObjectName(u"tmrTally"_s);
+    connect(m_tallying, &QTimer::timeout, this, &frmFile::ReadTallies);
+}
+
+QLayout *frmFile::FileControls(const QString &userName)
+{
+    SetUpList();
+    lblFolder->SetText(m_folder.Path());
+    lblUserName->SetText(userName);
+
+    auto *const grid = new QGridLayout;
+    grid->addWidget(NamedLabel(u"lblFolderCaption"_s, u"フォルダ："_s, this), 0, 0);
+    grid->addWidget(lblFolder, 0, 1);
+    grid->addWidget(NamedLabel(u"lblUserNameCaption"_s, u"利用者："_s, this), 1, 0);
+    grid->addWidget(lblUserName, 1, 1);
+    grid->addLayout(FilterRow(), 2, 0, 1, 2);
+    grid->addWidget(lstFile, 3, 0, 1, 2);
+    grid->addLayout(FileButtons(), 3, 2);
+    grid->addWidget(lblNote, 4, 0, 1, 3);
+    grid->addLayout(LeavingButtons(), 5, 0, 1, 3);
+    grid->setColumnStretch(1, 1);
+    grid->setRowStretch(3, 1);
+    return grid;
+}
+
+QLayout *frmFile::FilterRow()
+{
+    txtFilter->setObjectName(u"txtFilter"_s);
+    txtFilter->setClearButtonEnabled(true);
+    txtFilter->setToolTip(u"名前にこの言葉のあるファイルだけを表示します (Alt+N)"_s);
+    txtFilter->installEventFilter(this);
+    connect(txtFilter, &QLineEdit::textChanged, this, &frmFile::txtFilter_Change);
+    lblFilter = NamedLabel(u"lblFilter"_s, u"絞り込み(&N)："_s, this);
+    lblFilter->setBuddy(txtFilter);
+    lblNote = NamedLabel(u"lblNote"_s, QString(), this);
+    lblNote->setWordWrap(true);
+
+    auto *const row = new QHBoxLayout;
+    row->addWidget(lblFilter);
+    row->addWidget(txtFilter, 1);
+    return row;
+}
+
+QLayout *frmFile::FileButtons()
+{
+    QPushButton *const cmdSelect = AddButton(u"cmdSelect"_s, u"このファイルで学習(&S)"_s,
+                                             u"選択したファイルで学習します (Enter)"_s, &frmFile::cmdSelect_Click);
+    QPushButton *const cmdEdit =
+        AddButton(u"cmdEdit"_s, u"編集(&E)"_s, u"選択したファイルをテキストエディタで開きます (Alt+E)"_s,
+                  &frmFile::cmdEdit_Click);
+    cmdConvCode = AddButton(u"cmdConvCode"_s, u"Shift_JISに変換(&C)"_s,
+                            u"文字コードを変えて，開けるファイルにします (Alt+C)"_s, &frmFile::cmdConvCode_Click);
+    cmdSelect->setDefault(true);
+
+    auto *const buttons = new QVBoxLayout;
+    for (QPushButton *const button : {cmdSelect, cmdEdit, cmdConvCode, OthersButton()})
+        buttons->addWidget(button);
+    buttons->addStretch();
+    return buttons;
+}
+
+/// A button with a menu of what is rarely needed.
+QPushButton *frmFile::OthersButton()
+{
+    auto *const menu = new QMenu(this);
+    menu->setObjectName(u"mnuOthers"_s);
+    menu->setToolTipsVisible(true);
+    menu->addAction(AddAction(u"cmdConvFile"_s, u"印刷用の写しを作る(&P)"_s,
+                              u"正解を空欄にした印刷用のファイルを作ります"_s, Qt::ALT | Qt::Key_P,
+                              &frmFile::cmdConvFile_Click));
+    menu->addSeparator();
+    menu->addAction(AddAction(u"cmdRefresh"_s, u"一覧を更新(&R)"_s, u"フォルダの中をもう一度調べます"_s,
+                              Qt::ALT | Qt::Key_R, &frmFile::cmdRefresh_Click));
+    menu->addAction(AddAction(u"cmdOpenFolder"_s, u"フォルダを開く(&O)"_s, u"学習ファイルのフォルダを開きます"_s,
+                              Qt::ALT | Qt::Key_O, &frmFile::cmdOpenFolder_Click));
+
+    QPushButton *const cmdOthers =
+        NamedButton(u"cmdOthers"_s, u"その他(&M)"_s, u"ほかの操作を表示します (Alt+M)"_s, this);
+    cmdOthers->setMenu(menu);
+    return cmdOthers;
+}
+
+QLayout *frmFile::LeavingButtons()
+{
+    auto *const buttons = new QHBoxLayout;
+    buttons->addStretch();
+    buttons->addWidget(
+        AddButton(u"cmdCancel"_s, u"キャンセル"_s, u"選ばずに学習画面に戻ります (Esc)"_s, &frmFile::cmdCancel_Click));
+    buttons->addWidget(AddButton(u"cmdEnd"_s, u"終了(&X)"_s, u"瞬記帳を終了します (Alt+X)"_s, &frmFile::cmdEnd_Click));
+    return buttons;
+}
+
+/// By keys one goes through the window as one reads it: the files and what can be done with them, then the history.
+void frmFile::SetTabOrder()
+{
+    QWidget *last = txtFilter;
+    for (const QString &name :
+         {u"lstFile"_s, u"cmdSelect"_s, u"cmdEdit"_s, u"cmdConvCode"_s, u"cmdOthers"_s, u"cmdCancel"_s, u"cmdEnd"_s}) {
+        auto *const next = findChild<QWidget *>(name);
+        setTabOrder(last, next);
+        last = next;
+    }
+    m_history->SetTabOrderAfter(last);
+}
+
+QPushButton *frmFile::AddButton(const QString &name, const QString &caption, const QString &toolTip,
+                                void (frmFile::*handler)())
+{
+    QPushButton *const button = NamedButton(name, caption, toolTip, this);
+    connect(button, &QPushButton::clicked, this, handler);
+    return button;
+}
+
+/// An entry of the menu whose key works without the menu too.
+QAction *frmFile::AddAction(const QString &name, const QString &caption, const QString &toolTip,
+                            const QKeySequence &keys, void (frmFile::*handler)())
+{
+    auto *const action = new QAction(caption, this);
+    action->setObjectName(name);
+    action->setToolTip(toolTip);
+    action->setShortcut(keys);
+    action->setAutoRepeat(false);
+    connect(action, &QAction::triggered, this, handler);
+    addAction(action);
+    return action;
+}

@@ -1,0 +1,246 @@
+// The file selection window.
+#include "files/frmFile.h"
+#include "store/modDB_SQLite.h"
+#include "support/WindowTest.h"
+#include "text/modCheckText.h"
+
+#include <QAction>
+#include <QDropEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListView>
+#include <QMenu>
+#include <QMimeData>
+#include <QPushButton>
+#include <QScreen>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+class FileWindowTest : public WindowTest
+{
+  protected:
+    FileWindowTest()
+    {
+        good = folder.WriteStudyFile(u"txt/a good.txt"_s, {u"[ok]"_s});
+        bad = folder.WriteStudyFile(u"txt/bad.txt"_s, {u"ok"_s, u"[a"_s});
+        EXPECT_EQ(database.Open(u":memory:"_s), 0);
+        EXPECT_TRUE(DBCreateKotoban(database));
+    }
+
+    void Press(Qt::Key key)
+    {
+        script.When(u"frmFile"_s,
+                    [key](QWidget *dialog) { QTest::keyClick(dialog->findChild<QListView *>(u"lstFile"_s), key); });
+    }
+
+    QString good;
+    QString bad;
+    StudyDatabase database{services};
+    frmFile window{services, database, msg, folder.Path(), u"花子"_s, nullptr};
+};
+
+} // namespace
+
+TEST_F(FileWindowTest, ChoosesAFileByKeys)
+{
+    Press(Qt::Key_Home);
+    Press(Qt::Key_Return);
+    EXPECT_EQ(window.Choose(u"notepad.exe"_s), FileChoice::Chosen);
+    EXPECT_EQ(window.ChosenPath(), QDir::toNativeSeparators(good));
+    EXPECT_TRUE(services.sounds.join(u' ').endsWith(u"start.wav"_s));
+    script.Click(u"frmFile"_s, u"cmdCancel"_s);
+    EXPECT_EQ(window.Choose(u"notepad.exe"_s), FileChoice::Cancelled);
+}
+
+TEST_F(FileWindowTest, RefusesWithoutSelectionAndOffersTheEditorForABadFile)
+{
+    script.Click(u"frmFile"_s, u"cmdSelect"_s);
+    script.Click(u"frmMsg"_s, u"cmdOK"_s);
+    Press(Qt::Key_End);
+    Press(Qt::Key_End);
+    script.Click(u"frmFile"_s, u"cmdSelect"_s);
+    script.Click(u"frmMsg"_s, u"cmdOK"_s);
+    script.Click(u"frmFile"_s, u"cmdOpenFolder"_s);
+    script.Click(u"frmFile"_s, u"cmdEnd"_s);
+    EXPECT_EQ(window.Choose(u"sakura.exe"_s), FileChoice::EndProgram);
+    ASSERT_EQ(script.messages.size(), 2);
+    EXPECT_EQ(script.messages[0], u"ファイルを一つ選択してください。"_s);
+    EXPECT_EQ(script.messages[1],
+              QString(BracketCountMessage(2, u"[a") + u"\r\nこのファイルを開きますか？"_s).replace(u"\r\n"_s, u"\n"_s));
+    EXPECT_EQ(services.commands, QStringList(u"sakura.exe -Y=2 \""_s + QDir::toNativeSeparators(bad) + u'"'));
+    EXPECT_EQ(services.opened, QStringList(QDir::toNativeSeparators(folder.Path(u"txt"_s))));
+    EXPECT_FALSE(database.SQLite3NonQuery(u"create table t (a)"_s)) << "the end button closes the database";
+}
+
+TEST_F(FileWindowTest, LeavingTheWindowGivesUpTheChecks)
+{
+    script.When(u"frmFile"_s, [this](QWidget *dialog) {
+        const auto *const list = dialog->findChild<QListView *>(u"lstFile"_s);
+        const auto *const checking = window.findChild<QTimer *>(u"tmrCheck"_s);
+        folder.WriteStudyFile(u"txt/bad.txt"_s, {u"[ab"_s});
+        DialogScript::Press(dialog, u"cmdRefresh"_s);
+        dialog->grab();
+        EXPECT_TRUE(checking->isActive()) << "a painted file is yet to be checked";
+        dialog->close();
+        EXPECT_FALSE(checking->isActive());
+        EXPECT_EQ(list->model()->index(1, 0).data(Qt::ToolTipRole).toString(), u"bad.txt"_s);
+    });
+    window.Choose(QString());
+}
+
+TEST_F(FileWindowTest, EveryControlHasItsName)
+{
+    for (const QWidget *widget : window.findChildren<QWidget *>()) {
+        const bool isControl = qobject_cast<const QLabel *>(widget) || widget->focusPolicy() != Qt::NoFocus;
+        EXPECT_FALSE(isControl && widget->objectName().isEmpty()) << widget->metaObject()->className();
+    }
+}
+
+TEST_F(FileWindowTest, AtEveryFontSizeEachControlCanBeReachedByTab)
+{
+    const QFont usual = QApplication::font();
+    for (const int points : {9, 20, 40}) {
+        QFont font = usual;
+        font.setPointSize(points);
+        QApplication::setFont(font);
+        frmFile file{services, database, msg, folder.Path(), u"花子"_s, nullptr};
+        const QSize screen = file.screen()->availableSize();
+        EXPECT_EQ(file.size().boundedTo(screen), file.size()) << points;
+        script.When(u"frmFile"_s, [&file, points](QWidget *dialog) {
+            auto *const date = dialog->findChild<QLineEdit *>(u"txtYmd"_s);
+            date->end(false);
+            EXPECT_EQ(date->cursorPositionAt(QPoint(0, 0)), 0) << "the date is seen whole, points " << points;
+            QStringList seen;
+            for (int tabs = 0; tabs < 11; ++tabs) {
+                const QWidget *const control = dialog->focusWidget();
+                seen += control->objectName();
+                EXPECT_FALSE(control->visibleRegion().isEmpty()) << control->objectName().toStdString();
+                QTest::keyClick(dialog->focusWidget(), Qt::Key_Tab);
+            }
+            EXPECT_EQ(seen.removeDuplicates(), 0);
+            file.close();
+        });
+        file.Choose(QString());
+    }
+    QApplication::setFont(usual);
+}
+
+TEST_F(FileWindowTest, LongNameLeavesTheRemarkInSight)
+{
+    const QString name = QString(120, u'n') + u".txt"_s;
+    folder.WriteStudyFile(u"txt/"_s + name, {u"no blank"_s});
+    script.When(u"frmFile"_s, [&name](QWidget *dialog) {
+        auto *const list = dialog->findChild<QListView *>(u"lstFile"_s);
+        const QModelIndex row = list->model()->index(2, 0);
+        list->grab();
+        EXPECT_TRUE(QTest::qWaitFor([row] { return !row.data(Qt::UserRole).toString().isEmpty(); }));
+        EXPECT_LE(list->visualRect(row).right(), list->viewport()->width());
+        EXPECT_EQ(row.data(Qt::ToolTipRole).toString(), name + u"\n空欄なし"_s);
+        EXPECT_EQ(row.data(Qt::AccessibleTextRole).toString(), name + u"、空欄なし"_s);
+        dialog->close();
+    });
+    window.Choose(QString());
+}
+
+TEST_F(FileWindowTest, ShowsTheFiguresOfAFileOrWhatIsWrongWithIt)
+{
+    DBInsRecKotoban(database, services.now, u"花子"_s, u"a good"_s);
+    DBUpdRecKotoban(database, services, services.now, u"花子"_s, 3);
+    script.When(u"frmFile"_s, [](QWidget *dialog) {
+        const auto *const list = dialog->findChild<QListView *>(u"lstFile"_s);
+        const auto *const model = list->model();
+        const auto described = [model](int row) {
+            return model->index(row, 0).data(Qt::AccessibleTextRole).toString();
+        };
+        EXPECT_TRUE(QTest::qWaitFor([&] { return described(0).contains(u'回') && described(1).contains(u'異'); }));
+        EXPECT_EQ(described(0), u"a good.txt、1問、1回、最後は2024/03/05"_s);
+        EXPECT_EQ(described(1), u"bad.txt、2行[ ]指定異常"_s);
+        dialog->close();
+    });
+    window.Choose(QString());
+}
+
+TEST_F(FileWindowTest, NewFileAppearsByItselfAndTheSelectionStays)
+{
+    script.When(u"frmFile"_s, [this](QWidget *dialog) {
+        auto *const list = dialog->findChild<QListView *>(u"lstFile"_s);
+        list->setCurrentIndex(list->model()->index(1, 0));
+        folder.WriteStudyFile(u"txt/a first.txt"_s, {u"[a]"_s});
+        EXPECT_TRUE(QTest::qWaitFor([list] { return list->model()->rowCount() == 3; }));
+        EXPECT_EQ(list->currentIndex().data().toString(), u"bad.txt"_s);
+        dialog->close();
+    });
+    window.Choose(QString());
+}
+
+TEST_F(FileWindowTest, ManyFilesCanBeFiltered)
+{
+    for (int number = 1; number <= 28; ++number)
+        folder.WriteStudyFile(u"txt/第%1回.txt"_s.arg(number), {u"[a]"_s});
+    script.When(u"frmFile"_s, [](QWidget *dialog) {
+        auto *const list = dialog->findChild<QListView *>(u"lstFile"_s);
+        auto *const filter = dialog->findChild<QLineEdit *>(u"txtFilter"_s);
+        ASSERT_TRUE(filter->isVisible());
+        filter->setFocus();
+        QTest::keyClicks(filter, u"2"_s);
+        EXPECT_EQ(list->model()->rowCount(), 11) << "2, 12, 20 to 28";
+        QTest::keyClick(filter, Qt::Key_Down);
+        EXPECT_EQ(list->currentIndex().data().toString(), u"第12回.txt"_s);
+        QTest::keyClicks(filter, u"7"_s);
+        QTest::keyClick(filter, Qt::Key_Return);
+    });
+    EXPECT_EQ(window.Choose(QString()), FileChoice::Chosen);
+    EXPECT_TRUE(window.ChosenPath().endsWith(u"第27回.txt"_s));
+    QFile::remove(folder.Path(u"txt/第1回.txt"_s));
+    script.When(u"frmFile"_s, [](QWidget *dialog) {
+        EXPECT_FALSE(dialog->findChild<QLineEdit *>(u"txtFilter"_s)->isVisible());
+        EXPECT_EQ(dialog->findChild<QListView *>(u"lstFile"_s)->model()->rowCount(), 29);
+        dialog->close();
+    });
+    window.Choose(QString());
+}
+
+TEST_F(FileWindowTest, DroppedFilesAreCopiedAndNothingIsReplacedUnasked)
+{
+    const QString fresh = folder.WriteStudyFile(u"elsewhere/new.txt"_s, {u"[a]"_s});
+    const QString known = folder.WriteStudyFile(u"elsewhere/bad.txt"_s, {u"[good now]"_s});
+    script.When(u"frmFile"_s, [&](QWidget *dialog) {
+        QMimeData files;
+        files.setUrls({QUrl::fromLocalFile(fresh), QUrl::fromLocalFile(known)});
+        QDragEnterEvent enter(QPoint(5, 5), Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(dialog, &enter);
+        QDropEvent drop(QPointF(5, 5), Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(dialog, &drop);
+        EXPECT_TRUE(drop.isAccepted());
+    });
+    script.Click(u"frmMsg"_s, u"cmdCancel"_s);
+    script.Click(u"frmMsg"_s, u"cmdOK"_s);
+    script.When(u"frmFile"_s, [](QWidget *dialog) {
+        EXPECT_EQ(dialog->findChild<QListView *>(u"lstFile"_s)->currentIndex().data().toString(), u"new.txt"_s);
+        dialog->close();
+    });
+    window.Choose(QString());
+    EXPECT_EQ(folder.Read(u"txt/new.txt"_s), "[a]\r\n");
+    EXPECT_EQ(folder.Read(u"txt/bad.txt"_s), "ok\r\n[a\r\n");
+    EXPECT_TRUE(script.messages.last().startsWith(u"1個のファイルを"));
+}
+
+TEST_F(FileWindowTest, KeysReachTheRareCommands)
+{
+    script.When(u"frmFile"_s, [](QWidget *dialog) {
+        auto *const menu = dialog->findChild<QMenu *>(u"mnuOthers"_s);
+        for (const QAction *const action : menu->actions())
+            EXPECT_TRUE(action->isSeparator() || action->text().contains(u'&')) << action->text().toStdString();
+        QTest::keyClick(dialog, Qt::Key_O, Qt::AltModifier);
+        QTimer::singleShot(0, menu, [menu] { QTest::keyClick(menu, Qt::Key_O); });
+        dialog->findChild<QPushButton *>(u"cmdOthers"_s)->showMenu();
+        dialog->close();
+    });
+    window.Choose(QString());
+    EXPECT_EQ(services.opened.size(), 2) << "by its own key, and through the menu";
+}
