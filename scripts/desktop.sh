@@ -102,10 +102,12 @@ wait_for_end() {
     program=
 }
 
-# row_of FOLDER NAME: the place of a study file in the program's list, 1 the first.
+# row_of FOLDER NAME: the place of a study file in the program's list, 1 the first. Kanji are sorted as JIS numbers them.
 row_of() {
     local names
-    names=$(shopt -s nocaseglob && cd "$1/txt" && printf '%s\n' *.txt | LC_ALL=C sort)
+    names=$(shopt -s nocaseglob && cd "$1/txt" && printf '%s\n' *.txt | iconv -f UTF-8 -t CP932 | LC_ALL=C sort -f |
+        iconv -f CP932 -t UTF-8)
+    names=$(grep -v '_印刷用\.txt$' <<<"$names"; grep '_印刷用\.txt$' <<<"$names" || true)
     grep -nxF -e "$2" <<<"$names" | cut -d: -f1
 }
 

@@ -88,7 +88,7 @@ QVariant StudyFileModel::data(const QModelIndex &index, int role) const
         RequestCheck(name);
         if (!m_folder.IsChecked(name) || !m_folder.Facts(name).remarks.isEmpty())
             return QStringList();
-        return StudyFigures(m_folder.Facts(name).blanks, TallyOf(name), m_today);
+        return StudyFigures(m_folder.Facts(name).blanks, TallyOf(name), m_today).first(m_tallies.IsEmpty() ? 1 : 3);
     case PrintableCopyRole:
         return IsPrintableCopy(name);
     default:
@@ -144,7 +144,7 @@ class RightPart
             return;
         }
         const QStringList figures = index.data(StudyFileModel::FiguresRole).toStringList();
-        const QString usual[] = {u"888問"_s, u"88回"_s, u"88/88"_s};
+        const QString usual[] = {u"888問"_s, u"88回"_s, u"8888年"_s};
         for (qsizetype field = figures.size() - 1; field >= 0; --field)
             AddField(figures[field], metrics, available, metrics.horizontalAdvance(usual[field]));
     }

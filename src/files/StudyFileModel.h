@@ -17,8 +17,8 @@ class StudyFileModel : public QAbstractListModel
     enum Role
     {
         RemarksRole = Qt::UserRole, ///< what is remarked on the file, or an empty text
-        FiguresRole,                ///< StudyFigures as a QStringList; empty for a file with remarks
-        PrintableCopyRole,          ///< whether the file is a printable copy
+        FiguresRole, ///< StudyFigures as a QStringList, only the first where nothing was studied; empty with remarks
+        PrintableCopyRole, ///< whether the file is a printable copy
     };
 
     StudyFileModel(StudyFolder &folder, const StudyTallies &tallies, QObject *parent);

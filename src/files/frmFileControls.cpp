@@ -46,7 +46,7 @@ frmFile::frmFile(SystemServices &services, StudyDatabase &database, frmMsg &msg,
     SetTabOrder();
     if (content->minimumSizeHint().width() > AvailableSize(this).width())
         halves->setDirection(QBoxLayout::TopToBottom);
-    FitToScreen(this, content, QSize(fontMetrics().averageCharWidth() * 120, fontMetrics().lineSpacing() * 29));
+    FitToScreen(this, content, QSize(fontMetrics().averageCharWidth() * 145, fontMetrics().lineSpacing() * 29));
     Form_Load();
 }
 

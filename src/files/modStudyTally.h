@@ -31,6 +31,12 @@ class StudyTallies
     /// Of the study file of a title, as far as it was read.
     StudyTally Of(const QString &title) const;
 
+    /// Whether nothing was studied, as far as it was read.
+    bool IsEmpty() const
+    {
+        return m_recent.isEmpty() && m_before.isEmpty();
+    }
+
   private:
     using ByTitle = QHash<QString, StudyTally>;
 
