@@ -32,9 +32,8 @@ QString NameAndNumber(char32_t character)
 /// "3行目 5文字目：é（U+00E9）"
 QString NameWithPlace(const CharacterAt &at)
 {
-    const bool isUnreadable = at.character == QChar::ReplacementCharacter;
     return QString::number(at.line) + u"行目 "_s + QString::number(at.column) + u"文字目："_s +
-           (isUnreadable ? u"文字として読めないバイト"_s : NameAndNumber(at.character));
+           NameOfUnwritable(at.character);
 }
 
 QString NameOfTwin(char16_t twin)
@@ -123,6 +122,27 @@ bool ReplaceConverted(const QString &path, const QByteArray &before, const QByte
     return true;
 }
 
+QString NameOfUnwritable(char32_t character)
+{
+    return character == QChar::ReplacementCharacter ? u"文字として読めないバイト"_s : NameAndNumber(character);
+}
+
+QString ReplacedRemarks(const ConvertedText &converted)
+{
+    QString remarks;
+    if (!converted.replaced.isEmpty())
+        remarks += u"\r\n\r\nShift_JISにない文字を，同じ意味の文字に置き換えました。"_s;
+    for (const ReplacedCharacter &replaced :
+         converted.replaced.first(qMin(converted.replaced.size(), MostReplacedShown)))
+        remarks += u"\r\n  "_s + NameAndNumber(replaced.from) + u" → "_s + NameOfTwin(replaced.to) + u"　"_s +
+                   QString::number(replaced.count) + u"個"_s;
+    if (const qsizetype more = converted.replaced.size() - MostReplacedShown; more > 0)
+        remarks += u"\r\n  ほかに"_s + QString::number(more) + u"種類"_s;
+    if (converted.accentCount > 0)
+        remarks += u"\r\n\r\nアクセント記号を"_s + QString::number(converted.accentCount) + u"個除きました。"_s;
+    return remarks;
+}
+
 QString NoTextFileMessage(const QString &title)
 {
     return u"次のファイルはテキストファイルではないため，変換できません。"_s + Unchanged + FileNameLine(title);
@@ -186,17 +206,7 @@ QString ConvertedMessage(const QString &path, const QString &backupPath, const Q
                          const ConvertedText &converted, int unbreakableLine)
 {
     QString message = codeName + u"からShift_JISに変換しました。"_s + FileNameLine(QFileInfo(path).fileName()) +
-                      u"\r\n    元のファイル＝"_s + QFileInfo(backupPath).fileName();
-    if (!converted.replaced.isEmpty())
-        message += u"\r\n\r\nShift_JISにない文字を，同じ意味の文字に置き換えました。"_s;
-    for (const ReplacedCharacter &replaced :
-         converted.replaced.first(qMin(converted.replaced.size(), MostReplacedShown)))
-        message += u"\r\n  "_s + NameAndNumber(replaced.from) + u" → "_s + NameOfTwin(replaced.to) + u"　"_s +
-                   QString::number(replaced.count) + u"個"_s;
-    if (const qsizetype more = converted.replaced.size() - MostReplacedShown; more > 0)
-        message += u"\r\n  ほかに"_s + QString::number(more) + u"種類"_s;
-    if (converted.accentCount > 0)
-        message += u"\r\n\r\nアクセント記号を"_s + QString::number(converted.accentCount) + u"個除きました。"_s;
+                      u"\r\n    元のファイル＝"_s + QFileInfo(backupPath).fileName() + ReplacedRemarks(converted);
     if (unbreakableLine > 0)
         message += u"\r\n\r\n"_s + QString::number(unbreakableLine) + u"行目は"_s + QString::number(MaxLineBytes) +
                    u"バイトを超え，改行できる所がありません。編集して改行を加えてください。"_s;

@@ -30,6 +30,12 @@ bool EncodeConverted(const QString &text, QByteArray *bytes, QString *message);
 bool ReplaceConverted(const QString &path, const QByteArray &before, const QByteArray &converted, QString *backupPath,
                       QString *message);
 
+/// What a message calls a character that is not written: "é（U+00E9）", as the fonts here may lack it.
+QString NameOfUnwritable(char32_t character);
+
+/// The end of a message that tells which characters were replaced and how many accents went; empty when none were.
+QString ReplacedRemarks(const ConvertedText &converted);
+
 /// The texts for the user, whole, their lines separated by CR LF.
 /// @param title  of the file, as GetFileTitle gives it
 QString NoTextFileMessage(const QString &title);
