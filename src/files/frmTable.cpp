@@ -1,0 +1,349 @@
+#include "files/frmTable.h"
+
+#include "base/modFile.h"
+#include "base/modLog.h"
+#include "platform/modReplaceFile.h"
+#include "settings/frmMsg.h"
+#include "widgets/ElidedLabel.h"
+#include "widgets/NamedControls.h"
+#include "widgets/PageFont.h"
+#include "widgets/ScreenFit.h"
+
+#include <QCheckBox>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QGridLayout>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QScrollArea>
+
+#include <utility>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+constexpr int PreviewRows = 20;
+constexpr qsizetype CellCharacters = 24; // of a cell that are shown
+constexpr int LongestBetween = 20;
+constexpr int WidestChars = 60;
+
+/// A cell as far as it fits into the view, on one line.
+QString ShownCell(QStringView cell)
+{
+    const QString text = cell.first(qMin(cell.size(), CellCharacters + 1)).toString().simplified();
+    return cell.size() > CellCharacters ? text.left(CellCharacters) + u'…' : text;
+}
+
+QLabel *LabelOf(QWidget *buddy, const QString &name, const QString &caption)
+{
+    QLabel *const label = NamedLabel(name, caption, buddy->parentWidget());
+    label->setBuddy(buddy);
+    return label;
+}
+
+} // namespace
+
+frmTable::frmTable(frmMsg &msg, const QString &studyFolder, QWidget *owner)
+    : QDialog(owner), m_msg(msg), m_studyFolder(studyFolder),
+      lblTable(new ElidedLabel(u"lblTable"_s, WidestChars, this)), fraTable(new QScrollArea(this)),
+      chkHeader(new QCheckBox(u"1行目は見出し（学習ファイルに入れない）(&H)"_s, this)),
+      txtSeparator(new QLineEdit(this)), txtName(new QLineEdit(this)), txtPreview(new QPlainTextEdit(this)),
+      lblHint(NamedLabel(u"lblHint"_s, QString(), this))
+{
+    setObjectName(u"frmTable"_s);
+    Form_Load();
+}
+
+QString frmTable::AskForTable(QWidget *owner)
+{
+    return QFileDialog::getOpenFileName(owner, u"表の選択"_s, QString(),
+                                        u"表 (*.csv *.tsv *.tab *.txt);;すべてのファイル (*)"_s);
+}
+
+QString frmTable::Make(const QString &tablePath)
+{
+    m_madeName.clear();
+    QString message;
+    if (!ReadTableFile(tablePath, &m_table, &message)) {
+        m_msg.DispFrmMsg(parentWidget(), message, MsgStyle::Ok, u"notify.wav"_s);
+        return QString();
+    }
+    ShowTable(tablePath);
+    exec();
+    m_table = Table();
+    return m_madeName;
+}
+
+void frmTable::Form_Load()
+{
+    WriteTrace(u"■frmTable.Form_Load");
+    setWindowTitle(u"表から学習ファイルを作る"_s);
+    const int linePx = fontMetrics().lineSpacing();
+    fraTable->setObjectName(u"fraTable"_s);
+    fraTable->setAccessibleName(u"表の初めの行"_s);
+    fraTable->setBackgroundRole(QPalette::Base);
+    fraTable->setMinimumHeight(linePx * 6);
+    chkHeader->setObjectName(u"chkHeader"_s);
+    chkHeader->setToolTip(u"1行目を学習ファイルに入れません (Alt+H)"_s);
+    connect(chkHeader, &QCheckBox::clicked, this, &frmTable::chkHeader_Click);
+    txtPreview->setObjectName(u"txtPreview"_s);
+    txtPreview->setAccessibleName(u"できる学習ファイルの初めの行"_s);
+    txtPreview->setReadOnly(true);
+    txtPreview->setTabChangesFocus(true);
+    txtPreview->setLineWrapMode(QPlainTextEdit::NoWrap);
+    txtPreview->setFont(PageFont());
+    txtPreview->setMinimumHeight(linePx * 4);
+
+    auto *const content = new QWidget(this);
+    content->setObjectName(u"content"_s);
+    auto *const column = new QVBoxLayout(content);
+    auto *const tableRow = new QHBoxLayout;
+    tableRow->addWidget(NamedLabel(u"lblTableCaption"_s, u"表："_s, this));
+    tableRow->addWidget(lblTable, 1);
+    column->addLayout(tableRow);
+    column->addWidget(fraTable, 3);
+    column->addWidget(chkHeader);
+    column->addLayout(Inputs());
+    column->addWidget(LabelOf(txtPreview, u"lblPreview"_s, u"できる学習ファイル(&P)："_s));
+    column->addWidget(txtPreview, 2);
+    column->addLayout(Buttons());
+    SetTabOrder();
+    FitToScreen(this, content, QSize(fontMetrics().averageCharWidth() * 90, linePx * 26));
+}
+
+QLayout *frmTable::Inputs()
+{
+    txtSeparator->setObjectName(u"txtSeparator"_s);
+    txtSeparator->setAccessibleName(u"列の間に入れる文字"_s);
+    txtSeparator->setToolTip(u"列と列の間に入れる文字。初めは全角の空白です (Alt+B)"_s);
+    txtSeparator->setMaxLength(LongestBetween);
+    FitToText(txtSeparator, u"、、、、"_s);
+    connect(txtSeparator, &QLineEdit::textChanged, this, &frmTable::txtSeparator_Change);
+    txtName->setObjectName(u"txtName"_s);
+    txtName->setAccessibleName(u"学習ファイルの名前"_s);
+    txtName->setToolTip(u"作る学習ファイルの名前 (Alt+N)"_s);
+
+    auto *const row = new QHBoxLayout;
+    row->addWidget(LabelOf(txtSeparator, u"lblSeparator"_s, u"列の間に入れる文字(&B)："_s));
+    row->addWidget(txtSeparator);
+    row->addWidget(LabelOf(txtName, u"lblName"_s, u"学習ファイルの名前(&N)："_s));
+    row->addWidget(txtName, 1);
+    row->addWidget(NamedLabel(u"lblTxt"_s, u".txt"_s, this));
+    return row;
+}
+
+QLayout *frmTable::Buttons()
+{
+    cmdOK = NamedButton(u"cmdOK"_s, u"作る(&M)"_s, u"学習ファイルを作ります (Enter)"_s, this);
+    connect(cmdOK, &QPushButton::clicked, this, &frmTable::cmdOK_Click);
+    QPushButton *const cmdCancel = NamedButton(u"cmdCancel"_s, u"キャンセル"_s, u"作らずに戻ります (Esc)"_s, this);
+    connect(cmdCancel, &QPushButton::clicked, this, &frmTable::cmdCancel_Click);
+    cmdOK->setDefault(true);
+
+    auto *const row = new QHBoxLayout;
+    row->addWidget(lblHint, 1);
+    row->addWidget(cmdOK);
+    row->addWidget(cmdCancel);
+    return row;
+}
+
+void frmTable::SetTabOrder()
+{
+    QWidget *last = fraTable;
+    for (QWidget *const next : std::initializer_list<QWidget *>{chkHeader, txtSeparator, txtName, txtPreview, cmdOK,
+                                                                findChild<QWidget *>(u"cmdCancel"_s)}) {
+        setTabOrder(last, next);
+        last = next;
+    }
+}
+
+void frmTable::showEvent(QShowEvent *event)
+{
+    QDialog::showEvent(event);
+    Form_Activate();
+}
+
+void frmTable::Form_Activate()
+{
+    WriteTrace(u"■frmTable.Form_Activate");
+    chkHide.front()->setFocus();
+}
+
+void frmTable::ShowTable(const QString &tablePath)
+{
+    const QFileInfo info(tablePath);
+    lblTable->SetText(info.fileName() + u"　"_s + QString::number(m_table.RowCount()) + u"行 "_s +
+                      QString::number(m_table.ColumnCount()) + u"列"_s);
+    txtName->setText(StudyFileTitle(info.completeBaseName()));
+    chkHeader->setChecked(false);
+    fraTable->setWidget(TableView());
+    QWidget *last = fraTable;
+    for (QCheckBox *const next : chkHide) {
+        setTabOrder(last, next);
+        last = next;
+    }
+    txtSeparator->setText(TableOptions().between);
+    ShowPreview();
+}
+
+/// The first rows, below a check box for each column.
+QWidget *frmTable::TableView()
+{
+    auto *const view = new QWidget;
+    auto *const grid = new QGridLayout(view);
+    grid->setHorizontalSpacing(fontMetrics().averageCharWidth() * 3);
+    const QList<bool> isHidden = HiddenAtFirst(m_table);
+    chkHide.clear();
+    for (int column = 1; column <= m_table.ColumnCount(); ++column) {
+        const QString number = QString::number(column);
+        auto *const check = new QCheckBox(u"隠す("_s + (column < 10 ? u"&"_s : QString()) + number + u')', view);
+        check->setObjectName(u"chkHide"_s + number);
+        check->setAccessibleName(number + u"列目を隠す"_s);
+        check->setToolTip(number + u"列目を空欄にします"_s + (column < 10 ? u" (Alt+"_s + number + u')' : QString()));
+        check->setChecked(isHidden[column - 1]);
+        connect(check, &QCheckBox::clicked, this, &frmTable::chkHide_Click);
+        grid->addWidget(check, 0, column - 1);
+        chkHide += check;
+    }
+    for (int row = 1; row <= qMin(m_table.RowCount(), PreviewRows); ++row) {
+        for (int column = 1; column <= m_table.CellCount(row); ++column) {
+            QLabel *const cell =
+                NamedLabel(u"lblCell%1_%2"_s.arg(row).arg(column), ShownCell(m_table.Cell(row, column)), view);
+            cell->setTextFormat(Qt::PlainText);
+            grid->addWidget(cell, row, column - 1);
+        }
+    }
+    grid->setColumnStretch(m_table.ColumnCount(), 1);
+    grid->setRowStretch(PreviewRows + 1, 1);
+    return view;
+}
+
+void frmTable::chkHide_Click()
+{
+    WriteTrace(u"■frmTable.chkHide_Click");
+    ShowPreview();
+}
+
+void frmTable::chkHeader_Click()
+{
+    WriteTrace(u"■frmTable.chkHeader_Click");
+    for (int column = 1; column <= m_table.CellCount(1); ++column) {
+        auto *const cell = fraTable->findChild<QLabel *>(u"lblCell1_%1"_s.arg(column));
+        QFont font = cell->font();
+        font.setStrikeOut(chkHeader->isChecked());
+        cell->setFont(font);
+    }
+    ShowPreview();
+}
+
+void frmTable::txtSeparator_Change()
+{
+    WriteTrace(u"■frmTable.txtSeparator_Change");
+    ShowPreview();
+}
+
+void frmTable::ShowPreview()
+{
+    const TableOptions options = Options();
+    const QString text = PreviewText(m_table, options, PreviewRows);
+    txtPreview->setPlainText(text);
+    const bool hasBlanks = options.isHidden.contains(true) || text.contains(u'[');
+    cmdOK->setEnabled(hasBlanks);
+    lblHint->setText(hasBlanks ? QString() : u"隠す列を一つ以上選んでください。"_s);
+}
+
+TableOptions frmTable::Options() const
+{
+    TableOptions options;
+    options.between = txtSeparator->text();
+    options.skipsFirstRow = chkHeader->isChecked();
+    for (const QCheckBox *const check : chkHide)
+        options.isHidden += check->isChecked();
+    return options;
+}
+
+void frmTable::cmdOK_Click()
+{
+    WriteTrace(u"■frmTable.cmdOK_Click");
+    QString fileName;
+    ConvertedText converted;
+    TableStudyText study;
+    QByteArray bytes;
+    QString message;
+    if (!TakeName(&fileName) || !TakeText(Options(), &converted, &study))
+        return;
+    if (!EncodeStudyText(study, &bytes, &message)) {
+        Refuse(message);
+        return;
+    }
+    if (!Write(fileName, bytes))
+        return;
+    m_msg.DispFrmMsg(this, StudyFileMadeMessage(fileName, m_table, study, converted), MsgStyle::Ok, u"start.wav"_s);
+    m_madeName = fileName;
+    accept();
+}
+
+void frmTable::cmdCancel_Click()
+{
+    WriteTrace(u"■frmTable.cmdCancel_Click");
+    reject();
+}
+
+/// Shows the name as it will be, so that nobody looks for another one.
+bool frmTable::TakeName(QString *fileName)
+{
+    const QString title = StudyFileTitle(txtName->text());
+    txtName->setText(title);
+    *fileName = title + u".txt"_s;
+    QString message;
+    if (CheckStudyFileTitle(title, &message))
+        return true;
+    txtName->setFocus();
+    return Refuse(message);
+}
+
+/// The lines of the whole table, or false after the user was told what keeps them from being written.
+bool frmTable::TakeText(TableOptions options, ConvertedText *converted, TableStudyText *study)
+{
+    QString message;
+    if (!ConvertBetween(&options.between, &message))
+        return Refuse(message);
+    TableCells cells = CellsOf(m_table, options);
+    *converted = ConvertText(cells.text, Accents::Remove);
+    if (converted->unwritableCount == 0 && converted->accentCount > 0) {
+        const MsgResult answer =
+            m_msg.DispFrmMsg(this, TableAccentsQuestion(cells, *converted), MsgStyle::YesNo, u"notify.wav"_s);
+        if (answer == MsgResult::None)
+            return false;
+        if (answer != MsgResult::Ok)
+            *converted = ConvertText(cells.text, Accents::Keep);
+    }
+    if (converted->unwritableCount > 0)
+        return Refuse(UnwritableCellsMessage(cells, *converted));
+    cells.text = std::exchange(converted->text, QString());
+    *study = StudyTextOf(cells, options);
+    return study->unbreakableRow == 0 || Refuse(UnbreakableRowMessage(*study));
+}
+
+/// Writes the file, over one that is there only when the user says so.
+bool frmTable::Write(const QString &fileName, const QByteArray &bytes)
+{
+    const QString path = JoinPath(m_studyFolder, fileName);
+    QString reason;
+    if (!IsRegularOrMissing(path, &reason))
+        return Refuse(StudyFileNotWrittenMessage(path, reason));
+    const QFileInfo info(path);
+    if ((info.exists() || info.isSymLink()) &&
+        m_msg.DispFrmMsg(this, ReplaceStudyFileQuestion(fileName), MsgStyle::YesNo, u"notify.wav"_s) != MsgResult::Ok)
+        return false;
+    return ReplaceFile(path, bytes, &reason) || Refuse(StudyFileNotWrittenMessage(path, reason));
+}
+
+/// @return false, for the caller to return
+bool frmTable::Refuse(const QString &message)
+{
+    m_msg.DispFrmMsg(this, message, MsgStyle::Ok, u"notify.wav"_s);
+    return false;
+}

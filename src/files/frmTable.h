@@ -1,0 +1,72 @@
+// The window that makes a study file from a table: shows the first rows, takes the columns to hide, the text between
+// columns and the file's name, and shows what the file will begin with.
+#pragma once
+
+#include "files/modStudyFromTable.h"
+
+#include <QDialog>
+
+class ElidedLabel;
+class frmMsg;
+class QCheckBox;
+class QLabel;
+class QLayout;
+class QLineEdit;
+class QPlainTextEdit;
+class QPushButton;
+class QScrollArea;
+
+class frmTable : public QDialog
+{
+    Q_OBJECT
+
+  public:
+    /// @param studyFolder  where the study file is made
+    frmTable(frmMsg &msg, const QString &studyFolder, QWidget *owner);
+
+    /// Has the user choose a table. @return its full path, empty when none was chosen
+    static QString AskForTable(QWidget *owner);
+
+    /// Shows the window for a table and waits until it is left; a table that cannot be read is told of instead.
+    /// @return the name of the study file that was made, "name.txt"; empty when none was
+    QString Make(const QString &tablePath);
+
+  protected:
+    void showEvent(QShowEvent *event) override;
+
+  private:
+    void Form_Load();
+    void Form_Activate();
+    void chkHide_Click();
+    void chkHeader_Click();
+    void txtSeparator_Change();
+    void cmdOK_Click();
+    void cmdCancel_Click();
+
+    QLayout *Inputs();
+    QLayout *Buttons();
+    void SetTabOrder();
+    void ShowTable(const QString &tablePath);
+    QWidget *TableView();
+    void ShowPreview();
+    TableOptions Options() const;
+    bool TakeName(QString *fileName);
+    bool TakeText(TableOptions options, ConvertedText *converted, TableStudyText *study);
+    bool Write(const QString &fileName, const QByteArray &bytes);
+    bool Refuse(const QString &message);
+
+    frmMsg &m_msg;
+    QString m_studyFolder;
+    Table m_table;
+    QString m_madeName;
+
+    ElidedLabel *lblTable;
+    QScrollArea *fraTable;
+    QList<QCheckBox *> chkHide; // by column
+    QCheckBox *chkHeader;
+    QLineEdit *txtSeparator;
+    QLineEdit *txtName;
+    QPlainTextEdit *txtPreview;
+    QLabel *lblHint;
+    QPushButton *cmdOK = nullptr;
+};

@@ -1,0 +1,378 @@
+#include "files/modStudyFromTable.h"
+
+#include "base/modCodePage.h"
+#include "base/modFile.h"
+#include "files/modConvertCode.h"
+#include "settings/modCharCode.h"
+#include "text/modBreakLines.h"
+#include "text/modCheckText.h"
+#include "text/modDecodeText.h"
+#include "text/modReadText.h"
+#include "text/modTableFormat.h"
+
+#include <QFileInfo>
+
+#include <algorithm>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+constexpr QStringView LineEnd = u"\r\n";
+constexpr QStringView NothingMade = u"学習ファイルは作りません。";
+constexpr qsizetype BeginningCharacters = 30; // of a line that a message quotes
+
+QString FileNameLine(const QString &name)
+{
+    return u"\r\n    ファイル名＝"_s + name;
+}
+
+bool ReadsAsTable(CharCode code)
+{
+    return code != CharCode::None && code != CharCode::Utf7;
+}
+
+/// Whether a character ends a line or moves on to the next column, and is no blank of any width.
+bool IsLayout(QChar character)
+{
+    return character.isSpace() && character.category() != QChar::Separator_Space;
+}
+
+/// Adds a cell with one blank for each run of characters that would take the text apart.
+void AddCell(QStringView cell, QString *text)
+{
+    cell = cell.trimmed();
+    if (std::ranges::none_of(cell, IsLayout)) {
+        *text += cell;
+        return;
+    }
+    bool isInRun = false;
+    for (const QChar character : cell) {
+        if (!IsLayout(character))
+            *text += character;
+        else if (!isInRun)
+            *text += u' ';
+        isInRun = IsLayout(character);
+    }
+}
+
+bool BracketsPair(QStringView text)
+{
+    return IsBracketCountEqual(text) && IsBracketOrderValid(text);
+}
+
+QString WithFullWidthBrackets(QStringView text)
+{
+    return text.toString().replace(u'[', u'［').replace(u']', u'］');
+}
+
+/// Makes the lines of one row after the other.
+class StudyTextMaker
+{
+  public:
+    explicit StudyTextMaker(const TableOptions &options)
+        : m_options(options), m_between(WithFullWidthBrackets(options.between))
+    {
+    }
+
+    /// @param cells  with TAB between them
+    void AddRow(QStringView cells, int rowNumber)
+    {
+        m_pieces.clear();
+        int column = 0;
+        for (const QStringView cell : cells.tokenize(u'\t')) {
+            if (!cell.isEmpty())
+                m_pieces += Piece(cell, m_options.isHidden.value(column));
+            ++column;
+        }
+        if (m_pieces.isEmpty())
+            return;
+        const QString line = m_pieces.join(m_between);
+        if (GetByteLength(line) <= MaxLineBytes)
+            AddLine(line);
+        else
+            AddLongRow(line, rowNumber);
+    }
+
+    TableStudyText Take()
+    {
+        m_study.lines = int(m_study.text.count(LineEnd));
+        m_study.blanks = int(m_study.text.count(u'['));
+        return std::move(m_study);
+    }
+
+  private:
+    QString Piece(QStringView cell, bool isHidden)
+    {
+        const qsizetype brackets = cell.count(u'[') + cell.count(u']');
+        const bool isOneBlank = brackets == 2 && cell.startsWith(u'[') && cell.endsWith(u']');
+        if (isOneBlank || (!isHidden && BracketsPair(cell)))
+            return cell.toString();
+        m_study.bracketsWidened += brackets;
+        const QString text = brackets > 0 ? WithFullWidthBrackets(cell) : cell.toString();
+        return isHidden ? u'[' + text + u']' : text;
+    }
+
+    void AddLine(QStringView line)
+    {
+        m_study.text += line;
+        m_study.text += LineEnd;
+    }
+
+    void AddLongRow(const QString &line, int rowNumber)
+    {
+        ++m_study.longRows;
+        QStringList lines = {line};
+        if (BreakLongLines(line, MaxLineBytes).firstUnbreakable > 0)
+            lines = LinesOfPieces();
+        for (const QString &each : lines) {
+            const BrokenLines broken = BreakLongLines(each, MaxLineBytes);
+            AddLine(broken.firstUnbreakable > 0 ? each : broken.text);
+            if (broken.firstUnbreakable > 0 && m_study.unbreakableRow == 0) {
+                m_study.unbreakableRow = rowNumber;
+                m_study.unbreakable = each.left(BeginningCharacters);
+            }
+        }
+    }
+
+    /// The row broken between columns, as many of them a line as fit.
+    QStringList LinesOfPieces() const
+    {
+        QStringList lines;
+        for (const QString &piece : m_pieces) {
+            const QString longer = lines.isEmpty() ? QString() : QString(lines.back() + m_between + piece);
+            if (!lines.isEmpty() && GetByteLength(longer) <= MaxLineBytes)
+                lines.back() = longer;
+            else
+                lines += piece;
+        }
+        return lines;
+    }
+
+    const TableOptions &m_options;
+    QString m_between;
+    QStringList m_pieces;
+    TableStudyText m_study;
+};
+
+/// "表の3行目 2列目：é（U+00E9）"
+QString NameWithCell(const TableCells &cells, const CharacterAt &at)
+{
+    qsizetype start = 0;
+    for (int line = 1; line < at.line; ++line)
+        start = cells.text.indexOf(LineEnd, start) + LineEnd.size();
+    int column = 1;
+    qsizetype place = start;
+    for (int character = 1; character < at.column; ++character) {
+        column += cells.text[place] == u'\t';
+        place += cells.text[place].isHighSurrogate() && cells.text[place + 1].isLowSurrogate() ? 2 : 1;
+    }
+    return u"表の"_s + QString::number(cells.rowNumbers[size_t(at.line) - 1]) + u"行目 "_s + QString::number(column) +
+           u"列目："_s + NameOfUnwritable(at.character);
+}
+
+} // namespace
+
+bool ReadTableFile(const QString &path, Table *table, QString *message)
+{
+    const QString name = QFileInfo(path).fileName();
+    QByteArray bytes;
+    QString reason;
+    *table = Table();
+    if (!ReadWholeFile(path, &bytes, &reason)) {
+        *message = UnreadableFileMessage(name, reason);
+        return false;
+    }
+    const CharCode code = DetectCharCode(WholeFile(bytes));
+    const QString text = ReadsAsTable(code) ? DecodeText(bytes, code) : QString();
+    int errorLine = 0;
+    if (!ReadsAsTable(code) || text.contains(QChar::Null))
+        *message = NoTextTableMessage(name, CharCodeName(code));
+    else if (!ReadTable(text, DetectTableFormat(text), table, &errorLine))
+        *message = QuoteNeverClosedMessage(name, errorLine);
+    else if (table->RowCount() == 0)
+        *message = EmptyTableMessage(name);
+    else if (table->ColumnCount() > MostColumns)
+        *message = TooManyColumnsMessage(name, table->ColumnCount());
+    else
+        return true;
+    *table = Table();
+    return false;
+}
+
+QList<bool> HiddenAtFirst(const Table &table)
+{
+    QList<bool> isHidden(table.ColumnCount(), false);
+    const int ofFirstRow = table.CellCount(1);
+    isHidden[(ofFirstRow > 1 ? ofFirstRow : table.ColumnCount()) - 1] = true;
+    return isHidden;
+}
+
+TableCells CellsOf(const Table &table, const TableOptions &options, int mostRows)
+{
+    TableCells cells;
+    const int lastRow = qMin(table.RowCount(), mostRows);
+    for (int row = options.skipsFirstRow ? 2 : 1; row <= lastRow; ++row) {
+        const qsizetype start = cells.text.size();
+        const int count = table.CellCount(row);
+        for (int column = 1; column <= count; ++column) {
+            if (column > 1)
+                cells.text += u'\t';
+            AddCell(table.Cell(row, column), &cells.text);
+        }
+        if (cells.text.size() - start < count) { // nothing but tabs
+            cells.text.truncate(start);
+            continue;
+        }
+        cells.text += LineEnd;
+        cells.rowNumbers.push_back(table.NumberOf(row));
+    }
+    return cells;
+}
+
+TableStudyText StudyTextOf(const TableCells &cells, const TableOptions &options)
+{
+    StudyTextMaker maker(options);
+    qsizetype start = 0;
+    for (const int rowNumber : cells.rowNumbers) {
+        const qsizetype end = cells.text.indexOf(LineEnd, start);
+        maker.AddRow(QStringView(cells.text).sliced(start, end - start), rowNumber);
+        start = end + LineEnd.size();
+    }
+    return maker.Take();
+}
+
+QString PreviewText(const Table &table, const TableOptions &options, int mostRows)
+{
+    QStringList lines = StudyTextOf(CellsOf(table, options, mostRows), options).text.split(LineEnd.toString());
+    lines = lines.first(qMin(lines.size(), qsizetype(mostRows)));
+    for (QString &line : lines)
+        line.truncate(MaxLineBytes); // one that cannot be broken may have millions
+    return lines.join(u'\n');
+}
+
+bool EncodeStudyText(const TableStudyText &study, QByteArray *bytes, QString *message)
+{
+    *bytes = ToCodePage932(study.text);
+    const CharCode code = DetectCharCode(WholeFile(*bytes));
+    if (study.blanks == 0)
+        *message = u"空欄にする文字が一つもありません。"_s + NothingMade + u"\r\n隠す列を選び直してください。"_s;
+    else if (bytes->size() > MostFileBytes)
+        *message = u"学習ファイルが"_s + QString::number(MostFileMegabytes) +
+                   u"MBを超えて開けないため，作りません。"_s + u"\r\n表をいくつかのファイルに分けてください。"_s;
+    else if (code != CharCode::Ascii && code != CharCode::Sjis)
+        *message = u"Shift_JISにしても，文字コードが"_s + CharCodeName(code) +
+                   u"と判定されて開けないため，作りません。"_s +
+                   u"\r\n列の間に入れる文字を，全角の空白などの全角の文字にしてください。"_s;
+    else
+        return true;
+    return false;
+}
+
+QString StudyFileTitle(const QString &typed)
+{
+    QString title = typed.trimmed();
+    if (title.endsWith(u".txt", Qt::CaseInsensitive))
+        title = title.chopped(4).trimmed();
+    // A quote would keep sessions from being recorded, and a title ends at the first ".".
+    return FileNamePart(title).replace(u'\'', u'’').replace(u'.', u'_');
+}
+
+bool CheckStudyFileTitle(const QString &title, QString *message)
+{
+    if (title.isEmpty())
+        *message = u"学習ファイルの名前を入力してください。"_s;
+    else if (title.endsWith(u"_印刷用"))
+        *message = u"「_印刷用」で終わる名前は，印刷用ファイルのための名前です。\r\nほかの名前にしてください。"_s;
+    else
+        return true;
+    return false;
+}
+
+bool ConvertBetween(QString *between, QString *message)
+{
+    const ConvertedText converted = ConvertText(*between, Accents::Remove);
+    if (converted.unwritableCount == 0) {
+        *between = converted.text;
+        return true;
+    }
+    *message = u"列の間に入れる文字に，Shift_JISにない文字があります。"_s + NothingMade;
+    for (const CharacterAt &at : converted.unwritable)
+        *message += u"\r\n  "_s + NameOfUnwritable(at.character);
+    return false;
+}
+
+QString NoTextTableMessage(const QString &name, const QString &codeName)
+{
+    return u"次のファイルはテキストファイルではないか，読めない文字コードのため，表として読めません。"_s +
+           FileNameLine(name) + u"\r\n    文字コード＝"_s + codeName +
+           u"\r\n\r\n表計算ソフトの表は，CSV形式で保存してから選んでください。"_s;
+}
+
+QString QuoteNeverClosedMessage(const QString &name, int line)
+{
+    return u"次のファイルの"_s + QString::number(line) +
+           u"行目から始まる \" が閉じられていないため，表として読めません。"_s + FileNameLine(name) +
+           u"\r\n\r\n\" を文字として使う所では，\"\" と二つ続け，前後も \" で囲んでください。"_s;
+}
+
+QString EmptyTableMessage(const QString &name)
+{
+    return u"次のファイルには，表の行が一つもありません。"_s + FileNameLine(name);
+}
+
+QString TooManyColumnsMessage(const QString &name, int columns)
+{
+    return u"次のファイルは，列が"_s + QString::number(columns) + u"列あります。"_s + QString::number(MostColumns) +
+           u"列までの表を選んでください。"_s + FileNameLine(name);
+}
+
+QString TableAccentsQuestion(const TableCells &cells, const ConvertedText &converted)
+{
+    return u"Shift_JISにない，アクセント記号の付いた文字が"_s + QString::number(converted.accentCount) +
+           u"個あります。\r\n  "_s + NameWithCell(cells, converted.firstAccent) +
+           u"\r\n\r\nアクセント記号を除きますか？（例：é → e）"_s;
+}
+
+QString UnwritableCellsMessage(const TableCells &cells, const ConvertedText &converted)
+{
+    QString message = u"Shift_JISにない文字があります。"_s + NothingMade;
+    for (const CharacterAt &at : converted.unwritable)
+        message += u"\r\n  "_s + NameWithCell(cells, at);
+    if (const qsizetype more = converted.unwritableCount - converted.unwritable.size(); more > 0)
+        message += u"\r\n  ほかに"_s + QString::number(more) + u"個"_s;
+    return message + u"\r\n\r\n表をほかの文字に直して保存してから，もう一度選んでください。"_s;
+}
+
+QString UnbreakableRowMessage(const TableStudyText &study)
+{
+    return u"表の"_s + QString::number(study.unbreakableRow) + u"行目は"_s + QString::number(MaxLineBytes) +
+           u"バイトを超え，改行できる所がありません。"_s + NothingMade + u"\r\n  "_s + study.unbreakable +
+           u"…\r\n\r\n隠す言葉を短くするか，隠さない文に空白か「、」「。」を加えてください。"_s;
+}
+
+QString ReplaceStudyFileQuestion(const QString &fileName)
+{
+    return u"次の学習ファイルはもうあります。"_s + FileNameLine(fileName) +
+           u"\r\n\r\n新しい学習ファイルで置き換えますか？（元の内容はなくなります。）"_s;
+}
+
+QString StudyFileNotWrittenMessage(const QString &path, const QString &reason)
+{
+    return u"学習ファイルを書き込めません。\r\n  "_s + path + u"\r\n  "_s + reason;
+}
+
+QString StudyFileMadeMessage(const QString &fileName, const Table &table, const TableStudyText &study,
+                             const ConvertedText &converted)
+{
+    QString message = u"表から学習ファイルを作りました。"_s + FileNameLine(fileName) + u"\r\n    行の数＝"_s +
+                      QString::number(study.lines) + u"，空欄の数＝"_s + QString::number(study.blanks);
+    if (const int uneven = table.UnevenRows(); uneven > 0)
+        message += u"\r\n\r\n列の数が最初の行と違う行が"_s + QString::number(uneven) + u"行あります。"_s;
+    if (study.longRows > 0)
+        message += u"\r\n\r\n"_s + QString::number(MaxLineBytes) + u"バイトを超える"_s +
+                   QString::number(study.longRows) + u"行を，途中で改行しました。"_s;
+    if (study.bracketsWidened > 0)
+        message += u"\r\n\r\n表の中の[ ]を"_s + QString::number(study.bracketsWidened) + u"個，全角にしました。"_s;
+    return message + ReplacedRemarks(converted);
+}

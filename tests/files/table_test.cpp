@@ -1,0 +1,323 @@
+#include "base/modFile.h"
+#include "files/frmTable.h"
+#include "files/modStudyFromTable.h"
+#include "support/Rows.h"
+#include "support/WindowTest.h"
+#include "text/modCheckText.h"
+#include "text/modReadText.h"
+
+#include <QCheckBox>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QStringEncoder>
+
+#include <gtest/gtest.h>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+/// A table of a file with these bytes.
+Table TableOf(const QByteArray &bytes)
+{
+    const TestFolder folder;
+    Table table;
+    QString message;
+    EXPECT_TRUE(ReadTableFile(folder.Write(u"t.csv"_s, bytes), &table, &message)) << message.toStdString();
+    return table;
+}
+
+TableOptions Hiding(const QList<bool> &isHidden)
+{
+    TableOptions options;
+    options.isHidden = isHidden;
+    return options;
+}
+
+TableStudyText StudyOf(const QString &csv, const TableOptions &options)
+{
+    return StudyTextOf(CellsOf(TableOf(csv.toUtf8()), options), options);
+}
+
+QByteArray Encoded(const QString &text, QStringConverter::Encoding encoding, bool hasMark)
+{
+    using Flag = QStringConverter::Flag;
+    return QStringEncoder(encoding, hasMark ? Flag::WriteBom : Flag::Default)(text);
+}
+
+} // namespace
+
+TEST(ReadTableFile, EveryCharacterCodeGivesTheSameCells)
+{
+    const QString text = u"apple,りんご\r\n\"ice, cold\",氷\r\n"_s;
+    const Rows<const char *, QByteArray> rows = {
+        {"UTF-8", text.toUtf8()},
+        {"UTF-8 with its mark", "\xEF\xBB\xBF" + text.toUtf8()},
+        {"UTF-16 LE", Encoded(text, QStringConverter::Utf16LE, true)},
+        {"UTF-16 BE", Encoded(text, QStringConverter::Utf16BE, true)},
+        {"Shift_JIS", ToCodePage932(text)},
+        {"EUC", "apple,\xA4\xEA\xA4\xF3\xA4\xB4\r\n\"ice, cold\",\xC9\xB9\r\n"},
+        {"JIS", "apple,\x1B$B$j$s$4\x1B(B\r\n\"ice, cold\",\x1B$BI9\x1B(B\r\n"},
+    };
+    for (const auto &[name, bytes] : rows) {
+        const Table table = TableOf(bytes);
+        ASSERT_EQ(table.RowCount(), 2) << name;
+        EXPECT_EQ(table.Cell(1, 2).toString(), u"りんご"_s) << name;
+        EXPECT_EQ(table.Cell(2, 1).toString(), u"ice, cold"_s) << name;
+        EXPECT_EQ(table.Cell(2, 2).toString(), u"氷"_s) << name;
+    }
+}
+
+TEST(ReadTableFile, WhatIsNoTableIsRefusedWithTheReason)
+{
+    const Rows<const char *, QByteArray, QString> rows = {
+        {"empty", QByteArray(), EmptyTableMessage(u"t.csv"_s)},
+        {"blank lines only", "\r\n\r\n", EmptyTableMessage(u"t.csv"_s)},
+        {"a NUL", QByteArray("\xE3\x81\x82,b\0c", 7), NoTextTableMessage(u"t.csv"_s, u"UTF8"_s)},
+        {"binary", QByteArray("PK\3\4\x14\0\6\0\x08\0\x81\xFF\xFF\xFE", 14), NoTextTableMessage(u"t.csv"_s, u"NONE"_s)},
+        {"a quote never closed", "a,b\nc,\"d\n", QuoteNeverClosedMessage(u"t.csv"_s, 2)},
+        {"one column too many", "a" + QByteArray(100, ','), TooManyColumnsMessage(u"t.csv"_s, 101)},
+        {"one byte too much", QByteArray(MostFileBytes + 1, 'a'),
+         UnreadableFileMessage(u"t.csv"_s, u"ファイルが大きすぎます。"_s)},
+    };
+    const TestFolder folder;
+    for (const auto &[name, bytes, expected] : rows) {
+        Table table;
+        QString message;
+        EXPECT_FALSE(ReadTableFile(folder.Write(u"t.csv"_s, bytes), &table, &message)) << name;
+        EXPECT_EQ(message, expected) << name;
+        EXPECT_EQ(table.RowCount(), 0) << name;
+    }
+    EXPECT_EQ(TableOf("a" + QByteArray(99, ',')).ColumnCount(), MostColumns);
+}
+
+TEST(StudyTextOf, MakesALineOfEachRow)
+{
+    const Rows<const char *, QString, QList<bool>, QString> rows = {
+        {"last column hidden", u"apple,りんご\nice,氷"_s, {false, true}, u"apple　[りんご]\r\nice　[氷]\r\n"_s},
+        {"both hidden", u"a,b"_s, {true, true}, u"[a]　[b]\r\n"_s},
+        {"columns behind the last choice are shown", u"a,b,c"_s, {true}, u"[a]　b　c\r\n"_s},
+        {"empty cells go with what stands between", u"a,,c\n,b,\n,,\n"_s, {true, true, true}, u"[a]　[c]\r\n[b]\r\n"_s},
+        {"blanks at the ends", u" a ,　b\u00A0\n"_s, {false, true}, u"a　[b]\r\n"_s},
+        {"line ends and tabs within", u"\"a\r\n\tb\",\"c\u2028d\""_s, {true, false}, u"[a b]　c d\r\n"_s},
+        {"a short and a long row", u"a,b\nc\nd,e,f"_s, {false, true}, u"a　[b]\r\nc\r\nd　[e]　f\r\n"_s},
+    };
+    for (const auto &[name, csv, isHidden, expected] : rows)
+        EXPECT_EQ(StudyOf(csv, Hiding(isHidden)).text, expected) << name;
+    TableOptions options = Hiding({true});
+    options.skipsFirstRow = true;
+    options.between = u" = [x] "_s;
+    EXPECT_EQ(StudyOf(u"word,meaning\na,b"_s, options).text, u"[a] = ［x］ b\r\n"_s);
+}
+
+TEST(StudyTextOf, BracketsThatDoNotPairBecomeFullWidth)
+{
+    // The first column is hidden.
+    const Rows<const char *, QString, QString, int, int> rows = {
+        {"marked by the teacher", u"a,b [c] d [e]"_s, u"[a]　b [c] d [e]\r\n"_s, 0, 3},
+        {"within a hidden cell", u"a[b],c"_s, u"[a［b］]　c\r\n"_s, 2, 1},
+        {"a hidden cell that is a blank already", u"[a],b"_s, u"[a]　b\r\n"_s, 0, 1},
+        {"two blanks in a hidden cell", u"[a][b],c"_s, u"[［a］［b］]　c\r\n"_s, 4, 1},
+        {"never closed", u"a,b [c"_s, u"[a]　b ［c\r\n"_s, 1, 1},
+        {"in the wrong order", u"a,b] [c"_s, u"[a]　b］ ［c\r\n"_s, 2, 1},
+        {"nested", u"a,[b [c]]"_s, u"[a]　［b ［c］］\r\n"_s, 4, 1},
+    };
+    for (const auto &[name, csv, expected, widened, blanks] : rows) {
+        const TableStudyText study = StudyOf(csv, Hiding({true, false}));
+        EXPECT_EQ(study.text, expected) << name;
+        EXPECT_EQ(study.bracketsWidened, widened) << name;
+        EXPECT_EQ(study.blanks, blanks) << name;
+    }
+}
+
+TEST(StudyTextOf, LongRowsAreBrokenAtBlanksOrElseBetweenColumns)
+{
+    const QString long40(40, u'あ');
+    const QString half(50, u'x');
+    TableOptions options = Hiding({false, true, true});
+    EXPECT_EQ(StudyOf(long40 + u',' + long40, options).text, long40 + u"\r\n["_s + long40 + u"]\r\n"_s);
+    EXPECT_EQ(StudyOf(half + u',' + half.chopped(2), options).longRows, 1) << "the two bytes between columns are over";
+    options.between = u"："_s;
+    const TableStudyText study = StudyOf(u"word,meaning\n"_s + half + u',' + half + u",c,d"_s, options);
+    EXPECT_EQ(study.text, u"word：[meaning]\r\n"_s + half + u"\r\n["_s + half + u"]：[c]：d\r\n"_s);
+    EXPECT_EQ(study.longRows, 1);
+    EXPECT_EQ(study.unbreakableRow, 0);
+
+    const TableStudyText refused = StudyOf(u"\na,b\nc,"_s + half + half + u"\nd,"_s + half + half, options);
+    EXPECT_EQ(refused.unbreakableRow, 3);
+    EXPECT_EQ(UnbreakableRowMessage(refused).section(u"\r\n"_s, 0, 1),
+              u"表の3行目は100バイトを超え，改行できる所がありません。学習ファイルは作りません。\r\n  ["_s +
+                  half.left(29) + u"…"_s);
+}
+
+TEST(StudyTextOf, TheCellsComeBackFromTheStudyFile)
+{
+    const TestFolder folder;
+    QStringList expected;
+    QString csv;
+    for (int row = 1; row <= 300; ++row) {
+        csv += u"word %1,\"意味，%1\",例\r\n"_s.arg(row);
+        expected += u"word %1　[意味，%1]　例"_s.arg(row);
+    }
+    const TableOptions options = Hiding({false, true, false});
+    const TableStudyText study = StudyOf(csv, options);
+    EXPECT_EQ(study.lines, 300);
+    EXPECT_EQ(study.blanks, 300);
+    QByteArray bytes;
+    QString message;
+    ASSERT_TRUE(EncodeStudyText(study, &bytes, &message)) << message.toStdString();
+    StudyLines lines;
+    int errorLine = 0;
+    ASSERT_TRUE(ReadTextFile(folder.Write(u"a.txt"_s, bytes), MaxLineBytes, &lines, &message, &errorLine));
+    ASSERT_EQ(lines.Count(), 300);
+    for (int line = 1; line <= 300; ++line)
+        EXPECT_EQ(lines.at1(line).toString(), expected[line - 1]);
+}
+
+TEST(EncodeStudyText, WhatCouldNotBeOpenedOrLearnedIsRefused)
+{
+    const Rows<const char *, QString, QString, QString> rows = {
+        {"no blanks", u",a\n,b"_s, u"　"_s, u"空欄にする文字が一つもありません。"_s},
+        {"taken for EUC", u"ﾈｺ,ｲﾇ"_s, u" "_s, u"文字コードがEUCと判定されて"_s},
+    };
+    for (const auto &[name, csv, between, expected] : rows) {
+        TableOptions options = Hiding({true});
+        options.between = between;
+        QByteArray bytes;
+        QString message;
+        EXPECT_FALSE(EncodeStudyText(StudyOf(csv, options), &bytes, &message)) << name;
+        EXPECT_TRUE(message.contains(expected)) << name << message.toStdString();
+    }
+}
+
+TEST(UnwritableCells, AreNamedWithRowAndColumn)
+{
+    const Table table = TableOf(u"x,y\n\n\U0001F600a\u0301,b\U0001F601,\U0001F602\n,한한,한\n"_s.toUtf8());
+    const TableCells cells = CellsOf(table, TableOptions());
+    EXPECT_EQ(UnwritableCellsMessage(cells, ConvertText(cells.text, Accents::Remove)),
+              u"Shift_JISにない文字があります。学習ファイルは作りません。\r\n"
+              u"  表の3行目 1列目：\U0001F600（U+1F600）\r\n  表の3行目 2列目：\U0001F601（U+1F601）\r\n"
+              u"  表の3行目 3列目：\U0001F602（U+1F602）\r\n  表の4行目 2列目：한（U+D55C）\r\n"
+              u"  表の4行目 2列目：한（U+D55C）\r\n  ほかに1個\r\n\r\n"
+              u"表をほかの文字に直して保存してから，もう一度選んでください。"_s);
+    EXPECT_TRUE(TableAccentsQuestion(cells, ConvertText(cells.text, Accents::Remove)).contains(u"表の3行目 1列目："_s));
+}
+
+TEST(StudyFileTitle, IsANameThatFileAndRecordCanHold)
+{
+    const Rows<QString, QString> rows = {
+        {u" 単語 "_s, u"単語"_s},       {u"words.TXT"_s, u"words"_s}, {u"a/b\\c:d*?"_s, u"a_b_c_d__"_s},
+        {u"it's 1.2"_s, u"it’s 1_2"_s}, {u"../x"_s, u"___x"_s},       {u" .txt"_s, QString()},
+    };
+    for (const auto &[typed, title] : rows)
+        EXPECT_EQ(StudyFileTitle(typed), title);
+    QString message;
+    EXPECT_FALSE(CheckStudyFileTitle(QString(), &message));
+    EXPECT_FALSE(CheckStudyFileTitle(u"a_印刷用"_s, &message));
+    EXPECT_TRUE(CheckStudyFileTitle(u"印刷用"_s, &message));
+}
+
+namespace {
+
+class TableWindowTest : public WindowTest
+{
+  protected:
+    TableWindowTest()
+    {
+        folder.MakeFolder(u"txt"_s);
+    }
+
+    /// Opens the window for a table, does something with it and answers the messages.
+    QString Make(const QByteArray &bytes, std::function<void(QWidget *)> action, const QStringList &answers)
+    {
+        script.messages.clear();
+        script.When(u"frmTable"_s, std::move(action));
+        for (const QString &answer : answers)
+            script.Click(u"frmMsg"_s, answer);
+        const QString made = window.Make(folder.Write(u"words.csv"_s, bytes));
+        EXPECT_TRUE(script.IsDone());
+        return made;
+    }
+
+    static void Click(QWidget *dialog, const QString &name)
+    {
+        dialog->findChild<QAbstractButton *>(name)->click();
+    }
+
+    const QString ok = u"cmdOK"_s;
+    const QString no = u"cmdCancel"_s;
+    frmTable window{msg, folder.Path(u"txt"_s), nullptr};
+};
+
+} // namespace
+
+TEST_F(TableWindowTest, ColumnsAreChosenTheFileIsMadeAndReplacedOnlyWhenTheUserSaysSo)
+{
+    const QByteArray bytes = u"word,meaning\ncaf\u00E9,店\nice\u301C,氷,x\n"_s.toUtf8();
+    const auto choose = [this](QWidget *dialog) {
+        const auto *const preview = dialog->findChild<QPlainTextEdit *>(u"txtPreview"_s);
+        const auto *const cmdOK = dialog->findChild<QAbstractButton *>(ok);
+        EXPECT_EQ(dialog->findChild<QLineEdit *>(u"txtName"_s)->text(), u"words"_s);
+        EXPECT_TRUE(preview->toPlainText().startsWith(u"word　[meaning]\ncaf\u00E9　[店]\n"_s));
+        Click(dialog, u"chkHide2"_s);
+        EXPECT_FALSE(cmdOK->isEnabled());
+        Click(dialog, u"chkHide1"_s);
+        Click(dialog, u"chkHeader"_s);
+        EXPECT_TRUE(cmdOK->isEnabled());
+        dialog->findChild<QLineEdit *>(u"txtSeparator"_s)->setText(u" = "_s);
+        EXPECT_TRUE(preview->toPlainText().startsWith(u"[caf\u00E9] = 店\n"_s));
+        Click(dialog, ok);
+    };
+    EXPECT_EQ(Make(bytes, choose, {ok, ok}), u"words.txt"_s);
+    const QByteArray made = ToCodePage932(u"[cafe] = 店\r\n[ice～] = 氷 = x\r\n");
+    EXPECT_EQ(folder.Read(u"txt/words.txt"_s), made);
+    ASSERT_EQ(script.messages.size(), 2);
+    EXPECT_TRUE(script.messages[0].contains(u"表の2行目 1列目：\u00E9"_s)) << script.messages[0].toStdString();
+    EXPECT_EQ(script.messages[1],
+              u"表から学習ファイルを作りました。\n    ファイル名＝words.txt\n    行の数＝2，空欄の数＝2\n\n"
+              u"列の数が最初の行と違う行が1行あります。\n\n"
+              u"Shift_JISにない文字を，同じ意味の文字に置き換えました。\n  \u301C（U+301C） → ～　1個\n\n"
+              u"アクセント記号を1個除きました。"_s);
+
+    // The window stays open after a no, so that another name can be given.
+    const auto another = [this, &made](QWidget *dialog) {
+        Click(dialog, ok);
+        EXPECT_EQ(folder.Read(u"txt/words.txt"_s), made);
+        dialog->findChild<QLineEdit *>(u"txtName"_s)->setText(u"new/words.txt"_s);
+        Click(dialog, ok);
+    };
+    EXPECT_EQ(Make("a,b\n", another, {no, ok}), u"new_words.txt"_s);
+    EXPECT_EQ(script.messages[0], ReplaceStudyFileQuestion(u"words.txt"_s).replace(u"\r\n"_s, u"\n"_s));
+    EXPECT_EQ(folder.Read(u"txt/new_words.txt"_s), ToCodePage932(u"a　[b]\r\n"));
+    EXPECT_EQ(Make("a,c\n", [this](QWidget *dialog) { Click(dialog, ok); }, {ok, ok}), u"words.txt"_s);
+    EXPECT_EQ(folder.Read(u"txt/words.txt"_s), ToCodePage932(u"a　[c]\r\n"));
+}
+
+TEST_F(TableWindowTest, NothingIsWrittenWhereItIsRefused)
+{
+    folder.Write(u"txt/words.txt"_s, "old");
+    folder.MakeFolder(u"txt/folder.txt"_s);
+    const Rows<const char *, QString, QString, QString> rows = {
+        {"no twin", u"a,\U0001F600\n"_s, u"words"_s, u"表の1行目 2列目"_s},
+        {"no place to break", u"a,"_s + QString(60, u'あ'), u"words"_s, u"表の1行目は100バイト"_s},
+        {"name of a printable copy", u"a,b"_s, u"words_印刷用"_s, u"「_印刷用」で終わる"_s},
+        {"a folder in its place", u"a,b"_s, u"folder"_s, u"通常のファイルではありません。"_s},
+        {"a name that the system refuses", u"a,b"_s, QString(300, u'x'), u"学習ファイルを書き込めません。"_s},
+    };
+    for (const auto &[name, csv, title, expected] : rows) {
+        const auto fill = [this, typed = title](QWidget *dialog) {
+            dialog->findChild<QLineEdit *>(u"txtName"_s)->setText(typed);
+            Click(dialog, ok);
+            EXPECT_TRUE(dialog->isVisible());
+            dialog->close();
+        };
+        EXPECT_EQ(Make(csv.toUtf8(), fill, {ok}), QString()) << name;
+        EXPECT_TRUE(script.messages.back().contains(expected)) << name << script.messages.back().toStdString();
+    }
+    EXPECT_EQ(folder.Read(u"txt/words.txt"_s), "old");
+    EXPECT_EQ(QDir(folder.Path(u"txt"_s)).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
+              QStringList({u"folder.txt"_s, u"words.txt"_s}));
+    script.Click(u"frmMsg"_s, ok);
+    EXPECT_EQ(window.Make(folder.Write(u"t.csv"_s, QByteArray())), QString());
+    EXPECT_TRUE(services.sounds.back().endsWith(u"notify.wav"_s));
+}
