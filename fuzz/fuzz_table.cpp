@@ -1,0 +1,122 @@
+// Reading any text as a table, writing its cells and reading them again, and making a study file of them.
+#include "files/modStudyFromTable.h"
+#include "input.h"
+#include "require.h"
+#include "text/modCheckText.h"
+#include "text/modDecodeText.h"
+#include "text/modReadText.h"
+#include "text/modTableFormat.h"
+
+namespace {
+
+/// The cells as RFC 4180 writes them, all in quotes.
+QString Written(const Table &table, QChar separator)
+{
+    QString text;
+    for (int row = 1; row <= table.RowCount(); ++row) {
+        for (int column = 1; column <= table.CellCount(row); ++column) {
+            if (column > 1)
+                text += separator;
+            text += u'"' + table.Cell(row, column).toString().replace(u'"', QStringLiteral("\"\"")) + u'"';
+        }
+        text += QStringLiteral("\r\n");
+    }
+    return text;
+}
+
+void CheckComesBack(const Table &table, QChar separator)
+{
+    Table again;
+    int errorLine = 0;
+    Require(ReadTable(Written(table, separator), TableFormat{.separator = separator}, &again, &errorLine));
+    Require(again.RowCount() == table.RowCount() && again.ColumnCount() == table.ColumnCount());
+    for (int row = 1; row <= table.RowCount(); ++row) {
+        Require(again.CellCount(row) == table.CellCount(row));
+        for (int column = 1; column <= table.CellCount(row); ++column)
+            Require(again.Cell(row, column) == table.Cell(row, column));
+    }
+}
+
+/// All characters but quotes, separators and white space, of which a reader may take some away.
+qsizetype TellingCharacters(QStringView text, QChar separator)
+{
+    qsizetype count = 0;
+    for (const QChar character : text)
+        count += character != u'"' && character != separator && !character.isSpace();
+    return count;
+}
+
+/// No text of the source is lost, where nothing is left out on purpose.
+void CheckKeepsAll(const QString &text, const TableFormat &format, const Table &table)
+{
+    if (format.isHtml || !format.leftOut.isEmpty())
+        return;
+    qsizetype count = 0;
+    for (int row = 1; row <= table.RowCount(); ++row)
+        for (int column = 1; column <= table.CellCount(row); ++column)
+            count += TellingCharacters(table.Cell(row, column), format.separator);
+    Require(count == TellingCharacters(QStringView(text).sliced(format.start), format.separator));
+}
+
+/// What is made is either accepted by the reader of study files or refused with a message.
+void CheckStudyText(const Table &table, TableOptions options)
+{
+    static const FuzzFile file(QStringLiteral("study.txt"));
+    QString message;
+    PreviewText(table, options, 5);
+    if (!ConvertBetween(&options.between, &message)) {
+        Require(!message.isEmpty());
+        return;
+    }
+    TableCells cells = CellsOf(table, options);
+    const ConvertedText converted = ConvertText(cells.text, Accents::Remove);
+    if (converted.accentCount > 0)
+        Require(!TableAccentsQuestion(cells, converted).isEmpty());
+    if (converted.unwritableCount > 0) {
+        Require(!UnwritableCellsMessage(cells, converted).isEmpty());
+        return;
+    }
+    cells.text = converted.text;
+    const TableStudyText study = StudyTextOf(cells, options);
+    QByteArray bytes;
+    if (study.unbreakableRow > 0) {
+        Require(!study.unbreakable.isEmpty() && study.unbreakableRow <= cells.rowNumbers.back());
+    } else if (EncodeStudyText(study, &bytes, &message)) {
+        file.Write(bytes);
+        StudyLines lines;
+        int errorLine = 0;
+        Require(ReadTextFile(file.Path(), MaxLineBytes, &lines, &message, &errorLine));
+        Require(lines.Count() == study.lines);
+    } else {
+        Require(!message.isEmpty());
+    }
+}
+
+} // namespace
+
+// Input: a byte for the character code and whether the first row is skipped, one for the hidden columns, the text
+// between columns up to a zero byte, the file.
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
+{
+    FuzzInput input(data, size);
+    TableOptions options;
+    const int first = input.TakeByte();
+    options.skipsFirstRow = first >= 128;
+    const int hidden = input.TakeByte();
+    for (int column = 0; column < 8; ++column)
+        options.isHidden += (hidden >> column) % 2 == 1;
+    options.between = QString::fromUtf8(input.TakeText());
+    const QString text = DecodeText(input.TakeRest(), CharCode(first % 10));
+
+    const TableFormat format = DetectTableFormat(text);
+    Table table;
+    int errorLine = 0;
+    if (!ReadTable(text, format, &table, &errorLine)) {
+        Require(errorLine >= 1 && table.RowCount() == 0);
+        return 0;
+    }
+    CheckComesBack(table, format.separator);
+    CheckKeepsAll(text, format, table);
+    CheckStudyText(table, options);
+    return 0;
+}
