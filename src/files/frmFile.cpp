@@ -6,6 +6,7 @@
 #include "files/CodeConversion.h"
 #include "files/HistoryPanel.h"
 #include "files/StudyFileModel.h"
+#include "files/frmTable.h"
 #include "files/modConvertCode.h"
 #include "files/modPrintableCopy.h"
 #include "files/modTakeFiles.h"
@@ -177,6 +178,21 @@ void frmFile::cmdConvCode_Click()
         return;
     CodeConversion(m_services, m_msg, this, m_textEditor, m_folder.PathOf(name)).Run();
     ListFiles();
+    lstFile->setFocus(); // Enter then opens the file
+}
+
+void frmFile::cmdTable_Click()
+{
+    WriteTrace(u"■frmFile.cmdTable_Click");
+    const QString table = frmTable::AskForTable(this);
+    if (table.isEmpty())
+        return;
+    const QString name = frmTable(m_msg, m_folder.Path(), this).Make(table);
+    ListFiles();
+    if (!name.isEmpty()) {
+        txtFilter->clear();
+        Select(name);
+    }
     lstFile->setFocus(); // Enter then opens the file
 }
 

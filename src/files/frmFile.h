@@ -67,6 +67,7 @@ class frmFile : public QDialog
     void cmdOpenFolder_Click();
     void cmdConvFile_Click();
     void cmdConvCode_Click();
+    void cmdTable_Click();
     void cmdCancel_Click();
     void cmdEnd_Click();
     void txtFilter_Change();

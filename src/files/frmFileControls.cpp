@@ -140,6 +140,10 @@ QPushButton *frmFile::OthersButton()
     auto *const menu = new QMenu(this);
     menu->setObjectName(u"mnuOthers"_s);
     menu->setToolTipsVisible(true);
+    menu->addAction(AddAction(u"cmdTable"_s, u"表から作る(&T)…"_s,
+                              u"表計算などの表（CSV，TSV）から学習ファイルを作ります"_s, Qt::CTRL | Qt::Key_T,
+                              &frmFile::cmdTable_Click));
+    menu->addSeparator();
     menu->addAction(AddAction(u"cmdConvFile"_s, u"印刷用の写しを作る(&P)"_s,
                               u"正解を空欄にした印刷用のファイルを作ります"_s, Qt::ALT | Qt::Key_P,
                               &frmFile::cmdConvFile_Click));
