@@ -184,9 +184,10 @@ void frmFile::cmdConvCode_Click()
 void frmFile::cmdTable_Click()
 {
     WriteTrace(u"■frmFile.cmdTable_Click");
-    const QString table = frmTable::AskForTable(this);
+    const QString table = frmTable::AskForTable(m_tableFolder, this);
     if (table.isEmpty())
         return;
+    m_tableFolder = QFileInfo(table).path();
     const QString name = frmTable(m_msg, m_folder.Path(), this).Make(table);
     ListFiles();
     if (!name.isEmpty()) {

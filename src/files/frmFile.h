@@ -98,6 +98,7 @@ class frmFile : public QDialog
     frmMsg &m_msg;
     StudyFolder m_folder;
     StudyTallies m_tallies;
+    QString m_tableFolder; // where the next table is looked for
     QString m_textEditor;
     QString m_chosenPath;
     FileChoice m_choice = FileChoice::Cancelled;

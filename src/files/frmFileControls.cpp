@@ -15,6 +15,7 @@
 #include <QListView>
 #include <QMenu>
 #include <QPushButton>
+#include <QStandardPaths>
 #include <QTimer>
 
 using namespace Qt::Literals::StringLiterals;
@@ -29,6 +30,7 @@ frmFile::frmFile(SystemServices &services, StudyDatabase &database, frmMsg &msg,
                  const QString &userName, QWidget *owner)
     : QDialog(owner), m_services(services), m_database(database), m_msg(msg),
       m_folder(JoinPath(applicationFolder, u"txt"_s)), m_tallies(database, userName),
+      m_tableFolder(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation)),
       m_files(new StudyFileModel(m_folder, m_tallies, this)), m_watcher(new QFileSystemWatcher(this)),
       m_refreshing(new QTimer(this)), m_tallying(new QTimer(this)), lstFile(new QListView(this)),
       txtFilter(new QLineEdit(this)), lblFolder(new ElidedLabel(u"lblFolder"_s, WidestChars, this)),

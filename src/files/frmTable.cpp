@@ -56,9 +56,9 @@ frmTable::frmTable(frmMsg &msg, const QString &studyFolder, QWidget *owner)
     Form_Load();
 }
 
-QString frmTable::AskForTable(QWidget *owner)
+QString frmTable::AskForTable(const QString &folder, QWidget *owner)
 {
-    return QFileDialog::getOpenFileName(owner, u"表の選択"_s, QString(),
+    return QFileDialog::getOpenFileName(owner, u"表の選択"_s, folder,
                                         u"表 (*.csv *.tsv *.tab *.txt);;すべてのファイル (*)"_s);
 }
 

@@ -24,8 +24,9 @@ class frmTable : public QDialog
     /// @param studyFolder  where the study file is made
     frmTable(frmMsg &msg, const QString &studyFolder, QWidget *owner);
 
-    /// Has the user choose a table. @return its full path, empty when none was chosen
-    static QString AskForTable(QWidget *owner);
+    /// Has the user choose a table. @param folder  where the choice begins
+    /// @return its full path, empty when none was chosen
+    static QString AskForTable(const QString &folder, QWidget *owner);
 
     /// Shows the window for a table and waits until it is left; a table that cannot be read is told of instead.
     /// @return the name of the study file that was made, "name.txt"; empty when none was
