@@ -14,3 +14,11 @@ QString PrintableCopyPath(const QString &folder, const QString &studyFilePath);
 /// @return false after a fault, which message then holds: the reader's refusal, or that the copy cannot be written. A
 /// copy that was there before is then still there, whole
 bool WritePrintableCopy(const QString &studyFilePath, const QString &copyPath, QString *message);
+
+/// Whether a printable copy was changed by hand, as far as that can be told: it is newer than its study file and holds
+/// something else than is written for that now. False where there is no copy, or no study file that can be read.
+bool IsCopyEdited(const QString &studyFilePath, const QString &copyPath);
+
+/// The texts for the user, whole, their lines separated by CR LF.
+QString ReplaceCopyQuestion(const QString &copyPath); ///< for a copy that was changed by hand
+QString CopyMadeMessage(const QString &copyPath);     ///< which file was made, and whether to open it

@@ -102,6 +102,34 @@ TEST(PrintableCopy, KeepsTheTextAndBlanksTheAnswers)
     EXPECT_TRUE(message.startsWith(u"印刷用ファイルを書き込めません。"_s));
 }
 
+TEST(PrintableCopy, IsEditedWhenItIsNewerAndHoldsSomethingElse)
+{
+    const TestFolder folder;
+    const QDateTime before(QDate(2024, 3, 5), QTime(9, 0));
+    const Rows<const char *, QByteArray, int, bool> rows = {
+        {"as it was made", "x[_]\r\n", 60, false},
+        {"changed", "x[_]!\r\n", 60, true},
+        {"the study file was changed since", "y[_]\r\n", -60, false},
+    };
+    QFile source(folder.Write(u"a.txt"_s, "x[a]\r\n"));
+    QFile copy(PrintableCopyPath(folder.Path(), source.fileName()));
+    EXPECT_FALSE(IsCopyEdited(source.fileName(), copy.fileName())) << "no copy";
+    for (const auto &[name, bytes, seconds, isEdited] : rows) {
+        folder.Write(u"a_印刷用.txt"_s, bytes);
+        for (QFile *const file : {&source, &copy}) {
+            ASSERT_TRUE(file->open(QIODevice::ReadWrite));
+            file->setFileTime(before.addSecs(file == &copy ? seconds : 0), QFileDevice::FileModificationTime);
+            file->close();
+        }
+        EXPECT_EQ(IsCopyEdited(source.fileName(), copy.fileName()), isEdited) << name;
+    }
+    EXPECT_EQ(ReplaceCopyQuestion(copy.fileName()),
+              u"次の印刷用ファイルは，作った後で変更されています。\r\n    ファイル名＝a_印刷用.txt"
+              u"\r\n\r\n変更した内容を捨てて，作り直しますか？"_s);
+    EXPECT_EQ(CopyMadeMessage(copy.fileName()), u"印刷用ファイルを作りました。\r\n    ファイル名＝a_印刷用.txt"
+                                                u"\r\n\r\nこのファイルを開きますか？"_s);
+}
+
 namespace {
 
 class HistoryWindowTest : public WindowTest
