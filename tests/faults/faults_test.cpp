@@ -3,6 +3,7 @@
 #include "app/modMain.h"
 #include "app/modUserList.h"
 #include "files/modConvertCode.h"
+#include "files/modExport.h"
 #include "files/modHistory.h"
 #include "files/modPrintableCopy.h"
 #include "files/modStudyFolder.h"
@@ -272,6 +273,7 @@ TEST_F(Faults, WhatCannotBeWrittenStaysAsItWas)
          [&](const QString &path) { return WriteProfile(path, u"setting"_s, u"Key"_s, added); }},
         {u"txt/a_印刷用.txt"_s, old,
          [&](const QString &path) { return WritePrintableCopy(folder.Path(u"txt/a.txt"_s), path, &error); }},
+        {u"txt/a.csv"_s, old, [&](const QString &path) { return WriteExport(path, added.toLatin1(), &error); }},
         {u"txt/converted.txt"_s, "short",
          [&](const QString &path) { return ReplaceConverted(path, "short", added.toLatin1(), &error, &error); }},
         {u"db_backup/copy"_s, QByteArray(),

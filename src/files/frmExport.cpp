@@ -1,0 +1,148 @@
+#include "files/frmExport.h"
+
+#include "base/modLog.h"
+#include "settings/frmMsg.h"
+#include "widgets/ElidedLabel.h"
+#include "widgets/NamedControls.h"
+#include "widgets/ScreenFit.h"
+
+#include <QFileInfo>
+#include <QLabel>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QStyle>
+#include <QVBoxLayout>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+constexpr int WidestChars = 40; // a longer file name is cut and widens no window
+
+QString FileLine(const QString &name)
+{
+    return u"ファイル："_s + name;
+}
+
+/// Adds a choice with what it means below it, in line with its caption.
+void AddChoice(QVBoxLayout *column, QRadioButton *choice, const QString &name, const QString &toolTip,
+               const QString &meaning)
+{
+    choice->setObjectName(u"opt"_s + name);
+    choice->setToolTip(toolTip);
+    choice->setAccessibleDescription(QString(meaning).remove(u'\n'));
+    QLabel *const label = NamedLabel(u"lbl"_s + name, meaning, choice->parentWidget());
+    const QStyle *const style = choice->style();
+    label->setIndent(style->pixelMetric(QStyle::PM_ExclusiveIndicatorWidth) +
+                     style->pixelMetric(QStyle::PM_RadioButtonLabelSpacing));
+    column->addWidget(choice);
+    column->addWidget(label);
+    column->addSpacing(label->fontMetrics().lineSpacing() / 3);
+}
+
+} // namespace
+
+frmExport::frmExport(SystemServices &services, frmMsg &msg, const QString &reportFolder, QWidget *owner)
+    : QDialog(owner), m_services(services), m_msg(msg), m_reportFolder(reportFolder),
+      lblFile(new ElidedLabel(u"lblFile"_s, WidestChars, this)),
+      optText(new QRadioButton(u"テキスト（UTF-8）(&T)"_s, this)), optAnki(new QRadioButton(u"Anki(&A)"_s, this)),
+      optCsv(new QRadioButton(u"CSV（表）(&C)"_s, this))
+{
+    setObjectName(u"frmExport"_s);
+    Form_Load();
+}
+
+void frmExport::Form_Load()
+{
+    WriteTrace(u"■frmExport.Form_Load");
+    setWindowTitle(u"書き出す"_s);
+    AddControls();
+    optText->setChecked(true);
+}
+
+void frmExport::AddControls()
+{
+    auto *const content = new QWidget(this);
+    content->setObjectName(u"content"_s);
+    auto *const column = new QVBoxLayout(content);
+    lblFile->SetText(FileLine(QString(WidestChars, u'n'))); // the window is sized for any name
+    column->addWidget(lblFile);
+    column->addSpacing(fontMetrics().lineSpacing() / 2);
+    AddChoice(column, optText, u"Text"_s, u"UTF-8のテキストファイルにします (Alt+T)"_s,
+              u"[ ]の付いたままの文を，\nほかのプログラムで読めるようにします。"_s);
+    AddChoice(column, optAnki, u"Anki"_s, u"Ankiで読み込むファイルにします (Alt+A)"_s,
+              u"空欄のある行を1行ずつ，\n穴埋め（Cloze）のノートにします。"_s);
+    AddChoice(column, optCsv, u"Csv"_s, u"Excelなどで開く表にします (Alt+C)"_s,
+              u"空欄ごとに，行番号，前の文，答え，後の文を\n並べた表にします。"_s);
+    column->addStretch();
+    column->addLayout(Buttons());
+    FitToScreen(this, content);
+}
+
+QLayout *frmExport::Buttons()
+{
+    QPushButton *const cmdOK =
+        NamedButton(u"cmdOK"_s, u"書き出す(&W)"_s, u"ファイルを書き出し，フォルダを開きます (Enter)"_s, this);
+    QPushButton *const cmdCancel = NamedButton(u"cmdCancel"_s, u"キャンセル"_s, u"書き出さずに戻ります (Esc)"_s, this);
+    connect(cmdOK, &QPushButton::clicked, this, &frmExport::cmdOK_Click);
+    connect(cmdCancel, &QPushButton::clicked, this, &frmExport::cmdCancel_Click);
+    cmdOK->setDefault(true);
+    auto *const buttons = new QHBoxLayout;
+    buttons->addStretch();
+    buttons->addWidget(cmdOK);
+    buttons->addWidget(cmdCancel);
+    return buttons;
+}
+
+void frmExport::Run(const QString &studyFilePath)
+{
+    m_studyFilePath = studyFilePath;
+    lblFile->SetText(FileLine(QFileInfo(studyFilePath).fileName()));
+    (optText->isChecked() ? optText : optAnki->isChecked() ? optAnki : optCsv)->setFocus();
+    exec();
+}
+
+void frmExport::cmdOK_Click()
+{
+    WriteTrace(u"■frmExport.cmdOK_Click");
+    const QString path = ExportPath(m_reportFolder, m_studyFilePath, ChosenKind());
+    QByteArray bytes;
+    if (!Write(path, &bytes))
+        return;
+    m_msg.DispFrmMsg(this, ExportedMessage(path, bytes), MsgStyle::Ok, u"start.wav"_s);
+    accept();
+    if (!m_services.OpenWithShell(m_reportFolder, u"c:\\"_s))
+        m_services.ShowMessage(u"次のフォルダを開けません。\r\n  "_s + m_reportFolder);
+}
+
+void frmExport::cmdCancel_Click()
+{
+    WriteTrace(u"■frmExport.cmdCancel_Click");
+    reject();
+}
+
+ExportKind frmExport::ChosenKind() const
+{
+    return optText->isChecked() ? ExportKind::Text : optAnki->isChecked() ? ExportKind::Anki : ExportKind::Csv;
+}
+
+/// @param bytes  what was written
+/// @return false when nothing was, after the user was told
+bool frmExport::Write(const QString &exportPath, QByteArray *bytes)
+{
+    QString message;
+    if (MakeExport(m_studyFilePath, ChosenKind(), bytes, &message)) {
+        if (!MayReplace(exportPath))
+            return false;
+        if (WriteExport(exportPath, *bytes, &message))
+            return true;
+    }
+    m_msg.DispFrmMsg(this, message, MsgStyle::Ok, u"notify.wav"_s);
+    return false;
+}
+
+bool frmExport::MayReplace(const QString &exportPath)
+{
+    return !QFileInfo(exportPath).isFile() ||
+           m_msg.DispFrmMsg(this, ReplaceExportQuestion(exportPath), MsgStyle::YesNo, u"notify.wav"_s) == MsgResult::Ok;
+}

@@ -1,0 +1,194 @@
+#include "files/modExport.h"
+
+#include "base/modFile.h"
+#include "platform/modReplaceFile.h"
+#include "text/modCheckText.h"
+#include "text/modReadText.h"
+
+#include <QFileInfo>
+
+#include <vector>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+constexpr QByteArrayView ByteOrderMark = "\xEF\xBB\xBF";
+constexpr QByteArrayView NoCharacter = "\xEF\xBF\xBD"; // U+FFFD
+constexpr QChar ZeroWidthSpace(0x200B);
+
+/// A blank's answer in its line, 0-based, without the brackets on both sides.
+struct AnswerPlace
+{
+    qsizetype start;
+    qsizetype end;
+};
+
+std::vector<AnswerPlace> AnswersOf(QStringView line)
+{
+    std::vector<AnswerPlace> answers;
+    for (qsizetype open = line.indexOf(u'['); open >= 0;) {
+        const qsizetype close = line.indexOf(u']', open);
+        if (close < 0)
+            break;
+        answers.push_back({open + 1, close});
+        open = line.indexOf(u'[', close);
+    }
+    return answers;
+}
+
+QString Quoted(const QString &field)
+{
+    return u'"' + QString(field).replace(u'"', u"\"\""_s) + u'"';
+}
+
+QString CsvField(QStringView text)
+{
+    const QString field = text.toString();
+    return field.contains(u',') || field.contains(u'"') ? Quoted(field) : field;
+}
+
+/// Part of a line as it stands in a note. "{{", "}}" and "::" would be read as the marks of a cloze, so a space without
+/// a width goes between their characters. Where the part touches a mark, such a character is kept off that too:
+/// "{{c1::a}}}" would end before the last brace of the answer "a}".
+QString NotePart(QStringView text, bool isBehindMark, bool isBeforeMark)
+{
+    const auto isOfMark = [](QChar character) { return QStringView(u"{}:").contains(character); };
+    QString part;
+    for (qsizetype at = 0; at < text.size(); ++at) {
+        const bool isTouching = at > 0 ? text[at] == text[at - 1] : isBehindMark;
+        if (isTouching && isOfMark(text[at]))
+            part += ZeroWidthSpace;
+        part += text[at];
+    }
+    if (isBeforeMark && !text.isEmpty() && isOfMark(text.back()))
+        part += ZeroWidthSpace;
+    return part;
+}
+
+/// @return a line as a note; empty when it has no blank to ask for
+QString AnkiNote(QStringView line)
+{
+    QString note;
+    int number = 0;
+    qsizetype done = 0;
+    for (const AnswerPlace &answer : AnswersOf(line)) {
+        if (answer.start == answer.end)
+            continue;
+        note += NotePart(line.sliced(done, answer.start - 1 - done), number > 0, true);
+        ++number;
+        note += u"{{c"_s + QString::number(number) + u"::"_s +
+                NotePart(line.sliced(answer.start, answer.end - answer.start), true, true) + u"}}"_s;
+        done = answer.end + 1;
+    }
+    return number == 0 ? QString() : QString(note + NotePart(line.sliced(done), true, false));
+}
+
+/// Anki reads its files as tables, in which a line that begins with "#" is a comment and one with "tags:" a header.
+QString AnkiField(const QString &note)
+{
+    const bool isTakenForMore =
+        note.startsWith(u'#') || note.startsWith(u"tags:") || note.contains(u'"') || note.contains(u'\t');
+    return isTakenForMore ? Quoted(note) : note;
+}
+
+/// The lines of a file that was checked, with its tabs, which the checks count as what they become on the page.
+TextRefusal ReadWithTabs(const QString &studyFilePath, StudyLines *lines)
+{
+    const TextRefusal refusal = ReadStudyText(studyFilePath, MaxLineBytes, lines);
+    return refusal.fault == TextFault::None ? ReadText(studyFilePath, ExpandTabs::No, lines) : refusal;
+}
+
+bool HasBlank(const StudyLines &lines, ExportKind kind)
+{
+    for (int line = lines.NextLineWith(u'[', 1); line > 0; line = lines.NextLineWith(u'[', line + 1))
+        if (kind != ExportKind::Anki || !AnkiNote(lines.at1(line)).isEmpty())
+            return true;
+    return false;
+}
+
+} // namespace
+
+QByteArray TextExport(const StudyLines &lines)
+{
+    QByteArray bytes = ByteOrderMark.toByteArray();
+    for (int line = 1; line <= lines.Count(); ++line)
+        bytes += lines.at1(line).toUtf8() + "\r\n";
+    return bytes;
+}
+
+QByteArray AnkiExport(const StudyLines &lines)
+{
+    QByteArray bytes = "#separator:tab\n#html:false\n#notetype:Cloze\n";
+    for (int line = lines.NextLineWith(u'[', 1); line > 0; line = lines.NextLineWith(u'[', line + 1))
+        if (const QString note = AnkiNote(lines.at1(line)); !note.isEmpty())
+            bytes += AnkiField(note).toUtf8() + '\n';
+    return bytes;
+}
+
+QByteArray CsvExport(const StudyLines &lines)
+{
+    QByteArray bytes = ByteOrderMark.toByteArray() + u"行,前,答え,後\r\n"_s.toUtf8();
+    for (int line = lines.NextLineWith(u'[', 1); line > 0; line = lines.NextLineWith(u'[', line + 1)) {
+        const QStringView text = lines.at1(line);
+        for (const auto &[start, end] : AnswersOf(text)) {
+            const QString row = QString::number(line) + u',' + CsvField(text.first(start - 1)) + u',' +
+                                CsvField(text.sliced(start, end - start)) + u',' + CsvField(text.sliced(end + 1));
+            bytes += row.toUtf8() + "\r\n";
+        }
+    }
+    return bytes;
+}
+
+QString ExportPath(const QString &folder, const QString &studyFilePath, ExportKind kind)
+{
+    const QString endings[] = {u"_UTF-8.txt"_s, u"_Anki.txt"_s, u".csv"_s}; // in the order of the enumeration
+    return JoinPath(folder, GetFileTitle(studyFilePath) + endings[int(kind)]);
+}
+
+bool MakeExport(const QString &studyFilePath, ExportKind kind, QByteArray *bytes, QString *message)
+{
+    StudyLines lines;
+    const TextRefusal refusal = ReadWithTabs(studyFilePath, &lines);
+    *message = refusal.message;
+    if (refusal.fault != TextFault::None)
+        return false;
+    if (kind != ExportKind::Text && !HasBlank(lines, kind)) {
+        *message = NoBlankToExportMessage(GetFileTitle(studyFilePath));
+        return false;
+    }
+    *bytes = kind == ExportKind::Text   ? TextExport(lines)
+             : kind == ExportKind::Anki ? AnkiExport(lines)
+                                        : CsvExport(lines);
+    return true;
+}
+
+bool WriteExport(const QString &exportPath, const QByteArray &bytes, QString *message)
+{
+    QString reason;
+    if (ReplaceFile(exportPath, bytes, &reason))
+        return true;
+    *message = u"書き出したファイルを書き込めません。\r\n  "_s + exportPath + u"\r\n  "_s + reason;
+    return false;
+}
+
+QString NoBlankToExportMessage(const QString &fileTitle)
+{
+    return u"次のファイルには書き出す空欄がありません。\r\n    ファイル名＝"_s + fileTitle +
+           u"\r\n\r\n覚える言葉を半角の[ ]で囲んでから，書き出してください。"_s;
+}
+
+QString ReplaceExportQuestion(const QString &exportPath)
+{
+    return u"前に書き出したファイルがあります。\r\n    ファイル名＝"_s + QFileInfo(exportPath).fileName() +
+           u"\r\n\r\n新しい内容で置き換えますか？"_s;
+}
+
+QString ExportedMessage(const QString &exportPath, const QByteArray &bytes)
+{
+    QString message = u"書き出しました。\r\n    ファイル名＝"_s + QFileInfo(exportPath).fileName();
+    if (const qsizetype count = bytes.count(NoCharacter); count > 0)
+        message +=
+            u"\r\n\r\n文字として読めないバイトが"_s + QString::number(count) + u"個あり，「\uFFFD」になりました。"_s;
+    return message;
+}
