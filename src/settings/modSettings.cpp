@@ -184,6 +184,16 @@ bool SettingsFile::WriteZoom(int percent) const
     return WriteIni(u"Zoom"_s, QString::number(percent));
 }
 
+bool SettingsFile::ReadPrintAnswers() const
+{
+    return ReadIni(u"PrintAnswers"_s, QString()).compare(u"false", Qt::CaseInsensitive) != 0;
+}
+
+bool SettingsFile::WritePrintAnswers(bool withAnswers) const
+{
+    return WriteIni(u"PrintAnswers"_s, withAnswers ? u"True"_s : u"False"_s);
+}
+
 QString SettingsFile::ReadIni(const QString &key, const QString &defaultText) const
 {
     return ReadProfile(m_path, u"setting"_s, key, defaultText, LongestSetting);

@@ -99,6 +99,12 @@ class SettingsFile
     /// Writes the page's zoom, in percent. @return false when the file could not be written
     bool WriteZoom(int percent) const;
 
+    /// Whether the answers are printed with a sheet; true unless the file says otherwise.
+    bool ReadPrintAnswers() const;
+
+    /// Writes whether they are. @return false when the file could not be written
+    bool WritePrintAnswers(bool withAnswers) const;
+
   private:
     PageColourChoice ReadPageColour() const;
     QString ReadIni(const QString &key, const QString &defaultText) const;

@@ -5,6 +5,7 @@
 #include "files/modConvertCode.h"
 #include "files/modExport.h"
 #include "files/modHistory.h"
+#include "files/modPrintSheet.h"
 #include "files/modPrintableCopy.h"
 #include "files/modStudyFolder.h"
 #include "platform/modProfile.h"
@@ -274,6 +275,8 @@ TEST_F(Faults, WhatCannotBeWrittenStaysAsItWas)
         {u"txt/a_印刷用.txt"_s, old,
          [&](const QString &path) { return WritePrintableCopy(folder.Path(u"txt/a.txt"_s), path, &error); }},
         {u"txt/a.csv"_s, old, [&](const QString &path) { return WriteExport(path, added.toLatin1(), &error); }},
+        {u"txt/a_印刷.html"_s, old,
+         [&](const QString &path) { return WritePrintSheet(folder.Path(u"txt/a.txt"_s), path, true, &error); }},
         {u"txt/converted.txt"_s, "short",
          [&](const QString &path) { return ReplaceConverted(path, "short", added.toLatin1(), &error, &error); }},
         {u"db_backup/copy"_s, QByteArray(),

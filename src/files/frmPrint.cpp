@@ -1,0 +1,113 @@
+#include "files/frmPrint.h"
+
+#include "base/modLog.h"
+#include "files/modPrintSheet.h"
+#include "settings/frmMsg.h"
+#include "settings/modSettings.h"
+#include "widgets/ElidedLabel.h"
+#include "widgets/NamedControls.h"
+#include "widgets/ScreenFit.h"
+
+#include <QCheckBox>
+#include <QFileInfo>
+#include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+constexpr int WidestChars = 40; // a longer file name is cut and widens no window
+
+QString FileLine(const QString &name)
+{
+    return u"ファイル："_s + name;
+}
+
+} // namespace
+
+frmPrint::frmPrint(SystemServices &services, frmMsg &msg, const SettingsFile &settings, const QString &reportFolder,
+                   QWidget *owner)
+    : QDialog(owner), m_services(services), m_msg(msg), m_settings(settings), m_reportFolder(reportFolder),
+      lblFile(new ElidedLabel(u"lblFile"_s, WidestChars, this)), chkAnswers(new QCheckBox(u"解答を付ける(&A)"_s, this))
+{
+    setObjectName(u"frmPrint"_s);
+    Form_Load();
+}
+
+void frmPrint::Form_Load()
+{
+    WriteTrace(u"■frmPrint.Form_Load");
+    setWindowTitle(u"印刷"_s);
+    AddControls();
+}
+
+void frmPrint::AddControls()
+{
+    chkAnswers->setObjectName(u"chkAnswers"_s);
+    chkAnswers->setToolTip(u"番号を付けた解答を，最後のページに印刷します (Alt+A)"_s);
+    auto *const content = new QWidget(this);
+    content->setObjectName(u"content"_s);
+    auto *const column = new QVBoxLayout(content);
+    lblFile->SetText(FileLine(QString(WidestChars, u'n'))); // the window is sized for any name
+    column->addWidget(lblFile);
+    column->addWidget(NamedLabel(u"lblHow"_s,
+                                 u"空欄を下線にしたA4のページをブラウザで開きます。\n"
+                                 u"そこで Ctrl+P を押すと，印刷やPDFへの保存ができます。"_s,
+                                 this));
+    column->addSpacing(fontMetrics().lineSpacing() / 2);
+    column->addWidget(chkAnswers);
+    column->addStretch();
+    column->addSpacing(fontMetrics().lineSpacing() / 2);
+    column->addLayout(Buttons());
+    FitToScreen(this, content);
+}
+
+QLayout *frmPrint::Buttons()
+{
+    QPushButton *const cmdOK =
+        NamedButton(u"cmdOK"_s, u"印刷ページを開く(&P)"_s, u"印刷するページをブラウザで開きます (Enter)"_s, this);
+    QPushButton *const cmdCancel = NamedButton(u"cmdCancel"_s, u"キャンセル"_s, u"印刷せずに戻ります (Esc)"_s, this);
+    connect(cmdOK, &QPushButton::clicked, this, &frmPrint::cmdOK_Click);
+    connect(cmdCancel, &QPushButton::clicked, this, &frmPrint::cmdCancel_Click);
+    cmdOK->setDefault(true);
+    auto *const buttons = new QHBoxLayout;
+    buttons->addStretch();
+    buttons->addWidget(cmdOK);
+    buttons->addWidget(cmdCancel);
+    return buttons;
+}
+
+void frmPrint::Run(const QString &studyFilePath)
+{
+    m_studyFilePath = studyFilePath;
+    lblFile->SetText(FileLine(QFileInfo(studyFilePath).fileName()));
+    chkAnswers->setChecked(m_settings.ReadPrintAnswers());
+    chkAnswers->setFocus();
+    exec();
+}
+
+void frmPrint::cmdOK_Click()
+{
+    WriteTrace(u"■frmPrint.cmdOK_Click");
+    const QString path = PrintSheetPath(m_reportFolder, m_studyFilePath);
+    QString message;
+    if (!WritePrintSheet(m_studyFilePath, path, chkAnswers->isChecked(), &message)) {
+        m_msg.DispFrmMsg(this, message, MsgStyle::Ok, u"notify.wav"_s);
+        return;
+    }
+    // Where it cannot be kept the sheet is printed all the same.
+    if (chkAnswers->isChecked() != m_settings.ReadPrintAnswers())
+        m_settings.WritePrintAnswers(chkAnswers->isChecked());
+    m_msg.PlayNamedSound(u"start.wav"_s);
+    accept();
+    if (!m_services.OpenWithShell(path, m_reportFolder))
+        m_services.ShowMessage(SheetNotOpenedMessage(path));
+}
+
+void frmPrint::cmdCancel_Click()
+{
+    WriteTrace(u"■frmPrint.cmdCancel_Click");
+    reject();
+}

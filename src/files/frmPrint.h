@@ -1,0 +1,42 @@
+// Makes the sheet of a study file and opens it in the browser, which prints it.
+#pragma once
+
+#include "platform/modSystemServices.h"
+
+#include <QDialog>
+
+class ElidedLabel;
+class QCheckBox;
+class QLayout;
+class SettingsFile;
+class frmMsg;
+
+class frmPrint : public QDialog
+{
+    Q_OBJECT
+
+  public:
+    /// @param settings  keeps whether the answers are printed
+    /// @param reportFolder  where the sheets are written
+    frmPrint(SystemServices &services, frmMsg &msg, const SettingsFile &settings, const QString &reportFolder,
+             QWidget *owner);
+
+    /// Shows the window for a study file and waits until it is left. After a fault it stays open.
+    void Run(const QString &studyFilePath);
+
+  private:
+    void Form_Load();
+    void cmdOK_Click();
+    void cmdCancel_Click();
+
+    void AddControls();
+    QLayout *Buttons();
+
+    SystemServices &m_services;
+    frmMsg &m_msg;
+    const SettingsFile &m_settings;
+    QString m_reportFolder;
+    QString m_studyFilePath;
+    ElidedLabel *lblFile;
+    QCheckBox *chkAnswers;
+};

@@ -1,0 +1,217 @@
+#include "files/modPrintSheet.h"
+
+#include "base/modFile.h"
+#include "platform/modReplaceFile.h"
+#include "text/modCheckText.h"
+#include "text/modPictureName.h"
+#include "text/modReadText.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QHash>
+#include <QUrl>
+
+#include <algorithm>
+#include <utility>
+#include <vector>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+using PictureUrl = std::function<QString(const QString &name)>;
+
+// The fonts have half-width letters exactly half as wide as the others. A number takes the two cells of the brackets;
+// one that is no single character is a little wider. An underline that is too wide for the page ends with it. Browsers
+// that know no margin boxes leave out the number of the page.
+const QString Style = uR"(
+@page { size: A4; margin: 18mm 15mm 20mm;
+  @bottom-center { content: counter(page) " / " counter(pages); font: 10pt sans-serif; } }
+html { color-scheme: light; }
+body { margin: 0; color: #000; overflow-wrap: anywhere;
+  font: 12pt/1.7 "BIZ UDGothic", "MS Gothic", "Osaka-Mono", "Hiragino Sans", "Noto Sans Mono CJK JP", "IPAGothic",
+    monospace; }
+h1, h2 { margin: 0 0 .5em; font-size: 15pt; line-height: 1.4; break-after: avoid; }
+.name { margin: 0 0 1.5em; text-align: right; }
+.name span { display: inline-block; width: 13em; border-bottom: 1px solid; margin: 0 1em 0 .5em; }
+.name .date { width: 7em; }
+.line { min-height: 1.7em; white-space: pre-wrap; break-inside: avoid; padding-left: 2em; text-indent: -2em; }
+.blank { white-space: nowrap; }
+.blank small { font-size: .8em; }
+.blank span { display: inline-block; box-sizing: border-box; height: 1.2em; max-width: calc(100% - 5em);
+  border-bottom: 1px solid; vertical-align: -.2em; }
+.pictures { text-indent: 0; }
+img { max-width: 100%; max-height: 80mm; margin: .3em 1em .3em 0; vertical-align: top; }
+img:not(:only-child) { max-width: 46%; }
+.answers { break-before: page; }
+.columns { columns: 12em; column-gap: 1.5em; line-height: 1.5; }
+.columns div { break-inside: avoid; white-space: pre-wrap; padding-left: 2.3em; text-indent: -2.3em; }
+.columns b { display: inline-block; box-sizing: border-box; min-width: 2.3em; padding-right: .3em; text-indent: 0;
+  font-weight: normal; }
+@media print { .screen-only { display: none; } }
+@media screen {
+  html { background: #ddd; }
+  body { box-sizing: border-box; width: 210mm; margin: 1em auto; padding: 18mm 15mm; background: #fff; }
+  .screen-only { margin: -10mm 0 2em; padding: .3em 1em; background: #fff3c4; }
+  .answers { margin-top: 3em; border-top: 1px dashed; padding-top: 2em; }
+}
+)"_s;
+
+/// What stands in a line for characters of it.
+struct Replacement
+{
+    qsizetype start; // 0-based
+    qsizetype end;
+    QString html;
+};
+
+QString Escaped(QStringView text)
+{
+    return text.toString().toHtmlEscaped();
+}
+
+QString BlankHtml(const DisplayText &text, int blank)
+{
+    const int cells = CellsOf(text.Answer(blank));
+    const QString number = BlankNumber(blank);
+    return u"<span class=\"blank\">"_s +
+           (number.size() == 1 ? number : QString(u"<small>"_s + number + u"</small>"_s)) + u"<span style=\"width:"_s +
+           QString::number(cells / 2.0) + u"em\"></span></span>"_s;
+}
+
+QString PictureHtml(const QString &url, const QString &name)
+{
+    return u"<img src=\""_s + url.toHtmlEscaped() + u"\" alt=\""_s + name.toHtmlEscaped() + u"\">"_s;
+}
+
+/// Takes out the references of a line to pictures that are there. One that a blank stands in stays: it hides an answer.
+/// @return the pictures
+QString TakePictures(const DisplayText &text, int line, const PictureUrl &pictureUrl,
+                     std::vector<Replacement> *replacements)
+{
+    QString pictures;
+    if (!text.Line(line).contains(u'｢'))
+        return pictures;
+    const std::vector<Replacement> blanks = *replacements;
+    for (const PictureReference &reference : PictureReferences(text.MaskedLine(line))) {
+        const qsizetype end = reference.start + reference.length;
+        const bool holdsBlank = std::ranges::any_of(
+            blanks, [&](const Replacement &blank) { return blank.start < end && reference.start < blank.end; });
+        const QString url = holdsBlank ? QString() : pictureUrl(reference.name);
+        if (url.isEmpty())
+            continue;
+        replacements->push_back({reference.start, end, QString()});
+        pictures += PictureHtml(url, reference.name);
+    }
+    return pictures;
+}
+
+QString LineHtml(const DisplayText &text, int line, const PictureUrl &pictureUrl)
+{
+    const QStringView characters = text.Line(line);
+    std::vector<Replacement> replacements;
+    for (const int blank : text.BlanksOnLine(line)) {
+        const qsizetype start = text.Span(blank).Index();
+        replacements.push_back({start, start + text.Span(blank).length, BlankHtml(text, blank)});
+    }
+    const QString pictures = TakePictures(text, line, pictureUrl, &replacements);
+    std::ranges::sort(replacements, {}, &Replacement::start);
+    QString html;
+    qsizetype done = 0;
+    for (const Replacement &each : replacements) {
+        if (each.start < done)
+            continue; // a reference that stands in another
+        html += Escaped(characters.sliced(done, each.start - done)) + each.html;
+        done = each.end;
+    }
+    html += Escaped(characters.sliced(done));
+    if (pictures.isEmpty())
+        return u"<div class=\"line\">"_s + html + u"</div>\n"_s;
+    const QString above = html.trimmed().isEmpty() ? QString() : html;
+    return u"<div class=\"line\">"_s + above + u"<div class=\"pictures\">"_s + pictures + u"</div></div>\n"_s;
+}
+
+QString AnswersHtml(const QString &title, const DisplayText &text)
+{
+    QString html =
+        u"<section class=\"answers\">\n<h2>"_s + title.toHtmlEscaped() + u"　解答</h2>\n<div class=\"columns\">\n"_s;
+    for (int blank = 1; blank <= text.Blanks().Count(); ++blank)
+        html += u"<div><b>"_s + BlankNumber(blank) + u"</b>"_s + Escaped(text.Answer(blank)) + u"</div>\n"_s;
+    return html + u"</div>\n</section>\n"_s;
+}
+
+/// From the folder of the sheet, so that the application folder can be moved with both.
+QString RelativeUrl(const QString &folder, const QString &path)
+{
+    const QString relative = QDir(folder).relativeFilePath(QDir::fromNativeSeparators(path));
+    if (QDir::isAbsolutePath(relative)) // on another drive
+        return QString::fromLatin1(QUrl::fromLocalFile(relative).toEncoded());
+    return QString::fromLatin1(QUrl::toPercentEncoding(relative, "/"));
+}
+
+/// The URLs of the pictures beside a study file. Each name is looked for once, whatever the number of references.
+PictureUrl PicturesBeside(const QString &studyFilePath, const QString &sheetPath)
+{
+    return [pictureFolder = QFileInfo(studyFilePath).absolutePath(), sheetFolder = QFileInfo(sheetPath).absolutePath(),
+            known = QHash<QString, QString>()](const QString &name) mutable {
+        const auto found = known.constFind(name);
+        if (found != known.constEnd())
+            return *found;
+        const QString path = FindPictureFile(pictureFolder, name);
+        return *known.insert(name, path.isEmpty() ? QString() : RelativeUrl(sheetFolder, path));
+    };
+}
+
+} // namespace
+
+QString BlankNumber(int blank)
+{
+    if (blank <= 20)
+        return QChar(u'①' + blank - 1);
+    if (blank <= 35)
+        return QChar(u'㉑' + blank - 21);
+    if (blank <= 50)
+        return QChar(u'㊱' + blank - 36);
+    return u'(' + QString::number(blank) + u')';
+}
+
+QString PrintSheetHtml(const QString &title, const DisplayText &text, const PictureUrl &pictureUrl, bool withAnswers)
+{
+    const QString heading = title.toHtmlEscaped();
+    QString html =
+        u"<!DOCTYPE html>\n<html lang=\"ja\">\n<head>\n<meta charset=\"utf-8\">\n<title>"_s + heading +
+        u"</title>\n<style>"_s + Style +
+        u"</style>\n</head>\n<body>\n<p class=\"screen-only\">印刷は Ctrl+P（「ヘッダーとフッター」は外す）</p>\n<h1>"_s +
+        heading + u"</h1>\n<p class=\"name\">日付<span class=\"date\"></span>名前<span></span></p>\n"_s;
+    for (int line = 1; line <= text.LineCount(); ++line)
+        html += LineHtml(text, line, pictureUrl);
+    if (withAnswers && text.Blanks().Count() > 0)
+        html += AnswersHtml(title, text);
+    return html + u"</body>\n</html>\n"_s;
+}
+
+QString PrintSheetPath(const QString &folder, const QString &studyFilePath)
+{
+    return JoinPath(folder, GetFileTitle(studyFilePath) + u"_印刷.html"_s);
+}
+
+bool WritePrintSheet(const QString &studyFilePath, const QString &sheetPath, bool withAnswers, QString *message)
+{
+    StudyLines lines;
+    const TextRefusal refusal = ReadStudyText(studyFilePath, MaxLineBytes, &lines);
+    *message = refusal.message;
+    if (refusal.fault != TextFault::None)
+        return false;
+    const QString html = PrintSheetHtml(GetFileTitle(studyFilePath), DisplayText(std::move(lines)),
+                                        PicturesBeside(studyFilePath, sheetPath), withAnswers);
+    QString reason;
+    if (ReplaceFile(sheetPath, html.toUtf8(), &reason))
+        return true;
+    *message = u"印刷ページを書き込めません。\r\n  "_s + sheetPath + u"\r\n  "_s + reason;
+    return false;
+}
+
+QString SheetNotOpenedMessage(const QString &sheetPath)
+{
+    return u"印刷ページを開けません。次のファイルをブラウザで開いて，印刷してください。\r\n  "_s + sheetPath;
+}

@@ -1,0 +1,33 @@
+// A study file as a sheet to be filled in by hand: a page for the browser, which prints it on A4 or saves it as PDF.
+// Each blank is a numbered underline that takes as many cells as the blank does in the study window, so that columns
+// stay in line; the answers follow on a page of their own.
+#pragma once
+
+#include "text/modDisplayText.h"
+
+#include <QString>
+
+#include <functional>
+
+/// The number of a blank, 1 or more: ① to ㊿, then (51), (52) ...
+QString BlankNumber(int blank);
+
+/// The sheet as HTML without scripts and without anything from elsewhere but the pictures. A picture stands below the
+/// line that refers to it, and the reference goes.
+/// @param title  heading and title of the page
+/// @param pictureUrl  URL of the picture of a name; empty when there is none, and then the reference stays as text
+/// @param withAnswers  whether the answers follow; where there are no blanks they never do
+QString PrintSheetHtml(const QString &title, const DisplayText &text,
+                       const std::function<QString(const QString &name)> &pictureUrl, bool withAnswers);
+
+/// Full path of a study file's sheet: the file's title and "_印刷.html".
+QString PrintSheetPath(const QString &folder, const QString &studyFilePath);
+
+/// Writes the sheet of a study file, whose pictures it shows from where they are. A sheet that is there already is
+/// replaced.
+/// @return false after a fault, which message then holds: the reader's refusal, or that the sheet cannot be written. A
+/// sheet that was there before is then still there, whole
+bool WritePrintSheet(const QString &studyFilePath, const QString &sheetPath, bool withAnswers, QString *message);
+
+/// The message about a sheet that the system has no program for, whole.
+QString SheetNotOpenedMessage(const QString &sheetPath);
