@@ -6,6 +6,8 @@
 #include "files/CodeConversion.h"
 #include "files/HistoryPanel.h"
 #include "files/StudyFileModel.h"
+#include "files/frmExport.h"
+#include "files/frmPrint.h"
 #include "files/frmTable.h"
 #include "files/modConvertCode.h"
 #include "files/modPrintableCopy.h"
@@ -161,13 +163,18 @@ void frmFile::cmdConvFile_Click()
     if (!TakeSelection(true, &name))
         return;
     const QString path = m_folder.PathOf(name);
+    const QString copyPath = PrintableCopyPath(m_folder.Path(), path);
+    if (IsCopyEdited(path, copyPath) &&
+        m_msg.DispFrmMsg(this, ReplaceCopyQuestion(copyPath), MsgStyle::YesNo, u"notify.wav"_s) != MsgResult::Ok)
+        return;
     QString fault;
-    if (!WritePrintableCopy(path, PrintableCopyPath(m_folder.Path(), path), &fault)) {
+    if (!WritePrintableCopy(path, copyPath, &fault)) {
         m_msg.DispFrmMsg(this, fault, MsgStyle::Ok, u"notify.wav"_s);
         return;
     }
-    m_msg.PlayNamedSound(u"start.wav"_s);
     ListFiles();
+    if (m_msg.DispFrmMsg(this, CopyMadeMessage(copyPath), MsgStyle::YesNo, u"start.wav"_s) == MsgResult::Ok)
+        OpenInEditor(m_services, m_textEditor, copyPath, 1);
 }
 
 void frmFile::cmdConvCode_Click()
@@ -179,6 +186,22 @@ void frmFile::cmdConvCode_Click()
     CodeConversion(m_services, m_msg, this, m_textEditor, m_folder.PathOf(name)).Run();
     ListFiles();
     lstFile->setFocus(); // Enter then opens the file
+}
+
+void frmFile::cmdPrint_Click()
+{
+    WriteTrace(u"■frmFile.cmdPrint_Click");
+    QString name;
+    if (TakeSelection(false, &name))
+        frmPrint(m_services, m_msg, m_settings, m_reportFolder, this).Run(m_folder.PathOf(name));
+}
+
+void frmFile::cmdExport_Click()
+{
+    WriteTrace(u"■frmFile.cmdExport_Click");
+    QString name;
+    if (TakeSelection(false, &name))
+        frmExport(m_services, m_msg, m_reportFolder, this).Run(m_folder.PathOf(name));
 }
 
 void frmFile::cmdTable_Click()

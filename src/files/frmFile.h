@@ -21,6 +21,7 @@ class QLineEdit;
 class QListView;
 class QPushButton;
 class QTimer;
+class SettingsFile;
 class StudyFileModel;
 
 /// How the file selection window was left.
@@ -36,9 +37,10 @@ class frmFile : public QDialog
     Q_OBJECT
 
   public:
+    /// @param settings  keeps what is chosen here for good; must outlive this
     /// @param applicationFolder  the folder of study files is "txt" in it, that of the reports "rec"
-    frmFile(SystemServices &services, StudyDatabase &database, frmMsg &msg, const QString &applicationFolder,
-            const QString &userName, QWidget *owner);
+    frmFile(SystemServices &services, StudyDatabase &database, frmMsg &msg, const SettingsFile &settings,
+            const QString &applicationFolder, const QString &userName, QWidget *owner);
     ~frmFile() override;
 
     /// Shows the window and waits until it is left. @param textEditor  the editor of the current settings
@@ -67,7 +69,9 @@ class frmFile : public QDialog
     void cmdOpenFolder_Click();
     void cmdConvFile_Click();
     void cmdConvCode_Click();
+    void cmdPrint_Click();
     void cmdTable_Click();
+    void cmdExport_Click();
     void cmdCancel_Click();
     void cmdEnd_Click();
     void txtFilter_Change();
@@ -96,6 +100,8 @@ class frmFile : public QDialog
     SystemServices &m_services;
     StudyDatabase &m_database;
     frmMsg &m_msg;
+    const SettingsFile &m_settings;
+    QString m_reportFolder;
     StudyFolder m_folder;
     StudyTallies m_tallies;
     QString m_tableFolder; // where the next table is looked for

@@ -26,16 +26,16 @@ constexpr int WidestChars = 30; // a long path must not push the buttons off the
 
 } // namespace
 
-frmFile::frmFile(SystemServices &services, StudyDatabase &database, frmMsg &msg, const QString &applicationFolder,
-                 const QString &userName, QWidget *owner)
-    : QDialog(owner), m_services(services), m_database(database), m_msg(msg),
-      m_folder(JoinPath(applicationFolder, u"txt"_s)), m_tallies(database, userName),
-      m_tableFolder(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation)),
+frmFile::frmFile(SystemServices &services, StudyDatabase &database, frmMsg &msg, const SettingsFile &settings,
+                 const QString &applicationFolder, const QString &userName, QWidget *owner)
+    : QDialog(owner), m_services(services), m_database(database), m_msg(msg), m_settings(settings),
+      m_reportFolder(JoinPath(applicationFolder, u"rec"_s)), m_folder(JoinPath(applicationFolder, u"txt"_s)),
+      m_tallies(database, userName), m_tableFolder(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation)),
       m_files(new StudyFileModel(m_folder, m_tallies, this)), m_watcher(new QFileSystemWatcher(this)),
       m_refreshing(new QTimer(this)), m_tallying(new QTimer(this)), lstFile(new QListView(this)),
       txtFilter(new QLineEdit(this)), lblFolder(new ElidedLabel(u"lblFolder"_s, WidestChars, this)),
       lblUserName(new ElidedLabel(u"lblUserName"_s, WidestChars, this)),
-      m_history(new HistoryPanel(services, database, msg, JoinPath(applicationFolder, u"rec"_s), userName, this))
+      m_history(new HistoryPanel(services, database, msg, m_reportFolder, userName, this))
 {
     setObjectName(u"frmFile"_s);
     setAcceptDrops(true);
@@ -127,10 +127,15 @@ QLayout *frmFile::FileButtons()
                   &frmFile::cmdEdit_Click);
     cmdConvCode = AddButton(u"cmdConvCode"_s, u"Shift_JISに変換(&C)"_s,
                             u"文字コードを変えて，開けるファイルにします (Alt+C)"_s, &frmFile::cmdConvCode_Click);
+    QPushButton *const cmdPrint =
+        AddButton(u"cmdPrint"_s, u"印刷(&I)…"_s, u"正解を下線にした用紙をブラウザで開きます (Ctrl+P)"_s,
+                  &frmFile::cmdPrint_Click);
+    addAction(AddAction(u"actPrint"_s, cmdPrint->text(), cmdPrint->toolTip(), Qt::CTRL | Qt::Key_P,
+                        &frmFile::cmdPrint_Click));
     cmdSelect->setDefault(true);
 
     auto *const buttons = new QVBoxLayout;
-    for (QPushButton *const button : {cmdSelect, cmdEdit, cmdConvCode, OthersButton()})
+    for (QPushButton *const button : {cmdSelect, cmdEdit, cmdConvCode, cmdPrint, OthersButton()})
         buttons->addWidget(button);
     buttons->addStretch();
     return buttons;
@@ -145,7 +150,9 @@ QPushButton *frmFile::OthersButton()
     menu->addAction(AddAction(u"cmdTable"_s, u"表から作る(&T)…"_s,
                               u"表計算などの表（CSV，TSV）から学習ファイルを作ります"_s, Qt::CTRL | Qt::Key_T,
                               &frmFile::cmdTable_Click));
-    menu->addSeparator();
+    menu->addAction(AddAction(u"cmdExport"_s, u"書き出す(&W)…"_s,
+                              u"ほかのソフトのためのファイル（テキスト，Anki，CSV）を rec フォルダに作ります"_s,
+                              Qt::CTRL | Qt::Key_E, &frmFile::cmdExport_Click));
     menu->addAction(AddAction(u"cmdConvFile"_s, u"印刷用の写しを作る(&P)"_s,
                               u"正解を空欄にした印刷用のファイルを作ります"_s, Qt::ALT | Qt::Key_P,
                               &frmFile::cmdConvFile_Click));
@@ -175,8 +182,8 @@ QLayout *frmFile::LeavingButtons()
 void frmFile::SetTabOrder()
 {
     QWidget *last = txtFilter;
-    for (const QString &name :
-         {u"lstFile"_s, u"cmdSelect"_s, u"cmdEdit"_s, u"cmdConvCode"_s, u"cmdOthers"_s, u"cmdCancel"_s, u"cmdEnd"_s}) {
+    for (const QString &name : {u"lstFile"_s, u"cmdSelect"_s, u"cmdEdit"_s, u"cmdConvCode"_s, u"cmdPrint"_s,
+                                u"cmdOthers"_s, u"cmdCancel"_s, u"cmdEnd"_s}) {
         auto *const next = findChild<QWidget *>(name);
         setTabOrder(last, next);
         last = next;

@@ -2,7 +2,9 @@
 
 #include "base/modDateText.h"
 #include "base/modFile.h"
+#include "files/frmExport.h"
 #include "files/frmFile.h"
+#include "files/frmPrint.h"
 #include "search/frmSearch.h"
 #include "settings/frmIni.h"
 #include "settings/frmMsg.h"
@@ -59,7 +61,8 @@ void frmText::cmdFile_Click()
         return;
     }
     if (!m_frmFile)
-        m_frmFile = new frmFile(m_services, m_database, m_msg, m_context.applicationFolder, m_context.userName, this);
+        m_frmFile = new frmFile(m_services, m_database, m_msg, m_settingsFile, m_context.applicationFolder,
+                                m_context.userName, this);
     PlaceFileWindow();
     const FileChoice choice = m_frmFile->Choose(m_settings.TextEditor);
     if (choice == FileChoice::EndProgram) {
@@ -257,6 +260,23 @@ void frmText::chkSpeak_Click()
 {
     WriteTrace(u"■frmText.chkSpeak_Click");
     picText->setFocus();
+}
+
+QString frmText::ReportFolderPath() const
+{
+    return JoinPath(m_context.applicationFolder, u"rec"_s);
+}
+
+void frmText::PrintFile()
+{
+    if (m_session.IsFileOpen())
+        frmPrint(m_services, m_msg, m_settingsFile, ReportFolderPath(), this).Run(m_session.Path());
+}
+
+void frmText::ExportFile()
+{
+    if (m_session.IsFileOpen())
+        frmExport(m_services, m_msg, ReportFolderPath(), this).Run(m_session.Path());
 }
 
 void frmText::picText_KeyDown(int key)

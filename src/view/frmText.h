@@ -110,7 +110,10 @@ class frmText : public QWidget
     void TellFileChange();
     void OpenInEditorAt(int line);
     MsgResult Ask(const QString &message, MsgStyle style, const QString &soundName);
+    void PrintFile();
+    void ExportFile();
     QString StudyFolderPath() const;
+    QString ReportFolderPath() const;
 
     void Enter();
     void Reveal(int blank);

@@ -157,6 +157,8 @@ void frmText::AddShortcuts()
     add(Qt::CTRL | Qt::Key_Equal, [this] { ChangeZoom(1); });
     add(Qt::CTRL | Qt::Key_Semicolon, [this] { ChangeZoom(1); });
     add(Qt::CTRL | Qt::Key_Minus, [this] { ChangeZoom(-1); });
+    addClick(QKeySequence::Print, [this] { PrintFile(); });
+    addClick(Qt::CTRL | Qt::Key_E, [this] { ExportFile(); });
     addClick(Qt::CTRL | Qt::Key_0, [this] { SetZoom(ZoomSteps.front()); });
 }
 

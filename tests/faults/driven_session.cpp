@@ -14,6 +14,7 @@
 #include "view/frmText.h"
 #include "view/picText.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QDir>
 #include <QLineEdit>
@@ -127,7 +128,7 @@ class Learner : public QObject
             if (m_isStudying)
                 Say(u"completed "_s + QString::number(++m_completed));
             list->setCurrentIndex(list->model()->index(0, 0));
-            Click(dialog, u"cmdConvFile");
+            dialog->findChild<QAction *>(u"cmdConvFile"_s)->trigger();
             break;
         case 1:
             Click(dialog, u"cmdFile");
@@ -135,7 +136,7 @@ class Learner : public QObject
         default:
             m_fileStep = 0;
             m_isStudying = true;
-            list->setCurrentIndex(list->model()->index(2 * (m_count % 2), 0)); // the printable copy stands between them
+            list->setCurrentIndex(list->model()->index(m_count % 2, 0)); // the printable copy stands behind them
             Click(dialog, u"cmdSelect");
         }
     }

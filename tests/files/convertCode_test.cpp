@@ -1,5 +1,6 @@
 #include "files/frmFile.h"
 #include "files/modConvertCode.h"
+#include "settings/modSettings.h"
 #include "store/modDB_SQLite.h"
 #include "support/WindowTest.h"
 #include "text/modDecodeText.h"
@@ -89,7 +90,8 @@ class ConversionTest : public WindowTest
     bool wasEnabled = true;
     QString selected;
     StudyDatabase database{services};
-    frmFile window{services, database, msg, folder.Path(), u"花子"_s, nullptr};
+    SettingsFile settings{folder.Path(u"Kotoban.ini"_s)};
+    frmFile window{services, database, msg, settings, folder.Path(), u"花子"_s, nullptr};
 };
 
 } // namespace

@@ -1,5 +1,6 @@
 // The file selection window.
 #include "files/frmFile.h"
+#include "settings/modSettings.h"
 #include "store/modDB_SQLite.h"
 #include "support/WindowTest.h"
 #include "text/modCheckText.h"
@@ -41,7 +42,8 @@ class FileWindowTest : public WindowTest
     QString good;
     QString bad;
     StudyDatabase database{services};
-    frmFile window{services, database, msg, folder.Path(), u"花子"_s, nullptr};
+    SettingsFile settings{folder.Path(u"Kotoban.ini"_s)};
+    frmFile window{services, database, msg, settings, folder.Path(), u"花子"_s, nullptr};
 };
 
 } // namespace
@@ -108,7 +110,7 @@ TEST_F(FileWindowTest, AtEveryFontSizeEachControlCanBeReachedByTab)
         QFont font = usual;
         font.setPointSize(points);
         QApplication::setFont(font);
-        frmFile file{services, database, msg, folder.Path(), u"花子"_s, nullptr};
+        frmFile file{services, database, msg, settings, folder.Path(), u"花子"_s, nullptr};
         const QSize screen = file.screen()->availableSize();
         EXPECT_EQ(file.size().boundedTo(screen), file.size()) << points;
         script.When(u"frmFile"_s, [&file, points](QWidget *dialog) {
@@ -116,7 +118,7 @@ TEST_F(FileWindowTest, AtEveryFontSizeEachControlCanBeReachedByTab)
             date->end(false);
             EXPECT_EQ(date->cursorPositionAt(QPoint(0, 0)), 0) << "the date is seen whole, points " << points;
             QStringList seen;
-            for (int tabs = 0; tabs < 11; ++tabs) {
+            for (int tabs = 0; tabs < 12; ++tabs) {
                 const QWidget *const control = dialog->focusWidget();
                 seen += control->objectName();
                 EXPECT_FALSE(control->visibleRegion().isEmpty()) << control->objectName().toStdString();

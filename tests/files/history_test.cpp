@@ -2,6 +2,7 @@
 #include "files/frmFile.h"
 #include "files/modHistoryChart.h"
 #include "files/modPrintableCopy.h"
+#include "settings/modSettings.h"
 #include "store/modDB_SQLite.h"
 #include "support/Rows.h"
 #include "support/WindowTest.h"
@@ -170,7 +171,8 @@ class HistoryWindowTest : public WindowTest
     }
 
     StudyDatabase database{services};
-    frmFile window{services, database, msg, folder.Path(), u"花/子"_s, nullptr};
+    SettingsFile settings{folder.Path(u"Kotoban.ini"_s)};
+    frmFile window{services, database, msg, settings, folder.Path(), u"花/子"_s, nullptr};
 };
 
 } // namespace
@@ -295,10 +297,22 @@ TEST_F(HistoryWindowTest, ConvertsTheSelectedFileAndRefusesACopy)
         DialogScript::Press(dialog, u"cmdConvFile"_s);
     };
     script.When(u"frmFile"_s, [select](QWidget *dialog) { select(dialog, 0); });
+    script.Click(u"frmMsg"_s, u"cmdOK"_s);
     script.When(u"frmFile"_s, [select](QWidget *dialog) { select(dialog, 1); });
     script.Click(u"frmMsg"_s, u"cmdOK"_s);
+    script.When(u"frmFile"_s, [&](QWidget *dialog) {
+        folder.Write(u"txt/a_印刷用.txt"_s, "by hand");
+        select(dialog, 0);
+    });
+    script.Click(u"frmMsg"_s, u"cmdCancel"_s);
     script.Click(u"frmFile"_s, u"cmdCancel"_s);
     window.Choose(u"notepad.exe"_s);
-    EXPECT_EQ(script.messages, QStringList(u"印刷用ファイル以外を一つ選択してください。"_s));
-    EXPECT_EQ(folder.Read(u"txt/a_印刷用.txt"_s), "[__]\r\n");
+    const QString copy = QDir::toNativeSeparators(folder.Path(u"txt/a_印刷用.txt"_s));
+    ASSERT_EQ(script.messages.size(), 3);
+    EXPECT_EQ(script.messages[0], CopyMadeMessage(copy).replace(u"\r\n"_s, u"\n"_s));
+    ASSERT_EQ(services.commands.size(), 1) << "opened, as it was offered";
+    EXPECT_TRUE(services.commands[0].contains(u"a_印刷用.txt")) << services.commands[0].toStdString();
+    EXPECT_EQ(script.messages[1], u"印刷用ファイル以外を一つ選択してください。"_s);
+    EXPECT_EQ(script.messages[2], ReplaceCopyQuestion(copy).replace(u"\r\n"_s, u"\n"_s));
+    EXPECT_EQ(folder.Read(u"txt/a_印刷用.txt"_s), "by hand");
 }
