@@ -32,10 +32,11 @@ bool ReadsAsTable(CharCode code)
     return code != CharCode::None && code != CharCode::Utf7;
 }
 
-/// Whether a character ends a line or moves on to the next column, and is no blank of any width.
+/// Whether a character ends a line or moves on to another column or page.
 bool IsLayout(QChar character)
 {
-    return character.isSpace() && character.category() != QChar::Separator_Space;
+    return (character >= u'\t' && character <= u'\r') || character == u'\u0085' || character == u'\u2028' ||
+           character == u'\u2029';
 }
 
 /// Adds a cell with one blank for each run of characters that would take the text apart.
@@ -78,59 +79,83 @@ class StudyTextMaker
     /// @param cells  with TAB between them
     void AddRow(QStringView cells, int rowNumber)
     {
+        QString &text = m_study.text;
+        const qsizetype start = text.size();
         m_pieces.clear();
         int column = 0;
         for (const QStringView cell : cells.tokenize(u'\t')) {
-            if (!cell.isEmpty())
-                m_pieces += Piece(cell, m_options.isHidden.value(column));
+            if (!cell.isEmpty()) {
+                if (text.size() > start)
+                    text += m_between;
+                const qsizetype pieceStart = text.size();
+                AddPiece(cell, m_options.isHidden.value(column));
+                m_pieces.push_back({pieceStart, text.size()});
+            }
             ++column;
         }
-        if (m_pieces.isEmpty())
-            return;
-        const QString line = m_pieces.join(m_between);
-        if (GetByteLength(line) <= MaxLineBytes)
-            AddLine(line);
-        else
-            AddLongRow(line, rowNumber);
+        if (GetByteLength(QStringView(text).sliced(start)) > MaxLineBytes)
+            BreakRow(start, rowNumber);
+        else if (text.size() > start)
+            EndLine();
     }
 
     TableStudyText Take()
     {
-        m_study.lines = int(m_study.text.count(LineEnd));
         m_study.blanks = int(m_study.text.count(u'['));
         return std::move(m_study);
     }
 
   private:
-    QString Piece(QStringView cell, bool isHidden)
+    struct Piece
     {
-        const qsizetype brackets = cell.count(u'[') + cell.count(u']');
-        const bool isOneBlank = brackets == 2 && cell.startsWith(u'[') && cell.endsWith(u']');
-        if (isOneBlank || (!isHidden && BracketsPair(cell)))
-            return cell.toString();
-        m_study.bracketsWidened += brackets;
-        const QString text = brackets > 0 ? WithFullWidthBrackets(cell) : cell.toString();
-        return isHidden ? u'[' + text + u']' : text;
+        qsizetype start; // in the text
+        qsizetype end;
+    };
+
+    void AddPiece(QStringView cell, bool isHidden)
+    {
+        const bool hasBrackets = cell.contains(u'[') || cell.contains(u']');
+        const bool isOneBlank =
+            hasBrackets && cell.startsWith(u'[') && cell.indexOf(u']') == cell.size() - 1 && BracketsPair(cell);
+        if (isOneBlank || (!isHidden && (!hasBrackets || BracketsPair(cell)))) {
+            m_study.text += cell;
+            return;
+        }
+        if (isHidden)
+            m_study.text += u'[';
+        if (hasBrackets) {
+            m_study.bracketsWidened += cell.count(u'[') + cell.count(u']');
+            m_study.text += WithFullWidthBrackets(cell);
+        } else {
+            m_study.text += cell;
+        }
+        if (isHidden)
+            m_study.text += u']';
     }
 
-    void AddLine(QStringView line)
+    void EndLine()
     {
-        m_study.text += line;
         m_study.text += LineEnd;
+        ++m_study.lines;
     }
 
-    void AddLongRow(const QString &line, int rowNumber)
+    /// Breaks the row that was added last and is too long.
+    void BreakRow(qsizetype start, int rowNumber)
     {
         ++m_study.longRows;
-        QStringList lines = {line};
-        if (BreakLongLines(line, MaxLineBytes).firstUnbreakable > 0)
+        QStringList lines = {m_study.text.sliced(start)};
+        if (BreakLongLines(lines.front(), MaxLineBytes).firstUnbreakable > 0)
             lines = LinesOfPieces();
-        for (const QString &each : lines) {
-            const BrokenLines broken = BreakLongLines(each, MaxLineBytes);
-            AddLine(broken.firstUnbreakable > 0 ? each : broken.text);
-            if (broken.firstUnbreakable > 0 && m_study.unbreakableRow == 0) {
+        m_study.text.truncate(start);
+        for (const QString &line : lines) {
+            const BrokenLines broken = BreakLongLines(line, MaxLineBytes);
+            const bool isUnbreakable = broken.firstUnbreakable > 0;
+            m_study.text += isUnbreakable ? line : broken.text;
+            m_study.lines += int(broken.text.count(LineEnd));
+            EndLine();
+            if (isUnbreakable && m_study.unbreakableRow == 0) {
                 m_study.unbreakableRow = rowNumber;
-                m_study.unbreakable = each.left(BeginningCharacters);
+                m_study.unbreakable = line.left(BeginningCharacters);
             }
         }
     }
@@ -139,7 +164,8 @@ class StudyTextMaker
     QStringList LinesOfPieces() const
     {
         QStringList lines;
-        for (const QString &piece : m_pieces) {
+        for (const auto &[start, end] : m_pieces) {
+            const QString piece = m_study.text.sliced(start, end - start);
             const QString longer = lines.isEmpty() ? QString() : QString(lines.back() + m_between + piece);
             if (!lines.isEmpty() && GetByteLength(longer) <= MaxLineBytes)
                 lines.back() = longer;
@@ -151,7 +177,7 @@ class StudyTextMaker
 
     const TableOptions &m_options;
     QString m_between;
-    QStringList m_pieces;
+    std::vector<Piece> m_pieces; // of the present row
     TableStudyText m_study;
 };
 
