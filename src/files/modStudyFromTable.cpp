@@ -74,6 +74,7 @@ class StudyTextMaker
     explicit StudyTextMaker(const TableOptions &options)
         : m_options(options), m_between(WithFullWidthBrackets(options.between))
     {
+        std::ranges::replace_if(m_between, IsLayout, u' ');
     }
 
     /// @param cells  with TAB between them

@@ -57,6 +57,7 @@ struct TableStudyText
 
 /// Makes the lines. Cells of hidden columns stand in "[ ]", empty cells are left out. Brackets within a hidden cell, or
 /// in a shown one where they do not pair, become full-width; those that pair are blanks that the table's writer marked.
+/// A tab or a line end between cells becomes a blank.
 /// Lines over the limit are broken at blanks and behind stops, or else between columns.
 TableStudyText StudyTextOf(const TableCells &cells, const TableOptions &options);
 

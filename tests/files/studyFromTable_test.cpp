@@ -108,6 +108,8 @@ TEST(StudyTextOf, MakesALineOfEachRow)
     options.skipsFirstRow = true;
     options.between = u" = [x] "_s;
     EXPECT_EQ(StudyOf(u"word,meaning\na,b"_s, options).text, u"[a] = ［x］ b\r\n"_s);
+    options.between = u"\t\n"_s; // as pasted
+    EXPECT_EQ(StudyOf(u"word,meaning\na,b"_s, options).text, u"[a]  b\r\n"_s);
 }
 
 TEST(StudyTextOf, BracketsThatDoNotPairBecomeFullWidth)
