@@ -418,7 +418,7 @@ TEST_F(Faults, APlaceThatIsNoRegularFileIsListedWithItsRemarkAndNeverOpened)
     EXPECT_EQ(files.Names(), QStringList({u"a.txt"_s, u"b.txt"_s}));
     for (const QString &name : files.Names()) {
         files.Check(name);
-        EXPECT_EQ(files.Fault(name), u"読み込み不可"_s);
+        EXPECT_EQ(files.Facts(name).remarks, u"読み込み不可"_s);
     }
     EXPECT_EQ(database.Open(fifo), SQLITE_CANTOPEN);
 }
