@@ -71,6 +71,15 @@ take() {
     import -window "$(window "$2")" -strip "PNG8:$screenshots/$1.png"
 }
 
+# take_with_menu NAME TITLE: the same with what is open over it.
+take_with_menu() {
+    local place
+    place=$(xwininfo -id "$(window "$2")" | awk '/Absolute/ {at = at "+" $NF} /Width|Height/ {size = size sep $NF; sep = "x"}
+        END {print size at}')
+    sleep 0.4
+    import -window root -crop "$place" -strip "PNG8:$screenshots/$1.png"
+}
+
 study='^瞬記帳 Ver.*花子\]$'
 select='^ファイル選択 Ver'
 start_desktop
@@ -88,6 +97,27 @@ xdotool key Return
 wait_for "the file selection" is_focused "$select"
 choose_row "$(row_of "$application" 日本史年表.txt)"
 take select "$select"
+xdotool key alt+m
+take_with_menu others "$select"
+xdotool key Escape ctrl+e
+wait_for "the export" is_focused '^書き出す$'
+take export '^書き出す$'
+xdotool key Escape
+wait_for "the file selection" is_focused "$select"
+
+# A table as a spreadsheet saves it. The toolkit's window for files takes its path.
+printf '英語,日本語,例文\r\napple,りんご,An apple a day keeps the doctor away.\r\nbook,本,I read a book.\r\n' \
+    >"$work/words.csv"
+printf 'cloud,雲,"There is not a cloud in the sky, is there?"\r\n' >>"$work/words.csv"
+xdotool key ctrl+t
+wait_for "the choice of a table" is_focused '^表の選択$'
+xdotool type "$work/words.csv"
+xdotool key Return
+wait_for "the table" is_focused '^表から学習ファイルを作る$'
+xdotool key alt+3 alt+1 alt+h
+take table '^表から学習ファイルを作る$'
+xdotool key Escape
+wait_for "the file selection" is_focused "$select"
 xdotool key Return
 wait_for "the page" is_focused "$study"
 take page "$study"
