@@ -1,5 +1,6 @@
 #include "base/modFile.h"
 #include "files/frmTable.h"
+#include "files/modExport.h"
 #include "files/modStudyFromTable.h"
 #include "support/Rows.h"
 #include "support/WindowTest.h"
@@ -46,6 +47,26 @@ QByteArray Encoded(const QString &text, QStringConverter::Encoding encoding, boo
 }
 
 } // namespace
+
+TEST(StudyTextOf, CellsComeBackFromTheExportOfTheFileThatWasMade)
+{
+    const QByteArray csv = "apple,\"red, or green\",りんご\r\nbook,\"\"\"to read\"\"\",本\r\n";
+    TableOptions options = Hiding({true, false, true});
+    options.between = u"／"_s;
+    const TableStudyText study = StudyOf(QString::fromUtf8(csv), options);
+    const TestFolder folder;
+    QByteArray exported;
+    QString message;
+    ASSERT_TRUE(MakeExport(folder.Write(u"a.txt"_s, ToCodePage932(study.text)), ExportKind::Csv, &exported, &message));
+    Table table;
+    ASSERT_TRUE(ReadTableFile(folder.Write(u"a.csv"_s, exported), &table, &message));
+    ASSERT_EQ(table.RowCount(), 5);
+    EXPECT_EQ(table.Cell(2, 3), u"apple");
+    EXPECT_EQ(table.Cell(2, 4), u"／red, or green／[りんご]");
+    EXPECT_EQ(table.Cell(3, 3), u"りんご");
+    EXPECT_EQ(table.Cell(5, 2), u"[book]／\"to read\"／");
+    EXPECT_EQ(table.Cell(5, 3), u"本");
+}
 
 TEST(ReadTableFile, EveryCharacterCodeGivesTheSameCells)
 {
