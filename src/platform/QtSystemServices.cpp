@@ -36,6 +36,11 @@ void QtSystemServices::PlaySoundFile(const QString &path)
     m_sound.Play(path);
 }
 
+bool QtSystemServices::HasVoice()
+{
+    return m_voice.IsThere();
+}
+
 void QtSystemServices::Speak(const QString &text)
 {
     m_voice.Speak(text);

@@ -16,6 +16,7 @@ class QtSystemServices : public SystemServices
     void ShowMessage(const QString &text, const QString &title) override;
     void PlaySoundFile(const QString &path) override;
     void Speak(const QString &text) override;
+    bool HasVoice() override;
     bool OpenWithShell(const QString &path, const QString &workingFolder) override;
     bool StartCommandLine(const QString &commandLine) override;
     QDateTime Now() const override;

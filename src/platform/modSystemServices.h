@@ -29,6 +29,9 @@ class SystemServices
     /// whatever it holds.
     virtual void Speak(const QString &text) = 0;
 
+    /// Whether there is a voice to read with.
+    virtual bool HasVoice() = 0;
+
     /// Has the system open a file or folder with the program that belongs to it, without waiting for it.
     /// @param workingFolder  the opened program's current folder, where the system knows such a folder
     /// @return false when nothing could be started

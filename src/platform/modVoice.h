@@ -17,6 +17,9 @@ class Voice
     /// the first text.
     void Speak(const QString &text);
 
+    /// Whether there is a voice.
+    bool IsThere();
+
   private:
     struct Engine;
     std::unique_ptr<Engine> m_engine;

@@ -16,6 +16,7 @@ class RecordingServices : public SystemServices
     QStringList commands;
     QString title;
     bool startsPrograms = true;
+    bool hasVoice = true;
     std::function<void()> whileShown; // happens while a message is shown
 
     void SetApplicationTitle(const QString &newTitle) override
@@ -39,6 +40,10 @@ class RecordingServices : public SystemServices
     void Speak(const QString &text) override
     {
         spoken += text;
+    }
+    bool HasVoice() override
+    {
+        return hasVoice;
     }
     bool OpenWithShell(const QString &path, const QString &) override
     {

@@ -19,6 +19,11 @@ QString LanguageOf(const QString &text)
     return isJapanese ? u"ja"_s : u"en"_s;
 }
 
+bool HasProgram(const QString &name)
+{
+    return !QStandardPaths::findExecutable(name).isEmpty();
+}
+
 } // namespace
 
 // The desktop's speech service is a process for each text, so there is nothing to keep.
@@ -29,9 +34,14 @@ struct Voice::Engine
 Voice::Voice() = default;
 Voice::~Voice() = default;
 
+bool Voice::IsThere()
+{
+    return HasProgram(u"spd-say"_s) || HasProgram(u"espeak-ng"_s);
+}
+
 void Voice::Speak(const QString &text)
 {
-    const bool hasService = !QStandardPaths::findExecutable(u"spd-say"_s).isEmpty();
+    const bool hasService = HasProgram(u"spd-say"_s);
     const QString program = hasService ? u"spd-say"_s : u"espeak-ng"_s;
     const QString languageOption = hasService ? u"-l"_s : u"-v"_s;
     QProcess::startDetached(program, {languageOption, LanguageOf(text), u"--"_s, text});

@@ -33,6 +33,18 @@ struct Voice::Engine
 Voice::Voice() = default;
 Voice::~Voice() = default;
 
+bool Voice::IsThere()
+{
+    if (!m_engine)
+        m_engine = std::make_unique<Engine>();
+    // A system without any voice has the interface all the same.
+    ISpObjectToken *token = nullptr;
+    if (!m_engine->voice || FAILED(m_engine->voice->GetVoice(&token)))
+        return false;
+    token->Release();
+    return true;
+}
+
 void Voice::Speak(const QString &text)
 {
     if (!m_engine)
