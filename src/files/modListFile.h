@@ -1,0 +1,16 @@
+// Small text files in the application folder that the program keeps and a person may edit: one entry a line, its fields
+// separated by tabs. They are written in UTF-8 with CR LF and read in whatever code an editor has left them.
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+/// A text as one field of an entry: tabs and line ends in it become spaces.
+QString ListField(const QString &text);
+
+/// The lines of a list, without their ends. None of a file that is missing or cannot be read.
+QStringList ReadList(const QString &path);
+
+/// Replaces a list. @return false on failure; error then holds the system's reason, and the old file is still there,
+/// whole
+bool WriteList(const QString &path, const QStringList &lines, QString *error);

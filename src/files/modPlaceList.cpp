@@ -1,0 +1,73 @@
+#include "files/modPlaceList.h"
+
+#include "files/modListFile.h"
+
+#include <algorithm>
+#include <optional>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+struct Entry
+{
+    QString userName;
+    QString title;
+    int line = 0;
+};
+
+std::optional<Entry> ReadEntry(const QString &listed)
+{
+    const QStringList fields = listed.split(u'\t');
+    const int line = fields.size() == 3 ? fields[2].toInt() : 0;
+    return line >= 1 ? std::optional(Entry{fields[0], fields[1], line}) : std::nullopt;
+}
+
+/// The last entry that meets a condition, an empty one when none does.
+template <typename Condition>
+Entry LastEntry(const QString &path, Condition condition)
+{
+    const QStringList lines = ReadList(path);
+    for (auto listed = lines.rbegin(); listed != lines.rend(); ++listed)
+        if (const std::optional<Entry> entry = ReadEntry(*listed); entry && condition(*entry))
+            return *entry;
+    return Entry();
+}
+
+} // namespace
+
+PlaceList::PlaceList(const QString &path) : m_path(path) {}
+
+QString PlaceList::LastUser() const
+{
+    return LastEntry(m_path, [](const Entry &) { return true; }).userName;
+}
+
+QString PlaceList::LastTitle(const QString &userName) const
+{
+    return LastEntry(m_path, [name = ListField(userName)](const Entry &entry) { return entry.userName == name; }).title;
+}
+
+int PlaceList::Line(const QString &userName, const QString &title) const
+{
+    return LastEntry(m_path, [name = ListField(userName), file = ListField(title)](
+                                 const Entry &entry) { return entry.userName == name && entry.title == file; })
+        .line;
+}
+
+bool PlaceList::Write(const QString &userName, const QString &title, int line, QString *message) const
+{
+    const QString name = ListField(userName);
+    const QString file = ListField(title);
+    QStringList lines = ReadList(m_path);
+    lines.removeIf([&](const QString &listed) {
+        const std::optional<Entry> entry = ReadEntry(listed);
+        return entry && entry->userName == name && entry->title == file;
+    });
+    lines += QStringList({name, file, QString::number(line)}).join(u'\t');
+    QString reason;
+    if (WriteList(m_path, lines, &reason))
+        return true;
+    *message = u"学習を終えた所を保存できません。\r\n  "_s + m_path + u"\r\n  "_s + reason;
+    return false;
+}
