@@ -1,11 +1,13 @@
 #include "files/frmExport.h"
 
 #include "base/modLog.h"
+#include "files/modMarkList.h"
 #include "settings/frmMsg.h"
 #include "widgets/ElidedLabel.h"
 #include "widgets/NamedControls.h"
 #include "widgets/ScreenFit.h"
 
+#include <QCheckBox>
 #include <QFileInfo>
 #include <QLabel>
 #include <QPushButton>
@@ -42,11 +44,12 @@ void AddChoice(QVBoxLayout *column, QRadioButton *choice, const QString &name, c
 
 } // namespace
 
-frmExport::frmExport(SystemServices &services, frmMsg &msg, const QString &reportFolder, QWidget *owner)
-    : QDialog(owner), m_services(services), m_msg(msg), m_reportFolder(reportFolder),
+frmExport::frmExport(SystemServices &services, frmMsg &msg, const MarkList &marks, const QString &reportFolder,
+                     QWidget *owner)
+    : QDialog(owner), m_services(services), m_msg(msg), m_marks(marks), m_reportFolder(reportFolder),
       lblFile(new ElidedLabel(u"lblFile"_s, WidestChars, this)),
       optText(new QRadioButton(u"テキスト（UTF-8）(&T)"_s, this)), optAnki(new QRadioButton(u"Anki(&A)"_s, this)),
-      optCsv(new QRadioButton(u"CSV（表）(&C)"_s, this))
+      optCsv(new QRadioButton(u"CSV（表）(&C)"_s, this)), chkOnlyHard(new QCheckBox(u"苦手だけ(&N)"_s, this))
 {
     setObjectName(u"frmExport"_s);
     Form_Load();
@@ -74,8 +77,14 @@ void frmExport::AddControls()
               u"空欄のある行を1行ずつ，\n穴埋め（Cloze）のノートにします。"_s);
     AddChoice(column, optCsv, u"Csv"_s, u"Excelなどで開く表にします (Alt+C)"_s,
               u"空欄ごとに，行番号，前の文，答え，後の文を\n並べた表にします。"_s);
+    chkOnlyHard->setObjectName(u"chkOnlyHard"_s);
+    chkOnlyHard->setToolTip(u"苦手の印のある空欄だけを，AnkiかCSVに書き出します (Alt+N)"_s);
+    column->addWidget(chkOnlyHard);
+    column->addSpacing(fontMetrics().lineSpacing() / 3);
     column->addStretch();
     column->addLayout(Buttons());
+    for (QRadioButton *const choice : {optText, optAnki, optCsv})
+        connect(choice, &QRadioButton::toggled, this, &frmExport::optKind_Click);
     FitToScreen(this, content);
 }
 
@@ -98,8 +107,17 @@ void frmExport::Run(const QString &studyFilePath)
 {
     m_studyFilePath = studyFilePath;
     lblFile->SetText(FileLine(QFileInfo(studyFilePath).fileName()));
+    m_hasHard = !m_marks.FindInFile(studyFilePath).empty();
+    chkOnlyHard->setChecked(false);
+    optKind_Click();
     (optText->isChecked() ? optText : optAnki->isChecked() ? optAnki : optCsv)->setFocus();
     exec();
+}
+
+void frmExport::optKind_Click()
+{
+    WriteTrace(u"■frmExport.optKind_Click");
+    chkOnlyHard->setEnabled(m_hasHard && !optText->isChecked());
 }
 
 void frmExport::cmdOK_Click()
@@ -131,7 +149,8 @@ ExportKind frmExport::ChosenKind() const
 bool frmExport::Write(const QString &exportPath, QByteArray *bytes)
 {
     QString message;
-    if (MakeExport(m_studyFilePath, ChosenKind(), bytes, &message)) {
+    const bool isOnlyHard = chkOnlyHard->isEnabled() && chkOnlyHard->isChecked();
+    if (MakeExport(m_studyFilePath, ChosenKind(), bytes, &message, isOnlyHard ? &m_marks : nullptr)) {
         if (!MayReplace(exportPath))
             return false;
         if (WriteExport(exportPath, *bytes, &message))

@@ -7,6 +7,8 @@
 #include <QDialog>
 
 class ElidedLabel;
+class MarkList;
+class QCheckBox;
 class frmMsg;
 class QLabel;
 class QLayout;
@@ -17,8 +19,10 @@ class frmExport : public QDialog
     Q_OBJECT
 
   public:
+    /// @param marks  what the user has marked as hard; must outlive this
     /// @param reportFolder  where the exports are written
-    frmExport(SystemServices &services, frmMsg &msg, const QString &reportFolder, QWidget *owner);
+    frmExport(SystemServices &services, frmMsg &msg, const MarkList &marks, const QString &reportFolder,
+              QWidget *owner);
 
     /// Shows the window for a study file and waits until it is left. After a fault, or when an older export is not to
     /// be replaced, it stays open.
@@ -26,6 +30,7 @@ class frmExport : public QDialog
 
   private:
     void Form_Load();
+    void optKind_Click();
     void cmdOK_Click();
     void cmdCancel_Click();
 
@@ -37,10 +42,13 @@ class frmExport : public QDialog
 
     SystemServices &m_services;
     frmMsg &m_msg;
+    const MarkList &m_marks;
     QString m_reportFolder;
     QString m_studyFilePath;
     ElidedLabel *lblFile;
     QRadioButton *optText;
     QRadioButton *optAnki;
     QRadioButton *optCsv;
+    QCheckBox *chkOnlyHard;
+    bool m_hasHard = false; // whether the file has blanks that are marked
 };

@@ -104,6 +104,8 @@ void frmFile::Form_Activate()
     WriteTrace(u"■frmFile.Form_Activate");
     txtFilter->clear();
     ListFiles();
+    if (SelectedName().isEmpty())
+        Select(m_folder.NameOfTitle(m_places.LastTitle(m_userName)));
     const bool isRecordRead = m_history->ShowThisWeek(m_textEditor);
     // A fault was told once, and the same statement would only tell it again.
     if (isRecordRead && m_tallies.ReadRecent(m_services.Now().date())) {
@@ -193,7 +195,7 @@ void frmFile::cmdPrint_Click()
     WriteTrace(u"■frmFile.cmdPrint_Click");
     QString name;
     if (TakeSelection(false, &name))
-        frmPrint(m_services, m_msg, m_settings, m_reportFolder, this).Run(m_folder.PathOf(name));
+        frmPrint(m_services, m_msg, m_settings, m_marks, m_reportFolder, this).Run(m_folder.PathOf(name));
 }
 
 void frmFile::cmdExport_Click()
@@ -201,7 +203,7 @@ void frmFile::cmdExport_Click()
     WriteTrace(u"■frmFile.cmdExport_Click");
     QString name;
     if (TakeSelection(false, &name))
-        frmExport(m_services, m_msg, m_reportFolder, this).Run(m_folder.PathOf(name));
+        frmExport(m_services, m_msg, m_marks, m_reportFolder, this).Run(m_folder.PathOf(name));
 }
 
 void frmFile::cmdTable_Click()

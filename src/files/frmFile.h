@@ -2,6 +2,8 @@
 // half, the study history, is a widget of its own.
 #pragma once
 
+#include "files/modMarkList.h"
+#include "files/modPlaceList.h"
 #include "files/modStudyFolder.h"
 #include "files/modStudyTally.h"
 #include "platform/modSystemServices.h"
@@ -38,7 +40,8 @@ class frmFile : public QDialog
 
   public:
     /// @param settings  keeps what is chosen here for good; must outlive this
-    /// @param applicationFolder  the folder of study files is "txt" in it, that of the reports "rec"
+    /// @param applicationFolder  the folder of study files is "txt" in it, that of the reports "rec"; it holds the
+    /// lists of what is hard and where users stopped
     frmFile(SystemServices &services, StudyDatabase &database, frmMsg &msg, const SettingsFile &settings,
             const QString &applicationFolder, const QString &userName, QWidget *owner);
     ~frmFile() override;
@@ -104,6 +107,9 @@ class frmFile : public QDialog
     QString m_reportFolder;
     StudyFolder m_folder;
     StudyTallies m_tallies;
+    QString m_userName;
+    MarkList m_marks;
+    PlaceList m_places;
     QString m_tableFolder; // where the next table is looked for
     QString m_textEditor;
     QString m_chosenPath;

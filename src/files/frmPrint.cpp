@@ -1,6 +1,7 @@
 #include "files/frmPrint.h"
 
 #include "base/modLog.h"
+#include "files/modMarkList.h"
 #include "files/modPrintSheet.h"
 #include "settings/frmMsg.h"
 #include "settings/modSettings.h"
@@ -27,10 +28,11 @@ QString FileLine(const QString &name)
 
 } // namespace
 
-frmPrint::frmPrint(SystemServices &services, frmMsg &msg, const SettingsFile &settings, const QString &reportFolder,
-                   QWidget *owner)
-    : QDialog(owner), m_services(services), m_msg(msg), m_settings(settings), m_reportFolder(reportFolder),
-      lblFile(new ElidedLabel(u"lblFile"_s, WidestChars, this)), chkAnswers(new QCheckBox(u"解答を付ける(&A)"_s, this))
+frmPrint::frmPrint(SystemServices &services, frmMsg &msg, const SettingsFile &settings, const MarkList &marks,
+                   const QString &reportFolder, QWidget *owner)
+    : QDialog(owner), m_services(services), m_msg(msg), m_settings(settings), m_marks(marks),
+      m_reportFolder(reportFolder), lblFile(new ElidedLabel(u"lblFile"_s, WidestChars, this)),
+      chkAnswers(new QCheckBox(u"解答を付ける(&A)"_s, this)), chkOnlyHard(new QCheckBox(u"苦手だけ(&N)"_s, this))
 {
     setObjectName(u"frmPrint"_s);
     Form_Load();
@@ -47,6 +49,8 @@ void frmPrint::AddControls()
 {
     chkAnswers->setObjectName(u"chkAnswers"_s);
     chkAnswers->setToolTip(u"番号を付けた解答を，最後のページに印刷します (Alt+A)"_s);
+    chkOnlyHard->setObjectName(u"chkOnlyHard"_s);
+    chkOnlyHard->setToolTip(u"苦手の印のある空欄と，その行だけを印刷します (Alt+N)"_s);
     auto *const content = new QWidget(this);
     content->setObjectName(u"content"_s);
     auto *const column = new QVBoxLayout(content);
@@ -58,6 +62,7 @@ void frmPrint::AddControls()
                                  this));
     column->addSpacing(fontMetrics().lineSpacing() / 2);
     column->addWidget(chkAnswers);
+    column->addWidget(chkOnlyHard);
     column->addStretch();
     column->addSpacing(fontMetrics().lineSpacing() / 2);
     column->addLayout(Buttons());
@@ -84,6 +89,8 @@ void frmPrint::Run(const QString &studyFilePath)
     m_studyFilePath = studyFilePath;
     lblFile->SetText(FileLine(QFileInfo(studyFilePath).fileName()));
     chkAnswers->setChecked(m_settings.ReadPrintAnswers());
+    chkOnlyHard->setChecked(false);
+    chkOnlyHard->setEnabled(!m_marks.FindInFile(studyFilePath).empty());
     chkAnswers->setFocus();
     exec();
 }
@@ -93,7 +100,8 @@ void frmPrint::cmdOK_Click()
     WriteTrace(u"■frmPrint.cmdOK_Click");
     const QString path = PrintSheetPath(m_reportFolder, m_studyFilePath);
     QString message;
-    if (!WritePrintSheet(m_studyFilePath, path, chkAnswers->isChecked(), &message)) {
+    if (!WritePrintSheet(m_studyFilePath, path, chkAnswers->isChecked(), &message,
+                         chkOnlyHard->isChecked() ? &m_marks : nullptr)) {
         m_msg.DispFrmMsg(this, message, MsgStyle::Ok, u"notify.wav"_s);
         return;
     }

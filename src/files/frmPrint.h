@@ -6,6 +6,7 @@
 #include <QDialog>
 
 class ElidedLabel;
+class MarkList;
 class QCheckBox;
 class QLayout;
 class SettingsFile;
@@ -17,9 +18,10 @@ class frmPrint : public QDialog
 
   public:
     /// @param settings  keeps whether the answers are printed
+    /// @param marks  what the user has marked as hard; both must outlive this
     /// @param reportFolder  where the sheets are written
-    frmPrint(SystemServices &services, frmMsg &msg, const SettingsFile &settings, const QString &reportFolder,
-             QWidget *owner);
+    frmPrint(SystemServices &services, frmMsg &msg, const SettingsFile &settings, const MarkList &marks,
+             const QString &reportFolder, QWidget *owner);
 
     /// Shows the window for a study file and waits until it is left. After a fault it stays open.
     void Run(const QString &studyFilePath);
@@ -35,8 +37,10 @@ class frmPrint : public QDialog
     SystemServices &m_services;
     frmMsg &m_msg;
     const SettingsFile &m_settings;
+    const MarkList &m_marks;
     QString m_reportFolder;
     QString m_studyFilePath;
     ElidedLabel *lblFile;
     QCheckBox *chkAnswers;
+    QCheckBox *chkOnlyHard;
 };

@@ -1,12 +1,14 @@
 #include "files/modExport.h"
 
 #include "base/modFile.h"
+#include "files/modMarkList.h"
 #include "platform/modReplaceFile.h"
 #include "text/modCheckText.h"
 #include "text/modReadText.h"
 
 #include <QFileInfo>
 
+#include <algorithm>
 #include <vector>
 
 using namespace Qt::Literals::StringLiterals;
@@ -99,6 +101,21 @@ TextRefusal ReadWithTabs(const QString &studyFilePath, StudyLines *lines)
     return refusal.fault == TextFault::None ? ReadText(studyFilePath, ExpandTabs::No, lines) : refusal;
 }
 
+/// A line in which only the wanted blanks have their brackets. @param firstBlank  number of its first one
+QString WithWantedBrackets(QStringView line, int firstBlank, const BlankFilter &isWanted)
+{
+    QString wanted;
+    qsizetype done = 0;
+    int blank = firstBlank;
+    for (const AnswerPlace &answer : AnswersOf(line)) {
+        if (isWanted(blank++))
+            continue;
+        wanted += line.sliced(done, answer.start - 1 - done) + line.sliced(answer.start, answer.end - answer.start);
+        done = answer.end + 1;
+    }
+    return wanted + line.sliced(done);
+}
+
 bool HasBlank(const StudyLines &lines, ExportKind kind)
 {
     for (int line = lines.NextLineWith(u'[', 1); line > 0; line = lines.NextLineWith(u'[', line + 1))
@@ -117,21 +134,29 @@ QByteArray TextExport(const StudyLines &lines)
     return bytes;
 }
 
-QByteArray AnkiExport(const StudyLines &lines)
+QByteArray AnkiExport(const StudyLines &lines, const BlankFilter &isWanted)
 {
     QByteArray bytes = "#separator:tab\n#html:false\n#notetype:Cloze\n";
-    for (int line = lines.NextLineWith(u'[', 1); line > 0; line = lines.NextLineWith(u'[', line + 1))
-        if (const QString note = AnkiNote(lines.at1(line)); !note.isEmpty())
+    int blank = 1;
+    for (int line = lines.NextLineWith(u'[', 1); line > 0; line = lines.NextLineWith(u'[', line + 1)) {
+        const QStringView text = lines.at1(line);
+        const QString note = AnkiNote(isWanted ? WithWantedBrackets(text, blank, isWanted) : text.toString());
+        if (!note.isEmpty())
             bytes += AnkiField(note).toUtf8() + '\n';
+        blank += int(text.count(u'['));
+    }
     return bytes;
 }
 
-QByteArray CsvExport(const StudyLines &lines)
+QByteArray CsvExport(const StudyLines &lines, const BlankFilter &isWanted)
 {
     QByteArray bytes = ByteOrderMark.toByteArray() + u"行,前,答え,後\r\n"_s.toUtf8();
+    int blank = 0;
     for (int line = lines.NextLineWith(u'[', 1); line > 0; line = lines.NextLineWith(u'[', line + 1)) {
         const QStringView text = lines.at1(line);
         for (const auto &[start, end] : AnswersOf(text)) {
+            if (++blank; isWanted && !isWanted(blank))
+                continue;
             const QString row = QString::number(line) + u',' + CsvField(text.first(start - 1)) + u',' +
                                 CsvField(text.sliced(start, end - start)) + u',' + CsvField(text.sliced(end + 1));
             bytes += row.toUtf8() + "\r\n";
@@ -146,7 +171,8 @@ QString ExportPath(const QString &folder, const QString &studyFilePath, ExportKi
     return JoinPath(folder, GetFileTitle(studyFilePath) + endings[int(kind)]);
 }
 
-bool MakeExport(const QString &studyFilePath, ExportKind kind, QByteArray *bytes, QString *message)
+bool MakeExport(const QString &studyFilePath, ExportKind kind, QByteArray *bytes, QString *message,
+                const MarkList *onlyHard)
 {
     StudyLines lines;
     const TextRefusal refusal = ReadWithTabs(studyFilePath, &lines);
@@ -157,9 +183,14 @@ bool MakeExport(const QString &studyFilePath, ExportKind kind, QByteArray *bytes
         *message = NoBlankToExportMessage(GetFileTitle(studyFilePath));
         return false;
     }
+    BlankFilter isWanted;
+    if (onlyHard)
+        isWanted = [hard = onlyHard->FindInFile(studyFilePath)](int blank) {
+            return std::ranges::binary_search(hard, blank);
+        };
     *bytes = kind == ExportKind::Text   ? TextExport(lines)
-             : kind == ExportKind::Anki ? AnkiExport(lines)
-                                        : CsvExport(lines);
+             : kind == ExportKind::Anki ? AnkiExport(lines, isWanted)
+                                        : CsvExport(lines, isWanted);
     return true;
 }
 

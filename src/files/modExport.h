@@ -7,6 +7,13 @@
 #include <QByteArray>
 #include <QString>
 
+#include <functional>
+
+class MarkList;
+
+/// Whether a blank of the file, from 1, is written; all are without it.
+using BlankFilter = std::function<bool(int blank)>;
+
 enum class ExportKind
 {
     Text,
@@ -20,20 +27,23 @@ QByteArray TextExport(const StudyLines &lines);
 
 /// An import file for Anki: headers, then one note a line of the file that has a blank with something in it,
 ///     text {{c1::answer}} text {{c2::answer}} ...
-/// numbered from 1 in each. A field is quoted where Anki would take it for something else. An empty blank stays "[]".
-QByteArray AnkiExport(const StudyLines &lines);
+/// numbered from 1 in each. A field is quoted where Anki would take it for something else. An empty blank stays "[]",
+/// and the answer of one that is not wanted stands as text.
+QByteArray AnkiExport(const StudyLines &lines, const BlankFilter &isWanted = {});
 
 /// A table with one row a blank, by RFC 4180, in UTF-8 with the byte-order mark without which Excel reads it as
 /// Shift_JIS. Columns: number of the line from 1, the text before the blank, its answer, the text behind it; the other
 /// blanks of the line stand in the texts with their brackets, so that text, "[", answer, "]" and text are the line.
-QByteArray CsvExport(const StudyLines &lines);
+QByteArray CsvExport(const StudyLines &lines, const BlankFilter &isWanted = {});
 
 /// Full path of an export: the study file's title and "_UTF-8.txt", "_Anki.txt" or ".csv".
 QString ExportPath(const QString &folder, const QString &studyFilePath, ExportKind kind);
 
 /// Reads a study file and makes what is to be written.
+/// @param onlyHard  notes and table hold only the blanks that are marked in it; without it all
 /// @return false after a refusal, which message then holds: the reader's, or that there is no blank to write
-bool MakeExport(const QString &studyFilePath, ExportKind kind, QByteArray *bytes, QString *message);
+bool MakeExport(const QString &studyFilePath, ExportKind kind, QByteArray *bytes, QString *message,
+                const MarkList *onlyHard = nullptr);
 
 /// Writes an export; one that is there already is replaced.
 /// @return false on failure; message then holds the whole of it for the user, and what was there is still there

@@ -1,6 +1,7 @@
 #include "files/modPrintSheet.h"
 
 #include "base/modFile.h"
+#include "files/modMarkList.h"
 #include "platform/modReplaceFile.h"
 #include "text/modCheckText.h"
 #include "text/modPictureName.h"
@@ -57,6 +58,43 @@ img:not(:only-child) { max-width: 46%; }
 }
 )"_s;
 
+/// The blanks that a sheet asks for, and their numbers on it.
+class AskedBlanks
+{
+  public:
+    AskedBlanks(int blankCount, const std::optional<std::vector<int>> &only) : m_count(blankCount), m_only(only) {}
+
+    int Count() const
+    {
+        return m_only ? int(m_only->size()) : m_count;
+    }
+
+    /// A blank of the file by its number on the sheet, from 1.
+    int at1(int number) const
+    {
+        return m_only ? (*m_only)[size_t(number) - 1] : number;
+    }
+
+    /// The number of a blank on the sheet, 0 when it is not asked for.
+    int NumberOf(int blank) const
+    {
+        if (!m_only)
+            return blank;
+        const auto found = std::ranges::lower_bound(*m_only, blank);
+        return found != m_only->end() && *found == blank ? int(found - m_only->begin()) + 1 : 0;
+    }
+
+    /// Whether a line is on the sheet.
+    bool HasLine(const BlankRange &blanks) const
+    {
+        return !m_only || std::ranges::any_of(blanks, [this](int blank) { return NumberOf(blank) > 0; });
+    }
+
+  private:
+    int m_count;
+    const std::optional<std::vector<int>> &m_only;
+};
+
 /// What stands in a line for characters of it.
 struct Replacement
 {
@@ -70,10 +108,10 @@ QString Escaped(QStringView text)
     return text.toString().toHtmlEscaped();
 }
 
-QString BlankHtml(const DisplayText &text, int blank)
+QString BlankHtml(const DisplayText &text, const AskedBlanks &asked, int blank)
 {
     const int cells = CellsOf(text.Answer(blank));
-    const QString number = BlankNumber(blank);
+    const QString number = BlankNumber(asked.NumberOf(blank));
     return u"<span class=\"blank\">"_s +
            (number.size() == 1 ? number : QString(u"<small>"_s + number + u"</small>"_s)) + u"<span style=\"width:"_s +
            QString::number(cells / 2.0) + u"em\"></span></span>"_s;
@@ -106,13 +144,14 @@ QString TakePictures(const DisplayText &text, int line, const PictureUrl &pictur
     return pictures;
 }
 
-QString LineHtml(const DisplayText &text, int line, const PictureUrl &pictureUrl)
+QString LineHtml(const DisplayText &text, const AskedBlanks &asked, int line, const PictureUrl &pictureUrl)
 {
     const QStringView characters = text.Line(line);
     std::vector<Replacement> replacements;
     for (const int blank : text.BlanksOnLine(line)) {
         const qsizetype start = text.Span(blank).Index();
-        replacements.push_back({start, start + text.Span(blank).length, BlankHtml(text, blank)});
+        if (asked.NumberOf(blank) > 0)
+            replacements.push_back({start, start + text.Span(blank).length, BlankHtml(text, asked, blank)});
     }
     const QString pictures = TakePictures(text, line, pictureUrl, &replacements);
     std::ranges::sort(replacements, {}, &Replacement::start);
@@ -131,12 +170,13 @@ QString LineHtml(const DisplayText &text, int line, const PictureUrl &pictureUrl
     return u"<div class=\"line\">"_s + above + u"<div class=\"pictures\">"_s + pictures + u"</div></div>\n"_s;
 }
 
-QString AnswersHtml(const QString &title, const DisplayText &text)
+QString AnswersHtml(const QString &title, const DisplayText &text, const AskedBlanks &asked)
 {
     QString html =
         u"<section class=\"answers\">\n<h2>"_s + title.toHtmlEscaped() + u"　解答</h2>\n<div class=\"columns\">\n"_s;
-    for (int blank = 1; blank <= text.Blanks().Count(); ++blank)
-        html += u"<div><b>"_s + BlankNumber(blank) + u"</b>"_s + Escaped(text.Answer(blank)) + u"</div>\n"_s;
+    for (int number = 1; number <= asked.Count(); ++number)
+        html +=
+            u"<div><b>"_s + BlankNumber(number) + u"</b>"_s + Escaped(text.Answer(asked.at1(number))) + u"</div>\n"_s;
     return html + u"</div>\n</section>\n"_s;
 }
 
@@ -175,8 +215,10 @@ QString BlankNumber(int blank)
     return u'(' + QString::number(blank) + u')';
 }
 
-QString PrintSheetHtml(const QString &title, const DisplayText &text, const PictureUrl &pictureUrl, bool withAnswers)
+QString PrintSheetHtml(const QString &title, const DisplayText &text, const PictureUrl &pictureUrl, bool withAnswers,
+                       const std::optional<std::vector<int>> &onlyBlanks)
 {
+    const AskedBlanks asked(text.Blanks().Count(), onlyBlanks);
     const QString heading = title.toHtmlEscaped();
     QString html =
         u"<!DOCTYPE html>\n<html lang=\"ja\">\n<head>\n<meta charset=\"utf-8\">\n<title>"_s + heading +
@@ -184,9 +226,10 @@ QString PrintSheetHtml(const QString &title, const DisplayText &text, const Pict
         u"</style>\n</head>\n<body>\n<p class=\"screen-only\">印刷は Ctrl+P（「ヘッダーとフッター」は外す）</p>\n<h1>"_s +
         heading + u"</h1>\n<p class=\"name\">日付<span class=\"date\"></span>名前<span></span></p>\n"_s;
     for (int line = 1; line <= text.LineCount(); ++line)
-        html += LineHtml(text, line, pictureUrl);
-    if (withAnswers && text.Blanks().Count() > 0)
-        html += AnswersHtml(title, text);
+        if (asked.HasLine(text.BlanksOnLine(line)))
+            html += LineHtml(text, asked, line, pictureUrl);
+    if (withAnswers && asked.Count() > 0)
+        html += AnswersHtml(title, text, asked);
     return html + u"</body>\n</html>\n"_s;
 }
 
@@ -195,15 +238,20 @@ QString PrintSheetPath(const QString &folder, const QString &studyFilePath)
     return JoinPath(folder, GetFileTitle(studyFilePath) + u"_印刷.html"_s);
 }
 
-bool WritePrintSheet(const QString &studyFilePath, const QString &sheetPath, bool withAnswers, QString *message)
+bool WritePrintSheet(const QString &studyFilePath, const QString &sheetPath, bool withAnswers, QString *message,
+                     const MarkList *onlyHard)
 {
     StudyLines lines;
     const TextRefusal refusal = ReadStudyText(studyFilePath, MaxLineBytes, &lines);
     *message = refusal.message;
     if (refusal.fault != TextFault::None)
         return false;
-    const QString html = PrintSheetHtml(GetFileTitle(studyFilePath), DisplayText(std::move(lines)),
-                                        PicturesBeside(studyFilePath, sheetPath), withAnswers);
+    const DisplayText text(std::move(lines));
+    std::optional<std::vector<int>> onlyBlanks;
+    if (onlyHard)
+        onlyBlanks = onlyHard->Find(GetFileTitle(studyFilePath), text);
+    const QString html = PrintSheetHtml(GetFileTitle(studyFilePath), text, PicturesBeside(studyFilePath, sheetPath),
+                                        withAnswers, onlyBlanks);
     QString reason;
     if (ReplaceFile(sheetPath, html.toUtf8(), &reason))
         return true;

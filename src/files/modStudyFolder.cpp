@@ -70,6 +70,13 @@ void StudyFolder::Refresh()
     m_names = names;
 }
 
+QString StudyFolder::NameOfTitle(const QString &title) const
+{
+    const auto found =
+        std::ranges::find_if(m_names, [&](const QString &name) { return GetFileTitle(PathOf(name)) == title; });
+    return title.isEmpty() || found == m_names.end() ? QString() : *found;
+}
+
 QString StudyFolder::PathOf(const QString &name) const
 {
     return JoinPath(m_path, name);

@@ -39,6 +39,9 @@ class StudyFolder
         return m_path;
     }
 
+    /// The first of the files that has a title, as GetFileTitle gives it; empty when none has.
+    QString NameOfTitle(const QString &title) const;
+
     /// The full path of one of the files.
     QString PathOf(const QString &name) const;
 

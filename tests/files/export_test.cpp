@@ -1,5 +1,7 @@
 #include "files/frmExport.h"
 #include "files/modConvertCode.h"
+#include "files/modMarkList.h"
+#include "files/modPrintSheet.h"
 #include "support/Rows.h"
 #include "support/StudyText.h"
 #include "support/WindowTest.h"
@@ -158,6 +160,28 @@ TEST(CsvExport, TextsAndAnswersOfARowAreTheLine)
     }
 }
 
+TEST(MakeExport, WritesOnlyWhatIsMarkedAsHard)
+{
+    const TestFolder folder;
+    const QStringList lines = {u"[a] is [b]"_s, u"[c]"_s, u"[] [d]"_s};
+    const QString path = folder.WriteStudyFile(u"a.txt"_s, lines);
+    const MarkList marks(folder.Path(u"ListMark.txt"_s), u"花子"_s);
+    QByteArray bytes;
+    QString message;
+    ASSERT_TRUE(marks.Write(u"a"_s, DisplayText(LinesOf(lines)), {2, 5}, &message));
+    EXPECT_TRUE(MakeExport(path, ExportKind::Anki, &bytes, &message, &marks));
+    EXPECT_EQ(bytes.split('\n').sliced(3), QByteArrayList({"a is {{c1::b}}", " {{c1::d}}", ""}));
+    EXPECT_TRUE(MakeExport(path, ExportKind::Csv, &bytes, &message, &marks));
+    EXPECT_EQ(bytes.split('\n').sliced(1), QByteArrayList({"1,[a] is ,b,\r", "3,[] ,d,\r", ""}));
+
+    QString sheet = folder.Path(u"a.html"_s);
+    EXPECT_TRUE(WritePrintSheet(path, sheet, true, &message, &marks));
+    const QString html = QString::fromUtf8(folder.Read(u"a.html"_s));
+    EXPECT_EQ(html.count(u"class=\"line\""), 2);
+    EXPECT_TRUE(html.contains(u" a  is <span class=\"blank\">①")) << html.toStdString();
+    EXPECT_TRUE(html.contains(u"<b>②</b>d</div>"));
+}
+
 TEST(MakeExport, RefusesWhatCannotBeReadAndWhatHasNoBlank)
 {
     const TestFolder folder;
@@ -193,7 +217,8 @@ TEST_F(ExportWindowTest, AsksBeforeAnOlderExportGoesAndShowsTheFolder)
     const QString studyFile = folder.WriteStudyFile(u"txt/a.b.txt"_s, {u"x[a]"_s});
     folder.Write(u"rec/a.csv"_s, "old");
     folder.MakeFolder(u"rec/a_Anki.txt"_s);
-    frmExport window(services, msg, folder.Path(u"rec"_s), nullptr);
+    const MarkList marks(folder.Path(u"ListMark.txt"_s), u"花子"_s);
+    frmExport window(services, msg, marks, folder.Path(u"rec"_s), nullptr);
     script.When(u"frmExport"_s, [](QWidget *dialog) {
         EXPECT_EQ(dialog->focusWidget()->objectName(), u"optText");
         QTest::keyClick(dialog->focusWidget(), Qt::Key_Down);

@@ -1,4 +1,5 @@
 #include "files/frmPrint.h"
+#include "files/modMarkList.h"
 #include "files/modPrintSheet.h"
 #include "settings/modSettings.h"
 #include "support/Rows.h"
@@ -100,7 +101,8 @@ TEST_F(PrintWindowTest, OpensTheSheetAndRemembersWhetherAnswersAreWanted)
     const QString source = folder.WriteStudyFile(u"txt/a.txt"_s, {u"[secret]"_s});
     const SettingsFile settings(folder.Path(u"a.ini"_s));
     folder.MakeFolder(u"rec"_s);
-    frmPrint window(services, msg, settings, folder.Path(u"rec"_s), nullptr);
+    const MarkList marks(folder.Path(u"ListMark.txt"_s), u"花子"_s);
+    frmPrint window(services, msg, settings, marks, folder.Path(u"rec"_s), nullptr);
     const auto print = [&](bool uncheck, const QString &button) {
         script.When(u"frmPrint"_s, [=](QWidget *dialog) {
             if (uncheck)
@@ -126,7 +128,8 @@ TEST_F(PrintWindowTest, OpensTheSheetAndRemembersWhetherAnswersAreWanted)
 TEST_F(PrintWindowTest, StaysOpenWithTheReadersRefusal)
 {
     const SettingsFile settings(folder.Path(u"a.ini"_s));
-    frmPrint window(services, msg, settings, folder.Path(), nullptr);
+    const MarkList marks(folder.Path(u"ListMark.txt"_s), u"花子"_s);
+    frmPrint window(services, msg, settings, marks, folder.Path(), nullptr);
     script.Click(u"frmPrint"_s, u"cmdOK"_s);
     script.Click(u"frmMsg"_s, u"cmdOK"_s);
     script.When(u"frmPrint"_s, [](QWidget *dialog) { QTest::keyClick(dialog, Qt::Key_Escape); });
