@@ -39,9 +39,9 @@ class NameList : public QListWidget
 
 } // namespace
 
-frmLogin::frmLogin(SystemServices &services, frmMsg &msg, const QString &userListPath)
-    : m_services(services), m_msg(msg), m_userListPath(userListPath), lblComment(new QLabel(this)),
-      txtUserName(new QLineEdit(this)), lstUserName(new NameList(this))
+frmLogin::frmLogin(SystemServices &services, frmMsg &msg, const QString &userListPath, const QString &lastUser)
+    : m_services(services), m_msg(msg), m_userListPath(userListPath), m_lastUser(lastUser),
+      lblComment(new QLabel(this)), txtUserName(new QLineEdit(this)), lstUserName(new NameList(this))
 {
     setObjectName(u"frmLogin"_s);
     lblComment->setObjectName(u"lblComment"_s);
@@ -94,7 +94,7 @@ void frmLogin::Form_Load()
     lblComment->setText(u"利用者一覧に自分の名前があればそれを選択。\r\nなければ，自分の名前を入力してください。"_s);
     m_names = ReadUserNames(m_userListPath);
     lstUserName->addItems(m_names);
-    lstUserName->setCurrentRow(-1);
+    lstUserName->setCurrentRow(int(m_names.indexOf(m_lastUser)));
 }
 
 void frmLogin::showEvent(QShowEvent *event)
@@ -115,6 +115,7 @@ void frmLogin::Form_Activate()
     WriteTrace(u"■frmLogin.Form_Activate");
     activateWindow();
     txtUserName->setFocus();
+    txtUserName->selectAll(); // what is typed takes the place of the last user's name
 }
 
 void frmLogin::lstUserName_Click()

@@ -24,7 +24,8 @@ class frmLogin : public QDialog
 
   public:
     /// @param userListPath  the file of the users' names
-    frmLogin(SystemServices &services, frmMsg &msg, const QString &userListPath);
+    /// @param lastUser  who studied last: the window begins with that name, where it is in the list
+    frmLogin(SystemServices &services, frmMsg &msg, const QString &userListPath, const QString &lastUser);
 
     /// Shows the window and waits until it is left.
     LoginResult Ask();
@@ -52,6 +53,7 @@ class frmLogin : public QDialog
     SystemServices &m_services;
     frmMsg &m_msg;
     QString m_userListPath;
+    QString m_lastUser;
     QStringList m_names;
     QString m_userName;
     LoginResult m_result = LoginResult::Closed;

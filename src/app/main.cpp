@@ -2,6 +2,7 @@
 #include "app/frmLogin.h"
 #include "app/modMain.h"
 #include "base/modFile.h"
+#include "files/modPlaceList.h"
 #include "platform/QtSystemServices.h"
 #include "platform/modEndSignal.h"
 #include "platform/modFontAdvice.h"
@@ -96,7 +97,8 @@ int main(int argc, char *argv[])
     frmMsg msg(services, JoinPath(folder, u"wav"_s));
     QString userName;
     {
-        frmLogin login(services, msg, JoinPath(folder, u"ListUserName.txt"_s));
+        frmLogin login(services, msg, JoinPath(folder, u"ListUserName.txt"_s),
+                       PlaceList(JoinPath(folder, u"ListPlace.txt"_s)).LastUser());
         if (login.Ask() == LoginResult::EndProgram || endSignal.WasAsked())
             return 0;
         userName = login.UserName();

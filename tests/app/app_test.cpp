@@ -183,7 +183,7 @@ class LoginTest : public WindowTest
     }
 
     QString path = folder.Write(u"ListUserName.txt"_s, "taro\r\n\x89\xD4\x8Eq\r\n");
-    frmLogin login{services, msg, path};
+    frmLogin login{services, msg, path, QString()};
 };
 
 } // namespace
@@ -237,6 +237,21 @@ TEST_F(LoginTest, ATypedNameStaysUntilAListedOneIsChosenAndThatIsNotAdded)
     EXPECT_EQ(login.Ask(), LoginResult::Accepted);
     EXPECT_EQ(login.UserName(), u"花子"_s);
     EXPECT_EQ(ReadUserNames(path).size(), 2);
+}
+
+TEST_F(LoginTest, BeginsWithTheLastUserWhereThatOneIsListed)
+{
+    frmLogin again{services, msg, path, u"花子"_s};
+    script.When(u"frmLogin"_s, [](QWidget *window) {
+        const auto *const text = window->findChild<QLineEdit *>(u"txtUserName"_s);
+        EXPECT_TRUE(text->hasFocus());
+        EXPECT_EQ(text->selectedText(), u"花子"_s) << "another name is typed over it";
+        QTest::keyClick(window->focusWidget(), Qt::Key_Return);
+    });
+    EXPECT_EQ(again.Ask(), LoginResult::Accepted);
+    EXPECT_EQ(again.UserName(), u"花子"_s);
+    frmLogin other{services, msg, path, u"gone"_s};
+    EXPECT_EQ(other.findChild<QLineEdit *>(u"txtUserName"_s)->text(), QString());
 }
 
 TEST_F(LoginTest, TheEnterThatEndsAConversionIsNotTakenForOk)

@@ -199,7 +199,7 @@ int main(int argc, char *argv[])
     Learner learner(user);
     frmMsg msg(services, JoinPath(folder, u"wav"_s));
     {
-        frmLogin login(services, msg, JoinPath(folder, u"ListUserName.txt"_s));
+        frmLogin login(services, msg, JoinPath(folder, u"ListUserName.txt"_s), QString());
         learner.Step();
         login.Ask();
     }
