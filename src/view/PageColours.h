@@ -20,6 +20,8 @@ struct PageColours
     QColor frame;   ///< edge of the page while keys do not go to it
     QColor focus;   ///< the same while they do
     QColor current; ///< ring around what keys have gone to
+    QColor hard;    ///< corner of the box of a blank that is marked as hard
+    QColor hint;    ///< first character of a hidden answer
 };
 
 inline constexpr PageColours LightPage = {
@@ -35,6 +37,8 @@ inline constexpr PageColours LightPage = {
     .frame = QColor(148, 148, 148),
     .focus = QColor(20, 90, 200),
     .current = QColor(20, 90, 200),
+    .hard = QColor(200, 40, 40),
+    .hint = QColor(110, 110, 110),
 };
 
 inline constexpr PageColours DarkPage = {
@@ -50,6 +54,8 @@ inline constexpr PageColours DarkPage = {
     .frame = QColor(108, 108, 108),
     .focus = QColor(92, 170, 255),
     .current = QColor(92, 170, 255),
+    .hard = QColor(255, 110, 100),
+    .hint = QColor(160, 160, 160),
 };
 
 /// The colours that a learner has chosen. @param desktop  palette that tells whether the desktop is dark now

@@ -84,7 +84,7 @@ void PagePainter::DrawText(int row)
         DrawFound(row);
     if (line == m_page.current.line)
         DrawCurrent(row); // below the text: a letter beside it may reach into it
-    DrawCells(m_page.text.MaskedLine(line), 0, row);
+    DrawCells(m_page.text.MaskedLine(line), 0, row, m_colours.text);
     for (const int blank : m_page.text.BlanksOnLine(line))
         DrawBox(blank, row);
     UnderlinePictures(row);
@@ -152,14 +152,32 @@ void PagePainter::DrawBox(int blank, int row)
     // A pen of w pixels reaches w / 2 to both sides of its path.
     const double half = penWidth / 2.0;
     m_painter.drawRect(QRectF(outline).adjusted(half, half, -half, -half));
-    if (!isShown)
-        return;
+    if (m_page.round.IsHard(blank))
+        DrawCorner(outline);
     const QStringView answer = m_page.text.Answer(blank);
-    DrawCells(answer, m_page.text.Cells(blank).start + 1, row);
+    const int answerCell = m_page.text.Cells(blank).start + 1;
+    if (!isShown) {
+        if (blank == m_page.hintedBlank)
+            DrawCells(answer.first(1), answerCell, row, m_colours.hint);
+        return;
+    }
+    DrawCells(answer, answerCell, row, m_colours.text);
     // A shown answer of nothing must not differ from a hidden one by the colour of its box alone.
     if (answer.trimmed().isEmpty())
         m_painter.drawLine(outline.left() + outline.width() / 4, outline.center().y(),
                            outline.right() - outline.width() / 4, outline.center().y());
+}
+
+/// Fills the upper right corner of a box, where its bracket was, by a shape that no colour is needed to see.
+void PagePainter::DrawCorner(const QRect &outline)
+{
+    const int side = qMin(Device(m_layout.cellWidthPx), outline.height() / 2);
+    const QPointF corner(outline.right() + 1, outline.top());
+    const QPointF points[] = {corner - QPointF(side, 0), corner, corner + QPointF(0, side)};
+    m_painter.setPen(Qt::NoPen);
+    m_painter.setBrush(m_colours.hard);
+    m_painter.drawPolygon(points, 3);
+    m_painter.setBrush(Qt::NoBrush);
 }
 
 /// Shows what a click opens.
@@ -176,14 +194,14 @@ void PagePainter::UnderlinePictures(int row)
 }
 
 /// Draws a text from a cell of its row on, 0 the first, each character on its own cell.
-void PagePainter::DrawCells(QStringView text, int cell, int row)
+void PagePainter::DrawCells(QStringView text, int cell, int row, const QColor &colour)
 {
     const double baseline = Device(m_layout.RowTopPx(row)) + m_baseline;
     const QList<quint32> glyphs = m_font.Glyphs().glyphIndexesForString(text.toString());
     const bool isPlain = glyphs.size() == text.size();
     QList<quint32> drawn;
     QList<QPointF> positions;
-    m_painter.setPen(m_colours.text);
+    m_painter.setPen(colour);
     for (qsizetype i = 0; i < text.size(); ++i) {
         const QChar character = text[i];
         const int cells = CellsOf(character);

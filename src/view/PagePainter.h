@@ -19,9 +19,10 @@ struct PageToPaint
     const StudyRound &round;
     const PageColours &colours;
     PageLayout layout;
-    int topLine;        ///< line in the first row
-    TextSpan found{};   ///< is marked; within a hidden answer its whole box is
-    TextSpan current{}; ///< is framed
+    int topLine;         ///< line in the first row
+    TextSpan found{};    ///< is marked; within a hidden answer its whole box is
+    TextSpan current{};  ///< is framed
+    int hintedBlank = 0; ///< whose first character is seen while it is hidden; 0 for none
     bool hasFocus = false;
 };
 
@@ -47,10 +48,11 @@ class PagePainter
     void DrawFound(int row);
     void DrawCurrent(int row);
     void DrawBox(int blank, int row);
+    void DrawCorner(const QRect &outline);
     void UnderlinePictures(int row);
     void DrawNumber(int row);
     void DrawFrame();
-    void DrawCells(QStringView text, int cell, int row);
+    void DrawCells(QStringView text, int cell, int row, const QColor &colour);
     void DrawForeign(QChar character, const QPointF &at, int width);
     void DrawRing(const QRect &edge, int width, const QColor &colour);
     void DrawGlyphs(const QRawFont &font, const QList<quint32> &glyphs, const QList<QPointF> &positions);

@@ -11,6 +11,7 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QStackedWidget>
+#include <QTimer>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -29,6 +30,11 @@ QString ShownText(const QString &shown, const QString &blanks)
     return u"表示 %1 / %2"_s.arg(shown, blanks);
 }
 
+QString HardText(const QString &count)
+{
+    return u"苦手 "_s + count;
+}
+
 QString PlaceText(const QString &topLine, const QString &lastLine, const QString &lineCount)
 {
     return u"%1 ～ %2 行 / %3 行"_s.arg(topLine, lastLine, lineCount);
@@ -44,9 +50,10 @@ QString PageText(const QString &number, const QString &count)
 StudyStateBar::StudyStateBar(QWidget *parent)
     : QWidget(parent), lblNum(AddLabel(u"lblNum"_s, u"0"_s)), prgShown(new QProgressBar(this)),
       lblShown(AddLabel(u"lblShown"_s)), lblPlace(AddLabel(u"lblPlace"_s)), lblPage(AddLabel(u"lblPage"_s)),
-      lblZoom(AddLabel(u"lblZoom"_s)), cmdZoomOut(ZoomButton(u"cmdZoomOut"_s, u"小(&-)"_s, -1)),
-      cmdZoomIn(ZoomButton(u"cmdZoomIn"_s, u"大(&+)"_s, 1)), m_lineField(new LineField(this)),
-      m_placeOrField(new QStackedWidget(this)), lblKeyword(AddLabel(u"lblKeyword"_s)),
+      lblHard(AddLabel(u"lblHard"_s)), lblOffer(AddLabel(u"lblOffer"_s)), lblNotice(AddLabel(u"lblNotice"_s)),
+      m_noticing(new QTimer(this)), lblZoom(AddLabel(u"lblZoom"_s)),
+      cmdZoomOut(ZoomButton(u"cmdZoomOut"_s, u"小(&-)"_s, -1)), cmdZoomIn(ZoomButton(u"cmdZoomIn"_s, u"大(&+)"_s, 1)),
+      m_lineField(new LineField(this)), m_placeOrField(new QStackedWidget(this)), lblKeyword(AddLabel(u"lblKeyword"_s)),
       lblFileChange(AddLabel(u"lblFileChange"_s, u"学習ファイルが変更されました（Alt+R で再読込）"_s)),
       lblMinN(AddLabel(u"lblMinN"_s)), lblMin(AddLabel(u"lblMin"_s, u"分"_s)), lblSecN(AddLabel(u"lblSecN"_s)),
       lblSec(AddLabel(u"lblSec"_s, u"秒"_s))
@@ -72,6 +79,13 @@ StudyStateBar::StudyStateBar(QWidget *parent)
     DimKeyword();
     lblKeyword->hide();
     lblFileChange->hide();
+    lblOffer->hide();
+    lblNotice->hide();
+    lblNotice->setAutoFillBackground(true);
+    m_noticing->setObjectName(u"tmrNotice"_s);
+    m_noticing->setSingleShot(true);
+    m_noticing->setInterval(3000);
+    connect(m_noticing, &QTimer::timeout, this, &StudyStateBar::HideNotice);
     for (QWidget *const control : std::initializer_list<QWidget *>{prgShown, lblMinN, lblMin, lblSecN, lblSec})
         KeepSizeWhenHidden(control);
     for (QLabel *const label : {lblMinN, lblMin, lblSecN, lblSec})
@@ -79,14 +93,16 @@ StudyStateBar::StudyStateBar(QWidget *parent)
 
     QLabel *const lblNumN = AddLabel(u"lblNumN"_s, u"回答数："_s);
     auto *const progress = new FlowLayout(fontMetrics().horizontalAdvance(u'あ'));
-    for (QWidget *const control : {Group({lblNumN, lblNum}), Group({prgShown, lblShown}),
-                                   static_cast<QWidget *>(m_placeOrField), static_cast<QWidget *>(lblPage), ZoomGroup(),
-                                   static_cast<QWidget *>(lblKeyword), static_cast<QWidget *>(lblFileChange)})
+    for (QWidget *const control :
+         {Group({lblNumN, lblNum}), Group({prgShown, lblShown}), static_cast<QWidget *>(lblHard),
+          static_cast<QWidget *>(m_placeOrField), static_cast<QWidget *>(lblPage), ZoomGroup(),
+          static_cast<QWidget *>(lblOffer), static_cast<QWidget *>(lblKeyword), static_cast<QWidget *>(lblFileChange)})
         progress->addWidget(control);
     auto *const row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
     row->addLayout(progress, 1);
     QWidget *const clock = Group({lblMinN, lblMin, lblSecN, lblSec});
+    lblNotice->raise();
     clock->setMinimumHeight(cmdZoomIn->sizeHint().height()); // as high as the first row, so that both stand on one line
     row->addWidget(clock, 0, Qt::AlignTop);
 }
@@ -168,6 +184,7 @@ void StudyStateBar::ReserveSpace()
         label->setFixedSize(label->fontMetrics().horizontalAdvance(widest), heightPx);
     };
     reserve(lblShown, m_blankCount == 0 ? QString() : ShownText(blank, blank));
+    reserve(lblHard, m_blankCount == 0 ? QString() : HardText(blank));
     reserve(lblPlace, m_lineCount == 0 ? QString() : PlaceText(line, line, line));
     reserve(lblPage, m_lineCount == 0 ? QString() : PageText(line, line));
 }
@@ -190,6 +207,47 @@ void StudyStateBar::AskForLine(int line, int lineCount)
     m_lineField->Open(line, lineCount);
 }
 
+void StudyStateBar::OfferLine(int line)
+{
+    QSizePolicy policy = lblOffer->sizePolicy();
+    policy.setRetainSizeWhenHidden(line > 0);
+    lblOffer->setSizePolicy(policy);
+    lblOffer->setText(line > 0 ? u"前回は "_s + QString::number(line) + u" 行（Ctrl+G）"_s : QString());
+    lblOffer->setVisible(line > 0);
+}
+
+void StudyStateBar::EndOffer()
+{
+    lblOffer->hide();
+}
+
+void StudyStateBar::ShowNotice(const QString &text)
+{
+    lblNotice->setText(text);
+    lblNotice->show();
+    PlaceNotice();
+    m_noticing->start();
+}
+
+void StudyStateBar::HideNotice()
+{
+    m_noticing->stop();
+    lblNotice->hide();
+}
+
+/// Over whole rows of controls, of which nothing may look out at its edges.
+void StudyStateBar::PlaceNotice()
+{
+    const int widthPx = lblNotice->sizeHint().width() + fontMetrics().averageCharWidth() * 2;
+    lblNotice->setGeometry(0, 0, qMin(width(), widthPx), cmdZoomIn->sizeHint().height());
+}
+
+void StudyStateBar::resizeEvent(QResizeEvent *event)
+{
+    QWidget::resizeEvent(event);
+    PlaceNotice();
+}
+
 void StudyStateBar::ShowCount(int answers)
 {
     lblNum->setText(QString::number(answers));
@@ -205,6 +263,7 @@ void StudyStateBar::ShowProgress(const StudyRound &round, const PageInView &page
     prgShown->update(); // the bar itself would wait for a change of nine pixels
     const auto number = [](int n) { return QString::number(n); };
     lblShown->setText(blanks == 0 ? QString() : ShownText(number(round.ShownCount()), number(blanks)));
+    lblHard->setText(round.HardCount() == 0 ? QString() : HardText(number(round.HardCount())));
     const bool hasLines = page.lineCount > 0;
     lblPlace->setText(hasLines ? PlaceText(number(page.topLine), number(page.lastLine), number(page.lineCount))
                                : QString());

@@ -13,6 +13,7 @@ class QLabel;
 class QProgressBar;
 class QPushButton;
 class QStackedWidget;
+class QTimer;
 class StudyRound;
 
 class StudyStateBar : public QWidget
@@ -37,6 +38,16 @@ class StudyStateBar : public QWidget
     /// Opens the field in which a line is typed to go to.
     void AskForLine(int line, int lineCount);
 
+    /// Offers the line at which the user stopped the last time, for the field of AskForLine; 0 offers none.
+    void OfferLine(int line);
+
+    /// Takes the offer back. Its space stays as long as the file.
+    void EndOffer();
+
+    /// Says something for some seconds, over the beginning of the row, so that nothing moves.
+    void ShowNotice(const QString &text);
+    void HideNotice();
+
     /// Says that the study file was changed, and how it is read again, or does so no more.
     void ShowFileChange(bool isChanged);
 
@@ -54,11 +65,13 @@ class StudyStateBar : public QWidget
 
   protected:
     void changeEvent(QEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
 
   private:
     QWidget *ZoomGroup();
     QPushButton *ZoomButton(const QString &name, const QString &caption, int steps);
     void ReserveSpace();
+    void PlaceNotice();
     void DimKeyword();
     QLabel *AddLabel(const QString &name, const QString &text = QString());
     QWidget *Group(const QList<QWidget *> &controls);
@@ -71,6 +84,10 @@ class StudyStateBar : public QWidget
     QLabel *lblShown;       // the same in numbers
     QLabel *lblPlace;       // the lines on the page
     QLabel *lblPage;        // its number
+    QLabel *lblHard;        // blanks that are marked as hard
+    QLabel *lblOffer;
+    QLabel *lblNotice;  // lies over the others
+    QTimer *m_noticing; // runs while it is shown
     QLabel *lblZoom;
     QPushButton *cmdZoomOut;
     QPushButton *cmdZoomIn;

@@ -9,15 +9,12 @@
 #include "settings/frmIni.h"
 #include "settings/frmMsg.h"
 #include "settings/modEditor.h"
-#include "settings/modSpeech.h"
 #include "view/StudyStateBar.h"
 #include "view/frmPicture.h"
-#include "view/modClickTarget.h"
 #include "view/picText.h"
 #include "widgets/ElidedLabel.h"
 #include "widgets/InputGuard.h"
 
-#include <QCheckBox>
 #include <QCloseEvent>
 #include <QCoreApplication>
 #include <QFileInfo>
@@ -49,7 +46,7 @@ void frmText::cmdFile_Click()
     WriteTrace(u"■frmText.cmdFile_Click()");
     SaveFormPos();
     if (m_session.HasBegun()) {
-        m_session.Complete();
+        CompleteSession();
         QString error;
         if (!m_log.WriteLog(u"DBUpdRecKotoban "_s + TimeText(m_services.Now()), &error))
             m_services.ShowMessage(error + u"\r\n  "_s + m_log.Path());
@@ -104,6 +101,9 @@ void frmText::OpenSession(const QString &path)
         EnableFileControls(true);
     }
     lblFile->SetText(QFileInfo(m_session.Path()).fileName());
+    m_wholeLine = 0;
+    m_offeredLine = m_session.LastLine() > 1 ? m_session.LastLine() : 0;
+    m_stateBar->OfferLine(m_offeredLine);
     ShowText(1);
     if (!isLoaded) {
         Ask(message, MsgStyle::Ok, u"notify.wav"_s);
@@ -145,6 +145,7 @@ void frmText::ShowText(int topLine)
         m_search->SetText(&m_session.Text());
         m_frmSearch->Refresh();
     }
+    ShowHardControls();
     SetUpScrollBar();
     HScroll->setValue(0);
     ShowLine(qMin(topLine, VScroll->maximum()));
@@ -256,12 +257,6 @@ void frmText::ShowPicture(const QString &name)
     frmPicture(StudyFolderPath(), name, this).exec();
 }
 
-void frmText::chkSpeak_Click()
-{
-    WriteTrace(u"■frmText.chkSpeak_Click");
-    picText->setFocus();
-}
-
 QString frmText::ReportFolderPath() const
 {
     return JoinPath(m_context.applicationFolder, u"rec"_s);
@@ -269,119 +264,26 @@ QString frmText::ReportFolderPath() const
 
 void frmText::PrintFile()
 {
-    if (m_session.IsFileOpen())
-        frmPrint(m_services, m_msg, m_settingsFile, ReportFolderPath(), this).Run(m_session.Path());
+    if (!m_session.IsFileOpen())
+        return;
+    KeepMarks();
+    frmPrint(m_services, m_msg, m_settingsFile, m_session.Marks(), ReportFolderPath(), this).Run(m_session.Path());
 }
 
 void frmText::ExportFile()
 {
-    if (m_session.IsFileOpen())
-        frmExport(m_services, m_msg, ReportFolderPath(), this).Run(m_session.Path());
-}
-
-void frmText::picText_KeyDown(int key)
-{
-    WriteTrace(u"■frmText.picText_KeyDown");
-    if (key == Qt::Key_Return || key == Qt::Key_Enter)
-        Enter();
-    else if (key == Qt::Key_F2)
-        m_services.ShowMessage(u"F2"_s); // a left-over that is kept; it does nothing else
-}
-
-void frmText::Enter()
-{
     if (!m_session.IsFileOpen())
         return;
-    StudyRound &round = m_session.Round();
-    const EnterDecision decision = DecideEnter(round, m_session.Text(), Page());
-    if (decision.action == EnterAction::Reveal) {
-        BringCellsIntoView(m_session.Text().Span(decision.blank));
-        Reveal(decision.blank);
-        return;
-    }
-    if (decision.action == EnterAction::AskThenTurn &&
-        Ask(AllShownMessage(round.BlankCount()), MsgStyle::YesNo, u"tada.wav"_s) == MsgResult::Cancel) {
-        close();
-        return;
-    }
-    HScroll->setValue(0);
-    ShowLine(TurnPage(&round, Page()));
+    KeepMarks();
+    frmExport(m_services, m_msg, m_session.Marks(), ReportFolderPath(), this).Run(m_session.Path());
 }
 
-void frmText::Reveal(int blank)
+/// Completes the session, and tells what could not be kept.
+void frmText::CompleteSession()
 {
-    const bool isShown = m_session.Round().Toggle(blank);
-    picText->DrawBlank(blank);
-    ShowProgress();
-    if (isShown)
-        m_stateBar->ShowCount(m_session.Round().lngOpenCount());
-}
-
-void frmText::picText_MouseDown(Qt::MouseButton button, int xPx, int yPx)
-{
-    WriteTrace(u"■frmText.picText_MouseDown");
-    if (button == Qt::LeftButton)
-        Click(TargetAt(m_session.Text(), m_session.Round(), xPx, yPx, VScroll->value(), picText->Layout()));
-    else if (button == Qt::RightButton)
-        HideAllAnswers();
-}
-
-// Nothing is meant to happen here; the pointer's shape is the text area's own business.
-void frmText::picText_MouseMove()
-{
-    WriteTrace(u"■frmText.picText_MouseMove");
-}
-
-// Nothing is meant to happen here either.
-void frmText::picText_OLEDragDrop()
-{
-    WriteTrace(u"■frmText.picText_OLEDragDrop");
-}
-
-void frmText::Click(const ClickTarget &target)
-{
-    if (!m_session.IsFileOpen())
-        return;
-    if (target.blank > 0)
-        Reveal(target.blank);
-    const ClickTarget meant =
-        target.blank > 0 ? TargetInAnswer(m_session.Text(), m_session.Round(), target.blank) : target;
-    if (chkSpeak->isChecked() && !meant.word.isEmpty())
-        SpeakWord(m_services, m_context.applicationFolder, meant.word);
-    if (!meant.picture.isEmpty())
-        ShowPicture(meant.picture);
-    if (picText->Layout().hasLineNumbers)
-        MarkLine(target.numberedLine);
-}
-
-/// Marks a line, or none with 0.
-void frmText::MarkLine(int line)
-{
-    if (line == m_session.Round().lngMarkLine())
-        return;
-    m_session.Round().MarkLine(line);
-    picText->DrawLineNumbers();
-}
-
-void frmText::ClickCurrent()
-{
-    if (const TextSpan &current = picText->Current(); current.line > 0)
-        Click(TargetOf(m_session.Text(), m_session.Round(), current));
-}
-
-void frmText::ClickLineNumber(int line)
-{
-    Click(TargetOfLineNumber(line, Page()));
-}
-
-void frmText::HideAllAnswers()
-{
-    if (!m_session.IsFileOpen())
-        return;
-    m_session.Round().HideAll();
-    m_session.Round().MarkLine(0);
-    picText->DrawPage();
-    ShowProgress();
+    m_keeping->stop();
+    for (const QString &message : m_session.Complete(VScroll->value()))
+        m_services.ShowMessage(message);
 }
 
 void frmText::closeEvent(QCloseEvent *event)
@@ -396,7 +298,7 @@ void frmText::Form_Unload()
     WriteTrace(u"■frmText.Form_Unload");
     Timer1->stop();
     m_stage = Stage::Ended;
-    m_session.Complete();
+    CompleteSession();
     SaveFormPos();
     m_database.Close();
     Q_EMIT Ended();
@@ -407,6 +309,6 @@ void frmText::Record()
     if (m_stage == Stage::Ended)
         return;
     m_stage = Stage::Ended;
-    m_session.Complete();
+    m_session.Complete(VScroll->value());
     m_database.Close();
 }

@@ -72,6 +72,7 @@ class frmText : public QWidget
     void cmdDispHowToUse_Click();
     void cmdSearch_Click();
     void chkSpeak_Click();
+    void chkOnlyHard_Click();
     void VScroll_Change();
     void HScroll_Change();
     void picText_KeyDown(int key);
@@ -92,6 +93,7 @@ class frmText : public QWidget
     void SaveFormPos();
 
     PageInView Page() const;
+    void CompleteSession();
     void SetUpScrollBar();
     void ShowNeededScrollBars();
     void ShowText(int topLine);
@@ -123,6 +125,16 @@ class frmText : public QWidget
     void GoToTarget(bool backwards);
     void MarkLine(int line);
     void HideAllAnswers();
+    void TakeBack();
+    void OfferToTakeBack(unsigned roundBefore, int topLine, int markLine);
+    void ToggleHard(int blank);
+    void KeepMarks();
+    void ShowHardControls();
+    void ToggleWholeLine();
+    void ShowHint();
+    void ShowAloud();
+    void SpeakAnswer(const QString &answer);
+    int ChosenBlank() const;
     void GoOnSearching(bool backwards);
     void ShowFound(const TextSpan &found, const QString &wanted);
     void ShowPicture(const QString &name);
@@ -167,7 +179,15 @@ class frmText : public QWidget
     QPushButton *cmdDispHowToUse;
     QPushButton *cmdSearch;
     QCheckBox *chkSpeak;
+    QCheckBox *chkOnlyHard;
     ElidedLabel *lblFile;
     StudyStateBar *m_stateBar;
     QTimer *Timer1;
+    QTimer *m_keeping; // runs from a change of a mark until it is kept
+
+    int m_offeredLine = 0;   // at which the user stopped the last time, while it is offered
+    int m_wholeLine = 0;     // line that was last shown as a whole, while nothing else was shown since
+    int m_topLineBefore = 1; // the round that can be taken back
+    int m_markLineBefore = 0;
+    bool m_isVoiceTold = false; // that there is none
 };

@@ -37,17 +37,18 @@ frmText::frmText(SystemServices &services, StudyDatabase &database, const RunLog
                  const StudyContext &context)
     : m_services(services), m_database(database), m_log(log), m_msg(msg), m_context(context),
       m_settingsFile(context.settingsPath), m_defaults(DefaultSettings()), m_settings(m_defaults),
-      m_session(services, database, context.userName), m_watcher(new QFileSystemWatcher(this)),
-      picText(new PicText(this)), VScroll(new FocusScrollBar(Qt::Vertical, this)),
-      HScroll(new FocusScrollBar(Qt::Horizontal, this)),
+      m_session(services, database, context.applicationFolder, context.userName),
+      m_watcher(new QFileSystemWatcher(this)), picText(new PicText(this)),
+      VScroll(new FocusScrollBar(Qt::Vertical, this)), HScroll(new FocusScrollBar(Qt::Horizontal, this)),
       cmdFile(AddButton(u"cmdFile"_s, u"ファイル選択(&O)"_s, &frmText::cmdFile_Click)),
       cmdReRead(AddButton(u"cmdReRead"_s, u"再読込(&R)"_s, &frmText::cmdReRead_Click)),
       cmdEdit(AddButton(u"cmdEdit"_s, u"編集(&E)"_s, &frmText::cmdEdit_Click)),
       cmdIni(AddButton(u"cmdIni"_s, u"設定(&I)"_s, &frmText::cmdIni_Click)),
       cmdDispHowToUse(AddButton(u"cmdDispHowToUse"_s, u"使い方(&H)"_s, &frmText::cmdDispHowToUse_Click)),
       cmdSearch(AddButton(u"cmdSearch"_s, u"検索(&F)"_s, &frmText::cmdSearch_Click)),
-      chkSpeak(new QCheckBox(u"読み上げ(&S)"_s, this)), lblFile(new ElidedLabel(u"lblFile"_s, 30, this)),
-      m_stateBar(new StudyStateBar(this)), Timer1(new QTimer(this))
+      chkSpeak(new QCheckBox(u"読み上げ(&S)"_s, this)), chkOnlyHard(new QCheckBox(u"苦手だけ(&N)"_s, this)),
+      lblFile(new ElidedLabel(u"lblFile"_s, 30, this)), m_stateBar(new StudyStateBar(this)), Timer1(new QTimer(this)),
+      m_keeping(new QTimer(this))
 {
     setObjectName(u"frmText"_s);
     AddControls();
@@ -62,7 +63,16 @@ void frmText::AddControls()
     HScroll->setObjectName(u"HScroll"_s);
     HScroll->setAccessibleName(u"本文の横の位置"_s);
     chkSpeak->setObjectName(u"chkSpeak"_s);
-    chkSpeak->setToolTip(u"クリックした言葉を読み上げます (Alt+S)"_s);
+    chkSpeak->setTristate(true);
+    chkSpeak->setToolTip(u"押すたびに，クリックした言葉だけを読み上げる，表示した正解もすべて読み上げる，"
+                         u"読み上げない，と変わります (Alt+S)"_s);
+    chkOnlyHard->setObjectName(u"chkOnlyHard"_s);
+    chkOnlyHard->setToolTip(
+        u"苦手の印のある枠だけを隠して学習します。印は中ボタンのクリックか Ctrl+M で付けます (Ctrl+Shift+M)"_s);
+    chkOnlyHard->setFocusPolicy(Qt::TabFocus);
+    m_keeping->setObjectName(u"tmrKeep"_s);
+    m_keeping->setSingleShot(true);
+    m_keeping->setInterval(1000);
     Timer1->setObjectName(u"Timer1"_s);
     chkSpeak->setFocusPolicy(Qt::TabFocus);
     cmdFile->setToolTip(u"別の学習ファイルを選びます (Alt+O)"_s);
@@ -76,6 +86,7 @@ void frmText::AddControls()
     for (QPushButton *const button : {cmdFile, cmdReRead, cmdEdit, cmdIni, cmdDispHowToUse, cmdSearch})
         bar->addWidget(button);
     bar->addWidget(chkSpeak);
+    bar->addWidget(chkOnlyHard);
     bar->addWidget(lblFile);
 
     auto *const page = new QGridLayout;
@@ -91,7 +102,8 @@ void frmText::AddControls()
     column->addWidget(m_stateBar);
 
     // As one reads: the buttons, the page with its bars, and then what is below it.
-    setTabOrder(chkSpeak, picText);
+    setTabOrder(chkSpeak, chkOnlyHard);
+    setTabOrder(chkOnlyHard, picText);
     setTabOrder(picText, VScroll);
     setTabOrder(VScroll, HScroll);
 
@@ -99,6 +111,8 @@ void frmText::AddControls()
     connect(VScroll, &QScrollBar::valueChanged, this, &frmText::VScroll_Change);
     connect(HScroll, &QScrollBar::valueChanged, this, &frmText::HScroll_Change);
     connect(chkSpeak, &QCheckBox::clicked, this, &frmText::chkSpeak_Click);
+    connect(chkOnlyHard, &QCheckBox::clicked, this, &frmText::chkOnlyHard_Click);
+    connect(m_keeping, &QTimer::timeout, this, &frmText::KeepMarks);
     connect(picText, &PicText::KeyDown, this, &frmText::picText_KeyDown);
     connect(picText, &PicText::MouseDown, this, &frmText::picText_MouseDown);
     connect(picText, &PicText::MouseMove, this, &frmText::picText_MouseMove);
@@ -124,7 +138,10 @@ void frmText::AddShortcuts()
 {
     const auto add = [this](const QKeySequence &keys, const std::function<void()> &action) {
         auto *const shortcut = new QShortcut(keys, this);
-        connect(shortcut, &QShortcut::activated, this, action);
+        connect(shortcut, &QShortcut::activated, this, [this, action] {
+            picText->SetHint(0);
+            action();
+        });
         return shortcut;
     };
     // A key that is held down goes on moving, but clicks only once.
@@ -139,6 +156,12 @@ void frmText::AddShortcuts()
     add(Qt::CTRL | Qt::Key_Left, [this] { GoToTarget(true); });
     addClick(Qt::CTRL | Qt::Key_Space, [this] { ClickCurrent(); });
     addClick(Qt::CTRL | Qt::Key_H, [this] { HideAllAnswers(); });
+    addClick(QKeySequence::Undo, [this] { TakeBack(); });
+    addClick(Qt::CTRL | Qt::Key_M,
+             [this] { ToggleHard(ChosenBlank() > 0 ? ChosenBlank() : m_session.Round().LastShown()); });
+    addClick(Qt::CTRL | Qt::SHIFT | Qt::Key_M, [this] { chkOnlyHard->click(); });
+    addClick(Qt::CTRL | Qt::SHIFT | Qt::Key_Space, [this] { ToggleWholeLine(); });
+    addClick(Qt::CTRL | Qt::Key_I, [this] { ShowHint(); });
     addClick(Qt::CTRL | Qt::Key_L, [this] { ClickLineNumber(picText->Current().line); });
     add(Qt::CTRL | Qt::SHIFT | Qt::Key_Down, [this] { ClickLineNumber(m_session.Round().lngMarkLine() + 1); });
     add(Qt::CTRL | Qt::SHIFT | Qt::Key_Up, [this] { ClickLineNumber(m_session.Round().lngMarkLine() - 1); });
@@ -197,6 +220,8 @@ void frmText::Form_Load()
     move(left, area.top() + (area.height() - height()) / 3);
 
     EnableFileControls(false);
+    ShowAloud();
+    ShowHardControls();
     SetUpScrollBar();
     // Nobody sends this message any more; the number is registered as it always was.
     m_wheelMessage = RegisterMessageName(u"MSWHEEL_ROLLMSG"_s);

@@ -52,7 +52,12 @@ void frmText::VScroll_Change()
 {
     WriteTrace(u"■frmText.VScroll_Change");
     picText->SetCurrent(TextSpan());
+    picText->SetHint(0);
     picText->SetTopLine(VScroll->value());
+    if (VScroll->value() > 1 && m_offeredLine > 0) { // the user goes another way, or there
+        m_offeredLine = 0;
+        m_stateBar->EndOffer();
+    }
     ShowProgress();
 }
 
@@ -93,7 +98,7 @@ void frmText::MovePages(int pages)
 void frmText::AskForLine()
 {
     if (m_session.IsFileOpen())
-        m_stateBar->AskForLine(VScroll->value(), m_session.Text().LineCount());
+        m_stateBar->AskForLine(m_offeredLine > 0 ? m_offeredLine : VScroll->value(), m_session.Text().LineCount());
 }
 
 /// Goes to a page at random, of those with something left to answer.

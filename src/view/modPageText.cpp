@@ -22,8 +22,8 @@ std::vector<SpokenPart> PartsOf(const DisplayText &text, const StudyRound &round
         parts.push_back({TextSpan::At(line, done, end - done), view.sliced(done, end - done), false});
         done = end;
     };
-    const auto addHidden = [&](qsizetype length) {
-        parts.push_back({TextSpan::At(line, done, length), HiddenAnswerText, true});
+    const auto addHidden = [&](int blank, qsizetype length) {
+        parts.push_back({TextSpan::At(line, done, length), HiddenAnswerText(round, blank), true});
         done += length;
     };
     for (const int blank : text.BlanksOnLine(line)) {
@@ -32,7 +32,7 @@ std::vector<SpokenPart> PartsOf(const DisplayText &text, const StudyRound &round
         if (round.bolOpen(blank))
             addText(done + text.Answer(blank).size());
         else
-            addHidden(text.Answer(blank).size());
+            addHidden(blank, text.Answer(blank).size());
     }
     addText(view.size());
     return parts;
@@ -47,6 +47,11 @@ int SpokenLength(const DisplayText &text, const StudyRound &round, int line)
 }
 
 } // namespace
+
+QStringView HiddenAnswerText(const StudyRound &round, int blank)
+{
+    return round.IsHard(blank) ? u"苦手の空欄" : u"空欄";
+}
 
 QString SpokenPage(const DisplayText &text, const StudyRound &round, const PageInView &page)
 {

@@ -5,11 +5,11 @@
 
 #include <QRect>
 
-/// What stands for a hidden answer.
-inline constexpr QStringView HiddenAnswerText = u"空欄";
+/// What stands for the hidden answer of a blank: "空欄", or "苦手の空欄" where it is marked as hard.
+QStringView HiddenAnswerText(const StudyRound &round, int blank);
 
-/// The lines in view, separated by line feeds, with every hidden answer as "空欄" and every shown one as it is, both
-/// between blanks.
+/// The lines in view, separated by line feeds, with every hidden answer as HiddenAnswerText has it and every shown one
+/// as it is, both between blanks.
 QString SpokenPage(const DisplayText &text, const StudyRound &round, const PageInView &page);
 
 /// Where a character of a line in view stands in the above, 0 the first character there; of a hidden answer, where

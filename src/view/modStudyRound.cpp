@@ -2,37 +2,122 @@
 
 #include <QRandomGenerator>
 
+#include <algorithm>
+
 using namespace Qt::Literals::StringLiterals;
 
-void StudyRound::Load(int blankCount)
+void StudyRound::Load(int blankCount, const std::vector<int> &hardBlanks)
 {
     *this = StudyRound();
-    m_shownIn.assign(size_t(blankCount) + 1, 0);
+    m_changedIn.assign(size_t(blankCount) + 1, 0);
+    MarkAsHard(hardBlanks);
 }
 
-void StudyRound::Reload(int blankCount)
+void StudyRound::Reload(int blankCount, const std::vector<int> &hardBlanks)
 {
-    m_shownIn.resize(size_t(blankCount) + 1, 0);
-    m_shownCount = 0;
-    for (int blank = 1; blank <= blankCount; ++blank)
+    std::vector<int> shown;
+    for (int blank = 1; blank <= qMin(blankCount, BlankCount()); ++blank)
         if (bolOpen(blank))
-            ++m_shownCount;
+            shown.push_back(blank);
+    m_changedIn.assign(size_t(blankCount) + 1, 0);
+    MarkAsHard(hardBlanks);
+    m_round = Round{.number = ++m_lastNumber};
+    m_before.reset();
+    m_lastShown = 0;
+    for (const int blank : shown)
+        Change(blank);
+}
+
+void StudyRound::MarkAsHard(const std::vector<int> &blanks)
+{
+    m_isHard.assign(m_changedIn.size(), false);
+    for (const int blank : blanks)
+        m_isHard[size_t(blank)] = true;
+    m_hardCount = int(blanks.size());
+    m_isOnlyHard = m_isOnlyHard && m_hardCount > 0;
+}
+
+/// Shows a hidden answer or hides a shown one, without a count.
+void StudyRound::Change(int blank)
+{
+    unsigned &changedIn = m_changedIn[size_t(blank)];
+    const bool isChanged = changedIn == m_round.number;
+    changedIn = isChanged ? 0 : m_round.number;
+    m_round.changedCount += isChanged ? -1 : 1;
+    m_round.shownCount += bolOpen(blank) ? 1 : -1;
 }
 
 bool StudyRound::Toggle(int blank)
 {
-    const bool isShown = !bolOpen(blank);
-    m_shownIn[size_t(blank)] = isShown ? m_round : 0;
-    m_shownCount += isShown ? 1 : -1;
-    if (isShown)
+    m_before.reset();
+    Change(blank);
+    if (bolOpen(blank)) {
         ++m_openCount;
-    return isShown;
+        m_lastShown = blank;
+    }
+    return bolOpen(blank);
+}
+
+void StudyRound::ToggleLine(const BlankRange &blanks)
+{
+    const bool hasHidden = std::ranges::any_of(blanks, [this](int blank) { return !bolOpen(blank); });
+    for (const int blank : blanks)
+        if (bolOpen(blank) != hasHidden)
+            Toggle(blank);
 }
 
 void StudyRound::HideAll()
 {
-    ++m_round;
-    m_shownCount = 0;
+    if (IsUntouched() && m_round.showsEasy == m_isOnlyHard)
+        return; // it has only just begun, and what can be taken back is the one before
+    m_wasOnlyHard = m_isOnlyHard;
+    BeginRound();
+}
+
+void StudyRound::StudyOnlyHard(bool isOnlyHard)
+{
+    m_wasOnlyHard = m_isOnlyHard;
+    m_isOnlyHard = isOnlyHard && m_hardCount > 0;
+    BeginRound();
+}
+
+void StudyRound::BeginRound()
+{
+    m_before = m_round;
+    m_round = Round{.number = ++m_lastNumber, .showsEasy = m_isOnlyHard};
+    m_round.shownCount = m_isOnlyHard ? BlankCount() - m_hardCount : 0;
+}
+
+void StudyRound::TakeBack()
+{
+    m_round = *m_before;
+    m_isOnlyHard = m_wasOnlyHard && m_hardCount > 0;
+    m_before.reset();
+}
+
+void StudyRound::ToggleHard(int blank)
+{
+    const bool wasOpen = bolOpen(blank);
+    m_isHard[size_t(blank)] = !m_isHard[size_t(blank)];
+    m_hardCount += m_isHard[size_t(blank)] ? 1 : -1;
+    m_isOnlyHard = m_isOnlyHard && m_hardCount > 0;
+    if (m_before && m_before->showsEasy)
+        m_before.reset(); // what it showed at first is not known any more
+    if (bolOpen(blank) == wasOpen)
+        return;
+    m_before.reset(); // nor whether the blank was changed in it
+    const int shownCount = m_round.shownCount;
+    Change(blank);
+    m_round.shownCount = shownCount;
+}
+
+std::vector<int> StudyRound::HardBlanks() const
+{
+    std::vector<int> blanks;
+    for (int blank = 1; blank <= BlankCount(); ++blank)
+        if (m_isHard[size_t(blank)])
+            blanks.push_back(blank);
+    return blanks;
 }
 
 BlankRange VisibleBlanks(const DisplayText &text, const PageInView &page)
@@ -78,7 +163,7 @@ EnterDecision DecideEnter(const StudyRound &round, const DisplayText &text, cons
 
 int TurnPage(StudyRound *round, const PageInView &page)
 {
-    const bool nothingWasShown = round->ShownCount() == 0;
+    const bool wasUntouched = round->IsUntouched();
     if (!page.canScroll || page.topLine == page.maximum)
         round->HideAll();
     const int next = page.topLine + page.pageSize;
@@ -86,8 +171,9 @@ int TurnPage(StudyRound *round, const PageInView &page)
     const bool isLastShown = round->BlankCount() == 0 || round->bolOpen(round->BlankCount());
     if (!isLastShown) {
         const int top = qMin(next, page.maximum);
-        // At the end with nothing shown the turn would change nothing, and Enter would be stuck there for ever.
-        return nothingWasShown && top == page.topLine ? 1 : top;
+        // At the end of a round that nobody touched the turn would change nothing, and Enter would be stuck there for
+        // ever.
+        return wasUntouched && top == page.topLine ? 1 : top;
     }
     if (next < page.maximum)
         return next;

@@ -5,6 +5,7 @@
 #include "text/modDisplayText.h"
 #include "view/modPageInView.h"
 
+#include <optional>
 #include <vector>
 
 class QRandomGenerator;
@@ -12,39 +13,97 @@ class QRandomGenerator;
 class StudyRound
 {
   public:
-    /// A new file: every answer hidden, nothing counted, no line marked.
-    void Load(int blankCount);
+    /// A new file: every answer hidden, nothing counted, no line marked. @param hardBlanks  ascending
+    void Load(int blankCount, const std::vector<int> &hardBlanks = {});
 
     /// The same file read again, which may now have more or fewer blanks. The first blanks keep their state by number,
-    /// whatever was inserted before them; the rest are hidden. Count and mark stay.
-    void Reload(int blankCount);
+    /// whatever was inserted before them; the rest are hidden. Count and marked line stay.
+    void Reload(int blankCount, const std::vector<int> &hardBlanks = {});
 
     int BlankCount() const
     {
-        return int(m_shownIn.size()) - 1;
+        return int(m_changedIn.size()) - 1;
     }
 
     /// Whether the answer of a blank is shown.
     bool bolOpen(int blank) const
     {
-        return m_shownIn[size_t(blank)] == m_round;
+        return (m_changedIn[size_t(blank)] == m_round.number) != IsShownAtFirst(blank);
     }
 
     /// Shows a hidden answer, which counts, or hides a shown one, which does not.
     /// @return whether it is shown now
     bool Toggle(int blank);
 
-    /// Hides every answer.
+    /// The blank whose answer was shown last, 0 when there is none or the file was read again since.
+    int LastShown() const
+    {
+        return m_lastShown;
+    }
+
+    /// Shows all hidden answers of a line, each of which counts, or hides all when none is hidden.
+    /// @param blanks  those of the line
+    void ToggleLine(const BlankRange &blanks);
+
+    /// The number of the present round; every other one has another.
+    unsigned RoundNumber() const
+    {
+        return m_round.number;
+    }
+
+    /// Begins a new round: hides every answer, or while only the hard ones are studied, every hard one, and shows the
+    /// others.
     void HideAll();
+
+    /// Studies only the blanks that are marked as hard, or all again; either begins a new round.
+    void StudyOnlyHard(bool isOnlyHard);
+
+    bool IsOnlyHard() const
+    {
+        return m_isOnlyHard;
+    }
+
+    /// Whether a round has begun since an answer was last shown or hidden, and the one before it can come back.
+    bool CanTakeBack() const
+    {
+        return m_before.has_value();
+    }
+
+    /// Brings the round back that was there before the last one began. What was counted stays counted.
+    void TakeBack();
+
+    /// Whether a blank is marked as hard.
+    bool IsHard(int blank) const
+    {
+        return m_isHard[size_t(blank)];
+    }
+
+    /// Marks a blank as hard, or takes the mark away. Its answer stays as it is. Without the last mark all blanks are
+    /// studied again from the next round on.
+    void ToggleHard(int blank);
+
+    int HardCount() const
+    {
+        return m_hardCount;
+    }
+
+    /// All blanks that are marked as hard, ascending. It takes as long as there are blanks.
+    std::vector<int> HardBlanks() const;
 
     int ShownCount() const
     {
-        return m_shownCount;
+        return m_round.shownCount;
+    }
+
+    /// Whether all answers are as they were when the round began.
+    bool IsUntouched() const
+    {
+        return m_round.changedCount == 0;
     }
 
     bool AllShown() const
     {
-        return m_shownCount == BlankCount();
+        return ShownCount() == BlankCount();
     }
 
     /// Answers shown since the session began.
@@ -66,11 +125,34 @@ class StudyRound
     }
 
   private:
-    // The round in which each blank was last shown; 0 = in none. So hiding all answers is one step, however many. The
-    // blanks are numbered from 1; element 0 is none's.
-    std::vector<unsigned> m_shownIn{0};
-    unsigned m_round = 1;
-    int m_shownCount = 0;
+    struct Round
+    {
+        unsigned number = 1;
+        bool showsEasy = false; ///< whether the blanks that are not hard were shown when it began
+        int changedCount = 0;   ///< blanks that are not as they were then
+        int shownCount = 0;
+    };
+
+    bool IsShownAtFirst(int blank) const
+    {
+        return m_round.showsEasy && !m_isHard[size_t(blank)];
+    }
+
+    void Change(int blank);
+    void MarkAsHard(const std::vector<int> &blanks);
+    void BeginRound();
+
+    // The round in which each blank was last changed, shown or hidden; 0 = in none. So hiding all answers is one step,
+    // however many. The blanks are numbered from 1; element 0 is none's.
+    std::vector<unsigned> m_changedIn{0};
+    std::vector<bool> m_isHard{false};
+    int m_hardCount = 0;
+    bool m_isOnlyHard = false;
+    unsigned m_lastNumber = 1; // of all rounds
+    Round m_round;
+    std::optional<Round> m_before; // the round that can be taken back
+    bool m_wasOnlyHard = false;    // with it
+    int m_lastShown = 0;
     int m_openCount = 0;
     int m_markLine = 0;
 };

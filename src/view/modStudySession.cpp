@@ -1,5 +1,6 @@
 #include "view/modStudySession.h"
 
+#include "base/modFile.h"
 #include "store/modDB_SQLite.h"
 #include "text/modCheckText.h"
 #include "text/modPictureName.h"
@@ -9,8 +10,12 @@
 
 #include <utility>
 
-StudySession::StudySession(const SystemServices &services, StudyDatabase &database, const QString &userName)
-    : m_services(services), m_database(database), m_userName(userName)
+using namespace Qt::Literals::StringLiterals;
+
+StudySession::StudySession(const SystemServices &services, StudyDatabase &database, const QString &listFolder,
+                           const QString &userName)
+    : m_services(services), m_database(database), m_userName(userName),
+      m_marks(JoinPath(listFolder, u"ListMark.txt"_s), userName), m_places(JoinPath(listFolder, u"ListPlace.txt"_s))
 {
 }
 
@@ -20,22 +25,27 @@ bool StudySession::Open(const QString &path, QString *message)
     m_path.clear();
     m_text = DisplayText();
     m_round.Load(0);
+    m_isMarkChanged = false;
+    m_lastLine = 0;
     m_clockStart = QDateTime();
     DBInsRecKotoban(m_database, m_start, m_userName, GetFileTitle(path));
     int errorLine = 0;
     if (!Read(path, message, &errorLine))
         return false;
     m_path = path;
-    m_round.Load(m_text.Blanks().Count());
+    m_round.Load(m_text.Blanks().Count(), m_marks.Find(GetFileTitle(path), m_text));
+    if (const int line = m_places.Line(m_userName, GetFileTitle(path)); line <= m_text.LineCount())
+        m_lastLine = line;
     m_clockStart = m_services.Now();
     return true;
 }
 
 bool StudySession::ReadAgain(QString *message, int *errorLine)
 {
+    KeepMarks(message); // they are found again by what is kept; that it cannot be was told when they were made
     if (!Read(m_path, message, errorLine))
         return false;
-    m_round.Reload(m_text.Blanks().Count());
+    m_round.Reload(m_text.Blanks().Count(), m_marks.Find(GetFileTitle(m_path), m_text));
     return true;
 }
 
@@ -58,10 +68,31 @@ bool StudySession::IsFileChanged() const
     return IsFileOpen() && file.exists() && file.lastModified() != m_fileTime;
 }
 
-void StudySession::Complete()
+QStringList StudySession::Complete(int topLine)
 {
+    QStringList messages;
     if (HasBegun())
         DBUpdRecKotoban(m_database, m_services, m_start, m_userName, m_round.lngOpenCount());
+    QString message;
+    if (!KeepMarks(&message))
+        messages += message;
+    if (IsFileOpen() && !m_places.Write(m_userName, GetFileTitle(m_path), topLine, &message))
+        messages += message;
+    return messages;
+}
+
+void StudySession::ToggleHard(int blank)
+{
+    m_round.ToggleHard(blank);
+    m_isMarkChanged = true;
+}
+
+bool StudySession::KeepMarks(QString *message)
+{
+    if (!m_isMarkChanged)
+        return true;
+    m_isMarkChanged = false; // also where it fails: to tell of it once is enough
+    return m_marks.Write(GetFileTitle(m_path), m_text, m_round.HardBlanks(), message);
 }
 
 std::optional<ElapsedTime> StudySession::ClockTick() const

@@ -2,6 +2,8 @@
 // in the records and the clock.
 #pragma once
 
+#include "files/modMarkList.h"
+#include "files/modPlaceList.h"
 #include "platform/modSystemServices.h"
 #include "store/Sqlite3Func.h"
 #include "view/modStudyClock.h"
@@ -11,7 +13,9 @@ class StudySession
 {
   public:
     /// @param services  tells the time; it and the database must outlive this
-    StudySession(const SystemServices &services, StudyDatabase &database, const QString &userName);
+    /// @param listFolder  folder of the lists of what is hard and where users stopped
+    StudySession(const SystemServices &services, StudyDatabase &database, const QString &listFolder,
+                 const QString &userName);
 
     /// Begins a session with a file. Its row is inserted before the file is read, so that every attempt leaves one.
     /// @param message  the refusal, or what is wrong with the pictures of a file that was read
@@ -24,8 +28,31 @@ class StudySession
     /// @return false after a refusal; all is then as it was
     bool ReadAgain(QString *message, int *errorLine);
 
-    /// Completes the session's row, if there is one. A session that goes on is completed again at its end.
-    void Complete();
+    /// Completes the session's row, if there is one, and keeps the marks and where the user stops. A session that goes
+    /// on is completed again at its end.
+    /// @param topLine  line at the top of the page
+    /// @return what could not be kept, a message for each
+    QStringList Complete(int topLine);
+
+    /// The line, 1-based, at which the user stopped in the open file the last time; 0 when that is not known or the
+    /// file has become shorter.
+    int LastLine() const
+    {
+        return m_lastLine;
+    }
+
+    /// Marks a blank as hard, or takes the mark away. It is kept by the next KeepMarks or Complete.
+    void ToggleHard(int blank);
+
+    /// What the user has marked as hard, in all files, as it was last kept.
+    const MarkList &Marks() const
+    {
+        return m_marks;
+    }
+
+    /// Keeps the marks, where any was changed.
+    /// @return false when they cannot be; message then holds the whole of it for the user
+    bool KeepMarks(QString *message);
 
     /// Whether there is a row to complete, which is so too for a file that was refused.
     bool HasBegun() const
@@ -72,10 +99,14 @@ class StudySession
     const SystemServices &m_services;
     StudyDatabase &m_database;
     QString m_userName;
+    MarkList m_marks;
+    PlaceList m_places;
     QDateTime m_start; // the row's key; not valid before the first session
     QString m_path;
     QDateTime m_fileTime; // of the last change before the text was read
     DisplayText m_text;
     StudyRound m_round;
+    bool m_isMarkChanged = false; // since the marks were kept
+    int m_lastLine = 0;
     QDateTime m_clockStart; // not valid while no file is open
 };

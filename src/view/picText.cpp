@@ -17,6 +17,7 @@
 #include <QPainter>
 
 #include <cmath>
+#include <utility>
 
 namespace {
 
@@ -55,6 +56,7 @@ void PicText::SetStudy(const DisplayText *text, const StudyRound *round)
     m_round = round;
     m_found = TextSpan();
     m_current = TextSpan();
+    m_hintedBlank = 0;
     DrawPage();
 }
 
@@ -126,6 +128,21 @@ void PicText::SetCurrent(const TextSpan &current)
         TellChange(QAccessibleTextCursorEvent(this, SpokenCursor()));
 }
 
+void PicText::SetHint(int blank)
+{
+    if (blank == m_hintedBlank)
+        return;
+    for (const int changed : {std::exchange(m_hintedBlank, blank), blank})
+        if (changed > 0)
+            update(AreaOfBlank(*m_text, changed, m_topLine, m_layout));
+}
+
+void PicText::DrawHard(int blank)
+{
+    update(AreaOfBlank(*m_text, blank, m_topLine, m_layout));
+    TellChange(QAccessibleEvent(this, QAccessible::VisibleDataChanged));
+}
+
 int PicText::SpokenCursor() const
 {
     return m_current.line > 0 ? SpokenOffset(*m_text, *m_round, m_topLine, m_current.line, m_current.Index()) : 0;
@@ -142,7 +159,7 @@ void PicText::DrawBlank(int blank)
     update(AreaOfBlank(*m_text, blank, m_topLine, m_layout));
     if (!QAccessible::isActive())
         return; // nobody listens
-    const QString hidden = HiddenAnswerText.toString();
+    const QString hidden = HiddenAnswerText(*m_round, blank).toString();
     const QString answer = m_text->Answer(blank).toString();
     const bool isShown = m_round->bolOpen(blank);
     const int offset = SpokenOffset(*m_text, *m_round, m_topLine, m_text->Blanks().LineOf(blank),
@@ -272,6 +289,7 @@ void PicText::paintEvent(QPaintEvent *event)
                            .topLine = m_topLine,
                            .found = m_found,
                            .current = m_current,
+                           .hintedBlank = m_hintedBlank,
                            .hasFocus = hasFocus()};
     PagePainter pagePainter(&painter, page, &FontAt(devicePixelRatioF()));
     // Part by part: a blank at one end of a page and the numbers at the other are little to paint.

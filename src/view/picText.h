@@ -62,6 +62,12 @@ class PicText : public QWidget
         return m_current;
     }
 
+    /// Shows the first character of a hidden answer, or of none with 0.
+    void SetHint(int blank);
+
+    /// Paints one blank anew whose mark was changed.
+    void DrawHard(int blank);
+
     /// Paints the whole page anew: any answer may be shown or hidden now.
     void DrawPage();
 
@@ -127,6 +133,7 @@ class PicText : public QWidget
     int m_topLine = 1;
     TextSpan m_found;
     TextSpan m_current;
+    int m_hintedBlank = 0;
     HeldKeyFilter m_heldKeys;
     WheelSteps m_lineSteps;
     WheelSteps m_cellSteps;

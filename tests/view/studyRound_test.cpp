@@ -42,6 +42,19 @@ const PageLayout Layout{.cellWidthPx = 10, .linePitchPx = 20, .widthPx = 400, .h
 
 } // namespace
 
+namespace {
+
+/// Which answers of a round are shown.
+QString Open(const StudyRound &round)
+{
+    QString open;
+    for (int blank = 1; blank <= round.BlankCount(); ++blank)
+        open += round.bolOpen(blank) ? u'x' : u'-';
+    return open;
+}
+
+} // namespace
+
 TEST(StudyRound, AReReadKeepsTheFirstBlanksByNumber)
 {
     StudyRound round = Round(3, 3);
@@ -60,6 +73,84 @@ TEST(StudyRound, AReReadKeepsTheFirstBlanksByNumber)
     EXPECT_FALSE(round.bolOpen(1));
     EXPECT_EQ(round.lngOpenCount(), 0);
     EXPECT_EQ(round.lngMarkLine(), 0);
+}
+
+TEST(StudyRound, OnlyTheHardBlanksAreHiddenWhileOnlyTheyAreStudied)
+{
+    StudyRound round;
+    round.Load(5, {2, 4});
+    round.Toggle(1);
+    round.StudyOnlyHard(true);
+    EXPECT_EQ(Open(round), u"x-x-x"_s);
+    EXPECT_EQ(round.ShownCount(), 3);
+    EXPECT_EQ(round.lngOpenCount(), 1) << "nothing was answered by that";
+    round.Toggle(2);
+    round.Toggle(5);
+    EXPECT_EQ(round.ShownCount(), 3);
+    EXPECT_EQ(round.lngOpenCount(), 2);
+    round.HideAll();
+    EXPECT_EQ(Open(round), u"x-x-x"_s) << "a new round of the hard ones";
+    round.TakeBack();
+    EXPECT_EQ(Open(round), u"xxx--"_s);
+    EXPECT_EQ(round.lngOpenCount(), 2);
+    EXPECT_FALSE(round.CanTakeBack());
+    round.HideAll();
+    round.StudyOnlyHard(false);
+    EXPECT_EQ(Open(round), u"-----"_s);
+    round.TakeBack();
+    EXPECT_TRUE(round.IsOnlyHard());
+    round.ToggleHard(2);
+    EXPECT_EQ(Open(round), u"x-x-x"_s) << "a mark shows and hides nothing";
+    round.ToggleHard(3);
+    EXPECT_EQ(Open(round), u"x-x-x"_s);
+    EXPECT_EQ(round.ShownCount(), 3);
+    round.HideAll();
+    EXPECT_EQ(Open(round), u"xx--x"_s);
+    round.ToggleHard(3);
+    round.ToggleHard(4);
+    EXPECT_FALSE(round.IsOnlyHard()) << "nothing is hard any more";
+    round.HideAll();
+    EXPECT_EQ(Open(round), u"-----"_s);
+}
+
+TEST(StudyRound, OnlyTheLastHidingIsTakenBackAndOnlyUntilTheNextAnswer)
+{
+    StudyRound round;
+    round.Load(3);
+    EXPECT_FALSE(round.CanTakeBack());
+    round.HideAll();
+    EXPECT_FALSE(round.CanTakeBack()) << "nothing was hidden";
+    round.Toggle(1);
+    round.HideAll();
+    round.HideAll();
+    round.TakeBack();
+    EXPECT_EQ(Open(round), u"x--"_s) << "the second one had nothing to hide";
+    round.HideAll();
+    round.Toggle(2);
+    EXPECT_FALSE(round.CanTakeBack());
+    round.HideAll();
+    round.Reload(3);
+    EXPECT_FALSE(round.CanTakeBack());
+    round.ToggleLine(BlankRange(1, 4));
+    EXPECT_EQ(Open(round), u"xxx"_s);
+    EXPECT_EQ(round.lngOpenCount(), 5);
+    round.Toggle(2);
+    round.ToggleLine(BlankRange(1, 4));
+    EXPECT_EQ(round.lngOpenCount(), 6) << "only what was hidden counts";
+    round.ToggleLine(BlankRange(1, 4));
+    EXPECT_EQ(Open(round), u"---"_s);
+}
+
+TEST(StudyRound, AReReadWhileOnlyTheHardAreStudiedKeepsWhatIsShown)
+{
+    StudyRound round;
+    round.Load(3, {2});
+    round.StudyOnlyHard(true);
+    round.Reload(4, {3});
+    EXPECT_EQ(Open(round), u"x-x-"_s) << "by number, and the new one is hidden";
+    EXPECT_TRUE(round.IsHard(3) && round.IsOnlyHard());
+    round.HideAll();
+    EXPECT_EQ(Open(round), u"xx-x"_s);
 }
 
 TEST(Enter, ShowsTheNextHiddenAnswerInView)
@@ -305,11 +396,11 @@ TEST(SpokenPage, SaysWhatIsShownAndWhereSomethingIsHidden)
             EXPECT_EQ(span.length, 0) << offset;
             continue;
         }
-        const bool isHidden = HiddenAnswerText.contains(spoken[offset]);
+        const bool isHidden = u"空欄"_s.contains(spoken[offset]);
         EXPECT_EQ(text.Line(span.line).sliced(span.Index(), 1), isHidden ? u"a"_s : QString(spoken[offset])) << offset;
         const QPoint middle = AreaSpokenAt(text, round, page, Layout, offset).center();
         const int told = OffsetSpokenAt(text, round, page, Layout, middle.x(), middle.y());
-        EXPECT_EQ(told, spoken[offset] == HiddenAnswerText.back() ? offset - 1 : offset);
+        EXPECT_EQ(told, spoken[offset] == u'欄' ? offset - 1 : offset);
     }
     EXPECT_EQ(SpanSpokenAt(text, round, page, 8), TextSpan(2, 2, 1));
     EXPECT_EQ(AreaSpokenAt(text, round, page, Layout, 8), QRect(70, 25, 10, 20));
@@ -325,7 +416,7 @@ TEST(StudySession, ARefusedFileLeavesItsRowAndNothingOpen)
     StudyDatabase database(services);
     database.Open(u":memory:"_s);
     DBCreateKotoban(database);
-    StudySession session(services, database, u"花子"_s);
+    StudySession session(services, database, folder.Path(), u"花子"_s);
     QString message;
     int errorLine = 0;
     EXPECT_FALSE(session.HasBegun() || session.IsFileOpen() || session.ClockTick());
@@ -339,13 +430,13 @@ TEST(StudySession, ARefusedFileLeavesItsRowAndNothingOpen)
     EXPECT_FALSE(session.ReadAgain(&message, &errorLine));
     EXPECT_EQ(errorLine, 2);
     EXPECT_TRUE(session.Round().AllShown() && session.ClockTick()) << "all is as before";
-    session.Complete();
+    EXPECT_TRUE(session.Complete(1).isEmpty());
 
     services.now = services.now.addSecs(60);
     EXPECT_FALSE(session.Open(folder.WriteStudyFile(u"bad.txt"_s, {u"["_s}), &message));
     EXPECT_FALSE(session.IsFileOpen() || session.ClockTick());
     EXPECT_EQ(session.Text().LineCount() + session.Round().BlankCount() + session.Round().lngOpenCount(), 0);
-    session.Complete();
+    session.Complete(1);
     ResultTable table;
     database.SQLite3Query(u"select file_name, num_answer from t_kotoban"_s, &table);
     EXPECT_EQ(QStringList(table.begin() + 1, table.end()), QStringList({u"good\t1"_s, u"bad\t0"_s}));

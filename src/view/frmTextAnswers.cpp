@@ -1,0 +1,279 @@
+// What the study window does with answers: shows and hides them, marks the hard ones, gives hints and reads aloud.
+#include "base/modLog.h"
+#include "settings/frmMsg.h"
+#include "settings/modSpeech.h"
+#include "view/StudyStateBar.h"
+#include "view/frmText.h"
+#include "view/modClickTarget.h"
+#include "view/picText.h"
+
+#include <QCheckBox>
+#include <QScrollBar>
+#include <QTimer>
+
+using namespace Qt::Literals::StringLiterals;
+
+void frmText::picText_KeyDown(int key)
+{
+    WriteTrace(u"■frmText.picText_KeyDown");
+    picText->SetHint(0);
+    if (key == Qt::Key_Return || key == Qt::Key_Enter)
+        Enter();
+    else if (key == Qt::Key_F2)
+        m_services.ShowMessage(u"F2"_s); // a left-over that is kept; it does nothing else
+}
+
+void frmText::Enter()
+{
+    if (!m_session.IsFileOpen())
+        return;
+    StudyRound &round = m_session.Round();
+    const EnterDecision decision = DecideEnter(round, m_session.Text(), Page());
+    if (decision.action == EnterAction::Reveal) {
+        BringCellsIntoView(m_session.Text().Span(decision.blank));
+        Reveal(decision.blank);
+        SpeakAnswer(m_session.Text().Answer(decision.blank).toString());
+        return;
+    }
+    if (decision.action == EnterAction::AskThenTurn &&
+        Ask(AllShownMessage(round.BlankCount()), MsgStyle::YesNo, u"tada.wav"_s) == MsgResult::Cancel) {
+        close();
+        return;
+    }
+    HScroll->setValue(0);
+    const unsigned roundBefore = round.RoundNumber();
+    const int topLineBefore = VScroll->value();
+    ShowLine(TurnPage(&round, Page()));
+    OfferToTakeBack(roundBefore, topLineBefore, round.lngMarkLine());
+}
+
+void frmText::Reveal(int blank)
+{
+    m_wholeLine = 0;
+    m_stateBar->HideNotice(); // what was hidden cannot be taken back any more
+    const bool isShown = m_session.Round().Toggle(blank);
+    picText->DrawBlank(blank);
+    ShowProgress();
+    if (isShown)
+        m_stateBar->ShowCount(m_session.Round().lngOpenCount());
+}
+
+void frmText::picText_MouseDown(Qt::MouseButton button, int xPx, int yPx)
+{
+    WriteTrace(u"■frmText.picText_MouseDown");
+    picText->SetHint(0);
+    const ClickTarget target =
+        TargetAt(m_session.Text(), m_session.Round(), xPx, yPx, VScroll->value(), picText->Layout());
+    if (button == Qt::LeftButton)
+        Click(target);
+    else if (button == Qt::MiddleButton)
+        ToggleHard(target.blank);
+    else if (button == Qt::RightButton)
+        HideAllAnswers();
+}
+
+// Nothing is meant to happen here; the pointer's shape is the text area's own business.
+void frmText::picText_MouseMove()
+{
+    WriteTrace(u"■frmText.picText_MouseMove");
+}
+
+// Nothing is meant to happen here either.
+void frmText::picText_OLEDragDrop()
+{
+    WriteTrace(u"■frmText.picText_OLEDragDrop");
+}
+
+void frmText::Click(const ClickTarget &target)
+{
+    if (!m_session.IsFileOpen())
+        return;
+    if (target.blank > 0)
+        Reveal(target.blank);
+    const ClickTarget meant =
+        target.blank > 0 ? TargetInAnswer(m_session.Text(), m_session.Round(), target.blank) : target;
+    if (chkSpeak->isChecked() && !meant.word.isEmpty())
+        SpeakWord(m_services, m_context.applicationFolder, meant.word);
+    if (!meant.picture.isEmpty())
+        ShowPicture(meant.picture);
+    if (picText->Layout().hasLineNumbers)
+        MarkLine(target.numberedLine);
+}
+
+/// Marks a line, or none with 0.
+void frmText::MarkLine(int line)
+{
+    if (line == m_session.Round().lngMarkLine())
+        return;
+    m_session.Round().MarkLine(line);
+    picText->DrawLineNumbers();
+}
+
+void frmText::ClickCurrent()
+{
+    if (const TextSpan &current = picText->Current(); current.line > 0)
+        Click(TargetOf(m_session.Text(), m_session.Round(), current));
+}
+
+void frmText::ClickLineNumber(int line)
+{
+    Click(TargetOfLineNumber(line, Page()));
+}
+
+/// Begins a new round of all blanks: what a right click does.
+void frmText::HideAllAnswers()
+{
+    if (!m_session.IsFileOpen())
+        return;
+    StudyRound &round = m_session.Round();
+    const unsigned roundBefore = round.RoundNumber();
+    const int markBefore = round.lngMarkLine();
+    if (round.IsOnlyHard())
+        round.StudyOnlyHard(false);
+    else
+        round.HideAll();
+    round.MarkLine(0);
+    OfferToTakeBack(roundBefore, VScroll->value(), markBefore);
+    ShowHardControls();
+    picText->DrawPage();
+    ShowProgress();
+}
+
+/// Says how a round that has begun is taken back. @param roundBefore  number of the one before
+void frmText::OfferToTakeBack(unsigned roundBefore, int topLine, int markLine)
+{
+    if (m_session.Round().RoundNumber() == roundBefore)
+        return;
+    m_topLineBefore = topLine;
+    m_markLineBefore = markLine;
+    m_stateBar->ShowNotice(u"すべて隠しました（Ctrl+Z で元に戻す）"_s);
+}
+
+/// Brings back what the last hiding of all answers has hidden.
+void frmText::TakeBack()
+{
+    StudyRound &round = m_session.Round();
+    if (!round.CanTakeBack())
+        return;
+    round.TakeBack();
+    round.MarkLine(m_markLineBefore);
+    m_stateBar->HideNotice();
+    ShowHardControls();
+    ShowLine(m_topLineBefore);
+}
+
+/// Marks a blank as hard, or takes the mark away. 0 is none.
+void frmText::ToggleHard(int blank)
+{
+    if (blank == 0)
+        return;
+    m_session.ToggleHard(blank);
+    m_keeping->start(); // several marks at once are written together
+    if (Page().Holds(m_session.Text().Blanks().LineOf(blank)))
+        picText->DrawHard(blank);
+    ShowHardControls();
+    ShowProgress();
+}
+
+void frmText::KeepMarks()
+{
+    if (QString message; !m_session.KeepMarks(&message))
+        m_services.ShowMessage(message);
+}
+
+void frmText::chkOnlyHard_Click()
+{
+    WriteTrace(u"■frmText.chkOnlyHard_Click");
+    StudyRound &round = m_session.Round();
+    const unsigned roundBefore = round.RoundNumber();
+    round.StudyOnlyHard(chkOnlyHard->isChecked());
+    OfferToTakeBack(roundBefore, VScroll->value(), round.lngMarkLine());
+    m_stateBar->HideNotice(); // there is nothing to be told of
+    picText->DrawPage();
+    ShowProgress();
+    picText->setFocus();
+}
+
+void frmText::ShowHardControls()
+{
+    chkOnlyHard->setEnabled(m_session.Round().HardCount() > 0);
+    chkOnlyHard->setChecked(m_session.Round().IsOnlyHard());
+}
+
+/// The blank that keys have chosen, 0 when they have not.
+int frmText::ChosenBlank() const
+{
+    const TextSpan &current = picText->Current();
+    return current.line > 0 ? TargetOf(m_session.Text(), m_session.Round(), current).blank : 0;
+}
+
+/// Shows all hidden answers of the line of the chosen blank, or else of the next one; a second time hides the line.
+void frmText::ToggleWholeLine()
+{
+    if (!m_session.IsFileOpen())
+        return;
+    StudyRound &round = m_session.Round();
+    const BlankTable &blanks = m_session.Text().Blanks();
+    int line = m_wholeLine;
+    if (const int chosen = ChosenBlank(); chosen > 0)
+        line = blanks.LineOf(chosen);
+    else if (const int next = FirstHiddenBlank(round, VisibleBlanks(m_session.Text(), Page()));
+             next > 0 && !Page().Holds(m_wholeLine))
+        line = blanks.LineOf(next);
+    if (!Page().Holds(line))
+        return;
+    QStringList shown;
+    const BlankRange onLine = m_session.Text().BlanksOnLine(line);
+    for (const int blank : onLine)
+        if (!round.bolOpen(blank))
+            shown += m_session.Text().Answer(blank).toString();
+    round.ToggleLine(onLine);
+    for (const int blank : onLine)
+        picText->DrawBlank(blank);
+    m_wholeLine = line;
+    m_stateBar->ShowCount(round.lngOpenCount());
+    ShowProgress();
+    SpeakAnswer(shown.join(u'、'));
+}
+
+/// Shows the first character of the chosen answer, or else of the next one, where it has others.
+void frmText::ShowHint()
+{
+    if (!m_session.IsFileOpen())
+        return;
+    const StudyRound &round = m_session.Round();
+    int blank = ChosenBlank();
+    if (blank == 0 || round.bolOpen(blank))
+        blank = FirstHiddenBlank(round, VisibleBlanks(m_session.Text(), Page()));
+    if (blank == 0 || m_session.Text().Answer(blank).size() <= 1)
+        return;
+    BringCellsIntoView(m_session.Text().Span(blank));
+    picText->SetHint(blank);
+}
+
+void frmText::chkSpeak_Click()
+{
+    WriteTrace(u"■frmText.chkSpeak_Click");
+    ShowAloud();
+    picText->setFocus();
+    if (chkSpeak->isChecked() && !m_isVoiceTold && !m_services.HasVoice()) {
+        m_isVoiceTold = true;
+        Ask(u"音声がありません。"_s, MsgStyle::Ok, u"notify.wav"_s);
+    }
+}
+
+/// Says what is read aloud, at a width at which nothing moves.
+void frmText::ShowAloud()
+{
+    const QString captions[] = {u"読み上げ(&S)"_s, u"読み上げ：クリック(&S)"_s, u"読み上げ：正解も(&S)"_s};
+    chkSpeak->setText(captions[1]); // the widest
+    chkSpeak->setMinimumWidth(chkSpeak->sizeHint().width());
+    chkSpeak->setText(captions[chkSpeak->checkState()]);
+}
+
+/// Reads an answer aloud that was not clicked on, where that is wanted. @param answer  may be empty
+void frmText::SpeakAnswer(const QString &answer)
+{
+    if (chkSpeak->checkState() == Qt::Checked && !answer.trimmed().isEmpty())
+        SpeakWord(m_services, m_context.applicationFolder, answer);
+}

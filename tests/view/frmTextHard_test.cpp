@@ -1,0 +1,149 @@
+// What the study window keeps for the next day, and what helps on the way: marks, places, hints, taking back, reading
+// aloud.
+#include "view/StudyWindowTest.h"
+
+#include <QCheckBox>
+#include <QLineEdit>
+
+#include <gtest/gtest.h>
+
+TEST_F(StudyWindowTest, HardBlanksAreMarkedAndStudiedAlone)
+{
+    OpenWith({u"[a1] [a2]"_s, u"[b1] [b2]"_s});
+    auto *const onlyHard = Child<QCheckBox>(u"chkOnlyHard");
+    EXPECT_FALSE(onlyHard->isEnabled());
+    QTest::keyClick(page, Qt::Key_M, Qt::ControlModifier);
+    EXPECT_FALSE(onlyHard->isEnabled()) << "nothing was chosen or shown yet";
+    Press(Qt::Key_Return);
+    const QImage unmarked = OnScreen();
+    QTest::keyClick(page, Qt::Key_M, Qt::ControlModifier);
+    EXPECT_NE(OnScreen(), unmarked);
+    EXPECT_EQ(Label(u"lblHard"), u"苦手 1"_s);
+    QTest::keyClick(page, Qt::Key_M, Qt::ControlModifier);
+    EXPECT_EQ(OnScreen(), unmarked);
+    Click(Qt::MiddleButton, 1, 2);
+    EXPECT_EQ(Label(u"lblNum"), u"1"_s) << "a mark is no answer";
+    QTest::keyClick(page, Qt::Key_M, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_TRUE(onlyHard->isChecked());
+    EXPECT_EQ(Label(u"lblShown"), u"表示 3 / 4"_s);
+    Press(Qt::Key_Return);
+    EXPECT_EQ(Label(u"lblShown"), u"表示 4 / 4"_s);
+    EXPECT_EQ(Label(u"lblNum"), u"2"_s);
+    Press(Qt::Key_Return);
+    EXPECT_EQ(Label(u"lblShown"), u"表示 3 / 4"_s) << "a new round of the hard ones";
+    Click(Qt::RightButton, 1, 1);
+    EXPECT_FALSE(onlyHard->isChecked());
+    EXPECT_EQ(Label(u"lblShown"), u"表示 0 / 4"_s);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return folder.Read(u"ListMark.txt"_s).endsWith("[b1] [b2]\t1\r\n"); }));
+
+    folder.WriteStudyFile(u"txt/a.txt"_s, {u"[new]"_s, u"[a1] [a2]"_s, u"[b1] [b2]"_s});
+    Child<QPushButton>(u"cmdReRead")->click();
+    onlyHard->click();
+    EXPECT_EQ(Label(u"lblShown"), u"表示 4 / 5"_s) << "the mark went down with its line";
+    window->close();
+    ASSERT_EQ(database.Open(folder.Path(u"k.splite3"_s)), 0);
+    EXPECT_EQ(Sessions().last().section(u'\t', -1), u"2"_s);
+}
+
+TEST_F(StudyWindowTest, TheLastHidingIsTakenBack)
+{
+    QStringList lines;
+    for (int line = 1; line <= 200; ++line)
+        lines += u"[a%1]"_s.arg(line);
+    OpenWith(lines);
+    scroll->setValue(100);
+    Press(Qt::Key_Return, 2);
+    Click(Qt::RightButton, 1, 1);
+    EXPECT_EQ(Label(u"lblNotice"), u"すべて隠しました（Ctrl+Z で元に戻す）"_s);
+    scroll->setValue(1);
+    QTest::keyClick(page, Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(Label(u"lblShown"), u"表示 2 / 200"_s);
+    EXPECT_EQ(scroll->value(), 100);
+    EXPECT_EQ(Label(u"lblNum"), u"2"_s);
+    EXPECT_EQ(Label(u"lblNotice"), u"(hidden)"_s);
+    QTest::keyClick(page, Qt::Key_H, Qt::ControlModifier);
+    Press(Qt::Key_Return);
+    QTest::keyClick(page, Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(Label(u"lblShown"), u"表示 1 / 200"_s) << "too late";
+}
+
+TEST_F(StudyWindowTest, AWholeLineIsShownAndHidden)
+{
+    OpenWith({u"[a1] [a2]"_s, u"[b1] [b2]"_s});
+    const auto toggle = [this] { QTest::keyClick(page, Qt::Key_Space, Qt::ControlModifier | Qt::ShiftModifier); };
+    Press(Qt::Key_Return);
+    toggle();
+    EXPECT_EQ(Label(u"lblShown"), u"表示 2 / 4"_s);
+    EXPECT_EQ(Label(u"lblNum"), u"2"_s);
+    toggle();
+    EXPECT_EQ(Label(u"lblShown"), u"表示 0 / 4"_s);
+    EXPECT_EQ(Label(u"lblNum"), u"2"_s);
+    for (int i = 0; i < 3; ++i)
+        QTest::keyClick(page, Qt::Key_Right, Qt::ControlModifier);
+    toggle();
+    EXPECT_EQ(Label(u"lblNum"), u"4"_s) << "of the chosen blank";
+}
+
+TEST_F(StudyWindowTest, AHintLastsUntilTheNextKey)
+{
+    OpenWith({u"[a] [word]"_s});
+    const QImage hidden = OnScreen();
+    QTest::keyClick(page, Qt::Key_I, Qt::ControlModifier);
+    EXPECT_EQ(OnScreen(), hidden) << "one character would be the answer";
+    Press(Qt::Key_Return);
+    const QImage first = OnScreen();
+    QTest::keyClick(page, Qt::Key_I, Qt::ControlModifier);
+    EXPECT_NE(OnScreen(), first);
+    Press(Qt::Key_A);
+    EXPECT_EQ(OnScreen(), first);
+    EXPECT_EQ(Label(u"lblNum"), u"1"_s);
+}
+
+TEST_F(StudyWindowTest, AnswersAreReadAloudInTheThirdState)
+{
+    OpenWith({u"[apple] [pen]"_s});
+    auto *const speak = Child<QCheckBox>(u"chkSpeak");
+    services.hasVoice = false;
+    script.Click(u"frmMsg"_s, u"cmdOK"_s);
+    speak->click();
+    EXPECT_EQ(script.messages, QStringList(u"音声がありません。"_s));
+    Press(Qt::Key_Return);
+    EXPECT_TRUE(services.spoken.isEmpty()) << "only what is clicked on";
+    speak->click();
+    Press(Qt::Key_Return);
+    EXPECT_EQ(services.spoken, QStringList(u"pen"_s));
+    Click(Qt::LeftButton, 1, 1);
+    Click(Qt::LeftButton, 1, 1);
+    EXPECT_EQ(services.spoken, QStringList({u"pen"_s, u"apple"_s})) << "once";
+    speak->click();
+    Click(Qt::LeftButton, 1, 1);
+    EXPECT_EQ(services.spoken.size(), 2);
+    EXPECT_TRUE(script.IsDone()) << "that there is no voice is told once";
+}
+
+TEST_F(StudyWindowTest, TheNextDayBeginsWhereTheLastOneEnded)
+{
+    QStringList lines;
+    for (int line = 1; line <= 200; ++line)
+        lines += u"[a%1]"_s.arg(line);
+    folder.WriteStudyFile(u"txt/b.txt"_s, lines);
+    folder.WriteStudyFile(u"txt/a.txt"_s, {u"[a]"_s});
+    ChooseFile(2);
+    Open();
+    EXPECT_EQ(Label(u"lblOffer"), u"(hidden)"_s);
+    scroll->setValue(120);
+    window->close();
+
+    script.When(u"frmFile"_s, [](QWidget *dialog) {
+        EXPECT_EQ(dialog->findChild<QListView *>(u"lstFile"_s)->currentIndex().data().toString(), u"b.txt"_s);
+        dialog->findChild<QPushButton *>(u"cmdSelect"_s)->click();
+    });
+    ASSERT_EQ(database.Open(folder.Path(u"k.splite3"_s)), 0);
+    Open();
+    EXPECT_EQ(scroll->value(), 1);
+    EXPECT_EQ(Label(u"lblOffer"), u"前回は 120 行（Ctrl+G）"_s);
+    QTest::keyClick(page, Qt::Key_G, Qt::ControlModifier);
+    QTest::keyClick(Child<QLineEdit>(u"txtLine"), Qt::Key_Return);
+    EXPECT_EQ(scroll->value(), 120);
+    EXPECT_EQ(Label(u"lblOffer"), u"(hidden)"_s);
+}
