@@ -235,11 +235,17 @@ void StudyStateBar::HideNotice()
     lblNotice->hide();
 }
 
-/// Over whole rows of controls, of which nothing may look out at its edges.
+/// Over whole controls, of which nothing may look out at its edges.
 void StudyStateBar::PlaceNotice()
 {
-    const int widthPx = lblNotice->sizeHint().width() + fontMetrics().averageCharWidth() * 2;
-    lblNotice->setGeometry(0, 0, qMin(width(), widthPx), cmdZoomIn->sizeHint().height());
+    QRect area(0, 0, lblNotice->sizeHint().width() + fontMetrics().averageCharWidth() * 2,
+               cmdZoomIn->sizeHint().height());
+    for (const QObject *const child : children()) {
+        const auto *const control = qobject_cast<const QWidget *>(child);
+        if (control && control != lblNotice && control->isVisible() && control->geometry().intersects(area))
+            area.setRight(qMax(area.right(), control->geometry().right()));
+    }
+    lblNotice->setGeometry(area);
 }
 
 void StudyStateBar::resizeEvent(QResizeEvent *event)

@@ -262,13 +262,13 @@ void frmText::chkSpeak_Click()
     }
 }
 
-/// Says what is read aloud, at a width at which nothing moves.
+/// Says what is read aloud: the mark in the box alone does not.
 void frmText::ShowAloud()
 {
-    const QString captions[] = {u"読み上げ(&S)"_s, u"読み上げ：クリック(&S)"_s, u"読み上げ：正解も(&S)"_s};
-    chkSpeak->setText(captions[1]); // the widest
-    chkSpeak->setMinimumWidth(chkSpeak->sizeHint().width());
-    chkSpeak->setText(captions[chkSpeak->checkState()]);
+    const QString states[] = {u"読み上げません"_s, u"クリックした言葉だけを読み上げます"_s,
+                              u"表示した正解も読み上げます"_s};
+    chkSpeak->setAccessibleDescription(states[chkSpeak->checkState()]);
+    m_stateBar->ShowNotice(states[chkSpeak->checkState()]);
 }
 
 /// Reads an answer aloud that was not clicked on, where that is wanted. @param answer  may be empty

@@ -220,7 +220,6 @@ void frmText::Form_Load()
     move(left, area.top() + (area.height() - height()) / 3);
 
     EnableFileControls(false);
-    ShowAloud();
     ShowHardControls();
     SetUpScrollBar();
     // Nobody sends this message any more; the number is registered as it always was.
