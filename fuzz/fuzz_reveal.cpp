@@ -36,12 +36,11 @@ class Study
             Require(before[size_t(blank)] || !m_page.Holds(m_text.Blanks().LineOf(blank)));
         Require(decision.action != EnterAction::AskThenTurn ||
                 (m_round.AllShown() && m_round.BlankCount() >= FewestBlanksToAsk));
-        const int topLine = TurnPage(&m_round, m_page);
+        int topLine = 0;
+        BeginRound([&] { topLine = TurnPage(&m_round, m_page); });
         Scroll(topLine);
         Require(m_page.topLine == topLine);
-        Require(m_round.lngOpenCount() == count);
-        const std::vector<bool> after = Shown();
-        Require(after == before || after == std::vector<bool>(before.size(), false));
+        Require(Shown() == before || Shown() == ShownAtFirst());
     }
 
     void ClickAt(int xPx, int yPx)
@@ -64,9 +63,44 @@ class Study
 
     void HideAll()
     {
+        BeginRound([this] { m_round.HideAll(); });
+        Require(Shown() == ShownAtFirst());
+    }
+
+    void StudyOnlyHard(bool isOnlyHard)
+    {
+        BeginRound([&] { m_round.StudyOnlyHard(isOnlyHard); });
+        Require(m_round.IsOnlyHard() == (isOnlyHard && m_round.HardCount() > 0) && Shown() == ShownAtFirst());
+    }
+
+    void ToggleHard(int number)
+    {
+        if (m_round.BlankCount() == 0)
+            return;
+        const std::vector<bool> before = Shown();
+        const int blank = number % m_round.BlankCount() + 1;
+        const bool wasHard = m_round.IsHard(blank);
+        m_round.ToggleHard(blank);
+        Require(m_round.IsHard(blank) != wasHard && Shown() == before);
+        Require(int(m_round.HardBlanks().size()) == m_round.HardCount());
+    }
+
+    void TakeBack()
+    {
+        if (!m_round.CanTakeBack())
+            return;
+        m_round.TakeBack();
+        Require(Shown() == m_shownBefore && !m_round.CanTakeBack());
+    }
+
+    void ToggleLine(int number)
+    {
+        if (m_text.LineCount() == 0)
+            return;
         const int count = m_round.lngOpenCount();
-        m_round.HideAll();
-        Require(Shown() == std::vector<bool>(Shown().size(), false) && m_round.lngOpenCount() == count);
+        const int shown = m_round.ShownCount();
+        m_round.ToggleLine(m_text.BlanksOnLine(number % m_text.LineCount() + 1));
+        Require(m_round.lngOpenCount() == count + std::max(0, m_round.ShownCount() - shown));
     }
 
     void Scroll(int line)
@@ -97,6 +131,27 @@ class Study
         Require(isShown || TargetInAnswer(m_text, m_round, target.blank) == ClickTarget());
     }
 
+    /// Does what may begin a new round; nothing is counted by that.
+    template <typename Action>
+    void BeginRound(Action action)
+    {
+        const std::vector<bool> before = Shown();
+        const int count = m_round.lngOpenCount();
+        const unsigned number = m_round.RoundNumber();
+        action();
+        if (m_round.RoundNumber() != number)
+            m_shownBefore = before;
+        Require(m_round.lngOpenCount() == count);
+    }
+
+    std::vector<bool> ShownAtFirst() const
+    {
+        std::vector<bool> shown{false};
+        for (int blank = 1; blank <= m_round.BlankCount(); ++blank)
+            shown.push_back(m_round.IsOnlyHard() && !m_round.IsHard(blank));
+        return shown;
+    }
+
     std::vector<bool> Shown() const
     {
         std::vector<bool> shown{false}; // blanks are numbered from 1
@@ -109,6 +164,7 @@ class Study
     StudyRound m_round;
     PageInView m_page;
     TextSpan m_current;
+    std::vector<bool> m_shownBefore; // the last round began
 };
 
 } // namespace
@@ -124,7 +180,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     Study study(std::move(lines));
     while (!input.IsAtEnd()) {
         const int action = input.TakeByte();
-        switch (action % 8) {
+        switch (action % 12) {
         case 0: {
             const int xPx = input.TakeByte() * 3;
             study.ClickAt(xPx, input.TakeByte() / 3);
@@ -138,6 +194,18 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
             break;
         case 3:
             study.ClickNext(action > 127);
+            break;
+        case 4:
+            study.ToggleHard(input.TakeByte());
+            break;
+        case 5:
+            study.StudyOnlyHard(action > 127);
+            break;
+        case 6:
+            study.TakeBack();
+            break;
+        case 7:
+            study.ToggleLine(input.TakeByte());
             break;
         default:
             study.PressEnter();

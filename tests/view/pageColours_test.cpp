@@ -36,6 +36,8 @@ TEST(PageColours, CanBeReadAndSeen)
             {"edge of the page", page.frame, page.background, ShapeContrast},
             {"edge with the focus", page.focus, page.background, ShapeContrast},
             {"ring around the current place", page.current, page.background, ShapeContrast},
+            {"corner of a hard blank", page.hard, page.background, ShapeContrast},
+            {"hint", page.hint, page.background, TextContrast},
         };
         for (const auto &[name, colour, background, least] : rows)
             EXPECT_GE(Contrast(colour, background), least) << name << (colours == &DarkPage ? " dark" : " light");
