@@ -13,7 +13,8 @@ test_packages=(libgtest-dev libgmock-dev dbus at-spi2-core python3-gi gir1.2-ats
 # What it takes to make the packages, and to check them.
 package_packages=(dpkg-dev file gzip)
 package_test_packages=(lintian)
-fuzz_packages=(clang libclang-rt-14-dev)
+# Clang 14, the default, cannot read the ranges of this compiler's library.
+fuzz_packages=(clang-16 libclang-rt-16-dev)
 # What the timings are made with, and the tools that the program is held against.
 bench_packages=(libbenchmark-dev libxcb1-dev pkgconf python3-minimal nkf uchardet)
 
