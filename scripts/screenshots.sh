@@ -126,6 +126,11 @@ for ((i = 0; i < 7; i++)); do
     sleep 0.1
 done
 take answers "$study"
+xdotool key ctrl+m
+press 3 Return
+xdotool key ctrl+m
+take hard "$study"
+xdotool key ctrl+m
 xdotool key alt+i
 take settings '^設定$'
 xdotool key Escape
