@@ -104,6 +104,12 @@ class DisplayText
         return m_lines.at1(line);
     }
 
+    /// Lines first..last in one piece, with nothing between them. 1 <= first <= last <= LineCount()
+    QStringView Lines(int first, int last) const
+    {
+        return m_lines.Lines(first, last);
+    }
+
     /// Cells of the longest line: as many as it has bytes.
     int LongestLineCells() const
     {

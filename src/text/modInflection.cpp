@@ -3,53 +3,74 @@
 #include <QHash>
 
 #include <algorithm>
+#include <string_view>
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-bool EndsWithOneOf(const QString &word, std::initializer_list<QStringView> endings)
+bool EndsWithOneOf(std::u16string_view word, std::initializer_list<std::u16string_view> endings)
 {
-    return std::any_of(endings.begin(), endings.end(), [&word](QStringView ending) { return word.endsWith(ending); });
+    return std::any_of(endings.begin(), endings.end(),
+                       [word](std::u16string_view ending) { return word.ends_with(ending); });
 }
 
 /// Whether the characters at two 1-based positions are the same.
-bool AreSame(const QString &word, qsizetype first, qsizetype second)
+bool AreSame(std::u16string_view word, qsizetype first, qsizetype second)
 {
-    return word[first - 1] == word[second - 1];
+    return word[size_t(first) - 1] == word[size_t(second) - 1];
 }
 
 } // namespace
 
-QStringList CandidateForms(const QString &word)
+QString BaseForm::Of(QStringView word) const
 {
-    const qsizetype n = word.size();
-    QStringList forms = {word};
+    const QString form = word.first(kept).toString();
+    return added == 0 ? form : QString(form + QChar(added));
+}
+
+QVarLengthArray<BaseForm, 16> BaseForms(QStringView text)
+{
+    const qsizetype n = text.size();
+    QVarLengthArray<BaseForm, 16> forms = {{n}};
+    const std::u16string_view word(text.utf16(), size_t(n));
+    // Most words end in another letter than the endings do.
+    if (word.empty() || std::u16string_view(u"sdrgt'").find(word.back()) == std::u16string_view::npos)
+        return forms;
+    const auto add = [&forms, n](qsizetype cut, char16_t added = 0) { forms.push_back({n - cut, added}); };
     if (EndsWithOneOf(word, {u"s", u"d", u"r"}))
-        forms += word.chopped(1);
+        add(1);
     if (EndsWithOneOf(word, {u"es", u"ed", u"'s", u"st", u"s'"}))
-        forms += word.chopped(2);
+        add(2);
     // Without these two words and those made of them, "career" would come out as "care" and "bother" as "both".
-    if (word.endsWith(u"er") && !word.contains(u"career") && !word.contains(u"bother"))
-        forms += word.chopped(2);
+    if (word.ends_with(u"er") && !text.contains(u"career") && !text.contains(u"bother"))
+        add(2);
     if (EndsWithOneOf(word, {u"ing", u"est", u"ers"}))
-        forms += word.chopped(3);
-    if (n >= 5 && word.endsWith(u"ers'"))
-        forms += word.chopped(4);
+        add(3);
+    if (n >= 5 && word.ends_with(u"ers'"))
+        add(4);
     if (EndsWithOneOf(word, {u"ies", u"ied", u"ier"}))
-        forms += word.chopped(3) + u'y';
-    if (word.endsWith(u"ing"))
-        forms += word.chopped(3) + u'e';
+        add(3, u'y');
+    if (word.ends_with(u"ing"))
+        add(3, u'e');
     if (n >= 5 && EndsWithOneOf(word, {u"ies'", u"iers"}))
-        forms += word.chopped(4) + u'y';
+        add(4, u'y');
     // A doubled consonant: stopped, running.
-    if (n >= 6 && word.endsWith(u"ed") && AreSame(word, n - 2, n - 3))
-        forms += word.chopped(3);
-    if (n >= 7 && word.endsWith(u"ing") && AreSame(word, n - 3, n - 4))
-        forms += word.chopped(4);
+    if (n >= 6 && word.ends_with(u"ed") && AreSame(word, n - 2, n - 3))
+        add(3);
+    if (n >= 7 && word.ends_with(u"ing") && AreSame(word, n - 3, n - 4))
+        add(4);
     // "iers" of seven letters and more was cut above already; the second time does no harm.
     if (n >= 7 && EndsWithOneOf(word, {u"iers", u"iest"}))
-        forms += word.chopped(4) + u'y';
+        add(4, u'y');
+    return forms;
+}
+
+QStringList CandidateForms(const QString &word)
+{
+    QStringList forms;
+    for (const BaseForm &form : BaseForms(word))
+        forms += form.Of(word);
     return forms;
 }
 

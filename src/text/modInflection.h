@@ -5,11 +5,24 @@
 
 #include <QString>
 #include <QStringList>
+#include <QVarLengthArray>
 
 #include <vector>
 
-/// Candidate base forms of a word, which stands in lower case. The first is the word itself, the others follow in the
-/// order of the rules; the same candidate may stand twice.
+/// A candidate base form: the first characters of the word, and perhaps another one behind them.
+struct BaseForm
+{
+    qsizetype kept;
+    char16_t added = 0; ///< 0 = none
+
+    QString Of(QStringView word) const;
+};
+
+/// The candidates of a word, which stands in lower case. The first is the word itself, the others follow in the order
+/// of the rules; the same candidate may stand twice.
+QVarLengthArray<BaseForm, 16> BaseForms(QStringView word);
+
+/// The same as texts.
 QStringList CandidateForms(const QString &word);
 
 /// Index of the first candidate of a word that a list holds, or 0.

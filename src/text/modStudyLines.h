@@ -24,6 +24,12 @@ class StudyLines
         return QStringView(m_text).sliced(start, StartOf(line + 1) - start);
     }
 
+    /// The text of lines first..last, which has nothing between them. 1 <= first <= last <= Count()
+    QStringView Lines(int first, int last) const
+    {
+        return QStringView(m_text).sliced(StartOf(first), StartOf(last + 1) - StartOf(first));
+    }
+
     /// Where a line, 1..Count() + 1, starts in the text of all lines, 0 the first character.
     qint32 StartOf(int line) const
     {
