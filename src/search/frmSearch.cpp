@@ -1,7 +1,9 @@
 #include "search/frmSearch.h"
 
 #include "base/modLog.h"
+#include "search/SearchModel.h"
 #include "widgets/Contrast.h"
+#include "widgets/NamedControls.h"
 #include "widgets/ScreenFit.h"
 
 #include <QEvent>
@@ -10,55 +12,46 @@
 #include <QLineEdit>
 #include <QListView>
 #include <QPushButton>
+#include <QScreen>
 #include <QShortcut>
+#include <QTimer>
+
+#include <utility>
 
 using namespace Qt::Literals::StringLiterals;
 
-SearchModel::SearchModel(KeywordSearch &search, QObject *parent) : QAbstractListModel(parent), m_search(search) {}
+namespace {
 
-void SearchModel::SetFilter(const QString &typed)
-{
-    beginResetModel();
-    m_typed = typed;
-    m_typedSpans = m_search.SpansOfText(typed);
-    m_keywords = m_search.KeywordsWith(typed);
-    endResetModel();
-}
+constexpr int ShowEveryMs = 100; // counts that change more often cannot be read
 
-QString SearchModel::SearchText(int row) const
-{
-    return IsTypedText(row) ? m_typed : m_keywords.at(row - (m_typed.isEmpty() ? 0 : 1));
-}
+} // namespace
 
-const std::vector<TextSpan> &SearchModel::Spans(int row) const
-{
-    return IsTypedText(row) ? m_typedSpans : m_search.SpansOf(SearchText(row));
-}
-
-int SearchModel::rowCount(const QModelIndex &parent) const
-{
-    return parent.isValid() ? 0 : int(m_keywords.size()) + (m_typed.isEmpty() ? 0 : 1);
-}
-
-QVariant SearchModel::data(const QModelIndex &index, int role) const
-{
-    if (role != Qt::DisplayRole && role != Qt::ToolTipRole)
-        return QVariant();
-    const QString wanted = IsTypedText(index.row()) ? QString(u'「' + m_typed + u'」') : SearchText(index.row());
-    return QString(wanted + u"　"_s + QString::number(Spans(index.row()).size()) + u"か所"_s);
-}
-
-frmSearch::frmSearch(KeywordSearch &search, QWidget *owner)
-    : QDialog(owner), m_entries(new SearchModel(search, this)), lblHint(new QLabel(this)),
-      txtSearch(new QLineEdit(this)), lstKeyword(new QListView(this))
+frmSearch::frmSearch(KeywordSearch &search, std::function<int()> topLine, QWidget *owner, int sliceMs)
+    : QDialog(owner), m_search(search), m_topLine(std::move(topLine)), m_sliceMs(sliceMs),
+      m_entries(new SearchModel(search, this)), m_counting(new QTimer(this)),
+      lblHint(NamedLabel(u"lblHint"_s, search.List().fault, this)),
+      lblFound(NamedLabel(u"lblFound"_s, QString(), this)), txtSearch(new QLineEdit(this)),
+      lstKeyword(new QListView(this))
 {
     setObjectName(u"frmSearch"_s);
     setWindowTitle(u"キーワード検索"_s);
-    lblHint->setObjectName(u"lblHint"_s);
+    AddControls();
+    connect(m_counting, &QTimer::timeout, this, &frmSearch::CountOn);
+    connect(txtSearch, &QLineEdit::textChanged, this, &frmSearch::txtSearch_Change);
+    connect(lstKeyword, &QListView::clicked, this, &frmSearch::lstKeyword_Click);
+    connect(new QShortcut(Qt::Key_F3, this), &QShortcut::activated, this, [this] { GoOn(false); });
+    connect(new QShortcut(Qt::SHIFT | Qt::Key_F3, this), &QShortcut::activated, this, [this] { GoOn(true); });
+    LayOut();
+    Refresh();
+}
+
+void frmSearch::AddControls()
+{
     lblHint->setTextFormat(Qt::PlainText);
     lblHint->setWordWrap(true);
-    lblHint->setText(search.List().fault);
-    lblHint->setVisible(!search.List().fault.isEmpty());
+    lblHint->setVisible(!m_search.List().fault.isEmpty());
+    // Its space is reserved: the list must not move under the pointer.
+    lblFound->setMinimumSize(lblFound->fontMetrics().size(0, u"000000 / 000000　先頭に戻りました"_s));
     txtSearch->setObjectName(u"txtSearch"_s);
     txtSearch->setPlaceholderText(u"キーワードまたは本文の言葉"_s);
     txtSearch->setAccessibleName(u"探す言葉"_s);
@@ -66,35 +59,29 @@ frmSearch::frmSearch(KeywordSearch &search, QWidget *owner)
     lstKeyword->setAccessibleName(u"キーワード"_s);
     lstKeyword->setObjectName(u"lstKeyword"_s);
     lstKeyword->setModel(m_entries);
-    lstKeyword->setUniformItemSizes(true); // measuring every row would search for every keyword
+    lstKeyword->setUniformItemSizes(true); // thousands of rows are not measured one by one
     lstKeyword->setEditTriggers(QAbstractItemView::NoEditTriggers);
     lstKeyword->setTextElideMode(Qt::ElideMiddle); // of a long word, not of the number of its places
     lstKeyword->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     lstKeyword->setMinimumHeight(4 * fontMetrics().height());
-    auto *const cmdNext = new QPushButton(u"次へ(F3)"_s, this);
-    cmdNext->setObjectName(u"cmdNext"_s);
-    cmdNext->setToolTip(u"次の場所に進みます (Enter, F3)"_s);
+}
+
+void frmSearch::LayOut()
+{
+    auto *const cmdNext = NamedButton(u"cmdNext"_s, u"次へ(F3)"_s, u"次の場所に進みます (Enter, F3)"_s, this);
     cmdNext->setDefault(true); // Enter in the list reaches it too
-    auto *const cmdBack = new QPushButton(u"前へ(Shift+F3)"_s, this);
-    cmdBack->setObjectName(u"cmdBack"_s);
-    cmdBack->setToolTip(u"前の場所に戻ります (Shift+F3)"_s);
-    cmdBack->setAutoDefault(false);
-    connect(txtSearch, &QLineEdit::textChanged, this, &frmSearch::txtSearch_Change);
-    connect(lstKeyword, &QListView::clicked, this, &frmSearch::lstKeyword_Click);
+    auto *const cmdBack = NamedButton(u"cmdBack"_s, u"前へ(Shift+F3)"_s, u"前の場所に戻ります (Shift+F3)"_s, this);
     connect(cmdNext, &QPushButton::clicked, this, &frmSearch::cmdNext_Click);
     connect(cmdBack, &QPushButton::clicked, this, &frmSearch::cmdBack_Click);
-    connect(new QShortcut(Qt::Key_F3, this), &QShortcut::activated, this, [this] { GoOn(false); });
-    connect(new QShortcut(Qt::SHIFT | Qt::Key_F3, this), &QShortcut::activated, this, [this] { GoOn(true); });
-
     auto *const grid = new QGridLayout(this);
     grid->addWidget(txtSearch, 0, 0, 1, 2);
     grid->addWidget(lstKeyword, 1, 0, 1, 2);
     grid->addWidget(lblHint, 2, 0, 1, 2);
-    grid->addWidget(cmdNext, 3, 0);
-    grid->addWidget(cmdBack, 3, 1);
+    grid->addWidget(lblFound, 3, 0, 1, 2);
+    grid->addWidget(cmdNext, 4, 0);
+    grid->addWidget(cmdBack, 4, 1);
     const QSize size(40 * fontMetrics().averageCharWidth(), 24 * fontMetrics().height());
     resize(size.expandedTo(minimumSizeHint()).boundedTo(AvailableSize(this)));
-    Refresh();
 }
 
 void frmSearch::changeEvent(QEvent *event)
@@ -113,22 +100,86 @@ void frmSearch::DimPlaceholder()
     txtSearch->setPalette(dimmed);
 }
 
+/// Where the window comes up: the first time beside its owner.
+QPoint frmSearch::PlaceOfWindow() const
+{
+    if (m_wasPlaced || !parentWidget())
+        return pos();
+    const QWidget *const owner = parentWidget()->window();
+    const QSize frame = owner->frameGeometry().size() - owner->size(); // this window will have the same
+    return PlaceBeside(owner->frameGeometry(), size() + frame, owner->screen()->availableGeometry());
+}
+
 void frmSearch::Open()
 {
+    if (isHidden()) {
+        move(PlaceOfWindow());
+        m_wasPlaced = true;
+    }
     show();
     raise();
     activateWindow();
     txtSearch->setFocus();
     txtSearch->selectAll();
+    CountOn(); // what was left when it was closed
 }
 
+void frmSearch::SetText(const DisplayText *text)
+{
+    m_search.SetText(text);
+    m_isOrdered = m_search.IsCounted();
+    Refresh();
+}
+
+/// Lists the entries for what is typed. Nothing is searched for yet.
 void frmSearch::Refresh()
 {
     m_wanted.clear();
-    m_spans.clear();
-    m_at = TextSpan();
-    m_entries->SetFilter(txtSearch->text());
+    m_hits = nullptr;
+    m_keywordHits.reset();
+    m_wish.reset();
+    m_step = HitStep();
+    m_entries->SetFilter(txtSearch->text(), m_topLine());
     lstKeyword->scrollToTop(); // where it stands whether the text is found at all
+    lblFound->clear();
+    m_sinceShown.invalidate();
+    CountOn();
+}
+
+void frmSearch::CountOn()
+{
+    const QDeadlineTimer until(m_sliceMs, Qt::PreciseTimer);
+    if (m_wish)
+        TryStep(until);
+    // Nobody sees the numbers of a window that is closed, but for the one on the page's own line.
+    const bool isAllCounted = !m_wish && (!m_hits || m_hits->CountOn(until)) &&
+                              (isHidden() || (m_entries->TypedHits().CountOn(until) && m_search.CountOn(until)));
+    if (isAllCounted)
+        m_counting->stop();
+    else if (!m_counting->isActive())
+        m_counting->start(0);
+    if (!isAllCounted && m_sinceShown.isValid() && !m_sinceShown.hasExpired(ShowEveryMs))
+        return;
+    m_sinceShown.start();
+    if (m_search.IsCounted() && !std::exchange(m_isOrdered, true)) {
+        m_entries->PutFoundFirst();
+        lstKeyword->scrollTo(lstKeyword->currentIndex());
+    }
+    m_entries->ShowCounts();
+    ShowState();
+}
+
+/// Tells how far the search is, here and in the window of the page.
+void frmSearch::ShowState()
+{
+    if (!m_hits)
+        return;
+    const QString where = m_wish ? QString(u"探しています　"_s + CountText(m_hits->Count(), false))
+                                 : StepText(*m_hits, m_step, m_wasBackwards);
+    if (where == lblFound->text())
+        return;
+    lblFound->setText(where);
+    Q_EMIT StateChanged(m_wanted, m_wish || m_step.span.line > 0, where);
 }
 
 void frmSearch::txtSearch_Change()
@@ -162,10 +213,38 @@ void frmSearch::GoOn(bool backwards)
     const int row = chosen.isValid() ? chosen.row() : 0;
     if (row >= m_entries->rowCount() || (!chosen.isValid() && txtSearch->text().isEmpty()))
         return;
-    if (m_entries->SearchText(row) != m_wanted) {
-        m_wanted = m_entries->SearchText(row);
-        m_spans = m_entries->Spans(row);
-    }
-    m_at = NextSpan(m_spans, m_at, backwards);
-    Q_EMIT SpanChosen(m_at, m_wanted);
+    const bool isNew = TakeEntry(row);
+    // Another entry goes on from the last place as well, unless the learner has left it for another page since.
+    const bool goesOn = m_step.span.line > 0 && (!isNew || m_topLine() == m_topAtStep);
+    m_wish = Wish{goesOn ? m_step.span : TextSpan{.line = m_topLine()}, backwards};
+    lblFound->clear(); // so that the same place is told again
+    CountOn();
+    ShowState();
+}
+
+/// Searches for an entry from now on.
+/// @return whether another one was searched for before
+bool frmSearch::TakeEntry(int row)
+{
+    const QString wanted = m_entries->SearchText(row);
+    const bool isTyped = m_entries->IsTypedText(row);
+    if (m_hits && wanted == m_wanted && isTyped == m_isWantedTyped)
+        return false;
+    m_wanted = wanted;
+    m_isWantedTyped = isTyped;
+    m_keywordHits = isTyped ? nullptr : m_search.HitsOf(wanted, m_topLine());
+    m_hits = isTyped ? &m_entries->TypedHits() : m_keywordHits.get();
+    return true;
+}
+
+void frmSearch::TryStep(const QDeadlineTimer &until)
+{
+    const std::optional<HitStep> step = m_hits->Next(m_wish->from, m_wish->isBackwards, until);
+    if (!step)
+        return;
+    m_step = *step;
+    m_wasBackwards = m_wish->isBackwards;
+    m_wish.reset();
+    Q_EMIT SpanChosen(m_step.span);
+    m_topAtStep = m_topLine();
 }

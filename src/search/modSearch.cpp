@@ -1,51 +1,16 @@
 #include "search/modSearch.h"
 
-#include "text/modInflection.h"
 #include "text/modReadText.h"
 
 #include <QFileInfo>
-#include <QStringMatcher>
 
 #include <algorithm>
-#include <tuple>
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-bool IsWordCharacter(QChar character)
-{
-    const char16_t c = character.unicode();
-    return (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z') || c == u'\'';
-}
-
-bool IsEnglishWord(const QString &keyword)
-{
-    return std::all_of(keyword.begin(), keyword.end(), IsWordCharacter);
-}
-
-bool IsBefore(const TextSpan &first, const TextSpan &second)
-{
-    return std::tie(first.line, first.column) < std::tie(second.line, second.column);
-}
-
-/// The words of a text, runs of letters and apostrophes, with their places.
-void CollectWords(const DisplayText &text, QStringList *words, std::vector<TextSpan> *spans)
-{
-    for (int line = 1; line <= text.LineCount(); ++line) {
-        const QStringView view = text.Line(line);
-        for (qsizetype at = 0; at < view.size();) {
-            qsizetype end = at;
-            while (end < view.size() && IsWordCharacter(view[end]))
-                ++end;
-            if (end > at) {
-                *words += view.sliced(at, end - at).toString();
-                spans->push_back(TextSpan::At(line, at, end - at));
-            }
-            at = end + 1;
-        }
-    }
-}
+constexpr int LinesAtOnce = 512; // counted in a fraction of a millisecond
 
 QString HowToMakeAList(const QString &path)
 {
@@ -74,62 +39,66 @@ KeywordList ReadKeywordList(const QString &path)
     return list;
 }
 
-std::vector<TextSpan> FindText(const DisplayText &text, const QString &wanted)
+KeywordSearch::KeywordSearch(const KeywordList &list) : m_list(list), m_index(list.words), m_counts(m_index.NoCounts())
 {
-    std::vector<TextSpan> spans;
-    if (wanted.isEmpty())
-        return spans;
-    const QStringMatcher matcher(wanted, Qt::CaseInsensitive);
-    for (int line = 1; line <= text.LineCount(); ++line) {
-        const QStringView view = text.Line(line);
-        for (qsizetype at = matcher.indexIn(view); at >= 0; at = matcher.indexIn(view, at + wanted.size()))
-            spans.push_back(TextSpan::At(line, at, wanted.size()));
-    }
-    return spans;
 }
-
-TextSpan NextSpan(const std::vector<TextSpan> &spans, const TextSpan &from, bool backwards)
-{
-    if (spans.empty())
-        return TextSpan();
-    if (backwards) {
-        const auto place = std::lower_bound(spans.begin(), spans.end(), from, IsBefore);
-        return place == spans.begin() ? spans.back() : *(place - 1);
-    }
-    const auto place = std::upper_bound(spans.begin(), spans.end(), from, IsBefore);
-    return place == spans.end() ? spans.front() : *place;
-}
-
-KeywordSearch::KeywordSearch(const KeywordList &list) : m_list(list) {}
 
 void KeywordSearch::SetText(const DisplayText *text)
 {
     m_text = text;
-    m_spans.clear();
-    if (!text || m_list.words.isEmpty())
-        return;
-    QStringList words;
-    std::vector<TextSpan> spans;
-    CollectWords(*text, &words, &spans);
-    const std::vector<int> indices = MatchWords(m_list.words, words);
-    for (size_t i = 0; i < indices.size(); ++i)
-        if (indices[i] > 0)
-            m_spans[m_list.words[indices[i] - 1]].push_back(spans[i]);
+    m_counts = m_index.NoCounts();
+    m_countedLines = 0;
+}
+
+bool KeywordSearch::IsCounted() const
+{
+    return !m_text || m_list.words.isEmpty() || m_countedLines == m_text->LineCount();
+}
+
+bool KeywordSearch::CountOn(const QDeadlineTimer &until)
+{
+    while (!IsCounted()) {
+        const int last = std::min(m_countedLines + LinesAtOnce, m_text->LineCount());
+        m_index.Count(*m_text, m_countedLines + 1, last, &m_counts);
+        m_countedLines = last;
+        if (until.hasExpired())
+            break;
+    }
+    return IsCounted();
+}
+
+int KeywordSearch::CountOf(const QString &keyword) const
+{
+    const auto place = std::lower_bound(m_list.words.begin(), m_list.words.end(), keyword);
+    return place == m_list.words.end() || *place != keyword ? 0 : m_counts.count[size_t(place - m_list.words.begin())];
 }
 
 QStringList KeywordSearch::KeywordsWith(const QString &part) const
 {
-    return part.isEmpty() ? m_list.words : m_list.words.filter(part, Qt::CaseInsensitive);
+    QStringList keywords = part.isEmpty() ? m_list.words : m_list.words.filter(part, Qt::CaseInsensitive);
+    if (IsCounted())
+        std::stable_partition(keywords.begin(), keywords.end(),
+                              [this](const QString &keyword) { return CountOf(keyword) > 0; });
+    return keywords;
 }
 
-const std::vector<TextSpan> &KeywordSearch::SpansOf(const QString &keyword)
+std::unique_ptr<Hits> KeywordSearch::HitsOf(const QString &keyword, int startLine) const
 {
-    if (!IsEnglishWord(keyword) && !m_spans.contains(keyword))
-        m_spans.insert(keyword, SpansOfText(keyword));
-    return m_spans[keyword];
+    return std::make_unique<Hits>(m_text, m_index.Finder(keyword), startLine);
 }
 
-std::vector<TextSpan> KeywordSearch::SpansOfText(const QString &wanted) const
+std::unique_ptr<Hits> KeywordSearch::HitsOfText(const QString &wanted, int startLine) const
 {
-    return m_text ? FindText(*m_text, wanted) : std::vector<TextSpan>();
+    return std::make_unique<Hits>(m_text, std::make_unique<PlainFinder>(wanted), startLine);
+}
+
+QPoint PlaceBeside(const QRect &beside, const QSize &size, const QRect &screen)
+{
+    const int rightOf = beside.right() + 1;
+    const int leftOf = beside.left() - size.width();
+    int x = rightOf;
+    if (rightOf + size.width() > screen.right() + 1)
+        x = leftOf >= screen.left() ? leftOf : std::min(rightOf, screen.right() + 1) - size.width();
+    const int y = std::min(beside.top(), screen.bottom() + 1 - size.height());
+    return {std::max(x, screen.left()), std::max(y, screen.top())};
 }

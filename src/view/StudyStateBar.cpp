@@ -276,11 +276,11 @@ void StudyStateBar::ShowProgress(const StudyRound &round, const PageInView &page
     lblPage->setText(hasLines ? PageText(number(page.PageNumber()), number(page.PageCount())) : QString());
 }
 
-void StudyStateBar::ShowKeyword(const QString &wanted, bool isFound)
+void StudyStateBar::ShowKeyword(const QString &wanted, bool isFound, const QString &where)
 {
     const int widestPx = fontMetrics().averageCharWidth() * 24; // so that a long word does not hide the verdict
     lblKeyword->setText(fontMetrics().elidedText(wanted, Qt::ElideMiddle, widestPx) +
-                        (isFound ? QString() : u"はありません"_s));
+                        (isFound ? QString(u"　"_s + where) : u"はありません"_s));
     lblKeyword->show();
 }
 

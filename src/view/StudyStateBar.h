@@ -51,8 +51,8 @@ class StudyStateBar : public QWidget
     /// Says that the study file was changed, and how it is read again, or does so no more.
     void ShowFileChange(bool isChanged);
 
-    /// Shows what was searched for.
-    void ShowKeyword(const QString &wanted, bool isFound);
+    /// Shows what was searched for. @param where  which of its places is shown
+    void ShowKeyword(const QString &wanted, bool isFound, const QString &where);
     void HideKeyword();
 
     void ShowTime(const ElapsedTime &elapsed);

@@ -92,6 +92,8 @@ void frmText::OpenSession(const QString &path)
     m_stateBar->ClearTime();
     m_stateBar->ShowFileChange(false);
     picText->SetStudy(nullptr, nullptr); // the text that it shows is gone as soon as another one is opened
+    if (m_frmSearch)
+        m_frmSearch->SetText(nullptr); // as is the one that it counts in
     QString message;
     const bool isLoaded = m_session.Open(path, &message);
     if (m_stage == Stage::Ended)
@@ -141,10 +143,8 @@ void frmText::ShowText(int topLine)
     picText->SetCurrent(TextSpan());
     m_stateBar->HideKeyword();
     m_stateBar->SetFile(m_session.Text().LineCount(), m_session.Round().BlankCount());
-    if (m_frmSearch) {
-        m_search->SetText(&m_session.Text());
-        m_frmSearch->Refresh();
-    }
+    if (m_frmSearch)
+        m_frmSearch->SetText(&m_session.Text());
     ShowHardControls();
     SetUpScrollBar();
     HScroll->setValue(0);
@@ -240,8 +240,10 @@ void frmText::cmdSearch_Click()
         m_search = std::make_unique<KeywordSearch>(
             ReadKeywordList(JoinPath(m_context.applicationFolder, u"KeywordList.txt"_s)));
         m_search->SetText(&m_session.Text());
-        m_frmSearch = new frmSearch(*m_search, this);
+        m_frmSearch = new frmSearch(
+            *m_search, [this] { return VScroll->value(); }, this);
         connect(m_frmSearch, &frmSearch::SpanChosen, this, &frmText::ShowFound);
+        connect(m_frmSearch, &frmSearch::StateChanged, m_stateBar, &StudyStateBar::ShowKeyword);
     }
     m_frmSearch->Open();
 }

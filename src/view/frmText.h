@@ -136,7 +136,7 @@ class frmText : public QWidget
     void SpeakAnswer(const QString &answer);
     int ChosenBlank() const;
     void GoOnSearching(bool backwards);
-    void ShowFound(const TextSpan &found, const QString &wanted);
+    void ShowFound(const TextSpan &found);
     void ShowPicture(const QString &name);
 
     /// How far the window is in its life.

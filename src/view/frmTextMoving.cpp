@@ -117,11 +117,10 @@ void frmText::GoToTarget(bool backwards)
 }
 
 /// Marks a place that was found and brings it into view, with a few lines above it where the view has to move.
-void frmText::ShowFound(const TextSpan &found, const QString &wanted)
+void frmText::ShowFound(const TextSpan &found)
 {
     constexpr int linesAbove = 3;
     picText->SetFound(found);
-    m_stateBar->ShowKeyword(wanted, found.line > 0);
     if (found.line > 0 && !Page().Holds(found.line))
         VScroll->setValue(qMax(1, found.line - linesAbove));
     BringCellsIntoView(found);

@@ -60,6 +60,19 @@ class SearchTest : public testing::Test
         return folder.Write(u"KeywordList.txt"_s, bytes);
     }
 
+    /// All places, in the order of the steps from one to the next.
+    static std::vector<TextSpan> SpansOf(Hits &hits)
+    {
+        std::vector<TextSpan> spans;
+        HitStep step;
+        while (true) {
+            step = *hits.Next(step.span, false, QDeadlineTimer(QDeadlineTimer::Forever));
+            if (step.span.line == 0 || (step.isWrapped && !spans.empty()))
+                return spans;
+            spans.push_back(step.span);
+        }
+    }
+
     TestFolder folder;
     DisplayText text{LinesOf({u"The [cities] stopped; a city. Stop!"_s, u"水素と酸素 [水]"_s, u"stop水"_s})};
 };
@@ -80,67 +93,266 @@ TEST_F(SearchTest, ReadsTheKeywordListSorted)
 TEST_F(SearchTest, CountsInflectedFormsAndPlainText)
 {
     KeywordSearch search(ReadKeywordList(WriteList("stop\ncity\n\x90\x85\nabsent")));
-    EXPECT_TRUE(search.SpansOf(u"stop"_s).empty()) << "no text yet";
+    EXPECT_TRUE(SpansOf(*search.HitsOf(u"stop"_s, 1)).empty()) << "no text yet";
     search.SetText(&text);
-    EXPECT_EQ(search.SpansOf(u"city"_s), (std::vector<TextSpan>{{1, 6, 6}, {1, 25, 4}})) << "one of them is hidden";
-    EXPECT_EQ(search.SpansOf(u"stop"_s), (std::vector<TextSpan>{{1, 14, 7}, {1, 31, 4}, {3, 1, 4}}));
-    EXPECT_EQ(search.SpansOf(u"水"_s), (std::vector<TextSpan>{{2, 1, 1}, {2, 8, 1}, {3, 5, 1}}));
-    EXPECT_TRUE(search.SpansOf(u"absent"_s).empty());
-    EXPECT_EQ(search.KeywordsWith(u"T"_s), QStringList({u"absent"_s, u"city"_s, u"stop"_s}));
-    EXPECT_EQ(search.SpansOfText(u"STOP"_s).size(), 3u);
-    EXPECT_TRUE(FindText(text, u"!水"_s).empty()) << "not across the end of a line";
+    using Spans = std::vector<TextSpan>;
+    const Rows<const char16_t *, Spans> rows = {
+        {u"city", {{1, 6, 6}, {1, 25, 4}}}, // one of them is hidden
+        {u"stop", {{1, 14, 7}, {1, 31, 4}, {3, 1, 4}}},
+        {u"水", {{2, 1, 1}, {2, 8, 1}, {3, 5, 1}}},
+        {u"absent", {}},
+    };
+    EXPECT_TRUE(search.CountOn(QDeadlineTimer(QDeadlineTimer::Forever)));
+    for (const auto &[keyword, spans] : rows) {
+        EXPECT_EQ(SpansOf(*search.HitsOf(QString::fromUtf16(keyword), 1)), spans);
+        EXPECT_EQ(search.CountOf(QString::fromUtf16(keyword)), int(spans.size()));
+    }
+    EXPECT_EQ(search.KeywordsWith(u"T"_s), QStringList({u"city"_s, u"stop"_s, u"absent"_s})) << "those found first";
     search.SetText(nullptr);
-    EXPECT_TRUE(search.SpansOf(u"stop"_s).empty());
+    EXPECT_EQ(search.CountOf(u"stop"_s), 0);
+    EXPECT_TRUE(SpansOf(*search.HitsOf(u"stop"_s, 1)).empty());
 }
 
-TEST_F(SearchTest, TheWindowNarrowsAndGoesOn)
+TEST_F(SearchTest, FindsPlainTextAsQtComparesIt)
 {
-    KeywordSearch search(ReadKeywordList(WriteList("stop\ncity")));
-    search.SetText(&text);
-    frmSearch window(search, nullptr);
-    QSignalSpy chosen(&window, &frmSearch::SpanChosen);
-    window.Open();
-    auto *const list = window.findChild<QListView *>(u"lstKeyword"_s);
-    auto *const typed = window.findChild<QLineEdit *>(u"txtSearch"_s);
-    const auto entry = [list](int row) { return list->model()->index(row, 0).data().toString(); };
-    EXPECT_TRUE(window.findChild<QLabel *>(u"lblHint"_s)->isHidden());
-    EXPECT_EQ(entry(0), u"city　2か所"_s);
-    EXPECT_EQ(entry(1), u"stop　3か所"_s);
+    const QString wide = QString(63, u'-') + u"ab"_s; // across the blocks that are looked at together
+    const Rows<QStringList, const char16_t *, int> rows = {
+        {{u"Stop STOP sTo"_s}, u"stop", 2},
+        {{u"aaaaa"_s}, u"aa", 2},                   // places do not overlap
+        {{u"a!"_s, u"水a"_s, u"!水"_s}, u"!水", 1}, // nor lie across the end of a line
+        {{u"ａ Ａ Σσ Жж"_s}, u"Ａ", 2},
+        {{u"Σσ"_s}, u"ς", 2},                // another small form of the same letter
+        {{QString(QChar(0x212B))}, u"å", 1}, // the sign of the unit
+        {{wide, wide}, u"AB", 2},
+        {{QString(200, u'x')}, u"x", 200},
+        {{u"水"_s}, u"😀", 0},
+        {{QString(), QString()}, u"x", 0},
+        {{u"x"_s}, u"", 0},
+    };
+    for (const auto &[lines, wanted, count] : rows) {
+        const DisplayText searched(LinesOf(lines));
+        std::vector<TextSpan> spans;
+        PlainFinder(QString::fromUtf16(wanted)).AddSpans(searched, 1, searched.LineCount(), &spans);
+        EXPECT_EQ(int(spans.size()), count) << QString::fromUtf16(wanted).toStdString();
+    }
+}
+
+TEST_F(SearchTest, GoesRoundTheTextInBothDirections)
+{
+    QStringList lines(40, u"-"_s);
+    for (const int line : {3, 12, 30})
+        lines[line - 1] = u"x - x"_s;
+    const DisplayText searched(LinesOf(lines));
+    const QDeadlineTimer noTime(0);
+    struct Row
+    {
+        TextSpan from;
+        bool isBackwards;
+        HitStep step;
+    };
+    const Row rows[] = {
+        {{10}, false, {{12, 1, 1}}},           {{12}, false, {{12, 1, 1}}}, // the top line itself counts
+        {{12, 1, 1}, false, {{12, 5, 1}}},     {{30, 5, 1}, false, {{3, 1, 1}, true}},
+        {{3, 1, 1}, true, {{30, 5, 1}, true}}, {{12, 1, 1}, true, {{3, 5, 1}}},
+        {{31}, false, {{3, 1, 1}, true}},
+    };
+    for (const auto &[from, isBackwards, expected] : rows) {
+        Hits hits(&searched, std::make_unique<PlainFinder>(u"x"_s), from.line, 5);
+        std::optional<HitStep> step;
+        int slices = 0;
+        while (!(step = hits.Next(from, isBackwards, noTime)))
+            ++slices;
+        EXPECT_LT(slices, 8) << "every slice makes progress";
+        EXPECT_EQ(step->span, expected.span) << from.line;
+        EXPECT_EQ(step->isWrapped, expected.isWrapped) << from.line;
+    }
+    Hits one(&text, std::make_unique<PlainFinder>(u"!"_s), 1);
+    const HitStep only = *one.Next(TextSpan(), false, noTime);
+    EXPECT_EQ(StepText(one, only, false), u"1 / 1"_s);
+    EXPECT_EQ(StepText(one, *one.Next(only.span, false, noTime), false), u"1 / 1　先頭に戻りました"_s);
+    EXPECT_EQ(StepText(one, *one.Next(only.span, true, noTime), true), u"1 / 1　末尾に戻りました"_s);
+}
+
+TEST_F(SearchTest, CountsFromThePageInViewOnAndRoundTheText)
+{
+    QStringList lines(10, u"y"_s);
+    lines[8] = u"x"_s;
+    const DisplayText searched(LinesOf(lines));
+    Hits hits(&searched, std::make_unique<PlainFinder>(u"x"_s), 9, 2);
+    const QDeadlineTimer noTime(0);
+    EXPECT_FALSE(hits.CountOn(noTime));
+    EXPECT_EQ(hits.Count(), 1);
+    EXPECT_EQ(StepText(hits, *hits.Next({9}, false, noTime), false), u"1か所…"_s) << "its number is not known yet";
+    while (!hits.CountOn(noTime)) {
+    }
+    EXPECT_EQ(StepText(hits, *hits.Next({9}, false, noTime), false), u"1 / 1"_s);
+}
+
+TEST(PlaceBeside, TakesTheSideThatHasRoom)
+{
+    const QRect screen(0, 30, 1000, 570);
+    const QSize size(300, 400);
+    const Rows<QRect, QPoint> rows = {
+        {QRect(100, 50, 600, 500), QPoint(700, 50)},
+        {QRect(101, 50, 600, 500), QPoint(401, 50)}, // a pixel short at the right, and no room at the left
+        {QRect(350, 50, 600, 500), QPoint(50, 50)},
+        {QRect(0, 30, 1000, 570), QPoint(700, 30)},
+        {QRect(100, 300, 600, 300), QPoint(700, 200)},
+        {QRect(900, -20, 600, 500), QPoint(600, 30)},
+    };
+    for (const auto &[beside, place] : rows)
+        EXPECT_EQ(PlaceBeside(beside, size, screen), place) << beside.x();
+    EXPECT_EQ(PlaceBeside(QRect(0, 30, 200, 100), QSize(1200, 900), screen), QPoint(0, 30)) << "larger than the screen";
+}
+
+namespace {
+
+/// The search window over the test's text, with a page whose top line a test sets.
+class SearchWindowTest : public SearchTest
+{
+  protected:
+    void Open(const QByteArray &keywords, int sliceMs = 3)
+    {
+        search = std::make_unique<KeywordSearch>(ReadKeywordList(WriteList(keywords)));
+        search->SetText(&text);
+        window = std::make_unique<frmSearch>(
+            *search, [this] { return topLine; }, nullptr, sliceMs);
+        list = window->findChild<QListView *>(u"lstKeyword"_s);
+        typed = window->findChild<QLineEdit *>(u"txtSearch"_s);
+        QObject::connect(window.get(), &frmSearch::SpanChosen, [this](const TextSpan &span) { chosen += span; });
+        window->Open();
+    }
+
+    QString Entry(int row) const
+    {
+        return list->model()->index(row, 0).data().toString();
+    }
+
+    QString Label(const QString &name) const
+    {
+        return window->findChild<QLabel *>(name)->text();
+    }
+
+    void ClickEntry(int row)
+    {
+        QTest::mouseClick(list->viewport(), Qt::LeftButton, {},
+                          list->visualRect(list->model()->index(row, 0)).center());
+    }
+
+    int topLine = 1;
+    std::unique_ptr<KeywordSearch> search;
+    std::unique_ptr<frmSearch> window;
+    QListView *list = nullptr;
+    QLineEdit *typed = nullptr;
+    QList<TextSpan> chosen;
+};
+
+} // namespace
+
+TEST_F(SearchWindowTest, NarrowsAndGoesOn)
+{
+    Open("stop\ncity");
+    QSignalSpy told(window.get(), &frmSearch::StateChanged);
+    EXPECT_TRUE(window->findChild<QLabel *>(u"lblHint"_s)->isHidden());
+    EXPECT_EQ(Entry(0), u"city　2か所"_s);
+    EXPECT_EQ(Entry(1), u"stop　3か所"_s);
     QTest::keyClick(typed, Qt::Key_Return);
     EXPECT_EQ(chosen.size(), 0) << "nothing is typed and nothing chosen";
 
     QTest::keyClicks(typed, u"sto"_s);
     EXPECT_EQ(list->model()->rowCount(), 2);
-    EXPECT_EQ(entry(0), u"「sto」　3か所"_s);
+    EXPECT_EQ(Entry(0), u"「sto」　3か所"_s);
     QTest::keyClick(typed, Qt::Key_Return);
-    EXPECT_EQ(chosen.last()[0].value<TextSpan>(), (TextSpan{1, 14, 3}));
-    QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualRect(list->model()->index(1, 0)).center());
-    EXPECT_EQ(chosen.last()[0].value<TextSpan>(), (TextSpan{1, 31, 4})) << "on from where the last search ended";
-    EXPECT_EQ(chosen.last()[1].toString(), u"stop"_s);
+    EXPECT_EQ(chosen.last(), (TextSpan{1, 14, 3}));
+    ClickEntry(1);
+    EXPECT_EQ(chosen.last(), (TextSpan{1, 31, 4})) << "on from where the last search ended";
+    EXPECT_EQ(told.last(), (QVariantList{u"stop"_s, true, u"2 / 3"_s}));
     QTest::keyClick(list, Qt::Key_Return);
-    EXPECT_EQ(chosen.last()[0].value<TextSpan>(), (TextSpan{3, 1, 4})) << "a key goes on by one place";
-    window.GoOn(false);
-    EXPECT_EQ(chosen.last()[0].value<TextSpan>(), (TextSpan{1, 14, 7}));
-    window.GoOn(true);
-    EXPECT_EQ(chosen.last()[0].value<TextSpan>(), (TextSpan{3, 1, 4}));
-    window.GoOn(true);
-    EXPECT_EQ(chosen.last()[0].value<TextSpan>(), (TextSpan{1, 31, 4}));
+    EXPECT_EQ(chosen.last(), (TextSpan{3, 1, 4})) << "a key goes on by one place";
+    window->GoOn(false);
+    EXPECT_EQ(chosen.last(), (TextSpan{1, 14, 7}));
+    EXPECT_EQ(Label(u"lblFound"_s), u"1 / 3　先頭に戻りました"_s);
+    window->GoOn(true);
+    EXPECT_EQ(chosen.last(), (TextSpan{3, 1, 4}));
+    EXPECT_EQ(Label(u"lblFound"_s), u"3 / 3　末尾に戻りました"_s);
+    window->GoOn(true);
+    EXPECT_EQ(chosen.last(), (TextSpan{1, 31, 4}));
+    EXPECT_EQ(told.last(), (QVariantList{u"stop"_s, true, u"2 / 3"_s}));
     QTest::keyClicks(typed, u"xyz"_s);
-    window.GoOn(false);
-    EXPECT_EQ(chosen.last()[0].value<TextSpan>(), TextSpan()) << "found nowhere";
+    window->GoOn(false);
+    EXPECT_EQ(chosen.last(), TextSpan()) << "found nowhere";
+    EXPECT_EQ(told.last(), (QVariantList{u"stoxyz"_s, false, u"見つかりません"_s}));
 }
 
-TEST_F(SearchTest, HowOftenALongWordIsFoundStaysInView)
+TEST_F(SearchWindowTest, ANewSearchStartsAtThePageInView)
 {
-    KeywordSearch search(ReadKeywordList(WriteList("stop")));
-    search.SetText(&text);
-    frmSearch window(search, nullptr);
-    window.Open();
-    window.findChild<QLineEdit *>(u"txtSearch"_s)->setText(QString(200, u'w'));
-    auto *const list = window.findChild<QListView *>(u"lstKeyword"_s);
+    Open("stop");
+    topLine = 2;
+    typed->setText(u"stop"_s);
+    window->GoOn(false);
+    EXPECT_EQ(chosen.last(), (TextSpan{3, 1, 4}));
+    topLine = 1;
+    ClickEntry(1);
+    EXPECT_EQ(chosen.last(), (TextSpan{1, 14, 7})) << "the learner has turned to another page";
+    typed->setText(u"city"_s);
+    window->GoOn(false);
+    EXPECT_EQ(chosen.last(), (TextSpan{1, 25, 4})) << "from the top line again";
+}
+
+TEST_F(SearchWindowTest, TheSameWordAsAKeywordCountsInflectedForms)
+{
+    Open("city");
+    typed->setText(u"city"_s);
+    window->GoOn(false);
+    EXPECT_EQ(Label(u"lblFound"_s), u"1 / 1"_s);
+    ClickEntry(1);
+    EXPECT_EQ(Label(u"lblFound"_s), u"1 / 2　先頭に戻りました"_s);
+}
+
+TEST_F(SearchWindowTest, KeywordsThatAreFoundComeFirstAndTheChosenOneStaysChosen)
+{
+    QStringList lines(3000, u"absent is none of the words"_s);
+    lines.last() = u"cities 水"_s;
+    text = DisplayText(LinesOf(lines));
+    Open("bat\ncity\n\x90\x85", 0);
+    EXPECT_EQ(Entry(0), u"bat　0か所…"_s) << "in the order of the list while they are counted";
+    list->setCurrentIndex(list->model()->index(0, 0));
+    for (int slice = 0; slice < 100; ++slice)
+        window->CountOn();
+    EXPECT_EQ(Entry(0), u"city　1か所"_s);
+    EXPECT_EQ(Entry(1), u"水　1か所"_s);
+    EXPECT_EQ(Entry(2), u"bat　0か所"_s);
+    EXPECT_EQ(list->currentIndex().row(), 2);
+}
+
+TEST_F(SearchWindowTest, AStepThatHasFarToGoIsTakenLaterOrDropped)
+{
+    QStringList lines(5000, u"-"_s);
+    lines.last() = u"cities 水"_s;
+    text = DisplayText(LinesOf(lines));
+    Open(QByteArray(), 0);
+    typed->setText(u"水"_s);
+    window->GoOn(false);
+    EXPECT_TRUE(chosen.isEmpty());
+    EXPECT_EQ(Label(u"lblFound"_s), u"探しています　0か所…"_s);
+    for (int slice = 0; slice < 10; ++slice)
+        window->CountOn();
+    EXPECT_EQ(chosen, QList<TextSpan>({{5000, 8, 1}}));
+    EXPECT_EQ(Label(u"lblFound"_s), u"1 / 1"_s);
+    typed->setText(u"cities"_s);
+    window->GoOn(false);
+    window->SetText(nullptr);
+    text = DisplayText();
+    window->CountOn();
+    EXPECT_EQ(chosen.size(), 1) << "what was wished for in another text";
+}
+
+TEST_F(SearchWindowTest, HowOftenALongWordIsFoundStaysInView)
+{
+    Open("stop");
+    typed->setText(QString(200, u'w'));
     const QImage nowhere = list->grab().toImage();
     text = DisplayText(LinesOf({QString(200, u'w')}));
-    search.SetText(&text);
-    window.Refresh();
+    window->SetText(&text);
     EXPECT_NE(list->grab().toImage(), nowhere);
 }

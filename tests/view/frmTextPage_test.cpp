@@ -235,7 +235,7 @@ TEST_F(StudyWindowTest, SearchMarksAPlaceButNoHiddenText)
     EXPECT_EQ(list->model()->index(0, 0).data().toString(), u"city　2か所"_s);
     QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualRect(list->model()->index(0, 0)).center());
     EXPECT_EQ(scroll->value(), 47) << "in view, with some lines above";
-    EXPECT_EQ(Label(u"lblKeyword"), u"city"_s);
+    EXPECT_EQ(Label(u"lblKeyword"), u"city　1 / 2"_s);
     const auto isMarked = [this] {
         const PageLayout &layout = page->Layout();
         const QPoint inBox(layout.TextLeftPx() + 3, layout.RowTopPx(4) + layout.linePitchPx / 2);
@@ -244,6 +244,7 @@ TEST_F(StudyWindowTest, SearchMarksAPlaceButNoHiddenText)
     EXPECT_TRUE(isMarked());
     QTest::keyClick(window->windowHandle(), Qt::Key_F3);
     EXPECT_FALSE(isMarked()) << "the mark went on";
+    EXPECT_EQ(Label(u"lblKeyword"), u"city　2 / 2"_s);
     QTest::keyClick(window->windowHandle(), Qt::Key_F3, Qt::ShiftModifier);
     EXPECT_TRUE(isMarked());
     Child<QPushButton>(u"cmdReRead")->click();

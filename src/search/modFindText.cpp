@@ -1,0 +1,113 @@
+#include "search/modFindText.h"
+
+#include <algorithm>
+
+namespace {
+
+const std::vector<char16_t> &FoldedCharacters()
+{
+    static const std::vector<char16_t> folded = [] {
+        std::vector<char16_t> table(0x10000);
+        for (size_t c = 0; c < table.size(); ++c)
+            table[c] = QChar(char16_t(c)).toCaseFolded().unicode();
+        return table;
+    }();
+    return folded;
+}
+
+/// Characters that are looked at together: enough for the compiler to use wide registers.
+constexpr qsizetype BlockSize = 64;
+
+/// Marks where in a block the first and the last character of the wanted text stand as far apart as they should.
+/// @return whether there is such a place
+bool MarkPlaces(const char16_t *first, const char16_t *last, const std::array<char16_t, 4> &firsts,
+                const std::array<char16_t, 4> &lasts, std::array<char16_t, BlockSize> *marks)
+{
+    // Copies: a store to the marks could change what is behind a reference.
+    const auto [a, b, c, d] = firsts;
+    const auto [p, q, r, s] = lasts;
+    char16_t any = 0;
+    for (size_t i = 0; i < BlockSize; ++i) {
+        const char16_t x = first[i];
+        const char16_t y = last[i];
+        const bool isPlace = ((x == a) | (x == b) | (x == c) | (x == d)) & ((y == p) | (y == q) | (y == r) | (y == s));
+        (*marks)[i] = isPlace;
+        any |= char16_t(isPlace);
+    }
+    return any != 0;
+}
+
+} // namespace
+
+CaseFolding::CaseFolding() : m_folded(FoldedCharacters()) {}
+
+QString CaseFolding::Folded(const QString &text) const
+{
+    QString folded = text;
+    for (QChar &character : folded)
+        character = (*this)(character);
+    return folded;
+}
+
+std::array<char16_t, 4> CaseFolding::Variants(char16_t folded) const
+{
+    std::array<char16_t, 4> variants;
+    variants.fill(folded);
+    auto next = variants.begin();
+    for (size_t c = 0; c < m_folded.size() && next != variants.end(); ++c)
+        if (m_folded[c] == folded)
+            *next++ = char16_t(c);
+    return variants;
+}
+
+bool BeginsWithFolded(const CaseFolding &fold, QStringView view, QStringView folded)
+{
+    return view.size() >= folded.size() &&
+           std::equal(folded.begin(), folded.end(), view.begin(), [&fold](QChar f, QChar c) { return fold(c) == f; });
+}
+
+PlainFinder::PlainFinder(const QString &wanted) : m_wanted(m_fold.Folded(wanted))
+{
+    if (m_wanted.isEmpty())
+        return;
+    m_first = m_fold.Variants(m_wanted.front().unicode());
+    m_last = m_fold.Variants(m_wanted.back().unicode());
+}
+
+void PlainFinder::AddSpans(const DisplayText &text, int first, int last, std::vector<TextSpan> *spans) const
+{
+    const QStringView lines = text.Lines(first, last);
+    const qsizetype placeCount = lines.size() - m_wanted.size() + 1;
+    if (m_wanted.isEmpty() || placeCount <= 0)
+        return;
+    const char16_t *const firsts = lines.utf16();
+    const char16_t *const lasts = firsts + m_wanted.size() - 1;
+    int line = first;
+    qsizetype lineStart = 0;
+    qsizetype lineEnd = text.Line(line).size();
+    qsizetype free = 0; // behind the last place
+    // Whether the wanted text stands at a place that was marked, and on which line, is asked there only.
+    const auto take = [&](qsizetype place) {
+        if (place < free || !BeginsWithFolded(m_fold, lines.sliced(place), m_wanted))
+            return;
+        while (place >= lineEnd) {
+            lineStart = lineEnd;
+            lineEnd += text.Line(++line).size();
+        }
+        if (place + m_wanted.size() > lineEnd)
+            return;
+        spans->push_back(TextSpan::At(line, place - lineStart, m_wanted.size()));
+        free = place + m_wanted.size();
+    };
+    std::array<char16_t, BlockSize> marks;
+    qsizetype at = 0;
+    for (; at + BlockSize <= placeCount; at += BlockSize) {
+        if (!MarkPlaces(firsts + at, lasts + at, m_first, m_last, &marks))
+            continue;
+        for (qsizetype i = 0; i < BlockSize; ++i)
+            if (marks[size_t(i)] != 0)
+                take(at + i);
+    }
+    for (; at < placeCount; ++at)
+        take(at);
+}

@@ -1,0 +1,122 @@
+#include "search/modHits.h"
+
+#include <algorithm>
+#include <numeric>
+#include <tuple>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+constexpr int NotCounted = -1;
+
+} // namespace
+
+bool IsBefore(const TextSpan &first, const TextSpan &second)
+{
+    return std::tie(first.line, first.column) < std::tie(second.line, second.column);
+}
+
+TextSpan NextSpan(const std::vector<TextSpan> &spans, const TextSpan &from, bool backwards)
+{
+    if (spans.empty())
+        return TextSpan();
+    if (backwards) {
+        const auto place = std::lower_bound(spans.begin(), spans.end(), from, IsBefore);
+        return place == spans.begin() ? spans.back() : *(place - 1);
+    }
+    const auto place = std::upper_bound(spans.begin(), spans.end(), from, IsBefore);
+    return place == spans.end() ? spans.front() : *place;
+}
+
+QString CountText(int count, bool isComplete)
+{
+    return QString::number(count) + (isComplete ? u"か所"_s : u"か所…"_s);
+}
+
+QString StepText(const Hits &hits, const HitStep &step, bool backwards)
+{
+    if (step.span.line == 0)
+        return u"見つかりません"_s;
+    const QString place =
+        hits.IsComplete() ? QString(QString::number(hits.NumberOf(step.span)) + u" / " + QString::number(hits.Count()))
+                          : CountText(hits.Count(), false);
+    return !step.isWrapped ? place : QString(place + (backwards ? u"　末尾に戻りました"_s : u"　先頭に戻りました"_s));
+}
+
+Hits::Hits(const DisplayText *text, std::unique_ptr<TextFinder> finder, int startLine, int stretchLines)
+    : m_text(text), m_finder(std::move(finder)), m_stretchLines(stretchLines),
+      m_counts(size_t(text ? (text->LineCount() + stretchLines - 1) / stretchLines : 0), NotCounted)
+{
+    if (!m_counts.empty())
+        m_next = std::min(StretchOf(std::max(startLine, 1)), m_counts.size() - 1);
+}
+
+void Hits::AddSpans(size_t stretch, std::vector<TextSpan> *spans) const
+{
+    const int first = int(stretch) * m_stretchLines + 1;
+    m_finder->AddSpans(*m_text, first, std::min(first + m_stretchLines - 1, m_text->LineCount()), spans);
+}
+
+std::vector<TextSpan> Hits::SpansOf(size_t stretch) const
+{
+    std::vector<TextSpan> spans;
+    AddSpans(stretch, &spans);
+    return spans;
+}
+
+void Hits::CountStretch(size_t stretch)
+{
+    m_spans.clear();
+    AddSpans(stretch, &m_spans);
+    m_counts[stretch] = int(m_spans.size());
+    m_total += m_counts[stretch];
+    ++m_counted;
+}
+
+bool Hits::CountOn(const QDeadlineTimer &until)
+{
+    while (!IsComplete()) {
+        while (m_counts[m_next] != NotCounted)
+            m_next = (m_next + 1) % m_counts.size();
+        CountStretch(m_next);
+        if (until.hasExpired())
+            break;
+    }
+    return IsComplete();
+}
+
+int Hits::NumberOf(const TextSpan &hit) const
+{
+    const size_t stretch = StretchOf(hit.line);
+    const std::vector<TextSpan> spans = SpansOf(stretch);
+    return std::accumulate(m_counts.begin(), m_counts.begin() + std::ptrdiff_t(stretch), 0) +
+           int(std::upper_bound(spans.begin(), spans.end(), hit, IsBefore) - spans.begin());
+}
+
+std::optional<HitStep> Hits::Next(const TextSpan &from, bool backwards, const QDeadlineTimer &until)
+{
+    if (m_counts.empty())
+        return HitStep();
+    const size_t count = m_counts.size();
+    const size_t start = std::min(StretchOf(std::max(from.line, 1)), count - 1);
+    bool hasCounted = false;
+    // All stretches from the one of the place on, and at last that one again, whose other part is searched then.
+    for (size_t i = 0; i <= count; ++i) {
+        const size_t stretch = (start + (backwards ? count - i % count : i)) % count;
+        if (m_counts[stretch] == NotCounted) {
+            if (hasCounted && until.hasExpired())
+                return std::nullopt;
+            CountStretch(stretch);
+            hasCounted = true;
+        }
+        if (m_counts[stretch] == 0)
+            continue;
+        const std::vector<TextSpan> spans = SpansOf(stretch);
+        const TextSpan span = i == 0 ? NextSpan(spans, from, backwards) : backwards ? spans.back() : spans.front();
+        const bool isWrapped = backwards ? !IsBefore(span, from) : !IsBefore(from, span);
+        if (i > 0 || !isWrapped)
+            return HitStep{span, isWrapped};
+    }
+    return HitStep();
+}

@@ -1,0 +1,166 @@
+#include "search/modKeywordIndex.h"
+
+#include "text/modInflection.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr char16_t NoCharacter = 0; // behind the end of a line
+
+/// Letters of ASCII and the apostrophe.
+bool IsWordCharacter(QChar character)
+{
+    const char16_t c = character.unicode();
+    return char16_t((c | 0x20) - u'a') < 26 || c == u'\'';
+}
+
+/// The words of a line, runs of word characters, with their 0-based places.
+template <typename Visit>
+void ForEachWord(QStringView line, const Visit &visit)
+{
+    for (qsizetype at = 0; at < line.size(); ++at) {
+        if (!IsWordCharacter(line[at]))
+            continue;
+        const qsizetype start = at;
+        while (++at < line.size() && IsWordCharacter(line[at])) {
+        }
+        visit(start, line.sliced(start, at - start));
+    }
+}
+
+/// Goes on from the hash of a text to that of the text with another character.
+quint32 HashWith(quint32 hash, char16_t character)
+{
+    return (hash ^ character) * 0x01000193u;
+}
+
+size_t HashBit(quint32 hash)
+{
+    return (hash ^ (hash >> 16)) & 0xFFFF;
+}
+
+size_t HashBit(QStringView text)
+{
+    quint32 hash = 0;
+    for (const QChar character : text)
+        hash = HashWith(hash, character.unicode());
+    return HashBit(hash);
+}
+
+size_t SlotOf(char16_t first, char16_t second)
+{
+    return (first * 0x9E3Bu + second * 0x85EBu) & 0xFFFF;
+}
+
+/// Finds the words that are a form of one keyword.
+class WordFinder : public TextFinder
+{
+  public:
+    WordFinder(const KeywordIndex &index, int keyword) : m_index(index), m_keyword(keyword) {}
+
+    void AddSpans(const DisplayText &text, int first, int last, std::vector<TextSpan> *spans) const override
+    {
+        for (int line = first; line <= last; ++line)
+            ForEachWord(text.Line(line), [&](qsizetype start, QStringView word) {
+                if (m_index.KeywordOfWord(word) == m_keyword)
+                    spans->push_back(TextSpan::At(line, start, word.size()));
+            });
+    }
+
+  private:
+    const KeywordIndex &m_index;
+    int m_keyword;
+};
+
+} // namespace
+
+bool IsEnglishWord(QStringView keyword)
+{
+    return std::all_of(keyword.begin(), keyword.end(), IsWordCharacter);
+}
+
+KeywordIndex::KeywordIndex(const QStringList &keywords) : m_keywordCount(size_t(keywords.size())), m_slots(0x10000)
+{
+    for (int keyword = 1; keyword <= keywords.size(); ++keyword) {
+        const QString &text = keywords[keyword - 1];
+        if (IsEnglishWord(text)) {
+            m_english.insert(text, keyword);
+            m_englishHashes.set(HashBit(QStringView(text)));
+            continue;
+        }
+        const QString folded = m_fold.Folded(text);
+        m_hasSingles |= folded.size() == 1;
+        const char16_t second = folded.size() == 1 ? NoCharacter : folded[1].unicode();
+        int &slot = m_slots[SlotOf(folded[0].unicode(), second)];
+        m_plain.push_back({folded, keyword, slot});
+        slot = int(m_plain.size());
+    }
+}
+
+int KeywordIndex::KeywordOfWord(QStringView word) const
+{
+    QVarLengthArray<char16_t, 128> lower(word.size());
+    QVarLengthArray<quint32, 128> hashes(word.size() + 1); // of the first n characters at [n]
+    hashes[0] = 0;
+    for (qsizetype i = 0; i < word.size(); ++i) {
+        lower[i] = char16_t(word[i].unicode() | 0x20); // which leaves an apostrophe alone
+        hashes[i + 1] = HashWith(hashes[i], lower[i]);
+    }
+    const QStringView text(lower.constData(), lower.size());
+    for (const BaseForm &form : BaseForms(text)) {
+        const quint32 kept = hashes[form.kept];
+        if (!m_englishHashes.test(HashBit(form.added == 0 ? kept : HashWith(kept, form.added))))
+            continue;
+        if (const int keyword = m_english.value(form.Of(text)); keyword > 0)
+            return keyword;
+    }
+    return 0;
+}
+
+void KeywordIndex::CountPlainAt(size_t slot, QStringView rest, KeywordCounts *counts) const
+{
+    for (int at = m_slots[slot]; at > 0; at = m_plain[size_t(at) - 1].next) {
+        const PlainKeyword &plain = m_plain[size_t(at) - 1];
+        const size_t i = size_t(plain.keyword) - 1;
+        // Places do not overlap. Another keyword, or the same one by another slot, may have this one too.
+        if (rest.begin() < counts->end[i] || !BeginsWithFolded(m_fold, rest, plain.folded))
+            continue;
+        counts->end[i] = rest.begin() + plain.folded.size();
+        ++counts->count[i];
+    }
+}
+
+void KeywordIndex::CountPlain(QStringView line, KeywordCounts *counts) const
+{
+    char16_t first = line.isEmpty() ? NoCharacter : m_fold(line[0]);
+    for (qsizetype at = 0; at < line.size(); ++at) {
+        const char16_t second = at + 1 < line.size() ? m_fold(line[at + 1]) : NoCharacter;
+        if (const size_t slot = SlotOf(first, second); m_slots[slot] > 0)
+            CountPlainAt(slot, line.sliced(at), counts);
+        if (m_hasSingles)
+            CountPlainAt(SlotOf(first, NoCharacter), line.sliced(at), counts);
+        first = second;
+    }
+}
+
+void KeywordIndex::Count(const DisplayText &text, int first, int last, KeywordCounts *counts) const
+{
+    for (int line = first; line <= last; ++line) {
+        const QStringView view = text.Line(line);
+        if (!m_plain.empty())
+            CountPlain(view, counts);
+        if (!m_english.isEmpty())
+            ForEachWord(view, [&](qsizetype, QStringView word) {
+                if (const int keyword = KeywordOfWord(word); keyword > 0)
+                    ++counts->count[size_t(keyword) - 1];
+            });
+    }
+}
+
+std::unique_ptr<TextFinder> KeywordIndex::Finder(const QString &keyword) const
+{
+    if (IsEnglishWord(keyword))
+        return std::make_unique<WordFinder>(*this, m_english.value(keyword));
+    return std::make_unique<PlainFinder>(keyword);
+}
