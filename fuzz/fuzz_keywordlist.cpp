@@ -1,35 +1,104 @@
-// Any file as a keyword list, and any text searched with it.
+// Any file as a keyword list, and any text searched with it and for any words: what is found at one go, bit by bit and
+// step by step is what a plain scan of each line finds.
 #include "input.h"
 #include "require.h"
 #include "search/modSearch.h"
+#include "text/modInflection.h"
 #include "text/modReadText.h"
 
-// Input: the list up to a zero byte, the text.
+#include <QRegularExpression>
+
+namespace {
+
+std::vector<TextSpan> PlainScan(const DisplayText &text, const QString &wanted)
+{
+    std::vector<TextSpan> spans;
+    for (int line = 1; line <= text.LineCount() && !wanted.isEmpty(); ++line)
+        for (qsizetype at = 0; (at = text.Line(line).indexOf(wanted, at, Qt::CaseInsensitive)) >= 0;
+             at += wanted.size())
+            spans.push_back(TextSpan::At(line, at, wanted.size()));
+    return spans;
+}
+
+std::vector<TextSpan> ScanByWord(const DisplayText &text, const QStringList &keywords, const QString &keyword)
+{
+    static const QRegularExpression word(QStringLiteral("[A-Za-z']+"));
+    std::vector<TextSpan> spans;
+    for (int line = 1; line <= text.LineCount(); ++line)
+        for (const auto &match : word.globalMatch(text.Line(line).toString())) {
+            const int index = FindWithInflections(keywords, match.captured().toLower());
+            if (index > 0 && keywords[index - 1] == keyword)
+                spans.push_back(TextSpan::At(line, match.capturedStart(), match.capturedLength()));
+        }
+    return spans;
+}
+
+/// Steps from a line round the text, and all that is said on the way.
+void RequireSteps(Hits *hits, const std::vector<TextSpan> &expected, int startLine, bool backwards)
+{
+    const QDeadlineTimer noTime(0);
+    TextSpan at{.line = startLine};
+    const auto behind = std::upper_bound(expected.begin(), expected.end(), at, IsBefore);
+    size_t i = size_t(behind - expected.begin()) + expected.size();
+    for (size_t step = 0; step <= expected.size(); ++step) {
+        std::optional<HitStep> next;
+        while (!(next = hits->Next(at, backwards, noTime))) {
+        }
+        if (expected.empty()) {
+            Require(next->span == TextSpan());
+            return;
+        }
+        i = backwards ? i - 1 : step == 0 ? i : i + 1;
+        const size_t place = (i + expected.size()) % expected.size();
+        Require(next->span == expected[place]);
+        Require(next->isWrapped == (backwards ? !IsBefore(next->span, at) : !IsBefore(at, next->span)));
+        at = next->span;
+        i = place + expected.size();
+    }
+    while (!hits->CountOn(noTime)) {
+    }
+    Require(hits->Count() == int(expected.size()));
+    for (size_t n = 0; n < expected.size(); ++n)
+        Require(hits->NumberOf(expected[n]) == int(n) + 1);
+}
+
+} // namespace
+
+// Input: the list up to a zero byte, the words that are searched for up to another, the text.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {
     static const FuzzFile file(QStringLiteral("KeywordList.txt"));
     FuzzInput input(data, size);
     file.Write(input.TakeText());
+    StudyLines wanted;
+    ReadAllLines(input.TakeText(), ExpandTabs::No, &wanted);
     StudyLines lines;
     ReadAllLines(input.TakeRest(), ExpandTabs::No, &lines);
     if (!lines.BracketsTakeTurns())
         return 0; // no study file
     const DisplayText text(std::move(lines));
+    const int startLine = int(size) % (text.LineCount() + 1) + 1; // one behind the end too
+    constexpr int stretchLines = 2;
 
-    KeywordSearch search(ReadKeywordList(file.Path()));
+    for (int line = 1; line <= wanted.Count(); ++line) {
+        const QString words = wanted.at1(line).toString();
+        Hits hits(&text, std::make_unique<PlainFinder>(words), startLine, stretchLines);
+        RequireSteps(&hits, PlainScan(text, words), startLine, size % 2 == 0);
+    }
+    const KeywordList list = ReadKeywordList(file.Path());
+    Require(std::is_sorted(list.words.begin(), list.words.end()));
+    Require(list.words.isEmpty() || list.fault.isEmpty());
+    KeywordSearch search(list);
     search.SetText(&text);
-    Require(std::is_sorted(search.List().words.begin(), search.List().words.end()));
-    Require(search.List().words.isEmpty() || search.List().fault.isEmpty());
-    for (const QString &keyword : search.KeywordsWith(QString())) {
-        TextSpan last;
-        for (const TextSpan &span : search.SpansOf(keyword)) {
-            Require(span.line >= 1 && span.line <= text.LineCount());
-            Require(span.column >= 1 && span.column - 1 + span.length <= text.Line(span.line).size());
-            Require(span.line > last.line || (span.line == last.line && span.column > last.column));
-            last = span;
-        }
-        Require(NextSpan(search.SpansOf(keyword), last, false) ==
-                (last.line == 0 ? TextSpan() : search.SpansOf(keyword).front()));
+    while (!search.CountOn(QDeadlineTimer(0))) {
+    }
+    const KeywordIndex index(list.words);
+    for (const QString &keyword : list.words) {
+        const std::vector<TextSpan> expected =
+            IsEnglishWord(keyword) ? ScanByWord(text, list.words, keyword) : PlainScan(text, keyword);
+        Require(search.CountOf(keyword) == int(expected.size()));
+        Hits hits(&text, index.Finder(keyword), startLine, stretchLines);
+        RequireSteps(&hits, expected, startLine, size % 2 == 1);
     }
     return 0;
 }
