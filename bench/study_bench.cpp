@@ -8,7 +8,7 @@
 #include "files/frmFile.h"
 #include "files/modHistory.h"
 #include "files/modStudyFolder.h"
-#include "search/modSearch.h"
+#include "search/frmSearch.h"
 #include "settings/frmMsg.h"
 #include "settings/modCharCode.h"
 #include "settings/modZoom.h"
@@ -20,14 +20,18 @@
 #include "view/picText.h"
 
 #include <QApplication>
+#include <QLineEdit>
 #include <QListView>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QTimer>
 #include <QWheelEvent>
 
+#include <algorithm>
+#include <array>
 #include <benchmark/benchmark.h>
 #include <cstring>
+#include <ctime>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -271,25 +275,88 @@ BENCHMARK(Zoom)->Apply(InShortAndLongFile);
 BENCHMARK(ScrollSideways)->Apply(InShortAndLongFile);
 BENCHMARK(AskWhetherAllIsShown)->Arg(1'000)->Arg(1'000'000);
 
-void SearchText(benchmark::State &state)
+void CountHits(benchmark::State &state)
 {
     const DisplayText text = LoadText(StudyFilePath(state.range(0)));
-    for (auto step : state)
-        benchmark::DoNotOptimize(FindText(text, u"春夏"_s).size());
+    const QString wanted = std::array{u"春夏"_s, u"wor"_s, u"s"_s}.at(size_t(state.range(1)));
+    for (auto step : state) {
+        Hits hits(&text, std::make_unique<PlainFinder>(wanted), 1);
+        hits.CountOn(QDeadlineTimer(QDeadlineTimer::Forever));
+        state.counters["hits"] = hits.Count();
+    }
 }
-BENCHMARK(SearchText)->Arg(30'000)->Unit(benchmark::kMillisecond);
+BENCHMARK(CountHits)->ArgsProduct({{30'000, 1'000'000}, {0, 1, 2}})->Unit(benchmark::kMillisecond);
 
-void MatchKeywords(benchmark::State &state)
+/// Keywords that a text has: beginnings of its words, half of them English.
+KeywordList KeywordsOf(const DisplayText &text, int count)
+{
+    KeywordList list;
+    QStringList words[2];
+    for (int line = 1; line <= text.LineCount(); line += 7) {
+        const QString word = text.Line(line).trimmed().toString().section(u' ', 0, 0).section(u'\t', 0, 0).left(4);
+        QStringList &kind = words[IsEnglishWord(word) ? 1 : 0];
+        if (word.size() > 1 && kind.size() < count / 2 && !kind.contains(word))
+            kind += word;
+    }
+    list.words = words[0] + words[1];
+    std::sort(list.words.begin(), list.words.end());
+    return list;
+}
+
+void CountKeywords(benchmark::State &state)
 {
     const DisplayText text = LoadText(StudyFilePath(state.range(0)));
-    KeywordList list;
-    for (int i = 0; i < 5000; ++i)
-        list.words += u"word"_s + QString::number(10'000 + i);
-    KeywordSearch search(list);
-    for (auto step : state)
+    KeywordSearch search(KeywordsOf(text, 500));
+    for (auto step : state) {
         search.SetText(&text);
+        search.CountOn(QDeadlineTimer(QDeadlineTimer::Forever));
+    }
+    state.counters["keywords"] = double(search.List().words.size());
 }
-BENCHMARK(MatchKeywords)->Arg(30'000)->Unit(benchmark::kMillisecond);
+BENCHMARK(CountKeywords)->Arg(30'000)->Arg(1'000'000)->Unit(benchmark::kMillisecond);
+
+/// CPU time of a step, in milliseconds.
+template <typename Step>
+double TimeOf(const Step &step)
+{
+    const std::clock_t start = std::clock();
+    step();
+    return double(std::clock() - start) * 1000 / CLOCKS_PER_SEC;
+}
+
+/// Typing ten letters while 500 keywords are being counted: the longest time without a turn of the event loop, and the
+/// time from the last letter to a place 10,000 lines from the page in view.
+void TypeSearch(benchmark::State &state)
+{
+    const DisplayText text = LoadText(StudyFilePath(state.range(0)));
+    KeywordSearch search(KeywordsOf(text, 500));
+    const int topLine = qMax(1, text.LineCount() - 10'000);
+    const QString wanted = text.Line(text.LineCount()).trimmed().toString();
+    double longest = 0;
+    double toHit = 0;
+    for (auto step : state) {
+        frmSearch window(
+            search, [topLine] { return topLine; }, nullptr);
+        window.SetText(&text);
+        window.Open();
+        QCoreApplication::processEvents();
+        auto *const box = window.findChild<QLineEdit *>(u"txtSearch"_s);
+        for (int letter = 0; letter < 10; ++letter) {
+            QKeyEvent key(QEvent::KeyPress, 0, Qt::NoModifier, wanted.mid(letter, 1));
+            longest = qMax(longest, TimeOf([&] { QCoreApplication::sendEvent(box, &key); }));
+            for (int turn = 0; turn < 10; ++turn)
+                longest = qMax(longest, TimeOf([] { QCoreApplication::processEvents(); }));
+        }
+        box->setText(wanted.chopped(1));
+        toHit = qMax(toHit, TimeOf([&] {
+                         box->setText(wanted);
+                         window.GoOn(false);
+                     }));
+    }
+    state.counters["longest_ms"] = longest;
+    state.counters["to_hit_ms"] = toHit;
+}
+BENCHMARK(TypeSearch)->Arg(30'000)->Arg(1'000'000)->Iterations(5)->Unit(benchmark::kMillisecond);
 
 void ListFolder(benchmark::State &state)
 {

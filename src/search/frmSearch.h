@@ -24,7 +24,7 @@ class frmSearch : public QDialog
   public:
     /// @param topLine  tells the top line of the page in view, from which a search starts
     /// @param sliceMs  longest time of counting without a break, some lines excepted; a quarter of a frame or less
-    frmSearch(KeywordSearch &search, std::function<int()> topLine, QWidget *owner, int sliceMs = 3);
+    frmSearch(KeywordSearch &search, std::function<int()> topLine, QWidget *owner, int sliceMs = 2);
 
     /// Shows the window with its box ready for typing: beside its owner at first, later where the learner left it.
     void Open();

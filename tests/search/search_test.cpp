@@ -211,7 +211,7 @@ namespace {
 class SearchWindowTest : public SearchTest
 {
   protected:
-    void Open(const QByteArray &keywords, int sliceMs = 3)
+    void Open(const QByteArray &keywords, int sliceMs = 2)
     {
         search = std::make_unique<KeywordSearch>(ReadKeywordList(WriteList(keywords)));
         search->SetText(&text);
