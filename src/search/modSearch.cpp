@@ -98,7 +98,7 @@ QPoint PlaceBeside(const QRect &beside, const QSize &size, const QRect &screen)
     const int leftOf = beside.left() - size.width();
     int x = rightOf;
     if (rightOf + size.width() > screen.right() + 1)
-        x = leftOf >= screen.left() ? leftOf : std::min(rightOf, screen.right() + 1) - size.width();
+        x = leftOf >= screen.left() ? leftOf : screen.right() + 1 - size.width();
     const int y = std::min(beside.top(), screen.bottom() + 1 - size.height());
     return {std::max(x, screen.left()), std::max(y, screen.top())};
 }

@@ -61,8 +61,8 @@ class KeywordSearch
     int m_countedLines = 0;
 };
 
-/// Where a window stands beside another: to the right of it, else to the left, else over its right edge; its top at the
-/// same height as far as the screen has room.
+/// Where a window stands beside another: to the right of it, else to the left, else at the right edge of the
+/// screen, where it covers little of the other; its top at the same height as far as the screen has room.
 /// @param beside   the other window, frame included; @param size  of the window to place, frame included
 /// @param screen   the part that no panel covers
 QPoint PlaceBeside(const QRect &beside, const QSize &size, const QRect &screen);

@@ -194,7 +194,7 @@ TEST(PlaceBeside, TakesTheSideThatHasRoom)
     const QSize size(300, 400);
     const Rows<QRect, QPoint> rows = {
         {QRect(100, 50, 600, 500), QPoint(700, 50)},
-        {QRect(101, 50, 600, 500), QPoint(401, 50)}, // a pixel short at the right, and no room at the left
+        {QRect(101, 50, 600, 500), QPoint(700, 50)}, // a pixel short at the right, and no room at the left
         {QRect(350, 50, 600, 500), QPoint(50, 50)},
         {QRect(0, 30, 1000, 570), QPoint(700, 30)},
         {QRect(100, 300, 600, 300), QPoint(700, 200)},
