@@ -279,9 +279,12 @@ void StudyStateBar::ShowProgress(const StudyRound &round, const PageInView &page
 void StudyStateBar::ShowKeyword(const QString &wanted, bool isFound, const QString &where)
 {
     const int widestPx = fontMetrics().averageCharWidth() * 24; // so that a long word does not hide the verdict
+    const QStringList parts = where.split(u'　'); // "2 / 6", and that the search has come round
     lblKeyword->setText(fontMetrics().elidedText(wanted, Qt::ElideMiddle, widestPx) +
-                        (isFound ? QString(u"　"_s + where) : u"はありません"_s));
+                        (isFound ? QString(u"　"_s + parts.first()) : u"はありません"_s));
     lblKeyword->show();
+    if (isFound && parts.size() > 1)
+        ShowNotice(parts.last()); // beside the others it would wrap the row, and the page would move
 }
 
 void StudyStateBar::ShowFileChange(bool isChanged)
