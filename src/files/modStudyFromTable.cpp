@@ -340,7 +340,8 @@ QString QuoteNeverClosedMessage(const QString &name, int line)
 {
     return u"次のファイルの"_s + QString::number(line) +
            u"行目から始まる \" が閉じられていないため，表として読めません。"_s + FileNameLine(name) +
-           u"\r\n\r\n\" を文字として使う所では，\"\" と二つ続け，前後も \" で囲んでください。"_s;
+           u"\r\n\r\n\" で始まるセルは，終わりにも \" を付けてください。\" を文字として使う所では，\"\" と二つ続け，"
+           u"セルの前後も \" で囲んでください。"_s;
 }
 
 QString EmptyTableMessage(const QString &name)

@@ -31,6 +31,23 @@ int LineAt(QStringView text, qsizetype place)
     return line;
 }
 
+/// The line that a place in a text stands on, without its end.
+QStringView LineAround(QStringView text, qsizetype place)
+{
+    qsizetype start = place;
+    while (start > 0 && !IsLineEnd(text[start - 1]))
+        --start;
+    return text.sliced(start, std::find_if(text.begin() + place, text.end(), IsLineEnd) - text.begin() - start);
+}
+
+/// The first line that holds more than blanks. @param start  where the text begins
+QStringView FirstLine(QStringView text, qsizetype start)
+{
+    const auto first =
+        std::find_if(text.begin() + start, text.end(), [](QChar character) { return !character.isSpace(); });
+    return first == text.end() ? QStringView() : LineAround(text, first - text.begin());
+}
+
 } // namespace
 
 int Table::CellCount(int row) const
@@ -61,7 +78,9 @@ class TableReader
 {
   public:
     TableReader(QStringView text, const TableFormat &format)
-        : m_source(text), m_format(format), m_at(format.start), m_number(format.firstNumber)
+        : m_source(text), m_format(format), m_isTabbed(format.separator == u'\t'),
+          m_tabsOfLine(m_isTabbed ? FirstLine(text, format.start).count(u'\t') : 0), m_at(format.start),
+          m_number(format.firstNumber)
     {
     }
 
@@ -127,6 +146,16 @@ class TableReader
     Quoted ReadQuotedCell()
     {
         const qsizetype cellStart = m_table.m_text.size();
+        const Quoted quoted = TakeQuotedCell();
+        if (quoted == Quoted::Ends)
+            return quoted;
+        m_table.m_text.truncate(cellStart);
+        // Programs that write tabs write quotes as they are: there one that never closes is a quote and no fault.
+        return m_isTabbed ? Quoted::IsNone : quoted;
+    }
+
+    Quoted TakeQuotedCell()
+    {
         bool hasLineEnds = false;
         qsizetype at = m_at + 1;
         for (bool isOpen = true; isOpen;) {
@@ -143,13 +172,25 @@ class TableReader
         }
         while (at < m_source.size() && m_source[at] == u' ' && !EndsCell(u' '))
             ++at;
-        if (at == m_source.size() || EndsCell(m_source[at])) {
+        if ((at == m_source.size() || EndsCell(m_source[at])) && !(hasLineEnds && HoldsWholeRows(at))) {
             m_at = at;
             return Quoted::Ends;
         }
-        m_table.m_text.truncate(cellStart);
         // Nobody quotes a speaker over several lines: there the quote that ends the cell was forgotten.
         return hasLineEnds ? Quoted::NeverEnds : Quoted::IsNone;
+    }
+
+    /// Whether a quoted cell of a tabbed table runs over lines that are rows by themselves: it ends with the quote of
+    /// another cell then. @param end  behind the cell
+    bool HoldsWholeRows(qsizetype end) const
+    {
+        if (m_tabsOfLine == 0 || LineAround(m_source, m_at).count(u'\t') != m_tabsOfLine)
+            return false;
+        for (qsizetype at = m_at; at < end; ++at)
+            if (IsLineEnd(m_source[at]) && LineAround(m_source, at + 1).count(u'\t') != m_tabsOfLine &&
+                !m_source.sliced(at).startsWith(u"\r\n"))
+                return false;
+        return true;
     }
 
     bool EndsCell(QChar character) const
@@ -191,6 +232,8 @@ class TableReader
 
     QStringView m_source;
     const TableFormat &m_format;
+    bool m_isTabbed;
+    qsizetype m_tabsOfLine; // in the first line of a tabbed table
     qsizetype m_at;
     int m_number;
     Table m_table;

@@ -72,7 +72,8 @@ struct TableFormat
 ///          / *( any character but the separator, CR and LF )
 ///
 /// A cell that begins with a quote and goes on behind the closing one, "so" as a speaker is quoted, is of the second
-/// kind, where the quotes stand for themselves. Rows of nothing but blanks are left out.
+/// kind, where the quotes stand for themselves. So is, between tabs, one whose quote never closes, or closes only
+/// behind lines that each have as many tabs as the first. Rows of nothing but blanks are left out.
 /// @return false when a quoted cell never ends; errorLine is then the 1-based line of the text that it begins on, and
 /// the table is empty
 bool ReadTable(const QString &text, const TableFormat &format, Table *table, int *errorLine);

@@ -54,6 +54,10 @@ TEST(ReadTable, TakesRowsApartAsRfc4180AndPeoplesProgramsHaveThem)
         {"uneven rows", u"a,b\nc\nd,e,f\n"_s, u"a|b/c/d|e|f"_s},
         {"no row", u"\r\n\n"_s, QString()},
         {"quoted row of nothing", u"a\n\"\"\nb"_s, u"a//b"_s},
+        {"quote never closed between tabs", u"a\tb\n\"c\td\ne\t\"f"_s, u"a|b/\"c|d/e|\"f"_s},
+        {"closed only by the quote of a later row", u"a\t\"b\r\nc\td\"\r\ne\tf"_s, u"a|\"b/c|d\"/e|f"_s},
+        {"line end in a cell between tabs", u"a\t\"b\nc\"\n\"d\ne\"\tf\n"_s, u"a|b\nc/d\ne|f"_s},
+        {"line end and tab in a cell", u"a\tb\tc\n\"d\te\nf\"\tg\th"_s, u"a|b|c/d\te\nf|g|h"_s},
     };
     for (const auto &[name, text, expected] : rows)
         EXPECT_EQ(Joined(TableOf(text)), expected) << name;
@@ -83,7 +87,7 @@ TEST(ReadTable, QuoteNeverClosed_IsRefusedWithItsLine)
         {"to the end", u"a,b\r\nc,\"d\r\ne,f\r\n"_s, 2},
         {"line ends in a cell before it", u"\"a\n1\",b\rc,d\n\"e"_s, 4},
         {"up to the next quoted cell", u"a,\"b\nc,\"d\"\n"_s, 1},
-        {"a quote alone", u"\""_s, 1},
+        {"a quote alone", u"a;b\n\""_s, 2},
     };
     for (const auto &[name, text, line] : rows) {
         Table table;
