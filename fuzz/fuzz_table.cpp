@@ -63,7 +63,7 @@ void CheckStudyText(const Table &table, TableOptions options)
 {
     static const FuzzFile file(QStringLiteral("study.txt"));
     QString message;
-    PreviewText(table, options, 5);
+    PreviewText(table, options);
     if (!ConvertBetween(&options.between, &message)) {
         Require(!message.isEmpty());
         return;

@@ -24,7 +24,6 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-constexpr int PreviewRows = 20;
 constexpr qsizetype CellCharacters = 24; // of a cell that are shown
 constexpr int LongestBetween = 20;
 constexpr int WidestChars = 60;
@@ -247,11 +246,11 @@ void frmTable::txtSeparator_Change()
 void frmTable::ShowPreview()
 {
     const TableOptions options = Options();
-    const QString text = PreviewText(m_table, options, PreviewRows);
+    const QString text = PreviewText(m_table, options);
+    const QString hint = PreviewHint(text, options);
     txtPreview->setPlainText(text);
-    const bool hasBlanks = options.isHidden.contains(true) || text.contains(u'[');
-    cmdOK->setEnabled(hasBlanks);
-    lblHint->setText(hasBlanks ? QString() : u"隠す列を一つ以上選んでください。"_s);
+    cmdOK->setEnabled(hint.isEmpty());
+    lblHint->setText(hint);
 }
 
 TableOptions frmTable::Options() const

@@ -182,6 +182,16 @@ class StudyTextMaker
     TableStudyText m_study;
 };
 
+/// The last of the first columns with any text in the rows that are shown; 0 when there is none.
+int LastColumnWithText(const Table &table, int columns)
+{
+    for (int column = columns; column > 0; --column)
+        for (int row = 1; row <= qMin(table.RowCount(), PreviewRows); ++row)
+            if (!table.Cell(row, column).trimmed().isEmpty())
+                return column;
+    return 0;
+}
+
 /// "表の3行目 2列目：é（U+00E9）"
 QString NameWithCell(const TableCells &cells, const CharacterAt &at)
 {
@@ -231,7 +241,11 @@ QList<bool> HiddenAtFirst(const Table &table)
 {
     QList<bool> isHidden(table.ColumnCount(), false);
     const int ofFirstRow = table.CellCount(1);
-    isHidden[(ofFirstRow > 1 ? ofFirstRow : table.ColumnCount()) - 1] = true;
+    int column = LastColumnWithText(table, ofFirstRow > 1 ? ofFirstRow : table.ColumnCount());
+    if (column == 0)
+        column = LastColumnWithText(table, table.ColumnCount());
+    if (column > 0)
+        isHidden[column - 1] = true;
     return isHidden;
 }
 
@@ -269,13 +283,22 @@ TableStudyText StudyTextOf(const TableCells &cells, const TableOptions &options)
     return maker.Take();
 }
 
-QString PreviewText(const Table &table, const TableOptions &options, int mostRows)
+QString PreviewText(const Table &table, const TableOptions &options)
 {
-    QStringList lines = StudyTextOf(CellsOf(table, options, mostRows), options).text.split(LineEnd.toString());
-    lines = lines.first(qMin(lines.size(), qsizetype(mostRows)));
+    QStringList lines = StudyTextOf(CellsOf(table, options, PreviewRows), options).text.split(LineEnd.toString());
+    lines = lines.first(qMin(lines.size(), qsizetype(PreviewRows)));
     for (QString &line : lines)
         line.truncate(MaxLineBytes); // one that cannot be broken may have millions
     return lines.join(u'\n');
+}
+
+QString PreviewHint(const QString &preview, const TableOptions &options)
+{
+    if (preview.contains(u'['))
+        return QString();
+    if (preview.isEmpty())
+        return u"表の初めの行に文字がありません。"_s;
+    return options.isHidden.contains(true) ? u"隠す列に文字がありません。"_s : u"隠す列を一つ以上選んでください。"_s;
 }
 
 bool EncodeStudyText(const TableStudyText &study, QByteArray *bytes, QString *message)

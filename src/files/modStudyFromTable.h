@@ -14,6 +14,7 @@
 #include <vector>
 
 constexpr int MostColumns = 100;
+constexpr int PreviewRows = 20; // of a table, and lines of its study file, that are shown
 
 /// Reads a table in any character code that can be told.
 /// @return false when it cannot be read, is no text, has no rows, more than MostColumns columns or a quote that is
@@ -28,8 +29,9 @@ struct TableOptions
     bool skipsFirstRow = false;
 };
 
-/// The columns that are hidden unless the user wants others: the last of the first row, if that has several, else the
-/// last of all.
+/// The columns that are hidden unless the user wants others: the last with any text in the rows that are shown. Columns
+/// that the first row lacks count only where that has a single one, or where no other has text: a separator in the text
+/// of one row makes a column too.
 QList<bool> HiddenAtFirst(const Table &table);
 
 /// Cells as one text that can be converted as a whole.
@@ -62,7 +64,10 @@ struct TableStudyText
 TableStudyText StudyTextOf(const TableCells &cells, const TableOptions &options);
 
 /// The first lines as StudyTextOf makes them of the table's first rows, before their characters are converted.
-QString PreviewText(const Table &table, const TableOptions &options, int mostRows);
+QString PreviewText(const Table &table, const TableOptions &options);
+
+/// What keeps a study file from being made, by its first lines: they hold no blank. Empty when they do.
+QString PreviewHint(const QString &preview, const TableOptions &options);
 
 /// The lines as bytes of a study file.
 /// @return false when it would be refused as a whole, or holds nothing to learn; message then holds the whole of it for

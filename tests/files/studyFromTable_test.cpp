@@ -133,6 +133,30 @@ TEST(StudyTextOf, MakesALineOfEachRow)
     EXPECT_EQ(StudyOf(u"word,meaning\na,b"_s, options).text, u"[a]  b\r\n"_s);
 }
 
+TEST(HiddenAtFirst, IsTheLastColumnWithText)
+{
+    const QString emptyRows = u"a,\n"_s.repeated(PreviewRows);
+    const Rows<const char *, QString, QList<bool>, QString> rows = {
+        {"usual", u"a,b\nc,d"_s, {false, true}, QString()},
+        {"empty columns behind", u"a,b,, \nc,d,,"_s, {false, true, false, false}, QString()},
+        {"filled in a later row", u"a,\nc,d"_s, {false, true}, QString()},
+        {"a separator in the text of a row", u"a,b\nc,d,e"_s, {false, true, false}, QString()},
+        {"a title above", u"Unit 3\na,b"_s, {false, true}, QString()},
+        {"a first row of nothing", u",\n,,c"_s, {false, false, true}, QString()},
+        {"filled behind the rows that are shown", emptyRows + u"a,b"_s, {true, false}, QString()},
+        {"separators only", u",,\n,,"_s, {false, false, false}, u"表の初めの行に文字がありません。"_s},
+    };
+    for (const auto &[name, csv, isHidden, hint] : rows) {
+        const Table table = TableOf(csv.toUtf8());
+        EXPECT_EQ(HiddenAtFirst(table), isHidden) << name;
+        EXPECT_EQ(PreviewHint(PreviewText(table, Hiding(isHidden)), Hiding(isHidden)), hint) << name;
+    }
+    const TableOptions nothing = Hiding({false, false});
+    EXPECT_EQ(PreviewHint(u"a　b"_s, nothing), u"隠す列を一つ以上選んでください。"_s);
+    EXPECT_EQ(PreviewHint(u"a [b]"_s, nothing), QString()) << "marked in the table";
+    EXPECT_EQ(PreviewHint(u"a"_s, Hiding({false, true})), u"隠す列に文字がありません。"_s);
+}
+
 TEST(StudyTextOf, BracketsThatDoNotPairBecomeFullWidth)
 {
     // The first column is hidden.
