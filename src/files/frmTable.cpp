@@ -10,6 +10,7 @@
 #include "widgets/ScreenFit.h"
 
 #include <QCheckBox>
+#include <QComboBox>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QGridLayout>
@@ -17,6 +18,7 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScrollArea>
+#include <QSignalBlocker>
 
 #include <utility>
 
@@ -26,6 +28,8 @@ namespace {
 
 constexpr qsizetype CellCharacters = 24; // of a cell that are shown
 constexpr int LongestBetween = 20;
+constexpr CharCode Codes[] = {CharCode::None,    CharCode::Sjis, CharCode::Utf8,
+                              CharCode::Utf16Le, CharCode::Euc,  CharCode::Jis}; // the first by itself
 constexpr int WidestChars = 60;
 
 /// A cell as far as it fits into the view, on one line.
@@ -33,6 +37,12 @@ QString ShownCell(QStringView cell)
 {
     const QString text = cell.first(qMin(cell.size(), CellCharacters + 1)).toString().simplified();
     return cell.size() > CellCharacters ? text.left(CellCharacters) + u'…' : text;
+}
+
+/// The choice of the character code that was found.
+QString FoundCode(CharCode code)
+{
+    return u"自動（"_s + TableCodeName(code) + u'）';
 }
 
 QLabel *LabelOf(QWidget *buddy, const QString &name, const QString &caption)
@@ -46,7 +56,8 @@ QLabel *LabelOf(QWidget *buddy, const QString &name, const QString &caption)
 
 frmTable::frmTable(frmMsg &msg, const QString &studyFolder, QWidget *owner)
     : QDialog(owner), m_msg(msg), m_studyFolder(studyFolder),
-      lblTable(new ElidedLabel(u"lblTable"_s, WidestChars, this)), fraTable(new QScrollArea(this)),
+      lblTable(new ElidedLabel(u"lblTable"_s, WidestChars, this)), cboCode(new QComboBox(this)),
+      cboTableSeparator(new QComboBox(this)), fraTable(new QScrollArea(this)),
       chkHeader(new QCheckBox(u"1行目は見出し（学習ファイルに入れない）(&H)"_s, this)),
       txtSeparator(new QLineEdit(this)), txtName(new QLineEdit(this)), txtPreview(new QPlainTextEdit(this)),
       lblHint(NamedLabel(u"lblHint"_s, QString(), this))
@@ -64,12 +75,15 @@ QString frmTable::AskForTable(const QString &folder, QWidget *owner)
 QString frmTable::Make(const QString &tablePath)
 {
     m_madeName.clear();
-    QString message;
-    if (!ReadTableFile(tablePath, &m_table, &message)) {
-        m_msg.DispFrmMsg(parentWidget(), message, MsgStyle::Ok, u"notify.wav"_s);
+    m_tablePath = tablePath;
+    m_found = TableReading();
+    TableRefusal refusal;
+    if (!ReadTableFile(tablePath, &m_found, &m_table, &refusal)) {
+        m_msg.DispFrmMsg(parentWidget(), TableNotReadMessage(QFileInfo(tablePath).fileName(), refusal), MsgStyle::Ok,
+                         u"notify.wav"_s);
         return QString();
     }
-    ShowTable(tablePath);
+    ShowTable();
     exec();
     m_table = Table();
     return m_madeName;
@@ -102,6 +116,7 @@ void frmTable::Form_Load()
     tableRow->addWidget(NamedLabel(u"lblTableCaption"_s, u"表："_s, this));
     tableRow->addWidget(lblTable, 1);
     column->addLayout(tableRow);
+    column->addLayout(ReadingRow());
     column->addWidget(fraTable, 3);
     column->addWidget(chkHeader);
     column->addLayout(Inputs());
@@ -110,6 +125,34 @@ void frmTable::Form_Load()
     column->addLayout(Buttons());
     SetTabOrder();
     FitToScreen(this, content, QSize(fontMetrics().averageCharWidth() * 90, linePx * 26));
+}
+
+QLayout *frmTable::ReadingRow()
+{
+    cboCode->setObjectName(u"cboCode"_s);
+    cboCode->setAccessibleName(u"表の文字コード"_s);
+    cboCode->setToolTip(u"表の文字が正しく見えないときに選びます (Alt+C)"_s);
+    for (const CharCode code : Codes)
+        cboCode->addItem(code == CharCode::None ? FoundCode(CharCode::Sjis) : TableCodeName(code)); // the longest first
+    connect(cboCode, &QComboBox::currentIndexChanged, this, &frmTable::cboCode_Change);
+    cboTableSeparator->setObjectName(u"cboTableSeparator"_s);
+    cboTableSeparator->setAccessibleName(u"表の区切り"_s);
+    cboTableSeparator->setToolTip(u"表の列と列の間にある文字。「 - 」のような文字も入力できます (Alt+S)"_s);
+    cboTableSeparator->setEditable(true);
+    cboTableSeparator->setInsertPolicy(QComboBox::NoInsert);
+    cboTableSeparator->lineEdit()->setObjectName(u"txtTableSeparator"_s);
+    cboTableSeparator->lineEdit()->setMaxLength(LongestBetween);
+    for (const QString &separator : {u","_s, u"\t"_s, u";"_s})
+        cboTableSeparator->addItem(SeparatorName(separator));
+    connect(cboTableSeparator, &QComboBox::editTextChanged, this, &frmTable::cboTableSeparator_Change);
+
+    auto *const row = new QHBoxLayout;
+    row->addWidget(LabelOf(cboCode, u"lblCode"_s, u"文字コード(&C)："_s));
+    row->addWidget(cboCode);
+    row->addWidget(LabelOf(cboTableSeparator, u"lblTableSeparator"_s, u"表の区切り(&S)："_s));
+    row->addWidget(cboTableSeparator);
+    row->addStretch();
+    return row;
 }
 
 QLayout *frmTable::Inputs()
@@ -141,6 +184,8 @@ QLayout *frmTable::Buttons()
     connect(cmdCancel, &QPushButton::clicked, this, &frmTable::cmdCancel_Click);
     cmdOK->setDefault(true);
 
+    lblHint->setWordWrap(true);
+
     auto *const row = new QHBoxLayout;
     row->addWidget(lblHint, 1);
     row->addWidget(cmdOK);
@@ -151,6 +196,8 @@ QLayout *frmTable::Buttons()
 void frmTable::SetTabOrder()
 {
     QWidget *last = fraTable;
+    setTabOrder(cboCode, cboTableSeparator);
+    setTabOrder(cboTableSeparator, fraTable);
     for (QWidget *const next : std::initializer_list<QWidget *>{chkHeader, txtSeparator, txtName, txtPreview, cmdOK,
                                                                 findChild<QWidget *>(u"cmdCancel"_s)}) {
         setTabOrder(last, next);
@@ -170,30 +217,60 @@ void frmTable::Form_Activate()
     chkHide.front()->setFocus();
 }
 
-void frmTable::ShowTable(const QString &tablePath)
+/// Shows a table that was just opened.
+void frmTable::ShowTable()
 {
-    const QFileInfo info(tablePath);
-    lblTable->SetText(info.fileName() + u"　"_s + QString::number(m_table.RowCount()) + u"行 "_s +
-                      QString::number(m_table.ColumnCount()) + u"列"_s);
-    txtName->setText(StudyFileTitle(info.completeBaseName()));
+    const QSignalBlocker noCode(cboCode);
+    const QSignalBlocker noSeparator(cboTableSeparator);
+    cboCode->setItemText(0, FoundCode(m_found.code));
+    cboCode->setCurrentIndex(0);
+    cboTableSeparator->setEditText(SeparatorName(m_found.separator));
+    txtName->setText(StudyFileTitle(QFileInfo(m_tablePath).completeBaseName()));
     chkHeader->setChecked(false);
-    fraTable->setWidget(TableView());
+    txtSeparator->setText(TableOptions().between);
+    m_fault.clear();
+    ShowRows(HiddenAtFirst(m_table));
+}
+
+/// Reads the table as the user wants it. Columns stay hidden where there are as many as before.
+/// @param separator  empty when it is to be found out
+void frmTable::ReadAgain(const QString &separator)
+{
+    if (m_fault.isEmpty())
+        m_lastHidden = Options().isHidden;
+    TableReading reading{Codes[cboCode->currentIndex()], separator};
+    TableRefusal refusal;
+    const bool isRead = ReadTableFile(m_tablePath, &reading, &m_table, &refusal);
+    m_fault = isRead ? QString() : refusal.reason;
+    if (separator.isEmpty()) {
+        m_found.separator = reading.separator;
+        const QSignalBlocker noSeparator(cboTableSeparator);
+        cboTableSeparator->setEditText(SeparatorName(reading.separator));
+    }
+    const bool hasSameColumns = m_lastHidden.size() == m_table.ColumnCount();
+    ShowRows(!isRead || hasSameColumns ? m_lastHidden : HiddenAtFirst(m_table));
+}
+
+void frmTable::ShowRows(const QList<bool> &isHidden)
+{
+    lblTable->SetText(QFileInfo(m_tablePath).fileName() + u"　"_s + QString::number(m_table.RowCount()) + u"行 "_s +
+                      QString::number(m_table.ColumnCount()) + u"列"_s);
+    fraTable->setWidget(TableView(isHidden));
     QWidget *last = fraTable;
     for (QCheckBox *const next : chkHide) {
         setTabOrder(last, next);
         last = next;
     }
-    txtSeparator->setText(TableOptions().between);
+    StrikeHeader();
     ShowPreview();
 }
 
 /// The first rows, below a check box for each column.
-QWidget *frmTable::TableView()
+QWidget *frmTable::TableView(const QList<bool> &isHidden)
 {
     auto *const view = new QWidget;
     auto *const grid = new QGridLayout(view);
     grid->setHorizontalSpacing(fontMetrics().averageCharWidth() * 3);
-    const QList<bool> isHidden = HiddenAtFirst(m_table);
     chkHide.clear();
     for (int column = 1; column <= m_table.ColumnCount(); ++column) {
         const QString number = QString::number(column);
@@ -219,6 +296,30 @@ QWidget *frmTable::TableView()
     return view;
 }
 
+/// A header that goes is seen to go.
+void frmTable::StrikeHeader()
+{
+    for (int column = 1; m_table.RowCount() > 0 && column <= m_table.CellCount(1); ++column) {
+        auto *const cell = fraTable->findChild<QLabel *>(u"lblCell1_%1"_s.arg(column));
+        QFont font = cell->font();
+        font.setStrikeOut(chkHeader->isChecked());
+        cell->setFont(font);
+    }
+}
+
+void frmTable::cboCode_Change()
+{
+    WriteTrace(u"■frmTable.cboCode_Change");
+    const QString name = cboTableSeparator->currentText();
+    ReadAgain(name == SeparatorName(m_found.separator) ? QString() : SeparatorByName(name));
+}
+
+void frmTable::cboTableSeparator_Change()
+{
+    WriteTrace(u"■frmTable.cboTableSeparator_Change");
+    ReadAgain(SeparatorByName(cboTableSeparator->currentText()));
+}
+
 void frmTable::chkHide_Click()
 {
     WriteTrace(u"■frmTable.chkHide_Click");
@@ -228,12 +329,7 @@ void frmTable::chkHide_Click()
 void frmTable::chkHeader_Click()
 {
     WriteTrace(u"■frmTable.chkHeader_Click");
-    for (int column = 1; column <= m_table.CellCount(1); ++column) {
-        auto *const cell = fraTable->findChild<QLabel *>(u"lblCell1_%1"_s.arg(column));
-        QFont font = cell->font();
-        font.setStrikeOut(chkHeader->isChecked());
-        cell->setFont(font);
-    }
+    StrikeHeader();
     ShowPreview();
 }
 
@@ -247,7 +343,7 @@ void frmTable::ShowPreview()
 {
     const TableOptions options = Options();
     const QString text = PreviewText(m_table, options);
-    const QString hint = PreviewHint(text, options);
+    const QString hint = m_fault.isEmpty() ? PreviewHint(text, options) : m_fault;
     txtPreview->setPlainText(text);
     cmdOK->setEnabled(hint.isEmpty());
     lblHint->setText(hint);

@@ -1,7 +1,8 @@
-// The window that makes a study file from a table: shows the first rows, takes the columns to hide, the text between
-// columns and the file's name, and shows what the file will begin with.
+// The window that makes a study file from a table: shows the first rows, takes how they are read, the columns to hide,
+// the text between columns and the file's name, and shows what the file will begin with.
 #pragma once
 
+#include "files/modReadTable.h"
 #include "files/modStudyFromTable.h"
 
 #include <QDialog>
@@ -9,6 +10,7 @@
 class ElidedLabel;
 class frmMsg;
 class QCheckBox;
+class QComboBox;
 class QLabel;
 class QLayout;
 class QLineEdit;
@@ -38,17 +40,23 @@ class frmTable : public QDialog
   private:
     void Form_Load();
     void Form_Activate();
+    void cboCode_Change();
+    void cboTableSeparator_Change();
     void chkHide_Click();
     void chkHeader_Click();
     void txtSeparator_Change();
     void cmdOK_Click();
     void cmdCancel_Click();
 
+    QLayout *ReadingRow();
     QLayout *Inputs();
     QLayout *Buttons();
     void SetTabOrder();
-    void ShowTable(const QString &tablePath);
-    QWidget *TableView();
+    void ShowTable();
+    void ReadAgain(const QString &separator);
+    void ShowRows(const QList<bool> &isHidden);
+    QWidget *TableView(const QList<bool> &isHidden);
+    void StrikeHeader();
     void ShowPreview();
     TableOptions Options() const;
     bool TakeName(QString *fileName);
@@ -58,10 +66,16 @@ class frmTable : public QDialog
 
     frmMsg &m_msg;
     QString m_studyFolder;
+    QString m_tablePath;
+    TableReading m_found; // how it was read by itself
     Table m_table;
+    QList<bool> m_lastHidden; // by column, of the table that was read last
+    QString m_fault;          // why it cannot be read as the user wants, empty when it can
     QString m_madeName;
 
     ElidedLabel *lblTable;
+    QComboBox *cboCode;
+    QComboBox *cboTableSeparator;
     QScrollArea *fraTable;
     QList<QCheckBox *> chkHide; // by column
     QCheckBox *chkHeader;

@@ -7,10 +7,6 @@
 #include "text/modBreakLines.h"
 #include "text/modCheckText.h"
 #include "text/modDecodeText.h"
-#include "text/modReadText.h"
-#include "text/modTableFormat.h"
-
-#include <QFileInfo>
 
 #include <algorithm>
 
@@ -25,11 +21,6 @@ constexpr qsizetype BeginningCharacters = 30; // of a line that a message quotes
 QString FileNameLine(const QString &name)
 {
     return u"\r\n    ファイル名＝"_s + name;
-}
-
-bool ReadsAsTable(CharCode code)
-{
-    return code != CharCode::None && code != CharCode::Utf7;
 }
 
 /// Whether a character ends a line or moves on to another column or page.
@@ -210,33 +201,6 @@ QString NameWithCell(const TableCells &cells, const CharacterAt &at)
 
 } // namespace
 
-bool ReadTableFile(const QString &path, Table *table, QString *message)
-{
-    const QString name = QFileInfo(path).fileName();
-    QByteArray bytes;
-    QString reason;
-    *table = Table();
-    if (!ReadWholeFile(path, &bytes, &reason)) {
-        *message = UnreadableFileMessage(name, reason);
-        return false;
-    }
-    const CharCode code = DetectCharCode(WholeFile(bytes));
-    const QString text = ReadsAsTable(code) ? DecodeText(bytes, code) : QString();
-    int errorLine = 0;
-    if (!ReadsAsTable(code) || text.contains(QChar::Null))
-        *message = NoTextTableMessage(name, CharCodeName(code));
-    else if (!ReadTable(text, DetectTableFormat(text), table, &errorLine))
-        *message = QuoteNeverClosedMessage(name, errorLine);
-    else if (table->RowCount() == 0)
-        *message = EmptyTableMessage(name);
-    else if (table->ColumnCount() > MostColumns)
-        *message = TooManyColumnsMessage(name, table->ColumnCount());
-    else
-        return true;
-    *table = Table();
-    return false;
-}
-
 QList<bool> HiddenAtFirst(const Table &table)
 {
     QList<bool> isHidden(table.ColumnCount(), false);
@@ -350,32 +314,6 @@ bool ConvertBetween(QString *between, QString *message)
     for (const CharacterAt &at : converted.unwritable)
         *message += u"\r\n  "_s + NameOfUnwritable(at.character);
     return false;
-}
-
-QString NoTextTableMessage(const QString &name, const QString &codeName)
-{
-    return u"次のファイルはテキストファイルではないか，読めない文字コードのため，表として読めません。"_s +
-           FileNameLine(name) + u"\r\n    文字コード＝"_s + codeName +
-           u"\r\n\r\n表計算ソフトの表は，CSV形式で保存してから選んでください。"_s;
-}
-
-QString QuoteNeverClosedMessage(const QString &name, int line)
-{
-    return u"次のファイルの"_s + QString::number(line) +
-           u"行目から始まる \" が閉じられていないため，表として読めません。"_s + FileNameLine(name) +
-           u"\r\n\r\n\" で始まるセルは，終わりにも \" を付けてください。\" を文字として使う所では，\"\" と二つ続け，"
-           u"セルの前後も \" で囲んでください。"_s;
-}
-
-QString EmptyTableMessage(const QString &name)
-{
-    return u"次のファイルには，表の行が一つもありません。"_s + FileNameLine(name);
-}
-
-QString TooManyColumnsMessage(const QString &name, int columns)
-{
-    return u"次のファイルは，列が"_s + QString::number(columns) + u"列あります。"_s + QString::number(MostColumns) +
-           u"列までの表を選んでください。"_s + FileNameLine(name);
 }
 
 QString TableAccentsQuestion(const TableCells &cells, const ConvertedText &converted)

@@ -13,13 +13,7 @@
 #include <limits>
 #include <vector>
 
-constexpr int MostColumns = 100;
 constexpr int PreviewRows = 20; // of a table, and lines of its study file, that are shown
-
-/// Reads a table in any character code that can be told.
-/// @return false when it cannot be read, is no text, has no rows, more than MostColumns columns or a quote that is
-/// never closed; message then holds the whole of it for the user, and the table is empty
-bool ReadTableFile(const QString &path, Table *table, QString *message);
 
 /// How the lines are made.
 struct TableOptions
@@ -88,11 +82,6 @@ bool CheckStudyFileTitle(const QString &title, QString *message);
 bool ConvertBetween(QString *between, QString *message);
 
 /// The texts for the user, whole, their lines separated by CR LF.
-QString NoTextTableMessage(const QString &name, const QString &codeName);
-QString QuoteNeverClosedMessage(const QString &name, int line);
-QString EmptyTableMessage(const QString &name);
-QString TooManyColumnsMessage(const QString &name, int columns);
-
 /// @param cells  as they were before the conversion
 QString TableAccentsQuestion(const TableCells &cells, const ConvertedText &converted);
 QString UnwritableCellsMessage(const TableCells &cells, const ConvertedText &converted);

@@ -11,6 +11,7 @@ namespace {
 
 constexpr QChar Quote = u'"';
 constexpr int SampleRows = 20; // that a guess is made from
+constexpr char16_t Separators[] = {u'\t', u',', u';'};
 
 bool IsLineEnd(QChar character)
 {
@@ -78,8 +79,8 @@ class TableReader
 {
   public:
     TableReader(QStringView text, const TableFormat &format)
-        : m_source(text), m_format(format), m_isTabbed(format.separator == u'\t'),
-          m_tabsOfLine(m_isTabbed ? FirstLine(text, format.start).count(u'\t') : 0), m_at(format.start),
+        : m_source(text), m_format(format), m_isCsv(format.separator == u',' || format.separator == u';'),
+          m_separatorsOfLine(SeparatorsIn(FirstLine(text, format.start))), m_at(format.start),
           m_number(format.firstNumber)
     {
     }
@@ -103,6 +104,12 @@ class TableReader
         return std::move(m_table);
     }
 
+    /// Whether a character that may separate cells stood in a quoted one.
+    bool IsQuoted(QChar separator) const
+    {
+        return m_quotedSeparators.contains(separator);
+    }
+
   private:
     enum class Quoted
     {
@@ -122,7 +129,7 @@ class TableReader
             EndCell(column);
             if (!isGood || m_at == m_source.size() || IsLineEnd(m_source[m_at]))
                 break;
-            ++m_at;
+            m_at += m_format.separator.size();
         }
         const bool isLeftOut = column == 1 && IsBlank(m_source.sliced(start, m_at - start));
         EndRow(firstCell, isLeftOut);
@@ -137,7 +144,7 @@ class TableReader
                 return quoted == Quoted::Ends;
         }
         const qsizetype start = m_at;
-        while (m_at < m_source.size() && !EndsCell(m_source[m_at]))
+        while (m_at < m_source.size() && !EndsCell(m_at))
             ++m_at;
         m_table.m_text += m_source.sliced(start, m_at - start);
         return true;
@@ -147,11 +154,15 @@ class TableReader
     {
         const qsizetype cellStart = m_table.m_text.size();
         const Quoted quoted = TakeQuotedCell();
-        if (quoted == Quoted::Ends)
+        if (quoted == Quoted::Ends) {
+            for (const QChar separator : Separators)
+                if (!IsQuoted(separator) && QStringView(m_table.m_text).sliced(cellStart).contains(separator))
+                    m_quotedSeparators += separator;
             return quoted;
+        }
         m_table.m_text.truncate(cellStart);
-        // Programs that write tabs write quotes as they are: there one that never closes is a quote and no fault.
-        return m_isTabbed ? Quoted::IsNone : quoted;
+        // Other programs than spreadsheets write quotes as they are: one that never closes is no fault there.
+        return m_isCsv ? quoted : Quoted::IsNone;
     }
 
     Quoted TakeQuotedCell()
@@ -170,9 +181,9 @@ class TableReader
                 m_table.m_text += Quote;
             at = quote + (isOpen ? 2 : 1);
         }
-        while (at < m_source.size() && m_source[at] == u' ' && !EndsCell(u' '))
+        while (at < m_source.size() && m_source[at] == u' ' && !EndsCell(at))
             ++at;
-        if ((at == m_source.size() || EndsCell(m_source[at])) && !(hasLineEnds && HoldsWholeRows(at))) {
+        if ((at == m_source.size() || EndsCell(at)) && !(hasLineEnds && HoldsWholeRows(at))) {
             m_at = at;
             return Quoted::Ends;
         }
@@ -180,22 +191,30 @@ class TableReader
         return hasLineEnds ? Quoted::NeverEnds : Quoted::IsNone;
     }
 
-    /// Whether a quoted cell of a tabbed table runs over lines that are rows by themselves: it ends with the quote of
-    /// another cell then. @param end  behind the cell
+    /// Whether a quoted cell runs over lines that are rows by themselves: the quote that ends it begins another cell
+    /// then. @param end  behind the cell
     bool HoldsWholeRows(qsizetype end) const
     {
-        if (m_tabsOfLine == 0 || LineAround(m_source, m_at).count(u'\t') != m_tabsOfLine)
+        if (m_isCsv || m_separatorsOfLine == 0 || SeparatorsIn(LineAround(m_source, m_at)) != m_separatorsOfLine)
             return false;
         for (qsizetype at = m_at; at < end; ++at)
-            if (IsLineEnd(m_source[at]) && LineAround(m_source, at + 1).count(u'\t') != m_tabsOfLine &&
+            if (IsLineEnd(m_source[at]) && SeparatorsIn(LineAround(m_source, at + 1)) != m_separatorsOfLine &&
                 !m_source.sliced(at).startsWith(u"\r\n"))
                 return false;
         return true;
     }
 
-    bool EndsCell(QChar character) const
+    qsizetype SeparatorsIn(QStringView line) const
     {
-        return character == m_format.separator || IsLineEnd(character);
+        return line.count(m_format.separator);
+    }
+
+    bool EndsCell(qsizetype at) const
+    {
+        const QString &separator = m_format.separator;
+        const QChar character = m_source[at];
+        return IsLineEnd(character) ||
+               (character == separator.front() && (separator.size() == 1 || m_source.sliced(at).startsWith(separator)));
     }
 
     void EndCell(int column)
@@ -232,8 +251,9 @@ class TableReader
 
     QStringView m_source;
     const TableFormat &m_format;
-    bool m_isTabbed;
-    qsizetype m_tabsOfLine; // in the first line of a tabbed table
+    bool m_isCsv;
+    qsizetype m_separatorsOfLine; // in the first line
+    QString m_quotedSeparators;
     qsizetype m_at;
     int m_number;
     Table m_table;
@@ -259,30 +279,49 @@ struct Likeness
     auto operator<=>(const Likeness &) const = default;
 };
 
+/// The first rows with one of the separators.
+struct Sample
+{
+    QChar separator;
+    Likeness likeness;
+    bool isEven;    // all rows have as many cells, which are several
+    QString quoted; // separators that stand in quoted cells
+};
+
+Sample SampleOf(QStringView rows, QChar separator)
+{
+    const TableFormat format{.separator = separator};
+    TableReader reader(rows, format);
+    reader.Read(SampleRows); // up to a quoted cell that never ends, if there is one
+    const Table table = reader.TakeTable();
+    std::map<int, int> rowsByCells;
+    for (int row = 1; row <= table.RowCount(); ++row)
+        ++rowsByCells[table.CellCount(row)];
+    Sample sample{separator, {}, false, {}};
+    for (const auto &[cells, count] : rowsByCells)
+        if (cells > 1)
+            sample.likeness = std::max(sample.likeness, Likeness{count, cells});
+    sample.isEven = sample.likeness.rows > 0 && sample.likeness.rows == table.RowCount();
+    for (const QChar each : Separators)
+        if (reader.IsQuoted(each))
+            sample.quoted += each;
+    return sample;
+}
+
 } // namespace
 
 QChar GuessSeparator(QStringView rows)
 {
-    QChar best = u'\t';
-    Likeness most;
-    for (const QChar separator : {u'\t', u',', u';'}) {
-        const TableFormat format{.separator = separator};
-        TableReader reader(rows, format);
-        reader.Read(SampleRows); // up to a quoted cell that never ends, if there is one
-        const Table sample = reader.TakeTable();
-        std::map<int, int> rowsByCells;
-        for (int row = 1; row <= sample.RowCount(); ++row)
-            ++rowsByCells[sample.CellCount(row)];
-        Likeness likeness;
-        for (const auto &[cells, count] : rowsByCells)
-            if (cells > 1)
-                likeness = std::max(likeness, Likeness{count, cells});
-        if (likeness > most) {
-            most = likeness;
-            best = separator;
-        }
-        if (separator == u'\t' && likeness.rows > 0 && likeness.rows == sample.RowCount())
-            break;
-    }
-    return best;
+    std::vector<Sample> samples;
+    for (const QChar separator : Separators)
+        samples.push_back(SampleOf(rows, separator));
+    Sample best = samples.front();
+    for (const Sample &sample : samples)
+        if (!samples.front().isEven && sample.likeness > best.likeness)
+            best = sample;
+    // What stands in the quotes of a table that is one with another separator separates nothing.
+    for (const Sample &sample : samples)
+        if (sample.quoted.contains(best.separator) && sample.likeness.rows >= best.likeness.rows && sample.isEven)
+            return sample.separator;
+    return best.separator;
 }

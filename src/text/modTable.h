@@ -57,7 +57,7 @@ class Table
 /// How the rows of a text are to be read.
 struct TableFormat
 {
-    QChar separator;      ///< between two cells; U+0000 while it is unknown
+    QString separator;    ///< between two cells; empty while it is unknown
     bool isHtml = false;  ///< cells are HTML and become plain text
     QList<int> leftOut{}; ///< columns that are not read, by their numbers in the text
     qsizetype start = 0;  ///< where the first row starts
@@ -72,12 +72,14 @@ struct TableFormat
 ///          / *( any character but the separator, CR and LF )
 ///
 /// A cell that begins with a quote and goes on behind the closing one, "so" as a speaker is quoted, is of the second
-/// kind, where the quotes stand for themselves. So is, between tabs, one whose quote never closes, or closes only
-/// behind lines that each have as many tabs as the first. Rows of nothing but blanks are left out.
+/// kind, where the quotes stand for themselves. So is, unless comma or semicolon separate, one whose quote never
+/// closes, or closes only behind lines that each have as many separators as the first. Rows of nothing but blanks are
+/// left out.
 /// @return false when a quoted cell never ends; errorLine is then the 1-based line of the text that it begins on, and
 /// the table is empty
 bool ReadTable(const QString &text, const TableFormat &format, Table *table, int *errorLine);
 
 /// Which of tab, comma and semicolon stands between the cells of some rows, as far as the first of them tell. Tab wins
-/// where all rows have as many, since it is in no sentence; a text without any of them has one column, and gets tab.
+/// where all rows have as many, since it is in no sentence, unless another makes a table with tabs in its quotes; a
+/// text without any of them has one column, and gets tab.
 QChar GuessSeparator(QStringView rows);

@@ -48,7 +48,7 @@ bool TakeHeaderLine(QStringView line, bool isFirst, TableFormat *format)
 
 } // namespace
 
-TableFormat DetectTableFormat(const QString &text)
+TableFormat DetectTableFormat(const QString &text, const QString &separator)
 {
     TableFormat format;
     const auto isLineEnd = [](QChar character) { return character == u'\r' || character == u'\n'; };
@@ -63,7 +63,9 @@ TableFormat DetectTableFormat(const QString &text)
         format.start = next;
         ++format.firstNumber;
     }
-    if (format.separator.isNull())
+    if (!separator.isEmpty())
+        format.separator = separator;
+    else if (format.separator.isEmpty())
         format.separator = GuessSeparator(QStringView(text).sliced(format.start));
     return format;
 }

@@ -12,4 +12,5 @@
 ///     "#columns:…" "#deck:…" "#notetype:…" "#tags:…" "#if matches:…"     nothing that is needed here
 ///
 /// The first line that is none of these is the first row.
-TableFormat DetectTableFormat(const QString &text);
+/// @param separator  stands between cells whatever the lines tell; empty when it is to be found out
+TableFormat DetectTableFormat(const QString &text, const QString &separator = QString());

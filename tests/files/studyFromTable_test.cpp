@@ -1,6 +1,7 @@
 #include "base/modFile.h"
 #include "files/frmTable.h"
 #include "files/modExport.h"
+#include "files/modReadTable.h"
 #include "files/modStudyFromTable.h"
 #include "support/Rows.h"
 #include "support/WindowTest.h"
@@ -8,6 +9,8 @@
 #include "text/modReadText.h"
 
 #include <QCheckBox>
+#include <QComboBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QStringEncoder>
@@ -18,13 +21,14 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-/// A table of a file with these bytes.
-Table TableOf(const QByteArray &bytes)
+/// A table of a file with these bytes. @param reading  how it is read
+Table TableOf(const QByteArray &bytes, TableReading reading = {})
 {
     const TestFolder folder;
     Table table;
-    QString message;
-    EXPECT_TRUE(ReadTableFile(folder.Write(u"t.csv"_s, bytes), &table, &message)) << message.toStdString();
+    TableRefusal refusal;
+    EXPECT_TRUE(ReadTableFile(folder.Write(u"t.csv"_s, bytes), &reading, &table, &refusal))
+        << refusal.reason.toStdString();
     return table;
 }
 
@@ -58,8 +62,7 @@ TEST(StudyTextOf, CellsComeBackFromTheExportOfTheFileThatWasMade)
     QByteArray exported;
     QString message;
     ASSERT_TRUE(MakeExport(folder.Write(u"a.txt"_s, ToCodePage932(study.text)), ExportKind::Csv, &exported, &message));
-    Table table;
-    ASSERT_TRUE(ReadTableFile(folder.Write(u"a.csv"_s, exported), &table, &message));
+    const Table table = TableOf(exported);
     ASSERT_EQ(table.RowCount(), 5);
     EXPECT_EQ(table.Cell(2, 3), u"apple");
     EXPECT_EQ(table.Cell(2, 4), u"／red, or green／[りんご]");
@@ -76,6 +79,8 @@ TEST(ReadTableFile, EveryCharacterCodeGivesTheSameCells)
         {"UTF-8 with its mark", "\xEF\xBB\xBF" + text.toUtf8()},
         {"UTF-16 LE", Encoded(text, QStringConverter::Utf16LE, true)},
         {"UTF-16 BE", Encoded(text, QStringConverter::Utf16BE, true)},
+        {"UTF-16 LE without its mark", Encoded(text, QStringConverter::Utf16LE, false)},
+        {"UTF-16 BE without its mark", Encoded(text, QStringConverter::Utf16BE, false)},
         {"Shift_JIS", ToCodePage932(text)},
         {"EUC", "apple,\xA4\xEA\xA4\xF3\xA4\xB4\r\n\"ice, cold\",\xC9\xB9\r\n"},
         {"JIS", "apple,\x1B$B$j$s$4\x1B(B\r\n\"ice, cold\",\x1B$BI9\x1B(B\r\n"},
@@ -91,25 +96,48 @@ TEST(ReadTableFile, EveryCharacterCodeGivesTheSameCells)
 
 TEST(ReadTableFile, WhatIsNoTableIsRefusedWithTheReason)
 {
-    const Rows<const char *, QByteArray, QString> rows = {
-        {"empty", QByteArray(), EmptyTableMessage(u"t.csv"_s)},
-        {"blank lines only", "\r\n\r\n", EmptyTableMessage(u"t.csv"_s)},
-        {"a NUL", QByteArray("\xE3\x81\x82,b\0c", 7), NoTextTableMessage(u"t.csv"_s, u"UTF8"_s)},
-        {"binary", QByteArray("PK\3\4\x14\0\6\0\x08\0\x81\xFF\xFF\xFE", 14), NoTextTableMessage(u"t.csv"_s, u"NONE"_s)},
-        {"a quote never closed", "a,b\nc,\"d\n", QuoteNeverClosedMessage(u"t.csv"_s, 2)},
-        {"one column too many", "a" + QByteArray(100, ','), TooManyColumnsMessage(u"t.csv"_s, 101)},
-        {"one byte too much", QByteArray(MostFileBytes + 1, 'a'),
-         UnreadableFileMessage(u"t.csv"_s, u"ファイルが大きすぎます。"_s)},
+    const Rows<const char *, QByteArray, TableRefusal> rows = {
+        {"empty", QByteArray(), EmptyTable()},
+        {"blank lines only", "\r\n\r\n", EmptyTable()},
+        {"a NUL", QByteArray("\xE3\x81\x82,b\0cd", 8), NoTextTable()},
+        {"binary", QByteArray("PK\3\4\x14\0\6\0\x08\0\x81\xFF\xFF\xFE", 14), NoTextTable()},
+        {"UTF-7", "+MEIwRDBG-,a", NoTextTable()},
+        {"a quote never closed", "a,b\nc,\"d\n", QuoteNeverClosed(2)},
+        {"one column too many", "a" + QByteArray(100, ','), TooManyColumns(101)},
+        {"one byte too much", QByteArray(MostFileBytes + 1, 'a'), {u"ファイルが大きすぎます。"_s, QString()}},
     };
     const TestFolder folder;
     for (const auto &[name, bytes, expected] : rows) {
         Table table;
-        QString message;
-        EXPECT_FALSE(ReadTableFile(folder.Write(u"t.csv"_s, bytes), &table, &message)) << name;
-        EXPECT_EQ(message, expected) << name;
+        TableReading reading;
+        TableRefusal refusal;
+        EXPECT_FALSE(ReadTableFile(folder.Write(u"t.csv"_s, bytes), &reading, &table, &refusal)) << name;
+        EXPECT_EQ(refusal.reason, expected.reason) << name;
+        EXPECT_EQ(refusal.advice, expected.advice) << name;
         EXPECT_EQ(table.RowCount(), 0) << name;
     }
+    EXPECT_EQ(TableNotReadMessage(u"t.csv"_s, TooManyColumns(101)),
+              u"次のファイルは，表として読めません。\r\n    ファイル名＝t.csv\r\n    理由＝列が101列あります。\r\n\r\n"
+              u"100列までの表を選んでください。"_s);
     EXPECT_EQ(TableOf("a" + QByteArray(99, ',')).ColumnCount(), MostColumns);
+}
+
+TEST(ReadTableFile, TheUsersCodeAndSeparatorGoBeforeWhatIsFound)
+{
+    const QByteArray kana = ToCodePage932(u"ﾈｺ,ｲﾇ\r\n");
+    TableReading found;
+    Table table;
+    TableRefusal refusal;
+    const TestFolder folder;
+    ASSERT_TRUE(ReadTableFile(folder.Write(u"t.csv"_s, kana), &found, &table, &refusal));
+    EXPECT_EQ(found.code, CharCode::Euc) << "as the detection has half-width kana";
+    EXPECT_EQ(SeparatorName(found.separator), u"カンマ"_s);
+    EXPECT_EQ(TableOf(kana, {CharCode::Sjis, QString()}).Cell(1, 2), u"ｲﾇ");
+    EXPECT_EQ(TableOf(kana, {CharCode::Sjis, u"ｺ"_s}).Cell(1, 2), u",ｲﾇ");
+    const QByteArray big = Encoded(u"猫,犬\r\n"_s, QStringConverter::Utf16BE, false);
+    EXPECT_EQ(TableOf(big, {CharCode::Utf16Le, QString()}).Cell(1, 2), u"犬");
+    for (const QString &separator : {u","_s, u"\t"_s, u";"_s, u" - "_s, u"|"_s})
+        EXPECT_EQ(SeparatorByName(SeparatorName(separator)), separator);
 }
 
 TEST(StudyTextOf, MakesALineOfEachRow)
@@ -338,6 +366,32 @@ TEST_F(TableWindowTest, ColumnsAreChosenTheFileIsMadeAndReplacedOnlyWhenTheUserS
     EXPECT_EQ(folder.Read(u"txt/new_words.txt"_s), ToCodePage932(u"a　[b]\r\n"));
     EXPECT_EQ(Make("a,c\n", [this](QWidget *dialog) { Click(dialog, ok); }, {ok, ok}), u"words.txt"_s);
     EXPECT_EQ(folder.Read(u"txt/words.txt"_s), ToCodePage932(u"a　[c]\r\n"));
+}
+
+TEST_F(TableWindowTest, TheTableIsReadAgainAsTheUserWantsIt)
+{
+    const auto choose = [this](QWidget *dialog) {
+        const auto *const preview = dialog->findChild<QPlainTextEdit *>(u"txtPreview"_s);
+        const auto *const hint = dialog->findChild<QLabel *>(u"lblHint"_s);
+        auto *const code = dialog->findChild<QComboBox *>(u"cboCode"_s);
+        auto *const separator = dialog->findChild<QComboBox *>(u"cboTableSeparator"_s);
+        EXPECT_EQ(code->currentText(), u"自動（EUC）"_s);
+        EXPECT_EQ(separator->currentText(), u"タブ"_s);
+        code->setCurrentText(u"Shift_JIS"_s);
+        EXPECT_EQ(preview->toPlainText(), u"\"ﾈｺ - ｲﾇ　[ｻﾙ]\n"_s);
+        separator->setEditText(u" - "_s);
+        Click(dialog, u"chkHide1"_s);
+        EXPECT_EQ(preview->toPlainText(), u"[\"ﾈｺ]　[ｲﾇ ｻﾙ]\n"_s);
+        separator->setCurrentText(u"カンマ"_s);
+        EXPECT_EQ(hint->text(), QuoteNeverClosed(1).reason);
+        EXPECT_FALSE(dialog->findChild<QAbstractButton *>(ok)->isEnabled());
+        EXPECT_TRUE(preview->toPlainText().isEmpty());
+        separator->setCurrentText(u"タブ"_s);
+        EXPECT_EQ(preview->toPlainText(), u"[\"ﾈｺ - ｲﾇ]　[ｻﾙ]\n"_s) << "what was hidden is";
+        EXPECT_EQ(hint->text(), QString());
+        dialog->close();
+    };
+    Make(ToCodePage932(u"\"ﾈｺ - ｲﾇ\tｻﾙ\n"), choose, {});
 }
 
 TEST_F(TableWindowTest, NothingIsWrittenWhereItIsRefused)

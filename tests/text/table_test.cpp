@@ -81,6 +81,23 @@ TEST(ReadTable, CellsThatAreWrittenWithQuotesComeBack)
     }
 }
 
+TEST(ReadTable, TheUsersSeparatorGoesBeforeWhatTheLinesTell)
+{
+    const Rows<const char *, QString, QString, QString> rows = {
+        {"longer than a character", u"a-b - c\nd - \"e - f\" - g\n"_s, u" - "_s, u"a-b|c/d|e - f|g"_s},
+        {"cut off by the end of the line", u"a -\nb - c -"_s, u" - "_s, u"a -/b|c -"_s},
+        {"behind a header", u"sep=;\na;b,c\n"_s, u","_s, u"a;b|c"_s},
+        {"quote never closed", u"\"a - b\nc - d\n"_s, u" - "_s, u"\"a|b/c|d"_s},
+        {"nowhere in the text", u"a,b\nc,d"_s, u"::"_s, u"a,b/c,d"_s},
+    };
+    for (const auto &[name, text, separator, expected] : rows) {
+        Table table;
+        int errorLine = 0;
+        ASSERT_TRUE(ReadTable(text, DetectTableFormat(text, separator), &table, &errorLine)) << name;
+        EXPECT_EQ(Joined(table), expected) << name;
+    }
+}
+
 TEST(ReadTable, QuoteNeverClosed_IsRefusedWithItsLine)
 {
     const Rows<const char *, QString, int> rows = {
@@ -120,6 +137,10 @@ TEST(GuessSeparator, GoesByTheFirstRows)
         {"more columns", u"a;b,c;d\ne;f,g;h\n"_s, u';'},
         {"a title above the rows", u"Unit 3\na,b\nc,d\n"_s, u','},
         {"quote never closed", u"a,\"b\nc,d\n"_s, u','},
+        {"tabs within quotes", u"\"a\t1\",b\n\"c\t2\",d\n"_s, u','},
+        {"commas within quotes", u"\"a,1\";b\n\"c,2\";d\n"_s, u';'},
+        {"a speaker's commas in a tabbed file", u"\"a, b\"\tc\n\"d, e\"\tf\n"_s, u'\t'},
+        {"a speaker's tab", u"\"a\", b\tc\n"_s, u'\t'},
         {"one column", u"apple\nice\n"_s, u'\t'},
         {"nothing", QString(), u'\t'},
     };
