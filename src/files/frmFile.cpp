@@ -213,13 +213,7 @@ void frmFile::cmdTable_Click()
     if (table.isEmpty())
         return;
     m_tableFolder = QFileInfo(table).path();
-    const QString name = frmTable(m_msg, m_folder.Path(), this).Make(table);
-    ListFiles();
-    if (!name.isEmpty()) {
-        txtFilter->clear();
-        Select(name);
-    }
-    lstFile->setFocus(); // Enter then opens the file
+    MakeFromTable(table);
 }
 
 void frmFile::cmdCancel_Click()
@@ -249,6 +243,10 @@ void frmFile::txtFilter_Change()
 void frmFile::lstFile_OLEDragDrop(const QStringList &paths)
 {
     WriteTrace(u"■frmFile.lstFile_OLEDragDrop");
+    if (paths.size() == 1 && IsTable(paths.front())) {
+        MakeFromTable(paths.front());
+        return;
+    }
     const FilesToTake files = SortFilesToTake(paths, m_folder.Path());
     QStringList wanted = files.fresh;
     if (!files.replaced.isEmpty()) {
@@ -263,8 +261,8 @@ void frmFile::lstFile_OLEDragDrop(const QStringList &paths)
     const int copied = TakeFiles(wanted, m_folder.Path(), &failures);
     ListFiles();
     for (const QString &path : wanted) {
-        if (m_files->IndexOf(QFileInfo(path).fileName()).isValid()) {
-            Select(QFileInfo(path).fileName());
+        if (const QString name = QFileInfo(path).fileName(); m_folder.Names().contains(name)) {
+            SelectNew(name);
             break;
         }
     }
@@ -306,6 +304,23 @@ void frmFile::ReadTallies()
         return;
     m_tallying->stop();
     m_files->ShowTallies();
+}
+
+void frmFile::MakeFromTable(const QString &tablePath)
+{
+    const QString name = frmTable(m_msg, m_folder.Path(), this).Make(tablePath);
+    ListFiles();
+    if (!name.isEmpty())
+        SelectNew(name);
+    lstFile->setFocus(); // Enter then opens the file
+}
+
+/// A file that was just made is seen, whatever is filtered.
+void frmFile::SelectNew(const QString &name)
+{
+    if (!m_files->IndexOf(name).isValid())
+        txtFilter->clear();
+    Select(name);
 }
 
 void frmFile::Select(const QString &name)

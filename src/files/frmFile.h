@@ -94,6 +94,8 @@ class frmFile : public QDialog
     void ListFiles();
     void RefreshWhenShown();
     void ReadTallies();
+    void MakeFromTable(const QString &tablePath);
+    void SelectNew(const QString &name);
     void Select(const QString &name);
     void EnableCommands();
     QString SelectedName() const;

@@ -2,7 +2,6 @@
 
 #include "base/modFile.h"
 #include "base/modLog.h"
-#include "platform/modReplaceFile.h"
 #include "settings/frmMsg.h"
 #include "widgets/ElidedLabel.h"
 #include "widgets/NamedControls.h"
@@ -214,7 +213,10 @@ void frmTable::showEvent(QShowEvent *event)
 void frmTable::Form_Activate()
 {
     WriteTrace(u"■frmTable.Form_Activate");
-    chkHide.front()->setFocus();
+    QCheckBox *const ticked = chkHide[qMax(0, m_lastHidden.indexOf(true))];
+    ticked->setFocus();
+    fraTable->widget()->adjustSize(); // it is laid out only once it is painted
+    fraTable->ensureWidgetVisible(ticked);
 }
 
 /// Shows a table that was just opened.
@@ -229,7 +231,8 @@ void frmTable::ShowTable()
     chkHeader->setChecked(false);
     txtSeparator->setText(TableOptions().between);
     m_fault.clear();
-    ShowRows(HiddenAtFirst(m_table));
+    m_lastHidden = HiddenAtFirst(m_table);
+    ShowRows(m_lastHidden);
 }
 
 /// Reads the table as the user wants it. Columns stay hidden where there are as many as before.
@@ -373,9 +376,11 @@ void frmTable::cmdOK_Click()
         Refuse(message);
         return;
     }
-    if (!Write(fileName, bytes))
+    QString keptName;
+    if (!Write(fileName, bytes, &keptName))
         return;
-    m_msg.DispFrmMsg(this, StudyFileMadeMessage(fileName, m_table, study, converted), MsgStyle::Ok, u"start.wav"_s);
+    m_msg.DispFrmMsg(this, StudyFileMadeMessage(fileName, keptName, m_table, study, converted), MsgStyle::Ok,
+                     u"start.wav"_s);
     m_madeName = fileName;
     accept();
 }
@@ -423,17 +428,15 @@ bool frmTable::TakeText(TableOptions options, ConvertedText *converted, TableStu
 }
 
 /// Writes the file, over one that is there only when the user says so.
-bool frmTable::Write(const QString &fileName, const QByteArray &bytes)
+bool frmTable::Write(const QString &fileName, const QByteArray &bytes, QString *keptName)
 {
     const QString path = JoinPath(m_studyFolder, fileName);
-    QString reason;
-    if (!IsRegularOrMissing(path, &reason))
-        return Refuse(StudyFileNotWrittenMessage(path, reason));
     const QFileInfo info(path);
-    if ((info.exists() || info.isSymLink()) &&
-        m_msg.DispFrmMsg(this, ReplaceStudyFileQuestion(fileName), MsgStyle::YesNo, u"notify.wav"_s) != MsgResult::Ok)
+    if ((info.isFile() || info.isSymLink()) &&
+        m_msg.DispFrmMsg(this, ReplaceStudyFileQuestion(path), MsgStyle::YesNo, u"notify.wav"_s) != MsgResult::Ok)
         return false;
-    return ReplaceFile(path, bytes, &reason) || Refuse(StudyFileNotWrittenMessage(path, reason));
+    QString message;
+    return WriteStudyFile(path, bytes, keptName, &message) || Refuse(message);
 }
 
 /// @return false, for the caller to return

@@ -41,15 +41,6 @@ QString NameOfTwin(char16_t twin)
     return twin == u' ' ? u"空白"_s : QString(QChar(twin));
 }
 
-/// The first free name for the old file. A link that leads nowhere is not free: writing would follow it.
-QString FreeBackupPath(const QString &path)
-{
-    QString backup = path + u".bak"_s;
-    for (int number = 2; QFileInfo::exists(backup) || QFileInfo(backup).isSymLink(); ++number)
-        backup = path + u".bak"_s + QString::number(number);
-    return backup;
-}
-
 QString NotWrittenMessage(const QString &path, const QString &reason)
 {
     return u"変換したファイルを書き込めません。"_s + Unchanged + u"\r\n  "_s + path + u"\r\n  "_s + reason;
@@ -98,6 +89,14 @@ bool EncodeConverted(const QString &text, QByteArray *bytes, QString *message)
         return true;
     *message = StillNotReadMessage(CharCodeName(code));
     return false;
+}
+
+QString FreeBackupPath(const QString &path)
+{
+    QString backup = path + u".bak"_s;
+    for (int number = 2; QFileInfo::exists(backup) || QFileInfo(backup).isSymLink(); ++number)
+        backup = path + u".bak"_s + QString::number(number);
+    return backup;
 }
 
 bool ReplaceConverted(const QString &path, const QByteArray &before, const QByteArray &converted, QString *backupPath,

@@ -3,10 +3,14 @@
 #include "base/modCodePage.h"
 #include "base/modFile.h"
 #include "files/modConvertCode.h"
+#include "platform/modReplaceFile.h"
 #include "settings/modCharCode.h"
 #include "text/modBreakLines.h"
 #include "text/modCheckText.h"
 #include "text/modDecodeText.h"
+
+#include <QFile>
+#include <QFileInfo>
 
 #include <algorithm>
 
@@ -283,6 +287,31 @@ bool EncodeStudyText(const TableStudyText &study, QByteArray *bytes, QString *me
     return false;
 }
 
+bool WriteStudyFile(const QString &path, const QByteArray &bytes, QString *keptName, QString *message)
+{
+    QString reason;
+    QString kept;
+    if (!IsRegularOrMissing(path, &reason)) {
+        *message = StudyFileNotWrittenMessage(path, reason);
+        return false;
+    }
+    if (QFileInfo::exists(path)) {
+        kept = FreeBackupPath(path);
+        if (!CopyWholeFile(path, kept, &reason)) {
+            *message = StudyFileNotWrittenMessage(kept, reason);
+            return false;
+        }
+    }
+    if (!ReplaceFile(path, bytes, &reason)) {
+        if (!kept.isEmpty())
+            QFile::remove(kept);
+        *message = StudyFileNotWrittenMessage(path, reason);
+        return false;
+    }
+    *keptName = QFileInfo(kept).fileName();
+    return true;
+}
+
 QString StudyFileTitle(const QString &typed)
 {
     QString title = typed.trimmed();
@@ -340,10 +369,11 @@ QString UnbreakableRowMessage(const TableStudyText &study)
            u"…\r\n\r\n隠す言葉を短くするか，隠さない文に空白か「、」「。」を加えてください。"_s;
 }
 
-QString ReplaceStudyFileQuestion(const QString &fileName)
+QString ReplaceStudyFileQuestion(const QString &path)
 {
-    return u"次の学習ファイルはもうあります。"_s + FileNameLine(fileName) +
-           u"\r\n\r\n新しい学習ファイルで置き換えますか？（元の内容はなくなります。）"_s;
+    return u"次の学習ファイルはもうあります。"_s + FileNameLine(QFileInfo(path).fileName()) +
+           u"\r\n\r\n新しい学習ファイルで置き換えますか？（元のファイルは「"_s +
+           QFileInfo(FreeBackupPath(path)).fileName() + u"」として残します。）"_s;
 }
 
 QString StudyFileNotWrittenMessage(const QString &path, const QString &reason)
@@ -351,10 +381,11 @@ QString StudyFileNotWrittenMessage(const QString &path, const QString &reason)
     return u"学習ファイルを書き込めません。\r\n  "_s + path + u"\r\n  "_s + reason;
 }
 
-QString StudyFileMadeMessage(const QString &fileName, const Table &table, const TableStudyText &study,
-                             const ConvertedText &converted)
+QString StudyFileMadeMessage(const QString &fileName, const QString &keptName, const Table &table,
+                             const TableStudyText &study, const ConvertedText &converted)
 {
-    QString message = u"表から学習ファイルを作りました。"_s + FileNameLine(fileName) + u"\r\n    行の数＝"_s +
+    const QString kept = keptName.isEmpty() ? QString() : QString(u"\r\n    元のファイル＝"_s + keptName);
+    QString message = u"表から学習ファイルを作りました。"_s + FileNameLine(fileName) + kept + u"\r\n    行の数＝"_s +
                       QString::number(study.lines) + u"，空欄の数＝"_s + QString::number(study.blanks);
     if (const int uneven = table.UnevenRows(); uneven > 0)
         message += u"\r\n\r\n列の数が最初の行と違う行が"_s + QString::number(uneven) + u"行あります。"_s;

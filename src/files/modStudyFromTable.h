@@ -68,6 +68,11 @@ QString PreviewHint(const QString &preview, const TableOptions &options);
 /// the user
 bool EncodeStudyText(const TableStudyText &study, QByteArray *bytes, QString *message);
 
+/// Writes the study file. One that is there already is first kept under a free name.
+/// @param keptName  name of the old file now; empty when there was none
+/// @return false on failure; message then holds the whole of it for the user, and the folder is as it was
+bool WriteStudyFile(const QString &path, const QByteArray &bytes, QString *keptName, QString *message);
+
 /// A name for a study file without its ".txt", from what was typed or from the name of the table: blanks at its ends
 /// and
 /// ".txt" go, and what a file's name or the record of sessions cannot hold is replaced.
@@ -86,7 +91,11 @@ bool ConvertBetween(QString *between, QString *message);
 QString TableAccentsQuestion(const TableCells &cells, const ConvertedText &converted);
 QString UnwritableCellsMessage(const TableCells &cells, const ConvertedText &converted);
 QString UnbreakableRowMessage(const TableStudyText &study);
-QString ReplaceStudyFileQuestion(const QString &fileName);
+
+/// @param path  of the file that is there
+QString ReplaceStudyFileQuestion(const QString &path);
 QString StudyFileNotWrittenMessage(const QString &path, const QString &reason);
-QString StudyFileMadeMessage(const QString &fileName, const Table &table, const TableStudyText &study,
-                             const ConvertedText &converted);
+
+/// @param keptName  of the file that was there before, empty when there was none
+QString StudyFileMadeMessage(const QString &fileName, const QString &keptName, const Table &table,
+                             const TableStudyText &study, const ConvertedText &converted);

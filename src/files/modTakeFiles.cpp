@@ -43,6 +43,12 @@ QString IndentedNames(const QStringList &paths)
 
 } // namespace
 
+bool IsTable(const QString &path)
+{
+    static const QStringList suffixes = {u"csv"_s, u"tsv"_s, u"tab"_s};
+    return suffixes.contains(QFileInfo(path).suffix().toLower());
+}
+
 FilesToTake SortFilesToTake(const QStringList &paths, const QString &folder)
 {
     const QString ownFolder = QFileInfo(folder).canonicalFilePath();

@@ -12,6 +12,9 @@ struct FilesToTake
     QStringList foreign;  ///< neither text nor picture
 };
 
+/// Whether a file is a table by its name, from which a study file can be made.
+bool IsTable(const QString &path);
+
 /// Sorts files by what is to be done with them. Of several of one name the first is taken, and none that lies in the
 /// folder already.
 FilesToTake SortFilesToTake(const QStringList &paths, const QString &folder);

@@ -39,6 +39,20 @@ class FileWindowTest : public WindowTest
                     [key](QWidget *dialog) { QTest::keyClick(dialog->findChild<QListView *>(u"lstFile"_s), key); });
     }
 
+    static void Drop(QWidget *dialog, const QStringList &paths)
+    {
+        QList<QUrl> urls;
+        for (const QString &path : paths)
+            urls += QUrl::fromLocalFile(path);
+        QMimeData files;
+        files.setUrls(urls);
+        QDragEnterEvent enter(QPoint(5, 5), Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(dialog, &enter);
+        QDropEvent drop(QPointF(5, 5), Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(dialog, &drop);
+        EXPECT_TRUE(drop.isAccepted());
+    }
+
     QString good;
     QString bad;
     StudyDatabase database{services};
@@ -198,6 +212,18 @@ TEST_F(FileWindowTest, ManyFilesCanBeFiltered)
     });
     EXPECT_EQ(window.Choose(QString()), FileChoice::Chosen);
     EXPECT_TRUE(window.ChosenPath().endsWith(u"第27回.txt"_s));
+    const QString fresh = folder.WriteStudyFile(u"elsewhere/a new.txt"_s, {u"[a]"_s});
+    script.When(u"frmFile"_s, [fresh](QWidget *dialog) {
+        dialog->findChild<QLineEdit *>(u"txtFilter"_s)->setText(u"27"_s);
+        Drop(dialog, {fresh});
+    });
+    script.Click(u"frmMsg"_s, u"cmdOK"_s);
+    script.When(u"frmFile"_s, [](QWidget *dialog) {
+        EXPECT_EQ(dialog->findChild<QListView *>(u"lstFile"_s)->currentIndex().data().toString(), u"a new.txt"_s);
+        dialog->close();
+    });
+    window.Choose(QString());
+    QFile::remove(folder.Path(u"txt/a new.txt"_s));
     QFile::remove(folder.Path(u"txt/第1回.txt"_s));
     script.When(u"frmFile"_s, [](QWidget *dialog) {
         EXPECT_FALSE(dialog->findChild<QLineEdit *>(u"txtFilter"_s)->isVisible());
@@ -211,15 +237,7 @@ TEST_F(FileWindowTest, DroppedFilesAreCopiedAndNothingIsReplacedUnasked)
 {
     const QString fresh = folder.WriteStudyFile(u"elsewhere/new.txt"_s, {u"[a]"_s});
     const QString known = folder.WriteStudyFile(u"elsewhere/bad.txt"_s, {u"[good now]"_s});
-    script.When(u"frmFile"_s, [&](QWidget *dialog) {
-        QMimeData files;
-        files.setUrls({QUrl::fromLocalFile(fresh), QUrl::fromLocalFile(known)});
-        QDragEnterEvent enter(QPoint(5, 5), Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
-        QCoreApplication::sendEvent(dialog, &enter);
-        QDropEvent drop(QPointF(5, 5), Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
-        QCoreApplication::sendEvent(dialog, &drop);
-        EXPECT_TRUE(drop.isAccepted());
-    });
+    script.When(u"frmFile"_s, [&](QWidget *dialog) { Drop(dialog, {fresh, known}); });
     script.Click(u"frmMsg"_s, u"cmdCancel"_s);
     script.Click(u"frmMsg"_s, u"cmdOK"_s);
     script.When(u"frmFile"_s, [](QWidget *dialog) {
@@ -230,6 +248,20 @@ TEST_F(FileWindowTest, DroppedFilesAreCopiedAndNothingIsReplacedUnasked)
     EXPECT_EQ(folder.Read(u"txt/new.txt"_s), "[a]\r\n");
     EXPECT_EQ(folder.Read(u"txt/bad.txt"_s), "ok\r\n[a\r\n");
     EXPECT_TRUE(script.messages.last().startsWith(u"1個のファイルを"));
+}
+
+TEST_F(FileWindowTest, ADroppedTableBecomesAStudyFile)
+{
+    const QString table = folder.Write(u"elsewhere/words.CSV"_s, "a,b\n");
+    script.When(u"frmFile"_s, [&](QWidget *dialog) { Drop(dialog, {table}); });
+    script.Click(u"frmTable"_s, u"cmdOK"_s);
+    script.Click(u"frmMsg"_s, u"cmdOK"_s);
+    script.When(u"frmFile"_s, [](QWidget *dialog) {
+        EXPECT_EQ(dialog->findChild<QListView *>(u"lstFile"_s)->currentIndex().data().toString(), u"words.txt"_s);
+        dialog->close();
+    });
+    window.Choose(QString());
+    EXPECT_EQ(folder.Read(u"txt/words.txt"_s), ToCodePage932(u"a　[b]\r\n"));
 }
 
 TEST_F(FileWindowTest, KeysReachTheRareCommands)

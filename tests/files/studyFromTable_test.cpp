@@ -278,6 +278,26 @@ TEST(UnwritableCells, AreNamedWithRowAndColumn)
     EXPECT_TRUE(TableAccentsQuestion(cells, ConvertText(cells.text, Accents::Remove)).contains(u"表の3行目 1列目："_s));
 }
 
+TEST(WriteStudyFile, KeepsTheOldFileAndOnAFaultTheFolderAsItWas)
+{
+    const TestFolder folder;
+    const QString path = folder.Write(u"a.txt"_s, "old");
+    folder.Write(u"a.txt.bak"_s, "older");
+    QString kept;
+    QString message;
+    EXPECT_TRUE(WriteStudyFile(path, "new", &kept, &message)) << message.toStdString();
+    EXPECT_EQ(kept, u"a.txt.bak2"_s);
+    EXPECT_EQ(folder.Read(u"a.txt"_s), "new");
+    EXPECT_EQ(folder.Read(u"a.txt.bak"_s), "older");
+    EXPECT_EQ(folder.Read(u"a.txt.bak2"_s), "old");
+    EXPECT_TRUE(WriteStudyFile(folder.Path(u"b.txt"_s), "new", &kept, &message));
+    EXPECT_EQ(kept, QString());
+    const QString longest = folder.Write(QString(251, u'x') + u".txt"_s, "old"); // no room for ".bak"
+    EXPECT_FALSE(WriteStudyFile(longest, "new", &kept, &message));
+    EXPECT_TRUE(message.startsWith(u"学習ファイルを書き込めません。\r\n  "_s + longest + u".bak"_s));
+    EXPECT_EQ(folder.Read(QFileInfo(longest).fileName()), "old");
+}
+
 TEST(StudyFileTitle, IsANameThatFileAndRecordCanHold)
 {
     const Rows<QString, QString> rows = {
@@ -362,10 +382,27 @@ TEST_F(TableWindowTest, ColumnsAreChosenTheFileIsMadeAndReplacedOnlyWhenTheUserS
         Click(dialog, ok);
     };
     EXPECT_EQ(Make("a,b\n", another, {no, ok}), u"new_words.txt"_s);
-    EXPECT_EQ(script.messages[0], ReplaceStudyFileQuestion(u"words.txt"_s).replace(u"\r\n"_s, u"\n"_s));
+    EXPECT_EQ(script.messages[0],
+              u"次の学習ファイルはもうあります。\n    ファイル名＝words.txt\n\n"
+              u"新しい学習ファイルで置き換えますか？（元のファイルは「words.txt.bak」として残します。）"_s);
     EXPECT_EQ(folder.Read(u"txt/new_words.txt"_s), ToCodePage932(u"a　[b]\r\n"));
     EXPECT_EQ(Make("a,c\n", [this](QWidget *dialog) { Click(dialog, ok); }, {ok, ok}), u"words.txt"_s);
     EXPECT_EQ(folder.Read(u"txt/words.txt"_s), ToCodePage932(u"a　[c]\r\n"));
+    EXPECT_EQ(folder.Read(u"txt/words.txt.bak"_s), made);
+    EXPECT_EQ(script.messages[1], u"表から学習ファイルを作りました。\n    ファイル名＝words.txt\n"
+                                  u"    元のファイル＝words.txt.bak\n    行の数＝1，空欄の数＝1"_s);
+}
+
+TEST_F(TableWindowTest, TheHiddenColumnIsInSight)
+{
+    const auto look = [](QWidget *dialog) {
+        const auto *const ticked = dialog->findChild<QCheckBox *>(u"chkHide60"_s);
+        EXPECT_TRUE(ticked->isChecked());
+        EXPECT_EQ(dialog->focusWidget(), ticked);
+        EXPECT_EQ(ticked->visibleRegion().boundingRect(), ticked->rect());
+        dialog->close();
+    };
+    Make("a" + QByteArray(",a").repeated(59), look, {});
 }
 
 TEST_F(TableWindowTest, TheTableIsReadAgainAsTheUserWantsIt)
