@@ -166,16 +166,17 @@ void frmFile::cmdConvFile_Click()
         return;
     const QString path = m_folder.PathOf(name);
     const QString copyPath = PrintableCopyPath(m_folder.Path(), path);
-    if (IsCopyEdited(path, copyPath) &&
-        m_msg.DispFrmMsg(this, ReplaceCopyQuestion(copyPath), MsgStyle::YesNo, u"notify.wav"_s) != MsgResult::Ok)
+    const OldCopy oldCopy = JudgeOldCopy(path, copyPath);
+    if (MustAsk(oldCopy) && m_msg.DispFrmMsg(this, ReplaceCopyQuestion(copyPath, oldCopy), MsgStyle::YesNo,
+                                             u"notify.wav"_s) != MsgResult::Ok)
         return;
     QString fault;
-    if (!WritePrintableCopy(path, copyPath, &fault)) {
+    if (!WritePrintableCopy(path, copyPath, &fault, oldCopy)) {
         m_msg.DispFrmMsg(this, fault, MsgStyle::Ok, u"notify.wav"_s);
         return;
     }
     ListFiles();
-    if (m_msg.DispFrmMsg(this, CopyMadeMessage(copyPath), MsgStyle::YesNo, u"start.wav"_s) == MsgResult::Ok)
+    if (m_msg.DispFrmMsg(this, CopyMadeMessage(copyPath, oldCopy), MsgStyle::YesNo, u"start.wav"_s) == MsgResult::Ok)
         OpenInEditor(m_services, m_textEditor, copyPath, 1);
 }
 

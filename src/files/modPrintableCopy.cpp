@@ -18,6 +18,12 @@ QString FileNameLine(const QString &path)
     return u"\r\n    ファイル名＝"_s + QFileInfo(path).fileName();
 }
 
+/// Where an outdated copy is kept.
+QString KeptPath(const QString &copyPath)
+{
+    return copyPath + u".bak"_s;
+}
+
 /// The bytes of a study file's copy, or its reader's refusal.
 bool MakeCopy(const QString &studyFilePath, QByteArray *bytes, QString *message)
 {
@@ -53,35 +59,50 @@ QString PrintableCopyPath(const QString &folder, const QString &studyFilePath)
     return JoinPath(folder, GetFileTitle(studyFilePath) + u"_印刷用.txt"_s);
 }
 
-bool WritePrintableCopy(const QString &studyFilePath, const QString &copyPath, QString *message)
+OldCopy JudgeOldCopy(const QString &studyFilePath, const QString &copyPath)
+{
+    const QFileInfo copy(copyPath);
+    QByteArray present;
+    QByteArray made;
+    QString message;
+    if (!copy.isFile() || !MakeCopy(studyFilePath, &made, &message))
+        return OldCopy::Replaceable; // writing refuses what cannot be replaced, or by what
+    if (!ReadWholeFile(copyPath, &present, &message))
+        return OldCopy::Unreadable;
+    if (present == made)
+        return OldCopy::Replaceable;
+    return copy.lastModified() > QFileInfo(studyFilePath).lastModified() ? OldCopy::Edited : OldCopy::Outdated;
+}
+
+bool WritePrintableCopy(const QString &studyFilePath, const QString &copyPath, QString *message, OldCopy oldCopy)
 {
     QByteArray bytes;
     if (!MakeCopy(studyFilePath, &bytes, message))
         return false;
     QString reason;
-    if (ReplaceFile(copyPath, bytes, &reason))
-        return true;
-    *message = u"印刷用ファイルを書き込めません。\r\n  "_s + copyPath + u"\r\n  "_s + reason;
+    QString path = KeptPath(copyPath);
+    if (oldCopy != OldCopy::Outdated || CopyWholeFile(copyPath, path, &reason)) {
+        path = copyPath;
+        if (ReplaceFile(path, bytes, &reason))
+            return true;
+    }
+    *message = u"印刷用ファイルを書き込めません。\r\n  "_s + path + u"\r\n  "_s + reason;
     return false;
 }
 
-bool IsCopyEdited(const QString &studyFilePath, const QString &copyPath)
+QString ReplaceCopyQuestion(const QString &copyPath, OldCopy oldCopy)
 {
-    if (QFileInfo(copyPath).lastModified() <= QFileInfo(studyFilePath).lastModified())
-        return false;
-    QByteArray present;
-    QByteArray made;
-    QString message;
-    return ReadWholeFile(copyPath, &present, &message) && MakeCopy(studyFilePath, &made, &message) && present != made;
-}
-
-QString ReplaceCopyQuestion(const QString &copyPath)
-{
+    if (oldCopy == OldCopy::Unreadable)
+        return u"次の印刷用ファイルは読めないため，変更されているかどうか分かりません。"_s + FileNameLine(copyPath) +
+               u"\r\n\r\nその内容を捨てて，作り直しますか？"_s;
     return u"次の印刷用ファイルは，作った後で変更されています。"_s + FileNameLine(copyPath) +
            u"\r\n\r\n変更した内容を捨てて，作り直しますか？"_s;
 }
 
-QString CopyMadeMessage(const QString &copyPath)
+QString CopyMadeMessage(const QString &copyPath, OldCopy oldCopy)
 {
-    return u"印刷用ファイルを作りました。"_s + FileNameLine(copyPath) + u"\r\n\r\nこのファイルを開きますか？"_s;
+    const QString kept = oldCopy == OldCopy::Outdated
+                             ? QString(u"\r\n    前の印刷用ファイル＝"_s + QFileInfo(KeptPath(copyPath)).fileName())
+                             : QString();
+    return u"印刷用ファイルを作りました。"_s + FileNameLine(copyPath) + kept + u"\r\n\r\nこのファイルを開きますか？"_s;
 }

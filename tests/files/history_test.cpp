@@ -1,4 +1,5 @@
 #include "base/modDateText.h"
+#include "base/modFile.h"
 #include "files/frmFile.h"
 #include "files/modHistoryChart.h"
 #include "files/modPrintableCopy.h"
@@ -103,32 +104,57 @@ TEST(PrintableCopy, KeepsTheTextAndBlanksTheAnswers)
     EXPECT_TRUE(message.startsWith(u"印刷用ファイルを書き込めません。"_s));
 }
 
-TEST(PrintableCopy, IsEditedWhenItIsNewerAndHoldsSomethingElse)
+TEST(PrintableCopy, WhatWasChangedByHandIsAskedForOrKept)
 {
     const TestFolder folder;
     const QDateTime before(QDate(2024, 3, 5), QTime(9, 0));
-    const Rows<const char *, QByteArray, int, bool> rows = {
-        {"as it was made", "x[_]\r\n", 60, false},
-        {"changed", "x[_]!\r\n", 60, true},
-        {"the study file was changed since", "y[_]\r\n", -60, false},
+    const Rows<const char *, QByteArray, int, OldCopy> rows = {
+        {"as it was made", "x[_]\r\n", 60, OldCopy::Replaceable},
+        {"as it was made, the study file only saved again", "x[_]\r\n", -60, OldCopy::Replaceable},
+        {"changed", "x[_]!\r\n", 60, OldCopy::Edited},
+        {"changed, and the study file after it", "x[_]!\r\n", -60, OldCopy::Outdated},
+        {"at the same moment", "y[_]\r\n", 0, OldCopy::Outdated},
+        {"too large to read", QByteArray(MostFileBytes + 1, 'x'), 60, OldCopy::Unreadable},
     };
     QFile source(folder.Write(u"a.txt"_s, "x[a]\r\n"));
     QFile copy(PrintableCopyPath(folder.Path(), source.fileName()));
-    EXPECT_FALSE(IsCopyEdited(source.fileName(), copy.fileName())) << "no copy";
-    for (const auto &[name, bytes, seconds, isEdited] : rows) {
+    EXPECT_EQ(JudgeOldCopy(source.fileName(), copy.fileName()), OldCopy::Replaceable) << "no copy";
+    for (const auto &[name, bytes, seconds, expected] : rows) {
         folder.Write(u"a_印刷用.txt"_s, bytes);
+        folder.Write(u"a_印刷用.txt.bak"_s, "kept before");
         for (QFile *const file : {&source, &copy}) {
             ASSERT_TRUE(file->open(QIODevice::ReadWrite));
             file->setFileTime(before.addSecs(file == &copy ? seconds : 0), QFileDevice::FileModificationTime);
             file->close();
         }
-        EXPECT_EQ(IsCopyEdited(source.fileName(), copy.fileName()), isEdited) << name;
+        QString message;
+        EXPECT_EQ(JudgeOldCopy(source.fileName(), copy.fileName()), expected) << name;
+        EXPECT_TRUE(WritePrintableCopy(source.fileName(), copy.fileName(), &message, expected)) << name;
+        EXPECT_EQ(folder.Read(u"a_印刷用.txt"_s), "x[_]\r\n") << name;
+        EXPECT_EQ(folder.Read(u"a_印刷用.txt.bak"_s), expected == OldCopy::Outdated ? bytes : "kept before") << name;
     }
-    EXPECT_EQ(ReplaceCopyQuestion(copy.fileName()),
+    folder.MakeFolder(u"b_印刷用.txt.bak"_s); // in the place of the copy to keep
+    const QString other = folder.Write(u"b_印刷用.txt"_s, "by hand");
+    QString message;
+    EXPECT_FALSE(WritePrintableCopy(source.fileName(), other, &message, OldCopy::Outdated));
+    EXPECT_TRUE(message.startsWith(u"印刷用ファイルを書き込めません。\r\n  "_s + other + u".bak\r\n"_s));
+    EXPECT_EQ(folder.Read(u"b_印刷用.txt"_s), "by hand");
+}
+
+TEST(PrintableCopy, MessagesTellWhatBecomesOfTheOldOne)
+{
+    const QString copy = u"txt/a_印刷用.txt"_s;
+    EXPECT_EQ(ReplaceCopyQuestion(copy, OldCopy::Edited),
               u"次の印刷用ファイルは，作った後で変更されています。\r\n    ファイル名＝a_印刷用.txt"
               u"\r\n\r\n変更した内容を捨てて，作り直しますか？"_s);
-    EXPECT_EQ(CopyMadeMessage(copy.fileName()), u"印刷用ファイルを作りました。\r\n    ファイル名＝a_印刷用.txt"
-                                                u"\r\n\r\nこのファイルを開きますか？"_s);
+    EXPECT_EQ(ReplaceCopyQuestion(copy, OldCopy::Unreadable),
+              u"次の印刷用ファイルは読めないため，変更されているかどうか分かりません。\r\n"
+              u"    ファイル名＝a_印刷用.txt\r\n\r\nその内容を捨てて，作り直しますか？"_s);
+    EXPECT_EQ(CopyMadeMessage(copy, OldCopy::Replaceable),
+              u"印刷用ファイルを作りました。\r\n    ファイル名＝a_印刷用.txt\r\n\r\nこのファイルを開きますか？"_s);
+    EXPECT_EQ(CopyMadeMessage(copy, OldCopy::Outdated),
+              u"印刷用ファイルを作りました。\r\n    ファイル名＝a_印刷用.txt\r\n"
+              u"    前の印刷用ファイル＝a_印刷用.txt.bak\r\n\r\nこのファイルを開きますか？"_s);
 }
 
 namespace {
@@ -309,10 +335,10 @@ TEST_F(HistoryWindowTest, ConvertsTheSelectedFileAndRefusesACopy)
     window.Choose(u"notepad.exe"_s);
     const QString copy = QDir::toNativeSeparators(folder.Path(u"txt/a_印刷用.txt"_s));
     ASSERT_EQ(script.messages.size(), 3);
-    EXPECT_EQ(script.messages[0], CopyMadeMessage(copy).replace(u"\r\n"_s, u"\n"_s));
+    EXPECT_EQ(script.messages[0], CopyMadeMessage(copy, OldCopy::Replaceable).replace(u"\r\n"_s, u"\n"_s));
     ASSERT_EQ(services.commands.size(), 1) << "opened, as it was offered";
     EXPECT_TRUE(services.commands[0].contains(u"a_印刷用.txt")) << services.commands[0].toStdString();
     EXPECT_EQ(script.messages[1], u"印刷用ファイル以外を一つ選択してください。"_s);
-    EXPECT_EQ(script.messages[2], ReplaceCopyQuestion(copy).replace(u"\r\n"_s, u"\n"_s));
+    EXPECT_EQ(script.messages[2], ReplaceCopyQuestion(copy, OldCopy::Edited).replace(u"\r\n"_s, u"\n"_s));
     EXPECT_EQ(folder.Read(u"txt/a_印刷用.txt"_s), "by hand");
 }
