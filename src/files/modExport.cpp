@@ -168,7 +168,7 @@ QByteArray CsvExport(const StudyLines &lines, const BlankFilter &isWanted)
 QString ExportPath(const QString &folder, const QString &studyFilePath, ExportKind kind)
 {
     const QString endings[] = {u"_UTF-8.txt"_s, u"_Anki.txt"_s, u".csv"_s}; // in the order of the enumeration
-    return JoinPath(folder, GetFileTitle(studyFilePath) + endings[int(kind)]);
+    return JoinPath(folder, QFileInfo(studyFilePath).completeBaseName() + endings[int(kind)]);
 }
 
 bool MakeExport(const QString &studyFilePath, ExportKind kind, QByteArray *bytes, QString *message,
@@ -180,7 +180,7 @@ bool MakeExport(const QString &studyFilePath, ExportKind kind, QByteArray *bytes
     if (refusal.fault != TextFault::None)
         return false;
     if (kind != ExportKind::Text && !HasBlank(lines, kind)) {
-        *message = NoBlankToExportMessage(GetFileTitle(studyFilePath));
+        *message = NoBlankToExportMessage(QFileInfo(studyFilePath).completeBaseName());
         return false;
     }
     BlankFilter isWanted;

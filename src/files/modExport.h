@@ -36,7 +36,7 @@ QByteArray AnkiExport(const StudyLines &lines, const BlankFilter &isWanted = {})
 /// blanks of the line stand in the texts with their brackets, so that text, "[", answer, "]" and text are the line.
 QByteArray CsvExport(const StudyLines &lines, const BlankFilter &isWanted = {});
 
-/// Full path of an export: the study file's title and "_UTF-8.txt", "_Anki.txt" or ".csv".
+/// Full path of an export: the study file's name without ".txt", and "_UTF-8.txt", "_Anki.txt" or ".csv".
 QString ExportPath(const QString &folder, const QString &studyFilePath, ExportKind kind);
 
 /// Reads a study file and makes what is to be written.

@@ -235,7 +235,7 @@ QString PrintSheetHtml(const QString &title, const DisplayText &text, const Pict
 
 QString PrintSheetPath(const QString &folder, const QString &studyFilePath)
 {
-    return JoinPath(folder, GetFileTitle(studyFilePath) + u"_印刷.html"_s);
+    return JoinPath(folder, QFileInfo(studyFilePath).completeBaseName() + u"_印刷.html"_s);
 }
 
 bool WritePrintSheet(const QString &studyFilePath, const QString &sheetPath, bool withAnswers, QString *message,
@@ -250,8 +250,8 @@ bool WritePrintSheet(const QString &studyFilePath, const QString &sheetPath, boo
     std::optional<std::vector<int>> onlyBlanks;
     if (onlyHard)
         onlyBlanks = onlyHard->Find(GetFileTitle(studyFilePath), text);
-    const QString html = PrintSheetHtml(GetFileTitle(studyFilePath), text, PicturesBeside(studyFilePath, sheetPath),
-                                        withAnswers, onlyBlanks);
+    const QString html = PrintSheetHtml(QFileInfo(studyFilePath).completeBaseName(), text,
+                                        PicturesBeside(studyFilePath, sheetPath), withAnswers, onlyBlanks);
     QString reason;
     if (ReplaceFile(sheetPath, html.toUtf8(), &reason))
         return true;

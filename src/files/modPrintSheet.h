@@ -27,7 +27,7 @@ QString PrintSheetHtml(const QString &title, const DisplayText &text,
                        const std::function<QString(const QString &name)> &pictureUrl, bool withAnswers,
                        const std::optional<std::vector<int>> &onlyBlanks = {});
 
-/// Full path of a study file's sheet: the file's title and "_印刷.html".
+/// Full path of a study file's sheet: the file's name without ".txt", and "_印刷.html".
 QString PrintSheetPath(const QString &folder, const QString &studyFilePath);
 
 /// Writes the sheet of a study file, whose pictures it shows from where they are. A sheet that is there already is

@@ -215,8 +215,8 @@ using ExportWindowTest = WindowTest;
 TEST_F(ExportWindowTest, AsksBeforeAnOlderExportGoesAndShowsTheFolder)
 {
     const QString studyFile = folder.WriteStudyFile(u"txt/a.b.txt"_s, {u"x[a]"_s});
-    folder.Write(u"rec/a.csv"_s, "old");
-    folder.MakeFolder(u"rec/a_Anki.txt"_s);
+    folder.Write(u"rec/a.b.csv"_s, "old");
+    folder.MakeFolder(u"rec/a.b_Anki.txt"_s);
     const MarkList marks(folder.Path(u"ListMark.txt"_s), u"花子"_s);
     frmExport window(services, msg, marks, folder.Path(u"rec"_s), nullptr);
     script.When(u"frmExport"_s, [](QWidget *dialog) {
@@ -231,7 +231,7 @@ TEST_F(ExportWindowTest, AsksBeforeAnOlderExportGoesAndShowsTheFolder)
     });
     script.Click(u"frmMsg"_s, u"cmdCancel"_s);
     script.When(u"frmExport"_s, [this](QWidget *dialog) {
-        EXPECT_EQ(folder.Read(u"rec/a.csv"_s), "old");
+        EXPECT_EQ(folder.Read(u"rec/a.b.csv"_s), "old");
         services.startsPrograms = false;
         dialog->findChild<QAbstractButton *>(u"cmdOK"_s)->click();
     });
@@ -239,11 +239,11 @@ TEST_F(ExportWindowTest, AsksBeforeAnOlderExportGoesAndShowsTheFolder)
     script.Click(u"frmMsg"_s, u"cmdOK"_s);
     window.Run(studyFile);
     EXPECT_TRUE(script.IsDone());
-    EXPECT_EQ(folder.Read(u"rec/a.csv"_s), u"\uFEFF行,前,答え,後\r\n1,x,a,\r\n"_s.toUtf8());
+    EXPECT_EQ(folder.Read(u"rec/a.b.csv"_s), u"\uFEFF行,前,答え,後\r\n1,x,a,\r\n"_s.toUtf8());
     ASSERT_EQ(script.messages.size(), 4);
-    EXPECT_TRUE(script.messages[0].endsWith(u"a_Anki.txt\n  通常のファイルではありません。"_s));
-    EXPECT_EQ(script.messages[2], ReplaceExportQuestion(u"a.csv"_s).replace(u"\r\n"_s, u"\n"_s));
-    EXPECT_EQ(script.messages[3], u"書き出しました。\n    ファイル名＝a.csv"_s);
+    EXPECT_TRUE(script.messages[0].endsWith(u"a.b_Anki.txt\n  通常のファイルではありません。"_s));
+    EXPECT_EQ(script.messages[2], ReplaceExportQuestion(u"a.b.csv"_s).replace(u"\r\n"_s, u"\n"_s));
+    EXPECT_EQ(script.messages[3], u"書き出しました。\n    ファイル名＝a.b.csv"_s);
     EXPECT_EQ(services.opened, QStringList(folder.Path(u"rec"_s)));
     EXPECT_EQ(services.messages, QStringList(u"次のフォルダを開けません。\r\n  "_s + folder.Path(u"rec"_s)));
 }

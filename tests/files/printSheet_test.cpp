@@ -83,12 +83,13 @@ TEST(WritePrintSheet, ShowsPicturesFromWhereTheyAreAndKeepsTheOldSheetOnAFault)
     const QString sheet = PrintSheetPath(folder.Path(u"rec"_s), source);
     QString message;
     EXPECT_TRUE(WritePrintSheet(source, sheet, true, &message)) << message.toStdString();
-    const QByteArray html = folder.Read(u"rec/a_印刷.html"_s);
+    const QByteArray html = folder.Read(u"rec/a.b_印刷.html"_s);
+    EXPECT_TRUE(html.contains("<h1>a.b</h1>")) << "two chapters are two sheets";
     EXPECT_TRUE(html.contains("<img src=\"../txt/%23%E4%B8%AD%25/%E5%9B%B3-1.PNG\"")) << html.toStdString();
 
     EXPECT_FALSE(WritePrintSheet(folder.Write(u"a.txt"_s, "[a"), sheet, true, &message));
     EXPECT_EQ(message, BracketCountMessage(1, u"[a"));
-    EXPECT_EQ(folder.Read(u"rec/a_印刷.html"_s), html);
+    EXPECT_EQ(folder.Read(u"rec/a.b_印刷.html"_s), html);
     EXPECT_FALSE(WritePrintSheet(source, folder.Path(u"rec"_s), true, &message));
     EXPECT_EQ(message, u"印刷ページを書き込めません。\r\n  "_s + folder.Path(u"rec"_s) +
                            u"\r\n  通常のファイルではありません。"_s);
