@@ -122,24 +122,34 @@ QString PictureHtml(const QString &url, const QString &name)
     return u"<img src=\""_s + url.toHtmlEscaped() + u"\" alt=\""_s + name.toHtmlEscaped() + u"\">"_s;
 }
 
-/// Takes out the references of a line to pictures that are there. One that a blank stands in stays: it hides an answer.
-/// @return the pictures
+/// Takes out the references at the end of a line, to pictures that are there. Elsewhere a sentence may need the name.
+/// One that a blank stands in stays: it hides an answer.
+/// @return the pictures of the whole line
 QString TakePictures(const DisplayText &text, int line, const PictureUrl &pictureUrl,
                      std::vector<Replacement> *replacements)
 {
     QString pictures;
-    if (!text.Line(line).contains(u'｢'))
+    const QStringView characters = text.Line(line);
+    if (!characters.contains(u'｢'))
         return pictures;
     const std::vector<Replacement> blanks = *replacements;
-    for (const PictureReference &reference : PictureReferences(text.MaskedLine(line))) {
-        const qsizetype end = reference.start + reference.length;
-        const bool holdsBlank = std::ranges::any_of(
-            blanks, [&](const Replacement &blank) { return blank.start < end && reference.start < blank.end; });
-        const QString url = holdsBlank ? QString() : pictureUrl(reference.name);
+    const auto holdsBlank = [&blanks](qsizetype start, qsizetype end) {
+        return std::ranges::any_of(blanks,
+                                   [&](const Replacement &blank) { return blank.start < end && start < blank.end; });
+    };
+    qsizetype textEnd = characters.size(); // behind the text that is not taken out
+    const std::vector<PictureReference> references = PictureReferences(text.MaskedLine(line));
+    for (auto reference = references.rbegin(); reference != references.rend(); ++reference) {
+        const qsizetype start = reference->start;
+        const qsizetype end = start + reference->length;
+        const QString url = holdsBlank(start, end) ? QString() : pictureUrl(reference->name);
         if (url.isEmpty())
             continue;
-        replacements->push_back({reference.start, end, QString()});
-        pictures += PictureHtml(url, reference.name);
+        pictures.prepend(PictureHtml(url, reference->name));
+        if (end <= textEnd && !holdsBlank(end, textEnd) && characters.sliced(end, textEnd - end).trimmed().isEmpty()) {
+            replacements->push_back({start, textEnd, QString()});
+            textEnd = start;
+        }
     }
     return pictures;
 }

@@ -17,7 +17,7 @@ class MarkList;
 QString BlankNumber(int blank);
 
 /// The sheet as HTML without scripts and without anything from elsewhere but the pictures. A picture stands below the
-/// line that refers to it, and the reference goes.
+/// line that refers to it, and a reference at the end of a line goes.
 /// @param title  heading and title of the page
 /// @param pictureUrl  URL of the picture of a name; empty when there is none, and then the reference stays as text
 /// @param withAnswers  whether the answers follow; where there are no blanks they never do

@@ -47,13 +47,20 @@ TEST(BlankNumber, IsCircledUpToFifty)
 
 TEST(PrintSheet, LinesKeepTheirTextAndHideTheirAnswers)
 {
-    const QString picture = u"<div class=\"pictures\"><img src=\"a&amp;b.png\" alt=\"図\"></div>"_s;
+    const QString image = u"<img src=\"a&amp;b.png\" alt=\"図\">"_s;
+    const QString picture = u"<div class=\"pictures\">"_s + image + u"</div>"_s;
     const Rows<const char *, QString, QString> rows = {
         {"markup is text", u"<b>\"&"_s, u"&lt;b&gt;&quot;&amp;"_s},
         {"half-width", u"a [bcd]  e"_s, u"a "_s + Underline(u"①"_s, u"1.5"_s) + u"  e"_s},
         {"full-width and beside each other", u"[水x][]"_s, Underline(u"①"_s, u"1.5"_s) + Underline(u"②"_s, u"0"_s)},
         {"empty", QString(), QString()},
-        {"picture", u"見よ ｢図｣ ここ"_s, u"見よ  ここ"_s + picture},
+        {"picture at the end", u"見よ ｢図｣　"_s, u"見よ "_s + picture},
+        {"pictures at the end", u"見よ｢図｣ ｢図｣"_s,
+         u"見よ<div class=\"pictures\">"_s + image.repeated(2) + u"</div>"_s},
+        {"picture in a sentence", u"｢図｣を見よ ここ"_s, u"｢図｣を見よ ここ"_s + picture},
+        {"picture before a name without one", u"｢図｣｢絵｣"_s, u"｢図｣｢絵｣"_s + picture},
+        {"picture before a blank", u"｢図｣[ ]"_s, u"｢図｣"_s + Underline(u"①"_s, u"0.5"_s) + picture},
+        {"picture before an empty blank", u"｢図｣[]"_s, u"｢図｣"_s + Underline(u"①"_s, u"2"_s) + picture},
         {"picture alone", u"　｢図｣ "_s, picture},
         {"picture beside a blank", u"[ア]｢図｣"_s, Underline(u"①"_s, u"1"_s) + picture},
         {"no such picture", u"｢絵｣"_s, u"｢絵｣"_s},
