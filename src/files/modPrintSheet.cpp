@@ -58,6 +58,8 @@ img:not(:only-child) { max-width: 46%; }
 }
 )"_s;
 
+constexpr int CellsOfEmptyBlank = 4; // there is something to write all the same
+
 /// The blanks that a sheet asks for, and their numbers on it.
 class AskedBlanks
 {
@@ -110,7 +112,8 @@ QString Escaped(QStringView text)
 
 QString BlankHtml(const DisplayText &text, const AskedBlanks &asked, int blank)
 {
-    const int cells = CellsOf(text.Answer(blank));
+    const int answerCells = CellsOf(text.Answer(blank));
+    const int cells = answerCells > 0 ? answerCells : CellsOfEmptyBlank;
     const QString number = BlankNumber(asked.NumberOf(blank));
     return u"<span class=\"blank\">"_s +
            (number.size() == 1 ? number : QString(u"<small>"_s + number + u"</small>"_s)) + u"<span style=\"width:"_s +

@@ -52,7 +52,7 @@ TEST(PrintSheet, LinesKeepTheirTextAndHideTheirAnswers)
     const Rows<const char *, QString, QString> rows = {
         {"markup is text", u"<b>\"&"_s, u"&lt;b&gt;&quot;&amp;"_s},
         {"half-width", u"a [bcd]  e"_s, u"a "_s + Underline(u"①"_s, u"1.5"_s) + u"  e"_s},
-        {"full-width and beside each other", u"[水x][]"_s, Underline(u"①"_s, u"1.5"_s) + Underline(u"②"_s, u"0"_s)},
+        {"full-width and beside each other", u"[水x][]"_s, Underline(u"①"_s, u"1.5"_s) + Underline(u"②"_s, u"2"_s)},
         {"empty", QString(), QString()},
         {"picture at the end", u"見よ ｢図｣　"_s, u"見よ "_s + picture},
         {"pictures at the end", u"見よ｢図｣ ｢図｣"_s,
