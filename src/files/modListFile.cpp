@@ -4,6 +4,8 @@
 #include "platform/modReplaceFile.h"
 #include "text/modDecodeText.h"
 
+#include <QFileInfo>
+
 using namespace Qt::Literals::StringLiterals;
 
 QString ListField(const QString &text)
@@ -15,16 +17,23 @@ QString ListField(const QString &text)
     return field;
 }
 
-QStringList ReadList(const QString &path)
+bool ReadList(const QString &path, QStringList *lines, QString *error)
 {
+    lines->clear();
     QByteArray bytes;
-    QString error;
-    if (!ReadWholeFile(path, &bytes, &error) || bytes.isEmpty())
-        return {};
-    QStringList lines = DecodeText(bytes, DetectCharCode(WholeFile(bytes))).remove(u'\r').split(u'\n');
-    if (lines.last().isEmpty())
-        lines.removeLast();
-    return lines;
+    if (!QFileInfo::exists(path))
+        return true;
+    if (!ReadWholeFile(path, &bytes, error))
+        return false;
+    const QString text = DecodeText(bytes, DetectCharCode(WholeFile(bytes))).remove(u'\r');
+    if (text.contains(QChar::ReplacementCharacter)) {
+        *error = u"文字として読めないバイトがあります。"_s;
+        return false;
+    }
+    *lines = text.split(u'\n');
+    if (lines->last().isEmpty())
+        lines->removeLast();
+    return true;
 }
 
 bool WriteList(const QString &path, const QStringList &lines, QString *error)

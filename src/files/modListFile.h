@@ -8,8 +8,9 @@
 /// A text as one field of an entry: tabs and line ends in it become spaces.
 QString ListField(const QString &text);
 
-/// The lines of a list, without their ends. None of a file that is missing or cannot be read.
-QStringList ReadList(const QString &path);
+/// Reads the lines of a list, without their ends; a missing file has none.
+/// @return false when the file cannot be read, or not as text: it must not be replaced then. error holds the reason
+bool ReadList(const QString &path, QStringList *lines, QString *error);
 
 /// Replaces a list. @return false on failure; error then holds the system's reason, and the old file is still there,
 /// whole

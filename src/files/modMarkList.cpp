@@ -27,47 +27,62 @@ QString LineInFile(const DisplayText &text, int line)
     return inFile;
 }
 
-/// The lines of a text that say what one of some lines says, each with which of the lines that say so it is. A text of
-/// a million lines is gone through in a few milliseconds: few lines are as long as one of those that are looked for.
+/// The text of a line as the page has it.
+QString Displayed(const QString &lineInFile)
+{
+    return QString(lineInFile).replace(u'[', u' ').replace(u']', u' ');
+}
+
+/// The lines of a text that say what one of some lines says, each with which of the lines that say so it is. All lines
+/// are gone through, but of nearly all of them only their length and three characters are looked at.
 class Occurrences
 {
   public:
     /// @param wanted  lines as they stand in the file
     Occurrences(const DisplayText &text, const QStringList &wanted)
     {
-        std::bitset<128> lengths;
-        for (const QString &line : wanted) {
-            m_lines.insert(line, {});
-            lengths.set(Slot(line.size()));
-        }
+        for (const QString &line : wanted)
+            m_lines.insert(Displayed(line), {});
+        for (auto line = m_lines.constBegin(); line != m_lines.constEnd(); ++line)
+            m_slots.set(Slot(line.key()));
         for (int line = 1; line <= text.LineCount() && !wanted.isEmpty(); ++line) {
-            if (!lengths.test(Slot(text.Line(line).size())))
+            const QStringView view = text.Line(line);
+            if (!m_slots.test(Slot(view)))
                 continue;
-            if (const auto found = m_lines.find(LineInFile(text, line)); found != m_lines.end())
-                found->push_back(line);
+            if (const auto found = m_lines.find(view.toString()); found != m_lines.end())
+                (*found)[LineInFile(text, line)].push_back(line);
         }
     }
 
     /// The line that is the n-th to say so, 0 when there are fewer. @param occurrence  1 for the first
     int Line(const QString &line, int occurrence) const
     {
-        const QList<int> lines = m_lines.value(line);
-        return occurrence >= 1 && occurrence <= lines.size() ? lines[occurrence - 1] : 0;
+        const std::vector<int> lines = m_lines.value(Displayed(line)).value(line);
+        return occurrence <= int(lines.size()) ? lines[size_t(occurrence) - 1] : 0;
     }
 
     /// Which of the lines that say so a line is, 1 the first.
     int Number(const QString &line, int at) const
     {
-        return int(m_lines.value(line).indexOf(at)) + 1;
+        const std::vector<int> lines = m_lines.value(Displayed(line)).value(line);
+        return int(std::ranges::lower_bound(lines, at) - lines.begin()) + 1;
     }
 
   private:
-    static size_t Slot(qsizetype length)
+    static constexpr size_t SlotCount = 1 << 16;
+
+    static size_t Slot(QStringView line)
     {
-        return size_t(length) % 128;
+        const qsizetype length = line.size();
+        if (length == 0)
+            return 0;
+        const auto at = [line](qsizetype index) { return size_t(line[index].unicode()); };
+        return (size_t(length) + at(length - 1) * 31 + at(length / 2) * 1009 + at(length / 3) * 9176) % SlotCount;
     }
 
-    QHash<QString, QList<int>> m_lines;
+    // By the text on the page, and then by the line in the file: few lines differ only in their brackets.
+    QHash<QString, QHash<QString, std::vector<int>>> m_lines;
+    std::bitset<SlotCount> m_slots;
 };
 
 struct Entry
@@ -102,17 +117,25 @@ MarkList::MarkList(const QString &path, const QString &userName) : m_path(path),
 
 std::vector<int> MarkList::Find(const QString &title, const DisplayText &text) const
 {
-    std::vector<Entry> entries;
+    QStringList lines;
+    QString error;
+    ReadList(m_path, &lines, &error);
+    return FindIn(lines, title, text);
+}
+
+std::vector<int> MarkList::FindIn(const QStringList &entries, const QString &title, const DisplayText &text) const
+{
+    std::vector<Entry> about;
     QStringList wanted;
-    for (const QString &listed : ReadList(m_path)) {
+    for (const QString &listed : entries) {
         if (const std::optional<Entry> entry = ReadEntry(listed, m_userName, title)) {
-            entries.push_back(*entry);
+            about.push_back(*entry);
             wanted += entry->line;
         }
     }
     const Occurrences occurrences(text, wanted);
     std::vector<int> blanks;
-    for (const Entry &entry : entries) {
+    for (const Entry &entry : about) {
         const int line = occurrences.Line(entry.line, entry.occurrence);
         if (line == 0)
             continue;
@@ -120,38 +143,52 @@ std::vector<int> MarkList::Find(const QString &title, const DisplayText &text) c
         if (entry.blankInLine <= int(onLine.size()))
             blanks.push_back(onLine.front() + entry.blankInLine - 1);
     }
-    std::sort(blanks.begin(), blanks.end());
+    std::ranges::sort(blanks);
     blanks.erase(std::unique(blanks.begin(), blanks.end()), blanks.end());
     return blanks;
 }
 
 std::vector<int> MarkList::FindInFile(const QString &studyFilePath) const
 {
+    const QString title = GetFileTitle(studyFilePath);
+    QStringList listed;
+    QString error;
+    ReadList(m_path, &listed, &error);
+    const bool hasEntry = std::ranges::any_of(
+        listed, [&](const QString &line) { return ReadEntry(line, m_userName, title).has_value(); });
     StudyLines lines;
-    if (ReadStudyText(studyFilePath, MaxLineBytes, &lines).fault != TextFault::None)
+    if (!hasEntry || ReadStudyText(studyFilePath, MaxLineBytes, &lines).fault != TextFault::None)
         return {};
-    return Find(GetFileTitle(studyFilePath), DisplayText(std::move(lines)));
+    return FindIn(listed, title, DisplayText(std::move(lines)));
+}
+
+QStringList MarkList::Entries(const QString &title, const DisplayText &text, const std::vector<int> &blanks) const
+{
+    QStringList marked;
+    for (const int blank : blanks)
+        marked += LineInFile(text, text.Blanks().LineOf(blank));
+    const Occurrences occurrences(text, marked);
+    QStringList entries;
+    for (size_t i = 0; i < blanks.size(); ++i) {
+        const int line = text.Blanks().LineOf(blanks[i]);
+        const QString inFile = marked[qsizetype(i)];
+        entries +=
+            ListedEntry({inFile, blanks[i] - text.BlanksOnLine(line).front() + 1, occurrences.Number(inFile, line)},
+                        m_userName, title);
+    }
+    return entries;
 }
 
 bool MarkList::Write(const QString &title, const DisplayText &text, const std::vector<int> &blanks,
                      QString *message) const
 {
-    QStringList lines = ReadList(m_path);
-    lines.removeIf([&](const QString &listed) { return ReadEntry(listed, m_userName, title).has_value(); });
-    QStringList marked;
-    for (const int blank : blanks)
-        marked += LineInFile(text, text.Blanks().LineOf(blank));
-    const Occurrences occurrences(text, marked);
-    for (size_t i = 0; i < blanks.size(); ++i) {
-        const int line = text.Blanks().LineOf(blanks[i]);
-        const QString inFile = marked[qsizetype(i)];
-        lines +=
-            ListedEntry({inFile, blanks[i] - text.BlanksOnLine(line).front() + 1, occurrences.Number(inFile, line)},
-                        m_userName, title);
-    }
+    QStringList lines;
     QString reason;
-    if (WriteList(m_path, lines, &reason))
-        return true;
+    if (ReadList(m_path, &lines, &reason)) {
+        lines.removeIf([&](const QString &listed) { return ReadEntry(listed, m_userName, title).has_value(); });
+        if (WriteList(m_path, lines + Entries(title, text, blanks), &reason))
+            return true;
+    }
     *message = u"苦手の印を保存できません。\r\n  "_s + m_path + u"\r\n  "_s + reason;
     return false;
 }

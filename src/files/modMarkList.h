@@ -22,7 +22,13 @@ class MarkList
     /// @param title  of the study file, as GetFileTitle gives it
     std::vector<int> Find(const QString &title, const DisplayText &text) const;
 
-    /// The same of a study file; none where it cannot be read.
+    /// The entries for some blanks of a text, as the list has them. @param blanks  ascending
+    QStringList Entries(const QString &title, const DisplayText &text, const std::vector<int> &blanks) const;
+
+    /// The blanks of a text that such entries mark.
+    std::vector<int> FindIn(const QStringList &entries, const QString &title, const DisplayText &text) const;
+
+    /// The same as Find of a study file; none where it cannot be read.
     std::vector<int> FindInFile(const QString &studyFilePath) const;
 
     /// Writes the marks of a text in the place of those that the list has for its file. All other lines stay as

@@ -27,7 +27,9 @@ std::optional<Entry> ReadEntry(const QString &listed)
 template <typename Condition>
 Entry LastEntry(const QString &path, Condition condition)
 {
-    const QStringList lines = ReadList(path);
+    QStringList lines;
+    QString error;
+    ReadList(path, &lines, &error);
     for (auto listed = lines.rbegin(); listed != lines.rend(); ++listed)
         if (const std::optional<Entry> entry = ReadEntry(*listed); entry && condition(*entry))
             return *entry;
@@ -59,14 +61,15 @@ bool PlaceList::Write(const QString &userName, const QString &title, int line, Q
 {
     const QString name = ListField(userName);
     const QString file = ListField(title);
-    QStringList lines = ReadList(m_path);
+    QStringList lines;
+    QString reason;
+    const bool isRead = ReadList(m_path, &lines, &reason);
     lines.removeIf([&](const QString &listed) {
         const std::optional<Entry> entry = ReadEntry(listed);
         return entry && entry->userName == name && entry->title == file;
     });
     lines += QStringList({name, file, QString::number(line)}).join(u'\t');
-    QString reason;
-    if (WriteList(m_path, lines, &reason))
+    if (isRead && WriteList(m_path, lines, &reason))
         return true;
     *message = u"学習を終えた所を保存できません。\r\n  "_s + m_path + u"\r\n  "_s + reason;
     return false;

@@ -209,9 +209,6 @@ void StudyStateBar::AskForLine(int line, int lineCount)
 
 void StudyStateBar::OfferLine(int line)
 {
-    QSizePolicy policy = lblOffer->sizePolicy();
-    policy.setRetainSizeWhenHidden(line > 0);
-    lblOffer->setSizePolicy(policy);
     lblOffer->setText(line > 0 ? u"前回は "_s + QString::number(line) + u" 行（Ctrl+G）"_s : QString());
     lblOffer->setVisible(line > 0);
 }
@@ -279,7 +276,7 @@ void StudyStateBar::ShowProgress(const StudyRound &round, const PageInView &page
 void StudyStateBar::ShowKeyword(const QString &wanted, bool isFound, const QString &where)
 {
     const int widestPx = fontMetrics().averageCharWidth() * 24; // so that a long word does not hide the verdict
-    const QStringList parts = where.split(u'　'); // "2 / 6", and that the search has come round
+    const QStringList parts = where.split(u'　');               // "2 / 6", and that the search has come round
     lblKeyword->setText(fontMetrics().elidedText(wanted, Qt::ElideMiddle, widestPx) +
                         (isFound ? QString(u"　"_s + parts.first()) : u"はありません"_s));
     lblKeyword->show();

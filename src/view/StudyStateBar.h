@@ -41,7 +41,7 @@ class StudyStateBar : public QWidget
     /// Offers the line at which the user stopped the last time, for the field of AskForLine; 0 offers none.
     void OfferLine(int line);
 
-    /// Takes the offer back. Its space stays as long as the file.
+    /// Takes the offer back.
     void EndOffer();
 
     /// Says something for some seconds, over the beginning of the row, so that nothing moves.

@@ -145,6 +145,7 @@ void frmText::ShowText(int topLine)
     m_stateBar->SetFile(m_session.Text().LineCount(), m_session.Round().BlankCount());
     if (m_frmSearch)
         m_frmSearch->SetText(&m_session.Text());
+    m_wholeLine = 0;
     ShowHardControls();
     SetUpScrollBar();
     HScroll->setValue(0);
@@ -280,11 +281,17 @@ void frmText::ExportFile()
     frmExport(m_services, m_msg, m_session.Marks(), ReportFolderPath(), this).Run(m_session.Path());
 }
 
+/// Where the user stops. Whoever has only looked in stops where the time before.
+int frmText::StoppedAt() const
+{
+    return m_offeredLine > 0 ? m_offeredLine : VScroll->value();
+}
+
 /// Completes the session, and tells what could not be kept.
 void frmText::CompleteSession()
 {
     m_keeping->stop();
-    for (const QString &message : m_session.Complete(VScroll->value()))
+    for (const QString &message : m_session.Complete(StoppedAt()))
         m_services.ShowMessage(message);
 }
 
@@ -311,6 +318,6 @@ void frmText::Record()
     if (m_stage == Stage::Ended)
         return;
     m_stage = Stage::Ended;
-    m_session.Complete(VScroll->value());
+    m_session.Complete(StoppedAt());
     m_database.Close();
 }

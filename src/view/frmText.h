@@ -93,6 +93,7 @@ class frmText : public QWidget
     void SaveFormPos();
 
     PageInView Page() const;
+    int StoppedAt() const;
     void CompleteSession();
     void SetUpScrollBar();
     void ShowNeededScrollBars();
@@ -189,5 +190,6 @@ class frmText : public QWidget
     int m_wholeLine = 0;     // line that was last shown as a whole, while nothing else was shown since
     int m_topLineBefore = 1; // the round that can be taken back
     int m_markLineBefore = 0;
+    int m_markLineAfter = 0;
     bool m_isVoiceTold = false; // that there is none
 };

@@ -146,7 +146,10 @@ void frmText::OfferToTakeBack(unsigned roundBefore, int topLine, int markLine)
         return;
     m_topLineBefore = topLine;
     m_markLineBefore = markLine;
-    m_stateBar->ShowNotice(u"すべて隠しました（Ctrl+Z で元に戻す）"_s);
+    m_markLineAfter = m_session.Round().lngMarkLine();
+    m_wholeLine = 0;
+    m_stateBar->ShowNotice(m_session.Round().IsOnlyHard() ? u"苦手を隠しました（Ctrl+Z で元に戻す）"_s
+                                                          : u"すべて隠しました（Ctrl+Z で元に戻す）"_s);
 }
 
 /// Brings back what the last hiding of all answers has hidden.
@@ -156,7 +159,9 @@ void frmText::TakeBack()
     if (!round.CanTakeBack())
         return;
     round.TakeBack();
-    round.MarkLine(m_markLineBefore);
+    if (round.lngMarkLine() == m_markLineAfter)
+        round.MarkLine(m_markLineBefore); // no other one was chosen since
+    m_wholeLine = 0;
     m_stateBar->HideNotice();
     ShowHardControls();
     ShowLine(m_topLineBefore);
@@ -178,7 +183,7 @@ void frmText::ToggleHard(int blank)
 void frmText::KeepMarks()
 {
     if (QString message; !m_session.KeepMarks(&message))
-        m_services.ShowMessage(message);
+        Ask(message, MsgStyle::Ok, u"notify.wav"_s);
 }
 
 void frmText::chkOnlyHard_Click()
@@ -231,6 +236,7 @@ void frmText::ToggleWholeLine()
     for (const int blank : onLine)
         picText->DrawBlank(blank);
     m_wholeLine = line;
+    m_stateBar->HideNotice();
     m_stateBar->ShowCount(round.lngOpenCount());
     ShowProgress();
     SpeakAnswer(shown.join(u'、'));

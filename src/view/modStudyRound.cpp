@@ -15,17 +15,19 @@ void StudyRound::Load(int blankCount, const std::vector<int> &hardBlanks)
 
 void StudyRound::Reload(int blankCount, const std::vector<int> &hardBlanks)
 {
+    // While only the hard ones are studied, what is hard decides what is hidden, and only hard ones keep their state.
     std::vector<int> shown;
     for (int blank = 1; blank <= qMin(blankCount, BlankCount()); ++blank)
-        if (bolOpen(blank))
+        if (bolOpen(blank) && (!m_isOnlyHard || IsHard(blank)))
             shown.push_back(blank);
     m_changedIn.assign(size_t(blankCount) + 1, 0);
     MarkAsHard(hardBlanks);
-    m_round = Round{.number = ++m_lastNumber};
+    BeginRound();
     m_before.reset();
     m_lastShown = 0;
     for (const int blank : shown)
-        Change(blank);
+        if (!bolOpen(blank))
+            Change(blank);
 }
 
 void StudyRound::MarkAsHard(const std::vector<int> &blanks)
@@ -62,7 +64,7 @@ void StudyRound::ToggleLine(const BlankRange &blanks)
 {
     const bool hasHidden = std::ranges::any_of(blanks, [this](int blank) { return !bolOpen(blank); });
     for (const int blank : blanks)
-        if (bolOpen(blank) != hasHidden)
+        if (hasHidden ? !bolOpen(blank) : !IsShownAtFirst(blank))
             Toggle(blank);
 }
 
@@ -84,6 +86,7 @@ void StudyRound::StudyOnlyHard(bool isOnlyHard)
 void StudyRound::BeginRound()
 {
     m_before = m_round;
+    m_keptBefore.clear();
     m_round = Round{.number = ++m_lastNumber, .showsEasy = m_isOnlyHard};
     m_round.shownCount = m_isOnlyHard ? BlankCount() - m_hardCount : 0;
 }
@@ -91,21 +94,34 @@ void StudyRound::BeginRound()
 void StudyRound::TakeBack()
 {
     m_round = *m_before;
-    m_isOnlyHard = m_wasOnlyHard && m_hardCount > 0;
     m_before.reset();
+    m_isOnlyHard = m_wasOnlyHard && m_hardCount > 0;
+    for (const KeptBlank &kept : m_keptBefore) {
+        const bool isChanged = kept.wasShown != IsShownAtFirst(kept.blank);
+        m_changedIn[size_t(kept.blank)] = isChanged ? m_round.number : 0;
+        m_round.changedCount += int(isChanged) - int(kept.wasChanged);
+    }
+}
+
+/// What a blank was in the round that can be taken back is told by whether it is hard; before that changes, it is kept.
+void StudyRound::KeepBefore(int blank)
+{
+    const auto isKept = [blank](const KeptBlank &kept) { return kept.blank == blank; };
+    if (!m_before || std::ranges::any_of(m_keptBefore, isKept))
+        return;
+    const bool wasChanged = m_changedIn[size_t(blank)] == m_before->number;
+    m_keptBefore.push_back({blank, wasChanged != (m_before->showsEasy && !IsHard(blank)), wasChanged});
 }
 
 void StudyRound::ToggleHard(int blank)
 {
+    KeepBefore(blank);
     const bool wasOpen = bolOpen(blank);
     m_isHard[size_t(blank)] = !m_isHard[size_t(blank)];
     m_hardCount += m_isHard[size_t(blank)] ? 1 : -1;
     m_isOnlyHard = m_isOnlyHard && m_hardCount > 0;
-    if (m_before && m_before->showsEasy)
-        m_before.reset(); // what it showed at first is not known any more
     if (bolOpen(blank) == wasOpen)
         return;
-    m_before.reset(); // nor whether the blank was changed in it
     const int shownCount = m_round.shownCount;
     Change(blank);
     m_round.shownCount = shownCount;

@@ -17,7 +17,8 @@ class StudyRound
     void Load(int blankCount, const std::vector<int> &hardBlanks = {});
 
     /// The same file read again, which may now have more or fewer blanks. The first blanks keep their state by number,
-    /// whatever was inserted before them; the rest are hidden. Count and marked line stay.
+    /// whatever was inserted before them; the rest are hidden. While only the hard ones are studied, those that are not
+    /// hard are shown, and the others keep their state where they were hard before. Count and marked line stay.
     void Reload(int blankCount, const std::vector<int> &hardBlanks = {});
 
     int BlankCount() const
@@ -138,7 +139,16 @@ class StudyRound
         return m_round.showsEasy && !m_isHard[size_t(blank)];
     }
 
+    /// A blank in the round that can be taken back.
+    struct KeptBlank
+    {
+        int blank;
+        bool wasShown;
+        bool wasChanged;
+    };
+
     void Change(int blank);
+    void KeepBefore(int blank);
     void MarkAsHard(const std::vector<int> &blanks);
     void BeginRound();
 
@@ -150,8 +160,9 @@ class StudyRound
     bool m_isOnlyHard = false;
     unsigned m_lastNumber = 1; // of all rounds
     Round m_round;
-    std::optional<Round> m_before; // the round that can be taken back
-    bool m_wasOnlyHard = false;    // with it
+    std::optional<Round> m_before;       // the round that can be taken back
+    bool m_wasOnlyHard = false;          // with it
+    std::vector<KeptBlank> m_keptBefore; // whose marks were changed since
     int m_lastShown = 0;
     int m_openCount = 0;
     int m_markLine = 0;

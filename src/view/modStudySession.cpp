@@ -42,10 +42,11 @@ bool StudySession::Open(const QString &path, QString *message)
 
 bool StudySession::ReadAgain(QString *message, int *errorLine)
 {
-    KeepMarks(message); // they are found again by what is kept; that it cannot be was told when they were made
+    const QString title = GetFileTitle(m_path);
+    const QStringList marks = m_marks.Entries(title, m_text, m_round.HardBlanks());
     if (!Read(m_path, message, errorLine))
         return false;
-    m_round.Reload(m_text.Blanks().Count(), m_marks.Find(GetFileTitle(m_path), m_text));
+    m_round.Reload(m_text.Blanks().Count(), m_marks.FindIn(marks, title, m_text));
     return true;
 }
 
@@ -91,8 +92,8 @@ bool StudySession::KeepMarks(QString *message)
 {
     if (!m_isMarkChanged)
         return true;
-    m_isMarkChanged = false; // also where it fails: to tell of it once is enough
-    return m_marks.Write(GetFileTitle(m_path), m_text, m_round.HardBlanks(), message);
+    m_isMarkChanged = !m_marks.Write(GetFileTitle(m_path), m_text, m_round.HardBlanks(), message);
+    return !m_isMarkChanged;
 }
 
 std::optional<ElapsedTime> StudySession::ClockTick() const

@@ -68,6 +68,17 @@ TEST_F(Lists, LinesOfOthersStayAsTheyAre)
     EXPECT_TRUE(message.startsWith(u"苦手の印を保存できません。\r\n  ")) << message.toStdString();
 }
 
+TEST_F(Lists, AListThatCannotBeReadIsNotReplaced)
+{
+    const QByteArray broken = "\xE8\x8A\xB1\xFF\ta\tb\t1\r\n";
+    folder.Write(u"ListMark.txt"_s, broken);
+    EXPECT_FALSE(MarkList(path, u"花子"_s).Write(u"a"_s, DisplayText(LinesOf({u"[a]"_s})), {1}, &message));
+    EXPECT_EQ(folder.Read(u"ListMark.txt"_s), broken);
+    folder.Write(u"ListPlace.txt"_s, broken);
+    EXPECT_FALSE(PlaceList(folder.Path(u"ListPlace.txt"_s)).Write(u"花子"_s, u"a"_s, 7, &message));
+    EXPECT_EQ(folder.Read(u"ListPlace.txt"_s), broken);
+}
+
 TEST_F(Lists, TheLastPlaceOfAUserIsTheOneWrittenLast)
 {
     const PlaceList places(folder.Path(u"ListPlace.txt"_s));

@@ -147,10 +147,24 @@ TEST(StudyRound, AReReadWhileOnlyTheHardAreStudiedKeepsWhatIsShown)
     round.Load(3, {2});
     round.StudyOnlyHard(true);
     round.Reload(4, {3});
-    EXPECT_EQ(Open(round), u"x-x-"_s) << "by number, and the new one is hidden";
+    EXPECT_EQ(Open(round), u"xx-x"_s) << "what is hard decides";
     EXPECT_TRUE(round.IsHard(3) && round.IsOnlyHard());
+    round.Toggle(3);
+    round.Reload(4, {3, 4});
+    EXPECT_EQ(Open(round), u"xxx-"_s);
+    EXPECT_EQ(round.ShownCount(), 3);
+    round.ToggleLine(BlankRange(1, 5));
+    EXPECT_EQ(Open(round), u"xxxx"_s);
+    round.ToggleLine(BlankRange(1, 5));
+    EXPECT_EQ(Open(round), u"xx--"_s) << "only the hard ones of a line are hidden again";
+    round.Toggle(4);
     round.HideAll();
-    EXPECT_EQ(Open(round), u"xx-x"_s);
+    round.ToggleHard(4);
+    round.ToggleHard(1);
+    EXPECT_EQ(Open(round), u"xx--"_s);
+    round.TakeBack();
+    EXPECT_EQ(Open(round), u"xx-x"_s) << "marks that were set in between change nothing of it";
+    EXPECT_EQ(round.ShownCount(), 3);
 }
 
 TEST(Enter, ShowsTheNextHiddenAnswerInView)
