@@ -11,6 +11,7 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <QRegularExpression>
 
 #include <algorithm>
 
@@ -20,6 +21,7 @@ namespace {
 
 constexpr QStringView LineEnd = u"\r\n";
 constexpr QStringView NothingMade = u"学習ファイルは作りません。";
+constexpr QChar ZeroWidthSpace(0x200B);
 constexpr qsizetype BeginningCharacters = 30; // of a line that a message quotes
 
 QString FileNameLine(const QString &name)
@@ -52,23 +54,59 @@ void AddCell(QStringView cell, QString *text)
     }
 }
 
-bool BracketsPair(QStringView text)
-{
-    return IsBracketCountEqual(text) && IsBracketOrderValid(text);
-}
-
 QString WithFullWidthBrackets(QStringView text)
 {
     return text.toString().replace(u'[', u'［').replace(u']', u'］');
+}
+
+/// The marks by which flash cards hide words: "{{c1::answer}}" or "{{c1::answer::hint}}". One that holds another is
+/// text, and so is its other half.
+const QRegularExpression &Cloze()
+{
+    static const QRegularExpression cloze(uR"(\{\{c\d+::((?:(?!\{\{|::|\}\}).)*)(?:::(?:(?!\{\{|\}\}).)*)?\}\})"_s);
+    return cloze;
+}
+
+/// Makes blanks of the marks in a cell. @param widened  becomes more by the brackets that were in answers
+QString WithBlanksOfCloze(const QString &cell, qsizetype *widened)
+{
+    QString text;
+    qsizetype done = 0;
+    for (const QRegularExpressionMatch &mark : Cloze().globalMatch(cell)) {
+        const QStringView answer = mark.capturedView(1);
+        *widened += answer.count(u'[') + answer.count(u']');
+        text +=
+            QStringView(cell).sliced(done, mark.capturedStart() - done) + u'[' + WithFullWidthBrackets(answer) + u']';
+        done = mark.capturedEnd();
+    }
+    text += QStringView(cell).sliced(done);
+    return text.remove(ZeroWidthSpace); // by which our own export keeps apart what is no mark
+}
+
+bool HasCloze(const Table &table)
+{
+    for (int row = 1; row <= qMin(table.RowCount(), PreviewRows); ++row)
+        for (int column = 1; column <= table.CellCount(row); ++column)
+            if (table.Cell(row, column).contains(u"{{c") &&
+                Cloze().match(table.Cell(row, column).toString()).hasMatch())
+                return true;
+    return false;
+}
+
+bool BracketsPair(QStringView text)
+{
+    return IsBracketCountEqual(text) && IsBracketOrderValid(text);
 }
 
 /// Makes the lines of one row after the other.
 class StudyTextMaker
 {
   public:
-    explicit StudyTextMaker(const TableOptions &options)
+    /// @param widened  brackets that have become full-width already
+    StudyTextMaker(const TableOptions &options, qsizetype widened)
         : m_options(options), m_between(WithFullWidthBrackets(options.between))
     {
+        m_study.bracketsWidened = widened;
         std::ranges::replace_if(m_between, IsLayout, u' ');
     }
 
@@ -208,6 +246,8 @@ QString NameWithCell(const TableCells &cells, const CharacterAt &at)
 QList<bool> HiddenAtFirst(const Table &table)
 {
     QList<bool> isHidden(table.ColumnCount(), false);
+    if (HasCloze(table))
+        return isHidden;
     const int ofFirstRow = table.CellCount(1);
     int column = LastColumnWithText(table, ofFirstRow > 1 ? ofFirstRow : table.ColumnCount());
     if (column == 0)
@@ -227,7 +267,11 @@ TableCells CellsOf(const Table &table, const TableOptions &options, int mostRows
         for (int column = 1; column <= count; ++column) {
             if (column > 1)
                 cells.text += u'\t';
+            const qsizetype cellStart = cells.text.size();
             AddCell(table.Cell(row, column), &cells.text);
+            const QStringView cell = QStringView(cells.text).sliced(cellStart);
+            if (!options.isHidden.value(column - 1) && cell.contains(u"{{c"))
+                cells.text.replace(cellStart, cell.size(), WithBlanksOfCloze(cell.toString(), &cells.bracketsWidened));
         }
         if (cells.text.size() - start < count) { // nothing but tabs
             cells.text.truncate(start);
@@ -241,7 +285,7 @@ TableCells CellsOf(const Table &table, const TableOptions &options, int mostRows
 
 TableStudyText StudyTextOf(const TableCells &cells, const TableOptions &options)
 {
-    StudyTextMaker maker(options);
+    StudyTextMaker maker(options, cells.bracketsWidened);
     qsizetype start = 0;
     for (const int rowNumber : cells.rowNumbers) {
         const qsizetype end = cells.text.indexOf(LineEnd, start);

@@ -25,17 +25,19 @@ struct TableOptions
 
 /// The columns that are hidden unless the user wants others: the last with any text in the rows that are shown. Columns
 /// that the first row lacks count only where that has a single one, or where no other has text: a separator in the text
-/// of one row makes a column too.
+/// of one row makes a column too. None where cells hold a cloze, which hides words by itself.
 QList<bool> HiddenAtFirst(const Table &table);
 
 /// Cells as one text that can be converted as a whole.
 struct TableCells
 {
-    QString text;                ///< rows end with CR LF, and TAB stands between cells, of which none holds either
-    std::vector<int> rowNumbers; ///< by line of the text, the row in the table
+    QString text;                  ///< rows end with CR LF, and TAB stands between cells, of which none holds either
+    std::vector<int> rowNumbers;   ///< by line of the text, the row in the table
+    qsizetype bracketsWidened = 0; ///< brackets that were in answers of a cloze
 };
 
 /// The cells of the rows that have any text. Blanks at the ends of a cell go; line ends and tabs within become a blank.
+/// A cloze in a shown column, "{{c1::answer}}" or "{{c1::answer::hint}}", becomes "[answer]".
 /// @param mostRows  of the table that are looked at
 TableCells CellsOf(const Table &table, const TableOptions &options, int mostRows = std::numeric_limits<int>::max());
 
