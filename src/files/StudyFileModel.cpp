@@ -131,7 +131,8 @@ void StudyFileModel::CheckNext()
 
 namespace {
 
-/// The right part of a row: remarks, or figures below each other, each field as wide as it usually is.
+/// The right part of a row: remarks, or figures below each other, each field as wide as it usually is. A name that
+/// would be cut takes the room of figures that are none.
 class RightPart
 {
   public:
@@ -143,10 +144,15 @@ class RightPart
             AddField(metrics.elidedText(remarks, Qt::ElideRight, available.width()), metrics, available, 0);
             return;
         }
-        const QStringList figures = index.data(StudyFileModel::FiguresRole).toStringList();
-        const QString usual[] = {u"888問"_s, u"88回"_s, u"8888年"_s};
-        for (qsizetype field = figures.size() - 1; field >= 0; --field)
-            AddField(figures[field], metrics, available, metrics.horizontalAdvance(usual[field]));
+        QStringList figures = index.data(StudyFileModel::FiguresRole).toStringList();
+        AddFigures(figures, metrics, available);
+        if (metrics.horizontalAdvance(index.data().toString()) <= NameWidthPx(available))
+            return;
+        while (!figures.isEmpty() && figures.back().isEmpty())
+            figures.removeLast();
+        m_fields.clear();
+        m_leftPx = available.right() + 1;
+        AddFigures(figures, metrics, available);
     }
 
     /// Pixels that are left for the name.
@@ -162,6 +168,13 @@ class RightPart
     }
 
   private:
+    void AddFigures(const QStringList &figures, const QFontMetrics &metrics, const QRect &available)
+    {
+        const QString usual[] = {u"888問"_s, u"88回"_s, u"8888年"_s};
+        for (qsizetype field = figures.size() - 1; field >= 0; --field)
+            AddField(figures[field], metrics, available, metrics.horizontalAdvance(usual[field]));
+    }
+
     void AddField(const QString &text, const QFontMetrics &metrics, const QRect &available, int leastPx)
     {
         const int rightPx = m_fields.empty() ? m_leftPx : m_leftPx - m_gapPx;

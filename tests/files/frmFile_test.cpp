@@ -163,6 +163,33 @@ TEST_F(FileWindowTest, LongNameLeavesTheRemarkInSight)
     window.Choose(QString());
 }
 
+TEST_F(FileWindowTest, LongNameTakesTheRoomOfFiguresThatAreNone)
+{
+    folder.WriteStudyFile(u"txt/"_s + QString(120, u'n') + u".txt"_s, {u"[a]"_s});
+    DBInsRecKotoban(database, services.now, u"花子"_s, u"another"_s);
+    DBUpdRecKotoban(database, services, services.now, u"花子"_s, 3);
+    script.When(u"frmFile"_s, [](QWidget *dialog) {
+        auto *const list = dialog->findChild<QListView *>(u"lstFile"_s);
+        const auto hasFigureAtTheEnd = [list](int row) {
+            QRect end = list->visualRect(list->model()->index(row, 0));
+            end.setLeft(end.right() - list->fontMetrics().horizontalAdvance(u"88回"_s));
+            QImage image = list->viewport()->grab(end).toImage();
+            const QImage asGrabbed = image;
+            image.fill(image.pixel(0, 0));
+            return asGrabbed != image;
+        };
+        list->grab();
+        const auto isKnown = [list] {
+            return list->model()->index(2, 0).data(Qt::ToolTipRole).toString().endsWith(u'問');
+        };
+        EXPECT_TRUE(QTest::qWaitFor(isKnown));
+        EXPECT_FALSE(hasFigureAtTheEnd(0)) << "in one column with the figures of others";
+        EXPECT_TRUE(hasFigureAtTheEnd(2));
+        dialog->close();
+    });
+    window.Choose(QString());
+}
+
 TEST_F(FileWindowTest, ShowsTheFiguresOfAFileOrWhatIsWrongWithIt)
 {
     DBInsRecKotoban(database, services.now, u"花子"_s, u"a good"_s);
