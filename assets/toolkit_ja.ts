@@ -1,7 +1,7 @@
 <?xml version="1.0" encoding="utf-8"?>
 <!DOCTYPE TS>
-<!-- The texts of the toolkit that its windows in this program show: the menus of text boxes and scroll bars, and the
-     dialog that asks for a file where the desktop has none of its own. -->
+<!-- The texts of the toolkit that its windows in this program show: the menus of text boxes and scroll bars, the
+     dialog that asks for a file where the desktop has none of its own, and the reasons why a file is not written. -->
 <TS version="2.1" language="ja_JP" sourcelanguage="en">
 <context>
     <name>QLineEdit</name>
@@ -109,5 +109,23 @@ Do you want to delete it anyway?</source><translation>「%1」は書き込みが
     <message><source>My Computer</source><translation>コンピュータ</translation></message>
     <message><source>Invalid filename</source><translation>使えない名前</translation></message>
     <message><source>&lt;b&gt;The name "%1" can not be used.&lt;/b&gt;&lt;p&gt;Try using another name, with fewer characters or no punctuations marks.</source><translation>&lt;b&gt;「%1」という名前は使えません。&lt;/b&gt;&lt;p&gt;もっと短い名前か，記号のない名前にしてください。</translation></message>
+</context>
+<context>
+    <name>QSaveFile</name>
+    <message><source>Existing file %1 is not writable</source><translation>書き込みが禁じられているファイルです。</translation></message>
+    <message><source>Filename refers to a directory</source><translation>同じ名前のフォルダがあります。</translation></message>
+    <message><source>Writing canceled by application</source><translation>書き込みを途中でやめました。</translation></message>
+</context>
+<context>
+    <name>QFile</name>
+    <message><source>Destination file exists</source><translation>同じ名前のファイルがあります。</translation></message>
+    <message><source>Destination file is the same file.</source><translation>元のファイルと同じファイルです。</translation></message>
+    <message><source>Source file does not exist.</source><translation>元のファイルがありません。</translation></message>
+    <message><source>Cannot remove source file</source><translation>元のファイルを消せません。</translation></message>
+    <message><source>Error while renaming: %1</source><translation>名前を変えられません：%1</translation></message>
+</context>
+<context>
+    <name>QIODevice</name>
+    <message><source>Unknown error</source><translation>原因は分かりません。</translation></message>
 </context>
 </TS>
