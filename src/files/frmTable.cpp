@@ -96,7 +96,7 @@ void frmTable::Form_Load()
     fraTable->setObjectName(u"fraTable"_s);
     fraTable->setAccessibleName(u"表の初めの行"_s);
     fraTable->setBackgroundRole(QPalette::Base);
-    fraTable->setMinimumHeight(linePx * 6);
+    fraTable->setMinimumHeight(linePx * 4);
     chkHeader->setObjectName(u"chkHeader"_s);
     chkHeader->setToolTip(u"1行目を学習ファイルに入れません (Alt+H)"_s);
     connect(chkHeader, &QCheckBox::clicked, this, &frmTable::chkHeader_Click);
@@ -106,7 +106,7 @@ void frmTable::Form_Load()
     txtPreview->setTabChangesFocus(true);
     txtPreview->setLineWrapMode(QPlainTextEdit::NoWrap);
     txtPreview->setFont(PageFont());
-    txtPreview->setMinimumHeight(linePx * 4);
+    txtPreview->setMinimumHeight(linePx * 2);
 
     auto *const content = new QWidget(this);
     content->setObjectName(u"content"_s);
@@ -183,8 +183,6 @@ QLayout *frmTable::Buttons()
     connect(cmdCancel, &QPushButton::clicked, this, &frmTable::cmdCancel_Click);
     cmdOK->setDefault(true);
 
-    lblHint->setWordWrap(true);
-
     auto *const row = new QHBoxLayout;
     row->addWidget(lblHint, 1);
     row->addWidget(cmdOK);
@@ -256,8 +254,10 @@ void frmTable::ReadAgain(const QString &separator)
 
 void frmTable::ShowRows(const QList<bool> &isHidden)
 {
-    lblTable->SetText(QFileInfo(m_tablePath).fileName() + u"　"_s + QString::number(m_table.RowCount()) + u"行 "_s +
-                      QString::number(m_table.ColumnCount()) + u"列"_s);
+    const QString size =
+        QString::number(m_table.RowCount()) + u"行 "_s + QString::number(m_table.ColumnCount()) + u"列"_s;
+    const QString name = QFileInfo(m_tablePath).fileName();
+    lblTable->SetText(m_fault.isEmpty() ? QString(name + u"　"_s + size) : name);
     fraTable->setWidget(TableView(isHidden));
     QWidget *last = fraTable;
     for (QCheckBox *const next : chkHide) {

@@ -114,7 +114,7 @@ QString SeparatorByName(const QString &name)
 
 TableRefusal NoTextTable()
 {
-    return {u"テキストファイルではないか，ほかの文字コードです。"_s,
+    return {u"テキストではないか，ほかの文字コードです。"_s,
             u"表計算ソフトの表は，UTF-8のCSVとして保存してから選んでください。"_s};
 }
 
