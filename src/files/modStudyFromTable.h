@@ -89,6 +89,7 @@ bool CheckStudyFileTitle(const QString &title, QString *message);
 bool ConvertBetween(QString *between, QString *message);
 
 /// The texts for the user, whole, their lines separated by CR LF.
+
 /// @param cells  as they were before the conversion
 QString TableAccentsQuestion(const TableCells &cells, const ConvertedText &converted);
 QString UnwritableCellsMessage(const TableCells &cells, const ConvertedText &converted);

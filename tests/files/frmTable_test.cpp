@@ -8,6 +8,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
+#include <QTest>
 
 #include <gtest/gtest.h>
 
@@ -127,9 +128,13 @@ TEST_F(TableWindowTest, TheTableIsReadAgainAsTheUserWantsIt)
         separator->setCurrentText(u"タブ"_s);
         EXPECT_EQ(preview->toPlainText(), u"[\"ﾈｺ - ｲﾇ]　[ｻﾙ]\n"_s) << "what was hidden is";
         EXPECT_EQ(hint->text(), QString());
-        dialog->close();
+        QTest::keyClick(separator, Qt::Key_Return);
     };
-    Make(ToCodePage932(u"\"ﾈｺ - ｲﾇ\tｻﾙ\n"), choose, {});
+    EXPECT_EQ(Make(ToCodePage932(u"\"ﾈｺ - ｲﾇ\tｻﾙ\n"), choose, {ok}), u"words.txt"_s) << "Enter is for the button";
+    const auto leave = [](QWidget *dialog) {
+        QTest::keyClick(dialog->findChild<QComboBox *>(u"cboTableSeparator"_s), Qt::Key_Escape);
+    };
+    EXPECT_EQ(Make("a,b\n", leave, {}), QString());
 }
 
 TEST_F(TableWindowTest, NothingIsWrittenWhereItIsRefused)
