@@ -36,7 +36,9 @@ void SortAsPeopleCount(QStringList *names)
     std::vector<Keyed> keyed;
     keyed.reserve(size_t(names->size()));
     for (const QString &name : *names)
-        keyed.push_back({IsPrintableCopy(name), collator.sortKey(name), name});
+        // Not every system takes full-width figures for numbers.
+        keyed.push_back(
+            {IsPrintableCopy(name), collator.sortKey(name.normalized(QString::NormalizationForm_KC)), name});
     std::sort(keyed.begin(), keyed.end());
     std::transform(keyed.begin(), keyed.end(), names->begin(), [](const Keyed &one) { return one.name; });
 }
