@@ -22,24 +22,20 @@ void SortAsPeopleCount(QStringList *names)
     struct Keyed
     {
         bool isCopy;
-        QCollatorSortKey key;
+        QString key; // not every system takes full-width figures for numbers
         QString name;
-
-        bool operator<(const Keyed &other) const
-        {
-            if (isCopy != other.isCopy)
-                return other.isCopy;
-            const int order = key.compare(other.key);
-            return order != 0 ? order < 0 : name < other.name; // "a.txt" and "A.txt" keep their order
-        }
     };
     std::vector<Keyed> keyed;
     keyed.reserve(size_t(names->size()));
     for (const QString &name : *names)
-        // Not every system takes full-width figures for numbers.
-        keyed.push_back(
-            {IsPrintableCopy(name), collator.sortKey(name.normalized(QString::NormalizationForm_KC)), name});
-    std::sort(keyed.begin(), keyed.end());
+        keyed.push_back({IsPrintableCopy(name), name.normalized(QString::NormalizationForm_KC), name});
+    // Not by sort keys, which do not take figures for numbers everywhere.
+    std::sort(keyed.begin(), keyed.end(), [&collator](const Keyed &one, const Keyed &other) {
+        if (one.isCopy != other.isCopy)
+            return other.isCopy;
+        const int order = collator.compare(one.key, other.key);
+        return order != 0 ? order < 0 : one.name < other.name; // "a.txt" and "A.txt" keep their order
+    });
     std::transform(keyed.begin(), keyed.end(), names->begin(), [](const Keyed &one) { return one.name; });
 }
 
