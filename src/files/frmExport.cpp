@@ -95,12 +95,7 @@ QLayout *frmExport::Buttons()
     QPushButton *const cmdCancel = NamedButton(u"cmdCancel"_s, u"キャンセル"_s, u"書き出さずに戻ります (Esc)"_s, this);
     connect(cmdOK, &QPushButton::clicked, this, &frmExport::cmdOK_Click);
     connect(cmdCancel, &QPushButton::clicked, this, &frmExport::cmdCancel_Click);
-    cmdOK->setDefault(true);
-    auto *const buttons = new QHBoxLayout;
-    buttons->addStretch();
-    buttons->addWidget(cmdOK);
-    buttons->addWidget(cmdCancel);
-    return buttons;
+    return AnswerRow(cmdOK, cmdCancel);
 }
 
 void frmExport::Run(const QString &studyFilePath)

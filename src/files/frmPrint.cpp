@@ -76,12 +76,7 @@ QLayout *frmPrint::Buttons()
     QPushButton *const cmdCancel = NamedButton(u"cmdCancel"_s, u"キャンセル"_s, u"印刷せずに戻ります (Esc)"_s, this);
     connect(cmdOK, &QPushButton::clicked, this, &frmPrint::cmdOK_Click);
     connect(cmdCancel, &QPushButton::clicked, this, &frmPrint::cmdCancel_Click);
-    cmdOK->setDefault(true);
-    auto *const buttons = new QHBoxLayout;
-    buttons->addStretch();
-    buttons->addWidget(cmdOK);
-    buttons->addWidget(cmdCancel);
-    return buttons;
+    return AnswerRow(cmdOK, cmdCancel);
 }
 
 void frmPrint::Run(const QString &studyFilePath)

@@ -1,5 +1,6 @@
 #include "widgets/NamedControls.h"
 
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
 
@@ -17,4 +18,17 @@ QPushButton *NamedButton(const QString &name, const QString &caption, const QStr
     button->setToolTip(toolTip);
     button->setAutoDefault(false);
     return button;
+}
+
+QHBoxLayout *AnswerRow(QPushButton *cmdOK, QPushButton *cmdCancel, QWidget *beside)
+{
+    cmdOK->setDefault(true);
+    auto *const row = new QHBoxLayout;
+    if (beside)
+        row->addWidget(beside, 1);
+    else
+        row->addStretch();
+    row->addWidget(cmdOK);
+    row->addWidget(cmdCancel);
+    return row;
 }
