@@ -62,14 +62,6 @@ void frmFile::hideEvent(QHideEvent *event)
     QDialog::hideEvent(event);
 }
 
-/// A file that another program has written into is not always told of, but to get there one left this window.
-bool frmFile::event(QEvent *event)
-{
-    if (event->type() == QEvent::WindowActivate && isVisible())
-        m_refreshing->start();
-    return QDialog::event(event);
-}
-
 /// From the filter the keys that go through a list reach the list.
 bool frmFile::eventFilter(QObject *object, QEvent *event)
 {

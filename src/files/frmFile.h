@@ -56,7 +56,6 @@ class frmFile : public QDialog
     }
 
   protected:
-    bool event(QEvent *event) override;
     bool eventFilter(QObject *object, QEvent *event) override;
     void showEvent(QShowEvent *event) override;
     void hideEvent(QHideEvent *event) override;

@@ -10,6 +10,7 @@
 #include <QAction>
 #include <QFileSystemWatcher>
 #include <QGridLayout>
+#include <QGuiApplication>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListView>
@@ -77,6 +78,11 @@ void frmFile::SetUpList()
     m_refreshing->setSingleShot(true);
     m_refreshing->setInterval(200);
     connect(m_watcher, &QFileSystemWatcher::directoryChanged, m_refreshing, qOverload<>(&QTimer::start));
+    // That another program has written into a file is not always told, but the user has left this one for that.
+    connect(qGuiApp, &QGuiApplication::applicationStateChanged, m_refreshing, [this](Qt::ApplicationState state) {
+        if (state == Qt::ApplicationActive && isVisible())
+            m_refreshing->start();
+    });
     connect(m_refreshing, &QTimer::timeout, this, &frmFile::RefreshWhenShown);
     m_tallying->setObjectName(u"tmrTally"_s);
     connect(m_tallying, &QTimer::timeout, this, &frmFile::ReadTallies);
