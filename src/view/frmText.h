@@ -127,7 +127,8 @@ class frmText : public QWidget
     void MarkLine(int line);
     void HideAllAnswers();
     void TakeBack();
-    void OfferToTakeBack(unsigned roundBefore, int topLine, int markLine);
+    bool KeepBefore(unsigned roundBefore, int topLine, int markLine);
+    void OfferToTakeBack();
     void ToggleHard(int blank);
     void KeepMarks();
     void ShowHardControls();

@@ -44,7 +44,8 @@ void frmText::Enter()
     const unsigned roundBefore = round.RoundNumber();
     const int topLineBefore = VScroll->value();
     ShowLine(TurnPage(&round, Page()));
-    OfferToTakeBack(roundBefore, topLineBefore, round.lngMarkLine());
+    if (KeepBefore(roundBefore, topLineBefore, round.lngMarkLine()))
+        OfferToTakeBack();
 }
 
 void frmText::Reveal(int blank)
@@ -133,21 +134,28 @@ void frmText::HideAllAnswers()
     else
         round.HideAll();
     round.MarkLine(0);
-    OfferToTakeBack(roundBefore, VScroll->value(), markBefore);
+    if (KeepBefore(roundBefore, VScroll->value(), markBefore))
+        OfferToTakeBack();
     ShowHardControls();
     picText->DrawPage();
     ShowProgress();
 }
 
-/// Says how a round that has begun is taken back. @param roundBefore  number of the one before
-void frmText::OfferToTakeBack(unsigned roundBefore, int topLine, int markLine)
+/// Keeps what is taken back with a round. @param roundBefore  its number; the others are of its page and mark
+/// @return whether another one has begun
+bool frmText::KeepBefore(unsigned roundBefore, int topLine, int markLine)
 {
     if (m_session.Round().RoundNumber() == roundBefore)
-        return;
+        return false;
     m_topLineBefore = topLine;
     m_markLineBefore = markLine;
     m_markLineAfter = m_session.Round().lngMarkLine();
     m_wholeLine = 0;
+    return true;
+}
+
+void frmText::OfferToTakeBack()
+{
     m_stateBar->ShowNotice(m_session.Round().IsOnlyHard() ? u"苦手を隠しました（Ctrl+Z で元に戻す）"_s
                                                           : u"すべて隠しました（Ctrl+Z で元に戻す）"_s);
 }
@@ -192,8 +200,7 @@ void frmText::chkOnlyHard_Click()
     StudyRound &round = m_session.Round();
     const unsigned roundBefore = round.RoundNumber();
     round.StudyOnlyHard(chkOnlyHard->isChecked());
-    OfferToTakeBack(roundBefore, VScroll->value(), round.lngMarkLine());
-    m_stateBar->HideNotice(); // there is nothing to be told of
+    KeepBefore(roundBefore, VScroll->value(), round.lngMarkLine());
     picText->DrawPage();
     ShowProgress();
     picText->setFocus();
@@ -254,6 +261,7 @@ void frmText::ShowHint()
     if (blank == 0 || m_session.Text().Answer(blank).size() <= 1)
         return;
     BringCellsIntoView(m_session.Text().Span(blank));
+    picText->setFocus(); // which the next key reaches
     picText->SetHint(blank);
 }
 

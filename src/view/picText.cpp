@@ -270,6 +270,7 @@ void PicText::focusInEvent(QFocusEvent *)
 
 void PicText::focusOutEvent(QFocusEvent *)
 {
+    SetHint(0); // the next key goes elsewhere
     update();
 }
 
