@@ -77,7 +77,8 @@ QString frmTable::Make(const QString &tablePath)
     m_tablePath = tablePath;
     m_found = TableReading();
     TableRefusal refusal;
-    if (!ReadTableFile(tablePath, &m_found, &m_table, &refusal)) {
+    if (!ReadWholeFile(tablePath, &m_bytes, &refusal.reason) ||
+        !ReadTableBytes(m_bytes, &m_found, &m_table, &refusal)) {
         m_msg.DispFrmMsg(parentWidget(), TableNotReadMessage(QFileInfo(tablePath).fileName(), refusal), MsgStyle::Ok,
                          u"notify.wav"_s);
         return QString();
@@ -85,6 +86,7 @@ QString frmTable::Make(const QString &tablePath)
     ShowTable();
     exec();
     m_table = Table();
+    m_bytes.clear();
     return m_madeName;
 }
 
@@ -181,13 +183,7 @@ QLayout *frmTable::Buttons()
     connect(cmdOK, &QPushButton::clicked, this, &frmTable::cmdOK_Click);
     QPushButton *const cmdCancel = NamedButton(u"cmdCancel"_s, u"キャンセル"_s, u"作らずに戻ります (Esc)"_s, this);
     connect(cmdCancel, &QPushButton::clicked, this, &frmTable::cmdCancel_Click);
-    cmdOK->setDefault(true);
-
-    auto *const row = new QHBoxLayout;
-    row->addWidget(lblHint, 1);
-    row->addWidget(cmdOK);
-    row->addWidget(cmdCancel);
-    return row;
+    return AnswerRow(cmdOK, cmdCancel, lblHint);
 }
 
 void frmTable::SetTabOrder()
@@ -241,7 +237,7 @@ void frmTable::ReadAgain(const QString &separator)
         m_lastHidden = Options().isHidden;
     TableReading reading{Codes[cboCode->currentIndex()], separator};
     TableRefusal refusal;
-    const bool isRead = ReadTableFile(m_tablePath, &reading, &m_table, &refusal);
+    const bool isRead = ReadTableBytes(m_bytes, &reading, &m_table, &refusal);
     m_fault = isRead ? QString() : refusal.reason;
     if (separator.isEmpty()) {
         m_found.separator = reading.separator;
@@ -346,7 +342,7 @@ void frmTable::ShowPreview()
 {
     const TableOptions options = Options();
     const QString text = PreviewText(m_table, options);
-    const QString hint = m_fault.isEmpty() ? PreviewHint(text, options) : m_fault;
+    const QString hint = m_fault.isEmpty() ? PreviewHint(m_table, options, text) : m_fault;
     txtPreview->setPlainText(text);
     cmdOK->setEnabled(hint.isEmpty());
     lblHint->setText(hint);

@@ -67,6 +67,7 @@ class frmTable : public QDialog
     frmMsg &m_msg;
     QString m_studyFolder;
     QString m_tablePath;
+    QByteArray m_bytes;   // of the table's file
     TableReading m_found; // how it was read by itself
     Table m_table;
     QList<bool> m_lastHidden; // by column, of the table that was read last

@@ -6,7 +6,6 @@
 #include "text/modCheckText.h"
 #include "text/modDecodeText.h"
 
-#include <QFile>
 #include <QFileInfo>
 
 using namespace Qt::Literals::StringLiterals;
@@ -91,14 +90,6 @@ bool EncodeConverted(const QString &text, QByteArray *bytes, QString *message)
     return false;
 }
 
-QString FreeBackupPath(const QString &path)
-{
-    QString backup = path + u".bak"_s;
-    for (int number = 2; QFileInfo::exists(backup) || QFileInfo(backup).isSymLink(); ++number)
-        backup = path + u".bak"_s + QString::number(number);
-    return backup;
-}
-
 bool ReplaceConverted(const QString &path, const QByteArray &before, const QByteArray &converted, QString *backupPath,
                       QString *message)
 {
@@ -108,17 +99,11 @@ bool ReplaceConverted(const QString &path, const QByteArray &before, const QByte
         *message = NotWrittenMessage(path, reason.isEmpty() ? u"ファイルがほかで変更されました。"_s : reason);
         return false;
     }
-    *backupPath = FreeBackupPath(path);
-    if (!ReplaceFile(*backupPath, before, &reason)) {
-        *message = NotWrittenMessage(*backupPath, reason);
-        return false;
-    }
-    if (!ReplaceFile(path, converted, &reason)) {
-        QFile::remove(*backupPath);
-        *message = NotWrittenMessage(path, reason);
-        return false;
-    }
-    return true;
+    QString failedPath;
+    if (ReplaceAndKeep(path, converted, backupPath, &failedPath, &reason))
+        return true;
+    *message = NotWrittenMessage(failedPath, reason);
+    return false;
 }
 
 QString NameOfUnwritable(char32_t character)

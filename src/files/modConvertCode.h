@@ -22,10 +22,6 @@ bool ReadsAsShiftJis(const QByteArray &bytes);
 /// another character code; message then holds the whole of it for the user
 bool EncodeConverted(const QString &text, QByteArray *bytes, QString *message);
 
-/// The name under which an old file is kept: name.txt.bak, .bak2, .bak3 ..., the first of them that is free. A link
-/// that leads nowhere is not free: writing would follow it.
-QString FreeBackupPath(const QString &path);
-
 /// Puts the converted file in the place of the old one, and keeps that under a free name. The old bytes are on the disk
 /// under that name before the file is replaced.
 /// @param before  what the file held when it was read; when it holds anything else now, nothing is written

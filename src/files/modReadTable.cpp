@@ -1,6 +1,5 @@
 #include "files/modReadTable.h"
 
-#include "base/modFile.h"
 #include "text/modDecodeText.h"
 #include "text/modTableFormat.h"
 
@@ -50,15 +49,9 @@ bool ReadsAsTable(CharCode code)
 
 } // namespace
 
-bool ReadTableFile(const QString &path, TableReading *reading, Table *table, TableRefusal *refusal)
+bool ReadTableBytes(const QByteArray &bytes, TableReading *reading, Table *table, TableRefusal *refusal)
 {
-    QByteArray bytes;
-    QString reason;
     *table = Table();
-    if (!ReadWholeFile(path, &bytes, &reason)) {
-        *refusal = {reason, QString()};
-        return false;
-    }
     const CharCode guess = GuessTableCode(bytes);
     if (reading->code == CharCode::None || (reading->code == CharCode::Utf16Le && guess == CharCode::Utf16Be))
         reading->code = guess;

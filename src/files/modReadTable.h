@@ -1,9 +1,11 @@
-// Reads the file of a table: its character code and its separator are found out, unless the user knows better.
+// Reads a table from the bytes of its file: its character code and its separator are found out, unless the user knows
+// better.
 #pragma once
 
 #include "settings/modCharCode.h"
 #include "text/modTable.h"
 
+#include <QByteArray>
 #include <QString>
 
 constexpr int MostColumns = 100;
@@ -24,9 +26,10 @@ struct TableRefusal
 
 /// Reads a table.
 /// @param reading  what is given in it is kept to, what is not is found out and put there
-/// @return false when it cannot be read, is no text, has no rows, more than MostColumns columns or a quote that is
+/// @param bytes  of the whole file; they own their data
+/// @return false when it is no text, has no rows, more than MostColumns columns or a quote that is
 /// never closed; refusal then holds the reason, and the table is empty
-bool ReadTableFile(const QString &path, TableReading *reading, Table *table, TableRefusal *refusal);
+bool ReadTableBytes(const QByteArray &bytes, TableReading *reading, Table *table, TableRefusal *refusal);
 
 /// What the window calls a character code.
 QString TableCodeName(CharCode code);

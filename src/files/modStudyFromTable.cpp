@@ -9,7 +9,6 @@
 #include "text/modCheckText.h"
 #include "text/modDecodeText.h"
 
-#include <QFile>
 #include <QFileInfo>
 #include <QRegularExpression>
 
@@ -225,6 +224,16 @@ int LastColumnWithText(const Table &table, int columns)
     return 0;
 }
 
+/// Whether a cell that is hidden has any text: the first of them nearly always does.
+bool HidesText(const Table &table, const TableOptions &options)
+{
+    for (int row = options.skipsFirstRow ? 2 : 1; row <= table.RowCount(); ++row)
+        for (int column = 1; column <= options.isHidden.size(); ++column)
+            if (options.isHidden[column - 1] && !table.Cell(row, column).trimmed().isEmpty())
+                return true;
+    return false;
+}
+
 /// "表の3行目 2列目：é（U+00E9）"
 QString NameWithCell(const TableCells &cells, const CharacterAt &at)
 {
@@ -304,9 +313,9 @@ QString PreviewText(const Table &table, const TableOptions &options)
     return lines.join(u'\n');
 }
 
-QString PreviewHint(const QString &preview, const TableOptions &options)
+QString PreviewHint(const Table &table, const TableOptions &options, const QString &preview)
 {
-    if (preview.contains(u'['))
+    if (preview.contains(u'[') || HidesText(table, options))
         return QString();
     if (preview.isEmpty())
         return u"表の初めの行に文字がありません。"_s;
@@ -333,27 +342,15 @@ bool EncodeStudyText(const TableStudyText &study, QByteArray *bytes, QString *me
 
 bool WriteStudyFile(const QString &path, const QByteArray &bytes, QString *keptName, QString *message)
 {
+    QString keptPath;
+    QString failedPath;
     QString reason;
-    QString kept;
-    if (!IsRegularOrMissing(path, &reason)) {
-        *message = StudyFileNotWrittenMessage(path, reason);
-        return false;
+    if (ReplaceAndKeep(path, bytes, &keptPath, &failedPath, &reason)) {
+        *keptName = QFileInfo(keptPath).fileName();
+        return true;
     }
-    if (QFileInfo::exists(path)) {
-        kept = FreeBackupPath(path);
-        if (!CopyWholeFile(path, kept, &reason)) {
-            *message = StudyFileNotWrittenMessage(kept, reason);
-            return false;
-        }
-    }
-    if (!ReplaceFile(path, bytes, &reason)) {
-        if (!kept.isEmpty())
-            QFile::remove(kept);
-        *message = StudyFileNotWrittenMessage(path, reason);
-        return false;
-    }
-    *keptName = QFileInfo(kept).fileName();
-    return true;
+    *message = StudyFileNotWrittenMessage(failedPath, reason);
+    return false;
 }
 
 QString StudyFileTitle(const QString &typed)

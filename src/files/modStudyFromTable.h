@@ -62,8 +62,9 @@ TableStudyText StudyTextOf(const TableCells &cells, const TableOptions &options)
 /// The first lines as StudyTextOf makes them of the table's first rows, before their characters are converted.
 QString PreviewText(const Table &table, const TableOptions &options);
 
-/// What keeps a study file from being made, by its first lines: they hold no blank. Empty when they do.
-QString PreviewHint(const QString &preview, const TableOptions &options);
+/// What keeps a study file from being made: that it would hold no blank. Empty when there are some.
+/// @param preview  as PreviewText has it, where blanks may be marked already
+QString PreviewHint(const Table &table, const TableOptions &options, const QString &preview);
 
 /// The lines as bytes of a study file.
 /// @return false when it would be refused as a whole, or holds nothing to learn; message then holds the whole of it for
@@ -75,9 +76,8 @@ bool EncodeStudyText(const TableStudyText &study, QByteArray *bytes, QString *me
 /// @return false on failure; message then holds the whole of it for the user, and the folder is as it was
 bool WriteStudyFile(const QString &path, const QByteArray &bytes, QString *keptName, QString *message);
 
-/// A name for a study file without its ".txt", from what was typed or from the name of the table: blanks at its ends
-/// and
-/// ".txt" go, and what a file's name or the record of sessions cannot hold is replaced.
+/// A name for a study file without its ".txt", from what was typed or from the name of the table: blanks at its
+/// ends and ".txt" go, and what a file's name or the record of sessions cannot hold is replaced.
 QString StudyFileTitle(const QString &typed);
 
 /// @param title  as StudyFileTitle gives it

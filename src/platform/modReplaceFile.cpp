@@ -57,3 +57,32 @@ bool CopyWholeFile(const QString &source, const QString &target, QString *error)
     *error = out.errorString();
     return false;
 }
+
+QString FreeBackupPath(const QString &path)
+{
+    QString backup = path + QStringLiteral(".bak");
+    for (int number = 2; QFileInfo::exists(backup) || QFileInfo(backup).isSymLink(); ++number)
+        backup = path + QStringLiteral(".bak") + QString::number(number);
+    return backup;
+}
+
+bool ReplaceAndKeep(const QString &path, const QByteArray &bytes, QString *keptPath, QString *failedPath,
+                    QString *error)
+{
+    *failedPath = path;
+    keptPath->clear();
+    if (!IsRegularOrMissing(path, error))
+        return false;
+    if (QFileInfo::exists(path)) {
+        *keptPath = FreeBackupPath(path);
+        if (!CopyWholeFile(path, *keptPath, error)) {
+            *failedPath = *keptPath;
+            return false;
+        }
+    }
+    if (ReplaceFile(path, bytes, error))
+        return true;
+    if (!keptPath->isEmpty())
+        QFile::remove(*keptPath);
+    return false;
+}

@@ -5,15 +5,19 @@
 #include "files/modConvertCode.h"
 #include "files/modExport.h"
 #include "files/modHistory.h"
+#include "files/modMarkList.h"
+#include "files/modPlaceList.h"
 #include "files/modPrintSheet.h"
 #include "files/modPrintableCopy.h"
 #include "files/modStudyFolder.h"
+#include "files/modStudyFromTable.h"
 #include "platform/modProfile.h"
 #include "platform/modReplaceFile.h"
 #include "store/modDB_SQLite.h"
 #include "support/Query.h"
 #include "support/RecordingServices.h"
 #include "support/Rows.h"
+#include "support/StudyText.h"
 #include "support/TestFiles.h"
 
 #include <QProcess>
@@ -265,6 +269,7 @@ TEST_F(Faults, WhatCannotBeWrittenStaysAsItWas)
 {
     const QByteArray old(3000, 'o');
     const QString added(3000, u'n');
+    const DisplayText oneBlank(LinesOf({u"[a]"_s}));
     QString error;
     using Write = std::function<bool(const QString &)>;
     const Rows<QString, QByteArray, Write> files = {
@@ -279,6 +284,11 @@ TEST_F(Faults, WhatCannotBeWrittenStaysAsItWas)
          [&](const QString &path) { return WritePrintSheet(folder.Path(u"txt/a.txt"_s), path, true, &error); }},
         {u"txt/converted.txt"_s, "short",
          [&](const QString &path) { return ReplaceConverted(path, "short", added.toLatin1(), &error, &error); }},
+        {u"txt/table.txt"_s, "short",
+         [&](const QString &path) { return WriteStudyFile(path, added.toLatin1(), &error, &error); }},
+        {u"ListMark.txt"_s, old,
+         [&](const QString &path) { return MarkList(path, added).Write(added, oneBlank, {1}, &error); }},
+        {u"ListPlace.txt"_s, old, [&](const QString &path) { return PlaceList(path).Write(added, added, 1, &error); }},
         {u"db_backup/copy"_s, QByteArray(),
          [&](const QString &path) { return CopyWholeFile(databasePath, path, &error); }},
     };

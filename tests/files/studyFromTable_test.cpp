@@ -18,11 +18,9 @@ namespace {
 /// A table of a file with these bytes. @param reading  how it is read
 Table TableOf(const QByteArray &bytes, TableReading reading = {})
 {
-    const TestFolder folder;
     Table table;
     TableRefusal refusal;
-    EXPECT_TRUE(ReadTableFile(folder.Write(u"t.csv"_s, bytes), &reading, &table, &refusal))
-        << refusal.reason.toStdString();
+    EXPECT_TRUE(ReadTableBytes(bytes, &reading, &table, &refusal)) << refusal.reason.toStdString();
     return table;
 }
 
@@ -65,7 +63,7 @@ TEST(StudyTextOf, CellsComeBackFromTheExportOfTheFileThatWasMade)
     EXPECT_EQ(table.Cell(5, 3), u"本");
 }
 
-TEST(ReadTableFile, EveryCharacterCodeGivesTheSameCells)
+TEST(ReadTableBytes, EveryCharacterCodeGivesTheSameCells)
 {
     const QString text = u"apple,りんご\r\n\"ice, cold\",氷\r\n"_s;
     const Rows<const char *, QByteArray> rows = {
@@ -88,7 +86,7 @@ TEST(ReadTableFile, EveryCharacterCodeGivesTheSameCells)
     }
 }
 
-TEST(ReadTableFile, WhatIsNoTableIsRefusedWithTheReason)
+TEST(ReadTableBytes, WhatIsNoTableIsRefusedWithTheReason)
 {
     const Rows<const char *, QByteArray, TableRefusal> rows = {
         {"empty", QByteArray(), EmptyTable()},
@@ -98,14 +96,12 @@ TEST(ReadTableFile, WhatIsNoTableIsRefusedWithTheReason)
         {"UTF-7", "+MEIwRDBG-,a", NoTextTable()},
         {"a quote never closed", "a,b\nc,\"d\n", QuoteNeverClosed(2)},
         {"one column too many", "a" + QByteArray(100, ','), TooManyColumns(101)},
-        {"one byte too much", QByteArray(MostFileBytes + 1, 'a'), {u"ファイルが大きすぎます。"_s, QString()}},
     };
-    const TestFolder folder;
     for (const auto &[name, bytes, expected] : rows) {
         Table table;
         TableReading reading;
         TableRefusal refusal;
-        EXPECT_FALSE(ReadTableFile(folder.Write(u"t.csv"_s, bytes), &reading, &table, &refusal)) << name;
+        EXPECT_FALSE(ReadTableBytes(bytes, &reading, &table, &refusal)) << name;
         EXPECT_EQ(refusal.reason, expected.reason) << name;
         EXPECT_EQ(refusal.advice, expected.advice) << name;
         EXPECT_EQ(table.RowCount(), 0) << name;
@@ -116,14 +112,13 @@ TEST(ReadTableFile, WhatIsNoTableIsRefusedWithTheReason)
     EXPECT_EQ(TableOf("a" + QByteArray(99, ',')).ColumnCount(), MostColumns);
 }
 
-TEST(ReadTableFile, TheUsersCodeAndSeparatorGoBeforeWhatIsFound)
+TEST(ReadTableBytes, TheUsersCodeAndSeparatorGoBeforeWhatIsFound)
 {
     const QByteArray kana = ToCodePage932(u"ﾈｺ,ｲﾇ\r\n");
     TableReading found;
     Table table;
     TableRefusal refusal;
-    const TestFolder folder;
-    ASSERT_TRUE(ReadTableFile(folder.Write(u"t.csv"_s, kana), &found, &table, &refusal));
+    ASSERT_TRUE(ReadTableBytes(kana, &found, &table, &refusal));
     EXPECT_EQ(found.code, CharCode::Euc) << "as the detection has half-width kana";
     EXPECT_EQ(SeparatorName(found.separator), u"カンマ"_s);
     EXPECT_EQ(TableOf(kana, {CharCode::Sjis, QString()}).Cell(1, 2), u"ｲﾇ");
@@ -171,12 +166,15 @@ TEST(HiddenAtFirst, IsTheLastColumnWithText)
     for (const auto &[name, csv, isHidden, hint] : rows) {
         const Table table = TableOf(csv.toUtf8());
         EXPECT_EQ(HiddenAtFirst(table), isHidden) << name;
-        EXPECT_EQ(PreviewHint(PreviewText(table, Hiding(isHidden)), Hiding(isHidden)), hint) << name;
+        EXPECT_EQ(PreviewHint(table, Hiding(isHidden), PreviewText(table, Hiding(isHidden))), hint) << name;
     }
     const TableOptions nothing = Hiding({false, false});
-    EXPECT_EQ(PreviewHint(u"a　b"_s, nothing), u"隠す列を一つ以上選んでください。"_s);
-    EXPECT_EQ(PreviewHint(u"a [b]"_s, nothing), QString()) << "marked in the table";
-    EXPECT_EQ(PreviewHint(u"a"_s, Hiding({false, true})), u"隠す列に文字がありません。"_s);
+    const TableOptions second = Hiding({false, true});
+    EXPECT_EQ(PreviewHint(TableOf("a,b"), nothing, u"a　b"_s), u"隠す列を一つ以上選んでください。"_s);
+    EXPECT_EQ(PreviewHint(TableOf("a,b"), nothing, u"a [b]"_s), QString()) << "marked in the table";
+    EXPECT_EQ(PreviewHint(TableOf("a,\nb,"), second, u"a"_s), u"隠す列に文字がありません。"_s);
+    EXPECT_EQ(PreviewHint(TableOf((emptyRows + u"a,b").toUtf8()), second, u"a"_s), QString())
+        << "behind the rows that are shown";
 }
 
 TEST(StudyTextOf, BracketsThatDoNotPairBecomeFullWidth)
