@@ -174,12 +174,14 @@ void frmSearch::ShowState()
 {
     if (!m_hits)
         return;
-    const QString where = m_wish ? QString(u"探しています　"_s + CountText(m_hits->Count(), false))
-                                 : StepText(*m_hits, m_step, m_wasBackwards);
-    if (where == lblFound->text())
+    const QString where =
+        m_wish ? QString(u"探しています　"_s + CountText(m_hits->Count(), false)) : StepText(*m_hits, m_step);
+    const QString wrap = m_wish ? QString() : WrapText(m_step, m_wasBackwards);
+    const QString whole = wrap.isEmpty() ? where : QString(where + u'　' + wrap);
+    if (whole == lblFound->text())
         return;
-    lblFound->setText(where);
-    Q_EMIT StateChanged(m_wanted, m_wish || m_step.span.line > 0, where);
+    lblFound->setText(whole);
+    Q_EMIT StateChanged(m_wanted, m_wish || m_step.span.line > 0, where, wrap);
 }
 
 void frmSearch::txtSearch_Change()

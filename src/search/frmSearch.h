@@ -46,8 +46,8 @@ class frmSearch : public QDialog
     void SpanChosen(const TextSpan &span);
 
     /// What is to be told of the search has changed.
-    /// @param where  the number of the place and of all, and whether the end of the text was passed
-    void StateChanged(const QString &wanted, bool isFound, const QString &where);
+    /// @param where  the number of the place and of all; @param wrap  that an end of the text was passed, or empty
+    void StateChanged(const QString &wanted, bool isFound, const QString &where, const QString &wrap);
 
   protected:
     void changeEvent(QEvent *event) override;

@@ -34,14 +34,20 @@ QString CountText(int count, bool isComplete)
     return QString::number(count) + (isComplete ? u"か所"_s : u"か所…"_s);
 }
 
-QString StepText(const Hits &hits, const HitStep &step, bool backwards)
+QString StepText(const Hits &hits, const HitStep &step)
 {
     if (step.span.line == 0)
         return u"見つかりません"_s;
-    const QString place =
-        hits.IsComplete() ? QString(QString::number(hits.NumberOf(step.span)) + u" / " + QString::number(hits.Count()))
-                          : CountText(hits.Count(), false);
-    return !step.isWrapped ? place : QString(place + (backwards ? u"　末尾に戻りました"_s : u"　先頭に戻りました"_s));
+    return hits.IsComplete()
+               ? QString(QString::number(hits.NumberOf(step.span)) + u" / " + QString::number(hits.Count()))
+               : CountText(hits.Count(), false);
+}
+
+QString WrapText(const HitStep &step, bool backwards)
+{
+    if (!step.isWrapped)
+        return QString();
+    return backwards ? u"末尾に戻りました"_s : u"先頭に戻りました"_s;
 }
 
 Hits::Hits(const DisplayText *text, std::unique_ptr<TextFinder> finder, int startLine, int stretchLines)

@@ -78,5 +78,9 @@ TextSpan NextSpan(const std::vector<TextSpan> &spans, const TextSpan &from, bool
 /// What is said of the number of places: 「6か所」, or 「6か所…」 while they are counted.
 QString CountText(int count, bool isComplete);
 
-/// What is said of a place that was gone to: 「2 / 6」 once all is counted, and in words that it is behind the end.
-QString StepText(const Hits &hits, const HitStep &step, bool backwards);
+/// What is said of a place that was gone to: 「2 / 6」 once all is counted.
+QString StepText(const Hits &hits, const HitStep &step);
+
+/// What is said of a step that led past an end of the text, 「先頭に戻りました」 or backwards 「末尾に戻りました」;
+/// empty for any other.
+QString WrapText(const HitStep &step, bool backwards);

@@ -273,15 +273,14 @@ void StudyStateBar::ShowProgress(const StudyRound &round, const PageInView &page
     lblPage->setText(hasLines ? PageText(number(page.PageNumber()), number(page.PageCount())) : QString());
 }
 
-void StudyStateBar::ShowKeyword(const QString &wanted, bool isFound, const QString &where)
+void StudyStateBar::ShowKeyword(const QString &wanted, bool isFound, const QString &where, const QString &wrap)
 {
     const int widestPx = fontMetrics().averageCharWidth() * 24; // so that a long word does not hide the verdict
-    const QStringList parts = where.split(u'　');               // "2 / 6", and that the search has come round
     lblKeyword->setText(fontMetrics().elidedText(wanted, Qt::ElideMiddle, widestPx) +
-                        (isFound ? QString(u"　"_s + parts.first()) : u"はありません"_s));
+                        (isFound ? QString(u"　"_s + where) : u"はありません"_s));
     lblKeyword->show();
-    if (isFound && parts.size() > 1)
-        ShowNotice(parts.last()); // beside the others it would wrap the row, and the page would move
+    if (!wrap.isEmpty())
+        ShowNotice(wrap); // beside the others it would wrap the row, and the page would move
 }
 
 void StudyStateBar::ShowFileChange(bool isChanged)

@@ -51,8 +51,9 @@ class StudyStateBar : public QWidget
     /// Says that the study file was changed, and how it is read again, or does so no more.
     void ShowFileChange(bool isChanged);
 
-    /// Shows what was searched for. @param where  which of its places is shown
-    void ShowKeyword(const QString &wanted, bool isFound, const QString &where);
+    /// Shows what was searched for.
+    /// @param where  which of its places is shown; @param wrap  that the search has come round, or empty
+    void ShowKeyword(const QString &wanted, bool isFound, const QString &where, const QString &wrap);
     void HideKeyword();
 
     void ShowTime(const ElapsedTime &elapsed);

@@ -168,9 +168,10 @@ TEST_F(SearchTest, GoesRoundTheTextInBothDirections)
     }
     Hits one(&text, std::make_unique<PlainFinder>(u"!"_s), 1);
     const HitStep only = *one.Next(TextSpan(), false, noTime);
-    EXPECT_EQ(StepText(one, only, false), u"1 / 1"_s);
-    EXPECT_EQ(StepText(one, *one.Next(only.span, false, noTime), false), u"1 / 1　先頭に戻りました"_s);
-    EXPECT_EQ(StepText(one, *one.Next(only.span, true, noTime), true), u"1 / 1　末尾に戻りました"_s);
+    EXPECT_EQ(StepText(one, only), u"1 / 1"_s);
+    EXPECT_EQ(WrapText(only, false), QString());
+    EXPECT_EQ(WrapText(*one.Next(only.span, false, noTime), false), u"先頭に戻りました"_s);
+    EXPECT_EQ(WrapText(*one.Next(only.span, true, noTime), true), u"末尾に戻りました"_s);
 }
 
 TEST_F(SearchTest, CountsFromThePageInViewOnAndRoundTheText)
@@ -182,10 +183,10 @@ TEST_F(SearchTest, CountsFromThePageInViewOnAndRoundTheText)
     const QDeadlineTimer noTime(0);
     EXPECT_FALSE(hits.CountOn(noTime));
     EXPECT_EQ(hits.Count(), 1);
-    EXPECT_EQ(StepText(hits, *hits.Next({9}, false, noTime), false), u"1か所…"_s) << "its number is not known yet";
+    EXPECT_EQ(StepText(hits, *hits.Next({9}, false, noTime)), u"1か所…"_s) << "its number is not known yet";
     while (!hits.CountOn(noTime)) {
     }
-    EXPECT_EQ(StepText(hits, *hits.Next({9}, false, noTime), false), u"1 / 1"_s);
+    EXPECT_EQ(StepText(hits, *hits.Next({9}, false, noTime)), u"1 / 1"_s);
 }
 
 TEST(PlaceBeside, TakesTheSideThatHasRoom)
@@ -266,7 +267,7 @@ TEST_F(SearchWindowTest, NarrowsAndGoesOn)
     EXPECT_EQ(chosen.last(), (TextSpan{1, 14, 3}));
     ClickEntry(1);
     EXPECT_EQ(chosen.last(), (TextSpan{1, 31, 4})) << "on from where the last search ended";
-    EXPECT_EQ(told.last(), (QVariantList{u"stop"_s, true, u"2 / 3"_s}));
+    EXPECT_EQ(told.last(), (QVariantList{u"stop"_s, true, u"2 / 3"_s, QString()}));
     QTest::keyClick(list, Qt::Key_Return);
     EXPECT_EQ(chosen.last(), (TextSpan{3, 1, 4})) << "a key goes on by one place";
     window->GoOn(false);
@@ -277,11 +278,11 @@ TEST_F(SearchWindowTest, NarrowsAndGoesOn)
     EXPECT_EQ(Label(u"lblFound"_s), u"3 / 3　末尾に戻りました"_s);
     window->GoOn(true);
     EXPECT_EQ(chosen.last(), (TextSpan{1, 31, 4}));
-    EXPECT_EQ(told.last(), (QVariantList{u"stop"_s, true, u"2 / 3"_s}));
+    EXPECT_EQ(told.last(), (QVariantList{u"stop"_s, true, u"2 / 3"_s, QString()}));
     QTest::keyClicks(typed, u"xyz"_s);
     window->GoOn(false);
     EXPECT_EQ(chosen.last(), TextSpan()) << "found nowhere";
-    EXPECT_EQ(told.last(), (QVariantList{u"stoxyz"_s, false, u"見つかりません"_s}));
+    EXPECT_EQ(told.last(), (QVariantList{u"stoxyz"_s, false, u"見つかりません"_s, QString()}));
 }
 
 TEST_F(SearchWindowTest, ANewSearchStartsAtThePageInView)
