@@ -25,16 +25,10 @@ qint64 Highest(const std::vector<HistoryBar> &bars, qint64 HistoryBar::*value, q
 
 } // namespace
 
-HistoryChart::HistoryChart(QWidget *parent) : QWidget(parent)
+HistoryChart::HistoryChart(const History &history, QWidget *parent) : QWidget(parent), m_history(history)
 {
     setObjectName(u"picHistory"_s);
     setAccessibleName(u"学習時間と回答数のグラフ"_s);
-}
-
-void HistoryChart::SetHistory(const History &history)
-{
-    m_history = history;
-    update();
 }
 
 QSize HistoryChart::sizeHint() const
@@ -54,10 +48,10 @@ void HistoryChart::paintEvent(QPaintEvent *)
     const int margin = fontMetrics().averageCharWidth();
     const int textHeight = fontMetrics().lineSpacing() + margin / 2;
     const QRect plot = rect().adjusted(margin, textHeight, -margin, -textHeight);
-    if (m_history.weeks == 0 || plot.width() < 1 || plot.height() < 1)
+    if (m_history.Weeks() == 0 || plot.width() < 1 || plot.height() < 1)
         return;
     PaintSpan(&painter);
-    if (m_history.days.empty()) {
+    if (m_history.Days().empty()) {
         painter.drawText(plot, Qt::AlignCenter, u"この期間の記録はありません"_s);
         return;
     }
@@ -86,7 +80,7 @@ void HistoryChart::PaintSpan(QPainter *painter) const
 {
     painter->setPen(palette().color(QPalette::Text));
     painter->drawText(TextRect(), Qt::AlignLeft | Qt::AlignBottom, DateText(m_history.StartDate()));
-    painter->drawText(TextRect(), Qt::AlignRight | Qt::AlignBottom, DateText(m_history.endDate));
+    painter->drawText(TextRect(), Qt::AlignRight | Qt::AlignBottom, DateText(m_history.EndDate()));
 }
 
 void HistoryChart::PaintBars(QPainter *painter, const QRect &plot, const std::vector<HistoryBar> &bars,

@@ -10,9 +10,8 @@ class HistoryChart : public QWidget
     Q_OBJECT
 
   public:
-    explicit HistoryChart(QWidget *parent);
-
-    void SetHistory(const History &history);
+    /// @param history  what it shows when it is painted; must outlive this
+    HistoryChart(const History &history, QWidget *parent);
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
@@ -28,5 +27,5 @@ class HistoryChart : public QWidget
     QRect TextRect() const;
     QColor Visible(const QColor &colour) const;
 
-    History m_history;
+    const History &m_history;
 };

@@ -5,6 +5,7 @@
 #include "base/modFile.h"
 #include "base/modLog.h"
 #include "files/HistoryChart.h"
+#include "files/HistoryModel.h"
 #include "platform/modReplaceFile.h"
 #include "settings/frmMsg.h"
 #include "settings/modEditor.h"
@@ -13,24 +14,29 @@
 #include "widgets/ScreenFit.h"
 
 #include <QBoxLayout>
+#include <QDeadlineTimer>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListView>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QSignalBlocker>
-#include <QStringListModel>
+#include <QTimer>
 
 using namespace Qt::Literals::StringLiterals;
 
 HistoryPanel::HistoryPanel(SystemServices &services, StudyDatabase &database, frmMsg &msg, const QString &reportFolder,
                            const QString &userName, QWidget *parent)
-    : QWidget(parent), m_services(services), m_database(database), m_msg(msg), m_reportFolder(reportFolder),
-      m_userName(userName), m_records(new QStringListModel(this)), txtYmd(new QLineEdit(this)),
-      txtWeekN(new QLineEdit(this)), lstRecord(new QListView(this)), picHistory(new HistoryChart(this)),
-      lblSumTime(NamedLabel(u"lblSumTime"_s, QString(), this)), lblSumAns(NamedLabel(u"lblSumAns"_s, QString(), this))
+    : QWidget(parent), m_services(services), m_msg(msg), m_reportFolder(reportFolder), m_userName(userName),
+      m_reader(database, userName), m_reading(new QTimer(this)), m_records(new HistoryModel(m_reader.Result(), this)),
+      txtYmd(new QLineEdit(this)), txtWeekN(new QLineEdit(this)), lstRecord(new QListView(this)),
+      picHistory(new HistoryChart(m_reader.Result(), this)), lblSumTime(NamedLabel(u"lblSumTime"_s, QString(), this)),
+      lblSumAns(NamedLabel(u"lblSumAns"_s, QString(), this))
 {
     setObjectName(u"historyPanel"_s);
+    m_reading->setObjectName(u"tmrRecord"_s);
+    connect(m_reading, &QTimer::timeout, this, &HistoryPanel::ReadOn);
     SetUpInputs();
     SetUpList();
     auto *const column = new QVBoxLayout(this);
@@ -66,6 +72,7 @@ void HistoryPanel::SetUpList()
     lstRecord->setModel(m_records);
     lstRecord->setFont(PageFont()); // the numbers stand below each other
     lstRecord->setUniformItemSizes(true);
+    lstRecord->setLayoutMode(QListView::Batched); // a long list is laid out in steps of a millisecond or two
     lstRecord->setEditTriggers(QAbstractItemView::NoEditTriggers);
     lstRecord->setMinimumSize(fontMetrics().averageCharWidth() * 40, fontMetrics().lineSpacing() * 8);
 }
@@ -125,7 +132,17 @@ bool HistoryPanel::ShowThisWeek(const QString &textEditor)
     txtYmd->setText(DateText(m_services.Now().date()));
     txtWeekN->setText(u"1"_s);
     ShowRecordWhenValid();
-    return m_history.isRead;
+    return !m_reader.HasFailed();
+}
+
+bool HistoryPanel::IsReading() const
+{
+    return m_reading->isActive();
+}
+
+void HistoryPanel::Stop()
+{
+    m_reading->stop();
 }
 
 void HistoryPanel::keyPressEvent(QKeyEvent *event)
@@ -152,15 +169,16 @@ void HistoryPanel::txtYmd_Change()
 void HistoryPanel::cmdInc_Click()
 {
     WriteTrace(u"■frmFile.cmdInc_Click");
-    txtWeekN->setText(QString::number(qMin(MostWeeks, m_history.weeks + 1)));
+    txtWeekN->setText(QString::number(qMin(MostWeeks, m_reader.Result().Weeks() + 1)));
 }
 
 void HistoryPanel::cmdFile_Click()
 {
     WriteTrace(u"■frmFile.cmdFile_Click");
-    const QString path = JoinPath(m_reportFolder, ReportFileName(m_userName, m_services.Now().date(), m_history.weeks));
+    const QString path =
+        JoinPath(m_reportFolder, ReportFileName(m_userName, m_services.Now().date(), m_reader.Result().Weeks()));
     QString reason;
-    if (!ReplaceFile(path, ToCodePage932(ReportText(m_history)), &reason)) {
+    if (!ReplaceFile(path, ToCodePage932(ReportText(m_reader.Result())), &reason)) {
         m_msg.DispFrmMsg(window(), u"学習記録をファイルに出力できません。\r\n  "_s + path + u"\r\n  "_s + reason,
                          MsgStyle::Ok, u"notify.wav"_s);
         return;
@@ -180,9 +198,40 @@ void HistoryPanel::ShowRecordWhenValid()
 
 void HistoryPanel::ShowRecord(int weeks)
 {
-    m_history = ReadHistory(m_database, DateFromText(txtYmd->text()), weeks, m_userName);
-    m_records->setStringList(m_history.lines);
-    lblSumTime->setText(m_history.totalTime);
-    lblSumAns->setText(m_history.totalAnswers);
-    picHistory->SetHistory(m_history);
+    m_records->Clear();
+    m_reader.Begin(DateFromText(txtYmd->text()), weeks);
+    m_reading->start(0);
+    m_sinceShown.invalidate();
+    ReadOn();
+}
+
+/// Reads for a while, and shows what was read when that was all, and now and then before.
+void HistoryPanel::ReadOn()
+{
+    constexpr int sliceMs = 3;
+    constexpr int msBetweenUpdates = 200;
+    if (!m_reader.GoOn(QDeadlineTimer(sliceMs, Qt::PreciseTimer))) {
+        m_reading->stop();
+        ShowRead();
+    } else if (!m_sinceShown.isValid() || m_sinceShown.hasExpired(msBetweenUpdates)) {
+        ShowRead();
+    }
+}
+
+void HistoryPanel::ShowRead()
+{
+    const bool isReading = IsReading();
+    const History &history = m_reader.Result();
+    // A list that grows is laid out from its first line each time.
+    if (!isReading || history.LineCount() >= 2 * m_records->rowCount()) {
+        constexpr int linesLaidOut = 20'000; // in a step of a millisecond or two
+        lstRecord->setBatchSize(linesLaidOut + lstRecord->verticalScrollBar()->value()); // and stays where it is
+        m_records->ShowRead();
+    }
+    lblSumTime->setText(isReading ? u"読み込み中…（"_s + QString::number(m_reader.UnreadUpTo().year()) + u"年）"_s
+                                  : history.TotalTime());
+    lblSumAns->setText(isReading ? u"…"_s : history.TotalAnswers());
+    cmdFile->setEnabled(!isReading); // the report holds all of it
+    picHistory->update();
+    m_sinceShown.start();
 }

@@ -5,16 +5,18 @@
 #include "files/modHistory.h"
 #include "platform/modSystemServices.h"
 
+#include <QElapsedTimer>
 #include <QWidget>
 
 class frmMsg;
 class HistoryChart;
+class HistoryModel;
 class QBoxLayout;
 class QLabel;
 class QLineEdit;
 class QListView;
 class QPushButton;
-class QStringListModel;
+class QTimer;
 
 class HistoryPanel : public QWidget
 {
@@ -26,10 +28,16 @@ class HistoryPanel : public QWidget
     HistoryPanel(SystemServices &services, StudyDatabase &database, frmMsg &msg, const QString &reportFolder,
                  const QString &userName, QWidget *parent);
 
-    /// Shows the week that ends today.
+    /// Shows the week that ends today, and whatever else is asked for from now on.
     /// @param textEditor  opens the reports that are written from now on
     /// @return false after a database fault, which the user was told
     bool ShowThisWeek(const QString &textEditor);
+
+    /// Whether there is more to read.
+    bool IsReading() const;
+
+    /// Reads no further.
+    void Stop();
 
     /// Puts its controls behind another one in the order of the Tab key.
     void SetTabOrderAfter(QWidget *last);
@@ -50,16 +58,19 @@ class HistoryPanel : public QWidget
     QBoxLayout *TotalsRow();
     void ShowRecordWhenValid();
     void ShowRecord(int weeks);
+    void ReadOn();
+    void ShowRead();
 
     SystemServices &m_services;
-    StudyDatabase &m_database;
     frmMsg &m_msg;
     QString m_reportFolder;
     QString m_userName;
     QString m_textEditor;
-    History m_history;
+    HistoryReader m_reader;
+    QTimer *m_reading; // runs while there is more to read
+    QElapsedTimer m_sinceShown;
 
-    QStringListModel *m_records;
+    HistoryModel *m_records;
     QLineEdit *txtYmd;
     QLineEdit *txtWeekN;
     QPushButton *cmdInc;

@@ -55,6 +55,7 @@ void frmFile::showEvent(QShowEvent *event)
 void frmFile::hideEvent(QHideEvent *event)
 {
     m_files->DropChecks();
+    m_history->Stop();
     m_tallying->stop();
     m_refreshing->stop();
     if (!m_watcher->directories().isEmpty())
@@ -291,9 +292,10 @@ void frmFile::RefreshWhenShown()
         ListFiles();
 }
 
+/// The history that is looked at goes first.
 void frmFile::ReadTallies()
 {
-    if (m_tallies.ReadNext())
+    if (m_history->IsReading() || m_tallies.ReadNext())
         return;
     m_tallying->stop();
     m_files->ShowTallies();

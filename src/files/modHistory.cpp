@@ -4,7 +4,10 @@
 #include "base/modFile.h"
 #include "store/modDB_SQLite.h"
 
+#include <QDeadlineTimer>
 #include <QRegularExpression>
+
+#include <algorithm>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -18,40 +21,108 @@ QString RightAligned(qint64 number, int width)
 
 } // namespace
 
-History ReadHistory(StudyDatabase &database, const QDate &endDate, int weeks, const QString &userName)
+void History::Append(const HistorySession &session)
 {
-    History history;
-    history.endDate = endDate;
-    history.weeks = weeks;
-    const int dayCount = weeks * 7;
+    if (m_days.empty() || session.day != m_lastDay) { // a foreign table may have no dates
+        const QDate date = DateFromText(session.day);
+        if (!date.isValid())
+            m_headingTexts.insert(m_days.size(), session.day.toString());
+        m_headings.push_back(LineCount());
+        m_days.push_back({date, 0, 0});
+        m_lastDay = session.day.toString();
+    }
+    m_days.back().seconds += session.seconds;
+    m_days.back().answers += session.answers;
+    m_sessions.push_back(
+        {session.seconds, session.answers, IndexOf(session.startTime.left(5)), IndexOf(session.fileName)});
+}
+
+int History::IndexOf(QStringView text)
+{
+    // Most sessions have a time and a name that another one had.
+    const auto found = m_indexes.constFind(text);
+    if (found != m_indexes.constEnd())
+        return *found;
+    m_texts.push_back(text.toString());
+    m_indexes.insert(m_texts.back(), int(m_texts.size()) - 1);
+    return int(m_texts.size()) - 1;
+}
+
+void History::AddToTotals(qint64 seconds, qint64 answers)
+{
+    m_totalSeconds += seconds;
+    m_totalAnswers += answers;
+}
+
+QString History::Line(int line) const
+{
+    const size_t day = size_t(std::ranges::upper_bound(m_headings, line) - m_headings.begin()) - 1;
+    if (m_headings[day] == line)
+        return m_days[day].day.isValid() ? DateWithWeekday(m_days[day].day) : m_headingTexts.value(day);
+    const Session &session = m_sessions[size_t(line) - day - 1]; // each day up to this one has a heading
+    return HistoryLine(m_texts[size_t(session.startTime)], session.seconds, session.answers,
+                       m_texts[size_t(session.fileName)]);
+}
+
+QString History::TotalTime() const
+{
+    return HoursMinutesSeconds(qMax(qint64(0), m_totalSeconds));
+}
+
+QString History::TotalAnswers() const
+{
+    return QString::number(m_totalAnswers);
+}
+
+void HistoryReader::Begin(const QDate &endDate, int weeks)
+{
+    m_history = History(endDate, weeks);
+    m_unread = SessionSpans(m_history.StartDate(), endDate);
+    m_hasFailed = false;
+}
+
+bool HistoryReader::GoOn(const QDeadlineTimer &until)
+{
+    do {
+        if (m_unread.IsAtEnd())
+            return false;
+        qsizetype sessions = 0;
+        if (!ReadSpan(m_unread.EndDate(), m_unread.DayCount(), &sessions)) {
+            m_history = History(m_history.EndDate(), m_history.Weeks());
+            m_unread = SessionSpans();
+            m_hasFailed = true;
+            return false;
+        }
+        m_unread.Next(sessions);
+    } while (!until.hasExpired());
+    return !m_unread.IsAtEnd();
+}
+
+bool HistoryReader::ReadSpan(const QDate &endDate, int dayCount, qsizetype *sessions)
+{
     ResultTable table;
     // The totals would only tell of the same fault again.
-    if (!DBSelRecKotoban(database, endDate, dayCount, userName, &table, false))
-        return history;
-    history.isRead = true;
-    QString lastDay;
+    if (!DBSelRecKotoban(m_database, endDate, dayCount, m_userName, &table, false))
+        return false;
+    *sessions = qsizetype(table.size()) - 1;
+    if (*sessions == 0)
+        return true;
+    const int dayColumn = m_database.FindColumn(table, u"ymd_sta");
+    const int startColumn = m_database.FindColumn(table, u"hms_sta");
+    const int fileColumn = m_database.FindColumn(table, u"file_name");
+    const int endColumn = m_database.FindColumn(table, u"dt_end");
+    const int answersColumn = m_database.FindColumn(table, u"num_answer");
     for (int row = 1; row < int(table.size()); ++row) {
-        const QString day = database.SQLite3GetColumn(table, row, u"ymd_sta"_s).left(10);
-        const QString startTime = database.SQLite3GetColumn(table, row, u"hms_sta"_s);
-        const QString end = database.SQLite3GetColumn(table, row, u"dt_end"_s);
-        const int answers = database.SQLite3GetColumn(table, row, u"num_answer"_s).toInt();
+        const RowValues values(table, row);
+        const QStringView day = values[dayColumn].left(10);
+        const QStringView startTime = values[startColumn];
         // A clock that was set back in between makes no time studied, and no negative one.
-        const qint64 seconds = qMax(qint64(0), SecondsBetween(day + u' ' + startTime, end));
-        if (history.days.empty() || day != lastDay) { // a foreign table may have no dates
-            const QDate date = DateFromText(day);
-            history.lines += date.isValid() ? DateWithWeekday(date) : day;
-            history.days.push_back({date, 0, 0});
-            lastDay = day;
-        }
-        history.days.back().seconds += seconds;
-        history.days.back().answers += answers;
-        history.lines +=
-            HistoryLine(startTime, seconds, answers, database.SQLite3GetColumn(table, row, u"file_name"_s));
+        const qint64 seconds = qMax(qint64(0), SecondsBetween(day, startTime, values[endColumn]));
+        m_history.Append({day, startTime, values[fileColumn], seconds, values[answersColumn].toInt()});
     }
-    // The total is the plain sum of all rows, and that is meant: a session of less than no time lessens it.
-    history.totalTime = HoursMinutesSeconds(qMax(qint64(0), DBSumTimeKotoban(database, endDate, dayCount, userName)));
-    history.totalAnswers = QString::number(DBSumAnsKotoban(database, endDate, dayCount, userName));
-    return history;
+    m_history.AddToTotals(DBSumTimeKotoban(m_database, endDate, dayCount, m_userName),
+                          DBSumAnsKotoban(m_database, endDate, dayCount, m_userName));
+    return true;
 }
 
 int ReadWeeks(const QString &text)
@@ -84,7 +155,7 @@ QString ReportFileName(const QString &userName, const QDate &today, int weeks)
 QString ReportText(const History &history)
 {
     QString text;
-    for (const QString &line : history.lines)
-        text += line + u"\r\n"_s;
-    return text + u"総学習時間＝"_s + history.totalTime + u"  総回答数＝"_s + history.totalAnswers + u"\r\n"_s;
+    for (int line = 0; line < history.LineCount(); ++line)
+        text += history.Line(line) + u"\r\n"_s;
+    return text + u"総学習時間＝"_s + history.TotalTime() + u"  総回答数＝"_s + history.TotalAnswers() + u"\r\n"_s;
 }

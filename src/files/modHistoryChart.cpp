@@ -2,10 +2,10 @@
 
 std::vector<HistoryBar> HistoryBars(const History &history, int mostBars)
 {
-    const int dayCount = history.weeks * 7;
+    const int dayCount = history.Weeks() * 7;
     const int barCount = qMin(dayCount, mostBars);
     std::vector<HistoryBar> bars(static_cast<size_t>(barCount));
-    for (const DayTotal &day : history.days) {
+    for (const DayTotal &day : history.Days()) {
         const qint64 dayOfSpan = history.StartDate().daysTo(day.day);
         if (!day.day.isValid() || dayOfSpan < 0 || dayOfSpan >= dayCount)
             continue;

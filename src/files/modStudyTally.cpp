@@ -14,7 +14,7 @@ bool StudyTallies::ReadRecent(const QDate &today)
 {
     if (!m_firstRecentDay.isValid()) {
         m_firstRecentDay = today;
-        m_unreadUpTo = today.addDays(-1);
+        m_unread = SessionSpans(QDate(1, 1, 1), today.addDays(-1)); // no text of four digits is an earlier year
     }
     m_recent.clear();
     const int dayCount = int(qMax(qint64(0), m_firstRecentDay.daysTo(today))) + 1;
@@ -24,22 +24,14 @@ bool StudyTallies::ReadRecent(const QDate &today)
 
 bool StudyTallies::ReadNext()
 {
-    // About what is read between two frames of the window, on a slow machine too.
-    constexpr qsizetype wantedSessions = 1000;
-    if (!m_unreadUpTo.isValid())
+    if (m_unread.IsAtEnd())
         return false;
-    const QDate firstDate(1, 1, 1); // no text of four digits is an earlier year
-    const int dayCount = int(qMin(qint64(m_nextSpanDays), firstDate.daysTo(m_unreadUpTo) + 1));
     qsizetype sessions = 0;
-    const bool isRead = Read(m_unreadUpTo, dayCount, &m_before, &sessions);
-    m_unreadUpTo = m_unreadUpTo.addDays(-dayCount);
-    if (!isRead || m_unreadUpTo < firstDate)
-        m_unreadUpTo = QDate();
-    if (sessions > 2 * wantedSessions)
-        m_nextSpanDays = qMax(1, m_nextSpanDays / 2);
-    else if (sessions < wantedSessions / 2)
-        m_nextSpanDays *= 2;
-    return m_unreadUpTo.isValid();
+    if (Read(m_unread.EndDate(), m_unread.DayCount(), &m_before, &sessions))
+        m_unread.Next(sessions);
+    else
+        m_unread = SessionSpans();
+    return !m_unread.IsAtEnd();
 }
 
 StudyTally StudyTallies::Of(const QString &title) const
@@ -53,12 +45,17 @@ bool StudyTallies::Read(const QDate &endDate, int dayCount, ByTitle *tallies, qs
 {
     ResultTable table;
     const bool isRead = DBSelRecKotoban(m_database, endDate, dayCount, m_userName, &table, false);
-    for (int row = 1; row < int(table.size()); ++row) {
-        StudyTally &tally = (*tallies)[m_database.SQLite3GetColumn(table, row, u"file_name"_s)];
-        if (tally.times++ == 0) // the newest day comes first
-            tally.lastDay = DateFromText(m_database.SQLite3GetColumn(table, row, u"ymd_sta"_s));
-    }
     *sessions = qsizetype(table.size()) - 1;
+    if (*sessions == 0)
+        return isRead;
+    const int fileColumn = m_database.FindColumn(table, u"file_name");
+    const int dayColumn = m_database.FindColumn(table, u"ymd_sta");
+    for (int row = 1; row < int(table.size()); ++row) {
+        const RowValues values(table, row);
+        StudyTally &tally = (*tallies)[values[fileColumn].toString()];
+        if (tally.times++ == 0) // the newest day comes first
+            tally.lastDay = DateFromText(values[dayColumn]);
+    }
     return isRead;
 }
 

@@ -2,9 +2,9 @@
 // that the list of files need not wait for it.
 #pragma once
 
+#include "files/modSessionSpans.h"
 #include "store/Sqlite3Func.h"
 
-#include <QDate>
 #include <QHash>
 
 /// The sessions with one study file in which something was answered.
@@ -24,7 +24,7 @@ class StudyTallies
     /// @return false after a database fault, which the user was told
     bool ReadRecent(const QDate &today);
 
-    /// Reads one more span of days before that, the newest first; a span that held little is followed by a longer one.
+    /// Reads one more span of days before that, the newest first.
     /// @return whether there is more to read. After a database fault, which the user was told, there is not
     bool ReadNext();
 
@@ -46,8 +46,7 @@ class StudyTallies
     QString m_userName;
     QDate m_firstRecentDay; // invalid before the first ReadRecent
     ByTitle m_recent;
-    QDate m_unreadUpTo; // last day that is still to be read; invalid when none is
-    int m_nextSpanDays = 28;
+    SessionSpans m_unread;
     ByTitle m_before;
 };
 

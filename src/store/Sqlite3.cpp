@@ -4,6 +4,8 @@
 
 int SQLite3Initialize()
 {
+    // One thread uses the library, which then need not guard every call. Once it is ready this changes nothing.
+    sqlite3_config(SQLITE_CONFIG_SINGLETHREAD);
     return sqlite3_initialize();
 }
 
@@ -42,9 +44,9 @@ int SQLite3ColumnType(sqlite3_stmt *statement, int column)
     return sqlite3_column_type(statement, column);
 }
 
-QString SQLite3ColumnName(sqlite3_stmt *statement, int column)
+QByteArrayView SQLite3ColumnName(sqlite3_stmt *statement, int column)
 {
-    return QString::fromUtf8(sqlite3_column_name(statement, column));
+    return sqlite3_column_name(statement, column);
 }
 
 int SQLite3ColumnInt(sqlite3_stmt *statement, int column)
@@ -57,7 +59,7 @@ double SQLite3ColumnDouble(sqlite3_stmt *statement, int column)
     return sqlite3_column_double(statement, column);
 }
 
-QString SQLite3ColumnText(sqlite3_stmt *statement, int column)
+QByteArrayView SQLite3ColumnText(sqlite3_stmt *statement, int column)
 {
-    return QString::fromUtf8(reinterpret_cast<const char *>(sqlite3_column_text(statement, column)));
+    return reinterpret_cast<const char *>(sqlite3_column_text(statement, column));
 }

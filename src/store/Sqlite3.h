@@ -29,13 +29,15 @@ int SQLite3ColumnCount(sqlite3_stmt *statement);
 /// 0.
 int SQLite3ColumnType(sqlite3_stmt *statement, int column);
 
-QString SQLite3ColumnName(sqlite3_stmt *statement, int column);
+/// In UTF-8, until the statement is finalized.
+QByteArrayView SQLite3ColumnName(sqlite3_stmt *statement, int column);
 
 int SQLite3ColumnInt(sqlite3_stmt *statement, int column);
 
 double SQLite3ColumnDouble(sqlite3_stmt *statement, int column);
 
-QString SQLite3ColumnText(sqlite3_stmt *statement, int column);
+/// In UTF-8, up to its first NUL, until the next step.
+QByteArrayView SQLite3ColumnText(sqlite3_stmt *statement, int column);
 
 /// A statement that is finalized at the end of its scope at the latest.
 class SQLite3Statement

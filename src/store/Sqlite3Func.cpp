@@ -9,43 +9,50 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-/// The value of a column of the present row. Integers wider than 32 bits lose their upper half: the only integer column
-/// is a small count.
-QString ColumnText(sqlite3_stmt *statement, int column)
+/// A row in UTF-8 while it is put together.
+using RowBytes = QVarLengthArray<char, 256>;
+
+void Append(QByteArrayView text, RowBytes *row)
+{
+    row->append(text.data(), text.size());
+}
+
+/// Appends the value of a column of the present row. Integers wider than 32 bits lose their upper half: the only integer
+/// column is a small count.
+void AppendValue(sqlite3_stmt *statement, int column, RowBytes *row)
 {
     switch (SQLite3ColumnType(statement, column)) {
     case SQLITE_INTEGER:
-        return QString::number(SQLite3ColumnInt(statement, column));
+        Append(QByteArray::number(SQLite3ColumnInt(statement, column)), row);
+        break;
     case SQLITE_FLOAT:
-        return QString::number(SQLite3ColumnDouble(statement, column), 'g', 15);
+        Append(QByteArray::number(SQLite3ColumnDouble(statement, column), 'g', 15), row);
+        break;
     case SQLITE_TEXT:
     case SQLITE_BLOB:
-        return SQLite3ColumnText(statement, column);
+        Append(SQLite3ColumnText(statement, column), row);
+        break;
     default:
-        return QString();
+        break;
     }
 }
 
-/// What a function gives for each column of the present row, joined by TAB.
-QString JoinColumns(sqlite3_stmt *statement, QString (*textOf)(sqlite3_stmt *, int))
+void AppendName(sqlite3_stmt *statement, int column, RowBytes *row)
 {
-    QString row;
+    Append(SQLite3ColumnName(statement, column), row);
+}
+
+/// What a function appends for each column of the present row, joined by TAB.
+QString JoinColumns(sqlite3_stmt *statement, void (*append)(sqlite3_stmt *, int, RowBytes *))
+{
+    RowBytes row;
     const int columns = SQLite3ColumnCount(statement);
     for (int column = 0; column < columns; ++column) {
         if (column > 0)
-            row += u'\t';
-        row += textOf(statement, column);
+            row.push_back('\t');
+        append(statement, column, &row);
     }
-    return row;
-}
-
-/// The field of a row, 0 the first; empty when the row has no such field.
-QString FieldAt(const QString &row, qsizetype position)
-{
-    for (const QStringView field : qTokenize(row, u'\t'))
-        if (position-- == 0)
-            return field.toString();
-    return QString();
+    return QString::fromUtf8(row.data(), row.size());
 }
 
 } // namespace
@@ -126,8 +133,8 @@ bool StudyDatabase::SQLite3Query(const QString &sql, ResultTable *table, const Q
     int result = SQLite3Step(statement);
     for (; result == SQLITE_ROW; result = SQLite3Step(statement)) {
         if (table->size() == 1)
-            table->front() = JoinColumns(statement, SQLite3ColumnName);
-        table->push_back(JoinColumns(statement, ColumnText));
+            table->front() = JoinColumns(statement, AppendName);
+        table->push_back(JoinColumns(statement, AppendValue));
     }
     if (result != SQLITE_DONE)
         m_services.ShowMessage(sql + u"\r\nSQLite3Step returned "_s + QString::number(result));
@@ -137,17 +144,34 @@ bool StudyDatabase::SQLite3Query(const QString &sql, ResultTable *table, const Q
     return result == SQLITE_DONE && finalized == SQLITE_OK;
 }
 
-QString StudyDatabase::SQLite3GetColumn(const ResultTable &table, int row, const QString &name)
+int StudyDatabase::FindColumn(const ResultTable &table, QStringView name)
 {
-    qsizetype position = 0;
-    for (const QStringView column : qTokenize(table.front(), u'\t')) {
-        if (column == name)
-            return FieldAt(table[size_t(row)], position);
-        ++position;
+    int column = 0;
+    for (const QStringView each : qTokenize(table.front(), u'\t')) {
+        if (each == name)
+            return column;
+        ++column;
     }
     QString message = u"Error!\r\n  Cannot find col["_s + name + u"]\r\n"_s;
-    for (const QStringView column : qTokenize(table.front(), u'\t'))
-        message += u"  cols=["_s + column + u']';
+    for (const QStringView each : qTokenize(table.front(), u'\t'))
+        message += u"  cols=["_s + each + u']';
     m_services.ShowMessage(message);
-    return QString();
+    return -1;
+}
+
+QString StudyDatabase::SQLite3GetColumn(const ResultTable &table, int row, const QString &name)
+{
+    return RowValues(table, row)[FindColumn(table, name)].toString();
+}
+
+RowValues::RowValues(const ResultTable &table, int row)
+{
+    const QString &text = table[size_t(row)];
+    auto start = text.begin();
+    for (auto at = text.begin(); at != text.end(); ++at) // the values are too short for a search to be quicker
+        if (*at == u'\t') {
+            m_values.push_back(QStringView(start, at));
+            start = at + 1;
+        }
+    m_values.push_back(QStringView(start, text.end()));
 }

@@ -7,6 +7,7 @@
 
 #include <QString>
 #include <QStringList>
+#include <QVarLengthArray>
 
 #include <vector>
 
@@ -54,6 +55,11 @@ class StudyDatabase
     /// @return empty, after a message, when the table has no such column; empty too for an empty row
     QString SQLite3GetColumn(const ResultTable &table, int row, const QString &name);
 
+    /// The place of a column in a result table, 0 for the first. For many rows this and FieldOf are quicker than the
+    /// above.
+    /// @return -1, after the same message, when the table has no such column
+    int FindColumn(const ResultTable &table, QStringView name);
+
   private:
     void MakePowerSafe();
     int Prepare(const QString &sql, const QStringList &names, sqlite3_stmt **statement);
@@ -61,4 +67,20 @@ class StudyDatabase
     SystemServices &m_services;
     sqlite3 *m_handle = nullptr;
     bool m_isPowerSafe = false; ///< a statement that was carried out outlives a power cut
+};
+
+/// The values of one row of a result table, which must outlive this.
+class RowValues
+{
+  public:
+    RowValues(const ResultTable &table, int row);
+
+    /// @param column  as FindColumn gives it @return empty for column -1, and in an empty row
+    QStringView operator[](int column) const
+    {
+        return column >= 0 && column < m_values.size() ? m_values[column] : QStringView();
+    }
+
+  private:
+    QVarLengthArray<QStringView, 8> m_values;
 };

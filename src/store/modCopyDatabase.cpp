@@ -49,7 +49,7 @@ int FinishWrites(const QString &database)
     if (result == SQLITE_OK)
         result = SQLite3Prepare16V2(handle, u"pragma journal_mode=delete"_s, statement.Address());
     if (result == SQLITE_OK && SQLite3Step(statement) == SQLITE_ROW)
-        result = SQLite3ColumnText(statement, 0) == u"delete" ? SQLITE_OK : SQLITE_BUSY;
+        result = SQLite3ColumnText(statement, 0) == "delete" ? SQLITE_OK : SQLITE_BUSY;
     const int finalized = statement.Finalize();
     SQLite3Close(handle);
     return result == SQLITE_OK ? finalized : result;

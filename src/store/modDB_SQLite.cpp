@@ -18,11 +18,12 @@ QString SpanCondition(const QDate &endDate, int dayCount, const QString &userNam
            u"  and  user_name = '"_s + userName + u"'\r\n"_s + u"  and  num_answer >= 1\r\n"_s;
 }
 
-/// Seconds of a wall clock from a fixed day up to "yyyy/mm/dd hh:nn:ss", in no time zone; nothing for any other text.
-std::optional<qint64> WallClockSeconds(QStringView text)
+/// Seconds of a wall clock from a fixed day up to "yyyy/mm/dd" and "hh:nn:ss", in no time zone; nothing for any other
+/// texts.
+std::optional<qint64> WallClockSeconds(QStringView dayText, QStringView timeText)
 {
-    const QDate day = DateFromText(text.left(10));
-    const QTime time = TimeFromText(text.mid(11));
+    const QDate day = DateFromText(dayText);
+    const QTime time = TimeFromText(timeText);
     if (!day.isValid() || !time.isValid())
         return std::nullopt;
     return day.toJulianDay() * 86'400 + time.msecsSinceStartOfDay() / 1000;
@@ -66,11 +67,16 @@ qint64 DBSumTimeKotoban(StudyDatabase &database, const QDate &endDate, int dayCo
 {
     ResultTable table;
     database.SQLite3Query(SumTimeStatement(endDate, dayCount, userName), &table, {userName});
+    if (table.size() == 1)
+        return 0;
+    const int day = database.FindColumn(table, u"ymd_sta");
+    const int startTime = database.FindColumn(table, u"hms_sta");
+    const int end = database.FindColumn(table, u"dt_end");
     qint64 seconds = 0;
-    for (int row = 1; row < int(table.size()); ++row)
-        seconds += SecondsBetween(database.SQLite3GetColumn(table, row, u"ymd_sta"_s) + u' ' +
-                                      database.SQLite3GetColumn(table, row, u"hms_sta"_s),
-                                  database.SQLite3GetColumn(table, row, u"dt_end"_s));
+    for (int row = 1; row < int(table.size()); ++row) {
+        const RowValues values(table, row);
+        seconds += SecondsBetween(values[day], values[startTime], values[end]);
+    }
     return seconds;
 }
 
@@ -81,10 +87,10 @@ int DBSumAnsKotoban(StudyDatabase &database, const QDate &endDate, int dayCount,
     return table.size() > 1 ? database.SQLite3GetColumn(table, 1, u"sum_a"_s).toInt() : 0;
 }
 
-qint64 SecondsBetween(const QString &start, const QString &end)
+qint64 SecondsBetween(QStringView day, QStringView startTime, QStringView end)
 {
-    const std::optional<qint64> from = WallClockSeconds(start);
-    const std::optional<qint64> to = WallClockSeconds(end);
+    const std::optional<qint64> from = WallClockSeconds(day, startTime);
+    const std::optional<qint64> to = WallClockSeconds(end.left(10), end.mid(11));
     return from && to ? *to - *from : 0;
 }
 

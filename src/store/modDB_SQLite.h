@@ -37,8 +37,9 @@ qint64 DBSumTimeKotoban(StudyDatabase &database, const QDate &endDate, int dayCo
 int DBSumAnsKotoban(StudyDatabase &database, const QDate &endDate, int dayCount, const QString &userName);
 
 /// Seconds from a session's start to its end, each as stored; 0 when one of them is no date and time.
-/// @param start, end  "yyyy/mm/dd hh:nn:ss"
-qint64 SecondsBetween(const QString &start, const QString &end);
+/// @param day, startTime  "yyyy/mm/dd", "hh:nn:ss"
+/// @param end  "yyyy/mm/dd hh:nn:ss"
+qint64 SecondsBetween(QStringView day, QStringView startTime, QStringView end);
 
 /// The statements, whole, as the functions above run them.
 QString InsertStatement(const QDateTime &sessionStart, const QString &userName, const QString &fileName);

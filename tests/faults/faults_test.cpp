@@ -15,6 +15,7 @@
 #include "platform/modReplaceFile.h"
 #include "store/modDB_SQLite.h"
 #include "support/Query.h"
+#include "support/ReadHistory.h"
 #include "support/RecordingServices.h"
 #include "support/Rows.h"
 #include "support/StudyText.h"
@@ -335,7 +336,7 @@ TEST_F(Faults, ALockedDatabaseIsToldOfAtOnceAndNotWaitedFor)
     ASSERT_TRUE(other.waitForReadyRead());
     const QStringList told = {u"The database file is locked"_s, u"Err:SQLite3 NonQuery"_s};
     EXPECT_EQ(Record(), told + told);
-    EXPECT_TRUE(Read().lines.isEmpty());
+    EXPECT_EQ(Read().LineCount(), 0);
     EXPECT_EQ(services.TakeMessages().filter(u"SQLite3Step returned"_s).size(), 1);
     other.closeWriteChannel();
     other.waitForFinished();
@@ -352,7 +353,7 @@ TEST_F(Faults, AReadOnlyDatabaseIsReadAndNotWritten)
     AsNobody([this] {
         ASSERT_EQ(database.Open(databasePath), 0);
         EXPECT_EQ(Record(), notWritten);
-        EXPECT_EQ(Read().totalAnswers, u"5"_s);
+        EXPECT_EQ(Read().TotalAnswers(), u"5"_s);
         EXPECT_TRUE(services.messages.isEmpty());
     });
 }
@@ -364,7 +365,7 @@ TEST_F(Faults, ADamagedPageIsToldOfAndNothingIsWrittenOverIt)
     bytes.replace(4096, bytes.size() - 4096, QByteArray(bytes.size() - 4096, 'x')); // all pages but the first
     folder.Write(u"db/kotoban.splite3"_s, bytes);
     ASSERT_EQ(database.Open(databasePath), 0);
-    EXPECT_TRUE(Read().lines.isEmpty());
+    EXPECT_EQ(Read().LineCount(), 0);
     EXPECT_EQ(services.TakeMessages().filter(u"SQLite3Step returned"_s).size(), 1);
     EXPECT_EQ(Record(), notWritten);
     database.Close();

@@ -5,13 +5,16 @@
 #include "files/modPrintableCopy.h"
 #include "settings/modSettings.h"
 #include "store/modDB_SQLite.h"
+#include "support/ReadHistory.h"
 #include "support/Rows.h"
 #include "support/WindowTest.h"
 #include "text/modCheckText.h"
 
+#include <QDeadlineTimer>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListView>
+#include <QTest>
 
 #include <gtest/gtest.h>
 
@@ -58,12 +61,15 @@ TEST(History, ReportNamesStayInTheirFolder)
 TEST(HistoryBars, HoldTheDaysOfTheSpanOldestFirst)
 {
     const QDate end(2024, 3, 5);
-    History history;
-    history.endDate = end;
-    history.weeks = 2;
-    history.days = {
-        {end.addDays(1), 1000, 1000}, {end, 5, 50},          {end.addDays(-1), 4, 40},      {end.addDays(-6), 3, 30},
-        {end.addDays(-13), 2, 20},    {QDate(), 1000, 1000}, {end.addDays(-14), 1000, 1000}};
+    History history(end, 2);
+    for (const auto &[day, seconds] : std::initializer_list<std::pair<QDate, int>>{{end.addDays(1), 1000},
+                                                                                   {end, 5},
+                                                                                   {end.addDays(-1), 4},
+                                                                                   {end.addDays(-6), 3},
+                                                                                   {end.addDays(-13), 2},
+                                                                                   {QDate(), 1000},
+                                                                                   {end.addDays(-14), 1000}})
+        history.Append({DateText(day), u"10:00:00"_s, u"a"_s, seconds, 10 * seconds});
     const Rows<const char *, int, std::vector<int>> rows = {
         {"room for more than every day", 500, {2, 0, 0, 0, 0, 0, 0, 3, 0, 0, 0, 0, 4, 5}},
         {"a bar a day", 14, {2, 0, 0, 0, 0, 0, 0, 3, 0, 0, 0, 0, 4, 5}},
@@ -242,7 +248,7 @@ TEST_F(HistoryWindowTest, AClockThatWasSetBackMakesNoTime)
     EXPECT_EQ(Label(u"lblSumTime"_s), u"0分 0秒"_s);
     EXPECT_EQ(Label(u"lblSumAns"_s), u"3"_s);
     AddSession(QDateTime(QDate(2024, 3, 5), QTime(12, 0)), 3601, 3);
-    EXPECT_EQ(ReadHistory(database, QDate(2024, 3, 5), 1, u"花/子"_s).totalTime, u"0分 1秒"_s)
+    EXPECT_EQ(ReadHistory(database, QDate(2024, 3, 5), 1, u"花/子"_s).TotalTime(), u"0分 1秒"_s)
         << "the plain sum of the sessions";
 }
 
@@ -276,11 +282,11 @@ TEST_F(HistoryWindowTest, TheReportHoldsTheListAndTheTotals)
     const History history = ReadHistory(database, QDate(2024, 3, 5), 1, u"花/子"_s);
     EXPECT_EQ(ReportText(history), u"2024/03/05(火)\r\n08:00      　30秒   4問 a\r\n10:00    60分 9秒   3問 a\r\n"
                                    u"総学習時間＝1時間 0分 39秒  総回答数＝7\r\n"_s);
-    ASSERT_EQ(history.days.size(), 1u);
-    EXPECT_EQ(history.days[0].seconds, 3639);
-    EXPECT_EQ(history.days[0].answers, 7);
+    ASSERT_EQ(history.Days().size(), 1u);
+    EXPECT_EQ(history.Days()[0].seconds, 3639);
+    EXPECT_EQ(history.Days()[0].answers, 7);
     database.Close();
-    EXPECT_TRUE(ReadHistory(database, QDate(2024, 3, 5), 1, u"花/子"_s).lines.isEmpty());
+    EXPECT_EQ(ReadHistory(database, QDate(2024, 3, 5), 1, u"花/子"_s).LineCount(), 0);
     EXPECT_EQ(services.messages.size(), 1) << "the totals would only tell of the same fault";
 }
 
@@ -288,17 +294,18 @@ TEST_F(HistoryWindowTest, ATableThatTheProgramDidNotMakeIsReadAllTheSame)
 {
     const QDateTime start(QDate(2024, 3, 5), QTime(11, 0));
     EXPECT_TRUE(database.SQLite3NonQuery(u"update t_kotoban set ymd_sta = '2024/02/3x' where num_answer = 3"_s));
-    const QStringList lines = ReadHistory(database, start.date(), 1, u"花/子"_s).lines;
-    EXPECT_EQ(lines.value(2), u"2024/02/3x"_s) << "shown as it stands";
-    EXPECT_EQ(lines.value(3), u"10:00      　 0秒   3問 a"_s) << "no start, and so no time";
+    const History foreign = ReadHistory(database, start.date(), 1, u"花/子"_s);
+    ASSERT_EQ(foreign.LineCount(), 4);
+    EXPECT_EQ(foreign.Line(2), u"2024/02/3x"_s) << "shown as it stands";
+    EXPECT_EQ(foreign.Line(3), u"10:00      　 0秒   3問 a"_s) << "no start, and so no time";
     AddSession(start, 1, 2'147'483'647);
     AddSession(start.addSecs(60), 1, 2'147'483'647);
-    EXPECT_EQ(ReadHistory(database, start.date(), 1, u"花/子"_s).days.at(0).answers, 2 * 2'147'483'647LL + 4);
+    EXPECT_EQ(ReadHistory(database, start.date(), 1, u"花/子"_s).Days().at(0).answers, 2 * 2'147'483'647LL + 4);
     // SQLite gives a column the letters of its declaration, and so the date is not found.
     EXPECT_TRUE(database.SQLite3NonQuery(u"alter table t_kotoban rename column ymd_sta to YMD_STA"_s));
     const History history = ReadHistory(database, start.date(), 1, u"花/子"_s);
-    ASSERT_EQ(history.days.size(), 1u);
-    EXPECT_FALSE(history.days[0].day.isValid());
+    ASSERT_EQ(history.Days().size(), 1u);
+    EXPECT_FALSE(history.Days()[0].day.isValid());
 }
 
 TEST_F(HistoryWindowTest, AFaultAfterSomeRowsLeavesTheHistoryEmpty)
@@ -311,8 +318,78 @@ TEST_F(HistoryWindowTest, AFaultAfterSomeRowsLeavesTheHistoryEmpty)
     EXPECT_FALSE(DBSelRecKotoban(database, QDate(2024, 3, 5), 21, u"花/子"_s, &table, false));
     EXPECT_EQ(table.size(), 3u) << "the newest day was read";
     const qsizetype messages = services.TakeMessages().size();
-    EXPECT_TRUE(ReadHistory(database, QDate(2024, 3, 5), 3, u"花/子"_s).lines.isEmpty());
+    EXPECT_EQ(ReadHistory(database, QDate(2024, 3, 5), 3, u"花/子"_s).LineCount(), 0);
     EXPECT_EQ(services.messages.size(), messages) << "told once";
+}
+
+namespace {
+
+/// Adds sessions of the years before the others, ten a day, some of which were never completed.
+void AddManySessions(StudyDatabase *database, int count)
+{
+    const QString start = u"datetime('2024-02-01', '-' || (i / 10) || ' days', (8 + i % 10) || ' hours')"_s;
+    EXPECT_TRUE(database->SQLite3NonQuery(
+        u"insert into t_kotoban with recursive n(i) as (select 0 union all select i + 1 from n where i < %1) "
+        u"select strftime('%Y/%m/%d', %2), '花/子', strftime('%H:%M:%S', %2), 'f' || (i % 7), "
+        u"strftime('%Y/%m/%d %H:%M:%S', %2, (i % 3000) || ' seconds'), nullif(i % 13, 0) from n"_s.arg(count - 1)
+            .arg(start)));
+}
+
+} // namespace
+
+TEST_F(HistoryWindowTest, AHistoryThatIsReadInSlicesIsTheWholeOne)
+{
+    AddManySessions(&database, 5000);
+    const QDate end(2024, 3, 5);
+    constexpr int weeks = 100;
+    ResultTable table;
+    ASSERT_TRUE(DBSelRecKotoban(database, end, weeks * 7, u"花/子"_s, &table, false));
+    QStringList expected;
+    for (int row = 1; row < int(table.size()); ++row) {
+        const auto value = [&](const QString &column) { return database.SQLite3GetColumn(table, row, column); };
+        const QString heading = DateWithWeekday(DateFromText(value(u"ymd_sta"_s)));
+        if (!expected.contains(heading))
+            expected += heading;
+        expected += HistoryLine(value(u"hms_sta"_s),
+                                SecondsBetween(value(u"ymd_sta"_s), value(u"hms_sta"_s), value(u"dt_end"_s)),
+                                value(u"num_answer"_s).toInt(), value(u"file_name"_s));
+    }
+    HistoryReader reader(database, u"花/子"_s);
+    reader.Begin(end, weeks);
+    int slices = 1;
+    int most = 0;
+    for (bool isMore = true; isMore; ++slices) {
+        const int before = reader.Result().LineCount();
+        isMore = reader.GoOn(QDeadlineTimer(0));
+        most = qMax(most, reader.Result().LineCount() - before);
+    }
+    EXPECT_GT(slices, 5);
+    EXPECT_LT(most, 1500);
+    QStringList lines;
+    for (int line = 0; line < reader.Result().LineCount(); ++line)
+        lines += reader.Result().Line(line);
+    EXPECT_EQ(lines, expected);
+    EXPECT_EQ(reader.Result().TotalTime(), HoursMinutesSeconds(DBSumTimeKotoban(database, end, weeks * 7, u"花/子"_s)));
+    EXPECT_EQ(reader.Result().TotalAnswers(), QString::number(DBSumAnsKotoban(database, end, weeks * 7, u"花/子"_s)));
+    reader.Begin(end, 1);
+    EXPECT_FALSE(reader.GoOn(QDeadlineTimer(0)));
+    EXPECT_EQ(reader.Result().LineCount(), 3) << "nothing is left of the one before";
+}
+
+TEST_F(HistoryWindowTest, WhatIsStillBeingReadIsSaid)
+{
+    AddManySessions(&database, 50'000);
+    window.show();
+    auto *const weeks = window.findChild<QLineEdit *>(u"txtWeekN"_s);
+    auto *const report = window.findChild<QAbstractButton *>(u"cmdFile"_s);
+    weeks->setText(u"999"_s);
+    EXPECT_TRUE(Label(u"lblSumTime"_s).startsWith(u"読み込み中…（20"_s)) << Label(u"lblSumTime"_s).toStdString();
+    EXPECT_FALSE(report->isEnabled()) << "it would be a part of the history";
+    EXPECT_FALSE(Records().isEmpty());
+    weeks->setText(u"9999"_s);
+    EXPECT_TRUE(QTest::qWaitFor([report] { return report->isEnabled(); }, 60'000));
+    EXPECT_EQ(Label(u"lblSumAns"_s), QString::number(DBSumAnsKotoban(database, QDate(2024, 3, 5), 69'993, u"花/子"_s)));
+    EXPECT_GT(Records().size(), 50'000);
 }
 
 TEST_F(HistoryWindowTest, ConvertsTheSelectedFileAndRefusesACopy)

@@ -1,0 +1,24 @@
+#include "files/modSessionSpans.h"
+
+SessionSpans::SessionSpans(const QDate &firstDate, const QDate &lastDate) : m_firstDate(firstDate), m_endDate(lastDate)
+{
+    if (lastDate < firstDate)
+        m_endDate = QDate();
+}
+
+int SessionSpans::DayCount() const
+{
+    return int(qMin(qint64(m_mostDays), m_firstDate.daysTo(m_endDate) + 1));
+}
+
+void SessionSpans::Next(qsizetype sessions)
+{
+    constexpr qsizetype wantedSessions = 400; // read in two or three milliseconds
+    m_endDate = m_endDate.addDays(-DayCount());
+    if (m_endDate < m_firstDate)
+        m_endDate = QDate();
+    if (sessions > 2 * wantedSessions)
+        m_mostDays = qMax(1, m_mostDays / 2);
+    else if (sessions < wantedSessions / 2)
+        m_mostDays *= 2;
+}

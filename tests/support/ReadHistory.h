@@ -1,0 +1,14 @@
+// A whole history at once.
+#pragma once
+
+#include "files/modHistory.h"
+
+#include <QDeadlineTimer>
+
+inline History ReadHistory(StudyDatabase &database, const QDate &endDate, int weeks, const QString &userName)
+{
+    HistoryReader reader(database, userName);
+    reader.Begin(endDate, weeks);
+    reader.GoOn(QDeadlineTimer(QDeadlineTimer::Forever));
+    return reader.Result();
+}
