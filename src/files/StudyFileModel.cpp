@@ -44,6 +44,9 @@ void StudyFileModel::ShowMatching()
     }
     beginResetModel();
     m_shown = matching;
+    m_rows.clear();
+    for (const QString &name : m_shown)
+        m_rows.insert(name, int(m_rows.size()));
     endResetModel();
 }
 
@@ -62,8 +65,8 @@ void StudyFileModel::DropChecks()
 
 QModelIndex StudyFileModel::IndexOf(const QString &name) const
 {
-    const qsizetype row = m_shown.indexOf(name);
-    return row < 0 ? QModelIndex() : index(int(row));
+    const auto row = m_rows.constFind(name);
+    return row == m_rows.constEnd() ? QModelIndex() : index(*row);
 }
 
 int StudyFileModel::rowCount(const QModelIndex &parent) const

@@ -1,6 +1,7 @@
 // How the file selection window comes to be: its controls, and the order in which the Tab key goes through them.
 #include "base/modFile.h"
 #include "files/HistoryPanel.h"
+#include "files/StudyFileList.h"
 #include "files/StudyFileModel.h"
 #include "files/frmFile.h"
 #include "widgets/ElidedLabel.h"
@@ -36,7 +37,7 @@ frmFile::frmFile(SystemServices &services, StudyDatabase &database, frmMsg &msg,
       m_places(JoinPath(applicationFolder, u"ListPlace.txt"_s)),
       m_tableFolder(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation)),
       m_files(new StudyFileModel(m_folder, m_tallies, this)), m_watcher(new QFileSystemWatcher(this)),
-      m_refreshing(new QTimer(this)), m_tallying(new QTimer(this)), lstFile(new QListView(this)),
+      m_refreshing(new QTimer(this)), m_tallying(new QTimer(this)), lstFile(new StudyFileList(this)),
       txtFilter(new QLineEdit(this)), lblFolder(new ElidedLabel(u"lblFolder"_s, WidestChars, this)),
       lblUserName(new ElidedLabel(u"lblUserName"_s, WidestChars, this)),
       m_history(new HistoryPanel(services, database, msg, m_reportFolder, userName, this))

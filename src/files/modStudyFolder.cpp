@@ -6,7 +6,7 @@
 #include "text/modReadText.h"
 
 #include <QCollator>
-#include <QDir>
+#include <QFileInfo>
 
 #include <algorithm>
 
@@ -14,29 +14,57 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
+/// A text in which each number is preceded by how many digits it has, two of them, so that comparing character by
+/// character finds 2 less than 10. Full-width figures are numbers too.
+QString WithNumbersByValue(const QString &name)
+{
+    QString text;
+    qsizetype digits = 0;
+    const QString plain = name.normalized(QString::NormalizationForm_KC);
+    for (qsizetype i = 0; i < plain.size(); i += qMax(qsizetype(1), digits)) {
+        const auto isDigit = [](QChar character) { return character >= u'0' && character <= u'9'; };
+        digits = std::find_if_not(plain.begin() + i, plain.end(), isDigit) - (plain.begin() + i);
+        if (digits > 0) {
+            while (digits > 1 && plain[i] == u'0') {
+                ++i;
+                --digits;
+            }
+            text += QString::number(digits).rightJustified(2, u'0') + QStringView(plain).mid(i, digits);
+        } else {
+            text += plain[i];
+        }
+    }
+    return text;
+}
+
 /// Sorts as a reader of Japanese looks names up, and numbers in them by their value.
 void SortAsPeopleCount(QStringList *names)
 {
-    QCollator collator(QLocale(QLocale::Japanese, QLocale::Japan));
-    collator.setNumericMode(true);
+    const QCollator collator(QLocale(QLocale::Japanese, QLocale::Japan));
     struct Keyed
     {
         bool isCopy;
-        QString key; // not every system takes full-width figures for numbers
+        QCollatorSortKey key;
         QString name;
     };
     std::vector<Keyed> keyed;
     keyed.reserve(size_t(names->size()));
     for (const QString &name : *names)
-        keyed.push_back({IsPrintableCopy(name), name.normalized(QString::NormalizationForm_KC), name});
-    // Not by sort keys, which do not take figures for numbers everywhere.
-    std::sort(keyed.begin(), keyed.end(), [&collator](const Keyed &one, const Keyed &other) {
+        keyed.push_back({IsPrintableCopy(name), collator.sortKey(WithNumbersByValue(name)), name});
+    std::sort(keyed.begin(), keyed.end(), [](const Keyed &one, const Keyed &other) {
         if (one.isCopy != other.isCopy)
             return other.isCopy;
-        const int order = collator.compare(one.key, other.key);
+        const int order = one.key.compare(other.key);
         return order != 0 ? order < 0 : one.name < other.name; // "a.txt" and "A.txt" keep their order
     });
     std::transform(keyed.begin(), keyed.end(), names->begin(), [](const Keyed &one) { return one.name; });
+}
+
+/// Size and time of a file; those of none where there is no file.
+FileStamp StampOf(const QString &path)
+{
+    const QFileInfo info(path);
+    return {info.size(), info.lastModified()};
 }
 
 /// A text in which case and width make no difference.
@@ -51,21 +79,15 @@ StudyFolder::StudyFolder(const QString &path) : m_path(path) {}
 
 void StudyFolder::Refresh()
 {
-    QHash<QString, Entry> entries;
-    QStringList names;
-    // What is no regular file is listed too (QDir::System), so that its remark says why it cannot be opened.
-    const QFileInfoList files = QDir(m_path).entryInfoList({u"*.txt"_s}, QDir::Files | QDir::System, QDir::NoSort);
-    for (const QFileInfo &info : files) {
-        const QString name = info.fileName();
-        const Entry known = m_entries.value(name, Entry{});
-        const bool isSame = known.size == info.size() && known.modified == info.lastModified();
-        entries.insert(name, isSame ? known : Entry{info.size(), info.lastModified(), false, StudyFileFacts()});
-        names += name;
+    // What is no regular file is listed too, so that its remark says why it cannot be opened.
+    FolderNames found = ListFolder(m_path, ".txt"_L1);
+    m_unshowableCount = found.unshowable;
+    if (found.names != m_found) { // the system gives the same names in the same order
+        m_found = found.names;
+        SortAsPeopleCount(&found.names);
+        m_names = found.names;
     }
-    m_entries = entries;
-    m_unshowableCount = CountUnshowableNames(m_path, ".txt");
-    SortAsPeopleCount(&names);
-    m_names = names;
+    m_checked.removeIf([this](const auto &entry) { return StampOf(PathOf(entry.key())) != entry.value().stamp; });
 }
 
 QString StudyFolder::NameOfTitle(const QString &title) const
@@ -82,20 +104,18 @@ QString StudyFolder::PathOf(const QString &name) const
 
 StudyFileFacts StudyFolder::Facts(const QString &name) const
 {
-    return m_entries.value(name).facts;
+    return m_checked.value(name).facts;
 }
 
 bool StudyFolder::IsChecked(const QString &name) const
 {
-    return m_entries.value(name).isChecked;
+    return m_checked.contains(name);
 }
 
 void StudyFolder::Check(const QString &name)
 {
-    if (const auto entry = m_entries.find(name); entry != m_entries.end()) {
-        entry->facts = CheckStudyFile(PathOf(name));
-        entry->isChecked = true;
-    }
+    const FileStamp stamp = StampOf(PathOf(name)); // of before it is read: whoever writes it meanwhile changes it
+    m_checked.insert(name, {stamp, CheckStudyFile(PathOf(name))});
 }
 
 namespace {

@@ -6,12 +6,17 @@
 #include <QString>
 #include <QStringList>
 
+#include <utility>
+
 /// What reading a study file has told.
 struct StudyFileFacts
 {
     QString remarks; ///< as RemarksOnFile gives them
     int blanks = 0;  ///< 0 for a file that cannot be opened
 };
+
+/// Size in bytes and last change of a file, by which it is told whether it is still the same.
+using FileStamp = std::pair<qint64, QDateTime>;
 
 class StudyFolder
 {
@@ -20,7 +25,8 @@ class StudyFolder
     explicit StudyFolder(const QString &path);
 
     /// Lists the folder's ".txt" files again: study files first, printable copies last, each as people count, "第2回"
-    /// before "第10回". No file is opened.
+    /// before "第10回". No file is opened, and the system is asked for the size and time of none but those that were
+    /// checked, which would take longer than the list.
     void Refresh();
 
     const QStringList &Names() const
@@ -48,26 +54,24 @@ class StudyFolder
     /// The facts about one of the files: those of an empty text when it was not checked yet.
     StudyFileFacts Facts(const QString &name) const;
 
-    /// Whether one of the files was checked since it was last changed. Of no file is it true after its first Refresh,
-    /// and of none that a Refresh found with another size or time.
+    /// Whether one of the files was checked, and no Refresh has since found it gone, or with another size or time.
     bool IsChecked(const QString &name) const;
 
-    /// Reads one of the files, as of the last Refresh, and finds its facts.
+    /// Reads one of the files and finds its facts.
     void Check(const QString &name);
 
   private:
     struct Entry
     {
-        qint64 size = -1;
-        QDateTime modified;
-        bool isChecked = false;
+        FileStamp stamp;
         StudyFileFacts facts;
     };
 
     QString m_path;
+    QStringList m_found; // the names in the system's order
     QStringList m_names;
     int m_unshowableCount = 0;
-    QHash<QString, Entry> m_entries;
+    QHash<QString, Entry> m_checked;
 };
 
 /// Reads a file and says what the user should know of it, in the few words of a list entry. What keeps it from being

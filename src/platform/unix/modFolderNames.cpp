@@ -1,23 +1,42 @@
 #include "platform/modFolderNames.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QStringDecoder>
 
 #include <dirent.h>
 
-int CountUnshowableNames(const QString &folder, const QByteArray &ending)
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+bool IsFolder(const QString &folder, const dirent &entry)
 {
+    // Not every file system tells, and a link may lead to a folder.
+    const bool mustAsk = entry.d_type == DT_LNK || entry.d_type == DT_UNKNOWN;
+    return mustAsk ? QFileInfo(folder + u'/' + QFile::decodeName(entry.d_name)).isDir() : entry.d_type == DT_DIR;
+}
+
+} // namespace
+
+FolderNames ListFolder(const QString &folder, QLatin1StringView ending)
+{
+    FolderNames found;
     DIR *const entries = opendir(QFile::encodeName(folder).constData());
     if (!entries)
-        return 0;
-    int count = 0;
+        return found;
     while (const dirent *const entry = readdir(entries)) {
-        const QByteArray name(entry->d_name);
+        const QByteArrayView bytes(entry->d_name);
+        if (bytes.startsWith('.') || !QLatin1StringView(bytes).endsWith(ending, Qt::CaseInsensitive) ||
+            IsFolder(folder, *entry))
+            continue;
         QStringDecoder decoder(QStringDecoder::System);
-        const QString shown = decoder(name);
-        if ((decoder.hasError() || QFile::encodeName(shown) != name) && name.toLower().endsWith(ending))
-            ++count;
+        const QString name = decoder(bytes);
+        if (decoder.hasError() || QFile::encodeName(name) != bytes)
+            ++found.unshowable;
+        else
+            found.names += name;
     }
     closedir(entries);
-    return count;
+    return found;
 }

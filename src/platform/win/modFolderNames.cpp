@@ -1,7 +1,15 @@
 #include "platform/modFolderNames.h"
 
+#include <QDirIterator>
+
 /// The system's names are UTF-16, as Qt's are: all of them can be shown.
-int CountUnshowableNames(const QString &, const QByteArray &)
+FolderNames ListFolder(const QString &folder, QLatin1StringView ending)
 {
-    return 0;
+    FolderNames found;
+    for (QDirIterator files(folder, QDir::Files | QDir::System); files.hasNext();) {
+        files.next();
+        if (const QString name = files.fileName(); name.endsWith(ending, Qt::CaseInsensitive))
+            found.names += name;
+    }
+    return found;
 }
