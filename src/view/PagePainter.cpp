@@ -49,6 +49,10 @@ void PagePainter::Paint(const QRect &part)
     // Neighbours share pixels with the part at its edges where the scale is no whole number. And whole pixels of the
     // device, or at 125 % a line of half-covered ones would be cleared and not painted again.
     const QRect area = part.adjusted(-1, -1, 1, 1);
+    // A letter reaches into the next cell at most.
+    const int reachPx = 2 * m_layout.cellWidthPx;
+    m_leftPx = area.left() - reachPx;
+    m_rightPx = area.right() + reachPx;
     const QRect deviceArea = QRectF(QPointF(area.topLeft()) * m_scale, QSizeF(area.size()) * m_scale).toAlignedRect();
     m_painter.save();
     m_painter.setClipRect(deviceArea, Qt::IntersectClip);
@@ -141,6 +145,8 @@ QRect PagePainter::BoxOf(int firstCell, int endCell, int row) const
 void PagePainter::DrawBox(int blank, int row)
 {
     const BoxEdges box = GetBqInfoFromLine(m_page.text, blank, m_layout.cellWidthPx, m_layout.CellLeftPx(0));
+    if (box.rightPx < m_leftPx || box.leftPx > m_rightPx)
+        return;
     const bool isShown = m_page.round.bolOpen(blank);
     const int penWidth = PenWidth();
     // The right edge stands where clicks ask for it: on the first pixel behind the last cell.
@@ -197,6 +203,12 @@ void PagePainter::UnderlinePictures(int row)
 void PagePainter::DrawCells(QStringView text, int cell, int row, const QColor &colour)
 {
     const double baseline = Device(m_layout.RowTopPx(row)) + m_baseline;
+    while (!text.isEmpty() && m_layout.CellLeftPx(cell) < m_leftPx) {
+        cell += CellsOf(text.front());
+        text = text.sliced(1);
+    }
+    const qsizetype cellsToPaint = qMax(0, (m_rightPx - m_layout.CellLeftPx(cell)) / m_layout.cellWidthPx + 1);
+    text = text.first(qMin(text.size(), cellsToPaint));
     const QList<quint32> glyphs = m_font.Glyphs().glyphIndexesForString(text.toString());
     const bool isPlain = glyphs.size() == text.size();
     QList<quint32> drawn;

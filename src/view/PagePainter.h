@@ -68,6 +68,8 @@ class PagePainter
     const PageLayout &m_layout;
     const PageColours &m_colours;
     PageFontAtScale &m_font;
+    int m_leftPx = 0; // what is painted lies between these
+    int m_rightPx = 0;
     double m_scale;
     double m_baseline; // from the top of a row
 };

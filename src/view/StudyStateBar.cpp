@@ -58,7 +58,8 @@ StudyStateBar::StudyStateBar(QWidget *parent)
       lblMinN(AddLabel(u"lblMinN"_s)), lblMin(AddLabel(u"lblMin"_s, u"分"_s)), lblSecN(AddLabel(u"lblSecN"_s)),
       lblSec(AddLabel(u"lblSec"_s, u"秒"_s))
 {
-    for (const auto &[number, widest] : {std::pair(lblNum, u"0000"_s), {lblMinN, u"000"_s}, {lblSecN, u"00"_s}}) {
+    lblNum->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    for (const auto &[number, widest] : {std::pair(lblMinN, u"000"_s), {lblSecN, u"00"_s}}) {
         number->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
         number->setMinimumWidth(number->fontMetrics().horizontalAdvance(widest));
     }
@@ -183,6 +184,7 @@ void StudyStateBar::ReserveSpace()
     const auto reserve = [heightPx](QLabel *label, const QString &widest) {
         label->setFixedSize(label->fontMetrics().horizontalAdvance(widest), heightPx);
     };
+    reserve(lblNum, QString(qMax(qsizetype(4), lblNum->text().size()), u'0'));
     reserve(lblShown, m_blankCount == 0 ? QString() : ShownText(blank, blank));
     reserve(lblHard, m_blankCount == 0 ? QString() : HardText(blank));
     reserve(lblPlace, m_lineCount == 0 ? QString() : PlaceText(line, line, line));
@@ -253,17 +255,24 @@ void StudyStateBar::resizeEvent(QResizeEvent *event)
 
 void StudyStateBar::ShowCount(int answers)
 {
-    lblNum->setText(QString::number(answers));
+    const QString count = QString::number(answers);
+    const bool isWider = count.size() > lblNum->text().size();
+    lblNum->setText(count);
+    if (isWider)
+        ReserveSpace();
     lblNum->repaint();
 }
 
 void StudyStateBar::ShowProgress(const StudyRound &round, const PageInView &page)
 {
     const int blanks = round.BlankCount();
+    const auto filledPx = [this] { return qint64(prgShown->value()) * prgShown->width() / prgShown->maximum(); };
+    const qint64 filledBeforePx = filledPx();
     prgShown->setVisible(blanks > 0);
     prgShown->setRange(0, qMax(1, blanks));
     prgShown->setValue(round.ShownCount());
-    prgShown->update(); // the bar itself would wait for a change of nine pixels
+    if (filledPx() != filledBeforePx)
+        prgShown->update(); // the bar itself would wait for a change of nine pixels
     const auto number = [](int n) { return QString::number(n); };
     lblShown->setText(blanks == 0 ? QString() : ShownText(number(round.ShownCount()), number(blanks)));
     lblHard->setText(round.HardCount() == 0 ? QString() : HardText(number(round.HardCount())));

@@ -130,7 +130,7 @@ void frmText::AddControls()
     connect(m_watcher, &QFileSystemWatcher::directoryChanged, this, &frmText::TellFileChange);
     AddShortcuts();
     connect(Timer1, &QTimer::timeout, this, &frmText::Timer1_Timer);
-    Timer1->setInterval(200); // no multiple of ten seconds may be missed
+    Timer1->setInterval(600); // at least once a second, so that no multiple of ten is missed, and hardly more often
 }
 
 /// Keys for what else takes a mouse. They belong to the window: in the text area itself all keys but a few do nothing.
