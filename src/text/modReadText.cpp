@@ -9,6 +9,10 @@
 
 #include <QFileInfo>
 
+#include <algorithm>
+#include <array>
+#include <cstring>
+
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
@@ -77,6 +81,42 @@ bool CheckTextEncoding(const QString &path, const QByteArray &bytes, QString *me
     return false;
 }
 
+namespace {
+
+/// Whether a byte is a character by itself that means nothing to the reader.
+constexpr std::array<bool, 256> IsPlain = [] {
+    std::array<bool, 256> isPlain{};
+    for (size_t byte = ' '; byte < 0x80; ++byte)
+        isPlain[byte] = byte != '[' && byte != ']';
+    return isPlain;
+}();
+
+/// Whether eight bytes are plain. Some that are ("Y", "_" and controls) count as if they were not, which costs time and
+/// nothing else.
+bool ArePlain(const char *at)
+{
+    constexpr quint64 each = 0x0101010101010101;
+    quint64 bytes;
+    std::memcpy(&bytes, at, sizeof bytes);
+    const quint64 brackets = (bytes | each * 0x06) ^ each * 0x5F; // 0 where there was "[", "Y", "]" or "_"
+    return ((bytes | (bytes - each * ' ') | (brackets - each)) & each * 0x80) == 0;
+}
+
+/// Copies the plain bytes at a place. @return the first that is none
+const char *CopyPlain(const char *at, const char *end, char16_t **out)
+{
+    constexpr qsizetype block = 8;
+    char16_t *next = *out;
+    for (; end - at >= block && ArePlain(at); at += block, next += block)
+        std::copy_n(at, block, next);
+    while (at < end && IsPlain[quint8(*at)])
+        *next++ = char16_t(*at++);
+    *out = next;
+    return at;
+}
+
+} // namespace
+
 void ReadAllLines(const QByteArray &bytes, ExpandTabs expandTabs, StudyLines *lines)
 {
     const bool hasTabs = expandTabs == ExpandTabs::Yes && bytes.contains('\t');
@@ -84,7 +124,7 @@ void ReadAllLines(const QByteArray &bytes, ExpandTabs expandTabs, StudyLines *li
     const char *const end = bytes.constData() + bytes.size();
     const char *lineStart = bytes.constData();
     qsizetype tabsInLine = 0;
-    for (const char *at = lineStart; at < end;) {
+    for (const char *at = CopyPlain(lineStart, end, &writer.next); at < end; at = CopyPlain(at, end, &writer.next)) {
         const char byte = *at;
         if (quint8(byte) >= 0x80) {
             const DecodedUpTo decoded = DecodeAboveAscii(at, end, writer.next);
