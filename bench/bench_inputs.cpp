@@ -88,8 +88,8 @@ void Run(sqlite3 *database, const QByteArray &sql)
         qFatal("%s", sqlite3_errmsg(database));
 }
 
-/// Sessions of four learners, three a day each, back from the end of 2024.
-void WriteSessions(const QString &path, int sessionCount)
+/// Sessions of some users, equally many each, back from the end of 2024.
+void WriteSessions(const QString &path, int sessionCount, int userCount, int sessionsPerDay)
 {
     QFile::remove(path);
     sqlite3 *database = nullptr;
@@ -99,12 +99,14 @@ void WriteSessions(const QString &path, int sessionCount)
         Run(database, statement.toUtf8());
     Run(database, "begin");
     Random random(12);
+    const int secondsBetween = 12 * 3600 / sessionsPerDay; // from eight in the morning
     for (int i = 0; i < sessionCount; ++i) {
-        const QDateTime start(QDate(2024, 12, 31).addDays(-(i / 12)), QTime(8 + i % 3 * 4, Pick(random, 60)));
+        const QDateTime start = QDateTime(QDate(2024, 12, 31).addDays(-(i / (sessionsPerDay * userCount))), QTime(8, 0))
+                                    .addSecs(i % sessionsPerDay * secondsBetween + Pick(random, secondsBetween));
         const QDateTime end = start.addSecs(60 + Pick(random, 3000));
         const QString row = u"insert into t_kotoban values('%1','user%2','%3','file%4','%5',%6)"_s.arg(
-            DateText(start.date()), QString::number(i / 3 % 4), TimeText(start), QString::number(Pick(random, 50)),
-            DateTimeText(end), QString::number(Pick(random, 200)));
+            DateText(start.date()), QString::number(i / sessionsPerDay % userCount), TimeText(start),
+            QString::number(Pick(random, 50)), DateTimeText(end), QString::number(Pick(random, 200)));
         Run(database, row.toUtf8());
     }
     Run(database, "commit");
@@ -126,7 +128,7 @@ int main(int argc, char *argv[])
             line += EnglishWord(random) + u' ';
         return line;
     });
-    for (const int sessions : {1'000, 100'000})
-        WriteSessions(JoinPath(folder, u"sessions_%1.splite3"_s.arg(sessions)), sessions);
+    WriteSessions(JoinPath(folder, u"sessions_100000.splite3"_s), 100'000, 4, 3);
+    WriteSessions(JoinPath(folder, u"sessions_1000000.splite3"_s), 1'000'000, 1, 91); // thirty years of one user
     return 0;
 }

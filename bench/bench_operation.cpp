@@ -1,12 +1,13 @@
 // Carries out one whole operation of the program without its windows, for a comparison with a public tool.
 //
-//     bench_operation load FILE          reads a study file as the study window does, up to its table of blanks
-//     bench_operation history FILE N     opens a database and reads a week's history N times
-//     bench_operation statements N       prints the statements of the above
+//     bench_operation load FILE               reads a study file as the study window does, up to its table of blanks
+//     bench_operation history FILE WEEKS N    opens a database and reads a history of some weeks N times
+//     bench_operation statements WEEKS N      prints the statements of the above
 //
 // "load" prints how many milliseconds it took and by how many bytes the process has grown.
-#include "files/modHistory.h"
+#include "store/Sqlite3.h"
 #include "store/modDB_SQLite.h"
+#include "support/ReadHistory.h"
 #include "support/RecordingServices.h"
 #include "text/modCheckText.h"
 #include "text/modPictureName.h"
@@ -23,7 +24,7 @@ namespace {
 
 // As bench_inputs makes them.
 const QDate EndDate(2024, 12, 31);
-const QString UserName = QStringLiteral("user1");
+const QString UserName = QStringLiteral("user0");
 
 /// Sends what goes wrong to the one who looks at the figures.
 class FailingServices : public RecordingServices
@@ -64,22 +65,23 @@ void Load(const QString &path)
     std::printf("%.3f %lld\n", elapsedMs, static_cast<long long>(ResidentBytes() - before));
 }
 
-void ReadWeek(const QString &path, int times)
+void ReadHistories(const QString &path, int weeks, int times)
 {
     FailingServices services;
     StudyDatabase database(services);
-    if (database.Open(path) != 0)
+    if (SQLite3Initialize() != 0 || database.Open(path) != 0)
         qFatal("%s cannot be opened", qPrintable(path));
     for (int i = 0; i < times; ++i)
-        if (ReadHistory(database, EndDate, 1, UserName).lines.isEmpty())
+        if (ReadHistory(database, EndDate, weeks, UserName).LineCount() == 0)
             qFatal("there is no history");
 }
 
-void PrintStatements(int times)
+void PrintStatements(int weeks, int times)
 {
-    const QString statements = SelectStatement(EndDate, 7, UserName, false) + u";\n" +
-                               SumTimeStatement(EndDate, 7, UserName) + u";\n" +
-                               SumAnswersStatement(EndDate, 7, UserName) + u";\n";
+    const int dayCount = weeks * 7;
+    const QString statements = SelectStatement(EndDate, dayCount, UserName, false) + u";\n" +
+                               SumTimeStatement(EndDate, dayCount, UserName) + u";\n" +
+                               SumAnswersStatement(EndDate, dayCount, UserName) + u";\n";
     for (int i = 0; i < times; ++i)
         std::fputs(qPrintable(statements), stdout);
 }
@@ -92,10 +94,10 @@ int main(int argc, char *argv[])
     const QString path = argc > 2 ? QFile::decodeName(argv[2]) : QString();
     if (operation == "load")
         Load(path);
-    else if (operation == "history" && argc == 4)
-        ReadWeek(path, QByteArrayView(argv[3]).toInt());
-    else if (operation == "statements" && argc == 3)
-        PrintStatements(QByteArrayView(argv[2]).toInt());
+    else if (operation == "history" && argc == 5)
+        ReadHistories(path, QByteArrayView(argv[3]).toInt(), QByteArrayView(argv[4]).toInt());
+    else if (operation == "statements" && argc == 4)
+        PrintStatements(QByteArrayView(argv[2]).toInt(), QByteArrayView(argv[3]).toInt());
     else
         qFatal("unknown operation");
     return 0;

@@ -6,11 +6,10 @@
 // FOLDER is what bench_inputs has filled.
 #include "base/modFile.h"
 #include "files/frmFile.h"
-#include "files/modHistory.h"
-#include "files/modStudyFolder.h"
 #include "search/frmSearch.h"
 #include "settings/frmMsg.h"
 #include "settings/modCharCode.h"
+#include "settings/modSettings.h"
 #include "settings/modZoom.h"
 #include "support/RecordingServices.h"
 #include "support/TestFiles.h"
@@ -18,17 +17,21 @@
 #include "text/modReadText.h"
 #include "view/frmText.h"
 #include "view/picText.h"
+#include "widgets/PageFont.h"
 
 #include <QApplication>
 #include <QLineEdit>
 #include <QListView>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScrollBar>
+#include <QTest>
 #include <QTimer>
 #include <QWheelEvent>
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <benchmark/benchmark.h>
 #include <cstring>
 #include <ctime>
@@ -160,13 +163,16 @@ class OpenStudy
     int middle = 0;
 };
 
+/// An answer is shown.
 void PressEnter(benchmark::State &state)
 {
     OpenStudy study(state.range(0));
+    const DisplayText text = LoadText(StudyFilePath(state.range(0)));
+    const int onPage = VisibleBlanks(text, PageAt(study.middle, text.LineCount(), study.page->Layout())).size();
     int pressed = 0;
     for (auto step : state) {
         study.PressEnter();
-        if (++pressed % 100 == 0) { // before the end of the short file, where the window would ask something
+        if (++pressed % onPage == 0) { // before the page is turned
             state.PauseTiming();
             study.StartInTheMiddle();
             state.ResumeTiming();
@@ -254,6 +260,72 @@ void Repaint(benchmark::State &state)
     }
 }
 
+/// The keys that show the next page.
+void PageDown(benchmark::State &state)
+{
+    OpenStudy study(state.range(0));
+    for (auto step : state) {
+        if (study.scroll->value() > study.scroll->maximum() - 100)
+            study.scroll->setValue(1);
+        QTest::keyClick(study.page, Qt::Key_PageDown, Qt::ControlModifier);
+        QCoreApplication::processEvents();
+    }
+}
+
+/// The widget that Qt has for long plain texts, with the text of a study file in the font and the size of its page.
+class PlainText
+{
+  public:
+    explicit PlainText(qint64 lines)
+    {
+        const DisplayText text = LoadText(StudyFilePath(lines));
+        QString content;
+        for (int line = 1; line <= text.LineCount(); ++line)
+            content += text.Line(line).toString() + u'\n';
+        OpenStudy study(1'000);
+        const Settings settings;
+        QFont font = PageFont();
+        font.setPixelSize(int(std::lround(double(settings.FontSize) * study.page->logicalDpiY() / 72)));
+        edit.setFrameStyle(QFrame::NoFrame);
+        edit.setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+        edit.setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+        edit.setLineWrapMode(QPlainTextEdit::NoWrap);
+        edit.setFont(font);
+        edit.setPlainText(content);
+        edit.resize(study.page->size());
+        edit.show();
+        QCoreApplication::processEvents();
+    }
+
+    QPlainTextEdit edit;
+};
+
+void RepaintPlainText(benchmark::State &state)
+{
+    PlainText text(state.range(0));
+    QScrollBar *const scroll = text.edit.verticalScrollBar();
+    const int stride = scroll->maximum() / 20;
+    for (auto step : state) {
+        state.PauseTiming();
+        scroll->setValue(1 + (scroll->value() + stride) % (scroll->maximum() - stride));
+        QCoreApplication::processEvents();
+        state.ResumeTiming();
+        text.edit.viewport()->repaint();
+    }
+}
+
+void PageDownPlainText(benchmark::State &state)
+{
+    PlainText text(state.range(0));
+    for (auto step : state) {
+        if (text.edit.verticalScrollBar()->value() > text.edit.verticalScrollBar()->maximum() - 100)
+            text.edit.moveCursor(QTextCursor::Start);
+        QKeyEvent key(QEvent::KeyPress, Qt::Key_PageDown, Qt::NoModifier);
+        QCoreApplication::sendEvent(&text.edit, &key);
+        QCoreApplication::processEvents();
+    }
+}
+
 void AskWhetherAllIsShown(benchmark::State &state)
 {
     StudyRound round;
@@ -271,6 +343,9 @@ BENCHMARK(Click)->Apply(InShortAndLongFile);
 BENCHMARK(TurnPage)->Apply(InShortAndLongFile);
 BENCHMARK(TurnWheel)->Apply(InShortAndLongFile);
 BENCHMARK(Repaint)->Apply(InShortAndLongFile);
+BENCHMARK(PageDown)->Apply(InShortAndLongFile);
+BENCHMARK(RepaintPlainText)->Arg(1'000)->Unit(benchmark::kMicrosecond);
+BENCHMARK(PageDownPlainText)->Arg(1'000)->Unit(benchmark::kMicrosecond);
 BENCHMARK(Zoom)->Apply(InShortAndLongFile);
 BENCHMARK(ScrollSideways)->Apply(InShortAndLongFile);
 BENCHMARK(AskWhetherAllIsShown)->Arg(1'000)->Arg(1'000'000);
@@ -358,32 +433,80 @@ void TypeSearch(benchmark::State &state)
 }
 BENCHMARK(TypeSearch)->Arg(30'000)->Arg(1'000'000)->Iterations(5)->Unit(benchmark::kMillisecond);
 
-void ListFolder(benchmark::State &state)
+/// The file selection window over a folder of its own, on a certain day.
+class OpenFileList
 {
-    const TestFolder folder;
-    const QByteArray bytes = BytesOf(StudyFilePath(1'000));
-    for (int i = 0; i < 1000; ++i)
-        folder.Write(QString::number(i) + u".txt"_s, bytes);
-    for (auto step : state) {
-        StudyFolder files(folder.Path());
-        files.Refresh();
-        for (int row = 0; row < 30; ++row) // the rows in view
-            files.Check(files.Names()[row]);
-        benchmark::DoNotOptimize(files.Facts(files.Names()[0]).blanks);
+  public:
+    explicit OpenFileList(const QString &databasePath, int files = 0)
+    {
+        folder.MakeFolder(u"txt"_s);
+        const QByteArray bytes = BytesOf(StudyFilePath(1'000));
+        for (int i = 0; i < files; ++i)
+            folder.Write(u"txt/第%1回 英単語.txt"_s.arg(i), bytes);
+        database.Open(databasePath);
+        services.now = QDateTime(QDate(2024, 12, 31), QTime(23, 0));
     }
-}
-BENCHMARK(ListFolder)->Unit(benchmark::kMillisecond);
 
-void RefreshHistory(benchmark::State &state)
-{
+    /// Takes a step and has the window do all that follows from it. @return the longest time between two turns of the
+    /// event loop, in milliseconds of CPU time
+    template <typename Step>
+    double LongestTimeOf(const Step &step)
+    {
+        double longest = TimeOf(step);
+        for (int quiet = 0; quiet < 3;) {
+            const double elapsed = TimeOf([] { QCoreApplication::processEvents(); });
+            quiet = elapsed < 0.05 ? quiet + 1 : 0;
+            longest = qMax(longest, elapsed);
+        }
+        return longest;
+    }
+
+    TestFolder folder;
     RecordingServices services;
-    StudyDatabase database(services);
-    database.Open(InputPath(u"sessions_100000.splite3"_s));
-    for (auto step : state)
-        benchmark::DoNotOptimize(
-            ReadHistory(database, QDate(2024, 12, 31), int(state.range(0)), u"user1"_s).lines.size());
+    StudyDatabase database{services};
+    frmMsg msg{services, u"wav"_s};
+    SettingsFile settings{folder.Path(u"Kotoban.ini"_s)};
+    frmFile window{services, database, msg, settings, folder.Path(), u"user0"_s, nullptr};
+};
+
+/// A list of files is shown for the first time, and then gone through page by page, which has all of them checked.
+void ShowFileList(benchmark::State &state)
+{
+    double shown = 0;
+    double longest = 0;
+    for (auto step : state) {
+        state.PauseTiming();
+        OpenFileList files(u":memory:"_s, int(state.range(0)));
+        state.ResumeTiming();
+        shown = qMax(shown, TimeOf([&] {
+                         files.window.show();
+                         QCoreApplication::processEvents();
+                     }));
+        auto *const list = files.window.findChild<QListView *>(u"lstFile"_s);
+        while (list->currentIndex().row() < list->model()->rowCount() - 1) {
+            QKeyEvent key(QEvent::KeyPress, Qt::Key_PageDown, Qt::NoModifier);
+            longest = qMax(longest, files.LongestTimeOf([&] { QCoreApplication::sendEvent(list, &key); }));
+        }
+    }
+    state.counters["shown_ms"] = shown;
+    state.counters["longest_ms"] = longest;
 }
-BENCHMARK(RefreshHistory)->Arg(1)->Arg(520)->Unit(benchmark::kMillisecond);
+BENCHMARK(ShowFileList)->Arg(10'000)->Iterations(1)->Unit(benchmark::kMillisecond);
+
+/// The file selection window opens with a million sessions behind it, and then a history of some weeks is asked for.
+void ShowHistory(benchmark::State &state)
+{
+    double longest = 0;
+    for (auto step : state) {
+        OpenFileList files(InputPath(u"sessions_1000000.splite3"_s));
+        longest = qMax(longest, files.LongestTimeOf([&] { files.window.show(); }));
+        auto *const weeks = files.window.findChild<QLineEdit *>(u"txtWeekN"_s);
+        const QString typed = QString::number(state.range(0));
+        longest = qMax(longest, files.LongestTimeOf([&] { weeks->setText(typed); }));
+    }
+    state.counters["longest_ms"] = longest;
+}
+BENCHMARK(ShowHistory)->Arg(2)->Arg(9'999)->Iterations(1)->Unit(benchmark::kMillisecond);
 
 } // namespace
 
