@@ -88,8 +88,8 @@ void Run(sqlite3 *database, const QByteArray &sql)
         qFatal("%s", sqlite3_errmsg(database));
 }
 
-/// Sessions of some users, equally many each, back from the end of 2024.
-void WriteSessions(const QString &path, int sessionCount, int userCount, int sessionsPerDay)
+/// Sessions of one user, back from the end of 2024.
+void WriteSessions(const QString &path, int sessionCount, int sessionsPerDay)
 {
     QFile::remove(path);
     sqlite3 *database = nullptr;
@@ -101,12 +101,12 @@ void WriteSessions(const QString &path, int sessionCount, int userCount, int ses
     Random random(12);
     const int secondsBetween = 12 * 3600 / sessionsPerDay; // from eight in the morning
     for (int i = 0; i < sessionCount; ++i) {
-        const QDateTime start = QDateTime(QDate(2024, 12, 31).addDays(-(i / (sessionsPerDay * userCount))), QTime(8, 0))
+        const QDateTime start = QDateTime(QDate(2024, 12, 31).addDays(-(i / sessionsPerDay)), QTime(8, 0))
                                     .addSecs(i % sessionsPerDay * secondsBetween + Pick(random, secondsBetween));
         const QDateTime end = start.addSecs(60 + Pick(random, 3000));
-        const QString row = u"insert into t_kotoban values('%1','user%2','%3','file%4','%5',%6)"_s.arg(
-            DateText(start.date()), QString::number(i / sessionsPerDay % userCount), TimeText(start),
-            QString::number(Pick(random, 50)), DateTimeText(end), QString::number(Pick(random, 200)));
+        const QString row = u"insert into t_kotoban values('%1','user','%2','file%3','%4',%5)"_s.arg(
+            DateText(start.date()), TimeText(start), QString::number(Pick(random, 50)), DateTimeText(end),
+            QString::number(Pick(random, 200)));
         Run(database, row.toUtf8());
     }
     Run(database, "commit");
@@ -120,7 +120,7 @@ int main(int argc, char *argv[])
     if (argc != 2)
         qFatal("usage: bench_inputs FOLDER");
     const QString folder = QFile::decodeName(argv[1]);
-    for (const int lines : {1'000, 30'000, 1'000'000})
+    for (const int lines : {1'000, 3'000, 30'000, 1'000'000})
         WriteText(JoinPath(folder, u"study_%1.txt"_s.arg(lines)), lines, StudyLine);
     WriteText(JoinPath(folder, u"ascii.txt"_s), 1'000'000, [](Random &random) {
         QString line;
@@ -128,7 +128,6 @@ int main(int argc, char *argv[])
             line += EnglishWord(random) + u' ';
         return line;
     });
-    WriteSessions(JoinPath(folder, u"sessions_100000.splite3"_s), 100'000, 4, 3);
-    WriteSessions(JoinPath(folder, u"sessions_1000000.splite3"_s), 1'000'000, 1, 91); // thirty years of one user
+    WriteSessions(JoinPath(folder, u"sessions_1000000.splite3"_s), 1'000'000, 91); // thirty years
     return 0;
 }

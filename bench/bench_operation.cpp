@@ -24,7 +24,7 @@ namespace {
 
 // As bench_inputs makes them.
 const QDate EndDate(2024, 12, 31);
-const QString UserName = QStringLiteral("user0");
+const QString UserName = QStringLiteral("user");
 
 /// Sends what goes wrong to the one who looks at the figures.
 class FailingServices : public RecordingServices

@@ -1,6 +1,8 @@
 """Prints the ratios of bench/compare. Usage: compare.py BUILD_FOLDER, with everything built and the inputs made.
 
-Every pair is measured in turns, A B A B ..., after one round that does not count; a figure is the median of its runs.
+Every pair is measured in turns, A B A B ..., after one round that does not count. A figure is the median of the runs'
+ratios, and its spread half of the distance between their quartiles, in percent of it. How to read the table:
+docs/performance.md.
 """
 
 import json
@@ -13,7 +15,6 @@ import tempfile
 from pathlib import Path
 
 ROUNDS = 7
-REFRESHES = 200  # of the history in one process, so that they outweigh its start
 FRAME_US = 1e6 / 60
 
 build = Path(sys.argv[1]).resolve()
@@ -43,21 +44,26 @@ def seconds(*command, stdin=None):
 
 
 def in_turns(*measures):
-    """Medians of some measures. A measure gives a number or a tuple of numbers."""
+    """What some measures gave, run by run, for each of them a list. A measure gives a number or a tuple of numbers."""
     rounds = [[measure() for measure in measures] for _ in range(ROUNDS + 1)][1:]
-    medians = []
-    for values in zip(*rounds):
-        if isinstance(values[0], tuple):
-            medians.append(tuple(statistics.median(column) for column in zip(*values)))
-        else:
-            medians.append(statistics.median(values))
-    return medians
+    return [list(values) for values in zip(*rounds)]
 
 
-def row(what, ratio, limit):
-    """One line of the table. A ratio without a limit is there for comparison."""
-    verdict = "" if limit is None else f"| {limit:4.2f} | {'yes' if ratio <= limit else 'NO'} "
-    print(f"| {what} | {ratio:6.3f} {verdict or '| | '}|", flush=True)
+def ratios(ours, others):
+    return [mine / other for mine, other in zip(ours, others)]
+
+
+def shares(ours, whole):
+    return [mine / whole for mine in ours]
+
+
+def row(what, values, limit):
+    """One line of the table: the median of some values and their spread."""
+    median = statistics.median(values)
+    quarters = statistics.quantiles(values) if len(values) > 1 else [median] * 3
+    spread = 100 * (quarters[2] - quarters[0]) / 2 / median if median else 0
+    verdict = "yes" if median <= limit else "NO"
+    print(f"| {what} | {median:6.3f} | {spread:3.0f} % | {limit:5.2f} | {verdict} |", flush=True)
 
 
 def operation(*words):
@@ -67,63 +73,104 @@ def operation(*words):
 def compare_loading():
     ours, iconv = in_turns(operation("load", long_file),
                            lambda: seconds("iconv", "-f", "CP932", "-t", "UTF-16LE", long_file))
-    row("load a file of 1,000,000 lines / iconv to UTF-16 on it", ours / iconv, 0.8)
-    [(_, grown)] = in_turns(lambda: tuple(map(float, run(tools / "bench_operation", "load", long_file).split())))
-    row("memory after that load / size of the file", grown / long_file.stat().st_size, 3)
+    row("load a file of 1,000,000 lines / iconv to UTF-16 on it", ratios(ours, iconv), 0.6)
+    [grown] = in_turns(lambda: float(run(tools / "bench_operation", "load", long_file).split()[1]))
+    row("memory after that load / size of the file", shares(grown, long_file.stat().st_size), 3)
 
 
 def compare_detection():
     for name, file in (("ASCII", inputs / "ascii.txt"), ("Shift_JIS", long_file)):
         ours, nkf, uchardet = in_turns(lambda: seconds(tools / "bench_detect", file), lambda: seconds("nkf", "--guess", file),
                                        lambda: seconds("uchardet", file))
-        row(f"tell the character code, {name} / nkf --guess", ours / nkf, 1)
-        row(f"tell the character code, {name} / uchardet", ours / uchardet, 1)
+        row(f"tell the character code, {name} / nkf --guess", ratios(ours, nkf), 1)
+        row(f"tell the character code, {name} / uchardet", ratios(ours, uchardet), 1)
 
 
-def cpu_times_us(names):
-    """Median CPU time of timings that are made inside one process, by their names."""
+def timings(names):
+    """Timings that are made inside one process, in turns: CPU times in microseconds by name, and counters by name."""
     output = run(tools / "study_bench", f"--benchmark_filter={names}", f"--benchmark_repetitions={ROUNDS}",
-                 "--benchmark_enable_random_interleaving=true", "--benchmark_report_aggregates_only=true",
-                 "--benchmark_format=json", env={**os.environ, "STUDY_BENCH_INPUTS": str(inputs)})
+                 "--benchmark_enable_random_interleaving=true", "--benchmark_format=json",
+                 env={**os.environ, "STUDY_BENCH_INPUTS": str(inputs)})
     unit = {"ns": 1e-3, "us": 1, "ms": 1e3}
-    return {each["run_name"]: each["cpu_time"] * unit[each["time_unit"]]
-            for each in json.loads(output)["benchmarks"] if each["aggregate_name"] == "median"}
+    cpu_us, counters = {}, {}
+    for each in json.loads(output)["benchmarks"]:
+        if each["run_type"] != "iteration":
+            continue
+        name = each["name"].removesuffix("/iterations:1").removesuffix("/iterations:5")
+        cpu_us.setdefault(name, []).append(each["cpu_time"] * unit[each["time_unit"]])
+        for counter in ("longest_ms", "shown_ms", "to_hit_ms", "wakes_per_second"):
+            if counter in each:
+                counters.setdefault((name, counter), []).append(each[counter])
+    return cpu_us, counters
 
 
 def compare_growth():
     """In a process of its own: where others have been, a short file would find its memory there already."""
-    cpu_us = cpu_times_us("LoadFile/(30000|1000000)$")
-    row("load, time per line, 1,000,000 lines / 30,000 lines",
-        cpu_us["LoadFile/1000000"] / 1_000_000 / (cpu_us["LoadFile/30000"] / 30_000), 1.15)
+    cpu_us, _ = timings("LoadFile/(30000|1000000)$")
+    long, short = cpu_us["LoadFile/1000000"], cpu_us["LoadFile/30000"]
+    row("load, time per line, 1,000,000 lines / 30,000 lines", ratios(shares(long, 1_000_000), shares(short, 30_000)), 1.15)
 
 
 def compare_steps():
-    cpu_us = cpu_times_us("Ascii|Enter|Click|Turn|Repaint|Zoom|Sideways|Ask")
-    row("tell the character code of ASCII / memchr over it", cpu_us["DetectAscii"] / cpu_us["MemchrAscii"], 4)
-    for name, what in (("PressEnter", "Enter"), ("Click", "a click"), ("TurnPage", "a page turn"),
-                       ("TurnWheel", "a step of the wheel"), ("Repaint", "a repaint"),
+    cpu_us, counters = timings("Ascii|Enter|Click|Turn|Repaint|PageDown|Zoom|Sideways|Ask|Mark|TakeBack|OpenPage|Idle")
+    row("tell the character code of ASCII / memchr over it", ratios(cpu_us["DetectAscii"], cpu_us["MemchrAscii"]), 4)
+    for name, what in (("PressEnter", "Enter"), ("Click", "a click"), ("MarkHard", "a mark"), ("TakeBack", "hiding all and undo"),
+                       ("TurnPage", "a page turn"), ("TurnWheel", "a step of the wheel"), ("Repaint", "a repaint"),
                        ("Zoom", "a step of the zoom"), ("ScrollSideways", "a step sideways"),
                        ("AskWhetherAllIsShown", "whether all is shown")):
         long, short = cpu_us[f"{name}/1000000"], cpu_us[f"{name}/1000"]
-        row(f"{what}, 1,000,000 lines / 1,000 lines", long / short, 1.2)
+        row(f"{what}, 1,000,000 lines / 1,000 lines", ratios(long, short), 1.1)
         if name != "AskWhetherAllIsShown":
-            # These two paint a page anew, with letters of another size or as large as they come.
-            share = 8 if name in ("Zoom", "ScrollSideways") else 16
-            row(f"{what} in the long file / 1/{share} of a frame at 60 Hz", long / (FRAME_US / share), 1)
+            # These paint a page anew twice, or with letters of another size or as large as they come.
+            share = 8 if name in ("TakeBack", "Zoom", "ScrollSideways") else 16
+            row(f"{what} in the long file / 1/{share} of a frame at 60 Hz", shares(long, FRAME_US / share), 1)
+    row("Enter / a repaint", ratios(cpu_us["PressEnter/1000"], cpu_us["Repaint/1000"]), 0.25)
+    row("a repaint / the one of QPlainTextEdit", ratios(cpu_us["Repaint/1000"], cpu_us["RepaintPlainText/1000"]), 0.5)
+    row("page down / the one of QPlainTextEdit", ratios(cpu_us["PageDown/1000"], cpu_us["PageDownPlainText/1000"]), 0.8)
+    row("from the login to a page of 3,000 lines / a frame", shares(cpu_us["OpenPage/3000"], FRAME_US), 3)
+    row("wake-ups a second with a file open", counters["Idle/3000", "wakes_per_second"], 2)
 
 
-def compare_history():
-    database = inputs / "sessions_100000.splite3"
+def compare_search():
+    cpu_us, counters = timings("CountHits/1000000|CountKeywords/1000000|TypeSearch/1000000|LoadFile/1000000$")
+    longest = counters["TypeSearch/1000000", "longest_ms"]
+    row("typing in the search, 1,000,000 lines, longest without a turn of the event loop / 8 ms", shares(longest, 8), 1)
+    to_hit_us = [1000 * ms for ms in counters["TypeSearch/1000000", "to_hit_ms"]]
+    row("a place 10,000 lines away in view / half a frame", shares(to_hit_us, FRAME_US / 2), 1)
+    with tempfile.TemporaryDirectory() as folder:
+        text = Path(folder) / "text"
+        text.write_bytes(long_file.read_bytes().decode("cp932").encode())
+        for number, wanted in enumerate(("春夏", "wor", "s")):
+            [rg] = in_turns(lambda: 1e6 * seconds("rg", "-i", "-F", "-j1", "--count-matches", wanted, text))
+            row(f"all hits of {wanted} / the whole process of rg", ratios(cpu_us[f"CountHits/1000000/{number}"], rg), 2)
+    row("all hits of 500 keywords / the load of the file",
+        ratios(cpu_us["CountKeywords/1000000"], cpu_us["LoadFile/1000000"]), 4)
+
+
+def compare_lists():
+    _, counters = timings("ShowFileList|ShowHistory")
+    row("a list of 10,000 study files is there / 50 ms", shares(counters["ShowFileList/10000", "shown_ms"], 50), 1)
+    row("the longest wait while all of them are checked / a frame",
+        shares(counters["ShowFileList/10000", "longest_ms"], FRAME_US / 1000), 1)
+    for weeks in (2, 9999):
+        row(f"the longest wait for {weeks:,} weeks of 1,000,000 sessions / 16 ms",
+            shares(counters[f"ShowHistory/{weeks}", "longest_ms"], 16), 1)
+
+
+def compare_history(weeks, refreshes):
+    database = inputs / "sessions_1000000.splite3"
     with tempfile.TemporaryDirectory() as folder:
         statements = Path(folder) / "statements.sql"
-        statements.write_text(run(tools / "bench_operation", "statements", REFRESHES))
+        statements.write_text(run(tools / "bench_operation", "statements", weeks, refreshes))
         nothing = Path(folder) / "nothing.sql"
         nothing.write_text("")
         ours, our_start, shell, shell_start = in_turns(
-            operation("history", database, REFRESHES), operation("history", database, 0),
+            operation("history", database, weeks, refreshes), operation("history", database, weeks, 0),
             lambda: seconds("sqlite3", "-batch", database, stdin=statements),
             lambda: seconds("sqlite3", "-batch", database, stdin=nothing))
-    row("a week of 100,000 sessions / its statements in sqlite3", (ours - our_start) / (shell - shell_start), 1.5)
+    row(f"a history of {weeks:,} weeks out of 1,000,000 sessions / its statements in sqlite3",
+        [(mine - start) / (theirs - their_start)
+         for mine, start, theirs, their_start in zip(ours, our_start, shell, shell_start)], 1.3)
 
 
 def compare_start():
@@ -141,30 +188,31 @@ def compare_start():
             def start(*command):
                 return lambda: tuple(map(float, run(tools / "bench_start", *command, env=env).split()))
 
-            ours, empty, text = in_turns(start(application / "Kotoban"), start(tools / "empty_window"),
-                                         start(tools / "empty_window", "利用者名"))
+            ours, text = in_turns(start(application / "Kotoban"), start(tools / "empty_window", "利用者名"))
         finally:
             server.kill()
             server.wait()
-    row("start to the first window / an empty window", ours[0] / empty[0], 1.25)
-    row("start to the first window / a window with one word", ours[0] / text[0], None)
-    row("memory at the first window / an empty window", ours[1] / empty[1], 1.4)
-    row("memory at the first window / a window with one word", ours[1] / text[1], None)
+    (our_time, our_memory), (text_time, text_memory) = zip(*ours), zip(*text)
+    row("start to the first window / a window with one word", ratios(our_time, text_time), 1.05)
+    row("memory at the first window / a window with one word", ratios(our_memory, text_memory), 1.1)
 
 
 def compare_size():
     with tempfile.TemporaryDirectory() as folder:
         stripped = Path(folder) / "Kotoban"
         run("strip", "-o", stripped, build / "Kotoban" / "Kotoban")
-        row("size of the executable, stripped / 1 MiB", stripped.stat().st_size / 2**20, 1)
+        row("size of the executable, stripped / 1 MiB", [stripped.stat().st_size / 2**20], 1)
 
 
-print("| what | ratio | at most | reached |")
-print("| --- | ---: | ---: | --- |")
+print("| what | ratio | spread | at most | reached |")
+print("| --- | ---: | ---: | ---: | --- |")
 compare_loading()
 compare_detection()
 compare_growth()
 compare_steps()
-compare_history()
+compare_search()
+compare_lists()
+compare_history(1, 200)
+compare_history(9999, 1)
 compare_start()
 compare_size()

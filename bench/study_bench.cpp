@@ -4,23 +4,20 @@
 //     STUDY_BENCH_INPUTS=FOLDER study_bench [options of Google Benchmark]
 //
 // FOLDER is what bench_inputs has filled.
-#include "base/modFile.h"
-#include "files/frmFile.h"
-#include "search/frmSearch.h"
+#include "Inputs.h"
 #include "settings/frmMsg.h"
 #include "settings/modCharCode.h"
 #include "settings/modSettings.h"
 #include "settings/modZoom.h"
 #include "support/RecordingServices.h"
 #include "support/TestFiles.h"
-#include "text/modCheckText.h"
-#include "text/modReadText.h"
 #include "view/frmText.h"
 #include "view/picText.h"
 #include "widgets/PageFont.h"
 
+#include <QAbstractEventDispatcher>
 #include <QApplication>
-#include <QLineEdit>
+#include <QEventLoop>
 #include <QListView>
 #include <QPlainTextEdit>
 #include <QPushButton>
@@ -29,45 +26,14 @@
 #include <QTimer>
 #include <QWheelEvent>
 
-#include <algorithm>
-#include <array>
-#include <cmath>
 #include <benchmark/benchmark.h>
+#include <cmath>
 #include <cstring>
-#include <ctime>
+#include <memory>
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
-
-QString InputPath(const QString &name)
-{
-    return JoinPath(qEnvironmentVariable("STUDY_BENCH_INPUTS"), name);
-}
-
-QString StudyFilePath(qint64 lines)
-{
-    return InputPath(u"study_%1.txt"_s.arg(lines));
-}
-
-QByteArray BytesOf(const QString &path)
-{
-    QByteArray bytes;
-    QString error;
-    if (!ReadWholeFile(path, &bytes, &error))
-        qFatal("%s: %s", qPrintable(path), qPrintable(error));
-    return bytes;
-}
-
-DisplayText LoadText(const QString &path)
-{
-    StudyLines lines;
-    QString message;
-    int errorLine = 0;
-    if (!ReadTextFile(path, MaxLineBytes, &lines, &message, &errorLine))
-        qFatal("%s", qPrintable(message));
-    return DisplayText(std::move(lines));
-}
 
 void LoadFile(benchmark::State &state)
 {
@@ -128,6 +94,12 @@ class OpenStudy
     void PressEnter()
     {
         Send(QKeyEvent(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier));
+    }
+
+    void PressCtrl(Qt::Key key)
+    {
+        QTest::keyClick(page, key, Qt::ControlModifier);
+        QCoreApplication::processEvents();
     }
 
     /// Shows the page in the middle of the file with all its answers hidden.
@@ -215,6 +187,26 @@ void TurnPage(benchmark::State &state)
     }
 }
 
+/// An answer is marked as hard, and the next time it is not any more.
+void MarkHard(benchmark::State &state)
+{
+    OpenStudy study(state.range(0));
+    study.PressEnter();
+    for (auto step : state)
+        study.PressCtrl(Qt::Key_M);
+}
+
+/// Hides all answers and takes that back.
+void TakeBack(benchmark::State &state)
+{
+    OpenStudy study(state.range(0));
+    study.PressEnter();
+    for (auto step : state) {
+        study.PressCtrl(Qt::Key_H);
+        study.PressCtrl(Qt::Key_Z);
+    }
+}
+
 void TurnWheel(benchmark::State &state)
 {
     OpenStudy study(state.range(0));
@@ -267,8 +259,7 @@ void PageDown(benchmark::State &state)
     for (auto step : state) {
         if (study.scroll->value() > study.scroll->maximum() - 100)
             study.scroll->setValue(1);
-        QTest::keyClick(study.page, Qt::Key_PageDown, Qt::ControlModifier);
-        QCoreApplication::processEvents();
+        study.PressCtrl(Qt::Key_PageDown);
     }
 }
 
@@ -326,6 +317,35 @@ void PageDownPlainText(benchmark::State &state)
     }
 }
 
+/// From the end of the login to a page that is painted, without the time in which somebody chooses its file.
+void OpenPage(benchmark::State &state)
+{
+    for (auto step : state) {
+        auto study = std::make_unique<OpenStudy>(state.range(0));
+        state.PauseTiming();
+        study.reset();
+        state.ResumeTiming();
+    }
+}
+BENCHMARK(OpenPage)->Arg(3'000)->Unit(benchmark::kMillisecond);
+
+/// Nothing is done for ten seconds with a file open.
+void Idle(benchmark::State &state)
+{
+    OpenStudy study(state.range(0));
+    constexpr int seconds = 10;
+    int wakeUps = 0;
+    for (auto step : state) {
+        QEventLoop loop;
+        QObject::connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::awake, &loop,
+                         [&wakeUps] { ++wakeUps; });
+        QTimer::singleShot(1000 * seconds, &loop, &QEventLoop::quit);
+        loop.exec();
+    }
+    state.counters["wakes_per_second"] = double(wakeUps) / seconds;
+}
+BENCHMARK(Idle)->Arg(3'000)->Iterations(1);
+
 void AskWhetherAllIsShown(benchmark::State &state)
 {
     StudyRound round;
@@ -341,6 +361,8 @@ void InShortAndLongFile(benchmark::internal::Benchmark *timing)
 BENCHMARK(PressEnter)->Apply(InShortAndLongFile);
 BENCHMARK(Click)->Apply(InShortAndLongFile);
 BENCHMARK(TurnPage)->Apply(InShortAndLongFile);
+BENCHMARK(MarkHard)->Apply(InShortAndLongFile);
+BENCHMARK(TakeBack)->Apply(InShortAndLongFile);
 BENCHMARK(TurnWheel)->Apply(InShortAndLongFile);
 BENCHMARK(Repaint)->Apply(InShortAndLongFile);
 BENCHMARK(PageDown)->Apply(InShortAndLongFile);
@@ -349,164 +371,6 @@ BENCHMARK(PageDownPlainText)->Arg(1'000)->Unit(benchmark::kMicrosecond);
 BENCHMARK(Zoom)->Apply(InShortAndLongFile);
 BENCHMARK(ScrollSideways)->Apply(InShortAndLongFile);
 BENCHMARK(AskWhetherAllIsShown)->Arg(1'000)->Arg(1'000'000);
-
-void CountHits(benchmark::State &state)
-{
-    const DisplayText text = LoadText(StudyFilePath(state.range(0)));
-    const QString wanted = std::array{u"春夏"_s, u"wor"_s, u"s"_s}.at(size_t(state.range(1)));
-    for (auto step : state) {
-        Hits hits(&text, std::make_unique<PlainFinder>(wanted), 1);
-        hits.CountOn(QDeadlineTimer(QDeadlineTimer::Forever));
-        state.counters["hits"] = hits.Count();
-    }
-}
-BENCHMARK(CountHits)->ArgsProduct({{30'000, 1'000'000}, {0, 1, 2}})->Unit(benchmark::kMillisecond);
-
-/// Keywords that a text has: beginnings of its words, half of them English.
-KeywordList KeywordsOf(const DisplayText &text, int count)
-{
-    KeywordList list;
-    QStringList words[2];
-    for (int line = 1; line <= text.LineCount(); line += 7) {
-        const QString word = text.Line(line).trimmed().toString().section(u' ', 0, 0).section(u'\t', 0, 0).left(4);
-        QStringList &kind = words[IsEnglishWord(word) ? 1 : 0];
-        if (word.size() > 1 && kind.size() < count / 2 && !kind.contains(word))
-            kind += word;
-    }
-    list.words = words[0] + words[1];
-    std::sort(list.words.begin(), list.words.end());
-    return list;
-}
-
-void CountKeywords(benchmark::State &state)
-{
-    const DisplayText text = LoadText(StudyFilePath(state.range(0)));
-    KeywordSearch search(KeywordsOf(text, 500));
-    for (auto step : state) {
-        search.SetText(&text);
-        search.CountOn(QDeadlineTimer(QDeadlineTimer::Forever));
-    }
-    state.counters["keywords"] = double(search.List().words.size());
-}
-BENCHMARK(CountKeywords)->Arg(30'000)->Arg(1'000'000)->Unit(benchmark::kMillisecond);
-
-/// CPU time of a step, in milliseconds.
-template <typename Step>
-double TimeOf(const Step &step)
-{
-    const std::clock_t start = std::clock();
-    step();
-    return double(std::clock() - start) * 1000 / CLOCKS_PER_SEC;
-}
-
-/// Typing ten letters while 500 keywords are being counted: the longest time without a turn of the event loop, and the
-/// time from the last letter to a place 10,000 lines from the page in view.
-void TypeSearch(benchmark::State &state)
-{
-    const DisplayText text = LoadText(StudyFilePath(state.range(0)));
-    KeywordSearch search(KeywordsOf(text, 500));
-    const int topLine = qMax(1, text.LineCount() - 10'000);
-    const QString wanted = text.Line(text.LineCount()).trimmed().toString();
-    double longest = 0;
-    double toHit = 0;
-    for (auto step : state) {
-        frmSearch window(
-            search, [topLine] { return topLine; }, nullptr);
-        window.SetText(&text);
-        window.Open();
-        QCoreApplication::processEvents();
-        auto *const box = window.findChild<QLineEdit *>(u"txtSearch"_s);
-        for (int letter = 0; letter < 10; ++letter) {
-            QKeyEvent key(QEvent::KeyPress, 0, Qt::NoModifier, wanted.mid(letter, 1));
-            longest = qMax(longest, TimeOf([&] { QCoreApplication::sendEvent(box, &key); }));
-            for (int turn = 0; turn < 10; ++turn)
-                longest = qMax(longest, TimeOf([] { QCoreApplication::processEvents(); }));
-        }
-        box->setText(wanted.chopped(1));
-        toHit = qMax(toHit, TimeOf([&] {
-                         box->setText(wanted);
-                         window.GoOn(false);
-                     }));
-    }
-    state.counters["longest_ms"] = longest;
-    state.counters["to_hit_ms"] = toHit;
-}
-BENCHMARK(TypeSearch)->Arg(30'000)->Arg(1'000'000)->Iterations(5)->Unit(benchmark::kMillisecond);
-
-/// The file selection window over a folder of its own, on a certain day.
-class OpenFileList
-{
-  public:
-    explicit OpenFileList(const QString &databasePath, int files = 0)
-    {
-        folder.MakeFolder(u"txt"_s);
-        const QByteArray bytes = BytesOf(StudyFilePath(1'000));
-        for (int i = 0; i < files; ++i)
-            folder.Write(u"txt/第%1回 英単語.txt"_s.arg(i), bytes);
-        database.Open(databasePath);
-        services.now = QDateTime(QDate(2024, 12, 31), QTime(23, 0));
-    }
-
-    /// Takes a step and has the window do all that follows from it. @return the longest time between two turns of the
-    /// event loop, in milliseconds of CPU time
-    template <typename Step>
-    double LongestTimeOf(const Step &step)
-    {
-        double longest = TimeOf(step);
-        for (int quiet = 0; quiet < 3;) {
-            const double elapsed = TimeOf([] { QCoreApplication::processEvents(); });
-            quiet = elapsed < 0.05 ? quiet + 1 : 0;
-            longest = qMax(longest, elapsed);
-        }
-        return longest;
-    }
-
-    TestFolder folder;
-    RecordingServices services;
-    StudyDatabase database{services};
-    frmMsg msg{services, u"wav"_s};
-    SettingsFile settings{folder.Path(u"Kotoban.ini"_s)};
-    frmFile window{services, database, msg, settings, folder.Path(), u"user0"_s, nullptr};
-};
-
-/// A list of files is shown for the first time, and then gone through page by page, which has all of them checked.
-void ShowFileList(benchmark::State &state)
-{
-    double shown = 0;
-    double longest = 0;
-    for (auto step : state) {
-        state.PauseTiming();
-        OpenFileList files(u":memory:"_s, int(state.range(0)));
-        state.ResumeTiming();
-        shown = qMax(shown, TimeOf([&] {
-                         files.window.show();
-                         QCoreApplication::processEvents();
-                     }));
-        auto *const list = files.window.findChild<QListView *>(u"lstFile"_s);
-        while (list->currentIndex().row() < list->model()->rowCount() - 1) {
-            QKeyEvent key(QEvent::KeyPress, Qt::Key_PageDown, Qt::NoModifier);
-            longest = qMax(longest, files.LongestTimeOf([&] { QCoreApplication::sendEvent(list, &key); }));
-        }
-    }
-    state.counters["shown_ms"] = shown;
-    state.counters["longest_ms"] = longest;
-}
-BENCHMARK(ShowFileList)->Arg(10'000)->Iterations(1)->Unit(benchmark::kMillisecond);
-
-/// The file selection window opens with a million sessions behind it, and then a history of some weeks is asked for.
-void ShowHistory(benchmark::State &state)
-{
-    double longest = 0;
-    for (auto step : state) {
-        OpenFileList files(InputPath(u"sessions_1000000.splite3"_s));
-        longest = qMax(longest, files.LongestTimeOf([&] { files.window.show(); }));
-        auto *const weeks = files.window.findChild<QLineEdit *>(u"txtWeekN"_s);
-        const QString typed = QString::number(state.range(0));
-        longest = qMax(longest, files.LongestTimeOf([&] { weeks->setText(typed); }));
-    }
-    state.counters["longest_ms"] = longest;
-}
-BENCHMARK(ShowHistory)->Arg(2)->Arg(9'999)->Iterations(1)->Unit(benchmark::kMillisecond);
 
 } // namespace
 

@@ -16,7 +16,7 @@ package_test_packages=(lintian)
 # Clang 14, the default, cannot read the ranges of this compiler's library.
 fuzz_packages=(clang-16 libclang-rt-16-dev)
 # What the timings are made with, and the tools that the program is held against.
-bench_packages=(libbenchmark-dev libxcb1-dev pkgconf python3-minimal nkf uchardet)
+bench_packages=(libbenchmark-dev libxcb1-dev pkgconf python3 nkf uchardet ripgrep)
 
 say() {
     printf '== %s\n' "$*"

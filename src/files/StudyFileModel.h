@@ -57,7 +57,7 @@ class StudyFileModel : public QAbstractListModel
     QDate m_today;
     QString m_filter;
     QStringList m_shown;
-    QHash<QString, int> m_rows; // of the names shown
+    QHash<QString, int> m_rows;          // of the names shown
     mutable QStringList m_pending;       // files whose check was requested, the next one first
     mutable qsizetype m_newRequests = 0; // how many of them were requested since the last check
     mutable QTimer m_checking{this};

@@ -1,0 +1,49 @@
+// What the timings share: their inputs, and the study text that they work on.
+#pragma once
+
+#include "base/modFile.h"
+#include "text/modCheckText.h"
+#include "text/modDisplayText.h"
+#include "text/modReadText.h"
+
+#include <QFile>
+
+#include <ctime>
+
+inline QString InputPath(const QString &name)
+{
+    return JoinPath(qEnvironmentVariable("STUDY_BENCH_INPUTS"), name);
+}
+
+inline QString StudyFilePath(qint64 lines)
+{
+    return InputPath(QStringLiteral("study_%1.txt").arg(lines));
+}
+
+inline QByteArray BytesOf(const QString &path)
+{
+    QByteArray bytes;
+    QString error;
+    if (!ReadWholeFile(path, &bytes, &error))
+        qFatal("%s: %s", qPrintable(path), qPrintable(error));
+    return bytes;
+}
+
+inline DisplayText LoadText(const QString &path)
+{
+    StudyLines lines;
+    QString message;
+    int errorLine = 0;
+    if (!ReadTextFile(path, MaxLineBytes, &lines, &message, &errorLine))
+        qFatal("%s", qPrintable(message));
+    return DisplayText(std::move(lines));
+}
+
+/// CPU time of a step, in milliseconds.
+template <typename Step>
+double TimeOf(const Step &step)
+{
+    const std::clock_t start = std::clock();
+    step();
+    return double(std::clock() - start) * 1000 / CLOCKS_PER_SEC;
+}
