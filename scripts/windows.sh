@@ -4,7 +4,7 @@
 
 # What it takes to build the program and its libraries from their source packages.
 windows_packages=(g++-mingw-w64-x86-64-posix dpkg-dev make tcl googletest)
-# What it takes to run it: Wine, some libraries of X11 that Wine uses where they are, and the Japanese locale.
+# What it takes to run it: Wine, some libraries of X11 that Wine uses where they are, and locales.
 wine_packages=(wine64 fonts-wine libxcomposite1 libxcursor1 libxi6 libxinerama1 libxrandr2 libxrender1 locales)
 
 cache=${XDG_CACHE_HOME:-$HOME/.cache}/kotoban-windows
@@ -125,14 +125,17 @@ build_googletest() {
     rm -rf "$stage" "$build"
 }
 
-# A Japanese locale, from which Wine takes code page 932, and a system folder with nothing of the user's in it.
+# Locales, from which Wine takes the code page: Japanese has 932, Hindi has none but UTF-8. And a system folder with
+# nothing of the user's in it.
 make_wine_system() {
-    if [[ ! -d $cache/locale ]]; then
+    local name
+    mkdir -p "$cache/locale"
+    for name in ja_JP hi_IN; do
+        [[ ! -d $cache/locale/$name.UTF-8 ]] || continue
         rm -rf "$cache/locale.new"
-        mkdir "$cache/locale.new"
-        localedef -i ja_JP -f UTF-8 "$cache/locale.new/ja_JP.UTF-8"
-        mv "$cache/locale.new" "$cache/locale"
-    fi
+        localedef -i "$name" -f UTF-8 "$cache/locale.new"
+        mv "$cache/locale.new" "$cache/locale/$name.UTF-8"
+    done
     if [[ ! -d $cache/wine ]]; then
         say "making a system folder for Wine, once"
         rm -rf "$cache/wine.new"

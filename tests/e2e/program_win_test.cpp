@@ -194,6 +194,23 @@ TEST_F(ProgramTest, SharesItsSettingsWithTheProfileFunctions)
     EXPECT_STREQ(text, "52");
 }
 
+// The editor stays one to the learner when the window's place is written beside it.
+TEST_F(ProgramTest, KeepsSettingsInCodePage932)
+{
+    const QString folder = MakeFolder(u"設定"_s);
+    temporary.Write(u"漢字ソ.exe"_s, "MZ");
+    const QString editor = QDir::toNativeSeparators(temporary.Path(u"漢字ソ.exe"_s));
+    const QByteArray settings = "[setting]\r\nTextEditor=" + ToCodePage932(editor) + "\r\n";
+    temporary.Write(u"設定/Kotoban.ini"_s, settings);
+    RunningProgram program(folder);
+    LogIn(program);
+    PostMessageW(OpenFirstFile(program), WM_CLOSE, 0, 0);
+    EXPECT_EQ(program.ExitCode(), 0);
+    const QByteArray after = temporary.Read(u"設定/Kotoban.ini"_s);
+    EXPECT_TRUE(after.startsWith(settings)) << after.toPercentEncoding().toStdString();
+    EXPECT_TRUE(after.contains("\r\nFormLeft=")) << after.toPercentEncoding().toStdString();
+}
+
 TEST_F(ProgramTest, RefusesASecondInstanceOfAFolderHoweverItIsSpelt)
 {
     const QString folder = MakeFolder(u"Two 画面"_s);
