@@ -3,7 +3,7 @@
 # the repository. A part has its name in the cache only when it is complete. Needs say of setup.sh.
 
 # What it takes to build the program and its libraries from their source packages.
-windows_packages=(g++-mingw-w64-x86-64-posix dpkg-dev make tcl googletest)
+windows_packages=(g++-mingw-w64-x86-64-posix dpkg-dev make tcl googletest nsis)
 # What it takes to run it: Wine, some libraries of X11 that Wine uses where they are, and locales.
 wine_packages=(wine64 fonts-wine libxcomposite1 libxcursor1 libxi6 libxinerama1 libxrandr2 libxrender1 locales)
 

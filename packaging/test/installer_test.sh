@@ -1,0 +1,153 @@
+#!/usr/bin/env bash
+# Installs, uses, upgrades and removes the program for Windows as a learner would, under Wine in a system folder of its
+# own, and looks whether every file of the learner is still there as it was.
+#
+#     installer_test.sh BUILD_FOLDER INSTALLER VERSION
+set -euo pipefail
+export LC_ALL=C.UTF-8
+
+here=$(dirname "$(realpath "$0")")
+build=$(realpath "$1")
+installer=$(realpath "$2")
+version=$3
+trial=$build/installer_test
+screenshots=$trial/screenshots
+system=$trial/wine
+run_wine=$here/../../scripts/wine
+# shellcheck source=scripts/desktop.sh
+source "$here/../../scripts/desktop.sh"
+
+expect() {
+    [[ $2 == "$3" ]] || fail "$1: wanted \"$2\", found \"$3\""
+}
+
+status_of() {
+    local status=0
+    "$@" >/dev/null 2>&1 || status=$?
+    printf '%s' "$status"
+}
+
+# The value that the list of installed programs has under a name.
+listed() {
+    "$run_wine" reg query 'HKCU\Software\Microsoft\Windows\CurrentVersion\Uninstall\Kotoban' /v "$1" 2>/dev/null |
+        tr -d '\r' | awk '$2 ~ /^REG_/ { print $3 }'
+}
+
+# How many entries of the program the start menu has.
+in_menu() {
+    find "$menu" -name '瞬記帳*.lnk' | wc -l
+}
+
+# The names and contents of a learner's files: all but what each version brings along, and the log of the last run.
+learners_files() {
+    (cd "$1" && find . \( -path ./htm -o -path ./licences \) -prune -o -type f ! -name Kotoban.exe \
+        ! -name Uninstall.exe ! -name LICENSE ! -name お読みください.txt ! -name '*_log.txt' -print0 | sort -z | xargs -0 sha256sum)
+}
+
+# study FOLDER NAME: a session with the installed program.
+study() {
+    "$here/../../scripts/session.sh" "$1" "$screenshots/$2" はじめに.txt >/dev/null
+}
+
+# The completed ones. Under Wine a key that comes while the machine is busy may be lost.
+sessions_in() {
+    sqlite3 "$1/db/kotoban.splite3" "select count(*) from t_kotoban where file_name = 'はじめに' and num_answer > 0
+        and dt_end is not null"
+}
+
+rm -rf "$trial"
+mkdir -p "$screenshots"
+cp -a "${XDG_CACHE_HOME:-$HOME/.cache}/kotoban-windows/wine" "$system"
+export KOTOBAN_WINE_FOLDER=$system
+folder="$system/drive_c/users/$(id -un)/AppData/Local/Programs/Kotoban"
+menu="$system/drive_c/users/$(id -un)/AppData/Roaming/Microsoft/Windows/Start Menu/Programs"
+
+# The version before: another executable, other help, one sample less.
+cmake --install "$build" --prefix "$trial/older" >/dev/null
+cp -R "$trial/older" "$trial/newer"
+printf 'before' >>"$trial/older/Kotoban.exe" # bytes after the end of a program do not change how it runs
+printf '<!-- before -->\n' >>"$trial/older/htm/index.htm"
+rm "$trial/older/txt/英語表現360.txt"
+"$here/../windows/make_installer.sh" "$trial/older" 0.9.0 "$trial/older.exe"
+
+# shellcheck disable=SC2119 # a screen of the usual size
+start_desktop
+
+# Wine passes for Windows 7 until it is told otherwise.
+expect "status on an older Windows" 2 "$(status_of "$run_wine" "$trial/older.exe" /S)"
+[[ ! -e $folder ]] || fail "something was installed on an older Windows"
+"$run_wine" reg add 'HKCU\Software\Wine' /v Version /d win10 /f >/dev/null
+"$run_wine" --end
+
+# First installation, and what a learner does with it.
+expect "status of the installation" 0 "$(status_of "$run_wine" "$trial/older.exe" /S)"
+expect "listed version" 0.9.0 "$(listed DisplayVersion)"
+expect "entries in the start menu" 2 "$(in_menu)"
+cmp "$trial/older/Kotoban.exe" "$folder/Kotoban.exe"
+study "$folder" 1-first
+expect "sessions" 1 "$(sessions_in "$folder")"
+printf '[mine]\r\n' >"$folder/txt/mine.txt"
+printf '[mine]\r\n' >>"$folder/txt/英単語入門.txt"
+rm "$folder/txt/日本史年表.txt"
+printf 'report' >"$folder/rec/report.txt"
+printf 'mine' >>"$folder/wav/tada.wav"
+printf 'mine\r\n' >>"$folder/KeywordList.txt"
+
+# Upgrade.
+before=$(learners_files "$folder")
+expect "status of the upgrade" 0 "$(status_of "$run_wine" "$installer" /S)"
+expect "learner's files after the upgrade" "$before" "$(learners_files "$folder")"
+cmp "$trial/newer/Kotoban.exe" "$folder/Kotoban.exe"
+diff -r "$trial/newer/htm" "$folder/htm"
+expect "listed version" "$version" "$(listed DisplayVersion)"
+kilobytes=$(listed EstimatedSize)
+[[ $kilobytes -gt 5000 && $kilobytes -lt 50000 ]] || fail "the listed size is $kilobytes"
+
+# The program is running. One that does not answer is left alone, one that does ends with its session.
+start_program "$folder"
+log_in hanako
+choose_row "$(row_of "$folder" はじめに.txt)"
+xdotool key Return
+wait_for "the page" is_focused '^瞬記帳 Ver.*\[hanako\]$'
+press 5 Return
+kill -STOP "$program"
+expect "status while the program hangs" 2 "$(status_of timeout 120 "$run_wine" "$trial/older.exe" /S)"
+cmp "$trial/newer/Kotoban.exe" "$folder/Kotoban.exe"
+kill -CONT "$program"
+kill -0 "$program" || fail "the program was killed"
+expect "sessions" 1 "$(sessions_in "$folder")"
+expect "status while the program runs" 0 "$(status_of "$run_wine" "$trial/older.exe" /S)"
+wait_for_end 0
+expect "sessions" 2 "$(sessions_in "$folder")"
+cmp "$trial/older/Kotoban.exe" "$folder/Kotoban.exe"
+
+# Removal: only what is the learner's stays. The sounds that were not changed go.
+rm "$folder"/Kotoban_log.txt
+before=$(learners_files "$folder" | grep -vE '/(start|notify)\.wav$')
+"$run_wine" "$folder/Uninstall.exe" /S
+wait_for "the end of the removal" test ! -e "$folder/Uninstall.exe"
+expect "files after the removal" "$before" \
+    "$(cd "$folder" && find . -type f -print0 | sort -z | xargs -0 sha256sum)"
+[[ $(in_menu) -eq 0 && -z $(listed DisplayVersion) ]] || fail "the program is still in the menu or in the list"
+
+# Installed again: the learner goes on, and what was deleted stays away.
+expect "status of the second installation" 0 "$(status_of "$run_wine" "$installer" /S)"
+expect "learner's files after the second installation" "$before" \
+    "$(learners_files "$folder" | grep -vE '/(start|notify)\.wav$')"
+cmp "$trial/newer/wav/start.wav" "$folder/wav/start.wav"
+study "$folder" 2-again
+expect "sessions" 3 "$(sessions_in "$folder")"
+
+# Over a folder that was unpacked and used. The path comes last and without quotes, and so in two words.
+portable="$system/drive_c/持ち運び 用"
+mv "$trial/older" "$portable"
+study "$portable" 3-portable
+rm "$portable/txt/日本史年表.txt"
+before=$(learners_files "$portable")
+expect "status over an unpacked folder" 0 "$(status_of "$run_wine" "$installer" /S '/D=C:\持ち運び' 用)"
+expect "learner's files of the unpacked folder" "$before" "$(learners_files "$portable")"
+cmp "$trial/newer/Kotoban.exe" "$portable/Kotoban.exe"
+expect "sessions" 1 "$(sessions_in "$portable")"
+
+"$run_wine" --end
+rm -rf "$system" "$trial"/{older.exe,newer}

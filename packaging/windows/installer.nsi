@@ -1,0 +1,298 @@
+; The installer for Windows: for one learner, without an administrator, into a folder where the program may write. Made by
+; make_installer.sh, which says what each definition and each macro of its list of files stands for.
+;
+; In the folder live the learner's files too. What the installer lays down is of three kinds:
+;   - the executable, the help and the licences are the program's: each installation renews them;
+;   - samples are the learner's from the first installation on: they come only where there is no folder txt yet;
+;   - sounds come where there is no program yet, and are removed with it as long as they are unchanged.
+Target amd64-unicode
+Unicode true
+SetCompressor /SOLID lzma
+; The times of the files are those of the installation: the same source gives the same installer.
+SetDateSave off
+; A file that cannot be written ends the installation: a learner who skips it would have half a program.
+AllowSkipFiles off
+RequestExecutionLevel user
+ManifestDPIAware true
+ManifestSupportedOS Win10
+ManifestLongPathAware true
+
+!include LogicLib.nsh
+!include FileFunc.nsh
+!include WinVer.nsh
+!include MUI2.nsh
+!include "${FILES}"
+
+!define ENTRY "Software\Microsoft\Windows\CurrentVersion\Uninstall\Kotoban"
+!define PUBLISHER "The Kotoban developers"
+
+Name "瞬記帳"
+BrandingText "瞬記帳 ${VERSION}"
+OutFile "${OUTPUT}"
+InstallDir "$LOCALAPPDATA\Programs\Kotoban"
+InstallDirRegKey HKCU "${ENTRY}" InstallLocation
+
+VIProductVersion "${VERSION}.0"
+VIFileVersion "${VERSION}.0"
+VIAddVersionKey /LANG=1041 CompanyName "${PUBLISHER}"
+VIAddVersionKey /LANG=1041 FileDescription "瞬記帳 セットアップ"
+VIAddVersionKey /LANG=1041 FileVersion "${VERSION}"
+VIAddVersionKey /LANG=1041 LegalCopyright "Copyright (c) 2026 The Kotoban developers"
+VIAddVersionKey /LANG=1041 ProductName "瞬記帳"
+VIAddVersionKey /LANG=1041 ProductVersion "${VERSION}"
+
+!define MUI_ICON "${ICON}"
+!define MUI_UNICON "${ICON}"
+!define MUI_WELCOMEFINISHPAGE_BITMAP "${PICTURE}"
+!define MUI_UNWELCOMEFINISHPAGE_BITMAP "${PICTURE}"
+!define MUI_ABORTWARNING
+
+!define MUI_WELCOMEPAGE_TITLE "瞬記帳 ${VERSION} のインストール"
+!define MUI_WELCOMEPAGE_TEXT "穴埋めで覚えるための学習ソフト「瞬記帳」を，このパソコンの今の利用者のために入れます。管理者の権限は要りません。$\r$\n$\r$\n前の版があるときは，プログラムと使い方の説明だけを新しくします。学習の記録，学習ファイル，利用者の名前，設定はそのまま残ります。$\r$\n$\r$\n「次へ」を押してください。"
+!insertmacro MUI_PAGE_WELCOME
+
+!define MUI_DIRECTORYPAGE_TEXT_TOP "学習の記録も学習ファイルも，このフォルダの中に入ります。$\r$\n$\r$\nこれまで zip を展開して使っていたときは，Kotoban.exe のあるフォルダを選んでください。学習の続きができます。"
+!define MUI_PAGE_CUSTOMFUNCTION_PRE SkipFolderPage
+!define MUI_PAGE_CUSTOMFUNCTION_LEAVE CheckFolder
+!insertmacro MUI_PAGE_DIRECTORY
+
+!insertmacro MUI_PAGE_INSTFILES
+
+!define MUI_FINISHPAGE_TITLE "インストールが終わりました"
+!define MUI_FINISHPAGE_TEXT "これからは，スタートメニューの「瞬記帳」で始められます。$\r$\n$\r$\n学習ファイルや記録の入るフォルダは，「瞬記帳のフォルダ」で開きます。"
+!define MUI_FINISHPAGE_RUN "$INSTDIR\Kotoban.exe"
+!define MUI_FINISHPAGE_RUN_TEXT "瞬記帳をいま始める(&R)"
+!insertmacro MUI_PAGE_FINISH
+
+!define MUI_UNCONFIRMPAGE_TEXT_TOP "瞬記帳のプログラムと使い方の説明を削除します。$\r$\n学習の記録とその控え，学習ファイル，報告，利用者の名前，印，設定は削除しません。次のフォルダに残ります。"
+!define MUI_UNCONFIRMPAGE_TEXT_LOCATION "フォルダ："
+!insertmacro MUI_UNPAGE_CONFIRM
+
+!insertmacro MUI_UNPAGE_INSTFILES
+
+!define MUI_FINISHPAGE_TITLE "アンインストールが終わりました"
+!define MUI_FINISHPAGE_TEXT "学習の記録とその控え，学習ファイル，報告，利用者の名前，印，設定は，次のフォルダに残っています。$\r$\n$\r$\n$INSTDIR$\r$\n$\r$\nもう一度インストールすると，学習の続きができます。要らないときは，このフォルダを削除してください。"
+!insertmacro MUI_UNPAGE_FINISH
+
+!insertmacro MUI_LANGUAGE Japanese
+; The language's own captions are wider than their buttons.
+InstallButtonText "インストール"
+UninstallButtonText "削除する(&D)"
+
+; The functions that both the installer and the uninstaller need; PREFIX is "un." for the latter.
+!macro FUNCTIONS_OF PREFIX
+
+; Asks the running program to end, as Windows does at a logout: it completes the session and answers that it is ready. A
+; program elsewhere, started from another folder, is left alone.
+Function ${PREFIX}AskToEnd
+    StrCpy $1 0
+    ${Do}
+        System::Call 'user32::FindWindowExW(p 0, p r1, p 0, p 0) p.r1'
+        ${If} $1 P= 0
+            ${Break}
+        ${EndIf}
+        System::Call 'user32::IsWindowVisible(p r1) i.r2'
+        ${If} $2 = 0
+            ${Continue}
+        ${EndIf}
+        System::Call 'user32::GetWindowThreadProcessId(p r1, *i.r2)'
+        System::Call 'kernel32::OpenProcess(i 0x1000, i 0, i r2) p.r3' ; PROCESS_QUERY_LIMITED_INFORMATION
+        StrCpy $4 ""
+        System::Call 'kernel32::QueryFullProcessImageNameW(p r3, i 0, w.r4, *i ${NSIS_MAX_STRLEN})'
+        System::Call 'kernel32::CloseHandle(p r3)'
+        ${If} $4 == "$INSTDIR\Kotoban.exe"
+            ; WM_QUERYENDSESSION and WM_ENDSESSION with ENDSESSION_CLOSEAPP; nothing waits for a program that hangs.
+            System::Call 'user32::SendMessageTimeoutW(p r1, i 0x11, p 0, p 1, i 2, i 3000, *p.r5) p.r6'
+            ${If} $6 P<> 0
+                System::Call 'user32::SendMessageTimeoutW(p r1, i 0x16, p r5, p 1, i 2, i 3000, *p.r5)'
+            ${EndIf}
+            ${Break}
+        ${EndIf}
+    ${Loop}
+FunctionEnd
+
+; Whether the executable is in use: $0 is then 1. A file that runs cannot be opened for writing.
+Function ${PREFIX}IsInUse
+    StrCpy $0 0
+    ${If} ${FileExists} "$INSTDIR\Kotoban.exe"
+        ClearErrors
+        FileOpen $1 "$INSTDIR\Kotoban.exe" a
+        ${If} ${Errors}
+            StrCpy $0 1
+        ${Else}
+            FileClose $1
+        ${EndIf}
+    ${EndIf}
+FunctionEnd
+
+; Comes back when the program no longer runs. Where it does not end, nothing has been changed yet and nothing will be.
+Function ${PREFIX}EndProgram
+    Call ${PREFIX}IsInUse
+    ${If} $0 = 0
+        Return
+    ${EndIf}
+    MessageBox MB_OKCANCEL|MB_ICONINFORMATION "瞬記帳が動いています。$\r$\n「OK」を押すと，学習を記録して瞬記帳を終わらせ，先に進みます。" /SD IDOK IDOK +2
+    Abort
+    ${Do}
+        ${For} $R0 1 10
+            Call ${PREFIX}AskToEnd
+            Sleep 1000
+            Call ${PREFIX}IsInUse
+            ${If} $0 = 0
+                Return
+            ${EndIf}
+        ${Next}
+        MessageBox MB_RETRYCANCEL|MB_ICONEXCLAMATION "瞬記帳を終わらせることができません。$\r$\n瞬記帳を終了してから「再試行」を押してください。「キャンセル」を押すと，何も変えずに終わります。" /SD IDCANCEL IDRETRY +2
+        Abort
+    ${Loop}
+FunctionEnd
+
+!macroend
+!insertmacro FUNCTIONS_OF ""
+!insertmacro FUNCTIONS_OF "un."
+
+Function .onInit
+    ${IfNot} ${AtLeastWin10}
+    ${OrIfNot} ${AtLeastBuild} 17763
+        MessageBox MB_OK|MB_ICONSTOP "瞬記帳が動くのは，Windows 10（バージョン 1809）以降です。" /SD IDOK
+        SetErrorLevel 2
+        Quit
+    ${EndIf}
+    System::Call 'kernel32::CreateMutexW(p 0, i 0, w "Local\KotobanSetup") p ?e'
+    Pop $0
+    ${If} $0 = 183 ; ERROR_ALREADY_EXISTS
+        MessageBox MB_OK|MB_ICONEXCLAMATION "瞬記帳のセットアップは，すでに動いています。" /SD IDOK
+        SetErrorLevel 2
+        Quit
+    ${EndIf}
+FunctionEnd
+
+; Where the program has been installed already it stays, and the records with it.
+Function SkipFolderPage
+    ReadRegStr $0 HKCU "${ENTRY}" InstallLocation
+    ${If} $0 == $INSTDIR
+    ${AndIf} ${FileExists} "$INSTDIR\Kotoban.exe"
+        Abort
+    ${EndIf}
+FunctionEnd
+
+Function CheckFolder
+    ; The page adds the name of the default folder to one that is browsed to; here the program is in it already.
+    ${GetParent} $INSTDIR $0
+    ${If} ${FileExists} "$0\Kotoban.exe"
+    ${AndIfNot} ${FileExists} "$INSTDIR\Kotoban.exe"
+        StrCpy $INSTDIR $0
+    ${EndIf}
+    ; The program writes beside itself for as long as it is used.
+    ClearErrors
+    CreateDirectory "$INSTDIR\db"
+    GetTempFileName $0 "$INSTDIR\db"
+    ${If} ${Errors}
+        MessageBox MB_OK|MB_ICONEXCLAMATION "このフォルダには書き込めません。ほかのフォルダを選んでください。$\r$\n$\r$\n$INSTDIR"
+        Abort
+    ${EndIf}
+    Delete $0
+FunctionEnd
+
+; The samples arrive under another name: a folder txt that is there is whole.
+Function LaySamples
+    RMDir /r "$INSTDIR\txt.new"
+    !insertmacro SAMPLES "txt.new"
+    SetOutPath $INSTDIR
+    SetOverwrite off
+    !insertmacro KEYWORDS
+    SetOverwrite on
+    Rename "$INSTDIR\txt.new" "$INSTDIR\txt"
+FunctionEnd
+
+Function LaySounds
+    SetOverwrite off
+    !insertmacro SOUNDS "$INSTDIR\wav"
+    SetOverwrite on
+FunctionEnd
+
+; At one stroke: whatever happens, the folder holds the old program or the new one.
+Function ReplaceProgram
+    SetOutPath $INSTDIR
+    File "/oname=Kotoban.exe.new" "${FOLDER}/Kotoban.exe"
+    ; MOVEFILE_REPLACE_EXISTING and MOVEFILE_WRITE_THROUGH
+    System::Call 'kernel32::MoveFileExW(w "$INSTDIR\Kotoban.exe.new", w "$INSTDIR\Kotoban.exe", i 9) i.r0'
+    ${If} $0 = 0
+        Delete "$INSTDIR\Kotoban.exe.new"
+        MessageBox MB_OK|MB_ICONSTOP "Kotoban.exe を書き込めません。瞬記帳を終了し，もう一度セットアップを行ってください。" /SD IDOK
+        Abort
+    ${EndIf}
+FunctionEnd
+
+Function EnterIntoList
+    WriteRegStr HKCU "${ENTRY}" DisplayName "瞬記帳"
+    WriteRegStr HKCU "${ENTRY}" DisplayVersion "${VERSION}"
+    WriteRegStr HKCU "${ENTRY}" DisplayIcon "$INSTDIR\Kotoban.exe"
+    WriteRegStr HKCU "${ENTRY}" Publisher "${PUBLISHER}"
+    WriteRegStr HKCU "${ENTRY}" InstallLocation "$INSTDIR"
+    WriteRegStr HKCU "${ENTRY}" UninstallString '"$INSTDIR\Uninstall.exe"'
+    WriteRegStr HKCU "${ENTRY}" QuietUninstallString '"$INSTDIR\Uninstall.exe" /S'
+    WriteRegDWORD HKCU "${ENTRY}" EstimatedSize ${KILOBYTES}
+    WriteRegDWORD HKCU "${ENTRY}" NoModify 1
+    WriteRegDWORD HKCU "${ENTRY}" NoRepair 1
+FunctionEnd
+
+Section
+    AddSize ${KILOBYTES}
+    Call EndProgram
+    SetOutPath $INSTDIR
+    ; Without one of its folders the program does not start.
+    CreateDirectory "$INSTDIR\db"
+    CreateDirectory "$INSTDIR\db_backup"
+    CreateDirectory "$INSTDIR\rec"
+    CreateDirectory "$INSTDIR\wav"
+    ${IfNot} ${FileExists} "$INSTDIR\txt\*.*"
+        Call LaySamples
+    ${EndIf}
+    ${IfNot} ${FileExists} "$INSTDIR\Kotoban.exe"
+        Call LaySounds
+    ${EndIf}
+    !insertmacro RENEWED "$INSTDIR"
+    WriteUninstaller "$INSTDIR\Uninstall.exe"
+    Call ReplaceProgram
+    Call EnterIntoList
+    CreateShortCut "$SMPROGRAMS\瞬記帳.lnk" "$INSTDIR\Kotoban.exe"
+    ; The folder lies below one that is hidden, and a learner wants to copy it, or to lay study files into it.
+    CreateShortCut "$SMPROGRAMS\瞬記帳のフォルダ.lnk" "$WINDIR\explorer.exe" '"$INSTDIR"'
+SectionEnd
+
+; Deletes the file $R1 of the sounds if it is the one that was laid down.
+Function un.DeleteIfUnchanged
+    FileOpen $0 "$INSTDIR\wav\$R1" r
+    FileOpen $1 "$PLUGINSDIR\$R1" r
+    StrCpy $2 ""
+    StrCpy $3 ""
+    ${Do}
+        FileReadByte $0 $2
+        FileReadByte $1 $3
+        ${If} $2 != $3
+            ${Break}
+        ${EndIf}
+    ${LoopUntil} $2 == "" ; the end of both
+    FileClose $0
+    FileClose $1
+    ${If} $2 == $3
+        Delete "$INSTDIR\wav\$R1"
+    ${EndIf}
+FunctionEnd
+
+Section un.
+    Call un.EndProgram
+    Delete "$INSTDIR\Kotoban.exe"
+    Delete "$INSTDIR\Kotoban.exe.new"
+    !insertmacro REMOVE_RENEWED
+    InitPluginsDir
+    !insertmacro SOUNDS "$PLUGINSDIR"
+    !insertmacro FOR_EACH_SOUND un.DeleteIfUnchanged
+    SetOutPath $TEMP
+    RMDir "$INSTDIR\wav"
+    Delete "$SMPROGRAMS\瞬記帳.lnk"
+    Delete "$SMPROGRAMS\瞬記帳のフォルダ.lnk"
+    DeleteRegKey HKCU "${ENTRY}"
+    Delete "$INSTDIR\Uninstall.exe"
+SectionEnd

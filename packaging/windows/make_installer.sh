@@ -1,0 +1,63 @@
+#!/usr/bin/env bash
+# Makes the installer for Windows out of an application folder with everything that belongs into it.
+#
+#     make_installer.sh APPLICATION_FOLDER VERSION INSTALLER
+set -euo pipefail
+
+here=$(dirname "$(realpath "$0")")
+folder=$(realpath "$1")
+version=$2
+installer=$(realpath -m "$3")
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+
+cd "$folder"
+# In an order of their own: a folder lists its files in another one on each machine.
+renewed=$(find . -type f ! -path './txt/*' ! -path './wav/*' ! -name KeywordList.txt ! -name Kotoban.exe -printf '%P\n' |
+    LC_ALL=C sort)
+samples=$(find txt -type f -printf '%P\n' | LC_ALL=C sort)
+sounds=$(find wav -type f -printf '%P\n' | LC_ALL=C sort)
+
+# laid FOLDER TARGET: the instructions that lay down the files of a folder whose names are read, below a target.
+laid() {
+    local source=$1 target=$2 name parent
+    while read -r name; do
+        parent=$(dirname "$name")
+        [[ $parent != . ]] || parent=
+        printf 'SetOutPath "%s"\n' "$target${parent:+\\${parent//\//\\}}"
+        printf 'File "%s/%s"\n' "$source" "$name"
+    done
+}
+
+# macro NAME [PARAMETER]: wraps the instructions that are read.
+macro() {
+    printf '!macro %s\n' "$*"
+    cat
+    printf '!macroend\n'
+}
+
+# The instructions of the installer that name single files.
+{
+    # shellcheck disable=SC2016 # the installer's own variables
+    {
+        laid "$folder" '${TARGET}' <<<"$renewed" | macro RENEWED TARGET
+        laid "$folder/txt" '$INSTDIR\${TARGET}' <<<"$samples" | macro SAMPLES TARGET
+        laid "$folder/wav" '${TARGET}' <<<"$sounds" | macro SOUNDS TARGET
+        printf 'File "%s/KeywordList.txt"\n' "$folder" | macro KEYWORDS
+        {
+            sed 's|/|\\|g; s|.*|Delete "$INSTDIR\\&"|' <<<"$renewed"
+            xargs -d '\n' dirname <<<"$renewed" | LC_ALL=C sort -ru | sed '/^\.$/d; s|/|\\|g; s|.*|RMDir "$INSTDIR\\&"|'
+        } | macro REMOVE_RENEWED
+        while read -r name; do
+            printf 'StrCpy $R1 "%s"\nCall ${FUNCTION}\n' "$name"
+        done <<<"$sounds" | macro FOR_EACH_SOUND FUNCTION
+    }
+} >"$work/files.nsh"
+
+icons=$here/../../assets/icon
+convert -size 164x314 xc:'#e6ecf4' "$icons/kotoban-128.png" -gravity north -geometry +0+48 -composite -alpha off \
+    "BMP3:$work/picture.bmp"
+bytes=$(find . -type f -printf '%s\n' | paste -sd+) # a sum
+makensis -V2 -WX -INPUTCHARSET UTF8 "-DVERSION=$version" "-DFOLDER=$folder" "-DFILES=$work/files.nsh" \
+    "-DKILOBYTES=$((bytes / 1024))" "-DICON=$icons/kotoban.ico" "-DPICTURE=$work/picture.bmp" \
+    "-DOUTPUT=$installer" "$here/installer.nsi"
