@@ -4,6 +4,7 @@
 #include "base/modLog.h"
 #include "base/modProduct.h"
 #include "settings/frmMsg.h"
+#include "widgets/NamedControls.h"
 #include "widgets/ScreenFit.h"
 
 #include <QGridLayout>
@@ -47,27 +48,20 @@ frmLogin::frmLogin(SystemServices &services, frmMsg &msg, const QString &userLis
     lblComment->setObjectName(u"lblComment"_s);
     txtUserName->setObjectName(u"txtUserName"_s);
     lstUserName->setObjectName(u"lstUserName"_s);
-    auto *const lblUser = new QLabel(u"利用者名(&U)："_s, this);
-    lblUser->setObjectName(u"lblUser"_s);
+    QLabel *const lblUser = NamedLabel(u"lblUser"_s, u"利用者名(&U)："_s, this);
     lblUser->setBuddy(txtUserName);
-    auto *const Label1 = new QLabel(u"利用者一覧(&L)："_s, this);
-    Label1->setObjectName(u"Label1"_s);
+    QLabel *const Label1 = NamedLabel(u"Label1"_s, u"利用者一覧(&L)："_s, this);
     Label1->setBuddy(lstUserName);
-    auto *const cmdOK = new QPushButton(u"OK"_s, this);
-    cmdOK->setObjectName(u"cmdOK"_s);
+    QPushButton *const cmdOK =
+        AddButton(this, u"cmdOK"_s, u"OK"_s, u"この名前で始めます (Enter)"_s, &frmLogin::cmdOK_Click);
     cmdOK->setDefault(true);
-    auto *const cmdEnd = new QPushButton(u"終了(&X)"_s, this);
-    cmdEnd->setObjectName(u"cmdEnd"_s);
-    cmdEnd->setAutoDefault(false);
-    cmdOK->setToolTip(u"この名前で始めます (Enter)"_s);
-    cmdEnd->setToolTip(u"瞬記帳を終了します (Alt+X)"_s);
+    QPushButton *const cmdEnd =
+        AddButton(this, u"cmdEnd"_s, u"終了(&X)"_s, u"瞬記帳を終了します (Alt+X)"_s, &frmLogin::cmdEnd_Click);
     txtUserName->setAccessibleName(u"利用者名"_s);
     lstUserName->setAccessibleName(u"利用者一覧"_s);
     connect(lstUserName, &QListWidget::itemSelectionChanged, this, &frmLogin::lstUserName_Click);
     connect(lstUserName, &QListWidget::itemClicked, this, &frmLogin::lstUserName_Click);
     connect(lstUserName, &QListWidget::itemDoubleClicked, this, &frmLogin::cmdOK_Click);
-    connect(cmdOK, &QPushButton::clicked, this, &frmLogin::cmdOK_Click);
-    connect(cmdEnd, &QPushButton::clicked, this, &frmLogin::cmdEnd_Click);
 
     auto *const buttons = new QVBoxLayout;
     buttons->addWidget(cmdOK);

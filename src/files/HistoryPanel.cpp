@@ -83,8 +83,8 @@ QBoxLayout *HistoryPanel::SpanRow()
     lblYmd->setBuddy(txtYmd);
     QLabel *const lblWeekN = NamedLabel(u"lblWeekN"_s, u"週間(&K)"_s, this);
     lblWeekN->setBuddy(txtWeekN);
-    cmdInc = NamedButton(u"cmdInc"_s, u"＋1週(&W)"_s, u"もう一週前まで表示します (Alt+W)"_s, this);
-    connect(cmdInc, &QPushButton::clicked, this, &HistoryPanel::cmdInc_Click);
+    cmdInc = AddButton(this, u"cmdInc"_s, u"＋1週(&W)"_s, u"もう一週前まで表示します (Alt+W)"_s,
+                       &HistoryPanel::cmdInc_Click);
 
     auto *const row = new QHBoxLayout;
     row->addWidget(lblYmd);
@@ -101,9 +101,8 @@ QBoxLayout *HistoryPanel::TotalsRow()
 {
     lblSumTime->setAccessibleDescription(u"総学習時間"_s);
     lblSumAns->setAccessibleDescription(u"総回答数"_s);
-    cmdFile = NamedButton(u"cmdFile"_s, u"ファイルに出力(&F)"_s,
-                          u"この学習記録を rec フォルダのファイルに書き出します (Alt+F)"_s, this);
-    connect(cmdFile, &QPushButton::clicked, this, &HistoryPanel::cmdFile_Click);
+    cmdFile = AddButton(this, u"cmdFile"_s, u"ファイルに出力(&F)"_s,
+                        u"この学習記録を rec フォルダのファイルに書き出します (Alt+F)"_s, &HistoryPanel::cmdFile_Click);
 
     auto *const row = new QHBoxLayout;
     row->addWidget(NamedLabel(u"lblSumTimeCaption"_s, u"総学習時間："_s, this));
@@ -118,10 +117,7 @@ QBoxLayout *HistoryPanel::TotalsRow()
 
 void HistoryPanel::SetTabOrderAfter(QWidget *last)
 {
-    for (QWidget *const next : std::initializer_list<QWidget *>{txtYmd, txtWeekN, cmdInc, lstRecord, cmdFile}) {
-        setTabOrder(last, next);
-        last = next;
-    }
+    SetTabOrder({last, txtYmd, txtWeekN, cmdInc, lstRecord, cmdFile});
 }
 
 bool HistoryPanel::ShowThisWeek(const QString &textEditor)

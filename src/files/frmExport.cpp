@@ -90,11 +90,10 @@ void frmExport::AddControls()
 
 QLayout *frmExport::Buttons()
 {
-    QPushButton *const cmdOK =
-        NamedButton(u"cmdOK"_s, u"書き出す(&W)"_s, u"ファイルを書き出し，フォルダを開きます (Enter)"_s, this);
-    QPushButton *const cmdCancel = NamedButton(u"cmdCancel"_s, u"キャンセル"_s, u"書き出さずに戻ります (Esc)"_s, this);
-    connect(cmdOK, &QPushButton::clicked, this, &frmExport::cmdOK_Click);
-    connect(cmdCancel, &QPushButton::clicked, this, &frmExport::cmdCancel_Click);
+    QPushButton *const cmdOK = AddButton(this, u"cmdOK"_s, u"書き出す(&W)"_s,
+                                         u"ファイルを書き出し，フォルダを開きます (Enter)"_s, &frmExport::cmdOK_Click);
+    QPushButton *const cmdCancel =
+        AddButton(this, u"cmdCancel"_s, u"キャンセル"_s, u"書き出さずに戻ります (Esc)"_s, &frmExport::cmdCancel_Click);
     return AnswerRow(cmdOK, cmdCancel);
 }
 

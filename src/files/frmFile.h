@@ -85,9 +85,6 @@ class frmFile : public QDialog
     QLayout *FileButtons();
     QPushButton *OthersButton();
     QLayout *LeavingButtons();
-    void SetTabOrder();
-    QPushButton *AddButton(const QString &name, const QString &caption, const QString &toolTip,
-                           void (frmFile::*handler)());
     QAction *AddAction(const QString &name, const QString &caption, const QString &toolTip, const QKeySequence &keys,
                        void (frmFile::*handler)());
     void ListFiles();

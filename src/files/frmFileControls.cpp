@@ -50,7 +50,11 @@ frmFile::frmFile(SystemServices &services, StudyDatabase &database, frmMsg &msg,
     halves->addLayout(FileControls(userName), 1);
     halves->addSpacing(fontMetrics().averageCharWidth());
     halves->addWidget(m_history, 1);
-    SetTabOrder();
+    // As one reads: the files and what can be done with them, then the history.
+    const auto control = [this](const QString &name) { return findChild<QWidget *>(name); };
+    SetTabOrder({txtFilter, lstFile, control(u"cmdSelect"_s), control(u"cmdEdit"_s), cmdConvCode,
+                 control(u"cmdPrint"_s), control(u"cmdOthers"_s), control(u"cmdCancel"_s), control(u"cmdEnd"_s)});
+    m_history->SetTabOrderAfter(control(u"cmdEnd"_s));
     if (content->minimumSizeHint().width() > AvailableSize(this).width())
         halves->setDirection(QBoxLayout::TopToBottom);
     FitToScreen(this, content, QSize(fontMetrics().averageCharWidth() * 145, fontMetrics().lineSpacing() * 29));
@@ -130,15 +134,15 @@ QLayout *frmFile::FilterRow()
 
 QLayout *frmFile::FileButtons()
 {
-    QPushButton *const cmdSelect = AddButton(u"cmdSelect"_s, u"このファイルで学習(&S)"_s,
+    QPushButton *const cmdSelect = AddButton(this, u"cmdSelect"_s, u"このファイルで学習(&S)"_s,
                                              u"選択したファイルで学習します (Enter)"_s, &frmFile::cmdSelect_Click);
     QPushButton *const cmdEdit =
-        AddButton(u"cmdEdit"_s, u"編集(&E)"_s, u"選択したファイルをテキストエディタで開きます (Alt+E)"_s,
+        AddButton(this, u"cmdEdit"_s, u"編集(&E)"_s, u"選択したファイルをテキストエディタで開きます (Alt+E)"_s,
                   &frmFile::cmdEdit_Click);
-    cmdConvCode = AddButton(u"cmdConvCode"_s, u"Shift_JISに変換(&C)"_s,
+    cmdConvCode = AddButton(this, u"cmdConvCode"_s, u"Shift_JISに変換(&C)"_s,
                             u"文字コードを変えて，開けるファイルにします (Alt+C)"_s, &frmFile::cmdConvCode_Click);
     QPushButton *const cmdPrint =
-        AddButton(u"cmdPrint"_s, u"印刷(&I)…"_s, u"正解を下線にした用紙をブラウザで開きます (Ctrl+P)"_s,
+        AddButton(this, u"cmdPrint"_s, u"印刷(&I)…"_s, u"正解を下線にした用紙をブラウザで開きます (Ctrl+P)"_s,
                   &frmFile::cmdPrint_Click);
     addAction(AddAction(u"actPrint"_s, cmdPrint->text(), cmdPrint->toolTip(), Qt::CTRL | Qt::Key_P,
                         &frmFile::cmdPrint_Click));
@@ -182,31 +186,11 @@ QLayout *frmFile::LeavingButtons()
 {
     auto *const buttons = new QHBoxLayout;
     buttons->addStretch();
+    buttons->addWidget(AddButton(this, u"cmdCancel"_s, u"キャンセル"_s, u"選ばずに学習画面に戻ります (Esc)"_s,
+                                 &frmFile::cmdCancel_Click));
     buttons->addWidget(
-        AddButton(u"cmdCancel"_s, u"キャンセル"_s, u"選ばずに学習画面に戻ります (Esc)"_s, &frmFile::cmdCancel_Click));
-    buttons->addWidget(AddButton(u"cmdEnd"_s, u"終了(&X)"_s, u"瞬記帳を終了します (Alt+X)"_s, &frmFile::cmdEnd_Click));
+        AddButton(this, u"cmdEnd"_s, u"終了(&X)"_s, u"瞬記帳を終了します (Alt+X)"_s, &frmFile::cmdEnd_Click));
     return buttons;
-}
-
-/// By keys one goes through the window as one reads it: the files and what can be done with them, then the history.
-void frmFile::SetTabOrder()
-{
-    QWidget *last = txtFilter;
-    for (const QString &name : {u"lstFile"_s, u"cmdSelect"_s, u"cmdEdit"_s, u"cmdConvCode"_s, u"cmdPrint"_s,
-                                u"cmdOthers"_s, u"cmdCancel"_s, u"cmdEnd"_s}) {
-        auto *const next = findChild<QWidget *>(name);
-        setTabOrder(last, next);
-        last = next;
-    }
-    m_history->SetTabOrderAfter(last);
-}
-
-QPushButton *frmFile::AddButton(const QString &name, const QString &caption, const QString &toolTip,
-                                void (frmFile::*handler)())
-{
-    QPushButton *const button = NamedButton(name, caption, toolTip, this);
-    connect(button, &QPushButton::clicked, this, handler);
-    return button;
 }
 
 /// An entry of the menu whose key works without the menu too.

@@ -71,11 +71,10 @@ void frmPrint::AddControls()
 
 QLayout *frmPrint::Buttons()
 {
-    QPushButton *const cmdOK =
-        NamedButton(u"cmdOK"_s, u"印刷ページを開く(&P)"_s, u"印刷するページをブラウザで開きます (Enter)"_s, this);
-    QPushButton *const cmdCancel = NamedButton(u"cmdCancel"_s, u"キャンセル"_s, u"印刷せずに戻ります (Esc)"_s, this);
-    connect(cmdOK, &QPushButton::clicked, this, &frmPrint::cmdOK_Click);
-    connect(cmdCancel, &QPushButton::clicked, this, &frmPrint::cmdCancel_Click);
+    QPushButton *const cmdOK = AddButton(this, u"cmdOK"_s, u"印刷ページを開く(&P)"_s,
+                                         u"印刷するページをブラウザで開きます (Enter)"_s, &frmPrint::cmdOK_Click);
+    QPushButton *const cmdCancel =
+        AddButton(this, u"cmdCancel"_s, u"キャンセル"_s, u"印刷せずに戻ります (Esc)"_s, &frmPrint::cmdCancel_Click);
     return AnswerRow(cmdOK, cmdCancel);
 }
 

@@ -124,7 +124,7 @@ void frmTable::Form_Load()
     column->addWidget(LabelOf(txtPreview, u"lblPreview"_s, u"できる学習ファイル(&P)："_s));
     column->addWidget(txtPreview, 2);
     column->addLayout(Buttons());
-    SetTabOrder();
+    SetTabOrder({cboCode, cboTableSeparator, fraTable, chkHeader, txtSeparator, txtName, txtPreview, cmdOK, cmdCancel});
     FitToScreen(this, content, QSize(fontMetrics().averageCharWidth() * 90, linePx * 26));
 }
 
@@ -179,23 +179,10 @@ QLayout *frmTable::Inputs()
 
 QLayout *frmTable::Buttons()
 {
-    cmdOK = NamedButton(u"cmdOK"_s, u"作る(&M)"_s, u"学習ファイルを作ります (Enter)"_s, this);
-    connect(cmdOK, &QPushButton::clicked, this, &frmTable::cmdOK_Click);
-    QPushButton *const cmdCancel = NamedButton(u"cmdCancel"_s, u"キャンセル"_s, u"作らずに戻ります (Esc)"_s, this);
-    connect(cmdCancel, &QPushButton::clicked, this, &frmTable::cmdCancel_Click);
+    cmdOK = AddButton(this, u"cmdOK"_s, u"作る(&M)"_s, u"学習ファイルを作ります (Enter)"_s, &frmTable::cmdOK_Click);
+    cmdCancel =
+        AddButton(this, u"cmdCancel"_s, u"キャンセル"_s, u"作らずに戻ります (Esc)"_s, &frmTable::cmdCancel_Click);
     return AnswerRow(cmdOK, cmdCancel, lblHint);
-}
-
-void frmTable::SetTabOrder()
-{
-    QWidget *last = fraTable;
-    setTabOrder(cboCode, cboTableSeparator);
-    setTabOrder(cboTableSeparator, fraTable);
-    for (QWidget *const next : std::initializer_list<QWidget *>{chkHeader, txtSeparator, txtName, txtPreview, cmdOK,
-                                                                findChild<QWidget *>(u"cmdCancel"_s)}) {
-        setTabOrder(last, next);
-        last = next;
-    }
 }
 
 void frmTable::showEvent(QShowEvent *event)

@@ -51,7 +51,6 @@ class frmTable : public QDialog
     QLayout *ReadingRow();
     QLayout *Inputs();
     QLayout *Buttons();
-    void SetTabOrder();
     void ShowTable();
     void ReadAgain(const QString &separator);
     void ShowRows(const QList<bool> &isHidden);
@@ -85,4 +84,5 @@ class frmTable : public QDialog
     QPlainTextEdit *txtPreview;
     QLabel *lblHint;
     QPushButton *cmdOK = nullptr;
+    QPushButton *cmdCancel = nullptr;
 };

@@ -68,11 +68,11 @@ void frmSearch::AddControls()
 
 void frmSearch::LayOut()
 {
-    auto *const cmdNext = NamedButton(u"cmdNext"_s, u"次へ(F3)"_s, u"次の場所に進みます (Enter, F3)"_s, this);
+    QPushButton *const cmdNext =
+        AddButton(this, u"cmdNext"_s, u"次へ(F3)"_s, u"次の場所に進みます (Enter, F3)"_s, &frmSearch::cmdNext_Click);
     cmdNext->setDefault(true); // Enter in the list reaches it too
-    auto *const cmdBack = NamedButton(u"cmdBack"_s, u"前へ(Shift+F3)"_s, u"前の場所に戻ります (Shift+F3)"_s, this);
-    connect(cmdNext, &QPushButton::clicked, this, &frmSearch::cmdNext_Click);
-    connect(cmdBack, &QPushButton::clicked, this, &frmSearch::cmdBack_Click);
+    QPushButton *const cmdBack = AddButton(this, u"cmdBack"_s, u"前へ(Shift+F3)"_s, u"前の場所に戻ります (Shift+F3)"_s,
+                                           &frmSearch::cmdBack_Click);
     auto *const grid = new QGridLayout(this);
     grid->addWidget(txtSearch, 0, 0, 1, 2);
     grid->addWidget(lstKeyword, 1, 0, 1, 2);

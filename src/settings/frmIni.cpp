@@ -96,34 +96,24 @@ void frmIni::AddControls()
         optFontSize[i]->setObjectName(u"optFontSize"_s + QString::number(i));
         optFontSize[i]->setAccessibleName(u"フォントサイズ "_s + FontSizeText(FontSizes[i]));
     }
-    QPushButton *const cmdBrowse = AddButton(
-        u"cmdBrowse"_s, u"参照(&B)..."_s, u"テキストエディタのファイルを選びます (Alt+B)"_s, &frmIni::cmdBrowse_Click);
+    QPushButton *const cmdBrowse =
+        AddButton(this, u"cmdBrowse"_s, u"参照(&B)..."_s, u"テキストエディタのファイルを選びます (Alt+B)"_s,
+                  &frmIni::cmdBrowse_Click);
     QPushButton *const cmdRunEditor =
-        AddButton(u"cmdRunEditor"_s, u"起動してみる(&R)"_s, u"テキストエディタをファイルなしで起動します (Alt+R)"_s,
-                  &frmIni::cmdRunEditor_Click);
+        AddButton(this, u"cmdRunEditor"_s, u"起動してみる(&R)"_s,
+                  u"テキストエディタをファイルなしで起動します (Alt+R)"_s, &frmIni::cmdRunEditor_Click);
     QPushButton *const cmdChangeSetting =
-        AddButton(u"cmdChangeSetting"_s, u"設定を変更(&S)"_s, u"この設定を使い，保存します (Enter)"_s,
+        AddButton(this, u"cmdChangeSetting"_s, u"設定を変更(&S)"_s, u"この設定を使い，保存します (Enter)"_s,
                   &frmIni::cmdChangeSetting_Click);
     QPushButton *const cmdCancel =
-        AddButton(u"cmdCancel"_s, u"キャンセル"_s, u"変えずに戻ります (Esc)"_s, &frmIni::cmdCancel_Click);
-    cmdChangeSetting->setDefault(true);
-
-    auto *const buttons = new QHBoxLayout;
-    buttons->addStretch();
-    buttons->addWidget(cmdChangeSetting);
-    buttons->addWidget(cmdCancel);
+        AddButton(this, u"cmdCancel"_s, u"キャンセル"_s, u"変えずに戻ります (Esc)"_s, &frmIni::cmdCancel_Click);
     auto *const column = new QVBoxLayout(this);
     column->addWidget(SettingsArea(RowOf({cmdBrowse, cmdRunEditor})));
     column->addSpacing(charPx);
-    column->addLayout(buttons);
+    column->addLayout(AnswerRow(cmdChangeSetting, cmdCancel));
 
-    QWidget *last = optFontSize[0];
-    for (QWidget *const next :
-         std::initializer_list<QWidget *>{optFontSize[1], optFontSize[2], txtLineSpace, txtTextEditor, cmdBrowse,
-                                          cmdRunEditor, chkDispLineNum, cboPageColour, cmdChangeSetting, cmdCancel}) {
-        setTabOrder(last, next);
-        last = next;
-    }
+    SetTabOrder({optFontSize[0], optFontSize[1], optFontSize[2], txtLineSpace, txtTextEditor, cmdBrowse, cmdRunEditor,
+                 chkDispLineNum, cboPageColour, cmdChangeSetting, cmdCancel});
 }
 
 /// On a small screen, or with a large font, what is set can be scrolled; the two answers always stand below it.
@@ -149,14 +139,6 @@ QWidget *frmIni::SettingsArea(QLayout *editorButtons)
     grid->addLayout(RowOf({cboPageColour}), 5, 1);
     fraSettings->setWidget(settings);
     return fraSettings;
-}
-
-QPushButton *frmIni::AddButton(const QString &name, const QString &caption, const QString &toolTip,
-                               void (frmIni::*handler)())
-{
-    QPushButton *const button = NamedButton(name, caption, toolTip, this);
-    connect(button, &QPushButton::clicked, this, handler);
-    return button;
 }
 
 bool frmIni::Edit(Settings *settings)

@@ -41,8 +41,6 @@ class frmIni : public QDialog
 
     void AddControls();
     QWidget *SettingsArea(QLayout *editorButtons);
-    QPushButton *AddButton(const QString &name, const QString &caption, const QString &toolTip,
-                           void (frmIni::*handler)());
     void ShowSettings(const Settings &settings);
     Settings TakeSettings(const Settings &before) const;
 

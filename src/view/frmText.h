@@ -82,7 +82,8 @@ class frmText : public QWidget
 
     void AddControls();
     void AddShortcuts();
-    QPushButton *AddButton(const QString &name, const QString &caption, void (frmText::*handler)());
+    QPushButton *AddBarButton(const QString &name, const QString &caption, const QString &toolTip,
+                              void (frmText::*handler)());
     void EnableFileControls(bool isEnabled);
     void ReadSettings();
     void ApplySettings();

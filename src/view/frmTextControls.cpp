@@ -11,6 +11,7 @@
 #include "widgets/FlowLayout.h"
 #include "widgets/FocusScrollBar.h"
 #include "widgets/InputGuard.h"
+#include "widgets/NamedControls.h"
 #include "widgets/ScreenFit.h"
 
 #include <QCheckBox>
@@ -40,12 +41,17 @@ frmText::frmText(SystemServices &services, StudyDatabase &database, const RunLog
       m_session(services, database, context.applicationFolder, context.userName),
       m_watcher(new QFileSystemWatcher(this)), picText(new PicText(this)),
       VScroll(new FocusScrollBar(Qt::Vertical, this)), HScroll(new FocusScrollBar(Qt::Horizontal, this)),
-      cmdFile(AddButton(u"cmdFile"_s, u"ファイル選択(&O)"_s, &frmText::cmdFile_Click)),
-      cmdReRead(AddButton(u"cmdReRead"_s, u"再読込(&R)"_s, &frmText::cmdReRead_Click)),
-      cmdEdit(AddButton(u"cmdEdit"_s, u"編集(&E)"_s, &frmText::cmdEdit_Click)),
-      cmdIni(AddButton(u"cmdIni"_s, u"設定(&I)"_s, &frmText::cmdIni_Click)),
-      cmdDispHowToUse(AddButton(u"cmdDispHowToUse"_s, u"使い方(&H)"_s, &frmText::cmdDispHowToUse_Click)),
-      cmdSearch(AddButton(u"cmdSearch"_s, u"検索(&F)"_s, &frmText::cmdSearch_Click)),
+      cmdFile(AddBarButton(u"cmdFile"_s, u"ファイル選択(&O)"_s, u"別の学習ファイルを選びます (Alt+O)"_s,
+                           &frmText::cmdFile_Click)),
+      cmdReRead(AddBarButton(u"cmdReRead"_s, u"再読込(&R)"_s, u"編集した学習ファイルを読み直します (Alt+R)"_s,
+                             &frmText::cmdReRead_Click)),
+      cmdEdit(AddBarButton(u"cmdEdit"_s, u"編集(&E)"_s, u"学習ファイルをテキストエディタで開きます (Alt+E)"_s,
+                           &frmText::cmdEdit_Click)),
+      cmdIni(AddBarButton(u"cmdIni"_s, u"設定(&I)"_s, u"文字の大きさなどを変えます (Alt+I)"_s, &frmText::cmdIni_Click)),
+      cmdDispHowToUse(AddBarButton(u"cmdDispHowToUse"_s, u"使い方(&H)"_s, u"使い方の説明を開きます (F1)"_s,
+                                   &frmText::cmdDispHowToUse_Click)),
+      cmdSearch(AddBarButton(u"cmdSearch"_s, u"検索(&F)"_s, u"キーワードや本文の言葉を探します (Ctrl+F)"_s,
+                             &frmText::cmdSearch_Click)),
       chkSpeak(new QCheckBox(u"読み上げ(&S)"_s, this)), chkOnlyHard(new QCheckBox(u"苦手だけ(&N)"_s, this)),
       lblFile(new ElidedLabel(u"lblFile"_s, 30, this)), m_stateBar(new StudyStateBar(this)), Timer1(new QTimer(this)),
       m_keeping(new QTimer(this))
@@ -75,12 +81,6 @@ void frmText::AddControls()
     m_keeping->setInterval(1000);
     Timer1->setObjectName(u"Timer1"_s);
     chkSpeak->setFocusPolicy(Qt::TabFocus);
-    cmdFile->setToolTip(u"別の学習ファイルを選びます (Alt+O)"_s);
-    cmdReRead->setToolTip(u"編集した学習ファイルを読み直します (Alt+R)"_s);
-    cmdEdit->setToolTip(u"学習ファイルをテキストエディタで開きます (Alt+E)"_s);
-    cmdIni->setToolTip(u"文字の大きさなどを変えます (Alt+I)"_s);
-    cmdDispHowToUse->setToolTip(u"使い方の説明を開きます (F1)"_s);
-    cmdSearch->setToolTip(u"キーワードや本文の言葉を探します (Ctrl+F)"_s);
 
     auto *const bar = new FlowLayout(6);
     for (QPushButton *const button : {cmdFile, cmdReRead, cmdEdit, cmdIni, cmdDispHowToUse, cmdSearch})
@@ -102,10 +102,7 @@ void frmText::AddControls()
     column->addWidget(m_stateBar);
 
     // As one reads: the buttons, the page with its bars, and then what is below it.
-    setTabOrder(chkSpeak, chkOnlyHard);
-    setTabOrder(chkOnlyHard, picText);
-    setTabOrder(picText, VScroll);
-    setTabOrder(VScroll, HScroll);
+    SetTabOrder({chkSpeak, chkOnlyHard, picText, VScroll, HScroll});
 
     VScroll->setRange(1, 1);
     connect(VScroll, &QScrollBar::valueChanged, this, &frmText::VScroll_Change);
@@ -186,13 +183,12 @@ void frmText::AddShortcuts()
 }
 
 // A click leaves the focus in the text, where Enter is; Tab still reaches every button, and Enter presses it there.
-QPushButton *frmText::AddButton(const QString &name, const QString &caption, void (frmText::*handler)())
+QPushButton *frmText::AddBarButton(const QString &name, const QString &caption, const QString &toolTip,
+                                   void (frmText::*handler)())
 {
-    auto *const button = new QPushButton(caption, this);
-    button->setObjectName(name);
+    QPushButton *const button = AddButton(this, name, caption, toolTip, handler);
     button->setFocusPolicy(Qt::TabFocus);
     button->setAutoDefault(true);
-    connect(button, &QPushButton::clicked, this, handler);
     return button;
 }
 

@@ -2,7 +2,6 @@
 
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QPushButton>
 
 QLabel *NamedLabel(const QString &name, const QString &text, QWidget *parent)
 {
@@ -18,6 +17,16 @@ QPushButton *NamedButton(const QString &name, const QString &caption, const QStr
     button->setToolTip(toolTip);
     button->setAutoDefault(false);
     return button;
+}
+
+void SetTabOrder(std::initializer_list<QWidget *> controls)
+{
+    QWidget *last = nullptr;
+    for (QWidget *const next : controls) {
+        if (last)
+            QWidget::setTabOrder(last, next);
+        last = next;
+    }
 }
 
 QHBoxLayout *AnswerRow(QPushButton *cmdOK, QPushButton *cmdCancel, QWidget *beside)
