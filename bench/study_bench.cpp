@@ -329,11 +329,11 @@ void OpenPage(benchmark::State &state)
 }
 BENCHMARK(OpenPage)->Arg(3'000)->Unit(benchmark::kMillisecond);
 
-/// Nothing is done for ten seconds with a file open.
+/// Nothing is done for five seconds with a file open.
 void Idle(benchmark::State &state)
 {
     OpenStudy study(state.range(0));
-    constexpr int seconds = 10;
+    constexpr int seconds = 5;
     int wakeUps = 0;
     for (auto step : state) {
         QEventLoop loop;
