@@ -15,13 +15,13 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-/// The beginning of the first line that tells one reading of a file from another.
-QString TellingLine(const QString &text)
+/// Beginning of the first line with a non-ASCII character, which looks different in each encoding.
+QString FirstNonAsciiLine(const QString &text)
 {
-    constexpr qsizetype mostCharacters = 30;
+    constexpr qsizetype maxCharacters = 30;
     const auto first = std::find_if(text.begin(), text.end(), [](QChar character) { return character >= u'\x80'; });
     const qsizetype start = text.lastIndexOf(u'\n', first - text.begin()) + 1;
-    return text.mid(start, mostCharacters).section(u'\n', 0, 0).trimmed();
+    return text.mid(start, maxCharacters).section(u'\n', 0, 0).trimmed();
 }
 
 } // namespace
@@ -38,7 +38,7 @@ bool CodeConversion::Run()
     return Read() && SettleEuc() && ReplaceCharacters() && SettleBrackets() && SettleLongLines() && Write();
 }
 
-/// Reads the file and finds out anew what it is: it may have changed since it was listed.
+/// Reads the file and detects its encoding again, because it may have changed since it was listed.
 bool CodeConversion::Read()
 {
     QString reason;
@@ -49,14 +49,14 @@ bool CodeConversion::Read()
     return CanConvertFrom(codeName) || Refuse(NotConvertibleMessage(m_title, codeName));
 }
 
-/// Half-width kana of Shift_JIS may be taken for EUC; only the user knows.
+/// Half-width kana in Shift_JIS can look like EUC; only the user can tell.
 bool CodeConversion::SettleEuc()
 {
     if (m_code != CharCode::Euc || !ReadsAsShiftJis(m_before))
         return true;
     bool isEuc = false;
-    if (!Ask(EucOrShiftJisQuestion(m_title, TellingLine(DecodeText(m_before, m_code)),
-                                   TellingLine(FromCodePage932(m_before))),
+    if (!Ask(EucOrShiftJisQuestion(m_title, FirstNonAsciiLine(DecodeText(m_before, m_code)),
+                                   FirstNonAsciiLine(FromCodePage932(m_before))),
              &isEuc))
         return false;
     if (!isEuc)
@@ -95,7 +95,8 @@ bool CodeConversion::SettleBrackets()
     return true;
 }
 
-/// Where not all long lines can be broken none is, and the file is left to its reader, who names the line.
+/// Breaks all long lines or none: with an unbreakable line the file would be refused anyway. The closing message names
+/// that line.
 bool CodeConversion::SettleLongLines()
 {
     const BrokenLines lines = BreakLongLines(m_converted.text, MaxLineBytes);
@@ -133,7 +134,7 @@ bool CodeConversion::Ask(const QString &question, bool *isYes)
     return result != MsgResult::None;
 }
 
-/// @return false, for the caller to return
+/// @return always false, for callers to return
 bool CodeConversion::Refuse(const QString &message)
 {
     m_msg.DispFrmMsg(m_owner, message, MsgStyle::Ok, u"notify.wav"_s);

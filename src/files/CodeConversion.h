@@ -1,5 +1,5 @@
-// Converts a study file to Shift_JIS as the user wants it: asks whatever is to be decided, writes only when all of it
-// is, and says what was done. A question that is closed without an answer ends it with nothing written.
+// Converts a study file to Shift_JIS interactively: asks all questions first, writes only when each is answered, and
+// reports what was done. Closing a question without an answer cancels the conversion before anything is written.
 #pragma once
 
 #include "platform/modSystemServices.h"
@@ -15,7 +15,7 @@ class QWidget;
 class CodeConversion
 {
   public:
-    /// @param owner  the window that the questions stand over
+    /// @param owner  parent window of the questions
     CodeConversion(SystemServices &services, frmMsg &msg, QWidget *owner, const QString &textEditor,
                    const QString &path);
 

@@ -15,12 +15,13 @@ const QColor BarColour(120, 160, 210);
 const QColor LineColour(200, 90, 40);
 const QColor AxisColour(150, 150, 150);
 
-/// The largest of the bars' values, but at least a given one, so that it can be divided by.
-qint64 Highest(const std::vector<HistoryBar> &bars, qint64 HistoryBar::*value, qint64 least)
+/// Largest value of the bars, but at least `minimum`, so that it can be a divisor.
+qint64 Highest(const std::vector<HistoryBar> &bars, qint64 HistoryBar::*value, qint64 minimum)
 {
+    qint64 highest = minimum;
     for (const HistoryBar &bar : bars)
-        least = std::max(least, bar.*value);
-    return least;
+        highest = std::max(highest, bar.*value);
+    return highest;
 }
 
 } // namespace
@@ -63,14 +64,14 @@ void HistoryChart::paintEvent(QPaintEvent *)
     PaintLegend(&painter, mostSeconds, mostAnswers);
 }
 
-/// Where the texts stand: at the top and at the bottom of it.
+/// Area whose top and bottom edges hold the texts.
 QRect HistoryChart::TextRect() const
 {
     const int margin = fontMetrics().averageCharWidth();
     return rect().adjusted(margin, 0, -margin, 0);
 }
 
-/// A colour that the palette does not have, made visible on its background.
+/// Adjusts a colour from outside the palette so that it is visible on the palette's background.
 QColor HistoryChart::Visible(const QColor &colour) const
 {
     return WithContrast(colour, palette().color(QPalette::Base), palette().color(QPalette::Text), ShapeContrast);
@@ -116,7 +117,7 @@ void HistoryChart::PaintLine(QPainter *painter, const QRect &plot, const std::ve
     painter->drawPolyline(points);
 }
 
-/// The signs have the colours; text of these colours could not be read well on every background.
+/// Only the symbols are coloured: text in these colours would be hard to read on some backgrounds.
 void HistoryChart::PaintLegend(QPainter *painter, qint64 mostSeconds, qint64 mostAnswers) const
 {
     const QRect legend = TextRect();

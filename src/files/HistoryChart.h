@@ -1,4 +1,4 @@
-// A small picture of the study history: minutes studied per day as bars, answers as a line.
+// Chart of the study history: study time as bars, answers as a line.
 #pragma once
 
 #include "files/modHistoryChart.h"
@@ -10,7 +10,7 @@ class HistoryChart : public QWidget
     Q_OBJECT
 
   public:
-    /// @param history  what it shows when it is painted; must outlive this
+    /// @param history  read each time the chart is painted; must outlive it
     HistoryChart(const History &history, QWidget *parent);
 
     QSize sizeHint() const override;

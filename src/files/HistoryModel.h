@@ -1,4 +1,4 @@
-// The lines of a study history as a list grows with them while it is read.
+// List model over the lines of a study history; it grows while the history is being read.
 #pragma once
 
 #include "files/modHistory.h"
@@ -8,13 +8,13 @@
 class HistoryModel : public QAbstractListModel
 {
   public:
-    /// @param history  must outlive this
+    /// @param history  must outlive the model
     HistoryModel(const History &history, QObject *parent) : QAbstractListModel(parent), m_history(history) {}
 
-    /// Shows no lines. Called before the history is another one.
+    /// Removes all lines. To be called before the history is replaced.
     void Clear();
 
-    /// Shows the lines that were read up to now.
+    /// Adds the lines read since the last call.
     void ShowRead();
 
     int rowCount(const QModelIndex &parent = QModelIndex()) const override;

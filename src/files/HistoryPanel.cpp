@@ -52,7 +52,7 @@ void HistoryPanel::SetUpInputs()
     txtWeekN->setObjectName(u"txtWeekN"_s);
     txtWeekN->setAccessibleName(u"週の数"_s);
     txtWeekN->setToolTip(u"何週間分の記録を表示するか (Alt+K)"_s);
-    FitToText(txtWeekN, QString::number(MostWeeks));
+    FitToText(txtWeekN, QString::number(MaxWeeks));
     txtWeekN->setAlignment(Qt::AlignRight);
     txtYmd->setObjectName(u"txtYmd"_s);
     txtYmd->setAccessibleName(u"最後の日"_s);
@@ -60,7 +60,7 @@ void HistoryPanel::SetUpInputs()
     FitToText(txtYmd, u"0000/00/00"_s);
     connect(txtWeekN, &QLineEdit::textChanged, this, &HistoryPanel::txtWeekN_Change);
     connect(txtYmd, &QLineEdit::textChanged, this, &HistoryPanel::txtYmd_Change);
-    // The list follows the typing. Enter there must not open a file.
+    // The list is updated while typing, so Enter has nothing to submit, and it must not open a file.
     connect(txtWeekN, &QLineEdit::returnPressed, txtWeekN, &QLineEdit::selectAll);
     connect(txtYmd, &QLineEdit::returnPressed, txtYmd, &QLineEdit::selectAll);
 }
@@ -70,9 +70,9 @@ void HistoryPanel::SetUpList()
     lstRecord->setObjectName(u"lstRecord"_s);
     lstRecord->setAccessibleName(u"学習記録"_s);
     lstRecord->setModel(m_records);
-    lstRecord->setFont(PageFont()); // the numbers stand below each other
+    lstRecord->setFont(PageFont()); // fixed pitch, so that the numbers line up
     lstRecord->setUniformItemSizes(true);
-    lstRecord->setLayoutMode(QListView::Batched); // a long list is laid out in steps of a millisecond or two
+    lstRecord->setLayoutMode(QListView::Batched); // lays out a long list in steps of a millisecond or two
     lstRecord->setEditTriggers(QAbstractItemView::NoEditTriggers);
     lstRecord->setMinimumSize(fontMetrics().averageCharWidth() * 40, fontMetrics().lineSpacing() * 8);
 }
@@ -165,7 +165,7 @@ void HistoryPanel::txtYmd_Change()
 void HistoryPanel::cmdInc_Click()
 {
     WriteTrace(u"■frmFile.cmdInc_Click");
-    txtWeekN->setText(QString::number(qMin(MostWeeks, m_reader.Result().Weeks() + 1)));
+    txtWeekN->setText(QString::number(qMin(MaxWeeks, m_reader.Result().Weeks() + 1)));
 }
 
 void HistoryPanel::cmdFile_Click()
@@ -184,7 +184,7 @@ void HistoryPanel::cmdFile_Click()
         OpenInEditor(m_services, m_textEditor, path, 1);
 }
 
-/// Shows the history that the two inputs name; while one of them is no number of weeks or no date, all stays as it is.
+/// Shows the history for the two fields. While either is invalid, the previous one stays.
 void HistoryPanel::ShowRecordWhenValid()
 {
     const int weeks = ReadWeeks(txtWeekN->text());
@@ -201,7 +201,7 @@ void HistoryPanel::ShowRecord(int weeks)
     ReadOn();
 }
 
-/// Reads for a while, and shows what was read when that was all, and now and then before.
+/// Reads for a few milliseconds. Updates the display when all is read, and at intervals until then.
 void HistoryPanel::ReadOn()
 {
     constexpr int sliceMs = 3;
@@ -218,16 +218,16 @@ void HistoryPanel::ShowRead()
 {
     const bool isReading = IsReading();
     const History &history = m_reader.Result();
-    // A list that grows is laid out from its first line each time.
+    // Every insertion lays the list out again from its first line, so insert only when the list doubles.
     if (!isReading || history.LineCount() >= 2 * m_records->rowCount()) {
-        constexpr int linesLaidOut = 20'000; // in a step of a millisecond or two
-        lstRecord->setBatchSize(linesLaidOut + lstRecord->verticalScrollBar()->value()); // and stays where it is
+        constexpr int linesLaidOut = 20'000;                                             // takes a millisecond or two
+        lstRecord->setBatchSize(linesLaidOut + lstRecord->verticalScrollBar()->value()); // keeps the scroll position
         m_records->ShowRead();
     }
     lblSumTime->setText(isReading ? u"読み込み中…（"_s + QString::number(m_reader.UnreadUpTo().year()) + u"年）"_s
                                   : history.TotalTime());
     lblSumAns->setText(isReading ? u"…"_s : history.TotalAnswers());
-    cmdFile->setEnabled(!isReading); // the report holds all of it
+    cmdFile->setEnabled(!isReading); // a report must be complete
     picHistory->update();
     m_sinceShown.start();
 }

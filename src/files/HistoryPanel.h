@@ -1,5 +1,5 @@
-// The study history as a part of the file selection window: the inputs that name its span, the list of sessions, the
-// chart, the totals, and the button that writes the report.
+// The study history in the file selection window: the fields for its span, the list of sessions, the chart, the totals
+// and the button that writes the report.
 #pragma once
 
 #include "files/modHistory.h"
@@ -23,30 +23,30 @@ class HistoryPanel : public QWidget
     Q_OBJECT
 
   public:
-    /// @param reportFolder  where the reports are written
-    /// @param userName  whose history it is
+    /// @param reportFolder  where reports are written
+    /// @param userName  whose history to show
     HistoryPanel(SystemServices &services, StudyDatabase &database, frmMsg &msg, const QString &reportFolder,
                  const QString &userName, QWidget *parent);
 
-    /// Shows the week that ends today, and whatever else is asked for from now on.
-    /// @param textEditor  opens the reports that are written from now on
-    /// @return false after a database fault, which the user was told
+    /// Resets the panel to the week ending today.
+    /// @param textEditor  opens reports written from now on
+    /// @return false after a database fault, which has been reported to the user
     bool ShowThisWeek(const QString &textEditor);
 
     /// Whether there is more to read.
     bool IsReading() const;
 
-    /// Reads no further.
+    /// Stops reading.
     void Stop();
 
-    /// Puts its controls behind another one in the order of the Tab key.
+    /// Places the panel's controls after another one in the tab order.
     void SetTabOrderAfter(QWidget *last);
 
   protected:
     void keyPressEvent(QKeyEvent *event) override;
 
   private:
-    // In the trace these keep the name of the window, frmFile.
+    // Traced under the name of the window, frmFile.
     void txtWeekN_Change();
     void txtYmd_Change();
     void cmdInc_Click();

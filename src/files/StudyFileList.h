@@ -1,4 +1,4 @@
-// The list of study files, whose rows are all of one height.
+// List view of the study files; all rows have the same height.
 #pragma once
 
 #include <QListView>
@@ -11,7 +11,8 @@ class StudyFileList : public QListView
     using QListView::QListView;
 
   protected:
-    /// What is known of a file changes no row's place. QListView would lay out all rows anew for each file checked.
+    /// Repaints only the changed rows. New remarks move no row, but QListView would lay out all rows again for every
+    /// file checked.
     void dataChanged(const QModelIndex &topLeft, const QModelIndex &bottomRight, const QList<int> &roles) override
     {
         QAbstractItemView::dataChanged(topLeft, bottomRight, roles); // NOLINT(bugprone-parent-virtual-call)

@@ -32,7 +32,7 @@ void StudyFileModel::SetFilter(const QString &wanted)
     ShowMatching();
 }
 
-/// A list that holds what it held before stays where it was scrolled to.
+/// Keeps the scroll position if the same files match as before.
 void StudyFileModel::ShowMatching()
 {
     QStringList matching;
@@ -101,10 +101,10 @@ QVariant StudyFileModel::data(const QModelIndex &index, int role) const
 
 StudyTally StudyFileModel::TallyOf(const QString &name) const
 {
-    return m_tallies.Of(GetFileTitle(m_folder.PathOf(name))); // which is what a session is recorded by
+    return m_tallies.Of(GetFileTitle(m_folder.PathOf(name))); // sessions are recorded by title
 }
 
-/// What is known of a file besides its name.
+/// What is known about a file besides its name.
 QString StudyFileModel::Description(const QString &name) const
 {
     if (!m_folder.IsChecked(name))
@@ -134,8 +134,8 @@ void StudyFileModel::CheckNext()
 
 namespace {
 
-/// The right part of a row: remarks, or figures below each other, each field as wide as it usually is. A name that
-/// would be cut takes the room of figures that are none.
+/// The right part of a row: remarks, or figures in columns of their usual width. A name that would not fit gets the
+/// room of trailing empty figures.
 class RightPart
 {
   public:
@@ -158,7 +158,7 @@ class RightPart
         AddFigures(figures, metrics, available);
     }
 
-    /// Pixels that are left for the name.
+    /// Width left for the name.
     int NameWidthPx(const QRect &available) const
     {
         return m_fields.empty() ? available.width() : qMax(0, m_leftPx - m_gapPx - available.left());
@@ -178,10 +178,10 @@ class RightPart
             AddField(figures[field], metrics, available, metrics.horizontalAdvance(usual[field]));
     }
 
-    void AddField(const QString &text, const QFontMetrics &metrics, const QRect &available, int leastPx)
+    void AddField(const QString &text, const QFontMetrics &metrics, const QRect &available, int minWidthPx)
     {
         const int rightPx = m_fields.empty() ? m_leftPx : m_leftPx - m_gapPx;
-        const int widthPx = qMax(leastPx, metrics.horizontalAdvance(text));
+        const int widthPx = qMax(minWidthPx, metrics.horizontalAdvance(text));
         m_leftPx = rightPx - widthPx;
         m_fields.emplace_back(QRect(m_leftPx, available.top(), widthPx, available.height()), text);
     }

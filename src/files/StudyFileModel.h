@@ -1,5 +1,5 @@
-// The study files as a list view shows them. What is wrong with a file is found out for the rows that are painted: one
-// file at a time between two events of the window, the most recently painted rows first.
+// List model of the study files. A file is checked only once its row is painted: one file at a time between two events
+// of the window, the most recently painted rows first.
 #pragma once
 
 #include "files/modStudyFolder.h"
@@ -16,33 +16,32 @@ class StudyFileModel : public QAbstractListModel
   public:
     enum Role
     {
-        RemarksRole = Qt::UserRole, ///< what is remarked on the file, or an empty text
-        FiguresRole, ///< StudyFigures as a QStringList, only the first where nothing was studied; empty with remarks
+        RemarksRole = Qt::UserRole, ///< remarks on the file, or an empty text
+        FiguresRole,       ///< StudyFigures as a QStringList, only the first if nothing was studied; empty with remarks
         PrintableCopyRole, ///< whether the file is a printable copy
     };
 
     StudyFileModel(StudyFolder &folder, const StudyTallies &tallies, QObject *parent);
 
-    /// Lists the folder again. @param today  the day from which the last day of study is seen
+    /// Lists the folder again. @param today  reference date for showing the last day of study
     void Refresh(const QDate &today);
 
-    /// Shows only files whose names hold all words of a text; without words, all.
+    /// Shows only files whose names contain every word of a text; without words, all files.
     void SetFilter(const QString &wanted);
 
-    /// Has the figures of all rows shown anew.
+    /// Has views show the figures of all rows again.
     void ShowTallies();
 
-    /// Cancels all pending checks. Rows that are painted again request theirs again.
+    /// Cancels all pending checks. A row requests its check again when it is painted.
     void DropChecks();
 
-    /// The row of a file, or an invalid index when it is not shown.
+    /// The row of a file, or an invalid index if it is not shown.
     QModelIndex IndexOf(const QString &name) const;
 
     int rowCount(const QModelIndex &parent = QModelIndex()) const override;
 
-    /// Qt::DisplayRole: the file's name. Asking for the remarks or figures of a file that was not checked yet has it
-    /// checked, and then dataChanged is emitted. Tooltip and accessible text: name, and remarks or figures, as far as
-    /// they are known.
+    /// Qt::DisplayRole: the file's name. Asking for the remarks or figures of an unchecked file schedules its check,
+    /// after which dataChanged is emitted. Tooltip and accessible text: name, plus remarks or figures if known.
     QVariant data(const QModelIndex &index, int role) const override;
 
   private:
@@ -58,14 +57,14 @@ class StudyFileModel : public QAbstractListModel
     QString m_filter;
     QStringList m_shown;
     QHash<QString, int> m_rows;          // of the names shown
-    mutable QStringList m_pending;       // files whose check was requested, the next one first
+    mutable QStringList m_pending;       // files to be checked, the next one first
     mutable qsizetype m_newRequests = 0; // how many of them were requested since the last check
     mutable QTimer m_checking{this};
 };
 
-/// Paints a file's name, dimmed for a printable copy, and at the right edge, dimmed, the remarks on the file or its
-/// figures, each below that of the row above. The name is cut in its middle where all does not fit: its end tells the
-/// chapters of a textbook apart.
+/// Paints a file's name, dimmed for a printable copy, and at the right edge, dimmed, its remarks or its figures, which
+/// form columns. A name that does not fit is elided in the middle, because its end tells the chapters of a textbook
+/// apart.
 class StudyFileDelegate : public QStyledItemDelegate
 {
     Q_OBJECT
@@ -75,6 +74,6 @@ class StudyFileDelegate : public QStyledItemDelegate
 
     void paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const override;
 
-    /// As wide as nothing: a long name must not make a row wider than the list, which would move the remarks out of it.
+    /// Has width 0: a long name must not make a row wider than the list and push the remarks out of view.
     QSize sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const override;
 };

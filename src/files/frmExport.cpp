@@ -19,14 +19,14 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-constexpr int WidestChars = 40; // a longer file name is cut and widens no window
+constexpr int MaxNameChars = 40; // longer file names are elided rather than widening the window
 
 QString FileLine(const QString &name)
 {
     return u"ファイル："_s + name;
 }
 
-/// Adds a choice with what it means below it, in line with its caption.
+/// Adds a radio button with an explanation below, aligned with its caption.
 void AddChoice(QVBoxLayout *column, QRadioButton *choice, const QString &name, const QString &toolTip,
                const QString &meaning)
 {
@@ -47,7 +47,7 @@ void AddChoice(QVBoxLayout *column, QRadioButton *choice, const QString &name, c
 frmExport::frmExport(SystemServices &services, frmMsg &msg, const MarkList &marks, const QString &reportFolder,
                      QWidget *owner)
     : QDialog(owner), m_services(services), m_msg(msg), m_marks(marks), m_reportFolder(reportFolder),
-      lblFile(new ElidedLabel(u"lblFile"_s, WidestChars, this)),
+      lblFile(new ElidedLabel(u"lblFile"_s, MaxNameChars, this)),
       optText(new QRadioButton(u"テキスト（UTF-8）(&T)"_s, this)), optAnki(new QRadioButton(u"Anki(&A)"_s, this)),
       optCsv(new QRadioButton(u"CSV（表）(&C)"_s, this)), chkOnlyHard(new QCheckBox(u"苦手だけ(&N)"_s, this))
 {
@@ -68,7 +68,7 @@ void frmExport::AddControls()
     auto *const content = new QWidget(this);
     content->setObjectName(u"content"_s);
     auto *const column = new QVBoxLayout(content);
-    lblFile->SetText(FileLine(QString(WidestChars, u'n'))); // the window is sized for any name
+    lblFile->SetText(FileLine(QString(MaxNameChars, u'n'))); // sizes the window for names of any length
     column->addWidget(lblFile);
     column->addSpacing(fontMetrics().lineSpacing() / 2);
     AddChoice(column, optText, u"Text"_s, u"UTF-8のテキストファイルにします (Alt+T)"_s,
@@ -138,8 +138,8 @@ ExportKind frmExport::ChosenKind() const
     return optText->isChecked() ? ExportKind::Text : optAnki->isChecked() ? ExportKind::Anki : ExportKind::Csv;
 }
 
-/// @param bytes  what was written
-/// @return false when nothing was, after the user was told
+/// @param bytes  receives what was written
+/// @return false if nothing was written; the user has been told why
 bool frmExport::Write(const QString &exportPath, QByteArray *bytes)
 {
     QString message;

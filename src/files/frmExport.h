@@ -1,4 +1,4 @@
-// Writes a study file for other programs, of the kind that the user chooses, and shows the folder where it lies.
+// Exports a study file for other programs in a format that the user chooses, and shows the folder it was written to.
 #pragma once
 
 #include "files/modExport.h"
@@ -19,13 +19,13 @@ class frmExport : public QDialog
     Q_OBJECT
 
   public:
-    /// @param marks  what the user has marked as hard; must outlive this
-    /// @param reportFolder  where the exports are written
+    /// @param marks  the blanks that the user has marked as hard; must outlive the window
+    /// @param reportFolder  where exports are written
     frmExport(SystemServices &services, frmMsg &msg, const MarkList &marks, const QString &reportFolder,
               QWidget *owner);
 
-    /// Shows the window for a study file and waits until it is left. After a fault, or when an older export is not to
-    /// be replaced, it stays open.
+    /// Shows the window for a study file and blocks until it is closed. It stays open after a fault, or when the user
+    /// declines to replace an older export.
     void Run(const QString &studyFilePath);
 
   private:
@@ -50,5 +50,5 @@ class frmExport : public QDialog
     QRadioButton *optAnki;
     QRadioButton *optCsv;
     QCheckBox *chkOnlyHard;
-    bool m_hasHard = false; // whether the file has blanks that are marked
+    bool m_hasHard = false; // whether the file has marked blanks
 };

@@ -51,7 +51,7 @@ void frmFile::showEvent(QShowEvent *event)
     Form_Activate();
 }
 
-/// What nobody will see any more must not delay what is done next.
+/// Stops all background work, so that it does not delay the next window.
 void frmFile::hideEvent(QHideEvent *event)
 {
     m_files->DropChecks();
@@ -63,7 +63,7 @@ void frmFile::hideEvent(QHideEvent *event)
     QDialog::hideEvent(event);
 }
 
-/// From the filter the keys that go through a list reach the list.
+/// Forwards list navigation keys from the filter field to the list.
 bool frmFile::eventFilter(QObject *object, QEvent *event)
 {
     if (object == txtFilter && event->type() == QEvent::KeyPress) {
@@ -80,7 +80,7 @@ void frmFile::dragEnterEvent(QDragEnterEvent *event)
         event->acceptProposedAction();
 }
 
-/// The files are copied once the program that they come from has them let go of.
+/// Copies the files only after returning, because the program they come from waits for the drop to finish.
 void frmFile::dropEvent(QDropEvent *event)
 {
     QStringList paths;
@@ -100,7 +100,7 @@ void frmFile::Form_Activate()
     if (SelectedName().isEmpty())
         Select(m_folder.NameOfTitle(m_places.LastTitle(m_userName)));
     const bool isRecordRead = m_history->ShowThisWeek(m_textEditor);
-    // A fault was told once, and the same statement would only tell it again.
+    // After a fault, the same statement would only report it again.
     if (isRecordRead && m_tallies.ReadRecent(m_services.Now().date())) {
         m_files->ShowTallies();
         m_tallying->start(0);
@@ -230,10 +230,10 @@ void frmFile::txtFilter_Change()
     m_files->SetFilter(txtFilter->text());
     Select(selected);
     if (SelectedName().isEmpty() && !txtFilter->text().isEmpty())
-        lstFile->setCurrentIndex(m_files->index(0)); // Enter then opens what was found
+        lstFile->setCurrentIndex(m_files->index(0)); // Enter then opens the first match
 }
 
-/// Copies files that were dropped on the window into the folder, and selects the first of them.
+/// Copies files dropped on the window into the folder and selects the first of them.
 void frmFile::lstFile_OLEDragDrop(const QStringList &paths)
 {
     WriteTrace(u"■frmFile.lstFile_OLEDragDrop");
@@ -265,10 +265,10 @@ void frmFile::lstFile_OLEDragDrop(const QStringList &paths)
                      isAllDone ? u"start.wav"_s : u"notify.wav"_s);
 }
 
-/// Lists the folder and keeps the selection on the same file, where it is still there.
+/// Lists the folder again and keeps the selection if the selected file still exists.
 void frmFile::ListFiles()
 {
-    constexpr int filesToFilter = 30; // as many as one no longer takes in at a glance
+    constexpr int filesToFilter = 30; // too many to take in at a glance
     const QString selected = SelectedName();
     const int scrolledTo = lstFile->verticalScrollBar()->value();
     if (m_watcher->directories().isEmpty())
@@ -292,7 +292,7 @@ void frmFile::RefreshWhenShown()
         ListFiles();
 }
 
-/// The history that is looked at goes first.
+/// Reads the next span, but not before the visible history is complete.
 void frmFile::ReadTallies()
 {
     if (m_history->IsReading() || m_tallies.ReadNext())
@@ -310,7 +310,7 @@ void frmFile::MakeFromTable(const QString &tablePath)
     lstFile->setFocus(); // Enter then opens the file
 }
 
-/// A file that was just made is seen, whatever is filtered.
+/// Selects a new file, clearing a filter that would hide it.
 void frmFile::SelectNew(const QString &name)
 {
     if (!m_files->IndexOf(name).isValid())
@@ -324,7 +324,7 @@ void frmFile::Select(const QString &name)
     EnableCommands();
 }
 
-/// What is remarked on the selected file is known only once it was checked.
+/// Also called after each check, because the remarks on the selected file are unknown until then.
 void frmFile::EnableCommands()
 {
     cmdConvCode->setEnabled(CanConvert(m_folder.Facts(SelectedName()).remarks));
@@ -336,7 +336,7 @@ QString frmFile::SelectedName() const
     return selected.isEmpty() ? QString() : selected.front().data(Qt::DisplayRole).toString();
 }
 
-/// The selected file, or false after the refusal was shown.
+/// Name of the selected file. @return false after telling the user why the command does not apply to it
 bool frmFile::TakeSelection(bool isForPrinting, QString *name)
 {
     *name = SelectedName();

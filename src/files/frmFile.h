@@ -1,5 +1,5 @@
-// The file selection window: lists the study files and chooses one, and offers what else is done with files. Its other
-// half, the study history, is a widget of its own.
+// The file selection window: lists the study files, lets the user choose one, and offers all other commands on files.
+// The study history in its other half is a separate widget, HistoryPanel.
 #pragma once
 
 #include "files/modMarkList.h"
@@ -31,7 +31,7 @@ enum class FileChoice
 {
     Cancelled,
     Chosen,     ///< frmFile::ChosenPath() is the file
-    EndProgram, ///< the database is closed, and the program is to end at once
+    EndProgram, ///< the database is closed; the program must end at once
 };
 
 class frmFile : public QDialog
@@ -39,17 +39,17 @@ class frmFile : public QDialog
     Q_OBJECT
 
   public:
-    /// @param settings  keeps what is chosen here for good; must outlive this
-    /// @param applicationFolder  the folder of study files is "txt" in it, that of the reports "rec"; it holds the
-    /// lists of what is hard and where users stopped
+    /// @param settings  stores choices permanently; must outlive the window
+    /// @param applicationFolder  has the study files in "txt" and the reports in "rec", and holds the lists of hard
+    /// blanks and of the places where users stopped
     frmFile(SystemServices &services, StudyDatabase &database, frmMsg &msg, const SettingsFile &settings,
             const QString &applicationFolder, const QString &userName, QWidget *owner);
     ~frmFile() override;
 
-    /// Shows the window and waits until it is left. @param textEditor  the editor of the current settings
+    /// Shows the window and blocks until it is closed. @param textEditor  the editor in the current settings
     FileChoice Choose(const QString &textEditor);
 
-    /// Full path of the file chosen last, empty before that.
+    /// Full path of the file chosen last; empty before the first choice.
     const QString &ChosenPath() const
     {
         return m_chosenPath;
@@ -108,13 +108,13 @@ class frmFile : public QDialog
     QString m_userName;
     MarkList m_marks;
     PlaceList m_places;
-    QString m_tableFolder; // where the next table is looked for
+    QString m_tableFolder; // initial folder of the next table dialog
     QString m_textEditor;
     QString m_chosenPath;
     FileChoice m_choice = FileChoice::Cancelled;
 
     StudyFileModel *m_files;
-    QFileSystemWatcher *m_watcher; // of the folder, while the window is shown
+    QFileSystemWatcher *m_watcher; // watches the folder while the window is visible
     QTimer *m_refreshing;          // runs from a change of the folder until the list is refreshed
     QTimer *m_tallying;            // runs while the record is read
     QListView *lstFile;

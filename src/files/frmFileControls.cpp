@@ -1,4 +1,4 @@
-// How the file selection window comes to be: its controls, and the order in which the Tab key goes through them.
+// Construction of the file selection window: its controls and their tab order.
 #include "base/modFile.h"
 #include "files/HistoryPanel.h"
 #include "files/StudyFileList.h"
@@ -24,7 +24,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-constexpr int WidestChars = 30; // a long path must not push the buttons off the screen
+constexpr int MaxPathChars = 30; // a long path must not push the buttons off the screen
 
 } // namespace
 
@@ -38,8 +38,8 @@ frmFile::frmFile(SystemServices &services, StudyDatabase &database, frmMsg &msg,
       m_tableFolder(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation)),
       m_files(new StudyFileModel(m_folder, m_tallies, this)), m_watcher(new QFileSystemWatcher(this)),
       m_refreshing(new QTimer(this)), m_tallying(new QTimer(this)), lstFile(new StudyFileList(this)),
-      txtFilter(new QLineEdit(this)), lblFolder(new ElidedLabel(u"lblFolder"_s, WidestChars, this)),
-      lblUserName(new ElidedLabel(u"lblUserName"_s, WidestChars, this)),
+      txtFilter(new QLineEdit(this)), lblFolder(new ElidedLabel(u"lblFolder"_s, MaxPathChars, this)),
+      lblUserName(new ElidedLabel(u"lblUserName"_s, MaxPathChars, this)),
       m_history(new HistoryPanel(services, database, msg, m_reportFolder, userName, this))
 {
     setObjectName(u"frmFile"_s);
@@ -50,7 +50,7 @@ frmFile::frmFile(SystemServices &services, StudyDatabase &database, frmMsg &msg,
     halves->addLayout(FileControls(userName), 1);
     halves->addSpacing(fontMetrics().averageCharWidth());
     halves->addWidget(m_history, 1);
-    // As one reads: the files and what can be done with them, then the history.
+    // Tab order follows reading order: the files and their commands, then the history.
     const auto control = [this](const QString &name) { return findChild<QWidget *>(name); };
     SetTabOrder({txtFilter, lstFile, control(u"cmdSelect"_s), control(u"cmdEdit"_s), cmdConvCode,
                  control(u"cmdPrint"_s), control(u"cmdOthers"_s), control(u"cmdCancel"_s), control(u"cmdEnd"_s)});
@@ -69,21 +69,22 @@ void frmFile::SetUpList()
     lstFile->setAccessibleName(u"学習ファイル"_s);
     lstFile->setModel(m_files);
     lstFile->setItemDelegate(new StudyFileDelegate(lstFile));
-    lstFile->setUniformItemSizes(true); // measuring every row would check every file
+    lstFile->setUniformItemSizes(true); // measuring each row would check each file
     lstFile->setEditTriggers(QAbstractItemView::NoEditTriggers);
     lstFile->setSpacing(1);
-    lstFile->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff); // a row fits its name and remarks into the width
+    lstFile->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff); // the delegate elides to fit the width
     lstFile->setMinimumSize(fontMetrics().averageCharWidth() * 30, fontMetrics().lineSpacing() * 8);
     connect(lstFile, &QListView::doubleClicked, this, &frmFile::cmdSelect_Click);
     connect(lstFile->selectionModel(), &QItemSelectionModel::selectionChanged, this, &frmFile::EnableCommands);
     connect(m_files, &StudyFileModel::dataChanged, this, &frmFile::EnableCommands);
 
-    // Several files that change at once, as when an archive is unpacked, are listed together.
+    // Combines a burst of changes, such as an archive being unpacked, into one refresh.
     m_refreshing->setObjectName(u"tmrRefresh"_s);
     m_refreshing->setSingleShot(true);
     m_refreshing->setInterval(200);
     connect(m_watcher, &QFileSystemWatcher::directoryChanged, m_refreshing, qOverload<>(&QTimer::start));
-    // That another program has written into a file is not always told, but the user has left this one for that.
+    // The watcher does not report every write into an existing file. To edit one the user must leave this program, so
+    // refresh on return.
     connect(qGuiApp, &QGuiApplication::applicationStateChanged, m_refreshing, [this](Qt::ApplicationState state) {
         if (state == Qt::ApplicationActive && isVisible())
             m_refreshing->start();
@@ -155,7 +156,7 @@ QLayout *frmFile::FileButtons()
     return buttons;
 }
 
-/// A button with a menu of what is rarely needed.
+/// A button with a menu of rarely used commands.
 QPushButton *frmFile::OthersButton()
 {
     auto *const menu = new QMenu(this);
@@ -193,7 +194,7 @@ QLayout *frmFile::LeavingButtons()
     return buttons;
 }
 
-/// An entry of the menu whose key works without the menu too.
+/// A menu entry whose shortcut also works while the menu is closed.
 QAction *frmFile::AddAction(const QString &name, const QString &caption, const QString &toolTip,
                             const QKeySequence &keys, void (frmFile::*handler)())
 {

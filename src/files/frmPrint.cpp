@@ -19,7 +19,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-constexpr int WidestChars = 40; // a longer file name is cut and widens no window
+constexpr int MaxNameChars = 40; // longer file names are elided rather than widening the window
 
 QString FileLine(const QString &name)
 {
@@ -31,7 +31,7 @@ QString FileLine(const QString &name)
 frmPrint::frmPrint(SystemServices &services, frmMsg &msg, const SettingsFile &settings, const MarkList &marks,
                    const QString &reportFolder, QWidget *owner)
     : QDialog(owner), m_services(services), m_msg(msg), m_settings(settings), m_marks(marks),
-      m_reportFolder(reportFolder), lblFile(new ElidedLabel(u"lblFile"_s, WidestChars, this)),
+      m_reportFolder(reportFolder), lblFile(new ElidedLabel(u"lblFile"_s, MaxNameChars, this)),
       chkAnswers(new QCheckBox(u"解答を付ける(&A)"_s, this)), chkOnlyHard(new QCheckBox(u"苦手だけ(&N)"_s, this))
 {
     setObjectName(u"frmPrint"_s);
@@ -54,7 +54,7 @@ void frmPrint::AddControls()
     auto *const content = new QWidget(this);
     content->setObjectName(u"content"_s);
     auto *const column = new QVBoxLayout(content);
-    lblFile->SetText(FileLine(QString(WidestChars, u'n'))); // the window is sized for any name
+    lblFile->SetText(FileLine(QString(MaxNameChars, u'n'))); // sizes the window for names of any length
     column->addWidget(lblFile);
     column->addWidget(NamedLabel(u"lblHow"_s,
                                  u"空欄を下線にしたA4のページをブラウザで開きます。\n"
@@ -99,7 +99,7 @@ void frmPrint::cmdOK_Click()
         m_msg.DispFrmMsg(this, message, MsgStyle::Ok, u"notify.wav"_s);
         return;
     }
-    // Where it cannot be kept the sheet is printed all the same.
+    // Failing to store the choice does not stop the printing.
     if (chkAnswers->isChecked() != m_settings.ReadPrintAnswers())
         m_settings.WritePrintAnswers(chkAnswers->isChecked());
     m_msg.PlayNamedSound(u"start.wav"_s);

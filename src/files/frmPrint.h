@@ -1,4 +1,4 @@
-// Makes the sheet of a study file and opens it in the browser, which prints it.
+// Makes the print sheet of a study file and opens it in the browser for printing.
 #pragma once
 
 #include "platform/modSystemServices.h"
@@ -17,13 +17,13 @@ class frmPrint : public QDialog
     Q_OBJECT
 
   public:
-    /// @param settings  keeps whether the answers are printed
-    /// @param marks  what the user has marked as hard; both must outlive this
-    /// @param reportFolder  where the sheets are written
+    /// @param settings  stores whether the answers are printed
+    /// @param marks  the blanks that the user has marked as hard; both must outlive the window
+    /// @param reportFolder  where sheets are written
     frmPrint(SystemServices &services, frmMsg &msg, const SettingsFile &settings, const MarkList &marks,
              const QString &reportFolder, QWidget *owner);
 
-    /// Shows the window for a study file and waits until it is left. After a fault it stays open.
+    /// Shows the window for a study file and blocks until it is closed. It stays open after a fault.
     void Run(const QString &studyFilePath);
 
   private:

@@ -25,20 +25,20 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-constexpr qsizetype CellCharacters = 24; // of a cell that are shown
-constexpr int LongestBetween = 20;
+constexpr qsizetype MaxCellChars = 24; // shown of a cell
+constexpr int MaxBetweenChars = 20;
 constexpr CharCode Codes[] = {CharCode::None,    CharCode::Sjis, CharCode::Utf8,
-                              CharCode::Utf16Le, CharCode::Euc,  CharCode::Jis}; // the first by itself
-constexpr int WidestChars = 60;
+                              CharCode::Utf16Le, CharCode::Euc,  CharCode::Jis}; // the first means automatic
+constexpr int MaxNameChars = 60;
 
-/// A cell as far as it fits into the view, on one line.
+/// A cell as shown in the window: on one line, shortened if long.
 QString ShownCell(QStringView cell)
 {
-    const QString text = cell.first(qMin(cell.size(), CellCharacters + 1)).toString().simplified();
-    return cell.size() > CellCharacters ? text.left(CellCharacters) + u'…' : text;
+    const QString text = cell.first(qMin(cell.size(), MaxCellChars + 1)).toString().simplified();
+    return cell.size() > MaxCellChars ? text.left(MaxCellChars) + u'…' : text;
 }
 
-/// The choice of the character code that was found.
+/// Caption of the automatic choice, with the encoding that was detected.
 QString FoundCode(CharCode code)
 {
     return u"自動（"_s + TableCodeName(code) + u'）';
@@ -55,7 +55,7 @@ QLabel *LabelOf(QWidget *buddy, const QString &name, const QString &caption)
 
 frmTable::frmTable(frmMsg &msg, const QString &studyFolder, QWidget *owner)
     : QDialog(owner), m_msg(msg), m_studyFolder(studyFolder),
-      lblTable(new ElidedLabel(u"lblTable"_s, WidestChars, this)), cboCode(new QComboBox(this)),
+      lblTable(new ElidedLabel(u"lblTable"_s, MaxNameChars, this)), cboCode(new QComboBox(this)),
       cboTableSeparator(new QComboBox(this)), fraTable(new QScrollArea(this)),
       chkHeader(new QCheckBox(u"1行目は見出し（学習ファイルに入れない）(&H)"_s, this)),
       txtSeparator(new QLineEdit(this)), txtName(new QLineEdit(this)), txtPreview(new QPlainTextEdit(this)),
@@ -134,7 +134,7 @@ QLayout *frmTable::ReadingRow()
     cboCode->setAccessibleName(u"表の文字コード"_s);
     cboCode->setToolTip(u"表の文字が正しく見えないときに選びます (Alt+C)"_s);
     for (const CharCode code : Codes)
-        cboCode->addItem(code == CharCode::None ? FoundCode(CharCode::Sjis) : TableCodeName(code)); // the longest first
+        cboCode->addItem(code == CharCode::None ? FoundCode(CharCode::Sjis) : TableCodeName(code)); // sizes the box
     connect(cboCode, &QComboBox::currentIndexChanged, this, &frmTable::cboCode_Change);
     cboTableSeparator->setObjectName(u"cboTableSeparator"_s);
     cboTableSeparator->setAccessibleName(u"表の区切り"_s);
@@ -142,7 +142,7 @@ QLayout *frmTable::ReadingRow()
     cboTableSeparator->setEditable(true);
     cboTableSeparator->setInsertPolicy(QComboBox::NoInsert);
     cboTableSeparator->lineEdit()->setObjectName(u"txtTableSeparator"_s);
-    cboTableSeparator->lineEdit()->setMaxLength(LongestBetween);
+    cboTableSeparator->lineEdit()->setMaxLength(MaxBetweenChars);
     for (const QString &separator : {u","_s, u"\t"_s, u";"_s})
         cboTableSeparator->addItem(SeparatorName(separator));
     connect(cboTableSeparator, &QComboBox::editTextChanged, this, &frmTable::cboTableSeparator_Change);
@@ -161,7 +161,7 @@ QLayout *frmTable::Inputs()
     txtSeparator->setObjectName(u"txtSeparator"_s);
     txtSeparator->setAccessibleName(u"列の間に入れる文字"_s);
     txtSeparator->setToolTip(u"列と列の間に入れる文字。初めは全角の空白です (Alt+B)"_s);
-    txtSeparator->setMaxLength(LongestBetween);
+    txtSeparator->setMaxLength(MaxBetweenChars);
     FitToText(txtSeparator, u"、、、、"_s);
     connect(txtSeparator, &QLineEdit::textChanged, this, &frmTable::txtSeparator_Change);
     txtName->setObjectName(u"txtName"_s);
@@ -196,11 +196,11 @@ void frmTable::Form_Activate()
     WriteTrace(u"■frmTable.Form_Activate");
     QCheckBox *const ticked = chkHide[qMax(0, m_lastHidden.indexOf(true))];
     ticked->setFocus();
-    fraTable->widget()->adjustSize(); // it is laid out only once it is painted
+    fraTable->widget()->adjustSize(); // otherwise not laid out until painted
     fraTable->ensureWidgetVisible(ticked);
 }
 
-/// Shows a table that was just opened.
+/// Shows a newly opened table with default settings.
 void frmTable::ShowTable()
 {
     const QSignalBlocker noCode(cboCode);
@@ -212,12 +212,12 @@ void frmTable::ShowTable()
     chkHeader->setChecked(false);
     txtSeparator->setText(TableOptions().between);
     m_fault.clear();
-    m_lastHidden = HiddenAtFirst(m_table);
+    m_lastHidden = HiddenByDefault(m_table);
     ShowRows(m_lastHidden);
 }
 
-/// Reads the table as the user wants it. Columns stay hidden where there are as many as before.
-/// @param separator  empty when it is to be found out
+/// Reads the table again with the user's settings. Hidden columns stay hidden if the number of columns is unchanged.
+/// @param separator  empty to detect it
 void frmTable::ReadAgain(const QString &separator)
 {
     if (m_fault.isEmpty())
@@ -232,7 +232,7 @@ void frmTable::ReadAgain(const QString &separator)
         cboTableSeparator->setEditText(SeparatorName(reading.separator));
     }
     const bool hasSameColumns = m_lastHidden.size() == m_table.ColumnCount();
-    ShowRows(!isRead || hasSameColumns ? m_lastHidden : HiddenAtFirst(m_table));
+    ShowRows(!isRead || hasSameColumns ? m_lastHidden : HiddenByDefault(m_table));
 }
 
 void frmTable::ShowRows(const QList<bool> &isHidden)
@@ -282,7 +282,7 @@ QWidget *frmTable::TableView(const QList<bool> &isHidden)
     return view;
 }
 
-/// A header that goes is seen to go.
+/// Strikes out the header row if it will be left out.
 void frmTable::StrikeHeader()
 {
     for (int column = 1; m_table.RowCount() > 0 && column <= m_table.CellCount(1); ++column) {
@@ -374,7 +374,7 @@ void frmTable::cmdCancel_Click()
     reject();
 }
 
-/// Shows the name as it will be, so that nobody looks for another one.
+/// Takes the file name, and shows it as it will be saved, so that the user can find the file.
 bool frmTable::TakeName(QString *fileName)
 {
     const QString title = StudyFileTitle(txtName->text());
@@ -387,7 +387,7 @@ bool frmTable::TakeName(QString *fileName)
     return Refuse(message);
 }
 
-/// The lines of the whole table, or false after the user was told what keeps them from being written.
+/// Makes the lines of the whole table. @return false after telling the user why they cannot be written
 bool frmTable::TakeText(TableOptions options, ConvertedText *converted, TableStudyText *study)
 {
     QString message;
@@ -410,7 +410,7 @@ bool frmTable::TakeText(TableOptions options, ConvertedText *converted, TableStu
     return study->unbreakableRow == 0 || Refuse(UnbreakableRowMessage(*study));
 }
 
-/// Writes the file, over one that is there only when the user says so.
+/// Writes the file, replacing an existing one only with the user's consent.
 bool frmTable::Write(const QString &fileName, const QByteArray &bytes, QString *keptName)
 {
     const QString path = JoinPath(m_studyFolder, fileName);
@@ -422,7 +422,7 @@ bool frmTable::Write(const QString &fileName, const QByteArray &bytes, QString *
     return WriteStudyFile(path, bytes, keptName, &message) || Refuse(message);
 }
 
-/// @return false, for the caller to return
+/// @return always false, for callers to return
 bool frmTable::Refuse(const QString &message)
 {
     m_msg.DispFrmMsg(this, message, MsgStyle::Ok, u"notify.wav"_s);

@@ -1,5 +1,5 @@
-// The window that makes a study file from a table: shows the first rows, takes how they are read, the columns to hide,
-// the text between columns and the file's name, and shows what the file will begin with.
+// The window that makes a study file from a table. It shows the first rows and a preview of the file; the user sets how
+// the table is read, which columns are hidden, the text between columns, and the file name.
 #pragma once
 
 #include "files/modReadTable.h"
@@ -23,15 +23,15 @@ class frmTable : public QDialog
     Q_OBJECT
 
   public:
-    /// @param studyFolder  where the study file is made
+    /// @param studyFolder  where the study file is created
     frmTable(frmMsg &msg, const QString &studyFolder, QWidget *owner);
 
-    /// Has the user choose a table. @param folder  where the choice begins
-    /// @return its full path, empty when none was chosen
+    /// Lets the user choose a table. @param folder  initial folder of the dialog
+    /// @return its full path; empty if none was chosen
     static QString AskForTable(const QString &folder, QWidget *owner);
 
-    /// Shows the window for a table and waits until it is left; a table that cannot be read is told of instead.
-    /// @return the name of the study file that was made, "name.txt"; empty when none was
+    /// Shows the window for a table and blocks until it is closed. If the table cannot be read, reports that instead.
+    /// @return the name of the new study file, "name.txt"; empty if none was made
     QString Make(const QString &tablePath);
 
   protected:
@@ -67,10 +67,10 @@ class frmTable : public QDialog
     QString m_studyFolder;
     QString m_tablePath;
     QByteArray m_bytes;   // of the table's file
-    TableReading m_found; // how it was read by itself
+    TableReading m_found; // encoding and separator as detected
     Table m_table;
-    QList<bool> m_lastHidden; // by column, of the table that was read last
-    QString m_fault;          // why it cannot be read as the user wants, empty when it can
+    QList<bool> m_lastHidden; // by column, of the last table that could be read
+    QString m_fault;          // why it cannot be read with the current settings; empty if it can
     QString m_madeName;
 
     ElidedLabel *lblTable;

@@ -13,14 +13,14 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 constexpr QStringView Unchanged = u"ファイルは元のままです。";
-constexpr int MostReplacedShown = 5; // kinds of characters
+constexpr int MaxReplacedShown = 5; // different characters
 
 QString FileNameLine(const QString &name)
 {
     return u"\r\n    ファイル名＝"_s + name;
 }
 
-/// "é（U+00E9）": the fonts here may lack the character, or show it as they show its twin.
+/// "é（U+00E9）": the font may lack the character, or draw it like a similar one.
 QString NameAndNumber(char32_t character)
 {
     const QString name = NameOfCharacter(character);
@@ -117,10 +117,10 @@ QString ReplacedRemarks(const ConvertedText &converted)
     if (!converted.replaced.isEmpty())
         remarks += u"\r\n\r\nShift_JISにない文字を，同じ意味の文字に置き換えました。"_s;
     for (const ReplacedCharacter &replaced :
-         converted.replaced.first(qMin(converted.replaced.size(), MostReplacedShown)))
+         converted.replaced.first(qMin(converted.replaced.size(), MaxReplacedShown)))
         remarks += u"\r\n  "_s + NameAndNumber(replaced.from) + u" → "_s + NameOfTwin(replaced.to) + u"　"_s +
                    QString::number(replaced.count) + u"個"_s;
-    if (const qsizetype more = converted.replaced.size() - MostReplacedShown; more > 0)
+    if (const qsizetype more = converted.replaced.size() - MaxReplacedShown; more > 0)
         remarks += u"\r\n  ほかに"_s + QString::number(more) + u"種類"_s;
     if (converted.accentCount > 0)
         remarks += u"\r\n\r\nアクセント記号を"_s + QString::number(converted.accentCount) + u"個除きました。"_s;

@@ -1,5 +1,5 @@
-// Converting a study file to Shift_JIS: which files it is offered for, what is said of it, and how the file is
-// replaced. The asking is CodeConversion's.
+// Conversion of a study file to Shift_JIS: which files it is offered for, its messages, and how the file is replaced.
+// CodeConversion asks the questions.
 #pragma once
 
 #include "text/modBreakLines.h"
@@ -8,35 +8,35 @@
 #include <QByteArray>
 #include <QString>
 
-/// Whether a file can be converted from a character code, by its name as the detection gives it.
+/// Whether files in an encoding can be converted. @param codeName  as CharCodeName gives it
 bool CanConvertFrom(const QString &codeName);
 
 /// Whether a file with these remarks in the list can be converted.
 bool CanConvert(const QString &remarks);
 
-/// Whether the bytes of a file that was taken for EUC are Shift_JIS just as well, as those of half-width kana are.
+/// Whether bytes detected as EUC are valid Shift_JIS too, as half-width kana are.
 bool ReadsAsShiftJis(const QByteArray &bytes);
 
 /// A converted text as the bytes of a study file.
-/// @return false when such a file would be refused as a whole, for its size or because the detection would take it for
-/// another character code; message then holds the whole of it for the user
+/// @return false if such a file would be refused as a whole, for its size or because it would be detected as another
+/// encoding; message then holds the complete text for the user
 bool EncodeConverted(const QString &text, QByteArray *bytes, QString *message);
 
-/// Puts the converted file in the place of the old one, and keeps that under a free name. The old bytes are on the disk
-/// under that name before the file is replaced.
-/// @param before  what the file held when it was read; when it holds anything else now, nothing is written
-/// @param backupPath  where the old file is kept
-/// @return false on failure; message then holds the whole of it for the user, and the folder is as it was
+/// Replaces a file by its converted contents and keeps the old file under a free name. The backup is on the disk before
+/// the file is replaced.
+/// @param before  contents of the file when it was read; if it has changed since, nothing is written
+/// @param backupPath  receives the path of the backup
+/// @return false on failure; message then holds the complete text for the user, and the folder is unchanged
 bool ReplaceConverted(const QString &path, const QByteArray &before, const QByteArray &converted, QString *backupPath,
                       QString *message);
 
-/// What a message calls a character that is not written: "é（U+00E9）", as the fonts here may lack it.
+/// An unwritable character as messages show it: "é（U+00E9）", because the font may lack it.
 QString NameOfUnwritable(char32_t character);
 
-/// The end of a message that tells which characters were replaced and how many accents went; empty when none were.
+/// Closing part of a message: which characters were replaced and how many accents removed; empty if none were.
 QString ReplacedRemarks(const ConvertedText &converted);
 
-/// The texts for the user, whole, their lines separated by CR LF.
+/// Complete texts for the user, lines separated by CR LF.
 /// @param title  of the file, as GetFileTitle gives it
 QString NoTextFileMessage(const QString &title);
 QString NotConvertibleMessage(const QString &title, const QString &codeName);
@@ -47,6 +47,6 @@ QString UnwritableQuestion(const ConvertedText &converted);
 QString BracketsQuestion();
 QString LongLinesQuestion(const BrokenLines &lines, int maxLineBytes);
 
-/// @param unbreakableLine  1-based line that is still too long, 0 when there is none
+/// @param unbreakableLine  1-based line that is still too long; 0 if there is none
 QString ConvertedMessage(const QString &path, const QString &backupPath, const QString &codeName,
                          const ConvertedText &converted, int unbreakableLine);

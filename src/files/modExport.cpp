@@ -19,7 +19,7 @@ constexpr QByteArrayView ByteOrderMark = "\xEF\xBB\xBF";
 constexpr QByteArrayView NoCharacter = "\xEF\xBF\xBD"; // U+FFFD
 constexpr QChar ZeroWidthSpace(0x200B);
 
-/// A blank's answer in its line, 0-based, without the brackets on both sides.
+/// Position of an answer in its line, 0-based, without the brackets.
 struct AnswerPlace
 {
     qsizetype start;
@@ -50,9 +50,9 @@ QString CsvField(QStringView text)
     return field.contains(u',') || field.contains(u'"') ? Quoted(field) : field;
 }
 
-/// Part of a line as it stands in a note. "{{", "}}" and "::" would be read as the marks of a cloze, so a space without
-/// a width goes between their characters. Where the part touches a mark, such a character is kept off that too:
-/// "{{c1::a}}}" would end before the last brace of the answer "a}".
+/// Escapes part of a line for a note. "{{", "}}" and "::" would be read as cloze markup, so a zero-width space
+/// separates their characters. It also separates such a character from adjacent markup: "{{c1::a}}}" would end before
+/// the last brace of the answer "a}".
 QString NotePart(QStringView text, bool isBehindMark, bool isBeforeMark)
 {
     const auto isOfMark = [](QChar character) { return QStringView(u"{}:").contains(character); };
@@ -68,7 +68,7 @@ QString NotePart(QStringView text, bool isBehindMark, bool isBeforeMark)
     return part;
 }
 
-/// @return a line as a note; empty when it has no blank to ask for
+/// A line as a note; empty if it has no blank to ask for.
 QString AnkiNote(QStringView line)
 {
     QString note;
@@ -86,22 +86,22 @@ QString AnkiNote(QStringView line)
     return number == 0 ? QString() : QString(note + NotePart(line.sliced(done), true, false));
 }
 
-/// Anki reads its files as tables, in which a line that begins with "#" is a comment and one with "tags:" a header.
+/// Anki reads import files as tables, in which a line starting with "#" is a comment and one with "tags:" a header.
 QString AnkiField(const QString &note)
 {
-    const bool isTakenForMore =
+    const bool needsQuotes =
         note.startsWith(u'#') || note.startsWith(u"tags:") || note.contains(u'"') || note.contains(u'\t');
-    return isTakenForMore ? Quoted(note) : note;
+    return needsQuotes ? Quoted(note) : note;
 }
 
-/// The lines of a file that was checked, with its tabs, which the checks count as what they become on the page.
+/// Checks a file, then reads its lines with tabs intact; the checks count a tab as the two spaces it is shown as.
 TextRefusal ReadWithTabs(const QString &studyFilePath, StudyLines *lines)
 {
     const TextRefusal refusal = ReadStudyText(studyFilePath, MaxLineBytes, lines);
     return refusal.fault == TextFault::None ? ReadText(studyFilePath, ExpandTabs::No, lines) : refusal;
 }
 
-/// A line in which only the wanted blanks have their brackets. @param firstBlank  number of its first one
+/// A line in which only wanted blanks keep their brackets. @param firstBlank  number of the first blank in it
 QString WithWantedBrackets(QStringView line, int firstBlank, const BlankFilter &isWanted)
 {
     QString wanted;
@@ -167,7 +167,7 @@ QByteArray CsvExport(const StudyLines &lines, const BlankFilter &isWanted)
 
 QString ExportPath(const QString &folder, const QString &studyFilePath, ExportKind kind)
 {
-    const QString endings[] = {u"_UTF-8.txt"_s, u"_Anki.txt"_s, u".csv"_s}; // in the order of the enumeration
+    const QString endings[] = {u"_UTF-8.txt"_s, u"_Anki.txt"_s, u".csv"_s}; // in the order of ExportKind
     return JoinPath(folder, QFileInfo(studyFilePath).completeBaseName() + endings[int(kind)]);
 }
 

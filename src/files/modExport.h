@@ -1,5 +1,5 @@
-// A study file for other programs: as text in UTF-8, as notes for Anki, and as a table of its blanks. Its tabs are
-// kept, which on the page become two spaces; a line always ends with CR LF, in the notes with LF.
+// Exports of a study file for other programs: as UTF-8 text, as Anki notes, and as a table of its blanks. Tabs are
+// kept, although the page shows them as two spaces. Lines end with CR LF, in Anki notes with LF.
 #pragma once
 
 #include "text/modStudyLines.h"
@@ -11,7 +11,7 @@
 
 class MarkList;
 
-/// Whether a blank of the file, from 1, is written; all are without it.
+/// Whether to export a blank of the file, numbered from 1. An empty filter exports all.
 using BlankFilter = std::function<bool(int blank)>;
 
 enum class ExportKind
@@ -21,37 +21,37 @@ enum class ExportKind
     Csv,
 };
 
-/// The lines with their brackets, in UTF-8 with a byte-order mark. With it every editor, and our own conversion on the
-/// way back, knows what it reads; without it a short text in UTF-8 may well be taken for Shift_JIS or EUC.
+/// The lines with their brackets, in UTF-8 with a byte-order mark. Without the mark, editors and our own conversion
+/// back may take a short text for Shift_JIS or EUC.
 QByteArray TextExport(const StudyLines &lines);
 
-/// An import file for Anki: headers, then one note a line of the file that has a blank with something in it,
+/// An import file for Anki: headers, then one note for each line that has a non-empty blank,
 ///     text {{c1::answer}} text {{c2::answer}} ...
-/// numbered from 1 in each. A field is quoted where Anki would take it for something else. An empty blank stays "[]",
-/// and the answer of one that is not wanted stands as text.
+/// numbered from 1 in each note. A field that Anki would misread is quoted. An empty blank stays "[]"; an unwanted one
+/// becomes its answer as plain text.
 QByteArray AnkiExport(const StudyLines &lines, const BlankFilter &isWanted = {});
 
-/// A table with one row a blank, by RFC 4180, in UTF-8 with the byte-order mark without which Excel reads it as
-/// Shift_JIS. Columns: number of the line from 1, the text before the blank, its answer, the text behind it; the other
-/// blanks of the line stand in the texts with their brackets, so that text, "[", answer, "]" and text are the line.
+/// A table with one row per blank, as in RFC 4180, in UTF-8 with a byte-order mark, without which Excel reads it as
+/// Shift_JIS. Columns: line number from 1, text before the blank, its answer, text after it. The line's other blanks
+/// keep their brackets, so that text before + "[" + answer + "]" + text after is the whole line.
 QByteArray CsvExport(const StudyLines &lines, const BlankFilter &isWanted = {});
 
-/// Full path of an export: the study file's name without ".txt", and "_UTF-8.txt", "_Anki.txt" or ".csv".
+/// Full path of an export: the study file's name without ".txt", plus "_UTF-8.txt", "_Anki.txt" or ".csv".
 QString ExportPath(const QString &folder, const QString &studyFilePath, ExportKind kind);
 
-/// Reads a study file and makes what is to be written.
-/// @param onlyHard  notes and table hold only the blanks that are marked in it; without it all
-/// @return false after a refusal, which message then holds: the reader's, or that there is no blank to write
+/// Reads a study file and makes its export.
+/// @param onlyHard  if given, notes and table hold only the blanks marked in it
+/// @return false after a refusal, which message then holds: the file cannot be read, or has no blank to export
 bool MakeExport(const QString &studyFilePath, ExportKind kind, QByteArray *bytes, QString *message,
                 const MarkList *onlyHard = nullptr);
 
-/// Writes an export; one that is there already is replaced.
-/// @return false on failure; message then holds the whole of it for the user, and what was there is still there
+/// Writes an export, replacing an existing one.
+/// @return false on failure; message then holds the complete text for the user, and an existing file is unchanged
 bool WriteExport(const QString &exportPath, const QByteArray &bytes, QString *message);
 
-/// The texts for the user, whole, their lines separated by CR LF.
+/// Complete texts for the user, lines separated by CR LF.
 QString NoBlankToExportMessage(const QString &fileTitle);
 QString ReplaceExportQuestion(const QString &exportPath);
 
-/// @param bytes  what was written; bytes of the study file that are no character have become U+FFFD in it
+/// @param bytes  what was written; it has U+FFFD where bytes of the study file could not be decoded
 QString ExportedMessage(const QString &exportPath, const QByteArray &bytes);

@@ -13,7 +13,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-/// A number in a field of the given width: blanks in front, digits that do not fit lost on the left.
+/// A number right-aligned in a field of the given width; leading digits that do not fit are lost.
 QString RightAligned(qint64 number, int width)
 {
     return QString::number(number).rightJustified(width).right(width);
@@ -23,7 +23,7 @@ QString RightAligned(qint64 number, int width)
 
 void History::Append(const HistorySession &session)
 {
-    if (m_days.empty() || session.day != m_lastDay) { // a foreign table may have no dates
+    if (m_days.empty() || session.day != m_lastDay) { // a database from elsewhere may lack dates
         const QDate date = DateFromText(session.day);
         if (!date.isValid())
             m_headingTexts.insert(m_days.size(), session.day.toString());
@@ -39,7 +39,7 @@ void History::Append(const HistorySession &session)
 
 int History::IndexOf(QStringView text)
 {
-    // Most sessions have a time and a name that another one had.
+    // Most sessions share their time and their file name with an earlier one.
     const auto found = m_indexes.constFind(text);
     if (found != m_indexes.constEnd())
         return *found;
@@ -101,7 +101,7 @@ bool HistoryReader::GoOn(const QDeadlineTimer &until)
 bool HistoryReader::ReadSpan(const QDate &endDate, int dayCount, qsizetype *sessions)
 {
     ResultTable table;
-    // The totals would only tell of the same fault again.
+    // After a fault, the totals would only report it again.
     if (!DBSelRecKotoban(m_database, endDate, dayCount, m_userName, &table, false))
         return false;
     *sessions = qsizetype(table.size()) - 1;
@@ -116,7 +116,7 @@ bool HistoryReader::ReadSpan(const QDate &endDate, int dayCount, qsizetype *sess
         const RowValues values(table, row);
         const QStringView day = values[dayColumn].left(10);
         const QStringView startTime = values[startColumn];
-        // A clock that was set back in between makes no time studied, and no negative one.
+        // A session during which the clock was set back counts as 0, not as negative time.
         const qint64 seconds = qMax(qint64(0), SecondsBetween(day, startTime, values[endColumn]));
         m_history.Append({day, startTime, values[fileColumn], seconds, values[answersColumn].toInt()});
     }
@@ -134,7 +134,7 @@ int ReadWeeks(const QString &text)
 QString HistoryLine(const QString &startTime, qint64 seconds, int answers, const QString &fileName)
 {
     const qint64 minutes = seconds / 60;
-    // An ideographic space is as wide as the sign for minutes.
+    // An ideographic space is as wide as the character for minutes.
     const QString minutesText = minutes >= 1 ? QString(RightAligned(minutes, 3) + u'分') : u"   　"_s;
     return startTime.left(5) + u"   "_s + minutesText + RightAligned(seconds % 60, 2) + u"秒"_s +
            RightAligned(answers, 4) + u"問 "_s + fileName;

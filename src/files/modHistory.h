@@ -1,4 +1,4 @@
-// The study history: the sessions of a span of weeks as lines of text, its totals, and the report file.
+// The study history: the sessions of some weeks as lines of text, their totals, and the report file.
 #pragma once
 
 #include "files/modSessionSpans.h"
@@ -15,12 +15,12 @@ class QDeadlineTimer;
 /// What was studied on one day.
 struct DayTotal
 {
-    QDate day; ///< invalid where the record has no date
+    QDate day; ///< invalid if the record has no valid date
     qint64 seconds = 0;
-    qint64 answers = 0; ///< more than one session's count can hold
+    qint64 answers = 0; ///< may exceed an int, unlike those of one session
 };
 
-/// One session, as the record has it.
+/// One session, as recorded.
 struct HistorySession
 {
     QStringView day;       ///< "yyyy/mm/dd"
@@ -30,21 +30,21 @@ struct HistorySession
     int answers = 0;
 };
 
-/// The history of one user over whole weeks, as far as it was read: as lines of text, a heading for each day, newest
-/// first, and below it its sessions, earliest first. A million sessions are nothing special, so they are kept in few
-/// bytes, and a line becomes text when it is asked for.
+/// The history of one user over whole weeks, as far as it has been read. Its lines are a heading for each day, newest
+/// first, followed by that day's sessions, earliest first. A million sessions are nothing unusual, so they are stored
+/// compactly, and a line's text is made on request.
 class History
 {
   public:
     History() = default;
 
-    /// @param weeks  1 or more; the span has 7 days a week, the last of them endDate
+    /// @param weeks  1 or more; the span is 7 days per week and ends with endDate
     History(const QDate &endDate, int weeks) : m_endDate(endDate), m_weeks(weeks) {}
 
-    /// Appends a session that comes after those before it.
+    /// Appends a session. Sessions must be appended in the order of the lines.
     void Append(const HistorySession &session);
 
-    /// Adds to the totals, which are not those of the lines: see TotalTime.
+    /// Adds to the totals, which may differ from the sums of the lines; see TotalTime.
     void AddToTotals(qint64 seconds, qint64 answers);
 
     const QDate &EndDate() const
@@ -58,7 +58,7 @@ class History
         return m_endDate.addDays(1 - qint64(m_weeks) * 7);
     }
 
-    /// 0 where there is no span.
+    /// 0 if there is no span.
     int Weeks() const
     {
         return m_weeks;
@@ -78,8 +78,7 @@ class History
         return m_days;
     }
 
-    /// "1時間 5分 9秒": the plain sum of all rows, in which a session of less than no time lessens it, but never less
-    /// than nothing.
+    /// "1時間 5分 9秒": the plain sum of all rows, which a session of negative duration reduces, but never below 0.
     QString TotalTime() const;
 
     /// Decimal.
@@ -90,7 +89,7 @@ class History
     {
         qint64 seconds;
         int answers;
-        int startTime; // an index of m_texts, as the next
+        int startTime; // index into m_texts, like fileName
         int fileName;
     };
 
@@ -99,37 +98,37 @@ class History
     QDate m_endDate;
     int m_weeks = 0;
     std::vector<DayTotal> m_days;
-    std::vector<int> m_headings;           // the days' headings: their numbers among the lines
-    QHash<size_t, QString> m_headingTexts; // of days that have no date
-    QString m_lastDay;                     // as the record has it
-    std::deque<Session> m_sessions;        // of all days; it grows without moving what it holds
-    std::deque<QString> m_texts;           // of the sessions, each once
-    QHash<QStringView, int> m_indexes;     // of m_texts, of whose texts a copy of this shares the characters
+    std::vector<int> m_headings;           // line numbers of the days' headings
+    QHash<size_t, QString> m_headingTexts; // of days without a valid date, by index in m_days
+    QString m_lastDay;                     // as recorded
+    std::deque<Session> m_sessions;        // of all days; a deque grows without moving its elements
+    std::deque<QString> m_texts;           // times and file names, each stored once
+    QHash<QStringView, int> m_indexes;     // into m_texts; a copy of History shares the characters it points to
     qint64 m_totalSeconds = 0;
     qint64 m_totalAnswers = 0;
 };
 
-/// Reads the history of one user, span by span, so that nothing has to wait for a long one.
+/// Reads the history of one user span by span, so that nothing has to wait for a long one.
 class HistoryReader
 {
   public:
     HistoryReader(StudyDatabase &database, const QString &userName) : m_database(database), m_userName(userName) {}
 
-    /// Drops what was read, and begins with another history. @param weeks  1 or more
+    /// Discards what was read and starts another history. @param weeks  1 or more
     void Begin(const QDate &endDate, int weeks);
 
-    /// Reads on until a moment, but at least one span. After a database fault the history is empty; the user has been
-    /// told once, by the first statement that failed.
+    /// Reads until a deadline, but at least one span. After a database fault the history is empty; the user has been
+    /// told once, when the first statement failed.
     /// @return whether there is more to read
     bool GoOn(const QDeadlineTimer &until);
 
-    /// What was read up to now.
+    /// What has been read so far.
     const History &Result() const
     {
         return m_history;
     }
 
-    /// Last day of what is still to be read.
+    /// Last day that is still unread.
     const QDate &UnreadUpTo() const
     {
         return m_unread.EndDate();
@@ -155,17 +154,18 @@ class HistoryReader
 QString HoursMinutesSeconds(qint64 seconds);
 
 /// Longest span of a history, in weeks.
-constexpr int MostWeeks = 9999;
+constexpr int MaxWeeks = 9999;
 
-/// A number of weeks as the learner types it: a whole number from 1 to MostWeeks. @return 0 for any other text
+/// A number of weeks as the user types it: a whole number from 1 to MaxWeeks. @return 0 for any other text
 int ReadWeeks(const QString &text);
 
-/// One session: start, duration, answers, file. Numbers too wide for their field lose their left digits.
+/// A session as a line: start, duration, answers, file. Numbers too wide for their field lose their leading digits, so
+/// that the columns stay aligned.
 /// @param startTime  "hh:nn:ss"; @param seconds  duration
 QString HistoryLine(const QString &startTime, qint64 seconds, int answers, const QString &fileName);
 
-/// Name of the report file. The date in it is today's and not the end of the span; that is meant. Characters of the
-/// user's name that a file name cannot hold become "_".
+/// Name of the report file. Its date is the day of writing rather than the end of the span, so that reports written on
+/// different days never replace each other. Characters of the user name that are not allowed in file names become "_".
 QString ReportFileName(const QString &userName, const QDate &today, int weeks);
 
 /// The report: the history's lines and a line of totals, each ended by CR LF.

@@ -1,9 +1,9 @@
 #include "files/modHistoryChart.h"
 
-std::vector<HistoryBar> HistoryBars(const History &history, int mostBars)
+std::vector<HistoryBar> HistoryBars(const History &history, int maxBars)
 {
     const int dayCount = history.Weeks() * 7;
-    const int barCount = qMin(dayCount, mostBars);
+    const int barCount = qMin(dayCount, maxBars);
     std::vector<HistoryBar> bars(static_cast<size_t>(barCount));
     for (const DayTotal &day : history.Days()) {
         const qint64 dayOfSpan = history.StartDate().daysTo(day.day);

@@ -1,4 +1,4 @@
-// Which days of a study history go into which bar of its chart.
+// Groups the days of a study history into the bars of its chart.
 #pragma once
 
 #include "files/modHistory.h"
@@ -10,7 +10,8 @@ struct HistoryBar
     qint64 answers = 0;
 };
 
-/// The span of a history as bars of equally many days, or nearly so, oldest first: one bar a day, or one for several
-/// days where there is no room for that many bars. A day outside the span or without a valid date is in no bar.
-/// @param mostBars  bars that there is room for, 1 or more
-std::vector<HistoryBar> HistoryBars(const History &history, int mostBars);
+/// The span of a history as bars, oldest first: one per day, or one per several days when there are more days than
+/// bars fit. All bars cover the same number of days, give or take one. Days outside the span or without a valid date
+/// are left out.
+/// @param maxBars  number of bars that fit, 1 or more
+std::vector<HistoryBar> HistoryBars(const History &history, int maxBars);

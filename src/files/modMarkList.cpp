@@ -15,7 +15,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-/// A line as it stands in its file, with its brackets.
+/// A line as in its file, with brackets.
 QString LineInFile(const DisplayText &text, int line)
 {
     QString inFile = text.Line(line).toString();
@@ -27,18 +27,18 @@ QString LineInFile(const DisplayText &text, int line)
     return inFile;
 }
 
-/// The text of a line as the page has it.
+/// A line of the file as displayed: brackets become spaces.
 QString Displayed(const QString &lineInFile)
 {
     return QString(lineInFile).replace(u'[', u' ').replace(u']', u' ');
 }
 
-/// The lines of a text that say what one of some lines says, each with which of the lines that say so it is. All lines
-/// are gone through, but of nearly all of them only their length and three characters are looked at.
+/// Finds the lines of a text that equal any of the wanted lines, in order of occurrence. All lines are scanned, but for
+/// nearly all of them only the length and three characters are looked at.
 class Occurrences
 {
   public:
-    /// @param wanted  lines as they stand in the file
+    /// @param wanted  lines as in the file
     Occurrences(const DisplayText &text, const QStringList &wanted)
     {
         for (const QString &line : wanted)
@@ -54,14 +54,14 @@ class Occurrences
         }
     }
 
-    /// The line that is the n-th to say so, 0 when there are fewer. @param occurrence  1 for the first
+    /// Number of the n-th line equal to `line`; 0 if there are fewer. @param occurrence  n, 1 for the first
     int Line(const QString &line, int occurrence) const
     {
         const std::vector<int> lines = m_lines.value(Displayed(line)).value(line);
         return occurrence <= int(lines.size()) ? lines[size_t(occurrence) - 1] : 0;
     }
 
-    /// Which of the lines that say so a line is, 1 the first.
+    /// Which of the lines equal to `line` is line number `at`; 1 for the first.
     int Number(const QString &line, int at) const
     {
         const std::vector<int> lines = m_lines.value(Displayed(line)).value(line);
@@ -80,7 +80,7 @@ class Occurrences
         return (size_t(length) + at(length - 1) * 31 + at(length / 2) * 1009 + at(length / 3) * 9176) % SlotCount;
     }
 
-    // By the text on the page, and then by the line in the file: few lines differ only in their brackets.
+    // By displayed text, then by line in the file; few lines differ only in their brackets.
     QHash<QString, QHash<QString, std::vector<int>>> m_lines;
     std::bitset<SlotCount> m_slots;
 };
@@ -92,7 +92,7 @@ struct Entry
     int occurrence = 1;
 };
 
-/// What a line of the list marks in the file of a user; nothing when it is not about that file, or no entry.
+/// Parses a line of the list; nothing if it is for another user or file, or not an entry.
 std::optional<Entry> ReadEntry(const QString &listed, const QString &userName, const QString &title)
 {
     const QStringList fields = listed.split(u'\t');

@@ -1,9 +1,9 @@
-// The blanks that a user has marked as hard, in the list "ListMark.txt". An entry is told by what it marks and not by
-// where that stands, so that a mark survives lines inserted above it and goes with its line:
+// The blanks that a user has marked as hard, in the list "ListMark.txt". An entry identifies its blank by the text of
+// the line, not by the line number, so that a mark survives lines inserted above it and moves with its line:
 //
 //     user TAB title of the study file TAB line, with its brackets TAB number of the blank in the line [TAB occurrence]
 //
-// The occurrence, 2 or more, tells lines apart that say the same.
+// The occurrence, 2 or more, distinguishes lines with identical text.
 #pragma once
 
 #include "text/modDisplayText.h"
@@ -18,23 +18,23 @@ class MarkList
     /// @param path  of the list, which all users share
     MarkList(const QString &path, const QString &userName);
 
-    /// The blanks of a text that are marked, ascending. An entry that fits no blank of it marks nothing.
+    /// The marked blanks of a text, ascending. Entries that match no blank in it are ignored.
     /// @param title  of the study file, as GetFileTitle gives it
     std::vector<int> Find(const QString &title, const DisplayText &text) const;
 
-    /// The entries for some blanks of a text, as the list has them. @param blanks  ascending
+    /// List entries for some blanks of a text. @param blanks  ascending
     QStringList Entries(const QString &title, const DisplayText &text, const std::vector<int> &blanks) const;
 
-    /// The blanks of a text that such entries mark.
+    /// The blanks of a text that list entries mark, ascending.
     std::vector<int> FindIn(const QStringList &entries, const QString &title, const DisplayText &text) const;
 
-    /// The same as Find of a study file; none where it cannot be read.
+    /// Like Find, for a study file; empty if it cannot be read.
     std::vector<int> FindInFile(const QString &studyFilePath) const;
 
-    /// Writes the marks of a text in the place of those that the list has for its file. All other lines stay as
-    /// they are, those that are no entries too.
+    /// Replaces the marks that the list has for a study file. All other lines stay as they are, even ones that are not
+    /// entries.
     /// @param blanks  ascending
-    /// @return false on failure; message then holds the whole of it for the user, and the list is as it was
+    /// @return false on failure; message then holds the complete text for the user, and the list is unchanged
     bool Write(const QString &title, const DisplayText &text, const std::vector<int> &blanks, QString *message) const;
 
   private:

@@ -23,7 +23,7 @@ std::optional<Entry> ReadEntry(const QString &listed)
     return line >= 1 ? std::optional(Entry{fields[0], fields[1], line}) : std::nullopt;
 }
 
-/// The last entry that meets a condition, an empty one when none does.
+/// The last entry that meets a condition; an empty one if none does.
 template <typename Condition>
 Entry LastEntry(const QString &path, Condition condition)
 {

@@ -1,5 +1,4 @@
-// Where users have stopped, in the list "ListPlace.txt": one entry for each file that a user has studied, the one
-// studied last at the end.
+// Where users stopped, in the list "ListPlace.txt": one entry per user and file, the most recently studied last.
 //
 //     user TAB title of the study file TAB line at the top of the page
 #pragma once
@@ -11,17 +10,17 @@ class PlaceList
   public:
     explicit PlaceList(const QString &path);
 
-    /// The user who studied last; empty when nobody has.
+    /// The user who studied last; empty if nobody has.
     QString LastUser() const;
 
-    /// The title of the file that a user studied last; empty when there is none.
+    /// The title of the file that a user studied last; empty if there is none.
     QString LastTitle(const QString &userName) const;
 
-    /// The line, 1-based, at which a user stopped in a file; 0 when it is not known.
+    /// The line, 1-based, at which a user stopped in a file; 0 if unknown.
     int Line(const QString &userName, const QString &title) const;
 
-    /// Writes where a user stops. All other lines stay as they are, those that are no entries too.
-    /// @return false on failure; message then holds the whole of it for the user, and the list is as it was
+    /// Records where a user stops. All other lines stay as they are, even ones that are not entries.
+    /// @return false on failure; message then holds the complete text for the user, and the list is unchanged
     bool Write(const QString &userName, const QString &title, int line, QString *message) const;
 
   private:

@@ -22,9 +22,9 @@ namespace {
 
 using PictureUrl = std::function<QString(const QString &name)>;
 
-// The fonts have half-width letters exactly half as wide as the others. A number takes the two cells of the brackets;
-// one that is no single character is a little wider. An underline that is too wide for the page ends with it. Browsers
-// that know no margin boxes leave out the number of the page.
+// In these fonts, half-width letters are exactly half as wide as full-width ones. A number takes the two cells of the
+// brackets; one of several characters is slightly wider. An underline too wide for the page ends at its edge. Browsers
+// without margin boxes leave out the page number.
 const QString Style = uR"(
 @page { size: A4; margin: 18mm 15mm 20mm;
   @bottom-center { content: counter(page) " / " counter(pages); font: 10pt sans-serif; } }
@@ -58,9 +58,9 @@ img:not(:only-child) { max-width: 46%; }
 }
 )"_s;
 
-constexpr int CellsOfEmptyBlank = 4; // there is something to write all the same
+constexpr int CellsOfEmptyBlank = 4; // leaves room to write
 
-/// The blanks that a sheet asks for, and their numbers on it.
+/// The blanks that a sheet asks for, and their numbers there.
 class AskedBlanks
 {
   public:
@@ -77,7 +77,7 @@ class AskedBlanks
         return m_only ? (*m_only)[size_t(number) - 1] : number;
     }
 
-    /// The number of a blank on the sheet, 0 when it is not asked for.
+    /// The number of a blank on the sheet; 0 if it is not asked for.
     int NumberOf(int blank) const
     {
         if (!m_only)
@@ -97,7 +97,7 @@ class AskedBlanks
     const std::optional<std::vector<int>> &m_only;
 };
 
-/// What stands in a line for characters of it.
+/// HTML that replaces some characters of a line.
 struct Replacement
 {
     qsizetype start; // 0-based
@@ -125,9 +125,9 @@ QString PictureHtml(const QString &url, const QString &name)
     return u"<img src=\""_s + url.toHtmlEscaped() + u"\" alt=\""_s + name.toHtmlEscaped() + u"\">"_s;
 }
 
-/// Takes out the references at the end of a line, to pictures that are there. Elsewhere a sentence may need the name.
-/// One that a blank stands in stays: it hides an answer.
-/// @return the pictures of the whole line
+/// Removes references to existing pictures from the end of a line; elsewhere, a sentence may need the name. A reference
+/// that contains a blank stays, because it hides an answer.
+/// @return HTML of all pictures of the line
 QString TakePictures(const DisplayText &text, int line, const PictureUrl &pictureUrl,
                      std::vector<Replacement> *replacements)
 {
@@ -140,7 +140,7 @@ QString TakePictures(const DisplayText &text, int line, const PictureUrl &pictur
         return std::ranges::any_of(blanks,
                                    [&](const Replacement &blank) { return blank.start < end && start < blank.end; });
     };
-    qsizetype textEnd = characters.size(); // behind the text that is not taken out
+    qsizetype textEnd = characters.size(); // end of the text that stays
     const std::vector<PictureReference> references = PictureReferences(text.MaskedLine(line));
     for (auto reference = references.rbegin(); reference != references.rend(); ++reference) {
         const qsizetype start = reference->start;
@@ -172,7 +172,7 @@ QString LineHtml(const DisplayText &text, const AskedBlanks &asked, int line, co
     qsizetype done = 0;
     for (const Replacement &each : replacements) {
         if (each.start < done)
-            continue; // a reference that stands in another
+            continue; // a reference inside another
         html += Escaped(characters.sliced(done, each.start - done)) + each.html;
         done = each.end;
     }
@@ -193,7 +193,7 @@ QString AnswersHtml(const QString &title, const DisplayText &text, const AskedBl
     return html + u"</div>\n</section>\n"_s;
 }
 
-/// From the folder of the sheet, so that the application folder can be moved with both.
+/// A URL relative to the folder of the sheet, so that the application folder can be moved as a whole.
 QString RelativeUrl(const QString &folder, const QString &path)
 {
     const QString relative = QDir(folder).relativeFilePath(QDir::fromNativeSeparators(path));
@@ -202,7 +202,7 @@ QString RelativeUrl(const QString &folder, const QString &path)
     return QString::fromLatin1(QUrl::toPercentEncoding(relative, "/"));
 }
 
-/// The URLs of the pictures beside a study file. Each name is looked for once, whatever the number of references.
+/// Finds the URLs of pictures beside a study file. Each name is looked up only once, however often it occurs.
 PictureUrl PicturesBeside(const QString &studyFilePath, const QString &sheetPath)
 {
     return [pictureFolder = QFileInfo(studyFilePath).absolutePath(), sheetFolder = QFileInfo(sheetPath).absolutePath(),

@@ -66,7 +66,7 @@ OldCopy JudgeOldCopy(const QString &studyFilePath, const QString &copyPath)
     QByteArray made;
     QString message;
     if (!copy.isFile() || !MakeCopy(studyFilePath, &made, &message))
-        return OldCopy::Replaceable; // writing refuses what cannot be replaced, or by what
+        return OldCopy::Replaceable; // if it cannot be made or replaced, writing will say so
     if (!ReadWholeFile(copyPath, &present, &message))
         return OldCopy::Unreadable;
     if (present == made)

@@ -1,40 +1,40 @@
-// The printable copy of a study file: the same text with its answers blanked out, to be filled in by hand.
+// The printable copy of a study file: its text with the answers replaced by underscores, to be filled in by hand.
 #pragma once
 
 #include "text/modStudyLines.h"
 
-/// A line with its brackets kept and every character inside them replaced: by "_" when it has one byte in code page
-/// 932, by "＿" when it has two.
+/// A line with every character inside its brackets replaced: by "_" if it has one byte in code page 932, by "＿" if it
+/// has two.
 QString PrintableLine(QStringView line);
 
-/// Full path of a study file's printable copy: the file's title and "_印刷用.txt", in the same folder.
+/// Full path of a study file's printable copy in a folder: the file's title plus "_印刷用.txt".
 QString PrintableCopyPath(const QString &folder, const QString &studyFilePath);
 
-/// What a copy that is there already is, before it is replaced.
+/// State of an existing copy that is about to be replaced.
 enum class OldCopy
 {
-    Replaceable, ///< none, or one that holds what would be written, or what cannot be replaced at all
-    Outdated,    ///< older than the study file, and something else: it may have been changed by hand before that was
-    Edited,      ///< newer than the study file, and something else: changed by hand, or that of another study file
-    Unreadable,  ///< nobody can tell what it holds
+    Replaceable, ///< none, or identical to the new copy, or impossible to replace at all
+    Outdated,    ///< older than the study file and different; may have been edited before the study file changed
+    Edited,      ///< newer than the study file and different: edited by hand, or made from another study file
+    Unreadable,  ///< its contents are unknown
 };
 
 OldCopy JudgeOldCopy(const QString &studyFilePath, const QString &copyPath);
 
-/// Whether the user has to be asked before a copy is replaced.
+/// Whether the user must be asked before a copy is replaced.
 inline bool MustAsk(OldCopy oldCopy)
 {
     return oldCopy == OldCopy::Edited || oldCopy == OldCopy::Unreadable;
 }
 
-/// Writes the printable copy of a study file: code page 932, CR LF. A copy that is there already is replaced; an
-/// outdated one is kept with ".bak" behind its name, in the place of the one that was kept before.
-/// @param oldCopy  as it was judged
-/// @return false after a fault, which message then holds: the reader's refusal, or that the copy cannot be written. A
-/// copy that was there before is then still there, whole
+/// Writes the printable copy of a study file in code page 932 with CR LF, replacing an existing one. An outdated one is
+/// kept with ".bak" appended to its name, replacing an earlier backup.
+/// @param oldCopy  result of JudgeOldCopy
+/// @return false after a fault, which message then holds: the study file cannot be read, or the copy not written. An
+/// existing copy is then unchanged
 bool WritePrintableCopy(const QString &studyFilePath, const QString &copyPath, QString *message,
                         OldCopy oldCopy = OldCopy::Replaceable);
 
-/// The texts for the user, whole, their lines separated by CR LF.
-QString ReplaceCopyQuestion(const QString &copyPath, OldCopy oldCopy); ///< where the user has to be asked
-QString CopyMadeMessage(const QString &copyPath, OldCopy oldCopy);     ///< which file was made, and whether to open it
+/// Complete texts for the user, lines separated by CR LF.
+QString ReplaceCopyQuestion(const QString &copyPath, OldCopy oldCopy); ///< for copies that MustAsk
+QString CopyMadeMessage(const QString &copyPath, OldCopy oldCopy);     ///< names the new file and offers to open it

@@ -21,7 +21,7 @@ bool IsTextCharacter(QChar character)
     return isBreak || (character >= u' ' && character != QChar::ReplacementCharacter);
 }
 
-/// The character code of a table. The detection knows UTF-16 by its mark alone, but a table has line ends and
+/// The encoding of a table. DetectCharCode recognises UTF-16 only by its byte-order mark, but a table has line ends and
 /// separators, in which every second byte is zero.
 CharCode GuessTableCode(const QByteArray &bytes)
 {
@@ -29,14 +29,14 @@ CharCode GuessTableCode(const QByteArray &bytes)
     const bool isMarked = detected == CharCode::Utf16Le || detected == CharCode::Utf16Be;
     if (isMarked || bytes.size() % 2 != 0 || !bytes.contains('\0'))
         return detected;
-    qsizetype little = 0; // characters of ASCII, by the byte that goes first
+    qsizetype little = 0; // ASCII characters, by byte order
     qsizetype big = 0;
     for (qsizetype at = 0; at < bytes.size(); at += 2) {
         little += bytes[at] > 0 && bytes[at + 1] == 0;
         big += bytes[at] == 0 && bytes[at + 1] > 0;
     }
-    constexpr qsizetype ofCharacters = 16; // one at least is of ASCII
-    if (qMax(little, big) < 2 + bytes.size() / 2 / ofCharacters)
+    constexpr qsizetype maxCharsPerAscii = 16; // at least one in so many must be ASCII
+    if (qMax(little, big) < 2 + bytes.size() / 2 / maxCharsPerAscii)
         return detected;
     const CharCode guess = little >= big ? CharCode::Utf16Le : CharCode::Utf16Be;
     return std::ranges::all_of(DecodeText(bytes, guess), IsTextCharacter) ? guess : detected;
@@ -65,7 +65,7 @@ bool ReadTableBytes(const QByteArray &bytes, TableReading *reading, Table *table
         *refusal = QuoteNeverClosed(errorLine);
     else if (table->RowCount() == 0)
         *refusal = EmptyTable();
-    else if (table->ColumnCount() > MostColumns)
+    else if (table->ColumnCount() > MaxColumns)
         *refusal = TooManyColumns(table->ColumnCount());
     else
         return true;
@@ -126,7 +126,7 @@ TableRefusal EmptyTable()
 TableRefusal TooManyColumns(int columns)
 {
     return {u"列が"_s + QString::number(columns) + u"列あります。"_s,
-            QString::number(MostColumns) + u"列までの表を選んでください。"_s};
+            QString::number(MaxColumns) + u"列までの表を選んでください。"_s};
 }
 
 QString TableNotReadMessage(const QString &name, const TableRefusal &refusal)

@@ -1,5 +1,4 @@
-// Reads a table from the bytes of its file: its character code and its separator are found out, unless the user knows
-// better.
+// Reads a table from the bytes of its file. Encoding and separator are detected unless the user sets them.
 #pragma once
 
 #include "settings/modCharCode.h"
@@ -8,40 +7,40 @@
 #include <QByteArray>
 #include <QString>
 
-constexpr int MostColumns = 100;
+constexpr int MaxColumns = 100;
 
-/// How the bytes of a table are read.
+/// How to read the bytes of a table.
 struct TableReading
 {
-    CharCode code = CharCode::None; ///< None while it is to be found out; Utf16Le stands for both kinds of UTF-16
-    QString separator;              ///< between two cells; empty while it is to be found out
+    CharCode code = CharCode::None; ///< None to detect it; Utf16Le stands for UTF-16 in either byte order
+    QString separator;              ///< between two cells; empty to detect it
 };
 
-/// Why a table is not read, for the user.
+/// Why a table cannot be read, for the user.
 struct TableRefusal
 {
     QString reason; ///< one sentence
-    QString advice; ///< what to do about it, may be empty
+    QString advice; ///< what to do about it; may be empty
 };
 
 /// Reads a table.
-/// @param reading  what is given in it is kept to, what is not is found out and put there
 /// @param bytes  of the whole file; they own their data
-/// @return false when it is no text, has no rows, more than MostColumns columns or a quote that is
-/// never closed; refusal then holds the reason, and the table is empty
+/// @param reading  settings to use; those left open are detected and filled in
+/// @return false if the file is not text, or has no rows, more than MaxColumns columns or an unclosed quote; refusal
+/// then holds the reason, and the table is empty
 bool ReadTableBytes(const QByteArray &bytes, TableReading *reading, Table *table, TableRefusal *refusal);
 
-/// What the window calls a character code.
+/// The window's name for an encoding.
 QString TableCodeName(CharCode code);
 
-/// What the window calls a separator: those that are hard to see have names, others stand for themselves.
+/// The window's name for a separator: ones that are hard to see have names, all others are shown as they are.
 QString SeparatorName(const QString &separator);
 QString SeparatorByName(const QString &name);
 
 TableRefusal NoTextTable();
-TableRefusal QuoteNeverClosed(int line); ///< by the line of the file that the cell begins on
+TableRefusal QuoteNeverClosed(int line); ///< line of the file on which the cell begins
 TableRefusal EmptyTable();
 TableRefusal TooManyColumns(int columns);
 
-/// The whole text for the user, its lines separated by CR LF.
+/// Complete text for the user, lines separated by CR LF.
 QString TableNotReadMessage(const QString &name, const TableRefusal &refusal);

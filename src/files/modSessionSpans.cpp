@@ -8,7 +8,7 @@ SessionSpans::SessionSpans(const QDate &firstDate, const QDate &lastDate) : m_fi
 
 int SessionSpans::DayCount() const
 {
-    return int(qMin(qint64(m_mostDays), m_firstDate.daysTo(m_endDate) + 1));
+    return int(qMin(qint64(m_maxDays), m_firstDate.daysTo(m_endDate) + 1));
 }
 
 void SessionSpans::Next(qsizetype sessions)
@@ -18,7 +18,7 @@ void SessionSpans::Next(qsizetype sessions)
     if (m_endDate < m_firstDate)
         m_endDate = QDate();
     if (sessions > 2 * wantedSessions)
-        m_mostDays = qMax(1, m_mostDays / 2);
+        m_maxDays = qMax(1, m_maxDays / 2);
     else if (sessions < wantedSessions / 2)
-        m_mostDays *= 2;
+        m_maxDays *= 2;
 }

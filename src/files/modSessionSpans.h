@@ -1,4 +1,5 @@
-// The days of a record, newest first, in spans that hold about as many sessions as can be read between two events.
+// Iterates over the days of a record, newest first, in spans that each hold about as many sessions as can be read
+// between two events.
 #pragma once
 
 #include <QDate>
@@ -9,30 +10,30 @@ class SessionSpans
     /// No days.
     SessionSpans() = default;
 
-    /// The days from firstDate to lastDate, none when it lies before that. The first span is a week.
+    /// The days from firstDate to lastDate; none if lastDate is earlier. The first span is a week.
     SessionSpans(const QDate &firstDate, const QDate &lastDate);
 
-    /// Whether all days were gone through. There is no present span then.
+    /// Whether all days are done. There is no current span then.
     bool IsAtEnd() const
     {
         return !m_endDate.isValid();
     }
 
-    /// Last day of the present span.
+    /// Last day of the current span.
     const QDate &EndDate() const
     {
         return m_endDate;
     }
 
-    /// Days in the present span, 1 or more.
+    /// Number of days in the current span, 1 or more.
     int DayCount() const;
 
-    /// Goes on to the next span: a longer one where the present one held little, a shorter one where it held much.
-    /// @param sessions  what it held
+    /// Moves on to the next span: a longer one if the current one held few sessions, a shorter one if it held many.
+    /// @param sessions  number of sessions in the current span
     void Next(qsizetype sessions);
 
   private:
     QDate m_firstDate;
     QDate m_endDate; // invalid at the end
-    int m_mostDays = 7;
+    int m_maxDays = 7;
 };

@@ -14,8 +14,8 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-/// A text in which each number is preceded by how many digits it has, two of them, so that comparing character by
-/// character finds 2 less than 10. Full-width figures are numbers too.
+/// A text with each number prefixed by its digit count, as two digits, so that comparing character by character sorts 2
+/// before 10. Full-width digits count too.
 QString WithNumbersByValue(const QString &name)
 {
     QString text;
@@ -37,8 +37,8 @@ QString WithNumbersByValue(const QString &name)
     return text;
 }
 
-/// Sorts as a reader of Japanese looks names up, and numbers in them by their value.
-void SortAsPeopleCount(QStringList *names)
+/// Sorts in Japanese collation order, with numbers by value and printable copies last.
+void SortNaturally(QStringList *names)
 {
     const QCollator collator(QLocale(QLocale::Japanese, QLocale::Japan));
     struct Keyed
@@ -55,19 +55,19 @@ void SortAsPeopleCount(QStringList *names)
         if (one.isCopy != other.isCopy)
             return other.isCopy;
         const int order = one.key.compare(other.key);
-        return order != 0 ? order < 0 : one.name < other.name; // "a.txt" and "A.txt" keep their order
+        return order != 0 ? order < 0 : one.name < other.name; // a stable order for "a.txt" and "A.txt"
     });
     std::transform(keyed.begin(), keyed.end(), names->begin(), [](const Keyed &one) { return one.name; });
 }
 
-/// Size and time of a file; those of none where there is no file.
+/// Size and time of a file; 0 and an invalid time if it does not exist.
 FileStamp StampOf(const QString &path)
 {
     const QFileInfo info(path);
     return {info.size(), info.lastModified()};
 }
 
-/// A text in which case and width make no difference.
+/// A text normalised so that case and width make no difference.
 QString Folded(const QString &text)
 {
     return text.normalized(QString::NormalizationForm_KC).toCaseFolded();
@@ -79,12 +79,12 @@ StudyFolder::StudyFolder(const QString &path) : m_path(path) {}
 
 void StudyFolder::Refresh()
 {
-    // What is no regular file is listed too, so that its remark says why it cannot be opened.
+    // Entries other than regular files are listed too, so that their remarks say why they cannot be opened.
     FolderNames found = ListFolder(m_path, ".txt"_L1);
     m_unshowableCount = found.unshowable;
     if (found.names != m_found) { // the system gives the same names in the same order
         m_found = found.names;
-        SortAsPeopleCount(&found.names);
+        SortNaturally(&found.names);
         m_names = found.names;
     }
     m_checked.removeIf([this](const auto &entry) { return StampOf(PathOf(entry.key())) != entry.value().stamp; });
@@ -114,13 +114,13 @@ bool StudyFolder::IsChecked(const QString &name) const
 
 void StudyFolder::Check(const QString &name)
 {
-    const FileStamp stamp = StampOf(PathOf(name)); // of before it is read: whoever writes it meanwhile changes it
+    const FileStamp stamp = StampOf(PathOf(name)); // taken before reading, so that a concurrent write is noticed later
     m_checked.insert(name, {stamp, CheckStudyFile(PathOf(name))});
 }
 
 namespace {
 
-/// A refusal in the few words of a list entry.
+/// A refusal, shortened for the list.
 QString RemarkOn(const TextRefusal &refusal)
 {
     const QString line = QString::number(refusal.line);
@@ -150,7 +150,7 @@ StudyFileFacts CheckContent(const QString &path)
         return {RemarkOn(refusal), 0};
     if (lines.BlankCount() > 0)
         return {QString(), lines.BlankCount()};
-    // Typed with the Japanese input method on, brackets come out full-width, and those hide nothing.
+    // With a Japanese input method on, typed brackets come out full-width, and those hide nothing.
     const bool hasFullWidth = lines.NextLineWith(u'［', 1) > 0 || lines.NextLineWith(u'］', 1) > 0;
     return {hasFullWidth ? u"空欄なし（［ ］は全角）"_s : u"空欄なし"_s, 0};
 }
@@ -160,7 +160,7 @@ StudyFileFacts CheckContent(const QString &path)
 StudyFileFacts CheckStudyFile(const QString &path)
 {
     StudyFileFacts facts = CheckContent(path);
-    // The title goes into the statement that records a session as it is, and a quote ends the text there.
+    // The title goes unescaped into the SQL statement that records a session, where a quote would end the string.
     if (GetFileTitle(path).contains(u'\''))
         facts.remarks += (facts.remarks.isEmpty() ? u""_s : u"、"_s) + u"学習記録なし（名前に '）"_s;
     return facts;

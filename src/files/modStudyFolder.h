@@ -1,4 +1,4 @@
-// The study files of a folder, and what the list says of each.
+// The study files of a folder, and the remarks on them in the list.
 #pragma once
 
 #include <QDateTime>
@@ -8,25 +8,25 @@
 
 #include <utility>
 
-/// What reading a study file has told.
+/// What is known about a study file after reading it.
 struct StudyFileFacts
 {
-    QString remarks; ///< as RemarksOnFile gives them
+    QString remarks; ///< see CheckStudyFile
     int blanks = 0;  ///< 0 for a file that cannot be opened
 };
 
-/// Size in bytes and last change of a file, by which it is told whether it is still the same.
+/// Size in bytes and modification time of a file, by which changes are detected.
 using FileStamp = std::pair<qint64, QDateTime>;
 
 class StudyFolder
 {
   public:
-    /// @param path  the folder; it need not exist, and then lists nothing
+    /// @param path  the folder; if it does not exist, the list is empty
     explicit StudyFolder(const QString &path);
 
-    /// Lists the folder's ".txt" files again: study files first, printable copies last, each as people count, "第2回"
-    /// before "第10回". No file is opened, and the system is asked for the size and time of none but those that were
-    /// checked, which would take longer than the list.
+    /// Lists the folder's ".txt" files again: study files first, printable copies last, both in natural order, "第2回"
+    /// before "第10回". No file is opened, and only checked files are queried for size and time, because that takes
+    /// longer than listing.
     void Refresh();
 
     const QStringList &Names() const
@@ -34,7 +34,7 @@ class StudyFolder
         return m_names;
     }
 
-    /// How many ".txt" files are left out because the system cannot show their names, and so cannot open them.
+    /// Number of ".txt" files left out because their names cannot be decoded, so that they cannot be opened.
     int UnshowableCount() const
     {
         return m_unshowableCount;
@@ -45,19 +45,19 @@ class StudyFolder
         return m_path;
     }
 
-    /// The first of the files that has a title, as GetFileTitle gives it; empty when none has.
+    /// The first file with a title, as GetFileTitle gives it; empty if there is none.
     QString NameOfTitle(const QString &title) const;
 
-    /// The full path of one of the files.
+    /// Full path of one of the files.
     QString PathOf(const QString &name) const;
 
-    /// The facts about one of the files: those of an empty text when it was not checked yet.
+    /// The facts about one of the files; no remarks and 0 blanks if it has not been checked.
     StudyFileFacts Facts(const QString &name) const;
 
-    /// Whether one of the files was checked, and no Refresh has since found it gone, or with another size or time.
+    /// Whether one of the files has been checked, and no Refresh has since found it missing or changed.
     bool IsChecked(const QString &name) const;
 
-    /// Reads one of the files and finds its facts.
+    /// Reads one of the files and stores its facts.
     void Check(const QString &name);
 
   private:
@@ -68,31 +68,31 @@ class StudyFolder
     };
 
     QString m_path;
-    QStringList m_found; // the names in the system's order
+    QStringList m_found; // names in the system's order
     QStringList m_names;
     int m_unshowableCount = 0;
     QHash<QString, Entry> m_checked;
 };
 
-/// Reads a file and says what the user should know of it, in the few words of a list entry. What keeps it from being
-/// opened: "文字コード＝EUC", "12行[ ]指定異常", "12行目 100バイト超過", "64MB超過", "読み込み不可". What it opens
-/// without: "空欄なし", "空欄なし（［ ］は全角）", "学習記録なし（名前に '）". Several are joined by "、"; empty when
-/// there are none.
+/// Reads a file and finds its blanks and the short remarks for the list. Faults that prevent opening it:
+/// "文字コード＝EUC", "12行[ ]指定異常", "12行目 100バイト超過", "64MB超過", "読み込み不可". Hints that do not:
+/// "空欄なし", "空欄なし（［ ］は全角）", "学習記録なし（名前に '）". Several are joined by "、"; without any, remarks
+/// is empty.
 StudyFileFacts CheckStudyFile(const QString &path);
 
 /// Whether a file is a printable copy, by its name.
 bool IsPrintableCopy(const QString &name);
 
-/// Whether a file's name holds every word of a text, whatever their order, case and width.
-/// @param wanted  words separated by blanks; one without words is held by all names
+/// Whether a file name contains every word of a text, in any order, ignoring case and width.
+/// @param wanted  words separated by spaces; without words, every name matches
 bool MatchesFilter(const QString &name, const QString &wanted);
 
-/// What is to be said of a folder below its list: how to begin where it is empty, and how many files it cannot show.
-/// Empty when there is nothing to say.
+/// The note below a folder's list: how to begin if it is empty, and how many files cannot be shown. Empty if neither
+/// applies.
 QString FolderNote(const StudyFolder &folder);
 
-/// The choice a command of the file list works on.
-/// @param selected  name of the selected file, empty when none is
-/// @param isForPrinting  whether it is to be made into a printable copy, which such a copy itself cannot
+/// Checks whether a command of the file list applies to the selection.
+/// @param selected  name of the selected file; empty if none is
+/// @param isForPrinting  whether the command makes a printable copy, which is refused for a file that is one
 /// @return false after a refusal, which message then holds
 bool CheckSelection(const QString &selected, bool isForPrinting, QString *message);

@@ -21,7 +21,7 @@ namespace {
 constexpr QStringView LineEnd = u"\r\n";
 constexpr QStringView NothingMade = u"学習ファイルは作りません。";
 constexpr QChar ZeroWidthSpace(0x200B);
-constexpr qsizetype BeginningCharacters = 30; // of a line that a message quotes
+constexpr qsizetype MaxQuotedChars = 30; // of a line in a message
 
 QString FileNameLine(const QString &name)
 {
@@ -35,7 +35,7 @@ bool IsLayout(QChar character)
            character == u'\u2029';
 }
 
-/// Adds a cell with one blank for each run of characters that would take the text apart.
+/// Appends a cell, with one space for each run of layout characters.
 void AddCell(QStringView cell, QString *text)
 {
     cell = cell.trimmed();
@@ -58,15 +58,15 @@ QString WithFullWidthBrackets(QStringView text)
     return text.toString().replace(u'[', u'［').replace(u']', u'］');
 }
 
-/// The marks by which flash cards hide words: "{{c1::answer}}" or "{{c1::answer::hint}}". One that holds another is
-/// text, and so is its other half.
+/// Markup by which flash cards hide words: "{{c1::answer}}" or "{{c1::answer::hint}}". If clozes are nested, only the
+/// innermost counts; the rest is text.
 const QRegularExpression &Cloze()
 {
     static const QRegularExpression cloze(uR"(\{\{c\d+::((?:(?!\{\{|::|\}\}).)*)(?:::(?:(?!\{\{|\}\}).)*)?\}\})"_s);
     return cloze;
 }
 
-/// Makes blanks of the marks in a cell. @param widened  becomes more by the brackets that were in answers
+/// Turns the clozes of a cell into blanks. @param widened  incremented by the number of brackets in their answers
 QString WithBlanksOfCloze(const QString &cell, qsizetype *widened)
 {
     QString text;
@@ -79,7 +79,7 @@ QString WithBlanksOfCloze(const QString &cell, qsizetype *widened)
         done = mark.capturedEnd();
     }
     text += QStringView(cell).sliced(done);
-    return text.remove(ZeroWidthSpace); // by which our own export keeps apart what is no mark
+    return text.remove(ZeroWidthSpace); // inserted by our own export to break up accidental markup
 }
 
 bool HasCloze(const Table &table)
@@ -97,11 +97,11 @@ bool BracketsPair(QStringView text)
     return IsBracketCountEqual(text) && IsBracketOrderValid(text);
 }
 
-/// Makes the lines of one row after the other.
+/// Builds the lines of a study file row by row.
 class StudyTextMaker
 {
   public:
-    /// @param widened  brackets that have become full-width already
+    /// @param widened  number of brackets already made full-width
     StudyTextMaker(const TableOptions &options, qsizetype widened)
         : m_options(options), m_between(WithFullWidthBrackets(options.between))
     {
@@ -109,7 +109,7 @@ class StudyTextMaker
         std::ranges::replace_if(m_between, IsLayout, u' ');
     }
 
-    /// @param cells  with TAB between them
+    /// @param cells  separated by TAB
     void AddRow(QStringView cells, int rowNumber)
     {
         QString &text = m_study.text;
@@ -172,7 +172,7 @@ class StudyTextMaker
         ++m_study.lines;
     }
 
-    /// Breaks the row that was added last and is too long.
+    /// Breaks the row just added, which is too long.
     void BreakRow(qsizetype start, int rowNumber)
     {
         ++m_study.longRows;
@@ -188,12 +188,12 @@ class StudyTextMaker
             EndLine();
             if (isUnbreakable && m_study.unbreakableRow == 0) {
                 m_study.unbreakableRow = rowNumber;
-                m_study.unbreakable = line.left(BeginningCharacters);
+                m_study.unbreakable = line.left(MaxQuotedChars);
             }
         }
     }
 
-    /// The row broken between columns, as many of them a line as fit.
+    /// The row broken between columns, with as many on a line as fit.
     QStringList LinesOfPieces() const
     {
         QStringList lines;
@@ -210,11 +210,11 @@ class StudyTextMaker
 
     const TableOptions &m_options;
     QString m_between;
-    std::vector<Piece> m_pieces; // of the present row
+    std::vector<Piece> m_pieces; // of the current row
     TableStudyText m_study;
 };
 
-/// The last of the first columns with any text in the rows that are shown; 0 when there is none.
+/// The last of the first `columns` columns that has any text in the rows shown; 0 if none has.
 int LastColumnWithText(const Table &table, int columns)
 {
     for (int column = columns; column > 0; --column)
@@ -224,7 +224,7 @@ int LastColumnWithText(const Table &table, int columns)
     return 0;
 }
 
-/// Whether a cell that is hidden has any text: the first of them nearly always does.
+/// Whether any hidden cell has text. Fast, because one of the first nearly always does.
 bool HidesText(const Table &table, const TableOptions &options)
 {
     for (int row = options.skipsFirstRow ? 2 : 1; row <= table.RowCount(); ++row)
@@ -252,7 +252,7 @@ QString NameWithCell(const TableCells &cells, const CharacterAt &at)
 
 } // namespace
 
-QList<bool> HiddenAtFirst(const Table &table)
+QList<bool> HiddenByDefault(const Table &table)
 {
     QList<bool> isHidden(table.ColumnCount(), false);
     if (HasCloze(table))
@@ -266,10 +266,10 @@ QList<bool> HiddenAtFirst(const Table &table)
     return isHidden;
 }
 
-TableCells CellsOf(const Table &table, const TableOptions &options, int mostRows)
+TableCells CellsOf(const Table &table, const TableOptions &options, int maxRows)
 {
     TableCells cells;
-    const int lastRow = qMin(table.RowCount(), mostRows);
+    const int lastRow = qMin(table.RowCount(), maxRows);
     for (int row = options.skipsFirstRow ? 2 : 1; row <= lastRow; ++row) {
         const qsizetype start = cells.text.size();
         const int count = table.CellCount(row);
@@ -309,7 +309,7 @@ QString PreviewText(const Table &table, const TableOptions &options)
     QStringList lines = StudyTextOf(CellsOf(table, options, PreviewRows), options).text.split(LineEnd.toString());
     lines = lines.first(qMin(lines.size(), qsizetype(PreviewRows)));
     for (QString &line : lines)
-        line.truncate(MaxLineBytes); // one that cannot be broken may have millions
+        line.truncate(MaxLineBytes); // an unbreakable line may have millions of characters
     return lines.join(u'\n');
 }
 
@@ -358,7 +358,7 @@ QString StudyFileTitle(const QString &typed)
     QString title = typed.trimmed();
     if (title.endsWith(u".txt", Qt::CaseInsensitive))
         title = title.chopped(4).trimmed();
-    // A quote would keep sessions from being recorded, and a title ends at the first ".".
+    // A quote would prevent sessions from being recorded, and GetFileTitle ends a title at the first ".".
     return FileNamePart(title).replace(u'\'', u'’').replace(u'.', u'_');
 }
 

@@ -1,6 +1,6 @@
-// Makes a study file from a table: a line a row, with the cells of some columns in "[ ]". First the cells are taken
-// from the table, then their characters are converted (modConvertText), then lines are made of them; whatever cannot be
-// written as it is, is told with the number of its row in the table. The asking is frmTable's.
+// Makes a study file from a table: one line per row, with the cells of some columns in "[ ]". The cells are taken from
+// the table, their characters converted (modConvertText), and lines made of them; whatever cannot be written is
+// reported with its row number in the table. frmTable asks the questions.
 #pragma once
 
 #include "text/modConvertText.h"
@@ -13,92 +13,92 @@
 #include <limits>
 #include <vector>
 
-constexpr int PreviewRows = 20; // of a table, and lines of its study file, that are shown
+constexpr int PreviewRows = 20; // rows of a table, and lines of its study file, shown in the preview
 
 /// How the lines are made.
 struct TableOptions
 {
-    QList<bool> isHidden;                    ///< by column, from the first; columns behind the end are shown
-    QString between = QString(1, u'\u3000'); ///< stands between two cells, first an ideographic space
+    QList<bool> isHidden;                    ///< by column, from the first; columns past the end are shown
+    QString between = QString(1, u'\u3000'); ///< inserted between cells; by default an ideographic space
     bool skipsFirstRow = false;
 };
 
-/// The columns that are hidden unless the user wants others: the last with any text in the rows that are shown. Columns
-/// that the first row lacks count only where that has a single one, or where no other has text: a separator in the text
-/// of one row makes a column too. None where cells hold a cloze, which hides words by itself.
-QList<bool> HiddenAtFirst(const Table &table);
+/// The columns hidden by default: the last with any text in the rows shown. Columns missing from the first row count
+/// only if that has a single column, or if no other column has text, because a separator within a text also starts a
+/// column. None if cells contain a cloze, which hides words by itself.
+QList<bool> HiddenByDefault(const Table &table);
 
-/// Cells as one text that can be converted as a whole.
+/// Cells as one text, to be converted as a whole.
 struct TableCells
 {
-    QString text;                  ///< rows end with CR LF, and TAB stands between cells, of which none holds either
-    std::vector<int> rowNumbers;   ///< by line of the text, the row in the table
-    qsizetype bracketsWidened = 0; ///< brackets that were in answers of a cloze
+    QString text;                  ///< rows end with CR LF, cells are separated by TAB; no cell contains either
+    std::vector<int> rowNumbers;   ///< by line of the text: its row number in the table
+    qsizetype bracketsWidened = 0; ///< brackets in the answers of clozes, now full-width
 };
 
-/// The cells of the rows that have any text. Blanks at the ends of a cell go; line ends and tabs within become a blank.
+/// The cells of all rows that have any text. Cells are trimmed; each run of line ends and tabs inside becomes a space.
 /// A cloze in a shown column, "{{c1::answer}}" or "{{c1::answer::hint}}", becomes "[answer]".
-/// @param mostRows  of the table that are looked at
-TableCells CellsOf(const Table &table, const TableOptions &options, int mostRows = std::numeric_limits<int>::max());
+/// @param maxRows  number of rows of the table to read at most
+TableCells CellsOf(const Table &table, const TableOptions &options, int maxRows = std::numeric_limits<int>::max());
 
 /// The lines of a study file.
 struct TableStudyText
 {
-    QString text; ///< CR LF behind each line
+    QString text; ///< each line ends with CR LF
     int lines = 0;
-    int blanks = 0;                ///< "[ ]" in them
-    qsizetype bracketsWidened = 0; ///< brackets that were in cells, and are full-width now
-    int longRows = 0;              ///< that became several lines
-    int unbreakableRow = 0;        ///< row of the table whose line is too long and has no place to break it; 0 for none
-    QString unbreakable;           ///< the beginning of that line
+    int blanks = 0;                ///< number of "[ ]"
+    qsizetype bracketsWidened = 0; ///< brackets in cells, now full-width
+    int longRows = 0;              ///< rows broken into several lines
+    int unbreakableRow = 0;        ///< first row of the table whose line is too long and cannot be broken; 0 for none
+    QString unbreakable;           ///< beginning of that line
 };
 
-/// Makes the lines. Cells of hidden columns stand in "[ ]", empty cells are left out. Brackets within a hidden cell, or
-/// in a shown one where they do not pair, become full-width; those that pair are blanks that the table's writer marked.
-/// A tab or a line end between cells becomes a blank.
-/// Lines over the limit are broken at blanks and behind stops, or else between columns.
+/// Makes the lines. Cells of hidden columns are put in "[ ]"; empty cells are left out. Brackets in a hidden cell, or
+/// unbalanced ones in a shown cell, become full-width; balanced ones in a shown cell are blanks marked by the author of
+/// the table. A tab or a line end in the text between cells becomes a space.
+/// Lines over the limit are broken at spaces and after punctuation, or failing that between columns.
 TableStudyText StudyTextOf(const TableCells &cells, const TableOptions &options);
 
-/// The first lines as StudyTextOf makes them of the table's first rows, before their characters are converted.
+/// The first lines that StudyTextOf makes of the table's first rows, before character conversion.
 QString PreviewText(const Table &table, const TableOptions &options);
 
-/// What keeps a study file from being made: that it would hold no blank. Empty when there are some.
-/// @param preview  as PreviewText has it, where blanks may be marked already
+/// Why no study file can be made yet: it would have no blank. Empty if it has some.
+/// @param preview  from PreviewText; may contain blanks marked in the table itself
 QString PreviewHint(const Table &table, const TableOptions &options, const QString &preview);
 
 /// The lines as bytes of a study file.
-/// @return false when it would be refused as a whole, or holds nothing to learn; message then holds the whole of it for
-/// the user
+/// @return false if the file would be refused as a whole or has no blank; message then holds the complete text for the
+/// user
 bool EncodeStudyText(const TableStudyText &study, QByteArray *bytes, QString *message);
 
-/// Writes the study file. One that is there already is first kept under a free name.
-/// @param keptName  name of the old file now; empty when there was none
-/// @return false on failure; message then holds the whole of it for the user, and the folder is as it was
+/// Writes the study file, first keeping an existing one under a free name.
+/// @param keptName  receives the new name of the old file; empty if there was none
+/// @return false on failure; message then holds the complete text for the user, and the folder is unchanged
 bool WriteStudyFile(const QString &path, const QByteArray &bytes, QString *keptName, QString *message);
 
-/// A name for a study file without its ".txt", from what was typed or from the name of the table: blanks at its
-/// ends and ".txt" go, and what a file's name or the record of sessions cannot hold is replaced.
+/// The name of a study file without ".txt", from typed text or the name of the table: surrounding spaces and ".txt" are
+/// removed, and characters that a file name or the record of sessions cannot hold are replaced.
 QString StudyFileTitle(const QString &typed);
 
 /// @param title  as StudyFileTitle gives it
-/// @return false when no study file can have that name; message then holds the reason
+/// @return false if no study file may have that name; message then holds the reason
 bool CheckStudyFileTitle(const QString &title, QString *message);
 
-/// @param between  becomes what code page 932 has of it
-/// @return false when that lacks a character of it; message then holds the whole of it for the user
+/// Converts the text between cells for code page 932.
+/// @return false if it has a character that cannot be written; message then holds the complete text for the user
 bool ConvertBetween(QString *between, QString *message);
 
-/// The texts for the user, whole, their lines separated by CR LF.
+/// Complete texts for the user, lines separated by CR LF.
 
-/// @param cells  as they were before the conversion
+/// @param cells  as before the conversion
 QString TableAccentsQuestion(const TableCells &cells, const ConvertedText &converted);
 QString UnwritableCellsMessage(const TableCells &cells, const ConvertedText &converted);
 QString UnbreakableRowMessage(const TableStudyText &study);
 
-/// @param path  of the file that is there
+/// @param path  of the existing file
 QString ReplaceStudyFileQuestion(const QString &path);
 QString StudyFileNotWrittenMessage(const QString &path, const QString &reason);
 
-/// @param keptName  of the file that was there before, empty when there was none
+/// @param keptName  new name of the previous file; empty if there was none
 QString StudyFileMadeMessage(const QString &fileName, const QString &keptName, const Table &table,
                              const TableStudyText &study, const ConvertedText &converted);

@@ -14,7 +14,7 @@ bool StudyTallies::ReadRecent(const QDate &today)
 {
     if (!m_firstRecentDay.isValid()) {
         m_firstRecentDay = today;
-        m_unread = SessionSpans(QDate(1, 1, 1), today.addDays(-1)); // no text of four digits is an earlier year
+        m_unread = SessionSpans(QDate(1, 1, 1), today.addDays(-1)); // 0001 is the earliest four-digit year
     }
     m_recent.clear();
     const int dayCount = int(qMax(qint64(0), m_firstRecentDay.daysTo(today))) + 1;
@@ -53,7 +53,7 @@ bool StudyTallies::Read(const QDate &endDate, int dayCount, ByTitle *tallies, qs
     for (int row = 1; row < int(table.size()); ++row) {
         const RowValues values(table, row);
         StudyTally &tally = (*tallies)[values[fileColumn].toString()];
-        if (tally.times++ == 0) // the newest day comes first
+        if (tally.times++ == 0) // rows start with the newest day
             tally.lastDay = DateFromText(values[dayColumn]);
     }
     return isRead;

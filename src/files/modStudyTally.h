@@ -1,5 +1,5 @@
-// How often each study file was studied and when last: the record of one user over all years, read span by span, so
-// that the list of files need not wait for it.
+// How often and when last each study file was studied: one user's record over all years, read span by span so that the
+// list of files need not wait for it.
 #pragma once
 
 #include "files/modSessionSpans.h"
@@ -7,11 +7,11 @@
 
 #include <QHash>
 
-/// The sessions with one study file in which something was answered.
+/// The sessions with one study file that have at least one answer.
 struct StudyTally
 {
     int times = 0;
-    QDate lastDay; ///< invalid where there is none
+    QDate lastDay; ///< invalid if there is none
 };
 
 class StudyTallies
@@ -19,19 +19,19 @@ class StudyTallies
   public:
     StudyTallies(StudyDatabase &database, const QString &userName);
 
-    /// Reads anew what was recorded since the first call, in which that is the day itself; the rest is read by
-    /// ReadNext.
-    /// @return false after a database fault, which the user was told
+    /// Reads again what has been recorded since the day of the first call, that day included. ReadNext reads the
+    /// earlier days.
+    /// @return false after a database fault, which has been reported to the user
     bool ReadRecent(const QDate &today);
 
-    /// Reads one more span of days before that, the newest first.
-    /// @return whether there is more to read. After a database fault, which the user was told, there is not
+    /// Reads one more span of earlier days, newest first.
+    /// @return whether there is more to read; false after a database fault, which has been reported to the user
     bool ReadNext();
 
-    /// Of the study file of a title, as far as it was read.
+    /// Tally of the study file with a title, as far as the record has been read.
     StudyTally Of(const QString &title) const;
 
-    /// Whether nothing was studied, as far as it was read.
+    /// Whether nothing was studied, as far as the record has been read.
     bool IsEmpty() const
     {
         return m_recent.isEmpty() && m_before.isEmpty();
@@ -50,8 +50,8 @@ class StudyTallies
     ByTitle m_before;
 };
 
-/// What the list shows of a study file that can be opened: "67問", "3回", "11/24". The day of a session a year ago or
-/// longer is only its year, "2023年"; without a session the last two are empty.
+/// What the list shows for a study file that can be opened: "67問", "3回", "11/24". If the last session was a year ago
+/// or more, only its year is shown, "2023年"; without a session, the last two are empty.
 QStringList StudyFigures(int blanks, const StudyTally &tally, const QDate &today);
 
 /// The same as a sentence: "67問、3回、最後は2026/11/24".

@@ -10,7 +10,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-constexpr qsizetype MostShown = 5; // names or failures in one message
+constexpr qsizetype MaxShown = 5; // names or failures in one message
 
 bool IsTextOrPicture(const QString &name)
 {
@@ -26,10 +26,10 @@ QString NameOf(const QString &path)
 QString Indented(const QStringList &lines)
 {
     QString text;
-    for (const QString &line : lines.first(qMin(MostShown, lines.size())))
+    for (const QString &line : lines.first(qMin(MaxShown, lines.size())))
         text += u"\r\n  "_s + line;
-    if (lines.size() > MostShown)
-        text += u"\r\n  ほかに"_s + QString::number(lines.size() - MostShown) + u"個"_s;
+    if (lines.size() > MaxShown)
+        text += u"\r\n  ほかに"_s + QString::number(lines.size() - MaxShown) + u"個"_s;
     return text;
 }
 
@@ -53,7 +53,7 @@ FilesToTake SortFilesToTake(const QStringList &paths, const QString &folder)
 {
     const QString ownFolder = QFileInfo(folder).canonicalFilePath();
     FilesToTake files;
-    QStringList seen; // in lower case: they would be one file on some systems
+    QStringList seen; // in lower case, because some file systems ignore case
     for (const QString &path : paths) {
         const QFileInfo info(path);
         if (info.isDir() || !IsTextOrPicture(path)) {

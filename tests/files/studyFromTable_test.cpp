@@ -109,7 +109,7 @@ TEST(ReadTableBytes, WhatIsNoTableIsRefusedWithTheReason)
     EXPECT_EQ(TableNotReadMessage(u"t.csv"_s, TooManyColumns(101)),
               u"次のファイルは，表として読めません。\r\n    ファイル名＝t.csv\r\n    理由＝列が101列あります。\r\n\r\n"
               u"100列までの表を選んでください。"_s);
-    EXPECT_EQ(TableOf("a" + QByteArray(99, ',')).ColumnCount(), MostColumns);
+    EXPECT_EQ(TableOf("a" + QByteArray(99, ',')).ColumnCount(), MaxColumns);
 }
 
 TEST(ReadTableBytes, TheUsersCodeAndSeparatorGoBeforeWhatIsFound)
@@ -150,7 +150,7 @@ TEST(StudyTextOf, MakesALineOfEachRow)
     EXPECT_EQ(StudyOf(u"word,meaning\na,b"_s, options).text, u"[a]  b\r\n"_s);
 }
 
-TEST(HiddenAtFirst, IsTheLastColumnWithText)
+TEST(HiddenByDefault, IsTheLastColumnWithText)
 {
     const QString emptyRows = u"a,\n"_s.repeated(PreviewRows);
     const Rows<const char *, QString, QList<bool>, QString> rows = {
@@ -165,7 +165,7 @@ TEST(HiddenAtFirst, IsTheLastColumnWithText)
     };
     for (const auto &[name, csv, isHidden, hint] : rows) {
         const Table table = TableOf(csv.toUtf8());
-        EXPECT_EQ(HiddenAtFirst(table), isHidden) << name;
+        EXPECT_EQ(HiddenByDefault(table), isHidden) << name;
         EXPECT_EQ(PreviewHint(table, Hiding(isHidden), PreviewText(table, Hiding(isHidden))), hint) << name;
     }
     const TableOptions nothing = Hiding({false, false});
@@ -214,7 +214,7 @@ TEST(StudyTextOf, AClozeOfAShownColumnBecomesABlank)
         EXPECT_EQ(study.bracketsWidened, widened) << name;
     }
     EXPECT_EQ(StudyOf(u"{{c1::a}}"_s, Hiding({true})).text, u"[{{c1::a}}]\r\n"_s);
-    EXPECT_EQ(HiddenAtFirst(TableOf("a\t{{c1::b}}")), QList<bool>({false, false}));
+    EXPECT_EQ(HiddenByDefault(TableOf("a\t{{c1::b}}")), QList<bool>({false, false}));
 }
 
 TEST(StudyTextOf, AnAnkiExportComesBack)
@@ -226,7 +226,7 @@ TEST(StudyTextOf, AnAnkiExportComesBack)
     QString message;
     ASSERT_TRUE(MakeExport(folder.WriteStudyFile(u"a.txt"_s, lines), ExportKind::Anki, &exported, &message));
     const Table table = TableOf(exported);
-    const TableOptions options = Hiding(HiddenAtFirst(table));
+    const TableOptions options = Hiding(HiddenByDefault(table));
     EXPECT_EQ(StudyTextOf(CellsOf(table, options), options).text, lines.join(u"\r\n"_s) + u"\r\n"_s);
 }
 
