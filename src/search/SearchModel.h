@@ -1,5 +1,5 @@
-// The entries of the search window's list: the typed text, where there is one, and the keywords that contain it, each
-// with the number of its places as far as they are counted.
+// List model of the search window: the typed text, if any, and the keywords that contain it, each with the number of
+// its hits counted so far.
 #pragma once
 
 #include "search/modSearch.h"
@@ -13,10 +13,10 @@ class SearchModel : public QAbstractListModel
   public:
     SearchModel(KeywordSearch &search, QObject *parent);
 
-    /// Lists the entries for a typed text. @param startLine  line at which its places are counted first
+    /// Lists the entries for a typed text. @param startLine  line from which its hits are counted
     void SetFilter(const QString &typed, int startLine);
 
-    /// The places of the typed text. Valid until the next call of SetFilter.
+    /// The hits of the typed text. Valid until the next call of SetFilter.
     Hits &TypedHits()
     {
         return *m_typedHits;
@@ -30,10 +30,10 @@ class SearchModel : public QAbstractListModel
     /// What an entry searches for.
     QString SearchText(int row) const;
 
-    /// Shows the counts as they are by now.
+    /// Shows the current counts.
     void ShowCounts();
 
-    /// Moves the keywords that the text has before the others. An entry that is chosen stays so.
+    /// Moves the keywords with hits to the front. A selected entry stays selected.
     void PutFoundFirst();
 
     int rowCount(const QModelIndex &parent = QModelIndex()) const override;

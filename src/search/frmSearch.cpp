@@ -22,7 +22,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-constexpr int ShowEveryMs = 100; // counts that change more often cannot be read
+constexpr int ShowEveryMs = 100; // counts that change faster cannot be read
 
 } // namespace
 
@@ -50,7 +50,7 @@ void frmSearch::AddControls()
     lblHint->setTextFormat(Qt::PlainText);
     lblHint->setWordWrap(true);
     lblHint->setVisible(!m_search.List().fault.isEmpty());
-    // Its space is reserved: the list must not move under the pointer.
+    // Reserves its space, so that the list does not move under the pointer.
     lblFound->setMinimumSize(lblFound->fontMetrics().size(0, u"000000 / 000000　先頭に戻りました"_s));
     txtSearch->setObjectName(u"txtSearch"_s);
     txtSearch->setPlaceholderText(u"キーワードまたは本文の言葉"_s);
@@ -59,9 +59,9 @@ void frmSearch::AddControls()
     lstKeyword->setAccessibleName(u"キーワード"_s);
     lstKeyword->setObjectName(u"lstKeyword"_s);
     lstKeyword->setModel(m_entries);
-    lstKeyword->setUniformItemSizes(true); // thousands of rows are not measured one by one
+    lstKeyword->setUniformItemSizes(true); // avoids measuring thousands of rows
     lstKeyword->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    lstKeyword->setTextElideMode(Qt::ElideMiddle); // of a long word, not of the number of its places
+    lstKeyword->setTextElideMode(Qt::ElideMiddle); // keeps the count after a long word
     lstKeyword->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     lstKeyword->setMinimumHeight(4 * fontMetrics().height());
 }
@@ -91,7 +91,7 @@ void frmSearch::changeEvent(QEvent *event)
         DimPlaceholder();
 }
 
-/// Not every dark palette has a light colour for this.
+/// Sets the placeholder colour, because not every dark palette has a readable one.
 void frmSearch::DimPlaceholder()
 {
     QPalette dimmed;
@@ -100,13 +100,13 @@ void frmSearch::DimPlaceholder()
     txtSearch->setPalette(dimmed);
 }
 
-/// Where the window comes up: the first time beside its owner.
+/// Where to open the window: beside its owner the first time, later where it was.
 QPoint frmSearch::PlaceOfWindow() const
 {
     if (m_wasPlaced || !parentWidget())
         return pos();
     const QWidget *const owner = parentWidget()->window();
-    const QSize frame = owner->frameGeometry().size() - owner->size(); // this window will have the same
+    const QSize frame = owner->frameGeometry().size() - owner->size(); // assumed for this window too
     return PlaceBeside(owner->frameGeometry(), size() + frame, owner->screen()->availableGeometry());
 }
 
@@ -121,7 +121,7 @@ void frmSearch::Open()
     activateWindow();
     txtSearch->setFocus();
     txtSearch->selectAll();
-    CountOn(); // what was left when it was closed
+    CountOn(); // resumes what closing the window interrupted
 }
 
 void frmSearch::SetText(const DisplayText *text)
@@ -131,16 +131,16 @@ void frmSearch::SetText(const DisplayText *text)
     Refresh();
 }
 
-/// Lists the entries for what is typed. Nothing is searched for yet.
+/// Lists the entries for the typed text and ends the current search.
 void frmSearch::Refresh()
 {
     m_wanted.clear();
     m_hits = nullptr;
     m_keywordHits.reset();
-    m_wish.reset();
+    m_pendingStep.reset();
     m_step = HitStep();
     m_entries->SetFilter(txtSearch->text(), m_topLine());
-    lstKeyword->scrollToTop(); // where it stands whether the text is found at all
+    lstKeyword->scrollToTop(); // shows the first row, the hits of the typed text
     lblFound->clear();
     m_sinceShown.invalidate();
     CountOn();
@@ -149,10 +149,10 @@ void frmSearch::Refresh()
 void frmSearch::CountOn()
 {
     const QDeadlineTimer until(m_sliceMs, Qt::PreciseTimer);
-    if (m_wish)
+    if (m_pendingStep)
         TryStep(until);
-    // Nobody sees the numbers of a window that is closed, but for the one on the page's own line.
-    const bool isAllCounted = !m_wish && (!m_hits || m_hits->CountOn(until)) &&
+    // While the window is closed, only the count in the study window is visible.
+    const bool isAllCounted = !m_pendingStep && (!m_hits || m_hits->CountOn(until)) &&
                               (isHidden() || (m_entries->TypedHits().CountOn(until) && m_search.CountOn(until)));
     if (isAllCounted)
         m_counting->stop();
@@ -169,19 +169,19 @@ void frmSearch::CountOn()
     ShowState();
 }
 
-/// Tells how far the search is, here and in the window of the page.
+/// Shows the state of the search here and in the study window.
 void frmSearch::ShowState()
 {
     if (!m_hits)
         return;
     const QString where =
-        m_wish ? QString(u"探しています　"_s + CountText(m_hits->Count(), false)) : StepText(*m_hits, m_step);
-    const QString wrap = m_wish ? QString() : WrapText(m_step, m_wasBackwards);
+        m_pendingStep ? QString(u"探しています　"_s + CountText(m_hits->Count(), false)) : StepText(*m_hits, m_step);
+    const QString wrap = m_pendingStep ? QString() : WrapText(m_step, m_wasBackwards);
     const QString whole = wrap.isEmpty() ? where : QString(where + u'　' + wrap);
     if (whole == lblFound->text())
         return;
     lblFound->setText(whole);
-    Q_EMIT StateChanged(m_wanted, m_wish || m_step.span.line > 0, where, wrap);
+    Q_EMIT StateChanged(m_wanted, m_pendingStep || m_step.span.line > 0, where, wrap);
 }
 
 void frmSearch::txtSearch_Change()
@@ -210,22 +210,22 @@ void frmSearch::cmdBack_Click()
 
 void frmSearch::GoOn(bool backwards)
 {
-    // Without a choice of the learner's, what was typed is meant.
+    // Without a selection, search for the typed text.
     const QModelIndex chosen = lstKeyword->currentIndex();
     const int row = chosen.isValid() ? chosen.row() : 0;
     if (row >= m_entries->rowCount() || (!chosen.isValid() && txtSearch->text().isEmpty()))
         return;
     const bool isNew = TakeEntry(row);
-    // Another entry goes on from the last place as well, unless the learner has left it for another page since.
+    // Another entry also continues from the last hit, unless the user has moved to another page since.
     const bool goesOn = m_step.span.line > 0 && (!isNew || m_topLine() == m_topAtStep);
-    m_wish = Wish{goesOn ? m_step.span : TextSpan{.line = m_topLine()}, backwards};
-    lblFound->clear(); // so that the same place is told again
+    m_pendingStep = PendingStep{goesOn ? m_step.span : TextSpan{.line = m_topLine()}, backwards};
+    lblFound->clear(); // so that ShowState reports even an unchanged state
     CountOn();
     ShowState();
 }
 
-/// Searches for an entry from now on.
-/// @return whether another one was searched for before
+/// Makes an entry the one searched for.
+/// @return whether it was not already
 bool frmSearch::TakeEntry(int row)
 {
     const QString wanted = m_entries->SearchText(row);
@@ -241,12 +241,12 @@ bool frmSearch::TakeEntry(int row)
 
 void frmSearch::TryStep(const QDeadlineTimer &until)
 {
-    const std::optional<HitStep> step = m_hits->Next(m_wish->from, m_wish->isBackwards, until);
+    const std::optional<HitStep> step = m_hits->Next(m_pendingStep->from, m_pendingStep->isBackwards, until);
     if (!step)
         return;
     m_step = *step;
-    m_wasBackwards = m_wish->isBackwards;
-    m_wish.reset();
+    m_wasBackwards = m_pendingStep->isBackwards;
+    m_pendingStep.reset();
     Q_EMIT SpanChosen(m_step.span);
     m_topAtStep = m_topLine();
 }

@@ -15,15 +15,15 @@ const std::vector<char16_t> &FoldedCharacters()
     return folded;
 }
 
-/// Characters that are looked at together: enough for the compiler to use wide registers.
+/// Characters compared at once: enough for the compiler to vectorise.
 constexpr qsizetype BlockSize = 64;
 
-/// Marks where in a block the first and the last character of the wanted text stand as far apart as they should.
-/// @return whether there is such a place
+/// Marks the positions of a block where both the first and the last character of the wanted text match.
+/// @return whether there is any
 bool MarkPlaces(const char16_t *first, const char16_t *last, const std::array<char16_t, 4> &firsts,
                 const std::array<char16_t, 4> &lasts, std::array<char16_t, BlockSize> *marks)
 {
-    // Copies: a store to the marks could change what is behind a reference.
+    // Copies, because a store to the marks might alias references.
     const auto [a, b, c, d] = firsts;
     const auto [p, q, r, s] = lasts;
     char16_t any = 0;
@@ -85,8 +85,8 @@ void PlainFinder::AddSpans(const DisplayText &text, int first, int last, std::ve
     int line = first;
     qsizetype lineStart = 0;
     qsizetype lineEnd = text.Line(line).size();
-    qsizetype free = 0; // behind the last place
-    // Whether the wanted text stands at a place that was marked, and on which line, is asked there only.
+    qsizetype free = 0; // end of the last hit
+    // Compares the whole text, and determines the line, only at marked positions.
     const auto take = [&](qsizetype place) {
         if (place < free || !BeginsWithFolded(m_fold, lines.sliced(place), m_wanted))
             return;

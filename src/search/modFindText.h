@@ -1,4 +1,4 @@
-// Finds a text in the lines of the open file, case ignored. Lines and columns are numbered from 1.
+// Finds a text in the lines of the open file, ignoring case. Lines and columns are numbered from 1.
 #pragma once
 
 #include "text/modDisplayText.h"
@@ -6,18 +6,18 @@
 #include <array>
 #include <vector>
 
-/// Finds the places of one thing that is searched for.
+/// Finds the hits of one search.
 class TextFinder
 {
   public:
     virtual ~TextFinder() = default;
 
-    /// Appends the places on lines first..last, 1 <= first <= last <= number of lines, in file order.
+    /// Appends the hits on lines first..last, 1 <= first <= last <= number of lines, in file order.
     virtual void AddSpans(const DisplayText &text, int first, int last, std::vector<TextSpan> *spans) const = 0;
 };
 
-/// A character as it is compared where case is ignored: as Qt::CaseInsensitive has it. A text in code page 932 holds no
-/// surrogates, so that each half of one may be folded by itself.
+/// Folds characters for comparison as Qt::CaseInsensitive does. Text in code page 932 has no surrogates, so UTF-16
+/// units can be folded one by one.
 class CaseFolding
 {
   public:
@@ -30,22 +30,22 @@ class CaseFolding
 
     QString Folded(const QString &text) const;
 
-    /// The characters that are folded to the same one, which is one of them; several places may hold the same. More
-    /// than these do not exist in the Basic Multilingual Plane.
+    /// All characters that fold to a folded one, itself included, padded with duplicates. There are never more than
+    /// four in the Basic Multilingual Plane.
     std::array<char16_t, 4> Variants(char16_t folded) const;
 
   private:
     const std::vector<char16_t> &m_folded; // of every character
 };
 
-/// Whether the text of a view begins with a text that is folded.
+/// Whether a view begins with a text, ignoring case. @param folded  the text, already folded
 bool BeginsWithFolded(const CaseFolding &fold, QStringView view, QStringView folded);
 
-/// Finds a plain text within lines. Places do not overlap: the next one is searched for behind the last.
+/// Finds a plain text within lines. Hits do not overlap: the search resumes after each hit.
 class PlainFinder : public TextFinder
 {
   public:
-    /// @param wanted  an empty one is found nowhere
+    /// @param wanted  if empty, there are no hits
     explicit PlainFinder(const QString &wanted);
 
     void AddSpans(const DisplayText &text, int first, int last, std::vector<TextSpan> *spans) const override;

@@ -50,33 +50,33 @@ QString WrapText(const HitStep &step, bool backwards)
     return backwards ? u"末尾に戻りました"_s : u"先頭に戻りました"_s;
 }
 
-Hits::Hits(const DisplayText *text, std::unique_ptr<TextFinder> finder, int startLine, int stretchLines)
-    : m_text(text), m_finder(std::move(finder)), m_stretchLines(stretchLines),
-      m_counts(size_t(text ? (text->LineCount() + stretchLines - 1) / stretchLines : 0), NotCounted)
+Hits::Hits(const DisplayText *text, std::unique_ptr<TextFinder> finder, int startLine, int chunkLines)
+    : m_text(text), m_finder(std::move(finder)), m_chunkLines(chunkLines),
+      m_counts(size_t(text ? (text->LineCount() + chunkLines - 1) / chunkLines : 0), NotCounted)
 {
     if (!m_counts.empty())
-        m_next = std::min(StretchOf(std::max(startLine, 1)), m_counts.size() - 1);
+        m_next = std::min(ChunkOf(std::max(startLine, 1)), m_counts.size() - 1);
 }
 
-void Hits::AddSpans(size_t stretch, std::vector<TextSpan> *spans) const
+void Hits::AddSpans(size_t chunk, std::vector<TextSpan> *spans) const
 {
-    const int first = int(stretch) * m_stretchLines + 1;
-    m_finder->AddSpans(*m_text, first, std::min(first + m_stretchLines - 1, m_text->LineCount()), spans);
+    const int first = int(chunk) * m_chunkLines + 1;
+    m_finder->AddSpans(*m_text, first, std::min(first + m_chunkLines - 1, m_text->LineCount()), spans);
 }
 
-std::vector<TextSpan> Hits::SpansOf(size_t stretch) const
+std::vector<TextSpan> Hits::SpansOf(size_t chunk) const
 {
     std::vector<TextSpan> spans;
-    AddSpans(stretch, &spans);
+    AddSpans(chunk, &spans);
     return spans;
 }
 
-void Hits::CountStretch(size_t stretch)
+void Hits::CountChunk(size_t chunk)
 {
     m_spans.clear();
-    AddSpans(stretch, &m_spans);
-    m_counts[stretch] = int(m_spans.size());
-    m_total += m_counts[stretch];
+    AddSpans(chunk, &m_spans);
+    m_counts[chunk] = int(m_spans.size());
+    m_total += m_counts[chunk];
     ++m_counted;
 }
 
@@ -85,7 +85,7 @@ bool Hits::CountOn(const QDeadlineTimer &until)
     while (!IsComplete()) {
         while (m_counts[m_next] != NotCounted)
             m_next = (m_next + 1) % m_counts.size();
-        CountStretch(m_next);
+        CountChunk(m_next);
         if (until.hasExpired())
             break;
     }
@@ -94,9 +94,9 @@ bool Hits::CountOn(const QDeadlineTimer &until)
 
 int Hits::NumberOf(const TextSpan &hit) const
 {
-    const size_t stretch = StretchOf(hit.line);
-    const std::vector<TextSpan> spans = SpansOf(stretch);
-    return std::accumulate(m_counts.begin(), m_counts.begin() + std::ptrdiff_t(stretch), 0) +
+    const size_t chunk = ChunkOf(hit.line);
+    const std::vector<TextSpan> spans = SpansOf(chunk);
+    return std::accumulate(m_counts.begin(), m_counts.begin() + std::ptrdiff_t(chunk), 0) +
            int(std::upper_bound(spans.begin(), spans.end(), hit, IsBefore) - spans.begin());
 }
 
@@ -105,20 +105,20 @@ std::optional<HitStep> Hits::Next(const TextSpan &from, bool backwards, const QD
     if (m_counts.empty())
         return HitStep();
     const size_t count = m_counts.size();
-    const size_t start = std::min(StretchOf(std::max(from.line, 1)), count - 1);
+    const size_t start = std::min(ChunkOf(std::max(from.line, 1)), count - 1);
     bool hasCounted = false;
-    // All stretches from the one of the place on, and at last that one again, whose other part is searched then.
+    // All chunks starting with the one of the position, and finally that one again for its other part.
     for (size_t i = 0; i <= count; ++i) {
-        const size_t stretch = (start + (backwards ? count - i % count : i)) % count;
-        if (m_counts[stretch] == NotCounted) {
+        const size_t chunk = (start + (backwards ? count - i % count : i)) % count;
+        if (m_counts[chunk] == NotCounted) {
             if (hasCounted && until.hasExpired())
                 return std::nullopt;
-            CountStretch(stretch);
+            CountChunk(chunk);
             hasCounted = true;
         }
-        if (m_counts[stretch] == 0)
+        if (m_counts[chunk] == 0)
             continue;
-        const std::vector<TextSpan> spans = SpansOf(stretch);
+        const std::vector<TextSpan> spans = SpansOf(chunk);
         const TextSpan span = i == 0 ? NextSpan(spans, from, backwards) : backwards ? spans.back() : spans.front();
         const bool isWrapped = backwards ? !IsBefore(span, from) : !IsBefore(from, span);
         if (i > 0 || !isWrapped)

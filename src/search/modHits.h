@@ -1,5 +1,5 @@
-// The places of one search in the open text. They are counted bit by bit, stretch of lines by stretch, so that whoever
-// waits for them can do something else in between; the places themselves are found again when they are asked for.
+// The hits of one search in the open text. They are counted incrementally, one chunk of lines at a time, so that the
+// caller can do other work in between; only counts are stored, and the hits of a chunk are found again on request.
 #pragma once
 
 #include "search/modFindText.h"
@@ -9,22 +9,22 @@
 #include <memory>
 #include <optional>
 
-/// A step to another place.
+/// A step to another hit.
 struct HitStep
 {
-    TextSpan span;          ///< nowhere when there are no places
-    bool isWrapped = false; ///< whether it led past the end of the text, or backwards past its start
+    TextSpan span;          ///< on line 0 if there are no hits
+    bool isWrapped = false; ///< whether it passed the end of the text, or backwards its start
 };
 
 class Hits
 {
   public:
-    /// @param text         outlives this; nullptr has no places
-    /// @param startLine    where the learner is: this stretch is counted first, then those behind it, round the text
-    /// @param stretchLines lines of a stretch
-    Hits(const DisplayText *text, std::unique_ptr<TextFinder> finder, int startLine, int stretchLines = 1024);
+    /// @param text        must outlive this object; nullptr has no hits
+    /// @param startLine   the user's position: its chunk is counted first, then those after it, wrapping around
+    /// @param chunkLines  lines per chunk
+    Hits(const DisplayText *text, std::unique_ptr<TextFinder> finder, int startLine, int chunkLines = 1024);
 
-    /// Counts until a moment, but one stretch at least.
+    /// Counts until a deadline, but at least one chunk.
     /// @return whether all is counted
     bool CountOn(const QDeadlineTimer &until);
 
@@ -33,54 +33,54 @@ class Hits
         return m_counted == m_counts.size();
     }
 
-    /// The number of places, as far as they are counted.
+    /// Number of hits counted so far.
     int Count() const
     {
         return m_total;
     }
 
-    /// The number of a place in file order, from 1. Once all is counted.
+    /// Number of a hit in file order, from 1. Requires IsComplete().
     int NumberOf(const TextSpan &hit) const;
 
-    /// Goes to the first place behind a given one in file order, and from the end on again from the start; backwards to
-    /// the last one before it. Counts for that until a moment, but one stretch at least.
-    /// @return nothing when the moment has come first: called again it goes on from there
+    /// Finds the first hit after a position in file order, wrapping around at the end; backwards the last one before
+    /// it. Counts as needed until a deadline, but at least one chunk.
+    /// @return nothing if the deadline came first; another call resumes there
     std::optional<HitStep> Next(const TextSpan &from, bool backwards, const QDeadlineTimer &until);
 
   private:
-    void AddSpans(size_t stretch, std::vector<TextSpan> *spans) const;
-    std::vector<TextSpan> SpansOf(size_t stretch) const;
-    void CountStretch(size_t stretch);
+    void AddSpans(size_t chunk, std::vector<TextSpan> *spans) const;
+    std::vector<TextSpan> SpansOf(size_t chunk) const;
+    void CountChunk(size_t chunk);
 
-    size_t StretchOf(int line) const
+    size_t ChunkOf(int line) const
     {
-        return size_t((line - 1) / m_stretchLines);
+        return size_t((line - 1) / m_chunkLines);
     }
 
     const DisplayText *m_text;
     std::unique_ptr<TextFinder> m_finder;
-    int m_stretchLines;
-    std::vector<int> m_counts;     // of each stretch, NotCounted at first
-    size_t m_counted = 0;          // stretches
-    size_t m_next = 0;             // stretch to count
-    int m_total = 0;               // places
-    std::vector<TextSpan> m_spans; // of the stretch that is being counted
+    int m_chunkLines;
+    std::vector<int> m_counts;     // hits of each chunk, NotCounted at first
+    size_t m_counted = 0;          // number of chunks counted
+    size_t m_next = 0;             // next chunk to count
+    int m_total = 0;               // hits
+    std::vector<TextSpan> m_spans; // of the chunk being counted
 };
 
-/// The order of places in a file.
+/// File order of spans.
 bool IsBefore(const TextSpan &first, const TextSpan &second);
 
-/// The first place behind a given one in file order, and from the end on again from the start; backwards the last place
-/// before it. @param spans  in file order
-/// @return nowhere when there are no places
+/// The first span after a position in file order, wrapping around at the end; backwards the last one before it.
+/// @param spans  in file order
+/// @return a span on line 0 if there are none
 TextSpan NextSpan(const std::vector<TextSpan> &spans, const TextSpan &from, bool backwards);
 
-/// What is said of the number of places: 「6か所」, or 「6か所…」 while they are counted.
+/// Text for the number of hits: 「6か所」, or 「6か所…」 while counting.
 QString CountText(int count, bool isComplete);
 
-/// What is said of a place that was gone to: 「2 / 6」 once all is counted.
+/// Text for a step: 「2 / 6」 once all is counted, the count until then; 「見つかりません」 if there are no hits.
 QString StepText(const Hits &hits, const HitStep &step);
 
-/// What is said of a step that led past an end of the text, 「先頭に戻りました」 or backwards 「末尾に戻りました」;
-/// empty for any other.
+/// Text for a step that wrapped around: 「先頭に戻りました」, or backwards 「末尾に戻りました」; empty for any other
+/// step.
 QString WrapText(const HitStep &step, bool backwards);

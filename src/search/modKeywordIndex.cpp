@@ -6,16 +6,16 @@
 
 namespace {
 
-constexpr char16_t NoCharacter = 0; // behind the end of a line
+constexpr char16_t NoCharacter = 0; // past the end of a line
 
-/// Letters of ASCII and the apostrophe.
+/// ASCII letters and the apostrophe.
 bool IsWordCharacter(QChar character)
 {
     const char16_t c = character.unicode();
     return char16_t((c | 0x20) - u'a') < 26 || c == u'\'';
 }
 
-/// The words of a line, runs of word characters, with their 0-based places.
+/// Visits the words of a line, which are runs of word characters, with their 0-based positions.
 template <typename Visit>
 void ForEachWord(QStringView line, const Visit &visit)
 {
@@ -29,7 +29,7 @@ void ForEachWord(QStringView line, const Visit &visit)
     }
 }
 
-/// Goes on from the hash of a text to that of the text with another character.
+/// Hash of a text extended by a character. @param hash  of the text
 quint32 HashWith(quint32 hash, char16_t character)
 {
     return (hash ^ character) * 0x01000193u;
@@ -53,7 +53,7 @@ size_t SlotOf(char16_t first, char16_t second)
     return (first * 0x9E3Bu + second * 0x85EBu) & 0xFFFF;
 }
 
-/// Finds the words that are a form of one keyword.
+/// Finds the words that are forms of one keyword.
 class WordFinder : public TextFinder
 {
   public:
@@ -104,7 +104,7 @@ int KeywordIndex::KeywordOfWord(QStringView word) const
     QVarLengthArray<quint32, 128> hashes(word.size() + 1); // of the first n characters at [n]
     hashes[0] = 0;
     for (qsizetype i = 0; i < word.size(); ++i) {
-        lower[i] = char16_t(word[i].unicode() | 0x20); // which leaves an apostrophe alone
+        lower[i] = char16_t(word[i].unicode() | 0x20); // leaves an apostrophe unchanged
         hashes[i + 1] = HashWith(hashes[i], lower[i]);
     }
     const QStringView text(lower.constData(), lower.size());
@@ -123,7 +123,7 @@ void KeywordIndex::CountPlainAt(size_t slot, QStringView rest, KeywordCounts *co
     for (int at = m_slots[slot]; at > 0; at = m_plain[size_t(at) - 1].next) {
         const PlainKeyword &plain = m_plain[size_t(at) - 1];
         const size_t i = size_t(plain.keyword) - 1;
-        // Places do not overlap. Another keyword, or the same one by another slot, may have this one too.
+        // Skips overlapping hits, hits already counted through a colliding slot, and other keywords in this slot.
         if (rest.begin() < counts->end[i] || !BeginsWithFolded(m_fold, rest, plain.folded))
             continue;
         counts->end[i] = rest.begin() + plain.folded.size();

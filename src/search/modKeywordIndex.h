@@ -1,6 +1,5 @@
-// Finds all keywords of a list in one pass over the text. An English keyword, made of letters and apostrophes, is found
-// by word, an inflected form counting for its base form; any other is found as plain text. Keywords are numbered
-// from 1.
+// Finds all keywords of a list in one pass over the text. An English keyword, made of letters and apostrophes, matches
+// whole words, including its inflected forms; any other matches as plain text. Keywords are numbered from 1.
 #pragma once
 
 #include "search/modFindText.h"
@@ -10,33 +9,33 @@
 
 #include <bitset>
 
-/// How often the keywords were found so far.
+/// How often each keyword has been found so far.
 struct KeywordCounts
 {
     std::vector<int> count;         ///< of keyword n at [n - 1]
-    std::vector<const QChar *> end; ///< where in the text its last place ended, for plain text
+    std::vector<const QChar *> end; ///< end of its last hit in the text, for plain text
 };
 
 class KeywordIndex
 {
   public:
-    /// @param keywords  in lower case, none of them empty
+    /// @param keywords  in lower case, none empty
     explicit KeywordIndex(const QStringList &keywords);
 
-    /// The keyword that an English word is or is a form of, by the rules of inflection; 0 = none.
+    /// The keyword that an English word equals or is an inflected form of; 0 if there is none.
     int KeywordOfWord(QStringView word) const;
 
-    /// Counts none yet.
+    /// All counts zero.
     KeywordCounts NoCounts() const
     {
         return {std::vector<int>(m_keywordCount), std::vector<const QChar *>(m_keywordCount)};
     }
 
-    /// Adds the places on lines first..last, which follow those that were counted before.
+    /// Adds the hits on lines first..last, which must follow the lines counted before.
     void Count(const DisplayText &text, int first, int last, KeywordCounts *counts) const;
 
-    /// Finds the places of one keyword.
-    /// @return uses this index, which must outlive it
+    /// A finder for one keyword.
+    /// @return refers to this index, which must outlive it
     std::unique_ptr<TextFinder> Finder(const QString &keyword) const;
 
   private:
@@ -44,7 +43,7 @@ class KeywordIndex
     {
         QString folded;
         int keyword;
-        int next; // place in m_plain, plus 1, of the next one with the same slot
+        int next; // index in m_plain, plus 1, of the next one with the same slot
     };
 
     void CountPlain(QStringView line, KeywordCounts *counts) const;
@@ -52,12 +51,12 @@ class KeywordIndex
 
     size_t m_keywordCount;
     QHash<QString, int> m_english;
-    std::bitset<0x10000> m_englishHashes; // of its keywords: most words are turned away here
+    std::bitset<0x10000> m_englishHashes; // of its keywords; rejects most words
     CaseFolding m_fold;
     std::vector<PlainKeyword> m_plain;
-    std::vector<int> m_slots; // by two characters: place in m_plain, plus 1, of the first keyword that begins so
+    std::vector<int> m_slots; // by first two characters: index in m_plain, plus 1, of the first such keyword
     bool m_hasSingles = false;
 };
 
-/// Whether a keyword is found by word and inflection.
+/// Whether a keyword matches whole words and their inflected forms.
 bool IsEnglishWord(QStringView keyword);

@@ -10,7 +10,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-constexpr int LinesAtOnce = 128; // far below a millisecond, unless all keywords begin alike
+constexpr int LinesAtOnce = 128; // far below a millisecond, unless all keywords begin with the same characters
 
 QString HowToMakeAList(const QString &path)
 {

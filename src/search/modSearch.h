@@ -1,5 +1,5 @@
-// Searching the open text: for the keywords of a list, an inflected English form counting for its base form, and for
-// plain text. All keywords are counted in one pass over the text, bit by bit between other work.
+// Searches the open text for the keywords of a list, including inflected English forms, and for plain text. All
+// keywords are counted in one pass over the text, in slices between other work.
 #pragma once
 
 #include "search/modHits.h"
@@ -9,25 +9,25 @@
 #include <QRect>
 #include <QStringList>
 
-/// The keyword list file: code page 932 or ASCII, one keyword a line; blanks around a keyword do not count.
+/// The keyword list file: code page 932 or ASCII, one keyword per line; spaces around a keyword are ignored.
 struct KeywordList
 {
     QStringList words; ///< in lower case, each once, in ascending binary order
-    QString fault;     ///< why there are none: the file is missing, cannot be read or is in another character code
+    QString fault;     ///< why there are none: the file is missing, unreadable or in another encoding
 };
 
-/// Reads the keyword list. A missing file is no error to anybody but the reader of fault, which says how to make one.
+/// Reads the keyword list. A missing file gives an empty list, with a fault that explains how to make one.
 KeywordList ReadKeywordList(const QString &path);
 
-/// The keywords and where the open text has them.
+/// The keywords and their hits in the open text.
 class KeywordSearch
 {
   public:
     explicit KeywordSearch(const KeywordList &list);
 
-    /// Takes another text, which must outlive this or the next call. What was found in the one before must no longer be
-    /// used. Nothing is counted yet.
-    /// @param text  nullptr is one in which nothing is found
+    /// Sets the text to search, which must outlive this object or the next call. Hits in the previous text must no
+    /// longer be used. Nothing is counted yet.
+    /// @param text  may be nullptr, which has no hits
     void SetText(const DisplayText *text);
 
     const KeywordList &List() const
@@ -35,21 +35,21 @@ class KeywordSearch
         return m_list;
     }
 
-    /// Counts the keywords until a moment, but some lines at least.
+    /// Counts the keywords until a deadline, but in a few lines at least.
     /// @return whether all are counted
     bool CountOn(const QDeadlineTimer &until);
 
     bool IsCounted() const;
 
-    /// The number of places of a keyword of the list, as far as they are counted.
+    /// Number of hits of a keyword of the list counted so far.
     int CountOf(const QString &keyword) const;
 
-    /// Keywords that contain a text, case ignored; all for an empty one. Once they are counted, those that the text has
-    /// come first, each group in the order of the list.
+    /// Keywords that contain a text, ignoring case; all keywords for an empty one. Once all are counted, keywords with
+    /// hits come first, each group in the order of the list.
     QStringList KeywordsWith(const QString &part) const;
 
-    /// Where the open text has a keyword of the list, or a plain text.
-    /// @param startLine  where the learner is, and what is counted first
+    /// The hits of a keyword of the list, or of a plain text, in the open text.
+    /// @param startLine  the user's position, from which hits are counted
     std::unique_ptr<Hits> HitsOf(const QString &keyword, int startLine) const;
     std::unique_ptr<Hits> HitsOfText(const QString &wanted, int startLine) const;
 
@@ -61,8 +61,8 @@ class KeywordSearch
     int m_countedLines = 0;
 };
 
-/// Where a window stands beside another: to the right of it, else to the left, else at the right edge of the
-/// screen, where it covers little of the other; its top at the same height as far as the screen has room.
-/// @param beside   the other window, frame included; @param size  of the window to place, frame included
-/// @param screen   the part that no panel covers
+/// Where to place a window beside another: to its right, else to its left, else at the right edge of the screen, where
+/// it covers little of the other; tops aligned as far as the screen has room.
+/// @param beside  the other window, including its frame; @param size  of the window to place, including its frame
+/// @param screen  the part not covered by panels
 QPoint PlaceBeside(const QRect &beside, const QSize &size, const QRect &screen);
