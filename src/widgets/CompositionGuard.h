@@ -1,5 +1,5 @@
-// Keeps an Enter that is pressed while the input method still converts from pressing a window's default button. Most
-// input methods take that key for themselves; some pass it on before the conversion is over.
+// Keeps an Enter pressed during an input method's conversion from activating a window's default button. Most input
+// methods consume that key, but some pass it on before the conversion is finished.
 #pragma once
 
 #include <QObject>
@@ -9,12 +9,12 @@ class CompositionGuard : public QObject
     Q_OBJECT
 
   public:
-    /// Watches over every text box of the application for as long as it lives.
+    /// Watches all text boxes of the application during its lifetime.
     CompositionGuard();
 
   protected:
     bool eventFilter(QObject *object, QEvent *event) override;
 
   private:
-    QObject *m_composing = nullptr; // the widget with text that is not yet converted
+    QObject *m_composing = nullptr; // the widget whose text is still being converted
 };

@@ -5,13 +5,13 @@
 
 namespace {
 
-/// Part of the light that a channel of sRGB, 0 to 1, gives.
+/// Linear intensity of an sRGB channel, both 0 to 1.
 double Linear(double channel)
 {
     return channel <= 0.04045 ? channel / 12.92 : std::pow((channel + 0.055) / 1.055, 2.4);
 }
 
-/// Relative luminance, 0 black to 1 white.
+/// Relative luminance, from 0 for black to 1 for white.
 double Luminance(const QColor &colour)
 {
     return 0.2126 * Linear(colour.redF()) + 0.7152 * Linear(colour.greenF()) + 0.0722 * Linear(colour.blueF());
@@ -38,12 +38,12 @@ bool IsDarker(const QColor &one, const QColor &other)
     return Luminance(one) < Luminance(other);
 }
 
-QColor WithContrast(const QColor &wanted, const QColor &background, const QColor &text, double least)
+QColor WithContrast(const QColor &wanted, const QColor &background, const QColor &text, double minimum)
 {
     constexpr int steps = 20;
     for (int step = 0; step < steps; ++step) {
-        const QColor colour(Mixed(wanted, text, float(step) / steps).rgb()); // as exact as pixels are
-        if (Contrast(colour, background) >= least)
+        const QColor colour(Mixed(wanted, text, float(step) / steps).rgb()); // rounded as pixels are
+        if (Contrast(colour, background) >= minimum)
             return colour;
     }
     return text;

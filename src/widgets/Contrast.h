@@ -1,21 +1,21 @@
-// Colours that can be told from their background, whatever the palette of the desktop. Contrast is that of the Web
+// Colours that stand out from their background whatever the palette of the desktop. Contrast is defined as in the Web
 // Content Accessibility Guidelines: from 1, no difference, to 21, black on white.
 #pragma once
 
 #include <QColor>
 
-constexpr double TextContrast = 4.5; ///< least contrast of a text
-constexpr double ShapeContrast = 3;  ///< least contrast of a line or an area that tells something
+constexpr double TextContrast = 4.5; ///< minimum for text
+constexpr double ShapeContrast = 3;  ///< minimum for lines and areas that carry meaning
 
 /// Contrast between two opaque colours, in either order.
 double Contrast(const QColor &one, const QColor &other);
 
-/// Whether the first of two colours is the darker one to the eye.
+/// Whether the first of two colours has the lower luminance.
 bool IsDarker(const QColor &one, const QColor &other);
 
-/// The wanted colour, moved towards the colour of the text as far as the contrast with the background asks for. Where
-/// not even the text has that contrast, the colour of the text.
-QColor WithContrast(const QColor &wanted, const QColor &background, const QColor &text, double least);
+/// The wanted colour, shifted towards the text colour as far as needed for a contrast with the background; the text
+/// colour itself if not even that has enough. @param minimum  contrast to reach
+QColor WithContrast(const QColor &wanted, const QColor &background, const QColor &text, double minimum);
 
-/// The colour of a text that is to stand back behind others and can be read all the same.
+/// The colour of secondary text: less prominent, but readable.
 QColor Dimmed(const QColor &text, const QColor &background);

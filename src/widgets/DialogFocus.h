@@ -1,5 +1,5 @@
-// Opens every dialog in front of the window that asks and gives the keyboard back to that window afterwards. A window
-// manager does both by itself; without one, a dialog may lie below its owner and the keys go nowhere once it is closed.
+// Opens every dialog in front of its owner and returns the keyboard focus to the owner afterwards. A window manager
+// does both; without one, a dialog may open behind its owner, and keys go nowhere once it is closed.
 #pragma once
 
 #include <QObject>
@@ -9,7 +9,7 @@ class DialogFocus : public QObject
     Q_OBJECT
 
   public:
-    /// Watches over the dialogs of the application for as long as it lives.
+    /// Watches the dialogs of the application during its lifetime.
     DialogFocus();
 
   protected:

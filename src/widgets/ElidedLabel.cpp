@@ -3,8 +3,7 @@
 #include <QPainter>
 #include <QTextDocument>
 
-ElidedLabel::ElidedLabel(const QString &name, int widestChars, QWidget *parent)
-    : QLabel(parent), m_widestChars(widestChars)
+ElidedLabel::ElidedLabel(const QString &name, int maxChars, QWidget *parent) : QLabel(parent), m_maxChars(maxChars)
 {
     setObjectName(name);
     setTextFormat(Qt::PlainText);
@@ -13,13 +12,13 @@ ElidedLabel::ElidedLabel(const QString &name, int widestChars, QWidget *parent)
 void ElidedLabel::SetText(const QString &text)
 {
     setText(text);
-    setToolTip(text.isEmpty() ? text : Qt::convertFromPlainText(text)); // or "<b>" in a name would be a format
+    setToolTip(text.isEmpty() ? text : Qt::convertFromPlainText(text)); // or "<b>" in a name would be markup
 }
 
 QSize ElidedLabel::sizeHint() const
 {
     const QSize size = QLabel::sizeHint();
-    return QSize(qMin(size.width(), m_widestChars * fontMetrics().averageCharWidth()), size.height());
+    return QSize(qMin(size.width(), m_maxChars * fontMetrics().averageCharWidth()), size.height());
 }
 
 QSize ElidedLabel::minimumSizeHint() const

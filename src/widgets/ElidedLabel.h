@@ -1,5 +1,5 @@
-// A label that leaves out the middle of a text that is too long for it: the end of a path or a file's name tells it
-// from others. The whole text stands in the tooltip.
+// A label that elides the middle of a long text, because the end of a path or file name distinguishes it from others.
+// The tooltip shows the whole text.
 #pragma once
 
 #include <QLabel>
@@ -7,8 +7,8 @@
 class ElidedLabel : public QLabel
 {
   public:
-    /// @param widestChars  width that the label asks for at the most, in average characters of its font
-    ElidedLabel(const QString &name, int widestChars, QWidget *parent);
+    /// @param maxChars  largest preferred width, in average characters of the label's font
+    ElidedLabel(const QString &name, int maxChars, QWidget *parent);
 
     void SetText(const QString &text);
 
@@ -19,5 +19,5 @@ class ElidedLabel : public QLabel
     void paintEvent(QPaintEvent *event) override;
 
   private:
-    int m_widestChars;
+    int m_maxChars;
 };

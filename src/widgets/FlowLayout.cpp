@@ -76,7 +76,7 @@ void FlowLayout::setGeometry(const QRect &rect)
     Arrange(rect, true);
 }
 
-/// Goes through the rows of an area. @return the height that they take, pixels
+/// Computes the rows for an area. @param movesItems  whether to place the items there @return height needed, in pixels
 int FlowLayout::Arrange(const QRect &area, bool movesItems) const
 {
     int top = area.top();

@@ -1,14 +1,14 @@
-// A row of controls that goes on below where the window is too narrow for it.
+// A row of controls that wraps when the window is too narrow for it.
 #pragma once
 
 #include <QLayout>
 
-/// Lays its items out from left to right, each at its preferred size and in the middle of its row's height, and begins
-/// a new row where the next one does not fit. So large letters or a small screen push nothing out of the window.
+/// Lays its items out from left to right, each at its preferred size and centred vertically, and starts a new row when
+/// the next one does not fit, so that large fonts or small screens push nothing out of the window.
 class FlowLayout : public QLayout
 {
   public:
-    /// @param gapPx  between two items of a row, in pixels
+    /// @param gapPx  spacing between items of a row, in pixels
     explicit FlowLayout(int gapPx);
     ~FlowLayout() override;
 
@@ -19,7 +19,7 @@ class FlowLayout : public QLayout
     Qt::Orientations expandingDirections() const override;
     bool hasHeightForWidth() const override;
     int heightForWidth(int widthPx) const override;
-    QSize sizeHint() const override; ///< of all items in one row
+    QSize sizeHint() const override; ///< with all items in one row
     QSize minimumSize() const override;
     void setGeometry(const QRect &rect) override;
 

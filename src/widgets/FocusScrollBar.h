@@ -1,4 +1,4 @@
-// A scroll bar that shows whether keys go to it, which the toolkit's own does in no style.
+// A scroll bar that shows keyboard focus, which QScrollBar does in no style.
 #pragma once
 
 #include <QScrollBar>

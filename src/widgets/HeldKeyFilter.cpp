@@ -5,8 +5,8 @@
 
 namespace {
 
-// Far below what a finger needs to press a key again; the two events of a repetition bear the same time.
-constexpr quint64 LongestGapMs = 5;
+// The two events of a repetition have the same time; no finger presses a key again this fast.
+constexpr quint64 MaxGapMs = 5;
 
 } // namespace
 
@@ -19,9 +19,9 @@ bool HeldKeyFilter::IsFresh(const QKeyEvent &press) const
 {
     if (press.isAutoRepeat())
         return false;
-    // An event that was made by a program may come without a time.
+    // Synthetic events may have no time.
     const bool isTimed = press.timestamp() != 0 && m_releasedMs != 0;
-    return !isTimed || press.key() != m_releasedKey || press.timestamp() - m_releasedMs > LongestGapMs;
+    return !isTimed || press.key() != m_releasedKey || press.timestamp() - m_releasedMs > MaxGapMs;
 }
 
 bool HeldKeyFilter::eventFilter(QObject *, QEvent *event)

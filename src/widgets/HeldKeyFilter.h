@@ -1,6 +1,6 @@
-// Tells a key that is pressed from one that is held. A held key repeats, usually with the toolkit's flag for it; an X
-// server without detectable auto-repeat, however, sends each repetition as a release and a press of the same time, and
-// the flag is missing where the press has not arrived yet when the release is looked at.
+// Distinguishes a fresh key press from the repetitions of a held key. Qt usually flags these with isAutoRepeat(). An X
+// server without detectable auto-repeat, however, sends each repetition as a release and a press with the same time,
+// and Qt cannot flag them if the press has not arrived when it processes the release.
 #pragma once
 
 #include <QObject>
@@ -12,11 +12,11 @@ class HeldKeyFilter : public QObject
     Q_OBJECT
 
   public:
-    /// Watches the key releases of all windows of the application for as long as it lives, so that a key that is held
-    /// while one window makes room for another is known there. Blocks no event.
+    /// Watches the key releases of all windows of the application during its lifetime, so that a key held while one
+    /// window replaces another is recognised in the new one. Blocks no event.
     HeldKeyFilter();
 
-    /// Whether a key press is a new one and no repetition. May be asked any number of times about the same event.
+    /// Whether a key press is not a repetition. May be called any number of times for the same event.
     bool IsFresh(const QKeyEvent &press) const;
 
   protected:

@@ -11,10 +11,10 @@ InputGuard::InputGuard()
 bool InputGuard::eventFilter(QObject *, QEvent *event)
 {
     if (QApplication::activeModalWidget())
-        return false; // a message that came up meanwhile is to be answered
+        return false; // the user must be able to answer a message
     switch (event->type()) {
     case QEvent::KeyPress:
-    case QEvent::ShortcutOverride: // or a shortcut would take its key
+    case QEvent::ShortcutOverride: // or shortcuts would still work
     case QEvent::Shortcut:
     case QEvent::MouseButtonPress:
     case QEvent::MouseButtonRelease:

@@ -1,10 +1,10 @@
-// Keeps the whole program from input for a moment.
+// Blocks input to the whole program for a moment.
 #pragma once
 
 #include <QObject>
 
-/// While it lives, keys, clicks and the wheel do nothing in any window but a modal one: what was typed or clicked ahead
-/// was meant for a window that is gone.
+/// While it exists, keys, clicks and the wheel do nothing except in a modal window: what was typed or clicked ahead was
+/// meant for a window that is gone.
 class InputGuard : public QObject
 {
   public:

@@ -1,5 +1,5 @@
-// What the windows are put together from: labels and buttons with the names by which tests and assistive tools find
-// them, the row of answers of a dialog, and the order of the Tab key.
+// Building blocks of the windows: labels and buttons with the object names by which tests and assistive tools find them,
+// the bottom row of a dialog, and the tab order.
 #pragma once
 
 #include <QPushButton>
@@ -14,7 +14,7 @@ QLabel *NamedLabel(const QString &name, const QString &text, QWidget *parent);
 /// A button that leaves Enter to the default button of its window.
 QPushButton *NamedButton(const QString &name, const QString &caption, const QString &toolTip, QWidget *parent);
 
-/// The same as a child of a window, with the window's handler of its clicks.
+/// The same as a child of a window, connected to the window's click handler.
 template <typename Window>
 QPushButton *AddButton(Window *window, const QString &name, const QString &caption, const QString &toolTip,
                        void (Window::*handler)())
@@ -24,9 +24,9 @@ QPushButton *AddButton(Window *window, const QString &name, const QString &capti
     return button;
 }
 
-/// Has the Tab key go through the controls of a window in this order.
+/// Sets the tab order of the controls of a window.
 void SetTabOrder(std::initializer_list<QWidget *> controls);
 
-/// The last row of a window: what it is for, which Enter presses, and the way out, at its right end.
-/// @param beside  what stands left of them; may be none
+/// The last row of a window, with OK, which Enter presses, and Cancel at its right end.
+/// @param beside  widget to the left of them; may be null
 QHBoxLayout *AnswerRow(QPushButton *cmdOK, QPushButton *cmdCancel, QWidget *beside = nullptr);

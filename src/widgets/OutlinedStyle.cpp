@@ -10,7 +10,7 @@ namespace {
 
 const QString StyleName = QStringLiteral("fusion");
 
-/// Whether the style shows an element in the colour of the selection: keys go to it, or Enter presses it.
+/// Whether the style shows an element in the highlight colour: it has keyboard focus, or Enter presses it.
 bool IsHighlighted(const QStyleOption &option)
 {
     const auto *const button = qstyleoption_cast<const QStyleOptionButton *>(&option);
@@ -37,19 +37,19 @@ void DrawOutline(QPainter *painter, const QRect &rect, const QColor &colour, dou
     painter->restore();
 }
 
-/// Around the circle that the style draws: that of an uneven width, a pixel within the rectangle.
+/// Outlines the circle that the style draws, which has an odd width and lies one pixel inside the rectangle.
 void DrawCircle(QPainter *painter, const QRect &rect, const QColor &colour)
 {
     const double radius = (rect.width() | 1) / 2.0 - 1;
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing);
-    painter->setPen(QPen(colour, 1.3)); // a curve of 1 pixel would cover none as a whole
+    painter->setPen(QPen(colour, 1.3)); // a curve 1 pixel wide would cover no pixel fully
     painter->setBrush(Qt::NoBrush);
     painter->drawEllipse(QPointF(rect.center() + QPoint(1, 1)), radius, radius);
     painter->restore();
 }
 
-constexpr double CornerPx = 2; // as the style has it
+constexpr double CornerPx = 2; // the style's corner radius
 
 } // namespace
 

@@ -1,5 +1,5 @@
-// The toolkit's own style with outlines that can be seen. That style makes them from a darker shade of the window, so
-// that on a dark or a high-contrast palette empty boxes, fields and buttons have none.
+// Qt's own style with visible outlines. Qt derives them from a darker shade of the window colour, so that on a dark or
+// high-contrast palette empty boxes, fields and buttons have none.
 #pragma once
 
 #include <QProxyStyle>
@@ -7,7 +7,7 @@
 class OutlinedStyle : public QProxyStyle
 {
   public:
-    /// Gives the program this style where the one it has is the toolkit's own; those of desktops are left alone.
+    /// Installs this style if the program's style is Qt's own; desktop styles are left alone.
     static void Install();
 
     void drawPrimitive(PrimitiveElement element, const QStyleOption *option, QPainter *painter,

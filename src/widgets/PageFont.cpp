@@ -7,7 +7,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-/// The family of the page; empty when no family that is made for Japanese has a fixed pitch.
+/// The font family of the page; empty if no Japanese family has a fixed pitch.
 QString PageFamily()
 {
     const QStringList families = QFontDatabase::families(QFontDatabase::Japanese);

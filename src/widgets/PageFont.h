@@ -3,10 +3,10 @@
 
 #include <QFont>
 
-/// MS Gothic where there is one, else IPAGothic, else a fixed-pitch Japanese font of the system. Among fonts that serve
-/// several countries the one made for Japan is taken, which has the Japanese shapes of the kanji.
+/// MS Gothic if available, else IPAGothic, else a fixed-pitch Japanese font of the system. Of a family with regional
+/// variants the one for Japan is preferred, because it has the Japanese shapes of the kanji.
 QFont PageFont();
 
-/// Whether there is such a font. Where there is none, a font of another script stands in for it, and what it lacks
-/// comes from wherever the system finds it.
+/// Whether there is such a font. If not, a fixed-pitch font for another script is used, and the system substitutes the
+/// characters it lacks.
 bool HasPageFont();

@@ -12,7 +12,7 @@ using namespace Qt::Literals::StringLiterals;
 
 QSize AvailableSize(const QWidget *window)
 {
-    // The real frame is not known before the window is shown; the toolkit's own is about as thick.
+    // The real frame is unknown until the window is shown; that of Qt's MDI windows is about as thick.
     const int borderPx = window->style()->pixelMetric(QStyle::PM_MdiSubWindowFrameWidth);
     const int titlePx = window->style()->pixelMetric(QStyle::PM_TitleBarHeight);
     return window->screen()->availableSize() - QSize(2 * borderPx, titlePx + 2 * borderPx);
@@ -32,7 +32,7 @@ void FitToScreen(QDialog *window, QWidget *content, const QSize &wanted)
 
     const QSize available = AvailableSize(window);
     QSize size = content->sizeHint().expandedTo(wanted).boundedTo(available);
-    // One scroll bar takes room away; it should not bring about the other.
+    // The space taken by one scroll bar must not make the other one necessary.
     if (content->minimumSizeHint().height() > available.height())
         size.rwidth() += scroll->verticalScrollBar()->sizeHint().width();
     window->resize(size.boundedTo(available));
@@ -41,7 +41,7 @@ void FitToScreen(QDialog *window, QWidget *content, const QSize &wanted)
 void FitToText(QLineEdit *box, const QString &widest)
 {
     const QFontMetrics metrics = box->fontMetrics();
-    // The smallest box is as wide as one character and the frame. The cursor behind the text takes room as well.
+    // The minimum size is one character plus the frame. The cursor after the text needs space too.
     const int framePx = box->minimumSizeHint().width() - metrics.maxWidth();
     box->setFixedWidth(metrics.horizontalAdvance(widest) + metrics.averageCharWidth() + qMax(0, framePx));
 }

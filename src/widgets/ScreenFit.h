@@ -7,13 +7,13 @@ class QDialog;
 class QLineEdit;
 class QWidget;
 
-/// Room for a window's content on its screen: the part no panel covers, less a frame and a title bar. In pixels.
+/// Space for a window's content on its screen, in pixels: the part not covered by panels, less a frame and a title bar.
 QSize AvailableSize(const QWidget *window);
 
-/// Makes a widget with a layout all that a window shows, in a scroll area, and sizes the window to show it whole, or as
-/// much of it as the screen has room for.
-/// @param wanted  size the window gets in any case where there is room, in pixels
+/// Puts a widget with a layout into the window as its only content, in a scroll area, and sizes the window to show all
+/// of it, or as much as fits the screen.
+/// @param wanted  minimum size of the window in pixels, if the screen has room
 void FitToScreen(QDialog *window, QWidget *content, const QSize &wanted = QSize());
 
-/// Gives a text box the width that shows a text of a known form whole, in the box's own font.
+/// Makes a text box just wide enough for its widest text in its font.
 void FitToText(QLineEdit *box, const QString &widest);
