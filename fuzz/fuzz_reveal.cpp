@@ -35,7 +35,7 @@ class Study
         for (int blank = 1; blank <= m_round.BlankCount(); ++blank)
             Require(before[size_t(blank)] || !m_page.Holds(m_text.Blanks().LineOf(blank)));
         Require(decision.action != EnterAction::AskThenTurn ||
-                (m_round.AllShown() && m_round.BlankCount() >= FewestBlanksToAsk));
+                (m_round.AllShown() && m_round.BlankCount() >= MinBlanksToAsk));
         int topLine = 0;
         BeginRound([&] { topLine = TurnPage(&m_round, m_page); });
         Scroll(topLine);

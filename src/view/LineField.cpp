@@ -48,7 +48,7 @@ bool LineField::eventFilter(QObject *object, QEvent *event)
 {
     if (event->type() == QEvent::FocusOut) {
         const Qt::FocusReason reason = static_cast<QFocusEvent *>(event)->reason();
-        // In another window, or a menu, the focus is only for a while.
+        // Another window or a menu takes the focus only temporarily.
         if (reason != Qt::PopupFocusReason && reason != Qt::ActiveWindowFocusReason)
             Q_EMIT Left();
     }

@@ -1,5 +1,5 @@
-// The small field "行：", in which a line is typed to go to. Enter goes there; Escape and going to another control of
-// the window close it.
+// The small field "行：" for a line number to go to. Enter goes there; Escape, or moving to another control of the
+// window, closes it.
 #pragma once
 
 #include <QWidget>
@@ -13,17 +13,17 @@ class LineField : public QWidget
   public:
     explicit LineField(QWidget *parent);
 
-    /// Opens the field, with the focus in it. @param line  is in it, selected; @param lineCount  the largest line
+    /// Opens the field and focuses it. @param line  initial value, selected; @param lineCount  largest value
     void Open(int line, int lineCount);
 
   Q_SIGNALS:
     /// A line was typed, 1..lineCount; a larger number counts as the last line.
     void LineChosen(int line);
 
-    /// The field is not needed any more.
+    /// The field is no longer needed.
     void Left();
 
-    /// The same, by a key that leaves the focus nowhere.
+    /// The same, after a key that leaves the focus nowhere.
     void Closed();
 
   protected:

@@ -33,7 +33,7 @@ QString PageAccessible::text(QAccessible::Text kind) const
     return kind == QAccessible::Value ? Page().SpokenText() : QAccessibleWidget::text(kind);
 }
 
-// Nothing can be selected: the text is read, not edited. The caret stands at what keys have gone to.
+// Nothing can be selected, because the text is only read. The cursor is at the current keyboard target.
 void PageAccessible::selection(int, int *startOffset, int *endOffset) const
 {
     *startOffset = 0;

@@ -1,4 +1,4 @@
-// Tells assistive technology what the text area shows: a read-only text of several lines, in which hidden answers are
+// Exposes the text area to assistive technology as a read-only text of several lines, in which hidden answers read
 // "空欄".
 #pragma once
 
@@ -11,7 +11,7 @@ class PageAccessible : public QAccessibleWidget, public QAccessibleTextInterface
   public:
     explicit PageAccessible(PicText *page);
 
-    /// Makes every PicText known by this class from now on.
+    /// Makes this class the accessible interface of every PicText from now on.
     static void Install();
 
     void *interface_cast(QAccessible::InterfaceType type) override;

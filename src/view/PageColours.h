@@ -1,4 +1,4 @@
-// The colours of the page. They are its own and not the desktop's; the rest of the study window has those.
+// The colours of the page. Unlike the rest of the study window, it does not use those of the desktop.
 #pragma once
 
 #include <QColor>
@@ -11,15 +11,15 @@ struct PageColours
     QColor background;
     QColor text;
     QColor hiddenBox; ///< outline of the box of a hidden answer
-    QColor shownBox;  ///< the same of a shown one
-    QColor number;    ///< of a line
+    QColor shownBox;  ///< outline of the box of a shown answer
+    QColor number;    ///< line number
     QColor stripEdge; ///< between the line numbers and the text
     QColor lineMark;  ///< behind the number of the marked line
     QColor markedNumber;
-    QColor found;   ///< behind what was found
-    QColor frame;   ///< edge of the page while keys do not go to it
-    QColor focus;   ///< the same while they do
-    QColor current; ///< ring around what keys have gone to
+    QColor found;   ///< behind the current hit of a search
+    QColor frame;   ///< edge of the page without keyboard focus
+    QColor focus;   ///< edge of the page with keyboard focus
+    QColor current; ///< ring around the current keyboard target
     QColor hard;    ///< corner of the box of a blank that is marked as hard
     QColor hint;    ///< first character of a hidden answer
 };
@@ -58,5 +58,5 @@ inline constexpr PageColours DarkPage = {
     .hint = QColor(160, 160, 160),
 };
 
-/// The colours that a learner has chosen. @param desktop  palette that tells whether the desktop is dark now
+/// The colours that the user has chosen. @param desktop  current palette, which tells whether the desktop is dark
 const PageColours &ColoursOf(PageColourChoice choice, const QPalette &desktop);

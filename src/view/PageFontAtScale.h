@@ -1,4 +1,4 @@
-// The page's font in pixels of the device.
+// The page's font in device pixels.
 #pragma once
 
 #include <QFont>
@@ -7,7 +7,7 @@
 class PageFontAtScale
 {
   public:
-    /// @param font  of the page, in its own pixels; @param scale  pixels of the device in one of them
+    /// @param font  of the page, in logical pixels; @param scale  device pixels per logical pixel
     PageFontAtScale(const QFont &font, double scale);
 
     double Scale() const
@@ -25,11 +25,11 @@ class PageFontAtScale
         return m_glyphs;
     }
 
-    /// The glyphs narrowed to a share of their width, in percent. The font of the last share is kept: a painter that
-    /// is scaled instead would draw each glyph anew.
+    /// The glyphs narrowed to a percentage of their width. The font for the last percentage is cached; scaling the
+    /// painter instead would make it rasterise every glyph again.
     const QRawFont &NarrowGlyphs(int percent);
 
-    /// From the top of a row to its baseline, when the letters stand in the middle of the given height.
+    /// Distance from the top of a row to its baseline if the text is centred in the given height.
     double BaselineIn(int height) const;
 
   private:

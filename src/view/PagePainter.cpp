@@ -26,7 +26,7 @@ QRect AreaOfBlank(const DisplayText &text, int blank, int topLine, const PageLay
         return QRect(layout.TextLeftPx() - CurrentFramePx, rowTopPx, layout.widthPx, layout.linePitchPx);
     const BoxEdges box = GetBqInfoFromLine(text, blank, layout.cellWidthPx, layout.CellLeftPx(0));
     const QRect area(box.leftPx, rowTopPx, box.rightPx - box.leftPx + 1, layout.linePitchPx);
-    return area.adjusted(-1, -1, 1, 1); // at 125 % an edge may lie on a pixel that is only partly within the area
+    return area.adjusted(-1, -1, 1, 1); // at 125 % an edge may be on a pixel that is only partly in the area
 }
 
 QRect AreaOfLineNumbers(const PageLayout &layout)
@@ -40,16 +40,16 @@ PagePainter::PagePainter(QPainter *painter, const PageToPaint &page, PageFontAtS
 {
     m_painter.scale(1 / m_scale, 1 / m_scale);
     m_painter.setFont(m_font.Font());
-    // Letters stand in the middle between the upper and the lower edge of a box.
+    // Text is centred between the upper and lower edges of a box.
     m_baseline = m_font.BaselineIn(Device(m_layout.linePitchPx - RowGapPx));
 }
 
 void PagePainter::Paint(const QRect &part)
 {
-    // Neighbours share pixels with the part at its edges where the scale is no whole number. And whole pixels of the
-    // device, or at 125 % a line of half-covered ones would be cleared and not painted again.
+    // At fractional scales, neighbours share pixels with the part at its edges. The area is rounded to whole device
+    // pixels, or at 125 % a line of half-covered ones would be cleared but not repainted.
     const QRect area = part.adjusted(-1, -1, 1, 1);
-    // A letter reaches into the next cell at most.
+    // A character reaches into the next cell at most.
     const int reachPx = 2 * m_layout.cellWidthPx;
     m_leftPx = area.left() - reachPx;
     m_rightPx = area.right() + reachPx;
@@ -67,7 +67,7 @@ void PagePainter::Paint(const QRect &part)
         m_painter.fillRect(Device(QRect(m_layout.NumberStripPx(), 0, 1, m_layout.heightPx)), m_colours.stripEdge);
     }
     DrawFrame();
-    // What is left of the first cell in view must not run into the numbers; a frame around that cell may stand out.
+    // Text scrolled out at the left must not run into the line numbers; the frame around the first cell may.
     m_painter.setClipRect(Device(QRect(m_layout.TextLeftPx() - CurrentFramePx, 0, m_layout.widthPx, m_layout.heightPx)),
                           Qt::IntersectClip);
     if (area.right() >= m_layout.TextLeftPx() - CurrentFramePx)
@@ -87,14 +87,14 @@ void PagePainter::DrawText(int row)
     if (line == m_page.found.line)
         DrawFound(row);
     if (line == m_page.current.line)
-        DrawCurrent(row); // below the text: a letter beside it may reach into it
+        DrawCurrent(row); // below the text, because an adjacent character may reach into it
     DrawCells(m_page.text.MaskedLine(line), 0, row, m_colours.text);
     for (const int blank : m_page.text.BlanksOnLine(line))
         DrawBox(blank, row);
     UnderlinePictures(row);
 }
 
-/// Lines of one pixel, on a page with large letters of some.
+/// Width of lines: one pixel, more on a page with large text.
 int PagePainter::PenWidth() const
 {
     constexpr int pitchOfOnePixel = 20;
@@ -126,7 +126,7 @@ void PagePainter::DrawFound(int row)
     m_painter.fillRect(Device(BoxOf(firstCell, endCell, row)), m_colours.found);
 }
 
-/// Just around its box, between this row's box and those of its neighbours.
+/// Frames the current target just outside its box, in the gap between rows.
 void PagePainter::DrawCurrent(int row)
 {
     const CellRange cells = m_page.text.Cells(m_page.current);
@@ -135,7 +135,7 @@ void PagePainter::DrawCurrent(int row)
              qMax(1, Device(CurrentFramePx)), m_colours.current);
 }
 
-/// What the cells of a row from one up to, not including, another take.
+/// The area of the cells firstCell..endCell - 1 of a row.
 QRect PagePainter::BoxOf(int firstCell, int endCell, int row) const
 {
     return QRect(m_layout.CellLeftPx(firstCell), m_layout.RowTopPx(row), (endCell - firstCell) * m_layout.cellWidthPx,
@@ -149,7 +149,7 @@ void PagePainter::DrawBox(int blank, int row)
         return;
     const bool isShown = m_page.round.bolOpen(blank);
     const int penWidth = PenWidth();
-    // The right edge stands where clicks ask for it: on the first pixel behind the last cell.
+    // The right edge is where HitTest expects it: on the first pixel after the last cell.
     const QRect outline = Device(
         QRect(box.leftPx, m_layout.RowTopPx(row), box.rightPx - box.leftPx + 1, m_layout.linePitchPx - RowGapPx));
     m_painter.setPen(QPen(isShown ? m_colours.shownBox : m_colours.hiddenBox, penWidth, Qt::SolidLine, Qt::SquareCap,
@@ -168,13 +168,13 @@ void PagePainter::DrawBox(int blank, int row)
         return;
     }
     DrawCells(answer, answerCell, row, m_colours.text);
-    // A shown answer of nothing must not differ from a hidden one by the colour of its box alone.
+    // An empty answer must not differ from a hidden one only by the colour of its box, so mark it with a dash.
     if (answer.trimmed().isEmpty())
         m_painter.drawLine(outline.left() + outline.width() / 4, outline.center().y(),
                            outline.right() - outline.width() / 4, outline.center().y());
 }
 
-/// Fills the upper right corner of a box, where its bracket was, by a shape that no colour is needed to see.
+/// Marks a hard blank by its box's upper right corner, where the bracket was; the shape is visible without colour.
 void PagePainter::DrawCorner(const QRect &outline)
 {
     const int side = qMin(Device(m_layout.cellWidthPx), outline.height() / 2);
@@ -186,7 +186,7 @@ void PagePainter::DrawCorner(const QRect &outline)
     m_painter.setBrush(Qt::NoBrush);
 }
 
-/// Shows what a click opens.
+/// Underlines the picture references that a click opens.
 void PagePainter::UnderlinePictures(int row)
 {
     const int rowTop = Device(m_layout.RowTopPx(row));
@@ -199,7 +199,7 @@ void PagePainter::UnderlinePictures(int row)
     }
 }
 
-/// Draws a text from a cell of its row on, 0 the first, each character on its own cell.
+/// Draws a text starting at a cell of its row, from 0, each character in its own cell or cells.
 void PagePainter::DrawCells(QStringView text, int cell, int row, const QColor &colour)
 {
     const double baseline = Device(m_layout.RowTopPx(row)) + m_baseline;
@@ -231,7 +231,7 @@ void PagePainter::DrawCells(QStringView text, int cell, int row, const QColor &c
     DrawGlyphs(m_font.Glyphs(), drawn, positions);
 }
 
-/// Draws a character that the page's font lacks with the font that the system finds for it, narrowed to its cells.
+/// Draws a character missing from the page's font in the system's fallback font, narrowed to its cells.
 void PagePainter::DrawForeign(QChar character, const QPointF &at, int width)
 {
     const double advance = QFontMetricsF(m_painter.font()).horizontalAdvance(character);
@@ -246,15 +246,15 @@ void PagePainter::DrawForeign(QChar character, const QPointF &at, int width)
 void PagePainter::DrawNumber(int row)
 {
     const int line = LineIn(row);
-    constexpr int widestFigures = 4; // the figures of longer numbers are narrowed
+    constexpr int maxDigits = 4; // digits of longer numbers are narrowed
     const QRect strip = Device(QRect(0, m_layout.RowTopPx(row), m_layout.NumberStripPx() - m_layout.cellWidthPx / 2,
                                      m_layout.linePitchPx - RowGapPx));
     const bool isMarked = line == m_page.round.lngMarkLine();
     if (isMarked)
         m_painter.fillRect(strip, m_colours.lineMark);
     const QString number = QString::number(line);
-    const bool isNarrow = number.size() > widestFigures;
-    const int percent = isNarrow ? 100 * widestFigures / int(number.size()) : 100;
+    const bool isNarrow = number.size() > maxDigits;
+    const int percent = isNarrow ? 100 * maxDigits / int(number.size()) : 100;
     const QRawFont &glyphs = isNarrow ? m_font.NarrowGlyphs(percent) : m_font.Glyphs();
     const double figureWidth = Device(m_layout.cellWidthPx) * percent / 100.0;
     QList<QPointF> positions;
@@ -264,7 +264,7 @@ void PagePainter::DrawNumber(int row)
     DrawGlyphs(glyphs, glyphs.glyphIndexesForString(number), positions);
 }
 
-/// The edge of the page, which shows whether keys go to it.
+/// Draws the edge of the page, which shows whether it has keyboard focus.
 void PagePainter::DrawFrame()
 {
     const bool isFocused = m_page.hasFocus;
@@ -272,7 +272,7 @@ void PagePainter::DrawFrame()
              qMax(1, Device(isFocused ? FocusFramePx : 1)), isFocused ? m_colours.focus : m_colours.frame);
 }
 
-/// Paints the outermost pixels within a rectangle.
+/// Paints the outermost pixels inside a rectangle.
 void PagePainter::DrawRing(const QRect &edge, int width, const QColor &colour)
 {
     for (int i = 0; i < width; ++i) {

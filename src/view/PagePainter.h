@@ -1,4 +1,4 @@
-// Paints a page in pixels of the device, so that boxes and letters are sharp at every scaling of the screen.
+// Paints a page in device pixels, so that boxes and text are sharp at every screen scaling.
 #pragma once
 
 #include "view/PageColours.h"
@@ -12,7 +12,7 @@ class PageFontAtScale;
 class QPainter;
 class QRawFont;
 
-/// All that the picture of a page depends on, beside its font.
+/// Everything that the appearance of a page depends on, except its font.
 struct PageToPaint
 {
     const DisplayText &text;
@@ -20,27 +20,27 @@ struct PageToPaint
     const PageColours &colours;
     PageLayout layout;
     int topLine;         ///< line in the first row
-    TextSpan found{};    ///< is marked; within a hidden answer its whole box is
-    TextSpan current{};  ///< is framed
-    int hintedBlank = 0; ///< whose first character is seen while it is hidden; 0 for none
+    TextSpan found{};    ///< to mark; if within a hidden answer, its whole box is marked
+    TextSpan current{};  ///< to frame
+    int hintedBlank = 0; ///< hidden blank whose first character is shown; 0 for none
     bool hasFocus = false;
 };
 
-/// What has to be painted anew when an answer is shown or hidden, pixels of the text area: its box, and all of a line
-/// with references to pictures, which it may make or unmake. @param blank  on a line in view
+/// The area to repaint when an answer is shown or hidden, in pixels of the text area: its box, or the whole line if
+/// that has picture references, which may appear or disappear. @param blank  on a line in view
 QRect AreaOfBlank(const DisplayText &text, int blank, int topLine, const PageLayout &layout);
 
-/// The same when another line is marked.
+/// The area to repaint when another line is marked.
 QRect AreaOfLineNumbers(const PageLayout &layout);
 
 class PagePainter
 {
   public:
-    /// @param painter  of a device with as many of its pixels in one of the page as the font says; its scale and font
-    /// are changed. All three must outlive this.
+    /// @param painter  of a device with the font's scale; its transformation and font are changed. All three arguments
+    /// must outlive this object.
     PagePainter(QPainter *painter, const PageToPaint &page, PageFontAtScale *font);
 
-    /// Paints a part of the text area from the background up, and hardly anything outside it.
+    /// Paints a part of the text area, including its background, and hardly anything outside it.
     void Paint(const QRect &part);
 
   private:
@@ -68,7 +68,7 @@ class PagePainter
     const PageLayout &m_layout;
     const PageColours &m_colours;
     PageFontAtScale &m_font;
-    int m_leftPx = 0; // what is painted lies between these
+    int m_leftPx = 0; // bounds of what is painted
     int m_rightPx = 0;
     double m_scale;
     double m_baseline; // from the top of a row

@@ -17,7 +17,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-/// Keeps the space of a control while it is hidden, so that nothing moves.
+/// Keeps a control's space while it is hidden, so that nothing moves.
 void KeepSizeWhenHidden(QWidget *widget)
 {
     QSizePolicy policy = widget->sizePolicy();
@@ -63,7 +63,7 @@ StudyStateBar::StudyStateBar(QWidget *parent)
         number->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
         number->setMinimumWidth(number->fontMetrics().horizontalAdvance(widest));
     }
-    // Their names are their numbers.
+    // Their accessible names are the numbers they show.
     lblNum->setAccessibleDescription(u"回答数"_s);
     lblMinN->setAccessibleDescription(u"学習時間の分"_s);
     lblSecN->setAccessibleDescription(u"学習時間の秒"_s);
@@ -104,7 +104,7 @@ StudyStateBar::StudyStateBar(QWidget *parent)
     row->addLayout(progress, 1);
     QWidget *const clock = Group({lblMinN, lblMin, lblSecN, lblSec});
     lblNotice->raise();
-    clock->setMinimumHeight(cmdZoomIn->sizeHint().height()); // as high as the first row, so that both stand on one line
+    clock->setMinimumHeight(cmdZoomIn->sizeHint().height()); // as high as the first row, so that both align
     row->addWidget(clock, 0, Qt::AlignTop);
 }
 
@@ -117,7 +117,7 @@ void StudyStateBar::changeEvent(QEvent *event)
         ReserveSpace();
 }
 
-/// Dark grey, where the desktop is light; elsewhere a grey that can be read.
+/// Dark grey on a light desktop, otherwise a readable grey.
 void StudyStateBar::DimKeyword()
 {
     const QColor darkGrey(128, 128, 128); // colour 8 of the palette of 16
@@ -137,7 +137,7 @@ QLabel *StudyStateBar::AddLabel(const QString &name, const QString &text)
     return label;
 }
 
-/// Controls that stay beside each other.
+/// Controls that never wrap apart.
 QWidget *StudyStateBar::Group(const QList<QWidget *> &controls)
 {
     auto *const group = new QWidget(this);
@@ -161,8 +161,8 @@ QWidget *StudyStateBar::ZoomGroup()
     return Group({cmdZoomOut, lblZoom, cmdZoomIn});
 }
 
-/// A click leaves the focus in the text, as that of the buttons above it, and Enter presses it too. It stays enabled at
-/// either end: the focus of a button that is disabled would go on to another one.
+/// As with the buttons above the page, a click leaves the focus in the text, and Enter presses the button. It stays
+/// enabled at either end of the range, because disabling it would move the focus to another control.
 QPushButton *StudyStateBar::ZoomButton(const QString &name, const QString &caption, int steps)
 {
     auto *const button = new QPushButton(caption, this);
@@ -174,8 +174,8 @@ QPushButton *StudyStateBar::ZoomButton(const QString &name, const QString &capti
     return button;
 }
 
-/// Gives labels the size of the widest texts that a file can have here. As it is fixed, no other text of theirs has the
-/// window laid out anew.
+/// Gives the labels the fixed size of the widest texts that the file can have, so that changing a text never changes
+/// the layout of the window.
 void StudyStateBar::ReserveSpace()
 {
     const QString line(QString::number(m_lineCount).size(), u'0');
@@ -234,7 +234,7 @@ void StudyStateBar::HideNotice()
     lblNotice->hide();
 }
 
-/// Over whole controls, of which nothing may look out at its edges.
+/// Widens the notice to cover whole controls, so that none sticks out from under it.
 void StudyStateBar::PlaceNotice()
 {
     QRect area(0, 0, lblNotice->sizeHint().width() + fontMetrics().averageCharWidth() * 2,
@@ -272,7 +272,7 @@ void StudyStateBar::ShowProgress(const StudyRound &round, const PageInView &page
     prgShown->setRange(0, qMax(1, blanks));
     prgShown->setValue(round.ShownCount());
     if (filledPx() != filledBeforePx)
-        prgShown->update(); // the bar itself would wait for a change of nine pixels
+        prgShown->update(); // the bar itself updates only after nine pixels
     const auto number = [](int n) { return QString::number(n); };
     lblShown->setText(blanks == 0 ? QString() : ShownText(number(round.ShownCount()), number(blanks)));
     lblHard->setText(round.HardCount() == 0 ? QString() : HardText(number(round.HardCount())));
@@ -284,12 +284,12 @@ void StudyStateBar::ShowProgress(const StudyRound &round, const PageInView &page
 
 void StudyStateBar::ShowKeyword(const QString &wanted, bool isFound, const QString &where, const QString &wrap)
 {
-    const int widestPx = fontMetrics().averageCharWidth() * 24; // so that a long word does not hide the verdict
+    const int widestPx = fontMetrics().averageCharWidth() * 24; // so that a long word does not push out the result
     lblKeyword->setText(fontMetrics().elidedText(wanted, Qt::ElideMiddle, widestPx) +
                         (isFound ? QString(u"　"_s + where) : u"はありません"_s));
     lblKeyword->show();
     if (!wrap.isEmpty())
-        ShowNotice(wrap); // beside the others it would wrap the row, and the page would move
+        ShowNotice(wrap); // in the row itself it would cause wrapping, and the page would move
 }
 
 void StudyStateBar::ShowFileChange(bool isChanged)

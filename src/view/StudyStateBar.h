@@ -1,6 +1,6 @@
-// The row below the page. What it shows of the page has its space reserved: were it to wrap at one page and not at the
-// next, the page would have another number of rows, and so on without end. It tells what was answered, how far the
-// learner is, how large the page is, what was searched for, and the clock.
+// The row below the page. It shows the number of answers, the progress, the zoom, the search and the clock. Texts that
+// depend on the page have fixed space reserved: if they wrapped on one page and not on the next, the height of the page
+// would change, which changes the texts again, and so on without end.
 #pragma once
 
 #include "view/modPageInView.h"
@@ -23,36 +23,36 @@ class StudyStateBar : public QWidget
   public:
     explicit StudyStateBar(QWidget *parent);
 
-    /// Shows the number of answers of the session at once, without waiting for the next painting.
+    /// Shows the number of answers in the session, repainting it immediately.
     void ShowCount(int answers);
 
-    /// Another file is shown. What it can say of itself has its space reserved from now on.
+    /// Prepares for another file by reserving space for its largest numbers.
     void SetFile(int lineCount, int blankCount);
 
-    /// Shows how many of the file's answers are shown and which lines the page holds.
+    /// Shows how many of the file's answers are uncovered and which lines are on the page.
     void ShowProgress(const StudyRound &round, const PageInView &page);
 
     /// Shows the page's zoom, in percent.
     void ShowZoom(int percent);
 
-    /// Opens the field in which a line is typed to go to.
+    /// Opens the field for a line number to go to.
     void AskForLine(int line, int lineCount);
 
-    /// Offers the line at which the user stopped the last time, for the field of AskForLine; 0 offers none.
+    /// Offers the line at which the user last stopped, as a suggestion for AskForLine; 0 offers none.
     void OfferLine(int line);
 
-    /// Takes the offer back.
+    /// Withdraws the offer.
     void EndOffer();
 
-    /// Says something for some seconds, over the beginning of the row, so that nothing moves.
+    /// Shows a text for some seconds on top of the beginning of the row, so that nothing moves.
     void ShowNotice(const QString &text);
     void HideNotice();
 
-    /// Says that the study file was changed, and how it is read again, or does so no more.
+    /// Shows or hides the notice that the study file has changed and how to read it again.
     void ShowFileChange(bool isChanged);
 
-    /// Shows what was searched for.
-    /// @param where  which of its places is shown; @param wrap  that the search has come round, or empty
+    /// Shows the state of the search.
+    /// @param where  number of the current hit and of all hits; @param wrap  notice of a wrap-around, or empty
     void ShowKeyword(const QString &wanted, bool isFound, const QString &where, const QString &wrap);
     void HideKeyword();
 
@@ -84,11 +84,11 @@ class StudyStateBar : public QWidget
     QProgressBar *prgShown; // of the file's answers
     QLabel *lblShown;       // the same in numbers
     QLabel *lblPlace;       // the lines on the page
-    QLabel *lblPage;        // its number
-    QLabel *lblHard;        // blanks that are marked as hard
+    QLabel *lblPage;        // the page's number
+    QLabel *lblHard;        // number of blanks marked as hard
     QLabel *lblOffer;
-    QLabel *lblNotice;  // lies over the others
-    QTimer *m_noticing; // runs while it is shown
+    QLabel *lblNotice;  // drawn over the others
+    QTimer *m_noticing; // runs while lblNotice is shown
     QLabel *lblZoom;
     QPushButton *cmdZoomOut;
     QPushButton *cmdZoomIn;

@@ -36,16 +36,16 @@ void frmPicture::Load(const QString &path, const QString &name)
 {
     QImageReader reader(path);
     reader.setDecideFormatFromContent(true);
-    const QSize size = reader.size(); // from the head of the file; the pixels are not read yet
+    const QSize size = reader.size(); // from the file's header, without reading pixels
     if (path.isEmpty() || !reader.canRead() || size.isEmpty()) {
         lblPicture->setText(name + u"が見つかりません。"_s);
         return;
     }
-    if (qint64(size.width()) * size.height() > MostPicturePixels) {
+    if (qint64(size.width()) * size.height() > MaxPicturePixels) {
         lblPicture->setText(name + u"は大きすぎるため表示できません。"_s);
         return;
     }
-    const QSize available = AvailableSize(this) * 0.9; // with the edge around the picture
+    const QSize available = AvailableSize(this) * 0.9; // leaves room for a margin
     if (size.width() > available.width() || size.height() > available.height())
         reader.setScaledSize(size.scaled(available, Qt::KeepAspectRatio));
     QPixmap picture = QPixmap::fromImage(reader.read());
@@ -53,7 +53,7 @@ void frmPicture::Load(const QString &path, const QString &name)
         lblPicture->setText(name + u"が見つかりません。"_s);
         return;
     }
-    // A drawing without a background is meant for white paper; its lines would vanish on a dark desktop.
+    // Drawings without a background assume white paper; their lines would vanish on a dark desktop.
     if (picture.hasAlphaChannel()) {
         QPainter painter(&picture);
         painter.setCompositionMode(QPainter::CompositionMode_DestinationOver);

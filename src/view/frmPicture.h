@@ -5,16 +5,15 @@
 
 class QLabel;
 
-/// Most pixels of a picture that is loaded, a little below what Qt itself allows (128 MB). A small file can claim any
-/// number of them.
-constexpr qint64 MostPicturePixels = 30'000'000;
+/// Largest picture to load, a little below Qt's own limit (128 MB), because even a small file can claim any size.
+constexpr qint64 MaxPicturePixels = 30'000'000;
 
 class frmPicture : public QDialog
 {
     Q_OBJECT
 
   public:
-    /// @param folder  where the pictures are; @param name  the picture's name without extension
+    /// @param folder  of the pictures; @param name  the picture's name without extension
     frmPicture(const QString &folder, const QString &name, QWidget *owner);
 
   protected:

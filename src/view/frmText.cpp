@@ -28,7 +28,7 @@ using namespace Qt::Literals::StringLiterals;
 
 frmText::~frmText() = default;
 
-/// The window was shown first, or the learner came back to it from another window of the program.
+/// The window was shown for the first time, or the user came back to it from another window of the program.
 void frmText::Form_Activate()
 {
     WriteTrace(u"■frmText.Form_Activate()");
@@ -75,13 +75,13 @@ void frmText::cmdFile_Click()
     picText->setFocus();
 }
 
-/// Begins a session with a file: its row is there before the file is read, so that every attempt leaves one.
+/// Begins a session with a file. Its row is inserted before the file is read, so that every attempt leaves one.
 void frmText::OpenSession(const QString &path)
 {
-    // What was typed ahead was meant for the file list. It arrives here and while the file is read, and does nothing.
+    // Input typed ahead was meant for the file list. It arrives here or while the file is read, and is ignored.
     m_inputGuard = std::make_unique<InputGuard>();
     const auto listenAgain = qScopeGuard([this] {
-        // Once all that has arrived by now was handled.
+        // After all pending events have been handled.
         QTimer::singleShot(0, this, [this] { m_inputGuard.reset(); });
     });
     QCoreApplication::processEvents();
@@ -91,13 +91,13 @@ void frmText::OpenSession(const QString &path)
     Timer1->stop();
     m_stateBar->ClearTime();
     m_stateBar->ShowFileChange(false);
-    picText->SetStudy(nullptr, nullptr); // the text that it shows is gone as soon as another one is opened
+    picText->SetStudy(nullptr, nullptr); // opening another file destroys the text it shows
     if (m_frmSearch)
-        m_frmSearch->SetText(nullptr); // as is the one that it counts in
+        m_frmSearch->SetText(nullptr); // and the text it counts in
     QString message;
     const bool isLoaded = m_session.Open(path, &message);
     if (m_stage == Stage::Ended)
-        return; // the window was closed under a message about the record
+        return; // the window was closed while a database message was shown
     if (isLoaded) {
         picText->SetStudy(&m_session.Text(), &m_session.Round());
         EnableFileControls(true);
@@ -113,13 +113,13 @@ void frmText::OpenSession(const QString &path)
     }
     WatchFile();
     Timer1->start();
-    // The first tick at once: by the time of the next one the second may have changed, and the clock would stay empty.
+    // Ticks once immediately: by the first regular tick the second may have passed, and the clock would stay empty.
     QTimer::singleShot(0, this, &frmText::Timer1_Timer);
     if (!message.isEmpty())
         m_services.ShowMessage(message);
 }
 
-/// Has a change of the open file told from now on. An editor may write into the file or put another one in its place.
+/// Watches the open file for changes. Watches its folder too, because an editor may replace the file.
 void frmText::WatchFile()
 {
     if (const QStringList watched = m_watcher->files() + m_watcher->directories(); !watched.isEmpty())
@@ -132,11 +132,11 @@ void frmText::TellFileChange()
 {
     m_stateBar->ShowFileChange(m_session.IsFileChanged());
     if (m_watcher->files().isEmpty() && QFileInfo::exists(m_session.Path()))
-        m_watcher->addPath(m_session.Path()); // another file in its place is not watched by itself
+        m_watcher->addPath(m_session.Path()); // a replaced file is no longer watched
 }
 
-/// Shows the session's text, which is another one now: what was found and chosen in the one before counts no more.
-/// @param topLine  line that comes to the top where there is one
+/// Shows the session's new text and forgets what was found and selected in the previous one.
+/// @param topLine  line to bring to the top, if it exists
 void frmText::ShowText(int topLine)
 {
     picText->SetFound(TextSpan());
@@ -159,7 +159,7 @@ void frmText::Timer1_Timer()
         m_stateBar->ShowTime(*elapsed);
 }
 
-/// Shows a question or a notice over this window.
+/// Shows a question or a message over this window.
 MsgResult frmText::Ask(const QString &message, MsgStyle style, const QString &soundName)
 {
     const MsgResult result = m_msg.DispFrmMsg(this, message, style, soundName);
@@ -172,7 +172,7 @@ void frmText::OpenInEditorAt(int line)
     OpenInEditor(m_services, m_settings.TextEditor, m_session.Path(), line);
 }
 
-// Session and clock go on through a re-read.
+// Reading the file again does not interrupt the session or its clock.
 void frmText::cmdReRead_Click()
 {
     WriteTrace(u"■frmText.cmdReRead_Click()");
@@ -219,7 +219,7 @@ void frmText::cmdIni_Click()
     } else {
         Form_Activate();
     }
-    // A message box over the settings window may have left no window active.
+    // A message box over the settings window may leave no window active.
     activateWindow();
     picText->setFocus();
 }
@@ -281,13 +281,13 @@ void frmText::ExportFile()
     frmExport(m_services, m_msg, m_session.Marks(), ReportFolderPath(), this).Run(m_session.Path());
 }
 
-/// Where the user stops. Whoever has only looked in stops where the time before.
+/// The line at which the user stops; that of the last session until the user scrolls.
 int frmText::StoppedAt() const
 {
     return m_offeredLine > 0 ? m_offeredLine : VScroll->value();
 }
 
-/// Completes the session, and tells what could not be kept.
+/// Completes the session and reports what could not be saved.
 void frmText::CompleteSession()
 {
     m_keeping->stop();

@@ -1,5 +1,5 @@
-// The study window: shows one study file with its answers hidden, uncovers them, runs the clock and keeps the session's
-// row. It opens the file selection window while no file has been chosen.
+// The study window: shows one study file with its answers hidden, uncovers them, runs the clock and maintains the
+// session's row in the database. While no file has been chosen, it opens the file selection window.
 #pragma once
 
 #include "base/modLog.h"
@@ -28,7 +28,7 @@ class QTimer;
 class StudyStateBar;
 struct ClickTarget;
 
-/// What the study window is made for: one learner in one application folder.
+/// What the study window works with: one user in one application folder.
 struct StudyContext
 {
     QString applicationFolder;
@@ -45,14 +45,14 @@ class frmText : public QWidget
             const StudyContext &context);
     ~frmText() override;
 
-    /// Completes the session and closes the database, once; touches no window. Nothing is recorded from then on.
+    /// Completes the session and closes the database, once; touches no window. Nothing is recorded afterwards.
     void Record();
 
     /// One tick of the study clock.
     void Timer1_Timer();
 
   Q_SIGNALS:
-    /// All is recorded and closed: the program is to end.
+    /// Everything is recorded and closed; the program must end.
     void Ended();
 
   protected:
@@ -142,13 +142,13 @@ class frmText : public QWidget
     void ShowFound(const TextSpan &found);
     void ShowPicture(const QString &name);
 
-    /// How far the window is in its life.
+    /// Stages in the life of the window.
     enum class Stage
     {
         Created,
         Shown,
-        RepairsTold, ///< the learner knows what was wrong with the settings file
-        Ended,       ///< nothing is recorded any more
+        RepairsTold, ///< the user has been told what was wrong with the settings file
+        Ended,       ///< nothing more is recorded
     };
 
     SystemServices &m_services;
@@ -165,12 +165,12 @@ class frmText : public QWidget
     Stage m_stage = Stage::Created;
     QFileSystemWatcher *m_watcher; // of the open file and its folder
     int m_zoom = 100;              // percent, one of ZoomSteps
-    bool m_isZoomChosen = false;   // whether the learner chose it in this run
+    bool m_isZoomChosen = false;   // whether the user chose it in this run
     unsigned m_wheelMessage = 0;
 
     std::unique_ptr<InputGuard> m_inputGuard; // while a file is being opened
-    std::unique_ptr<KeywordSearch> m_search;  // with its window
-    frmSearch *m_frmSearch = nullptr;         // made when it is first opened, as the other
+    std::unique_ptr<KeywordSearch> m_search;  // for m_frmSearch
+    frmSearch *m_frmSearch = nullptr;         // created when first opened, like m_frmFile
     frmFile *m_frmFile = nullptr;
     PicText *picText;
     QScrollBar *VScroll;
@@ -186,12 +186,12 @@ class frmText : public QWidget
     ElidedLabel *lblFile;
     StudyStateBar *m_stateBar;
     QTimer *Timer1;
-    QTimer *m_keeping; // runs from a change of a mark until it is kept
+    QTimer *m_keeping; // runs from a change of a mark until it is saved
 
-    int m_offeredLine = 0;   // at which the user stopped the last time, while it is offered
-    int m_wholeLine = 0;     // line that was last shown as a whole, while nothing else was shown since
-    int m_topLineBefore = 1; // the round that can be taken back
+    int m_offeredLine = 0;   // where the user last stopped, while offered
+    int m_wholeLine = 0;     // line last shown as a whole, if no other answer was shown since
+    int m_topLineBefore = 1; // state to restore when the new round is undone
     int m_markLineBefore = 0;
     int m_markLineAfter = 0;
-    bool m_isVoiceTold = false; // that there is none
+    bool m_isVoiceTold = false; // whether the user knows that there is no voice
 };

@@ -1,4 +1,4 @@
-// What the study window does with answers: shows and hides them, marks the hard ones, gives hints and reads aloud.
+// The study window's handling of answers: showing and hiding, marking hard ones, hints and reading aloud.
 #include "base/modLog.h"
 #include "settings/frmMsg.h"
 #include "settings/modSpeech.h"
@@ -20,7 +20,7 @@ void frmText::picText_KeyDown(int key)
     if (key == Qt::Key_Return || key == Qt::Key_Enter)
         Enter();
     else if (key == Qt::Key_F2)
-        m_services.ShowMessage(u"F2"_s); // a left-over that is kept; it does nothing else
+        m_services.ShowMessage(u"F2"_s); // a leftover, kept as it always was; the key does nothing else
 }
 
 void frmText::Enter()
@@ -51,7 +51,7 @@ void frmText::Enter()
 void frmText::Reveal(int blank)
 {
     m_wholeLine = 0;
-    m_stateBar->HideNotice(); // what was hidden cannot be taken back any more
+    m_stateBar->HideNotice(); // hiding can no longer be undone
     const bool isShown = m_session.Round().Toggle(blank);
     picText->DrawBlank(blank);
     ShowProgress();
@@ -73,13 +73,13 @@ void frmText::picText_MouseDown(Qt::MouseButton button, int xPx, int yPx)
         HideAllAnswers();
 }
 
-// Nothing is meant to happen here; the pointer's shape is the text area's own business.
+// Only traced: picText sets the shape of the pointer itself.
 void frmText::picText_MouseMove()
 {
     WriteTrace(u"■frmText.picText_MouseMove");
 }
 
-// Nothing is meant to happen here either.
+// Only traced: dropping something on the page has no effect.
 void frmText::picText_OLEDragDrop()
 {
     WriteTrace(u"■frmText.picText_OLEDragDrop");
@@ -121,7 +121,7 @@ void frmText::ClickLineNumber(int line)
     Click(TargetOfLineNumber(line, Page()));
 }
 
-/// Begins a new round of all blanks: what a right click does.
+/// Begins a new round with all blanks, as a right click does.
 void frmText::HideAllAnswers()
 {
     if (!m_session.IsFileOpen())
@@ -141,8 +141,9 @@ void frmText::HideAllAnswers()
     ShowProgress();
 }
 
-/// Keeps what is taken back with a round. @param roundBefore  its number; the others are of its page and mark
-/// @return whether another one has begun
+/// Saves what undoing a new round has to restore. @param roundBefore  number of the previous round; topLine and
+/// markLine belong to it
+/// @return whether a new round has begun
 bool frmText::KeepBefore(unsigned roundBefore, int topLine, int markLine)
 {
     if (m_session.Round().RoundNumber() == roundBefore)
@@ -160,7 +161,7 @@ void frmText::OfferToTakeBack()
                                                           : u"すべて隠しました（Ctrl+Z で元に戻す）"_s);
 }
 
-/// Brings back what the last hiding of all answers has hidden.
+/// Undoes the last hiding of all answers.
 void frmText::TakeBack()
 {
     StudyRound &round = m_session.Round();
@@ -168,20 +169,20 @@ void frmText::TakeBack()
         return;
     round.TakeBack();
     if (round.lngMarkLine() == m_markLineAfter)
-        round.MarkLine(m_markLineBefore); // no other one was chosen since
+        round.MarkLine(m_markLineBefore); // no other line was marked since
     m_wholeLine = 0;
     m_stateBar->HideNotice();
     ShowHardControls();
     ShowLine(m_topLineBefore);
 }
 
-/// Marks a blank as hard, or takes the mark away. 0 is none.
+/// Marks a blank as hard, or removes the mark. Does nothing for 0.
 void frmText::ToggleHard(int blank)
 {
     if (blank == 0)
         return;
     m_session.ToggleHard(blank);
-    m_keeping->start(); // several marks at once are written together
+    m_keeping->start(); // writes several quick changes together
     if (Page().Holds(m_session.Text().Blanks().LineOf(blank)))
         picText->DrawHard(blank);
     ShowHardControls();
@@ -212,14 +213,14 @@ void frmText::ShowHardControls()
     chkOnlyHard->setChecked(m_session.Round().IsOnlyHard());
 }
 
-/// The blank that keys have chosen, 0 when they have not.
+/// The blank selected with the keyboard, 0 for none.
 int frmText::ChosenBlank() const
 {
     const TextSpan &current = picText->Current();
     return current.line > 0 ? TargetOf(m_session.Text(), m_session.Round(), current).blank : 0;
 }
 
-/// Shows all hidden answers of the line of the chosen blank, or else of the next one; a second time hides the line.
+/// Shows all hidden answers on the line of the selected blank, or else of the next one; a second call hides them.
 void frmText::ToggleWholeLine()
 {
     if (!m_session.IsFileOpen())
@@ -249,7 +250,7 @@ void frmText::ToggleWholeLine()
     SpeakAnswer(shown.join(u'、'));
 }
 
-/// Shows the first character of the chosen answer, or else of the next one, where it has others.
+/// Shows the first character of the selected answer, or else of the next one, unless it is the only character.
 void frmText::ShowHint()
 {
     if (!m_session.IsFileOpen())
@@ -261,7 +262,7 @@ void frmText::ShowHint()
     if (blank == 0 || m_session.Text().Answer(blank).size() <= 1)
         return;
     BringCellsIntoView(m_session.Text().Span(blank));
-    picText->setFocus(); // which the next key reaches
+    picText->setFocus(); // so that the next key reaches it
     picText->SetHint(blank);
 }
 
@@ -276,7 +277,7 @@ void frmText::chkSpeak_Click()
     }
 }
 
-/// Says what is read aloud: the mark in the box alone does not.
+/// Explains what is read aloud; the check mark alone does not.
 void frmText::ShowAloud()
 {
     const QString states[] = {u"読み上げません"_s, u"クリックした言葉だけを読み上げます"_s,
@@ -285,7 +286,7 @@ void frmText::ShowAloud()
     m_stateBar->ShowNotice(states[chkSpeak->checkState()]);
 }
 
-/// Reads an answer aloud that was not clicked on, where that is wanted. @param answer  may be empty
+/// Reads aloud an answer that was not clicked, if the user wants that. @param answer  may be empty
 void frmText::SpeakAnswer(const QString &answer)
 {
     if (chkSpeak->checkState() == Qt::Checked && !answer.trimmed().isEmpty())

@@ -1,5 +1,5 @@
-// How the study window comes to be: its controls, the keys that reach what else takes a mouse, its settings, its place
-// and its size.
+// Construction of the study window: its controls, the keyboard shortcuts for what otherwise needs a mouse, its
+// settings, its position and size.
 #include "base/modProduct.h"
 #include "files/frmFile.h"
 #include "platform/modWindowMessage.h"
@@ -101,7 +101,7 @@ void frmText::AddControls()
     column->addLayout(page, 1);
     column->addWidget(m_stateBar);
 
-    // As one reads: the buttons, the page with its bars, and then what is below it.
+    // In reading order: the buttons, the page with its scroll bars, then the row below.
     SetTabOrder({chkSpeak, chkOnlyHard, picText, VScroll, HScroll});
 
     VScroll->setRange(1, 1);
@@ -127,10 +127,10 @@ void frmText::AddControls()
     connect(m_watcher, &QFileSystemWatcher::directoryChanged, this, &frmText::TellFileChange);
     AddShortcuts();
     connect(Timer1, &QTimer::timeout, this, &frmText::Timer1_Timer);
-    Timer1->setInterval(600); // at least once a second, so that no multiple of ten is missed, and hardly more often
+    Timer1->setInterval(600); // often enough to see every second, so that no multiple of ten is missed
 }
 
-/// Keys for what else takes a mouse. They belong to the window: in the text area itself all keys but a few do nothing.
+/// Adds shortcuts for what otherwise needs a mouse. They belong to the window, because the text area ignores most keys.
 void frmText::AddShortcuts()
 {
     const auto add = [this](const QKeySequence &keys, const std::function<void()> &action) {
@@ -141,7 +141,7 @@ void frmText::AddShortcuts()
         });
         return shortcut;
     };
-    // A key that is held down goes on moving, but clicks only once.
+    // A held key keeps moving but clicks only once.
     const auto addClick = [&add](const QKeySequence &keys, const std::function<void()> &action) {
         add(keys, action)->setAutoRepeat(false);
     };
@@ -173,7 +173,7 @@ void frmText::AddShortcuts()
     addClick(Qt::CTRL | Qt::Key_G, [this] { AskForLine(); });
     addClick(Qt::CTRL | Qt::SHIFT | Qt::Key_G, [this] { GoToRandomPage(); });
     add(Qt::CTRL | Qt::Key_Plus, [this] { ChangeZoom(1); });
-    // The same key without Shift, where + needs it: on a keyboard for English and on one for Japanese.
+    // The key of + without Shift, on English and on Japanese keyboards.
     add(Qt::CTRL | Qt::Key_Equal, [this] { ChangeZoom(1); });
     add(Qt::CTRL | Qt::Key_Semicolon, [this] { ChangeZoom(1); });
     add(Qt::CTRL | Qt::Key_Minus, [this] { ChangeZoom(-1); });
@@ -182,7 +182,7 @@ void frmText::AddShortcuts()
     addClick(Qt::CTRL | Qt::Key_0, [this] { SetZoom(ZoomSteps.front()); });
 }
 
-// A click leaves the focus in the text, where Enter is; Tab still reaches every button, and Enter presses it there.
+// A click leaves the focus in the text, where Enter shows answers. Tab still reaches every button, for Enter to press.
 QPushButton *frmText::AddBarButton(const QString &name, const QString &caption, const QString &toolTip,
                                    void (frmText::*handler)())
 {
@@ -197,10 +197,10 @@ void frmText::Form_Load()
     WriteTrace(u"■frmText.Form_Load()");
     setWindowTitle(ProductName() + u" Ver"_s + VersionText() + u" ["_s + m_context.userName + u']');
 
-    // The letters' size decides the window's, and that the greatest left edge.
+    // The text size determines the window's size, and that the largest left edge.
     const QRect area = screen()->availableGeometry();
     m_upper = UpperBounds(area.width());
-    QStringList repairs; // are shown when the window is
+    QStringList repairs; // shown once the window is
     if (m_settingsFile.Exists())
         m_settings = m_settingsFile.Read(m_defaults, m_upper, &repairs);
     const int zoom = m_settingsFile.ReadZoom();
@@ -218,7 +218,7 @@ void frmText::Form_Load()
     EnableFileControls(false);
     ShowHardControls();
     SetUpScrollBar();
-    // Nobody sends this message any more; the number is registered as it always was.
+    // Nobody sends this message any more, but it is still registered, as it always was.
     m_wheelMessage = RegisterMessageName(u"MSWHEEL_ROLLMSG"_s);
 }
 
@@ -229,14 +229,14 @@ void frmText::EnableFileControls(bool isEnabled)
         control->setEnabled(isEnabled);
 }
 
-// Not every window system tells a window when it becomes active, so the first time is when it is shown.
+// Not every window system reports activation, so the first time is when the window is shown.
 void frmText::showEvent(QShowEvent *event)
 {
     QWidget::showEvent(event);
     if (m_stage != Stage::Created)
         return;
     m_stage = Stage::Shown;
-    // Another screen may have other pixels for a point.
+    // Another screen may have a different resolution.
     connect(windowHandle(), &QWindow::screenChanged, this, &frmText::ApplySettings);
     activateWindow();
     picText->setFocus();
@@ -250,13 +250,13 @@ void frmText::showEvent(QShowEvent *event)
 void frmText::Form_Resize()
 {
     WriteTrace(u"■frmText.Form_Resize");
-    // Nothing else: the text area sees to its rows itself.
+    // Nothing else: picText updates its number of rows itself.
 }
 
 void frmText::resizeEvent(QResizeEvent *event)
 {
     QWidget::resizeEvent(event);
-    // The rows that wrap in a narrow window must not push each other out of it.
+    // Rows that wrap in a narrow window must not push each other out of it.
     setMinimumHeight(qMin(layout()->minimumHeightForWidth(width()), AvailableSize(this).height()));
     Form_Resize();
 }
@@ -271,7 +271,7 @@ void frmText::ReadSettings()
     QStringList messages;
     m_settings = m_settingsFile.Read(m_defaults, m_upper, &messages);
     if (m_stage != Stage::Shown)
-        return; // once is enough
+        return; // already reported
     m_stage = Stage::RepairsTold;
     for (const QString &message : messages)
         m_services.ShowMessage(message);
@@ -285,13 +285,13 @@ void frmText::ApplySettings()
     DescribePage();
 }
 
-/// The size at which lines of the greatest length fit beside a scroll bar, in pixels.
+/// The size in pixels at which lines of maximum length fit beside a scroll bar.
 QSize frmText::SizeForText() const
 {
     return sizeHint() + QSize(VScroll->isHidden() ? VScroll->sizeHint().width() : 0, 0);
 }
 
-/// Widens the window, up to the screen, where a line of the greatest length does not fit into it any more.
+/// Widens the window, at most to the screen, if a line of maximum length no longer fits.
 void frmText::WidenToText()
 {
     const QRect area = screen()->availableGeometry();
@@ -303,15 +303,15 @@ void frmText::WidenToText()
     move(qMax(area.left(), qMin(x(), area.right() + 1 - wanted - frame)), y());
 }
 
-/// The largest left edge at which a window of a width is still on the screen, pixels. Left edges are those of the whole
-/// screen, panels at its side included: a window must not move on by a panel's width at each start.
+/// The largest left edge, in pixels, at which a window of the given width is still on the screen. Relative to the whole
+/// screen including panels, or the window would move by the width of a panel at each start.
 int frmText::LargestLeft(int widthPx) const
 {
     return qMax(0, screen()->geometry().right() + 1 - widthPx);
 }
 
-/// Saves the left edge, and the size beside it. A window can stand farther right than the bound allows; the value is
-/// cut to it, or the next start would complain about what the program wrote itself.
+/// Saves the left edge and the size. A left edge beyond the allowed bound is clamped, or the next start would complain
+/// about a value that the program itself has written.
 void frmText::SaveFormPos()
 {
     const bool isAsUsual = !isMaximized() && !isFullScreen();
@@ -322,7 +322,7 @@ void frmText::SaveFormPos()
         m_settingsFile.WriteZoom(m_zoom);
 }
 
-/// Puts the file selection window over the study window: centred on it, its top at the button that opens it.
+/// Places the file selection window over the study window: centred, with its top at the button that opens it.
 void frmText::PlaceFileWindow()
 {
     const QRect area = screen()->availableGeometry();

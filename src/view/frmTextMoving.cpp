@@ -1,4 +1,4 @@
-// How the study window moves through its page: the scroll bars, keys that go through the file, and the zoom.
+// Navigation in the study window: the scroll bars, the keys that move through the file, and the zoom.
 #include "settings/modZoom.h"
 #include "view/StudyStateBar.h"
 #include "view/frmText.h"
@@ -17,7 +17,7 @@ PageInView frmText::Page() const
     return PageAt(VScroll->value(), m_session.Text().LineCount(), picText->Layout());
 }
 
-/// Shows the scroll bars that the open text needs, and has the page take what room they leave.
+/// Shows the scroll bars that the open text needs and gives the page the remaining space.
 void frmText::ShowNeededScrollBars()
 {
     const int barPx = VScroll->sizeHint().width();
@@ -30,7 +30,7 @@ void frmText::ShowNeededScrollBars()
         return;
     VScroll->setVisible(needed.isVertical);
     HScroll->setVisible(needed.isHorizontal);
-    layout()->activate(); // now, for the rows of the page to come follow from it
+    layout()->activate(); // immediately, because the number of rows depends on it
 }
 
 void frmText::SetUpScrollBar()
@@ -44,7 +44,7 @@ void frmText::SetUpScrollBar()
     HScroll->setRange(0, qMax(0, m_session.Text().LongestLineCells() - cellsInView));
     HScroll->setPageStep(cellsInView);
     if (!page.Holds(picText->Current().line))
-        picText->SetCurrent(TextSpan()); // what is not seen must not be clicked
+        picText->SetCurrent(TextSpan()); // what is out of view must not be clicked
     ShowProgress();
 }
 
@@ -54,14 +54,14 @@ void frmText::VScroll_Change()
     picText->SetCurrent(TextSpan());
     picText->SetHint(0);
     picText->SetTopLine(VScroll->value());
-    if (VScroll->value() > 1 && m_offeredLine > 0) { // the user goes another way, or there
+    if (VScroll->value() > 1 && m_offeredLine > 0) { // the user has accepted the offer or moved elsewhere
         m_offeredLine = 0;
         m_stateBar->EndOffer();
     }
     ShowProgress();
 }
 
-/// Brings a line to the top and paints the page anew, also where that line stands there already.
+/// Brings a line to the top and repaints the page, even if the line is already there.
 void frmText::ShowLine(int line)
 {
     if (VScroll->value() != line)
@@ -82,14 +82,14 @@ void frmText::HScroll_Change()
     DescribePage();
 }
 
-/// Moves the page sideways, just far enough that a stretch of a line is in view.
+/// Scrolls the page sideways just far enough to bring a span into view.
 void frmText::BringCellsIntoView(const TextSpan &span)
 {
     if (span.line > 0)
         HScroll->setValue(LeftCellShowing(m_session.Text().Cells(span), picText->Layout()));
 }
 
-/// Goes some pages on, or back where they are negative. No answer changes.
+/// Moves by some pages, back if negative. No answer changes.
 void frmText::MovePages(int pages)
 {
     VScroll->setValue(VScroll->value() + pages * Page().pageSize);
@@ -101,7 +101,7 @@ void frmText::AskForLine()
         m_stateBar->AskForLine(m_offeredLine > 0 ? m_offeredLine : VScroll->value(), m_session.Text().LineCount());
 }
 
-/// Goes to a page at random, of those with something left to answer.
+/// Goes to a random page that still has a hidden answer.
 void frmText::GoToRandomPage()
 {
     const int topLine = RandomPage(m_session.Round(), m_session.Text(), Page(), QRandomGenerator::global());
@@ -116,7 +116,7 @@ void frmText::GoToTarget(bool backwards)
     BringCellsIntoView(picText->Current());
 }
 
-/// Marks a place that was found and brings it into view, with a few lines above it where the view has to move.
+/// Marks a hit and brings it into view, with a few lines above it if the view has to move.
 void frmText::ShowFound(const TextSpan &found)
 {
     constexpr int linesAbove = 3;
@@ -126,7 +126,7 @@ void frmText::ShowFound(const TextSpan &found)
     BringCellsIntoView(found);
 }
 
-/// Shows the page larger by some steps, or smaller. The line at its top stays there.
+/// Zooms by some steps, out if negative. The top line stays at the top.
 void frmText::ChangeZoom(int steps)
 {
     SetZoom(ZoomBy(m_zoom, steps));
@@ -142,7 +142,7 @@ void frmText::SetZoom(int percent)
     WidenToText();
 }
 
-/// Tells assistive technology how the page is shown.
+/// Describes the page's zoom and colours to assistive technology.
 void frmText::DescribePage()
 {
     QString description = u"大きさ %1 %"_s.arg(m_zoom);

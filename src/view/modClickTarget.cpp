@@ -7,7 +7,7 @@
 
 namespace {
 
-/// A line with its hidden answers masked. A reference with a shown answer in it is one like any other.
+/// A line with its hidden answers masked. Shown answers may be part of a picture reference.
 QString LineAsShown(const DisplayText &text, const StudyRound &round, int line)
 {
     return text.MaskedLine(line, [&round](int blank) { return !round.bolOpen(blank); });
@@ -37,7 +37,7 @@ ClickTarget TargetAt(const DisplayText &text, const StudyRound &round, int xPx, 
     if (layout.IsInNumberStrip(xPx))
         return {.numberedLine = MarkLineAt(yPx, topLine, layout)};
     if (layout.RowOffsetAt(yPx) >= layout.RowsPerPage())
-        return {}; // below the last row: what would stand there is not painted
+        return {}; // below the last row nothing is painted
     if (const int blank = HitTest(text, xPx, yPx, topLine, layout); blank > 0)
         return {.blank = blank};
     const int line = layout.LineAt(yPx, topLine);
@@ -46,7 +46,7 @@ ClickTarget TargetAt(const DisplayText &text, const StudyRound &round, int xPx, 
     const qsizetype index = IndexOfCell(text.Line(line), layout.CellAt(xPx));
     if (index < 0)
         return {};
-    // No answer, shown or not, joins the word that stands beside it.
+    // An answer, shown or hidden, never joins an adjacent word.
     return {.word = WordAround(text.MaskedLine(line), index),
             .picture = PictureNameAt(LineAsShown(text, round, line), index)};
 }
@@ -96,7 +96,7 @@ ClickTarget TargetOf(const DisplayText &text, const StudyRound &round, const Tex
             return {.blank = blank};
     const QString line = LineAsShown(text, round, span.line);
     const qsizetype index = span.Index();
-    // Of references that stand in each other the given one is meant, which the mouse cannot say.
+    // Of nested references, keys can select the given one, unlike the mouse.
     for (const PictureReference &reference : PictureReferences(line))
         if (reference.start == index)
             return {.picture = reference.name};

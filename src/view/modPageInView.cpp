@@ -2,8 +2,7 @@
 
 namespace {
 
-/// A file that just fills the page can scroll already; that is meant. Its last line can come to the top like that of a
-/// longer one.
+/// A file that exactly fills the page can scroll too, so that its last line can come to the top as in longer files.
 bool CanScroll(int lineCount, const PageLayout &layout)
 {
     return lineCount > 0 && lineCount >= layout.RowsPerPage();
@@ -27,7 +26,7 @@ NeededScrollBars ScrollBarsFor(int lineCount, int longestLineCells, const PageLa
 {
     PageLayout page = whole;
     NeededScrollBars needed;
-    // The room that one bar takes may make the other one necessary. None is given up again, or they might take turns.
+    // The space taken by one bar may make the other one necessary. A bar once needed stays, or the two might alternate.
     for (NeededScrollBars before{true, true}; needed != before;) {
         before = needed;
         needed.isVertical |= CanScroll(lineCount, page);

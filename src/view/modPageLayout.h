@@ -1,10 +1,10 @@
-// Where things stand on the page: a grid of half-width cells and rows of equal height. All lengths are pixels of the
-// text area; lines and rows are numbered from 1, cells from 0.
+// The geometry of the page: a grid of half-width cells and rows of equal height. All lengths are in pixels of the text
+// area; lines and rows are numbered from 1, cells from 0.
 #pragma once
 
 struct PageLayout
 {
-    int cellWidthPx = 1; ///< width of a half-width character; a full-width one has exactly two
+    int cellWidthPx = 1; ///< width of a half-width character; a full-width one takes exactly two cells
     int linePitchPx = 1; ///< height of a line of text and the space below it
     int widthPx = 0;     ///< width of the text area
     int heightPx = 0;    ///< height of the text area
@@ -20,7 +20,7 @@ struct PageLayout
         return rows < 1 ? 1 : rows;
     }
 
-    /// Lines that a page turn goes on by, at least 1: one line stays in view.
+    /// Number of lines that a page turn advances, at least 1. One line stays in view.
     int LargeChange() const
     {
         return RowsPerPage() > 1 ? RowsPerPage() - 1 : 1;
@@ -31,13 +31,13 @@ struct PageLayout
         return (row - 1) * linePitchPx + TopMarginPx;
     }
 
-    /// Lines between the top line and the line under y, both counted from the top margin; 0 in the first row.
+    /// Number of rows between the first row and the one at y; 0 in the first row.
     int RowOffsetAt(int yPx) const
     {
         return (yPx - TopMarginPx) / linePitchPx;
     }
 
-    /// The row of a line while another one is in the first row, and back.
+    /// Converts between lines and rows, given the line in the first row.
     static int RowOf(int line, int topLine)
     {
         return line - topLine + 1;
@@ -48,13 +48,13 @@ struct PageLayout
         return row + topLine - 1;
     }
 
-    /// The line whose row is under y; of the top margin, the top line.
+    /// The line whose row is at y; the top line for the top margin.
     int LineAt(int yPx, int topLine) const
     {
         return RowOffsetAt(yPx) + topLine;
     }
 
-    /// Width of the strip of line numbers: four and a half characters and the margin.
+    /// Width of the strip of line numbers: four and a half half-width characters and the margin.
     int NumberStripPx() const
     {
         return cellWidthPx * 9 / 2 + TopMarginPx;
@@ -77,13 +77,13 @@ struct PageLayout
         return TextLeftPx() + (cell - leftCell) * cellWidthPx;
     }
 
-    /// The cell under x, not left of the text.
+    /// The cell at x, which must not be left of the text.
     int CellAt(int xPx) const
     {
         return (xPx - TextLeftPx()) / cellWidthPx + leftCell;
     }
 
-    /// Whole cells in view, at least 1; at the right as at the left there is a margin, which holds the edge of a box.
+    /// Number of whole cells in view, at least 1. There is a margin for the edge of a box on the right as on the left.
     int CellsInView() const
     {
         const int cells = (widthPx - TextLeftPx() - TopMarginPx) / cellWidthPx;

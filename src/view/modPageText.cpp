@@ -4,12 +4,12 @@
 
 namespace {
 
-/// A stretch of a line as it is spoken.
+/// A part of a line and its spoken text.
 struct SpokenPart
 {
-    TextSpan span;    ///< what is on the page
-    QStringView text; ///< what is said for it
-    bool isWhole;     ///< whether it is said for the span as a whole, and not character by character
+    TextSpan span;    ///< on the page
+    QStringView text; ///< spoken for it
+    bool isWhole;     ///< whether text stands for the span as a whole rather than character by character
 };
 
 /// The parts of a line: text, answers, and text between them.
@@ -28,7 +28,7 @@ std::vector<SpokenPart> PartsOf(const DisplayText &text, const StudyRound &round
     };
     for (const int blank : text.BlanksOnLine(line)) {
         const TextSpan span = text.Span(blank);
-        addText(span.Index() + 1); // with the space that was its bracket
+        addText(span.Index() + 1); // with the space in place of the bracket
         if (round.bolOpen(blank))
             addText(done + text.Answer(blank).size());
         else
@@ -72,7 +72,7 @@ int SpokenOffset(const DisplayText &text, const StudyRound &round, int topLine, 
         offset += SpokenLength(text, round, above) + 1;
     for (const SpokenPart &part : PartsOf(text, round, line)) {
         const qsizetype start = part.span.Index();
-        // Of an empty answer that is hidden, the place of its closing bracket is meant.
+        // A hidden empty answer counts as one character, at its closing bracket.
         const qsizetype end = start + qMax(part.span.length, part.isWhole ? 1 : 0);
         if (index < end)
             return int(offset + (part.isWhole ? 0 : index - start));

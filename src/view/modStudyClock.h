@@ -11,6 +11,6 @@ struct ElapsedTime
     qint64 seconds; ///< 0, 10, ... 50
 };
 
-/// What the clock shows at a tick, or nothing when it stays as it is: between two multiples of ten seconds, or when the
-/// system's clock was set back behind the start.
+/// What the clock shows at a tick, or nothing if it does not change: between multiples of ten seconds, or when the
+/// system clock has been set back before the start.
 std::optional<ElapsedTime> ClockTick(const QDateTime &start, const QDateTime &now);

@@ -15,7 +15,8 @@ void StudyRound::Load(int blankCount, const std::vector<int> &hardBlanks)
 
 void StudyRound::Reload(int blankCount, const std::vector<int> &hardBlanks)
 {
-    // While only the hard ones are studied, what is hard decides what is hidden, and only hard ones keep their state.
+    // While only hard blanks are studied, the new marks decide what is hidden, and only those already hard keep
+    // their state.
     std::vector<int> shown;
     for (int blank = 1; blank <= qMin(blankCount, BlankCount()); ++blank)
         if (bolOpen(blank) && (!m_isOnlyHard || IsHard(blank)))
@@ -39,7 +40,7 @@ void StudyRound::MarkAsHard(const std::vector<int> &blanks)
     m_isOnlyHard = m_isOnlyHard && m_hardCount > 0;
 }
 
-/// Shows a hidden answer or hides a shown one, without a count.
+/// Shows a hidden answer or hides a shown one, without counting it.
 void StudyRound::Change(int blank)
 {
     unsigned &changedIn = m_changedIn[size_t(blank)];
@@ -71,7 +72,7 @@ void StudyRound::ToggleLine(const BlankRange &blanks)
 void StudyRound::HideAll()
 {
     if (IsUntouched() && m_round.showsEasy == m_isOnlyHard)
-        return; // it has only just begun, and what can be taken back is the one before
+        return; // nothing happened in this round, so the one before it stays restorable
     m_wasOnlyHard = m_isOnlyHard;
     BeginRound();
 }
@@ -103,7 +104,8 @@ void StudyRound::TakeBack()
     }
 }
 
-/// What a blank was in the round that can be taken back is told by whether it is hard; before that changes, it is kept.
+/// Saves the state of a blank in the round that can be restored. That state is derived from whether the blank is hard,
+/// so it must be saved before that changes.
 void StudyRound::KeepBefore(int blank)
 {
     const auto isKept = [blank](const KeptBlank &kept) { return kept.blank == blank; };
@@ -172,7 +174,7 @@ EnterDecision DecideEnter(const StudyRound &round, const DisplayText &text, cons
     if (hidden > 0)
         return {.action = EnterAction::Reveal, .blank = hidden};
     const bool isAtEnd = page.topLine + page.pageSize >= page.maximum;
-    if (round.BlankCount() >= FewestBlanksToAsk && round.AllShown() && isAtEnd)
+    if (round.BlankCount() >= MinBlanksToAsk && round.AllShown() && isAtEnd)
         return {.action = EnterAction::AskThenTurn, .blank = 0};
     return {.action = EnterAction::TurnPage, .blank = 0};
 }
@@ -183,12 +185,11 @@ int TurnPage(StudyRound *round, const PageInView &page)
     if (!page.canScroll || page.topLine == page.maximum)
         round->HideAll();
     const int next = page.topLine + page.pageSize;
-    // A file without blanks counts as one whose last answer is shown: its pages turn and start again at line 1.
+    // A file without blanks counts as one whose last answer is shown, so its pages start again at line 1.
     const bool isLastShown = round->BlankCount() == 0 || round->bolOpen(round->BlankCount());
     if (!isLastShown) {
         const int top = qMin(next, page.maximum);
-        // At the end of a round that nobody touched the turn would change nothing, and Enter would be stuck there for
-        // ever.
+        // At the end of an untouched round the turn would change nothing, and Enter would be stuck there.
         return wasUntouched && top == page.topLine ? 1 : top;
     }
     if (next < page.maximum)
@@ -210,7 +211,7 @@ int RandomPage(const StudyRound &round, const DisplayText &text, const PageInVie
     for (int i = 0; i < draws; ++i)
         if (blank = 1 + random->bounded(blanks); isHiddenElsewhere(blank))
             return page.TopOfPage(page.PageOf(text.Blanks().LineOf(blank)));
-    // Hardly any is left: the next one after the last draw.
+    // Hardly any are left, so take the next one after the last draw.
     for (int i = 1; i < blanks; ++i)
         if (const int next = (blank + i - 1) % blanks + 1; isHiddenElsewhere(next))
             return page.TopOfPage(page.PageOf(text.Blanks().LineOf(next)));

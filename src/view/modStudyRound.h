@@ -1,5 +1,5 @@
 // The state of studying one file, and the rules by which keys and clicks change it. Lines and blanks are numbered from
-// 1; 0 means none. Nothing here takes longer for a longer file.
+// 1; 0 means none. A key or a click takes the same time whatever the length of the file.
 #pragma once
 
 #include "text/modDisplayText.h"
@@ -13,12 +13,12 @@ class QRandomGenerator;
 class StudyRound
 {
   public:
-    /// A new file: every answer hidden, nothing counted, no line marked. @param hardBlanks  ascending
+    /// Starts a new file: all answers hidden, nothing counted, no line marked. @param hardBlanks  ascending
     void Load(int blankCount, const std::vector<int> &hardBlanks = {});
 
-    /// The same file read again, which may now have more or fewer blanks. The first blanks keep their state by number,
-    /// whatever was inserted before them; the rest are hidden. While only the hard ones are studied, those that are not
-    /// hard are shown, and the others keep their state where they were hard before. Count and marked line stay.
+    /// Adopts the same file after it was read again, possibly with more or fewer blanks. Blanks keep their state by
+    /// number, even if others were inserted before them; new ones are hidden. While only hard blanks are studied, all
+    /// others are shown, and hard ones keep their state if they were hard before. Count and marked line stay.
     void Reload(int blankCount, const std::vector<int> &hardBlanks = {});
 
     int BlankCount() const
@@ -36,27 +36,26 @@ class StudyRound
     /// @return whether it is shown now
     bool Toggle(int blank);
 
-    /// The blank whose answer was shown last, 0 when there is none or the file was read again since.
+    /// The blank whose answer was shown last; 0 if there is none or the file was read again since.
     int LastShown() const
     {
         return m_lastShown;
     }
 
-    /// Shows all hidden answers of a line, each of which counts, or hides all when none is hidden.
+    /// Shows all hidden answers of a line, each of which counts, or hides all if none is hidden.
     /// @param blanks  those of the line
     void ToggleLine(const BlankRange &blanks);
 
-    /// The number of the present round; every other one has another.
+    /// Unique number of the current round.
     unsigned RoundNumber() const
     {
         return m_round.number;
     }
 
-    /// Begins a new round: hides every answer, or while only the hard ones are studied, every hard one, and shows the
-    /// others.
+    /// Begins a new round: hides all answers or, while only hard blanks are studied, hides those and shows the others.
     void HideAll();
 
-    /// Studies only the blanks that are marked as hard, or all again; either begins a new round.
+    /// Switches to studying only the blanks marked as hard, or back to all; either begins a new round.
     void StudyOnlyHard(bool isOnlyHard);
 
     bool IsOnlyHard() const
@@ -64,13 +63,13 @@ class StudyRound
         return m_isOnlyHard;
     }
 
-    /// Whether a round has begun since an answer was last shown or hidden, and the one before it can come back.
+    /// Whether the last new round can be undone: no answer has been shown or hidden since.
     bool CanTakeBack() const
     {
         return m_before.has_value();
     }
 
-    /// Brings the round back that was there before the last one began. What was counted stays counted.
+    /// Undoes the last new round: restores the round before it. Counted answers stay counted.
     void TakeBack();
 
     /// Whether a blank is marked as hard.
@@ -79,8 +78,8 @@ class StudyRound
         return m_isHard[size_t(blank)];
     }
 
-    /// Marks a blank as hard, or takes the mark away. Its answer stays as it is. Without the last mark all blanks are
-    /// studied again from the next round on.
+    /// Marks a blank as hard, or removes the mark. Its answer stays as it is. After the last mark is removed, the next
+    /// round studies all blanks again.
     void ToggleHard(int blank);
 
     int HardCount() const
@@ -88,7 +87,7 @@ class StudyRound
         return m_hardCount;
     }
 
-    /// All blanks that are marked as hard, ascending. It takes as long as there are blanks.
+    /// All blanks marked as hard, ascending. Takes time proportional to the number of blanks.
     std::vector<int> HardBlanks() const;
 
     int ShownCount() const
@@ -113,7 +112,7 @@ class StudyRound
         return m_openCount;
     }
 
-    /// Line marked in the strip of line numbers, 0 for none.
+    /// The line marked in the strip of line numbers, 0 for none.
     int lngMarkLine() const
     {
         return m_markLine;
@@ -129,8 +128,8 @@ class StudyRound
     struct Round
     {
         unsigned number = 1;
-        bool showsEasy = false; ///< whether the blanks that are not hard were shown when it began
-        int changedCount = 0;   ///< blanks that are not as they were then
+        bool showsEasy = false; ///< whether it began with the blanks that are not hard shown
+        int changedCount = 0;   ///< blanks that have changed since it began
         int shownCount = 0;
     };
 
@@ -139,7 +138,7 @@ class StudyRound
         return m_round.showsEasy && !m_isHard[size_t(blank)];
     }
 
-    /// A blank in the round that can be taken back.
+    /// State of a blank in the round that can be restored.
     struct KeptBlank
     {
         int blank;
@@ -152,17 +151,17 @@ class StudyRound
     void MarkAsHard(const std::vector<int> &blanks);
     void BeginRound();
 
-    // The round in which each blank was last changed, shown or hidden; 0 = in none. So hiding all answers is one step,
-    // however many. The blanks are numbered from 1; element 0 is none's.
+    // The round in which each blank was last shown or hidden; 0 for none. This makes hiding all answers a single step.
+    // Indexed by blank number from 1; element 0 is unused.
     std::vector<unsigned> m_changedIn{0};
     std::vector<bool> m_isHard{false};
     int m_hardCount = 0;
     bool m_isOnlyHard = false;
-    unsigned m_lastNumber = 1; // of all rounds
+    unsigned m_lastNumber = 1; // largest round number used
     Round m_round;
-    std::optional<Round> m_before;       // the round that can be taken back
-    bool m_wasOnlyHard = false;          // with it
-    std::vector<KeptBlank> m_keptBefore; // whose marks were changed since
+    std::optional<Round> m_before;       // the round that can be restored
+    bool m_wasOnlyHard = false;          // belongs to m_before
+    std::vector<KeptBlank> m_keptBefore; // blanks whose marks were changed since
     int m_lastShown = 0;
     int m_openCount = 0;
     int m_markLine = 0;
@@ -171,19 +170,19 @@ class StudyRound
 /// Blanks on the lines in view.
 BlankRange VisibleBlanks(const DisplayText &text, const PageInView &page);
 
-/// First blank of some whose answer is hidden, or 0.
+/// First blank in a range whose answer is hidden, or 0.
 int FirstHiddenBlank(const StudyRound &round, const BlankRange &range);
 
-/// Blank under a click, or 0 when none is hit.
+/// Blank at a click, or 0 if none is hit.
 /// @param xPx, yPx  pixels inside picText; yPx <= 5 is the top margin and hits nothing
 /// @param topLine  line in the first row
-/// @return a click exactly on an edge of a box is no hit, nor is one beside the text on a box that is out of view there
+/// @return 0 also for a click exactly on the edge of a box, or left of the text on a box that is partly out of view
 int HitTest(const DisplayText &text, int xPx, int yPx, int topLine, const PageLayout &layout);
 
 /// What Enter does.
 enum class EnterAction
 {
-    Reveal, ///< show the answer of the blank that is named with it
+    Reveal, ///< show the answer of EnterDecision::blank
     TurnPage,
     AskThenTurn, ///< ask whether to go on studying, and turn the page unless the window closes
 };
@@ -194,24 +193,24 @@ struct EnterDecision
     int blank; ///< for Reveal, else 0
 };
 
-/// Fewest blanks of a file at whose end the learner is asked whether to go on. The number is meant.
-constexpr int FewestBlanksToAsk = 20;
+/// Files with at least this many blanks ask at their end whether to go on; in shorter ones the question would come too
+/// often.
+constexpr int MinBlanksToAsk = 20;
 
-/// Decides what Enter does: the next hidden answer on the page, or else the next page.
+/// Decides what Enter does: show the next hidden answer on the page, or else turn the page.
 EnterDecision DecideEnter(const StudyRound &round, const DisplayText &text, const PageInView &page);
 
-/// Turns the page: hides the answers where a new round begins, and says which line comes to the top. After the last
-/// page of a file whose last answer is shown it goes back to line 1, and so does a turn that would change neither the
-/// top line nor what is shown.
+/// Turns the page: hides the answers if a new round begins, and returns the line that comes to the top. Goes back to
+/// line 1 after the last page if the file's last answer is shown, or if the turn would otherwise change nothing.
 /// @return the new top line, 1..page.maximum
 int TurnPage(StudyRound *round, const PageInView &page);
 
-/// The top line of a page that holds a hidden answer, drawn at random: one of the pages that Enter turns through, and
-/// the one in view only when nothing is hidden on the others. 0 when no answer is hidden.
+/// The top line of a random page with a hidden answer, out of the pages that Enter turns through. The page in view is
+/// chosen only if no other one has any. 0 if no answer is hidden.
 int RandomPage(const StudyRound &round, const DisplayText &text, const PageInView &page, QRandomGenerator *random);
 
-/// Line marked by a click in the strip of line numbers.
+/// The line that a click in the strip of line numbers marks.
 int MarkLineAt(int yPx, int topLine, const PageLayout &layout);
 
-/// "32個の正解をすべて表示しました。" and the question whether to go on.
+/// "32個の正解をすべて表示しました。" followed by the question whether to go on.
 QString AllShownMessage(int blankCount);

@@ -50,10 +50,11 @@ bool StudySession::ReadAgain(QString *message, int *errorLine)
     return true;
 }
 
-/// Takes the text of a file, or leaves the one there is.
+/// Reads the text of a file; keeps the previous text if that fails.
 bool StudySession::Read(const QString &path, QString *message, int *errorLine)
 {
-    const QDateTime fileTime = QFileInfo(path).lastModified(); // first: a change while it is read is one
+    const QDateTime fileTime =
+        QFileInfo(path).lastModified(); // taken first, so that a change during reading is noticed
     StudyLines lines;
     if (!ReadTextFile(path, MaxLineBytes, &lines, message, errorLine))
         return false;

@@ -1,5 +1,5 @@
-// A learner's study of one file after the other: the open file with its text, how far the learner is, the session's row
-// in the records and the clock.
+// A user's study of one file after another: the open file with its text, the progress, the session's row in the
+// database and the clock.
 #pragma once
 
 #include "files/modMarkList.h"
@@ -12,49 +12,47 @@
 class StudySession
 {
   public:
-    /// @param services  tells the time; it and the database must outlive this
-    /// @param listFolder  folder of the lists of what is hard and where users stopped
+    /// @param services  supplies the time; it and the database must outlive the session
+    /// @param listFolder  folder of the lists of hard blanks and of the places where users stopped
     StudySession(const SystemServices &services, StudyDatabase &database, const QString &listFolder,
                  const QString &userName);
 
     /// Begins a session with a file. Its row is inserted before the file is read, so that every attempt leaves one.
-    /// @param message  the refusal, or what is wrong with the pictures of a file that was read
-    /// @return false after a refusal; no file is open then, and the clock stands
+    /// @param message  the refusal, or what is wrong with the picture references of a file that was read
+    /// @return false after a refusal; no file is open then, and the clock is stopped
     bool Open(const QString &path, QString *message);
 
-    /// Reads the open file once more. Session and clock go on, and the answers keep their state by the number of their
-    /// blank.
-    /// @param errorLine  line of the fault that the refusal names
-    /// @return false after a refusal; all is then as it was
+    /// Reads the open file again. Session and clock continue, and answers keep their state by blank number.
+    /// @param errorLine  receives the line of the fault after a refusal
+    /// @return false after a refusal; nothing has changed then
     bool ReadAgain(QString *message, int *errorLine);
 
-    /// Completes the session's row, if there is one, and keeps the marks and where the user stops. A session that goes
-    /// on is completed again at its end.
+    /// Completes the session's row, if there is one, and saves the marks and where the user stops. A session that
+    /// continues is completed again at its end.
     /// @param topLine  line at the top of the page
-    /// @return what could not be kept, a message for each
+    /// @return one message for everything that could not be saved
     QStringList Complete(int topLine);
 
-    /// The line, 1-based, at which the user stopped in the open file the last time; 0 when that is not known or the
-    /// file has become shorter.
+    /// The line, 1-based, at which the user last stopped in the open file; 0 if unknown or if the file is now shorter.
     int LastLine() const
     {
         return m_lastLine;
     }
 
-    /// Marks a blank as hard, or takes the mark away. It is kept by the next KeepMarks or Complete.
+    /// Marks a blank as hard, or removes the mark. The next KeepMarks or Complete saves it.
     void ToggleHard(int blank);
 
-    /// What the user has marked as hard, in all files, as it was last kept.
+    /// The blanks that the user has marked as hard, in all files, as last saved.
     const MarkList &Marks() const
     {
         return m_marks;
     }
 
-    /// Keeps the marks, where any was changed.
-    /// @return false when they cannot be; message then holds the whole of it for the user
+    /// Saves the marks if any have changed.
+    /// @return false on failure; message then holds the complete text for the user
     bool KeepMarks(QString *message);
 
-    /// Whether there is a row to complete, which is so too for a file that was refused.
+    /// Whether there is a row to complete, as there is even for a file that was refused.
     bool HasBegun() const
     {
         return m_start.isValid();
@@ -65,16 +63,16 @@ class StudySession
         return !m_path.isEmpty();
     }
 
-    /// Full path of the open file, empty while there is none.
+    /// Full path of the open file; empty if there is none.
     const QString &Path() const
     {
         return m_path;
     }
 
-    /// Whether another file, or another version of it, has been at that path since the text was read from it.
+    /// Whether the file at that path has been modified or replaced since its text was read.
     bool IsFileChanged() const;
 
-    /// The text of the open file; without lines while there is none. Its address stays the same.
+    /// The text of the open file; without lines if there is none. Its address never changes.
     const DisplayText &Text() const
     {
         return m_text;
@@ -90,7 +88,7 @@ class StudySession
         return m_round;
     }
 
-    /// What the clock shows now, or nothing when it stays as it is.
+    /// What the clock shows now, or nothing if it does not change.
     std::optional<ElapsedTime> ClockTick() const;
 
   private:
@@ -101,12 +99,12 @@ class StudySession
     QString m_userName;
     MarkList m_marks;
     PlaceList m_places;
-    QDateTime m_start; // the row's key; not valid before the first session
+    QDateTime m_start; // key of the row; invalid before the first session
     QString m_path;
-    QDateTime m_fileTime; // of the last change before the text was read
+    QDateTime m_fileTime; // modification time before the text was read
     DisplayText m_text;
     StudyRound m_round;
-    bool m_isMarkChanged = false; // since the marks were kept
+    bool m_isMarkChanged = false; // since the marks were saved
     int m_lastLine = 0;
-    QDateTime m_clockStart; // not valid while no file is open
+    QDateTime m_clockStart; // invalid while no file is open
 };

@@ -1,11 +1,11 @@
-// Makes whole steps of the turns of a wheel. A touchpad turns it by small fractions of a notch, which add up.
+// Converts turns of a mouse wheel into whole steps. A touchpad sends small fractions of a notch, which add up.
 #pragma once
 
 class WheelSteps
 {
   public:
-    /// @param angle  of the turn, in eighths of a degree; @param stepsPerNotch  of a wheel, always the same
-    /// @return the steps that it completes, with the angle's sign
+    /// @param angle  of the turn, in eighths of a degree; @param stepsPerNotch  the same in every call
+    /// @return number of steps completed by the turn, with the sign of the angle
     int Take(int angle, int stepsPerNotch)
     {
         constexpr int notch = 120;

@@ -1,19 +1,19 @@
-// Words of a line as one clicks on them.
+// The words of a line, as clicked on.
 #pragma once
 
 #include <QString>
 
 #include <vector>
 
-/// A run of letters, digits, ' and -, or of Japanese characters of one script.
+/// A run of letters, digits, ' and -, or of Japanese characters in one script.
 struct Word
 {
     qsizetype start;  ///< 0-based index of its first character
-    qsizetype length; ///< characters
+    qsizetype length; ///< in characters
 };
 
 /// The words of a line in order.
 std::vector<Word> WordsOf(QStringView line);
 
-/// The word that a 0-based character of a line belongs to; empty where there is none.
+/// The word that a 0-based character of a line belongs to; empty if there is none.
 QString WordAround(QStringView line, qsizetype index);

@@ -34,10 +34,10 @@ PicText::PicText(QWidget *parent) : QWidget(parent), m_font(PageFont())
     setMouseTracking(true);
     setAcceptDrops(true);
     setAttribute(Qt::WA_OpaquePaintEvent);
-    setAttribute(Qt::WA_InputMethodEnabled, false); // an input method would keep Enter to itself
-    PageAccessible::Install();                      // before anything is told of this widget
+    setAttribute(Qt::WA_InputMethodEnabled, false); // an input method would consume Enter
+    PageAccessible::Install();                      // before anything about this widget is reported
     setAccessibleName(QStringLiteral("本文"));
-    // Not every desktop tells of its switch, but the learner leaves the program to turn it.
+    // Not every desktop reports a switch between light and dark, but to switch, the user leaves the program.
     connect(qGuiApp, &QGuiApplication::applicationStateChanged, this, &PicText::UpdateColours);
 }
 
@@ -69,8 +69,8 @@ void PicText::SetAppearance(float points, int lineSpacePx, bool hasLineNumbers, 
     m_layout.cellWidthPx = qMax(1, int(std::ceil(halfWidth)));
     m_layout.linePitchPx = int(std::ceil(metrics.height())) + lineSpacePx * zoomPercent / 100;
     m_layout.hasLineNumbers = hasLineNumbers;
-    setMinimumHeight(m_layout.RowTopPx(2)); // a row
-    updateGeometry();                       // the size that a long line asks for
+    setMinimumHeight(m_layout.RowTopPx(2)); // one row
+    updateGeometry();                       // sizeHint depends on the font
     update();
     Q_EMIT RowsChanged();
 }
@@ -200,7 +200,7 @@ void PicText::DrawLineNumbers()
 
 QSize PicText::sizeHint() const
 {
-    // A line of the greatest length, and a page that fits on a small screen.
+    // Room for a line of maximum length, and few enough rows for a small screen.
     constexpr int columns = 100;
     constexpr int rows = 30;
     return QSize(m_layout.TextLeftPx() + (columns + 2) * m_layout.cellWidthPx, m_layout.RowTopPx(rows + 1));
@@ -208,7 +208,7 @@ QSize PicText::sizeHint() const
 
 void PicText::keyPressEvent(QKeyEvent *event)
 {
-    if (m_heldKeys.IsFresh(*event)) // a key that is held is one answer
+    if (m_heldKeys.IsFresh(*event)) // a held key reveals only one answer
         Q_EMIT KeyDown(event->key());
 }
 
@@ -217,7 +217,7 @@ void PicText::mousePressEvent(QMouseEvent *event)
     Q_EMIT MouseDown(event->button(), event->position().toPoint().x(), event->position().toPoint().y());
 }
 
-// The second press of two quick clicks is a click like any other.
+// The second press of a double click counts as an ordinary click.
 void PicText::mouseDoubleClickEvent(QMouseEvent *event)
 {
     mousePressEvent(event);
@@ -293,7 +293,7 @@ void PicText::paintEvent(QPaintEvent *event)
                            .hintedBlank = m_hintedBlank,
                            .hasFocus = hasFocus()};
     PagePainter pagePainter(&painter, page, &FontAt(devicePixelRatioF()));
-    // Part by part: a blank at one end of a page and the numbers at the other are little to paint.
+    // Painting the parts separately is cheaper than their bounding rectangle, for example a blank and the line numbers.
     for (const QRect &part : event->region())
         pagePainter.Paint(part);
 }

@@ -1,5 +1,5 @@
-// The text area of the study window: shows the page and passes keys, clicks and the wheel on. It holds no state of the
-// study; it paints what it is shown.
+// The text area of the study window: paints the page and forwards keys, clicks and wheel events. It holds no state of
+// the study itself.
 #pragma once
 
 #include "view/PageColours.h"
@@ -22,27 +22,27 @@ class PicText : public QWidget
     explicit PicText(QWidget *parent);
     ~PicText() override;
 
-    /// What to paint; nothing is found or current in it. Both must outlive this or the next call. Without them the page
-    /// says how to choose a file.
+    /// Sets what to paint and clears what was found or current. Both must outlive the widget or the next call. If they
+    /// are null, the page explains how to choose a file.
     void SetStudy(const DisplayText *text, const StudyRound *round);
 
     /// Sets font and rows. @param points  size of the text; @param lineSpacePx  space between two lines
-    /// @param zoomPercent  how much larger both are shown
+    /// @param zoomPercent  magnification of both
     void SetAppearance(float points, int lineSpacePx, bool hasLineNumbers, int zoomPercent);
 
-    /// Chooses among the colours; those of the desktop are followed while the program runs.
+    /// Chooses the colours. If they follow the desktop, they do so while the program runs.
     void SetPageColour(PageColourChoice choice);
 
-    /// Whether the colours are the dark ones now.
+    /// Whether the dark colours are in use.
     bool IsDark() const
     {
         return m_colours == &DarkPage;
     }
 
-    /// Shows the given line, 1-based, in the first row and paints the whole page anew.
+    /// Shows the given line, 1-based, in the first row and repaints the whole page.
     void SetTopLine(int topLine);
 
-    /// Shows the given cell, 0-based, as the first of each line and paints the whole page anew.
+    /// Shows the given cell, 0-based, as the first of each line and repaints the whole page.
     void SetLeftCell(int leftCell);
 
     const PageLayout &Layout() const
@@ -50,11 +50,11 @@ class PicText : public QWidget
         return m_layout;
     }
 
-    /// Marks what was found, or nothing with line 0. Within a hidden answer the whole box is marked, so that nothing of
-    /// the answer can be told from the mark.
+    /// Marks the current hit of a search; line 0 marks nothing. Within a hidden answer the whole box is marked, so that
+    /// the mark reveals nothing of the answer.
     void SetFound(const TextSpan &found);
 
-    /// Frames what keys have gone to, or nothing with line 0.
+    /// Frames the current keyboard target; line 0 frames nothing.
     void SetCurrent(const TextSpan &current);
 
     const TextSpan &Current() const
@@ -62,31 +62,31 @@ class PicText : public QWidget
         return m_current;
     }
 
-    /// Shows the first character of a hidden answer, or of none with 0.
+    /// Shows the first character of a hidden answer; 0 shows none.
     void SetHint(int blank);
 
-    /// Paints one blank anew whose mark was changed.
+    /// Repaints a blank whose mark has changed.
     void DrawHard(int blank);
 
-    /// Paints the whole page anew: any answer may be shown or hidden now.
+    /// Repaints the whole page, after any number of answers were shown or hidden.
     void DrawPage();
 
-    /// Paints one blank anew, from the background up: nothing of an answer that was hidden may remain.
+    /// Repaints one blank including its background, so that nothing remains of a hidden answer.
     void DrawBlank(int blank);
 
-    /// Paints the strip of line numbers anew.
+    /// Repaints the strip of line numbers.
     void DrawLineNumbers();
 
-    /// Where in the text below stands what keys have gone to, 0 the first character; 0 when that is nothing.
+    /// The 0-based offset of the current keyboard target in SpokenText; 0 if there is none.
     int SpokenCursor() const;
 
-    /// The page as a screen reader is told of it: the lines in view with hidden answers as "空欄".
+    /// The page as text for screen readers: the lines in view, with hidden answers as "空欄".
     QString SpokenText() const;
 
-    /// Where what stands at an offset of the text above is painted, pixels of this; empty when it is nowhere.
+    /// Where what is at an offset in SpokenText is painted, in pixels of this widget; empty if nowhere.
     QRect SpokenRect(int offset) const;
 
-    /// The offset of what is painted at a point of this; -1 when there is nothing.
+    /// The offset in SpokenText of what is painted at a point of this widget; -1 if there is nothing.
     int SpokenOffsetAt(const QPoint &at) const;
 
     QSize sizeHint() const override;
@@ -96,7 +96,7 @@ class PicText : public QWidget
     void MouseDown(Qt::MouseButton button, int xPx, int yPx);
     void MouseMove();
     void OLEDragDrop();
-    void RowsChanged(); ///< the number of rows may be another one now
+    void RowsChanged(); ///< the number of rows may have changed
     void ColoursChanged();
     void WheelTurned(int lines);
     void WheelTurnedSideways(int cells);
@@ -129,7 +129,7 @@ class PicText : public QWidget
     PageColourChoice m_pageColour{};
     const PageColours *m_colours = &LightPage;
     QFont m_font;
-    std::unique_ptr<PageFontAtScale> m_deviceFont; // made when it is first painted with
+    std::unique_ptr<PageFontAtScale> m_deviceFont; // created when first needed for painting
     int m_topLine = 1;
     TextSpan m_found;
     TextSpan m_current;
