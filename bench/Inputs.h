@@ -1,4 +1,4 @@
-// What the timings share: their inputs, and the study text that they work on.
+// Shared by the benchmarks: their inputs, and the study text that they work on.
 #pragma once
 
 #include "base/modFile.h"

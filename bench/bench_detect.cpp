@@ -1,4 +1,4 @@
-// Tells the character code of a file, of which it reads what it takes.
+// Detects the encoding of a file, reading no more of it than needed.
 //
 //     bench_detect FILE
 #include "settings/modCharCode.h"

@@ -1,5 +1,5 @@
-// Makes the inputs of the timings, the same in every run: study files in code page 932 with 15 % of their words in
-// blanks, some tabs and pictures, a text of plain ASCII, and databases of study sessions.
+// Generates the inputs of the benchmarks, the same in every run: study files in code page 932 with 15 % of their words
+// in blanks and some tabs and pictures, a plain ASCII text, and a database of study sessions.
 //
 //     bench_inputs FOLDER
 #include "base/modCodePage.h"
@@ -18,7 +18,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-using Random = std::mt19937; // its numbers are the same everywhere, those of the library's distributions are not
+using Random = std::mt19937; // portable, unlike the distributions of the standard library
 
 int Pick(Random &random, int count)
 {
@@ -43,7 +43,7 @@ QString JapaneseWord(Random &random)
     return word;
 }
 
-/// Words of one language, 15 of 100 in brackets.
+/// Words of one language, 15 % of them in brackets.
 QString Phrase(Random &random, QString (*makeWord)(Random &), int wordCount, const QString &between)
 {
     QString phrase;
@@ -54,8 +54,8 @@ QString Phrase(Random &random, QString (*makeWord)(Random &), int wordCount, con
     return phrase;
 }
 
-/// A line of a study file, below 100 bytes: a sentence in Japanese or in English, or a word with its translations
-/// behind a tab. One in a thousand refers to a picture.
+/// A line of a study file, shorter than 100 bytes: a sentence in Japanese or in English, or a word with its
+/// translations after a tab. One in a thousand refers to a picture.
 QString StudyLine(Random &random)
 {
     if (Pick(random, 1000) == 0)
@@ -88,7 +88,7 @@ void Run(sqlite3 *database, const QByteArray &sql)
         qFatal("%s", sqlite3_errmsg(database));
 }
 
-/// Sessions of one user, back from the end of 2024.
+/// Sessions of one user, going back from the end of 2024.
 void WriteSessions(const QString &path, int sessionCount, int sessionsPerDay)
 {
     QFile::remove(path);

@@ -1,9 +1,9 @@
-// Starts a program on an X server that has no window manager, waits for its first window and ends it.
+// Starts a program on an X server without a window manager, waits for its first window and kills it.
 //
 //     bench_start COMMAND [ARGUMENT...]
 //
-// Prints the milliseconds from the start to the moment at which the server has mapped the window, and the resident
-// memory, in bytes, half a second later, when all is painted.
+// Prints the milliseconds from the start until the server has mapped the window, and the resident memory in bytes half
+// a second later, when everything is painted.
 #include <chrono>
 #include <csignal>
 #include <cstdio>
@@ -38,12 +38,12 @@ void WaitForFirstWindow(xcb_connection_t *connection, pid_t process)
                 return;
         }
         if (xcb_connection_has_error(connection))
-            Fail("the X server is gone", process);
+            Fail("lost the connection to the X server", process);
         if (waitpid(process, nullptr, WNOHANG) == process)
-            Fail("the program has ended without a window", process);
+            Fail("the program ended without showing a window", process);
         poll(&server, 1, 100);
     }
-    Fail("no window has come", process);
+    Fail("timed out waiting for a window", process);
 }
 
 long ResidentBytes(pid_t process)
@@ -63,13 +63,13 @@ int main(int argc, char *argv[])
         return 2;
     xcb_connection_t *const connection = xcb_connect(nullptr, nullptr);
     if (xcb_connection_has_error(connection)) {
-        std::fputs("there is no X server\n", stderr);
+        std::fputs("cannot connect to an X server\n", stderr);
         return 1;
     }
     const xcb_screen_t *const screen = xcb_setup_roots_iterator(xcb_get_setup(connection)).data;
     const uint32_t mask = XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY;
     xcb_change_window_attributes(connection, screen->root, XCB_CW_EVENT_MASK, &mask);
-    std::free(xcb_get_input_focus_reply(connection, xcb_get_input_focus(connection), nullptr)); // all of it is done now
+    std::free(xcb_get_input_focus_reply(connection, xcb_get_input_focus(connection), nullptr)); // waits for the server
 
     const Clock::time_point start = Clock::now();
     const pid_t process = fork();

@@ -1,8 +1,8 @@
-"""Prints the ratios of bench/compare. Usage: compare.py BUILD_FOLDER, with everything built and the inputs made.
+"""Prints the ratios of bench/compare. Usage: compare.py BUILD_FOLDER, with everything built and the inputs generated.
 
-Every pair is measured in turns, A B A B ..., after one round that does not count. A figure is the median of the runs'
-ratios, and its spread half of the distance between their quartiles, in percent of it. How to read the table:
-docs/performance.md.
+The members of each pair are measured alternately, A B A B ..., after one warm-up round. A figure is the median of the
+runs' ratios; its spread is half their interquartile range, in percent of the median. docs/performance.md explains how
+to read the table.
 """
 
 import json
@@ -24,27 +24,27 @@ long_file = inputs / "study_1000000.txt"
 
 
 def run(*command, stdin=None, env=None):
-    """Output of a command that must succeed; what else it says is shown when it does not."""
+    """Output of a command that must succeed; if it fails, its error output is shown."""
     result = subprocess.run([str(word) for word in command], input=stdin, env=env, text=True, capture_output=True)
     if result.returncode != 0:
-        sys.exit(f"{' '.join(map(str, command))} has failed:\n{result.stderr}")
+        sys.exit(f"{' '.join(map(str, command))} failed:\n{result.stderr}")
     return result.stdout
 
 
 def seconds(*command, stdin=None):
-    """CPU time of a whole process whose output goes nowhere. Whatever else the machine does hardly changes it."""
+    """CPU time of a whole process, its output discarded. Other load on the machine hardly affects it."""
     with open(stdin or os.devnull, "rb") as source:
         process = subprocess.Popen([str(word) for word in command], stdin=source, stdout=subprocess.DEVNULL,
                                    stderr=subprocess.DEVNULL)
         _, status, usage = os.wait4(process.pid, 0)
     process.returncode = os.waitstatus_to_exitcode(status)
     if process.returncode != 0:
-        sys.exit(f"{' '.join(map(str, command))} has failed")
+        sys.exit(f"{' '.join(map(str, command))} failed")
     return usage.ru_utime + usage.ru_stime
 
 
 def in_turns(*measures):
-    """What some measures gave, run by run, for each of them a list. A measure gives a number or a tuple of numbers."""
+    """Runs some measures alternately; a list of results for each. A result is a number or a tuple of numbers."""
     rounds = [[measure() for measure in measures] for _ in range(ROUNDS + 1)][1:]
     return [list(values) for values in zip(*rounds)]
 
@@ -58,7 +58,7 @@ def shares(ours, whole):
 
 
 def row(what, values, limit):
-    """One line of the table: the median of some values and their spread."""
+    """Prints a row of the table: the median of some values and their spread."""
     median = statistics.median(values)
     quarters = statistics.quantiles(values) if len(values) > 1 else [median] * 3
     spread = 100 * (quarters[2] - quarters[0]) / 2 / median if median else 0
@@ -73,21 +73,21 @@ def operation(*words):
 def compare_loading():
     ours, iconv = in_turns(operation("load", long_file),
                            lambda: seconds("iconv", "-f", "CP932", "-t", "UTF-16LE", long_file))
-    row("load a file of 1,000,000 lines / iconv to UTF-16 on it", ratios(ours, iconv), 0.6)
+    row("load a file of 1,000,000 lines / iconv to UTF-16", ratios(ours, iconv), 0.6)
     [grown] = in_turns(lambda: float(run(tools / "bench_operation", "load", long_file).split()[1]))
     row("memory after that load / size of the file", shares(grown, long_file.stat().st_size), 3)
 
 
 def compare_detection():
     for name, file in (("ASCII", inputs / "ascii.txt"), ("Shift_JIS", long_file)):
-        ours, nkf, uchardet = in_turns(lambda: seconds(tools / "bench_detect", file), lambda: seconds("nkf", "--guess", file),
-                                       lambda: seconds("uchardet", file))
-        row(f"tell the character code, {name} / nkf --guess", ratios(ours, nkf), 1)
-        row(f"tell the character code, {name} / uchardet", ratios(ours, uchardet), 1)
+        ours, nkf, uchardet = in_turns(lambda: seconds(tools / "bench_detect", file),
+                                       lambda: seconds("nkf", "--guess", file), lambda: seconds("uchardet", file))
+        row(f"detect the encoding, {name} / nkf --guess", ratios(ours, nkf), 1)
+        row(f"detect the encoding, {name} / uchardet", ratios(ours, uchardet), 1)
 
 
 def timings(names):
-    """Timings that are made inside one process, in turns: CPU times in microseconds by name, and counters by name."""
+    """Benchmarks interleaved in one process: CPU times in microseconds by name, and counters by name."""
     output = run(tools / "study_bench", f"--benchmark_filter={names}", f"--benchmark_repetitions={ROUNDS}",
                  "--benchmark_enable_random_interleaving=true", "--benchmark_format=json",
                  env={**os.environ, "STUDY_BENCH_INPUTS": str(inputs)})
@@ -105,38 +105,40 @@ def timings(names):
 
 
 def compare_growth():
-    """In a process of its own: where others have been, a short file would find its memory there already."""
+    """Uses a process of its own: after other benchmarks, a short file would find its memory already allocated."""
     cpu_us, _ = timings("LoadFile/(30000|1000000)$")
     long, short = cpu_us["LoadFile/1000000"], cpu_us["LoadFile/30000"]
-    row("load, time per line, 1,000,000 lines / 30,000 lines", ratios(shares(long, 1_000_000), shares(short, 30_000)), 1.15)
+    row("load, time per line, 1,000,000 lines / 30,000 lines",
+        ratios(shares(long, 1_000_000), shares(short, 30_000)), 1.15)
 
 
 def compare_steps():
-    cpu_us, counters = timings("Ascii|Enter|Click|Turn|Repaint|PageDown|Zoom|Sideways|Ask|Mark|TakeBack|OpenPage|Idle")
-    row("tell the character code of ASCII / memchr over it", ratios(cpu_us["DetectAscii"], cpu_us["MemchrAscii"]), 4)
-    for name, what in (("PressEnter", "Enter"), ("Click", "a click"), ("MarkHard", "a mark"), ("TakeBack", "hiding all and undo"),
-                       ("TurnPage", "a page turn"), ("TurnWheel", "a step of the wheel"), ("Repaint", "a repaint"),
-                       ("Zoom", "a step of the zoom"), ("ScrollSideways", "a step sideways"),
-                       ("AskWhetherAllIsShown", "whether all is shown")):
+    cpu_us, counters = timings(
+        "Ascii|Enter|Click|Turn|Repaint|PageDown|Zoom|Sideways|AllShown|Mark|HideAndUndo|OpenPage|Idle")
+    row("detect the encoding of ASCII / memchr over it", ratios(cpu_us["DetectAscii"], cpu_us["MemchrAscii"]), 4)
+    for name, what in (("PressEnter", "Enter"), ("Click", "a click"), ("MarkHard", "a mark"),
+                       ("HideAndUndo", "hiding all and undo"), ("TurnPage", "a page turn"), ("TurnWheel", "a wheel step"), ("Repaint", "a repaint"),
+                       ("Zoom", "a zoom step"), ("ScrollSideways", "a horizontal scroll step"),
+                       ("AllShown", "whether all is shown")):
         long, short = cpu_us[f"{name}/1000000"], cpu_us[f"{name}/1000"]
         row(f"{what}, 1,000,000 lines / 1,000 lines", ratios(long, short), 1.1)
-        if name != "AskWhetherAllIsShown":
-            # These paint a page anew twice, or with letters of another size or as large as they come.
-            share = 8 if name in ("TakeBack", "Zoom", "ScrollSideways") else 16
+        if name != "AllShown":
+            # These repaint the page twice, in a new text size, or at the largest zoom.
+            share = 8 if name in ("HideAndUndo", "Zoom", "ScrollSideways") else 16
             row(f"{what} in the long file / 1/{share} of a frame at 60 Hz", shares(long, FRAME_US / share), 1)
     row("Enter / a repaint", ratios(cpu_us["PressEnter/1000"], cpu_us["Repaint/1000"]), 0.25)
-    row("a repaint / the one of QPlainTextEdit", ratios(cpu_us["Repaint/1000"], cpu_us["RepaintPlainText/1000"]), 0.5)
-    row("page down / the one of QPlainTextEdit", ratios(cpu_us["PageDown/1000"], cpu_us["PageDownPlainText/1000"]), 0.8)
+    row("a repaint / that of QPlainTextEdit", ratios(cpu_us["Repaint/1000"], cpu_us["RepaintPlainText/1000"]), 0.5)
+    row("page down / that of QPlainTextEdit", ratios(cpu_us["PageDown/1000"], cpu_us["PageDownPlainText/1000"]), 0.8)
     row("from the login to a page of 3,000 lines / a frame", shares(cpu_us["OpenPage/3000"], FRAME_US), 3)
-    row("wake-ups a second with a file open", counters["Idle/3000", "wakes_per_second"], 2)
+    row("wake-ups per second with a file open", counters["Idle/3000", "wakes_per_second"], 2)
 
 
 def compare_search():
     cpu_us, counters = timings("CountHits/1000000|CountKeywords/1000000|TypeSearch/1000000|LoadFile/1000000$")
     longest = counters["TypeSearch/1000000", "longest_ms"]
-    row("typing in the search, 1,000,000 lines, longest without a turn of the event loop / 8 ms", shares(longest, 8), 1)
+    row("typing in the search, 1,000,000 lines: longest block of the event loop / 8 ms", shares(longest, 8), 1)
     to_hit_us = [1000 * ms for ms in counters["TypeSearch/1000000", "to_hit_ms"]]
-    row("a place 10,000 lines away in view / half a frame", shares(to_hit_us, FRAME_US / 2), 1)
+    row("showing a hit 10,000 lines away / half a frame", shares(to_hit_us, FRAME_US / 2), 1)
     with tempfile.TemporaryDirectory() as folder:
         text = Path(folder) / "text"
         text.write_bytes(long_file.read_bytes().decode("cp932").encode())
@@ -149,11 +151,11 @@ def compare_search():
 
 def compare_lists():
     _, counters = timings("ShowFileList|ShowHistory")
-    row("a list of 10,000 study files is there / 50 ms", shares(counters["ShowFileList/10000", "shown_ms"], 50), 1)
-    row("the longest wait while all of them are checked / a frame",
+    row("showing a list of 10,000 study files / 50 ms", shares(counters["ShowFileList/10000", "shown_ms"], 50), 1)
+    row("checking them all: longest block of the event loop / a frame",
         shares(counters["ShowFileList/10000", "longest_ms"], FRAME_US / 1000), 1)
     for weeks in (2, 9999):
-        row(f"the longest wait for {weeks:,} weeks of 1,000,000 sessions / 16 ms",
+        row(f"{weeks:,} weeks of 1,000,000 sessions: longest block of the event loop / 16 ms",
             shares(counters[f"ShowHistory/{weeks}", "longest_ms"], 16), 1)
 
 
@@ -181,7 +183,7 @@ def compare_start():
         server = subprocess.Popen(["Xvfb", "-displayfd", str(write_end), "-screen", "0", "1280x900x24", "-nolisten",
                                    "tcp", "-noreset"], pass_fds=[write_end], stderr=subprocess.DEVNULL)
         try:
-            # A bus that is looked for in vain would be part of every figure.
+            # Without this, every figure would include a futile search for a D-Bus session.
             env = {**os.environ, "DISPLAY": ":" + os.read(read_end, 16).decode().strip(),
                    "DBUS_SESSION_BUS_ADDRESS": "disabled:", "QT_QPA_PLATFORM": "xcb"}
 

@@ -1,5 +1,4 @@
-// A window of Qt Widgets with nothing in it, or with a text as its only content: what the start of the program is held
-// against.
+// An empty Qt Widgets window, or one with a text as its only content: the baseline for the start of the program.
 //
 //     empty_window [TEXT]
 #include <QApplication>

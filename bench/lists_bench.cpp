@@ -1,5 +1,5 @@
-// Timings of the lists: the search, the file selection and the study history. A counter longest_ms is the longest time
-// between two turns of the event loop, in milliseconds of CPU time.
+// Benchmarks of the lists: the search, the file selection and the study history. The counter longest_ms is the longest
+// time between two turns of the event loop, in milliseconds of CPU time.
 #include "Inputs.h"
 #include "files/frmFile.h"
 #include "search/frmSearch.h"
@@ -34,7 +34,7 @@ void CountHits(benchmark::State &state)
 }
 BENCHMARK(CountHits)->ArgsProduct({{30'000, 1'000'000}, {0, 1, 2}})->Unit(benchmark::kMillisecond);
 
-/// Keywords that a text has: beginnings of its words, half of them English.
+/// Keywords that occur in a text: beginnings of its words, half of them English.
 KeywordList KeywordsOf(const DisplayText &text, int count)
 {
     KeywordList list;
@@ -62,8 +62,8 @@ void CountKeywords(benchmark::State &state)
 }
 BENCHMARK(CountKeywords)->Arg(30'000)->Arg(1'000'000)->Unit(benchmark::kMillisecond);
 
-/// Typing ten letters while 500 keywords are being counted: the longest time without a turn of the event loop, and the
-/// time from the last letter to a place 10,000 lines from the page in view.
+/// Types ten letters while 500 keywords are being counted. Measures the longest time without a turn of the event loop,
+/// and the time from the last letter to a hit 10,000 lines from the page in view.
 void TypeSearch(benchmark::State &state)
 {
     const DisplayText text = LoadText(StudyFilePath(state.range(0)));
@@ -96,7 +96,7 @@ void TypeSearch(benchmark::State &state)
 }
 BENCHMARK(TypeSearch)->Arg(30'000)->Arg(1'000'000)->Iterations(5)->Unit(benchmark::kMillisecond);
 
-/// The file selection window over a folder of its own, on a certain day.
+/// The file selection window for a folder of its own, on a fixed date.
 class OpenFileList
 {
   public:
@@ -110,8 +110,8 @@ class OpenFileList
         services.now = QDateTime(QDate(2024, 12, 31), QTime(23, 0));
     }
 
-    /// Takes a step and has the window do all that follows from it. @return the longest time between two turns of the
-    /// event loop, in milliseconds of CPU time
+    /// Runs a step and lets the window do everything that follows.
+    /// @return the longest time between two turns of the event loop, in milliseconds of CPU time
     template <typename Step>
     double LongestTimeOf(const Step &step)
     {
@@ -132,7 +132,7 @@ class OpenFileList
     frmFile window{services, database, msg, settings, folder.Path(), u"user"_s, nullptr};
 };
 
-/// A list of files is shown for the first time, and then gone through page by page, which has all of them checked.
+/// Shows a list of files for the first time, then pages through it, which checks all of them.
 void ShowFileList(benchmark::State &state)
 {
     double shown = 0;
@@ -156,7 +156,7 @@ void ShowFileList(benchmark::State &state)
 }
 BENCHMARK(ShowFileList)->Arg(10'000)->Iterations(1)->Unit(benchmark::kMillisecond);
 
-/// The file selection window opens with a million sessions behind it, and then a history of some weeks is asked for.
+/// Opens the file selection window with a million sessions recorded, then requests a history of some weeks.
 void ShowHistory(benchmark::State &state)
 {
     double longest = 0;

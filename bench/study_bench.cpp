@@ -1,9 +1,9 @@
-// Timings of the parts, each as the CPU time of one step. What happens on a key press, a click or a repaint is timed in
-// the study window itself, in a short file and in one of a million lines.
+// Benchmarks of parts of the program, each giving the CPU time of one step. Key presses, clicks and repaints are timed
+// in the study window itself, with a short file and with one of a million lines.
 //
 //     STUDY_BENCH_INPUTS=FOLDER study_bench [options of Google Benchmark]
 //
-// FOLDER is what bench_inputs has filled.
+// FOLDER is one filled by bench_inputs.
 #include "Inputs.h"
 #include "settings/frmMsg.h"
 #include "settings/modCharCode.h"
@@ -60,7 +60,7 @@ void MemchrAscii(benchmark::State &state)
 }
 BENCHMARK(MemchrAscii)->Unit(benchmark::kMillisecond);
 
-/// The study window with a file open in it, as a learner has it.
+/// The study window with an open file, as a user sees it.
 class OpenStudy
 {
   public:
@@ -102,7 +102,7 @@ class OpenStudy
         QCoreApplication::processEvents();
     }
 
-    /// Shows the page in the middle of the file with all its answers hidden.
+    /// Shows the page in the middle of the file, with all answers hidden.
     void StartInTheMiddle()
     {
         scroll->setValue(middle);
@@ -110,14 +110,14 @@ class OpenStudy
                          Qt::NoModifier));
     }
 
-    /// Turns the wheel by some notches, away from the learner, and has the window paint.
+    /// Turns the wheel by some notches, away from the user, and lets the window paint.
     void TurnWheel(int notches, Qt::KeyboardModifiers modifiers = {})
     {
         Send(QWheelEvent(QPointF(50, 50), QPointF(50, 50), QPoint(), QPoint(0, 120 * notches), Qt::NoButton, modifiers,
                          Qt::NoScrollPhase, false));
     }
 
-    /// Has the window take an event and paint what follows from it.
+    /// Sends the page an event and lets the window paint the result.
     void Send(QEvent &&event)
     {
         QCoreApplication::sendEvent(page, &event);
@@ -135,7 +135,7 @@ class OpenStudy
     int middle = 0;
 };
 
-/// An answer is shown.
+/// Shows an answer.
 void PressEnter(benchmark::State &state)
 {
     OpenStudy study(state.range(0));
@@ -144,7 +144,7 @@ void PressEnter(benchmark::State &state)
     int pressed = 0;
     for (auto step : state) {
         study.PressEnter();
-        if (++pressed % onPage == 0) { // before the page is turned
+        if (++pressed % onPage == 0) { // before the page turns
             state.PauseTiming();
             study.StartInTheMiddle();
             state.ResumeTiming();
@@ -155,7 +155,7 @@ void PressEnter(benchmark::State &state)
 void Click(benchmark::State &state)
 {
     OpenStudy study(state.range(0));
-    // Somewhere in the upper rows there is a blank; which column it starts in does not matter.
+    // There is a blank somewhere in the upper rows; its column does not matter.
     const PageLayout &layout = study.page->Layout();
     QPointF at;
     for (int row = 1; study.page->cursor().shape() != Qt::PointingHandCursor; ++row)
@@ -169,7 +169,7 @@ void Click(benchmark::State &state)
         study.Send(QMouseEvent(QEvent::MouseButtonPress, at, at, Qt::LeftButton, Qt::LeftButton, Qt::NoModifier));
 }
 
-/// The Enter at which nothing is hidden on the page any more.
+/// Presses Enter when no answer on the page is hidden.
 void TurnPage(benchmark::State &state)
 {
     OpenStudy study(state.range(0));
@@ -183,11 +183,11 @@ void TurnPage(benchmark::State &state)
         state.ResumeTiming();
         study.PressEnter();
         if (study.scroll->value() == study.middle)
-            qFatal("the page has not turned");
+            qFatal("the page did not turn");
     }
 }
 
-/// An answer is marked as hard, and the next time it is not any more.
+/// Marks an answer as hard, and removes the mark the next time.
 void MarkHard(benchmark::State &state)
 {
     OpenStudy study(state.range(0));
@@ -196,8 +196,8 @@ void MarkHard(benchmark::State &state)
         study.PressCtrl(Qt::Key_M);
 }
 
-/// Hides all answers and takes that back.
-void TakeBack(benchmark::State &state)
+/// Hides all answers and undoes that.
+void HideAndUndo(benchmark::State &state)
 {
     OpenStudy study(state.range(0));
     study.PressEnter();
@@ -241,7 +241,7 @@ void ScrollSideways(benchmark::State &state)
 void Repaint(benchmark::State &state)
 {
     OpenStudy study(state.range(0));
-    // Pages all over the file: one has more text on it than another.
+    // Pages all over the file, because some have more text than others.
     const int stride = study.scroll->maximum() / 20;
     for (auto step : state) {
         state.PauseTiming();
@@ -252,7 +252,7 @@ void Repaint(benchmark::State &state)
     }
 }
 
-/// The keys that show the next page.
+/// Scrolls to the next page with the keyboard.
 void PageDown(benchmark::State &state)
 {
     OpenStudy study(state.range(0));
@@ -263,7 +263,7 @@ void PageDown(benchmark::State &state)
     }
 }
 
-/// The widget that Qt has for long plain texts, with the text of a study file in the font and the size of its page.
+/// Qt's own widget for long plain texts, with the text of a study file in the font and size of its page.
 class PlainText
 {
   public:
@@ -317,7 +317,7 @@ void PageDownPlainText(benchmark::State &state)
     }
 }
 
-/// From the end of the login to a page that is painted, without the time in which somebody chooses its file.
+/// From the end of the login to a painted page, without the time a user takes to choose the file.
 void OpenPage(benchmark::State &state)
 {
     for (auto step : state) {
@@ -329,7 +329,7 @@ void OpenPage(benchmark::State &state)
 }
 BENCHMARK(OpenPage)->Arg(3'000)->Unit(benchmark::kMillisecond);
 
-/// Nothing is done for five seconds with a file open.
+/// Does nothing for five seconds with a file open.
 void Idle(benchmark::State &state)
 {
     OpenStudy study(state.range(0));
@@ -346,7 +346,7 @@ void Idle(benchmark::State &state)
 }
 BENCHMARK(Idle)->Arg(3'000)->Iterations(1);
 
-void AskWhetherAllIsShown(benchmark::State &state)
+void AllShown(benchmark::State &state)
 {
     StudyRound round;
     round.Load(int(state.range(0)));
@@ -362,7 +362,7 @@ BENCHMARK(PressEnter)->Apply(InShortAndLongFile);
 BENCHMARK(Click)->Apply(InShortAndLongFile);
 BENCHMARK(TurnPage)->Apply(InShortAndLongFile);
 BENCHMARK(MarkHard)->Apply(InShortAndLongFile);
-BENCHMARK(TakeBack)->Apply(InShortAndLongFile);
+BENCHMARK(HideAndUndo)->Apply(InShortAndLongFile);
 BENCHMARK(TurnWheel)->Apply(InShortAndLongFile);
 BENCHMARK(Repaint)->Apply(InShortAndLongFile);
 BENCHMARK(PageDown)->Apply(InShortAndLongFile);
@@ -370,14 +370,14 @@ BENCHMARK(RepaintPlainText)->Arg(1'000)->Unit(benchmark::kMicrosecond);
 BENCHMARK(PageDownPlainText)->Arg(1'000)->Unit(benchmark::kMicrosecond);
 BENCHMARK(Zoom)->Apply(InShortAndLongFile);
 BENCHMARK(ScrollSideways)->Apply(InShortAndLongFile);
-BENCHMARK(AskWhetherAllIsShown)->Arg(1'000)->Arg(1'000'000);
+BENCHMARK(AllShown)->Arg(1'000)->Arg(1'000'000);
 
 } // namespace
 
 int main(int argc, char **argv)
 {
     if (!QFile::exists(StudyFilePath(1'000)))
-        qFatal("STUDY_BENCH_INPUTS names no folder with inputs");
+        qFatal("STUDY_BENCH_INPUTS does not name a folder with inputs");
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication application(argc, argv);
     benchmark::Initialize(&argc, argv);
