@@ -117,7 +117,8 @@ def compare_steps():
         "Ascii|Enter|Click|Turn|Repaint|PageDown|Zoom|Sideways|AllShown|Mark|HideAndUndo|OpenPage|Idle")
     row("detect the encoding of ASCII / memchr over it", ratios(cpu_us["DetectAscii"], cpu_us["MemchrAscii"]), 4)
     for name, what in (("PressEnter", "Enter"), ("Click", "a click"), ("MarkHard", "a mark"),
-                       ("HideAndUndo", "hiding all and undo"), ("TurnPage", "a page turn"), ("TurnWheel", "a wheel step"), ("Repaint", "a repaint"),
+                       ("HideAndUndo", "hiding all and undo"), ("TurnPage", "a page turn"),
+                       ("TurnWheel", "a wheel step"), ("Repaint", "a repaint"),
                        ("Zoom", "a zoom step"), ("ScrollSideways", "a horizontal scroll step"),
                        ("AllShown", "whether all is shown")):
         long, short = cpu_us[f"{name}/1000000"], cpu_us[f"{name}/1000"]

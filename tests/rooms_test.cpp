@@ -36,7 +36,7 @@ bool MayInclude(const QString &room, const QString &header)
 
 } // namespace
 
-TEST(Rooms, IncludeOnlyWhatStandsAboveThemAndLogicNoWidgets)
+TEST(Rooms, EveryInclude_IsAllowedAndLogicUsesNoWidgets)
 {
     const QDir source(QStringLiteral(SOURCE_FOLDER));
     const QRegularExpression include(u"^#include ([\"<])([^\">]+)"_s, QRegularExpression::MultilineOption);

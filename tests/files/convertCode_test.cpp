@@ -12,7 +12,7 @@
 
 using namespace Qt::Literals::StringLiterals;
 
-TEST(CanConvert, OnlyWhatTheRemarkTellsOf)
+TEST(CanConvert, Remark_NamesConvertibleEncodingOrIsRefused)
 {
     for (const QString &remark : {u"文字コード＝UTF8"_s, u"文字コード＝EUC、学習記録なし（名前に '）"_s})
         EXPECT_TRUE(CanConvert(remark)) << remark.toStdString();
@@ -20,7 +20,7 @@ TEST(CanConvert, OnlyWhatTheRemarkTellsOf)
         EXPECT_FALSE(CanConvert(remark)) << remark.toStdString();
 }
 
-TEST(ReplaceConverted, KeepsTheOldFileUnderANameThatIsFree)
+TEST(ReplaceConverted, BackupsExist_KeepsOldFileUnderFreeName)
 {
     const TestFolder folder;
     const QString path = folder.Write(u"a.txt"_s, "old");
@@ -38,7 +38,7 @@ TEST(ReplaceConverted, KeepsTheOldFileUnderANameThatIsFree)
     EXPECT_EQ(QDir(folder.Path()).entryList(QDir::Files).size(), 4);
 }
 
-TEST(HalfWidthKana, OneFullWidthCharacterSettlesThatTheyAreShiftJis)
+TEST(HalfWidthKana, FullWidthCharacterAdded_IsDetectedAsShiftJis)
 {
     const QByteArray kana = ToCodePage932(u"[ﾈｺ] ﾈｺｶﾞｲﾙ\r\n");
     EXPECT_EQ(GetCharCodeName(WholeFile(kana)), u"EUC"_s);
@@ -96,7 +96,7 @@ class ConversionTest : public WindowTest
 
 } // namespace
 
-TEST_F(ConversionTest, AsksWritesKeepsTheOldFileAndSaysSo)
+TEST_F(ConversionTest, AllQuestionsConfirmed_ConvertsKeepsBackupAndReports)
 {
     const QString line = QString(20, u'あ') + u'、';
     const QByteArray bytes = (u"［caf\u00E9］\u301C\n"_s + line.repeated(3)).toUtf8();
@@ -115,7 +115,7 @@ TEST_F(ConversionTest, AsksWritesKeepsTheOldFileAndSaysSo)
     EXPECT_EQ(selected, u"a.txt"_s);
 }
 
-TEST_F(ConversionTest, WritesNothingWhereItIsRefusedOrNotAnswered)
+TEST_F(ConversionTest, RefusedOrUnanswered_WritesNothing)
 {
     struct Case
     {

@@ -93,7 +93,7 @@ const QStringList Lines = {
 
 } // namespace
 
-TEST(TextExport, EveryCharacterOfTheCodePageComesBackAsTheSameBytes)
+TEST(TextExport, EveryCodePageCharacter_RoundTripsToSameBytes)
 {
     QByteArray bytes;
     for (char32_t unit = u'\t'; unit <= 0xFFFF; unit = unit == u'\t' ? u' ' : unit + 1)
@@ -113,7 +113,7 @@ TEST(TextExport, EveryCharacterOfTheCodePageComesBackAsTheSameBytes)
     EXPECT_TRUE(converted.replaced.isEmpty());
 }
 
-TEST(TextExport, AShortTextIsKnownByItsMark)
+TEST(TextExport, ShortText_IsDetectedByByteOrderMark)
 {
     for (const QString &line : {u"[a]"_s, u"ﾈｺ"_s, u"[ﾈｺ]は猫"_s, QString()}) {
         const QByteArray exported = TextExport(LinesOf({line}));
@@ -122,7 +122,7 @@ TEST(TextExport, AShortTextIsKnownByItsMark)
     }
 }
 
-TEST(AnkiExport, IsReadByAnkisRulesAsTheLinesWithBlanks)
+TEST(AnkiExport, LinesWithBlanks_ParseBackByAnkisRules)
 {
     QStringList headers;
     QStringList lines;
@@ -137,14 +137,14 @@ TEST(AnkiExport, IsReadByAnkisRulesAsTheLinesWithBlanks)
     EXPECT_EQ(headers.size(), 3) << "the first note is no header";
 }
 
-TEST(AnkiExport, WritesNothingIntoANoteThatNeedsNothing)
+TEST(AnkiExport, AmbiguousCharacters_AreSeparatedOnlyWhereNeeded)
 {
     EXPECT_EQ(AnkiExport(LinesOf({u"a: {b} [c]，[] [d]: e"_s})).split('\n')[3],
               u"a: {b} {{c1::c}}，[] {{c2::d}}\u200B: e"_s.toUtf8());
     EXPECT_EQ(AnkiExport(LinesOf({u"[a}]::"_s})).split('\n')[3], u"{{c1::a}\u200B}}\u200B:\u200B:"_s.toUtf8());
 }
 
-TEST(CsvExport, TextsAndAnswersOfARowAreTheLine)
+TEST(CsvExport, EveryRow_TextsAndAnswerFormTheLine)
 {
     const QByteArray bytes = CsvExport(LinesOf(Lines));
     ASSERT_TRUE(bytes.startsWith("\xEF\xBB\xBF"));
@@ -160,7 +160,7 @@ TEST(CsvExport, TextsAndAnswersOfARowAreTheLine)
     }
 }
 
-TEST(MakeExport, WritesOnlyWhatIsMarkedAsHard)
+TEST(MakeExport, OnlyHard_ExportsOnlyMarkedBlanks)
 {
     const TestFolder folder;
     const QStringList lines = {u"[a] is [b]"_s, u"[c]"_s, u"[] [d]"_s};
@@ -182,7 +182,7 @@ TEST(MakeExport, WritesOnlyWhatIsMarkedAsHard)
     EXPECT_TRUE(html.contains(u"<b>②</b>d</div>"));
 }
 
-TEST(MakeExport, RefusesWhatCannotBeReadAndWhatHasNoBlank)
+TEST(MakeExport, UnreadableOrBlankless_IsRefusedWithReason)
 {
     const TestFolder folder;
     const Rows<const char *, QByteArray, ExportKind, QString> rows = {
@@ -203,7 +203,7 @@ TEST(MakeExport, RefusesWhatCannotBeReadAndWhatHasNoBlank)
     }
 }
 
-TEST(ExportedMessage, TellsOfBytesThatAreNoCharacter)
+TEST(ExportedMessage, UndecodableBytes_AreCounted)
 {
     const QByteArray bytes = TextExport(LinesOf({u"[a]"_s}));
     EXPECT_EQ(ExportedMessage(u"rec/a.csv"_s, bytes), u"書き出しました。\r\n    ファイル名＝a.csv"_s);
@@ -212,7 +212,7 @@ TEST(ExportedMessage, TellsOfBytesThatAreNoCharacter)
 
 using ExportWindowTest = WindowTest;
 
-TEST_F(ExportWindowTest, AsksBeforeAnOlderExportGoesAndShowsTheFolder)
+TEST_F(ExportWindowTest, OlderExportExists_AsksBeforeReplacingAndShowsFolder)
 {
     const QString studyFile = folder.WriteStudyFile(u"txt/a.b.txt"_s, {u"x[a]"_s});
     folder.Write(u"rec/a.b.csv"_s, "old");

@@ -11,7 +11,7 @@
 
 using namespace Qt::Literals::StringLiterals;
 
-TEST(StudyFolder, ListsTextFilesByNameAndChecksThemAgainWhenChanged)
+TEST(StudyFolder, FileChanged_IsUncheckedAfterRefresh)
 {
     const TestFolder folder;
     for (const QString &name : {u"a.txt"_s, u"漢.TXT"_s, u"B.txt"_s, u"note.doc"_s})
@@ -47,7 +47,7 @@ TEST(StudyFolder, ListsTextFilesByNameAndChecksThemAgainWhenChanged)
     EXPECT_FALSE(files.IsChecked(u"a.txt"_s)) << "gone";
 }
 
-TEST(StudyFolder, ListsAsPeopleCountAndPrintableCopiesLast)
+TEST(StudyFolder, Refresh_SortsNaturallyWithPrintableCopiesLast)
 {
     const TestFolder folder;
     const QStringList sorted = {u"chapter 2.txt"_s, u"Chapter 10.txt"_s,   u"第２回.txt"_s,       u"第10回.txt"_s,
@@ -59,7 +59,7 @@ TEST(StudyFolder, ListsAsPeopleCountAndPrintableCopiesLast)
     EXPECT_EQ(files.Names(), sorted);
 }
 
-TEST(MatchesFilter, FindsAllWordsInAnyOrderCaseAndWidth)
+TEST(MatchesFilter, AllWordsPresent_MatchesInAnyOrderCaseAndWidth)
 {
     const Rows<QString, QString, bool> rows = {
         {u"英単語 第10回.txt"_s, u"第10回 英"_s, true},
@@ -73,7 +73,7 @@ TEST(MatchesFilter, FindsAllWordsInAnyOrderCaseAndWidth)
         EXPECT_EQ(MatchesFilter(name, wanted), isFound) << name.toStdString() << " / " << wanted.toStdString();
 }
 
-TEST(StudyTallies, CountTheSessionsOfOneUserOverAllYears)
+TEST(StudyTallies, AllYearsRead_CountsSessionsOfOneUser)
 {
     RecordingServices services;
     StudyDatabase database(services);
@@ -114,7 +114,7 @@ TEST(StudyTallies, CountTheSessionsOfOneUserOverAllYears)
     EXPECT_FALSE(tallies.ReadRecent(QDate(2024, 3, 6)));
 }
 
-TEST(TakeFiles, TakesTextsAndPicturesAndLeavesWhatIsThereOnAFault)
+TEST(TakeFiles, MixedFiles_CopiesTextsAndPicturesAndKeepsTargetsOnFault)
 {
     const TestFolder elsewhere;
     const TestFolder folder;
@@ -145,7 +145,7 @@ TEST(TakeFiles, TakesTextsAndPicturesAndLeavesWhatIsThereOnAFault)
     EXPECT_TRUE(ReplaceTakenQuestion(QStringList(7, known)).contains(u"\r\n  known.png\r\n  ほかに2個\r\n"));
 }
 
-TEST(CheckStudyFile, SaysWhatKeepsAFileFromBeingOpenedAndWhatItIsOpenedWithout)
+TEST(CheckStudyFile, EachFault_HasItsRemark)
 {
     const Rows<QString, QByteArray, QString> rows = {
         {u"euc.txt"_s, "\xC6\xFC\xCB\xDC\xB8\xEC\xA4\xCE\r\n", u"文字コード＝EUC"_s},
@@ -168,7 +168,7 @@ TEST(CheckStudyFile, SaysWhatKeepsAFileFromBeingOpenedAndWhatItIsOpenedWithout)
     EXPECT_EQ(CheckStudyFile(large.fileName()).remarks, u"64MB超過"_s);
 }
 
-TEST(CheckSelection, TakesAPrintableCopyOnlyForStudying)
+TEST(CheckSelection, PrintableCopy_IsAcceptedOnlyForStudying)
 {
     QString message;
     EXPECT_TRUE(CheckSelection(u"a_印刷用.txt"_s, false, &message));

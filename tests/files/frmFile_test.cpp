@@ -62,7 +62,7 @@ class FileWindowTest : public WindowTest
 
 } // namespace
 
-TEST_F(FileWindowTest, ChoosesAFileByKeys)
+TEST_F(FileWindowTest, HomeThenEnter_ChoosesFirstFile)
 {
     Press(Qt::Key_Home);
     Press(Qt::Key_Return);
@@ -73,7 +73,7 @@ TEST_F(FileWindowTest, ChoosesAFileByKeys)
     EXPECT_EQ(window.Choose(u"notepad.exe"_s), FileChoice::Cancelled);
 }
 
-TEST_F(FileWindowTest, RefusesWithoutSelectionAndOffersTheEditorForABadFile)
+TEST_F(FileWindowTest, NoSelectionOrBadFile_IsRefusedAndEditorOffered)
 {
     script.Click(u"frmFile"_s, u"cmdSelect"_s);
     script.Click(u"frmMsg"_s, u"cmdOK"_s);
@@ -93,7 +93,7 @@ TEST_F(FileWindowTest, RefusesWithoutSelectionAndOffersTheEditorForABadFile)
     EXPECT_FALSE(database.SQLite3NonQuery(u"create table t (a)"_s)) << "the end button closes the database";
 }
 
-TEST_F(FileWindowTest, LeavingTheWindowGivesUpTheChecks)
+TEST_F(FileWindowTest, WindowClosed_CancelsPendingChecks)
 {
     script.When(u"frmFile"_s, [this](QWidget *dialog) {
         const auto *const list = dialog->findChild<QListView *>(u"lstFile"_s);
@@ -109,7 +109,7 @@ TEST_F(FileWindowTest, LeavingTheWindowGivesUpTheChecks)
     window.Choose(QString());
 }
 
-TEST_F(FileWindowTest, EveryControlHasItsName)
+TEST_F(FileWindowTest, EveryControl_HasObjectName)
 {
     for (const QWidget *widget : window.findChildren<QWidget *>()) {
         const bool isControl = qobject_cast<const QLabel *>(widget) || widget->focusPolicy() != Qt::NoFocus;
@@ -117,7 +117,7 @@ TEST_F(FileWindowTest, EveryControlHasItsName)
     }
 }
 
-TEST_F(FileWindowTest, AtEveryFontSizeEachControlCanBeReachedByTab)
+TEST_F(FileWindowTest, EveryFontSize_TabReachesEachControl)
 {
     const QFont usual = QApplication::font();
     for (const int points : {9, 20, 40}) {
@@ -146,7 +146,7 @@ TEST_F(FileWindowTest, AtEveryFontSizeEachControlCanBeReachedByTab)
     QApplication::setFont(usual);
 }
 
-TEST_F(FileWindowTest, LongNameLeavesTheRemarkInSight)
+TEST_F(FileWindowTest, LongName_RemarkStaysVisible)
 {
     const QString name = QString(120, u'n') + u".txt"_s;
     folder.WriteStudyFile(u"txt/"_s + name, {u"no blank"_s});
@@ -163,7 +163,7 @@ TEST_F(FileWindowTest, LongNameLeavesTheRemarkInSight)
     window.Choose(QString());
 }
 
-TEST_F(FileWindowTest, LongNameTakesTheRoomOfFiguresThatAreNone)
+TEST_F(FileWindowTest, LongName_UsesSpaceOfEmptyFigures)
 {
     folder.WriteStudyFile(u"txt/"_s + QString(120, u'n') + u".txt"_s, {u"[a]"_s});
     DBInsRecKotoban(database, services.now, u"花子"_s, u"another"_s);
@@ -190,7 +190,7 @@ TEST_F(FileWindowTest, LongNameTakesTheRoomOfFiguresThatAreNone)
     window.Choose(QString());
 }
 
-TEST_F(FileWindowTest, ShowsTheFiguresOfAFileOrWhatIsWrongWithIt)
+TEST_F(FileWindowTest, CheckedFile_ShowsFiguresOrRemarks)
 {
     DBInsRecKotoban(database, services.now, u"花子"_s, u"a good"_s);
     DBUpdRecKotoban(database, services, services.now, u"花子"_s, 3);
@@ -208,7 +208,7 @@ TEST_F(FileWindowTest, ShowsTheFiguresOfAFileOrWhatIsWrongWithIt)
     window.Choose(QString());
 }
 
-TEST_F(FileWindowTest, NewFileAppearsByItselfAndTheSelectionStays)
+TEST_F(FileWindowTest, NewFileInFolder_AppearsAndSelectionStays)
 {
     script.When(u"frmFile"_s, [this](QWidget *dialog) {
         auto *const list = dialog->findChild<QListView *>(u"lstFile"_s);
@@ -221,7 +221,7 @@ TEST_F(FileWindowTest, NewFileAppearsByItselfAndTheSelectionStays)
     window.Choose(QString());
 }
 
-TEST_F(FileWindowTest, ManyFilesCanBeFiltered)
+TEST_F(FileWindowTest, ManyFiles_FilterNarrowsListAndYieldsToNewFile)
 {
     for (int number = 1; number <= 28; ++number)
         folder.WriteStudyFile(u"txt/第%1回.txt"_s.arg(number), {u"[a]"_s});
@@ -260,7 +260,7 @@ TEST_F(FileWindowTest, ManyFilesCanBeFiltered)
     window.Choose(QString());
 }
 
-TEST_F(FileWindowTest, DroppedFilesAreCopiedAndNothingIsReplacedUnasked)
+TEST_F(FileWindowTest, FilesDropped_NewOnesAreCopiedAndReplacingIsAskedFor)
 {
     const QString fresh = folder.WriteStudyFile(u"elsewhere/new.txt"_s, {u"[a]"_s});
     const QString known = folder.WriteStudyFile(u"elsewhere/bad.txt"_s, {u"[good now]"_s});
@@ -277,7 +277,7 @@ TEST_F(FileWindowTest, DroppedFilesAreCopiedAndNothingIsReplacedUnasked)
     EXPECT_TRUE(script.messages.last().startsWith(u"1個のファイルを"));
 }
 
-TEST_F(FileWindowTest, ADroppedTableBecomesAStudyFile)
+TEST_F(FileWindowTest, TableDropped_MakesStudyFile)
 {
     const QString table = folder.Write(u"elsewhere/words.CSV"_s, "a,b\n");
     script.When(u"frmFile"_s, [&](QWidget *dialog) { Drop(dialog, {table}); });
@@ -291,7 +291,7 @@ TEST_F(FileWindowTest, ADroppedTableBecomesAStudyFile)
     EXPECT_EQ(folder.Read(u"txt/words.txt"_s), ToCodePage932(u"a　[b]\r\n"));
 }
 
-TEST_F(FileWindowTest, KeysReachTheRareCommands)
+TEST_F(FileWindowTest, ShortcutOrMenuKey_ReachesRareCommands)
 {
     script.When(u"frmFile"_s, [](QWidget *dialog) {
         auto *const menu = dialog->findChild<QMenu *>(u"mnuOthers"_s);

@@ -48,7 +48,7 @@ class TableWindowTest : public WindowTest
 
 } // namespace
 
-TEST_F(TableWindowTest, ColumnsAreChosenTheFileIsMadeAndReplacedOnlyWhenTheUserSaysSo)
+TEST_F(TableWindowTest, ColumnsChosen_MakesFileAndReplacesOnlyWithConsent)
 {
     const QByteArray bytes = u"word,meaning\ncaf\u00E9,店\nice\u301C,氷,x\n"_s.toUtf8();
     const auto choose = [this](QWidget *dialog) {
@@ -95,7 +95,7 @@ TEST_F(TableWindowTest, ColumnsAreChosenTheFileIsMadeAndReplacedOnlyWhenTheUserS
                                   u"    元のファイル＝words.txt.bak\n    行の数＝1，空欄の数＝1"_s);
 }
 
-TEST_F(TableWindowTest, TheHiddenColumnIsInSight)
+TEST_F(TableWindowTest, HiddenColumnFarRight_IsScrolledIntoView)
 {
     const auto look = [](QWidget *dialog) {
         const auto *const ticked = dialog->findChild<QCheckBox *>(u"chkHide60"_s);
@@ -107,7 +107,7 @@ TEST_F(TableWindowTest, TheHiddenColumnIsInSight)
     Make("a" + QByteArray(",a").repeated(59), look, {});
 }
 
-TEST_F(TableWindowTest, TheTableIsReadAgainAsTheUserWantsIt)
+TEST_F(TableWindowTest, EncodingOrSeparatorChanged_ReadsTableAgain)
 {
     const auto choose = [this](QWidget *dialog) {
         const auto *const preview = dialog->findChild<QPlainTextEdit *>(u"txtPreview"_s);
@@ -137,7 +137,7 @@ TEST_F(TableWindowTest, TheTableIsReadAgainAsTheUserWantsIt)
     EXPECT_EQ(Make("a,b\n", leave, {}), QString());
 }
 
-TEST_F(TableWindowTest, NothingIsWrittenWhereItIsRefused)
+TEST_F(TableWindowTest, Refused_WritesNothingAndStaysOpen)
 {
     folder.Write(u"txt/words.txt"_s, "old");
     folder.MakeFolder(u"txt/folder.txt"_s);

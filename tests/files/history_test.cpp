@@ -20,7 +20,7 @@
 
 using namespace Qt::Literals::StringLiterals;
 
-TEST(History, LinesHaveFieldsOfFixedWidth)
+TEST(History, AnyValue_LineHasFixedWidthFields)
 {
     const Rows<const char *, qint64, int, QString> rows = {
         {"under a minute", 59, 5, u"09:08      　59秒   5問 英単語"_s},
@@ -36,7 +36,7 @@ TEST(History, LinesHaveFieldsOfFixedWidth)
     EXPECT_EQ(HoursMinutesSeconds(360'000), u"100時間 0分 0秒"_s);
 }
 
-TEST(History, InputsAreWholeWeeksAndRealDates)
+TEST(History, InvalidWeeksOrDates_AreRejected)
 {
     const Rows<QString, int> weeks = {{u"1"_s, 1},   {u"9999"_s, 9999}, {u"10000"_s, 0}, {u"0"_s, 0}, {u"-1"_s, 0},
                                       {u"1.5"_s, 0}, {QString(), 0},    {u"１"_s, 0},    {u" 2"_s, 0}};
@@ -48,7 +48,7 @@ TEST(History, InputsAreWholeWeeksAndRealDates)
         EXPECT_FALSE(DateFromText(text).isValid()) << text.toStdString();
 }
 
-TEST(History, ReportNamesStayInTheirFolder)
+TEST(History, UserNameWithPathCharacters_ReportStaysInFolder)
 {
     const QDate today(2024, 3, 5);
     EXPECT_EQ(ReportFileName(u"花子"_s, today, 2), u"花子_瞬記帳学習記録2024_0305までの2週分.txt"_s);
@@ -58,7 +58,7 @@ TEST(History, ReportNamesStayInTheirFolder)
         EXPECT_FALSE(ReportFileName(QString(QChar(character)), today, 1).contains(QChar(character)));
 }
 
-TEST(HistoryBars, HoldTheDaysOfTheSpanOldestFirst)
+TEST(HistoryBars, DaysOfSpan_AreGroupedOldestFirst)
 {
     const QDate end(2024, 3, 5);
     History history(end, 2);
@@ -88,7 +88,7 @@ TEST(HistoryBars, HoldTheDaysOfTheSpanOldestFirst)
     EXPECT_TRUE(HistoryBars(History(), 14).empty());
 }
 
-TEST(PrintableCopy, KeepsTheTextAndBlanksTheAnswers)
+TEST(PrintableCopy, Written_KeepsTextAndBlanksAnswers)
 {
     const TestFolder folder;
     const QString source = folder.WriteStudyFile(u"week1.rev.txt"_s, {u"水は[H2O]で[塩ｱ]\t[]"_s, u"［全角］"_s});
@@ -110,7 +110,7 @@ TEST(PrintableCopy, KeepsTheTextAndBlanksTheAnswers)
     EXPECT_TRUE(message.startsWith(u"印刷用ファイルを書き込めません。"_s));
 }
 
-TEST(PrintableCopy, WhatWasChangedByHandIsAskedForOrKept)
+TEST(PrintableCopy, EditedByHand_IsAskedForOrBackedUp)
 {
     const TestFolder folder;
     const QDateTime before(QDate(2024, 3, 5), QTime(9, 0));
@@ -147,7 +147,7 @@ TEST(PrintableCopy, WhatWasChangedByHandIsAskedForOrKept)
     EXPECT_EQ(folder.Read(u"b_印刷用.txt"_s), "by hand");
 }
 
-TEST(PrintableCopy, MessagesTellWhatBecomesOfTheOldOne)
+TEST(PrintableCopy, EachStateOfOldCopy_HasItsMessage)
 {
     const QString copy = u"txt/a_印刷用.txt"_s;
     EXPECT_EQ(ReplaceCopyQuestion(copy, OldCopy::Edited),
@@ -209,7 +209,7 @@ class HistoryWindowTest : public WindowTest
 
 } // namespace
 
-TEST_F(HistoryWindowTest, ShowsTheSpanThatTheInputsName)
+TEST_F(HistoryWindowTest, SpanEntered_ShowsItsSessions)
 {
     const QStringList thisWeek = {u"2024/03/05(火)"_s, u"08:00      　30秒   4問 a"_s, u"10:00    60分 9秒   3問 a"_s};
     const QStringList twoWeeks = thisWeek + QStringList{u"2024/02/21(水)"_s, u"09:00     1分 0秒   5問 a"_s};
@@ -239,7 +239,7 @@ TEST_F(HistoryWindowTest, ShowsTheSpanThatTheInputsName)
     EXPECT_TRUE(services.messages.isEmpty());
 }
 
-TEST_F(HistoryWindowTest, AClockThatWasSetBackMakesNoTime)
+TEST_F(HistoryWindowTest, ClockSetBack_CountsAsNoTime)
 {
     EXPECT_TRUE(database.SQLite3NonQuery(u"delete from t_kotoban"_s));
     AddSession(QDateTime(QDate(2024, 3, 5), QTime(10, 0)), -3600, 3);
@@ -252,7 +252,7 @@ TEST_F(HistoryWindowTest, AClockThatWasSetBackMakesNoTime)
         << "the plain sum of the sessions";
 }
 
-TEST_F(HistoryWindowTest, WritesTheReportAndOffersIt)
+TEST_F(HistoryWindowTest, ReportRequested_IsWrittenAndOffered)
 {
     script.When(u"frmFile"_s, [](QWidget *dialog) {
         dialog->findChild<QLineEdit *>(u"txtYmd"_s)->setText(u"2024/02/21"_s);
@@ -277,7 +277,7 @@ TEST_F(HistoryWindowTest, WritesTheReportAndOffersIt)
         << "named by today's date";
 }
 
-TEST_F(HistoryWindowTest, TheReportHoldsTheListAndTheTotals)
+TEST_F(HistoryWindowTest, WeekWithSessions_ReportHasListAndTotals)
 {
     const History history = ReadHistory(database, QDate(2024, 3, 5), 1, u"花/子"_s);
     EXPECT_EQ(ReportText(history), u"2024/03/05(火)\r\n08:00      　30秒   4問 a\r\n10:00    60分 9秒   3問 a\r\n"
@@ -290,7 +290,7 @@ TEST_F(HistoryWindowTest, TheReportHoldsTheListAndTheTotals)
     EXPECT_EQ(services.messages.size(), 1) << "the totals would only tell of the same fault";
 }
 
-TEST_F(HistoryWindowTest, ATableThatTheProgramDidNotMakeIsReadAllTheSame)
+TEST_F(HistoryWindowTest, ForeignTable_IsStillRead)
 {
     const QDateTime start(QDate(2024, 3, 5), QTime(11, 0));
     EXPECT_TRUE(database.SQLite3NonQuery(u"update t_kotoban set ymd_sta = '2024/02/3x' where num_answer = 3"_s));
@@ -308,7 +308,7 @@ TEST_F(HistoryWindowTest, ATableThatTheProgramDidNotMakeIsReadAllTheSame)
     EXPECT_FALSE(history.Days()[0].day.isValid());
 }
 
-TEST_F(HistoryWindowTest, AFaultAfterSomeRowsLeavesTheHistoryEmpty)
+TEST_F(HistoryWindowTest, FaultAfterSomeRows_LeavesHistoryEmpty)
 {
     // The days are read one after the other, newest first, and the end on the oldest cannot be computed.
     EXPECT_TRUE(database.SQLite3NonQuery(u"alter table t_kotoban drop column dt_end"_s));
@@ -337,7 +337,7 @@ void AddManySessions(StudyDatabase *database, int count)
 
 } // namespace
 
-TEST_F(HistoryWindowTest, AHistoryThatIsReadInSlicesIsTheWholeOne)
+TEST_F(HistoryWindowTest, ReadInSlices_YieldsWholeHistory)
 {
     AddManySessions(&database, 5000);
     const QDate end(2024, 3, 5);
@@ -376,7 +376,7 @@ TEST_F(HistoryWindowTest, AHistoryThatIsReadInSlicesIsTheWholeOne)
     EXPECT_EQ(reader.Result().LineCount(), 3) << "nothing is left of the one before";
 }
 
-TEST_F(HistoryWindowTest, WhatIsStillBeingReadIsSaid)
+TEST_F(HistoryWindowTest, StillReading_SaysSoAndDisablesReport)
 {
     AddManySessions(&database, 50'000);
     window.show();
@@ -392,7 +392,7 @@ TEST_F(HistoryWindowTest, WhatIsStillBeingReadIsSaid)
     EXPECT_GT(Records().size(), 50'000);
 }
 
-TEST_F(HistoryWindowTest, ConvertsTheSelectedFileAndRefusesACopy)
+TEST_F(HistoryWindowTest, PrintableCopyRequested_IsMadeButNotOfACopy)
 {
     const auto select = [](QWidget *dialog, int row) {
         auto *const list = dialog->findChild<QListView *>(u"lstFile"_s);

@@ -32,7 +32,7 @@ class Lists : public testing::Test
 
 } // namespace
 
-TEST_F(Lists, AMarkGoesWithItsLineWhereverThatStands)
+TEST_F(Lists, LineMoved_MarkMovesWithIt)
 {
     const QStringList lines = {u"[apple] [red]"_s, u"no blank"_s, u"[book]"_s, u"[book]"_s, u"[]"_s};
     Write(lines, {2, 4, 5});
@@ -51,7 +51,7 @@ TEST_F(Lists, AMarkGoesWithItsLineWhereverThatStands)
     EXPECT_EQ(folder.Read(u"ListMark.txt"_s), "");
 }
 
-TEST_F(Lists, LinesOfOthersStayAsTheyAre)
+TEST_F(Lists, MarksWritten_OtherLinesStayUntouched)
 {
     const QByteArray foreign =
         u"# by hand\r\n太郎\t英単語\t[a]\t1\r\n花子\t仏単語\t[a]\t1\r\n花子\t英単語\t[a]\tx\r\n"_s.toUtf8();
@@ -68,7 +68,7 @@ TEST_F(Lists, LinesOfOthersStayAsTheyAre)
     EXPECT_TRUE(message.startsWith(u"苦手の印を保存できません。\r\n  ")) << message.toStdString();
 }
 
-TEST_F(Lists, AListThatCannotBeReadIsNotReplaced)
+TEST_F(Lists, UnreadableList_IsNotReplaced)
 {
     const QByteArray broken = "\xE8\x8A\xB1\xFF\ta\tb\t1\r\n";
     folder.Write(u"ListMark.txt"_s, broken);
@@ -79,7 +79,7 @@ TEST_F(Lists, AListThatCannotBeReadIsNotReplaced)
     EXPECT_EQ(folder.Read(u"ListPlace.txt"_s), broken);
 }
 
-TEST_F(Lists, TheLastPlaceOfAUserIsTheOneWrittenLast)
+TEST_F(Lists, SeveralPlacesWritten_LatestIsReturned)
 {
     const PlaceList places(folder.Path(u"ListPlace.txt"_s));
     EXPECT_EQ(places.LastUser(), QString());

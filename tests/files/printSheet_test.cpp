@@ -37,7 +37,7 @@ QString Underline(const QString &number, const QString &em)
 
 } // namespace
 
-TEST(BlankNumber, IsCircledUpToFifty)
+TEST(BlankNumber, UpToFifty_IsCircled)
 {
     const Rows<int, QString> rows = {{1, u"①"_s},   {20, u"⑳"_s},  {21, u"㉑"_s},   {35, u"㉟"_s},
                                      {36, u"㊱"_s}, {50, u"㊿"_s}, {51, u"(51)"_s}, {5000, u"(5000)"_s}};
@@ -45,7 +45,7 @@ TEST(BlankNumber, IsCircledUpToFifty)
         EXPECT_EQ(BlankNumber(blank), number);
 }
 
-TEST(PrintSheet, LinesKeepTheirTextAndHideTheirAnswers)
+TEST(PrintSheet, EachKindOfLine_KeepsTextAndHidesAnswers)
 {
     const QString image = u"<img src=\"a&amp;b.png\" alt=\"図\">"_s;
     const QString picture = u"<div class=\"pictures\">"_s + image + u"</div>"_s;
@@ -71,7 +71,7 @@ TEST(PrintSheet, LinesKeepTheirTextAndHideTheirAnswers)
         EXPECT_EQ(LineOnSheet(line), html) << name;
 }
 
-TEST(PrintSheet, AnswersFollowOnlyWhereTheyAreWantedAndThereAreBlanks)
+TEST(PrintSheet, AnswersWanted_AreAppendedOnlyIfThereAreBlanks)
 {
     const QString withAnswers = Sheet({u"[<x>] [水]"_s}, true);
     EXPECT_TRUE(withAnswers.contains(u"<title>&lt;t&gt;</title>"_s));
@@ -81,7 +81,7 @@ TEST(PrintSheet, AnswersFollowOnlyWhereTheyAreWantedAndThereAreBlanks)
     EXPECT_FALSE(withAnswers.contains(u"<script"_s) || withAnswers.contains(u"http"_s));
 }
 
-TEST(WritePrintSheet, ShowsPicturesFromWhereTheyAreAndKeepsTheOldSheetOnAFault)
+TEST(WritePrintSheet, PicturesBesideFile_AreLinkedAndFaultKeepsOldSheet)
 {
     const TestFolder folder;
     folder.Write(u"txt/#中%/図-1.PNG"_s, "");
@@ -104,7 +104,7 @@ TEST(WritePrintSheet, ShowsPicturesFromWhereTheyAreAndKeepsTheOldSheetOnAFault)
 
 using PrintWindowTest = WindowTest;
 
-TEST_F(PrintWindowTest, OpensTheSheetAndRemembersWhetherAnswersAreWanted)
+TEST_F(PrintWindowTest, Confirmed_OpensSheetAndStoresAnswerChoice)
 {
     const QString source = folder.WriteStudyFile(u"txt/a.txt"_s, {u"[secret]"_s});
     const SettingsFile settings(folder.Path(u"a.ini"_s));
@@ -133,7 +133,7 @@ TEST_F(PrintWindowTest, OpensTheSheetAndRemembersWhetherAnswersAreWanted)
     EXPECT_EQ(services.messages, QStringList(SheetNotOpenedMessage(sheet)));
 }
 
-TEST_F(PrintWindowTest, StaysOpenWithTheReadersRefusal)
+TEST_F(PrintWindowTest, FileRefused_ShowsReasonAndStaysOpen)
 {
     const SettingsFile settings(folder.Path(u"a.ini"_s));
     const MarkList marks(folder.Path(u"ListMark.txt"_s), u"花子"_s);

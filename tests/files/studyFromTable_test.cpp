@@ -44,7 +44,7 @@ QByteArray Encoded(const QString &text, QStringConverter::Encoding encoding, boo
 
 } // namespace
 
-TEST(StudyTextOf, CellsComeBackFromTheExportOfTheFileThatWasMade)
+TEST(StudyTextOf, CsvExportOfResult_HasOriginalCells)
 {
     const QByteArray csv = "apple,\"red, or green\",りんご\r\nbook,\"\"\"to read\"\"\",本\r\n";
     TableOptions options = Hiding({true, false, true});
@@ -63,7 +63,7 @@ TEST(StudyTextOf, CellsComeBackFromTheExportOfTheFileThatWasMade)
     EXPECT_EQ(table.Cell(5, 3), u"本");
 }
 
-TEST(ReadTableBytes, EveryCharacterCodeGivesTheSameCells)
+TEST(ReadTableBytes, EveryEncoding_YieldsSameCells)
 {
     const QString text = u"apple,りんご\r\n\"ice, cold\",氷\r\n"_s;
     const Rows<const char *, QByteArray> rows = {
@@ -86,7 +86,7 @@ TEST(ReadTableBytes, EveryCharacterCodeGivesTheSameCells)
     }
 }
 
-TEST(ReadTableBytes, WhatIsNoTableIsRefusedWithTheReason)
+TEST(ReadTableBytes, NotATable_IsRefusedWithReason)
 {
     const Rows<const char *, QByteArray, TableRefusal> rows = {
         {"empty", QByteArray(), EmptyTable()},
@@ -112,7 +112,7 @@ TEST(ReadTableBytes, WhatIsNoTableIsRefusedWithTheReason)
     EXPECT_EQ(TableOf("a" + QByteArray(99, ',')).ColumnCount(), MaxColumns);
 }
 
-TEST(ReadTableBytes, TheUsersCodeAndSeparatorGoBeforeWhatIsFound)
+TEST(ReadTableBytes, UserSettings_OverrideDetection)
 {
     const QByteArray kana = ToCodePage932(u"ﾈｺ,ｲﾇ\r\n");
     TableReading found;
@@ -129,7 +129,7 @@ TEST(ReadTableBytes, TheUsersCodeAndSeparatorGoBeforeWhatIsFound)
         EXPECT_EQ(SeparatorByName(SeparatorName(separator)), separator);
 }
 
-TEST(StudyTextOf, MakesALineOfEachRow)
+TEST(StudyTextOf, EachRow_BecomesALine)
 {
     const Rows<const char *, QString, QList<bool>, QString> rows = {
         {"last column hidden", u"apple,りんご\nice,氷"_s, {false, true}, u"apple　[りんご]\r\nice　[氷]\r\n"_s},
@@ -150,7 +150,7 @@ TEST(StudyTextOf, MakesALineOfEachRow)
     EXPECT_EQ(StudyOf(u"word,meaning\na,b"_s, options).text, u"[a]  b\r\n"_s);
 }
 
-TEST(HiddenByDefault, IsTheLastColumnWithText)
+TEST(HiddenByDefault, AnyTable_HidesLastColumnWithText)
 {
     const QString emptyRows = u"a,\n"_s.repeated(PreviewRows);
     const Rows<const char *, QString, QList<bool>, QString> rows = {
@@ -177,7 +177,7 @@ TEST(HiddenByDefault, IsTheLastColumnWithText)
         << "behind the rows that are shown";
 }
 
-TEST(StudyTextOf, BracketsThatDoNotPairBecomeFullWidth)
+TEST(StudyTextOf, UnbalancedBrackets_BecomeFullWidth)
 {
     // The first column is hidden.
     const Rows<const char *, QString, QString, int, int> rows = {
@@ -197,7 +197,7 @@ TEST(StudyTextOf, BracketsThatDoNotPairBecomeFullWidth)
     }
 }
 
-TEST(StudyTextOf, AClozeOfAShownColumnBecomesABlank)
+TEST(StudyTextOf, ClozeInShownColumn_BecomesBlank)
 {
     const Rows<const char *, QString, QString, int> rows = {
         {"two in a sentence", u"{{c1::水}}は{{c12::H2O}}"_s, u"[水]は[H2O]\r\n"_s, 0},
@@ -217,7 +217,7 @@ TEST(StudyTextOf, AClozeOfAShownColumnBecomesABlank)
     EXPECT_EQ(HiddenByDefault(TableOf("a\t{{c1::b}}")), QList<bool>({false, false}));
 }
 
-TEST(StudyTextOf, AnAnkiExportComesBack)
+TEST(StudyTextOf, AnkiExport_RoundTrips)
 {
     const QStringList lines = {u"[水]の化学式は[H2O]"_s, u"[a}] [:b] [{d] [e}}f] [g::h]"_s, u"#[comment] \"x\""_s,
                                u"[] ::: [k]:"_s};
@@ -230,7 +230,7 @@ TEST(StudyTextOf, AnAnkiExportComesBack)
     EXPECT_EQ(StudyTextOf(CellsOf(table, options), options).text, lines.join(u"\r\n"_s) + u"\r\n"_s);
 }
 
-TEST(StudyTextOf, LongRowsAreBrokenAtBlanksOrElseBetweenColumns)
+TEST(StudyTextOf, LongRow_IsBrokenAtSpacesOrBetweenColumns)
 {
     const QString long40(40, u'あ');
     const QString half(50, u'x');
@@ -250,7 +250,7 @@ TEST(StudyTextOf, LongRowsAreBrokenAtBlanksOrElseBetweenColumns)
                   half.left(29) + u"…"_s);
 }
 
-TEST(StudyTextOf, TheCellsComeBackFromTheStudyFile)
+TEST(StudyTextOf, StudyFileWritten_ReadsBackSameCells)
 {
     const TestFolder folder;
     QStringList expected;
@@ -274,7 +274,7 @@ TEST(StudyTextOf, TheCellsComeBackFromTheStudyFile)
         EXPECT_EQ(lines.at1(line).toString(), expected[line - 1]);
 }
 
-TEST(EncodeStudyText, WhatCouldNotBeOpenedOrLearnedIsRefused)
+TEST(EncodeStudyText, BlanklessOrMisdetected_IsRefused)
 {
     const Rows<const char *, QString, QString, QString> rows = {
         {"no blanks", u",a\n,b"_s, u"　"_s, u"空欄にする文字が一つもありません。"_s},
@@ -290,7 +290,7 @@ TEST(EncodeStudyText, WhatCouldNotBeOpenedOrLearnedIsRefused)
     }
 }
 
-TEST(UnwritableCells, AreNamedWithRowAndColumn)
+TEST(UnwritableCells, SeveralRows_AreNamedByRowAndColumn)
 {
     const Table table = TableOf(u"x,y\n\n\U0001F600a\u0301,b\U0001F601,\U0001F602\n,한한,한\n"_s.toUtf8());
     const TableCells cells = CellsOf(table, TableOptions());
@@ -303,7 +303,7 @@ TEST(UnwritableCells, AreNamedWithRowAndColumn)
     EXPECT_TRUE(TableAccentsQuestion(cells, ConvertText(cells.text, Accents::Remove)).contains(u"表の3行目 1列目："_s));
 }
 
-TEST(WriteStudyFile, KeepsTheOldFileAndOnAFaultTheFolderAsItWas)
+TEST(WriteStudyFile, FileExists_IsKeptAndFaultLeavesFolderUnchanged)
 {
     const TestFolder folder;
     const QString path = folder.Write(u"a.txt"_s, "old");
@@ -323,7 +323,7 @@ TEST(WriteStudyFile, KeepsTheOldFileAndOnAFaultTheFolderAsItWas)
     EXPECT_EQ(folder.Read(QFileInfo(longest).fileName()), "old");
 }
 
-TEST(StudyFileTitle, IsANameThatFileAndRecordCanHold)
+TEST(StudyFileTitle, ForbiddenCharacters_AreReplaced)
 {
     const Rows<QString, QString> rows = {
         {u" 単語 "_s, u"単語"_s},       {u"words.TXT"_s, u"words"_s}, {u"a/b\\c:d*?"_s, u"a_b_c_d__"_s},

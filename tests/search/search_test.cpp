@@ -15,7 +15,7 @@
 
 using namespace Qt::Literals::StringLiterals;
 
-TEST(CandidateForms, FollowTheRulesInTheirOrder)
+TEST(CandidateForms, InflectedWord_YieldsFormsInRuleOrder)
 {
     const Rows<const char16_t *, const char16_t *> rows = {
         {u"stopped", u"stopped stoppe stopp stop"},
@@ -42,7 +42,7 @@ TEST(CandidateForms, FollowTheRulesInTheirOrder)
         EXPECT_EQ(CandidateForms(QString::fromUtf16(word)).join(u' '), QString::fromUtf16(forms));
 }
 
-TEST(MatchWords, TakesTheFirstCandidateOfTheSortedList)
+TEST(MatchWords, SeveralCandidates_FirstInListMatches)
 {
     const QStringList list = {u"be"_s, u"bother"_s, u"care"_s, u"city"_s, u"stop"_s};
     EXPECT_EQ(MatchWords(list, {u"Cities"_s, u"STOPPED"_s, u"bothered"_s, u"cares"_s, u"x"_s, QString(), u"Cities"_s}),
@@ -79,7 +79,7 @@ class SearchTest : public testing::Test
 
 } // namespace
 
-TEST_F(SearchTest, ReadsTheKeywordListSorted)
+TEST_F(SearchTest, KeywordListRead_IsSortedWithoutDuplicates)
 {
     const KeywordList list = ReadKeywordList(WriteList("stop\r\n\r\n City \n\x90\x85\r\nSTOP"));
     EXPECT_EQ(list.words, QStringList({u"city"_s, u"stop"_s, u"水"_s}));
@@ -90,7 +90,7 @@ TEST_F(SearchTest, ReadsTheKeywordListSorted)
     EXPECT_TRUE(wrong.words.isEmpty() && wrong.fault == WrongCharCodeMessage(u"KeywordList"_s, u"EUC"_s));
 }
 
-TEST_F(SearchTest, CountsInflectedFormsAndPlainText)
+TEST_F(SearchTest, InflectedFormsAndPlainText_AreCounted)
 {
     KeywordSearch search(ReadKeywordList(WriteList("stop\ncity\n\x90\x85\nabsent")));
     EXPECT_TRUE(SpansOf(*search.HitsOf(u"stop"_s, 1)).empty()) << "no text yet";
@@ -113,7 +113,7 @@ TEST_F(SearchTest, CountsInflectedFormsAndPlainText)
     EXPECT_TRUE(SpansOf(*search.HitsOf(u"stop"_s, 1)).empty());
 }
 
-TEST_F(SearchTest, FindsPlainTextAsQtComparesIt)
+TEST_F(SearchTest, PlainText_MatchesAsQtCompares)
 {
     const QString wide = QString(63, u'-') + u"ab"_s; // across the blocks that are looked at together
     const Rows<QStringList, const char16_t *, int> rows = {
@@ -137,7 +137,7 @@ TEST_F(SearchTest, FindsPlainTextAsQtComparesIt)
     }
 }
 
-TEST_F(SearchTest, GoesRoundTheTextInBothDirections)
+TEST_F(SearchTest, StepPastEnd_WrapsInBothDirections)
 {
     QStringList lines(40, u"-"_s);
     for (const int line : {3, 12, 30})
@@ -174,7 +174,7 @@ TEST_F(SearchTest, GoesRoundTheTextInBothDirections)
     EXPECT_EQ(WrapText(*one.Next(only.span, true, noTime), true), u"末尾に戻りました"_s);
 }
 
-TEST_F(SearchTest, CountsFromThePageInViewOnAndRoundTheText)
+TEST_F(SearchTest, StartInMiddle_CountsFromThereAndWraps)
 {
     QStringList lines(10, u"y"_s);
     lines[8] = u"x"_s;
@@ -189,7 +189,7 @@ TEST_F(SearchTest, CountsFromThePageInViewOnAndRoundTheText)
     EXPECT_EQ(StepText(hits, *hits.Next({9}, false, noTime)), u"1 / 1"_s);
 }
 
-TEST(PlaceBeside, TakesTheSideThatHasRoom)
+TEST(PlaceBeside, RoomOnOneSide_TakesThatSide)
 {
     const QRect screen(0, 30, 1000, 570);
     const QSize size(300, 400);
@@ -250,7 +250,7 @@ class SearchWindowTest : public SearchTest
 
 } // namespace
 
-TEST_F(SearchWindowTest, NarrowsAndGoesOn)
+TEST_F(SearchWindowTest, TextTyped_NarrowsListAndStepsThroughHits)
 {
     Open("stop\ncity");
     QSignalSpy told(window.get(), &frmSearch::StateChanged);
@@ -285,7 +285,7 @@ TEST_F(SearchWindowTest, NarrowsAndGoesOn)
     EXPECT_EQ(told.last(), (QVariantList{u"stoxyz"_s, false, u"見つかりません"_s, QString()}));
 }
 
-TEST_F(SearchWindowTest, ANewSearchStartsAtThePageInView)
+TEST_F(SearchWindowTest, NewSearch_StartsAtPageInView)
 {
     Open("stop");
     topLine = 2;
@@ -300,7 +300,7 @@ TEST_F(SearchWindowTest, ANewSearchStartsAtThePageInView)
     EXPECT_EQ(chosen.last(), (TextSpan{1, 25, 4})) << "from the top line again";
 }
 
-TEST_F(SearchWindowTest, TheSameWordAsAKeywordCountsInflectedForms)
+TEST_F(SearchWindowTest, TypedTextIsKeyword_KeywordCountsInflectedForms)
 {
     Open("city");
     typed->setText(u"city"_s);
@@ -310,7 +310,7 @@ TEST_F(SearchWindowTest, TheSameWordAsAKeywordCountsInflectedForms)
     EXPECT_EQ(Label(u"lblFound"_s), u"1 / 2　先頭に戻りました"_s);
 }
 
-TEST_F(SearchWindowTest, KeywordsThatAreFoundComeFirstAndTheChosenOneStaysChosen)
+TEST_F(SearchWindowTest, CountingDone_KeywordsWithHitsComeFirstAndSelectionStays)
 {
     QStringList lines(3000, u"absent is none of the words"_s);
     lines.last() = u"cities 水"_s;
@@ -326,7 +326,7 @@ TEST_F(SearchWindowTest, KeywordsThatAreFoundComeFirstAndTheChosenOneStaysChosen
     EXPECT_EQ(list->currentIndex().row(), 2);
 }
 
-TEST_F(SearchWindowTest, AStepThatHasFarToGoIsTakenLaterOrDropped)
+TEST_F(SearchWindowTest, DistantHit_StepIsTakenLaterOrDropped)
 {
     QStringList lines(5000, u"-"_s);
     lines.last() = u"cities 水"_s;
@@ -348,7 +348,7 @@ TEST_F(SearchWindowTest, AStepThatHasFarToGoIsTakenLaterOrDropped)
     EXPECT_EQ(chosen.size(), 1) << "what was wished for in another text";
 }
 
-TEST_F(SearchWindowTest, HowOftenALongWordIsFoundStaysInView)
+TEST_F(SearchWindowTest, LongWord_HitCountStaysVisible)
 {
     Open("stop");
     typed->setText(QString(200, u'w'));

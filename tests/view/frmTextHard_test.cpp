@@ -7,7 +7,7 @@
 
 #include <gtest/gtest.h>
 
-TEST_F(StudyWindowTest, HardBlanksAreMarkedAndStudiedAlone)
+TEST_F(StudyWindowTest, BlanksMarkedHard_AreStudiedAlone)
 {
     OpenWith({u"[a1] [a2]"_s, u"[b1] [b2]"_s});
     auto *const onlyHard = Child<QCheckBox>(u"chkOnlyHard");
@@ -45,7 +45,7 @@ TEST_F(StudyWindowTest, HardBlanksAreMarkedAndStudiedAlone)
     EXPECT_EQ(Sessions().last().section(u'\t', -1), u"2"_s);
 }
 
-TEST_F(StudyWindowTest, TheLastHidingIsTakenBack)
+TEST_F(StudyWindowTest, CtrlZAfterHiding_RestoresAnswersAndPage)
 {
     QStringList lines;
     for (int line = 1; line <= 200; ++line)
@@ -67,7 +67,7 @@ TEST_F(StudyWindowTest, TheLastHidingIsTakenBack)
     EXPECT_EQ(Label(u"lblShown"), u"表示 1 / 200"_s) << "too late";
 }
 
-TEST_F(StudyWindowTest, AWholeLineIsShownAndHidden)
+TEST_F(StudyWindowTest, LineToggledTwice_IsShownThenHidden)
 {
     OpenWith({u"[a1] [a2]"_s, u"[b1] [b2]"_s});
     const auto toggle = [this] { QTest::keyClick(page, Qt::Key_Space, Qt::ControlModifier | Qt::ShiftModifier); };
@@ -84,7 +84,7 @@ TEST_F(StudyWindowTest, AWholeLineIsShownAndHidden)
     EXPECT_EQ(Label(u"lblNum"), u"4"_s) << "of the chosen blank";
 }
 
-TEST_F(StudyWindowTest, AHintLastsUntilTheNextKey)
+TEST_F(StudyWindowTest, HintShown_LastsUntilNextKey)
 {
     OpenWith({u"[a] [word]"_s});
     const QImage hidden = OnScreen();
@@ -99,7 +99,7 @@ TEST_F(StudyWindowTest, AHintLastsUntilTheNextKey)
     EXPECT_EQ(Label(u"lblNum"), u"1"_s);
 }
 
-TEST_F(StudyWindowTest, AnswersAreReadAloudInTheThirdState)
+TEST_F(StudyWindowTest, ThirdSpeakState_ReadsAnswersAloud)
 {
     OpenWith({u"[apple] [pen]"_s});
     auto *const speak = Child<QCheckBox>(u"chkSpeak");
@@ -121,7 +121,7 @@ TEST_F(StudyWindowTest, AnswersAreReadAloudInTheThirdState)
     EXPECT_TRUE(script.IsDone()) << "that there is no voice is told once";
 }
 
-TEST_F(StudyWindowTest, TheNextDayBeginsWhereTheLastOneEnded)
+TEST_F(StudyWindowTest, FileReopened_OffersLineWhereUserStopped)
 {
     QStringList lines;
     for (int line = 1; line <= 200; ++line)

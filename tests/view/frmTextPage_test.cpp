@@ -3,7 +3,7 @@
 
 #include <QLineEdit>
 
-TEST_F(StudyWindowTest, AHiddenAnswerLeavesNoPixelBehind)
+TEST_F(StudyWindowTest, AnswerHiddenAgain_LeavesNoPixelBehind)
 {
     OpenWith(QStringList({u"[漢字 Wij] text [二つ目]"_s}) + QStringList(9, u"[次の行][b]"_s));
     const QImage hidden = OnScreen();
@@ -24,7 +24,7 @@ TEST_F(StudyWindowTest, AHiddenAnswerLeavesNoPixelBehind)
     EXPECT_EQ(OnScreen(), hidden);
 }
 
-TEST_F(StudyWindowTest, KeysReachWhatTheMouseDoes)
+TEST_F(StudyWindowTest, CtrlKeys_DoWhatMouseDoes)
 {
     const QString editor = folder.Write(u"sakura.exe"_s, "");
     folder.Write(u"Kotoban.ini"_s, "[setting]\r\nTextEditor=" + editor.toUtf8() + "\r\n");
@@ -52,7 +52,7 @@ TEST_F(StudyWindowTest, KeysReachWhatTheMouseDoes)
     EXPECT_EQ(Label(u"lblNum"), u"1"_s);
 }
 
-TEST_F(StudyWindowTest, WhatIsOutOfViewIsNotChosenAnyMore)
+TEST_F(StudyWindowTest, TargetOutOfView_IsDeselected)
 {
     OpenWith(QStringList(100, u"[x]"_s));
     const auto press = [this](Qt::Key key) { QTest::keyClick(page, key, Qt::ControlModifier); };
@@ -68,7 +68,7 @@ TEST_F(StudyWindowTest, WhatIsOutOfViewIsNotChosenAnyMore)
     EXPECT_EQ(Label(u"lblNum"), u"0"_s);
 }
 
-TEST_F(StudyWindowTest, PagesTurnToTheEndQuestion)
+TEST_F(StudyWindowTest, LastAnswerShown_AsksWhetherToGoOn)
 {
     OpenWith(QStringList(60, u"[x]"_s));
     const int rows = page->Layout().RowsPerPage();
@@ -97,7 +97,7 @@ TEST_F(StudyWindowTest, PagesTurnToTheEndQuestion)
     EXPECT_TRUE(Sessions().first().endsWith(u"\t120"_s));
 }
 
-TEST_F(StudyWindowTest, TheWheelScrollsThreeLinesANotch)
+TEST_F(StudyWindowTest, WheelNotch_ScrollsThreeLines)
 {
     OpenWith(QStringList(100, u"[x]"_s + QString(90, u'-')));
     const auto turn = [this](int angle, Qt::KeyboardModifiers modifiers = {}) {
@@ -118,7 +118,7 @@ TEST_F(StudyWindowTest, TheWheelScrollsThreeLinesANotch)
     EXPECT_EQ(Child<QScrollBar>(u"HScroll")->value(), 8) << "a turn towards the learner goes right";
 }
 
-TEST_F(StudyWindowTest, ZoomFollowsFromOneLayoutAndKeepsTheTopLine)
+TEST_F(StudyWindowTest, ZoomedIn_LayoutScalesAndTopLineStays)
 {
     folder.Write(u"Kotoban.ini"_s, "[setting]\r\nZoom=110\r\n");
     QStringList lines(100, u"[x]"_s);
@@ -164,7 +164,7 @@ TEST_F(StudyWindowTest, ZoomFollowsFromOneLayoutAndKeepsTheTopLine)
     EXPECT_TRUE(folder.Read(u"Kotoban.ini"_s).contains("Zoom=300\r\n"));
 }
 
-TEST_F(StudyWindowTest, KeysMoveThroughTheFileAndChangeNoAnswer)
+TEST_F(StudyWindowTest, NavigationKeys_MoveWithoutChangingAnswers)
 {
     OpenWith(QStringList(100, u"[x]"_s));
     const int rows = page->Layout().RowsPerPage();
@@ -207,7 +207,7 @@ TEST_F(StudyWindowTest, KeysMoveThroughTheFileAndChangeNoAnswer)
     }
 }
 
-TEST_F(StudyWindowTest, ThePageIsDarkWhileTheDesktopIs)
+TEST_F(StudyWindowTest, DesktopTurnsDark_PageFollows)
 {
     folder.Write(u"Kotoban.ini"_s, "[setting]\r\nPageColour=Desktop\r\n");
     OpenWith({u"[x]"_s});
@@ -221,7 +221,7 @@ TEST_F(StudyWindowTest, ThePageIsDarkWhileTheDesktopIs)
     EXPECT_GE(Contrast(keyword.color(QPalette::WindowText), keyword.color(QPalette::Window)), TextContrast);
 }
 
-TEST_F(StudyWindowTest, SearchMarksAPlaceButNoHiddenText)
+TEST_F(StudyWindowTest, SearchHit_IsMarkedWithoutRevealingHiddenText)
 {
     folder.Write(u"KeywordList.txt"_s, "city\r\n");
     QStringList lines(100, u"-"_s);
@@ -252,7 +252,7 @@ TEST_F(StudyWindowTest, SearchMarksAPlaceButNoHiddenText)
     EXPECT_FALSE(isMarked()) << "another text";
 }
 
-TEST_F(StudyWindowTest, PicturesOpenByAClickOrSayWhatIsWrong)
+TEST_F(StudyWindowTest, PictureClicked_OpensOrShowsFault)
 {
     QImage picture(20, 10, QImage::Format_RGB32);
     picture.fill(Qt::red);

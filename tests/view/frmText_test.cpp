@@ -7,7 +7,7 @@
 #include <QProgressBar>
 #include <QTimer>
 
-TEST_F(StudyWindowTest, ASessionFromTheFirstAnswerToTheRow)
+TEST_F(StudyWindowTest, WholeSession_IsRecordedInItsRow)
 {
     OpenWith({u"[one] [two]"_s, u"[三]"_s});
     EXPECT_EQ(window->windowTitle(), u"瞬記帳 Ver1.0.0 [花子]"_s);
@@ -36,7 +36,7 @@ TEST_F(StudyWindowTest, ASessionFromTheFirstAnswerToTheRow)
     EXPECT_EQ(Sessions(), QStringList(u"2024/03/05\t花子\t14:30:15\ta\t2024/03/05 14:32:20\t3"_s));
 }
 
-TEST_F(StudyWindowTest, TwoFilesGiveTwoRowsAndACancelledChoiceKeepsTheSession)
+TEST_F(StudyWindowTest, SecondFileOpened_GetsOwnRowAndCancellingKeepsSession)
 {
     folder.WriteStudyFile(u"txt/b.txt"_s, {u"[x]"_s});
     OpenWith({u"[one]"_s});
@@ -60,7 +60,7 @@ TEST_F(StudyWindowTest, TwoFilesGiveTwoRowsAndACancelledChoiceKeepsTheSession)
                                        u"2024/03/05\t花子\t14:32:15\tb\t2024/03/05 14:33:15\t0"_s}));
 }
 
-TEST_F(StudyWindowTest, EndingInTheFileWindowRecordsTheSessionOnce)
+TEST_F(StudyWindowTest, EndedInFileWindow_RecordsSessionOnce)
 {
     OpenWith({u"[one]"_s});
     Press(Qt::Key_Return);
@@ -79,7 +79,7 @@ TEST_F(StudyWindowTest, EndingInTheFileWindowRecordsTheSessionOnce)
     EXPECT_EQ(Sessions(), QStringList(u"2024/03/05\t花子\t14:30:15\ta\t2024/03/05 14:31:15\t1"_s));
 }
 
-TEST_F(StudyWindowTest, WithoutAFileNothingIsRecorded)
+TEST_F(StudyWindowTest, NoFileChosen_RecordsNothing)
 {
     script.Click(u"frmFile"_s, u"cmdCancel"_s);
     Open();
@@ -102,7 +102,7 @@ TEST_F(StudyWindowTest, WithoutAFileNothingIsRecorded)
     EXPECT_TRUE(Sessions().isEmpty());
 }
 
-TEST_F(StudyWindowTest, ReReadKeepsTheAnswersOrOffersTheEditor)
+TEST_F(StudyWindowTest, FileReadAgain_KeepsAnswersOrOffersEditor)
 {
     const QString editor = folder.Write(u"sakura.exe"_s, "");
     folder.Write(u"Kotoban.ini"_s, "[setting]\r\nTextEditor=" + editor.toUtf8() + "\r\n");
@@ -132,7 +132,7 @@ TEST_F(StudyWindowTest, ReReadKeepsTheAnswersOrOffersTheEditor)
     EXPECT_EQ(Sessions().size(), 1) << "a re-read is no session";
 }
 
-TEST_F(StudyWindowTest, TheMarkDecidesWhereTheEditorOpens)
+TEST_F(StudyWindowTest, LineMarked_EditorOpensThere)
 {
     const QString editor = folder.Write(u"sakura.exe"_s, "");
     folder.Write(u"Kotoban.ini"_s, "[setting]\r\nTextEditor=" + editor.toUtf8() + "\r\nLineSpace=9\r\n");
@@ -152,7 +152,7 @@ TEST_F(StudyWindowTest, TheMarkDecidesWhereTheEditorOpens)
     EXPECT_TRUE(services.commands.last().contains(u" -Y=5 \""_s)) << "a right click takes it away as well";
 }
 
-TEST_F(StudyWindowTest, TheClockShowsMinutesOnceThereAreAny)
+TEST_F(StudyWindowTest, FirstMinutePassed_ClockShowsMinutes)
 {
     OpenWith({u"[x]"_s});
     EXPECT_TRUE(QTest::qWaitFor([this] { return Label(u"lblSecN") == u"0"_s; }));
@@ -169,7 +169,7 @@ TEST_F(StudyWindowTest, TheClockShowsMinutesOnceThereAreAny)
     EXPECT_EQ(tick(5), u"1 分 10 秒"_s);
 }
 
-TEST_F(StudyWindowTest, ALoadThatFailsLeavesNoFileOpenAndItsRow)
+TEST_F(StudyWindowTest, LoadFails_LeavesRowButNoFileOpen)
 {
     folder.WriteStudyFile(u"txt/b.txt"_s, {u"[x]"_s});
     OpenWith({u"[one]"_s});
@@ -193,7 +193,7 @@ TEST_F(StudyWindowTest, ALoadThatFailsLeavesNoFileOpenAndItsRow)
     EXPECT_TRUE(Sessions().last().endsWith(u"\tb\t2024/03/05 14:30:15\t0"_s)) << Sessions().last().toStdString();
 }
 
-TEST_F(StudyWindowTest, SaysThatTheFileWasChangedUntilItIsReadAgain)
+TEST_F(StudyWindowTest, FileChanged_NoticeStaysUntilReadAgain)
 {
     OpenWith({u"[one]"_s});
     const QString path = folder.Path(u"txt/a.txt"_s);
@@ -213,7 +213,7 @@ TEST_F(StudyWindowTest, SaysThatTheFileWasChangedUntilItIsReadAgain)
     EXPECT_TRUE(notice->isHidden()) << "another file";
 }
 
-TEST_F(StudyWindowTest, NothingIsCurrentWhileAFileIsOpened)
+TEST_F(StudyWindowTest, FileBeingOpened_NothingIsCurrent)
 {
     folder.WriteStudyFile(u"txt/b.txt"_s, {u"[x]"_s});
     OpenWith(QStringList(100, u"[one]"_s));
@@ -228,7 +228,7 @@ TEST_F(StudyWindowTest, NothingIsCurrentWhileAFileIsOpened)
     EXPECT_EQ(cursors.last(), 0);
 }
 
-TEST_F(StudyWindowTest, StandsWhereItStoodAndAsLarge)
+TEST_F(StudyWindowTest, Restarted_RestoresPositionAndSize)
 {
     folder.Write(u"Kotoban.ini"_s, "[setting]\r\nFormLeft=99999\r\nFormWidth=500\r\nFormHeight=400\r\n");
     OpenWith({u"[x]"_s});
@@ -244,7 +244,7 @@ TEST_F(StudyWindowTest, StandsWhereItStoodAndAsLarge)
     EXPECT_TRUE(folder.Read(u"Kotoban.ini"_s).contains(written));
 }
 
-TEST_F(StudyWindowTest, SettingsShowAtOnceAndKeepTheAnswers)
+TEST_F(StudyWindowTest, SettingsChanged_ApplyAtOnceAndKeepAnswers)
 {
     OpenWith(QStringList(100, u"[x]"_s));
     Press(Qt::Key_Return, 3);

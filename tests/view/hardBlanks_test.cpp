@@ -19,7 +19,7 @@ QString Open(const StudyRound &round)
 
 } // namespace
 
-TEST(StudyRound, OnlyTheHardBlanksAreHiddenWhileOnlyTheyAreStudied)
+TEST(StudyRound, OnlyHardStudied_HidesOnlyHardBlanks)
 {
     StudyRound round;
     round.Load(5, {2, 4});
@@ -57,7 +57,7 @@ TEST(StudyRound, OnlyTheHardBlanksAreHiddenWhileOnlyTheyAreStudied)
     EXPECT_EQ(Open(round), u"-----"_s);
 }
 
-TEST(StudyRound, OnlyTheLastHidingIsTakenBackAndOnlyUntilTheNextAnswer)
+TEST(StudyRound, HidingUndone_OnlyLastOneUntilNextAnswer)
 {
     StudyRound round;
     round.Load(3);
@@ -85,7 +85,7 @@ TEST(StudyRound, OnlyTheLastHidingIsTakenBackAndOnlyUntilTheNextAnswer)
     EXPECT_EQ(Open(round), u"---"_s);
 }
 
-TEST(StudyRound, AReReadWhileOnlyTheHardAreStudiedKeepsWhatIsShown)
+TEST(StudyRound, ReloadWhileOnlyHardStudied_KeepsShownAnswers)
 {
     StudyRound round;
     round.Load(3, {2});

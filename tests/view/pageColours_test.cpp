@@ -16,7 +16,7 @@
 
 #include <gtest/gtest.h>
 
-TEST(PageColours, CanBeReadAndSeen)
+TEST(PageColours, BothPalettes_ReachMinimumContrast)
 {
     EXPECT_NEAR(Contrast(Qt::black, Qt::white), 21, 0.001);
     EXPECT_NEAR(Contrast(Qt::white, QColor(0x77, 0x77, 0x77)), 4.478, 0.001) << "the grey that just misses the mark";
@@ -65,7 +65,7 @@ bool HasVisiblePixel(const QImage &image, const QColor &background)
 
 } // namespace
 
-TEST(Contrast, IsReachedOnEveryDesktop)
+TEST(Contrast, EveryDesktop_ReachesMinimum)
 {
     for (const auto &[name, background, text] : Desktops) {
         for (const QColor &wanted : {QColor(120, 160, 210), QColor(200, 90, 40), QColor(150, 150, 150), background})
@@ -77,7 +77,7 @@ TEST(Contrast, IsReachedOnEveryDesktop)
     EXPECT_EQ(WithContrast(Qt::blue, Qt::white, Qt::black, ShapeContrast), QColor(Qt::blue)) << "far enough as it is";
 }
 
-TEST(OutlinedStyle, ShowsEmptyControlsOnEveryDesktop)
+TEST(OutlinedStyle, EveryDesktop_EmptyControlsAreVisible)
 {
     const QString before = QApplication::style()->name();
     const auto restore = qScopeGuard([&before] { QApplication::setStyle(before); });

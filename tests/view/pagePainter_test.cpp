@@ -117,7 +117,7 @@ void ExpectNoPixelBehind(const PageColours &colours, const PageLayout &layout, d
 
 } // namespace
 
-TEST(PagePainter, AHiddenAnswerLeavesNoPixelBehind)
+TEST(PagePainter, AnswerHiddenAgain_LeavesNoPixelBehind)
 {
     for (const double scale : Scales)
         for (const PageColours *const colours : {&LightPage, &DarkPage})
@@ -125,7 +125,7 @@ TEST(PagePainter, AHiddenAnswerLeavesNoPixelBehind)
                 ExpectNoPixelBehind(*colours, layout, scale);
 }
 
-TEST(PagePainter, PaintsBesideAFrameWithoutTakingFromIt)
+TEST(PagePainter, BlankBesideFrame_RepaintLeavesFrameIntact)
 {
     for (const double scale : Scales) {
         PaintedPage page(QStringList(10, u"[次の行] ｢図｣ [b]"_s), scale);
@@ -142,7 +142,7 @@ TEST(PagePainter, PaintsBesideAFrameWithoutTakingFromIt)
     }
 }
 
-TEST(PagePainter, MarksANumberAndNarrowsLongOnes)
+TEST(PagePainter, LongLineNumber_IsMarkedAndNarrowed)
 {
     for (const double scale : Scales) {
         PaintedPage page(QStringList(10'020, u"[a] x"_s), scale, 10'000);
@@ -163,7 +163,7 @@ TEST(PagePainter, MarksANumberAndNarrowsLongOnes)
     }
 }
 
-TEST(PagePainter, ShowsWholeRowsOnly)
+TEST(PagePainter, PartialRow_IsNotPainted)
 {
     PageLayout layout = PaintedPage::Layout;
     layout.heightPx = layout.RowTopPx(3) + 15;
@@ -176,7 +176,7 @@ TEST(PagePainter, ShowsWholeRowsOnly)
     EXPECT_EQ(page.BitByBit().copy(belowTheSecondRow), blank);
 }
 
-TEST(PagePainter, MarksTheWholeBoxOfAHiddenAnswer)
+TEST(PagePainter, HitInHiddenAnswer_MarksWholeBox)
 {
     PaintedPage page({u"-"_s, u"[the cities] cities"_s}, 1);
     page.page.found = {2, 6, 6};

@@ -42,7 +42,7 @@ const PageLayout Layout{.cellWidthPx = 10, .linePitchPx = 20, .widthPx = 400, .h
 
 } // namespace
 
-TEST(StudyRound, AReReadKeepsTheFirstBlanksByNumber)
+TEST(StudyRound, Reload_KeepsBlanksByNumber)
 {
     StudyRound round = Round(3, 3);
     EXPECT_TRUE(round.AllShown());
@@ -62,7 +62,7 @@ TEST(StudyRound, AReReadKeepsTheFirstBlanksByNumber)
     EXPECT_EQ(round.lngMarkLine(), 0);
 }
 
-TEST(Enter, ShowsTheNextHiddenAnswerInView)
+TEST(Enter, HiddenAnswerInView_IsRevealed)
 {
     const DisplayText text = Text({u"[1] [2]"_s, u"-"_s, u"[3]"_s, u"-"_s, u"[4]"_s});
     // How many answers are shown, top line and rows of the page, then what Enter does and with which blank.
@@ -83,7 +83,7 @@ TEST(Enter, ShowsTheNextHiddenAnswerInView)
     }
 }
 
-TEST(Enter, AsksAtTheEndOfTwentyBlanksOrMore)
+TEST(Enter, EndOfTwentyBlanks_Asks)
 {
     const auto decide = [](int blanks, int shown, int topLine, int rows) {
         const DisplayText text = Text(QStringList(blanks, u"[x]"_s));
@@ -97,7 +97,7 @@ TEST(Enter, AsksAtTheEndOfTwentyBlanksOrMore)
     EXPECT_EQ(AllShownMessage(32), u"32個の正解をすべて表示しました。\r\n学習を続けますか？"_s);
 }
 
-TEST(TurnPage, GoesOnOrBeginsANewRound)
+TEST(TurnPage, AnyPage_AdvancesOrBeginsNewRound)
 {
     // Blanks, how many of them are shown and the page, then the new top line and whether blank 1 is hidden.
     const Rows<const char *, int, int, PageInView, int, bool> rows = {
@@ -123,7 +123,7 @@ TEST(TurnPage, GoesOnOrBeginsANewRound)
     }
 }
 
-TEST(HitTest, HitsStrictlyInsideABox)
+TEST(HitTest, Click_HitsOnlyStrictlyInsideBox)
 {
     const DisplayText text = Text({u"-"_s, u"[a][bb] [c]"_s, u"[d]"_s}); // boxes at cells 0-3, 3-7, 8-11
     ASSERT_EQ(Layout.TextLeftPx(), 60);
@@ -153,7 +153,7 @@ TEST(HitTest, HitsStrictlyInsideABox)
     EXPECT_EQ(HitTest(DisplayText(), 75, 30, 1, Layout), 0);
 }
 
-TEST(PageLayout, HoldsWholeRowsAndAStripOfFourAndAHalfCharacters)
+TEST(PageLayout, AnySize_HoldsWholeRowsAndNumberStrip)
 {
     EXPECT_EQ(Layout.RowsPerPage(), 10);
     EXPECT_EQ((PageLayout{.linePitchPx = 20, .heightPx = 204}).RowsPerPage(), 9);
@@ -167,7 +167,7 @@ TEST(PageLayout, HoldsWholeRowsAndAStripOfFourAndAHalfCharacters)
     EXPECT_EQ(MarkLineAt(0, 8, Layout), 8) << "the margin belongs to the first row";
 }
 
-TEST(PageAt, ScrollsFromAFullPageOnUpToTheLastLine)
+TEST(PageAt, FullPage_ScrollsUntilLastLineIsOnTop)
 {
     // Top line, rows and lines, then the top line, the last line in view, the maximum and whether the page scrolls.
     const Rows<const char *, int, int, int, int, int, int, bool> rows = {
@@ -190,7 +190,7 @@ TEST(PageAt, ScrollsFromAFullPageOnUpToTheLastLine)
     }
 }
 
-TEST(PageAt, CountsThePagesThatEnterTurns)
+TEST(PageAt, AnyFile_CountsPagesThatEnterTurns)
 {
     // Top line, rows and lines, then the page, how many there are and the top line of the last full one.
     const Rows<int, int, int, int, int, int> rows = {
@@ -206,7 +206,7 @@ TEST(PageAt, CountsThePagesThatEnterTurns)
     }
 }
 
-TEST(ScrollBarsFor, OneBarMayNeedTheOther)
+TEST(ScrollBarsFor, OneBarTakesSpace_OtherMayBecomeNecessary)
 {
     // Lines, cells of the longest one, and the bars. Without bars 20 cells and 10 rows are in view; a bar takes a cell
     // or a row.
@@ -219,7 +219,7 @@ TEST(ScrollBarsFor, OneBarMayNeedTheOther)
         EXPECT_EQ(ScrollBarsFor(lines, cells, whole, 10), needed) << lines << ' ' << cells;
 }
 
-TEST(LeftCellShowing, MovesThePageJustFarEnough)
+TEST(LeftCellShowing, CellsOutOfView_ScrollsJustFarEnough)
 {
     const Rows<int, CellRange, int> rows = {
         {0, {0, 20}, 0}, {0, {15, 21}, 1}, {30, {30, 50}, 30}, {30, {29, 33}, 29}, {30, {5, 9}, 5}, {0, {7, 60}, 7},
@@ -229,7 +229,7 @@ TEST(LeftCellShowing, MovesThePageJustFarEnough)
             << leftCell << ' ' << cells.start;
 }
 
-TEST(RandomPage, HoldsAHiddenAnswerAndIsAnotherPage)
+TEST(RandomPage, HiddenAnswersElsewhere_DrawsAnotherPageWithOne)
 {
     QStringList lines(100'000, u"-"_s);
     lines[0] = lines[4] = lines[49'999] = lines[99'999] = u"[x]"_s;
@@ -252,7 +252,7 @@ TEST(RandomPage, HoldsAHiddenAnswerAndIsAnotherPage)
     EXPECT_EQ(RandomPage(round, many, Page(1, 11, 100'000), &random), 12'341);
 }
 
-TEST(ClickTarget, IsChosenByKeysAsOneReads)
+TEST(ClickTarget, Keys_VisitTargetsInReadingOrder)
 {
     const DisplayText text = Text({u"above [x]"_s, u"[a] ｢図｣ [b｢c｣]"_s, u"none ｢｣"_s, u"｢x.y｣｢[漢]｣"_s, u"[below]"_s});
     const std::vector<TextSpan> targets = {{2, 1, 3}, {2, 5, 3}, {2, 9, 6}, {4, 7, 3}};
@@ -262,7 +262,7 @@ TEST(ClickTarget, IsChosenByKeysAsOneReads)
     EXPECT_EQ(TargetsInView(text, Page(3, 2, 5), true), words);
 }
 
-TEST(ClickTarget, OfASpanIsWhatStandsThere)
+TEST(ClickTarget, EachSpan_YieldsItsTarget)
 {
     const DisplayText text = Text({u"[a]word｢図 b｣｢図｣[｢c｣]"_s, u"｢a｢b｣｣ ｢[x]y｣"_s});
     const StudyRound round = Round(3, 3);
@@ -284,7 +284,7 @@ TEST(ClickTarget, OfASpanIsWhatStandsThere)
     EXPECT_EQ(TargetOfLineNumber(9, Page(4, 3, 9)).numberedLine, 6);
 }
 
-TEST(SpokenPage, SaysWhatIsShownAndWhereSomethingIsHidden)
+TEST(SpokenPage, HiddenAnswers_AreReplacedAndOffsetsAgree)
 {
     const DisplayText text = Text({u"above"_s, u"[a]と[漢字]。"_s, u"[]"_s, u"[next] page"_s});
     StudyRound round = Round(4, 0);
@@ -318,7 +318,7 @@ TEST(SpokenPage, SaysWhatIsShownAndWhereSomethingIsHidden)
     EXPECT_EQ(OffsetSpokenAt(text, round, page, Layout, 65, 50), -1) << "below the last line";
 }
 
-TEST(StudySession, ARefusedFileLeavesItsRowAndNothingOpen)
+TEST(StudySession, FileRefused_LeavesRowAndNothingOpen)
 {
     const TestFolder folder;
     RecordingServices services;
@@ -351,7 +351,7 @@ TEST(StudySession, ARefusedFileLeavesItsRowAndNothingOpen)
     EXPECT_EQ(QStringList(table.begin() + 1, table.end()), QStringList({u"good\t1"_s, u"bad\t0"_s}));
 }
 
-TEST(ClockTick, MovesInStepsOfTenSeconds)
+TEST(ClockTick, EveryTick_ShowsStepsOfTenSeconds)
 {
     const QDateTime start(QDate(2024, 3, 5), QTime(10, 0));
     const auto shown = [&start](int seconds) {
@@ -368,7 +368,7 @@ TEST(ClockTick, MovesInStepsOfTenSeconds)
     EXPECT_EQ(ClockTick(beforeSummerTime, beforeSummerTime.addSecs(120))->minutes, 2) << "not 62";
 }
 
-TEST(ClickTarget, UnderTheMouseNeverGivesWhatIsHidden)
+TEST(ClickTarget, AnyClick_NeverYieldsHiddenText)
 {
     const DisplayText text =
         Text({u"don't stop [hidden] now"_s, u"[shown]漢字かなカナー12"_s, u"人々 ｢図｣ ｢[x]y｣ [｢z｣]"_s});
