@@ -58,8 +58,8 @@ class ConversionTest : public WindowTest
         EXPECT_TRUE(DBCreateKotoban(database));
     }
 
-    /// Opens the window, selects the only file, presses the button that this enables, answers the messages and
-    /// closes the window.
+    /// Opens the window, selects the only file, clicks the button that this enables, answers the messages and closes
+    /// the window.
     void Convert(const QByteArray &bytes, const QStringList &answers)
     {
         folder.Write(u"txt/a.txt"_s, bytes);
@@ -126,12 +126,12 @@ TEST_F(ConversionTest, RefusedOrUnanswered_WritesNothing)
     };
     const QByteArray kana = ToCodePage932(u"ﾈｺｶﾞｲﾙ");
     const Case cases[] = {
-        {"no twin", u"[a]\n1\U0001F600\u00E9"_s.toUtf8(), {yes}, u"2行目 2文字目：\U0001F600"_s},
+        {"unwritable character", u"[a]\n1\U0001F600\u00E9"_s.toUtf8(), {yes}, u"2行目 2文字目：\U0001F600"_s},
         {"accents kept", u"[\u00E9]"_s.toUtf8(), {no, no}, u"1行目 2文字目：\u00E9"_s},
         {"unanswered", u"［あ］"_s.toUtf8(), {QString()}, u"全角の［ ］を半角に"_s},
         {"binary", QByteArray("\xE3\x81\x82\0a", 5), {yes}, u"テキストファイルではない"_s},
-        {"would be taken for EUC", u"ﾈｺｶﾞｲﾙ"_s.toUtf8(), {yes}, u"EUCと判定されて"_s},
-        {"Shift_JIS all along", kana, {no, no}, u"全角の文字を一つ加えて"_s},
+        {"result would be detected as EUC", u"ﾈｺｶﾞｲﾙ"_s.toUtf8(), {yes}, u"EUCと判定されて"_s},
+        {"already Shift_JIS", kana, {no, no}, u"全角の文字を一つ加えて"_s},
     };
     for (const Case &each : cases) {
         Convert(each.bytes, each.answers);

@@ -17,7 +17,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-/// Takes a table apart as RFC 4180 has it. A field that is not quoted holds no quote.
+/// Parses a table according to RFC 4180. Expects no quotes in unquoted fields.
 QList<QStringList> ReadTable(const QString &text, QChar separator, const QString &lineEnd)
 {
     QList<QStringList> table;
@@ -44,7 +44,7 @@ QList<QStringList> ReadTable(const QString &text, QChar separator, const QString
     return table;
 }
 
-/// The notes that Anki makes of a file: first its headers, among them the tags, then a table without comments.
+/// Parses an import file by Anki's rules: first headers, which may include tags, then a table without comments.
 QStringList ReadAnki(const QByteArray &bytes, QStringList *headers)
 {
     static const QRegularExpression isHeader(u"^(#|tags:)"_s);
@@ -60,7 +60,7 @@ QStringList ReadAnki(const QByteArray &bytes, QStringList *headers)
     return notes;
 }
 
-/// A note as it was before it was one. A cloze ends at the first "}}" behind it, and what follows "::" is a hint.
+/// Converts a note back to its line. A cloze ends at the first "}}" after it, and text after "::" is a hint.
 QString LineOfNote(const QString &note)
 {
     static const QRegularExpression cloze(u"\\{\\{c(\\d+)::(.*?)(::(.*?))?\\}\\}"_s);
@@ -134,7 +134,7 @@ TEST(AnkiExport, LinesWithBlanks_ParseBackByAnkisRules)
     expected.removeAt(1);
     EXPECT_EQ(lines, expected);
     ReadAnki(AnkiExport(LinesOf({u"tags:[first]"_s})), &headers);
-    EXPECT_EQ(headers.size(), 3) << "the first note is no header";
+    EXPECT_EQ(headers.size(), 3) << "the first note must not become a header";
 }
 
 TEST(AnkiExport, AmbiguousCharacters_AreSeparatedOnlyWhereNeeded)
@@ -152,7 +152,7 @@ TEST(CsvExport, EveryRow_TextsAndAnswerFormTheLine)
     EXPECT_EQ(table.front(), QStringList({u"行"_s, u"前"_s, u"答え"_s, u"後"_s}));
     EXPECT_EQ(table[1], QStringList({u"1"_s, QString(), u"水"_s, u"の化学式は[H2O]，空欄なし"_s}));
     EXPECT_EQ(table[2], QStringList({u"1"_s, u"[水]の化学式は"_s, u"H2O"_s, u"，空欄なし"_s}));
-    EXPECT_EQ(table[3], QStringList({u"3"_s, QString(), QString(), QString()})) << "an empty blank is one too";
+    EXPECT_EQ(table[3], QStringList({u"3"_s, QString(), QString(), QString()})) << "an empty blank counts too";
     EXPECT_EQ(table.size(), 1 + Lines.join(u'\n').count(u'['));
     for (const QStringList &row : table.sliced(1)) {
         ASSERT_EQ(row.size(), 4);
@@ -186,11 +186,11 @@ TEST(MakeExport, UnreadableOrBlankless_IsRefusedWithReason)
 {
     const TestFolder folder;
     const Rows<const char *, QByteArray, ExportKind, QString> rows = {
-        {"another code", "\xE6\xB0\xB4", ExportKind::Text, u"文字コード＝UTF8\r\n"_s},
-        {"a bracket that is not closed", "ok\r\n[a", ExportKind::Csv, BracketCountMessage(2, u"[a")},
-        {"too long with its tabs", QByteArray(51, '\t'), ExportKind::Text, u"102byte"_s},
+        {"another encoding", "\xE6\xB0\xB4", ExportKind::Text, u"文字コード＝UTF8\r\n"_s},
+        {"an unclosed bracket", "ok\r\n[a", ExportKind::Csv, BracketCountMessage(2, u"[a")},
+        {"too long because of tabs", QByteArray(51, '\t'), ExportKind::Text, u"102byte"_s},
         {"no blank", "a", ExportKind::Csv, NoBlankToExportMessage(u"a"_s)},
-        {"nothing to ask for", "[]", ExportKind::Anki, NoBlankToExportMessage(u"a"_s)},
+        {"only an empty blank", "[]", ExportKind::Anki, NoBlankToExportMessage(u"a"_s)},
         {"accepted", "a", ExportKind::Text, QString()},
         {"accepted", "[]", ExportKind::Csv, QString()},
     };

@@ -66,7 +66,7 @@ TEST(MatchesFilter, AllWordsPresent_MatchesInAnyOrderCaseAndWidth)
         {u"英単語 第10回.txt"_s, u"第10回　仏"_s, false},
         {u"Unit ３.txt"_s, u"unit3"_s, false},
         {u"Unit ３.txt"_s, u"UNIT 3"_s, true},
-        {u"カ\u3099イド.txt"_s, u"ｶﾞｲﾄﾞ"_s, true}, // the marks of a name from a Mac are characters of their own
+        {u"カ\u3099イド.txt"_s, u"ｶﾞｲﾄﾞ"_s, true}, // decomposed, as in file names from a Mac
         {u"a.txt"_s, u" 　"_s, true},
     };
     for (const auto &[name, wanted, isFound] : rows)
@@ -95,11 +95,11 @@ TEST(StudyTallies, AllYearsRead_CountsSessionsOfOneUser)
     const QDate today(2024, 3, 5);
     StudyTallies tallies(database, u"花子"_s);
     EXPECT_TRUE(tallies.ReadRecent(today));
-    EXPECT_EQ(tallies.Of(u"a"_s).times, 1) << "what was studied today is seen at once";
+    EXPECT_EQ(tallies.Of(u"a"_s).times, 1) << "today's sessions are known immediately";
     int spans = 1;
     while (tallies.ReadNext())
         ++spans;
-    EXPECT_LT(spans, 30) << "thousands of years without a session are no thousands of statements";
+    EXPECT_LT(spans, 30) << "years without a session must not cost a statement each";
     EXPECT_EQ(StudyFigures(5, tallies.Of(u"a"_s), today), QStringList({u"5問"_s, u"3回"_s, u"3/5"_s}));
     EXPECT_EQ(StudyFigures(5, tallies.Of(u"b"_s), today), QStringList({u"5問"_s, u"1回"_s, u"3/4"_s}));
     EXPECT_EQ(StudyFigures(0, tallies.Of(u"c"_s), today), QStringList({u"0問"_s, QString(), QString()}));
@@ -107,8 +107,8 @@ TEST(StudyTallies, AllYearsRead_CountsSessionsOfOneUser)
 
     add(u"2024-03-06"_s, u"a"_s, u"花子"_s, 1);
     EXPECT_TRUE(tallies.ReadRecent(QDate(2024, 3, 6)));
-    EXPECT_FALSE(tallies.ReadNext()) << "read once";
-    EXPECT_EQ(tallies.Of(u"a"_s).times, 4) << "neither lost nor counted twice when a day has passed";
+    EXPECT_FALSE(tallies.ReadNext()) << "earlier days are read only once";
+    EXPECT_EQ(tallies.Of(u"a"_s).times, 4) << "neither lost nor counted twice after midnight";
     EXPECT_EQ(StudyFiguresSentence(5, tallies.Of(u"a"_s)), u"5問、4回、最後は2024/03/06"_s);
     database.Close();
     EXPECT_FALSE(tallies.ReadRecent(QDate(2024, 3, 6)));
@@ -131,7 +131,7 @@ TEST(TakeFiles, MixedFiles_CopiesTextsAndPicturesAndKeepsTargetsOnFault)
     EXPECT_EQ(files.replaced, QStringList(known));
     EXPECT_EQ(files.foreign, QStringList({foreign, elsewhere.Path(u"folder.txt"_s)}));
 
-    folder.MakeFolder(u"new.TXT"_s); // in the place of the file
+    folder.MakeFolder(u"new.TXT"_s); // takes the place of the file
     QStringList failures;
     EXPECT_EQ(TakeFiles({fresh, known, elsewhere.Path(u"gone.txt"_s)}, folder.Path(), &failures), 1);
     EXPECT_EQ(folder.Read(u"known.png"_s), "newer");
@@ -151,20 +151,20 @@ TEST(CheckStudyFile, EachFault_HasItsRemark)
         {u"euc.txt"_s, "\xC6\xFC\xCB\xDC\xB8\xEC\xA4\xCE\r\n", u"文字コード＝EUC"_s},
         {u"long.txt"_s, QByteArray(101, 'x'), u"1行目 100バイト超過"_s},
         {u"one bracket.txt"_s, "ok\r\n[a\r\n", u"2行[ ]指定異常"_s},
-        {u"brackets turned.txt"_s, "]a[", u"1行[ ]指定異常"_s},
+        {u"brackets reversed.txt"_s, "]a[", u"1行[ ]指定異常"_s},
         {u"blank beside full-width.txt"_s, "[a] \x81\x6D\x62\x81\x6E", QString()},
         {u"no bracket.txt"_s, "a", u"空欄なし"_s},
         {u"full-width only.txt"_s, "\x81\x6D\x62\x81\x6E", u"空欄なし（［ ］は全角）"_s},
         {u"quote in the t'itle.txt"_s, "[a]", u"学習記録なし（名前に '）"_s},
         {u"two remark's.txt"_s, "a", u"空欄なし、学習記録なし（名前に '）"_s},
-        {u"quote behind.the title'.txt"_s, "[a]", QString()},
+        {u"quote after.the title'.txt"_s, "[a]", QString()},
     };
     const TestFolder folder;
     for (const auto &[name, bytes, remarks] : rows)
         EXPECT_EQ(CheckStudyFile(folder.Write(name, bytes)).remarks, remarks) << name.toStdString();
     EXPECT_EQ(CheckStudyFile(folder.Path(u"gone.txt"_s)).remarks, u"読み込み不可"_s);
     QFile large(folder.Write(u"large.txt"_s, ""));
-    ASSERT_TRUE(large.resize(MostFileBytes + 1)) << "without a block on the disk";
+    ASSERT_TRUE(large.resize(MostFileBytes + 1)) << "cannot create a sparse file";
     EXPECT_EQ(CheckStudyFile(large.fileName()).remarks, u"64MB超過"_s);
 }
 

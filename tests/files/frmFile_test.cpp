@@ -101,7 +101,7 @@ TEST_F(FileWindowTest, WindowClosed_CancelsPendingChecks)
         folder.WriteStudyFile(u"txt/bad.txt"_s, {u"[ab"_s});
         DialogScript::Press(dialog, u"cmdRefresh"_s);
         dialog->grab();
-        EXPECT_TRUE(checking->isActive()) << "a painted file is yet to be checked";
+        EXPECT_TRUE(checking->isActive()) << "the check of a painted file is pending";
         dialog->close();
         EXPECT_FALSE(checking->isActive());
         EXPECT_EQ(list->model()->index(1, 0).data(Qt::ToolTipRole).toString(), u"bad.txt"_s);
@@ -130,7 +130,7 @@ TEST_F(FileWindowTest, EveryFontSize_TabReachesEachControl)
         script.When(u"frmFile"_s, [&file, points](QWidget *dialog) {
             auto *const date = dialog->findChild<QLineEdit *>(u"txtYmd"_s);
             date->end(false);
-            EXPECT_EQ(date->cursorPositionAt(QPoint(0, 0)), 0) << "the date is seen whole, points " << points;
+            EXPECT_EQ(date->cursorPositionAt(QPoint(0, 0)), 0) << "the whole date must be visible, points " << points;
             QStringList seen;
             for (int tabs = 0; tabs < 12; ++tabs) {
                 const QWidget *const control = dialog->focusWidget();
@@ -183,7 +183,7 @@ TEST_F(FileWindowTest, LongName_UsesSpaceOfEmptyFigures)
             return list->model()->index(2, 0).data(Qt::ToolTipRole).toString().endsWith(u'問');
         };
         EXPECT_TRUE(QTest::qWaitFor(isKnown));
-        EXPECT_FALSE(hasFigureAtTheEnd(0)) << "in one column with the figures of others";
+        EXPECT_FALSE(hasFigureAtTheEnd(0)) << "its figures stay aligned with those of other files";
         EXPECT_TRUE(hasFigureAtTheEnd(2));
         dialog->close();
     });
@@ -303,5 +303,5 @@ TEST_F(FileWindowTest, ShortcutOrMenuKey_ReachesRareCommands)
         dialog->close();
     });
     window.Choose(QString());
-    EXPECT_EQ(services.opened.size(), 2) << "by its own key, and through the menu";
+    EXPECT_EQ(services.opened.size(), 2) << "once by its shortcut, once through the menu";
 }

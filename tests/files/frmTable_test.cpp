@@ -24,7 +24,7 @@ class TableWindowTest : public WindowTest
         folder.MakeFolder(u"txt"_s);
     }
 
-    /// Opens the window for a table, does something with it and answers the messages.
+    /// Opens the window for a table, runs an action in it and answers the messages.
     QString Make(const QByteArray &bytes, std::function<void(QWidget *)> action, const QStringList &answers)
     {
         script.messages.clear();
@@ -76,7 +76,7 @@ TEST_F(TableWindowTest, ColumnsChosen_MakesFileAndReplacesOnlyWithConsent)
               u"Shift_JISにない文字を，同じ意味の文字に置き換えました。\n  \u301C（U+301C） → ～　1個\n\n"
               u"アクセント記号を1個除きました。"_s);
 
-    // The window stays open after a no, so that another name can be given.
+    // After a "no" the window stays open, so that the user can enter another name.
     const auto another = [this, &made](QWidget *dialog) {
         Click(dialog, ok);
         EXPECT_EQ(folder.Read(u"txt/words.txt"_s), made);
@@ -126,11 +126,12 @@ TEST_F(TableWindowTest, EncodingOrSeparatorChanged_ReadsTableAgain)
         EXPECT_FALSE(dialog->findChild<QAbstractButton *>(ok)->isEnabled());
         EXPECT_TRUE(preview->toPlainText().isEmpty());
         separator->setCurrentText(u"タブ"_s);
-        EXPECT_EQ(preview->toPlainText(), u"[\"ﾈｺ - ｲﾇ]　[ｻﾙ]\n"_s) << "what was hidden is";
+        EXPECT_EQ(preview->toPlainText(), u"[\"ﾈｺ - ｲﾇ]　[ｻﾙ]\n"_s) << "hidden columns stay hidden";
         EXPECT_EQ(hint->text(), QString());
         QTest::keyClick(separator, Qt::Key_Return);
     };
-    EXPECT_EQ(Make(ToCodePage932(u"\"ﾈｺ - ｲﾇ\tｻﾙ\n"), choose, {ok}), u"words.txt"_s) << "Enter is for the button";
+    EXPECT_EQ(Make(ToCodePage932(u"\"ﾈｺ - ｲﾇ\tｻﾙ\n"), choose, {ok}), u"words.txt"_s)
+        << "Enter presses the default button";
     const auto leave = [](QWidget *dialog) {
         QTest::keyClick(dialog->findChild<QComboBox *>(u"cboTableSeparator"_s), Qt::Key_Escape);
     };
@@ -142,11 +143,11 @@ TEST_F(TableWindowTest, Refused_WritesNothingAndStaysOpen)
     folder.Write(u"txt/words.txt"_s, "old");
     folder.MakeFolder(u"txt/folder.txt"_s);
     const Rows<const char *, QString, QString, QString> rows = {
-        {"no twin", u"a,\U0001F600\n"_s, u"words"_s, u"表の1行目 2列目"_s},
-        {"no place to break", u"a,"_s + QString(60, u'あ'), u"words"_s, u"表の1行目は100バイト"_s},
+        {"unwritable character", u"a,\U0001F600\n"_s, u"words"_s, u"表の1行目 2列目"_s},
+        {"unbreakable line", u"a,"_s + QString(60, u'あ'), u"words"_s, u"表の1行目は100バイト"_s},
         {"name of a printable copy", u"a,b"_s, u"words_印刷用"_s, u"「_印刷用」で終わる"_s},
-        {"a folder in its place", u"a,b"_s, u"folder"_s, u"通常のファイルではありません。"_s},
-        {"a name that the system refuses", u"a,b"_s, QString(300, u'x'), u"学習ファイルを書き込めません。"_s},
+        {"name of a folder", u"a,b"_s, u"folder"_s, u"通常のファイルではありません。"_s},
+        {"name that the system refuses", u"a,b"_s, QString(300, u'x'), u"学習ファイルを書き込めません。"_s},
     };
     for (const auto &[name, csv, title, expected] : rows) {
         const auto fill = [this, typed = title](QWidget *dialog) {

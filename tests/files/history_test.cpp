@@ -26,7 +26,7 @@ TEST(History, AnyValue_LineHasFixedWidthFields)
         {"under a minute", 59, 5, u"09:08      　59秒   5問 英単語"_s},
         {"one second", 1, 5, u"09:08      　 1秒   5問 英単語"_s},
         {"a minute", 60, 12, u"09:08     1分 0秒  12問 英単語"_s},
-        {"hours are minutes", 5999, 1234, u"09:08    99分59秒1234問 英単語"_s},
+        {"hours are shown in minutes", 5999, 1234, u"09:08    99分59秒1234問 英単語"_s},
         {"digits that do not fit are lost", 60'000, 12345, u"09:08   000分 0秒2345問 英単語"_s},
     };
     for (const auto &[name, seconds, answers, line] : rows)
@@ -77,9 +77,9 @@ TEST(HistoryBars, DaysOfSpan_AreGroupedOldestFirst)
         {"bars of four and five days", 3, {2, 3, 9}},
         {"one bar", 1, {14}},
     };
-    for (const auto &[name, mostBars, seconds] : rows) {
+    for (const auto &[name, maxBars, seconds] : rows) {
         std::vector<int> barSeconds;
-        for (const HistoryBar &bar : HistoryBars(history, mostBars)) {
+        for (const HistoryBar &bar : HistoryBars(history, maxBars)) {
             barSeconds.push_back(int(bar.seconds));
             EXPECT_EQ(bar.answers, 10 * bar.seconds) << name;
         }
@@ -105,7 +105,7 @@ TEST(PrintableCopy, Written_KeepsTextAndBlanksAnswers)
     const QString bad = folder.WriteStudyFile(u"bad.txt"_s, {u"[a"_s});
     EXPECT_FALSE(WritePrintableCopy(bad, copy, &message));
     EXPECT_EQ(message, BracketCountMessage(1, u"[a"));
-    EXPECT_EQ(folder.Read(u"week1_印刷用.txt"_s), written) << "the copy that was there stays whole";
+    EXPECT_EQ(folder.Read(u"week1_印刷用.txt"_s), written) << "an existing copy is unchanged";
     EXPECT_FALSE(WritePrintableCopy(source, folder.Path(u"none/x.txt"_s), &message));
     EXPECT_TRUE(message.startsWith(u"印刷用ファイルを書き込めません。"_s));
 }
@@ -115,11 +115,11 @@ TEST(PrintableCopy, EditedByHand_IsAskedForOrBackedUp)
     const TestFolder folder;
     const QDateTime before(QDate(2024, 3, 5), QTime(9, 0));
     const Rows<const char *, QByteArray, int, OldCopy> rows = {
-        {"as it was made", "x[_]\r\n", 60, OldCopy::Replaceable},
-        {"as it was made, the study file only saved again", "x[_]\r\n", -60, OldCopy::Replaceable},
-        {"changed", "x[_]!\r\n", 60, OldCopy::Edited},
-        {"changed, and the study file after it", "x[_]!\r\n", -60, OldCopy::Outdated},
-        {"at the same moment", "y[_]\r\n", 0, OldCopy::Outdated},
+        {"unchanged", "x[_]\r\n", 60, OldCopy::Replaceable},
+        {"unchanged, the study file saved again", "x[_]\r\n", -60, OldCopy::Replaceable},
+        {"edited", "x[_]!\r\n", 60, OldCopy::Edited},
+        {"edited, and the study file changed later", "x[_]!\r\n", -60, OldCopy::Outdated},
+        {"edited at the same time", "y[_]\r\n", 0, OldCopy::Outdated},
         {"too large to read", QByteArray(MostFileBytes + 1, 'x'), 60, OldCopy::Unreadable},
     };
     QFile source(folder.Write(u"a.txt"_s, "x[a]\r\n"));
@@ -139,7 +139,7 @@ TEST(PrintableCopy, EditedByHand_IsAskedForOrBackedUp)
         EXPECT_EQ(folder.Read(u"a_印刷用.txt"_s), "x[_]\r\n") << name;
         EXPECT_EQ(folder.Read(u"a_印刷用.txt.bak"_s), expected == OldCopy::Outdated ? bytes : "kept before") << name;
     }
-    folder.MakeFolder(u"b_印刷用.txt.bak"_s); // in the place of the copy to keep
+    folder.MakeFolder(u"b_印刷用.txt.bak"_s); // takes the place of the backup
     const QString other = folder.Write(u"b_印刷用.txt"_s, "by hand");
     QString message;
     EXPECT_FALSE(WritePrintableCopy(source.fileName(), other, &message, OldCopy::Outdated));
@@ -225,14 +225,14 @@ TEST_F(HistoryWindowTest, SpanEntered_ShowsItsSessions)
         EXPECT_EQ(Label(u"lblSumAns"_s), u"12"_s);
         weeks->setText(u"x"_s);
         date->setText(u"2024/02/3"_s);
-        EXPECT_EQ(Records(), twoWeeks) << "what is no input changes nothing";
+        EXPECT_EQ(Records(), twoWeeks) << "invalid input changes nothing";
         weeks->setText(u"1"_s);
         date->setText(u"2024/02/21"_s);
         EXPECT_EQ(Records().size(), 4);
         weeks->setText(u"9999"_s);
         EXPECT_EQ(Records().size(), 4);
         dialog->findChild<QAbstractButton *>(u"cmdInc"_s)->click();
-        EXPECT_EQ(weeks->text(), u"9999"_s) << "there are no more";
+        EXPECT_EQ(weeks->text(), u"9999"_s) << "the maximum";
         dialog->close();
     });
     EXPECT_EQ(window.Choose(u"notepad.exe"_s), FileChoice::Cancelled);
@@ -287,7 +287,7 @@ TEST_F(HistoryWindowTest, WeekWithSessions_ReportHasListAndTotals)
     EXPECT_EQ(history.Days()[0].answers, 7);
     database.Close();
     EXPECT_EQ(ReadHistory(database, QDate(2024, 3, 5), 1, u"花/子"_s).LineCount(), 0);
-    EXPECT_EQ(services.messages.size(), 1) << "the totals would only tell of the same fault";
+    EXPECT_EQ(services.messages.size(), 1) << "the totals must not report the same fault again";
 }
 
 TEST_F(HistoryWindowTest, ForeignTable_IsStillRead)
@@ -296,12 +296,12 @@ TEST_F(HistoryWindowTest, ForeignTable_IsStillRead)
     EXPECT_TRUE(database.SQLite3NonQuery(u"update t_kotoban set ymd_sta = '2024/02/3x' where num_answer = 3"_s));
     const History foreign = ReadHistory(database, start.date(), 1, u"花/子"_s);
     ASSERT_EQ(foreign.LineCount(), 4);
-    EXPECT_EQ(foreign.Line(2), u"2024/02/3x"_s) << "shown as it stands";
-    EXPECT_EQ(foreign.Line(3), u"10:00      　 0秒   3問 a"_s) << "no start, and so no time";
+    EXPECT_EQ(foreign.Line(2), u"2024/02/3x"_s) << "an invalid date is shown as recorded";
+    EXPECT_EQ(foreign.Line(3), u"10:00      　 0秒   3問 a"_s) << "without a start there is no duration";
     AddSession(start, 1, 2'147'483'647);
     AddSession(start.addSecs(60), 1, 2'147'483'647);
     EXPECT_EQ(ReadHistory(database, start.date(), 1, u"花/子"_s).Days().at(0).answers, 2 * 2'147'483'647LL + 4);
-    // SQLite gives a column the letters of its declaration, and so the date is not found.
+    // SQLite reports column names in the case of their declaration, so the date column is not found.
     EXPECT_TRUE(database.SQLite3NonQuery(u"alter table t_kotoban rename column ymd_sta to YMD_STA"_s));
     const History history = ReadHistory(database, start.date(), 1, u"花/子"_s);
     ASSERT_EQ(history.Days().size(), 1u);
@@ -310,7 +310,7 @@ TEST_F(HistoryWindowTest, ForeignTable_IsStillRead)
 
 TEST_F(HistoryWindowTest, FaultAfterSomeRows_LeavesHistoryEmpty)
 {
-    // The days are read one after the other, newest first, and the end on the oldest cannot be computed.
+    // Days are read newest first, and computing the end time fails on the oldest.
     EXPECT_TRUE(database.SQLite3NonQuery(u"alter table t_kotoban drop column dt_end"_s));
     EXPECT_TRUE(database.SQLite3NonQuery(u"alter table t_kotoban add column dt_end text as "
                                          u"(case ymd_sta when '2024/02/20' then abs(-9223372036854775807 - 1) end)"_s));
@@ -319,12 +319,12 @@ TEST_F(HistoryWindowTest, FaultAfterSomeRows_LeavesHistoryEmpty)
     EXPECT_EQ(table.size(), 3u) << "the newest day was read";
     const qsizetype messages = services.TakeMessages().size();
     EXPECT_EQ(ReadHistory(database, QDate(2024, 3, 5), 3, u"花/子"_s).LineCount(), 0);
-    EXPECT_EQ(services.messages.size(), messages) << "told once";
+    EXPECT_EQ(services.messages.size(), messages) << "reported only once";
 }
 
 namespace {
 
-/// Adds sessions of the years before the others, ten a day, some of which were never completed.
+/// Adds sessions before the existing ones, ten per day, some of them never completed.
 void AddManySessions(StudyDatabase *database, int count)
 {
     const QString start = u"datetime('2024-02-01', '-' || (i / 10) || ' days', (8 + i % 10) || ' hours')"_s;
@@ -373,7 +373,7 @@ TEST_F(HistoryWindowTest, ReadInSlices_YieldsWholeHistory)
     EXPECT_EQ(reader.Result().TotalAnswers(), QString::number(DBSumAnsKotoban(database, end, weeks * 7, u"花/子"_s)));
     reader.Begin(end, 1);
     EXPECT_FALSE(reader.GoOn(QDeadlineTimer(0)));
-    EXPECT_EQ(reader.Result().LineCount(), 3) << "nothing is left of the one before";
+    EXPECT_EQ(reader.Result().LineCount(), 3) << "nothing remains of the previous history";
 }
 
 TEST_F(HistoryWindowTest, StillReading_SaysSoAndDisablesReport)
@@ -384,7 +384,7 @@ TEST_F(HistoryWindowTest, StillReading_SaysSoAndDisablesReport)
     auto *const report = window.findChild<QAbstractButton *>(u"cmdFile"_s);
     weeks->setText(u"999"_s);
     EXPECT_TRUE(Label(u"lblSumTime"_s).startsWith(u"読み込み中…（20"_s)) << Label(u"lblSumTime"_s).toStdString();
-    EXPECT_FALSE(report->isEnabled()) << "it would be a part of the history";
+    EXPECT_FALSE(report->isEnabled()) << "the report would be incomplete";
     EXPECT_FALSE(Records().isEmpty());
     weeks->setText(u"9999"_s);
     EXPECT_TRUE(QTest::qWaitFor([report] { return report->isEnabled(); }, 60'000));
@@ -413,7 +413,7 @@ TEST_F(HistoryWindowTest, PrintableCopyRequested_IsMadeButNotOfACopy)
     const QString copy = QDir::toNativeSeparators(folder.Path(u"txt/a_印刷用.txt"_s));
     ASSERT_EQ(script.messages.size(), 3);
     EXPECT_EQ(script.messages[0], CopyMadeMessage(copy, OldCopy::Replaceable).replace(u"\r\n"_s, u"\n"_s));
-    ASSERT_EQ(services.commands.size(), 1) << "opened, as it was offered";
+    ASSERT_EQ(services.commands.size(), 1) << "opened after the user accepted";
     EXPECT_TRUE(services.commands[0].contains(u"a_印刷用.txt")) << services.commands[0].toStdString();
     EXPECT_EQ(script.messages[1], u"印刷用ファイル以外を一つ選択してください。"_s);
     EXPECT_EQ(script.messages[2], ReplaceCopyQuestion(copy, OldCopy::Edited).replace(u"\r\n"_s, u"\n"_s));

@@ -1,4 +1,4 @@
-// The lists of what is hard and where users stopped.
+// The lists of hard blanks and of the places where users stopped.
 #include "files/modMarkList.h"
 #include "files/modPlaceList.h"
 #include "support/StudyText.h"
@@ -42,9 +42,9 @@ TEST_F(Lists, LineMoved_MarkMovesWithIt)
     QStringList changed = lines;
     changed[0] = u"[apple] red"_s;
     changed[3] = u"[books]"_s;
-    EXPECT_EQ(Find(changed), Blanks({4})) << "a line that says something else is another one";
+    EXPECT_EQ(Find(changed), Blanks({4})) << "a line with another text is a different line";
     changed[0] = u"apple  red "_s;
-    EXPECT_TRUE(Find({changed[0]}).empty()) << "and so is one that looks the same without its brackets";
+    EXPECT_TRUE(Find({changed[0]}).empty()) << "and so is one that differs only in its brackets";
     EXPECT_TRUE(Find(lines, u"太郎"_s).empty());
     EXPECT_TRUE(Find(lines, u"花子"_s, u"仏単語"_s).empty());
     Write(changed, {});
@@ -57,7 +57,7 @@ TEST_F(Lists, MarksWritten_OtherLinesStayUntouched)
         u"# by hand\r\n太郎\t英単語\t[a]\t1\r\n花子\t仏単語\t[a]\t1\r\n花子\t英単語\t[a]\tx\r\n"_s.toUtf8();
     folder.Write(u"ListMark.txt"_s,
                  "\xEF\xBB\xBF" + foreign + u"花子\t英単語\t[a]\t1\n花子\t英単語\t[a]\t9"_s.toUtf8());
-    EXPECT_EQ(Find({u"[a]"_s}), Blanks({1})) << "the ninth blank of that line is none";
+    EXPECT_EQ(Find({u"[a]"_s}), Blanks({1})) << "the line has no ninth blank";
     Write({u"[a]"_s, u"[b]"_s}, {2});
     EXPECT_EQ(folder.Read(u"ListMark.txt"_s), foreign + u"花子\t英単語\t[b]\t1\r\n"_s.toUtf8());
     folder.Write(u"ListMark.txt"_s, ToCodePage932(u"花子\t英単語\t[日本語の文]\t1\r\n"));
@@ -95,5 +95,5 @@ TEST_F(Lists, SeveralPlacesWritten_LatestIsReturned)
     EXPECT_EQ(places.Line(u"花子"_s, u"c"_s), 0);
     EXPECT_EQ(folder.Read(u"ListPlace.txt"_s), u"花子\tb\t1108\r\n花 子\tc\t3\r\n花子\ta\t9\r\n"_s.toUtf8());
     folder.Write(u"ListPlace.txt"_s, u"花子\ta\t9\n\nb\n太郎\ta\t0\n"_s.toUtf8());
-    EXPECT_EQ(places.LastUser(), u"花子"_s) << "what is no entry names nobody";
+    EXPECT_EQ(places.LastUser(), u"花子"_s) << "lines that are not entries are ignored";
 }

@@ -23,13 +23,13 @@ QString Sheet(const QStringList &lines, bool withAnswers = false)
     return PrintSheetHtml(u"<t>"_s, DisplayText(LinesOf(lines)), pictureUrl, withAnswers);
 }
 
-/// What stands on the sheet for a line.
+/// HTML of a line on the sheet.
 QString LineOnSheet(const QString &line)
 {
     return Sheet({line}).section(u"<div class=\"line\">"_s, 1).section(u"</div>\n</body>"_s, 0, 0);
 }
 
-/// What a reader sees of a blank with its width in em.
+/// HTML of a blank. @param em  its width
 QString Underline(const QString &number, const QString &em)
 {
     return u"<span class=\"blank\">"_s + number + u"<span style=\"width:"_s + em + u"em\"></span></span>"_s;
@@ -58,7 +58,7 @@ TEST(PrintSheet, EachKindOfLine_KeepsTextAndHidesAnswers)
         {"pictures at the end", u"見よ｢図｣ ｢図｣"_s,
          u"見よ<div class=\"pictures\">"_s + image.repeated(2) + u"</div>"_s},
         {"picture in a sentence", u"｢図｣を見よ ここ"_s, u"｢図｣を見よ ここ"_s + picture},
-        {"picture before a name without one", u"｢図｣｢絵｣"_s, u"｢図｣｢絵｣"_s + picture},
+        {"picture before a reference without one", u"｢図｣｢絵｣"_s, u"｢図｣｢絵｣"_s + picture},
         {"picture before a blank", u"｢図｣[ ]"_s, u"｢図｣"_s + Underline(u"①"_s, u"0.5"_s) + picture},
         {"picture before an empty blank", u"｢図｣[]"_s, u"｢図｣"_s + Underline(u"①"_s, u"2"_s) + picture},
         {"picture alone", u"　｢図｣ "_s, picture},
@@ -91,7 +91,7 @@ TEST(WritePrintSheet, PicturesBesideFile_AreLinkedAndFaultKeepsOldSheet)
     QString message;
     EXPECT_TRUE(WritePrintSheet(source, sheet, true, &message)) << message.toStdString();
     const QByteArray html = folder.Read(u"rec/a.b_印刷.html"_s);
-    EXPECT_TRUE(html.contains("<h1>a.b</h1>")) << "two chapters are two sheets";
+    EXPECT_TRUE(html.contains("<h1>a.b</h1>")) << "names that differ after a dot give different sheets";
     EXPECT_TRUE(html.contains("<img src=\"../txt/%23%E4%B8%AD%25/%E5%9B%B3-1.PNG\"")) << html.toStdString();
 
     EXPECT_FALSE(WritePrintSheet(folder.Write(u"a.txt"_s, "[a"), sheet, true, &message));

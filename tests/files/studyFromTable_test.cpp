@@ -15,7 +15,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-/// A table of a file with these bytes. @param reading  how it is read
+/// The table in a file with these bytes. @param reading  how to read it
 Table TableOf(const QByteArray &bytes, TableReading reading = {})
 {
     Table table;
@@ -68,11 +68,11 @@ TEST(ReadTableBytes, EveryEncoding_YieldsSameCells)
     const QString text = u"apple,りんご\r\n\"ice, cold\",氷\r\n"_s;
     const Rows<const char *, QByteArray> rows = {
         {"UTF-8", text.toUtf8()},
-        {"UTF-8 with its mark", "\xEF\xBB\xBF" + text.toUtf8()},
+        {"UTF-8 with byte-order mark", "\xEF\xBB\xBF" + text.toUtf8()},
         {"UTF-16 LE", Encoded(text, QStringConverter::Utf16LE, true)},
         {"UTF-16 BE", Encoded(text, QStringConverter::Utf16BE, true)},
-        {"UTF-16 LE without its mark", Encoded(text, QStringConverter::Utf16LE, false)},
-        {"UTF-16 BE without its mark", Encoded(text, QStringConverter::Utf16BE, false)},
+        {"UTF-16 LE without byte-order mark", Encoded(text, QStringConverter::Utf16LE, false)},
+        {"UTF-16 BE without byte-order mark", Encoded(text, QStringConverter::Utf16BE, false)},
         {"Shift_JIS", ToCodePage932(text)},
         {"EUC", "apple,\xA4\xEA\xA4\xF3\xA4\xB4\r\n\"ice, cold\",\xC9\xB9\r\n"},
         {"JIS", "apple,\x1B$B$j$s$4\x1B(B\r\n\"ice, cold\",\x1B$BI9\x1B(B\r\n"},
@@ -94,7 +94,7 @@ TEST(ReadTableBytes, NotATable_IsRefusedWithReason)
         {"a NUL", QByteArray("\xE3\x81\x82,b\0cd", 8), NoTextTable()},
         {"binary", QByteArray("PK\3\4\x14\0\6\0\x08\0\x81\xFF\xFF\xFE", 14), NoTextTable()},
         {"UTF-7", "+MEIwRDBG-,a", NoTextTable()},
-        {"a quote never closed", "a,b\nc,\"d\n", QuoteNeverClosed(2)},
+        {"an unclosed quote", "a,b\nc,\"d\n", QuoteNeverClosed(2)},
         {"one column too many", "a" + QByteArray(100, ','), TooManyColumns(101)},
     };
     for (const auto &[name, bytes, expected] : rows) {
@@ -119,7 +119,7 @@ TEST(ReadTableBytes, UserSettings_OverrideDetection)
     Table table;
     TableRefusal refusal;
     ASSERT_TRUE(ReadTableBytes(kana, &found, &table, &refusal));
-    EXPECT_EQ(found.code, CharCode::Euc) << "as the detection has half-width kana";
+    EXPECT_EQ(found.code, CharCode::Euc) << "half-width kana are detected as EUC";
     EXPECT_EQ(SeparatorName(found.separator), u"カンマ"_s);
     EXPECT_EQ(TableOf(kana, {CharCode::Sjis, QString()}).Cell(1, 2), u"ｲﾇ");
     EXPECT_EQ(TableOf(kana, {CharCode::Sjis, u"ｺ"_s}).Cell(1, 2), u",ｲﾇ");
@@ -134,9 +134,12 @@ TEST(StudyTextOf, EachRow_BecomesALine)
     const Rows<const char *, QString, QList<bool>, QString> rows = {
         {"last column hidden", u"apple,りんご\nice,氷"_s, {false, true}, u"apple　[りんご]\r\nice　[氷]\r\n"_s},
         {"both hidden", u"a,b"_s, {true, true}, u"[a]　[b]\r\n"_s},
-        {"columns behind the last choice are shown", u"a,b,c"_s, {true}, u"[a]　b　c\r\n"_s},
-        {"empty cells go with what stands between", u"a,,c\n,b,\n,,\n"_s, {true, true, true}, u"[a]　[c]\r\n[b]\r\n"_s},
-        {"blanks at the ends", u" a ,　b\u00A0\n"_s, {false, true}, u"a　[b]\r\n"_s},
+        {"columns past the last choice are shown", u"a,b,c"_s, {true}, u"[a]　b　c\r\n"_s},
+        {"empty cells are dropped with their separator",
+         u"a,,c\n,b,\n,,\n"_s,
+         {true, true, true},
+         u"[a]　[c]\r\n[b]\r\n"_s},
+        {"surrounding spaces", u" a ,　b\u00A0\n"_s, {false, true}, u"a　[b]\r\n"_s},
         {"line ends and tabs within", u"\"a\r\n\tb\",\"c\u2028d\""_s, {true, false}, u"[a b]　c d\r\n"_s},
         {"a short and a long row", u"a,b\nc\nd,e,f"_s, {false, true}, u"a　[b]\r\nc\r\nd　[e]　f\r\n"_s},
     };
@@ -155,12 +158,12 @@ TEST(HiddenByDefault, AnyTable_HidesLastColumnWithText)
     const QString emptyRows = u"a,\n"_s.repeated(PreviewRows);
     const Rows<const char *, QString, QList<bool>, QString> rows = {
         {"usual", u"a,b\nc,d"_s, {false, true}, QString()},
-        {"empty columns behind", u"a,b,, \nc,d,,"_s, {false, true, false, false}, QString()},
+        {"trailing empty columns", u"a,b,, \nc,d,,"_s, {false, true, false, false}, QString()},
         {"filled in a later row", u"a,\nc,d"_s, {false, true}, QString()},
         {"a separator in the text of a row", u"a,b\nc,d,e"_s, {false, true, false}, QString()},
         {"a title above", u"Unit 3\na,b"_s, {false, true}, QString()},
-        {"a first row of nothing", u",\n,,c"_s, {false, false, true}, QString()},
-        {"filled behind the rows that are shown", emptyRows + u"a,b"_s, {true, false}, QString()},
+        {"an empty first row", u",\n,,c"_s, {false, false, true}, QString()},
+        {"filled only after the rows shown", emptyRows + u"a,b"_s, {true, false}, QString()},
         {"separators only", u",,\n,,"_s, {false, false, false}, u"表の初めの行に文字がありません。"_s},
     };
     for (const auto &[name, csv, isHidden, hint] : rows) {
@@ -174,14 +177,14 @@ TEST(HiddenByDefault, AnyTable_HidesLastColumnWithText)
     EXPECT_EQ(PreviewHint(TableOf("a,b"), nothing, u"a [b]"_s), QString()) << "marked in the table";
     EXPECT_EQ(PreviewHint(TableOf("a,\nb,"), second, u"a"_s), u"隠す列に文字がありません。"_s);
     EXPECT_EQ(PreviewHint(TableOf((emptyRows + u"a,b").toUtf8()), second, u"a"_s), QString())
-        << "behind the rows that are shown";
+        << "text after the rows shown";
 }
 
 TEST(StudyTextOf, UnbalancedBrackets_BecomeFullWidth)
 {
     // The first column is hidden.
     const Rows<const char *, QString, QString, int, int> rows = {
-        {"marked by the teacher", u"a,b [c] d [e]"_s, u"[a]　b [c] d [e]\r\n"_s, 0, 3},
+        {"marked by the author", u"a,b [c] d [e]"_s, u"[a]　b [c] d [e]\r\n"_s, 0, 3},
         {"within a hidden cell", u"a[b],c"_s, u"[a［b］]　c\r\n"_s, 2, 1},
         {"a hidden cell that is a blank already", u"[a],b"_s, u"[a]　b\r\n"_s, 0, 1},
         {"two blanks in a hidden cell", u"[a][b],c"_s, u"[［a］［b］]　c\r\n"_s, 4, 1},
@@ -203,10 +206,10 @@ TEST(StudyTextOf, ClozeInShownColumn_BecomesBlank)
         {"two in a sentence", u"{{c1::水}}は{{c12::H2O}}"_s, u"[水]は[H2O]\r\n"_s, 0},
         {"with a hint", u"{{c1::水::みず}}だ"_s, u"[水]だ\r\n"_s, 0},
         {"brackets in an answer", u"{{c1::a[1]}} [b]"_s, u"[a［1］] [b]\r\n"_s, 2},
-        {"one in another", u"{{c1::a {{c2::b}} c}}"_s, u"{{c1::a [b] c}}\r\n"_s, 0},
+        {"nested", u"{{c1::a {{c2::b}} c}}"_s, u"{{c1::a [b] c}}\r\n"_s, 0},
         {"never closed", u"{{c1::a} {{c2::b}}"_s, u"{{c1::a} [b]\r\n"_s, 0},
         {"no cloze", u"{{a}} {{c::b}}"_s, u"{{a}} {{c::b}}\r\n"_s, 0},
-        {"over a line end", u"\"{{c1::a\nb}}\""_s, u"[a b]\r\n"_s, 0},
+        {"across a line end", u"\"{{c1::a\nb}}\""_s, u"[a b]\r\n"_s, 0},
     };
     for (const auto &[name, cell, expected, widened] : rows) {
         const TableStudyText study = StudyOf(cell, TableOptions());
@@ -236,7 +239,7 @@ TEST(StudyTextOf, LongRow_IsBrokenAtSpacesOrBetweenColumns)
     const QString half(50, u'x');
     TableOptions options = Hiding({false, true, true});
     EXPECT_EQ(StudyOf(long40 + u',' + long40, options).text, long40 + u"\r\n["_s + long40 + u"]\r\n"_s);
-    EXPECT_EQ(StudyOf(half + u',' + half.chopped(2), options).longRows, 1) << "the two bytes between columns are over";
+    EXPECT_EQ(StudyOf(half + u',' + half.chopped(2), options).longRows, 1) << "the separator makes it too long";
     options.between = u"："_s;
     const TableStudyText study = StudyOf(u"word,meaning\n"_s + half + u',' + half + u",c,d"_s, options);
     EXPECT_EQ(study.text, u"word：[meaning]\r\n"_s + half + u"\r\n["_s + half + u"]：[c]：d\r\n"_s);
@@ -278,7 +281,7 @@ TEST(EncodeStudyText, BlanklessOrMisdetected_IsRefused)
 {
     const Rows<const char *, QString, QString, QString> rows = {
         {"no blanks", u",a\n,b"_s, u"　"_s, u"空欄にする文字が一つもありません。"_s},
-        {"taken for EUC", u"ﾈｺ,ｲﾇ"_s, u" "_s, u"文字コードがEUCと判定されて"_s},
+        {"detected as EUC", u"ﾈｺ,ｲﾇ"_s, u" "_s, u"文字コードがEUCと判定されて"_s},
     };
     for (const auto &[name, csv, between, expected] : rows) {
         TableOptions options = Hiding({true});
