@@ -60,7 +60,7 @@ class SearchTest : public testing::Test
         return folder.Write(u"KeywordList.txt"_s, bytes);
     }
 
-    /// All places, in the order of the steps from one to the next.
+    /// All hits, in the order in which steps visit them.
     static std::vector<TextSpan> SpansOf(Hits &hits)
     {
         std::vector<TextSpan> spans;
@@ -107,7 +107,8 @@ TEST_F(SearchTest, InflectedFormsAndPlainText_AreCounted)
         EXPECT_EQ(SpansOf(*search.HitsOf(QString::fromUtf16(keyword), 1)), spans);
         EXPECT_EQ(search.CountOf(QString::fromUtf16(keyword)), int(spans.size()));
     }
-    EXPECT_EQ(search.KeywordsWith(u"T"_s), QStringList({u"city"_s, u"stop"_s, u"absent"_s})) << "those found first";
+    EXPECT_EQ(search.KeywordsWith(u"T"_s), QStringList({u"city"_s, u"stop"_s, u"absent"_s}))
+        << "keywords with hits come first";
     search.SetText(nullptr);
     EXPECT_EQ(search.CountOf(u"stop"_s), 0);
     EXPECT_TRUE(SpansOf(*search.HitsOf(u"stop"_s, 1)).empty());
@@ -115,14 +116,14 @@ TEST_F(SearchTest, InflectedFormsAndPlainText_AreCounted)
 
 TEST_F(SearchTest, PlainText_MatchesAsQtCompares)
 {
-    const QString wide = QString(63, u'-') + u"ab"_s; // across the blocks that are looked at together
+    const QString wide = QString(63, u'-') + u"ab"_s; // crosses the boundary of a block
     const Rows<QStringList, const char16_t *, int> rows = {
         {{u"Stop STOP sTo"_s}, u"stop", 2},
-        {{u"aaaaa"_s}, u"aa", 2},                   // places do not overlap
-        {{u"a!"_s, u"水a"_s, u"!水"_s}, u"!水", 1}, // nor lie across the end of a line
+        {{u"aaaaa"_s}, u"aa", 2},                   // hits do not overlap
+        {{u"a!"_s, u"水a"_s, u"!水"_s}, u"!水", 1}, // nor cross the end of a line
         {{u"ａ Ａ Σσ Жж"_s}, u"Ａ", 2},
-        {{u"Σσ"_s}, u"ς", 2},                // another small form of the same letter
-        {{QString(QChar(0x212B))}, u"å", 1}, // the sign of the unit
+        {{u"Σσ"_s}, u"ς", 2},                // another lower-case form of the letter
+        {{QString(QChar(0x212B))}, u"å", 1}, // the unit sign
         {{wide, wide}, u"AB", 2},
         {{QString(200, u'x')}, u"x", 200},
         {{u"水"_s}, u"😀", 0},
@@ -208,7 +209,7 @@ TEST(PlaceBeside, RoomOnOneSide_TakesThatSide)
 
 namespace {
 
-/// The search window over the test's text, with a page whose top line a test sets.
+/// The search window for the test's text; tests set the top line of the page.
 class SearchWindowTest : public SearchTest
 {
   protected:
@@ -258,7 +259,7 @@ TEST_F(SearchWindowTest, TextTyped_NarrowsListAndStepsThroughHits)
     EXPECT_EQ(Entry(0), u"city　2か所"_s);
     EXPECT_EQ(Entry(1), u"stop　3か所"_s);
     QTest::keyClick(typed, Qt::Key_Return);
-    EXPECT_EQ(chosen.size(), 0) << "nothing is typed and nothing chosen";
+    EXPECT_EQ(chosen.size(), 0) << "nothing is typed or selected";
 
     QTest::keyClicks(typed, u"sto"_s);
     EXPECT_EQ(list->model()->rowCount(), 2);
@@ -266,10 +267,10 @@ TEST_F(SearchWindowTest, TextTyped_NarrowsListAndStepsThroughHits)
     QTest::keyClick(typed, Qt::Key_Return);
     EXPECT_EQ(chosen.last(), (TextSpan{1, 14, 3}));
     ClickEntry(1);
-    EXPECT_EQ(chosen.last(), (TextSpan{1, 31, 4})) << "on from where the last search ended";
+    EXPECT_EQ(chosen.last(), (TextSpan{1, 31, 4})) << "continues where the last search ended";
     EXPECT_EQ(told.last(), (QVariantList{u"stop"_s, true, u"2 / 3"_s, QString()}));
     QTest::keyClick(list, Qt::Key_Return);
-    EXPECT_EQ(chosen.last(), (TextSpan{3, 1, 4})) << "a key goes on by one place";
+    EXPECT_EQ(chosen.last(), (TextSpan{3, 1, 4})) << "a key advances by one hit";
     window->GoOn(false);
     EXPECT_EQ(chosen.last(), (TextSpan{1, 14, 7}));
     EXPECT_EQ(Label(u"lblFound"_s), u"1 / 3　先頭に戻りました"_s);
@@ -281,7 +282,7 @@ TEST_F(SearchWindowTest, TextTyped_NarrowsListAndStepsThroughHits)
     EXPECT_EQ(told.last(), (QVariantList{u"stop"_s, true, u"2 / 3"_s, QString()}));
     QTest::keyClicks(typed, u"xyz"_s);
     window->GoOn(false);
-    EXPECT_EQ(chosen.last(), TextSpan()) << "found nowhere";
+    EXPECT_EQ(chosen.last(), TextSpan()) << "no hits";
     EXPECT_EQ(told.last(), (QVariantList{u"stoxyz"_s, false, u"見つかりません"_s, QString()}));
 }
 
@@ -294,7 +295,7 @@ TEST_F(SearchWindowTest, NewSearch_StartsAtPageInView)
     EXPECT_EQ(chosen.last(), (TextSpan{3, 1, 4}));
     topLine = 1;
     ClickEntry(1);
-    EXPECT_EQ(chosen.last(), (TextSpan{1, 14, 7})) << "the learner has turned to another page";
+    EXPECT_EQ(chosen.last(), (TextSpan{1, 14, 7})) << "the user has turned to another page";
     typed->setText(u"city"_s);
     window->GoOn(false);
     EXPECT_EQ(chosen.last(), (TextSpan{1, 25, 4})) << "from the top line again";
@@ -316,7 +317,7 @@ TEST_F(SearchWindowTest, CountingDone_KeywordsWithHitsComeFirstAndSelectionStays
     lines.last() = u"cities 水"_s;
     text = DisplayText(LinesOf(lines));
     Open("bat\ncity\n\x90\x85", 0);
-    EXPECT_EQ(Entry(0), u"bat　0か所…"_s) << "in the order of the list while they are counted";
+    EXPECT_EQ(Entry(0), u"bat　0か所…"_s) << "in the order of the list while counting";
     list->setCurrentIndex(list->model()->index(0, 0));
     for (int slice = 0; slice < 100; ++slice)
         window->CountOn();
@@ -345,7 +346,7 @@ TEST_F(SearchWindowTest, DistantHit_StepIsTakenLaterOrDropped)
     window->SetText(nullptr);
     text = DisplayText();
     window->CountOn();
-    EXPECT_EQ(chosen.size(), 1) << "what was wished for in another text";
+    EXPECT_EQ(chosen.size(), 1) << "a pending step in another text is dropped";
 }
 
 TEST_F(SearchWindowTest, LongWord_HitCountStaysVisible)
