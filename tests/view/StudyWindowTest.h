@@ -1,4 +1,4 @@
-// The study window of a learner with a folder of study files, as the learner uses it.
+// Fixture: the study window with a folder of study files, operated the way a user does.
 #pragma once
 
 #include "support/WindowTest.h"
@@ -35,7 +35,7 @@ class StudyWindowTest : public WindowTest
         });
     }
 
-    /// Opens the window, which asks for a file at once.
+    /// Opens the window, which immediately asks for a file.
     void Open()
     {
         window = std::make_unique<frmText>(services, database, log, msg,
@@ -44,7 +44,7 @@ class StudyWindowTest : public WindowTest
         EXPECT_TRUE(QTest::qWaitFor([this] { return script.IsDone() && !QApplication::activeModalWidget(); }));
         window->activateWindow();
         EXPECT_TRUE(QTest::qWaitFor([this] { return QApplication::activeWindow() == window.get(); }));
-        QCoreApplication::processEvents(); // from its next turn on the window listens to keys again
+        QCoreApplication::processEvents(); // only then the window accepts keys again
         page = Child<PicText>(u"picText");
         scroll = Child<QScrollBar>(u"VScroll");
     }
@@ -81,10 +81,10 @@ class StudyWindowTest : public WindowTest
                           QPoint(layout.TextLeftPx() + cell * layout.cellWidthPx + 3, layout.RowTopPx(row) + 5));
     }
 
-    /// The page as it stands on the screen, which is what was painted bit by bit, and not a picture painted anew.
+    /// The page as it is on the screen, painted incrementally, not rendered again.
     QImage OnScreen()
     {
-        QCoreApplication::sendPostedEvents(); // paints what is to be painted
+        QCoreApplication::sendPostedEvents(); // performs pending repaints
         const QImage image = window->screen()->grabWindow(window->winId()).toImage();
         EXPECT_FALSE(image.isNull());
         const double scale = window->devicePixelRatioF();
@@ -92,7 +92,7 @@ class StudyWindowTest : public WindowTest
         return image.copy(QRectF(QPointF(area.topLeft()) * scale, QSizeF(area.size()) * scale).toRect());
     }
 
-    /// The records, a row for each session.
+    /// The records, one row per session.
     QStringList Sessions()
     {
         ResultTable table;

@@ -1,5 +1,4 @@
-// What the study window keeps for the next day, and what helps on the way: marks, places, hints, taking back, reading
-// aloud.
+// What the study window saves for the next day, and what helps in learning: marks, places, hints, undo, reading aloud.
 #include "view/StudyWindowTest.h"
 
 #include <QCheckBox>
@@ -13,7 +12,7 @@ TEST_F(StudyWindowTest, BlanksMarkedHard_AreStudiedAlone)
     auto *const onlyHard = Child<QCheckBox>(u"chkOnlyHard");
     EXPECT_FALSE(onlyHard->isEnabled());
     QTest::keyClick(page, Qt::Key_M, Qt::ControlModifier);
-    EXPECT_FALSE(onlyHard->isEnabled()) << "nothing was chosen or shown yet";
+    EXPECT_FALSE(onlyHard->isEnabled()) << "nothing has been selected or shown yet";
     Press(Qt::Key_Return);
     const QImage unmarked = OnScreen();
     QTest::keyClick(page, Qt::Key_M, Qt::ControlModifier);
@@ -22,7 +21,7 @@ TEST_F(StudyWindowTest, BlanksMarkedHard_AreStudiedAlone)
     QTest::keyClick(page, Qt::Key_M, Qt::ControlModifier);
     EXPECT_EQ(OnScreen(), unmarked);
     Click(Qt::MiddleButton, 1, 2);
-    EXPECT_EQ(Label(u"lblNum"), u"1"_s) << "a mark is no answer";
+    EXPECT_EQ(Label(u"lblNum"), u"1"_s) << "marking does not count as an answer";
     QTest::keyClick(page, Qt::Key_M, Qt::ControlModifier | Qt::ShiftModifier);
     EXPECT_TRUE(onlyHard->isChecked());
     EXPECT_EQ(Label(u"lblShown"), u"表示 3 / 4"_s);
@@ -30,7 +29,7 @@ TEST_F(StudyWindowTest, BlanksMarkedHard_AreStudiedAlone)
     EXPECT_EQ(Label(u"lblShown"), u"表示 4 / 4"_s);
     EXPECT_EQ(Label(u"lblNum"), u"2"_s);
     Press(Qt::Key_Return);
-    EXPECT_EQ(Label(u"lblShown"), u"表示 3 / 4"_s) << "a new round of the hard ones";
+    EXPECT_EQ(Label(u"lblShown"), u"表示 3 / 4"_s) << "a new round of hard blanks";
     Click(Qt::RightButton, 1, 1);
     EXPECT_FALSE(onlyHard->isChecked());
     EXPECT_EQ(Label(u"lblShown"), u"表示 0 / 4"_s);
@@ -39,7 +38,7 @@ TEST_F(StudyWindowTest, BlanksMarkedHard_AreStudiedAlone)
     folder.WriteStudyFile(u"txt/a.txt"_s, {u"[new]"_s, u"[a1] [a2]"_s, u"[b1] [b2]"_s});
     Child<QPushButton>(u"cmdReRead")->click();
     onlyHard->click();
-    EXPECT_EQ(Label(u"lblShown"), u"表示 4 / 5"_s) << "the mark went down with its line";
+    EXPECT_EQ(Label(u"lblShown"), u"表示 4 / 5"_s) << "the mark moved with its line";
     window->close();
     ASSERT_EQ(database.Open(folder.Path(u"k.splite3"_s)), 0);
     EXPECT_EQ(Sessions().last().section(u'\t', -1), u"2"_s);
@@ -64,7 +63,7 @@ TEST_F(StudyWindowTest, CtrlZAfterHiding_RestoresAnswersAndPage)
     QTest::keyClick(page, Qt::Key_H, Qt::ControlModifier);
     Press(Qt::Key_Return);
     QTest::keyClick(page, Qt::Key_Z, Qt::ControlModifier);
-    EXPECT_EQ(Label(u"lblShown"), u"表示 1 / 200"_s) << "too late";
+    EXPECT_EQ(Label(u"lblShown"), u"表示 1 / 200"_s) << "after an answer it is too late for undo";
 }
 
 TEST_F(StudyWindowTest, LineToggledTwice_IsShownThenHidden)
@@ -81,7 +80,7 @@ TEST_F(StudyWindowTest, LineToggledTwice_IsShownThenHidden)
     for (int i = 0; i < 3; ++i)
         QTest::keyClick(page, Qt::Key_Right, Qt::ControlModifier);
     toggle();
-    EXPECT_EQ(Label(u"lblNum"), u"4"_s) << "of the chosen blank";
+    EXPECT_EQ(Label(u"lblNum"), u"4"_s) << "the line of the selected blank";
 }
 
 TEST_F(StudyWindowTest, HintShown_LastsUntilNextKey)
@@ -89,7 +88,7 @@ TEST_F(StudyWindowTest, HintShown_LastsUntilNextKey)
     OpenWith({u"[a] [word]"_s});
     const QImage hidden = OnScreen();
     QTest::keyClick(page, Qt::Key_I, Qt::ControlModifier);
-    EXPECT_EQ(OnScreen(), hidden) << "one character would be the answer";
+    EXPECT_EQ(OnScreen(), hidden) << "the first character would be the whole answer";
     Press(Qt::Key_Return);
     const QImage first = OnScreen();
     QTest::keyClick(page, Qt::Key_I, Qt::ControlModifier);
@@ -108,17 +107,17 @@ TEST_F(StudyWindowTest, ThirdSpeakState_ReadsAnswersAloud)
     speak->click();
     EXPECT_EQ(script.messages, QStringList(u"音声がありません。"_s));
     Press(Qt::Key_Return);
-    EXPECT_TRUE(services.spoken.isEmpty()) << "only what is clicked on";
+    EXPECT_TRUE(services.spoken.isEmpty()) << "only clicked words are read aloud";
     speak->click();
     Press(Qt::Key_Return);
     EXPECT_EQ(services.spoken, QStringList(u"pen"_s));
     Click(Qt::LeftButton, 1, 1);
     Click(Qt::LeftButton, 1, 1);
-    EXPECT_EQ(services.spoken, QStringList({u"pen"_s, u"apple"_s})) << "once";
+    EXPECT_EQ(services.spoken, QStringList({u"pen"_s, u"apple"_s})) << "read aloud only once";
     speak->click();
     Click(Qt::LeftButton, 1, 1);
     EXPECT_EQ(services.spoken.size(), 2);
-    EXPECT_TRUE(script.IsDone()) << "that there is no voice is told once";
+    EXPECT_TRUE(script.IsDone()) << "the missing voice is reported only once";
 }
 
 TEST_F(StudyWindowTest, FileReopened_OffersLineWhereUserStopped)

@@ -16,9 +16,9 @@ TEST_F(StudyWindowTest, AnswerHiddenAgain_LeavesNoPixelBehind)
     EXPECT_EQ(OnScreen(), shown);
     for (int row = 2; row <= 9; ++row) {
         Click(Qt::LeftButton, 2, row);
-        const QImage bitByBit = OnScreen();
+        const QImage incremental = OnScreen();
         page->update();
-        EXPECT_EQ(OnScreen(), bitByBit) << "row " << row << " painted alone looks as painted with all others";
+        EXPECT_EQ(OnScreen(), incremental) << "row " << row << " looks different when painted alone";
     }
     Click(Qt::RightButton, 30, 5);
     EXPECT_EQ(OnScreen(), hidden);
@@ -35,7 +35,7 @@ TEST_F(StudyWindowTest, CtrlKeys_DoWhatMouseDoes)
         return services.commands.last().section(u"-Y="_s, 1).section(u' ', 0, 0);
     };
     press(Qt::Key_Space);
-    EXPECT_EQ(Label(u"lblNum"), u"0"_s) << "nothing is chosen yet";
+    EXPECT_EQ(Label(u"lblNum"), u"0"_s) << "nothing is selected yet";
     press(Qt::Key_Right);
     press(Qt::Key_Right);
     press(Qt::Key_Space);
@@ -60,7 +60,7 @@ TEST_F(StudyWindowTest, TargetOutOfView_IsDeselected)
     press(Qt::Key_Down);
     press(Qt::Key_Up);
     press(Qt::Key_Space);
-    EXPECT_EQ(Label(u"lblNum"), u"0"_s) << "scrolling gives the choice up";
+    EXPECT_EQ(Label(u"lblNum"), u"0"_s) << "scrolling clears the selection";
     press(Qt::Key_Left);
     window->resize(window->width(), window->height() / 2);
     QCoreApplication::sendPostedEvents();
@@ -115,7 +115,7 @@ TEST_F(StudyWindowTest, WheelNotch_ScrollsThreeLines)
     EXPECT_EQ(Label(u"lblZoom"), u"125 %"_s);
     window->resize(300, window->height());
     EXPECT_EQ(turn(-120, Qt::ShiftModifier), 2);
-    EXPECT_EQ(Child<QScrollBar>(u"HScroll")->value(), 8) << "a turn towards the learner goes right";
+    EXPECT_EQ(Child<QScrollBar>(u"HScroll")->value(), 8) << "turning towards the user scrolls right";
 }
 
 TEST_F(StudyWindowTest, ZoomedIn_LayoutScalesAndTopLineStays)
@@ -124,7 +124,7 @@ TEST_F(StudyWindowTest, ZoomedIn_LayoutScalesAndTopLineStays)
     QStringList lines(100, u"[x]"_s);
     lines[6] = QString(97, u'-') + u"[z]"_s; // its box ends at cell 100
     OpenWith(lines);
-    EXPECT_EQ(services.TakeMessages(), QStringList()) << "an odd zoom is nothing to be told of";
+    EXPECT_EQ(services.TakeMessages(), QStringList()) << "an unusual zoom is not reported";
     const auto press = [this](Qt::Key key, Qt::KeyboardModifiers more = {}) {
         QTest::keyClick(page, key, Qt::ControlModifier | more);
     };
@@ -147,10 +147,10 @@ TEST_F(StudyWindowTest, ZoomedIn_LayoutScalesAndTopLineStays)
     Press(Qt::Key_Return);
     const CellRange box{97, 100};
     EXPECT_GE(page->Layout().CellLeftPx(box.start), page->Layout().TextLeftPx());
-    EXPECT_LT(page->Layout().CellLeftPx(box.end), page->width()) << "seen as a whole";
+    EXPECT_LT(page->Layout().CellLeftPx(box.end), page->width()) << "the whole box is visible";
     EXPECT_EQ(sideways->value(), sideways->maximum()) << "and no farther";
     QTest::mouseClick(page, Qt::LeftButton, {}, QPoint(page->Layout().CellLeftPx(98), page->Layout().RowTopPx(1) + 9));
-    EXPECT_EQ(Label(u"lblShown"), u"表示 0 / 100"_s) << "clicks count with the cells";
+    EXPECT_EQ(Label(u"lblShown"), u"表示 0 / 100"_s) << "clicks take scrolling into account";
     press(Qt::Key_Left, Qt::ShiftModifier);
     EXPECT_LT(sideways->value(), sideways->maximum());
     for (int i = 0; i < 20; ++i)
@@ -195,7 +195,7 @@ TEST_F(StudyWindowTest, NavigationKeys_MoveWithoutChangingAnswers)
     EXPECT_EQ(goTo(u"5000"_s, Qt::Key_Enter), 100) << "the last line";
     EXPECT_EQ(goTo(u"5"_s, Qt::Key_Escape), 100);
 
-    // What the row below shows of the page never changes its height, or pages would have now more rows, now fewer.
+    // The row below the page never changes its height, or the number of rows on a page would vary.
     for (int width = window->minimumSizeHint().width(); width < 1000; width += 7) {
         window->resize(width, 600);
         scroll->setValue(1);
@@ -243,13 +243,13 @@ TEST_F(StudyWindowTest, SearchHit_IsMarkedWithoutRevealingHiddenText)
     };
     EXPECT_TRUE(isMarked());
     QTest::keyClick(window->windowHandle(), Qt::Key_F3);
-    EXPECT_FALSE(isMarked()) << "the mark went on";
+    EXPECT_FALSE(isMarked()) << "the mark moved on";
     EXPECT_EQ(Label(u"lblKeyword"), u"city　2 / 2"_s);
     QTest::keyClick(window->windowHandle(), Qt::Key_F3, Qt::ShiftModifier);
     EXPECT_TRUE(isMarked());
     Child<QPushButton>(u"cmdReRead")->click();
     EXPECT_EQ(Label(u"lblKeyword"), u"(hidden)"_s);
-    EXPECT_FALSE(isMarked()) << "another text";
+    EXPECT_FALSE(isMarked()) << "the text is a new one";
 }
 
 TEST_F(StudyWindowTest, PictureClicked_OpensOrShowsFault)
@@ -275,11 +275,11 @@ TEST_F(StudyWindowTest, PictureClicked_OpensOrShowsFault)
     Click(Qt::LeftButton, 22, 1);
     script.When(u"frmPicture"_s, look);
     Click(Qt::LeftButton, 36, 1);
-    EXPECT_EQ(shown.last(), u"noneが見つかりません。"_s) << "shown as the answer that it is";
+    EXPECT_EQ(shown.last(), u"noneが見つかりません。"_s) << "the reference was an answer";
     EXPECT_EQ(Label(u"lblNum"), u"1"_s);
     Click(Qt::LeftButton, 36, 1);
     const QPoint overReference(page->Layout().TextLeftPx() + 10, page->Layout().RowTopPx(1) + 5);
-    // Moved in the window and not on the screen, where a real pointer takes its time.
+    // Moves within the window rather than on the screen, where a real pointer would take time.
     QTest::mouseMove(window->windowHandle(), page->mapTo(window.get(), overReference));
     EXPECT_EQ(page->cursor().shape(), Qt::PointingHandCursor);
 }

@@ -11,7 +11,7 @@ TEST_F(StudyWindowTest, WholeSession_IsRecordedInItsRow)
 {
     OpenWith({u"[one] [two]"_s, u"[三]"_s});
     EXPECT_EQ(window->windowTitle(), u"瞬記帳 Ver1.0.0 [花子]"_s);
-    EXPECT_EQ(Sessions(), QStringList(u"2024/03/05\t花子\t14:30:15\ta\t\t"_s)) << "the row is there from the start";
+    EXPECT_EQ(Sessions(), QStringList(u"2024/03/05\t花子\t14:30:15\ta\t\t"_s)) << "the row is inserted at the start";
     EXPECT_EQ(Label(u"lblNum"), u"0"_s);
     Press(Qt::Key_Return);
     Press(Qt::Key_Enter);
@@ -88,7 +88,7 @@ TEST_F(StudyWindowTest, NoFileChosen_RecordsNothing)
     Press(Qt::Key_Return);
     Click(Qt::LeftButton, 1, 1);
     Click(Qt::RightButton, 1, 1);
-    EXPECT_TRUE(page->SpokenText().contains(u"Alt+O"_s)) << "says how to begin";
+    EXPECT_TRUE(page->SpokenText().contains(u"Alt+O"_s)) << "explains how to begin";
     Press(Qt::Key_F2);
     EXPECT_EQ(services.TakeMessages(), QStringList(u"F2"_s));
     Press(Qt::Key_F1);
@@ -129,7 +129,7 @@ TEST_F(StudyWindowTest, FileReadAgain_KeepsAnswersOrOffersEditor)
     script.Click(u"frmMsg"_s, u"cmdCancel"_s);
     Child<QPushButton>(u"cmdReRead")->click();
     EXPECT_EQ(services.commands.size(), 1);
-    EXPECT_EQ(Sessions().size(), 1) << "a re-read is no session";
+    EXPECT_EQ(Sessions().size(), 1) << "reading again begins no session";
 }
 
 TEST_F(StudyWindowTest, LineMarked_EditorOpensThere)
@@ -137,19 +137,19 @@ TEST_F(StudyWindowTest, LineMarked_EditorOpensThere)
     const QString editor = folder.Write(u"sakura.exe"_s, "");
     folder.Write(u"Kotoban.ini"_s, "[setting]\r\nTextEditor=" + editor.toUtf8() + "\r\nLineSpace=9\r\n");
     OpenWith(QStringList(100, u"[x]"_s));
-    EXPECT_EQ(services.TakeMessages().size(), 1) << "the spacing was repaired, and said so once";
+    EXPECT_EQ(services.TakeMessages().size(), 1) << "the repaired spacing is reported once";
     scroll->setValue(5);
     QTest::mouseClick(page, Qt::LeftButton, {}, QPoint(3, page->Layout().RowTopPx(3) + 2));
     Child<QPushButton>(u"cmdEdit")->click();
     EXPECT_EQ(window->focusWidget(), Child<QPushButton>(u"cmdReRead"));
-    EXPECT_TRUE(services.commands.last().contains(u" -Y=7 \""_s)) << "the third row from line 5 on";
+    EXPECT_TRUE(services.commands.last().contains(u" -Y=7 \""_s)) << "the third row from line 5";
     Click(Qt::LeftButton, 40, 2);
     Child<QPushButton>(u"cmdEdit")->click();
     EXPECT_TRUE(services.commands.last().contains(u" -Y=5 \""_s)) << "without a mark, the top line";
     QTest::mouseClick(page, Qt::LeftButton, {}, QPoint(3, page->Layout().RowTopPx(3) + 2));
     Click(Qt::RightButton, 40, 2);
     Child<QPushButton>(u"cmdEdit")->click();
-    EXPECT_TRUE(services.commands.last().contains(u" -Y=5 \""_s)) << "a right click takes it away as well";
+    EXPECT_TRUE(services.commands.last().contains(u" -Y=5 \""_s)) << "a right click also removes the mark";
 }
 
 TEST_F(StudyWindowTest, FirstMinutePassed_ClockShowsMinutes)
@@ -187,7 +187,7 @@ TEST_F(StudyWindowTest, LoadFails_LeavesRowButNoFileOpen)
     EXPECT_EQ(Sessions().size(), 2);
     window->Timer1_Timer();
     EXPECT_FALSE(Child<QTimer>(u"Timer1")->isActive());
-    EXPECT_EQ(Label(u"lblSecN") + Label(u"lblSec"), u"(hidden)"_s) << "the clock stands";
+    EXPECT_EQ(Label(u"lblSecN") + Label(u"lblSec"), u"(hidden)"_s) << "the clock is stopped";
     window->close();
     database.Open(folder.Path(u"k.splite3"_s));
     EXPECT_TRUE(Sessions().last().endsWith(u"\tb\t2024/03/05 14:30:15\t0"_s)) << Sessions().last().toStdString();
@@ -199,7 +199,7 @@ TEST_F(StudyWindowTest, FileChanged_NoticeStaysUntilReadAgain)
     const QString path = folder.Path(u"txt/a.txt"_s);
     auto *const notice = Child<QLabel>(u"lblFileChange");
     EXPECT_TRUE(notice->isHidden());
-    // Written over, and replaced by another file, as editors do either.
+    // Editors may overwrite the file or replace it.
     for (const bool isReplaced : {false, true, true}) {
         if (isReplaced)
             QFile::remove(path);
@@ -210,7 +210,7 @@ TEST_F(StudyWindowTest, FileChanged_NoticeStaysUntilReadAgain)
     }
     folder.WriteStudyFile(u"txt/b.txt"_s, {u"[x]"_s});
     QCoreApplication::processEvents();
-    EXPECT_TRUE(notice->isHidden()) << "another file";
+    EXPECT_TRUE(notice->isHidden()) << "another file has changed";
 }
 
 TEST_F(StudyWindowTest, FileBeingOpened_NothingIsCurrent)
@@ -219,7 +219,7 @@ TEST_F(StudyWindowTest, FileBeingOpened_NothingIsCurrent)
     OpenWith(QStringList(100, u"[one]"_s));
     QTest::keyClick(page, Qt::Key_Left, Qt::ControlModifier);
     EXPECT_GT(page->SpokenCursor(), 0);
-    // A screen reader asks while a message says that nothing can be recorded.
+    // A screen reader may ask while a message reports that nothing can be recorded.
     EXPECT_TRUE(database.SQLite3NonQuery(u"drop table t_kotoban"_s));
     QList<int> cursors;
     services.whileShown = [&] { cursors += page->SpokenCursor(); };
@@ -233,7 +233,7 @@ TEST_F(StudyWindowTest, Restarted_RestoresPositionAndSize)
     folder.Write(u"Kotoban.ini"_s, "[setting]\r\nFormLeft=99999\r\nFormWidth=500\r\nFormHeight=400\r\n");
     OpenWith({u"[x]"_s});
     EXPECT_EQ(services.TakeMessages().size(), 1);
-    EXPECT_LT(window->x(), 9) << "at the left, but for a window frame";
+    EXPECT_LT(window->x(), 9) << "at the left edge, apart from a window frame";
     EXPECT_EQ(window->size(), QSize(500, 400));
     window->resize(520, 410);
     window->move(window->screen()->geometry().width() - 20, window->y());
@@ -271,7 +271,7 @@ TEST_F(StudyWindowTest, SettingsChanged_ApplyAtOnceAndKeepAnswers)
                                                     u"次のテキストエディタが見つかりません。\r\n  no such editor\r\n"
                                                     u"メモ帳をテキストエディタに指定します。"_s}));
     EXPECT_GT(page->Layout().cellWidthPx, before.cellWidthPx);
-    EXPECT_GT(window->width(), 700) << "a line of 100 columns asks for more";
+    EXPECT_GT(window->width(), 700) << "a line of 100 columns needs more";
     EXPECT_TRUE(QTest::qWaitFor([this] { return QApplication::focusWidget() == page; }));
     EXPECT_FALSE(page->Layout().hasLineNumbers);
     EXPECT_EQ(scroll->value(), 7);

@@ -1,4 +1,4 @@
-// Rounds of the hard blanks alone, and taking a round back.
+// Rounds of hard blanks only, and undoing a round.
 #include "support/TestFiles.h"
 #include "view/modStudyRound.h"
 
@@ -8,7 +8,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-/// Which answers of a round are shown.
+/// The answers of a round in order: x for shown, - for hidden.
 QString Open(const StudyRound &round)
 {
     QString open;
@@ -27,13 +27,13 @@ TEST(StudyRound, OnlyHardStudied_HidesOnlyHardBlanks)
     round.StudyOnlyHard(true);
     EXPECT_EQ(Open(round), u"x-x-x"_s);
     EXPECT_EQ(round.ShownCount(), 3);
-    EXPECT_EQ(round.lngOpenCount(), 1) << "nothing was answered by that";
+    EXPECT_EQ(round.lngOpenCount(), 1) << "that does not count as an answer";
     round.Toggle(2);
     round.Toggle(5);
     EXPECT_EQ(round.ShownCount(), 3);
     EXPECT_EQ(round.lngOpenCount(), 2);
     round.HideAll();
-    EXPECT_EQ(Open(round), u"x-x-x"_s) << "a new round of the hard ones";
+    EXPECT_EQ(Open(round), u"x-x-x"_s) << "a new round of hard blanks";
     round.TakeBack();
     EXPECT_EQ(Open(round), u"xxx--"_s);
     EXPECT_EQ(round.lngOpenCount(), 2);
@@ -44,7 +44,7 @@ TEST(StudyRound, OnlyHardStudied_HidesOnlyHardBlanks)
     round.TakeBack();
     EXPECT_TRUE(round.IsOnlyHard());
     round.ToggleHard(2);
-    EXPECT_EQ(Open(round), u"x-x-x"_s) << "a mark shows and hides nothing";
+    EXPECT_EQ(Open(round), u"x-x-x"_s) << "marking neither shows nor hides anything";
     round.ToggleHard(3);
     EXPECT_EQ(Open(round), u"x-x-x"_s);
     EXPECT_EQ(round.ShownCount(), 3);
@@ -52,7 +52,7 @@ TEST(StudyRound, OnlyHardStudied_HidesOnlyHardBlanks)
     EXPECT_EQ(Open(round), u"xx--x"_s);
     round.ToggleHard(3);
     round.ToggleHard(4);
-    EXPECT_FALSE(round.IsOnlyHard()) << "nothing is hard any more";
+    EXPECT_FALSE(round.IsOnlyHard()) << "no hard blanks are left";
     round.HideAll();
     EXPECT_EQ(Open(round), u"-----"_s);
 }
@@ -63,7 +63,7 @@ TEST(StudyRound, HidingUndone_OnlyLastOneUntilNextAnswer)
     round.Load(3);
     EXPECT_FALSE(round.CanTakeBack());
     round.HideAll();
-    EXPECT_FALSE(round.CanTakeBack()) << "nothing was hidden";
+    EXPECT_FALSE(round.CanTakeBack()) << "there was nothing to hide";
     round.Toggle(1);
     round.HideAll();
     round.HideAll();
@@ -80,7 +80,7 @@ TEST(StudyRound, HidingUndone_OnlyLastOneUntilNextAnswer)
     EXPECT_EQ(round.lngOpenCount(), 5);
     round.Toggle(2);
     round.ToggleLine(BlankRange(1, 4));
-    EXPECT_EQ(round.lngOpenCount(), 6) << "only what was hidden counts";
+    EXPECT_EQ(round.lngOpenCount(), 6) << "only hidden answers count";
     round.ToggleLine(BlankRange(1, 4));
     EXPECT_EQ(Open(round), u"---"_s);
 }
@@ -91,7 +91,7 @@ TEST(StudyRound, ReloadWhileOnlyHardStudied_KeepsShownAnswers)
     round.Load(3, {2});
     round.StudyOnlyHard(true);
     round.Reload(4, {3});
-    EXPECT_EQ(Open(round), u"xx-x"_s) << "what is hard decides";
+    EXPECT_EQ(Open(round), u"xx-x"_s) << "the new marks decide";
     EXPECT_TRUE(round.IsHard(3) && round.IsOnlyHard());
     round.Toggle(3);
     round.Reload(4, {3, 4});
@@ -100,13 +100,13 @@ TEST(StudyRound, ReloadWhileOnlyHardStudied_KeepsShownAnswers)
     round.ToggleLine(BlankRange(1, 5));
     EXPECT_EQ(Open(round), u"xxxx"_s);
     round.ToggleLine(BlankRange(1, 5));
-    EXPECT_EQ(Open(round), u"xx--"_s) << "only the hard ones of a line are hidden again";
+    EXPECT_EQ(Open(round), u"xx--"_s) << "only the hard blanks of a line are hidden again";
     round.Toggle(4);
     round.HideAll();
     round.ToggleHard(4);
     round.ToggleHard(1);
     EXPECT_EQ(Open(round), u"xx--"_s);
     round.TakeBack();
-    EXPECT_EQ(Open(round), u"xx-x"_s) << "marks that were set in between change nothing of it";
+    EXPECT_EQ(Open(round), u"xx-x"_s) << "marks changed in between do not affect it";
     EXPECT_EQ(round.ShownCount(), 3);
 }

@@ -19,28 +19,28 @@
 TEST(PageColours, BothPalettes_ReachMinimumContrast)
 {
     EXPECT_NEAR(Contrast(Qt::black, Qt::white), 21, 0.001);
-    EXPECT_NEAR(Contrast(Qt::white, QColor(0x77, 0x77, 0x77)), 4.478, 0.001) << "the grey that just misses the mark";
+    EXPECT_NEAR(Contrast(Qt::white, QColor(0x77, 0x77, 0x77)), 4.478, 0.001) << "a grey just below the minimum";
     for (const PageColours *const colours : {&LightPage, &DarkPage}) {
         const PageColours &page = *colours;
         const Rows<const char *, QColor, QColor, double> rows = {
             {"text", page.text, page.background, TextContrast},
-            {"text in a place that was found", page.text, page.found, TextContrast},
+            {"text in a hit", page.text, page.found, TextContrast},
             {"line number", page.number, page.background, TextContrast},
             {"marked line number", page.markedNumber, page.lineMark, TextContrast},
             {"hidden answer", page.hiddenBox, page.background, ShapeContrast},
-            {"hidden answer in a place that was found", page.hiddenBox, page.found, ShapeContrast},
+            {"hidden answer in a hit", page.hiddenBox, page.found, ShapeContrast},
             {"shown answer", page.shownBox, page.background, ShapeContrast},
             {"edge of the numbers", page.stripEdge, page.background, ShapeContrast},
             {"mark of a line", page.lineMark, page.background, ShapeContrast},
-            {"mark of a place that was found", page.found, page.background, ShapeContrast},
+            {"mark of a hit", page.found, page.background, ShapeContrast},
             {"edge of the page", page.frame, page.background, ShapeContrast},
             {"edge with the focus", page.focus, page.background, ShapeContrast},
-            {"ring around the current place", page.current, page.background, ShapeContrast},
+            {"ring around the current target", page.current, page.background, ShapeContrast},
             {"corner of a hard blank", page.hard, page.background, ShapeContrast},
             {"hint", page.hint, page.background, TextContrast},
         };
-        for (const auto &[name, colour, background, least] : rows)
-            EXPECT_GE(Contrast(colour, background), least) << name << (colours == &DarkPage ? " dark" : " light");
+        for (const auto &[name, colour, background, minimum] : rows)
+            EXPECT_GE(Contrast(colour, background), minimum) << name << (colours == &DarkPage ? " dark" : " light");
     }
 }
 
@@ -74,14 +74,15 @@ TEST(Contrast, EveryDesktop_ReachesMinimum)
         EXPECT_GE(Contrast(Dimmed(text, background), background), TextContrast) << name;
         EXPECT_NE(Dimmed(text, background), text) << name;
     }
-    EXPECT_EQ(WithContrast(Qt::blue, Qt::white, Qt::black, ShapeContrast), QColor(Qt::blue)) << "far enough as it is";
+    EXPECT_EQ(WithContrast(Qt::blue, Qt::white, Qt::black, ShapeContrast), QColor(Qt::blue))
+        << "its contrast is already sufficient";
 }
 
 TEST(OutlinedStyle, EveryDesktop_EmptyControlsAreVisible)
 {
     const QString before = QApplication::style()->name();
     const auto restore = qScopeGuard([&before] { QApplication::setStyle(before); });
-    QApplication::setStyle(QStringLiteral("fusion")); // which it is not on Windows
+    QApplication::setStyle(QStringLiteral("fusion")); // not the default on Windows
     OutlinedStyle::Install();
     QCheckBox check;
     QRadioButton radio;

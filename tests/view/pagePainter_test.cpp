@@ -20,7 +20,7 @@ QFont FontFor(const PageLayout &layout)
     return font;
 }
 
-/// A page and its picture, which is painted bit by bit as that of the text area is.
+/// A page and its image, painted incrementally like the text area.
 class PaintedPage
 {
   public:
@@ -50,13 +50,13 @@ class PaintedPage
         Paint(&m_image, AreaOfLineNumbers(Layout));
     }
 
-    const QImage &BitByBit() const
+    const QImage &Incremental() const
     {
         return m_image;
     }
 
-    /// The same painted anew.
-    QImage AsAWhole()
+    /// The same page painted from scratch.
+    QImage FromScratch()
     {
         QImage image = m_image;
         image.fill(Qt::red);
@@ -66,7 +66,7 @@ class PaintedPage
 
     void RepaintAll()
     {
-        m_image = AsAWhole();
+        m_image = FromScratch();
     }
 
     static constexpr PageLayout Layout{
@@ -91,28 +91,28 @@ class PaintedPage
 
 constexpr double Scales[] = {1, 1.25, 1.5, 2};
 
-/// The page at 300 %, moved sideways so far that a box begins out of view.
+/// The page at 300 %, scrolled sideways so far that a box begins out of view.
 constexpr PageLayout Large{
     .cellWidthPx = 24, .linePitchPx = 60, .widthPx = 400, .heightPx = 205, .leftCell = 3, .hasLineNumbers = true};
 
 void ExpectNoPixelBehind(const PageColours &colours, const PageLayout &layout, double scale)
 {
-    // With an answer that makes a picture's name of what is around it.
+    // Includes an answer inside a picture reference, so that toggling it changes the reference too.
     PaintedPage page(QStringList({u"[漢字 Wij] text [二つ目]"_s}) + QStringList(9, u"[次の行][b] ｢[x]図｣"_s), scale, 1,
                      colours, layout);
-    const QImage hidden = page.BitByBit();
+    const QImage hidden = page.Incremental();
     page.Toggle(1);
-    EXPECT_NE(page.BitByBit(), hidden);
+    EXPECT_NE(page.Incremental(), hidden);
     page.Toggle(1);
-    EXPECT_EQ(page.BitByBit(), hidden) << scale;
+    EXPECT_EQ(page.Incremental(), hidden) << scale;
     for (int blank = 1; blank <= page.text.Blanks().Count(); ++blank) {
         page.Toggle(blank);
-        EXPECT_EQ(page.BitByBit(), page.AsAWhole())
-            << "blank " << blank << " painted alone looks as painted with all others at " << scale;
+        EXPECT_EQ(page.Incremental(), page.FromScratch())
+            << "blank " << blank << " looks different when painted alone, scale " << scale;
     }
     for (int blank = 1; blank <= page.text.Blanks().Count(); ++blank)
         page.Toggle(blank);
-    EXPECT_EQ(page.BitByBit(), hidden) << scale;
+    EXPECT_EQ(page.Incremental(), hidden) << scale;
 }
 
 } // namespace
@@ -131,12 +131,13 @@ TEST(PagePainter, BlankBesideFrame_RepaintLeavesFrameIntact)
         PaintedPage page(QStringList(10, u"[次の行] ｢図｣ [b]"_s), scale);
         for (const TextSpan &current : {TextSpan{2, 1, 5}, TextSpan{2, 7, 3}, TextSpan{2, 11, 3}}) {
             page.page.current = current;
-            const QImage before = page.BitByBit();
+            const QImage before = page.Incremental();
             page.RepaintAll();
-            EXPECT_NE(page.BitByBit(), before) << "the frame shows";
+            EXPECT_NE(page.Incremental(), before) << "the frame is visible";
             for (int blank = 1; blank <= 6; ++blank) {
                 page.Toggle(blank);
-                EXPECT_EQ(page.BitByBit(), page.AsAWhole()) << current.column << " blank " << blank << " at " << scale;
+                EXPECT_EQ(page.Incremental(), page.FromScratch())
+                    << current.column << " blank " << blank << " at " << scale;
             }
         }
     }
@@ -146,20 +147,20 @@ TEST(PagePainter, LongLineNumber_IsMarkedAndNarrowed)
 {
     for (const double scale : Scales) {
         PaintedPage page(QStringList(10'020, u"[a] x"_s), scale, 10'000);
-        const QImage before = page.BitByBit();
+        const QImage before = page.Incremental();
         page.Mark(10'002);
-        EXPECT_EQ(page.BitByBit(), page.AsAWhole()) << scale;
+        EXPECT_EQ(page.Incremental(), page.FromScratch()) << scale;
         const auto row = [scale](const QImage &image, int n) {
             return image.copy(
                 QRectF(QPointF(0, PaintedPage::Layout.RowTopPx(n)) * scale,
                        QSizeF(PaintedPage::Layout.NumberStripPx(), PaintedPage::Layout.linePitchPx) * scale)
                     .toRect());
         };
-        EXPECT_NE(row(page.BitByBit(), 3), row(before, 3)) << "the mark shows";
-        EXPECT_EQ(row(page.BitByBit(), 4), row(before, 4));
+        EXPECT_NE(row(page.Incremental(), 3), row(before, 3)) << "the mark is visible";
+        EXPECT_EQ(row(page.Incremental(), 4), row(before, 4));
         for (int y = int(100 * scale); y < int(200 * scale); ++y)
             for (int x = int(std::ceil(2 * scale)); x < int(4 * scale); ++x)
-                ASSERT_EQ(page.BitByBit().pixel(x, y), QColor(Qt::white).rgb()) << "no figure is cut off";
+                ASSERT_EQ(page.Incremental().pixel(x, y), QColor(Qt::white).rgb()) << "no digit is cut off";
     }
 }
 
@@ -169,11 +170,11 @@ TEST(PagePainter, PartialRow_IsNotPainted)
     layout.heightPx = layout.RowTopPx(3) + 15;
     PaintedPage page(QStringList(10, u"[x] text"_s), 1, 1, LightPage, layout);
     const QRect belowTheSecondRow(2, layout.RowTopPx(3), 396, 13);
-    QImage blank = page.BitByBit().copy(belowTheSecondRow);
+    QImage blank = page.Incremental().copy(belowTheSecondRow);
     blank.fill(Qt::white);
     for (int y = 0; y < blank.height(); ++y)
         blank.setPixelColor(layout.NumberStripPx() - 2, y, LightPage.stripEdge);
-    EXPECT_EQ(page.BitByBit().copy(belowTheSecondRow), blank);
+    EXPECT_EQ(page.Incremental().copy(belowTheSecondRow), blank);
 }
 
 TEST(PagePainter, HitInHiddenAnswer_MarksWholeBox)
@@ -182,14 +183,14 @@ TEST(PagePainter, HitInHiddenAnswer_MarksWholeBox)
     page.page.found = {2, 6, 6};
     page.RepaintAll();
     const auto pixel = [&page](int cell) {
-        return page.BitByBit().pixel(PaintedPage::Layout.TextLeftPx() + cell * 8 + 3,
-                                     PaintedPage::Layout.RowTopPx(2) + 9);
+        return page.Incremental().pixel(PaintedPage::Layout.TextLeftPx() + cell * 8 + 3,
+                                        PaintedPage::Layout.RowTopPx(2) + 9);
     };
     const QRgb mark = pixel(0);
     EXPECT_NE(mark, QColor(Qt::white).rgb());
     for (int cell = 0; cell < 12; ++cell)
-        EXPECT_EQ(pixel(cell), mark) << "nothing of the answer can be told from the mark";
+        EXPECT_EQ(pixel(cell), mark) << "the mark reveals nothing of the answer";
     page.round.Toggle(1);
     page.RepaintAll();
-    EXPECT_NE(pixel(0), mark) << "in a shown answer the place itself";
+    EXPECT_NE(pixel(0), mark) << "in a shown answer only the hit is marked";
 }

@@ -31,13 +31,13 @@ StudyRound Round(int blanks, int shown)
     return round;
 }
 
-/// A page of so many rows.
+/// A page with the given number of rows.
 PageInView Page(int topLine, int rows, int lines)
 {
     return PageAt(topLine, lines, {.linePitchPx = 20, .heightPx = PageLayout::TopMarginPx + 20 * rows});
 }
 
-// Ten pixels a cell, rows of twenty pixels, with line numbers: text begins at 60.
+// Cells of ten pixels, rows of twenty, with line numbers: the text begins at 60.
 const PageLayout Layout{.cellWidthPx = 10, .linePitchPx = 20, .widthPx = 400, .heightPx = 205, .hasLineNumbers = true};
 
 } // namespace
@@ -65,11 +65,11 @@ TEST(StudyRound, Reload_KeepsBlanksByNumber)
 TEST(Enter, HiddenAnswerInView_IsRevealed)
 {
     const DisplayText text = Text({u"[1] [2]"_s, u"-"_s, u"[3]"_s, u"-"_s, u"[4]"_s});
-    // How many answers are shown, top line and rows of the page, then what Enter does and with which blank.
+    // Answers shown, top line and rows of the page; then the action of Enter and its blank.
     const Rows<const char *, int, int, int, EnterAction, int> rows = {
         {"first of the page", 0, 1, 3, EnterAction::Reveal, 1},
         {"next on the same line", 1, 1, 3, EnterAction::Reveal, 2},
-        {"lines without blanks are passed over", 2, 2, 2, EnterAction::Reveal, 3},
+        {"lines without blanks are skipped", 2, 2, 2, EnterAction::Reveal, 3},
         {"blanks above the page do not count", 0, 3, 2, EnterAction::Reveal, 3},
         {"blanks below the page do not count", 2, 1, 2, EnterAction::TurnPage, 0},
         {"no blank in view", 0, 4, 1, EnterAction::TurnPage, 0},
@@ -99,7 +99,7 @@ TEST(Enter, EndOfTwentyBlanks_Asks)
 
 TEST(TurnPage, AnyPage_AdvancesOrBeginsNewRound)
 {
-    // Blanks, how many of them are shown and the page, then the new top line and whether blank 1 is hidden.
+    // Blanks, answers shown and the page; then the new top line and whether blank 1 is hidden.
     const Rows<const char *, int, int, PageInView, int, bool> rows = {
         {"one line of overlap", 5, 1, Page(1, 10, 40), 10, false},
         {"last page, last blank hidden", 5, 4, Page(38, 10, 40), 40, false},
@@ -127,7 +127,7 @@ TEST(HitTest, Click_HitsOnlyStrictlyInsideBox)
 {
     const DisplayText text = Text({u"-"_s, u"[a][bb] [c]"_s, u"[d]"_s}); // boxes at cells 0-3, 3-7, 8-11
     ASSERT_EQ(Layout.TextLeftPx(), 60);
-    // X and Y of the click, the top line and the blank that is hit.
+    // x and y of the click and the top line; then the blank hit.
     const Rows<const char *, int, int, int, int> rows = {
         {"inside", 75, 30, 1, 1},
         {"left edge", 60, 30, 1, 0},
@@ -157,7 +157,7 @@ TEST(PageLayout, AnySize_HoldsWholeRowsAndNumberStrip)
 {
     EXPECT_EQ(Layout.RowsPerPage(), 10);
     EXPECT_EQ((PageLayout{.linePitchPx = 20, .heightPx = 204}).RowsPerPage(), 9);
-    EXPECT_EQ((PageLayout{.linePitchPx = 20, .heightPx = 3}).RowsPerPage(), 1) << "a window too low for a row";
+    EXPECT_EQ((PageLayout{.linePitchPx = 20, .heightPx = 3}).RowsPerPage(), 1) << "too low for a row";
     EXPECT_EQ((PageLayout{.linePitchPx = 20, .heightPx = 3}).LargeChange(), 1);
     EXPECT_TRUE(Layout.IsInNumberStrip(50));
     EXPECT_FALSE(Layout.IsInNumberStrip(51));
@@ -169,12 +169,12 @@ TEST(PageLayout, AnySize_HoldsWholeRowsAndNumberStrip)
 
 TEST(PageAt, FullPage_ScrollsUntilLastLineIsOnTop)
 {
-    // Top line, rows and lines, then the top line, the last line in view, the maximum and whether the page scrolls.
+    // Requested top line, rows and lines; then top line, last line in view, maximum and whether the page scrolls.
     const Rows<const char *, int, int, int, int, int, int, bool> rows = {
         {"one line too few", 1, 10, 9, 1, 9, 1, false},
         {"as many lines as rows", 1, 10, 10, 1, 10, 10, true},
         {"the last line at the top", 10, 10, 10, 10, 10, 10, true},
-        {"a top line that is gone", 40, 10, 12, 12, 12, 12, true},
+        {"a top line past the end", 40, 10, 12, 12, 12, 12, true},
         {"in the middle", 7, 10, 40, 7, 16, 40, true},
         {"no text", 3, 10, 0, 1, 0, 1, false},
         {"no text and one row", 1, 1, 0, 1, 0, 1, false},
@@ -192,7 +192,7 @@ TEST(PageAt, FullPage_ScrollsUntilLastLineIsOnTop)
 
 TEST(PageAt, AnyFile_CountsPagesThatEnterTurns)
 {
-    // Top line, rows and lines, then the page, how many there are and the top line of the last full one.
+    // Top line, rows and lines; then page number, page count and top line of the last full page.
     const Rows<int, int, int, int, int, int> rows = {
         {1, 10, 9, 1, 1, 1},    {1, 10, 10, 1, 1, 1},  {10, 10, 10, 1, 1, 1},  {1, 10, 11, 1, 2, 2},
         {10, 10, 11, 2, 2, 2},  {1, 10, 19, 1, 2, 10}, {10, 10, 40, 2, 5, 31}, {40, 10, 40, 5, 5, 31},
@@ -208,8 +208,8 @@ TEST(PageAt, AnyFile_CountsPagesThatEnterTurns)
 
 TEST(ScrollBarsFor, OneBarTakesSpace_OtherMayBecomeNecessary)
 {
-    // Lines, cells of the longest one, and the bars. Without bars 20 cells and 10 rows are in view; a bar takes a cell
-    // or a row.
+    // Lines and cells of the longest line; then the bars. Without bars, 20 cells and 10 rows are in view; a bar takes a
+    // cell or a row.
     const PageLayout whole{.cellWidthPx = 10, .linePitchPx = 20, .widthPx = 210, .heightPx = 205};
     const Rows<int, int, NeededScrollBars> rows = {
         {9, 20, {}}, {10, 19, {true, false}}, {10, 20, {true, true}}, {8, 21, {false, true}}, {9, 21, {true, true}},
@@ -241,11 +241,11 @@ TEST(RandomPage, HiddenAnswersElsewhere_DrawsAnotherPageWithOne)
         ++drawn[RandomPage(round, text, Page(1, 11, 100'000), &random)];
     EXPECT_EQ(drawn.keys(), QList<int>({49'991, 99'991}));
     round = Round(4, 3);
-    EXPECT_EQ(RandomPage(round, text, Page(99'995, 11, 100'000), &random), 99'995) << "nothing is left elsewhere";
+    EXPECT_EQ(RandomPage(round, text, Page(99'995, 11, 100'000), &random), 99'995) << "nothing is hidden elsewhere";
     EXPECT_EQ(RandomPage(Round(4, 4), text, Page(1, 11, 100'000), &random), 0);
     EXPECT_EQ(RandomPage(Round(0, 0), DisplayText(), Page(1, 11, 0), &random), 0);
 
-    // Too few are left to be drawn, so the next one is looked for.
+    // Too few are left to be found by chance, so the next one is searched for.
     const DisplayText many = Text(QStringList(100'000, u"[x]"_s));
     round = Round(100'000, 100'000);
     round.Toggle(12'345);
@@ -256,8 +256,7 @@ TEST(ClickTarget, Keys_VisitTargetsInReadingOrder)
 {
     const DisplayText text = Text({u"above [x]"_s, u"[a] ｢図｣ [b｢c｣]"_s, u"none ｢｣"_s, u"｢x.y｣｢[漢]｣"_s, u"[below]"_s});
     const std::vector<TextSpan> targets = {{2, 1, 3}, {2, 5, 3}, {2, 9, 6}, {4, 7, 3}};
-    EXPECT_EQ(TargetsInView(text, Page(2, 3, 5), false), targets)
-        << "neither what is hidden nor what is no picture's name";
+    EXPECT_EQ(TargetsInView(text, Page(2, 3, 5), false), targets) << "neither hidden text nor invalid picture names";
     const std::vector<TextSpan> words = {{3, 1, 4}, {4, 2, 1}, {4, 4, 1}, {4, 7, 3}};
     EXPECT_EQ(TargetsInView(text, Page(3, 2, 5), true), words);
 }
@@ -272,8 +271,8 @@ TEST(ClickTarget, EachSpan_YieldsItsTarget)
         {"a picture, and no blank", {1, 13, 3}, {.picture = u"図"_s}},
         {"a word in a reference", {1, 14, 1}, {.word = u"図"_s, .picture = u"図"_s}},
         {"an answer with a picture", {1, 16, 5}, {.blank = 2}},
-        {"a reference within another", {2, 3, 3}, {.picture = u"b"_s}},
-        {"no reference while an answer shows in it", {2, 8, 6}, {}},
+        {"a nested reference", {2, 3, 3}, {.picture = u"b"_s}},
+        {"no reference while an answer in it is shown", {2, 8, 6}, {}},
     };
     for (const auto &[name, span, target] : rows)
         EXPECT_EQ(TargetOf(text, round, span), target) << name;
@@ -294,9 +293,9 @@ TEST(SpokenPage, HiddenAnswers_AreReplacedAndOffsetsAgree)
     EXPECT_EQ(SpokenPage(DisplayText(), StudyRound(), Page(1, 9, 0)), QString());
     EXPECT_EQ(SpokenOffset(text, round, 2, 2, 5), 6) << "the first character of a shown answer";
     EXPECT_EQ(SpokenOffset(text, round, 1, 3, 1), 5 + 1 + 10 + 1 + 1);
-    EXPECT_EQ(SpokenOffset(text, round, 4, 4, 7), 5) << "a word behind a hidden answer of four letters";
+    EXPECT_EQ(SpokenOffset(text, round, 4, 4, 7), 5) << "a word after a hidden answer of four letters";
 
-    // A magnifier goes from a place on the page to an offset and back.
+    // A screen magnifier converts positions on the page to offsets and back.
     const PageInView page = Page(1, 2, 4);
     const QString spoken = SpokenPage(text, round, page);
     for (int offset = 0; offset < spoken.size(); ++offset) {
@@ -314,7 +313,7 @@ TEST(SpokenPage, HiddenAnswers_AreReplacedAndOffsetsAgree)
     EXPECT_EQ(SpanSpokenAt(text, round, page, 8), TextSpan(2, 2, 1));
     EXPECT_EQ(AreaSpokenAt(text, round, page, Layout, 8), QRect(70, 25, 10, 20));
     EXPECT_EQ(SpanSpokenAt(text, round, page, int(spoken.size()) + 1), TextSpan());
-    EXPECT_EQ(OffsetSpokenAt(text, round, page, Layout, 30, 30), -1) << "the numbers";
+    EXPECT_EQ(OffsetSpokenAt(text, round, page, Layout, 30, 30), -1) << "in the line numbers";
     EXPECT_EQ(OffsetSpokenAt(text, round, page, Layout, 65, 50), -1) << "below the last line";
 }
 
@@ -338,7 +337,7 @@ TEST(StudySession, FileRefused_LeavesRowAndNothingOpen)
     folder.WriteStudyFile(u"good.txt"_s, {u"[a]"_s, u"[b"_s});
     EXPECT_FALSE(session.ReadAgain(&message, &errorLine));
     EXPECT_EQ(errorLine, 2);
-    EXPECT_TRUE(session.Round().AllShown() && session.ClockTick()) << "all is as before";
+    EXPECT_TRUE(session.Round().AllShown() && session.ClockTick()) << "nothing has changed";
     EXPECT_TRUE(session.Complete(1).isEmpty());
 
     services.now = services.now.addSecs(60);
@@ -358,7 +357,7 @@ TEST(ClockTick, EveryTick_ShowsStepsOfTenSeconds)
         const auto time = ClockTick(start, start.addSecs(seconds)).value_or(ElapsedTime{-1, -1});
         return std::pair(time.minutes, time.seconds);
     };
-    // Seconds since the start, then minutes and seconds shown, -1 where nothing changes.
+    // Seconds since the start; then minutes and seconds shown, -1 if nothing changes.
     const Rows<int, int, int> rows = {{0, 0, 0},   {9, -1, -1},  {10, 0, 10},    {60, 1, 0},
                                       {70, 1, 10}, {75, -1, -1}, {7200, 120, 0}, {-10, -1, -1}};
     for (const auto &[seconds, minutesShown, secondsShown] : rows)
@@ -374,14 +373,14 @@ TEST(ClickTarget, AnyClick_NeverYieldsHiddenText)
         Text({u"don't stop [hidden] now"_s, u"[shown]漢字かなカナー12"_s, u"人々 ｢図｣ ｢[x]y｣ [｢z｣]"_s});
     StudyRound round = Round(4, 0);
     round.Toggle(2);
-    // Cell and line, then what is there.
+    // Cell and line; then the target.
     const Rows<int, int, ClickTarget> rows = {
         {2, 1, {.word = u"don't"_s}},
         {8, 1, {.word = u"stop"_s}},
         {5, 1, {}}, // between words
         {14, 1, {.blank = 1}},
         {20, 1, {.word = u"now"_s}},
-        {40, 1, {}}, // behind the line's end
+        {40, 1, {}}, // past the end of the line
         {3, 2, {.blank = 2}},
         {8, 2, {.word = u"漢字"_s}},
         {12, 2, {.word = u"かな"_s}},
@@ -395,7 +394,7 @@ TEST(ClickTarget, AnyClick_NeverYieldsHiddenText)
         {19, 3, {.blank = 4}},
         {3, 4, {}}, // below the last line
         {-3, 2, {.numberedLine = 2}},
-        {-3, 4, {.numberedLine = 4}}, // the strip goes on below the last line
+        {-3, 4, {.numberedLine = 4}}, // the strip continues below the last line
     };
     for (const auto &[cell, line, target] : rows)
         EXPECT_EQ(TargetAt(text, round, Layout.TextLeftPx() + cell * 10 + 5, Layout.RowTopPx(line) + 8, 1, Layout),
@@ -406,9 +405,11 @@ TEST(ClickTarget, AnyClick_NeverYieldsHiddenText)
     cut.heightPx = Layout.RowTopPx(2) + 10;
     cut.leftCell = 8;
     EXPECT_EQ(TargetAt(text, round, 65, Layout.RowTopPx(2) + 3, 1, cut), ClickTarget()) << "a row that is cut off";
-    EXPECT_EQ(TargetAt(text, round, 65, Layout.RowTopPx(1) + 3, 1, cut).word, u"stop"_s) << "counts from the left cell";
-    EXPECT_EQ(TargetAt(text, round, 20, 3, 1, Layout).numberedLine, 1) << "which belongs to the first row's number";
+    EXPECT_EQ(TargetAt(text, round, 65, Layout.RowTopPx(1) + 3, 1, cut).word, u"stop"_s)
+        << "counted from the first cell in view";
+    EXPECT_EQ(TargetAt(text, round, 20, 3, 1, Layout).numberedLine, 1)
+        << "the top margin belongs to the first row's number";
     round.Toggle(3);
     EXPECT_EQ(TargetAt(text, round, Layout.TextLeftPx() + 145, 45, 1, Layout), (ClickTarget{.word = u"y"_s}))
-        << "with an answer in it, it is no picture's name";
+        << "a name with an answer in it is not a picture name";
 }
