@@ -1,4 +1,4 @@
-// Which folder may include which: the arrows between the rooms run one way only.
+// Which source folder may include which: dependencies between the rooms run one way only.
 #include <QDir>
 #include <QDirIterator>
 #include <QMap>
@@ -10,7 +10,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-// Each room with the rooms it may include beside itself.
+// Each room with the rooms it may include besides itself.
 const QMap<QString, QString> Rooms = {
     {u"base"_s, QString()},
     {u"platform"_s, u"base"_s},
@@ -62,7 +62,7 @@ TEST(Rooms, EveryInclude_IsAllowedAndLogicUsesNoWidgets)
             EXPECT_FALSE(isLogic && isWindow) << path.toStdString() << " " << header.toStdString();
         }
         EXPECT_TRUE(room == u"platform" || !systemTest.match(text).hasMatch())
-            << path.toStdString() << " asks which system it is on";
+            << path.toStdString() << " depends on the operating system";
     }
     EXPECT_GT(includes, 100) << "the sources were not found";
 }
