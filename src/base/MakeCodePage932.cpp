@@ -1,7 +1,6 @@
-// Writes the table of code page 932 as the system's converter knows it into the file that its argument names, for the
-// build: one line {code, character} for each code, a pair of bytes as lead * 256 + trail. Some characters have several
-// codes; the one that the converter itself writes comes last, so that whoever enters the lines in this order is left
-// with it.
+// Build-time generator: writes the system converter's table of code page 932 to the file named by its argument, one
+// line {code, character} per code; a two-byte code is lead * 256 + trail. Some characters have several codes. The one
+// that the converter itself writes comes last, so entering the lines in order leaves that one in place.
 #include <cstdio>
 #include <iconv.h>
 #include <vector>
@@ -10,7 +9,7 @@ namespace {
 
 const iconv_t NoConverter = reinterpret_cast<iconv_t>(-1);
 
-/// @return bytes written to output, 0 when the converter refuses the input
+/// @return bytes written to output; 0 if the converter rejects the input
 size_t Convert(iconv_t converter, std::vector<unsigned char> input, unsigned char *output, size_t outputBytes)
 {
     auto *in = reinterpret_cast<char *>(input.data());
@@ -23,7 +22,7 @@ size_t Convert(iconv_t converter, std::vector<unsigned char> input, unsigned cha
     return 0;
 }
 
-// The bytes that some converters give a private meaning and others refuse.
+// Bytes that some converters map to private characters and others reject.
 bool IsUnassignedSingle(unsigned byte)
 {
     return byte == 0x80 || byte == 0xA0 || byte >= 0xFD;
@@ -76,7 +75,7 @@ int main(int argc, char *argv[])
     const iconv_t decoder = iconv_open("UTF-16BE", "CP932");
     const iconv_t encoder = iconv_open("CP932", "UTF-16BE");
     if (decoder == NoConverter || encoder == NoConverter) {
-        std::fputs("the system has no converter of code page 932\n", stderr);
+        std::fputs("iconv does not support code page 932\n", stderr);
         return 1;
     }
     PrintLines(decoder, encoder, false);

@@ -4,7 +4,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-/// Some digits of a text as a number, -1 when one of them is no digit.
+/// The number at a place in a text; -1 unless it consists of digits only.
 int NumberAt(QStringView text, qsizetype at, qsizetype length)
 {
     int number = 0;
@@ -38,7 +38,8 @@ QDate DateFromText(QStringView text)
     if (text.size() != 10 || text[4] != u'/' || text[7] != u'/')
         return QDate();
     const int year = NumberAt(text, 0, 4);
-    return year < 0 ? QDate() : QDate(year, NumberAt(text, 5, 2), NumberAt(text, 8, 2)); // -1 would be a year, 1 BC
+    // QDate accepts -1 as a year (1 BC).
+    return year < 0 ? QDate() : QDate(year, NumberAt(text, 5, 2), NumberAt(text, 8, 2));
 }
 
 QTime TimeFromText(QStringView text)
@@ -50,6 +51,6 @@ QTime TimeFromText(QStringView text)
 
 QString DateWithWeekday(const QDate &date)
 {
-    const QStringView weekdays = u"月火水木金土日"; // QDate counts from Monday, 1
+    const QStringView weekdays = u"月火水木金土日"; // QDate: Monday is 1
     return DateText(date) + u'(' + weekdays[date.dayOfWeek() - 1] + u')';
 }

@@ -23,7 +23,7 @@ bool IsRegularOrMissing(const QString &path, QString *error)
 bool ReadWholeFile(const QString &path, QByteArray *bytes, QString *error)
 {
     QFile file(path);
-    bytes->resize(0); // keeps the capacity that a caller may have reserved
+    bytes->resize(0); // unlike clear(), keeps the capacity that the caller may have reserved
     error->clear();
     if (!IsRegularOrMissing(path, error))
         return false;
@@ -35,7 +35,7 @@ bool ReadWholeFile(const QString &path, QByteArray *bytes, QString *error)
         *error = u"ファイルが大きすぎます。"_s;
         return false;
     }
-    // The size is only what the file had a moment ago, and 0 for some files of the system that are not empty.
+    // The size is only a hint: the file may be growing, and some system files report 0 although they are not empty.
     bytes->resize(file.size());
     qsizetype done = 0;
     for (qint64 taken = 1; taken > 0 && done < bytes->size(); done += qMax(taken, qint64(0)))

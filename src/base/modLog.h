@@ -1,5 +1,5 @@
-// What the program says about itself: the run log, a small text file beside the executable that is started afresh at
-// every start, and the trace sink, to which every event handler passes its name and which discards it.
+// Run log and trace. The run log is a small text file beside the executable, started anew on every run. The trace gets
+// the name of every event handler that is entered, and discards it.
 #pragma once
 
 #include <QDateTime>
@@ -8,22 +8,22 @@
 
 #include <functional>
 
-/// Run log. Code page 932, lines ended by CR LF: line 1 the executable with its version, line 2 the date, then entries
-/// of time, one blank and a message, which may itself span lines. The file is open only while it is written, so it is
-/// complete on the disk even if the process ends at the next step.
+/// Run log, in code page 932 with CR LF line endings. Line 1 is the executable with its version, line 2 the date; then
+/// entries of time, one space and a message, which may span several lines. The file is open only during a write, so
+/// every entry survives a crash of the process.
 class RunLog
 {
   public:
     /// @param baseName  the executable's name without folder and extension; the log is <baseName>_log.txt
-    /// @param now  tells the present moment in local time
+    /// @param now  returns the current local time
     RunLog(const QString &applicationFolder, const QString &baseName, const std::function<QDateTime()> &now);
 
     /// Creates or truncates the log and writes its two header lines.
-    /// @return false when the file cannot be written; error then holds the system's reason
+    /// @return false if the file cannot be written; error then holds the system's reason
     bool WriteYmdLogStart(QString *error) const;
 
-    /// Appends one entry with the present time.
-    /// @return false when the file cannot be written; error then holds the system's reason
+    /// Appends an entry with the current time.
+    /// @return false if the file cannot be written; error then holds the system's reason
     bool WriteLog(const QString &message, QString *error) const;
 
     QString Path() const;

@@ -1,10 +1,10 @@
-// Who this program is: its names and its version.
+// The program's name and version.
 #pragma once
 
 #include <QString>
 
-/// Product name: the title of message boxes and the first word of window titles.
+/// Product name, used as the title of message boxes and the first word of window titles.
 QString ProductName();
 
-/// "major.minor.revision", each in plain decimal, e.g. "1.2.35".
+/// "major.minor.revision" in plain decimal, e.g. "1.2.35".
 QString VersionText();
