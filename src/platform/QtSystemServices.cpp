@@ -26,7 +26,7 @@ void QtSystemServices::ShowMessage(const QString &text, const QString &title)
     if (m_isSilent)
         return;
     QMessageBox box(QMessageBox::NoIcon, title, text, QMessageBox::Ok, QApplication::activeWindow());
-    box.setTextFormat(Qt::PlainText); // the text of a study file is no markup
+    box.setTextFormat(Qt::PlainText); // text quoted from a study file must not be taken for markup
     box.setObjectName(QStringLiteral("msgBox"));
     box.exec();
 }

@@ -1,4 +1,4 @@
-// The services of the system that the program runs on.
+// SystemServices of the real program: Qt and the operating system.
 #pragma once
 
 #include "platform/modSound.h"
@@ -8,7 +8,7 @@
 class QtSystemServices : public SystemServices
 {
   public:
-    /// Shows no message any more: there is nobody to see it.
+    /// Suppresses all further messages, for when the display is gone.
     void GoSilent();
 
     void SetApplicationTitle(const QString &title) override;

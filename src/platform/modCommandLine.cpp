@@ -21,7 +21,7 @@ qsizetype NextBlank(const QString &line, qsizetype at)
     return at;
 }
 
-/// Takes the program off the line. @return where its arguments begin
+/// Extracts the program. @return where its arguments begin
 qsizetype TakeProgram(const QString &line, const std::function<bool(const QString &)> &isProgram, QString *program)
 {
     const qsizetype start = SkipBlanks(line, 0);
@@ -43,7 +43,7 @@ qsizetype TakeProgram(const QString &line, const std::function<bool(const QStrin
     return firstCut;
 }
 
-/// Reads one argument. @return the place behind it
+/// Extracts one argument. @return the place after it
 qsizetype TakeArgument(const QString &line, qsizetype at, QString *argument)
 {
     bool quoted = false;

@@ -1,4 +1,4 @@
-// The grammar of a Windows command line, for systems that start a program with a list of arguments.
+// Parses Windows command lines, for systems that start a program with a list of arguments.
 #pragma once
 
 #include <QString>
@@ -8,18 +8,19 @@
 
 struct CommandLine
 {
-    QString program; ///< empty when the line names none
+    QString program; ///< empty if the line names none
     QStringList arguments;
 };
 
-/// Takes a command line apart.
+/// Splits a command line into program and arguments.
 ///
 ///     line    = blanks program { blanks argument }
-///     program = '"' text '"'  |  text without blanks, or with as many of the blanks as it takes to name a program
+///     program = '"' text '"'  |  text up to one of its blanks (see below)
 ///
-/// An unquoted program may hold blanks: the line is cut at its first blank, its second and so on until the part before
-/// the cut is a program, which is how Windows starts "C:\My Tools\ed.exe file". When none is, the first word is taken.
-/// In arguments a backslash stands for itself except before a double quote: 2n of them and a quote give n backslashes
-/// and begin or end a quoted stretch, 2n+1 and a quote give n backslashes and a quote (the rule of Microsoft's C
-/// runtime).
+/// An unquoted program may contain blanks: the line is cut at its first blank, its second and so on until the part
+/// before the cut is a program, which is how Windows starts "C:\My Tools\ed.exe file". If no cut yields one, the first
+/// word is the program.
+/// In arguments a backslash is literal except before a double quote, as in Microsoft's C runtime: 2n backslashes and a
+/// quote give n backslashes and begin or end a quoted section; 2n+1 and a quote give n backslashes and a literal quote.
+/// @param isProgram  whether a text names an existing program
 CommandLine ParseCommandLine(const QString &line, const std::function<bool(const QString &)> &isProgram);

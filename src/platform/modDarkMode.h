@@ -1,5 +1,5 @@
-// The desktop's switch between light and dark, where the toolkit's palette does not follow it.
+// The system's light/dark setting, where Qt's palette does not follow it.
 #pragma once
 
-/// Whether a switch of the system that the palette does not show says dark. Asks the system each time.
+/// Whether the system is set to dark mode and Qt's palette does not reflect that. Queries the system on every call.
 bool IsSystemInDarkMode();

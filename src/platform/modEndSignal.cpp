@@ -5,7 +5,7 @@
 
 namespace {
 
-// What is called at the end of the process can be given nothing.
+// An atexit handler takes no argument.
 EndSignal *g_living = nullptr;
 
 } // namespace

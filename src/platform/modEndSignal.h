@@ -1,5 +1,5 @@
-// The end that does not come from the learner: a logout, a shutdown, a "kill", the loss of the display. Where a window
-// system brings it as a request to close the windows, nothing is left to do here.
+// Termination that does not come from the user: logout, shutdown, a signal, loss of the display. Where the window
+// system delivers it as a request to close the windows, there is nothing to do here.
 #pragma once
 
 #include <QObject>
@@ -11,8 +11,8 @@ class EndSignal : public QObject
     Q_OBJECT
 
   public:
-    /// Takes the system's request from now on; where it is a signal, a second one of the same kind ends the process at
-    /// once, whatever it is at. There is one such object at a time.
+    /// Handles termination requests from now on. Where they are signals, a second one of the same kind, SIGHUP
+    /// excepted, kills the process at once. Only one such object may exist at a time.
     EndSignal();
     ~EndSignal() override;
 
@@ -21,12 +21,12 @@ class EndSignal : public QObject
         return m_wasAsked;
     }
 
-    /// What is still to be done when the process ends while this object lives, without a request: the toolkit ends it
-    /// so when the display is gone. No window may be touched then. An empty function takes it back.
+    /// Sets a callback for a process that exits without a request while this object lives, as Qt does when the display
+    /// is gone. It must not touch any window. An empty function removes it.
     void SetLastWord(const std::function<void()> &lastWord);
 
   Q_SIGNALS:
-    /// In the thread of this object, from its event loop.
+    /// Termination was requested. Emitted once, from the event loop of this object's thread.
     void Asked();
 
   private:

@@ -1,16 +1,16 @@
-// The names of files in a folder, read faster than Qt does, which asks for more than names. On Unix a file may have a
-// name that cannot be shown: bytes that are no text in the encoding of file names, as archives from other systems leave
-// them. Nothing could open it by what Qt makes of its name.
+// Lists the files of a folder, faster than Qt, which queries more than names. On Unix a file name may not be valid text
+// in the encoding of file names, as when an archive comes from another system; such a file cannot be opened by the name
+// that Qt makes of it.
 #pragma once
 
 #include <QStringList>
 
 struct FolderNames
 {
-    QStringList names;  ///< in no order
-    int unshowable = 0; ///< names that are no text, and so are not among those
+    QStringList names;  ///< unordered
+    int unshowable = 0; ///< number of names that are not valid text; these are not in names
 };
 
-/// Lists what lies in a folder, but for folders and what is hidden. A folder that cannot be read holds nothing.
-/// @param ending  only names that end so, in letters of either case; ASCII
+/// Lists everything in a folder except subfolders and hidden entries. A folder that cannot be read counts as empty.
+/// @param ending  ASCII suffix of the names to list, compared case-insensitively
 FolderNames ListFolder(const QString &folder, QLatin1StringView ending);

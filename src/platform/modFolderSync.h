@@ -1,9 +1,9 @@
-// Folders brought to the disk. A file that was made, renamed or removed is so for good, also after a power cut, only
-// when its folder has been synced; the file's own sync brings only what is inside it.
+// Syncs folders to disk. Creating, renaming or removing a file survives a power cut only once its folder is synced;
+// syncing the file itself covers only its contents.
 #pragma once
 
 #include <QString>
 
-/// Waits until the names of a folder are on the disk. Where a file system or the rights do not allow it nothing
-/// happens: what was done to the folder is done, and it cannot be made any safer.
+/// Waits until a folder's entries are on disk. Does nothing where the file system or the permissions do not allow it:
+/// the change itself has been made, and nothing could make it safer.
 void SyncFolder(const QString &folder);

@@ -1,8 +1,8 @@
-// Where a learner gets a font for the page.
+// Tells the user how to install a font for the page.
 #pragma once
 
 #include <QString>
 
-/// What to do on this system when it has no Japanese fixed-pitch font, in Japanese and, as that may not be readable
-/// then, in English.
+/// What to do on this system if it has no Japanese fixed-pitch font: in Japanese and, as that may be unreadable without
+/// a font, also in English.
 QString FontAdvice();

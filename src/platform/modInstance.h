@@ -1,12 +1,12 @@
-// Tells whether the program already runs from an application folder.
+// Detects whether another instance of the program is running from the same application folder.
 #pragma once
 
 #include <QString>
 
 #include <cstdint>
 
-/// Holds the mark of the running instance for as long as it lives. The mark is the system's own and goes with the
-/// process, also when that crashes; nothing is written into the application folder.
+/// System-wide lock of the running instance, held for the lifetime of the object. The system releases it with the
+/// process, even after a crash; nothing is written to the application folder.
 class InstanceMark
 {
   public:
@@ -14,7 +14,7 @@ class InstanceMark
     ~InstanceMark();
     Q_DISABLE_COPY_MOVE(InstanceMark)
 
-    /// Whether another process held the mark of this folder when this one asked for it.
+    /// Whether another instance held the lock of this folder when this object was created.
     bool HasPreviousInstance() const
     {
         return m_hasPrevious;

@@ -1,18 +1,18 @@
-// Hints to the system about large pieces of memory.
+// Hints to the system about large memory blocks.
 #pragma once
 
 #include <QtGlobal>
 
 #include <vector>
 
-/// Asks for large pages where memory is about to be filled for the first time. In pages of 4 KiB the system brings in a
-/// file of many megabytes as slowly as it is decoded: the first load of a million lines took 1.7 times the processor's
-/// time without the hint. Nothing fails where it is not followed.
-/// @param begin, bytes  any memory of ours, of any size
+/// Requests large pages for memory that is about to be filled for the first time. With pages of 4 KiB, page faults cost
+/// as much as decoding a file of many megabytes: without the hint the first load of a million lines took 1.7 times the
+/// CPU time. Harmless where the system ignores it.
+/// @param begin, bytes  any memory of this process, of any size
 void PreferLargePages(void *begin, qsizetype bytes);
 
-/// Reserves capacity in a vector that will be filled from the front. What is not filled takes no memory but the rest of
-/// a page.
+/// Reserves capacity in a vector that will be filled from the front. Unused capacity costs no memory beyond the rest of
+/// the page in use.
 template <typename T>
 void ReserveLargePages(std::vector<T> *values, size_t capacity)
 {

@@ -12,12 +12,12 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-/// One line of the file: its bytes without and with its end.
+/// Byte positions of one line of the file.
 struct Line
 {
     qsizetype start;
-    qsizetype end;
-    qsizetype next;
+    qsizetype end;  // before the line ending
+    qsizetype next; // after it
 };
 
 Line LineAt(const QByteArray &bytes, qsizetype start)
@@ -30,7 +30,7 @@ Line LineAt(const QByteArray &bytes, qsizetype start)
     return {start, end, next};
 }
 
-/// Name between the brackets of a section line, nothing for any other line.
+/// Name between the brackets of a section line; nullopt for any other line.
 std::optional<QString> SectionName(QByteArrayView line)
 {
     if (!line.trimmed().startsWith('['))
@@ -40,13 +40,13 @@ std::optional<QString> SectionName(QByteArrayView line)
     return text.mid(1, bracket < 0 ? -1 : bracket - 1).trimmed();
 }
 
-/// Where a key's value stands, or where a new line for it would go.
+/// Where a key is, or where a new line for it would go.
 struct KeyPosition
 {
     bool hasSection = false;
     bool hasKey = false;
-    Line line{};            ///< the key's line, when there is one
-    qsizetype insertAt = 0; ///< behind the last line of the section that is not empty
+    Line line{};            ///< the key's line, if hasKey
+    qsizetype insertAt = 0; ///< after the section's last non-empty line
 };
 
 bool IsKeyLine(QByteArrayView line, const QString &key)
@@ -131,7 +131,7 @@ bool WriteProfile(const QString &path, const QString &section, const QString &ke
         return false;
     QByteArray bytes;
     QString error;
-    // A file that is there but cannot be read must not be taken for an empty one and replaced.
+    // An existing file that cannot be read must not be replaced as if it were empty.
     if (QFileInfo::exists(path) && !ReadWholeFile(path, &bytes, &error))
         return false;
     const KeyPosition position = FindKey(bytes, section, key);

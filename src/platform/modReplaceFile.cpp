@@ -9,11 +9,11 @@
 
 namespace {
 
-constexpr qsizetype PieceBytes = 1 << 20; // that are copied at a time
+constexpr qsizetype PieceBytes = 1 << 20; // bytes copied at a time
 
-/// Puts what was written in its place. QSaveFile takes no notice when the last of it does not fit on the disk and would
-/// put what is there of it in the place of the whole file, so that is written first. It syncs the file before it
-/// renames it, but not the folder, without which a power cut would take the rename back.
+/// Moves the written file into place. QSaveFile::commit ignores a failed flush of its buffer and, on a full disk, would
+/// replace the old file by a truncated one; hence the explicit flush. It syncs the file before the rename but not the
+/// folder, without which a power cut could undo the rename.
 bool Commit(QSaveFile *file)
 {
     if (!file->flush() || !file->commit())

@@ -1,26 +1,27 @@
-// Files that are replaced: the old one or the new one is there, whole, at every moment, also after a power cut.
+// Atomic file replacement: at every moment, and after a power cut, either the complete old file or the complete new
+// one exists.
 #pragma once
 
 #include <QByteArray>
 #include <QString>
 
-/// Replaces a regular file by the given bytes, or makes it. The file is written beside its place and renamed, so that
-/// after a failure the old one is still there, whole. When it returns the new one is on the disk, under its name.
-/// @return false on failure; error then holds the system's reason
+/// Creates or replaces a regular file. A temporary file is written beside it and renamed; on success the new file is on
+/// disk under its name.
+/// @return false on failure; error then holds the system's reason, and the old file is intact
 bool ReplaceFile(const QString &path, const QByteArray &bytes, QString *error);
 
-/// The first free name for what a file held: name.bak, .bak2, .bak3 ... A link that leads nowhere is not free: writing
-/// would follow it.
+/// The first unused backup name of a file: name.bak, name.bak2, name.bak3 ... A dangling link counts as used, because
+/// writing would follow it.
 QString FreeBackupPath(const QString &path);
 
-/// Replaces a file as above, and keeps what it held under FreeBackupPath. That is on the disk before the file is
+/// Replaces a file as above, after copying the old one to FreeBackupPath. The backup is on disk before the file is
 /// replaced.
-/// @param keptPath  where that is; empty when there was no file
+/// @param keptPath  path of the backup; empty if there was no old file
 /// @param failedPath  on failure, which of the two could not be written
-/// @return false on failure; error then holds the system's reason, and the folder is as it was
+/// @return false on failure; error then holds the system's reason, and the folder is unchanged
 bool ReplaceAndKeep(const QString &path, const QByteArray &bytes, QString *keptPath, QString *failedPath,
                     QString *error);
 
-/// Copies a regular file, over the one that may be there. When it returns the copy is on the disk, under its name.
-/// @return false on failure; error then holds the system's reason, and the target is as it was
+/// Copies a regular file, replacing the target if it exists. On success the copy is on disk under its name.
+/// @return false on failure; error then holds the system's reason, and the target is unchanged
 bool CopyWholeFile(const QString &source, const QString &target, QString *error);

@@ -1,9 +1,9 @@
-// Has the system open things with the programs that belong to them.
+// Opens files and folders with their default programs.
 #pragma once
 
 #include <QString>
 
 /// Opens a file or folder as a double click on it would, in a normal window, without waiting.
-/// @param workingFolder  current folder of the opened program, where the system knows such a folder
-/// @return false when nothing could be started
+/// @param workingFolder  working directory of the started program, where the system supports one
+/// @return false if nothing could be started
 bool ShellOpen(const QString &path, const QString &workingFolder);

@@ -12,8 +12,8 @@ class SoundPlayer
     ~SoundPlayer();
     Q_DISABLE_COPY_MOVE(SoundPlayer)
 
-    /// Starts playing a WAVE file and returns at once; a sound that still plays is stopped. A missing file or sound
-    /// device is silent. Nothing is loaded before the first sound.
+    /// Starts playing a WAVE file and returns at once. A new sound stops the old one; silent if the file or a sound
+    /// device is missing. Nothing is loaded before the first sound.
     void Play(const QString &path);
 
   private:

@@ -1,5 +1,5 @@
-// The one seam between the program and the world outside its process: message boxes, sounds, the voice, other programs
-// and the clock. The program passes QtSystemServices, tests pass one that records the calls and sets the time.
+// The one interface between the program and everything outside its process: message boxes, sounds, speech, other
+// programs and the clock. The program passes QtSystemServices; tests pass one that records the calls and sets the time.
 #pragma once
 
 #include <QDateTime>
@@ -12,39 +12,39 @@ class SystemServices
   public:
     virtual ~SystemServices() = default;
 
-    /// Gives the plain message boxes that name no title of their own the given one.
+    /// Sets the title of message boxes that are shown without one.
     virtual void SetApplicationTitle(const QString &title) = 0;
 
     /// Shows a plain message box with an OK button and the application title; returns when it is closed.
     virtual void ShowMessage(const QString &text) = 0;
 
-    /// As above, with a title of its own, which may be empty.
+    /// As above, with the given title, which may be empty.
     virtual void ShowMessage(const QString &text, const QString &title) = 0;
 
-    /// Starts playing a sound file and returns at once. A new sound stops the old one; a missing file or device is
-    /// silent.
+    /// Starts playing a sound file and returns at once. A new sound stops the old one; silent if the file or a sound
+    /// device is missing.
     virtual void PlaySoundFile(const QString &path) = 0;
 
-    /// Starts reading a text aloud and returns at once. Silent where there is no voice; the text starts nothing else,
-    /// whatever it holds.
+    /// Starts reading a text aloud and returns at once. Silent if there is no voice. No text, whatever it contains, can
+    /// start anything else.
     virtual void Speak(const QString &text) = 0;
 
-    /// Whether there is a voice to read with.
+    /// Whether a voice is available.
     virtual bool HasVoice() = 0;
 
-    /// Has the system open a file or folder with the program that belongs to it, without waiting for it.
-    /// @param workingFolder  the opened program's current folder, where the system knows such a folder
-    /// @return false when nothing could be started
+    /// Opens a file or folder with its default program, without waiting for it.
+    /// @param workingFolder  working directory of the started program, where the system supports one
+    /// @return false if nothing could be started
     virtual bool OpenWithShell(const QString &path, const QString &workingFolder) = 0;
 
-    /// Starts a command line as a process of its own, without waiting for it.
-    /// @return false when nothing could be started
+    /// Starts a command line as a detached process, without waiting for it.
+    /// @return false if nothing could be started
     virtual bool StartCommandLine(const QString &commandLine) = 0;
 
-    /// The present moment in local time.
+    /// The current local time.
     virtual QDateTime Now() const = 0;
 
-    /// The same as a function, which must not outlive this.
+    /// Now() as a function object, which must not outlive this object.
     std::function<QDateTime()> Clock() const
     {
         return [this] { return Now(); };

@@ -12,12 +12,12 @@ class Voice
     ~Voice();
     Q_DISABLE_COPY_MOVE(Voice)
 
-    /// Speaks a text and returns at once. The text is only spoken: it is no markup, no option and no part of a script
-    /// or command line, whatever characters it holds. Where there is no voice it stays silent. Nothing is loaded before
-    /// the first text.
+    /// Starts speaking a text and returns at once. Whatever the text contains, it is only spoken, never interpreted as
+    /// markup, an option, a script or a command line. Silent if there is no voice. Nothing is loaded before the first
+    /// text.
     void Speak(const QString &text);
 
-    /// Whether there is a voice.
+    /// Whether a voice is available.
     bool IsThere();
 
   private:

@@ -1,7 +1,8 @@
-// Window messages that programs agree on by name.
+// Registered window messages, which programs share by name.
 #pragma once
 
 #include <QString>
 
-/// The number of a named window message, 0xC000 to 0xFFFF; the same name, in any case, has the same number.
+/// The number of a registered window message, 0xC000 to 0xFFFF. Names are case-insensitive; the same name always has
+/// the same number.
 unsigned RegisterMessageName(const QString &name);

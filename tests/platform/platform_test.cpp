@@ -11,26 +11,26 @@
 
 using namespace Qt::Literals::StringLiterals;
 
-TEST(CodePage, DecodesAsWindowsDoes)
+TEST(CodePage, DecodeBytes_MatchesWindows)
 {
     const Rows<const char *, QByteArray, QString> rows = {
-        {"backslash stays one", "a\\b~", u"a\\b~"_s},
-        {"wave dash is the full-width tilde", "\x81\x60", u"～"_s},
-        {"minus sign is the full-width one", "\x81\x7C", u"－"_s},
+        {"backslash, not a yen sign", "a\\b~", u"a\\b~"_s},
+        {"wave dash becomes full-width tilde", "\x81\x60", u"～"_s},
+        {"minus sign becomes full-width", "\x81\x7C", u"－"_s},
         {"half-width katakana is one byte", "\xB1\xB2", u"ｱｲ"_s},
-        {"trail byte that is a bracket", "\x8B\x5B\x83\x5D", u"擬ゾ"_s},
+        {"bracket as trail byte", "\x8B\x5B\x83\x5D", u"擬ゾ"_s},
         {"NEC and IBM characters", "\x87\x40\xFA\x40", u"①ⅰ"_s},
         {"lone lead byte at the end", "a\x93", u"a\uFFFD"_s},
         {"lead byte before a control character", "\x93\r\n", u"\uFFFD\r\n"_s},
-        {"unassigned pair: one for each byte", "\x85\x5B]", u"\uFFFD\uFFFD]"_s},
-        {"bytes that Windows keeps to itself", "\x80\xA0\xFD\xFF", u"\uFFFD\uFFFD\uFFFD\uFFFD"_s},
+        {"unassigned pair: one U+FFFD per byte", "\x85\x5B]", u"\uFFFD\uFFFD]"_s},
+        {"bytes reserved by Windows", "\x80\xA0\xFD\xFF", u"\uFFFD\uFFFD\uFFFD\uFFFD"_s},
         {"NUL", QByteArray("a\0b", 3), u"a\0b"_s},
     };
     for (const auto &[name, bytes, text] : rows)
         EXPECT_EQ(FromCodePage932(bytes), text) << name;
 }
 
-TEST(CodePage, EncodesAndCountsWhatItLacksAsOneQuestionMark)
+TEST(CodePage, EncodeCharacterOutsideCodePage_WritesAndCountsOneQuestionMark)
 {
     const Rows<QString, QByteArray> rows = {
         {u"漢字kana ｶﾅ"_s, "\x8A\xBF\x8E\x9Akana \xB6\xC5"},
@@ -38,7 +38,7 @@ TEST(CodePage, EncodesAndCountsWhatItLacksAsOneQuestionMark)
         {u"a😀b"_s, "a?b"},
         {u"\uFFFD"_s, "?"},
         {u"\0"_s, QByteArray("\0", 1)},
-        // Each of these has several codes; the one that Windows writes.
+        // These have several codes; expected is the one that Windows writes.
         {u"≒∪￢"_s, "\x81\xE0\x81\xBE\x81\xCA"},
         {u"Ⅰⅰ纊"_s, "\x87\x54\xFA\x40\xFA\x5C"},
     };
@@ -48,7 +48,7 @@ TEST(CodePage, EncodesAndCountsWhatItLacksAsOneQuestionMark)
     }
 }
 
-TEST(CodePage, EveryCharacterThatIsDecodedIsEncodedAgain)
+TEST(CodePage, EncodeDecodedPair_GivesSameCharacterBack)
 {
     int pairs = 0;
     for (int lead = 0x81; lead <= 0xFC; ++lead) {
@@ -65,20 +65,20 @@ TEST(CodePage, EveryCharacterThatIsDecodedIsEncodedAgain)
     EXPECT_GT(pairs, 9000);
 }
 
-TEST(CommandLine, IsReadAsWindowsReadsIt)
+TEST(CommandLine, ParseLine_SplitsAsWindowsDoes)
 {
     const auto isProgram = [](const QString &name) { return name == u"/opt/my tools/ed" || name == u"ed"; };
     const Rows<const char *, QString, QString, QStringList> rows = {
-        {"file in quotes", u"ed \"a b.txt\""_s, u"ed"_s, {u"a b.txt"_s}},
+        {"quoted file", u"ed \"a b.txt\""_s, u"ed"_s, {u"a b.txt"_s}},
         {"option and file", u"ed -Y=12 \"a.txt\""_s, u"ed"_s, {u"-Y=12"_s, u"a.txt"_s}},
-        {"unquoted program with a blank", u"/opt/my tools/ed \"x\""_s, u"/opt/my tools/ed"_s, {u"x"_s}},
+        {"unquoted program with blank", u"/opt/my tools/ed \"x\""_s, u"/opt/my tools/ed"_s, {u"x"_s}},
         {"quoted program", u"\"/opt/my tools/ed\" x"_s, u"/opt/my tools/ed"_s, {u"x"_s}},
         {"no such program", u"no such thing"_s, u"no"_s, {u"such"_s, u"thing"_s}},
-        {"backslashes stand for themselves", u"ed C:\\txt\\a"_s, u"ed"_s, {u"C:\\txt\\a"_s}},
-        {"backslash before a quote", u"ed a\\\"b \"c\\\\\" d"_s, u"ed"_s, {u"a\"b"_s, u"c\\"_s, u"d"_s}},
-        {"open quote", u"ed \"a b"_s, u"ed"_s, {u"a b"_s}},
+        {"literal backslashes", u"ed C:\\txt\\a"_s, u"ed"_s, {u"C:\\txt\\a"_s}},
+        {"backslash before quote", u"ed a\\\"b \"c\\\\\" d"_s, u"ed"_s, {u"a\"b"_s, u"c\\"_s, u"d"_s}},
+        {"unterminated quote", u"ed \"a b"_s, u"ed"_s, {u"a b"_s}},
         {"empty argument", u"ed \"\""_s, u"ed"_s, {QString()}},
-        {"nothing but blanks", u"  "_s, QString(), {}},
+        {"only blanks", u"  "_s, QString(), {}},
     };
     for (const auto &[name, line, program, arguments] : rows) {
         const CommandLine command = ParseCommandLine(line, isProgram);
@@ -87,7 +87,7 @@ TEST(CommandLine, IsReadAsWindowsReadsIt)
     }
 }
 
-TEST(Profile, ReadsAsWindowsDoes)
+TEST(Profile, ReadValue_MatchesWindows)
 {
     const TestFolder folder;
     const QString path =
@@ -97,12 +97,12 @@ TEST(Profile, ReadsAsWindowsDoes)
     const auto read = [&path](const QString &key) { return ReadProfile(path, u"setting"_s, key, u"default"_s, 99); };
     EXPECT_EQ(read(u"FontSize"_s), u"9.75"_s);
     EXPECT_EQ(read(u"TextEditor"_s), u"C:\\a b\\e.exe"_s);
-    EXPECT_EQ(read(u"LineSpace"_s), u"default"_s) << "a comment is no key";
+    EXPECT_EQ(read(u"LineSpace"_s), u"default"_s) << "commented out";
     EXPECT_EQ(read(u"Empty"_s), QString());
-    EXPECT_EQ(read(u"One"_s), u"'"_s) << "one quote is no pair";
-    EXPECT_EQ(read(u"Late"_s), u"default"_s) << "only the first section of a name counts";
+    EXPECT_EQ(read(u"One"_s), u"'"_s) << "a single quote is not a pair";
+    EXPECT_EQ(read(u"Late"_s), u"default"_s) << "only the first section with a name counts";
     EXPECT_EQ(ReadProfile(folder.Path(u"none.ini"_s), u"setting"_s, u"x"_s, u"d"_s, 99), u"d"_s);
-    EXPECT_EQ(ReadProfile(path, u"setting"_s, u"TextEditor"_s, QString(), 4), u"C:\\a"_s) << "cut at the buffer";
+    EXPECT_EQ(ReadProfile(path, u"setting"_s, u"TextEditor"_s, QString(), 4), u"C:\\a"_s) << "truncated at maxLength";
 
     const QString withNul = folder.Write(u"cut.ini"_s, QByteArray("[setting]\nTextEditor=ab\0cd\n", 27));
     EXPECT_EQ(ReadProfile(withNul, u"setting"_s, u"TextEditor"_s, QString(), 99), u"ab"_s);
@@ -110,7 +110,7 @@ TEST(Profile, ReadsAsWindowsDoes)
     EXPECT_EQ(ReadProfile(large, u"setting"_s, u"k"_s, QString(), 99), u"v"_s);
 }
 
-TEST(InstanceMark, IsHeldOncePerFolderAndLeavesNothingBehind)
+TEST(InstanceMark, SecondMarkOnSameFolder_DetectsFirstAndWritesNothing)
 {
     const TestFolder folder;
     folder.MakeFolder(u"other"_s);
@@ -124,7 +124,7 @@ TEST(InstanceMark, IsHeldOncePerFolderAndLeavesNothingBehind)
     EXPECT_TRUE(QDir(folder.Path(u"other"_s)).isEmpty());
 }
 
-TEST(WindowMessage, HasOneNumberPerName)
+TEST(WindowMessage, RegisterSameNameInAnyCase_GivesSameNumber)
 {
     const unsigned number = RegisterMessageName(u"MSWHEEL_ROLLMSG"_s);
     EXPECT_THAT(number, testing::AllOf(testing::Ge(0xC000u), testing::Le(0xFFFFu)));

@@ -1,4 +1,4 @@
-// What of platform/ is different where the system is not Windows.
+// Tests of platform/ on systems other than Windows.
 #include "base/modFile.h"
 #include "base/modLog.h"
 #include "platform/modEndSignal.h"
@@ -22,7 +22,7 @@
 
 using namespace Qt::Literals::StringLiterals;
 
-TEST(Process, StartsAProgramWhosePathHoldsBlanksAndPassesTheFileWhole)
+TEST(Process, StartPathWithBlanks_PassesFileAsOneArgument)
 {
     const TestFolder folder;
     const QString script =
@@ -34,7 +34,7 @@ TEST(Process, StartsAProgramWhosePathHoldsBlanksAndPassesTheFileWhole)
     EXPECT_FALSE(StartProcess(QString()));
 }
 
-TEST(Process, HasNoNotepadWhereTheDesktopHasNoTextEditor)
+TEST(Process, StartNotepadWithoutDesktopEditor_Fails)
 {
     const TestFolder folder;
     const auto write = [&folder](const QString &name, const QByteArray &script) {
@@ -44,7 +44,7 @@ TEST(Process, HasNoNotepadWhereTheDesktopHasNoTextEditor)
     qputenv("PATH", QFile::encodeName(folder.Path()));
     write(u"xdg-open"_s, "printf %s \"$1\" > \"${0%/*}/got\"\n");
     write(u"xdg-mime"_s, "");
-    EXPECT_FALSE(StartProcess(u"notepad.exe \"a.txt\""_s)) << "xdg-open itself is no editor";
+    EXPECT_FALSE(StartProcess(u"notepad.exe \"a.txt\""_s)) << "xdg-open alone does not count as an editor";
     QFile::remove(folder.Path(u"xdg-mime"_s));
     write(u"xdg-mime"_s, "echo ed.desktop\n");
     EXPECT_TRUE(StartProcess(u"notepad.exe \"a.txt\""_s));
@@ -52,7 +52,7 @@ TEST(Process, HasNoNotepadWhereTheDesktopHasNoTextEditor)
     qputenv("PATH", path);
 }
 
-TEST(Voice, IsGivenTheTextAsOneArgument)
+TEST(Voice, SpeakHostileText_PassesItAsOneArgument)
 {
     const TestFolder folder;
     const QString service = folder.Write(u"spd-say"_s, "#!/bin/sh\nprintf '%s|' \"$@\" >> \"${0%/*}/said\"\n");
@@ -69,8 +69,8 @@ TEST(Voice, IsGivenTheTextAsOneArgument)
     qputenv("PATH", path);
 }
 
-// Each of these used to wait for ever, to take all memory, or to be replaced by a file.
-TEST(File, OnlyARegularOneIsReadOrReplaced)
+// Each of these used to block forever, exhaust memory or be replaced by a file.
+TEST(File, ReadOrReplaceNonRegularFile_FailsAndLeavesItUntouched)
 {
     const TestFolder folder;
     const auto path = [&folder](const char *name) { return QFile::encodeName(folder.Path(QLatin1String(name))); };
@@ -78,7 +78,7 @@ TEST(File, OnlyARegularOneIsReadOrReplaced)
     ASSERT_EQ(symlink("fifo", path("link to a fifo").constData()), 0);
     folder.MakeFolder(u"folder"_s);
     QStringList names = {u"fifo"_s, u"link to a fifo"_s, u"folder"_s};
-    // A node of our own with the numbers of /dev/zero; only root may make one.
+    // Our own device node with the numbers of /dev/zero; only root can create one.
     if (mknod(path("device").constData(), S_IFCHR | 0600, makedev(1, 5)) == 0) {
         ASSERT_EQ(symlink("device", path("link to a device").constData()), 0);
         names += {u"device"_s, u"link to a device"_s};
@@ -105,14 +105,14 @@ TEST(File, OnlyARegularOneIsReadOrReplaced)
         EXPECT_TRUE(before.st_ino == after.st_ino && before.st_mode == after.st_mode) << qPrintable(name);
     }
     QFile large(folder.Write(u"large"_s, ""));
-    ASSERT_TRUE(large.resize(MostFileBytes + 1)) << "without a block on the disk";
+    ASSERT_TRUE(large.resize(MostFileBytes + 1)) << "sparse";
     QByteArray bytes;
     QString error;
     EXPECT_FALSE(ReadWholeFile(large.fileName(), &bytes, &error));
     EXPECT_EQ(error, u"ファイルが大きすぎます。"_s);
 }
 
-TEST(EndSignal, TheSecondButOfAHangupEndsTheProcess)
+TEST(EndSignal, SecondSignal_KillsProcessUnlessHangup)
 {
     EXPECT_EXIT(
         {
@@ -123,16 +123,16 @@ TEST(EndSignal, TheSecondButOfAHangupEndsTheProcess)
         testing::KilledBySignal(SIGTERM), "");
 }
 
-TEST(Profile, WritesOneLineAndKeepsEveryOtherByte)
+TEST(Profile, WriteKey_ChangesOneLineAndKeepsEveryOtherByte)
 {
     const Rows<const char *, QByteArray, QByteArray> rows = {
-        {"no file content", "", "[setting]\r\nKey=new\r\n"},
+        {"empty file", "", "[setting]\r\nKey=new\r\n"},
         {"no section", "x=1", "x=1\r\n[setting]\r\nKey=new\r\n"},
         {"key replaced in place", "[a]\n\n[setting]\nkey = old \r\n;\x93\xFA\n[b]\nKey=1\n",
          "[a]\n\n[setting]\nKey=new\r\n;\x93\xFA\n[b]\nKey=1\n"},
-        {"key added behind the section's last line", "[setting]\r\na=1\r\n\r\n[b]\r\n",
+        {"key added after the section's last line", "[setting]\r\na=1\r\n\r\n[b]\r\n",
          "[setting]\r\na=1\r\nKey=new\r\n\r\n[b]\r\n"},
-        {"no line end at the file's end", "[setting]\r\na=1", "[setting]\r\na=1\r\nKey=new\r\n"},
+        {"no line ending at the end of the file", "[setting]\r\na=1", "[setting]\r\na=1\r\nKey=new\r\n"},
     };
     const TestFolder folder;
     for (const auto &[name, before, after] : rows) {
@@ -143,12 +143,12 @@ TEST(Profile, WritesOneLineAndKeepsEveryOtherByte)
     EXPECT_FALSE(WriteProfile(folder.Path(u"no folder/a.ini"_s), u"s"_s, u"k"_s, u"v"_s));
 }
 
-TEST(FolderNames, CountsFilesThatQtLeavesOut)
+TEST(FolderNames, ListUndecodableNames_OmitsAndCountsThem)
 {
     const TestFolder folder;
     folder.Write(u"漢字.txt"_s, "");
     QByteArrayList paths;
-    // As an archive made on a Japanese Windows is unpacked: names in code page 932.
+    // Names in code page 932, as left by unpacking an archive from a Japanese Windows.
     for (const QByteArray name : {"\x8A\xBF.txt", "\x8E\x9A.TXT", "\x8E\x9A.doc"}) {
         const QByteArray path = QFile::encodeName(folder.Path()) + "/" + name;
         const int file = open(path.constData(), O_CREAT | O_WRONLY, 0600);
@@ -156,7 +156,7 @@ TEST(FolderNames, CountsFilesThatQtLeavesOut)
         close(file);
         paths += path;
     }
-    const auto removeThem = qScopeGuard([&paths] { // Qt cannot
+    const auto removeThem = qScopeGuard([&paths] { // Qt cannot remove them
         for (const QByteArray &path : paths)
             unlink(path.constData());
     });
@@ -166,7 +166,7 @@ TEST(FolderNames, CountsFilesThatQtLeavesOut)
     EXPECT_TRUE(QFile::link(folder.Path(u"gone"_s), folder.Path(u"link to nothing.TXT"_s)));
     FolderNames found = ListFolder(folder.Path(), ".txt"_L1);
     found.names.sort();
-    EXPECT_EQ(found.names, QStringList({u"link to nothing.TXT"_s, u"漢字.txt"_s})) << "which has a remark";
+    EXPECT_EQ(found.names, QStringList({u"link to nothing.TXT"_s, u"漢字.txt"_s})) << "a dangling link is listed";
     EXPECT_EQ(found.unshowable, 2);
     EXPECT_TRUE(ListFolder(folder.Path(u"gone"_s), ".txt"_L1).names.isEmpty());
 }

@@ -1,4 +1,4 @@
-// What of platform/ only Windows has.
+// Tests of platform/ on Windows.
 #include "platform/modProcess.h"
 #include "platform/modProfile.h"
 #include "support/TestFiles.h"
@@ -10,23 +10,23 @@
 
 using namespace Qt::Literals::StringLiterals;
 
-// Run on machines of several code pages: what the file holds is the same on all of them.
-TEST(ProfileOnWindows, KeepsCodePage932AndSharesItWithTheSystem)
+// Runs under several system code pages; the file's bytes must be the same under all of them.
+TEST(ProfileOnWindows, WriteValue_UsesCodePage932AndAgreesWithSystemFunctions)
 {
     EXPECT_EQ(QString::number(GetACP()), qEnvironmentVariable("KOTOBAN_CODE_PAGE", u"932"_s));
     const TestFolder folder;
     const QString path = QDir::toNativeSeparators(folder.Path(u"a.ini"_s));
-    // The second bytes of 表 and ソ are backslashes.
+    // The trail bytes of 表 and ソ are backslashes.
     const QString editor = u"C:\\表示 ﾅ\\漢字ソ.exe"_s;
     const QByteArray bytes = "C:\\\x95\\\x8E\xA6 \xC5\\\x8A\xBF\x8E\x9A\x83\\.exe";
     EXPECT_TRUE(WriteProfile(path, u"setting"_s, u"TextEditor"_s, editor));
     EXPECT_EQ(folder.Read(u"a.ini"_s), QByteArray("[setting]\r\nTextEditor=" + bytes + "\r\n"));
     EXPECT_EQ(ReadProfile(path, u"setting"_s, u"TextEditor"_s, QString(), 99), editor);
-    EXPECT_EQ(ReadProfile(path, u"setting"_s, u"TextEditor"_s, QString(), 6), u"C:\\表示 "_s) << "cut by characters";
+    EXPECT_EQ(ReadProfile(path, u"setting"_s, u"TextEditor"_s, QString(), 6), u"C:\\表示 "_s) << "counts characters";
     EXPECT_EQ(ReadProfile(path, u"setting"_s, u"Other"_s, u"漢字"_s, 99), u"漢字"_s);
 
     if (GetACP() == CP_UTF8)
-        return; // there the system's own functions lose what is not UTF-8
+        return; // the system's own functions would lose everything that is not UTF-8
     const QByteArray ansiPath = path.toLocal8Bit();
     char text[100] = {};
     GetPrivateProfileStringA("setting", "TextEditor", "", text, sizeof text, ansiPath.constData());
@@ -35,7 +35,7 @@ TEST(ProfileOnWindows, KeepsCodePage932AndSharesItWithTheSystem)
     EXPECT_EQ(ReadProfile(path, u"setting"_s, u"TextEditor"_s, QString(), 99), u"D:\\ソ"_s);
 }
 
-TEST(ProfileOnWindows, IsReachedInAFolderWhoseNameTheCodePageLacks)
+TEST(ProfileOnWindows, WriteInFolderOutsideCodePage_Succeeds)
 {
     const TestFolder folder;
     folder.MakeFolder(u"é 漢 한"_s);
@@ -45,7 +45,7 @@ TEST(ProfileOnWindows, IsReachedInAFolderWhoseNameTheCodePageLacks)
     EXPECT_EQ(folder.Read(u"é 漢 한/a.ini"_s), "[setting]\r\nLineSpace=5\r\n");
 }
 
-TEST(ProcessOnWindows, StartsAProgramWhosePathHoldsBlanksAndPassesTheFileWhole)
+TEST(ProcessOnWindows, StartPathWithBlanks_PassesFileAsOneArgument)
 {
     const TestFolder folder;
     folder.Write(u"my tools/ed.cmd"_s, "@echo %~1> \"%~dp0got\"\r\n");

@@ -1,6 +1,6 @@
 #include "platform/modDarkMode.h"
 
-// A desktop that the toolkit knows gives it its palette, and with that all there is to tell.
+// Qt's palette follows the desktops that it supports, and there is no other source to ask.
 bool IsSystemInDarkMode()
 {
     return false;

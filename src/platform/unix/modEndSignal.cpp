@@ -11,12 +11,12 @@ namespace {
 
 constexpr int Signals[] = {SIGTERM, SIGHUP, SIGINT};
 
-// A signal's handler can be given nothing and may do next to nothing: it writes one byte here, and the event loop reads
-// it.
+// A signal handler takes no context and may only make async-signal-safe calls: it writes one byte to this pipe, which
+// the event loop reads.
 int g_pipe[2] = {-1, -1};
 
-// The first request is an orderly end, which something may hold up; the second of the same kind ends the process. Not
-// so at a hangup: both the shell and the system tell of it when a terminal closes, one just after the other.
+// The first request starts an orderly shutdown, which something may hold up; a second of the same kind kills the
+// process. SIGHUP is excepted: when a terminal closes, the shell and the kernel each send one in quick succession.
 void Handle(int number)
 {
     if (number != SIGHUP)
@@ -39,7 +39,7 @@ void EndSignal::TakeRequests()
     });
     for (const int number : Signals)
         if (std::signal(number, Handle) == SIG_IGN)
-            std::signal(number, SIG_IGN); // as after "nohup"
+            std::signal(number, SIG_IGN); // was ignored before, as under nohup
 }
 
 void EndSignal::RefuseRequests()

@@ -12,7 +12,7 @@ namespace {
 
 bool IsFolder(const QString &folder, const dirent &entry)
 {
-    // Not every file system tells, and a link may lead to a folder.
+    // Not every file system reports the type, and a link may point to a folder.
     const bool mustAsk = entry.d_type == DT_LNK || entry.d_type == DT_UNKNOWN;
     return mustAsk ? QFileInfo(folder + u'/' + QFile::decodeName(entry.d_name)).isDir() : entry.d_type == DT_DIR;
 }

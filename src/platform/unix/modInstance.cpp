@@ -7,8 +7,8 @@
 #include <sys/file.h>
 #include <unistd.h>
 
-// The lock lies on the folder itself. It must not pass to programs that are started from here (an editor may outlive
-// the program), hence O_CLOEXEC. A file system without such locks cannot tell, and then the start goes on.
+// The folder itself is locked. Started programs must not inherit the lock (an editor may outlive this program), hence
+// O_CLOEXEC. On a file system without such locks another instance cannot be detected, and start-up continues.
 InstanceMark::InstanceMark(const QString &applicationFolder)
     : m_handle(open(QFile::encodeName(applicationFolder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC))
 {

@@ -6,7 +6,7 @@
 void PreferLargePages([[maybe_unused]] void *begin, [[maybe_unused]] qsizetype bytes)
 {
 #ifdef MADV_HUGEPAGE
-    // Whole large pages only: what lies beside them belongs to others.
+    // Only whole large pages: the memory beside them belongs to others.
     constexpr std::uintptr_t largePage = std::uintptr_t(2) << 20;
     const auto address = reinterpret_cast<std::uintptr_t>(begin);
     const std::uintptr_t first = (address + largePage - 1) & ~(largePage - 1);

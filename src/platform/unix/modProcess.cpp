@@ -19,7 +19,7 @@ bool IsProgram(const QString &name)
     return IsNotepad(name) || ProgramExists(name);
 }
 
-/// A plain-text editor of one of the desktops; empty when none is installed.
+/// The first installed plain-text editor of the usual desktops; empty if there is none.
 QString FindTextEditor()
 {
     for (const QString &name : {u"gnome-text-editor"_s, u"gedit"_s, u"kate"_s, u"kwrite"_s, u"mousepad"_s, u"xed"_s,
@@ -31,17 +31,17 @@ QString FindTextEditor()
     return QString();
 }
 
-/// Whether the desktop has a program for plain text. Without one xdg-open does nothing, and nobody is told.
+/// Whether the desktop has a default program for plain text. Without one xdg-open fails silently.
 bool HasTextHandler()
 {
-    constexpr int patienceMs = 3000;
+    constexpr int timeoutMs = 3000;
     QProcess query;
     query.start(u"xdg-mime"_s, {u"query"_s, u"default"_s, u"text/plain"_s}, QProcess::ReadOnly);
-    return query.waitForFinished(patienceMs) && !query.readAllStandardOutput().trimmed().isEmpty();
+    return query.waitForFinished(timeoutMs) && !query.readAllStandardOutput().trimmed().isEmpty();
 }
 
-// With a file, the desktop itself knows which editor the user has chosen for plain text; without one, it has no word
-// for "that editor alone".
+// A file is opened with the editor that the user has chosen on the desktop. There is no such way to start that editor
+// without a file.
 bool StartTextEditor(const QStringList &files)
 {
     if (!files.isEmpty() && HasTextHandler() && QProcess::startDetached(u"xdg-open"_s, files))

@@ -8,7 +8,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-/// The desktop's own player, a sound server's before the bare device's; empty when there is none.
+/// An installed command-line player, sound servers before the bare device; empty if there is none.
 QString FindPlayer()
 {
     for (const QString &name : {u"paplay"_s, u"pw-play"_s, u"aplay"_s}) {
@@ -21,8 +21,8 @@ QString FindPlayer()
 
 } // namespace
 
-// A player process rather than a sound library in this one: it starts in no time, waits for no sound server on the
-// window's thread and cannot bring the program down.
+// A player process rather than a sound library: it starts quickly, never blocks the window's thread on a sound server
+// and cannot crash the program.
 struct SoundPlayer::Running
 {
     QProcess process;

@@ -9,7 +9,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-/// A Japanese voice for a text with kana or kanji, else an English one.
+/// Language of the voice: Japanese for a text with kana or kanji, else English.
 QString LanguageOf(const QString &text)
 {
     const bool isJapanese = std::any_of(text.begin(), text.end(), [](QChar character) {
@@ -26,7 +26,7 @@ bool HasProgram(const QString &name)
 
 } // namespace
 
-// The desktop's speech service is a process for each text, so there is nothing to keep.
+// Each text is spoken by a process of its own, so there is no state to keep.
 struct Voice::Engine
 {
 };

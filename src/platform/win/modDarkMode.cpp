@@ -2,7 +2,7 @@
 
 #include <windows.h>
 
-// Colours of high contrast are those of the palette, whatever the switch beside them says.
+// In high contrast mode the palette has the right colours, and the dark-mode setting does not apply.
 bool IsSystemInDarkMode()
 {
     HIGHCONTRASTW contrast = {};

@@ -1,5 +1,5 @@
 #include "platform/modEndSignal.h"
 
-// The end of a session closes the windows, as the toolkit answers it.
+// Qt closes the windows when a Windows session ends, so there is nothing to handle.
 void EndSignal::TakeRequests() {}
 void EndSignal::RefuseRequests() {}

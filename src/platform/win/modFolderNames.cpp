@@ -2,7 +2,7 @@
 
 #include <QDirIterator>
 
-/// The system's names are UTF-16, as Qt's are: all of them can be shown.
+// Windows file names are UTF-16, as Qt's are, so none is unshowable.
 FolderNames ListFolder(const QString &folder, QLatin1StringView ending)
 {
     FolderNames found;

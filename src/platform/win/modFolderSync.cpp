@@ -6,7 +6,7 @@
 
 void SyncFolder(const QString &folder)
 {
-    // Only with this flag does the system open a folder, and it flushes only what is open for writing.
+    // Opening a folder needs FILE_FLAG_BACKUP_SEMANTICS, and flushing it needs write access.
     const QString path = QDir::toNativeSeparators(folder);
     const HANDLE handle = CreateFileW(reinterpret_cast<LPCWSTR>(path.utf16()), GENERIC_WRITE,
                                       FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr, OPEN_EXISTING,

@@ -6,8 +6,8 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-/// The number of a folder on its volume, which is the same however its path is spelt: in another case, by its short
-/// name, through another drive letter. Empty when the file system cannot tell it.
+/// Volume serial number and file index of a folder, which do not depend on how its path is spelled: in another case, by
+/// its short name, through another drive letter. Empty if the file system does not provide them.
 QString FolderNumber(const QString &folder)
 {
     const HANDLE handle = CreateFileW(reinterpret_cast<LPCWSTR>(folder.utf16()), 0,
@@ -25,8 +25,8 @@ QString FolderNumber(const QString &folder)
 
 } // namespace
 
-// A named mutex of the whole machine, which goes with the last process that has it open. Where the folder has no number
-// to name it by, the start goes on.
+// The lock is a machine-wide named mutex, which disappears with the last process that has it open. Without a folder
+// number to name it by, another instance cannot be detected, and start-up continues.
 InstanceMark::InstanceMark(const QString &applicationFolder) : m_handle(0)
 {
     const QString number = FolderNumber(applicationFolder);
@@ -34,10 +34,10 @@ InstanceMark::InstanceMark(const QString &applicationFolder) : m_handle(0)
         return;
     const QString name = u"Global\\Kotoban-"_s + number;
     const HANDLE mutex = CreateMutexW(nullptr, FALSE, reinterpret_cast<LPCWSTR>(name.utf16()));
-    // Access is denied to the mutex of an instance that runs as administrator or in the session of another user.
+    // Access is denied if the other instance runs as administrator or in another user's session.
     const DWORD error = GetLastError();
     m_hasPrevious = error == ERROR_ALREADY_EXISTS || error == ERROR_ACCESS_DENIED;
-    // An instance that is refused must not hold the mutex of the one that ends meanwhile.
+    // A refused instance must not keep the mutex alive after the first one has ended.
     if (m_hasPrevious && mutex)
         CloseHandle(mutex);
     else

@@ -1,4 +1,4 @@
 #include "platform/modMemory.h"
 
-// Large pages need a privilege there that a learner's account does not have.
+// Large pages need a privilege that ordinary accounts do not have.
 void PreferLargePages(void *, qsizetype) {}

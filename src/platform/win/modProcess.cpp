@@ -4,7 +4,7 @@
 
 bool StartProcess(const QString &commandLine)
 {
-    QString line = commandLine; // CreateProcess may write into its command line
+    QString line = commandLine; // a copy, as CreateProcess may modify its command line
     line.detach();
     STARTUPINFOW start = {};
     start.cb = sizeof start;

@@ -1,7 +1,7 @@
 #include "platform/modSound.h"
 
 #include <windows.h>
-// windows.h stands first: mmsystem.h needs its types.
+// After windows.h, whose types it needs.
 #include <mmsystem.h>
 
 struct SoundPlayer::Running
@@ -11,7 +11,7 @@ struct SoundPlayer::Running
 SoundPlayer::SoundPlayer() = default;
 SoundPlayer::~SoundPlayer() = default;
 
-// The wide form: a learner's folder may have a name that the machine's code page lacks.
+// The wide form, because a folder name may contain characters outside the machine's code page.
 void SoundPlayer::Play(const QString &path)
 {
     sndPlaySoundW(reinterpret_cast<LPCWSTR>(path.utf16()), SND_ASYNC | SND_NODEFAULT);

@@ -1,14 +1,13 @@
 #include "platform/modVoice.h"
 
 #include <windows.h>
-// windows.h stands first: sapi.h needs its types.
+// After windows.h, whose types it needs.
 #include <sapi.h>
 
-// The system's speech interface (SAPI 5). Each instance of ISpVoice speaks the texts that it is given one after
-// another.
+// The system's speech interface (SAPI 5). An ISpVoice queues its texts and speaks them one after another.
 struct Voice::Engine
 {
-    // S_FALSE, already initialized by the toolkit, counts as a success and has to be balanced all the same.
+    // S_FALSE (already initialized, by Qt) counts as success and must be balanced too.
     const HRESULT initialized = CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
     ISpVoice *voice = nullptr;
 
@@ -37,7 +36,7 @@ bool Voice::IsThere()
 {
     if (!m_engine)
         m_engine = std::make_unique<Engine>();
-    // A system without any voice has the interface all the same.
+    // The interface exists even on a system without any voice.
     ISpObjectToken *token = nullptr;
     if (!m_engine->voice || FAILED(m_engine->voice->GetVoice(&token)))
         return false;

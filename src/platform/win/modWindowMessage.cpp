@@ -2,7 +2,7 @@
 
 #include <windows.h>
 
-// The names are the same to both forms of the function; the wide one takes them as they stand here.
+// Both forms of the function share one set of names; the wide one needs no conversion.
 unsigned RegisterMessageName(const QString &name)
 {
     return RegisterWindowMessageW(reinterpret_cast<LPCWSTR>(name.utf16()));
