@@ -18,19 +18,19 @@ bool IsStop(QChar character)
     return QStringView(u"、。，．").contains(character);
 }
 
-/// As after the expansion of tabs.
+/// Length in bytes, each tab counting as the two spaces that replace it.
 qsizetype ByteLength(QStringView line)
 {
     return GetByteLength(line) + line.count(u'\t');
 }
 
-/// @return whether the line has enough places to break it; if not, parts are of no use
+/// @return whether the line has enough places to break it; if not, the text appended to parts is unusable
 bool BreakLine(QStringView line, int maxLineBytes, QString *parts)
 {
     qsizetype partStart = 0;
     qsizetype partEnd = 0;
-    qsizetype nextStart = 0; // where the line goes on when it is broken at partEnd; partStart when it cannot be yet
-    qsizetype bytes = 0;     // from partStart up to the present character
+    qsizetype nextStart = 0; // where the next part starts if broken at partEnd; partStart if there is no place yet
+    qsizetype bytes = 0;     // from partStart up to the current character
     bool isInBrackets = false;
     for (qsizetype at = 0; at < line.size(); ++at) {
         const QChar character = line[at];

@@ -16,7 +16,7 @@ QString BracketMessage(const QString &fault, int line, QStringView text, const Q
 bool CheckLineBytes(const StudyLines &lines, int maxLineBytes, QString *message, int *errorLine)
 {
     if (lines.LongestLineBytes() <= maxLineBytes)
-        return true; // the reader has counted already
+        return true; // already counted while reading
     for (int line = 1; line <= lines.Count(); ++line) {
         const qsizetype byteCount = GetByteLength(lines.at1(line));
         if (byteCount > maxLineBytes) {

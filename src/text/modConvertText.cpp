@@ -6,15 +6,15 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-struct Twin
+struct Equivalent
 {
     char16_t from;
     char16_t to;
 };
 
-// Of these, other systems' Shift_JIS makes the one when it becomes Unicode, Windows the other; or they are the same
-// character in another width.
-constexpr Twin Twins[] = {
+// Pairs of characters that the Shift_JIS tables of Windows and of other systems map to the same code, or that differ
+// only in width.
+constexpr Equivalent Equivalents[] = {
     {u'\u00A2', u'￠'}, {u'\u00A3', u'￡'}, {u'\u00A5', u'￥'}, {u'\u00A6', u'￤'},
     {u'\u00AC', u'￢'}, {u'\u2011', u'‐'},  {u'\u2013', u'-'},  {u'\u2014', u'―'},
     {u'\u2016', u'∥'},  {u'\u203E', u'￣'}, {u'\u2212', u'－'}, {u'\u301C', u'～'},
@@ -22,12 +22,12 @@ constexpr Twin Twins[] = {
 
 constexpr char16_t ByteOrderMark = u'\uFEFF';
 
-/// The character's twin in code page 932, U+0000 when it has none.
-char16_t TwinOf(char32_t character)
+/// The character's equivalent in code page 932; U+0000 if it has none.
+char16_t EquivalentOf(char32_t character)
 {
-    for (const Twin &twin : Twins)
-        if (twin.from == character)
-            return twin.to;
+    for (const Equivalent &equivalent : Equivalents)
+        if (equivalent.from == character)
+            return equivalent.to;
     return QChar::category(character) == QChar::Separator_Space ? u' ' : u'\0';
 }
 
@@ -36,7 +36,7 @@ bool IsAsciiLetter(QChar character)
     return character.unicode() < 0x80 && character.isLetter();
 }
 
-/// The letter of ASCII under the accents of a character, U+0000 when it is no such character.
+/// The ASCII base letter of an accented letter; U+0000 for any other character.
 char16_t WithoutAccents(char32_t character)
 {
     if (!QChar::isLetter(character))
@@ -45,7 +45,7 @@ char16_t WithoutAccents(char32_t character)
     return parts.size() > 1 && IsAsciiLetter(parts.front()) ? parts.front().unicode() : u'\0';
 }
 
-/// Goes through a text once, from its first character to its last.
+/// Converts a text in a single pass.
 class Converter
 {
   public:
@@ -86,9 +86,9 @@ class Converter
         const char16_t letter = WithoutAccents(character);
         if (letter != 0 && TakeAccent(character)) {
             m_result.text += letter;
-        } else if (const char16_t twin = TwinOf(character); twin != 0) {
-            m_result.text += twin;
-            Count(character, twin);
+        } else if (const char16_t equivalent = EquivalentOf(character); equivalent != 0) {
+            m_result.text += equivalent;
+            Count(character, equivalent);
         } else {
             if (m_result.unwritable.size() < MostUnwritableShown)
                 m_result.unwritable.push_back({m_line, m_column, character});
@@ -96,7 +96,8 @@ class Converter
         }
     }
 
-    /// Whether a character is a mark that belongs to the one before it: the sound mark of a kana, or an accent.
+    /// Handles a combining mark on the preceding character: a voiced sound mark on a kana, or an accent to be removed.
+    /// @return whether the character was such a mark
     bool TakesMark(char32_t character)
     {
         if (QChar::category(character) != QChar::Mark_NonSpacing || m_result.text.isEmpty())

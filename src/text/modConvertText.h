@@ -1,11 +1,12 @@
-// Makes any text one of code page 932 with CR LF: replaces characters by their twins there, and finds those that have
-// none. Lines and characters are numbered from 1; a surrogate pair is one character, a combining mark is one too.
+// Converts any text to characters of code page 932 and CR LF line endings: replaces characters by their equivalents in
+// the code page and reports those that have none. Lines and columns are numbered from 1; a surrogate pair counts as one
+// character, and so does a combining mark.
 #pragma once
 
 #include <QList>
 #include <QString>
 
-/// A character and where it stands first.
+/// A character and its position.
 struct CharacterAt
 {
     int line = 0;
@@ -13,7 +14,7 @@ struct CharacterAt
     char32_t character = 0;
 };
 
-/// A character that was replaced by its twin.
+/// A character that was replaced by its equivalent, and how often.
 struct ReplacedCharacter
 {
     char32_t from;
@@ -21,7 +22,7 @@ struct ReplacedCharacter
     qsizetype count;
 };
 
-/// Whether letters with accents lose them, as "é" becomes "e", or are characters without a twin.
+/// Whether accents are removed, turning "é" into "e", or accented letters count as characters without an equivalent.
 enum class Accents : bool
 {
     Keep,
@@ -30,22 +31,22 @@ enum class Accents : bool
 
 struct ConvertedText
 {
-    QString text;                      ///< with CR LF at the ends of its lines; whole only where unwritableCount is 0
-    QList<ReplacedCharacter> replaced; ///< in the order in which they come; accents are not among them
-    qsizetype accentCount = 0;         ///< letters that have lost their accents
-    CharacterAt firstAccent;
-    qsizetype unwritableCount = 0; ///< characters that code page 932 has neither itself nor as a twin
-    QList<CharacterAt> unwritable; ///< the first of them, MostUnwritableShown at most: there may be millions
+    QString text;                      ///< with CR LF line endings; complete only if unwritableCount is 0
+    QList<ReplacedCharacter> replaced; ///< in order of first occurrence, without removed accents
+    qsizetype accentCount = 0;         ///< number of letters whose accents were removed
+    CharacterAt firstAccent;           ///< the first of them
+    qsizetype unwritableCount = 0;     ///< number of characters without an equivalent in code page 932
+    QList<CharacterAt> unwritable;     ///< the first of them, at most MostUnwritableShown, as there may be millions
 };
 
 constexpr int MostUnwritableShown = 5;
 
-/// Replaces the ends of lines and all characters with a twin in code page 932. A kana with a combining sound mark
-/// becomes the kana that it is; that and a byte-order mark, which goes, are not counted.
+/// Converts line endings and replaces every character that has an equivalent in code page 932. A kana followed by a
+/// combining sound mark becomes the composed kana, and byte-order marks are removed; neither is counted.
 ConvertedText ConvertText(const QString &text, Accents accents);
 
-/// Whether the only brackets of a text are full-width ones, which hide nothing.
+/// Whether a text has full-width brackets, which hide nothing, and no half-width ones.
 bool HasOnlyFullWidthBrackets(const QString &text);
 
-/// The text with "[" and "]" for "［" and "］".
+/// Replaces "［" and "］" by "[" and "]".
 QString WithHalfWidthBrackets(const QString &text);

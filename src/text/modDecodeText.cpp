@@ -13,7 +13,7 @@ constexpr char Escape = '\x1B';
 
 QString DecodeUnicode(const QByteArray &bytes, QStringConverter::Encoding encoding)
 {
-    // A sequence that is cut off at the end of the file would be kept for more bytes, were the decoder not stateless.
+    // Stateless, because otherwise a truncated sequence at the end of the file would be held back for further bytes.
     QStringDecoder decoder(encoding, QStringConverter::Flag::Stateless);
     return decoder(bytes);
 }
@@ -23,7 +23,7 @@ bool IsBetween(char byte, int least, int most)
     return quint8(byte) >= least && quint8(byte) <= most;
 }
 
-/// The character in a row and a cell of JIS X 0208, both 1..94. Shift_JIS puts two rows behind one lead byte.
+/// The character at a row and cell of JIS X 0208, both 1..94. In Shift_JIS a lead byte covers two rows.
 char16_t CharacterInRow(int row, int cell)
 {
     const int block = (row - 1) / 2;
@@ -35,13 +35,13 @@ char16_t CharacterInRow(int row, int cell)
     return end.in == pair + 2 && end.out == decoded + 1 ? decoded[0] : Unreadable;
 }
 
-/// Half-width kana by its byte in JIS X 0201, the highest bit put aside: 0x21..0x5F.
+/// The half-width kana for a JIS X 0201 byte without its highest bit, 0x21..0x5F.
 char16_t HalfWidthKana(int byte)
 {
     return char16_t(0xFF61 + byte - 0x21);
 }
 
-/// EUC: text = *( ASCII / 0x8E kana / 0x8F byte byte / row cell ), each byte but ASCII's with its highest bit set.
+/// EUC: text = *( ASCII / 0x8E kana / 0x8F byte byte / row cell ), all bytes except ASCII with the highest bit set.
 QString DecodeEuc(const QByteArray &bytes)
 {
     QString text;
@@ -69,10 +69,10 @@ QString DecodeEuc(const QByteArray &bytes)
     return text;
 }
 
-/// What the bytes behind an escape sequence of JIS are.
+/// Character set selected by a JIS escape sequence.
 enum class JisSet
 {
-    Ascii, ///< JIS-Roman too: code page 932 has its two odd characters in the same places
+    Ascii, ///< also JIS-Roman, whose two different characters have the same codes in code page 932
     Kana,
     Kanji,
     Supplement, ///< JIS X 0212
@@ -89,8 +89,8 @@ constexpr JisEscape JisEscapes[] = {
     {"\x1B$@", JisSet::Kanji}, {"\x1B$B", JisSet::Kanji}, {"\x1B$(D", JisSet::Supplement},
 };
 
-/// JIS: text = *( escape *( byte / row cell ) ), each byte with its highest bit clear. Control characters and blanks
-/// stand for themselves everywhere, and a line begins in ASCII.
+/// JIS: text = *( escape *( byte / row cell ) ), all bytes with the highest bit clear. Control characters and spaces
+/// are the same in every set, and each line begins in ASCII.
 QString DecodeJis(const QByteArray &bytes)
 {
     QString text;

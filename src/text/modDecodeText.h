@@ -1,4 +1,4 @@
-// Text files of other programs as text, by the character code that the detection has told.
+// Decodes text files of other programs, given the encoding that was detected.
 #pragma once
 
 #include "settings/modCharCode.h"
@@ -6,14 +6,14 @@
 #include <QByteArray>
 #include <QString>
 
-/// The bytes of a whole file for the detection of its character code: with the zero byte that every byte array keeps
-/// behind its end. The detection takes a character that ends with the last byte for a broken one, and a file may well
-/// end so. @param bytes  own their data, as QByteArray::fromRawData does not
+/// The bytes of a whole file for encoding detection: including the zero byte that QByteArray keeps after its data.
+/// Without it, detection would treat a multi-byte character at the very end of the file as broken.
+/// @param bytes  must own its data, unlike one from QByteArray::fromRawData
 QByteArrayView WholeFile(const QByteArray &bytes);
 
-/// Bytes of a whole file as text, without its byte-order mark. Bytes that stand for no character become U+FFFD, one or
-/// several, and so does each character of JIS X 0212 (three bytes in EUC), which code page 932 leaves out.
-/// EUC and JIS are read as code page 932 numbers its characters, the extensions of NEC in rows 13 and 89 to 92
-/// included: "～" of code page 932 is the same character in them.
-/// @param code  one of UTF-8, UTF-16, EUC and JIS; bytes of any other are read as code page 932
+/// Decodes the bytes of a whole file and drops a byte-order mark. Invalid bytes become one or more U+FFFD, and each
+/// character of JIS X 0212 (three bytes in EUC), which code page 932 lacks, becomes one.
+/// EUC and JIS use the character mapping of code page 932, including the NEC extensions in rows 13 and 89 to 92, so
+/// that "～" decodes to the same character in all of them.
+/// @param code  UTF-8 or UTF-16 of either kind, EUC or JIS; with any other the bytes are decoded as code page 932
 QString DecodeText(const QByteArray &bytes, CharCode code);

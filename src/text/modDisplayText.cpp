@@ -7,7 +7,7 @@
 
 DisplayText::DisplayText(StudyLines lines) : m_lines(std::move(lines))
 {
-    const std::vector<qint32> brackets = m_lines.BlankOutBrackets(); // in turns: two make a blank
+    const std::vector<qint32> brackets = m_lines.BlankOutBrackets(); // alternating: each two make a blank
     ReserveLargePages(&m_blanks.line, brackets.size() / 2);
     ReserveLargePages(&m_blanks.startColumn, brackets.size() / 2);
     ReserveLargePages(&m_blanks.answerLength, brackets.size() / 2);

@@ -1,8 +1,9 @@
-// What the page shows of a study file: its lines with the brackets gone, and the table of its blanks. Lines, columns
-// and blanks are numbered from 1. A column is a character; a cell is half the width of a full-width character.
+// What the page shows of a study file: its lines without brackets, and the table of its blanks. Lines, columns and
+// blanks are numbered from 1. A column is a character; a cell is half the width of a full-width character.
 //
-//     line  = { text | blank | picture }
-//     blank = '[' word ']'                  the word is hidden until the learner uncovers it
+//     line    = { text | blank | picture }
+//     blank   = '[' word ']'                the word is hidden until the user uncovers it
+//     picture = '｢' name '｣'                see modPictureName.h
 #pragma once
 
 #include "text/modStudyLines.h"
@@ -11,16 +12,16 @@
 #include <ranges>
 #include <vector>
 
-/// Numbers of blanks that follow each other, for a loop; may be empty.
+/// Consecutive blank numbers, to loop over; may be empty.
 using BlankRange = std::ranges::iota_view<int, int>;
 
-/// The blanks of a file in file order: by line, and from left to right within a line.
+/// The blanks of a file in file order: by line, and from left to right within a line. Blank i is at index i - 1.
 struct BlankTable
 {
-    std::vector<int> line;         ///< line of blank i at [i - 1]
+    std::vector<int> line;         ///< its line
     std::vector<int> startColumn;  ///< column of its "["
-    std::vector<int> answerLength; ///< characters between the brackets
-    std::vector<int> countUpTo{0}; ///< [n] = how many blanks lie on lines 1..n
+    std::vector<int> answerLength; ///< number of characters between the brackets
+    std::vector<int> countUpTo{0}; ///< by line number instead: [n] is the number of blanks on lines 1..n
 
     int Count() const
     {
@@ -42,41 +43,41 @@ struct BlankTable
         return answerLength[size_t(blank) - 1];
     }
 
-    /// The blanks on lines first..last. 1 <= first <= last + 1, last <= number of lines
+    /// The blanks on lines first..last. Requires 1 <= first <= last + 1 and last <= number of lines.
     BlankRange OnLines(int first, int last) const
     {
         return BlankRange(countUpTo[size_t(first) - 1] + 1, countUpTo[size_t(last)] + 1);
     }
 };
 
-/// The half-width cells that a blank covers with its brackets: from start up to, not including, end; 0 is the first.
+/// A half-open range [start, end) of half-width cells of a line, numbered from 0.
 struct CellRange
 {
     int start;
     int end;
 };
 
-/// The horizontal edges of a blank's box, pixels.
+/// The horizontal edges of a blank's box, in pixels.
 struct BoxEdges
 {
     int leftPx;
     int rightPx;
 };
 
-/// A stretch of a line.
+/// A range of characters in a line.
 struct TextSpan
 {
-    int line = 0; ///< 0 = nowhere
+    int line = 0; ///< 0 = no span
     int column = 0;
-    int length = 0; ///< characters
+    int length = 0; ///< in characters
 
-    /// Of characters of a line from a 0-based one on.
+    /// The span that starts at a 0-based character index.
     static TextSpan At(int line, qsizetype index, qsizetype length)
     {
         return {.line = line, .column = int(index) + 1, .length = int(length)};
     }
 
-    /// 0-based index of its first character.
+    /// 0-based index of the first character.
     qsizetype Index() const
     {
         return column - 1;
@@ -98,33 +99,33 @@ class DisplayText
         return m_lines.Count();
     }
 
-    /// A line with "[" and "]" each replaced by one space, so that every character keeps its column.
+    /// A line with every "[" and "]" replaced by a space, so that every character keeps its column.
     QStringView Line(int line) const
     {
         return m_lines.at1(line);
     }
 
-    /// Lines first..last in one piece, with nothing between them. 1 <= first <= last <= LineCount()
+    /// Lines first..last as one text without separators. Requires 1 <= first <= last <= LineCount().
     QStringView Lines(int first, int last) const
     {
         return m_lines.Lines(first, last);
     }
 
-    /// Cells of the longest line: as many as it has bytes.
+    /// Width of the longest line in cells, which equals its length in bytes.
     int LongestLineCells() const
     {
         return int(m_lines.LongestLineBytes());
     }
 
-    /// The first line from a given one on, 1..LineCount() + 1, that holds a character; 0 when there is none.
+    /// The first line at or after fromLine, 1..LineCount() + 1, that contains a character; 0 if there is none.
     int NextLineWith(QChar character, int fromLine) const
     {
         return m_lines.NextLineWith(character, fromLine);
     }
 
-    /// The same line with every blank masked, brackets included: a full-width character becomes an ideographic space,
-    /// any other a half-width one, so that nothing moves.
-    /// @param isHidden  whether a blank is masked; without it all are
+    /// A line with its blanks masked, brackets included: a full-width character becomes an ideographic space, any other
+    /// a half-width one, so that nothing moves.
+    /// @param isHidden  whether to mask a blank; if empty, all are masked
     QString MaskedLine(int line, const std::function<bool(int blank)> &isHidden = {}) const;
 
     const BlankTable &Blanks() const
@@ -141,16 +142,16 @@ class DisplayText
     /// The text between the brackets of a blank, 1..Blanks().Count().
     QStringView Answer(int blank) const;
 
-    /// Where a blank stands in its line, brackets included.
+    /// The span of a blank, brackets included.
     TextSpan Span(int blank) const;
 
-    /// Where it stands as cells.
+    /// The cells of a blank, brackets included.
     CellRange Cells(int blank) const
     {
         return Cells(Span(blank));
     }
 
-    /// The cells of a stretch of a line, as far as the line goes.
+    /// The cells of a span, clipped to its line.
     CellRange Cells(const TextSpan &span) const;
 
   private:
@@ -158,12 +159,13 @@ class DisplayText
     BlankTable m_blanks;
 };
 
-/// Half-width cells that a character takes: 2 when it has two bytes in code page 932, else 1.
+/// Width of a character in half-width cells: 2 if it takes two bytes in code page 932, else 1.
 int CellsOf(QChar character);
 
-/// Half-width cells of the characters of a text.
+/// Width of a text in half-width cells.
 int CellsOf(QStringView text);
 
-/// Edges of a blank's box. @param cellWidthPx  width of a half-width cell; @param textLeftPx  left edge of column 1,
-/// which is negative where the line begins out of view
+/// Edges of a blank's box.
+/// @param cellWidthPx  width of a half-width cell
+/// @param textLeftPx  left edge of column 1; negative if the line begins out of view
 BoxEdges GetBqInfoFromLine(const DisplayText &text, int blank, int cellWidthPx, int textLeftPx);

@@ -5,7 +5,7 @@
 
 namespace {
 
-/// The name of a tag, what stands behind "<" or "</"; empty where that is no tag.
+/// The name of a tag, given the text after "<"; empty if it is not a tag.
 QStringView TagName(QStringView inside)
 {
     if (inside.startsWith(u'/'))
@@ -22,7 +22,7 @@ bool BreaksLine(QStringView tagName)
                                [tagName](QStringView name) { return tagName.compare(name, Qt::CaseInsensitive) == 0; });
 }
 
-/// The character that an entity stands for, by what is between "&" and ";"; 0 for none.
+/// The character of an entity, given the text between "&" and ";"; 0 if it is not an entity.
 char32_t CharacterOf(QStringView entity)
 {
     constexpr std::pair<QStringView, char32_t> named[] = {{u"amp", U'&'},  {u"lt", U'<'},    {u"gt", U'>'},
@@ -44,7 +44,7 @@ QString TextOfHtml(QStringView html)
 {
     constexpr qsizetype longestTagName = 20;
     constexpr qsizetype longestEntity = 10; // between "&" and ";"
-    // No search goes on to the end in vain, or a text of many beginnings without an end would be searched for each.
+    // Without these bounds, every unterminated "<" or "[sound:" would search to the end of the text: quadratic time.
     const qsizetype lastTagEnd = html.lastIndexOf(u'>');
     const qsizetype lastBracket = html.lastIndexOf(u']');
     QString text;

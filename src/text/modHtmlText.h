@@ -1,10 +1,10 @@
-// The text of a piece of HTML, as flash-card programs export their cards.
+// Plain text of HTML fragments, as exported by flash-card programs.
 #pragma once
 
 #include <QString>
 #include <QStringView>
 
-/// A piece of HTML without its tags: those that begin a line or a block become one blank, and so do line ends; all
-/// other tags go. The usual named entities and all numbered ones become their characters. "[sound:…]", by which cards
-/// name a recording, goes too. What is no tag and no entity stays as it is.
+/// Strips an HTML fragment to plain text. Tags that start a new line, block or cell become a space, and so do CR and
+/// LF; all other tags are removed. Common named entities and all numeric ones are decoded. "[sound:…]", by which cards
+/// refer to a recording, is removed. Everything else is kept as is.
 QString TextOfHtml(QStringView html);

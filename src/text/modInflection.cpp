@@ -34,7 +34,7 @@ QVarLengthArray<BaseForm, 16> BaseForms(QStringView text)
     const qsizetype n = text.size();
     QVarLengthArray<BaseForm, 16> forms = {{n}};
     const std::u16string_view word(text.utf16(), size_t(n));
-    // Most words end in another letter than the endings do.
+    // Fast path: most words end in a letter that ends no suffix.
     if (word.empty() || std::u16string_view(u"sdrgt'").find(word.back()) == std::u16string_view::npos)
         return forms;
     const auto add = [&forms, n](qsizetype cut, char16_t added = 0) { forms.push_back({n - cut, added}); };
@@ -42,7 +42,7 @@ QVarLengthArray<BaseForm, 16> BaseForms(QStringView text)
         add(1);
     if (EndsWithOneOf(word, {u"es", u"ed", u"'s", u"st", u"s'"}))
         add(2);
-    // Without these two words and those made of them, "career" would come out as "care" and "bother" as "both".
+    // Words containing these two are excluded; otherwise "career" would yield "care" and "bother" would yield "both".
     if (word.ends_with(u"er") && !text.contains(u"career") && !text.contains(u"bother"))
         add(2);
     if (EndsWithOneOf(word, {u"ing", u"est", u"ers"}))
@@ -60,7 +60,7 @@ QVarLengthArray<BaseForm, 16> BaseForms(QStringView text)
         add(3);
     if (n >= 7 && word.ends_with(u"ing") && AreSame(word, n - 3, n - 4))
         add(4);
-    // "iers" of seven letters and more was cut above already; the second time does no harm.
+    // "iers" has been handled above; the duplicate candidate is harmless.
     if (n >= 7 && EndsWithOneOf(word, {u"iers", u"iest"}))
         add(4, u'y');
     return forms;
@@ -86,7 +86,7 @@ int FindWithInflections(const QStringList &list, const QString &word)
 
 std::vector<int> MatchWords(const QStringList &list, const QStringList &words)
 {
-    // A text says the same words again and again.
+    // Cached, because texts repeat their words.
     QHash<QString, int> known;
     std::vector<int> indices;
     indices.reserve(size_t(words.size()));

@@ -1,6 +1,5 @@
-// Finds an English word in a sorted word list although it stands in the text in an inflected form: a fixed set of
-// suffix rules makes candidate base forms, and the first candidate that the list holds wins. Indices are numbered from
-// 1; 0 means none.
+// Looks up inflected English words in a sorted word list: a fixed set of suffix rules generates candidate base forms,
+// and the first candidate found in the list wins. Indices are numbered from 1; 0 means none.
 #pragma once
 
 #include <QString>
@@ -9,25 +8,25 @@
 
 #include <vector>
 
-/// A candidate base form: the first characters of the word, and perhaps another one behind them.
+/// A candidate base form: a prefix of the word and at most one character appended to it.
 struct BaseForm
 {
-    qsizetype kept;
+    qsizetype kept;     ///< length of the prefix
     char16_t added = 0; ///< 0 = none
 
     QString Of(QStringView word) const;
 };
 
-/// The candidates of a word, which stands in lower case. The first is the word itself, the others follow in the order
-/// of the rules; the same candidate may stand twice.
+/// The candidates for a lower-case word: first the word itself, then the others in the order of the rules. May contain
+/// duplicates.
 QVarLengthArray<BaseForm, 16> BaseForms(QStringView word);
 
-/// The same as texts.
+/// BaseForms as strings.
 QStringList CandidateForms(const QString &word);
 
-/// Index of the first candidate of a word that a list holds, or 0.
+/// Index of the first candidate for a word that is in a list, or 0.
 /// @param list  sorted in ascending binary order
 int FindWithInflections(const QStringList &list, const QString &word);
 
-/// The index of each word, each put in lower case first.
+/// Index of each word, converted to lower case first.
 std::vector<int> MatchWords(const QStringList &list, const QStringList &words);

@@ -20,7 +20,7 @@ std::vector<qsizetype> PositionsOf(QStringView line, QChar character)
     return positions;
 }
 
-/// Without the half-width spaces around it; any other blank belongs to the name.
+/// Trims half-width spaces only; any other blank is part of the name.
 QStringView WithoutSpaces(QStringView text)
 {
     while (text.startsWith(u' '))
@@ -30,7 +30,7 @@ QStringView WithoutSpaces(QStringView text)
     return text;
 }
 
-/// The name in a reference with its corner brackets.
+/// The name in a reference, which includes its corner brackets.
 QString NameIn(QStringView reference)
 {
     return WithoutSpaces(reference.sliced(1, reference.size() - 2)).toString();
@@ -98,7 +98,7 @@ std::vector<PictureReference> PictureReferences(QStringView line)
     for (const qsizetype start : PositionsOf(line, OpeningCorner)) {
         const qsizetype end = line.indexOf(ClosingCorner, start);
         const QString name = NameIn(line.sliced(start, end - start + 1));
-        if (!name.trimmed().isEmpty() && IsPictureNameValid(name)) // a masked name is all blanks
+        if (!name.trimmed().isEmpty() && IsPictureNameValid(name)) // a masked name consists of blanks
             references.push_back({start, end - start + 1, name});
     }
     return references;

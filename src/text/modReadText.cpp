@@ -83,7 +83,7 @@ bool CheckTextEncoding(const QString &path, const QByteArray &bytes, QString *me
 
 namespace {
 
-/// Whether a byte is a character by itself that means nothing to the reader.
+/// Single-byte characters that need no special handling: ASCII without control characters and brackets.
 constexpr std::array<bool, 256> IsPlain = [] {
     std::array<bool, 256> isPlain{};
     for (size_t byte = ' '; byte < 0x80; ++byte)
@@ -91,18 +91,18 @@ constexpr std::array<bool, 256> IsPlain = [] {
     return isPlain;
 }();
 
-/// Whether eight bytes are plain. Some that are ("Y", "_" and controls) count as if they were not, which costs time and
-/// nothing else.
+/// Whether eight bytes are all plain. May return false for plain bytes, which only costs time: "Y" and "_" are always
+/// treated as brackets.
 bool ArePlain(const char *at)
 {
     constexpr quint64 each = 0x0101010101010101;
     quint64 bytes;
     std::memcpy(&bytes, at, sizeof bytes);
-    const quint64 brackets = (bytes | each * 0x06) ^ each * 0x5F; // 0 where there was "[", "Y", "]" or "_"
+    const quint64 brackets = (bytes | each * 0x06) ^ each * 0x5F; // 0 for "[", "Y", "]" and "_"
     return ((bytes | (bytes - each * ' ') | (brackets - each)) & each * 0x80) == 0;
 }
 
-/// Copies the plain bytes at a place. @return the first that is none
+/// Copies a run of plain bytes. @return the first byte after it
 const char *CopyPlain(const char *at, const char *end, char16_t **out)
 {
     constexpr qsizetype block = 8;

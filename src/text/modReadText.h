@@ -1,5 +1,5 @@
-// Reads a text file into lines, or refuses it for its size, its encoding or, in a study file, one of its lines. Whoever
-// can refuse a text reads it here, and makes its own message or remark from the TextRefusal.
+// Reads a text file into lines, or refuses it because of its size, its encoding or, in a study file, one of its lines.
+// All callers that may refuse a text use these functions and build their own messages from the TextRefusal.
 #pragma once
 
 #include "text/modStudyLines.h"
@@ -13,54 +13,54 @@ enum class TextFault
     TooLarge,
     Unreadable,
     WrongCharCode,
-    LineTooLong, ///< this and what follows only in a study file
+    LineTooLong, ///< this and the following only in study files
     BracketCount,
     BracketOrder,
 };
 
-/// The result of a reading. Its message comes with it, as those of the lines quote what is not kept.
+/// Result of reading a file. It includes the message, because some messages quote lines, which are not kept.
 struct TextRefusal
 {
     TextFault fault = TextFault::None;
-    int line = 0;       ///< 1-based line that was refused; 1 for the file as a whole; 0 when there is no fault
-    QString charCode{}; ///< WrongCharCode: the name of the character code
-    QString message{};  ///< the whole of it for the user, its lines separated by CR LF; empty when there is no fault
+    int line = 0;       ///< 1-based line at fault; 1 if the file is refused as a whole; 0 if there is no fault
+    QString charCode{}; ///< WrongCharCode: name of the detected encoding
+    QString message{};  ///< complete text for the user, lines separated by CR LF; empty if there is no fault
 };
 
-/// Whether every tab of a text is replaced by two spaces as it is read.
+/// Whether every tab is replaced by two spaces while reading.
 enum class ExpandTabs : bool
 {
     No,
     Yes,
 };
 
-/// Reads any text file of the program: ASCII or code page 932, at most MostFileBytes. A larger one is not even opened.
+/// Reads any text file in ASCII or code page 932 of at most MostFileBytes. A larger one is not even opened.
 /// @param lines  empty after a refusal
 TextRefusal ReadText(const QString &path, ExpandTabs expandTabs, StudyLines *lines);
 
-/// Reads a study file, expands its tabs and makes the checks of modCheckText, up to the first fault. The file is read
-/// once, so that what was checked is what is shown.
+/// Reads a study file, expands its tabs and runs the checks of modCheckText up to the first fault. The file is read
+/// only once, so what is shown is exactly what was checked.
 /// @param maxLineBytes  longest line allowed, in bytes of code page 932 after tab expansion
 /// @param lines  empty after a refusal
 TextRefusal ReadStudyText(const QString &path, int maxLineBytes, StudyLines *lines);
 
 /// ReadStudyText with its result in separate arguments.
-/// @param message  empty when the file was accepted, else the refusal
-/// @param errorLine  1-based line that was refused; 1 when the file was refused as a whole; 0 when it was accepted
+/// @param message  empty if the file was accepted, else the message of the refusal
+/// @param errorLine  1-based line at fault; 1 if the file was refused as a whole; 0 if it was accepted
 /// @return whether the file was accepted
 bool ReadTextFile(const QString &path, int maxLineBytes, StudyLines *lines, QString *message, int *errorLine);
 
-/// Whether a file's bytes are ASCII or Shift_JIS, the character codes that the program reads.
-/// @param path  only named in the message
-/// @param bytes  own their data, as QByteArray::fromRawData does not
+/// Whether a file's bytes are ASCII or Shift_JIS, the encodings that the program reads.
+/// @param path  used only in the message
+/// @param bytes  must own its data, unlike one from QByteArray::fromRawData
 bool CheckTextEncoding(const QString &path, const QByteArray &bytes, QString *message);
 
-/// Takes bytes of code page 932, at most MostFileBytes, apart into lines. CR LF, LF and CR each end a line; nothing is
-/// made up behind the last.
+/// Splits bytes in code page 932, at most MostFileBytes, into lines. CR LF, LF and CR each terminate a line; no empty
+/// line is added after a final terminator.
 void ReadAllLines(const QByteArray &bytes, ExpandTabs expandTabs, StudyLines *lines);
 
-/// A file's name without its folder and without all that follows its first ".". Both "\" and "/" separate; the path's
-/// last character is no separator. A path without a separator gives an empty text.
+/// A file's name without its folder and everything from the first "." on. "\" and "/" both count as separators, except
+/// as the last character of the path. Empty for a path without a separator.
 QString GetFileTitle(const QString &path);
 
 /// The message for a file that is not in Shift_JIS.
@@ -69,5 +69,5 @@ QString WrongCharCodeMessage(const QString &fileTitle, const QString &codeName);
 /// The message for a file of more than MostFileBytes.
 QString FileTooLargeMessage(const QString &fileTitle);
 
-/// The message for a file that the system does not let us read. @param reason  the system's own words
+/// The message for a file that cannot be read. @param reason  the system's error text
 QString UnreadableFileMessage(const QString &fileTitle, const QString &reason);

@@ -24,7 +24,7 @@ StudyLinesWriter::StudyLinesWriter(qsizetype capacity)
 {
     m_lines.m_text = QString(capacity, Qt::Uninitialized);
     PreferLargePages(m_lines.m_text.data(), capacity * qsizetype(sizeof(QChar)));
-    // Generous guesses: what is not used takes no memory, and what is outgrown is copied.
+    // Generous estimates: unused capacity costs no memory, and a vector that outgrows its capacity is reallocated.
     ReserveLargePages(&m_lines.m_starts, size_t(capacity / 4));
     ReserveLargePages(&m_lines.m_brackets, size_t(capacity / 4));
     next = reinterpret_cast<char16_t *>(m_lines.m_text.data());

@@ -1,6 +1,6 @@
-// The lines of a study file: one contiguous text and a table of where its lines start, with what was noticed while they
-// were read, so that nobody need look through the whole text for it again. Lines are numbered from 1. Places in the
-// text have 32 bits, which no file that is read at all outgrows.
+// The lines of a study file: one contiguous text and a table of line starts, together with facts gathered while reading
+// so that no one has to scan the whole text again. Lines are numbered from 1. Positions in the text are 32-bit, which
+// is enough for MostFileBytes.
 #pragma once
 
 #include <QString>
@@ -24,35 +24,35 @@ class StudyLines
         return QStringView(m_text).sliced(start, StartOf(line + 1) - start);
     }
 
-    /// The text of lines first..last, which has nothing between them. 1 <= first <= last <= Count()
+    /// The text of lines first..last, without separators. Requires 1 <= first <= last <= Count().
     QStringView Lines(int first, int last) const
     {
         return QStringView(m_text).sliced(StartOf(first), StartOf(last + 1) - StartOf(first));
     }
 
-    /// Where a line, 1..Count() + 1, starts in the text of all lines, 0 the first character.
+    /// 0-based position in the text of all lines where a line, 1..Count() + 1, starts.
     qint32 StartOf(int line) const
     {
         return m_starts[size_t(line) - 1];
     }
 
-    /// The first line from a given one on, 1..Count() + 1, that holds a character; 0 when there is none.
+    /// The first line at or after fromLine, 1..Count() + 1, that contains a character; 0 if there is none.
     int NextLineWith(QChar character, int fromLine) const;
 
-    /// Whether the brackets of every line take turns, "[" first and "]" last.
+    /// Whether "[" and "]" alternate on every line, "[" first and "]" last.
     bool BracketsTakeTurns() const
     {
         return m_bracketsTakeTurns;
     }
 
-    /// Blanks in lines whose brackets take turns.
+    /// Number of blanks, provided that BracketsTakeTurns().
     int BlankCount() const
     {
         return int(m_brackets.size() / 2);
     }
 
-    /// Bytes of code page 932 of the longest line. A byte that the code page cannot decode is one character, and one
-    /// byte again: no line changes its length by being read.
+    /// Length of the longest line in bytes of code page 932. Reading does not change a line's length in bytes: an
+    /// undecodable byte becomes one character, which counts as one byte.
     qsizetype LongestLineBytes() const
     {
         return m_longestLineBytes;
@@ -64,27 +64,27 @@ class StudyLines
     }
 
     /// Replaces every "[" and "]" by a space.
-    /// @return where they stood in the text of all lines, ascending, 0 the first character
+    /// @return their 0-based positions in the text of all lines, ascending
     std::vector<qint32> BlankOutBrackets();
 
   private:
     friend class StudyLinesWriter;
 
     QString m_text;
-    std::vector<qint32> m_starts{0}; // start of each line, and behind them the end of the last
-    std::vector<qint32> m_brackets;  // place of each bracket in m_text
+    std::vector<qint32> m_starts{0}; // start of each line, then the end of the last one
+    std::vector<qint32> m_brackets;  // position of each bracket in m_text
     bool m_bracketsTakeTurns = true;
     qsizetype m_longestLineBytes = 0;
 };
 
-/// Makes the lines of a whole file, one character after the other.
+/// Builds the StudyLines of a whole file, character by character.
 class StudyLinesWriter
 {
   public:
-    /// @param capacity  characters that the text will have at most, without line ends
+    /// @param capacity  maximum number of characters in the text, without line endings
     explicit StudyLinesWriter(qsizetype capacity);
 
-    char16_t *next; ///< where the next character goes, other than a bracket; moved on by whoever writes one
+    char16_t *next; ///< where the next character other than a bracket goes; advanced by the caller that writes it
 
     /// Adds "[" or "]".
     void AddBracket(char16_t bracket)
@@ -96,7 +96,7 @@ class StudyLinesWriter
         *next++ = bracket;
     }
 
-    /// @param byteCount  bytes that the line had in the file
+    /// @param byteCount  length of the line in bytes, after tab expansion
     void EndLine(qsizetype byteCount)
     {
         m_lines.m_bracketsTakeTurns &= !m_isInBrackets;
@@ -105,7 +105,7 @@ class StudyLinesWriter
         m_lines.m_starts.push_back(Written());
     }
 
-    /// Hands over the lines that were ended.
+    /// Returns the lines ended so far. The writer must not be used afterwards.
     StudyLines Finish();
 
   private:

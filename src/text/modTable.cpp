@@ -10,7 +10,7 @@
 namespace {
 
 constexpr QChar Quote = u'"';
-constexpr int SampleRows = 20; // that a guess is made from
+constexpr int SampleRows = 20; // rows that a guess is based on
 constexpr char16_t Separators[] = {u'\t', u',', u';'};
 
 bool IsLineEnd(QChar character)
@@ -23,7 +23,7 @@ bool IsBlank(QStringView text)
     return std::ranges::all_of(text, [](QChar character) { return character.isSpace(); });
 }
 
-/// 1-based line of a place in a text.
+/// 1-based number of the line at a position in a text.
 int LineAt(QStringView text, qsizetype place)
 {
     int line = 1;
@@ -32,7 +32,7 @@ int LineAt(QStringView text, qsizetype place)
     return line;
 }
 
-/// The line that a place in a text stands on, without its end.
+/// The line around a position in a text, without its line ending.
 QStringView LineAround(QStringView text, qsizetype place)
 {
     qsizetype start = place;
@@ -41,7 +41,7 @@ QStringView LineAround(QStringView text, qsizetype place)
     return text.sliced(start, std::find_if(text.begin() + place, text.end(), IsLineEnd) - text.begin() - start);
 }
 
-/// The first line that holds more than blanks. @param start  where the text begins
+/// The first non-blank line. @param start  position where the search begins
 QStringView FirstLine(QStringView text, qsizetype start)
 {
     const auto first =
@@ -74,7 +74,7 @@ int Table::UnevenRows() const
     return uneven;
 }
 
-/// Goes through a text once.
+/// Reads a table in a single pass over the text.
 class TableReader
 {
   public:
@@ -85,7 +85,7 @@ class TableReader
     {
     }
 
-    /// @return false when a quoted cell never ends, on which the reader then stands
+    /// @return false if a quoted cell never ends; Place() is then where it starts
     bool Read(int mostRows)
     {
         bool isGood = true;
@@ -104,7 +104,7 @@ class TableReader
         return std::move(m_table);
     }
 
-    /// Whether a character that may separate cells stood in a quoted one.
+    /// Whether one of Separators occurred inside a quoted cell.
     bool IsQuoted(QChar separator) const
     {
         return m_quotedSeparators.contains(separator);
@@ -114,7 +114,7 @@ class TableReader
     enum class Quoted
     {
         Ends,
-        IsNone, ///< the quotes are text
+        IsNone, ///< not a quoted cell: the quotes are text
         NeverEnds,
     };
 
@@ -161,7 +161,7 @@ class TableReader
             return quoted;
         }
         m_table.m_text.truncate(cellStart);
-        // Other programs than spreadsheets write quotes as they are: one that never closes is no fault there.
+        // Only in CSV is an unterminated quote an error: other programs write quotes literally.
         return m_isCsv ? quoted : Quoted::IsNone;
     }
 
@@ -187,12 +187,13 @@ class TableReader
             m_at = at;
             return Quoted::Ends;
         }
-        // Nobody quotes a speaker over several lines: there the quote that ends the cell was forgotten.
+        // Literal quotes, as around direct speech, do not span lines: here the closing quote was forgotten.
         return hasLineEnds ? Quoted::NeverEnds : Quoted::IsNone;
     }
 
-    /// Whether a quoted cell runs over lines that are rows by themselves: the quote that ends it begins another cell
-    /// then. @param end  behind the cell
+    /// Whether a quoted cell spans lines that are complete rows by themselves. If so, its closing quote really opens
+    /// another cell.
+    /// @param end  position after the cell
     bool HoldsWholeRows(qsizetype end) const
     {
         if (m_isCsv || m_separatorsOfLine == 0 || SeparatorsIn(LineAround(m_source, m_at)) != m_separatorsOfLine)
@@ -270,29 +271,29 @@ bool ReadTable(const QString &text, const TableFormat &format, Table *table, int
 
 namespace {
 
-/// How many of some rows have as many cells as most of them, and how many cells that is. Rows of one cell tell nothing.
-struct Likeness
+/// The most common row width in a sample. Rows of a single cell are not considered.
+struct CommonWidth
 {
-    int rows = 0;
-    int cells = 0;
+    int rows = 0;  ///< number of rows with that width
+    int cells = 0; ///< the width
 
-    auto operator<=>(const Likeness &) const = default;
+    auto operator<=>(const CommonWidth &) const = default;
 };
 
-/// The first rows with one of the separators.
+/// The result of splitting the first rows by one of the separators.
 struct Sample
 {
     QChar separator;
-    Likeness likeness;
-    bool isEven;    // all rows have as many cells, which are several
-    QString quoted; // separators that stand in quoted cells
+    CommonWidth common;
+    bool isEven;    // all rows have the same number of cells, more than one
+    QString quoted; // separators that occur inside quoted cells
 };
 
 Sample SampleOf(QStringView rows, QChar separator)
 {
     const TableFormat format{.separator = separator};
     TableReader reader(rows, format);
-    reader.Read(SampleRows); // up to a quoted cell that never ends, if there is one
+    reader.Read(SampleRows); // a failure only makes the sample smaller
     const Table table = reader.TakeTable();
     std::map<int, int> rowsByCells;
     for (int row = 1; row <= table.RowCount(); ++row)
@@ -300,8 +301,8 @@ Sample SampleOf(QStringView rows, QChar separator)
     Sample sample{separator, {}, false, {}};
     for (const auto &[cells, count] : rowsByCells)
         if (cells > 1)
-            sample.likeness = std::max(sample.likeness, Likeness{count, cells});
-    sample.isEven = sample.likeness.rows > 0 && sample.likeness.rows == table.RowCount();
+            sample.common = std::max(sample.common, CommonWidth{count, cells});
+    sample.isEven = sample.common.rows > 0 && sample.common.rows == table.RowCount();
     for (const QChar each : Separators)
         if (reader.IsQuoted(each))
             sample.quoted += each;
@@ -317,11 +318,11 @@ QChar GuessSeparator(QStringView rows)
         samples.push_back(SampleOf(rows, separator));
     Sample best = samples.front();
     for (const Sample &sample : samples)
-        if (!samples.front().isEven && sample.likeness > best.likeness)
+        if (!samples.front().isEven && sample.common > best.common)
             best = sample;
-    // What stands in the quotes of a table that is one with another separator separates nothing.
+    // If another separator gives an even table with the best one inside quotes, the best one is only text.
     for (const Sample &sample : samples)
-        if (sample.quoted.contains(best.separator) && sample.likeness.rows >= best.likeness.rows && sample.isEven)
+        if (sample.quoted.contains(best.separator) && sample.common.rows >= best.common.rows && sample.isEven)
             return sample.separator;
     return best.separator;
 }

@@ -1,5 +1,5 @@
-// Tables that other programs write as text: rows of cells with a character between them (CSV, TSV). Rows and columns
-// are numbered from 1.
+// Reads tables that other programs write as text: rows of cells with a separator between them (CSV, TSV). Rows and
+// columns are numbered from 1.
 #pragma once
 
 #include <QList>
@@ -8,8 +8,8 @@
 
 #include <vector>
 
-/// The cells of a table: one contiguous text and where its cells end, so that a table of millions of cells is no
-/// burden.
+/// The cells of a table: one contiguous text and the positions where cells end, so that a table may have millions of
+/// cells.
 class Table
 {
   public:
@@ -18,25 +18,26 @@ class Table
         return int(m_rows.size());
     }
 
-    /// Cells of the widest row.
+    /// Number of cells in the widest row.
     int ColumnCount() const
     {
         return m_columnCount;
     }
 
-    /// Cells of one row, at least 1: rows need not be alike.
+    /// Number of cells in a row, at least 1. Rows may differ.
     int CellCount(int row) const;
 
-    /// A cell; empty where the row has none in that column. The view is valid until the table changes.
+    /// A cell; empty if the row has none in that column. The view is valid until the table changes.
     QStringView Cell(int row, int column) const;
 
-    /// The number by which a spreadsheet knows a row: blank rows, which are left out here, and header lines count too.
+    /// The row's number as a spreadsheet would show it, which also counts header lines and the blank rows that are
+    /// skipped here.
     int NumberOf(int row) const
     {
         return m_rows[size_t(row) - 1].number;
     }
 
-    /// Rows that have more or fewer cells than the first one.
+    /// Number of rows that have more or fewer cells than the first one.
     int UnevenRows() const;
 
   private:
@@ -44,42 +45,41 @@ class Table
 
     struct Row
     {
-        qint32 firstCell; // place in m_cellEnds
+        qint32 firstCell; // index in m_cellEnds
         qint32 number;
     };
 
     QString m_text;
-    std::vector<qint32> m_cellEnds; // in m_text; a cell starts where the one before it ends
+    std::vector<qint32> m_cellEnds; // positions in m_text; a cell starts where the previous one ends
     std::vector<Row> m_rows;
     int m_columnCount = 0;
 };
 
-/// How the rows of a text are to be read.
+/// How to read the rows of a text.
 struct TableFormat
 {
-    QString separator;    ///< between two cells; empty while it is unknown
-    bool isHtml = false;  ///< cells are HTML and become plain text
-    QList<int> leftOut{}; ///< columns that are not read, by their numbers in the text
-    qsizetype start = 0;  ///< where the first row starts
-    int firstNumber = 1;  ///< the number of the first row
+    QString separator;    ///< between two cells; empty while unknown
+    bool isHtml = false;  ///< cells are HTML, to be converted to plain text
+    QList<int> leftOut{}; ///< columns to skip, by their numbers in the text
+    qsizetype start = 0;  ///< position where the first row starts
+    int firstNumber = 1;  ///< spreadsheet number of the first row, see Table::NumberOf
 };
 
-/// Reads rows as RFC 4180 has them, and what people's programs make of it:
+/// Reads rows as in RFC 4180, tolerating common deviations:
 ///
-///     rows = *( row ( CR LF / LF / CR ) )       the end of the last may be missing
+///     rows = *( row ( CR LF / LF / CR ) )       the last line ending may be missing
 ///     row  = cell *( separator cell )
 ///     cell = DQUOTE *( any character, DQUOTE twice ) DQUOTE *" "
 ///          / *( any character but the separator, CR and LF )
 ///
-/// A cell that begins with a quote and goes on behind the closing one, "so" as a speaker is quoted, is of the second
-/// kind, where the quotes stand for themselves. So is, unless comma or semicolon separate, one whose quote never
-/// closes, or closes only behind lines that each have as many separators as the first. Rows of nothing but blanks are
-/// left out.
-/// @return false when a quoted cell never ends; errorLine is then the 1-based line of the text that it begins on, and
-/// the table is empty
+/// A cell with text after its closing quote ("Hi" she said) is of the second kind, whose quotes are literal. If the
+/// separator is neither comma nor semicolon, so is a cell whose quote is never closed, or is closed only after lines
+/// that each have as many separators as the first. Blank rows are skipped.
+/// @return false if a quoted cell never ends; errorLine is then the 1-based line on which it begins, and the table is
+/// empty
 bool ReadTable(const QString &text, const TableFormat &format, Table *table, int *errorLine);
 
-/// Which of tab, comma and semicolon stands between the cells of some rows, as far as the first of them tell. Tab wins
-/// where all rows have as many, since it is in no sentence, unless another makes a table with tabs in its quotes; a
-/// text without any of them has one column, and gets tab.
+/// Guesses from the first rows whether tab, comma or semicolon separates the cells. Tab wins if all rows have the same
+/// number of tabs, as tabs do not occur in sentences, unless another separator gives an even table with the tabs inside
+/// quotes. A text without any of the three has a single column and gets tab.
 QChar GuessSeparator(QStringView rows);

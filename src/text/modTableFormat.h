@@ -1,16 +1,16 @@
-// What the first lines of a table say about its format.
+// Detects the format of a table from its first lines.
 #pragma once
 
 #include "text/modTable.h"
 
-/// Reads the lines with which some programs begin a table, and guesses what they do not tell:
+/// Reads the header lines that some programs write before a table, and guesses what they do not specify:
 ///
 ///     "sep=;"              spreadsheets: the separator, on the first line only
 ///     "#separator:tab"     flash-card programs: comma, semicolon, tab, space, pipe, colon, or the character itself
 ///     "#html:true"         cells are HTML
-///     "#guid column:1"     a column that is no text to learn, as are those of "notetype", "deck" and "tags"
-///     "#columns:…" "#deck:…" "#notetype:…" "#tags:…" "#if matches:…"     nothing that is needed here
+///     "#guid column:1"     a column without text to learn; likewise "notetype", "deck" and "tags"
+///     "#columns:…" "#deck:…" "#notetype:…" "#tags:…" "#if matches:…"     ignored
 ///
 /// The first line that is none of these is the first row.
-/// @param separator  stands between cells whatever the lines tell; empty when it is to be found out
+/// @param separator  overrides what the lines say; empty to detect it
 TableFormat DetectTableFormat(const QString &text, const QString &separator = QString());

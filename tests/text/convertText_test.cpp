@@ -12,7 +12,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-/// A file in each of the codes that holds one character a line.
+/// A file with one character per line, in one of the encodings.
 struct EncodedFile
 {
     CharCode code;
@@ -33,7 +33,7 @@ QList<EncodedFile> UnicodeFilesOfAllCharacters()
             {CharCode::Utf16Be, QStringEncoder(QStringConverter::Utf16BE, Flag::WriteBom)(text), text}};
 }
 
-/// The characters that have a row and a cell, which is all but those of IBM's own and those of users.
+/// All characters with a row and cell in JIS X 0208, which leaves out the IBM extensions and user-defined characters.
 QList<EncodedFile> JapaneseFilesOfAllCharacters()
 {
     EncodedFile euc{CharCode::Euc, {}, {}};
@@ -66,7 +66,7 @@ QList<EncodedFile> JapaneseFilesOfAllCharacters()
 
 } // namespace
 
-TEST(DecodeText, AllCharactersOfTheCodePageComeBackFromEveryCode)
+TEST(DecodeText, EveryCharacterInEveryEncoding_RoundTrips)
 {
     for (const EncodedFile &file : UnicodeFilesOfAllCharacters() + JapaneseFilesOfAllCharacters()) {
         const ConvertedText converted = ConvertText(DecodeText(file.bytes, file.code), Accents::Keep);
@@ -76,7 +76,7 @@ TEST(DecodeText, AllCharactersOfTheCodePageComeBackFromEveryCode)
     }
 }
 
-TEST(DecodeText, ReadsWhatOtherProgramsWriteAndMarksWhatIsNoCharacter)
+TEST(DecodeText, ForeignBytes_AreDecodedAndInvalidOnesReplaced)
 {
     const Rows<CharCode, QByteArray, QString> rows = {
         {CharCode::Euc, "\xDE\xFE\xDF\xA1\xA5\xDF\xA5\xE0\xA4\xA2\xF4\xA6", u"滌漾ミムあ熙"_s},
@@ -97,7 +97,7 @@ TEST(DecodeText, ReadsWhatOtherProgramsWriteAndMarksWhatIsNoCharacter)
         EXPECT_EQ(DecodeText(bytes, code), text) << bytes.toPercentEncoding().toStdString();
 }
 
-TEST(ConvertText, ReplacesTwinsAndCountsThem)
+TEST(ConvertText, CharactersWithEquivalent_AreReplacedAndCounted)
 {
     const Rows<QString, QString, qsizetype> rows = {
         {u"a\nb\rc\r\n\n"_s, u"a\r\nb\r\nc\r\n\r\n"_s, 0},
@@ -115,7 +115,7 @@ TEST(ConvertText, ReplacesTwinsAndCountsThem)
     EXPECT_EQ(ConvertText(u"\u2212a\u301C\u2212"_s, Accents::Keep).replaced.front().count, 2);
 }
 
-TEST(ConvertText, RemovesAccentsOnlyWhenTold)
+TEST(ConvertText, AccentedLetters_LoseAccentsOnlyOnRequest)
 {
     const QString text = u"a\r\nx\u00E9 e\u0301\u1EBF"_s;
     const ConvertedText removed = ConvertText(text, Accents::Remove);
@@ -126,7 +126,7 @@ TEST(ConvertText, RemovesAccentsOnlyWhenTold)
     EXPECT_EQ(ConvertText(text, Accents::Keep).unwritableCount, 3);
 }
 
-TEST(ConvertText, TellsWhereTheFirstCharactersWithoutATwinStand)
+TEST(ConvertText, CharactersWithoutEquivalent_AreReportedWithPositions)
 {
     const ConvertedText converted = ConvertText(u"a\rb😀\uFFFD\n\n한\u3099\U0001F601\u00B7"_s, Accents::Remove);
     QStringList places;
@@ -136,22 +136,22 @@ TEST(ConvertText, TellsWhereTheFirstCharactersWithoutATwinStand)
     EXPECT_EQ(converted.unwritableCount, 6);
 }
 
-TEST(BreakLongLines, BreaksAtBlanksAndBehindStopsOutsideBrackets)
+TEST(BreakLongLines, LongLine_BreaksAtBlanksAndAfterPunctuationOutsideBrackets)
 {
-    // The limit is ten bytes. The text is empty where nothing may be broken.
+    // The limit is ten bytes. The expected text is empty if a line cannot be broken.
     const Rows<const char *, QString, QString, int> rows = {
         {"at the limit", u"12345 7890\r\n"_s, u"12345 7890\r\n"_s, 0},
         {"as late as possible", u"12 45 7890 2"_s, u"12 45 7890\r\n2"_s, 1},
-        {"behind a stop of two bytes", u"12345678。か"_s, u"12345678。\r\nか"_s, 1},
-        {"before a stop that is over", u"12 456789。か"_s, u"12\r\n456789。か"_s, 1},
+        {"after punctuation of two bytes", u"12345678。か"_s, u"12345678。\r\nか"_s, 1},
+        {"punctuation that exceeds the limit", u"12 456789。か"_s, u"12\r\n456789。か"_s, 1},
         {"several times", u"かき、くけ、こさ，しす．せそ、た\r\nz\r\n"_s,
          u"かき、\r\nくけ、\r\nこさ，\r\nしす．\r\nせそ、た\r\nz\r\n"_s, 1},
-        {"blank at the end goes", u"1234567890 \r\na"_s, u"1234567890\r\na"_s, 1},
-        {"tabs count two", u"1234\t789a\tb"_s, u"1234\t789a\r\nb"_s, 1},
+        {"trailing blank is removed", u"1234567890 \r\na"_s, u"1234567890\r\na"_s, 1},
+        {"tabs count as two bytes", u"1234\t789a\tb"_s, u"1234\t789a\r\nb"_s, 1},
         {"not inside brackets", u"a [b c d e f g]"_s, QString(), 1},
         {"before brackets", u"abcde　[1 3、4]x"_s, u"abcde\r\n[1 3、4]x"_s, 1},
-        {"no place", u"12 45\r\n123456789ab\r\n"_s, QString(), 1},
-        {"none is broken when one cannot be", u"12345 7890ab\r\n123456789ab"_s, QString(), 2},
+        {"no place to break", u"12 45\r\n123456789ab\r\n"_s, QString(), 1},
+        {"all or nothing", u"12345 7890ab\r\n123456789ab"_s, QString(), 2},
         {"no line", QString(), QString(), 0},
     };
     for (const auto &[name, text, expected, longLines] : rows) {

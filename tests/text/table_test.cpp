@@ -10,7 +10,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-/// A table as one text: cells with "|" between them, rows with "/" between them.
+/// A table as one text: cells joined by "|", rows by "/".
 QString Joined(const Table &table)
 {
     QStringList rows;
@@ -38,32 +38,32 @@ QString WithQuotes(QString cell)
 
 } // namespace
 
-TEST(ReadTable, TakesRowsApartAsRfc4180AndPeoplesProgramsHaveThem)
+TEST(ReadTable, StandardOrDeviatingText_SplitsIntoRowsAndCells)
 {
     const Rows<const char *, QString, QString> rows = {
-        {"line ends of all kinds, none at the end", u"a,b\r\nc,d\ne,f\rg,h"_s, u"a|b/c|d/e|f/g|h"_s},
-        {"line end at the end", u"a,b\n"_s, u"a|b"_s},
-        {"blank lines, also of blanks", u"\n\r\na,b\n\n  \t\nc,d\n\n"_s, u"a|b/c|d"_s},
+        {"all kinds of line endings, none at the end", u"a,b\r\nc,d\ne,f\rg,h"_s, u"a|b/c|d/e|f/g|h"_s},
+        {"line ending at the end", u"a,b\n"_s, u"a|b"_s},
+        {"empty and blank lines", u"\n\r\na,b\n\n  \t\nc,d\n\n"_s, u"a|b/c|d"_s},
         {"empty cells", u",a,\n,,\n"_s, u"|a|/||"_s},
-        {"quoted separators and line ends", u"\"a,1\",\"b\r\n2\"\nc,d"_s, u"a,1|b\r\n2/c|d"_s},
+        {"quoted separators and line endings", u"\"a,1\",\"b\r\n2\"\nc,d"_s, u"a,1|b\r\n2/c|d"_s},
         {"doubled quotes", u"\"\"\"a\"\"\",\"\"\n\"\"\"\",b"_s, u"\"a\"|/\"|b"_s},
         {"quotes within a cell", u"5\" disk,say \"hi\"\n"_s, u"5\" disk|say \"hi\""_s},
-        {"cell that begins with a quoted word", u"\"Hi\" he said\tb\nc\td"_s, u"\"Hi\" he said|b/c|d"_s},
-        {"blanks behind a quoted cell", u"\"a\"  ,\"b\" \nc,d"_s, u"a|b/c|d"_s},
-        {"blanks of cells stay", u" a , b\n"_s, u" a | b"_s},
+        {"cell beginning with a quoted word", u"\"Hi\" he said\tb\nc\td"_s, u"\"Hi\" he said|b/c|d"_s},
+        {"blanks after a quoted cell", u"\"a\"  ,\"b\" \nc,d"_s, u"a|b/c|d"_s},
+        {"blanks within cells are kept", u" a , b\n"_s, u" a | b"_s},
         {"uneven rows", u"a,b\nc\nd,e,f\n"_s, u"a|b/c/d|e|f"_s},
-        {"no row", u"\r\n\n"_s, QString()},
-        {"quoted row of nothing", u"a\n\"\"\nb"_s, u"a//b"_s},
-        {"quote never closed between tabs", u"a\tb\n\"c\td\ne\t\"f"_s, u"a|b/\"c|d/e|\"f"_s},
-        {"closed only by the quote of a later row", u"a\t\"b\r\nc\td\"\r\ne\tf"_s, u"a|\"b/c|d\"/e|f"_s},
-        {"line end in a cell between tabs", u"a\t\"b\nc\"\n\"d\ne\"\tf\n"_s, u"a|b\nc/d\ne|f"_s},
-        {"line end and tab in a cell", u"a\tb\tc\n\"d\te\nf\"\tg\th"_s, u"a|b|c/d\te\nf|g|h"_s},
+        {"no rows", u"\r\n\n"_s, QString()},
+        {"row of an empty quoted cell", u"a\n\"\"\nb"_s, u"a//b"_s},
+        {"unterminated quote between tabs", u"a\tb\n\"c\td\ne\t\"f"_s, u"a|b/\"c|d/e|\"f"_s},
+        {"quote closed only by one in a later row", u"a\t\"b\r\nc\td\"\r\ne\tf"_s, u"a|\"b/c|d\"/e|f"_s},
+        {"line ending in a cell between tabs", u"a\t\"b\nc\"\n\"d\ne\"\tf\n"_s, u"a|b\nc/d\ne|f"_s},
+        {"line ending and tab in a cell", u"a\tb\tc\n\"d\te\nf\"\tg\th"_s, u"a|b|c/d\te\nf|g|h"_s},
     };
     for (const auto &[name, text, expected] : rows)
         EXPECT_EQ(Joined(TableOf(text)), expected) << name;
 }
 
-TEST(ReadTable, CellsThatAreWrittenWithQuotesComeBack)
+TEST(ReadTable, QuotedCells_RoundTrip)
 {
     const QStringList cells = {QString(), u"a"_s,          u"\""_s,     u"\"\"x"_s,    u"a,b"_s,
                                u"\r"_s,   u"two\nlines"_s, u"\t;,\""_s, u" りんご "_s, u"[x]"_s};
@@ -81,14 +81,14 @@ TEST(ReadTable, CellsThatAreWrittenWithQuotesComeBack)
     }
 }
 
-TEST(ReadTable, TheUsersSeparatorGoesBeforeWhatTheLinesTell)
+TEST(ReadTable, GivenSeparator_OverridesHeaderAndGuess)
 {
     const Rows<const char *, QString, QString, QString> rows = {
-        {"longer than a character", u"a-b - c\nd - \"e - f\" - g\n"_s, u" - "_s, u"a-b|c/d|e - f|g"_s},
-        {"cut off by the end of the line", u"a -\nb - c -"_s, u" - "_s, u"a -/b|c -"_s},
-        {"behind a header", u"sep=;\na;b,c\n"_s, u","_s, u"a;b|c"_s},
-        {"quote never closed", u"\"a - b\nc - d\n"_s, u" - "_s, u"\"a|b/c|d"_s},
-        {"nowhere in the text", u"a,b\nc,d"_s, u"::"_s, u"a,b/c,d"_s},
+        {"longer than one character", u"a-b - c\nd - \"e - f\" - g\n"_s, u" - "_s, u"a-b|c/d|e - f|g"_s},
+        {"cut off by the line ending", u"a -\nb - c -"_s, u" - "_s, u"a -/b|c -"_s},
+        {"after a header", u"sep=;\na;b,c\n"_s, u","_s, u"a;b|c"_s},
+        {"unterminated quote", u"\"a - b\nc - d\n"_s, u" - "_s, u"\"a|b/c|d"_s},
+        {"not in the text", u"a,b\nc,d"_s, u"::"_s, u"a,b/c,d"_s},
     };
     for (const auto &[name, text, separator, expected] : rows) {
         Table table;
@@ -98,13 +98,13 @@ TEST(ReadTable, TheUsersSeparatorGoesBeforeWhatTheLinesTell)
     }
 }
 
-TEST(ReadTable, QuoteNeverClosed_IsRefusedWithItsLine)
+TEST(ReadTable, UnterminatedQuote_IsRefusedWithItsLine)
 {
     const Rows<const char *, QString, int> rows = {
-        {"to the end", u"a,b\r\nc,\"d\r\ne,f\r\n"_s, 2},
-        {"line ends in a cell before it", u"\"a\n1\",b\rc,d\n\"e"_s, 4},
+        {"up to the end of the text", u"a,b\r\nc,\"d\r\ne,f\r\n"_s, 2},
+        {"after a cell with line endings", u"\"a\n1\",b\rc,d\n\"e"_s, 4},
         {"up to the next quoted cell", u"a,\"b\nc,\"d\"\n"_s, 1},
-        {"a quote alone", u"a;b\n\""_s, 2},
+        {"a lone quote", u"a;b\n\""_s, 2},
     };
     for (const auto &[name, text, line] : rows) {
         Table table;
@@ -115,7 +115,7 @@ TEST(ReadTable, QuoteNeverClosed_IsRefusedWithItsLine)
     }
 }
 
-TEST(ReadTable, RowsKeepTheNumbersOfASpreadsheet)
+TEST(ReadTable, SkippedRows_CountInSpreadsheetNumbers)
 {
     const Table table = TableOf(u"sep=;\r\n\r\n\"a\r\n1\";b\r\n\r\nc;d;e\r\nf"_s);
     EXPECT_EQ(Joined(table), u"a\r\n1|b/c|d|e/f"_s);
@@ -127,7 +127,7 @@ TEST(ReadTable, RowsKeepTheNumbersOfASpreadsheet)
     EXPECT_TRUE(table.Cell(3, 2).isEmpty());
 }
 
-TEST(GuessSeparator, GoesByTheFirstRows)
+TEST(GuessSeparator, FirstRows_DecideSeparator)
 {
     const Rows<const char *, QString, QChar> rows = {
         {"commas in the text of a tabbed file", u"a, b\tc\nd, e\tf\n"_s, u'\t'},
@@ -136,40 +136,40 @@ TEST(GuessSeparator, GoesByTheFirstRows)
         {"separators within quotes", u"\"a;1\",\"b;2;3\"\n\"c;\",d\n"_s, u','},
         {"more columns", u"a;b,c;d\ne;f,g;h\n"_s, u';'},
         {"a title above the rows", u"Unit 3\na,b\nc,d\n"_s, u','},
-        {"quote never closed", u"a,\"b\nc,d\n"_s, u','},
+        {"unterminated quote", u"a,\"b\nc,d\n"_s, u','},
         {"tabs within quotes", u"\"a\t1\",b\n\"c\t2\",d\n"_s, u','},
         {"commas within quotes", u"\"a,1\";b\n\"c,2\";d\n"_s, u';'},
-        {"a speaker's commas in a tabbed file", u"\"a, b\"\tc\n\"d, e\"\tf\n"_s, u'\t'},
-        {"a speaker's tab", u"\"a\", b\tc\n"_s, u'\t'},
+        {"commas in quoted speech in a tabbed file", u"\"a, b\"\tc\n\"d, e\"\tf\n"_s, u'\t'},
+        {"tab after quoted speech", u"\"a\", b\tc\n"_s, u'\t'},
         {"one column", u"apple\nice\n"_s, u'\t'},
-        {"nothing", QString(), u'\t'},
+        {"empty text", QString(), u'\t'},
     };
     for (const auto &[name, text, separator] : rows)
         EXPECT_EQ(GuessSeparator(text), separator) << name;
 }
 
-TEST(DetectTableFormat, HeaderLinesOfOtherProgramsAreTakenAndNoRow)
+TEST(DetectTableFormat, HeaderLines_SetFormatAndAreNotRows)
 {
     const Rows<const char *, QString, QString> rows = {
         {"spreadsheet", u"sep=;\r\na,1;b\r\n"_s, u"a,1|b"_s},
-        {"only on the first line", u"a;b\nc;d\nsep=,\n"_s, u"a|b/c|d/sep=,"_s},
+        {"sep= only counts on the first line", u"a;b\nc;d\nsep=,\n"_s, u"a|b/c|d/sep=,"_s},
         {"flash cards", u"#separator:tab\n#html:false\n#tags:x\na,b\tc\n"_s, u"a,b|c"_s},
         {"named and literal separators", u"#separator:Pipe\na|b"_s, u"a|b"_s},
         {"a literal separator", u"#separator:!\na!b"_s, u"a|b"_s},
-        {"a separator that cannot be one", u"#separator:\"\na;b\nc;d"_s, u"a|b/c|d"_s},
-        {"columns that are not to learn",
+        {"an impossible separator", u"#separator:\"\na;b\nc;d"_s, u"a|b/c|d"_s},
+        {"columns without text to learn",
          u"#separator:Comma\n#guid column:1\n#notetype column:2\n#tags column:5\nid1,Basic,a,b,t1\nid2,Basic,c,d,"_s,
          u"a|b/c|d"_s},
-        {"no column left", u"#separator:Comma\n#guid column:1\nid1\nid2,a\n"_s, u"a"_s},
-        {"a row that begins with #", u"#,word\n1,apple\n#no header: x,y\n"_s, u"#|word/1|apple/#no header: x|y"_s},
+        {"row without remaining columns", u"#separator:Comma\n#guid column:1\nid1\nid2,a\n"_s, u"a"_s},
+        {"a row beginning with #", u"#,word\n1,apple\n#no header: x,y\n"_s, u"#|word/1|apple/#no header: x|y"_s},
         {"HTML", u"#separator:comma\n#html:true\n\"a<br>b\",<b>c</b>&amp;&#x41;\n"_s, u"a b|c&A"_s},
-        {"nothing behind the header", u"#html:true"_s, QString()},
+        {"nothing after the header", u"#html:true"_s, QString()},
     };
     for (const auto &[name, text, expected] : rows)
         EXPECT_EQ(Joined(TableOf(text)), expected) << name;
 }
 
-TEST(TextOfHtml, DropsTagsAndNothingElse)
+TEST(TextOfHtml, TagsAndEntities_AreConvertedAndOtherTextIsKept)
 {
     const Rows<QString, QString> rows = {
         {u"<div>a</div><DIV class=\"x\">b</div>c<br/>d"_s, u" a  b c d"_s},

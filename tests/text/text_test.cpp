@@ -22,7 +22,7 @@ QStringList Texts(const StudyLines &lines)
 
 } // namespace
 
-TEST(ReadAllLines, EndsALineAtEachKindOfLineEndAndExpandsTabs)
+TEST(ReadAllLines, AnyLineEnding_EndsOneLineAndTabsAreExpanded)
 {
     const Rows<QByteArray, QStringList> rows = {
         {"", {}},
@@ -45,15 +45,15 @@ TEST(ReadAllLines, EndsALineAtEachKindOfLineEndAndExpandsTabs)
     }
 }
 
-TEST(CheckLineBytes, AllowsOneHundredBytes)
+TEST(CheckLineBytes, LineOver100Bytes_IsRefusedWithItsNumberAndLength)
 {
-    // The length in bytes is 0 where the line is accepted.
+    // 0 bytes: the line is accepted.
     const Rows<const char *, QString, int> rows = {
         {"half-width, at the limit", QString(100, u'a'), 0},
         {"half-width, one over", QString(101, u'a'), 101},
         {"full-width, at the limit", QString(50, u'語'), 0},
         {"full-width, one over", QString(51, u'語'), 102},
-        {"more than a 16-bit count holds", QString(70'000, u'a'), 70'000},
+        {"more than a 16-bit count can hold", QString(70'000, u'a'), 70'000},
     };
     for (const auto &[name, line, bytes] : rows) {
         QString message;
@@ -69,7 +69,7 @@ TEST(CheckLineBytes, AllowsOneHundredBytes)
               u"改行を加えて，すべての行を100バイト以下にしてください。"_s);
 }
 
-TEST(CheckBrackets, MustPairUpAndTakeTurns)
+TEST(CheckBrackets, UnequalOrNotAlternating_IsRefusedWithItsLine)
 {
     using Message = QString (*)(int, QStringView);
     const Rows<QString, Message> rows = {
@@ -100,16 +100,16 @@ TEST(CheckBrackets, MustPairUpAndTakeTurns)
               u"[,]の前後関係を適切にしてから，瞬記帳に読み込ませてください。\r\n\r\n"_s);
 }
 
-TEST(ReadTextFile, RefusesAsOneEvent)
+TEST(ReadTextFile, FaultyFile_IsRefusedWithMessageAndLineAndNoOutput)
 {
     const Rows<const char *, QByteArray, QString, int> rows = {
         {"EUC", "\xC6\xFC\xCB\xDC\xB8\xEC\xA4\xCE\r\n", WrongCharCodeMessage(u"week1"_s, u"EUC"_s), 1},
         {"UTF-16", "\xFF\xFE[\0", WrongCharCodeMessage(u"week1"_s, u"UTF16_LE"_s), 1},
-        {"second line one byte too long", "a\r\n" + QByteArray(97, 'b') + "\t\t\r\n",
+        {"second line too long by one byte", "a\r\n" + QByteArray(97, 'b') + "\t\t\r\n",
          LineTooLongMessage(100, 2, 101, QString(QString(97, u'b') + u"    "_s)), 2},
-        {"too long before wrong brackets", "[a\r\n" + QByteArray(101, 'b'),
+        {"length is checked before brackets", "[a\r\n" + QByteArray(101, 'b'),
          LineTooLongMessage(100, 2, 101, QString(101, u'b')), 2},
-        {"count before order", "]a[\r\n[b", BracketCountMessage(2, u"[b"), 2},
+        {"count is checked before order", "]a[\r\n[b", BracketCountMessage(2, u"[b"), 2},
         {"order", "ok\r\n]a[", BracketOrderMessage(2, u"]a["), 2},
     };
     const TestFolder folder;
@@ -130,8 +130,8 @@ TEST(ReadTextFile, RefusesAsOneEvent)
     EXPECT_TRUE(refusalOf(folder.Path(u"gone.txt"_s))
                     .startsWith(u"次のテキストファイルを読み込みできません。\r\n    ファイル名＝gone\r\n"_s));
     QFile large(folder.Write(u"large.txt"_s, "\xFF\xFE["));
-    ASSERT_TRUE(large.resize(MostFileBytes)) << "without a block on the disk";
-    EXPECT_EQ(refusalOf(large.fileName()), WrongCharCodeMessage(u"large"_s, u"UTF16_LE"_s)) << "as large as it may be";
+    ASSERT_TRUE(large.resize(MostFileBytes)) << "sparse";
+    EXPECT_EQ(refusalOf(large.fileName()), WrongCharCodeMessage(u"large"_s, u"UTF16_LE"_s)) << "at the size limit";
     ASSERT_TRUE(large.resize(MostFileBytes + 1));
     EXPECT_EQ(refusalOf(large.fileName()),
               u"次のテキストファイルは大きすぎるため読み込みできません。\r\n    ファイル名＝large\r\n\r\n"
@@ -143,7 +143,7 @@ TEST(ReadTextFile, RefusesAsOneEvent)
               u"再度このファイルを選択してください。"_s);
 }
 
-TEST(ReadTextFile, AcceptsAndExpandsTabs)
+TEST(ReadTextFile, ValidFile_IsAcceptedWithTabsExpanded)
 {
     const TestFolder folder;
     StudyLines lines;
@@ -156,7 +156,7 @@ TEST(ReadTextFile, AcceptsAndExpandsTabs)
     EXPECT_EQ(errorLine, 0);
 }
 
-TEST(GetFileTitle, StandsBetweenTheFolderAndTheFirstDot)
+TEST(GetFileTitle, AnyPath_GivesNameBetweenFolderAndFirstDot)
 {
     const Rows<QString, QString> rows = {
         {u"C:\\txt\\a.b.txt"_s, u"a"_s}, {u"/txt/week1.rev2.txt"_s, u"week1"_s}, {u"/txt/noext"_s, u"noext"_s},
@@ -167,7 +167,7 @@ TEST(GetFileTitle, StandsBetweenTheFolderAndTheFirstDot)
         EXPECT_EQ(GetFileTitle(path), title) << path.toStdString();
 }
 
-TEST(DisplayText, KeepsColumnsAndNumbersTheBlanksInFileOrder)
+TEST(DisplayText, BracketedWords_KeepColumnsAndBecomeBlanksInFileOrder)
 {
     const DisplayText text(LinesOf({u"水は[H2O]で[塩]だ"_s, u"なし"_s, u"[][ｱ漢]"_s}));
     const BlankTable &blanks = text.Blanks();
@@ -179,7 +179,7 @@ TEST(DisplayText, KeepsColumnsAndNumbersTheBlanksInFileOrder)
     EXPECT_EQ(text.Answer(4), u"ｱ漢"_s);
 
     const BoxEdges salt = GetBqInfoFromLine(text, 2, 7, 40);
-    EXPECT_EQ(salt.leftPx, 40 + 11 * 7) << "two full-width, five half-width, one full-width character before it";
+    EXPECT_EQ(salt.leftPx, 40 + 11 * 7) << "after two full-width, five half-width and one full-width character";
     EXPECT_EQ(salt.rightPx, 40 + 15 * 7);
     EXPECT_EQ(text.MaskedLine(1), u"水は     で 　 だ"_s);
     EXPECT_EQ(text.MaskedLine(3), u"   "
@@ -195,7 +195,7 @@ TEST(DisplayText, KeepsColumnsAndNumbersTheBlanksInFileOrder)
     EXPECT_EQ(onLines(2, 3), (std::vector<int>{3, 4}));
 }
 
-TEST(PictureName, IsCheckedByLineAndByName)
+TEST(PictureName, UnmatchedBracketsOrForbiddenCharacters_AreInvalid)
 {
     const Rows<QString, bool> lines = {
         {u"none"_s, true}, {u"｣ alone"_s, true}, {u"｢a｣ ｢b｣"_s, true}, {u"｢｢a｣｣"_s, true},
@@ -218,14 +218,14 @@ TEST(PictureName, IsCheckedByLineAndByName)
     EXPECT_EQ(BadPictureNamesMessage(ten + QStringList(u"."_s)), BadPictureNamesMessage(ten) + u"\r\n…"_s);
 }
 
-TEST(PictureName, IsFoundAtAPlaceAndInAFolder)
+TEST(PictureName, PositionInReference_GivesNameAndFindsFile)
 {
     const QString line = u"a ｢ cell ｣ b ｢x.y｣ ｢図｣"_s;
     EXPECT_EQ(PictureNameAt(line, 1), QString());
     EXPECT_EQ(PictureNameAt(line, 2), u"cell"_s);
     EXPECT_EQ(PictureNameAt(line, 9), u"cell"_s);
     EXPECT_EQ(PictureNameAt(line, 10), QString());
-    EXPECT_EQ(PictureNameAt(line, 14), QString()) << "no valid name";
+    EXPECT_EQ(PictureNameAt(line, 14), QString()) << "invalid name";
     EXPECT_EQ(PictureNameAt(line, 20), u"図"_s);
     EXPECT_EQ(PictureNameAt(u"｢a", 1), QString());
 
