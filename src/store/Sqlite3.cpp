@@ -4,7 +4,7 @@
 
 int SQLite3Initialize()
 {
-    // One thread uses the library, which then need not guard every call. Once it is ready this changes nothing.
+    // Only one thread uses SQLite, so it need not lock on every call. Has no effect once SQLite is initialized.
     sqlite3_config(SQLITE_CONFIG_SINGLETHREAD);
     return sqlite3_initialize();
 }

@@ -1,4 +1,4 @@
-// One wrapper for each SQLite call that the program uses. Arguments and results are passed through unchanged; result
+// One wrapper per SQLite function that the program uses. Arguments and results are passed through unchanged; result
 // codes are those of the SQLite C interface (0 SQLITE_OK, 5 SQLITE_BUSY, 100 SQLITE_ROW, 101 SQLITE_DONE ...).
 #pragma once
 
@@ -9,10 +9,10 @@
 struct sqlite3;
 struct sqlite3_stmt;
 
-/// Makes the library ready. @return 0 on success, else SQLite's result code; a second call does nothing
+/// Initializes SQLite; further calls do nothing. @return 0 on success, else SQLite's result code
 int SQLite3Initialize();
 
-/// Opens a database by its path, or makes an empty one where there is none.
+/// Opens a database, creating an empty one if it does not exist.
 int SQLite3Open(const QString &path, sqlite3 **handle);
 
 int SQLite3Close(sqlite3 *handle);
@@ -25,21 +25,21 @@ int SQLite3Finalize(sqlite3_stmt *statement);
 
 int SQLite3ColumnCount(sqlite3_stmt *statement);
 
-/// Storage class of a value in the present row: 1 INTEGER, 2 FLOAT, 3 TEXT, 4 BLOB, 5 NULL. Columns are numbered from
+/// Storage class of a value in the current row: 1 INTEGER, 2 FLOAT, 3 TEXT, 4 BLOB, 5 NULL. Columns are numbered from
 /// 0.
 int SQLite3ColumnType(sqlite3_stmt *statement, int column);
 
-/// In UTF-8, until the statement is finalized.
+/// UTF-8, valid until the statement is finalized.
 QByteArrayView SQLite3ColumnName(sqlite3_stmt *statement, int column);
 
 int SQLite3ColumnInt(sqlite3_stmt *statement, int column);
 
 double SQLite3ColumnDouble(sqlite3_stmt *statement, int column);
 
-/// In UTF-8, up to its first NUL, until the next step.
+/// UTF-8, up to the first NUL, valid until the next step.
 QByteArrayView SQLite3ColumnText(sqlite3_stmt *statement, int column);
 
-/// A statement that is finalized at the end of its scope at the latest.
+/// Owns a statement and finalizes it at the end of its scope.
 class SQLite3Statement
 {
   public:
@@ -55,13 +55,13 @@ class SQLite3Statement
         return m_statement;
     }
 
-    /// For SQLite3Prepare16V2, once.
+    /// Output argument for SQLite3Prepare16V2; use once.
     sqlite3_stmt **Address()
     {
         return &m_statement;
     }
 
-    /// @return SQLite's result code: 0, or that of the last step where it failed; 0 when called again
+    /// @return 0, or SQLite's result code of the last step if that failed; 0 if called again
     int Finalize()
     {
         return SQLite3Finalize(std::exchange(m_statement, nullptr));

@@ -9,7 +9,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-/// A row in UTF-8 while it is put together.
+/// Buffer for building a row in UTF-8.
 using RowBytes = QVarLengthArray<char, 256>;
 
 void Append(QByteArrayView text, RowBytes *row)
@@ -17,8 +17,7 @@ void Append(QByteArrayView text, RowBytes *row)
     row->append(text.data(), text.size());
 }
 
-/// Appends the value of a column of the present row. Integers wider than 32 bits lose their upper half: the only integer
-/// column is a small count.
+/// Appends a value of the current row. Integers are truncated to 32 bits, as the only integer column is a small count.
 void AppendValue(sqlite3_stmt *statement, int column, RowBytes *row)
 {
     switch (SQLite3ColumnType(statement, column)) {
@@ -42,7 +41,7 @@ void AppendName(sqlite3_stmt *statement, int column, RowBytes *row)
     Append(SQLite3ColumnName(statement, column), row);
 }
 
-/// What a function appends for each column of the present row, joined by TAB.
+/// Calls append for each column of the current row and joins the results by TAB.
 QString JoinColumns(sqlite3_stmt *statement, void (*append)(sqlite3_stmt *, int, RowBytes *))
 {
     RowBytes row;
@@ -67,7 +66,7 @@ StudyDatabase::~StudyDatabase()
 int StudyDatabase::Open(const QString &path)
 {
     m_isPowerSafe = false;
-    // SQLite opens what lies beside a database too.
+    // SQLite also opens the journal and log files beside a database.
     QString reason;
     for (const QStringView ending : {u"", u"-journal", u"-wal", u"-shm"})
         if (!IsRegularOrMissing(path + ending, &reason))
@@ -81,9 +80,9 @@ void StudyDatabase::Close()
     m_handle = nullptr;
 }
 
-/// Has SQLite sync the folder too when a commit removes its journal: a journal that comes back after a power cut would
-/// take a session back that was complete. SQLite reads the database for this, so it fails while that is locked or
-/// broken; it is then tried again before the next statement, which tells of the fault.
+/// Makes SQLite also sync the folder after a commit removes its journal; a journal that reappeared after a power cut
+/// would roll back a completed session. The pragma reads the database, so it fails while that is locked or corrupt; it
+/// is then retried before the next statement, which reports the fault.
 void StudyDatabase::MakePowerSafe()
 {
     if (m_isPowerSafe)
@@ -168,7 +167,7 @@ RowValues::RowValues(const ResultTable &table, int row)
 {
     const QString &text = table[size_t(row)];
     auto start = text.begin();
-    for (auto at = text.begin(); at != text.end(); ++at) // the values are too short for a search to be quicker
+    for (auto at = text.begin(); at != text.end(); ++at) // faster than indexOf, as values are short
         if (*at == u'\t') {
             m_values.push_back(QStringView(start, at));
             start = at + 1;

@@ -1,6 +1,6 @@
-// The study database: statements without and with rows, and the text table that rows come back in. Every fault is shown
-// at once in a plain message box; callers only learn whether it worked. There is one connection, one statement at a
-// time, and a locked database is not tried again.
+// Access layer of the study database: runs statements with and without result rows, and returns rows as a text table.
+// Every error is shown at once in a plain message box; callers only learn whether the call succeeded. There is one
+// connection and one statement at a time; a locked database is an error, without retries.
 #pragma once
 
 #include "platform/modSystemServices.h"
@@ -14,50 +14,48 @@
 struct sqlite3;
 struct sqlite3_stmt;
 
-/// Rows of a query: row 0 is the header, the column names joined by TAB; rows 1..n are the values joined by TAB.
-/// Without rows there is only row 0, and it is empty.
+/// Result of a query: row 0 is the header, the column names joined by TAB; rows 1..n are the values joined by TAB.
+/// A query without result rows gives only row 0, which is then empty.
 using ResultTable = std::vector<QString>;
 
 class StudyDatabase
 {
   public:
-    /// @param services  shows the faults
+    /// @param services  shows the error messages
     explicit StudyDatabase(SystemServices &services);
     ~StudyDatabase();
     Q_DISABLE_COPY_MOVE(StudyDatabase)
 
-    /// @return SQLite's result code, 0 on success; SQLITE_CANTOPEN where it or what lies beside it is no regular
-    /// file
+    /// Opens a database, creating it if it does not exist.
+    /// @return SQLite's result code, 0 on success; SQLITE_CANTOPEN if it or its journal or log is not a regular file
     int Open(const QString &path);
 
-    /// Closes the connection. Statements fail from then on. Closing twice does nothing.
+    /// Closes the connection; all statements fail from then on. Closing twice does nothing.
     void Close();
 
-    /// Whether a database that can be read has no table or view of that name, in letters of either case. Nothing is
-    /// shown: the next statement tells of a database that cannot be read.
+    /// Whether a readable database has no table or view with that name, ignoring case. False, without a message, for an
+    /// unreadable one: the next statement reports that.
     bool LacksTable(const QString &name);
 
-    /// Runs a statement that returns no rows. Of a text with several statements only the first is looked at.
-    /// @param names  texts that were put into it between single quotes. One that holds a "'" itself would end there,
-    ///   and what follows it would be read as SQL: such a statement counts as one that cannot be prepared.
-    /// @return whether it was carried out, and is on the disk for good; if not, the database is as before and the
-    /// learner has been told
+    /// Runs a statement that returns no rows. If the text contains several statements, only the first one is run.
+    /// @param names  texts that were inserted into it between single quotes. If one contains "'" itself, which would
+    ///   end the literal and turn the rest into SQL, the statement fails as if it could not be prepared.
+    /// @return whether it succeeded and is on disk; if not, the database is unchanged and a message was shown
     bool SQLite3NonQuery(const QString &sql, const QStringList &names = {});
 
     /// Runs a statement that returns rows.
+    /// @param table  the result; after an error, the rows read before it
     /// @param names  as above
-    /// @param table  the rows up to a fault, if there is one; the learner has then been told
-    /// @return whether there was no fault
+    /// @return whether it succeeded; if not, a message was shown
     bool SQLite3Query(const QString &sql, ResultTable *table, const QStringList &names = {});
 
-    /// One value of a result table by the name of its column.
-    /// @param row  1..n for a value
-    /// @return empty, after a message, when the table has no such column; empty too for an empty row
+    /// One value of a result table, by column name. For many rows, FindColumn and RowValues are faster.
+    /// @param row  1..n
+    /// @return empty for an empty row, and, after a message, if there is no such column
     QString SQLite3GetColumn(const ResultTable &table, int row, const QString &name);
 
-    /// The place of a column in a result table, 0 for the first. For many rows this and FieldOf are quicker than the
-    /// above.
-    /// @return -1, after the same message, when the table has no such column
+    /// The 0-based index of a column in a result table.
+    /// @return -1, after a message, if there is no such column
     int FindColumn(const ResultTable &table, QStringView name);
 
   private:
@@ -66,16 +64,17 @@ class StudyDatabase
 
     SystemServices &m_services;
     sqlite3 *m_handle = nullptr;
-    bool m_isPowerSafe = false; ///< a statement that was carried out outlives a power cut
+    bool m_isPowerSafe = false; ///< whether statements that succeed survive a power cut
 };
 
-/// The values of one row of a result table, which must outlive this.
+/// The values of one row of a result table, which must outlive this object.
 class RowValues
 {
   public:
     RowValues(const ResultTable &table, int row);
 
-    /// @param column  as FindColumn gives it @return empty for column -1, and in an empty row
+    /// @param column  result of FindColumn
+    /// @return empty for column -1 and in an empty row
     QStringView operator[](int column) const
     {
         return column >= 0 && column < m_values.size() ? m_values[column] : QStringView();

@@ -15,21 +15,21 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-// SQLite's names for what a write under way has beside a database, and for what it makes while it reads a log.
+// SQLite's suffixes for the files beside a database: rollback journal, write-ahead log and the log's index.
 constexpr QStringView JournalEnding = u"-journal";
 constexpr QStringView LogEnding = u"-wal";
 constexpr QStringView LogIndexEnding = u"-shm";
 
-constexpr QStringView UnfinishedCopy = u"unfinished.copy"; // a copy's name before it is whole; it bears no day
+constexpr QStringView UnfinishedCopy = u"unfinished.copy"; // temporary name; has no date, so is not taken for a backup
 
-/// Removes what a copying that was cut off has left: its copies, also half ones, which have a dot and six letters more.
+/// Removes the leftovers of interrupted copies, including temporary files, which have a dot and six letters appended.
 void RemoveUnfinishedCopies(const QString &folder)
 {
     const auto isUnfinished = [](QStringView name, QStringView ending) {
         return name.startsWith(ending) &&
                (name.size() == ending.size() || (name.size() == ending.size() + 7 && name[ending.size()] == u'.'));
     };
-    // Not by patterns: they are regular expressions, whose library nothing else at the start needs.
+    // No name filters: Qt matches them with regular expressions, whose library start-up does not need otherwise.
     for (const QString &name : QDir(folder).entryList(QDir::Files | QDir::Hidden, QDir::NoSort)) {
         const QStringView rest = QStringView(name).mid(UnfinishedCopy.size());
         if (name.startsWith(UnfinishedCopy) &&
@@ -39,8 +39,8 @@ void RemoveUnfinishedCopies(const QString &folder)
     }
 }
 
-/// Has SQLite take back the write that a journal beside a database tells of, or carry out those of a log.
-/// @return SQLite's result code, 0 when the database needs neither any more
+/// Makes SQLite roll back the transaction in a database's journal, or apply the write-ahead log.
+/// @return SQLite's result code; 0 if the database file is now complete by itself
 int FinishWrites(const QString &database)
 {
     sqlite3 *handle = nullptr;
@@ -55,7 +55,7 @@ int FinishWrites(const QString &database)
     return result == SQLITE_OK ? finalized : result;
 }
 
-/// Copies a database and what lies beside it, and makes the copy one file.
+/// Copies a database with its journal or log, and merges the copy into a single file.
 bool CopyAndFinish(const QString &source, const QString &copy, QString *error)
 {
     if (!CopyWholeFile(source, copy, error))
@@ -80,7 +80,7 @@ bool CopyAndFinish(const QString &source, const QString &copy, QString *error)
 
 bool CopyDatabase(const QString &source, const QString &target, QString *error)
 {
-    // Under its own name the copy is there whole or not at all.
+    // The copy gets its final name only once it is complete.
     const QString folder = QFileInfo(target).path();
     const QString copy = JoinPath(folder, UnfinishedCopy.toString());
     RemoveUnfinishedCopies(folder);
@@ -90,7 +90,7 @@ bool CopyDatabase(const QString &source, const QString &target, QString *error)
         *error = file.errorString();
         isGood = false;
     }
-    RemoveUnfinishedCopies(folder); // after a failure the copy itself, else at most a journal that belonged to it
+    RemoveUnfinishedCopies(folder); // after a failure, the copy itself; otherwise at most its journal
     if (isGood)
         SyncFolder(folder);
     return isGood;

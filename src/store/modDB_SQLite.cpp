@@ -9,8 +9,8 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-/// What the statements of the history have in common. Dates are compared as texts; their fixed width allows it. A
-/// session that was never completed has no number of answers and so is left out.
+/// The condition shared by the history queries. Dates can be compared as text because of their fixed width. Sessions
+/// that were never completed have no number of answers and are thus excluded.
 QString SpanCondition(const QDate &endDate, int dayCount, const QString &userName)
 {
     const QDate startDate = endDate.addDays(1 - qint64(dayCount));
@@ -18,7 +18,7 @@ QString SpanCondition(const QDate &endDate, int dayCount, const QString &userNam
            u"  and  user_name = '"_s + userName + u"'\r\n"_s + u"  and  num_answer >= 1\r\n"_s;
 }
 
-/// Seconds of a wall clock from a fixed day up to "yyyy/mm/dd" and "hh:nn:ss", in no time zone; nothing for any other
+/// Seconds from a fixed day to a date "yyyy/mm/dd" and a time "hh:nn:ss", ignoring time zones; nullopt for any other
 /// texts.
 std::optional<qint64> WallClockSeconds(QStringView dayText, QStringView timeText)
 {
@@ -31,8 +31,9 @@ std::optional<qint64> WallClockSeconds(QStringView dayText, QStringView timeText
 
 } // namespace
 
-// Dates and times are local, "yyyy/mm/dd" and "hh:nn:ss" (nn are minutes), so that comparing them as texts puts them in
-// order of time. Until a session ends, dt_end ("yyyy/mm/dd hh:nn:ss") and num_answer, the answers shown, are null.
+// Dates and times are local, in the forms "yyyy/mm/dd" and "hh:nn:ss" (nn: minutes), so that their text order is their
+// order in time. dt_end ("yyyy/mm/dd hh:nn:ss") and num_answer, the number of answers shown, are null until the session
+// ends.
 const QStringList KotobanSchema = {
     u"create table t_kotoban (ymd_sta text, user_name text, hms_sta text, file_name text, dt_end text, "
     u"num_answer integer)"_s,
@@ -109,8 +110,8 @@ QString UpdateStatement(const QDateTime &now, const QDateTime &sessionStart, con
            TimeText(sessionStart) + u"'\r\n"_s;
 }
 
-// In descending order the days run newest first, while the sessions of one day still run earliest first. The second key
-// without "desc" is meant.
+// The second key deliberately has no "desc": even when the newest day comes first, the sessions of a day are listed in
+// the order in which they took place.
 QString SelectStatement(const QDate &endDate, int dayCount, const QString &userName, bool ascending)
 {
     return u"select ymd_sta\r\n      ,hms_sta\r\n      ,file_name\r\n      ,dt_end\r\n      ,num_answer\r\n"_s +

@@ -1,47 +1,47 @@
-// The record of study sessions: table t_kotoban, one row a session, keyed by start date, user name and start time. A
-// row is inserted when the study of a file begins and completed with its end and its answers when it ends.
+// Record of study sessions: table t_kotoban, one row per session, identified by start date, user name and start time. A
+// row is inserted when a session begins and completed with the end time and the number of answers when it ends.
 //
-// Names go into the statements as they stand. A statement with a name that holds a "'" fails with the message of the
-// access layer, and nothing else happens; that is meant.
+// Names are inserted into the statements unescaped. A statement with a name that contains "'" is rejected with the
+// message of the access layer, so that the name can neither end its literal nor affect other rows.
 #pragma once
 
 #include "store/Sqlite3Func.h"
 
-/// The statements that make the table and the index that serves the history, in their order.
+/// The statements that create the table and its index for the history, in the order in which to run them.
 extern const QStringList KotobanSchema;
 
-/// Makes the table in a database that lacks it. @return whether it is there; if not, the learner has been told
+/// Creates the table in a database that lacks it. @return whether it succeeded; if not, a message was shown
 bool DBCreateKotoban(StudyDatabase &database);
 
-/// Inserts a session's row: its start date and time, the user and the file's title.
+/// Inserts a session's row: its start date and time, the user and the title of the file.
 void DBInsRecKotoban(StudyDatabase &database, const QDateTime &sessionStart, const QString &userName,
                      const QString &fileName);
 
-/// Completes a session's row with its end, which is now, and the number of answers shown. Without such a row nothing
-/// happens.
+/// Completes a session's row with the current time as its end and the number of answers shown. Does nothing if there is
+/// no such row.
 void DBUpdRecKotoban(StudyDatabase &database, const SystemServices &clock, const QDateTime &sessionStart,
                      const QString &userName, int answerCount);
 
-/// Sessions in which something was answered, of one user over whole days.
-/// @param endDate, dayCount  the span: dayCount days, the last of them endDate
-/// @param table  columns ymd_sta, hms_sta, file_name, dt_end, num_answer; only an empty row 0 when there are none
-/// @param ascending  whether the days run oldest first; within a day the sessions always run earliest first
-/// @return whether the query was carried out, with rows or without; if not, the learner has been told
+/// Queries a user's sessions that have at least one answer, over a span of whole days.
+/// @param endDate, dayCount  the span: dayCount days, ending with endDate
+/// @param table  columns ymd_sta, hms_sta, file_name, dt_end, num_answer; only an empty row 0 if there are no sessions
+/// @param ascending  whether the oldest day comes first; within a day the earliest session always does
+/// @return whether the query succeeded, even without rows; if not, a message was shown
 bool DBSelRecKotoban(StudyDatabase &database, const QDate &endDate, int dayCount, const QString &userName,
                      ResultTable *table, bool ascending);
 
-/// Seconds studied in those sessions. One that goes past midnight counts whole for the day of its start.
+/// Seconds studied in those sessions. A session past midnight counts entirely for the day on which it started.
 qint64 DBSumTimeKotoban(StudyDatabase &database, const QDate &endDate, int dayCount, const QString &userName);
 
-/// Answers shown in those sessions; 0 when there are none.
+/// Number of answers shown in those sessions; 0 if there are none.
 int DBSumAnsKotoban(StudyDatabase &database, const QDate &endDate, int dayCount, const QString &userName);
 
-/// Seconds from a session's start to its end, each as stored; 0 when one of them is no date and time.
+/// Seconds from the start of a session to its end, each as stored; 0 if either is not a valid date and time.
 /// @param day, startTime  "yyyy/mm/dd", "hh:nn:ss"
 /// @param end  "yyyy/mm/dd hh:nn:ss"
 qint64 SecondsBetween(QStringView day, QStringView startTime, QStringView end);
 
-/// The statements, whole, as the functions above run them.
+/// The complete statements that the functions above run.
 QString InsertStatement(const QDateTime &sessionStart, const QString &userName, const QString &fileName);
 QString UpdateStatement(const QDateTime &now, const QDateTime &sessionStart, const QString &userName, int answerCount);
 QString SelectStatement(const QDate &endDate, int dayCount, const QString &userName, bool ascending);

@@ -18,7 +18,7 @@ class StoreTest : public testing::Test
         EXPECT_TRUE(DBCreateKotoban(database));
     }
 
-    /// Records one whole session. Texts are "yyyy/mm/dd hh:nn:ss".
+    /// Records a complete session. Times are "yyyy/mm/dd hh:nn:ss".
     void AddSession(const QString &start, const QString &end, int answers)
     {
         const QDateTime startTime = QDateTime::fromString(start, u"yyyy/MM/dd HH:mm:ss"_s);
@@ -35,23 +35,23 @@ class StoreTest : public testing::Test
 
 } // namespace
 
-TEST_F(StoreTest, QueryMakesTextOfEveryStorageClass)
+TEST_F(StoreTest, QueryEveryStorageClass_GivesTextTable)
 {
     database.SQLite3Query(u"select 'a' as A, null as B, 7 as C, 2.5 as D, '日' as E, 4294967297 as F"_s, &table);
     EXPECT_EQ(table, (ResultTable{u"A\tB\tC\tD\tE\tF"_s, u"a\t\t7\t2.5\t日\t1"_s}));
     EXPECT_EQ(database.SQLite3GetColumn(table, 1, u"D"_s), u"2.5"_s);
     EXPECT_EQ(database.SQLite3GetColumn(table, 1, u"B"_s), QString());
     EXPECT_TRUE(services.TakeMessages().isEmpty());
-    EXPECT_EQ(database.SQLite3GetColumn(table, 1, u"a"_s), QString()) << "names are case-sensitive";
+    EXPECT_EQ(database.SQLite3GetColumn(table, 1, u"a"_s), QString()) << "column names are case-sensitive";
     EXPECT_EQ(services.TakeMessages(),
               QStringList(
                   u"Error!\r\n  Cannot find col[a]\r\n  cols=[A]  cols=[B]  cols=[C]  cols=[D]  cols=[E]  cols=[F]"_s));
 
     database.SQLite3Query(u"select * from t_kotoban"_s, &table);
-    EXPECT_EQ(table, ResultTable{QString()}) << "no rows, and so no header";
+    EXPECT_EQ(table, ResultTable{QString()}) << "without rows the header is empty too";
 }
 
-TEST_F(StoreTest, FaultsAreShownAtOnce)
+TEST_F(StoreTest, InvalidStatement_ShowsMessageAndFails)
 {
     EXPECT_FALSE(database.SQLite3NonQuery(u"insert nonsense"_s));
     EXPECT_EQ(services.TakeMessages(), QStringList(u"Err:SQLite3 NonQuery"_s));
@@ -64,24 +64,27 @@ TEST_F(StoreTest, FaultsAreShownAtOnce)
     EXPECT_EQ(services.TakeMessages(), QStringList(u"Err:SQLite3 NonQuery"_s));
 }
 
-TEST_F(StoreTest, ADatabaseThatIsNoneOrLacksTheTableOnlyGivesMessages)
+TEST_F(StoreTest, OpenNonDatabase_ReportsErrorAndLeavesFileUntouched)
 {
     StudyDatabase broken(services);
     EXPECT_EQ(broken.Open(folder.Write(u"text.splite3"_s, QByteArray(5000, 'x'))), SQLITE_OK);
-    EXPECT_FALSE(broken.LacksTable(u"t_kotoban"_s)) << "nobody can tell";
+    EXPECT_FALSE(broken.LacksTable(u"t_kotoban"_s)) << "unknown, as it cannot be read";
     DBInsRecKotoban(broken, services.now, u"a"_s, u"f"_s);
     EXPECT_EQ(services.TakeMessages(), QStringList(u"Err:SQLite3 NonQuery"_s));
-    EXPECT_EQ(folder.Read(u"text.splite3"_s), QByteArray(5000, 'x')) << "the learner's file is left alone";
+    EXPECT_EQ(folder.Read(u"text.splite3"_s), QByteArray(5000, 'x'));
+    EXPECT_NE(StudyDatabase(services).Open(folder.Path()), SQLITE_OK) << "a folder is not a database";
+}
 
+TEST_F(StoreTest, QueryWithoutTable_ReportsErrorAndGivesZero)
+{
     StudyDatabase empty(services);
     EXPECT_EQ(empty.Open(folder.Path(u"empty.splite3"_s)), SQLITE_OK);
     EXPECT_TRUE(empty.LacksTable(u"t_kotoban"_s));
     EXPECT_EQ(DBSumAnsKotoban(empty, services.now.date(), 7, u"a"_s), 0);
     EXPECT_EQ(services.TakeMessages().size(), 1);
-    EXPECT_NE(StudyDatabase(services).Open(folder.Path()), SQLITE_OK) << "a folder is no database";
 }
 
-TEST_F(StoreTest, StatementsStandAsTheyAlwaysDid)
+TEST_F(StoreTest, BuildStatements_GivesExactText)
 {
     const QDateTime start(QDate(2024, 3, 5), QTime(9, 8, 7));
     EXPECT_EQ(InsertStatement(start, u"花子 "_s, u"week1"_s),
@@ -100,10 +103,10 @@ TEST_F(StoreTest, StatementsStandAsTheyAlwaysDid)
               u"select ymd_sta\r\n      ,hms_sta\r\n      ,dt_end\r\nfrom   t_kotoban\r\n"_s + condition);
     EXPECT_EQ(SumAnswersStatement(start.date(), 7, u"花子"_s),
               u"select ifnull(sum(num_answer),0) as sum_a\r\nfrom   t_kotoban\r\n"_s + condition);
-    EXPECT_TRUE(SelectStatement(QDate(2023, 3, 5), 7, u"a"_s, true).contains(u"'2023/02/27'"_s)) << "no leap year";
+    EXPECT_TRUE(SelectStatement(QDate(2023, 3, 5), 7, u"a"_s, true).contains(u"'2023/02/27'"_s)) << "not a leap year";
 }
 
-TEST_F(StoreTest, HistoryCountsCompletedSessionsOfTheSpan)
+TEST_F(StoreTest, QuerySpan_CountsOnlyItsCompletedSessions)
 {
     AddSession(u"2024/03/05 10:00:00"_s, u"2024/03/05 10:05:09"_s, 3);
     AddSession(u"2024/03/05 08:00:00"_s, u"2024/03/05 08:00:59"_s, 1);
@@ -124,23 +127,23 @@ TEST_F(StoreTest, HistoryCountsCompletedSessionsOfTheSpan)
     EXPECT_EQ(DBSumAnsKotoban(database, end, 7, u"花子"_s), 16);
     EXPECT_EQ(DBSumTimeKotoban(database, end, 7, u"太郎"_s), 0);
     EXPECT_EQ(DBSumAnsKotoban(database, end, 7, u"太郎"_s), 0);
-    EXPECT_TRUE(DBSelRecKotoban(database, end, 7, u"太郎"_s, &table, false)) << "no rows are no fault";
+    EXPECT_TRUE(DBSelRecKotoban(database, end, 7, u"太郎"_s, &table, false)) << "an empty result is not an error";
     EXPECT_EQ(table, ResultTable{QString()});
     EXPECT_TRUE(services.messages.isEmpty());
 }
 
-TEST_F(StoreTest, DurationsAreThoseOfTheWallClock)
+TEST_F(StoreTest, SecondsBetween_FollowsWallClockAndGivesZeroForInvalidText)
 {
     EXPECT_EQ(SecondsBetween(u"2024/02/28", u"23:59:50", u"2024/02/29 00:00:10"), 20);
     EXPECT_EQ(SecondsBetween(u"2023/02/28", u"23:59:50", u"2023/03/01 00:00:10"), 20);
     EXPECT_EQ(SecondsBetween(u"2023/12/31", u"23:00:00", u"2024/01/01 01:00:00"), 7200);
-    EXPECT_EQ(SecondsBetween(u"2024/03/31", u"01:59:00", u"2024/03/31 03:01:00"), 3720) << "summer time began, or not";
-    EXPECT_EQ(SecondsBetween(u"2024/03/05", u"10:00:00", u"2024/03/05 09:00:00"), -3600) << "the clock was set back";
+    EXPECT_EQ(SecondsBetween(u"2024/03/31", u"01:59:00", u"2024/03/31 03:01:00"), 3720) << "daylight saving is ignored";
+    EXPECT_EQ(SecondsBetween(u"2024/03/05", u"10:00:00", u"2024/03/05 09:00:00"), -3600) << "clock set back";
     EXPECT_EQ(SecondsBetween(u"2024/03/05", u"10:00:00", u"nonsense"), 0);
     EXPECT_EQ(SecondsBetween(u"2024/02/30", u"10:00:00", u"2024/03/05 10:00:00"), 0);
 }
 
-TEST_F(StoreTest, AQuoteInANameBreaksItsStatementAndNothingElse)
+TEST_F(StoreTest, NameWithQuote_FailsItsStatementsAndChangesNothing)
 {
     AddSession(u"2024/03/05 10:00:00"_s, u"2024/03/05 10:05:00"_s, 3);
     database.SQLite3Query(u"select * from t_kotoban"_s, &table);
@@ -161,10 +164,10 @@ TEST_F(StoreTest, AQuoteInANameBreaksItsStatementAndNothingElse)
         EXPECT_EQ(table, before) << name.toStdString();
     }
     DBUpdRecKotoban(database, services, services.now, u"nobody"_s, 9);
-    EXPECT_TRUE(services.TakeMessages().isEmpty()) << "an update without its row is no error";
+    EXPECT_TRUE(services.TakeMessages().isEmpty()) << "updating a missing row is not an error";
 }
 
-TEST_F(StoreTest, AnyOtherNameComesBackAsItWas)
+TEST_F(StoreTest, NameWithoutQuote_RoundTrips)
 {
     const QString names = u" |\"; --|’＇％_%|../../x|\u0001\u001B\u007F|José 𠮷 한글|"_s + QString(10'000, u'長');
     for (const QString &name : names.split(u'|')) {
