@@ -31,7 +31,7 @@ QLabel *LabelOf(QWidget *buddy, const QString &name, const QString &caption)
     return label;
 }
 
-/// Controls beside each other, at the left.
+/// A left-aligned row of controls.
 QLayout *RowOf(std::initializer_list<QWidget *> controls)
 {
     auto *const row = new QHBoxLayout;
@@ -67,7 +67,7 @@ void frmIni::showEvent(QShowEvent *event)
     Form_Activate();
 }
 
-// The arrow keys move the choice of the font size from where it is.
+// The focus starts on the selected font size, so that the arrow keys change it.
 void frmIni::Form_Activate()
 {
     WriteTrace(u"■frmIni.Form_Activate");
@@ -90,7 +90,7 @@ void frmIni::AddControls()
     cboPageColour->setObjectName(u"cboPageColour"_s);
     cboPageColour->setAccessibleName(u"画面の色"_s);
     cboPageColour->setToolTip(u"本文の背景と文字の色を選びます (Alt+C)"_s);
-    cboPageColour->addItems({u"明るい"_s, u"暗い"_s, u"デスクトップに合わせる"_s}); // as the enumeration has them
+    cboPageColour->addItems({u"明るい"_s, u"暗い"_s, u"デスクトップに合わせる"_s}); // in enum order
     for (size_t i = 0; i < FontSizes.size(); ++i) {
         optFontSize[i] = new QRadioButton(FontSizeText(FontSizes[i]), this);
         optFontSize[i]->setObjectName(u"optFontSize"_s + QString::number(i));
@@ -116,7 +116,8 @@ void frmIni::AddControls()
                  chkDispLineNum, cboPageColour, cmdChangeSetting, cmdCancel});
 }
 
-/// On a small screen, or with a large font, what is set can be scrolled; the two answers always stand below it.
+/// The settings scroll if the screen is small or the font large; the two buttons that close the window are outside and
+/// always visible.
 QWidget *frmIni::SettingsArea(QLayout *editorButtons)
 {
     auto *const fraSettings = new QScrollArea(this);
@@ -203,7 +204,7 @@ void frmIni::cmdChangeSetting_Click()
         txtLineSpace->selectAll();
         return;
     }
-    // The ini file is in code page 932 and would hand back another editor at the next start.
+    // The ini file is in code page 932, so the next start would read back a different path.
     if (const QStringList lost = CharactersLost(txtTextEditor->text()); !lost.isEmpty()) {
         m_msg.DispFrmMsg(this, u"テキストエディタに使えない文字が含まれています。\r\n  "_s + lost.join(u' '),
                          MsgStyle::Ok, u"notify.wav"_s);

@@ -20,12 +20,12 @@ class frmIni : public QDialog
     Q_OBJECT
 
   public:
-    /// @param defaults, upper  bounds that the window names and keeps to
+    /// @param defaults, upper  bounds that the window displays and enforces
     frmIni(SystemServices &services, frmMsg &msg, const Settings &defaults, const Settings &upper, QWidget *owner);
 
-    /// Shows the settings and waits until the window is left.
-    /// @param settings  taken over from the controls when the learner confirms; FormLeft stays as it is
-    /// @return whether the learner confirmed
+    /// Shows the settings and waits until the window is closed.
+    /// @param settings  updated from the controls if the user confirms, except FormLeft
+    /// @return whether the user confirmed
     bool Edit(Settings *settings);
 
   protected:

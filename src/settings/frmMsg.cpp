@@ -27,7 +27,7 @@ constexpr int BelowLabelPx = 60;
 constexpr int BelowButtonsPx = 3;
 constexpr int ButtonGapPx = 12;
 
-/// A message may quote a line of a file that is no text at all; nobody reads that much of it.
+/// A message may quote a line of a file that is not text, and such a line may be of any length.
 QString WithLongLinesCut(const QString &message)
 {
     constexpr qsizetype longestLine = 300;
@@ -98,10 +98,10 @@ MsgResult frmMsg::DispFrmMsg(QWidget *owner, const QString &message, MsgStyle st
     Timer1->start();
     exec();
     Timer1->stop();
-    // The dialog outlives every window that asks.
+    // The dialog outlives its owners, so it must not remain a child of this one.
     setParent(nullptr, windowFlags());
     if (owner)
-        owner->activateWindow(); // not every window system does that by itself
+        owner->activateWindow(); // not every window system does so automatically
     return m_result;
 }
 
@@ -110,7 +110,7 @@ void frmMsg::PlayNamedSound(const QString &soundName)
     m_services.PlaySoundFile(soundName.contains(u'\\') ? soundName : JoinPath(m_soundFolder, soundName));
 }
 
-// A button takes its keys before the dialog sees them.
+// The buttons receive key presses before the dialog does.
 bool frmMsg::eventFilter(QObject *object, QEvent *event)
 {
     if (event->type() == QEvent::KeyPress && !m_heldKeys.IsFresh(*static_cast<QKeyEvent *>(event)))
@@ -118,7 +118,7 @@ bool frmMsg::eventFilter(QObject *object, QEvent *event)
     return QDialog::eventFilter(object, event);
 }
 
-// Escape is the close box, but like every key only once the buttons are enabled.
+// Escape acts like the close button, but, like every key, only once the buttons are enabled.
 void frmMsg::keyPressEvent(QKeyEvent *event)
 {
     if (!m_heldKeys.IsFresh(*event) || (event->key() == Qt::Key_Escape && !cmdOK->isEnabled()))
@@ -163,7 +163,7 @@ void frmMsg::LayOut()
     const int belowLabel = qMax(BelowLabelPx, button.height() + 2 * BelowButtonsPx);
     const QSize most = available - QSize(LabelLeftPx + RightOfLabelPx, LabelTopPx + belowLabel);
 
-    // A word that is longer than a line is not broken: then the message scrolls to the side too.
+    // A word longer than a line is not broken; the message then scrolls horizontally too.
     const int barPx = style()->pixelMetric(QStyle::PM_ScrollBarExtent);
     lblMsg->setWordWrap(false);
     QSize size = lblMsg->sizeHint();
@@ -183,7 +183,7 @@ void frmMsg::LayOut()
 
     const bool two = !cmdCancel->isHidden();
     const int buttonsWidth = two ? 2 * button.width() + ButtonGapPx : button.width();
-    // A short text must not cut the buttons off.
+    // With a short text, the buttons determine the width.
     const int width = qMax(LabelLeftPx + size.width() + RightOfLabelPx, buttonsWidth + 2 * LabelLeftPx);
     const int height = LabelTopPx + size.height() + belowLabel;
     setFixedSize(width, height);

@@ -1,6 +1,6 @@
-// The program's own message dialog. It is as large as its text, which scrolls where the screen is too small, stands
-// over the window that asks, plays a sound as it opens and takes no answer before its timer has fired once, so that a
-// key press still meant for the study window cannot answer it by accident; nor does a key that is held since then.
+// The program's own message dialog. It is as large as its text, which scrolls if the screen is too small, opens over
+// its owner and plays a sound. It accepts no answer until its timer has fired, so that a key press meant for the study
+// window cannot answer it by accident; neither can a key that is still held down.
 #pragma once
 
 #include "platform/modSystemServices.h"
@@ -13,7 +13,7 @@ class QPushButton;
 class QScrollArea;
 class QTimer;
 
-/// Which buttons the dialog shows; the values are those of the system's message box.
+/// Which buttons the dialog shows; the values are those of the Windows message box.
 enum class MsgStyle
 {
     Ok = 0,
@@ -21,7 +21,7 @@ enum class MsgStyle
     YesNo = 4,
 };
 
-/// What the learner answered.
+/// The user's answer.
 enum class MsgResult
 {
     None = 0, ///< closed without an answer
@@ -34,17 +34,16 @@ class frmMsg : public QDialog
     Q_OBJECT
 
   public:
-    /// @param soundFolder  folder of the sounds that are named without one
+    /// @param soundFolder  folder of sounds that are given by name only
     frmMsg(SystemServices &services, const QString &soundFolder);
 
-    /// Asks and waits for the answer. One dialog serves all calls; each lays it out from scratch.
+    /// Shows the message and waits for the answer. One dialog serves all calls; each lays it out anew.
     /// @param message  lines separated by CR LF
-    /// @param style  for any value that is none of the names, a message box "err!" comes first and the buttons stay as
-    /// they are
-    /// @param soundName  a name is looked up in the sound folder, a path with a backslash is used as given
+    /// @param style  any other value first shows a message box "err!", then OK and cancel buttons
+    /// @param soundName  file name in the sound folder, or a path with a backslash, which is used as is
     MsgResult DispFrmMsg(QWidget *owner, const QString &message, MsgStyle style, const QString &soundName);
 
-    /// Plays a sound by the same rule of names.
+    /// Plays a sound, named as in DispFrmMsg.
     void PlayNamedSound(const QString &soundName);
 
   protected:
@@ -66,7 +65,7 @@ class frmMsg : public QDialog
     SystemServices &m_services;
     QString m_soundFolder;
     HeldKeyFilter m_heldKeys;
-    QScrollArea *fraMsg; // what of the message fits on the screen
+    QScrollArea *fraMsg; // scrolls lblMsg if it does not fit on the screen
     QLabel *lblMsg;
     QPushButton *cmdOK;
     QPushButton *cmdCancel;

@@ -19,8 +19,8 @@ bool IsBase64(quint8 byte)
     return Between(byte, 'A', 'Z') || Between(byte, 'a', 'z') || Between(byte, '0', '9') || byte == '+' || byte == '/';
 }
 
-/// Where a stretch of 7-bit bytes without two given ones ends. A block without a stop is passed over as a whole, in
-/// single bits and without a branch: of that a compiler makes a few instructions for sixteen bytes at a time.
+/// The end of a run of 7-bit bytes that contains neither of two given bytes. Blocks without such a stop are skipped
+/// whole; the inner loop has no branches, so that the compiler can vectorize it.
 const quint8 *EndOfPlain(const quint8 *at, const quint8 *end, quint8 firstStop, quint8 secondStop)
 {
     constexpr qsizetype blockSize = 64;
@@ -34,8 +34,8 @@ const quint8 *EndOfPlain(const quint8 *at, const quint8 *end, quint8 firstStop, 
     return std::find_if(at, end, [=](quint8 byte) { return byte >= 128 || byte == firstStop || byte == secondStop; });
 }
 
-/// One run over the bytes. Every bound on a position is strictly below the last index, never equal to it: that is
-/// meant, see DetectCharCode.
+/// A single pass over the bytes. Looking ahead deliberately stops before the last byte: callers append a spare one,
+/// which is not part of the text (see DetectCharCode).
 class Scan
 {
   public:
@@ -61,15 +61,16 @@ class Scan
         return quint8(m_bytes[i]);
     }
 
-    /// Leaves out bytes that decide nothing and move every position that still moves on by one: 7-bit ones without ESC
-    /// and, while UTF-7 is possible, "+". @return the next index to look at
+    /// Skips bytes that decide nothing and advance every active position by one: 7-bit bytes except ESC and, while
+    /// UTF-7 is possible, "+".
+    /// @return the next index to examine
     qsizetype SkipPlain(qsizetype i)
     {
         qsizetype *const positions[] = {&m_posUtf8, &m_posSjis, &m_posEuc, &m_posUtf7};
         const auto isInStep = [i](const qsizetype *position) { return *position == i || *position == RuledOut; };
         if (!std::all_of(std::begin(positions), std::end(positions), isInStep))
             return i;
-        const quint8 none = 128; // a stop anyway
+        const quint8 none = 128; // no further stop: 128 is one anyway
         const auto *const begin = reinterpret_cast<const quint8 *>(m_bytes.data());
         const quint8 *const end = EndOfPlain(begin + qMin(i, m_bytes.size()), begin + m_bytes.size(),
                                              m_sevenBit ? Escape : none, m_posUtf7 == i ? quint8('+') : none);
@@ -114,8 +115,8 @@ class Scan
         return StepUtf7Run(i);
     }
 
-    // A run is "+", base-64 characters and "-"; the bits of its characters must fill 16-bit units with less than one
-    // character to spare. The second such run decides. The characters are counted on from run to run.
+    // A run is "+", base-64 characters and "-"; the bits of the characters must fill 16-bit units with fewer than six
+    // bits to spare. The second such run decides. The count of characters carries over from run to run.
     std::optional<CharCode> StepUtf7Run(qsizetype i)
     {
         qsizetype j = m_posUtf7 + 1;
@@ -134,7 +135,7 @@ class Scan
         return std::nullopt;
     }
 
-    /// Bytes of the UTF-8 sequence at the position, 0 when there is none.
+    /// Length of the UTF-8 sequence at the current position; 0 if it is invalid.
     qsizetype Utf8Length() const
     {
         const qsizetype at = m_posUtf8;
@@ -153,7 +154,7 @@ class Scan
         return 0;
     }
 
-    /// Bytes of the EUC sequence at the position, 0 when there is none.
+    /// Length of the EUC sequence at the current position; 0 if it is invalid.
     qsizetype EucLength() const
     {
         const qsizetype at = m_posEuc;
@@ -197,7 +198,8 @@ class Scan
         else if (Between(lead, 129, 159) || Between(lead, 224, 252))
             Advance(TrailAt(m_posSjis + 1, 64, 126) || TrailAt(m_posSjis + 1, 128, 252) ? 2 : 0, &m_posSjis,
                     &m_countSjis);
-        // Bytes 128 and 253 to 255 leave the position where it is: Shift_JIS stays possible without going on. Meant.
+        // At 128 and 253 to 255 the position deliberately stays: some variants of Shift_JIS assign these bytes, so they
+        // do not rule it out, but nothing after them counts in its favour.
     }
 
     void StepEuc(qsizetype i)
@@ -229,7 +231,8 @@ class Scan
         return code;
     }
 
-    // A text that is valid Shift_JIS and valid EUC is what more of its bytes say, Shift_JIS on a tie.
+    // If a text is valid as both Shift_JIS and EUC, the one with more bytes in multi-byte characters wins; Shift_JIS
+    // on a tie.
     CharCode DecisionAtEnd() const
     {
         if (m_sevenBit && m_posUtf7 >= 0 && m_countUtf7 >= 1)
@@ -246,7 +249,7 @@ class Scan
 
     QByteArrayView m_bytes;
     qsizetype m_last;
-    bool m_sevenBit = true; // no byte of 128 or more met yet
+    bool m_sevenBit = true; // no byte of 128 or more so far
     int m_alive = 3;        // how many of UTF-8, Shift_JIS and EUC are still possible
     qsizetype m_posUtf7 = 0;
     qsizetype m_posUtf8 = 0;
@@ -265,7 +268,8 @@ std::optional<CharCode> DetectByteOrderMark(QByteArrayView bytes)
         return std::nullopt;
     const auto first = quint8(bytes[0]);
     const auto second = quint8(bytes[1]);
-    // Only 254 255 is big-endian; every other pair of these bytes, even 254 254, is called little-endian. Meant.
+    // Any pair of 254 and 255 other than 254 255 is reported as little-endian. This is deliberate: no text begins with
+    // 254 254 or 255 255, so these need no result of their own.
     if (first >= 254 && second >= 254)
         return first == 254 && second == 255 ? CharCode::Utf16Be : CharCode::Utf16Le;
     if (first == 239 && second == 187 && quint8(bytes[2]) == 191)

@@ -1,5 +1,5 @@
-// Tells in which Japanese or Unicode encoding a text is written, from its bytes alone: byte-order marks first, then one
-// scan with several decoders side by side, each at its own position, until only one can be right.
+// Detects the Japanese or Unicode encoding of a text from its bytes: first byte-order marks, then a single scan that
+// tracks all candidate encodings in parallel, each at its own position, until only one remains possible.
 #pragma once
 
 #include <QByteArrayView>
@@ -19,13 +19,12 @@ enum class CharCode
     Utf7 = 9,
 };
 
-/// The character code of a whole text. A multi-byte sequence that ends with the very last byte counts as broken: a
-/// caller that means the whole of a file hands over one spare zero byte behind it.
+/// Detects the encoding of a text. A multi-byte sequence that ends with the very last byte counts as broken, so a
+/// caller that has a complete file appends a zero byte.
 CharCode DetectCharCode(QByteArrayView bytes);
 
-/// The name of a character code: "NONE", "ASCII", "SJIS", "EUC", "JIS", "UTF16_LE", "UTF16_BE", "UTF8", "UTF8_BOM" or
-/// "UTF7".
+/// Name of an encoding: "NONE", "ASCII", "SJIS", "EUC", "JIS", "UTF16_LE", "UTF16_BE", "UTF8", "UTF8_BOM" or "UTF7".
 QString CharCodeName(CharCode code);
 
-/// The name of the character code of a whole text, which counts as above.
+/// The name of the result of DetectCharCode.
 QString GetCharCodeName(QByteArrayView bytes);

@@ -6,8 +6,8 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-/// A file's name in quotes. A quote in it, which Windows does not allow, is written as command lines have it: a
-/// backslash before it, the backslashes in front of that doubled.
+/// A file name in quotes. A quote inside it, possible on systems other than Windows, is escaped with a backslash, and
+/// backslashes before that are doubled.
 QString Quoted(const QString &file)
 {
     static const QRegularExpression quote(u"(\\\\*)\""_s);

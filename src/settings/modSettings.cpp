@@ -33,7 +33,7 @@ bool IsWholeNumberWithin(const QString &text, int lowest, int highest)
     return isNumber && number >= lowest && number <= highest;
 }
 
-/// Reads a whole number within [lowest, highest]; any other text gives the lowest, which is the default, and a message.
+/// Parses an integer within [lowest, highest]; any other text gives lowest, which is the default, and adds a message.
 int RepairNumber(const QString &text, int lowest, int highest, const QString &label, QStringList *messages)
 {
     if (IsWholeNumberWithin(text, lowest, highest))
@@ -129,8 +129,8 @@ Settings SettingsFile::Read(const Settings &defaults, const Settings &upper, QSt
     return settings;
 }
 
-// The font size is read as "FontSize" and written as "Fontsize". Keys ignore case, so both name one entry; the two
-// spellings are meant.
+// The font size is read as "FontSize" and written as "Fontsize". Keys are case-insensitive, so both are the same entry;
+// the written spelling is kept because it is the one in existing files.
 bool SettingsFile::WriteFileIniEx(const Settings &settings) const
 {
     WriteTrace(u"WriteFileIniEx()");
@@ -146,7 +146,7 @@ bool SettingsFile::WriteFileIniFormPos(int leftPx) const
     return leftPx < 0 || WriteIni(u"FormLeft"_s, QString::number(leftPx));
 }
 
-/// A missing or odd text means light and is not worth a message.
+/// A missing or unknown value means light; that does not warrant a message.
 PageColourChoice SettingsFile::ReadPageColour() const
 {
     const QString name = ReadIni(u"PageColour"_s, QString());

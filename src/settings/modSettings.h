@@ -1,5 +1,5 @@
-// The learner's settings and the ini file that keeps them: section "setting" of a private profile beside the
-// executable. Numbers are read and written the same in every locale.
+// The user's settings and the ini file that stores them: section "setting" of a private profile beside the executable.
+// Number formats do not depend on the locale.
 #pragma once
 
 #include <QSize>
@@ -8,16 +8,16 @@
 
 #include <array>
 
-/// Which colours the page has.
+/// Colours of the page.
 enum class PageColourChoice
 {
     Light,
     Dark,
-    Desktop, ///< those that suit the desktop's
+    Desktop, ///< light or dark, as the desktop is
 };
 
-/// One record of settings. Three are kept for the whole run: the current one, the defaults, which are the lower bounds
-/// too, and the upper bounds.
+/// A record of settings. Three are kept for the whole run: the current settings, the defaults, which are also the lower
+/// bounds, and the upper bounds.
 struct Settings
 {
     float FontSize = 9.75f;                             ///< points: 9.75, 11.25 or 12.75
@@ -28,13 +28,13 @@ struct Settings
     PageColourChoice pageColour = PageColourChoice::Light;
 };
 
-/// Longest text of a setting, in characters; what does not fit is cut without a word.
+/// Maximum length of a setting, in characters; longer values are silently truncated.
 constexpr int LongestSetting = 99;
 
 /// The defaults, which are also the lower bounds.
 Settings DefaultSettings();
 
-/// The upper bounds. @param formLeft  largest left edge, in pixels, at which the study window fits on the screen
+/// The upper bounds. @param formLeft  largest left edge, in pixels, at which the study window still fits on the screen
 Settings UpperBounds(int formLeft);
 
 /// The font sizes that the program offers, in points.
@@ -52,57 +52,57 @@ QString LineSpaceRange(const Settings &lower, const Settings &upper);
 /// Whether a text is a whole number within the bounds of the line spacing.
 bool IsLineSpaceValid(const QString &text, const Settings &lower, const Settings &upper);
 
-/// The settings window's message for a line spacing that is not.
+/// The settings window's message for an invalid line spacing.
 QString LineSpaceRefusal(const QString &text, const Settings &lower, const Settings &upper);
 
-/// "iniファイルの設定値が範囲外でした。" with the label, the value that was read and the default taken for it.
+/// "iniファイルの設定値が範囲外でした。" with the label, the value that was read and the default used instead.
 QString OutOfRangeMessage(const QString &label, const QString &value, const QString &defaultText);
 
-/// "指定のテキストエディタが見つかりません。" with the editor's text and the default taken for it.
+/// "指定のテキストエディタが見つかりません。" with the editor setting and the default used instead.
 QString EditorMissingMessage(const QString &editor);
 
-/// Whether an editor text may be used: "notepad.exe", in any case, is never looked for; all else must exist.
+/// Whether an editor setting is usable: it must exist, except "notepad.exe", in any case, which is always accepted.
 bool IsEditorUsable(const QString &editor);
 
 class SettingsFile
 {
   public:
-    /// @param path  the executable's folder, its base name and ".ini"
+    /// @param path  full path: the executable's folder and base name with ".ini"
     explicit SettingsFile(const QString &path);
 
     bool Exists() const;
 
-    /// Reads all settings and repairs what is out of its bounds in memory; the file stays as it is.
-    /// @param messages  one text for each repair, in the order of the checks
+    /// Reads all settings and replaces values that are out of bounds, in memory only.
+    /// @param messages  one text is appended per replaced value, in the order of the checks
     Settings Read(const Settings &defaults, const Settings &upper, QStringList *messages) const;
 
-    /// Writes all settings but FormLeft and the page's colours. @return false when the file could not be written; it is
-    /// then unchanged or holds some of the settings, each of them whole
+    /// Writes all settings except FormLeft and the page colours.
+    /// @return false if the file could not be written; some of the settings may then have been updated, none partially
     bool WriteFileIniEx(const Settings &settings) const;
 
-    /// Writes the study window's left edge, in pixels. A negative one is not written: the previous value stays.
-    /// @return false when the file could not be written; it is then unchanged
+    /// Writes the study window's left edge, in pixels. A negative one is not written, so the previous value is kept.
+    /// @return false if the file could not be written; it is then unchanged
     bool WriteFileIniFormPos(int leftPx) const;
 
-    /// Writes which colours the page has. @return false when the file could not be written; it is then unchanged
+    /// Writes the page colours. @return false if the file could not be written; it is then unchanged
     bool WritePageColour(PageColourChoice choice) const;
 
-    /// The size of the study window that the file holds, in pixels; empty when it holds none or something odd.
+    /// The stored size of the study window, in pixels; empty if missing or invalid.
     QSize ReadFormSize() const;
 
-    /// Writes the study window's size, in pixels. @return false when the file could not be written
+    /// Writes the study window's size, in pixels. @return false if the file could not be written
     bool WriteFormSize(const QSize &sizePx) const;
 
-    /// The page's zoom that the file holds, in percent; 0 when it holds none or none of ZoomSteps.
+    /// The stored page zoom, in percent; 0 if missing or not one of ZoomSteps.
     int ReadZoom() const;
 
-    /// Writes the page's zoom, in percent. @return false when the file could not be written
+    /// Writes the page zoom, in percent. @return false if the file could not be written
     bool WriteZoom(int percent) const;
 
-    /// Whether the answers are printed with a sheet; true unless the file says otherwise.
+    /// Whether a printed sheet includes its answers; true unless the file says otherwise.
     bool ReadPrintAnswers() const;
 
-    /// Writes whether they are. @return false when the file could not be written
+    /// Writes whether a printed sheet includes its answers. @return false if the file could not be written
     bool WritePrintAnswers(bool withAnswers) const;
 
   private:

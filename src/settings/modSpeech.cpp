@@ -6,9 +6,9 @@
 
 using namespace Qt::Literals::StringLiterals;
 
-// The script is written for those who want to keep or play it themselves, but never run: the word goes into it without
-// escaping, study files pass from hand to hand, and a word such as "+new ActiveXObject("WScript.Shell")... would then
-// start a program. The voice is given the word itself.
+// The script is written for users who want to keep or run it themselves, but the program never runs it: the word is not
+// escaped, study files are shared, and a word such as "+new ActiveXObject("WScript.Shell")... would start a program.
+// The voice gets the word itself.
 void SpeakWord(SystemServices &services, const QString &applicationFolder, const QString &word)
 {
     const QString script =

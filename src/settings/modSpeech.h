@@ -1,9 +1,9 @@
-// Reading a word aloud.
+// Reads a word aloud.
 #pragma once
 
 #include "platform/modSystemServices.h"
 
-/// Writes "speak.js" in the program's folder, a script of two lines that speaks the word, and has the voice speak the
-/// word, without waiting. The word goes into the script as it stands, and the script is never run. Nothing is reported:
-/// where the script cannot be written the word is spoken all the same, and where there is no voice it stays silent.
+/// Writes "speak.js" to the application folder, a two-line script that would speak the word, and starts speaking the
+/// word itself. The word is inserted into the script unescaped, and the script is never run. No failure is reported:
+/// the word is spoken even if the script cannot be written, and without a voice nothing is heard.
 void SpeakWord(SystemServices &services, const QString &applicationFolder, const QString &word);

@@ -1,4 +1,4 @@
-// How much larger than its font size the page is shown, in percent.
+// Zoom of the page in percent of its font size.
 #pragma once
 
 #include <array>
@@ -7,10 +7,10 @@ inline constexpr std::array ZoomSteps{100, 125, 150, 175, 200, 250, 300};
 
 bool IsZoomStep(int percent);
 
-/// The step that makes the page as large as the desktop's own letters, as nearly as may be.
-/// @param desktopPoints  size of the desktop's font; at 9 points the page is shown as it is
+/// The step that comes closest to the size of the desktop's own text.
+/// @param desktopPoints  size of the desktop's font; 9 points correspond to 100 %
 int ZoomForDesktopFont(double desktopPoints);
 
-/// The zoom some steps larger, or smaller where they are negative; at most the last and at least the first one.
-/// @param percent  one of the steps
+/// The zoom after a number of steps up, or down if negative, clamped to ZoomSteps.
+/// @param percent  one of ZoomSteps
 int ZoomBy(int percent, int steps);

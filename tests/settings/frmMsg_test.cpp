@@ -16,14 +16,14 @@ namespace {
 class MsgTest : public WindowTest
 {
   protected:
-    /// Shows the dialog and does something as soon as it is visible, which is before its timer has fired.
+    /// Shows the dialog and calls atOnce when it has become visible, before its timer fires.
     MsgResult Show(const QString &message, MsgStyle style, const std::function<void()> &atOnce)
     {
         QTimer::singleShot(0, &msg, atOnce);
         return msg.DispFrmMsg(&owner, message, style, u"notify.wav"_s);
     }
 
-    /// Sends a key event as the window system does: a press or release with its time and the flag of a repetition.
+    /// Sends a key press or release as the window system does, with timestamp and auto-repeat flag.
     static void SendKey(QWidget *to, QEvent::Type type, int key, quint64 timeMs, bool isAutoRepeat)
     {
         QKeyEvent event(type, key, Qt::NoModifier, QString(), isAutoRepeat);
@@ -41,7 +41,7 @@ class MsgTest : public WindowTest
 
 } // namespace
 
-TEST_F(MsgTest, TakesNoAnswerBeforeItsTimerHasFired)
+TEST_F(MsgTest, KeyBeforeTimer_IsIgnored)
 {
     script.Click(u"frmMsg"_s, u"cmdCancel"_s);
     const MsgResult result = Show(u"続けますか？"_s, MsgStyle::YesNo, [this] {
@@ -54,7 +54,7 @@ TEST_F(MsgTest, TakesNoAnswerBeforeItsTimerHasFired)
     EXPECT_EQ(services.sounds, QStringList(QDir::toNativeSeparators(u"wav/notify.wav"_s)));
 }
 
-TEST_F(MsgTest, AHeldKeyAnswersOnlyOnceItWasReleasedAndPressedAgain)
+TEST_F(MsgTest, HeldKey_AnswersOnlyAfterReleaseAndNewPress)
 {
     const Rows<int, MsgResult> rows = {{Qt::Key_Return, MsgResult::Ok},
                                        {Qt::Key_Enter, MsgResult::Ok},
@@ -78,7 +78,7 @@ TEST_F(MsgTest, AHeldKeyAnswersOnlyOnceItWasReleasedAndPressedAgain)
     }
 }
 
-TEST_F(MsgTest, ShowsTheButtonsOfItsStyleInTheMiddle)
+TEST_F(MsgTest, EachStyle_ShowsItsButtonsCentred)
 {
     const Rows<MsgStyle, QString, bool> rows = {
         {MsgStyle::Ok, u"OK"_s, false}, {MsgStyle::OkCancel, u"OK"_s, true}, {MsgStyle::YesNo, u"はい"_s, true}};
@@ -91,7 +91,7 @@ TEST_F(MsgTest, ShowsTheButtonsOfItsStyleInTheMiddle)
                 Button(u"cmdOK")->geometry() | Button(hasCancel ? u"cmdCancel" : u"cmdOK")->geometry();
             EXPECT_NEAR(buttons.left(), msg.width() - 1 - buttons.right(), 1);
             EXPECT_EQ(msg.height() - 1 - buttons.bottom(), 3);
-            EXPECT_GE(buttons.left(), 0) << "a short text cuts the buttons off";
+            EXPECT_GE(buttons.left(), 0) << "a short text must not clip the buttons";
         };
         EXPECT_EQ(Show(u"短い"_s, style, look), MsgResult::Ok);
     }
@@ -101,7 +101,7 @@ TEST_F(MsgTest, ShowsTheButtonsOfItsStyleInTheMiddle)
     EXPECT_EQ(services.messages, QStringList(u"err!"_s));
 }
 
-TEST_F(MsgTest, GrowsWithItsTextUpToTheScreenAndAnswersNothingWhenClosed)
+TEST_F(MsgTest, LongMessage_FitsScreenAndClosingGivesNoAnswer)
 {
     QList<int> heights;
     for (const QString &message :
@@ -121,7 +121,7 @@ TEST_F(MsgTest, GrowsWithItsTextUpToTheScreenAndAnswersNothingWhenClosed)
     EXPECT_GT(heights[1], heights[0]);
 }
 
-TEST(DialogFocus, TheWindowThatAskedHasTheKeyboardAgain)
+TEST(DialogFocus, DialogClosed_OwnerIsActiveAgain)
 {
     const DialogFocus dialogFocus;
     QWidget owner;

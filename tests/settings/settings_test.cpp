@@ -15,53 +15,53 @@
 
 using namespace Qt::Literals::StringLiterals;
 
-TEST(CharCode, IsToldFromTheBytes)
+TEST(CharCode, DetectFromBytes_GivesNameOfEncoding)
 {
     const Rows<const char *, QByteArray, const char *> rows = {
-        {"nothing", "", "ASCII"},
+        {"empty file", "", "ASCII"},
         {"plain text", "abc [def]\r\n", "ASCII"},
         {"little-endian mark", "\xFF\xFE\x61", "UTF16_LE"},
         {"big-endian mark", "\xFE\xFF\x61", "UTF16_BE"},
-        {"neither mark, called little-endian all the same", "\xFF\xFF\x61", "UTF16_LE"},
-        {"nor this one", "\xFE\xFE\x61", "UTF16_LE"},
-        {"two bytes are never a mark", "\xFF\xFE", "SJIS"},
+        {"FF FF, not a mark, counts as little-endian", "\xFF\xFF\x61", "UTF16_LE"},
+        {"FE FE, not a mark, counts as little-endian", "\xFE\xFE\x61", "UTF16_LE"},
+        {"a mark alone is not recognized", "\xFF\xFE", "SJIS"},
         {"UTF-8 mark", "\xEF\xBB\xBF", "UTF8_BOM"},
         {"JIS", "\x1B$Bab", "JIS"},
         {"JIS escape in the last three bytes", "ab\x1B$B", "ASCII"},
         {"one UTF-7 run, decided at the end", "+AGEAYgBj-x ", "UTF7"},
         {"two UTF-7 runs", "+AGEAYgBj- +AGEAYgBj- \x1B", "UTF7"},
-        {"the second run's characters are counted on from the first", "+ZeVnLA- +ZeVnLA- ", "ASCII"},
+        {"the second UTF-7 run continues the count of the first", "+ZeVnLA- +ZeVnLA- ", "ASCII"},
         {"a plus sign in plain text", "1 + 2 = 3 ", "ASCII"},
         {"Japanese in UTF-8", "\xE6\x97\xA5\xE6\x9C\xAC ", "UTF8"},
-        {"overlong UTF-8 is none", "\xC0\xAF\xE0\x80\xAF ", "SJIS"},
-        {"UTF-8 surrogates pass", "\xED\xA0\x80 ", "UTF8"},
-        {"above the last plane", "\xF4\x90\x80\x80 ", "SJIS"},
+        {"overlong UTF-8 is invalid", "\xC0\xAF\xE0\x80\xAF ", "SJIS"},
+        {"surrogates in UTF-8 are accepted", "\xED\xA0\x80 ", "UTF8"},
+        {"UTF-8 above the last plane is invalid", "\xF4\x90\x80\x80 ", "SJIS"},
         {"Japanese in Shift_JIS", "\x93\xFA\x96{\x8C\xEA ", "SJIS"},
         {"Japanese in EUC", "\xC6\xFC\xCB\xDC\xB8\xEC\xA4\xCE ", "EUC"},
         {"EUC half-width katakana", "\x8E\xB1\x8E\xB2\xC6\xFC ", "EUC"},
         {"the last character ends with the last byte", "\x93\xFA", "NONE"},
-        {"the same with a byte to spare", QByteArray("\x93\xFA\0", 3), "SJIS"},
+        {"the same with a spare byte", QByteArray("\x93\xFA\0", 3), "SJIS"},
         {"a lone byte of 253 keeps Shift_JIS possible", "\xFD\x93\xFA ", "SJIS"},
-        {"valid as both, more bytes as EUC", "\xB1\xB2\xB3\xB4 ", "EUC"},
+        {"valid as both, more multi-byte text as EUC", "\xB1\xB2\xB3\xB4 ", "EUC"},
         {"valid as both, a tie", "\xE0\xA1\xE0\xA2 ", "SJIS"},
     };
     for (const auto &[name, bytes, code] : rows)
         EXPECT_EQ(GetCharCodeName(bytes), QString::fromLatin1(code)) << name;
 }
 
-TEST(Settings, OutOfRangeValuesAreRepairedWithAMessage)
+TEST(Settings, OutOfRangeValue_IsReplacedWithMessage)
 {
     const Rows<const char *, QByteArray, QStringList> rows = {
-        {"size between", "FontSize=10", {OutOfRangeMessage(u"フォントサイズ："_s, u"10"_s, u"9.75"_s)}},
-        {"size offered", "Fontsize=11.25", {}},
-        {"size that is no number", "FontSize=big", {OutOfRangeMessage(u"フォントサイズ："_s, u"big"_s, u"9.75"_s)}},
-        {"size with a comma", "FontSize=9,75", {OutOfRangeMessage(u"フォントサイズ："_s, u"9,75"_s, u"9.75"_s)}},
-        {"spacing below", "LineSpace=3", {OutOfRangeMessage(u"行間："_s, u"3"_s, u"4"_s)}},
-        {"spacing at the bounds", "LineSpace=6", {}},
-        {"spacing above", "LineSpace=7", {OutOfRangeMessage(u"行間："_s, u"7"_s, u"4"_s)}},
+        {"font size not offered", "FontSize=10", {OutOfRangeMessage(u"フォントサイズ："_s, u"10"_s, u"9.75"_s)}},
+        {"offered font size", "Fontsize=11.25", {}},
+        {"font size not a number", "FontSize=big", {OutOfRangeMessage(u"フォントサイズ："_s, u"big"_s, u"9.75"_s)}},
+        {"font size with a comma", "FontSize=9,75", {OutOfRangeMessage(u"フォントサイズ："_s, u"9,75"_s, u"9.75"_s)}},
+        {"spacing below the bounds", "LineSpace=3", {OutOfRangeMessage(u"行間："_s, u"3"_s, u"4"_s)}},
+        {"spacing at the upper bound", "LineSpace=6", {}},
+        {"spacing above the bounds", "LineSpace=7", {OutOfRangeMessage(u"行間："_s, u"7"_s, u"4"_s)}},
         {"left of the screen", "FormLeft=-5", {OutOfRangeMessage(u"フォームLeft："_s, u"-5"_s, u"0"_s)}},
-        {"last place that fits", "FormLeft=300", {}},
-        {"right of it", "FormLeft=301", {OutOfRangeMessage(u"フォームLeft："_s, u"301"_s, u"0"_s)}},
+        {"rightmost position that fits", "FormLeft=300", {}},
+        {"right of that", "FormLeft=301", {OutOfRangeMessage(u"フォームLeft："_s, u"301"_s, u"0"_s)}},
         {"no editor", "TextEditor=", {}},
         {"notepad in capitals", "TextEditor=NOTEPAD.EXE", {}},
         {"missing editor", "TextEditor=/no/such.exe", {EditorMissingMessage(u"/no/such.exe"_s)}},
@@ -80,7 +80,7 @@ TEST(Settings, OutOfRangeValuesAreRepairedWithAMessage)
                                                 u"x.exe\r\nデフォルト値notepad.exeに設定します。\r\n"_s);
 }
 
-TEST(Settings, AreWrittenUnderTheirOwnSpellingsAndReadBack)
+TEST(Settings, WrittenSettings_HaveExactBytesAndRoundTrip)
 {
     const TestFolder folder;
     const SettingsFile file(folder.Path(u"Kotoban.ini"_s));
@@ -90,7 +90,7 @@ TEST(Settings, AreWrittenUnderTheirOwnSpellingsAndReadBack)
     settings.bolDispLineNum = false;
     EXPECT_TRUE(file.WriteFileIniEx(settings));
     EXPECT_TRUE(file.WriteFileIniFormPos(120));
-    EXPECT_TRUE(file.WriteFileIniFormPos(-1)) << "a window off the screen leaves the old place";
+    EXPECT_TRUE(file.WriteFileIniFormPos(-1)) << "off the screen: the old position is kept";
     EXPECT_TRUE(file.WritePageColour(PageColourChoice::Dark));
     EXPECT_EQ(folder.Read(u"Kotoban.ini"_s), "[setting]\r\nFontsize=12.75\r\nLineSpace=5\r\nTextEditor=notepad.exe\r\n"
                                              "bolDispLineNum=False\r\nFormLeft=120\r\nPageColour=Dark\r\n");
@@ -103,7 +103,7 @@ TEST(Settings, AreWrittenUnderTheirOwnSpellingsAndReadBack)
     EXPECT_FALSE(read.bolDispLineNum);
     EXPECT_EQ(read.pageColour, PageColourChoice::Dark);
     folder.Write(u"Kotoban.ini"_s, "[setting]\r\nbolDispLineNum=1\r\nFormLeft=-7\r\n");
-    EXPECT_FALSE(file.Read(DefaultSettings(), UpperBounds(300), &messages).bolDispLineNum) << "only true is true";
+    EXPECT_FALSE(file.Read(DefaultSettings(), UpperBounds(300), &messages).bolDispLineNum) << "1 is not True";
     messages.clear();
     const Rows<QByteArray, PageColourChoice> colours = {
         {"", PageColourChoice::Light},
@@ -114,10 +114,10 @@ TEST(Settings, AreWrittenUnderTheirOwnSpellingsAndReadBack)
         folder.Write(u"Kotoban.ini"_s, "[setting]\r\n" + line);
         EXPECT_EQ(file.Read(DefaultSettings(), UpperBounds(300), &messages).pageColour, choice) << line.toStdString();
     }
-    EXPECT_TRUE(messages.isEmpty()) << "a colour is not worth a message";
+    EXPECT_TRUE(messages.isEmpty()) << "unknown colours are silently replaced";
 }
 
-TEST(Zoom, GoesByStepsFromTheOneNextToTheDesktopsFont)
+TEST(Zoom, AnyStartOrStep_StaysWithinZoomSteps)
 {
     const Rows<double, int> rows = {{6, 100},  {9, 100},  {10, 100}, {11, 125},
                                     {14, 150}, {20, 200}, {24, 250}, {72, 300}};
@@ -132,10 +132,10 @@ TEST(Zoom, GoesByStepsFromTheOneNextToTheDesktopsFont)
     EXPECT_TRUE(file.WriteZoom(175));
     EXPECT_EQ(file.ReadZoom(), 175);
     file.WriteZoom(180);
-    EXPECT_EQ(file.ReadZoom(), 0) << "none of the steps";
+    EXPECT_EQ(file.ReadZoom(), 0) << "not a step";
 }
 
-TEST(Editor, KnownEditorsAreGivenTheLine)
+TEST(Editor, KnownEditor_GetsLineOption)
 {
     const Rows<QString, QString> rows = {
         {u"notepad.exe"_s, u"notepad.exe \"C:\\a b\\x.txt\""_s},
@@ -146,7 +146,7 @@ TEST(Editor, KnownEditorsAreGivenTheLine)
     for (const auto &[editor, commandLine] : rows)
         EXPECT_EQ(EditorCommandLine(editor, u"C:\\a b\\x.txt"_s, 12), commandLine);
 
-    for (const QString &file : {u"/txt/a\" -x \"b.txt"_s, u"/txt/a\\\" \\.txt"_s}) // names that Windows does not allow
+    for (const QString &file : {u"/txt/a\" -x \"b.txt"_s, u"/txt/a\\\" \\.txt"_s}) // not possible on Windows
         EXPECT_EQ(ParseCommandLine(EditorCommandLine(u"ed"_s, file, 1), [](const QString &) { return true; }).arguments,
                   QStringList(file));
 
@@ -158,7 +158,7 @@ TEST(Editor, KnownEditorsAreGivenTheLine)
 
 using SettingsWindowTest = WindowTest;
 
-TEST_F(SettingsWindowTest, MovesTheFontSizeByKeysAndRefusesAnEditorThatTheFileCannotHold)
+TEST_F(SettingsWindowTest, EditorOutsideCodePage_IsRefusedAndKeysChangeFontSize)
 {
     frmIni window(services, msg, DefaultSettings(), UpperBounds(300), nullptr);
     Settings settings = DefaultSettings();
@@ -180,7 +180,7 @@ TEST_F(SettingsWindowTest, MovesTheFontSizeByKeysAndRefusesAnEditorThatTheFileCa
     EXPECT_TRUE(services.messages.isEmpty());
 }
 
-TEST(Speech, WritesTheScriptButStartsNothingButTheVoice)
+TEST(Speech, SpeakHostileWord_WritesScriptAndStartsOnlyTheVoice)
 {
     const TestFolder folder;
     RecordingServices services;
