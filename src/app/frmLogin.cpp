@@ -21,8 +21,8 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-/// A list in which the first key selects the first name. A list of the toolkit itself takes a name for its present one
-/// as soon as it has the focus, and then the first key goes to the second.
+/// A list in which the first press of the down key selects the first name. A plain QListWidget makes the first name
+/// current as soon as it gets the focus, so that the first press would already select the second.
 class NameList : public QListWidget
 {
   public:
@@ -97,7 +97,7 @@ void frmLogin::showEvent(QShowEvent *event)
     Form_Activate();
 }
 
-// Esc does nothing here: a dialog of the toolkit would close, and the program would go on without a name.
+// Esc is ignored: QDialog would close, and the program would continue without a user name.
 void frmLogin::keyPressEvent(QKeyEvent *event)
 {
     if (event->key() != Qt::Key_Escape)
@@ -109,7 +109,7 @@ void frmLogin::Form_Activate()
     WriteTrace(u"■frmLogin.Form_Activate");
     activateWindow();
     txtUserName->setFocus();
-    txtUserName->selectAll(); // what is typed takes the place of the last user's name
+    txtUserName->selectAll(); // typing replaces the last user's name
 }
 
 void frmLogin::lstUserName_Click()
@@ -135,22 +135,22 @@ void frmLogin::cmdOK_Click()
     Leave(LoginResult::Accepted);
 }
 
-/// Whether a name can be taken; if not, the learner has been told why, or has thought better of it.
+/// Whether a name can be used; if not, the user has been told why or has declined the warning.
 bool frmLogin::CheckName(const QString &name)
 {
-    const auto isBlank = [](QChar character) { return character == u' '; }; // an ideographic space is a letter here
+    const auto isBlank = [](QChar character) { return character == u' '; }; // an ideographic space is a valid name
     if (std::all_of(name.begin(), name.end(), isBlank)) {
         m_msg.DispFrmMsg(this, u"利用者名は入力必須です。"_s, MsgStyle::Ok, u"notify.wav"_s);
         return false;
     }
-    // A name of the list has come back from the file and so does again.
+    // A listed name was read from the file, so it can be stored there.
     const QStringList refused = m_names.contains(name) ? QStringList() : CharactersNotForNames(name);
     if (!refused.isEmpty()) {
         m_msg.DispFrmMsg(this, u"利用者名に使えない文字が含まれています。\r\n  "_s + refused.join(u' '), MsgStyle::Ok,
                          u"notify.wav"_s);
         return false;
     }
-    // The statements of the record have the name between single quotes.
+    // The database statements contain the name between single quotes.
     return !name.contains(u'\'') ||
            m_msg.DispFrmMsg(this, u"名前に ' が含まれているため，学習の記録は残りません。\r\nこの名前で始めますか？"_s,
                             MsgStyle::OkCancel, u"notify.wav"_s) == MsgResult::Ok;

@@ -1,4 +1,4 @@
-// The user selection window: the learner picks a known name or types a new one.
+// The user selection window, where users pick their name or type a new one.
 #pragma once
 
 #include "platform/modSystemServices.h"
@@ -10,12 +10,12 @@ class QLabel;
 class QLineEdit;
 class QListWidget;
 
-/// How the user selection window was left.
+/// How the user selection window was closed.
 enum class LoginResult
 {
     Accepted,   ///< with a name
-    Closed,     ///< by its close box: the name stays empty and the program goes on
-    EndProgram, ///< the program is to end at once
+    Closed,     ///< by its close button: the name stays empty and the program continues
+    EndProgram, ///< the program must exit at once
 };
 
 class frmLogin : public QDialog
@@ -23,14 +23,14 @@ class frmLogin : public QDialog
     Q_OBJECT
 
   public:
-    /// @param userListPath  the file of the users' names
-    /// @param lastUser  who studied last: the window begins with that name, where it is in the list
+    /// @param userListPath  the file with the users' names
+    /// @param lastUser  the user who studied last; preselected if in the list
     frmLogin(SystemServices &services, frmMsg &msg, const QString &userListPath, const QString &lastUser);
 
-    /// Shows the window and waits until it is left.
+    /// Shows the window and waits until it is closed.
     LoginResult Ask();
 
-    /// The chosen name as it stands, blanks included; empty before one was accepted.
+    /// The chosen name exactly as entered, blanks included; empty until one is accepted.
     const QString &UserName() const
     {
         return m_userName;

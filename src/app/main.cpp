@@ -1,4 +1,4 @@
-// Sub Main: makes each object once, prepares the run, then hands over from the user selection to the study window.
+// Sub Main: creates every object once, runs the start-up steps, then shows the user selection and the study window.
 #include "app/frmLogin.h"
 #include "app/modMain.h"
 #include "base/modFile.h"
@@ -28,7 +28,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-/// The system's font, with Japanese ones behind it, so that kanji have their Japanese shapes in every locale.
+/// The system's font with Japanese fallbacks, so that kanji have their Japanese shapes in every locale.
 QFont UserInterfaceFont()
 {
     QFont font = QApplication::font();
@@ -38,17 +38,17 @@ QFont UserInterfaceFont()
     return font;
 }
 
-/// A scaling that the environment asks for is followed as long as something can be seen with it; Qt would try any.
+/// Ignores a QT_SCALE_FACTOR with which nothing would be legible; Qt would accept any.
 void IgnoreOddScaling()
 {
     constexpr double smallest = 0.25;
     constexpr double largest = 8;
-    const double factor = qEnvironmentVariable("QT_SCALE_FACTOR").toDouble(); // 0 for what is no number
+    const double factor = qEnvironmentVariable("QT_SCALE_FACTOR").toDouble(); // 0 if not a number
     if (!(factor >= smallest && factor <= largest))
         qunsetenv("QT_SCALE_FACTOR");
 }
 
-/// Whether Qt can paint on the screen: its X11 windows need 15 bits for a pixel and end the program on fewer.
+/// Whether Qt can paint on the screen: on X11 it needs at least 15 bits per pixel and aborts the program otherwise.
 bool CanPaint()
 {
     return QGuiApplication::platformName() != u"xcb" || QGuiApplication::primaryScreen()->depth() >= 15;
@@ -64,7 +64,7 @@ int main(int argc, char *argv[])
         std::fputs("瞬記帳: 画面の色数が足りません。15 ビット以上の画面で起動してください。\n", stderr);
         return 1;
     }
-    QGuiApplication::setDesktopFileName(u"org.kotoban.kotoban"_s); // by which some desktops find the icon
+    QGuiApplication::setDesktopFileName(u"org.kotoban.kotoban"_s); // some desktops find the icon by it
     OutlinedStyle::Install();
     application.setFont(UserInterfaceFont());
     const CompositionGuard compositionGuard;
@@ -73,12 +73,12 @@ int main(int argc, char *argv[])
     const QString folder = QDir::toNativeSeparators(QCoreApplication::applicationDirPath());
     const QString baseName = QFileInfo(QCoreApplication::applicationFilePath()).completeBaseName();
     QtSystemServices services;
-    QTranslator toolkitTexts;
-    QTimer::singleShot(0, &application, [&toolkitTexts] { // once the first window is there
-        // With its format named, or the toolkit would load all formats it knows.
+    QTranslator qtTexts;
+    QTimer::singleShot(0, &application, [&qtTexts] { // once the first window is shown
+        // Named format, as otherwise Qt would load the plugins of all formats.
         QApplication::setWindowIcon(QPixmap(u":/kotoban.png"_s, "PNG"));
-        if (toolkitTexts.load(u":/toolkit_ja.qm"_s))
-            QApplication::installTranslator(&toolkitTexts);
+        if (qtTexts.load(u":/toolkit_ja.qm"_s))
+            QApplication::installTranslator(&qtTexts);
     });
     const InstanceMark instance(folder);
     const RunLog log(folder, baseName, services.Clock());
@@ -86,7 +86,7 @@ int main(int argc, char *argv[])
     if (!PrepareRun(folder, instance, log, services, database))
         return 1;
 
-    // Not before: over a message that ends the start it would be a second one.
+    // Only now, so that it never adds to a message with which start-up fails.
     QTimer::singleShot(0, &application, [&services] {
         if (!HasPageFont())
             services.ShowMessage(u"日本語の等幅フォントが見つかりません。\r\n"_s + FontAdvice());

@@ -21,8 +21,8 @@ constexpr int KeptBackups = 20;
 
 const QString DatabaseName = u"kotoban.splite3"_s;
 
-/// All files of a folder. Patterns would be matched by regular expressions, whose library nothing else at the start
-/// needs.
+/// All files in a folder. No name filters: Qt matches them with regular expressions, whose library start-up does not
+/// need otherwise.
 QStringList FileNames(const QString &folder)
 {
     return QDir(folder).entryList(QDir::Files | QDir::Hidden, QDir::NoSort);
@@ -37,7 +37,7 @@ bool StartRunLog(const RunLog &log, SystemServices &services)
     return false;
 }
 
-// The learner sees no window: the entry in the run log is the only trace.
+// No window is shown; the entry in the run log is the only report.
 bool CheckFoldersAndLog(const QString &applicationFolder, const RunLog &log, SystemServices &services)
 {
     QString missing;
@@ -68,8 +68,8 @@ bool OpenOrReport(const QString &path, SystemServices &services, StudyDatabase &
     return false;
 }
 
-/// Makes the database of a folder that never held a record. Where anything lies among the backups there was one; that
-/// it is gone is for the backup to tell, and an empty one in its place would hide the loss.
+/// Creates the database of an application folder that has never had one. If the backup folder contains anything, there
+/// was one: an empty database in its place would hide the loss, which the backup step reports.
 bool MakeFirstDatabase(const QString &applicationFolder, SystemServices &services)
 {
     const QFileInfo file(DatabasePath(applicationFolder));
@@ -111,14 +111,14 @@ bool OpenDatabase(const QString &applicationFolder, SystemServices &services, St
 bool PrepareRun(const QString &applicationFolder, const InstanceMark &instance, const RunLog &log,
                 SystemServices &services, StudyDatabase &database)
 {
-    // Nothing may be written before this: the files belong to the instance that runs.
+    // Nothing may be written before this check: the files belong to the running instance.
     if (instance.HasPreviousInstance()) {
         services.ShowMessage(u"二重起動はできません。"_s);
         return false;
     }
     services.SetApplicationTitle(ProductName());
     TraceSetup();
-    // The log is begun anew before the folders are looked for, so that a missing one is the only entry.
+    // The log is started before the folders are checked, so that it contains only the entry about a missing one.
     if (!StartRunLog(log, services) || !CheckFoldersAndLog(applicationFolder, log, services))
         return false;
     WriteTrace(u"■Main().WriteYmdLogStart");
@@ -127,7 +127,7 @@ bool PrepareRun(const QString &applicationFolder, const InstanceMark &instance, 
     const QString system = u"OS="_s + QSysInfo::kernelType() + u'-' + QSysInfo::kernelVersion();
     WriteTrace(processor);
     WriteTrace(system);
-    // The backup is taken before the database is opened: never of a file that this process holds open.
+    // The backup comes before opening the database: a file that this process has open must not be copied.
     return MakeFirstDatabase(applicationFolder, services) && BackUpOrReport(applicationFolder, services) &&
            OpenDatabase(applicationFolder, services, database);
 }
@@ -156,7 +156,7 @@ bool BackupDatabase(const QString &databaseFolder, const QString &databaseName, 
     error->clear();
     const QString failure = u"データベースのバックアップに失敗しました。\r\n  "_s;
     const QString source = JoinPath(databaseFolder, databaseName);
-    // Also when today's copy is there: SQLite would make an empty database, which would be copied from tomorrow on.
+    // Even if today's copy exists: SQLite would create an empty database, which would be backed up from tomorrow on.
     if (!QFileInfo::exists(source)) {
         *error = failure + source +
                  u"\r\n  データベースのファイルがありません。次のフォルダの写しから戻してください。\r\n  "_s +
@@ -175,7 +175,7 @@ bool BackupDatabase(const QString &databaseFolder, const QString &databaseName, 
         WriteTrace(u"FileCopyFinished");
     }
     WriteTrace(u"KillOldBackup");
-    // Backups end in ".splite3", so "sqlite3" matches none of them and every backup is kept. The mismatch is meant.
+    // Backups end in ".splite3", so "sqlite3" deliberately matches none: a user's backups are never deleted.
     KillOldFiles(backupFolder, databaseName.left(databaseName.indexOf(u'.')), u"sqlite3"_s, keepCount);
     return true;
 }

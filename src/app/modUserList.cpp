@@ -11,10 +11,11 @@ using namespace Qt::Literals::StringLiterals;
 
 QStringList ReadUserNames(const QString &path)
 {
-    // Not by ReadText: a few short names may look like another encoding, and a list that is refused looks like none.
+    // Without ReadText and its encoding check: a few short names may look like another encoding, and refusing the list
+    // would make it appear empty.
     QByteArray bytes;
     QString error;
-    ReadWholeFile(path, &bytes, &error); // leaves no bytes of a file that it cannot read
+    ReadWholeFile(path, &bytes, &error); // bytes is empty on failure
     StudyLines lines;
     ReadAllLines(bytes, ExpandTabs::No, &lines);
     QStringList names;
@@ -26,7 +27,7 @@ QStringList ReadUserNames(const QString &path)
 bool AppendUserName(const QString &path, const QString &name, QString *error)
 {
     QByteArray bytes;
-    // A list that is there but cannot be read must not be replaced by one of a single name.
+    // An existing list that cannot be read must not be replaced by one with a single name.
     if (QFileInfo::exists(path) && !ReadWholeFile(path, &bytes, error))
         return false;
     if (!bytes.isEmpty() && !bytes.endsWith('\n') && !bytes.endsWith('\r'))

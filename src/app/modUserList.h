@@ -1,17 +1,16 @@
-// The file of the users' names: code page 932, one name a line, in the order in which they first came.
+// The file with the users' names: code page 932, one name per line, in the order in which they were added.
 #pragma once
 
 #include <QString>
 #include <QStringList>
 
-/// The names in the file, in file order; none when there is no file or it cannot be read.
+/// The names in file order; empty if the file does not exist or cannot be read.
 QStringList ReadUserNames(const QString &path);
 
-/// Adds a name at the end, as it stands. The file is made when there is none, and replaced at one stroke.
-/// @return false when it could not be written; error then says why and the file is as before
+/// Appends a name exactly as given, creating the file if necessary. The file is replaced atomically.
+/// @return false if it could not be written; error then holds the reason, and the file is unchanged
 bool AppendUserName(const QString &path, const QString &name, QString *error);
 
-/// What of a name cannot go through the file and come back, each character once: those that code page 932 lacks, as
-/// they are, and control characters, a line feed among them, by their number ("U+000A"). Empty for a name that can be
-/// listed.
+/// The characters of a name that the file cannot store, each once: those outside code page 932, as in CharactersLost,
+/// then control characters, including line feeds, by code point ("U+000A"). Empty for a name that can be stored.
 QStringList CharactersNotForNames(const QString &name);
