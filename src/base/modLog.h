@@ -34,9 +34,9 @@ class RunLog
     std::function<QDateTime()> m_now;
 };
 
-/// Takes the line of a step or of an event handler and discards it. That is meant: the call sites stay, so that a build
-/// of one's own can switch tracing on.
+/// Receives the name of a step or of an event handler and discards it. The calls are kept on purpose, so that tracing
+/// can be switched on in a private build.
 void WriteTrace(QStringView line);
 
-/// Takes part in the above: prepares nothing.
+/// Prepares tracing; nothing to do while it is off.
 void TraceSetup();
