@@ -46,19 +46,19 @@ const QByteArray Header = ToCodePage932(u"Kotoban.exe　Ver1.0.0\r\n2024/03/05(�
 
 } // namespace
 
-TEST_F(StartTest, GoesThroughToTheOpenDatabase)
+TEST_F(StartTest, FirstStart_CreatesLogDatabaseAndBackup)
 {
-    folder.Write(u"Kotoban_log.txt"_s, "of the start before");
+    folder.Write(u"Kotoban_log.txt"_s, "previous run");
     EXPECT_TRUE(Prepare());
     EXPECT_EQ(services.title, u"瞬記帳"_s);
     EXPECT_EQ(folder.Read(u"Kotoban_log.txt"_s), Header);
     EXPECT_EQ(FilesIn(u"db_backup"_s), QStringList(u"kotoban_2024_0305-1430_15.splite3"_s));
     EXPECT_EQ(folder.Read(u"db_backup/kotoban_2024_0305-1430_15.splite3"_s), folder.Read(u"db/kotoban.splite3"_s));
-    EXPECT_FALSE(database.LacksTable(u"t_kotoban"_s)) << "a folder that never held a record has its first database";
+    EXPECT_FALSE(database.LacksTable(u"t_kotoban"_s)) << "the first database is created";
     EXPECT_TRUE(services.messages.isEmpty());
 }
 
-TEST_F(StartTest, ASecondInstanceTouchesNothing)
+TEST_F(StartTest, SecondInstance_IsRefusedAndWritesNothing)
 {
     const InstanceMark first(folder.Path());
     EXPECT_FALSE(Prepare());
@@ -67,19 +67,19 @@ TEST_F(StartTest, ASecondInstanceTouchesNothing)
     EXPECT_TRUE(FilesIn(u"db_backup"_s).isEmpty());
 }
 
-TEST_F(StartTest, TheFirstMissingFolderIsTheOnlyEntryOfTheLog)
+TEST_F(StartTest, MissingFolders_FirstIsTheOnlyLogEntry)
 {
     QDir(folder.Path(u"rec"_s)).removeRecursively();
     QDir(folder.Path(u"db_backup"_s)).removeRecursively();
-    folder.Write(u"db_backup"_s, "a file, no folder");
+    folder.Write(u"db_backup"_s, "a file, not a folder");
     EXPECT_FALSE(Prepare());
-    EXPECT_TRUE(services.messages.isEmpty()) << "no window at all";
+    EXPECT_TRUE(services.messages.isEmpty()) << "no message box";
     const QString entry = u"14:30:15 次のフォルダが存在しません。\r\n次のフォルダを作成してください。\r\n\r\n　"_s +
                           QDir::toNativeSeparators(folder.Path(u"db_backup"_s)) + u"\r\n"_s;
     EXPECT_EQ(folder.Read(u"Kotoban_log.txt"_s), QByteArray(Header + ToCodePage932(entry)));
 }
 
-TEST_F(StartTest, ADatabaseThatIsLostEndsTheStart)
+TEST_F(StartTest, LostDatabase_IsReportedAndNotRecreated)
 {
     for (const QString &backup : {u"kotoban_2024_0304-0800_00.splite3"_s, u"kotoban_2024_0305-0800_00.splite3"_s}) {
         folder.Write(u"db_backup/"_s + backup, "record");
@@ -87,12 +87,12 @@ TEST_F(StartTest, ADatabaseThatIsLostEndsTheStart)
         const QString message = services.TakeMessages().join(u'|');
         EXPECT_TRUE(message.startsWith(u"データベースのバックアップに失敗しました。"_s)) << message.toStdString();
         EXPECT_TRUE(message.contains(u"データベースのファイルがありません。"_s)) << message.toStdString();
-        EXPECT_TRUE(FilesIn(u"db"_s).isEmpty()) << "no empty database hides the loss";
-        EXPECT_EQ(FilesIn(u"db_backup"_s).last(), backup) << "and none is backed up";
+        EXPECT_TRUE(FilesIn(u"db"_s).isEmpty()) << "an empty database would hide the loss";
+        EXPECT_EQ(FilesIn(u"db_backup"_s).last(), backup) << "no new backup";
     }
 }
 
-TEST_F(StartTest, ADatabaseWithoutItsTableBeginsAnewWithOneMessage)
+TEST_F(StartTest, DatabaseWithoutTable_GetsOneWithSingleMessage)
 {
     folder.Write(u"db/kotoban.splite3"_s, "");
     EXPECT_TRUE(Prepare());
@@ -106,9 +106,9 @@ TEST_F(StartTest, ADatabaseWithoutItsTableBeginsAnewWithOneMessage)
     EXPECT_TRUE(services.messages.isEmpty());
 }
 
-TEST_F(StartTest, AFolderInThePlaceOfAFileEndsTheStart)
+TEST_F(StartTest, FolderInPlaceOfFile_IsReportedAndEndsStart)
 {
-    folder.Write(u"db_backup/by hand_2024_0305.txt"_s, ""); // the backup of the day
+    folder.Write(u"db_backup/by hand_2024_0305.txt"_s, ""); // counts as today's backup
     for (const auto &[name, message] : {std::pair(u"Kotoban_log.txt"_s, u"実行ログに書き込めません。"_s),
                                         {u"db/kotoban.splite3"_s, u"DBFile Open Error"_s}}) {
         folder.MakeFolder(name);
@@ -118,7 +118,7 @@ TEST_F(StartTest, AFolderInThePlaceOfAFileEndsTheStart)
     }
 }
 
-TEST_F(StartTest, BacksUpOncePerDayAndNeverPrunes)
+TEST_F(StartTest, BackupOverManyDays_KeepsOnePerDayAndNeverPrunes)
 {
     QString error;
     const auto backUp = [&](int day, int hour) {
@@ -134,10 +134,10 @@ TEST_F(StartTest, BacksUpOncePerDayAndNeverPrunes)
     EXPECT_EQ(folder.Read(u"db_backup/kotoban_2024_0325-0800_00.splite3"_s), "records");
     folder.Write(u"db_backup/note_2024_0326.txt"_s, "");
     EXPECT_TRUE(backUp(25, 8));
-    EXPECT_EQ(FilesIn(u"db_backup"_s).size(), 26) << "any file with the day's mark suppresses the backup";
+    EXPECT_EQ(FilesIn(u"db_backup"_s).size(), 26) << "any file with the day's date suppresses the backup";
 }
 
-TEST_F(StartTest, KillOldFilesKeepsTheNewestByName)
+TEST_F(StartTest, OldLogFiles_ArePrunedToNewestByName)
 {
     for (int i = 10; i < 22; ++i)
         folder.Write(u"log/Log2024_"_s + QString::number(i) + u".txt"_s, "");
@@ -149,7 +149,7 @@ TEST_F(StartTest, KillOldFilesKeepsTheNewestByName)
     EXPECT_FALSE(left.contains(u"Log2024_10.txt"_s) || left.contains(u"Log2024_11.txt"_s));
 }
 
-TEST(UserList, GrowsByWholeLines)
+TEST(UserList, AppendName_AddsOneLineAndNeverReplacesUnreadableList)
 {
     const TestFolder folder;
     const QString path = folder.Path(u"ListUserName.txt"_s);
@@ -160,10 +160,10 @@ TEST(UserList, GrowsByWholeLines)
     folder.Write(u"ListUserName.txt"_s, "taro\n\xB1\xB2");
     EXPECT_TRUE(AppendUserName(path, u"Taro"_s, &error));
     EXPECT_EQ(folder.Read(u"ListUserName.txt"_s), "taro\n\xB1\xB2\r\nTaro\r\n");
-    EXPECT_EQ(ReadUserNames(path), QStringList({u"taro"_s, u"ｱｲ"_s, u"Taro"_s})) << "and not what it is as EUC";
+    EXPECT_EQ(ReadUserNames(path), QStringList({u"taro"_s, u"ｱｲ"_s, u"Taro"_s})) << "bytes that are also valid EUC";
     QFile large(path);
     ASSERT_TRUE(large.resize(MostFileBytes + 1));
-    EXPECT_FALSE(AppendUserName(path, u"x"_s, &error)) << "what cannot be read is not replaced";
+    EXPECT_FALSE(AppendUserName(path, u"x"_s, &error)) << "an unreadable list is not replaced";
     EXPECT_FALSE(error.isEmpty());
 }
 
@@ -188,14 +188,14 @@ class LoginTest : public WindowTest
 
 } // namespace
 
-TEST_F(LoginTest, RefusesWhatTheListCannotHoldAndAcceptsANewNameAsItStands)
+TEST_F(LoginTest, NameOutsideCodePage_IsRefusedAndOtherNameIsStoredExactly)
 {
     EXPECT_EQ(login.windowTitle(), u"瞬記帳 Ver1.0.0 ログイン画面"_s);
     for (const QString &name : {u"  "_s, u"José\u00A0𠮷田é"_s, u"a\n\tb\n"_s, u"\t"_s}) {
         Type(name);
         script.Click(u"frmMsg"_s, u"cmdOK"_s);
     }
-    Type(u" 　"_s); // only half-width blanks are none
+    Type(u" 　"_s); // blank only if all characters are half-width spaces
     EXPECT_EQ(login.Ask(), LoginResult::Accepted);
     const QString refusal = u"利用者名に使えない文字が含まれています。\n  "_s;
     EXPECT_EQ(script.messages, QStringList({u"利用者名は入力必須です。"_s, refusal + u"é U+00A0 𠮷"_s,
@@ -204,7 +204,7 @@ TEST_F(LoginTest, RefusesWhatTheListCannotHoldAndAcceptsANewNameAsItStands)
     EXPECT_EQ(ReadUserNames(path), QStringList({u"taro"_s, u"花子"_s, u" 　"_s}));
 }
 
-TEST_F(LoginTest, WarnsThatNothingIsRecordedOfANameWithAQuote)
+TEST_F(LoginTest, NameWithQuote_WarnsThatNothingIsRecorded)
 {
     Type(u"O'Hara"_s);
     script.Click(u"frmMsg"_s, u"cmdCancel"_s);
@@ -220,7 +220,7 @@ TEST_F(LoginTest, WarnsThatNothingIsRecordedOfANameWithAQuote)
     EXPECT_EQ(login.UserName(), u"O'Hara"_s);
 }
 
-TEST_F(LoginTest, ATypedNameStaysUntilAListedOneIsChosenAndThatIsNotAdded)
+TEST_F(LoginTest, ListedName_ReplacesTypedOneAndIsNotAddedAgain)
 {
     script.When(u"frmLogin"_s, [](QWidget *window) {
         auto *const text = window->findChild<QLineEdit *>(u"txtUserName"_s);
@@ -239,13 +239,13 @@ TEST_F(LoginTest, ATypedNameStaysUntilAListedOneIsChosenAndThatIsNotAdded)
     EXPECT_EQ(ReadUserNames(path).size(), 2);
 }
 
-TEST_F(LoginTest, BeginsWithTheLastUserWhereThatOneIsListed)
+TEST_F(LoginTest, LastUser_IsPreselectedIfListed)
 {
     frmLogin again{services, msg, path, u"花子"_s};
     script.When(u"frmLogin"_s, [](QWidget *window) {
         const auto *const text = window->findChild<QLineEdit *>(u"txtUserName"_s);
         EXPECT_TRUE(text->hasFocus());
-        EXPECT_EQ(text->selectedText(), u"花子"_s) << "another name is typed over it";
+        EXPECT_EQ(text->selectedText(), u"花子"_s) << "typing replaces it";
         QTest::keyClick(window->focusWidget(), Qt::Key_Return);
     });
     EXPECT_EQ(again.Ask(), LoginResult::Accepted);
@@ -254,7 +254,7 @@ TEST_F(LoginTest, BeginsWithTheLastUserWhereThatOneIsListed)
     EXPECT_EQ(other.findChild<QLineEdit *>(u"txtUserName"_s)->text(), QString());
 }
 
-TEST_F(LoginTest, TheEnterThatEndsAConversionIsNotTakenForOk)
+TEST_F(LoginTest, EnterDuringComposition_DoesNotPressOk)
 {
     const CompositionGuard guard;
     script.When(u"frmLogin"_s, [](QWidget *window) {
@@ -272,7 +272,7 @@ TEST_F(LoginTest, TheEnterThatEndsAConversionIsNotTakenForOk)
     EXPECT_EQ(login.UserName(), u"次郎"_s);
 }
 
-TEST_F(LoginTest, ClosingAndEndingDiffer)
+TEST_F(LoginTest, CloseAndEndButton_GiveDifferentResults)
 {
     script.When(u"frmLogin"_s, [](QWidget *window) { window->close(); });
     EXPECT_EQ(login.Ask(), LoginResult::Closed);
