@@ -1,11 +1,11 @@
-// Studies by itself, with the program's own windows, for the tests that end it, starve it or watch its memory.
+// Runs the program's own windows with simulated input, for tests that kill it, limit its resources or watch its memory.
 //
-//     driven_session APPLICATION_FOLDER start            starts, says "runs" or its message, waits for its input's end
-//     driven_session APPLICATION_FOLDER study USER DAY   studies until it is ended; DAY counts days from a fixed one
-//     driven_session APPLICATION_FOLDER actions COUNT    carries out so many actions and says how the memory has grown
+//     driven_session APPLICATION_FOLDER start            starts, prints "runs" or its message, waits for end of input
+//     driven_session APPLICATION_FOLDER study USER DAY   studies until it is killed; DAY counts days from a fixed date
+//     driven_session APPLICATION_FOLDER actions COUNT    performs COUNT actions and prints how the memory has grown
 //
-// "study" reports on its output, each line once it is true: "user NAME", when the name is in the user list, and
-// "completed N", when N sessions of this process are complete.
+// "study" prints "user NAME" once the name is in the user list, and "completed N" once N sessions of this process are
+// complete.
 #include "app/frmLogin.h"
 #include "app/modMain.h"
 #include "base/modFile.h"
@@ -30,7 +30,7 @@
 #include <unistd.h>
 
 #if defined(__SANITIZE_ADDRESS__)
-extern "C" size_t __sanitizer_get_current_allocated_bytes(); // of the sanitizer's run-time library
+extern "C" size_t __sanitizer_get_current_allocated_bytes(); // from the sanitizer's runtime library
 #endif
 
 using namespace Qt::Literals::StringLiterals;
@@ -39,7 +39,7 @@ namespace {
 
 void Say(const QString &text)
 {
-    // Straight to the pipe: what stands in a buffer is lost with the process.
+    // Directly to the pipe, because buffered output is lost when the process is killed.
     const QByteArray line = text.toUtf8() + '\n';
     [[maybe_unused]] const ssize_t written = write(STDOUT_FILENO, line.constData(), size_t(line.size()));
 }
@@ -53,7 +53,7 @@ qint64 HeapBytes()
 #endif
 }
 
-/// Silent services whose clock goes on by a second at each look, so that no two sessions begin at the same time.
+/// Silent services whose clock advances by a second per call, so that no two sessions begin at the same time.
 class FaultServices : public RecordingServices
 {
   public:
@@ -62,7 +62,7 @@ class FaultServices : public RecordingServices
     {
         Say(u"message "_s + text.simplified());
     }
-    void PlaySoundFile(const QString &) override {} // thousands of them would look like a leak
+    void PlaySoundFile(const QString &) override {} // recording thousands of them would look like a leak
     QDateTime Now() const override
     {
         return m_next = m_next.isValid() ? m_next.addSecs(1) : now;
@@ -72,20 +72,20 @@ class FaultServices : public RecordingServices
     mutable QDateTime m_next;
 };
 
-/// Does the next thing whenever the windows wait for the learner.
-class Learner : public QObject
+/// Performs the next action whenever the windows wait for input.
+class SimulatedUser : public QObject
 {
   public:
-    explicit Learner(const QString &user) : m_user(user) {}
+    explicit SimulatedUser(const QString &name) : m_name(name) {}
 
-    std::function<void(int)> onAction = [](int) {};
-    frmText *study = nullptr; ///< the window to study in, once it is there
+    std::function<void(int)> onAction = [](int) {}; ///< called with the number of each action in the study window
+    frmText *study = nullptr;                       ///< the study window, once it exists
 
     /// Answers every window from now on.
     void Step()
     {
-        QTimer::singleShot(0, this,
-                           &Learner::Step); // goes on also while one of the actions waits in a window of its own
+        // First, so that the steps continue while an action waits in a dialog.
+        QTimer::singleShot(0, this, &SimulatedUser::Step);
         if (QWidget *const dialog = QApplication::activeModalWidget())
             AnswerDialog(dialog);
         else if (study && study->isVisible() && !m_isBusy)
@@ -107,7 +107,7 @@ class Learner : public QObject
                 timer->start(0);
             Click(dialog, u"cmdOK");
         } else if (name == u"frmLogin") {
-            dialog->findChild<QLineEdit *>(u"txtUserName"_s)->setText(m_user);
+            dialog->findChild<QLineEdit *>(u"txtUserName"_s)->setText(m_name);
             Click(dialog, u"cmdOK");
         } else if (name == u"frmIni") {
             dialog->findChild<QLineEdit *>(u"txtLineSpace"_s)->setText(QString::number(4 + m_count % 3));
@@ -119,7 +119,7 @@ class Learner : public QObject
         }
     }
 
-    // The session before this one was completed when the window was opened.
+    // The previous session was completed when this window opened.
     void ChooseFile(QWidget *dialog)
     {
         auto *const list = dialog->findChild<QListView *>(u"lstFile"_s);
@@ -136,7 +136,7 @@ class Learner : public QObject
         default:
             m_fileStep = 0;
             m_isStudying = true;
-            list->setCurrentIndex(list->model()->index(m_count % 2, 0)); // the printable copy stands behind them
+            list->setCurrentIndex(list->model()->index(m_count % 2, 0)); // the printable copy comes after these
             Click(dialog, u"cmdSelect");
         }
     }
@@ -147,7 +147,7 @@ class Learner : public QObject
         auto *const page = study->findChild<PicText *>(u"picText"_s);
         onAction(++m_count);
         if (study->isHidden())
-            return; // that was the last one
+            return; // that was the last action
         if (m_count % 50 == 0)
             Click(study, u"cmdFile");
         else if (m_count % 31 == 0)
@@ -166,7 +166,7 @@ class Learner : public QObject
         m_isBusy = false;
     }
 
-    QString m_user;
+    QString m_name;
     bool m_isBusy = false;
     bool m_isStudying = false;
     int m_completed = 0;
@@ -196,11 +196,11 @@ int main(int argc, char *argv[])
         return 0;
     }
 
-    Learner learner(user);
+    SimulatedUser simulatedUser(user);
     frmMsg msg(services, JoinPath(folder, u"wav"_s));
     {
         frmLogin login(services, msg, JoinPath(folder, u"ListUserName.txt"_s), QString());
-        learner.Step();
+        simulatedUser.Step();
         login.Ask();
     }
     Say(u"user "_s + user);
@@ -208,10 +208,10 @@ int main(int argc, char *argv[])
     QObject::connect(&study, &frmText::Ended, &application, [] { QApplication::exit(0); });
     qint64 heapAtFirst = 0;
     if (mode == u"actions") {
-        // Hardly more than what is open anyway: a file that is not closed is soon missed.
+        // Few more than are open already, so that leaked file descriptors soon make something fail.
         const rlimit few{rlim_t(QDir(u"/proc/self/fd"_s).entryList().size() + 16), 1024};
         setrlimit(RLIMIT_NOFILE, &few);
-        learner.onAction = [&, last = arguments.value(3).toInt()](int count) {
+        simulatedUser.onAction = [&, last = arguments.value(3).toInt()](int count) {
             if (count == 100)
                 heapAtFirst = HeapBytes();
             else if (count == last)
@@ -219,7 +219,7 @@ int main(int argc, char *argv[])
         };
     }
     study.show();
-    learner.study = &study;
+    simulatedUser.study = &study;
     QApplication::exec();
     Say(u"grown by %1 %"_s.arg(100.0 * double(HeapBytes() - heapAtFirst) / double(heapAtFirst), 0, 'f', 2));
     return 0;

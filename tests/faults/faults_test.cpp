@@ -1,5 +1,5 @@
-// What a learner keeps when the program is ended at any moment, when the disk is full, locked or damaged, and when it
-// is started twice.
+// What is preserved when the program is killed at any moment or started twice, when the disk is full or not writable,
+// and when the database is locked or damaged.
 #include "app/modMain.h"
 #include "app/modUserList.h"
 #include "files/modConvertCode.h"
@@ -39,7 +39,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-std::vector<ino_t> synced; // what was brought to the disk, in that order
+std::vector<ino_t> synced; // inodes of synced files and folders, in order
 
 int Sync(int handle)
 {
@@ -51,7 +51,7 @@ int Sync(int handle)
 
 } // namespace
 
-// The libraries call these in the place of the system's.
+// These replace the system's functions for all libraries.
 extern "C" int fsync(int handle)
 {
     return Sync(handle);
@@ -83,7 +83,7 @@ class Faults : public testing::Test
         folder.WriteStudyFile(u"txt/b.txt"_s, lines);
     }
 
-    /// Every file is one that some moment of the program has wanted to be so, whole.
+    /// Every file has complete contents, whether old or new.
     void ExpectWholeFiles()
     {
         EXPECT_EQ(Query(databasePath, "pragma integrity_check"), u"ok"_s);
@@ -105,7 +105,7 @@ class Faults : public testing::Test
         EXPECT_EQ(Query(databasePath, "insert into t_kotoban values(" + session + ")"), QString());
     }
 
-    /// Records a session of user "a". @return what the user was told
+    /// Records a session of user "a". @return the messages shown
     QStringList Record(const QString &fileName = u"f"_s)
     {
         services.now = services.now.addSecs(1);
@@ -134,33 +134,33 @@ class Faults : public testing::Test
 
 } // namespace
 
-TEST_F(Faults, DeathAtAnyMomentLosesNothingThatWasComplete)
+TEST_F(Faults, KilledAtRandomMoments_LosesNothingCompleted)
 {
     std::mt19937 random(200);
     QStringList users;
     int completed = 0;
-    for (int death = 0; death < 200 && !HasFailure(); ++death) {
-        const QString user = u"user%1"_s.arg(death);
+    for (int run = 0; run < 200 && !HasFailure(); ++run) {
+        const QString user = u"user%1"_s.arg(run);
         QProcess program;
         program.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-        program.start(Driver, {folder.Path(), u"study"_s, user, QString::number(death)});
+        program.start(Driver, {folder.Path(), u"study"_s, user, QString::number(run)});
         ASSERT_TRUE(program.waitForStarted());
-        // Some die before the first window, most when they study, and some when there is a session to lose, however
-        // slow the machine is.
-        const QByteArray awaited = death % 8 == 0 ? "" : death % 4 == 1 ? "completed " : "user ";
-        QByteArray said;
-        for (; !said.contains(awaited); said += program.readAllStandardOutput())
+        // Some are killed before the first window, most while studying, and some only after a completed session,
+        // however slow the machine is.
+        const QByteArray awaited = run % 8 == 0 ? "" : run % 4 == 1 ? "completed " : "user ";
+        QByteArray output;
+        for (; !output.contains(awaited); output += program.readAllStandardOutput())
             ASSERT_TRUE(program.waitForReadyRead());
         QThread::msleep(random() % 300);
         program.kill();
         program.waitForFinished();
-        ASSERT_EQ(program.exitStatus(), QProcess::CrashExit) << "it was to be killed, not to end by itself";
+        ASSERT_EQ(program.exitStatus(), QProcess::CrashExit) << "it exited by itself before it was killed";
 
-        said += program.readAllStandardOutput();
-        EXPECT_FALSE(said.contains("message")) << said.toStdString();
-        if (said.contains("user "))
+        output += program.readAllStandardOutput();
+        EXPECT_FALSE(output.contains("message")) << output.toStdString();
+        if (output.contains("user "))
             users += user;
-        const int completedNow = int(said.count("completed "));
+        const int completedNow = int(output.count("completed "));
         completed += completedNow;
         ExpectWholeFiles();
         const QString rows = Query(databasePath, "select count(*) from t_kotoban where dt_end is not null and "
@@ -169,7 +169,7 @@ TEST_F(Faults, DeathAtAnyMomentLosesNothingThatWasComplete)
         EXPECT_GE(rows.toInt(), completedNow) << rows.toStdString();
         const QStringList listed = ReadUserNames(folder.Path(u"ListUserName.txt"_s));
         if (listed.size() == users.size() + 1)
-            users += user; // it was in the list, but there was no time left to say so
+            users += user; // killed after adding the name, before printing it
         EXPECT_EQ(listed, users);
     }
     QStringList days;
@@ -177,11 +177,11 @@ TEST_F(Faults, DeathAtAnyMomentLosesNothingThatWasComplete)
         EXPECT_EQ(Query(folder.Path(u"db_backup/"_s + name), "pragma integrity_check"), u"ok"_s) << name.toStdString();
         days += name.section(u'-', 0, 0);
     }
-    EXPECT_EQ(days.removeDuplicates(), 0) << "a backup that bears its name is a whole one";
-    EXPECT_GT(completed, 20) << "it was killed too early to have much to lose";
+    EXPECT_EQ(days.removeDuplicates(), 0) << "one complete backup per day";
+    EXPECT_GT(completed, 20) << "killed too early for a meaningful test";
 }
 
-TEST_F(Faults, APowerCutTakesNothingBackThatWasWritten)
+TEST_F(Faults, EachWrite_SyncsFileAndThenFolder)
 {
     ASSERT_EQ(database.Open(databasePath), 0);
     QString error;
@@ -200,26 +200,26 @@ TEST_F(Faults, APowerCutTakesNothingBackThatWasWritten)
         };
         synced.clear();
         write();
-        // Without the folder last, the journal that was removed or the name of the file before could come back.
+        // If the folder were not synced last, a power cut could bring back the removed journal or the old file.
         ASSERT_GE(synced.size(), 2u) << name;
         EXPECT_THAT(synced, testing::Contains(inode(file))) << name;
         EXPECT_EQ(synced.back(), inode(fileFolder)) << name;
     }
 }
 
-TEST_F(Faults, OfTwoStartsAtTheSameInstantExactlyOneRuns)
+TEST_F(Faults, TwoSimultaneousStarts_ExactlyOneRuns)
 {
     for (int round = 0; round < 50; ++round) {
         QProcess programs[2];
         for (QProcess &program : programs)
             program.start(Driver, {folder.Path(), u"start"_s});
-        QByteArrayList said;
+        QByteArrayList outputs;
         for (QProcess &program : programs) {
             program.waitForReadyRead();
-            said += program.readAllStandardOutput().trimmed();
+            outputs += program.readAllStandardOutput().trimmed();
         }
-        std::sort(said.begin(), said.end());
-        EXPECT_EQ(said, QByteArrayList({"message 二重起動はできません。", "runs"}));
+        std::sort(outputs.begin(), outputs.end());
+        EXPECT_EQ(outputs, QByteArrayList({"message 二重起動はできません。", "runs"}));
         for (QProcess &program : programs) {
             program.closeWriteChannel();
             program.waitForFinished();
@@ -227,13 +227,13 @@ TEST_F(Faults, OfTwoStartsAtTheSameInstantExactlyOneRuns)
     }
 }
 
-TEST_F(Faults, TenThousandActionsLeaveNothingBehind)
+TEST_F(Faults, TenThousandActions_LeakNeitherMemoryNorFiles)
 {
     QProcess program;
     program.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     program.start(Driver, {folder.Path(), u"actions"_s, u"10000"_s});
     ASSERT_TRUE(program.waitForFinished(240'000));
-    EXPECT_EQ(program.exitCode(), 0) << "among others, the leak sanitizer has found nothing";
+    EXPECT_EQ(program.exitCode(), 0) << "includes the leak sanitizer's verdict";
     const QByteArray output = program.readAllStandardOutput();
     EXPECT_FALSE(output.contains("message")) << output.toStdString();
     const QByteArray last = output.trimmed().split('\n').back();
@@ -243,7 +243,7 @@ TEST_F(Faults, TenThousandActionsLeaveNothingBehind)
 
 namespace {
 
-/// Writes fail beyond so many bytes of a file, as on a full disk.
+/// Runs an action while writes beyond the given file size fail, as on a full disk.
 void OnFullDisk(qint64 bytes, const std::function<void()> &action)
 {
     rlimit before{};
@@ -255,7 +255,7 @@ void OnFullDisk(qint64 bytes, const std::function<void()> &action)
     setrlimit(RLIMIT_FSIZE, &before);
 }
 
-/// Root may write everywhere, so what must not be written is tried as somebody else.
+/// Runs an action as an unprivileged user, because root may write everywhere.
 void AsNobody(const std::function<void()> &action)
 {
     const bool isRoot = getuid() == 0;
@@ -266,7 +266,7 @@ void AsNobody(const std::function<void()> &action)
 
 } // namespace
 
-TEST_F(Faults, WhatCannotBeWrittenStaysAsItWas)
+TEST_F(Faults, FailedWrite_LeavesOldFileIntact)
 {
     const QByteArray old(3000, 'o');
     const QString added(3000, u'n');
@@ -310,41 +310,41 @@ TEST_F(Faults, WhatCannotBeWrittenStaysAsItWas)
     permit(QFile::Permissions(0x7000));
     for (const auto &[name, before, write] : files)
         EXPECT_EQ(folder.Read(name), before.isEmpty() ? "(no file)" : before) << name.toStdString();
-    EXPECT_EQ(QDir(folder.Path(u"db_backup"_s)).entryList(QDir::Files), QStringList()) << "no part of a copy";
-    EXPECT_EQ(QDir(folder.Path(u"txt"_s)).entryList({u"*.bak*"_s}), QStringList()) << "the old file is no copy";
+    EXPECT_EQ(QDir(folder.Path(u"db_backup"_s)).entryList(QDir::Files), QStringList()) << "no partial copy";
+    EXPECT_EQ(QDir(folder.Path(u"txt"_s)).entryList({u"*.bak*"_s}), QStringList()) << "no stray backup";
 }
 
-TEST_F(Faults, ADatabaseThatCannotGrowKeepsItsRowsAndWorksAgain)
+TEST_F(Faults, DatabaseOnFullDisk_KeepsRowsAndRecovers)
 {
     ASSERT_EQ(database.Open(databasePath), 0);
     EXPECT_TRUE(Record().isEmpty());
     OnFullDisk(QFileInfo(databasePath).size(), [this] {
-        EXPECT_EQ(Record(QString(10'000, u'漢')), notWritten.first(1)) << "there is no row to complete";
+        EXPECT_EQ(Record(QString(10'000, u'漢')), notWritten.first(1)) << "there is no row to update";
     });
     EXPECT_EQ(Query(databasePath, RowsAndIntegrity), u"1|ok"_s);
     EXPECT_TRUE(Record().isEmpty());
     EXPECT_EQ(Query(databasePath, RowsAndIntegrity), u"2|ok"_s);
 }
 
-TEST_F(Faults, ALockedDatabaseIsToldOfAtOnceAndNotWaitedFor)
+TEST_F(Faults, LockedDatabase_IsReportedAtOnceWithoutWaiting)
 {
     ASSERT_EQ(database.Open(databasePath), 0);
-    Read(); // it knows the table before the lock
+    Read(); // reads the schema before the lock
     QProcess other;
     other.start(u"sqlite3"_s, {databasePath});
     other.write("begin exclusive; select 'locked';\n");
     ASSERT_TRUE(other.waitForReadyRead());
-    const QStringList told = {u"The database file is locked"_s, u"Err:SQLite3 NonQuery"_s};
-    EXPECT_EQ(Record(), told + told);
+    const QStringList locked = {u"The database file is locked"_s, u"Err:SQLite3 NonQuery"_s};
+    EXPECT_EQ(Record(), locked + locked);
     EXPECT_EQ(Read().LineCount(), 0);
     EXPECT_EQ(services.TakeMessages().filter(u"SQLite3Step returned"_s).size(), 1);
     other.closeWriteChannel();
     other.waitForFinished();
-    EXPECT_TRUE(Record().isEmpty()) << "it works again";
+    EXPECT_TRUE(Record().isEmpty()) << "works again";
     EXPECT_EQ(Query(databasePath, "select count(*), num_answer from t_kotoban"), u"1|6"_s);
 }
 
-TEST_F(Faults, AReadOnlyDatabaseIsReadAndNotWritten)
+TEST_F(Faults, ReadOnlyDatabase_IsReadButNotWritten)
 {
     AddSession();
     for (const QString &path : {QString(), u"db"_s})
@@ -358,11 +358,11 @@ TEST_F(Faults, AReadOnlyDatabaseIsReadAndNotWritten)
     });
 }
 
-TEST_F(Faults, ADamagedPageIsToldOfAndNothingIsWrittenOverIt)
+TEST_F(Faults, DamagedDatabase_IsReportedAndNotOverwritten)
 {
     AddSession();
     QByteArray bytes = folder.Read(u"db/kotoban.splite3"_s);
-    bytes.replace(4096, bytes.size() - 4096, QByteArray(bytes.size() - 4096, 'x')); // all pages but the first
+    bytes.replace(4096, bytes.size() - 4096, QByteArray(bytes.size() - 4096, 'x')); // all pages except the first
     folder.Write(u"db/kotoban.splite3"_s, bytes);
     ASSERT_EQ(database.Open(databasePath), 0);
     EXPECT_EQ(Read().LineCount(), 0);
@@ -372,11 +372,11 @@ TEST_F(Faults, ADamagedPageIsToldOfAndNothingIsWrittenOverIt)
     EXPECT_EQ(folder.Read(u"db/kotoban.splite3"_s), bytes);
 }
 
-TEST_F(Faults, AHalfBackupIsNoneAndIsCleanedUp)
+TEST_F(Faults, UnfinishedBackup_IsNotCountedAndIsRemoved)
 {
     for (const QString &name : {u"unfinished.copy"_s, u"unfinished.copy.AbCdEf"_s, u"unfinished.copy-journal.AbCdEf"_s})
         folder.Write(u"db_backup/"_s + name, "half");
-    folder.Write(u"db_backup/unfinished.copy of May"_s, "the learner's own");
+    folder.Write(u"db_backup/unfinished.copy of May"_s, "the user's own file");
     QString error;
     OnFullDisk(QFileInfo(databasePath).size() / 2, [&] { EXPECT_FALSE(BackUp(&error)); });
     EXPECT_TRUE(error.startsWith(u"データベースのバックアップに失敗しました。"_s));
@@ -387,19 +387,19 @@ TEST_F(Faults, AHalfBackupIsNoneAndIsCleanedUp)
     EXPECT_EQ(folder.Read(u"db_backup/kotoban_2024_0305-1430_15.splite3"_s), folder.Read(u"db/kotoban.splite3"_s));
 }
 
-TEST_F(Faults, ABackupAfterACrashHoldsWhatWasCommitted)
+TEST_F(Faults, BackupAfterCrash_ContainsAllCommittedRows)
 {
     const QByteArray insert = "with recursive n(i) as (select 1 union all select i+1 from n where i<5000) insert into "
                               "t_kotoban select '2024/03/05','b',i,'f',null,null from n;";
     const Rows<const char *, QByteArray, QString, QString> crashes = {
-        {"in the middle of a write", "pragma cache_size=1; begin;" + insert, u"-journal"_s, u"1"_s},
+        {"during a write", "pragma cache_size=1; begin;" + insert, u"-journal"_s, u"1"_s},
         {"with a write in the log", "pragma journal_mode=wal;" + insert, u"-wal"_s, u"5001"_s},
     };
     AddSession();
     const QString name = u"db/kotoban.splite3"_s;
     const QString backup = folder.Path(u"db_backup/kotoban_2024_0305-1430_15.splite3"_s);
     for (const auto &[crash, sql, ending, rows] : crashes) {
-        // The files as they stand on the disk while the database is open.
+        // The files as they are on disk while the database is open.
         sqlite3 *writing = nullptr;
         sqlite3_open(qPrintable(databasePath), &writing);
         EXPECT_EQ(sqlite3_exec(writing, sql.constData(), nullptr, nullptr, nullptr), SQLITE_OK) << crash;
@@ -419,7 +419,7 @@ TEST_F(Faults, ABackupAfterACrashHoldsWhatWasCommitted)
     }
 }
 
-TEST_F(Faults, APlaceThatIsNoRegularFileIsListedWithItsRemarkAndNeverOpened)
+TEST_F(Faults, NonRegularFile_IsListedWithRemarkAndNeverOpened)
 {
     const QString fifo = folder.Path(u"rec/a.txt"_s);
     ASSERT_EQ(mkfifo(QFile::encodeName(fifo).constData(), 0600), 0);
