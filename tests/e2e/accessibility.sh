@@ -1,12 +1,12 @@
 #!/usr/bin/env bash
-# Uses the program by the keyboard alone and holds what a screen reader is told against what is on the screen.
+# Uses the program by keyboard only and compares what a screen reader is told with what is on the screen.
 #
 #     accessibility.sh APPLICATION_FOLDER
 set -euo pipefail
 export LC_ALL=C.UTF-8
 here=$(dirname "$(realpath "$0")")
 
-# A message bus of its own, on which the accessibility services start by themselves.
+# A private session bus, on which the accessibility services are started on demand.
 [[ -n ${STUDY_BUS:-} ]] || exec dbus-run-session -- bash -c 'STUDY_BUS=$DBUS_SESSION_BUS_ADDRESS exec "$@"' - "$0" "$@"
 # shellcheck source=scripts/desktop.sh
 source "$here/../../scripts/desktop.sh"
@@ -16,7 +16,7 @@ screenshots=$work
 cp -R "$1" "$work/Kotoban"
 {
     printf '水は[H2O]で[塩]だ\r\n'
-    printf '[%d]' {3..20} # so many that the program asks at the end
+    printf '[%d]' {3..20} # enough for the question at the end
     printf '\r\n｢図｣\r\n'
 } | iconv -f UTF-8 -t CP932 >"$work/Kotoban/txt/0.txt"
 convert -size 300x120 xc:white "$work/Kotoban/txt/図.png"
@@ -24,7 +24,7 @@ convert -size 300x120 xc:white "$work/Kotoban/txt/図.png"
 names_are_there() {
     local tries
     wait_for "$1" is_focused "$2"
-    # The program comes to the bus a little later than to the screen.
+    # The program appears on the bus slightly later than on the screen.
     for ((tries = 0; tries < 20; tries++)); do
         "$here/../../scripts/accessibility.py" names >"$work/names" 2>&1 && return
         sleep 0.2
@@ -37,14 +37,15 @@ back_to_study() {
     wait_for "the study window" is_focused "$study"
 }
 
-# Its buttons answer only when it has been seen for a while; on the page, a key too many uncovers an answer.
+# The buttons are disabled at first, and on the page one key too many would uncover an answer, so check after each key.
 question_is_answered() {
     xdotool key Return
     is_focused "$study"
 }
 
-# says page LINE: whether a screen reader is told of that line; says caret LINE: whether that is the one from its caret on;
-# says how LINE: whether that is how the page is shown.
+# says page LINE: whether a screen reader sees that line of the page
+# says caret LINE: whether that is the text from the caret on
+# says how LINE: whether that is the description of how the page is shown
 says() {
     "$here/../../scripts/accessibility.py" "$1" | grep -qxF -e "$2"
 }

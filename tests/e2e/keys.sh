@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Types ahead, holds Enter down and presses Esc in the built program, on a small screen with a panel at its left; then
-# starts it with letters twice as large.
+# Types ahead, holds Enter down and presses Esc in the built program, on a small screen with a panel on the left; then
+# starts it with a font more than twice as large.
 #
 #     keys.sh APPLICATION_FOLDER
 set -euo pipefail
@@ -22,7 +22,7 @@ width=1024 height=600
 sessions=0
 
 expect() {
-    [[ $2 == "$3" ]] || fail "$1: wanted $2, found $3"
+    [[ $2 == "$3" ]] || fail "$1: expected $2, found $3"
 }
 
 hold() {
@@ -36,7 +36,7 @@ expect_on_screen() {
     read -r x y w h < <(xwininfo -id "$(window "$1")" |
         awk -F: '/Absolute upper-left|Width|Height/ { printf "%d ", $2 } END { print "" }')
     [[ $x -ge 0 && $y -ge 0 && $((x + w)) -le $width && $((y + h)) -le $height ]] ||
-        fail "$1 reaches out of the screen: $x $y, $w x $h"
+        fail "$1 extends beyond the screen: $x $y, $w x $h"
 }
 
 answers() {
@@ -47,7 +47,7 @@ sessions_are() {
     [[ $(sqlite3 "$application/db/kotoban.splite3" 'select count(*) from t_kotoban') == "$1" ]]
 }
 
-# begin KEYS...: from the start to the page, with those keys pressed in the list.
+# begin KEYS...: from start-up to the page, with these keys pressed in the file list.
 begin() {
     start_program "$application"
     wait_for "the user selection" is_focused 'ログイン画面$'
@@ -55,13 +55,13 @@ begin() {
     xdotool key Escape
     log_in hanako
     expect_on_screen '^ファイル選択 Ver'
-    # All of them have been pressed before the program sees the first.
+    # While the program is stopped, so that all keys are queued before it sees the first.
     kill -STOP "$program"
     xdotool key Home "$@"
     kill -CONT "$program"
     wait_for "the page" is_focused "$study"
     wait_for "the session" sessions_are $((++sessions))
-    sleep 0.5 # whatever was typed ahead has come by then
+    sleep 0.5 # time for the remaining queued keys to arrive
     expect_on_screen "$study"
 }
 
@@ -76,14 +76,14 @@ hold Return
 press 23 Return
 hold Return
 wait_for "the end question" is_focused '^瞬記帳$'
-sleep 1 # its buttons take an answer now
+sleep 1 # until its buttons are enabled
 xdotool key Escape
 wait_for "the page after the question was closed" is_focused "$study"
 end
 expect "answers" 24 "$(answers)"
 left=$(grep FormLeft "$application/Kotoban.ini")
 
-# At the end of a text, with nothing shown, Enter goes back to its beginning and then shows the first answer.
+# At the end of a text with nothing uncovered, the first Enter returns to the beginning, the second uncovers an answer.
 begin Down Return
 press 45 ctrl+Down
 press 2 Return
@@ -91,7 +91,7 @@ end
 expect "answers from the end" 1 "$(answers)"
 expect "left edge" "$left" "$(grep FormLeft "$application/Kotoban.ini")"
 
-# A session that cannot be recorded says so, and the message takes an answer.
+# A session that cannot be recorded is reported, and the message can be answered.
 cp "$application/txt/1.txt" "$application/txt/'.txt"
 start_program "$application"
 log_in hanako

@@ -1,5 +1,5 @@
-// The program as Windows sees it: started as a process from a folder of its own, used with keys, and looked at through
-// the system's own functions.
+// End-to-end tests on Windows: the program runs as a process in a folder of its own, is controlled by key presses and
+// observed through the Windows API.
 #include "base/modProduct.h"
 #include "support/Query.h"
 #include "support/TestFiles.h"
@@ -16,13 +16,13 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-/// Waits for something that other processes do; they may have to be loaded first.
+/// Waits for a condition that depends on other processes, which may still have to be loaded.
 bool WaitFor(const std::function<bool()> &isSo)
 {
     return QTest::qWaitFor(isSo, 20'000);
 }
 
-/// A visible window of a process, of any process for 0, whose title matches an expression.
+/// A visible window of a process (0: any process) whose title matches a regular expression; nullptr if there is none.
 HWND FindShown(qint64 process, const QString &title)
 {
     std::vector<HWND> windows;
@@ -60,8 +60,8 @@ class RunningProgram
         EXPECT_TRUE(m_process.waitForStarted()) << folder.toStdString();
     }
 
-    /// Waits until the program shows a window whose title matches an expression, and puts it in front. @return nullptr
-    /// when none comes
+    /// Waits for a window of the program whose title matches a regular expression, and brings it to the front.
+    /// @return nullptr if none appears
     HWND Window(const QString &title)
     {
         HWND window = nullptr;
@@ -70,7 +70,7 @@ class RunningProgram
         EXPECT_TRUE(WaitFor([&] {
             if (!HasFocus(window))
                 SetForegroundWindow(window);
-            QTest::qWait(300); // a window that has just closed may take the focus along once more
+            QTest::qWait(300); // a window that has just closed may briefly take the focus again
             return HasFocus(window);
         })) << title.toStdString();
         return window;
@@ -81,7 +81,7 @@ class RunningProgram
         return WaitFor([&] { return FindShown(m_process.processId(), title) == nullptr; });
     }
 
-    /// Waits for the end. @return the exit code, or 259 (still active) when it does not come
+    /// Waits for the process to exit. @return its exit code, or 259 (STILL_ACTIVE) if it does not
     int ExitCode()
     {
         return WaitFor([this] { return !IsRunning(); }) ? m_process.exitCode() : 259;
@@ -96,7 +96,7 @@ class RunningProgram
     QProcess m_process;
 };
 
-/// Presses keys together, the first one held longest, in the window that is in front.
+/// Presses keys in order and releases them in reverse, in the foreground window.
 void Press(std::initializer_list<int> keys)
 {
     std::vector<INPUT> inputs;
@@ -153,7 +153,7 @@ class ProgramTest : public testing::Test
 
 } // namespace
 
-TEST(ProgramFile, TellsItsVersionAndBringsItsManifest)
+TEST(ProgramFile, Resources_ContainVersionManifestAndIcon)
 {
     const std::wstring path = QStringLiteral(APPLICATION_FOLDER "/Kotoban.exe").toStdWString();
     std::vector<char> version(GetFileVersionInfoSizeW(path.c_str(), nullptr));
@@ -172,7 +172,7 @@ TEST(ProgramFile, TellsItsVersionAndBringsItsManifest)
     FreeLibrary(program);
 }
 
-TEST_F(ProgramTest, SharesItsSettingsWithTheProfileFunctions)
+TEST_F(ProgramTest, SettingsFile_AgreesWithSystemProfileFunctions)
 {
     const QString folder = MakeFolder(u"瞬記帳の 練習"_s);
     const QByteArray settings = ToCodePage932(QString(folder + u"\\Kotoban.ini"_s));
@@ -180,7 +180,7 @@ TEST_F(ProgramTest, SharesItsSettingsWithTheProfileFunctions)
     RunningProgram program(folder);
     LogIn(program);
     const HWND window = OpenFirstFile(program);
-    // The frame that the system counts may begin left of the one that is seen.
+    // GetWindowRect includes an invisible frame on the left.
     RECT place = {};
     GetWindowRect(window, &place);
     EXPECT_LE(place.left, 37);
@@ -194,8 +194,8 @@ TEST_F(ProgramTest, SharesItsSettingsWithTheProfileFunctions)
     EXPECT_STREQ(text, "52");
 }
 
-// The editor stays one to the learner when the window's place is written beside it.
-TEST_F(ProgramTest, KeepsSettingsInCodePage932)
+// Writing the window position must not change the editor's path beside it.
+TEST_F(ProgramTest, SettingsInCodePage932_AreKeptWhenPositionIsWritten)
 {
     const QString folder = MakeFolder(u"設定"_s);
     temporary.Write(u"漢字ソ.exe"_s, "MZ");
@@ -211,7 +211,7 @@ TEST_F(ProgramTest, KeepsSettingsInCodePage932)
     EXPECT_TRUE(after.contains("\r\nFormLeft=")) << after.toPercentEncoding().toStdString();
 }
 
-TEST_F(ProgramTest, RefusesASecondInstanceOfAFolderHoweverItIsSpelt)
+TEST_F(ProgramTest, SecondInstanceInFolderSpelledDifferently_IsRefused)
 {
     const QString folder = MakeFolder(u"Two 画面"_s);
     RunningProgram first(folder);
@@ -230,14 +230,14 @@ TEST_F(ProgramTest, RefusesASecondInstanceOfAFolderHoweverItIsSpelt)
     EXPECT_EQ(elsewhere.ExitCode(), 0);
 }
 
-TEST_F(ProgramTest, WritesLogAndReportInCodePage932AndOpensTheReport)
+TEST_F(ProgramTest, ReportAndLog_AreWrittenInCodePage932AndReportOpens)
 {
     const QString folder = MakeFolder(u"瞬記帳の 練習"_s);
     RunningProgram program(folder);
     LogIn(program);
     Press({VK_MENU, 'F'});
     program.Window(u"^瞬記帳$"_s);
-    QTest::qWait(500); // the answer is not taken at once
+    QTest::qWait(500); // the buttons are disabled at first
     Press({VK_RETURN});
     const QStringList reports = QDir(folder + u"\\rec"_s).entryList(QDir::Files);
     ASSERT_EQ(reports.size(), 1);
@@ -256,7 +256,7 @@ TEST_F(ProgramTest, WritesLogAndReportInCodePage932AndOpensTheReport)
     EXPECT_EQ(log.count("\r\n"), 2);
 }
 
-TEST_F(ProgramTest, CompletesTheSessionWhenWindowsEndsIt)
+TEST_F(ProgramTest, WindowsSessionEnds_StudySessionIsCompleted)
 {
     RunningProgram program(MakeFolder(u"logout"_s));
     LogIn(program);
@@ -273,9 +273,9 @@ TEST_F(ProgramTest, CompletesTheSessionWhenWindowsEndsIt)
         u"2|1"_s);
 }
 
-TEST_F(ProgramTest, NamesTheMissingFolderAsTheSystemSpellsPaths)
+TEST_F(ProgramTest, MissingFolder_IsLoggedWithNativeSeparators)
 {
-    // A character that code page 932 lacks is no obstacle.
+    // Characters outside code page 932 do not matter.
     const QString folder = MakeFolder(u"é 表示"_s);
     QDir(folder + u"\\rec"_s).removeRecursively();
     RunningProgram program(folder);

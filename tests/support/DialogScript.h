@@ -20,19 +20,19 @@ class DialogScript : public QObject
         m_timer.start(5);
     }
 
-    /// When the named window is open and usable, does something with it.
+    /// Appends a step: when the named window is open and usable, runs an action on it.
     void When(const QString &window, std::function<void(QWidget *)> action)
     {
         m_steps.emplace_back(window, std::move(action));
     }
 
-    /// When the named window is open and its button takes a click, clicks it.
+    /// Appends a step: when the named window is open and usable, clicks one of its buttons.
     void Click(const QString &window, const QString &button)
     {
         When(window, [button](QWidget *dialog) { Press(dialog, button); });
     }
 
-    /// Clicks a button or chooses an entry of a menu.
+    /// Clicks a button or triggers a menu item.
     static void Press(QWidget *dialog, const QString &name)
     {
         if (auto *const button = dialog->findChild<QAbstractButton *>(name))
@@ -46,7 +46,7 @@ class DialogScript : public QObject
         return m_steps.empty() && m_running == 0;
     }
 
-    /// Texts of the message dialogs that were answered.
+    /// Texts of the message dialogs answered so far.
     QStringList messages;
 
   private:
@@ -67,10 +67,10 @@ class DialogScript : public QObject
         }
         m_waitedMs = 0;
         const auto *const label = dialog->findChild<QLabel *>(QStringLiteral("lblMsg"));
-        if (label && label->window() == dialog) // a message that is being closed is still its owner's child
+        if (label && label->window() == dialog) // a message that is closing is still a child of its owner
             messages += label->text();
-        // A step may open the next window and wait in it, which a timer's own handler must not: it would not fire
-        // again.
+        // Queued, because a step may open and wait in the next window, and a timer does not fire again while its own
+        // handler is running.
         m_isQueued = true;
         ++m_running;
         QTimer::singleShot(0, dialog, [this, dialog, action = m_steps.front().second] {
@@ -81,7 +81,7 @@ class DialogScript : public QObject
         m_steps.pop_front();
     }
 
-    /// A window that the script does not foresee would keep the test waiting for ever.
+    /// Closes a window that the script does not expect, which would block the test forever.
     void GiveUpOn(QWidget *dialog)
     {
         m_waitedMs += m_timer.interval();

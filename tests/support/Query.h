@@ -1,11 +1,11 @@
-// A database as another program sees it.
+// Reads a database through a connection of its own, as another program would.
 #pragma once
 
 #include <QStringList>
 
 #include <sqlite3.h>
 
-/// The last row that some statements yield, its values joined by "|", or the fault.
+/// The last row returned by some statements, its values joined by "|"; "error: ..." on failure.
 inline QString Query(const QString &database, const QByteArray &sql)
 {
     sqlite3 *handle = nullptr;
@@ -19,7 +19,7 @@ inline QString Query(const QString &database, const QByteArray &sql)
     };
     sqlite3_open(database.toUtf8().constData(), &handle);
     if (sqlite3_exec(handle, sql.constData(), take, &row, nullptr) != SQLITE_OK)
-        row = QStringLiteral("fault: ") + QString::fromUtf8(sqlite3_errmsg(handle));
+        row = QStringLiteral("error: ") + QString::fromUtf8(sqlite3_errmsg(handle));
     sqlite3_close(handle);
     return row;
 }

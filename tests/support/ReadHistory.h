@@ -1,4 +1,4 @@
-// A whole history at once.
+// Reads a history in one go.
 #pragma once
 
 #include "files/modHistory.h"

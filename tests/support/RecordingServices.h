@@ -1,4 +1,4 @@
-// Services that do nothing, remember what they were asked for and show the time that the test sets.
+// Services that record all calls and return the time set by the test.
 #pragma once
 
 #include "platform/modSystemServices.h"
@@ -17,7 +17,7 @@ class RecordingServices : public SystemServices
     QString title;
     bool startsPrograms = true;
     bool hasVoice = true;
-    std::function<void()> whileShown; // happens while a message is shown
+    std::function<void()> whileShown; // called while a message is shown
 
     void SetApplicationTitle(const QString &newTitle) override
     {
@@ -60,7 +60,7 @@ class RecordingServices : public SystemServices
         return now;
     }
 
-    /// What was shown since the last call.
+    /// Messages shown since the last call.
     QStringList TakeMessages()
     {
         return std::exchange(messages, {});

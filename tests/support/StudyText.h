@@ -1,4 +1,4 @@
-// Study texts for tests, read as a file of the same lines is.
+// Study texts for tests.
 #pragma once
 
 #include "base/modCodePage.h"
@@ -6,6 +6,7 @@
 
 #include <QStringList>
 
+/// The lines as read from a file.
 inline StudyLines LinesOf(const QStringList &texts)
 {
     StudyLines lines;

@@ -17,7 +17,7 @@ class TestFolder
         return name.isEmpty() ? m_folder.path() : m_folder.filePath(name);
     }
 
-    /// Writes a file and the folders above it. @return its full path
+    /// Writes a file, creating its parent folders. @return its full path
     QString Write(const QString &name, const QByteArray &bytes) const
     {
         const QString path = Path(name);
@@ -50,7 +50,7 @@ class TestFolder
     QTemporaryDir m_folder;
 };
 
-/// Lets GoogleTest print texts.
+/// Used by GoogleTest to print values.
 inline void PrintTo(const QString &text, std::ostream *stream)
 {
     *stream << '"' << text.toStdString() << '"';

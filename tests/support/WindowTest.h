@@ -1,4 +1,4 @@
-// What the test of a window needs: a folder, silent services and a script of answers.
+// Fixture for window tests: a temporary folder, recording services and a script that answers dialogs.
 #pragma once
 
 #include "settings/frmMsg.h"
