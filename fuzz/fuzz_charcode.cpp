@@ -1,4 +1,4 @@
-// Telling the character code of any bytes: the program's way and the plain steps give the same answer.
+// Detecting the encoding of any bytes: the optimized scan agrees with the reference implementation.
 #include "input.h"
 #include "plain_charcode.h"
 #include "require.h"

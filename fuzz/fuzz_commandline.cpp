@@ -1,12 +1,11 @@
-// Command lines: any text can be taken apart, and arguments that were quoted by the rule come out as they went in.
+// Command lines: any text can be parsed, and properly quoted arguments round-trip.
 #include "input.h"
 #include "platform/modCommandLine.h"
 #include "require.h"
 
 namespace {
 
-/// An argument as a program on Windows has to write it to be read back: in quotes, with the backslashes in front of a
-/// quote doubled.
+/// An argument quoted for Windows: in quotes, with inner quotes escaped and the backslashes before a quote doubled.
 QString Quoted(const QString &argument)
 {
     QString quoted(u'"');

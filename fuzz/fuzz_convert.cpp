@@ -1,4 +1,4 @@
-// Converting any bytes from any character code to code page 932, up to the broken lines.
+// Converting any bytes from any encoding to code page 932, including breaking long lines.
 #include "base/modCodePage.h"
 #include "files/modConvertCode.h"
 #include "input.h"
@@ -9,7 +9,7 @@
 
 namespace {
 
-/// A second conversion finds nothing to do, and no character was lost on the way.
+/// No character is lost in code page 932, and a second conversion changes nothing.
 void CheckConverted(const ConvertedText &converted)
 {
     Require(converted.unwritable.size() == qMin(converted.unwritableCount, qsizetype(MostUnwritableShown)));
@@ -20,7 +20,7 @@ void CheckConverted(const ConvertedText &converted)
     Require(again.text == converted.text && again.replaced.isEmpty());
 }
 
-/// Lines are within the limit, and nothing but blanks has gone.
+/// All lines are within the limit, and nothing but blanks was removed.
 void CheckBroken(const QString &text)
 {
     const BrokenLines broken = BreakLongLines(text, MaxLineBytes);
@@ -51,7 +51,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
         CheckConverted(converted);
         CheckBroken(WithHalfWidthBrackets(converted.text));
     }
-    // What is written is read again; what would not be is told of.
+    // Either the reader accepts what was written, or there is a message.
     QByteArray written;
     QString message;
     if (EncodeConverted(ConvertText(text, Accents::Remove).text, &written, &message))

@@ -1,5 +1,5 @@
-// Any file as a keyword list, and any text searched with it and for any words: what is found at one go, bit by bit and
-// step by step is what a plain scan of each line finds.
+// Any file as a keyword list, used to search any text, and searches for any words: counting in slices and stepping
+// through the hits agree with a plain scan of every line.
 #include "input.h"
 #include "require.h"
 #include "search/modSearch.h"
@@ -33,13 +33,13 @@ std::vector<TextSpan> ScanByWord(const DisplayText &text, const QStringList &key
     return spans;
 }
 
-/// Steps from a line round the text, and all that is said on the way.
+/// Checks stepping from a line through all hits and around the text, and the counts and numbers reported.
 void RequireSteps(Hits *hits, const std::vector<TextSpan> &expected, int startLine, bool backwards)
 {
     const QDeadlineTimer noTime(0);
     TextSpan at{.line = startLine};
-    const auto behind = std::upper_bound(expected.begin(), expected.end(), at, IsBefore);
-    size_t i = size_t(behind - expected.begin()) + expected.size();
+    const auto after = std::upper_bound(expected.begin(), expected.end(), at, IsBefore);
+    size_t i = size_t(after - expected.begin()) + expected.size();
     for (size_t step = 0; step <= expected.size(); ++step) {
         std::optional<HitStep> next;
         while (!(next = hits->Next(at, backwards, noTime))) {
@@ -64,7 +64,7 @@ void RequireSteps(Hits *hits, const std::vector<TextSpan> &expected, int startLi
 
 } // namespace
 
-// Input: the list up to a zero byte, the words that are searched for up to another, the text.
+// Input: the list up to a zero byte, the words to search for up to another, the text.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {
     static const FuzzFile file(QStringLiteral("KeywordList.txt"));
@@ -75,14 +75,14 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     StudyLines lines;
     ReadAllLines(input.TakeRest(), ExpandTabs::No, &lines);
     if (!lines.BracketsTakeTurns())
-        return 0; // no study file
+        return 0; // not a valid study file
     const DisplayText text(std::move(lines));
-    const int startLine = int(size) % (text.LineCount() + 1) + 1; // one behind the end too
-    constexpr int stretchLines = 2;
+    const int startLine = int(size) % (text.LineCount() + 1) + 1; // one past the end included
+    constexpr int sliceLines = 2;
 
     for (int line = 1; line <= wanted.Count(); ++line) {
         const QString words = wanted.at1(line).toString();
-        Hits hits(&text, std::make_unique<PlainFinder>(words), startLine, stretchLines);
+        Hits hits(&text, std::make_unique<PlainFinder>(words), startLine, sliceLines);
         RequireSteps(&hits, PlainScan(text, words), startLine, size % 2 == 0);
     }
     const KeywordList list = ReadKeywordList(file.Path());
@@ -97,7 +97,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
         const std::vector<TextSpan> expected =
             IsEnglishWord(keyword) ? ScanByWord(text, list.words, keyword) : PlainScan(text, keyword);
         Require(search.CountOf(keyword) == int(expected.size()));
-        Hits hits(&text, index.Finder(keyword), startLine, stretchLines);
+        Hits hits(&text, index.Finder(keyword), startLine, sliceLines);
         RequireSteps(&hits, expected, startLine, size % 2 == 1);
     }
     return 0;

@@ -1,4 +1,4 @@
-// Writing any value into any ini file: it is read back as it was, and every other line of the file stays as it is.
+// Writing any value to any ini file: the value round-trips, and every other line of the file is unchanged.
 #include "base/modCodePage.h"
 #include "input.h"
 #include "platform/modProfile.h"
@@ -8,7 +8,7 @@ namespace {
 
 const QString Section = QStringLiteral("setting");
 
-/// Where two files differ: the bytes of each between what they begin and end with alike.
+/// The difference between two files: the bytes of each between their common prefix and suffix.
 struct Difference
 {
     Difference(const QByteArray &before, const QByteArray &after)
@@ -16,11 +16,11 @@ struct Difference
         const qsizetype shorter = qMin(before.size(), after.size());
         while (start < shorter && before[start] == after[start])
             ++start;
-        qsizetype alike = 0;
-        while (alike < shorter - start && before[before.size() - 1 - alike] == after[after.size() - 1 - alike])
-            ++alike;
-        removed = before.mid(start, before.size() - alike - start);
-        added = after.mid(start, after.size() - alike - start);
+        qsizetype suffix = 0;
+        while (suffix < shorter - start && before[before.size() - 1 - suffix] == after[after.size() - 1 - suffix])
+            ++suffix;
+        removed = before.mid(start, before.size() - suffix - start);
+        added = after.mid(start, after.size() - suffix - start);
     }
 
     qsizetype start = 0;
@@ -30,7 +30,7 @@ struct Difference
 
 } // namespace
 
-// Input: a byte for the key, the value up to a zero byte, the file.
+// Input: a byte that selects the key, the value up to a zero byte, the file.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {
     static const FuzzFile file(QStringLiteral("a.ini"));
@@ -49,7 +49,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
         Require(after == before);
         return 0;
     }
-    // What the code page lacks is written as "?".
+    // Characters outside the code page are written as "?".
     const QString written = FromCodePage932(ToCodePage932(value));
     Require(ReadProfile(file.Path(), Section, name.toUpper(), QStringLiteral("none"), value.size() + 1) == written);
     const Difference difference(before, after);

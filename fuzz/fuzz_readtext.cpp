@@ -1,4 +1,4 @@
-// Reading any file as a study file, up to its table of blanks.
+// Reading any file as a study file, including its table of blanks.
 #include "base/modCodePage.h"
 #include "input.h"
 #include "require.h"
@@ -9,17 +9,17 @@
 
 namespace {
 
-/// What the reader notices on its way is what a look at each line gives.
-void CheckWhatWasNoticed(const StudyLines &lines)
+/// The facts gathered while reading agree with a check of each line.
+void CheckGatheredFacts(const StudyLines &lines)
 {
     qsizetype longest = 0;
-    bool takeTurns = true;
+    bool alternate = true;
     for (int line = 1; line <= lines.Count(); ++line) {
         longest = qMax(longest, GetByteLength(lines.at1(line)));
-        takeTurns = takeTurns && IsBracketCountEqual(lines.at1(line)) && IsBracketOrderValid(lines.at1(line));
+        alternate = alternate && IsBracketCountEqual(lines.at1(line)) && IsBracketOrderValid(lines.at1(line));
     }
     Require(lines.LongestLineBytes() == longest);
-    Require(lines.BracketsTakeTurns() == takeTurns);
+    Require(lines.BracketsTakeTurns() == alternate);
 }
 
 void CheckBlanks(const DisplayText &text)
@@ -49,7 +49,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     StudyLines lines;
     for (const ExpandTabs expandTabs : {ExpandTabs::No, ExpandTabs::Yes}) {
         ReadAllLines(bytes, expandTabs, &lines);
-        CheckWhatWasNoticed(lines);
+        CheckGatheredFacts(lines);
     }
     QString message;
     int errorLine = 0;

@@ -1,4 +1,4 @@
-// Uncovering answers with any keys and clicks in any text.
+// Uncovering answers in any text with any sequence of keys and clicks.
 #include "input.h"
 #include "require.h"
 #include "search/modSearch.h"
@@ -8,7 +8,7 @@
 
 namespace {
 
-/// The window's part in it: a page of a few rows.
+/// Stands in for the study window, with a page of a few rows.
 class Study
 {
   public:
@@ -48,7 +48,7 @@ class Study
         Click(TargetAt(m_text, m_round, xPx, yPx, m_page.topLine, Layout));
     }
 
-    /// Goes on to the next thing that keys can reach, and clicks it.
+    /// Moves to the next target that keys can reach, and clicks it.
     void ClickNext(bool withWords)
     {
         m_current = NextSpan(TargetsInView(m_text, m_page, withWords), m_current, false);
@@ -125,13 +125,13 @@ class Study
         const int count = m_round.lngOpenCount();
         if (target.blank == 0)
             return;
-        Require(target == ClickTarget{.blank = target.blank}); // nothing hidden is ever spoken
+        Require(target == ClickTarget{.blank = target.blank}); // a hidden answer is never spoken
         const bool isShown = m_round.Toggle(target.blank);
         Require(isShown != before[size_t(target.blank)] && m_round.lngOpenCount() == count + int(isShown));
         Require(isShown || TargetInAnswer(m_text, m_round, target.blank) == ClickTarget());
     }
 
-    /// Does what may begin a new round; nothing is counted by that.
+    /// Runs an action that may begin a new round, which must not change the count.
     template <typename Action>
     void BeginRound(Action action)
     {
@@ -164,7 +164,7 @@ class Study
     StudyRound m_round;
     PageInView m_page;
     TextSpan m_current;
-    std::vector<bool> m_shownBefore; // the last round began
+    std::vector<bool> m_shownBefore; // what was shown before the last round began
 };
 
 } // namespace
@@ -176,7 +176,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     StudyLines lines;
     ReadAllLines(input.TakeText(), ExpandTabs::No, &lines);
     if (!lines.BracketsTakeTurns())
-        return 0; // no study file
+        return 0; // not a valid study file
     Study study(std::move(lines));
     while (!input.IsAtEnd()) {
         const int action = input.TakeByte();

@@ -1,4 +1,4 @@
-// Reading any text as a table, writing its cells and reading them again, and making a study file of them.
+// Reading any text as a table, writing its cells and reading them back, and making a study file from them.
 #include "files/modStudyFromTable.h"
 #include "input.h"
 #include "require.h"
@@ -11,7 +11,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-/// The cells as RFC 4180 writes them, all in quotes.
+/// The table as CSV according to RFC 4180, with all cells quoted.
 QString Written(const Table &table, const QString &separator)
 {
     QString text;
@@ -26,7 +26,7 @@ QString Written(const Table &table, const QString &separator)
     return text;
 }
 
-void CheckComesBack(const Table &table, const QString &separator)
+void CheckRoundTrip(const Table &table, const QString &separator)
 {
     Table again;
     int errorLine = 0;
@@ -39,8 +39,8 @@ void CheckComesBack(const Table &table, const QString &separator)
     }
 }
 
-/// All characters but quotes, separators and white space, of which a reader may take some away.
-qsizetype TellingCharacters(QStringView text, const QString &separator)
+/// Number of characters that a reader must not drop: all except quotes, separators and white space.
+qsizetype KeptCharacters(QStringView text, const QString &separator)
 {
     qsizetype count = 0;
     for (const QChar character : text)
@@ -48,7 +48,7 @@ qsizetype TellingCharacters(QStringView text, const QString &separator)
     return count;
 }
 
-/// No text of the source is lost, where nothing is left out on purpose.
+/// No text of the source is lost, unless the format removes some on purpose.
 void CheckKeepsAll(const QString &text, const TableFormat &format, const Table &table)
 {
     if (format.isHtml || !format.leftOut.isEmpty())
@@ -56,11 +56,11 @@ void CheckKeepsAll(const QString &text, const TableFormat &format, const Table &
     qsizetype count = 0;
     for (int row = 1; row <= table.RowCount(); ++row)
         for (int column = 1; column <= table.CellCount(row); ++column)
-            count += TellingCharacters(table.Cell(row, column), format.separator);
-    Require(count == TellingCharacters(QStringView(text).sliced(format.start), format.separator));
+            count += KeptCharacters(table.Cell(row, column), format.separator);
+    Require(count == KeptCharacters(QStringView(text).sliced(format.start), format.separator));
 }
 
-/// What is made is either accepted by the reader of study files or refused with a message.
+/// The generated study file is either accepted by the reader or refused with a message.
 void CheckStudyText(const Table &table, TableOptions options)
 {
     static const FuzzFile file(QStringLiteral("study.txt"));
@@ -96,8 +96,8 @@ void CheckStudyText(const Table &table, TableOptions options)
 
 } // namespace
 
-// Input: a byte for the character code and whether the first row is skipped, one for the hidden columns, the text
-// between columns up to a zero byte, the file.
+// Input: a byte for the encoding and for skipping the first row, a byte for the hidden columns, the text between
+// columns up to a zero byte, the file.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {
     FuzzInput input(data, size);
@@ -117,8 +117,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
         Require(errorLine >= 1 && table.RowCount() == 0);
         return 0;
     }
-    // With other separators a cell of whole rows is not taken for one.
-    CheckComesBack(table, format.separator == u';' ? u";"_s : u","_s);
+    // Only comma and semicolon round-trip all cells: with others, a quoted cell that contains whole rows is not one.
+    CheckRoundTrip(table, format.separator == u';' ? u";"_s : u","_s);
     CheckKeepsAll(text, format, table);
     CheckStudyText(table, options);
     return 0;

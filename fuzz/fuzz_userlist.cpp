@@ -1,4 +1,4 @@
-// The list of the users' names: a name that is added comes last, and all others stay.
+// The user list: an added name comes last, and all others are kept.
 #include "app/modUserList.h"
 #include "base/modCodePage.h"
 #include "input.h"
@@ -13,7 +13,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     file.Write(input.TakeRest());
     const QStringList before = ReadUserNames(file.Path());
     if (!CharactersNotForNames(name).isEmpty())
-        return 0; // the login refuses it
+        return 0; // refused by the login window
     QString error;
     Require(AppendUserName(file.Path(), name, &error));
     const QStringList after = ReadUserNames(file.Path());

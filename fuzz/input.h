@@ -1,4 +1,4 @@
-// Takes a fuzzer's bytes apart.
+// Splits a fuzzer's input into values.
 #pragma once
 
 #include <QByteArray>
@@ -25,13 +25,13 @@ class FuzzInput
         return m_rest.isEmpty();
     }
 
-    /// The next byte, 0 behind the end.
+    /// The next byte; 0 at the end of the input.
     int TakeByte()
     {
         return IsAtEnd() ? 0 : quint8(Take(1).front());
     }
 
-    /// What is left up to the next zero byte, without it.
+    /// The bytes up to the next zero byte, which is consumed, or up to the end.
     QByteArray TakeText()
     {
         const qsizetype zero = m_rest.indexOf('\0');
@@ -56,7 +56,7 @@ class FuzzInput
     QByteArrayView m_rest;
 };
 
-/// A file in memory, where there is such a folder, that goes with the process.
+/// A temporary file, in memory if /dev/shm exists, removed when the process exits.
 class FuzzFile
 {
   public:

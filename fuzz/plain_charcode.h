@@ -1,5 +1,5 @@
-// The detection of the character code as its rules are written down: one step an index for each decoder, nothing
-// skipped. What the program does in fewer steps is held against it.
+// Reference implementation of the encoding detection: one step per index for every decoder, without shortcuts. The
+// optimized scan of the program is compared with it.
 #pragma once
 
 #include "settings/modCharCode.h"
@@ -93,7 +93,7 @@ class PlainCharCode
         return false;
     }
 
-    // Lengths of the sequence at a decoder's position, by its first byte; 0 for a broken one.
+    // Length of the sequence at a decoder's position, given its first byte; 0 if it is invalid.
     int Utf8(int lead) const
     {
         const auto follow = [this](int count, int from, int to) {

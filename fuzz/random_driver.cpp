@@ -1,5 +1,5 @@
-// Drives a fuzz target without a fuzzer: with the files of its corpus, then with random changes of them, from a seed
-// that is the same in every run.
+// Drives a fuzz target without a fuzzer: with the files of its corpus, then with random mutations of them, from a fixed
+// seed.
 //
 //     TARGET RUNS CORPUS_FOLDER
 #include <QByteArray>
@@ -19,16 +19,16 @@ void Run(const QByteArray &bytes)
     LLVMFuzzerTestOneInput(reinterpret_cast<const std::uint8_t *>(bytes.constData()), std::size_t(bytes.size()));
 }
 
-/// Some bytes that decide something in one of the formats.
-constexpr char Telling[] =
+/// Bytes that have a special meaning in one of the formats.
+constexpr char SpecialBytes[] =
     "[]\r\n\t+-\x1B$B(\"\\ ={};'ab\0\x81\x8E\x93\xFA\xA4\xA1\xA2\xA3\xE3\x82\xEF\xBB\xBF\xFD\xFE\xFF";
 
-QByteArray Changed(QByteArray bytes, const QByteArray &other, std::mt19937 &random)
+QByteArray Mutated(QByteArray bytes, const QByteArray &other, std::mt19937 &random)
 {
     const auto pick = [&random](qsizetype count) { return count == 0 ? 0 : qsizetype(random() % quint64(count)); };
     for (qsizetype left = 1 + pick(8); left > 0; --left) {
         const qsizetype at = pick(bytes.size() + 1);
-        const char byte = pick(3) == 0 ? char(pick(256)) : Telling[pick(sizeof Telling - 1)];
+        const char byte = pick(3) == 0 ? char(pick(256)) : SpecialBytes[pick(sizeof SpecialBytes - 1)];
         switch (pick(5)) {
         case 0:
             bytes.insert(at, byte);
@@ -71,15 +71,15 @@ int main(int argc, char *argv[])
     std::mt19937 random(20240305);
     const int runs = QByteArray(argv[1]).toInt();
     for (int run = 0; run < runs; ++run) {
-        qsizetype of = qsizetype(random() % quint64(inputs.size()));
-        const QByteArray changed = Changed(inputs[of], inputs[qsizetype(random() % quint64(inputs.size()))], random);
-        Run(changed);
-        // Changes add up, but not for ever.
+        qsizetype index = qsizetype(random() % quint64(inputs.size()));
+        const QByteArray mutated = Mutated(inputs[index], inputs[qsizetype(random() % quint64(inputs.size()))], random);
+        Run(mutated);
+        // Mutations accumulate; every 50th becomes a new input instead, truncated to keep the inputs small.
         if (run % 50 != 0)
-            inputs[of] = changed;
+            inputs[index] = mutated;
         else
-            inputs += changed.left(200);
+            inputs += mutated.left(200);
     }
-    std::printf("%d inputs held\n", runs);
+    std::printf("%d inputs passed\n", runs);
     return 0;
 }

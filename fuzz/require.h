@@ -1,4 +1,4 @@
-// What must hold for any input. A fuzzer takes the end of the process for a finding.
+// Checks a property that must hold for any input. It aborts on failure, which a fuzzer counts as a finding.
 #pragma once
 
 #include <cstdio>
@@ -7,7 +7,7 @@
 #define Require(condition)                                                                                             \
     do {                                                                                                               \
         if (!(condition)) {                                                                                            \
-            std::fprintf(stderr, "%s:%d: does not hold: %s\n", __FILE__, __LINE__, #condition);                        \
+            std::fprintf(stderr, "%s:%d: requirement failed: %s\n", __FILE__, __LINE__, #condition);                   \
             std::abort();                                                                                              \
         }                                                                                                              \
     } while (false)
