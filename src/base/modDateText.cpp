@@ -4,7 +4,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-/// The number at a place in a text; -1 unless it consists of digits only.
+/// The number formed by some digits of a text; -1 if one of them is not a digit.
 int NumberAt(QStringView text, qsizetype at, qsizetype length)
 {
     int number = 0;

@@ -1,4 +1,4 @@
-// SystemServices of the real program: Qt and the operating system.
+// The SystemServices of the program itself, on top of Qt and platform/.
 #pragma once
 
 #include "platform/modSound.h"

@@ -5,7 +5,7 @@
 
 namespace {
 
-// An atexit handler takes no argument.
+// Global, because an atexit handler takes no argument.
 EndSignal *g_living = nullptr;
 
 } // namespace

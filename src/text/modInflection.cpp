@@ -34,7 +34,7 @@ QVarLengthArray<BaseForm, 16> BaseForms(QStringView text)
     const qsizetype n = text.size();
     QVarLengthArray<BaseForm, 16> forms = {{n}};
     const std::u16string_view word(text.utf16(), size_t(n));
-    // Fast path: most words end in a letter that ends no suffix.
+    // Fast path: most words do not end in the last letter of any suffix.
     if (word.empty() || std::u16string_view(u"sdrgt'").find(word.back()) == std::u16string_view::npos)
         return forms;
     const auto add = [&forms, n](qsizetype cut, char16_t added = 0) { forms.push_back({n - cut, added}); };

@@ -21,7 +21,7 @@ void TakeSeparator(QStringView value, TableFormat *format)
         format->separator = value.front();
 }
 
-/// @return whether the line is a header line, which precede the first row
+/// @return whether the line is a header line; if not, it is the first row
 bool TakeHeaderLine(QStringView line, bool isFirst, TableFormat *format)
 {
     if (isFirst && line.size() == 5 && line.startsWith(u"sep=", Qt::CaseInsensitive) && CanSeparate(line.back())) {

@@ -40,7 +40,7 @@ bool HasTextHandler()
     return query.waitForFinished(timeoutMs) && !query.readAllStandardOutput().trimmed().isEmpty();
 }
 
-// A file is opened with the editor that the user has chosen on the desktop. There is no such way to start that editor
+// A file is opened with the editor that the user has chosen on the desktop. Desktops offer no way to start that editor
 // without a file.
 bool StartTextEditor(const QStringList &files)
 {
