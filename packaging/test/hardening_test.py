@@ -1,0 +1,72 @@
+#!/usr/bin/env python3
+"""Reads from an executable whether it was hardened, and that it says nothing of where it was built.
+
+    hardening_test.py EXECUTABLE [FOLDER...]
+
+Beside the folders given, the home of who runs this and the source folder may not be named in it. Ends with status 77
+where the executable is missing or older than the rules it is built by: then it was built by others.
+"""
+import re
+import subprocess
+import sys
+from pathlib import Path
+
+SOURCE = Path(__file__).resolve().parents[2]
+RULES = [SOURCE / "cmake/Hardening.cmake", SOURCE / "src/app/CMakeLists.txt"]
+SKIPPED = 77
+
+
+def said(*command):
+    return subprocess.run(command, check=True, capture_output=True, text=True, errors="replace").stdout
+
+
+def faults_of_elf(executable, content):
+    about = said("readelf", "--wide", "--file-header", "--program-headers", "--dynamic", executable)
+    symbols = said("readelf", "--wide", "--dyn-syms", executable)
+    code = said("objdump", "--disassemble", "--section=.text", "--no-show-raw-insn", executable)
+    yield re.search(r"Type:\s+DYN", about) and "PIE" in about, "is not position-independent"
+    yield "GNU_RELRO" in about, "has no part that becomes read-only"
+    yield re.search(r"\(FLAGS(_1)?\).*\bNOW\b", about), "does not bind all symbols before it makes them read-only"
+    yield re.search(r"GNU_STACK.* RW +0x", about), "has a stack whose contents can be run"
+    yield not re.search(r"\((RPATH|RUNPATH|TEXTREL)\)", about), "searches folders of its own, or is patched at its start"
+    yield "__stack_chk_fail" in symbols, "has no stack protector"
+    yield re.search(r"__\w+_chk@", symbols), "does not check the lengths of buffers (_FORTIFY_SOURCE)"
+    if "X86-64" in about:
+        yield code.count("endbr64") > 1000, "does not mark where indirect jumps may go (-fcf-protection)"
+    yield b"__n < this->size()" in content, "does not check the indices of containers (_GLIBCXX_ASSERTIONS)"
+
+
+def faults_of_pe(executable, content):
+    about = said("objdump", "--private-headers", executable)
+    for flag in "HIGH_ENTROPY_VA", "DYNAMIC_BASE", "NX_COMPAT":
+        yield flag in about, f"is not {flag}"
+    yield re.search(r"MajorSubsystemVersion\s+10\b", about), "does not ask for Windows 10"
+    yield re.search(r"MinorSubsystemVersion\s+0\b", about), "asks for a Windows that there is not"
+    yield b"stack smashing detected" in content, "has no stack protector"
+    yield b"__n < this->size()" in content, "does not check the indices of containers (_GLIBCXX_ASSERTIONS)"
+
+
+def main():
+    if len(sys.argv) < 2:
+        sys.exit("usage: hardening_test.py EXECUTABLE [FOLDER...]")
+    executable = Path(sys.argv[1])
+    if not executable.exists() or any(executable.stat().st_mtime < rule.stat().st_mtime for rule in RULES):
+        print("there is no such executable of the present rules")
+        sys.exit(SKIPPED)
+    content = executable.read_bytes()
+    if content.startswith(b"\x7fELF"):
+        checks = list(faults_of_elf(executable, content))
+    else:
+        checks = list(faults_of_pe(executable, content))
+    for folder in [SOURCE, Path.home(), *map(Path, sys.argv[2:])]:
+        if folder == Path("/"):
+            continue
+        for encoding in "utf-8", "utf-16-le":
+            checks.append((f"{folder}/".encode(encoding) not in content, f"names the folder {folder} ({encoding})"))
+    faults = [fault for holds, fault in checks if not holds]
+    for fault in faults:
+        print(f"{executable} {fault}", file=sys.stderr)
+    sys.exit(1 if faults else 0)
+
+
+main()
