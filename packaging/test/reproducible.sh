@@ -1,0 +1,20 @@
+#!/usr/bin/env bash
+# Builds the packages of this source once more, in another folder and another time zone, and compares them byte for byte.
+#
+#     reproducible.sh PACKAGE_FOLDER
+set -euo pipefail
+
+packages=$(realpath "$1")
+cd "$(dirname "$0")/../.."
+# Of another length, and with a blank in it.
+copy="$PWD/build/reproducible/another folder"
+rm -rf build/reproducible
+mkdir -p "$copy"
+git ls-files -z --cached --others --exclude-standard | tar -c --null --verbatim-files-from -T - | tar -xm -C "$copy"
+SOURCE_DATE_EPOCH=${SOURCE_DATE_EPOCH:?} TZ=Asia/Tokyo "$copy/package" >build/reproducible/log ||
+    { tail -n 20 build/reproducible/log >&2 && exit 1; }
+for package in "$packages"/*; do
+    cmp "$package" "$copy/build/packages/${package##*/}"
+done
+rm -rf build/reproducible
+printf '== the packages are the same when they are built elsewhere\n'
