@@ -1,5 +1,5 @@
 # The packages. Component portable, which the application folder belongs to, is the archive: a folder that runs from any
-# writable place. Component system is the Debian package: the program for all users, and a launcher that gives each of
+# writable place. On Linux it has a program with a static Qt, so that it runs whatever Qt the machine has. Component system is the Debian package: the program for all users, and a launcher that gives each of
 # them an application folder.
 set(PACKAGE_CONTACT "Kotoban developers <kotoban@example.org>")
 set(packaging "${CMAKE_SOURCE_DIR}/packaging")
@@ -22,6 +22,12 @@ if(CMAKE_SYSTEM_NAME STREQUAL "Linux")
         install_system(FILES "${made}/${name}.gz" DESTINATION "${destination}")
     endfunction()
 
+    # The archive's menu entry is made where it was unpacked, of what the package's one says.
+    file(READ "${packaging}/org.kotoban.kotoban.desktop" ENTRY)
+    string(REGEX REPLACE "\n(Exec|TryExec|Icon)=[^\n]*" "" ENTRY "${ENTRY}")
+    configure_file("${packaging}/install.sh.in" "${made}/install.sh" @ONLY)
+    install(PROGRAMS "${made}/install.sh" DESTINATION . COMPONENT portable)
+    install(FILES "${CMAKE_SOURCE_DIR}/assets/icon/kotoban-256.png" DESTINATION . RENAME kotoban.png COMPONENT portable)
     install(FILES "${packaging}/お読みください.txt" DESTINATION . COMPONENT portable)
 
     install_system(TARGETS Kotoban RUNTIME DESTINATION lib/kotoban)
@@ -57,15 +63,31 @@ endif()
 if(WIN32)
     install(FILES "${packaging}/windows/お読みください.txt" DESTINATION . COMPONENT portable)
 endif()
-# What is inside the executable comes from this machine's packages, and their licences with it. SQLite has none.
+# What is inside the executable comes from this machine's packages, and their licences with it.
+set(parts)
 if(WIN32 AND CMAKE_CROSSCOMPILING)
-    foreach(part qt6-base-dev mingw-w64-common g++-mingw-w64-x86-64-posix)
+    set(parts qt6-base-dev libsqlite3-dev mingw-w64-common g++-mingw-w64-x86-64-posix)
+    set(PROGRAM Kotoban.exe)
+    set(ARCHIVE ".zip，インストーラー")
+    set(BUILD_COMMAND ./windows)
+    set(line_ends CRLF)
+elseif(KOTOBAN_STATIC)
+    string(REGEX MATCH "^[0-9]+" gcc "${CMAKE_CXX_COMPILER_VERSION}")
+    set(parts qt6-base-dev libsqlite3-dev "libstdc++-${gcc}-dev" libjpeg62-turbo-dev libpcre2-dev libpng-dev libxcb1-dev
+        libxcb-icccm4-dev libxcb-image0-dev libxcb-keysyms1-dev libxcb-render-util0-dev libxcb-util-dev libxkbcommon-dev
+        zlib1g-dev)
+    set(PROGRAM Kotoban)
+    set(ARCHIVE .tar.gz)
+    set(BUILD_COMMAND ./package)
+    set(line_ends UNIX)
+endif()
+if(parts)
+    foreach(part IN LISTS parts)
         install(FILES "/usr/share/doc/${part}/copyright" DESTINATION licences RENAME "${part}.txt" COMPONENT portable)
     endforeach()
     execute_process(COMMAND dpkg-query -W -f "https://snapshot.debian.org/package/\${source:Package}/\${source:Version}/\n"
-        qt6-base-dev libsqlite3-dev mingw-w64-common g++-mingw-w64-x86-64-posix
-        OUTPUT_VARIABLE PART_SOURCES COMMAND_ERROR_IS_FATAL ANY)
-    configure_file("${packaging}/windows/SOURCES.txt.in" "${made}/SOURCES.txt" @ONLY NEWLINE_STYLE CRLF)
+        ${parts} OUTPUT_VARIABLE PART_SOURCES COMMAND_ERROR_IS_FATAL ANY)
+    configure_file("${packaging}/SOURCES.txt.in" "${made}/SOURCES.txt" @ONLY NEWLINE_STYLE ${line_ends})
     install(FILES "${made}/SOURCES.txt" DESTINATION licences COMPONENT portable)
     foreach(licence GPL-2 GPL-3 LGPL-3)
         install(FILES "/usr/share/common-licenses/${licence}" DESTINATION licences RENAME "${licence}.txt"
@@ -91,10 +113,15 @@ set(CPACK_VERBATIM_VARIABLES ON)
 set(CPACK_PROJECT_CONFIG_FILE "${CMAKE_SOURCE_DIR}/cmake/PackageOfGenerator.cmake")
 
 if(CMAKE_SYSTEM_NAME STREQUAL "Linux")
-    set(CPACK_GENERATOR "TGZ;DEB")
+    set(CPACK_GENERATOR DEB)
+    if(KOTOBAN_STATIC)
+        set(CPACK_GENERATOR External)
+    endif()
+    set(CPACK_KOTOBAN_ARCHIVE tar.gz)
     set(CPACK_SYSTEM_NAME "linux-${CMAKE_SYSTEM_PROCESSOR}")
 else()
-    set(CPACK_GENERATOR "ZIP")
+    set(CPACK_GENERATOR External)
+    set(CPACK_KOTOBAN_ARCHIVE zip)
     set(CPACK_SYSTEM_NAME "windows-${CMAKE_SYSTEM_PROCESSOR}")
 endif()
 

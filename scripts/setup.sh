@@ -11,7 +11,7 @@ build_packages=(g++ cmake ninja-build qt6-base-dev qt6-l10n-tools libgl1-mesa-de
 virtual_display_packages=(xvfb openbox xdotool x11-utils imagemagick procps sqlite3)
 test_packages=(libgtest-dev libgmock-dev dbus at-spi2-core python3-gi gir1.2-atspi-2.0 appstream desktop-file-utils)
 # What it takes to make the packages, and to check them.
-package_packages=(dpkg-dev file gzip)
+package_packages=(dpkg-dev file gzip python3)
 package_test_packages=(lintian)
 # Clang 14, the default, cannot read the ranges of this compiler's library.
 fuzz_packages=(clang-16 libclang-rt-16-dev)
@@ -44,4 +44,17 @@ install_missing() {
     "${as_root[@]}" apt-get update -qq
     "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
         apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
+}
+
+# The date of the last commit is the one that packages bear, so that the same source gives the same packages.
+date_packages() {
+    local moment
+    if [[ -z ${SOURCE_DATE_EPOCH:-} ]] && moment=$(git log -1 --format=%ct 2>/dev/null); then
+        export SOURCE_DATE_EPOCH=$moment
+    fi
+}
+
+# sum_packages FOLDER: their sums, by which a learner can tell that a package is whole: sha256sum -c SHA256SUMS
+sum_packages() {
+    (cd "$1" && sha256sum -- kotoban[-_]* >SHA256SUMS)
 }

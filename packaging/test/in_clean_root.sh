@@ -1,14 +1,21 @@
 #!/usr/bin/env bash
-# Makes a clean Debian system of this machine's release in a folder and runs a command of this repository in it, as
-# root. Asks for root itself.
+# Makes a clean Debian system in a folder, of this machine's release or another, and runs a command of this repository in
+# it, as root.
 #
-#     in_clean_root.sh FOLDER COMMAND...
+#     in_clean_root.sh [--suite NAME] FOLDER COMMAND...
 #
 # The repository is the working folder in there, and cannot be written. FOLDER keeps what was fetched, for the next
 # time, and the system as the command left it.
 set -euo pipefail
 repository=$(realpath "$(dirname "$0")/../..")
 
+# shellcheck source=/dev/null
+own_suite=$(source /etc/os-release && printf %s "$VERSION_CODENAME")
+suite=$own_suite
+if [[ $1 == --suite ]]; then
+    suite=$2
+    shift 2
+fi
 mkdir -p "$1"
 folder=$(realpath "$1")
 shift
@@ -30,17 +37,15 @@ no_clean_root() {
 if [[ ${IN_NAMESPACE:-} != yes ]]; then
     unshare --mount --pid --fork true || no_clean_root "unshare is refused"
     export IN_NAMESPACE=yes
-    exec unshare --mount --pid --fork --kill-child "$0" "$folder" "$@"
+    exec unshare --mount --pid --fork --kill-child "$0" --suite "$suite" "$folder" "$@"
 fi
 umask 022
 # debootstrap wants a path without blanks. Only this namespace sees the folder there.
 mount --bind "$folder" /mnt || no_clean_root "mount is refused"
 
 # From the mirror that this machine has its own packages from.
-# shellcheck source=/dev/null
-suite=$(source /etc/os-release && printf %s "$VERSION_CODENAME")
 # shellcheck disable=SC2016
-mirror=$(apt-get indextargets --format '$(REPO_URI)' "Codename: $suite" "Component: main" \
+mirror=$(apt-get indextargets --format '$(REPO_URI)' "Codename: $own_suite" "Component: main" \
     "Created-By: Packages" | head -n 1)
 if [[ ! -d $base ]]; then
     say "making a clean $suite in $folder"

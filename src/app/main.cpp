@@ -59,6 +59,10 @@ bool CanPaint()
 int main(int argc, char *argv[])
 {
     IgnoreOddScaling();
+#ifdef QT_STATIC
+    // All plugins are inside. Those of an installed Qt are of another version.
+    QCoreApplication::setLibraryPaths({});
+#endif
     QApplication application(argc, argv);
     if (!CanPaint()) {
         std::fputs("瞬記帳: 画面の色数が足りません。15 ビット以上の画面で起動してください。\n", stderr);

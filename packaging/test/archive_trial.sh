@@ -1,0 +1,82 @@
+#!/usr/bin/env bash
+# Uses the archive as a learner, on a system that has no more than a desktop has, and renews it with that of a later
+# version.
+#
+#     archive_trial.sh ARCHIVE [--with-other-qt]
+#
+# A Qt of the system is refused without the option: the program must not need it. Leaves screenshots in
+# /var/tmp/kotoban-archive-trial. The learner is a user made for this and removed with the home; the packages that were
+# needed stay installed.
+set -euo pipefail
+export LC_ALL=C.UTF-8 DEBIAN_FRONTEND=noninteractive
+
+archive=$(realpath "$1")
+# A folder into which the learner may look, whatever the repository's is.
+trial=/var/tmp/kotoban-archive-trial
+hanako=kotoban-hanako
+# shellcheck source=packaging/test/trial_tools.sh
+source "$(dirname "$0")/trial_tools.sh"
+
+! getent passwd "$hanako" >/dev/null || fail "there is a user $hanako"
+rm -rf "$trial"
+trap 'userdel -r "$hanako" 2>/dev/null || true' EXIT
+make_trial_folder
+useradd -m -s /bin/bash "$hanako"
+
+# unpacked NAME: the application folder of the archive, unpacked in a new folder of the learner.
+unpacked() {
+    local place
+    place="$(home_of "$hanako")/$1"
+    as "$hanako" mkdir "$place"
+    as "$hanako" tar -xzf - -C "$place" <"$archive"
+    echo "$place"/*
+}
+
+# The names and contents of all that an upgrade must leave alone.
+learners_files() {
+    (cd "$1" && find db db_backup txt rec wav ./*.txt ./*.ini -type f ! -name お読みください.txt -print0 | sort -z |
+        xargs -0 sha256sum)
+}
+
+say "what every desktop has"
+apt-get update -qq
+install_package libxcb1 libfontconfig1 libfreetype6 fonts-ipafont-gothic
+folder=$(unpacked "持ち運び 用")
+! ldd "$folder/Kotoban" | grep 'not found' || fail "libraries are missing"
+others=$(ldd "$folder/Kotoban" | grep -iE 'qt|stdc|sqlite|icu|x11|dbus|xcb-|xkb|jpeg|GL|glib' || true)
+expect "libraries that not every desktop has" "" "$others"
+[[ ${2:-} == --with-other-qt ]] || expect "Qt of the system" "" "$(find /usr/lib -name 'libQt6*')"
+
+say "sessions"
+install_package "${tools[@]}"
+as "$hanako" "$trial/session.sh" "$folder" "$trial/1-first" はじめに.txt
+expect_sessions "$folder" 1
+
+say "menu entry"
+entry=$(home_of "$hanako")/.local/share/applications/org.kotoban.kotoban.desktop
+as "$hanako" "$folder/install.sh"
+grep -qxF "Exec=\"$folder/Kotoban\"" "$entry" || fail "the entry does not start the program: $(cat "$entry")"
+
+say "a later version"
+newer=$(unpacked later)
+printf 'later' >>"$newer/Kotoban" # bytes after the end of a program do not change how it runs
+printf '<!-- later -->\n' >>"$newer/htm/index.htm"
+printf '[later]\r\n' | tee "$newer/txt/later.txt" >>"$newer/txt/はじめに.txt"
+printf '[mine]\r\n' | as "$hanako" tee -a "$folder/txt/英単語入門.txt" >/dev/null
+before=$(learners_files "$folder")
+as "$hanako" "$newer/install.sh"
+expect "learner's files" "$before" "$(learners_files "$folder")"
+cmp "$newer/Kotoban" "$folder/Kotoban"
+diff -r "$newer/htm" "$folder/htm"
+rm -r "$newer"
+as "$hanako" "$trial/session.sh" "$folder" "$trial/2-renewed" はじめに.txt
+expect_sessions "$folder" 2
+
+say "without the menu entry"
+before=$(learners_files "$folder")
+as "$hanako" "$folder/install.sh" --remove
+[[ ! -e $entry ]] || fail "the entry is still there"
+expect "learner's files" "$before" "$(learners_files "$folder")"
+
+# shellcheck source=/dev/null
+say "the archive works on $(source /etc/os-release && echo "$PRETTY_NAME"); screenshots: $trial"

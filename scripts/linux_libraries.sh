@@ -1,0 +1,61 @@
+# shellcheck shell=bash disable=SC2034
+# Sourced by ./package: makes what the Linux program of the archive is built from, each part once, in a cache outside the
+# repository. Needs say of setup.sh.
+# shellcheck source=scripts/static_qt.sh
+source scripts/static_qt.sh
+
+static_packages=(dpkg-dev meson bison make tcl pkgconf libatspi2.0-dev libfontconfig-dev libfreetype-dev libjpeg62-turbo-dev
+    libpcre2-dev libpng-dev zlib1g-dev libxcb1-dev libxcb-icccm4-dev libxcb-image0-dev libxcb-keysyms1-dev
+    libxcb-randr0-dev libxcb-render0-dev libxcb-render-util0-dev libxcb-shape0-dev libxcb-shm0-dev libxcb-sync-dev
+    libxcb-util-dev libxcb-xfixes0-dev libxcb-xinput-dev libxcb-xkb-dev libxkbcommon-dev)
+
+cache=${XDG_CACHE_HOME:-$HOME/.cache}/kotoban-linux
+compiler=gcc
+toolchain=$PWD/cmake/linux-static.cmake
+hardening+=" -D_FORTIFY_SOURCE=2 -fcf-protection"
+
+# D-Bus is for input methods, assistive technology and desktop portals; its library is loaded where there is one.
+linux_qt_options=(-DCMAKE_BUILD_TYPE=Release -DQT_FORCE_FIND_TOOLS=ON -DFEATURE_xcb=ON -DINPUT_dbus=runtime
+    -DFEATURE_accessibility_atspi_bridge=ON -DFEATURE_fontconfig=ON -DFEATURE_system_freetype=ON)
+for feature in backtrace directfb eglfs evdev glib gtk3 icu journald kms libinput libudev linuxfb mtdev syslog \
+    system_libb2 tslib vnc xcb_sm xcb_xlib xlib zstd; do
+    linux_qt_options+=("-DFEATURE_$feature=OFF")
+done
+for library in jpeg pcre2 png xcb_xinput zlib; do
+    linux_qt_options+=("-DFEATURE_system_$library=ON")
+done
+
+# build_xkbcommon: leaves its folder in xkbcommon_folder. The distribution has no static one.
+build_xkbcommon() {
+    local package options=(--prefix=/usr --libdir=lib --buildtype=release --default-library=static -Denable-docs=false
+        -Denable-tools=false -Denable-wayland=false -Denable-xkbregistry=false -Dxkb-config-root=/usr/share/X11/xkb
+        -Dx-locale-root=/usr/share/X11/locale)
+    package=$(source_of libxkbcommon-dev)
+    xkbcommon_folder=$cache/${package/=/-}-$(recipe_of "${options[@]}" "$hardening")
+    [[ ! -d $xkbcommon_folder ]] || return 0
+    local source=$cache/work/${package/=/-} stage=$xkbcommon_folder.stage
+    fetch_source "$package" "$source"
+    say "building a static libxkbcommon, once"
+    rm -rf "$stage" "$source/build"
+    logged "$xkbcommon_folder.log" env "CFLAGS=$hardening -ffile-prefix-map=$source=libxkbcommon" \
+        meson setup "${options[@]}" "$source/build" "$source"
+    logged "$xkbcommon_folder.log" ninja -C "$source/build"
+    DESTDIR=$stage meson install -C "$source/build" --quiet
+    # It brings the static libxcb-xkb along, or those who link it would find the shared one first.
+    cp "/usr/lib/$(dpkg-architecture -q DEB_HOST_MULTIARCH)/libxcb-xkb.a" "$stage/usr/lib/"
+    sed -i "s|^prefix=.*|prefix=$xkbcommon_folder|" "$stage"/usr/lib/pkgconfig/*.pc
+    mv "$stage/usr" "$xkbcommon_folder"
+    rm -rf "$stage" "$source"
+}
+
+make_linux_libraries() {
+    mkdir -p "$cache/work"
+    # Two builds at a time would write into each other's folders.
+    exec 9>"$cache/lock"
+    flock 9
+    build_xkbcommon
+    export PKG_CONFIG_PATH=$xkbcommon_folder/lib/pkgconfig
+    build_qt Linux "${linux_qt_options[@]}"
+    exec 9>&-
+    export KOTOBAN_LINUX_LIBRARIES="$qt_folder;$xkbcommon_folder"
+}

@@ -1,0 +1,98 @@
+# shellcheck shell=bash disable=SC2034,SC2154
+# Sourced by ./windows and ./package: makes a static Qt from the distribution's source package, once, in the folder
+# $cache outside the repository. A part has its name there only when it is complete. Needs say of setup.sh.
+
+# The source package that a package of this machine was built from, as NAME=VERSION: Qt must have the version of the
+# tools (moc, rcc) that run here.
+source_of() {
+    # shellcheck disable=SC2016 # dpkg-query's own variables
+    dpkg-query -W -f '${source:Package}=${source:Version}' "$1"
+}
+
+# logged FILE COMMAND...: what a command says goes into a file; where the command fails, the end of it is shown.
+logged() {
+    local log=$1
+    shift
+    if "$@" >"$log" 2>&1; then
+        rm "$log"
+    else
+        tail -n 20 "$log" >&2
+        return 1
+    fi
+}
+
+# recipe_of WORD...: stands for all that a library is made with, beside its source.
+recipe_of() {
+    { printf '%s\n' "$@" "$("$compiler" -dumpfullversion)" && cat "$toolchain"; } | sha256sum | head -c 8
+}
+
+# fetch_source NAME=VERSION FOLDER: unpacks a source package. The machine's own sources of packages serve as sources of
+# source packages too, by lists of their own, so that nothing of the system's settings changes.
+fetch_source() {
+    local package=$1 folder=$2 lists=$cache/apt
+    [[ ! -d $folder ]] || return 0
+    mkdir -p "$lists/lists/partial"
+    # shellcheck disable=SC2016 # apt-get's own variables
+    apt-get indextargets --format 'deb-src $(REPO_URI) $(RELEASE) $(COMPONENT)' 'Created-By: Packages' |
+        sort -u >"$lists/sources.list"
+    local options=(-qq -o "Dir::Etc::SourceList=$lists/sources.list" -o Dir::Etc::SourceParts=/dev/null
+        -o "Dir::State::Lists=$lists/lists" -o Dir::Cache::pkgcache= -o Dir::Cache::srcpkgcache=
+        -o APT::Sandbox::User=root)
+    say "fetching the source package $package"
+    # Some other source of packages may be out of reach, or signed by a key that only its own settings name.
+    apt-get "${options[@]}" update || say "not all sources of packages could be read"
+    rm -rf "$folder.new"
+    mkdir -p "$folder.new"
+    logged "$folder.log" env -C "$folder.new" apt-get "${options[@]}" source "$package"
+    mv "$folder.new"/*/ "$folder"
+    rm -rf "$folder.new"
+}
+
+# What a library of the program is compiled with against attacks, beside what the compiler does anyway.
+hardening="-fstack-protector-strong"
+
+# What the program has no use for stays out of Qt: the source then needs few libraries. Qt looks for some of its files at
+# its own prefix; no such folder may exist on a learner's machine.
+qt_prefix=/nonexistent/qt
+qt_options=(-G Ninja -DBUILD_SHARED_LIBS=OFF -DQT_BUILD_EXAMPLES=OFF -DQT_BUILD_TESTS=OFF -DINPUT_opengl=no
+    "-DCMAKE_INSTALL_PREFIX=$qt_prefix")
+for feature in concurrent network opengl printsupport sql tabletevent vulkan xml; do
+    qt_options+=("-DFEATURE_$feature=OFF")
+done
+for library in doubleconversion harfbuzz; do
+    qt_options+=("-DFEATURE_system_$library=OFF")
+done
+
+# build_qt SYSTEM OPTION...: leaves the folder of the installed Qt in qt_folder. The whole takes a quarter of an hour on
+# two cores; when it is interrupted, the next call goes on where it stopped.
+build_qt() {
+    local system=$1 package
+    shift
+    local options=("${qt_options[@]}" "$@")
+    package=$(source_of qt6-base-dev)
+    qt_folder=$cache/${package/=/-}-$(recipe_of "${options[@]}" "$hardening")
+    [[ ! -d $qt_folder ]] || return 0
+    local source=$cache/work/${package/=/-} build=$qt_folder.build stage=$qt_folder.stage
+    fetch_source "$package" "$source"
+    say "building a static Qt for $system, once, in $cache; this takes a while"
+    local flags="$hardening -ffile-prefix-map=$source=qt6-base -ffile-prefix-map=$build=qt6-base"
+    # Qt's own configuration reports go to a file, its progress to whoever waits for it.
+    logged "$qt_folder.log" cmake -S "$source" -B "$build" "${options[@]}" "-DCMAKE_TOOLCHAIN_FILE=$toolchain" \
+        "-DCMAKE_C_FLAGS=$flags" "-DCMAKE_CXX_FLAGS=$flags" -DQT_HOST_PATH=/usr \
+        -DQT_HOST_PATH_CMAKE_DIR="/usr/lib/$(dpkg-architecture -q DEB_HOST_MULTIARCH)/cmake"
+    cmake --build "$build"
+    rm -rf "$stage"
+    DESTDIR=$stage cmake --install "$build" >/dev/null
+    mv "$stage$qt_prefix" "$qt_folder"
+    rm -rf "$stage" "$build" "$source"
+}
+
+# fresh_build_folder FOLDER LIBRARIES: a build folder remembers where it has found its libraries; one that was made with
+# others goes.
+fresh_build_folder() {
+    if [[ $(cat "$1/libraries" 2>/dev/null) != "$2" ]]; then
+        rm -rf "$1"
+        mkdir -p "$1"
+        printf '%s\n' "$2" >"$1/libraries"
+    fi
+}
