@@ -46,7 +46,7 @@ if(CMAKE_SYSTEM_NAME STREQUAL "Linux")
     install_system(FILES "${made}/org.kotoban.kotoban.metainfo.xml" DESTINATION share/metainfo)
     set(icons "${CMAKE_SOURCE_DIR}/assets/icon")
     install_system(FILES "${icons}/kotoban.svg" DESTINATION share/icons/hicolor/scalable/apps)
-    foreach(size 16 32 48 64 128 256)
+    foreach(size 16 20 24 32 40 48 64 128 256)
         install_system(FILES "${icons}/kotoban-${size}.png" DESTINATION "share/icons/hicolor/${size}x${size}/apps"
             RENAME kotoban.png)
     endforeach()

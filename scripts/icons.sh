@@ -7,9 +7,9 @@ source scripts/setup.sh
 
 install_missing librsvg2-bin optipng icoutils
 cd assets/icon
-for size in 16 32 48 64 128 256; do
+for size in 16 20 24 32 40 48 64 128 256; do
     rsvg-convert -w "$size" -h "$size" kotoban.svg -o "kotoban-$size.png"
     optipng -quiet -strip all "kotoban-$size.png"
 done
-icotool --create --output=kotoban.ico kotoban-{16,32,48}.png --raw=kotoban-256.png
+icotool --create --output=kotoban.ico kotoban-{16,20,24,32,40,48,64}.png --raw=kotoban-256.png
 say "made in assets/icon: $(echo kotoban-*.png kotoban.ico)"

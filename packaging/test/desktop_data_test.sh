@@ -23,7 +23,7 @@ program=$(sed -n 's/^Exec=//p' "$entry")
 
 icon=$(sed -n 's/^Icon=//p' "$entry")
 [[ -s $share/icons/hicolor/scalable/apps/$icon.svg ]] || fail "there is no drawing of the icon"
-for size in 16 32 48 64 128 256; do
+for size in 16 20 24 32 40 48 64 128 256; do
     found=$(identify -format '%m %wx%h' "$share/icons/hicolor/${size}x$size/apps/$icon.png")
     [[ $found == "PNG ${size}x$size" ]] || fail "the icon of size $size is $found"
 done
