@@ -22,6 +22,21 @@ say() {
     printf '== %s\n' "$*"
 }
 
+# apt_get ARGUMENT...: once nobody else holds the locks, as the desktop's own updates do for minutes. apt-get itself waits
+# for dpkg's lock alone, not for those of its lists and its archive.
+apt_get() {
+    local errors tries
+    for ((tries = 0; tries < 60; tries++)); do
+        errors=$("${as_root[@]}" env LC_ALL=C.UTF-8 DEBIAN_FRONTEND=noninteractive \
+            apt-get -o DPkg::Lock::Timeout=600 "$@" 2>&1 >/dev/null) && return
+        [[ $errors == *"Could not get lock"* ]] || break
+        [[ $tries -gt 0 ]] || say "waiting until another program has finished installing"
+        sleep 10
+    done
+    printf '%s\n' "$errors" >&2
+    return 1
+}
+
 install_missing() {
     local package missing=()
     for package in "$@"; do
@@ -41,9 +56,8 @@ install_missing() {
         as_root=(sudo)
     fi
     say "installing ${missing[*]}"
-    "${as_root[@]}" apt-get update -qq
-    "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
-        apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
+    apt_get update -qq
+    apt_get install -y -qq --no-install-recommends "${missing[@]}"
 }
 
 # The date of the last commit is the one that packages bear, so that the same source gives the same packages.
