@@ -132,7 +132,8 @@ set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
 # The libraries are found out from the program itself.
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_DEPENDS "fonts-ipafont-gothic | fonts-japanese-gothic, xdg-utils")
-# Sounds; the voice; the window in which the launcher says why there is no start.
+# Sounds; the window in which the launcher says why there is no start.
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "pulseaudio-utils | pipewire-bin | alsa-utils, zenity | kdialog")
-set(CPACK_DEBIAN_PACKAGE_SUGGESTS "speech-dispatcher | espeak-ng")
+# The voice; editors that keep the character code of study files.
+set(CPACK_DEBIAN_PACKAGE_SUGGESTS "speech-dispatcher | espeak-ng, gedit | kate | kwrite | l3afpad")
 include(CPack)
