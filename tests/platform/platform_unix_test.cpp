@@ -52,6 +52,34 @@ TEST(Process, StartNotepadWithoutDesktopEditor_Fails)
     qputenv("PATH", path);
 }
 
+TEST(Process, OpenInDefaultEditorThatSpoilsStudyFiles_StartsOneThatKeepsThem)
+{
+    const Rows<const char *, QByteArray, const char *, QByteArray> rows = {
+        {"spoils, another is there", "org.xfce.mousepad.desktop", "gedit", "gedit"},
+        {"saves UTF-8, another is there", "org.gnome.TextEditor.desktop", "kate", "kate"},
+        {"spoils, alone", "org.xfce.mousepad.desktop", "mousepad", "xdg-open"},
+        {"keeps it, another is there", "org.kde.kwrite.desktop", "gedit", "xdg-open"},
+        {"nobody knows, another is there", "vim.desktop", "gedit", "xdg-open"},
+        {"no handler", "", "l3afpad", "l3afpad"},
+    };
+    const QByteArray path = qgetenv("PATH");
+    for (const auto &[name, handler, installed, started] : rows) {
+        const TestFolder folder;
+        for (const QByteArray program : {"xdg-open", installed}) {
+            const QString script =
+                folder.Write(QString::fromLatin1(program), "#!/bin/sh\nprintf %s \"${0##*/} $1\" > \"${0%/*}/got\"\n");
+            QFile::setPermissions(script, QFile::ReadOwner | QFile::ExeOwner);
+        }
+        QFile::setPermissions(folder.Write(u"xdg-mime"_s, "#!/bin/sh\necho " + handler + '\n'),
+                              QFile::ReadOwner | QFile::ExeOwner);
+        qputenv("PATH", QFile::encodeName(folder.Path()));
+        EXPECT_TRUE(StartProcess(u"notepad.exe \"a.txt\""_s)) << name;
+        EXPECT_TRUE(QTest::qWaitFor([&, &started = started] { return folder.Read(u"got"_s) == started + " a.txt"; }))
+            << name;
+        qputenv("PATH", path);
+    }
+}
+
 TEST(Voice, SpeakHostileText_PassesItAsOneArgument)
 {
     const TestFolder folder;

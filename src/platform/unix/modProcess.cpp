@@ -5,6 +5,8 @@
 #include <QProcess>
 #include <QStandardPaths>
 
+#include <initializer_list>
+
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
@@ -19,32 +21,57 @@ bool IsProgram(const QString &name)
     return IsNotepad(name) || ProgramExists(name);
 }
 
-/// The first installed plain-text editor of the usual desktops; empty if there is none.
-QString FindTextEditor()
+QString FindProgram(std::initializer_list<QString> names)
 {
-    for (const QString &name : {u"gnome-text-editor"_s, u"gedit"_s, u"kate"_s, u"kwrite"_s, u"mousepad"_s, u"xed"_s,
-                                u"pluma"_s, u"featherpad"_s, u"leafpad"_s, u"l3afpad"_s, u"xedit"_s}) {
-        const QString program = QStandardPaths::findExecutable(name);
-        if (!program.isEmpty())
+    for (const QString &name : names)
+        if (const QString program = QStandardPaths::findExecutable(name); !program.isEmpty())
             return program;
-    }
     return QString();
 }
 
-/// Whether the desktop has a default program for plain text. Without one xdg-open fails silently.
-bool HasTextHandler()
+/// The first installed editor that opens a file in code page 932 correctly and keeps its encoding when saving; empty if
+/// there is none.
+QString FindFittingEditor()
+{
+    return FindProgram({u"gedit"_s, u"kate"_s, u"kwrite"_s, u"l3afpad"_s});
+}
+
+/// The first installed plain-text editor of the usual desktops; empty if there is none.
+QString FindTextEditor()
+{
+    const QString fitting = FindFittingEditor();
+    return !fitting.isEmpty() ? fitting
+                              : FindProgram({u"gnome-text-editor"_s, u"featherpad"_s, u"xed"_s, u"leafpad"_s,
+                                             u"mousepad"_s, u"pluma"_s, u"xedit"_s});
+}
+
+/// The desktop's default program for plain text; empty if there is none. Without one xdg-open fails silently.
+QString TextHandler()
 {
     constexpr int timeoutMs = 3000;
     QProcess query;
     query.start(u"xdg-mime"_s, {u"query"_s, u"default"_s, u"text/plain"_s}, QProcess::ReadOnly);
-    return query.waitForFinished(timeoutMs) && !query.readAllStandardOutput().trimmed().isEmpty();
+    return query.waitForFinished(timeoutMs) ? QString::fromLocal8Bit(query.readAllStandardOutput()).trimmed()
+                                            : QString();
 }
 
-// A file is opened with the editor that the user has chosen on the desktop. Desktops offer no way to start that editor
-// without a file.
+/// Whether a default program for plain text is known to spoil study files: it detects the wrong encoding, or saves them
+/// in UTF-8.
+bool SpoilsStudyFiles(const QString &handler)
+{
+    for (const QStringView name : {u"mousepad", u"geany", u"pluma", u"featherpad", u"org.gnome.TextEditor"})
+        if (handler.contains(name, Qt::CaseInsensitive))
+            return true;
+    return false;
+}
+
+// A file is opened with the editor that the user has chosen on the desktop, unless that one spoils study files: such a
+// default usually comes from the desktop, not from the user. Desktops offer no way to start that editor without a file.
 bool StartTextEditor(const QStringList &files)
 {
-    if (!files.isEmpty() && HasTextHandler() && QProcess::startDetached(u"xdg-open"_s, files))
+    const QString handler = files.isEmpty() ? QString() : TextHandler();
+    const bool isHandlerWanted = !handler.isEmpty() && (!SpoilsStudyFiles(handler) || FindFittingEditor().isEmpty());
+    if (isHandlerWanted && QProcess::startDetached(u"xdg-open"_s, files))
         return true;
     const QString editor = FindTextEditor();
     return !editor.isEmpty() && QProcess::startDetached(editor, files);
