@@ -33,7 +33,10 @@ bool StartRunLog(const RunLog &log, SystemServices &services)
     QString error;
     if (log.WriteYmdLogStart(&error))
         return true;
-    services.ShowMessage(u"実行ログに書き込めません。\r\n  "_s + log.Path() + u"\r\n  "_s + error);
+    services.ShowMessage(u"実行ログに書き込めません。\r\n  "_s + log.Path() + u"\r\n  "_s + error +
+                         u"\r\n\r\n書き込みが許されていない場所では使えません。\r\n"_s +
+                         u"このフォルダを，ホームフォルダやデスクトップなど，書き込める場所へフォルダごと移してから，"
+                         u"もう一度起動してください。"_s);
     return false;
 }
 

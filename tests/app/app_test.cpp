@@ -113,7 +113,9 @@ TEST_F(StartTest, FolderInPlaceOfFile_IsReportedAndEndsStart)
                                         {u"db/kotoban.splite3"_s, u"DBFile Open Error"_s}}) {
         folder.MakeFolder(name);
         EXPECT_FALSE(Prepare());
-        EXPECT_TRUE(services.TakeMessages().value(0).startsWith(message)) << message.toStdString();
+        const QString shown = services.TakeMessages().value(0);
+        EXPECT_TRUE(shown.startsWith(message)) << message.toStdString();
+        EXPECT_EQ(shown.contains(u"書き込める場所へフォルダごと移してから"_s), name == u"Kotoban_log.txt"_s);
         QDir().rmdir(folder.Path(name));
     }
 }
