@@ -1,6 +1,8 @@
 # shellcheck shell=bash disable=SC2034,SC2154
 # Sourced by ./windows and ./package: makes a static Qt from the distribution's source package, once, in the folder
 # $cache outside the repository. A part has its name there only when it is complete. Needs say of setup.sh.
+# shellcheck source=scripts/bundled.sh
+source scripts/bundled.sh
 
 # The source package that a package of this machine was built from, as NAME=VERSION: Qt must have the version of the
 # tools (moc, rcc) that run here.
@@ -74,6 +76,7 @@ build_qt() {
     [[ ! -d $qt_folder ]] || return 0
     local source=$cache/work/${package/=/-} build=$qt_folder.build stage=$qt_folder.stage
     fetch_source "$package" "$source"
+    [[ ${options[*]} != *system_png=OFF* ]] || renew_libpng "$source"
     say "building a static Qt for $system, once, in $cache; this takes a while"
     local flags="$hardening -ffile-prefix-map=$source=qt6-base -ffile-prefix-map=$build=qt6-base"
     # Qt's own configuration reports go to a file, its progress to whoever waits for it.
