@@ -9,7 +9,8 @@ build_packages=(g++ cmake ninja-build qt6-base-dev qt6-l10n-tools libgl1-mesa-de
     alsa-utils xdg-utils)
 # What it takes to run it on a virtual X server and to use it there as a learner would.
 virtual_display_packages=(xvfb openbox xdotool x11-utils imagemagick procps sqlite3)
-test_packages=(libgtest-dev libgmock-dev dbus at-spi2-core python3-gi gir1.2-atspi-2.0 appstream desktop-file-utils)
+test_packages=(libgtest-dev libgmock-dev dbus at-spi2-core python3 python3-gi gir1.2-atspi-2.0 appstream
+    desktop-file-utils)
 # What it takes to make the packages, and to check them.
 package_packages=(dpkg-dev file gzip python3)
 package_test_packages=(lintian)

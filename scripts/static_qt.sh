@@ -72,7 +72,7 @@ build_qt() {
     shift
     local options=("${qt_options[@]}" "$@")
     package=$(source_of qt6-base-dev)
-    qt_folder=$cache/${package/=/-}-$(recipe_of "${options[@]}" "$hardening")
+    qt_folder=$cache/${package/=/-}-$(recipe_of "${options[@]}" "$hardening" attributions)
     [[ ! -d $qt_folder ]] || return 0
     local source=$cache/work/${package/=/-} build=$qt_folder.build stage=$qt_folder.stage
     fetch_source "$package" "$source"
@@ -86,6 +86,7 @@ build_qt() {
     cmake --build "$build"
     rm -rf "$stage"
     DESTDIR=$stage cmake --install "$build" >/dev/null
+    scripts/sbom.py qt-parts "$source" "$build" "$stage$qt_prefix/attributions.json"
     mv "$stage$qt_prefix" "$qt_folder"
     rm -rf "$stage" "$build" "$source"
 }

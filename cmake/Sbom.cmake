@@ -1,0 +1,29 @@
+# What a package holds and needs (its SBOM), written as the package is made: the executable itself names the shared
+# libraries that it needs. Versions come from Debian's package database; a system without one gets no such list.
+find_program(PYTHON3 python3)
+find_program(DPKG_QUERY dpkg-query)
+
+# install_sbom(<component> <destination> <parts> [EXCLUDE_FROM_ALL])
+# Parts are the installed packages whose sources are linked into the executable; Qt among them is a static one, beside
+# which lies the list of what is in it.
+function(install_sbom component destination parts)
+    if(NOT PYTHON3 OR NOT DPKG_QUERY)
+        return()
+    endif()
+    set(options "")
+    foreach(part IN LISTS parts)
+        string(APPEND options " --holds \"${part}\"")
+    endforeach()
+    if(parts)
+        cmake_path(SET attributions NORMALIZE "${Qt6_DIR}/../../../attributions.json")
+        string(APPEND options " --qt-parts \"${attributions}\"")
+    endif()
+    set(file "${CMAKE_BINARY_DIR}/packaging/kotoban.cdx.json")
+    install(CODE "
+        file(MAKE_DIRECTORY \"${CMAKE_BINARY_DIR}/packaging\")
+        execute_process(COMMAND \"${PYTHON3}\" \"${CMAKE_SOURCE_DIR}/scripts/sbom.py\" write \"${file}\"
+            --version \"${PROJECT_VERSION}\" --program \"$<TARGET_FILE:Kotoban>\" ${options}
+            COMMAND_ERROR_IS_FATAL ANY)"
+        COMPONENT ${component} ${ARGN})
+    install(FILES "${file}" DESTINATION "${destination}" COMPONENT ${component} ${ARGN})
+endfunction()

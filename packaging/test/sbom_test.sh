@@ -1,0 +1,23 @@
+#!/usr/bin/env bash
+# Holds the list of what is inside (SBOM), as it is installed from a build folder, against its format and the executable.
+#
+#     sbom_test.sh BUILD_FOLDER COMPONENT...
+set -euo pipefail
+export LC_ALL=C.UTF-8 SOURCE_DATE_EPOCH=1000000000
+
+build=$1
+shift
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+executable=$build/Kotoban/Kotoban
+[[ ! -e $executable.exe ]] || executable+=.exe
+
+for component in "$@"; do
+    for time in 1 2; do
+        cmake --install "$build" --component "$component" --prefix "$work/$component$time" >/dev/null
+    done
+    file=$(find "$work/${component}1" -name kotoban.cdx.json)
+    [[ -n $file ]] || { printf 'sbom: component %s has none\n' "$component" >&2 && exit 1; }
+    "$(dirname "$0")/check_sbom.py" "$file" "$executable"
+    cmp "$file" "${file/${component}1/${component}2}"
+done

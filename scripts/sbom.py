@@ -1,0 +1,309 @@
+#!/usr/bin/env python3
+"""Writes the list of what a package of the program holds and needs, as CycloneDX 1.5 (a software bill of materials).
+
+    sbom.py qt-parts SOURCE BUILD FILE
+        After a build of a static Qt: FILE gets the parts from elsewhere that went into its libraries and plugins, out
+        of the attribution files in its source. Ninja knows which of their files were compiled.
+
+    sbom.py write FILE --version VERSION --program PROGRAM [--holds PACKAGE]... [--qt-parts FILE]
+        FILE gets the list for a package with the executable PROGRAM. --holds names an installed package whose source is
+        linked in; the shared libraries that PROGRAM needs are read from it, where it is one for this system.
+
+Versions come from the package database of this machine. The same input gives the same file: the only time in it is
+SOURCE_DATE_EPOCH, and its serial number is made from its content.
+"""
+import argparse
+import datetime
+import fnmatch
+import json
+import os
+import pathlib
+import platform
+import re
+import subprocess
+import sys
+import urllib.parse
+import uuid
+
+# By source package, without the version that a compiler has in its name. One whose licence nobody has looked up is not
+# to be shipped: it ends the run.
+LICENCES = {
+    "brotli": "MIT",
+    "bzip2": "bzip2-1.0.6",
+    "dbus": "AFL-2.1 OR GPL-2.0-or-later",
+    "expat": "MIT",
+    "fontconfig": "HPND-sell-variant",
+    "freetype": "FTL OR GPL-2.0-or-later",
+    "gcc": "GPL-3.0-or-later WITH GCC-exception-3.1",
+    "gcc-mingw-w64": "GPL-3.0-or-later WITH GCC-exception-3.1",
+    "glib2.0": "LGPL-2.1-or-later",
+    "glibc": "LGPL-2.1-or-later",
+    "graphite2": "LGPL-2.1-or-later OR MPL-1.1 OR GPL-2.0-or-later",
+    "harfbuzz": "MIT",
+    "icu": "Unicode-DFS-2016",
+    "libglvnd": "MIT AND BSD-1-Clause AND Apache-2.0",
+    "libjpeg-turbo": "IJG AND BSD-3-Clause AND Zlib",
+    "libpng1.6": "Libpng AND libpng-2.0",
+    "libx11": "MIT",
+    "libxcb": "MIT",
+    "libxkbcommon": "MIT",
+    "mingw-w64": "ZPL-2.1 AND MIT AND BSD-3-Clause",
+    "nsis": "Zlib",
+    "pcre2": "BSD-3-Clause",
+    "qt6-base": "LGPL-3.0-only OR GPL-2.0-only OR GPL-3.0-only",
+    "sqlite3": "blessing",
+    "xcb-util": "MIT",
+    "xcb-util-cursor": "MIT",
+    "xcb-util-image": "MIT",
+    "xcb-util-keysyms": "MIT",
+    "xcb-util-renderutil": "MIT",
+    "xcb-util-wm": "MIT",
+    "zlib": "Zlib",
+}
+# Where Qt's attribution files do not use the names of SPDX: what they say, and the name; "" where it has none.
+QT_LICENCES = {
+    "FTL OR GPL-2.0": "FTL OR GPL-2.0-only",
+    "FTL or GPL-2.0": "FTL OR GPL-2.0-only",
+    "Apache License 2.0": "Apache-2.0",
+    "MIT License": "MIT",
+    "MIT AND MIT-open-group": "MIT AND MIT-open-group",
+    "ICC License": "",
+}
+# What belongs to tests, tools and other systems is compiled too, into nothing that the program is linked with.
+QT_FOLDERS = ("src/3rdparty/", "src/corelib/", "src/gui/", "src/widgets/", "src/plugins/")
+
+
+def output_of(*command):
+    # Tools translate what they print.
+    environment = {**os.environ, "LC_ALL": "C.UTF-8", "LANGUAGE": ""}
+    return subprocess.run(command, check=True, stdout=subprocess.PIPE, text=True, env=environment).stdout
+
+
+def compiled_files(source, build):
+    """Every file of Qt's source that an object of its libraries was made from, headers included, relative to it."""
+    files = set()
+    is_wanted = False
+    for line in output_of("ninja", "-C", build, "-t", "deps").splitlines():
+        if line.startswith("    "):
+            if is_wanted:
+                files.add(os.path.relpath(os.path.join(build, line.strip()), source))
+        elif line:
+            is_wanted = line.startswith(QT_FOLDERS)
+    return files
+
+
+def attributions(source):
+    """Each entry of Qt's attribution files with the folder of its file, relative to the source."""
+    for file in sorted(pathlib.Path(source).glob("**/qt_attribution.json")):
+        # Qt's own reader takes line ends within texts, and the last of two entries of one name.
+        entries = json.loads(file.read_text(encoding="utf-8"), strict=False)
+        for entry in entries if isinstance(entries, list) else [entries]:
+            yield os.path.relpath(file.parent, source), entry
+
+
+def is_compiled(folder, entry, compiled):
+    place = os.path.normpath(os.path.join(folder, entry.get("Path", "")))
+    if place in compiled:
+        return True
+    names = entry.get("Files", "")
+    names = names if isinstance(names, list) else re.split(r"[\s,]+", names.strip())
+    patterns = [os.path.join(place, name) for name in names if name] or [os.path.join(place, "*")]
+    return any(fnmatch.fnmatchcase(file, pattern) for file in compiled for pattern in patterns)
+
+
+def licence_of_qt_part(entry):
+    """An SPDX expression, or an empty text and a name."""
+    identifier = entry.get("LicenseId", "")
+    identifier = QT_LICENCES.get(identifier, identifier)
+    return {"expression": identifier} if identifier else {"name": entry["License"]}
+
+
+def write_qt_parts(arguments):
+    source, build = os.path.realpath(arguments.source), os.path.realpath(arguments.build)
+    compiled = compiled_files(source, build)
+    parts = []
+    for folder, entry in attributions(source):
+        if not is_compiled(folder, entry, compiled):
+            continue
+        part = {"id": entry["Id"], "name": entry["Name"], "licence": licence_of_qt_part(entry)}
+        renewed = pathlib.Path(source, folder, "SOURCE")
+        if renewed.exists():
+            part["package"] = renewed.read_text(encoding="utf-8").strip()
+        elif "Version" in entry:
+            part["version"] = entry["Version"]
+        if "Homepage" in entry:
+            part["homepage"] = entry["Homepage"]
+        parts.append(part)
+    if not parts:
+        sys.exit(f"sbom.py: nothing in {build} was compiled from {source}")
+    write_json(arguments.file, parts)
+
+
+def write_json(file, content):
+    pathlib.Path(file).write_text(json.dumps(content, indent=2, ensure_ascii=False) + "\n", encoding="utf-8")
+
+
+def quoted(text):
+    return urllib.parse.quote(text, safe="")
+
+
+def distribution():
+    return platform.freedesktop_os_release()["ID"]
+
+
+def package_url(name, version, architecture):
+    return f"pkg:deb/{distribution()}/{quoted(name)}@{quoted(version)}?arch={architecture}"
+
+
+def licences_of_package(source):
+    name = re.sub(r"^gcc-\d+$", "gcc", source)
+    if name not in LICENCES:
+        sys.exit(f"sbom.py: look up the licence of the source package {source} and add it to the list in this file")
+    return [{"expression": LICENCES[name]}]
+
+
+def source_component(source, version, note):
+    return {
+        "type": "library",
+        "bom-ref": f"source/{source}",
+        "name": source,
+        "version": version,
+        "scope": "required",
+        "licenses": licences_of_package(source),
+        "purl": package_url(source, version, "source"),
+        "properties": [{"name": "kotoban:place", "value": note}],
+    }
+
+
+def held_components(packages):
+    """The source packages that installed packages were built from, each once."""
+    sources = {output_of("dpkg-query", "-W", "-f", "${source:Package}=${source:Version}", name) for name in packages}
+    return [source_component(*source.split("=", 1), "in the executable") for source in sorted(sources)]
+
+
+def qt_part_component(part, qt):
+    place = f"in the executable, as a part of {qt['name']} {qt['version']}"
+    if "package" in part:
+        return source_component(*part["package"].split("=", 1), place)
+    component = {"type": "library", "bom-ref": f"qt/{part['id']}", "name": part["id"], "description": part["name"]}
+    # A part without a version of its own is known as one of the Qt that it is kept in.
+    component["version"] = part.get("version", qt["version"])
+    name = quoted(part["id"]) if "version" in part else f"{qt['name']}/{quoted(part['id'])}"
+    component["scope"] = "required"
+    licence = part["licence"]
+    component["licenses"] = [licence] if "expression" in licence else [{"license": licence}]
+    component["purl"] = f"pkg:generic/{name}@{quoted(component['version'])}"
+    if "homepage" in part:
+        component["externalReferences"] = [{"type": "website", "url": part["homepage"]}]
+    component["properties"] = [{"name": "kotoban:place", "value": place}]
+    return component
+
+
+def needed_libraries(program):
+    """The packages of the shared libraries that an ELF executable names, and those libraries' names; {} for others."""
+    with open(program, "rb") as file:
+        if file.read(4) != b"\x7fELF":
+            return {}
+    names = re.findall(r"\(NEEDED\).*\[(.+)\]", output_of("readelf", "-dW", program))
+    paths = dict(re.findall(r"^\s*(\S+) => (/\S+)", output_of("ldd", program), re.MULTILINE))
+    packages = {}
+    for name in names:
+        if name not in paths:
+            sys.exit(f"sbom.py: {program} needs {name}, which is not installed")
+        packages.setdefault(package_of(paths[name]), []).append(name)
+    return packages
+
+
+def package_of(path):
+    """The package database knows a library by the path in its package, which may lack the /usr of today's systems."""
+    path = os.path.realpath(path)
+    for candidate in (path, path.removeprefix("/usr"), "/usr" + path):
+        found = subprocess.run(["dpkg-query", "-S", candidate], capture_output=True, text=True)
+        if found.returncode == 0:
+            return found.stdout.split(": ")[0]
+    sys.exit(f"sbom.py: {path} belongs to no package")
+
+
+def needed_components(program):
+    components = []
+    for package, libraries in sorted(needed_libraries(program).items()):
+        fields = "${Package}\t${Version}\t${Architecture}\t${source:Package}"
+        name, version, architecture, source = output_of("dpkg-query", "-W", "-f", fields, package).split("\t")
+        components.append({
+            "type": "library",
+            "bom-ref": f"package/{name}",
+            "name": name,
+            "version": version,
+            "scope": "required",
+            "licenses": licences_of_package(source),
+            "purl": package_url(name, version, architecture),
+            "properties": [{"name": "kotoban:place", "value": "not in the package: a library of the system"},
+                           *({"name": "kotoban:library", "value": library} for library in libraries)],
+        })
+    return components
+
+
+def write_sbom(arguments):
+    held = held_components(arguments.holds)
+    parts = []
+    if arguments.qt_parts:
+        qt = next(component for component in held if component["name"].startswith("qt"))
+        with open(arguments.qt_parts, encoding="utf-8") as file:
+            parts = [qt_part_component(part, qt) for part in json.load(file)]
+    needed = needed_components(arguments.program)
+    references = {component["bom-ref"]: [] for component in [*held, *parts, *needed]}
+    if parts:
+        references[qt["bom-ref"]] = [part["bom-ref"] for part in parts]
+    program = f"kotoban@{arguments.version}"
+    references[program] = [component["bom-ref"] for component in [*held, *needed]]
+    metadata = {
+        "component": {
+            "type": "application",
+            "bom-ref": program,
+            "name": "kotoban",
+            "version": arguments.version,
+            "licenses": [{"license": {"id": "MIT"}}],
+            "purl": f"pkg:generic/{program}",
+        },
+        "supplier": {"name": "The Kotoban developers"},
+    }
+    if "SOURCE_DATE_EPOCH" in os.environ:
+        moment = datetime.datetime.fromtimestamp(int(os.environ["SOURCE_DATE_EPOCH"]), datetime.timezone.utc)
+        metadata["timestamp"] = moment.strftime("%Y-%m-%dT%H:%M:%SZ")
+    content = {
+        "metadata": metadata,
+        "components": [*held, *parts, *needed],
+        "dependencies": [{"ref": ref, "dependsOn": refs} if refs else {"ref": ref} for ref, refs in references.items()],
+    }
+    serial = uuid.uuid5(uuid.NAMESPACE_OID, json.dumps(content, sort_keys=True))
+    write_json(arguments.file, {
+        "$schema": "http://cyclonedx.org/schema/bom-1.5.schema.json",
+        "bomFormat": "CycloneDX",
+        "specVersion": "1.5",
+        "serialNumber": f"urn:uuid:{serial}",
+        "version": 1,
+        **content,
+    })
+
+
+def main():
+    parser = argparse.ArgumentParser(description="Writes what a package of the program holds and needs.")
+    commands = parser.add_subparsers(required=True)
+    qt_parts = commands.add_parser("qt-parts")
+    qt_parts.add_argument("source")
+    qt_parts.add_argument("build")
+    qt_parts.add_argument("file")
+    qt_parts.set_defaults(run=write_qt_parts)
+    write = commands.add_parser("write")
+    write.add_argument("file")
+    write.add_argument("--version", required=True)
+    write.add_argument("--program", required=True)
+    write.add_argument("--holds", action="append", default=[])
+    write.add_argument("--qt-parts")
+    write.set_defaults(run=write_sbom)
+    arguments = parser.parse_args()
+    arguments.run(arguments)
+
+
+if __name__ == "__main__":
+    main()
