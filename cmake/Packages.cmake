@@ -65,6 +65,13 @@ endif()
 if(WIN32)
     install(FILES "${packaging}/windows/お読みください.txt" DESTINATION . COMPONENT portable)
 endif()
+if(WIN32 AND NOT CMAKE_HOST_WIN32)
+    # The file that goes into the package, after it was stripped.
+    install(CODE "
+        execute_process(COMMAND \"${CMAKE_SOURCE_DIR}/scripts/sign.sh\"
+            \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/Kotoban.exe\" COMMAND_ERROR_IS_FATAL ANY)"
+        COMPONENT portable)
+endif()
 # What is inside the executable comes from this machine's packages, and their licences with it.
 set(parts)
 if(WIN32 AND CMAKE_CROSSCOMPILING)

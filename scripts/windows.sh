@@ -6,6 +6,8 @@ source scripts/static_qt.sh
 
 # What it takes to build the program and its libraries from their source packages.
 windows_packages=(python3 g++-mingw-w64-x86-64-posix dpkg-dev make tcl googletest libpng-dev nsis)
+# What it takes to sign it, and to try that.
+signing_packages=(osslsigncode openssl)
 # What it takes to run it: Wine, some libraries of X11 that Wine uses where they are, and locales.
 wine_packages=(wine64 fonts-wine libxcomposite1 libxcursor1 libxi6 libxinerama1 libxrandr2 libxrender1 locales)
 
