@@ -2,6 +2,8 @@
 # writable place. On Linux it has a program with a static Qt, so that it runs whatever Qt the machine has. Component system is the Debian package: the program for all users, and a launcher that gives each of
 # them an application folder.
 set(PACKAGE_CONTACT "Kotoban developers <kotoban@example.org>")
+# The repository can be read there; so can the pictures that software centres show.
+set(PACKAGE_HOMEPAGE "https://kotoban.example.org")
 set(packaging "${CMAKE_SOURCE_DIR}/packaging")
 set(made "${CMAKE_BINARY_DIR}/packaging")
 install(FILES "${CMAKE_SOURCE_DIR}/LICENSE" DESTINATION . COMPONENT portable)
@@ -108,6 +110,7 @@ endif()
 set(CPACK_PACKAGE_NAME kotoban)
 set(CPACK_PACKAGE_VENDOR "The Kotoban developers")
 set(CPACK_PACKAGE_CONTACT "${PACKAGE_CONTACT}")
+set(CPACK_PACKAGE_HOMEPAGE_URL "${PACKAGE_HOMEPAGE}")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "study by filling in the blanks of text files")
 set(CPACK_PACKAGE_DESCRIPTION "\
 Kotoban opens a plain text file in which every word to learn is written in

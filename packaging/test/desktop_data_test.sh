@@ -17,7 +17,14 @@ fail() {
 
 entry=$share/applications/org.kotoban.kotoban.desktop
 desktop-file-validate "$entry"
-appstreamcli validate --no-net --pedantic "$share/metainfo/org.kotoban.kotoban.metainfo.xml"
+metainfo=$share/metainfo/org.kotoban.kotoban.metainfo.xml
+appstreamcli validate --no-net --pedantic "$metainfo"
+homepage=$(sed -n 's|.*<url type="homepage">\(.*\)</url>.*|\1|p' "$metainfo")
+images=$(sed -n 's|.*<image>\(.*\)</image>.*|\1|p' "$metainfo")
+[[ -n $images ]] || fail "there is no screenshot"
+while IFS= read -r image; do
+    [[ -s $(dirname "$0")/../..${image#"$homepage"} ]] || fail "there is no picture $image"
+done <<<"$images"
 program=$(sed -n 's/^Exec=//p' "$entry")
 [[ -x $work/usr/bin/$program ]] || fail "there is no program $program"
 
