@@ -6,6 +6,7 @@
 #include "platform/QtSystemServices.h"
 #include "platform/modEndSignal.h"
 #include "platform/modFontAdvice.h"
+#include "platform/modInputMethod.h"
 #include "settings/frmMsg.h"
 #include "view/frmText.h"
 #include "widgets/CompositionGuard.h"
@@ -23,6 +24,7 @@
 #include <QTranslator>
 
 #include <cstdio>
+#include <memory>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -63,7 +65,9 @@ int main(int argc, char *argv[])
     // All plugins are inside. Those of an installed Qt are of another version.
     QCoreApplication::setLibraryPaths({});
 #endif
+    auto inputMethod = std::make_unique<InputMethodScope>();
     QApplication application(argc, argv);
+    inputMethod.reset();
     if (!CanPaint()) {
         std::fputs("瞬記帳: 画面の色数が足りません。15 ビット以上の画面で起動してください。\n", stderr);
         return 1;

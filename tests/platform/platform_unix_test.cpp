@@ -3,6 +3,7 @@
 #include "base/modLog.h"
 #include "platform/modEndSignal.h"
 #include "platform/modFolderNames.h"
+#include "platform/modInputMethod.h"
 #include "platform/modProcess.h"
 #include "platform/modProfile.h"
 #include "platform/modReplaceFile.h"
@@ -197,4 +198,18 @@ TEST(FolderNames, ListUndecodableNames_OmitsAndCountsThem)
     EXPECT_EQ(found.names, QStringList({u"link to nothing.TXT"_s, u"漢字.txt"_s})) << "a dangling link is listed";
     EXPECT_EQ(found.unshowable, 2);
     EXPECT_TRUE(ListFolder(folder.Path(u"gone"_s), ".txt"_L1).names.isEmpty());
+}
+
+TEST(InputMethod, JapaneseCanBeTypedOnEveryDesktop)
+{
+    const InputMethodChoice ibus = {"ibus", false};
+    const InputMethodChoice fcitx = {"ibus", true};
+    EXPECT_EQ(ChooseInputMethod("ibus", "@im=ibus"), ibus);
+    EXPECT_EQ(ChooseInputMethod(QByteArray(), QByteArray()), ibus) << "of a desktop whose own programs need not be told";
+    EXPECT_EQ(ChooseInputMethod("wayland;ibus", QByteArray()), ibus);
+    EXPECT_EQ(ChooseInputMethod("fcitx", QByteArray()), fcitx);
+    EXPECT_EQ(ChooseInputMethod("fcitx5", "@im=fcitx"), fcitx);
+    EXPECT_EQ(ChooseInputMethod(QByteArray(), "@im=fcitx"), fcitx);
+    EXPECT_EQ(ChooseInputMethod("compose", "@im=fcitx").module, "compose") << "what was chosen stays";
+    EXPECT_EQ(ChooseInputMethod("none", "@im=fcitx").module, "none");
 }

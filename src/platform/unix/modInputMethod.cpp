@@ -1,0 +1,35 @@
+#include "platform/modInputMethod.h"
+
+namespace {
+
+constexpr char moduleName[] = "QT_IM_MODULE";
+constexpr char portalName[] = "IBUS_USE_PORTAL";
+
+/// A variable that is not set is a null array.
+[[maybe_unused]] void SetVariable(const char *name, const QByteArray &value)
+{
+    if (value.isNull())
+        qunsetenv(name);
+    else
+        qputenv(name, value);
+}
+
+} // namespace
+
+InputMethodScope::InputMethodScope() : m_module(qgetenv(moduleName)), m_portal(qgetenv(portalName))
+{
+#ifdef QT_STATIC
+    const InputMethodChoice choice = ChooseInputMethod(m_module, qgetenv("XMODIFIERS"));
+    SetVariable(moduleName, choice.module);
+    if (choice.isPortal)
+        SetVariable(portalName, "1");
+#endif
+}
+
+InputMethodScope::~InputMethodScope()
+{
+#ifdef QT_STATIC
+    SetVariable(moduleName, m_module);
+    SetVariable(portalName, m_portal);
+#endif
+}
