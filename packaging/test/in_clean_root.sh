@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # Makes a clean Debian system in a folder, of this machine's release or another, and runs a command of this repository in
-# it, as root.
+# it, as root. With a mirror, and the keyring it is signed by, it can be another distribution of Debian's kind.
 #
-#     in_clean_root.sh [--suite NAME] FOLDER COMMAND...
+#     in_clean_root.sh [--suite NAME [--mirror URL KEYRING]] FOLDER COMMAND...
 #
 # The repository is the working folder in there, and cannot be written. FOLDER keeps what was fetched, for the next
 # time, and the system as the command left it.
@@ -15,6 +15,13 @@ suite=$own_suite
 if [[ $1 == --suite ]]; then
     suite=$2
     shift 2
+fi
+other=()
+source_options=()
+if [[ $1 == --mirror ]]; then
+    other=(--mirror "$2" "$3")
+    source_options=("--components=main,universe" "--keyring=$3")
+    shift 3
 fi
 mkdir -p "$1"
 folder=$(realpath "$1")
@@ -37,21 +44,23 @@ no_clean_root() {
 if [[ ${IN_NAMESPACE:-} != yes ]]; then
     unshare --mount --pid --fork true || no_clean_root "unshare is refused"
     export IN_NAMESPACE=yes
-    exec unshare --mount --pid --fork --kill-child "$0" --suite "$suite" "$folder" "$@"
+    exec unshare --mount --pid --fork --kill-child "$0" --suite "$suite" "${other[@]}" "$folder" "$@"
 fi
 umask 022
 # debootstrap wants a path without blanks. Only this namespace sees the folder there.
 mount --bind "$folder" /mnt || no_clean_root "mount is refused"
 
 # From the mirror that this machine has its own packages from.
+mirror=${other[1]:-}
 # shellcheck disable=SC2016
-mirror=$(apt-get indextargets --format '$(REPO_URI)' "Codename: $own_suite" "Component: main" \
+[[ -n $mirror ]] || mirror=$(apt-get indextargets --format '$(REPO_URI)' "Codename: $own_suite" "Component: main" \
     "Created-By: Packages" | head -n 1)
 if [[ ! -d $base ]]; then
     say "making a clean $suite in $folder"
     rm -rf $base.new
     mkdir -p $fetched
-    debootstrap --variant=minbase --cache-dir=$fetched "$suite" $base.new ${mirror:+"$mirror"} >/mnt/debootstrap.log ||
+    debootstrap --variant=minbase "${source_options[@]}" --cache-dir=$fetched "$suite" $base.new \
+        ${mirror:+"$mirror"} >/mnt/debootstrap.log ||
         no_clean_root "debootstrap failed: $(grep '^[WE]:' /mnt/debootstrap.log)"
     mv $base.new $base
 fi
