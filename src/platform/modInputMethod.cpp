@@ -7,5 +7,5 @@ InputMethodChoice ChooseInputMethod(const QByteArray &module, const QByteArray &
         return {wanted, false};
     // Fcitx speaks the protocol on the session bus, as IBus does for programs in a sandbox. Where neither runs, the toolkit
     // falls back on dead keys by itself.
-    return {"ibus", (wanted + ' ' + modifiers.toLower()).contains("fcitx")};
+    return {"ibus", wanted.contains("fcitx") || modifiers.contains("fcitx")};
 }
