@@ -1,6 +1,6 @@
 # The packages. Component portable, which the application folder belongs to, is the archive: a folder that runs from any
-# writable place. On Linux it has a program with a static Qt, so that it runs whatever Qt the machine has. Component system is the Debian package: the program for all users, and a launcher that gives each of
-# them an application folder.
+# writable place. On Linux its program has a static Qt, so that it runs whatever Qt the machine has. Component system is
+# the Debian package: the program for all users, and a launcher that gives each of them an application folder.
 set(PACKAGE_CONTACT "Kotoban developers <kotoban@example.org>")
 # The repository can be read there; so can the pictures that software centres show.
 set(PACKAGE_HOMEPAGE "https://kotoban.example.org")

@@ -13,6 +13,9 @@ SetDateSave off
 ; A file that cannot be written ends the installation: a learner who skips it would have half a program.
 AllowSkipFiles off
 RequestExecutionLevel user
+; Signed where there is a key, as is the program.
+!uninstfinalize '"${SIGN}" "%1"'
+!finalize '"${SIGN}" "%1"'
 ManifestDPIAware true
 ManifestSupportedOS Win10
 ManifestLongPathAware true

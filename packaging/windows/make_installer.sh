@@ -60,4 +60,4 @@ convert -size 164x314 xc:'#e6ecf4' "$icons/kotoban-128.png" -gravity north -geom
 bytes=$(find . -type f -printf '%s\n' | paste -sd+) # a sum
 makensis -V2 -WX -INPUTCHARSET UTF8 "-DVERSION=$version" "-DFOLDER=$folder" "-DFILES=$work/files.nsh" \
     "-DKILOBYTES=$((bytes / 1024))" "-DICON=$icons/kotoban.ico" "-DPICTURE=$work/picture.bmp" \
-    "-DOUTPUT=$installer" "$here/installer.nsi"
+    "-DSIGN=$(realpath "$here/../../scripts/sign.sh")" "-DOUTPUT=$installer" "$here/installer.nsi"
