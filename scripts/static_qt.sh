@@ -45,7 +45,7 @@ fetch_source() {
     apt-get "${options[@]}" update || say "not all sources of packages could be read"
     rm -rf "$folder.new"
     mkdir -p "$folder.new"
-    logged "$folder.log" env -C "$folder.new" apt-get "${options[@]}" source "$package"
+    logged "$folder.log" env -C "$folder.new" apt-get "${options[@]}" source "$package" || return 1
     mv "$folder.new"/*/ "$folder"
     rm -rf "$folder.new"
 }
