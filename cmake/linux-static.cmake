@@ -12,6 +12,7 @@ set(XCB_RENDERUTIL_LIBRARY "${libraries}/libxcb-render-util.a" CACHE FILEPATH ""
 set(JPEG_LIBRARY_RELEASE "${libraries}/libjpeg.a" CACHE FILEPATH "")
 set(PCRE2_LIBRARY_RELEASE "${libraries}/libpcre2-16.a" CACHE FILEPATH "")
 set(PNG_LIBRARY_RELEASE "${libraries}/libpng16.a" CACHE FILEPATH "")
+set(SQLite3_LIBRARY "${libraries}/libsqlite3.a" CACHE FILEPATH "")
 set(ZLIB_LIBRARY_RELEASE "${libraries}/libz.a" CACHE FILEPATH "")
 
 # None of this is seen from outside: a library of the system that uses one of these as well takes the system's.
