@@ -62,7 +62,7 @@ int main(int argc, char *argv[])
 {
     IgnoreOddScaling();
 #ifdef QT_STATIC
-    // All plugins are inside. Those of an installed Qt are of another version.
+    // All plugins are linked in; those of an installed Qt belong to another version.
     QCoreApplication::setLibraryPaths({});
 #endif
     auto inputMethod = std::make_unique<InputMethodScope>();

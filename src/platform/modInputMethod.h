@@ -1,9 +1,9 @@
-// Which input method the toolkit takes, where it has fewer of them than the desktop.
+// Selects the input method of a program with a static Qt, which contains fewer of them than the desktop.
 #pragma once
 
 #include <QByteArray>
 
-/// The environment that chooses an input method.
+/// Environment variables that select an input method.
 struct InputMethodChoice
 {
     QByteArray module; ///< QT_IM_MODULE
@@ -11,21 +11,21 @@ struct InputMethodChoice
     bool operator==(const InputMethodChoice &) const = default;
 };
 
-/// What a toolkit that knows only IBus's protocol must be told, so that Japanese can be typed on a desktop with Fcitx, too,
-/// and on one that says nothing because its own programs need not be told.
-/// @param module  QT_IM_MODULE as the desktop has set it; @param modifiers  XMODIFIERS
+/// What a Qt that only speaks IBus's protocol needs, so that Japanese can be typed on a desktop with Fcitx too, and on
+/// one that sets no variable because its own programs need none.
+/// @param module  the desktop's QT_IM_MODULE; @param modifiers  its XMODIFIERS
 InputMethodChoice ChooseInputMethod(const QByteArray &module, const QByteArray &modifiers);
 
-/// Lives while the application object is made, from which moment on the environment is the desktop's again: other
-/// programs are started with it. Does nothing where the toolkit has the input methods of the desktop.
+/// Sets these variables while the application object is created, and restores them afterwards, because other programs
+/// are started with the same environment. Does nothing with the desktop's own Qt.
 class InputMethodScope
 {
-public:
+  public:
     InputMethodScope();
     ~InputMethodScope();
     Q_DISABLE_COPY_MOVE(InputMethodScope)
 
-private:
+  private:
     QByteArray m_module;
     QByteArray m_portal;
 };

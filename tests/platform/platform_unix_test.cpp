@@ -200,16 +200,16 @@ TEST(FolderNames, ListUndecodableNames_OmitsAndCountsThem)
     EXPECT_TRUE(ListFolder(folder.Path(u"gone"_s), ".txt"_L1).names.isEmpty());
 }
 
-TEST(InputMethod, JapaneseCanBeTypedOnEveryDesktop)
+TEST(InputMethod, ChooseOnDesktopsWithIBusFcitxOrNothing_AllowsJapanese)
 {
     const InputMethodChoice ibus = {"ibus", false};
     const InputMethodChoice fcitx = {"ibus", true};
     EXPECT_EQ(ChooseInputMethod("ibus", "@im=ibus"), ibus);
-    EXPECT_EQ(ChooseInputMethod(QByteArray(), QByteArray()), ibus) << "of a desktop whose own programs need not be told";
+    EXPECT_EQ(ChooseInputMethod(QByteArray(), QByteArray()), ibus) << "a desktop that sets no variable";
     EXPECT_EQ(ChooseInputMethod("wayland;ibus", QByteArray()), ibus);
     EXPECT_EQ(ChooseInputMethod("fcitx", QByteArray()), fcitx);
     EXPECT_EQ(ChooseInputMethod("fcitx5", "@im=fcitx"), fcitx);
     EXPECT_EQ(ChooseInputMethod(QByteArray(), "@im=fcitx"), fcitx);
-    EXPECT_EQ(ChooseInputMethod("compose", "@im=fcitx").module, "compose") << "what was chosen stays";
+    EXPECT_EQ(ChooseInputMethod("compose", "@im=fcitx").module, "compose") << "an explicit choice is kept";
     EXPECT_EQ(ChooseInputMethod("none", "@im=fcitx").module, "none");
 }

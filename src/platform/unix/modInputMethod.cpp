@@ -5,7 +5,7 @@ namespace {
 constexpr char moduleName[] = "QT_IM_MODULE";
 constexpr char portalName[] = "IBUS_USE_PORTAL";
 
-/// A variable that is not set is a null array.
+/// @param value  null unsets the variable
 [[maybe_unused]] void SetVariable(const char *name, const QByteArray &value)
 {
     if (value.isNull())
