@@ -150,7 +150,7 @@ class HistoryReader
     bool m_hasFailed = false;
 };
 
-/// Hours, only when there are any, minutes and seconds: "1時間 5分 9秒".
+/// Hours if there are any, minutes and seconds: "1時間 5分 9秒".
 QString HoursMinutesSeconds(qint64 seconds);
 
 /// Longest span of a history, in weeks.

@@ -24,7 +24,7 @@ QString KeptPath(const QString &copyPath)
     return copyPath + u".bak"_s;
 }
 
-/// The bytes of a study file's copy, or its reader's refusal.
+/// Makes the bytes of a study file's copy. @return false after a refusal, which message then holds
 bool MakeCopy(const QString &studyFilePath, QByteArray *bytes, QString *message)
 {
     StudyLines lines;

@@ -120,7 +120,7 @@ void StudyStateBar::changeEvent(QEvent *event)
 /// Dark grey on a light desktop, otherwise a readable grey.
 void StudyStateBar::DimKeyword()
 {
-    const QColor darkGrey(128, 128, 128); // colour 8 of the palette of 16
+    const QColor darkGrey(128, 128, 128); // colour 8 of the 16-colour palette
     const QColor window = palette().color(QPalette::Window);
     const QColor text = palette().color(QPalette::WindowText);
     const bool isLight = IsDarker(text, window) && Contrast(darkGrey, window) >= ShapeContrast;

@@ -92,7 +92,7 @@ TextSpan SpanSpokenAt(const DisplayText &text, const StudyRound &round, const Pa
         }
         if (left == 0)
             return TextSpan::At(line, text.Line(line).size(), 0);
-        --left; // the line feed
+        --left; // skips the line feed
     }
     return {};
 }

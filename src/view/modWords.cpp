@@ -14,7 +14,7 @@ enum class Script
 Script ScriptOf(QChar character)
 {
     const char16_t c = character.unicode();
-    if (character.script() == QChar::Script_Han) // 々 too
+    if (character.script() == QChar::Script_Han) // including 々
         return Script::Kanji;
     if (character.script() == QChar::Script_Hiragana)
         return Script::Hiragana;

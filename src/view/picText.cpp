@@ -158,7 +158,7 @@ void PicText::DrawBlank(int blank)
 {
     update(AreaOfBlank(*m_text, blank, m_topLine, m_layout));
     if (!QAccessible::isActive())
-        return; // nobody listens
+        return; // no assistive technology is listening
     const QString hidden = HiddenAnswerText(*m_round, blank).toString();
     const QString answer = m_text->Answer(blank).toString();
     const bool isShown = m_round->bolOpen(blank);
