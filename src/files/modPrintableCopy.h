@@ -36,5 +36,5 @@ bool WritePrintableCopy(const QString &studyFilePath, const QString &copyPath, Q
                         OldCopy oldCopy = OldCopy::Replaceable);
 
 /// Complete texts for the user, lines separated by CR LF.
-QString ReplaceCopyQuestion(const QString &copyPath, OldCopy oldCopy); ///< for copies that MustAsk
+QString ReplaceCopyQuestion(const QString &copyPath, OldCopy oldCopy); ///< to be asked if MustAsk
 QString CopyMadeMessage(const QString &copyPath, OldCopy oldCopy);     ///< names the new file and offers to open it

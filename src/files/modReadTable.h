@@ -30,10 +30,10 @@ struct TableRefusal
 /// then holds the reason, and the table is empty
 bool ReadTableBytes(const QByteArray &bytes, TableReading *reading, Table *table, TableRefusal *refusal);
 
-/// The window's name for an encoding.
+/// Display name of an encoding.
 QString TableCodeName(CharCode code);
 
-/// The window's name for a separator: ones that are hard to see have names, all others are shown as they are.
+/// Display name of a separator: ones that are hard to see have names, all others are shown as they are.
 QString SeparatorName(const QString &separator);
 QString SeparatorByName(const QString &name);
 

@@ -55,7 +55,7 @@ void SortNaturally(QStringList *names)
         if (one.isCopy != other.isCopy)
             return other.isCopy;
         const int order = one.key.compare(other.key);
-        return order != 0 ? order < 0 : one.name < other.name; // a stable order for "a.txt" and "A.txt"
+        return order != 0 ? order < 0 : one.name < other.name; // a definite order for "a.txt" and "A.txt"
     });
     std::transform(keyed.begin(), keyed.end(), names->begin(), [](const Keyed &one) { return one.name; });
 }

@@ -137,7 +137,7 @@ QLabel *StudyStateBar::AddLabel(const QString &name, const QString &text)
     return label;
 }
 
-/// Controls that never wrap apart.
+/// Controls that are never separated by wrapping.
 QWidget *StudyStateBar::Group(const QList<QWidget *> &controls)
 {
     auto *const group = new QWidget(this);
