@@ -1,5 +1,5 @@
-// Building blocks of the windows: labels and buttons with the object names by which tests and assistive tools find them,
-// the bottom row of a dialog, and the tab order.
+// Building blocks of the windows: labels and buttons with the object names by which tests and assistive tools find
+// them, the bottom row of a dialog, and the tab order.
 #pragma once
 
 #include <QPushButton>

@@ -1,5 +1,5 @@
 #include "platform/modInputMethod.h"
 
-// The toolkit takes the system's input method.
+// Qt uses the system's input method.
 InputMethodScope::InputMethodScope() = default;
 InputMethodScope::~InputMethodScope() = default;
