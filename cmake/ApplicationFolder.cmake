@@ -1,17 +1,17 @@
 # The application folder: the executable with everything it needs beside it. The build makes one in
-# ${CMAKE_BINARY_DIR}/Kotoban, the installation the same one at the prefix.
-set(KOTOBAN_FOLDER "${CMAKE_BINARY_DIR}/Kotoban")
-set(LAY_OUT_COMMAND "${CMAKE_COMMAND}" "-DASSETS=${CMAKE_SOURCE_DIR}/assets")
+# ${PROJECT_BINARY_DIR}/Kotoban, the installation the same one at the prefix.
+set(KOTOBAN_FOLDER "${PROJECT_BINARY_DIR}/Kotoban")
+set(LAY_OUT_COMMAND "${CMAKE_COMMAND}" "-DASSETS=${PROJECT_SOURCE_DIR}/assets")
 
 add_custom_target(application_folder ALL
-    COMMAND ${LAY_OUT_COMMAND} "-DFOLDER=${KOTOBAN_FOLDER}" -P "${CMAKE_SOURCE_DIR}/cmake/LayOutFolder.cmake"
+    COMMAND ${LAY_OUT_COMMAND} "-DFOLDER=${KOTOBAN_FOLDER}" -P "${PROJECT_SOURCE_DIR}/cmake/LayOutFolder.cmake"
     COMMENT "Laying out ${KOTOBAN_FOLDER}"
     VERBATIM)
 add_dependencies(application_folder Kotoban)
 
 install(TARGETS Kotoban RUNTIME DESTINATION . COMPONENT portable)
 install(CODE "
-    set(ASSETS \"${CMAKE_SOURCE_DIR}/assets\")
+    set(ASSETS \"${PROJECT_SOURCE_DIR}/assets\")
     set(FOLDER \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}\")
-    include(\"${CMAKE_SOURCE_DIR}/cmake/LayOutFolder.cmake\")"
+    include(\"${PROJECT_SOURCE_DIR}/cmake/LayOutFolder.cmake\")"
     COMPONENT portable)

@@ -3,8 +3,8 @@
 set(for_learners "$<NOT:$<CONFIG:Debug>>")
 if(NOT MSVC)
     add_compile_options("$<${for_learners}:-fstack-protector-strong>"
-        "$<${for_learners}:-ffile-prefix-map=${CMAKE_BINARY_DIR}=build>"
-        "$<${for_learners}:-ffile-prefix-map=${CMAKE_SOURCE_DIR}=.>")
+        "$<${for_learners}:-ffile-prefix-map=${PROJECT_BINARY_DIR}=build>"
+        "$<${for_learners}:-ffile-prefix-map=${PROJECT_SOURCE_DIR}=.>")
     add_compile_definitions("$<${for_learners}:_GLIBCXX_ASSERTIONS>")
 endif()
 if(CMAKE_SYSTEM_NAME STREQUAL "Linux")

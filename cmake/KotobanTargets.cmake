@@ -1,7 +1,7 @@
 # How this project's own targets are compiled and tested. The options stand on a target of their own, so that only
 # our code is held to them.
 add_library(kotoban_options INTERFACE)
-target_include_directories(kotoban_options INTERFACE "${CMAKE_SOURCE_DIR}/src")
+target_include_directories(kotoban_options INTERFACE "${PROJECT_SOURCE_DIR}/src")
 target_compile_definitions(kotoban_options INTERFACE QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_KEYWORDS
     QT_USE_QSTRINGBUILDER)
 if(MSVC)
@@ -37,7 +37,7 @@ endif()
 function(kotoban_test name)
     cmake_parse_arguments(ARG "" "LABEL" "SOURCES;LINK" ${ARGN})
     add_executable(${name} ${ARG_SOURCES})
-    target_include_directories(${name} PRIVATE "${CMAKE_SOURCE_DIR}/tests")
+    target_include_directories(${name} PRIVATE "${PROJECT_SOURCE_DIR}/tests")
     target_link_libraries(${name} PRIVATE kotoban_options test_support ${ARG_LINK})
     add_test(NAME ${name} COMMAND ${name})
     set_tests_properties(${name} PROPERTIES LABELS "${ARG_LABEL}" TIMEOUT 120 ENVIRONMENT "QT_QPA_PLATFORM=${KOTOBAN_TEST_PLATFORM}")

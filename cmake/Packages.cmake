@@ -4,9 +4,9 @@
 set(PACKAGE_CONTACT "Kotoban developers <kotoban@example.org>")
 # The repository can be read there; so can the pictures that software centres show.
 set(PACKAGE_HOMEPAGE "https://kotoban.example.org")
-set(packaging "${CMAKE_SOURCE_DIR}/packaging")
-set(made "${CMAKE_BINARY_DIR}/packaging")
-install(FILES "${CMAKE_SOURCE_DIR}/LICENSE" DESTINATION . COMPONENT portable)
+set(packaging "${PROJECT_SOURCE_DIR}/packaging")
+set(made "${PROJECT_BINARY_DIR}/packaging")
+install(FILES "${PROJECT_SOURCE_DIR}/LICENSE" DESTINATION . COMPONENT portable)
 include(Sbom)
 
 if(CMAKE_SYSTEM_NAME STREQUAL "Linux")
@@ -30,7 +30,8 @@ if(CMAKE_SYSTEM_NAME STREQUAL "Linux")
     string(REGEX REPLACE "\n(Exec|TryExec|Icon)=[^\n]*" "" ENTRY "${ENTRY}")
     configure_file("${packaging}/install.sh.in" "${made}/install.sh" @ONLY)
     install(PROGRAMS "${made}/install.sh" DESTINATION . COMPONENT portable)
-    install(FILES "${CMAKE_SOURCE_DIR}/assets/icon/kotoban-256.png" DESTINATION . RENAME kotoban.png COMPONENT portable)
+    install(FILES "${PROJECT_SOURCE_DIR}/assets/icon/kotoban-256.png" DESTINATION . RENAME kotoban.png
+        COMPONENT portable)
     install(FILES "${packaging}/お読みください.txt" DESTINATION . COMPONENT portable)
 
     install_system(TARGETS Kotoban RUNTIME DESTINATION lib/kotoban)
@@ -39,15 +40,15 @@ if(CMAKE_SYSTEM_NAME STREQUAL "Linux")
     # What the launcher fills a learner's folder from: an application folder without its executable.
     install_system(CODE "
         file(REMOVE_RECURSE \"${made}/folder\")
-        set(ASSETS \"${CMAKE_SOURCE_DIR}/assets\")
+        set(ASSETS \"${PROJECT_SOURCE_DIR}/assets\")
         set(FOLDER \"${made}/folder\")
-        include(\"${CMAKE_SOURCE_DIR}/cmake/LayOutFolder.cmake\")")
+        include(\"${PROJECT_SOURCE_DIR}/cmake/LayOutFolder.cmake\")")
     install_system(DIRECTORY "${made}/folder/" DESTINATION share/kotoban)
 
     install_system(FILES "${packaging}/org.kotoban.kotoban.desktop" DESTINATION share/applications)
     configure_file("${packaging}/org.kotoban.kotoban.metainfo.xml.in" "${made}/org.kotoban.kotoban.metainfo.xml" @ONLY)
     install_system(FILES "${made}/org.kotoban.kotoban.metainfo.xml" DESTINATION share/metainfo)
-    set(icons "${CMAKE_SOURCE_DIR}/assets/icon")
+    set(icons "${PROJECT_SOURCE_DIR}/assets/icon")
     install_system(FILES "${icons}/kotoban.svg" DESTINATION share/icons/hicolor/scalable/apps)
     foreach(size 16 20 24 32 40 48 64 128 256)
         install_system(FILES "${icons}/kotoban-${size}.png" DESTINATION "share/icons/hicolor/${size}x${size}/apps"
@@ -70,7 +71,7 @@ endif()
 if(WIN32 AND NOT CMAKE_HOST_WIN32)
     # The file that goes into the package, after it was stripped.
     install(CODE "
-        execute_process(COMMAND \"${CMAKE_SOURCE_DIR}/scripts/sign.sh\"
+        execute_process(COMMAND \"${PROJECT_SOURCE_DIR}/scripts/sign.sh\"
             \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/Kotoban.exe\" COMMAND_ERROR_IS_FATAL ANY)"
         COMPONENT portable)
 endif()
@@ -120,10 +121,10 @@ is recorded in a database of the learner's own, from which the program shows
 the week's study and writes reports. The user interface is Japanese.
 
 瞬記帳：自分で書いた文章の穴埋めで覚えるための学習ソフトです。")
-set(CPACK_RESOURCE_FILE_LICENSE "${CMAKE_SOURCE_DIR}/LICENSE")
+set(CPACK_RESOURCE_FILE_LICENSE "${PROJECT_SOURCE_DIR}/LICENSE")
 set(CPACK_STRIP_FILES ON)
 set(CPACK_VERBATIM_VARIABLES ON)
-set(CPACK_PROJECT_CONFIG_FILE "${CMAKE_SOURCE_DIR}/cmake/PackageOfGenerator.cmake")
+set(CPACK_PROJECT_CONFIG_FILE "${PROJECT_SOURCE_DIR}/cmake/PackageOfGenerator.cmake")
 
 if(CMAKE_SYSTEM_NAME STREQUAL "Linux")
     set(CPACK_GENERATOR DEB)

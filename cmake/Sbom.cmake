@@ -18,10 +18,10 @@ function(install_sbom component destination parts)
         cmake_path(SET attributions NORMALIZE "${Qt6_DIR}/../../../attributions.json")
         string(APPEND options " --qt-parts \"${attributions}\"")
     endif()
-    set(file "${CMAKE_BINARY_DIR}/packaging/kotoban.cdx.json")
+    set(file "${PROJECT_BINARY_DIR}/packaging/kotoban.cdx.json")
     install(CODE "
-        file(MAKE_DIRECTORY \"${CMAKE_BINARY_DIR}/packaging\")
-        execute_process(COMMAND \"${PYTHON3}\" \"${CMAKE_SOURCE_DIR}/scripts/sbom.py\" write \"${file}\"
+        file(MAKE_DIRECTORY \"${PROJECT_BINARY_DIR}/packaging\")
+        execute_process(COMMAND \"${PYTHON3}\" \"${PROJECT_SOURCE_DIR}/scripts/sbom.py\" write \"${file}\"
             --version \"${PROJECT_VERSION}\" --program \"$<TARGET_FILE:Kotoban>\" ${options}
             COMMAND_ERROR_IS_FATAL ANY)"
         COMPONENT ${component} ${ARGN})
