@@ -5,9 +5,10 @@ target_include_directories(kotoban_options INTERFACE "${PROJECT_SOURCE_DIR}/src"
 target_compile_definitions(kotoban_options INTERFACE QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_KEYWORDS
     QT_USE_QSTRINGBUILDER)
 if(MSVC)
-    target_compile_options(kotoban_options INTERFACE /utf-8 /W4 /WX /permissive-)
+    target_compile_options(kotoban_options INTERFACE /utf-8 /W4 /permissive- $<$<BOOL:${KOTOBAN_WERROR}>:/WX>)
 else()
-    target_compile_options(kotoban_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror)
+    target_compile_options(kotoban_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion
+        $<$<BOOL:${KOTOBAN_WERROR}>:-Werror>)
 endif()
 
 if(KOTOBAN_SANITIZE AND NOT MSVC)
