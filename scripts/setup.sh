@@ -5,8 +5,8 @@
 [[ $(locale charmap 2>/dev/null) == UTF-8 ]] || export LC_ALL=C.UTF-8
 
 # What it takes to build the program and to run it on a desktop.
-build_packages=(g++ cmake ninja-build qt6-base-dev qt6-l10n-tools libgl1-mesa-dev libsqlite3-dev fonts-ipafont-gothic
-    alsa-utils xdg-utils)
+build_packages=(g++ cmake ninja-build qt6-base-dev qt6-tools-dev qt6-l10n-tools libgl1-mesa-dev libsqlite3-dev
+    fonts-ipafont-gothic alsa-utils xdg-utils)
 # What it takes to run it on a virtual X server and to use it there as a learner would.
 virtual_display_packages=(xvfb openbox xdotool x11-utils imagemagick procps sqlite3)
 test_packages=(libgtest-dev libgmock-dev dbus at-spi2-core python3 python3-gi gir1.2-atspi-2.0 appstream

@@ -82,10 +82,10 @@ int main(int argc, char *argv[])
     const QString baseName = QFileInfo(QCoreApplication::applicationFilePath()).completeBaseName();
     QtSystemServices services;
     QTranslator qtTexts;
-    QTimer::singleShot(0, &application, [&qtTexts] { // once the first window is shown
-        // Named format, as otherwise Qt would load the plugins of all formats.
+    // Once the first window is shown: reading the icon loads the plugins for all image formats.
+    QTimer::singleShot(0, &application, [&qtTexts] {
         QApplication::setWindowIcon(QPixmap(u":/kotoban.png"_s, "PNG"));
-        if (qtTexts.load(u":/toolkit_ja.qm"_s))
+        if (qtTexts.load(u":/qt_ja.qm"_s))
             QApplication::installTranslator(&qtTexts);
     });
     const InstanceMark instance(folder);

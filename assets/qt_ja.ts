@@ -1,6 +1,6 @@
 <?xml version="1.0" encoding="utf-8"?>
 <!DOCTYPE TS>
-<!-- The texts of the toolkit that its windows in this program show: the menus of text boxes and scroll bars, the
+<!-- The texts of Qt that its windows in this program show: the menus of text boxes and scroll bars, the
      dialog that asks for a file where the desktop has none of its own, and the reasons why a file is not written. -->
 <TS version="2.1" language="ja_JP" sourcelanguage="en">
 <context>
