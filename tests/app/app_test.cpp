@@ -2,6 +2,7 @@
 #include "app/modMain.h"
 #include "app/modUserList.h"
 #include "base/modFile.h"
+#include "base/modProduct.h"
 #include "support/WindowTest.h"
 #include "widgets/CompositionGuard.h"
 
@@ -42,7 +43,7 @@ class StartTest : public testing::Test
     RunLog log{folder.Path(), u"Kotoban"_s, services.Clock()};
 };
 
-const QByteArray Header = ToCodePage932(u"Kotoban.exe　Ver1.0.0\r\n2024/03/05(火)\r\n");
+const QByteArray Header = ToCodePage932(QString(u"Kotoban.exe　Ver"_s + VersionText() + u"\r\n2024/03/05(火)\r\n"));
 
 } // namespace
 
@@ -192,7 +193,7 @@ class LoginTest : public WindowTest
 
 TEST_F(LoginTest, NameOutsideCodePage_IsRefusedAndOtherNameIsStoredExactly)
 {
-    EXPECT_EQ(login.windowTitle(), u"瞬記帳 Ver1.0.0 ログイン画面"_s);
+    EXPECT_EQ(login.windowTitle(), QString(u"瞬記帳 Ver"_s + VersionText() + u" ログイン画面"_s));
     for (const QString &name : {u"  "_s, u"José\u00A0𠮷田é"_s, u"a\n\tb\n"_s, u"\t"_s}) {
         Type(name);
         script.Click(u"frmMsg"_s, u"cmdOK"_s);

@@ -1,4 +1,5 @@
 #include "base/modFile.h"
+#include "base/modProduct.h"
 #include "text/modCheckText.h"
 #include "view/StudyWindowTest.h"
 
@@ -10,7 +11,7 @@
 TEST_F(StudyWindowTest, WholeSession_IsRecordedInItsRow)
 {
     OpenWith({u"[one] [two]"_s, u"[三]"_s});
-    EXPECT_EQ(window->windowTitle(), u"瞬記帳 Ver1.0.0 [花子]"_s);
+    EXPECT_EQ(window->windowTitle(), QString(u"瞬記帳 Ver"_s + VersionText() + u" [花子]"_s));
     EXPECT_EQ(Sessions(), QStringList(u"2024/03/05\t花子\t14:30:15\ta\t\t"_s)) << "the row is inserted at the start";
     EXPECT_EQ(Label(u"lblNum"), u"0"_s);
     Press(Qt::Key_Return);
