@@ -6,10 +6,14 @@
 #include "base/modProduct.h"
 
 #include <QFile>
+#include <QLoggingCategory>
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
+
+// From warnings on: its lines are of level debug.
+Q_LOGGING_CATEGORY(Trace, "kotoban.trace", QtWarningMsg)
 
 bool WriteText(const QString &path, QIODevice::OpenMode mode, const QString &text, QString *error)
 {
@@ -48,6 +52,9 @@ QString RunLog::Path() const
     return m_path;
 }
 
-void WriteTrace(QStringView) {}
+void WriteTrace(QStringView line)
+{
+    qCDebug(Trace).noquote() << line;
+}
 
 void TraceSetup() {}

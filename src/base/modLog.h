@@ -1,5 +1,5 @@
 // Run log and trace. The run log is a small text file beside the executable, started anew on every run. The trace gets
-// the name of every event handler that is entered, and discards it.
+// the name of every event handler that is entered; it is off by default.
 #pragma once
 
 #include <QDateTime>
@@ -34,9 +34,10 @@ class RunLog
     std::function<QDateTime()> m_now;
 };
 
-/// Receives the name of a step or of an event handler and discards it. The calls are kept on purpose, so that tracing
-/// can be switched on in a private build.
+/// Passes the line of a step or of an event handler to Qt's logging category "kotoban.trace". The category is off, so
+/// that by default nothing is written anywhere; a logging rule switches it on in any build, e.g. the environment
+/// variable QT_LOGGING_RULES="kotoban.trace.debug=true".
 void WriteTrace(QStringView line);
 
-/// Prepares tracing; nothing to do while it is off.
+/// Called once before the first line. Does nothing: Qt reads its logging rules itself.
 void TraceSetup();

@@ -9,6 +9,7 @@
 #include <QInputMethodEvent>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QLoggingCategory>
 #include <QTest>
 
 #include <gtest/gtest.h>
@@ -57,6 +58,30 @@ TEST_F(StartTest, FirstStart_CreatesLogDatabaseAndBackup)
     EXPECT_EQ(folder.Read(u"db_backup/kotoban_2024_0305-1430_15.splite3"_s), folder.Read(u"db/kotoban.splite3"_s));
     EXPECT_FALSE(database.LacksTable(u"t_kotoban"_s)) << "the first database is created";
     EXPECT_TRUE(services.messages.isEmpty());
+}
+
+TEST_F(StartTest, StartWithoutAndWithLoggingRule_TracesOnlyWithIt)
+{
+    static QStringList lines;
+    lines.clear();
+    const QtMessageHandler before =
+        qInstallMessageHandler([](QtMsgType, const QMessageLogContext &context, const QString &line) {
+            lines.append(QString::fromLatin1(context.category) + u' ' + line);
+        });
+    EXPECT_TRUE(Prepare());
+    const QStringList byDefault = lines;
+    database.Close();
+    QDir(folder.Path(u"db_backup"_s)).removeRecursively();
+    folder.MakeFolder(u"db_backup"_s);
+    QLoggingCategory::setFilterRules(u"kotoban.trace.debug=true"_s);
+    EXPECT_TRUE(Prepare());
+    QLoggingCategory::setFilterRules(QString());
+    qInstallMessageHandler(before);
+    EXPECT_EQ(byDefault, QStringList());
+    const QString all = lines.join(u'|');
+    EXPECT_TRUE(all.startsWith(u"kotoban.trace ■Main().WriteYmdLogStart|kotoban.trace CPU="_s)) << all.toStdString();
+    EXPECT_TRUE(all.endsWith(u"FileCopy|kotoban.trace FileCopyFinished|kotoban.trace KillOldBackup"_s))
+        << all.toStdString();
 }
 
 TEST_F(StartTest, SecondInstance_IsRefusedAndWritesNothing)
