@@ -1,0 +1,55 @@
+#!/usr/bin/env python3
+"""Checks docs/architecture.md against the sources: the picture, the rooms, and each file and test suite that it names."""
+import re
+import subprocess
+import sys
+from pathlib import Path
+
+ROOT = Path(__file__).resolve().parent.parent
+faults = []
+
+
+def expect(condition, fault):
+    if not condition:
+        faults.append(fault)
+
+
+def check_picture():
+    drawn = subprocess.run([ROOT / "scripts" / "draw_rooms.py", "-"], capture_output=True, check=True).stdout
+    expect((ROOT / "docs" / "rooms.svg").read_bytes() == drawn, "docs/rooms.svg is outdated: run scripts/draw_rooms.py")
+
+
+def check_rooms(text):
+    section = text.split("## Rooms")[1].split("\n## ")[0]
+    told = set(re.findall(r"^\| `(\w+)` \|", section, re.MULTILINE))
+    rooms = {folder.name for folder in (ROOT / "src").iterdir() if folder.is_dir()}
+    expect(told == rooms, f"the table of rooms differs from src: {sorted(told ^ rooms)}")
+
+
+def check_files(text):
+    for name in re.findall(r"`((?:src|tests|scripts|packaging|fuzz|docs)/[^`]+)`", text):
+        expect((ROOT / name).exists(), f"there is no {name}")
+
+
+def check_suites(text):
+    suites_in_file = re.findall(r"((?:`\w+`(?:, | and )?)+) in `(tests/[^`]+_test\.cpp)`", text)
+    expect(suites_in_file, "no test suite is named")
+    for suites, name in suites_in_file:
+        file = ROOT / name
+        source = file.read_text("utf-8") if file.exists() else ""
+        for suite in re.findall(r"`(\w+)`", suites):
+            expect(re.search(rf"^TEST(_F)?\({suite},", source, re.MULTILINE), f"{name} has no suite {suite}")
+
+
+def main():
+    text = (ROOT / "docs" / "architecture.md").read_text("utf-8")
+    check_picture()
+    check_rooms(text)
+    check_files(text)
+    check_suites(text)
+    for fault in faults:
+        print(fault, file=sys.stderr)
+    return 1 if faults else 0
+
+
+sys.exit(main())
