@@ -1,5 +1,6 @@
 #!/usr/bin/env python3
-"""Checks docs/architecture.md against the sources: the picture, the rooms, and each file and test suite that it names."""
+"""Checks docs/architecture.md against the sources: the picture, the rooms, and each file and test suite that it names.
+Checks too that the forges have the same templates."""
 import re
 import subprocess
 import sys
@@ -41,12 +42,21 @@ def check_suites(text):
             expect(re.search(rf"^TEST(_F)?\({suite},", source, re.MULTILINE), f"{name} has no suite {suite}")
 
 
+def check_templates():
+    same = {"ISSUE_TEMPLATE/bug.md": "issue_templates/Bug.md", "ISSUE_TEMPLATE/wish.md": "issue_templates/Wish.md",
+            "pull_request_template.md": "merge_request_templates/Default.md"}
+    for github, gitlab in same.items():
+        body = (ROOT / ".github" / github).read_text("utf-8").split("---\n\n", 1)[-1]
+        expect((ROOT / ".gitlab" / gitlab).read_text("utf-8") == body, f".gitlab/{gitlab} differs from .github/{github}")
+
+
 def main():
     text = (ROOT / "docs" / "architecture.md").read_text("utf-8")
     check_picture()
     check_rooms(text)
     check_files(text)
     check_suites(text)
+    check_templates()
     for fault in faults:
         print(fault, file=sys.stderr)
     return 1 if faults else 0
