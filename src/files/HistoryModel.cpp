@@ -10,6 +10,8 @@ void HistoryModel::Clear()
 void HistoryModel::ShowRead()
 {
     const int count = m_history.LineCount();
+    if (count < m_shown)
+        Clear(); // a database fault has emptied the history
     if (count == m_shown)
         return;
     beginInsertRows(QModelIndex(), m_shown, count - 1);

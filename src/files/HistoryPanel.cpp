@@ -24,6 +24,8 @@
 #include <QSignalBlocker>
 #include <QTimer>
 
+#include <utility>
+
 using namespace Qt::Literals::StringLiterals;
 
 HistoryPanel::HistoryPanel(SystemServices &services, StudyDatabase &database, frmMsg &msg, const QString &reportFolder,
@@ -36,6 +38,7 @@ HistoryPanel::HistoryPanel(SystemServices &services, StudyDatabase &database, fr
 {
     setObjectName(u"historyPanel"_s);
     m_reading->setObjectName(u"tmrRecord"_s);
+    m_reading->setSingleShot(true);
     connect(m_reading, &QTimer::timeout, this, &HistoryPanel::ReadOn);
     SetUpInputs();
     SetUpList();
@@ -131,14 +134,10 @@ bool HistoryPanel::ShowThisWeek(const QString &textEditor)
     return !m_reader.HasFailed();
 }
 
-bool HistoryPanel::IsReading() const
-{
-    return m_reading->isActive();
-}
-
 void HistoryPanel::Stop()
 {
     m_reading->stop();
+    m_isReading = false;
 }
 
 void HistoryPanel::keyPressEvent(QKeyEvent *event)
@@ -171,6 +170,10 @@ void HistoryPanel::cmdInc_Click()
 void HistoryPanel::cmdFile_Click()
 {
     WriteTrace(u"■frmFile.cmdFile_Click");
+    if (m_isReading) {
+        m_isReportWanted = true; // a report must be complete; a disabled button would lose the focus
+        return;
+    }
     const QString path =
         JoinPath(m_reportFolder, ReportFileName(m_userName, m_services.Now().date(), m_reader.Result().Weeks()));
     QString reason;
@@ -194,9 +197,11 @@ void HistoryPanel::ShowRecordWhenValid()
 
 void HistoryPanel::ShowRecord(int weeks)
 {
+    m_reading->stop();
     m_records->Clear();
     m_reader.Begin(DateFromText(txtYmd->text()), weeks);
-    m_reading->start(0);
+    m_isReading = true;
+    m_isReportWanted = false;
     m_sinceShown.invalidate();
     ReadOn();
 }
@@ -206,28 +211,27 @@ void HistoryPanel::ReadOn()
 {
     constexpr int sliceMs = 3;
     constexpr int msBetweenUpdates = 200;
-    if (!m_reader.GoOn(QDeadlineTimer(sliceMs, Qt::PreciseTimer))) {
-        m_reading->stop();
+    m_isReading = m_reader.GoOn(QDeadlineTimer(sliceMs, Qt::PreciseTimer)) && m_isReading; // Stop may have been called
+    if (!m_isReading || !m_sinceShown.isValid() || m_sinceShown.hasExpired(msBetweenUpdates))
         ShowRead();
-    } else if (!m_sinceShown.isValid() || m_sinceShown.hasExpired(msBetweenUpdates)) {
-        ShowRead();
-    }
+    if (m_isReading)
+        m_reading->start(0);
+    else if (std::exchange(m_isReportWanted, false))
+        cmdFile_Click();
 }
 
 void HistoryPanel::ShowRead()
 {
-    const bool isReading = IsReading();
     const History &history = m_reader.Result();
     // Every insertion lays the list out again from its first line, so insert only when the list doubles.
-    if (!isReading || history.LineCount() >= 2 * m_records->rowCount()) {
+    if (!m_isReading || history.LineCount() >= 2 * m_records->rowCount()) {
         constexpr int linesLaidOut = 20'000;                                             // takes a millisecond or two
         lstRecord->setBatchSize(linesLaidOut + lstRecord->verticalScrollBar()->value()); // keeps the scroll position
         m_records->ShowRead();
     }
-    lblSumTime->setText(isReading ? u"読み込み中…（"_s + QString::number(m_reader.UnreadUpTo().year()) + u"年）"_s
-                                  : history.TotalTime());
-    lblSumAns->setText(isReading ? u"…"_s : history.TotalAnswers());
-    cmdFile->setEnabled(!isReading); // a report must be complete
+    lblSumTime->setText(m_isReading ? u"読み込み中…（"_s + QString::number(m_reader.UnreadUpTo().year()) + u"年）"_s
+                                    : history.TotalTime());
+    lblSumAns->setText(m_isReading ? u"…"_s : history.TotalAnswers());
     picHistory->update();
     m_sinceShown.start();
 }

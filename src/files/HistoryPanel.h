@@ -34,7 +34,16 @@ class HistoryPanel : public QWidget
     bool ShowThisWeek(const QString &textEditor);
 
     /// Whether there is more to read.
-    bool IsReading() const;
+    bool IsReading() const
+    {
+        return m_isReading;
+    }
+
+    /// Whether the history shown is empty because of a database fault, which has been reported to the user.
+    bool HasFailed() const
+    {
+        return m_reader.HasFailed();
+    }
 
     /// Stops reading.
     void Stop();
@@ -67,7 +76,9 @@ class HistoryPanel : public QWidget
     QString m_userName;
     QString m_textEditor;
     HistoryReader m_reader;
-    QTimer *m_reading; // runs while there is more to read
+    QTimer *m_reading; // to the next slice; not running during one, in which a message box may process events
+    bool m_isReading = false;
+    bool m_isReportWanted = false; // as soon as all is read
     QElapsedTimer m_sinceShown;
 
     HistoryModel *m_records;

@@ -295,7 +295,7 @@ void frmFile::RefreshWhenShown()
 /// Reads the next span, but not before the visible history is complete.
 void frmFile::ReadTallies()
 {
-    if (m_history->IsReading() || m_tallies.ReadNext())
+    if (m_history->IsReading() || (!m_history->HasFailed() && m_tallies.ReadNext()))
         return;
     m_tallying->stop();
     m_files->ShowTallies();

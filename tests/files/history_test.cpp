@@ -376,20 +376,37 @@ TEST_F(HistoryWindowTest, ReadInSlices_YieldsWholeHistory)
     EXPECT_EQ(reader.Result().LineCount(), 3) << "nothing remains of the previous history";
 }
 
-TEST_F(HistoryWindowTest, StillReading_SaysSoAndDisablesReport)
+TEST_F(HistoryWindowTest, ReportRequestedWhileReading_IsWrittenOnceAllIsRead)
 {
     AddManySessions(&database, 50'000);
     window.show();
     auto *const weeks = window.findChild<QLineEdit *>(u"txtWeekN"_s);
-    auto *const report = window.findChild<QAbstractButton *>(u"cmdFile"_s);
     weeks->setText(u"999"_s);
     EXPECT_TRUE(Label(u"lblSumTime"_s).startsWith(u"読み込み中…（20"_s)) << Label(u"lblSumTime"_s).toStdString();
-    EXPECT_FALSE(report->isEnabled()) << "the report would be incomplete";
     EXPECT_FALSE(Records().isEmpty());
     weeks->setText(u"9999"_s);
-    EXPECT_TRUE(QTest::qWaitFor([report] { return report->isEnabled(); }, 60'000));
+    script.Click(u"frmMsg"_s, u"cmdCancel"_s);
+    window.findChild<QAbstractButton *>(u"cmdFile"_s)->click();
+    EXPECT_TRUE(QDir(folder.Path(u"rec"_s)).isEmpty()) << "the report would be incomplete";
+    EXPECT_TRUE(QTest::qWaitFor([this] { return script.messages.size() == 1; }, 60'000));
     EXPECT_EQ(Label(u"lblSumAns"_s), QString::number(DBSumAnsKotoban(database, QDate(2024, 3, 5), 69'993, u"花/子"_s)));
     EXPECT_GT(Records().size(), 50'000);
+    EXPECT_FALSE(QDir(folder.Path(u"rec"_s)).isEmpty());
+}
+
+TEST_F(HistoryWindowTest, FaultAfterSomeSlices_EmptiesTheListAndIsReportedOnce)
+{
+    AddManySessions(&database, 50'000);
+    EXPECT_TRUE(database.SQLite3NonQuery(u"alter table t_kotoban drop column dt_end"_s));
+    EXPECT_TRUE(database.SQLite3NonQuery(u"alter table t_kotoban add column dt_end text as "_s +
+                                         u"(case ymd_sta when '2012/01/02' then abs(-9223372036854775807 - 1) end)"_s));
+    window.show();
+    window.findChild<QLineEdit *>(u"txtWeekN"_s)->setText(u"999"_s);
+    auto *const list = window.findChild<QListView *>(u"lstRecord"_s);
+    list->setCurrentIndex(list->model()->index(2, 0));
+    EXPECT_TRUE(QTest::qWaitFor([this] { return Label(u"lblSumAns"_s) != u"…"; }, 60'000));
+    EXPECT_TRUE(Records().isEmpty());
+    EXPECT_EQ(services.messages.filter(u"SQLite3Step returned"_s).size(), 1);
 }
 
 TEST_F(HistoryWindowTest, PrintableCopyRequested_IsMadeButNotOfACopy)
