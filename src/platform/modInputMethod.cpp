@@ -5,7 +5,7 @@ InputMethodChoice ChooseInputMethod(const QByteArray &module, const QByteArray &
     const QByteArray wanted = module.toLower();
     if (wanted == "ibus" || wanted == "compose" || wanted == "none")
         return {wanted, false};
-    // Fcitx speaks this protocol on the session bus, as IBus does for sandboxed programs. Without either, Qt falls back
-    // to dead keys.
+    // Fcitx supports the IBus protocol on the session bus, as IBus does for sandboxed programs. Without either, Qt
+    // falls back to dead keys.
     return {"ibus", wanted.contains("fcitx") || modifiers.contains("fcitx")};
 }

@@ -11,9 +11,10 @@ struct InputMethodChoice
     bool operator==(const InputMethodChoice &) const = default;
 };
 
-/// What a Qt that only speaks IBus's protocol needs, so that Japanese can be typed on a desktop with Fcitx too, and on
-/// one that sets no variable because its own programs need none.
-/// @param module  the desktop's QT_IM_MODULE; @param modifiers  its XMODIFIERS
+/// The variables with which Japanese can be typed in a Qt that only supports the IBus protocol: also on a desktop with
+/// Fcitx, and on one that sets no variables because its own programs need none.
+/// @param module  the desktop's QT_IM_MODULE
+/// @param modifiers  the desktop's XMODIFIERS
 InputMethodChoice ChooseInputMethod(const QByteArray &module, const QByteArray &modifiers);
 
 /// Sets these variables while the application object is created, and restores them afterwards, because other programs

@@ -53,15 +53,15 @@ TEST(Process, StartNotepadWithoutDesktopEditor_Fails)
     qputenv("PATH", path);
 }
 
-TEST(Process, OpenInDefaultEditorThatSpoilsStudyFiles_StartsOneThatKeepsThem)
+TEST(Process, StartNotepadWithSpoilingDefault_PrefersFittingEditor)
 {
     const Rows<const char *, QByteArray, const char *, QByteArray> rows = {
-        {"spoils, another is there", "org.xfce.mousepad.desktop", "gedit", "gedit"},
-        {"saves UTF-8, another is there", "org.gnome.TextEditor.desktop", "kate", "kate"},
-        {"spoils, alone", "org.xfce.mousepad.desktop", "mousepad", "xdg-open"},
-        {"keeps it, another is there", "org.kde.kwrite.desktop", "gedit", "xdg-open"},
-        {"nobody knows, another is there", "vim.desktop", "gedit", "xdg-open"},
-        {"no handler", "", "l3afpad", "l3afpad"},
+        {"default spoils files, fitting editor installed", "org.xfce.mousepad.desktop", "gedit", "gedit"},
+        {"default saves UTF-8, fitting editor installed", "org.gnome.TextEditor.desktop", "kate", "kate"},
+        {"default spoils files, no other editor", "org.xfce.mousepad.desktop", "mousepad", "xdg-open"},
+        {"fitting default", "org.kde.kwrite.desktop", "gedit", "xdg-open"},
+        {"unknown default", "vim.desktop", "gedit", "xdg-open"},
+        {"no default", "", "l3afpad", "l3afpad"},
     };
     const QByteArray path = qgetenv("PATH");
     for (const auto &[name, handler, installed, started] : rows) {

@@ -65,8 +65,8 @@ bool SpoilsStudyFiles(const QString &handler)
     return false;
 }
 
-// A file is opened with the editor that the user has chosen on the desktop, unless that one spoils study files: such a
-// default usually comes from the desktop, not from the user. Desktops offer no way to start that editor without a file.
+// A file is opened with the desktop's default editor, unless it spoils study files and a fitting one is installed: such
+// a default is rarely the user's choice. Desktops offer no way to start the default editor without a file.
 bool StartTextEditor(const QStringList &files)
 {
     const QString handler = files.isEmpty() ? QString() : TextHandler();
