@@ -15,5 +15,8 @@ set(PNG_LIBRARY_RELEASE "${libraries}/libpng16.a" CACHE FILEPATH "")
 set(SQLite3_LIBRARY "${libraries}/libsqlite3.a" CACHE FILEPATH "")
 set(ZLIB_LIBRARY_RELEASE "${libraries}/libz.a" CACHE FILEPATH "")
 
+# libxcb-image needs it, which nobody tells CMake; at the end of the command line it is found.
+set(CMAKE_CXX_STANDARD_LIBRARIES_INIT "${libraries}/libxcb-util.a")
+
 # None of this is seen from outside: a library of the system that uses one of these as well takes the system's.
 set(CMAKE_EXE_LINKER_FLAGS_INIT "-static-libstdc++ -static-libgcc -Wl,--exclude-libs,ALL -Wl,--gc-sections")

@@ -47,8 +47,17 @@ is_managed() {
     xprop -root _NET_SUPPORTING_WM_CHECK | grep 'window id'
 }
 
+# window TITLE: the number of a window by a pattern of its title, which a program without Xlib sets only in the newer way.
 window() {
-    xdotool search --onlyvisible --name "$1" 2>/dev/null | head -n 1 | grep .
+    local id title
+    for id in $(xprop -root _NET_CLIENT_LIST | grep -o '0x[0-9a-f]*'); do
+        title=$(xprop -id "$id" -notype _NET_WM_NAME 2>/dev/null | sed -n 's/^[^"]*"\(.*\)"$/\1/p')
+        if [[ $title =~ $1 ]]; then
+            printf '%d\n' "$id"
+            return
+        fi
+    done
+    return 1
 }
 
 is_focused() {
