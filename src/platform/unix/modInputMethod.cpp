@@ -1,5 +1,7 @@
 #include "platform/modInputMethod.h"
 
+#include <QSysInfo>
+
 namespace {
 
 constexpr char moduleName[] = "QT_IM_MODULE";
@@ -19,6 +21,9 @@ constexpr char portalName[] = "IBUS_USE_PORTAL";
 InputMethodScope::InputMethodScope() : m_module(qgetenv(moduleName)), m_portal(qgetenv(portalName))
 {
 #ifdef QT_STATIC
+    // The library for D-Bus ends the program where IBus is looked for on a machine that has no number.
+    if (QSysInfo::machineUniqueId().isEmpty())
+        return;
     const InputMethodChoice choice = ChooseInputMethod(m_module, qgetenv("XMODIFIERS"));
     SetVariable(moduleName, choice.module);
     if (choice.isPortal)
