@@ -27,6 +27,7 @@ install_package() {
         cat "$trial/apt.log" >&2
         fail "could not install $*"
     }
+    sync # or the program waits behind it when it first writes its record
 }
 
 home_of() {
