@@ -14,6 +14,7 @@ test_packages=(libgtest-dev libgmock-dev dbus at-spi2-core python3 python3-gi gi
 # What it takes to make the packages, and to check them.
 package_packages=(dpkg-dev file gzip python3)
 package_test_packages=(lintian)
+coverage_packages=(gcovr)
 # Clang 14, the default, cannot read the ranges of this compiler's library.
 fuzz_packages=(clang-16 libclang-rt-16-dev)
 # What the timings are made with, and the tools that the program is held against.

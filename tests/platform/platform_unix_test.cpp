@@ -143,6 +143,9 @@ TEST(File, ReadOrReplaceNonRegularFile_FailsAndLeavesItUntouched)
 
 TEST(EndSignal, SecondSignal_KillsProcessUnlessHangup)
 {
+#if defined(__SANITIZE_THREAD__)
+    GTEST_SKIP() << "the thread sanitizer delays signals";
+#endif
     EXPECT_EXIT(
         {
             const EndSignal endSignal;
