@@ -35,7 +35,7 @@ class FuzzInput
     QByteArray TakeText()
     {
         const qsizetype zero = m_rest.indexOf('\0');
-        const QByteArray text = Take(zero < 0 ? m_rest.size() : zero);
+        QByteArray text = Take(zero < 0 ? m_rest.size() : zero);
         Take(1);
         return text;
     }

@@ -17,6 +17,7 @@ package_test_packages=(lintian)
 coverage_packages=(gcovr)
 # Clang 14, the default, cannot read the ranges of this compiler's library.
 fuzz_packages=(clang-16 libclang-rt-16-dev)
+tidy_packages=(clang-tidy-16)
 # What the timings are made with, and the tools that the program is held against.
 bench_packages=(libbenchmark-dev libxcb1-dev pkgconf python3 nkf uchardet ripgrep)
 

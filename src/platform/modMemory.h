@@ -17,5 +17,5 @@ template <typename T>
 void ReserveLargePages(std::vector<T> *values, size_t capacity)
 {
     values->reserve(capacity);
-    PreferLargePages(values->data(), qsizetype(values->capacity() * sizeof(T)));
+    PreferLargePages(values->data(), qsizetype(values->capacity()) * qsizetype(sizeof(T)));
 }

@@ -64,7 +64,7 @@ class ConversionTest : public WindowTest
     {
         folder.Write(u"txt/a.txt"_s, bytes);
         script.messages.clear();
-        script.When(u"frmFile"_s, [this](QWidget *dialog) {
+        script.When(u"frmFile"_s, [](QWidget *dialog) {
             auto *const button = dialog->findChild<QAbstractButton *>(u"cmdConvCode"_s);
             QTest::keyClick(dialog->findChild<QListView *>(u"lstFile"_s), Qt::Key_Home);
             EXPECT_TRUE(QTest::qWaitFor([button] { return button->isEnabled(); }));

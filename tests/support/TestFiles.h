@@ -20,7 +20,7 @@ class TestFolder
     /// Writes a file, creating its parent folders. @return its full path
     QString Write(const QString &name, const QByteArray &bytes) const
     {
-        const QString path = Path(name);
+        QString path = Path(name);
         QDir().mkpath(QFileInfo(path).path());
         QFile file(path);
         if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
