@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // Shared by the benchmarks: their inputs, and the study text that they work on.
 #pragma once
 

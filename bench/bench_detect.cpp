@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // Detects the encoding of a file, reading no more of it than needed.
 //
 //     bench_detect FILE

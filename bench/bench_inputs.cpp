@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // Generates the inputs of the benchmarks, the same in every run: study files in code page 932 with 15 % of their words
 // in blanks and some tabs and pictures, a plain ASCII text, and a database of study sessions.
 //

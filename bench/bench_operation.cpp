@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // Runs one whole operation of the program without its windows, for comparison with a public tool.
 //
 //     bench_operation load FILE               reads a study file as the study window does, up to its table of blanks

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // Starts a program on an X server without a window manager, waits for its first window and kills it.
 //
 //     bench_start COMMAND [ARGUMENT...]

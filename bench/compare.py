@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: 2026 The Kotoban developers
+# SPDX-License-Identifier: MIT
+
 """Prints the ratios of bench/compare. Usage: compare.py BUILD_FOLDER, with everything built and the inputs generated.
 
 The members of each pair are measured alternately, A B A B ..., after one warm-up round. A figure is the median of the

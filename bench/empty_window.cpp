@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // An empty Qt Widgets window, or one with a text as its only content: the baseline for the start of the program.
 //
 //     empty_window [TEXT]

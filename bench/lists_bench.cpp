@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // Benchmarks of the lists: the search, the file selection and the study history. The counter longest_ms is the longest
 // time between two turns of the event loop, in milliseconds of CPU time.
 #include "Inputs.h"

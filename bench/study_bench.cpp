@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // Benchmarks of parts of the program, each giving the CPU time of one step. Key presses, clicks and repaints are timed
 // in the study window itself, with a short file and with one of a million lines.
 //

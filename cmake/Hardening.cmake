@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: 2026 The Kotoban developers
+# SPDX-License-Identifier: MIT
+
 # What makes an attack through a foreign file harder, and an executable that says nothing of where it was built. Only for
 # optimised builds: the sanitizers of the others see more.
 set(for_learners "$<NOT:$<CONFIG:Debug>>")

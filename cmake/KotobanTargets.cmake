@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: 2026 The Kotoban developers
+# SPDX-License-Identifier: MIT
+
 # How this project's own targets are compiled and tested. The options stand on a target of their own, so that only
 # our code is held to them.
 add_library(kotoban_options INTERFACE)

@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: 2026 The Kotoban developers
+# SPDX-License-Identifier: MIT
+
 # Fills an application folder. ASSETS: folder of the assets; FOLDER: the folder to fill. A learner's files live in the
 # same folders: what is already there stays as it is, except the help pages, which belong to the program. There is no
 # database in it: the program makes one where none ever was, and an archive that is unpacked again replaces none.

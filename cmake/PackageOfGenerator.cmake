@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: 2026 The Kotoban developers
+# SPDX-License-Identifier: MIT
+
 # Read by cpack once for each kind of package.
 if(CPACK_GENERATOR STREQUAL "DEB")
     string(REPLACE ";ALL;" ";system;" CPACK_INSTALL_CMAKE_PROJECTS "${CPACK_INSTALL_CMAKE_PROJECTS}")

@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: 2026 The Kotoban developers
+# SPDX-License-Identifier: MIT
+
 # The packages. Component portable, which the application folder belongs to, is the archive: a folder that runs from any
 # writable place. On Linux its program has a static Qt, so that it runs whatever Qt the machine has. Component system is
 # the Debian package: the program for all users, and a launcher that gives each of them an application folder.

@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: 2026 The Kotoban developers
+# SPDX-License-Identifier: MIT
+
 # What a package holds and needs (its SBOM), written as the package is made: the executable itself names the shared
 # libraries that it needs. Versions come from Debian's package database; a system without one gets no such list.
 find_program(PYTHON3 python3)

@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: 2026 The Kotoban developers
+# SPDX-License-Identifier: MIT
+
 # Builds for this Linux with the libraries linked in that not every desktop has, each of them from the distribution's own
 # static one. What stays outside is what every X11 desktop has: libc, libxcb, fontconfig and FreeType.
 execute_process(COMMAND cc -print-multiarch OUTPUT_VARIABLE multiarch OUTPUT_STRIP_TRAILING_WHITESPACE

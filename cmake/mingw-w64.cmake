@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: 2026 The Kotoban developers
+# SPDX-License-Identifier: MIT
+
 # Builds for Windows on 64-bit processors with Debian's MinGW-w64. Of its two threading models it takes the one that has
 # std::thread. Everything that the compiler brings along goes into the executable, so that it needs no library beside it;
 # symbols for a debugger do not.

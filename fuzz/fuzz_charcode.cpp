@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // Detecting the encoding of any bytes: the optimized scan agrees with the reference implementation.
 #include "input.h"
 #include "plain_charcode.h"

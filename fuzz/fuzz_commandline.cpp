@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // Command lines: any text can be parsed, and properly quoted arguments round-trip.
 #include "input.h"
 #include "platform/modCommandLine.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // Converting any bytes from any encoding to code page 932, including breaking long lines.
 #include "base/modCodePage.h"
 #include "files/modConvertCode.h"

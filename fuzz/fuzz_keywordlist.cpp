@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // Any file as a keyword list, used to search any text, and searches for any words: counting in slices and stepping
 // through the hits agree with a plain scan of every line.
 #include "input.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // Writing any value to any ini file: the value round-trips, and every other line of the file is unchanged.
 #include "base/modCodePage.h"
 #include "input.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // Reading any file as a study file, including its table of blanks.
 #include "base/modCodePage.h"
 #include "input.h"

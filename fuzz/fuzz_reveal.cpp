@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // Uncovering answers in any text with any sequence of keys and clicks.
 #include "input.h"
 #include "require.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // Reading any text as a table, writing its cells and reading them back, and making a study file from them.
 #include "files/modStudyFromTable.h"
 #include "input.h"

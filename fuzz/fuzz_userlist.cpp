@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // The user list: an added name comes last, and all others are kept.
 #include "app/modUserList.h"
 #include "base/modCodePage.h"

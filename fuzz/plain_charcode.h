@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // Reference implementation of the encoding detection: one step per index for every decoder, without shortcuts. The
 // optimized scan of the program is compared with it.
 #pragma once

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // Drives a fuzz target without a fuzzer: with the files of its corpus, then with random mutations of them, from a fixed
 // seed.
 //

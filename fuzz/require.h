@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // Checks a property that must hold for any input. It aborts on failure, which a fuzzer counts as a finding.
 #pragma once
 

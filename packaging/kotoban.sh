@@ -1,4 +1,7 @@
 #!/bin/sh
+# SPDX-FileCopyrightText: 2026 The Kotoban developers
+# SPDX-License-Identifier: MIT
+
 # Starts Kotoban in an application folder of the learner's own.
 #
 # The program reads and writes only in the folder of its executable, and the system tells it the real place of that, so

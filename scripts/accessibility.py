@@ -1,4 +1,6 @@
 #!/usr/bin/python3
+# SPDX-FileCopyrightText: 2026 The Kotoban developers
+# SPDX-License-Identifier: MIT
 """What assistive technology is told by the running program. Needs the bus of AT-SPI.
 
 accessibility.py names   fails where a control of a window has no name that a learner understands

@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: 2026 The Kotoban developers
+# SPDX-License-Identifier: MIT
+
 # shellcheck shell=bash disable=SC2154
 # Sourced by what builds a static Qt: brings the copies of libraries in Qt's source up to date. Needs say and
 # install_missing of setup.sh, source_of and fetch_source of windows.sh, and the folder cache.

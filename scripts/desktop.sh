@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: 2026 The Kotoban developers
+# SPDX-License-Identifier: MIT
+
 # shellcheck shell=bash disable=SC2034
 # Sourced by what uses the program as a learner would: a virtual X server of its own with a window manager, and what it
 # takes to find windows there, to type into them and to take pictures. Screenshots go into the folder $screenshots.

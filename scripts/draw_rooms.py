@@ -1,4 +1,6 @@
 #!/usr/bin/env python3
+# SPDX-FileCopyrightText: 2026 The Kotoban developers
+# SPDX-License-Identifier: MIT
 """Draws which folder of src/ includes which, from the #include lines themselves.
 
     draw_rooms.py [FILE]    FILE is docs/rooms.svg without an argument; "-" is the standard output

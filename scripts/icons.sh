@@ -1,4 +1,7 @@
 #!/usr/bin/env bash
+# SPDX-FileCopyrightText: 2026 The Kotoban developers
+# SPDX-License-Identifier: MIT
+
 # Makes the icons of all sizes, and the one for Windows, from the drawing assets/icon/kotoban.svg.
 set -euo pipefail
 cd "$(dirname "$0")/.."

@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: 2026 The Kotoban developers
+# SPDX-License-Identifier: MIT
+
 # shellcheck shell=bash disable=SC2034
 # Sourced by ./package: makes what the Linux program of the archive is built from, each part once, in a cache outside the
 # repository. Needs say of setup.sh.

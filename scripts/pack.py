@@ -1,4 +1,6 @@
 #!/usr/bin/env python3
+# SPDX-FileCopyrightText: 2026 The Kotoban developers
+# SPDX-License-Identifier: MIT
 """Packs all that is in a folder into a .tar.gz or a .zip that depends on nothing but names and contents.
 
     pack.py FOLDER ARCHIVE

@@ -1,4 +1,6 @@
 #!/usr/bin/env python3
+# SPDX-FileCopyrightText: 2026 The Kotoban developers
+# SPDX-License-Identifier: MIT
 """Writes the list of what a package of the program holds and needs, as CycloneDX 1.5 (a software bill of materials).
 
     sbom.py qt-parts SOURCE BUILD FILE

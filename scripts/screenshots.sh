@@ -1,4 +1,7 @@
 #!/usr/bin/env bash
+# SPDX-FileCopyrightText: 2026 The Kotoban developers
+# SPDX-License-Identifier: MIT
+
 # Takes pictures of every window from the running program, for the help pages and the README.
 #
 #     scripts/screenshots.sh APPLICATION_FOLDER PICTURE_FOLDER [--dark] [--scale FACTOR]

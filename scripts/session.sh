@@ -1,4 +1,7 @@
 #!/usr/bin/env bash
+# SPDX-FileCopyrightText: 2026 The Kotoban developers
+# SPDX-License-Identifier: MIT
+
 # Uses the program on a virtual X server of its own as a learner would: a name, a study file, five answers, the end.
 #
 #     session.sh APPLICATION_FOLDER SCREENSHOT_FOLDER STUDY_FILE [--click X Y] [--end-by HOW]

@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: 2026 The Kotoban developers
+# SPDX-License-Identifier: MIT
+
 # shellcheck shell=bash disable=SC2034
 # Sourced by ./run, ./test, ./package and ./windows: installs the Debian packages that are missing.
 

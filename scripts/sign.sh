@@ -1,4 +1,7 @@
 #!/usr/bin/env bash
+# SPDX-FileCopyrightText: 2026 The Kotoban developers
+# SPDX-License-Identifier: MIT
+
 # Signs programs for Windows in place, where there is a key; leaves them as they are where there is none.
 #
 #     sign.sh FILE...

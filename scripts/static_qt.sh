@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: 2026 The Kotoban developers
+# SPDX-License-Identifier: MIT
+
 # shellcheck shell=bash disable=SC2034,SC2154
 # Sourced by ./windows and ./package: makes a static Qt from the distribution's source package, once, in the folder
 # $cache outside the repository. A part has its name there only when it is complete. Needs say of setup.sh.
@@ -23,9 +26,9 @@ logged() {
     fi
 }
 
-# recipe_of WORD...: stands for all that a library is made with, beside its source.
+# recipe_of WORD...: stands for all that a library is made with, beside its source. Comments change nothing.
 recipe_of() {
-    { printf '%s\n' "$@" "$("$compiler" -dumpfullversion)" && cat "$toolchain"; } | sha256sum | head -c 8
+    { printf '%s\n' "$@" "$("$compiler" -dumpfullversion)" && grep -v '^#' "$toolchain"; } | sha256sum | head -c 8
 }
 
 # fetch_source NAME=VERSION FOLDER: unpacks a source package. The machine's own sources of packages serve as sources of

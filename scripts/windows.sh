@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: 2026 The Kotoban developers
+# SPDX-License-Identifier: MIT
+
 # shellcheck shell=bash disable=SC2034
 # Sourced by ./windows: makes what the Windows program is built from and tested on, each part once, in a cache outside
 # the repository. A part has its name in the cache only when it is complete. Needs say of setup.sh.

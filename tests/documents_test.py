@@ -1,9 +1,12 @@
 #!/usr/bin/env python3
+# SPDX-FileCopyrightText: 2026 The Kotoban developers
+# SPDX-License-Identifier: MIT
 """Checks docs/architecture.md against the sources: the picture, the rooms, and each file and test suite that it names.
-Checks too that the forges have the same templates."""
+Checks too that the forges have the same templates, and that each file tells its licence."""
 import re
 import subprocess
 import sys
+import tomllib
 from pathlib import Path
 
 ROOT = Path(__file__).resolve().parent.parent
@@ -50,6 +53,22 @@ def check_templates():
         expect((ROOT / ".gitlab" / gitlab).read_text("utf-8") == body, f".gitlab/{gitlab} differs from .github/{github}")
 
 
+def pattern(path):
+    """The expression for a path of REUSE.toml, in which only ** reaches into folders."""
+    parts = {"**": ".*", "*": "[^/]*"}
+    return "".join(parts.get(part) or re.escape(part) for part in re.split(r"(\*\*?)", path))
+
+
+def check_licences():
+    """Nothing to check where Git does not tell the sources from what was built: in an archive of the sources."""
+    listed = subprocess.run(["git", "-C", ROOT, "ls-files", "-z"], capture_output=True).stdout.decode("utf-8")
+    settings = tomllib.loads((ROOT / "REUSE.toml").read_text("utf-8"))
+    covered = re.compile("|".join(pattern(path) for path in settings["annotations"][0]["path"]))
+    for name in listed.split("\0")[:-1]:
+        if not covered.fullmatch(name) and (ROOT / name).exists():
+            expect(b"SPDX-License-Identifier: MIT" in (ROOT / name).read_bytes()[:300], f"{name} tells no licence")
+
+
 def main():
     text = (ROOT / "docs" / "architecture.md").read_text("utf-8")
     check_picture()
@@ -57,6 +76,7 @@ def main():
     check_files(text)
     check_suites(text)
     check_templates()
+    check_licences()
     for fault in faults:
         print(fault, file=sys.stderr)
     return 1 if faults else 0

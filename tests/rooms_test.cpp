@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // Which source folder may include which: dependencies between the rooms run one way only.
 #include <QDir>
 #include <QDirIterator>

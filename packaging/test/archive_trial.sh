@@ -1,4 +1,7 @@
 #!/usr/bin/env bash
+# SPDX-FileCopyrightText: 2026 The Kotoban developers
+# SPDX-License-Identifier: MIT
+
 # Uses the archive as a learner, on a system that has no more than a desktop has, and renews it with that of a later
 # version.
 #

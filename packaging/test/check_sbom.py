@@ -1,4 +1,6 @@
 #!/usr/bin/env python3
+# SPDX-FileCopyrightText: 2026 The Kotoban developers
+# SPDX-License-Identifier: MIT
 """Holds an SBOM against the rules of CycloneDX 1.5 and against the executable that it tells of.
 
     check_sbom.py FILE EXECUTABLE

@@ -1,4 +1,7 @@
 #!/usr/bin/env bash
+# SPDX-FileCopyrightText: 2026 The Kotoban developers
+# SPDX-License-Identifier: MIT
+
 # Holds what is installed for the desktop against the rules of the desktop.
 #
 #     desktop_data_test.sh BUILD_FOLDER

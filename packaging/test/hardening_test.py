@@ -1,4 +1,6 @@
 #!/usr/bin/env python3
+# SPDX-FileCopyrightText: 2026 The Kotoban developers
+# SPDX-License-Identifier: MIT
 """Reads from an executable whether it was hardened, and that it says nothing of where it was built.
 
     hardening_test.py EXECUTABLE [FOLDER...]

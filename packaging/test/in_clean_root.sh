@@ -1,4 +1,7 @@
 #!/usr/bin/env bash
+# SPDX-FileCopyrightText: 2026 The Kotoban developers
+# SPDX-License-Identifier: MIT
+
 # Makes a clean Debian system in a folder, of this machine's release or another, and runs a command of this repository in
 # it, as root. With a mirror, and the keyring it is signed by, it can be another distribution of Debian's kind.
 #

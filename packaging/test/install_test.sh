@@ -1,4 +1,7 @@
 #!/usr/bin/env bash
+# SPDX-FileCopyrightText: 2026 The Kotoban developers
+# SPDX-License-Identifier: MIT
+
 # Makes, renews and removes the menu entry of the archive, in a home of its own. The program is a script that says where
 # it was started.
 #

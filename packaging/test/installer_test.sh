@@ -1,4 +1,7 @@
 #!/usr/bin/env bash
+# SPDX-FileCopyrightText: 2026 The Kotoban developers
+# SPDX-License-Identifier: MIT
+
 # Installs, uses, upgrades and removes the program for Windows as a learner would, under Wine in a system folder of its
 # own, and looks whether every file of the learner is still there as it was.
 #

@@ -1,4 +1,7 @@
 #!/usr/bin/env bash
+# SPDX-FileCopyrightText: 2026 The Kotoban developers
+# SPDX-License-Identifier: MIT
+
 # Tries the installed launcher with homes of its own: what it makes, what it renews, what it leaves alone.
 #
 #     launcher_test.sh BUILD_FOLDER

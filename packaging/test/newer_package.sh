@@ -1,4 +1,7 @@
 #!/usr/bin/env bash
+# SPDX-FileCopyrightText: 2026 The Kotoban developers
+# SPDX-License-Identifier: MIT
+
 # Makes the package of a later version out of a package, for trying an upgrade: another executable, help page and
 # sample, and one sample more.
 #

@@ -1,4 +1,7 @@
 #!/usr/bin/env bash
+# SPDX-FileCopyrightText: 2026 The Kotoban developers
+# SPDX-License-Identifier: MIT
+
 # Builds the packages of this source once more, in another folder and another time zone, and compares them byte for byte.
 #
 #     reproducible.sh PACKAGE_FOLDER

@@ -1,4 +1,7 @@
 #!/usr/bin/env bash
+# SPDX-FileCopyrightText: 2026 The Kotoban developers
+# SPDX-License-Identifier: MIT
+
 # Holds the list of what is inside (SBOM), as it is installed from a build folder, against its format and the executable.
 #
 #     sbom_test.sh BUILD_FOLDER COMPONENT...

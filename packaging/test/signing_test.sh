@@ -1,4 +1,7 @@
 #!/usr/bin/env bash
+# SPDX-FileCopyrightText: 2026 The Kotoban developers
+# SPDX-License-Identifier: MIT
+
 # Signs the program for Windows with a certificate that is made for this, as a release is signed.
 #
 #     signing_test.sh BUILD_FOLDER

@@ -1,4 +1,7 @@
 #!/usr/bin/env bash
+# SPDX-FileCopyrightText: 2026 The Kotoban developers
+# SPDX-License-Identifier: MIT
+
 # Installs, uses, upgrades and removes the Debian package as root and as learners.
 #
 #     trial.sh PACKAGE NEWER_PACKAGE

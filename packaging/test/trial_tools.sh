@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: 2026 The Kotoban developers
+# SPDX-License-Identifier: MIT
+
 # shellcheck shell=bash disable=SC2034,SC2154
 # Sourced by the trials of the packages: what they install, see and do as learners. $trial is a folder of their own.
 

@@ -1,3 +1,6 @@
+; SPDX-FileCopyrightText: 2026 The Kotoban developers
+; SPDX-License-Identifier: MIT
+
 ; The installer for Windows: for one learner, without an administrator, into a folder where the program may write. Made by
 ; make_installer.sh, which says what each definition and each macro of its list of files stands for.
 ;

@@ -1,4 +1,7 @@
 #!/usr/bin/env bash
+# SPDX-FileCopyrightText: 2026 The Kotoban developers
+# SPDX-License-Identifier: MIT
+
 # Makes the installer for Windows out of an application folder with everything that belongs into it.
 #
 #     make_installer.sh APPLICATION_FOLDER VERSION INSTALLER

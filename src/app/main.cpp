@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // Sub Main: creates every object once, runs the start-up steps, then shows the user selection and the study window.
 #include "app/frmLogin.h"
 #include "app/modMain.h"

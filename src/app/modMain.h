@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // Start-up: the steps from the single-instance check to opening the database, each of which may end the program, and
 // the daily backup. The windows follow in main.
 #pragma once

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // The file with the users' names: code page 932, one name per line, in the order in which they were added.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // Build-time generator: writes the system converter's table of code page 932 to the file named by its argument, one
 // line {code, character} per code; a two-byte code is lead * 256 + trail. Some characters have several codes. The one
 // that the converter itself writes comes last, so entering the lines in order leaves that one in place.

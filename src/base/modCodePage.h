@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // Conversion to and from code page 932 (Shift_JIS with the NEC and IBM extensions, as on Windows), the encoding of
 // study files and, unless stated otherwise, of the program's other text files. The table is generated at build time and
 // compiled in, so the mapping is the same on every system: 0x5C is "\", 0x8160 is U+FF5E.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // Dates and times in the form in which the program stores, compares and shows them: zero-padded, 24-hour, the same in
 // every locale.
 #pragma once

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // Run log and trace. The run log is a small text file beside the executable, started anew on every run. The trace gets
 // the name of every event handler that is entered; it is off by default.
 #pragma once

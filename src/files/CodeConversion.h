@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // Converts a study file to Shift_JIS interactively: asks all questions first, writes only when each is answered, and
 // reports what was done. Closing a question without an answer cancels the conversion before anything is written.
 #pragma once

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // List model over the lines of a study history; it grows while the history is being read.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // The study history in the file selection window: the fields for its span, the list of sessions, the chart, the totals
 // and the button that writes the report.
 #pragma once

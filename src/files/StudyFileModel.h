@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // List model of the study files. A file is checked only once its row is painted: one file at a time between two events
 // of the window, the most recently painted rows first.
 #pragma once

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // Exports a study file for other programs in a format that the user chooses, and shows the folder it was written to.
 #pragma once
 

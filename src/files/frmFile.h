@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // The file selection window: lists the study files, lets the user choose one, and offers all other commands on files.
 // The study history in its other half is a separate widget, HistoryPanel.
 #pragma once

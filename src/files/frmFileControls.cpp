@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // Construction of the file selection window: its controls and their tab order.
 #include "base/modFile.h"
 #include "files/HistoryPanel.h"

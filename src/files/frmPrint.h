@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // Makes the print sheet of a study file and opens it in the browser for printing.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // The window that makes a study file from a table. It shows the first rows and a preview of the file; the user sets how
 // the table is read, which columns are hidden, the text between columns, and the file name.
 #pragma once

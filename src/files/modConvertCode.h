@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // Conversion of a study file to Shift_JIS: which files it is offered for, its messages, and how the file is replaced.
 // CodeConversion asks the questions.
 #pragma once

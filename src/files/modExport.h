@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // Exports of a study file for other programs: as UTF-8 text, as Anki notes, and as a table of its blanks. Tabs are
 // kept, although the page shows them as two spaces. Lines end with CR LF, in Anki notes with LF.
 #pragma once

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // The study history: the sessions of some weeks as lines of text, their totals, and the report file.
 #pragma once
 

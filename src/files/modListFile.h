@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // Small text files in the application folder that the program maintains and users may edit: one entry per line, its
 // fields separated by tabs. They are written in UTF-8 with CR LF and read in whatever encoding an editor has left.
 #pragma once

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // The blanks that a user has marked as hard, in the list "ListMark.txt". An entry identifies its blank by the text of
 // the line, not by the line number, so that a mark survives lines inserted above it and moves with its line:
 //

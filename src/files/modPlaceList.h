@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // Where users stopped, in the list "ListPlace.txt": one entry per user and file, the most recently studied last.
 //
 //     user TAB title of the study file TAB line at the top of the page

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // A study file as a sheet to be filled in by hand: an HTML page that the browser prints on A4 or saves as PDF. Each
 // blank is a numbered underline as wide as the blank in the study window, so that columns stay aligned; the answers
 // follow on a separate page.

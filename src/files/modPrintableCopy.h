@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // The printable copy of a study file: its text with the answers replaced by underscores, to be filled in by hand.
 #pragma once
 

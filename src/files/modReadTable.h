@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // Reads a table from the bytes of its file. Encoding and separator are detected unless the user sets them.
 #pragma once
 

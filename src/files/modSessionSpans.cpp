@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 #include "files/modSessionSpans.h"
 
 SessionSpans::SessionSpans(const QDate &firstDate, const QDate &lastDate) : m_firstDate(firstDate), m_endDate(lastDate)

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // Iterates over the days of a record, newest first, in spans that each hold about as many sessions as can be read
 // between two events.
 #pragma once

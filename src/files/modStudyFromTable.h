@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // Makes a study file from a table: one line per row, with the cells of some columns in "[ ]". The cells are taken from
 // the table, their characters converted (modConvertText), and lines made of them; whatever cannot be written is
 // reported with its row number in the table. frmTable asks the questions.

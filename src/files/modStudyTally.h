@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // How often and when last each study file was studied: one user's record over all years, read span by span so that the
 // list of files need not wait for it.
 #pragma once

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // Copies files from elsewhere into the folder of study files: which ones belong there, and the messages about them.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // The SystemServices of the program itself, on top of Qt and platform/.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // Parses Windows command lines, for systems that start a program with a list of arguments.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // The system's light/dark setting, where Qt's palette does not follow it.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // Termination that does not come from the user: logout, shutdown, a signal, loss of the display. Where the window
 // system delivers it as a request to close the windows, there is nothing to do here.
 #pragma once

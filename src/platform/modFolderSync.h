@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // Syncs folders to disk. Creating, renaming or removing a file survives a power cut only once its folder is synced;
 // syncing the file itself covers only its contents.
 #pragma once

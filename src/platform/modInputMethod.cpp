@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 #include "platform/modInputMethod.h"
 
 InputMethodChoice ChooseInputMethod(const QByteArray &module, const QByteArray &modifiers)

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // Selects the input method of a program with a static Qt, which contains fewer of them than the desktop.
 #pragma once
 

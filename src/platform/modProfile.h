@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // Private profile ("ini") files as Windows reads and writes them, in code page 932: "[section]" lines with "key=value"
 // lines below them, and comment lines that begin with ";". Names are case-insensitive; blanks around names and values
 // and one pair of quotes around a value are ignored; of several sections or keys with the same name the first counts.

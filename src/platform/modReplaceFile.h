@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // Atomic file replacement: at every moment, and after a power cut, either the complete old file or the complete new
 // one exists.
 #pragma once

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // The one interface between the program and everything outside its process: message boxes, sounds, speech, other
 // programs and the clock. The program passes QtSystemServices; tests pass one that records the calls and sets the time.
 #pragma once

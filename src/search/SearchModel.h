@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // List model of the search window: the typed text, if any, and the keywords that contain it, each with the number of
 // its hits counted so far.
 #pragma once

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // The keyword search window: lists the keywords with the number of their hits in the open text, filters them by what is
 // typed, and also searches for that as plain text. It is not modal and stores nothing between runs. Counting never
 // keeps the user waiting: it runs for a few milliseconds at a time, and the latest request goes first.

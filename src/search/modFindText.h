@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // Finds a text in the lines of the open file, ignoring case. Lines and columns are numbered from 1.
 #pragma once
 

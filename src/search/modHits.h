@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // The hits of one search in the open text. They are counted incrementally, one chunk of lines at a time, so that the
 // caller can do other work in between; only counts are stored, and the hits of a chunk are found again on request.
 #pragma once

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // Finds all keywords of a list in one pass over the text. An English keyword, made of letters and apostrophes, matches
 // whole words, including its inflected forms; any other matches as plain text. Keywords are numbered from 1.
 #pragma once

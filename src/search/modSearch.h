@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // Searches the open text for the keywords of a list, including inflected English forms, and for plain text. All
 // keywords are counted in one pass over the text, in slices between other work.
 #pragma once

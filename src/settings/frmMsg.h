@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // The program's own message dialog. It is as large as its text, which scrolls if the screen is too small, opens over
 // its owner and plays a sound. It accepts no answer until its timer has fired, so that a key press meant for the study
 // window cannot answer it by accident; neither can a key that is still held down.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // Detects the Japanese or Unicode encoding of a text from its bytes: first byte-order marks, then a single scan that
 // tracks all candidate encodings in parallel, each at its own position, until only one remains possible.
 #pragma once

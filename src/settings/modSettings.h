@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // The user's settings and the ini file that stores them: section "setting" of a private profile beside the executable.
 // Number formats do not depend on the locale.
 #pragma once

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // One wrapper per SQLite function that the program uses. Arguments and results are passed through unchanged; result
 // codes are those of the SQLite C interface (0 SQLITE_OK, 5 SQLITE_BUSY, 100 SQLITE_ROW, 101 SQLITE_DONE ...).
 #pragma once

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // Access layer of the study database: runs statements with and without result rows, and returns rows as a text table.
 // Every error is shown at once in a plain message box; callers only learn whether the call succeeded. There is one
 // connection and one statement at a time; a locked database is an error, without retries.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // Copies a database that is not open, together with what a crash may have left beside it.
 #pragma once
 

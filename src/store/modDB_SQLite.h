@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // Record of study sessions: table t_kotoban, one row per session, identified by start date, user name and start time. A
 // row is inserted when a session begins and completed with the end time and the number of answers when it ends.
 //

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // Breaks lines that are too long for a study file at spaces and punctuation.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // The checks that a study file must pass before it is laid out. Each expects lines with expanded tabs and stops at the
 // first line that fails; message then quotes that line, and errorLine is its 1-based number. On success both are left
 // as they were.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // Converts any text to characters of code page 932 and CR LF line endings: replaces characters by their equivalents in
 // the code page and reports those that have none. Lines and columns are numbered from 1; a surrogate pair counts as one
 // character, and so does a combining mark.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // Decodes text files of other programs, given the encoding that was detected.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // What the page shows of a study file: its lines without brackets, and the table of its blanks. Lines, columns and
 // blanks are numbered from 1. A column is a character; a cell is half the width of a full-width character.
 //

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // Plain text of HTML fragments, as exported by flash-card programs.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // Looks up inflected English words in a sorted word list: a fixed set of suffix rules generates candidate base forms,
 // and the first candidate found in the list wins. Indices are numbered from 1; 0 means none.
 #pragma once

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // Picture references in a study file: the name of a picture file, without folder and extension, in half-width corner
 // brackets "｢" and "｣".
 #pragma once

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // Reads a text file into lines, or refuses it because of its size, its encoding or, in a study file, one of its lines.
 // All callers that may refuse a text use these functions and build their own messages from the TextRefusal.
 #pragma once

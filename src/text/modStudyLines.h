@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // The lines of a study file: one contiguous text and a table of line starts, together with facts gathered while reading
 // so that no one has to scan the whole text again. Lines are numbered from 1. Positions in the text are 32-bit, which
 // is enough for MostFileBytes.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // Reads tables that other programs write as text: rows of cells with a separator between them (CSV, TSV). Rows and
 // columns are numbered from 1.
 #pragma once

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // The small field "行：" for a line number to go to. Enter goes there; Escape, or moving to another control of the
 // window, closes it.
 #pragma once

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 #include "view/PageAccessible.h"
 
 #include "view/picText.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // Exposes the text area to assistive technology as a read-only text of several lines, in which hidden answers read
 // "空欄".
 #pragma once

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // The colours of the page. Unlike the rest of the study window, it does not use those of the desktop.
 #pragma once
 

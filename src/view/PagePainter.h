@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // Paints a page in device pixels, so that boxes and text are sharp at every screen scaling.
 #pragma once
 

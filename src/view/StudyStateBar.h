@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // The row below the page. It shows the number of answers, the progress, the zoom, the search and the clock. Texts that
 // depend on the page have fixed space reserved: if they wrapped on one page and not on the next, the height of the page
 // would change, which changes the texts again, and so on without end.

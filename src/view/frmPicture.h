@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // Shows one picture that a study file refers to, scaled to fit the screen. Escape or a click closes it.
 #pragma once
 

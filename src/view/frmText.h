@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // The study window: shows one study file with its answers hidden, uncovers them, runs the clock and maintains the
 // session's row in the database. While no file has been chosen, it opens the file selection window.
 #pragma once

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // The study window's handling of answers: showing and hiding, marking hard ones, hints and reading aloud.
 #include "base/modLog.h"
 #include "settings/frmMsg.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // Construction of the study window: its controls, the keyboard shortcuts for what otherwise needs a mouse, its
 // settings, its position and size.
 #include "base/modProduct.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // Navigation in the study window: the scroll bars, the keys that move through the file, and the zoom.
 #include "settings/modZoom.h"
 #include "view/StudyStateBar.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // What can be clicked on the page. The mouse points at it, keys step through it in reading order; both produce the same
 // value.
 #pragma once

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // The part of a file that the window shows: which lines and cells are in view, and how far it can scroll. Lines, rows
 // and pages are numbered from 1, cells from 0.
 #pragma once

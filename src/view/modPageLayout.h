@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // The geometry of the page: a grid of half-width cells and rows of equal height. All lengths are in pixels of the text
 // area; lines and rows are numbered from 1, cells from 0.
 #pragma once

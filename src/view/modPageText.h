@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // The page as text for screen readers. Lines and blanks are numbered from 1.
 #pragma once
 

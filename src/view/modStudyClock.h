@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // The study clock: how long a file has been open, shown in steps of ten seconds.
 #pragma once
 

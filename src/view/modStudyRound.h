@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // The state of studying one file, and the rules by which keys and clicks change it. Lines and blanks are numbered from
 // 1; 0 means none. A key or a click takes the same time whatever the length of the file.
 #pragma once

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // A user's study of one file after another: the open file with its text, the progress, the session's row in the
 // database and the clock.
 #pragma once

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // Converts turns of a mouse wheel into whole steps. A touchpad sends small fractions of a notch, which add up.
 #pragma once
 

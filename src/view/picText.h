@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // The text area of the study window: paints the page and forwards keys, clicks and wheel events. It holds no state of
 // the study itself.
 #pragma once

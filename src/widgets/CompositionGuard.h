@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // Keeps an Enter pressed during an input method's conversion from activating a window's default button. Most input
 // methods consume that key, but some pass it on before the conversion is finished.
 #pragma once

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // Colours that stand out from their background whatever the palette of the desktop. Contrast is defined as in the Web
 // Content Accessibility Guidelines: from 1, no difference, to 21, black on white.
 #pragma once

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // A label that elides the middle of a long text, because the end of a path or file name distinguishes it from others.
 // The tooltip shows the whole text.
 #pragma once

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // A row of controls that wraps when the window is too narrow for it.
 #pragma once
 

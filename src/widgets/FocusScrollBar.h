@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // A scroll bar that shows keyboard focus, which QScrollBar does in no style.
 #pragma once
 

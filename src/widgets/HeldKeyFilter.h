@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // Distinguishes a fresh key press from the repetitions of a held key. Qt usually flags these with isAutoRepeat(). An X
 // server without detectable auto-repeat, however, sends each repetition as a release and a press with the same time,
 // and Qt cannot flag them if the press has not arrived when it processes the release.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // Building blocks of the windows: labels and buttons with the object names by which tests and assistive tools find
 // them, the bottom row of a dialog, and the tab order.
 #pragma once

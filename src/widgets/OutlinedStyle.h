@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // Qt's own style with visible outlines. Qt derives them from a darker shade of the window colour, so that on a dark or
 // high-contrast palette empty boxes, fields and buttons have none.
 #pragma once

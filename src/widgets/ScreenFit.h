@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // Keeps a window's controls within reach, however small the screen or large the desktop's font.
 #pragma once
 

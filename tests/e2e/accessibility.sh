@@ -1,4 +1,7 @@
 #!/usr/bin/env bash
+# SPDX-FileCopyrightText: 2026 The Kotoban developers
+# SPDX-License-Identifier: MIT
+
 # Uses the program by keyboard only and compares what a screen reader is told with what is on the screen.
 #
 #     accessibility.sh APPLICATION_FOLDER

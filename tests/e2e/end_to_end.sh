@@ -1,4 +1,7 @@
 #!/usr/bin/env bash
+# SPDX-FileCopyrightText: 2026 The Kotoban developers
+# SPDX-License-Identifier: MIT
+
 # Runs a study session with the built program in a fresh copy of its folder and checks the database afterwards.
 #
 #     end_to_end.sh APPLICATION_FOLDER

@@ -1,4 +1,7 @@
 #!/usr/bin/env bash
+# SPDX-FileCopyrightText: 2026 The Kotoban developers
+# SPDX-License-Identifier: MIT
+
 # Types ahead, holds Enter down and presses Esc in the built program, on a small screen with a panel on the left; then
 # starts it with a font more than twice as large.
 #

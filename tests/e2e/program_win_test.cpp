@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // End-to-end tests on Windows: the program runs as a process in a folder of its own, is controlled by key presses and
 // observed through the Windows API.
 #include "base/modProduct.h"

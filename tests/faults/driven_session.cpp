@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // Runs the program's own windows with simulated input, for tests that kill it, limit its resources or watch its memory.
 //
 //     driven_session APPLICATION_FOLDER start            starts, prints "runs" or its message, waits for end of input

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // What is preserved when the program is killed at any moment or started twice, when the disk is full or not writable,
 // and when the database is locked or damaged.
 #include "app/modMain.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // The file selection window.
 #include "files/frmFile.h"
 #include "settings/modSettings.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // The window that makes a study file from a table.
 #include "files/frmTable.h"
 #include "support/Rows.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 #include "base/modDateText.h"
 #include "base/modFile.h"
 #include "files/frmFile.h"

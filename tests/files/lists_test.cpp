@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // The lists of hard blanks and of the places where users stopped.
 #include "files/modMarkList.h"
 #include "files/modPlaceList.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // Tests of platform/ on systems other than Windows.
 #include "base/modFile.h"
 #include "base/modLog.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // Tests of platform/ on Windows.
 #include "platform/modProcess.h"
 #include "platform/modProfile.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 #include "platform/modCommandLine.h"
 #include "settings/frmIni.h"
 #include "settings/modCharCode.h"

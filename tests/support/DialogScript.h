@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // Answers the modal windows that a test opens, in the order of the script.
 #pragma once
 

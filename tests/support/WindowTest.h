@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // Fixture for window tests: a temporary folder, recording services and a script that answers dialogs.
 #pragma once
 

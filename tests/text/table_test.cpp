@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 #include "support/Rows.h"
 #include "support/TestFiles.h"
 #include "text/modHtmlText.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // Fixture: the study window with a folder of study files, operated the way a user does.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // What the study window saves for the next day, and what helps in learning: marks, places, hints, undo, reading aloud.
 #include "view/StudyWindowTest.h"
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
 // Rounds of hard blanks only, and undoing a round.
 #include "support/TestFiles.h"
 #include "view/modStudyRound.h"
