@@ -6,10 +6,11 @@
 find_program(PYTHON3 python3)
 find_program(DPKG_QUERY dpkg-query)
 
-# install_sbom(<component> <destination> <parts> [EXCLUDE_FROM_ALL])
+# install_sbom(<component> <destination> <parts> [INSTALLER <package>] [EXCLUDE_FROM_ALL])
 # Parts are the installed packages whose sources are linked into the executable; Qt among them is a static one, beside
 # which lies the list of what is in it.
 function(install_sbom component destination parts)
+    cmake_parse_arguments(ARG "EXCLUDE_FROM_ALL" "INSTALLER" "" ${ARGN})
     if(NOT PYTHON3 OR NOT DPKG_QUERY)
         return()
     endif()
@@ -21,12 +22,19 @@ function(install_sbom component destination parts)
         cmake_path(SET attributions NORMALIZE "${Qt6_DIR}/../../../attributions.json")
         string(APPEND options " --qt-parts \"${attributions}\"")
     endif()
+    if(ARG_INSTALLER)
+        string(APPEND options " --installer \"${ARG_INSTALLER}\"")
+    endif()
+    set(excluded "")
+    if(ARG_EXCLUDE_FROM_ALL)
+        set(excluded EXCLUDE_FROM_ALL)
+    endif()
     set(file "${PROJECT_BINARY_DIR}/packaging/kotoban.cdx.json")
     install(CODE "
         file(MAKE_DIRECTORY \"${PROJECT_BINARY_DIR}/packaging\")
         execute_process(COMMAND \"${PYTHON3}\" \"${PROJECT_SOURCE_DIR}/scripts/sbom.py\" write \"${file}\"
             --version \"${PROJECT_VERSION}\" --program \"$<TARGET_FILE:Kotoban>\" ${options}
             COMMAND_ERROR_IS_FATAL ANY)"
-        COMPONENT ${component} ${ARGN})
-    install(FILES "${file}" DESTINATION "${destination}" COMPONENT ${component} ${ARGN})
+        COMPONENT ${component} ${excluded})
+    install(FILES "${file}" DESTINATION "${destination}" COMPONENT ${component} ${excluded})
 endfunction()

@@ -50,7 +50,7 @@ LICENCES = {
     "libxcb": "MIT",
     "libxkbcommon": "MIT",
     "mingw-w64": "ZPL-2.1 AND MIT AND BSD-3-Clause",
-    "nsis": "Zlib",
+    "nsis": "Zlib AND CPL-1.0",
     "pcre2": "BSD-3-Clause",
     "qt6-base": "LGPL-3.0-only OR GPL-2.0-only OR GPL-3.0-only",
     "sqlite3": "blessing",
@@ -177,10 +177,10 @@ def source_component(source, version, note):
     }
 
 
-def held_components(packages):
+def held_components(packages, place):
     """The source packages that installed packages were built from, each once."""
     sources = {output_of("dpkg-query", "-W", "-f", "${source:Package}=${source:Version}", name) for name in packages}
-    return [source_component(*source.split("=", 1), "in the executable") for source in sorted(sources)]
+    return [source_component(*source.split("=", 1), place) for source in sorted(sources)]
 
 
 def qt_part_component(part, qt):
@@ -246,13 +246,14 @@ def needed_components(program):
 
 
 def write_sbom(arguments):
-    held = held_components(arguments.holds)
+    held = held_components(arguments.holds, "in the executable")
     parts = []
     if arguments.qt_parts:
         qt = next(component for component in held if component["name"].startswith("qt"))
         with open(arguments.qt_parts, encoding="utf-8") as file:
             parts = [qt_part_component(part, qt) for part in json.load(file)]
     needed = needed_components(arguments.program)
+    needed += held_components(arguments.installer, "in the installer and the uninstaller")
     references = {component["bom-ref"]: [] for component in [*held, *parts, *needed]}
     if parts:
         references[qt["bom-ref"]] = [part["bom-ref"] for part in parts]
@@ -301,6 +302,7 @@ def main():
     write.add_argument("--version", required=True)
     write.add_argument("--program", required=True)
     write.add_argument("--holds", action="append", default=[])
+    write.add_argument("--installer", action="append", default=[])
     write.add_argument("--qt-parts")
     write.set_defaults(run=write_sbom)
     arguments = parser.parse_args()

@@ -12,7 +12,7 @@ import sys
 
 # Names of SPDX that may stand in a licence expression here; a misspelt one is found by no reader.
 SPDX = {
-    "AFL-2.1", "Apache-2.0", "BSD-1-Clause", "BSD-2-Clause", "BSD-3-Clause", "BSD-4-Clause", "CC0-1.0", "FTL",
+    "AFL-2.1", "Apache-2.0", "BSD-1-Clause", "BSD-2-Clause", "BSD-3-Clause", "BSD-4-Clause", "CC0-1.0", "CPL-1.0", "FTL",
     "GPL-2.0-only", "GPL-2.0-or-later", "GPL-3.0-only", "GPL-3.0-or-later", "HPND", "HPND-sell-variant", "IJG",
     "Imlib2", "LGPL-2.1-or-later", "LGPL-3.0-only", "Libpng", "MIT", "MIT-open-group", "MPL-1.1", "Unicode-DFS-2016", "X11", "ZPL-2.1", "Zlib",
     "blessing", "bzip2-1.0.6", "libpng-2.0",
