@@ -1,8 +1,8 @@
 # SPDX-FileCopyrightText: 2026 The Kotoban developers
 # SPDX-License-Identifier: MIT
 
-# The application folder: the executable with everything it needs beside it. The build makes one in
-# ${PROJECT_BINARY_DIR}/Kotoban, the installation the same one at the prefix.
+# The application folder: the executable with everything it needs beside it. The build lays it out in
+# ${PROJECT_BINARY_DIR}/Kotoban, the installation at the prefix.
 set(KOTOBAN_FOLDER "${PROJECT_BINARY_DIR}/Kotoban")
 set(LAY_OUT_COMMAND "${CMAKE_COMMAND}" "-DASSETS=${PROJECT_SOURCE_DIR}/assets")
 

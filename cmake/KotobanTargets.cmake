@@ -1,8 +1,8 @@
 # SPDX-FileCopyrightText: 2026 The Kotoban developers
 # SPDX-License-Identifier: MIT
 
-# How this project's own targets are compiled and tested. The options stand on a target of their own, so that only
-# our code is held to them.
+# How this project's own targets are compiled and tested. The options are on a separate target, so that they apply to
+# our code only.
 add_library(kotoban_options INTERFACE)
 target_include_directories(kotoban_options INTERFACE "${PROJECT_SOURCE_DIR}/src")
 target_compile_definitions(kotoban_options INTERFACE QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_KEYWORDS
@@ -31,14 +31,14 @@ if(KOTOBAN_FUZZ)
 endif()
 
 # kotoban_library(<name> SOURCES <file>... [LINK <target>...])
-# A static library of one folder. LINK names what it uses; what that links comes along.
+# The static library of one folder. LINK names the targets that it uses, whose dependencies are linked as well.
 function(kotoban_library name)
     cmake_parse_arguments(ARG "" "" "SOURCES;LINK" ${ARGN})
     add_library(${name} STATIC ${ARG_SOURCES})
     target_link_libraries(${name} PUBLIC ${ARG_LINK} PRIVATE kotoban_options)
 endfunction()
 
-# Where the windows of the tests stand. Qt's offscreen platform knows no fonts of Windows.
+# The Qt platform that the tests run on. The offscreen one does not find the fonts of Windows.
 set(KOTOBAN_TEST_PLATFORM offscreen)
 if(WIN32)
     set(KOTOBAN_TEST_PLATFORM windows)

@@ -1,9 +1,9 @@
 # SPDX-FileCopyrightText: 2026 The Kotoban developers
 # SPDX-License-Identifier: MIT
 
-# Fills an application folder. ASSETS: folder of the assets; FOLDER: the folder to fill. A learner's files live in the
-# same folders: what is already there stays as it is, except the help pages, which belong to the program. There is no
-# database in it: the program makes one where none ever was, and an archive that is unpacked again replaces none.
+# Fills an application folder. ASSETS: folder of the assets; FOLDER: the folder to fill. Users' files are in the same
+# folders, so existing files stay unchanged, except the help pages, which belong to the program. No database is
+# included: the program creates one if there never was one, and unpacking an archive again overwrites none.
 foreach(name db db_backup txt rec wav htm)
     file(MAKE_DIRECTORY "${FOLDER}/${name}")
 endforeach()

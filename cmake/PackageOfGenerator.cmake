@@ -1,12 +1,12 @@
 # SPDX-FileCopyrightText: 2026 The Kotoban developers
 # SPDX-License-Identifier: MIT
 
-# Read by cpack once for each kind of package.
+# Run by cpack once for each kind of package.
 if(CPACK_GENERATOR STREQUAL "DEB")
     string(REPLACE ";ALL;" ";system;" CPACK_INSTALL_CMAKE_PROJECTS "${CPACK_INSTALL_CMAKE_PROJECTS}")
     set(CPACK_PACKAGING_INSTALL_PREFIX "/usr")
 else()
-    # In a folder with the version in its name: unpacked beside an older one, never over a learner's files.
+    # The folder has the version in its name, so that it is unpacked beside an older one, never over a user's files.
     string(REPLACE ";ALL;/" ";portable;/Kotoban-${CPACK_PACKAGE_VERSION}" CPACK_INSTALL_CMAKE_PROJECTS
         "${CPACK_INSTALL_CMAKE_PROJECTS}")
     set(CPACK_INCLUDE_TOPLEVEL_DIRECTORY OFF)

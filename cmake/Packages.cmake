@@ -1,11 +1,11 @@
 # SPDX-FileCopyrightText: 2026 The Kotoban developers
 # SPDX-License-Identifier: MIT
 
-# The packages. Component portable, which the application folder belongs to, is the archive: a folder that runs from any
-# writable place. On Linux its program has a static Qt, so that it runs whatever Qt the machine has. Component system is
-# the Debian package: the program for all users, and a launcher that gives each of them an application folder.
+# The packages. The component "portable", which includes the application folder, is the archive: a folder that runs from
+# any writable place. On Linux its program contains a static Qt, so that it does not depend on the machine's Qt. The component
+# "system" is the Debian package: the program for all users, and a launcher that creates an application folder for each.
 set(PACKAGE_CONTACT "Kotoban developers <kotoban@example.org>")
-# The repository can be read there; so can the pictures that software centres show.
+# Serves the repository, including the pictures that software centres show.
 set(PACKAGE_HOMEPAGE "https://kotoban.example.org")
 set(packaging "${PROJECT_SOURCE_DIR}/packaging")
 set(made "${PROJECT_BINARY_DIR}/packaging")
@@ -13,7 +13,7 @@ install(FILES "${PROJECT_SOURCE_DIR}/LICENSE" DESTINATION . COMPONENT portable)
 include(Sbom)
 
 if(CMAKE_SYSTEM_NAME STREQUAL "Linux")
-    # Now, or the moment that SOURCE_DATE_EPOCH names.
+    # The current time, or SOURCE_DATE_EPOCH if that is set.
     string(TIMESTAMP RELEASE_DATE "%Y-%m-%d" UTC)
     string(TIMESTAMP RELEASE_MOMENT "%a, %d %b %Y %H:%M:%S +0000" UTC)
 
@@ -22,13 +22,13 @@ if(CMAKE_SYSTEM_NAME STREQUAL "Linux")
         install(${ARGN} COMPONENT system EXCLUDE_FROM_ALL)
     endfunction()
 
-    # Without name and time in the compressed file, so that the same source gives the same package.
+    # Without name and time in the compressed file, so that packages are reproducible.
     function(install_compressed file destination name)
         execute_process(COMMAND gzip -9nc "${file}" OUTPUT_FILE "${made}/${name}.gz" COMMAND_ERROR_IS_FATAL ANY)
         install_system(FILES "${made}/${name}.gz" DESTINATION "${destination}")
     endfunction()
 
-    # The archive's menu entry is made where it was unpacked, of what the package's one says.
+    # The archive's install.sh creates its menu entry from the package's, less the lines with paths.
     file(READ "${packaging}/org.kotoban.kotoban.desktop" ENTRY)
     string(REGEX REPLACE "\n(Exec|TryExec|Icon)=[^\n]*" "" ENTRY "${ENTRY}")
     configure_file("${packaging}/install.sh.in" "${made}/install.sh" @ONLY)
@@ -40,7 +40,7 @@ if(CMAKE_SYSTEM_NAME STREQUAL "Linux")
     install_system(TARGETS Kotoban RUNTIME DESTINATION lib/kotoban)
     install_system(PROGRAMS "${packaging}/kotoban.sh" DESTINATION bin RENAME kotoban)
 
-    # What the launcher fills a learner's folder from: an application folder without its executable.
+    # What the launcher fills a user's folder with: an application folder without its executable.
     install_system(CODE "
         file(REMOVE_RECURSE \"${made}/folder\")
         set(ASSETS \"${PROJECT_SOURCE_DIR}/assets\")
@@ -72,13 +72,13 @@ if(WIN32)
     install(FILES "${packaging}/windows/お読みください.txt" DESTINATION . COMPONENT portable)
 endif()
 if(WIN32 AND NOT CMAKE_HOST_WIN32)
-    # The file that goes into the package, after it was stripped.
+    # Signs the file that goes into the package, after it has been stripped.
     install(CODE "
         execute_process(COMMAND \"${PROJECT_SOURCE_DIR}/scripts/sign.sh\"
             \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/Kotoban.exe\" COMMAND_ERROR_IS_FATAL ANY)"
         COMPONENT portable)
 endif()
-# What is inside the executable comes from this machine's packages, and their licences with it.
+# The libraries inside the executable come from this machine's packages, and so do their licences.
 set(parts)
 set(installer)
 if(WIN32 AND CMAKE_CROSSCOMPILING)
@@ -122,8 +122,8 @@ set(CPACK_PACKAGE_DESCRIPTION "\
 Kotoban opens a plain text file in which every word to learn is written in
 square brackets, and hides those words behind boxes. The learner recalls a
 word and uncovers it with Enter or the mouse, while a clock runs. Each session
-is recorded in a database of the learner's own, from which the program shows
-the week's study and writes reports. The user interface is Japanese.
+is recorded in the learner's own database, from which the program shows the
+week's study and writes reports. The user interface is Japanese.
 
 瞬記帳：自分で書いた文章の穴埋めで覚えるための学習ソフトです。")
 set(CPACK_RESOURCE_FILE_LICENSE "${PROJECT_SOURCE_DIR}/LICENSE")
@@ -148,11 +148,11 @@ set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_RELEASE 1)
 set(CPACK_DEBIAN_PACKAGE_SECTION education)
 set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
-# The libraries are found out from the program itself.
+# The dependencies on libraries are read from the program itself.
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_DEPENDS "fonts-ipafont-gothic | fonts-japanese-gothic, xdg-utils")
-# Sounds; the window in which the launcher says why there is no start.
+# For sounds, and for the window in which the launcher says why it cannot start the program.
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "pulseaudio-utils | pipewire-bin | alsa-utils, zenity | kdialog")
-# The voice; editors that keep the character code of study files.
+# For the voice, and editors that keep the encoding of study files.
 set(CPACK_DEBIAN_PACKAGE_SUGGESTS "speech-dispatcher | espeak-ng, gedit | kate | kwrite | l3afpad")
 include(CPack)

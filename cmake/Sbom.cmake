@@ -1,14 +1,15 @@
 # SPDX-FileCopyrightText: 2026 The Kotoban developers
 # SPDX-License-Identifier: MIT
 
-# What a package holds and needs (its SBOM), written as the package is made: the executable itself names the shared
-# libraries that it needs. Versions come from Debian's package database; a system without one gets no such list.
+# The SBOM of a package: what it contains and needs. Written while the package is built, since the shared libraries are
+# read from the executable. Versions come from Debian's package database; systems without one get no SBOM.
 find_program(PYTHON3 python3)
 find_program(DPKG_QUERY dpkg-query)
 
 # install_sbom(<component> <destination> <parts> [INSTALLER <package>] [EXCLUDE_FROM_ALL])
-# Parts are the installed packages whose sources are linked into the executable; Qt among them is a static one, beside
-# which lies the list of what is in it.
+# <parts> are the installed packages whose sources are linked into the executable. A Qt among them is a static one and
+# has the list of its own parts (attributions.json) beside it. <package> is the one
+# whose code is in the installer and the uninstaller.
 function(install_sbom component destination parts)
     cmake_parse_arguments(ARG "EXCLUDE_FROM_ALL" "INSTALLER" "" ${ARGN})
     if(NOT PYTHON3 OR NOT DPKG_QUERY)

@@ -1,8 +1,8 @@
 # SPDX-FileCopyrightText: 2026 The Kotoban developers
 # SPDX-License-Identifier: MIT
 
-# Builds for this Linux with the libraries linked in that not every desktop has, each of them from the distribution's own
-# static one. What stays outside is what every X11 desktop has: libc, libxcb, fontconfig and FreeType.
+# Builds for this Linux, statically linking the libraries that not every desktop has, each in the distribution's static
+# version. libc, libxcb, fontconfig and FreeType, which every X11 desktop has, stay shared.
 execute_process(COMMAND cc -print-multiarch OUTPUT_VARIABLE multiarch OUTPUT_STRIP_TRAILING_WHITESPACE
     COMMAND_ERROR_IS_FATAL ANY)
 set(libraries "/usr/lib/${multiarch}")
@@ -18,8 +18,8 @@ set(PNG_LIBRARY_RELEASE "${libraries}/libpng16.a" CACHE FILEPATH "")
 set(SQLite3_LIBRARY "${libraries}/libsqlite3.a" CACHE FILEPATH "")
 set(ZLIB_LIBRARY_RELEASE "${libraries}/libz.a" CACHE FILEPATH "")
 
-# libxcb-image needs it, which nobody tells CMake; at the end of the command line it is found.
+# libxcb-image needs it, but CMake does not know that; the linker finds it at the end of the command line.
 set(CMAKE_CXX_STANDARD_LIBRARIES_INIT "${libraries}/libxcb-util.a")
 
-# None of this is seen from outside: a library of the system that uses one of these as well takes the system's.
+# None of these is exported, so that a system library that also uses one of them gets the system's.
 set(CMAKE_EXE_LINKER_FLAGS_INIT "-static-libstdc++ -static-libgcc -Wl,--exclude-libs,ALL -Wl,--gc-sections")

@@ -1,9 +1,9 @@
 # SPDX-FileCopyrightText: 2026 The Kotoban developers
 # SPDX-License-Identifier: MIT
 
-# Builds for Windows on 64-bit processors with Debian's MinGW-w64. Of its two threading models it takes the one that has
-# std::thread. Everything that the compiler brings along goes into the executable, so that it needs no library beside it;
-# symbols for a debugger do not.
+# Builds for 64-bit Windows with Debian's MinGW-w64, using the one of its two threading models that has std::thread. The
+# compiler's libraries are linked statically, so that the executable needs no library beside it. Debug symbols are
+# stripped.
 set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_SYSTEM_PROCESSOR x86_64)
 
@@ -12,7 +12,7 @@ set(CMAKE_CXX_COMPILER x86_64-w64-mingw32-g++-posix)
 set(CMAKE_RC_COMPILER x86_64-w64-mingw32-windres)
 set(CMAKE_EXE_LINKER_FLAGS_INIT "-static -s")
 
-# Programs run here and are found here; whatever goes into the executable must not be.
+# Tools run on the host and are found there; whatever goes into the executable must not come from there.
 list(APPEND CMAKE_FIND_ROOT_PATH /usr/x86_64-w64-mingw32 ${CMAKE_PREFIX_PATH})
 set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
 set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
