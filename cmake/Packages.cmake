@@ -2,8 +2,9 @@
 # SPDX-License-Identifier: MIT
 
 # The packages. The component "portable", which includes the application folder, is the archive: a folder that runs from
-# any writable place. On Linux its program contains a static Qt, so that it does not depend on the machine's Qt. The component
-# "system" is the Debian package: the program for all users, and a launcher that creates an application folder for each.
+# any writable place. On Linux its program contains a static Qt, so that it does not depend on the machine's Qt. The
+# component "system" is the Debian package: the program for all users, and a launcher that creates an application folder
+# for each.
 set(PACKAGE_CONTACT "Kotoban developers <kotoban@example.org>")
 # Serves the repository, including the pictures that software centres show.
 set(PACKAGE_HOMEPAGE "https://kotoban.example.org")

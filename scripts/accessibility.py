@@ -1,13 +1,13 @@
 #!/usr/bin/python3
 # SPDX-FileCopyrightText: 2026 The Kotoban developers
 # SPDX-License-Identifier: MIT
-"""What assistive technology is told by the running program. Needs the bus of AT-SPI.
+"""Checks what the running program reports to assistive technology. Needs the AT-SPI bus.
 
-accessibility.py names   fails where a control of a window has no name that a learner understands
+accessibility.py names   fails if a control of a window has no name that a user understands
 accessibility.py page    prints the text of the page
-accessibility.py caret   prints the rest of the line that its caret is on
-accessibility.py how     prints how the page is shown
-accessibility.py places  fails where a point on the page is not told to be the character that is painted there
+accessibility.py caret   prints the text from the caret to the end of its line
+accessibility.py how     prints the description of how the page is shown
+accessibility.py places  fails if the character reported at a point of the page is not the one painted there
 """
 
 import sys
@@ -23,7 +23,7 @@ CONTROLS = {"push button", "check box", "radio button", "text", "list", "scroll 
 
 
 def objects(parent):
-    """An object and all below it that are shown."""
+    """Yields an object and its visible descendants."""
     yield parent
     for i in range(parent.get_child_count()):
         child = parent.get_child_at_index(i)
@@ -51,12 +51,12 @@ def check_names():
         for each in objects(window):
             if each.get_role_name() in CONTROLS:
                 seen += 1
-                # A font size is a number; its name says of what.
+                # A font size shows only a number, so its name must say of what.
                 if not is_understood(each.get_name()):
                     nameless.append(f"{window.get_name()}: {each.get_role_name()} '{each.get_name()}'")
     print(f"{seen} controls")
     for each in nameless:
-        print("without a name:", each)
+        print("no name that a user understands:", each)
     return 0 if seen > 0 and not nameless else 1
 
 
@@ -80,13 +80,13 @@ def check_places():
         place = Atspi.Text.get_character_extents(page(), offset, Atspi.CoordType.SCREEN)
         if character == "\n" or place.width <= 0:
             continue  # out of view at the left or the right
-        # What stands for a hidden answer is in one place as a whole.
+        # All characters of the placeholder for a hidden answer report the same extents.
         first = first_at.setdefault((place.x, place.y, place.width), offset)
         at = (place.x + place.width // 2, place.y + place.height // 2)
-        told = Atspi.Text.get_offset_at_point(page(), *at, Atspi.CoordType.SCREEN)
-        if not area.x <= at[0] < area.x + area.width or told != first:
+        reported = Atspi.Text.get_offset_at_point(page(), *at, Atspi.CoordType.SCREEN)
+        if not area.x <= at[0] < area.x + area.width or reported != first:
             wrong += 1
-            print(f"offset {offset} '{character}' is at {at}, where {told} is told")
+            print(f"offset {offset} '{character}' is at {at}, where offset {reported} is reported")
     return 1 if wrong or not first_at else 0
 
 

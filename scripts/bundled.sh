@@ -2,22 +2,22 @@
 # SPDX-License-Identifier: MIT
 
 # shellcheck shell=bash disable=SC2154
-# Sourced by what builds a static Qt: brings the copies of libraries in Qt's source up to date. Needs say and
-# install_missing of setup.sh, source_of and fetch_source of windows.sh, and the folder cache.
+# Sourced by static_qt.sh: updates the copies of libraries in Qt's source. Needs say of setup.sh, source_of and
+# fetch_source of static_qt.sh, and the variable cache.
 
-# renew_libpng SOURCE: puts the distribution's libpng in the place of the copy in the source of a Qt. Security fixes come
-# to the distribution first, and pictures are files from elsewhere. Qt's configuration of it (pnglibconf.h) stays, and so
-# does the whole copy where the versions differ: the distribution's newer Qt then has a newer copy. The file SOURCE tells
-# the SBOM where the copy is from.
+# renew_libpng SOURCE: replaces the copy of libpng in Qt's source with the distribution's libpng. Security fixes reach
+# the distribution first, and pictures are untrusted files. Qt's configuration of it (pnglibconf.h) is kept, and so is
+# the whole copy if the versions differ, since the distribution's newer Qt then has a newer copy. The file SOURCE in the
+# copy records its origin for the SBOM.
 renew_libpng() {
     local copy=$1/src/3rdparty/libpng package fetched=$cache/work/libpng file name
     [[ ! -e $copy/SOURCE ]] || return 0
     package=$(source_of libpng-dev)
     rm -rf "$fetched"
-    # A mirror may lack the sources of the security updates; what the last point release holds is the next best.
+    # A mirror may lack the sources of security updates; the next best are those of the last point release.
     fetch_source "$package" "$fetched" || true
     if [[ ! -d $fetched ]]; then
-        say "the source of $package cannot be had: taking the one of the last point release"
+        say "the source of $package is not available: using that of the last point release"
         # shellcheck source=/dev/null
         fetch_source "${package%=*}/$(source /etc/os-release && printf %s "$VERSION_CODENAME")" "$fetched"
     fi

@@ -2,11 +2,11 @@
 # SPDX-License-Identifier: MIT
 
 # shellcheck shell=bash disable=SC2034
-# Sourced by what uses the program as a learner would: a virtual X server of its own with a window manager, and what it
-# takes to find windows there, to type into them and to take pictures. Screenshots go into the folder $screenshots.
+# Sourced by scripts that use the program as a user would: starts a private virtual X server with a window manager,
+# finds windows there, types into them and takes screenshots, which go into the folder $screenshots.
 
-# Nothing here concerns the desktop of whoever starts this, and its settings must not change how it goes.
-# libdbus leaks memory where it has to look for a bus in vain.
+# Keeps the caller's desktop and its settings out of the session. Without an address libdbus would search for a bus, and
+# it leaks memory when it finds none.
 unset DISPLAY WAYLAND_DISPLAY
 export DBUS_SESSION_BUS_ADDRESS=${STUDY_BUS:-disabled:}
 export QT_QPA_PLATFORM=xcb
@@ -34,7 +34,7 @@ fail() {
     exit 1
 }
 
-# wait_for WHAT COMMAND...: until the command succeeds, 20 seconds at most.
+# wait_for WHAT COMMAND...: waits until the command succeeds, and fails after 20 seconds.
 wait_for() {
     local what=$1 tries
     shift
@@ -43,14 +43,15 @@ wait_for() {
         [[ -z $program ]] || kill -0 "$program" 2>/dev/null || fail "the program ended early"
         sleep 0.1
     done
-    fail "waited in vain for $what"
+    fail "timed out waiting for $what"
 }
 
 is_managed() {
     xprop -root _NET_SUPPORTING_WM_CHECK | grep 'window id'
 }
 
-# window TITLE: the number of a window by a pattern of its title, which a program without Xlib sets only in the newer way.
+# window TITLE: prints the id of the window whose title matches the pattern. Reads _NET_WM_NAME, since a program without
+# Xlib does not set the older WM_NAME.
 window() {
     local id title
     for id in $(xprop -root _NET_CLIENT_LIST | grep -o '0x[0-9a-f]*'); do
@@ -69,30 +70,30 @@ is_focused() {
 }
 
 shoot() {
-    sleep 0.3 # what was painted last must have reached the screen
+    sleep 0.3 # time for the last repaint to reach the screen
     import -window root "$screenshots/$1.png"
 }
 
-# start_desktop [SIZE [LEFT]]: starts the X server, 1280x900 or as large as given, and its window manager, which keeps a
-# strip of LEFT pixels at the left free for a panel. They end with this script.
+# start_desktop [SIZE [LEFT]]: starts an X server of that size (default: 1280x900) and a window manager, which keeps a
+# strip of LEFT pixels on the left free for a panel. Both end with this script.
 start_desktop() {
     local size=${1:-1280x900} left=${2:-0}
-    # A server that resets itself when its last client leaves would take the window manager along that is just coming.
+    # -noreset: a server that resets when its last client leaves would also drop the window manager, just connecting.
     Xvfb -displayfd 3 -screen 0 "${size}x24" -nolisten tcp -noreset 3>"$work/display" >/dev/null 2>&1 &
     x_server=$!
     pids+=("$x_server")
     wait_for "the X server" test -s "$work/display"
     DISPLAY=:$(cat "$work/display")
     export DISPLAY
-    # Without a window manager nobody could ask a window to close. Its own settings are those in which Alt+F4 does that.
+    # Windows can be asked to close only through a window manager; with its default settings Alt+F4 does that.
     sed "s|<left>0</left>|<left>$left</left>|" /etc/xdg/openbox/rc.xml >"$work/rc.xml"
     openbox --sm-disable --config-file "$work/rc.xml" >/dev/null 2>&1 &
     pids+=($!)
     wait_for "the window manager" is_managed
 }
 
-# start_program APPLICATION_FOLDER: its executable, or the command KOTOBAN_START. The one for Windows runs under Wine, all
-# of whose programs must be on this display.
+# start_program APPLICATION_FOLDER: starts its executable, or the command KOTOBAN_START. A Windows executable runs under
+# Wine, whose running processes are ended first, since all must be on this display.
 start_program() {
     local command=("${KOTOBAN_START:-$1/Kotoban}")
     if [[ -e $1/Kotoban.exe ]]; then
@@ -105,7 +106,7 @@ start_program() {
     pids+=("$program")
 }
 
-# wait_for_end STATUS: waits for the end of the program, which must have that exit status.
+# wait_for_end STATUS: waits until the program ends; fails if its exit status is another one.
 wait_for_end() {
     local status=0
     timeout 20 tail --pid="$program" -s 0.1 -f /dev/null || fail "the program did not end"
@@ -114,7 +115,7 @@ wait_for_end() {
     program=
 }
 
-# row_of FOLDER NAME: the place of a study file in the program's list, 1 the first. Kanji are sorted as JIS numbers them.
+# row_of FOLDER NAME: prints the row of a study file in the program's list, counted from 1. Kanji are in JIS order.
 row_of() {
     local names
     names=$(shopt -s nocaseglob && cd "$1/txt" && printf '%s\n' *.txt | iconv -f UTF-8 -t CP932 | LC_ALL=C sort -f |
@@ -123,7 +124,7 @@ row_of() {
     grep -nxF -e "$2" <<<"$names" | cut -d: -f1
 }
 
-# press COUNT KEY: one after the other, as fast as a hand can.
+# press COUNT KEY: presses a key several times, as fast as a person can.
 press() {
     local i
     for ((i = 0; i < $1; i++)); do
@@ -132,7 +133,7 @@ press() {
     done
 }
 
-# log_in USER: from the user selection to the file selection.
+# log_in USER: goes from the user selection to the file selection.
 log_in() {
     wait_for "the user selection" is_focused 'ログイン画面$'
     xdotool type "$1"
@@ -140,7 +141,7 @@ log_in() {
     wait_for "the file selection" is_focused '^ファイル選択 Ver'
 }
 
-# choose_row ROW: in the file selection.
+# choose_row ROW: selects a row of the file selection, counted from 1.
 choose_row() {
     xdotool key Home
     press $(($1 - 1)) Down

@@ -1,12 +1,12 @@
 #!/usr/bin/env python3
 # SPDX-FileCopyrightText: 2026 The Kotoban developers
 # SPDX-License-Identifier: MIT
-"""Draws which folder of src/ includes which, from the #include lines themselves.
+"""Draws which folder of src/ includes which, read from the #include lines.
 
-    draw_rooms.py [FILE]    FILE is docs/rooms.svg without an argument; "-" is the standard output
+    draw_rooms.py [FILE]    default: docs/rooms.svg; "-" is standard output
 
-Each room is a row, below all rooms that include it. A line leads right from a room; each dot on it stands for a room
-that it includes, and the arrow below the dot leads there.
+Each room (a folder of src/) is a row, below all rooms that include it. A line leads right from a room; each dot on it
+stands for a room that it includes, and the arrow below the dot points to that room.
 """
 import re
 import sys
@@ -24,7 +24,7 @@ STYLE = """
 
 
 def rooms_included(source):
-    """Each room with the other rooms that its files include."""
+    """Maps each room to the other rooms that its files include."""
     rooms = {folder.name: set() for folder in source.iterdir() if folder.is_dir()}
     for file in source.glob("*/**/*.*"):
         if file.suffix in (".cpp", ".h"):
@@ -36,14 +36,14 @@ def rooms_included(source):
 
 
 def in_order(rooms):
-    """The rooms from the top down: each after those that include it."""
+    """The rooms from top to bottom: each after all those that include it."""
     order = []
     left = set(rooms)
     while left:
         free = [room for room in left if not any(room in rooms[user] for user in left)]
         if not free:
-            sys.exit("these include each other in a circle: " + " ".join(sorted(left)))
-        # Of several, the one that includes most, so that the lines are short.
+            sys.exit("these rooms include each other in a cycle: " + " ".join(sorted(left)))
+        # Of several candidates, the one that includes most, so that the lines are short.
         order.append(min(free, key=lambda room: (-len(rooms[room]), room)))
         left.remove(order[-1])
     return order

@@ -2,7 +2,7 @@
 # SPDX-FileCopyrightText: 2026 The Kotoban developers
 # SPDX-License-Identifier: MIT
 
-# Makes the icons of all sizes, and the one for Windows, from the drawing assets/icon/kotoban.svg.
+# Creates the icons of all sizes, and the Windows icon, from the drawing assets/icon/kotoban.svg.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 # shellcheck source=scripts/setup.sh
@@ -15,4 +15,4 @@ for size in 16 20 24 32 40 48 64 128 256; do
     optipng -quiet -strip all "kotoban-$size.png"
 done
 icotool --create --output=kotoban.ico kotoban-{16,20,24,32,40,48,64}.png --raw=kotoban-256.png
-say "made in assets/icon: $(echo kotoban-*.png kotoban.ico)"
+say "created in assets/icon: $(echo kotoban-*.png kotoban.ico)"

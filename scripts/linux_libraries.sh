@@ -2,7 +2,7 @@
 # SPDX-License-Identifier: MIT
 
 # shellcheck shell=bash disable=SC2034
-# Sourced by ./package: makes what the Linux program of the archive is built from, each part once, in a cache outside the
+# Sourced by ./package: builds the libraries for the program of the Linux archive, each once, in a cache outside the
 # repository. Needs say of setup.sh.
 # shellcheck source=scripts/static_qt.sh
 source scripts/static_qt.sh
@@ -17,7 +17,7 @@ compiler=gcc
 toolchain=$PWD/cmake/linux-static.cmake
 hardening+=" -D_FORTIFY_SOURCE=2 -fcf-protection"
 
-# D-Bus is for input methods, assistive technology and desktop portals; its library is loaded where there is one.
+# Qt needs D-Bus for input methods, assistive technology and desktop portals; it loads the library if there is one.
 linux_qt_options=(-DCMAKE_BUILD_TYPE=Release -DQT_FORCE_FIND_TOOLS=ON -DFEATURE_xcb=ON -DINPUT_dbus=runtime
     -DFEATURE_accessibility_atspi_bridge=ON -DFEATURE_fontconfig=ON -DFEATURE_system_freetype=ON)
 for feature in backtrace directfb eglfs evdev glib gtk3 icu journald kms libinput libudev linuxfb mtdev syslog \
@@ -28,7 +28,8 @@ for library in jpeg pcre2 png xcb_xinput zlib; do
     linux_qt_options+=("-DFEATURE_system_$library=ON")
 done
 
-# build_xkbcommon: leaves its folder in xkbcommon_folder. The distribution has no static one.
+# build_xkbcommon: builds a static libxkbcommon, which the distribution does not have, and sets xkbcommon_folder to its
+# folder.
 build_xkbcommon() {
     local package options=(--prefix=/usr --libdir=lib --buildtype=release --default-library=static -Denable-docs=false
         -Denable-tools=false -Denable-wayland=false -Denable-xkbregistry=false -Dxkb-config-root=/usr/share/X11/xkb
@@ -44,7 +45,7 @@ build_xkbcommon() {
         meson setup "${options[@]}" "$source/build" "$source"
     logged "$xkbcommon_folder.log" ninja -C "$source/build"
     DESTDIR=$stage meson install -C "$source/build" --quiet
-    # It brings the static libxcb-xkb along, or those who link it would find the shared one first.
+    # The static libxcb-xkb goes beside it, or programs that link both would find the shared one first.
     cp "/usr/lib/$(dpkg-architecture -q DEB_HOST_MULTIARCH)/libxcb-xkb.a" "$stage/usr/lib/"
     sed -i "s|^prefix=.*|prefix=$xkbcommon_folder|" "$stage"/usr/lib/pkgconfig/*.pc
     mv "$stage/usr" "$xkbcommon_folder"
@@ -53,7 +54,7 @@ build_xkbcommon() {
 
 make_linux_libraries() {
     mkdir -p "$cache/work"
-    # Two builds at a time would write into each other's folders.
+    # Concurrent builds would write into each other's folders.
     exec 9>"$cache/lock"
     flock 9
     build_xkbcommon

@@ -1,12 +1,12 @@
 #!/usr/bin/env python3
 # SPDX-FileCopyrightText: 2026 The Kotoban developers
 # SPDX-License-Identifier: MIT
-"""Packs all that is in a folder into a .tar.gz or a .zip that depends on nothing but names and contents.
+"""Packs the contents of a folder into a reproducible .tar.gz or .zip: it depends only on names, contents and the time.
 
     pack.py FOLDER ARCHIVE
 
-Every file bears the moment that SOURCE_DATE_EPOCH names (now, without it), belongs to nobody in particular, and may be
-read by all and written by its owner. Whoever may execute it here may do so there.
+Every file gets the time SOURCE_DATE_EPOCH (default: now) and no owner, is readable by all and writable by its owner.
+It is executable by all if its owner may execute it here.
 """
 import gzip
 import os
@@ -45,10 +45,10 @@ def make_zip(root, paths, archive):
         for path in paths:
             name = str(path.relative_to(root)) + ("/" if path.is_dir() else "")
             entry = zipfile.ZipInfo(name, time.gmtime(MOMENT)[:6])
-            entry.create_system = 3  # Unix, whose permissions these are
+            entry.create_system = 3  # Unix, so that the permissions below are used
             entry.external_attr = (path.stat().st_mode & ~0o7777 | mode_of(path)) << 16
             if path.is_dir():
-                entry.external_attr |= 0x10  # a folder for MS-DOS
+                entry.external_attr |= 0x10  # the directory flag of MS-DOS
                 zipped.writestr(entry, b"")
             else:
                 entry.compress_type = zipfile.ZIP_DEFLATED
