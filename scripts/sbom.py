@@ -1,18 +1,18 @@
 #!/usr/bin/env python3
 # SPDX-FileCopyrightText: 2026 The Kotoban developers
 # SPDX-License-Identifier: MIT
-"""Writes the list of what a package of the program holds and needs, as CycloneDX 1.5 (a software bill of materials).
+"""Writes the software bill of materials (SBOM) of a package, what it contains and needs, as CycloneDX 1.5.
 
     sbom.py qt-parts SOURCE BUILD FILE
-        After a build of a static Qt: FILE gets the parts from elsewhere that went into its libraries and plugins, out
-        of the attribution files in its source. Ninja knows which of their files were compiled.
+        After a build of a static Qt: lists in FILE the third-party parts of its libraries and plugins, from the
+        attribution files in its source. Ninja's records say which of their files were compiled.
 
     sbom.py write FILE --version VERSION --program PROGRAM [--holds PACKAGE]... [--qt-parts FILE]
-        FILE gets the list for a package with the executable PROGRAM. --holds names an installed package whose source is
-        linked in; the shared libraries that PROGRAM needs are read from it, where it is one for this system.
+        Writes to FILE the SBOM of a package with the executable PROGRAM. --holds names an installed package whose
+        source is linked in; the shared libraries that PROGRAM needs are read from it if it is for this system.
 
-Versions come from the package database of this machine. The same input gives the same file: the only time in it is
-SOURCE_DATE_EPOCH, and its serial number is made from its content.
+Versions come from the package database of this machine. The output is reproducible: the only time in it is
+SOURCE_DATE_EPOCH, and its serial number is derived from its content.
 """
 import argparse
 import datetime
@@ -27,8 +27,8 @@ import sys
 import urllib.parse
 import uuid
 
-# By source package, without the version that a compiler has in its name. One whose licence nobody has looked up is not
-# to be shipped: it ends the run.
+# By source package, a compiler's without the version in its name. A package that is not listed ends the run, since it
+# must not be shipped before somebody has looked up its licence.
 LICENCES = {
     "brotli": "MIT",
     "bzip2": "bzip2-1.0.6",
@@ -62,7 +62,7 @@ LICENCES = {
     "xcb-util-wm": "MIT",
     "zlib": "Zlib",
 }
-# Where Qt's attribution files do not use the names of SPDX: what they say, and the name; "" where it has none.
+# SPDX names for what Qt's attribution files name differently; "" where there is none.
 QT_LICENCES = {
     "FTL OR GPL-2.0": "FTL OR GPL-2.0-only",
     "FTL or GPL-2.0": "FTL OR GPL-2.0-only",
@@ -71,18 +71,18 @@ QT_LICENCES = {
     "MIT AND MIT-open-group": "MIT AND MIT-open-group",
     "ICC License": "",
 }
-# What belongs to tests, tools and other systems is compiled too, into nothing that the program is linked with.
+# The folders of what the program is linked with. Tests, tools and parts for other systems are compiled too.
 QT_FOLDERS = ("src/3rdparty/", "src/corelib/", "src/gui/", "src/widgets/", "src/plugins/")
 
 
 def output_of(*command):
-    # Tools translate what they print.
+    # Tools translate their output.
     environment = {**os.environ, "LC_ALL": "C.UTF-8", "LANGUAGE": ""}
     return subprocess.run(command, check=True, stdout=subprocess.PIPE, text=True, env=environment).stdout
 
 
 def compiled_files(source, build):
-    """Every file of Qt's source that an object of its libraries was made from, headers included, relative to it."""
+    """The files of Qt's source that its libraries were compiled from, headers included, relative to the source."""
     files = set()
     is_wanted = False
     for line in output_of("ninja", "-C", build, "-t", "deps").splitlines():
@@ -95,9 +95,9 @@ def compiled_files(source, build):
 
 
 def attributions(source):
-    """Each entry of Qt's attribution files with the folder of its file, relative to the source."""
+    """Yields (folder, entry) for each entry of Qt's attribution files; the folder is relative to the source."""
     for file in sorted(pathlib.Path(source).glob("**/qt_attribution.json")):
-        # Qt's own reader takes line ends within texts, and the last of two entries of one name.
+        # Like Qt's own reader, accepts line breaks in strings, and takes the last of two values of the same name.
         entries = json.loads(file.read_text(encoding="utf-8"), strict=False)
         for entry in entries if isinstance(entries, list) else [entries]:
             yield os.path.relpath(file.parent, source), entry
@@ -114,7 +114,7 @@ def is_compiled(folder, entry, compiled):
 
 
 def licence_of_qt_part(entry):
-    """An SPDX expression, or an empty text and a name."""
+    """{"expression": SPDX expression}, or {"name": name} where SPDX has none."""
     identifier = entry.get("LicenseId", "")
     identifier = QT_LICENCES.get(identifier, identifier)
     return {"expression": identifier} if identifier else {"name": entry["License"]}
@@ -178,7 +178,7 @@ def source_component(source, version, note):
 
 
 def held_components(packages, place):
-    """The source packages that installed packages were built from, each once."""
+    """Components for the source packages that installed packages were built from, each once."""
     sources = {output_of("dpkg-query", "-W", "-f", "${source:Package}=${source:Version}", name) for name in packages}
     return [source_component(*source.split("=", 1), place) for source in sorted(sources)]
 
@@ -188,7 +188,7 @@ def qt_part_component(part, qt):
     if "package" in part:
         return source_component(*part["package"].split("=", 1), place)
     component = {"type": "library", "bom-ref": f"qt/{part['id']}", "name": part["id"], "description": part["name"]}
-    # A part without a version of its own is known as one of the Qt that it is kept in.
+    # A part without a version is identified as a part of the Qt that contains it.
     component["version"] = part.get("version", qt["version"])
     name = quoted(part["id"]) if "version" in part else f"{qt['name']}/{quoted(part['id'])}"
     component["scope"] = "required"
@@ -202,7 +202,7 @@ def qt_part_component(part, qt):
 
 
 def needed_libraries(program):
-    """The packages of the shared libraries that an ELF executable names, and those libraries' names; {} for others."""
+    """Maps packages to the names of the shared libraries in them that an ELF executable needs; {} for other formats."""
     with open(program, "rb") as file:
         if file.read(4) != b"\x7fELF":
             return {}
@@ -217,7 +217,7 @@ def needed_libraries(program):
 
 
 def package_of(path):
-    """The package database knows a library by the path in its package, which may lack the /usr of today's systems."""
+    """The package of a library. The database may list it without the /usr that the path has on a merged-/usr system."""
     path = os.path.realpath(path)
     for candidate in (path, path.removeprefix("/usr"), "/usr" + path):
         found = subprocess.run(["dpkg-query", "-S", candidate], capture_output=True, text=True)
@@ -290,7 +290,7 @@ def write_sbom(arguments):
 
 
 def main():
-    parser = argparse.ArgumentParser(description="Writes what a package of the program holds and needs.")
+    parser = argparse.ArgumentParser(description="Writes the SBOM of a package of the program.")
     commands = parser.add_subparsers(required=True)
     qt_parts = commands.add_parser("qt-parts")
     qt_parts.add_argument("source")

@@ -2,11 +2,11 @@
 # SPDX-FileCopyrightText: 2026 The Kotoban developers
 # SPDX-License-Identifier: MIT
 
-# Takes pictures of every window from the running program, for the help pages and the README.
+# Takes screenshots of every window of the running program, for the help pages and the README.
 #
 #     scripts/screenshots.sh APPLICATION_FOLDER PICTURE_FOLDER [--dark] [--scale FACTOR]
 #
-# The application folder is not touched: a copy of it is filled with a week of studies. Needs what ./test installs.
+# The application folder stays unchanged: a copy of it gets a week of sessions. Needs what ./test installs.
 set -euo pipefail
 export LC_ALL=C.UTF-8
 cd "$(dirname "$0")/.."
@@ -14,9 +14,9 @@ cd "$(dirname "$0")/.."
 source scripts/desktop.sh
 
 [[ $# -ge 2 ]] || { printf 'usage: screenshots.sh APPLICATION_FOLDER PICTURE_FOLDER [--dark] [--scale FACTOR]\n' >&2 && exit 2; }
-# A path that looks well in the pictures.
+# A path that looks good in the screenshots.
 application=/tmp/瞬記帳
-[[ ! -e $application ]] || fail "$application is in the way"
+[[ ! -e $application ]] || fail "$application exists already"
 trap 'rm -rf "$application"; finish' EXIT
 cp -R "$1" "$application"
 rm -f "$application"/db{,_backup}/*
@@ -26,7 +26,7 @@ shift 2
 while [[ $# -gt 0 ]]; do
     case $1 in
         --dark)
-            # The toolkit takes its palette from this file where the desktop is the one that writes it.
+            # On KDE, Qt takes its palette from this file.
             export XDG_CURRENT_DESKTOP=KDE KDE_FULL_SESSION=true KDE_SESSION_VERSION=5 XDG_CONFIG_HOME=$work/config
             export XDG_CONFIG_DIRS=$work/config
             mkdir -p "$work/config"
@@ -58,7 +58,7 @@ COLOURS
     esac
 done
 
-# A learner who has studied for some days; the program makes the database when it starts.
+# A user who has studied on some days; the program creates the database when it starts.
 printf '花子\r\n太郎\r\n' | iconv -f UTF-8 -t CP932 >"$application/ListUserName.txt"
 studied() {
     local day
@@ -67,14 +67,14 @@ studied() {
         "insert into t_kotoban values('$day', '花子', '$2:00', '$3', '$day $4', $5)"
 }
 
-# take NAME TITLE: a picture of the window with that title, without the frame of the window manager.
+# take NAME TITLE: takes a screenshot of the window with that title, without the frame of the window manager.
 take() {
     wait_for "the window $2" is_focused "$2"
-    sleep 0.4 # what was painted last must have reached the screen
+    sleep 0.4 # time for the last repaint to reach the screen
     import -window "$(window "$2")" -strip "PNG8:$screenshots/$1.png"
 }
 
-# take_with_menu NAME TITLE: the same with what is open over it.
+# take_with_menu NAME TITLE: the same, with the menu that is open over the window.
 take_with_menu() {
     local place
     place=$(xwininfo -id "$(window "$2")" | awk '/Absolute/ {at = at "+" $NF} /Width|Height/ {size = size sep $NF; sep = "x"}
@@ -108,7 +108,7 @@ take export '^書き出す$'
 xdotool key Escape
 wait_for "the file selection" is_focused "$select"
 
-# A table as a spreadsheet saves it. The toolkit's window for files takes its path.
+# A table as a spreadsheet saves it; its path is typed into Qt's file dialog.
 printf '英語,日本語,例文\r\napple,りんご,An apple a day keeps the doctor away.\r\nbook,本,I read a book.\r\n' \
     >"$work/words.csv"
 printf 'cloud,雲,"There is not a cloud in the sky, is there?"\r\n' >>"$work/words.csv"
@@ -139,7 +139,7 @@ take settings '^設定$'
 xdotool key Escape
 wait_for "the page" is_focused "$study"
 
-# A fault in a file, and the question about it.
+# A file with an error, and the message that refuses it.
 printf '[apple りんご\r\n' | iconv -f UTF-8 -t CP932 >"$application/txt/英語の宿題.txt"
 xdotool key alt+o
 wait_for "the file selection" is_focused "$select"
@@ -151,11 +151,11 @@ take refusal '^瞬記帳$'
 xdotool key Escape
 wait_for "the file selection" is_focused "$select"
 
-# A file as today's editors save it, and what is said when it was converted.
+# A file as today's editors save it, and the message after its conversion.
 printf '[apple]　りんご\n[10〜12]月は秋\n' >"$application/txt/英語の予習.txt"
 xdotool key alt+r
 choose_row "$(row_of "$application" 英語の予習.txt)"
-sleep 0.4 # the button is enabled once the file was checked
+sleep 0.4 # the button is enabled once the file has been checked
 xdotool key alt+c
 wait_for "the conversion" is_focused '^瞬記帳$'
 take convert '^瞬記帳$'
@@ -181,7 +181,7 @@ take search '^キーワード検索$'
 xdotool key Escape
 wait_for "the page" is_focused "$study"
 
-# The page in its other colours and at another size. The window grows with it, so these come last.
+# The page in its other colours and at another text size. The window grows with the text, so these come last.
 page_colour() {
     xdotool key alt+i
     wait_for "the settings" is_focused '^設定$'

@@ -2,15 +2,15 @@
 # SPDX-FileCopyrightText: 2026 The Kotoban developers
 # SPDX-License-Identifier: MIT
 
-# Uses the program on a virtual X server of its own as a learner would: a name, a study file, five answers, the end.
+# Runs a session as a user would, on a private virtual X server: a name, a study file, five answers, the end.
 #
 #     session.sh APPLICATION_FOLDER SCREENSHOT_FOLDER STUDY_FILE [--click X Y] [--end-by HOW]
 #
-# STUDY_FILE is a name in the folder txt. X and Y are a place in the study window, in percent of its size, that is
-# clicked twice after the answers. HOW is what ends the session: the study window is closed (window, which it is without
-# the option), a signal asks the program to end, as at a logout, while its file selection is open (signal), or the X
-# server is gone (display). Prints the row that the session left in the database. With the variable KOTOBAN_START, that
-# command starts the program; the application folder may be one that only it makes.
+# STUDY_FILE is the name of a file in the folder txt. X and Y are a point in the study window, in percent of its size,
+# that is clicked twice after the answers. HOW is how the session ends: the study window is closed (window, the
+# default), the program gets SIGTERM, as at a logout, while its file selection is open (signal), or the X server goes
+# away (display). Prints the row of the session in the database. KOTOBAN_START may name another command that starts the
+# program; the application folder may be one that only this command creates.
 set -euo pipefail
 export LC_ALL=C.UTF-8
 

@@ -2,41 +2,41 @@
 # SPDX-License-Identifier: MIT
 
 # shellcheck shell=bash disable=SC2034
-# Sourced by ./run, ./test, ./package and ./windows: installs the Debian packages that are missing.
+# Sourced by ./run, ./test, ./package, ./windows and other scripts: installs missing Debian packages.
 
-# A fresh machine may have no UTF-8 locale; a learner's own stays, as the program takes the language from it.
+# A fresh machine may have no UTF-8 locale. A user's own is kept, since the program takes the language from it.
 [[ $(locale charmap 2>/dev/null) == UTF-8 ]] || export LC_ALL=C.UTF-8
 
-# What it takes to build the program and to run it on a desktop.
+# To build the program and to run it on a desktop.
 build_packages=(g++ cmake ninja-build qt6-base-dev qt6-tools-dev qt6-l10n-tools libgl1-mesa-dev libsqlite3-dev
     fonts-ipafont-gothic alsa-utils xdg-utils)
-# What it takes to run it on a virtual X server and to use it there as a learner would.
+# To run it on a virtual X server and to use it there as a user would.
 virtual_display_packages=(xvfb openbox xdotool x11-utils imagemagick procps sqlite3)
 test_packages=(libgtest-dev libgmock-dev dbus at-spi2-core python3 python3-gi gir1.2-atspi-2.0 appstream
     desktop-file-utils)
-# What it takes to make the packages, and to check them.
+# To build the packages, and to check them.
 package_packages=(dpkg-dev file gzip python3)
 package_test_packages=(lintian)
 coverage_packages=(gcovr)
-# Clang 14, the default, cannot read the ranges of this compiler's library.
+# Clang 14, the default, cannot compile the ranges of GCC's standard library.
 fuzz_packages=(clang-16 libclang-rt-16-dev)
 tidy_packages=(clang-tidy-16)
-# What the timings are made with, and the tools that the program is held against.
+# The benchmark library, and the tools that the program is compared with.
 bench_packages=(libbenchmark-dev libxcb1-dev pkgconf python3 nkf uchardet ripgrep)
 
 say() {
     printf '== %s\n' "$*"
 }
 
-# apt_get ARGUMENT...: once nobody else holds the locks, as the desktop's own updates do for minutes. apt-get itself waits
-# for dpkg's lock alone, not for those of its lists and its archive.
+# apt_get ARGUMENT...: runs apt-get once no other process holds the locks, as a desktop's updater may for minutes.
+# apt-get itself waits only for dpkg's lock, not for those of its lists and its archive.
 apt_get() {
     local errors tries
     for ((tries = 0; tries < 60; tries++)); do
         errors=$("${as_root[@]}" env LC_ALL=C.UTF-8 DEBIAN_FRONTEND=noninteractive \
             apt-get -o DPkg::Lock::Timeout=600 "$@" 2>&1 >/dev/null) && return
         [[ $errors == *"Could not get lock"* ]] || break
-        [[ $tries -gt 0 ]] || say "waiting until another program has finished installing"
+        [[ $tries -gt 0 ]] || say "waiting for another program to finish installing packages"
         sleep 10
     done
     printf '%s\n' "$errors" >&2
@@ -55,7 +55,7 @@ install_missing() {
     local as_root=()
     if [[ $(id -u) -ne 0 ]]; then
         if ! command -v sudo >/dev/null; then
-            printf 'These Debian packages are missing, and only root or sudo could install them. As root:\n' >&2
+            printf 'These Debian packages are missing, and installing them needs root or sudo. Run as root:\n' >&2
             printf '    apt-get update && apt-get install --no-install-recommends %s\n' "${missing[*]}" >&2
             exit 1
         fi
@@ -66,7 +66,7 @@ install_missing() {
     apt_get install -y -qq --no-install-recommends "${missing[@]}"
 }
 
-# The date of the last commit is the one that packages bear, so that the same source gives the same packages.
+# Gives packages the date of the last commit, so that they are reproducible. SOURCE_DATE_EPOCH takes precedence.
 date_packages() {
     local moment
     if [[ -z ${SOURCE_DATE_EPOCH:-} ]] && moment=$(git log -1 --format=%ct 2>/dev/null); then
@@ -74,7 +74,7 @@ date_packages() {
     fi
 }
 
-# sum_packages FOLDER: their sums, by which a learner can tell that a package is whole: sha256sum -c SHA256SUMS
+# sum_packages FOLDER: writes the checksums of the packages, so that users can run sha256sum -c SHA256SUMS.
 sum_packages() {
     (cd "$1" && sha256sum -- kotoban[-_]* >SHA256SUMS)
 }

@@ -2,13 +2,13 @@
 # SPDX-FileCopyrightText: 2026 The Kotoban developers
 # SPDX-License-Identifier: MIT
 
-# Signs programs for Windows in place, where there is a key; leaves them as they are where there is none.
+# Signs Windows programs in place if there is a key; otherwise leaves them unchanged.
 #
 #     sign.sh FILE...
 #
-# The variables KOTOBAN_SIGNING_KEY and KOTOBAN_SIGNING_CERTIFICATE name a key and its certificates, in PEM.
-# KOTOBAN_SIGNING_TIMESTAMP may be the address of a server that stamps the time on the signature, so that it outlives the
-# certificate; without it the time is that of the source.
+# KOTOBAN_SIGNING_KEY and KOTOBAN_SIGNING_CERTIFICATE name the files of a key and its certificates, in PEM.
+# KOTOBAN_SIGNING_TIMESTAMP may be the address of a time-stamping server, so that the signature stays valid after the
+# certificate has expired; without it the signature has the time of the source (SOURCE_DATE_EPOCH).
 set -euo pipefail
 
 [[ -n ${KOTOBAN_SIGNING_KEY:-} ]] || exit 0

@@ -2,19 +2,20 @@
 # SPDX-License-Identifier: MIT
 
 # shellcheck shell=bash disable=SC2034,SC2154
-# Sourced by ./windows and ./package: makes a static Qt from the distribution's source package, once, in the folder
-# $cache outside the repository. A part has its name there only when it is complete. Needs say of setup.sh.
+# Sourced by windows.sh and linux_libraries.sh: builds a static Qt from the distribution's source package, once, in the
+# folder $cache outside the repository. A folder gets its final name there only when it is complete. Needs say of
+# setup.sh, and the variables cache, compiler and toolchain.
 # shellcheck source=scripts/bundled.sh
 source scripts/bundled.sh
 
-# The source package that a package of this machine was built from, as NAME=VERSION: Qt must have the version of the
-# tools (moc, rcc) that run here.
+# source_of PACKAGE: prints the source package of an installed package, as NAME=VERSION. Qt must have the same version
+# as the tools (moc, rcc) that run here.
 source_of() {
     # shellcheck disable=SC2016 # dpkg-query's own variables
     dpkg-query -W -f '${source:Package}=${source:Version}' "$1"
 }
 
-# logged FILE COMMAND...: what a command says goes into a file; where the command fails, the end of it is shown.
+# logged FILE COMMAND...: runs a command with its output going to a file, and shows the last lines if it fails.
 logged() {
     local log=$1
     shift
@@ -26,13 +27,13 @@ logged() {
     fi
 }
 
-# recipe_of WORD...: stands for all that a library is made with, beside its source. Comments change nothing.
+# recipe_of WORD...: prints a hash of everything that a library is built with, except its source and comments.
 recipe_of() {
     { printf '%s\n' "$@" "$("$compiler" -dumpfullversion)" && grep -v '^#' "$toolchain"; } | sha256sum | head -c 8
 }
 
-# fetch_source NAME=VERSION FOLDER: unpacks a source package. The machine's own sources of packages serve as sources of
-# source packages too, by lists of their own, so that nothing of the system's settings changes.
+# fetch_source NAME=VERSION FOLDER: downloads and unpacks a source package, from the repositories that are configured on
+# this machine for binary packages. Uses separate package lists, so that the system's settings stay unchanged.
 fetch_source() {
     local package=$1 folder=$2 lists=$cache/apt
     [[ ! -d $folder ]] || return 0
@@ -44,8 +45,8 @@ fetch_source() {
         -o "Dir::State::Lists=$lists/lists" -o Dir::Cache::pkgcache= -o Dir::Cache::srcpkgcache=
         -o APT::Sandbox::User=root)
     say "fetching the source package $package"
-    # Some other source of packages may be out of reach, or signed by a key that only its own settings name.
-    apt-get "${options[@]}" update || say "not all sources of packages could be read"
+    # Another repository may be unreachable, or signed with a key that only its own settings name.
+    apt-get "${options[@]}" update || say "not all package repositories could be read"
     rm -rf "$folder.new"
     mkdir -p "$folder.new"
     logged "$folder.log" env -C "$folder.new" apt-get "${options[@]}" source "$package" || return 1
@@ -53,11 +54,11 @@ fetch_source() {
     rm -rf "$folder.new"
 }
 
-# What a library of the program is compiled with against attacks, beside what the compiler does anyway.
+# Hardening options for the program's libraries, in addition to the compiler's defaults.
 hardening="-fstack-protector-strong"
 
-# What the program has no use for stays out of Qt: the source then needs few libraries. Qt looks for some of its files at
-# its own prefix; no such folder may exist on a learner's machine.
+# Features that the program does not use are off, so that Qt needs few libraries. Qt looks for some of its files at its
+# prefix, so this must be a folder that exists on no user's machine.
 qt_prefix=/nonexistent/qt
 qt_options=(-G Ninja -DBUILD_SHARED_LIBS=OFF -DQT_BUILD_EXAMPLES=OFF -DQT_BUILD_TESTS=OFF -DINPUT_opengl=no
     "-DCMAKE_INSTALL_PREFIX=$qt_prefix")
@@ -68,8 +69,8 @@ for library in doubleconversion harfbuzz; do
     qt_options+=("-DFEATURE_system_$library=OFF")
 done
 
-# build_qt SYSTEM OPTION...: leaves the folder of the installed Qt in qt_folder. The whole takes a quarter of an hour on
-# two cores; when it is interrupted, the next call goes on where it stopped.
+# build_qt SYSTEM OPTION...: builds Qt, unless it is in the cache already, and sets qt_folder to the folder of the
+# installed Qt. Takes a quarter of an hour on two cores; after an interruption, the next call resumes the build.
 build_qt() {
     local system=$1 package
     shift
@@ -80,9 +81,9 @@ build_qt() {
     local source=$cache/work/${package/=/-} build=$qt_folder.build stage=$qt_folder.stage
     fetch_source "$package" "$source"
     [[ ${options[*]} != *system_png=OFF* ]] || renew_libpng "$source"
-    say "building a static Qt for $system, once, in $cache; this takes a while"
+    say "building a static Qt for $system in $cache; this takes a while, but only once"
     local flags="$hardening -ffile-prefix-map=$source=qt6-base -ffile-prefix-map=$build=qt6-base"
-    # Qt's own configuration reports go to a file, its progress to whoever waits for it.
+    # The configuration report goes to a file; the progress of the build is shown.
     logged "$qt_folder.log" cmake -S "$source" -B "$build" "${options[@]}" "-DCMAKE_TOOLCHAIN_FILE=$toolchain" \
         "-DCMAKE_C_FLAGS=$flags" "-DCMAKE_CXX_FLAGS=$flags" -DQT_HOST_PATH=/usr \
         -DQT_HOST_PATH_CMAKE_DIR="/usr/lib/$(dpkg-architecture -q DEB_HOST_MULTIARCH)/cmake"
@@ -94,8 +95,8 @@ build_qt() {
     rm -rf "$stage" "$build" "$source"
 }
 
-# fresh_build_folder FOLDER LIBRARIES: a build folder remembers where it has found its libraries; one that was made with
-# others goes.
+# fresh_build_folder FOLDER LIBRARIES: removes a build folder that was configured with other libraries, since CMake
+# caches where it has found them.
 fresh_build_folder() {
     if [[ $(cat "$1/libraries" 2>/dev/null) != "$2" ]]; then
         rm -rf "$1"

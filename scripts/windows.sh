@@ -2,32 +2,32 @@
 # SPDX-License-Identifier: MIT
 
 # shellcheck shell=bash disable=SC2034
-# Sourced by ./windows: makes what the Windows program is built from and tested on, each part once, in a cache outside
-# the repository. A part has its name in the cache only when it is complete. Needs say of setup.sh.
+# Sourced by ./windows: builds what the Windows program is linked with and tested on, each part once, in a cache outside
+# the repository. A folder gets its final name there only when it is complete. Needs say of setup.sh.
 # shellcheck source=scripts/static_qt.sh
 source scripts/static_qt.sh
 
-# What it takes to build the program and its libraries from their source packages.
+# To build the program, and its libraries from their source packages.
 windows_packages=(python3 g++-mingw-w64-x86-64-posix dpkg-dev make tcl googletest libpng-dev nsis)
-# What it takes to sign it, and to try that.
+# To sign the program, and to test signing.
 signing_packages=(osslsigncode openssl)
-# What it takes to run it: Wine, some libraries of X11 that Wine uses where they are, and locales.
+# To run it: Wine, some X11 libraries that Wine uses if they are installed, and locales.
 wine_packages=(wine64 fonts-wine libxcomposite1 libxcursor1 libxi6 libxinerama1 libxrandr2 libxrender1 locales)
 
 cache=${XDG_CACHE_HOME:-$HOME/.cache}/kotoban-windows
 compiler=x86_64-w64-mingw32-gcc-posix
 toolchain=$PWD/cmake/mingw-w64.cmake
 
-# What only Qt for Windows is built with: the source then needs no library that MinGW-w64 lacks. FreeType is wanted by none
-# but those who ask for it on the command line; Windows draws the letters.
+# Further options of Qt for Windows, so that it needs no library that MinGW-w64 lacks. Qt would use FreeType only on
+# request on the command line; Windows renders the text.
 windows_qt_options=(-DCMAKE_BUILD_TYPE=MinSizeRel -DQT_QMAKE_TARGET_MKSPEC=win32-g++ -DFEATURE_pkg_config=OFF
     -DFEATURE_dbus=OFF -DFEATURE_freetype=OFF)
 for library in jpeg pcre2 png zlib; do
     windows_qt_options+=("-DFEATURE_system_$library=OFF")
 done
 
-# build_sqlite: leaves its folder in sqlite_folder. The source package holds SQLite's parts; its own makefile joins them to
-# the one file that is compiled.
+# build_sqlite: builds SQLite and sets sqlite_folder to its folder. The source package contains separate source files,
+# which its makefile joins into the one file that is compiled.
 build_sqlite() {
     local package options=(-O2 -fstack-protector-strong -DSQLITE_OMIT_LOAD_EXTENSION)
     package=$(source_of libsqlite3-dev)
@@ -47,7 +47,7 @@ build_sqlite() {
     rm -rf "$source"
 }
 
-# build_googletest: leaves its folder in googletest_folder. Its package is the source.
+# build_googletest: builds GoogleTest, whose package contains the source, and sets googletest_folder to its folder.
 build_googletest() {
     local package stage build
     package=$(source_of googletest)
@@ -64,8 +64,8 @@ build_googletest() {
     rm -rf "$stage" "$build"
 }
 
-# Locales, from which Wine takes the code page: Japanese has 932, Hindi has none but UTF-8. And a system folder with
-# nothing of the user's in it.
+# make_wine_system: creates the locales from which Wine takes the code page (Japanese has 932, Hindi only UTF-8), and a
+# Wine prefix without any of the user's files or settings.
 make_wine_system() {
     local name
     mkdir -p "$cache/locale"
@@ -76,7 +76,7 @@ make_wine_system() {
         mv "$cache/locale.new" "$cache/locale/$name.UTF-8"
     done
     if [[ ! -d $cache/wine ]]; then
-        say "making a system folder for Wine, once"
+        say "creating a Wine prefix, once"
         rm -rf "$cache/wine.new"
         # Wine's services outlive the command; they must not hold the lock.
         logged "$cache/wine.log" env -u DISPLAY KOTOBAN_WINE_FOLDER="$cache/wine.new" scripts/wine wineboot --init 9>&-
@@ -87,7 +87,7 @@ make_wine_system() {
 
 make_windows_libraries() {
     mkdir -p "$cache/work"
-    # Two builds at a time would write into each other's folders.
+    # Concurrent builds would write into each other's folders.
     exec 9>"$cache/lock"
     flock 9
     build_qt Windows "${windows_qt_options[@]}"
