@@ -2,25 +2,25 @@
 # SPDX-FileCopyrightText: 2026 The Kotoban developers
 # SPDX-License-Identifier: MIT
 
-# Starts Kotoban in an application folder of the learner's own.
+# Starts Kotoban in the user's own application folder.
 #
-# The program reads and writes only in the folder of its executable, and the system tells it the real place of that, so
-# a link would lead it back to the installed files. Each learner therefore has a folder with a copy of the executable.
-# This script makes it at the first start and brings it up to date at each later one:
+# The program reads and writes only in the folder of its executable. The system reports the real path of that, so a
+# symbolic link would lead back to the installed files. Each user therefore has a folder with a copy of the executable.
+# This script creates it at the first start and updates it at each later one:
 #
-#   Kotoban, htm            belong to the program: replaced where they differ from what is installed
-#   all other files         samples: each is given once, never over a file that is there, and one that the learner has
-#                           deleted stays away
+#   Kotoban, htm            belong to the program: replaced if they differ from the installed ones
+#   all other files         samples: each is copied once, never over an existing file, and one that the user has deleted
+#                           is not copied again
 #
-# A file is copied under another name and renamed when it is whole. A start that was cut off leaves nothing but files
-# that are missing, which the next one adds.
+# A file is copied under another name and renamed once it is complete. The worst that an interrupted start leaves is
+# missing files, which the next one adds.
 
 launcher=$(readlink -f "$0")
 prefix=${launcher%/*/*}
 program=$prefix/lib/kotoban/Kotoban
 template=$prefix/share/kotoban
 
-# refuse REASON: says why there is no start, on a desktop also in a window, and ends.
+# refuse REASON: says why the program cannot start, on a desktop also in a window, and exits.
 refuse() {
     message="瞬記帳を開始できません。
 
@@ -33,19 +33,20 @@ $1"
     elif command -v kdialog >/dev/null; then
         kdialog --title 瞬記帳 --error "$message"
     elif command -v xmessage >/dev/null; then
-        # It has no Japanese letters on most systems.
-        xmessage -center "Kotoban cannot start. The command kotoban, typed into a terminal, says why."
+        # It cannot show Japanese on most systems.
+        xmessage -center "Kotoban cannot start. Run kotoban in a terminal to see why."
     fi 2>/dev/null
     exit 1
 }
 
-# expect_file NAME: a FIFO would keep whoever opens it waiting, and what is no regular file is not ours to replace.
+# expect_file NAME: fails if NAME exists and is not a regular file. Opening a FIFO would block, and others are not ours
+# to replace.
 expect_file() {
     [ -f "$1" ] || [ ! -e "$1" ] || { printf '%s: 通常のファイルではありません。\n' "$1" >&2 && return 1; }
 }
 
-# put SOURCE TARGET: the target is the whole file or what it was before, also after a power cut. What runs from an
-# older executable goes on in that.
+# put SOURCE TARGET: replaces the target atomically, even in a power cut. A program that is running keeps the old
+# executable.
 put() {
     expect_file "$2" || return
     new=${2%/*}/.kotoban-new
@@ -85,7 +86,7 @@ renew_program() {
     is_same "$program" "$folder/Kotoban" || put "$program" "$folder/Kotoban"
 }
 
-# One start at a time may do this. A file system that knows no locks cannot tell, and then the start goes on.
+# Only one start at a time may do this. If the file system does not support locks, the start goes on without one.
 fill_folder() {
     flock 9
     cd "$template" && make_folders && give_samples && renew_help_pages && renew_program
@@ -99,13 +100,13 @@ case ${XDG_DATA_HOME:-} in
 /*) folder=$XDG_DATA_HOME/kotoban ;;
 *) folder=$HOME/.local/share/kotoban ;;
 esac
-# The root of the file system is nobody's home, whichever way it is written.
+# The root of the file system is not accepted as a home, however it is written.
 [ "$folder" != "$HOME/.local/share/kotoban" ] || [ "$(readlink -f "${HOME:-/}")" != / ] || folder=
 case $folder in
 "" | [!/]*) refuse "ホームフォルダがどこにあるか分かりません。環境変数 HOME を確かめてください。" ;;
 esac
 
-# Names of the samples that the learner has been given, and the file that the lock lies on.
+# The names of the samples that the user has received; also the file that is locked.
 given=$folder/.given-samples
 problem=$( (umask 077 && mkdir -p "$folder") 2>&1 && expect_file "$given" 2>&1 && { fill_folder 9>>"$given"; } 2>&1) || refuse "学習用のフォルダを用意できませんでした。
 　$folder
@@ -114,7 +115,7 @@ $problem
 
 書き込みが許されているか，空きがあるかを確かめてください。"
 
-# Also false where the file system of the home folders runs no programs.
+# Also false if the home is on a file system that is mounted noexec.
 [ -x "$folder/Kotoban" ] || refuse "このフォルダではプログラムの実行が許されていません。
 　$folder
 

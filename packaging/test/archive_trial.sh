@@ -2,31 +2,31 @@
 # SPDX-FileCopyrightText: 2026 The Kotoban developers
 # SPDX-License-Identifier: MIT
 
-# Uses the archive as a learner, on a system that has no more than a desktop has, and renews it with that of a later
+# Uses the archive as a user would, on a system with nothing beyond what every desktop has, and upgrades it to a later
 # version.
 #
 #     archive_trial.sh ARCHIVE [--with-other-qt]
 #
-# A Qt of the system is refused without the option: the program must not need it. Leaves screenshots in
-# /var/tmp/kotoban-archive-trial. The learner is a user made for this and removed with the home; the packages that were
+# Without the option a Qt on the system is an error, since the program must not need it. Leaves screenshots in
+# /var/tmp/kotoban-archive-trial. The user is created for this and removed again, with the home; the packages that were
 # needed stay installed.
 set -euo pipefail
 export LC_ALL=C.UTF-8 DEBIAN_FRONTEND=noninteractive
 
 archive=$(realpath "$1")
-# A folder into which the learner may look, whatever the repository's is.
+# A folder that the user can read, even if the repository is not readable.
 trial=/var/tmp/kotoban-archive-trial
 hanako=kotoban-hanako
 # shellcheck source=packaging/test/trial_tools.sh
 source "$(dirname "$0")/trial_tools.sh"
 
-! getent passwd "$hanako" >/dev/null || fail "there is a user $hanako"
+! getent passwd "$hanako" >/dev/null || fail "the user $hanako exists already"
 rm -rf "$trial"
 trap 'userdel -r "$hanako" 2>/dev/null || true' EXIT
 make_trial_folder
 useradd -m -s /bin/bash "$hanako"
 
-# unpacked NAME: the application folder of the archive, unpacked in a new folder of the learner.
+# unpacked NAME: unpacks the archive in a new folder of the user, and prints the application folder.
 unpacked() {
     local place
     place="$(home_of "$hanako")/$1"
@@ -35,8 +35,8 @@ unpacked() {
     echo "$place"/*
 }
 
-# The names and contents of all that an upgrade must leave alone.
-learners_files() {
+# Names and checksums of all files that an upgrade must not change.
+user_files() {
     (cd "$1" && find db db_backup txt rec wav ./*.txt ./*.ini -type f ! -name お読みください.txt -print0 | sort -z |
         xargs -0 sha256sum)
 }
@@ -66,20 +66,20 @@ printf 'later' >>"$newer/Kotoban" # bytes after the end of a program do not chan
 printf '<!-- later -->\n' >>"$newer/htm/index.htm"
 printf '[later]\r\n' | tee "$newer/txt/later.txt" >>"$newer/txt/はじめに.txt"
 printf '[mine]\r\n' | as "$hanako" tee -a "$folder/txt/英単語入門.txt" >/dev/null
-before=$(learners_files "$folder")
+before=$(user_files "$folder")
 as "$hanako" "$newer/install.sh"
-expect "learner's files" "$before" "$(learners_files "$folder")"
+expect "user's files" "$before" "$(user_files "$folder")"
 cmp "$newer/Kotoban" "$folder/Kotoban"
 diff -r "$newer/htm" "$folder/htm"
 rm -r "$newer"
 as "$hanako" "$trial/session.sh" "$folder" "$trial/2-renewed" はじめに.txt
 expect_sessions "$folder" 2
 
-say "without the menu entry"
-before=$(learners_files "$folder")
+say "removal of the menu entry"
+before=$(user_files "$folder")
 as "$hanako" "$folder/install.sh" --remove
 [[ ! -e $entry ]] || fail "the entry is still there"
-expect "learner's files" "$before" "$(learners_files "$folder")"
+expect "user's files" "$before" "$(user_files "$folder")"
 
 # shellcheck source=/dev/null
 say "the archive works on $(source /etc/os-release && echo "$PRETTY_NAME"); screenshots: $trial"

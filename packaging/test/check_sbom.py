@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 # SPDX-FileCopyrightText: 2026 The Kotoban developers
 # SPDX-License-Identifier: MIT
-"""Holds an SBOM against the rules of CycloneDX 1.5 and against the executable that it tells of.
+"""Checks an SBOM against the rules of CycloneDX 1.5 and against the executable that it describes.
 
     check_sbom.py FILE EXECUTABLE
 """
@@ -10,15 +10,15 @@ import re
 import subprocess
 import sys
 
-# Names of SPDX that may stand in a licence expression here; a misspelt one is found by no reader.
+# The SPDX names allowed in licence expressions here; no other tool would notice a misspelt one.
 SPDX = {
     "AFL-2.1", "Apache-2.0", "BSD-1-Clause", "BSD-2-Clause", "BSD-3-Clause", "BSD-4-Clause", "CC0-1.0", "CPL-1.0", "FTL",
     "GPL-2.0-only", "GPL-2.0-or-later", "GPL-3.0-only", "GPL-3.0-or-later", "HPND", "HPND-sell-variant", "IJG",
-    "Imlib2", "LGPL-2.1-or-later", "LGPL-3.0-only", "Libpng", "MIT", "MIT-open-group", "MPL-1.1", "Unicode-DFS-2016", "X11", "ZPL-2.1", "Zlib",
-    "blessing", "bzip2-1.0.6", "libpng-2.0",
+    "Imlib2", "LGPL-2.1-or-later", "LGPL-3.0-only", "Libpng", "MIT", "MIT-open-group", "MPL-1.1", "Unicode-DFS-2016",
+    "X11", "ZPL-2.1", "Zlib", "blessing", "bzip2-1.0.6", "libpng-2.0",
 }
 EXCEPTIONS = {"GCC-exception-3.1"}
-# What shows that a library is linked in, and for some of them its version.
+# Bytes that show that a library is linked in, for some with its version.
 MARKS = {
     "zlib": rb"inflate (\d[\d.]+) Copyright",
     "libpng": rb"libpng version (\d[\d.]+)",
@@ -41,7 +41,7 @@ def is_expression(text):
 
 
 def is_licence(choice):
-    """One entry of a list of licences."""
+    """Whether an entry of a list of licences is valid."""
     if "expression" in choice:
         return set(choice) == {"expression"} and is_expression(choice["expression"])
     licence = choice.get("license", {})
@@ -59,7 +59,7 @@ def check_component(component):
            f"{name}: purl {purl}")
     licences = component.get("licenses", [])
     expect(licences and all(map(is_licence, licences)), f"{name}: licences {licences}")
-    # The rules allow one expression and nothing beside it.
+    # The rules allow nothing beside an expression.
     expect(len(licences) == 1 or not any("expression" in licence for licence in licences), f"{name}: {licences}")
     expect(all({"name", "value"} == set(entry) for entry in component.get("properties", [])), f"{name}: properties")
     known = {"type", "bom-ref", "name", "version", "description", "scope", "licenses", "purl", "externalReferences",
@@ -69,18 +69,18 @@ def check_component(component):
 
 def check_structure(bom):
     expect(bom.get("bomFormat") == "CycloneDX" and bom.get("specVersion") == "1.5" and bom.get("version") == 1,
-           "no CycloneDX 1.5")
+           "not CycloneDX 1.5")
     expect(re.fullmatch(r"urn:uuid:[0-9a-f]{8}(-[0-9a-f]{4}){3}-[0-9a-f]{12}", bom.get("serialNumber", "")),
-           "the serial number is none")
+           "the serial number is invalid")
     moment = bom["metadata"].get("timestamp", "")
-    expect(re.fullmatch(r"(\d{4}-\d\d-\d\dT\d\d:\d\d:\d\dZ)?", moment), f"{moment} is no time")
+    expect(re.fullmatch(r"(\d{4}-\d\d-\d\dT\d\d:\d\d:\d\dZ)?", moment), f"{moment} is not a time")
     everything = [bom["metadata"]["component"], *bom["components"]]
     for component in everything:
         check_component(component)
     references = [component["bom-ref"] for component in everything]
-    expect(len(references) == len(set(references)), "two components have one reference")
+    expect(len(references) == len(set(references)), "two components share a reference")
     listed = [dependency["ref"] for dependency in bom["dependencies"]]
-    expect(sorted(listed) == sorted(references), "dependencies are not told of each component once")
+    expect(sorted(listed) == sorted(references), "the dependencies do not list each component exactly once")
     wanted = {ref for dependency in bom["dependencies"] for ref in dependency.get("dependsOn", [])}
     expect(wanted == set(references[1:]), f"needed by nothing, or unknown: {wanted ^ set(references[1:])}")
 

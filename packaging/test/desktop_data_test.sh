@@ -2,7 +2,7 @@
 # SPDX-FileCopyrightText: 2026 The Kotoban developers
 # SPDX-License-Identifier: MIT
 
-# Holds what is installed for the desktop against the rules of the desktop.
+# Checks the files that are installed for the desktop: menu entry, AppStream data and icons.
 #
 #     desktop_data_test.sh BUILD_FOLDER
 set -euo pipefail

@@ -1,12 +1,12 @@
 #!/usr/bin/env python3
 # SPDX-FileCopyrightText: 2026 The Kotoban developers
 # SPDX-License-Identifier: MIT
-"""Reads from an executable whether it was hardened, and that it says nothing of where it was built.
+"""Checks that an executable is hardened and does not reveal where it was built.
 
     hardening_test.py EXECUTABLE [FOLDER...]
 
-Beside the folders given, the home of who runs this and the source folder may not be named in it. Ends with status 77
-where the executable is missing or older than the rules it is built by: then it was built by others.
+It must not contain the paths of the given folders, of the current user's home and of the source folder. Exits with
+status 77 if the executable is missing or older than the rules that it is built by, since it was then built by other rules.
 """
 import re
 import subprocess
@@ -18,34 +18,34 @@ RULES = [SOURCE / "cmake/Hardening.cmake", SOURCE / "src/app/CMakeLists.txt"]
 SKIPPED = 77
 
 
-def said(*command):
+def output_of(*command):
     return subprocess.run(command, check=True, capture_output=True, text=True, errors="replace").stdout
 
 
 def faults_of_elf(executable, content):
-    about = said("readelf", "--wide", "--file-header", "--program-headers", "--dynamic", executable)
-    symbols = said("readelf", "--wide", "--dyn-syms", executable)
-    code = said("objdump", "--disassemble", "--section=.text", "--no-show-raw-insn", executable)
+    about = output_of("readelf", "--wide", "--file-header", "--program-headers", "--dynamic", executable)
+    symbols = output_of("readelf", "--wide", "--dyn-syms", executable)
+    code = output_of("objdump", "--disassemble", "--section=.text", "--no-show-raw-insn", executable)
     yield re.search(r"Type:\s+DYN", about) and "PIE" in about, "is not position-independent"
-    yield "GNU_RELRO" in about, "has no part that becomes read-only"
-    yield re.search(r"\(FLAGS(_1)?\).*\bNOW\b", about), "does not bind all symbols before it makes them read-only"
-    yield re.search(r"GNU_STACK.* RW +0x", about), "has a stack whose contents can be run"
-    yield not re.search(r"\((RPATH|RUNPATH|TEXTREL)\)", about), "searches folders of its own, or is patched at its start"
+    yield "GNU_RELRO" in about, "has no RELRO segment"
+    yield re.search(r"\(FLAGS(_1)?\).*\bNOW\b", about), "does not bind all symbols at start (-z now)"
+    yield re.search(r"GNU_STACK.* RW +0x", about), "has an executable stack"
+    yield not re.search(r"\((RPATH|RUNPATH|TEXTREL)\)", about), "has a library search path or text relocations"
     yield "__stack_chk_fail" in symbols, "has no stack protector"
-    # A program may have no call that could be checked; printf always could.
+    # A program may have no call that can be checked; these always can.
     unchecked = re.search(r"UND v?[fs]?n?printf@|UND str(cpy|cat)@", symbols)
     yield re.search(r"__\w+_chk@", symbols) or not unchecked, "does not check the lengths of buffers (_FORTIFY_SOURCE)"
     if "X86-64" in about:
-        yield code.count("endbr64") > 1000, "does not mark where indirect jumps may go (-fcf-protection)"
+        yield code.count("endbr64") > 1000, "does not mark the targets of indirect jumps (-fcf-protection)"
     yield b"__n < this->size()" in content, "does not check the indices of containers (_GLIBCXX_ASSERTIONS)"
 
 
 def faults_of_pe(executable, content):
-    about = said("objdump", "--private-headers", executable)
+    about = output_of("objdump", "--private-headers", executable)
     for flag in "HIGH_ENTROPY_VA", "DYNAMIC_BASE", "NX_COMPAT":
         yield flag in about, f"is not {flag}"
-    yield re.search(r"MajorSubsystemVersion\s+10\b", about), "does not ask for Windows 10"
-    yield re.search(r"MinorSubsystemVersion\s+0\b", about), "asks for a Windows that there is not"
+    yield re.search(r"MajorSubsystemVersion\s+10\b", about), "does not require Windows 10"
+    yield re.search(r"MinorSubsystemVersion\s+0\b", about), "requires a version of Windows that does not exist"
     yield b"stack smashing detected" in content, "has no stack protector"
     yield b"__n < this->size()" in content, "does not check the indices of containers (_GLIBCXX_ASSERTIONS)"
 
@@ -55,7 +55,7 @@ def main():
         sys.exit("usage: hardening_test.py EXECUTABLE [FOLDER...]")
     executable = Path(sys.argv[1])
     if not executable.exists() or any(executable.stat().st_mtime < rule.stat().st_mtime for rule in RULES):
-        print("there is no such executable of the present rules")
+        print("skipped: the executable is missing or older than the rules")
         sys.exit(SKIPPED)
     content = executable.read_bytes()
     if content.startswith(b"\x7fELF"):

@@ -2,13 +2,13 @@
 # SPDX-FileCopyrightText: 2026 The Kotoban developers
 # SPDX-License-Identifier: MIT
 
-# Makes a clean Debian system in a folder, of this machine's release or another, and runs a command of this repository in
-# it, as root. With a mirror, and the keyring it is signed by, it can be another distribution of Debian's kind.
+# Creates a clean Debian system in a folder, of this machine's release or another, and runs a command of this repository
+# in it, as root. With a mirror and the keyring for its signatures, it can be a distribution derived from Debian.
 #
 #     in_clean_root.sh [--suite NAME [--mirror URL KEYRING]] FOLDER COMMAND...
 #
-# The repository is the working folder in there, and cannot be written. FOLDER keeps what was fetched, for the next
-# time, and the system as the command left it.
+# In it, the repository is the working folder and read-only. FOLDER keeps the downloaded packages, for the next time,
+# and the system as the command left it.
 set -euo pipefail
 repository=$(realpath "$(dirname "$0")/../..")
 
@@ -38,28 +38,28 @@ say() {
 }
 
 no_clean_root() {
-    printf 'No clean system can be made here: %s\n' "$1" >&2
-    printf '"./package test --on-this-machine" tries the packages on this machine itself.\n' >&2
+    printf 'Cannot create a clean system here: %s\n' "$1" >&2
+    printf '"./package test --on-this-machine" tests the packages on this machine itself.\n' >&2
     exit 1
 }
 
-# All mounts are made in a namespace of their own and end with it, and so does each process that is left over.
+# Mounts and processes are in a separate namespace and end with it.
 if [[ ${IN_NAMESPACE:-} != yes ]]; then
     unshare --mount --pid --fork true || no_clean_root "unshare is refused"
     export IN_NAMESPACE=yes
     exec unshare --mount --pid --fork --kill-child "$0" --suite "$suite" "${other[@]}" "$folder" "$@"
 fi
 umask 022
-# debootstrap wants a path without blanks. Only this namespace sees the folder there.
+# debootstrap needs a path without spaces. Only this namespace sees the folder at this one.
 mount --bind "$folder" /mnt || no_clean_root "mount is refused"
 
-# From the mirror that this machine has its own packages from.
+# By default, the mirror that this machine uses itself.
 mirror=${other[1]:-}
 # shellcheck disable=SC2016
 [[ -n $mirror ]] || mirror=$(apt-get indextargets --format '$(REPO_URI)' "Codename: $own_suite" "Component: main" \
     "Created-By: Packages" | head -n 1)
 if [[ ! -d $base ]]; then
-    say "making a clean $suite in $folder"
+    say "creating a clean $suite in $folder"
     rm -rf $base.new
     mkdir -p $fetched
     debootstrap --variant=minbase "${source_options[@]}" --cache-dir=$fetched "$suite" $base.new \

@@ -2,8 +2,8 @@
 # SPDX-FileCopyrightText: 2026 The Kotoban developers
 # SPDX-License-Identifier: MIT
 
-# Makes, renews and removes the menu entry of the archive, in a home of its own. The program is a script that says where
-# it was started.
+# Creates, updates and removes the menu entry of the archive, in a temporary home. The program is replaced by a script
+# that records where it was started.
 #
 #     install_test.sh BUILD_FOLDER
 set -euo pipefail
@@ -31,8 +31,8 @@ unpack() {
     printf '%s\n' "$2" >"$1/htm/index.htm"
 }
 
-# All but what belongs to the program.
-learners_files() {
+# Names and checksums of all files except those that belong to the program.
+user_files() {
     (cd "$1" && find . -type f ! -path './htm/*' ! -path './licences/*' ! -name Kotoban ! -name install.sh \
         ! -name LICENSE ! -name kotoban.png ! -name お読みください.txt -print0 | sort -z | xargs -0 sha256sum)
 }
@@ -60,7 +60,7 @@ unpack "$folder" 1
 mkdir -p "$folder/db"
 printf 'record' >"$folder/db/kotoban.splite3"
 printf 'mine' >"$folder/txt/mine.txt"
-before=$(learners_files "$folder")
+before=$(user_files "$folder")
 "$folder/install.sh" >/dev/null
 desktop-file-validate "$entry"
 start_from_menu "$folder"
@@ -68,13 +68,13 @@ start_from_menu "$folder"
 unpack "$work/later" 2
 printf 'later' >>"$work/later/txt/はじめに.txt"
 "$work/later/install.sh" >/dev/null
-[[ $(cat "$folder/htm/index.htm") == 2 ]] || fail "the help pages are not renewed"
+[[ $(cat "$folder/htm/index.htm") == 2 ]] || fail "the help pages were not updated"
 cmp "$work/later/Kotoban" "$folder/Kotoban"
-[[ $(learners_files "$folder") == "$before" ]] || fail "the learner's files have changed"
+[[ $(user_files "$folder") == "$before" ]] || fail "the user's files have changed"
 rm -r "$work/later"
 start_from_menu "$folder"
 
-# Where both have a record, only the learner can say which is to stay.
+# If both folders have a record, only the user can decide which one to use.
 unpack "$work/other" 3
 printf 'record' >"$work/other/db/kotoban.splite3"
 ! "$work/other/install.sh" >/dev/null 2>&1 || fail "one of two records was chosen"
@@ -83,6 +83,6 @@ start_from_menu "$folder"
 
 "$folder/install.sh" --remove >/dev/null
 [[ ! -e $entry ]] || fail "the entry is still there"
-[[ $(learners_files "$folder") == "$before" ]] || fail "the learner's files have changed"
+[[ $(user_files "$folder") == "$before" ]] || fail "the user's files have changed"
 "$work/other/install.sh" >/dev/null
 start_from_menu "$work/other"

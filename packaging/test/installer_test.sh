@@ -2,8 +2,8 @@
 # SPDX-FileCopyrightText: 2026 The Kotoban developers
 # SPDX-License-Identifier: MIT
 
-# Installs, uses, upgrades and removes the program for Windows as a learner would, under Wine in a system folder of its
-# own, and looks whether every file of the learner is still there as it was.
+# Installs, uses, upgrades and removes the Windows program as a user would, in a separate Wine prefix, and checks that
+# all files of the user stay unchanged.
 #
 #     installer_test.sh BUILD_FOLDER INSTALLER VERSION
 set -euo pipefail
@@ -21,7 +21,7 @@ run_wine=$here/../../scripts/wine
 source "$here/../../scripts/desktop.sh"
 
 expect() {
-    [[ $2 == "$3" ]] || fail "$1: wanted \"$2\", found \"$3\""
+    [[ $2 == "$3" ]] || fail "$1: expected \"$2\", found \"$3\""
 }
 
 status_of() {
@@ -30,29 +30,29 @@ status_of() {
     printf '%s' "$status"
 }
 
-# The value that the list of installed programs has under a name.
+# listed NAME: prints a value of the program's entry in the list of installed programs.
 listed() {
     "$run_wine" reg query 'HKCU\Software\Microsoft\Windows\CurrentVersion\Uninstall\Kotoban' /v "$1" 2>/dev/null |
         tr -d '\r' | awk '$2 ~ /^REG_/ { print $3 }'
 }
 
-# How many entries of the program the start menu has.
+# Prints the number of the program's entries in the start menu.
 in_menu() {
     find "$menu" -name '瞬記帳*.lnk' | wc -l
 }
 
-# The names and contents of a learner's files: all but what each version brings along, and the log of the last run.
-learners_files() {
+# Names and checksums of a user's files: all except those of the program, and the log of the last run.
+user_files() {
     (cd "$1" && find . \( -path ./htm -o -path ./licences \) -prune -o -type f ! -name Kotoban.exe \
         ! -name Uninstall.exe ! -name LICENSE ! -name お読みください.txt ! -name '*_log.txt' -print0 | sort -z | xargs -0 sha256sum)
 }
 
-# study FOLDER NAME: a session with the installed program.
+# study FOLDER NAME: runs a session with the installed program.
 study() {
     "$here/../../scripts/session.sh" "$1" "$screenshots/$2" はじめに.txt >/dev/null
 }
 
-# The completed ones. Under Wine a key that comes while the machine is busy may be lost.
+# Counts completed sessions with any number of answers, since under Wine a busy machine may lose key presses.
 sessions_in() {
     sqlite3 "$1/db/kotoban.splite3" "select count(*) from t_kotoban where file_name = 'はじめに' and num_answer > 0
         and dt_end is not null"
@@ -65,7 +65,7 @@ export KOTOBAN_WINE_FOLDER=$system
 folder="$system/drive_c/users/$(id -un)/AppData/Local/Programs/Kotoban"
 menu="$system/drive_c/users/$(id -un)/AppData/Roaming/Microsoft/Windows/Start Menu/Programs"
 
-# The version before: another executable, other help, one sample less.
+# An older version: another executable, other help, one sample less.
 cmake --install "$build" --prefix "$trial/older" >/dev/null
 cp -R "$trial/older" "$trial/newer"
 printf 'before' >>"$trial/older/Kotoban.exe" # bytes after the end of a program do not change how it runs
@@ -73,16 +73,16 @@ printf '<!-- before -->\n' >>"$trial/older/htm/index.htm"
 rm "$trial/older/txt/英語表現360.txt"
 "$here/../windows/make_installer.sh" "$trial/older" 0.9.0 "$trial/older.exe"
 
-# shellcheck disable=SC2119 # a screen of the usual size
+# shellcheck disable=SC2119 # a screen of the default size
 start_desktop
 
-# Wine passes for Windows 7 until it is told otherwise.
+# Without this setting, Wine reports itself as Windows 7.
 expect "status on an older Windows" 2 "$(status_of "$run_wine" "$trial/older.exe" /S)"
 [[ ! -e $folder ]] || fail "something was installed on an older Windows"
 "$run_wine" reg add 'HKCU\Software\Wine' /v Version /d win10 /f >/dev/null
 "$run_wine" --end
 
-# First installation, and what a learner does with it.
+# First installation and use.
 expect "status of the installation" 0 "$(status_of "$run_wine" "$trial/older.exe" /S)"
 expect "listed version" 0.9.0 "$(listed DisplayVersion)"
 expect "entries in the start menu" 2 "$(in_menu)"
@@ -97,16 +97,16 @@ printf 'mine' >>"$folder/wav/tada.wav"
 printf 'mine\r\n' >>"$folder/KeywordList.txt"
 
 # Upgrade.
-before=$(learners_files "$folder")
+before=$(user_files "$folder")
 expect "status of the upgrade" 0 "$(status_of "$run_wine" "$installer" /S)"
-expect "learner's files after the upgrade" "$before" "$(learners_files "$folder")"
+expect "user's files after the upgrade" "$before" "$(user_files "$folder")"
 cmp "$trial/newer/Kotoban.exe" "$folder/Kotoban.exe"
 diff -r "$trial/newer/htm" "$folder/htm"
 expect "listed version" "$version" "$(listed DisplayVersion)"
 kilobytes=$(listed EstimatedSize)
 [[ $kilobytes -gt 5000 && $kilobytes -lt 50000 ]] || fail "the listed size is $kilobytes"
 
-# The program is running. One that does not answer is left alone, one that does ends with its session.
+# Upgrade while the program runs. If it hangs, it is left alone; if it responds, it completes its session and ends.
 start_program "$folder"
 log_in hanako
 choose_row "$(row_of "$folder" はじめに.txt)"
@@ -124,31 +124,32 @@ wait_for_end 0
 expect "sessions" 2 "$(sessions_in "$folder")"
 cmp "$trial/older/Kotoban.exe" "$folder/Kotoban.exe"
 
-# Removal: only what is the learner's stays. The sounds that were not changed go.
+# Removal: only the user's files stay. Unchanged sounds are removed.
 rm "$folder"/Kotoban_log.txt
-before=$(learners_files "$folder" | grep -vE '/(start|notify)\.wav$')
+before=$(user_files "$folder" | grep -vE '/(start|notify)\.wav$')
 "$run_wine" "$folder/Uninstall.exe" /S
 wait_for "the end of the removal" test ! -e "$folder/Uninstall.exe"
 expect "files after the removal" "$before" \
     "$(cd "$folder" && find . -type f -print0 | sort -z | xargs -0 sha256sum)"
 [[ $(in_menu) -eq 0 && -z $(listed DisplayVersion) ]] || fail "the program is still in the menu or in the list"
 
-# Installed again: the learner goes on, and what was deleted stays away.
+# Second installation: the user continues, and deleted samples are not installed again.
 expect "status of the second installation" 0 "$(status_of "$run_wine" "$installer" /S)"
-expect "learner's files after the second installation" "$before" \
-    "$(learners_files "$folder" | grep -vE '/(start|notify)\.wav$')"
+expect "user's files after the second installation" "$before" \
+    "$(user_files "$folder" | grep -vE '/(start|notify)\.wav$')"
 cmp "$trial/newer/wav/start.wav" "$folder/wav/start.wav"
 study "$folder" 2-again
 expect "sessions" 3 "$(sessions_in "$folder")"
 
-# Over a folder that was unpacked and used. The path comes last and without quotes, and so in two words.
+# Installation over a folder that was unpacked and used. NSIS takes the path as the last argument, without quotes, so a
+# path with a space is two arguments.
 portable="$system/drive_c/持ち運び 用"
 mv "$trial/older" "$portable"
 study "$portable" 3-portable
 rm "$portable/txt/日本史年表.txt"
-before=$(learners_files "$portable")
+before=$(user_files "$portable")
 expect "status over an unpacked folder" 0 "$(status_of "$run_wine" "$installer" /S '/D=C:\持ち運び' 用)"
-expect "learner's files of the unpacked folder" "$before" "$(learners_files "$portable")"
+expect "user's files of the unpacked folder" "$before" "$(user_files "$portable")"
 cmp "$trial/newer/Kotoban.exe" "$portable/Kotoban.exe"
 expect "sessions" 1 "$(sessions_in "$portable")"
 

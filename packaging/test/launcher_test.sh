@@ -2,12 +2,12 @@
 # SPDX-FileCopyrightText: 2026 The Kotoban developers
 # SPDX-License-Identifier: MIT
 
-# Tries the installed launcher with homes of its own: what it makes, what it renews, what it leaves alone.
+# Tests the installed launcher in temporary homes: what it creates, what it updates, what it leaves unchanged.
 #
 #     launcher_test.sh BUILD_FOLDER
 set -euo pipefail
 export LC_ALL=C.UTF-8
-# Nothing here may reach the desktop or the home of whoever runs the tests.
+# The tests must not touch the desktop or the home of the current user.
 unset DISPLAY WAYLAND_DISPLAY XDG_DATA_HOME HOME
 
 work=$(mktemp -d)
@@ -19,7 +19,7 @@ mkdir "$commands"
 export PATH=$commands:$PATH
 
 cmake --install "$1" --component system --prefix "$usr" >/dev/null
-# install_program VERSION: one that prints the place of its executable and its arguments.
+# install_program VERSION: installs a program that prints its own path and its arguments.
 install_program() {
     # shellcheck disable=SC2016
     printf '#!/bin/sh\n# %s\nprintf "%%s\\n" "$(readlink -f "$0")" "$@"\n' "$1" >"$usr/lib/kotoban/Kotoban"
@@ -32,18 +32,18 @@ fail() {
 }
 
 expect() {
-    [[ $2 == "$3" ]] || fail "$1: wanted \"$2\", found \"$3\""
+    [[ $2 == "$3" ]] || fail "$1: expected \"$2\", found \"$3\""
 }
 
-# tell STORY: each story has a home that does not exist yet.
-tell() {
+# begin STORY: starts a test, with a home that does not exist yet.
+begin() {
     story=$1
     home="$work/家 ${story// /_}/学習者 一"
     folder=$home/.local/share/kotoban
     rm -f "$commands"/*
 }
 
-# replace_command NAME: with the script on standard input.
+# replace_command NAME: replaces a command by the script on standard input.
 replace_command() {
     { printf '#!/bin/sh\n' && cat; } >"$commands/$1"
     chmod +x "$commands/$1"
@@ -53,8 +53,8 @@ start() {
     HOME=$home "$usr/bin/kotoban" "$@"
 }
 
-# The names and contents of all files of the folder but the ones that belong to the program.
-learners_files() {
+# Names and checksums of all files of the folder except those that belong to the program.
+user_files() {
     (cd "$folder" && find . -path ./htm -prune -o -type f ! -name Kotoban -print0 | sort -z | xargs -0 sha256sum)
 }
 
@@ -75,19 +75,19 @@ expect_current() {
     expect "files under other names" "" "$(find "$folder" -name '*kotoban-new*')"
 }
 
-# What the template itself must hold for all that follows to mean anything.
+# The tests below only mean something if the template is right. A database in it would replace a user's lost one.
 story="what is installed"
-expect "databases, which would be the learner's if the folder's own were lost" "" "$(ls "$template/db")"
+expect "databases in the template" "" "$(ls "$template/db")"
 for name in KeywordList.txt txt/はじめに.txt wav/notify.wav htm/index.htm; do
     [[ -s $template/$name ]] || fail "no $name"
 done
 
-tell "first start"
+begin "first start"
 expect "the program and its arguments" "$folder/Kotoban"$'\n-style\na b' "$(start -style 'a b')"
 expect_complete
-expect "who may look into the folder" 700 "$(stat -c %a "$folder")"
+expect "permissions of the folder" 700 "$(stat -c %a "$folder")"
 
-tell "learner's files stay"
+begin "user's files stay"
 start >/dev/null
 printf 'mine\n' >"$folder/db/kotoban.splite3"
 printf 'mine\n' >"$folder/txt/はじめに.txt"
@@ -95,12 +95,11 @@ printf 'mine\n' >"$folder/txt/自分の 単語.txt"
 printf 'mine\n' >"$folder/Kotoban.ini"
 rm "$folder/txt/英単語入門.txt" "$folder/wav/tada.wav"
 rmdir "$folder/rec"
-before=$(learners_files)
+before=$(user_files)
 start >/dev/null
-expect "files" "$before" "$(learners_files)"
-[[ -d $folder/rec ]] || fail "a folder that the program must have is not made again"
-# An upgrade brings a changed sample, a new one, one under the name of a file that the learner has, and what belongs to
-# the program.
+expect "files" "$before" "$(user_files)"
+[[ -d $folder/rec ]] || fail "a folder that the program needs was not created again"
+# An upgrade with a changed sample, a new one, a new one with the name of a user's file, and new files of the program.
 cp -R "$template" "$work/template-1"
 printf 'changed\n' | tee "$template/txt/理科の基礎.txt" "$template/wav/start.wav" >"$template/htm/index.htm"
 printf 'new\n' | tee "$template/txt/新しい見本.txt" >"$template/txt/自分の 単語.txt"
@@ -112,27 +111,27 @@ expect_current
 expect "new sample" new "$(cat "$folder/txt/新しい見本.txt")"
 rm "$folder/txt/新しい見本.txt"
 expect "files but for the record of samples" "$(grep -v given-samples <<<"$before")" \
-    "$(learners_files | grep -v given-samples)"
-# And back to the older version.
+    "$(user_files | grep -v given-samples)"
+# A downgrade to the older version.
 rm -r "$template"
 mv "$work/template-1" "$template"
 install_program "version 1"
 start >/dev/null
 expect "help page" "$(cat "$template/htm/index.htm")" "$(cat "$folder/htm/index.htm")"
-cmp -s "$usr/lib/kotoban/Kotoban" "$folder/Kotoban" || fail "the newer executable stays"
+cmp -s "$usr/lib/kotoban/Kotoban" "$folder/Kotoban" || fail "the newer executable is still there"
 
-tell "folder from elsewhere"
+begin "folder from elsewhere"
 # Such as a backup, or the folder of a version that kept no record of samples.
 mkdir -p "$folder/txt" "$folder/db"
 printf 'mine\n' | tee "$folder/txt/はじめに.txt" "$folder/db/kotoban.splite3" >"$folder/Kotoban"
 start >/dev/null
 expect "study file" mine "$(cat "$folder/txt/はじめに.txt")"
 expect "database" mine "$(cat "$folder/db/kotoban.splite3")"
-[[ -s $folder/txt/英単語入門.txt ]] || fail "the samples that are missing are not given"
+[[ -s $folder/txt/英単語入門.txt ]] || fail "the missing samples were not copied"
 expect_current
 
-tell "first start cut off"
-# At each file in turn: all is whole but not yet in its place when the whole process group ends.
+begin "interrupted first start"
+# At each file in turn, kills the process group when the copy is complete but not yet renamed.
 replace_command sync <<'EOF'
 read -r left <"$COUNTER"
 [ "$left" -gt 0 ] || kill -KILL 0
@@ -143,19 +142,19 @@ for ((files = 0; ; files++)); do
     rm -rf "$home"
     echo "$files" >"$COUNTER"
     status=0
-    { HOME=$home setsid --wait "$usr/bin/kotoban" >/dev/null || status=$?; } 2>/dev/null # the shell tells of the end
+    { HOME=$home setsid --wait "$usr/bin/kotoban" >/dev/null || status=$?; } 2>/dev/null # the shell reports the kill
     [[ $status -ne 0 ]] || break
     while IFS= read -r -d '' name; do
         cmp -s "$name" "$folder/${name#"$template/"}" || [[ ! -e $folder/${name#"$template/"} ]] ||
-            fail "part of a file in the place of ${name#"$template/"}"
+            fail "partial file ${name#"$template/"}"
     done < <(find "$template" -type f -print0)
     echo 1000 >"$COUNTER"
     start >/dev/null
     expect_complete
 done
-expect "files at which the start was cut off" "$(find "$usr/lib/kotoban" "$template" -type f | wc -l)" "$files"
+expect "number of interrupted starts" "$(find "$usr/lib/kotoban" "$template" -type f | wc -l)" "$files"
 
-tell "several first starts at once"
+begin "several first starts at once"
 pids=()
 for _ in 1 2 3 4 5; do
     start >/dev/null &
@@ -166,7 +165,7 @@ for pid in "${pids[@]}"; do
 done
 expect_complete
 
-tell "upgrade while the program runs"
+begin "upgrade while the program runs"
 cp "$(command -v sleep)" "$usr/lib/kotoban/Kotoban"
 HOME=$home "$usr/bin/kotoban" 60 &
 running=$!
@@ -189,42 +188,42 @@ refuses_start() {
     grep -qF -e "$1" "$work/message" || fail "\"$1\" is not in the message: $(cat "$work/message")"
 }
 
-tell "full disk"
+begin "full disk"
 replace_command cp <<'EOF'
 head -c 10 "$1" >"$2"
 echo "cp: No space left on device" >&2
 exit 1
 EOF
 refuses_start "No space left on device"
-[[ ! -e $folder/txt/はじめに.txt ]] || fail "part of a sample is left"
+[[ ! -e $folder/txt/はじめに.txt ]] || fail "a partial sample is left"
 rm "$commands/cp"
 start >/dev/null
 expect_complete
 
-tell "home that is no folder"
+begin "home that is not a folder"
 mkdir -p "$(dirname "$home")"
 : >"$home"
 replace_command zenity <<EOF
 printf '%s\n' "\$@" >"$work/window"
 EOF
 refuses_start "$folder"
-[[ ! -e $work/window ]] || fail "a window without a desktop"
+[[ ! -e $work/window ]] || fail "a window was opened without a desktop"
 DISPLAY=:nowhere refuses_start "瞬記帳を開始できません。"
 grep -qF -e "$folder" "$work/window" || fail "the window does not name the folder"
 
-tell "nothing may be executed in the home"
+begin "home mounted noexec"
 start >/dev/null
-# The answer of a file system that is mounted so is that of a file without the right.
+# test -x gives the same answer for a file without execute permission.
 chmod -x "$folder/Kotoban"
 refuses_start "実行が許されていません"
 
-tell "XDG_DATA_HOME"
+begin "XDG_DATA_HOME"
 XDG_DATA_HOME="$work/data dir" start >/dev/null
-[[ ! -e $folder ]] || fail "the home is used all the same"
+[[ ! -e $folder ]] || fail "the home is used nevertheless"
 folder="$work/data dir/kotoban"
 expect_complete
 
-tell "no HOME"
+begin "no HOME"
 replace_command getent <<EOF
 echo "learner:x:1000:1000::$home:/bin/sh"
 EOF
@@ -237,17 +236,17 @@ home=. refuses_start "HOME"
 home=/ refuses_start "HOME"
 home=/home/.. refuses_start "HOME"
 
-tell "no regular files"
+begin "special files"
 for name in .given-samples Kotoban htm/index.htm; do
     rm -rf "$folder"
     mkdir -p "$folder/htm"
     mkfifo "$folder/$name"
     start() { HOME=$home timeout 20 "$usr/bin/kotoban"; }
     refuses_start "通常のファイルではありません"
-    [[ -p $folder/$name ]] || fail "$name is replaced"
+    [[ -p $folder/$name ]] || fail "$name was replaced"
 done
 
-tell "called through a link"
+begin "called through a link"
 ln -s "$usr/bin/kotoban" "$work/link"
 HOME=$home "$work/link" >/dev/null
 expect_complete

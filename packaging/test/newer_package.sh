@@ -2,8 +2,7 @@
 # SPDX-FileCopyrightText: 2026 The Kotoban developers
 # SPDX-License-Identifier: MIT
 
-# Makes the package of a later version out of a package, for trying an upgrade: another executable, help page and
-# sample, and one sample more.
+# Creates a later version of a package, to test upgrades: another executable, help page and sample, and one sample more.
 #
 #     newer_package.sh PACKAGE NEWER_PACKAGE
 set -euo pipefail

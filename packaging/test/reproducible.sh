@@ -9,7 +9,7 @@ set -euo pipefail
 
 packages=$(realpath "$1")
 cd "$(dirname "$0")/../.."
-# Of another length, and with a blank in it.
+# A path of another length, with a space in it.
 copy="$PWD/build/reproducible/another folder"
 rm -rf build/reproducible
 mkdir -p "$copy"
@@ -20,4 +20,4 @@ for package in "$packages"/*; do
     cmp "$package" "$copy/build/packages/${package##*/}"
 done
 rm -rf build/reproducible
-printf '== the packages are the same when they are built elsewhere\n'
+printf '== the packages are identical when built elsewhere\n'

@@ -2,7 +2,7 @@
 # SPDX-FileCopyrightText: 2026 The Kotoban developers
 # SPDX-License-Identifier: MIT
 
-# Holds the list of what is inside (SBOM), as it is installed from a build folder, against its format and the executable.
+# Checks that the SBOM, as installed from a build folder, is valid, matches the executable and is reproducible.
 #
 #     sbom_test.sh BUILD_FOLDER COMPONENT...
 set -euo pipefail

@@ -2,7 +2,7 @@
 # SPDX-FileCopyrightText: 2026 The Kotoban developers
 # SPDX-License-Identifier: MIT
 
-# Signs the program for Windows with a certificate that is made for this, as a release is signed.
+# Signs the Windows program like that of a release, with a certificate created for the test.
 #
 #     signing_test.sh BUILD_FOLDER
 set -euo pipefail
@@ -17,7 +17,7 @@ fail() {
     exit 1
 }
 
-# install_in FOLDER: what goes into the archive.
+# install_in BUILD_FOLDER FOLDER: installs what goes into the archive.
 install_in() {
     cmake --install "$1" --component portable --prefix "$2" >/dev/null
 }
@@ -39,6 +39,6 @@ install_in "$build" "$work/again"
 verify "$work/signed/Kotoban.exe" || { cat "$work/log" >&2 && fail "the signature is not valid"; }
 cmp "$work/signed/Kotoban.exe" "$work/again/Kotoban.exe"
 
-# A byte of the text that says that this is no program of DOS.
+# A byte of the message for DOS at the start of the program.
 printf 'X' | dd of="$work/signed/Kotoban.exe" bs=1 seek=100 conv=notrunc status=none
 ! verify "$work/signed/Kotoban.exe" || fail "a change is not noticed"

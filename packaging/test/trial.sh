@@ -2,18 +2,18 @@
 # SPDX-FileCopyrightText: 2026 The Kotoban developers
 # SPDX-License-Identifier: MIT
 
-# Installs, uses, upgrades and removes the Debian package as root and as learners.
+# Installs, uses, upgrades and removes the Debian package, as root and as two users.
 #
 #     trial.sh PACKAGE NEWER_PACKAGE
 #
-# Leaves screenshots in /var/tmp/kotoban-trial. The learners are users made for this and removed with their homes; the
+# Leaves screenshots in /var/tmp/kotoban-trial. The users are created for this and removed again, with their homes; the
 # packages that were needed stay installed.
 set -euo pipefail
 export LC_ALL=C.UTF-8 DEBIAN_FRONTEND=noninteractive
 
 package=$(realpath "$1")
 newer_package=$(realpath "$2")
-# A folder into which the learners may look, whatever the repository's is.
+# A folder that the users can read, even if the repository is not readable.
 trial=/var/tmp/kotoban-trial
 hanako=kotoban-hanako
 taro=kotoban-taro
@@ -21,10 +21,10 @@ taros_home="/home/学習者 太郎"
 # shellcheck source=packaging/test/trial_tools.sh
 source "$(dirname "$0")/trial_tools.sh"
 
-# Nothing here may touch a package or a user that was there before.
+# This must not touch an existing package or user.
 ! dpkg-query -W -f '${Status}' kotoban 2>/dev/null | grep -q ' installed' || fail "the package is installed already"
 for user in "$hanako" "$taro"; do
-    ! getent passwd "$user" >/dev/null || fail "there is a user $user"
+    ! getent passwd "$user" >/dev/null || fail "the user $user exists already"
 done
 rm -rf "$trial"
 
@@ -43,13 +43,13 @@ folder_of() {
     printf '%s/.local/share/kotoban' "$(home_of "$1")"
 }
 
-# study USER NAME: a session with the installed program.
+# study USER NAME: runs a session with the installed program.
 study() {
     as "$1" KOTOBAN_START=/usr/bin/kotoban "$trial/session.sh" "$(folder_of "$1")" "$trial/$2" はじめに.txt
 }
 
-# The names and contents of a learner's files, less the two that each session writes.
-learners_files() {
+# Names and checksums of a user's files, except the log and the database, which each session writes.
+user_files() {
     (cd "$1" && find . -path ./htm -prune -o -type f ! -name Kotoban ! -name '*_log.txt' ! -name 'kotoban*.splite3' \
         ! -name .given-samples -print0 | sort -z | xargs -0 sha256sum)
 }
@@ -61,21 +61,21 @@ useradd -m -s /bin/bash -d "$taros_home" "$taro"
 say "installing"
 apt-get update -qq
 install_package "$package"
-# Before the tools come, which bring libraries of their own.
+# Before the tools are installed, since they bring libraries along.
 for file in /usr/lib/kotoban/Kotoban /usr/lib/*/qt6/plugins/platforms/libqxcb.so; do
     ! ldd "$file" | grep 'not found' || fail "libraries are missing"
 done
 [[ -n $(fc-list :lang=ja) ]] || fail "no Japanese font"
 install_package "${tools[@]}"
 
-say "first starts of two learners"
+say "first starts of two users"
 study "$hanako" 1-first
 study "$taro" 1-first-taro
 folder=$(folder_of "$hanako")
 expect_sessions "$folder" 1
 expect_sessions "$(folder_of "$taro")" 1
 expect "owner" "$hanako $taro" "$(stat -c %U "$folder/Kotoban") $(stat -c %U "$(folder_of "$taro")/Kotoban")"
-! as "$taro" ls "$folder" >/dev/null 2>&1 || fail "a learner can look into the folder of another"
+! as "$taro" ls "$folder" >/dev/null 2>&1 || fail "a user can read the folder of another"
 
 say "no home"
 status=0
@@ -87,20 +87,20 @@ say "upgrade"
 # shellcheck disable=SC2016
 as "$hanako" bash -c 'cd "$1" && printf "[mine]\r\n" >txt/mine.txt && printf "[mine]\r\n" >>txt/英単語入門.txt &&
     rm txt/日本史年表.txt && printf "report" >rec/report.txt' - "$folder"
-before=$(learners_files "$folder")
+before=$(user_files "$folder")
 install_package "$newer_package"
 study "$hanako" 2-upgraded
 expect_sessions "$folder" 2
-expect "learner's files" "$before" "$(learners_files "$folder" | grep -v later.txt)"
+expect "user's files" "$before" "$(user_files "$folder" | grep -v later.txt)"
 cmp /usr/lib/kotoban/Kotoban "$folder/Kotoban"
 diff -r /usr/share/kotoban/htm "$folder/htm"
-[[ -s $folder/txt/later.txt ]] || fail "the sample of the new version is not given"
-[[ $(tail -c 5 "$folder/Kotoban") == later ]] || fail "the old executable is there still"
+[[ -s $folder/txt/later.txt ]] || fail "the sample of the new version was not copied"
+[[ $(tail -c 5 "$folder/Kotoban") == later ]] || fail "the old executable is still there"
 
 say "removal"
 before=$(cd "$folder" && find . -type f -exec sha256sum {} +)
 apt-get purge -y -qq kotoban >/dev/null 2>&1
-expect "learner's files after the removal" "$before" "$(cd "$folder" && find . -type f -exec sha256sum {} +)"
+expect "user's files after the removal" "$before" "$(cd "$folder" && find . -type f -exec sha256sum {} +)"
 expect "files left by the package" "" "$(find /etc /usr /var/lib -iname '*kotoban*' ! -path "$trial*")"
 
 say "installed again"

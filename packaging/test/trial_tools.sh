@@ -2,9 +2,9 @@
 # SPDX-License-Identifier: MIT
 
 # shellcheck shell=bash disable=SC2034,SC2154
-# Sourced by the trials of the packages: what they install, see and do as learners. $trial is a folder of their own.
+# Sourced by trial.sh and archive_trial.sh: the functions that they share. $trial is their working folder.
 
-# What the session in scripts/session.sh needs, on top of what the package brings along.
+# What scripts/session.sh needs in addition to the dependencies of the package.
 tools=(xvfb openbox xdotool x11-utils imagemagick procps sqlite3)
 
 say() {
@@ -17,7 +17,7 @@ fail() {
 }
 
 expect() {
-    [[ $2 == "$3" ]] || fail "$1: wanted \"$2\", found \"$3\""
+    [[ $2 == "$3" ]] || fail "$1: expected \"$2\", found \"$3\""
 }
 
 make_trial_folder() {
@@ -30,14 +30,14 @@ install_package() {
         cat "$trial/apt.log" >&2
         fail "could not install $*"
     }
-    sync # or the program waits behind it when it first writes its record
+    sync # or the program would have to wait for these writes when it first writes its record
 }
 
 home_of() {
     getent passwd "$1" | cut -d: -f6
 }
 
-# as USER COMMAND...: with nothing of root's environment.
+# as USER COMMAND...: runs a command as a user, with nothing of root's environment.
 as() {
     local user=$1
     shift

@@ -1,22 +1,22 @@
 ; SPDX-FileCopyrightText: 2026 The Kotoban developers
 ; SPDX-License-Identifier: MIT
 
-; The installer for Windows: for one learner, without an administrator, into a folder where the program may write. Made by
-; make_installer.sh, which says what each definition and each macro of its list of files stands for.
+; The Windows installer: for one user, without administrator rights, into a folder that the program can write to. Built
+; by make_installer.sh, which passes the definitions and generates the macros that list files.
 ;
-; In the folder live the learner's files too. What the installer lays down is of three kinds:
-;   - the executable, the help and the licences are the program's: each installation renews them;
-;   - samples are the learner's from the first installation on: they come only where there is no folder txt yet;
-;   - sounds come where there is no program yet, and are removed with it as long as they are unchanged.
+; The folder also contains the user's files. The installer writes three kinds of files:
+;   - the executable, the help and the licences belong to the program: each installation replaces them;
+;   - samples belong to the user once they are installed: they are written only if there is no folder txt yet;
+;   - sounds are written only if there is no program yet, and removed with it if they are unchanged.
 Target amd64-unicode
 Unicode true
 SetCompressor /SOLID lzma
-; The times of the files are those of the installation: the same source gives the same installer.
+; Files get the time of their installation, so that the installer is reproducible.
 SetDateSave off
-; A file that cannot be written ends the installation: a learner who skips it would have half a program.
+; A file that cannot be written ends the installation, since skipping it would leave half a program.
 AllowSkipFiles off
 RequestExecutionLevel user
-; Signed where there is a key, as is the program.
+; Signed like the program, if there is a key.
 !uninstfinalize '"${SIGN}" "%1"'
 !finalize '"${SIGN}" "%1"'
 ManifestDPIAware true
@@ -81,15 +81,15 @@ VIAddVersionKey /LANG=1041 ProductVersion "${VERSION}"
 !insertmacro MUI_UNPAGE_FINISH
 
 !insertmacro MUI_LANGUAGE Japanese
-; The language's own captions are wider than their buttons.
+; The captions that NSIS has for Japanese are wider than their buttons.
 InstallButtonText "インストール"
 UninstallButtonText "削除する(&D)"
 
 ; The functions that both the installer and the uninstaller need; PREFIX is "un." for the latter.
 !macro FUNCTIONS_OF PREFIX
 
-; Asks the running program to end, as Windows does at a logout: it completes the session and answers that it is ready. A
-; program elsewhere, started from another folder, is left alone.
+; Asks the running program to end, as Windows does at a logout: the program completes the session and reports that it is
+; ready. A program that was started from another folder is left alone.
 Function ${PREFIX}AskToEnd
     StrCpy $1 0
     ${Do}
@@ -107,7 +107,7 @@ Function ${PREFIX}AskToEnd
         System::Call 'kernel32::QueryFullProcessImageNameW(p r3, i 0, w.r4, *i ${NSIS_MAX_STRLEN})'
         System::Call 'kernel32::CloseHandle(p r3)'
         ${If} $4 == "$INSTDIR\Kotoban.exe"
-            ; WM_QUERYENDSESSION and WM_ENDSESSION with ENDSESSION_CLOSEAPP; nothing waits for a program that hangs.
+            ; WM_QUERYENDSESSION and WM_ENDSESSION with ENDSESSION_CLOSEAPP, not waiting for a program that hangs.
             System::Call 'user32::SendMessageTimeoutW(p r1, i 0x11, p 0, p 1, i 2, i 3000, *p.r5) p.r6'
             ${If} $6 P<> 0
                 System::Call 'user32::SendMessageTimeoutW(p r1, i 0x16, p r5, p 1, i 2, i 3000, *p.r5)'
@@ -117,7 +117,7 @@ Function ${PREFIX}AskToEnd
     ${Loop}
 FunctionEnd
 
-; Whether the executable is in use: $0 is then 1. A file that runs cannot be opened for writing.
+; Sets $0 to 1 if the executable is in use, otherwise to 0. A running executable cannot be opened for writing.
 Function ${PREFIX}IsInUse
     StrCpy $0 0
     ${If} ${FileExists} "$INSTDIR\Kotoban.exe"
@@ -131,7 +131,7 @@ Function ${PREFIX}IsInUse
     ${EndIf}
 FunctionEnd
 
-; Comes back when the program no longer runs. Where it does not end, nothing has been changed yet and nothing will be.
+; Returns when the program no longer runs. If it does not end, aborts; nothing has been changed by then.
 Function ${PREFIX}EndProgram
     Call ${PREFIX}IsInUse
     ${If} $0 = 0
@@ -173,7 +173,7 @@ Function .onInit
     ${EndIf}
 FunctionEnd
 
-; Where the program has been installed already it stays, and the records with it.
+; A program that is installed already stays in its folder, with the records.
 Function SkipFolderPage
     ReadRegStr $0 HKCU "${ENTRY}" InstallLocation
     ${If} $0 == $INSTDIR
@@ -183,13 +183,13 @@ Function SkipFolderPage
 FunctionEnd
 
 Function CheckFolder
-    ; The page adds the name of the default folder to one that is browsed to; here the program is in it already.
+    ; The page appends the name of the default folder to a chosen folder, even if that already contains the program.
     ${GetParent} $INSTDIR $0
     ${If} ${FileExists} "$0\Kotoban.exe"
     ${AndIfNot} ${FileExists} "$INSTDIR\Kotoban.exe"
         StrCpy $INSTDIR $0
     ${EndIf}
-    ; The program writes beside itself for as long as it is used.
+    ; The program always needs to write into its own folder.
     ClearErrors
     CreateDirectory "$INSTDIR\db"
     GetTempFileName $0 "$INSTDIR\db"
@@ -200,7 +200,7 @@ Function CheckFolder
     Delete $0
 FunctionEnd
 
-; The samples arrive under another name: a folder txt that is there is whole.
+; Writes the samples under another name and renames them, so that an existing folder txt is always complete.
 Function LaySamples
     RMDir /r "$INSTDIR\txt.new"
     !insertmacro SAMPLES "txt.new"
@@ -217,7 +217,7 @@ Function LaySounds
     SetOverwrite on
 FunctionEnd
 
-; At one stroke: whatever happens, the folder holds the old program or the new one.
+; Atomic: whatever happens, the folder contains either the old program or the new one.
 Function ReplaceProgram
     SetOutPath $INSTDIR
     File "/oname=Kotoban.exe.new" "${FOLDER}/Kotoban.exe"
@@ -247,7 +247,7 @@ Section
     AddSize ${KILOBYTES}
     Call EndProgram
     SetOutPath $INSTDIR
-    ; Without one of its folders the program does not start.
+    ; The program does not start if one of these folders is missing.
     CreateDirectory "$INSTDIR\db"
     CreateDirectory "$INSTDIR\db_backup"
     CreateDirectory "$INSTDIR\rec"
@@ -263,11 +263,11 @@ Section
     Call ReplaceProgram
     Call EnterIntoList
     CreateShortCut "$SMPROGRAMS\瞬記帳.lnk" "$INSTDIR\Kotoban.exe"
-    ; The folder lies below one that is hidden, and a learner wants to copy it, or to lay study files into it.
+    ; The folder is inside a hidden one, but users want to copy it, or to put study files into it.
     CreateShortCut "$SMPROGRAMS\瞬記帳のフォルダ.lnk" "$WINDIR\explorer.exe" '"$INSTDIR"'
 SectionEnd
 
-; Deletes the file $R1 of the sounds if it is the one that was laid down.
+; Deletes the sound file $R1 if it is unchanged since the installation.
 Function un.DeleteIfUnchanged
     FileOpen $0 "$INSTDIR\wav\$R1" r
     FileOpen $1 "$PLUGINSDIR\$R1" r

@@ -2,7 +2,7 @@
 # SPDX-FileCopyrightText: 2026 The Kotoban developers
 # SPDX-License-Identifier: MIT
 
-# Makes the installer for Windows out of an application folder with everything that belongs into it.
+# Builds the Windows installer from a complete application folder.
 #
 #     make_installer.sh APPLICATION_FOLDER VERSION INSTALLER
 set -euo pipefail
@@ -15,13 +15,13 @@ work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 
 cd "$folder"
-# In an order of their own: a folder lists its files in another one on each machine.
+# Sorted, since the order of files in a folder differs between machines.
 renewed=$(find . -type f ! -path './txt/*' ! -path './wav/*' ! -name KeywordList.txt ! -name Kotoban.exe -printf '%P\n' |
     LC_ALL=C sort)
 samples=$(find txt -type f -printf '%P\n' | LC_ALL=C sort)
 sounds=$(find wav -type f -printf '%P\n' | LC_ALL=C sort)
 
-# laid FOLDER TARGET: the instructions that lay down the files of a folder whose names are read, below a target.
+# laid FOLDER TARGET: reads names of files in FOLDER and prints the instructions that install them below TARGET.
 laid() {
     local source=$1 target=$2 name parent
     while read -r name; do
@@ -32,14 +32,14 @@ laid() {
     done
 }
 
-# macro NAME [PARAMETER]: wraps the instructions that are read.
+# macro NAME [PARAMETER]: makes a macro of the instructions on standard input.
 macro() {
     printf '!macro %s\n' "$*"
     cat
     printf '!macroend\n'
 }
 
-# The instructions of the installer that name single files.
+# The instructions that name individual files.
 {
     # shellcheck disable=SC2016 # the installer's own variables
     {
@@ -60,7 +60,7 @@ macro() {
 icons=$here/../../assets/icon
 convert -size 164x314 xc:'#e6ecf4' "$icons/kotoban-128.png" -gravity north -geometry +0+48 -composite -alpha off \
     "BMP3:$work/picture.bmp"
-bytes=$(find . -type f -printf '%s\n' | paste -sd+) # a sum
+bytes=$(find . -type f -printf '%s\n' | paste -sd+) # an expression that is evaluated below
 makensis -V2 -WX -INPUTCHARSET UTF8 "-DVERSION=$version" "-DFOLDER=$folder" "-DFILES=$work/files.nsh" \
     "-DKILOBYTES=$((bytes / 1024))" "-DICON=$icons/kotoban.ico" "-DPICTURE=$work/picture.bmp" \
     "-DSIGN=$(realpath "$here/../../scripts/sign.sh")" "-DOUTPUT=$installer" "$here/installer.nsi"
