@@ -2,7 +2,7 @@
 # SPDX-FileCopyrightText: 2026 The Kotoban developers
 # SPDX-License-Identifier: MIT
 """Checks docs/architecture.md against the sources: the picture, the rooms, and each file and test suite that it names.
-Checks too that the forges have the same templates, and that each file tells its licence."""
+Also checks that the forges have the same templates, and that each file states its licence."""
 import re
 import subprocess
 import sys
@@ -25,14 +25,14 @@ def check_picture():
 
 def check_rooms(text):
     section = text.split("## Rooms")[1].split("\n## ")[0]
-    told = set(re.findall(r"^\| `(\w+)` \|", section, re.MULTILINE))
+    listed = set(re.findall(r"^\| `(\w+)` \|", section, re.MULTILINE))
     rooms = {folder.name for folder in (ROOT / "src").iterdir() if folder.is_dir()}
-    expect(told == rooms, f"the table of rooms differs from src: {sorted(told ^ rooms)}")
+    expect(listed == rooms, f"the table of rooms differs from src: {sorted(listed ^ rooms)}")
 
 
 def check_files(text):
     for name in re.findall(r"`((?:src|tests|scripts|packaging|fuzz|docs)/[^`]+)`", text):
-        expect((ROOT / name).exists(), f"there is no {name}")
+        expect((ROOT / name).exists(), f"{name} does not exist")
 
 
 def check_suites(text):
@@ -54,19 +54,19 @@ def check_templates():
 
 
 def pattern(path):
-    """The expression for a path of REUSE.toml, in which only ** reaches into folders."""
+    """The regular expression for a path of REUSE.toml, in which only ** matches across folders."""
     parts = {"**": ".*", "*": "[^/]*"}
     return "".join(parts.get(part) or re.escape(part) for part in re.split(r"(\*\*?)", path))
 
 
 def check_licences():
-    """Nothing to check where Git does not tell the sources from what was built: in an archive of the sources."""
+    """Checks nothing outside a Git clone, where sources cannot be told apart from build output."""
     listed = subprocess.run(["git", "-C", ROOT, "ls-files", "-z"], capture_output=True).stdout.decode("utf-8")
     settings = tomllib.loads((ROOT / "REUSE.toml").read_text("utf-8"))
     covered = re.compile("|".join(pattern(path) for path in settings["annotations"][0]["path"]))
     for name in listed.split("\0")[:-1]:
         if not covered.fullmatch(name) and (ROOT / name).exists():
-            expect(b"SPDX-License-Identifier: MIT" in (ROOT / name).read_bytes()[:300], f"{name} tells no licence")
+            expect(b"SPDX-License-Identifier: MIT" in (ROOT / name).read_bytes()[:300], f"{name} states no licence")
 
 
 def main():

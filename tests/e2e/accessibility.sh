@@ -2,7 +2,7 @@
 # SPDX-FileCopyrightText: 2026 The Kotoban developers
 # SPDX-License-Identifier: MIT
 
-# Uses the program by keyboard only and compares what a screen reader is told with what is on the screen.
+# Uses the program by keyboard only and compares what is reported to a screen reader with what is on the screen.
 #
 #     accessibility.sh APPLICATION_FOLDER
 set -euo pipefail

@@ -58,7 +58,7 @@ begin() {
     xdotool key Escape
     log_in hanako
     expect_on_screen '^ファイル選択 Ver'
-    # While the program is stopped, so that all keys are queued before it sees the first.
+    # The program is stopped meanwhile, so that all keys are queued before it sees the first.
     kill -STOP "$program"
     xdotool key Home "$@"
     kill -CONT "$program"
