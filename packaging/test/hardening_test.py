@@ -6,7 +6,7 @@
     hardening_test.py EXECUTABLE [FOLDER...]
 
 It must not contain the paths of the given folders, of the current user's home and of the source folder. Exits with
-status 77 if the executable is missing or older than the rules that it is built by, since it was then built by other rules.
+status 77 if the executable is missing or older than the rules for its build, since others applied then.
 """
 import re
 import subprocess
