@@ -76,20 +76,20 @@ give_samples() {
         done
 }
 
-renew_help_pages() {
+update_help_pages() {
     find htm -type f | while IFS= read -r name; do
         is_same "$name" "$folder/$name" || put "$name" "$folder/$name" || exit 1
     done
 }
 
-renew_program() {
+update_program() {
     is_same "$program" "$folder/Kotoban" || put "$program" "$folder/Kotoban"
 }
 
 # Only one start at a time may do this. If the file system does not support locks, the start goes on without one.
 fill_folder() {
     flock 9
-    cd "$template" && make_folders && give_samples && renew_help_pages && renew_program
+    cd "$template" && make_folders && give_samples && update_help_pages && update_program
 }
 
 if [ -z "${HOME:-}" ]; then

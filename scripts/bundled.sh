@@ -5,11 +5,11 @@
 # Sourced by static_qt.sh: updates the copies of libraries in Qt's source. Needs say of setup.sh, source_of and
 # fetch_source of static_qt.sh, and the variable cache.
 
-# renew_libpng SOURCE: replaces the copy of libpng in Qt's source with the distribution's libpng. Security fixes reach
+# replace_libpng SOURCE: replaces the copy of libpng in Qt's source with the distribution's libpng. Security fixes reach
 # the distribution first, and pictures are untrusted files. Qt's configuration of it (pnglibconf.h) is kept, and so is
 # the whole copy if the versions differ, since the distribution's newer Qt then has a newer copy. The file SOURCE in the
 # copy records its origin for the SBOM.
-renew_libpng() {
+replace_libpng() {
     local copy=$1/src/3rdparty/libpng package fetched=$cache/work/libpng file name
     [[ ! -e $copy/SOURCE ]] || return 0
     package=$(source_of libpng-dev)

@@ -1,7 +1,7 @@
 # SPDX-FileCopyrightText: 2026 The Kotoban developers
 # SPDX-License-Identifier: MIT
 
-# shellcheck shell=bash disable=SC2034
+# shellcheck shell=bash disable=SC2034,SC2154
 # Sourced by scripts that use the program as a user would: starts a private virtual X server with a window manager,
 # finds windows there, types into them and takes screenshots, which go into the folder $screenshots.
 
@@ -76,6 +76,7 @@ shoot() {
 
 # start_desktop [SIZE [LEFT]]: starts an X server of that size (default: 1280x900) and a window manager, which keeps a
 # strip of LEFT pixels on the left free for a panel. Both end with this script.
+# shellcheck disable=SC2120 # both arguments are optional
 start_desktop() {
     local size=${1:-1280x900} left=${2:-0}
     # -noreset: a server that resets when its last client leaves would also drop the window manager, just connecting.

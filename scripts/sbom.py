@@ -128,9 +128,9 @@ def write_qt_parts(arguments):
         if not is_compiled(folder, entry, compiled):
             continue
         part = {"id": entry["Id"], "name": entry["Name"], "licence": licence_of_qt_part(entry)}
-        renewed = pathlib.Path(source, folder, "SOURCE")
-        if renewed.exists():
-            part["package"] = renewed.read_text(encoding="utf-8").strip()
+        origin = pathlib.Path(source, folder, "SOURCE")
+        if origin.exists():
+            part["package"] = origin.read_text(encoding="utf-8").strip()
         elif "Version" in entry:
             part["version"] = entry["Version"]
         if "Homepage" in entry:

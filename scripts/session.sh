@@ -52,7 +52,7 @@ start_program "$application"
 wait_for "the user selection" is_focused 'ログイン画面$'
 shoot 01-login
 log_in "$user"
-row=$(row_of "$application" "$study_file") || fail "there is no study file $study_file"
+row=$(row_of "$application" "$study_file") || fail "no study file $study_file"
 choose_row "$row"
 shoot 02-select
 xdotool key Return

@@ -80,7 +80,7 @@ build_qt() {
     [[ ! -d $qt_folder ]] || return 0
     local source=$cache/work/${package/=/-} build=$qt_folder.build stage=$qt_folder.stage
     fetch_source "$package" "$source"
-    [[ ${options[*]} != *system_png=OFF* ]] || renew_libpng "$source"
+    [[ ${options[*]} != *system_png=OFF* ]] || replace_libpng "$source"
     say "building a static Qt for $system in $cache; this takes a while, but only once"
     local flags="$hardening -ffile-prefix-map=$source=qt6-base -ffile-prefix-map=$build=qt6-base"
     # The configuration report goes to a file; the progress of the build is shown.

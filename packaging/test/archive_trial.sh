@@ -72,7 +72,7 @@ expect "user's files" "$before" "$(user_files "$folder")"
 cmp "$newer/Kotoban" "$folder/Kotoban"
 diff -r "$newer/htm" "$folder/htm"
 rm -r "$newer"
-as "$hanako" "$trial/session.sh" "$folder" "$trial/2-renewed" はじめに.txt
+as "$hanako" "$trial/session.sh" "$folder" "$trial/2-upgraded" はじめに.txt
 expect_sessions "$folder" 2
 
 say "removal of the menu entry"

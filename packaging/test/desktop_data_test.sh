@@ -24,15 +24,15 @@ metainfo=$share/metainfo/org.kotoban.kotoban.metainfo.xml
 appstreamcli validate --no-net --pedantic "$metainfo"
 homepage=$(sed -n 's|.*<url type="homepage">\(.*\)</url>.*|\1|p' "$metainfo")
 images=$(sed -n 's|.*<image>\(.*\)</image>.*|\1|p' "$metainfo")
-[[ -n $images ]] || fail "there is no screenshot"
+[[ -n $images ]] || fail "no screenshot"
 while IFS= read -r image; do
-    [[ -s $(dirname "$0")/../..${image#"$homepage"} ]] || fail "there is no picture $image"
+    [[ -s $(dirname "$0")/../..${image#"$homepage"} ]] || fail "no picture $image"
 done <<<"$images"
 program=$(sed -n 's/^Exec=//p' "$entry")
-[[ -x $work/usr/bin/$program ]] || fail "there is no program $program"
+[[ -x $work/usr/bin/$program ]] || fail "no program $program"
 
 icon=$(sed -n 's/^Icon=//p' "$entry")
-[[ -s $share/icons/hicolor/scalable/apps/$icon.svg ]] || fail "there is no drawing of the icon"
+[[ -s $share/icons/hicolor/scalable/apps/$icon.svg ]] || fail "no drawing of the icon"
 for size in 16 20 24 32 40 48 64 128 256; do
     found=$(identify -format '%m %wx%h' "$share/icons/hicolor/${size}x$size/apps/$icon.png")
     [[ $found == "PNG ${size}x$size" ]] || fail "the icon of size $size is $found"

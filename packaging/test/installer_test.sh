@@ -73,7 +73,6 @@ printf '<!-- before -->\n' >>"$trial/older/htm/index.htm"
 rm "$trial/older/txt/英語表現360.txt"
 "$here/../windows/make_installer.sh" "$trial/older" 0.9.0 "$trial/older.exe"
 
-# shellcheck disable=SC2119 # a screen of the default size
 start_desktop
 
 # Without this setting, Wine reports itself as Windows 7.

@@ -10,6 +10,7 @@ export LC_ALL=C.UTF-8
 here=$(dirname "$(realpath "$0")")
 
 # A private session bus, on which the accessibility services are started on demand.
+# shellcheck disable=SC2016 # for the inner shell
 [[ -n ${STUDY_BUS:-} ]] || exec dbus-run-session -- bash -c 'STUDY_BUS=$DBUS_SESSION_BUS_ADDRESS exec "$@"' - "$0" "$@"
 # shellcheck source=scripts/desktop.sh
 source "$here/../../scripts/desktop.sh"
