@@ -15,7 +15,7 @@ namespace {
 /// No character is lost in code page 932, and a second conversion changes nothing.
 void CheckConverted(const ConvertedText &converted)
 {
-    Require(converted.unwritable.size() == qMin(converted.unwritableCount, qsizetype(MostUnwritableShown)));
+    Require(converted.unwritable.size() == qMin(converted.unwritableCount, qsizetype(MaxUnwritableShown)));
     if (converted.unwritableCount > 0)
         return;
     Require(FromCodePage932(ToCodePage932(converted.text)) == converted.text);

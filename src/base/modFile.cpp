@@ -34,7 +34,7 @@ bool ReadWholeFile(const QString &path, QByteArray *bytes, QString *error)
         *error = file.errorString();
         return false;
     }
-    if (file.size() > MostFileBytes) {
+    if (file.size() > MaxFileBytes) {
         *error = u"ファイルが大きすぎます。"_s;
         return false;
     }
@@ -47,12 +47,12 @@ bool ReadWholeFile(const QString &path, QByteArray *bytes, QString *error)
     constexpr qsizetype pieceBytes = 1 << 16;
     for (QByteArray more = file.read(pieceBytes); !more.isEmpty(); more = file.read(pieceBytes)) {
         *bytes += more;
-        if (bytes->size() > MostFileBytes)
+        if (bytes->size() > MaxFileBytes)
             break;
     }
-    if (file.error() == QFileDevice::NoError && bytes->size() <= MostFileBytes)
+    if (file.error() == QFileDevice::NoError && bytes->size() <= MaxFileBytes)
         return true;
-    *error = bytes->size() > MostFileBytes ? u"ファイルが大きすぎます。"_s : file.errorString();
+    *error = bytes->size() > MaxFileBytes ? u"ファイルが大きすぎます。"_s : file.errorString();
     bytes->clear();
     return false;
 }

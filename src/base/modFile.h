@@ -17,11 +17,11 @@ bool IsRegularOrMissing(const QString &path, QString *error);
 
 /// Largest file that is read. All files are text typed by people; a study file of a million lines has half this size.
 /// The window is blocked while a file is read, and the limit keeps that short.
-constexpr qint64 MostFileMegabytes = 64;
-constexpr qint64 MostFileBytes = MostFileMegabytes * 1024 * 1024;
+constexpr qint64 MaxFileMegabytes = 64;
+constexpr qint64 MaxFileBytes = MaxFileMegabytes * 1024 * 1024;
 
 /// Reads a whole regular file.
-/// @return false if it is larger than MostFileBytes or cannot be read completely; error then holds the reason and
+/// @return false if it is larger than MaxFileBytes or cannot be read completely; error then holds the reason and
 /// bytes is empty
 bool ReadWholeFile(const QString &path, QByteArray *bytes, QString *error);
 

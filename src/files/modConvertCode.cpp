@@ -56,7 +56,7 @@ QString StillNotReadMessage(const QString &codeName)
 
 QString StillTooLargeMessage()
 {
-    return u"Shift_JISにすると"_s + QString::number(MostFileMegabytes) + u"MBを超えて開けないため，変換しません。"_s +
+    return u"Shift_JISにすると"_s + QString::number(MaxFileMegabytes) + u"MBを超えて開けないため，変換しません。"_s +
            Unchanged + u"\r\nいくつかのファイルに分けてから，変換してください。"_s;
 }
 
@@ -82,7 +82,7 @@ bool ReadsAsShiftJis(const QByteArray &bytes)
 bool EncodeConverted(const QString &text, QByteArray *bytes, QString *message)
 {
     *bytes = ToCodePage932(text);
-    if (bytes->size() > MostFileBytes) {
+    if (bytes->size() > MaxFileBytes) {
         *message = StillTooLargeMessage();
         return false;
     }

@@ -131,7 +131,7 @@ QString RemarkOn(const TextRefusal &refusal)
     case TextFault::None:
         break;
     case TextFault::TooLarge:
-        return QString::number(MostFileMegabytes) + u"MB超過"_s;
+        return QString::number(MaxFileMegabytes) + u"MB超過"_s;
     case TextFault::Unreadable:
         return u"読み込み不可"_s;
     case TextFault::WrongCharCode:

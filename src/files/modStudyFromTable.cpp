@@ -331,9 +331,9 @@ bool EncodeStudyText(const TableStudyText &study, QByteArray *bytes, QString *me
     const CharCode code = DetectCharCode(WholeFile(*bytes));
     if (study.blanks == 0)
         *message = u"空欄にする文字が一つもありません。"_s + NothingMade + u"\r\n隠す列を選び直してください。"_s;
-    else if (bytes->size() > MostFileBytes)
-        *message = u"学習ファイルが"_s + QString::number(MostFileMegabytes) +
-                   u"MBを超えて開けないため，作りません。"_s + u"\r\n表をいくつかのファイルに分けてください。"_s;
+    else if (bytes->size() > MaxFileBytes)
+        *message = u"学習ファイルが"_s + QString::number(MaxFileMegabytes) + u"MBを超えて開けないため，作りません。"_s +
+                   u"\r\n表をいくつかのファイルに分けてください。"_s;
     else if (code != CharCode::Ascii && code != CharCode::Sjis)
         *message = u"Shift_JISにしても，文字コードが"_s + CharCodeName(code) +
                    u"と判定されて開けないため，作りません。"_s +

@@ -93,7 +93,7 @@ class Converter
             m_result.text += equivalent;
             Count(character, equivalent);
         } else {
-            if (m_result.unwritable.size() < MostUnwritableShown)
+            if (m_result.unwritable.size() < MaxUnwritableShown)
                 m_result.unwritable.push_back({m_line, m_column, character});
             ++m_result.unwritableCount;
         }

@@ -39,10 +39,10 @@ struct ConvertedText
     qsizetype accentCount = 0;         ///< number of letters whose accents were removed
     CharacterAt firstAccent;           ///< the first of them
     qsizetype unwritableCount = 0;     ///< number of characters without an equivalent in code page 932
-    QList<CharacterAt> unwritable;     ///< the first of them, at most MostUnwritableShown, as there may be millions
+    QList<CharacterAt> unwritable;     ///< the first of them, at most MaxUnwritableShown, as there may be millions
 };
 
-constexpr int MostUnwritableShown = 5;
+constexpr int MaxUnwritableShown = 5;
 
 /// Converts line endings and replaces every character that has an equivalent in code page 932. A kana followed by a
 /// combining sound mark becomes the composed kana, and byte-order marks are removed; neither is counted.

@@ -37,7 +37,7 @@ TextRefusal ReadText(const QString &path, ExpandTabs expandTabs, StudyLines *lin
     lines->Clear();
     const QString title = GetFileTitle(path);
     const qint64 size = QFileInfo(path).size();
-    if (size > MostFileBytes)
+    if (size > MaxFileBytes)
         return {.fault = TextFault::TooLarge, .line = 1, .message = FileTooLargeMessage(title)};
     QByteArray bytes;
     bytes.reserve(size);
@@ -179,7 +179,7 @@ QString WrongCharCodeMessage(const QString &fileTitle, const QString &codeName)
 QString FileTooLargeMessage(const QString &fileTitle)
 {
     return u"次のテキストファイルは大きすぎるため読み込みできません。\r\n    ファイル名＝"_s + fileTitle +
-           u"\r\n\r\nこのファイルを"_s + QString::number(MostFileMegabytes) +
+           u"\r\n\r\nこのファイルを"_s + QString::number(MaxFileMegabytes) +
            u"MB以下のファイルに分けてから，\r\n再度ファイルを選択してください。"_s;
 }
 

@@ -37,7 +37,7 @@ enum class ExpandTabs : bool
     Yes,
 };
 
-/// Reads any text file in ASCII or code page 932 of at most MostFileBytes. A larger one is not even opened.
+/// Reads any text file in ASCII or code page 932 of at most MaxFileBytes. A larger one is not even opened.
 /// @param lines  empty after a refusal
 TextRefusal ReadText(const QString &path, ExpandTabs expandTabs, StudyLines *lines);
 
@@ -58,7 +58,7 @@ bool ReadTextFile(const QString &path, int maxLineBytes, StudyLines *lines, QStr
 /// @param bytes  must own its data, unlike one from QByteArray::fromRawData
 bool CheckTextEncoding(const QString &path, const QByteArray &bytes, QString *message);
 
-/// Splits bytes in code page 932, at most MostFileBytes, into lines. CR LF, LF and CR each terminate a line; no empty
+/// Splits bytes in code page 932, at most MaxFileBytes, into lines. CR LF, LF and CR each terminate a line; no empty
 /// line is added after a final terminator.
 void ReadAllLines(const QByteArray &bytes, ExpandTabs expandTabs, StudyLines *lines);
 
@@ -69,7 +69,7 @@ QString GetFileTitle(const QString &path);
 /// The message for a file that is not in Shift_JIS.
 QString WrongCharCodeMessage(const QString &fileTitle, const QString &codeName);
 
-/// The message for a file of more than MostFileBytes.
+/// The message for a file of more than MaxFileBytes.
 QString FileTooLargeMessage(const QString &fileTitle);
 
 /// The message for a file that cannot be read. @param reason  the system's error text

@@ -3,7 +3,7 @@
 
 // The lines of a study file: one contiguous text and a table of line starts, together with facts gathered while reading
 // so that no one has to scan the whole text again. Lines are numbered from 1. Positions in the text are 32-bit, which
-// is enough for MostFileBytes.
+// is enough for MaxFileBytes.
 #pragma once
 
 #include <QString>

@@ -193,7 +193,7 @@ TEST(UserList, AppendName_AddsOneLineAndNeverReplacesUnreadableList)
     EXPECT_EQ(folder.Read(u"ListUserName.txt"_s), "taro\n\xB1\xB2\r\nTaro\r\n");
     EXPECT_EQ(ReadUserNames(path), QStringList({u"taro"_s, u"ｱｲ"_s, u"Taro"_s})) << "bytes that are also valid EUC";
     QFile large(path);
-    ASSERT_TRUE(large.resize(MostFileBytes + 1));
+    ASSERT_TRUE(large.resize(MaxFileBytes + 1));
     EXPECT_FALSE(AppendUserName(path, u"x"_s, &error)) << "an unreadable list is not replaced";
     EXPECT_FALSE(error.isEmpty());
 }

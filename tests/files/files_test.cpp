@@ -167,7 +167,7 @@ TEST(CheckStudyFile, EachFault_HasItsRemark)
         EXPECT_EQ(CheckStudyFile(folder.Write(name, bytes)).remarks, remarks) << name.toStdString();
     EXPECT_EQ(CheckStudyFile(folder.Path(u"gone.txt"_s)).remarks, u"読み込み不可"_s);
     QFile large(folder.Write(u"large.txt"_s, ""));
-    ASSERT_TRUE(large.resize(MostFileBytes + 1)) << "cannot create a sparse file";
+    ASSERT_TRUE(large.resize(MaxFileBytes + 1)) << "cannot create a sparse file";
     EXPECT_EQ(CheckStudyFile(large.fileName()).remarks, u"64MB超過"_s);
 }
 

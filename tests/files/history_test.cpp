@@ -123,7 +123,7 @@ TEST(PrintableCopy, EditedByHand_IsAskedForOrBackedUp)
         {"edited", "x[_]!\r\n", 60, OldCopy::Edited},
         {"edited, and the study file changed later", "x[_]!\r\n", -60, OldCopy::Outdated},
         {"edited at the same time", "y[_]\r\n", 0, OldCopy::Outdated},
-        {"too large to read", QByteArray(MostFileBytes + 1, 'x'), 60, OldCopy::Unreadable},
+        {"too large to read", QByteArray(MaxFileBytes + 1, 'x'), 60, OldCopy::Unreadable},
     };
     QFile source(folder.Write(u"a.txt"_s, "x[a]\r\n"));
     QFile copy(PrintableCopyPath(folder.Path(), source.fileName()));

@@ -137,7 +137,7 @@ TEST(File, ReadOrReplaceNonRegularFile_FailsAndLeavesItUntouched)
         EXPECT_TRUE(before.st_ino == after.st_ino && before.st_mode == after.st_mode) << qPrintable(name);
     }
     QFile large(folder.Write(u"large"_s, ""));
-    ASSERT_TRUE(large.resize(MostFileBytes + 1)) << "sparse";
+    ASSERT_TRUE(large.resize(MaxFileBytes + 1)) << "sparse";
     QByteArray bytes;
     QString error;
     EXPECT_FALSE(ReadWholeFile(large.fileName(), &bytes, &error));

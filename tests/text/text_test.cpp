@@ -133,9 +133,9 @@ TEST(ReadTextFile, FaultyFile_IsRefusedWithMessageAndLineAndNoOutput)
     EXPECT_TRUE(refusalOf(folder.Path(u"gone.txt"_s))
                     .startsWith(u"次のテキストファイルを読み込みできません。\r\n    ファイル名＝gone\r\n"_s));
     QFile large(folder.Write(u"large.txt"_s, "\xFF\xFE["));
-    ASSERT_TRUE(large.resize(MostFileBytes)) << "sparse";
+    ASSERT_TRUE(large.resize(MaxFileBytes)) << "sparse";
     EXPECT_EQ(refusalOf(large.fileName()), WrongCharCodeMessage(u"large"_s, u"UTF16_LE"_s)) << "at the size limit";
-    ASSERT_TRUE(large.resize(MostFileBytes + 1));
+    ASSERT_TRUE(large.resize(MaxFileBytes + 1));
     EXPECT_EQ(refusalOf(large.fileName()),
               u"次のテキストファイルは大きすぎるため読み込みできません。\r\n    ファイル名＝large\r\n\r\n"
               u"このファイルを64MB以下のファイルに分けてから，\r\n再度ファイルを選択してください。"_s);
