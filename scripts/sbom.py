@@ -207,7 +207,8 @@ def needed_libraries(program):
         if file.read(4) != b"\x7fELF":
             return {}
     names = re.findall(r"\(NEEDED\).*\[(.+)\]", output_of("readelf", "-dW", program))
-    paths = dict(re.findall(r"^\s*(\S+) => (/\S+)", output_of("ldd", program), re.MULTILINE))
+    # The loader is listed by its path alone, all others as NAME => PATH.
+    paths = {os.path.basename(path): path for path in re.findall(r"(/\S+) \(0x", output_of("ldd", program))}
     packages = {}
     for name in names:
         if name not in paths:

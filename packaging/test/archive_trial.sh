@@ -50,6 +50,9 @@ others=$(ldd "$folder/Kotoban" | grep -iE 'qt|stdc|sqlite|icu|x11|dbus|xcb-|xkb|
 expect "libraries that not every desktop has" "" "$others"
 [[ ${2:-} == --with-other-qt ]] || expect "Qt of the system" "" "$(find /usr/lib -name 'libQt6*')"
 
+newest=$(grep -aoE 'GLIBC_2\.[0-9]+' "$folder/Kotoban" | sort -Vu | tail -n 1)
+grep -qF "glibc ${newest#GLIBC_} 以降" "$folder/お読みください.txt" || fail "お読みください.txt does not ask for $newest"
+
 say "sessions"
 install_package "${tools[@]}"
 as "$hanako" "$trial/session.sh" "$folder" "$trial/1-first" はじめに.txt
