@@ -4,14 +4,15 @@
 #include "files/modStudyFolder.h"
 
 #include "base/modFile.h"
+#include "platform/modCollation.h"
 #include "platform/modFolderNames.h"
 #include "text/modCheckText.h"
 #include "text/modReadText.h"
 
-#include <QCollator>
 #include <QFileInfo>
 
 #include <algorithm>
+#include <functional>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -43,24 +44,14 @@ QString WithNumbersByValue(const QString &name)
 /// Sorts in Japanese collation order, with numbers by value and printable copies last.
 void SortNaturally(QStringList *names)
 {
-    const QCollator collator(QLocale(QLocale::Japanese, QLocale::Japan));
-    struct Keyed
-    {
-        bool isCopy;
-        QCollatorSortKey key;
-        QString name;
-    };
-    std::vector<Keyed> keyed;
-    keyed.reserve(size_t(names->size()));
-    for (const QString &name : *names)
-        keyed.push_back({IsPrintableCopy(name), collator.sortKey(WithNumbersByValue(name)), name});
-    std::sort(keyed.begin(), keyed.end(), [](const Keyed &one, const Keyed &other) {
-        if (one.isCopy != other.isCopy)
-            return other.isCopy;
-        const int order = one.key.compare(other.key);
-        return order != 0 ? order < 0 : one.name < other.name; // a definite order for "a.txt" and "A.txt"
-    });
-    std::transform(keyed.begin(), keyed.end(), names->begin(), [](const Keyed &one) { return one.name; });
+    names->sort(); // a definite order for names that collate alike
+    QStringList texts;
+    std::transform(names->cbegin(), names->cend(), std::back_inserter(texts), WithNumbersByValue);
+    QStringList sorted;
+    for (const qsizetype i : CollatedOrder(texts))
+        sorted.push_back(names->at(i));
+    std::ranges::stable_partition(sorted, std::not_fn(IsPrintableCopy));
+    *names = sorted;
 }
 
 /// Size and time of a file; 0 and an invalid time if it does not exist.
