@@ -123,6 +123,22 @@ wait_for_end 0
 expect "sessions" 2 "$(sessions_in "$folder")"
 cmp "$trial/older/Kotoban.exe" "$folder/Kotoban.exe"
 
+# Removal of a copy, as a user may have made for a backup: the program stays installed.
+copy="$system/drive_c/copy"
+cp -R "$folder" "$copy"
+"$run_wine" "$copy/Uninstall.exe" /S
+wait_for "the end of the removal" test ! -e "$copy/Uninstall.exe"
+[[ $(in_menu) -eq 2 && -n $(listed DisplayVersion) ]] || fail "the entries of the program have gone with a copy of it"
+rm -r "$copy"
+
+# A folder with other files is refused, since some may have the names of the program's.
+foreign="$system/drive_c/foreign"
+mkdir -p "$foreign"
+printf 'mine' >"$foreign/LICENSE"
+expect "status in a folder with other files" 2 "$(status_of "$run_wine" "$installer" /S '/D=C:\foreign')"
+expect "files in a folder with other files" LICENSE "$(ls -A "$foreign")"
+expect "a file in a folder with other files" mine "$(cat "$foreign/LICENSE")"
+
 # Removal: only the user's files stay. Unchanged sounds are removed.
 rm "$folder"/Kotoban_log.txt
 before=$(user_files "$folder" | grep -vE '/(start|notify)\.wav$')

@@ -16,9 +16,9 @@ SetDateSave off
 ; A file that cannot be written ends the installation, since skipping it would leave half a program.
 AllowSkipFiles off
 RequestExecutionLevel user
-; Signed like the program, if there is a key.
-!uninstfinalize '"${SIGN}" "%1"'
-!finalize '"${SIGN}" "%1"'
+; Signed like the program, if there is a key. If signing fails, so does the build.
+!uninstfinalize '"${SIGN}" "%1"' = 0
+!finalize '"${SIGN}" "%1"' = 0
 ManifestDPIAware true
 ManifestSupportedOS Win10
 ManifestLongPathAware true
@@ -29,6 +29,8 @@ ManifestLongPathAware true
 !include MUI2.nsh
 !include "${FILES}"
 
+; Keeps the folder after an uninstallation, so that the next installation finds the records.
+!define OWN_KEY "Software\Kotoban"
 !define ENTRY "Software\Microsoft\Windows\CurrentVersion\Uninstall\Kotoban"
 !define PUBLISHER "The Kotoban developers"
 
@@ -36,7 +38,7 @@ Name "瞬記帳"
 BrandingText "瞬記帳 ${VERSION}"
 OutFile "${OUTPUT}"
 InstallDir "$LOCALAPPDATA\Programs\Kotoban"
-InstallDirRegKey HKCU "${ENTRY}" InstallLocation
+InstallDirRegKey HKCU "${OWN_KEY}" Folder
 
 VIProductVersion "${VERSION}.0"
 VIFileVersion "${VERSION}.0"
@@ -121,6 +123,7 @@ FunctionEnd
 Function ${PREFIX}IsInUse
     StrCpy $0 0
     ${If} ${FileExists} "$INSTDIR\Kotoban.exe"
+        SetFileAttributes "$INSTDIR\Kotoban.exe" NORMAL
         ClearErrors
         FileOpen $1 "$INSTDIR\Kotoban.exe" a
         ${If} ${Errors}
@@ -182,17 +185,50 @@ Function SkipFolderPage
     ${EndIf}
 FunctionEnd
 
+; Sets $0 to 1 if the folder is empty or missing, or one of this program, otherwise to 0. In any other folder, files of the
+; program could have the names of somebody else's.
+Function IsOurFolder
+    StrCpy $0 1
+    ${If} ${FileExists} "$INSTDIR\Kotoban.exe"
+    ${OrIf} ${FileExists} "$INSTDIR\db_backup\*.*"
+        Return
+    ${EndIf}
+    FindFirst $1 $2 "$INSTDIR\*.*"
+    ${DoWhile} $2 != ""
+        ${If} $2 != "."
+        ${AndIf} $2 != ".."
+            StrCpy $0 0
+            ${Break}
+        ${EndIf}
+        FindNext $1 $2
+    ${Loop}
+    FindClose $1
+FunctionEnd
+
+; Aborts if the folder contains other files.
+Function RefuseForeignFolder
+    Call IsOurFolder
+    ${If} $0 = 0
+        MessageBox MB_OK|MB_ICONEXCLAMATION "このフォルダには，ほかのファイルがあります。空のフォルダか，瞬記帳のフォルダを選んでください。$\r$\n$\r$\n$INSTDIR" /SD IDOK
+        Abort
+    ${EndIf}
+FunctionEnd
+
 Function CheckFolder
-    ; The page appends the name of the default folder to a chosen folder, even if that already contains the program.
+    ; The page appends the name of the default folder to a chosen folder, even if that already contains the program or
+    ; what an uninstallation has left.
     ${GetParent} $INSTDIR $0
     ${If} ${FileExists} "$0\Kotoban.exe"
-    ${AndIfNot} ${FileExists} "$INSTDIR\Kotoban.exe"
-        StrCpy $INSTDIR $0
+    ${OrIf} ${FileExists} "$0\db\kotoban.splite3"
+        ${IfNot} ${FileExists} "$INSTDIR\Kotoban.exe"
+            StrCpy $INSTDIR $0
+        ${EndIf}
     ${EndIf}
+    Call RefuseForeignFolder
     ; The program always needs to write into its own folder.
     ClearErrors
-    CreateDirectory "$INSTDIR\db"
-    GetTempFileName $0 "$INSTDIR\db"
+    CreateDirectory "$INSTDIR"
+    GetTempFileName $0 "$INSTDIR"
     ${If} ${Errors}
         MessageBox MB_OK|MB_ICONEXCLAMATION "このフォルダには書き込めません。ほかのフォルダを選んでください。$\r$\n$\r$\n$INSTDIR"
         Abort
@@ -208,7 +244,17 @@ Function LaySamples
     SetOverwrite off
     !insertmacro KEYWORDS
     SetOverwrite on
-    Rename "$INSTDIR\txt.new" "$INSTDIR\txt"
+    ; A virus scanner may have a new file open for a moment.
+    ${For} $R0 1 20
+        ClearErrors
+        Rename "$INSTDIR\txt.new" "$INSTDIR\txt"
+        ${IfNot} ${Errors}
+            Return
+        ${EndIf}
+        Sleep 500
+    ${Next}
+    MessageBox MB_OK|MB_ICONSTOP "フォルダ txt を作れません。もう一度セットアップを行ってください。" /SD IDOK
+    Abort
 FunctionEnd
 
 Function LaySounds
@@ -236,6 +282,7 @@ Function EnterIntoList
     WriteRegStr HKCU "${ENTRY}" DisplayIcon "$INSTDIR\Kotoban.exe"
     WriteRegStr HKCU "${ENTRY}" Publisher "${PUBLISHER}"
     WriteRegStr HKCU "${ENTRY}" InstallLocation "$INSTDIR"
+    WriteRegStr HKCU "${OWN_KEY}" Folder "$INSTDIR"
     WriteRegStr HKCU "${ENTRY}" UninstallString '"$INSTDIR\Uninstall.exe"'
     WriteRegStr HKCU "${ENTRY}" QuietUninstallString '"$INSTDIR\Uninstall.exe" /S'
     WriteRegDWORD HKCU "${ENTRY}" EstimatedSize ${KILOBYTES}
@@ -245,6 +292,7 @@ FunctionEnd
 
 Section
     AddSize ${KILOBYTES}
+    Call RefuseForeignFolder ; again, since a silent installation has no folder page
     Call EndProgram
     SetOutPath $INSTDIR
     ; The program does not start if one of these folders is missing.
@@ -297,8 +345,12 @@ Section un.
     !insertmacro FOR_EACH_SOUND un.DeleteIfUnchanged
     SetOutPath $TEMP
     RMDir "$INSTDIR\wav"
-    Delete "$SMPROGRAMS\瞬記帳.lnk"
-    Delete "$SMPROGRAMS\瞬記帳のフォルダ.lnk"
-    DeleteRegKey HKCU "${ENTRY}"
+    ; In a copy of the folder, the entries are those of the original.
+    ReadRegStr $0 HKCU "${ENTRY}" InstallLocation
+    ${If} $0 == $INSTDIR
+        Delete "$SMPROGRAMS\瞬記帳.lnk"
+        Delete "$SMPROGRAMS\瞬記帳のフォルダ.lnk"
+        DeleteRegKey HKCU "${ENTRY}"
+    ${EndIf}
     Delete "$INSTDIR\Uninstall.exe"
 SectionEnd
