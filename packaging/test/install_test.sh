@@ -81,6 +81,19 @@ printf 'record' >"$work/other/db/kotoban.splite3"
 ! "$work/other/install.sh" --remove >/dev/null 2>&1 || fail "the entry of another folder was removed"
 start_from_menu "$folder"
 
+# The folder was moved: a new version does not start an empty record instead.
+mv "$folder" "$work/moved"
+unpack "$work/later" 4
+! "$work/later/install.sh" >/dev/null 2>&1 || fail "a missing folder was replaced by an empty one"
+"$work/moved/install.sh" >/dev/null
+start_from_menu "$work/moved"
+mv "$work/moved" "$folder"
+"$folder/install.sh" >/dev/null
+rm -r "$work/later"
+
+unpack "$work/100%" 4
+! "$work/100%/install.sh" >/dev/null 2>&1 || fail "an entry that desktops ignore was created"
+
 "$folder/install.sh" --remove >/dev/null
 [[ ! -e $entry ]] || fail "the entry is still there"
 [[ $(user_files "$folder") == "$before" ]] || fail "the user's files have changed"
