@@ -106,6 +106,13 @@ if(parts)
     endforeach()
     execute_process(COMMAND dpkg-query -W -f "https://snapshot.debian.org/package/\${source:Package}/\${source:Version}/\n"
         ${parts} ${installer} OUTPUT_VARIABLE PART_SOURCES COMMAND_ERROR_IS_FATAL ANY)
+    # The copies in Qt's source that were replaced.
+    file(READ "${QT_ATTRIBUTIONS}" attributions)
+    string(REGEX MATCHALL "\"package\": \"[^\"]+" replaced "${attributions}")
+    foreach(part IN LISTS replaced)
+        string(REGEX REPLACE ".*\"(.+)=(.+)" "https://snapshot.debian.org/package/\\1/\\2/" address "${part}")
+        string(APPEND PART_SOURCES "${address}\n")
+    endforeach()
     configure_file("${packaging}/SOURCES.txt.in" "${made}/SOURCES.txt" @ONLY NEWLINE_STYLE ${line_ends})
     install(FILES "${made}/SOURCES.txt" DESTINATION licences COMPONENT portable)
     foreach(licence GPL-2 GPL-3 LGPL-3)

@@ -3,8 +3,10 @@
 
 # The SBOM of a package: what it contains and needs. Written while the package is built, since the shared libraries are
 # read from the executable. Versions come from Debian's package database; systems without one get no SBOM.
-find_program(PYTHON3 python3)
+find_program(PYTHON3 python3 PATHS /usr/bin NO_DEFAULT_PATH)
 find_program(DPKG_QUERY dpkg-query)
+# Beside a static Qt of ours: what its libraries contain of others.
+cmake_path(SET QT_ATTRIBUTIONS NORMALIZE "${Qt6_DIR}/../../../attributions.json")
 
 # install_sbom(<component> <destination> <parts> [INSTALLER <package>] [EXCLUDE_FROM_ALL])
 # <parts> are the installed packages whose sources are linked into the executable. A Qt among them is a static one and
@@ -20,8 +22,7 @@ function(install_sbom component destination parts)
         string(APPEND options " --holds \"${part}\"")
     endforeach()
     if(parts)
-        cmake_path(SET attributions NORMALIZE "${Qt6_DIR}/../../../attributions.json")
-        string(APPEND options " --qt-parts \"${attributions}\"")
+        string(APPEND options " --qt-parts \"${QT_ATTRIBUTIONS}\"")
     endif()
     if(ARG_INSTALLER)
         string(APPEND options " --installer \"${ARG_INSTALLER}\"")

@@ -30,3 +30,12 @@ replace_libpng() {
     fi
     rm -rf "$fetched"
 }
+
+# tell_of_old_libpng: says if the libpng in the Qt in qt_folder is not the one that this machine has.
+tell_of_old_libpng() {
+    local inside wanted
+    inside=$(sed -n 's/.*"package": "\(libpng[^"]*\)".*/\1/p' "$qt_folder/attributions.json")
+    wanted=$(source_of libpng-dev)
+    [[ $inside == "$wanted" ]] ||
+        say "the program contains ${inside:-the libpng of Qt} instead of $wanted; to look for that again, remove $qt_folder"
+}

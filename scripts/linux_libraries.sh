@@ -35,7 +35,7 @@ build_xkbcommon() {
         -Denable-tools=false -Denable-wayland=false -Denable-xkbregistry=false -Dxkb-config-root=/usr/share/X11/xkb
         -Dx-locale-root=/usr/share/X11/locale)
     package=$(source_of libxkbcommon-dev)
-    xkbcommon_folder=$cache/${package/=/-}-$(recipe_of "${options[@]}" "$hardening")
+    xkbcommon_folder=$cache/${package/=/-}-$(recipe_of "${options[@]}" "$hardening" "$(source_of libxcb-xkb-dev)")
     [[ ! -d $xkbcommon_folder ]] || return 0
     local source=$cache/work/${package/=/-} stage=$xkbcommon_folder.stage
     fetch_source "$package" "$source"

@@ -95,12 +95,15 @@ build_qt() {
     rm -rf "$stage" "$build" "$source"
 }
 
-# fresh_build_folder FOLDER LIBRARIES: removes a build folder that was configured with other libraries, since CMake
-# caches where it has found them.
+# fresh_build_folder FOLDER LIBRARIES PACKAGE...: removes a build folder that was configured with other libraries or other
+# versions of the packages: CMake caches where it has found libraries, and Ninja does not notice one that was updated to
+# a file older than the program.
 fresh_build_folder() {
-    if [[ $(cat "$1/libraries" 2>/dev/null) != "$2" ]]; then
-        rm -rf "$1"
-        mkdir -p "$1"
-        printf '%s\n' "$2" >"$1/libraries"
+    local folder=$1 libraries
+    libraries=$(printf '%s\n' "$2" && shift 2 && dpkg-query -W "$@")
+    if [[ $(cat "$folder/libraries" 2>/dev/null) != "$libraries" ]]; then
+        rm -rf "$folder"
+        mkdir -p "$folder"
+        printf '%s\n' "$libraries" >"$folder/libraries"
     fi
 }
