@@ -31,12 +31,13 @@ say() {
 # apt_get ARGUMENT...: runs apt-get once no other process holds the locks, as a desktop's updater may for minutes.
 # apt-get itself waits only for dpkg's lock, not for those of its lists and its archive.
 apt_get() {
-    local errors tries
-    for ((tries = 0; tries < 60; tries++)); do
+    local errors is_told='' deadline=$((SECONDS + 600))
+    while true; do
         errors=$("${as_root[@]}" env LC_ALL=C.UTF-8 DEBIAN_FRONTEND=noninteractive \
             apt-get -o DPkg::Lock::Timeout=600 "$@" 2>&1 >/dev/null) && return
-        [[ $errors == *"Could not get lock"* ]] || break
-        [[ $tries -gt 0 ]] || say "waiting for another program to finish installing packages"
+        [[ $errors == *"Could not get lock"* && $SECONDS -lt $deadline ]] || break
+        [[ -n $is_told ]] || say "waiting for another program to finish installing packages"
+        is_told=yes
         sleep 10
     done
     printf '%s\n' "$errors" >&2
@@ -76,5 +77,5 @@ date_packages() {
 
 # sum_packages FOLDER: writes the checksums of the packages, so that users can run sha256sum -c SHA256SUMS.
 sum_packages() {
-    (cd "$1" && sha256sum -- kotoban[-_]* >SHA256SUMS)
+    (cd "$1" && LC_ALL=C && sha256sum -- kotoban[-_]* >SHA256SUMS)
 }
