@@ -25,7 +25,7 @@ MARKS = {
     "libjpeg": rb"libjpeg-turbo version (\d[\d.]+)",
     "pcre2": rb"PCRE2_USE_OFFSET_LIMIT",
     "sqlite3": rb"SQLite format 3",
-    "qt6-base": rb"QApplication",
+    "qt6-base": rb"no Qt platform plugin",
     "libxkbcommon": rb"xkbcommon: ERROR",
 }
 faults = []
