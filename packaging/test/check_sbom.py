@@ -25,7 +25,7 @@ MARKS = {
     "libjpeg": rb"libjpeg-turbo version (\d[\d.]+)",
     "pcre2": rb"PCRE2_USE_OFFSET_LIMIT",
     "sqlite3": rb"SQLite format 3",
-    "qt6-base": rb"no Qt platform plugin",
+    "qt6-base": re.escape("no Qt platform plugin".encode("utf-16-le")),
     "libxkbcommon": rb"xkbcommon: ERROR",
 }
 faults = []
