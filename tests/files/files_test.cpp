@@ -53,10 +53,10 @@ TEST(StudyFolder, FileChanged_IsUncheckedAfterRefresh)
 TEST(StudyFolder, Refresh_SortsNaturallyWithPrintableCopiesLast)
 {
     const TestFolder folder;
-    const QStringList sorted = {u"chapter 2.txt"_s,  u"Chapter 10.txt"_s,     u"はじめに.txt"_s,
-                                u"英単語入門.txt"_s, u"図で覚える理科.txt"_s, u"第２回.txt"_s,
-                                u"第10回.txt"_s,     u"第100回.txt"_s,        u"日本史年表.txt"_s,
-                                u"理科の基礎.txt"_s, u"第2回_印刷用.txt"_s,   u"第10回_印刷用.txt"_s};
+    const QStringList sorted = {
+        u"chapter 2.txt"_s,  u"Chapter 10.txt"_s,   u"はじめに.txt"_s,     u"英単語入門.txt"_s, u"図で覚える理科.txt"_s,
+        u"第２回.txt"_s,     u"第003回.txt"_s,      u"第10回.txt"_s,       u"第100回.txt"_s,    u"日本史年表.txt"_s,
+        u"理科の基礎.txt"_s, u"第2回_印刷用.txt"_s, u"第10回_印刷用.txt"_s};
     for (const QString &name : sorted)
         folder.Write(name, "");
     StudyFolder files(folder.Path());
