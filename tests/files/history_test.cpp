@@ -245,12 +245,12 @@ TEST_F(HistoryWindowTest, SpanEntered_ShowsItsSessions)
 TEST_F(HistoryWindowTest, ClockSetBack_CountsAsNoTime)
 {
     EXPECT_TRUE(database.SQLite3NonQuery(u"delete from t_kotoban"_s));
-    AddSession(QDateTime(QDate(2024, 3, 5), QTime(10, 0)), -3600, 3);
+    AddSession(QDateTime(QDate(2024, 3, 5), QTime(10, 0)), -3601, 3);
     window.show();
     EXPECT_EQ(Records().value(1), u"10:00      　 0秒   3問 a"_s);
     EXPECT_EQ(Label(u"lblSumTime"_s), u"0分 0秒"_s);
     EXPECT_EQ(Label(u"lblSumAns"_s), u"3"_s);
-    AddSession(QDateTime(QDate(2024, 3, 5), QTime(12, 0)), 3601, 3);
+    AddSession(QDateTime(QDate(2024, 3, 5), QTime(12, 0)), 3602, 3);
     EXPECT_EQ(ReadHistory(database, QDate(2024, 3, 5), 1, u"花/子"_s).TotalTime(), u"0分 1秒"_s)
         << "the plain sum of the sessions";
 }

@@ -67,6 +67,19 @@ TEST_F(StoreTest, InvalidStatement_ShowsMessageAndFails)
     EXPECT_EQ(services.TakeMessages(), QStringList(u"Err:SQLite3 NonQuery"_s));
 }
 
+TEST_F(StoreTest, LockedByAnotherConnection_SaysSoAndFails)
+{
+    StudyDatabase other(services);
+    EXPECT_EQ(other.Open(folder.Path(u"k.splite3"_s)), SQLITE_OK);
+    EXPECT_TRUE(other.SQLite3NonQuery(u"begin exclusive"_s));
+    AddSession(u"2024/03/05 09:00:00"_s, u"2024/03/05 09:10:00"_s, 3);
+    const QStringList locked = {u"The database file is locked"_s, u"Err:SQLite3 NonQuery"_s};
+    EXPECT_EQ(services.TakeMessages(), locked + locked);
+    EXPECT_TRUE(other.SQLite3NonQuery(u"commit"_s));
+    AddSession(u"2024/03/05 09:00:00"_s, u"2024/03/05 09:10:00"_s, 3);
+    EXPECT_TRUE(services.TakeMessages().isEmpty()) << "works again";
+}
+
 TEST_F(StoreTest, OpenNonDatabase_ReportsErrorAndLeavesFileUntouched)
 {
     StudyDatabase broken(services);
