@@ -48,6 +48,19 @@ TEST(ReadAllLines, AnyLineEnding_EndsOneLineAndTabsAreExpanded)
     }
 }
 
+TEST(ReadAllLines, SingleBracketAmongPlainText_IsFoundAtAnyColumn)
+{
+    for (const char bracket : {'[', ']'}) {
+        for (qsizetype column = 0; column < 24; ++column) {
+            StudyLines lines;
+            QString message;
+            int errorLine = 0;
+            ReadAllLines(QByteArray(40, 'x').replace(column, 1, QByteArray(1, bracket)), ExpandTabs::Yes, &lines);
+            EXPECT_FALSE(CheckBracketCount(lines, &message, &errorLine)) << bracket << " at " << column;
+        }
+    }
+}
+
 TEST(CheckLineBytes, LineOver100Bytes_IsRefusedWithItsNumberAndLength)
 {
     // 0 bytes: the line is accepted.
