@@ -39,6 +39,7 @@ TEST(CandidateForms, InflectedWord_YieldsFormsInRuleOrder)
         {u"dog's", u"dog's dog' dog"},
         {u"being", u"being be bee"},
         {u"added", u"added adde add"},
+        {u"robbed", u"robbed robbe robb rob"},
         {u"Xes", u"Xes Xe X"},
     };
     for (const auto &[word, forms] : rows)
