@@ -8,9 +8,22 @@
 #include <algorithm>
 #include <numeric>
 
+namespace {
+
+QLocale CollationLocale()
+{
+#ifdef KOTOBAN_STATIC
+    return QLocale::system().collation(); // without ICU, Qt knows only the C library's collation
+#else
+    return QLocale(QLocale::Japanese, QLocale::Japan);
+#endif
+}
+
+} // namespace
+
 std::vector<qsizetype> CollatedOrder(const QStringList &texts)
 {
-    const QCollator collator(QLocale(QLocale::Japanese, QLocale::Japan));
+    const QCollator collator(CollationLocale());
     std::vector<QCollatorSortKey> keys;
     keys.reserve(size_t(texts.size()));
     for (const QString &text : texts)
