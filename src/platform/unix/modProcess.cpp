@@ -27,7 +27,7 @@ bool IsProgram(const QString &name)
 QString FindProgram(std::initializer_list<QString> names)
 {
     for (const QString &name : names)
-        if (const QString program = QStandardPaths::findExecutable(name); !program.isEmpty())
+        if (QString program = QStandardPaths::findExecutable(name); !program.isEmpty())
             return program;
     return QString();
 }
