@@ -34,7 +34,7 @@ InputMethodScope::InputMethodScope() : m_module(qgetenv(moduleName)), m_portal(q
 #endif
 }
 
-InputMethodScope::~InputMethodScope()
+InputMethodScope::~InputMethodScope() // NOLINT(modernize-use-equals-default): a static Qt needs it
 {
 #ifdef QT_STATIC
     SetVariable(moduleName, m_module);

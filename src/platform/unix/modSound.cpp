@@ -15,7 +15,7 @@ namespace {
 QString FindPlayer()
 {
     for (const QString &name : {u"paplay"_s, u"pw-play"_s, u"aplay"_s}) {
-        const QString program = QStandardPaths::findExecutable(name);
+        QString program = QStandardPaths::findExecutable(name);
         if (!program.isEmpty())
             return program;
     }
