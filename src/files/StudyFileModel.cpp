@@ -8,6 +8,7 @@
 
 #include <QApplication>
 #include <QPainter>
+#include <QProxyStyle>
 
 #include <algorithm>
 
@@ -194,6 +195,14 @@ class RightPart
     std::vector<std::pair<QRect, QString>> m_fields;
 };
 
+/// Whether a style paints selected items on a pale background in the colour of other text, as that of Windows does,
+/// whatever the palette says.
+bool HasPaleSelection(const QStyle *style)
+{
+    const auto *const proxy = qobject_cast<const QProxyStyle *>(style);
+    return (proxy ? proxy->baseStyle() : style)->inherits("QWindowsVistaStyle");
+}
+
 } // namespace
 
 void StudyFileDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const
@@ -207,7 +216,7 @@ void StudyFileDelegate::paint(QPainter *painter, const QStyleOptionViewItem &opt
     const RightPart rightPart(index, metrics, available);
     item.text = metrics.elidedText(item.text, Qt::ElideMiddle, rightPart.NameWidthPx(available));
 
-    const bool isSelected = item.state.testFlag(QStyle::State_Selected);
+    const QPalette::ColorRole selected = HasPaleSelection(style) ? QPalette::Text : QPalette::HighlightedText;
     const QPalette::ColorGroup group =
         item.state.testFlag(QStyle::State_Active) ? QPalette::Active : QPalette::Inactive;
     const QColor dimmed = Dimmed(item.palette.color(group, QPalette::Text), item.palette.color(group, QPalette::Base));
@@ -217,7 +226,7 @@ void StudyFileDelegate::paint(QPainter *painter, const QStyleOptionViewItem &opt
 
     painter->save();
     painter->setFont(item.font);
-    painter->setPen(isSelected ? item.palette.color(group, QPalette::HighlightedText) : dimmed);
+    painter->setPen(item.state.testFlag(QStyle::State_Selected) ? item.palette.color(group, selected) : dimmed);
     rightPart.Paint(painter);
     painter->restore();
 }
