@@ -34,7 +34,7 @@ class TableWindowTest : public WindowTest
         script.When(u"frmTable"_s, std::move(action));
         for (const QString &answer : answers)
             script.Click(u"frmMsg"_s, answer);
-        const QString made = window.Make(folder.Write(u"words.csv"_s, bytes));
+        QString made = window.Make(folder.Write(u"words.csv"_s, bytes));
         EXPECT_TRUE(script.IsDone());
         return made;
     }
