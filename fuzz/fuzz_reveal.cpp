@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Kotoban developers
 // SPDX-License-Identifier: MIT
 
-// Uncovering answers in any text with any sequence of keys and clicks.
+// Revealing answers in any text with any sequence of keys and clicks.
 #include "input.h"
 #include "require.h"
 #include "search/modSearch.h"

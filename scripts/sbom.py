@@ -7,9 +7,11 @@
         After a build of a static Qt: lists in FILE the third-party parts of its libraries and plugins, from the
         attribution files in its source. Ninja's records say which of their files were compiled.
 
-    sbom.py write FILE --version VERSION --program PROGRAM [--holds PACKAGE]... [--qt-parts FILE]
+    sbom.py write FILE --version VERSION --program PROGRAM [--holds PACKAGE]... [--installer PACKAGE]...
+            [--qt-parts FILE]
         Writes to FILE the SBOM of a package with the executable PROGRAM. --holds names an installed package whose
-        source is linked in; the shared libraries that PROGRAM needs are read from it if it is for this system.
+        source is linked in, --installer one whose code is in the installer and the uninstaller; the shared libraries
+        that PROGRAM needs are read from it if it is for this system.
 
 Versions come from the package database of this machine. The output is reproducible: the only time in it is
 SOURCE_DATE_EPOCH, and its serial number is derived from its content.

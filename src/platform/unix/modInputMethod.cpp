@@ -24,7 +24,7 @@ constexpr char portalName[] = "IBUS_USE_PORTAL";
 InputMethodScope::InputMethodScope() : m_module(qgetenv(moduleName)), m_portal(qgetenv(portalName))
 {
 #ifdef QT_STATIC
-    // The library for D-Bus ends the program where IBus is looked for on a machine that has no number.
+    // libdbus aborts the program if it looks for IBus on a machine without an ID.
     if (QSysInfo::machineUniqueId().isEmpty())
         return;
     const InputMethodChoice choice = ChooseInputMethod(m_module, qgetenv("XMODIFIERS"));
