@@ -4,7 +4,7 @@
 // Detects the encoding of a file, reading no more of it than needed.
 //
 //     bench_detect FILE
-#include "settings/modCharCode.h"
+#include "text/modCharCode.h"
 
 #include <QFile>
 

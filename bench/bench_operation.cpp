@@ -10,12 +10,12 @@
 // "load" prints how many milliseconds it took and by how many bytes the process has grown.
 #include "store/Sqlite3.h"
 #include "store/modDB_SQLite.h"
+#include "study/modStudyRound.h"
 #include "support/ReadHistory.h"
 #include "support/RecordingServices.h"
 #include "text/modCheckText.h"
 #include "text/modPictureName.h"
 #include "text/modReadText.h"
-#include "view/modStudyRound.h"
 
 #include <QElapsedTimer>
 #include <QFile>

@@ -6,10 +6,10 @@
 #include "Inputs.h"
 #include "files/frmFile.h"
 #include "search/frmSearch.h"
-#include "settings/frmMsg.h"
 #include "settings/modSettings.h"
 #include "support/RecordingServices.h"
 #include "support/TestFiles.h"
+#include "widgets/frmMsg.h"
 
 #include <QApplication>
 #include <QDeadlineTimer>

@@ -8,15 +8,15 @@
 //
 // FOLDER is one filled by bench_inputs.
 #include "Inputs.h"
-#include "settings/frmMsg.h"
-#include "settings/modCharCode.h"
+#include "page/picText.h"
 #include "settings/modSettings.h"
 #include "settings/modZoom.h"
 #include "support/RecordingServices.h"
 #include "support/TestFiles.h"
+#include "text/modCharCode.h"
 #include "view/frmText.h"
-#include "view/picText.h"
 #include "widgets/PageFont.h"
+#include "widgets/frmMsg.h"
 
 #include <QAbstractEventDispatcher>
 #include <QApplication>

@@ -3,7 +3,7 @@
 
 // Converting any bytes from any encoding to code page 932, including breaking long lines.
 #include "base/modCodePage.h"
-#include "files/modConvertCode.h"
+#include "exchange/modConvertCode.h"
 #include "input.h"
 #include "require.h"
 #include "text/modCheckText.h"

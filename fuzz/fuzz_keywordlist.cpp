@@ -5,8 +5,8 @@
 // through the hits agree with a plain scan of every line.
 #include "input.h"
 #include "require.h"
+#include "search/modInflection.h"
 #include "search/modSearch.h"
-#include "text/modInflection.h"
 #include "text/modReadText.h"
 
 #include <QRegularExpression>

@@ -5,9 +5,9 @@
 #include "input.h"
 #include "require.h"
 #include "search/modSearch.h"
+#include "study/modClickTarget.h"
+#include "study/modPageText.h"
 #include "text/modReadText.h"
-#include "view/modClickTarget.h"
-#include "view/modPageText.h"
 
 namespace {
 

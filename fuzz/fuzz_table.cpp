@@ -2,13 +2,13 @@
 // SPDX-License-Identifier: MIT
 
 // Reading any text as a table, writing its cells and reading them back, and making a study file from them.
-#include "files/modStudyFromTable.h"
+#include "exchange/modStudyFromTable.h"
+#include "exchange/modTableFormat.h"
 #include "input.h"
 #include "require.h"
 #include "text/modCheckText.h"
 #include "text/modDecodeText.h"
 #include "text/modReadText.h"
-#include "text/modTableFormat.h"
 
 using namespace Qt::Literals::StringLiterals;
 

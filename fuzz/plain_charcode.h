@@ -5,7 +5,7 @@
 // optimized scan of the program is compared with it.
 #pragma once
 
-#include "settings/modCharCode.h"
+#include "text/modCharCode.h"
 
 class PlainCharCode
 {

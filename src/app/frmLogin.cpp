@@ -6,9 +6,9 @@
 #include "app/modUserList.h"
 #include "base/modLog.h"
 #include "base/modProduct.h"
-#include "settings/frmMsg.h"
 #include "widgets/NamedControls.h"
 #include "widgets/ScreenFit.h"
+#include "widgets/frmMsg.h"
 
 #include <QGridLayout>
 #include <QKeyEvent>

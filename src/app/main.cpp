@@ -5,17 +5,17 @@
 #include "app/frmLogin.h"
 #include "app/modMain.h"
 #include "base/modFile.h"
-#include "files/modPlaceList.h"
 #include "platform/QtSystemServices.h"
 #include "platform/modEndSignal.h"
 #include "platform/modFontAdvice.h"
 #include "platform/modInputMethod.h"
-#include "settings/frmMsg.h"
+#include "records/modPlaceList.h"
 #include "view/frmText.h"
 #include "widgets/CompositionGuard.h"
 #include "widgets/DialogFocus.h"
 #include "widgets/OutlinedStyle.h"
 #include "widgets/PageFont.h"
+#include "widgets/frmMsg.h"
 
 #include <QApplication>
 #include <QDir>

@@ -5,11 +5,11 @@
 // The study history in its other half is a separate widget, HistoryPanel.
 #pragma once
 
-#include "files/modMarkList.h"
-#include "files/modPlaceList.h"
 #include "files/modStudyFolder.h"
 #include "files/modStudyTally.h"
 #include "platform/modSystemServices.h"
+#include "records/modMarkList.h"
+#include "records/modPlaceList.h"
 #include "store/Sqlite3Func.h"
 
 #include <QDialog>

@@ -3,10 +3,10 @@
 
 // Construction of the file selection window: its controls and their tab order.
 #include "base/modFile.h"
-#include "files/HistoryPanel.h"
 #include "files/StudyFileList.h"
 #include "files/StudyFileModel.h"
 #include "files/frmFile.h"
+#include "history/HistoryPanel.h"
 #include "widgets/ElidedLabel.h"
 #include "widgets/NamedControls.h"
 #include "widgets/ScreenFit.h"

@@ -5,7 +5,7 @@
 // list of files need not wait for it.
 #pragma once
 
-#include "files/modSessionSpans.h"
+#include "history/modSessionSpans.h"
 #include "store/Sqlite3Func.h"
 
 #include <QHash>

@@ -3,7 +3,7 @@
 
 #include "search/modKeywordIndex.h"
 
-#include "text/modInflection.h"
+#include "search/modInflection.h"
 
 #include <algorithm>
 

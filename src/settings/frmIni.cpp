@@ -5,10 +5,10 @@
 
 #include "base/modCodePage.h"
 #include "base/modLog.h"
-#include "settings/frmMsg.h"
 #include "settings/modEditor.h"
 #include "widgets/NamedControls.h"
 #include "widgets/ScreenFit.h"
+#include "widgets/frmMsg.h"
 
 #include <QCheckBox>
 #include <QComboBox>

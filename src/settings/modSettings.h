@@ -5,19 +5,13 @@
 // Number formats do not depend on the locale.
 #pragma once
 
+#include "widgets/PageColourChoice.h"
+
 #include <QSize>
 #include <QString>
 #include <QStringList>
 
 #include <array>
-
-/// Colours of the page.
-enum class PageColourChoice
-{
-    Light,
-    Dark,
-    Desktop, ///< light or dark, as the desktop is
-};
 
 /// A record of settings. Three are kept for the whole run: the current settings, the defaults, which are also the lower
 /// bounds, and the upper bounds.

@@ -4,7 +4,7 @@
 // Decodes text files of other programs, given the encoding that was detected.
 #pragma once
 
-#include "settings/modCharCode.h"
+#include "text/modCharCode.h"
 
 #include <QByteArray>
 #include <QString>

@@ -6,7 +6,7 @@
 #include "base/modCodePage.h"
 #include "base/modFile.h"
 #include "platform/modMemory.h"
-#include "settings/modCharCode.h"
+#include "text/modCharCode.h"
 #include "text/modCheckText.h"
 #include "text/modDecodeText.h"
 

@@ -3,8 +3,8 @@
 
 #include "view/StudyStateBar.h"
 
+#include "study/modStudyRound.h"
 #include "view/LineField.h"
-#include "view/modStudyRound.h"
 #include "widgets/Contrast.h"
 #include "widgets/FlowLayout.h"
 

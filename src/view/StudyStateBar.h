@@ -6,8 +6,8 @@
 // would change, which changes the texts again, and so on without end.
 #pragma once
 
-#include "view/modPageInView.h"
-#include "view/modStudyClock.h"
+#include "study/modPageInView.h"
+#include "study/modStudyClock.h"
 
 #include <QWidget>
 

@@ -5,18 +5,18 @@
 
 #include "base/modDateText.h"
 #include "base/modFile.h"
-#include "files/frmExport.h"
+#include "exchange/frmExport.h"
+#include "exchange/frmPrint.h"
 #include "files/frmFile.h"
-#include "files/frmPrint.h"
+#include "page/picText.h"
 #include "search/frmSearch.h"
 #include "settings/frmIni.h"
-#include "settings/frmMsg.h"
 #include "settings/modEditor.h"
 #include "view/StudyStateBar.h"
 #include "view/frmPicture.h"
-#include "view/picText.h"
 #include "widgets/ElidedLabel.h"
 #include "widgets/InputGuard.h"
+#include "widgets/frmMsg.h"
 
 #include <QCloseEvent>
 #include <QCoreApplication>

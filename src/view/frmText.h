@@ -9,7 +9,7 @@
 #include "platform/modSystemServices.h"
 #include "search/modSearch.h"
 #include "settings/modSettings.h"
-#include "view/modStudySession.h"
+#include "study/modStudySession.h"
 
 #include <QWidget>
 

@@ -3,12 +3,12 @@
 
 // The study window's handling of answers: showing and hiding, marking hard ones, hints and reading aloud.
 #include "base/modLog.h"
-#include "settings/frmMsg.h"
+#include "page/picText.h"
 #include "settings/modSpeech.h"
+#include "study/modClickTarget.h"
 #include "view/StudyStateBar.h"
 #include "view/frmText.h"
-#include "view/modClickTarget.h"
-#include "view/picText.h"
+#include "widgets/frmMsg.h"
 
 #include <QCheckBox>
 #include <QScrollBar>

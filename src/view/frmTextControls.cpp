@@ -5,11 +5,11 @@
 // settings, its position and size.
 #include "base/modProduct.h"
 #include "files/frmFile.h"
+#include "page/picText.h"
 #include "platform/modWindowMessage.h"
 #include "settings/modZoom.h"
 #include "view/StudyStateBar.h"
 #include "view/frmText.h"
-#include "view/picText.h"
 #include "widgets/ElidedLabel.h"
 #include "widgets/FlowLayout.h"
 #include "widgets/FocusScrollBar.h"

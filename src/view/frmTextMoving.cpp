@@ -2,11 +2,11 @@
 // SPDX-License-Identifier: MIT
 
 // Navigation in the study window: the scroll bars, the keys that move through the file, and the zoom.
+#include "page/picText.h"
 #include "settings/modZoom.h"
+#include "study/modClickTarget.h"
 #include "view/StudyStateBar.h"
 #include "view/frmText.h"
-#include "view/modClickTarget.h"
-#include "view/picText.h"
 
 #include <QCheckBox>
 #include <QLayout>

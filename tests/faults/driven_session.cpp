@@ -12,10 +12,10 @@
 #include "app/frmLogin.h"
 #include "app/modMain.h"
 #include "base/modFile.h"
-#include "settings/frmMsg.h"
+#include "page/picText.h"
 #include "support/RecordingServices.h"
 #include "view/frmText.h"
-#include "view/picText.h"
+#include "widgets/frmMsg.h"
 
 #include <QAction>
 #include <QApplication>

@@ -2,10 +2,10 @@
 // SPDX-License-Identifier: MIT
 
 #include "search/frmSearch.h"
+#include "search/modInflection.h"
 #include "support/Rows.h"
 #include "support/StudyText.h"
 #include "support/TestFiles.h"
-#include "text/modInflection.h"
 
 #include <QApplication>
 #include <QLabel>

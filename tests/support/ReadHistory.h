@@ -4,7 +4,7 @@
 // Reads a history in one go.
 #pragma once
 
-#include "files/modHistory.h"
+#include "history/modHistory.h"
 
 #include <QDeadlineTimer>
 

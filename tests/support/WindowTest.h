@@ -4,10 +4,10 @@
 // Fixture for window tests: a temporary folder, recording services and a script that answers dialogs.
 #pragma once
 
-#include "settings/frmMsg.h"
 #include "support/DialogScript.h"
 #include "support/RecordingServices.h"
 #include "support/TestFiles.h"
+#include "widgets/frmMsg.h"
 
 class WindowTest : public testing::Test
 {

@@ -5,6 +5,7 @@
 #include "support/Rows.h"
 #include "support/StudyText.h"
 #include "support/TestFiles.h"
+#include "text/modCharCode.h"
 #include "text/modCheckText.h"
 #include "text/modDisplayText.h"
 #include "text/modPictureName.h"
@@ -24,6 +25,40 @@ QStringList Texts(const StudyLines &lines)
 }
 
 } // namespace
+
+TEST(CharCode, DetectFromBytes_GivesNameOfEncoding)
+{
+    const Rows<const char *, QByteArray, const char *> rows = {
+        {"empty file", "", "ASCII"},
+        {"plain text", "abc [def]\r\n", "ASCII"},
+        {"little-endian mark", "\xFF\xFE\x61", "UTF16_LE"},
+        {"big-endian mark", "\xFE\xFF\x61", "UTF16_BE"},
+        {"FF FF, not a mark, counts as little-endian", "\xFF\xFF\x61", "UTF16_LE"},
+        {"FE FE, not a mark, counts as little-endian", "\xFE\xFE\x61", "UTF16_LE"},
+        {"a mark alone is not recognized", "\xFF\xFE", "SJIS"},
+        {"UTF-8 mark", "\xEF\xBB\xBF", "UTF8_BOM"},
+        {"JIS", "\x1B$Bab", "JIS"},
+        {"JIS escape in the last three bytes", "ab\x1B$B", "ASCII"},
+        {"one UTF-7 run, decided at the end", "+AGEAYgBj-x ", "UTF7"},
+        {"two UTF-7 runs", "+AGEAYgBj- +AGEAYgBj- \x1B", "UTF7"},
+        {"the second UTF-7 run continues the count of the first", "+ZeVnLA- +ZeVnLA- ", "ASCII"},
+        {"a plus sign in plain text", "1 + 2 = 3 ", "ASCII"},
+        {"Japanese in UTF-8", "\xE6\x97\xA5\xE6\x9C\xAC ", "UTF8"},
+        {"overlong UTF-8 is invalid", "\xC0\xAF\xE0\x80\xAF ", "SJIS"},
+        {"surrogates in UTF-8 are accepted", "\xED\xA0\x80 ", "UTF8"},
+        {"UTF-8 above the last plane is invalid", "\xF4\x90\x80\x80 ", "SJIS"},
+        {"Japanese in Shift_JIS", "\x93\xFA\x96{\x8C\xEA ", "SJIS"},
+        {"Japanese in EUC", "\xC6\xFC\xCB\xDC\xB8\xEC\xA4\xCE ", "EUC"},
+        {"EUC half-width katakana", "\x8E\xB1\x8E\xB2\xC6\xFC ", "EUC"},
+        {"the last character ends with the last byte", "\x93\xFA", "NONE"},
+        {"the same with a spare byte", QByteArray("\x93\xFA\0", 3), "SJIS"},
+        {"a lone byte of 253 keeps Shift_JIS possible", "\xFD\x93\xFA ", "SJIS"},
+        {"valid as both, more multi-byte text as EUC", "\xB1\xB2\xB3\xB4 ", "EUC"},
+        {"valid as both, a tie", "\xE0\xA1\xE0\xA2 ", "SJIS"},
+    };
+    for (const auto &[name, bytes, code] : rows)
+        EXPECT_EQ(GetCharCodeName(bytes), QString::fromLatin1(code)) << name;
+}
 
 TEST(ReadAllLines, AnyLineEnding_EndsOneLineAndTabsAreExpanded)
 {

@@ -4,9 +4,9 @@
 // Fixture: the study window with a folder of study files, operated the way a user does.
 #pragma once
 
+#include "page/picText.h"
 #include "support/WindowTest.h"
 #include "view/frmText.h"
-#include "view/picText.h"
 
 #include <QLabel>
 #include <QListView>

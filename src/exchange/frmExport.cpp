@@ -1,0 +1,164 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
+#include "exchange/frmExport.h"
+
+#include "base/modLog.h"
+#include "records/modMarkList.h"
+#include "widgets/ElidedLabel.h"
+#include "widgets/NamedControls.h"
+#include "widgets/ScreenFit.h"
+#include "widgets/frmMsg.h"
+
+#include <QCheckBox>
+#include <QFileInfo>
+#include <QLabel>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QStyle>
+#include <QVBoxLayout>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+constexpr int MaxNameChars = 40; // longer file names are elided rather than widening the window
+
+QString FileLine(const QString &name)
+{
+    return u"ファイル："_s + name;
+}
+
+/// Adds a radio button with an explanation below, aligned with its caption.
+void AddChoice(QVBoxLayout *column, QRadioButton *choice, const QString &name, const QString &toolTip,
+               const QString &meaning)
+{
+    choice->setObjectName(u"opt"_s + name);
+    choice->setToolTip(toolTip);
+    choice->setAccessibleDescription(QString(meaning).remove(u'\n'));
+    QLabel *const label = NamedLabel(u"lbl"_s + name, meaning, choice->parentWidget());
+    const QStyle *const style = choice->style();
+    label->setIndent(style->pixelMetric(QStyle::PM_ExclusiveIndicatorWidth) +
+                     style->pixelMetric(QStyle::PM_RadioButtonLabelSpacing));
+    column->addWidget(choice);
+    column->addWidget(label);
+    column->addSpacing(label->fontMetrics().lineSpacing() / 3);
+}
+
+} // namespace
+
+frmExport::frmExport(SystemServices &services, frmMsg &msg, const MarkList &marks, const QString &reportFolder,
+                     QWidget *owner)
+    : QDialog(owner), m_services(services), m_msg(msg), m_marks(marks), m_reportFolder(reportFolder),
+      lblFile(new ElidedLabel(u"lblFile"_s, MaxNameChars, this)),
+      optText(new QRadioButton(u"テキスト（UTF-8）(&T)"_s, this)), optAnki(new QRadioButton(u"Anki(&A)"_s, this)),
+      optCsv(new QRadioButton(u"CSV（表）(&C)"_s, this)), chkOnlyHard(new QCheckBox(u"苦手だけ(&N)"_s, this))
+{
+    setObjectName(u"frmExport"_s);
+    Form_Load();
+}
+
+void frmExport::Form_Load()
+{
+    WriteTrace(u"■frmExport.Form_Load");
+    setWindowTitle(u"書き出す"_s);
+    AddControls();
+    optText->setChecked(true);
+}
+
+void frmExport::AddControls()
+{
+    auto *const content = new QWidget(this);
+    content->setObjectName(u"content"_s);
+    auto *const column = new QVBoxLayout(content);
+    lblFile->SetText(FileLine(QString(MaxNameChars, u'n'))); // sizes the window for names of any length
+    column->addWidget(lblFile);
+    column->addSpacing(fontMetrics().lineSpacing() / 2);
+    AddChoice(column, optText, u"Text"_s, u"UTF-8のテキストファイルにします (Alt+T)"_s,
+              u"[ ]の付いたままの文を，\nほかのプログラムで読めるようにします。"_s);
+    AddChoice(column, optAnki, u"Anki"_s, u"Ankiで読み込むファイルにします (Alt+A)"_s,
+              u"空欄のある行を1行ずつ，\n穴埋め（Cloze）のノートにします。"_s);
+    AddChoice(column, optCsv, u"Csv"_s, u"Excelなどで開く表にします (Alt+C)"_s,
+              u"空欄ごとに，行番号，前の文，答え，後の文を\n並べた表にします。"_s);
+    chkOnlyHard->setObjectName(u"chkOnlyHard"_s);
+    chkOnlyHard->setToolTip(u"苦手の印のある空欄だけを，AnkiかCSVに書き出します (Alt+N)"_s);
+    column->addWidget(chkOnlyHard);
+    column->addSpacing(fontMetrics().lineSpacing() / 3);
+    column->addStretch();
+    column->addLayout(Buttons());
+    for (QRadioButton *const choice : {optText, optAnki, optCsv})
+        connect(choice, &QRadioButton::toggled, this, &frmExport::optKind_Click);
+    FitToScreen(this, content);
+}
+
+QLayout *frmExport::Buttons()
+{
+    QPushButton *const cmdOK = AddButton(this, u"cmdOK"_s, u"書き出す(&W)"_s,
+                                         u"ファイルを書き出し，フォルダを開きます (Enter)"_s, &frmExport::cmdOK_Click);
+    QPushButton *const cmdCancel =
+        AddButton(this, u"cmdCancel"_s, u"キャンセル"_s, u"書き出さずに戻ります (Esc)"_s, &frmExport::cmdCancel_Click);
+    return AnswerRow(cmdOK, cmdCancel);
+}
+
+void frmExport::Run(const QString &studyFilePath)
+{
+    m_studyFilePath = studyFilePath;
+    lblFile->SetText(FileLine(QFileInfo(studyFilePath).fileName()));
+    m_hasHard = !m_marks.FindInFile(studyFilePath).empty();
+    chkOnlyHard->setChecked(false);
+    optKind_Click();
+    (optText->isChecked() ? optText : optAnki->isChecked() ? optAnki : optCsv)->setFocus();
+    exec();
+}
+
+void frmExport::optKind_Click()
+{
+    WriteTrace(u"■frmExport.optKind_Click");
+    chkOnlyHard->setEnabled(m_hasHard && !optText->isChecked());
+}
+
+void frmExport::cmdOK_Click()
+{
+    WriteTrace(u"■frmExport.cmdOK_Click");
+    const QString path = ExportPath(m_reportFolder, m_studyFilePath, ChosenKind());
+    QByteArray bytes;
+    if (!Write(path, &bytes))
+        return;
+    m_msg.DispFrmMsg(this, ExportedMessage(path, bytes), MsgStyle::Ok, u"start.wav"_s);
+    accept();
+    if (!m_services.OpenWithShell(m_reportFolder, u"c:\\"_s))
+        m_services.ShowMessage(u"次のフォルダを開けません。\r\n  "_s + m_reportFolder);
+}
+
+void frmExport::cmdCancel_Click()
+{
+    WriteTrace(u"■frmExport.cmdCancel_Click");
+    reject();
+}
+
+ExportKind frmExport::ChosenKind() const
+{
+    return optText->isChecked() ? ExportKind::Text : optAnki->isChecked() ? ExportKind::Anki : ExportKind::Csv;
+}
+
+/// @param bytes  receives what was written
+/// @return false if nothing was written; the user has been told why
+bool frmExport::Write(const QString &exportPath, QByteArray *bytes)
+{
+    QString message;
+    const bool isOnlyHard = chkOnlyHard->isEnabled() && chkOnlyHard->isChecked();
+    if (MakeExport(m_studyFilePath, ChosenKind(), bytes, &message, isOnlyHard ? &m_marks : nullptr)) {
+        if (!MayReplace(exportPath))
+            return false;
+        if (WriteExport(exportPath, *bytes, &message))
+            return true;
+    }
+    m_msg.DispFrmMsg(this, message, MsgStyle::Ok, u"notify.wav"_s);
+    return false;
+}
+
+bool frmExport::MayReplace(const QString &exportPath)
+{
+    return !QFileInfo(exportPath).isFile() ||
+           m_msg.DispFrmMsg(this, ReplaceExportQuestion(exportPath), MsgStyle::YesNo, u"notify.wav"_s) == MsgResult::Ok;
+}

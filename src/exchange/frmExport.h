@@ -1,0 +1,57 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
+// Exports a study file for other programs in a format that the user chooses, and shows the folder it was written to.
+#pragma once
+
+#include "exchange/modExport.h"
+#include "platform/modSystemServices.h"
+
+#include <QDialog>
+
+class ElidedLabel;
+class MarkList;
+class QCheckBox;
+class frmMsg;
+class QLabel;
+class QLayout;
+class QRadioButton;
+
+class frmExport : public QDialog
+{
+    Q_OBJECT
+
+  public:
+    /// @param marks  the blanks that the user has marked as hard; must outlive the window
+    /// @param reportFolder  where exports are written
+    frmExport(SystemServices &services, frmMsg &msg, const MarkList &marks, const QString &reportFolder,
+              QWidget *owner);
+
+    /// Shows the window for a study file and blocks until it is closed. It stays open after a fault, or when the user
+    /// declines to replace an older export.
+    void Run(const QString &studyFilePath);
+
+  private:
+    void Form_Load();
+    void optKind_Click();
+    void cmdOK_Click();
+    void cmdCancel_Click();
+
+    void AddControls();
+    QLayout *Buttons();
+    ExportKind ChosenKind() const;
+    bool Write(const QString &exportPath, QByteArray *bytes);
+    bool MayReplace(const QString &exportPath);
+
+    SystemServices &m_services;
+    frmMsg &m_msg;
+    const MarkList &m_marks;
+    QString m_reportFolder;
+    QString m_studyFilePath;
+    ElidedLabel *lblFile;
+    QRadioButton *optText;
+    QRadioButton *optAnki;
+    QRadioButton *optCsv;
+    QCheckBox *chkOnlyHard;
+    bool m_hasHard = false; // whether the file has marked blanks
+};

@@ -1,0 +1,433 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
+#include "exchange/frmTable.h"
+
+#include "base/modFile.h"
+#include "base/modLog.h"
+#include "widgets/ElidedLabel.h"
+#include "widgets/NamedControls.h"
+#include "widgets/PageFont.h"
+#include "widgets/ScreenFit.h"
+#include "widgets/frmMsg.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QGridLayout>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QScrollArea>
+#include <QSignalBlocker>
+
+#include <utility>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+constexpr qsizetype MaxCellChars = 24; // shown of a cell
+constexpr int MaxBetweenChars = 20;
+constexpr CharCode Codes[] = {CharCode::None,    CharCode::Sjis, CharCode::Utf8,
+                              CharCode::Utf16Le, CharCode::Euc,  CharCode::Jis}; // the first means automatic
+constexpr int MaxNameChars = 60;
+
+/// A cell as shown in the window: on one line, shortened if long.
+QString ShownCell(QStringView cell)
+{
+    const QString text = cell.first(qMin(cell.size(), MaxCellChars + 1)).toString().simplified();
+    return cell.size() > MaxCellChars ? text.left(MaxCellChars) + u'…' : text;
+}
+
+/// Caption of the automatic choice, with the encoding that was detected.
+QString FoundCode(CharCode code)
+{
+    return u"自動（"_s + TableCodeName(code) + u'）';
+}
+
+QLabel *LabelOf(QWidget *buddy, const QString &name, const QString &caption)
+{
+    QLabel *const label = NamedLabel(name, caption, buddy->parentWidget());
+    label->setBuddy(buddy);
+    return label;
+}
+
+} // namespace
+
+frmTable::frmTable(frmMsg &msg, const QString &studyFolder, QWidget *owner)
+    : QDialog(owner), m_msg(msg), m_studyFolder(studyFolder),
+      lblTable(new ElidedLabel(u"lblTable"_s, MaxNameChars, this)), cboCode(new QComboBox(this)),
+      cboTableSeparator(new QComboBox(this)), fraTable(new QScrollArea(this)),
+      chkHeader(new QCheckBox(u"1行目は見出し（学習ファイルに入れない）(&H)"_s, this)),
+      txtSeparator(new QLineEdit(this)), txtName(new QLineEdit(this)), txtPreview(new QPlainTextEdit(this)),
+      lblHint(NamedLabel(u"lblHint"_s, QString(), this))
+{
+    setObjectName(u"frmTable"_s);
+    Form_Load();
+}
+
+QString frmTable::AskForTable(const QString &folder, QWidget *owner)
+{
+    return QFileDialog::getOpenFileName(owner, u"表の選択"_s, folder,
+                                        u"表 (*.csv *.tsv *.tab *.txt);;すべてのファイル (*)"_s);
+}
+
+QString frmTable::Make(const QString &tablePath)
+{
+    m_madeName.clear();
+    m_tablePath = tablePath;
+    m_found = TableReading();
+    TableRefusal refusal;
+    if (!ReadWholeFile(tablePath, &m_bytes, &refusal.reason) ||
+        !ReadTableBytes(m_bytes, &m_found, &m_table, &refusal)) {
+        m_msg.DispFrmMsg(parentWidget(), TableNotReadMessage(QFileInfo(tablePath).fileName(), refusal), MsgStyle::Ok,
+                         u"notify.wav"_s);
+        return QString();
+    }
+    ShowTable();
+    exec();
+    m_table = Table();
+    m_bytes.clear();
+    return m_madeName;
+}
+
+void frmTable::Form_Load()
+{
+    WriteTrace(u"■frmTable.Form_Load");
+    setWindowTitle(u"表から学習ファイルを作る"_s);
+    const int linePx = fontMetrics().lineSpacing();
+    fraTable->setObjectName(u"fraTable"_s);
+    fraTable->setAccessibleName(u"表の初めの行"_s);
+    fraTable->setBackgroundRole(QPalette::Base);
+    fraTable->setMinimumHeight(linePx * 4);
+    chkHeader->setObjectName(u"chkHeader"_s);
+    chkHeader->setToolTip(u"1行目を学習ファイルに入れません (Alt+H)"_s);
+    connect(chkHeader, &QCheckBox::clicked, this, &frmTable::chkHeader_Click);
+    txtPreview->setObjectName(u"txtPreview"_s);
+    txtPreview->setAccessibleName(u"できる学習ファイルの初めの行"_s);
+    txtPreview->setReadOnly(true);
+    txtPreview->setTabChangesFocus(true);
+    txtPreview->setLineWrapMode(QPlainTextEdit::NoWrap);
+    txtPreview->setFont(PageFont());
+    txtPreview->setMinimumHeight(linePx * 2);
+
+    auto *const content = new QWidget(this);
+    content->setObjectName(u"content"_s);
+    auto *const column = new QVBoxLayout(content);
+    auto *const tableRow = new QHBoxLayout;
+    tableRow->addWidget(NamedLabel(u"lblTableCaption"_s, u"表："_s, this));
+    tableRow->addWidget(lblTable, 1);
+    column->addLayout(tableRow);
+    column->addLayout(ReadingRow());
+    column->addWidget(fraTable, 3);
+    column->addWidget(chkHeader);
+    column->addLayout(Inputs());
+    column->addWidget(LabelOf(txtPreview, u"lblPreview"_s, u"できる学習ファイル(&P)："_s));
+    column->addWidget(txtPreview, 2);
+    column->addLayout(Buttons());
+    SetTabOrder({cboCode, cboTableSeparator, fraTable, chkHeader, txtSeparator, txtName, txtPreview, cmdOK, cmdCancel});
+    FitToScreen(this, content, QSize(fontMetrics().averageCharWidth() * 90, linePx * 26));
+}
+
+QLayout *frmTable::ReadingRow()
+{
+    cboCode->setObjectName(u"cboCode"_s);
+    cboCode->setAccessibleName(u"表の文字コード"_s);
+    cboCode->setToolTip(u"表の文字が正しく見えないときに選びます (Alt+C)"_s);
+    for (const CharCode code : Codes)
+        cboCode->addItem(code == CharCode::None ? FoundCode(CharCode::Sjis) : TableCodeName(code)); // sizes the box
+    connect(cboCode, &QComboBox::currentIndexChanged, this, &frmTable::cboCode_Change);
+    cboTableSeparator->setObjectName(u"cboTableSeparator"_s);
+    cboTableSeparator->setAccessibleName(u"表の区切り"_s);
+    cboTableSeparator->setToolTip(u"表の列と列の間にある文字。「 - 」のような文字も入力できます (Alt+S)"_s);
+    cboTableSeparator->setEditable(true);
+    cboTableSeparator->setInsertPolicy(QComboBox::NoInsert);
+    cboTableSeparator->lineEdit()->setObjectName(u"txtTableSeparator"_s);
+    cboTableSeparator->lineEdit()->setMaxLength(MaxBetweenChars);
+    for (const QString &separator : {u","_s, u"\t"_s, u";"_s})
+        cboTableSeparator->addItem(SeparatorName(separator));
+    connect(cboTableSeparator, &QComboBox::editTextChanged, this, &frmTable::cboTableSeparator_Change);
+
+    auto *const row = new QHBoxLayout;
+    row->addWidget(LabelOf(cboCode, u"lblCode"_s, u"文字コード(&C)："_s));
+    row->addWidget(cboCode);
+    row->addWidget(LabelOf(cboTableSeparator, u"lblTableSeparator"_s, u"表の区切り(&S)："_s));
+    row->addWidget(cboTableSeparator);
+    row->addStretch();
+    return row;
+}
+
+QLayout *frmTable::Inputs()
+{
+    txtSeparator->setObjectName(u"txtSeparator"_s);
+    txtSeparator->setAccessibleName(u"列の間に入れる文字"_s);
+    txtSeparator->setToolTip(u"列と列の間に入れる文字。初めは全角の空白です (Alt+B)"_s);
+    txtSeparator->setMaxLength(MaxBetweenChars);
+    FitToText(txtSeparator, u"、、、、"_s);
+    connect(txtSeparator, &QLineEdit::textChanged, this, &frmTable::txtSeparator_Change);
+    txtName->setObjectName(u"txtName"_s);
+    txtName->setAccessibleName(u"学習ファイルの名前"_s);
+    txtName->setToolTip(u"作る学習ファイルの名前 (Alt+N)"_s);
+
+    auto *const row = new QHBoxLayout;
+    row->addWidget(LabelOf(txtSeparator, u"lblSeparator"_s, u"列の間に入れる文字(&B)："_s));
+    row->addWidget(txtSeparator);
+    row->addWidget(LabelOf(txtName, u"lblName"_s, u"学習ファイルの名前(&N)："_s));
+    row->addWidget(txtName, 1);
+    row->addWidget(NamedLabel(u"lblTxt"_s, u".txt"_s, this));
+    return row;
+}
+
+QLayout *frmTable::Buttons()
+{
+    cmdOK = AddButton(this, u"cmdOK"_s, u"作る(&M)"_s, u"学習ファイルを作ります (Enter)"_s, &frmTable::cmdOK_Click);
+    cmdCancel =
+        AddButton(this, u"cmdCancel"_s, u"キャンセル"_s, u"作らずに戻ります (Esc)"_s, &frmTable::cmdCancel_Click);
+    return AnswerRow(cmdOK, cmdCancel, lblHint);
+}
+
+void frmTable::showEvent(QShowEvent *event)
+{
+    QDialog::showEvent(event);
+    Form_Activate();
+}
+
+void frmTable::Form_Activate()
+{
+    WriteTrace(u"■frmTable.Form_Activate");
+    QCheckBox *const ticked = chkHide[qMax(0, m_lastHidden.indexOf(true))];
+    ticked->setFocus();
+    fraTable->widget()->adjustSize(); // otherwise not laid out until painted
+    fraTable->ensureWidgetVisible(ticked);
+}
+
+/// Shows a newly opened table with default settings.
+void frmTable::ShowTable()
+{
+    const QSignalBlocker noCode(cboCode);
+    const QSignalBlocker noSeparator(cboTableSeparator);
+    cboCode->setItemText(0, FoundCode(m_found.code));
+    cboCode->setCurrentIndex(0);
+    cboTableSeparator->setEditText(SeparatorName(m_found.separator));
+    txtName->setText(StudyFileTitle(QFileInfo(m_tablePath).completeBaseName()));
+    chkHeader->setChecked(false);
+    txtSeparator->setText(TableOptions().between);
+    m_fault.clear();
+    m_lastHidden = HiddenByDefault(m_table);
+    ShowRows(m_lastHidden);
+}
+
+/// Reads the table again with the user's settings. Hidden columns stay hidden if the number of columns is unchanged.
+/// @param separator  empty to detect it
+void frmTable::ReadAgain(const QString &separator)
+{
+    if (m_fault.isEmpty())
+        m_lastHidden = Options().isHidden;
+    TableReading reading{Codes[cboCode->currentIndex()], separator};
+    TableRefusal refusal;
+    const bool isRead = ReadTableBytes(m_bytes, &reading, &m_table, &refusal);
+    m_fault = isRead ? QString() : refusal.reason;
+    if (separator.isEmpty()) {
+        m_found.separator = reading.separator;
+        const QSignalBlocker noSeparator(cboTableSeparator);
+        cboTableSeparator->setEditText(SeparatorName(reading.separator));
+    }
+    const bool hasSameColumns = m_lastHidden.size() == m_table.ColumnCount();
+    ShowRows(!isRead || hasSameColumns ? m_lastHidden : HiddenByDefault(m_table));
+}
+
+void frmTable::ShowRows(const QList<bool> &isHidden)
+{
+    const QString size =
+        QString::number(m_table.RowCount()) + u"行 "_s + QString::number(m_table.ColumnCount()) + u"列"_s;
+    const QString name = QFileInfo(m_tablePath).fileName();
+    lblTable->SetText(m_fault.isEmpty() ? QString(name + u"　"_s + size) : name);
+    fraTable->setWidget(TableView(isHidden));
+    QWidget *last = fraTable;
+    for (QCheckBox *const next : chkHide) {
+        setTabOrder(last, next);
+        last = next;
+    }
+    StrikeHeader();
+    ShowPreview();
+}
+
+/// The first rows, below a check box for each column.
+QWidget *frmTable::TableView(const QList<bool> &isHidden)
+{
+    auto *const view = new QWidget;
+    auto *const grid = new QGridLayout(view);
+    grid->setHorizontalSpacing(fontMetrics().averageCharWidth() * 3);
+    chkHide.clear();
+    for (int column = 1; column <= m_table.ColumnCount(); ++column) {
+        const QString number = QString::number(column);
+        auto *const check = new QCheckBox(u"隠す("_s + (column < 10 ? u"&"_s : QString()) + number + u')', view);
+        check->setObjectName(u"chkHide"_s + number);
+        check->setAccessibleName(number + u"列目を隠す"_s);
+        check->setToolTip(number + u"列目を空欄にします"_s + (column < 10 ? u" (Alt+"_s + number + u')' : QString()));
+        check->setChecked(isHidden[column - 1]);
+        connect(check, &QCheckBox::clicked, this, &frmTable::chkHide_Click);
+        grid->addWidget(check, 0, column - 1);
+        chkHide += check;
+    }
+    for (int row = 1; row <= qMin(m_table.RowCount(), PreviewRows); ++row) {
+        for (int column = 1; column <= m_table.CellCount(row); ++column) {
+            QLabel *const cell =
+                NamedLabel(u"lblCell%1_%2"_s.arg(row).arg(column), ShownCell(m_table.Cell(row, column)), view);
+            cell->setTextFormat(Qt::PlainText);
+            grid->addWidget(cell, row, column - 1);
+        }
+    }
+    grid->setColumnStretch(m_table.ColumnCount(), 1);
+    grid->setRowStretch(PreviewRows + 1, 1);
+    return view;
+}
+
+/// Strikes out the header row if it will be left out.
+void frmTable::StrikeHeader()
+{
+    for (int column = 1; m_table.RowCount() > 0 && column <= m_table.CellCount(1); ++column) {
+        auto *const cell = fraTable->findChild<QLabel *>(u"lblCell1_%1"_s.arg(column));
+        QFont font = cell->font();
+        font.setStrikeOut(chkHeader->isChecked());
+        cell->setFont(font);
+    }
+}
+
+void frmTable::cboCode_Change()
+{
+    WriteTrace(u"■frmTable.cboCode_Change");
+    const QString name = cboTableSeparator->currentText();
+    ReadAgain(name == SeparatorName(m_found.separator) ? QString() : SeparatorByName(name));
+}
+
+void frmTable::cboTableSeparator_Change()
+{
+    WriteTrace(u"■frmTable.cboTableSeparator_Change");
+    ReadAgain(SeparatorByName(cboTableSeparator->currentText()));
+}
+
+void frmTable::chkHide_Click()
+{
+    WriteTrace(u"■frmTable.chkHide_Click");
+    ShowPreview();
+}
+
+void frmTable::chkHeader_Click()
+{
+    WriteTrace(u"■frmTable.chkHeader_Click");
+    StrikeHeader();
+    ShowPreview();
+}
+
+void frmTable::txtSeparator_Change()
+{
+    WriteTrace(u"■frmTable.txtSeparator_Change");
+    ShowPreview();
+}
+
+void frmTable::ShowPreview()
+{
+    const TableOptions options = Options();
+    const QString text = PreviewText(m_table, options);
+    const QString hint = m_fault.isEmpty() ? PreviewHint(m_table, options, text) : m_fault;
+    txtPreview->setPlainText(text);
+    cmdOK->setEnabled(hint.isEmpty());
+    lblHint->setText(hint);
+}
+
+TableOptions frmTable::Options() const
+{
+    TableOptions options;
+    options.between = txtSeparator->text();
+    options.skipsFirstRow = chkHeader->isChecked();
+    for (const QCheckBox *const check : chkHide)
+        options.isHidden += check->isChecked();
+    return options;
+}
+
+void frmTable::cmdOK_Click()
+{
+    WriteTrace(u"■frmTable.cmdOK_Click");
+    QString fileName;
+    ConvertedText converted;
+    TableStudyText study;
+    QByteArray bytes;
+    QString message;
+    if (!TakeName(&fileName) || !TakeText(Options(), &converted, &study))
+        return;
+    if (!EncodeStudyText(study, &bytes, &message)) {
+        Refuse(message);
+        return;
+    }
+    QString keptName;
+    if (!Write(fileName, bytes, &keptName))
+        return;
+    m_msg.DispFrmMsg(this, StudyFileMadeMessage(fileName, keptName, m_table, study, converted), MsgStyle::Ok,
+                     u"start.wav"_s);
+    m_madeName = fileName;
+    accept();
+}
+
+void frmTable::cmdCancel_Click()
+{
+    WriteTrace(u"■frmTable.cmdCancel_Click");
+    reject();
+}
+
+/// Takes the file name, and shows it as it will be saved, so that the user can find the file.
+bool frmTable::TakeName(QString *fileName)
+{
+    const QString title = StudyFileTitle(txtName->text());
+    txtName->setText(title);
+    *fileName = title + u".txt"_s;
+    QString message;
+    if (CheckStudyFileTitle(title, &message))
+        return true;
+    txtName->setFocus();
+    return Refuse(message);
+}
+
+/// Makes the lines of the whole table. @return false after telling the user why they cannot be written
+bool frmTable::TakeText(TableOptions options, ConvertedText *converted, TableStudyText *study)
+{
+    QString message;
+    if (!ConvertBetween(&options.between, &message))
+        return Refuse(message);
+    TableCells cells = CellsOf(m_table, options);
+    *converted = ConvertText(cells.text, Accents::Remove);
+    if (converted->unwritableCount == 0 && converted->accentCount > 0) {
+        const MsgResult answer =
+            m_msg.DispFrmMsg(this, TableAccentsQuestion(cells, *converted), MsgStyle::YesNo, u"notify.wav"_s);
+        if (answer == MsgResult::None)
+            return false;
+        if (answer != MsgResult::Ok)
+            *converted = ConvertText(cells.text, Accents::Keep);
+    }
+    if (converted->unwritableCount > 0)
+        return Refuse(UnwritableCellsMessage(cells, *converted));
+    cells.text = std::exchange(converted->text, QString());
+    *study = StudyTextOf(cells, options);
+    return study->unbreakableRow == 0 || Refuse(UnbreakableRowMessage(*study));
+}
+
+/// Writes the file, replacing an existing one only with the user's consent.
+bool frmTable::Write(const QString &fileName, const QByteArray &bytes, QString *keptName)
+{
+    const QString path = JoinPath(m_studyFolder, fileName);
+    const QFileInfo info(path);
+    if ((info.isFile() || info.isSymLink()) &&
+        m_msg.DispFrmMsg(this, ReplaceStudyFileQuestion(path), MsgStyle::YesNo, u"notify.wav"_s) != MsgResult::Ok)
+        return false;
+    QString message;
+    return WriteStudyFile(path, bytes, keptName, &message) || Refuse(message);
+}
+
+/// @return always false, for callers to return
+bool frmTable::Refuse(const QString &message)
+{
+    m_msg.DispFrmMsg(this, message, MsgStyle::Ok, u"notify.wav"_s);
+    return false;
+}

@@ -1,0 +1,160 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
+#include "exchange/modConvertText.h"
+
+#include "base/modCodePage.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+struct Equivalent
+{
+    char16_t from;
+    char16_t to;
+};
+
+// Pairs of characters that the Shift_JIS tables of Windows and of other systems map to the same code, or that differ
+// only in width.
+constexpr Equivalent Equivalents[] = {
+    {u'\u00A2', u'￠'}, {u'\u00A3', u'￡'}, {u'\u00A5', u'￥'}, {u'\u00A6', u'￤'},
+    {u'\u00AC', u'￢'}, {u'\u2011', u'‐'},  {u'\u2013', u'-'},  {u'\u2014', u'―'},
+    {u'\u2016', u'∥'},  {u'\u203E', u'￣'}, {u'\u2212', u'－'}, {u'\u301C', u'～'},
+};
+
+constexpr char16_t ByteOrderMark = u'\uFEFF';
+
+/// The character's equivalent in code page 932; U+0000 if it has none.
+char16_t EquivalentOf(char32_t character)
+{
+    for (const Equivalent &equivalent : Equivalents)
+        if (equivalent.from == character)
+            return equivalent.to;
+    return QChar::category(character) == QChar::Separator_Space ? u' ' : u'\0';
+}
+
+bool IsAsciiLetter(QChar character)
+{
+    return character.unicode() < 0x80 && character.isLetter();
+}
+
+/// The ASCII base letter of an accented letter; U+0000 for any other character.
+char16_t WithoutAccents(char32_t character)
+{
+    if (!QChar::isLetter(character))
+        return u'\0';
+    const QString parts = QString::fromUcs4(&character, 1).normalized(QString::NormalizationForm_D);
+    return parts.size() > 1 && IsAsciiLetter(parts.front()) ? parts.front().unicode() : u'\0';
+}
+
+/// Converts a text in a single pass.
+class Converter
+{
+  public:
+    Converter(const QString &text, Accents accents) : m_source(text), m_accents(accents)
+    {
+        m_result.text.reserve(text.size() + text.size() / 16);
+    }
+
+    ConvertedText Convert()
+    {
+        for (qsizetype at = 0; at < m_source.size(); ++at) {
+            const QChar unit = m_source[at];
+            if (unit == u'\r' || unit == u'\n') {
+                if (unit == u'\r' && at + 1 < m_source.size() && m_source[at + 1] == u'\n')
+                    ++at;
+                m_result.text += u"\r\n"_s;
+                ++m_line;
+                m_column = 0;
+                continue;
+            }
+            ++m_column;
+            if (IsInCodePage932(unit)) {
+                m_result.text += unit;
+                continue;
+            }
+            const bool isPair = unit.isHighSurrogate() && at + 1 < m_source.size() && m_source[at + 1].isLowSurrogate();
+            Replace(isPair ? QChar::surrogateToUcs4(unit, m_source[at + 1]) : unit.unicode());
+            at += isPair ? 1 : 0;
+        }
+        return m_result;
+    }
+
+  private:
+    void Replace(char32_t character)
+    {
+        if (character == ByteOrderMark || TakesMark(character))
+            return;
+        const char16_t letter = WithoutAccents(character);
+        if (letter != 0 && TakeAccent(character)) {
+            m_result.text += letter;
+        } else if (const char16_t equivalent = EquivalentOf(character); equivalent != 0) {
+            m_result.text += equivalent;
+            Count(character, equivalent);
+        } else {
+            if (m_result.unwritable.size() < MaxUnwritableShown)
+                m_result.unwritable.push_back({m_line, m_column, character});
+            ++m_result.unwritableCount;
+        }
+    }
+
+    /// Handles a combining mark on the preceding character: a voiced sound mark on a kana, or an accent to be removed.
+    /// @return whether the character was such a mark
+    bool TakesMark(char32_t character)
+    {
+        if (QChar::category(character) != QChar::Mark_NonSpacing || m_result.text.isEmpty())
+            return false;
+        const QChar before = m_result.text.back();
+        const QString pair = before + QString::fromUcs4(&character, 1);
+        const QString composed = pair.normalized(QString::NormalizationForm_C);
+        if (composed.size() == 1 && IsInCodePage932(composed.front())) {
+            m_result.text.back() = composed.front();
+            return true;
+        }
+        return IsAsciiLetter(before) && TakeAccent(composed.size() == 1 ? composed.front().unicode() : character);
+    }
+
+    bool TakeAccent(char32_t character)
+    {
+        if (m_accents == Accents::Keep)
+            return false;
+        if (m_result.accentCount++ == 0)
+            m_result.firstAccent = {m_line, m_column, character};
+        return true;
+    }
+
+    void Count(char32_t from, char16_t to)
+    {
+        for (ReplacedCharacter &known : m_result.replaced) {
+            if (known.from == from) {
+                ++known.count;
+                return;
+            }
+        }
+        m_result.replaced.push_back({from, to, 1});
+    }
+
+    const QString &m_source;
+    Accents m_accents;
+    ConvertedText m_result;
+    int m_line = 1;
+    int m_column = 0;
+};
+
+} // namespace
+
+ConvertedText ConvertText(const QString &text, Accents accents)
+{
+    return Converter(text, accents).Convert();
+}
+
+bool HasOnlyFullWidthBrackets(const QString &text)
+{
+    return (text.contains(u'［') || text.contains(u'］')) && !text.contains(u'[') && !text.contains(u']');
+}
+
+QString WithHalfWidthBrackets(const QString &text)
+{
+    return QString(text).replace(u'［', u'[').replace(u'］', u']');
+}

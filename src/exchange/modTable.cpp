@@ -1,0 +1,331 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
+#include "exchange/modTable.h"
+
+#include "exchange/modHtmlText.h"
+
+#include <algorithm>
+#include <limits>
+#include <map>
+#include <utility>
+
+namespace {
+
+constexpr QChar Quote = u'"';
+constexpr int SampleRows = 20; // rows that a guess is based on
+constexpr char16_t Separators[] = {u'\t', u',', u';'};
+
+bool IsLineEnd(QChar character)
+{
+    return character == u'\r' || character == u'\n';
+}
+
+bool IsBlank(QStringView text)
+{
+    return std::ranges::all_of(text, [](QChar character) { return character.isSpace(); });
+}
+
+/// 1-based number of the line at a position in a text.
+int LineAt(QStringView text, qsizetype place)
+{
+    int line = 1;
+    for (qsizetype at = 0; at < place; ++at)
+        line += text[at] == u'\n' || (text[at] == u'\r' && (at + 1 == text.size() || text[at + 1] != u'\n'));
+    return line;
+}
+
+/// The line around a position in a text, without its line ending.
+QStringView LineAround(QStringView text, qsizetype place)
+{
+    qsizetype start = place;
+    while (start > 0 && !IsLineEnd(text[start - 1]))
+        --start;
+    return text.sliced(start, std::find_if(text.begin() + place, text.end(), IsLineEnd) - text.begin() - start);
+}
+
+/// The first non-blank line. @param start  position where the search begins
+QStringView FirstLine(QStringView text, qsizetype start)
+{
+    const auto first =
+        std::find_if(text.begin() + start, text.end(), [](QChar character) { return !character.isSpace(); });
+    return first == text.end() ? QStringView() : LineAround(text, first - text.begin());
+}
+
+} // namespace
+
+int Table::CellCount(int row) const
+{
+    const bool isLast = row == RowCount();
+    return int(isLast ? qint32(m_cellEnds.size()) : m_rows[size_t(row)].firstCell) - m_rows[size_t(row) - 1].firstCell;
+}
+
+QStringView Table::Cell(int row, int column) const
+{
+    if (column > CellCount(row))
+        return {};
+    const size_t cell = size_t(m_rows[size_t(row) - 1].firstCell + column - 1);
+    const qint32 start = cell == 0 ? 0 : m_cellEnds[cell - 1];
+    return QStringView(m_text).sliced(start, m_cellEnds[cell] - start);
+}
+
+int Table::UnevenRows() const
+{
+    int uneven = 0;
+    for (int row = 2; row <= RowCount(); ++row)
+        uneven += CellCount(row) != CellCount(1);
+    return uneven;
+}
+
+/// Reads a table in a single pass over the text.
+class TableReader
+{
+  public:
+    TableReader(QStringView text, const TableFormat &format)
+        : m_source(text), m_format(format), m_isCsv(format.separator == u',' || format.separator == u';'),
+          m_separatorsOfLine(SeparatorsIn(FirstLine(text, format.start))), m_at(format.start),
+          m_number(format.firstNumber)
+    {
+    }
+
+    /// @return false if a quoted cell never ends; Place() is then where it starts
+    bool Read(int mostRows)
+    {
+        bool isGood = true;
+        while (isGood && m_at < m_source.size() && m_table.RowCount() < mostRows)
+            isGood = ReadRow();
+        return isGood;
+    }
+
+    qsizetype Place() const
+    {
+        return m_at;
+    }
+
+    Table TakeTable()
+    {
+        return std::move(m_table);
+    }
+
+    /// Whether one of Separators occurred inside a quoted cell.
+    bool IsQuoted(QChar separator) const
+    {
+        return m_quotedSeparators.contains(separator);
+    }
+
+  private:
+    enum class Quoted
+    {
+        Ends,
+        IsNone, ///< not a quoted cell: the quotes are text
+        NeverEnds,
+    };
+
+    bool ReadRow()
+    {
+        const qsizetype start = m_at;
+        const qint32 firstCell = qint32(m_table.m_cellEnds.size());
+        bool isGood = true;
+        int column = 1;
+        for (;; ++column) {
+            isGood = ReadCell();
+            EndCell(column);
+            if (!isGood || m_at == m_source.size() || IsLineEnd(m_source[m_at]))
+                break;
+            m_at += m_format.separator.size();
+        }
+        const bool isLeftOut = column == 1 && IsBlank(m_source.sliced(start, m_at - start));
+        EndRow(firstCell, isLeftOut);
+        return isGood;
+    }
+
+    bool ReadCell()
+    {
+        if (m_at < m_source.size() && m_source[m_at] == Quote) {
+            const Quoted quoted = ReadQuotedCell();
+            if (quoted != Quoted::IsNone)
+                return quoted == Quoted::Ends;
+        }
+        const qsizetype start = m_at;
+        while (m_at < m_source.size() && !EndsCell(m_at))
+            ++m_at;
+        m_table.m_text += m_source.sliced(start, m_at - start);
+        return true;
+    }
+
+    Quoted ReadQuotedCell()
+    {
+        const qsizetype cellStart = m_table.m_text.size();
+        const Quoted quoted = TakeQuotedCell();
+        if (quoted == Quoted::Ends) {
+            for (const QChar separator : Separators)
+                if (!IsQuoted(separator) && QStringView(m_table.m_text).sliced(cellStart).contains(separator))
+                    m_quotedSeparators += separator;
+            return quoted;
+        }
+        m_table.m_text.truncate(cellStart);
+        // Only in CSV is an unterminated quote an error: other programs write quotes literally.
+        return m_isCsv ? quoted : Quoted::IsNone;
+    }
+
+    Quoted TakeQuotedCell()
+    {
+        bool hasLineEnds = false;
+        qsizetype at = m_at + 1;
+        for (bool isOpen = true; isOpen;) {
+            const qsizetype quote = m_source.indexOf(Quote, at);
+            if (quote < 0)
+                return Quoted::NeverEnds;
+            const QStringView piece = m_source.sliced(at, quote - at);
+            hasLineEnds = hasLineEnds || std::ranges::any_of(piece, IsLineEnd);
+            m_table.m_text += piece;
+            isOpen = quote + 1 < m_source.size() && m_source[quote + 1] == Quote;
+            if (isOpen)
+                m_table.m_text += Quote;
+            at = quote + (isOpen ? 2 : 1);
+        }
+        while (at < m_source.size() && m_source[at] == u' ' && !EndsCell(at))
+            ++at;
+        if ((at == m_source.size() || EndsCell(at)) && !(hasLineEnds && HoldsWholeRows(at))) {
+            m_at = at;
+            return Quoted::Ends;
+        }
+        // Literal quotes, as around direct speech, do not span lines: here the closing quote was forgotten.
+        return hasLineEnds ? Quoted::NeverEnds : Quoted::IsNone;
+    }
+
+    /// Whether a quoted cell spans lines that are complete rows by themselves. If so, its closing quote really opens
+    /// another cell.
+    /// @param end  position after the cell
+    bool HoldsWholeRows(qsizetype end) const
+    {
+        if (m_isCsv || m_separatorsOfLine == 0 || SeparatorsIn(LineAround(m_source, m_at)) != m_separatorsOfLine)
+            return false;
+        for (qsizetype at = m_at; at < end; ++at)
+            if (IsLineEnd(m_source[at]) && SeparatorsIn(LineAround(m_source, at + 1)) != m_separatorsOfLine &&
+                !m_source.sliced(at).startsWith(u"\r\n"))
+                return false;
+        return true;
+    }
+
+    qsizetype SeparatorsIn(QStringView line) const
+    {
+        return line.count(m_format.separator);
+    }
+
+    bool EndsCell(qsizetype at) const
+    {
+        const QString &separator = m_format.separator;
+        const QChar character = m_source[at];
+        return IsLineEnd(character) ||
+               (character == separator.front() && (separator.size() == 1 || m_source.sliced(at).startsWith(separator)));
+    }
+
+    void EndCell(int column)
+    {
+        const qsizetype start = m_table.m_cellEnds.empty() ? 0 : m_table.m_cellEnds.back();
+        if (m_format.leftOut.contains(column)) {
+            m_table.m_text.truncate(start);
+            return;
+        }
+        if (m_format.isHtml) {
+            const QString plain = TextOfHtml(QStringView(m_table.m_text).sliced(start));
+            m_table.m_text.truncate(start);
+            m_table.m_text += plain;
+        }
+        m_table.m_cellEnds.push_back(qint32(m_table.m_text.size()));
+    }
+
+    void EndRow(qint32 firstCell, bool isLeftOut)
+    {
+        std::vector<qint32> &ends = m_table.m_cellEnds;
+        if (isLeftOut) {
+            ends.resize(size_t(firstCell));
+            m_table.m_text.truncate(ends.empty() ? 0 : ends.back());
+        } else if (const int count = int(ends.size()) - firstCell; count > 0) {
+            m_table.m_rows.push_back({firstCell, m_number});
+            m_table.m_columnCount = std::max(m_table.m_columnCount, count);
+        }
+        ++m_number;
+        if (m_at < m_source.size() && m_source[m_at] == u'\r')
+            ++m_at;
+        if (m_at < m_source.size() && m_source[m_at] == u'\n')
+            ++m_at;
+    }
+
+    QStringView m_source;
+    const TableFormat &m_format;
+    bool m_isCsv;
+    qsizetype m_separatorsOfLine; // in the first line
+    QString m_quotedSeparators;
+    qsizetype m_at;
+    int m_number;
+    Table m_table;
+};
+
+bool ReadTable(const QString &text, const TableFormat &format, Table *table, int *errorLine)
+{
+    TableReader reader(text, format);
+    const bool isGood = reader.Read(std::numeric_limits<int>::max());
+    *table = isGood ? reader.TakeTable() : Table();
+    *errorLine = isGood ? 0 : LineAt(text, reader.Place());
+    return isGood;
+}
+
+namespace {
+
+/// The most common row width in a sample. Rows of a single cell are not considered.
+struct CommonWidth
+{
+    int rows = 0;  ///< number of rows with that width
+    int cells = 0; ///< the width
+
+    auto operator<=>(const CommonWidth &) const = default;
+};
+
+/// The result of splitting the first rows by one of the separators.
+struct Sample
+{
+    QChar separator;
+    CommonWidth common;
+    bool isEven;    // all rows have the same number of cells, more than one
+    QString quoted; // separators that occur inside quoted cells
+};
+
+Sample SampleOf(QStringView rows, QChar separator)
+{
+    const TableFormat format{.separator = separator};
+    TableReader reader(rows, format);
+    reader.Read(SampleRows); // a failure only makes the sample smaller
+    const Table table = reader.TakeTable();
+    std::map<int, int> rowsByCells;
+    for (int row = 1; row <= table.RowCount(); ++row)
+        ++rowsByCells[table.CellCount(row)];
+    Sample sample{separator, {}, false, {}};
+    for (const auto &[cells, count] : rowsByCells)
+        if (cells > 1)
+            sample.common = std::max(sample.common, CommonWidth{count, cells});
+    sample.isEven = sample.common.rows > 0 && sample.common.rows == table.RowCount();
+    for (const QChar each : Separators)
+        if (reader.IsQuoted(each))
+            sample.quoted += each;
+    return sample;
+}
+
+} // namespace
+
+QChar GuessSeparator(QStringView rows)
+{
+    std::vector<Sample> samples;
+    for (const QChar separator : Separators)
+        samples.push_back(SampleOf(rows, separator));
+    Sample best = samples.front();
+    for (const Sample &sample : samples)
+        if (!samples.front().isEven && sample.common > best.common)
+            best = sample;
+    // If another separator gives an even table with the best one inside quotes, the best one is only text.
+    for (const Sample &sample : samples)
+        if (sample.quoted.contains(best.separator) && sample.common.rows >= best.common.rows && sample.isEven)
+            return sample.separator;
+    return best.separator;
+}

@@ -1,0 +1,240 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
+#include "history/HistoryPanel.h"
+
+#include "base/modCodePage.h"
+#include "base/modDateText.h"
+#include "base/modFile.h"
+#include "base/modLog.h"
+#include "history/HistoryChart.h"
+#include "history/HistoryModel.h"
+#include "platform/modReplaceFile.h"
+#include "settings/modEditor.h"
+#include "widgets/NamedControls.h"
+#include "widgets/PageFont.h"
+#include "widgets/ScreenFit.h"
+#include "widgets/frmMsg.h"
+
+#include <QBoxLayout>
+#include <QDeadlineTimer>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListView>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QSignalBlocker>
+#include <QTimer>
+
+#include <utility>
+
+using namespace Qt::Literals::StringLiterals;
+
+HistoryPanel::HistoryPanel(SystemServices &services, StudyDatabase &database, frmMsg &msg, const QString &reportFolder,
+                           const QString &userName, QWidget *parent)
+    : QWidget(parent), m_services(services), m_msg(msg), m_reportFolder(reportFolder), m_userName(userName),
+      m_reader(database, userName), m_reading(new QTimer(this)), m_records(new HistoryModel(m_reader.Result(), this)),
+      txtYmd(new QLineEdit(this)), txtWeekN(new QLineEdit(this)), lstRecord(new QListView(this)),
+      picHistory(new HistoryChart(m_reader.Result(), this)), lblSumTime(NamedLabel(u"lblSumTime"_s, QString(), this)),
+      lblSumAns(NamedLabel(u"lblSumAns"_s, QString(), this))
+{
+    setObjectName(u"historyPanel"_s);
+    m_reading->setObjectName(u"tmrRecord"_s);
+    m_reading->setSingleShot(true);
+    connect(m_reading, &QTimer::timeout, this, &HistoryPanel::ReadOn);
+    SetUpInputs();
+    SetUpList();
+    auto *const column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->addLayout(SpanRow());
+    column->addWidget(lstRecord, 1);
+    column->addWidget(picHistory);
+    column->addLayout(TotalsRow());
+}
+
+void HistoryPanel::SetUpInputs()
+{
+    txtWeekN->setObjectName(u"txtWeekN"_s);
+    txtWeekN->setAccessibleName(u"週の数"_s);
+    txtWeekN->setToolTip(u"何週間分の記録を表示するか (Alt+K)"_s);
+    FitToText(txtWeekN, QString::number(MaxWeeks));
+    txtWeekN->setAlignment(Qt::AlignRight);
+    txtYmd->setObjectName(u"txtYmd"_s);
+    txtYmd->setAccessibleName(u"最後の日"_s);
+    txtYmd->setToolTip(u"記録の最後の日（年/月/日） (Alt+D)"_s);
+    FitToText(txtYmd, u"0000/00/00"_s);
+    connect(txtWeekN, &QLineEdit::textChanged, this, &HistoryPanel::txtWeekN_Change);
+    connect(txtYmd, &QLineEdit::textChanged, this, &HistoryPanel::txtYmd_Change);
+    // The list is updated while typing, so Enter has nothing to submit, and it must not open a file.
+    connect(txtWeekN, &QLineEdit::returnPressed, txtWeekN, &QLineEdit::selectAll);
+    connect(txtYmd, &QLineEdit::returnPressed, txtYmd, &QLineEdit::selectAll);
+}
+
+void HistoryPanel::SetUpList()
+{
+    lstRecord->setObjectName(u"lstRecord"_s);
+    lstRecord->setAccessibleName(u"学習記録"_s);
+    lstRecord->setModel(m_records);
+    lstRecord->setFont(PageFont()); // fixed pitch, so that the numbers line up
+    lstRecord->setUniformItemSizes(true);
+    lstRecord->setLayoutMode(QListView::Batched); // lays out a long list in steps of a millisecond or two
+    lstRecord->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    lstRecord->setMinimumSize(fontMetrics().averageCharWidth() * 40, fontMetrics().lineSpacing() * 8);
+}
+
+QBoxLayout *HistoryPanel::SpanRow()
+{
+    QLabel *const lblYmd = NamedLabel(u"lblYmd"_s, u"学習記録(&D)："_s, this);
+    lblYmd->setBuddy(txtYmd);
+    QLabel *const lblWeekN = NamedLabel(u"lblWeekN"_s, u"週間(&K)"_s, this);
+    lblWeekN->setBuddy(txtWeekN);
+    cmdInc = AddButton(this, u"cmdInc"_s, u"＋1週(&W)"_s, u"もう一週前まで表示します (Alt+W)"_s,
+                       &HistoryPanel::cmdInc_Click);
+
+    auto *const row = new QHBoxLayout;
+    row->addWidget(lblYmd);
+    row->addWidget(txtYmd);
+    row->addWidget(NamedLabel(u"lblUntil"_s, u"まで"_s, this));
+    row->addWidget(txtWeekN);
+    row->addWidget(lblWeekN);
+    row->addWidget(cmdInc);
+    row->addStretch();
+    return row;
+}
+
+QBoxLayout *HistoryPanel::TotalsRow()
+{
+    lblSumTime->setAccessibleDescription(u"総学習時間"_s);
+    lblSumAns->setAccessibleDescription(u"総回答数"_s);
+    cmdFile = AddButton(this, u"cmdFile"_s, u"ファイルに出力(&F)"_s,
+                        u"この学習記録を rec フォルダのファイルに書き出します (Alt+F)"_s, &HistoryPanel::cmdFile_Click);
+
+    auto *const row = new QHBoxLayout;
+    row->addWidget(NamedLabel(u"lblSumTimeCaption"_s, u"総学習時間："_s, this));
+    row->addWidget(lblSumTime);
+    row->addSpacing(fontMetrics().averageCharWidth() * 2);
+    row->addWidget(NamedLabel(u"lblSumAnsCaption"_s, u"総回答数："_s, this));
+    row->addWidget(lblSumAns);
+    row->addStretch();
+    row->addWidget(cmdFile);
+    return row;
+}
+
+void HistoryPanel::SetTabOrderAfter(QWidget *last)
+{
+    SetTabOrder({last, txtYmd, txtWeekN, cmdInc, lstRecord, cmdFile});
+}
+
+bool HistoryPanel::ShowThisWeek(const QString &textEditor)
+{
+    m_textEditor = textEditor;
+    const QSignalBlocker noChangeOfWeeks(txtWeekN);
+    const QSignalBlocker noChangeOfDate(txtYmd);
+    txtYmd->setText(DateText(m_services.Now().date()));
+    txtWeekN->setText(u"1"_s);
+    ShowRecordWhenValid();
+    return !m_reader.HasFailed();
+}
+
+void HistoryPanel::Stop()
+{
+    m_reading->stop();
+    m_isReading = false;
+}
+
+void HistoryPanel::keyPressEvent(QKeyEvent *event)
+{
+    const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (isEnter && (txtWeekN->hasFocus() || txtYmd->hasFocus()))
+        event->accept();
+    else
+        QWidget::keyPressEvent(event);
+}
+
+void HistoryPanel::txtWeekN_Change()
+{
+    WriteTrace(u"■frmFile.txtWeekN_Change");
+    ShowRecordWhenValid();
+}
+
+void HistoryPanel::txtYmd_Change()
+{
+    WriteTrace(u"■frmFile.txtYmd_Change");
+    ShowRecordWhenValid();
+}
+
+void HistoryPanel::cmdInc_Click()
+{
+    WriteTrace(u"■frmFile.cmdInc_Click");
+    txtWeekN->setText(QString::number(qMin(MaxWeeks, m_reader.Result().Weeks() + 1)));
+}
+
+void HistoryPanel::cmdFile_Click()
+{
+    WriteTrace(u"■frmFile.cmdFile_Click");
+    if (m_isReading) {
+        m_isReportWanted = true; // a report must be complete; a disabled button would lose the focus
+        return;
+    }
+    const QString path =
+        JoinPath(m_reportFolder, ReportFileName(m_userName, m_services.Now().date(), m_reader.Result().Weeks()));
+    QString reason;
+    if (!ReplaceFile(path, ToCodePage932(ReportText(m_reader.Result())), &reason)) {
+        m_msg.DispFrmMsg(window(), u"学習記録をファイルに出力できません。\r\n  "_s + path + u"\r\n  "_s + reason,
+                         MsgStyle::Ok, u"notify.wav"_s);
+        return;
+    }
+    const QString question = u"学習記録をファイルに出力しました。\r\nこのファイルを開きますか？\r\n"_s;
+    if (m_msg.DispFrmMsg(window(), question, MsgStyle::YesNo, u"start.wav"_s) == MsgResult::Ok)
+        OpenInEditor(m_services, m_textEditor, path, 1);
+}
+
+/// Shows the history for the two fields. While either is invalid, the previous one stays.
+void HistoryPanel::ShowRecordWhenValid()
+{
+    const int weeks = ReadWeeks(txtWeekN->text());
+    if (weeks > 0 && DateFromText(txtYmd->text()).isValid())
+        ShowRecord(weeks);
+}
+
+void HistoryPanel::ShowRecord(int weeks)
+{
+    m_reading->stop();
+    m_records->Clear();
+    m_reader.Begin(DateFromText(txtYmd->text()), weeks);
+    m_isReading = true;
+    m_isReportWanted = false;
+    m_sinceShown.invalidate();
+    ReadOn();
+}
+
+/// Reads for a few milliseconds. Updates the display when all is read, and at intervals until then.
+void HistoryPanel::ReadOn()
+{
+    constexpr int sliceMs = 3;
+    constexpr int msBetweenUpdates = 200;
+    m_isReading = m_reader.GoOn(QDeadlineTimer(sliceMs, Qt::PreciseTimer)) && m_isReading; // Stop may have been called
+    if (!m_isReading || !m_sinceShown.isValid() || m_sinceShown.hasExpired(msBetweenUpdates))
+        ShowRead();
+    if (m_isReading)
+        m_reading->start(0);
+    else if (std::exchange(m_isReportWanted, false))
+        cmdFile_Click();
+}
+
+void HistoryPanel::ShowRead()
+{
+    const History &history = m_reader.Result();
+    // Every insertion lays the list out again from its first line, so insert only when the list doubles.
+    if (!m_isReading || history.LineCount() >= 2 * m_records->rowCount()) {
+        constexpr int linesLaidOut = 20'000;                                             // takes a millisecond or two
+        lstRecord->setBatchSize(linesLaidOut + lstRecord->verticalScrollBar()->value()); // keeps the scroll position
+        m_records->ShowRead();
+    }
+    lblSumTime->setText(m_isReading ? u"読み込み中…（"_s + QString::number(m_reader.UnreadUpTo().year()) + u"年）"_s
+                                    : history.TotalTime());
+    lblSumAns->setText(m_isReading ? u"…"_s : history.TotalAnswers());
+    picHistory->update();
+    m_sinceShown.start();
+}

@@ -1,0 +1,96 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
+// The study history in the file selection window: the fields for its span, the list of sessions, the chart, the totals
+// and the button that writes the report.
+#pragma once
+
+#include "history/modHistory.h"
+#include "platform/modSystemServices.h"
+
+#include <QElapsedTimer>
+#include <QWidget>
+
+class frmMsg;
+class HistoryChart;
+class HistoryModel;
+class QBoxLayout;
+class QLabel;
+class QLineEdit;
+class QListView;
+class QPushButton;
+class QTimer;
+
+class HistoryPanel : public QWidget
+{
+    Q_OBJECT
+
+  public:
+    /// @param reportFolder  where reports are written
+    /// @param userName  whose history to show
+    HistoryPanel(SystemServices &services, StudyDatabase &database, frmMsg &msg, const QString &reportFolder,
+                 const QString &userName, QWidget *parent);
+
+    /// Resets the panel to the week ending today.
+    /// @param textEditor  opens reports written from now on
+    /// @return false after a database fault, which has been reported to the user
+    bool ShowThisWeek(const QString &textEditor);
+
+    /// Whether there is more to read.
+    bool IsReading() const
+    {
+        return m_isReading;
+    }
+
+    /// Whether the history shown is empty because of a database fault, which has been reported to the user.
+    bool HasFailed() const
+    {
+        return m_reader.HasFailed();
+    }
+
+    /// Stops reading.
+    void Stop();
+
+    /// Places the panel's controls after another one in the tab order.
+    void SetTabOrderAfter(QWidget *last);
+
+  protected:
+    void keyPressEvent(QKeyEvent *event) override;
+
+  private:
+    // Traced under the name of the window, frmFile.
+    void txtWeekN_Change();
+    void txtYmd_Change();
+    void cmdInc_Click();
+    void cmdFile_Click();
+
+    void SetUpInputs();
+    void SetUpList();
+    QBoxLayout *SpanRow();
+    QBoxLayout *TotalsRow();
+    void ShowRecordWhenValid();
+    void ShowRecord(int weeks);
+    void ReadOn();
+    void ShowRead();
+
+    SystemServices &m_services;
+    frmMsg &m_msg;
+    QString m_reportFolder;
+    QString m_userName;
+    QString m_textEditor;
+    HistoryReader m_reader;
+    QTimer *m_reading; // to the next slice; not running during one, in which a message box may process events
+    bool m_isReading = false;
+    bool m_isReportWanted = false; // as soon as all is read
+    QElapsedTimer m_sinceShown;
+
+    HistoryModel *m_records;
+    QLineEdit *txtYmd;
+    QLineEdit *txtWeekN;
+    QPushButton *cmdInc;
+    QListView *lstRecord;
+    HistoryChart *picHistory;
+    QLabel *lblSumTime;
+    QLabel *lblSumAns;
+    QPushButton *cmdFile;
+};

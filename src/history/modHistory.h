@@ -1,0 +1,175 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
+// The study history: the sessions of some weeks as lines of text, their totals, and the report file.
+#pragma once
+
+#include "history/modSessionSpans.h"
+#include "store/Sqlite3Func.h"
+
+#include <QHash>
+#include <QStringList>
+
+#include <deque>
+#include <vector>
+
+class QDeadlineTimer;
+
+/// What was studied on one day.
+struct DayTotal
+{
+    QDate day; ///< invalid if the record has no valid date
+    qint64 seconds = 0;
+    qint64 answers = 0; ///< may exceed an int, unlike those of one session
+};
+
+/// One session, as recorded.
+struct HistorySession
+{
+    QStringView day;       ///< "yyyy/mm/dd"
+    QStringView startTime; ///< "hh:nn:ss"
+    QStringView fileName;
+    qint64 seconds = 0; ///< duration
+    int answers = 0;
+};
+
+/// The history of one user over whole weeks, as far as it has been read. Its lines are a heading for each day, newest
+/// first, followed by that day's sessions, earliest first. A million sessions are nothing unusual, so they are stored
+/// compactly, and a line's text is made on request.
+class History
+{
+  public:
+    History() = default;
+
+    /// @param weeks  1 or more; the span is 7 days per week and ends with endDate
+    History(const QDate &endDate, int weeks) : m_endDate(endDate), m_weeks(weeks) {}
+
+    /// Appends a session. Sessions must be appended in the order of the lines.
+    void Append(const HistorySession &session);
+
+    /// Adds to the totals, which may differ from the sums of the lines; see TotalTime.
+    void AddToTotals(qint64 seconds, qint64 answers);
+
+    const QDate &EndDate() const
+    {
+        return m_endDate;
+    }
+
+    /// First day of the span.
+    QDate StartDate() const
+    {
+        return m_endDate.addDays(1 - qint64(m_weeks) * 7);
+    }
+
+    /// 0 if there is no span.
+    int Weeks() const
+    {
+        return m_weeks;
+    }
+
+    int LineCount() const
+    {
+        return int(m_days.size() + m_sessions.size());
+    }
+
+    /// @param line  0 to LineCount() - 1
+    QString Line(int line) const;
+
+    /// The days with sessions, newest first.
+    const std::vector<DayTotal> &Days() const
+    {
+        return m_days;
+    }
+
+    /// "1時間 5分 9秒": the plain sum of all rows, which a session of negative duration reduces, but never below 0.
+    QString TotalTime() const;
+
+    /// Decimal.
+    QString TotalAnswers() const;
+
+  private:
+    struct Session
+    {
+        qint64 seconds;
+        int answers;
+        int startTime; // index into m_texts, like fileName
+        int fileName;
+    };
+
+    int IndexOf(QStringView text);
+
+    QDate m_endDate;
+    int m_weeks = 0;
+    std::vector<DayTotal> m_days;
+    std::vector<int> m_headings;           // line numbers of the days' headings
+    QHash<size_t, QString> m_headingTexts; // of days without a valid date, by index in m_days
+    QString m_lastDay;                     // as recorded
+    std::deque<Session> m_sessions;        // of all days; a deque grows without moving its elements
+    std::deque<QString> m_texts;           // times and file names, each stored once
+    QHash<QStringView, int> m_indexes;     // into m_texts; a copy of History shares the characters it points to
+    qint64 m_totalSeconds = 0;
+    qint64 m_totalAnswers = 0;
+};
+
+/// Reads the history of one user span by span, so that nothing has to wait for a long one.
+class HistoryReader
+{
+  public:
+    HistoryReader(StudyDatabase &database, const QString &userName) : m_database(database), m_userName(userName) {}
+
+    /// Discards what was read and starts another history. @param weeks  1 or more
+    void Begin(const QDate &endDate, int weeks);
+
+    /// Reads until a deadline, but at least one span. After a database fault the history is empty; the user has been
+    /// told once, when the first statement failed.
+    /// @return whether there is more to read
+    bool GoOn(const QDeadlineTimer &until);
+
+    /// What has been read so far.
+    const History &Result() const
+    {
+        return m_history;
+    }
+
+    /// Last day that is still unread.
+    const QDate &UnreadUpTo() const
+    {
+        return m_unread.EndDate();
+    }
+
+    /// Whether the database failed.
+    bool HasFailed() const
+    {
+        return m_hasFailed;
+    }
+
+  private:
+    bool ReadSpan(const QDate &endDate, int dayCount, qsizetype *sessions);
+
+    StudyDatabase &m_database;
+    QString m_userName;
+    History m_history;
+    SessionSpans m_unread;
+    bool m_hasFailed = false;
+};
+
+/// Hours if there are any, minutes and seconds: "1時間 5分 9秒".
+QString HoursMinutesSeconds(qint64 seconds);
+
+/// Longest span of a history, in weeks.
+constexpr int MaxWeeks = 9999;
+
+/// A number of weeks as the user types it: a whole number from 1 to MaxWeeks. @return 0 for any other text
+int ReadWeeks(const QString &text);
+
+/// A session as a line: start, duration, answers, file. Numbers too wide for their field lose their leading digits, so
+/// that the columns stay aligned.
+/// @param startTime  "hh:nn:ss"; @param seconds  duration
+QString HistoryLine(const QString &startTime, qint64 seconds, int answers, const QString &fileName);
+
+/// Name of the report file. Its date is the day of writing rather than the end of the span, so that reports written on
+/// different days never replace each other. Characters of the user name that are not allowed in file names become "_".
+QString ReportFileName(const QString &userName, const QDate &today, int weeks);
+
+/// The report: the history's lines and a line of totals, each ended by CR LF.
+QString ReportText(const History &history);

@@ -1,0 +1,197 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
+#include "records/modMarkList.h"
+
+#include "records/modListFile.h"
+#include "text/modCheckText.h"
+#include "text/modReadText.h"
+
+#include <QHash>
+
+#include <algorithm>
+#include <bitset>
+#include <optional>
+#include <utility>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+/// A line as in its file, with brackets.
+QString LineInFile(const DisplayText &text, int line)
+{
+    QString inFile = text.Line(line).toString();
+    for (const int blank : text.BlanksOnLine(line)) {
+        const TextSpan span = text.Span(blank);
+        inFile[span.Index()] = u'[';
+        inFile[span.Index() + span.length - 1] = u']';
+    }
+    return inFile;
+}
+
+/// A line of the file as displayed: brackets become spaces.
+QString Displayed(const QString &lineInFile)
+{
+    return QString(lineInFile).replace(u'[', u' ').replace(u']', u' ');
+}
+
+/// Finds the lines of a text that equal any of the wanted lines, in order of occurrence. All lines are scanned, but for
+/// nearly all of them only the length and three characters are looked at.
+class Occurrences
+{
+  public:
+    /// @param wanted  lines as in the file
+    Occurrences(const DisplayText &text, const QStringList &wanted)
+    {
+        for (const QString &line : wanted)
+            m_lines.insert(Displayed(line), {});
+        for (auto line = m_lines.constBegin(); line != m_lines.constEnd(); ++line)
+            m_slots.set(Slot(line.key()));
+        for (int line = 1; line <= text.LineCount() && !wanted.isEmpty(); ++line) {
+            const QStringView view = text.Line(line);
+            if (!m_slots.test(Slot(view)))
+                continue;
+            if (const auto found = m_lines.find(view.toString()); found != m_lines.end())
+                (*found)[LineInFile(text, line)].push_back(line);
+        }
+    }
+
+    /// Number of the n-th line equal to `line`; 0 if there are fewer. @param occurrence  n, 1 for the first
+    int Line(const QString &line, int occurrence) const
+    {
+        const std::vector<int> lines = m_lines.value(Displayed(line)).value(line);
+        return occurrence <= int(lines.size()) ? lines[size_t(occurrence) - 1] : 0;
+    }
+
+    /// Which of the lines equal to `line` is line number `at`; 1 for the first.
+    int Number(const QString &line, int at) const
+    {
+        const std::vector<int> lines = m_lines.value(Displayed(line)).value(line);
+        return int(std::ranges::lower_bound(lines, at) - lines.begin()) + 1;
+    }
+
+  private:
+    static constexpr size_t SlotCount = 1 << 16;
+
+    static size_t Slot(QStringView line)
+    {
+        const qsizetype length = line.size();
+        if (length == 0)
+            return 0;
+        const auto at = [line](qsizetype index) { return size_t(line[index].unicode()); };
+        return (size_t(length) + at(length - 1) * 31 + at(length / 2) * 1009 + at(length / 3) * 9176) % SlotCount;
+    }
+
+    // By displayed text, then by line in the file; few lines differ only in their brackets.
+    QHash<QString, QHash<QString, std::vector<int>>> m_lines;
+    std::bitset<SlotCount> m_slots;
+};
+
+struct Entry
+{
+    QString line;
+    int blankInLine = 0;
+    int occurrence = 1;
+};
+
+/// Parses a line of the list; nothing if it is for another user or file, or not an entry.
+std::optional<Entry> ReadEntry(const QString &listed, const QString &userName, const QString &title)
+{
+    const QStringList fields = listed.split(u'\t');
+    if (fields.size() < 4 || fields.size() > 5 || fields[0] != ListField(userName) || fields[1] != ListField(title))
+        return std::nullopt;
+    const Entry entry{fields[2], fields[3].toInt(), fields.size() == 5 ? fields[4].toInt() : 1};
+    return entry.blankInLine >= 1 && entry.occurrence >= 1 ? std::optional(entry) : std::nullopt;
+}
+
+QString ListedEntry(const Entry &entry, const QString &userName, const QString &title)
+{
+    QStringList fields = {ListField(userName), ListField(title), ListField(entry.line),
+                          QString::number(entry.blankInLine)};
+    if (entry.occurrence > 1)
+        fields += QString::number(entry.occurrence);
+    return fields.join(u'\t');
+}
+
+} // namespace
+
+MarkList::MarkList(const QString &path, const QString &userName) : m_path(path), m_userName(userName) {}
+
+std::vector<int> MarkList::Find(const QString &title, const DisplayText &text) const
+{
+    QStringList lines;
+    QString error;
+    ReadList(m_path, &lines, &error);
+    return FindIn(lines, title, text);
+}
+
+std::vector<int> MarkList::FindIn(const QStringList &entries, const QString &title, const DisplayText &text) const
+{
+    std::vector<Entry> about;
+    QStringList wanted;
+    for (const QString &listed : entries) {
+        if (const std::optional<Entry> entry = ReadEntry(listed, m_userName, title)) {
+            about.push_back(*entry);
+            wanted += entry->line;
+        }
+    }
+    const Occurrences occurrences(text, wanted);
+    std::vector<int> blanks;
+    for (const Entry &entry : about) {
+        const int line = occurrences.Line(entry.line, entry.occurrence);
+        if (line == 0)
+            continue;
+        const BlankRange onLine = text.BlanksOnLine(line);
+        if (entry.blankInLine <= int(onLine.size()))
+            blanks.push_back(onLine.front() + entry.blankInLine - 1);
+    }
+    std::ranges::sort(blanks);
+    blanks.erase(std::unique(blanks.begin(), blanks.end()), blanks.end());
+    return blanks;
+}
+
+std::vector<int> MarkList::FindInFile(const QString &studyFilePath) const
+{
+    const QString title = GetFileTitle(studyFilePath);
+    QStringList listed;
+    QString error;
+    ReadList(m_path, &listed, &error);
+    const bool hasEntry = std::ranges::any_of(
+        listed, [&](const QString &line) { return ReadEntry(line, m_userName, title).has_value(); });
+    StudyLines lines;
+    if (!hasEntry || ReadStudyText(studyFilePath, MaxLineBytes, &lines).fault != TextFault::None)
+        return {};
+    return FindIn(listed, title, DisplayText(std::move(lines)));
+}
+
+QStringList MarkList::Entries(const QString &title, const DisplayText &text, const std::vector<int> &blanks) const
+{
+    QStringList marked;
+    for (const int blank : blanks)
+        marked += LineInFile(text, text.Blanks().LineOf(blank));
+    const Occurrences occurrences(text, marked);
+    QStringList entries;
+    for (size_t i = 0; i < blanks.size(); ++i) {
+        const int line = text.Blanks().LineOf(blanks[i]);
+        const QString inFile = marked[qsizetype(i)];
+        entries +=
+            ListedEntry({inFile, blanks[i] - text.BlanksOnLine(line).front() + 1, occurrences.Number(inFile, line)},
+                        m_userName, title);
+    }
+    return entries;
+}
+
+bool MarkList::Write(const QString &title, const DisplayText &text, const std::vector<int> &blanks,
+                     QString *message) const
+{
+    QStringList lines;
+    QString reason;
+    if (ReadList(m_path, &lines, &reason)) {
+        lines.removeIf([&](const QString &listed) { return ReadEntry(listed, m_userName, title).has_value(); });
+        if (WriteList(m_path, lines + Entries(title, text, blanks), &reason))
+            return true;
+    }
+    *message = u"苦手の印を保存できません。\r\n  "_s + m_path + u"\r\n  "_s + reason;
+    return false;
+}

@@ -1,0 +1,79 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
+#include "records/modPlaceList.h"
+
+#include "records/modListFile.h"
+
+#include <algorithm>
+#include <optional>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+struct Entry
+{
+    QString userName;
+    QString title;
+    int line = 0;
+};
+
+std::optional<Entry> ReadEntry(const QString &listed)
+{
+    const QStringList fields = listed.split(u'\t');
+    const int line = fields.size() == 3 ? fields[2].toInt() : 0;
+    return line >= 1 ? std::optional(Entry{fields[0], fields[1], line}) : std::nullopt;
+}
+
+/// The last entry that meets a condition; an empty one if none does.
+template <typename Condition>
+Entry LastEntry(const QString &path, Condition condition)
+{
+    QStringList lines;
+    QString error;
+    ReadList(path, &lines, &error);
+    for (auto listed = lines.rbegin(); listed != lines.rend(); ++listed)
+        if (const std::optional<Entry> entry = ReadEntry(*listed); entry && condition(*entry))
+            return *entry;
+    return Entry();
+}
+
+} // namespace
+
+PlaceList::PlaceList(const QString &path) : m_path(path) {}
+
+QString PlaceList::LastUser() const
+{
+    return LastEntry(m_path, [](const Entry &) { return true; }).userName;
+}
+
+QString PlaceList::LastTitle(const QString &userName) const
+{
+    return LastEntry(m_path, [name = ListField(userName)](const Entry &entry) { return entry.userName == name; }).title;
+}
+
+int PlaceList::Line(const QString &userName, const QString &title) const
+{
+    return LastEntry(m_path, [name = ListField(userName), file = ListField(title)](
+                                 const Entry &entry) { return entry.userName == name && entry.title == file; })
+        .line;
+}
+
+bool PlaceList::Write(const QString &userName, const QString &title, int line, QString *message) const
+{
+    const QString name = ListField(userName);
+    const QString file = ListField(title);
+    QStringList lines;
+    QString reason;
+    const bool isRead = ReadList(m_path, &lines, &reason);
+    lines.removeIf([&](const QString &listed) {
+        const std::optional<Entry> entry = ReadEntry(listed);
+        return entry && entry->userName == name && entry->title == file;
+    });
+    lines += QStringList({name, file, QString::number(line)}).join(u'\t');
+    if (isRead && WriteList(m_path, lines, &reason))
+        return true;
+    *message = u"学習を終えた所を保存できません。\r\n  "_s + m_path + u"\r\n  "_s + reason;
+    return false;
+}

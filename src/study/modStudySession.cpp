@@ -1,0 +1,106 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
+#include "study/modStudySession.h"
+
+#include "base/modFile.h"
+#include "store/modDB_SQLite.h"
+#include "text/modCheckText.h"
+#include "text/modPictureName.h"
+#include "text/modReadText.h"
+
+#include <QFileInfo>
+
+#include <utility>
+
+using namespace Qt::Literals::StringLiterals;
+
+StudySession::StudySession(const SystemServices &services, StudyDatabase &database, const QString &listFolder,
+                           const QString &userName)
+    : m_services(services), m_database(database), m_userName(userName),
+      m_marks(JoinPath(listFolder, u"ListMark.txt"_s), userName), m_places(JoinPath(listFolder, u"ListPlace.txt"_s))
+{
+}
+
+bool StudySession::Open(const QString &path, QString *message)
+{
+    m_start = m_services.Now();
+    m_path.clear();
+    m_text = DisplayText();
+    m_round.Load(0);
+    m_isMarkChanged = false;
+    m_lastLine = 0;
+    m_clockStart = QDateTime();
+    DBInsRecKotoban(m_database, m_start, m_userName, GetFileTitle(path));
+    int errorLine = 0;
+    if (!Read(path, message, &errorLine))
+        return false;
+    m_path = path;
+    m_round.Load(m_text.Blanks().Count(), m_marks.Find(GetFileTitle(path), m_text));
+    if (const int line = m_places.Line(m_userName, GetFileTitle(path)); line <= m_text.LineCount())
+        m_lastLine = line;
+    m_clockStart = m_services.Now();
+    return true;
+}
+
+bool StudySession::ReadAgain(QString *message, int *errorLine)
+{
+    const QString title = GetFileTitle(m_path);
+    const QStringList marks = m_marks.Entries(title, m_text, m_round.HardBlanks());
+    if (!Read(m_path, message, errorLine))
+        return false;
+    m_round.Reload(m_text.Blanks().Count(), m_marks.FindIn(marks, title, m_text));
+    return true;
+}
+
+/// Reads the text of a file; keeps the previous text if that fails.
+bool StudySession::Read(const QString &path, QString *message, int *errorLine)
+{
+    const QDateTime fileTime =
+        QFileInfo(path).lastModified(); // taken first, so that a change during reading is noticed
+    StudyLines lines;
+    if (!ReadTextFile(path, MaxLineBytes, &lines, message, errorLine))
+        return false;
+    m_fileTime = fileTime;
+    m_text = DisplayText(std::move(lines));
+    *message = BadPictureNamesMessage(BadPictureNames(m_text));
+    return true;
+}
+
+bool StudySession::IsFileChanged() const
+{
+    const QFileInfo file(m_path);
+    return IsFileOpen() && file.exists() && file.lastModified() != m_fileTime;
+}
+
+QStringList StudySession::Complete(int topLine)
+{
+    QStringList messages;
+    if (HasBegun())
+        DBUpdRecKotoban(m_database, m_services, m_start, m_userName, m_round.lngOpenCount());
+    QString message;
+    if (!KeepMarks(&message))
+        messages += message;
+    if (IsFileOpen() && !m_places.Write(m_userName, GetFileTitle(m_path), topLine, &message))
+        messages += message;
+    return messages;
+}
+
+void StudySession::ToggleHard(int blank)
+{
+    m_round.ToggleHard(blank);
+    m_isMarkChanged = true;
+}
+
+bool StudySession::KeepMarks(QString *message)
+{
+    if (!m_isMarkChanged)
+        return true;
+    m_isMarkChanged = !m_marks.Write(GetFileTitle(m_path), m_text, m_round.HardBlanks(), message);
+    return !m_isMarkChanged;
+}
+
+std::optional<ElapsedTime> StudySession::ClockTick() const
+{
+    return m_clockStart.isValid() ? ::ClockTick(m_clockStart, m_services.Now()) : std::nullopt;
+}

@@ -1,0 +1,234 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
+#include "widgets/frmMsg.h"
+
+#include "base/modFile.h"
+#include "base/modLog.h"
+#include "base/modProduct.h"
+#include "widgets/ScreenFit.h"
+
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QPushButton>
+#include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QStyle>
+#include <QTimer>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+constexpr int TimerMs = 300;
+constexpr int LabelLeftPx = 14;
+constexpr int LabelTopPx = 14;
+constexpr int RightOfLabelPx = 10;
+constexpr int BelowLabelPx = 60;
+constexpr int BelowButtonsPx = 3;
+constexpr int ButtonGapPx = 12;
+
+/// A message may quote a line of a file that is not text, and such a line may be of any length.
+QString WithLongLinesCut(const QString &message)
+{
+    constexpr qsizetype longestLine = 300;
+    QStringList lines = message.split(u"\r\n"_s);
+    for (QString &line : lines)
+        if (line.size() > longestLine)
+            line = line.left(longestLine) + u'…';
+    return lines.join(u'\n');
+}
+
+} // namespace
+
+frmMsg::frmMsg(SystemServices &services, const QString &soundFolder)
+    : m_services(services), m_soundFolder(soundFolder), fraMsg(new QScrollArea(this)), lblMsg(new QLabel),
+      cmdOK(new QPushButton(this)), cmdCancel(new QPushButton(this)), Timer1(new QTimer(this))
+{
+    setObjectName(u"frmMsg"_s);
+    fraMsg->setObjectName(u"fraMsg"_s);
+    lblMsg->setObjectName(u"lblMsg"_s);
+    cmdOK->setObjectName(u"cmdOK"_s);
+    cmdCancel->setObjectName(u"cmdCancel"_s);
+    Timer1->setObjectName(u"Timer1"_s);
+    for (QPushButton *const button : {cmdOK, cmdCancel})
+        button->installEventFilter(this);
+    connect(cmdOK, &QPushButton::clicked, this, &frmMsg::cmdOK_Click);
+    connect(cmdCancel, &QPushButton::clicked, this, &frmMsg::cmdCancel_Click);
+    connect(Timer1, &QTimer::timeout, this, &frmMsg::Timer1_Timer);
+    Form_Load();
+}
+
+void frmMsg::Form_Load()
+{
+    WriteTrace(u"■frmMsg.Form_Load");
+    fraMsg->setFrameShape(QFrame::NoFrame);
+    fraMsg->setFocusPolicy(Qt::NoFocus);
+    fraMsg->setWidget(lblMsg);
+    lblMsg->setTextFormat(Qt::PlainText);
+    cmdOK->setText(u"OK"_s);
+    cmdCancel->setText(u"キャンセル"_s);
+    cmdOK->setDefault(true);
+    Timer1->setSingleShot(true);
+    Timer1->setInterval(TimerMs);
+}
+
+void frmMsg::showEvent(QShowEvent *event)
+{
+    QDialog::showEvent(event);
+    Form_Activate();
+}
+
+void frmMsg::Form_Activate()
+{
+    WriteTrace(u"■frmMsg.Form_Activate");
+    setWindowTitle(ProductName());
+}
+
+MsgResult frmMsg::DispFrmMsg(QWidget *owner, const QString &message, MsgStyle style, const QString &soundName)
+{
+    m_result = MsgResult::None;
+    setParent(owner, Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint);
+    lblMsg->setText(WithLongLinesCut(message));
+    SelectButtons(style);
+    LayOut();
+    PlaceOver(owner);
+    PlayNamedSound(soundName);
+    cmdOK->setEnabled(false);
+    cmdCancel->setEnabled(false);
+    Timer1->start();
+    exec();
+    Timer1->stop();
+    // The dialog outlives its owners, so it must not remain a child of this one.
+    setParent(nullptr, windowFlags());
+    if (owner)
+        owner->activateWindow(); // not every window system does so automatically
+    return m_result;
+}
+
+void frmMsg::PlayNamedSound(const QString &soundName)
+{
+    m_services.PlaySoundFile(soundName.contains(u'\\') ? soundName : JoinPath(m_soundFolder, soundName));
+}
+
+// The buttons receive key presses before the dialog does.
+bool frmMsg::eventFilter(QObject *object, QEvent *event)
+{
+    if (event->type() == QEvent::KeyPress && !m_heldKeys.IsFresh(*static_cast<QKeyEvent *>(event)))
+        return true;
+    return QDialog::eventFilter(object, event);
+}
+
+// Escape acts like the close button, but, like every key, only once the buttons are enabled.
+void frmMsg::keyPressEvent(QKeyEvent *event)
+{
+    if (!m_heldKeys.IsFresh(*event) || (event->key() == Qt::Key_Escape && !cmdOK->isEnabled()))
+        return;
+    QScrollBar *const bar = fraMsg->verticalScrollBar();
+    if (event->key() == Qt::Key_PageDown)
+        bar->triggerAction(QScrollBar::SliderPageStepAdd);
+    else if (event->key() == Qt::Key_PageUp)
+        bar->triggerAction(QScrollBar::SliderPageStepSub);
+    else
+        QDialog::keyPressEvent(event);
+}
+
+void frmMsg::SelectButtons(MsgStyle style)
+{
+    switch (style) {
+    case MsgStyle::Ok:
+    case MsgStyle::OkCancel:
+        cmdOK->setText(u"OK"_s);
+        cmdCancel->setText(u"キャンセル"_s);
+        cmdCancel->setHidden(style == MsgStyle::Ok);
+        break;
+    case MsgStyle::YesNo:
+        cmdOK->setText(u"はい"_s);
+        cmdCancel->setText(u"いいえ"_s);
+        cmdCancel->setHidden(false);
+        break;
+    default:
+        m_services.ShowMessage(u"err!"_s, QString());
+        cmdOK->setText(u"OK"_s);
+        cmdCancel->setText(u"キャンセル"_s);
+        cmdCancel->setHidden(false);
+    }
+}
+
+void frmMsg::LayOut()
+{
+    const QSize available = AvailableSize(this);
+    const QSize button(
+        qMax(16 * fontMetrics().averageCharWidth(), qMax(cmdOK->sizeHint().width(), cmdCancel->sizeHint().width())),
+        cmdOK->sizeHint().height());
+    const int belowLabel = qMax(BelowLabelPx, button.height() + 2 * BelowButtonsPx);
+    const QSize most = available - QSize(LabelLeftPx + RightOfLabelPx, LabelTopPx + belowLabel);
+
+    // A word longer than a line is not broken; the message then scrolls horizontally too.
+    const int barPx = style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+    lblMsg->setWordWrap(false);
+    QSize size = lblMsg->sizeHint();
+    if (size.width() > available.width() * 4 / 5) {
+        lblMsg->setWordWrap(true);
+        size.setWidth(qMax(available.width() * 4 / 5, lblMsg->minimumSizeHint().width()));
+        size.setHeight(lblMsg->heightForWidth(size.width()));
+    }
+    lblMsg->resize(size);
+    if (size.height() > most.height())
+        size.rwidth() += barPx;
+    if (size.width() > most.width())
+        size.rheight() += barPx;
+    size = size.boundedTo(most);
+    fraMsg->setGeometry(QRect(QPoint(LabelLeftPx, LabelTopPx), size));
+    fraMsg->verticalScrollBar()->setValue(0);
+
+    const bool two = !cmdCancel->isHidden();
+    const int buttonsWidth = two ? 2 * button.width() + ButtonGapPx : button.width();
+    // With a short text, the buttons determine the width.
+    const int width = qMax(LabelLeftPx + size.width() + RightOfLabelPx, buttonsWidth + 2 * LabelLeftPx);
+    const int height = LabelTopPx + size.height() + belowLabel;
+    setFixedSize(width, height);
+    const int left = (width - buttonsWidth) / 2;
+    const int top = height - BelowButtonsPx - button.height();
+    cmdOK->setGeometry(QRect(QPoint(left, top), button));
+    cmdCancel->setGeometry(QRect(QPoint(left + button.width() + ButtonGapPx, top), button));
+}
+
+void frmMsg::PlaceOver(const QWidget *owner)
+{
+    const QRect over = owner ? owner->window()->frameGeometry() : QGuiApplication::primaryScreen()->availableGeometry();
+    const QRect screenArea = (owner ? owner->screen() : QGuiApplication::primaryScreen())->availableGeometry();
+    const QSize frame = screenArea.size() - AvailableSize(this);
+    const int left = over.left() + (over.width() - width()) / 2;
+    const int top = over.top() + (over.height() - height()) / 8;
+    move(qMax(screenArea.left(), qMin(left, screenArea.right() + 1 - width() - frame.width())),
+         qMax(screenArea.top(), qMin(top, screenArea.bottom() + 1 - height() - frame.height())));
+}
+
+void frmMsg::Answer(MsgResult result)
+{
+    m_result = result;
+    hide();
+}
+
+void frmMsg::cmdOK_Click()
+{
+    WriteTrace(u"■frmMsg.cmdOK_Click");
+    Answer(MsgResult::Ok);
+}
+
+void frmMsg::cmdCancel_Click()
+{
+    WriteTrace(u"■frmMsg.cmdCancel_Click");
+    Answer(MsgResult::Cancel);
+}
+
+void frmMsg::Timer1_Timer()
+{
+    WriteTrace(u"■frmMsg.Timer1_Timer");
+    cmdOK->setEnabled(true);
+    cmdCancel->setEnabled(true);
+    cmdOK->setFocus();
+}

@@ -1,0 +1,252 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
+#include "exchange/frmExport.h"
+#include "exchange/modConvertCode.h"
+#include "exchange/modPrintSheet.h"
+#include "records/modMarkList.h"
+#include "support/Rows.h"
+#include "support/StudyText.h"
+#include "support/WindowTest.h"
+#include "text/modCheckText.h"
+#include "text/modDecodeText.h"
+
+#include <QRegularExpression>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+/// Parses a table according to RFC 4180. Expects no quotes in unquoted fields.
+QList<QStringList> ReadTable(const QString &text, QChar separator, const QString &lineEnd)
+{
+    QList<QStringList> table;
+    QStringList row;
+    for (qsizetype at = 0; at < text.size();) {
+        QString field;
+        if (text[at] == u'"') {
+            for (++at; text[at] != u'"' || text.sliced(at + 1).startsWith(u'"'); ++at) {
+                at += text[at] == u'"';
+                field += text[at];
+            }
+            ++at;
+        } else {
+            while (text[at] != separator && !text.sliced(at).startsWith(lineEnd))
+                field += text[at++];
+            EXPECT_FALSE(field.contains(u'"')) << field.toStdString();
+        }
+        row += field;
+        if (text[at++] == separator)
+            continue;
+        at += lineEnd.size() - 1;
+        table += std::exchange(row, {});
+    }
+    return table;
+}
+
+/// Parses an import file by Anki's rules: first headers, which may include tags, then a table without comments.
+QStringList ReadAnki(const QByteArray &bytes, QStringList *headers)
+{
+    static const QRegularExpression isHeader(u"^(#|tags:)"_s);
+    QString text = QString::fromUtf8(bytes);
+    for (headers->clear(); text.contains(isHeader); text = text.section(u'\n', 1))
+        *headers += text.section(u'\n', 0, 0);
+    text.remove(QRegularExpression(u"^#.*\n"_s, QRegularExpression::MultilineOption));
+    QStringList notes;
+    for (const QStringList &fields : ReadTable(text, u'\t', u"\n"_s)) {
+        EXPECT_EQ(fields.size(), 1);
+        notes += fields.front();
+    }
+    return notes;
+}
+
+/// Converts a note back to its line. A cloze ends at the first "}}" after it, and text after "::" is a hint.
+QString LineOfNote(const QString &note)
+{
+    static const QRegularExpression cloze(u"\\{\\{c(\\d+)::(.*?)(::(.*?))?\\}\\}"_s);
+    QString line;
+    qsizetype done = 0;
+    int number = 0;
+    for (const QRegularExpressionMatch &match : cloze.globalMatch(note)) {
+        EXPECT_EQ(match.captured(1), QString::number(++number)) << note.toStdString();
+        EXPECT_FALSE(match.hasCaptured(4)) << note.toStdString();
+        line += note.sliced(done, match.capturedStart() - done) + u'[' + match.captured(2) + u']';
+        done = match.capturedEnd();
+    }
+    return QString(line + note.sliced(done)).remove(QChar(0x200B));
+}
+
+const QStringList Lines = {
+    u"[水]の化学式は[H2O]，空欄なし"_s,
+    u"no blank, \"no\" row"_s,
+    u"[]"_s,
+    u"[] beside [a]"_s,
+    u"  [ ]\t[tab]"_s,
+    u"#[comment]"_s,
+    u"tags:[header]"_s,
+    u"\"[quoted]\" [a\"b] \"\""_s,
+    u"a,[b,c],d"_s,
+    u"[a}] [:b] [c:] [{d] [e}}f] [g::h] {[i]}"_s,
+    u"{{c1::j}} ::: [k]:"_s,
+    u"｢図｣ [l] <b>&amp;\\n"_s,
+};
+
+} // namespace
+
+TEST(TextExport, EveryCodePageCharacter_RoundTripsToSameBytes)
+{
+    QByteArray bytes;
+    for (char32_t unit = u'\t'; unit <= 0xFFFF; unit = unit == u'\t' ? u' ' : unit + 1)
+        if (const QChar character{char16_t(unit)}; IsInCodePage932(character) && character != u'[' && character != u']')
+            bytes += ToCodePage932(QString(u'[' + character + u"]\r\n"_s));
+    EXPECT_GT(bytes.count('\n'), 7000);
+    const TestFolder folder;
+    QByteArray exported;
+    QString message;
+    ASSERT_TRUE(MakeExport(folder.Write(u"a.txt"_s, bytes), ExportKind::Text, &exported, &message));
+    const CharCode code = DetectCharCode(WholeFile(exported));
+    EXPECT_TRUE(CanConvertFrom(CharCodeName(code)));
+    const ConvertedText converted = ConvertText(DecodeText(exported, code), Accents::Keep);
+    QByteArray back;
+    EXPECT_TRUE(EncodeConverted(converted.text, &back, &message)) << message.toStdString();
+    EXPECT_TRUE(back == bytes);
+    EXPECT_TRUE(converted.replaced.isEmpty());
+}
+
+TEST(TextExport, ShortText_IsDetectedByByteOrderMark)
+{
+    for (const QString &line : {u"[a]"_s, u"ﾈｺ"_s, u"[ﾈｺ]は猫"_s, QString()}) {
+        const QByteArray exported = TextExport(LinesOf({line}));
+        EXPECT_EQ(exported, "\xEF\xBB\xBF" + line.toUtf8() + "\r\n");
+        EXPECT_EQ(DetectCharCode(WholeFile(exported)), CharCode::Utf8Bom) << line.toStdString();
+    }
+}
+
+TEST(AnkiExport, LinesWithBlanks_ParseBackByAnkisRules)
+{
+    QStringList headers;
+    QStringList lines;
+    for (const QString &note : ReadAnki(AnkiExport(LinesOf(Lines)), &headers))
+        lines += LineOfNote(note);
+    EXPECT_EQ(headers, QStringList({u"#separator:tab"_s, u"#html:false"_s, u"#notetype:Cloze"_s}));
+    QStringList expected = Lines;
+    expected.removeAt(2);
+    expected.removeAt(1);
+    EXPECT_EQ(lines, expected);
+    ReadAnki(AnkiExport(LinesOf({u"tags:[first]"_s})), &headers);
+    EXPECT_EQ(headers.size(), 3) << "the first note must not become a header";
+}
+
+TEST(AnkiExport, AmbiguousCharacters_AreSeparatedOnlyWhereNeeded)
+{
+    EXPECT_EQ(AnkiExport(LinesOf({u"a: {b} [c]，[] [d]: e"_s})).split('\n')[3],
+              u"a: {b} {{c1::c}}，[] {{c2::d}}\u200B: e"_s.toUtf8());
+    EXPECT_EQ(AnkiExport(LinesOf({u"[a}]::"_s})).split('\n')[3], u"{{c1::a}\u200B}}\u200B:\u200B:"_s.toUtf8());
+}
+
+TEST(CsvExport, EveryRow_TextsAndAnswerFormTheLine)
+{
+    const QByteArray bytes = CsvExport(LinesOf(Lines));
+    ASSERT_TRUE(bytes.startsWith("\xEF\xBB\xBF"));
+    const QList<QStringList> table = ReadTable(QString::fromUtf8(bytes.sliced(3)), u',', u"\r\n"_s);
+    EXPECT_EQ(table.front(), QStringList({u"行"_s, u"前"_s, u"答え"_s, u"後"_s}));
+    EXPECT_EQ(table[1], QStringList({u"1"_s, QString(), u"水"_s, u"の化学式は[H2O]，空欄なし"_s}));
+    EXPECT_EQ(table[2], QStringList({u"1"_s, u"[水]の化学式は"_s, u"H2O"_s, u"，空欄なし"_s}));
+    EXPECT_EQ(table[3], QStringList({u"3"_s, QString(), QString(), QString()})) << "an empty blank counts too";
+    EXPECT_EQ(table.size(), 1 + Lines.join(u'\n').count(u'['));
+    for (const QStringList &row : table.sliced(1)) {
+        ASSERT_EQ(row.size(), 4);
+        EXPECT_EQ(row[1] + u'[' + row[2] + u']' + row[3], Lines[row[0].toInt() - 1]);
+    }
+}
+
+TEST(MakeExport, OnlyHard_ExportsOnlyMarkedBlanks)
+{
+    const TestFolder folder;
+    const QStringList lines = {u"[a] is [b]"_s, u"[c]"_s, u"[] [d]"_s};
+    const QString path = folder.WriteStudyFile(u"a.txt"_s, lines);
+    const MarkList marks(folder.Path(u"ListMark.txt"_s), u"花子"_s);
+    QByteArray bytes;
+    QString message;
+    ASSERT_TRUE(marks.Write(u"a"_s, DisplayText(LinesOf(lines)), {2, 5}, &message));
+    EXPECT_TRUE(MakeExport(path, ExportKind::Anki, &bytes, &message, &marks));
+    EXPECT_EQ(bytes.split('\n').sliced(3), QByteArrayList({"a is {{c1::b}}", " {{c1::d}}", ""}));
+    EXPECT_TRUE(MakeExport(path, ExportKind::Csv, &bytes, &message, &marks));
+    EXPECT_EQ(bytes.split('\n').sliced(1), QByteArrayList({"1,[a] is ,b,\r", "3,[] ,d,\r", ""}));
+
+    QString sheet = folder.Path(u"a.html"_s);
+    EXPECT_TRUE(WritePrintSheet(path, sheet, true, &message, &marks));
+    const QString html = QString::fromUtf8(folder.Read(u"a.html"_s));
+    EXPECT_EQ(html.count(u"class=\"line\""), 2);
+    EXPECT_TRUE(html.contains(u" a  is <span class=\"blank\">①")) << html.toStdString();
+    EXPECT_TRUE(html.contains(u"<b>②</b>d</div>"));
+}
+
+TEST(MakeExport, UnreadableOrBlankless_IsRefusedWithReason)
+{
+    const TestFolder folder;
+    const Rows<const char *, QByteArray, ExportKind, QString> rows = {
+        {"another encoding", "\xE6\xB0\xB4", ExportKind::Text, u"文字コード＝UTF8\r\n"_s},
+        {"an unclosed bracket", "ok\r\n[a", ExportKind::Csv, BracketCountMessage(2, u"[a")},
+        {"too long because of tabs", QByteArray(51, '\t'), ExportKind::Text, u"102byte"_s},
+        {"no blank", "a", ExportKind::Csv, NoBlankToExportMessage(u"a"_s)},
+        {"only an empty blank", "[]", ExportKind::Anki, NoBlankToExportMessage(u"a"_s)},
+        {"accepted", "a", ExportKind::Text, QString()},
+        {"accepted", "[]", ExportKind::Csv, QString()},
+    };
+    for (const auto &[name, file, kind, part] : rows) {
+        QByteArray bytes;
+        QString message;
+        EXPECT_EQ(MakeExport(folder.Write(u"a.txt"_s, file), kind, &bytes, &message), part.isEmpty()) << name;
+        EXPECT_TRUE(message.contains(part) && message.isEmpty() == part.isEmpty()) << name << message.toStdString();
+        EXPECT_EQ(bytes.isEmpty(), !part.isEmpty()) << name;
+    }
+}
+
+TEST(ExportedMessage, UndecodableBytes_AreCounted)
+{
+    const QByteArray bytes = TextExport(LinesOf({u"[a]"_s}));
+    EXPECT_EQ(ExportedMessage(u"rec/a.csv"_s, bytes), u"書き出しました。\r\n    ファイル名＝a.csv"_s);
+    EXPECT_TRUE(ExportedMessage(u"rec/a.csv"_s, bytes + "\xEF\xBF\xBD\xEF\xBF\xBD").contains(u"バイトが2個"_s));
+}
+
+using ExportWindowTest = WindowTest;
+
+TEST_F(ExportWindowTest, OlderExportExists_AsksBeforeReplacingAndShowsFolder)
+{
+    const QString studyFile = folder.WriteStudyFile(u"txt/a.b.txt"_s, {u"x[a]"_s});
+    folder.Write(u"rec/a.b.csv"_s, "old");
+    folder.MakeFolder(u"rec/a.b_Anki.txt"_s);
+    const MarkList marks(folder.Path(u"ListMark.txt"_s), u"花子"_s);
+    frmExport window(services, msg, marks, folder.Path(u"rec"_s), nullptr);
+    script.When(u"frmExport"_s, [](QWidget *dialog) {
+        EXPECT_EQ(dialog->focusWidget()->objectName(), u"optText");
+        QTest::keyClick(dialog->focusWidget(), Qt::Key_Down);
+        QTest::keyClick(dialog->focusWidget(), Qt::Key_Return);
+    });
+    script.Click(u"frmMsg"_s, u"cmdOK"_s);
+    script.When(u"frmExport"_s, [](QWidget *dialog) {
+        QTest::keyClick(dialog->focusWidget(), Qt::Key_Down);
+        QTest::keyClick(dialog->focusWidget(), Qt::Key_Return);
+    });
+    script.Click(u"frmMsg"_s, u"cmdCancel"_s);
+    script.When(u"frmExport"_s, [this](QWidget *dialog) {
+        EXPECT_EQ(folder.Read(u"rec/a.b.csv"_s), "old");
+        services.startsPrograms = false;
+        dialog->findChild<QAbstractButton *>(u"cmdOK"_s)->click();
+    });
+    script.Click(u"frmMsg"_s, u"cmdOK"_s);
+    script.Click(u"frmMsg"_s, u"cmdOK"_s);
+    window.Run(studyFile);
+    EXPECT_TRUE(script.IsDone());
+    EXPECT_EQ(folder.Read(u"rec/a.b.csv"_s), u"\uFEFF行,前,答え,後\r\n1,x,a,\r\n"_s.toUtf8());
+    ASSERT_EQ(script.messages.size(), 4);
+    EXPECT_TRUE(script.messages[0].endsWith(u"a.b_Anki.txt\n  通常のファイルではありません。"_s));
+    EXPECT_EQ(script.messages[2], ReplaceExportQuestion(u"a.b.csv"_s).replace(u"\r\n"_s, u"\n"_s));
+    EXPECT_EQ(script.messages[3], u"書き出しました。\n    ファイル名＝a.b.csv"_s);
+    EXPECT_EQ(services.opened, QStringList(folder.Path(u"rec"_s)));
+    EXPECT_EQ(services.messages, QStringList(u"次のフォルダを開けません。\r\n  "_s + folder.Path(u"rec"_s)));
+}

@@ -1,0 +1,151 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
+#include "exchange/frmPrint.h"
+#include "exchange/modPrintSheet.h"
+#include "records/modMarkList.h"
+#include "settings/modSettings.h"
+#include "support/Rows.h"
+#include "support/StudyText.h"
+#include "support/WindowTest.h"
+#include "text/modCheckText.h"
+
+#include <QCheckBox>
+#include <QRegularExpression>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+QString Sheet(const QStringList &lines, bool withAnswers = false)
+{
+    const auto pictureUrl = [](const QString &name) { return name == u"図" ? u"a&b.png"_s : QString(); };
+    return PrintSheetHtml(u"<t>"_s, DisplayText(LinesOf(lines)), pictureUrl, withAnswers);
+}
+
+/// HTML of a line on the sheet.
+QString LineOnSheet(const QString &line)
+{
+    return Sheet({line}).section(u"<div class=\"line\">"_s, 1).section(u"</div>\n</body>"_s, 0, 0);
+}
+
+/// HTML of a blank. @param em  its width
+QString Underline(const QString &number, const QString &em)
+{
+    return u"<span class=\"blank\">"_s + number + u"<span style=\"width:"_s + em + u"em\"></span></span>"_s;
+}
+
+} // namespace
+
+TEST(BlankNumber, UpToFifty_IsCircled)
+{
+    const Rows<int, QString> rows = {{1, u"①"_s},   {20, u"⑳"_s},  {21, u"㉑"_s},   {35, u"㉟"_s},
+                                     {36, u"㊱"_s}, {50, u"㊿"_s}, {51, u"(51)"_s}, {5000, u"(5000)"_s}};
+    for (const auto &[blank, number] : rows)
+        EXPECT_EQ(BlankNumber(blank), number);
+}
+
+TEST(PrintSheet, EachKindOfLine_KeepsTextAndHidesAnswers)
+{
+    const QString image = u"<img src=\"a&amp;b.png\" alt=\"図\">"_s;
+    const QString picture = u"<div class=\"pictures\">"_s + image + u"</div>"_s;
+    const Rows<const char *, QString, QString> rows = {
+        {"markup is text", u"<b>\"&"_s, u"&lt;b&gt;&quot;&amp;"_s},
+        {"half-width", u"a [bcd]  e"_s, u"a "_s + Underline(u"①"_s, u"1.5"_s) + u"  e"_s},
+        {"full-width and beside each other", u"[水x][]"_s, Underline(u"①"_s, u"1.5"_s) + Underline(u"②"_s, u"2"_s)},
+        {"empty", QString(), QString()},
+        {"picture at the end", u"見よ ｢図｣　"_s, u"見よ "_s + picture},
+        {"pictures at the end", u"見よ｢図｣ ｢図｣"_s,
+         u"見よ<div class=\"pictures\">"_s + image.repeated(2) + u"</div>"_s},
+        {"picture in a sentence", u"｢図｣を見よ ここ"_s, u"｢図｣を見よ ここ"_s + picture},
+        {"picture before a reference without one", u"｢図｣｢絵｣"_s, u"｢図｣｢絵｣"_s + picture},
+        {"picture before a blank", u"｢図｣[ ]"_s, u"｢図｣"_s + Underline(u"①"_s, u"0.5"_s) + picture},
+        {"picture before an empty blank", u"｢図｣[]"_s, u"｢図｣"_s + Underline(u"①"_s, u"2"_s) + picture},
+        {"picture alone", u"　｢図｣ "_s, picture},
+        {"picture beside a blank", u"[ア]｢図｣"_s, Underline(u"①"_s, u"1"_s) + picture},
+        {"no such picture", u"｢絵｣"_s, u"｢絵｣"_s},
+        {"an answer that names a picture", u"[｢図｣]"_s, Underline(u"①"_s, u"2"_s)},
+        {"a blank in a name", u"｢図[ ]｣"_s, u"｢図"_s + Underline(u"①"_s, u"0.5"_s) + u'｣'},
+    };
+    for (const auto &[name, line, html] : rows)
+        EXPECT_EQ(LineOnSheet(line), html) << name;
+}
+
+TEST(PrintSheet, AnswersWanted_AreAppendedOnlyIfThereAreBlanks)
+{
+    const QString withAnswers = Sheet({u"[<x>] [水]"_s}, true);
+    EXPECT_TRUE(withAnswers.contains(u"<title>&lt;t&gt;</title>"_s));
+    EXPECT_TRUE(withAnswers.contains(u"<div><b>①</b>&lt;x&gt;</div>\n<div><b>②</b>水</div>"_s));
+    EXPECT_FALSE(Sheet({u"[secret]"_s}).contains(u"secret"_s));
+    EXPECT_EQ(Sheet({u"a"_s}, true), Sheet({u"a"_s}, false));
+    EXPECT_FALSE(withAnswers.contains(u"<script"_s) || withAnswers.contains(u"http"_s));
+}
+
+TEST(WritePrintSheet, PicturesBesideFile_AreLinkedAndFaultKeepsOldSheet)
+{
+    const TestFolder folder;
+    folder.Write(u"txt/#中%/図-1.PNG"_s, "");
+    const QString source = folder.WriteStudyFile(u"txt/#中%/a.b.txt"_s, {u"\t｢図-1｣[a]"_s});
+    folder.MakeFolder(u"rec"_s);
+    const QString sheet = PrintSheetPath(folder.Path(u"rec"_s), source);
+    QString message;
+    EXPECT_TRUE(WritePrintSheet(source, sheet, true, &message)) << message.toStdString();
+    const QByteArray html = folder.Read(u"rec/a.b_印刷.html"_s);
+    EXPECT_TRUE(html.contains("<h1>a.b</h1>")) << "names that differ after a dot give different sheets";
+    EXPECT_TRUE(html.contains("<img src=\"../txt/%23%E4%B8%AD%25/%E5%9B%B3-1.PNG\"")) << html.toStdString();
+
+    EXPECT_FALSE(WritePrintSheet(folder.Write(u"a.txt"_s, "[a"), sheet, true, &message));
+    EXPECT_EQ(message, BracketCountMessage(1, u"[a"));
+    EXPECT_EQ(folder.Read(u"rec/a.b_印刷.html"_s), html);
+    EXPECT_FALSE(WritePrintSheet(source, folder.Path(u"rec"_s), true, &message));
+    EXPECT_EQ(message, u"印刷ページを書き込めません。\r\n  "_s + folder.Path(u"rec"_s) +
+                           u"\r\n  通常のファイルではありません。"_s);
+}
+
+using PrintWindowTest = WindowTest;
+
+TEST_F(PrintWindowTest, Confirmed_OpensSheetAndStoresAnswerChoice)
+{
+    const QString source = folder.WriteStudyFile(u"txt/a.txt"_s, {u"[secret]"_s});
+    const SettingsFile settings(folder.Path(u"a.ini"_s));
+    folder.MakeFolder(u"rec"_s);
+    const MarkList marks(folder.Path(u"ListMark.txt"_s), u"花子"_s);
+    frmPrint window(services, msg, settings, marks, folder.Path(u"rec"_s), nullptr);
+    const auto print = [&](bool uncheck, const QString &button) {
+        script.When(u"frmPrint"_s, [=](QWidget *dialog) {
+            if (uncheck)
+                QTest::keyClick(dialog->focusWidget(), Qt::Key_Space);
+            dialog->findChild<QAbstractButton *>(button)->click();
+        });
+        window.Run(source);
+    };
+    print(true, u"cmdCancel"_s);
+    EXPECT_TRUE(settings.ReadPrintAnswers() && services.opened.isEmpty()) << "nothing was printed";
+    print(false, u"cmdOK"_s);
+    EXPECT_TRUE(folder.Read(u"rec/a_印刷.html"_s).contains("secret"));
+    EXPECT_FALSE(settings.Exists()) << "nothing was changed";
+    services.startsPrograms = false;
+    print(true, u"cmdOK"_s);
+    EXPECT_FALSE(folder.Read(u"rec/a_印刷.html"_s).contains("secret"));
+    EXPECT_FALSE(settings.ReadPrintAnswers());
+    const QString sheet = PrintSheetPath(folder.Path(u"rec"_s), source);
+    EXPECT_EQ(services.opened, QStringList({sheet, sheet}));
+    EXPECT_EQ(services.messages, QStringList(SheetNotOpenedMessage(sheet)));
+}
+
+TEST_F(PrintWindowTest, FileRefused_ShowsReasonAndStaysOpen)
+{
+    const SettingsFile settings(folder.Path(u"a.ini"_s));
+    const MarkList marks(folder.Path(u"ListMark.txt"_s), u"花子"_s);
+    frmPrint window(services, msg, settings, marks, folder.Path(), nullptr);
+    script.Click(u"frmPrint"_s, u"cmdOK"_s);
+    script.Click(u"frmMsg"_s, u"cmdOK"_s);
+    script.When(u"frmPrint"_s, [](QWidget *dialog) { QTest::keyClick(dialog, Qt::Key_Escape); });
+    window.Run(folder.Write(u"a.txt"_s, "]a["));
+    EXPECT_TRUE(script.IsDone());
+    EXPECT_EQ(script.messages, QStringList(BracketOrderMessage(1, u"]a[").replace(u"\r\n"_s, u"\n"_s)));
+    EXPECT_EQ(QDir(folder.Path()).entryList(QDir::Files), QStringList(u"a.txt"_s));
+}

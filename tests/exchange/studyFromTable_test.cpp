@@ -1,0 +1,344 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
+#include "base/modFile.h"
+#include "exchange/modExport.h"
+#include "exchange/modReadTable.h"
+#include "exchange/modStudyFromTable.h"
+#include "support/Rows.h"
+#include "support/TestFiles.h"
+#include "text/modCheckText.h"
+#include "text/modReadText.h"
+
+#include <QStringEncoder>
+
+#include <gtest/gtest.h>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+/// The table in a file with these bytes. @param reading  how to read it
+Table TableOf(const QByteArray &bytes, TableReading reading = {})
+{
+    Table table;
+    TableRefusal refusal;
+    EXPECT_TRUE(ReadTableBytes(bytes, &reading, &table, &refusal)) << refusal.reason.toStdString();
+    return table;
+}
+
+TableOptions Hiding(const QList<bool> &isHidden)
+{
+    TableOptions options;
+    options.isHidden = isHidden;
+    return options;
+}
+
+TableStudyText StudyOf(const QString &csv, const TableOptions &options)
+{
+    return StudyTextOf(CellsOf(TableOf(csv.toUtf8()), options), options);
+}
+
+QByteArray Encoded(const QString &text, QStringConverter::Encoding encoding, bool hasMark)
+{
+    using Flag = QStringConverter::Flag;
+    return QStringEncoder(encoding, hasMark ? Flag::WriteBom : Flag::Default)(text);
+}
+
+} // namespace
+
+TEST(StudyTextOf, CsvExportOfResult_HasOriginalCells)
+{
+    const QByteArray csv = "apple,\"red, or green\",りんご\r\nbook,\"\"\"to read\"\"\",本\r\n";
+    TableOptions options = Hiding({true, false, true});
+    options.between = u"／"_s;
+    const TableStudyText study = StudyOf(QString::fromUtf8(csv), options);
+    const TestFolder folder;
+    QByteArray exported;
+    QString message;
+    ASSERT_TRUE(MakeExport(folder.Write(u"a.txt"_s, ToCodePage932(study.text)), ExportKind::Csv, &exported, &message));
+    const Table table = TableOf(exported);
+    ASSERT_EQ(table.RowCount(), 5);
+    EXPECT_EQ(table.Cell(2, 3), u"apple");
+    EXPECT_EQ(table.Cell(2, 4), u"／red, or green／[りんご]");
+    EXPECT_EQ(table.Cell(3, 3), u"りんご");
+    EXPECT_EQ(table.Cell(5, 2), u"[book]／\"to read\"／");
+    EXPECT_EQ(table.Cell(5, 3), u"本");
+}
+
+TEST(ReadTableBytes, EveryEncoding_YieldsSameCells)
+{
+    const QString text = u"apple,りんご\r\n\"ice, cold\",氷\r\n"_s;
+    const Rows<const char *, QByteArray> rows = {
+        {"UTF-8", text.toUtf8()},
+        {"UTF-8 with byte-order mark", "\xEF\xBB\xBF" + text.toUtf8()},
+        {"UTF-16 LE", Encoded(text, QStringConverter::Utf16LE, true)},
+        {"UTF-16 BE", Encoded(text, QStringConverter::Utf16BE, true)},
+        {"UTF-16 LE without byte-order mark", Encoded(text, QStringConverter::Utf16LE, false)},
+        {"UTF-16 BE without byte-order mark", Encoded(text, QStringConverter::Utf16BE, false)},
+        {"Shift_JIS", ToCodePage932(text)},
+        {"EUC", "apple,\xA4\xEA\xA4\xF3\xA4\xB4\r\n\"ice, cold\",\xC9\xB9\r\n"},
+        {"JIS", "apple,\x1B$B$j$s$4\x1B(B\r\n\"ice, cold\",\x1B$BI9\x1B(B\r\n"},
+    };
+    for (const auto &[name, bytes] : rows) {
+        const Table table = TableOf(bytes);
+        ASSERT_EQ(table.RowCount(), 2) << name;
+        EXPECT_EQ(table.Cell(1, 2).toString(), u"りんご"_s) << name;
+        EXPECT_EQ(table.Cell(2, 1).toString(), u"ice, cold"_s) << name;
+        EXPECT_EQ(table.Cell(2, 2).toString(), u"氷"_s) << name;
+    }
+}
+
+TEST(ReadTableBytes, NotATable_IsRefusedWithReason)
+{
+    const Rows<const char *, QByteArray, TableRefusal> rows = {
+        {"empty", QByteArray(), EmptyTable()},
+        {"blank lines only", "\r\n\r\n", EmptyTable()},
+        {"a NUL", QByteArray("\xE3\x81\x82,b\0cd", 8), NoTextTable()},
+        {"binary", QByteArray("PK\3\4\x14\0\6\0\x08\0\x81\xFF\xFF\xFE", 14), NoTextTable()},
+        {"UTF-7", "+MEIwRDBG-,a", NoTextTable()},
+        {"an unclosed quote", "a,b\nc,\"d\n", QuoteNeverClosed(2)},
+        {"one column too many", "a" + QByteArray(100, ','), TooManyColumns(101)},
+    };
+    for (const auto &[name, bytes, expected] : rows) {
+        Table table;
+        TableReading reading;
+        TableRefusal refusal;
+        EXPECT_FALSE(ReadTableBytes(bytes, &reading, &table, &refusal)) << name;
+        EXPECT_EQ(refusal.reason, expected.reason) << name;
+        EXPECT_EQ(refusal.advice, expected.advice) << name;
+        EXPECT_EQ(table.RowCount(), 0) << name;
+    }
+    EXPECT_EQ(TableNotReadMessage(u"t.csv"_s, TooManyColumns(101)),
+              u"次のファイルは，表として読めません。\r\n    ファイル名＝t.csv\r\n    理由＝列が101列あります。\r\n\r\n"
+              u"100列までの表を選んでください。"_s);
+    EXPECT_EQ(TableOf("a" + QByteArray(99, ',')).ColumnCount(), MaxColumns);
+}
+
+TEST(ReadTableBytes, UserSettings_OverrideDetection)
+{
+    const QByteArray kana = ToCodePage932(u"ﾈｺ,ｲﾇ\r\n");
+    TableReading found;
+    Table table;
+    TableRefusal refusal;
+    ASSERT_TRUE(ReadTableBytes(kana, &found, &table, &refusal));
+    EXPECT_EQ(found.code, CharCode::Euc) << "half-width kana are detected as EUC";
+    EXPECT_EQ(SeparatorName(found.separator), u"カンマ"_s);
+    EXPECT_EQ(TableOf(kana, {CharCode::Sjis, QString()}).Cell(1, 2), u"ｲﾇ");
+    EXPECT_EQ(TableOf(kana, {CharCode::Sjis, u"ｺ"_s}).Cell(1, 2), u",ｲﾇ");
+    const QByteArray big = Encoded(u"猫,犬\r\n"_s, QStringConverter::Utf16BE, false);
+    EXPECT_EQ(TableOf(big, {CharCode::Utf16Le, QString()}).Cell(1, 2), u"犬");
+    for (const QString &separator : {u","_s, u"\t"_s, u";"_s, u" - "_s, u"|"_s})
+        EXPECT_EQ(SeparatorByName(SeparatorName(separator)), separator);
+}
+
+TEST(StudyTextOf, EachRow_BecomesALine)
+{
+    const Rows<const char *, QString, QList<bool>, QString> rows = {
+        {"last column hidden", u"apple,りんご\nice,氷"_s, {false, true}, u"apple　[りんご]\r\nice　[氷]\r\n"_s},
+        {"both hidden", u"a,b"_s, {true, true}, u"[a]　[b]\r\n"_s},
+        {"columns past the last choice are shown", u"a,b,c"_s, {true}, u"[a]　b　c\r\n"_s},
+        {"empty cells are dropped with their separator",
+         u"a,,c\n,b,\n,,\n"_s,
+         {true, true, true},
+         u"[a]　[c]\r\n[b]\r\n"_s},
+        {"surrounding spaces", u" a ,　b\u00A0\n"_s, {false, true}, u"a　[b]\r\n"_s},
+        {"line ends and tabs within", u"\"a\r\n\tb\",\"c\u2028d\""_s, {true, false}, u"[a b]　c d\r\n"_s},
+        {"a short and a long row", u"a,b\nc\nd,e,f"_s, {false, true}, u"a　[b]\r\nc\r\nd　[e]　f\r\n"_s},
+    };
+    for (const auto &[name, csv, isHidden, expected] : rows)
+        EXPECT_EQ(StudyOf(csv, Hiding(isHidden)).text, expected) << name;
+    TableOptions options = Hiding({true});
+    options.skipsFirstRow = true;
+    options.between = u" = [x] "_s;
+    EXPECT_EQ(StudyOf(u"word,meaning\na,b"_s, options).text, u"[a] = ［x］ b\r\n"_s);
+    options.between = u"\t\n"_s; // as pasted
+    EXPECT_EQ(StudyOf(u"word,meaning\na,b"_s, options).text, u"[a]  b\r\n"_s);
+}
+
+TEST(HiddenByDefault, AnyTable_HidesLastColumnWithText)
+{
+    const QString emptyRows = u"a,\n"_s.repeated(PreviewRows);
+    const Rows<const char *, QString, QList<bool>, QString> rows = {
+        {"usual", u"a,b\nc,d"_s, {false, true}, QString()},
+        {"trailing empty columns", u"a,b,, \nc,d,,"_s, {false, true, false, false}, QString()},
+        {"filled in a later row", u"a,\nc,d"_s, {false, true}, QString()},
+        {"a separator in the text of a row", u"a,b\nc,d,e"_s, {false, true, false}, QString()},
+        {"a title above", u"Unit 3\na,b"_s, {false, true}, QString()},
+        {"an empty first row", u",\n,,c"_s, {false, false, true}, QString()},
+        {"filled only after the rows shown", emptyRows + u"a,b"_s, {true, false}, QString()},
+        {"separators only", u",,\n,,"_s, {false, false, false}, u"表の初めの行に文字がありません。"_s},
+    };
+    for (const auto &[name, csv, isHidden, hint] : rows) {
+        const Table table = TableOf(csv.toUtf8());
+        EXPECT_EQ(HiddenByDefault(table), isHidden) << name;
+        EXPECT_EQ(PreviewHint(table, Hiding(isHidden), PreviewText(table, Hiding(isHidden))), hint) << name;
+    }
+    const TableOptions nothing = Hiding({false, false});
+    const TableOptions second = Hiding({false, true});
+    EXPECT_EQ(PreviewHint(TableOf("a,b"), nothing, u"a　b"_s), u"隠す列を一つ以上選んでください。"_s);
+    EXPECT_EQ(PreviewHint(TableOf("a,b"), nothing, u"a [b]"_s), QString()) << "marked in the table";
+    EXPECT_EQ(PreviewHint(TableOf("a,\nb,"), second, u"a"_s), u"隠す列に文字がありません。"_s);
+    EXPECT_EQ(PreviewHint(TableOf((emptyRows + u"a,b").toUtf8()), second, u"a"_s), QString())
+        << "text after the rows shown";
+}
+
+TEST(StudyTextOf, UnbalancedBrackets_BecomeFullWidth)
+{
+    // The first column is hidden.
+    const Rows<const char *, QString, QString, int, int> rows = {
+        {"marked by the author", u"a,b [c] d [e]"_s, u"[a]　b [c] d [e]\r\n"_s, 0, 3},
+        {"within a hidden cell", u"a[b],c"_s, u"[a［b］]　c\r\n"_s, 2, 1},
+        {"a hidden cell that is a blank already", u"[a],b"_s, u"[a]　b\r\n"_s, 0, 1},
+        {"two blanks in a hidden cell", u"[a][b],c"_s, u"[［a］［b］]　c\r\n"_s, 4, 1},
+        {"never closed", u"a,b [c"_s, u"[a]　b ［c\r\n"_s, 1, 1},
+        {"in the wrong order", u"a,b] [c"_s, u"[a]　b］ ［c\r\n"_s, 2, 1},
+        {"nested", u"a,[b [c]]"_s, u"[a]　［b ［c］］\r\n"_s, 4, 1},
+    };
+    for (const auto &[name, csv, expected, widened, blanks] : rows) {
+        const TableStudyText study = StudyOf(csv, Hiding({true, false}));
+        EXPECT_EQ(study.text, expected) << name;
+        EXPECT_EQ(study.bracketsWidened, widened) << name;
+        EXPECT_EQ(study.blanks, blanks) << name;
+    }
+}
+
+TEST(StudyTextOf, ClozeInShownColumn_BecomesBlank)
+{
+    const Rows<const char *, QString, QString, int> rows = {
+        {"two in a sentence", u"{{c1::水}}は{{c12::H2O}}"_s, u"[水]は[H2O]\r\n"_s, 0},
+        {"with a hint", u"{{c1::水::みず}}だ"_s, u"[水]だ\r\n"_s, 0},
+        {"brackets in an answer", u"{{c1::a[1]}} [b]"_s, u"[a［1］] [b]\r\n"_s, 2},
+        {"nested", u"{{c1::a {{c2::b}} c}}"_s, u"{{c1::a [b] c}}\r\n"_s, 0},
+        {"never closed", u"{{c1::a} {{c2::b}}"_s, u"{{c1::a} [b]\r\n"_s, 0},
+        {"no cloze", u"{{a}} {{c::b}}"_s, u"{{a}} {{c::b}}\r\n"_s, 0},
+        {"across a line end", u"\"{{c1::a\nb}}\""_s, u"[a b]\r\n"_s, 0},
+    };
+    for (const auto &[name, cell, expected, widened] : rows) {
+        const TableStudyText study = StudyOf(cell, TableOptions());
+        EXPECT_EQ(study.text, expected) << name;
+        EXPECT_EQ(study.bracketsWidened, widened) << name;
+    }
+    EXPECT_EQ(StudyOf(u"{{c1::a}}"_s, Hiding({true})).text, u"[{{c1::a}}]\r\n"_s);
+    EXPECT_EQ(HiddenByDefault(TableOf("a\t{{c1::b}}")), QList<bool>({false, false}));
+}
+
+TEST(StudyTextOf, AnkiExport_RoundTrips)
+{
+    const QStringList lines = {u"[水]の化学式は[H2O]"_s, u"[a}] [:b] [{d] [e}}f] [g::h]"_s, u"#[comment] \"x\""_s,
+                               u"[] ::: [k]:"_s};
+    const TestFolder folder;
+    QByteArray exported;
+    QString message;
+    ASSERT_TRUE(MakeExport(folder.WriteStudyFile(u"a.txt"_s, lines), ExportKind::Anki, &exported, &message));
+    const Table table = TableOf(exported);
+    const TableOptions options = Hiding(HiddenByDefault(table));
+    EXPECT_EQ(StudyTextOf(CellsOf(table, options), options).text, lines.join(u"\r\n"_s) + u"\r\n"_s);
+}
+
+TEST(StudyTextOf, LongRow_IsBrokenAtSpacesOrBetweenColumns)
+{
+    const QString long40(40, u'あ');
+    const QString half(50, u'x');
+    TableOptions options = Hiding({false, true, true});
+    EXPECT_EQ(StudyOf(long40 + u',' + long40, options).text, long40 + u"\r\n["_s + long40 + u"]\r\n"_s);
+    EXPECT_EQ(StudyOf(half + u',' + half.chopped(2), options).longRows, 1) << "the separator makes it too long";
+    options.between = u"："_s;
+    const TableStudyText study = StudyOf(u"word,meaning\n"_s + half + u',' + half + u",c,d"_s, options);
+    EXPECT_EQ(study.text, u"word：[meaning]\r\n"_s + half + u"\r\n["_s + half + u"]：[c]：d\r\n"_s);
+    EXPECT_EQ(study.longRows, 1);
+    EXPECT_EQ(study.unbreakableRow, 0);
+
+    const TableStudyText refused = StudyOf(u"\na,b\nc,"_s + half + half + u"\nd,"_s + half + half, options);
+    EXPECT_EQ(refused.unbreakableRow, 3);
+    EXPECT_EQ(UnbreakableRowMessage(refused).section(u"\r\n"_s, 0, 1),
+              u"表の3行目は100バイトを超え，改行できる所がありません。学習ファイルは作りません。\r\n  ["_s +
+                  half.left(29) + u"…"_s);
+}
+
+TEST(StudyTextOf, StudyFileWritten_ReadsBackSameCells)
+{
+    const TestFolder folder;
+    QStringList expected;
+    QString csv;
+    for (int row = 1; row <= 300; ++row) {
+        csv += u"word %1,\"意味，%1\",例\r\n"_s.arg(row);
+        expected += u"word %1　[意味，%1]　例"_s.arg(row);
+    }
+    const TableOptions options = Hiding({false, true, false});
+    const TableStudyText study = StudyOf(csv, options);
+    EXPECT_EQ(study.lines, 300);
+    EXPECT_EQ(study.blanks, 300);
+    QByteArray bytes;
+    QString message;
+    ASSERT_TRUE(EncodeStudyText(study, &bytes, &message)) << message.toStdString();
+    StudyLines lines;
+    int errorLine = 0;
+    ASSERT_TRUE(ReadTextFile(folder.Write(u"a.txt"_s, bytes), MaxLineBytes, &lines, &message, &errorLine));
+    ASSERT_EQ(lines.Count(), 300);
+    for (int line = 1; line <= 300; ++line)
+        EXPECT_EQ(lines.at1(line).toString(), expected[line - 1]);
+}
+
+TEST(EncodeStudyText, BlanklessOrMisdetected_IsRefused)
+{
+    const Rows<const char *, QString, QString, QString> rows = {
+        {"no blanks", u",a\n,b"_s, u"　"_s, u"空欄にする文字が一つもありません。"_s},
+        {"detected as EUC", u"ﾈｺ,ｲﾇ"_s, u" "_s, u"文字コードがEUCと判定されて"_s},
+    };
+    for (const auto &[name, csv, between, expected] : rows) {
+        TableOptions options = Hiding({true});
+        options.between = between;
+        QByteArray bytes;
+        QString message;
+        EXPECT_FALSE(EncodeStudyText(StudyOf(csv, options), &bytes, &message)) << name;
+        EXPECT_TRUE(message.contains(expected)) << name << message.toStdString();
+    }
+}
+
+TEST(UnwritableCells, SeveralRows_AreNamedByRowAndColumn)
+{
+    const Table table = TableOf(u"x,y\n\n\U0001F600a\u0301,b\U0001F601,\U0001F602\n,한한,한\n"_s.toUtf8());
+    const TableCells cells = CellsOf(table, TableOptions());
+    EXPECT_EQ(UnwritableCellsMessage(cells, ConvertText(cells.text, Accents::Remove)),
+              u"Shift_JISにない文字があります。学習ファイルは作りません。\r\n"
+              u"  表の3行目 1列目：\U0001F600（U+1F600）\r\n  表の3行目 2列目：\U0001F601（U+1F601）\r\n"
+              u"  表の3行目 3列目：\U0001F602（U+1F602）\r\n  表の4行目 2列目：한（U+D55C）\r\n"
+              u"  表の4行目 2列目：한（U+D55C）\r\n  ほかに1個\r\n\r\n"
+              u"表をほかの文字に直して保存してから，もう一度選んでください。"_s);
+    EXPECT_TRUE(TableAccentsQuestion(cells, ConvertText(cells.text, Accents::Remove)).contains(u"表の3行目 1列目："_s));
+}
+
+TEST(WriteStudyFile, FileExists_IsKeptAndFaultLeavesFolderUnchanged)
+{
+    const TestFolder folder;
+    const QString path = folder.Write(u"a.txt"_s, "old");
+    folder.Write(u"a.txt.bak"_s, "older");
+    QString kept;
+    QString message;
+    EXPECT_TRUE(WriteStudyFile(path, "new", &kept, &message)) << message.toStdString();
+    EXPECT_EQ(kept, u"a.txt.bak2"_s);
+    EXPECT_EQ(folder.Read(u"a.txt"_s), "new");
+    EXPECT_EQ(folder.Read(u"a.txt.bak"_s), "older");
+    EXPECT_EQ(folder.Read(u"a.txt.bak2"_s), "old");
+    EXPECT_TRUE(WriteStudyFile(folder.Path(u"b.txt"_s), "new", &kept, &message));
+    EXPECT_EQ(kept, QString());
+    const QString longest = folder.Write(QString(251, u'x') + u".txt"_s, "old"); // no room for ".bak"
+    EXPECT_FALSE(WriteStudyFile(longest, "new", &kept, &message));
+    EXPECT_TRUE(message.startsWith(u"学習ファイルを書き込めません。\r\n  "_s + longest + u".bak"_s));
+    EXPECT_EQ(folder.Read(QFileInfo(longest).fileName()), "old");
+}
+
+TEST(StudyFileTitle, ForbiddenCharacters_AreReplaced)
+{
+    const Rows<QString, QString> rows = {
+        {u" 単語 "_s, u"単語"_s},       {u"words.TXT"_s, u"words"_s}, {u"a/b\\c:d*?"_s, u"a_b_c_d__"_s},
+        {u"it's 1.2"_s, u"it’s 1_2"_s}, {u"../x"_s, u"___x"_s},       {u" .txt"_s, QString()},
+    };
+    for (const auto &[typed, title] : rows)
+        EXPECT_EQ(StudyFileTitle(typed), title);
+    QString message;
+    EXPECT_FALSE(CheckStudyFileTitle(QString(), &message));
+    EXPECT_FALSE(CheckStudyFileTitle(u"a_印刷用"_s, &message));
+    EXPECT_TRUE(CheckStudyFileTitle(u"印刷用"_s, &message));
+}

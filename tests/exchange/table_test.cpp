@@ -1,0 +1,189 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
+#include "exchange/modHtmlText.h"
+#include "exchange/modTable.h"
+#include "exchange/modTableFormat.h"
+#include "support/Rows.h"
+#include "support/TestFiles.h"
+
+#include <gtest/gtest.h>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+/// A table as one text: cells joined by "|", rows by "/".
+QString Joined(const Table &table)
+{
+    QStringList rows;
+    for (int row = 1; row <= table.RowCount(); ++row) {
+        QStringList cells;
+        for (int column = 1; column <= table.CellCount(row); ++column)
+            cells += table.Cell(row, column).toString();
+        rows += cells.join(u'|');
+    }
+    return rows.join(u'/');
+}
+
+Table TableOf(const QString &text)
+{
+    Table table;
+    int errorLine = 0;
+    EXPECT_TRUE(ReadTable(text, DetectTableFormat(text), &table, &errorLine)) << errorLine;
+    return table;
+}
+
+QString WithQuotes(QString cell)
+{
+    return u'"' + cell.replace(u'"', u"\"\""_s) + u'"';
+}
+
+} // namespace
+
+TEST(ReadTable, StandardOrDeviatingText_SplitsIntoRowsAndCells)
+{
+    const Rows<const char *, QString, QString> rows = {
+        {"all kinds of line endings, none at the end", u"a,b\r\nc,d\ne,f\rg,h"_s, u"a|b/c|d/e|f/g|h"_s},
+        {"line ending at the end", u"a,b\n"_s, u"a|b"_s},
+        {"empty and blank lines", u"\n\r\na,b\n\n  \t\nc,d\n\n"_s, u"a|b/c|d"_s},
+        {"empty cells", u",a,\n,,\n"_s, u"|a|/||"_s},
+        {"quoted separators and line endings", u"\"a,1\",\"b\r\n2\"\nc,d"_s, u"a,1|b\r\n2/c|d"_s},
+        {"doubled quotes", u"\"\"\"a\"\"\",\"\"\n\"\"\"\",b"_s, u"\"a\"|/\"|b"_s},
+        {"quotes within a cell", u"5\" disk,say \"hi\"\n"_s, u"5\" disk|say \"hi\""_s},
+        {"cell beginning with a quoted word", u"\"Hi\" he said\tb\nc\td"_s, u"\"Hi\" he said|b/c|d"_s},
+        {"blanks after a quoted cell", u"\"a\"  ,\"b\" \nc,d"_s, u"a|b/c|d"_s},
+        {"blanks within cells are kept", u" a , b\n"_s, u" a | b"_s},
+        {"uneven rows", u"a,b\nc\nd,e,f\n"_s, u"a|b/c/d|e|f"_s},
+        {"no rows", u"\r\n\n"_s, QString()},
+        {"row of an empty quoted cell", u"a\n\"\"\nb"_s, u"a//b"_s},
+        {"unterminated quote between tabs", u"a\tb\n\"c\td\ne\t\"f"_s, u"a|b/\"c|d/e|\"f"_s},
+        {"quote closed only by one in a later row", u"a\t\"b\r\nc\td\"\r\ne\tf"_s, u"a|\"b/c|d\"/e|f"_s},
+        {"line ending in a cell between tabs", u"a\t\"b\nc\"\n\"d\ne\"\tf\n"_s, u"a|b\nc/d\ne|f"_s},
+        {"line ending and tab in a cell", u"a\tb\tc\n\"d\te\nf\"\tg\th"_s, u"a|b|c/d\te\nf|g|h"_s},
+    };
+    for (const auto &[name, text, expected] : rows)
+        EXPECT_EQ(Joined(TableOf(text)), expected) << name;
+}
+
+TEST(ReadTable, QuotedCells_RoundTrip)
+{
+    const QStringList cells = {QString(), u"a"_s,          u"\""_s,     u"\"\"x"_s,    u"a,b"_s,
+                               u"\r"_s,   u"two\nlines"_s, u"\t;,\""_s, u" りんご "_s, u"[x]"_s};
+    for (const QChar separator : {u'\t', u',', u';', u'|'}) {
+        QString text;
+        QStringList expected;
+        for (const QString &cell : cells) {
+            text += WithQuotes(cell) + separator + WithQuotes(u"z"_s) + u"\r\n"_s;
+            expected += cell + u"|z"_s;
+        }
+        Table table;
+        int errorLine = 0;
+        ASSERT_TRUE(ReadTable(text, TableFormat{.separator = separator}, &table, &errorLine));
+        EXPECT_EQ(Joined(table), expected.join(u'/')) << int(separator.unicode());
+    }
+}
+
+TEST(ReadTable, GivenSeparator_OverridesHeaderAndGuess)
+{
+    const Rows<const char *, QString, QString, QString> rows = {
+        {"longer than one character", u"a-b - c\nd - \"e - f\" - g\n"_s, u" - "_s, u"a-b|c/d|e - f|g"_s},
+        {"cut off by the line ending", u"a -\nb - c -"_s, u" - "_s, u"a -/b|c -"_s},
+        {"after a header", u"sep=;\na;b,c\n"_s, u","_s, u"a;b|c"_s},
+        {"unterminated quote", u"\"a - b\nc - d\n"_s, u" - "_s, u"\"a|b/c|d"_s},
+        {"not in the text", u"a,b\nc,d"_s, u"::"_s, u"a,b/c,d"_s},
+    };
+    for (const auto &[name, text, separator, expected] : rows) {
+        Table table;
+        int errorLine = 0;
+        ASSERT_TRUE(ReadTable(text, DetectTableFormat(text, separator), &table, &errorLine)) << name;
+        EXPECT_EQ(Joined(table), expected) << name;
+    }
+}
+
+TEST(ReadTable, UnterminatedQuote_IsRefusedWithItsLine)
+{
+    const Rows<const char *, QString, int> rows = {
+        {"up to the end of the text", u"a,b\r\nc,\"d\r\ne,f\r\n"_s, 2},
+        {"after a cell with line endings", u"\"a\n1\",b\rc,d\n\"e"_s, 4},
+        {"up to the next quoted cell", u"a,\"b\nc,\"d\"\n"_s, 1},
+        {"a lone quote", u"a;b\n\""_s, 2},
+    };
+    for (const auto &[name, text, line] : rows) {
+        Table table;
+        int errorLine = 0;
+        EXPECT_FALSE(ReadTable(text, DetectTableFormat(text), &table, &errorLine)) << name;
+        EXPECT_EQ(errorLine, line) << name;
+        EXPECT_EQ(table.RowCount(), 0) << name;
+    }
+}
+
+TEST(ReadTable, SkippedRows_CountInSpreadsheetNumbers)
+{
+    const Table table = TableOf(u"sep=;\r\n\r\n\"a\r\n1\";b\r\n\r\nc;d;e\r\nf"_s);
+    EXPECT_EQ(Joined(table), u"a\r\n1|b/c|d|e/f"_s);
+    EXPECT_EQ(table.NumberOf(1), 3);
+    EXPECT_EQ(table.NumberOf(2), 5);
+    EXPECT_EQ(table.NumberOf(3), 6);
+    EXPECT_EQ(table.ColumnCount(), 3);
+    EXPECT_EQ(table.UnevenRows(), 2);
+    EXPECT_TRUE(table.Cell(3, 2).isEmpty());
+}
+
+TEST(GuessSeparator, FirstRows_DecideSeparator)
+{
+    const Rows<const char *, QString, QChar> rows = {
+        {"commas in the text of a tabbed file", u"a, b\tc\nd, e\tf\n"_s, u'\t'},
+        {"a tab in one row only", u"a,b\nc\t,d\ne,f\n"_s, u','},
+        {"commas in some rows", u"apple;fruit, red\nice;cold\n"_s, u';'},
+        {"separators within quotes", u"\"a;1\",\"b;2;3\"\n\"c;\",d\n"_s, u','},
+        {"more columns", u"a;b,c;d\ne;f,g;h\n"_s, u';'},
+        {"a title above the rows", u"Unit 3\na,b\nc,d\n"_s, u','},
+        {"unterminated quote", u"a,\"b\nc,d\n"_s, u','},
+        {"tabs within quotes", u"\"a\t1\",b\n\"c\t2\",d\n"_s, u','},
+        {"commas within quotes", u"\"a,1\";b\n\"c,2\";d\n"_s, u';'},
+        {"commas in quoted speech in a tabbed file", u"\"a, b\"\tc\n\"d, e\"\tf\n"_s, u'\t'},
+        {"tab after quoted speech", u"\"a\", b\tc\n"_s, u'\t'},
+        {"one column", u"apple\nice\n"_s, u'\t'},
+        {"empty text", QString(), u'\t'},
+    };
+    for (const auto &[name, text, separator] : rows)
+        EXPECT_EQ(GuessSeparator(text), separator) << name;
+}
+
+TEST(DetectTableFormat, HeaderLines_SetFormatAndAreNotRows)
+{
+    const Rows<const char *, QString, QString> rows = {
+        {"spreadsheet", u"sep=;\r\na,1;b\r\n"_s, u"a,1|b"_s},
+        {"sep= only counts on the first line", u"a;b\nc;d\nsep=,\n"_s, u"a|b/c|d/sep=,"_s},
+        {"flash cards", u"#separator:tab\n#html:false\n#tags:x\na,b\tc\n"_s, u"a,b|c"_s},
+        {"named and literal separators", u"#separator:Pipe\na|b"_s, u"a|b"_s},
+        {"a literal separator", u"#separator:!\na!b"_s, u"a|b"_s},
+        {"an impossible separator", u"#separator:\"\na;b\nc;d"_s, u"a|b/c|d"_s},
+        {"columns without text to learn",
+         u"#separator:Comma\n#guid column:1\n#notetype column:2\n#tags column:5\nid1,Basic,a,b,t1\nid2,Basic,c,d,"_s,
+         u"a|b/c|d"_s},
+        {"row without remaining columns", u"#separator:Comma\n#guid column:1\nid1\nid2,a\n"_s, u"a"_s},
+        {"a row beginning with #", u"#,word\n1,apple\n#no header: x,y\n"_s, u"#|word/1|apple/#no header: x|y"_s},
+        {"HTML", u"#separator:comma\n#html:true\n\"a<br>b\",<b>c</b>&amp;&#x41;\n"_s, u"a b|c&A"_s},
+        {"nothing after the header", u"#html:true"_s, QString()},
+    };
+    for (const auto &[name, text, expected] : rows)
+        EXPECT_EQ(Joined(TableOf(text)), expected) << name;
+}
+
+TEST(TextOfHtml, TagsAndEntities_AreConvertedAndOtherTextIsKept)
+{
+    const Rows<QString, QString> rows = {
+        {u"<div>a</div><DIV class=\"x\">b</div>c<br/>d"_s, u" a  b c d"_s},
+        {u"<i>a</i><img src=\"x.png\">b<!-- c -->"_s, u"ab"_s},
+        {u"1 < 2 > 0 <3> a<"_s, u"1 < 2 > 0 <3> a<"_s},
+        {u"<b>never closed <i"_s, u"never closed <i"_s},
+        {u"&lt;b&gt;&quot;&apos;&nbsp;&#12354;&#x1F600;"_s, u"<b>\"'\u00A0あ\U0001F600"_s},
+        {u"&unknown; & &amp &#0; &#xD800; &#x110000; &#10;"_s, u"&unknown; & &amp &#0; &#xD800; &#x110000; &#10;"_s},
+        {u"a[sound:a.mp3]b[c][sound:"_s, u"ab[c][sound:"_s},
+        {u"a\r\nb"_s, u"a  b"_s},
+    };
+    for (const auto &[html, text] : rows)
+        EXPECT_EQ(TextOfHtml(html), text);
+}

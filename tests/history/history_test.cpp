@@ -1,0 +1,441 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
+#include "base/modDateText.h"
+#include "base/modFile.h"
+#include "exchange/modPrintableCopy.h"
+#include "files/frmFile.h"
+#include "history/modHistoryChart.h"
+#include "settings/modSettings.h"
+#include "store/modDB_SQLite.h"
+#include "support/ReadHistory.h"
+#include "support/Rows.h"
+#include "support/WindowTest.h"
+#include "text/modCheckText.h"
+
+#include <QDeadlineTimer>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListView>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+using namespace Qt::Literals::StringLiterals;
+
+TEST(History, AnyValue_LineHasFixedWidthFields)
+{
+    const Rows<const char *, qint64, int, QString> rows = {
+        {"under a minute", 59, 5, u"09:08      　59秒   5問 英単語"_s},
+        {"one second", 1, 5, u"09:08      　 1秒   5問 英単語"_s},
+        {"a minute", 60, 12, u"09:08     1分 0秒  12問 英単語"_s},
+        {"hours are shown in minutes", 5999, 1234, u"09:08    99分59秒1234問 英単語"_s},
+        {"digits that do not fit are lost", 60'000, 12345, u"09:08   000分 0秒2345問 英単語"_s},
+    };
+    for (const auto &[name, seconds, answers, line] : rows)
+        EXPECT_EQ(HistoryLine(u"09:08:07"_s, seconds, answers, u"英単語"_s), line) << name;
+    EXPECT_EQ(HoursMinutesSeconds(3909), u"1時間 5分 9秒"_s);
+    EXPECT_EQ(HoursMinutesSeconds(59), u"0分 59秒"_s);
+    EXPECT_EQ(HoursMinutesSeconds(360'000), u"100時間 0分 0秒"_s);
+}
+
+TEST(History, InvalidWeeksOrDates_AreRejected)
+{
+    const Rows<QString, int> weeks = {{u"1"_s, 1},   {u"9999"_s, 9999}, {u"10000"_s, 0}, {u"0"_s, 0}, {u"-1"_s, 0},
+                                      {u"1.5"_s, 0}, {QString(), 0},    {u"１"_s, 0},    {u" 2"_s, 0}};
+    for (const auto &[text, count] : weeks)
+        EXPECT_EQ(ReadWeeks(text), count) << text.toStdString();
+    EXPECT_EQ(DateFromText(u"2024/02/29"), QDate(2024, 2, 29));
+    for (const QString &text : {u"2023/02/29"_s, u"2024/2/9"_s, u"2024-02-29"_s, u"2024/02/2"_s, u"/-1//01/01"_s,
+                                u"２０２４/02/02"_s, u"0000/01/01"_s, QString()})
+        EXPECT_FALSE(DateFromText(text).isValid()) << text.toStdString();
+}
+
+TEST(History, UserNameWithPathCharacters_ReportStaysInFolder)
+{
+    const QDate today(2024, 3, 5);
+    EXPECT_EQ(ReportFileName(u"花子"_s, today, 2), u"花子_瞬記帳学習記録2024_0305までの2週分.txt"_s);
+    const QString name = ReportFileName(u"../a\\b:c"_s + QChar(0), today, 1);
+    EXPECT_EQ(name, u".._a_b_c__瞬記帳学習記録2024_0305までの1週分.txt"_s);
+    for (char16_t character = 0; character < u' '; ++character)
+        EXPECT_FALSE(ReportFileName(QString(QChar(character)), today, 1).contains(QChar(character)));
+}
+
+TEST(HistoryBars, DaysOfSpan_AreGroupedOldestFirst)
+{
+    const QDate end(2024, 3, 5);
+    History history(end, 2);
+    for (const auto &[day, seconds] : std::initializer_list<std::pair<QDate, int>>{{end.addDays(1), 1000},
+                                                                                   {end, 5},
+                                                                                   {end.addDays(-1), 4},
+                                                                                   {end.addDays(-6), 3},
+                                                                                   {end.addDays(-13), 2},
+                                                                                   {QDate(), 1000},
+                                                                                   {end.addDays(-14), 1000}})
+        history.Append({DateText(day), u"10:00:00"_s, u"a"_s, seconds, 10 * seconds});
+    const Rows<const char *, int, std::vector<int>> rows = {
+        {"room for more than every day", 500, {2, 0, 0, 0, 0, 0, 0, 3, 0, 0, 0, 0, 4, 5}},
+        {"a bar a day", 14, {2, 0, 0, 0, 0, 0, 0, 3, 0, 0, 0, 0, 4, 5}},
+        {"a bar a week", 2, {2, 12}},
+        {"bars of four and five days", 3, {2, 3, 9}},
+        {"one bar", 1, {14}},
+    };
+    for (const auto &[name, maxBars, seconds] : rows) {
+        std::vector<int> barSeconds;
+        for (const HistoryBar &bar : HistoryBars(history, maxBars)) {
+            barSeconds.push_back(int(bar.seconds));
+            EXPECT_EQ(bar.answers, 10 * bar.seconds) << name;
+        }
+        EXPECT_EQ(barSeconds, seconds) << name;
+    }
+    EXPECT_TRUE(HistoryBars(History(), 14).empty());
+}
+
+TEST(PrintableCopy, Written_KeepsTextAndBlanksAnswers)
+{
+    const TestFolder folder;
+    const QString source = folder.WriteStudyFile(u"week1.rev.txt"_s, {u"水は[H2O]で[塩ｱ]\t[]"_s, u"［全角］"_s});
+    const QString copy = PrintableCopyPath(folder.Path(), source);
+    EXPECT_EQ(copy, QDir::toNativeSeparators(folder.Path(u"week1_印刷用.txt"_s)));
+    for (const QString &name : {u"..txt"_s, u"a\\..\\b.txt"_s, u"$(x) \"'`;\n.txt"_s, u"-rf.txt"_s})
+        EXPECT_EQ(QFileInfo(PrintableCopyPath(folder.Path(), folder.Path(name))).path(), folder.Path())
+            << name.toStdString();
+    QString message;
+    EXPECT_TRUE(WritePrintableCopy(source, copy, &message));
+    const QByteArray written = folder.Read(u"week1_印刷用.txt"_s);
+    EXPECT_EQ(FromCodePage932(written), u"水は[___]で[＿_]  []\r\n［全角］\r\n"_s);
+
+    const QString bad = folder.WriteStudyFile(u"bad.txt"_s, {u"[a"_s});
+    EXPECT_FALSE(WritePrintableCopy(bad, copy, &message));
+    EXPECT_EQ(message, BracketCountMessage(1, u"[a"));
+    EXPECT_EQ(folder.Read(u"week1_印刷用.txt"_s), written) << "an existing copy is unchanged";
+    EXPECT_FALSE(WritePrintableCopy(source, folder.Path(u"none/x.txt"_s), &message));
+    EXPECT_TRUE(message.startsWith(u"印刷用ファイルを書き込めません。"_s));
+}
+
+TEST(PrintableCopy, EditedByHand_IsAskedForOrBackedUp)
+{
+    const TestFolder folder;
+    const QDateTime before(QDate(2024, 3, 5), QTime(9, 0));
+    const Rows<const char *, QByteArray, int, OldCopy> rows = {
+        {"unchanged", "x[_]\r\n", 60, OldCopy::Replaceable},
+        {"unchanged, the study file saved again", "x[_]\r\n", -60, OldCopy::Replaceable},
+        {"edited", "x[_]!\r\n", 60, OldCopy::Edited},
+        {"edited, and the study file changed later", "x[_]!\r\n", -60, OldCopy::Outdated},
+        {"edited at the same time", "y[_]\r\n", 0, OldCopy::Outdated},
+        {"too large to read", QByteArray(MaxFileBytes + 1, 'x'), 60, OldCopy::Unreadable},
+    };
+    QFile source(folder.Write(u"a.txt"_s, "x[a]\r\n"));
+    QFile copy(PrintableCopyPath(folder.Path(), source.fileName()));
+    EXPECT_EQ(JudgeOldCopy(source.fileName(), copy.fileName()), OldCopy::Replaceable) << "no copy";
+    for (const auto &[name, bytes, seconds, expected] : rows) {
+        folder.Write(u"a_印刷用.txt"_s, bytes);
+        folder.Write(u"a_印刷用.txt.bak"_s, "kept before");
+        for (QFile *const file : {&source, &copy}) {
+            ASSERT_TRUE(file->open(QIODevice::ReadWrite));
+            file->setFileTime(before.addSecs(file == &copy ? seconds : 0), QFileDevice::FileModificationTime);
+            file->close();
+        }
+        QString message;
+        EXPECT_EQ(JudgeOldCopy(source.fileName(), copy.fileName()), expected) << name;
+        EXPECT_TRUE(WritePrintableCopy(source.fileName(), copy.fileName(), &message, expected)) << name;
+        EXPECT_EQ(folder.Read(u"a_印刷用.txt"_s), "x[_]\r\n") << name;
+        EXPECT_EQ(folder.Read(u"a_印刷用.txt.bak"_s), expected == OldCopy::Outdated ? bytes : "kept before") << name;
+    }
+    folder.MakeFolder(u"b_印刷用.txt.bak"_s); // takes the place of the backup
+    const QString other = folder.Write(u"b_印刷用.txt"_s, "by hand");
+    QString message;
+    EXPECT_FALSE(WritePrintableCopy(source.fileName(), other, &message, OldCopy::Outdated));
+    EXPECT_TRUE(message.startsWith(u"印刷用ファイルを書き込めません。\r\n  "_s + other + u".bak\r\n"_s));
+    EXPECT_EQ(folder.Read(u"b_印刷用.txt"_s), "by hand");
+}
+
+TEST(PrintableCopy, EachStateOfOldCopy_HasItsMessage)
+{
+    const QString copy = u"txt/a_印刷用.txt"_s;
+    EXPECT_EQ(ReplaceCopyQuestion(copy, OldCopy::Edited),
+              u"次の印刷用ファイルは，作った後で変更されています。\r\n    ファイル名＝a_印刷用.txt"
+              u"\r\n\r\n変更した内容を捨てて，作り直しますか？"_s);
+    EXPECT_EQ(ReplaceCopyQuestion(copy, OldCopy::Unreadable),
+              u"次の印刷用ファイルは読めないため，変更されているかどうか分かりません。\r\n"
+              u"    ファイル名＝a_印刷用.txt\r\n\r\nその内容を捨てて，作り直しますか？"_s);
+    EXPECT_EQ(CopyMadeMessage(copy, OldCopy::Replaceable),
+              u"印刷用ファイルを作りました。\r\n    ファイル名＝a_印刷用.txt\r\n\r\nこのファイルを開きますか？"_s);
+    EXPECT_EQ(CopyMadeMessage(copy, OldCopy::Outdated),
+              u"印刷用ファイルを作りました。\r\n    ファイル名＝a_印刷用.txt\r\n"
+              u"    前の印刷用ファイル＝a_印刷用.txt.bak\r\n\r\nこのファイルを開きますか？"_s);
+}
+
+namespace {
+
+class HistoryWindowTest : public WindowTest
+{
+  protected:
+    HistoryWindowTest()
+    {
+        folder.MakeFolder(u"rec"_s);
+        folder.WriteStudyFile(u"txt/a.txt"_s, {u"[ok]"_s});
+        EXPECT_EQ(database.Open(u":memory:"_s), 0);
+        EXPECT_TRUE(DBCreateKotoban(database));
+        AddSession(QDateTime(QDate(2024, 3, 5), QTime(10, 0)), 3609, 3);
+        AddSession(QDateTime(QDate(2024, 3, 5), QTime(8, 0)), 30, 4);
+        AddSession(QDateTime(QDate(2024, 2, 21), QTime(9, 0)), 60, 5);
+        AddSession(QDateTime(QDate(2024, 2, 20), QTime(9, 0)), 60, 99);
+    }
+
+    void AddSession(const QDateTime &start, int seconds, int answers)
+    {
+        DBInsRecKotoban(database, start, u"花/子"_s, u"a"_s);
+        RecordingServices clock;
+        clock.now = start.addSecs(seconds);
+        DBUpdRecKotoban(database, clock, start, u"花/子"_s, answers);
+    }
+
+    QStringList Records() const
+    {
+        const QAbstractItemModel *const model = window.findChild<QListView *>(u"lstRecord"_s)->model();
+        QStringList lines;
+        for (int row = 0; row < model->rowCount(); ++row)
+            lines += model->index(row, 0).data().toString();
+        return lines;
+    }
+
+    QString Label(const QString &name) const
+    {
+        return window.findChild<QLabel *>(name)->text();
+    }
+
+    StudyDatabase database{services};
+    SettingsFile settings{folder.Path(u"Kotoban.ini"_s)};
+    frmFile window{services, database, msg, settings, folder.Path(), u"花/子"_s, nullptr};
+};
+
+} // namespace
+
+TEST_F(HistoryWindowTest, SpanEntered_ShowsItsSessions)
+{
+    const QStringList thisWeek = {u"2024/03/05(火)"_s, u"08:00      　30秒   4問 a"_s, u"10:00    60分 9秒   3問 a"_s};
+    const QStringList twoWeeks = thisWeek + QStringList{u"2024/02/21(水)"_s, u"09:00     1分 0秒   5問 a"_s};
+    script.When(u"frmFile"_s, [&](QWidget *dialog) {
+        auto *const weeks = dialog->findChild<QLineEdit *>(u"txtWeekN"_s);
+        auto *const date = dialog->findChild<QLineEdit *>(u"txtYmd"_s);
+        EXPECT_EQ(date->text(), u"2024/03/05"_s);
+        EXPECT_EQ(Records(), thisWeek);
+        dialog->findChild<QAbstractButton *>(u"cmdInc"_s)->click();
+        EXPECT_EQ(weeks->text(), u"2"_s);
+        EXPECT_EQ(Records(), twoWeeks);
+        EXPECT_EQ(Label(u"lblSumTime"_s), u"1時間 1分 39秒"_s);
+        EXPECT_EQ(Label(u"lblSumAns"_s), u"12"_s);
+        weeks->setText(u"x"_s);
+        date->setText(u"2024/02/3"_s);
+        EXPECT_EQ(Records(), twoWeeks) << "invalid input changes nothing";
+        weeks->setText(u"1"_s);
+        date->setText(u"2024/02/21"_s);
+        EXPECT_EQ(Records().size(), 4);
+        weeks->setText(u"9999"_s);
+        EXPECT_EQ(Records().size(), 4);
+        dialog->findChild<QAbstractButton *>(u"cmdInc"_s)->click();
+        EXPECT_EQ(weeks->text(), u"9999"_s) << "the maximum";
+        dialog->close();
+    });
+    EXPECT_EQ(window.Choose(u"notepad.exe"_s), FileChoice::Cancelled);
+    EXPECT_TRUE(services.messages.isEmpty());
+}
+
+TEST_F(HistoryWindowTest, ClockSetBack_CountsAsNoTime)
+{
+    EXPECT_TRUE(database.SQLite3NonQuery(u"delete from t_kotoban"_s));
+    AddSession(QDateTime(QDate(2024, 3, 5), QTime(10, 0)), -3601, 3);
+    window.show();
+    EXPECT_EQ(Records().value(1), u"10:00      　 0秒   3問 a"_s);
+    EXPECT_EQ(Label(u"lblSumTime"_s), u"0分 0秒"_s);
+    EXPECT_EQ(Label(u"lblSumAns"_s), u"3"_s);
+    AddSession(QDateTime(QDate(2024, 3, 5), QTime(12, 0)), 3602, 3);
+    EXPECT_EQ(ReadHistory(database, QDate(2024, 3, 5), 1, u"花/子"_s).TotalTime(), u"0分 1秒"_s)
+        << "the plain sum of the sessions";
+}
+
+TEST_F(HistoryWindowTest, ReportRequested_IsWrittenAndOffered)
+{
+    script.When(u"frmFile"_s, [](QWidget *dialog) {
+        dialog->findChild<QLineEdit *>(u"txtYmd"_s)->setText(u"2024/02/21"_s);
+        dialog->findChild<QAbstractButton *>(u"cmdFile"_s)->click();
+    });
+    script.Click(u"frmMsg"_s, u"cmdOK"_s);
+    script.When(u"frmFile"_s, [this](QWidget *dialog) {
+        QDir(folder.Path(u"rec"_s)).removeRecursively();
+        dialog->findChild<QAbstractButton *>(u"cmdFile"_s)->click();
+    });
+    script.When(u"frmMsg"_s, [](QWidget *dialog) {
+        EXPECT_FALSE(dialog->findChild<QAbstractButton *>(u"cmdCancel"_s)->isVisible());
+        dialog->findChild<QAbstractButton *>(u"cmdOK"_s)->click();
+    });
+    script.Click(u"frmFile"_s, u"cmdCancel"_s);
+    window.Choose(u"notepad.exe"_s);
+    ASSERT_EQ(script.messages.size(), 2);
+    EXPECT_EQ(script.messages[0], u"学習記録をファイルに出力しました。\nこのファイルを開きますか？\n"_s);
+    EXPECT_TRUE(script.messages[1].startsWith(u"学習記録をファイルに出力できません。"_s));
+    ASSERT_EQ(services.commands.size(), 1);
+    EXPECT_TRUE(services.commands[0].endsWith(QDir::separator() + u"花_子_瞬記帳学習記録2024_0305までの1週分.txt\""_s))
+        << "named by today's date";
+}
+
+TEST_F(HistoryWindowTest, WeekWithSessions_ReportHasListAndTotals)
+{
+    const History history = ReadHistory(database, QDate(2024, 3, 5), 1, u"花/子"_s);
+    EXPECT_EQ(ReportText(history), u"2024/03/05(火)\r\n08:00      　30秒   4問 a\r\n10:00    60分 9秒   3問 a\r\n"
+                                   u"総学習時間＝1時間 0分 39秒  総回答数＝7\r\n"_s);
+    ASSERT_EQ(history.Days().size(), 1u);
+    EXPECT_EQ(history.Days()[0].seconds, 3639);
+    EXPECT_EQ(history.Days()[0].answers, 7);
+    database.Close();
+    EXPECT_EQ(ReadHistory(database, QDate(2024, 3, 5), 1, u"花/子"_s).LineCount(), 0);
+    EXPECT_EQ(services.messages.size(), 1) << "the totals must not report the same fault again";
+}
+
+TEST_F(HistoryWindowTest, ForeignTable_IsStillRead)
+{
+    const QDateTime start(QDate(2024, 3, 5), QTime(11, 0));
+    EXPECT_TRUE(database.SQLite3NonQuery(u"update t_kotoban set ymd_sta = '2024/02/3x' where num_answer = 3"_s));
+    const History foreign = ReadHistory(database, start.date(), 1, u"花/子"_s);
+    ASSERT_EQ(foreign.LineCount(), 4);
+    EXPECT_EQ(foreign.Line(2), u"2024/02/3x"_s) << "an invalid date is shown as recorded";
+    EXPECT_EQ(foreign.Line(3), u"10:00      　 0秒   3問 a"_s) << "without a start there is no duration";
+    AddSession(start, 1, 2'147'483'647);
+    AddSession(start.addSecs(60), 1, 2'147'483'647);
+    EXPECT_EQ(ReadHistory(database, start.date(), 1, u"花/子"_s).Days().at(0).answers, 2 * 2'147'483'647LL + 4);
+    // SQLite reports column names in the case of their declaration, so the date column is not found.
+    EXPECT_TRUE(database.SQLite3NonQuery(u"alter table t_kotoban rename column ymd_sta to YMD_STA"_s));
+    const History history = ReadHistory(database, start.date(), 1, u"花/子"_s);
+    ASSERT_EQ(history.Days().size(), 1u);
+    EXPECT_FALSE(history.Days()[0].day.isValid());
+}
+
+TEST_F(HistoryWindowTest, FaultAfterSomeRows_LeavesHistoryEmpty)
+{
+    // Days are read newest first, and computing the end time fails on the oldest.
+    EXPECT_TRUE(database.SQLite3NonQuery(u"alter table t_kotoban drop column dt_end"_s));
+    EXPECT_TRUE(database.SQLite3NonQuery(u"alter table t_kotoban add column dt_end text as "
+                                         u"(case ymd_sta when '2024/02/20' then abs(-9223372036854775807 - 1) end)"_s));
+    ResultTable table;
+    EXPECT_FALSE(DBSelRecKotoban(database, QDate(2024, 3, 5), 21, u"花/子"_s, &table, false));
+    EXPECT_EQ(table.size(), 3u) << "the newest day was read";
+    const qsizetype messages = services.TakeMessages().size();
+    EXPECT_EQ(ReadHistory(database, QDate(2024, 3, 5), 3, u"花/子"_s).LineCount(), 0);
+    EXPECT_EQ(services.messages.size(), messages) << "reported only once";
+}
+
+namespace {
+
+/// Adds sessions before the existing ones, ten per day, some of them never completed.
+void AddManySessions(StudyDatabase *database, int count)
+{
+    const QString start = u"datetime('2024-02-01', '-' || (i / 10) || ' days', (8 + i % 10) || ' hours')"_s;
+    EXPECT_TRUE(database->SQLite3NonQuery(
+        u"insert into t_kotoban with recursive n(i) as (select 0 union all select i + 1 from n where i < %1) "
+        u"select strftime('%Y/%m/%d', %2), '花/子', strftime('%H:%M:%S', %2), 'f' || (i % 7), "
+        u"strftime('%Y/%m/%d %H:%M:%S', %2, (i % 3000) || ' seconds'), nullif(i % 13, 0) from n"_s.arg(count - 1)
+            .arg(start)));
+}
+
+} // namespace
+
+TEST_F(HistoryWindowTest, ReadInSlices_YieldsWholeHistory)
+{
+    AddManySessions(&database, 5000);
+    const QDate end(2024, 3, 5);
+    constexpr int weeks = 100;
+    ResultTable table;
+    ASSERT_TRUE(DBSelRecKotoban(database, end, weeks * 7, u"花/子"_s, &table, false));
+    QStringList expected;
+    for (int row = 1; row < int(table.size()); ++row) {
+        const auto value = [&](const QString &column) { return database.SQLite3GetColumn(table, row, column); };
+        const QString heading = DateWithWeekday(DateFromText(value(u"ymd_sta"_s)));
+        if (!expected.contains(heading))
+            expected += heading;
+        expected += HistoryLine(value(u"hms_sta"_s),
+                                SecondsBetween(value(u"ymd_sta"_s), value(u"hms_sta"_s), value(u"dt_end"_s)),
+                                value(u"num_answer"_s).toInt(), value(u"file_name"_s));
+    }
+    HistoryReader reader(database, u"花/子"_s);
+    reader.Begin(end, weeks);
+    int slices = 1;
+    int most = 0;
+    for (bool isMore = true; isMore; ++slices) {
+        const int before = reader.Result().LineCount();
+        isMore = reader.GoOn(QDeadlineTimer(0));
+        most = qMax(most, reader.Result().LineCount() - before);
+    }
+    EXPECT_GT(slices, 5);
+    EXPECT_LT(most, 1500);
+    QStringList lines;
+    for (int line = 0; line < reader.Result().LineCount(); ++line)
+        lines += reader.Result().Line(line);
+    EXPECT_EQ(lines, expected);
+    EXPECT_EQ(reader.Result().TotalTime(), HoursMinutesSeconds(DBSumTimeKotoban(database, end, weeks * 7, u"花/子"_s)));
+    EXPECT_EQ(reader.Result().TotalAnswers(), QString::number(DBSumAnsKotoban(database, end, weeks * 7, u"花/子"_s)));
+    reader.Begin(end, 1);
+    EXPECT_FALSE(reader.GoOn(QDeadlineTimer(0)));
+    EXPECT_EQ(reader.Result().LineCount(), 3) << "nothing remains of the previous history";
+}
+
+TEST_F(HistoryWindowTest, ReportRequestedWhileReading_IsWrittenOnceAllIsRead)
+{
+    AddManySessions(&database, 50'000);
+    window.show();
+    auto *const weeks = window.findChild<QLineEdit *>(u"txtWeekN"_s);
+    weeks->setText(u"999"_s);
+    EXPECT_TRUE(Label(u"lblSumTime"_s).startsWith(u"読み込み中…（20"_s)) << Label(u"lblSumTime"_s).toStdString();
+    EXPECT_FALSE(Records().isEmpty());
+    weeks->setText(u"9999"_s);
+    script.Click(u"frmMsg"_s, u"cmdCancel"_s);
+    window.findChild<QAbstractButton *>(u"cmdFile"_s)->click();
+    EXPECT_TRUE(QDir(folder.Path(u"rec"_s)).isEmpty()) << "the report would be incomplete";
+    EXPECT_TRUE(QTest::qWaitFor([this] { return script.messages.size() == 1; }, 60'000));
+    EXPECT_EQ(Label(u"lblSumAns"_s), QString::number(DBSumAnsKotoban(database, QDate(2024, 3, 5), 69'993, u"花/子"_s)));
+    EXPECT_GT(Records().size(), 50'000);
+    EXPECT_FALSE(QDir(folder.Path(u"rec"_s)).isEmpty());
+}
+
+TEST_F(HistoryWindowTest, FaultAfterSomeSlices_EmptiesTheListAndIsReportedOnce)
+{
+    AddManySessions(&database, 50'000);
+    EXPECT_TRUE(database.SQLite3NonQuery(u"alter table t_kotoban drop column dt_end"_s));
+    EXPECT_TRUE(database.SQLite3NonQuery(u"alter table t_kotoban add column dt_end text as "_s +
+                                         u"(case ymd_sta when '2012/01/02' then abs(-9223372036854775807 - 1) end)"_s));
+    window.show();
+    window.findChild<QLineEdit *>(u"txtWeekN"_s)->setText(u"999"_s);
+    auto *const list = window.findChild<QListView *>(u"lstRecord"_s);
+    list->setCurrentIndex(list->model()->index(2, 0));
+    EXPECT_TRUE(QTest::qWaitFor([this] { return Label(u"lblSumAns"_s) != u"…"; }, 60'000));
+    EXPECT_TRUE(Records().isEmpty());
+    EXPECT_EQ(services.messages.filter(u"SQLite3Step returned"_s).size(), 1);
+}
+
+TEST_F(HistoryWindowTest, PrintableCopyRequested_IsMadeButNotOfACopy)
+{
+    const auto select = [](QWidget *dialog, int row) {
+        auto *const list = dialog->findChild<QListView *>(u"lstFile"_s);
+        list->setCurrentIndex(list->model()->index(row, 0));
+        DialogScript::Press(dialog, u"cmdConvFile"_s);
+    };
+    script.When(u"frmFile"_s, [select](QWidget *dialog) { select(dialog, 0); });
+    script.Click(u"frmMsg"_s, u"cmdOK"_s);
+    script.When(u"frmFile"_s, [select](QWidget *dialog) { select(dialog, 1); });
+    script.Click(u"frmMsg"_s, u"cmdOK"_s);
+    script.When(u"frmFile"_s, [&](QWidget *dialog) {
+        folder.Write(u"txt/a_印刷用.txt"_s, "by hand");
+        select(dialog, 0);
+    });
+    script.Click(u"frmMsg"_s, u"cmdCancel"_s);
+    script.Click(u"frmFile"_s, u"cmdCancel"_s);
+    window.Choose(u"notepad.exe"_s);
+    const QString copy = QDir::toNativeSeparators(folder.Path(u"txt/a_印刷用.txt"_s));
+    ASSERT_EQ(script.messages.size(), 3);
+    EXPECT_EQ(script.messages[0], CopyMadeMessage(copy, OldCopy::Replaceable).replace(u"\r\n"_s, u"\n"_s));
+    ASSERT_EQ(services.commands.size(), 1) << "opened after the user accepted";
+    EXPECT_TRUE(services.commands[0].contains(u"a_印刷用.txt")) << services.commands[0].toStdString();
+    EXPECT_EQ(script.messages[1], u"印刷用ファイル以外を一つ選択してください。"_s);
+    EXPECT_EQ(script.messages[2], ReplaceCopyQuestion(copy, OldCopy::Edited).replace(u"\r\n"_s, u"\n"_s));
+    EXPECT_EQ(folder.Read(u"txt/a_印刷用.txt"_s), "by hand");
+}

@@ -1,0 +1,102 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
+// The lists of hard blanks and of the places where users stopped.
+#include "records/modMarkList.h"
+#include "records/modPlaceList.h"
+#include "support/StudyText.h"
+#include "support/TestFiles.h"
+
+#include <gtest/gtest.h>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+using Blanks = std::vector<int>;
+
+class Lists : public testing::Test
+{
+  protected:
+    Blanks Find(const QStringList &lines, const QString &user = u"花子"_s, const QString &title = u"英単語"_s)
+    {
+        return MarkList(path, user).Find(title, DisplayText(LinesOf(lines)));
+    }
+
+    void Write(const QStringList &lines, const Blanks &blanks, const QString &user = u"花子"_s)
+    {
+        EXPECT_TRUE(MarkList(path, user).Write(u"英単語"_s, DisplayText(LinesOf(lines)), blanks, &message));
+    }
+
+    TestFolder folder;
+    QString path = folder.Path(u"ListMark.txt"_s);
+    QString message;
+};
+
+} // namespace
+
+TEST_F(Lists, LineMoved_MarkMovesWithIt)
+{
+    const QStringList lines = {u"[apple] [red]"_s, u"no blank"_s, u"[book]"_s, u"[book]"_s, u"[]"_s};
+    Write(lines, {2, 4, 5});
+    EXPECT_EQ(Find(lines), Blanks({2, 4, 5}));
+    QStringList longer = {u"[new]"_s, u""_s};
+    EXPECT_EQ(Find(longer + lines), Blanks({3, 5, 6}));
+    QStringList changed = lines;
+    changed[0] = u"[apple] red"_s;
+    changed[3] = u"[books]"_s;
+    EXPECT_EQ(Find(changed), Blanks({4})) << "a line with another text is a different line";
+    changed[0] = u"apple  red "_s;
+    EXPECT_TRUE(Find({changed[0]}).empty()) << "and so is one that differs only in its brackets";
+    EXPECT_TRUE(Find(lines, u"太郎"_s).empty());
+    EXPECT_TRUE(Find(lines, u"花子"_s, u"仏単語"_s).empty());
+    Write(changed, {});
+    EXPECT_EQ(folder.Read(u"ListMark.txt"_s), "");
+}
+
+TEST_F(Lists, MarksWritten_OtherLinesStayUntouched)
+{
+    const QByteArray foreign =
+        u"# by hand\r\n太郎\t英単語\t[a]\t1\r\n花子\t仏単語\t[a]\t1\r\n花子\t英単語\t[a]\tx\r\n"_s.toUtf8();
+    folder.Write(u"ListMark.txt"_s,
+                 "\xEF\xBB\xBF" + foreign + u"花子\t英単語\t[a]\t1\n花子\t英単語\t[a]\t9"_s.toUtf8());
+    EXPECT_EQ(Find({u"[a]"_s}), Blanks({1})) << "the line has no ninth blank";
+    Write({u"[a]"_s, u"[b]"_s}, {2});
+    EXPECT_EQ(folder.Read(u"ListMark.txt"_s), foreign + u"花子\t英単語\t[b]\t1\r\n"_s.toUtf8());
+    folder.Write(u"ListMark.txt"_s, ToCodePage932(u"花子\t英単語\t[日本語の文]\t1\r\n"));
+    EXPECT_EQ(Find({u"[日本語の文]"_s}), Blanks({1})) << "saved by an editor in Shift_JIS";
+    folder.MakeFolder(u"folder"_s);
+    MarkList blocked(folder.Path(u"folder"_s), u"花子"_s);
+    EXPECT_FALSE(blocked.Write(u"英単語"_s, DisplayText(LinesOf({u"[a]"_s})), {1}, &message));
+    EXPECT_TRUE(message.startsWith(u"苦手の印を保存できません。\r\n  ")) << message.toStdString();
+}
+
+TEST_F(Lists, UnreadableList_IsNotReplaced)
+{
+    const QByteArray broken = "\xE8\x8A\xB1\xFF\ta\tb\t1\r\n";
+    folder.Write(u"ListMark.txt"_s, broken);
+    EXPECT_FALSE(MarkList(path, u"花子"_s).Write(u"a"_s, DisplayText(LinesOf({u"[a]"_s})), {1}, &message));
+    EXPECT_EQ(folder.Read(u"ListMark.txt"_s), broken);
+    folder.Write(u"ListPlace.txt"_s, broken);
+    EXPECT_FALSE(PlaceList(folder.Path(u"ListPlace.txt"_s)).Write(u"花子"_s, u"a"_s, 7, &message));
+    EXPECT_EQ(folder.Read(u"ListPlace.txt"_s), broken);
+}
+
+TEST_F(Lists, SeveralPlacesWritten_LatestIsReturned)
+{
+    const PlaceList places(folder.Path(u"ListPlace.txt"_s));
+    EXPECT_EQ(places.LastUser(), QString());
+    EXPECT_TRUE(places.Write(u"花子"_s, u"a"_s, 7, &message));
+    EXPECT_TRUE(places.Write(u"花子"_s, u"b"_s, 1108, &message));
+    EXPECT_TRUE(places.Write(u"花\t子"_s, u"c"_s, 3, &message));
+    EXPECT_TRUE(places.Write(u"花子"_s, u"a"_s, 9, &message));
+    EXPECT_EQ(places.LastUser(), u"花子"_s);
+    EXPECT_EQ(places.LastTitle(u"花子"_s), u"a"_s);
+    EXPECT_EQ(places.LastTitle(u"花\t子"_s), u"c"_s);
+    EXPECT_EQ(places.Line(u"花子"_s, u"a"_s), 9);
+    EXPECT_EQ(places.Line(u"花子"_s, u"b"_s), 1108);
+    EXPECT_EQ(places.Line(u"花子"_s, u"c"_s), 0);
+    EXPECT_EQ(folder.Read(u"ListPlace.txt"_s), u"花子\tb\t1108\r\n花 子\tc\t3\r\n花子\ta\t9\r\n"_s.toUtf8());
+    folder.Write(u"ListPlace.txt"_s, u"花子\ta\t9\n\nb\n太郎\ta\t0\n"_s.toUtf8());
+    EXPECT_EQ(places.LastUser(), u"花子"_s) << "lines that are not entries are ignored";
+}

@@ -1,0 +1,418 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
+#include "store/modDB_SQLite.h"
+#include "study/modClickTarget.h"
+#include "study/modPageText.h"
+#include "study/modStudySession.h"
+#include "support/RecordingServices.h"
+#include "support/Rows.h"
+#include "support/StudyText.h"
+#include "support/TestFiles.h"
+
+#include <QMap>
+#include <QRandomGenerator>
+#include <QTimeZone>
+
+#include <gtest/gtest.h>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+DisplayText Text(const QStringList &texts)
+{
+    return DisplayText(LinesOf(texts));
+}
+
+StudyRound Round(int blanks, int shown)
+{
+    StudyRound round;
+    round.Load(blanks);
+    for (int blank = 1; blank <= shown; ++blank)
+        round.Toggle(blank);
+    return round;
+}
+
+/// A page with the given number of rows.
+PageInView Page(int topLine, int rows, int lines)
+{
+    return PageAt(topLine, lines, {.linePitchPx = 20, .heightPx = PageLayout::TopMarginPx + 20 * rows});
+}
+
+// Cells of ten pixels, rows of twenty, with line numbers: the text begins at 60.
+const PageLayout Layout{.cellWidthPx = 10, .linePitchPx = 20, .widthPx = 400, .heightPx = 205, .hasLineNumbers = true};
+
+} // namespace
+
+TEST(StudyRound, Reload_KeepsBlanksByNumber)
+{
+    StudyRound round = Round(3, 3);
+    EXPECT_TRUE(round.AllShown());
+    EXPECT_FALSE(round.Toggle(2) || round.AllShown());
+    round.MarkLine(7);
+    round.Reload(5);
+    EXPECT_TRUE(round.bolOpen(1) && !round.bolOpen(2) && round.bolOpen(3) && !round.bolOpen(4) && !round.bolOpen(5));
+    round.Reload(1);
+    EXPECT_TRUE(round.AllShown());
+    round.Reload(2);
+    EXPECT_FALSE(round.bolOpen(2)) << "a blank that was gone comes back hidden";
+    EXPECT_EQ(round.lngOpenCount(), 3);
+    EXPECT_EQ(round.lngMarkLine(), 7);
+    round.Load(2);
+    EXPECT_FALSE(round.bolOpen(1));
+    EXPECT_EQ(round.lngOpenCount(), 0);
+    EXPECT_EQ(round.lngMarkLine(), 0);
+}
+
+TEST(Enter, HiddenAnswerInView_IsRevealed)
+{
+    const DisplayText text = Text({u"[1] [2]"_s, u"-"_s, u"[3]"_s, u"-"_s, u"[4]"_s});
+    // Answers shown, top line and rows of the page; then the action of Enter and its blank.
+    const Rows<const char *, int, int, int, EnterAction, int> rows = {
+        {"first of the page", 0, 1, 3, EnterAction::Reveal, 1},
+        {"next on the same line", 1, 1, 3, EnterAction::Reveal, 2},
+        {"lines without blanks are skipped", 2, 2, 2, EnterAction::Reveal, 3},
+        {"blanks above the page do not count", 0, 3, 2, EnterAction::Reveal, 3},
+        {"blanks below the page do not count", 2, 1, 2, EnterAction::TurnPage, 0},
+        {"no blank in view", 0, 4, 1, EnterAction::TurnPage, 0},
+        {"only the last line in view", 0, 5, 3, EnterAction::Reveal, 4},
+        {"all shown", 4, 1, 5, EnterAction::TurnPage, 0},
+    };
+    for (const auto &[name, shown, topLine, height, action, blank] : rows) {
+        const EnterDecision decision = DecideEnter(Round(4, shown), text, Page(topLine, height, 5));
+        EXPECT_EQ(decision.action, action) << name;
+        EXPECT_EQ(decision.blank, blank) << name;
+    }
+}
+
+TEST(Enter, EndOfTwentyBlanks_Asks)
+{
+    const auto decide = [](int blanks, int shown, int topLine, int rows) {
+        const DisplayText text = Text(QStringList(blanks, u"[x]"_s));
+        return DecideEnter(Round(blanks, shown), text, Page(topLine, rows, blanks)).action;
+    };
+    EXPECT_EQ(decide(19, 19, 10, 10), EnterAction::TurnPage);
+    EXPECT_EQ(decide(20, 20, 11, 10), EnterAction::AskThenTurn) << "the last page: 11 + 9 = 20";
+    EXPECT_EQ(decide(20, 20, 10, 10), EnterAction::TurnPage) << "one line too early";
+    EXPECT_EQ(decide(20, 20, 1, 30), EnterAction::AskThenTurn) << "a file shorter than the page";
+    EXPECT_EQ(decide(20, 19, 20, 10), EnterAction::Reveal);
+    EXPECT_EQ(AllShownMessage(32), u"32個の正解をすべて表示しました。\r\n学習を続けますか？"_s);
+}
+
+TEST(TurnPage, AnyPage_AdvancesOrBeginsNewRound)
+{
+    // Blanks, answers shown and the page; then the new top line and whether blank 1 is hidden.
+    const Rows<const char *, int, int, PageInView, int, bool> rows = {
+        {"one line of overlap", 5, 1, Page(1, 10, 40), 10, false},
+        {"last page, last blank hidden", 5, 4, Page(38, 10, 40), 40, false},
+        {"last blank shown, not at the end", 5, 5, Page(1, 10, 40), 10, false},
+        {"last blank shown, at the end", 5, 5, Page(31, 10, 40), 1, true},
+        {"one before the end", 5, 5, Page(30, 10, 40), 39, false},
+        {"at the maximum all is hidden first, so it stays there", 5, 5, Page(40, 10, 40), 40, true},
+        {"at the maximum with nothing shown it would be stuck", 5, 0, Page(40, 10, 40), 1, true},
+        {"short file, all shown", 5, 5, Page(1, 50, 40), 1, true},
+        {"short file, last hidden", 5, 2, Page(1, 50, 40), 1, true},
+        {"page of one row", 5, 1, Page(7, 1, 40), 8, false},
+        {"no blanks: down", 0, 0, Page(1, 10, 40), 10, false},
+        {"no blanks: back to the top", 0, 0, Page(31, 10, 40), 1, false},
+        {"no blanks and short", 0, 0, Page(1, 50, 40), 1, false},
+    };
+    for (const auto &[name, blanks, shown, page, topLine, isFirstHidden] : rows) {
+        StudyRound round = Round(blanks, shown);
+        EXPECT_EQ(TurnPage(&round, page), topLine) << name;
+        EXPECT_EQ(blanks > 0 && !round.bolOpen(1), isFirstHidden) << name;
+        EXPECT_EQ(round.lngOpenCount(), shown) << name;
+    }
+}
+
+TEST(HitTest, Click_HitsOnlyStrictlyInsideBox)
+{
+    const DisplayText text = Text({u"-"_s, u"[a][bb] [c]"_s, u"[d]"_s}); // boxes at cells 0-3, 3-7, 8-11
+    ASSERT_EQ(Layout.TextLeftPx(), 60);
+    // x and y of the click and the top line; then the blank hit.
+    const Rows<const char *, int, int, int, int> rows = {
+        {"inside", 75, 30, 1, 1},
+        {"left edge", 60, 30, 1, 0},
+        {"just inside it", 61, 30, 1, 1},
+        {"edge between two boxes", 90, 30, 1, 0},
+        {"second box", 91, 30, 1, 2},
+        {"gap", 135, 30, 1, 0},
+        {"right edge of the last", 170, 30, 1, 0},
+        {"line without blanks", 75, 10, 1, 0},
+        {"top margin", 75, 5, 2, 0},
+        {"first pixel below it", 75, 6, 2, 1},
+        {"last pixel of the row", 75, 24, 2, 1},
+        {"next row", 75, 25, 2, 4},
+        {"below the last line", 75, 65, 1, 0},
+    };
+    for (const auto &[name, x, y, topLine, blank] : rows)
+        EXPECT_EQ(HitTest(text, x, y, topLine, Layout), blank) << name;
+    PageLayout scrolled = Layout;
+    scrolled.leftCell = 2;
+    EXPECT_EQ(HitTest(text, 60, 30, 1, scrolled), 1) << "the last cell of the first box";
+    EXPECT_EQ(HitTest(text, 55, 30, 1, scrolled), 0) << "the rest of it is out of view";
+    EXPECT_EQ(HitTest(text, 145, 30, 1, scrolled), 3);
+    EXPECT_EQ(HitTest(DisplayText(), 75, 30, 1, Layout), 0);
+}
+
+TEST(PageLayout, AnySize_HoldsWholeRowsAndNumberStrip)
+{
+    EXPECT_EQ(Layout.RowsPerPage(), 10);
+    EXPECT_EQ((PageLayout{.linePitchPx = 20, .heightPx = 204}).RowsPerPage(), 9);
+    EXPECT_EQ((PageLayout{.linePitchPx = 20, .heightPx = 3}).RowsPerPage(), 1) << "too low for a row";
+    EXPECT_EQ((PageLayout{.linePitchPx = 20, .heightPx = 3}).LargeChange(), 1);
+    EXPECT_TRUE(Layout.IsInNumberStrip(50));
+    EXPECT_FALSE(Layout.IsInNumberStrip(51));
+    EXPECT_TRUE((PageLayout{.cellWidthPx = 7, .hasLineNumbers = true}).IsInNumberStrip(36)) << "7 * 4.5 + 5 = 36.5";
+    EXPECT_FALSE((PageLayout{.cellWidthPx = 10}).IsInNumberStrip(3));
+    EXPECT_EQ(MarkLineAt(25, 8, Layout), 9);
+    EXPECT_EQ(MarkLineAt(0, 8, Layout), 8) << "the margin belongs to the first row";
+}
+
+TEST(PageAt, FullPage_ScrollsUntilLastLineIsOnTop)
+{
+    // Requested top line, rows and lines; then top line, last line in view, maximum and whether the page scrolls.
+    const Rows<const char *, int, int, int, int, int, int, bool> rows = {
+        {"one line too few", 1, 10, 9, 1, 9, 1, false},
+        {"as many lines as rows", 1, 10, 10, 1, 10, 10, true},
+        {"the last line at the top", 10, 10, 10, 10, 10, 10, true},
+        {"a top line past the end", 40, 10, 12, 12, 12, 12, true},
+        {"in the middle", 7, 10, 40, 7, 16, 40, true},
+        {"no text", 3, 10, 0, 1, 0, 1, false},
+        {"no text and one row", 1, 1, 0, 1, 0, 1, false},
+    };
+    for (const auto &[name, wanted, height, lines, topLine, lastLine, maximum, canScroll] : rows) {
+        const PageInView page = Page(wanted, height, lines);
+        EXPECT_EQ(page.topLine, topLine) << name;
+        EXPECT_EQ(page.lastLine, lastLine) << name;
+        EXPECT_EQ(page.maximum, maximum) << name;
+        EXPECT_EQ(page.canScroll, canScroll) << name;
+        EXPECT_FALSE(page.Holds(topLine - 1) || page.Holds(lastLine + 1)) << name;
+        EXPECT_EQ(page.Holds(topLine) && page.Holds(lastLine), lines > 0) << name;
+    }
+}
+
+TEST(PageAt, AnyFile_CountsPagesThatEnterTurns)
+{
+    // Top line, rows and lines; then page number, page count and top line of the last full page.
+    const Rows<int, int, int, int, int, int> rows = {
+        {1, 10, 9, 1, 1, 1},    {1, 10, 10, 1, 1, 1},  {10, 10, 10, 1, 1, 1},  {1, 10, 11, 1, 2, 2},
+        {10, 10, 11, 2, 2, 2},  {1, 10, 19, 1, 2, 10}, {10, 10, 40, 2, 5, 31}, {40, 10, 40, 5, 5, 31},
+        {12, 10, 40, 2, 5, 31}, {1, 1, 3, 1, 2, 2},    {3, 1, 3, 2, 2, 2},     {1, 10, 0, 1, 1, 1},
+    };
+    for (const auto &[topLine, height, lines, number, count, lastFullTop] : rows) {
+        const PageInView page = Page(topLine, height, lines);
+        EXPECT_EQ(page.PageNumber(), number) << topLine << ' ' << lines;
+        EXPECT_EQ(page.PageCount(), count) << topLine << ' ' << lines;
+        EXPECT_EQ(page.LastFullTop(), lastFullTop) << topLine << ' ' << lines;
+    }
+}
+
+TEST(ScrollBarsFor, OneBarTakesSpace_OtherMayBecomeNecessary)
+{
+    // Lines and cells of the longest line; then the bars. Without bars, 20 cells and 10 rows are in view; a bar takes a
+    // cell or a row.
+    const PageLayout whole{.cellWidthPx = 10, .linePitchPx = 20, .widthPx = 210, .heightPx = 205};
+    const Rows<int, int, NeededScrollBars> rows = {
+        {9, 20, {}}, {10, 19, {true, false}}, {10, 20, {true, true}}, {8, 21, {false, true}}, {9, 21, {true, true}},
+        {0, 0, {}},
+    };
+    for (const auto &[lines, cells, needed] : rows)
+        EXPECT_EQ(ScrollBarsFor(lines, cells, whole, 10), needed) << lines << ' ' << cells;
+}
+
+TEST(LeftCellShowing, CellsOutOfView_ScrollsJustFarEnough)
+{
+    const Rows<int, CellRange, int> rows = {
+        {0, {0, 20}, 0}, {0, {15, 21}, 1}, {30, {30, 50}, 30}, {30, {29, 33}, 29}, {30, {5, 9}, 5}, {0, {7, 60}, 7},
+    };
+    for (const auto &[leftCell, cells, moved] : rows)
+        EXPECT_EQ(LeftCellShowing(cells, {.cellWidthPx = 10, .widthPx = 210, .leftCell = leftCell}), moved)
+            << leftCell << ' ' << cells.start;
+}
+
+TEST(RandomPage, HiddenAnswersElsewhere_DrawsAnotherPageWithOne)
+{
+    QStringList lines(100'000, u"-"_s);
+    lines[0] = lines[4] = lines[49'999] = lines[99'999] = u"[x]"_s;
+    const DisplayText text = Text(lines);
+    QRandomGenerator random(1);
+    StudyRound round = Round(4, 0);
+    QMap<int, int> drawn;
+    for (int i = 0; i < 100; ++i)
+        ++drawn[RandomPage(round, text, Page(1, 11, 100'000), &random)];
+    EXPECT_EQ(drawn.keys(), QList<int>({49'991, 99'991}));
+    round = Round(4, 3);
+    EXPECT_EQ(RandomPage(round, text, Page(99'995, 11, 100'000), &random), 99'995) << "nothing is hidden elsewhere";
+    EXPECT_EQ(RandomPage(Round(4, 4), text, Page(1, 11, 100'000), &random), 0);
+    EXPECT_EQ(RandomPage(Round(0, 0), DisplayText(), Page(1, 11, 0), &random), 0);
+
+    // Too few are left to be found by chance, so the next one is searched for.
+    const DisplayText many = Text(QStringList(100'000, u"[x]"_s));
+    round = Round(100'000, 100'000);
+    round.Toggle(12'345);
+    EXPECT_EQ(RandomPage(round, many, Page(1, 11, 100'000), &random), 12'341);
+}
+
+TEST(ClickTarget, Keys_VisitTargetsInReadingOrder)
+{
+    const DisplayText text = Text({u"above [x]"_s, u"[a] ｢図｣ [b｢c｣]"_s, u"none ｢｣"_s, u"｢x.y｣｢[漢]｣"_s, u"[below]"_s});
+    const std::vector<TextSpan> targets = {{2, 1, 3}, {2, 5, 3}, {2, 9, 6}, {4, 7, 3}};
+    EXPECT_EQ(TargetsInView(text, Page(2, 3, 5), false), targets) << "neither hidden text nor invalid picture names";
+    const std::vector<TextSpan> words = {{3, 1, 4}, {4, 2, 1}, {4, 4, 1}, {4, 7, 3}};
+    EXPECT_EQ(TargetsInView(text, Page(3, 2, 5), true), words);
+}
+
+TEST(ClickTarget, EachSpan_YieldsItsTarget)
+{
+    const DisplayText text = Text({u"[a]word｢図 b｣｢図｣[｢c｣]"_s, u"｢a｢b｣｣ ｢[x]y｣"_s});
+    const StudyRound round = Round(3, 3);
+    const Rows<const char *, TextSpan, ClickTarget> rows = {
+        {"a blank", {1, 1, 3}, {.blank = 1}},
+        {"a word beside it", {1, 4, 4}, {.word = u"word"_s}},
+        {"a picture, and no blank", {1, 13, 3}, {.picture = u"図"_s}},
+        {"a word in a reference", {1, 14, 1}, {.word = u"図"_s, .picture = u"図"_s}},
+        {"an answer with a picture", {1, 16, 5}, {.blank = 2}},
+        {"a nested reference", {2, 3, 3}, {.picture = u"b"_s}},
+        {"no reference while an answer in it is shown", {2, 8, 6}, {}},
+    };
+    for (const auto &[name, span, target] : rows)
+        EXPECT_EQ(TargetOf(text, round, span), target) << name;
+    EXPECT_EQ(TargetInAnswer(text, round, 2), (ClickTarget{.word = u"｢c｣"_s, .picture = u"c"_s}));
+    EXPECT_EQ(TargetInAnswer(text, Round(3, 1), 2), ClickTarget()) << "hidden";
+    EXPECT_EQ(TargetOfLineNumber(0, Page(4, 3, 9)).numberedLine, 4);
+    EXPECT_EQ(TargetOfLineNumber(5, Page(4, 3, 9)).numberedLine, 5);
+    EXPECT_EQ(TargetOfLineNumber(9, Page(4, 3, 9)).numberedLine, 6);
+}
+
+TEST(SpokenPage, HiddenAnswers_AreReplacedAndOffsetsAgree)
+{
+    const DisplayText text = Text({u"above"_s, u"[a]と[漢字]。"_s, u"[]"_s, u"[next] page"_s});
+    StudyRound round = Round(4, 0);
+    round.Toggle(2);
+    EXPECT_EQ(SpokenPage(text, round, Page(2, 2, 4)), u" 空欄 と 漢字 。\n 空欄 "_s);
+    EXPECT_EQ(SpokenPage(text, round, Page(4, 3, 4)), u" 空欄  page"_s);
+    EXPECT_EQ(SpokenPage(DisplayText(), StudyRound(), Page(1, 9, 0)), QString());
+    EXPECT_EQ(SpokenOffset(text, round, 2, 2, 5), 6) << "the first character of a shown answer";
+    EXPECT_EQ(SpokenOffset(text, round, 1, 3, 1), 5 + 1 + 10 + 1 + 1);
+    EXPECT_EQ(SpokenOffset(text, round, 4, 4, 7), 5) << "a word after a hidden answer of four letters";
+
+    // A screen magnifier converts positions on the page to offsets and back.
+    const PageInView page = Page(1, 2, 4);
+    const QString spoken = SpokenPage(text, round, page);
+    for (int offset = 0; offset < spoken.size(); ++offset) {
+        const TextSpan span = SpanSpokenAt(text, round, page, offset);
+        if (spoken[offset] == u'\n') {
+            EXPECT_EQ(span.length, 0) << offset;
+            continue;
+        }
+        const bool isHidden = u"空欄"_s.contains(spoken[offset]);
+        EXPECT_EQ(text.Line(span.line).sliced(span.Index(), 1), isHidden ? u"a"_s : QString(spoken[offset])) << offset;
+        const QPoint middle = AreaSpokenAt(text, round, page, Layout, offset).center();
+        const int told = OffsetSpokenAt(text, round, page, Layout, middle.x(), middle.y());
+        EXPECT_EQ(told, spoken[offset] == u'欄' ? offset - 1 : offset);
+    }
+    EXPECT_EQ(SpanSpokenAt(text, round, page, 8), TextSpan(2, 2, 1));
+    EXPECT_EQ(AreaSpokenAt(text, round, page, Layout, 8), QRect(70, 25, 10, 20));
+    EXPECT_EQ(SpanSpokenAt(text, round, page, int(spoken.size()) + 1), TextSpan());
+    EXPECT_EQ(OffsetSpokenAt(text, round, page, Layout, 30, 30), -1) << "in the line numbers";
+    EXPECT_EQ(OffsetSpokenAt(text, round, page, Layout, 65, 50), -1) << "below the last line";
+}
+
+TEST(StudySession, FileRefused_LeavesRowAndNothingOpen)
+{
+    const TestFolder folder;
+    RecordingServices services;
+    StudyDatabase database(services);
+    database.Open(u":memory:"_s);
+    DBCreateKotoban(database);
+    StudySession session(services, database, folder.Path(), u"花子"_s);
+    QString message;
+    int errorLine = 0;
+    EXPECT_FALSE(session.HasBegun() || session.IsFileOpen() || session.ClockTick());
+
+    const QString good = folder.WriteStudyFile(u"good.txt"_s, {u"[a] ｢x.y｣"_s});
+    ASSERT_TRUE(session.Open(good, &message));
+    EXPECT_EQ(message, u"異常な画像ファイル名=[x.y]があります。"_s);
+    EXPECT_TRUE(session.ClockTick());
+    session.Round().Toggle(1);
+    folder.WriteStudyFile(u"good.txt"_s, {u"[a]"_s, u"[b"_s});
+    EXPECT_FALSE(session.ReadAgain(&message, &errorLine));
+    EXPECT_EQ(errorLine, 2);
+    EXPECT_TRUE(session.Round().AllShown() && session.ClockTick()) << "nothing has changed";
+    EXPECT_TRUE(session.Complete(1).isEmpty());
+
+    services.now = services.now.addSecs(60);
+    EXPECT_FALSE(session.Open(folder.WriteStudyFile(u"bad.txt"_s, {u"["_s}), &message));
+    EXPECT_FALSE(session.IsFileOpen() || session.ClockTick());
+    EXPECT_EQ(session.Text().LineCount() + session.Round().BlankCount() + session.Round().lngOpenCount(), 0);
+    session.Complete(1);
+    ResultTable table;
+    database.SQLite3Query(u"select file_name, num_answer from t_kotoban"_s, &table);
+    EXPECT_EQ(QStringList(table.begin() + 1, table.end()), QStringList({u"good\t1"_s, u"bad\t0"_s}));
+}
+
+TEST(ClockTick, EveryTick_ShowsStepsOfTenSeconds)
+{
+    const QDateTime start(QDate(2024, 3, 5), QTime(10, 0));
+    const auto shown = [&start](int seconds) {
+        const auto time = ClockTick(start, start.addSecs(seconds)).value_or(ElapsedTime{-1, -1});
+        return std::pair(time.minutes, time.seconds);
+    };
+    // Seconds since the start; then minutes and seconds shown, -1 if nothing changes.
+    const Rows<int, int, int> rows = {{0, 0, 0},   {9, -1, -1},  {10, 0, 10},    {60, 1, 0},
+                                      {70, 1, 10}, {75, -1, -1}, {7200, 120, 0}, {-10, -1, -1}};
+    for (const auto &[seconds, minutesShown, secondsShown] : rows)
+        EXPECT_EQ(shown(seconds), std::pair(qint64(minutesShown), qint64(secondsShown))) << seconds;
+    EXPECT_TRUE(ClockTick(start.addMSecs(900), start.addMSecs(10'100)).has_value()) << "whole seconds count";
+    const QDateTime beforeSummerTime(QDate(2024, 3, 31), QTime(1, 59), QTimeZone("Europe/Berlin"));
+    EXPECT_EQ(ClockTick(beforeSummerTime, beforeSummerTime.addSecs(120))->minutes, 2) << "not 62";
+}
+
+TEST(ClickTarget, AnyClick_NeverYieldsHiddenText)
+{
+    const DisplayText text =
+        Text({u"don't stop [hidden] now"_s, u"[shown]漢字かなカナー12"_s, u"人々 ｢図｣ ｢[x]y｣ [｢z｣]"_s});
+    StudyRound round = Round(4, 0);
+    round.Toggle(2);
+    // Cell and line; then the target.
+    const Rows<int, int, ClickTarget> rows = {
+        {2, 1, {.word = u"don't"_s}},
+        {8, 1, {.word = u"stop"_s}},
+        {5, 1, {}}, // between words
+        {14, 1, {.blank = 1}},
+        {20, 1, {.word = u"now"_s}},
+        {40, 1, {}}, // past the end of the line
+        {3, 2, {.blank = 2}},
+        {8, 2, {.word = u"漢字"_s}},
+        {12, 2, {.word = u"かな"_s}},
+        {19, 2, {.word = u"カナー"_s}},
+        {22, 2, {.word = u"12"_s}},
+        {0, 3, {.word = u"人々"_s}},
+        {2, 3, {.word = u"人々"_s}},
+        {5, 3, {.picture = u"図"_s}},
+        {6, 3, {.word = u"図"_s, .picture = u"図"_s}},
+        {14, 3, {.word = u"y"_s, .picture = u"y"_s}},
+        {19, 3, {.blank = 4}},
+        {3, 4, {}}, // below the last line
+        {-3, 2, {.numberedLine = 2}},
+        {-3, 4, {.numberedLine = 4}}, // the strip continues below the last line
+    };
+    for (const auto &[cell, line, target] : rows)
+        EXPECT_EQ(TargetAt(text, round, Layout.TextLeftPx() + cell * 10 + 5, Layout.RowTopPx(line) + 8, 1, Layout),
+                  target)
+            << cell << ' ' << line;
+    EXPECT_EQ(TargetAt(text, round, 65, 3, 1, Layout), ClickTarget()) << "the top margin";
+    PageLayout cut = Layout;
+    cut.heightPx = Layout.RowTopPx(2) + 10;
+    cut.leftCell = 8;
+    EXPECT_EQ(TargetAt(text, round, 65, Layout.RowTopPx(2) + 3, 1, cut), ClickTarget()) << "a row that is cut off";
+    EXPECT_EQ(TargetAt(text, round, 65, Layout.RowTopPx(1) + 3, 1, cut).word, u"stop"_s)
+        << "counted from the first cell in view";
+    EXPECT_EQ(TargetAt(text, round, 20, 3, 1, Layout).numberedLine, 1)
+        << "the top margin belongs to the first row's number";
+    round.Toggle(3);
+    EXPECT_EQ(TargetAt(text, round, Layout.TextLeftPx() + 145, 45, 1, Layout), (ClickTarget{.word = u"y"_s}))
+        << "a name with an answer in it is not a picture name";
+}
