@@ -204,10 +204,16 @@ TEST_F(StudyWindowTest, FileChanged_NoticeStaysUntilReadAgain)
     auto *const notice = Child<QLabel>(u"lblFileChange");
     EXPECT_TRUE(notice->isHidden());
     // Editors may overwrite the file or replace it.
+    int seconds = 0;
     for (const bool isReplaced : {false, true, true}) {
         if (isReplaced)
             QFile::remove(path);
         folder.WriteStudyFile(u"txt/a.txt"_s, {u"[one] [two]"_s});
+        QFile file(path); // two writes may fall into the same tick of the file system's clock
+        EXPECT_TRUE(file.open(QIODevice::ReadWrite));
+        EXPECT_TRUE(
+            file.setFileTime(QDateTime::currentDateTime().addSecs(++seconds), QFileDevice::FileModificationTime));
+        file.close();
         EXPECT_TRUE(QTest::qWaitFor([notice] { return !notice->isHidden(); })) << isReplaced;
         Child<QPushButton>(u"cmdReRead")->click();
         EXPECT_TRUE(notice->isHidden());
