@@ -28,8 +28,11 @@ bool ReadList(const QString &path, QStringList *lines, QString *error)
         return true;
     if (!ReadWholeFile(path, &bytes, error))
         return false;
-    const QString text = DecodeText(bytes, DetectCharCode(WholeFile(bytes))).remove(u'\r');
-    if (text.contains(QChar::ReplacementCharacter)) {
+    // The program writes UTF-8, so only what cannot be that is guessed at: an editor may have saved Shift_JIS.
+    const bool isUtf8 = bytes.isValidUtf8();
+    const CharCode code = isUtf8 ? CharCode::Utf8 : DetectCharCode(WholeFile(bytes));
+    const QString text = DecodeText(bytes, code).remove(u'\r');
+    if (!isUtf8 && text.contains(QChar::ReplacementCharacter)) {
         *error = u"文字として読めないバイトがあります。"_s;
         return false;
     }

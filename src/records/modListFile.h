@@ -2,7 +2,8 @@
 // SPDX-License-Identifier: MIT
 
 // Small text files in the application folder that the program maintains and users may edit: one entry per line, its
-// fields separated by tabs. They are written in UTF-8 with CR LF and read in whatever encoding an editor has left.
+// fields separated by tabs. They are written in UTF-8 with CR LF. What is not valid UTF-8 is read in the encoding that
+// is detected, because an editor may have saved another one.
 #pragma once
 
 #include <QString>

@@ -4,6 +4,7 @@
 // The lists of hard blanks and of the places where users stopped.
 #include "records/modMarkList.h"
 #include "records/modPlaceList.h"
+#include "support/Rows.h"
 #include "support/StudyText.h"
 #include "support/TestFiles.h"
 
@@ -71,15 +72,47 @@ TEST_F(Lists, MarksWritten_OtherLinesStayUntouched)
     EXPECT_TRUE(message.startsWith(u"苦手の印を保存できません。\r\n  ")) << message.toStdString();
 }
 
-TEST_F(Lists, UnreadableList_IsNotReplaced)
+TEST_F(Lists, ValidUtf8_IsReadAsUtf8WhateverElseItCouldBe)
 {
-    const QByteArray broken = "\xE8\x8A\xB1\xFF\ta\tb\t1\r\n";
-    folder.Write(u"ListMark.txt"_s, broken);
-    EXPECT_FALSE(MarkList(path, u"花子"_s).Write(u"a"_s, DisplayText(LinesOf({u"[a]"_s})), {1}, &message));
-    EXPECT_EQ(folder.Read(u"ListMark.txt"_s), broken);
-    folder.Write(u"ListPlace.txt"_s, broken);
-    EXPECT_FALSE(PlaceList(folder.Path(u"ListPlace.txt"_s)).Write(u"花子"_s, u"a"_s, 7, &message));
-    EXPECT_EQ(folder.Read(u"ListPlace.txt"_s), broken);
+    const Rows<const char *, QByteArray> rows = {
+        {"two lines that could be UTF-7", "a\t+-b\t[c]\t1\r\na\t+-b\t[d]\t1\r\n"},
+        {"a line that could be JIS", "a\tb\t[\x1B$B]\t1\r\n"},
+        {"the character that stands for unreadable ones", "a\tb\t[\xEF\xBF\xBD]\t1\r\n"},
+    };
+    for (const auto &[name, foreign] : rows) {
+        folder.Write(u"ListMark.txt"_s, foreign + u"花子\t英単語\t[日本語の文]\t1\r\n"_s.toUtf8());
+        EXPECT_EQ(Find({u"[日本語の文]"_s}), Blanks({1})) << name;
+        Write({u"[日本語の文]"_s, u"[～]"_s}, {2});
+        EXPECT_EQ(folder.Read(u"ListMark.txt"_s), foreign + u"花子\t英単語\t[～]\t1\r\n"_s.toUtf8()) << name;
+        const PlaceList places(folder.Path(u"ListPlace.txt"_s));
+        folder.Write(u"ListPlace.txt"_s, foreign + u"花子\t英単語\t7\r\n"_s.toUtf8());
+        EXPECT_EQ(places.Line(u"花子"_s, u"英単語"_s), 7) << name;
+        EXPECT_TRUE(places.Write(u"花子"_s, u"英単語"_s, 8, &message)) << name;
+        EXPECT_EQ(folder.Read(u"ListPlace.txt"_s), foreign + u"花子\t英単語\t8\r\n"_s.toUtf8()) << name;
+    }
+}
+
+TEST_F(Lists, UndecodableList_IsRefusedEachTimeAndKept)
+{
+    const Rows<const char *, QByteArray> rows = {
+        {"UTF-8 with a stray byte", "\xE8\x8A\xB1\xFF\ta\tb\t1\r\n"},
+        {"after two lines that could be UTF-7", "+-\r\n+-\r\n\xE8\x8A\xB1\xFF\r\n"},
+    };
+    const MarkList marks(path, u"花子"_s);
+    const PlaceList places(folder.Path(u"ListPlace.txt"_s));
+    const QString reason = u"\r\n  文字として読めないバイトがあります。"_s;
+    for (const auto &[name, bytes] : rows) {
+        folder.Write(u"ListMark.txt"_s, bytes);
+        folder.Write(u"ListPlace.txt"_s, bytes);
+        for (int time = 1; time <= 2; ++time) {
+            EXPECT_FALSE(marks.Write(u"a"_s, DisplayText(LinesOf({u"[a]"_s})), {1}, &message)) << name;
+            EXPECT_EQ(message, u"苦手の印を保存できません。\r\n  "_s + path + reason) << name;
+            EXPECT_FALSE(places.Write(u"花子"_s, u"a"_s, 7, &message)) << name;
+            EXPECT_TRUE(message.endsWith(reason)) << name << message.toStdString();
+        }
+        EXPECT_EQ(folder.Read(u"ListMark.txt"_s), bytes) << name;
+        EXPECT_EQ(folder.Read(u"ListPlace.txt"_s), bytes) << name;
+    }
 }
 
 TEST_F(Lists, SeveralPlacesWritten_LatestIsReturned)
