@@ -97,7 +97,8 @@ void frmLogin::Form_Load()
 void frmLogin::showEvent(QShowEvent *event)
 {
     QDialog::showEvent(event);
-    Form_Activate();
+    if (!event->spontaneous()) // not when it was only minimised
+        Form_Activate();
 }
 
 // Esc is ignored: QDialog would close, and the program would continue without a user name.

@@ -20,6 +20,7 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScrollArea>
+#include <QShowEvent>
 #include <QSignalBlocker>
 
 #include <utility>
@@ -191,7 +192,8 @@ QLayout *frmTable::Buttons()
 void frmTable::showEvent(QShowEvent *event)
 {
     QDialog::showEvent(event);
-    Form_Activate();
+    if (!event->spontaneous()) // not when it was only minimised
+        Form_Activate();
 }
 
 void frmTable::Form_Activate()

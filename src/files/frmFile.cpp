@@ -51,19 +51,22 @@ FileChoice frmFile::Choose(const QString &textEditor)
 void frmFile::showEvent(QShowEvent *event)
 {
     QDialog::showEvent(event);
-    Form_Activate();
+    if (!event->spontaneous()) // not when it was only minimised
+        Form_Activate();
 }
 
-/// Stops all background work, so that it does not delay the next window.
+/// Stops all background work, so that it does not delay the next window. While the window is minimised, it goes on.
 void frmFile::hideEvent(QHideEvent *event)
 {
+    QDialog::hideEvent(event);
+    if (event->spontaneous())
+        return;
     m_files->DropChecks();
     m_history->Stop();
     m_tallying->stop();
     m_refreshing->stop();
     if (!m_watcher->directories().isEmpty())
         m_watcher->removePaths(m_watcher->directories());
-    QDialog::hideEvent(event);
 }
 
 /// Forwards list navigation keys from the filter field to the list.

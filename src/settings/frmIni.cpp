@@ -20,6 +20,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QScrollArea>
+#include <QShowEvent>
 
 #include <algorithm>
 
@@ -67,7 +68,8 @@ void frmIni::Form_Load()
 void frmIni::showEvent(QShowEvent *event)
 {
     QDialog::showEvent(event);
-    Form_Activate();
+    if (!event->spontaneous()) // not when it was only minimised
+        Form_Activate();
 }
 
 // The focus starts on the selected font size, so that the arrow keys change it.

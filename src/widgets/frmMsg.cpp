@@ -78,7 +78,8 @@ void frmMsg::Form_Load()
 void frmMsg::showEvent(QShowEvent *event)
 {
     QDialog::showEvent(event);
-    Form_Activate();
+    if (!event->spontaneous()) // not when it was only minimised
+        Form_Activate();
 }
 
 void frmMsg::Form_Activate()
