@@ -105,12 +105,10 @@ void frmFile::Form_Activate()
     ListFiles();
     if (SelectedName().isEmpty())
         Select(m_folder.NameOfTitle(m_places.LastTitle(m_userName)));
-    const bool isRecordRead = m_history->ShowThisWeek(m_textEditor);
-    // After a fault, the same statement would only report it again.
-    if (isRecordRead && m_tallies.ReadRecent(m_services.Now().date())) {
-        m_files->ShowTallies();
+    m_history->ShowThisWeek(m_textEditor);
+    if (m_tallies.ReadRecent(m_services.Now().date()))
         m_tallying->start(0);
-    }
+    m_files->ShowTallies();
     activateWindow();
     lstFile->setFocus();
 }
@@ -301,7 +299,7 @@ void frmFile::RefreshWhenShown()
 /// Reads the next span, but not before the visible history is complete.
 void frmFile::ReadTallies()
 {
-    if (m_history->IsReading() || (!m_history->HasFailed() && m_tallies.ReadNext()))
+    if (m_history->IsReading() || m_tallies.ReadNext())
         return;
     m_tallying->stop();
     m_files->ShowTallies();

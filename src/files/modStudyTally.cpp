@@ -22,44 +22,52 @@ bool StudyTallies::ReadRecent(const QDate &today)
     m_recent.clear();
     const int dayCount = int(qMax(qint64(0), m_firstRecentDay.daysTo(today))) + 1;
     qsizetype sessions = 0;
-    return Read(today, dayCount, &m_recent, &sessions);
+    m_hasFailed = !Read(today, dayCount, &m_recent, &sessions);
+    return !m_hasFailed;
 }
 
 bool StudyTallies::ReadNext()
 {
-    if (m_unread.IsAtEnd())
+    if (m_hasFailed || m_unread.IsAtEnd())
         return false;
     qsizetype sessions = 0;
-    if (Read(m_unread.EndDate(), m_unread.DayCount(), &m_before, &sessions))
-        m_unread.Next(sessions);
-    else
-        m_unread = SessionSpans();
+    m_hasFailed = !Read(m_unread.EndDate(), m_unread.DayCount(), &m_before, &sessions);
+    if (m_hasFailed)
+        return false; // the span remains unread
+    m_unread.Next(sessions);
     return !m_unread.IsAtEnd();
 }
 
 StudyTally StudyTallies::Of(const QString &title) const
 {
+    if (m_hasFailed)
+        return StudyTally();
     const StudyTally before = m_before.value(title);
     const StudyTally recent = m_recent.value(title);
     return {before.times + recent.times, recent.times > 0 ? recent.lastDay : before.lastDay};
 }
 
+/// Adds the sessions of a span to the tallies. @return false after a database fault; then nothing was added
 bool StudyTallies::Read(const QDate &endDate, int dayCount, ByTitle *tallies, qsizetype *sessions)
 {
+    const SilentFaults silent(m_database);
     ResultTable table;
-    const bool isRead = DBSelRecKotoban(m_database, endDate, dayCount, m_userName, &table, false);
+    if (!DBSelRecKotoban(m_database, endDate, dayCount, m_userName, &table, false))
+        return false;
     *sessions = qsizetype(table.size()) - 1;
     if (*sessions == 0)
-        return isRead;
+        return true;
     const int fileColumn = m_database.FindColumn(table, u"file_name");
     const int dayColumn = m_database.FindColumn(table, u"ymd_sta");
+    if (fileColumn < 0 || dayColumn < 0)
+        return false;
     for (int row = 1; row < int(table.size()); ++row) {
         const RowValues values(table, row);
         StudyTally &tally = (*tallies)[values[fileColumn].toString()];
         if (tally.times++ == 0) // rows start with the newest day
             tally.lastDay = DateFromText(values[dayColumn]);
     }
-    return isRead;
+    return true;
 }
 
 QStringList StudyFigures(int blanks, const StudyTally &tally, const QDate &today)

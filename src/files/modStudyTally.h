@@ -2,7 +2,8 @@
 // SPDX-License-Identifier: MIT
 
 // How often and when last each study file was studied: one user's record over all years, read span by span so that the
-// list of files need not wait for it.
+// list of files need not wait for it. The user did not ask for it, so a database fault is not reported: there are no
+// tallies then until ReadRecent and ReadNext have read what is missing.
 #pragma once
 
 #include "history/modSessionSpans.h"
@@ -24,20 +25,20 @@ class StudyTallies
 
     /// Reads again what has been recorded since the day of the first call, that day included. ReadNext reads the
     /// earlier days.
-    /// @return false after a database fault, which has been reported to the user
+    /// @return false after a database fault
     bool ReadRecent(const QDate &today);
 
     /// Reads one more span of earlier days, newest first.
-    /// @return whether there is more to read; false after a database fault, which has been reported to the user
+    /// @return whether there is more to read; false after a database fault
     bool ReadNext();
 
-    /// Tally of the study file with a title, as far as the record has been read.
+    /// Tally of the study file with a title, as far as the record has been read; of no session after a fault.
     StudyTally Of(const QString &title) const;
 
-    /// Whether nothing was studied, as far as the record has been read.
+    /// Whether nothing was studied, as far as the record has been read; true after a fault.
     bool IsEmpty() const
     {
-        return m_recent.isEmpty() && m_before.isEmpty();
+        return m_hasFailed || (m_recent.isEmpty() && m_before.isEmpty());
     }
 
   private:
@@ -51,6 +52,7 @@ class StudyTallies
     ByTitle m_recent;
     SessionSpans m_unread;
     ByTitle m_before;
+    bool m_hasFailed = false;
 };
 
 /// What the list shows for a study file that can be opened: "67問", "3回", "11/24". If the last session was a year ago

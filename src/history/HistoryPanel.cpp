@@ -126,7 +126,7 @@ void HistoryPanel::SetTabOrderAfter(QWidget *last)
     SetTabOrder({last, txtYmd, txtWeekN, cmdInc, lstRecord, cmdFile});
 }
 
-bool HistoryPanel::ShowThisWeek(const QString &textEditor)
+void HistoryPanel::ShowThisWeek(const QString &textEditor)
 {
     m_textEditor = textEditor;
     const QSignalBlocker noChangeOfWeeks(txtWeekN);
@@ -134,7 +134,6 @@ bool HistoryPanel::ShowThisWeek(const QString &textEditor)
     txtYmd->setText(DateText(m_services.Now().date()));
     txtWeekN->setText(u"1"_s);
     ShowRecordWhenValid();
-    return !m_reader.HasFailed();
 }
 
 void HistoryPanel::Stop()

@@ -33,8 +33,7 @@ class HistoryPanel : public QWidget
 
     /// Resets the panel to the week ending today.
     /// @param textEditor  opens reports written from now on
-    /// @return false after a database fault, which has been reported to the user
-    bool ShowThisWeek(const QString &textEditor);
+    void ShowThisWeek(const QString &textEditor);
 
     /// Whether there is more to read.
     bool IsReading() const
@@ -42,13 +41,7 @@ class HistoryPanel : public QWidget
         return m_isReading;
     }
 
-    /// Whether the history shown is empty because of a database fault, which has been reported to the user.
-    bool HasFailed() const
-    {
-        return m_reader.HasFailed();
-    }
-
-    /// Stops reading.
+    /// Stops reading. A report that was to be written afterwards is not.
     void Stop();
 
     /// Places the panel's controls after another one in the tab order.

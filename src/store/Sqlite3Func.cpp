@@ -104,6 +104,12 @@ int StudyDatabase::Prepare(const QString &sql, const QStringList &names, sqlite3
     return SQLite3Prepare16V2(m_handle, sql, statement);
 }
 
+void StudyDatabase::ShowFault(const QString &message)
+{
+    if (!m_isSilent)
+        m_services.ShowMessage(message);
+}
+
 bool StudyDatabase::LacksTable(const QString &name)
 {
     SQLite3Statement statement;
@@ -119,11 +125,11 @@ bool StudyDatabase::SQLite3NonQuery(const QString &sql, const QStringList &names
     if (Prepare(sql, names, statement.Address()) == SQLITE_OK) {
         const int result = SQLite3Step(statement);
         if (result == SQLITE_BUSY)
-            m_services.ShowMessage(u"The database file is locked"_s);
+            ShowFault(u"The database file is locked"_s);
         if (statement.Finalize() == SQLITE_OK && result == SQLITE_DONE)
             return true;
     }
-    m_services.ShowMessage(u"Err:SQLite3 NonQuery"_s);
+    ShowFault(u"Err:SQLite3 NonQuery"_s);
     return false;
 }
 
@@ -139,10 +145,10 @@ bool StudyDatabase::SQLite3Query(const QString &sql, ResultTable *table, const Q
         table->push_back(JoinColumns(statement, AppendValue));
     }
     if (result != SQLITE_DONE)
-        m_services.ShowMessage(sql + u"\r\nSQLite3Step returned "_s + QString::number(result));
+        ShowFault(sql + u"\r\nSQLite3Step returned "_s + QString::number(result));
     const int finalized = statement.Finalize();
     if (finalized != SQLITE_OK)
-        m_services.ShowMessage(u"Err:SQLite3 Query ErrCode="_s + QString::number(finalized));
+        ShowFault(u"Err:SQLite3 Query ErrCode="_s + QString::number(finalized));
     return result == SQLITE_DONE && finalized == SQLITE_OK;
 }
 
@@ -157,7 +163,7 @@ int StudyDatabase::FindColumn(const ResultTable &table, QStringView name)
     QString message = u"Error!\r\n  Cannot find col["_s + name + u"]\r\n"_s;
     for (const QStringView each : qTokenize(table.front(), u'\t'))
         message += u"  cols=["_s + each + u']';
-    m_services.ShowMessage(message);
+    ShowFault(message);
     return -1;
 }
 

@@ -2,8 +2,9 @@
 // SPDX-License-Identifier: MIT
 
 // Access layer of the study database: runs statements with and without result rows, and returns rows as a text table.
-// Every error is shown at once in a plain message box; callers only learn whether the call succeeded. There is one
-// connection and one statement at a time; a locked database is an error, without retries.
+// Every error is shown at once in a plain message box, except while a SilentFaults exists; callers only learn whether
+// the call succeeded. There is one connection and one statement at a time; a locked database is an error, without
+// retries.
 #pragma once
 
 #include "platform/modSystemServices.h"
@@ -62,12 +63,35 @@ class StudyDatabase
     int FindColumn(const ResultTable &table, QStringView name);
 
   private:
+    friend class SilentFaults;
+
     void MakePowerSafe();
     int Prepare(const QString &sql, const QStringList &names, sqlite3_stmt **statement);
+    void ShowFault(const QString &message);
 
     SystemServices &m_services;
     sqlite3 *m_handle = nullptr;
     bool m_isPowerSafe = false; ///< whether statements that succeed survive a power cut
+    bool m_isSilent = false;
+};
+
+/// Suppresses a database's messages during its lifetime, for statements that the user did not ask for. Not to be
+/// nested.
+class SilentFaults
+{
+  public:
+    explicit SilentFaults(StudyDatabase &database) : m_database(database)
+    {
+        m_database.m_isSilent = true;
+    }
+    ~SilentFaults()
+    {
+        m_database.m_isSilent = false;
+    }
+    Q_DISABLE_COPY_MOVE(SilentFaults)
+
+  private:
+    StudyDatabase &m_database;
 };
 
 /// The values of one row of a result table, which must outlive this object.

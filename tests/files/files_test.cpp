@@ -115,8 +115,48 @@ TEST(StudyTallies, AllYearsRead_CountsSessionsOfOneUser)
     EXPECT_FALSE(tallies.ReadNext()) << "earlier days are read only once";
     EXPECT_EQ(tallies.Of(u"a"_s).times, 4) << "neither lost nor counted twice after midnight";
     EXPECT_EQ(StudyFiguresSentence(5, tallies.Of(u"a"_s)), u"5問、4回、最後は2024/03/06"_s);
-    database.Close();
-    EXPECT_FALSE(tallies.ReadRecent(QDate(2024, 3, 6)));
+}
+
+TEST(StudyTallies, DatabaseLocked_IsSilentAndReadAgainAtTheNextActivation)
+{
+    const TestFolder folder;
+    RecordingServices services;
+    StudyDatabase database(services);
+    StudyDatabase other(services);
+    for (StudyDatabase *const each : {&database, &other})
+        ASSERT_EQ(each->Open(folder.Path(u"k.splite3"_s)), 0);
+    ASSERT_TRUE(DBCreateKotoban(database));
+    const QDate today(2024, 3, 5);
+    for (const QDate &day : {today, today.addDays(-1), today.addDays(-400)}) {
+        DBInsRecKotoban(database, day.startOfDay(), u"花子"_s, u"a"_s);
+        DBUpdRecKotoban(database, services, day.startOfDay(), u"花子"_s, 1);
+    }
+    const auto lock = [&other](bool isLocked) {
+        EXPECT_TRUE(other.SQLite3NonQuery(isLocked ? u"begin exclusive"_s : u"commit"_s));
+    };
+    StudyTallies tallies(database, u"花子"_s);
+    lock(true);
+    EXPECT_FALSE(tallies.ReadRecent(today)) << "locked from the beginning";
+    EXPECT_TRUE(tallies.IsEmpty());
+    lock(false);
+    EXPECT_TRUE(tallies.ReadRecent(today));
+    EXPECT_TRUE(tallies.ReadNext());
+    lock(true);
+    EXPECT_FALSE(tallies.ReadNext()) << "locked after some spans";
+    lock(false);
+    EXPECT_TRUE(tallies.IsEmpty()) << "absent rather than wrong";
+    EXPECT_EQ(tallies.Of(u"a"_s).times, 0);
+    EXPECT_TRUE(tallies.ReadRecent(today));
+    while (tallies.ReadNext())
+        continue;
+    EXPECT_EQ(tallies.Of(u"a"_s).times, 3);
+    lock(true);
+    EXPECT_FALSE(tallies.ReadRecent(today)) << "locked when all is known but today's sessions";
+    lock(false);
+    EXPECT_EQ(tallies.Of(u"a"_s).times, 0);
+    EXPECT_TRUE(tallies.ReadRecent(today));
+    EXPECT_EQ(tallies.Of(u"a"_s).times, 3);
+    EXPECT_EQ(services.messages, QStringList());
 }
 
 TEST(TakeFiles, MixedFiles_CopiesTextsAndPicturesAndKeepsTargetsOnFault)

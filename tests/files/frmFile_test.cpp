@@ -211,6 +211,36 @@ TEST_F(FileWindowTest, CheckedFile_ShowsFiguresOrRemarks)
     window.Choose(QString());
 }
 
+TEST_F(FileWindowTest, FiguresNotRead_AreAbsentWithoutMessageUntilReopened)
+{
+    // Computing the end time fails for a session that is older than the history shown.
+    const QDateTime longAgo(QDate(2012, 1, 2), QTime(9, 0));
+    for (const QDateTime &start : {services.now, longAgo}) {
+        DBInsRecKotoban(database, start, u"花子"_s, u"a good"_s);
+        DBUpdRecKotoban(database, services, start, u"花子"_s, 3);
+    }
+    EXPECT_TRUE(database.SQLite3NonQuery(u"alter table t_kotoban drop column dt_end"_s));
+    EXPECT_TRUE(database.SQLite3NonQuery(u"alter table t_kotoban add column dt_end text as "_s +
+                                         u"(case ymd_sta when '2012/01/02' then abs(-9223372036854775807 - 1) end)"_s));
+    const auto describedWhenRead = [this] {
+        const auto *const tallying = window.findChild<QTimer *>(u"tmrTally"_s);
+        const auto *const list = window.findChild<QListView *>(u"lstFile"_s);
+        const auto described = [list] { return list->model()->index(0, 0).data(Qt::AccessibleTextRole).toString(); };
+        while (tallying->isActive())
+            QCoreApplication::processEvents();
+        EXPECT_TRUE(QTest::qWaitFor([described] { return described().contains(u'問'); }));
+        return described();
+    };
+    window.show();
+    EXPECT_EQ(describedWhenRead(), u"a good.txt、1問"_s);
+    window.hide();
+    EXPECT_TRUE(database.SQLite3NonQuery(u"alter table t_kotoban drop column dt_end"_s));
+    EXPECT_TRUE(database.SQLite3NonQuery(u"alter table t_kotoban add column dt_end text"_s));
+    window.show();
+    EXPECT_EQ(describedWhenRead(), u"a good.txt、1問、2回、最後は2024/03/05"_s);
+    EXPECT_EQ(services.messages, QStringList());
+}
+
 TEST_F(FileWindowTest, NewFileInFolder_AppearsAndSelectionStays)
 {
     script.When(u"frmFile"_s, [this](QWidget *dialog) {
