@@ -29,10 +29,25 @@ qint64 Highest(const std::vector<HistoryBar> &bars, qint64 HistoryBar::*value, q
 
 } // namespace
 
-HistoryChart::HistoryChart(const History &history, QWidget *parent) : QWidget(parent), m_history(history)
+HistoryChart::HistoryChart(const HistoryReader &reader, QWidget *parent)
+    : QWidget(parent), m_reader(reader), m_history(reader.Result())
 {
     setObjectName(u"picHistory"_s);
     setAccessibleName(u"学習時間と回答数のグラフ"_s);
+}
+
+void HistoryChart::ShowRead()
+{
+    setAccessibleDescription(Note());
+    update();
+}
+
+/// What stands in the place of a chart that cannot be drawn; otherwise empty.
+QString HistoryChart::Note() const
+{
+    if (m_reader.HasFailed())
+        return u"読めませんでした"_s;
+    return m_history.Days().empty() ? u"この期間の記録はありません"_s : QString();
 }
 
 QSize HistoryChart::sizeHint() const
@@ -55,8 +70,8 @@ void HistoryChart::paintEvent(QPaintEvent *)
     if (m_history.Weeks() == 0 || plot.width() < 1 || plot.height() < 1)
         return;
     PaintSpan(&painter);
-    if (m_history.Days().empty()) {
-        painter.drawText(plot, Qt::AlignCenter, u"この期間の記録はありません"_s);
+    if (const QString note = Note(); !note.isEmpty()) {
+        painter.drawText(plot, Qt::AlignCenter, note);
         return;
     }
     const std::vector<HistoryBar> bars = HistoryBars(m_history, plot.width());

@@ -36,7 +36,7 @@ HistoryPanel::HistoryPanel(SystemServices &services, StudyDatabase &database, fr
     : QWidget(parent), m_services(services), m_msg(msg), m_reportFolder(reportFolder), m_userName(userName),
       m_reader(database, userName), m_reading(new QTimer(this)), m_records(new HistoryModel(m_reader.Result(), this)),
       txtYmd(new QLineEdit(this)), txtWeekN(new QLineEdit(this)), lstRecord(new QListView(this)),
-      picHistory(new HistoryChart(m_reader.Result(), this)), lblSumTime(NamedLabel(u"lblSumTime"_s, QString(), this)),
+      picHistory(new HistoryChart(m_reader, this)), lblSumTime(NamedLabel(u"lblSumTime"_s, QString(), this)),
       lblSumAns(NamedLabel(u"lblSumAns"_s, QString(), this))
 {
     setObjectName(u"historyPanel"_s);
@@ -140,6 +140,7 @@ void HistoryPanel::Stop()
 {
     m_reading->stop();
     m_isReading = false;
+    m_isReportWanted = false;
 }
 
 void HistoryPanel::keyPressEvent(QKeyEvent *event)
@@ -174,6 +175,11 @@ void HistoryPanel::cmdFile_Click()
     WriteTrace(u"■frmFile.cmdFile_Click");
     if (m_isReading) {
         m_isReportWanted = true; // a report must be complete; a disabled button would lose the focus
+        return;
+    }
+    if (m_reader.HasFailed()) {
+        m_msg.DispFrmMsg(window(), u"学習記録を読めなかったため，ファイルに出力できません。"_s, MsgStyle::Ok,
+                         u"notify.wav"_s);
         return;
     }
     const QString path =
@@ -231,9 +237,13 @@ void HistoryPanel::ShowRead()
         lstRecord->setBatchSize(linesLaidOut + lstRecord->verticalScrollBar()->value()); // keeps the scroll position
         m_records->ShowRead();
     }
-    lblSumTime->setText(m_isReading ? u"読み込み中…（"_s + QString::number(m_reader.UnreadUpTo().year()) + u"年）"_s
-                                    : history.TotalTime());
-    lblSumAns->setText(m_isReading ? u"…"_s : history.TotalAnswers());
-    picHistory->update();
+    if (m_isReading) {
+        lblSumTime->setText(u"読み込み中…（"_s + QString::number(m_reader.UnreadUpTo().year()) + u"年）"_s);
+        lblSumAns->setText(u"…"_s);
+    } else {
+        lblSumTime->setText(m_reader.HasFailed() ? QString() : history.TotalTime());
+        lblSumAns->setText(m_reader.HasFailed() ? QString() : history.TotalAnswers());
+    }
+    picHistory->ShowRead();
     m_sinceShown.start();
 }

@@ -104,12 +104,20 @@ bool HistoryReader::GoOn(const QDeadlineTimer &until)
 bool HistoryReader::ReadSpan(const QDate &endDate, int dayCount, qsizetype *sessions)
 {
     ResultTable table;
-    // After a fault, the totals would only report it again.
+    // After a fault, each further query would only report it again.
     if (!DBSelRecKotoban(m_database, endDate, dayCount, m_userName, &table, false))
         return false;
     *sessions = qsizetype(table.size()) - 1;
     if (*sessions == 0)
         return true;
+    bool isRead = false;
+    const qint64 seconds = DBSumTimeKotoban(m_database, endDate, dayCount, m_userName, &isRead);
+    if (!isRead)
+        return false;
+    const int answers = DBSumAnsKotoban(m_database, endDate, dayCount, m_userName, &isRead);
+    if (!isRead)
+        return false;
+    m_history.AddToTotals(seconds, answers);
     const int dayColumn = m_database.FindColumn(table, u"ymd_sta");
     const int startColumn = m_database.FindColumn(table, u"hms_sta");
     const int fileColumn = m_database.FindColumn(table, u"file_name");
@@ -120,11 +128,9 @@ bool HistoryReader::ReadSpan(const QDate &endDate, int dayCount, qsizetype *sess
         const QStringView day = values[dayColumn].left(10);
         const QStringView startTime = values[startColumn];
         // A session during which the clock was set back counts as 0, not as negative time.
-        const qint64 seconds = qMax(qint64(0), SecondsBetween(day, startTime, values[endColumn]));
-        m_history.Append({day, startTime, values[fileColumn], seconds, values[answersColumn].toInt()});
+        const qint64 duration = qMax(qint64(0), SecondsBetween(day, startTime, values[endColumn]));
+        m_history.Append({day, startTime, values[fileColumn], duration, values[answersColumn].toInt()});
     }
-    m_history.AddToTotals(DBSumTimeKotoban(m_database, endDate, dayCount, m_userName),
-                          DBSumAnsKotoban(m_database, endDate, dayCount, m_userName));
     return true;
 }
 

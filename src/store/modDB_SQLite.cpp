@@ -67,10 +67,13 @@ bool DBSelRecKotoban(StudyDatabase &database, const QDate &endDate, int dayCount
     return database.SQLite3Query(SelectStatement(endDate, dayCount, userName, ascending), table, {userName});
 }
 
-qint64 DBSumTimeKotoban(StudyDatabase &database, const QDate &endDate, int dayCount, const QString &userName)
+qint64 DBSumTimeKotoban(StudyDatabase &database, const QDate &endDate, int dayCount, const QString &userName,
+                        bool *isRead)
 {
     ResultTable table;
-    database.SQLite3Query(SumTimeStatement(endDate, dayCount, userName), &table, {userName});
+    const bool hasSucceeded = database.SQLite3Query(SumTimeStatement(endDate, dayCount, userName), &table, {userName});
+    if (isRead)
+        *isRead = hasSucceeded;
     if (table.size() == 1)
         return 0;
     const int day = database.FindColumn(table, u"ymd_sta");
@@ -84,10 +87,13 @@ qint64 DBSumTimeKotoban(StudyDatabase &database, const QDate &endDate, int dayCo
     return seconds;
 }
 
-int DBSumAnsKotoban(StudyDatabase &database, const QDate &endDate, int dayCount, const QString &userName)
+int DBSumAnsKotoban(StudyDatabase &database, const QDate &endDate, int dayCount, const QString &userName, bool *isRead)
 {
     ResultTable table;
-    database.SQLite3Query(SumAnswersStatement(endDate, dayCount, userName), &table, {userName});
+    const bool hasSucceeded =
+        database.SQLite3Query(SumAnswersStatement(endDate, dayCount, userName), &table, {userName});
+    if (isRead)
+        *isRead = hasSucceeded;
     return table.size() > 1 ? database.SQLite3GetColumn(table, 1, u"sum_a"_s).toInt() : 0;
 }
 

@@ -34,10 +34,14 @@ bool DBSelRecKotoban(StudyDatabase &database, const QDate &endDate, int dayCount
                      ResultTable *table, bool ascending);
 
 /// Seconds studied in those sessions. A session past midnight counts entirely for the day on which it started.
-qint64 DBSumTimeKotoban(StudyDatabase &database, const QDate &endDate, int dayCount, const QString &userName);
+/// @param isRead  receives whether the query succeeded; if not, a message was shown, and the sum is incomplete
+qint64 DBSumTimeKotoban(StudyDatabase &database, const QDate &endDate, int dayCount, const QString &userName,
+                        bool *isRead = nullptr);
 
 /// Number of answers shown in those sessions; 0 if there are none.
-int DBSumAnsKotoban(StudyDatabase &database, const QDate &endDate, int dayCount, const QString &userName);
+/// @param isRead  as above
+int DBSumAnsKotoban(StudyDatabase &database, const QDate &endDate, int dayCount, const QString &userName,
+                    bool *isRead = nullptr);
 
 /// Seconds from the start of a session to its end, each as stored; 0 if either is not a valid date and time.
 /// @param day, startTime  "yyyy/mm/dd", "hh:nn:ss"

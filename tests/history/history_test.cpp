@@ -280,6 +280,50 @@ TEST_F(HistoryWindowTest, ReportRequested_IsWrittenAndOffered)
         << "named by today's date";
 }
 
+TEST_F(HistoryWindowTest, HistoryNotRead_SaysSoAndKeepsTheReport)
+{
+    const QString report = u"rec/花_子_瞬記帳学習記録2024_0305までの1週分.txt"_s;
+    auto *const weeks = window.findChild<QLineEdit *>(u"txtWeekN"_s);
+    const auto *const chart = window.findChild<QWidget *>(u"picHistory"_s);
+    window.show();
+    script.Click(u"frmMsg"_s, u"cmdCancel"_s);
+    window.findChild<QAbstractButton *>(u"cmdFile"_s)->click();
+    const QByteArray written = folder.Read(report);
+    EXPECT_EQ(FromCodePage932(written), ReportText(ReadHistory(database, QDate(2024, 3, 5), 1, u"花/子"_s)));
+    EXPECT_EQ(chart->accessibleDescription(), QString());
+
+    EXPECT_TRUE(database.SQLite3NonQuery(u"alter table t_kotoban rename to t_away"_s));
+    weeks->setText(u"2"_s);
+    weeks->setText(u"1"_s);
+    EXPECT_EQ(services.TakeMessages().size(), 2) << "the access layer's, one for each span";
+    EXPECT_TRUE(Records().isEmpty());
+    EXPECT_EQ(chart->accessibleDescription(), u"読めませんでした"_s);
+    EXPECT_EQ(Label(u"lblSumTime"_s) + Label(u"lblSumAns"_s), QString());
+    script.Click(u"frmMsg"_s, u"cmdOK"_s);
+    window.findChild<QAbstractButton *>(u"cmdFile"_s)->click();
+    EXPECT_EQ(script.messages.last(), u"学習記録を読めなかったため，ファイルに出力できません。"_s);
+    EXPECT_EQ(folder.Read(report), written);
+
+    EXPECT_TRUE(database.SQLite3NonQuery(u"alter table t_away rename to t_kotoban"_s));
+    weeks->setText(u"2"_s);
+    EXPECT_EQ(Records().size(), 5);
+    EXPECT_EQ(chart->accessibleDescription(), QString());
+    window.findChild<QLineEdit *>(u"txtYmd"_s)->setText(u"2020/01/01"_s);
+    EXPECT_EQ(chart->accessibleDescription(), u"この期間の記録はありません"_s);
+}
+
+TEST_F(HistoryWindowTest, TotalNotRead_LeavesHistoryEmpty)
+{
+    // Each value can be read, but not their sum.
+    EXPECT_TRUE(database.SQLite3NonQuery(u"update t_kotoban set num_answer = 9223372036854775807"_s));
+    HistoryReader reader(database, u"花/子"_s);
+    reader.Begin(QDate(2024, 3, 5), 1);
+    reader.GoOn(QDeadlineTimer(QDeadlineTimer::Forever));
+    EXPECT_TRUE(reader.HasFailed());
+    EXPECT_EQ(reader.Result().LineCount(), 0);
+    EXPECT_FALSE(services.messages.isEmpty());
+}
+
 TEST_F(HistoryWindowTest, WeekWithSessions_ReportHasListAndTotals)
 {
     const History history = ReadHistory(database, QDate(2024, 3, 5), 1, u"花/子"_s);
@@ -397,7 +441,7 @@ TEST_F(HistoryWindowTest, ReportRequestedWhileReading_IsWrittenOnceAllIsRead)
     EXPECT_FALSE(QDir(folder.Path(u"rec"_s)).isEmpty());
 }
 
-TEST_F(HistoryWindowTest, FaultAfterSomeSlices_EmptiesTheListAndIsReportedOnce)
+TEST_F(HistoryWindowTest, FaultAfterSomeSlices_EmptiesTheListAndWritesNoReport)
 {
     AddManySessions(&database, 50'000);
     EXPECT_TRUE(database.SQLite3NonQuery(u"alter table t_kotoban drop column dt_end"_s));
@@ -407,7 +451,11 @@ TEST_F(HistoryWindowTest, FaultAfterSomeSlices_EmptiesTheListAndIsReportedOnce)
     window.findChild<QLineEdit *>(u"txtWeekN"_s)->setText(u"999"_s);
     auto *const list = window.findChild<QListView *>(u"lstRecord"_s);
     list->setCurrentIndex(list->model()->index(2, 0));
-    EXPECT_TRUE(QTest::qWaitFor([this] { return Label(u"lblSumAns"_s) != u"…"; }, 60'000));
+    script.Click(u"frmMsg"_s, u"cmdOK"_s);
+    window.findChild<QAbstractButton *>(u"cmdFile"_s)->click();
+    EXPECT_TRUE(QTest::qWaitFor([this] { return script.messages.size() == 1; }, 60'000));
+    EXPECT_EQ(script.messages, QStringList(u"学習記録を読めなかったため，ファイルに出力できません。"_s));
+    EXPECT_TRUE(QDir(folder.Path(u"rec"_s)).isEmpty());
     EXPECT_TRUE(Records().isEmpty());
     EXPECT_EQ(services.messages.filter(u"SQLite3Step returned"_s).size(), 1);
 }
