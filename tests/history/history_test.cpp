@@ -5,6 +5,7 @@
 #include "base/modFile.h"
 #include "exchange/modPrintableCopy.h"
 #include "files/frmFile.h"
+#include "history/HistoryPanel.h"
 #include "history/modHistoryChart.h"
 #include "settings/modSettings.h"
 #include "store/modDB_SQLite.h"
@@ -191,8 +192,16 @@ class HistoryWindowTest : public WindowTest
         DBUpdRecKotoban(database, clock, start, u"花/子"_s, answers);
     }
 
+    /// Lets the window read all that it shows; on a slow machine that takes more than one slice.
+    void LetRead() const
+    {
+        while (window.findChild<HistoryPanel *>()->IsReading())
+            QCoreApplication::processEvents();
+    }
+
     QStringList Records() const
     {
+        LetRead();
         const QAbstractItemModel *const model = window.findChild<QListView *>(u"lstRecord"_s)->model();
         QStringList lines;
         for (int row = 0; row < model->rowCount(); ++row)
@@ -202,6 +211,7 @@ class HistoryWindowTest : public WindowTest
 
     QString Label(const QString &name) const
     {
+        LetRead();
         return window.findChild<QLabel *>(name)->text();
     }
 
@@ -429,7 +439,8 @@ TEST_F(HistoryWindowTest, ReportRequestedWhileReading_IsWrittenOnceAllIsRead)
     window.show();
     auto *const weeks = window.findChild<QLineEdit *>(u"txtWeekN"_s);
     weeks->setText(u"999"_s);
-    EXPECT_TRUE(Label(u"lblSumTime"_s).startsWith(u"読み込み中…（20"_s)) << Label(u"lblSumTime"_s).toStdString();
+    const QString reading = window.findChild<QLabel *>(u"lblSumTime"_s)->text();
+    EXPECT_TRUE(reading.startsWith(u"読み込み中…（20"_s)) << reading.toStdString();
     EXPECT_FALSE(Records().isEmpty());
     weeks->setText(u"9999"_s);
     script.Click(u"frmMsg"_s, u"cmdCancel"_s);
