@@ -117,7 +117,7 @@ int main(int argc, char *argv[])
     frmText study(services, database, log, msg, {folder, JoinPath(folder, baseName + u".ini"_s), userName});
     QObject::connect(&study, &frmText::Ended, &application, [] { QApplication::exit(0); });
     QObject::connect(&endSignal, &EndSignal::Asked, &study, &frmText::close);
-    endSignal.SetLastWord([&services, &study] {
+    endSignal.SetExitHook([&services, &study] {
         services.GoSilent();
         study.Record();
     });

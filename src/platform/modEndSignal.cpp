@@ -16,23 +16,22 @@ EndSignal *g_living = nullptr;
 EndSignal::EndSignal()
 {
     g_living = this;
-    std::atexit(SayLastWord);
-    TakeRequests();
+    std::atexit(RunExitHook);
+    m_handling = HandleSignals();
 }
 
 EndSignal::~EndSignal()
 {
-    RefuseRequests();
     g_living = nullptr;
 }
 
-void EndSignal::SetLastWord(const std::function<void()> &lastWord)
+void EndSignal::SetExitHook(const std::function<void()> &hook)
 {
-    m_lastWord = lastWord;
+    m_exitHook = hook;
 }
 
-void EndSignal::SayLastWord()
+void EndSignal::RunExitHook()
 {
-    if (g_living && g_living->m_lastWord)
-        std::exchange(g_living->m_lastWord, nullptr)();
+    if (g_living && g_living->m_exitHook)
+        std::exchange(g_living->m_exitHook, nullptr)();
 }

@@ -8,6 +8,7 @@
 #include <QObject>
 
 #include <functional>
+#include <memory>
 
 class EndSignal : public QObject
 {
@@ -26,17 +27,19 @@ class EndSignal : public QObject
 
     /// Sets a callback for a process that exits without a request while this object lives, as Qt does when the display
     /// is gone. It must not touch any window. An empty function removes it.
-    void SetLastWord(const std::function<void()> &lastWord);
+    void SetExitHook(const std::function<void()> &hook);
 
   Q_SIGNALS:
     /// Termination was requested. Emitted once, from the event loop of this object's thread.
     void Asked();
 
   private:
-    static void SayLastWord();
-    void TakeRequests();
-    void RefuseRequests();
+    static void RunExitHook();
+
+    /// Begins to handle signals. @return what ends that when it is destroyed; null where requests are no signals
+    std::shared_ptr<void> HandleSignals();
 
     bool m_wasAsked = false;
-    std::function<void()> m_lastWord;
+    std::function<void()> m_exitHook;
+    std::shared_ptr<void> m_handling;
 };

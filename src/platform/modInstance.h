@@ -6,7 +6,7 @@
 
 #include <QString>
 
-#include <cstdint>
+#include <memory>
 
 /// System-wide lock of the running instance, held for the lifetime of the object. The system releases it with the
 /// process, even after a crash; nothing is written to the application folder.
@@ -14,7 +14,6 @@ class InstanceMark
 {
   public:
     explicit InstanceMark(const QString &applicationFolder);
-    ~InstanceMark();
     Q_DISABLE_COPY_MOVE(InstanceMark)
 
     /// Whether another instance held the lock of this folder when this object was created.
@@ -24,6 +23,6 @@ class InstanceMark
     }
 
   private:
-    intptr_t m_handle;
+    std::shared_ptr<void> m_lock; // what its deleter releases is the system's
     bool m_hasPrevious = false;
 };

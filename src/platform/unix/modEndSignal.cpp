@@ -14,9 +14,9 @@ namespace {
 
 constexpr int Signals[] = {SIGTERM, SIGHUP, SIGINT};
 
-// A signal handler takes no context and may only make async-signal-safe calls: it writes one byte to this pipe, which
-// the event loop reads.
-int g_pipe[2] = {-1, -1};
+// A signal handler takes no context and may only make async-signal-safe calls: it writes one byte to a pipe, which the
+// event loop reads. This is the end for writing.
+int g_writeEnd = -1;
 
 // The first request starts an orderly shutdown, which something may hold up; a second of the same kind kills the
 // process. SIGHUP is excepted: when a terminal closes, the shell and the kernel each send one in quick succession.
@@ -25,31 +25,36 @@ void Handle(int number)
     if (number != SIGHUP)
         std::signal(number, SIG_DFL);
     const char byte = 0;
-    [[maybe_unused]] const ssize_t written = write(g_pipe[1], &byte, 1);
+    [[maybe_unused]] const ssize_t written = write(g_writeEnd, &byte, 1);
+}
+
+/// Sets the handler of all signals, except those that are ignored, as under nohup.
+void SetHandler(void (*handler)(int))
+{
+    for (const int number : Signals)
+        if (std::signal(number, handler) == SIG_IGN)
+            std::signal(number, SIG_IGN);
 }
 
 } // namespace
 
-void EndSignal::TakeRequests()
+std::shared_ptr<void> EndSignal::HandleSignals()
 {
-    if (pipe2(g_pipe, O_CLOEXEC | O_NONBLOCK) != 0)
-        return;
-    auto *const notifier = new QSocketNotifier(g_pipe[0], QSocketNotifier::Read, this);
+    int ends[2];
+    if (pipe2(ends, O_CLOEXEC | O_NONBLOCK) != 0)
+        return nullptr;
+    g_writeEnd = ends[1];
+    auto *const notifier = new QSocketNotifier(ends[0], QSocketNotifier::Read, this);
     connect(notifier, &QSocketNotifier::activated, this, [this, notifier] {
         notifier->setEnabled(false); // once is enough
         m_wasAsked = true;
         Q_EMIT Asked();
     });
-    for (const int number : Signals)
-        if (std::signal(number, Handle) == SIG_IGN)
-            std::signal(number, SIG_IGN); // was ignored before, as under nohup
-}
-
-void EndSignal::RefuseRequests()
-{
-    for (const int number : Signals)
-        if (std::signal(number, SIG_DFL) == SIG_IGN)
-            std::signal(number, SIG_IGN);
-    for (int &end : g_pipe)
-        close(std::exchange(end, -1));
+    SetHandler(Handle);
+    return std::shared_ptr<void>(notifier, [readEnd = ends[0]](QSocketNotifier *reader) {
+        SetHandler(SIG_DFL);
+        delete reader; // before what it reads is closed
+        close(readEnd);
+        close(std::exchange(g_writeEnd, -1));
+    });
 }

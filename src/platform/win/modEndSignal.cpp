@@ -4,5 +4,7 @@
 #include "platform/modEndSignal.h"
 
 // Qt closes the windows when a Windows session ends, so there is nothing to handle.
-void EndSignal::TakeRequests() {}
-void EndSignal::RefuseRequests() {}
+std::shared_ptr<void> EndSignal::HandleSignals()
+{
+    return nullptr;
+}

@@ -3,11 +3,18 @@
 
 #include "platform/modInstance.h"
 
+#include <utility>
 #include <windows.h>
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
+
+void Close(HANDLE handle)
+{
+    if (handle)
+        CloseHandle(handle);
+}
 
 /// Volume serial number and file index of a folder, which do not depend on how its path is spelled: in another case, by
 /// its short name, through another drive letter. Empty if the file system does not provide them.
@@ -30,25 +37,17 @@ QString FolderNumber(const QString &folder)
 
 // The lock is a machine-wide named mutex, which disappears with the last process that has it open. Without a folder
 // number to name it by, another instance cannot be detected, and start-up continues.
-InstanceMark::InstanceMark(const QString &applicationFolder) : m_handle(0)
+InstanceMark::InstanceMark(const QString &applicationFolder)
 {
     const QString number = FolderNumber(applicationFolder);
     if (number.isEmpty())
         return;
     const QString name = u"Global\\Kotoban-"_s + number;
-    const HANDLE mutex = CreateMutexW(nullptr, FALSE, reinterpret_cast<LPCWSTR>(name.utf16()));
+    std::shared_ptr<void> mutex(CreateMutexW(nullptr, FALSE, reinterpret_cast<LPCWSTR>(name.utf16())), Close);
     // Access is denied if the other instance runs as administrator or in another user's session.
     const DWORD error = GetLastError();
     m_hasPrevious = error == ERROR_ALREADY_EXISTS || error == ERROR_ACCESS_DENIED;
     // A refused instance must not keep the mutex alive after the first one has ended.
-    if (m_hasPrevious && mutex)
-        CloseHandle(mutex);
-    else
-        m_handle = reinterpret_cast<intptr_t>(mutex);
-}
-
-InstanceMark::~InstanceMark()
-{
-    if (m_handle != 0)
-        CloseHandle(reinterpret_cast<HANDLE>(m_handle));
+    if (!m_hasPrevious)
+        m_lock = std::move(mutex);
 }
