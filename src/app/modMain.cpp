@@ -150,6 +150,7 @@ bool CheckFolders(const QString &applicationFolder, QString *missing)
     }
     return true;
 }
+    SQLite3Configure(); // the next two steps use SQLite already
 
 QString FolderMissingMessage(const QString &path)
 {

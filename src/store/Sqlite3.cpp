@@ -5,10 +5,14 @@
 
 #include <sqlite3.h>
 
+void SQLite3Configure()
+{
+    // Only one thread uses SQLite, so it need not lock on every call.
+    sqlite3_config(SQLITE_CONFIG_SINGLETHREAD);
+}
+
 int SQLite3Initialize()
 {
-    // Only one thread uses SQLite, so it need not lock on every call. Has no effect once SQLite is initialized.
-    sqlite3_config(SQLITE_CONFIG_SINGLETHREAD);
     return sqlite3_initialize();
 }
 

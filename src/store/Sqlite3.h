@@ -12,6 +12,9 @@
 struct sqlite3;
 struct sqlite3_stmt;
 
+/// Configures SQLite for a program with one thread. Must come before every other use of SQLite, later it has no effect.
+void SQLite3Configure();
+
 /// Initializes SQLite; further calls do nothing. @return 0 on success, else SQLite's result code
 int SQLite3Initialize();
 
