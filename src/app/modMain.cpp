@@ -125,6 +125,7 @@ bool PrepareRun(const QString &applicationFolder, const InstanceMark &instance, 
     services.SetApplicationTitle(ProductName());
     TraceSetup();
     // The log is started before the folders are checked, so that it contains only the entry about a missing one.
+    DBIndexKotoban(database);
     if (!StartRunLog(log, services) || !CheckFoldersAndLog(applicationFolder, log, services))
         return false;
     WriteTrace(u"■Main().WriteYmdLogStart");
@@ -149,8 +150,8 @@ bool CheckFolders(const QString &applicationFolder, QString *missing)
         }
     }
     return true;
-}
     SQLite3Configure(); // the next two steps use SQLite already
+}
 
 QString FolderMissingMessage(const QString &path)
 {

@@ -133,6 +133,12 @@ bool StudyDatabase::SQLite3NonQuery(const QString &sql, const QStringList &names
     return false;
 }
 
+bool StudyDatabase::TryNonQuery(const QString &sql)
+{
+    SQLite3Statement statement;
+    return Prepare(sql, {}, statement.Address()) == SQLITE_OK && SQLite3Step(statement) == SQLITE_DONE;
+}
+
 bool StudyDatabase::SQLite3Query(const QString &sql, ResultTable *table, const QStringList &names)
 {
     SQLite3Statement statement;

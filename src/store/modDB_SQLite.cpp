@@ -40,13 +40,18 @@ std::optional<qint64> WallClockSeconds(QStringView dayText, QStringView timeText
 const QStringList KotobanSchema = {
     u"create table t_kotoban (ymd_sta text, user_name text, hms_sta text, file_name text, dt_end text, "
     u"num_answer integer)"_s,
-    u"create index i_kotoban_user_start on t_kotoban (user_name, ymd_sta, hms_sta)"_s,
+    u"create index if not exists i_kotoban_user_start on t_kotoban (user_name, ymd_sta, hms_sta)"_s,
 };
 
 bool DBCreateKotoban(StudyDatabase &database)
 {
     return std::all_of(KotobanSchema.begin(), KotobanSchema.end(),
                        [&database](const QString &statement) { return database.SQLite3NonQuery(statement); });
+}
+
+void DBIndexKotoban(StudyDatabase &database)
+{
+    database.TryNonQuery(KotobanSchema.back());
 }
 
 void DBInsRecKotoban(StudyDatabase &database, const QDateTime &sessionStart, const QString &userName,

@@ -6,6 +6,8 @@
 #include "app/modUserList.h"
 #include "base/modFile.h"
 #include "base/modProduct.h"
+#include "store/modDB_SQLite.h"
+#include "support/Rows.h"
 #include "support/WindowTest.h"
 #include "widgets/CompositionGuard.h"
 
@@ -34,6 +36,22 @@ class StartTest : public testing::Test
     {
         const InstanceMark instance(folder.Path());
         return PrepareRun(folder.Path(), instance, log, services, database);
+    }
+
+    /// Makes a database as another program may have made it: with the table, if wanted, but without the index.
+    QString MakeForeignDatabase(const QString &statement)
+    {
+        const QString path = folder.Path(u"db/kotoban.splite3"_s);
+        StudyDatabase other(services);
+        EXPECT_EQ(other.Open(path), 0);
+        EXPECT_TRUE(other.SQLite3NonQuery(statement));
+        return path;
+    }
+
+    bool HasIndex()
+    {
+        ResultTable table;
+        return database.SQLite3Query(u"select 1 from sqlite_master where type = 'index'"_s, &table) && table.size() > 1;
     }
 
     QStringList FilesIn(const QString &name) const
@@ -166,6 +184,23 @@ TEST_F(StartTest, BackupOverManyDays_KeepsOnePerDayAndNeverPrunes)
     folder.Write(u"db_backup/note_2024_0326.txt"_s, "");
     EXPECT_TRUE(backUp(25, 8));
     EXPECT_EQ(FilesIn(u"db_backup"_s).size(), 26) << "any file with the day's date suppresses the backup";
+TEST_F(StartTest, DatabaseWithoutIndex_GetsOneSilentlyOnceItIsNotLocked)
+{
+    const QString path = MakeForeignDatabase(KotobanSchema.front());
+    const QByteArray before = folder.Read(u"db/kotoban.splite3"_s);
+    StudyDatabase other(services);
+    EXPECT_EQ(other.Open(path), 0);
+    EXPECT_TRUE(other.SQLite3NonQuery(u"begin immediate"_s));
+    EXPECT_TRUE(Prepare());
+    EXPECT_FALSE(HasIndex()) << "another program is writing";
+    database.Close();
+    other.Close();
+    EXPECT_TRUE(Prepare());
+    EXPECT_TRUE(HasIndex());
+    EXPECT_TRUE(services.messages.isEmpty());
+    EXPECT_TRUE(folder.Read(u"db_backup/kotoban_2024_0305-1430_15.splite3"_s) == before) << "the backup comes first";
+}
+
 }
 
 TEST_F(StartTest, OldLogFiles_ArePrunedToNewestByName)

@@ -436,3 +436,5 @@ TEST_F(Faults, NonRegularFile_IsListedWithRemarkAndNeverOpened)
     }
     EXPECT_EQ(database.Open(fifo), SQLITE_CANTOPEN);
 }
+    EXPECT_EQ(Query(databasePath, "drop index i_kotoban_user_start"), QString());
+        DBIndexKotoban(database);
