@@ -74,17 +74,33 @@ bool OpenOrReport(const QString &path, SystemServices &services, StudyDatabase &
     return false;
 }
 
-/// Creates the database of an application folder that has never had one. If the backup folder contains anything, there
-/// was one: an empty database in its place would hide the loss, which the backup step reports.
+/// Whether a folder has a backup under its final name. A link counts even if it leads nowhere: there was one.
+bool HasBackup(const QString &folder)
+{
+    const auto anything = QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden | QDir::System;
+    const QStringList names = QDir(folder).entryList(anything, QDir::NoSort);
+    return std::any_of(names.begin(), names.end(),
+                       [](const QString &name) { return name.endsWith(u".splite3", Qt::CaseInsensitive); });
+}
+
+/// Creates the database of an application folder that has never had one. If the backup folder has a backup, there was
+/// one: an empty database in its place would hide the loss, which the backup step reports.
 bool MakeFirstDatabase(const QString &applicationFolder, SystemServices &services)
 {
     const QFileInfo file(DatabasePath(applicationFolder));
-    const QDir backups(BackupFolder(applicationFolder));
-    const auto anything = QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden | QDir::System;
-    if (file.exists() || file.isSymLink() || !backups.isEmpty(anything))
+    const bool leadsNowhere = file.isSymLink() && !file.exists();
+    if (!LacksDatabase(file.filePath()) || leadsNowhere || HasBackup(BackupFolder(applicationFolder)))
         return true;
-    StudyDatabase database(services);
-    return OpenOrReport(file.filePath(), services, database) && DBCreateKotoban(database);
+    const auto create = [&services](const QString &path) {
+        StudyDatabase database(services);
+        return OpenOrReport(path, services, database) && DBCreateKotoban(database);
+    };
+    QString error;
+    // A link stays one: its file may be in a folder that several machines share.
+    const bool isMade = WriteDatabase(file.exists() ? file.canonicalFilePath() : file.filePath(), create, &error);
+    if (!error.isEmpty())
+        services.ShowMessage(u"データベースを作れません。\r\n  "_s + file.filePath() + u"\r\n  "_s + error);
+    return isMade;
 }
 
 bool BackUpOrReport(const QString &applicationFolder, SystemServices &services)
@@ -109,6 +125,7 @@ bool OpenDatabase(const QString &applicationFolder, SystemServices &services, St
         services.ShowMessage(u"データベースに学習記録がありません。\r\n"
                              u"学習記録を新しく始めます。以前の記録の写しは次のフォルダにあります。\r\n  "_s +
                              BackupFolder(applicationFolder));
+    DBIndexKotoban(database);
     return true;
 }
 
@@ -125,7 +142,6 @@ bool PrepareRun(const QString &applicationFolder, const InstanceMark &instance, 
     services.SetApplicationTitle(ProductName());
     TraceSetup();
     // The log is started before the folders are checked, so that it contains only the entry about a missing one.
-    DBIndexKotoban(database);
     if (!StartRunLog(log, services) || !CheckFoldersAndLog(applicationFolder, log, services))
         return false;
     WriteTrace(u"■Main().WriteYmdLogStart");
@@ -134,6 +150,7 @@ bool PrepareRun(const QString &applicationFolder, const InstanceMark &instance, 
     const QString system = u"OS="_s + QSysInfo::kernelType() + u'-' + QSysInfo::kernelVersion();
     WriteTrace(processor);
     WriteTrace(system);
+    SQLite3Configure(); // the next two steps use SQLite already
     // The backup comes before opening the database: a file that this process has open must not be copied.
     return MakeFirstDatabase(applicationFolder, services) && BackUpOrReport(applicationFolder, services) &&
            OpenDatabase(applicationFolder, services, database);
@@ -150,7 +167,6 @@ bool CheckFolders(const QString &applicationFolder, QString *missing)
         }
     }
     return true;
-    SQLite3Configure(); // the next two steps use SQLite already
 }
 
 QString FolderMissingMessage(const QString &path)
@@ -165,7 +181,7 @@ bool BackupDatabase(const QString &databaseFolder, const QString &databaseName, 
     const QString failure = u"データベースのバックアップに失敗しました。\r\n  "_s;
     const QString source = JoinPath(databaseFolder, databaseName);
     // Even if today's copy exists: SQLite would create an empty database, which would be backed up from tomorrow on.
-    if (!QFileInfo::exists(source)) {
+    if (LacksDatabase(source)) {
         *error = failure + source +
                  u"\r\n  データベースのファイルがありません。次のフォルダの写しから戻してください。\r\n  "_s +
                  backupFolder;

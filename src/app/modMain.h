@@ -15,8 +15,9 @@ inline constexpr QStringView RequiredFolders = u"db,db_backup,txt,rec,wav";
 
 /// Runs the steps before the first window, in this order, up to the first one that fails: single-instance check,
 /// application title, run log, required folders, pruning of the log folder, backup of the database, opening of the
-/// database. An application folder with neither a database nor anything in its backup folder gets a new database before
-/// the backup; a database without its table gets one when it is opened, with a message.
+/// database. An application folder with neither a database nor a backup gets a new database before the backup; a file
+/// of 0 bytes counts as none. A database without its table gets one when it is opened, with a message, and one without
+/// its index gets that, without a message.
 /// @param instance  this process's lock on the application folder
 /// @return whether the program may continue; if not, the failed step has reported why
 bool PrepareRun(const QString &applicationFolder, const InstanceMark &instance, const RunLog &log,
@@ -33,8 +34,8 @@ QString FolderMissingMessage(const QString &path);
 /// Copies the database to the backup folder once a day, under a name with the date and time of the copy.
 /// @param databaseFolder, backupFolder  full paths
 /// @param keepCount  number of files kept by the pruning that follows
-/// @return false if the copy failed or if there is no database, even on a day that already has its copy; error then
-/// holds the message, and no partial copy is left
+/// @return false if the copy failed or if there is no database, or one of 0 bytes, even on a day that already has its
+/// copy; error then holds the message, and no partial copy is left
 bool BackupDatabase(const QString &databaseFolder, const QString &databaseName, const QString &backupFolder,
                     int keepCount, const QDateTime &now, QString *error);
 

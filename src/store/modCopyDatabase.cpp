@@ -23,10 +23,10 @@ constexpr QStringView JournalEnding = u"-journal";
 constexpr QStringView LogEnding = u"-wal";
 constexpr QStringView LogIndexEnding = u"-shm";
 
-constexpr QStringView UnfinishedCopy = u"unfinished.copy"; // temporary name; has no date, so is not taken for a backup
+constexpr QStringView UnfinishedName = u"unfinished.copy"; // temporary name; has no date, so is not taken for a backup
 
-/// Removes the leftovers of interrupted copies, including temporary files, which have a dot and six letters appended.
-void RemoveUnfinishedCopies(const QString &folder)
+/// Removes the leftovers of interrupted writes, including temporary files, which have a dot and six letters appended.
+void RemoveUnfinished(const QString &folder)
 {
     const auto isUnfinished = [](QStringView name, QStringView ending) {
         return name.startsWith(ending) &&
@@ -34,8 +34,8 @@ void RemoveUnfinishedCopies(const QString &folder)
     };
     // No name filters: Qt matches them with regular expressions, whose library start-up does not need otherwise.
     for (const QString &name : QDir(folder).entryList(QDir::Files | QDir::Hidden, QDir::NoSort)) {
-        const QStringView rest = QStringView(name).mid(UnfinishedCopy.size());
-        if (name.startsWith(UnfinishedCopy) &&
+        const QStringView rest = QStringView(name).mid(UnfinishedName.size());
+        if (name.startsWith(UnfinishedName) &&
             (isUnfinished(rest, QStringView()) || isUnfinished(rest, JournalEnding) || isUnfinished(rest, LogEnding) ||
              isUnfinished(rest, LogIndexEnding)))
             QFile::remove(JoinPath(folder, name));
@@ -81,20 +81,38 @@ bool CopyAndFinish(const QString &source, const QString &copy, QString *error)
 
 } // namespace
 
-bool CopyDatabase(const QString &source, const QString &target, QString *error)
+bool LacksDatabase(const QString &path)
 {
-    // The copy gets its final name only once it is complete.
+    const QFileInfo file(path);
+    return !file.exists() || (file.isFile() && file.size() == 0);
+}
+
+bool WriteDatabase(const QString &target, const std::function<bool(const QString &)> &write, QString *error)
+{
     const QString folder = QFileInfo(target).path();
-    const QString copy = JoinPath(folder, UnfinishedCopy.toString());
-    RemoveUnfinishedCopies(folder);
-    bool isGood = CopyAndFinish(source, copy, error);
-    QFile file(copy);
-    if (isGood && !file.rename(target)) {
-        *error = file.errorString();
-        isGood = false;
+    const QString unfinished = JoinPath(folder, UnfinishedName.toString());
+    RemoveUnfinished(folder);
+    error->clear();
+    bool isGood = write(unfinished);
+    if (isGood) {
+        // SQLite would apply to the new database what it finds beside it.
+        for (const QStringView ending : {JournalEnding, LogEnding, LogIndexEnding})
+            QFile::remove(target + ending);
+        if (LacksDatabase(target))
+            QFile::remove(target);
+        QFile file(unfinished);
+        isGood = file.rename(target);
+        if (!isGood)
+            *error = file.errorString();
     }
-    RemoveUnfinishedCopies(folder); // after a failure, the copy itself; otherwise at most its journal
+    RemoveUnfinished(folder); // after a failure, the file itself; otherwise at most its journal
     if (isGood)
         SyncFolder(folder);
     return isGood;
+}
+
+bool CopyDatabase(const QString &source, const QString &target, QString *error)
+{
+    return WriteDatabase(
+        target, [&](const QString &copy) { return CopyAndFinish(source, copy, error); }, error);
 }

@@ -126,22 +126,53 @@ TEST_F(StartTest, MissingFolders_FirstIsTheOnlyLogEntry)
     EXPECT_EQ(folder.Read(u"Kotoban_log.txt"_s), QByteArray(Header + ToCodePage932(entry)));
 }
 
+TEST_F(StartTest, FolderWithoutBackup_GetsFirstDatabaseSilently)
+{
+    const Rows<const char *, QString, QByteArray> found = {
+        {"file of 0 bytes", u"db/kotoban.splite3"_s, ""},
+        {"journal of nothing", u"db/kotoban.splite3-journal"_s, QByteArray(5000, 'j')},
+        {"half a database", u"db/unfinished.copy"_s, "SQLite format 3"},
+        {"half a backup", u"db_backup/unfinished.copy.AbCdEf"_s, "SQLite format 3"},
+        {"no backup, but something else", u"db_backup/about this folder.txt"_s, "text"},
+    };
+    for (const auto &[what, name, bytes] : found) {
+        folder.Write(name, bytes);
+        EXPECT_TRUE(Prepare()) << what;
+        EXPECT_EQ(services.TakeMessages(), QStringList()) << what;
+        EXPECT_FALSE(database.LacksTable(u"t_kotoban"_s)) << what;
+        EXPECT_TRUE(HasIndex()) << what;
+        database.Close();
+        EXPECT_EQ(FilesIn(u"db"_s), QStringList(u"kotoban.splite3"_s)) << what;
+        EXPECT_TRUE(FilesIn(u"db_backup"_s).contains(u"kotoban_2024_0305-1430_15.splite3"_s)) << what;
+        for (const QString &used : {u"db"_s, u"db_backup"_s}) {
+            QDir(folder.Path(used)).removeRecursively();
+            folder.MakeFolder(used);
+        }
+    }
+}
+
 TEST_F(StartTest, LostDatabase_IsReportedAndNotRecreated)
 {
-    for (const QString &backup : {u"kotoban_2024_0304-0800_00.splite3"_s, u"kotoban_2024_0305-0800_00.splite3"_s}) {
-        folder.Write(u"db_backup/"_s + backup, "record");
-        EXPECT_FALSE(Prepare());
-        const QString message = services.TakeMessages().join(u'|');
-        EXPECT_TRUE(message.startsWith(u"データベースのバックアップに失敗しました。"_s)) << message.toStdString();
-        EXPECT_TRUE(message.contains(u"データベースのファイルがありません。"_s)) << message.toStdString();
-        EXPECT_TRUE(FilesIn(u"db"_s).isEmpty()) << "an empty database would hide the loss";
-        EXPECT_EQ(FilesIn(u"db_backup"_s).last(), backup) << "no new backup";
-    }
+    const QString name = u"db/kotoban.splite3"_s;
+    for (const QString &backup : {u"kotoban_2024_0304-0800_00.splite3"_s, u"kotoban_2024_0305-0800_00.splite3"_s})
+        for (const bool isEmpty : {false, true}) {
+            folder.Write(u"db_backup/"_s + backup, "record");
+            QFile::remove(folder.Path(name));
+            if (isEmpty)
+                folder.Write(name, "");
+            EXPECT_FALSE(Prepare());
+            const QString message = services.TakeMessages().join(u'|');
+            EXPECT_TRUE(message.startsWith(u"データベースのバックアップに失敗しました。"_s)) << message.toStdString();
+            EXPECT_TRUE(message.contains(u"データベースのファイルがありません。"_s)) << message.toStdString();
+            EXPECT_EQ(QFileInfo(folder.Path(name)).size(), 0) << "an empty database would hide the loss";
+            EXPECT_EQ(QFileInfo::exists(folder.Path(name)), isEmpty);
+            EXPECT_EQ(FilesIn(u"db_backup"_s).last(), backup) << "no new backup";
+        }
 }
 
 TEST_F(StartTest, DatabaseWithoutTable_GetsOneWithSingleMessage)
 {
-    folder.Write(u"db/kotoban.splite3"_s, "");
+    MakeForeignDatabase(u"create table other (a)"_s);
     EXPECT_TRUE(Prepare());
     const QStringList messages = services.TakeMessages();
     ASSERT_EQ(messages.size(), 1);
@@ -151,6 +182,23 @@ TEST_F(StartTest, DatabaseWithoutTable_GetsOneWithSingleMessage)
     database.Close();
     EXPECT_TRUE(Prepare());
     EXPECT_TRUE(services.messages.isEmpty());
+}
+
+TEST_F(StartTest, DatabaseWithoutIndex_GetsOneSilentlyOnceItIsNotLocked)
+{
+    const QString path = MakeForeignDatabase(KotobanSchema.front());
+    const QByteArray before = folder.Read(u"db/kotoban.splite3"_s);
+    StudyDatabase other(services);
+    EXPECT_EQ(other.Open(path), 0);
+    EXPECT_TRUE(other.SQLite3NonQuery(u"begin immediate"_s));
+    EXPECT_TRUE(Prepare());
+    EXPECT_FALSE(HasIndex()) << "another program is writing";
+    database.Close();
+    other.Close();
+    EXPECT_TRUE(Prepare());
+    EXPECT_TRUE(HasIndex());
+    EXPECT_TRUE(services.messages.isEmpty());
+    EXPECT_TRUE(folder.Read(u"db_backup/kotoban_2024_0305-1430_15.splite3"_s) == before) << "the backup comes first";
 }
 
 TEST_F(StartTest, FolderInPlaceOfFile_IsReportedAndEndsStart)
@@ -184,23 +232,6 @@ TEST_F(StartTest, BackupOverManyDays_KeepsOnePerDayAndNeverPrunes)
     folder.Write(u"db_backup/note_2024_0326.txt"_s, "");
     EXPECT_TRUE(backUp(25, 8));
     EXPECT_EQ(FilesIn(u"db_backup"_s).size(), 26) << "any file with the day's date suppresses the backup";
-TEST_F(StartTest, DatabaseWithoutIndex_GetsOneSilentlyOnceItIsNotLocked)
-{
-    const QString path = MakeForeignDatabase(KotobanSchema.front());
-    const QByteArray before = folder.Read(u"db/kotoban.splite3"_s);
-    StudyDatabase other(services);
-    EXPECT_EQ(other.Open(path), 0);
-    EXPECT_TRUE(other.SQLite3NonQuery(u"begin immediate"_s));
-    EXPECT_TRUE(Prepare());
-    EXPECT_FALSE(HasIndex()) << "another program is writing";
-    database.Close();
-    other.Close();
-    EXPECT_TRUE(Prepare());
-    EXPECT_TRUE(HasIndex());
-    EXPECT_TRUE(services.messages.isEmpty());
-    EXPECT_TRUE(folder.Read(u"db_backup/kotoban_2024_0305-1430_15.splite3"_s) == before) << "the backup comes first";
-}
-
 }
 
 TEST_F(StartTest, OldLogFiles_ArePrunedToNewestByName)

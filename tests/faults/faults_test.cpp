@@ -16,6 +16,7 @@
 #include "platform/modReplaceFile.h"
 #include "records/modMarkList.h"
 #include "records/modPlaceList.h"
+#include "store/modCopyDatabase.h"
 #include "store/modDB_SQLite.h"
 #include "support/Query.h"
 #include "support/ReadHistory.h"
@@ -29,13 +30,16 @@
 #include <QThread>
 
 #include <csignal>
+#include <fcntl.h>
 #include <functional>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <random>
+#include <sys/ptrace.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 using namespace Qt::Literals::StringLiterals;
@@ -184,6 +188,91 @@ TEST_F(Faults, KilledAtRandomMoments_LosesNothingCompleted)
     EXPECT_GT(completed, 20) << "killed too early for a meaningful test";
 }
 
+namespace {
+
+/// Whether a stopped process is about to change something on disk.
+bool IsAboutToChange(pid_t process)
+{
+    __ptrace_syscall_info call = {};
+    ptrace(PTRACE_GET_SYSCALL_INFO, process, sizeof call, &call);
+    if (call.op != PTRACE_SYSCALL_INFO_ENTRY)
+        return false;
+    switch (call.entry.nr) {
+    case SYS_openat:
+        return (call.entry.args[2] & O_CREAT) != 0;
+    case SYS_write:
+    case SYS_pwrite64:
+    case SYS_ftruncate:
+    case SYS_fchmod:
+    case SYS_renameat2:
+    case SYS_linkat:
+    case SYS_unlinkat:
+#ifdef SYS_unlink // not on every processor
+    case SYS_rename:
+    case SYS_link:
+    case SYS_unlink:
+#endif
+        return true;
+    default:
+        return false;
+    }
+}
+
+/// Runs an action in a process of its own, which is killed before its n-th change on disk, counted from 1.
+/// @return false if there are fewer changes, and the action has come to its end
+bool KillAtChange(int n, const std::function<void()> &action)
+{
+    const pid_t process = fork();
+    if (process == 0) {
+        if (ptrace(PTRACE_TRACEME, 0, nullptr, nullptr) == 0 && std::raise(SIGSTOP) == 0)
+            action();
+        _exit(0);
+    }
+    int status = 0;
+    waitpid(process, &status, 0);
+    EXPECT_TRUE(WIFSTOPPED(status)) << "it cannot be traced";
+    ptrace(PTRACE_SETOPTIONS, process, nullptr, PTRACE_O_TRACESYSGOOD | PTRACE_O_EXITKILL);
+    constexpr int atCall = SIGTRAP | 0x80;
+    int changes = 0;
+    while (WIFSTOPPED(status)) {
+        if (IsAboutToChange(process) && ++changes == n)
+            kill(process, SIGKILL);
+        const int signal = WSTOPSIG(status);
+        ptrace(PTRACE_SYSCALL, process, nullptr, signal == atCall || signal == SIGSTOP ? 0 : signal);
+        waitpid(process, &status, 0);
+    }
+    EXPECT_TRUE(changes == n || WIFEXITED(status)) << "it crashed";
+    return changes == n;
+}
+
+} // namespace
+
+TEST(FirstStart, KilledAtEachStep_NextStartHasNothingToSay)
+{
+    int step = 1;
+    for (bool isKilled = true; isKilled && !testing::Test::HasFailure(); ++step) {
+        const TestFolder folder;
+        for (const QStringView name : RequiredFolders.split(u','))
+            folder.MakeFolder(name.toString());
+        RecordingServices services;
+        StudyDatabase database(services);
+        const auto start = [&] {
+            const InstanceMark instance(folder.Path());
+            const RunLog log(folder.Path(), u"Kotoban"_s, services.Clock());
+            return PrepareRun(folder.Path(), instance, log, services, database);
+        };
+        isKilled = KillAtChange(step, start);
+        EXPECT_TRUE(start()) << step;
+        EXPECT_EQ(services.messages, QStringList()) << step;
+        EXPECT_FALSE(database.LacksTable(u"t_kotoban"_s)) << step;
+        EXPECT_EQ(QDir(folder.Path(u"db"_s)).entryList(QDir::Files), QStringList(u"kotoban.splite3"_s)) << step;
+        EXPECT_TRUE(folder.Read(u"db_backup/kotoban_2024_0305-1430_15.splite3"_s) ==
+                    folder.Read(u"db/kotoban.splite3"_s))
+            << step;
+    }
+    EXPECT_GT(step, 10);
+}
+
 TEST_F(Faults, EachWrite_SyncsFileAndThenFolder)
 {
     ASSERT_EQ(database.Open(databasePath), 0);
@@ -193,6 +282,15 @@ TEST_F(Faults, EachWrite_SyncsFileAndThenFolder)
         {"insert", [&] { DBInsRecKotoban(database, services.now, u"a"_s, u"f"_s); }, databasePath, u"db"_s},
         {"update", [&] { DBUpdRecKotoban(database, services, services.now, u"a"_s, 5); }, databasePath, u"db"_s},
         {"backup", [&] { BackUp(&error); }, u"db_backup/kotoban_2024_0305-1430_15.splite3"_s, u"db_backup"_s},
+        {"first database",
+         [&] {
+             const auto create = [this](const QString &path) {
+                 StudyDatabase first(services);
+                 return first.Open(path) == 0 && DBCreateKotoban(first);
+             };
+             EXPECT_TRUE(WriteDatabase(folder.Path(u"db/first.splite3"_s), create, &error));
+         },
+         u"db/first.splite3"_s, u"db"_s},
         {"user list", [&] { AppendUserName(list, u"a"_s, &error); }, list, QString()},
     };
     for (const auto &[name, write, file, fileFolder] : writes) {
@@ -350,6 +448,7 @@ TEST_F(Faults, LockedDatabase_IsReportedAtOnceWithoutWaiting)
 TEST_F(Faults, ReadOnlyDatabase_IsReadButNotWritten)
 {
     AddSession();
+    EXPECT_EQ(Query(databasePath, "drop index i_kotoban_user_start"), QString());
     for (const QString &path : {QString(), u"db"_s})
         QFile::setPermissions(folder.Path(path), QFile::Permissions(0x7055));
     QFile::setPermissions(databasePath, QFile::Permissions(0x4044));
@@ -357,6 +456,7 @@ TEST_F(Faults, ReadOnlyDatabase_IsReadButNotWritten)
         ASSERT_EQ(database.Open(databasePath), 0);
         EXPECT_EQ(Record(), notWritten);
         EXPECT_EQ(Read().TotalAnswers(), u"5"_s);
+        DBIndexKotoban(database);
         EXPECT_TRUE(services.messages.isEmpty());
     });
 }
@@ -436,5 +536,3 @@ TEST_F(Faults, NonRegularFile_IsListedWithRemarkAndNeverOpened)
     }
     EXPECT_EQ(database.Open(fifo), SQLITE_CANTOPEN);
 }
-    EXPECT_EQ(Query(databasePath, "drop index i_kotoban_user_start"), QString());
-        DBIndexKotoban(database);
