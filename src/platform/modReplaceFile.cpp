@@ -38,7 +38,8 @@ bool ReplaceFile(const QString &path, const QByteArray &bytes, QString *error)
     return false;
 }
 
-bool CopyWholeFile(const QString &source, const QString &target, QString *error)
+bool CopyWholeFile(const QString &source, const QString &target, QString *error,
+                   std::optional<QFileDevice::Permissions> permissions)
 {
     if (!IsRegularOrMissing(source, error) || !IsRegularOrMissing(target, error))
         return false;
@@ -49,6 +50,8 @@ bool CopyWholeFile(const QString &source, const QString &target, QString *error)
     }
     QSaveFile out(target);
     bool isGood = out.open(QIODevice::WriteOnly);
+    if (isGood && permissions)
+        out.setPermissions(*permissions); // where the file system has none, the copy is as good without
     for (QByteArray piece = in.read(PieceBytes); isGood && !piece.isEmpty(); piece = in.read(PieceBytes))
         isGood = out.write(piece) == piece.size();
     if (in.error() != QFileDevice::NoError) {

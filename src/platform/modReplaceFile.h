@@ -6,7 +6,10 @@
 #pragma once
 
 #include <QByteArray>
+#include <QFileDevice>
 #include <QString>
+
+#include <optional>
 
 /// Creates or replaces a regular file. A temporary file is written beside it and renamed; on success the new file is on
 /// disk under its name.
@@ -26,5 +29,7 @@ bool ReplaceAndKeep(const QString &path, const QByteArray &bytes, QString *keptP
                     QString *error);
 
 /// Copies a regular file, replacing the target if it exists. On success the copy is on disk under its name.
+/// @param permissions  of the copy, from its first byte on; by default those of the old target or of any new file
 /// @return false on failure; error then holds the system's reason, and the target is unchanged
-bool CopyWholeFile(const QString &source, const QString &target, QString *error);
+bool CopyWholeFile(const QString &source, const QString &target, QString *error,
+                   std::optional<QFileDevice::Permissions> permissions = std::nullopt);

@@ -61,7 +61,12 @@ int FinishWrites(const QString &database)
 /// Copies a database with its journal or log, and merges the copy into a single file.
 bool CopyAndFinish(const QString &source, const QString &copy, QString *error)
 {
-    if (!CopyWholeFile(source, copy, error))
+    // Without the rights of the user who runs the program, which Qt reports as well and would give to the owner.
+    const QFile::Permissions permissions =
+        QFile::permissions(source) & ~(QFile::ReadUser | QFile::WriteUser | QFile::ExeUser);
+    // From the beginning, so that nobody reads the copy of a private record; but SQLite must be able to write to it.
+    const QFile::Permissions whileCopying = permissions | QFile::ReadOwner | QFile::WriteOwner;
+    if (!CopyWholeFile(source, copy, error, whileCopying))
         return false;
     bool isAlone = true;
     for (const QStringView ending : {JournalEnding, LogEnding}) {
@@ -69,10 +74,11 @@ bool CopyAndFinish(const QString &source, const QString &copy, QString *error)
         if (!QFileInfo::exists(beside))
             continue;
         isAlone = false;
-        if (!CopyWholeFile(beside, copy + ending, error))
+        if (!CopyWholeFile(beside, copy + ending, error, whileCopying))
             return false;
     }
     const int result = isAlone ? SQLITE_OK : FinishWrites(copy);
+    QFile::setPermissions(copy, permissions);
     if (result == SQLITE_OK || result == SQLITE_NOTADB || result == SQLITE_CORRUPT)
         return true;
     *error = u"書きかけの記録を取り込めません。（SQLite "_s + QString::number(result) + u'）';

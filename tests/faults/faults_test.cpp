@@ -490,6 +490,20 @@ TEST_F(Faults, UnfinishedBackup_IsNotCountedAndIsRemoved)
     EXPECT_EQ(folder.Read(u"db_backup/kotoban_2024_0305-1430_15.splite3"_s), folder.Read(u"db/kotoban.splite3"_s));
 }
 
+TEST_F(Faults, Backup_HasPermissionsOfDatabase)
+{
+    const QByteArray backup = QFile::encodeName(folder.Path(u"db_backup/kotoban_2024_0305-1430_15.splite3"_s));
+    for (const mode_t mode : {0600U, 0640U, 0444U, 0666U}) {
+        chmod(qPrintable(databasePath), mode);
+        QString error;
+        EXPECT_TRUE(BackUp(&error)) << error.toStdString();
+        struct stat about = {};
+        stat(backup.constData(), &about);
+        EXPECT_EQ(about.st_mode & 0777, mode);
+        unlink(backup.constData());
+    }
+}
+
 TEST_F(Faults, BackupAfterCrash_ContainsAllCommittedRows)
 {
     const QByteArray insert = "with recursive n(i) as (select 1 union all select i+1 from n where i<5000) insert into "
