@@ -57,7 +57,7 @@ build=$1
 # shellcheck disable=SC2016 # all that a command line in the entry must quote
 folder=$work/'瞬 記帳 "$HOME" `x` \ 2'
 unpack "$folder" 1
-mkdir -p "$folder/db"
+[[ -z $(find "$folder" -type d -empty) ]] || fail "there are folders that version control would lose"
 printf 'record' >"$folder/db/kotoban.splite3"
 printf 'mine' >"$folder/txt/mine.txt"
 before=$(user_files "$folder")

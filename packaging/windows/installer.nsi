@@ -4,9 +4,10 @@
 ; The Windows installer: for one user, without administrator rights, into a folder that the program can write to. Built
 ; by make_installer.sh, which passes the definitions and generates the macros that list files.
 ;
-; The folder also contains the user's files. The installer writes three kinds of files:
+; The folder also contains the user's files. The installer writes four kinds of files:
 ;   - the executable, the help and the licences belong to the program: each installation replaces them;
 ;   - samples belong to the user once they are installed: they are written only if there is no folder txt yet;
+;   - the notes in db, db_backup and rec, each on what its folder is for, are written where they are missing, and stay;
 ;   - sounds are written only if there is no program yet, and removed with it if they are unchanged.
 Target amd64-unicode
 Unicode true
@@ -300,6 +301,9 @@ Section
     CreateDirectory "$INSTDIR\db_backup"
     CreateDirectory "$INSTDIR\rec"
     CreateDirectory "$INSTDIR\wav"
+    SetOverwrite off
+    !insertmacro NOTES $INSTDIR
+    SetOverwrite on
     ${IfNot} ${FileExists} "$INSTDIR\txt\*.*"
         Call LaySamples
     ${EndIf}

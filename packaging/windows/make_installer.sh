@@ -16,8 +16,9 @@ trap 'rm -rf "$work"' EXIT
 
 cd "$folder"
 # Sorted, since the order of files in a folder differs between machines.
-renewed=$(find . -type f ! -path './txt/*' ! -path './wav/*' ! -name KeywordList.txt ! -name Kotoban.exe -printf '%P\n' |
-    LC_ALL=C sort)
+renewed=$(find . -type f ! -path './txt/*' ! -path './wav/*' ! -path './db*/*' ! -path './rec/*' ! -name KeywordList.txt \
+    ! -name Kotoban.exe -printf '%P\n' | LC_ALL=C sort)
+notes=$(find db db_backup rec -type f | LC_ALL=C sort)
 samples=$(find txt -type f -printf '%P\n' | LC_ALL=C sort)
 sounds=$(find wav -type f -printf '%P\n' | LC_ALL=C sort)
 
@@ -44,6 +45,7 @@ macro() {
     # shellcheck disable=SC2016 # the installer's own variables
     {
         laid "$folder" '${TARGET}' <<<"$renewed" | macro RENEWED TARGET
+        laid "$folder" '${TARGET}' <<<"$notes" | macro NOTES TARGET
         laid "$folder/txt" '$INSTDIR\${TARGET}' <<<"$samples" | macro SAMPLES TARGET
         laid "$folder/wav" '${TARGET}' <<<"$sounds" | macro SOUNDS TARGET
         printf 'File "%s/KeywordList.txt"\n' "$folder" | macro KEYWORDS

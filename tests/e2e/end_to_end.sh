@@ -23,9 +23,10 @@ trap finish EXIT
 
 # The path of a user's folder may contain spaces and any character.
 application="$work/瞬記帳の 練習/Kotoban"
-mkdir "$(dirname "$application")"
-cp -R "$1" "$application"
-rm -f "$application"/{ListUserName,Kotoban_log}.txt "$application"/*.ini "$application"/db{,_backup}/*
+mkdir -p "$application"
+# Files only, without what a user has put there: the folder must survive tools that do not store empty folders.
+(cd "$1" && find . -type f ! -name 'kotoban*splite3*' ! -name '*.ini' ! -name 'List*.txt' ! -name '*_log.txt' -print0 |
+    tar --null -T - -c) | tar -x -C "$application"
 cp "$here/0_session.txt" "$application/txt/"
 
 "$here/../../scripts/session.sh" "$application" "$work/screenshots" 0_session.txt --click 33 33
