@@ -34,11 +34,12 @@ fail() {
     exit 1
 }
 
-# wait_for WHAT COMMAND...: waits until the command succeeds, and fails after 20 seconds.
+# wait_for WHAT COMMAND...: waits until the command succeeds. Fails after two minutes or more: however busy the machine is,
+# that is more than ten times what anything here takes.
 wait_for() {
     local what=$1 tries
     shift
-    for ((tries = 0; tries < 200; tries++)); do
+    for ((tries = 0; tries < 1200; tries++)); do
         "$@" >/dev/null 2>&1 && return
         [[ -z $program ]] || kill -0 "$program" 2>/dev/null || fail "the program ended early"
         sleep 0.1
@@ -110,7 +111,7 @@ start_program() {
 # wait_for_end STATUS: waits until the program ends; fails if its exit status is another one.
 wait_for_end() {
     local status=0
-    timeout 20 tail --pid="$program" -s 0.1 -f /dev/null || fail "the program did not end"
+    timeout 120 tail --pid="$program" -s 0.1 -f /dev/null || fail "the program did not end"
     wait "$program" || status=$?
     [[ $status -eq $1 ]] || fail "the program ended with status $status"
     program=
@@ -132,6 +133,25 @@ press() {
         xdotool key "$2"
         sleep 0.12
     done
+}
+
+# leads_to KEY TITLE: presses a key unless the window with that title has the focus; whether it has it then.
+leads_to() {
+    is_focused "$2" || { xdotool key "$1" && is_focused "$2"; }
+}
+
+# press_until TITLE KEY: presses a key until the window with that title has the focus. For keys that do nothing at first,
+# as in a message whose buttons are still disabled, or while a file is being opened.
+press_until() {
+    wait_for "the window $1 after $2" leads_to "$2" "$1"
+}
+
+# wait_for_page TITLE: waits until the study window with that title has opened a file and answers to keys. F2 does nothing
+# but show a message; when that is there, the keys before it have arrived.
+wait_for_page() {
+    wait_for "the page" is_focused "$1"
+    press_until '^瞬記帳$' F2
+    press_until "$1" Escape
 }
 
 # log_in USER: goes from the user selection to the file selection.

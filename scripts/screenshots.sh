@@ -124,10 +124,7 @@ wait_for "the file selection" is_focused "$select"
 xdotool key Return
 wait_for "the page" is_focused "$study"
 take page "$study"
-for ((i = 0; i < 7; i++)); do
-    xdotool key Return
-    sleep 0.1
-done
+press 7 Return
 take answers "$study"
 xdotool key ctrl+m
 press 3 Return
@@ -155,9 +152,7 @@ wait_for "the file selection" is_focused "$select"
 printf '[apple]　りんご\n[10〜12]月は秋\n' >"$application/txt/英語の予習.txt"
 xdotool key alt+r
 choose_row "$(row_of "$application" 英語の予習.txt)"
-sleep 0.4 # the button is enabled once the file has been checked
-xdotool key alt+c
-wait_for "the conversion" is_focused '^瞬記帳$'
+press_until '^瞬記帳$' alt+c # the button is enabled once the file has been checked
 take convert '^瞬記帳$'
 xdotool key Return
 wait_for "the file selection" is_focused "$select"
@@ -188,10 +183,7 @@ page_colour() {
     xdotool key alt+c "$1" Return
     wait_for "the page" is_focused "$study"
 }
-for ((i = 0; i < 7; i++)); do
-    xdotool key Return
-    sleep 0.1
-done
+press 7 Return
 page_colour Down
 take dark "$study"
 page_colour Up

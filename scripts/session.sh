@@ -58,7 +58,7 @@ shoot 02-select
 xdotool key Return
 
 study="^瞬記帳 Ver.*\\[$user\\]$"
-wait_for "the page" is_focused "$study"
+wait_for_page "$study"
 shoot 03-page
 press 5 Return
 shoot 04-answers

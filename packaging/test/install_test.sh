@@ -46,7 +46,7 @@ import sys
 from gi.repository import Gio
 Gio.DesktopAppInfo.new_from_filename(sys.argv[1]).launch([], None)
 PYTHON
-    for ((tries = 0; tries < 100; tries++)); do
+    for ((tries = 0; tries < 600; tries++)); do
         [[ ! -s $HOME/started ]] || break
         sleep 0.1
     done

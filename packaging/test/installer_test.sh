@@ -110,10 +110,10 @@ start_program "$folder"
 log_in hanako
 choose_row "$(row_of "$folder" はじめに.txt)"
 xdotool key Return
-wait_for "the page" is_focused '^瞬記帳 Ver.*\[hanako\]$'
+wait_for_page '^瞬記帳 Ver.*\[hanako\]$'
 press 5 Return
 kill -STOP "$program"
-expect "status while the program hangs" 2 "$(status_of timeout 120 "$run_wine" "$trial/older.exe" /S)"
+expect "status while the program hangs" 2 "$(status_of timeout 600 "$run_wine" "$trial/older.exe" /S)"
 cmp "$trial/newer/Kotoban.exe" "$folder/Kotoban.exe"
 kill -CONT "$program"
 kill -0 "$program" || fail "the program was killed"

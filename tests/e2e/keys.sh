@@ -28,6 +28,7 @@ expect() {
     [[ $2 == "$3" ]] || fail "$1: expected $2, found $3"
 }
 
+# hold KEY: holds a key down for as long as it takes the X server to repeat it some twenty times.
 hold() {
     xdotool keydown "$1"
     sleep 1.5
@@ -62,9 +63,8 @@ begin() {
     kill -STOP "$program"
     xdotool key Home "$@"
     kill -CONT "$program"
-    wait_for "the page" is_focused "$study"
+    wait_for_page "$study"
     wait_for "the session" sessions_are $((++sessions))
-    sleep 0.5 # time for the remaining queued keys to arrive
     expect_on_screen "$study"
 }
 
@@ -79,9 +79,7 @@ hold Return
 press 23 Return
 hold Return
 wait_for "the end question" is_focused '^瞬記帳$'
-sleep 1 # until its buttons are enabled
-xdotool key Escape
-wait_for "the page after the question was closed" is_focused "$study"
+press_until "$study" Escape
 end
 expect "answers" 24 "$(answers)"
 left=$(grep FormLeft "$application/Kotoban.ini")

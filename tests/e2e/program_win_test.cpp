@@ -6,6 +6,7 @@
 #include "base/modProduct.h"
 #include "support/Query.h"
 #include "support/TestFiles.h"
+#include "support/WaitFor.h"
 
 #include <QProcess>
 #include <QRegularExpression>
@@ -18,12 +19,6 @@
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
-
-/// Waits for a condition that depends on other processes, which may still have to be loaded.
-bool WaitFor(const std::function<bool()> &isSo)
-{
-    return QTest::qWaitFor(isSo, 20'000);
-}
 
 /// A visible window of a process (0: any process) whose title matches a regular expression; nullptr if there is none.
 HWND FindShown(qint64 process, const QString &title)
@@ -99,7 +94,7 @@ class RunningProgram
     QProcess m_process;
 };
 
-/// Presses keys in order and releases them in reverse, in the foreground window.
+/// Presses keys in order and releases them in reverse, in the foreground window, as fast as a person can.
 void Press(std::initializer_list<int> keys)
 {
     std::vector<INPUT> inputs;
@@ -189,7 +184,7 @@ TEST_F(ProgramTest, SettingsFile_AgreesWithSystemProfileFunctions)
     EXPECT_LE(place.left, 37);
     EXPECT_GT(place.left, 20);
     SetWindowPos(window, nullptr, place.left + 15, place.top, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
-    QTest::qWait(500);
+    EXPECT_TRUE(WaitFor([&, moved = place.left + 15] { return GetWindowRect(window, &place) && place.left == moved; }));
     PostMessageW(window, WM_CLOSE, 0, 0);
     EXPECT_EQ(program.ExitCode(), 0);
     char text[100] = {};
@@ -239,9 +234,12 @@ TEST_F(ProgramTest, ReportAndLog_AreWrittenInCodePage932AndReportOpens)
     RunningProgram program(folder);
     LogIn(program);
     Press({VK_MENU, 'F'});
-    program.Window(u"^瞬記帳$"_s);
-    QTest::qWait(500); // the buttons are disabled at first
-    Press({VK_RETURN});
+    const HWND message = program.Window(u"^瞬記帳$"_s);
+    EXPECT_TRUE(WaitFor([message] { // the buttons are disabled at first
+        if (IsWindowVisible(message))
+            Press({VK_RETURN});
+        return !IsWindowVisible(message);
+    }));
     const QStringList reports = QDir(folder + u"\\rec"_s).entryList(QDir::Files);
     ASSERT_EQ(reports.size(), 1);
     EXPECT_TRUE(reports[0].startsWith(u"hanako_瞬記帳学習記録"_s)) << reports[0].toStdString();

@@ -70,7 +70,7 @@ class ConversionTest : public WindowTest
         script.When(u"frmFile"_s, [](QWidget *dialog) {
             auto *const button = dialog->findChild<QAbstractButton *>(u"cmdConvCode"_s);
             QTest::keyClick(dialog->findChild<QListView *>(u"lstFile"_s), Qt::Key_Home);
-            EXPECT_TRUE(QTest::qWaitFor([button] { return button->isEnabled(); }));
+            EXPECT_TRUE(WaitFor([button] { return button->isEnabled(); }));
             button->click();
         });
         for (const QString &answer : answers) {

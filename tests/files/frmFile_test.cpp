@@ -157,7 +157,7 @@ TEST_F(FileWindowTest, LongName_RemarkStaysVisible)
         auto *const list = dialog->findChild<QListView *>(u"lstFile"_s);
         const QModelIndex row = list->model()->index(2, 0);
         list->grab();
-        EXPECT_TRUE(QTest::qWaitFor([row] { return !row.data(Qt::UserRole).toString().isEmpty(); }));
+        EXPECT_TRUE(WaitFor([row] { return !row.data(Qt::UserRole).toString().isEmpty(); }));
         EXPECT_LE(list->visualRect(row).right(), list->viewport()->width());
         EXPECT_EQ(row.data(Qt::ToolTipRole).toString(), name + u"\n空欄なし"_s);
         EXPECT_EQ(row.data(Qt::AccessibleTextRole).toString(), name + u"、空欄なし"_s);
@@ -185,7 +185,7 @@ TEST_F(FileWindowTest, LongName_UsesSpaceOfEmptyFigures)
         const auto isKnown = [list] {
             return list->model()->index(2, 0).data(Qt::ToolTipRole).toString().endsWith(u'問');
         };
-        EXPECT_TRUE(QTest::qWaitFor(isKnown));
+        EXPECT_TRUE(WaitFor(isKnown));
         EXPECT_FALSE(hasFigureAtTheEnd(0)) << "its figures stay aligned with those of other files";
         EXPECT_TRUE(hasFigureAtTheEnd(2));
         dialog->close();
@@ -203,7 +203,7 @@ TEST_F(FileWindowTest, CheckedFile_ShowsFiguresOrRemarks)
         const auto described = [model](int row) {
             return model->index(row, 0).data(Qt::AccessibleTextRole).toString();
         };
-        EXPECT_TRUE(QTest::qWaitFor([&] { return described(0).contains(u'回') && described(1).contains(u'異'); }));
+        EXPECT_TRUE(WaitFor([&] { return described(0).contains(u'回') && described(1).contains(u'異'); }));
         EXPECT_EQ(described(0), u"a good.txt、1問、1回、最後は2024/03/05"_s);
         EXPECT_EQ(described(1), u"bad.txt、2行[ ]指定異常"_s);
         dialog->close();
@@ -247,7 +247,7 @@ TEST_F(FileWindowTest, NewFileInFolder_AppearsAndSelectionStays)
         auto *const list = dialog->findChild<QListView *>(u"lstFile"_s);
         list->setCurrentIndex(list->model()->index(1, 0));
         folder.WriteStudyFile(u"txt/a first.txt"_s, {u"[a]"_s});
-        EXPECT_TRUE(QTest::qWaitFor([list] { return list->model()->rowCount() == 3; }));
+        EXPECT_TRUE(WaitFor([list] { return list->model()->rowCount() == 3; }));
         EXPECT_EQ(list->currentIndex().data().toString(), u"bad.txt"_s);
         dialog->close();
     });

@@ -446,7 +446,7 @@ TEST_F(HistoryWindowTest, ReportRequestedWhileReading_IsWrittenOnceAllIsRead)
     script.Click(u"frmMsg"_s, u"cmdCancel"_s);
     window.findChild<QAbstractButton *>(u"cmdFile"_s)->click();
     EXPECT_TRUE(QDir(folder.Path(u"rec"_s)).isEmpty()) << "the report would be incomplete";
-    EXPECT_TRUE(QTest::qWaitFor([this] { return script.messages.size() == 1; }, 60'000));
+    EXPECT_TRUE(WaitFor([this] { return script.messages.size() == 1; }));
     EXPECT_EQ(Label(u"lblSumAns"_s), QString::number(DBSumAnsKotoban(database, QDate(2024, 3, 5), 69'993, u"花/子"_s)));
     EXPECT_GT(Records().size(), 50'000);
     EXPECT_FALSE(QDir(folder.Path(u"rec"_s)).isEmpty());
@@ -464,7 +464,7 @@ TEST_F(HistoryWindowTest, FaultAfterSomeSlices_EmptiesTheListAndWritesNoReport)
     list->setCurrentIndex(list->model()->index(2, 0));
     script.Click(u"frmMsg"_s, u"cmdOK"_s);
     window.findChild<QAbstractButton *>(u"cmdFile"_s)->click();
-    EXPECT_TRUE(QTest::qWaitFor([this] { return script.messages.size() == 1; }, 60'000));
+    EXPECT_TRUE(WaitFor([this] { return script.messages.size() == 1; }));
     EXPECT_EQ(script.messages, QStringList(u"学習記録を読めなかったため，ファイルに出力できません。"_s));
     EXPECT_TRUE(QDir(folder.Path(u"rec"_s)).isEmpty());
     EXPECT_TRUE(Records().isEmpty());

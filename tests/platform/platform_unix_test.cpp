@@ -14,6 +14,7 @@
 #include "support/RecordingServices.h"
 #include "support/Rows.h"
 #include "support/TestFiles.h"
+#include "support/WaitFor.h"
 
 #include <QTest>
 
@@ -33,7 +34,7 @@ TEST(Process, StartPathWithBlanks_PassesFileAsOneArgument)
         folder.Write(u"my tools/ed.sh"_s, "#!/bin/sh\nprintf %s \"$1\" > \"$(dirname \"$0\")/got\"\n");
     QFile::setPermissions(script, QFile::ReadOwner | QFile::ExeOwner);
     EXPECT_TRUE(StartProcess(script + u" \"a b.txt\""_s));
-    EXPECT_TRUE(QTest::qWaitFor([&] { return folder.Read(u"my tools/got"_s) == "a b.txt"; }));
+    EXPECT_TRUE(WaitFor([&] { return folder.Read(u"my tools/got"_s) == "a b.txt"; }));
     EXPECT_FALSE(StartProcess(folder.Path(u"missing"_s)));
     EXPECT_FALSE(StartProcess(QString()));
 }
@@ -52,7 +53,7 @@ TEST(Process, StartNotepadWithoutDesktopEditor_Fails)
     QFile::remove(folder.Path(u"xdg-mime"_s));
     write(u"xdg-mime"_s, "echo ed.desktop\n");
     EXPECT_TRUE(StartProcess(u"notepad.exe \"a.txt\""_s));
-    EXPECT_TRUE(QTest::qWaitFor([&] { return folder.Read(u"got"_s) == "a.txt"; }));
+    EXPECT_TRUE(WaitFor([&] { return folder.Read(u"got"_s) == "a.txt"; }));
     qputenv("PATH", path);
 }
 
@@ -78,8 +79,7 @@ TEST(Process, StartNotepadWithSpoilingDefault_PrefersFittingEditor)
                               QFile::ReadOwner | QFile::ExeOwner);
         qputenv("PATH", QFile::encodeName(folder.Path()));
         EXPECT_TRUE(StartProcess(u"notepad.exe \"a.txt\""_s)) << name;
-        EXPECT_TRUE(QTest::qWaitFor([&, &started = started] { return folder.Read(u"got"_s) == started + " a.txt"; }))
-            << name;
+        EXPECT_TRUE(WaitFor([&, &started = started] { return folder.Read(u"got"_s) == started + " a.txt"; })) << name;
         qputenv("PATH", path);
     }
 }
@@ -96,7 +96,7 @@ TEST(Voice, SpeakHostileText_PassesItAsOneArgument)
          {std::pair{u"\"+new A(\"B\").Run(\"c\")+\""_s, "en"}, {u"$(touch 漢)"_s, "ja"}, {u"--help"_s, "en"}}) {
         Voice().Speak(text);
         said += QByteArray("-l|") + language + "|--|" + text.toUtf8() + '|';
-        EXPECT_TRUE(QTest::qWaitFor([&] { return folder.Read(u"said"_s) == said; })) << said.constData();
+        EXPECT_TRUE(WaitFor([&] { return folder.Read(u"said"_s) == said; })) << said.constData();
     }
     qputenv("PATH", path);
 }

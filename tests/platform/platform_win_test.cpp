@@ -5,8 +5,7 @@
 #include "platform/modProcess.h"
 #include "platform/modProfile.h"
 #include "support/TestFiles.h"
-
-#include <QTest>
+#include "support/WaitFor.h"
 
 #include <gtest/gtest.h>
 #include <windows.h>
@@ -54,7 +53,7 @@ TEST(ProcessOnWindows, StartPathWithBlanks_PassesFileAsOneArgument)
     folder.Write(u"my tools/ed.cmd"_s, "@echo %~1> \"%~dp0got\"\r\n");
     const QString program = QDir::toNativeSeparators(folder.Path(u"my tools/ed.cmd"_s));
     EXPECT_TRUE(StartProcess(program + u" \"a b.txt\""_s));
-    EXPECT_TRUE(QTest::qWaitFor([&] { return folder.Read(u"my tools/got"_s) == "a b.txt\r\n"; }));
+    EXPECT_TRUE(WaitFor([&] { return folder.Read(u"my tools/got"_s) == "a b.txt\r\n"; }));
     EXPECT_FALSE(StartProcess(QDir::toNativeSeparators(folder.Path(u"missing"_s))));
     EXPECT_FALSE(StartProcess(QString()));
 }

@@ -88,7 +88,7 @@ class DialogScript : public QObject
     void GiveUpOn(QWidget *dialog)
     {
         m_waitedMs += m_timer.interval();
-        if (m_waitedMs < 2000)
+        if (m_waitedMs < 20'000) // ten times what any window needs to become usable
             return;
         m_waitedMs = 0;
         ADD_FAILURE() << "unexpected window " << dialog->objectName().toStdString();

@@ -7,6 +7,7 @@
 #include "support/DialogScript.h"
 #include "support/RecordingServices.h"
 #include "support/TestFiles.h"
+#include "support/WaitFor.h"
 #include "widgets/frmMsg.h"
 
 class WindowTest : public testing::Test

@@ -44,9 +44,9 @@ class StudyWindowTest : public WindowTest
         window = std::make_unique<frmText>(services, database, log, msg,
                                            StudyContext{folder.Path(), folder.Path(u"Kotoban.ini"_s), u"花子"_s});
         window->show();
-        EXPECT_TRUE(QTest::qWaitFor([this] { return script.IsDone() && !QApplication::activeModalWidget(); }));
+        EXPECT_TRUE(WaitFor([this] { return script.IsDone() && !QApplication::activeModalWidget(); }));
         window->activateWindow();
-        EXPECT_TRUE(QTest::qWaitFor([this] { return QApplication::activeWindow() == window.get(); }));
+        EXPECT_TRUE(WaitFor([this] { return QApplication::activeWindow() == window.get(); }));
         QCoreApplication::processEvents(); // only then the window accepts keys again
         page = Child<PicText>(u"picText");
         scroll = Child<QScrollBar>(u"VScroll");

@@ -36,7 +36,7 @@ TEST_F(StudyWindowTest, BlanksMarkedHard_AreStudiedAlone)
     Click(Qt::RightButton, 1, 1);
     EXPECT_FALSE(onlyHard->isChecked());
     EXPECT_EQ(Label(u"lblShown"), u"表示 0 / 4"_s);
-    EXPECT_TRUE(QTest::qWaitFor([this] { return folder.Read(u"ListMark.txt"_s).endsWith("[b1] [b2]\t1\r\n"); }));
+    EXPECT_TRUE(WaitFor([this] { return folder.Read(u"ListMark.txt"_s).endsWith("[b1] [b2]\t1\r\n"); }));
 
     folder.WriteStudyFile(u"txt/a.txt"_s, {u"[new]"_s, u"[a1] [a2]"_s, u"[b1] [b2]"_s});
     Child<QPushButton>(u"cmdReRead")->click();

@@ -219,7 +219,7 @@ TEST_F(StudyWindowTest, DesktopTurnsDark_PageFollows)
     const auto restore = qScopeGuard([light = QApplication::palette()] { QApplication::setPalette(light); });
     QApplication::setPalette(QPalette(Qt::white, QColor(49, 54, 59), Qt::white, Qt::black, Qt::gray, Qt::white,
                                       Qt::white, Qt::black, QColor(42, 46, 50)));
-    EXPECT_TRUE(QTest::qWaitFor([&background] { return background() == DarkPage.background; }));
+    EXPECT_TRUE(WaitFor([&background] { return background() == DarkPage.background; }));
     const QPalette keyword = Child<QLabel>(u"lblKeyword")->palette();
     EXPECT_GE(Contrast(keyword.color(QPalette::WindowText), keyword.color(QPalette::Window)), TextContrast);
 }

@@ -159,7 +159,7 @@ TEST_F(StudyWindowTest, LineMarked_EditorOpensThere)
 TEST_F(StudyWindowTest, FirstMinutePassed_ClockShowsMinutes)
 {
     OpenWith({u"[x]"_s});
-    EXPECT_TRUE(QTest::qWaitFor([this] { return Label(u"lblSecN") == u"0"_s; }));
+    EXPECT_TRUE(WaitFor([this] { return Label(u"lblSecN") == u"0"_s; }));
     const auto tick = [this](int seconds) {
         services.now = services.now.addSecs(seconds);
         window->Timer1_Timer();
@@ -214,7 +214,7 @@ TEST_F(StudyWindowTest, FileChanged_NoticeStaysUntilReadAgain)
         EXPECT_TRUE(
             file.setFileTime(QDateTime::currentDateTime().addSecs(++seconds), QFileDevice::FileModificationTime));
         file.close();
-        EXPECT_TRUE(QTest::qWaitFor([notice] { return !notice->isHidden(); })) << isReplaced;
+        EXPECT_TRUE(WaitFor([notice] { return !notice->isHidden(); })) << isReplaced;
         Child<QPushButton>(u"cmdReRead")->click();
         EXPECT_TRUE(notice->isHidden());
     }
@@ -282,7 +282,7 @@ TEST_F(StudyWindowTest, SettingsChanged_ApplyAtOnceAndKeepAnswers)
                                                     u"メモ帳をテキストエディタに指定します。"_s}));
     EXPECT_GT(page->Layout().cellWidthPx, before.cellWidthPx);
     EXPECT_GT(window->width(), 700) << "a line of 100 columns needs more";
-    EXPECT_TRUE(QTest::qWaitFor([this] { return QApplication::focusWidget() == page; }));
+    EXPECT_TRUE(WaitFor([this] { return QApplication::focusWidget() == page; }));
     EXPECT_FALSE(page->Layout().hasLineNumbers);
     EXPECT_EQ(scroll->value(), 7);
     EXPECT_EQ(Label(u"lblNum"), u"3"_s);
