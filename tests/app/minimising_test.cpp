@@ -119,7 +119,7 @@ TEST_F(MinimisingTest, EachWindowRestored_IsUnchanged)
         Enter(dialog, u"txtWeekN"_s, u"12"_s);
         Enter(dialog, u"txtFilter"_s, u"第2"_s);
         const auto *const total = dialog->findChild<QLabel *>(u"lblSumAns"_s);
-        EXPECT_TRUE(QTest::qWaitFor([total] { return total->text() == u"0"; }));
+        EXPECT_TRUE(WaitFor([total] { return total->text() == u"0"; }));
     };
     Minimise(u"frmFile"_s, filter, [](QWidget *dialog) {
         for (const QString &command : {u"cmdExport"_s, u"cmdPrint"_s, u"cmdSelect"_s})

@@ -228,7 +228,7 @@ TEST_F(FileWindowTest, FiguresNotRead_AreAbsentWithoutMessageUntilReopened)
         const auto described = [list] { return list->model()->index(0, 0).data(Qt::AccessibleTextRole).toString(); };
         while (tallying->isActive())
             QCoreApplication::processEvents();
-        EXPECT_TRUE(QTest::qWaitFor([described] { return described().contains(u'問'); }));
+        EXPECT_TRUE(WaitFor([described] { return described().contains(u'問'); }));
         return described();
     };
     window.show();
