@@ -16,9 +16,10 @@
 using namespace Qt::Literals::StringLiterals;
 
 StudySession::StudySession(const SystemServices &services, StudyDatabase &database, const QString &listFolder,
-                           const QString &userName)
+                           const QString &userName, const std::function<void()> &textGoes)
     : m_services(services), m_database(database), m_userName(userName),
-      m_marks(JoinPath(listFolder, u"ListMark.txt"_s), userName), m_places(JoinPath(listFolder, u"ListPlace.txt"_s))
+      m_marks(JoinPath(listFolder, u"ListMark.txt"_s), userName), m_places(JoinPath(listFolder, u"ListPlace.txt"_s)),
+      m_textGoes(textGoes)
 {
 }
 
@@ -26,7 +27,7 @@ bool StudySession::Open(const QString &path, QString *message)
 {
     m_start = m_services.Now();
     m_path.clear();
-    m_text = DisplayText();
+    ReplaceText(DisplayText());
     m_round.Load(0);
     m_isMarkChanged = false;
     m_lastLine = 0;
@@ -37,8 +38,7 @@ bool StudySession::Open(const QString &path, QString *message)
         return false;
     m_path = path;
     m_round.Load(m_text.Blanks().Count(), m_marks.Find(GetFileTitle(path), m_text));
-    if (const int line = m_places.Line(m_userName, GetFileTitle(path)); line <= m_text.LineCount())
-        m_lastLine = line;
+    m_lastLine = m_places.Line(m_userName, GetFileTitle(path));
     m_clockStart = m_services.Now();
     return true;
 }
@@ -62,9 +62,16 @@ bool StudySession::Read(const QString &path, QString *message, int *errorLine)
     if (!ReadTextFile(path, MaxLineBytes, &lines, message, errorLine))
         return false;
     m_fileTime = fileTime;
-    m_text = DisplayText(std::move(lines));
+    ReplaceText(DisplayText(std::move(lines)));
     *message = BadPictureNamesMessage(BadPictureNames(m_text));
     return true;
+}
+
+void StudySession::ReplaceText(DisplayText text)
+{
+    if (m_textGoes)
+        m_textGoes();
+    m_text = std::move(text);
 }
 
 bool StudySession::IsFileChanged() const

@@ -12,13 +12,16 @@
 #include "study/modStudyClock.h"
 #include "study/modStudyRound.h"
 
+#include <functional>
+
 class StudySession
 {
   public:
     /// @param services  supplies the time; it and the database must outlive the session
     /// @param listFolder  folder of the lists of hard blanks and of the places where users stopped
+    /// @param textGoes  called each time before the text is replaced, for whoever holds a place in it; may be empty
     StudySession(const SystemServices &services, StudyDatabase &database, const QString &listFolder,
-                 const QString &userName);
+                 const QString &userName, const std::function<void()> &textGoes = {});
 
     /// Begins a session with a file. Its row is inserted before the file is read, so that every attempt leaves one.
     /// @param message  the refusal, or what is wrong with the picture references of a file that was read
@@ -39,7 +42,7 @@ class StudySession
     /// The line, 1-based, at which the user last stopped in the open file; 0 if unknown or if the file is now shorter.
     int LastLine() const
     {
-        return m_lastLine;
+        return m_lastLine <= m_text.LineCount() ? m_lastLine : 0;
     }
 
     /// Marks a blank as hard, or removes the mark. The next KeepMarks or Complete saves it.
@@ -96,6 +99,7 @@ class StudySession
 
   private:
     bool Read(const QString &path, QString *message, int *errorLine);
+    void ReplaceText(DisplayText text);
 
     const SystemServices &m_services;
     StudyDatabase &m_database;
@@ -105,6 +109,7 @@ class StudySession
     QDateTime m_start; // key of the row; invalid before the first session
     QString m_path;
     QDateTime m_fileTime; // modification time before the text was read
+    std::function<void()> m_textGoes;
     DisplayText m_text;
     StudyRound m_round;
     bool m_isMarkChanged = false; // since the marks were saved

@@ -218,11 +218,6 @@ void StudyStateBar::OfferLine(int line)
     lblOffer->setVisible(line > 0);
 }
 
-void StudyStateBar::EndOffer()
-{
-    lblOffer->hide();
-}
-
 void StudyStateBar::ShowNotice(const QString &text)
 {
     lblNotice->setText(text);

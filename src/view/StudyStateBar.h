@@ -44,9 +44,6 @@ class StudyStateBar : public QWidget
     /// Offers the line at which the user last stopped, as a suggestion for AskForLine; 0 offers none.
     void OfferLine(int line);
 
-    /// Withdraws the offer.
-    void EndOffer();
-
     /// Shows a text for some seconds on top of the beginning of the row, so that nothing moves.
     void ShowNotice(const QString &text);
     void HideNotice();

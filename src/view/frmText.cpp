@@ -94,21 +94,14 @@ void frmText::OpenSession(const QString &path)
     Timer1->stop();
     m_stateBar->ClearTime();
     m_stateBar->ShowFileChange(false);
-    picText->SetStudy(nullptr, nullptr); // opening another file destroys the text it shows
-    if (m_frmSearch)
-        m_frmSearch->SetText(nullptr); // and the text it counts in
     QString message;
     const bool isLoaded = m_session.Open(path, &message);
     if (m_stage == Stage::Ended)
         return; // the window was closed while a database message was shown
-    if (isLoaded) {
-        picText->SetStudy(&m_session.Text(), &m_session.Round());
+    if (isLoaded)
         EnableFileControls(true);
-    }
     lblFile->SetText(QFileInfo(m_session.Path()).fileName());
-    m_wholeLine = 0;
-    m_offeredLine = m_session.LastLine() > 1 ? m_session.LastLine() : 0;
-    m_stateBar->OfferLine(m_offeredLine);
+    OfferLine(m_session.LastLine());
     ShowText(1);
     if (!isLoaded) {
         Ask(message, MsgStyle::Ok, u"notify.wav"_s);
@@ -138,17 +131,33 @@ void frmText::TellFileChange()
         m_watcher->addPath(m_session.Path()); // a replaced file is no longer watched
 }
 
-/// Shows the session's new text and forgets what was found and selected in the previous one.
-/// @param topLine  line to bring to the top, if it exists
+/// Forgets everything that points into the text, which is about to be replaced. The page shows none meanwhile.
+void frmText::ForgetPlaces()
+{
+    picText->SetStudy(nullptr, nullptr); // with its hint, target and hit
+    if (m_frmSearch)
+        m_frmSearch->SetText(nullptr);
+    m_stateBar->HideKeyword();
+    m_stateBar->HideNotice(); // hiding can no longer be undone
+    m_wholeLine = 0;
+    OfferLine(0);
+}
+
+/// Offers the line at which the user last stopped; 0 and 1 offer none.
+void frmText::OfferLine(int line)
+{
+    m_offeredLine = line > 1 ? line : 0;
+    m_stateBar->OfferLine(m_offeredLine);
+}
+
+/// Shows the session's new text. @param topLine  line to bring to the top, if it exists
 void frmText::ShowText(int topLine)
 {
-    picText->SetFound(TextSpan());
-    picText->SetCurrent(TextSpan());
-    m_stateBar->HideKeyword();
+    if (m_session.IsFileOpen())
+        picText->SetStudy(&m_session.Text(), &m_session.Round());
     m_stateBar->SetFile(m_session.Text().LineCount(), m_session.Round().BlankCount());
     if (m_frmSearch)
         m_frmSearch->SetText(&m_session.Text());
-    m_wholeLine = 0;
     ShowHardControls();
     SetUpScrollBar();
     HScroll->setValue(0);
@@ -181,6 +190,7 @@ void frmText::cmdReRead_Click()
     WriteTrace(u"■frmText.cmdReRead_Click()");
     if (!m_session.IsFileOpen())
         return;
+    const bool isOffered = m_offeredLine > 0;
     QString message;
     int errorLine = 0;
     if (!m_session.ReadAgain(&message, &errorLine)) {
@@ -190,6 +200,7 @@ void frmText::cmdReRead_Click()
         return;
     }
     WatchFile();
+    OfferLine(isOffered ? m_session.LastLine() : 0);
     ShowText(VScroll->value());
     picText->setFocus();
     if (!message.isEmpty())

@@ -113,6 +113,8 @@ class frmText : public QWidget
     void DescribePage();
 
     void OpenSession(const QString &path);
+    void ForgetPlaces();
+    void OfferLine(int line);
     void WatchFile();
     void TellFileChange();
     void OpenInEditorAt(int line);

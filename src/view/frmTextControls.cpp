@@ -41,7 +41,7 @@ frmText::frmText(SystemServices &services, StudyDatabase &database, const RunLog
                  const StudyContext &context)
     : m_services(services), m_database(database), m_log(log), m_msg(msg), m_context(context),
       m_settingsFile(context.settingsPath), m_defaults(DefaultSettings()), m_settings(m_defaults),
-      m_session(services, database, context.applicationFolder, context.userName),
+      m_session(services, database, context.applicationFolder, context.userName, [this] { ForgetPlaces(); }),
       m_watcher(new QFileSystemWatcher(this)), picText(new PicText(this)),
       VScroll(new FocusScrollBar(Qt::Vertical, this)), HScroll(new FocusScrollBar(Qt::Horizontal, this)),
       cmdFile(AddBarButton(u"cmdFile"_s, u"ファイル選択(&O)"_s, u"別の学習ファイルを選びます (Alt+O)"_s,

@@ -57,10 +57,8 @@ void frmText::VScroll_Change()
     picText->SetCurrent(TextSpan());
     picText->SetHint(0);
     picText->SetTopLine(VScroll->value());
-    if (VScroll->value() > 1 && m_offeredLine > 0) { // the user has accepted the offer or moved elsewhere
-        m_offeredLine = 0;
-        m_stateBar->EndOffer();
-    }
+    if (VScroll->value() > 1 && m_offeredLine > 0)
+        OfferLine(0); // the user has accepted the offer or moved elsewhere
     ShowProgress();
 }
 

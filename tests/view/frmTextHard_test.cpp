@@ -136,16 +136,27 @@ TEST_F(StudyWindowTest, FileReopened_OffersLineWhereUserStopped)
     scroll->setValue(120);
     window->close();
 
-    script.When(u"frmFile"_s, [](QWidget *dialog) {
-        EXPECT_EQ(dialog->findChild<QListView *>(u"lstFile"_s)->currentIndex().data().toString(), u"b.txt"_s);
-        dialog->findChild<QPushButton *>(u"cmdSelect"_s)->click();
-    });
-    ASSERT_EQ(database.Open(folder.Path(u"k.splite3"_s)), 0);
-    Open();
-    EXPECT_EQ(scroll->value(), 1);
-    EXPECT_EQ(Label(u"lblOffer"), u"前回は 120 行（Ctrl+G）"_s);
+    const auto openAgain = [this] {
+        script.When(u"frmFile"_s, [](QWidget *dialog) {
+            EXPECT_EQ(dialog->findChild<QListView *>(u"lstFile"_s)->currentIndex().data().toString(), u"b.txt"_s);
+            dialog->findChild<QPushButton *>(u"cmdSelect"_s)->click();
+        });
+        ASSERT_EQ(database.Open(folder.Path(u"k.splite3"_s)), 0);
+        Open();
+        EXPECT_EQ(scroll->value(), 1);
+        EXPECT_EQ(Label(u"lblOffer"), u"前回は 120 行（Ctrl+G）"_s);
+    };
+    openAgain();
+    Child<QPushButton>(u"cmdReRead")->click();
+    EXPECT_EQ(Label(u"lblOffer"), u"前回は 120 行（Ctrl+G）"_s) << "that line is still there";
     QTest::keyClick(page, Qt::Key_G, Qt::ControlModifier);
     QTest::keyClick(Child<QLineEdit>(u"txtLine"), Qt::Key_Return);
     EXPECT_EQ(scroll->value(), 120);
     EXPECT_EQ(Label(u"lblOffer"), u"(hidden)"_s);
+    window->close();
+
+    openAgain();
+    folder.WriteStudyFile(u"txt/b.txt"_s, lines.first(100));
+    Child<QPushButton>(u"cmdReRead")->click();
+    EXPECT_EQ(Label(u"lblOffer"), u"(hidden)"_s) << "it is gone";
 }

@@ -3,6 +3,7 @@
 
 #include "base/modFile.h"
 #include "base/modProduct.h"
+#include "support/Rows.h"
 #include "text/modCheckText.h"
 #include "view/StudyWindowTest.h"
 
@@ -120,8 +121,11 @@ TEST_F(StudyWindowTest, FileReadAgain_KeepsAnswersOrOffersEditor)
     const QByteArray bad = "ok\r\n[broken\r\n";
     folder.Write(u"txt/a.txt"_s, bad);
     const QString before = page->SpokenText();
+    QTest::keyClick(page, Qt::Key_H, Qt::ControlModifier);
     script.Click(u"frmMsg"_s, u"cmdOK"_s);
     Child<QPushButton>(u"cmdReRead")->click();
+    EXPECT_TRUE(QTest::qWaitFor([this] { return QApplication::activeWindow() == window.get(); }));
+    QTest::keyClick(page, Qt::Key_Z, Qt::ControlModifier);
     EXPECT_EQ(script.messages.last(),
               QString(BracketCountMessage(2, u"[broken") + u"\r\n\r\nこのファイルを編集しますか？"_s)
                   .replace(u"\r\n"_s, u"\n"_s));
@@ -134,6 +138,54 @@ TEST_F(StudyWindowTest, FileReadAgain_KeepsAnswersOrOffersEditor)
     Child<QPushButton>(u"cmdReRead")->click();
     EXPECT_EQ(services.commands.size(), 1);
     EXPECT_EQ(Sessions().size(), 1) << "reading again begins no session";
+}
+
+TEST_F(StudyWindowTest, ShortenedFileReadAgain_LeavesNoPlaceOfOldText)
+{
+    const QStringList longText(9, u"[word] [two]"_s);
+    const QStringList shortText = {u"[word]"_s};
+    OpenWith(shortText);
+    const QImage fresh = OnScreen();
+    const auto readAgain = [this](const QStringList &lines) {
+        folder.WriteStudyFile(u"txt/a.txt"_s, lines);
+        QTest::mouseClick(Child<QPushButton>(u"cmdReRead"), Qt::LeftButton);
+    };
+    const auto press = [this](Qt::Key key, Qt::KeyboardModifiers more = {}) {
+        QTest::keyClick(page, key, Qt::ControlModifier | more);
+    };
+    const auto search = [this, &press] {
+        press(Qt::Key_F);
+        auto *const txtSearch = window->findChild<QLineEdit *>(u"txtSearch"_s);
+        EXPECT_TRUE(QTest::qWaitFor([txtSearch] { return txtSearch->window()->isActiveWindow(); }));
+        txtSearch->setText(u"two"_s);
+        QTest::keyClick(txtSearch, Qt::Key_F3, Qt::ShiftModifier);
+        EXPECT_TRUE(QTest::qWaitFor([this] { return Label(u"lblKeyword").contains(u"9 / 9"_s); }));
+        txtSearch->window()->close();
+        window->activateWindow();
+        EXPECT_TRUE(QTest::qWaitFor([this] { return QApplication::activeWindow() == window.get(); }));
+    };
+    const Rows<const char *, std::function<void()>> places = {
+        {"hint", [&] { press(Qt::Key_I); }},
+        {"target", [&] { press(Qt::Key_Left); }},
+        {"hit", search},
+        {"whole line", [&] { press(Qt::Key_Space, Qt::ShiftModifier); }},
+        {"undo", [&] { Click(Qt::RightButton, 1, 1); }},
+    };
+    for (const auto &[place, choose] : places) {
+        readAgain(longText);
+        Press(Qt::Key_Return, 5);
+        choose();
+        readAgain(shortText);
+        if (Label(u"lblShown") == u"表示 1 / 1")
+            Click(Qt::LeftButton, 1, 1);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return OnScreen() == fresh; })) << place;
+        press(Qt::Key_Z);
+        press(Qt::Key_Space);
+        EXPECT_EQ(Label(u"lblShown"), u"表示 0 / 1"_s) << place;
+        EXPECT_EQ(Label(u"lblNotice"), u"(hidden)"_s) << place;
+        EXPECT_EQ(Label(u"lblKeyword"), u"(hidden)"_s) << place;
+        EXPECT_EQ(page->SpokenCursor(), 0) << place;
+    }
 }
 
 TEST_F(StudyWindowTest, LineMarked_EditorOpensThere)
