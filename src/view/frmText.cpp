@@ -161,7 +161,7 @@ void frmText::ShowText(int topLine)
     ShowHardControls();
     SetUpScrollBar();
     HScroll->setValue(0);
-    ShowLine(qMin(topLine, VScroll->maximum()));
+    ShowLine(topLine);
 }
 
 void frmText::Timer1_Timer()

@@ -62,11 +62,12 @@ void frmText::VScroll_Change()
     ShowProgress();
 }
 
-/// Brings a line to the top and repaints the page, even if the line is already there.
+/// Brings a line to the top, or the last possible one before it, and repaints the page even if it is already there.
 void frmText::ShowLine(int line)
 {
-    if (VScroll->value() != line)
-        VScroll->setValue(line);
+    const int topLine = qMin(line, VScroll->maximum());
+    if (VScroll->value() != topLine)
+        VScroll->setValue(topLine);
     else
         VScroll_Change();
 }

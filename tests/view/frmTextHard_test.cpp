@@ -69,6 +69,24 @@ TEST_F(StudyWindowTest, CtrlZAfterHiding_RestoresAnswersAndPage)
     EXPECT_EQ(Label(u"lblShown"), u"表示 1 / 200"_s) << "after an answer it is too late for undo";
 }
 
+TEST_F(StudyWindowTest, CtrlZInWindowThatFileNowFits_RepaintsPage)
+{
+    OpenWith(QStringList(20, u"[word]"_s));
+    const int fullHeight = window->height();
+    window->resize(window->width(), fullHeight / 2);
+    scroll->setValue(12);
+    Press(Qt::Key_Return, 2);
+    Click(Qt::RightButton, 1, 1);
+    window->resize(window->width(), fullHeight);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return scroll->maximum() == 1; }));
+    OnScreen();
+    QTest::keyClick(page, Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(Label(u"lblShown"), u"表示 2 / 20"_s);
+    const QImage afterUndo = OnScreen();
+    page->update();
+    EXPECT_EQ(OnScreen(), afterUndo);
+}
+
 TEST_F(StudyWindowTest, LineToggledTwice_IsShownThenHidden)
 {
     OpenWith({u"[a1] [a2]"_s, u"[b1] [b2]"_s});
