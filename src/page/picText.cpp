@@ -72,10 +72,7 @@ void PicText::SetAppearance(float points, int lineSpacePx, bool hasLineNumbers, 
     m_layout.cellWidthPx = qMax(1, int(std::ceil(halfWidth)));
     m_layout.linePitchPx = int(std::ceil(metrics.height())) + lineSpacePx * zoomPercent / 100;
     m_layout.hasLineNumbers = hasLineNumbers;
-    setMinimumHeight(m_layout.RowTopPx(2)); // one row
-    updateGeometry();                       // sizeHint depends on the font
     update();
-    Q_EMIT RowsChanged();
 }
 
 void PicText::SetPageColour(PageColourChoice choice)

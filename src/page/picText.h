@@ -29,7 +29,8 @@ class PicText : public QWidget
     /// are null, the page explains how to choose a file.
     void SetStudy(const DisplayText *text, const StudyRound *round);
 
-    /// Sets font and rows. @param points  size of the text; @param lineSpacePx  space between two lines
+    /// Sets font and rows; RowsChanged is not emitted. @param points  size of the text; @param lineSpacePx  space
+    /// between two lines
     /// @param zoomPercent  magnification of both
     void SetAppearance(float points, int lineSpacePx, bool hasLineNumbers, int zoomPercent);
 
@@ -99,7 +100,7 @@ class PicText : public QWidget
     void MouseDown(Qt::MouseButton button, int xPx, int yPx);
     void MouseMove();
     void OLEDragDrop();
-    void RowsChanged(); ///< the number of rows may have changed
+    void RowsChanged(); ///< the page has another size
     void ColoursChanged();
     void WheelTurned(int lines);
     void WheelTurnedSideways(int cells);

@@ -12,6 +12,7 @@
 #include "search/frmSearch.h"
 #include "settings/frmIni.h"
 #include "settings/modEditor.h"
+#include "page/PageFrame.h"
 #include "view/StudyStateBar.h"
 #include "view/frmPicture.h"
 #include "widgets/ElidedLabel.h"
@@ -159,6 +160,7 @@ void frmText::ShowText(int topLine)
     if (m_frmSearch)
         m_frmSearch->SetText(&m_session.Text());
     ShowHardControls();
+    m_pageFrame->SetTextSize(m_session.Text().LineCount(), m_session.Text().LongestLineCells());
     SetUpScrollBar();
     HScroll->setValue(0);
     ShowLine(topLine);

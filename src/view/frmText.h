@@ -22,6 +22,7 @@ class frmMsg;
 class frmSearch;
 class ElidedLabel;
 class InputGuard;
+class PageFrame;
 class PicText;
 class QCheckBox;
 class QFileSystemWatcher;
@@ -90,7 +91,6 @@ class frmText : public QWidget
     void EnableFileControls(bool isEnabled);
     void ReadSettings();
     void ApplySettings();
-    QSize SizeForText() const;
     void WidenToText();
     int LargestLeft(int widthPx) const;
     void PlaceFileWindow();
@@ -100,7 +100,6 @@ class frmText : public QWidget
     int StoppedAt() const;
     void CompleteSession();
     void SetUpScrollBar();
-    void ShowNeededScrollBars();
     void ShowText(int topLine);
     void ShowLine(int line);
     void ShowProgress();
@@ -180,6 +179,7 @@ class frmText : public QWidget
     PicText *picText;
     QScrollBar *VScroll;
     QScrollBar *HScroll;
+    PageFrame *m_pageFrame; // with these three
     QPushButton *cmdFile;
     QPushButton *cmdReRead;
     QPushButton *cmdEdit;

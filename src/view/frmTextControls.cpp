@@ -8,6 +8,7 @@
 #include "page/picText.h"
 #include "platform/modWindowMessage.h"
 #include "settings/modZoom.h"
+#include "page/PageFrame.h"
 #include "view/StudyStateBar.h"
 #include "view/frmText.h"
 #include "widgets/ElidedLabel.h"
@@ -19,12 +20,12 @@
 
 #include <QCheckBox>
 #include <QFileSystemWatcher>
-#include <QGridLayout>
 #include <QPushButton>
 #include <QScreen>
 #include <QScrollBar>
 #include <QShortcut>
 #include <QTimer>
+#include <QVBoxLayout>
 #include <QWindow>
 
 #include <functional>
@@ -44,6 +45,7 @@ frmText::frmText(SystemServices &services, StudyDatabase &database, const RunLog
       m_session(services, database, context.applicationFolder, context.userName, [this] { ForgetPlaces(); }),
       m_watcher(new QFileSystemWatcher(this)), picText(new PicText(this)),
       VScroll(new FocusScrollBar(Qt::Vertical, this)), HScroll(new FocusScrollBar(Qt::Horizontal, this)),
+      m_pageFrame(new PageFrame(picText, VScroll, HScroll, this)),
       cmdFile(AddBarButton(u"cmdFile"_s, u"ファイル選択(&O)"_s, u"別の学習ファイルを選びます (Alt+O)"_s,
                            &frmText::cmdFile_Click)),
       cmdReRead(AddBarButton(u"cmdReRead"_s, u"再読込(&R)"_s, u"編集した学習ファイルを読み直します (Alt+R)"_s,
@@ -92,16 +94,11 @@ void frmText::AddControls()
     bar->addWidget(chkOnlyHard);
     bar->addWidget(lblFile);
 
-    auto *const page = new QGridLayout;
-    page->setSpacing(0);
-    page->addWidget(picText, 0, 0);
-    page->addWidget(VScroll, 0, 1);
-    page->addWidget(HScroll, 1, 0);
     auto *const column = new QVBoxLayout(this);
     column->setContentsMargins(8, 8, 8, 6);
     column->setSpacing(6);
     column->addLayout(bar);
-    column->addLayout(page, 1);
+    column->addWidget(m_pageFrame, 1);
     column->addWidget(m_stateBar);
 
     // In reading order: the buttons, the page with its scroll bars, then the row below.
@@ -210,8 +207,8 @@ void frmText::Form_Load()
     m_zoom = zoom > 0 ? zoom : ZoomForDesktopFont(fontInfo().pointSizeF());
     ApplySettings();
     const QSize remembered = m_settingsFile.ReadFormSize();
-    resize((remembered.isEmpty() ? SizeForText() : remembered.expandedTo(minimumSizeHint()))
-               .boundedTo(AvailableSize(this)));
+    resize(
+        (remembered.isEmpty() ? sizeHint() : remembered.expandedTo(minimumSizeHint())).boundedTo(AvailableSize(this)));
     m_upper = UpperBounds(LargestLeft(width()));
     int left = area.left() + (area.width() - width()) / 2;
     if (m_settingsFile.Exists())
@@ -253,7 +250,7 @@ void frmText::showEvent(QShowEvent *event)
 void frmText::Form_Resize()
 {
     WriteTrace(u"■frmText.Form_Resize");
-    // Nothing else: picText updates its number of rows itself.
+    // Nothing else: the frame of the page places what is in it.
 }
 
 void frmText::resizeEvent(QResizeEvent *event)
@@ -283,22 +280,18 @@ void frmText::ReadSettings()
 void frmText::ApplySettings()
 {
     picText->SetAppearance(m_settings.FontSize, m_settings.LineSpace, m_settings.bolDispLineNum, m_zoom);
+    m_pageFrame->AdaptToFont();
+    SetUpScrollBar();
     picText->SetPageColour(m_settings.pageColour);
     m_stateBar->ShowZoom(m_zoom);
     DescribePage();
-}
-
-/// The size in pixels at which lines of maximum length fit beside a scroll bar.
-QSize frmText::SizeForText() const
-{
-    return sizeHint() + QSize(VScroll->isHidden() ? VScroll->sizeHint().width() : 0, 0);
 }
 
 /// Widens the window, at most to the screen, if a line of maximum length no longer fits.
 void frmText::WidenToText()
 {
     const QRect area = screen()->availableGeometry();
-    const int wanted = qMin(SizeForText().width(), AvailableSize(this).width());
+    const int wanted = qMin(sizeHint().width(), AvailableSize(this).width());
     if (isMaximized() || isFullScreen() || wanted <= width())
         return;
     const int frame = frameGeometry().width() - width();

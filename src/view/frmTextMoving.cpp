@@ -9,7 +9,6 @@
 #include "view/frmText.h"
 
 #include <QCheckBox>
-#include <QLayout>
 #include <QRandomGenerator>
 #include <QScrollBar>
 
@@ -20,25 +19,8 @@ PageInView frmText::Page() const
     return PageAt(VScroll->value(), m_session.Text().LineCount(), picText->Layout());
 }
 
-/// Shows the scroll bars that the open text needs and gives the page the remaining space.
-void frmText::ShowNeededScrollBars()
-{
-    const int barPx = VScroll->sizeHint().width();
-    PageLayout whole = picText->Layout();
-    whole.widthPx += VScroll->isHidden() ? 0 : barPx;
-    whole.heightPx += HScroll->isHidden() ? 0 : barPx;
-    const DisplayText &text = m_session.Text();
-    const NeededScrollBars needed = ScrollBarsFor(text.LineCount(), text.LongestLineCells(), whole, barPx);
-    if (needed.isVertical != VScroll->isHidden() && needed.isHorizontal != HScroll->isHidden())
-        return;
-    VScroll->setVisible(needed.isVertical);
-    HScroll->setVisible(needed.isHorizontal);
-    layout()->activate(); // immediately, because the number of rows depends on it
-}
-
 void frmText::SetUpScrollBar()
 {
-    ShowNeededScrollBars();
     const PageInView page = Page();
     VScroll->setRange(1, page.maximum);
     VScroll->setPageStep(page.pageSize);

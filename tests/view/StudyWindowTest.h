@@ -91,7 +91,7 @@ class StudyWindowTest : public WindowTest
         const QImage image = window->screen()->grabWindow(window->winId()).toImage();
         EXPECT_FALSE(image.isNull());
         const double scale = window->devicePixelRatioF();
-        const QRect area = page->geometry();
+        const QRect area(page->mapTo(window.get(), QPoint()), page->size());
         return image.copy(QRectF(QPointF(area.topLeft()) * scale, QSizeF(area.size()) * scale).toRect());
     }
 

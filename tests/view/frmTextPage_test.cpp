@@ -210,6 +210,23 @@ TEST_F(StudyWindowTest, NavigationKeys_MoveWithoutChangingAnswers)
     }
 }
 
+TEST_F(StudyWindowTest, WindowAsLowAsItGoes_IsLaidOutAtEachWidth)
+{
+    OpenWith({u"[one]"_s + QString(60, u'-')});
+    for (int width = window->minimumSizeHint().width(); width <= 900; ++width) {
+        window->resize(width, 1);
+        QCoreApplication::processEvents();
+        const QRect area(page->mapTo(window.get(), QPoint()), page->size());
+        ASSERT_GE(page->height(), page->Layout().RowTopPx(2)) << width;
+        ASSERT_TRUE(window->rect().contains(area)) << width;
+        for (const char16_t *const name : {u"VScroll", u"HScroll"}) {
+            const auto *const bar = Child<QScrollBar>(name);
+            const QRect barArea(bar->mapTo(window.get(), QPoint()), bar->size());
+            ASSERT_TRUE(bar->isHidden() || (window->rect().contains(barArea) && !barArea.intersects(area))) << width;
+        }
+    }
+}
+
 TEST_F(StudyWindowTest, DesktopTurnsDark_PageFollows)
 {
     folder.Write(u"Kotoban.ini"_s, "[setting]\r\nPageColour=Desktop\r\n");

@@ -1,0 +1,45 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
+// The page with the scroll bars that its text needs. The frame's own size never depends on them: a layout would grow
+// and shrink with its bars, which changes the number of rows, and that whether the bars are needed.
+#pragma once
+
+#include <QWidget>
+
+class PicText;
+class QScrollBar;
+
+class PageFrame : public QWidget
+{
+    Q_OBJECT
+
+  public:
+    /// Takes over the three widgets and places them.
+    PageFrame(PicText *page, QScrollBar *vertical, QScrollBar *horizontal, QWidget *parent);
+
+    /// Shows the bars that a text needs, and gives the page the remaining space.
+    void SetTextSize(int lineCount, int longestLineCells);
+
+    /// Does the same for another font of the page.
+    void AdaptToFont();
+
+    /// Room for the page beside a vertical bar.
+    QSize sizeHint() const override;
+
+    /// A row of text above a horizontal bar.
+    QSize minimumSizeHint() const override;
+
+  protected:
+    void resizeEvent(QResizeEvent *event) override;
+
+  private:
+    void Arrange();
+    int BarPx() const;
+
+    PicText *m_page;
+    QScrollBar *m_vertical;
+    QScrollBar *m_horizontal;
+    int m_lineCount = 0;
+    int m_longestLineCells = 0;
+};
