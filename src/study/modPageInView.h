@@ -28,7 +28,7 @@ struct PageInView
     /// Number of pages that Enter turns through from line 1, at least 1.
     int PageCount() const
     {
-        return canScroll ? (lineCount - 1 + pageSize - 1) / pageSize : 1;
+        return canScroll ? std::max(1, (lineCount - 1 + pageSize - 1) / pageSize) : 1;
     }
 
     /// The page that a line is on; if it is on two, the later one.

@@ -200,6 +200,7 @@ TEST(PageAt, AnyFile_CountsPagesThatEnterTurns)
         {1, 10, 9, 1, 1, 1},    {1, 10, 10, 1, 1, 1},  {10, 10, 10, 1, 1, 1},  {1, 10, 11, 1, 2, 2},
         {10, 10, 11, 2, 2, 2},  {1, 10, 19, 1, 2, 10}, {10, 10, 40, 2, 5, 31}, {40, 10, 40, 5, 5, 31},
         {12, 10, 40, 2, 5, 31}, {1, 1, 3, 1, 2, 2},    {3, 1, 3, 2, 2, 2},     {1, 10, 0, 1, 1, 1},
+        {1, 1, 1, 1, 1, 1},
     };
     for (const auto &[topLine, height, lines, number, count, lastFullTop] : rows) {
         const PageInView page = Page(topLine, height, lines);
