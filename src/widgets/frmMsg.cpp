@@ -8,6 +8,7 @@
 #include "base/modProduct.h"
 #include "widgets/ScreenFit.h"
 
+#include <QEventLoop>
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QLabel>
@@ -42,6 +43,17 @@ QString WithLongLinesCut(const QString &message)
 }
 
 } // namespace
+
+/// One call of DispFrmMsg.
+struct frmMsg::Turn
+{
+    QWidget *owner;
+    QString message;
+    MsgStyle style;
+    QString soundName;
+    MsgResult result = MsgResult::None;
+    QEventLoop loop{}; // runs until the answer
+};
 
 frmMsg::frmMsg(SystemServices &services, const QString &soundFolder)
     : m_services(services), m_soundFolder(soundFolder), fraMsg(new QScrollArea(this)), lblMsg(new QLabel),
@@ -90,23 +102,49 @@ void frmMsg::Form_Activate()
 
 MsgResult frmMsg::DispFrmMsg(QWidget *owner, const QString &message, MsgStyle style, const QString &soundName)
 {
-    m_result = MsgResult::None;
-    setParent(owner, Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint);
-    lblMsg->setText(WithLongLinesCut(message));
-    SelectButtons(style);
-    LayOut();
-    PlaceOver(owner);
-    PlayNamedSound(soundName);
-    cmdOK->setEnabled(false);
-    cmdCancel->setEnabled(false);
-    Timer1->start();
-    exec();
-    Timer1->stop();
+    Turn turn{owner, message, style, soundName};
+    m_turns += &turn;
+    if (m_turns.size() == 1)
+        ShowTurn();
+    turn.loop.exec(); // not QDialog::exec(), which cannot be called while the dialog is open
+    if (m_turns.removeOne(&turn))
+        hide(); // the program ends before the answer
     // The dialog outlives its owners, so it must not remain a child of this one.
     setParent(nullptr, windowFlags());
     if (owner)
         owner->activateWindow(); // not every window system does so automatically
-    return m_result;
+    return turn.result;
+}
+
+/// Shows the message of the first call that has no answer yet.
+void frmMsg::ShowTurn()
+{
+    if (m_turns.isEmpty())
+        return; // the program ends
+    const Turn &turn = *m_turns.front();
+    setParent(turn.owner, Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint);
+    setModal(true);
+    lblMsg->setText(WithLongLinesCut(turn.message));
+    SelectButtons(turn.style);
+    LayOut();
+    PlaceOver(turn.owner);
+    PlayNamedSound(turn.soundName);
+    cmdOK->setEnabled(false);
+    cmdCancel->setEnabled(false);
+    Timer1->start();
+    show();
+}
+
+/// Ends a call, however the dialog was closed. Its loop returns after those of the calls made during it.
+void frmMsg::hideEvent(QHideEvent *event)
+{
+    QDialog::hideEvent(event);
+    if (event->spontaneous() || m_turns.isEmpty())
+        return;
+    Timer1->stop();
+    m_turns.takeFirst()->loop.quit();
+    if (!m_turns.isEmpty())
+        QTimer::singleShot(0, this, &frmMsg::ShowTurn);
 }
 
 void frmMsg::PlayNamedSound(const QString &soundName)
@@ -210,7 +248,8 @@ void frmMsg::PlaceOver(const QWidget *owner)
 
 void frmMsg::Answer(MsgResult result)
 {
-    m_result = result;
+    if (!m_turns.isEmpty()) // assistive technology may press a button of a hidden window
+        m_turns.front()->result = result;
     hide();
 }
 

@@ -40,7 +40,8 @@ class frmMsg : public QDialog
     /// @param soundFolder  folder of sounds that are given by name only
     frmMsg(SystemServices &services, const QString &soundFolder);
 
-    /// Shows the message and waits for the answer. One dialog serves all calls; each lays it out anew.
+    /// Shows the message and waits for the answer. One dialog serves all calls; each lays it out anew. A call while the
+    /// dialog is open shows its own message after that one has been answered.
     /// @param message  lines separated by CR LF
     /// @param style  any other value first shows a message box "err!", then OK and cancel buttons
     /// @param soundName  file name in the sound folder, or a path with a backslash, which is used as is
@@ -53,10 +54,13 @@ class frmMsg : public QDialog
     bool eventFilter(QObject *object, QEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     void showEvent(QShowEvent *event) override;
+    void hideEvent(QHideEvent *event) override;
 
   private:
     void Form_Load();
     void Form_Activate();
+    struct Turn;
+    void ShowTurn();
     void SelectButtons(MsgStyle style);
     void LayOut();
     void PlaceOver(const QWidget *owner);
@@ -73,5 +77,5 @@ class frmMsg : public QDialog
     QPushButton *cmdOK;
     QPushButton *cmdCancel;
     QTimer *Timer1;
-    MsgResult m_result = MsgResult::None;
+    QList<Turn *> m_turns; // calls to answer, the first of which is shown
 };

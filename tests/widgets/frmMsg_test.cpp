@@ -124,6 +124,29 @@ TEST_F(MsgTest, LongMessage_FitsScreenAndClosingGivesNoAnswer)
     EXPECT_GT(heights[1], heights[0]);
 }
 
+TEST_F(MsgTest, SecondCallWhileOpen_WaitsItsTurnAndEachGetsItsAnswer)
+{
+    QList<MsgResult> later;
+    const auto look = [&] {
+        QTimer::singleShot(0, &msg,
+                           [&] { later += msg.DispFrmMsg(&owner, u"三つ目"_s, MsgStyle::OkCancel, u"tada.wav"_s); });
+        later += msg.DispFrmMsg(&owner, u"二つ目"_s, MsgStyle::Ok, u"start.wav"_s);
+    };
+    script.When(u"frmMsg"_s, [&](QWidget *) {
+        EXPECT_EQ(services.sounds.size(), 1) << "only what is shown is heard";
+        EXPECT_EQ(Button(u"cmdOK")->text(), u"はい"_s);
+        Button(u"cmdCancel")->click();
+    });
+    script.Click(u"frmMsg"_s, u"cmdOK"_s);
+    script.When(u"frmMsg"_s, [&](QWidget *) { msg.close(); });
+    EXPECT_EQ(Show(u"続けますか？"_s, MsgStyle::YesNo, look), MsgResult::Cancel);
+    EXPECT_EQ(later, QList<MsgResult>({MsgResult::None, MsgResult::Ok}));
+    EXPECT_EQ(script.messages, QStringList({u"続けますか？"_s, u"二つ目"_s, u"三つ目"_s}));
+    EXPECT_EQ(services.sounds.size(), 3);
+    script.Click(u"frmMsg"_s, u"cmdOK"_s);
+    EXPECT_EQ(Show(u"終わり"_s, MsgStyle::Ok, [] {}), MsgResult::Ok) << "works as before";
+}
+
 TEST(DialogFocus, DialogClosed_OwnerIsActiveAgain)
 {
     const DialogFocus dialogFocus;
