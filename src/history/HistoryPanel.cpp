@@ -11,6 +11,7 @@
 #include "history/HistoryModel.h"
 #include "platform/modReplaceFile.h"
 #include "settings/modEditor.h"
+#include "widgets/BlockedWindow.h"
 #include "widgets/NamedControls.h"
 #include "widgets/PageFont.h"
 #include "widgets/ScreenFit.h"
@@ -214,10 +215,16 @@ void HistoryPanel::ShowRecord(int weeks)
     ReadOn();
 }
 
-/// Reads for a few milliseconds. Updates the display when all is read, and at intervals until then.
+/// Reads for a few milliseconds. Updates the display when all is read, and at intervals until then. Pauses while
+/// another window is open over this one, because a fault would be reported, and a report that was asked for is offered.
 void HistoryPanel::ReadOn()
 {
     constexpr int sliceMs = 3;
+    constexpr int pauseMs = 100;
+    if (IsBlocked(this)) {
+        m_reading->start(pauseMs);
+        return;
+    }
     constexpr int msBetweenUpdates = 200;
     m_isReading = m_reader.GoOn(QDeadlineTimer(sliceMs, Qt::PreciseTimer)) && m_isReading; // Stop may have been called
     if (!m_isReading || !m_sinceShown.isValid() || m_sinceShown.hasExpired(msBetweenUpdates))

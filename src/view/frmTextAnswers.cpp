@@ -8,6 +8,7 @@
 #include "study/modClickTarget.h"
 #include "view/StudyStateBar.h"
 #include "view/frmText.h"
+#include "widgets/BlockedWindow.h"
 #include "widgets/frmMsg.h"
 
 #include <QCheckBox>
@@ -192,9 +193,16 @@ void frmText::ToggleHard(int blank)
     ShowProgress();
 }
 
+/// Saves the marks, and reports a failure unless another window is open, over which a timer must not open a message.
+/// After that one is closed it tries again.
 void frmText::KeepMarks()
 {
-    if (QString message; !m_session.KeepMarks(&message))
+    QString message;
+    if (m_session.KeepMarks(&message))
+        return;
+    if (IsBlocked(this))
+        m_keeping->start();
+    else
         Ask(message, MsgStyle::Ok, u"notify.wav"_s);
 }
 

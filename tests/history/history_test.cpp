@@ -18,6 +18,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListView>
+#include <QSignalSpy>
 #include <QTest>
 
 #include <gtest/gtest.h>
@@ -450,6 +451,35 @@ TEST_F(HistoryWindowTest, ReportRequestedWhileReading_IsWrittenOnceAllIsRead)
     EXPECT_EQ(Label(u"lblSumAns"_s), QString::number(DBSumAnsKotoban(database, QDate(2024, 3, 5), 69'993, u"花/子"_s)));
     EXPECT_GT(Records().size(), 50'000);
     EXPECT_FALSE(QDir(folder.Path(u"rec"_s)).isEmpty());
+}
+
+TEST_F(HistoryWindowTest, QuestionOpenWhileReading_ReportAndFaultsWaitForItsAnswer)
+{
+    AddManySessions(&database, 50'000);
+    window.show();
+    auto *const weeks = window.findChild<QLineEdit *>(u"txtWeekN"_s);
+    auto *const reading = window.findChild<QTimer *>(u"tmrRecord"_s);
+    const auto waitForSlices = [&](QWidget *) {
+        const QSignalSpy slices(reading, &QTimer::timeout);
+        EXPECT_TRUE(WaitFor([&slices] { return slices.size() >= 3; }));
+        EXPECT_TRUE(services.messages.isEmpty());
+        EXPECT_EQ(msg.findChild<QLabel *>(u"lblMsg"_s)->text(), u"続けますか？"_s);
+        if (weeks->text() == u"999")
+            script.Click(u"frmMsg"_s, u"cmdCancel"_s); // for the report
+        msg.findChild<QAbstractButton *>(u"cmdCancel"_s)->click();
+    };
+    weeks->setText(u"999"_s);
+    window.findChild<QAbstractButton *>(u"cmdFile"_s)->click();
+    script.When(u"frmMsg"_s, waitForSlices);
+    EXPECT_EQ(msg.DispFrmMsg(&window, u"続けますか？"_s, MsgStyle::YesNo, QString()), MsgResult::Cancel);
+    EXPECT_TRUE(WaitFor([this] { return script.IsDone(); }));
+    EXPECT_FALSE(QDir(folder.Path(u"rec"_s)).isEmpty());
+
+    weeks->setText(u"998"_s);
+    database.Close();
+    script.When(u"frmMsg"_s, waitForSlices);
+    EXPECT_EQ(msg.DispFrmMsg(&window, u"続けますか？"_s, MsgStyle::YesNo, QString()), MsgResult::Cancel);
+    EXPECT_TRUE(WaitFor([this] { return services.messages.size() == 1; }));
 }
 
 TEST_F(HistoryWindowTest, FaultAfterSomeSlices_EmptiesTheListAndWritesNoReport)

@@ -6,6 +6,8 @@
 
 #include <QCheckBox>
 #include <QLineEdit>
+#include <QSignalSpy>
+#include <QTimer>
 
 #include <gtest/gtest.h>
 
@@ -45,6 +47,27 @@ TEST_F(StudyWindowTest, BlanksMarkedHard_AreStudiedAlone)
     window->close();
     ASSERT_EQ(database.Open(folder.Path(u"k.splite3"_s)), 0);
     EXPECT_EQ(Sessions().last().section(u'\t', -1), u"2"_s);
+}
+
+TEST_F(StudyWindowTest, MarksNotSavedDuringQuestion_AreReportedAfterItsAnswer)
+{
+    folder.MakeFolder(u"ListMark.txt"_s); // in the way of the list
+    OpenWith({u"[x]"_s.repeated(20)});
+    auto *const keeping = Child<QTimer>(u"tmrKeep");
+    keeping->setInterval(0);
+    Press(Qt::Key_Return, 20);
+    Click(Qt::MiddleButton, 1, 1);
+    script.When(u"frmMsg"_s, [&](QWidget *) {
+        const QSignalSpy tries(keeping, &QTimer::timeout);
+        EXPECT_TRUE(QTest::qWaitFor([&tries] { return tries.size() >= 1; }));
+        EXPECT_TRUE(msg.findChild<QLabel *>(u"lblMsg"_s)->text().endsWith(u"続けますか？"_s));
+        script.Click(u"frmMsg"_s, u"cmdOK"_s); // for the next message
+        msg.findChild<QPushButton *>(u"cmdOK"_s)->click();
+    });
+    Press(Qt::Key_Return);
+    EXPECT_EQ(Label(u"lblShown"), u"表示 0 / 20"_s) << "the answer was yes";
+    EXPECT_TRUE(QTest::qWaitFor([this] { return script.IsDone(); }));
+    EXPECT_TRUE(script.messages.last().startsWith(u"苦手の印を保存できません。"_s));
 }
 
 TEST_F(StudyWindowTest, CtrlZAfterHiding_RestoresAnswersAndPage)
