@@ -60,10 +60,10 @@ void DBInsRecKotoban(StudyDatabase &database, const QDateTime &sessionStart, con
     database.SQLite3NonQuery(InsertStatement(sessionStart, userName, fileName), {userName, fileName});
 }
 
-void DBUpdRecKotoban(StudyDatabase &database, const SystemServices &clock, const QDateTime &sessionStart,
+bool DBUpdRecKotoban(StudyDatabase &database, const SystemServices &clock, const QDateTime &sessionStart,
                      const QString &userName, int answerCount)
 {
-    database.SQLite3NonQuery(UpdateStatement(clock.Now(), sessionStart, userName, answerCount), {userName});
+    return database.SQLite3NonQuery(UpdateStatement(clock.Now(), sessionStart, userName, answerCount), {userName});
 }
 
 bool DBSelRecKotoban(StudyDatabase &database, const QDate &endDate, int dayCount, const QString &userName,

@@ -25,8 +25,8 @@ void DBInsRecKotoban(StudyDatabase &database, const QDateTime &sessionStart, con
                      const QString &fileName);
 
 /// Completes a session's row with the current time as its end and the number of answers shown. Does nothing if there is
-/// no such row.
-void DBUpdRecKotoban(StudyDatabase &database, const SystemServices &clock, const QDateTime &sessionStart,
+/// no such row. @return whether the statement succeeded
+bool DBUpdRecKotoban(StudyDatabase &database, const SystemServices &clock, const QDateTime &sessionStart,
                      const QString &userName, int answerCount);
 
 /// Queries a user's sessions that have at least one answer, over a span of whole days.

@@ -16,16 +16,18 @@
 using namespace Qt::Literals::StringLiterals;
 
 StudySession::StudySession(const SystemServices &services, StudyDatabase &database, const QString &listFolder,
-                           const QString &userName, const std::function<void()> &textGoes)
+                           const QString &userName, const std::function<void()> &textGoes, int interimSeconds)
     : m_services(services), m_database(database), m_userName(userName),
       m_marks(JoinPath(listFolder, u"ListMark.txt"_s), userName), m_places(JoinPath(listFolder, u"ListPlace.txt"_s)),
-      m_textGoes(textGoes)
+      m_textGoes(textGoes), m_interimSeconds(interimSeconds)
 {
 }
 
 bool StudySession::Open(const QString &path, QString *message)
 {
     m_start = m_services.Now();
+    m_completedAt = m_start;
+    m_completedCount = 0;
     m_path.clear();
     ReplaceText(DisplayText());
     m_round.Load(0);
@@ -83,14 +85,35 @@ bool StudySession::IsFileChanged() const
 QStringList StudySession::Complete(int topLine)
 {
     QStringList messages;
-    if (HasBegun())
-        DBUpdRecKotoban(m_database, m_services, m_start, m_userName, m_round.lngOpenCount());
+    if (HasBegun()) {
+        m_completedAt = m_services.Now();
+        m_completedCount = m_round.lngOpenCount(); // even after a fault, which the user is told
+        DBUpdRecKotoban(m_database, m_services, m_start, m_userName, m_completedCount);
+    }
     QString message;
     if (!KeepMarks(&message))
         messages += message;
     if (IsFileOpen() && !m_places.Write(m_userName, GetFileTitle(m_path), topLine, &message))
         messages += message;
     return messages;
+}
+
+void StudySession::CompleteSoFar()
+{
+    const int count = m_round.lngOpenCount();
+    if (count == m_completedCount)
+        return;
+    m_completedAt = m_services.Now();
+    const SilentFaults silent(m_database);
+    if (DBUpdRecKotoban(m_database, m_services, m_start, m_userName, count))
+        m_completedCount = count;
+}
+
+void StudySession::CompleteSoFarWhenDue()
+{
+    const qint64 seconds = m_completedAt.secsTo(m_services.Now());
+    if (seconds >= m_interimSeconds || seconds < 0)
+        CompleteSoFar();
 }
 
 void StudySession::ToggleHard(int blank)

@@ -14,14 +14,19 @@
 
 #include <functional>
 
+/// A killed program loses at most the answers of this time.
+constexpr int InterimSeconds = 60;
+
 class StudySession
 {
   public:
     /// @param services  supplies the time; it and the database must outlive the session
     /// @param listFolder  folder of the lists of hard blanks and of the places where users stopped
     /// @param textGoes  called each time before the text is replaced, for whoever holds a place in it; may be empty
+    /// @param interimSeconds  how often CompleteSoFar runs by itself
     StudySession(const SystemServices &services, StudyDatabase &database, const QString &listFolder,
-                 const QString &userName, const std::function<void()> &textGoes = {});
+                 const QString &userName, const std::function<void()> &textGoes = {},
+                 int interimSeconds = InterimSeconds);
 
     /// Begins a session with a file. Its row is inserted before the file is read, so that every attempt leaves one.
     /// @param message  the refusal, or what is wrong with the picture references of a file that was read
@@ -38,6 +43,14 @@ class StudySession
     /// @param topLine  line at the top of the page
     /// @return one message for everything that could not be saved
     QStringList Complete(int topLine);
+
+    /// Completes the row with what has been answered so far, for the case that the program does not live to the end of
+    /// the session. Does nothing if the number of answers is the one last written. Silent: after a fault, the next call
+    /// tries again. Marks and places are not saved.
+    void CompleteSoFar();
+
+    /// Calls CompleteSoFar if it is time to, or if the system's clock has been set back.
+    void CompleteSoFarWhenDue();
 
     /// The line, 1-based, at which the user last stopped in the open file; 0 if unknown or if the file is now shorter.
     int LastLine() const
@@ -110,6 +123,9 @@ class StudySession
     QString m_path;
     QDateTime m_fileTime; // modification time before the text was read
     std::function<void()> m_textGoes;
+    int m_interimSeconds;
+    QDateTime m_completedAt;  // when the row was last to be written, its insertion included
+    int m_completedCount = 0; // number of answers then
     DisplayText m_text;
     StudyRound m_round;
     bool m_isMarkChanged = false; // since the marks were saved

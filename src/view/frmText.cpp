@@ -8,11 +8,11 @@
 #include "exchange/frmExport.h"
 #include "exchange/frmPrint.h"
 #include "files/frmFile.h"
+#include "page/PageFrame.h"
 #include "page/picText.h"
 #include "search/frmSearch.h"
 #include "settings/frmIni.h"
 #include "settings/modEditor.h"
-#include "page/PageFrame.h"
 #include "view/StudyStateBar.h"
 #include "view/frmPicture.h"
 #include "widgets/ElidedLabel.h"
@@ -171,6 +171,7 @@ void frmText::Timer1_Timer()
     WriteTrace(u"■frmText.Timer1_Timer");
     if (const std::optional<ElapsedTime> elapsed = m_session.ClockTick())
         m_stateBar->ShowTime(*elapsed);
+    m_session.CompleteSoFarWhenDue();
 }
 
 /// Shows a question or a message over this window.
@@ -273,6 +274,7 @@ void frmText::GoOnSearching(bool backwards)
 
 void frmText::ShowPicture(const QString &name)
 {
+    m_session.CompleteSoFar(); // decoding a picture of any origin is the program's riskiest work
     frmPicture(StudyFolderPath(), name, this).exec();
 }
 
@@ -285,6 +287,7 @@ void frmText::PrintFile()
 {
     if (!m_session.IsFileOpen())
         return;
+    m_session.CompleteSoFar();
     KeepMarks();
     frmPrint(m_services, m_msg, m_settingsFile, m_session.Marks(), ReportFolderPath(), this).Run(m_session.Path());
 }
@@ -293,6 +296,7 @@ void frmText::ExportFile()
 {
     if (!m_session.IsFileOpen())
         return;
+    m_session.CompleteSoFar();
     KeepMarks();
     frmExport(m_services, m_msg, m_session.Marks(), ReportFolderPath(), this).Run(m_session.Path());
 }

@@ -38,6 +38,7 @@ struct StudyContext
     QString applicationFolder;
     QString settingsPath; ///< the ini file
     QString userName;
+    int interimSeconds = InterimSeconds; ///< how often the session under way is saved
 };
 
 class frmText : public QWidget

@@ -5,10 +5,10 @@
 // settings, its position and size.
 #include "base/modProduct.h"
 #include "files/frmFile.h"
+#include "page/PageFrame.h"
 #include "page/picText.h"
 #include "platform/modWindowMessage.h"
 #include "settings/modZoom.h"
-#include "page/PageFrame.h"
 #include "view/StudyStateBar.h"
 #include "view/frmText.h"
 #include "widgets/ElidedLabel.h"
@@ -42,7 +42,9 @@ frmText::frmText(SystemServices &services, StudyDatabase &database, const RunLog
                  const StudyContext &context)
     : m_services(services), m_database(database), m_log(log), m_msg(msg), m_context(context),
       m_settingsFile(context.settingsPath), m_defaults(DefaultSettings()), m_settings(m_defaults),
-      m_session(services, database, context.applicationFolder, context.userName, [this] { ForgetPlaces(); }),
+      m_session(
+          services, database, context.applicationFolder, context.userName, [this] { ForgetPlaces(); },
+          context.interimSeconds),
       m_watcher(new QFileSystemWatcher(this)), picText(new PicText(this)),
       VScroll(new FocusScrollBar(Qt::Vertical, this)), HScroll(new FocusScrollBar(Qt::Horizontal, this)),
       m_pageFrame(new PageFrame(picText, VScroll, HScroll, this)),

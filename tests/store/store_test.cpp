@@ -75,6 +75,13 @@ TEST_F(StoreTest, LockedByAnotherConnection_SaysSoAndFails)
     AddSession(u"2024/03/05 09:00:00"_s, u"2024/03/05 09:10:00"_s, 3);
     const QStringList locked = {u"The database file is locked"_s, u"Err:SQLite3 NonQuery"_s};
     EXPECT_EQ(services.TakeMessages(), locked + locked);
+    {
+        const SilentFaults silent(database);
+        EXPECT_FALSE(DBUpdRecKotoban(database, services, services.now, u"花子"_s, 3));
+        EXPECT_TRUE(services.TakeMessages().isEmpty());
+    }
+    EXPECT_FALSE(DBUpdRecKotoban(database, services, services.now, u"花子"_s, 3));
+    EXPECT_EQ(services.TakeMessages(), locked);
     EXPECT_TRUE(other.SQLite3NonQuery(u"commit"_s));
     AddSession(u"2024/03/05 09:00:00"_s, u"2024/03/05 09:10:00"_s, 3);
     EXPECT_TRUE(services.TakeMessages().isEmpty()) << "works again";

@@ -354,6 +354,49 @@ TEST(StudySession, FileRefused_LeavesRowAndNothingOpen)
     EXPECT_EQ(QStringList(table.begin() + 1, table.end()), QStringList({u"good\t1"_s, u"bad\t0"_s}));
 }
 
+TEST(StudySession, MinutePassed_AnswersSoFarAreOnDisk)
+{
+    const TestFolder folder;
+    RecordingServices services;
+    StudyDatabase database(services);
+    database.Open(u":memory:"_s);
+    DBCreateKotoban(database);
+    StudySession session(services, database, folder.Path(), u"花子"_s);
+    QString message;
+    ASSERT_TRUE(session.Open(folder.WriteStudyFile(u"a.txt"_s, {u"[a] [b] [c] [d] [e]"_s}), &message));
+    // Seconds that pass, answers shown meanwhile and whether the table is missing; then the row.
+    const Rows<const char *, int, int, bool, QString> ticks = {
+        {"no answer", 120, 0, false, u"\t"_s},
+        {"first answer after the minute", 0, 1, false, u"2024/03/05 14:32:15\t1"_s},
+        {"another within the minute", 59, 1, false, u"2024/03/05 14:32:15\t1"_s},
+        {"after the minute", 1, 0, false, u"2024/03/05 14:33:15\t2"_s},
+        {"no more answers", 600, 0, false, u"2024/03/05 14:33:15\t2"_s},
+        {"fault", 0, 1, true, u"2024/03/05 14:33:15\t2"_s},
+        {"within a minute of the fault", 59, 0, false, u"2024/03/05 14:33:15\t2"_s},
+        {"a minute after the fault", 1, 0, false, u"2024/03/05 14:44:15\t3"_s},
+        {"clock set back", -3600, 1, false, u"2024/03/05 13:44:15\t4"_s},
+    };
+    int blank = 0;
+    for (const auto &[name, seconds, answers, isFaulty, row] : ticks) {
+        services.now = services.now.addSecs(seconds);
+        for (int i = 0; i < answers; ++i)
+            session.Round().Toggle(++blank);
+        if (isFaulty)
+            database.SQLite3NonQuery(u"alter table t_kotoban rename to another"_s);
+        session.CompleteSoFarWhenDue();
+        if (isFaulty)
+            database.SQLite3NonQuery(u"alter table another rename to t_kotoban"_s);
+        ResultTable table;
+        database.SQLite3Query(u"select dt_end, num_answer from t_kotoban"_s, &table);
+        EXPECT_EQ(table.back(), row) << name;
+    }
+    EXPECT_TRUE(services.messages.isEmpty());
+    session.ToggleHard(1);
+    session.Round().Toggle(5);
+    session.CompleteSoFar();
+    EXPECT_EQ(folder.Read(u"ListMark.txt"_s) + folder.Read(u"ListPlace.txt"_s), "(no file)(no file)");
+}
+
 TEST(ClockTick, EveryTick_ShowsStepsOfTenSeconds)
 {
     const QDateTime start(QDate(2024, 3, 5), QTime(10, 0));

@@ -225,6 +225,41 @@ TEST_F(StudyWindowTest, FirstMinutePassed_ClockShowsMinutes)
     EXPECT_EQ(tick(5), u"1 分 10 秒"_s);
 }
 
+TEST_F(StudyWindowTest, MinutePassedOrOutputRequested_AnswersSoFarAreOnDisk)
+{
+    OpenWith({u"[a] [b] [c] [d] ｢cell｣"_s});
+    const QByteArray logBefore = folder.Read(u"Kotoban_log.txt"_s);
+    const qsizetype sounds = services.sounds.size();
+    const auto answersOnDisk = [this] { return Sessions().last().section(u'\t', -1); };
+    window->Timer1_Timer();
+    EXPECT_EQ(answersOnDisk(), QString()) << "nothing was answered";
+    Press(Qt::Key_Return);
+    window->Timer1_Timer();
+    EXPECT_EQ(answersOnDisk(), QString()) << "the minute is not over";
+    services.now = services.now.addSecs(60);
+    window->Timer1_Timer();
+    EXPECT_EQ(answersOnDisk(), u"1"_s);
+    const Rows<QString, std::function<void()>> outputs = {
+        {u"frmPrint"_s, [this] { QTest::keyClick(page, Qt::Key_P, Qt::ControlModifier); }},
+        {u"frmExport"_s, [this] { QTest::keyClick(page, Qt::Key_E, Qt::ControlModifier); }},
+        {u"frmPicture"_s, [this] { Click(Qt::LeftButton, 20, 1); }},
+    };
+    for (const auto &[name, open] : outputs) {
+        EXPECT_TRUE(QTest::qWaitFor([this] { return QApplication::activeWindow() == window.get(); }));
+        Press(Qt::Key_Return);
+        script.When(name, [&, name = name](QWidget *dialog) {
+            EXPECT_EQ(answersOnDisk(), Label(u"lblNum")) << name.toStdString();
+            dialog->close();
+            window->activateWindow();
+        });
+        open();
+        EXPECT_TRUE(script.IsDone()) << name.toStdString();
+    }
+    EXPECT_EQ(services.sounds.size(), sounds);
+    EXPECT_EQ(folder.Read(u"Kotoban_log.txt"_s), logBefore);
+    EXPECT_TRUE(services.messages.isEmpty());
+}
+
 TEST_F(StudyWindowTest, LoadFails_LeavesRowButNoFileOpen)
 {
     folder.WriteStudyFile(u"txt/b.txt"_s, {u"[x]"_s});
