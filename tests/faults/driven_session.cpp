@@ -4,11 +4,17 @@
 // Runs the program's own windows with simulated input, for tests that kill it, limit its resources or watch its memory.
 //
 //     driven_session APPLICATION_FOLDER start            starts, prints "runs" or its message, waits for end of input
-//     driven_session APPLICATION_FOLDER study USER DAY   studies until it is killed; DAY counts days from a fixed date
 //     driven_session APPLICATION_FOLDER actions COUNT    performs COUNT actions and prints how the memory has grown
+//     driven_session APPLICATION_FOLDER study USER DAY INTERIM
+//                             studies until it is killed; DAY counts days from a fixed date, and INTERIM is how many
+//                             seconds of the simulated clock pass before the session under way is saved
 //
-// "study" prints "user NAME" once the name is in the user list, and "completed N" once N sessions of this process are
-// complete.
+// "study" prints what must have been saved by then, one line each:
+//
+//     user NAME                       the name is in the user list
+//     answers SESSION COUNT SECONDS   answers so far in a session, counted from 1, and the time
+//     marking, leaving                marks, or marks and a place, are about to be written
+//     completed SESSION TITLE MARKS   the session is complete, with the number of marks in its file
 #include "app/frmLogin.h"
 #include "app/modMain.h"
 #include "base/modFile.h"
@@ -20,6 +26,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QDir>
+#include <QLabel>
 #include <QLineEdit>
 #include <QListView>
 #include <QPushButton>
@@ -70,6 +77,10 @@ class FaultServices : public RecordingServices
     {
         return m_next = m_next.isValid() ? m_next.addSecs(1) : now;
     }
+    QDateTime LastTold() const
+    {
+        return m_next;
+    }
 
   private:
     mutable QDateTime m_next;
@@ -79,7 +90,7 @@ class FaultServices : public RecordingServices
 class SimulatedUser : public QObject
 {
   public:
-    explicit SimulatedUser(const QString &name) : m_name(name) {}
+    SimulatedUser(const QString &name, const FaultServices &services) : m_name(name), m_services(services) {}
 
     std::function<void(int)> onAction = [](int) {}; ///< called with the number of each action in the study window
     frmText *study = nullptr;                       ///< the study window, once it exists
@@ -128,8 +139,10 @@ class SimulatedUser : public QObject
         auto *const list = dialog->findChild<QListView *>(u"lstFile"_s);
         switch (m_fileStep++) {
         case 0:
-            if (m_isStudying)
-                Say(u"completed "_s + QString::number(++m_completed));
+            if (m_sessions > 0)
+                Say(u"completed %1 %2 %3"_s.arg(m_sessions)
+                        .arg(LabelText(u"lblFile").section(u'.', 0, 0))
+                        .arg(LabelText(u"lblHard").section(u' ', 1).toInt()));
             list->setCurrentIndex(list->model()->index(0, 0));
             dialog->findChild<QAction *>(u"cmdConvFile"_s)->trigger();
             break;
@@ -138,8 +151,8 @@ class SimulatedUser : public QObject
             break;
         default:
             m_fileStep = 0;
-            m_isStudying = true;
-            list->setCurrentIndex(list->model()->index(m_count % 2, 0)); // the printable copy comes after these
+            list->setCurrentIndex(list->model()->index(m_sessions % 2, 0)); // the printable copy comes after these
+            ++m_sessions;
             Click(dialog, u"cmdSelect");
         }
     }
@@ -151,9 +164,10 @@ class SimulatedUser : public QObject
         onAction(++m_count);
         if (study->isHidden())
             return; // that was the last action
-        if (m_count % 50 == 0)
+        if (m_count % 50 == 0) {
+            Say(u"leaving"_s);
             Click(study, u"cmdFile");
-        else if (m_count % 31 == 0)
+        } else if (m_count % 31 == 0)
             Click(study, u"cmdIni");
         else if (m_count % 17 == 0)
             Click(study, u"cmdReRead");
@@ -164,15 +178,27 @@ class SimulatedUser : public QObject
         else if (m_count % 5 == 0)
             QTest::mouseClick(page, m_count % 3 == 0 ? Qt::RightButton : Qt::LeftButton, {},
                               QPoint(m_count * 37 % page->width(), m_count * 53 % page->height()));
-        else
+        else if (m_count % 13 == 0) {
+            Say(u"marking"_s);
+            QTest::keyClick(page, Qt::Key_M, Qt::ControlModifier);
+        } else
             QTest::keyClick(page, Qt::Key_Return);
+        study->Timer1_Timer();
+        Say(u"answers %1 %2 %3"_s.arg(m_sessions)
+                .arg(LabelText(u"lblNum"))
+                .arg(m_services.LastTold().toSecsSinceEpoch()));
         m_isBusy = false;
     }
 
+    QString LabelText(const char16_t *name) const
+    {
+        return study->findChild<QLabel *>(QString::fromUtf16(name))->text();
+    }
+
     QString m_name;
+    const FaultServices &m_services;
     bool m_isBusy = false;
-    bool m_isStudying = false;
-    int m_completed = 0;
+    int m_sessions = 0;
     int m_fileStep = 0;
     int m_count = 0;
 };
@@ -199,7 +225,7 @@ int main(int argc, char *argv[])
         return 0;
     }
 
-    SimulatedUser simulatedUser(user);
+    SimulatedUser simulatedUser(user, services);
     frmMsg msg(services, JoinPath(folder, u"wav"_s));
     {
         frmLogin login(services, msg, JoinPath(folder, u"ListUserName.txt"_s), QString());
@@ -207,7 +233,10 @@ int main(int argc, char *argv[])
         login.Ask();
     }
     Say(u"user "_s + user);
-    frmText study(services, database, log, msg, {folder, JoinPath(folder, u"Kotoban.ini"_s), user});
+    frmText study(services, database, log, msg,
+                  {folder, JoinPath(folder, u"Kotoban.ini"_s), user,
+                   mode == u"study" ? arguments.value(5).toInt() : InterimSeconds});
+    study.findChild<QTimer *>(u"tmrKeep"_s)->setInterval(0);
     QObject::connect(&study, &frmText::Ended, &application, [] { QApplication::exit(0); });
     qint64 heapAtFirst = 0;
     if (mode == u"actions") {

@@ -25,10 +25,12 @@
 #include "support/StudyText.h"
 #include "support/TestFiles.h"
 
+#include <QHash>
 #include <QProcess>
 #include <QRegularExpression>
 #include <QThread>
 
+#include <array>
 #include <csignal>
 #include <fcntl.h>
 #include <functional>
@@ -71,6 +73,7 @@ extern "C" int fdatasync(int handle)
 namespace {
 
 const QString Driver = QStringLiteral(DRIVEN_SESSION);
+constexpr int DrivenInterimSeconds = 10;
 const QByteArray PrintableCopy = "1\x94\xD4 [__]\r\n[\x81\x51\x81\x51] [___]\r\n";
 const QByteArray RowsAndIntegrity =
     "select (select count(*) from t_kotoban), integrity_check from pragma_integrity_check";
@@ -106,6 +109,65 @@ class Faults : public testing::Test
         }
     }
 
+    /// Every session of a killed process has its row: a complete one with all its answers, the one under way with those
+    /// that are older than the interval. @param lines  what the process has printed
+    void ExpectAnswers(const QString &user, const QStringList &lines)
+    {
+        const qint64 completed = lines.filter(u"completed "_s).size();
+        const QStringList told = lines.filter(u"answers "_s);
+        std::vector<int> least(size_t(completed) + 2, -1); // by session, -1 for a row that is not complete
+        for (const QString &line : told) {
+            constexpr int tickSeconds = 5; // each look at the simulated clock takes a second
+            const QStringList fields = line.split(u' ');
+            const bool isComplete = fields[1].toInt() <= completed;
+            const qint64 ageSeconds = told.last().section(u' ', -1).toLongLong() - fields[3].toLongLong();
+            if (const int count = fields[2].toInt();
+                isComplete || (count > 0 && ageSeconds > DrivenInterimSeconds + tickSeconds))
+                least[size_t(fields[1].toInt())] = count;
+        }
+        const QStringList rows = Query(databasePath, "select group_concat(n) from (select ifnull(num_answer, -1) as n "
+                                                     "from t_kotoban where user_name = '" +
+                                                         user.toLatin1() + "' order by rowid)")
+                                     .split(u',');
+        for (size_t session = 1; session < least.size(); ++session)
+            EXPECT_GE(rows.value(qsizetype(session) - 1, u"-1"_s).toInt(), least[session])
+                << lines.join(u'\n').toStdString();
+    }
+
+    /// A list has whole entries, those of other users as they were after the last call.
+    void ExpectWholeList(const QString &name, const QString &user, const QRegularExpression &entry)
+    {
+        const QByteArray bytes = QFile::exists(folder.Path(name)) ? folder.Read(name) : QByteArray();
+        EXPECT_TRUE(bytes.isEmpty() || bytes.endsWith("\r\n")) << bytes.toStdString();
+        const QStringList lines = QString::fromUtf8(bytes).split(u"\r\n"_s, Qt::SkipEmptyParts);
+        EXPECT_EQ(lines.filter(entry), lines);
+        QStringList others = lines;
+        others.removeIf([&user](const QString &line) { return line.startsWith(user + u'\t'); });
+        EXPECT_EQ(others, m_lists[name]);
+        m_lists[name] = lines;
+    }
+
+    /// The lists hold the place and the marks of each complete session.
+    void ExpectPlacesAndMarks(const QString &user, const QStringList &lines)
+    {
+        static const QRegularExpression mark(u"^user\\d+\t[ab]\t[^\t]*\\[[^\t]*\t[1-9]\\d*(\t\\d+)?$"_s);
+        static const QRegularExpression place(u"^user\\d+\t[ab]\t[1-9]\\d*$"_s);
+        ExpectWholeList(u"ListMark.txt"_s, user, mark);
+        ExpectWholeList(u"ListPlace.txt"_s, user, place);
+        QHash<QString, qsizetype> marks; // by title
+        for (const QString &line : lines) {
+            const QStringList fields = line.split(u' ');
+            if (line == u"marking") {
+                marks.clear(); // which of them are written already is unknown
+            } else if (fields[0] == u"completed") {
+                marks[fields[2]] = fields[3].toInt();
+                EXPECT_GE(PlaceList(folder.Path(u"ListPlace.txt"_s)).Line(user, fields[2]), 1);
+            }
+        }
+        for (auto title = marks.constBegin(); title != marks.constEnd(); ++title)
+            EXPECT_EQ(m_lists[u"ListMark.txt"_s].filter(user + u'\t' + title.key() + u'\t').size(), title.value());
+    }
+
     void AddSession()
     {
         const QByteArray session = "'2024/03/05','a','10:00:00','f','2024/03/05 11:00:00',5";
@@ -132,6 +194,7 @@ class Faults : public testing::Test
                               error);
     }
 
+    QHash<QString, QStringList> m_lists; // their lines, by name
     TestFolder folder;
     QString databasePath = folder.Path(u"db/kotoban.splite3"_s);
     RecordingServices services;
@@ -150,15 +213,19 @@ TEST_F(Faults, KilledAtRandomMoments_LosesNothingCompleted)
         const QString user = u"user%1"_s.arg(run);
         QProcess program;
         program.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-        program.start(Driver, {folder.Path(), u"study"_s, user, QString::number(run)});
+        program.start(Driver,
+                      {folder.Path(), u"study"_s, user, QString::number(run), QString::number(DrivenInterimSeconds)});
         ASSERT_TRUE(program.waitForStarted());
-        // Some are killed before the first window, most while studying, and some only after a completed session,
-        // however slow the machine is.
-        const QByteArray awaited = run % 8 == 0 ? "" : run % 4 == 1 ? "completed " : "user ";
+        // Before the first window, after a completed session however slow the machine is, while marks or places are
+        // written, and mostly while studying.
+        const std::array<QByteArray, 8> moments = {"",      "completed ", "marking",     "leaving",
+                                                   "user ", "completed ", "answers 1 2", "user "};
+        const QByteArray &awaited = moments[size_t(run) % moments.size()];
+        const bool isWriting = awaited == "marking" || awaited == "leaving";
         QByteArray output;
         for (; !output.contains(awaited); output += program.readAllStandardOutput())
             ASSERT_TRUE(program.waitForReadyRead());
-        QThread::msleep(random() % 300);
+        QThread::msleep(random() % (isWriting ? 30 : 300));
         program.kill();
         program.waitForFinished();
         ASSERT_EQ(program.exitStatus(), QProcess::CrashExit) << "it exited by itself before it was killed";
@@ -167,13 +234,12 @@ TEST_F(Faults, KilledAtRandomMoments_LosesNothingCompleted)
         EXPECT_FALSE(output.contains("message")) << output.toStdString();
         if (output.contains("user "))
             users += user;
-        const int completedNow = int(output.count("completed "));
-        completed += completedNow;
+        completed += int(output.count("completed "));
         ExpectWholeFiles();
-        const QString rows = Query(databasePath, "select count(*) from t_kotoban where dt_end is not null and "
-                                                 "num_answer is not null and user_name = '" +
-                                                     user.toLatin1() + "'");
-        EXPECT_GE(rows.toInt(), completedNow) << rows.toStdString();
+        const QStringList lines =
+            QString::fromUtf8(output.first(output.lastIndexOf('\n') + 1)).split(u'\n', Qt::SkipEmptyParts);
+        ExpectAnswers(user, lines);
+        ExpectPlacesAndMarks(user, lines);
         const QStringList listed = ReadUserNames(folder.Path(u"ListUserName.txt"_s));
         if (listed.size() == users.size() + 1)
             users += user; // killed after adding the name, before printing it
