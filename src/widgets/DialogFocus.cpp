@@ -13,8 +13,8 @@ DialogFocus::DialogFocus()
 
 bool DialogFocus::eventFilter(QObject *object, QEvent *event)
 {
-    if (event->type() != QEvent::Show && event->type() != QEvent::Hide)
-        return false;
+    if ((event->type() != QEvent::Show && event->type() != QEvent::Hide) || event->spontaneous())
+        return false; // a spontaneous one only minimises or restores the window
     auto *const dialog = qobject_cast<QDialog *>(object);
     if (!dialog)
         return false;

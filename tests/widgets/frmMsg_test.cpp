@@ -157,3 +157,18 @@ TEST(DialogFocus, DialogClosed_OwnerIsActiveAgain)
     dialog.exec();
     EXPECT_TRUE(owner.isActiveWindow());
 }
+
+TEST(DialogFocus, DialogRestored_TakesNoFocus)
+{
+    const DialogFocus dialogFocus;
+    QWidget owner;
+    owner.show();
+    QDialog dialog(&owner);
+    dialog.show();
+    dialog.setWindowState(Qt::WindowMinimized);
+    owner.activateWindow();
+    EXPECT_TRUE(QTest::qWaitFor([&owner] { return owner.isActiveWindow(); }));
+    dialog.setWindowState(Qt::WindowNoState);
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(owner.isActiveWindow());
+}
