@@ -29,10 +29,9 @@ QString FirstNonAsciiLine(const QString &text)
 
 } // namespace
 
-CodeConversion::CodeConversion(SystemServices &services, frmMsg &msg, QWidget *owner, const QString &textEditor,
+CodeConversion::CodeConversion(SystemServices &services, frmMsg &msg, QWidget *owner, const Editor &editor,
                                const QString &path)
-    : m_services(services), m_msg(msg), m_owner(owner), m_textEditor(textEditor), m_path(path),
-      m_title(GetFileTitle(path))
+    : m_services(services), m_msg(msg), m_owner(owner), m_editor(editor), m_path(path), m_title(GetFileTitle(path))
 {
 }
 
@@ -149,5 +148,5 @@ void CodeConversion::OfferEditor(const QString &question, int line)
     bool isYes = false;
     Ask(question, &isYes);
     if (isYes)
-        OpenInEditor(m_services, m_textEditor, m_path, line);
+        OpenInEditor(m_services, m_editor, m_path, line);
 }

@@ -7,6 +7,7 @@
 
 #include "exchange/modConvertText.h"
 #include "platform/modSystemServices.h"
+#include "settings/modEditor.h"
 #include "text/modCharCode.h"
 
 #include <QByteArray>
@@ -19,8 +20,7 @@ class CodeConversion
 {
   public:
     /// @param owner  parent window of the questions
-    CodeConversion(SystemServices &services, frmMsg &msg, QWidget *owner, const QString &textEditor,
-                   const QString &path);
+    CodeConversion(SystemServices &services, frmMsg &msg, QWidget *owner, const Editor &editor, const QString &path);
 
     /// @return whether the file was converted
     bool Run();
@@ -40,7 +40,7 @@ class CodeConversion
     SystemServices &m_services;
     frmMsg &m_msg;
     QWidget *m_owner;
-    QString m_textEditor;
+    Editor m_editor;
     QString m_path;
     QString m_title;
 

@@ -42,7 +42,7 @@ void frmFile::Form_Load()
 
 FileChoice frmFile::Choose(const QString &textEditor)
 {
-    m_textEditor = textEditor;
+    m_editor.program = textEditor;
     m_choice = FileChoice::Cancelled;
     exec();
     return m_choice;
@@ -105,7 +105,7 @@ void frmFile::Form_Activate()
     ListFiles();
     if (SelectedName().isEmpty())
         Select(m_folder.NameOfTitle(m_places.LastTitle(m_userName)));
-    m_history->ShowThisWeek(m_textEditor);
+    m_history->ShowThisWeek(m_editor);
     if (m_tallies.ReadRecent(m_services.Now().date()))
         m_tallying->start(0);
     m_files->ShowTallies();
@@ -126,7 +126,7 @@ void frmFile::cmdSelect_Click()
     if (!ReadTextFile(path, MaxLineBytes, &lines, &message, &errorLine)) {
         const QString question = message + u"\r\nこのファイルを開きますか？"_s;
         if (m_msg.DispFrmMsg(this, question, MsgStyle::YesNo, u"notify.wav"_s) == MsgResult::Ok)
-            OpenInEditor(m_services, m_textEditor, path, errorLine);
+            OpenInEditor(m_services, m_editor, path, errorLine);
         return;
     }
     m_msg.PlayNamedSound(u"start.wav"_s);
@@ -139,7 +139,7 @@ void frmFile::cmdEdit_Click()
     WriteTrace(u"■frmFile.cmdEdit_Click");
     QString name;
     if (TakeSelection(false, &name))
-        OpenInEditor(m_services, m_textEditor, m_folder.PathOf(name), 1);
+        OpenInEditor(m_services, m_editor, m_folder.PathOf(name), 1);
 }
 
 void frmFile::cmdRefresh_Click()
@@ -174,7 +174,7 @@ void frmFile::cmdConvFile_Click()
     }
     ListFiles();
     if (m_msg.DispFrmMsg(this, CopyMadeMessage(copyPath, oldCopy), MsgStyle::YesNo, u"start.wav"_s) == MsgResult::Ok)
-        OpenInEditor(m_services, m_textEditor, copyPath, 1);
+        OpenInEditor(m_services, m_editor, copyPath, 1);
 }
 
 void frmFile::cmdConvCode_Click()
@@ -183,7 +183,7 @@ void frmFile::cmdConvCode_Click()
     QString name;
     if (!TakeSelection(false, &name))
         return;
-    CodeConversion(m_services, m_msg, this, m_textEditor, m_folder.PathOf(name)).Run();
+    CodeConversion(m_services, m_msg, this, m_editor, m_folder.PathOf(name)).Run();
     ListFiles();
     lstFile->setFocus(); // Enter then opens the file
 }

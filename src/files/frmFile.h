@@ -10,6 +10,7 @@
 #include "platform/modSystemServices.h"
 #include "records/modMarkList.h"
 #include "records/modPlaceList.h"
+#include "settings/modEditor.h"
 #include "store/Sqlite3Func.h"
 
 #include <QDialog>
@@ -112,7 +113,7 @@ class frmFile : public QDialog
     MarkList m_marks;
     PlaceList m_places;
     QString m_tableFolder; // initial folder of the next table dialog
-    QString m_textEditor;
+    Editor m_editor;
     QString m_chosenPath;
     FileChoice m_choice = FileChoice::Cancelled;
 

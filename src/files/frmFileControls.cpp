@@ -39,9 +39,10 @@ frmFile::frmFile(SystemServices &services, StudyDatabase &database, frmMsg &msg,
       m_marks(JoinPath(applicationFolder, u"ListMark.txt"_s), userName),
       m_places(JoinPath(applicationFolder, u"ListPlace.txt"_s)),
       m_tableFolder(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation)),
-      m_files(new StudyFileModel(m_folder, m_tallies, this)), m_watcher(new QFileSystemWatcher(this)),
-      m_refreshing(new QTimer(this)), m_tallying(new QTimer(this)), lstFile(new StudyFileList(this)),
-      txtFilter(new QLineEdit(this)), lblFolder(new ElidedLabel(u"lblFolder"_s, MaxPathChars, this)),
+      m_editor{QString(), applicationFolder}, m_files(new StudyFileModel(m_folder, m_tallies, this)),
+      m_watcher(new QFileSystemWatcher(this)), m_refreshing(new QTimer(this)), m_tallying(new QTimer(this)),
+      lstFile(new StudyFileList(this)), txtFilter(new QLineEdit(this)),
+      lblFolder(new ElidedLabel(u"lblFolder"_s, MaxPathChars, this)),
       lblUserName(new ElidedLabel(u"lblUserName"_s, MaxPathChars, this)),
       m_history(new HistoryPanel(services, database, msg, m_reportFolder, userName, this))
 {

@@ -127,9 +127,9 @@ void HistoryPanel::SetTabOrderAfter(QWidget *last)
     SetTabOrder({last, txtYmd, txtWeekN, cmdInc, lstRecord, cmdFile});
 }
 
-void HistoryPanel::ShowThisWeek(const QString &textEditor)
+void HistoryPanel::ShowThisWeek(const Editor &editor)
 {
-    m_textEditor = textEditor;
+    m_editor = editor;
     const QSignalBlocker noChangeOfWeeks(txtWeekN);
     const QSignalBlocker noChangeOfDate(txtYmd);
     txtYmd->setText(DateText(m_services.Now().date()));
@@ -193,7 +193,7 @@ void HistoryPanel::cmdFile_Click()
     }
     const QString question = u"学習記録をファイルに出力しました。\r\nこのファイルを開きますか？\r\n"_s;
     if (m_msg.DispFrmMsg(window(), question, MsgStyle::YesNo, u"start.wav"_s) == MsgResult::Ok)
-        OpenInEditor(m_services, m_textEditor, path, 1);
+        OpenInEditor(m_services, m_editor, path, 1);
 }
 
 /// Shows the history for the two fields. While either is invalid, the previous one stays.

@@ -7,6 +7,7 @@
 
 #include "history/modHistory.h"
 #include "platform/modSystemServices.h"
+#include "settings/modEditor.h"
 
 #include <QElapsedTimer>
 #include <QWidget>
@@ -32,8 +33,8 @@ class HistoryPanel : public QWidget
                  const QString &userName, QWidget *parent);
 
     /// Resets the panel to the week ending today.
-    /// @param textEditor  opens reports written from now on
-    void ShowThisWeek(const QString &textEditor);
+    /// @param editor  opens reports written from now on
+    void ShowThisWeek(const Editor &editor);
 
     /// Whether there is more to read.
     bool IsReading() const
@@ -70,7 +71,7 @@ class HistoryPanel : public QWidget
     frmMsg &m_msg;
     QString m_reportFolder;
     QString m_userName;
-    QString m_textEditor;
+    Editor m_editor;
     HistoryReader m_reader;
     QTimer *m_reading; // to the next slice; not running during one, in which a message box may process events
     bool m_isReading = false;

@@ -11,5 +11,9 @@
 /// @return false if nothing could be started
 bool StartProcess(const QString &commandLine);
 
+/// Full path of the program that StartProcess would start for a command line, with links not followed. Empty if there
+/// is none, and for a "notepad.exe" that stands for the desktop's own editor.
+QString ProgramOf(const QString &commandLine);
+
 /// Whether a text names a program: an existing file, or a bare name found on the system's search path.
 bool ProgramExists(const QString &name);

@@ -47,11 +47,12 @@ QLayout *RowOf(std::initializer_list<QWidget *> controls)
 
 } // namespace
 
-frmIni::frmIni(SystemServices &services, frmMsg &msg, const Settings &defaults, const Settings &upper, QWidget *owner)
+frmIni::frmIni(SystemServices &services, frmMsg &msg, const Settings &defaults, const Settings &upper,
+               const QString &applicationFolder, QWidget *owner)
     : QDialog(owner), m_services(services), m_msg(msg), m_defaults(defaults), m_upper(upper),
-      txtLineSpace(new QLineEdit(this)), lblLSpaceRange(new QLabel(LineSpaceRange(defaults, upper), this)),
-      txtTextEditor(new QLineEdit(this)), chkDispLineNum(new QCheckBox(u"行番号を表示する(&N)"_s, this)),
-      cboPageColour(new QComboBox(this))
+      m_applicationFolder(applicationFolder), txtLineSpace(new QLineEdit(this)),
+      lblLSpaceRange(new QLabel(LineSpaceRange(defaults, upper), this)), txtTextEditor(new QLineEdit(this)),
+      chkDispLineNum(new QCheckBox(u"行番号を表示する(&N)"_s, this)), cboPageColour(new QComboBox(this))
 {
     setObjectName(u"frmIni"_s);
     setWindowTitle(u"設定"_s);
@@ -188,7 +189,7 @@ void frmIni::cmdRunEditor_Click()
     else if (!IsEditorUsable(editor))
         m_services.ShowMessage(u"エディタが見つかりません"_s);
     else
-        StartOrReport(m_services, editor);
+        TryEditor(m_services, {editor, m_applicationFolder});
 }
 
 void frmIni::cmdBrowse_Click()

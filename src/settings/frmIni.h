@@ -24,7 +24,8 @@ class frmIni : public QDialog
 
   public:
     /// @param defaults, upper  bounds that the window displays and enforces
-    frmIni(SystemServices &services, frmMsg &msg, const Settings &defaults, const Settings &upper, QWidget *owner);
+    frmIni(SystemServices &services, frmMsg &msg, const Settings &defaults, const Settings &upper,
+           const QString &applicationFolder, QWidget *owner);
 
     /// Shows the settings and waits until the window is closed.
     /// @param settings  updated from the controls if the user confirms, except FormLeft
@@ -51,6 +52,7 @@ class frmIni : public QDialog
     frmMsg &m_msg;
     Settings m_defaults;
     Settings m_upper;
+    QString m_applicationFolder;
     std::array<QRadioButton *, FontSizes.size()> optFontSize;
     QLineEdit *txtLineSpace;
     QLabel *lblLSpaceRange;

@@ -3,7 +3,15 @@
 
 #include "settings/modEditor.h"
 
+#include "base/modFile.h"
+#include "platform/modProcess.h"
+
+#include <QDir>
+#include <QFileInfo>
 #include <QRegularExpression>
+
+#include <filesystem>
+#include <system_error>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -15,6 +23,45 @@ QString Quoted(const QString &file)
 {
     static const QRegularExpression quote(u"(\\\\*)\""_s);
     return u'"' + QString(file).replace(quote, u"\\1\\1\\\""_s) + u'"';
+}
+
+/// Whether a program is a shell or a script host, by its name. Windows ignores blanks and dots at the end of a name,
+/// and starts the same program if the name of a stream follows after a colon.
+bool IsScriptHost(const QString &path)
+{
+    static const QRegularExpression host(
+        uR"((^|[/\\:])(sh|bash|dash|zsh|pythonw?|w?perl|cmd|powershell|pwsh|wscript|cscript|mshta|rundll32))"
+        uR"(([-_]?\d[\d._]*[a-z]?(-\w[\w-]*)?)?(-(preview|lts|static|dbg))?(\.exe)?[ .]*(:[^/\\]*)?$)"_s,
+        QRegularExpression::CaseInsensitiveOption);
+    return host.match(path).hasMatch();
+}
+
+/// The folder for data that a file lies in, at any depth; empty if it lies in none. Folders are compared by identity,
+/// because a path may differ in case, come through a link or a mounted drive.
+QString DataFolderOf(const QString &path, const QString &applicationFolder)
+{
+    static const QString names[] = {u"txt"_s, u"db"_s, u"db_backup"_s, u"rec"_s, u"wav"_s, u"htm"_s, u"log"_s};
+    QString below = path;
+    for (QString folder = QFileInfo(path).path(); folder != below; folder = QFileInfo(folder).path()) {
+        for (const QString &name : names) {
+            std::error_code isMissing;
+            if (std::filesystem::equivalent(QFileInfo(folder).filesystemFilePath(),
+                                            QFileInfo(JoinPath(applicationFolder, name)).filesystemFilePath(),
+                                            isMissing))
+                return name;
+        }
+        below = folder;
+    }
+    return QString();
+}
+
+void StartOrReport(SystemServices &services, const QString &commandLine, const QString &applicationFolder)
+{
+    const QString refusal = EditorRefusal(commandLine, applicationFolder);
+    if (!refusal.isEmpty())
+        services.ShowMessage(refusal);
+    else if (!services.StartCommandLine(commandLine))
+        services.ShowMessage(u"次のコマンドを起動できません。\r\n  "_s + commandLine);
 }
 
 } // namespace
@@ -38,13 +85,32 @@ QString EditorCommandLine(const QString &editor, const QString &file, int line)
     return editor + quotedFile;
 }
 
-void OpenInEditor(SystemServices &services, const QString &editor, const QString &file, int line)
+QString EditorRefusal(const QString &commandLine, const QString &applicationFolder)
 {
-    StartOrReport(services, EditorCommandLine(editor, file, line));
+    const QString program = ProgramOf(commandLine);
+    const QString written = QDir::cleanPath(program);
+    const QString file = QFileInfo(program).canonicalFilePath();
+    QString folder = DataFolderOf(written, applicationFolder);
+    if (folder.isEmpty())
+        folder = DataFolderOf(file, applicationFolder);
+    QString reason;
+    if (!folder.isEmpty())
+        reason = folder + u"フォルダは学習ファイルや記録などを置く場所なので，そこにあるプログラムは起動しません。"_s;
+    else if (IsScriptHost(program) || IsScriptHost(file))
+        reason = u"開いたファイルの中身を命令として実行するおそれがあるため，"
+                 u"シェルやスクリプトを実行するプログラムは起動しません。"_s;
+    else
+        return QString();
+    return u"次のプログラムはテキストエディタとして使えません。\r\n  "_s + QDir::toNativeSeparators(program) +
+           u"\r\n\r\n"_s + reason + u"\r\n設定画面で別のテキストエディタを指定してください。"_s;
 }
 
-void StartOrReport(SystemServices &services, const QString &commandLine)
+void OpenInEditor(SystemServices &services, const Editor &editor, const QString &file, int line)
 {
-    if (!services.StartCommandLine(commandLine))
-        services.ShowMessage(u"次のコマンドを起動できません。\r\n  "_s + commandLine);
+    StartOrReport(services, EditorCommandLine(editor.program, file, line), editor.applicationFolder);
+}
+
+void TryEditor(SystemServices &services, const Editor &editor)
+{
+    StartOrReport(services, editor.program, editor.applicationFolder);
 }

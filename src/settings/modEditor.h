@@ -12,8 +12,23 @@
 /// @param line  1-based line to jump to
 QString EditorCommandLine(const QString &editor, const QString &file, int line);
 
-/// Opens a file in the editor without waiting for it; shows a message if the editor cannot be started.
-void OpenInEditor(SystemServices &services, const QString &editor, const QString &file, int line);
+/// The editor to start, and the folder whose data it must not come from.
+struct Editor
+{
+    QString program; ///< as in the settings
+    QString applicationFolder;
+};
 
-/// Starts a command line without waiting for it; shows a message if it cannot be started.
-void StartOrReport(SystemServices &services, const QString &commandLine);
+/// Why a command line must not be started, as the complete message for the user; empty if it may be. A settings file of
+/// unknown origin would otherwise have a study file executed, or run as a script. Refused are
+/// - programs in the folders of the application folder that hold data: txt, db, db_backup, rec, wav, htm, log;
+/// - shells and script hosts: sh, bash, dash, zsh, python, perl, cmd, powershell, pwsh, wscript, cscript, mshta and
+///   rundll32, with or without a version and ".exe".
+/// Both by the path and name as written and by those behind a link.
+QString EditorRefusal(const QString &commandLine, const QString &applicationFolder);
+
+/// Opens a file in the editor without waiting for it; shows a message if the editor is refused or cannot be started.
+void OpenInEditor(SystemServices &services, const Editor &editor, const QString &file, int line);
+
+/// Starts the editor without a file and without waiting for it; shows a message if it is refused or cannot be started.
+void TryEditor(SystemServices &services, const Editor &editor);

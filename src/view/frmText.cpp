@@ -184,7 +184,7 @@ MsgResult frmText::Ask(const QString &message, MsgStyle style, const QString &so
 
 void frmText::OpenInEditorAt(int line)
 {
-    OpenInEditor(m_services, m_settings.TextEditor, m_session.Path(), line);
+    OpenInEditor(m_services, {m_settings.TextEditor, m_context.applicationFolder}, m_session.Path(), line);
 }
 
 // Reading the file again does not interrupt the session or its clock.
@@ -223,7 +223,7 @@ void frmText::cmdEdit_Click()
 void frmText::cmdIni_Click()
 {
     WriteTrace(u"■frmText.cmdIni_Click()");
-    frmIni window(m_services, m_msg, m_defaults, m_upper, this);
+    frmIni window(m_services, m_msg, m_defaults, m_upper, m_context.applicationFolder, this);
     Settings settings = m_settings;
     if (window.Edit(&settings)) {
         picText->setFocus();

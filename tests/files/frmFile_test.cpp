@@ -96,6 +96,19 @@ TEST_F(FileWindowTest, NoSelectionOrBadFile_IsRefusedAndEditorOffered)
     EXPECT_FALSE(database.SQLite3NonQuery(u"create table t (a)"_s)) << "the end button closes the database";
 }
 
+TEST_F(FileWindowTest, EditorFromDataFolder_IsRefusedBeforeAnythingStarts)
+{
+    Press(Qt::Key_End);
+    Press(Qt::Key_End);
+    script.Click(u"frmFile"_s, u"cmdEdit"_s);
+    script.Click(u"frmFile"_s, u"cmdSelect"_s);
+    script.Click(u"frmMsg"_s, u"cmdOK"_s);
+    script.Click(u"frmFile"_s, u"cmdCancel"_s);
+    EXPECT_EQ(window.Choose(good), FileChoice::Cancelled);
+    EXPECT_EQ(services.messages.size(), 2);
+    EXPECT_TRUE(services.commands.isEmpty());
+}
+
 TEST_F(FileWindowTest, WindowClosed_CancelsPendingChecks)
 {
     script.When(u"frmFile"_s, [this](QWidget *dialog) {

@@ -13,6 +13,7 @@
 #include <QLineEdit>
 #include <QTest>
 
+#include <filesystem>
 #include <gtest/gtest.h>
 
 using namespace Qt::Literals::StringLiterals;
@@ -120,15 +121,105 @@ TEST(Editor, KnownEditor_GetsLineOption)
 
     RecordingServices services;
     services.startsPrograms = false;
-    OpenInEditor(services, u"gone.exe"_s, u"x.txt"_s, 1);
+    OpenInEditor(services, {u"gone.exe"_s, u"/none"_s}, u"x.txt"_s, 1);
     EXPECT_EQ(services.TakeMessages(), QStringList(u"次のコマンドを起動できません。\r\n  gone.exe \"x.txt\""_s));
+}
+
+TEST(Editor, ProgramFromDataFolderOrScriptHost_IsRefused)
+{
+    const TestFolder outer;
+    const TestFolder folder;
+    const auto create = [](const TestFolder &in, const QString &name) {
+        return QDir::toNativeSeparators(in.Write(name, "#!/bin/sh\n"));
+    };
+    for (const QString &name :
+         {u"sh"_s, u"DASH"_s, u"bash-static"_s, u"zsh-5.9"_s, u"python"_s, u"python3.11"_s, u"python3.13t"_s,
+          u"pythonw3.exe"_s, u"perl5.36-x86_64-linux-gnu"_s, u"cmd.exe"_s, u"PowerShell.EXE"_s, u"pwsh-preview"_s,
+          u"wscript.exe"_s, u"cscript"_s, u"mshta.exe"_s, u"rundll32.exe"_s})
+        EXPECT_TRUE(EditorRefusal(create(outer, name) + u" \"x.txt\""_s, folder.Path()).contains(u"シェル"))
+            << name.toStdString();
+    for (const QString &name :
+         {u"ed"_s, u"shed"_s, u"shell.exe"_s, u"cmdedit.exe"_s, u"pysh"_s, u"bash.d/ed"_s, u"zsh edit/ed.exe"_s})
+        EXPECT_EQ(EditorRefusal(create(outer, name) + u" \"x.txt\""_s, folder.Path()), QString()) << name.toStdString();
+
+    const QString program = create(folder, u"txt/a b.exe"_s);
+    const QString study = create(folder, u"txt/run.txt"_s);
+    const Rows<const char *, QString, QString> rows = {
+        {"as written", program, u"txt"_s},
+        {"in quotes, with arguments", u'"' + program + u"\" -x"_s, u"txt"_s},
+        {"unquoted, with arguments", program + u" -x"_s, u"txt"_s},
+        {"the study file itself", EditorCommandLine(u" "_s, study, 1), u"txt"_s},
+        {"by another way", create(folder, u"ed"_s).chopped(2) + u"rec/../txt/run.txt"_s, u"txt"_s},
+        {"deep inside", create(folder, u"rec/x/y/ed"_s), u"rec"_s},
+        {"backups", create(folder, u"db_backup/ed"_s), u"db_backup"_s},
+        {"out of it again", folder.Path(u"txt/../ed"_s), QString()},
+        {"the application folder itself", create(folder, u"ed"_s), QString()},
+        {"a folder with a similar name", create(folder, u"txt2/ed"_s), QString()},
+        {"the folder of another program", create(outer, u"txt/ed"_s), QString()},
+        {"missing", folder.Path(u"missing"_s), QString()},
+        {"the default", u"notepad.exe \"x\""_s, QString()},
+    };
+    for (const auto &[what, commandLine, dataFolder] : rows) {
+        const QString refusal = EditorRefusal(commandLine, folder.Path());
+        EXPECT_EQ(refusal.section(u'\n', 3).section(u"フォルダは"_s, 0, 0), dataFolder) << what;
+    }
+    const QString before = QDir::currentPath();
+    QDir::setCurrent(folder.Path(u"txt"_s));
+    EXPECT_FALSE(EditorRefusal(u"../txt/run.txt"_s, folder.Path()).isEmpty());
+    QDir::setCurrent(before);
+
+    RecordingServices services;
+    OpenInEditor(services, {program, folder.Path()}, study, 1);
+    TryEditor(services, {program, folder.Path()});
+    EXPECT_TRUE(services.commands.isEmpty());
+    EXPECT_EQ(services.messages,
+              QStringList(2, u"次のプログラムはテキストエディタとして使えません。\r\n  "_s + program +
+                                 u"\r\n\r\ntxtフォルダは学習ファイルや記録などを置く場所なので，"
+                                 u"そこにあるプログラムは起動しません。\r\n"
+                                 u"設定画面で別のテキストエディタを指定してください。"_s));
+}
+
+TEST(Editor, RefusedProgramBehindLink_IsRefused)
+{
+    const TestFolder outer;
+    const TestFolder folder;
+    const QString inside = folder.Write(u"txt/ed"_s, QByteArray());
+    const QString outside = outer.Write(u"real/ed"_s, QByteArray());
+    const Rows<const char *, QString, QString, bool> rows = {
+        {"shell", outer.Write(u"sh"_s, QByteArray()), outer.Path(u"a"_s), true},
+        {"out of the folder", outside, folder.Path(u"txt/link"_s), true},
+        {"into the folder", inside, outer.Path(u"b"_s), true},
+        {"editor", outside, outer.Path(u"c"_s), false},
+        {"linked folder", outer.Path(u"real"_s), folder.Path(u"rec"_s), false},
+    };
+    for (const auto &[what, target, link, isRefused] : rows) {
+        std::error_code fault;
+        std::filesystem::create_symlink(QFileInfo(target).filesystemFilePath(), QFileInfo(link).filesystemFilePath(),
+                                        fault);
+        if (fault)
+            GTEST_SKIP() << "no links here";
+        EXPECT_EQ(!EditorRefusal(link, folder.Path()).isEmpty(), isRefused) << what;
+    }
+    EXPECT_FALSE(EditorRefusal(outside, folder.Path()).isEmpty()) << "where the data folder really is";
 }
 
 using SettingsWindowTest = WindowTest;
 
+TEST_F(SettingsWindowTest, TryEditorFromDataFolder_IsRefused)
+{
+    frmIni window(services, msg, DefaultSettings(), UpperBounds(300), folder.Path(), nullptr);
+    Settings settings = DefaultSettings();
+    settings.TextEditor = folder.Write(u"txt/run.txt"_s, QByteArray());
+    script.Click(u"frmIni"_s, u"cmdRunEditor"_s);
+    script.Click(u"frmIni"_s, u"cmdCancel"_s);
+    EXPECT_FALSE(window.Edit(&settings));
+    EXPECT_EQ(services.messages.size(), 1);
+    EXPECT_TRUE(services.commands.isEmpty());
+}
+
 TEST_F(SettingsWindowTest, EditorOutsideCodePage_IsRefusedAndKeysChangeFontSize)
 {
-    frmIni window(services, msg, DefaultSettings(), UpperBounds(300), nullptr);
+    frmIni window(services, msg, DefaultSettings(), UpperBounds(300), folder.Path(), nullptr);
     Settings settings = DefaultSettings();
     settings.FontSize = 11.25f;
     script.When(u"frmIni"_s, [](QWidget *dialog) {

@@ -208,6 +208,20 @@ TEST_F(StudyWindowTest, LineMarked_EditorOpensThere)
     EXPECT_TRUE(services.commands.last().contains(u" -Y=5 \""_s)) << "a right click also removes the mark";
 }
 
+TEST_F(StudyWindowTest, StudyFileAsEditor_IsRefusedWhereverTheEditorOpens)
+{
+    const QString program = folder.Write(u"txt/run.txt"_s, "#!/bin/sh\n");
+    folder.Write(u"Kotoban.ini"_s, "[setting]\r\nTextEditor=" + program.toUtf8() + "\r\n");
+    OpenWith({u"[x]"_s});
+    EXPECT_TRUE(services.TakeMessages().isEmpty()) << "the settings are read as ever";
+    Child<QPushButton>(u"cmdEdit")->click();
+    folder.Write(u"txt/a.txt"_s, "[x");
+    script.Click(u"frmMsg"_s, u"cmdOK"_s);
+    Child<QPushButton>(u"cmdReRead")->click();
+    EXPECT_EQ(services.messages.size(), 2);
+    EXPECT_TRUE(services.commands.isEmpty());
+}
+
 TEST_F(StudyWindowTest, FirstMinutePassed_ClockShowsMinutes)
 {
     OpenWith({u"[x]"_s});

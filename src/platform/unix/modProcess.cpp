@@ -5,6 +5,7 @@
 
 #include "platform/modCommandLine.h"
 
+#include <QFileInfo>
 #include <QProcess>
 #include <QStandardPaths>
 
@@ -90,4 +91,13 @@ bool StartProcess(const QString &commandLine)
     if (IsNotepad(command.program))
         return StartTextEditor(command.arguments);
     return QProcess::startDetached(command.program, command.arguments);
+}
+
+// A name without a slash is found on the search path only, even if a file in the working folder bears it.
+QString ProgramOf(const QString &commandLine)
+{
+    const QString program = ParseCommandLine(commandLine, IsProgram).program;
+    if (program.isEmpty() || IsNotepad(program))
+        return QString();
+    return program.contains(u'/') ? QFileInfo(program).absoluteFilePath() : QStandardPaths::findExecutable(program);
 }

@@ -3,7 +3,42 @@
 
 #include "platform/modProcess.h"
 
+#include "platform/modCommandLine.h"
+
+#include <QCoreApplication>
+#include <QFileInfo>
+
+#include <array>
 #include <windows.h>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+/// The folders in which CreateProcess looks for a program, in its order.
+QString SearchedFolders()
+{
+    std::array<wchar_t, MAX_PATH> system = {};
+    std::array<wchar_t, MAX_PATH> windows = {};
+    GetSystemDirectoryW(system.data(), MAX_PATH);
+    GetWindowsDirectoryW(windows.data(), MAX_PATH);
+    return QStringList{QCoreApplication::applicationDirPath(), u"."_s, QString::fromWCharArray(system.data()),
+                       QString::fromWCharArray(windows.data()), qEnvironmentVariable("PATH")}
+        .join(u';');
+}
+
+/// Full path of the file that CreateProcess takes a name for; empty if there is none.
+QString FoundProgram(const QString &name)
+{
+    constexpr DWORD longestPath = 32767;
+    std::wstring path(longestPath, L'\0');
+    const DWORD length = SearchPathW(SearchedFolders().toStdWString().c_str(), name.toStdWString().c_str(), L".exe",
+                                     longestPath, path.data(), nullptr);
+    const QString found = QString::fromWCharArray(path.data(), int(length < longestPath ? length : 0));
+    return QFileInfo(found).isFile() ? found : QString();
+}
+
+} // namespace
 
 bool StartProcess(const QString &commandLine)
 {
@@ -20,4 +55,13 @@ bool StartProcess(const QString &commandLine)
     CloseHandle(process.hThread);
     CloseHandle(process.hProcess);
     return true;
+}
+
+// A program that is not found here is returned as written, in case CreateProcess still finds one.
+QString ProgramOf(const QString &commandLine)
+{
+    const auto isProgram = [](const QString &name) { return !FoundProgram(name).isEmpty(); };
+    const QString program = ParseCommandLine(commandLine, isProgram).program;
+    const QString found = FoundProgram(program);
+    return found.isEmpty() ? program : found;
 }
