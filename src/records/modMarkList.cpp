@@ -60,18 +60,29 @@ class Occurrences
     /// Number of the n-th line equal to `line`; 0 if there are fewer. @param occurrence  n, 1 for the first
     int Line(const QString &line, int occurrence) const
     {
-        const std::vector<int> lines = m_lines.value(Displayed(line)).value(line);
+        const std::vector<int> &lines = LinesEqualTo(line);
         return occurrence <= int(lines.size()) ? lines[size_t(occurrence) - 1] : 0;
     }
 
     /// Which of the lines equal to `line` is line number `at`; 1 for the first.
     int Number(const QString &line, int at) const
     {
-        const std::vector<int> lines = m_lines.value(Displayed(line)).value(line);
+        const std::vector<int> &lines = LinesEqualTo(line);
         return int(std::ranges::lower_bound(lines, at) - lines.begin()) + 1;
     }
 
   private:
+    /// By reference: a copy for each mark would be quadratic in a file of equal lines.
+    const std::vector<int> &LinesEqualTo(const QString &line) const
+    {
+        static const std::vector<int> none;
+        const auto alike = m_lines.constFind(Displayed(line));
+        if (alike == m_lines.constEnd())
+            return none;
+        const auto equal = alike->constFind(line);
+        return equal == alike->constEnd() ? none : *equal;
+    }
+
     static constexpr size_t SlotCount = 1 << 16;
 
     static size_t Slot(QStringView line)

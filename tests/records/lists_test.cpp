@@ -9,6 +9,7 @@
 #include "support/TestFiles.h"
 
 #include <gtest/gtest.h>
+#include <numeric>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -53,6 +54,17 @@ TEST_F(Lists, LineMoved_MarkMovesWithIt)
     EXPECT_TRUE(Find(lines, u"花子"_s, u"仏単語"_s).empty());
     Write(changed, {});
     EXPECT_EQ(folder.Read(u"ListMark.txt"_s), "");
+}
+
+// Quadratic work would take minutes here.
+TEST_F(Lists, ManyMarksOnEqualLines_AreFoundInLinearTime)
+{
+    const int lineCount = 200'000;
+    const QStringList lines(lineCount, u"[a]"_s);
+    Blanks blanks(static_cast<size_t>(lineCount));
+    std::iota(blanks.begin(), blanks.end(), 1);
+    Write(lines, blanks);
+    EXPECT_EQ(Find(lines), blanks);
 }
 
 TEST_F(Lists, MarksWritten_OtherLinesStayUntouched)
