@@ -205,15 +205,16 @@ QString RelativeUrl(const QString &folder, const QString &path)
     return QString::fromLatin1(QUrl::toPercentEncoding(relative, "/"));
 }
 
-/// Finds the URLs of pictures beside a study file. Each name is looked up only once, however often it occurs.
+/// Finds the URLs of pictures beside a study file. The folder is listed only once, and each name looked up only once.
 PictureUrl PicturesBeside(const QString &studyFilePath, const QString &sheetPath)
 {
-    return [pictureFolder = QFileInfo(studyFilePath).absolutePath(), sheetFolder = QFileInfo(sheetPath).absolutePath(),
+    return [pictures = PictureFolder(QFileInfo(studyFilePath).absolutePath()),
+            sheetFolder = QFileInfo(sheetPath).absolutePath(),
             known = QHash<QString, QString>()](const QString &name) mutable {
         const auto found = known.constFind(name);
         if (found != known.constEnd())
             return *found;
-        const QString path = FindPictureFile(pictureFolder, name);
+        const QString path = pictures.Find(name);
         return *known.insert(name, path.isEmpty() ? QString() : RelativeUrl(sheetFolder, path));
     };
 }

@@ -77,6 +77,8 @@ QStringList BadPictureNames(const DisplayText &text)
             const bool holdsBlank = QStringView(masked).sliced(start, length) != text.Line(line).sliced(start, length);
             if (!holdsBlank && !IsPictureNameValid(name) && !bad.contains(name))
                 bad += name;
+            if (bad.size() > MaxBadNamesListed) // also keeps the search in this list short
+                return bad;
         }
     }
     return bad;
@@ -84,11 +86,10 @@ QStringList BadPictureNames(const DisplayText &text)
 
 QString BadPictureNamesMessage(const QStringList &names)
 {
-    constexpr qsizetype mostNames = 10;
     QStringList messages;
-    for (const QString &name : names.first(qMin(mostNames, names.size())))
+    for (const QString &name : names.first(qMin(MaxBadNamesListed, names.size())))
         messages += u"異常な画像ファイル名=["_s + name + u"]があります。"_s;
-    if (names.size() > mostNames)
+    if (names.size() > MaxBadNamesListed)
         messages += u"…"_s;
     return messages.join(u"\r\n"_s);
 }
@@ -115,14 +116,19 @@ QString PictureNameAt(QStringView line, qsizetype index)
     return QString();
 }
 
-QString FindPictureFile(const QString &folder, const QString &name)
+PictureFolder::PictureFolder(const QString &path) : m_path(path)
 {
-    const QStringList files = QDir(folder).entryList(QDir::Files, QDir::Name);
+    for (const QString &file : QDir(path).entryList(QDir::Files, QDir::Name))
+        if (const QString folded = file.toCaseFolded(); !m_files.contains(folded))
+            m_files.insert(folded, file);
+}
+
+QString PictureFolder::Find(const QString &name) const
+{
     for (const QStringView extension : {u".png", u".jpg", u".jpeg", u".gif", u".bmp"}) {
-        const QString wanted = name + extension;
-        for (const QString &file : files)
-            if (file.compare(wanted, Qt::CaseInsensitive) == 0 && QFileInfo(JoinPath(folder, file)).isFile())
-                return JoinPath(folder, file);
+        const QString file = m_files.value(QString(name + extension).toCaseFolded());
+        if (!file.isEmpty() && QFileInfo(JoinPath(m_path, file)).isFile())
+            return JoinPath(m_path, file);
     }
     return QString();
 }

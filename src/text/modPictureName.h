@@ -7,6 +7,7 @@
 
 #include "text/modDisplayText.h"
 
+#include <QHash>
 #include <QStringList>
 
 #include <vector>
@@ -19,11 +20,16 @@ bool IsPictureLineValid(QStringView line);
 /// Whether a picture name is valid: it contains none of ! " # $ % & ' + ? * / \ . , space, tab and ｣.
 bool IsPictureNameValid(QStringView name);
 
-/// The invalid picture names in a file, each once, in file order. Lines whose brackets do not match are skipped, and so
-/// are references that overlap a blank, because the message would reveal a hidden answer.
+/// The first invalid picture names in a file, each once, in file order: at most one more than a message lists. Lines
+/// whose brackets do not match are skipped, and so are references that overlap a blank, because the message would
+/// reveal a hidden answer.
 QStringList BadPictureNames(const DisplayText &text);
 
-/// The message about invalid names, one line each; empty if there are none. Only the first ten are listed.
+/// Number of invalid names that a message lists.
+constexpr qsizetype MaxBadNamesListed = 10;
+
+/// The message about invalid names, one line each; empty if there are none. Only the first MaxBadNamesListed are
+/// listed.
 QString BadPictureNamesMessage(const QStringList &names);
 
 /// A reference that can be opened with a click.
@@ -42,6 +48,17 @@ std::vector<PictureReference> PictureReferences(QStringView line);
 /// @return empty if there is no such reference
 QString PictureNameAt(QStringView line, qsizetype index);
 
-/// Full path of a picture: the first existing file among name.png, .jpg, .jpeg, .gif and .bmp, ignoring case; empty if
-/// the folder has none of them.
-QString FindPictureFile(const QString &folder, const QString &name);
+/// The pictures in a folder, which is listed once.
+class PictureFolder
+{
+  public:
+    explicit PictureFolder(const QString &path);
+
+    /// Full path of a picture: the first regular file among name.png, .jpg, .jpeg, .gif and .bmp, ignoring case; empty
+    /// if the folder had none of them.
+    QString Find(const QString &name) const;
+
+  private:
+    QString m_path;
+    QHash<QString, QString> m_files; // file names by their case-folded form
+};

@@ -27,7 +27,7 @@ frmPicture::frmPicture(const QString &folder, const QString &name, QWidget *owne
     lblPicture->setMinimumSize(30 * fontMetrics().averageCharWidth(), 4 * fontMetrics().height());
     auto *const layout = new QVBoxLayout(this);
     layout->addWidget(lblPicture);
-    Load(FindPictureFile(folder, name), name);
+    Load(PictureFolder(folder).Find(name), name);
 }
 
 void frmPicture::mousePressEvent(QMouseEvent *)

@@ -136,6 +136,22 @@ TEST_F(PrintWindowTest, Confirmed_OpensSheetAndStoresAnswerChoice)
     EXPECT_EQ(services.messages, QStringList(SheetNotOpenedMessage(sheet)));
 }
 
+// Quadratic work would take minutes here: as many names as lines, none of them in a folder of many files.
+TEST(PrintSheet, ManyNamesOfMissingPictures_AreLookedUpInLinearTime)
+{
+    const TestFolder folder;
+    for (int file = 0; file < 1000; ++file)
+        folder.Write(u"txt/%1.png"_s.arg(file), "");
+    QStringList lines;
+    for (int line = 0; line < 50'000; ++line)
+        lines += u"｢a%1｣"_s.arg(line);
+    lines += u"｢7｣"_s;
+    QString message;
+    EXPECT_TRUE(
+        WritePrintSheet(folder.WriteStudyFile(u"txt/a.txt"_s, lines), folder.Path(u"a.html"_s), false, &message));
+    EXPECT_EQ(folder.Read(u"a.html"_s).count("<img "), 1);
+}
+
 TEST_F(PrintWindowTest, FileRefused_ShowsReasonAndStaysOpen)
 {
     const SettingsFile settings(folder.Path(u"a.ini"_s));

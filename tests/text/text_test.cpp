@@ -267,6 +267,11 @@ TEST(PictureName, UnmatchedBracketsOrForbiddenCharacters_AreInvalid)
     EXPECT_EQ(BadPictureNamesMessage(ten).count(u"=[.]"_s), 10);
     EXPECT_FALSE(BadPictureNamesMessage(ten).contains(u'…'));
     EXPECT_EQ(BadPictureNamesMessage(ten + QStringList(u"."_s)), BadPictureNamesMessage(ten) + u"\r\n…"_s);
+
+    QStringList many;
+    for (int i = 0; i < 1000; ++i)
+        many += u"｢."_s + QString::number(i) + u"｣｢.0｣"_s;
+    EXPECT_EQ(BadPictureNames(DisplayText(LinesOf(many))).size(), 11) << "ten to list, and one that tells of more";
 }
 
 TEST(PictureName, PositionInReference_GivesNameAndFindsFile)
@@ -284,8 +289,10 @@ TEST(PictureName, PositionInReference_GivesNameAndFindsFile)
     folder.Write(u"a.bmp"_s, "");
     folder.Write(u"A.JPEG"_s, "");
     folder.Write(u"a.b.png"_s, "");
-    EXPECT_EQ(FindPictureFile(folder.Path(), u"a"_s), QDir::toNativeSeparators(folder.Path(u"A.JPEG"_s)));
+    const PictureFolder before(folder.Path());
+    EXPECT_EQ(before.Find(u"a"_s), QDir::toNativeSeparators(folder.Path(u"A.JPEG"_s)));
     folder.Write(u"a.Png"_s, "");
-    EXPECT_EQ(FindPictureFile(folder.Path(), u"A"_s), QDir::toNativeSeparators(folder.Path(u"a.Png"_s)));
-    EXPECT_EQ(FindPictureFile(folder.Path(), u"b"_s), QString());
+    EXPECT_EQ(PictureFolder(folder.Path()).Find(u"A"_s), QDir::toNativeSeparators(folder.Path(u"a.Png"_s)));
+    EXPECT_EQ(before.Find(u"A"_s), QDir::toNativeSeparators(folder.Path(u"A.JPEG"_s))) << "listed only once";
+    EXPECT_EQ(before.Find(u"b"_s), QString());
 }
