@@ -14,7 +14,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-/// The table as CSV according to RFC 4180, with all cells quoted.
+/// The table as CSV according to RFC 4180, with all cells quoted and formulas guarded.
 QString Written(const Table &table, const QString &separator)
 {
     QString text;
@@ -22,7 +22,7 @@ QString Written(const Table &table, const QString &separator)
         for (int column = 1; column <= table.CellCount(row); ++column) {
             if (column > 1)
                 text += separator;
-            text += u'"' + table.Cell(row, column).toString().replace(u'"', QStringLiteral("\"\"")) + u'"';
+            text += u'"' + GuardedCell(table.Cell(row, column)).replace(u'"', QStringLiteral("\"\"")) + u'"';
         }
         text += QStringLiteral("\r\n");
     }
@@ -42,12 +42,12 @@ void CheckRoundTrip(const Table &table, const QString &separator)
     }
 }
 
-/// Number of characters that a reader must not drop: all except quotes, separators and white space.
+/// Number of characters that a reader must not drop: all except quotes, apostrophes, separators and white space.
 qsizetype KeptCharacters(QStringView text, const QString &separator)
 {
     qsizetype count = 0;
     for (const QChar character : text)
-        count += character != u'"' && !separator.contains(character) && !character.isSpace();
+        count += character != u'"' && character != u'\'' && !separator.contains(character) && !character.isSpace();
     return count;
 }
 

@@ -4,6 +4,7 @@
 #include "exchange/modExport.h"
 
 #include "base/modFile.h"
+#include "exchange/modTable.h"
 #include "platform/modReplaceFile.h"
 #include "records/modMarkList.h"
 #include "text/modCheckText.h"
@@ -49,7 +50,7 @@ QString Quoted(const QString &field)
 
 QString CsvField(QStringView text)
 {
-    const QString field = text.toString();
+    const QString field = GuardedCell(text);
     return field.contains(u',') || field.contains(u'"') ? Quoted(field) : field;
 }
 

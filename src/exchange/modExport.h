@@ -36,7 +36,8 @@ QByteArray AnkiExport(const StudyLines &lines, const BlankFilter &isWanted = {})
 
 /// A table with one row per blank, as in RFC 4180, in UTF-8 with a byte-order mark, without which Excel reads it as
 /// Shift_JIS. Columns: line number from 1, text before the blank, its answer, text after it. The line's other blanks
-/// keep their brackets, so that text before + "[" + answer + "]" + text after is the whole line.
+/// keep their brackets, so that text before + "[" + answer + "]" + text after is the whole line. What a spreadsheet
+/// could run has an apostrophe before it, see GuardedCell.
 QByteArray CsvExport(const StudyLines &lines, const BlankFilter &isWanted = {});
 
 /// Full path of an export: the study file's name without ".txt", plus "_UTF-8.txt", "_Anki.txt" or ".csv".

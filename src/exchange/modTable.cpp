@@ -26,6 +26,16 @@ bool IsBlank(QStringView text)
     return std::ranges::all_of(text, [](QChar character) { return character.isSpace(); });
 }
 
+/// Whether a spreadsheet could run a cell, apart from any apostrophes before it; see GuardedCell.
+bool IsFormula(QStringView cell)
+{
+    while (cell.startsWith(u'\''))
+        cell = cell.sliced(1);
+    const bool runsWhole = cell.startsWith(u'=');
+    const bool runsParts = !cell.isEmpty() && QStringView(u"+-@\t\r").contains(cell.front());
+    return runsWhole || (runsParts && (cell.contains(u'(') || cell.contains(u'|') || cell.contains(u'!')));
+}
+
 /// 1-based number of the line at a position in a text.
 int LineAt(QStringView text, qsizetype place)
 {
@@ -233,6 +243,9 @@ class TableReader
             m_table.m_text.truncate(start);
             m_table.m_text += plain;
         }
+        const QStringView cell = QStringView(m_table.m_text).sliced(start);
+        if (cell.startsWith(u'\'') && IsFormula(cell))
+            m_table.m_text.remove(start, 1);
         m_table.m_cellEnds.push_back(qint32(m_table.m_text.size()));
     }
 
@@ -270,6 +283,11 @@ bool ReadTable(const QString &text, const TableFormat &format, Table *table, int
     *table = isGood ? reader.TakeTable() : Table();
     *errorLine = isGood ? 0 : LineAt(text, reader.Place());
     return isGood;
+}
+
+QString GuardedCell(QStringView cell)
+{
+    return IsFormula(cell) ? u'\'' + cell.toString() : cell.toString();
 }
 
 namespace {

@@ -75,12 +75,18 @@ struct TableFormat
 ///     cell = DQUOTE *( any character, DQUOTE twice ) DQUOTE *" "
 ///          / *( any character but the separator, CR and LF )
 ///
+/// The apostrophe that GuardedCell puts before a formula is taken off again, once.
 /// A cell with text after its closing quote ("Hi" she said) is of the second kind, whose quotes are literal. If the
 /// separator is neither comma nor semicolon, so is a cell whose quote is never closed, or is closed only after lines
 /// that each have as many separators as the first. Blank rows are skipped.
 /// @return false if a quoted cell never ends; errorLine is then the 1-based line on which it begins, and the table is
 /// empty
 bool ReadTable(const QString &text, const TableFormat &format, Table *table, int *errorLine);
+
+/// A cell as it is written to a table, which may come from a stranger's study file: an apostrophe is put before what a
+/// spreadsheet could run, that is, a cell that begins with "=", or with + - @ TAB or CR and contains one of ( | !.
+/// Apostrophes that already stand before such a beginning make no difference, so that ReadTable gives every cell back.
+QString GuardedCell(QStringView cell);
 
 /// Guesses from the first rows whether tab, comma or semicolon separates the cells. Tab wins if all rows have the same
 /// number of tabs, as tabs do not occur in sentences, unless another separator gives an even table with the tabs inside

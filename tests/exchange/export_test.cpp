@@ -4,6 +4,7 @@
 #include "exchange/frmExport.h"
 #include "exchange/modConvertCode.h"
 #include "exchange/modPrintSheet.h"
+#include "exchange/modReadTable.h"
 #include "records/modMarkList.h"
 #include "support/Rows.h"
 #include "support/StudyText.h"
@@ -161,6 +162,34 @@ TEST(CsvExport, EveryRow_TextsAndAnswerFormTheLine)
         ASSERT_EQ(row.size(), 4);
         EXPECT_EQ(row[1] + u'[' + row[2] + u']' + row[3], Lines[row[0].toInt() - 1]);
     }
+}
+
+TEST(CsvExport, CellsLikeFormulas_AreGuardedAndComeBack)
+{
+    const QStringList hostile = {u"=HYPERLINK(\"http://x\",\"y\")"_s,
+                                 u"+cmd|' /C calc'!A0"_s,
+                                 u"-1+2"_s,
+                                 u"'=1"_s,
+                                 u"@SUM(1,2)"_s,
+                                 u"''-a!b"_s,
+                                 u"\t=f(x)"_s,
+                                 u"'90s"_s};
+    QStringList lines;
+    for (const QString &cell : hostile)
+        lines += cell + u'[' + cell + u']' + cell;
+    const QByteArray bytes = CsvExport(LinesOf(lines));
+    TableReading reading;
+    TableRefusal refusal;
+    Table table;
+    ASSERT_TRUE(ReadTableBytes(bytes, &reading, &table, &refusal)) << refusal.reason.toStdString();
+    ASSERT_EQ(table.RowCount(), 1 + int(hostile.size()));
+    for (int row = 2; row <= table.RowCount(); ++row)
+        for (int column = 2; column <= 4; ++column)
+            EXPECT_EQ(table.Cell(row, column), hostile[row - 2]);
+    for (const QStringList &row : ReadTable(QString::fromUtf8(bytes), u',', u"\r\n"_s))
+        for (const QString &cell : row)
+            EXPECT_FALSE(cell.startsWith(u'=') || (cell.contains(u'!') && !cell.startsWith(u'\'')))
+                << cell.toStdString();
 }
 
 TEST(MakeExport, OnlyHard_ExportsOnlyMarkedBlanks)

@@ -84,6 +84,32 @@ TEST(ReadTable, QuotedCells_RoundTrip)
     }
 }
 
+TEST(GuardedCell, WhatASpreadsheetCouldRun_GetsApostropheThatReaderTakesOff)
+{
+    const Rows<QString, QString> rows = {
+        {u"=1+1"_s, u"'=1+1"_s},       {u"="_s, u"'="_s},
+        {u"+f(x)"_s, u"'+f(x)"_s},     {u"-1|x"_s, u"'-1|x"_s},
+        {u"@a!b"_s, u"'@a!b"_s},       {u"\t(x"_s, u"'\t(x"_s},
+        {u"\rcmd|x"_s, u"'\rcmd|x"_s}, {u"'=1"_s, u"''=1"_s},
+        {u"''+f(x)"_s, u"'''+f(x)"_s}, {QString(), QString()},
+        {u"+81"_s, u"+81"_s},          {u"-2, -3"_s, u"-2, -3"_s},
+        {u"@user"_s, u"@user"_s},      {u"\tx"_s, u"\tx"_s},
+        {u"'tis"_s, u"'tis"_s},        {u"'"_s, u"'"_s},
+        {u"'-1"_s, u"'-1"_s},          {u"f(x)=1"_s, u"f(x)=1"_s},
+        {u" =1"_s, u" =1"_s},          {u"＝1"_s, u"＝1"_s},
+    };
+    QString text;
+    for (const auto &[cell, guarded] : rows) {
+        EXPECT_EQ(GuardedCell(cell), guarded) << cell.toStdString();
+        text += WithQuotes(GuardedCell(cell)) + u",z\r\n"_s;
+    }
+    const Table table = TableOf(text);
+    ASSERT_EQ(table.RowCount(), int(rows.size()));
+    for (int row = 1; row <= table.RowCount(); ++row)
+        EXPECT_EQ(table.Cell(row, 1), std::get<0>(rows[size_t(row) - 1]));
+    EXPECT_EQ(Joined(TableOf(u"''\t'=1\n'=2\t'3\n"_s)), u"''|=1/=2|'3"_s) << "in any table";
+}
+
 TEST(ReadTable, GivenSeparator_OverridesHeaderAndGuess)
 {
     const Rows<const char *, QString, QString, QString> rows = {
