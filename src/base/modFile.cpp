@@ -66,3 +66,12 @@ QString FileNamePart(const QString &text)
             character = u'_';
     return name;
 }
+
+QString NameInLine(const QString &name)
+{
+    QString inLine = name;
+    for (QChar &character : inLine)
+        if (character.category() == QChar::Other_Control)
+            character = u' ';
+    return inLine;
+}

@@ -28,3 +28,7 @@ bool ReadWholeFile(const QString &path, QByteArray *bytes, QString *error);
 /// Makes a text usable in a file name: every character that is invalid in file names on any supported system, path
 /// separators included, becomes "_".
 QString FileNamePart(const QString &text);
+
+/// A name as part of a line: each control character, which a file name may contain on systems other than Windows,
+/// becomes one blank.
+QString NameInLine(const QString &name);

@@ -3,6 +3,7 @@
 
 #include "files/StudyFileModel.h"
 
+#include "base/modFile.h"
 #include "text/modReadText.h"
 #include "widgets/Contrast.h"
 
@@ -105,7 +106,7 @@ QVariant StudyFileModel::data(const QModelIndex &index, int role) const
 
 StudyTally StudyFileModel::TallyOf(const QString &name) const
 {
-    return m_tallies.Of(GetFileTitle(m_folder.PathOf(name))); // sessions are recorded by title
+    return m_tallies.Of(RecordedTitle(m_folder.PathOf(name)));
 }
 
 /// What is known about a file besides its name.
@@ -204,6 +205,11 @@ bool HasPaleSelection(const QStyle *style)
 }
 
 } // namespace
+
+QString StudyFileDelegate::displayText(const QVariant &value, const QLocale &) const
+{
+    return NameInLine(value.toString());
+}
 
 void StudyFileDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const
 {

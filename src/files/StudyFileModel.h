@@ -75,6 +75,7 @@ class StudyFileDelegate : public QStyledItemDelegate
   public:
     using QStyledItemDelegate::QStyledItemDelegate;
 
+    QString displayText(const QVariant &value, const QLocale &locale) const override;
     void paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const override;
 
     /// Has width 0: a long name must not make a row wider than the list and push the remarks out of view.

@@ -6,6 +6,7 @@
 #include "base/modFile.h"
 #include "platform/modCollation.h"
 #include "platform/modFolderNames.h"
+#include "records/modListFile.h"
 #include "text/modCheckText.h"
 #include "text/modReadText.h"
 
@@ -86,8 +87,8 @@ void StudyFolder::Refresh()
 
 QString StudyFolder::NameOfTitle(const QString &title) const
 {
-    const auto found =
-        std::ranges::find_if(m_names, [&](const QString &name) { return GetFileTitle(PathOf(name)) == title; });
+    const auto found = std::ranges::find_if(
+        m_names, [&](const QString &name) { return ListField(GetFileTitle(PathOf(name))) == title; });
     return title.isEmpty() || found == m_names.end() ? QString() : *found;
 }
 
@@ -154,9 +155,15 @@ StudyFileFacts CheckContent(const QString &path)
 StudyFileFacts CheckStudyFile(const QString &path)
 {
     StudyFileFacts facts = CheckContent(path);
+    const QString title = GetFileTitle(path);
+    const auto add = [&facts](const QString &remark) {
+        facts.remarks += (facts.remarks.isEmpty() ? u""_s : u"、"_s) + remark;
+    };
     // The title goes unescaped into the SQL statement that records a session, where a quote would end the string.
-    if (GetFileTitle(path).contains(u'\''))
-        facts.remarks += (facts.remarks.isEmpty() ? u""_s : u"、"_s) + u"学習記録なし（名前に '）"_s;
+    if (title.contains(u'\''))
+        add(u"学習記録なし（名前に '）"_s);
+    if (NameInLine(title) != title)
+        add(u"名前に制御文字（学習記録では空白）"_s);
     return facts;
 }
 

@@ -146,7 +146,7 @@ QString HistoryLine(const QString &startTime, qint64 seconds, int answers, const
     // An ideographic space is as wide as the character for minutes.
     const QString minutesText = minutes >= 1 ? QString(RightAligned(minutes, 3) + u'分') : u"   　"_s;
     return startTime.left(5) + u"   "_s + minutesText + RightAligned(seconds % 60, 2) + u"秒"_s +
-           RightAligned(answers, 4) + u"問 "_s + fileName;
+           RightAligned(answers, 4) + u"問 "_s + NameInLine(fileName);
 }
 
 QString HoursMinutesSeconds(qint64 seconds)

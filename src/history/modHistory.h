@@ -163,7 +163,7 @@ constexpr int MaxWeeks = 9999;
 int ReadWeeks(const QString &text);
 
 /// A session as a line: start, duration, answers, file. Numbers too wide for their field lose their leading digits, so
-/// that the columns stay aligned.
+/// that the columns stay aligned. A control character in the name becomes a blank, also one that was recorded.
 /// @param startTime  "hh:nn:ss"; @param seconds  duration
 QString HistoryLine(const QString &startTime, qint64 seconds, int answers, const QString &fileName);
 

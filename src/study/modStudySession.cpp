@@ -34,7 +34,7 @@ bool StudySession::Open(const QString &path, QString *message)
     m_isMarkChanged = false;
     m_lastLine = 0;
     m_clockStart = QDateTime();
-    DBInsRecKotoban(m_database, m_start, m_userName, GetFileTitle(path));
+    DBInsRecKotoban(m_database, m_start, m_userName, RecordedTitle(path));
     int errorLine = 0;
     if (!Read(path, message, &errorLine))
         return false;

@@ -168,6 +168,11 @@ QString GetFileTitle(const QString &path)
     return QString();
 }
 
+QString RecordedTitle(const QString &path)
+{
+    return NameInLine(GetFileTitle(path));
+}
+
 QString WrongCharCodeMessage(const QString &fileTitle, const QString &codeName)
 {
     return u"次のテキストファイルの文字コードはShift_JISではありません。\r\n    ファイル名＝"_s + fileTitle +

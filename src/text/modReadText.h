@@ -66,6 +66,10 @@ void ReadAllLines(const QByteArray &bytes, ExpandTabs expandTabs, StudyLines *li
 /// as the last character of the path. Empty for a path without a separator.
 QString GetFileTitle(const QString &path);
 
+/// The title of a study file in the record of its sessions, and so in the history: GetFileTitle with each control
+/// character as one blank. A tab would break the history's lines.
+QString RecordedTitle(const QString &path);
+
 /// The message for a file that is not in Shift_JIS.
 QString WrongCharCodeMessage(const QString &fileTitle, const QString &codeName);
 

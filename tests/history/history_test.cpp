@@ -36,6 +36,7 @@ TEST(History, AnyValue_LineHasFixedWidthFields)
     };
     for (const auto &[name, seconds, answers, line] : rows)
         EXPECT_EQ(HistoryLine(u"09:08:07"_s, seconds, answers, u"英単語"_s), line) << name;
+    EXPECT_TRUE(HistoryLine(u"09:08:07"_s, 0, 0, u"a\tb\r\n\x1B"_s).endsWith(u"問 a b   "_s));
     EXPECT_EQ(HoursMinutesSeconds(3909), u"1時間 5分 9秒"_s);
     EXPECT_EQ(HoursMinutesSeconds(59), u"0分 59秒"_s);
     EXPECT_EQ(HoursMinutesSeconds(360'000), u"100時間 0分 0秒"_s);
