@@ -163,6 +163,13 @@ def compare_lists():
             shares(counters[f"ShowHistory/{weeks}", "longest_ms"], 16), 1)
 
 
+def compare_pictures():
+    cpu_us, _ = timings("ShowPicture")
+    for name in ("PNG", "JPEG", "GIF", "BMP"):
+        row(f"the largest {name} that is shown / the five seconds that decoding may take",
+            shares(cpu_us[f"ShowPicture/{name}"], 5e6), 0.5)
+
+
 def compare_history(weeks, refreshes):
     database = inputs / "sessions_1000000.splite3"
     with tempfile.TemporaryDirectory() as folder:
@@ -221,6 +228,7 @@ compare_growth()
 compare_steps()
 compare_search()
 compare_lists()
+compare_pictures()
 compare_history(1, 200)
 compare_history(9999, 1)
 compare_start()

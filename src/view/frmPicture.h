@@ -1,15 +1,13 @@
 // SPDX-FileCopyrightText: 2026 The Kotoban developers
 // SPDX-License-Identifier: MIT
 
-// Shows one picture that a study file refers to, scaled to fit the screen. Escape or a click closes it.
+// Shows one picture that a study file refers to, scaled to fit the screen. Its button, Enter, Escape or a click closes
+// it.
 #pragma once
 
 #include <QDialog>
 
 class QLabel;
-
-/// Largest picture to load, a little below Qt's own limit (128 MB), because even a small file can claim any size.
-constexpr qint64 MaxPicturePixels = 30'000'000;
 
 class frmPicture : public QDialog
 {
@@ -23,7 +21,10 @@ class frmPicture : public QDialog
     void mousePressEvent(QMouseEvent *event) override;
 
   private:
-    void Load(const QString &path, const QString &name);
+    void Form_Load();
+    void cmdClose_Click();
+    void ShowPicture(const QString &path);
 
+    QString m_name;
     QLabel *lblPicture;
 };

@@ -285,17 +285,25 @@ TEST_F(StudyWindowTest, PictureClicked_OpensOrShowsFault)
     const auto look = [&shown](QWidget *dialog) {
         const auto *const label = dialog->findChild<QLabel *>(u"lblPicture"_s);
         shown += label->text().isEmpty() ? QString::number(label->pixmap().width()) : label->text();
-        QTest::mouseClick(dialog, Qt::LeftButton);
     };
-    for (const int cell : {2, 10, 18}) {
-        script.When(u"frmPicture"_s, look);
+    // Each is closed in another way.
+    const auto show = [&](int cell, const std::function<void(QWidget *)> &leave) {
+        script.When(u"frmPicture"_s, [look, leave](QWidget *dialog) {
+            look(dialog);
+            leave(dialog);
+            EXPECT_FALSE(dialog->isVisible());
+        });
         Click(Qt::LeftButton, cell, 1);
-    }
-    EXPECT_EQ(shown, QStringList({u"20"_s, u"brokenが見つかりません。"_s, u"bombは大きすぎるため表示できません。"_s}));
+    };
+    show(2, [](QWidget *dialog) { QTest::mouseClick(dialog, Qt::LeftButton); });
+    show(10, [](QWidget *dialog) { QTest::keyClick(dialog->focusWidget(), Qt::Key_Return); });
+    show(18, [](QWidget *dialog) { QTest::keyClick(dialog->focusWidget(), Qt::Key_Escape); });
+    EXPECT_EQ(shown,
+              QStringList({u"20"_s, u"図「broken」を読めません。PNG，JPEG，GIF，BMPの画像ではないか，壊れています。"_s,
+                           u"図「bomb」は大きすぎるため表示できません。"_s}));
     Click(Qt::LeftButton, 22, 1);
-    script.When(u"frmPicture"_s, look);
-    Click(Qt::LeftButton, 36, 1);
-    EXPECT_EQ(shown.last(), u"noneが見つかりません。"_s) << "the reference was an answer";
+    show(36, [](QWidget *dialog) { DialogScript::Press(dialog, u"cmdClose"_s); });
+    EXPECT_EQ(shown.last(), u"図「none」が txt フォルダにありません。"_s) << "the reference was an answer";
     EXPECT_EQ(Label(u"lblNum"), u"1"_s);
     Click(Qt::LeftButton, 36, 1);
     const QPoint overReference(page->Layout().TextLeftPx() + 10, page->Layout().RowTopPx(1) + 5);

@@ -1,0 +1,74 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
+#include "view/PictureReader.h"
+
+#include "base/modFile.h"
+#include "text/modPictureFile.h"
+
+#include <QFile>
+#include <QImageReader>
+
+namespace {
+
+/// A file that cannot be read any further when the time is up. This is the only way to interrupt a decoder.
+class TimedFile : public QFile
+{
+  public:
+    TimedFile(const QString &path, const QDeadlineTimer &until) : QFile(path), m_until(until) {}
+
+    /// Whether something was not read because the time was up.
+    bool IsCut() const
+    {
+        return m_isCut;
+    }
+
+  protected:
+    qint64 readData(char *data, qint64 maxSize) override
+    {
+        m_isCut = m_isCut || m_until.hasExpired();
+        return m_isCut ? -1 : QFile::readData(data, maxSize);
+    }
+
+  private:
+    QDeadlineTimer m_until;
+    bool m_isCut = false;
+};
+
+} // namespace
+
+PictureFault ReadPicture(const QString &path, const QSize &availablePx, QImage *picture, const QDeadlineTimer &until)
+{
+    *picture = QImage();
+    TimedFile file(path, until);
+    QString reason;
+    if (!IsRegularOrMissing(path, &reason) || !file.open(QIODevice::ReadOnly))
+        return PictureFault::Unreadable;
+    constexpr qint64 longestSignature = 8;
+    const QByteArray format = PictureFormatOf(file.peek(longestSignature));
+    const auto faultOfDecoder = [&file] { return file.IsCut() ? PictureFault::TooLarge : PictureFault::Unreadable; };
+    if (format.isEmpty())
+        return faultOfDecoder();
+    if (file.size() > MaxPictureBytes)
+        return PictureFault::TooLarge;
+    const qint64 scans = format == "jpeg" ? JpegScans(file.readAll()) : 1;
+    file.seek(0);
+
+    constexpr qint64 mostBytesPerPixel = 8;
+    QImageReader::setAllocationLimit(int(MaxPicturePixels * mostBytesPerPixel / (1024 * 1024)) + 1);
+    QImageReader reader(&file, format);
+    reader.setAutoDetectImageFormat(false);
+    const QSize size = reader.size(); // from the file's header, without reading pixels
+    if (size.isEmpty())
+        return faultOfDecoder();
+    const qint64 pixels = qint64(size.width()) * size.height();
+    if (pixels > MaxPicturePixels || scans > MaxPictureScans || pixels * scans > MaxScannedPixels)
+        return PictureFault::TooLarge;
+    if (size.width() > availablePx.width() || size.height() > availablePx.height())
+        reader.setScaledSize(size.scaled(availablePx, Qt::KeepAspectRatio));
+    const QImage decoded = reader.read();
+    if (decoded.isNull() || file.IsCut())
+        return faultOfDecoder();
+    *picture = decoded;
+    return PictureFault::None;
+}
