@@ -163,7 +163,7 @@ StudyFileFacts CheckStudyFile(const QString &path)
     if (title.contains(u'\''))
         add(u"学習記録なし（名前に '）"_s);
     if (NameInLine(title) != title)
-        add(u"名前に制御文字（学習記録では空白）"_s);
+        add(u"名前に制御文字"_s);
     return facts;
 }
 

@@ -79,8 +79,8 @@ class StudyFolder
 
 /// Reads a file and finds its blanks and the short remarks for the list. Faults that prevent opening it:
 /// "文字コード＝EUC", "12行[ ]指定異常", "12行目 100バイト超過", "64MB超過", "読み込み不可". Hints that do not:
-/// "空欄なし", "空欄なし（［ ］は全角）", "学習記録なし（名前に '）", "名前に制御文字（学習記録では空白）". Several are
-/// joined by "、"; without any, remarks is empty.
+/// "空欄なし", "空欄なし（［ ］は全角）", "学習記録なし（名前に '）", "名前に制御文字". Several are joined by "、";
+/// without any, remarks is empty.
 StudyFileFacts CheckStudyFile(const QString &path);
 
 /// Whether a file is a printable copy, by its name.

@@ -101,7 +101,7 @@ void frmText::OpenSession(const QString &path)
         return; // the window was closed while a database message was shown
     if (isLoaded)
         EnableFileControls(true);
-    lblFile->SetText(QFileInfo(m_session.Path()).fileName());
+    lblFile->SetText(NameInLine(QFileInfo(m_session.Path()).fileName()));
     OfferLine(m_session.LastLine());
     ShowText(1);
     if (!isLoaded) {

@@ -203,7 +203,7 @@ TEST(CheckStudyFile, EachFault_HasItsRemark)
         {u"quote in the t'itle.txt"_s, "[a]", u"学習記録なし（名前に '）"_s},
         {u"two remark's.txt"_s, "a", u"空欄なし、学習記録なし（名前に '）"_s},
         {u"quote after.the title'.txt"_s, "[a]", QString()},
-        {u"control\x7F.txt"_s, "[a]", u"名前に制御文字（学習記録では空白）"_s},
+        {u"control\x7F.txt"_s, "[a]", u"名前に制御文字"_s},
     };
     const TestFolder folder;
     for (const auto &[name, bytes, remarks] : rows)

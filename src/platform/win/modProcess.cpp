@@ -9,6 +9,7 @@
 #include <QFileInfo>
 
 #include <array>
+#include <string>
 #include <windows.h>
 
 using namespace Qt::Literals::StringLiterals;
