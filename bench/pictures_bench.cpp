@@ -1,7 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The Kotoban developers
 // SPDX-License-Identifier: MIT
 
-// Benchmarks of the pictures: the largest of each format that is shown, with pixels that compress badly.
+// Benchmarks of the pictures: the largest of each format that is shown, with pixels that compress badly, on a screen
+// that shows all of them.
 #include "support/TestFiles.h"
 #include "view/PictureReader.h"
 
@@ -25,7 +26,7 @@ QImage Noise(QImage::Format format)
     std::mt19937 random(932);
     auto *const bits = reinterpret_cast<quint32 *>(image.bits());
     for (qsizetype at = 0; at < image.sizeInBytes() / qsizetype(sizeof *bits); ++at)
-        bits[at] = random();
+        bits[at] = quint32(random());
     return image;
 }
 
@@ -44,7 +45,7 @@ QByteArray Encoded(const QImage &image, const char *format, int quality)
 /// A GIF of 128 colours. Each code is one pixel: the reader's table is cleared before a code would need another bit.
 QByteArray Gif()
 {
-    const auto number = [](int value) { return QByteArray{char(value & 0xFF), char(value >> 8)}; };
+    const auto number = [](int value) -> QByteArray { return char(value & 0xFF) + QByteArray(1, char(value >> 8)); };
     constexpr int colourBits = 7;
     QByteArray gif = "GIF89a" + number(Largest.width()) + number(Largest.height()) + "\xF6" + QByteArray(2, '\0');
     for (int colour = 0; colour < 1 << colourBits; ++colour)
@@ -73,10 +74,9 @@ QString LargestPicture(const QString &format)
 {
     static const TestFolder folder;
     if (!QFile::exists(folder.Path(u"GIF"_s))) {
-        constexpr int uncompressed = 100;
-        constexpr int usual = 75;
+        constexpr int uncompressed = 100; // of a JPEG, all detail
         folder.Write(u"PNG"_s, Encoded(Noise(QImage::Format_RGBA8888), "png", uncompressed));
-        folder.Write(u"JPEG"_s, Encoded(Noise(QImage::Format_RGB32), "jpeg", usual));
+        folder.Write(u"JPEG"_s, Encoded(Noise(QImage::Format_RGB32), "jpeg", uncompressed));
         folder.Write(u"BMP"_s, Encoded(Noise(QImage::Format_RGB32), "bmp", -1));
         folder.Write(u"GIF"_s, Gif());
     }
@@ -88,8 +88,7 @@ void ShowPicture(benchmark::State &state, const char16_t *format)
     const QString path = LargestPicture(QString::fromUtf16(format));
     for (auto step : state) {
         QImage picture;
-        if (ReadPicture(path, QSize(1200, 800), &picture, QDeadlineTimer(QDeadlineTimer::Forever)) !=
-            PictureFault::None)
+        if (ReadPicture(path, Largest, &picture, QDeadlineTimer(QDeadlineTimer::Forever)) != PictureFault::None)
             qFatal("%s is not shown", qPrintable(path));
     }
 }

@@ -11,6 +11,9 @@
 
 namespace {
 
+// Of the pixels in memory, at most eight bytes each. Qt's own limit would refuse a large picture as damaged.
+constexpr int MostMegabytes = int(MaxPicturePixels * 8 >> 20) + 1;
+
 /// A file that cannot be read any further when the time is up. This is the only way to interrupt a decoder.
 class TimedFile : public QFile
 {
@@ -54,8 +57,7 @@ PictureFault ReadPicture(const QString &path, const QSize &availablePx, QImage *
     const qint64 scans = format == "jpeg" ? JpegScans(file.readAll()) : 1;
     file.seek(0);
 
-    constexpr qint64 mostBytesPerPixel = 8;
-    QImageReader::setAllocationLimit(int(MaxPicturePixels * mostBytesPerPixel / (1024 * 1024)) + 1);
+    QImageReader::setAllocationLimit(MostMegabytes);
     QImageReader reader(&file, format);
     reader.setAutoDetectImageFormat(false);
     const QSize size = reader.size(); // from the file's header, without reading pixels

@@ -17,7 +17,7 @@ constexpr qint64 MaxScannedPixels = 10 * MaxPicturePixels;
 constexpr qint64 MaxPictureScans = 1000;
 
 /// Largest file, with room for the largest picture in the format that takes most, a BMP of four bytes a pixel.
-constexpr qint64 MaxPictureBytes = 128 * 1024 * 1024;
+constexpr qint64 MaxPictureBytes = 128LL * 1024 * 1024;
 
 /// Longest time to decode a picture. What lies within the limits above takes less on a slow machine; this ends what
 /// they cannot foresee, such as data after the last pixel that unpacks to gigabytes.
