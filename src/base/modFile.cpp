@@ -3,11 +3,23 @@
 
 #include "base/modFile.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 
 using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+/// Whether an existing folder is another one or below it. @param folder  canonical; empty if it does not exist
+bool IsWithin(const QString &folder, const QString &other)
+{
+    const QString outer = QFileInfo(other).canonicalFilePath();
+    return !folder.isEmpty() && !outer.isEmpty() && (folder == outer || folder.startsWith(outer + u'/'));
+}
+
+} // namespace
 
 QString JoinPath(const QString &folder, const QString &name)
 {
@@ -20,6 +32,24 @@ bool IsRegularOrMissing(const QString &path, QString *error)
     if (info.isFile() || !info.exists())
         return true;
     *error = u"通常のファイルではありません。"_s;
+    return false;
+}
+
+bool MayWrite(const QString &path, QString *error)
+{
+    if (!IsRegularOrMissing(path, error))
+        return false;
+    QFileInfo file(path);
+    if (!file.isSymLink())
+        return true;
+    constexpr int mostLinks = 40; // the end of a longer chain is not reached, and so refused
+    for (int links = 0; file.isSymLink() && links < mostLinks; ++links)
+        file.setFile(file.symLinkTarget());
+    const QString folder = QFileInfo(file.path()).canonicalFilePath();
+    if (!file.isSymLink() &&
+        (IsWithin(folder, QFileInfo(path).path()) || IsWithin(folder, QCoreApplication::applicationDirPath())))
+        return true;
+    *error = u"瞬記帳のフォルダの外を指すリンクなので，書き込みません。"_s;
     return false;
 }
 

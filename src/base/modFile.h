@@ -15,6 +15,13 @@ QString JoinPath(const QString &folder, const QString &name);
 /// @return false for anything else; error then holds the reason
 bool IsRegularOrMissing(const QString &path, QString *error);
 
+/// Whether a path may be created or changed as a file: it may be opened, and if it is a link, then one to a file in the
+/// folder of the link, in the application folder (that of the executable), or below. In a folder that comes from
+/// somewhere else, any other link would make the program write to a file elsewhere, even a new one. A linked folder is
+/// allowed, because users keep study files and records where they like.
+/// @return false if it must not be written; error then holds the reason
+bool MayWrite(const QString &path, QString *error);
+
 /// Largest file that is read. All files are text typed by people; a study file of a million lines has half this size.
 /// The window is blocked while a file is read, and the limit keeps that short.
 constexpr qint64 MaxFileMegabytes = 64;

@@ -20,7 +20,7 @@ Q_LOGGING_CATEGORY(Trace, "kotoban.trace", QtWarningMsg)
 
 bool WriteText(const QString &path, QIODevice::OpenMode mode, const QString &text, QString *error)
 {
-    if (!IsRegularOrMissing(path, error))
+    if (!MayWrite(path, error))
         return false;
     QFile file(path);
     const QByteArray bytes = ToCodePage932(text);

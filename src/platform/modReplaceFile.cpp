@@ -8,59 +8,75 @@
 
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 
 namespace {
 
 constexpr qsizetype PieceBytes = 1 << 20; // bytes copied at a time
 
-/// Moves the written file into place. QSaveFile::commit ignores a failed flush of its buffer and, on a full disk, would
-/// replace the old file by a truncated one; hence the explicit flush. It syncs the file before the rename but not the
-/// folder, without which a power cut could undo the rename.
-bool Commit(QSaveFile *file)
+} // namespace
+
+FileReplacement::FileReplacement(const QString &path, std::optional<QFileDevice::Permissions> permissions)
 {
-    if (!file->flush() || !file->commit())
-        return false;
-    SyncFolder(QFileInfo(file->fileName()).path());
-    return true;
+    if (!MayWrite(path, &m_error))
+        return;
+    m_file.emplace(path);
+    if (!m_file->open(QIODevice::WriteOnly))
+        GiveUp();
+    else if (permissions)
+        m_file->setPermissions(*permissions); // where the file system has none, the file is as good without
 }
 
-} // namespace
+bool FileReplacement::Write(const QByteArray &piece)
+{
+    if (m_file && m_file->write(piece) != piece.size())
+        GiveUp();
+    return m_file.has_value();
+}
+
+// QSaveFile::commit ignores a failed flush of its buffer and, on a full disk, would replace the old file by a truncated
+// one; hence the explicit flush. It syncs the file before the rename but not the folder, without which a power cut
+// could undo the rename.
+bool FileReplacement::Commit(QString *error)
+{
+    if (m_file && !(m_file->flush() && m_file->commit()))
+        GiveUp();
+    if (m_file)
+        SyncFolder(QFileInfo(m_file->fileName()).path());
+    *error = m_error;
+    return m_error.isEmpty();
+}
+
+/// Removes the temporary file.
+void FileReplacement::GiveUp()
+{
+    m_error = m_file->errorString();
+    m_file.reset();
+}
 
 bool ReplaceFile(const QString &path, const QByteArray &bytes, QString *error)
 {
-    if (!IsRegularOrMissing(path, error))
-        return false;
-    QSaveFile file(path);
-    if (file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && Commit(&file))
-        return true;
-    *error = file.errorString();
-    return false;
+    FileReplacement file(path);
+    file.Write(bytes);
+    return file.Commit(error);
 }
 
 bool CopyWholeFile(const QString &source, const QString &target, QString *error,
                    std::optional<QFileDevice::Permissions> permissions)
 {
-    if (!IsRegularOrMissing(source, error) || !IsRegularOrMissing(target, error))
+    if (!IsRegularOrMissing(source, error))
         return false;
     QFile in(source);
     if (!in.open(QIODevice::ReadOnly)) {
         *error = in.errorString();
         return false;
     }
-    QSaveFile out(target);
-    bool isGood = out.open(QIODevice::WriteOnly);
-    if (isGood && permissions)
-        out.setPermissions(*permissions); // where the file system has none, the copy is as good without
-    for (QByteArray piece = in.read(PieceBytes); isGood && !piece.isEmpty(); piece = in.read(PieceBytes))
-        isGood = out.write(piece) == piece.size();
-    if (in.error() != QFileDevice::NoError) {
-        *error = in.errorString();
-        return false;
-    }
-    if (isGood && Commit(&out))
-        return true;
-    *error = out.errorString();
+    FileReplacement out(target, permissions);
+    QByteArray piece = in.read(PieceBytes);
+    while (!piece.isEmpty() && out.Write(piece))
+        piece = in.read(PieceBytes);
+    if (in.error() == QFileDevice::NoError)
+        return out.Commit(error);
+    *error = in.errorString();
     return false;
 }
 
@@ -77,7 +93,7 @@ bool ReplaceAndKeep(const QString &path, const QByteArray &bytes, QString *keptP
 {
     *failedPath = path;
     keptPath->clear();
-    if (!IsRegularOrMissing(path, error))
+    if (!MayWrite(path, error))
         return false;
     if (QFileInfo::exists(path)) {
         *keptPath = FreeBackupPath(path);

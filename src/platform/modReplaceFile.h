@@ -2,17 +2,42 @@
 // SPDX-License-Identifier: MIT
 
 // Atomic file replacement: at every moment, and after a power cut, either the complete old file or the complete new
-// one exists.
+// one exists. Every file of the program but the run log and the database is written by these functions, so none is
+// written where MayWrite forbids it.
 #pragma once
 
 #include <QByteArray>
 #include <QFileDevice>
+#include <QSaveFile>
 #include <QString>
 
 #include <optional>
 
-/// Creates or replaces a regular file. A temporary file is written beside it and renamed; on success the new file is on
-/// disk under its name.
+/// A file that is created or replaced as a whole but written in pieces. They go to a temporary file beside it, which is
+/// removed if it is not committed.
+class FileReplacement
+{
+  public:
+    /// @param permissions  of the new file; by default those of the old one or, without one, the usual ones
+    explicit FileReplacement(const QString &path, std::optional<QFileDevice::Permissions> permissions = {});
+
+    /// Appends a piece.
+    /// @return false after a failure, which Commit reports; further pieces are ignored
+    bool Write(const QByteArray &piece);
+
+    /// Gives the complete file its name and waits until it is on disk. Nothing may be written afterwards.
+    /// @return false if anything has failed; error then holds the reason, the old file is intact, and the temporary
+    /// file is gone
+    bool Commit(QString *error);
+
+  private:
+    void GiveUp();
+
+    std::optional<QSaveFile> m_file; // none after a failure
+    QString m_error;
+};
+
+/// Creates or replaces a regular file.
 /// @return false on failure; error then holds the system's reason, and the old file is intact
 bool ReplaceFile(const QString &path, const QByteArray &bytes, QString *error);
 

@@ -72,7 +72,7 @@ int StudyDatabase::Open(const QString &path)
     // SQLite also opens the journal and log files beside a database.
     QString reason;
     for (const QStringView ending : {u"", u"-journal", u"-wal", u"-shm"})
-        if (!IsRegularOrMissing(path + ending, &reason))
+        if (!MayWrite(path + ending, &reason))
             return SQLITE_CANTOPEN;
     return SQLite3Open(path, &m_handle);
 }

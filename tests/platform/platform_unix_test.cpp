@@ -144,6 +144,44 @@ TEST(File, ReadOrReplaceNonRegularFile_FailsAndLeavesItUntouched)
     EXPECT_EQ(error, u"ファイルが大きすぎます。"_s);
 }
 
+TEST(ReplaceFile, LinkAsLastPart_IsFollowedOnlyWithinItsOrTheApplicationFolder)
+{
+    const TestFolder folder;
+    const QTemporaryDir application(QCoreApplication::applicationDirPath() + u"/linked-XXXXXX"_s);
+    folder.MakeFolder(u"a/below"_s);
+    folder.MakeFolder(u"b"_s);
+    ASSERT_TRUE(QFile::link(folder.Path(u"a"_s), folder.Path(u"linked a"_s)));
+    const Rows<const char *, QString, QString, bool> rows = {
+        {"in its folder", u"a/link"_s, u"target"_s, true},
+        {"below its folder", u"a/link"_s, folder.Path(u"a/below/target"_s), true},
+        {"in a linked folder", u"linked a/link"_s, folder.Path(u"a/target"_s), true},
+        {"in the application folder", u"a/link"_s, application.filePath(u"target"_s), true},
+        {"in the folder above", u"a/link"_s, u"../target"_s, false},
+        {"in a folder beside it", u"a/link"_s, folder.Path(u"b/target"_s), false},
+        {"in a folder whose name begins alike", u"a/link"_s, folder.Path(u"a2/target"_s), false},
+        {"in a missing folder", u"a/link"_s, u"missing/target"_s, false},
+        {"a link to a link out of it", u"a/link"_s, folder.Path(u"a/second"_s), false},
+        {"a circle", u"a/link"_s, folder.Path(u"a/circle"_s), false},
+    };
+    folder.MakeFolder(u"a2"_s);
+    ASSERT_TRUE(QFile::link(folder.Path(u"b/target"_s), folder.Path(u"a/second"_s)));
+    ASSERT_TRUE(QFile::link(folder.Path(u"a/link"_s), folder.Path(u"a/circle"_s)));
+    for (const auto &[name, link, target, isFollowed] : rows) {
+        const QString path = folder.Path(link);
+        ASSERT_TRUE(QFile::link(target, path)) << name;
+        QString error;
+        EXPECT_EQ(ReplaceFile(path, "new", &error), isFollowed) << name;
+        EXPECT_EQ(error.contains(u"リンク"_s), !isFollowed) << name << error.toStdString();
+        EXPECT_EQ(QFile::exists(path), isFollowed) << name << ": nothing is created";
+        EXPECT_TRUE(QFileInfo(path).isSymLink()) << name;
+        QFile::remove(QFileInfo(path).symLinkTarget());
+        QFile::remove(path);
+    }
+    QString error;
+    EXPECT_TRUE(ReplaceFile(folder.Path(u"linked a/new.txt"_s), "new", &error)) << error.toStdString();
+    EXPECT_EQ(folder.Read(u"a/new.txt"_s), "new");
+}
+
 TEST(EndSignal, SecondSignal_KillsProcessUnlessHangup)
 {
 #if defined(__SANITIZE_THREAD__)
