@@ -9,6 +9,7 @@
 #include "widgets/NamedControls.h"
 #include "widgets/ScreenFit.h"
 #include "widgets/frmMsg.h"
+#include "widgets/frmWait.h"
 
 #include <QCheckBox>
 #include <QFileInfo>
@@ -121,10 +122,10 @@ void frmExport::cmdOK_Click()
 {
     WriteTrace(u"■frmExport.cmdOK_Click");
     const QString path = ExportPath(m_reportFolder, m_studyFilePath, ChosenKind());
-    QByteArray bytes;
-    if (!Write(path, &bytes))
+    qsizetype undecodable = 0;
+    if (!Write(path, &undecodable))
         return;
-    m_msg.DispFrmMsg(this, ExportedMessage(path, bytes), MsgStyle::Ok, u"start.wav"_s);
+    m_msg.DispFrmMsg(this, ExportedMessage(path, undecodable), MsgStyle::Ok, u"start.wav"_s);
     accept();
     if (!m_services.OpenWithShell(m_reportFolder, u"c:\\"_s))
         m_services.ShowMessage(u"次のフォルダを開けません。\r\n  "_s + m_reportFolder);
@@ -141,18 +142,29 @@ ExportKind frmExport::ChosenKind() const
     return optText->isChecked() ? ExportKind::Text : optAnki->isChecked() ? ExportKind::Anki : ExportKind::Csv;
 }
 
-/// @param bytes  receives what was written
-/// @return false if nothing was written; the user has been told why
-bool frmExport::Write(const QString &exportPath, QByteArray *bytes)
+/// @param undecodable  receives the number of U+FFFD in the file
+/// @return false if nothing was written; the user knows why
+bool frmExport::Write(const QString &exportPath, qsizetype *undecodable)
 {
+    StudyExport made;
     QString message;
     const bool isOnlyHard = chkOnlyHard->isEnabled() && chkOnlyHard->isChecked();
-    if (MakeExport(m_studyFilePath, ChosenKind(), bytes, &message, isOnlyHard ? &m_marks : nullptr)) {
-        if (!MayReplace(exportPath))
-            return false;
-        if (WriteExport(exportPath, *bytes, &message))
-            return true;
-    }
+    if (!made.Read(m_studyFilePath, ChosenKind(), &message, isOnlyHard ? &m_marks : nullptr))
+        return Refuse(message);
+    if (!MayReplace(exportPath))
+        return false;
+    PieceFile file(exportPath, made);
+    frmWait wait(u"書き出しています。"_s, this);
+    if (!wait.Run([&file](const QDeadlineTimer &deadline) { return file.GoOn(deadline); },
+                  [&made] { return made.Done(); }))
+        return false;
+    *undecodable = made.Undecodable();
+    return file.Error().isEmpty() || Refuse(ExportNotWrittenMessage(exportPath, file.Error()));
+}
+
+/// @return always false, for callers to return
+bool frmExport::Refuse(const QString &message)
+{
     m_msg.DispFrmMsg(this, message, MsgStyle::Ok, u"notify.wav"_s);
     return false;
 }

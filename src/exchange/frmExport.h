@@ -28,7 +28,7 @@ class frmExport : public QDialog
               QWidget *owner);
 
     /// Shows the window for a study file and blocks until it is closed. It stays open after a fault, or when the user
-    /// declines to replace an older export.
+    /// declines to replace an older export or stops the writing.
     void Run(const QString &studyFilePath);
 
   private:
@@ -40,7 +40,8 @@ class frmExport : public QDialog
     void AddControls();
     QLayout *Buttons();
     ExportKind ChosenKind() const;
-    bool Write(const QString &exportPath, QByteArray *bytes);
+    bool Write(const QString &exportPath, qsizetype *undecodable);
+    bool Refuse(const QString &message);
     bool MayReplace(const QString &exportPath);
 
     SystemServices &m_services;

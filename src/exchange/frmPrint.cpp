@@ -11,6 +11,7 @@
 #include "widgets/NamedControls.h"
 #include "widgets/ScreenFit.h"
 #include "widgets/frmMsg.h"
+#include "widgets/frmWait.h"
 
 #include <QCheckBox>
 #include <QFileInfo>
@@ -96,12 +97,8 @@ void frmPrint::cmdOK_Click()
 {
     WriteTrace(u"■frmPrint.cmdOK_Click");
     const QString path = PrintSheetPath(m_reportFolder, m_studyFilePath);
-    QString message;
-    if (!WritePrintSheet(m_studyFilePath, path, chkAnswers->isChecked(), &message,
-                         chkOnlyHard->isChecked() ? &m_marks : nullptr)) {
-        m_msg.DispFrmMsg(this, message, MsgStyle::Ok, u"notify.wav"_s);
+    if (!Write(path))
         return;
-    }
     // Failing to store the choice does not stop the printing.
     if (chkAnswers->isChecked() != m_settings.ReadPrintAnswers())
         m_settings.WritePrintAnswers(chkAnswers->isChecked());
@@ -109,6 +106,32 @@ void frmPrint::cmdOK_Click()
     accept();
     if (!m_services.OpenWithShell(path, m_reportFolder))
         m_services.ShowMessage(SheetNotOpenedMessage(path));
+}
+
+/// @return false if nothing was written; the user knows why
+bool frmPrint::Write(const QString &sheetPath)
+{
+    PrintSheet sheet;
+    QString message;
+    if (!sheet.Read(m_studyFilePath, sheetPath, chkAnswers->isChecked(), &message,
+                    chkOnlyHard->isChecked() ? &m_marks : nullptr))
+        return Refuse(message);
+    if (sheet.BlankCount() > MostBlanksUnasked &&
+        m_msg.DispFrmMsg(this, ManyPagesQuestion(sheet), MsgStyle::YesNo, u"notify.wav"_s) != MsgResult::Ok)
+        return false;
+    PieceFile file(sheetPath, sheet);
+    frmWait wait(u"印刷ページを作っています。"_s, this);
+    if (!wait.Run([&file](const QDeadlineTimer &deadline) { return file.GoOn(deadline); },
+                  [&sheet] { return sheet.Done(); }))
+        return false;
+    return file.Error().isEmpty() || Refuse(SheetNotWrittenMessage(sheetPath, file.Error()));
+}
+
+/// @return always false, for callers to return
+bool frmPrint::Refuse(const QString &message)
+{
+    m_msg.DispFrmMsg(this, message, MsgStyle::Ok, u"notify.wav"_s);
+    return false;
 }
 
 void frmPrint::cmdCancel_Click()

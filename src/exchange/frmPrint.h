@@ -26,7 +26,8 @@ class frmPrint : public QDialog
     frmPrint(SystemServices &services, frmMsg &msg, const SettingsFile &settings, const MarkList &marks,
              const QString &reportFolder, QWidget *owner);
 
-    /// Shows the window for a study file and blocks until it is closed. It stays open after a fault.
+    /// Shows the window for a study file and blocks until it is closed. It stays open after a fault, or when the user
+    /// declines or stops the writing of a long sheet.
     void Run(const QString &studyFilePath);
 
   private:
@@ -36,6 +37,8 @@ class frmPrint : public QDialog
 
     void AddControls();
     QLayout *Buttons();
+    bool Write(const QString &sheetPath);
+    bool Refuse(const QString &message);
 
     SystemServices &m_services;
     frmMsg &m_msg;

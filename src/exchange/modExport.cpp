@@ -98,11 +98,18 @@ QString AnkiField(const QString &note)
     return needsQuotes ? Quoted(note) : note;
 }
 
-/// Checks a file, then reads its lines with tabs intact; the checks count a tab as the two spaces it is shown as.
-TextRefusal ReadWithTabs(const QString &studyFilePath, StudyLines *lines)
+/// What comes before the lines.
+QByteArray Beginning(ExportKind kind)
 {
-    const TextRefusal refusal = ReadStudyText(studyFilePath, MaxLineBytes, lines);
-    return refusal.fault == TextFault::None ? ReadText(studyFilePath, ExpandTabs::No, lines) : refusal;
+    switch (kind) {
+    case ExportKind::Text:
+        return ByteOrderMark.toByteArray();
+    case ExportKind::Anki:
+        return "#separator:tab\n#html:false\n#notetype:Cloze\n";
+    case ExportKind::Csv:
+        return ByteOrderMark.toByteArray() + u"行,前,答え,後\r\n"_s.toUtf8();
+    }
+    return {};
 }
 
 /// A line in which only wanted blanks keep their brackets. @param firstBlank  number of the first blank in it
@@ -128,20 +135,18 @@ bool HasBlank(const StudyLines &lines, ExportKind kind)
     return false;
 }
 
-} // namespace
-
-QByteArray TextExport(const StudyLines &lines)
+QByteArray TextLines(const StudyLines &lines)
 {
-    QByteArray bytes = ByteOrderMark.toByteArray();
+    QByteArray bytes;
     for (int line = 1; line <= lines.Count(); ++line)
         bytes += lines.at1(line).toUtf8() + "\r\n";
     return bytes;
 }
 
-QByteArray AnkiExport(const StudyLines &lines, const BlankFilter &isWanted)
+QByteArray AnkiNotes(const StudyLines &lines, int blanksBefore, const BlankFilter &isWanted)
 {
-    QByteArray bytes = "#separator:tab\n#html:false\n#notetype:Cloze\n";
-    int blank = 1;
+    QByteArray bytes;
+    int blank = blanksBefore + 1;
     for (int line = lines.NextLineWith(u'[', 1); line > 0; line = lines.NextLineWith(u'[', line + 1)) {
         const QStringView text = lines.at1(line);
         const QString note = AnkiNote(isWanted ? WithWantedBrackets(text, blank, isWanted) : text.toString());
@@ -152,21 +157,74 @@ QByteArray AnkiExport(const StudyLines &lines, const BlankFilter &isWanted)
     return bytes;
 }
 
-QByteArray CsvExport(const StudyLines &lines, const BlankFilter &isWanted)
+QByteArray CsvRows(const StudyLines &lines, int linesBefore, int blanksBefore, const BlankFilter &isWanted)
 {
-    QByteArray bytes = ByteOrderMark.toByteArray() + u"行,前,答え,後\r\n"_s.toUtf8();
-    int blank = 0;
+    QByteArray bytes;
+    int blank = blanksBefore;
     for (int line = lines.NextLineWith(u'[', 1); line > 0; line = lines.NextLineWith(u'[', line + 1)) {
         const QStringView text = lines.at1(line);
         for (const auto &[start, end] : AnswersOf(text)) {
             if (++blank; isWanted && !isWanted(blank))
                 continue;
-            const QString row = QString::number(line) + u',' + CsvField(text.first(start - 1)) + u',' +
+            const QString row = QString::number(linesBefore + line) + u',' + CsvField(text.first(start - 1)) + u',' +
                                 CsvField(text.sliced(start, end - start)) + u',' + CsvField(text.sliced(end + 1));
             bytes += row.toUtf8() + "\r\n";
         }
     }
     return bytes;
+}
+
+} // namespace
+
+bool StudyExport::Read(const QString &studyFilePath, ExportKind kind, QString *message, const MarkList *onlyHard)
+{
+    // Before the file is read: the marks need all its lines at once.
+    m_isWanted = {};
+    if (onlyHard)
+        m_isWanted = [hard = onlyHard->FindInFile(studyFilePath)](int blank) {
+            return std::ranges::binary_search(hard, blank);
+        };
+    m_kind = kind;
+    m_hasBegun = false;
+    m_linesBefore = 0;
+    m_blanksBefore = 0;
+    m_undecodable = 0;
+    const TextRefusal refusal = m_parts.Read(studyFilePath, MaxLineBytes);
+    *message = refusal.message;
+    if (refusal.fault != TextFault::None)
+        return false;
+    if (kind == ExportKind::Text || HasBlankToExport())
+        return true;
+    *message = NoBlankToExportMessage(QFileInfo(studyFilePath).completeBaseName());
+    return false;
+}
+
+bool StudyExport::HasBlankToExport()
+{
+    bool hasBlank = false;
+    for (StudyLines lines; !hasBlank && m_parts.Next(ExpandTabs::No, &lines);)
+        hasBlank = HasBlank(lines, m_kind);
+    m_parts.GoBack();
+    return hasBlank;
+}
+
+bool StudyExport::Next(QByteArray *piece)
+{
+    StudyLines lines;
+    if (!m_hasBegun) {
+        m_hasBegun = true;
+        *piece = Beginning(m_kind);
+        return true;
+    }
+    if (!m_parts.Next(ExpandTabs::No, &lines)) // the checks have counted a tab as the two spaces it is shown as
+        return false;
+    *piece = m_kind == ExportKind::Text   ? TextLines(lines)
+             : m_kind == ExportKind::Anki ? AnkiNotes(lines, m_blanksBefore, m_isWanted)
+                                          : CsvRows(lines, m_linesBefore, m_blanksBefore, m_isWanted);
+    m_linesBefore += lines.Count();
+    m_blanksBefore += lines.BlankCount();
+    m_undecodable += piece->count(NoCharacter);
+    return true;
 }
 
 QString ExportPath(const QString &folder, const QString &studyFilePath, ExportKind kind)
@@ -175,36 +233,9 @@ QString ExportPath(const QString &folder, const QString &studyFilePath, ExportKi
     return JoinPath(folder, QFileInfo(studyFilePath).completeBaseName() + endings[int(kind)]);
 }
 
-bool MakeExport(const QString &studyFilePath, ExportKind kind, QByteArray *bytes, QString *message,
-                const MarkList *onlyHard)
+QString ExportNotWrittenMessage(const QString &exportPath, const QString &reason)
 {
-    StudyLines lines;
-    const TextRefusal refusal = ReadWithTabs(studyFilePath, &lines);
-    *message = refusal.message;
-    if (refusal.fault != TextFault::None)
-        return false;
-    if (kind != ExportKind::Text && !HasBlank(lines, kind)) {
-        *message = NoBlankToExportMessage(QFileInfo(studyFilePath).completeBaseName());
-        return false;
-    }
-    BlankFilter isWanted;
-    if (onlyHard)
-        isWanted = [hard = onlyHard->FindInFile(studyFilePath)](int blank) {
-            return std::ranges::binary_search(hard, blank);
-        };
-    *bytes = kind == ExportKind::Text   ? TextExport(lines)
-             : kind == ExportKind::Anki ? AnkiExport(lines, isWanted)
-                                        : CsvExport(lines, isWanted);
-    return true;
-}
-
-bool WriteExport(const QString &exportPath, const QByteArray &bytes, QString *message)
-{
-    QString reason;
-    if (ReplaceFile(exportPath, bytes, &reason))
-        return true;
-    *message = u"書き出したファイルを書き込めません。\r\n  "_s + exportPath + u"\r\n  "_s + reason;
-    return false;
+    return u"書き出したファイルを書き込めません。\r\n  "_s + exportPath + u"\r\n  "_s + reason;
 }
 
 QString NoBlankToExportMessage(const QString &fileTitle)
@@ -219,11 +250,11 @@ QString ReplaceExportQuestion(const QString &exportPath)
            u"\r\n\r\n新しい内容で置き換えますか？"_s;
 }
 
-QString ExportedMessage(const QString &exportPath, const QByteArray &bytes)
+QString ExportedMessage(const QString &exportPath, qsizetype undecodable)
 {
     QString message = u"書き出しました。\r\n    ファイル名＝"_s + QFileInfo(exportPath).fileName();
-    if (const qsizetype count = bytes.count(NoCharacter); count > 0)
-        message +=
-            u"\r\n\r\n文字として読めないバイトが"_s + QString::number(count) + u"個あり，「\uFFFD」になりました。"_s;
+    if (undecodable > 0)
+        message += u"\r\n\r\n文字として読めないバイトが"_s + QString::number(undecodable) +
+                   u"個あり，「\uFFFD」になりました。"_s;
     return message;
 }

@@ -23,8 +23,6 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-using PictureUrl = std::function<QString(const QString &name)>;
-
 // In these fonts, half-width letters are exactly half as wide as full-width ones. A number takes the two cells of the
 // brackets; one of several characters is slightly wider. An underline too wide for the page ends at its edge. Browsers
 // without margin boxes leave out the page number.
@@ -63,30 +61,30 @@ img:not(:only-child) { max-width: 46%; }
 
 constexpr int CellsOfEmptyBlank = 4; // leaves room to write
 
-/// The blanks that a sheet asks for, and their numbers there.
+// What the style below the margins of an A4 page has room for: lines of 20.4 pt, and three columns of answers of 18 pt.
+constexpr int LinesPerPage = 35;
+constexpr int AnswersPerPage = 3 * 40;
+
+int Pages(int count, int perPage)
+{
+    return (count + perPage - 1) / perPage;
+}
+
+/// The blanks that a sheet asks for in a part of its file, and their numbers on the sheet.
 class AskedBlanks
 {
   public:
-    AskedBlanks(int blankCount, const std::optional<std::vector<int>> &only) : m_count(blankCount), m_only(only) {}
+    /// @param before  number of blanks before the part
+    AskedBlanks(const std::optional<std::vector<int>> &only, int before) : m_only(only), m_before(before) {}
 
-    int Count() const
-    {
-        return m_only ? int(m_only->size()) : m_count;
-    }
-
-    /// A blank of the file by its number on the sheet, from 1.
-    int at1(int number) const
-    {
-        return m_only ? (*m_only)[size_t(number) - 1] : number;
-    }
-
-    /// The number of a blank on the sheet; 0 if it is not asked for.
+    /// The number on the sheet of a blank of the part; 0 if it is not asked for.
     int NumberOf(int blank) const
     {
+        const int inFile = m_before + blank;
         if (!m_only)
-            return blank;
-        const auto found = std::ranges::lower_bound(*m_only, blank);
-        return found != m_only->end() && *found == blank ? int(found - m_only->begin()) + 1 : 0;
+            return inFile;
+        const auto found = std::ranges::lower_bound(*m_only, inFile);
+        return found != m_only->end() && *found == inFile ? int(found - m_only->begin()) + 1 : 0;
     }
 
     /// Whether a line is on the sheet.
@@ -96,8 +94,8 @@ class AskedBlanks
     }
 
   private:
-    int m_count;
     const std::optional<std::vector<int>> &m_only;
+    int m_before;
 };
 
 /// HTML that replaces some characters of a line.
@@ -186,14 +184,36 @@ QString LineHtml(const DisplayText &text, const AskedBlanks &asked, int line, co
     return u"<div class=\"line\">"_s + above + u"<div class=\"pictures\">"_s + pictures + u"</div></div>\n"_s;
 }
 
-QString AnswersHtml(const QString &title, const DisplayText &text, const AskedBlanks &asked)
+QString LinesHtml(const DisplayText &text, const AskedBlanks &asked, const PictureUrl &pictureUrl)
 {
-    QString html =
-        u"<section class=\"answers\">\n<h2>"_s + title.toHtmlEscaped() + u"　解答</h2>\n<div class=\"columns\">\n"_s;
-    for (int number = 1; number <= asked.Count(); ++number)
-        html +=
-            u"<div><b>"_s + BlankNumber(number) + u"</b>"_s + Escaped(text.Answer(asked.at1(number))) + u"</div>\n"_s;
-    return html + u"</div>\n</section>\n"_s;
+    QString html;
+    for (int line = 1; line <= text.LineCount(); ++line)
+        if (asked.HasLine(text.BlanksOnLine(line)))
+            html += LineHtml(text, asked, line, pictureUrl);
+    return html;
+}
+
+QString AnswersHtml(const DisplayText &text, const AskedBlanks &asked)
+{
+    QString html;
+    for (int blank = 1; blank <= text.Blanks().Count(); ++blank)
+        if (const int number = asked.NumberOf(blank); number > 0)
+            html += u"<div><b>"_s + BlankNumber(number) + u"</b>"_s + Escaped(text.Answer(blank)) + u"</div>\n"_s;
+    return html;
+}
+
+QString BeginningHtml(const QString &title)
+{
+    const QString heading = title.toHtmlEscaped();
+    return u"<!DOCTYPE html>\n<html lang=\"ja\">\n<head>\n<meta charset=\"utf-8\">\n<title>"_s + heading +
+           u"</title>\n<style>"_s + Style +
+           u"</style>\n</head>\n<body>\n<p class=\"screen-only\">印刷は Ctrl+P（「ヘッダーとフッター」は外す）</p>\n<h1>"_s +
+           heading + u"</h1>\n<p class=\"name\">日付<span class=\"date\"></span>名前<span></span></p>\n"_s;
+}
+
+QString BeginningOfAnswersHtml(const QString &title)
+{
+    return u"<section class=\"answers\">\n<h2>"_s + title.toHtmlEscaped() + u"　解答</h2>\n<div class=\"columns\">\n"_s;
 }
 
 /// A URL relative to the folder of the sheet, so that the application folder can be moved as a whole.
@@ -232,22 +252,66 @@ QString BlankNumber(int blank)
     return u'(' + QString::number(blank) + u')';
 }
 
-QString PrintSheetHtml(const QString &title, const DisplayText &text, const PictureUrl &pictureUrl, bool withAnswers,
-                       const std::optional<std::vector<int>> &onlyBlanks)
+bool PrintSheet::Read(const QString &studyFilePath, const QString &sheetPath, bool withAnswers, QString *message,
+                      const MarkList *onlyHard)
 {
-    const AskedBlanks asked(text.Blanks().Count(), onlyBlanks);
-    const QString heading = title.toHtmlEscaped();
-    QString html =
-        u"<!DOCTYPE html>\n<html lang=\"ja\">\n<head>\n<meta charset=\"utf-8\">\n<title>"_s + heading +
-        u"</title>\n<style>"_s + Style +
-        u"</style>\n</head>\n<body>\n<p class=\"screen-only\">印刷は Ctrl+P（「ヘッダーとフッター」は外す）</p>\n<h1>"_s +
-        heading + u"</h1>\n<p class=\"name\">日付<span class=\"date\"></span>名前<span></span></p>\n"_s;
-    for (int line = 1; line <= text.LineCount(); ++line)
-        if (asked.HasLine(text.BlanksOnLine(line)))
-            html += LineHtml(text, asked, line, pictureUrl);
-    if (withAnswers && asked.Count() > 0)
-        html += AnswersHtml(title, text, asked);
-    return html + u"</body>\n</html>\n"_s;
+    // Before the file is read: the marks need all its lines at once.
+    m_onlyBlanks.reset();
+    if (onlyHard)
+        m_onlyBlanks = onlyHard->FindInFile(studyFilePath);
+    const TextRefusal refusal = m_parts.Read(studyFilePath, MaxLineBytes);
+    *message = refusal.message;
+    m_title = QFileInfo(studyFilePath).completeBaseName();
+    m_pictureUrl = PicturesBeside(studyFilePath, sheetPath);
+    m_withAnswers = withAnswers && BlankCount() > 0;
+    m_stage = Stage::Beginning;
+    m_blanksBefore = 0;
+    return refusal.fault == TextFault::None;
+}
+
+int PrintSheet::BlankCount() const
+{
+    return m_onlyBlanks ? int(m_onlyBlanks->size()) : m_parts.BlankCount();
+}
+
+int PrintSheet::PageCount() const
+{
+    const int lines = m_onlyBlanks ? qMin(BlankCount(), m_parts.LineCount()) : m_parts.LineCount();
+    return Pages(lines, LinesPerPage) + (m_withAnswers ? Pages(BlankCount(), AnswersPerPage) : 0);
+}
+
+bool PrintSheet::Next(QByteArray *piece)
+{
+    QString html;
+    StudyLines lines;
+    if (m_stage == Stage::End)
+        return false;
+    if (m_stage == Stage::Beginning) {
+        html = BeginningHtml(m_title);
+        m_stage = Stage::Lines;
+    } else if (m_parts.Next(ExpandTabs::Yes, &lines)) {
+        const DisplayText text(std::move(lines));
+        const AskedBlanks asked(m_onlyBlanks, m_blanksBefore);
+        html = m_stage == Stage::Lines ? LinesHtml(text, asked, m_pictureUrl) : AnswersHtml(text, asked);
+        m_blanksBefore += text.Blanks().Count();
+    } else if (m_stage == Stage::Lines && m_withAnswers) {
+        html = BeginningOfAnswersHtml(m_title);
+        m_stage = Stage::Answers;
+        m_parts.GoBack();
+        m_blanksBefore = 0;
+    } else {
+        html = (m_withAnswers ? u"</div>\n</section>\n"_s : QString()) + u"</body>\n</html>\n"_s;
+        m_stage = Stage::End;
+    }
+    *piece = html.toUtf8();
+    return true;
+}
+
+double PrintSheet::Done() const
+{
+    if (!m_withAnswers)
+        return m_parts.Done();
+    return (m_parts.Done() + (m_stage >= Stage::Answers ? 1 : 0)) / 2;
 }
 
 QString PrintSheetPath(const QString &folder, const QString &studyFilePath)
@@ -255,25 +319,16 @@ QString PrintSheetPath(const QString &folder, const QString &studyFilePath)
     return JoinPath(folder, QFileInfo(studyFilePath).completeBaseName() + u"_印刷.html"_s);
 }
 
-bool WritePrintSheet(const QString &studyFilePath, const QString &sheetPath, bool withAnswers, QString *message,
-                     const MarkList *onlyHard)
+QString ManyPagesQuestion(const PrintSheet &sheet)
 {
-    StudyLines lines;
-    const TextRefusal refusal = ReadStudyText(studyFilePath, MaxLineBytes, &lines);
-    *message = refusal.message;
-    if (refusal.fault != TextFault::None)
-        return false;
-    const DisplayText text(std::move(lines));
-    std::optional<std::vector<int>> onlyBlanks;
-    if (onlyHard)
-        onlyBlanks = onlyHard->Find(GetFileTitle(studyFilePath), text);
-    const QString html = PrintSheetHtml(QFileInfo(studyFilePath).completeBaseName(), text,
-                                        PicturesBeside(studyFilePath, sheetPath), withAnswers, onlyBlanks);
-    QString reason;
-    if (ReplaceFile(sheetPath, html.toUtf8(), &reason))
-        return true;
-    *message = u"印刷ページを書き込めません。\r\n  "_s + sheetPath + u"\r\n  "_s + reason;
-    return false;
+    return u"空欄が"_s + QString::number(sheet.BlankCount()) + u"個あり，印刷ページは約"_s +
+           QString::number(sheet.PageCount()) +
+           u"ページになります。\r\nブラウザで開くのに，長い時間がかかることがあります。\r\n\r\n印刷ページを作りますか？"_s;
+}
+
+QString SheetNotWrittenMessage(const QString &sheetPath, const QString &reason)
+{
+    return u"印刷ページを書き込めません。\r\n  "_s + sheetPath + u"\r\n  "_s + reason;
 }
 
 QString SheetNotOpenedMessage(const QString &sheetPath)

@@ -3,7 +3,6 @@
 
 #include "history/HistoryPanel.h"
 
-#include "base/modCodePage.h"
 #include "base/modDateText.h"
 #include "base/modFile.h"
 #include "base/modLog.h"
@@ -185,10 +184,9 @@ void HistoryPanel::cmdFile_Click()
     }
     const QString path =
         JoinPath(m_reportFolder, ReportFileName(m_userName, m_services.Now().date(), m_reader.Result().Weeks()));
-    QString reason;
-    if (!ReplaceFile(path, ToCodePage932(ReportText(m_reader.Result())), &reason)) {
-        m_msg.DispFrmMsg(window(), u"学習記録をファイルに出力できません。\r\n  "_s + path + u"\r\n  "_s + reason,
-                         MsgStyle::Ok, u"notify.wav"_s);
+    QString message;
+    if (!WriteReport(path, m_reader.Result(), &message)) {
+        m_msg.DispFrmMsg(window(), message, MsgStyle::Ok, u"notify.wav"_s);
         return;
     }
     const QString question = u"学習記録をファイルに出力しました。\r\nこのファイルを開きますか？\r\n"_s;

@@ -3,8 +3,10 @@
 
 #include "history/modHistory.h"
 
+#include "base/modCodePage.h"
 #include "base/modDateText.h"
 #include "base/modFile.h"
+#include "platform/modReplaceFile.h"
 #include "store/modDB_SQLite.h"
 
 #include <QDeadlineTimer>
@@ -167,4 +169,13 @@ QString ReportText(const History &history)
     for (int line = 0; line < history.LineCount(); ++line)
         text += history.Line(line) + u"\r\n"_s;
     return text + u"総学習時間＝"_s + history.TotalTime() + u"  総回答数＝"_s + history.TotalAnswers() + u"\r\n"_s;
+}
+
+bool WriteReport(const QString &path, const History &history, QString *message)
+{
+    QString reason;
+    if (ReplaceFile(path, ToCodePage932(ReportText(history)), &reason))
+        return true;
+    *message = u"学習記録をファイルに出力できません。\r\n  "_s + path + u"\r\n  "_s + reason;
+    return false;
 }

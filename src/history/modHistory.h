@@ -173,3 +173,7 @@ QString ReportFileName(const QString &userName, const QDate &today, int weeks);
 
 /// The report: the history's lines and a line of totals, each ended by CR LF.
 QString ReportText(const History &history);
+
+/// Writes the report in code page 932, replacing an existing file.
+/// @return false on failure; message then holds the complete text for the user, and an existing file is unchanged
+bool WriteReport(const QString &path, const History &history, QString *message);

@@ -30,41 +30,91 @@ bool IsReadableCode(const QString &name)
     return name == u"ASCII" || name == u"SJIS";
 }
 
+/// Reads a whole file in ASCII or code page 932. @param bytes  undefined after a refusal
+TextRefusal ReadBytes(const QString &path, QByteArray *bytes)
+{
+    const QString title = GetFileTitle(path);
+    const qint64 size = QFileInfo(path).size();
+    if (size > MaxFileBytes)
+        return {.fault = TextFault::TooLarge, .line = 1, .message = FileTooLargeMessage(title)};
+    bytes->reserve(size);
+    PreferLargePages(bytes->data(), size);
+    QString reason;
+    if (!ReadWholeFile(path, bytes, &reason))
+        return {.fault = TextFault::Unreadable, .line = 1, .message = UnreadableFileMessage(title, reason)};
+    if (const QString code = FileCharCodeName(*bytes); !IsReadableCode(code))
+        return {TextFault::WrongCharCode, 1, code, WrongCharCodeMessage(title, code)};
+    return {};
+}
+
+TextRefusal CheckStudyLines(const StudyLines &lines, int maxLineBytes)
+{
+    TextRefusal refusal;
+    if (!CheckLineBytes(lines, maxLineBytes, &refusal.message, &refusal.line))
+        refusal.fault = TextFault::LineTooLong;
+    else if (!CheckBracketCount(lines, &refusal.message, &refusal.line))
+        refusal.fault = TextFault::BracketCount;
+    else if (!CheckBracketOrder(lines, &refusal.message, &refusal.line))
+        refusal.fault = TextFault::BracketOrder;
+    return refusal;
+}
+
 } // namespace
 
 TextRefusal ReadText(const QString &path, ExpandTabs expandTabs, StudyLines *lines)
 {
     lines->Clear();
-    const QString title = GetFileTitle(path);
-    const qint64 size = QFileInfo(path).size();
-    if (size > MaxFileBytes)
-        return {.fault = TextFault::TooLarge, .line = 1, .message = FileTooLargeMessage(title)};
     QByteArray bytes;
-    bytes.reserve(size);
-    PreferLargePages(bytes.data(), size);
-    QString reason;
-    if (!ReadWholeFile(path, &bytes, &reason))
-        return {.fault = TextFault::Unreadable, .line = 1, .message = UnreadableFileMessage(title, reason)};
-    if (const QString code = FileCharCodeName(bytes); !IsReadableCode(code))
-        return {TextFault::WrongCharCode, 1, code, WrongCharCodeMessage(title, code)};
-    ReadAllLines(bytes, expandTabs, lines);
-    return {};
+    TextRefusal refusal = ReadBytes(path, &bytes);
+    if (refusal.fault == TextFault::None)
+        ReadAllLines(bytes, expandTabs, lines);
+    return refusal;
 }
 
 TextRefusal ReadStudyText(const QString &path, int maxLineBytes, StudyLines *lines)
 {
     TextRefusal refusal = ReadText(path, ExpandTabs::Yes, lines);
-    if (refusal.fault != TextFault::None)
-        return refusal;
-    if (!CheckLineBytes(*lines, maxLineBytes, &refusal.message, &refusal.line))
-        refusal.fault = TextFault::LineTooLong;
-    else if (!CheckBracketCount(*lines, &refusal.message, &refusal.line))
-        refusal.fault = TextFault::BracketCount;
-    else if (!CheckBracketOrder(*lines, &refusal.message, &refusal.line))
-        refusal.fault = TextFault::BracketOrder;
+    if (refusal.fault == TextFault::None)
+        refusal = CheckStudyLines(*lines, maxLineBytes);
     if (refusal.fault != TextFault::None)
         lines->Clear();
     return refusal;
+}
+
+TextRefusal StudyParts::Read(const QString &path, int maxLineBytes)
+{
+    *this = StudyParts();
+    TextRefusal refusal = ReadBytes(path, &m_bytes);
+    if (refusal.fault != TextFault::None)
+        return refusal;
+    for (StudyLines part; Next(ExpandTabs::Yes, &part);) {
+        if (CheckStudyLines(part, maxLineBytes).fault != TextFault::None) {
+            // Which fault is reported, and its line number, depend on all lines.
+            ReadAllLines(m_bytes, ExpandTabs::Yes, &part);
+            return CheckStudyLines(part, maxLineBytes);
+        }
+        m_lineCount += part.Count();
+        m_blankCount += part.BlankCount();
+    }
+    GoBack();
+    return refusal;
+}
+
+bool StudyParts::Next(ExpandTabs expandTabs, StudyLines *lines)
+{
+    constexpr qsizetype partBytes = 1 << 13;
+    if (m_at == m_bytes.size())
+        return false;
+    // In code page 932, a line end is never the second byte of a character.
+    const auto isLineEnd = [](char byte) { return byte == '\r' || byte == '\n'; };
+    qsizetype end = qMin(m_at + partBytes, m_bytes.size());
+    while (end < m_bytes.size() && !isLineEnd(m_bytes[end - 1]))
+        ++end;
+    if (end < m_bytes.size() && m_bytes[end - 1] == '\r' && m_bytes[end] == '\n')
+        ++end;
+    ReadAllLines(m_bytes.sliced(m_at, end - m_at), expandTabs, lines);
+    m_at = end;
+    return true;
 }
 
 bool ReadTextFile(const QString &path, int maxLineBytes, StudyLines *lines, QString *message, int *errorLine)

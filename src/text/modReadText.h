@@ -47,6 +47,47 @@ TextRefusal ReadText(const QString &path, ExpandTabs expandTabs, StudyLines *lin
 /// @param lines  empty after a refusal
 TextRefusal ReadStudyText(const QString &path, int maxLineBytes, StudyLines *lines);
 
+/// A study file as bytes that are decoded part by part, for work that goes through all lines in order. The lines as a
+/// whole take several times the memory of the file.
+class StudyParts
+{
+  public:
+    /// Reads and checks a file as ReadStudyText does.
+    TextRefusal Read(const QString &path, int maxLineBytes);
+
+    int LineCount() const
+    {
+        return m_lineCount;
+    }
+
+    int BlankCount() const
+    {
+        return m_blankCount;
+    }
+
+    /// Decodes the next lines, which takes a millisecond or two.
+    /// @return false if there are no more lines
+    bool Next(ExpandTabs expandTabs, StudyLines *lines);
+
+    /// Makes Next begin again with the first line.
+    void GoBack()
+    {
+        m_at = 0;
+    }
+
+    /// Share of the file that Next has returned, from 0 to 1.
+    double Done() const
+    {
+        return m_bytes.isEmpty() ? 1 : double(m_at) / double(m_bytes.size());
+    }
+
+  private:
+    QByteArray m_bytes;
+    qsizetype m_at = 0; // where the next part starts
+    int m_lineCount = 0;
+    int m_blankCount = 0;
+};
+
 /// ReadStudyText with its result in separate arguments.
 /// @param message  empty if the file was accepted, else the message of the refusal
 /// @param errorLine  1-based line at fault; 1 if the file was refused as a whole; 0 if it was accepted

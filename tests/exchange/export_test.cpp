@@ -6,6 +6,7 @@
 #include "exchange/modPrintSheet.h"
 #include "exchange/modReadTable.h"
 #include "records/modMarkList.h"
+#include "support/Pieces.h"
 #include "support/Rows.h"
 #include "support/StudyText.h"
 #include "support/WindowTest.h"
@@ -80,6 +81,13 @@ QString LineOfNote(const QString &note)
     return QString(line + note.sliced(done)).remove(QChar(0x200B));
 }
 
+QByteArray ExportOf(const QStringList &lines, ExportKind kind)
+{
+    const TestFolder folder;
+    QString message;
+    return ExportOf(folder.WriteStudyFile(u"a.txt"_s, lines), kind, &message);
+}
+
 const QStringList Lines = {
     u"[水]の化学式は[H2O]，空欄なし"_s,
     u"no blank, \"no\" row"_s,
@@ -105,9 +113,8 @@ TEST(TextExport, EveryCodePageCharacter_RoundTripsToSameBytes)
             bytes += ToCodePage932(QString(u'[' + character + u"]\r\n"_s));
     EXPECT_GT(bytes.count('\n'), 7000);
     const TestFolder folder;
-    QByteArray exported;
     QString message;
-    ASSERT_TRUE(MakeExport(folder.Write(u"a.txt"_s, bytes), ExportKind::Text, &exported, &message));
+    const QByteArray exported = ExportOf(folder.Write(u"a.txt"_s, bytes), ExportKind::Text, &message);
     const CharCode code = DetectCharCode(WholeFile(exported));
     EXPECT_TRUE(CanConvertFrom(CharCodeName(code)));
     const ConvertedText converted = ConvertText(DecodeText(exported, code), Accents::Keep);
@@ -119,8 +126,8 @@ TEST(TextExport, EveryCodePageCharacter_RoundTripsToSameBytes)
 
 TEST(TextExport, ShortText_IsDetectedByByteOrderMark)
 {
-    for (const QString &line : {u"[a]"_s, u"ﾈｺ"_s, u"[ﾈｺ]は猫"_s, QString()}) {
-        const QByteArray exported = TextExport(LinesOf({line}));
+    for (const QString &line : {u"[a]"_s, u"[ﾈｺ]は猫"_s, QString()}) {
+        const QByteArray exported = ExportOf({line}, ExportKind::Text);
         EXPECT_EQ(exported, "\xEF\xBB\xBF" + line.toUtf8() + "\r\n");
         EXPECT_EQ(DetectCharCode(WholeFile(exported)), CharCode::Utf8Bom) << line.toStdString();
     }
@@ -130,27 +137,27 @@ TEST(AnkiExport, LinesWithBlanks_ParseBackByAnkisRules)
 {
     QStringList headers;
     QStringList lines;
-    for (const QString &note : ReadAnki(AnkiExport(LinesOf(Lines)), &headers))
+    for (const QString &note : ReadAnki(ExportOf(Lines, ExportKind::Anki), &headers))
         lines += LineOfNote(note);
     EXPECT_EQ(headers, QStringList({u"#separator:tab"_s, u"#html:false"_s, u"#notetype:Cloze"_s}));
     QStringList expected = Lines;
     expected.removeAt(2);
     expected.removeAt(1);
     EXPECT_EQ(lines, expected);
-    ReadAnki(AnkiExport(LinesOf({u"tags:[first]"_s})), &headers);
+    ReadAnki(ExportOf({u"tags:[first]"_s}, ExportKind::Anki), &headers);
     EXPECT_EQ(headers.size(), 3) << "the first note must not become a header";
 }
 
 TEST(AnkiExport, AmbiguousCharacters_AreSeparatedOnlyWhereNeeded)
 {
-    EXPECT_EQ(AnkiExport(LinesOf({u"a: {b} [c]，[] [d]: e"_s})).split('\n')[3],
+    EXPECT_EQ(ExportOf({u"a: {b} [c]，[] [d]: e"_s}, ExportKind::Anki).split('\n')[3],
               u"a: {b} {{c1::c}}，[] {{c2::d}}\u200B: e"_s.toUtf8());
-    EXPECT_EQ(AnkiExport(LinesOf({u"[a}]::"_s})).split('\n')[3], u"{{c1::a}\u200B}}\u200B:\u200B:"_s.toUtf8());
+    EXPECT_EQ(ExportOf({u"[a}]::"_s}, ExportKind::Anki).split('\n')[3], u"{{c1::a}\u200B}}\u200B:\u200B:"_s.toUtf8());
 }
 
 TEST(CsvExport, EveryRow_TextsAndAnswerFormTheLine)
 {
-    const QByteArray bytes = CsvExport(LinesOf(Lines));
+    const QByteArray bytes = ExportOf(Lines, ExportKind::Csv);
     ASSERT_TRUE(bytes.startsWith("\xEF\xBB\xBF"));
     const QList<QStringList> table = ReadTable(QString::fromUtf8(bytes.sliced(3)), u',', u"\r\n"_s);
     EXPECT_EQ(table.front(), QStringList({u"行"_s, u"前"_s, u"答え"_s, u"後"_s}));
@@ -177,7 +184,9 @@ TEST(CsvExport, CellsLikeFormulas_AreGuardedAndComeBack)
     QStringList lines;
     for (const QString &cell : hostile)
         lines += cell + u'[' + cell + u']' + cell;
-    const QByteArray bytes = CsvExport(LinesOf(lines));
+    const TestFolder folder;
+    QString message;
+    const QByteArray bytes = ExportOf(folder.WriteStudyFile(u"a.txt"_s, lines), ExportKind::Csv, &message);
     TableReading reading;
     TableRefusal refusal;
     Table table;
@@ -192,29 +201,81 @@ TEST(CsvExport, CellsLikeFormulas_AreGuardedAndComeBack)
                 << cell.toStdString();
 }
 
-TEST(MakeExport, OnlyHard_ExportsOnlyMarkedBlanks)
+TEST(StudyExport, OnlyHard_ExportsOnlyMarkedBlanks)
 {
     const TestFolder folder;
     const QStringList lines = {u"[a] is [b]"_s, u"[c]"_s, u"[] [d]"_s};
     const QString path = folder.WriteStudyFile(u"a.txt"_s, lines);
     const MarkList marks(folder.Path(u"ListMark.txt"_s), u"花子"_s);
-    QByteArray bytes;
     QString message;
     ASSERT_TRUE(marks.Write(u"a"_s, DisplayText(LinesOf(lines)), {2, 5}, &message));
-    EXPECT_TRUE(MakeExport(path, ExportKind::Anki, &bytes, &message, &marks));
-    EXPECT_EQ(bytes.split('\n').sliced(3), QByteArrayList({"a is {{c1::b}}", " {{c1::d}}", ""}));
-    EXPECT_TRUE(MakeExport(path, ExportKind::Csv, &bytes, &message, &marks));
-    EXPECT_EQ(bytes.split('\n').sliced(1), QByteArrayList({"1,[a] is ,b,\r", "3,[] ,d,\r", ""}));
+    EXPECT_EQ(ExportOf(path, ExportKind::Anki, &message, &marks).split('\n').sliced(3),
+              QByteArrayList({"a is {{c1::b}}", " {{c1::d}}", ""}));
+    EXPECT_EQ(ExportOf(path, ExportKind::Csv, &message, &marks).split('\n').sliced(1),
+              QByteArrayList({"1,[a] is ,b,\r", "3,[] ,d,\r", ""}));
 
     QString sheet = folder.Path(u"a.html"_s);
-    EXPECT_TRUE(WritePrintSheet(path, sheet, true, &message, &marks));
+    EXPECT_TRUE(WriteSheet(path, sheet, true, &message, &marks));
     const QString html = QString::fromUtf8(folder.Read(u"a.html"_s));
     EXPECT_EQ(html.count(u"class=\"line\""), 2);
     EXPECT_TRUE(html.contains(u" a  is <span class=\"blank\">①")) << html.toStdString();
     EXPECT_TRUE(html.contains(u"<b>②</b>d</div>"));
 }
 
-TEST(MakeExport, UnreadableOrBlankless_IsRefusedWithReason)
+TEST(StudyExport, LongFile_IsMadeInSmallPiecesThatGoOnCounting)
+{
+    constexpr int lines = 5000; // of 100 bytes
+    const QByteArray line = QByteArray("[a]").repeated(33) + "x\r\n";
+    const TestFolder folder;
+    const QString path = folder.Write(u"a.txt"_s, line.repeated(lines));
+    const Rows<ExportKind, int, QByteArray, QByteArray> rows = {
+        {ExportKind::Text, lines, line, line},
+        {ExportKind::Anki, 3 + lines, "#separator:tab\n", "{{c33::a}}x\n"},
+        {ExportKind::Csv, 1 + 33 * lines, "", "\r\n5000," + line.chopped(6) + ",a,x\r\n"},
+    };
+    for (const auto &[kind, lineCount, beginning, end] : rows) {
+        StudyExport made;
+        QString message;
+        ASSERT_TRUE(made.Read(path, kind, &message));
+        QByteArray all;
+        for (QByteArray piece; made.Next(&piece); all += piece)
+            ASSERT_LT(piece.size(), 1 << 19);
+        EXPECT_EQ(all.count('\n'), lineCount);
+        EXPECT_TRUE(all.contains(beginning) && all.endsWith(end)) << int(kind);
+        EXPECT_EQ(made.Done(), 1);
+    }
+    PrintSheet sheet;
+    QString message;
+    ASSERT_TRUE(sheet.Read(path, folder.Path(u"a.html"_s), true, &message));
+    EXPECT_EQ(sheet.BlankCount(), 33 * lines);
+    EXPECT_EQ(sheet.PageCount(), 143 + 1375) << "35 lines and 120 answers on a page";
+    QByteArray all;
+    for (QByteArray piece; sheet.Next(&piece); all += piece)
+        ASSERT_LT(piece.size(), 1 << 19);
+    EXPECT_EQ(all.count("class=\"line\""), lines);
+    EXPECT_TRUE(all.contains("<small>(165000)</small>") && all.contains("<div><b>(165000)</b>a</div>\n</div>"));
+    EXPECT_EQ(all.count("<section"), 1);
+}
+
+TEST(PieceFile, NotWrittenToTheEnd_LeavesOldFileAndNoOther)
+{
+    const TestFolder folder;
+    const QString path = folder.Write(u"a.txt"_s, QByteArray("[a]\r\n").repeated(10'000));
+    folder.Write(u"rec/a.csv"_s, "old");
+    const QDir rec(folder.Path(u"rec"_s));
+    {
+        StudyExport made;
+        QString message;
+        ASSERT_TRUE(made.Read(path, ExportKind::Csv, &message));
+        PieceFile file(rec.filePath(u"a.csv"_s), made);
+        EXPECT_TRUE(file.GoOn(QDeadlineTimer(0)));
+        EXPECT_TRUE(file.GoOn(QDeadlineTimer(0)));
+    }
+    EXPECT_EQ(rec.entryList(QDir::Files), QStringList(u"a.csv"_s));
+    EXPECT_EQ(folder.Read(u"rec/a.csv"_s), "old");
+}
+
+TEST(StudyExport, UnreadableOrBlankless_IsRefusedWithReason)
 {
     const TestFolder folder;
     const Rows<const char *, QByteArray, ExportKind, QString> rows = {
@@ -227,19 +288,22 @@ TEST(MakeExport, UnreadableOrBlankless_IsRefusedWithReason)
         {"accepted", "[]", ExportKind::Csv, QString()},
     };
     for (const auto &[name, file, kind, part] : rows) {
-        QByteArray bytes;
         QString message;
-        EXPECT_EQ(MakeExport(folder.Write(u"a.txt"_s, file), kind, &bytes, &message), part.isEmpty()) << name;
+        EXPECT_EQ(ExportOf(folder.Write(u"a.txt"_s, file), kind, &message).isEmpty(), !part.isEmpty()) << name;
         EXPECT_TRUE(message.contains(part) && message.isEmpty() == part.isEmpty()) << name << message.toStdString();
-        EXPECT_EQ(bytes.isEmpty(), !part.isEmpty()) << name;
     }
 }
 
 TEST(ExportedMessage, UndecodableBytes_AreCounted)
 {
-    const QByteArray bytes = TextExport(LinesOf({u"[a]"_s}));
-    EXPECT_EQ(ExportedMessage(u"rec/a.csv"_s, bytes), u"書き出しました。\r\n    ファイル名＝a.csv"_s);
-    EXPECT_TRUE(ExportedMessage(u"rec/a.csv"_s, bytes + "\xEF\xBF\xBD\xEF\xBF\xBD").contains(u"バイトが2個"_s));
+    const TestFolder folder;
+    StudyExport made;
+    QString message;
+    ASSERT_TRUE(made.Read(folder.Write(u"a.txt"_s, "\x93\xFA\x96\x7B\x8C\xEA [\x82\xA0] \xFD \xFD"), ExportKind::Text,
+                          &message));
+    AllPieces(made);
+    EXPECT_TRUE(ExportedMessage(u"rec/a.csv"_s, made.Undecodable()).contains(u"バイトが2個"_s));
+    EXPECT_EQ(ExportedMessage(u"rec/a.csv"_s, 0), u"書き出しました。\r\n    ファイル名＝a.csv"_s);
 }
 
 using ExportWindowTest = WindowTest;

@@ -5,6 +5,7 @@
 #include "exchange/modPrintSheet.h"
 #include "records/modMarkList.h"
 #include "settings/modSettings.h"
+#include "support/Pieces.h"
 #include "support/Rows.h"
 #include "support/StudyText.h"
 #include "support/WindowTest.h"
@@ -20,10 +21,16 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
+/// The sheet of lines beside a picture 図.png.
 QString Sheet(const QStringList &lines, bool withAnswers = false)
 {
-    const auto pictureUrl = [](const QString &name) { return name == u"図" ? u"a&b.png"_s : QString(); };
-    return PrintSheetHtml(u"<t>"_s, DisplayText(LinesOf(lines)), pictureUrl, withAnswers);
+    const TestFolder folder;
+    folder.Write(u"t/図.png"_s, "");
+    PrintSheet sheet;
+    QString message;
+    const QString path = folder.WriteStudyFile(u"t/t&t.txt"_s, lines);
+    EXPECT_TRUE(sheet.Read(path, folder.Path(u"a.html"_s), withAnswers, &message)) << message.toStdString();
+    return QString::fromUtf8(AllPieces(sheet));
 }
 
 /// HTML of a line on the sheet.
@@ -50,7 +57,7 @@ TEST(BlankNumber, UpToFifty_IsCircled)
 
 TEST(PrintSheet, EachKindOfLine_KeepsTextAndHidesAnswers)
 {
-    const QString image = u"<img src=\"a&amp;b.png\" alt=\"図\">"_s;
+    const QString image = u"<img src=\"t/%E5%9B%B3.png\" alt=\"図\">"_s;
     const QString picture = u"<div class=\"pictures\">"_s + image + u"</div>"_s;
     const Rows<const char *, QString, QString> rows = {
         {"markup is text", u"<b>\"&"_s, u"&lt;b&gt;&quot;&amp;"_s},
@@ -77,14 +84,14 @@ TEST(PrintSheet, EachKindOfLine_KeepsTextAndHidesAnswers)
 TEST(PrintSheet, AnswersWanted_AreAppendedOnlyIfThereAreBlanks)
 {
     const QString withAnswers = Sheet({u"[<x>] [水]"_s}, true);
-    EXPECT_TRUE(withAnswers.contains(u"<title>&lt;t&gt;</title>"_s));
+    EXPECT_TRUE(withAnswers.contains(u"<title>t&amp;t</title>"_s));
     EXPECT_TRUE(withAnswers.contains(u"<div><b>①</b>&lt;x&gt;</div>\n<div><b>②</b>水</div>"_s));
     EXPECT_FALSE(Sheet({u"[secret]"_s}).contains(u"secret"_s));
     EXPECT_EQ(Sheet({u"a"_s}, true), Sheet({u"a"_s}, false));
     EXPECT_FALSE(withAnswers.contains(u"<script"_s) || withAnswers.contains(u"http"_s));
 }
 
-TEST(WritePrintSheet, PicturesBesideFile_AreLinkedAndFaultKeepsOldSheet)
+TEST(PrintSheet, PicturesBesideFile_AreLinkedAndFaultKeepsOldSheet)
 {
     const TestFolder folder;
     folder.Write(u"txt/#中%/図-1.PNG"_s, "");
@@ -92,17 +99,16 @@ TEST(WritePrintSheet, PicturesBesideFile_AreLinkedAndFaultKeepsOldSheet)
     folder.MakeFolder(u"rec"_s);
     const QString sheet = PrintSheetPath(folder.Path(u"rec"_s), source);
     QString message;
-    EXPECT_TRUE(WritePrintSheet(source, sheet, true, &message)) << message.toStdString();
+    EXPECT_TRUE(WriteSheet(source, sheet, true, &message)) << message.toStdString();
     const QByteArray html = folder.Read(u"rec/a.b_印刷.html"_s);
     EXPECT_TRUE(html.contains("<h1>a.b</h1>")) << "names that differ after a dot give different sheets";
     EXPECT_TRUE(html.contains("<img src=\"../txt/%23%E4%B8%AD%25/%E5%9B%B3-1.PNG\"")) << html.toStdString();
 
-    EXPECT_FALSE(WritePrintSheet(folder.Write(u"a.txt"_s, "[a"), sheet, true, &message));
+    EXPECT_FALSE(WriteSheet(folder.Write(u"a.txt"_s, "[a"), sheet, true, &message));
     EXPECT_EQ(message, BracketCountMessage(1, u"[a"));
     EXPECT_EQ(folder.Read(u"rec/a.b_印刷.html"_s), html);
-    EXPECT_FALSE(WritePrintSheet(source, folder.Path(u"rec"_s), true, &message));
-    EXPECT_EQ(message, u"印刷ページを書き込めません。\r\n  "_s + folder.Path(u"rec"_s) +
-                           u"\r\n  通常のファイルではありません。"_s);
+    EXPECT_FALSE(WriteSheet(source, folder.Path(u"rec"_s), true, &message));
+    EXPECT_EQ(message, u"通常のファイルではありません。"_s);
 }
 
 using PrintWindowTest = WindowTest;
@@ -164,4 +170,34 @@ TEST_F(PrintWindowTest, FileRefused_ShowsReasonAndStaysOpen)
     EXPECT_TRUE(script.IsDone());
     EXPECT_EQ(script.messages, QStringList(BracketOrderMessage(1, u"]a[").replace(u"\r\n"_s, u"\n"_s)));
     EXPECT_EQ(QDir(folder.Path()).entryList(QDir::Files), QStringList(u"a.txt"_s));
+}
+
+TEST_F(PrintWindowTest, ManyBlanks_AreWrittenOnlyAfterConsentAndCanBeStopped)
+{
+    const auto source = [this](int blanks) {
+        return folder.Write(u"txt/a.txt"_s, QByteArray("[]\r\n").repeated(blanks));
+    };
+    const SettingsFile settings(folder.Path(u"a.ini"_s));
+    const MarkList marks(folder.Path(u"ListMark.txt"_s), u"花子"_s);
+    folder.Write(u"rec/a_印刷.html"_s, "old");
+    frmPrint window(services, msg, settings, marks, folder.Path(u"rec"_s), nullptr);
+    script.Click(u"frmPrint"_s, u"cmdOK"_s);
+    script.Click(u"frmMsg"_s, u"cmdCancel"_s);
+    script.Click(u"frmPrint"_s, u"cmdOK"_s);
+    script.Click(u"frmMsg"_s, u"cmdOK"_s);
+    script.Click(u"frmWait"_s, u"cmdCancel"_s);
+    script.When(u"frmPrint"_s, [this](QWidget *dialog) {
+        EXPECT_EQ(QDir(folder.Path(u"rec"_s)).entryList(QDir::Files).size(), 1);
+        EXPECT_EQ(folder.Read(u"rec/a_印刷.html"_s), "old");
+        dialog->close();
+    });
+    window.Run(source(400'000));
+    EXPECT_TRUE(script.messages.value(0).startsWith(u"空欄が400000個あり，印刷ページは約14763ページになります。"_s));
+    EXPECT_EQ(script.messages.size(), 2);
+
+    script.Click(u"frmPrint"_s, u"cmdOK"_s);
+    window.Run(source(1));
+    EXPECT_EQ(script.messages.size(), 2) << "few blanks need no question";
+    EXPECT_TRUE(folder.Read(u"rec/a_印刷.html"_s).endsWith("</html>\n"));
+    EXPECT_TRUE(script.IsDone());
 }

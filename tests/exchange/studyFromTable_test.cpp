@@ -5,6 +5,7 @@
 #include "exchange/modExport.h"
 #include "exchange/modReadTable.h"
 #include "exchange/modStudyFromTable.h"
+#include "support/Pieces.h"
 #include "support/Rows.h"
 #include "support/TestFiles.h"
 #include "text/modCheckText.h"
@@ -54,10 +55,9 @@ TEST(StudyTextOf, CsvExportOfResult_HasOriginalCells)
     options.between = u"／"_s;
     const TableStudyText study = StudyOf(QString::fromUtf8(csv), options);
     const TestFolder folder;
-    QByteArray exported;
     QString message;
-    ASSERT_TRUE(MakeExport(folder.Write(u"a.txt"_s, ToCodePage932(study.text)), ExportKind::Csv, &exported, &message));
-    const Table table = TableOf(exported);
+    const QString path = folder.Write(u"a.txt"_s, ToCodePage932(study.text));
+    const Table table = TableOf(ExportOf(path, ExportKind::Csv, &message));
     ASSERT_EQ(table.RowCount(), 5);
     EXPECT_EQ(table.Cell(2, 3), u"apple");
     EXPECT_EQ(table.Cell(2, 4), u"／red, or green／[りんご]");
@@ -228,10 +228,8 @@ TEST(StudyTextOf, AnkiExport_RoundTrips)
     const QStringList lines = {u"[水]の化学式は[H2O]"_s, u"[a}] [:b] [{d] [e}}f] [g::h]"_s, u"#[comment] \"x\""_s,
                                u"[] ::: [k]:"_s};
     const TestFolder folder;
-    QByteArray exported;
     QString message;
-    ASSERT_TRUE(MakeExport(folder.WriteStudyFile(u"a.txt"_s, lines), ExportKind::Anki, &exported, &message));
-    const Table table = TableOf(exported);
+    const Table table = TableOf(ExportOf(folder.WriteStudyFile(u"a.txt"_s, lines), ExportKind::Anki, &message));
     const TableOptions options = Hiding(HiddenByDefault(table));
     EXPECT_EQ(StudyTextOf(CellsOf(table, options), options).text, lines.join(u"\r\n"_s) + u"\r\n"_s);
 }

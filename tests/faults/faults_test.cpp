@@ -16,8 +16,10 @@
 #include "platform/modReplaceFile.h"
 #include "records/modMarkList.h"
 #include "records/modPlaceList.h"
+#include "settings/modSpeech.h"
 #include "store/modCopyDatabase.h"
 #include "store/modDB_SQLite.h"
+#include "support/Pieces.h"
 #include "support/Query.h"
 #include "support/ReadHistory.h"
 #include "support/RecordingServices.h"
@@ -194,6 +196,54 @@ class Faults : public testing::Test
                               error);
     }
 
+    /// One of the program's ways to write a file. @return whether it was written; if not, reason may say why
+    using Write = std::function<bool(const QString &path)>;
+
+    struct Writer
+    {
+        QString name;      ///< of a file that it writes, in the folder
+        QByteArray before; ///< contents that the file may have before; empty if there is none
+        Write write;
+    };
+
+    std::vector<Writer> Writers()
+    {
+        const QString source = folder.Path(u"txt/a.txt"_s);
+        return {
+            {u"a.txt"_s, old, [this](const QString &path) { return ReplaceFile(path, added.toLatin1(), &reason); }},
+            {u"list.txt"_s, old, [this](const QString &path) { return AppendUserName(path, added, &reason); }},
+            {u"a.ini"_s, "[setting]\r\nKey=" + old + "\r\n",
+             [this](const QString &path) { return WriteProfile(path, u"setting"_s, u"Key"_s, added); }},
+            {u"txt/a_印刷用.txt"_s, old,
+             [=, this](const QString &path) { return WritePrintableCopy(source, path, &reason); }},
+            {u"rec/a.csv"_s, old,
+             [=, this](const QString &path) {
+                 StudyExport made;
+                 return made.Read(source, ExportKind::Csv, &reason) && WriteAll(path, made, &reason);
+             }},
+            {u"rec/a_印刷.html"_s, old,
+             [=, this](const QString &path) { return WriteSheet(source, path, true, &reason); }},
+            {u"rec/report.txt"_s, old, [this](const QString &path) { return WriteReport(path, History(), &reason); }},
+            {u"txt/converted.txt"_s, "short",
+             [this](const QString &path) {
+                 return ReplaceConverted(path, "short", added.toLatin1(), &reason, &reason);
+             }},
+            {u"txt/table.txt"_s, "short",
+             [this](const QString &path) { return WriteStudyFile(path, added.toLatin1(), &reason, &reason); }},
+            {u"ListMark.txt"_s, old,
+             [this](const QString &path) {
+                 return MarkList(path, added).Write(added, DisplayText(LinesOf({u"[a]"_s})), {1}, &reason);
+             }},
+            {u"ListPlace.txt"_s, old,
+             [this](const QString &path) { return PlaceList(path).Write(added, added, 1, &reason); }},
+            {u"db_backup/copy"_s, QByteArray(),
+             [this](const QString &path) { return CopyWholeFile(databasePath, path, &reason); }},
+        };
+    }
+
+    const QByteArray old = QByteArray(3000, 'o');
+    const QString added = QString(3000, u'n');
+    QString reason;                      // why the last write failed
     QHash<QString, QStringList> m_lists; // their lines, by name
     TestFolder folder;
     QString databasePath = folder.Path(u"db/kotoban.splite3"_s);
@@ -435,50 +485,70 @@ void AsNobody(const std::function<void()> &action)
 
 TEST_F(Faults, FailedWrite_LeavesOldFileIntact)
 {
-    const QByteArray old(3000, 'o');
-    const QString added(3000, u'n');
-    const DisplayText oneBlank(LinesOf({u"[a]"_s}));
-    QString error;
-    using Write = std::function<bool(const QString &)>;
-    const Rows<QString, QByteArray, Write> files = {
-        {u"a.txt"_s, old, [&](const QString &path) { return ReplaceFile(path, added.toLatin1(), &error); }},
-        {u"list.txt"_s, old, [&](const QString &path) { return AppendUserName(path, added, &error); }},
-        {u"a.ini"_s, "[setting]\r\nKey=" + old + "\r\n",
-         [&](const QString &path) { return WriteProfile(path, u"setting"_s, u"Key"_s, added); }},
-        {u"txt/a_印刷用.txt"_s, old,
-         [&](const QString &path) { return WritePrintableCopy(folder.Path(u"txt/a.txt"_s), path, &error); }},
-        {u"txt/a.csv"_s, old, [&](const QString &path) { return WriteExport(path, added.toLatin1(), &error); }},
-        {u"txt/a_印刷.html"_s, old,
-         [&](const QString &path) { return WritePrintSheet(folder.Path(u"txt/a.txt"_s), path, true, &error); }},
-        {u"txt/converted.txt"_s, "short",
-         [&](const QString &path) { return ReplaceConverted(path, "short", added.toLatin1(), &error, &error); }},
-        {u"txt/table.txt"_s, "short",
-         [&](const QString &path) { return WriteStudyFile(path, added.toLatin1(), &error, &error); }},
-        {u"ListMark.txt"_s, old,
-         [&](const QString &path) { return MarkList(path, added).Write(added, oneBlank, {1}, &error); }},
-        {u"ListPlace.txt"_s, old, [&](const QString &path) { return PlaceList(path).Write(added, added, 1, &error); }},
-        {u"db_backup/copy"_s, QByteArray(),
-         [&](const QString &path) { return CopyWholeFile(databasePath, path, &error); }},
-    };
-    const auto writeAll = [&] {
-        for (const auto &[name, before, write] : files)
-            EXPECT_FALSE(write(folder.Path(name))) << name.toStdString();
+    const auto writeAll = [this] {
+        for (const Writer &writer : Writers())
+            EXPECT_FALSE(writer.write(folder.Path(writer.name))) << writer.name.toStdString();
     };
     const auto permit = [this](QFile::Permissions permissions) {
-        for (const QString &name : {QString(), u"txt"_s, u"db_backup"_s})
+        for (const QString &name : {QString(), u"txt"_s, u"rec"_s, u"db_backup"_s})
             QFile::setPermissions(folder.Path(name), permissions);
     };
-    for (const auto &[name, before, write] : files)
-        if (!before.isEmpty())
-            folder.Write(name, before);
+    for (const Writer &writer : Writers())
+        if (!writer.before.isEmpty())
+            folder.Write(writer.name, writer.before);
     OnFullDisk(20, writeAll);
     permit(QFile::Permissions(0x5055));
     AsNobody(writeAll);
     permit(QFile::Permissions(0x7000));
-    for (const auto &[name, before, write] : files)
-        EXPECT_EQ(folder.Read(name), before.isEmpty() ? "(no file)" : before) << name.toStdString();
+    for (const Writer &writer : Writers())
+        EXPECT_EQ(folder.Read(writer.name), writer.before.isEmpty() ? "(no file)" : writer.before)
+            << writer.name.toStdString();
     EXPECT_EQ(QDir(folder.Path(u"db_backup"_s)).entryList(QDir::Files), QStringList()) << "no partial copy";
+    EXPECT_EQ(QDir(folder.Path(u"rec"_s)).entryList(QDir::Files).size(), 3) << "no partial sheet or export";
     EXPECT_EQ(QDir(folder.Path(u"txt"_s)).entryList({u"*.bak*"_s}), QStringList()) << "no stray backup";
+}
+
+TEST_F(Faults, LinkOutOfTheFolder_IsNeverWrittenThrough)
+{
+    const TestFolder elsewhere;
+    std::vector<Writer> writers = Writers();
+    const RunLog log(folder.Path(), u"Kotoban"_s, services.Clock());
+    const QString speech = u"speak.js"_s;
+    writers.push_back({u"Kotoban_log.txt"_s, "log", [&](const QString &) { return log.WriteYmdLogStart(&reason); }});
+    writers.push_back({u"Kotoban_log.txt"_s, "log", [&](const QString &) { return log.WriteLog(added, &reason); }});
+    writers.push_back({speech, "script", [&](const QString &) {
+                           SpeakWord(services, folder.Path(), u"word"_s);
+                           return elsewhere.Read(u"target"_s).contains("word");
+                       }});
+    writers.push_back({u"txt/a_印刷用.txt.bak"_s, "kept", [&](const QString &) {
+                           folder.Write(u"txt/a_印刷用.txt"_s, "older");
+                           return WritePrintableCopy(folder.Path(u"txt/a.txt"_s), folder.Path(u"txt/a_印刷用.txt"_s),
+                                                     &reason, OldCopy::Outdated);
+                       }});
+    writers.push_back({u"db/linked.splite3"_s, folder.Read(u"db/kotoban.splite3"_s),
+                       [&](const QString &path) { return database.Open(path) == 0; }});
+    const QDir::Filters all = QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot;
+    for (const bool isDangling : {false, true}) {
+        for (const Writer &writer : writers) {
+            const QString path = folder.Path(writer.name);
+            const QString target = elsewhere.Path(u"target"_s);
+            QFile::remove(target);
+            if (!isDangling)
+                elsewhere.Write(u"target"_s, writer.before);
+            QFile::remove(path);
+            ASSERT_TRUE(QFile::link(target, path));
+            reason.clear();
+            EXPECT_FALSE(writer.write(path)) << writer.name.toStdString();
+            EXPECT_TRUE(elsewhere.Read(u"target"_s) == (isDangling ? "(no file)" : writer.before))
+                << writer.name.toStdString();
+            EXPECT_EQ(QDir(elsewhere.Path()).entryList(all).size(), isDangling ? 0 : 1) << writer.name.toStdString();
+            EXPECT_TRUE(QFileInfo(path).isSymLink()) << writer.name.toStdString();
+            EXPECT_TRUE(reason.isEmpty() || reason.contains(u"リンク"_s) || isDangling)
+                << writer.name.toStdString() << reason.toStdString();
+            QFile::remove(path);
+        }
+    }
+    EXPECT_EQ(services.spoken.size(), 2) << "a word is spoken although its script cannot be written";
 }
 
 TEST_F(Faults, DatabaseOnFullDisk_KeepsRowsAndRecovers)

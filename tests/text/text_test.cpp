@@ -207,6 +207,47 @@ TEST(ReadTextFile, ValidFile_IsAcceptedWithTabsExpanded)
     EXPECT_EQ(errorLine, 0);
 }
 
+TEST(StudyParts, FileOfManyParts_HasSameLinesOrRefusalAsInOneGo)
+{
+    const QByteArray line = "\x93\xFA\x96{[\x8C\xEA]\t[]";
+    const auto many = [](const QByteArray &lines) { return lines.repeated(30'000 / lines.size()); };
+    const Rows<const char *, QByteArray> rows = {
+        {"empty", ""},
+        {"CR LF", many(line + "\r\n")},
+        {"LF, and no line end at the end", many(line + '\n') + line},
+        {"CR", many(line + '\r')},
+        {"mixed", many(line + "\r\n\n" + line + "\r\r\n")},
+        {"only line ends", many("\r\n")},
+        {"bytes that are no text at line ends", many(line + "\xFD\n" + line + "\xFD\r\n")},
+        {"a fault near the end", many(line + "\r\n") + "]["},
+        {"a bracket at the very end", many(line + "\r\n") + '['},
+        {"a long line near the end before another fault", many(line + "\r\n") + "[\r\n" + QByteArray(101, 'a')},
+        {"one line", many("a")},
+    };
+    const TestFolder folder;
+    for (const auto &[name, bytes] : rows) {
+        const QString path = folder.Write(u"a.txt"_s, bytes);
+        StudyLines whole;
+        StudyParts parts;
+        const TextRefusal expected = ReadStudyText(path, MaxLineBytes, &whole);
+        const TextRefusal refusal = parts.Read(path, MaxLineBytes);
+        EXPECT_TRUE(refusal.fault == expected.fault && refusal.line == expected.line) << name;
+        EXPECT_EQ(refusal.message, expected.message) << name;
+        for (const ExpandTabs expandTabs : {ExpandTabs::Yes, ExpandTabs::No}) {
+            if (expected.fault != TextFault::None)
+                continue;
+            ASSERT_EQ(ReadText(path, expandTabs, &whole).fault, TextFault::None) << name;
+            QStringList texts;
+            parts.GoBack();
+            for (StudyLines part; parts.Next(expandTabs, &part); texts += Texts(part))
+                EXPECT_LT(part.Lines(1, part.Count()).size(), 20'000) << name;
+            EXPECT_TRUE(texts == Texts(whole)) << name;
+            EXPECT_EQ(parts.LineCount(), whole.Count()) << name;
+            EXPECT_EQ(parts.BlankCount(), whole.BlankCount()) << name;
+        }
+    }
+}
+
 TEST(GetFileTitle, AnyPath_GivesNameBetweenFolderAndFirstDot)
 {
     const Rows<QString, QString> rows = {
