@@ -19,6 +19,7 @@
 #include "text/modCheckText.h"
 #include "text/modReadText.h"
 #include "widgets/frmMsg.h"
+#include "widgets/frmWait.h"
 
 #include <QCoreApplication>
 #include <QDropEvent>
@@ -31,6 +32,8 @@
 #include <QPushButton>
 #include <QScrollBar>
 #include <QTimer>
+
+#include <algorithm>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -91,8 +94,7 @@ void frmFile::dropEvent(QDropEvent *event)
 {
     QStringList paths;
     for (const QUrl &url : event->mimeData()->urls())
-        if (url.isLocalFile())
-            paths += url.toLocalFile();
+        paths += url.isLocalFile() ? url.toLocalFile() : url.toDisplayString();
     event->setDropAction(Qt::CopyAction);
     event->accept();
     QTimer::singleShot(0, this, [this, paths] { lstFile_OLEDragDrop(paths); });
@@ -237,36 +239,41 @@ void frmFile::txtFilter_Change()
         lstFile->setCurrentIndex(m_files->index(0)); // Enter then opens the first match
 }
 
-/// Copies files dropped on the window into the folder and selects the first of them.
+/// Copies files dropped on the window into the folder, selects the first of them and offers to make study files from
+/// tables. A table alone needs no question.
 void frmFile::lstFile_OLEDragDrop(const QStringList &paths)
 {
     WriteTrace(u"■frmFile.lstFile_OLEDragDrop");
-    if (paths.size() == 1 && IsTable(paths.front())) {
+    if (paths.size() == 1 && IsTable(paths.front()) && QFileInfo(paths.front()).isFile()) {
         MakeFromTable(paths.front());
         return;
     }
-    const FilesToTake files = SortFilesToTake(paths, m_folder.Path());
-    QStringList wanted = files.fresh;
+    FilesToTake files = SortFilesToTake(paths, m_folder.Path());
     if (!files.replaced.isEmpty()) {
         const MsgResult answer =
             m_msg.DispFrmMsg(this, ReplaceTakenQuestion(files.replaced), MsgStyle::YesNo, u"notify.wav"_s);
         if (answer == MsgResult::None)
             return;
-        if (answer == MsgResult::Ok)
-            wanted += files.replaced;
+        if (answer != MsgResult::Ok)
+            files.declined.swap(files.replaced);
     }
-    QStringList failures;
-    const int copied = TakeFiles(wanted, m_folder.Path(), &failures);
+    FileTaking taking(files.fresh + files.replaced, m_folder.Path());
+    frmWait(u"コピーしています。"_s, this)
+        .Run([&taking](const QDeadlineTimer &deadline) { return taking.GoOn(deadline); },
+             [&taking] { return taking.Done(); });
     ListFiles();
-    for (const QString &path : wanted) {
-        if (const QString name = QFileInfo(path).fileName(); m_folder.Names().contains(name)) {
-            SelectNew(name);
+    const auto isStudyFile = [](const QString &name) { return name.endsWith(u".txt", Qt::CaseInsensitive); };
+    const auto copied = std::ranges::find_if(taking.Copied(), isStudyFile);
+    if (copied != taking.Copied().end())
+        SelectNew(*copied);
+    const bool hasTables = !files.tables.isEmpty();
+    const bool isAllDone = !files.LeavesOut() && taking.Failures().isEmpty() && taking.Left().isEmpty();
+    const MsgResult answer =
+        m_msg.DispFrmMsg(this, TakenMessage(files, taking), hasTables ? MsgStyle::YesNo : MsgStyle::Ok,
+                         isAllDone ? u"start.wav"_s : u"notify.wav"_s);
+    for (qsizetype i = 0; answer == MsgResult::Ok && i < files.tables.size(); ++i)
+        if (!MakeFromTable(files.tables[i]))
             break;
-        }
-    }
-    const bool isAllDone = files.foreign.isEmpty() && failures.isEmpty();
-    m_msg.DispFrmMsg(this, TakenMessage(copied, files.foreign, failures), MsgStyle::Ok,
-                     isAllDone ? u"start.wav"_s : u"notify.wav"_s);
 }
 
 /// Lists the folder again and keeps the selection if the selected file still exists.
@@ -305,13 +312,15 @@ void frmFile::ReadTallies()
     m_files->ShowTallies();
 }
 
-void frmFile::MakeFromTable(const QString &tablePath)
+/// @return whether a study file was made
+bool frmFile::MakeFromTable(const QString &tablePath)
 {
     const QString name = frmTable(m_msg, m_folder.Path(), this).Make(tablePath);
     ListFiles();
     if (!name.isEmpty())
         SelectNew(name);
     lstFile->setFocus(); // Enter then opens the file
+    return !name.isEmpty();
 }
 
 /// Selects a new file, clearing a filter that would hide it.

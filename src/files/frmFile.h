@@ -94,7 +94,7 @@ class frmFile : public QDialog
     void ListFiles();
     void RefreshWhenShown();
     void ReadTallies();
-    void MakeFromTable(const QString &tablePath);
+    bool MakeFromTable(const QString &tablePath);
     void SelectNew(const QString &name);
     void Select(const QString &name);
     void EnableCommands();

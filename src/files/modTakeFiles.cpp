@@ -6,14 +6,16 @@
 #include "base/modFile.h"
 #include "platform/modReplaceFile.h"
 
+#include <QDeadlineTimer>
 #include <QDir>
 #include <QFileInfo>
+#include <QSet>
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-constexpr qsizetype MaxShown = 5; // names or failures in one message
+constexpr qsizetype MaxShown = 10; // names or failures in one paragraph of a message
 
 bool IsTextOrPicture(const QString &name)
 {
@@ -44,6 +46,51 @@ QString IndentedNames(const QStringList &paths)
     return Indented(names);
 }
 
+/// A paragraph of the message; empty if it is about no file.
+QString Paragraph(QStringView heading, const QString &lines)
+{
+    return lines.isEmpty() ? QString() : u"\r\n\r\n"_s + heading + lines;
+}
+
+/// Sorts single files into a FilesToTake.
+class Sorting
+{
+  public:
+    Sorting(const QString &folder, FilesToTake *files)
+        : m_folder(folder), m_canonical(QFileInfo(folder).canonicalFilePath()), m_files(files)
+    {
+    }
+
+    void Add(const QFileInfo &file)
+    {
+        ListFor(file) += file.filePath();
+    }
+
+  private:
+    QStringList &ListFor(const QFileInfo &file)
+    {
+        const bool isTable = IsTable(file.filePath());
+        if (!isTable && !IsTextOrPicture(file.filePath()))
+            return m_files->foreign;
+        if (file.size() > MaxFileBytes)
+            return m_files->tooLarge;
+        if (isTable)
+            return m_files->tables;
+        if (file.dir().canonicalPath() == m_canonical)
+            return m_files->present;
+        const QString name = file.fileName().toLower(); // because some file systems ignore case
+        if (m_seen.contains(name))
+            return m_files->twins;
+        m_seen.insert(name);
+        return QFileInfo::exists(JoinPath(m_folder, file.fileName())) ? m_files->replaced : m_files->fresh;
+    }
+
+    QString m_folder;
+    QString m_canonical;
+    FilesToTake *m_files;
+    QSet<QString> m_seen; // names
+};
+
 } // namespace
 
 bool IsTable(const QString &path)
@@ -54,50 +101,91 @@ bool IsTable(const QString &path)
 
 FilesToTake SortFilesToTake(const QStringList &paths, const QString &folder)
 {
-    const QString ownFolder = QFileInfo(folder).canonicalFilePath();
     FilesToTake files;
-    QStringList seen; // in lower case, because some file systems ignore case
+    Sorting sorting(folder, &files);
     for (const QString &path : paths) {
         const QFileInfo info(path);
-        if (info.isDir() || !IsTextOrPicture(path)) {
-            files.foreign += path;
+        if (!info.isDir()) {
+            sorting.Add(info);
             continue;
         }
-        if (seen.contains(info.fileName().toLower()) || info.dir().canonicalPath() == ownFolder)
-            continue;
-        seen += info.fileName().toLower();
-        (QFileInfo::exists(JoinPath(folder, info.fileName())) ? files.replaced : files.fresh) += path;
+        // Folders below are left out: who drops a large tree would wait for what the list cannot show apart.
+        const auto all = QDir::Files | QDir::Dirs | QDir::System | QDir::NoDotAndDotDot;
+        for (const QFileInfo &entry : QDir(path).entryInfoList(all, QDir::Name)) {
+            if (entry.isDir())
+                files.nested += entry.filePath();
+            else
+                sorting.Add(entry);
+        }
     }
     return files;
 }
 
-int TakeFiles(const QStringList &paths, const QString &folder, QStringList *failures)
+bool FilesToTake::LeavesOut() const
 {
-    int copied = 0;
-    for (const QString &path : paths) {
-        QString reason;
-        if (CopyWholeFile(path, JoinPath(folder, NameOf(path)), &reason))
-            ++copied;
-        else
-            *failures += NameOf(path) + u"："_s + reason;
+    return !foreign.isEmpty() || !tooLarge.isEmpty() || !present.isEmpty() || !twins.isEmpty() || !nested.isEmpty() ||
+           !declined.isEmpty();
+}
+
+FileTaking::FileTaking(const QStringList &paths, const QString &folder) : m_paths(paths), m_folder(folder) {}
+
+bool FileTaking::GoOn(const QDeadlineTimer &deadline)
+{
+    while (m_next < m_paths.size()) {
+        Take(m_paths[m_next++]);
+        if (deadline.hasExpired())
+            break;
     }
-    return copied;
+    return m_next < m_paths.size();
+}
+
+double FileTaking::Done() const
+{
+    return m_paths.isEmpty() ? 1 : double(m_next) / double(m_paths.size());
+}
+
+void FileTaking::Take(const QString &path)
+{
+    const QString name = NameOf(path);
+    const QString target = JoinPath(m_folder, name);
+    QByteArray bytes;
+    QString kept;
+    QString failed;
+    QString reason;
+    if (QFileInfo(target).size() > MaxFileBytes)
+        reason = u"元のファイルが大きすぎるので，置き換えません。"_s;
+    else if (ReadWholeFile(path, &bytes, &reason) && ReplaceAndKeep(target, bytes, &kept, &failed, &reason)) {
+        m_copied += name;
+        if (!kept.isEmpty())
+            m_kept += name + u" → "_s + NameOf(kept);
+        return;
+    }
+    m_failures += name + u"："_s + reason;
 }
 
 QString ReplaceTakenQuestion(const QStringList &replaced)
 {
     return u"学習ファイルのフォルダに，同じ名前のファイルがあります。"_s + IndentedNames(replaced) +
-           u"\r\n\r\n置き換えますか？（「いいえ」を押すと，ないものだけをコピーします。）"_s;
+           u"\r\n\r\n置き換えますか？（元のファイルは「….bak」として残します。\r\n"
+           u"「いいえ」を押すと，ないものだけをコピーします。）"_s;
 }
 
-QString TakenMessage(int copied, const QStringList &foreign, const QStringList &failures)
+QString TakenMessage(const FilesToTake &files, const FileTaking &taking)
 {
+    const qsizetype copied = taking.Copied().size();
     QString message = copied > 0 ? QString::number(copied) + u"個のファイルを学習ファイルのフォルダにコピーしました。"_s
                                  : u"コピーしたファイルはありません。"_s;
-    if (!foreign.isEmpty())
-        message += u"\r\n\r\n学習ファイル（.txt）と画像（.png .jpg .jpeg .gif .bmp）ではないため，コピーしません。"_s +
-                   IndentedNames(foreign);
-    if (!failures.isEmpty())
-        message += u"\r\n\r\nコピーできません。"_s + Indented(failures);
-    return message;
+    message += Indented(taking.Copied());
+    message += Paragraph(u"置き換える前のファイルは，次の名前で残しました。", Indented(taking.Kept()));
+    message += Paragraph(u"同じ名前のファイルがあるため，コピーしませんでした。", IndentedNames(files.declined));
+    message += Paragraph(u"中止したため，コピーしませんでした。", IndentedNames(taking.Left()));
+    message += Paragraph(u"コピーできません。", Indented(taking.Failures()));
+    message += Paragraph(QString(QString::number(MaxFileMegabytes) + u"MBを超えるため，コピーしません。"_s),
+                         IndentedNames(files.tooLarge));
+    message += Paragraph(u"学習ファイル（.txt）と画像（.png .jpg .jpeg .gif .bmp）ではないため，コピーしません。",
+                         IndentedNames(files.foreign));
+    message += Paragraph(u"同じ名前のファイルが二つ以上あるため，初めの一つだけにします。", IndentedNames(files.twins));
+    message += Paragraph(u"もう学習ファイルのフォルダにあるファイルです。", IndentedNames(files.present));
+    message += Paragraph(u"フォルダの中のフォルダは，コピーしません。", IndentedNames(files.nested));
+    return message + Paragraph(u"次の表から，学習ファイルを作りますか？", IndentedNames(files.tables));
 }

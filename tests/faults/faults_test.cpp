@@ -11,6 +11,7 @@
 #include "exchange/modPrintableCopy.h"
 #include "exchange/modStudyFromTable.h"
 #include "files/modStudyFolder.h"
+#include "files/modTakeFiles.h"
 #include "history/modHistory.h"
 #include "platform/modProfile.h"
 #include "platform/modReplaceFile.h"
@@ -93,6 +94,7 @@ class Faults : public testing::Test
         for (int i = 0; i < 60; ++i)
             lines += u"[word%1] [語] 文"_s.arg(i);
         folder.WriteStudyFile(u"txt/b.txt"_s, lines);
+        folder.Write(u"dropped/dropped.txt"_s, added.toLatin1());
     }
 
     /// Every file has complete contents, whether old or new.
@@ -230,6 +232,13 @@ class Faults : public testing::Test
              }},
             {u"txt/table.txt"_s, "short",
              [this](const QString &path) { return WriteStudyFile(path, added.toLatin1(), &reason, &reason); }},
+            {u"txt/dropped.txt"_s, "short",
+             [this](const QString &path) {
+                 FileTaking taking({folder.Path(u"dropped/dropped.txt"_s)}, QFileInfo(path).path());
+                 taking.GoOn(QDeadlineTimer(QDeadlineTimer::Forever));
+                 reason = taking.Failures().join(u'\n');
+                 return reason.isEmpty();
+             }},
             {u"ListMark.txt"_s, old,
              [this](const QString &path) {
                  return MarkList(path, added).Write(added, DisplayText(LinesOf({u"[a]"_s})), {1}, &reason);
@@ -241,7 +250,7 @@ class Faults : public testing::Test
         };
     }
 
-    const QByteArray old = QByteArray(3000, 'o');
+    const QByteArray old = QByteArray(3000, 'o'); // enough not to fit on a full disk
     const QString added = QString(3000, u'n');
     QString reason;                      // why the last write failed
     QHash<QString, QStringList> m_lists; // their lines, by name

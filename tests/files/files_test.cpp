@@ -10,6 +10,8 @@
 #include "support/Rows.h"
 #include "support/TestFiles.h"
 
+#include <QDeadlineTimer>
+
 #include <gtest/gtest.h>
 
 using namespace Qt::Literals::StringLiterals;
@@ -159,35 +161,77 @@ TEST(StudyTallies, DatabaseLocked_IsSilentAndReadAgainAtTheNextActivation)
     EXPECT_EQ(services.messages, QStringList());
 }
 
-TEST(TakeFiles, MixedFiles_CopiesTextsAndPicturesAndKeepsTargetsOnFault)
+TEST(TakeFiles, MixedDrop_EachFileHasItsOwnFate)
 {
     const TestFolder elsewhere;
     const TestFolder folder;
     const QString fresh = elsewhere.Write(u"new.TXT"_s, "new");
     const QString known = elsewhere.Write(u"known.png"_s, "newer");
-    const QString twice = elsewhere.Write(u"sub/New.txt"_s, "not this one");
+    const QString twin = elsewhere.Write(u"sub/New.txt"_s, "not this one");
     const QString foreign = elsewhere.Write(u"sheet.xlsx"_s, "x");
-    elsewhere.MakeFolder(u"folder.txt"_s);
+    const QString table = elsewhere.Write(u"words.CSV"_s, "a,b");
+    const QString inFolder = elsewhere.Write(u"folder.txt/a.txt"_s, "a");
+    const QString tableInFolder = elsewhere.Write(u"folder.txt/b.tsv"_s, "a\tb");
+    elsewhere.Write(u"folder.txt/.hidden.txt"_s, "");
+    elsewhere.Write(u"folder.txt/below/deep.txt"_s, "not this one");
+    QFile large(elsewhere.Write(u"folder.txt/large.txt"_s, ""));
+    ASSERT_TRUE(large.resize(MaxFileBytes + 1)) << "sparse";
     folder.Write(u"known.png"_s, "known");
+    folder.Write(u"known.png.bak"_s, "oldest");
     const QString own = folder.Write(u"own.txt"_s, "own");
-    const FilesToTake files =
-        SortFilesToTake({fresh, known, twice, foreign, elsewhere.Path(u"folder.txt"_s), own}, folder.Path(u"."_s));
-    EXPECT_EQ(files.fresh, QStringList(fresh));
+    const FilesToTake files = SortFilesToTake(
+        {fresh, known, twin, foreign, table, elsewhere.Path(u"folder.txt"_s), own}, folder.Path(u"."_s));
+    EXPECT_EQ(files.fresh, QStringList({fresh, inFolder}));
     EXPECT_EQ(files.replaced, QStringList(known));
-    EXPECT_EQ(files.foreign, QStringList({foreign, elsewhere.Path(u"folder.txt"_s)}));
+    EXPECT_EQ(files.tables, QStringList({table, tableInFolder}));
+    EXPECT_EQ(files.foreign, QStringList(foreign));
+    EXPECT_EQ(files.tooLarge, QStringList(large.fileName()));
+    EXPECT_EQ(files.twins, QStringList(twin));
+    EXPECT_EQ(files.present, QStringList(own));
+    EXPECT_EQ(files.nested, QStringList(elsewhere.Path(u"folder.txt/below"_s)));
 
     folder.MakeFolder(u"new.TXT"_s); // takes the place of the file
-    QStringList failures;
-    EXPECT_EQ(TakeFiles({fresh, known, elsewhere.Path(u"gone.txt"_s)}, folder.Path(), &failures), 1);
+    FileTaking taking({fresh, known, elsewhere.Path(u"gone.txt"_s), inFolder, foreign}, folder.Path());
+    for (int file = 1; file <= 4; ++file)
+        EXPECT_TRUE(taking.GoOn(QDeadlineTimer(0))) << "one file at a time";
+    EXPECT_EQ(taking.Copied(), QStringList({u"known.png"_s, u"a.txt"_s}));
     EXPECT_EQ(folder.Read(u"known.png"_s), "newer");
-    ASSERT_EQ(failures.size(), 2);
-    EXPECT_TRUE(failures[0].startsWith(u"new.TXT：")) << failures[0].toStdString();
-    EXPECT_TRUE(failures[1].startsWith(u"gone.txt：")) << failures[1].toStdString();
-    EXPECT_EQ(
-        TakenMessage(0, {foreign}, {}),
-        u"コピーしたファイルはありません。\r\n\r\n学習ファイル（.txt）と画像（.png .jpg .jpeg .gif .bmp）ではないため，"
-        u"コピーしません。\r\n  sheet.xlsx"_s);
-    EXPECT_TRUE(ReplaceTakenQuestion(QStringList(7, known)).contains(u"\r\n  known.png\r\n  ほかに2個\r\n"));
+    EXPECT_EQ(folder.Read(u"known.png.bak"_s), "oldest");
+    EXPECT_EQ(folder.Read(u"known.png.bak2"_s), "known");
+    ASSERT_EQ(taking.Failures().size(), 2);
+    EXPECT_TRUE(taking.Failures()[0].startsWith(u"new.TXT：")) << taking.Failures()[0].toStdString();
+    EXPECT_TRUE(taking.Failures()[1].startsWith(u"gone.txt：")) << taking.Failures()[1].toStdString();
+    EXPECT_EQ(QDir(folder.Path()).entryList(QDir::Files).size(), 5) << "nothing else is left behind";
+
+    QString message = TakenMessage(files, taking);
+    for (const QString &failure : taking.Failures())
+        message.remove(failure.section(u'：', 1));
+    EXPECT_EQ(message, u"2個のファイルを学習ファイルのフォルダにコピーしました。\r\n  known.png\r\n  a.txt\r\n\r\n"
+                       u"置き換える前のファイルは，次の名前で残しました。\r\n  known.png → known.png.bak2\r\n\r\n"
+                       u"中止したため，コピーしませんでした。\r\n  sheet.xlsx\r\n\r\n"
+                       u"コピーできません。\r\n  new.TXT：\r\n  gone.txt：\r\n\r\n"
+                       u"64MBを超えるため，コピーしません。\r\n  large.txt\r\n\r\n"
+                       u"学習ファイル（.txt）と画像（.png .jpg .jpeg .gif .bmp）ではないため，コピーしません。"
+                       u"\r\n  sheet.xlsx\r\n\r\n"
+                       u"同じ名前のファイルが二つ以上あるため，初めの一つだけにします。\r\n  New.txt\r\n\r\n"
+                       u"もう学習ファイルのフォルダにあるファイルです。\r\n  own.txt\r\n\r\n"
+                       u"フォルダの中のフォルダは，コピーしません。\r\n  below\r\n\r\n"
+                       u"次の表から，学習ファイルを作りますか？\r\n  words.CSV\r\n  b.tsv"_s);
+    EXPECT_EQ(TakenMessage({}, FileTaking({}, QString())), u"コピーしたファイルはありません。"_s);
+    EXPECT_TRUE(ReplaceTakenQuestion(QStringList(12, known)).contains(u"\r\n  known.png\r\n  ほかに2個\r\n"));
+}
+
+TEST(TakeFiles, TooLargeOldFile_IsNotReplaced)
+{
+    const TestFolder elsewhere;
+    const TestFolder folder;
+    QFile large(folder.Write(u"a.txt"_s, ""));
+    ASSERT_TRUE(large.resize(MaxFileBytes + 1)) << "sparse";
+    FileTaking taking({elsewhere.Write(u"a.txt"_s, "new")}, folder.Path());
+    EXPECT_FALSE(taking.GoOn(QDeadlineTimer(QDeadlineTimer::Forever)));
+    EXPECT_EQ(taking.Failures(), QStringList(u"a.txt：元のファイルが大きすぎるので，置き換えません。"_s));
+    EXPECT_EQ(large.size(), MaxFileBytes + 1);
+    EXPECT_EQ(QDir(folder.Path()).entryList(QDir::Files).size(), 1);
 }
 
 TEST(CheckStudyFile, EachFault_HasItsRemark)

@@ -323,6 +323,29 @@ TEST_F(FileWindowTest, FilesDropped_NewOnesAreCopiedAndReplacingIsAskedFor)
     EXPECT_TRUE(script.messages.last().startsWith(u"1個のファイルを"));
 }
 
+TEST_F(FileWindowTest, FolderWithTablesDropped_FilesAreReplacedAndTablesOffered)
+{
+    const QString known = folder.WriteStudyFile(u"elsewhere/bad.txt"_s, {u"[good now]"_s});
+    for (const QString &name : {u"1.csv"_s, u"2.csv"_s, u"3.csv"_s})
+        folder.Write(u"elsewhere/"_s + name, "a,b\n");
+    script.When(u"frmFile"_s, [&](QWidget *dialog) { Drop(dialog, {folder.Path(u"elsewhere"_s)}); });
+    script.Click(u"frmMsg"_s, u"cmdOK"_s);
+    script.Click(u"frmMsg"_s, u"cmdOK"_s);
+    script.Click(u"frmTable"_s, u"cmdOK"_s);
+    script.Click(u"frmMsg"_s, u"cmdOK"_s);
+    script.Click(u"frmTable"_s, u"cmdCancel"_s);
+    script.When(u"frmFile"_s, [](QWidget *dialog) {
+        EXPECT_EQ(dialog->findChild<QListView *>(u"lstFile"_s)->currentIndex().data().toString(), u"1.txt"_s);
+        dialog->close();
+    });
+    window.Choose(QString());
+    EXPECT_TRUE(script.IsDone());
+    EXPECT_EQ(folder.Read(u"txt/bad.txt"_s), "[good now]\r\n");
+    EXPECT_EQ(folder.Read(u"txt/bad.txt.bak"_s), "ok\r\n[a\r\n");
+    EXPECT_TRUE(script.messages.value(1).endsWith(u"作りますか？\n  1.csv\n  2.csv\n  3.csv"_s));
+    EXPECT_FALSE(QFile::exists(folder.Path(u"txt/2.txt"_s))) << "cancelling one ends the offer";
+}
+
 TEST_F(FileWindowTest, TableDropped_MakesStudyFile)
 {
     const QString table = folder.Write(u"elsewhere/words.CSV"_s, "a,b\n");
