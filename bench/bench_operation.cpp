@@ -4,10 +4,15 @@
 // Runs one whole operation of the program without its windows, for comparison with a public tool.
 //
 //     bench_operation load FILE               reads a study file as the study window does, up to its table of blanks
+//     bench_operation sheet FILE TARGET       writes the sheet of a study file, with answers
+//     bench_operation csv FILE TARGET         exports a study file as a table of its blanks
 //     bench_operation history FILE WEEKS N    opens a database and reads a history of WEEKS weeks N times
 //     bench_operation statements WEEKS N      prints the SQL statements of the above
 //
-// "load" prints how many milliseconds it took and by how many bytes the process has grown.
+// "load" prints how many milliseconds it took and by how many bytes the process has grown, "sheet" and "csv" by how
+// many bytes it had grown at most.
+#include "exchange/modExport.h"
+#include "exchange/modPrintSheet.h"
 #include "store/Sqlite3.h"
 #include "store/modDB_SQLite.h"
 #include "study/modStudyRound.h"
@@ -17,10 +22,12 @@
 #include "text/modPictureName.h"
 #include "text/modReadText.h"
 
+#include <QDeadlineTimer>
 #include <QElapsedTimer>
 #include <QFile>
 
 #include <cstdio>
+#include <sys/resource.h>
 #include <unistd.h>
 
 namespace {
@@ -68,6 +75,32 @@ void Load(const QString &path)
     std::printf("%.3f %lld\n", elapsedMs, static_cast<long long>(ResidentBytes() - before));
 }
 
+/// Largest resident memory that this process has had, in bytes.
+qint64 PeakBytes()
+{
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    return qint64(usage.ru_maxrss) * 1024;
+}
+
+/// @param read  reads the study file and returns whether it can be written
+template <typename Pieces, typename Read>
+void Write(const QString &target, const Read &read)
+{
+    const qint64 before = PeakBytes();
+    QElapsedTimer timer;
+    timer.start();
+    Pieces pieces;
+    QString message;
+    if (!read(&pieces, &message))
+        qFatal("%s", qPrintable(message));
+    PieceFile file(target, pieces);
+    file.GoOn(QDeadlineTimer(QDeadlineTimer::Forever));
+    if (!file.Error().isEmpty())
+        qFatal("%s", qPrintable(file.Error()));
+    std::printf("%.3f %lld\n", double(timer.nsecsElapsed()) / 1e6, static_cast<long long>(PeakBytes() - before));
+}
+
 void ReadHistories(const QString &path, int weeks, int times)
 {
     FailingServices services;
@@ -95,8 +128,15 @@ int main(int argc, char *argv[])
 {
     const QByteArrayView operation = argc > 1 ? argv[1] : "";
     const QString path = argc > 2 ? QFile::decodeName(argv[2]) : QString();
+    const QString target = argc > 3 ? QFile::decodeName(argv[3]) : QString();
     if (operation == "load")
         Load(path);
+    else if (operation == "sheet" && argc == 4)
+        Write<PrintSheet>(
+            target, [&](PrintSheet *sheet, QString *message) { return sheet->Read(path, target, true, message); });
+    else if (operation == "csv" && argc == 4)
+        Write<StudyExport>(
+            target, [&](StudyExport *made, QString *message) { return made->Read(path, ExportKind::Csv, message); });
     else if (operation == "history" && argc == 5)
         ReadHistories(path, QByteArrayView(argv[3]).toInt(), QByteArrayView(argv[4]).toInt());
     else if (operation == "statements" && argc == 4)
