@@ -10,8 +10,10 @@
 #include "support/StudyText.h"
 #include "support/WindowTest.h"
 #include "text/modCheckText.h"
+#include "widgets/frmWait.h"
 
 #include <QCheckBox>
+#include <QProgressBar>
 #include <QRegularExpression>
 #include <QTest>
 
@@ -200,4 +202,16 @@ TEST_F(PrintWindowTest, ManyBlanks_AreWrittenOnlyAfterConsentAndCanBeStopped)
     EXPECT_EQ(script.messages.size(), 2) << "few blanks need no question";
     EXPECT_TRUE(folder.Read(u"rec/a_印刷.html"_s).endsWith("</html>\n"));
     EXPECT_TRUE(script.IsDone());
+}
+
+TEST_F(PrintWindowTest, LongWork_GoesOnInSlicesUntilItIsDone)
+{
+    int slices = 0;
+    frmWait wait(u"caption"_s, nullptr);
+    EXPECT_TRUE(
+        wait.Run([&slices](const QDeadlineTimer &) { return ++slices < 5; }, [&slices] { return slices / 5.0; }));
+    EXPECT_EQ(slices, 5);
+    EXPECT_EQ(wait.findChild<QProgressBar *>(u"prgDone"_s)->value(), 100);
+    EXPECT_FALSE(wait.isVisible());
+    EXPECT_TRUE(wait.Run([](const QDeadlineTimer &) { return false; }, [] { return 1; })) << "done at once";
 }
