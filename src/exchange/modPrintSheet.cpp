@@ -12,7 +12,6 @@
 
 #include <QDir>
 #include <QFileInfo>
-#include <QHash>
 #include <QUrl>
 
 #include <algorithm>
@@ -225,17 +224,13 @@ QString RelativeUrl(const QString &folder, const QString &path)
     return QString::fromLatin1(QUrl::toPercentEncoding(relative, "/"));
 }
 
-/// Finds the URLs of pictures beside a study file. The folder is listed only once, and each name looked up only once.
+/// Finds the URLs of pictures beside a study file. The folder is listed only once.
 PictureUrl PicturesBeside(const QString &studyFilePath, const QString &sheetPath)
 {
     return [pictures = PictureFolder(QFileInfo(studyFilePath).absolutePath()),
-            sheetFolder = QFileInfo(sheetPath).absolutePath(),
-            known = QHash<QString, QString>()](const QString &name) mutable {
-        const auto found = known.constFind(name);
-        if (found != known.constEnd())
-            return *found;
+            sheetFolder = QFileInfo(sheetPath).absolutePath()](const QString &name) {
         const QString path = pictures.Find(name);
-        return *known.insert(name, path.isEmpty() ? QString() : RelativeUrl(sheetFolder, path));
+        return path.isEmpty() ? QString() : RelativeUrl(sheetFolder, path);
     };
 }
 

@@ -155,8 +155,7 @@ TEST(PrintSheet, ManyNamesOfMissingPictures_AreLookedUpInLinearTime)
         lines += u"｢a%1｣"_s.arg(line);
     lines += u"｢7｣"_s;
     QString message;
-    EXPECT_TRUE(
-        WritePrintSheet(folder.WriteStudyFile(u"txt/a.txt"_s, lines), folder.Path(u"a.html"_s), false, &message));
+    EXPECT_TRUE(WriteSheet(folder.WriteStudyFile(u"txt/a.txt"_s, lines), folder.Path(u"a.html"_s), false, &message));
     EXPECT_EQ(folder.Read(u"a.html"_s).count("<img "), 1);
 }
 
