@@ -92,6 +92,7 @@ class frmText : public QWidget
     void EnableFileControls(bool isEnabled);
     void ReadSettings();
     void ApplySettings();
+    void KeepMinimumHeight();
     void WidenToText();
     int LargestLeft(int widthPx) const;
     void PlaceFileWindow();

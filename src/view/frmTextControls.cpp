@@ -258,9 +258,14 @@ void frmText::Form_Resize()
 void frmText::resizeEvent(QResizeEvent *event)
 {
     QWidget::resizeEvent(event);
-    // Rows that wrap in a narrow window must not push each other out of it.
-    setMinimumHeight(qMin(layout()->minimumHeightForWidth(width()), AvailableSize(this).height()));
+    KeepMinimumHeight();
     Form_Resize();
+}
+
+/// Rows that wrap in a narrow window must not push each other out of it.
+void frmText::KeepMinimumHeight()
+{
+    setMinimumHeight(qMin(layout()->minimumHeightForWidth(width()), AvailableSize(this).height()));
 }
 
 void frmText::ReadSettings()
@@ -289,9 +294,11 @@ void frmText::ApplySettings()
     DescribePage();
 }
 
-/// Widens the window, at most to the screen, if a line of maximum length no longer fits.
+/// Widens the window, at most to the screen, if a line of maximum length no longer fits, and makes it high enough for a
+/// row.
 void frmText::WidenToText()
 {
+    KeepMinimumHeight();
     const QRect area = screen()->availableGeometry();
     const int wanted = qMin(sizeHint().width(), AvailableSize(this).width());
     if (isMaximized() || isFullScreen() || wanted <= width())

@@ -225,6 +225,10 @@ TEST_F(StudyWindowTest, WindowAsLowAsItGoes_IsLaidOutAtEachWidth)
             ASSERT_TRUE(bar->isHidden() || (window->rect().contains(barArea) && !barArea.intersects(area))) << width;
         }
     }
+    for (int steps = 0; steps < 9; ++steps)
+        QTest::keyClick(page, Qt::Key_Plus, Qt::ControlModifier);
+    EXPECT_EQ(Label(u"lblZoom"), u"300 %"_s);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return page->height() >= page->Layout().RowTopPx(2); }));
 }
 
 TEST_F(StudyWindowTest, DesktopTurnsDark_PageFollows)
