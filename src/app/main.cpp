@@ -97,12 +97,6 @@ int main(int argc, char *argv[])
     if (!PrepareRun(folder, instance, log, services, database))
         return 1;
 
-    // Only now, so that it never adds to a message with which start-up fails.
-    QTimer::singleShot(0, &application, [&services] {
-        if (!HasPageFont())
-            services.ShowMessage(u"日本語の等幅フォントが見つかりません。\r\n"_s + FontAdvice());
-    });
-
     EndSignal endSignal;
     QObject::connect(&endSignal, &EndSignal::Asked, &application, [] { QApplication::exit(0); });
     frmMsg msg(services, JoinPath(folder, u"wav"_s));
@@ -114,6 +108,9 @@ int main(int argc, char *argv[])
             return 0;
         userName = login.UserName();
     }
+    // Only now: the font is looked up for the study window, and no other window is open.
+    if (!HasPageFont())
+        services.ShowMessage(u"日本語の等幅フォントが見つかりません。\r\n"_s + FontAdvice());
     frmText study(services, database, log, msg, {folder, JoinPath(folder, baseName + u".ini"_s), userName});
     QObject::connect(&study, &frmText::Ended, &application, [] { QApplication::exit(0); });
     QObject::connect(&endSignal, &EndSignal::Asked, &study, &frmText::close);
