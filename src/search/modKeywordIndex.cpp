@@ -32,25 +32,6 @@ void ForEachWord(QStringView line, const Visit &visit)
     }
 }
 
-/// Hash of a text extended by a character. @param hash  of the text
-quint32 HashWith(quint32 hash, char16_t character)
-{
-    return (hash ^ character) * 0x01000193u;
-}
-
-size_t HashBit(quint32 hash)
-{
-    return (hash ^ (hash >> 16)) & 0xFFFF;
-}
-
-size_t HashBit(QStringView text)
-{
-    quint32 hash = 0;
-    for (const QChar character : text)
-        hash = HashWith(hash, character.unicode());
-    return HashBit(hash);
-}
-
 size_t SlotOf(char16_t first, char16_t second)
 {
     return (first * 0x9E3Bu + second * 0x85EBu) & 0xFFFF;
@@ -83,13 +64,12 @@ bool IsEnglishWord(QStringView keyword)
     return std::all_of(keyword.begin(), keyword.end(), IsWordCharacter);
 }
 
-KeywordIndex::KeywordIndex(const QStringList &keywords) : m_keywordCount(size_t(keywords.size())), m_slots(0x10000)
+KeywordIndex::KeywordIndex(const QStringList &keywords) : m_keywords(keywords), m_slots(0x10000)
 {
     for (int keyword = 1; keyword <= keywords.size(); ++keyword) {
-        const QString &text = keywords[keyword - 1];
+        const QString &text = m_keywords[keyword - 1];
         if (IsEnglishWord(text)) {
             m_english.insert(text, keyword);
-            m_englishHashes.set(HashBit(QStringView(text)));
             continue;
         }
         const QString folded = m_fold.Folded(text);
@@ -103,19 +83,19 @@ KeywordIndex::KeywordIndex(const QStringList &keywords) : m_keywordCount(size_t(
 
 int KeywordIndex::KeywordOfWord(QStringView word) const
 {
-    QVarLengthArray<char16_t, 128> lower(word.size());
-    QVarLengthArray<quint32, 128> hashes(word.size() + 1); // of the first n characters at [n]
-    hashes[0] = 0;
-    for (qsizetype i = 0; i < word.size(); ++i) {
-        lower[i] = char16_t(word[i].unicode() | 0x20); // leaves an apostrophe unchanged
-        hashes[i + 1] = HashWith(hashes[i], lower[i]);
-    }
+    QVarLengthArray<QChar, 128> lower(word.size());
+    for (qsizetype i = 0; i < word.size(); ++i)
+        lower[i] = QChar(word[i].unicode() | 0x20); // leaves an apostrophe unchanged
     const QStringView text(lower.constData(), lower.size());
     for (const BaseForm &form : BaseForms(text)) {
-        const quint32 kept = hashes[form.kept];
-        if (!m_englishHashes.test(HashBit(form.added == 0 ? kept : HashWith(kept, form.added))))
-            continue;
-        if (const int keyword = m_english.value(form.Of(text)); keyword > 0)
+        QStringView candidate = text.first(form.kept);
+        QVarLengthArray<QChar, 128> extended;
+        if (form.added != 0) {
+            extended.append(candidate.begin(), candidate.size());
+            extended.append(QChar(form.added));
+            candidate = QStringView(extended.constData(), extended.size());
+        }
+        if (const int keyword = m_english.value(candidate); keyword > 0)
             return keyword;
     }
     return 0;

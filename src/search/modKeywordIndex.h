@@ -10,7 +10,7 @@
 #include <QHash>
 #include <QStringList>
 
-#include <bitset>
+#include <vector>
 
 /// How often each keyword has been found so far.
 struct KeywordCounts
@@ -31,7 +31,7 @@ class KeywordIndex
     /// All counts zero.
     KeywordCounts NoCounts() const
     {
-        return {std::vector<int>(m_keywordCount), std::vector<const QChar *>(m_keywordCount)};
+        return {std::vector<int>(size_t(m_keywords.size())), std::vector<const QChar *>(size_t(m_keywords.size()))};
     }
 
     /// Adds the hits on lines first..last, which must follow the lines counted before.
@@ -52,9 +52,8 @@ class KeywordIndex
     void CountPlain(QStringView line, KeywordCounts *counts) const;
     void CountPlainAt(size_t slot, QStringView rest, KeywordCounts *counts) const;
 
-    size_t m_keywordCount;
-    QHash<QString, int> m_english;
-    std::bitset<0x10000> m_englishHashes; // of its keywords; rejects most words
+    QStringList m_keywords;
+    QHash<QStringView, int> m_english; // by views of m_keywords
     CaseFolding m_fold;
     std::vector<PlainKeyword> m_plain;
     std::vector<int> m_slots; // by first two characters: index in m_plain, plus 1, of the first such keyword

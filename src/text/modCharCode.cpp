@@ -23,7 +23,8 @@ bool IsBase64(quint8 byte)
 }
 
 /// The end of a run of 7-bit bytes that contains neither of two given bytes. Blocks without such a stop are skipped
-/// whole; the inner loop has no branches, so that the compiler can vectorize it.
+/// whole; the inner loop has no branches, so that the compiler can vectorize it. The row on the detection of ASCII in
+/// bench/compare.py measures what that gains.
 const quint8 *EndOfPlain(const quint8 *at, const quint8 *end, quint8 firstStop, quint8 secondStop)
 {
     constexpr qsizetype blockSize = 64;

@@ -12,9 +12,7 @@
 
 #include <QFileInfo>
 
-#include <algorithm>
 #include <array>
-#include <cstring>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -144,24 +142,10 @@ constexpr std::array<bool, 256> IsPlain = [] {
     return isPlain;
 }();
 
-/// Whether eight bytes are all plain. May return false for plain bytes, which only costs time: "Y" and "_" are always
-/// treated as brackets.
-bool ArePlain(const char *at)
-{
-    constexpr quint64 each = 0x0101010101010101;
-    quint64 bytes;
-    std::memcpy(&bytes, at, sizeof bytes);
-    const quint64 brackets = (bytes | each * 0x06) ^ each * 0x5F; // 0 for "[", "Y", "]" and "_"
-    return ((bytes | (bytes - each * ' ') | (brackets - each)) & each * 0x80) == 0;
-}
-
 /// Copies a run of plain bytes. @return the first byte after it
 const char *CopyPlain(const char *at, const char *end, char16_t **out)
 {
-    constexpr qsizetype block = 8;
     char16_t *next = *out;
-    for (; end - at >= block && ArePlain(at); at += block, next += block)
-        std::copy_n(at, block, next);
     while (at < end && IsPlain[quint8(*at)])
         *next++ = char16_t(*at++);
     *out = next;
