@@ -21,6 +21,7 @@ endif()
 if(KOTOBAN_CLANG_TIDY)
     find_program(CLANG_TIDY NAMES clang-tidy-16 clang-tidy REQUIRED)
     set(CMAKE_CXX_CLANG_TIDY "${CLANG_TIDY}" --quiet)
+    set(KOTOBAN_PRECOMPILE OFF) # clang-tidy cannot read what GCC has precompiled
 endif()
 if(KOTOBAN_COVERAGE)
     add_compile_options(--coverage)

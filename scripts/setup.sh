@@ -20,6 +20,7 @@ package_test_packages=(lintian)
 coverage_packages=(gcovr)
 # Clang 14, the default, cannot compile the ranges of GCC's standard library.
 fuzz_packages=(clang-16 libclang-rt-16-dev)
+format_packages=(clang-format-16)
 tidy_packages=(clang-tidy-16)
 # The benchmark library, and the tools that the program is compared with.
 bench_packages=(libbenchmark-dev libxcb1-dev pkgconf python3 nkf uchardet ripgrep)

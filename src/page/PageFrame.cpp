@@ -3,8 +3,8 @@
 
 #include "page/PageFrame.h"
 
-#include "study/modPageInView.h"
 #include "page/picText.h"
+#include "study/modPageInView.h"
 
 #include <QScrollBar>
 
