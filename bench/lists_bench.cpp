@@ -159,7 +159,8 @@ void ShowFileList(benchmark::State &state)
 }
 BENCHMARK(ShowFileList)->Arg(10'000)->Iterations(1)->Unit(benchmark::kMillisecond);
 
-/// Opens the file selection window with a million sessions recorded, then requests a history of some weeks.
+/// Opens the file selection window with a million sessions recorded, then requests a history of some weeks, and when
+/// that is read, which may be all of them, another one in its place.
 void ShowHistory(benchmark::State &state)
 {
     double longest = 0;
@@ -169,6 +170,7 @@ void ShowHistory(benchmark::State &state)
         auto *const weeks = files.window.findChild<QLineEdit *>(u"txtWeekN"_s);
         const QString typed = QString::number(state.range(0));
         longest = qMax(longest, files.LongestTimeOf([&] { weeks->setText(typed); }));
+        longest = qMax(longest, files.LongestTimeOf([&] { weeks->setText(u"1"_s); }));
     }
     state.counters["longest_ms"] = longest;
 }
