@@ -22,6 +22,7 @@
 #include "widgets/frmWait.h"
 
 #include <QCoreApplication>
+#include <QDeadlineTimer>
 #include <QDropEvent>
 #include <QFileInfo>
 #include <QFileSystemWatcher>
@@ -303,10 +304,11 @@ void frmFile::RefreshWhenShown()
         ListFiles();
 }
 
-/// Reads the next span, but not before the visible history is complete.
+/// Reads for a few milliseconds, but not before the visible history is complete.
 void frmFile::ReadTallies()
 {
-    if (m_history->IsReading() || m_tallies.ReadNext())
+    constexpr int sliceMs = 2;
+    if (m_history->IsReading() || m_tallies.ReadNext(QDeadlineTimer(sliceMs, Qt::PreciseTimer)))
         return;
     m_tallying->stop();
     m_files->ShowTallies();

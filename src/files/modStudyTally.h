@@ -1,13 +1,12 @@
 // SPDX-FileCopyrightText: 2026 The Kotoban developers
 // SPDX-License-Identifier: MIT
 
-// How often and when last each study file was studied: one user's record over all years, read span by span so that the
+// How often and when last each study file was studied: one user's record over all years, read in slices so that the
 // list of files need not wait for it. The user did not ask for it, so a database fault is not reported: there are no
-// tallies then until ReadRecent and ReadNext have read what is missing.
+// tallies then until ReadRecent and ReadNext have read all of it again.
 #pragma once
 
-#include "history/modSessionSpans.h"
-#include "store/Sqlite3Func.h"
+#include "store/modDB_SQLite.h"
 
 #include <QHash>
 
@@ -21,16 +20,16 @@ struct StudyTally
 class StudyTallies
 {
   public:
-    StudyTallies(StudyDatabase &database, const QString &userName);
+    StudyTallies(StudyDatabase &database, const QString &userName) : m_database(database), m_userName(userName) {}
 
     /// Reads again what has been recorded since the day of the first call, that day included. ReadNext reads the
     /// earlier days.
     /// @return false after a database fault
     bool ReadRecent(const QDate &today);
 
-    /// Reads one more span of earlier days, newest first.
+    /// Reads more of the earlier days, newest first, until a deadline.
     /// @return whether there is more to read; false after a database fault
-    bool ReadNext();
+    bool ReadNext(const QDeadlineTimer &until);
 
     /// Tally of the study file with a title, as far as the record has been read; of no session after a fault.
     StudyTally Of(const QString &title) const;
@@ -38,21 +37,20 @@ class StudyTallies
     /// Whether nothing was studied, as far as the record has been read; true after a fault.
     bool IsEmpty() const
     {
-        return m_hasFailed || (m_recent.isEmpty() && m_before.isEmpty());
+        return m_recent.isEmpty() && m_before.isEmpty();
     }
 
   private:
     using ByTitle = QHash<QString, StudyTally>;
 
-    bool Read(const QDate &endDate, int dayCount, ByTitle *tallies, qsizetype *sessions);
+    bool Read(const QDeadlineTimer &until, DaySpan *days, ByTitle *tallies);
 
     StudyDatabase &m_database;
     QString m_userName;
-    QDate m_firstRecentDay; // invalid before the first ReadRecent
+    QDate m_firstRecentDay; // invalid before the first ReadRecent and after a fault
     ByTitle m_recent;
-    SessionSpans m_unread;
+    DaySpan m_unread; // of the days before that
     ByTitle m_before;
-    bool m_hasFailed = false;
 };
 
 /// What the list shows for a study file that can be opened: "67問", "3回", "11/24". If the last session was a year ago

@@ -7,9 +7,7 @@
 #include "base/modDateText.h"
 #include "base/modFile.h"
 #include "platform/modReplaceFile.h"
-#include "store/modDB_SQLite.h"
 
-#include <QDeadlineTimer>
 #include <QRegularExpression>
 
 #include <algorithm>
@@ -26,31 +24,19 @@ QString RightAligned(qint64 number, int width)
 
 } // namespace
 
-void History::Append(const HistorySession &session)
+void History::Append(const RecordedSession &session)
 {
-    if (m_days.empty() || session.day != m_lastDay) { // a database from elsewhere may lack dates
-        const QDate date = DateFromText(session.day);
-        if (!date.isValid())
-            m_headingTexts.insert(m_days.size(), session.day.toString());
-        m_headings.push_back(LineCount());
-        m_days.push_back({date, 0, 0});
-        m_lastDay = session.day.toString();
-    }
-    m_days.back().seconds += session.seconds;
-    m_days.back().answers += session.answers;
-    m_sessions.push_back(
-        {session.seconds, session.answers, IndexOf(session.startTime.left(5)), IndexOf(session.fileName)});
-}
-
-int History::IndexOf(QStringView text)
-{
-    // Most sessions share their time and their file name with an earlier one.
-    const auto found = m_indexes.constFind(text);
-    if (found != m_indexes.constEnd())
-        return *found;
-    m_texts.push_back(text.toString());
-    m_indexes.insert(m_texts.back(), int(m_texts.size()) - 1);
-    return int(m_texts.size()) - 1;
+    if (m_days.empty() || session.day != m_days.back().dayText)
+        m_days.push_back({session.day.toString(), DateFromText(session.day), LineCount()});
+    HistoryDay &day = m_days.back();
+    // A session during which the clock was set back counts as 0, not as negative time.
+    const qint64 seconds = qMax(qint64(0), SecondsBetween(session.day, session.startTime, session.end));
+    day.seconds += seconds;
+    day.answers += session.answers;
+    day.texts += session.startTime.left(5);
+    const qsizetype nameAt = day.texts.size();
+    day.texts += session.fileName;
+    day.sessions.push_back({seconds, session.answers, nameAt, day.texts.size()});
 }
 
 void History::AddToTotals(qint64 seconds, qint64 answers)
@@ -61,12 +47,14 @@ void History::AddToTotals(qint64 seconds, qint64 answers)
 
 QString History::Line(int line) const
 {
-    const size_t day = size_t(std::ranges::upper_bound(m_headings, line) - m_headings.begin()) - 1;
-    if (m_headings[day] == line)
-        return m_days[day].day.isValid() ? DateWithWeekday(m_days[day].day) : m_headingTexts.value(day);
-    const Session &session = m_sessions[size_t(line) - day - 1]; // each day up to this one has a heading
-    return HistoryLine(m_texts[size_t(session.startTime)], session.seconds, session.answers,
-                       m_texts[size_t(session.fileName)]);
+    const HistoryDay &day = *std::prev(std::ranges::upper_bound(m_days, line, {}, &HistoryDay::headingLine));
+    if (line == day.headingLine)
+        return day.day.isValid() ? DateWithWeekday(day.day) : day.dayText;
+    const size_t number = size_t(line - day.headingLine - 1);
+    const HistorySession &session = day.sessions[number];
+    const qsizetype start = number == 0 ? 0 : day.sessions[number - 1].end;
+    return HistoryLine(day.texts.sliced(start, session.nameAt - start), session.seconds, session.answers,
+                       day.texts.sliced(session.nameAt, session.end - session.nameAt));
 }
 
 QString History::TotalTime() const
@@ -82,58 +70,28 @@ QString History::TotalAnswers() const
 void HistoryReader::Begin(const QDate &endDate, int weeks)
 {
     m_history = History(endDate, weeks);
-    m_unread = SessionSpans(m_history.StartDate(), endDate);
+    m_unread = {m_history.StartDate(), endDate};
     m_hasFailed = false;
 }
 
 bool HistoryReader::GoOn(const QDeadlineTimer &until)
 {
-    do {
-        if (m_unread.IsAtEnd())
-            return false;
-        qsizetype sessions = 0;
-        if (!ReadSpan(m_unread.EndDate(), m_unread.DayCount(), &sessions)) {
-            m_history = History(m_history.EndDate(), m_history.Weeks());
-            m_unread = SessionSpans();
-            m_hasFailed = true;
-            return false;
-        }
-        m_unread.Next(sessions);
-    } while (!until.hasExpired());
-    return !m_unread.IsAtEnd();
-}
-
-bool HistoryReader::ReadSpan(const QDate &endDate, int dayCount, qsizetype *sessions)
-{
-    ResultTable table;
+    if (m_unread.IsEmpty())
+        return false;
+    const QDate endDate = m_unread.last;
+    bool isRead = DBSelRecKotoban(m_database, m_userName, until, &m_unread,
+                                  [this](const RecordedSession &session) { m_history.Append(session); });
     // After a fault, each further query would only report it again.
-    if (!DBSelRecKotoban(m_database, endDate, dayCount, m_userName, &table, false))
-        return false;
-    *sessions = qsizetype(table.size()) - 1;
-    if (*sessions == 0)
-        return true;
-    bool isRead = false;
-    const qint64 seconds = DBSumTimeKotoban(m_database, endDate, dayCount, m_userName, &isRead);
-    if (!isRead)
-        return false;
-    const int answers = DBSumAnsKotoban(m_database, endDate, dayCount, m_userName, &isRead);
-    if (!isRead)
-        return false;
+    const int dayCount = int(m_unread.last.daysTo(endDate));
+    const qint64 seconds = isRead ? DBSumTimeKotoban(m_database, endDate, dayCount, m_userName, &isRead) : 0;
+    const int answers = isRead ? DBSumAnsKotoban(m_database, endDate, dayCount, m_userName, &isRead) : 0;
     m_history.AddToTotals(seconds, answers);
-    const int dayColumn = m_database.FindColumn(table, u"ymd_sta");
-    const int startColumn = m_database.FindColumn(table, u"hms_sta");
-    const int fileColumn = m_database.FindColumn(table, u"file_name");
-    const int endColumn = m_database.FindColumn(table, u"dt_end");
-    const int answersColumn = m_database.FindColumn(table, u"num_answer");
-    for (int row = 1; row < int(table.size()); ++row) {
-        const RowValues values(table, row);
-        const QStringView day = values[dayColumn].left(10);
-        const QStringView startTime = values[startColumn];
-        // A session during which the clock was set back counts as 0, not as negative time.
-        const qint64 duration = qMax(qint64(0), SecondsBetween(day, startTime, values[endColumn]));
-        m_history.Append({day, startTime, values[fileColumn], duration, values[answersColumn].toInt()});
+    if (!isRead) {
+        m_history = History(m_history.EndDate(), m_history.Weeks());
+        m_unread = DaySpan();
+        m_hasFailed = true;
     }
-    return true;
+    return !m_unread.IsEmpty();
 }
 
 int ReadWeeks(const QString &text)

@@ -4,38 +4,34 @@
 // The study history: the sessions of some weeks as lines of text, their totals, and the report file.
 #pragma once
 
-#include "history/modSessionSpans.h"
-#include "store/Sqlite3Func.h"
+#include "store/modDB_SQLite.h"
 
-#include <QHash>
-#include <QStringList>
-
-#include <deque>
 #include <vector>
 
-class QDeadlineTimer;
-
-/// What was studied on one day.
-struct DayTotal
-{
-    QDate day; ///< invalid if the record has no valid date
-    qint64 seconds = 0;
-    qint64 answers = 0; ///< may exceed an int, unlike those of one session
-};
-
-/// One session, as recorded.
+/// One session of a day. Its texts are in the day's `texts`.
 struct HistorySession
 {
-    QStringView day;       ///< "yyyy/mm/dd"
-    QStringView startTime; ///< "hh:nn:ss"
-    QStringView fileName;
-    qint64 seconds = 0; ///< duration
-    int answers = 0;
+    qint64 seconds; ///< duration, 0 or more
+    int answers;
+    qsizetype nameAt; ///< where the start time, "hh:nn", ends and the file's name begins
+    qsizetype end;    ///< where that ends
+};
+
+/// What was studied on one day. Its texts are one string, because a million sessions are possible, and freeing a string
+/// for each would take longer than a frame.
+struct HistoryDay
+{
+    QString dayText;    ///< "yyyy/mm/dd", as recorded
+    QDate day;          ///< invalid if that is not a valid date
+    int headingLine;    ///< number of the heading's line; the lines of the sessions follow
+    qint64 seconds = 0; ///< sums over the sessions
+    qint64 answers = 0; ///< may exceed an int, unlike those of one session
+    std::vector<HistorySession> sessions = {};
+    QString texts = {}; ///< start time and file name of each session
 };
 
 /// The history of one user over whole weeks, as far as it has been read. Its lines are a heading for each day, newest
-/// first, followed by that day's sessions, earliest first. A million sessions are nothing unusual, so they are stored
-/// compactly, and a line's text is made on request.
+/// first, followed by that day's sessions, earliest first. A line's text is made on request.
 class History
 {
   public:
@@ -45,7 +41,7 @@ class History
     History(const QDate &endDate, int weeks) : m_endDate(endDate), m_weeks(weeks) {}
 
     /// Appends a session. Sessions must be appended in the order of the lines.
-    void Append(const HistorySession &session);
+    void Append(const RecordedSession &session);
 
     /// Adds to the totals, which may differ from the sums of the lines; see TotalTime.
     void AddToTotals(qint64 seconds, qint64 answers);
@@ -69,14 +65,14 @@ class History
 
     int LineCount() const
     {
-        return int(m_days.size() + m_sessions.size());
+        return m_days.empty() ? 0 : m_days.back().headingLine + 1 + int(m_days.back().sessions.size());
     }
 
     /// @param line  0 to LineCount() - 1
     QString Line(int line) const;
 
     /// The days with sessions, newest first.
-    const std::vector<DayTotal> &Days() const
+    const std::vector<HistoryDay> &Days() const
     {
         return m_days;
     }
@@ -88,30 +84,14 @@ class History
     QString TotalAnswers() const;
 
   private:
-    struct Session
-    {
-        qint64 seconds;
-        int answers;
-        int startTime; // index into m_texts, like fileName
-        int fileName;
-    };
-
-    int IndexOf(QStringView text);
-
     QDate m_endDate;
     int m_weeks = 0;
-    std::vector<DayTotal> m_days;
-    std::vector<int> m_headings;           // line numbers of the days' headings
-    QHash<size_t, QString> m_headingTexts; // of days without a valid date, by index in m_days
-    QString m_lastDay;                     // as recorded
-    std::deque<Session> m_sessions;        // of all days; a deque grows without moving its elements
-    std::deque<QString> m_texts;           // times and file names, each stored once
-    QHash<QStringView, int> m_indexes;     // into m_texts; a copy of History shares the characters it points to
+    std::vector<HistoryDay> m_days;
     qint64 m_totalSeconds = 0;
     qint64 m_totalAnswers = 0;
 };
 
-/// Reads the history of one user span by span, so that nothing has to wait for a long one.
+/// Reads the history of one user in slices, so that nothing has to wait for a long one.
 class HistoryReader
 {
   public:
@@ -120,8 +100,8 @@ class HistoryReader
     /// Discards what was read and starts another history. @param weeks  1 or more
     void Begin(const QDate &endDate, int weeks);
 
-    /// Reads until a deadline, but at least one span. After a database fault the history is empty; the user has been
-    /// told once, when the first statement failed.
+    /// Reads until a deadline, but at least one day with sessions, and then the totals of what it has read. After a
+    /// database fault the history is empty; the user has been told once, when the first statement failed.
     /// @return whether there is more to read
     bool GoOn(const QDeadlineTimer &until);
 
@@ -134,7 +114,7 @@ class HistoryReader
     /// Last day that is still unread.
     const QDate &UnreadUpTo() const
     {
-        return m_unread.EndDate();
+        return m_unread.last;
     }
 
     /// Whether the database failed.
@@ -144,12 +124,10 @@ class HistoryReader
     }
 
   private:
-    bool ReadSpan(const QDate &endDate, int dayCount, qsizetype *sessions);
-
     StudyDatabase &m_database;
     QString m_userName;
     History m_history;
-    SessionSpans m_unread;
+    DaySpan m_unread;
     bool m_hasFailed = false;
 };
 

@@ -8,7 +8,7 @@ std::vector<HistoryBar> HistoryBars(const History &history, int maxBars)
     const int dayCount = history.Weeks() * 7;
     const int barCount = qMin(dayCount, maxBars);
     std::vector<HistoryBar> bars(static_cast<size_t>(barCount));
-    for (const DayTotal &day : history.Days()) {
+    for (const HistoryDay &day : history.Days()) {
         const qint64 dayOfSpan = history.StartDate().daysTo(day.day);
         if (!day.day.isValid() || dayOfSpan < 0 || dayOfSpan >= dayCount)
             continue;

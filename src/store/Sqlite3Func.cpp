@@ -6,6 +6,8 @@
 #include "base/modFile.h"
 #include "store/Sqlite3.h"
 
+#include <QVarLengthArray>
+
 #include <sqlite3.h>
 
 using namespace Qt::Literals::StringLiterals;
@@ -139,53 +141,45 @@ bool StudyDatabase::TryNonQuery(const QString &sql)
     return Prepare(sql, {}, statement.Address()) == SQLITE_OK && SQLite3Step(statement) == SQLITE_DONE;
 }
 
-bool StudyDatabase::SQLite3Query(const QString &sql, ResultTable *table, const QStringList &names)
+bool StudyDatabase::Query(const QString &sql, const QStringList &names, const std::function<bool(sqlite3_stmt *)> &take)
 {
     SQLite3Statement statement;
     Prepare(sql, names, statement.Address());
-    table->assign(1, QString());
     int result = SQLite3Step(statement);
-    for (; result == SQLITE_ROW; result = SQLite3Step(statement)) {
-        if (table->size() == 1)
-            table->front() = JoinColumns(statement, AppendName);
-        table->push_back(JoinColumns(statement, AppendValue));
-    }
-    if (result != SQLITE_DONE)
+    while (result == SQLITE_ROW && take(statement))
+        result = SQLite3Step(statement);
+    const bool isRead = result == SQLITE_DONE || result == SQLITE_ROW;
+    if (!isRead)
         ShowFault(sql + u"\r\nSQLite3Step returned "_s + QString::number(result));
     const int finalized = statement.Finalize();
     if (finalized != SQLITE_OK)
         ShowFault(u"Err:SQLite3 Query ErrCode="_s + QString::number(finalized));
-    return result == SQLITE_DONE && finalized == SQLITE_OK;
+    return isRead && finalized == SQLITE_OK;
 }
 
-int StudyDatabase::FindColumn(const ResultTable &table, QStringView name)
+bool StudyDatabase::SQLite3Query(const QString &sql, ResultTable *table, const QStringList &names)
 {
-    int column = 0;
-    for (const QStringView each : qTokenize(table.front(), u'\t')) {
-        if (each == name)
-            return column;
-        ++column;
-    }
-    QString message = u"Error!\r\n  Cannot find col["_s + name + u"]\r\n"_s;
-    for (const QStringView each : qTokenize(table.front(), u'\t'))
-        message += u"  cols=["_s + each + u']';
-    ShowFault(message);
-    return -1;
+    table->assign(1, QString());
+    return Query(sql, names, [table](sqlite3_stmt *row) {
+        if (table->size() == 1)
+            table->front() = JoinColumns(row, AppendName);
+        table->push_back(JoinColumns(row, AppendValue));
+        return true;
+    });
+}
+
+bool StudyDatabase::SQLite3Query(const QString &sql, const std::function<bool(const QString &)> &take,
+                                 const QStringList &names)
+{
+    return Query(sql, names, [&take](sqlite3_stmt *row) { return take(JoinColumns(row, AppendValue)); });
 }
 
 QString StudyDatabase::SQLite3GetColumn(const ResultTable &table, int row, const QString &name)
 {
-    return RowValues(table, row)[FindColumn(table, name)].toString();
-}
-
-RowValues::RowValues(const ResultTable &table, int row)
-{
-    const QString &text = table[size_t(row)];
-    auto start = text.begin();
-    for (auto at = text.begin(); at != text.end(); ++at) // faster than indexOf, as values are short
-        if (*at == u'\t') {
-            m_values.push_back(QStringView(start, at));
-            start = at + 1;
-        }
-    m_values.push_back(QStringView(start, text.end()));
+    const QStringList names = table.front().split(u'\t');
+    const qsizetype column = names.indexOf(name);
+    if (column >= 0)
+        return table[size_t(row)].section(u'\t', column, column);
+    ShowFault(u"Error!\r\n  Cannot find col["_s + name + u"]\r\n  cols=["_s + names.join(u"]  cols=["_s) + u']');
+    return QString();
 }

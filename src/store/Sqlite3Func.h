@@ -11,8 +11,8 @@
 
 #include <QString>
 #include <QStringList>
-#include <QVarLengthArray>
 
+#include <functional>
 #include <vector>
 
 struct sqlite3;
@@ -56,20 +56,22 @@ class StudyDatabase
     /// @return whether it succeeded; if not, a message was shown
     bool SQLite3Query(const QString &sql, ResultTable *table, const QStringList &names = {});
 
-    /// One value of a result table, by column name. For many rows, FindColumn and RowValues are faster.
+    /// Runs a statement as above, but passes its rows on instead of keeping them. It is finalized before this returns.
+    /// @param take  gets the values of a row joined by TAB, must not run a statement itself, and returns whether it
+    ///   wants another row; one that wants none does not make the statement fail
+    bool SQLite3Query(const QString &sql, const std::function<bool(const QString &)> &take, const QStringList &names);
+
+    /// One value of a result table, by column name.
     /// @param row  1..n
     /// @return empty for an empty row, and, after a message, if there is no such column
     QString SQLite3GetColumn(const ResultTable &table, int row, const QString &name);
-
-    /// The 0-based index of a column in a result table.
-    /// @return -1, after a message, if there is no such column
-    int FindColumn(const ResultTable &table, QStringView name);
 
   private:
     friend class SilentFaults;
 
     void MakePowerSafe();
     int Prepare(const QString &sql, const QStringList &names, sqlite3_stmt **statement);
+    bool Query(const QString &sql, const QStringList &names, const std::function<bool(sqlite3_stmt *)> &take);
     void ShowFault(const QString &message);
 
     SystemServices &m_services;
@@ -95,21 +97,4 @@ class SilentFaults
 
   private:
     StudyDatabase &m_database;
-};
-
-/// The values of one row of a result table, which must outlive this object.
-class RowValues
-{
-  public:
-    RowValues(const ResultTable &table, int row);
-
-    /// @param column  result of FindColumn
-    /// @return empty for column -1 and in an empty row
-    QStringView operator[](int column) const
-    {
-        return column >= 0 && column < m_values.size() ? m_values[column] : QStringView();
-    }
-
-  private:
-    QVarLengthArray<QStringView, 8> m_values;
 };

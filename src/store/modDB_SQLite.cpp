@@ -5,8 +5,12 @@
 
 #include "base/modDateText.h"
 
+#include <QDeadlineTimer>
+#include <QVarLengthArray>
+
 #include <algorithm>
 #include <optional>
+#include <utility>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -19,6 +23,14 @@ QString SpanCondition(const QDate &endDate, int dayCount, const QString &userNam
     const QDate startDate = endDate.addDays(1 - qint64(dayCount));
     return u"where  ymd_sta between '"_s + DateText(startDate) + u"' and '"_s + DateText(endDate) + u"'\r\n"_s +
            u"  and  user_name = '"_s + userName + u"'\r\n"_s + u"  and  num_answer >= 1\r\n"_s;
+}
+
+/// The values of a row, in the order of its statement.
+using RowValues = QVarLengthArray<QStringView, 8>;
+
+RowValues Split(const QString &row)
+{
+    return qTokenize(row, u'\t').toContainer<RowValues>();
 }
 
 /// Seconds from a fixed day to a date "yyyy/mm/dd" and a time "hh:nn:ss", ignoring time zones; nullopt for any other
@@ -72,23 +84,48 @@ bool DBSelRecKotoban(StudyDatabase &database, const QDate &endDate, int dayCount
     return database.SQLite3Query(SelectStatement(endDate, dayCount, userName, ascending), table, {userName});
 }
 
+bool DBSelRecKotoban(StudyDatabase &database, const QString &userName, const QDeadlineTimer &until, DaySpan *unread,
+                     const std::function<void(const RecordedSession &)> &take)
+{
+    const DaySpan days = *unread;
+    DaySpan left = {days.first, days.first.addDays(-1)};
+    QString day;
+    QDate date;
+    const auto takeUntil = [&](const QString &row) {
+        const RowValues values = Split(row);
+        if (values[0] != day) {
+            day = values[0].toString();
+            const QDate dateBefore = std::exchange(date, DateFromText(day));
+            // The next statement begins with a day, so this one can end only where one day follows another. SQLite
+            // sorts all sessions of a day in one step anyway.
+            if (date.isValid() && dateBefore.isValid() && until.hasExpired()) {
+                left.last = date;
+                return false;
+            }
+        }
+        take({values[0].left(10), values[1], values[2], values[3], values[4].toInt()});
+        return true;
+    };
+    const int dayCount = int(days.first.daysTo(days.last)) + 1;
+    const bool isRead =
+        database.SQLite3Query(SelectStatement(days.last, dayCount, userName, false), takeUntil, {userName});
+    if (isRead)
+        *unread = left;
+    return isRead;
+}
+
 qint64 DBSumTimeKotoban(StudyDatabase &database, const QDate &endDate, int dayCount, const QString &userName,
                         bool *isRead)
 {
-    ResultTable table;
-    const bool hasSucceeded = database.SQLite3Query(SumTimeStatement(endDate, dayCount, userName), &table, {userName});
+    qint64 seconds = 0;
+    const auto add = [&seconds](const QString &row) {
+        const RowValues values = Split(row);
+        seconds += SecondsBetween(values[0], values[1], values[2]);
+        return true;
+    };
+    const bool hasSucceeded = database.SQLite3Query(SumTimeStatement(endDate, dayCount, userName), add, {userName});
     if (isRead)
         *isRead = hasSucceeded;
-    if (table.size() == 1)
-        return 0;
-    const int day = database.FindColumn(table, u"ymd_sta");
-    const int startTime = database.FindColumn(table, u"hms_sta");
-    const int end = database.FindColumn(table, u"dt_end");
-    qint64 seconds = 0;
-    for (int row = 1; row < int(table.size()); ++row) {
-        const RowValues values(table, row);
-        seconds += SecondsBetween(values[day], values[startTime], values[end]);
-    }
     return seconds;
 }
 

@@ -10,6 +10,33 @@
 
 #include "store/Sqlite3Func.h"
 
+#include <QDate>
+
+class QDeadlineTimer;
+
+/// A span of whole days.
+struct DaySpan
+{
+    QDate first;
+    QDate last;
+
+    /// Whether there is no day in it, as in a default one.
+    bool IsEmpty() const
+    {
+        return !last.isValid() || last < first;
+    }
+};
+
+/// A session with at least one answer, as recorded. The texts are valid only while the session is being passed on.
+struct RecordedSession
+{
+    QStringView day;       ///< "yyyy/mm/dd"
+    QStringView startTime; ///< "hh:nn:ss"
+    QStringView fileName;
+    QStringView end; ///< "yyyy/mm/dd hh:nn:ss"
+    int answers = 0;
+};
+
 /// The statements that create the table and its index for the history, in the order in which to run them.
 extern const QStringList KotobanSchema;
 
@@ -36,6 +63,14 @@ bool DBUpdRecKotoban(StudyDatabase &database, const SystemServices &clock, const
 /// @return whether the query succeeded, even without rows; if not, a message was shown
 bool DBSelRecKotoban(StudyDatabase &database, const QDate &endDate, int dayCount, const QString &userName,
                      ResultTable *table, bool ascending);
+
+/// Reads those sessions of a user in the same order, newest day first, as far as the time allows: whole days until a
+/// deadline, but at least one that has sessions. No statement is left open in between.
+/// @param unread  the days to read; afterwards those that are left, which are none once all is read
+/// @param take  gets each session; must not run a statement
+/// @return false after a fault, with a message; then unread is unchanged, and some of its sessions were passed on
+bool DBSelRecKotoban(StudyDatabase &database, const QString &userName, const QDeadlineTimer &until, DaySpan *unread,
+                     const std::function<void(const RecordedSession &)> &take);
 
 /// Seconds studied in those sessions. A session past midnight counts entirely for the day on which it started.
 /// @param isRead  receives whether the query succeeded; if not, a message was shown, and the sum is incomplete

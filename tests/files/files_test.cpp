@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Kotoban developers
 // SPDX-License-Identifier: MIT
 
+#include "base/modDateText.h"
 #include "base/modFile.h"
 #include "files/modStudyFolder.h"
 #include "files/modStudyTally.h"
@@ -103,10 +104,10 @@ TEST(StudyTallies, AllYearsRead_CountsSessionsOfOneUser)
     StudyTallies tallies(database, u"花子"_s);
     EXPECT_TRUE(tallies.ReadRecent(today));
     EXPECT_EQ(tallies.Of(u"a"_s).times, 1) << "today's sessions are known immediately";
-    int spans = 1;
-    while (tallies.ReadNext())
-        ++spans;
-    EXPECT_LT(spans, 800) << "four weeks at a time back to 1970, and then hardly any";
+    int slices = 1;
+    while (tallies.ReadNext(QDeadlineTimer(0)))
+        ++slices;
+    EXPECT_EQ(slices, 3) << "a day each, and none for the years between";
     EXPECT_EQ(StudyFigures(5, tallies.Of(u"a"_s), today), QStringList({u"5問"_s, u"3回"_s, u"3/5"_s}));
     EXPECT_EQ(StudyFigures(5, tallies.Of(u"b"_s), today), QStringList({u"5問"_s, u"1回"_s, u"3/4"_s}));
     EXPECT_EQ(StudyFigures(0, tallies.Of(u"c"_s), today), QStringList({u"0問"_s, QString(), QString()}));
@@ -114,12 +115,12 @@ TEST(StudyTallies, AllYearsRead_CountsSessionsOfOneUser)
 
     add(u"2024-03-06"_s, u"a"_s, u"花子"_s, 1);
     EXPECT_TRUE(tallies.ReadRecent(QDate(2024, 3, 6)));
-    EXPECT_FALSE(tallies.ReadNext()) << "earlier days are read only once";
+    EXPECT_FALSE(tallies.ReadNext(QDeadlineTimer(0))) << "earlier days are read only once";
     EXPECT_EQ(tallies.Of(u"a"_s).times, 4) << "neither lost nor counted twice after midnight";
     EXPECT_EQ(StudyFiguresSentence(5, tallies.Of(u"a"_s)), u"5問、4回、最後は2024/03/06"_s);
 }
 
-TEST(StudyTallies, DatabaseLocked_IsSilentAndReadAgainAtTheNextActivation)
+TEST(StudyTallies, DatabaseFault_IsSilentAndReadAgainAtTheNextActivation)
 {
     const TestFolder folder;
     RecordingServices services;
@@ -142,22 +143,39 @@ TEST(StudyTallies, DatabaseLocked_IsSilentAndReadAgainAtTheNextActivation)
     EXPECT_TRUE(tallies.IsEmpty());
     lock(false);
     EXPECT_TRUE(tallies.ReadRecent(today));
-    EXPECT_TRUE(tallies.ReadNext());
+    EXPECT_TRUE(tallies.ReadNext(QDeadlineTimer(0)));
     lock(true);
-    EXPECT_FALSE(tallies.ReadNext()) << "locked after some spans";
+    EXPECT_FALSE(tallies.ReadNext(QDeadlineTimer(0))) << "locked after some days";
     lock(false);
     EXPECT_TRUE(tallies.IsEmpty()) << "absent rather than wrong";
     EXPECT_EQ(tallies.Of(u"a"_s).times, 0);
-    EXPECT_TRUE(tallies.ReadRecent(today));
-    while (tallies.ReadNext())
-        continue;
-    EXPECT_EQ(tallies.Of(u"a"_s).times, 3);
+    const auto readAll = [&] {
+        EXPECT_TRUE(tallies.ReadRecent(today));
+        while (tallies.ReadNext(QDeadlineTimer(0)))
+            continue;
+        return tallies.Of(u"a"_s).times;
+    };
+    EXPECT_EQ(readAll(), 3);
     lock(true);
     EXPECT_FALSE(tallies.ReadRecent(today)) << "locked when all is known but today's sessions";
     lock(false);
     EXPECT_EQ(tallies.Of(u"a"_s).times, 0);
-    EXPECT_TRUE(tallies.ReadRecent(today));
-    EXPECT_EQ(tallies.Of(u"a"_s).times, 3);
+    EXPECT_EQ(readAll(), 3);
+
+    const auto breakDay = [&database](const QString &broken) {
+        EXPECT_TRUE(database.SQLite3NonQuery(u"alter table t_kotoban drop column dt_end"_s));
+        EXPECT_TRUE(database.SQLite3NonQuery(u"alter table t_kotoban add column dt_end text as (case ymd_sta when '%1' "
+                                             u"then abs(-9223372036854775807 - 1) end)"_s.arg(broken)));
+    };
+    StudyTallies others(database, u"花子"_s);
+    breakDay(DateText(today.addDays(-400)));
+    EXPECT_TRUE(others.ReadRecent(today));
+    EXPECT_FALSE(others.ReadNext(QDeadlineTimer(QDeadlineTimer::Forever))) << "fails on the second day";
+    EXPECT_TRUE(others.IsEmpty());
+    breakDay(QString());
+    EXPECT_TRUE(others.ReadRecent(today));
+    EXPECT_FALSE(others.ReadNext(QDeadlineTimer(QDeadlineTimer::Forever)));
+    EXPECT_EQ(others.Of(u"a"_s).times, 3) << "no day is counted twice";
     EXPECT_EQ(services.messages, QStringList());
 }
 

@@ -68,14 +68,16 @@ TEST(HistoryBars, DaysOfSpan_AreGroupedOldestFirst)
 {
     const QDate end(2024, 3, 5);
     History history(end, 2);
-    for (const auto &[day, seconds] : std::initializer_list<std::pair<QDate, int>>{{end.addDays(1), 1000},
+    for (const auto &[day, seconds] : std::initializer_list<std::pair<QDate, int>>{{end.addDays(1), 9},
                                                                                    {end, 5},
                                                                                    {end.addDays(-1), 4},
                                                                                    {end.addDays(-6), 3},
                                                                                    {end.addDays(-13), 2},
-                                                                                   {QDate(), 1000},
-                                                                                   {end.addDays(-14), 1000}})
-        history.Append({DateText(day), u"10:00:00"_s, u"a"_s, seconds, 10 * seconds});
+                                                                                   {QDate(), 9},
+                                                                                   {end.addDays(-14), 9}}) {
+        const QString ended = DateText(day) + u" 10:00:0"_s + QString::number(seconds);
+        history.Append({DateText(day), u"10:00:00", u"a", ended, 10 * seconds});
+    }
     const Rows<const char *, int, std::vector<int>> rows = {
         {"room for more than every day", 500, {2, 0, 0, 0, 0, 0, 0, 3, 0, 0, 0, 0, 4, 5}},
         {"a bar a day", 14, {2, 0, 0, 0, 0, 0, 0, 3, 0, 0, 0, 0, 4, 5}},
@@ -360,11 +362,10 @@ TEST_F(HistoryWindowTest, ForeignTable_IsStillRead)
     AddSession(start, 1, 2'147'483'647);
     AddSession(start.addSecs(60), 1, 2'147'483'647);
     EXPECT_EQ(ReadHistory(database, start.date(), 1, u"花/子"_s).Days().at(0).answers, 2 * 2'147'483'647LL + 4);
-    // SQLite reports column names in the case of their declaration, so the date column is not found.
+    // SQLite reports column names in the case of their declaration.
     EXPECT_TRUE(database.SQLite3NonQuery(u"alter table t_kotoban rename column ymd_sta to YMD_STA"_s));
-    const History history = ReadHistory(database, start.date(), 1, u"花/子"_s);
-    ASSERT_EQ(history.Days().size(), 1u);
-    EXPECT_FALSE(history.Days()[0].day.isValid());
+    EXPECT_EQ(ReadHistory(database, start.date(), 1, u"花/子"_s).LineCount(), 6);
+    EXPECT_EQ(services.messages, QStringList());
 }
 
 TEST_F(HistoryWindowTest, FaultAfterSomeRows_LeavesHistoryEmpty)
@@ -399,6 +400,12 @@ void AddManySessions(StudyDatabase *database, int count)
 TEST_F(HistoryWindowTest, ReadInSlices_YieldsWholeHistory)
 {
     AddManySessions(&database, 5000);
+    // A slice can begin with none of these, because its statement would lack some of them or repeat others.
+    const Rows<QString, QString> foreignDays = {
+        {u"2023/11/29"_s, u"2023/11/31"_s}, {u"2023/11/02"_s, u"2023/11/02x"_s}, {u"2023/10/31"_s, u"2023/10/31 "_s}};
+    for (const auto &[day, foreign] : foreignDays)
+        EXPECT_TRUE(database.SQLite3NonQuery(
+            u"update t_kotoban set ymd_sta = '%1' where ymd_sta = '%2' and num_answer < 6"_s.arg(foreign, day)));
     const QDate end(2024, 3, 5);
     constexpr int weeks = 100;
     ResultTable table;
@@ -406,11 +413,12 @@ TEST_F(HistoryWindowTest, ReadInSlices_YieldsWholeHistory)
     QStringList expected;
     for (int row = 1; row < int(table.size()); ++row) {
         const auto value = [&](const QString &column) { return database.SQLite3GetColumn(table, row, column); };
-        const QString heading = DateWithWeekday(DateFromText(value(u"ymd_sta"_s)));
+        const QString dayText = value(u"ymd_sta"_s).left(10);
+        const QDate day = DateFromText(dayText);
+        const QString heading = day.isValid() ? DateWithWeekday(day) : dayText;
         if (!expected.contains(heading))
             expected += heading;
-        expected += HistoryLine(value(u"hms_sta"_s),
-                                SecondsBetween(value(u"ymd_sta"_s), value(u"hms_sta"_s), value(u"dt_end"_s)),
+        expected += HistoryLine(value(u"hms_sta"_s), SecondsBetween(dayText, value(u"hms_sta"_s), value(u"dt_end"_s)),
                                 value(u"num_answer"_s).toInt(), value(u"file_name"_s));
     }
     HistoryReader reader(database, u"花/子"_s);
@@ -422,8 +430,8 @@ TEST_F(HistoryWindowTest, ReadInSlices_YieldsWholeHistory)
         isMore = reader.GoOn(QDeadlineTimer(0));
         most = qMax(most, reader.Result().LineCount() - before);
     }
-    EXPECT_GT(slices, 5);
-    EXPECT_LT(most, 1500);
+    EXPECT_GT(slices, 400) << "a day each";
+    EXPECT_LT(most, 40);
     QStringList lines;
     for (int line = 0; line < reader.Result().LineCount(); ++line)
         lines += reader.Result().Line(line);
