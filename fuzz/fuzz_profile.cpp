@@ -46,7 +46,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
 
     const QString name = QString::fromLatin1(key);
     const bool isOneLine = !value.contains(u'\r') && !value.contains(u'\n');
-    Require(WriteProfile(file.Path(), Section, name, value) == isOneLine);
+    Require(WriteProfile(file.Path(), Section, {{name, value}}) == isOneLine);
     const QByteArray after = file.Read();
     if (!isOneLine) {
         Require(after == before);
@@ -54,7 +54,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     }
     // Characters outside the code page are written as "?".
     const QString written = FromCodePage932(ToCodePage932(value));
-    Require(ReadProfile(file.Path(), Section, name.toUpper(), QStringLiteral("none"), value.size() + 1) == written);
+    Require(ProfileSection(file.Path(), Section, value.size() + 1).Value(name.toUpper(), QStringLiteral("none")) ==
+            written);
     const Difference difference(before, after);
     Require(!difference.removed.contains('\n'));
     const qsizetype lineStart = before.lastIndexOf('\n', difference.start - before.size() - 1) + 1;

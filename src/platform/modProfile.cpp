@@ -9,29 +9,30 @@
 
 #include <QFileInfo>
 
+#include <algorithm>
 #include <optional>
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-/// Byte positions of one line of the file.
-struct Line
+/// Byte positions of an entry's line: it begins at start, has its "=" at equals, and ends before end, where its line
+/// ending begins.
+struct Entry
 {
+    QString key; // in folded case
     qsizetype start;
-    qsizetype end;  // before the line ending
-    qsizetype next; // after it
+    qsizetype equals;
+    qsizetype end;
 };
 
-Line LineAt(const QByteArray &bytes, qsizetype start)
+/// The first section with a name.
+struct Section
 {
-    const qsizetype feed = bytes.indexOf('\n', start);
-    const qsizetype next = feed < 0 ? bytes.size() : feed + 1;
-    qsizetype end = feed < 0 ? bytes.size() : feed;
-    while (end > start && bytes[end - 1] == '\r')
-        --end;
-    return {start, end, next};
-}
+    bool exists = false;
+    std::vector<Entry> entries;
+    qsizetype insertAt = 0; // where a new entry goes: after the last line that is not empty
+};
 
 /// Name between the brackets of a section line; nullopt for any other line.
 std::optional<QString> SectionName(QByteArrayView line)
@@ -43,44 +44,30 @@ std::optional<QString> SectionName(QByteArrayView line)
     return text.mid(1, bracket < 0 ? -1 : bracket - 1).trimmed();
 }
 
-/// Where a key is, or where a new line for it would go.
-struct KeyPosition
+Section FindSection(const QByteArray &bytes, const QString &wanted)
 {
-    bool hasSection = false;
-    bool hasKey = false;
-    Line line{};            ///< the key's line, if hasKey
-    qsizetype insertAt = 0; ///< after the section's last non-empty line
-};
-
-bool IsKeyLine(QByteArrayView line, const QString &key)
-{
-    const qsizetype equals = line.indexOf('=');
-    if (equals < 0 || line.trimmed().startsWith(';'))
-        return false;
-    return FromCodePage932(line.first(equals)).trimmed().compare(key, Qt::CaseInsensitive) == 0;
-}
-
-KeyPosition FindKey(const QByteArray &bytes, const QString &section, const QString &key)
-{
-    KeyPosition position;
-    for (qsizetype at = 0; at < bytes.size();) {
-        const Line line = LineAt(bytes, at);
-        const QByteArrayView text = QByteArrayView(bytes).sliced(line.start, line.end - line.start);
-        if (const std::optional<QString> name = SectionName(text)) {
-            if (position.hasSection)
+    Section section;
+    for (qsizetype start = 0, next = 0; start < bytes.size(); start = next) {
+        const qsizetype feed = bytes.indexOf('\n', start);
+        qsizetype end = feed < 0 ? bytes.size() : feed;
+        next = feed < 0 ? end : feed + 1;
+        while (end > start && bytes[end - 1] == '\r')
+            --end;
+        const QByteArrayView line = QByteArrayView(bytes).sliced(start, end - start);
+        if (const std::optional<QString> name = SectionName(line)) {
+            if (section.exists)
                 break;
-            position.hasSection = name->compare(section, Qt::CaseInsensitive) == 0;
-            position.insertAt = line.next;
-        } else if (position.hasSection && IsKeyLine(text, key)) {
-            position.hasKey = true;
-            position.line = line;
-            break;
-        } else if (position.hasSection && !text.trimmed().isEmpty()) {
-            position.insertAt = line.next;
+            section.exists = name->compare(wanted, Qt::CaseInsensitive) == 0;
+            section.insertAt = next;
+        } else if (section.exists && !line.trimmed().isEmpty()) {
+            section.insertAt = next;
+            const qsizetype equals = line.indexOf('=');
+            if (equals >= 0 && !line.trimmed().startsWith(';'))
+                section.entries.push_back(
+                    {FromCodePage932(line.first(equals)).trimmed().toCaseFolded(), start, start + equals, end});
         }
-        at = line.next;
     }
-    return position;
+    return section;
 }
 
 QString WithoutQuotes(const QString &value)
@@ -90,60 +77,57 @@ QString WithoutQuotes(const QString &value)
     return quoted ? value.mid(1, value.size() - 2) : value;
 }
 
+/// A value as it is written: quoted if reading would otherwise strip its own blanks or quotes.
+QString ProfileText(const QString &value)
+{
+    return WithoutQuotes(value.trimmed()) == value ? value : QString(u'"' + value + u'"');
+}
+
 QByteArray WithLineEnd(const QByteArray &bytes)
 {
     return bytes.isEmpty() || bytes.endsWith('\n') ? bytes : bytes + "\r\n";
 }
 
+void SetValue(QByteArray *bytes, const QString &sectionName, const ProfileEntry &value)
+{
+    const QByteArray line = ToCodePage932(QString(value.first + u'=' + ProfileText(value.second)));
+    const Section section = FindSection(*bytes, sectionName);
+    const auto old = std::ranges::find(section.entries, value.first.toCaseFolded(), &Entry::key);
+    if (old != section.entries.end())
+        bytes->replace(old->start, old->end - old->start, line);
+    else if (section.exists)
+        *bytes = WithLineEnd(bytes->first(section.insertAt)) + line + "\r\n" + bytes->sliced(section.insertAt);
+    else
+        *bytes = WithLineEnd(*bytes) + '[' + ToCodePage932(sectionName) + "]\r\n" + line + "\r\n";
+}
+
 } // namespace
 
-QString ReadProfile(const QString &path, const QString &section, const QString &key, const QString &defaultText,
-                    qsizetype maxLength)
+ProfileSection::ProfileSection(const QString &path, const QString &section, qsizetype maxLength)
 {
     QByteArray bytes;
     QString error;
     if (!ReadWholeFile(path, &bytes, &error))
-        return defaultText.left(maxLength);
-    const KeyPosition position = FindKey(bytes, section, key);
-    if (!position.hasKey)
-        return defaultText.left(maxLength);
-    const QByteArray line = bytes.mid(position.line.start, position.line.end - position.line.start);
-    QString value = WithoutQuotes(FromCodePage932(line.mid(line.indexOf('=') + 1)).trimmed());
-    const qsizetype nul = value.indexOf(QChar::Null);
-    if (nul >= 0)
-        value.truncate(nul);
-    return value.left(maxLength);
+        return;
+    for (const Entry &entry : FindSection(bytes, section).entries) {
+        const QByteArrayView text = QByteArrayView(bytes).sliced(entry.equals + 1, entry.end - entry.equals - 1);
+        const QString value = WithoutQuotes(FromCodePage932(text).trimmed());
+        if (!m_values.contains(entry.key)) // of several the first counts
+            m_values.insert(entry.key, value.section(QChar::Null, 0, 0).left(maxLength));
+    }
 }
 
-bool IsProfileValue(const QString &value)
+bool WriteProfile(const QString &path, const QString &section, const std::vector<ProfileEntry> &entries)
 {
-    return !value.contains(u'\r') && !value.contains(u'\n') && !value.contains(QChar::Null);
-}
-
-QString ProfileText(const QString &value)
-{
-    const auto isQuote = [](QChar character) { return character == u'"' || character == u'\''; };
-    const bool losesQuotes = value.size() >= 2 && isQuote(value.front()) && value.front() == value.back();
-    const bool losesBlanks = value.trimmed() != value;
-    return losesQuotes || losesBlanks ? QString(u'"' + value + u'"') : value;
-}
-
-bool WriteProfile(const QString &path, const QString &section, const QString &key, const QString &value)
-{
-    if (!IsProfileValue(value))
-        return false;
     QByteArray bytes;
     QString error;
     // An existing file that cannot be read must not be replaced as if it were empty.
     if (QFileInfo::exists(path) && !ReadWholeFile(path, &bytes, &error))
         return false;
-    const KeyPosition position = FindKey(bytes, section, key);
-    const QByteArray entry = ToCodePage932(QString(key + u'=' + ProfileText(value)));
-    if (position.hasKey)
-        bytes.replace(position.line.start, position.line.end - position.line.start, entry);
-    else if (position.hasSection)
-        bytes = WithLineEnd(bytes.left(position.insertAt)) + entry + "\r\n" + bytes.mid(position.insertAt);
-    else
-        bytes = WithLineEnd(bytes) + '[' + ToCodePage932(section) + "]\r\n" + entry + "\r\n";
+    for (const ProfileEntry &entry : entries) {
+        if (entry.second.contains(u'\r') || entry.second.contains(u'\n') || entry.second.contains(QChar::Null))
+            return false;
+        SetValue(&bytes, section, entry);
+    }
     return ReplaceFile(path, bytes, &error);
 }

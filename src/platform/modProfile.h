@@ -8,21 +8,34 @@
 // write the machine's code page and, where that is UTF-8, lose what they cannot convert.
 #pragma once
 
+#include <QHash>
 #include <QString>
 
-/// Reads one value.
-/// @param maxLength  in characters; a longer result is silently truncated
-/// @return the value up to its first NUL character; defaultText if the file, the section or the key is missing
-QString ReadProfile(const QString &path, const QString &section, const QString &key, const QString &defaultText,
-                    qsizetype maxLength);
+#include <utility>
+#include <vector>
 
-/// Whether a text can be stored as a value: it is a single line without NUL.
-bool IsProfileValue(const QString &value);
+/// The values of one section as they were when the file was read.
+class ProfileSection
+{
+  public:
+    /// Reads the file. If it or the section is missing, there are no values.
+    /// @param maxLength  in characters; longer values are silently truncated
+    ProfileSection(const QString &path, const QString &section, qsizetype maxLength);
 
-/// A value in the form in which it is written: quoted if reading would otherwise strip its own blanks or quotes.
-QString ProfileText(const QString &value);
+    /// @return the value up to its first NUL character; defaultText if the key is missing
+    QString Value(const QString &key, const QString &defaultText = QString()) const
+    {
+        return m_values.value(key.toCaseFolded(), defaultText);
+    }
 
-/// Writes one value, creating the file, the section or the key if missing. Every other line keeps its place and its
-/// bytes. The file is replaced atomically.
-/// @return false if the value is invalid or could not be written; the old file is then intact
-bool WriteProfile(const QString &path, const QString &section, const QString &key, const QString &value);
+  private:
+    QHash<QString, QString> m_values; // by key in folded case
+};
+
+/// A key, spelled as it is to be written, and its value.
+using ProfileEntry = std::pair<QString, QString>;
+
+/// Writes some values, in their order, creating the file, the section or keys if missing. Every other line keeps its
+/// place and its bytes. The file is replaced atomically, once for all values.
+/// @return false if a value has more than one line or a NUL, or if the file could not be written; it is then unchanged
+bool WriteProfile(const QString &path, const QString &section, const std::vector<ProfileEntry> &entries);

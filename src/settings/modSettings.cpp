@@ -5,7 +5,6 @@
 
 #include "base/modLog.h"
 #include "platform/modProcess.h"
-#include "platform/modProfile.h"
 #include "settings/modZoom.h"
 
 #include <QFileInfo>
@@ -43,6 +42,20 @@ int RepairNumber(const QString &text, int lowest, int highest, const QString &la
         return text.toInt();
     *messages += OutOfRangeMessage(label, text, QString::number(lowest));
     return lowest;
+}
+
+QString BooleanText(bool value)
+{
+    return value ? u"True"_s : u"False"_s;
+}
+
+/// A missing or unknown name means light; that does not warrant a message.
+PageColourChoice PageColourOf(const QString &name)
+{
+    for (const PageColourChoice colour : {PageColourChoice::Dark, PageColourChoice::Desktop})
+        if (name.compare(PageColourNames[int(colour)], Qt::CaseInsensitive) == 0)
+            return colour;
+    return PageColourChoice::Light;
 }
 
 } // namespace
@@ -113,22 +126,27 @@ bool SettingsFile::Exists() const
 
 Settings SettingsFile::Read(const Settings &defaults, const Settings &upper, QStringList *messages) const
 {
+    const ProfileSection ini = ReadIni();
     Settings settings;
-    RepairFontSize(ReadIni(u"FontSize"_s, FontSizeText(defaults.FontSize)), defaults, &settings, messages);
-    settings.LineSpace = RepairNumber(ReadIni(u"LineSpace"_s, QString::number(defaults.LineSpace)), defaults.LineSpace,
-                                      upper.LineSpace, u"行間："_s, messages);
-    settings.FormLeft = RepairNumber(ReadIni(u"FormLeft"_s, QString::number(defaults.FormLeft)), defaults.FormLeft,
+    RepairFontSize(ini.Value(u"FontSize"_s, FontSizeText(defaults.FontSize)), defaults, &settings, messages);
+    settings.LineSpace = RepairNumber(ini.Value(u"LineSpace"_s, QString::number(defaults.LineSpace)),
+                                      defaults.LineSpace, upper.LineSpace, u"行間："_s, messages);
+    settings.FormLeft = RepairNumber(ini.Value(u"FormLeft"_s, QString::number(defaults.FormLeft)), defaults.FormLeft,
                                      upper.FormLeft, u"フォームLeft："_s, messages);
-    settings.TextEditor = ReadIni(u"TextEditor"_s, defaults.TextEditor);
+    settings.TextEditor = ini.Value(u"TextEditor"_s, defaults.TextEditor);
     if (settings.TextEditor.isEmpty())
         settings.TextEditor = DefaultEditor;
     if (!IsEditorUsable(settings.TextEditor)) {
         *messages += EditorMissingMessage(settings.TextEditor);
         settings.TextEditor = DefaultEditor;
     }
-    const QString lineNumbers = ReadIni(u"bolDispLineNum"_s, defaults.bolDispLineNum ? u"True"_s : u"False"_s);
+    const QString lineNumbers = ini.Value(u"bolDispLineNum"_s, BooleanText(defaults.bolDispLineNum));
     settings.bolDispLineNum = lineNumbers.compare(u"true", Qt::CaseInsensitive) == 0;
-    settings.pageColour = ReadPageColour();
+    settings.pageColour = PageColourOf(ini.Value(u"PageColour"_s));
+    const QSize size(ini.Value(u"FormWidth"_s).toInt(), ini.Value(u"FormHeight"_s).toInt());
+    settings.formSize = size.isEmpty() ? QSize() : size;
+    const int zoom = ini.Value(u"Zoom"_s).toInt();
+    settings.zoom = IsZoomStep(zoom) ? zoom : 0;
     return settings;
 }
 
@@ -137,72 +155,50 @@ Settings SettingsFile::Read(const Settings &defaults, const Settings &upper, QSt
 bool SettingsFile::WriteFileIniEx(const Settings &settings) const
 {
     WriteTrace(u"WriteFileIniEx()");
-    return WriteIni(u"Fontsize"_s, FontSizeText(settings.FontSize)) &&
-           WriteIni(u"LineSpace"_s, QString::number(settings.LineSpace)) &&
-           WriteIni(u"TextEditor"_s, settings.TextEditor) &&
-           WriteIni(u"bolDispLineNum"_s, settings.bolDispLineNum ? u"True"_s : u"False"_s);
+    return WriteIni({{u"Fontsize"_s, FontSizeText(settings.FontSize)},
+                     {u"LineSpace"_s, QString::number(settings.LineSpace)},
+                     {u"TextEditor"_s, settings.TextEditor},
+                     {u"bolDispLineNum"_s, BooleanText(settings.bolDispLineNum)}});
 }
 
 bool SettingsFile::WriteFileIniFormPos(int leftPx) const
 {
     WriteTrace(u"WriteFileIniFormPos()");
-    return leftPx < 0 || WriteIni(u"FormLeft"_s, QString::number(leftPx));
-}
-
-/// A missing or unknown value means light; that does not warrant a message.
-PageColourChoice SettingsFile::ReadPageColour() const
-{
-    const QString name = ReadIni(u"PageColour"_s, QString());
-    for (const PageColourChoice colour : {PageColourChoice::Dark, PageColourChoice::Desktop})
-        if (name.compare(PageColourNames[int(colour)], Qt::CaseInsensitive) == 0)
-            return colour;
-    return PageColourChoice::Light;
+    return leftPx < 0 || WriteIni({{u"FormLeft"_s, QString::number(leftPx)}});
 }
 
 bool SettingsFile::WritePageColour(PageColourChoice choice) const
 {
-    return WriteIni(u"PageColour"_s, PageColourNames[int(choice)]);
-}
-
-QSize SettingsFile::ReadFormSize() const
-{
-    const QSize size(ReadIni(u"FormWidth"_s, QString()).toInt(), ReadIni(u"FormHeight"_s, QString()).toInt());
-    return size.isEmpty() ? QSize() : size;
+    return WriteIni({{u"PageColour"_s, PageColourNames[int(choice)]}});
 }
 
 bool SettingsFile::WriteFormSize(const QSize &sizePx) const
 {
-    return WriteIni(u"FormWidth"_s, QString::number(sizePx.width())) &&
-           WriteIni(u"FormHeight"_s, QString::number(sizePx.height()));
-}
-
-int SettingsFile::ReadZoom() const
-{
-    const int percent = ReadIni(u"Zoom"_s, QString()).toInt();
-    return IsZoomStep(percent) ? percent : 0;
+    return WriteIni(
+        {{u"FormWidth"_s, QString::number(sizePx.width())}, {u"FormHeight"_s, QString::number(sizePx.height())}});
 }
 
 bool SettingsFile::WriteZoom(int percent) const
 {
-    return WriteIni(u"Zoom"_s, QString::number(percent));
+    return WriteIni({{u"Zoom"_s, QString::number(percent)}});
 }
 
 bool SettingsFile::ReadPrintAnswers() const
 {
-    return ReadIni(u"PrintAnswers"_s, QString()).compare(u"false", Qt::CaseInsensitive) != 0;
+    return ReadIni().Value(u"PrintAnswers"_s).compare(u"false", Qt::CaseInsensitive) != 0;
 }
 
 bool SettingsFile::WritePrintAnswers(bool withAnswers) const
 {
-    return WriteIni(u"PrintAnswers"_s, withAnswers ? u"True"_s : u"False"_s);
+    return WriteIni({{u"PrintAnswers"_s, BooleanText(withAnswers)}});
 }
 
-QString SettingsFile::ReadIni(const QString &key, const QString &defaultText) const
+ProfileSection SettingsFile::ReadIni() const
 {
-    return ReadProfile(m_path, u"setting"_s, key, defaultText, LongestSetting);
+    return ProfileSection(m_path, u"setting"_s, LongestSetting);
 }
 
-bool SettingsFile::WriteIni(const QString &key, const QString &value) const
+bool SettingsFile::WriteIni(const std::vector<ProfileEntry> &entries) const
 {
-    return WriteProfile(m_path, u"setting"_s, key, value);
+    return WriteProfile(m_path, u"setting"_s, entries);
 }

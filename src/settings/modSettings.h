@@ -5,6 +5,7 @@
 // Number formats do not depend on the locale.
 #pragma once
 
+#include "platform/modProfile.h"
 #include "widgets/PageColourChoice.h"
 
 #include <QSize>
@@ -23,6 +24,8 @@ struct Settings
     QString TextEditor = QStringLiteral("notepad.exe"); ///< a bare file name or a full path
     bool bolDispLineNum = true;                         ///< whether the page shows line numbers
     PageColourChoice pageColour = PageColourChoice::Light;
+    QSize formSize; ///< size of the study window, pixels; empty if missing or invalid
+    int zoom = 0;   ///< of the page, percent, one of ZoomSteps; 0 if missing or invalid
 };
 
 /// Maximum length of a setting, in characters; longer values are silently truncated.
@@ -69,12 +72,12 @@ class SettingsFile
 
     bool Exists() const;
 
-    /// Reads all settings and replaces values that are out of bounds, in memory only.
+    /// Reads the file once, for all settings, and replaces values that are out of bounds, in memory only.
     /// @param messages  one text is appended per replaced value, in the order of the checks
     Settings Read(const Settings &defaults, const Settings &upper, QStringList *messages) const;
 
-    /// Writes all settings except FormLeft and the page colours.
-    /// @return false if the file could not be written; some of the settings may then have been updated, none partially
+    /// Writes FontSize, LineSpace, TextEditor and bolDispLineNum.
+    /// @return false if the file could not be written; it is then unchanged
     bool WriteFileIniEx(const Settings &settings) const;
 
     /// Writes the study window's left edge, in pixels. A negative one is not written, so the previous value is kept.
@@ -84,14 +87,8 @@ class SettingsFile
     /// Writes the page colours. @return false if the file could not be written; it is then unchanged
     bool WritePageColour(PageColourChoice choice) const;
 
-    /// The stored size of the study window, in pixels; empty if missing or invalid.
-    QSize ReadFormSize() const;
-
     /// Writes the study window's size, in pixels. @return false if the file could not be written
     bool WriteFormSize(const QSize &sizePx) const;
-
-    /// The stored page zoom, in percent; 0 if missing or not one of ZoomSteps.
-    int ReadZoom() const;
 
     /// Writes the page zoom, in percent. @return false if the file could not be written
     bool WriteZoom(int percent) const;
@@ -103,9 +100,8 @@ class SettingsFile
     bool WritePrintAnswers(bool withAnswers) const;
 
   private:
-    PageColourChoice ReadPageColour() const;
-    QString ReadIni(const QString &key, const QString &defaultText) const;
-    bool WriteIni(const QString &key, const QString &value) const;
+    ProfileSection ReadIni() const;
+    bool WriteIni(const std::vector<ProfileEntry> &entries) const;
 
     QString m_path;
 };

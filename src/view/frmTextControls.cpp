@@ -29,6 +29,7 @@
 #include <QWindow>
 
 #include <functional>
+#include <limits>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -201,21 +202,19 @@ void frmText::Form_Load()
 
     // The text size determines the window's size, and that the largest left edge.
     const QRect area = screen()->availableGeometry();
-    m_upper = UpperBounds(area.width());
     QStringList repairs; // shown once the window is
-    if (m_settingsFile.Exists())
-        m_settings = m_settingsFile.Read(m_defaults, m_upper, &repairs);
-    const int zoom = m_settingsFile.ReadZoom();
-    m_zoom = zoom > 0 ? zoom : ZoomForDesktopFont(fontInfo().pointSizeF());
+    m_settings = m_settingsFile.Read(m_defaults, UpperBounds(std::numeric_limits<int>::max()), &repairs);
+    m_zoom = m_settings.zoom > 0 ? m_settings.zoom : ZoomForDesktopFont(fontInfo().pointSizeF());
     ApplySettings();
-    const QSize remembered = m_settingsFile.ReadFormSize();
+    const QSize remembered = m_settings.formSize;
     resize(
         (remembered.isEmpty() ? sizeHint() : remembered.expandedTo(minimumSizeHint())).boundedTo(AvailableSize(this)));
     m_upper = UpperBounds(LargestLeft(width()));
-    int left = area.left() + (area.width() - width()) / 2;
-    if (m_settingsFile.Exists())
-        left = m_settingsFile.Read(m_defaults, m_upper, &repairs).FormLeft;
-    move(left, area.top() + (area.height() - height()) / 3);
+    if (!m_settingsFile.Exists())
+        m_settings.FormLeft = area.left() + (area.width() - width()) / 2;
+    else if (m_settings.FormLeft > m_upper.FormLeft)
+        m_settings.FormLeft = m_defaults.FormLeft;
+    move(m_settings.FormLeft, area.top() + (area.height() - height()) / 3);
 
     EnableFileControls(false);
     ShowHardControls();

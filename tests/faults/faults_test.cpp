@@ -215,7 +215,9 @@ class Faults : public testing::Test
             {u"a.txt"_s, old, [this](const QString &path) { return ReplaceFile(path, added.toLatin1(), &reason); }},
             {u"list.txt"_s, old, [this](const QString &path) { return AppendUserName(path, added, &reason); }},
             {u"a.ini"_s, "[setting]\r\nKey=" + old + "\r\n",
-             [this](const QString &path) { return WriteProfile(path, u"setting"_s, u"Key"_s, added); }},
+             [this](const QString &path) {
+                 return WriteProfile(path, u"setting"_s, {{u"Key"_s, added}});
+             }},
             {u"txt/a_印刷用.txt"_s, old,
              [=, this](const QString &path) { return WritePrintableCopy(source, path, &reason); }},
             {u"rec/a.csv"_s, old,

@@ -97,20 +97,21 @@ TEST(Profile, ReadValue_MatchesWindows)
         folder.Write(u"a.ini"_s, "; FontSize=1\r\n[other]\r\nFontSize=2\r\n[ Setting ]\r\n"
                                  ";LineSpace=3\r\n fontsize = 9.75 \r\nTextEditor=\"C:\\a b\\e.exe\"\r\n"
                                  "Empty=\r\nFontSize=4\r\nOne='\r\n[setting]\r\nLate=5\r\n");
-    const auto read = [&path](const QString &key) { return ReadProfile(path, u"setting"_s, key, u"default"_s, 99); };
+    const ProfileSection section(path, u"setting"_s, 99);
+    const auto read = [&section](const QString &key) { return section.Value(key, u"default"_s); };
     EXPECT_EQ(read(u"FontSize"_s), u"9.75"_s);
     EXPECT_EQ(read(u"TextEditor"_s), u"C:\\a b\\e.exe"_s);
     EXPECT_EQ(read(u"LineSpace"_s), u"default"_s) << "commented out";
     EXPECT_EQ(read(u"Empty"_s), QString());
     EXPECT_EQ(read(u"One"_s), u"'"_s) << "a single quote is not a pair";
     EXPECT_EQ(read(u"Late"_s), u"default"_s) << "only the first section with a name counts";
-    EXPECT_EQ(ReadProfile(folder.Path(u"none.ini"_s), u"setting"_s, u"x"_s, u"d"_s, 99), u"d"_s);
-    EXPECT_EQ(ReadProfile(path, u"setting"_s, u"TextEditor"_s, QString(), 4), u"C:\\a"_s) << "truncated at maxLength";
+    EXPECT_EQ(ProfileSection(folder.Path(u"none.ini"_s), u"setting"_s, 99).Value(u"x"_s, u"d"_s), u"d"_s);
+    EXPECT_EQ(ProfileSection(path, u"setting"_s, 4).Value(u"TextEditor"_s), u"C:\\a"_s) << "truncated at maxLength";
 
     const QString withNul = folder.Write(u"cut.ini"_s, QByteArray("[setting]\nTextEditor=ab\0cd\n", 27));
-    EXPECT_EQ(ReadProfile(withNul, u"setting"_s, u"TextEditor"_s, QString(), 99), u"ab"_s);
+    EXPECT_EQ(ProfileSection(withNul, u"setting"_s, 99).Value(u"TextEditor"_s), u"ab"_s);
     const QString large = folder.Write(u"large.ini"_s, QByteArray(10'000'000, 'x') + "\r\n[setting]\r\nk=v");
-    EXPECT_EQ(ReadProfile(large, u"setting"_s, u"k"_s, QString(), 99), u"v"_s);
+    EXPECT_EQ(ProfileSection(large, u"setting"_s, 99).Value(u"k"_s), u"v"_s);
 }
 
 TEST(InstanceMark, SecondMarkOnSameFolder_DetectsFirstAndWritesNothing)

@@ -127,8 +127,9 @@ TEST(File, ReadOrReplaceNonRegularFile_FailsAndLeavesItUntouched)
         EXPECT_FALSE(ReplaceFile(file, "new", &error)) << qPrintable(name);
         EXPECT_FALSE(CopyWholeFile(file, folder.Path(u"copy"_s), &error)) << qPrintable(name);
         EXPECT_FALSE(CopyWholeFile(folder.Write(u"a.txt"_s, "a"), file, &error)) << qPrintable(name);
-        EXPECT_FALSE(WriteProfile(file, u"setting"_s, u"Key"_s, u"new"_s)) << qPrintable(name);
-        EXPECT_EQ(ReadProfile(file, u"setting"_s, u"Key"_s, u"default"_s, 9), u"default"_s) << qPrintable(name);
+        EXPECT_FALSE(WriteProfile(file, u"setting"_s, {{u"Key"_s, u"new"_s}})) << qPrintable(name);
+        EXPECT_EQ(ProfileSection(file, u"setting"_s, 9).Value(u"Key"_s, u"default"_s), u"default"_s)
+            << qPrintable(name);
         QFile::remove(folder.Path(u"a_log.txt"_s));
         ASSERT_TRUE(QFile::link(file, folder.Path(u"a_log.txt"_s)));
         EXPECT_FALSE(RunLog(folder.Path(), u"a"_s, services.Clock()).WriteYmdLogStart(&error)) << qPrintable(name);
@@ -196,24 +197,28 @@ TEST(EndSignal, SecondSignal_KillsProcessUnlessHangup)
         testing::KilledBySignal(SIGTERM), "");
 }
 
-TEST(Profile, WriteKey_ChangesOneLineAndKeepsEveryOtherByte)
+TEST(Profile, WriteValues_ChangesTheirLinesAndKeepsEveryOtherByte)
 {
     const Rows<const char *, QByteArray, QByteArray> rows = {
-        {"empty file", "", "[setting]\r\nKey=new\r\n"},
-        {"no section", "x=1", "x=1\r\n[setting]\r\nKey=new\r\n"},
-        {"key replaced in place", "[a]\n\n[setting]\nkey = old \r\n;\x93\xFA\n[b]\nKey=1\n",
-         "[a]\n\n[setting]\nKey=new\r\n;\x93\xFA\n[b]\nKey=1\n"},
-        {"key added after the section's last line", "[setting]\r\na=1\r\n\r\n[b]\r\n",
-         "[setting]\r\na=1\r\nKey=new\r\n\r\n[b]\r\n"},
-        {"no line ending at the end of the file", "[setting]\r\na=1", "[setting]\r\na=1\r\nKey=new\r\n"},
+        {"empty file", "", "[setting]\r\nKey=new\r\nLast=2\r\n"},
+        {"no section", "x=1", "x=1\r\n[setting]\r\nKey=new\r\nLast=2\r\n"},
+        {"one key replaced in place", "[a]\n\n[setting]\nkey = old \r\n;\x93\xFA\n[b]\nKey=1\n",
+         "[a]\n\n[setting]\nKey=new\r\n;\x93\xFA\nLast=2\r\n[b]\nKey=1\n"},
+        {"both, in the order of the file", "[setting]\nlast=1\nx=\nKEY=\nKey=3",
+         "[setting]\nLast=2\nx=\nKey=new\nKey=3"},
+        {"keys added after the section's last line", "[setting]\r\na=1\r\n\r\n[b]\r\n",
+         "[setting]\r\na=1\r\nKey=new\r\nLast=2\r\n\r\n[b]\r\n"},
+        {"no line ending at the end of the file", "[setting]\r\na=1", "[setting]\r\na=1\r\nKey=new\r\nLast=2\r\n"},
     };
     const TestFolder folder;
     for (const auto &[name, before, after] : rows) {
         const QString path = folder.Write(u"a.ini"_s, before);
-        EXPECT_TRUE(WriteProfile(path, u"setting"_s, u"Key"_s, u"new"_s)) << name;
+        EXPECT_FALSE(WriteProfile(path, u"setting"_s, {{u"Key"_s, u"new"_s}, {u"Last"_s, u"2\n3"_s}})) << name;
+        EXPECT_EQ(folder.Read(u"a.ini"_s), before) << name << ": all values or none";
+        EXPECT_TRUE(WriteProfile(path, u"setting"_s, {{u"Key"_s, u"new"_s}, {u"Last"_s, u"2"_s}})) << name;
         EXPECT_EQ(folder.Read(u"a.ini"_s), after) << name;
     }
-    EXPECT_FALSE(WriteProfile(folder.Path(u"no folder/a.ini"_s), u"s"_s, u"k"_s, u"v"_s));
+    EXPECT_FALSE(WriteProfile(folder.Path(u"no folder/a.ini"_s), u"s"_s, {{u"k"_s, u"v"_s}}));
 }
 
 TEST(FolderNames, ListUndecodableNames_OmitsAndCountsThem)

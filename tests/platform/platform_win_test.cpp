@@ -21,11 +21,13 @@ TEST(ProfileOnWindows, WriteValue_UsesCodePage932AndAgreesWithSystemFunctions)
     // The trail bytes of 表 and ソ are backslashes.
     const QString editor = u"C:\\表示 ﾅ\\漢字ソ.exe"_s;
     const QByteArray bytes = "C:\\\x95\\\x8E\xA6 \xC5\\\x8A\xBF\x8E\x9A\x83\\.exe";
-    EXPECT_TRUE(WriteProfile(path, u"setting"_s, u"TextEditor"_s, editor));
+    EXPECT_TRUE(WriteProfile(path, u"setting"_s, {{u"TextEditor"_s, editor}}));
     EXPECT_EQ(folder.Read(u"a.ini"_s), QByteArray("[setting]\r\nTextEditor=" + bytes + "\r\n"));
-    EXPECT_EQ(ReadProfile(path, u"setting"_s, u"TextEditor"_s, QString(), 99), editor);
-    EXPECT_EQ(ReadProfile(path, u"setting"_s, u"TextEditor"_s, QString(), 6), u"C:\\表示 "_s) << "counts characters";
-    EXPECT_EQ(ReadProfile(path, u"setting"_s, u"Other"_s, u"漢字"_s, 99), u"漢字"_s);
+    const auto read = [&path](qsizetype maxLength = 99) {
+        return ProfileSection(path, u"setting"_s, maxLength).Value(u"TextEditor"_s);
+    };
+    EXPECT_EQ(read(), editor);
+    EXPECT_EQ(read(6), u"C:\\表示 "_s) << "counts characters";
 
     if (GetACP() == CP_UTF8)
         return; // the system's own functions would lose everything that is not UTF-8
@@ -34,7 +36,7 @@ TEST(ProfileOnWindows, WriteValue_UsesCodePage932AndAgreesWithSystemFunctions)
     GetPrivateProfileStringA("setting", "TextEditor", "", text, sizeof text, ansiPath.constData());
     EXPECT_EQ(QByteArray(text), bytes);
     EXPECT_TRUE(WritePrivateProfileStringA("setting", "TextEditor", "D:\\\x83\\", ansiPath.constData()));
-    EXPECT_EQ(ReadProfile(path, u"setting"_s, u"TextEditor"_s, QString(), 99), u"D:\\ソ"_s);
+    EXPECT_EQ(read(), u"D:\\ソ"_s);
 }
 
 TEST(ProfileOnWindows, WriteInFolderOutsideCodePage_Succeeds)
@@ -42,8 +44,8 @@ TEST(ProfileOnWindows, WriteInFolderOutsideCodePage_Succeeds)
     const TestFolder folder;
     folder.MakeFolder(u"é 漢 한"_s);
     const QString path = QDir::toNativeSeparators(folder.Path(u"é 漢 한/a.ini"_s));
-    EXPECT_TRUE(WriteProfile(path, u"setting"_s, u"LineSpace"_s, u"5"_s));
-    EXPECT_EQ(ReadProfile(path, u"setting"_s, u"LineSpace"_s, QString(), 99), u"5"_s);
+    EXPECT_TRUE(WriteProfile(path, u"setting"_s, {{u"LineSpace"_s, u"5"_s}}));
+    EXPECT_EQ(ProfileSection(path, u"setting"_s, 99).Value(u"LineSpace"_s), u"5"_s);
     EXPECT_EQ(folder.Read(u"é 漢 한/a.ini"_s), "[setting]\r\nLineSpace=5\r\n");
 }
 

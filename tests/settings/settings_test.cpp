@@ -61,8 +61,15 @@ TEST(Settings, WrittenSettings_HaveExactBytesAndRoundTrip)
     EXPECT_TRUE(file.WriteFileIniFormPos(120));
     EXPECT_TRUE(file.WriteFileIniFormPos(-1)) << "off the screen: the old position is kept";
     EXPECT_TRUE(file.WritePageColour(PageColourChoice::Dark));
-    EXPECT_EQ(folder.Read(u"Kotoban.ini"_s), "[setting]\r\nFontsize=12.75\r\nLineSpace=5\r\nTextEditor=notepad.exe\r\n"
-                                             "bolDispLineNum=False\r\nFormLeft=120\r\nPageColour=Dark\r\n");
+    EXPECT_TRUE(file.WriteFormSize(QSize(800, 600)));
+    const QByteArray written = "[setting]\r\nFontsize=12.75\r\nLineSpace=5\r\nTextEditor=notepad.exe\r\n"
+                               "bolDispLineNum=False\r\nFormLeft=120\r\nPageColour=Dark\r\n"
+                               "FormWidth=800\r\nFormHeight=600\r\n";
+    EXPECT_EQ(folder.Read(u"Kotoban.ini"_s), written);
+    Settings unwritable = DefaultSettings();
+    unwritable.TextEditor = u"a\nb"_s;
+    EXPECT_FALSE(file.WriteFileIniEx(unwritable));
+    EXPECT_EQ(folder.Read(u"Kotoban.ini"_s), written) << "all settings or none";
     QStringList messages;
     const Settings read = file.Read(DefaultSettings(), UpperBounds(300), &messages);
     EXPECT_TRUE(messages.isEmpty());
@@ -71,6 +78,7 @@ TEST(Settings, WrittenSettings_HaveExactBytesAndRoundTrip)
     EXPECT_EQ(read.FormLeft, 120);
     EXPECT_FALSE(read.bolDispLineNum);
     EXPECT_EQ(read.pageColour, PageColourChoice::Dark);
+    EXPECT_EQ(read.formSize, QSize(800, 600));
     folder.Write(u"Kotoban.ini"_s, "[setting]\r\nbolDispLineNum=1\r\nFormLeft=-7\r\n");
     EXPECT_FALSE(file.Read(DefaultSettings(), UpperBounds(300), &messages).bolDispLineNum) << "1 is not True";
     messages.clear();
@@ -97,11 +105,15 @@ TEST(Zoom, AnyStartOrStep_StaysWithinZoomSteps)
     EXPECT_EQ(ZoomBy(150, 99), 300);
     const TestFolder folder;
     const SettingsFile file(folder.Path(u"a.ini"_s));
-    EXPECT_EQ(file.ReadZoom(), 0);
+    const auto zoom = [&file] {
+        QStringList messages;
+        return file.Read(DefaultSettings(), UpperBounds(300), &messages).zoom;
+    };
+    EXPECT_EQ(zoom(), 0);
     EXPECT_TRUE(file.WriteZoom(175));
-    EXPECT_EQ(file.ReadZoom(), 175);
+    EXPECT_EQ(zoom(), 175);
     file.WriteZoom(180);
-    EXPECT_EQ(file.ReadZoom(), 0) << "not a step";
+    EXPECT_EQ(zoom(), 0) << "not a step";
 }
 
 TEST(Editor, KnownEditor_GetsLineOption)
