@@ -18,6 +18,7 @@
 #include "settings/modEditor.h"
 #include "text/modCheckText.h"
 #include "text/modReadText.h"
+#include "widgets/BlockedWindow.h"
 #include "widgets/frmMsg.h"
 #include "widgets/frmWait.h"
 
@@ -245,6 +246,11 @@ void frmFile::txtFilter_Change()
 void frmFile::lstFile_OLEDragDrop(const QStringList &paths)
 {
     WriteTrace(u"■frmFile.lstFile_OLEDragDrop");
+    if (IsBlocked(this)) { // by a message that came in between
+        constexpr int pauseMs = 100;
+        QTimer::singleShot(pauseMs, this, [this, paths] { lstFile_OLEDragDrop(paths); });
+        return;
+    }
     if (paths.size() == 1 && IsTable(paths.front()) && QFileInfo(paths.front()).isFile()) {
         MakeFromTable(paths.front());
         return;
@@ -308,6 +314,8 @@ void frmFile::RefreshWhenShown()
 void frmFile::ReadTallies()
 {
     constexpr int sliceMs = 2;
+    constexpr int pauseMs = 100; // while the history is read, which may itself wait for an answer
+    m_tallying->setInterval(m_history->IsReading() ? pauseMs : 0);
     if (m_history->IsReading() || m_tallies.ReadNext(QDeadlineTimer(sliceMs, Qt::PreciseTimer)))
         return;
     m_tallying->stop();

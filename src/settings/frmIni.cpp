@@ -159,7 +159,7 @@ bool frmIni::Edit(Settings *settings)
 
 void frmIni::ShowSettings(const Settings &settings)
 {
-    for (int i = 0; i < 3; ++i)
+    for (size_t i = 0; i < FontSizes.size(); ++i)
         optFontSize[i]->setChecked(settings.FontSize == FontSizes[i]);
     txtLineSpace->setText(QString::number(settings.LineSpace));
     txtTextEditor->setText(settings.TextEditor);

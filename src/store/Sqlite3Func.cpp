@@ -135,12 +135,6 @@ bool StudyDatabase::SQLite3NonQuery(const QString &sql, const QStringList &names
     return false;
 }
 
-bool StudyDatabase::TryNonQuery(const QString &sql)
-{
-    SQLite3Statement statement;
-    return Prepare(sql, {}, statement.Address()) == SQLITE_OK && SQLite3Step(statement) == SQLITE_DONE;
-}
-
 bool StudyDatabase::Query(const QString &sql, const QStringList &names, const std::function<bool(sqlite3_stmt *)> &take)
 {
     SQLite3Statement statement;

@@ -47,9 +47,6 @@ class StudyDatabase
     /// @return whether it succeeded and is on disk; if not, the database is unchanged and a message was shown
     bool SQLite3NonQuery(const QString &sql, const QStringList &names = {});
 
-    /// Runs a statement that returns no rows and that the program can do without: as above, but no message is shown.
-    bool TryNonQuery(const QString &sql);
-
     /// Runs a statement that returns rows.
     /// @param table  the result; after an error, the rows read before it
     /// @param names  as above

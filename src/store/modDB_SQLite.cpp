@@ -63,7 +63,8 @@ bool DBCreateKotoban(StudyDatabase &database)
 
 void DBIndexKotoban(StudyDatabase &database)
 {
-    database.TryNonQuery(KotobanSchema.back());
+    const SilentFaults silent(database);
+    database.SQLite3NonQuery(KotobanSchema.back());
 }
 
 void DBInsRecKotoban(StudyDatabase &database, const QDateTime &sessionStart, const QString &userName,
