@@ -26,9 +26,8 @@ inline QString StudyFilePath(qint64 lines)
 inline QByteArray BytesOf(const QString &path)
 {
     QByteArray bytes;
-    QString error;
-    if (!ReadWholeFile(path, &bytes, &error))
-        qFatal("%s: %s", qPrintable(path), qPrintable(error));
+    if (const FileFault fault = ReadWholeFile(path, &bytes))
+        qFatal("%s: %s", qPrintable(path), qPrintable(fault.reason));
     return bytes;
 }
 

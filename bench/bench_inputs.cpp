@@ -80,9 +80,8 @@ void WriteText(const QString &path, int lineCount, QString (*makeLine)(Random &)
     QByteArray bytes;
     for (int line = 0; line < lineCount; ++line)
         bytes += ToCodePage932(makeLine(random)) + "\r\n";
-    QString error;
-    if (!ReplaceFile(path, bytes, &error))
-        qFatal("%s: %s", qPrintable(path), qPrintable(error));
+    if (const FileFault fault = ReplaceFile(path, bytes))
+        qFatal("%s: %s", qPrintable(path), qPrintable(fault.reason));
 }
 
 void Run(sqlite3 *database, const QByteArray &sql)

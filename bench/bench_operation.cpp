@@ -83,7 +83,7 @@ qint64 PeakBytes()
     return qint64(usage.ru_maxrss) * 1024;
 }
 
-/// @param read  reads the study file and returns whether it can be written
+/// @param read  reads the study file
 template <typename Pieces, typename Read>
 void Write(const QString &target, const Read &read)
 {
@@ -91,13 +91,12 @@ void Write(const QString &target, const Read &read)
     QElapsedTimer timer;
     timer.start();
     Pieces pieces;
-    QString message;
-    if (!read(&pieces, &message))
-        qFatal("%s", qPrintable(message));
+    if (const TextRefusal refusal = read(&pieces))
+        qFatal("%s", qPrintable(refusal.message));
     PieceFile file(target, pieces);
     file.GoOn(QDeadlineTimer(QDeadlineTimer::Forever));
-    if (!file.Error().isEmpty())
-        qFatal("%s", qPrintable(file.Error()));
+    if (file.Fault())
+        qFatal("%s", qPrintable(file.Fault().reason));
     std::printf("%.3f %lld\n", double(timer.nsecsElapsed()) / 1e6, static_cast<long long>(PeakBytes() - before));
 }
 
@@ -132,11 +131,9 @@ int main(int argc, char *argv[])
     if (operation == "load")
         Load(path);
     else if (operation == "sheet" && argc == 4)
-        Write<PrintSheet>(
-            target, [&](PrintSheet *sheet, QString *message) { return sheet->Read(path, target, true, message); });
+        Write<PrintSheet>(target, [&](PrintSheet *sheet) { return sheet->Read(path, target, true); });
     else if (operation == "csv" && argc == 4)
-        Write<StudyExport>(
-            target, [&](StudyExport *made, QString *message) { return made->Read(path, ExportKind::Csv, message); });
+        Write<StudyExport>(target, [&](StudyExport *made) { return made->Read(path, ExportKind::Csv); });
     else if (operation == "history" && argc == 5)
         ReadHistories(path, QByteArrayView(argv[3]).toInt(), QByteArrayView(argv[4]).toInt());
     else if (operation == "statements" && argc == 4)

@@ -57,9 +57,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     // Either the reader accepts what was written, or there is a message.
     QByteArray written;
     QString message;
-    if (EncodeConverted(ConvertText(text, Accents::Remove).text, &written, &message))
-        Require(CheckTextEncoding(QStringLiteral("/a.txt"), written, &message) && message.isEmpty());
+    if (const TextRefusal refusal = EncodeStudyText(ConvertText(text, Accents::Remove).text, &written))
+        Require(!NotEncodedMessage(refusal).isEmpty());
     else
-        Require(!message.isEmpty());
+        Require(CheckTextEncoding(QStringLiteral("/a.txt"), written, &message) && message.isEmpty());
     return 0;
 }

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 // Reading any text as a table, writing its cells and reading them back, and making a study file from them.
+#include "exchange/modConvertCode.h"
 #include "exchange/modStudyFromTable.h"
 #include "exchange/modTableFormat.h"
 #include "input.h"
@@ -67,12 +68,13 @@ void CheckKeepsAll(const QString &text, const TableFormat &format, const Table &
 void CheckStudyText(const Table &table, TableOptions options)
 {
     static const FuzzFile file(QStringLiteral("study.txt"));
-    QString message;
     PreviewText(table, options);
-    if (!ConvertBetween(&options.between, &message)) {
-        Require(!message.isEmpty());
+    const ConvertedText between = ConvertText(options.between, Accents::Remove);
+    if (between.unwritableCount > 0) {
+        Require(!UnwritableBetweenMessage(between).isEmpty());
         return;
     }
+    options.between = between.text;
     TableCells cells = CellsOf(table, options);
     const ConvertedText converted = ConvertText(cells.text, Accents::Remove);
     if (converted.accentCount > 0)
@@ -86,14 +88,13 @@ void CheckStudyText(const Table &table, TableOptions options)
     QByteArray bytes;
     if (study.unbreakableRow > 0) {
         Require(!study.unbreakable.isEmpty() && study.unbreakableRow <= cells.rowNumbers.back());
-    } else if (EncodeStudyText(study, &bytes, &message)) {
+    } else if (const TextRefusal refusal = EncodeStudyText(study.text, &bytes)) {
+        Require(!TableNotEncodedMessage(refusal).isEmpty());
+    } else {
         file.Write(bytes);
         StudyLines lines;
-        int errorLine = 0;
-        Require(ReadTextFile(file.Path(), MaxLineBytes, &lines, &message, &errorLine));
+        Require(!ReadStudyText(file.Path(), MaxLineBytes, &lines));
         Require(lines.Count() == study.lines);
-    } else {
-        Require(!message.isEmpty());
     }
 }
 

@@ -17,8 +17,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     const QStringList before = ReadUserNames(file.Path());
     if (!CharactersNotForNames(name).isEmpty())
         return 0; // refused by the login window
-    QString error;
-    Require(AppendUserName(file.Path(), name, &error));
+    Require(!AppendUserName(file.Path(), name));
     const QStringList after = ReadUserNames(file.Path());
     Require(after.size() == before.size() + 1 && after.first(before.size()) == before);
     Require(after.back() == name);

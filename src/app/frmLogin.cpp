@@ -132,9 +132,9 @@ void frmLogin::cmdOK_Click()
         txtUserName->setFocus();
         return;
     }
-    QString error;
-    if (!m_names.contains(name) && !AppendUserName(m_userListPath, name, &error))
-        m_services.ShowMessage(u"利用者一覧に書き込めません。\r\n  "_s + m_userListPath + u"\r\n  "_s + error);
+    if (!m_names.contains(name))
+        if (const FileFault fault = AppendUserName(m_userListPath, name))
+            m_services.ShowMessage(FaultMessage(u"利用者一覧に書き込めません。"_s, fault));
     m_userName = name;
     Leave(LoginResult::Accepted);
 }

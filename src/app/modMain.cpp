@@ -33,10 +33,10 @@ QStringList FileNames(const QString &folder)
 
 bool StartRunLog(const RunLog &log, SystemServices &services)
 {
-    QString error;
-    if (log.WriteYmdLogStart(&error))
+    const FileFault fault = log.WriteYmdLogStart();
+    if (!fault)
         return true;
-    services.ShowMessage(u"実行ログに書き込めません。\r\n  "_s + log.Path() + u"\r\n  "_s + error +
+    services.ShowMessage(FaultMessage(u"実行ログに書き込めません。"_s, fault) +
                          u"\r\n\r\n書き込みが許されていない場所では使えません。\r\n"_s +
                          u"このフォルダを，ホームフォルダやデスクトップなど，書き込める場所へフォルダごと移してから，"
                          u"もう一度起動してください。"_s);
@@ -49,9 +49,8 @@ bool CheckFoldersAndLog(const QString &applicationFolder, const RunLog &log, Sys
     QString missing;
     if (CheckFolders(applicationFolder, &missing))
         return true;
-    QString error;
-    if (!log.WriteLog(FolderMissingMessage(missing), &error))
-        services.ShowMessage(error);
+    if (const FileFault fault = log.WriteLog(FolderMissingMessage(missing)))
+        services.ShowMessage(fault.reason);
     return false;
 }
 
@@ -91,16 +90,17 @@ bool MakeFirstDatabase(const QString &applicationFolder, SystemServices &service
     const bool leadsNowhere = file.isSymLink() && !file.exists();
     if (!LacksDatabase(file.filePath()) || leadsNowhere || HasBackup(BackupFolder(applicationFolder)))
         return true;
-    const auto create = [&services](const QString &path) {
-        StudyDatabase database(services);
-        return OpenOrReport(path, services, database) && DBCreateKotoban(database);
-    };
-    QString error;
     // A link stays one: its file may be in a folder that several machines share.
-    const bool isMade = WriteDatabase(file.exists() ? file.canonicalFilePath() : file.filePath(), create, &error);
-    if (!error.isEmpty())
-        services.ShowMessage(u"データベースを作れません。\r\n  "_s + file.filePath() + u"\r\n  "_s + error);
-    return isMade;
+    NewDatabase made(file.exists() ? file.canonicalFilePath() : file.filePath());
+    {
+        StudyDatabase database(services);
+        if (!OpenOrReport(made.Path(), services, database) || !DBCreateKotoban(database))
+            return false;
+    }
+    const FileFault fault = made.Finish();
+    if (fault)
+        services.ShowMessage(FaultMessage(u"データベースを作れません。"_s, fault));
+    return !fault;
 }
 
 bool BackUpOrReport(const QString &applicationFolder, SystemServices &services)
@@ -192,8 +192,8 @@ bool BackupDatabase(const QString &databaseFolder, const QString &databaseName, 
         backupName.replace(u"."_s, now.toString(u"_yyyy_MMdd-HHmm_ss."));
         const QString target = JoinPath(backupFolder, backupName);
         WriteTrace(u"FileCopy");
-        if (!CopyDatabase(source, target, error)) {
-            *error = failure + source + u"\r\n  → "_s + target + u"\r\n  "_s + *error;
+        if (const FileFault fault = CopyDatabase(source, target)) {
+            *error = failure + source + u"\r\n  → "_s + target + u"\r\n  "_s + fault.reason;
             return false;
         }
         WriteTrace(u"FileCopyFinished");

@@ -4,7 +4,6 @@
 #include "app/modUserList.h"
 
 #include "base/modCodePage.h"
-#include "base/modFile.h"
 #include "platform/modReplaceFile.h"
 #include "text/modReadText.h"
 
@@ -17,8 +16,8 @@ QStringList ReadUserNames(const QString &path)
     // Without ReadText and its encoding check: a few short names may look like another encoding, and refusing the list
     // would make it appear empty.
     QByteArray bytes;
-    QString error;
-    ReadWholeFile(path, &bytes, &error); // bytes is empty on failure
+    if (ReadWholeFile(path, &bytes))
+        return {};
     StudyLines lines;
     ReadAllLines(bytes, ExpandTabs::No, &lines);
     QStringList names;
@@ -27,15 +26,16 @@ QStringList ReadUserNames(const QString &path)
     return names;
 }
 
-bool AppendUserName(const QString &path, const QString &name, QString *error)
+FileFault AppendUserName(const QString &path, const QString &name)
 {
     QByteArray bytes;
     // An existing list that cannot be read must not be replaced by one with a single name.
-    if (QFileInfo::exists(path) && !ReadWholeFile(path, &bytes, error))
-        return false;
+    const FileFault fault = QFileInfo::exists(path) ? ReadWholeFile(path, &bytes) : FileFault();
+    if (fault)
+        return fault;
     if (!bytes.isEmpty() && !bytes.endsWith('\n') && !bytes.endsWith('\r'))
         bytes += "\r\n";
-    return ReplaceFile(path, bytes + ToCodePage932(name) + "\r\n", error);
+    return ReplaceFile(path, bytes + ToCodePage932(name) + "\r\n");
 }
 
 QStringList CharactersNotForNames(const QString &name)

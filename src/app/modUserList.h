@@ -4,15 +4,17 @@
 // The file with the users' names: code page 932, one name per line, in the order in which they were added.
 #pragma once
 
+#include "base/modFile.h"
+
 #include <QString>
 #include <QStringList>
 
 /// The names in file order; empty if the file does not exist or cannot be read.
 QStringList ReadUserNames(const QString &path);
 
-/// Appends a name exactly as given, creating the file if necessary. The file is replaced atomically.
-/// @return false if it could not be written; error then holds the reason, and the file is unchanged
-bool AppendUserName(const QString &path, const QString &name, QString *error);
+/// Appends a name exactly as given, creating the file if necessary. The file is replaced atomically; after a fault it
+/// is unchanged.
+FileFault AppendUserName(const QString &path, const QString &name);
 
 /// The characters of a name that the file cannot store, each once: those outside code page 932, as in CharactersLost,
 /// then control characters, including line feeds, by code point ("U+000A"). Empty for a name that can be stored.

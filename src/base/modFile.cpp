@@ -19,55 +19,67 @@ bool IsWithin(const QString &folder, const QString &other)
     return !folder.isEmpty() && !outer.isEmpty() && (folder == outer || folder.startsWith(outer + u'/'));
 }
 
+bool IsRegularOrMissing(const QString &path)
+{
+    const QFileInfo info(path);
+    return info.isFile() || !info.exists();
+}
+
+FileFault NotRegular(const QString &path)
+{
+    return {path, u"通常のファイルではありません。"_s};
+}
+
 } // namespace
+
+FileFault FaultOf(const QFileDevice &file)
+{
+    return {file.fileName(), file.errorString()};
+}
+
+QString FaultMessage(const QString &heading, const FileFault &fault)
+{
+    return heading + u"\r\n  "_s + fault.path + u"\r\n  "_s + fault.reason;
+}
 
 QString JoinPath(const QString &folder, const QString &name)
 {
     return QDir::toNativeSeparators(folder) + QDir::separator() + name;
 }
 
-bool IsRegularOrMissing(const QString &path, QString *error)
+FileFault OpenToRead(QFile *file)
 {
-    const QFileInfo info(path);
-    if (info.isFile() || !info.exists())
-        return true;
-    *error = u"通常のファイルではありません。"_s;
-    return false;
+    if (!IsRegularOrMissing(file->fileName()))
+        return NotRegular(file->fileName());
+    return file->open(QIODevice::ReadOnly) ? FileFault() : FaultOf(*file);
 }
 
-bool MayWrite(const QString &path, QString *error)
+FileFault WriteRefusal(const QString &path)
 {
-    if (!IsRegularOrMissing(path, error))
-        return false;
+    if (!IsRegularOrMissing(path))
+        return NotRegular(path);
     QFileInfo file(path);
     if (!file.isSymLink())
-        return true;
+        return {};
     constexpr int mostLinks = 40; // the end of a longer chain is not reached, and so refused
     for (int links = 0; file.isSymLink() && links < mostLinks; ++links)
         file.setFile(file.symLinkTarget());
     const QString folder = QFileInfo(file.path()).canonicalFilePath();
     if (!file.isSymLink() &&
         (IsWithin(folder, QFileInfo(path).path()) || IsWithin(folder, QCoreApplication::applicationDirPath())))
-        return true;
-    *error = u"瞬記帳のフォルダの外を指すリンクなので，書き込みません。"_s;
-    return false;
+        return {};
+    return {path, u"瞬記帳のフォルダの外を指すリンクなので，書き込みません。"_s};
 }
 
-bool ReadWholeFile(const QString &path, QByteArray *bytes, QString *error)
+FileFault ReadWholeFile(const QString &path, QByteArray *bytes)
 {
+    const FileFault tooLarge{path, u"ファイルが大きすぎます。"_s};
     QFile file(path);
     bytes->resize(0); // unlike clear(), keeps the capacity that the caller may have reserved
-    error->clear();
-    if (!IsRegularOrMissing(path, error))
-        return false;
-    if (!file.open(QIODevice::ReadOnly)) {
-        *error = file.errorString();
-        return false;
-    }
-    if (file.size() > MaxFileBytes) {
-        *error = u"ファイルが大きすぎます。"_s;
-        return false;
-    }
+    if (const FileFault fault = OpenToRead(&file))
+        return fault;
+    if (file.size() > MaxFileBytes)
+        return tooLarge;
     // The size is only a hint: the file may be growing, and some system files report 0 although they are not empty.
     bytes->resize(file.size());
     qsizetype done = 0;
@@ -81,10 +93,10 @@ bool ReadWholeFile(const QString &path, QByteArray *bytes, QString *error)
             break;
     }
     if (file.error() == QFileDevice::NoError && bytes->size() <= MaxFileBytes)
-        return true;
-    *error = bytes->size() > MaxFileBytes ? u"ファイルが大きすぎます。"_s : file.errorString();
+        return {};
+    const bool isTooLarge = bytes->size() > MaxFileBytes;
     bytes->clear();
-    return false;
+    return isTooLarge ? tooLarge : FaultOf(file);
 }
 
 QString FileNamePart(const QString &text)

@@ -1,36 +1,54 @@
 // SPDX-FileCopyrightText: 2026 The Kotoban developers
 // SPDX-License-Identifier: MIT
 
-// Reading whole files, joining paths and making file names.
+// What can go wrong with a file, reading whole files, joining paths and making file names.
 #pragma once
 
 #include <QByteArray>
 #include <QString>
 
+class QFile;
+class QFileDevice;
+
+/// Why a file could not be read or written; like std::error_code, true if there is a fault.
+struct [[nodiscard]] FileFault
+{
+    QString path{};   ///< of the file at fault, which need not be the one that was asked for
+    QString reason{}; ///< the system's or ours, for the user; empty if there is no fault
+
+    explicit operator bool() const
+    {
+        return !reason.isEmpty();
+    }
+};
+
+/// What the system says about a file that it could not open, read or write.
+FileFault FaultOf(const QFileDevice &file);
+
+/// Complete text for the user: what has failed, then the path and the reason, each on an indented line.
+QString FaultMessage(const QString &heading, const FileFault &fault);
+
 /// Joins folder and name with the system's path separator.
 QString JoinPath(const QString &folder, const QString &name);
 
-/// Whether a path may be opened as a file: following links, it is a regular file or does not exist. Anything else must
-/// not even be opened: a FIFO may block forever, a device may never end, and neither may be replaced.
-/// @return false for anything else; error then holds the reason
-bool IsRegularOrMissing(const QString &path, QString *error);
+/// Opens a file for reading if, following links, it is a regular one. Anything else must not even be opened: a FIFO may
+/// block forever, and a device may never end.
+FileFault OpenToRead(QFile *file);
 
-/// Whether a path may be created or changed as a file: it may be opened, and if it is a link, then one to a file in the
-/// folder of the link, in the application folder (that of the executable), or below. In a folder that comes from
-/// somewhere else, any other link would make the program write to a file elsewhere, even a new one. A linked folder is
-/// allowed, because users keep study files and records where they like.
-/// @return false if it must not be written; error then holds the reason
-bool MayWrite(const QString &path, QString *error);
+/// Why a path must not be created or changed as a file. It may be if it is a regular file or does not exist, and, if it
+/// is a link, leads to a file in the folder of the link, in the application folder (that of the executable), or below.
+/// In a folder that comes from somewhere else, any other link would make the program write to a file elsewhere, even a
+/// new one. A linked folder is allowed, because users keep study files and records where they like.
+FileFault WriteRefusal(const QString &path);
 
 /// Largest file that is read. All files are text typed by people; a study file of a million lines has half this size.
 /// The window is blocked while a file is read, and the limit keeps that short.
 constexpr qint64 MaxFileMegabytes = 64;
 constexpr qint64 MaxFileBytes = MaxFileMegabytes * 1024 * 1024;
 
-/// Reads a whole regular file.
-/// @return false if it is larger than MaxFileBytes or cannot be read completely; error then holds the reason and
-/// bytes is empty
-bool ReadWholeFile(const QString &path, QByteArray *bytes, QString *error);
+/// Reads a whole regular file of at most MaxFileBytes.
+/// @param bytes  empty after a fault
+FileFault ReadWholeFile(const QString &path, QByteArray *bytes);
 
 /// Makes a text usable in a file name: every character that is invalid in file names on any supported system, path
 /// separators included, becomes "_".

@@ -5,7 +5,6 @@
 
 #include "base/modCodePage.h"
 #include "base/modDateText.h"
-#include "base/modFile.h"
 #include "base/modProduct.h"
 
 #include <QFile>
@@ -18,16 +17,14 @@ namespace {
 // From warnings on: its lines are of level debug.
 Q_LOGGING_CATEGORY(Trace, "kotoban.trace", QtWarningMsg)
 
-bool WriteText(const QString &path, QIODevice::OpenMode mode, const QString &text, QString *error)
+FileFault WriteText(const QString &path, QIODevice::OpenMode mode, const QString &text)
 {
-    if (!MayWrite(path, error))
-        return false;
+    if (const FileFault fault = WriteRefusal(path))
+        return fault;
     QFile file(path);
     const QByteArray bytes = ToCodePage932(text);
-    if (file.open(mode) && file.write(bytes) == bytes.size() && file.flush())
-        return true;
-    *error = file.errorString();
-    return false;
+    const bool isWritten = file.open(mode) && file.write(bytes) == bytes.size() && file.flush();
+    return isWritten ? FileFault() : FaultOf(file);
 }
 
 } // namespace
@@ -37,22 +34,17 @@ RunLog::RunLog(const QString &applicationFolder, const QString &baseName, const 
 {
 }
 
-bool RunLog::WriteYmdLogStart(QString *error) const
+FileFault RunLog::WriteYmdLogStart() const
 {
     const QString header =
         m_baseName + u".exe　Ver"_s + VersionText() + u"\r\n"_s + DateWithWeekday(m_now().date()) + u"\r\n"_s;
-    return WriteText(m_path, QIODevice::WriteOnly | QIODevice::Truncate, header, error);
+    return WriteText(m_path, QIODevice::WriteOnly | QIODevice::Truncate, header);
 }
 
-bool RunLog::WriteLog(const QString &message, QString *error) const
+FileFault RunLog::WriteLog(const QString &message) const
 {
     const QString entry = TimeText(m_now()) + u' ' + message + u"\r\n"_s;
-    return WriteText(m_path, QIODevice::WriteOnly | QIODevice::Append, entry, error);
-}
-
-QString RunLog::Path() const
-{
-    return m_path;
+    return WriteText(m_path, QIODevice::WriteOnly | QIODevice::Append, entry);
 }
 
 void WriteTrace(QStringView line)

@@ -5,6 +5,8 @@
 // the name of every event handler that is entered; it is off by default.
 #pragma once
 
+#include "base/modFile.h"
+
 #include <QDateTime>
 #include <QString>
 #include <QStringView>
@@ -22,14 +24,10 @@ class RunLog
     RunLog(const QString &applicationFolder, const QString &baseName, const std::function<QDateTime()> &now);
 
     /// Creates or truncates the log and writes its two header lines.
-    /// @return false if the file cannot be written; error then holds the system's reason
-    bool WriteYmdLogStart(QString *error) const;
+    FileFault WriteYmdLogStart() const;
 
     /// Appends an entry with the current time.
-    /// @return false if the file cannot be written; error then holds the system's reason
-    bool WriteLog(const QString &message, QString *error) const;
-
-    QString Path() const;
+    FileFault WriteLog(const QString &message) const;
 
   private:
     QString m_path;

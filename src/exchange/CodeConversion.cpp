@@ -43,9 +43,8 @@ bool CodeConversion::Run()
 /// Reads the file and detects its encoding again, because it may have changed since it was listed.
 bool CodeConversion::Read()
 {
-    QString reason;
-    if (!ReadWholeFile(m_path, &m_before, &reason))
-        return Refuse(UnreadableFileMessage(m_title, reason));
+    if (const FileFault fault = ReadWholeFile(m_path, &m_before))
+        return Refuse(UnreadableFileMessage(m_title, fault.reason));
     m_code = DetectCharCode(WholeFile(m_before));
     const QString codeName = CharCodeName(m_code);
     return CanConvertFrom(codeName) || Refuse(NotConvertibleMessage(m_title, codeName));
@@ -116,12 +115,11 @@ bool CodeConversion::SettleLongLines()
 bool CodeConversion::Write()
 {
     QByteArray bytes;
-    QString message;
-    if (!EncodeConverted(m_converted.text, &bytes, &message))
-        return Refuse(message);
+    if (const TextRefusal refusal = EncodeStudyText(m_converted.text, &bytes))
+        return Refuse(NotEncodedMessage(refusal));
     QString backupPath;
-    if (!ReplaceConverted(m_path, m_before, bytes, &backupPath, &message))
-        return Refuse(message);
+    if (const FileFault fault = ReplaceConverted(m_path, m_before, bytes, &backupPath))
+        return Refuse(ConvertedNotWrittenMessage(fault));
     m_msg.DispFrmMsg(m_owner,
                      ConvertedMessage(m_path, backupPath, CharCodeName(m_code), m_converted, m_unbreakableLine),
                      MsgStyle::Ok, u"start.wav"_s);

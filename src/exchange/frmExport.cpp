@@ -147,10 +147,11 @@ ExportKind frmExport::ChosenKind() const
 bool frmExport::Write(const QString &exportPath, qsizetype *undecodable)
 {
     StudyExport made;
-    QString message;
     const bool isOnlyHard = chkOnlyHard->isEnabled() && chkOnlyHard->isChecked();
-    if (!made.Read(m_studyFilePath, ChosenKind(), &message, isOnlyHard ? &m_marks : nullptr))
-        return Refuse(message);
+    if (const TextRefusal refusal = made.Read(m_studyFilePath, ChosenKind(), isOnlyHard ? &m_marks : nullptr))
+        return Refuse(refusal.message);
+    if (!made.HasContent())
+        return Refuse(NoBlankToExportMessage(QFileInfo(m_studyFilePath).completeBaseName()));
     if (!MayReplace(exportPath))
         return false;
     PieceFile file(exportPath, made);
@@ -159,7 +160,7 @@ bool frmExport::Write(const QString &exportPath, qsizetype *undecodable)
                   [&made] { return made.Done(); }))
         return false;
     *undecodable = made.Undecodable();
-    return file.Error().isEmpty() || Refuse(ExportNotWrittenMessage(exportPath, file.Error()));
+    return !file.Fault() || Refuse(ExportNotWrittenMessage(file.Fault()));
 }
 
 /// @return always false, for callers to return

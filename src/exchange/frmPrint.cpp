@@ -112,10 +112,9 @@ void frmPrint::cmdOK_Click()
 bool frmPrint::Write(const QString &sheetPath)
 {
     PrintSheet sheet;
-    QString message;
-    if (!sheet.Read(m_studyFilePath, sheetPath, chkAnswers->isChecked(), &message,
-                    chkOnlyHard->isChecked() ? &m_marks : nullptr))
-        return Refuse(message);
+    if (const TextRefusal refusal = sheet.Read(m_studyFilePath, sheetPath, chkAnswers->isChecked(),
+                                               chkOnlyHard->isChecked() ? &m_marks : nullptr))
+        return Refuse(refusal.message);
     if (sheet.BlankCount() > MostBlanksUnasked &&
         m_msg.DispFrmMsg(this, ManyPagesQuestion(sheet), MsgStyle::YesNo, u"notify.wav"_s) != MsgResult::Ok)
         return false;
@@ -124,7 +123,7 @@ bool frmPrint::Write(const QString &sheetPath)
     if (!wait.Run([&file](const QDeadlineTimer &deadline) { return file.GoOn(deadline); },
                   [&sheet] { return sheet.Done(); }))
         return false;
-    return file.Error().isEmpty() || Refuse(SheetNotWrittenMessage(sheetPath, file.Error()));
+    return !file.Fault() || Refuse(SheetNotWrittenMessage(file.Fault()));
 }
 
 /// @return always false, for callers to return

@@ -5,6 +5,8 @@
 
 #include "base/modFile.h"
 #include "base/modLog.h"
+#include "exchange/modConvertCode.h"
+#include "platform/modReplaceFile.h"
 #include "widgets/ElidedLabel.h"
 #include "widgets/NamedControls.h"
 #include "widgets/PageFont.h"
@@ -80,9 +82,10 @@ QString frmTable::Make(const QString &tablePath)
     m_madeName.clear();
     m_tablePath = tablePath;
     m_found = TableReading();
-    TableRefusal refusal;
-    if (!ReadWholeFile(tablePath, &m_bytes, &refusal.reason) ||
-        !ReadTableBytes(m_bytes, &m_found, &m_table, &refusal)) {
+    TableRefusal refusal{ReadWholeFile(tablePath, &m_bytes).reason};
+    if (!refusal)
+        refusal = ReadTableBytes(m_bytes, &m_found, &m_table);
+    if (refusal) {
         m_msg.DispFrmMsg(parentWidget(), TableNotReadMessage(QFileInfo(tablePath).fileName(), refusal), MsgStyle::Ok,
                          u"notify.wav"_s);
         return QString();
@@ -228,16 +231,14 @@ void frmTable::ReadAgain(const QString &separator)
     if (m_fault.isEmpty())
         m_lastHidden = Options().isHidden;
     TableReading reading{Codes[cboCode->currentIndex()], separator};
-    TableRefusal refusal;
-    const bool isRead = ReadTableBytes(m_bytes, &reading, &m_table, &refusal);
-    m_fault = isRead ? QString() : refusal.reason;
+    m_fault = ReadTableBytes(m_bytes, &reading, &m_table).reason;
     if (separator.isEmpty()) {
         m_found.separator = reading.separator;
         const QSignalBlocker noSeparator(cboTableSeparator);
         cboTableSeparator->setEditText(SeparatorName(reading.separator));
     }
     const bool hasSameColumns = m_lastHidden.size() == m_table.ColumnCount();
-    ShowRows(!isRead || hasSameColumns ? m_lastHidden : HiddenByDefault(m_table));
+    ShowRows(!m_fault.isEmpty() || hasSameColumns ? m_lastHidden : HiddenByDefault(m_table));
 }
 
 void frmTable::ShowRows(const QList<bool> &isHidden)
@@ -356,18 +357,10 @@ void frmTable::cmdOK_Click()
     QString fileName;
     ConvertedText converted;
     TableStudyText study;
-    QByteArray bytes;
-    QString message;
-    if (!TakeName(&fileName) || !TakeText(Options(), &converted, &study))
+    QString keptPath;
+    if (!TakeName(&fileName) || !TakeText(Options(), &converted, &study) || !Write(fileName, study.text, &keptPath))
         return;
-    if (!EncodeStudyText(study, &bytes, &message)) {
-        Refuse(message);
-        return;
-    }
-    QString keptName;
-    if (!Write(fileName, bytes, &keptName))
-        return;
-    m_msg.DispFrmMsg(this, StudyFileMadeMessage(fileName, keptName, m_table, study, converted), MsgStyle::Ok,
+    m_msg.DispFrmMsg(this, StudyFileMadeMessage(fileName, keptPath, m_table, study, converted), MsgStyle::Ok,
                      u"start.wav"_s);
     m_madeName = fileName;
     accept();
@@ -385,19 +378,20 @@ bool frmTable::TakeName(QString *fileName)
     const QString title = StudyFileTitle(txtName->text());
     txtName->setText(title);
     *fileName = title + u".txt"_s;
-    QString message;
-    if (CheckStudyFileTitle(title, &message))
+    const QString refusal = TitleRefusal(title);
+    if (refusal.isEmpty())
         return true;
     txtName->setFocus();
-    return Refuse(message);
+    return Refuse(refusal);
 }
 
 /// Makes the lines of the whole table. @return false after telling the user why they cannot be written
 bool frmTable::TakeText(TableOptions options, ConvertedText *converted, TableStudyText *study)
 {
-    QString message;
-    if (!ConvertBetween(&options.between, &message))
-        return Refuse(message);
+    const ConvertedText between = ConvertText(options.between, Accents::Remove);
+    if (between.unwritableCount > 0)
+        return Refuse(UnwritableBetweenMessage(between));
+    options.between = between.text;
     TableCells cells = CellsOf(m_table, options);
     *converted = ConvertText(cells.text, Accents::Remove);
     if (converted->unwritableCount == 0 && converted->accentCount > 0) {
@@ -412,19 +406,24 @@ bool frmTable::TakeText(TableOptions options, ConvertedText *converted, TableStu
         return Refuse(UnwritableCellsMessage(cells, *converted));
     cells.text = std::exchange(converted->text, QString());
     *study = StudyTextOf(cells, options);
-    return study->unbreakableRow == 0 || Refuse(UnbreakableRowMessage(*study));
+    if (study->unbreakableRow > 0)
+        return Refuse(UnbreakableRowMessage(*study));
+    return study->blanks > 0 || Refuse(NoBlanksMessage());
 }
 
-/// Writes the file, replacing an existing one only with the user's consent.
-bool frmTable::Write(const QString &fileName, const QByteArray &bytes, QString *keptName)
+/// Writes the file, replacing an existing one only with the user's consent. The old one is kept under a free name.
+bool frmTable::Write(const QString &fileName, const QString &text, QString *keptPath)
 {
+    QByteArray bytes;
+    if (const TextRefusal refusal = EncodeStudyText(text, &bytes))
+        return Refuse(TableNotEncodedMessage(refusal));
     const QString path = JoinPath(m_studyFolder, fileName);
     const QFileInfo info(path);
     if ((info.isFile() || info.isSymLink()) &&
         m_msg.DispFrmMsg(this, ReplaceStudyFileQuestion(path), MsgStyle::YesNo, u"notify.wav"_s) != MsgResult::Ok)
         return false;
-    QString message;
-    return WriteStudyFile(path, bytes, keptName, &message) || Refuse(message);
+    const FileFault fault = ReplaceAndKeep(path, bytes, keptPath);
+    return !fault || Refuse(StudyFileNotWrittenMessage(fault));
 }
 
 /// @return always false, for callers to return

@@ -63,7 +63,7 @@ class frmTable : public QDialog
     TableOptions Options() const;
     bool TakeName(QString *fileName);
     bool TakeText(TableOptions options, ConvertedText *converted, TableStudyText *study);
-    bool Write(const QString &fileName, const QByteArray &bytes, QString *keptName);
+    bool Write(const QString &fileName, const QString &text, QString *keptPath);
     bool Refuse(const QString &message);
 
     frmMsg &m_msg;

@@ -4,7 +4,6 @@
 #include "exchange/modConvertCode.h"
 
 #include "base/modCodePage.h"
-#include "base/modFile.h"
 #include "platform/modReplaceFile.h"
 #include "text/modCheckText.h"
 #include "text/modDecodeText.h"
@@ -43,23 +42,6 @@ QString NameOfTwin(char16_t twin)
     return twin == u' ' ? u"空白"_s : QString(QChar(twin));
 }
 
-QString NotWrittenMessage(const QString &path, const QString &reason)
-{
-    return u"変換したファイルを書き込めません。"_s + Unchanged + u"\r\n  "_s + path + u"\r\n  "_s + reason;
-}
-
-QString StillNotReadMessage(const QString &codeName)
-{
-    return u"Shift_JISにしても，文字コードが"_s + codeName + u"と判定されて開けないため，変換しません。"_s + Unchanged +
-           u"\r\nひらがなや漢字などの全角の文字を一つ加えて保存してから，もう一度変換してください。"_s;
-}
-
-QString StillTooLargeMessage()
-{
-    return u"Shift_JISにすると"_s + QString::number(MaxFileMegabytes) + u"MBを超えて開けないため，変換しません。"_s +
-           Unchanged + u"\r\nいくつかのファイルに分けてから，変換してください。"_s;
-}
-
 } // namespace
 
 bool CanConvertFrom(const QString &codeName)
@@ -79,34 +61,26 @@ bool ReadsAsShiftJis(const QByteArray &bytes)
     return !FromCodePage932(bytes).contains(QChar::ReplacementCharacter);
 }
 
-bool EncodeConverted(const QString &text, QByteArray *bytes, QString *message)
+TextRefusal EncodeStudyText(const QString &text, QByteArray *bytes)
 {
     *bytes = ToCodePage932(text);
-    if (bytes->size() > MaxFileBytes) {
-        *message = StillTooLargeMessage();
-        return false;
-    }
+    if (bytes->size() > MaxFileBytes)
+        return {.fault = TextFault::TooLarge, .line = 1};
     const CharCode code = DetectCharCode(WholeFile(*bytes));
-    if (code == CharCode::Ascii || code == CharCode::Sjis)
-        return true;
-    *message = StillNotReadMessage(CharCodeName(code));
-    return false;
+    if (code != CharCode::Ascii && code != CharCode::Sjis)
+        return {.fault = TextFault::WrongCharCode, .line = 1, .charCode = CharCodeName(code)};
+    return {};
 }
 
-bool ReplaceConverted(const QString &path, const QByteArray &before, const QByteArray &converted, QString *backupPath,
-                      QString *message)
+FileFault ReplaceConverted(const QString &path, const QByteArray &before, const QByteArray &converted,
+                           QString *backupPath)
 {
     QByteArray now;
-    QString reason;
-    if (!ReadWholeFile(path, &now, &reason) || now != before) {
-        *message = NotWrittenMessage(path, reason.isEmpty() ? u"ファイルがほかで変更されました。"_s : reason);
-        return false;
-    }
-    QString failedPath;
-    if (ReplaceAndKeep(path, converted, backupPath, &failedPath, &reason))
-        return true;
-    *message = NotWrittenMessage(failedPath, reason);
-    return false;
+    if (const FileFault fault = ReadWholeFile(path, &now))
+        return fault;
+    if (now != before)
+        return {path, u"ファイルがほかで変更されました。"_s};
+    return ReplaceAndKeep(path, converted, backupPath);
 }
 
 QString NameOfUnwritable(char32_t character)
@@ -187,6 +161,21 @@ QString LongLinesQuestion(const BrokenLines &lines, int maxLineBytes)
            QString::number(lines.firstLong) +
            u"行目）。このままでは開けません。\r\n[ ]の外の空白か，「、」「。」の後で改行して，"_s + limit +
            u"バイト以下にしますか？"_s;
+}
+
+QString NotEncodedMessage(const TextRefusal &refusal)
+{
+    if (refusal.fault == TextFault::TooLarge)
+        return u"Shift_JISにすると"_s + QString::number(MaxFileMegabytes) +
+               u"MBを超えて開けないため，変換しません。"_s + Unchanged +
+               u"\r\nいくつかのファイルに分けてから，変換してください。"_s;
+    return u"Shift_JISにしても，文字コードが"_s + refusal.charCode + u"と判定されて開けないため，変換しません。"_s +
+           Unchanged + u"\r\nひらがなや漢字などの全角の文字を一つ加えて保存してから，もう一度変換してください。"_s;
+}
+
+QString ConvertedNotWrittenMessage(const FileFault &fault)
+{
+    return FaultMessage(u"変換したファイルを書き込めません。"_s + Unchanged, fault);
 }
 
 QString ConvertedMessage(const QString &path, const QString &backupPath, const QString &codeName,

@@ -5,8 +5,10 @@
 // CodeConversion asks the questions.
 #pragma once
 
+#include "base/modFile.h"
 #include "exchange/modBreakLines.h"
 #include "exchange/modConvertText.h"
+#include "text/modReadText.h"
 
 #include <QByteArray>
 #include <QString>
@@ -21,17 +23,17 @@ bool CanConvert(const QString &remarks);
 bool ReadsAsShiftJis(const QByteArray &bytes);
 
 /// A converted text as the bytes of a study file.
-/// @return false if such a file would be refused as a whole, for its size or because it would be detected as another
-/// encoding; message then holds the complete text for the user
-bool EncodeConverted(const QString &text, QByteArray *bytes, QString *message);
+/// @return a refusal without a message if such a file would be refused as a whole, for its size or because it would be
+/// detected as another encoding
+TextRefusal EncodeStudyText(const QString &text, QByteArray *bytes);
 
 /// Replaces a file by its converted contents and keeps the old file under a free name. The backup is on the disk before
 /// the file is replaced.
 /// @param before  contents of the file when it was read; if it has changed since, nothing is written
 /// @param backupPath  receives the path of the backup
-/// @return false on failure; message then holds the complete text for the user, and the folder is unchanged
-bool ReplaceConverted(const QString &path, const QByteArray &before, const QByteArray &converted, QString *backupPath,
-                      QString *message);
+/// @return a fault after which the folder is unchanged
+FileFault ReplaceConverted(const QString &path, const QByteArray &before, const QByteArray &converted,
+                           QString *backupPath);
 
 /// An unwritable character as messages show it: "é（U+00E9）", because the font may lack it.
 QString NameOfUnwritable(char32_t character);
@@ -49,6 +51,8 @@ QString AccentsQuestion(const ConvertedText &converted);
 QString UnwritableQuestion(const ConvertedText &converted);
 QString BracketsQuestion();
 QString LongLinesQuestion(const BrokenLines &lines, int maxLineBytes);
+QString NotEncodedMessage(const TextRefusal &refusal); ///< of EncodeStudyText
+QString ConvertedNotWrittenMessage(const FileFault &fault);
 
 /// @param unbreakableLine  1-based line that is still too long; 0 if there is none
 QString ConvertedMessage(const QString &path, const QString &backupPath, const QString &codeName,

@@ -176,7 +176,7 @@ QByteArray CsvRows(const StudyLines &lines, int linesBefore, int blanksBefore, c
 
 } // namespace
 
-bool StudyExport::Read(const QString &studyFilePath, ExportKind kind, QString *message, const MarkList *onlyHard)
+TextRefusal StudyExport::Read(const QString &studyFilePath, ExportKind kind, const MarkList *onlyHard)
 {
     // Before the file is read: the marks need all its lines at once.
     m_isWanted = {};
@@ -189,19 +189,12 @@ bool StudyExport::Read(const QString &studyFilePath, ExportKind kind, QString *m
     m_linesBefore = 0;
     m_blanksBefore = 0;
     m_undecodable = 0;
-    const TextRefusal refusal = m_parts.Read(studyFilePath, MaxLineBytes);
-    *message = refusal.message;
-    if (refusal.fault != TextFault::None)
-        return false;
-    if (kind == ExportKind::Text || HasBlankToExport())
-        return true;
-    *message = NoBlankToExportMessage(QFileInfo(studyFilePath).completeBaseName());
-    return false;
+    return m_parts.Read(studyFilePath, MaxLineBytes);
 }
 
-bool StudyExport::HasBlankToExport()
+bool StudyExport::HasContent()
 {
-    bool hasBlank = false;
+    bool hasBlank = m_kind == ExportKind::Text;
     for (StudyLines lines; !hasBlank && m_parts.Next(ExpandTabs::No, &lines);)
         hasBlank = HasBlank(lines, m_kind);
     m_parts.GoBack();
@@ -233,9 +226,9 @@ QString ExportPath(const QString &folder, const QString &studyFilePath, ExportKi
     return JoinPath(folder, QFileInfo(studyFilePath).completeBaseName() + endings[int(kind)]);
 }
 
-QString ExportNotWrittenMessage(const QString &exportPath, const QString &reason)
+QString ExportNotWrittenMessage(const FileFault &fault)
 {
-    return u"書き出したファイルを書き込めません。\r\n  "_s + exportPath + u"\r\n  "_s + reason;
+    return FaultMessage(u"書き出したファイルを書き込めません。"_s, fault);
 }
 
 QString NoBlankToExportMessage(const QString &fileTitle)

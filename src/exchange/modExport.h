@@ -43,9 +43,10 @@ class StudyExport : public PieceMaker
   public:
     /// Reads a study file.
     /// @param onlyHard  if given, notes and table hold only the blanks marked in it
-    /// @return false after a refusal: the file cannot be read, or has no blank to export; message then holds the
-    /// complete text for the user
-    bool Read(const QString &studyFilePath, ExportKind kind, QString *message, const MarkList *onlyHard = nullptr);
+    TextRefusal Read(const QString &studyFilePath, ExportKind kind, const MarkList *onlyHard = nullptr);
+
+    /// Whether the file has a blank, without which there are no notes and no table. Called before the first Next.
+    bool HasContent();
 
     bool Next(QByteArray *piece) override;
     double Done() const override
@@ -60,8 +61,6 @@ class StudyExport : public PieceMaker
     }
 
   private:
-    bool HasBlankToExport();
-
     StudyParts m_parts;
     ExportKind m_kind = ExportKind::Text;
     BlankFilter m_isWanted;
@@ -77,7 +76,7 @@ QString ExportPath(const QString &folder, const QString &studyFilePath, ExportKi
 /// Complete texts for the user, lines separated by CR LF.
 QString NoBlankToExportMessage(const QString &fileTitle);
 QString ReplaceExportQuestion(const QString &exportPath);
-QString ExportNotWrittenMessage(const QString &exportPath, const QString &reason);
+QString ExportNotWrittenMessage(const FileFault &fault);
 
 /// @param undecodable  number of U+FFFD in the export
 QString ExportedMessage(const QString &exportPath, qsizetype undecodable);

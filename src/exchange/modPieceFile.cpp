@@ -13,6 +13,6 @@ bool PieceFile::GoOn(const QDeadlineTimer &deadline)
     while (m_pieces.Next(&piece) && m_file.Write(piece))
         if (deadline.hasExpired())
             return true;
-    m_file.Commit(&m_error);
+    m_fault = m_file.Commit();
     return false;
 }

@@ -35,17 +35,17 @@ class PieceFile
     PieceFile(const QString &path, PieceMaker &pieces);
 
     /// Goes on writing until the deadline.
-    /// @return whether there is more to write; if not, the file is complete or Error() is set
+    /// @return whether there is more to write; if not, the file is complete or there is a Fault()
     bool GoOn(const QDeadlineTimer &deadline);
 
-    /// Why the file could not be written, after which the old file is unchanged; empty if nothing has failed.
-    const QString &Error() const
+    /// Why the file could not be written; the old file is then unchanged.
+    const FileFault &Fault() const
     {
-        return m_error;
+        return m_fault;
     }
 
   private:
     FileReplacement m_file;
     PieceMaker &m_pieces;
-    QString m_error;
+    FileFault m_fault;
 };

@@ -247,21 +247,20 @@ QString BlankNumber(int blank)
     return u'(' + QString::number(blank) + u')';
 }
 
-bool PrintSheet::Read(const QString &studyFilePath, const QString &sheetPath, bool withAnswers, QString *message,
-                      const MarkList *onlyHard)
+TextRefusal PrintSheet::Read(const QString &studyFilePath, const QString &sheetPath, bool withAnswers,
+                             const MarkList *onlyHard)
 {
     // Before the file is read: the marks need all its lines at once.
     m_onlyBlanks.reset();
     if (onlyHard)
         m_onlyBlanks = onlyHard->FindInFile(studyFilePath);
     const TextRefusal refusal = m_parts.Read(studyFilePath, MaxLineBytes);
-    *message = refusal.message;
     m_title = QFileInfo(studyFilePath).completeBaseName();
     m_pictureUrl = PicturesBeside(studyFilePath, sheetPath);
     m_withAnswers = withAnswers && BlankCount() > 0;
     m_stage = Stage::Beginning;
     m_blanksBefore = 0;
-    return refusal.fault == TextFault::None;
+    return refusal;
 }
 
 int PrintSheet::BlankCount() const
@@ -321,9 +320,9 @@ QString ManyPagesQuestion(const PrintSheet &sheet)
            u"ページになります。\r\nブラウザで開くのに，長い時間がかかることがあります。\r\n\r\n印刷ページを作りますか？"_s;
 }
 
-QString SheetNotWrittenMessage(const QString &sheetPath, const QString &reason)
+QString SheetNotWrittenMessage(const FileFault &fault)
 {
-    return u"印刷ページを書き込めません。\r\n  "_s + sheetPath + u"\r\n  "_s + reason;
+    return FaultMessage(u"印刷ページを書き込めません。"_s, fault);
 }
 
 QString SheetNotOpenedMessage(const QString &sheetPath)

@@ -34,9 +34,8 @@ class PrintSheet : public PieceMaker
     /// @param withAnswers  whether to append the answers, if there are any blanks
     /// @param onlyHard  if given, only the blanks marked in it are asked for, numbered from 1, only their lines appear,
     /// and any other blanks in those lines show their answers as text
-    /// @return false if the file cannot be read; message then holds the complete text for the user
-    bool Read(const QString &studyFilePath, const QString &sheetPath, bool withAnswers, QString *message,
-              const MarkList *onlyHard = nullptr);
+    TextRefusal Read(const QString &studyFilePath, const QString &sheetPath, bool withAnswers,
+                     const MarkList *onlyHard = nullptr);
 
     /// Number of blanks that are asked for.
     int BlankCount() const;
@@ -73,7 +72,7 @@ QString PrintSheetPath(const QString &folder, const QString &studyFilePath);
 
 /// Complete texts for the user, lines separated by CR LF.
 QString ManyPagesQuestion(const PrintSheet &sheet); ///< to be asked above MostBlanksUnasked
-QString SheetNotWrittenMessage(const QString &sheetPath, const QString &reason);
+QString SheetNotWrittenMessage(const FileFault &fault);
 
 /// The message for a sheet that the system could not open.
 QString SheetNotOpenedMessage(const QString &sheetPath);

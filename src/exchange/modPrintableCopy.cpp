@@ -4,10 +4,8 @@
 #include "exchange/modPrintableCopy.h"
 
 #include "base/modCodePage.h"
-#include "base/modFile.h"
 #include "platform/modReplaceFile.h"
 #include "text/modCheckText.h"
-#include "text/modReadText.h"
 
 #include <QDateTime>
 #include <QFileInfo>
@@ -25,21 +23,6 @@ QString FileNameLine(const QString &path)
 QString KeptPath(const QString &copyPath)
 {
     return copyPath + u".bak"_s;
-}
-
-/// Makes the bytes of a study file's copy. @return false after a refusal, which message then holds
-bool MakeCopy(const QString &studyFilePath, QByteArray *bytes, QString *message)
-{
-    StudyLines lines;
-    const TextRefusal refusal = ReadStudyText(studyFilePath, MaxLineBytes, &lines);
-    *message = refusal.message;
-    if (refusal.fault != TextFault::None)
-        return false;
-    for (int line = 1; line <= lines.Count(); ++line) {
-        *bytes += ToCodePage932(PrintableLine(lines.at1(line)));
-        *bytes += "\r\n";
-    }
-    return true;
 }
 
 } // namespace
@@ -62,35 +45,39 @@ QString PrintableCopyPath(const QString &folder, const QString &studyFilePath)
     return JoinPath(folder, GetFileTitle(studyFilePath) + u"_印刷用.txt"_s);
 }
 
-OldCopy JudgeOldCopy(const QString &studyFilePath, const QString &copyPath)
+TextRefusal MakePrintableCopy(const QString &studyFilePath, QByteArray *bytes)
+{
+    StudyLines lines;
+    const TextRefusal refusal = ReadStudyText(studyFilePath, MaxLineBytes, &lines);
+    for (int line = 1; line <= lines.Count(); ++line)
+        *bytes += ToCodePage932(PrintableLine(lines.at1(line))) + "\r\n";
+    return refusal;
+}
+
+OldCopy JudgeOldCopy(const QByteArray &bytes, const QString &studyFilePath, const QString &copyPath)
 {
     const QFileInfo copy(copyPath);
     QByteArray present;
-    QByteArray made;
-    QString message;
-    if (!copy.isFile() || !MakeCopy(studyFilePath, &made, &message))
-        return OldCopy::Replaceable; // if it cannot be made or replaced, writing will say so
-    if (!ReadWholeFile(copyPath, &present, &message))
+    if (!copy.isFile())
+        return OldCopy::Replaceable; // if it cannot be replaced, writing will say so
+    if (ReadWholeFile(copyPath, &present))
         return OldCopy::Unreadable;
-    if (present == made)
+    if (present == bytes)
         return OldCopy::Replaceable;
     return copy.lastModified() > QFileInfo(studyFilePath).lastModified() ? OldCopy::Edited : OldCopy::Outdated;
 }
 
-bool WritePrintableCopy(const QString &studyFilePath, const QString &copyPath, QString *message, OldCopy oldCopy)
+FileFault WritePrintableCopy(const QByteArray &bytes, const QString &copyPath, OldCopy oldCopy)
 {
-    QByteArray bytes;
-    if (!MakeCopy(studyFilePath, &bytes, message))
-        return false;
-    QString reason;
-    QString path = KeptPath(copyPath);
-    if (oldCopy != OldCopy::Outdated || CopyWholeFile(copyPath, path, &reason)) {
-        path = copyPath;
-        if (ReplaceFile(path, bytes, &reason))
-            return true;
-    }
-    *message = u"印刷用ファイルを書き込めません。\r\n  "_s + path + u"\r\n  "_s + reason;
-    return false;
+    if (oldCopy == OldCopy::Outdated)
+        if (const FileFault fault = CopyWholeFile(copyPath, KeptPath(copyPath)))
+            return fault;
+    return ReplaceFile(copyPath, bytes);
+}
+
+QString CopyNotWrittenMessage(const FileFault &fault)
+{
+    return FaultMessage(u"印刷用ファイルを書き込めません。"_s, fault);
 }
 
 QString ReplaceCopyQuestion(const QString &copyPath, OldCopy oldCopy)

@@ -4,7 +4,8 @@
 // The printable copy of a study file: its text with the answers replaced by underscores, to be filled in by hand.
 #pragma once
 
-#include "text/modStudyLines.h"
+#include "base/modFile.h"
+#include "text/modReadText.h"
 
 /// A line with every character inside its brackets replaced: by "_" if it has one byte in code page 932, by "＿" if it
 /// has two.
@@ -22,7 +23,11 @@ enum class OldCopy
     Unreadable,  ///< its contents are unknown
 };
 
-OldCopy JudgeOldCopy(const QString &studyFilePath, const QString &copyPath);
+/// Makes the printable copy of a study file, in code page 932 with CR LF. @param bytes  unchanged after a refusal
+TextRefusal MakePrintableCopy(const QString &studyFilePath, QByteArray *bytes);
+
+/// @param bytes  the new copy
+OldCopy JudgeOldCopy(const QByteArray &bytes, const QString &studyFilePath, const QString &copyPath);
 
 /// Whether the user must be asked before a copy is replaced.
 inline bool MustAsk(OldCopy oldCopy)
@@ -30,14 +35,12 @@ inline bool MustAsk(OldCopy oldCopy)
     return oldCopy == OldCopy::Edited || oldCopy == OldCopy::Unreadable;
 }
 
-/// Writes the printable copy of a study file in code page 932 with CR LF, replacing an existing one. An outdated one is
-/// kept with ".bak" appended to its name, replacing an earlier backup.
+/// Writes a printable copy, replacing an existing one. An outdated one is kept with ".bak" appended to its name,
+/// replacing an earlier backup. After a fault an existing copy is unchanged.
 /// @param oldCopy  result of JudgeOldCopy
-/// @return false after a fault, which message then holds: the study file cannot be read, or the copy not written. An
-/// existing copy is then unchanged
-bool WritePrintableCopy(const QString &studyFilePath, const QString &copyPath, QString *message,
-                        OldCopy oldCopy = OldCopy::Replaceable);
+FileFault WritePrintableCopy(const QByteArray &bytes, const QString &copyPath, OldCopy oldCopy);
 
 /// Complete texts for the user, lines separated by CR LF.
+QString CopyNotWrittenMessage(const FileFault &fault);
 QString ReplaceCopyQuestion(const QString &copyPath, OldCopy oldCopy); ///< to be asked if MustAsk
 QString CopyMadeMessage(const QString &copyPath, OldCopy oldCopy);     ///< names the new file and offers to open it

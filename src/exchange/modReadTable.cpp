@@ -52,7 +52,7 @@ bool ReadsAsTable(CharCode code)
 
 } // namespace
 
-bool ReadTableBytes(const QByteArray &bytes, TableReading *reading, Table *table, TableRefusal *refusal)
+TableRefusal ReadTableBytes(const QByteArray &bytes, TableReading *reading, Table *table)
 {
     *table = Table();
     const CharCode guess = GuessTableCode(bytes);
@@ -63,17 +63,16 @@ bool ReadTableBytes(const QByteArray &bytes, TableReading *reading, Table *table
     reading->separator = format.separator;
     int errorLine = 0;
     if (!ReadsAsTable(reading->code) || text.contains(QChar::Null))
-        *refusal = NoTextTable();
-    else if (!ReadTable(text, format, table, &errorLine))
-        *refusal = QuoteNeverClosed(errorLine);
-    else if (table->RowCount() == 0)
-        *refusal = EmptyTable();
-    else if (table->ColumnCount() > MaxColumns)
-        *refusal = TooManyColumns(table->ColumnCount());
-    else
-        return true;
+        return NoTextTable();
+    if (!ReadTable(text, format, table, &errorLine))
+        return QuoteNeverClosed(errorLine);
+    if (table->RowCount() == 0)
+        return EmptyTable();
+    const int columns = table->ColumnCount();
+    if (columns <= MaxColumns)
+        return {};
     *table = Table();
-    return false;
+    return TooManyColumns(columns);
 }
 
 QString TableCodeName(CharCode code)

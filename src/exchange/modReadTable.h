@@ -19,19 +19,24 @@ struct TableReading
     QString separator;              ///< between two cells; empty to detect it
 };
 
-/// Why a table cannot be read, for the user.
-struct TableRefusal
+/// Why a table cannot be read, for the user; true if it cannot.
+struct [[nodiscard]] TableRefusal
 {
-    QString reason; ///< one sentence
-    QString advice; ///< what to do about it; may be empty
+    QString reason{}; ///< one sentence; empty if the table could be read
+    QString advice{}; ///< what to do about it; may be empty
+
+    explicit operator bool() const
+    {
+        return !reason.isEmpty();
+    }
 };
 
-/// Reads a table.
+/// Reads a table, which is refused if the file is not text, or has no rows, more than MaxColumns columns or an unclosed
+/// quote.
 /// @param bytes  of the whole file; they own their data
 /// @param reading  settings to use; those left open are detected and filled in
-/// @return false if the file is not text, or has no rows, more than MaxColumns columns or an unclosed quote; refusal
-/// then holds the reason, and the table is empty
-bool ReadTableBytes(const QByteArray &bytes, TableReading *reading, Table *table, TableRefusal *refusal);
+/// @param table  empty after a refusal
+TableRefusal ReadTableBytes(const QByteArray &bytes, TableReading *reading, Table *table);
 
 /// Display name of an encoding.
 QString TableCodeName(CharCode code);

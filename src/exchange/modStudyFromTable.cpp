@@ -4,7 +4,6 @@
 #include "exchange/modStudyFromTable.h"
 
 #include "base/modCodePage.h"
-#include "base/modFile.h"
 #include "exchange/modBreakLines.h"
 #include "exchange/modConvertCode.h"
 #include "platform/modReplaceFile.h"
@@ -325,37 +324,6 @@ QString PreviewHint(const Table &table, const TableOptions &options, const QStri
     return options.isHidden.contains(true) ? u"隠す列に文字がありません。"_s : u"隠す列を一つ以上選んでください。"_s;
 }
 
-bool EncodeStudyText(const TableStudyText &study, QByteArray *bytes, QString *message)
-{
-    *bytes = ToCodePage932(study.text);
-    const CharCode code = DetectCharCode(WholeFile(*bytes));
-    if (study.blanks == 0)
-        *message = u"空欄にする文字が一つもありません。"_s + NothingMade + u"\r\n隠す列を選び直してください。"_s;
-    else if (bytes->size() > MaxFileBytes)
-        *message = u"学習ファイルが"_s + QString::number(MaxFileMegabytes) + u"MBを超えて開けないため，作りません。"_s +
-                   u"\r\n表をいくつかのファイルに分けてください。"_s;
-    else if (code != CharCode::Ascii && code != CharCode::Sjis)
-        *message = u"Shift_JISにしても，文字コードが"_s + CharCodeName(code) +
-                   u"と判定されて開けないため，作りません。"_s +
-                   u"\r\n列の間に入れる文字を，全角の空白などの全角の文字にしてください。"_s;
-    else
-        return true;
-    return false;
-}
-
-bool WriteStudyFile(const QString &path, const QByteArray &bytes, QString *keptName, QString *message)
-{
-    QString keptPath;
-    QString failedPath;
-    QString reason;
-    if (ReplaceAndKeep(path, bytes, &keptPath, &failedPath, &reason)) {
-        *keptName = QFileInfo(keptPath).fileName();
-        return true;
-    }
-    *message = StudyFileNotWrittenMessage(failedPath, reason);
-    return false;
-}
-
 QString StudyFileTitle(const QString &typed)
 {
     QString title = typed.trimmed();
@@ -365,28 +333,36 @@ QString StudyFileTitle(const QString &typed)
     return FileNamePart(title).replace(u'\'', u'’').replace(u'.', u'_');
 }
 
-bool CheckStudyFileTitle(const QString &title, QString *message)
+QString TitleRefusal(const QString &title)
 {
     if (title.isEmpty())
-        *message = u"学習ファイルの名前を入力してください。"_s;
-    else if (title.endsWith(u"_印刷用"))
-        *message = u"「_印刷用」で終わる名前は，印刷用ファイルのための名前です。\r\nほかの名前にしてください。"_s;
-    else
-        return true;
-    return false;
+        return u"学習ファイルの名前を入力してください。"_s;
+    if (title.endsWith(u"_印刷用"))
+        return u"「_印刷用」で終わる名前は，印刷用ファイルのための名前です。\r\nほかの名前にしてください。"_s;
+    return QString();
 }
 
-bool ConvertBetween(QString *between, QString *message)
+QString UnwritableBetweenMessage(const ConvertedText &between)
 {
-    const ConvertedText converted = ConvertText(*between, Accents::Remove);
-    if (converted.unwritableCount == 0) {
-        *between = converted.text;
-        return true;
-    }
-    *message = u"列の間に入れる文字に，Shift_JISにない文字があります。"_s + NothingMade;
-    for (const CharacterAt &at : converted.unwritable)
-        *message += u"\r\n  "_s + NameOfUnwritable(at.character);
-    return false;
+    QString message = u"列の間に入れる文字に，Shift_JISにない文字があります。"_s + NothingMade;
+    for (const CharacterAt &at : between.unwritable)
+        message += u"\r\n  "_s + NameOfUnwritable(at.character);
+    return message;
+}
+
+QString NoBlanksMessage()
+{
+    return u"空欄にする文字が一つもありません。"_s + NothingMade + u"\r\n隠す列を選び直してください。"_s;
+}
+
+QString TableNotEncodedMessage(const TextRefusal &refusal)
+{
+    if (refusal.fault == TextFault::TooLarge)
+        return u"学習ファイルが"_s + QString::number(MaxFileMegabytes) +
+               u"MBを超えて開けないため，作りません。\r\n表をいくつかのファイルに分けてください。"_s;
+    return u"Shift_JISにしても，文字コードが"_s + refusal.charCode +
+           u"と判定されて開けないため，作りません。\r\n"
+           u"列の間に入れる文字を，全角の空白などの全角の文字にしてください。"_s;
 }
 
 QString TableAccentsQuestion(const TableCells &cells, const ConvertedText &converted)
@@ -420,15 +396,16 @@ QString ReplaceStudyFileQuestion(const QString &path)
            QFileInfo(FreeBackupPath(path)).fileName() + u"」として残します。）"_s;
 }
 
-QString StudyFileNotWrittenMessage(const QString &path, const QString &reason)
+QString StudyFileNotWrittenMessage(const FileFault &fault)
 {
-    return u"学習ファイルを書き込めません。\r\n  "_s + path + u"\r\n  "_s + reason;
+    return FaultMessage(u"学習ファイルを書き込めません。"_s, fault);
 }
 
-QString StudyFileMadeMessage(const QString &fileName, const QString &keptName, const Table &table,
+QString StudyFileMadeMessage(const QString &fileName, const QString &keptPath, const Table &table,
                              const TableStudyText &study, const ConvertedText &converted)
 {
-    const QString kept = keptName.isEmpty() ? QString() : QString(u"\r\n    元のファイル＝"_s + keptName);
+    const QString kept =
+        keptPath.isEmpty() ? QString() : QString(u"\r\n    元のファイル＝"_s + QFileInfo(keptPath).fileName());
     QString message = u"表から学習ファイルを作りました。"_s + FileNameLine(fileName) + kept + u"\r\n    行の数＝"_s +
                       QString::number(study.lines) + u"，空欄の数＝"_s + QString::number(study.blanks);
     if (const int uneven = table.UnevenRows(); uneven > 0)

@@ -6,8 +6,10 @@
 // reported with its row number in the table. frmTable asks the questions.
 #pragma once
 
+#include "base/modFile.h"
 #include "exchange/modConvertText.h"
 #include "exchange/modTable.h"
+#include "text/modReadText.h"
 
 #include <QByteArray>
 #include <QList>
@@ -69,29 +71,17 @@ QString PreviewText(const Table &table, const TableOptions &options);
 /// @param preview  from PreviewText; may contain blanks marked in the table itself
 QString PreviewHint(const Table &table, const TableOptions &options, const QString &preview);
 
-/// The lines as bytes of a study file.
-/// @return false if the file would be refused as a whole or has no blank; message then holds the complete text for the
-/// user
-bool EncodeStudyText(const TableStudyText &study, QByteArray *bytes, QString *message);
-
-/// Writes the study file, first keeping an existing one under a free name.
-/// @param keptName  receives the new name of the old file; empty if there was none
-/// @return false on failure; message then holds the complete text for the user, and the folder is unchanged
-bool WriteStudyFile(const QString &path, const QByteArray &bytes, QString *keptName, QString *message);
-
 /// The name of a study file without ".txt", from typed text or the name of the table: surrounding spaces and ".txt" are
 /// removed, and characters that a file name or the record of sessions cannot hold are replaced.
 QString StudyFileTitle(const QString &typed);
 
-/// @param title  as StudyFileTitle gives it
-/// @return false if no study file may have that name; message then holds the reason
-bool CheckStudyFileTitle(const QString &title, QString *message);
-
-/// Converts the text between cells for code page 932.
-/// @return false if it has a character that cannot be written; message then holds the complete text for the user
-bool ConvertBetween(QString *between, QString *message);
+/// Why no study file may have a name, for the user; empty if one may. @param title  as StudyFileTitle gives it
+QString TitleRefusal(const QString &title);
 
 /// Complete texts for the user, lines separated by CR LF.
+QString UnwritableBetweenMessage(const ConvertedText &between);
+QString NoBlanksMessage();
+QString TableNotEncodedMessage(const TextRefusal &refusal); ///< of EncodeStudyText
 
 /// @param cells  as before the conversion
 QString TableAccentsQuestion(const TableCells &cells, const ConvertedText &converted);
@@ -100,8 +90,8 @@ QString UnbreakableRowMessage(const TableStudyText &study);
 
 /// @param path  of the existing file
 QString ReplaceStudyFileQuestion(const QString &path);
-QString StudyFileNotWrittenMessage(const QString &path, const QString &reason);
+QString StudyFileNotWrittenMessage(const FileFault &fault);
 
-/// @param keptName  new name of the previous file; empty if there was none
-QString StudyFileMadeMessage(const QString &fileName, const QString &keptName, const Table &table,
+/// @param keptPath  of the previous file; empty if there was none
+QString StudyFileMadeMessage(const QString &fileName, const QString &keptPath, const Table &table,
                              const TableStudyText &study, const ConvertedText &converted);

@@ -167,13 +167,17 @@ void frmFile::cmdConvFile_Click()
         return;
     const QString path = m_folder.PathOf(name);
     const QString copyPath = PrintableCopyPath(m_folder.Path(), path);
-    const OldCopy oldCopy = JudgeOldCopy(path, copyPath);
+    QByteArray copy;
+    if (const TextRefusal refusal = MakePrintableCopy(path, &copy)) {
+        Refuse(refusal.message);
+        return;
+    }
+    const OldCopy oldCopy = JudgeOldCopy(copy, path, copyPath);
     if (MustAsk(oldCopy) && m_msg.DispFrmMsg(this, ReplaceCopyQuestion(copyPath, oldCopy), MsgStyle::YesNo,
                                              u"notify.wav"_s) != MsgResult::Ok)
         return;
-    QString fault;
-    if (!WritePrintableCopy(path, copyPath, &fault, oldCopy)) {
-        m_msg.DispFrmMsg(this, fault, MsgStyle::Ok, u"notify.wav"_s);
+    if (const FileFault fault = WritePrintableCopy(copy, copyPath, oldCopy)) {
+        Refuse(CopyNotWrittenMessage(fault));
         return;
     }
     ListFiles();
@@ -363,11 +367,15 @@ QString frmFile::SelectedName() const
 bool frmFile::TakeSelection(bool isForPrinting, QString *name)
 {
     *name = SelectedName();
-    QString refusal;
-    if (CheckSelection(*name, isForPrinting, &refusal))
-        return true;
-    m_msg.DispFrmMsg(this, refusal, MsgStyle::Ok, u"notify.wav"_s);
-    return false;
+    const QString refusal = SelectionRefusal(*name, isForPrinting);
+    if (!refusal.isEmpty())
+        Refuse(refusal);
+    return refusal.isEmpty();
+}
+
+void frmFile::Refuse(const QString &message)
+{
+    m_msg.DispFrmMsg(this, message, MsgStyle::Ok, u"notify.wav"_s);
 }
 
 void frmFile::Leave(FileChoice choice)

@@ -141,7 +141,7 @@ StudyFileFacts CheckContent(const QString &path)
 {
     StudyLines lines;
     const TextRefusal refusal = ReadStudyText(path, MaxLineBytes, &lines);
-    if (refusal.fault != TextFault::None)
+    if (refusal)
         return {RemarkOn(refusal), 0};
     if (lines.BlankCount() > 0)
         return {QString(), lines.BlankCount()};
@@ -191,13 +191,9 @@ QString FolderNote(const StudyFolder &folder)
     return notes.join(u'\n');
 }
 
-bool CheckSelection(const QString &selected, bool isForPrinting, QString *message)
+QString SelectionRefusal(const QString &selected, bool isForPrinting)
 {
     if (selected.isEmpty())
-        *message = u"ファイルを一つ選択してください。"_s;
-    else if (isForPrinting && IsPrintableCopy(selected))
-        *message = u"印刷用ファイル以外を一つ選択してください。"_s;
-    else
-        return true;
-    return false;
+        return u"ファイルを一つ選択してください。"_s;
+    return isForPrinting && IsPrintableCopy(selected) ? u"印刷用ファイル以外を一つ選択してください。"_s : QString();
 }

@@ -94,8 +94,7 @@ bool MatchesFilter(const QString &name, const QString &wanted);
 /// applies.
 QString FolderNote(const StudyFolder &folder);
 
-/// Checks whether a command of the file list applies to the selection.
+/// Why a command of the file list does not apply to the selection, for the user; empty if it does.
 /// @param selected  name of the selected file; empty if none is
 /// @param isForPrinting  whether the command makes a printable copy, which is refused for a file that is one
-/// @return false after a refusal, which message then holds
-bool CheckSelection(const QString &selected, bool isForPrinting, QString *message);
+QString SelectionRefusal(const QString &selected, bool isForPrinting);

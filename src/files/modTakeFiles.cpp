@@ -52,6 +52,17 @@ QString Paragraph(QStringView heading, const QString &lines)
     return lines.isEmpty() ? QString() : u"\r\n\r\n"_s + heading + lines;
 }
 
+/// Copies a file and keeps the one that it replaces. @param kept  as in ReplaceAndKeep
+FileFault CopyAndKeep(const QString &path, const QString &target, QString *kept)
+{
+    QByteArray bytes;
+    if (QFileInfo(target).size() > MaxFileBytes)
+        return {target, u"元のファイルが大きすぎるので，置き換えません。"_s};
+    if (const FileFault fault = ReadWholeFile(path, &bytes))
+        return fault;
+    return ReplaceAndKeep(target, bytes, kept);
+}
+
 /// Sorts single files into a FilesToTake.
 class Sorting
 {
@@ -147,20 +158,14 @@ double FileTaking::Done() const
 void FileTaking::Take(const QString &path)
 {
     const QString name = NameOf(path);
-    const QString target = JoinPath(m_folder, name);
-    QByteArray bytes;
     QString kept;
-    QString failed;
-    QString reason;
-    if (QFileInfo(target).size() > MaxFileBytes)
-        reason = u"元のファイルが大きすぎるので，置き換えません。"_s;
-    else if (ReadWholeFile(path, &bytes, &reason) && ReplaceAndKeep(target, bytes, &kept, &failed, &reason)) {
-        m_copied += name;
-        if (!kept.isEmpty())
-            m_kept += name + u" → "_s + NameOf(kept);
+    if (const FileFault fault = CopyAndKeep(path, JoinPath(m_folder, name), &kept)) {
+        m_failures += name + u"："_s + fault.reason;
         return;
     }
-    m_failures += name + u"："_s + reason;
+    m_copied += name;
+    if (!kept.isEmpty())
+        m_kept += name + u" → "_s + NameOf(kept);
 }
 
 QString ReplaceTakenQuestion(const QStringList &replaced)

@@ -131,9 +131,8 @@ QString ReportText(const History &history)
 
 bool WriteReport(const QString &path, const History &history, QString *message)
 {
-    QString reason;
-    if (ReplaceFile(path, ToCodePage932(ReportText(history)), &reason))
-        return true;
-    *message = u"学習記録をファイルに出力できません。\r\n  "_s + path + u"\r\n  "_s + reason;
-    return false;
+    const FileFault fault = ReplaceFile(path, ToCodePage932(ReportText(history)));
+    if (fault)
+        *message = FaultMessage(u"学習記録をファイルに出力できません。"_s, fault);
+    return !fault;
 }

@@ -106,8 +106,7 @@ void SetValue(QByteArray *bytes, const QString &sectionName, const ProfileEntry 
 ProfileSection::ProfileSection(const QString &path, const QString &section, qsizetype maxLength)
 {
     QByteArray bytes;
-    QString error;
-    if (!ReadWholeFile(path, &bytes, &error))
+    if (ReadWholeFile(path, &bytes))
         return;
     for (const Entry &entry : FindSection(bytes, section).entries) {
         const QByteArrayView text = QByteArrayView(bytes).sliced(entry.equals + 1, entry.end - entry.equals - 1);
@@ -120,14 +119,13 @@ ProfileSection::ProfileSection(const QString &path, const QString &section, qsiz
 bool WriteProfile(const QString &path, const QString &section, const std::vector<ProfileEntry> &entries)
 {
     QByteArray bytes;
-    QString error;
     // An existing file that cannot be read must not be replaced as if it were empty.
-    if (QFileInfo::exists(path) && !ReadWholeFile(path, &bytes, &error))
+    if (QFileInfo::exists(path) && ReadWholeFile(path, &bytes))
         return false;
     for (const ProfileEntry &entry : entries) {
         if (entry.second.contains(u'\r') || entry.second.contains(u'\n') || entry.second.contains(QChar::Null))
             return false;
         SetValue(&bytes, section, entry);
     }
-    return ReplaceFile(path, bytes, &error);
+    return !ReplaceFile(path, bytes);
 }

@@ -3,7 +3,6 @@
 
 #include "platform/modReplaceFile.h"
 
-#include "base/modFile.h"
 #include "platform/modFolderSync.h"
 
 #include <QFile>
@@ -16,8 +15,9 @@ constexpr qsizetype PieceBytes = 1 << 20; // bytes copied at a time
 } // namespace
 
 FileReplacement::FileReplacement(const QString &path, std::optional<QFileDevice::Permissions> permissions)
+    : m_fault(WriteRefusal(path))
 {
-    if (!MayWrite(path, &m_error))
+    if (m_fault)
         return;
     m_file.emplace(path);
     if (!m_file->open(QIODevice::WriteOnly))
@@ -36,48 +36,40 @@ bool FileReplacement::Write(const QByteArray &piece)
 // QSaveFile::commit ignores a failed flush of its buffer and, on a full disk, would replace the old file by a truncated
 // one; hence the explicit flush. It syncs the file before the rename but not the folder, without which a power cut
 // could undo the rename.
-bool FileReplacement::Commit(QString *error)
+FileFault FileReplacement::Commit()
 {
     if (m_file && !(m_file->flush() && m_file->commit()))
         GiveUp();
     if (m_file)
         SyncFolder(QFileInfo(m_file->fileName()).path());
-    *error = m_error;
-    return m_error.isEmpty();
+    return m_fault;
 }
 
 /// Removes the temporary file.
 void FileReplacement::GiveUp()
 {
-    m_error = m_file->errorString();
+    m_fault = FaultOf(*m_file);
     m_file.reset();
 }
 
-bool ReplaceFile(const QString &path, const QByteArray &bytes, QString *error)
+FileFault ReplaceFile(const QString &path, const QByteArray &bytes)
 {
     FileReplacement file(path);
     file.Write(bytes);
-    return file.Commit(error);
+    return file.Commit();
 }
 
-bool CopyWholeFile(const QString &source, const QString &target, QString *error,
-                   std::optional<QFileDevice::Permissions> permissions)
+FileFault CopyWholeFile(const QString &source, const QString &target,
+                        std::optional<QFileDevice::Permissions> permissions)
 {
-    if (!IsRegularOrMissing(source, error))
-        return false;
     QFile in(source);
-    if (!in.open(QIODevice::ReadOnly)) {
-        *error = in.errorString();
-        return false;
-    }
+    if (const FileFault fault = OpenToRead(&in))
+        return fault;
     FileReplacement out(target, permissions);
     QByteArray piece = in.read(PieceBytes);
     while (!piece.isEmpty() && out.Write(piece))
         piece = in.read(PieceBytes);
-    if (in.error() == QFileDevice::NoError)
-        return out.Commit(error);
-    *error = in.errorString();
-    return false;
+    return in.error() == QFileDevice::NoError ? out.Commit() : FaultOf(in);
 }
 
 QString FreeBackupPath(const QString &path)
@@ -88,23 +80,18 @@ QString FreeBackupPath(const QString &path)
     return backup;
 }
 
-bool ReplaceAndKeep(const QString &path, const QByteArray &bytes, QString *keptPath, QString *failedPath,
-                    QString *error)
+FileFault ReplaceAndKeep(const QString &path, const QByteArray &bytes, QString *keptPath)
 {
-    *failedPath = path;
     keptPath->clear();
-    if (!MayWrite(path, error))
-        return false;
+    if (const FileFault fault = WriteRefusal(path))
+        return fault;
     if (QFileInfo::exists(path)) {
         *keptPath = FreeBackupPath(path);
-        if (!CopyWholeFile(path, *keptPath, error)) {
-            *failedPath = *keptPath;
-            return false;
-        }
+        if (const FileFault fault = CopyWholeFile(path, *keptPath))
+            return fault;
     }
-    if (ReplaceFile(path, bytes, error))
-        return true;
-    if (!keptPath->isEmpty())
+    const FileFault fault = ReplaceFile(path, bytes);
+    if (fault && !keptPath->isEmpty())
         QFile::remove(*keptPath);
-    return false;
+    return fault;
 }

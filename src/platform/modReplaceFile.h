@@ -3,8 +3,10 @@
 
 // Atomic file replacement: at every moment, and after a power cut, either the complete old file or the complete new
 // one exists. Every file of the program but the run log and the database is written by these functions, so none is
-// written where MayWrite forbids it.
+// written where WriteRefusal forbids it.
 #pragma once
+
+#include "base/modFile.h"
 
 #include <QByteArray>
 #include <QFileDevice>
@@ -26,20 +28,18 @@ class FileReplacement
     bool Write(const QByteArray &piece);
 
     /// Gives the complete file its name and waits until it is on disk. Nothing may be written afterwards.
-    /// @return false if anything has failed; error then holds the reason, the old file is intact, and the temporary
-    /// file is gone
-    bool Commit(QString *error);
+    /// @return the first fault since the beginning; the old file is then intact, and the temporary file is gone
+    FileFault Commit();
 
   private:
     void GiveUp();
 
     std::optional<QSaveFile> m_file; // none after a failure
-    QString m_error;
+    FileFault m_fault;
 };
 
-/// Creates or replaces a regular file.
-/// @return false on failure; error then holds the system's reason, and the old file is intact
-bool ReplaceFile(const QString &path, const QByteArray &bytes, QString *error);
+/// Creates or replaces a regular file. After a fault the old file is intact.
+FileFault ReplaceFile(const QString &path, const QByteArray &bytes);
 
 /// The first unused backup name of a file: name.bak, name.bak2, name.bak3 ... A dangling link counts as used, because
 /// writing would follow it.
@@ -48,13 +48,11 @@ QString FreeBackupPath(const QString &path);
 /// Replaces a file as above, after copying the old one to FreeBackupPath. The backup is on disk before the file is
 /// replaced.
 /// @param keptPath  path of the backup; empty if there was no old file
-/// @param failedPath  on failure, which of the two could not be written
-/// @return false on failure; error then holds the system's reason, and the folder is unchanged
-bool ReplaceAndKeep(const QString &path, const QByteArray &bytes, QString *keptPath, QString *failedPath,
-                    QString *error);
+/// @return the fault of either file, after which the folder is unchanged
+FileFault ReplaceAndKeep(const QString &path, const QByteArray &bytes, QString *keptPath);
 
 /// Copies a regular file, replacing the target if it exists. On success the copy is on disk under its name.
 /// @param permissions  of the copy, from its first byte on; by default those of the old target or of any new file
-/// @return false on failure; error then holds the system's reason, and the target is unchanged
-bool CopyWholeFile(const QString &source, const QString &target, QString *error,
-                   std::optional<QFileDevice::Permissions> permissions = std::nullopt);
+/// @return the fault of either file, after which the target is unchanged
+FileFault CopyWholeFile(const QString &source, const QString &target,
+                        std::optional<QFileDevice::Permissions> permissions = std::nullopt);

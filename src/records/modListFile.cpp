@@ -3,7 +3,6 @@
 
 #include "records/modListFile.h"
 
-#include "base/modFile.h"
 #include "platform/modReplaceFile.h"
 #include "text/modDecodeText.h"
 
@@ -20,32 +19,30 @@ QString ListField(const QString &text)
     return field;
 }
 
-bool ReadList(const QString &path, QStringList *lines, QString *error)
+FileFault ReadList(const QString &path, QStringList *lines)
 {
     lines->clear();
     QByteArray bytes;
     if (!QFileInfo::exists(path))
-        return true;
-    if (!ReadWholeFile(path, &bytes, error))
-        return false;
+        return {};
+    if (const FileFault fault = ReadWholeFile(path, &bytes))
+        return fault;
     // The program writes UTF-8, so only what cannot be that is guessed at: an editor may have saved Shift_JIS.
     const bool isUtf8 = bytes.isValidUtf8();
     const CharCode code = isUtf8 ? CharCode::Utf8 : DetectCharCode(WholeFile(bytes));
     const QString text = DecodeText(bytes, code).remove(u'\r');
-    if (!isUtf8 && text.contains(QChar::ReplacementCharacter)) {
-        *error = u"文字として読めないバイトがあります。"_s;
-        return false;
-    }
+    if (!isUtf8 && text.contains(QChar::ReplacementCharacter))
+        return {path, u"文字として読めないバイトがあります。"_s};
     *lines = text.split(u'\n');
     if (lines->last().isEmpty())
         lines->removeLast();
-    return true;
+    return {};
 }
 
-bool WriteList(const QString &path, const QStringList &lines, QString *error)
+FileFault WriteList(const QString &path, const QStringList &lines)
 {
     QString text;
     for (const QString &line : lines)
         text += line + u"\r\n"_s;
-    return ReplaceFile(path, text.toUtf8(), error);
+    return ReplaceFile(path, text.toUtf8());
 }

@@ -6,6 +6,8 @@
 // is detected, because an editor may have saved another one.
 #pragma once
 
+#include "base/modFile.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -13,9 +15,8 @@
 QString ListField(const QString &text);
 
 /// Reads the lines of a list, without line ends; a missing file has none.
-/// @return false if the file cannot be read or is not text; it must not be replaced then, and error holds the reason
-bool ReadList(const QString &path, QStringList *lines, QString *error);
+/// @return a fault if the file cannot be read or is not text; it must not be replaced then
+FileFault ReadList(const QString &path, QStringList *lines);
 
-/// Replaces a list atomically.
-/// @return false on failure; error then holds the system's reason, and the old file is unchanged
-bool WriteList(const QString &path, const QStringList &lines, QString *error);
+/// Replaces a list atomically. After a fault the old file is unchanged.
+FileFault WriteList(const QString &path, const QStringList &lines);

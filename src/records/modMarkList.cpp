@@ -132,9 +132,7 @@ MarkList::MarkList(const QString &path, const QString &userName) : m_path(path),
 std::vector<int> MarkList::Find(const QString &title, const DisplayText &text) const
 {
     QStringList lines;
-    QString error;
-    ReadList(m_path, &lines, &error);
-    return FindIn(lines, title, text);
+    return ReadList(m_path, &lines) ? std::vector<int>() : FindIn(lines, title, text);
 }
 
 std::vector<int> MarkList::FindIn(const QStringList &entries, const QString &title, const DisplayText &text) const
@@ -166,12 +164,12 @@ std::vector<int> MarkList::FindInFile(const QString &studyFilePath) const
 {
     const QString title = GetFileTitle(studyFilePath);
     QStringList listed;
-    QString error;
-    ReadList(m_path, &listed, &error);
+    if (ReadList(m_path, &listed))
+        return {};
     const bool hasEntry = std::ranges::any_of(
         listed, [&](const QString &line) { return ReadEntry(line, m_userName, title).has_value(); });
     StudyLines lines;
-    if (!hasEntry || ReadStudyText(studyFilePath, MaxLineBytes, &lines).fault != TextFault::None)
+    if (!hasEntry || ReadStudyText(studyFilePath, MaxLineBytes, &lines))
         return {};
     return FindIn(listed, title, DisplayText(std::move(lines)));
 }
@@ -193,16 +191,16 @@ QStringList MarkList::Entries(const QString &title, const DisplayText &text, con
     return entries;
 }
 
-bool MarkList::Write(const QString &title, const DisplayText &text, const std::vector<int> &blanks,
-                     QString *message) const
+FileFault MarkList::Write(const QString &title, const DisplayText &text, const std::vector<int> &blanks) const
 {
     QStringList lines;
-    QString reason;
-    if (ReadList(m_path, &lines, &reason)) {
-        lines.removeIf([&](const QString &listed) { return ReadEntry(listed, m_userName, title).has_value(); });
-        if (WriteList(m_path, lines + Entries(title, text, blanks), &reason))
-            return true;
-    }
-    *message = u"苦手の印を保存できません。\r\n  "_s + m_path + u"\r\n  "_s + reason;
-    return false;
+    if (const FileFault fault = ReadList(m_path, &lines))
+        return fault;
+    lines.removeIf([&](const QString &listed) { return ReadEntry(listed, m_userName, title).has_value(); });
+    return WriteList(m_path, lines + Entries(title, text, blanks));
+}
+
+QString MarksNotSavedMessage(const FileFault &fault)
+{
+    return FaultMessage(u"苦手の印を保存できません。"_s, fault);
 }

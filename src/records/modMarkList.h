@@ -9,6 +9,7 @@
 // The occurrence, 2 or more, distinguishes lines with identical text.
 #pragma once
 
+#include "base/modFile.h"
 #include "text/modDisplayText.h"
 
 #include <QString>
@@ -35,12 +36,14 @@ class MarkList
     std::vector<int> FindInFile(const QString &studyFilePath) const;
 
     /// Replaces the marks that the list has for a study file. All other lines stay as they are, even ones that are not
-    /// entries.
+    /// entries. After a fault the list is unchanged.
     /// @param blanks  ascending
-    /// @return false on failure; message then holds the complete text for the user, and the list is unchanged
-    bool Write(const QString &title, const DisplayText &text, const std::vector<int> &blanks, QString *message) const;
+    FileFault Write(const QString &title, const DisplayText &text, const std::vector<int> &blanks) const;
 
   private:
     QString m_path;
     QString m_userName;
 };
+
+/// The complete text for the user.
+QString MarksNotSavedMessage(const FileFault &fault);

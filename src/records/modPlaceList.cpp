@@ -31,8 +31,8 @@ template <typename Condition>
 Entry LastEntry(const QString &path, Condition condition)
 {
     QStringList lines;
-    QString error;
-    ReadList(path, &lines, &error);
+    if (ReadList(path, &lines))
+        return Entry();
     for (auto listed = lines.rbegin(); listed != lines.rend(); ++listed)
         if (const std::optional<Entry> entry = ReadEntry(*listed); entry && condition(*entry))
             return *entry;
@@ -60,20 +60,22 @@ int PlaceList::Line(const QString &userName, const QString &title) const
         .line;
 }
 
-bool PlaceList::Write(const QString &userName, const QString &title, int line, QString *message) const
+FileFault PlaceList::Write(const QString &userName, const QString &title, int line) const
 {
     const QString name = ListField(userName);
     const QString file = ListField(title);
     QStringList lines;
-    QString reason;
-    const bool isRead = ReadList(m_path, &lines, &reason);
+    if (const FileFault fault = ReadList(m_path, &lines))
+        return fault;
     lines.removeIf([&](const QString &listed) {
         const std::optional<Entry> entry = ReadEntry(listed);
         return entry && entry->userName == name && entry->title == file;
     });
     lines += QStringList({name, file, QString::number(line)}).join(u'\t');
-    if (isRead && WriteList(m_path, lines, &reason))
-        return true;
-    *message = u"学習を終えた所を保存できません。\r\n  "_s + m_path + u"\r\n  "_s + reason;
-    return false;
+    return WriteList(m_path, lines);
+}
+
+QString PlaceNotSavedMessage(const FileFault &fault)
+{
+    return FaultMessage(u"学習を終えた所を保存できません。"_s, fault);
 }

@@ -6,6 +6,8 @@
 //     user TAB title of the study file TAB line at the top of the page
 #pragma once
 
+#include "base/modFile.h"
+
 #include <QString>
 
 class PlaceList
@@ -22,10 +24,13 @@ class PlaceList
     /// The line, 1-based, at which a user stopped in a file; 0 if unknown.
     int Line(const QString &userName, const QString &title) const;
 
-    /// Records where a user stops. All other lines stay as they are, even ones that are not entries.
-    /// @return false on failure; message then holds the complete text for the user, and the list is unchanged
-    bool Write(const QString &userName, const QString &title, int line, QString *message) const;
+    /// Records where a user stops. All other lines stay as they are, even ones that are not entries. After a fault the
+    /// list is unchanged.
+    FileFault Write(const QString &userName, const QString &title, int line) const;
 
   private:
     QString m_path;
 };
+
+/// The complete text for the user.
+QString PlaceNotSavedMessage(const FileFault &fault);

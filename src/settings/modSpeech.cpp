@@ -7,6 +7,8 @@
 #include "base/modFile.h"
 #include "platform/modReplaceFile.h"
 
+#include <tuple>
+
 using namespace Qt::Literals::StringLiterals;
 
 // The script is written for users who want to keep or run it themselves, but the program never runs it: the word is not
@@ -17,7 +19,6 @@ void SpeakWord(SystemServices &services, const QString &applicationFolder, const
     const QString script =
         u"var tts = WScript.CreateObject(\"SAPI.SpVoice\");\r\ntts.Speak(\""_s + word + u"\");\r\n"_s;
     const QString path = JoinPath(applicationFolder, u"speak.js"_s);
-    QString error;
-    ReplaceFile(path, ToCodePage932(script), &error);
+    std::ignore = ReplaceFile(path, ToCodePage932(script)); // the voice does not need it
     services.Speak(word);
 }

@@ -72,9 +72,8 @@ int StudyDatabase::Open(const QString &path)
 {
     m_isPowerSafe = false;
     // SQLite also opens the journal and log files beside a database.
-    QString reason;
     for (const QStringView ending : {u"", u"-journal", u"-wal", u"-shm"})
-        if (!MayWrite(path + ending, &reason))
+        if (WriteRefusal(path + ending))
             return SQLITE_CANTOPEN;
     return SQLite3Open(path, &m_handle);
 }

@@ -3,7 +3,6 @@
 
 #include "store/modCopyDatabase.h"
 
-#include "base/modFile.h"
 #include "platform/modFolderSync.h"
 #include "platform/modReplaceFile.h"
 #include "store/Sqlite3.h"
@@ -59,30 +58,29 @@ int FinishWrites(const QString &database)
 }
 
 /// Copies a database with its journal or log, and merges the copy into a single file.
-bool CopyAndFinish(const QString &source, const QString &copy, QString *error)
+FileFault CopyAndFinish(const QString &source, const QString &copy)
 {
     // Without the rights of the user who runs the program, which Qt reports as well and would give to the owner.
     const QFile::Permissions permissions =
         QFile::permissions(source) & ~(QFile::ReadUser | QFile::WriteUser | QFile::ExeUser);
     // From the beginning, so that nobody reads the copy of a private record; but SQLite must be able to write to it.
     const QFile::Permissions whileCopying = permissions | QFile::ReadOwner | QFile::WriteOwner;
-    if (!CopyWholeFile(source, copy, error, whileCopying))
-        return false;
+    if (const FileFault fault = CopyWholeFile(source, copy, whileCopying))
+        return fault;
     bool isAlone = true;
     for (const QStringView ending : {JournalEnding, LogEnding}) {
         const QString beside = source + ending;
         if (!QFileInfo::exists(beside))
             continue;
         isAlone = false;
-        if (!CopyWholeFile(beside, copy + ending, error, whileCopying))
-            return false;
+        if (const FileFault fault = CopyWholeFile(beside, copy + ending, whileCopying))
+            return fault;
     }
     const int result = isAlone ? SQLITE_OK : FinishWrites(copy);
     QFile::setPermissions(copy, permissions);
     if (result == SQLITE_OK || result == SQLITE_NOTADB || result == SQLITE_CORRUPT)
-        return true;
-    *error = u"書きかけの記録を取り込めません。（SQLite "_s + QString::number(result) + u'）';
-    return false;
+        return {};
+    return {source, u"書きかけの記録を取り込めません。（SQLite "_s + QString::number(result) + u'）'};
 }
 
 } // namespace
@@ -93,32 +91,35 @@ bool LacksDatabase(const QString &path)
     return !file.exists() || (file.isFile() && file.size() == 0);
 }
 
-bool WriteDatabase(const QString &target, const std::function<bool(const QString &)> &write, QString *error)
+NewDatabase::NewDatabase(const QString &target)
+    : m_target(target), m_folder(QFileInfo(target).path()), m_path(JoinPath(m_folder, UnfinishedName.toString()))
 {
-    const QString folder = QFileInfo(target).path();
-    const QString unfinished = JoinPath(folder, UnfinishedName.toString());
-    RemoveUnfinished(folder);
-    error->clear();
-    bool isGood = write(unfinished);
-    if (isGood) {
-        // SQLite would apply to the new database what it finds beside it.
-        for (const QStringView ending : {JournalEnding, LogEnding, LogIndexEnding})
-            QFile::remove(target + ending);
-        if (LacksDatabase(target))
-            QFile::remove(target);
-        QFile file(unfinished);
-        isGood = file.rename(target);
-        if (!isGood)
-            *error = file.errorString();
-    }
-    RemoveUnfinished(folder); // after a failure, the file itself; otherwise at most its journal
-    if (isGood)
-        SyncFolder(folder);
-    return isGood;
+    RemoveUnfinished(m_folder);
 }
 
-bool CopyDatabase(const QString &source, const QString &target, QString *error)
+NewDatabase::~NewDatabase()
 {
-    return WriteDatabase(
-        target, [&](const QString &copy) { return CopyAndFinish(source, copy, error); }, error);
+    RemoveUnfinished(m_folder); // once it is complete, at most its journal
+}
+
+FileFault NewDatabase::Finish()
+{
+    // SQLite would apply to the new database what it finds beside it.
+    for (const QStringView ending : {JournalEnding, LogEnding, LogIndexEnding})
+        QFile::remove(m_target + ending);
+    if (LacksDatabase(m_target))
+        QFile::remove(m_target);
+    QFile file(m_path);
+    if (!file.rename(m_target))
+        return {m_target, file.errorString()};
+    SyncFolder(m_folder);
+    return {};
+}
+
+FileFault CopyDatabase(const QString &source, const QString &target)
+{
+    NewDatabase copy(target);
+    if (const FileFault fault = CopyAndFinish(source, copy.Path()))
+        return fault;
+    return copy.Finish();
 }

@@ -93,8 +93,10 @@ QStringList StudySession::Complete(int topLine)
     QString message;
     if (!KeepMarks(&message))
         messages += message;
-    if (IsFileOpen() && !m_places.Write(m_userName, GetFileTitle(m_path), topLine, &message))
-        messages += message;
+    if (!IsFileOpen())
+        return messages;
+    if (const FileFault fault = m_places.Write(m_userName, GetFileTitle(m_path), topLine))
+        messages += PlaceNotSavedMessage(fault);
     return messages;
 }
 
@@ -126,7 +128,10 @@ bool StudySession::KeepMarks(QString *message)
 {
     if (!m_isMarkChanged)
         return true;
-    m_isMarkChanged = !m_marks.Write(GetFileTitle(m_path), m_text, m_round.HardBlanks(), message);
+    const FileFault fault = m_marks.Write(GetFileTitle(m_path), m_text, m_round.HardBlanks());
+    if (fault)
+        *message = MarksNotSavedMessage(fault);
+    m_isMarkChanged = bool(fault);
     return !m_isMarkChanged;
 }
 

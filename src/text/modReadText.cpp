@@ -37,9 +37,8 @@ TextRefusal ReadBytes(const QString &path, QByteArray *bytes)
         return {.fault = TextFault::TooLarge, .line = 1, .message = FileTooLargeMessage(title)};
     bytes->reserve(size);
     PreferLargePages(bytes->data(), size);
-    QString reason;
-    if (!ReadWholeFile(path, bytes, &reason))
-        return {.fault = TextFault::Unreadable, .line = 1, .message = UnreadableFileMessage(title, reason)};
+    if (const FileFault fault = ReadWholeFile(path, bytes))
+        return {.fault = TextFault::Unreadable, .line = 1, .message = UnreadableFileMessage(title, fault.reason)};
     if (const QString code = FileCharCodeName(*bytes); !IsReadableCode(code))
         return {TextFault::WrongCharCode, 1, code, WrongCharCodeMessage(title, code)};
     return {};
@@ -64,7 +63,7 @@ TextRefusal ReadText(const QString &path, ExpandTabs expandTabs, StudyLines *lin
     lines->Clear();
     QByteArray bytes;
     TextRefusal refusal = ReadBytes(path, &bytes);
-    if (refusal.fault == TextFault::None)
+    if (!refusal)
         ReadAllLines(bytes, expandTabs, lines);
     return refusal;
 }
@@ -72,9 +71,9 @@ TextRefusal ReadText(const QString &path, ExpandTabs expandTabs, StudyLines *lin
 TextRefusal ReadStudyText(const QString &path, int maxLineBytes, StudyLines *lines)
 {
     TextRefusal refusal = ReadText(path, ExpandTabs::Yes, lines);
-    if (refusal.fault == TextFault::None)
+    if (!refusal)
         refusal = CheckStudyLines(*lines, maxLineBytes);
-    if (refusal.fault != TextFault::None)
+    if (refusal)
         lines->Clear();
     return refusal;
 }
@@ -83,10 +82,10 @@ TextRefusal StudyParts::Read(const QString &path, int maxLineBytes)
 {
     *this = StudyParts();
     TextRefusal refusal = ReadBytes(path, &m_bytes);
-    if (refusal.fault != TextFault::None)
+    if (refusal)
         return refusal;
     for (StudyLines part; Next(ExpandTabs::Yes, &part);) {
-        if (CheckStudyLines(part, maxLineBytes).fault != TextFault::None) {
+        if (CheckStudyLines(part, maxLineBytes)) {
             // Which fault is reported, and its line number, depend on all lines.
             ReadAllLines(m_bytes, ExpandTabs::Yes, &part);
             return CheckStudyLines(part, maxLineBytes);
@@ -120,7 +119,7 @@ bool ReadTextFile(const QString &path, int maxLineBytes, StudyLines *lines, QStr
     const TextRefusal refusal = ReadStudyText(path, maxLineBytes, lines);
     *message = refusal.message;
     *errorLine = refusal.line;
-    return refusal.fault == TextFault::None;
+    return !refusal;
 }
 
 bool CheckTextEncoding(const QString &path, const QByteArray &bytes, QString *message)

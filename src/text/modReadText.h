@@ -21,13 +21,19 @@ enum class TextFault
     BracketOrder,
 };
 
-/// Result of reading a file. It includes the message, because some messages quote lines, which are not kept.
-struct TextRefusal
+/// Result of reading a file; true if the file is refused. It includes the message, because some messages quote lines,
+/// which are not kept.
+struct [[nodiscard]] TextRefusal
 {
     TextFault fault = TextFault::None;
     int line = 0;       ///< 1-based line at fault; 1 if the file is refused as a whole; 0 if there is no fault
     QString charCode{}; ///< WrongCharCode: name of the detected encoding
     QString message{};  ///< complete text for the user, lines separated by CR LF; empty if there is no fault
+
+    explicit operator bool() const
+    {
+        return fault != TextFault::None;
+    }
 };
 
 /// Whether every tab is replaced by two spaces while reading.

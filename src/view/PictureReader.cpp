@@ -44,8 +44,7 @@ PictureFault ReadPicture(const QString &path, const QSize &availablePx, QImage *
 {
     *picture = QImage();
     TimedFile file(path, until);
-    QString reason;
-    if (!IsRegularOrMissing(path, &reason) || !file.open(QIODevice::ReadOnly))
+    if (OpenToRead(&file))
         return PictureFault::Unreadable;
     constexpr qint64 longestSignature = 8;
     const QByteArray format = PictureFormatOf(file.peek(longestSignature));

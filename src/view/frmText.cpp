@@ -51,9 +51,8 @@ void frmText::cmdFile_Click()
     SaveFormPos();
     if (m_session.HasBegun()) {
         CompleteSession();
-        QString error;
-        if (!m_log.WriteLog(u"DBUpdRecKotoban "_s + TimeText(m_services.Now()), &error))
-            m_services.ShowMessage(error + u"\r\n  "_s + m_log.Path());
+        if (const FileFault fault = m_log.WriteLog(u"DBUpdRecKotoban "_s + TimeText(m_services.Now())))
+            m_services.ShowMessage(fault.reason + u"\r\n  "_s + fault.path);
     }
     const QString folder = StudyFolderPath();
     if (!QFileInfo(folder).isDir()) {

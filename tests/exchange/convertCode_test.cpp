@@ -28,15 +28,16 @@ TEST(ReplaceConverted, BackupsExist_KeepsOldFileUnderFreeName)
     const TestFolder folder;
     const QString path = folder.Write(u"a.txt"_s, "old");
     QString backup;
-    QString message;
     for (const QByteArray name : {"a.txt.bak", "a.txt.bak2", "a.txt.bak3"}) {
         const QByteArray before = folder.Read(u"a.txt"_s);
-        EXPECT_TRUE(ReplaceConverted(path, before, "new of " + name, &backup, &message)) << message.toStdString();
+        EXPECT_EQ(ReplaceConverted(path, before, "new of " + name, &backup).reason, QString());
         EXPECT_EQ(backup, folder.Path(QString::fromLatin1(name)));
         EXPECT_EQ(folder.Read(QString::fromLatin1(name)), before);
     }
     EXPECT_EQ(folder.Read(u"a.txt.bak"_s), "old");
-    EXPECT_FALSE(ReplaceConverted(path, "old", "new", &backup, &message)) << "changed since it was read";
+    EXPECT_EQ(ConvertedNotWrittenMessage(ReplaceConverted(path, "old", "new", &backup)),
+              u"変換したファイルを書き込めません。ファイルは元のままです。\r\n  "_s + path +
+                  u"\r\n  ファイルがほかで変更されました。"_s);
     EXPECT_EQ(folder.Read(u"a.txt"_s), "new of a.txt.bak3");
     EXPECT_EQ(QDir(folder.Path()).entryList(QDir::Files).size(), 4);
 }

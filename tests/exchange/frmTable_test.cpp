@@ -147,6 +147,7 @@ TEST_F(TableWindowTest, Refused_WritesNothingAndStaysOpen)
     folder.MakeFolder(u"txt/folder.txt"_s);
     const Rows<const char *, QString, QString, QString> rows = {
         {"unwritable character", u"a,\U0001F600\n"_s, u"words"_s, u"表の1行目 2列目"_s},
+        {"nothing is left to hide", u"a,\uFEFF"_s, u"words"_s, u"空欄にする文字が一つもありません。"_s},
         {"unbreakable line", u"a,"_s + QString(60, u'あ'), u"words"_s, u"表の1行目は100バイト"_s},
         {"name of a printable copy", u"a,b"_s, u"words_印刷用"_s, u"「_印刷用」で終わる"_s},
         {"name of a folder", u"a,b"_s, u"folder"_s, u"通常のファイルではありません。"_s},

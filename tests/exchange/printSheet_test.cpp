@@ -29,9 +29,8 @@ QString Sheet(const QStringList &lines, bool withAnswers = false)
     const TestFolder folder;
     folder.Write(u"t/図.png"_s, "");
     PrintSheet sheet;
-    QString message;
     const QString path = folder.WriteStudyFile(u"t/t&t.txt"_s, lines);
-    EXPECT_TRUE(sheet.Read(path, folder.Path(u"a.html"_s), withAnswers, &message)) << message.toStdString();
+    EXPECT_EQ(sheet.Read(path, folder.Path(u"a.html"_s), withAnswers).message, QString());
     return QString::fromUtf8(AllPieces(sheet));
 }
 
@@ -100,17 +99,14 @@ TEST(PrintSheet, PicturesBesideFile_AreLinkedAndFaultKeepsOldSheet)
     const QString source = folder.WriteStudyFile(u"txt/#中%/a.b.txt"_s, {u"\t｢図-1｣[a]"_s});
     folder.MakeFolder(u"rec"_s);
     const QString sheet = PrintSheetPath(folder.Path(u"rec"_s), source);
-    QString message;
-    EXPECT_TRUE(WriteSheet(source, sheet, true, &message)) << message.toStdString();
+    EXPECT_EQ(WriteSheet(source, sheet, true), QString());
     const QByteArray html = folder.Read(u"rec/a.b_印刷.html"_s);
     EXPECT_TRUE(html.contains("<h1>a.b</h1>")) << "names that differ after a dot give different sheets";
     EXPECT_TRUE(html.contains("<img src=\"../txt/%23%E4%B8%AD%25/%E5%9B%B3-1.PNG\"")) << html.toStdString();
 
-    EXPECT_FALSE(WriteSheet(folder.Write(u"a.txt"_s, "[a"), sheet, true, &message));
-    EXPECT_EQ(message, BracketCountMessage(1, u"[a"));
+    EXPECT_EQ(WriteSheet(folder.Write(u"a.txt"_s, "[a"), sheet, true), BracketCountMessage(1, u"[a"));
     EXPECT_EQ(folder.Read(u"rec/a.b_印刷.html"_s), html);
-    EXPECT_FALSE(WriteSheet(source, folder.Path(u"rec"_s), true, &message));
-    EXPECT_EQ(message, u"通常のファイルではありません。"_s);
+    EXPECT_EQ(WriteSheet(source, folder.Path(u"rec"_s), true), u"通常のファイルではありません。"_s);
 }
 
 using PrintWindowTest = WindowTest;
@@ -154,8 +150,7 @@ TEST(PrintSheet, ManyNamesOfMissingPictures_AreLookedUpInLinearTime)
     for (int line = 0; line < 50'000; ++line)
         lines += u"｢a%1｣"_s.arg(line);
     lines += u"｢7｣"_s;
-    QString message;
-    EXPECT_TRUE(WriteSheet(folder.WriteStudyFile(u"txt/a.txt"_s, lines), folder.Path(u"a.html"_s), false, &message));
+    EXPECT_EQ(WriteSheet(folder.WriteStudyFile(u"txt/a.txt"_s, lines), folder.Path(u"a.html"_s), false), QString());
     EXPECT_EQ(folder.Read(u"a.html"_s).count("<img "), 1);
 }
 

@@ -2,9 +2,11 @@
 // SPDX-License-Identifier: MIT
 
 #include "base/modFile.h"
+#include "exchange/modConvertCode.h"
 #include "exchange/modExport.h"
 #include "exchange/modReadTable.h"
 #include "exchange/modStudyFromTable.h"
+#include "platform/modReplaceFile.h"
 #include "support/Pieces.h"
 #include "support/Rows.h"
 #include "support/TestFiles.h"
@@ -23,8 +25,7 @@ namespace {
 Table TableOf(const QByteArray &bytes, TableReading reading = {})
 {
     Table table;
-    TableRefusal refusal;
-    EXPECT_TRUE(ReadTableBytes(bytes, &reading, &table, &refusal)) << refusal.reason.toStdString();
+    EXPECT_EQ(ReadTableBytes(bytes, &reading, &table).reason, QString());
     return table;
 }
 
@@ -55,9 +56,7 @@ TEST(StudyTextOf, CsvExportOfResult_HasOriginalCells)
     options.between = u"／"_s;
     const TableStudyText study = StudyOf(QString::fromUtf8(csv), options);
     const TestFolder folder;
-    QString message;
-    const QString path = folder.Write(u"a.txt"_s, ToCodePage932(study.text));
-    const Table table = TableOf(ExportOf(path, ExportKind::Csv, &message));
+    const Table table = TableOf(ExportOf(folder.Write(u"a.txt"_s, ToCodePage932(study.text)), ExportKind::Csv));
     ASSERT_EQ(table.RowCount(), 5);
     EXPECT_EQ(table.Cell(2, 3), u"apple");
     EXPECT_EQ(table.Cell(2, 4), u"／red, or green／[りんご]");
@@ -103,8 +102,7 @@ TEST(ReadTableBytes, NotATable_IsRefusedWithReason)
     for (const auto &[name, bytes, expected] : rows) {
         Table table;
         TableReading reading;
-        TableRefusal refusal;
-        EXPECT_FALSE(ReadTableBytes(bytes, &reading, &table, &refusal)) << name;
+        const TableRefusal refusal = ReadTableBytes(bytes, &reading, &table);
         EXPECT_EQ(refusal.reason, expected.reason) << name;
         EXPECT_EQ(refusal.advice, expected.advice) << name;
         EXPECT_EQ(table.RowCount(), 0) << name;
@@ -120,8 +118,7 @@ TEST(ReadTableBytes, UserSettings_OverrideDetection)
     const QByteArray kana = ToCodePage932(u"ﾈｺ,ｲﾇ\r\n");
     TableReading found;
     Table table;
-    TableRefusal refusal;
-    ASSERT_TRUE(ReadTableBytes(kana, &found, &table, &refusal));
+    ASSERT_FALSE(ReadTableBytes(kana, &found, &table));
     EXPECT_EQ(found.code, CharCode::Euc) << "half-width kana are detected as EUC";
     EXPECT_EQ(SeparatorName(found.separator), u"カンマ"_s);
     EXPECT_EQ(TableOf(kana, {CharCode::Sjis, QString()}).Cell(1, 2), u"ｲﾇ");
@@ -228,8 +225,7 @@ TEST(StudyTextOf, AnkiExport_RoundTrips)
     const QStringList lines = {u"[水]の化学式は[H2O]"_s, u"[a}] [:b] [{d] [e}}f] [g::h]"_s, u"#[comment] \"x\""_s,
                                u"[] ::: [k]:"_s};
     const TestFolder folder;
-    QString message;
-    const Table table = TableOf(ExportOf(folder.WriteStudyFile(u"a.txt"_s, lines), ExportKind::Anki, &message));
+    const Table table = TableOf(ExportOf(folder.WriteStudyFile(u"a.txt"_s, lines), ExportKind::Anki));
     const TableOptions options = Hiding(HiddenByDefault(table));
     EXPECT_EQ(StudyTextOf(CellsOf(table, options), options).text, lines.join(u"\r\n"_s) + u"\r\n"_s);
 }
@@ -268,30 +264,23 @@ TEST(StudyTextOf, StudyFileWritten_ReadsBackSameCells)
     EXPECT_EQ(study.lines, 300);
     EXPECT_EQ(study.blanks, 300);
     QByteArray bytes;
-    QString message;
-    ASSERT_TRUE(EncodeStudyText(study, &bytes, &message)) << message.toStdString();
+    ASSERT_FALSE(EncodeStudyText(study.text, &bytes));
     StudyLines lines;
-    int errorLine = 0;
-    ASSERT_TRUE(ReadTextFile(folder.Write(u"a.txt"_s, bytes), MaxLineBytes, &lines, &message, &errorLine));
+    ASSERT_FALSE(ReadStudyText(folder.Write(u"a.txt"_s, bytes), MaxLineBytes, &lines));
     ASSERT_EQ(lines.Count(), 300);
     for (int line = 1; line <= 300; ++line)
         EXPECT_EQ(lines.at1(line).toString(), expected[line - 1]);
 }
 
-TEST(EncodeStudyText, BlanklessOrMisdetected_IsRefused)
+TEST(EncodeStudyText, DetectedAsAnotherEncoding_IsRefused)
 {
-    const Rows<const char *, QString, QString, QString> rows = {
-        {"no blanks", u",a\n,b"_s, u"　"_s, u"空欄にする文字が一つもありません。"_s},
-        {"detected as EUC", u"ﾈｺ,ｲﾇ"_s, u" "_s, u"文字コードがEUCと判定されて"_s},
-    };
-    for (const auto &[name, csv, between, expected] : rows) {
-        TableOptions options = Hiding({true});
-        options.between = between;
-        QByteArray bytes;
-        QString message;
-        EXPECT_FALSE(EncodeStudyText(StudyOf(csv, options), &bytes, &message)) << name;
-        EXPECT_TRUE(message.contains(expected)) << name << message.toStdString();
-    }
+    TableOptions options = Hiding({true});
+    options.between = u" "_s;
+    QByteArray bytes;
+    const TextRefusal refusal = EncodeStudyText(StudyOf(u"ﾈｺ,ｲﾇ"_s, options).text, &bytes);
+    EXPECT_EQ(refusal.fault, TextFault::WrongCharCode);
+    EXPECT_TRUE(TableNotEncodedMessage(refusal).contains(u"文字コードがEUCと判定されて"_s));
+    EXPECT_TRUE(NotEncodedMessage(refusal).contains(u"文字コードがEUCと判定されて"_s));
 }
 
 TEST(UnwritableCells, SeveralRows_AreNamedByRowAndColumn)
@@ -307,23 +296,22 @@ TEST(UnwritableCells, SeveralRows_AreNamedByRowAndColumn)
     EXPECT_TRUE(TableAccentsQuestion(cells, ConvertText(cells.text, Accents::Remove)).contains(u"表の3行目 1列目："_s));
 }
 
-TEST(WriteStudyFile, FileExists_IsKeptAndFaultLeavesFolderUnchanged)
+TEST(ReplaceAndKeep, FileExists_IsKeptAndFaultLeavesFolderUnchanged)
 {
     const TestFolder folder;
     const QString path = folder.Write(u"a.txt"_s, "old");
     folder.Write(u"a.txt.bak"_s, "older");
     QString kept;
-    QString message;
-    EXPECT_TRUE(WriteStudyFile(path, "new", &kept, &message)) << message.toStdString();
-    EXPECT_EQ(kept, u"a.txt.bak2"_s);
+    EXPECT_EQ(ReplaceAndKeep(path, "new", &kept).reason, QString());
+    EXPECT_EQ(kept, path + u".bak2"_s);
     EXPECT_EQ(folder.Read(u"a.txt"_s), "new");
     EXPECT_EQ(folder.Read(u"a.txt.bak"_s), "older");
     EXPECT_EQ(folder.Read(u"a.txt.bak2"_s), "old");
-    EXPECT_TRUE(WriteStudyFile(folder.Path(u"b.txt"_s), "new", &kept, &message));
+    EXPECT_FALSE(ReplaceAndKeep(folder.Path(u"b.txt"_s), "new", &kept));
     EXPECT_EQ(kept, QString());
     const QString longest = folder.Write(QString(251, u'x') + u".txt"_s, "old"); // no room for ".bak"
-    EXPECT_FALSE(WriteStudyFile(longest, "new", &kept, &message));
-    EXPECT_TRUE(message.startsWith(u"学習ファイルを書き込めません。\r\n  "_s + longest + u".bak"_s));
+    EXPECT_TRUE(StudyFileNotWrittenMessage(ReplaceAndKeep(longest, "new", &kept))
+                    .startsWith(u"学習ファイルを書き込めません。\r\n  "_s + longest + u".bak\r\n  "_s));
     EXPECT_EQ(folder.Read(QFileInfo(longest).fileName()), "old");
 }
 
@@ -335,8 +323,7 @@ TEST(StudyFileTitle, ForbiddenCharacters_AreReplaced)
     };
     for (const auto &[typed, title] : rows)
         EXPECT_EQ(StudyFileTitle(typed), title);
-    QString message;
-    EXPECT_FALSE(CheckStudyFileTitle(QString(), &message));
-    EXPECT_FALSE(CheckStudyFileTitle(u"a_印刷用"_s, &message));
-    EXPECT_TRUE(CheckStudyFileTitle(u"印刷用"_s, &message));
+    EXPECT_FALSE(TitleRefusal(QString()).isEmpty());
+    EXPECT_FALSE(TitleRefusal(u"a_印刷用"_s).isEmpty());
+    EXPECT_TRUE(TitleRefusal(u"印刷用"_s).isEmpty());
 }

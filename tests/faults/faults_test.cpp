@@ -198,6 +198,13 @@ class Faults : public testing::Test
                               error);
     }
 
+    /// Takes the reason of a fault. @return whether there is none
+    bool Tell(const FileFault &fault)
+    {
+        reason = fault.reason;
+        return !fault;
+    }
+
     /// One of the program's ways to write a file. @return whether it was written; if not, reason may say why
     using Write = std::function<bool(const QString &path)>;
 
@@ -212,28 +219,37 @@ class Faults : public testing::Test
     {
         const QString source = folder.Path(u"txt/a.txt"_s);
         return {
-            {u"a.txt"_s, old, [this](const QString &path) { return ReplaceFile(path, added.toLatin1(), &reason); }},
-            {u"list.txt"_s, old, [this](const QString &path) { return AppendUserName(path, added, &reason); }},
+            {u"a.txt"_s, old, [this](const QString &path) { return Tell(ReplaceFile(path, added.toLatin1())); }},
+            {u"list.txt"_s, old, [this](const QString &path) { return Tell(AppendUserName(path, added)); }},
             {u"a.ini"_s, "[setting]\r\nKey=" + old + "\r\n",
              [this](const QString &path) {
                  return WriteProfile(path, u"setting"_s, {{u"Key"_s, added}});
              }},
             {u"txt/a_印刷用.txt"_s, old,
-             [=, this](const QString &path) { return WritePrintableCopy(source, path, &reason); }},
+             [this](const QString &path) {
+                 return Tell(WritePrintableCopy(added.toLatin1(), path, OldCopy::Replaceable));
+             }},
             {u"rec/a.csv"_s, old,
              [=, this](const QString &path) {
                  StudyExport made;
-                 return made.Read(source, ExportKind::Csv, &reason) && WriteAll(path, made, &reason);
+                 return !made.Read(source, ExportKind::Csv) && Tell(WriteAll(path, made));
              }},
             {u"rec/a_印刷.html"_s, old,
-             [=, this](const QString &path) { return WriteSheet(source, path, true, &reason); }},
+             [=, this](const QString &path) {
+                 reason = WriteSheet(source, path, true);
+                 return reason.isEmpty();
+             }},
             {u"rec/report.txt"_s, old, [this](const QString &path) { return WriteReport(path, History(), &reason); }},
             {u"txt/converted.txt"_s, "short",
              [this](const QString &path) {
-                 return ReplaceConverted(path, "short", added.toLatin1(), &reason, &reason);
+                 QString kept;
+                 return Tell(ReplaceConverted(path, "short", added.toLatin1(), &kept));
              }},
             {u"txt/table.txt"_s, "short",
-             [this](const QString &path) { return WriteStudyFile(path, added.toLatin1(), &reason, &reason); }},
+             [this](const QString &path) {
+                 QString kept;
+                 return Tell(ReplaceAndKeep(path, added.toLatin1(), &kept));
+             }},
             {u"txt/dropped.txt"_s, "short",
              [this](const QString &path) {
                  FileTaking taking({folder.Path(u"dropped/dropped.txt"_s)}, QFileInfo(path).path());
@@ -243,12 +259,12 @@ class Faults : public testing::Test
              }},
             {u"ListMark.txt"_s, old,
              [this](const QString &path) {
-                 return MarkList(path, added).Write(added, DisplayText(LinesOf({u"[a]"_s})), {1}, &reason);
+                 return Tell(MarkList(path, added).Write(added, DisplayText(LinesOf({u"[a]"_s})), {1}));
              }},
             {u"ListPlace.txt"_s, old,
-             [this](const QString &path) { return PlaceList(path).Write(added, added, 1, &reason); }},
+             [this](const QString &path) { return Tell(PlaceList(path).Write(added, added, 1)); }},
             {u"db_backup/copy"_s, QByteArray(),
-             [this](const QString &path) { return CopyWholeFile(databasePath, path, &reason); }},
+             [this](const QString &path) { return Tell(CopyWholeFile(databasePath, path)); }},
         };
     }
 
@@ -411,14 +427,15 @@ TEST_F(Faults, EachWrite_SyncsFileAndThenFolder)
         {"backup", [&] { BackUp(&error); }, u"db_backup/kotoban_2024_0305-1430_15.splite3"_s, u"db_backup"_s},
         {"first database",
          [&] {
-             const auto create = [this](const QString &path) {
+             NewDatabase made(folder.Path(u"db/first.splite3"_s));
+             {
                  StudyDatabase first(services);
-                 return first.Open(path) == 0 && DBCreateKotoban(first);
-             };
-             EXPECT_TRUE(WriteDatabase(folder.Path(u"db/first.splite3"_s), create, &error));
+                 EXPECT_TRUE(first.Open(made.Path()) == 0 && DBCreateKotoban(first));
+             }
+             EXPECT_FALSE(made.Finish());
          },
          u"db/first.splite3"_s, u"db"_s},
-        {"user list", [&] { AppendUserName(list, u"a"_s, &error); }, list, QString()},
+        {"user list", [&] { EXPECT_FALSE(AppendUserName(list, u"a"_s)); }, list, QString()},
     };
     for (const auto &[name, write, file, fileFolder] : writes) {
         const auto inode = [this](const QString &path) {
@@ -525,16 +542,16 @@ TEST_F(Faults, LinkOutOfTheFolder_IsNeverWrittenThrough)
     std::vector<Writer> writers = Writers();
     const RunLog log(folder.Path(), u"Kotoban"_s, services.Clock());
     const QString speech = u"speak.js"_s;
-    writers.push_back({u"Kotoban_log.txt"_s, "log", [&](const QString &) { return log.WriteYmdLogStart(&reason); }});
-    writers.push_back({u"Kotoban_log.txt"_s, "log", [&](const QString &) { return log.WriteLog(added, &reason); }});
+    writers.push_back({u"Kotoban_log.txt"_s, "log", [&](const QString &) { return Tell(log.WriteYmdLogStart()); }});
+    writers.push_back({u"Kotoban_log.txt"_s, "log", [&](const QString &) { return Tell(log.WriteLog(added)); }});
     writers.push_back({speech, "script", [&](const QString &) {
                            SpeakWord(services, folder.Path(), u"word"_s);
                            return elsewhere.Read(u"target"_s).contains("word");
                        }});
     writers.push_back({u"txt/a_印刷用.txt.bak"_s, "kept", [&](const QString &) {
                            folder.Write(u"txt/a_印刷用.txt"_s, "older");
-                           return WritePrintableCopy(folder.Path(u"txt/a.txt"_s), folder.Path(u"txt/a_印刷用.txt"_s),
-                                                     &reason, OldCopy::Outdated);
+                           return Tell(
+                               WritePrintableCopy("newer", folder.Path(u"txt/a_印刷用.txt"_s), OldCopy::Outdated));
                        }});
     writers.push_back({u"db/linked.splite3"_s, folder.Read(u"db/kotoban.splite3"_s),
                        [&](const QString &path) { return database.Open(path) == 0; }});

@@ -276,9 +276,8 @@ TEST(CheckStudyFile, EachFault_HasItsRemark)
     EXPECT_EQ(CheckStudyFile(large.fileName()).remarks, u"64MB超過"_s);
 }
 
-TEST(CheckSelection, PrintableCopy_IsAcceptedOnlyForStudying)
+TEST(SelectionRefusal, PrintableCopy_IsAcceptedOnlyForStudying)
 {
-    QString message;
-    EXPECT_TRUE(CheckSelection(u"a_印刷用.txt"_s, false, &message));
-    EXPECT_FALSE(CheckSelection(u"a_印刷用.txt"_s, true, &message));
+    EXPECT_TRUE(SelectionRefusal(u"a_印刷用.txt"_s, false).isEmpty());
+    EXPECT_FALSE(SelectionRefusal(u"a_印刷用.txt"_s, true).isEmpty());
 }

@@ -105,17 +105,18 @@ TEST(PrintableCopy, Written_KeepsTextAndBlanksAnswers)
     for (const QString &name : {u"..txt"_s, u"a\\..\\b.txt"_s, u"$(x) \"'`;\n.txt"_s, u"-rf.txt"_s})
         EXPECT_EQ(QFileInfo(PrintableCopyPath(folder.Path(), folder.Path(name))).path(), folder.Path())
             << name.toStdString();
-    QString message;
-    EXPECT_TRUE(WritePrintableCopy(source, copy, &message));
+    QByteArray made;
+    EXPECT_FALSE(MakePrintableCopy(source, &made));
+    EXPECT_FALSE(WritePrintableCopy(made, copy, OldCopy::Replaceable));
     const QByteArray written = folder.Read(u"week1_印刷用.txt"_s);
     EXPECT_EQ(FromCodePage932(written), u"水は[___]で[＿_]  []\r\n［全角］\r\n"_s);
 
     const QString bad = folder.WriteStudyFile(u"bad.txt"_s, {u"[a"_s});
-    EXPECT_FALSE(WritePrintableCopy(bad, copy, &message));
-    EXPECT_EQ(message, BracketCountMessage(1, u"[a"));
-    EXPECT_EQ(folder.Read(u"week1_印刷用.txt"_s), written) << "an existing copy is unchanged";
-    EXPECT_FALSE(WritePrintableCopy(source, folder.Path(u"none/x.txt"_s), &message));
-    EXPECT_TRUE(message.startsWith(u"印刷用ファイルを書き込めません。"_s));
+    EXPECT_EQ(MakePrintableCopy(bad, &made).message, BracketCountMessage(1, u"[a"));
+    EXPECT_EQ(made, written) << "nothing is added";
+    const QString nowhere = folder.Path(u"none/x.txt"_s);
+    EXPECT_TRUE(CopyNotWrittenMessage(WritePrintableCopy(made, nowhere, OldCopy::Replaceable))
+                    .startsWith(u"印刷用ファイルを書き込めません。\r\n  "_s + nowhere));
 }
 
 TEST(PrintableCopy, EditedByHand_IsAskedForOrBackedUp)
@@ -132,7 +133,8 @@ TEST(PrintableCopy, EditedByHand_IsAskedForOrBackedUp)
     };
     QFile source(folder.Write(u"a.txt"_s, "x[a]\r\n"));
     QFile copy(PrintableCopyPath(folder.Path(), source.fileName()));
-    EXPECT_EQ(JudgeOldCopy(source.fileName(), copy.fileName()), OldCopy::Replaceable) << "no copy";
+    const QByteArray made = "x[_]\r\n";
+    EXPECT_EQ(JudgeOldCopy(made, source.fileName(), copy.fileName()), OldCopy::Replaceable) << "no copy";
     for (const auto &[name, bytes, seconds, expected] : rows) {
         folder.Write(u"a_印刷用.txt"_s, bytes);
         folder.Write(u"a_印刷用.txt.bak"_s, "kept before");
@@ -141,17 +143,14 @@ TEST(PrintableCopy, EditedByHand_IsAskedForOrBackedUp)
             file->setFileTime(before.addSecs(file == &copy ? seconds : 0), QFileDevice::FileModificationTime);
             file->close();
         }
-        QString message;
-        EXPECT_EQ(JudgeOldCopy(source.fileName(), copy.fileName()), expected) << name;
-        EXPECT_TRUE(WritePrintableCopy(source.fileName(), copy.fileName(), &message, expected)) << name;
-        EXPECT_EQ(folder.Read(u"a_印刷用.txt"_s), "x[_]\r\n") << name;
+        EXPECT_EQ(JudgeOldCopy(made, source.fileName(), copy.fileName()), expected) << name;
+        EXPECT_FALSE(WritePrintableCopy(made, copy.fileName(), expected)) << name;
+        EXPECT_EQ(folder.Read(u"a_印刷用.txt"_s), made) << name;
         EXPECT_EQ(folder.Read(u"a_印刷用.txt.bak"_s), expected == OldCopy::Outdated ? bytes : "kept before") << name;
     }
     folder.MakeFolder(u"b_印刷用.txt.bak"_s); // takes the place of the backup
     const QString other = folder.Write(u"b_印刷用.txt"_s, "by hand");
-    QString message;
-    EXPECT_FALSE(WritePrintableCopy(source.fileName(), other, &message, OldCopy::Outdated));
-    EXPECT_TRUE(message.startsWith(u"印刷用ファイルを書き込めません。\r\n  "_s + other + u".bak\r\n"_s));
+    EXPECT_EQ(WritePrintableCopy(made, other, OldCopy::Outdated).path, other + u".bak"_s);
     EXPECT_EQ(folder.Read(u"b_印刷用.txt"_s), "by hand");
 }
 

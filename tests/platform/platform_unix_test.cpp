@@ -121,28 +121,26 @@ TEST(File, ReadOrReplaceNonRegularFile_FailsAndLeavesItUntouched)
         struct stat before = {}, after = {};
         lstat(QFile::encodeName(file).constData(), &before);
         QByteArray bytes = "kept?";
-        QString error;
-        EXPECT_FALSE(ReadWholeFile(file, &bytes, &error)) << qPrintable(name);
+        EXPECT_TRUE(ReadWholeFile(file, &bytes)) << qPrintable(name);
         EXPECT_TRUE(bytes.isEmpty()) << qPrintable(name);
-        EXPECT_FALSE(ReplaceFile(file, "new", &error)) << qPrintable(name);
-        EXPECT_FALSE(CopyWholeFile(file, folder.Path(u"copy"_s), &error)) << qPrintable(name);
-        EXPECT_FALSE(CopyWholeFile(folder.Write(u"a.txt"_s, "a"), file, &error)) << qPrintable(name);
+        EXPECT_EQ(ReplaceFile(file, "new").path, file);
+        EXPECT_EQ(CopyWholeFile(file, folder.Path(u"copy"_s)).path, file);
+        EXPECT_EQ(CopyWholeFile(folder.Write(u"a.txt"_s, "a"), file).path, file);
         EXPECT_FALSE(WriteProfile(file, u"setting"_s, {{u"Key"_s, u"new"_s}})) << qPrintable(name);
         EXPECT_EQ(ProfileSection(file, u"setting"_s, 9).Value(u"Key"_s, u"default"_s), u"default"_s)
             << qPrintable(name);
         QFile::remove(folder.Path(u"a_log.txt"_s));
         ASSERT_TRUE(QFile::link(file, folder.Path(u"a_log.txt"_s)));
-        EXPECT_FALSE(RunLog(folder.Path(), u"a"_s, services.Clock()).WriteYmdLogStart(&error)) << qPrintable(name);
-        EXPECT_EQ(error, u"通常のファイルではありません。"_s);
+        EXPECT_EQ(RunLog(folder.Path(), u"a"_s, services.Clock()).WriteYmdLogStart().reason,
+                  u"通常のファイルではありません。"_s)
+            << qPrintable(name);
         lstat(QFile::encodeName(file).constData(), &after);
         EXPECT_TRUE(before.st_ino == after.st_ino && before.st_mode == after.st_mode) << qPrintable(name);
     }
     QFile large(folder.Write(u"large"_s, ""));
     ASSERT_TRUE(large.resize(MaxFileBytes + 1)) << "sparse";
     QByteArray bytes;
-    QString error;
-    EXPECT_FALSE(ReadWholeFile(large.fileName(), &bytes, &error));
-    EXPECT_EQ(error, u"ファイルが大きすぎます。"_s);
+    EXPECT_EQ(ReadWholeFile(large.fileName(), &bytes).reason, u"ファイルが大きすぎます。"_s);
 }
 
 TEST(ReplaceFile, LinkAsLastPart_IsFollowedOnlyWithinItsOrTheApplicationFolder)
@@ -170,16 +168,15 @@ TEST(ReplaceFile, LinkAsLastPart_IsFollowedOnlyWithinItsOrTheApplicationFolder)
     for (const auto &[name, link, target, isFollowed] : rows) {
         const QString path = folder.Path(link);
         ASSERT_TRUE(QFile::link(target, path)) << name;
-        QString error;
-        EXPECT_EQ(ReplaceFile(path, "new", &error), isFollowed) << name;
-        EXPECT_EQ(error.contains(u"リンク"_s), !isFollowed) << name << error.toStdString();
+        const FileFault fault = ReplaceFile(path, "new");
+        EXPECT_EQ(fault.reason.isEmpty(), isFollowed) << name;
+        EXPECT_EQ(fault.reason.contains(u"リンク"_s), !isFollowed) << name << fault.reason.toStdString();
         EXPECT_EQ(QFile::exists(path), isFollowed) << name << ": nothing is created";
         EXPECT_TRUE(QFileInfo(path).isSymLink()) << name;
         QFile::remove(QFileInfo(path).symLinkTarget());
         QFile::remove(path);
     }
-    QString error;
-    EXPECT_TRUE(ReplaceFile(folder.Path(u"linked a/new.txt"_s), "new", &error)) << error.toStdString();
+    EXPECT_EQ(ReplaceFile(folder.Path(u"linked a/new.txt"_s), "new").reason, QString());
     EXPECT_EQ(folder.Read(u"a/new.txt"_s), "new");
 }
 

@@ -18,26 +18,26 @@ inline QByteArray AllPieces(PieceMaker &pieces)
     return all;
 }
 
-/// Writes the remaining pieces to a file. @return whether it was written; if not, message holds the system's reason
-inline bool WriteAll(const QString &path, PieceMaker &pieces, QString *message)
+/// Writes the remaining pieces to a file.
+inline FileFault WriteAll(const QString &path, PieceMaker &pieces)
 {
     PieceFile file(path, pieces);
     file.GoOn(QDeadlineTimer(QDeadlineTimer::Forever));
-    *message = file.Error();
-    return message->isEmpty();
+    return file.Fault();
 }
 
-/// The export of a study file; empty if it is refused, and message then holds the text for the user.
-inline QByteArray ExportOf(const QString &path, ExportKind kind, QString *message, const MarkList *onlyHard = nullptr)
+/// The export of a study file; empty if it is refused.
+inline QByteArray ExportOf(const QString &path, ExportKind kind, const MarkList *onlyHard = nullptr)
 {
     StudyExport made;
-    return made.Read(path, kind, message, onlyHard) ? AllPieces(made) : QByteArray();
+    return made.Read(path, kind, onlyHard) ? QByteArray() : AllPieces(made);
 }
 
-/// Writes the sheet of a study file. @return whether it was written; if not, message says why
-inline bool WriteSheet(const QString &path, const QString &sheetPath, bool withAnswers, QString *message,
-                       const MarkList *onlyHard = nullptr)
+/// Writes the sheet of a study file. @return why it was not written; empty if it was
+inline QString WriteSheet(const QString &path, const QString &sheetPath, bool withAnswers,
+                          const MarkList *onlyHard = nullptr)
 {
     PrintSheet sheet;
-    return sheet.Read(path, sheetPath, withAnswers, message, onlyHard) && WriteAll(sheetPath, sheet, message);
+    const TextRefusal refusal = sheet.Read(path, sheetPath, withAnswers, onlyHard);
+    return refusal ? refusal.message : WriteAll(sheetPath, sheet).reason;
 }
