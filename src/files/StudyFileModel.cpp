@@ -19,7 +19,6 @@ StudyFileModel::StudyFileModel(StudyFolder &folder, const StudyTallies &tallies,
     : QAbstractListModel(parent), m_folder(folder), m_tallies(tallies)
 {
     m_checking.setObjectName(u"tmrCheck"_s);
-    m_checking.setSingleShot(true);
     connect(&m_checking, &QTimer::timeout, this, &StudyFileModel::CheckNext);
 }
 
@@ -61,10 +60,29 @@ void StudyFileModel::ShowTallies()
         Q_EMIT dataChanged(index(0), index(int(m_shown.size()) - 1));
 }
 
+void StudyFileModel::CheckRows(int first, int last)
+{
+    DropChecks();
+    for (int row = first; row <= last && row < m_shown.size(); ++row)
+        if (!m_folder.IsChecked(m_shown.at(row)))
+            m_pending += m_shown.at(row);
+    if (!m_pending.isEmpty())
+        m_checking.start(0);
+}
+
+void StudyFileModel::CheckNext()
+{
+    const QString name = m_pending.takeFirst();
+    if (m_pending.isEmpty())
+        m_checking.stop();
+    m_folder.Check(name);
+    if (const QModelIndex changed = IndexOf(name); changed.isValid())
+        Q_EMIT dataChanged(changed, changed);
+}
+
 void StudyFileModel::DropChecks()
 {
     m_pending.clear();
-    m_newRequests = 0;
     m_checking.stop();
 }
 
@@ -90,13 +108,13 @@ QVariant StudyFileModel::data(const QModelIndex &index, int role) const
     case Qt::AccessibleTextRole:
         return Description(name).isEmpty() ? name : QString(name + u'、' + Description(name));
     case RemarksRole:
-        RequestCheck(name);
         return m_folder.Facts(name).remarks;
     case FiguresRole:
-        RequestCheck(name);
         if (!m_folder.IsChecked(name) || !m_folder.Facts(name).remarks.isEmpty())
-            return QStringList();
-        return StudyFigures(m_folder.Facts(name).blanks, TallyOf(name), m_today).first(m_tallies.IsEmpty() ? 1 : 3);
+            return QVariant();
+        return QVariant::fromValue(FiguresOf(m_folder.Facts(name).blanks, TallyOf(name), m_today));
+    case IsStudiedRole:
+        return !m_tallies.IsEmpty();
     case PrintableCopyRole:
         return IsPrintableCopy(name);
     default:
@@ -118,29 +136,10 @@ QString StudyFileModel::Description(const QString &name) const
     return facts.remarks.isEmpty() ? StudyFiguresSentence(facts.blanks, TallyOf(name)) : facts.remarks;
 }
 
-void StudyFileModel::RequestCheck(const QString &name) const
-{
-    if (m_folder.IsChecked(name) || m_pending.contains(name))
-        return;
-    m_pending.insert(m_newRequests++, name);
-    m_checking.start(0);
-}
-
-void StudyFileModel::CheckNext()
-{
-    const QString name = m_pending.takeFirst();
-    m_newRequests = 0;
-    m_folder.Check(name);
-    if (const QModelIndex changed = IndexOf(name); changed.isValid())
-        Q_EMIT dataChanged(changed, changed);
-    if (!m_pending.isEmpty())
-        m_checking.start(0);
-}
-
 namespace {
 
 /// The right part of a row: remarks, or figures in columns of their usual width. A name that would not fit gets the
-/// room of trailing empty figures.
+/// room of empty figures.
 class RightPart
 {
   public:
@@ -152,15 +151,16 @@ class RightPart
             AddField(metrics.elidedText(remarks, Qt::ElideRight, available.width()), metrics, available, 0);
             return;
         }
-        QStringList figures = index.data(StudyFileModel::FiguresRole).toStringList();
-        AddFigures(figures, metrics, available);
-        if (metrics.horizontalAdvance(index.data().toString()) <= NameWidthPx(available))
+        const QVariant figures = index.data(StudyFileModel::FiguresRole);
+        if (!figures.isValid())
             return;
-        while (!figures.isEmpty() && figures.back().isEmpty())
-            figures.removeLast();
+        const bool isStudied = index.data(StudyFileModel::IsStudiedRole).toBool();
+        AddFigures(figures.value<StudyFigures>(), isStudied, metrics, available);
+        if (!isStudied || metrics.horizontalAdvance(index.data().toString()) <= NameWidthPx(available))
+            return;
         m_fields.clear();
         m_leftPx = available.right() + 1;
-        AddFigures(figures, metrics, available);
+        AddFigures(figures.value<StudyFigures>(), false, metrics, available);
     }
 
     /// Width left for the name.
@@ -171,16 +171,19 @@ class RightPart
 
     void Paint(QPainter *painter) const
     {
-        for (const auto &[place, text] : m_fields)
-            painter->drawText(place, Qt::AlignRight | Qt::AlignVCenter, text);
+        for (const auto &[rect, text] : m_fields)
+            painter->drawText(rect, Qt::AlignRight | Qt::AlignVCenter, text);
     }
 
   private:
-    void AddFigures(const QStringList &figures, const QFontMetrics &metrics, const QRect &available)
+    /// @param hasGaps  whether empty figures keep their columns
+    void AddFigures(const StudyFigures &figures, bool hasGaps, const QFontMetrics &metrics, const QRect &available)
     {
-        const QString usual[] = {u"888問"_s, u"88回"_s, u"8888年"_s};
-        for (qsizetype field = figures.size() - 1; field >= 0; --field)
-            AddField(figures[field], metrics, available, metrics.horizontalAdvance(usual[field]));
+        const std::pair<QString, QString> fields[] = {
+            {figures.lastDay, u"8888年"_s}, {figures.times, u"88回"_s}, {figures.blanks, u"888問"_s}};
+        for (const auto &[text, usual] : fields)
+            if (hasGaps || !text.isEmpty())
+                AddField(text, metrics, available, metrics.horizontalAdvance(usual));
     }
 
     void AddField(const QString &text, const QFontMetrics &metrics, const QRect &available, int minWidthPx)

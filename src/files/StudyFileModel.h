@@ -1,8 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Kotoban developers
 // SPDX-License-Identifier: MIT
 
-// List model of the study files. A file is checked only once its row is painted: one file at a time between two events
-// of the window, the most recently painted rows first.
+// List model of the study files. Only files in view are checked, one at a time between two events of the window.
 #pragma once
 
 #include "files/modStudyFolder.h"
@@ -20,8 +19,9 @@ class StudyFileModel : public QAbstractListModel
     enum Role
     {
         RemarksRole = Qt::UserRole, ///< remarks on the file, or an empty text
-        FiguresRole,       ///< StudyFigures as a QStringList, only the first if nothing was studied; empty with remarks
-        PrintableCopyRole, ///< whether the file is a printable copy
+        FiguresRole,                ///< StudyFigures, or invalid with remarks or before the check
+        IsStudiedRole,              ///< whether any of the files was studied, so that the figures form columns
+        PrintableCopyRole,          ///< whether the file is a printable copy
     };
 
     StudyFileModel(StudyFolder &folder, const StudyTallies &tallies, QObject *parent);
@@ -35,7 +35,11 @@ class StudyFileModel : public QAbstractListModel
     /// Has views show the figures of all rows again.
     void ShowTallies();
 
-    /// Cancels all pending checks. A row requests its check again when it is painted.
+    /// Checks the files of some rows, from 0, and no longer those of other rows. dataChanged is emitted after each.
+    /// @param last  may be past the end
+    void CheckRows(int first, int last);
+
+    /// Cancels all pending checks.
     void DropChecks();
 
     /// The row of a file, or an invalid index if it is not shown.
@@ -43,13 +47,11 @@ class StudyFileModel : public QAbstractListModel
 
     int rowCount(const QModelIndex &parent = QModelIndex()) const override;
 
-    /// Qt::DisplayRole: the file's name. Asking for the remarks or figures of an unchecked file schedules its check,
-    /// after which dataChanged is emitted. Tooltip and accessible text: name, plus remarks or figures if known.
+    /// Qt::DisplayRole: the file's name. Tooltip and accessible text: name, plus remarks or figures if known.
     QVariant data(const QModelIndex &index, int role) const override;
 
   private:
     void ShowMatching();
-    void RequestCheck(const QString &name) const;
     void CheckNext();
     StudyTally TallyOf(const QString &name) const;
     QString Description(const QString &name) const;
@@ -59,10 +61,9 @@ class StudyFileModel : public QAbstractListModel
     QDate m_today;
     QString m_filter;
     QStringList m_shown;
-    QHash<QString, int> m_rows;          // of the names shown
-    mutable QStringList m_pending;       // files to be checked, the next one first
-    mutable qsizetype m_newRequests = 0; // how many of them were requested since the last check
-    mutable QTimer m_checking{this};
+    QHash<QString, int> m_rows; // of the names shown
+    QStringList m_pending;      // files to be checked, the next one first
+    QTimer m_checking{this};
 };
 
 /// Paints a file's name, dimmed for a printable copy, and at the right edge, dimmed, its remarks or its figures, which

@@ -12,6 +12,7 @@
 #include "exchange/frmTable.h"
 #include "exchange/modConvertCode.h"
 #include "exchange/modPrintableCopy.h"
+#include "files/StudyFileList.h"
 #include "files/StudyFileModel.h"
 #include "files/modTakeFiles.h"
 #include "history/HistoryPanel.h"
@@ -29,7 +30,6 @@
 #include <QFileSystemWatcher>
 #include <QLabel>
 #include <QLineEdit>
-#include <QListView>
 #include <QMimeData>
 #include <QPushButton>
 #include <QScrollBar>

@@ -24,10 +24,10 @@ class QGridLayout;
 class QLabel;
 class QLayout;
 class QLineEdit;
-class QListView;
 class QPushButton;
 class QTimer;
 class SettingsFile;
+class StudyFileList;
 class StudyFileModel;
 
 /// How the file selection window was left.
@@ -122,7 +122,7 @@ class frmFile : public QDialog
     QFileSystemWatcher *m_watcher; // watches the folder while the window is visible
     QTimer *m_refreshing;          // runs from a change of the folder until the list is refreshed
     QTimer *m_tallying;            // runs while the record is read
-    QListView *lstFile;
+    StudyFileList *lstFile;
     QLineEdit *txtFilter;
     QLabel *lblFilter = nullptr;
     QLabel *lblNote = nullptr;

@@ -17,7 +17,6 @@
 #include <QGuiApplication>
 #include <QLabel>
 #include <QLineEdit>
-#include <QListView>
 #include <QMenu>
 #include <QPushButton>
 #include <QStandardPaths>
@@ -73,7 +72,7 @@ void frmFile::SetUpList()
     lstFile->setAccessibleName(u"学習ファイル"_s);
     lstFile->setModel(m_files);
     lstFile->setItemDelegate(new StudyFileDelegate(lstFile));
-    lstFile->setUniformItemSizes(true); // measuring each row would check each file
+    lstFile->setUniformItemSizes(true); // avoids measuring thousands of rows
     lstFile->setEditTriggers(QAbstractItemView::NoEditTriggers);
     lstFile->setSpacing(1);
     lstFile->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff); // the delegate elides to fit the width
@@ -81,6 +80,7 @@ void frmFile::SetUpList()
     connect(lstFile, &QListView::doubleClicked, this, &frmFile::cmdSelect_Click);
     connect(lstFile->selectionModel(), &QItemSelectionModel::selectionChanged, this, &frmFile::EnableCommands);
     connect(m_files, &StudyFileModel::dataChanged, this, &frmFile::EnableCommands);
+    connect(lstFile, &StudyFileList::RowsShown, m_files, &StudyFileModel::CheckRows);
 
     // Combines a burst of changes, such as an archive being unpacked, into one refresh.
     m_refreshing->setObjectName(u"tmrRefresh"_s);

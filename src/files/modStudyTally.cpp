@@ -51,7 +51,7 @@ bool StudyTallies::Read(const QDeadlineTimer &until, DaySpan *days, ByTitle *tal
     return isRead;
 }
 
-QStringList StudyFigures(int blanks, const StudyTally &tally, const QDate &today)
+StudyFigures FiguresOf(int blanks, const StudyTally &tally, const QDate &today)
 {
     const QString count = QString::number(blanks) + u'問';
     if (tally.times == 0)

@@ -53,9 +53,15 @@ class StudyTallies
     ByTitle m_before;
 };
 
-/// What the list shows for a study file that can be opened: "67問", "3回", "11/24". If the last session was a year ago
-/// or more, only its year is shown, "2023年"; without a session, the last two are empty.
-QStringList StudyFigures(int blanks, const StudyTally &tally, const QDate &today);
+/// What the list shows for a study file that can be opened.
+struct StudyFigures
+{
+    QString blanks;  ///< "67問"
+    QString times;   ///< "3回"; empty without a session
+    QString lastDay; ///< "11/24", or "2023年" if it was a year ago or more; empty without a session
+};
+
+StudyFigures FiguresOf(int blanks, const StudyTally &tally, const QDate &today);
 
 /// The same as a sentence: "67問、3回、最後は2026/11/24".
 QString StudyFiguresSentence(int blanks, const StudyTally &tally);

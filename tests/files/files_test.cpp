@@ -108,10 +108,14 @@ TEST(StudyTallies, AllYearsRead_CountsSessionsOfOneUser)
     while (tallies.ReadNext(QDeadlineTimer(0)))
         ++slices;
     EXPECT_EQ(slices, 3) << "a day each, and none for the years between";
-    EXPECT_EQ(StudyFigures(5, tallies.Of(u"a"_s), today), QStringList({u"5問"_s, u"3回"_s, u"3/5"_s}));
-    EXPECT_EQ(StudyFigures(5, tallies.Of(u"b"_s), today), QStringList({u"5問"_s, u"1回"_s, u"3/4"_s}));
-    EXPECT_EQ(StudyFigures(0, tallies.Of(u"c"_s), today), QStringList({u"0問"_s, QString(), QString()}));
-    EXPECT_EQ(StudyFigures(5, tallies.Of(u"b"_s), QDate(2025, 3, 4)).last(), u"2024年"_s);
+    const auto figures = [&](int blanks, const QString &title, const QDate &day) {
+        const StudyFigures of = FiguresOf(blanks, tallies.Of(title), day);
+        return QStringList({of.blanks, of.times, of.lastDay});
+    };
+    EXPECT_EQ(figures(5, u"a"_s, today), QStringList({u"5問"_s, u"3回"_s, u"3/5"_s}));
+    EXPECT_EQ(figures(5, u"b"_s, today), QStringList({u"5問"_s, u"1回"_s, u"3/4"_s}));
+    EXPECT_EQ(figures(0, u"c"_s, today), QStringList({u"0問"_s, QString(), QString()}));
+    EXPECT_EQ(figures(5, u"b"_s, QDate(2025, 3, 4)).last(), u"2024年"_s);
 
     add(u"2024-03-06"_s, u"a"_s, u"花子"_s, 1);
     EXPECT_TRUE(tallies.ReadRecent(QDate(2024, 3, 6)));

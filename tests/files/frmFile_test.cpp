@@ -125,6 +125,33 @@ TEST_F(FileWindowTest, WindowClosed_CancelsPendingChecks)
     window.Choose(QString());
 }
 
+TEST_F(FileWindowTest, ScrolledList_ChecksRowsInViewAndNoOthers)
+{
+    for (int number = 1; number <= 200; ++number)
+        folder.WriteStudyFile(u"txt/%1.txt"_s.arg(number), {u"[a]"_s});
+    script.When(u"frmFile"_s, [this](QWidget *dialog) {
+        auto *const list = dialog->findChild<QListView *>(u"lstFile"_s);
+        const auto *const checking = window.findChild<QTimer *>(u"tmrCheck"_s);
+        QAbstractItemModel *const model = list->model();
+        const auto isKnown = [model](int row) {
+            return model->index(row, 0).data(Qt::ToolTipRole).toString().contains(u'\n');
+        };
+        EXPECT_TRUE(WaitFor([&] { return isKnown(0); }));
+        list->scrollToBottom();
+        dialog->grab();
+        EXPECT_TRUE(WaitFor([&] { return !checking->isActive(); }));
+        const int last = model->rowCount() - 1;
+        EXPECT_TRUE(isKnown(last));
+        EXPECT_EQ(isKnown(list->indexAt(QPoint(9, 9)).row()), true);
+        EXPECT_FALSE(isKnown(last / 2));
+        for (int role = 0; role < Qt::UserRole + 9; ++role)
+            model->index(last / 2, 0).data(role);
+        EXPECT_FALSE(checking->isActive()) << "asking for data starts no check";
+        dialog->close();
+    });
+    window.Choose(QString());
+}
+
 TEST_F(FileWindowTest, EveryControl_HasObjectName)
 {
     for (const QWidget *widget : window.findChildren<QWidget *>()) {
