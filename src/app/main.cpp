@@ -28,6 +28,7 @@
 
 #include <cstdio>
 #include <memory>
+#include <optional>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -57,6 +58,14 @@ void IgnoreOddScaling()
 bool CanPaint()
 {
     return QGuiApplication::platformName() != u"xcb" || QGuiApplication::primaryScreen()->depth() >= 15;
+}
+
+/// The name of the user, which may be empty; none if the program must end.
+std::optional<QString> AskForUser(SystemServices &services, frmMsg &msg, const QString &folder)
+{
+    frmLogin login(services, msg, JoinPath(folder, u"ListUserName.txt"_s),
+                   PlaceList(JoinPath(folder, u"ListPlace.txt"_s)).LastUser());
+    return login.Ask() == LoginResult::EndProgram ? std::nullopt : std::optional(login.UserName());
 }
 
 } // namespace
@@ -100,18 +109,13 @@ int main(int argc, char *argv[])
     EndSignal endSignal;
     QObject::connect(&endSignal, &EndSignal::Asked, &application, [] { QApplication::exit(0); });
     frmMsg msg(services, JoinPath(folder, u"wav"_s));
-    QString userName;
-    {
-        frmLogin login(services, msg, JoinPath(folder, u"ListUserName.txt"_s),
-                       PlaceList(JoinPath(folder, u"ListPlace.txt"_s)).LastUser());
-        if (login.Ask() == LoginResult::EndProgram || endSignal.WasAsked())
-            return 0;
-        userName = login.UserName();
-    }
+    const std::optional<QString> userName = AskForUser(services, msg, folder);
+    if (!userName || endSignal.WasAsked())
+        return 0;
     // Only now: the font is looked up for the study window, and no other window is open.
     if (!HasPageFont())
         services.ShowMessage(u"日本語の等幅フォントが見つかりません。\r\n"_s + FontAdvice());
-    frmText study(services, database, log, msg, {folder, JoinPath(folder, baseName + u".ini"_s), userName});
+    frmText study(services, database, log, msg, {folder, JoinPath(folder, baseName + u".ini"_s), *userName});
     QObject::connect(&study, &frmText::Ended, &application, [] { QApplication::exit(0); });
     QObject::connect(&endSignal, &EndSignal::Asked, &study, &frmText::close);
     endSignal.SetExitHook([&services, &study] {

@@ -270,9 +270,9 @@ QWidget *frmTable::TableView(const QList<bool> &isHidden)
         check->setObjectName(u"chkHide"_s + number);
         check->setAccessibleName(number + u"列目を隠す"_s);
         check->setToolTip(number + u"列目を空欄にします"_s + (column < 10 ? u" (Alt+"_s + number + u')' : QString()));
-        check->setChecked(isHidden[column - 1]);
+        check->setChecked(IsHidden(isHidden, column));
         connect(check, &QCheckBox::clicked, this, &frmTable::chkHide_Click);
-        grid->addWidget(check, 0, column - 1);
+        grid->addWidget(check, 0, column);
         chkHide += check;
     }
     for (int row = 1; row <= qMin(m_table.RowCount(), PreviewRows); ++row) {
@@ -280,10 +280,10 @@ QWidget *frmTable::TableView(const QList<bool> &isHidden)
             QLabel *const cell =
                 NamedLabel(u"lblCell%1_%2"_s.arg(row).arg(column), ShownCell(m_table.Cell(row, column)), view);
             cell->setTextFormat(Qt::PlainText);
-            grid->addWidget(cell, row, column - 1);
+            grid->addWidget(cell, row, column);
         }
     }
-    grid->setColumnStretch(m_table.ColumnCount(), 1);
+    grid->setColumnStretch(m_table.ColumnCount() + 1, 1);
     grid->setRowStretch(PreviewRows + 1, 1);
     return view;
 }

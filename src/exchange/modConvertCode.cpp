@@ -31,7 +31,7 @@ QString NameAndNumber(char32_t character)
 }
 
 /// "3行目 5文字目：é（U+00E9）"
-QString NameWithPlace(const CharacterAt &at)
+QString NameAndPosition(const CharacterAt &at)
 {
     return QString::number(at.line) + u"行目 "_s + QString::number(at.column) + u"文字目："_s +
            NameOfUnwritable(at.character);
@@ -133,7 +133,7 @@ QString OpenAsShiftJisQuestion()
 QString AccentsQuestion(const ConvertedText &converted)
 {
     return u"Shift_JISにない，アクセント記号の付いた文字が"_s + QString::number(converted.accentCount) +
-           u"個あります。\r\n  "_s + NameWithPlace(converted.firstAccent) +
+           u"個あります。\r\n  "_s + NameAndPosition(converted.firstAccent) +
            u"\r\n\r\nアクセント記号を除きますか？（例：é → e）"_s;
 }
 
@@ -141,7 +141,7 @@ QString UnwritableQuestion(const ConvertedText &converted)
 {
     QString question = u"Shift_JISにない文字があるため，変換できません。"_s + Unchanged;
     for (const CharacterAt &at : converted.unwritable)
-        question += u"\r\n  "_s + NameWithPlace(at);
+        question += u"\r\n  "_s + NameAndPosition(at);
     if (const qsizetype more = converted.unwritableCount - converted.unwritable.size(); more > 0)
         question += u"\r\n  ほかに"_s + QString::number(more) + u"個"_s;
     return question + u"\r\n\r\nほかの文字に直して保存してから，もう一度変換してください。\r\n"

@@ -23,24 +23,25 @@ constexpr QByteArrayView ByteOrderMark = "\xEF\xBB\xBF";
 constexpr QByteArrayView NoCharacter = "\xEF\xBF\xBD"; // U+FFFD
 constexpr QChar ZeroWidthSpace(0x200B);
 
-/// Position of an answer in its line, 0-based, without the brackets.
-struct AnswerPlace
+/// A blank in its line, brackets included; positions are 0-based.
+struct BlankInLine
 {
     qsizetype start;
     qsizetype end;
+    QStringView answer;
 };
 
-std::vector<AnswerPlace> AnswersOf(QStringView line)
+std::vector<BlankInLine> BlanksOf(QStringView line)
 {
-    std::vector<AnswerPlace> answers;
+    std::vector<BlankInLine> blanks;
     for (qsizetype open = line.indexOf(u'['); open >= 0;) {
         const qsizetype close = line.indexOf(u']', open);
         if (close < 0)
             break;
-        answers.push_back({open + 1, close});
+        blanks.push_back({open, close + 1, line.first(close).sliced(open + 1)});
         open = line.indexOf(u'[', close);
     }
-    return answers;
+    return blanks;
 }
 
 QString Quoted(const QString &field)
@@ -78,14 +79,13 @@ QString AnkiNote(QStringView line)
     QString note;
     int number = 0;
     qsizetype done = 0;
-    for (const AnswerPlace &answer : AnswersOf(line)) {
-        if (answer.start == answer.end)
+    for (const BlankInLine &blank : BlanksOf(line)) {
+        if (blank.answer.isEmpty())
             continue;
-        note += NotePart(line.sliced(done, answer.start - 1 - done), number > 0, true);
+        note += NotePart(line.sliced(done, blank.start - done), number > 0, true);
         ++number;
-        note += u"{{c"_s + QString::number(number) + u"::"_s +
-                NotePart(line.sliced(answer.start, answer.end - answer.start), true, true) + u"}}"_s;
-        done = answer.end + 1;
+        note += u"{{c"_s + QString::number(number) + u"::"_s + NotePart(blank.answer, true, true) + u"}}"_s;
+        done = blank.end;
     }
     return number == 0 ? QString() : QString(note + NotePart(line.sliced(done), true, false));
 }
@@ -117,12 +117,12 @@ QString WithWantedBrackets(QStringView line, int firstBlank, const BlankFilter &
 {
     QString wanted;
     qsizetype done = 0;
-    int blank = firstBlank;
-    for (const AnswerPlace &answer : AnswersOf(line)) {
-        if (isWanted(blank++))
+    int number = firstBlank;
+    for (const BlankInLine &blank : BlanksOf(line)) {
+        if (isWanted(number++))
             continue;
-        wanted += line.sliced(done, answer.start - 1 - done) + line.sliced(answer.start, answer.end - answer.start);
-        done = answer.end + 1;
+        wanted += line.sliced(done, blank.start - done) + blank.answer;
+        done = blank.end;
     }
     return wanted + line.sliced(done);
 }
@@ -163,11 +163,11 @@ QByteArray CsvRows(const StudyLines &lines, int linesBefore, int blanksBefore, c
     int blank = blanksBefore;
     for (int line = lines.NextLineWith(u'[', 1); line > 0; line = lines.NextLineWith(u'[', line + 1)) {
         const QStringView text = lines.at1(line);
-        for (const auto &[start, end] : AnswersOf(text)) {
+        for (const auto &[start, end, answer] : BlanksOf(text)) {
             if (++blank; isWanted && !isWanted(blank))
                 continue;
-            const QString row = QString::number(linesBefore + line) + u',' + CsvField(text.first(start - 1)) + u',' +
-                                CsvField(text.sliced(start, end - start)) + u',' + CsvField(text.sliced(end + 1));
+            const QString row = QString::number(linesBefore + line) + u',' + CsvField(text.first(start)) + u',' +
+                                CsvField(answer) + u',' + CsvField(text.sliced(end));
             bytes += row.toUtf8() + "\r\n";
         }
     }

@@ -66,7 +66,7 @@ constexpr int AnswersPerPage = 3 * 40;
 
 int Pages(int count, int perPage)
 {
-    return (count + perPage - 1) / perPage;
+    return count / perPage + (count % perPage > 0);
 }
 
 /// The blanks that a sheet asks for in a part of its file, and their numbers on the sheet.
@@ -238,12 +238,14 @@ PictureUrl PicturesBeside(const QString &studyFilePath, const QString &sheetPath
 
 QString BlankNumber(int blank)
 {
-    if (blank <= 20)
-        return QChar(u'①' + blank - 1);
-    if (blank <= 35)
-        return QChar(u'㉑' + blank - 21);
-    if (blank <= 50)
-        return QChar(u'㊱' + blank - 36);
+    constexpr struct
+    {
+        int number;
+        char16_t character;
+    } lasts[] = {{20, u'⑳'}, {35, u'㉟'}, {50, u'㊿'}}; // of the ranges of circled numbers
+    for (const auto &last : lasts)
+        if (blank <= last.number)
+            return QChar(last.character - (last.number - blank));
     return u'(' + QString::number(blank) + u')';
 }
 

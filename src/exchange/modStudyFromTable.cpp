@@ -119,14 +119,14 @@ class StudyTextMaker
         m_pieces.clear();
         int column = 0;
         for (const QStringView cell : cells.tokenize(u'\t')) {
+            ++column;
             if (!cell.isEmpty()) {
                 if (text.size() > start)
                     text += m_between;
                 const qsizetype pieceStart = text.size();
-                AddPiece(cell, m_options.isHidden.value(column));
+                AddPiece(cell, IsHidden(m_options.isHidden, column));
                 m_pieces.push_back({pieceStart, text.size()});
             }
-            ++column;
         }
         if (GetByteLength(QStringView(text).sliced(start)) > MaxLineBytes)
             BreakRow(start, rowNumber);
@@ -151,7 +151,7 @@ class StudyTextMaker
     {
         const bool hasBrackets = cell.contains(u'[') || cell.contains(u']');
         const bool isOneBlank =
-            hasBrackets && cell.startsWith(u'[') && cell.indexOf(u']') == cell.size() - 1 && BracketsPair(cell);
+            hasBrackets && cell.startsWith(u'[') && cell.indexOf(u']') + 1 == cell.size() && BracketsPair(cell);
         if (isOneBlank || (!isHidden && (!hasBrackets || BracketsPair(cell)))) {
             m_study.text += cell;
             return;
@@ -231,7 +231,7 @@ bool HidesText(const Table &table, const TableOptions &options)
 {
     for (int row = options.skipsFirstRow ? 2 : 1; row <= table.RowCount(); ++row)
         for (int column = 1; column <= options.isHidden.size(); ++column)
-            if (options.isHidden[column - 1] && !table.Cell(row, column).trimmed().isEmpty())
+            if (IsHidden(options.isHidden, column) && !table.Cell(row, column).trimmed().isEmpty())
                 return true;
     return false;
 }
@@ -243,12 +243,12 @@ QString NameWithCell(const TableCells &cells, const CharacterAt &at)
     for (int line = 1; line < at.line; ++line)
         start = cells.text.indexOf(LineEnd, start) + LineEnd.size();
     int column = 1;
-    qsizetype place = start;
+    qsizetype index = start;
     for (int character = 1; character < at.column; ++character) {
-        column += cells.text[place] == u'\t';
-        place += cells.text[place].isHighSurrogate() && cells.text[place + 1].isLowSurrogate() ? 2 : 1;
+        column += cells.text[index] == u'\t';
+        index += cells.text[index].isHighSurrogate() && cells.text[index + 1].isLowSurrogate() ? 2 : 1;
     }
-    return u"表の"_s + QString::number(cells.rowNumbers[size_t(at.line) - 1]) + u"行目 "_s + QString::number(column) +
+    return u"表の"_s + QString::number(cells.rowNumbers[size_t(at.line)]) + u"行目 "_s + QString::number(column) +
            u"列目："_s + NameOfUnwritable(at.character);
 }
 
@@ -256,15 +256,16 @@ QString NameWithCell(const TableCells &cells, const CharacterAt &at)
 
 QList<bool> HiddenByDefault(const Table &table)
 {
-    QList<bool> isHidden(table.ColumnCount(), false);
-    if (HasCloze(table))
-        return isHidden;
-    const int ofFirstRow = table.CellCount(1);
-    int column = LastColumnWithText(table, ofFirstRow > 1 ? ofFirstRow : table.ColumnCount());
-    if (column == 0)
-        column = LastColumnWithText(table, table.ColumnCount());
-    if (column > 0)
-        isHidden[column - 1] = true;
+    int hidden = 0;
+    if (!HasCloze(table)) {
+        const int ofFirstRow = table.CellCount(1);
+        hidden = LastColumnWithText(table, ofFirstRow > 1 ? ofFirstRow : table.ColumnCount());
+        if (hidden == 0)
+            hidden = LastColumnWithText(table, table.ColumnCount());
+    }
+    QList<bool> isHidden;
+    for (int column = 1; column <= table.ColumnCount(); ++column)
+        isHidden += column == hidden;
     return isHidden;
 }
 
@@ -281,7 +282,7 @@ TableCells CellsOf(const Table &table, const TableOptions &options, int maxRows)
             const qsizetype cellStart = cells.text.size();
             AddCell(table.Cell(row, column), &cells.text);
             const QStringView cell = QStringView(cells.text).sliced(cellStart);
-            if (!options.isHidden.value(column - 1) && cell.contains(u"{{c"))
+            if (!IsHidden(options.isHidden, column) && cell.contains(u"{{c"))
                 cells.text.replace(cellStart, cell.size(), WithBlanksOfCloze(cell.toString(), &cells.bracketsWidened));
         }
         if (cells.text.size() - start < count) { // nothing but tabs
@@ -298,9 +299,9 @@ TableStudyText StudyTextOf(const TableCells &cells, const TableOptions &options)
 {
     StudyTextMaker maker(options, cells.bracketsWidened);
     qsizetype start = 0;
-    for (const int rowNumber : cells.rowNumbers) {
+    for (size_t line = 1; line < cells.rowNumbers.size(); ++line) {
         const qsizetype end = cells.text.indexOf(LineEnd, start);
-        maker.AddRow(QStringView(cells.text).sliced(start, end - start), rowNumber);
+        maker.AddRow(QStringView(cells.text).sliced(start, end - start), cells.rowNumbers[line]);
         start = end + LineEnd.size();
     }
     return maker.Take();

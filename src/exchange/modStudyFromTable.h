@@ -20,10 +20,16 @@
 
 constexpr int PreviewRows = 20; // rows of a table, and lines of its study file, shown in the preview
 
+/// Whether a column, numbered from 1, is hidden. @param isHidden  by column; columns past the end are shown
+inline bool IsHidden(const QList<bool> &isHidden, int column)
+{
+    return isHidden.value(column - 1);
+}
+
 /// How the lines are made.
 struct TableOptions
 {
-    QList<bool> isHidden;                    ///< by column, from the first; columns past the end are shown
+    QList<bool> isHidden;                    ///< see IsHidden
     QString between = QString(1, u'\u3000'); ///< inserted between cells; by default an ideographic space
     bool skipsFirstRow = false;
 };
@@ -36,9 +42,9 @@ QList<bool> HiddenByDefault(const Table &table);
 /// Cells as one text, to be converted as a whole.
 struct TableCells
 {
-    QString text;                  ///< rows end with CR LF, cells are separated by TAB; no cell contains either
-    std::vector<int> rowNumbers;   ///< by line of the text: its row number in the table
-    qsizetype bracketsWidened = 0; ///< brackets in the answers of clozes, now full-width
+    QString text;                   ///< rows end with CR LF, cells are separated by TAB; no cell contains either
+    std::vector<int> rowNumbers{0}; ///< by line of the text, from [1]: its row number in the table
+    qsizetype bracketsWidened = 0;  ///< brackets in the answers of clozes, now full-width
 };
 
 /// The cells of all rows that have any text. Cells are trimmed; each run of line ends and tabs inside becomes a space.

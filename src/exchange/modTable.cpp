@@ -37,21 +37,21 @@ bool IsFormula(QStringView cell)
 }
 
 /// 1-based number of the line at a position in a text.
-int LineAt(QStringView text, qsizetype place)
+int LineAt(QStringView text, qsizetype position)
 {
     int line = 1;
-    for (qsizetype at = 0; at < place; ++at)
+    for (qsizetype at = 0; at < position; ++at)
         line += text[at] == u'\n' || (text[at] == u'\r' && (at + 1 == text.size() || text[at + 1] != u'\n'));
     return line;
 }
 
 /// The line around a position in a text, without its line ending.
-QStringView LineAround(QStringView text, qsizetype place)
+QStringView LineAround(QStringView text, qsizetype position)
 {
-    qsizetype start = place;
+    qsizetype start = position;
     while (start > 0 && !IsLineEnd(text[start - 1]))
         --start;
-    return text.sliced(start, std::find_if(text.begin() + place, text.end(), IsLineEnd) - text.begin() - start);
+    return text.sliced(start, std::find_if(text.begin() + position, text.end(), IsLineEnd) - text.begin() - start);
 }
 
 /// The first non-blank line. @param start  position where the search begins
@@ -66,15 +66,15 @@ QStringView FirstLine(QStringView text, qsizetype start)
 
 int Table::CellCount(int row) const
 {
-    const bool isLast = row == RowCount();
-    return int(isLast ? qint32(m_cellEnds.size()) : m_rows[size_t(row)].firstCell) - m_rows[size_t(row) - 1].firstCell;
+    const qint32 end = row == RowCount() ? qint32(m_cellEnds.size()) : RowAt(row + 1).firstCell;
+    return end - RowAt(row).firstCell;
 }
 
 QStringView Table::Cell(int row, int column) const
 {
     if (column > CellCount(row))
         return {};
-    const size_t cell = size_t(m_rows[size_t(row) - 1].firstCell + column - 1);
+    const size_t cell = size_t(RowAt(row).firstCell + column - 1);
     const qint32 start = cell == 0 ? 0 : m_cellEnds[cell - 1];
     return QStringView(m_text).sliced(start, m_cellEnds[cell] - start);
 }
@@ -98,7 +98,7 @@ class TableReader
     {
     }
 
-    /// @return false if a quoted cell never ends; Place() is then where it starts
+    /// @return false if a quoted cell never ends; Position() is then where it starts
     bool Read(int mostRows)
     {
         bool isGood = true;
@@ -107,7 +107,7 @@ class TableReader
         return isGood;
     }
 
-    qsizetype Place() const
+    qsizetype Position() const
     {
         return m_at;
     }
@@ -281,7 +281,7 @@ bool ReadTable(const QString &text, const TableFormat &format, Table *table, int
     TableReader reader(text, format);
     const bool isGood = reader.Read(std::numeric_limits<int>::max());
     *table = isGood ? reader.TakeTable() : Table();
-    *errorLine = isGood ? 0 : LineAt(text, reader.Place());
+    *errorLine = isGood ? 0 : LineAt(text, reader.Position());
     return isGood;
 }
 

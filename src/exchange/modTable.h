@@ -37,7 +37,7 @@ class Table
     /// skipped here.
     int NumberOf(int row) const
     {
-        return m_rows[size_t(row) - 1].number;
+        return RowAt(row).number;
     }
 
     /// Number of rows that have more or fewer cells than the first one.
@@ -51,6 +51,11 @@ class Table
         qint32 firstCell; // index in m_cellEnds
         qint32 number;
     };
+
+    const Row &RowAt(int row) const
+    {
+        return m_rows[size_t(row) - 1];
+    }
 
     QString m_text;
     std::vector<qint32> m_cellEnds; // positions in m_text; a cell starts where the previous one ends

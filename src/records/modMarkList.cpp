@@ -25,7 +25,7 @@ QString LineInFile(const DisplayText &text, int line)
     for (const int blank : text.BlanksOnLine(line)) {
         const TextSpan span = text.Span(blank);
         inFile[span.Index()] = u'[';
-        inFile[span.Index() + span.length - 1] = u']';
+        inFile[span.LastIndex()] = u']';
     }
     return inFile;
 }
@@ -52,8 +52,13 @@ class Occurrences
             const QStringView view = text.Line(line);
             if (!m_slots.test(Slot(view)))
                 continue;
-            if (const auto found = m_lines.find(view.toString()); found != m_lines.end())
-                (*found)[LineInFile(text, line)].push_back(line);
+            const auto found = m_lines.find(view.toString());
+            if (found == m_lines.end())
+                continue;
+            std::vector<int> &equal = (*found)[LineInFile(text, line)];
+            if (equal.empty())
+                equal.push_back(0); // the first is at [1]
+            equal.push_back(line);
         }
     }
 
@@ -61,14 +66,14 @@ class Occurrences
     int Line(const QString &line, int occurrence) const
     {
         const std::vector<int> &lines = LinesEqualTo(line);
-        return occurrence <= int(lines.size()) ? lines[size_t(occurrence) - 1] : 0;
+        return occurrence < int(lines.size()) ? lines[size_t(occurrence)] : 0;
     }
 
     /// Which of the lines equal to `line` is line number `at`; 1 for the first.
     int Number(const QString &line, int at) const
     {
         const std::vector<int> &lines = LinesEqualTo(line);
-        return int(std::ranges::lower_bound(lines, at) - lines.begin()) + 1;
+        return int(std::ranges::lower_bound(lines, at) - lines.begin());
     }
 
   private:
@@ -91,7 +96,8 @@ class Occurrences
         if (length == 0)
             return 0;
         const auto at = [line](qsizetype index) { return size_t(line[index].unicode()); };
-        return (size_t(length) + at(length - 1) * 31 + at(length / 2) * 1009 + at(length / 3) * 9176) % SlotCount;
+        return (size_t(length) + size_t(line.back().unicode()) * 31 + at(length / 2) * 1009 + at(length / 3) * 9176) %
+               SlotCount;
     }
 
     // By displayed text, then by line in the file; few lines differ only in their brackets.
@@ -149,11 +155,8 @@ std::vector<int> MarkList::FindIn(const QStringList &entries, const QString &tit
     std::vector<int> blanks;
     for (const Entry &entry : about) {
         const int line = occurrences.Line(entry.line, entry.occurrence);
-        if (line == 0)
-            continue;
-        const BlankRange onLine = text.BlanksOnLine(line);
-        if (entry.blankInLine <= int(onLine.size()))
-            blanks.push_back(onLine.front() + entry.blankInLine - 1);
+        if (const int blank = line > 0 ? text.BlankOnLine(line, entry.blankInLine) : 0; blank > 0)
+            blanks.push_back(blank);
     }
     std::ranges::sort(blanks);
     blanks.erase(std::unique(blanks.begin(), blanks.end()), blanks.end());
@@ -185,8 +188,7 @@ QStringList MarkList::Entries(const QString &title, const DisplayText &text, con
         const int line = text.Blanks().LineOf(blanks[i]);
         const QString inFile = marked[qsizetype(i)];
         entries +=
-            ListedEntry({inFile, blanks[i] - text.BlanksOnLine(line).front() + 1, occurrences.Number(inFile, line)},
-                        m_userName, title);
+            ListedEntry({inFile, text.NumberOnLine(blanks[i]), occurrences.Number(inFile, line)}, m_userName, title);
     }
     return entries;
 }

@@ -104,19 +104,19 @@ void frmSearch::DimPlaceholder()
 }
 
 /// Where to open the window: beside its owner the first time, later where it was.
-QPoint frmSearch::PlaceOfWindow() const
+QPoint frmSearch::OpeningPosition() const
 {
     if (m_wasPlaced || !parentWidget())
         return pos();
     const QWidget *const owner = parentWidget()->window();
     const QSize frame = owner->frameGeometry().size() - owner->size(); // assumed for this window too
-    return PlaceBeside(owner->frameGeometry(), size() + frame, owner->screen()->availableGeometry());
+    return PositionBeside(owner->frameGeometry(), size() + frame, owner->screen()->availableGeometry());
 }
 
 void frmSearch::Open()
 {
     if (isHidden()) {
-        move(PlaceOfWindow());
+        move(OpeningPosition());
         m_wasPlaced = true;
     }
     show();

@@ -66,7 +66,7 @@ class frmSearch : public QDialog
     void AddControls();
     void LayOut();
     void DimPlaceholder();
-    QPoint PlaceOfWindow() const;
+    QPoint OpeningPosition() const;
     void Refresh();
     bool TakeEntry(int row);
     void TryStep(const QDeadlineTimer &until);

@@ -24,8 +24,8 @@ constexpr qsizetype BlockSize = 64;
 
 /// Marks the positions of a block where both the first and the last character of the wanted text match.
 /// @return whether there is any
-bool MarkPlaces(const char16_t *first, const char16_t *last, const std::array<char16_t, 4> &firsts,
-                const std::array<char16_t, 4> &lasts, std::array<char16_t, BlockSize> *marks)
+bool MarkCandidates(const char16_t *first, const char16_t *last, const std::array<char16_t, 4> &firsts,
+                    const std::array<char16_t, 4> &lasts, std::array<char16_t, BlockSize> *marks)
 {
     // Copies, because a store to the marks might alias references.
     const auto [a, b, c, d] = firsts;
@@ -34,9 +34,10 @@ bool MarkPlaces(const char16_t *first, const char16_t *last, const std::array<ch
     for (size_t i = 0; i < BlockSize; ++i) {
         const char16_t x = first[i];
         const char16_t y = last[i];
-        const bool isPlace = ((x == a) | (x == b) | (x == c) | (x == d)) & ((y == p) | (y == q) | (y == r) | (y == s));
-        (*marks)[i] = isPlace;
-        any |= char16_t(isPlace);
+        const bool isCandidate =
+            ((x == a) | (x == b) | (x == c) | (x == d)) & ((y == p) | (y == q) | (y == r) | (y == s));
+        (*marks)[i] = isCandidate;
+        any |= char16_t(isCandidate);
     }
     return any != 0;
 }
@@ -81,8 +82,8 @@ PlainFinder::PlainFinder(const QString &wanted) : m_wanted(m_fold.Folded(wanted)
 void PlainFinder::AddSpans(const DisplayText &text, int first, int last, std::vector<TextSpan> *spans) const
 {
     const QStringView lines = text.Lines(first, last);
-    const qsizetype placeCount = lines.size() - m_wanted.size() + 1;
-    if (m_wanted.isEmpty() || placeCount <= 0)
+    const qsizetype startCount = lines.size() - m_wanted.size() + 1;
+    if (m_wanted.isEmpty() || startCount <= 0)
         return;
     const char16_t *const firsts = lines.utf16();
     const char16_t *const lasts = firsts + m_wanted.size() - 1;
@@ -91,27 +92,27 @@ void PlainFinder::AddSpans(const DisplayText &text, int first, int last, std::ve
     qsizetype lineEnd = text.Line(line).size();
     qsizetype free = 0; // end of the last hit
     // Compares the whole text, and determines the line, only at marked positions.
-    const auto take = [&](qsizetype place) {
-        if (place < free || !BeginsWithFolded(m_fold, lines.sliced(place), m_wanted))
+    const auto take = [&](qsizetype start) {
+        if (start < free || !BeginsWithFolded(m_fold, lines.sliced(start), m_wanted))
             return;
-        while (place >= lineEnd) {
+        while (start >= lineEnd) {
             lineStart = lineEnd;
             lineEnd += text.Line(++line).size();
         }
-        if (place + m_wanted.size() > lineEnd)
+        if (start + m_wanted.size() > lineEnd)
             return;
-        spans->push_back(TextSpan::At(line, place - lineStart, m_wanted.size()));
-        free = place + m_wanted.size();
+        spans->push_back(TextSpan::At(line, start - lineStart, m_wanted.size()));
+        free = start + m_wanted.size();
     };
     std::array<char16_t, BlockSize> marks;
     qsizetype at = 0;
-    for (; at + BlockSize <= placeCount; at += BlockSize) {
-        if (!MarkPlaces(firsts + at, lasts + at, m_first, m_last, &marks))
+    for (; at + BlockSize <= startCount; at += BlockSize) {
+        if (!MarkCandidates(firsts + at, lasts + at, m_first, m_last, &marks))
             continue;
         for (qsizetype i = 0; i < BlockSize; ++i)
             if (marks[size_t(i)] != 0)
                 take(at + i);
     }
-    for (; at < placeCount; ++at)
+    for (; at < startCount; ++at)
         take(at);
 }

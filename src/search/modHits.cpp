@@ -25,11 +25,11 @@ TextSpan NextSpan(const std::vector<TextSpan> &spans, const TextSpan &from, bool
     if (spans.empty())
         return TextSpan();
     if (backwards) {
-        const auto place = std::lower_bound(spans.begin(), spans.end(), from, IsBefore);
-        return place == spans.begin() ? spans.back() : *(place - 1);
+        const auto found = std::lower_bound(spans.begin(), spans.end(), from, IsBefore);
+        return found == spans.begin() ? spans.back() : *(found - 1);
     }
-    const auto place = std::upper_bound(spans.begin(), spans.end(), from, IsBefore);
-    return place == spans.end() ? spans.front() : *place;
+    const auto found = std::upper_bound(spans.begin(), spans.end(), from, IsBefore);
+    return found == spans.end() ? spans.front() : *found;
 }
 
 QString CountText(int count, bool isComplete)

@@ -80,9 +80,9 @@ QStringList CandidateForms(const QString &word)
 int FindWithInflections(const QStringList &list, const QString &word)
 {
     for (const QString &form : CandidateForms(word)) {
-        const auto place = std::lower_bound(list.begin(), list.end(), form);
-        if (place != list.end() && *place == form)
-            return int(place - list.begin()) + 1;
+        const auto found = std::lower_bound(list.begin(), list.end(), form);
+        if (found != list.end() && *found == form)
+            return int(found - list.begin()) + 1;
     }
     return 0;
 }

@@ -6,6 +6,8 @@
 #include "search/modInflection.h"
 
 #include <algorithm>
+#include <utility>
+#include <utility>
 
 namespace {
 
@@ -64,10 +66,11 @@ bool IsEnglishWord(QStringView keyword)
     return std::all_of(keyword.begin(), keyword.end(), IsWordCharacter);
 }
 
-KeywordIndex::KeywordIndex(const QStringList &keywords) : m_keywords(keywords), m_slots(0x10000)
+KeywordIndex::KeywordIndex(const QStringList &keywords) : m_keywords(keywords), m_plain(1), m_slots(0x10000)
 {
-    for (int keyword = 1; keyword <= keywords.size(); ++keyword) {
-        const QString &text = m_keywords[keyword - 1];
+    int keyword = 0;
+    for (const QString &text : std::as_const(m_keywords)) {
+        ++keyword;
         if (IsEnglishWord(text)) {
             m_english.insert(text, keyword);
             continue;
@@ -76,8 +79,7 @@ KeywordIndex::KeywordIndex(const QStringList &keywords) : m_keywords(keywords), 
         m_hasSingles |= folded.size() == 1;
         const char16_t second = folded.size() == 1 ? NoCharacter : folded[1].unicode();
         int &slot = m_slots[SlotOf(folded[0].unicode(), second)];
-        m_plain.push_back({folded, keyword, slot});
-        slot = int(m_plain.size());
+        m_plain.push_back({folded, keyword, std::exchange(slot, int(m_plain.size()))});
     }
 }
 
@@ -103,9 +105,9 @@ int KeywordIndex::KeywordOfWord(QStringView word) const
 
 void KeywordIndex::CountPlainAt(size_t slot, QStringView rest, KeywordCounts *counts) const
 {
-    for (int at = m_slots[slot]; at > 0; at = m_plain[size_t(at) - 1].next) {
-        const PlainKeyword &plain = m_plain[size_t(at) - 1];
-        const size_t i = size_t(plain.keyword) - 1;
+    for (int at = m_slots[slot]; at > 0; at = m_plain[size_t(at)].next) {
+        const PlainKeyword &plain = m_plain[size_t(at)];
+        const size_t i = size_t(plain.keyword);
         // Skips overlapping hits, hits already counted through a colliding slot, and other keywords in this slot.
         if (rest.begin() < counts->end[i] || !BeginsWithFolded(m_fold, rest, plain.folded))
             continue;
@@ -131,12 +133,12 @@ void KeywordIndex::Count(const DisplayText &text, int first, int last, KeywordCo
 {
     for (int line = first; line <= last; ++line) {
         const QStringView view = text.Line(line);
-        if (!m_plain.empty())
+        if (m_plain.size() > 1)
             CountPlain(view, counts);
         if (!m_english.isEmpty())
             ForEachWord(view, [&](qsizetype, QStringView word) {
                 if (const int keyword = KeywordOfWord(word); keyword > 0)
-                    ++counts->count[size_t(keyword) - 1];
+                    ++counts->count[size_t(keyword)];
             });
     }
 }

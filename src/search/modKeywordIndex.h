@@ -15,7 +15,7 @@
 /// How often each keyword has been found so far.
 struct KeywordCounts
 {
-    std::vector<int> count;         ///< of keyword n at [n - 1]
+    std::vector<int> count;         ///< by number of the keyword, from [1]
     std::vector<const QChar *> end; ///< end of its last hit in the text, for plain text
 };
 
@@ -31,7 +31,8 @@ class KeywordIndex
     /// All counts zero.
     KeywordCounts NoCounts() const
     {
-        return {std::vector<int>(size_t(m_keywords.size())), std::vector<const QChar *>(size_t(m_keywords.size()))};
+        const size_t size = size_t(m_keywords.size()) + 1;
+        return {std::vector<int>(size), std::vector<const QChar *>(size)};
     }
 
     /// Adds the hits on lines first..last, which must follow the lines counted before.
@@ -46,7 +47,7 @@ class KeywordIndex
     {
         QString folded;
         int keyword;
-        int next; // index in m_plain, plus 1, of the next one with the same slot
+        int next; // index in m_plain of the next one with the same slot; 0 if there is none
     };
 
     void CountPlain(QStringView line, KeywordCounts *counts) const;
@@ -55,8 +56,8 @@ class KeywordIndex
     QStringList m_keywords;
     QHash<QStringView, int> m_english; // by views of m_keywords
     CaseFolding m_fold;
-    std::vector<PlainKeyword> m_plain;
-    std::vector<int> m_slots; // by first two characters: index in m_plain, plus 1, of the first such keyword
+    std::vector<PlainKeyword> m_plain; // from [1]
+    std::vector<int> m_slots;          // by first two characters: index in m_plain of the last such keyword
     bool m_hasSingles = false;
 };
 

@@ -72,8 +72,9 @@ bool KeywordSearch::CountOn(const QDeadlineTimer &until)
 
 int KeywordSearch::CountOf(const QString &keyword) const
 {
-    const auto place = std::lower_bound(m_list.words.begin(), m_list.words.end(), keyword);
-    return place == m_list.words.end() || *place != keyword ? 0 : m_counts.count[size_t(place - m_list.words.begin())];
+    const auto found = std::lower_bound(m_list.words.begin(), m_list.words.end(), keyword);
+    const auto number = size_t(found - m_list.words.begin()) + 1;
+    return found == m_list.words.end() || *found != keyword ? 0 : m_counts.count[number];
 }
 
 QStringList KeywordSearch::KeywordsWith(const QString &part) const
@@ -95,7 +96,7 @@ std::unique_ptr<Hits> KeywordSearch::HitsOfText(const QString &wanted, int start
     return std::make_unique<Hits>(m_text, std::make_unique<PlainFinder>(wanted), startLine);
 }
 
-QPoint PlaceBeside(const QRect &beside, const QSize &size, const QRect &screen)
+QPoint PositionBeside(const QRect &beside, const QSize &size, const QRect &screen)
 {
     const int rightOf = beside.right() + 1;
     const int leftOf = beside.left() - size.width();

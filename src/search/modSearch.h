@@ -68,4 +68,4 @@ class KeywordSearch
 /// it covers little of the other; tops aligned as far as the screen has room.
 /// @param beside  the other window, including its frame; @param size  of the window to place, including its frame
 /// @param screen  the part not covered by panels
-QPoint PlaceBeside(const QRect &beside, const QSize &size, const QRect &screen);
+QPoint PositionBeside(const QRect &beside, const QSize &size, const QRect &screen);

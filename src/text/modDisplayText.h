@@ -86,6 +86,12 @@ struct TextSpan
         return column - 1;
     }
 
+    /// 0-based index of the last character.
+    qsizetype LastIndex() const
+    {
+        return Index() + length - 1;
+    }
+
     bool operator==(const TextSpan &) const = default;
 };
 
@@ -140,6 +146,19 @@ class DisplayText
     BlankRange BlanksOnLine(int line) const
     {
         return m_blanks.OnLines(line, line);
+    }
+
+    /// A blank by its number on its line, 1 for the leftmost; 0 if the line has not so many.
+    int BlankOnLine(int line, int number) const
+    {
+        const BlankRange blanks = BlanksOnLine(line);
+        return number <= int(blanks.size()) ? blanks.front() + number - 1 : 0;
+    }
+
+    /// The number of a blank on its line.
+    int NumberOnLine(int blank) const
+    {
+        return blank - BlanksOnLine(m_blanks.LineOf(blank)).front() + 1;
     }
 
     /// The text between the brackets of a blank, 1..Blanks().Count().

@@ -9,17 +9,17 @@
 
 int StudyLines::NextLineWith(QChar character, int fromLine) const
 {
-    const qsizetype place = m_text.indexOf(character, StartOf(fromLine));
-    if (place < 0)
+    const qsizetype found = m_text.indexOf(character, StartOf(fromLine));
+    if (found < 0)
         return 0;
-    return int(std::upper_bound(m_starts.begin(), m_starts.end(), place) - m_starts.begin());
+    return int(std::upper_bound(m_starts.begin(), m_starts.end(), found) - m_starts.begin());
 }
 
 std::vector<qint32> StudyLines::BlankOutBrackets()
 {
     QChar *const text = m_text.data();
-    for (const qint32 place : m_brackets)
-        text[place] = u' ';
+    for (const qint32 bracket : m_brackets)
+        text[bracket] = u' ';
     return std::exchange(m_brackets, {});
 }
 

@@ -127,7 +127,7 @@ void frmMsg::ShowTurn()
     lblMsg->setText(WithLongLinesCut(turn.message));
     SelectButtons(turn.style);
     LayOut();
-    PlaceOver(turn.owner);
+    MoveOver(turn.owner);
     PlayNamedSound(turn.soundName);
     cmdOK->setEnabled(false);
     cmdCancel->setEnabled(false);
@@ -235,7 +235,7 @@ void frmMsg::LayOut()
     cmdCancel->setGeometry(QRect(QPoint(left + button.width() + ButtonGapPx, top), button));
 }
 
-void frmMsg::PlaceOver(const QWidget *owner)
+void frmMsg::MoveOver(const QWidget *owner)
 {
     const QRect over = owner ? owner->window()->frameGeometry() : QGuiApplication::primaryScreen()->availableGeometry();
     const QRect screenArea = (owner ? owner->screen() : QGuiApplication::primaryScreen())->availableGeometry();

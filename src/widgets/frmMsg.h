@@ -63,7 +63,7 @@ class frmMsg : public QDialog
     void ShowTurn();
     void SelectButtons(MsgStyle style);
     void LayOut();
-    void PlaceOver(const QWidget *owner);
+    void MoveOver(const QWidget *owner);
     void Answer(MsgResult result);
     void cmdOK_Click();
     void cmdCancel_Click();

@@ -194,7 +194,7 @@ TEST_F(SearchTest, StartInMiddle_CountsFromThereAndWraps)
     EXPECT_EQ(StepText(hits, *hits.Next({9}, false, noTime)), u"1 / 1"_s);
 }
 
-TEST(PlaceBeside, RoomOnOneSide_TakesThatSide)
+TEST(PositionBeside, RoomOnOneSide_TakesThatSide)
 {
     const QRect screen(0, 30, 1000, 570);
     const QSize size(300, 400);
@@ -206,9 +206,10 @@ TEST(PlaceBeside, RoomOnOneSide_TakesThatSide)
         {QRect(100, 300, 600, 300), QPoint(700, 200)},
         {QRect(900, -20, 600, 500), QPoint(600, 30)},
     };
-    for (const auto &[beside, place] : rows)
-        EXPECT_EQ(PlaceBeside(beside, size, screen), place) << beside.x();
-    EXPECT_EQ(PlaceBeside(QRect(0, 30, 200, 100), QSize(1200, 900), screen), QPoint(0, 30)) << "larger than the screen";
+    for (const auto &[beside, position] : rows)
+        EXPECT_EQ(PositionBeside(beside, size, screen), position) << beside.x();
+    EXPECT_EQ(PositionBeside(QRect(0, 30, 200, 100), QSize(1200, 900), screen), QPoint(0, 30))
+        << "larger than the screen";
 }
 
 namespace {
