@@ -3,10 +3,12 @@
 
 // Any file as a keyword list, used to search any text, and searches for any words: counting in slices and stepping
 // through the hits agree with a plain scan of every line.
+#include "base/modCodePage.h"
 #include "input.h"
 #include "require.h"
 #include "search/modInflection.h"
 #include "search/modSearch.h"
+#include "text/modCheckText.h"
 #include "text/modReadText.h"
 
 #include <QRegularExpression>
@@ -90,7 +92,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     }
     const KeywordList list = ReadKeywordList(file.Path());
     Require(std::is_sorted(list.words.begin(), list.words.end()));
-    Require(list.words.isEmpty() || list.fault.isEmpty());
+    for (const QString &word : list.words)
+        Require(GetByteLength(word) <= MaxLineBytes);
     KeywordSearch search(list);
     search.SetText(&text);
     while (!search.CountOn(QDeadlineTimer(0))) {

@@ -16,7 +16,7 @@ QStringList ReadUserNames(const QString &path)
     // Without ReadText and its encoding check: a few short names may look like another encoding, and refusing the list
     // would make it appear empty.
     QByteArray bytes;
-    if (ReadWholeFile(path, &bytes))
+    if (ReadWholeFile(path, &bytes, MaxUserListBytes))
         return {};
     StudyLines lines;
     ReadAllLines(bytes, ExpandTabs::No, &lines);
@@ -30,12 +30,15 @@ FileFault AppendUserName(const QString &path, const QString &name)
 {
     QByteArray bytes;
     // An existing list that cannot be read must not be replaced by one with a single name.
-    const FileFault fault = QFileInfo::exists(path) ? ReadWholeFile(path, &bytes) : FileFault();
+    const FileFault fault = QFileInfo::exists(path) ? ReadWholeFile(path, &bytes, MaxUserListBytes) : FileFault();
     if (fault)
         return fault;
     if (!bytes.isEmpty() && !bytes.endsWith('\n') && !bytes.endsWith('\r'))
         bytes += "\r\n";
-    return ReplaceFile(path, bytes + ToCodePage932(name) + "\r\n");
+    bytes += ToCodePage932(name) + "\r\n";
+    if (const FileFault tooLarge = SizeRefusal(path, bytes, MaxUserListBytes))
+        return tooLarge;
+    return ReplaceFile(path, bytes);
 }
 
 QStringList CharactersNotForNames(const QString &name)

@@ -9,11 +9,14 @@
 #include <QString>
 #include <QStringList>
 
-/// The names in file order; empty if the file does not exist or cannot be read.
+/// Largest list that is read and written.
+constexpr qint64 MaxUserListBytes = 1 * BytesPerMegabyte;
+
+/// The names in file order; empty if the file does not exist, is larger than MaxUserListBytes or cannot be read.
 QStringList ReadUserNames(const QString &path);
 
 /// Appends a name exactly as given, creating the file if necessary. The file is replaced atomically; after a fault it
-/// is unchanged.
+/// is unchanged. A list that cannot be read, or would have more than MaxUserListBytes, is left alone.
 FileFault AppendUserName(const QString &path, const QString &name);
 
 /// The characters of a name that the file cannot store, each once: those outside code page 932, as in CharactersLost,

@@ -30,6 +30,11 @@ FileFault NotRegular(const QString &path)
     return {path, u"通常のファイルではありません。"_s};
 }
 
+QString Megabytes(qint64 bytes)
+{
+    return QString::number(bytes / BytesPerMegabyte) + u"MB"_s;
+}
+
 } // namespace
 
 FileFault FaultOf(const QFileDevice &file)
@@ -71,14 +76,14 @@ FileFault WriteRefusal(const QString &path)
     return {path, u"瞬記帳のフォルダの外を指すリンクなので，書き込みません。"_s};
 }
 
-FileFault ReadWholeFile(const QString &path, QByteArray *bytes)
+FileFault ReadWholeFile(const QString &path, QByteArray *bytes, qint64 maxBytes)
 {
-    const FileFault tooLarge{path, u"ファイルが大きすぎます。"_s};
+    const FileFault tooLarge{path, Megabytes(maxBytes) + u"を超えるので，読み込みません。"_s};
     QFile file(path);
     bytes->resize(0); // unlike clear(), keeps the capacity that the caller may have reserved
     if (const FileFault fault = OpenToRead(&file))
         return fault;
-    if (file.size() > MaxFileBytes)
+    if (file.size() > maxBytes)
         return tooLarge;
     // The size is only a hint: the file may be growing, and some system files report 0 although they are not empty.
     bytes->resize(file.size());
@@ -89,14 +94,21 @@ FileFault ReadWholeFile(const QString &path, QByteArray *bytes)
     constexpr qsizetype pieceBytes = 1 << 16;
     for (QByteArray more = file.read(pieceBytes); !more.isEmpty(); more = file.read(pieceBytes)) {
         *bytes += more;
-        if (bytes->size() > MaxFileBytes)
+        if (bytes->size() > maxBytes)
             break;
     }
-    if (file.error() == QFileDevice::NoError && bytes->size() <= MaxFileBytes)
+    if (file.error() == QFileDevice::NoError && bytes->size() <= maxBytes)
         return {};
-    const bool isTooLarge = bytes->size() > MaxFileBytes;
+    const bool isTooLarge = bytes->size() > maxBytes;
     bytes->clear();
     return isTooLarge ? tooLarge : FaultOf(file);
+}
+
+FileFault SizeRefusal(const QString &path, const QByteArray &bytes, qint64 maxBytes)
+{
+    if (bytes.size() <= maxBytes)
+        return {};
+    return {path, Megabytes(maxBytes) + u"を超えるので，書き込みません。"_s};
 }
 
 QString FileNamePart(const QString &text)

@@ -41,14 +41,20 @@ FileFault OpenToRead(QFile *file);
 /// new one. A linked folder is allowed, because users keep study files and records where they like.
 FileFault WriteRefusal(const QString &path);
 
-/// Largest file that is read. All files are text typed by people; a study file of a million lines has half this size.
-/// The window is blocked while a file is read, and the limit keeps that short.
-constexpr qint64 MaxFileMegabytes = 64;
-constexpr qint64 MaxFileBytes = MaxFileMegabytes * 1024 * 1024;
+constexpr qint64 BytesPerMegabyte = 1024 * 1024;
 
-/// Reads a whole regular file of at most MaxFileBytes.
+/// Largest file that is read. All files are text typed by people; a study file of a million lines has half this size.
+/// The window is blocked while a file is read, and the limit keeps that short. Lists and settings have smaller limits.
+constexpr qint64 MaxFileMegabytes = 64;
+constexpr qint64 MaxFileBytes = MaxFileMegabytes * BytesPerMegabyte;
+
+/// Reads a whole regular file.
+/// @param maxBytes  size of the largest file to read, whole megabytes
 /// @param bytes  empty after a fault
-FileFault ReadWholeFile(const QString &path, QByteArray *bytes);
+FileFault ReadWholeFile(const QString &path, QByteArray *bytes, qint64 maxBytes = MaxFileBytes);
+
+/// Why a file must not get some contents: ReadWholeFile would not read it again.
+FileFault SizeRefusal(const QString &path, const QByteArray &bytes, qint64 maxBytes);
 
 /// Makes a text usable in a file name: every character that is invalid in file names on any supported system, path
 /// separators included, becomes "_".

@@ -4,7 +4,6 @@
 #include "platform/modProfile.h"
 
 #include "base/modCodePage.h"
-#include "base/modFile.h"
 #include "platform/modReplaceFile.h"
 
 #include <QFileInfo>
@@ -106,7 +105,7 @@ void SetValue(QByteArray *bytes, const QString &sectionName, const ProfileEntry 
 ProfileSection::ProfileSection(const QString &path, const QString &section, qsizetype maxLength)
 {
     QByteArray bytes;
-    if (ReadWholeFile(path, &bytes))
+    if (ReadWholeFile(path, &bytes, MaxProfileBytes))
         return;
     for (const Entry &entry : FindSection(bytes, section).entries) {
         const QByteArrayView text = QByteArrayView(bytes).sliced(entry.equals + 1, entry.end - entry.equals - 1);
@@ -120,12 +119,12 @@ bool WriteProfile(const QString &path, const QString &section, const std::vector
 {
     QByteArray bytes;
     // An existing file that cannot be read must not be replaced as if it were empty.
-    if (QFileInfo::exists(path) && ReadWholeFile(path, &bytes))
+    if (QFileInfo::exists(path) && ReadWholeFile(path, &bytes, MaxProfileBytes))
         return false;
     for (const ProfileEntry &entry : entries) {
         if (entry.second.contains(u'\r') || entry.second.contains(u'\n') || entry.second.contains(QChar::Null))
             return false;
         SetValue(&bytes, section, entry);
     }
-    return !ReplaceFile(path, bytes);
+    return !SizeRefusal(path, bytes, MaxProfileBytes) && !ReplaceFile(path, bytes);
 }

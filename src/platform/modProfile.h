@@ -8,11 +8,16 @@
 // write the machine's code page and, where that is UTF-8, lose what they cannot convert.
 #pragma once
 
+#include "base/modFile.h"
+
 #include <QHash>
 #include <QString>
 
 #include <utility>
 #include <vector>
+
+/// Largest file that is read and written.
+constexpr qint64 MaxProfileBytes = 1 * BytesPerMegabyte;
 
 /// The values of one section as they were when the file was read.
 class ProfileSection
@@ -37,5 +42,6 @@ using ProfileEntry = std::pair<QString, QString>;
 
 /// Writes some values, in their order, creating the file, the section or keys if missing. Every other line keeps its
 /// place and its bytes. The file is replaced atomically, once for all values.
-/// @return false if a value has more than one line or a NUL, or if the file could not be written; it is then unchanged
+/// @return false if a value has more than one line or a NUL, if the file has or would have more than MaxProfileBytes,
+/// or if it could not be written; it is then unchanged
 bool WriteProfile(const QString &path, const QString &section, const std::vector<ProfileEntry> &entries);

@@ -10,6 +10,18 @@
 
 using namespace Qt::Literals::StringLiterals;
 
+namespace {
+
+QByteArray BytesOf(const QStringList &lines)
+{
+    QString text;
+    for (const QString &line : lines)
+        text += line + u"\r\n"_s;
+    return text.toUtf8();
+}
+
+} // namespace
+
 QString ListField(const QString &text)
 {
     QString field = text;
@@ -19,13 +31,13 @@ QString ListField(const QString &text)
     return field;
 }
 
-FileFault ReadList(const QString &path, QStringList *lines)
+FileFault ReadList(const QString &path, QStringList *lines, qint64 maxBytes)
 {
     lines->clear();
     QByteArray bytes;
     if (!QFileInfo::exists(path))
         return {};
-    if (const FileFault fault = ReadWholeFile(path, &bytes))
+    if (const FileFault fault = ReadWholeFile(path, &bytes, maxBytes))
         return fault;
     // The program writes UTF-8, so only what cannot be that is guessed at: an editor may have saved Shift_JIS.
     const bool isUtf8 = bytes.isValidUtf8();
@@ -39,10 +51,15 @@ FileFault ReadList(const QString &path, QStringList *lines)
     return {};
 }
 
-FileFault WriteList(const QString &path, const QStringList &lines)
+qint64 ListBytes(const QStringList &lines)
 {
-    QString text;
-    for (const QString &line : lines)
-        text += line + u"\r\n"_s;
-    return ReplaceFile(path, text.toUtf8());
+    return BytesOf(lines).size();
+}
+
+FileFault WriteList(const QString &path, const QStringList &lines, qint64 maxBytes)
+{
+    const QByteArray bytes = BytesOf(lines);
+    if (const FileFault tooLarge = SizeRefusal(path, bytes, maxBytes))
+        return tooLarge;
+    return ReplaceFile(path, bytes);
 }

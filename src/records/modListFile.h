@@ -15,8 +15,13 @@
 QString ListField(const QString &text);
 
 /// Reads the lines of a list, without line ends; a missing file has none.
-/// @return a fault if the file cannot be read or is not text; it must not be replaced then
-FileFault ReadList(const QString &path, QStringList *lines);
+/// @param maxBytes  size of the largest file to read, whole megabytes
+/// @return a fault if the file is larger, cannot be read or is not text; it must not be replaced then
+FileFault ReadList(const QString &path, QStringList *lines, qint64 maxBytes);
 
-/// Replaces a list atomically. After a fault the old file is unchanged.
-FileFault WriteList(const QString &path, const QStringList &lines);
+/// Size of some lines in the file, in bytes.
+qint64 ListBytes(const QStringList &lines);
+
+/// Replaces a list atomically. After a fault, as when the list would be larger than maxBytes, the old file is
+/// unchanged.
+FileFault WriteList(const QString &path, const QStringList &lines, qint64 maxBytes);

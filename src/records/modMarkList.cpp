@@ -138,7 +138,7 @@ MarkList::MarkList(const QString &path, const QString &userName) : m_path(path),
 std::vector<int> MarkList::Find(const QString &title, const DisplayText &text) const
 {
     QStringList lines;
-    return ReadList(m_path, &lines) ? std::vector<int>() : FindIn(lines, title, text);
+    return ReadList(m_path, &lines, MaxMarkListBytes) ? std::vector<int>() : FindIn(lines, title, text);
 }
 
 std::vector<int> MarkList::FindIn(const QStringList &entries, const QString &title, const DisplayText &text) const
@@ -167,7 +167,7 @@ std::vector<int> MarkList::FindInFile(const QString &studyFilePath) const
 {
     const QString title = GetFileTitle(studyFilePath);
     QStringList listed;
-    if (ReadList(m_path, &listed))
+    if (ReadList(m_path, &listed, MaxMarkListBytes))
         return {};
     const bool hasEntry = std::ranges::any_of(
         listed, [&](const QString &line) { return ReadEntry(line, m_userName, title).has_value(); });
@@ -196,10 +196,10 @@ QStringList MarkList::Entries(const QString &title, const DisplayText &text, con
 FileFault MarkList::Write(const QString &title, const DisplayText &text, const std::vector<int> &blanks) const
 {
     QStringList lines;
-    if (const FileFault fault = ReadList(m_path, &lines))
+    if (const FileFault fault = ReadList(m_path, &lines, MaxMarkListBytes))
         return fault;
     lines.removeIf([&](const QString &listed) { return ReadEntry(listed, m_userName, title).has_value(); });
-    return WriteList(m_path, lines + Entries(title, text, blanks));
+    return WriteList(m_path, lines + Entries(title, text, blanks), MaxMarkListBytes);
 }
 
 QString MarksNotSavedMessage(const FileFault &fault)

@@ -16,6 +16,9 @@
 
 #include <vector>
 
+/// Largest list that is read and written. No mark is ever dropped to stay within it.
+constexpr qint64 MaxMarkListBytes = 16 * BytesPerMegabyte;
+
 class MarkList
 {
   public:
@@ -38,6 +41,7 @@ class MarkList
     /// Replaces the marks that the list has for a study file. All other lines stay as they are, even ones that are not
     /// entries. After a fault the list is unchanged.
     /// @param blanks  ascending
+    /// After a fault, as when the list would become too large, it is unchanged.
     FileFault Write(const QString &title, const DisplayText &text, const std::vector<int> &blanks) const;
 
   private:

@@ -31,12 +31,23 @@ template <typename Condition>
 Entry LastEntry(const QString &path, Condition condition)
 {
     QStringList lines;
-    if (ReadList(path, &lines))
+    if (ReadList(path, &lines, MaxPlaceListBytes))
         return Entry();
     for (auto listed = lines.rbegin(); listed != lines.rend(); ++listed)
         if (const std::optional<Entry> entry = ReadEntry(*listed); entry && condition(*entry))
             return *entry;
     return Entry();
+}
+
+/// Removes the first entries, those of files not studied for the longest time. @param bytes  to be freed at least
+void DropOldest(qint64 bytes, QStringList *lines)
+{
+    lines->removeIf([&bytes](const QString &listed) {
+        if (bytes <= 0 || !ReadEntry(listed))
+            return false;
+        bytes -= ListBytes({listed});
+        return true;
+    });
 }
 
 } // namespace
@@ -65,14 +76,15 @@ FileFault PlaceList::Write(const QString &userName, const QString &title, int li
     const QString name = ListField(userName);
     const QString file = ListField(title);
     QStringList lines;
-    if (const FileFault fault = ReadList(m_path, &lines))
+    if (const FileFault fault = ReadList(m_path, &lines, MaxPlaceListBytes))
         return fault;
     lines.removeIf([&](const QString &listed) {
         const std::optional<Entry> entry = ReadEntry(listed);
         return entry && entry->userName == name && entry->title == file;
     });
-    lines += QStringList({name, file, QString::number(line)}).join(u'\t');
-    return WriteList(m_path, lines);
+    const QString added = QStringList({name, file, QString::number(line)}).join(u'\t');
+    DropOldest(ListBytes(lines) + ListBytes({added}) - MaxPlaceListBytes, &lines);
+    return WriteList(m_path, lines + QStringList(added), MaxPlaceListBytes);
 }
 
 QString PlaceNotSavedMessage(const FileFault &fault)

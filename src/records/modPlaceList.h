@@ -10,6 +10,9 @@
 
 #include <QString>
 
+/// Largest list that is read and written.
+constexpr qint64 MaxPlaceListBytes = 1 * BytesPerMegabyte;
+
 class PlaceList
 {
   public:
@@ -24,8 +27,8 @@ class PlaceList
     /// The line, 1-based, at which a user stopped in a file; 0 if unknown.
     int Line(const QString &userName, const QString &title) const;
 
-    /// Records where a user stops. All other lines stay as they are, even ones that are not entries. After a fault the
-    /// list is unchanged.
+    /// Records where a user stops. All other lines stay as they are, even ones that are not entries; only if the list
+    /// would become too large, its oldest entries are dropped. After a fault the list is unchanged.
     FileFault Write(const QString &userName, const QString &title, int line) const;
 
   private:

@@ -3,6 +3,8 @@
 
 #include "search/modSearch.h"
 
+#include "base/modCodePage.h"
+#include "text/modCheckText.h"
 #include "text/modReadText.h"
 
 #include <QFileInfo>
@@ -21,6 +23,18 @@ QString HowToMakeAList(const QString &path)
            path + u"\nという名前で保存すると，ここに表示されます。"_s;
 }
 
+QString TooLargeList(const QString &path)
+{
+    return u"キーワード一覧が大きすぎるため，読み込みできません。\n"_s + path + u"\nを"_s +
+           QString::number(MaxKeywordListBytes / BytesPerMegabyte) + u"MB以下にしてください。"_s;
+}
+
+QString LineIsNoKeyword(int line)
+{
+    return u"キーワード一覧の"_s + QString::number(line) + u"行目は"_s + QString::number(MaxLineBytes) +
+           u"バイトを超えるので，キーワードになりません。"_s;
+}
+
 } // namespace
 
 KeywordList ReadKeywordList(const QString &path)
@@ -31,12 +45,16 @@ KeywordList ReadKeywordList(const QString &path)
         return list;
     }
     StudyLines lines;
-    list.fault = ReadText(path, ExpandTabs::No, &lines).message;
+    const TextRefusal refusal = ReadText(path, ExpandTabs::No, &lines, MaxKeywordListBytes);
+    list.fault = refusal.fault == TextFault::TooLarge ? TooLargeList(path) : refusal.message;
     for (int line = 1; line <= lines.Count(); ++line) {
-        const QString word = lines.at1(line).trimmed().toString().toLower();
-        if (!word.isEmpty())
-            list.words += word;
+        const QStringView word = lines.at1(line).trimmed();
+        if (GetByteLength(word) <= MaxLineBytes)
+            list.words += word.toString().toLower();
+        else if (list.fault.isEmpty())
+            list.fault = LineIsNoKeyword(line);
     }
+    list.words.removeAll(QString());
     std::sort(list.words.begin(), list.words.end());
     list.words.erase(std::unique(list.words.begin(), list.words.end()), list.words.end());
     return list;

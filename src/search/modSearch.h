@@ -5,6 +5,7 @@
 // keywords are counted in one pass over the text, in slices between other work.
 #pragma once
 
+#include "base/modFile.h"
 #include "search/modHits.h"
 #include "search/modKeywordIndex.h"
 
@@ -12,12 +13,17 @@
 #include <QRect>
 #include <QStringList>
 
-/// The keyword list file: code page 932 or ASCII, one keyword per line; spaces around a keyword are ignored.
+/// The keyword list file: code page 932 or ASCII, one keyword per line; spaces around a keyword are ignored. A line
+/// longer than those of study files is no keyword, because nothing could match it.
 struct KeywordList
 {
     QStringList words; ///< in lower case, each once, in ascending binary order
-    QString fault;     ///< why there are none: the file is missing, unreadable or in another encoding
+    QString fault;     ///< why there are none: the file is missing, too large, unreadable or in another encoding; or
+                       ///< why some are left out
 };
+
+/// Largest keyword list that is read.
+constexpr qint64 MaxKeywordListBytes = 4 * BytesPerMegabyte;
 
 /// Reads the keyword list. A missing file gives an empty list, with a fault that explains how to make one.
 KeywordList ReadKeywordList(const QString &path);

@@ -4,7 +4,6 @@
 #include "text/modReadText.h"
 
 #include "base/modCodePage.h"
-#include "base/modFile.h"
 #include "platform/modMemory.h"
 #include "text/modCharCode.h"
 #include "text/modCheckText.h"
@@ -29,15 +28,15 @@ bool IsReadableCode(const QString &name)
 }
 
 /// Reads a whole file in ASCII or code page 932. @param bytes  undefined after a refusal
-TextRefusal ReadBytes(const QString &path, QByteArray *bytes)
+TextRefusal ReadBytes(const QString &path, QByteArray *bytes, qint64 maxBytes = MaxFileBytes)
 {
     const QString title = GetFileTitle(path);
     const qint64 size = QFileInfo(path).size();
-    if (size > MaxFileBytes)
+    if (size > maxBytes)
         return {.fault = TextFault::TooLarge, .line = 1, .message = FileTooLargeMessage(title)};
     bytes->reserve(size);
     PreferLargePages(bytes->data(), size);
-    if (const FileFault fault = ReadWholeFile(path, bytes))
+    if (const FileFault fault = ReadWholeFile(path, bytes, maxBytes))
         return {.fault = TextFault::Unreadable, .line = 1, .message = UnreadableFileMessage(title, fault.reason)};
     if (const QString code = FileCharCodeName(*bytes); !IsReadableCode(code))
         return {TextFault::WrongCharCode, 1, code, WrongCharCodeMessage(title, code)};
@@ -58,11 +57,11 @@ TextRefusal CheckStudyLines(const StudyLines &lines, int maxLineBytes)
 
 } // namespace
 
-TextRefusal ReadText(const QString &path, ExpandTabs expandTabs, StudyLines *lines)
+TextRefusal ReadText(const QString &path, ExpandTabs expandTabs, StudyLines *lines, qint64 maxBytes)
 {
     lines->Clear();
     QByteArray bytes;
-    TextRefusal refusal = ReadBytes(path, &bytes);
+    TextRefusal refusal = ReadBytes(path, &bytes, maxBytes);
     if (!refusal)
         ReadAllLines(bytes, expandTabs, lines);
     return refusal;

@@ -5,6 +5,7 @@
 // All callers that may refuse a text use these functions and build their own messages from the TextRefusal.
 #pragma once
 
+#include "base/modFile.h"
 #include "text/modStudyLines.h"
 
 #include <QByteArray>
@@ -43,9 +44,10 @@ enum class ExpandTabs : bool
     Yes,
 };
 
-/// Reads any text file in ASCII or code page 932 of at most MaxFileBytes. A larger one is not even opened.
+/// Reads any text file in ASCII or code page 932.
 /// @param lines  empty after a refusal
-TextRefusal ReadText(const QString &path, ExpandTabs expandTabs, StudyLines *lines);
+/// @param maxBytes  a larger file is not even opened; the message for it gives MaxFileBytes as the limit
+TextRefusal ReadText(const QString &path, ExpandTabs expandTabs, StudyLines *lines, qint64 maxBytes = MaxFileBytes);
 
 /// Reads a study file, expands its tabs and runs the checks of modCheckText up to the first fault. The file is read
 /// only once, so what is shown is exactly what was checked.

@@ -257,9 +257,16 @@ TEST(UserList, AppendName_AddsOneLineAndNeverReplacesUnreadableList)
     EXPECT_FALSE(AppendUserName(path, u"Taro"_s));
     EXPECT_EQ(folder.Read(u"ListUserName.txt"_s), "taro\n\xB1\xB2\r\nTaro\r\n");
     EXPECT_EQ(ReadUserNames(path), QStringList({u"taro"_s, u"ｱｲ"_s, u"Taro"_s})) << "bytes that are also valid EUC";
-    QFile large(path);
-    ASSERT_TRUE(large.resize(MaxFileBytes + 1));
-    EXPECT_TRUE(AppendUserName(path, u"x"_s)) << "an unreadable list is not replaced";
+    const QByteArray largest = QByteArray(MaxUserListBytes - 3, 'x') + "\n";
+    folder.Write(u"ListUserName.txt"_s, largest);
+    EXPECT_EQ(AppendUserName(path, u"x"_s).reason, u"1MBを超えるので，書き込みません。"_s);
+    EXPECT_EQ(ReadUserNames(path).size(), 1);
+    EXPECT_FALSE(AppendUserName(path, u""_s));
+    EXPECT_EQ(ReadUserNames(path).size(), 2) << "as large as may be";
+    folder.Write(u"ListUserName.txt"_s, largest + "abc");
+    EXPECT_TRUE(ReadUserNames(path).isEmpty());
+    EXPECT_TRUE(AppendUserName(path, u""_s)) << "an unreadable list is not replaced";
+    EXPECT_EQ(folder.Read(u"ListUserName.txt"_s), largest + "abc");
 }
 
 namespace {

@@ -110,8 +110,22 @@ TEST(Profile, ReadValue_MatchesWindows)
 
     const QString withNul = folder.Write(u"cut.ini"_s, QByteArray("[setting]\nTextEditor=ab\0cd\n", 27));
     EXPECT_EQ(ProfileSection(withNul, u"setting"_s, 99).Value(u"TextEditor"_s), u"ab"_s);
-    const QString large = folder.Write(u"large.ini"_s, QByteArray(10'000'000, 'x') + "\r\n[setting]\r\nk=v");
-    EXPECT_EQ(ProfileSection(large, u"setting"_s, 99).Value(u"k"_s), u"v"_s);
+}
+
+TEST(Profile, LargerThanItsBound_IsNeitherReadNorWritten)
+{
+    const TestFolder folder;
+    const QByteArray end = "\r\n[setting]\r\nk=v";
+    const QByteArray largest = QByteArray(MaxProfileBytes - end.size(), 'x') + end;
+    const QString path = folder.Write(u"a.ini"_s, largest);
+    EXPECT_EQ(ProfileSection(path, u"setting"_s, 99).Value(u"k"_s), u"v"_s);
+    EXPECT_FALSE(WriteProfile(path, u"setting"_s, {{u"k"_s, u"v2"_s}})) << "it could not be read again";
+    EXPECT_TRUE(WriteProfile(path, u"setting"_s, {{u"k"_s, u"w"_s}}));
+    const QByteArray larger = largest.chopped(1) + "w2";
+    folder.Write(u"a.ini"_s, larger);
+    EXPECT_EQ(ProfileSection(path, u"setting"_s, 99).Value(u"k"_s, u"d"_s), u"d"_s);
+    EXPECT_FALSE(WriteProfile(path, u"setting"_s, {{u"k"_s, u""_s}}));
+    EXPECT_EQ(folder.Read(u"a.ini"_s), larger);
 }
 
 TEST(InstanceMark, SecondMarkOnSameFolder_DetectsFirstAndWritesNothing)

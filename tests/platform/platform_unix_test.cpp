@@ -140,7 +140,7 @@ TEST(File, ReadOrReplaceNonRegularFile_FailsAndLeavesItUntouched)
     QFile large(folder.Write(u"large"_s, ""));
     ASSERT_TRUE(large.resize(MaxFileBytes + 1)) << "sparse";
     QByteArray bytes;
-    EXPECT_EQ(ReadWholeFile(large.fileName(), &bytes).reason, u"ファイルが大きすぎます。"_s);
+    EXPECT_EQ(ReadWholeFile(large.fileName(), &bytes).reason, u"64MBを超えるので，読み込みません。"_s);
 }
 
 TEST(ReplaceFile, LinkAsLastPart_IsFollowedOnlyWithinItsOrTheApplicationFolder)

@@ -125,6 +125,45 @@ TEST_F(Lists, UndecodableList_IsRefusedEachTimeAndKept)
     }
 }
 
+TEST_F(Lists, MarksBeyondTheBound_AreRefusedAndNoneIsDropped)
+{
+    const DisplayText text(LinesOf({u"[a] [b]"_s}));
+    const MarkList marks(path, u"花子"_s);
+    const QByteArray one = u"花子\t英単語\t[a] [b]\t1\r\n"_s.toUtf8();
+    const QByteArray full = QByteArray(MaxMarkListBytes - one.size() - 2, 'x') + "\r\n";
+    folder.Write(u"ListMark.txt"_s, full);
+    EXPECT_EQ(MarksNotSavedMessage(marks.Write(u"英単語"_s, text, {1, 2})),
+              u"苦手の印を保存できません。\r\n  "_s + path + u"\r\n  16MBを超えるので，書き込みません。"_s);
+    EXPECT_TRUE(folder.Read(u"ListMark.txt"_s) == full);
+    EXPECT_FALSE(marks.Write(u"英単語"_s, text, {1})) << "as large as may be";
+    EXPECT_TRUE(folder.Read(u"ListMark.txt"_s) == full + one);
+    folder.Write(u"ListMark.txt"_s, full + one + "x");
+    EXPECT_TRUE(marks.Write(u"英単語"_s, text, {})) << "a list that cannot be read is not replaced";
+    EXPECT_TRUE(folder.Read(u"ListMark.txt"_s) == full + one + "x");
+}
+
+TEST_F(Lists, PlacesBeyondTheBound_DropTheOldest)
+{
+    const QString name = u"ListPlace.txt"_s;
+    const PlaceList places(folder.Path(name));
+    const QByteArray added = u"花子\ta\t7\r\n"_s.toUtf8();
+    const QByteArray old = QByteArray("# by hand\r\n") + "user\told\t1\r\n";
+    const QByteArray entry = "user\tfile0\t1\r\n";
+    const QByteArray kept = entry.repeated((MaxPlaceListBytes - added.size() - 11) / entry.size());
+    folder.Write(name, old + kept);
+    EXPECT_FALSE(places.Write(u"花子"_s, u"a"_s, 7));
+    EXPECT_TRUE(folder.Read(name) == "# by hand\r\n" + kept + added) << "only what must go";
+    EXPECT_EQ(places.Line(u"花子"_s, u"a"_s), 7);
+
+    const QByteArray noEntries = QByteArray(MaxPlaceListBytes, 'x');
+    folder.Write(name, noEntries);
+    EXPECT_TRUE(places.Write(u"花子"_s, u"a"_s, 7));
+    EXPECT_TRUE(folder.Read(name) == noEntries);
+    folder.Write(name, old + kept + kept);
+    EXPECT_EQ(places.Write(u"花子"_s, u"a"_s, 7).reason, u"1MBを超えるので，読み込みません。"_s);
+    EXPECT_TRUE(folder.Read(name) == old + kept + kept);
+}
+
 TEST_F(Lists, SeveralPlacesWritten_LatestIsReturned)
 {
     const PlaceList places(folder.Path(u"ListPlace.txt"_s));

@@ -6,6 +6,7 @@
 #include "support/Rows.h"
 #include "support/StudyText.h"
 #include "support/TestFiles.h"
+#include "text/modCheckText.h"
 
 #include <QApplication>
 #include <QLabel>
@@ -92,6 +93,18 @@ TEST_F(SearchTest, KeywordListRead_IsSortedWithoutDuplicates)
     EXPECT_TRUE(missing.words.isEmpty() && missing.fault.contains(u"none.txt"_s));
     const KeywordList wrong = ReadKeywordList(WriteList("\xC6\xFC\xCB\xDC\xB8\xEC\xA4\xCE"));
     EXPECT_TRUE(wrong.words.isEmpty() && wrong.fault == WrongCharCodeMessage(u"KeywordList"_s, u"EUC"_s));
+}
+
+TEST_F(SearchTest, KeywordListOutOfBounds_SaysSo)
+{
+    const QByteArray longest(MaxLineBytes, 'a');
+    const KeywordList longLines = ReadKeywordList(WriteList(longest + "\n" + longest + "b\ncity\nc" + longest));
+    EXPECT_EQ(longLines.words, QStringList({QString::fromLatin1(longest), u"city"_s}));
+    EXPECT_EQ(longLines.fault, u"キーワード一覧の2行目は100バイトを超えるので，キーワードになりません。"_s);
+    const QByteArray largest = QByteArray(MaxKeywordListBytes - 5, ' ') + "\ncity";
+    EXPECT_EQ(ReadKeywordList(WriteList(largest)).words, QStringList(u"city"_s));
+    const KeywordList larger = ReadKeywordList(WriteList(largest + "\n"));
+    EXPECT_TRUE(larger.words.isEmpty() && larger.fault.contains(u"4MB以下"_s)) << larger.fault.toStdString();
 }
 
 TEST_F(SearchTest, InflectedFormsAndPlainText_AreCounted)
