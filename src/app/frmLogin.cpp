@@ -10,6 +10,8 @@
 #include "widgets/ScreenFit.h"
 #include "widgets/frmMsg.h"
 
+#include <QDialogButtonBox>
+#include <QFormLayout>
 #include <QGridLayout>
 #include <QKeyEvent>
 #include <QLabel>
@@ -51,10 +53,6 @@ frmLogin::frmLogin(SystemServices &services, frmMsg &msg, const QString &userLis
     lblComment->setObjectName(u"lblComment"_s);
     txtUserName->setObjectName(u"txtUserName"_s);
     lstUserName->setObjectName(u"lstUserName"_s);
-    QLabel *const lblUser = NamedLabel(u"lblUser"_s, u"利用者名(&U)："_s, this);
-    lblUser->setBuddy(txtUserName);
-    QLabel *const Label1 = NamedLabel(u"Label1"_s, u"利用者一覧(&L)："_s, this);
-    Label1->setBuddy(lstUserName);
     QPushButton *const cmdOK =
         AddButton(this, u"cmdOK"_s, u"OK"_s, u"この名前で始めます (Enter)"_s, &frmLogin::cmdOK_Click);
     cmdOK->setDefault(true);
@@ -66,19 +64,18 @@ frmLogin::frmLogin(SystemServices &services, frmMsg &msg, const QString &userLis
     connect(lstUserName, &QListWidget::itemClicked, this, &frmLogin::lstUserName_Click);
     connect(lstUserName, &QListWidget::itemDoubleClicked, this, &frmLogin::cmdOK_Click);
 
-    auto *const buttons = new QVBoxLayout;
-    buttons->addWidget(cmdOK);
-    buttons->addWidget(cmdEnd);
-    buttons->addStretch();
+    auto *const buttons = new QDialogButtonBox(Qt::Vertical);
+    buttons->addButton(cmdOK, QDialogButtonBox::AcceptRole);
+    buttons->addButton(cmdEnd, QDialogButtonBox::RejectRole);
+    auto *const form = new QFormLayout;
+    form->addRow(LabelOf(txtUserName, u"lblUser"_s, u"利用者名(&U)："_s), txtUserName);
+    form->addRow(LabelOf(lstUserName, u"Label1"_s, u"利用者一覧(&L)："_s), lstUserName);
     auto *const content = new QWidget(this);
     content->setObjectName(u"content"_s);
     auto *const grid = new QGridLayout(content);
-    grid->addWidget(lblComment, 0, 0, 1, 3);
-    grid->addWidget(lblUser, 1, 0);
-    grid->addWidget(txtUserName, 1, 1);
-    grid->addWidget(Label1, 2, 0, Qt::AlignTop);
-    grid->addWidget(lstUserName, 2, 1);
-    grid->addLayout(buttons, 1, 2, 2, 1);
+    grid->addWidget(lblComment, 0, 0, 1, 2);
+    grid->addLayout(form, 1, 0);
+    grid->addWidget(buttons, 1, 1);
     Form_Load();
     FitToScreen(this, content);
     move(screen()->availableGeometry().center() - rect().center());
@@ -143,17 +140,12 @@ void frmLogin::cmdOK_Click()
 bool frmLogin::CheckName(const QString &name)
 {
     const auto isBlank = [](QChar character) { return character == u' '; }; // an ideographic space is a valid name
-    if (std::all_of(name.begin(), name.end(), isBlank)) {
-        m_msg.DispFrmMsg(this, u"利用者名は入力必須です。"_s, MsgStyle::Ok, u"notify.wav"_s);
-        return false;
-    }
+    if (std::all_of(name.begin(), name.end(), isBlank))
+        return m_msg.Refuse(this, u"利用者名は入力必須です。"_s);
     // A listed name was read from the file, so it can be stored there.
     const QStringList refused = m_names.contains(name) ? QStringList() : CharactersNotForNames(name);
-    if (!refused.isEmpty()) {
-        m_msg.DispFrmMsg(this, u"利用者名に使えない文字が含まれています。\r\n  "_s + refused.join(u' '), MsgStyle::Ok,
-                         u"notify.wav"_s);
-        return false;
-    }
+    if (!refused.isEmpty())
+        return m_msg.Refuse(this, u"利用者名に使えない文字が含まれています。\r\n  "_s + refused.join(u' '));
     // The database statements contain the name between single quotes.
     return !name.contains(u'\'') ||
            m_msg.DispFrmMsg(this, u"名前に ' が含まれているため，学習の記録は残りません。\r\nこの名前で始めますか？"_s,

@@ -129,7 +129,7 @@ bool CodeConversion::Write()
 /// @return false when the question was closed without an answer
 bool CodeConversion::Ask(const QString &question, bool *isYes)
 {
-    const MsgResult result = m_msg.DispFrmMsg(m_owner, question, MsgStyle::YesNo, u"notify.wav"_s);
+    const MsgResult result = m_msg.Ask(m_owner, question);
     *isYes = result == MsgResult::Ok;
     return result != MsgResult::None;
 }
@@ -137,8 +137,7 @@ bool CodeConversion::Ask(const QString &question, bool *isYes)
 /// @return always false, for callers to return
 bool CodeConversion::Refuse(const QString &message)
 {
-    m_msg.DispFrmMsg(m_owner, message, MsgStyle::Ok, u"notify.wav"_s);
-    return false;
+    return m_msg.Refuse(m_owner, message);
 }
 
 void CodeConversion::OfferEditor(const QString &question, int line)

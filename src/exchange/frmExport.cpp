@@ -7,14 +7,12 @@
 #include "records/modMarkList.h"
 #include "widgets/ElidedLabel.h"
 #include "widgets/NamedControls.h"
-#include "widgets/ScreenFit.h"
 #include "widgets/frmMsg.h"
 #include "widgets/frmWait.h"
 
 #include <QCheckBox>
 #include <QFileInfo>
 #include <QLabel>
-#include <QPushButton>
 #include <QRadioButton>
 #include <QStyle>
 #include <QVBoxLayout>
@@ -22,13 +20,6 @@
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
-
-constexpr int MaxNameChars = 40; // longer file names are elided rather than widening the window
-
-QString FileLine(const QString &name)
-{
-    return u"ファイル："_s + name;
-}
 
 /// Adds a radio button with an explanation below, aligned with its caption.
 void AddChoice(QVBoxLayout *column, QRadioButton *choice, const QString &name, const QString &toolTip,
@@ -50,12 +41,11 @@ void AddChoice(QVBoxLayout *column, QRadioButton *choice, const QString &name, c
 
 frmExport::frmExport(SystemServices &services, frmMsg &msg, const MarkList &marks, const QString &reportFolder,
                      QWidget *owner)
-    : QDialog(owner), m_services(services), m_msg(msg), m_marks(marks), m_reportFolder(reportFolder),
-      lblFile(new ElidedLabel(u"lblFile"_s, MaxNameChars, this)),
+    : CommandWindow(u"frmExport"_s, msg, owner), m_services(services), m_marks(marks), m_reportFolder(reportFolder),
+      lblFile(AddFileLine(u"ファイル："_s, u"lblFile"_s, 40)),
       optText(new QRadioButton(u"テキスト（UTF-8）(&T)"_s, this)), optAnki(new QRadioButton(u"Anki(&A)"_s, this)),
-      optCsv(new QRadioButton(u"CSV（表）(&C)"_s, this)), chkOnlyHard(new QCheckBox(u"苦手だけ(&N)"_s, this))
+      optCsv(new QRadioButton(u"CSV（表）(&C)"_s, this))
 {
-    setObjectName(u"frmExport"_s);
     Form_Load();
 }
 
@@ -63,17 +53,7 @@ void frmExport::Form_Load()
 {
     WriteTrace(u"■frmExport.Form_Load");
     setWindowTitle(u"書き出す"_s);
-    AddControls();
-    optText->setChecked(true);
-}
-
-void frmExport::AddControls()
-{
-    auto *const content = new QWidget(this);
-    content->setObjectName(u"content"_s);
-    auto *const column = new QVBoxLayout(content);
-    lblFile->SetText(FileLine(QString(MaxNameChars, u'n'))); // sizes the window for names of any length
-    column->addWidget(lblFile);
+    QVBoxLayout *const column = Column();
     column->addSpacing(fontMetrics().lineSpacing() / 2);
     AddChoice(column, optText, u"Text"_s, u"UTF-8のテキストファイルにします (Alt+T)"_s,
               u"[ ]の付いたままの文を，\nほかのプログラムで読めるようにします。"_s);
@@ -81,30 +61,19 @@ void frmExport::AddControls()
               u"空欄のある行を1行ずつ，\n穴埋め（Cloze）のノートにします。"_s);
     AddChoice(column, optCsv, u"Csv"_s, u"Excelなどで開く表にします (Alt+C)"_s,
               u"空欄ごとに，行番号，前の文，答え，後の文を\n並べた表にします。"_s);
-    chkOnlyHard->setObjectName(u"chkOnlyHard"_s);
-    chkOnlyHard->setToolTip(u"苦手の印のある空欄だけを，AnkiかCSVに書き出します (Alt+N)"_s);
-    column->addWidget(chkOnlyHard);
-    column->addSpacing(fontMetrics().lineSpacing() / 3);
+    chkOnlyHard = AddCheckBox(u"chkOnlyHard"_s, u"苦手だけ(&N)"_s,
+                              u"苦手の印のある空欄だけを，AnkiかCSVに書き出します (Alt+N)"_s);
     column->addStretch();
-    column->addLayout(Buttons());
+    optText->setChecked(true);
     for (QRadioButton *const choice : {optText, optAnki, optCsv})
         connect(choice, &QRadioButton::toggled, this, &frmExport::optKind_Click);
-    FitToScreen(this, content);
-}
-
-QLayout *frmExport::Buttons()
-{
-    QPushButton *const cmdOK = AddButton(this, u"cmdOK"_s, u"書き出す(&W)"_s,
-                                         u"ファイルを書き出し，フォルダを開きます (Enter)"_s, &frmExport::cmdOK_Click);
-    QPushButton *const cmdCancel =
-        AddButton(this, u"cmdCancel"_s, u"キャンセル"_s, u"書き出さずに戻ります (Esc)"_s, &frmExport::cmdCancel_Click);
-    return AnswerRow(cmdOK, cmdCancel);
+    AddAnswers(u"書き出す(&W)"_s, u"ファイルを書き出し，フォルダを開きます (Enter)"_s, u"書き出さずに戻ります (Esc)"_s);
 }
 
 void frmExport::Run(const QString &studyFilePath)
 {
     m_studyFilePath = studyFilePath;
-    lblFile->SetText(FileLine(QFileInfo(studyFilePath).fileName()));
+    lblFile->SetText(QFileInfo(studyFilePath).fileName());
     m_hasHard = !m_marks.FindInFile(studyFilePath).empty();
     chkOnlyHard->setChecked(false);
     optKind_Click();
@@ -131,12 +100,6 @@ void frmExport::cmdOK_Click()
         m_services.ShowMessage(u"次のフォルダを開けません。\r\n  "_s + m_reportFolder);
 }
 
-void frmExport::cmdCancel_Click()
-{
-    WriteTrace(u"■frmExport.cmdCancel_Click");
-    reject();
-}
-
 ExportKind frmExport::ChosenKind() const
 {
     return optText->isChecked() ? ExportKind::Text : optAnki->isChecked() ? ExportKind::Anki : ExportKind::Csv;
@@ -152,7 +115,7 @@ bool frmExport::Write(const QString &exportPath, qsizetype *undecodable)
         return Refuse(refusal.message);
     if (!made.HasContent())
         return Refuse(NoBlankToExportMessage(QFileInfo(m_studyFilePath).completeBaseName()));
-    if (!MayReplace(exportPath))
+    if (QFileInfo(exportPath).isFile() && !Agrees(ReplaceExportQuestion(exportPath)))
         return false;
     PieceFile file(exportPath, made);
     frmWait wait(u"書き出しています。"_s, this);
@@ -161,17 +124,4 @@ bool frmExport::Write(const QString &exportPath, qsizetype *undecodable)
         return false;
     *undecodable = made.Undecodable();
     return !file.Fault() || Refuse(ExportNotWrittenMessage(file.Fault()));
-}
-
-/// @return always false, for callers to return
-bool frmExport::Refuse(const QString &message)
-{
-    m_msg.DispFrmMsg(this, message, MsgStyle::Ok, u"notify.wav"_s);
-    return false;
-}
-
-bool frmExport::MayReplace(const QString &exportPath)
-{
-    return !QFileInfo(exportPath).isFile() ||
-           m_msg.DispFrmMsg(this, ReplaceExportQuestion(exportPath), MsgStyle::YesNo, u"notify.wav"_s) == MsgResult::Ok;
 }

@@ -6,18 +6,12 @@
 
 #include "exchange/modExport.h"
 #include "platform/modSystemServices.h"
+#include "widgets/CommandWindow.h"
 
-#include <QDialog>
-
-class ElidedLabel;
 class MarkList;
-class QCheckBox;
-class frmMsg;
-class QLabel;
-class QLayout;
 class QRadioButton;
 
-class frmExport : public QDialog
+class frmExport : public CommandWindow
 {
     Q_OBJECT
 
@@ -34,18 +28,12 @@ class frmExport : public QDialog
   private:
     void Form_Load();
     void optKind_Click();
-    void cmdOK_Click();
-    void cmdCancel_Click();
+    void cmdOK_Click() override;
 
-    void AddControls();
-    QLayout *Buttons();
     ExportKind ChosenKind() const;
     bool Write(const QString &exportPath, qsizetype *undecodable);
-    bool Refuse(const QString &message);
-    bool MayReplace(const QString &exportPath);
 
     SystemServices &m_services;
-    frmMsg &m_msg;
     const MarkList &m_marks;
     QString m_reportFolder;
     QString m_studyFilePath;

@@ -5,17 +5,12 @@
 #pragma once
 
 #include "platform/modSystemServices.h"
+#include "widgets/CommandWindow.h"
 
-#include <QDialog>
-
-class ElidedLabel;
 class MarkList;
-class QCheckBox;
-class QLayout;
 class SettingsFile;
-class frmMsg;
 
-class frmPrint : public QDialog
+class frmPrint : public CommandWindow
 {
     Q_OBJECT
 
@@ -32,16 +27,11 @@ class frmPrint : public QDialog
 
   private:
     void Form_Load();
-    void cmdOK_Click();
-    void cmdCancel_Click();
+    void cmdOK_Click() override;
 
-    void AddControls();
-    QLayout *Buttons();
     bool Write(const QString &sheetPath);
-    bool Refuse(const QString &message);
 
     SystemServices &m_services;
-    frmMsg &m_msg;
     const SettingsFile &m_settings;
     const MarkList &m_marks;
     QString m_reportFolder;

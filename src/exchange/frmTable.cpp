@@ -35,7 +35,6 @@ constexpr qsizetype MaxCellChars = 24; // shown of a cell
 constexpr int MaxBetweenChars = 20;
 constexpr CharCode Codes[] = {CharCode::None,    CharCode::Sjis, CharCode::Utf8,
                               CharCode::Utf16Le, CharCode::Euc,  CharCode::Jis}; // the first means automatic
-constexpr int MaxNameChars = 60;
 
 /// A cell as shown in the window: on one line, shortened if long.
 QString ShownCell(QStringView cell)
@@ -50,24 +49,15 @@ QString FoundCode(CharCode code)
     return u"自動（"_s + TableCodeName(code) + u'）';
 }
 
-QLabel *LabelOf(QWidget *buddy, const QString &name, const QString &caption)
-{
-    QLabel *const label = NamedLabel(name, caption, buddy->parentWidget());
-    label->setBuddy(buddy);
-    return label;
-}
-
 } // namespace
 
 frmTable::frmTable(frmMsg &msg, const QString &studyFolder, QWidget *owner)
-    : QDialog(owner), m_msg(msg), m_studyFolder(studyFolder),
-      lblTable(new ElidedLabel(u"lblTable"_s, MaxNameChars, this)), cboCode(new QComboBox(this)),
-      cboTableSeparator(new QComboBox(this)), fraTable(new QScrollArea(this)),
-      chkHeader(new QCheckBox(u"1行目は見出し（学習ファイルに入れない）(&H)"_s, this)),
-      txtSeparator(new QLineEdit(this)), txtName(new QLineEdit(this)), txtPreview(new QPlainTextEdit(this)),
+    : CommandWindow(u"frmTable"_s, msg, owner), m_studyFolder(studyFolder),
+      lblTable(AddFileLine(u"表："_s, u"lblTable"_s, 60)), cboCode(new QComboBox(this)),
+      cboTableSeparator(new QComboBox(this)), fraTable(new QScrollArea(this)), txtSeparator(new QLineEdit(this)),
+      txtName(new QLineEdit(this)), txtPreview(new QPlainTextEdit(this)),
       lblHint(NamedLabel(u"lblHint"_s, QString(), this))
 {
-    setObjectName(u"frmTable"_s);
     Form_Load();
 }
 
@@ -86,8 +76,7 @@ QString frmTable::Make(const QString &tablePath)
     if (!refusal)
         refusal = ReadTableBytes(m_bytes, &m_found, &m_table);
     if (refusal) {
-        m_msg.DispFrmMsg(parentWidget(), TableNotReadMessage(QFileInfo(tablePath).fileName(), refusal), MsgStyle::Ok,
-                         u"notify.wav"_s);
+        m_msg.Refuse(parentWidget(), TableNotReadMessage(QFileInfo(tablePath).fileName(), refusal));
         return QString();
     }
     ShowTable();
@@ -106,9 +95,6 @@ void frmTable::Form_Load()
     fraTable->setAccessibleName(u"表の初めの行"_s);
     fraTable->setBackgroundRole(QPalette::Base);
     fraTable->setMinimumHeight(linePx * 4);
-    chkHeader->setObjectName(u"chkHeader"_s);
-    chkHeader->setToolTip(u"1行目を学習ファイルに入れません (Alt+H)"_s);
-    connect(chkHeader, &QCheckBox::clicked, this, &frmTable::chkHeader_Click);
     txtPreview->setObjectName(u"txtPreview"_s);
     txtPreview->setAccessibleName(u"できる学習ファイルの初めの行"_s);
     txtPreview->setReadOnly(true);
@@ -117,22 +103,17 @@ void frmTable::Form_Load()
     txtPreview->setFont(PageFont());
     txtPreview->setMinimumHeight(linePx * 2);
 
-    auto *const content = new QWidget(this);
-    content->setObjectName(u"content"_s);
-    auto *const column = new QVBoxLayout(content);
-    auto *const tableRow = new QHBoxLayout;
-    tableRow->addWidget(NamedLabel(u"lblTableCaption"_s, u"表："_s, this));
-    tableRow->addWidget(lblTable, 1);
-    column->addLayout(tableRow);
-    column->addLayout(ReadingRow());
-    column->addWidget(fraTable, 3);
-    column->addWidget(chkHeader);
-    column->addLayout(Inputs());
-    column->addWidget(LabelOf(txtPreview, u"lblPreview"_s, u"できる学習ファイル(&P)："_s));
-    column->addWidget(txtPreview, 2);
-    column->addLayout(Buttons());
+    Column()->addLayout(ReadingRow());
+    Column()->addWidget(fraTable, 3);
+    chkHeader = AddCheckBox(u"chkHeader"_s, u"1行目は見出し（学習ファイルに入れない）(&H)"_s,
+                            u"1行目を学習ファイルに入れません (Alt+H)"_s);
+    connect(chkHeader, &QCheckBox::clicked, this, &frmTable::chkHeader_Click);
+    Column()->addLayout(Inputs());
+    Column()->addWidget(LabelOf(txtPreview, u"lblPreview"_s, u"できる学習ファイル(&P)："_s));
+    Column()->addWidget(txtPreview, 2);
+    AddAnswers(u"作る(&M)"_s, u"学習ファイルを作ります (Enter)"_s, u"作らずに戻ります (Esc)"_s, lblHint,
+               QSize(fontMetrics().averageCharWidth() * 90, linePx * 26));
     SetTabOrder({cboCode, cboTableSeparator, fraTable, chkHeader, txtSeparator, txtName, txtPreview, cmdOK, cmdCancel});
-    FitToScreen(this, content, QSize(fontMetrics().averageCharWidth() * 90, linePx * 26));
 }
 
 QLayout *frmTable::ReadingRow()
@@ -182,14 +163,6 @@ QLayout *frmTable::Inputs()
     row->addWidget(txtName, 1);
     row->addWidget(NamedLabel(u"lblTxt"_s, u".txt"_s, this));
     return row;
-}
-
-QLayout *frmTable::Buttons()
-{
-    cmdOK = AddButton(this, u"cmdOK"_s, u"作る(&M)"_s, u"学習ファイルを作ります (Enter)"_s, &frmTable::cmdOK_Click);
-    cmdCancel =
-        AddButton(this, u"cmdCancel"_s, u"キャンセル"_s, u"作らずに戻ります (Esc)"_s, &frmTable::cmdCancel_Click);
-    return AnswerRow(cmdOK, cmdCancel, lblHint);
 }
 
 void frmTable::showEvent(QShowEvent *event)
@@ -366,12 +339,6 @@ void frmTable::cmdOK_Click()
     accept();
 }
 
-void frmTable::cmdCancel_Click()
-{
-    WriteTrace(u"■frmTable.cmdCancel_Click");
-    reject();
-}
-
 /// Takes the file name, and shows it as it will be saved, so that the user can find the file.
 bool frmTable::TakeName(QString *fileName)
 {
@@ -395,8 +362,7 @@ bool frmTable::TakeText(TableOptions options, ConvertedText *converted, TableStu
     TableCells cells = CellsOf(m_table, options);
     *converted = ConvertText(cells.text, Accents::Remove);
     if (converted->unwritableCount == 0 && converted->accentCount > 0) {
-        const MsgResult answer =
-            m_msg.DispFrmMsg(this, TableAccentsQuestion(cells, *converted), MsgStyle::YesNo, u"notify.wav"_s);
+        const MsgResult answer = m_msg.Ask(this, TableAccentsQuestion(cells, *converted));
         if (answer == MsgResult::None)
             return false;
         if (answer != MsgResult::Ok)
@@ -419,16 +385,8 @@ bool frmTable::Write(const QString &fileName, const QString &text, QString *kept
         return Refuse(TableNotEncodedMessage(refusal));
     const QString path = JoinPath(m_studyFolder, fileName);
     const QFileInfo info(path);
-    if ((info.isFile() || info.isSymLink()) &&
-        m_msg.DispFrmMsg(this, ReplaceStudyFileQuestion(path), MsgStyle::YesNo, u"notify.wav"_s) != MsgResult::Ok)
+    if ((info.isFile() || info.isSymLink()) && !Agrees(ReplaceStudyFileQuestion(path)))
         return false;
     const FileFault fault = ReplaceAndKeep(path, bytes, keptPath);
     return !fault || Refuse(StudyFileNotWrittenMessage(fault));
-}
-
-/// @return always false, for callers to return
-bool frmTable::Refuse(const QString &message)
-{
-    m_msg.DispFrmMsg(this, message, MsgStyle::Ok, u"notify.wav"_s);
-    return false;
 }

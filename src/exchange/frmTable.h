@@ -7,21 +7,16 @@
 
 #include "exchange/modReadTable.h"
 #include "exchange/modStudyFromTable.h"
+#include "widgets/CommandWindow.h"
 
-#include <QDialog>
-
-class ElidedLabel;
-class frmMsg;
-class QCheckBox;
 class QComboBox;
 class QLabel;
 class QLayout;
 class QLineEdit;
 class QPlainTextEdit;
-class QPushButton;
 class QScrollArea;
 
-class frmTable : public QDialog
+class frmTable : public CommandWindow
 {
     Q_OBJECT
 
@@ -48,12 +43,10 @@ class frmTable : public QDialog
     void chkHide_Click();
     void chkHeader_Click();
     void txtSeparator_Change();
-    void cmdOK_Click();
-    void cmdCancel_Click();
+    void cmdOK_Click() override;
 
     QLayout *ReadingRow();
     QLayout *Inputs();
-    QLayout *Buttons();
     void ShowTable();
     void ReadAgain(const QString &separator);
     void ShowRows(const QList<bool> &isHidden);
@@ -64,9 +57,7 @@ class frmTable : public QDialog
     bool TakeName(QString *fileName);
     bool TakeText(TableOptions options, ConvertedText *converted, TableStudyText *study);
     bool Write(const QString &fileName, const QString &text, QString *keptPath);
-    bool Refuse(const QString &message);
 
-    frmMsg &m_msg;
     QString m_studyFolder;
     QString m_tablePath;
     QByteArray m_bytes;   // of the table's file
@@ -81,11 +72,9 @@ class frmTable : public QDialog
     QComboBox *cboTableSeparator;
     QScrollArea *fraTable;
     QList<QCheckBox *> chkHide; // by column
-    QCheckBox *chkHeader;
+    QCheckBox *chkHeader = nullptr;
     QLineEdit *txtSeparator;
     QLineEdit *txtName;
     QPlainTextEdit *txtPreview;
     QLabel *lblHint;
-    QPushButton *cmdOK = nullptr;
-    QPushButton *cmdCancel = nullptr;
 };

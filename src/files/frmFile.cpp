@@ -129,7 +129,7 @@ void frmFile::cmdSelect_Click()
     int errorLine = 0;
     if (!ReadTextFile(path, MaxLineBytes, &lines, &message, &errorLine)) {
         const QString question = message + u"\r\nこのファイルを開きますか？"_s;
-        if (m_msg.DispFrmMsg(this, question, MsgStyle::YesNo, u"notify.wav"_s) == MsgResult::Ok)
+        if (m_msg.Ask(this, question) == MsgResult::Ok)
             OpenInEditor(m_services, m_editor, path, errorLine);
         return;
     }
@@ -169,15 +169,14 @@ void frmFile::cmdConvFile_Click()
     const QString copyPath = PrintableCopyPath(m_folder.Path(), path);
     QByteArray copy;
     if (const TextRefusal refusal = MakePrintableCopy(path, &copy)) {
-        Refuse(refusal.message);
+        m_msg.Refuse(this, refusal.message);
         return;
     }
     const OldCopy oldCopy = JudgeOldCopy(copy, path, copyPath);
-    if (MustAsk(oldCopy) && m_msg.DispFrmMsg(this, ReplaceCopyQuestion(copyPath, oldCopy), MsgStyle::YesNo,
-                                             u"notify.wav"_s) != MsgResult::Ok)
+    if (MustAsk(oldCopy) && m_msg.Ask(this, ReplaceCopyQuestion(copyPath, oldCopy)) != MsgResult::Ok)
         return;
     if (const FileFault fault = WritePrintableCopy(copy, copyPath, oldCopy)) {
-        Refuse(CopyNotWrittenMessage(fault));
+        m_msg.Refuse(this, CopyNotWrittenMessage(fault));
         return;
     }
     ListFiles();
@@ -261,8 +260,7 @@ void frmFile::lstFile_OLEDragDrop(const QStringList &paths)
     }
     FilesToTake files = SortFilesToTake(paths, m_folder.Path());
     if (!files.replaced.isEmpty()) {
-        const MsgResult answer =
-            m_msg.DispFrmMsg(this, ReplaceTakenQuestion(files.replaced), MsgStyle::YesNo, u"notify.wav"_s);
+        const MsgResult answer = m_msg.Ask(this, ReplaceTakenQuestion(files.replaced));
         if (answer == MsgResult::None)
             return;
         if (answer != MsgResult::Ok)
@@ -368,14 +366,7 @@ bool frmFile::TakeSelection(bool isForPrinting, QString *name)
 {
     *name = SelectedName();
     const QString refusal = SelectionRefusal(*name, isForPrinting);
-    if (!refusal.isEmpty())
-        Refuse(refusal);
-    return refusal.isEmpty();
-}
-
-void frmFile::Refuse(const QString &message)
-{
-    m_msg.DispFrmMsg(this, message, MsgStyle::Ok, u"notify.wav"_s);
+    return refusal.isEmpty() || m_msg.Refuse(this, refusal);
 }
 
 void frmFile::Leave(FileChoice choice)

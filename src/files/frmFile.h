@@ -100,7 +100,6 @@ class frmFile : public QDialog
     void EnableCommands();
     QString SelectedName() const;
     bool TakeSelection(bool isForPrinting, QString *name);
-    void Refuse(const QString &message);
     void Leave(FileChoice choice);
 
     SystemServices &m_services;

@@ -126,8 +126,7 @@ QLayout *frmFile::FilterRow()
     txtFilter->setToolTip(u"名前にこの言葉のあるファイルだけを表示します (Alt+N)"_s);
     txtFilter->installEventFilter(this);
     connect(txtFilter, &QLineEdit::textChanged, this, &frmFile::txtFilter_Change);
-    lblFilter = NamedLabel(u"lblFilter"_s, u"絞り込み(&N)："_s, this);
-    lblFilter->setBuddy(txtFilter);
+    lblFilter = LabelOf(txtFilter, u"lblFilter"_s, u"絞り込み(&N)："_s);
     lblNote = NamedLabel(u"lblNote"_s, QString(), this);
     lblNote->setWordWrap(true);
 

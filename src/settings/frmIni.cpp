@@ -14,12 +14,11 @@
 #include <QComboBox>
 #include <QDir>
 #include <QFileDialog>
-#include <QGridLayout>
+#include <QFormLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
-#include <QScrollArea>
 #include <QShowEvent>
 
 #include <algorithm>
@@ -27,13 +26,6 @@
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
-
-QLabel *LabelOf(QWidget *buddy, const QString &name, const QString &caption)
-{
-    QLabel *const label = NamedLabel(name, caption, buddy->parentWidget());
-    label->setBuddy(buddy);
-    return label;
-}
 
 /// A left-aligned row of controls.
 QLayout *RowOf(std::initializer_list<QWidget *> controls)
@@ -63,7 +55,6 @@ void frmIni::Form_Load()
 {
     WriteTrace(u"■frmIni.Form_Load");
     AddControls();
-    resize(sizeHint().boundedTo(AvailableSize(this)));
 }
 
 void frmIni::showEvent(QShowEvent *event)
@@ -113,39 +104,18 @@ void frmIni::AddControls()
                   &frmIni::cmdChangeSetting_Click);
     QPushButton *const cmdCancel =
         AddButton(this, u"cmdCancel"_s, u"キャンセル"_s, u"変えずに戻ります (Esc)"_s, &frmIni::cmdCancel_Click);
-    auto *const column = new QVBoxLayout(this);
-    column->addWidget(SettingsArea(RowOf({cmdBrowse, cmdRunEditor})));
-    column->addSpacing(charPx);
-    column->addLayout(AnswerRow(cmdChangeSetting, cmdCancel));
-
+    auto *const content = new QWidget(this);
+    auto *const form = new QFormLayout(content);
+    form->addRow(LabelOf(optFontSize[0], u"lblFontSize"_s, u"フォントサイズ："_s),
+                 RowOf({optFontSize[0], optFontSize[1], optFontSize[2]}));
+    form->addRow(LabelOf(txtLineSpace, u"lblLineSpace"_s, u"行間(&L)："_s), RowOf({txtLineSpace, lblLSpaceRange}));
+    form->addRow(LabelOf(txtTextEditor, u"lblTextEditor"_s, u"テキストエディタ(&T)："_s), txtTextEditor);
+    form->setLayout(3, QFormLayout::FieldRole, RowOf({cmdBrowse, cmdRunEditor}));
+    form->setWidget(4, QFormLayout::FieldRole, chkDispLineNum);
+    form->addRow(LabelOf(cboPageColour, u"lblPageColour"_s, u"画面の色(&C)："_s), RowOf({cboPageColour}));
+    FitToScreen(this, content, QSize(), AnswerRow(cmdChangeSetting, cmdCancel));
     SetTabOrder({optFontSize[0], optFontSize[1], optFontSize[2], txtLineSpace, txtTextEditor, cmdBrowse, cmdRunEditor,
                  chkDispLineNum, cboPageColour, cmdChangeSetting, cmdCancel});
-}
-
-/// The settings scroll if the screen is small or the font large; the two buttons that close the window are outside and
-/// always visible.
-QWidget *frmIni::SettingsArea(QLayout *editorButtons)
-{
-    auto *const fraSettings = new QScrollArea(this);
-    fraSettings->setObjectName(u"fraSettings"_s);
-    fraSettings->setFrameShape(QFrame::NoFrame);
-    fraSettings->setFocusPolicy(Qt::NoFocus);
-    fraSettings->setWidgetResizable(true);
-    auto *const settings = new QWidget;
-    auto *const grid = new QGridLayout(settings);
-    grid->setContentsMargins(0, 0, 0, 0);
-    grid->addWidget(LabelOf(optFontSize[0], u"lblFontSize"_s, u"フォントサイズ："_s), 0, 0);
-    grid->addLayout(RowOf({optFontSize[0], optFontSize[1], optFontSize[2]}), 0, 1);
-    grid->addWidget(LabelOf(txtLineSpace, u"lblLineSpace"_s, u"行間(&L)："_s), 1, 0);
-    grid->addLayout(RowOf({txtLineSpace, lblLSpaceRange}), 1, 1);
-    grid->addWidget(LabelOf(txtTextEditor, u"lblTextEditor"_s, u"テキストエディタ(&T)："_s), 2, 0);
-    grid->addWidget(txtTextEditor, 2, 1);
-    grid->addLayout(editorButtons, 3, 1);
-    grid->addWidget(chkDispLineNum, 4, 1);
-    grid->addWidget(LabelOf(cboPageColour, u"lblPageColour"_s, u"画面の色(&C)："_s), 5, 0);
-    grid->addLayout(RowOf({cboPageColour}), 5, 1);
-    fraSettings->setWidget(settings);
-    return fraSettings;
 }
 
 bool frmIni::Edit(Settings *settings)
@@ -204,16 +174,14 @@ void frmIni::cmdChangeSetting_Click()
 {
     WriteTrace(u"■frmIni.cmdChangeSetting_Click");
     if (!IsLineSpaceValid(txtLineSpace->text(), m_defaults, m_upper)) {
-        m_msg.DispFrmMsg(this, LineSpaceRefusal(txtLineSpace->text(), m_defaults, m_upper), MsgStyle::Ok,
-                         u"notify.wav"_s);
+        m_msg.Refuse(this, LineSpaceRefusal(txtLineSpace->text(), m_defaults, m_upper));
         txtLineSpace->setFocus();
         txtLineSpace->selectAll();
         return;
     }
     // The ini file is in code page 932, so the next start would read back a different path.
     if (const QStringList lost = CharactersLost(txtTextEditor->text()); !lost.isEmpty()) {
-        m_msg.DispFrmMsg(this, u"テキストエディタに使えない文字が含まれています。\r\n  "_s + lost.join(u' '),
-                         MsgStyle::Ok, u"notify.wav"_s);
+        m_msg.Refuse(this, u"テキストエディタに使えない文字が含まれています。\r\n  "_s + lost.join(u' '));
         txtTextEditor->setFocus();
         return;
     }

@@ -13,9 +13,7 @@ class frmMsg;
 class QCheckBox;
 class QComboBox;
 class QLabel;
-class QLayout;
 class QLineEdit;
-class QPushButton;
 class QRadioButton;
 
 class frmIni : public QDialog
@@ -44,7 +42,6 @@ class frmIni : public QDialog
     void cmdCancel_Click();
 
     void AddControls();
-    QWidget *SettingsArea(QLayout *editorButtons);
     void ShowSettings(const Settings &settings);
     Settings TakeSettings(const Settings &before) const;
 

@@ -3,6 +3,7 @@
 
 #include "widgets/NamedControls.h"
 
+#include <QDialogButtonBox>
 #include <QHBoxLayout>
 #include <QLabel>
 
@@ -10,6 +11,13 @@ QLabel *NamedLabel(const QString &name, const QString &text, QWidget *parent)
 {
     auto *const label = new QLabel(text, parent);
     label->setObjectName(name);
+    return label;
+}
+
+QLabel *LabelOf(QWidget *control, const QString &name, const QString &caption)
+{
+    QLabel *const label = NamedLabel(name, caption, control->parentWidget());
+    label->setBuddy(control);
     return label;
 }
 
@@ -34,13 +42,13 @@ void SetTabOrder(std::initializer_list<QWidget *> controls)
 
 QHBoxLayout *AnswerRow(QPushButton *cmdOK, QPushButton *cmdCancel, QWidget *beside)
 {
+    auto *const buttons = new QDialogButtonBox;
+    buttons->addButton(cmdOK, QDialogButtonBox::AcceptRole);
+    buttons->addButton(cmdCancel, QDialogButtonBox::RejectRole);
     cmdOK->setDefault(true);
     auto *const row = new QHBoxLayout;
     if (beside)
         row->addWidget(beside, 1);
-    else
-        row->addStretch();
-    row->addWidget(cmdOK);
-    row->addWidget(cmdCancel);
+    row->addWidget(buttons);
     return row;
 }

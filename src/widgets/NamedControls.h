@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 // Building blocks of the windows: labels and buttons with the object names by which tests and assistive tools find
-// them, the bottom row of a dialog, and the tab order.
+// them, the buttons that answer a dialog, and the tab order.
 #pragma once
 
 #include <QPushButton>
@@ -13,6 +13,9 @@ class QHBoxLayout;
 class QLabel;
 
 QLabel *NamedLabel(const QString &name, const QString &text, QWidget *parent);
+
+/// A label whose mnemonic leads to a control.
+QLabel *LabelOf(QWidget *control, const QString &name, const QString &caption);
 
 /// A button that leaves Enter to the default button of its window.
 QPushButton *NamedButton(const QString &name, const QString &caption, const QString &toolTip, QWidget *parent);
@@ -30,6 +33,6 @@ QPushButton *AddButton(Window *window, const QString &name, const QString &capti
 /// Sets the tab order of the controls of a window.
 void SetTabOrder(std::initializer_list<QWidget *> controls);
 
-/// The last row of a window, with OK, which Enter presses, and Cancel at its right end.
+/// The last row of a window, with OK, which Enter presses, and Cancel.
 /// @param beside  widget to the left of them; may be null
 QHBoxLayout *AnswerRow(QPushButton *cmdOK, QPushButton *cmdCancel, QWidget *beside = nullptr);

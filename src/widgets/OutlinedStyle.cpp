@@ -6,6 +6,7 @@
 #include "widgets/Contrast.h"
 
 #include <QApplication>
+#include <QDialogButtonBox>
 #include <QPainter>
 #include <QStyleOption>
 
@@ -102,4 +103,11 @@ void OutlinedStyle::drawComplexControl(ComplexControl control, const QStyleOptio
     if (control == CC_ScrollBar && option->subControls.testFlag(SC_ScrollBarSlider))
         DrawOutline(painter, subControlRect(control, option, SC_ScrollBarSlider, widget),
                     OutlineColour(*option, option->state.testFlag(State_HasFocus)), 0);
+}
+
+int OutlinedStyle::styleHint(StyleHint hint, const QStyleOption *option, const QWidget *widget,
+                             QStyleHintReturn *returned) const
+{
+    return hint == SH_DialogButtonLayout ? int(QDialogButtonBox::WinLayout)
+                                         : QProxyStyle::styleHint(hint, option, widget, returned);
 }

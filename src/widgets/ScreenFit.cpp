@@ -21,7 +21,7 @@ QSize AvailableSize(const QWidget *window)
     return window->screen()->availableSize() - QSize(2 * borderPx, titlePx + 2 * borderPx);
 }
 
-void FitToScreen(QDialog *window, QWidget *content, const QSize &wanted)
+void FitToScreen(QDialog *window, QWidget *content, const QSize &wanted, QLayout *below)
 {
     auto *const scroll = new QScrollArea(window);
     scroll->setObjectName(u"scroll"_s);
@@ -30,15 +30,25 @@ void FitToScreen(QDialog *window, QWidget *content, const QSize &wanted)
     scroll->setWidgetResizable(true);
     scroll->setWidget(content);
     auto *const layout = new QVBoxLayout(window);
+    QMargins margins = layout->contentsMargins();
+    margins.setTop(0);
     layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
     layout->addWidget(scroll);
+    QSize belowSize(0, 0);
+    if (below) {
+        layout->addLayout(below);
+        below->setContentsMargins(margins);
+        belowSize = below->sizeHint();
+    }
 
     const QSize available = AvailableSize(window);
-    QSize size = content->sizeHint().expandedTo(wanted).boundedTo(available);
+    QSize size = content->sizeHint().expandedTo(QSize(belowSize.width(), 0)) + QSize(0, belowSize.height());
     // The space taken by one scroll bar must not make the other one necessary.
-    if (content->minimumSizeHint().height() > available.height())
+    if (content->minimumSizeHint().height() + belowSize.height() > available.height())
         size.rwidth() += scroll->verticalScrollBar()->sizeHint().width();
-    window->resize(size.boundedTo(available));
+    // At a fractional scale, the window may turn out smaller by a part of a pixel.
+    window->resize((size + QSize(1, 1)).expandedTo(wanted).boundedTo(available));
 }
 
 void FitToText(QLineEdit *box, const QString &widest)

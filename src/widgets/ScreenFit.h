@@ -7,16 +7,18 @@
 #include <QSize>
 
 class QDialog;
+class QLayout;
 class QLineEdit;
 class QWidget;
 
 /// Space for a window's content on its screen, in pixels: the part not covered by panels, less a frame and a title bar.
 QSize AvailableSize(const QWidget *window);
 
-/// Puts a widget with a layout into the window as its only content, in a scroll area, and sizes the window to show all
-/// of it, or as much as fits the screen.
+/// Puts a widget with a layout into the window, in a scroll area, and sizes the window to show all of it, or as much as
+/// fits the screen.
 /// @param wanted  minimum size of the window in pixels, if the screen has room
-void FitToScreen(QDialog *window, QWidget *content, const QSize &wanted = QSize());
+/// @param below  what stays in view below it; may be null
+void FitToScreen(QDialog *window, QWidget *content, const QSize &wanted = QSize(), QLayout *below = nullptr);
 
 /// Makes a text box just wide enough for its widest text in its font.
 void FitToText(QLineEdit *box, const QString &widest);

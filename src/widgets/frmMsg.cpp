@@ -116,6 +116,17 @@ MsgResult frmMsg::DispFrmMsg(QWidget *owner, const QString &message, MsgStyle st
     return turn.result;
 }
 
+bool frmMsg::Refuse(QWidget *owner, const QString &message)
+{
+    DispFrmMsg(owner, message, MsgStyle::Ok, u"notify.wav"_s);
+    return false;
+}
+
+MsgResult frmMsg::Ask(QWidget *owner, const QString &question)
+{
+    return DispFrmMsg(owner, question, MsgStyle::YesNo, u"notify.wav"_s);
+}
+
 /// Shows the message of the first call that has no answer yet.
 void frmMsg::ShowTurn()
 {

@@ -47,6 +47,12 @@ class frmMsg : public QDialog
     /// @param soundName  file name in the sound folder, or a path with a backslash, which is used as is
     MsgResult DispFrmMsg(QWidget *owner, const QString &message, MsgStyle style, const QString &soundName);
 
+    /// Shows why something is refused, with a sound. @return always false, for callers to return
+    bool Refuse(QWidget *owner, const QString &message);
+
+    /// Asks a yes-or-no question, with a sound.
+    MsgResult Ask(QWidget *owner, const QString &question);
+
     /// Plays a sound, named as in DispFrmMsg.
     void PlayNamedSound(const QString &soundName);
 

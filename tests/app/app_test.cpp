@@ -328,6 +328,10 @@ TEST_F(LoginTest, ListedName_ReplacesTypedOneAndIsNotAddedAgain)
         auto *const text = window->findChild<QLineEdit *>(u"txtUserName"_s);
         auto *const list = window->findChild<QListWidget *>(u"lstUserName"_s);
         text->setText(u"jiro"_s);
+        for (const QString &control : {u"txtUserName"_s, u"lstUserName"_s, u"cmdOK"_s, u"cmdEnd"_s}) {
+            EXPECT_EQ(window->focusWidget()->objectName(), control);
+            QTest::keyClick(window->focusWidget(), Qt::Key_Tab);
+        }
         QTest::keyClick(text, Qt::Key_Tab);
         EXPECT_TRUE(list->hasFocus());
         EXPECT_EQ(text->text(), u"jiro"_s);

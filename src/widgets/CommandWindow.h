@@ -1,0 +1,60 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
+// The form of the windows that carry out a command with a file: the file, the choices, and the buttons that answer. The
+// buttons stay in view when the rest has to scroll.
+#pragma once
+
+#include <QDialog>
+
+class ElidedLabel;
+class frmMsg;
+class QCheckBox;
+class QPushButton;
+class QVBoxLayout;
+
+class CommandWindow : public QDialog
+{
+    Q_OBJECT
+
+  protected:
+    /// @param name  object name of the window
+    CommandWindow(const QString &name, frmMsg &msg, QWidget *owner);
+
+    /// Adds a line for the file. It is wide enough for names of any length: longer ones are elided.
+    /// @param name  object name of the label; that of its caption ends in "Caption"
+    /// @param maxChars  longest name that is shown whole, in average characters
+    ElidedLabel *AddFileLine(const QString &caption, const QString &name, int maxChars);
+
+    QCheckBox *AddCheckBox(const QString &name, const QString &caption, const QString &toolTip);
+
+    /// Adds the buttons cmdOK, which Enter presses, and cmdCancel, and sizes the window. To be called last.
+    /// @param beside  widget to the left of them; may be null
+    /// @param wanted  see FitToScreen
+    void AddAnswers(const QString &caption, const QString &toolTip, const QString &toolTipOfCancel,
+                    QWidget *beside = nullptr, const QSize &wanted = QSize());
+
+    /// Where everything between the file and the buttons is added.
+    QVBoxLayout *Column() const
+    {
+        return m_column;
+    }
+
+    /// Shows why the command cannot be carried out. @return always false, for callers to return
+    bool Refuse(const QString &message);
+
+    /// Asks a question. @return whether the user agrees
+    bool Agrees(const QString &question);
+
+    virtual void cmdOK_Click() = 0;
+
+    frmMsg &m_msg;
+    QPushButton *cmdOK = nullptr;
+    QPushButton *cmdCancel = nullptr;
+
+  private:
+    void cmdCancel_Click();
+
+    QWidget *m_content;
+    QVBoxLayout *m_column;
+};
