@@ -83,7 +83,8 @@ void PlainFinder::AddSpans(const DisplayText &text, int first, int last, std::ve
 {
     const QStringView lines = text.Lines(first, last);
     const qsizetype startCount = lines.size() - m_wanted.size() + 1;
-    if (m_wanted.isEmpty() || startCount <= 0)
+    // A text longer than every line would be compared with many lines at each position.
+    if (m_wanted.isEmpty() || m_wanted.size() > text.LongestLineCells() || startCount <= 0)
         return;
     const char16_t *const firsts = lines.utf16();
     const char16_t *const lasts = firsts + m_wanted.size() - 1;

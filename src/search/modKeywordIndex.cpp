@@ -6,6 +6,9 @@
 #include "search/modInflection.h"
 
 #include <algorithm>
+#include <numeric>
+#include <ranges>
+#include <tuple>
 #include <utility>
 
 namespace {
@@ -33,9 +36,11 @@ void ForEachWord(QStringView line, const Visit &visit)
     }
 }
 
+constexpr size_t SlotCount = 0x10000;
+
 size_t SlotOf(char16_t first, char16_t second)
 {
-    return (first * 0x9E3Bu + second * 0x85EBu) & 0xFFFF;
+    return (first * 0x9E3Bu + second * 0x85EBu) % SlotCount;
 }
 
 /// Finds the words that are forms of one keyword.
@@ -65,7 +70,7 @@ bool IsEnglishWord(QStringView keyword)
     return std::all_of(keyword.begin(), keyword.end(), IsWordCharacter);
 }
 
-KeywordIndex::KeywordIndex(const QStringList &keywords) : m_keywords(keywords), m_plain(1), m_slots(0x10000)
+KeywordIndex::KeywordIndex(const QStringList &keywords) : m_keywords(keywords), m_slots(SlotCount + 1)
 {
     int keyword = 0;
     for (const QString &text : std::as_const(m_keywords)) {
@@ -77,9 +82,13 @@ KeywordIndex::KeywordIndex(const QStringList &keywords) : m_keywords(keywords), 
         const QString folded = m_fold.Folded(text);
         m_hasSingles |= folded.size() == 1;
         const char16_t second = folded.size() == 1 ? NoCharacter : folded[1].unicode();
-        int &slot = m_slots[SlotOf(folded[0].unicode(), second)];
-        m_plain.push_back({folded, keyword, std::exchange(slot, int(m_plain.size()))});
+        m_plain.push_back({folded, keyword, SlotOf(folded[0].unicode(), second)});
+        ++m_slots[m_plain.back().slot + 1];
     }
+    std::partial_sum(m_slots.begin(), m_slots.end(), m_slots.begin());
+    std::ranges::sort(m_plain, [](const PlainKeyword &first, const PlainKeyword &second) {
+        return std::tie(first.slot, first.folded) < std::tie(second.slot, second.folded);
+    });
 }
 
 int KeywordIndex::KeywordOfWord(QStringView word) const
@@ -102,16 +111,27 @@ int KeywordIndex::KeywordOfWord(QStringView word) const
     return 0;
 }
 
+/// Counts the keywords of a slot with which a text begins. Compares character by character, as the keywords of a list
+/// may all begin alike.
 void KeywordIndex::CountPlainAt(size_t slot, QStringView rest, KeywordCounts *counts) const
 {
-    for (int at = m_slots[slot]; at > 0; at = m_plain[size_t(at)].next) {
-        const PlainKeyword &plain = m_plain[size_t(at)];
-        const size_t i = size_t(plain.keyword);
-        // Skips overlapping hits, hits already counted through a colliding slot, and other keywords in this slot.
-        if (rest.begin() < counts->end[i] || !BeginsWithFolded(m_fold, rest, plain.folded))
-            continue;
-        counts->end[i] = rest.begin() + plain.folded.size();
-        ++counts->count[i];
+    const auto slotBegin = m_plain.begin() + m_slots[slot];
+    std::ranges::subrange alike(slotBegin, m_plain.begin() + m_slots[slot + 1]); // with the first `length` characters
+    for (qsizetype length = 0; !alike.empty(); ++length) {
+        for (; !alike.empty() && alike.front().folded.size() == length; alike.advance(1)) {
+            const size_t i = size_t(alike.front().keyword);
+            // Skips overlapping hits and hits already counted through a colliding slot.
+            if (rest.begin() < counts->end[i])
+                continue;
+            counts->end[i] = rest.begin() + length;
+            ++counts->count[i];
+        }
+        if (length == rest.size())
+            break;
+        const char16_t next = m_fold(rest[length]);
+        const auto character = [length](const PlainKeyword &plain) { return plain.folded[length].unicode(); };
+        if (!alike.empty() && (character(alike.front()) != next || character(alike.back()) != next))
+            alike = std::ranges::equal_range(alike, next, {}, character);
     }
 }
 
@@ -120,7 +140,7 @@ void KeywordIndex::CountPlain(QStringView line, KeywordCounts *counts) const
     char16_t first = line.isEmpty() ? NoCharacter : m_fold(line[0]);
     for (qsizetype at = 0; at < line.size(); ++at) {
         const char16_t second = at + 1 < line.size() ? m_fold(line[at + 1]) : NoCharacter;
-        if (const size_t slot = SlotOf(first, second); m_slots[slot] > 0)
+        if (const size_t slot = SlotOf(first, second); HasKeyword(slot))
             CountPlainAt(slot, line.sliced(at), counts);
         if (m_hasSingles)
             CountPlainAt(SlotOf(first, NoCharacter), line.sliced(at), counts);
@@ -132,7 +152,7 @@ void KeywordIndex::Count(const DisplayText &text, int first, int last, KeywordCo
 {
     for (int line = first; line <= last; ++line) {
         const QStringView view = text.Line(line);
-        if (m_plain.size() > 1)
+        if (!m_plain.empty())
             CountPlain(view, counts);
         if (!m_english.isEmpty())
             ForEachWord(view, [&](qsizetype, QStringView word) {

@@ -47,8 +47,13 @@ class KeywordIndex
     {
         QString folded;
         int keyword;
-        int next; // index in m_plain of the next one with the same slot; 0 if there is none
+        size_t slot; // by its first two characters
     };
+
+    bool HasKeyword(size_t slot) const
+    {
+        return m_slots[slot] < m_slots[slot + 1];
+    }
 
     void CountPlain(QStringView line, KeywordCounts *counts) const;
     void CountPlainAt(size_t slot, QStringView rest, KeywordCounts *counts) const;
@@ -56,8 +61,8 @@ class KeywordIndex
     QStringList m_keywords;
     QHash<QStringView, int> m_english; // by views of m_keywords
     CaseFolding m_fold;
-    std::vector<PlainKeyword> m_plain; // from [1]
-    std::vector<int> m_slots;          // by first two characters: index in m_plain of the last such keyword
+    std::vector<PlainKeyword> m_plain; // by slot, then by text
+    std::vector<int> m_slots;          // where each slot begins in m_plain, and the end of the last one
     bool m_hasSingles = false;
 };
 

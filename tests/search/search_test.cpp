@@ -131,6 +131,26 @@ TEST_F(SearchTest, InflectedFormsAndPlainText_AreCounted)
     EXPECT_TRUE(SpansOf(*search.HitsOf(u"stop"_s, 1)).empty());
 }
 
+TEST_F(SearchTest, KeywordsThatBeginAlike_AreCountedApartAndInLinearTime)
+{
+    QByteArray list = "1\n11\n112\n1134\n2\n22\n";
+    for (int number = 0; number < 100'000; ++number)
+        list += "22-" + QByteArray::number(number) + "\n";
+    const DisplayText digits(LinesOf(QStringList(2'000, u"[1123] 22-77777 222222222222222222222222222222222222"_s)));
+    KeywordSearch search(ReadKeywordList(WriteList(list)));
+    search.SetText(&digits);
+    search.CountOn(QDeadlineTimer(QDeadlineTimer::Forever)); // comparing with each keyword would take minutes
+    const Rows<const char16_t *, int> rows = {
+        {u"1", 2},   {u"11", 1},   {u"112", 1},   {u"1134", 0},     {u"2", 39},
+        {u"22", 19}, {u"22-7", 1}, {u"22-77", 1}, {u"22-77777", 1}, {u"22-777778", 0},
+    };
+    for (const auto &[keyword, perLine] : rows)
+        EXPECT_EQ(search.CountOf(QString::fromUtf16(keyword)), 2'000 * perLine)
+            << QString::fromUtf16(keyword).toStdString();
+    const QString longest(2'000'000, u'2');
+    EXPECT_TRUE(SpansOf(*search.HitsOfText(longest, 1)).empty()) << "nor with a whole text at each place";
+}
+
 TEST_F(SearchTest, PlainText_MatchesAsQtCompares)
 {
     const QString wide = QString(63, u'-') + u"ab"_s; // crosses the boundary of a block
