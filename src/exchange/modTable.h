@@ -5,7 +5,7 @@
 // columns are numbered from 1.
 #pragma once
 
-#include <QList>
+#include <QSet>
 #include <QString>
 #include <QStringView>
 
@@ -66,11 +66,11 @@ class Table
 /// How to read the rows of a text.
 struct TableFormat
 {
-    QString separator;    ///< between two cells; empty while unknown
-    bool isHtml = false;  ///< cells are HTML, to be converted to plain text
-    QList<int> leftOut{}; ///< columns to skip, by their numbers in the text
-    qsizetype start = 0;  ///< position where the first row starts
-    int firstNumber = 1;  ///< spreadsheet number of the first row, see Table::NumberOf
+    QString separator;   ///< between two cells; empty while unknown
+    bool isHtml = false; ///< cells are HTML, to be converted to plain text
+    QSet<int> leftOut{}; ///< columns to skip, by their numbers in the text
+    qsizetype start = 0; ///< position where the first row starts
+    int firstNumber = 1; ///< spreadsheet number of the first row, see Table::NumberOf
 };
 
 /// Reads rows as in RFC 4180, tolerating common deviations:

@@ -198,6 +198,20 @@ TEST(DetectTableFormat, HeaderLines_SetFormatAndAreNotRows)
         EXPECT_EQ(Joined(TableOf(text)), expected) << name;
 }
 
+TEST(DetectTableFormat, ManyColumnsToSkip_TakeLinearTime)
+{
+    QString text;
+    for (int column = 3; column < 100'000; ++column)
+        text += u"#tags column:"_s + QString::number(column) + u'\n';
+    const qsizetype rows = 100'000;
+    text += u"a\tb\n"_s.repeated(rows); // with a search through the columns for each cell, this took minutes
+    Table table;
+    int errorLine = 0;
+    EXPECT_TRUE(ReadTable(text, DetectTableFormat(text), &table, &errorLine));
+    EXPECT_EQ(table.RowCount(), rows);
+    EXPECT_EQ(table.ColumnCount(), 2);
+}
+
 TEST(TextOfHtml, TagsAndEntities_AreConvertedAndOtherTextIsKept)
 {
     const Rows<QString, QString> rows = {
