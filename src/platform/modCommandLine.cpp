@@ -35,7 +35,7 @@ qsizetype TakeProgram(const QString &line, const std::function<bool(const QStrin
         return quote < 0 ? end : end + 1;
     }
     const qsizetype firstCut = NextBlank(line, start);
-    for (qsizetype cut = firstCut;; cut = NextBlank(line, cut + 1)) {
+    for (qsizetype cut = firstCut; cut - start <= LongestProgramPath; cut = NextBlank(line, cut + 1)) {
         *program = line.mid(start, cut - start);
         if (isProgram(*program))
             return cut;

@@ -9,6 +9,9 @@
 
 #include <functional>
 
+/// No system starts a program with a longer path, in characters.
+constexpr qsizetype LongestProgramPath = 4096;
+
 struct CommandLine
 {
     QString program; ///< empty if the line names none

@@ -4,6 +4,7 @@
 #include "settings/modEditor.h"
 
 #include "base/modFile.h"
+#include "platform/modCommandLine.h"
 #include "platform/modProcess.h"
 
 #include <QDir>
@@ -30,10 +31,18 @@ QString Quoted(const QString &file)
 bool IsScriptHost(const QString &path)
 {
     static const QRegularExpression host(
-        uR"((^|[/\\:])(sh|bash|dash|zsh|pythonw?|w?perl|cmd|powershell|pwsh|wscript|cscript|mshta|rundll32))"
-        uR"(([-_]?\d[\d._]*[a-z]?(-\w[\w-]*)?)?(-(preview|lts|static|dbg))?(\.exe)?[ .]*(:[^/\\]*)?$)"_s,
+        uR"(^(sh|bash|dash|zsh|pythonw?|w?perl|cmd|powershell|pwsh|wscript|cscript|mshta|rundll32))"
+        uR"(([-_]?\d[\d._]*[a-z]?(-\w[\w-]*)?)?(-(preview|lts|static|dbg))?(\.exe)?$)"_s,
         QRegularExpression::CaseInsensitiveOption);
-    return host.match(path).hasMatch();
+    constexpr qsizetype longestName = 255; // that a file system allows, in characters
+    const qsizetype slash = qMax(path.lastIndexOf(u'/'), path.lastIndexOf(u'\\'));
+    for (QStringView name : QStringView(path).sliced(slash + 1).tokenize(u':')) {
+        while (name.endsWith(u' ') || name.endsWith(u'.'))
+            name.chop(1);
+        if (name.size() <= longestName && host.match(name.toString()).hasMatch())
+            return true;
+    }
+    return false;
 }
 
 /// The folder for data that a file lies in, at any depth; empty if it lies in none. Folders are compared by identity,
@@ -53,6 +62,12 @@ QString DataFolderOf(const QString &path, const QString &applicationFolder)
         below = folder;
     }
     return QString();
+}
+
+QString RefusalMessage(const QString &program, const QString &reason)
+{
+    return u"次のプログラムはテキストエディタとして使えません。\r\n  "_s + QDir::toNativeSeparators(program) +
+           u"\r\n\r\n"_s + reason + u"\r\n設定画面で別のテキストエディタを指定してください。"_s;
 }
 
 void StartOrReport(SystemServices &services, const QString &commandLine, const QString &applicationFolder)
@@ -88,21 +103,21 @@ QString EditorCommandLine(const QString &editor, const QString &file, int line)
 QString EditorRefusal(const QString &commandLine, const QString &applicationFolder)
 {
     const QString program = ProgramOf(commandLine);
+    if (program.size() > LongestProgramPath)
+        return RefusalMessage(program.left(LongestProgramPath), u"パスが長すぎます。"_s);
     const QString written = QDir::cleanPath(program);
     const QString file = QFileInfo(program).canonicalFilePath();
     QString folder = DataFolderOf(written, applicationFolder);
     if (folder.isEmpty())
         folder = DataFolderOf(file, applicationFolder);
-    QString reason;
     if (!folder.isEmpty())
-        reason = folder + u"フォルダは学習ファイルや記録などを置く場所なので，そこにあるプログラムは起動しません。"_s;
-    else if (IsScriptHost(program) || IsScriptHost(file))
-        reason = u"開いたファイルの中身を命令として実行するおそれがあるため，"
-                 u"シェルやスクリプトを実行するプログラムは起動しません。"_s;
-    else
-        return QString();
-    return u"次のプログラムはテキストエディタとして使えません。\r\n  "_s + QDir::toNativeSeparators(program) +
-           u"\r\n\r\n"_s + reason + u"\r\n設定画面で別のテキストエディタを指定してください。"_s;
+        return RefusalMessage(
+            program,
+            folder + u"フォルダは学習ファイルや記録などを置く場所なので，そこにあるプログラムは起動しません。"_s);
+    if (IsScriptHost(program) || IsScriptHost(file))
+        return RefusalMessage(program, u"開いたファイルの中身を命令として実行するおそれがあるため，"
+                                       u"シェルやスクリプトを実行するプログラムは起動しません。"_s);
+    return QString();
 }
 
 void OpenInEditor(SystemServices &services, const Editor &editor, const QString &file, int line)

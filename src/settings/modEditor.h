@@ -23,8 +23,9 @@ struct Editor
 /// unknown origin would otherwise have a study file executed, or run as a script. Refused are
 /// - programs in the folders of the application folder that hold data: txt, db, db_backup, rec, wav, htm, log;
 /// - shells and script hosts: sh, bash, dash, zsh, python, perl, cmd, powershell, pwsh, wscript, cscript, mshta and
-///   rundll32, with or without a version and ".exe".
-/// Both by the path and name as written and by those behind a link.
+///   rundll32, with or without a version and ".exe";
+/// - paths longer than LongestProgramPath, which cannot be judged.
+/// The first two by the path and name as written and by those behind a link.
 QString EditorRefusal(const QString &commandLine, const QString &applicationFolder);
 
 /// Opens a file in the editor without waiting for it; shows a message if the editor is refused or cannot be started.

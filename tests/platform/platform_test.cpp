@@ -88,6 +88,11 @@ TEST(CommandLine, ParseLine_SplitsAsWindowsDoes)
         EXPECT_EQ(command.program, program) << name;
         EXPECT_EQ(command.arguments, arguments) << name;
     }
+    int asked = 0;
+    const auto isNone = [&asked](const QString &) { return ++asked == 0; };
+    const CommandLine command = ParseCommandLine(u"a "_s.repeated(1'000'000), isNone); // minutes, if all were asked for
+    EXPECT_EQ(asked, 2048) << "no path is longer";
+    EXPECT_EQ(command.arguments.size(), 999'999);
 }
 
 TEST(Profile, ReadValue_MatchesWindows)
