@@ -250,10 +250,8 @@ QWidget *frmTable::TableView(const QList<bool> &isHidden)
     }
     for (int row = 1; row <= qMin(m_table.RowCount(), PreviewRows); ++row) {
         for (int column = 1; column <= m_table.CellCount(row); ++column) {
-            QLabel *const cell =
-                NamedLabel(u"lblCell%1_%2"_s.arg(row).arg(column), ShownCell(m_table.Cell(row, column)), view);
-            cell->setTextFormat(Qt::PlainText);
-            grid->addWidget(cell, row, column);
+            const QString cell = u"lblCell%1_%2"_s.arg(row).arg(column);
+            grid->addWidget(NamedLabel(cell, ShownCell(m_table.Cell(row, column)), view), row, column);
         }
     }
     grid->setColumnStretch(m_table.ColumnCount() + 1, 1);

@@ -6,6 +6,7 @@
 #include "base/modFile.h"
 #include "text/modReadText.h"
 #include "widgets/Contrast.h"
+#include "widgets/NamedControls.h"
 
 #include <QApplication>
 #include <QPainter>
@@ -104,7 +105,7 @@ QVariant StudyFileModel::data(const QModelIndex &index, int role) const
     case Qt::DisplayRole:
         return name;
     case Qt::ToolTipRole:
-        return Description(name).isEmpty() ? name : QString(name + u'\n' + Description(name));
+        return PlainToolTip(Description(name).isEmpty() ? name : QString(name + u'\n' + Description(name)));
     case Qt::AccessibleTextRole:
         return Description(name).isEmpty() ? name : QString(name + u'、' + Description(name));
     case RemarksRole:

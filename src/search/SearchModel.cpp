@@ -3,6 +3,8 @@
 
 #include "search/SearchModel.h"
 
+#include "widgets/NamedControls.h"
+
 using namespace Qt::Literals::StringLiterals;
 
 SearchModel::SearchModel(KeywordSearch &search, QObject *parent)
@@ -60,7 +62,8 @@ QVariant SearchModel::data(const QModelIndex &index, int role) const
         return QVariant();
     const bool isTyped = IsTypedText(index.row());
     const QString wanted = SearchText(index.row());
-    return QString((isTyped ? QString(u'「' + wanted + u'」') : wanted) + u"　"_s +
-                   (isTyped ? CountText(m_typedHits->Count(), m_typedHits->IsComplete())
-                            : CountText(m_search.CountOf(wanted), m_search.IsCounted())));
+    const QString text = (isTyped ? QString(u'「' + wanted + u'」') : wanted) + u"　"_s +
+                         (isTyped ? CountText(m_typedHits->Count(), m_typedHits->IsComplete())
+                                  : CountText(m_search.CountOf(wanted), m_search.IsCounted()));
+    return role == Qt::ToolTipRole ? PlainToolTip(text) : text;
 }

@@ -50,7 +50,6 @@ frmSearch::frmSearch(KeywordSearch &search, std::function<int()> topLine, QWidge
 
 void frmSearch::AddControls()
 {
-    lblHint->setTextFormat(Qt::PlainText);
     lblHint->setWordWrap(true);
     lblHint->setVisible(!m_search.List().fault.isEmpty());
     // Reserves its space, so that the list does not move under the pointer.

@@ -3,8 +3,9 @@
 
 #include "widgets/ElidedLabel.h"
 
+#include "widgets/NamedControls.h"
+
 #include <QPainter>
-#include <QTextDocument>
 
 ElidedLabel::ElidedLabel(const QString &name, int maxChars, QWidget *parent) : QLabel(parent), m_maxChars(maxChars)
 {
@@ -15,7 +16,7 @@ ElidedLabel::ElidedLabel(const QString &name, int maxChars, QWidget *parent) : Q
 void ElidedLabel::SetText(const QString &text)
 {
     setText(text);
-    setToolTip(text.isEmpty() ? text : Qt::convertFromPlainText(text)); // or "<b>" in a name would be markup
+    setToolTip(PlainToolTip(text));
 }
 
 QSize ElidedLabel::sizeHint() const

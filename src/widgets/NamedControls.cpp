@@ -6,11 +6,13 @@
 #include <QDialogButtonBox>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QTextDocument>
 
 QLabel *NamedLabel(const QString &name, const QString &text, QWidget *parent)
 {
     auto *const label = new QLabel(text, parent);
     label->setObjectName(name);
+    label->setTextFormat(Qt::PlainText);
     return label;
 }
 
@@ -19,6 +21,11 @@ QLabel *LabelOf(QWidget *control, const QString &name, const QString &caption)
     QLabel *const label = NamedLabel(name, caption, control->parentWidget());
     label->setBuddy(control);
     return label;
+}
+
+QString PlainToolTip(const QString &text)
+{
+    return text.isEmpty() ? text : Qt::convertFromPlainText(text);
 }
 
 QPushButton *NamedButton(const QString &name, const QString &caption, const QString &toolTip, QWidget *parent)

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 // Building blocks of the windows: labels and buttons with the object names by which tests and assistive tools find
-// them, the buttons that answer a dialog, and the tab order.
+// them, tooltips, the buttons that answer a dialog, and the tab order.
 #pragma once
 
 #include <QPushButton>
@@ -12,10 +12,15 @@
 class QHBoxLayout;
 class QLabel;
 
+/// Shows its text as it is: markup in a text from a file could open any file.
 QLabel *NamedLabel(const QString &name, const QString &text, QWidget *parent);
 
 /// A label whose mnemonic leads to a control.
 QLabel *LabelOf(QWidget *control, const QString &name, const QString &caption);
+
+/// A tooltip that shows a text as it is. A plain one is taken for markup if it looks like that, and then opens whatever
+/// pictures it names, even a file whose reading never ends.
+QString PlainToolTip(const QString &text);
 
 /// A button that leaves Enter to the default button of its window.
 QPushButton *NamedButton(const QString &name, const QString &caption, const QString &toolTip, QWidget *parent);

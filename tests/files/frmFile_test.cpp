@@ -18,6 +18,7 @@
 #include <QPushButton>
 #include <QScreen>
 #include <QTest>
+#include <QTextDocument>
 
 #include <gtest/gtest.h>
 
@@ -120,7 +121,7 @@ TEST_F(FileWindowTest, WindowClosed_CancelsPendingChecks)
         EXPECT_TRUE(checking->isActive()) << "the check of a painted file is pending";
         dialog->close();
         EXPECT_FALSE(checking->isActive());
-        EXPECT_EQ(list->model()->index(1, 0).data(Qt::ToolTipRole).toString(), u"bad.txt"_s);
+        EXPECT_EQ(list->model()->index(1, 0).data(Qt::ToolTipRole).toString(), Qt::convertFromPlainText(u"bad.txt"_s));
     });
     window.Choose(QString());
 }
@@ -199,8 +200,25 @@ TEST_F(FileWindowTest, LongName_RemarkStaysVisible)
         list->grab();
         EXPECT_TRUE(WaitFor([row] { return !row.data(Qt::UserRole).toString().isEmpty(); }));
         EXPECT_LE(list->visualRect(row).right(), list->viewport()->width());
-        EXPECT_EQ(row.data(Qt::ToolTipRole).toString(), name + u"\n空欄なし"_s);
+        EXPECT_EQ(row.data(Qt::ToolTipRole).toString(), Qt::convertFromPlainText(name + u"\n空欄なし"_s));
         EXPECT_EQ(row.data(Qt::AccessibleTextRole).toString(), name + u"、空欄なし"_s);
+        dialog->close();
+    });
+    window.Choose(QString());
+}
+
+TEST_F(FileWindowTest, MarkupInName_IsShownAsItIs)
+{
+    const QString name = u"<img src='fifo'>.txt"_s;
+    if (!QFile(folder.Path(u"txt"_s) + u'/' + name).open(QIODevice::WriteOnly))
+        GTEST_SKIP() << "no such names here";
+    script.When(u"frmFile"_s, [](QWidget *dialog) {
+        const auto *const list = dialog->findChild<QListView *>(u"lstFile"_s);
+        const QString toolTip = list->model()->index(0, 0).data(Qt::ToolTipRole).toString();
+        EXPECT_TRUE(Qt::mightBeRichText(toolTip) && toolTip.contains(u"&lt;img")) << toolTip.toStdString();
+        EXPECT_FALSE(toolTip.contains(u"<img")) << toolTip.toStdString();
+        for (const QLabel *const label : dialog->findChildren<QLabel *>())
+            EXPECT_EQ(label->textFormat(), Qt::PlainText) << label->objectName().toStdString();
         dialog->close();
     });
     window.Choose(QString());
@@ -223,7 +241,7 @@ TEST_F(FileWindowTest, LongName_UsesSpaceOfEmptyFigures)
         };
         list->grab();
         const auto isKnown = [list] {
-            return list->model()->index(2, 0).data(Qt::ToolTipRole).toString().endsWith(u'問');
+            return list->model()->index(2, 0).data(Qt::ToolTipRole).toString().contains(u'問');
         };
         EXPECT_TRUE(WaitFor(isKnown));
         EXPECT_FALSE(hasFigureAtTheEnd(0)) << "its figures stay aligned with those of other files";

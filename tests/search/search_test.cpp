@@ -14,6 +14,7 @@
 #include <QListView>
 #include <QSignalSpy>
 #include <QTest>
+#include <QTextDocument>
 
 #include <gtest/gtest.h>
 
@@ -322,6 +323,18 @@ TEST_F(SearchWindowTest, TextTyped_NarrowsListAndStepsThroughHits)
     window->GoOn(false);
     EXPECT_EQ(chosen.last(), TextSpan()) << "no hits";
     EXPECT_EQ(told.last(), (QVariantList{u"stoxyz"_s, false, u"見つかりません"_s, QString()}));
+}
+
+TEST_F(SearchWindowTest, MarkupInKeyword_IsShownAsItIs)
+{
+    Open("<img src='fifo'>");
+    typed->setText(u"<img"_s);
+    for (int row = 0; row < 2; ++row) {
+        const QString toolTip = list->model()->index(row, 0).data(Qt::ToolTipRole).toString();
+        EXPECT_TRUE(Qt::mightBeRichText(toolTip) && toolTip.contains(u"&lt;img")) << toolTip.toStdString();
+        EXPECT_FALSE(toolTip.contains(u"<img")) << toolTip.toStdString();
+        EXPECT_TRUE(Entry(row).contains(u"<img")) << "the entry itself has no markup";
+    }
 }
 
 TEST_F(SearchWindowTest, NewSearch_StartsAtPageInView)
