@@ -26,13 +26,15 @@ QString Quoted(const QString &file)
     return u'"' + QString(file).replace(quote, u"\\1\\1\\\""_s) + u'"';
 }
 
-/// Whether a program is a shell or a script host, by its name. Windows ignores blanks and dots at the end of a name,
-/// and starts the same program if the name of a stream follows after a colon.
+/// Whether a program runs files as scripts or starts other programs, by its name. Windows ignores blanks and dots at
+/// the end of a name, and starts the same program if the name of a stream follows after a colon.
 bool IsScriptHost(const QString &path)
 {
     static const QRegularExpression host(
-        uR"(^(sh|bash|dash|zsh|pythonw?|w?perl|cmd|powershell|pwsh|wscript|cscript|mshta|rundll32))"
-        uR"(([-_]?\d[\d._]*[a-z]?(-\w[\w-]*)?)?(-(preview|lts|static|dbg))?(\.exe)?$)"_s,
+        uR"(^(sh|ash|bash|dash|ksh|mksh|zsh|csh|tcsh|fish|busybox|cmd|powershell|pwsh)"
+        uR"(|pythonw?|w?perl|tclsh|wish|node|ruby|php|lua|osascript|wscript|cscript|mshta|rundll32)"
+        uR"(|env|nohup|setsid|nice|timeout|xargs|stdbuf)"
+        uR"()([-_]?\d[\d._]*[a-z]?(-\w[\w-]*)?)?(-(preview|lts|static|dbg))?(\.exe)?$)"_s,
         QRegularExpression::CaseInsensitiveOption);
     constexpr qsizetype longestName = 255; // that a file system allows, in characters
     const qsizetype slash = qMax(path.lastIndexOf(u'/'), path.lastIndexOf(u'\\'));

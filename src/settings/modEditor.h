@@ -22,10 +22,12 @@ struct Editor
 /// Why a command line must not be started, as the complete message for the user; empty if it may be. A settings file of
 /// unknown origin would otherwise have a study file executed, or run as a script. Refused are
 /// - programs in the folders of the application folder that hold data: txt, db, db_backup, rec, wav, htm, log;
-/// - shells and script hosts: sh, bash, dash, zsh, python, perl, cmd, powershell, pwsh, wscript, cscript, mshta and
-///   rundll32, with or without a version and ".exe";
+/// - shells: sh, ash, bash, dash, ksh, mksh, zsh, csh, tcsh, fish, busybox, cmd, powershell, pwsh;
+/// - script hosts: python, perl, tclsh, wish, node, ruby, php, lua, osascript, wscript, cscript, mshta, rundll32;
+/// - programs that start another: env, nohup, setsid, nice, timeout, xargs, stdbuf.
 /// - paths longer than LongestProgramPath, which cannot be judged.
-/// The first two by the path and name as written and by those behind a link.
+/// The names with or without a version and ".exe". Any other program may be started, whatever it does with the file.
+/// All but the last by the path and name as written and by those behind a link.
 QString EditorRefusal(const QString &commandLine, const QString &applicationFolder);
 
 /// Opens a file in the editor without waiting for it; shows a message if the editor is refused or cannot be started.

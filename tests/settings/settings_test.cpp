@@ -144,14 +144,47 @@ TEST(Editor, ProgramFromDataFolderOrScriptHost_IsRefused)
     const auto create = [](const TestFolder &in, const QString &name) {
         return QDir::toNativeSeparators(in.Write(name, "#!/bin/sh\n"));
     };
-    for (const QString &name :
-         {u"sh"_s, u"DASH"_s, u"bash-static"_s, u"zsh-5.9"_s, u"python"_s, u"python3.11"_s, u"python3.13t"_s,
-          u"pythonw3.exe"_s, u"perl5.36-x86_64-linux-gnu"_s, u"cmd.exe"_s, u"PowerShell.EXE"_s, u"pwsh-preview"_s,
-          u"wscript.exe"_s, u"cscript"_s, u"mshta.exe"_s, u"rundll32.exe"_s})
+    for (const QString &name : {u"sh"_s,
+                                u"DASH"_s,
+                                u"bash-static"_s,
+                                u"zsh-5.9"_s,
+                                u"python"_s,
+                                u"python3.11"_s,
+                                u"python3.13t"_s,
+                                u"pythonw3.exe"_s,
+                                u"perl5.36-x86_64-linux-gnu"_s,
+                                u"cmd.exe"_s,
+                                u"PowerShell.EXE"_s,
+                                u"pwsh-preview"_s,
+                                u"wscript.exe"_s,
+                                u"cscript"_s,
+                                u"mshta.exe"_s,
+                                u"rundll32.exe"_s,
+                                u"ash"_s,
+                                u"ksh93"_s,
+                                u"mksh-static"_s,
+                                u"csh"_s,
+                                u"tcsh"_s,
+                                u"fish"_s,
+                                u"busybox"_s,
+                                u"tclsh8.6"_s,
+                                u"wish"_s,
+                                u"node.exe"_s,
+                                u"ruby3.1"_s,
+                                u"php8.2"_s,
+                                u"lua5.4"_s,
+                                u"osascript"_s,
+                                u"env"_s,
+                                u"nohup"_s,
+                                u"setsid"_s,
+                                u"nice"_s,
+                                u"timeout.exe"_s,
+                                u"xargs"_s,
+                                u"stdbuf"_s})
         EXPECT_TRUE(EditorRefusal(create(outer, name) + u" \"x.txt\""_s, folder.Path()).contains(u"シェル"))
             << name.toStdString();
-    for (const QString &name :
-         {u"ed"_s, u"shed"_s, u"shell.exe"_s, u"cmdedit.exe"_s, u"pysh"_s, u"bash.d/ed"_s, u"zsh edit/ed.exe"_s})
+    for (const QString &name : {u"ed"_s, u"nodepad.exe"_s, u"envedit"_s, u"shed"_s, u"shell.exe"_s, u"cmdedit.exe"_s,
+                                u"pysh"_s, u"bash.d/ed"_s, u"zsh edit/ed.exe"_s})
         EXPECT_EQ(EditorRefusal(create(outer, name) + u" \"x.txt\""_s, folder.Path()), QString()) << name.toStdString();
 
     for (const QString &name : {u"sh. . "_s, u"C:sh"_s, u"sh.exe :stream"_s, u"python3.:a:b"_s}) // as Windows has them
