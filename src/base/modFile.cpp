@@ -3,20 +3,42 @@
 
 #include "base/modFile.h"
 
-#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+
+#include <algorithm>
+#include <filesystem>
+#include <system_error>
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-/// Whether an existing folder is another one or below it. @param folder  canonical; empty if it does not exist
-bool IsWithin(const QString &folder, const QString &other)
+/// Where a link leads, as it is written in the link if the library can tell.
+std::filesystem::path TargetOf(const QFileInfo &link)
 {
-    const QString outer = QFileInfo(other).canonicalFilePath();
-    return !folder.isEmpty() && !outer.isEmpty() && (folder == outer || folder.startsWith(outer + u'/'));
+    std::error_code fault;
+    const std::filesystem::path target = std::filesystem::read_symlink(link.filesystemFilePath(), fault);
+    return fault ? QFileInfo(link.symLinkTarget()).filesystemFilePath() : target;
+}
+
+/// Whether a path is a link that leads to anything but a file in its own folder. What ".." behind another link means
+/// differs: the system goes up from where that link leads, Qt shortens the path as written. So ".." is out, too.
+bool LeadsElsewhere(const QString &path)
+{
+    std::error_code fault;
+    QFileInfo file(path);
+    constexpr int mostLinks = 40; // the end of a longer chain is not reached
+    for (int links = 0; links < mostLinks && file.isSymLink(); ++links) {
+        const std::filesystem::path link = std::filesystem::absolute(file.filesystemFilePath(), fault);
+        const std::filesystem::path target = link.parent_path() / TargetOf(file);
+        if (std::ranges::find(target, "..") != target.end() ||
+            !std::filesystem::equivalent(target.parent_path(), link.parent_path(), fault))
+            return true;
+        file.setFile(target);
+    }
+    return file.isSymLink();
 }
 
 bool IsRegularOrMissing(const QString &path)
@@ -33,6 +55,14 @@ FileFault NotRegular(const QString &path)
 QString Megabytes(qint64 bytes)
 {
     return QString::number(bytes / BytesPerMegabyte) + u"MB"_s;
+}
+
+/// Whether a character ends a line or turns the direction of the text after it.
+bool DisturbsLine(QChar character)
+{
+    constexpr QStringView others =
+        u"\u061C\u200E\u200F\u2028\u2029\u202A\u202B\u202C\u202D\u202E\u2066\u2067\u2068\u2069";
+    return character.category() == QChar::Other_Control || others.contains(character);
 }
 
 } // namespace
@@ -63,17 +93,9 @@ FileFault WriteRefusal(const QString &path)
 {
     if (!IsRegularOrMissing(path))
         return NotRegular(path);
-    QFileInfo file(path);
-    if (!file.isSymLink())
-        return {};
-    constexpr int mostLinks = 40; // the end of a longer chain is not reached, and so refused
-    for (int links = 0; file.isSymLink() && links < mostLinks; ++links)
-        file.setFile(file.symLinkTarget());
-    const QString folder = QFileInfo(file.path()).canonicalFilePath();
-    if (!file.isSymLink() &&
-        (IsWithin(folder, QFileInfo(path).path()) || IsWithin(folder, QCoreApplication::applicationDirPath())))
-        return {};
-    return {path, u"瞬記帳のフォルダの外を指すリンクなので，書き込みません。"_s};
+    if (LeadsElsewhere(path))
+        return {path, u"ほかのフォルダを指すリンクなので，書き込みません。"_s};
+    return {};
 }
 
 FileFault ReadWholeFile(const QString &path, QByteArray *bytes, qint64 maxBytes)
@@ -125,7 +147,7 @@ QString NameInLine(const QString &name)
 {
     QString inLine = name;
     for (QChar &character : inLine)
-        if (character.category() == QChar::Other_Control)
+        if (DisturbsLine(character))
             character = u' ';
     return inLine;
 }

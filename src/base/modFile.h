@@ -36,9 +36,9 @@ QString JoinPath(const QString &folder, const QString &name);
 FileFault OpenToRead(QFile *file);
 
 /// Why a path must not be created or changed as a file. It may be if it is a regular file or does not exist, and, if it
-/// is a link, leads to a file in the folder of the link, in the application folder (that of the executable), or below.
-/// In a folder that comes from somewhere else, any other link would make the program write to a file elsewhere, even a
-/// new one. A linked folder is allowed, because users keep study files and records where they like.
+/// is a link, leads to a file in the folder of the link, without ".." in its target. In a folder that comes from
+/// somewhere else, any other link would make the program write to a file elsewhere, even a new one, or replace the
+/// database by a printed sheet. A linked folder is allowed, because users keep study files and records where they like.
 FileFault WriteRefusal(const QString &path);
 
 constexpr qint64 BytesPerMegabyte = 1024 * 1024;
@@ -60,6 +60,6 @@ FileFault SizeRefusal(const QString &path, const QByteArray &bytes, qint64 maxBy
 /// separators included, becomes "_".
 QString FileNamePart(const QString &text);
 
-/// A name as part of a line: each control character, which a file name may contain on systems other than Windows,
-/// becomes one blank.
+/// A name as part of a line: each character in it that would end the line or turn the direction of the text (control
+/// characters, line and paragraph separators, bidirectional controls) becomes one blank.
 QString NameInLine(const QString &name);

@@ -143,19 +143,22 @@ TEST(File, ReadOrReplaceNonRegularFile_FailsAndLeavesItUntouched)
     EXPECT_EQ(ReadWholeFile(large.fileName(), &bytes).reason, u"64MBを超えるので，読み込みません。"_s);
 }
 
-TEST(ReplaceFile, LinkAsLastPart_IsFollowedOnlyWithinItsOrTheApplicationFolder)
+TEST(ReplaceFile, LinkAsLastPart_IsFollowedOnlyWithinItsFolder)
 {
     const TestFolder folder;
     const QTemporaryDir application(QCoreApplication::applicationDirPath() + u"/linked-XXXXXX"_s);
     folder.MakeFolder(u"a/below"_s);
-    folder.MakeFolder(u"b"_s);
+    folder.MakeFolder(u"b/deep"_s);
     ASSERT_TRUE(QFile::link(folder.Path(u"a"_s), folder.Path(u"linked a"_s)));
     const Rows<const char *, QString, QString, bool> rows = {
         {"in its folder", u"a/link"_s, u"target"_s, true},
-        {"below its folder", u"a/link"_s, folder.Path(u"a/below/target"_s), true},
+        {"below its folder", u"a/link"_s, folder.Path(u"a/below/target"_s), false},
+        {"a link to a link in it", u"a/link"_s, u"third"_s, true},
         {"in a linked folder", u"linked a/link"_s, folder.Path(u"a/target"_s), true},
-        {"in the application folder", u"a/link"_s, application.filePath(u"target"_s), true},
+        {"in the application folder", u"a/link"_s, application.filePath(u"target"_s), false},
         {"in the folder above", u"a/link"_s, u"../target"_s, false},
+        {"up from a linked folder", u"a/link"_s, u"hop/../target"_s, false},
+        {"into its folder, from a linked one", u"a/link"_s, folder.Path(u"b/hop/../target"_s), false},
         {"in a folder beside it", u"a/link"_s, folder.Path(u"b/target"_s), false},
         {"in a folder whose name begins alike", u"a/link"_s, folder.Path(u"a2/target"_s), false},
         {"in a missing folder", u"a/link"_s, u"missing/target"_s, false},
@@ -164,6 +167,9 @@ TEST(ReplaceFile, LinkAsLastPart_IsFollowedOnlyWithinItsOrTheApplicationFolder)
     };
     folder.MakeFolder(u"a2"_s);
     ASSERT_TRUE(QFile::link(folder.Path(u"b/target"_s), folder.Path(u"a/second"_s)));
+    ASSERT_TRUE(QFile::link(u"target"_s, folder.Path(u"a/third"_s)));
+    ASSERT_TRUE(QFile::link(folder.Path(u"b/deep"_s), folder.Path(u"a/hop"_s)));
+    ASSERT_TRUE(QFile::link(folder.Path(u"a/below"_s), folder.Path(u"b/hop"_s)));
     ASSERT_TRUE(QFile::link(folder.Path(u"a/link"_s), folder.Path(u"a/circle"_s)));
     for (const auto &[name, link, target, isFollowed] : rows) {
         const QString path = folder.Path(link);
@@ -173,6 +179,7 @@ TEST(ReplaceFile, LinkAsLastPart_IsFollowedOnlyWithinItsOrTheApplicationFolder)
         EXPECT_EQ(fault.reason.contains(u"リンク"_s), !isFollowed) << name << fault.reason.toStdString();
         EXPECT_EQ(QFile::exists(path), isFollowed) << name << ": nothing is created";
         EXPECT_TRUE(QFileInfo(path).isSymLink()) << name;
+        EXPECT_EQ(QDir(folder.Path(u"b"_s)).entryList(QDir::Files), QStringList()) << name;
         QFile::remove(QFileInfo(path).symLinkTarget());
         QFile::remove(path);
     }

@@ -364,11 +364,11 @@ TEST(StudySession, ControlCharactersInName_BecomeBlanksInRow)
     StudySession session(services, database, folder.Path(), u"花子"_s);
     QString message;
     // Windows can have no such file; the row is inserted before the file is looked for.
-    session.Open(folder.Path(u"a\tb\n\x1B\x7F\x85　c.txt"_s), &message);
+    session.Open(folder.Path(u"a\tb\n\x1B\x7F\x85　c\u2028\u202Ed.txt"_s), &message);
     session.Complete(1);
     ResultTable table;
     database.SQLite3Query(u"select file_name, num_answer from t_kotoban"_s, &table);
-    EXPECT_EQ(table.back(), u"a b    　c\t0"_s);
+    EXPECT_EQ(table.back(), u"a b    　c  d\t0"_s);
 }
 
 TEST(StudySession, MinutePassed_AnswersSoFarAreOnDisk)
