@@ -28,6 +28,12 @@ QString NameOf(const QString &path)
     return QFileInfo(path).fileName();
 }
 
+/// The name as it appears in a message.
+QString ShownName(const QString &path)
+{
+    return NameInLine(NameOf(path));
+}
+
 QString Indented(const QStringList &lines)
 {
     QString text;
@@ -42,7 +48,7 @@ QString IndentedNames(const QStringList &paths)
 {
     QStringList names;
     for (const QString &path : paths)
-        names += NameOf(path);
+        names += ShownName(path);
     return Indented(names);
 }
 
@@ -74,10 +80,29 @@ class Sorting
 
     void Add(const QFileInfo &file)
     {
+        Enter(file.path());
         ListFor(file) += file.filePath();
     }
 
+    /// @param file  in a dropped folder: nobody has looked at where a link in it leads
+    void AddUnseen(const QFileInfo &file)
+    {
+        Enter(file.path());
+        const bool leadsElsewhere =
+            file.isSymLink() && QFileInfo(file.canonicalFilePath()).path() != m_enteredCanonical;
+        (leadsElsewhere ? m_files->linked : ListFor(file)) += file.filePath();
+    }
+
   private:
+    /// Finds out where a folder really is, once for all its files.
+    void Enter(const QString &path)
+    {
+        if (path == m_entered)
+            return;
+        m_entered = path;
+        m_enteredCanonical = QFileInfo(path).canonicalFilePath();
+    }
+
     QStringList &ListFor(const QFileInfo &file)
     {
         const bool isTable = IsTable(file.filePath());
@@ -87,7 +112,7 @@ class Sorting
             return m_files->tooLarge;
         if (isTable)
             return m_files->tables;
-        if (file.dir().canonicalPath() == m_canonical)
+        if (m_enteredCanonical == m_canonical)
             return m_files->present;
         const QString name = file.fileName().toLower(); // because some file systems ignore case
         if (m_seen.contains(name))
@@ -99,6 +124,8 @@ class Sorting
     QString m_folder;
     QString m_canonical;
     FilesToTake *m_files;
+    QString m_entered; // folder of the file added last
+    QString m_enteredCanonical;
     QSet<QString> m_seen; // names
 };
 
@@ -126,7 +153,7 @@ FilesToTake SortFilesToTake(const QStringList &paths, const QString &folder)
             if (entry.isDir())
                 files.nested += entry.filePath();
             else
-                sorting.Add(entry);
+                sorting.AddUnseen(entry);
         }
     }
     return files;
@@ -135,7 +162,7 @@ FilesToTake SortFilesToTake(const QStringList &paths, const QString &folder)
 bool FilesToTake::LeavesOut() const
 {
     return !foreign.isEmpty() || !tooLarge.isEmpty() || !present.isEmpty() || !twins.isEmpty() || !nested.isEmpty() ||
-           !declined.isEmpty();
+           !linked.isEmpty() || !declined.isEmpty();
 }
 
 FileTaking::FileTaking(const QStringList &paths, const QString &folder) : m_paths(paths), m_folder(folder) {}
@@ -160,12 +187,12 @@ void FileTaking::Take(const QString &path)
     const QString name = NameOf(path);
     QString kept;
     if (const FileFault fault = CopyAndKeep(path, JoinPath(m_folder, name), &kept)) {
-        m_failures += name + u"："_s + fault.reason;
+        m_failures += ShownName(path) + u"："_s + fault.reason;
         return;
     }
     m_copied += name;
     if (!kept.isEmpty())
-        m_kept += name + u" → "_s + NameOf(kept);
+        m_kept += ShownName(path) + u" → "_s + ShownName(kept);
 }
 
 QString ReplaceTakenQuestion(const QStringList &replaced)
@@ -180,7 +207,7 @@ QString TakenMessage(const FilesToTake &files, const FileTaking &taking)
     const qsizetype copied = taking.Copied().size();
     QString message = copied > 0 ? QString::number(copied) + u"個のファイルを学習ファイルのフォルダにコピーしました。"_s
                                  : u"コピーしたファイルはありません。"_s;
-    message += Indented(taking.Copied());
+    message += IndentedNames(taking.Copied());
     message += Paragraph(u"置き換える前のファイルは，次の名前で残しました。", Indented(taking.Kept()));
     message += Paragraph(u"同じ名前のファイルがあるため，コピーしませんでした。", IndentedNames(files.declined));
     message += Paragraph(u"中止したため，コピーしませんでした。", IndentedNames(taking.Left()));
@@ -192,5 +219,6 @@ QString TakenMessage(const FilesToTake &files, const FileTaking &taking)
     message += Paragraph(u"同じ名前のファイルが二つ以上あるため，初めの一つだけにします。", IndentedNames(files.twins));
     message += Paragraph(u"もう学習ファイルのフォルダにあるファイルです。", IndentedNames(files.present));
     message += Paragraph(u"フォルダの中のフォルダは，コピーしません。", IndentedNames(files.nested));
+    message += Paragraph(u"ほかのフォルダを指すリンクのため，コピーしません。", IndentedNames(files.linked));
     return message + Paragraph(u"次の表から，学習ファイルを作りますか？", IndentedNames(files.tables));
 }

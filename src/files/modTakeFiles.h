@@ -20,6 +20,7 @@ struct FilesToTake
     QStringList present;  ///< already in the folder
     QStringList twins;    ///< another file of that name comes before
     QStringList nested;   ///< folders in a dropped folder
+    QStringList linked;   ///< links in a dropped folder to files in others
     QStringList declined; ///< the user does not want to replace the folder's files; SortFilesToTake leaves it empty
 
     /// Whether any of them will be neither copied nor made into a study file.

@@ -13,7 +13,9 @@
 
 #include <QDeadlineTimer>
 
+#include <filesystem>
 #include <gtest/gtest.h>
+#include <system_error>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -243,6 +245,35 @@ TEST(TakeFiles, MixedDrop_EachFileHasItsOwnFate)
     EXPECT_TRUE(ReplaceTakenQuestion(QStringList(12, known)).contains(u"\r\n  known.png\r\n  ほかに2個\r\n"));
 }
 
+TEST(TakeFiles, LinkInDroppedFolder_IsCopiedOnlyFromThatFolder)
+{
+    const TestFolder elsewhere;
+    const TestFolder dropped;
+    const TestFolder folder;
+    const QString real = dropped.Write(u"a\u2028.txt"_s, "a");
+    const QString secret = elsewhere.Write(u"secret.txt"_s, "secret");
+    const auto link = [](const QString &target, const QString &path) {
+        std::error_code fault;
+        std::filesystem::create_symlink(QFileInfo(target).filesystemFilePath(), QFileInfo(path).filesystemFilePath(),
+                                        fault);
+        return !fault;
+    };
+    if (!link(real, dropped.Path(u"b.txt"_s)) || !link(secret, dropped.Path(u"c.txt"_s)) ||
+        !link(u"gone"_s, dropped.Path(u"d.txt"_s)))
+        GTEST_SKIP() << "no links here";
+    const FilesToTake files = SortFilesToTake({dropped.Path()}, folder.Path());
+    EXPECT_EQ(files.fresh, QStringList({real, dropped.Path(u"b.txt"_s)}));
+    EXPECT_EQ(files.linked, QStringList({dropped.Path(u"c.txt"_s), dropped.Path(u"d.txt"_s)}));
+    EXPECT_TRUE(files.LeavesOut());
+    EXPECT_EQ(SortFilesToTake({dropped.Path(u"c.txt"_s)}, folder.Path()).fresh.size(), 1) << "dropped by itself";
+    FileTaking taking(files.fresh, folder.Path());
+    while (taking.GoOn(QDeadlineTimer(0)))
+        continue;
+    EXPECT_EQ(TakenMessage(files, taking),
+              u"2個のファイルを学習ファイルのフォルダにコピーしました。\r\n  a .txt\r\n  b.txt\r\n\r\n"
+              u"ほかのフォルダを指すリンクのため，コピーしません。\r\n  c.txt\r\n  d.txt"_s);
+}
+
 TEST(TakeFiles, TooLargeOldFile_IsNotReplaced)
 {
     const TestFolder elsewhere;
@@ -270,6 +301,10 @@ TEST(CheckStudyFile, EachFault_HasItsRemark)
         {u"two remark's.txt"_s, "a", u"空欄なし、学習記録なし（名前に '）"_s},
         {u"quote after.the title'.txt"_s, "[a]", QString()},
         {u"control\x7F.txt"_s, "[a]", u"名前に制御文字"_s},
+        {u"line\u2028separator.txt"_s, "[a]", u"名前に制御文字"_s},
+        {u"turned\u202Etxt.txt"_s, "[a]", u"名前に制御文字"_s},
+        {u"isolated\u2066.txt"_s, "[a]", u"名前に制御文字"_s},
+        {u"mark\u200F.txt"_s, "[a]", u"名前に制御文字"_s},
     };
     const TestFolder folder;
     for (const auto &[name, bytes, remarks] : rows)
