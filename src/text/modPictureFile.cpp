@@ -20,24 +20,67 @@ QByteArray PictureFormatOf(QByteArrayView start)
     return QByteArray();
 }
 
-qsizetype JpegScans(QByteArrayView bytes)
+namespace {
+
+/// A number in a header; 0 if the header ends before it.
+template <typename Number>
+Number LittleEndianAt(QByteArrayView header, qsizetype at)
+{
+    return at + qsizetype(sizeof(Number)) <= header.size() ? qFromLittleEndian<Number>(header.data() + at) : Number();
+}
+
+PictureClaim ClaimOfBmp(QByteArrayView header)
+{
+    const bool isOldest = LittleEndianAt<quint32>(header, 14) == 12; // with short sizes, and no other compression
+    const quint64 width =
+        isOldest ? LittleEndianAt<quint16>(header, 18) : qAbs(qint64(LittleEndianAt<qint32>(header, 18)));
+    const quint64 height =
+        isOldest ? LittleEndianAt<quint16>(header, 20) : qAbs(qint64(LittleEndianAt<qint32>(header, 22)));
+    const quint64 bitsPerPixel = LittleEndianAt<quint16>(header, isOldest ? 24 : 28);
+    const quint32 compression = isOldest ? 0 : LittleEndianAt<quint32>(header, 30);
+    const bool isPacked = compression == 1 || compression == 2;
+    const quint64 rowBytes = (width * bitsPerPixel + 31) / 32 * 4;
+    // Bounded, so that a product with any number of rows does not overflow.
+    const quint64 pixelBytes = isPacked ? 0 : qMin(rowBytes, quint64(1) << 31) * height;
+    return {width * height, LittleEndianAt<quint32>(header, 10) + pixelBytes};
+}
+
+/// Place of the marker that ends a JPEG picture; the size of the file if there is none.
+qsizetype EndOfJpeg(QByteArrayView bytes)
 {
     constexpr char startOfMarker = '\xFF';
-    qsizetype scans = 0;
     for (qsizetype at = bytes.indexOf(startOfMarker); at >= 0; at = bytes.indexOf(startOfMarker, at)) {
         while (at < bytes.size() && bytes[at] == startOfMarker) // any number of them may precede a marker
             ++at;
         if (at == bytes.size())
             break;
         const quint8 marker = quint8(bytes[at++]);
-        if (marker == 0xD9) // the end of the picture
-            break;
-        // A zero byte stands for FF in the data; 01 and D0 to D8 have no length.
-        if (marker <= 0x01 || (marker >= 0xD0 && marker <= 0xD8))
+        if (marker == 0xD9)
+            return at;
+        // A zero byte stands for FF in the data. Of the others below C0 none has a length: a decoder that finds one in
+        // damaged data goes on behind it.
+        if (marker < 0xC0 || (marker >= 0xD0 && marker <= 0xD8))
             continue;
-        scans += marker == 0xDA;
         if (at + 2 <= bytes.size())
             at += qFromBigEndian<quint16>(bytes.data() + at);
     }
-    return scans;
+    return bytes.size();
+}
+
+} // namespace
+
+PictureClaim ClaimOfPicture(QByteArrayView header, QByteArrayView format)
+{
+    if (format == "bmp")
+        return ClaimOfBmp(header);
+    if (format == "gif")
+        return {quint64(LittleEndianAt<quint16>(header, 6)) * LittleEndianAt<quint16>(header, 8), 0};
+    if (format == "png" && header.size() >= 24 && header.sliced(12, 4) == QByteArrayView("IHDR"))
+        return {quint64(qFromBigEndian<quint32>(header.data() + 16)) * qFromBigEndian<quint32>(header.data() + 20), 0};
+    return {};
+}
+
+qsizetype JpegScans(QByteArrayView bytes)
+{
+    return bytes.first(EndOfJpeg(bytes)).count(QByteArrayView("\xFF\xDA"));
 }

@@ -9,6 +9,8 @@
 #include <QFile>
 #include <QImageReader>
 
+#include <limits>
+
 namespace {
 
 // Of the pixels in memory, at most eight bytes each. Qt's own limit would refuse a large picture as damaged.
@@ -26,15 +28,23 @@ class TimedFile : public QFile
         return m_isCut;
     }
 
+    /// Makes each read fetch a few bytes only. A scan over the whole picture can be as short as that.
+    void ReadInSmallPieces()
+    {
+        constexpr qint64 pieceBytes = 256;
+        m_maxPiece = pieceBytes;
+    }
+
   protected:
     qint64 readData(char *data, qint64 maxSize) override
     {
         m_isCut = m_isCut || m_until.hasExpired();
-        return m_isCut ? -1 : QFile::readData(data, maxSize);
+        return m_isCut ? -1 : QFile::readData(data, qMin(maxSize, m_maxPiece));
     }
 
   private:
     QDeadlineTimer m_until;
+    qint64 m_maxPiece = std::numeric_limits<qint64>::max();
     bool m_isCut = false;
 };
 
@@ -46,15 +56,24 @@ PictureFault ReadPicture(const QString &path, const QSize &availablePx, QImage *
     TimedFile file(path, until);
     if (OpenToRead(&file))
         return PictureFault::Unreadable;
-    constexpr qint64 longestSignature = 8;
-    const QByteArray format = PictureFormatOf(file.peek(longestSignature));
+    const QByteArray header = file.peek(PictureHeaderBytes);
+    const QByteArray format = PictureFormatOf(header);
     const auto faultOfDecoder = [&file] { return file.IsCut() ? PictureFault::TooLarge : PictureFault::Unreadable; };
     if (format.isEmpty())
         return faultOfDecoder();
     if (file.size() > MaxPictureBytes)
         return PictureFault::TooLarge;
-    const qint64 scans = format == "jpeg" ? JpegScans(file.readAll()) : 1;
-    file.seek(0);
+    const PictureClaim claim = ClaimOfPicture(header, format);
+    if (claim.pixels > quint64(MaxPicturePixels)) // some decoders call this damaged
+        return PictureFault::TooLarge;
+    if (claim.fileBytes > quint64(file.size())) // decoded, what is missing would be black
+        return PictureFault::Unreadable;
+    qint64 scans = 1;
+    if (format == "jpeg") {
+        scans = JpegScans(file.readAll());
+        file.seek(0);
+        file.ReadInSmallPieces(); // the other decoders need whole rows
+    }
 
     QImageReader::setAllocationLimit(MostMegabytes);
     QImageReader reader(&file, format);

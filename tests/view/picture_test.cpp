@@ -45,6 +45,17 @@ QByteArray WithMoreScans(const QSize &size, int more)
     return bytes.chopped(2) + scan.repeated(more) + "\xFF\xD9";
 }
 
+/// The same, with scans behind a marker in the data that has no length but seems to have one. The decoder looks for
+/// the next marker from there, because the picture is to have markers in the data.
+QByteArray WithHiddenScans()
+{
+    const QByteArray restarts("\xFF\xDD\x00\x04\x00\x01", 6);
+    QByteArray bytes = WithMoreScans({100, 100}, 1000);
+    const qsizetype first = bytes.indexOf("\xFF\xDA");
+    constexpr qsizetype scanHeader = 14; // of three components
+    return bytes.insert(first + scanHeader, "\xFF\x02\xFF\xFF").insert(first, restarts);
+}
+
 QByteArray BigEndian(quint32 number)
 {
     QByteArray bytes(4, '\0');
@@ -86,16 +97,18 @@ PictureFault FaultOf(const QByteArray &bytes, const QDeadlineTimer &until = QDea
 
 } // namespace
 
-TEST(JpegScans, AnyBytes_CountsScansOutsideSegments)
+TEST(JpegScans, AnyBytes_CountsScansBeforeTheEnd)
 {
     const QByteArray scan("\xFF\xDA\x00\x04\x01\x02", 6);
     const Rows<const char *, QByteArray, int> rows = {
         {"nothing", "", 0},
         {"a scan and its data", "\xFF\xD8" + scan + QByteArray("ab\xFF\x00\xDAz\xFF\xD3\xFF\xFF\xD9", 12), 1},
         {"two scans, fill bytes between", scan + "ab\xFF\xFF" + scan.sliced(0) + "cd", 2},
-        {"within a segment", QByteArray("\xFF\xE1\x00\x08", 4) + scan + scan, 1},
+        {"within a segment, too", QByteArray("\xFF\xE1\x00\x08", 4) + scan + scan, 2},
+        {"after an end within a segment", QByteArray("\xFF\xE1\x00\x04\xFF\xD9", 6) + scan, 1},
+        {"after a marker in the data that only seems to have a length", scan + "\xFF\x02\xFF\xFF" + scan + scan, 3},
         {"after the end", "\xFF\xD9" + scan, 0},
-        {"a segment longer than the file", QByteArray("\xFF\xE1\xFF\xFF", 4) + scan, 0},
+        {"a segment longer than the file", QByteArray("\xFF\xE1\xFF\xFF", 4) + scan, 1},
         {"cut off in a length", QByteArray("\xFF\xDA\x00", 3), 1},
         {"cut off in a marker", "a\xFF", 0},
         {"segments without a length", QByteArray("\xFF\x01\xFF\xD0", 4) + scan, 1},
@@ -118,7 +131,7 @@ TEST(ReadPicture, OnlyContent_DecidesOnFormat)
         {"nothing", ""},
         {"only a signature", "\x89PNG\r\n\x1A\n"},
         {"cut off", Encoded(Plain({200, 200}), "png").first(60)},
-        {"a signature before another format", "GIF89a<svg/>"},
+        {"a signature before another format", QByteArray("GIF89a\x09\0\x09\0<svg/>", 16)},
     };
     for (const auto &[name, bytes] : others)
         EXPECT_EQ(FaultOf(bytes), PictureFault::Unreadable) << name;
@@ -139,6 +152,28 @@ TEST(ReadPicture, OnlyContent_DecidesOnFormat)
     EXPECT_EQ(picture.size(), QSize(1000, 10)) << "scaled to fit";
 }
 
+TEST(ReadPicture, SizeClaimedInHeader_IsJudgedBeforeDecoding)
+{
+    QByteArray png = Encoded(Plain({9, 9}), "png");
+    const QByteArray header = "IHDR" + BigEndian(2'000'000) + BigEndian(2'000'000) + png.sliced(24, 5);
+    png.replace(8, 25, PngChunk(header));
+    const QByteArray bmp = Encoded(Plain({9, 9}), "bmp");
+    QByteArray wideBmp = bmp;
+    wideBmp.replace(18, 8, "\xFF\xFF\xFF\x7F\xFF\xFF\xFF\x7F");
+    QByteArray oldBmp("BM\0\0\0\0\0\0\0\0\x1A\0\0\0\x0C\0\0\0\x02\0\x02\0\x01\0\x18\0", 26);
+    const Rows<const char *, QByteArray, PictureFault> rows = {
+        {"PNG", png, PictureFault::TooLarge},
+        {"GIF", QByteArray("GIF89a\xFF\xFF\xFF\xFF\0\0\0;", 14), PictureFault::TooLarge},
+        {"BMP", wideBmp, PictureFault::TooLarge},
+        {"BMP without its pixels", bmp.first(54), PictureFault::Unreadable},
+        {"BMP without its last row", bmp.chopped(28), PictureFault::Unreadable},
+        {"BMP with short sizes", oldBmp + QByteArray(16, '\x7F'), PictureFault::None},
+        {"the same without its pixels", oldBmp, PictureFault::Unreadable},
+    };
+    for (const auto &[name, bytes, fault] : rows)
+        EXPECT_EQ(FaultOf(bytes), fault) << name;
+}
+
 // Decoding the worst of these would take minutes.
 TEST(ReadPicture, TooMuchToDecode_IsRefused)
 {
@@ -150,6 +185,9 @@ TEST(ReadPicture, TooMuchToDecode_IsRefused)
     EXPECT_EQ(FaultOf(WithMoreScans({100, 100}, 1001 - scans)), PictureFault::TooLarge) << "a thousand scans";
     EXPECT_EQ(FaultOf(WithMoreScans({100, 100}, 20)), PictureFault::None);
     EXPECT_EQ(FaultOf(Encoded(Plain({9, 9}), "png"), QDeadlineTimer(0)), PictureFault::TooLarge) << "no time at all";
+    EXPECT_EQ(FaultOf(WithMoreScans({1000, 1000}, 299 - scans), QDeadlineTimer(5)), PictureFault::TooLarge)
+        << "the time is up within a small file";
+    EXPECT_EQ(FaultOf(WithHiddenScans(), QDeadlineTimer(QDeadlineTimer::Forever)), PictureFault::TooLarge);
     EXPECT_EQ(FaultOf(PngWithLongTexts(), QDeadlineTimer(100)), PictureFault::TooLarge);
     const TestFolder folder;
     QFile huge(folder.Write(u"a.bmp"_s, Encoded(Plain({9, 9}), "bmp")));
