@@ -119,7 +119,7 @@ bool CodeConversion::Write()
         return Refuse(NotEncodedMessage(refusal));
     QString backupPath;
     if (const FileFault fault = ReplaceConverted(m_path, m_before, bytes, &backupPath))
-        return Refuse(ConvertedNotWrittenMessage(fault));
+        return Refuse(FaultMessage(u"変換したファイルを書き込めません。ファイルは元のままです。"_s, fault));
     m_msg.DispFrmMsg(m_owner,
                      ConvertedMessage(m_path, backupPath, CharCodeName(m_code), m_converted, m_unbreakableLine),
                      MsgStyle::Ok, u"start.wav"_s);

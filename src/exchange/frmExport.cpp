@@ -123,5 +123,5 @@ bool frmExport::Write(const QString &exportPath, qsizetype *undecodable)
                   [&made] { return made.Done(); }))
         return false;
     *undecodable = made.Undecodable();
-    return !file.Fault() || Refuse(ExportNotWrittenMessage(file.Fault()));
+    return !file.Fault() || Refuse(FaultMessage(u"書き出したファイルを書き込めません。"_s, file.Fault()));
 }

@@ -85,5 +85,5 @@ bool frmPrint::Write(const QString &sheetPath)
     if (!wait.Run([&file](const QDeadlineTimer &deadline) { return file.GoOn(deadline); },
                   [&sheet] { return sheet.Done(); }))
         return false;
-    return !file.Fault() || Refuse(SheetNotWrittenMessage(file.Fault()));
+    return !file.Fault() || Refuse(FaultMessage(u"印刷ページを書き込めません。"_s, file.Fault()));
 }

@@ -386,5 +386,5 @@ bool frmTable::Write(const QString &fileName, const QString &text, QString *kept
     if ((info.isFile() || info.isSymLink()) && !Agrees(ReplaceStudyFileQuestion(path)))
         return false;
     const FileFault fault = ReplaceAndKeep(path, bytes, keptPath);
-    return !fault || Refuse(StudyFileNotWrittenMessage(fault));
+    return !fault || Refuse(FaultMessage(u"学習ファイルを書き込めません。"_s, fault));
 }

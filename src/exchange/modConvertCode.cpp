@@ -173,11 +173,6 @@ QString NotEncodedMessage(const TextRefusal &refusal)
            Unchanged + u"\r\nひらがなや漢字などの全角の文字を一つ加えて保存してから，もう一度変換してください。"_s;
 }
 
-QString ConvertedNotWrittenMessage(const FileFault &fault)
-{
-    return FaultMessage(u"変換したファイルを書き込めません。"_s + Unchanged, fault);
-}
-
 QString ConvertedMessage(const QString &path, const QString &backupPath, const QString &codeName,
                          const ConvertedText &converted, int unbreakableLine)
 {

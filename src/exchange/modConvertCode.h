@@ -52,7 +52,6 @@ QString UnwritableQuestion(const ConvertedText &converted);
 QString BracketsQuestion();
 QString LongLinesQuestion(const BrokenLines &lines, int maxLineBytes);
 QString NotEncodedMessage(const TextRefusal &refusal); ///< of EncodeStudyText
-QString ConvertedNotWrittenMessage(const FileFault &fault);
 
 /// @param unbreakableLine  1-based line that is still too long; 0 if there is none
 QString ConvertedMessage(const QString &path, const QString &backupPath, const QString &codeName,

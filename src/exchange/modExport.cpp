@@ -226,11 +226,6 @@ QString ExportPath(const QString &folder, const QString &studyFilePath, ExportKi
     return JoinPath(folder, QFileInfo(studyFilePath).completeBaseName() + endings[int(kind)]);
 }
 
-QString ExportNotWrittenMessage(const FileFault &fault)
-{
-    return FaultMessage(u"書き出したファイルを書き込めません。"_s, fault);
-}
-
 QString NoBlankToExportMessage(const QString &fileTitle)
 {
     return u"次のファイルには書き出す空欄がありません。\r\n    ファイル名＝"_s + fileTitle +

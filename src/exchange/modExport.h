@@ -76,7 +76,6 @@ QString ExportPath(const QString &folder, const QString &studyFilePath, ExportKi
 /// Complete texts for the user, lines separated by CR LF.
 QString NoBlankToExportMessage(const QString &fileTitle);
 QString ReplaceExportQuestion(const QString &exportPath);
-QString ExportNotWrittenMessage(const FileFault &fault);
 
 /// @param undecodable  number of U+FFFD in the export
 QString ExportedMessage(const QString &exportPath, qsizetype undecodable);

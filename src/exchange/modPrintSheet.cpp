@@ -322,11 +322,6 @@ QString ManyPagesQuestion(const PrintSheet &sheet)
            u"ページになります。\r\nブラウザで開くのに，長い時間がかかることがあります。\r\n\r\n印刷ページを作りますか？"_s;
 }
 
-QString SheetNotWrittenMessage(const FileFault &fault)
-{
-    return FaultMessage(u"印刷ページを書き込めません。"_s, fault);
-}
-
 QString SheetNotOpenedMessage(const QString &sheetPath)
 {
     return u"印刷ページを開けません。次のファイルをブラウザで開いて，印刷してください。\r\n  "_s + sheetPath;

@@ -72,7 +72,6 @@ QString PrintSheetPath(const QString &folder, const QString &studyFilePath);
 
 /// Complete texts for the user, lines separated by CR LF.
 QString ManyPagesQuestion(const PrintSheet &sheet); ///< to be asked above MostBlanksUnasked
-QString SheetNotWrittenMessage(const FileFault &fault);
 
 /// The message for a sheet that the system could not open.
 QString SheetNotOpenedMessage(const QString &sheetPath);

@@ -75,11 +75,6 @@ FileFault WritePrintableCopy(const QByteArray &bytes, const QString &copyPath, O
     return ReplaceFile(copyPath, bytes);
 }
 
-QString CopyNotWrittenMessage(const FileFault &fault)
-{
-    return FaultMessage(u"印刷用ファイルを書き込めません。"_s, fault);
-}
-
 QString ReplaceCopyQuestion(const QString &copyPath, OldCopy oldCopy)
 {
     if (oldCopy == OldCopy::Unreadable)

@@ -41,6 +41,5 @@ inline bool MustAsk(OldCopy oldCopy)
 FileFault WritePrintableCopy(const QByteArray &bytes, const QString &copyPath, OldCopy oldCopy);
 
 /// Complete texts for the user, lines separated by CR LF.
-QString CopyNotWrittenMessage(const FileFault &fault);
 QString ReplaceCopyQuestion(const QString &copyPath, OldCopy oldCopy); ///< to be asked if MustAsk
 QString CopyMadeMessage(const QString &copyPath, OldCopy oldCopy);     ///< names the new file and offers to open it

@@ -397,11 +397,6 @@ QString ReplaceStudyFileQuestion(const QString &path)
            QFileInfo(FreeBackupPath(path)).fileName() + u"」として残します。）"_s;
 }
 
-QString StudyFileNotWrittenMessage(const FileFault &fault)
-{
-    return FaultMessage(u"学習ファイルを書き込めません。"_s, fault);
-}
-
 QString StudyFileMadeMessage(const QString &fileName, const QString &keptPath, const Table &table,
                              const TableStudyText &study, const ConvertedText &converted)
 {

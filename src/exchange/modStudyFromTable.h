@@ -96,7 +96,6 @@ QString UnbreakableRowMessage(const TableStudyText &study);
 
 /// @param path  of the existing file
 QString ReplaceStudyFileQuestion(const QString &path);
-QString StudyFileNotWrittenMessage(const FileFault &fault);
 
 /// @param keptPath  of the previous file; empty if there was none
 QString StudyFileMadeMessage(const QString &fileName, const QString &keptPath, const Table &table,

@@ -120,10 +120,9 @@ void frmFile::Form_Activate()
 void frmFile::cmdSelect_Click()
 {
     WriteTrace(u"■frmFile.cmdSelect_Click");
-    QString name;
-    if (!TakeSelection(false, &name))
+    const QString path = TakeSelection();
+    if (path.isEmpty())
         return;
-    const QString path = m_folder.PathOf(name);
     StudyLines lines;
     QString message;
     int errorLine = 0;
@@ -141,9 +140,8 @@ void frmFile::cmdSelect_Click()
 void frmFile::cmdEdit_Click()
 {
     WriteTrace(u"■frmFile.cmdEdit_Click");
-    QString name;
-    if (TakeSelection(false, &name))
-        OpenInEditor(m_services, m_editor, m_folder.PathOf(name), 1);
+    if (const QString path = TakeSelection(); !path.isEmpty())
+        OpenInEditor(m_services, m_editor, path, 1);
 }
 
 void frmFile::cmdRefresh_Click()
@@ -162,10 +160,9 @@ void frmFile::cmdOpenFolder_Click()
 void frmFile::cmdConvFile_Click()
 {
     WriteTrace(u"■frmFile.cmdConvFile_Click");
-    QString name;
-    if (!TakeSelection(true, &name))
+    const QString path = TakeSelection(true);
+    if (path.isEmpty())
         return;
-    const QString path = m_folder.PathOf(name);
     const QString copyPath = PrintableCopyPath(m_folder.Path(), path);
     QByteArray copy;
     if (const TextRefusal refusal = MakePrintableCopy(path, &copy)) {
@@ -176,7 +173,7 @@ void frmFile::cmdConvFile_Click()
     if (MustAsk(oldCopy) && m_msg.Ask(this, ReplaceCopyQuestion(copyPath, oldCopy)) != MsgResult::Ok)
         return;
     if (const FileFault fault = WritePrintableCopy(copy, copyPath, oldCopy)) {
-        m_msg.Refuse(this, CopyNotWrittenMessage(fault));
+        m_msg.Refuse(this, FaultMessage(u"印刷用ファイルを書き込めません。"_s, fault));
         return;
     }
     ListFiles();
@@ -187,10 +184,10 @@ void frmFile::cmdConvFile_Click()
 void frmFile::cmdConvCode_Click()
 {
     WriteTrace(u"■frmFile.cmdConvCode_Click");
-    QString name;
-    if (!TakeSelection(false, &name))
+    const QString path = TakeSelection();
+    if (path.isEmpty())
         return;
-    CodeConversion(m_services, m_msg, this, m_editor, m_folder.PathOf(name)).Run();
+    CodeConversion(m_services, m_msg, this, m_editor, path).Run();
     ListFiles();
     lstFile->setFocus(); // Enter then opens the file
 }
@@ -198,17 +195,15 @@ void frmFile::cmdConvCode_Click()
 void frmFile::cmdPrint_Click()
 {
     WriteTrace(u"■frmFile.cmdPrint_Click");
-    QString name;
-    if (TakeSelection(false, &name))
-        frmPrint(m_services, m_msg, m_settings, m_marks, m_reportFolder, this).Run(m_folder.PathOf(name));
+    if (const QString path = TakeSelection(); !path.isEmpty())
+        frmPrint(m_services, m_msg, m_settings, m_marks, m_reportFolder, this).Run(path);
 }
 
 void frmFile::cmdExport_Click()
 {
     WriteTrace(u"■frmFile.cmdExport_Click");
-    QString name;
-    if (TakeSelection(false, &name))
-        frmExport(m_services, m_msg, m_marks, m_reportFolder, this).Run(m_folder.PathOf(name));
+    if (const QString path = TakeSelection(); !path.isEmpty())
+        frmExport(m_services, m_msg, m_marks, m_reportFolder, this).Run(path);
 }
 
 void frmFile::cmdTable_Click()
@@ -361,12 +356,15 @@ QString frmFile::SelectedName() const
     return selected.isEmpty() ? QString() : selected.front().data(Qt::DisplayRole).toString();
 }
 
-/// Name of the selected file. @return false after telling the user why the command does not apply to it
-bool frmFile::TakeSelection(bool isForPrinting, QString *name)
+/// Full path of the selected file; empty after telling the user why the command does not apply to it.
+QString frmFile::TakeSelection(bool isForPrinting)
 {
-    *name = SelectedName();
-    const QString refusal = SelectionRefusal(*name, isForPrinting);
-    return refusal.isEmpty() || m_msg.Refuse(this, refusal);
+    const QString name = SelectedName();
+    const QString refusal = SelectionRefusal(name, isForPrinting);
+    if (refusal.isEmpty())
+        return m_folder.PathOf(name);
+    m_msg.Refuse(this, refusal);
+    return QString();
 }
 
 void frmFile::Leave(FileChoice choice)

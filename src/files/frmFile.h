@@ -85,7 +85,7 @@ class frmFile : public QDialog
 
     QLayout *FileControls(const QString &userName);
     void SetUpList();
-    QLayout *FilterRow();
+    void SetUpFilter();
     QLayout *FileButtons();
     QPushButton *OthersButton();
     QLayout *LeavingButtons();
@@ -99,7 +99,7 @@ class frmFile : public QDialog
     void Select(const QString &name);
     void EnableCommands();
     QString SelectedName() const;
-    bool TakeSelection(bool isForPrinting, QString *name);
+    QString TakeSelection(bool isForPrinting = false);
     void Leave(FileChoice choice);
 
     SystemServices &m_services;
@@ -123,8 +123,8 @@ class frmFile : public QDialog
     QTimer *m_tallying;            // runs while the record is read
     StudyFileList *lstFile;
     QLineEdit *txtFilter;
-    QLabel *lblFilter = nullptr;
-    QLabel *lblNote = nullptr;
+    QLabel *lblFilter;
+    QLabel *lblNote;
     QPushButton *cmdConvCode = nullptr;
     ElidedLabel *lblFolder;
     ElidedLabel *lblUserName;

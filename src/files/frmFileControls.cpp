@@ -13,6 +13,7 @@
 
 #include <QAction>
 #include <QFileSystemWatcher>
+#include <QFormLayout>
 #include <QGridLayout>
 #include <QGuiApplication>
 #include <QLabel>
@@ -41,6 +42,8 @@ frmFile::frmFile(SystemServices &services, StudyDatabase &database, frmMsg &msg,
       m_editor{QString(), applicationFolder}, m_files(new StudyFileModel(m_folder, m_tallies, this)),
       m_watcher(new QFileSystemWatcher(this)), m_refreshing(new QTimer(this)), m_tallying(new QTimer(this)),
       lstFile(new StudyFileList(this)), txtFilter(new QLineEdit(this)),
+      lblFilter(LabelOf(txtFilter, u"lblFilter"_s, u"絞り込み(&N)："_s)),
+      lblNote(NamedLabel(u"lblNote"_s, QString(), this)),
       lblFolder(new ElidedLabel(u"lblFolder"_s, MaxPathChars, this)),
       lblUserName(new ElidedLabel(u"lblUserName"_s, MaxPathChars, this)),
       m_history(new HistoryPanel(services, database, msg, m_reportFolder, userName, this))
@@ -101,39 +104,33 @@ void frmFile::SetUpList()
 QLayout *frmFile::FileControls(const QString &userName)
 {
     SetUpList();
+    SetUpFilter();
     lblFolder->SetText(m_folder.Path());
     lblUserName->SetText(userName);
+    lblNote->setWordWrap(true);
 
+    auto *const form = new QFormLayout;
+    form->addRow(NamedLabel(u"lblFolderCaption"_s, u"フォルダ："_s, this), lblFolder);
+    form->addRow(NamedLabel(u"lblUserNameCaption"_s, u"利用者："_s, this), lblUserName);
+    form->addRow(lblFilter, txtFilter);
     auto *const grid = new QGridLayout;
-    grid->addWidget(NamedLabel(u"lblFolderCaption"_s, u"フォルダ："_s, this), 0, 0);
-    grid->addWidget(lblFolder, 0, 1);
-    grid->addWidget(NamedLabel(u"lblUserNameCaption"_s, u"利用者："_s, this), 1, 0);
-    grid->addWidget(lblUserName, 1, 1);
-    grid->addLayout(FilterRow(), 2, 0, 1, 2);
-    grid->addWidget(lstFile, 3, 0, 1, 2);
-    grid->addLayout(FileButtons(), 3, 2);
-    grid->addWidget(lblNote, 4, 0, 1, 3);
-    grid->addLayout(LeavingButtons(), 5, 0, 1, 3);
-    grid->setColumnStretch(1, 1);
-    grid->setRowStretch(3, 1);
+    grid->addLayout(form, 0, 0);
+    grid->addWidget(lstFile, 1, 0);
+    grid->addLayout(FileButtons(), 1, 1);
+    grid->addWidget(lblNote, 2, 0, 1, 2);
+    grid->addLayout(LeavingButtons(), 3, 0, 1, 2);
+    grid->setColumnStretch(0, 1);
+    grid->setRowStretch(1, 1);
     return grid;
 }
 
-QLayout *frmFile::FilterRow()
+void frmFile::SetUpFilter()
 {
     txtFilter->setObjectName(u"txtFilter"_s);
     txtFilter->setClearButtonEnabled(true);
     txtFilter->setToolTip(u"名前にこの言葉のあるファイルだけを表示します (Alt+N)"_s);
     txtFilter->installEventFilter(this);
     connect(txtFilter, &QLineEdit::textChanged, this, &frmFile::txtFilter_Change);
-    lblFilter = LabelOf(txtFilter, u"lblFilter"_s, u"絞り込み(&N)："_s);
-    lblNote = NamedLabel(u"lblNote"_s, QString(), this);
-    lblNote->setWordWrap(true);
-
-    auto *const row = new QHBoxLayout;
-    row->addWidget(lblFilter);
-    row->addWidget(txtFilter, 1);
-    return row;
 }
 
 QLayout *frmFile::FileButtons()

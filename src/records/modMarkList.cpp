@@ -201,8 +201,3 @@ FileFault MarkList::Write(const QString &title, const DisplayText &text, const s
     lines.removeIf([&](const QString &listed) { return ReadEntry(listed, m_userName, title).has_value(); });
     return WriteList(m_path, lines + Entries(title, text, blanks), MaxMarkListBytes);
 }
-
-QString MarksNotSavedMessage(const FileFault &fault)
-{
-    return FaultMessage(u"苦手の印を保存できません。"_s, fault);
-}

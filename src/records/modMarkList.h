@@ -48,6 +48,3 @@ class MarkList
     QString m_path;
     QString m_userName;
 };
-
-/// The complete text for the user.
-QString MarksNotSavedMessage(const FileFault &fault);

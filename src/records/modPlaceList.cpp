@@ -86,8 +86,3 @@ FileFault PlaceList::Write(const QString &userName, const QString &title, int li
     DropOldest(ListBytes(lines) + ListBytes({added}) - MaxPlaceListBytes, &lines);
     return WriteList(m_path, lines + QStringList(added), MaxPlaceListBytes);
 }
-
-QString PlaceNotSavedMessage(const FileFault &fault)
-{
-    return FaultMessage(u"学習を終えた所を保存できません。"_s, fault);
-}

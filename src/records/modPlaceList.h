@@ -34,6 +34,3 @@ class PlaceList
   private:
     QString m_path;
 };
-
-/// The complete text for the user.
-QString PlaceNotSavedMessage(const FileFault &fault);

@@ -96,7 +96,7 @@ QStringList StudySession::Complete(int topLine)
     if (!IsFileOpen())
         return messages;
     if (const FileFault fault = m_places.Write(m_userName, GetFileTitle(m_path), topLine))
-        messages += PlaceNotSavedMessage(fault);
+        messages += FaultMessage(u"学習を終えた所を保存できません。"_s, fault);
     return messages;
 }
 
@@ -130,7 +130,7 @@ bool StudySession::KeepMarks(QString *message)
         return true;
     const FileFault fault = m_marks.Write(GetFileTitle(m_path), m_text, m_round.HardBlanks());
     if (fault)
-        *message = MarksNotSavedMessage(fault);
+        *message = FaultMessage(u"苦手の印を保存できません。"_s, fault);
     m_isMarkChanged = bool(fault);
     return !m_isMarkChanged;
 }

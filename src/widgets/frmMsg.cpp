@@ -80,8 +80,6 @@ void frmMsg::Form_Load()
     fraMsg->setFocusPolicy(Qt::NoFocus);
     fraMsg->setWidget(lblMsg);
     lblMsg->setTextFormat(Qt::PlainText);
-    cmdOK->setText(u"OK"_s);
-    cmdCancel->setText(u"キャンセル"_s);
     cmdOK->setDefault(true);
     Timer1->setSingleShot(true);
     Timer1->setInterval(TimerMs);
@@ -187,24 +185,12 @@ void frmMsg::keyPressEvent(QKeyEvent *event)
 
 void frmMsg::SelectButtons(MsgStyle style)
 {
-    switch (style) {
-    case MsgStyle::Ok:
-    case MsgStyle::OkCancel:
-        cmdOK->setText(u"OK"_s);
-        cmdCancel->setText(u"キャンセル"_s);
-        cmdCancel->setHidden(style == MsgStyle::Ok);
-        break;
-    case MsgStyle::YesNo:
-        cmdOK->setText(u"はい"_s);
-        cmdCancel->setText(u"いいえ"_s);
-        cmdCancel->setHidden(false);
-        break;
-    default:
+    const bool isYesNo = style == MsgStyle::YesNo;
+    if (!isYesNo && style != MsgStyle::Ok && style != MsgStyle::OkCancel)
         m_services.ShowMessage(u"err!"_s, QString());
-        cmdOK->setText(u"OK"_s);
-        cmdCancel->setText(u"キャンセル"_s);
-        cmdCancel->setHidden(false);
-    }
+    cmdOK->setText(isYesNo ? u"はい"_s : u"OK"_s);
+    cmdCancel->setText(isYesNo ? u"いいえ"_s : u"キャンセル"_s);
+    cmdCancel->setHidden(style == MsgStyle::Ok);
 }
 
 void frmMsg::LayOut()

@@ -35,9 +35,7 @@ TEST(ReplaceConverted, BackupsExist_KeepsOldFileUnderFreeName)
         EXPECT_EQ(folder.Read(QString::fromLatin1(name)), before);
     }
     EXPECT_EQ(folder.Read(u"a.txt.bak"_s), "old");
-    EXPECT_EQ(ConvertedNotWrittenMessage(ReplaceConverted(path, "old", "new", &backup)),
-              u"変換したファイルを書き込めません。ファイルは元のままです。\r\n  "_s + path +
-                  u"\r\n  ファイルがほかで変更されました。"_s);
+    EXPECT_EQ(ReplaceConverted(path, "old", "new", &backup).reason, u"ファイルがほかで変更されました。"_s);
     EXPECT_EQ(folder.Read(u"a.txt"_s), "new of a.txt.bak3");
     EXPECT_EQ(QDir(folder.Path()).entryList(QDir::Files).size(), 4);
 }

@@ -115,8 +115,8 @@ TEST_F(Lists, UndecodableList_IsRefusedEachTimeAndKept)
         folder.Write(u"ListMark.txt"_s, bytes);
         folder.Write(u"ListPlace.txt"_s, bytes);
         for (int time = 1; time <= 2; ++time) {
-            EXPECT_EQ(MarksNotSavedMessage(marks.Write(u"a"_s, DisplayText(LinesOf({u"[a]"_s})), {1})),
-                      u"苦手の印を保存できません。\r\n  "_s + path + u"\r\n  "_s + reason)
+            EXPECT_EQ(FaultMessage(u"No"_s, marks.Write(u"a"_s, DisplayText(LinesOf({u"[a]"_s})), {1})),
+                      u"No\r\n  "_s + path + u"\r\n  "_s + reason)
                 << name;
             EXPECT_EQ(places.Write(u"花子"_s, u"a"_s, 7).reason, reason) << name;
         }
@@ -132,8 +132,7 @@ TEST_F(Lists, MarksBeyondTheBound_AreRefusedAndNoneIsDropped)
     const QByteArray one = u"花子\t英単語\t[a] [b]\t1\r\n"_s.toUtf8();
     const QByteArray full = QByteArray(MaxMarkListBytes - one.size() - 2, 'x') + "\r\n";
     folder.Write(u"ListMark.txt"_s, full);
-    EXPECT_EQ(MarksNotSavedMessage(marks.Write(u"英単語"_s, text, {1, 2})),
-              u"苦手の印を保存できません。\r\n  "_s + path + u"\r\n  16MBを超えるので，書き込みません。"_s);
+    EXPECT_EQ(marks.Write(u"英単語"_s, text, {1, 2}).reason, u"16MBを超えるので，書き込みません。"_s);
     EXPECT_TRUE(folder.Read(u"ListMark.txt"_s) == full);
     EXPECT_FALSE(marks.Write(u"英単語"_s, text, {1})) << "as large as may be";
     EXPECT_TRUE(folder.Read(u"ListMark.txt"_s) == full + one);
