@@ -20,8 +20,8 @@ inline constexpr QStringView RequiredFolders = u"db,db_backup,txt,rec,wav";
 /// its index gets that, without a message.
 /// @param instance  this process's lock on the application folder
 /// @return whether the program may continue; if not, the failed step has reported why
-bool PrepareRun(const QString &applicationFolder, const InstanceMark &instance, const RunLog &log,
-                SystemServices &services, StudyDatabase &database);
+[[nodiscard]] bool PrepareRun(const QString &applicationFolder, const InstanceMark &instance, const RunLog &log,
+                              SystemServices &services, StudyDatabase &database);
 
 /// Checks the required folders.
 /// @param missing  full path of the first one that does not exist; empty if all do
@@ -36,8 +36,8 @@ QString FolderMissingMessage(const QString &path);
 /// @param keepCount  number of files kept by the pruning that follows
 /// @return false if the copy failed or if there is no database, or one of 0 bytes, even on a day that already has its
 /// copy; error then holds the message, and no partial copy is left
-bool BackupDatabase(const QString &databaseFolder, const QString &databaseName, const QString &backupFolder,
-                    int keepCount, const QDateTime &now, QString *error);
+[[nodiscard]] bool BackupDatabase(const QString &databaseFolder, const QString &databaseName,
+                                  const QString &backupFolder, int keepCount, const QDateTime &now, QString *error);
 
 /// Deletes the files "prefix*.extension" of a folder except the last keepCount in binary order of their names. As the
 /// names contain dates, the newest files are kept.

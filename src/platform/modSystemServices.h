@@ -38,11 +38,11 @@ class SystemServices
     /// Opens a file or folder with its default program, without waiting for it.
     /// @param workingFolder  working directory of the started program, where the system supports one
     /// @return false if nothing could be started
-    virtual bool OpenWithShell(const QString &path, const QString &workingFolder) = 0;
+    [[nodiscard]] virtual bool OpenWithShell(const QString &path, const QString &workingFolder) = 0;
 
     /// Starts a command line as a detached process, without waiting for it.
     /// @return false if nothing could be started
-    virtual bool StartCommandLine(const QString &commandLine) = 0;
+    [[nodiscard]] virtual bool StartCommandLine(const QString &commandLine) = 0;
 
     /// The current local time.
     virtual QDateTime Now() const = 0;
