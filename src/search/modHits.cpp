@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <numeric>
-#include <tuple>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -14,23 +13,6 @@ namespace {
 constexpr int NotCounted = -1;
 
 } // namespace
-
-bool IsBefore(const TextSpan &first, const TextSpan &second)
-{
-    return std::tie(first.line, first.column) < std::tie(second.line, second.column);
-}
-
-TextSpan NextSpan(const std::vector<TextSpan> &spans, const TextSpan &from, bool backwards)
-{
-    if (spans.empty())
-        return TextSpan();
-    if (backwards) {
-        const auto found = std::lower_bound(spans.begin(), spans.end(), from, IsBefore);
-        return found == spans.begin() ? spans.back() : *(found - 1);
-    }
-    const auto found = std::upper_bound(spans.begin(), spans.end(), from, IsBefore);
-    return found == spans.end() ? spans.front() : *found;
-}
 
 QString CountText(int count, bool isComplete)
 {

@@ -70,14 +70,6 @@ class Hits
     std::vector<TextSpan> m_spans; // of the chunk being counted
 };
 
-/// File order of spans.
-bool IsBefore(const TextSpan &first, const TextSpan &second);
-
-/// The first span after a position in file order, wrapping around at the end; backwards the last one before it.
-/// @param spans  in file order
-/// @return a span on line 0 if there are none
-TextSpan NextSpan(const std::vector<TextSpan> &spans, const TextSpan &from, bool backwards);
-
 /// Text for the number of hits: 「6か所」, or 「6か所…」 while counting.
 QString CountText(int count, bool isComplete);
 

@@ -6,7 +6,26 @@
 #include "base/modCodePage.h"
 #include "platform/modMemory.h"
 
+#include <algorithm>
+#include <tuple>
 #include <utility>
+
+bool IsBefore(const TextSpan &first, const TextSpan &second)
+{
+    return std::tie(first.line, first.column) < std::tie(second.line, second.column);
+}
+
+TextSpan NextSpan(const std::vector<TextSpan> &spans, const TextSpan &from, bool backwards)
+{
+    if (spans.empty())
+        return TextSpan();
+    if (backwards) {
+        const auto next = std::lower_bound(spans.begin(), spans.end(), from, IsBefore);
+        return next == spans.begin() ? spans.back() : *(next - 1);
+    }
+    const auto next = std::upper_bound(spans.begin(), spans.end(), from, IsBefore);
+    return next == spans.end() ? spans.front() : *next;
+}
 
 DisplayText::DisplayText(StudyLines lines) : m_lines(std::move(lines))
 {

@@ -95,6 +95,14 @@ struct TextSpan
     bool operator==(const TextSpan &) const = default;
 };
 
+/// File order of spans.
+bool IsBefore(const TextSpan &first, const TextSpan &second);
+
+/// The first span after a position in file order, wrapping around at the end; backwards the last one before it.
+/// @param spans  in file order
+/// @return a span on line 0 if there are none
+TextSpan NextSpan(const std::vector<TextSpan> &spans, const TextSpan &from, bool backwards);
+
 class DisplayText
 {
   public:
