@@ -88,12 +88,12 @@ class Study
         Require(int(m_round.HardBlanks().size()) == m_round.HardCount());
     }
 
-    void TakeBack()
+    void Undo()
     {
-        if (!m_round.CanTakeBack())
+        if (!m_round.CanUndo())
             return;
-        m_round.TakeBack();
-        Require(Shown() == m_shownBefore && !m_round.CanTakeBack());
+        m_round.Undo();
+        Require(Shown() == m_shownBefore && !m_round.CanUndo());
     }
 
     void ToggleLine(int number)
@@ -205,7 +205,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
             study.StudyOnlyHard(action > 127);
             break;
         case 6:
-            study.TakeBack();
+            study.Undo();
             break;
         case 7:
             study.ToggleLine(input.TakeByte());

@@ -95,7 +95,7 @@ void StudyRound::BeginRound()
     m_round.shownCount = m_isOnlyHard ? BlankCount() - m_hardCount : 0;
 }
 
-void StudyRound::TakeBack()
+void StudyRound::Undo()
 {
     m_round = *m_before;
     m_before.reset();

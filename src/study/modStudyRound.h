@@ -67,13 +67,13 @@ class StudyRound
     }
 
     /// Whether the last new round can be undone: no answer has been shown or hidden since.
-    bool CanTakeBack() const
+    bool CanUndo() const
     {
         return m_before.has_value();
     }
 
     /// Undoes the last new round: restores the round before it. Counted answers stay counted.
-    void TakeBack();
+    void Undo();
 
     /// Whether a blank is marked as hard.
     bool IsHard(int blank) const

@@ -133,9 +133,9 @@ class frmText : public QWidget
     void GoToTarget(bool backwards);
     void MarkLine(int line);
     void HideAllAnswers();
-    void TakeBack();
+    void Undo();
     bool KeepBefore(unsigned roundBefore, int topLine, int markLine);
-    void OfferToTakeBack();
+    void OfferUndo();
     void ToggleHard(int blank);
     void KeepMarks();
     void ShowHardControls();

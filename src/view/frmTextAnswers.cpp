@@ -49,7 +49,7 @@ void frmText::Enter()
     const int topLineBefore = VScroll->value();
     ShowLine(TurnPage(&round, Page()));
     if (KeepBefore(roundBefore, topLineBefore, round.lngMarkLine()))
-        OfferToTakeBack();
+        OfferUndo();
 }
 
 void frmText::Reveal(int blank)
@@ -139,7 +139,7 @@ void frmText::HideAllAnswers()
         round.HideAll();
     round.MarkLine(0);
     if (KeepBefore(roundBefore, VScroll->value(), markBefore))
-        OfferToTakeBack();
+        OfferUndo();
     ShowHardControls();
     picText->DrawPage();
     ShowProgress();
@@ -159,19 +159,19 @@ bool frmText::KeepBefore(unsigned roundBefore, int topLine, int markLine)
     return true;
 }
 
-void frmText::OfferToTakeBack()
+void frmText::OfferUndo()
 {
     m_stateBar->ShowNotice(m_session.Round().IsOnlyHard() ? u"苦手を隠しました（Ctrl+Z で元に戻す）"_s
                                                           : u"すべて隠しました（Ctrl+Z で元に戻す）"_s);
 }
 
 /// Undoes the last hiding of all answers.
-void frmText::TakeBack()
+void frmText::Undo()
 {
     StudyRound &round = m_session.Round();
-    if (!round.CanTakeBack())
+    if (!round.CanUndo())
         return;
-    round.TakeBack();
+    round.Undo();
     if (round.lngMarkLine() == m_markLineAfter)
         round.MarkLine(m_markLineBefore); // no other line was marked since
     m_wholeLine = 0;

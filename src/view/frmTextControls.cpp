@@ -156,7 +156,7 @@ void frmText::AddShortcuts()
     add(Qt::CTRL | Qt::Key_Left, [this] { GoToTarget(true); });
     addClick(Qt::CTRL | Qt::Key_Space, [this] { ClickCurrent(); });
     addClick(Qt::CTRL | Qt::Key_H, [this] { HideAllAnswers(); });
-    addClick(QKeySequence::Undo, [this] { TakeBack(); });
+    addClick(QKeySequence::Undo, [this] { Undo(); });
     addClick(Qt::CTRL | Qt::Key_M,
              [this] { ToggleHard(ChosenBlank() > 0 ? ChosenBlank() : m_session.Round().LastShown()); });
     addClick(Qt::CTRL | Qt::SHIFT | Qt::Key_M, [this] { chkOnlyHard->click(); });

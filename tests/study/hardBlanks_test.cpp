@@ -37,14 +37,14 @@ TEST(StudyRound, OnlyHardStudied_HidesOnlyHardBlanks)
     EXPECT_EQ(round.lngOpenCount(), 2);
     round.HideAll();
     EXPECT_EQ(Open(round), u"x-x-x"_s) << "a new round of hard blanks";
-    round.TakeBack();
+    round.Undo();
     EXPECT_EQ(Open(round), u"xxx--"_s);
     EXPECT_EQ(round.lngOpenCount(), 2);
-    EXPECT_FALSE(round.CanTakeBack());
+    EXPECT_FALSE(round.CanUndo());
     round.HideAll();
     round.StudyOnlyHard(false);
     EXPECT_EQ(Open(round), u"-----"_s);
-    round.TakeBack();
+    round.Undo();
     EXPECT_TRUE(round.IsOnlyHard());
     round.ToggleHard(2);
     EXPECT_EQ(Open(round), u"x-x-x"_s) << "marking neither shows nor hides anything";
@@ -64,20 +64,20 @@ TEST(StudyRound, HidingUndone_OnlyLastOneUntilNextAnswer)
 {
     StudyRound round;
     round.Load(3);
-    EXPECT_FALSE(round.CanTakeBack());
+    EXPECT_FALSE(round.CanUndo());
     round.HideAll();
-    EXPECT_FALSE(round.CanTakeBack()) << "there was nothing to hide";
+    EXPECT_FALSE(round.CanUndo()) << "there was nothing to hide";
     round.Toggle(1);
     round.HideAll();
     round.HideAll();
-    round.TakeBack();
+    round.Undo();
     EXPECT_EQ(Open(round), u"x--"_s) << "the second one had nothing to hide";
     round.HideAll();
     round.Toggle(2);
-    EXPECT_FALSE(round.CanTakeBack());
+    EXPECT_FALSE(round.CanUndo());
     round.HideAll();
     round.Reload(3);
-    EXPECT_FALSE(round.CanTakeBack());
+    EXPECT_FALSE(round.CanUndo());
     round.ToggleLine(BlankRange(1, 4));
     EXPECT_EQ(Open(round), u"xxx"_s);
     EXPECT_EQ(round.lngOpenCount(), 5);
@@ -109,7 +109,7 @@ TEST(StudyRound, ReloadWhileOnlyHardStudied_KeepsShownAnswers)
     round.ToggleHard(4);
     round.ToggleHard(1);
     EXPECT_EQ(Open(round), u"xx--"_s);
-    round.TakeBack();
+    round.Undo();
     EXPECT_EQ(Open(round), u"xx-x"_s) << "marks changed in between do not affect it";
     EXPECT_EQ(round.ShownCount(), 3);
 }
