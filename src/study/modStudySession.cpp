@@ -7,7 +7,6 @@
 #include "store/modDB_SQLite.h"
 #include "text/modCheckText.h"
 #include "text/modPictureName.h"
-#include "text/modReadText.h"
 
 #include <QFileInfo>
 
@@ -23,7 +22,7 @@ StudySession::StudySession(const SystemServices &services, StudyDatabase &databa
 {
 }
 
-bool StudySession::Open(const QString &path, QString *message)
+StudyReading StudySession::Open(const QString &path)
 {
     m_start = m_services.Now();
     m_completedAt = m_start;
@@ -35,38 +34,37 @@ bool StudySession::Open(const QString &path, QString *message)
     m_lastLine = 0;
     m_clockStart = QDateTime();
     DBInsRecKotoban(m_database, m_start, m_userName, RecordedTitle(path));
-    int errorLine = 0;
-    if (!Read(path, message, &errorLine))
-        return false;
+    StudyReading reading = Read(path);
+    if (reading.refusal)
+        return reading;
     m_path = path;
     m_round.Load(m_text.Blanks().Count(), m_marks.Find(GetFileTitle(path), m_text));
     m_lastLine = m_places.Line(m_userName, GetFileTitle(path));
     m_clockStart = m_services.Now();
-    return true;
+    return reading;
 }
 
-bool StudySession::ReadAgain(QString *message, int *errorLine)
+StudyReading StudySession::ReadAgain()
 {
     const QString title = GetFileTitle(m_path);
     const QStringList marks = m_marks.Entries(title, m_text, m_round.HardBlanks());
-    if (!Read(m_path, message, errorLine))
-        return false;
-    m_round.Reload(m_text.Blanks().Count(), m_marks.FindIn(marks, title, m_text));
-    return true;
+    StudyReading reading = Read(m_path);
+    if (!reading.refusal)
+        m_round.Reload(m_text.Blanks().Count(), m_marks.FindIn(marks, title, m_text));
+    return reading;
 }
 
-/// Reads the text of a file; keeps the previous text if that fails.
-bool StudySession::Read(const QString &path, QString *message, int *errorLine)
+/// Reads the text of a file; keeps the previous text if it is refused.
+StudyReading StudySession::Read(const QString &path)
 {
     const QDateTime fileTime =
         QFileInfo(path).lastModified(); // taken first, so that a change during reading is noticed
     StudyLines lines;
-    if (!ReadTextFile(path, MaxLineBytes, &lines, message, errorLine))
-        return false;
+    if (TextRefusal refusal = ReadStudyText(path, MaxLineBytes, &lines))
+        return {std::move(refusal)};
     m_fileTime = fileTime;
     ReplaceText(DisplayText(std::move(lines)));
-    *message = BadPictureNamesMessage(BadPictureNames(m_text));
-    return true;
+    return {{}, BadPictureNames(m_text)};
 }
 
 void StudySession::ReplaceText(DisplayText text)
@@ -90,9 +88,8 @@ QStringList StudySession::Complete(int topLine)
         m_completedCount = m_round.lngOpenCount(); // even after a fault, which the user is told
         DBUpdRecKotoban(m_database, m_services, m_start, m_userName, m_completedCount);
     }
-    QString message;
-    if (!KeepMarks(&message))
-        messages += message;
+    if (const FileFault fault = KeepMarks())
+        messages += MarksNotSavedMessage(fault);
     if (!IsFileOpen())
         return messages;
     if (const FileFault fault = m_places.Write(m_userName, GetFileTitle(m_path), topLine))
@@ -124,15 +121,18 @@ void StudySession::ToggleHard(int blank)
     m_isMarkChanged = true;
 }
 
-bool StudySession::KeepMarks(QString *message)
+QString MarksNotSavedMessage(const FileFault &fault)
+{
+    return FaultMessage(u"苦手の印を保存できません。"_s, fault);
+}
+
+FileFault StudySession::KeepMarks()
 {
     if (!m_isMarkChanged)
-        return true;
-    const FileFault fault = m_marks.Write(GetFileTitle(m_path), m_text, m_round.HardBlanks());
-    if (fault)
-        *message = FaultMessage(u"苦手の印を保存できません。"_s, fault);
+        return {};
+    FileFault fault = m_marks.Write(GetFileTitle(m_path), m_text, m_round.HardBlanks());
     m_isMarkChanged = bool(fault);
-    return !m_isMarkChanged;
+    return fault;
 }
 
 std::optional<ElapsedTime> StudySession::ClockTick() const

@@ -11,11 +11,22 @@
 #include "store/Sqlite3Func.h"
 #include "study/modStudyClock.h"
 #include "study/modStudyRound.h"
+#include "text/modReadText.h"
 
 #include <functional>
 
 /// A killed program loses at most the answers of this time.
 constexpr int InterimSeconds = 60;
+
+/// What came of reading a study file.
+struct [[nodiscard]] StudyReading
+{
+    TextRefusal refusal;           ///< why the file was refused, if it was
+    QStringList badPictureNames{}; ///< of a file that was read; see BadPictureNamesMessage
+};
+
+/// The complete text for the user about marks that could not be saved.
+QString MarksNotSavedMessage(const FileFault &fault);
 
 class StudySession
 {
@@ -29,14 +40,12 @@ class StudySession
                  int interimSeconds = InterimSeconds);
 
     /// Begins a session with a file. Its row is inserted before the file is read, so that every attempt leaves one.
-    /// @param message  the refusal, or what is wrong with the picture references of a file that was read
-    /// @return false after a refusal; no file is open then, and the clock is stopped
-    bool Open(const QString &path, QString *message);
+    /// After a refusal no file is open, and the clock is stopped.
+    StudyReading Open(const QString &path);
 
-    /// Reads the open file again. Session and clock continue, and answers keep their state by blank number.
-    /// @param errorLine  receives the line of the fault after a refusal
-    /// @return false after a refusal; nothing has changed then
-    bool ReadAgain(QString *message, int *errorLine);
+    /// Reads the open file again. Session and clock continue, and answers keep their state by blank number. After a
+    /// refusal nothing has changed.
+    StudyReading ReadAgain();
 
     /// Completes the session's row, if there is one, and saves the marks and where the user stops. A session that
     /// continues is completed again at its end.
@@ -67,9 +76,8 @@ class StudySession
         return m_marks;
     }
 
-    /// Saves the marks if any have changed.
-    /// @return false on failure; message then holds the complete text for the user
-    bool KeepMarks(QString *message);
+    /// Saves the marks if any have changed. After a fault the next call tries again.
+    FileFault KeepMarks();
 
     /// Whether there is a row to complete, as there is even for a file that was refused.
     bool HasBegun() const
@@ -111,7 +119,7 @@ class StudySession
     std::optional<ElapsedTime> ClockTick() const;
 
   private:
-    bool Read(const QString &path, QString *message, int *errorLine);
+    StudyReading Read(const QString &path);
     void ReplaceText(DisplayText text);
 
     const SystemServices &m_services;

@@ -13,6 +13,7 @@
 #include "search/frmSearch.h"
 #include "settings/frmIni.h"
 #include "settings/modEditor.h"
+#include "text/modPictureName.h"
 #include "view/StudyStateBar.h"
 #include "view/frmPicture.h"
 #include "widgets/ElidedLabel.h"
@@ -94,25 +95,23 @@ void frmText::OpenSession(const QString &path)
     Timer1->stop();
     m_stateBar->ClearTime();
     m_stateBar->ShowFileChange(false);
-    QString message;
-    const bool isLoaded = m_session.Open(path, &message);
+    const StudyReading reading = m_session.Open(path);
     if (m_stage == Stage::Ended)
         return; // the window was closed while a database message was shown
-    if (isLoaded)
+    if (!reading.refusal)
         EnableFileControls(true);
     lblFile->SetText(NameInLine(QFileInfo(m_session.Path()).fileName()));
     OfferLine(m_session.LastLine());
     ShowText(1);
-    if (!isLoaded) {
-        Ask(message, MsgStyle::Ok, u"notify.wav"_s);
+    if (reading.refusal) {
+        Ask(reading.refusal.message, MsgStyle::Ok, u"notify.wav"_s);
         return;
     }
     WatchFile();
     Timer1->start();
     // Ticks once immediately: by the first regular tick the second may have passed, and the clock would stay empty.
     QTimer::singleShot(0, this, &frmText::Timer1_Timer);
-    if (!message.isEmpty())
-        m_services.ShowMessage(message);
+    TellBadPictureNames(reading);
 }
 
 /// Watches the open file for changes. Watches its folder too, because an editor may replace the file.
@@ -193,20 +192,24 @@ void frmText::cmdReRead_Click()
     if (!m_session.IsFileOpen())
         return;
     const bool isOffered = m_offeredLine > 0;
-    QString message;
-    int errorLine = 0;
-    if (!m_session.ReadAgain(&message, &errorLine)) {
-        const QString question = message + u"\r\n\r\nこのファイルを編集しますか？"_s;
+    const StudyReading reading = m_session.ReadAgain();
+    if (reading.refusal) {
+        const QString question = reading.refusal.message + u"\r\n\r\nこのファイルを編集しますか？"_s;
         if (Ask(question, MsgStyle::OkCancel, u"notify.wav"_s) == MsgResult::Ok)
-            OpenInEditorAt(errorLine);
+            OpenInEditorAt(reading.refusal.line);
         return;
     }
     WatchFile();
     OfferLine(isOffered ? m_session.LastLine() : 0);
     ShowText(VScroll->value());
     picText->setFocus();
-    if (!message.isEmpty())
-        m_services.ShowMessage(message);
+    TellBadPictureNames(reading);
+}
+
+void frmText::TellBadPictureNames(const StudyReading &reading)
+{
+    if (!reading.badPictureNames.isEmpty())
+        m_services.ShowMessage(BadPictureNamesMessage(reading.badPictureNames));
 }
 
 void frmText::cmdEdit_Click()

@@ -116,6 +116,7 @@ class frmText : public QWidget
     void OpenSession(const QString &path);
     void ForgetPlaces();
     void OfferLine(int line);
+    void TellBadPictureNames(const StudyReading &reading);
     void WatchFile();
     void TellFileChange();
     void OpenInEditorAt(int line);

@@ -197,13 +197,13 @@ void frmText::ToggleHard(int blank)
 /// After that one is closed it tries again.
 void frmText::KeepMarks()
 {
-    QString message;
-    if (m_session.KeepMarks(&message))
+    const FileFault fault = m_session.KeepMarks();
+    if (!fault)
         return;
     if (IsBlocked(this))
         m_keeping->start();
     else
-        Ask(message, MsgStyle::Ok, u"notify.wav"_s);
+        Ask(MarksNotSavedMessage(fault), MsgStyle::Ok, u"notify.wav"_s);
 }
 
 void frmText::chkOnlyHard_Click()

@@ -329,23 +329,21 @@ TEST(StudySession, FileRefused_LeavesRowAndNothingOpen)
     database.Open(u":memory:"_s);
     DBCreateKotoban(database);
     StudySession session(services, database, folder.Path(), u"花子"_s);
-    QString message;
-    int errorLine = 0;
     EXPECT_FALSE(session.HasBegun() || session.IsFileOpen() || session.ClockTick());
 
     const QString good = folder.WriteStudyFile(u"good.txt"_s, {u"[a] ｢x.y｣"_s});
-    ASSERT_TRUE(session.Open(good, &message));
-    EXPECT_EQ(message, u"異常な画像ファイル名=[x.y]があります。"_s);
+    const StudyReading read = session.Open(good);
+    EXPECT_FALSE(read.refusal);
+    EXPECT_EQ(read.badPictureNames, QStringList(u"x.y"_s));
     EXPECT_TRUE(session.ClockTick());
     session.Round().Toggle(1);
     folder.WriteStudyFile(u"good.txt"_s, {u"[a]"_s, u"[b"_s});
-    EXPECT_FALSE(session.ReadAgain(&message, &errorLine));
-    EXPECT_EQ(errorLine, 2);
+    EXPECT_EQ(session.ReadAgain().refusal.line, 2);
     EXPECT_TRUE(session.Round().AllShown() && session.ClockTick()) << "nothing has changed";
     EXPECT_TRUE(session.Complete(1).isEmpty());
 
     services.now = services.now.addSecs(60);
-    EXPECT_FALSE(session.Open(folder.WriteStudyFile(u"bad.txt"_s, {u"["_s}), &message));
+    EXPECT_TRUE(session.Open(folder.WriteStudyFile(u"bad.txt"_s, {u"["_s})).refusal);
     EXPECT_FALSE(session.IsFileOpen() || session.ClockTick());
     EXPECT_EQ(session.Text().LineCount() + session.Round().BlankCount() + session.Round().lngOpenCount(), 0);
     session.Complete(1);
@@ -362,9 +360,8 @@ TEST(StudySession, ControlCharactersInName_BecomeBlanksInRow)
     database.Open(u":memory:"_s);
     DBCreateKotoban(database);
     StudySession session(services, database, folder.Path(), u"花子"_s);
-    QString message;
     // Windows can have no such file; the row is inserted before the file is looked for.
-    session.Open(folder.Path(u"a\tb\n\x1B\x7F\x85　c\u2028\u202Ed.txt"_s), &message);
+    EXPECT_TRUE(session.Open(folder.Path(u"a\tb\n\x1B\x7F\x85　c\u2028\u202Ed.txt"_s)).refusal);
     session.Complete(1);
     ResultTable table;
     database.SQLite3Query(u"select file_name, num_answer from t_kotoban"_s, &table);
@@ -379,8 +376,7 @@ TEST(StudySession, MinutePassed_AnswersSoFarAreOnDisk)
     database.Open(u":memory:"_s);
     DBCreateKotoban(database);
     StudySession session(services, database, folder.Path(), u"花子"_s);
-    QString message;
-    ASSERT_TRUE(session.Open(folder.WriteStudyFile(u"a.txt"_s, {u"[a] [b] [c] [d] [e]"_s}), &message));
+    ASSERT_FALSE(session.Open(folder.WriteStudyFile(u"a.txt"_s, {u"[a] [b] [c] [d] [e]"_s})).refusal);
     // Seconds that pass, answers shown meanwhile and whether the table is missing; then the row.
     const Rows<const char *, int, int, bool, QString> ticks = {
         {"no answer", 120, 0, false, u"\t"_s},
