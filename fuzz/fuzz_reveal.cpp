@@ -4,9 +4,7 @@
 // Revealing answers in any text with any sequence of keys and clicks.
 #include "input.h"
 #include "require.h"
-#include "search/modSearch.h"
 #include "study/modClickTarget.h"
-#include "study/modPageText.h"
 #include "text/modReadText.h"
 
 namespace {
@@ -60,7 +58,6 @@ class Study
         Require(m_page.Holds(m_current.line));
         const QStringView line = m_text.Line(m_current.line);
         Require(m_current.Index() >= 0 && m_current.length >= 1 && m_current.Index() + m_current.length <= line.size());
-        SpokenOffset(m_text, m_round, m_page.topLine, m_current.line, m_current.Index());
         Click(TargetOf(m_text, m_round, m_current));
     }
 

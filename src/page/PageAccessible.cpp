@@ -4,6 +4,7 @@
 #include "page/PageAccessible.h"
 
 #include "page/picText.h"
+#include "study/modPageText.h"
 
 PageAccessible::PageAccessible(PicText *page) : QAccessibleWidget(page, QAccessible::EditableText) {}
 
@@ -33,7 +34,7 @@ QAccessible::State PageAccessible::state() const
 
 QString PageAccessible::text(QAccessible::Text kind) const
 {
-    return kind == QAccessible::Value ? Page().SpokenText() : QAccessibleWidget::text(kind);
+    return kind == QAccessible::Value ? SpokenPage(Page()) : QAccessibleWidget::text(kind);
 }
 
 // Nothing can be selected, because the text is only read. The cursor is at the current keyboard target.
@@ -54,30 +55,31 @@ void PageAccessible::setSelection(int, int, int) {}
 
 int PageAccessible::cursorPosition() const
 {
-    return Page().SpokenCursor();
+    return SpokenCursor(Page());
 }
 
 void PageAccessible::setCursorPosition(int) {}
 
 QString PageAccessible::text(int startOffset, int endOffset) const
 {
-    return Page().SpokenText().mid(startOffset, endOffset - startOffset);
+    return SpokenPage(Page()).mid(startOffset, endOffset - startOffset);
 }
 
 int PageAccessible::characterCount() const
 {
-    return int(Page().SpokenText().size());
+    return int(SpokenPage(Page()).size());
 }
 
 QRect PageAccessible::characterRect(int offset) const
 {
-    const QRect rect = Page().SpokenRect(offset);
-    return rect.isEmpty() ? QRect() : QRect(Page().mapToGlobal(rect.topLeft()), rect.size());
+    const QRect rect = AreaSpokenAt(Page(), offset);
+    return rect.isEmpty() ? QRect() : QRect(widget()->mapToGlobal(rect.topLeft()), rect.size());
 }
 
 int PageAccessible::offsetAtPoint(const QPoint &point) const
 {
-    return Page().SpokenOffsetAt(Page().mapFromGlobal(point));
+    const QPoint at = widget()->mapFromGlobal(point);
+    return OffsetSpokenAt(Page(), at.x(), at.y());
 }
 
 void PageAccessible::scrollToSubstring(int, int) {}
@@ -89,7 +91,7 @@ QString PageAccessible::attributes(int, int *startOffset, int *endOffset) const
     return QString();
 }
 
-const PicText &PageAccessible::Page() const
+const StudyPage &PageAccessible::Page() const
 {
-    return *static_cast<PicText *>(widget());
+    return static_cast<PicText *>(widget())->Page();
 }

@@ -8,6 +8,7 @@
 #include <QAccessibleWidget>
 
 class PicText;
+class StudyPage;
 
 class PageAccessible : public QAccessibleWidget, public QAccessibleTextInterface
 {
@@ -36,5 +37,5 @@ class PageAccessible : public QAccessibleWidget, public QAccessibleTextInterface
     QString attributes(int offset, int *startOffset, int *endOffset) const override;
 
   private:
-    const PicText &Page() const;
+    const StudyPage &Page() const;
 };

@@ -8,33 +8,27 @@
 
 #include <QScrollBar>
 
-PageFrame::PageFrame(PicText *page, QScrollBar *vertical, QScrollBar *horizontal, QWidget *parent)
-    : QWidget(parent), m_page(page), m_vertical(vertical), m_horizontal(horizontal)
+PageFrame::PageFrame(const DisplayText &text, PicText *page, QScrollBar *vertical, QScrollBar *horizontal,
+                     QWidget *parent)
+    : QWidget(parent), m_text(text), m_page(page), m_vertical(vertical), m_horizontal(horizontal)
 {
     for (QWidget *const widget :
          {static_cast<QWidget *>(page), static_cast<QWidget *>(vertical), static_cast<QWidget *>(horizontal)})
         widget->setParent(this);
 }
 
-void PageFrame::SetTextSize(int lineCount, int longestLineCells)
+void PageFrame::Adapt()
 {
-    m_lineCount = lineCount;
-    m_longestLineCells = longestLineCells;
-    Arrange();
-}
-
-void PageFrame::AdaptToFont()
-{
-    updateGeometry(); // the size hints depend on it
+    updateGeometry(); // the size hints depend on the font
     Arrange();
 }
 
 void PageFrame::Arrange()
 {
-    PageLayout whole = m_page->Layout();
+    PageLayout whole = m_page->Measured();
     whole.widthPx = width();
     whole.heightPx = height();
-    const NeededScrollBars needed = ScrollBarsFor(m_lineCount, m_longestLineCells, whole, BarPx());
+    const NeededScrollBars needed = ScrollBarsFor(m_text.LineCount(), m_text.LongestLineCells(), whole, BarPx());
     const int pageWidth = width() - (needed.isVertical ? BarPx() : 0);
     const int pageHeight = height() - (needed.isHorizontal ? BarPx() : 0);
     m_vertical->setGeometry(pageWidth, 0, BarPx(), pageHeight);
@@ -61,5 +55,5 @@ QSize PageFrame::sizeHint() const
 
 QSize PageFrame::minimumSizeHint() const
 {
-    return QSize(2 * BarPx(), m_page->Layout().RowTopPx(2) + BarPx());
+    return QSize(2 * BarPx(), m_page->Measured().RowTopPx(2) + BarPx());
 }

@@ -7,6 +7,7 @@
 
 #include <QWidget>
 
+class DisplayText;
 class PicText;
 class QScrollBar;
 
@@ -15,14 +16,11 @@ class PageFrame : public QWidget
     Q_OBJECT
 
   public:
-    /// Takes over the three widgets and places them.
-    PageFrame(PicText *page, QScrollBar *vertical, QScrollBar *horizontal, QWidget *parent);
+    /// Takes over the three widgets and lays them out. @param text  of the page; must outlive this widget
+    PageFrame(const DisplayText &text, PicText *page, QScrollBar *vertical, QScrollBar *horizontal, QWidget *parent);
 
-    /// Shows the bars that a text needs, and gives the page the remaining space.
-    void SetTextSize(int lineCount, int longestLineCells);
-
-    /// Does the same for another font of the page.
-    void AdaptToFont();
+    /// Shows the bars that another text or font needs, and gives the page the remaining space.
+    void Adapt();
 
     /// Room for the page beside a vertical bar.
     QSize sizeHint() const override;
@@ -37,9 +35,8 @@ class PageFrame : public QWidget
     void Arrange();
     int BarPx() const;
 
+    const DisplayText &m_text;
     PicText *m_page;
     QScrollBar *m_vertical;
     QScrollBar *m_horizontal;
-    int m_lineCount = 0;
-    int m_longestLineCells = 0;
 };

@@ -5,7 +5,6 @@
 
 #include "page/PageAccessible.h"
 #include "page/PagePainter.h"
-#include "study/modClickTarget.h"
 #include "study/modPageText.h"
 #include "widgets/PageFont.h"
 #include "widgets/PageFontAtScale.h"
@@ -20,18 +19,15 @@
 #include <QPainter>
 
 #include <cmath>
-#include <utility>
 
 namespace {
 
 constexpr int LinesPerNotch = 3;
 constexpr int CellsPerNotch = 8;
 
-const QString HowToBegin = QStringLiteral("「ファイル選択」(Alt+O) で学習ファイルを選んでください");
-
 } // namespace
 
-PicText::PicText(QWidget *parent) : QWidget(parent), m_font(PageFont())
+PicText::PicText(const StudyPage &page, QWidget *parent) : QWidget(parent), m_page(page), m_font(PageFont())
 {
     setFocusPolicy(Qt::StrongFocus);
     setMouseTracking(true);
@@ -53,26 +49,24 @@ PageFontAtScale &PicText::FontAt(double scale)
     return *m_deviceFont;
 }
 
-void PicText::SetStudy(const DisplayText *text, const StudyRound *round)
-{
-    m_text = text;
-    m_round = round;
-    m_found = TextSpan();
-    m_current = TextSpan();
-    m_hintedBlank = 0;
-    DrawPage();
-}
-
 void PicText::SetAppearance(float points, int lineSpacePx, bool hasLineNumbers, int zoomPercent)
 {
     m_font.setPixelSize(int(std::lround(double(points) * logicalDpiY() / 72 * zoomPercent / 100)));
     m_deviceFont.reset();
+    m_lineSpacePx = lineSpacePx * zoomPercent / 100;
+    m_hasLineNumbers = hasLineNumbers;
+    update();
+}
+
+PageLayout PicText::Measured() const
+{
     const QFontMetricsF metrics(m_font);
     const double halfWidth = qMax(metrics.horizontalAdvance(u'あ') / 2, metrics.horizontalAdvance(u'W'));
-    m_layout.cellWidthPx = qMax(1, int(std::ceil(halfWidth)));
-    m_layout.linePitchPx = int(std::ceil(metrics.height())) + lineSpacePx * zoomPercent / 100;
-    m_layout.hasLineNumbers = hasLineNumbers;
-    update();
+    return {.cellWidthPx = qMax(1, int(std::ceil(halfWidth))),
+            .linePitchPx = int(std::ceil(metrics.height())) + m_lineSpacePx,
+            .widthPx = width(),
+            .heightPx = height(),
+            .hasLineNumbers = m_hasLineNumbers};
 }
 
 void PicText::SetPageColour(PageColourChoice choice)
@@ -98,72 +92,44 @@ void PicText::changeEvent(QEvent *event)
         UpdateColours();
 }
 
-void PicText::SetTopLine(int topLine)
+void PicText::Show(const PageChange &change)
 {
-    m_topLine = topLine;
-    DrawPage();
-    UpdatePointer(mapFromGlobal(QCursor::pos()));
+    if (change.isPageChanged || change.isTargetMoved || change.isHitMoved)
+        update();
+    if (change.isTargetMoved && QAccessible::isActive())
+        TellChange(QAccessibleTextCursorEvent(this, SpokenCursor(m_page)));
+    const bool isMarkInView =
+        change.markedBlank > 0 && m_page.InView().Holds(m_page.Text().Blanks().LineOf(change.markedBlank));
+    if (change.isPageChanged || isMarkInView)
+        TellChange(QAccessibleEvent(this, QAccessible::VisibleDataChanged));
+    if (change.isPageChanged)
+        UpdatePointer(mapFromGlobal(QCursor::pos()));
+    if (isMarkInView)
+        UpdateBlank(change.markedBlank);
+    for (const int blank : change.hints)
+        UpdateBlank(blank);
+    for (const int blank : change.answers)
+        ShowAnswer(blank);
+    if (change.isLineMarked)
+        update(AreaOfLineNumbers(Layout()));
 }
 
-void PicText::SetLeftCell(int leftCell)
+/// Repaints a blank including its background, so that nothing remains of a hidden answer.
+void PicText::UpdateBlank(int blank)
 {
-    m_layout.leftCell = leftCell;
-    DrawPage();
-    UpdatePointer(mapFromGlobal(QCursor::pos()));
+    update(AreaOfBlank(m_page.Text(), blank, m_page.TopLine(), Layout()));
 }
 
-void PicText::SetFound(const TextSpan &found)
+void PicText::ShowAnswer(int blank)
 {
-    m_found = found;
-    update();
-}
-
-void PicText::SetCurrent(const TextSpan &current)
-{
-    if (current == m_current)
-        return;
-    m_current = current;
-    update();
-    if (QAccessible::isActive())
-        TellChange(QAccessibleTextCursorEvent(this, SpokenCursor()));
-}
-
-void PicText::SetHint(int blank)
-{
-    if (blank == m_hintedBlank)
-        return;
-    for (const int changed : {std::exchange(m_hintedBlank, blank), blank})
-        if (changed > 0)
-            update(AreaOfBlank(*m_text, changed, m_topLine, m_layout));
-}
-
-void PicText::DrawHard(int blank)
-{
-    update(AreaOfBlank(*m_text, blank, m_topLine, m_layout));
-    TellChange(QAccessibleEvent(this, QAccessible::VisibleDataChanged));
-}
-
-int PicText::SpokenCursor() const
-{
-    return m_current.line > 0 ? SpokenOffset(*m_text, *m_round, m_topLine, m_current.line, m_current.Index()) : 0;
-}
-
-void PicText::DrawPage()
-{
-    update();
-    TellChange(QAccessibleEvent(this, QAccessible::VisibleDataChanged));
-}
-
-void PicText::DrawBlank(int blank)
-{
-    update(AreaOfBlank(*m_text, blank, m_topLine, m_layout));
+    UpdateBlank(blank);
     if (!QAccessible::isActive())
         return; // no assistive technology is listening
-    const QString hidden = HiddenAnswerText(*m_round, blank).toString();
-    const QString answer = m_text->Answer(blank).toString();
-    const bool isShown = m_round->bolOpen(blank);
-    const int offset = SpokenOffset(*m_text, *m_round, m_topLine, m_text->Blanks().LineOf(blank),
-                                    m_text->Blanks().StartColumnOf(blank));
+    const DisplayText &text = m_page.Text();
+    const QString hidden = HiddenAnswerText(m_page.Round(), blank).toString();
+    const QString answer = text.Answer(blank).toString();
+    const bool isShown = m_page.Round().bolOpen(blank);
+    const int offset = SpokenOffset(m_page, text.Blanks().LineOf(blank), text.Blanks().StartColumnOf(blank));
     TellChange(QAccessibleTextUpdateEvent(this, offset, isShown ? hidden : answer, isShown ? answer : hidden));
 }
 
@@ -173,37 +139,13 @@ void PicText::TellChange(QAccessibleEvent &&event)
         QAccessible::updateAccessibility(&event);
 }
 
-PageInView PicText::Page() const
-{
-    return PageAt(m_topLine, m_text->LineCount(), m_layout);
-}
-
-QString PicText::SpokenText() const
-{
-    return m_text ? SpokenPage(*m_text, *m_round, Page()) : HowToBegin;
-}
-
-QRect PicText::SpokenRect(int offset) const
-{
-    return m_text ? AreaSpokenAt(*m_text, *m_round, Page(), m_layout, offset) : QRect();
-}
-
-int PicText::SpokenOffsetAt(const QPoint &at) const
-{
-    return m_text ? OffsetSpokenAt(*m_text, *m_round, Page(), m_layout, at.x(), at.y()) : -1;
-}
-
-void PicText::DrawLineNumbers()
-{
-    update(AreaOfLineNumbers(m_layout));
-}
-
 QSize PicText::sizeHint() const
 {
     // Room for a line of maximum length, and few enough rows for a small screen.
     constexpr int columns = 100;
     constexpr int rows = 30;
-    return QSize(m_layout.TextLeftPx() + (columns + 2) * m_layout.cellWidthPx, m_layout.RowTopPx(rows + 1));
+    const PageLayout layout = Measured();
+    return QSize(layout.TextLeftPx() + (columns + 2) * layout.cellWidthPx, layout.RowTopPx(rows + 1));
 }
 
 void PicText::keyPressEvent(QKeyEvent *event)
@@ -258,9 +200,7 @@ void PicText::wheelEvent(QWheelEvent *event)
 
 void PicText::resizeEvent(QResizeEvent *)
 {
-    m_layout.widthPx = width();
-    m_layout.heightPx = height();
-    Q_EMIT RowsChanged();
+    Q_EMIT LayoutChanged();
 }
 
 void PicText::focusInEvent(QFocusEvent *)
@@ -270,27 +210,27 @@ void PicText::focusInEvent(QFocusEvent *)
 
 void PicText::focusOutEvent(QFocusEvent *)
 {
-    SetHint(0); // the next key goes elsewhere
+    Q_EMIT FocusLost();
     update();
 }
 
 void PicText::paintEvent(QPaintEvent *event)
 {
     QPainter painter(this);
-    if (!m_text) {
+    if (!m_page.IsFileOpen()) {
         painter.fillRect(event->rect(), m_colours->background);
         painter.setPen(m_colours->text);
-        painter.drawText(rect(), int(Qt::AlignCenter) | int(Qt::TextWordWrap), HowToBegin);
+        painter.drawText(rect(), int(Qt::AlignCenter) | int(Qt::TextWordWrap), SpokenPage(m_page));
         return;
     }
-    const PageToPaint page{.text = *m_text,
-                           .round = *m_round,
+    const PageToPaint page{.text = m_page.Text(),
+                           .round = m_page.Round(),
                            .colours = *m_colours,
-                           .layout = m_layout,
-                           .topLine = m_topLine,
-                           .found = m_found,
-                           .current = m_current,
-                           .hintedBlank = m_hintedBlank,
+                           .layout = Layout(),
+                           .topLine = m_page.TopLine(),
+                           .found = m_page.Found(),
+                           .current = m_page.Current(),
+                           .hintedBlank = m_page.HintedBlank(),
                            .hasFocus = hasFocus()};
     PagePainter pagePainter(&painter, page, &FontAt(devicePixelRatioF()));
     // Painting the parts separately is cheaper than their bounding rectangle, for example a blank and the line numbers.
@@ -300,8 +240,7 @@ void PicText::paintEvent(QPaintEvent *event)
 
 void PicText::UpdatePointer(const QPoint &at)
 {
-    const ClickTarget target =
-        m_text ? TargetAt(*m_text, *m_round, at.x(), at.y(), m_topLine, m_layout) : ClickTarget();
+    const ClickTarget target = m_page.TargetAt(at.x(), at.y());
     const bool isLink = target.blank > 0 || !target.picture.isEmpty();
     setCursor(isLink ? Qt::PointingHandCursor : Qt::ArrowCursor);
 }

@@ -33,7 +33,7 @@ class frmSearch : public QDialog
     void Open();
 
     /// Sets the text to search and lists the entries again. The text must outlive the window or the next call; to be
-    /// called with nullptr before it changes.
+    /// called again as soon as it changes, before any event is handled.
     void SetText(const DisplayText *text);
 
     /// Goes to the next hit of the selected entry, or back to the previous one. A new search starts at the top line in

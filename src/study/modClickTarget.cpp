@@ -106,11 +106,6 @@ ClickTarget TargetOf(const DisplayText &text, const StudyRound &round, const Tex
     return {.word = WordAround(text.MaskedLine(span.line), index), .picture = PictureNameAt(line, index)};
 }
 
-ClickTarget TargetOfLineNumber(int line, const PageInView &page)
-{
-    return {.numberedLine = qBound(page.topLine, line, qMax(page.topLine, page.lastLine))};
-}
-
 ClickTarget TargetInAnswer(const DisplayText &text, const StudyRound &round, int blank)
 {
     if (!round.bolOpen(blank))

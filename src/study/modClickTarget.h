@@ -43,9 +43,6 @@ std::vector<TextSpan> TargetsInView(const DisplayText &text, const PageInView &p
 /// What a click on a span from TargetsInView acts on now.
 ClickTarget TargetOf(const DisplayText &text, const StudyRound &round, const TextSpan &span);
 
-/// The number of a line, or of the nearest line in view.
-ClickTarget TargetOfLineNumber(int line, const PageInView &page);
-
 /// What a click on a blank also acts on after showing the answer: the answer as a word and the first picture that it
 /// refers to. Nothing while the answer is hidden.
 ClickTarget TargetInAnswer(const DisplayText &text, const StudyRound &round, int blank);

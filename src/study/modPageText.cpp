@@ -3,7 +3,7 @@
 
 #include "study/modPageText.h"
 
-#include "study/modClickTarget.h"
+using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
@@ -16,8 +16,9 @@ struct SpokenPart
 };
 
 /// The parts of a line: text, answers, and text between them.
-std::vector<SpokenPart> PartsOf(const DisplayText &text, const StudyRound &round, int line)
+std::vector<SpokenPart> PartsOf(const StudyPage &page, int line)
 {
+    const DisplayText &text = page.Text();
     const QStringView view = text.Line(line);
     std::vector<SpokenPart> parts;
     qsizetype done = 0;
@@ -26,13 +27,13 @@ std::vector<SpokenPart> PartsOf(const DisplayText &text, const StudyRound &round
         done = end;
     };
     const auto addHidden = [&](int blank, qsizetype length) {
-        parts.push_back({TextSpan::At(line, done, length), HiddenAnswerText(round, blank), true});
+        parts.push_back({TextSpan::At(line, done, length), HiddenAnswerText(page.Round(), blank), true});
         done += length;
     };
     for (const int blank : text.BlanksOnLine(line)) {
         const TextSpan span = text.Span(blank);
         addText(span.Index() + 1); // with the space in place of the bracket
-        if (round.bolOpen(blank))
+        if (page.Round().bolOpen(blank))
             addText(done + text.Answer(blank).size());
         else
             addHidden(blank, text.Answer(blank).size());
@@ -41,10 +42,10 @@ std::vector<SpokenPart> PartsOf(const DisplayText &text, const StudyRound &round
     return parts;
 }
 
-int SpokenLength(const DisplayText &text, const StudyRound &round, int line)
+int SpokenLength(const StudyPage &page, int line)
 {
     qsizetype length = 0;
-    for (const SpokenPart &part : PartsOf(text, round, line))
+    for (const SpokenPart &part : PartsOf(page, line))
         length += part.text.size();
     return int(length);
 }
@@ -56,24 +57,27 @@ QStringView HiddenAnswerText(const StudyRound &round, int blank)
     return round.IsHard(blank) ? u"苦手の空欄" : u"空欄";
 }
 
-QString SpokenPage(const DisplayText &text, const StudyRound &round, const PageInView &page)
+QString SpokenPage(const StudyPage &page)
 {
-    QString spoken;
-    for (int line = page.topLine; line <= page.lastLine; ++line) {
-        if (line > page.topLine)
-            spoken += u'\n';
-        for (const SpokenPart &part : PartsOf(text, round, line))
+    if (!page.IsFileOpen())
+        return u"「ファイル選択」(Alt+O) で学習ファイルを選んでください"_s;
+    QStringList lines;
+    const PageInView view = page.InView();
+    for (int line = view.topLine; line <= view.lastLine; ++line) {
+        QString spoken;
+        for (const SpokenPart &part : PartsOf(page, line))
             spoken += part.text;
+        lines += spoken;
     }
-    return spoken;
+    return lines.join(u'\n');
 }
 
-int SpokenOffset(const DisplayText &text, const StudyRound &round, int topLine, int line, qsizetype index)
+int SpokenOffset(const StudyPage &page, int line, qsizetype index)
 {
     qsizetype offset = 0;
-    for (int above = topLine; above < line; ++above)
-        offset += SpokenLength(text, round, above) + 1;
-    for (const SpokenPart &part : PartsOf(text, round, line)) {
+    for (int above = page.TopLine(); above < line; ++above)
+        offset += SpokenLength(page, above) + 1;
+    for (const SpokenPart &part : PartsOf(page, line)) {
         const qsizetype start = part.span.Index();
         // A hidden empty answer counts as one character, at its closing bracket.
         const qsizetype end = start + qMax(part.span.length, part.isWhole ? 1 : 0);
@@ -84,40 +88,46 @@ int SpokenOffset(const DisplayText &text, const StudyRound &round, int topLine, 
     return int(offset);
 }
 
-TextSpan SpanSpokenAt(const DisplayText &text, const StudyRound &round, const PageInView &page, int offset)
+int SpokenCursor(const StudyPage &page)
 {
+    return page.Current().line > 0 ? SpokenOffset(page, page.Current().line, page.Current().Index()) : 0;
+}
+
+TextSpan SpanSpokenAt(const StudyPage &page, int offset)
+{
+    const PageInView view = page.InView();
     qsizetype left = offset;
-    for (int line = page.topLine; line <= page.lastLine && left >= 0; ++line) {
-        for (const SpokenPart &part : PartsOf(text, round, line)) {
+    for (int line = view.topLine; line <= view.lastLine && left >= 0; ++line) {
+        for (const SpokenPart &part : PartsOf(page, line)) {
             if (left < part.text.size())
                 return part.isWhole ? part.span : TextSpan::At(line, part.span.Index() + left, 1);
             left -= part.text.size();
         }
         if (left == 0)
-            return TextSpan::At(line, text.Line(line).size(), 0);
+            return TextSpan::At(line, page.Text().Line(line).size(), 0);
         --left; // skips the line feed
     }
     return {};
 }
 
-QRect AreaSpokenAt(const DisplayText &text, const StudyRound &round, const PageInView &page, const PageLayout &layout,
-                   int offset)
+QRect AreaSpokenAt(const StudyPage &page, int offset)
 {
-    const TextSpan span = SpanSpokenAt(text, round, page, offset);
+    const TextSpan span = SpanSpokenAt(page, offset);
     if (span.line == 0)
         return QRect();
-    const CellRange cells = text.Cells(span);
-    const QRect area(layout.CellLeftPx(cells.start), layout.RowTopPx(layout.RowOf(span.line, page.topLine)),
+    const PageLayout &layout = page.Layout();
+    const CellRange cells = page.Text().Cells(span);
+    const QRect area(layout.CellLeftPx(cells.start), layout.RowTopPx(layout.RowOf(span.line, page.TopLine())),
                      (cells.end - cells.start) * layout.cellWidthPx, layout.linePitchPx);
     return area & QRect(layout.TextLeftPx(), 0, layout.widthPx - layout.TextLeftPx(), layout.heightPx);
 }
 
-int OffsetSpokenAt(const DisplayText &text, const StudyRound &round, const PageInView &page, const PageLayout &layout,
-                   int xPx, int yPx)
+int OffsetSpokenAt(const StudyPage &page, int xPx, int yPx)
 {
-    const int line = layout.LineAt(yPx, page.topLine);
-    if (yPx < PageLayout::TopMarginPx || xPx < layout.TextLeftPx() || !page.Holds(line))
+    const PageLayout &layout = page.Layout();
+    const int line = layout.LineAt(yPx, page.TopLine());
+    if (yPx < PageLayout::TopMarginPx || xPx < layout.TextLeftPx() || !page.InView().Holds(line))
         return -1;
-    const qsizetype index = IndexOfCell(text.Line(line), layout.CellAt(xPx));
-    return index < 0 ? -1 : SpokenOffset(text, round, page.topLine, line, index);
+    const qsizetype index = IndexOfCell(page.Text().Line(line), layout.CellAt(xPx));
+    return index < 0 ? -1 : SpokenOffset(page, line, index);
 }

@@ -4,7 +4,7 @@
 // The page as text for screen readers. Lines and blanks are numbered from 1.
 #pragma once
 
-#include "study/modStudyRound.h"
+#include "study/modStudyPage.h"
 
 #include <QRect>
 
@@ -12,21 +12,22 @@
 QStringView HiddenAnswerText(const StudyRound &round, int blank);
 
 /// The lines in view, separated by line feeds. Hidden answers are replaced by HiddenAnswerText, shown ones are as they
-/// are; both are surrounded by spaces.
-QString SpokenPage(const DisplayText &text, const StudyRound &round, const PageInView &page);
+/// are; both are surrounded by spaces. While no file is open, how to choose one.
+QString SpokenPage(const StudyPage &page);
 
 /// The 0-based offset in SpokenPage of a character of a line in view; for a hidden answer, where its "空欄" begins.
 /// @param index  0-based character of the line, up to its length
-int SpokenOffset(const DisplayText &text, const StudyRound &round, int topLine, int line, qsizetype index);
+int SpokenOffset(const StudyPage &page, int line, qsizetype index);
+
+/// The offset in SpokenPage of the keyboard target; 0 if there is none.
+int SpokenCursor(const StudyPage &page);
 
 /// What is at an offset in SpokenPage: one character or, anywhere in "空欄", the whole hidden answer. At a line's end
 /// the span is empty; past the last line it is on line 0.
-TextSpan SpanSpokenAt(const DisplayText &text, const StudyRound &round, const PageInView &page, int offset);
+TextSpan SpanSpokenAt(const StudyPage &page, int offset);
 
 /// The area of that span on the page, as far as it is in view, in pixels of the text area; empty if it is nowhere.
-QRect AreaSpokenAt(const DisplayText &text, const StudyRound &round, const PageInView &page, const PageLayout &layout,
-                   int offset);
+QRect AreaSpokenAt(const StudyPage &page, int offset);
 
 /// The offset in SpokenPage of what is at a pixel of the text area; -1 if there is no text.
-int OffsetSpokenAt(const DisplayText &text, const StudyRound &round, const PageInView &page, const PageLayout &layout,
-                   int xPx, int yPx);
+int OffsetSpokenAt(const StudyPage &page, int xPx, int yPx);

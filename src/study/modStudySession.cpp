@@ -15,31 +15,37 @@
 using namespace Qt::Literals::StringLiterals;
 
 StudySession::StudySession(const SystemServices &services, StudyDatabase &database, const QString &listFolder,
-                           const QString &userName, const std::function<void()> &textGoes, int interimSeconds)
+                           const QString &userName, int interimSeconds)
     : m_services(services), m_database(database), m_userName(userName),
       m_marks(JoinPath(listFolder, u"ListMark.txt"_s), userName), m_places(JoinPath(listFolder, u"ListPlace.txt"_s)),
-      m_textGoes(textGoes), m_interimSeconds(interimSeconds)
+      m_interimSeconds(interimSeconds)
 {
+}
+
+void StudySession::End()
+{
+    m_start = QDateTime(); // first, so that no row is completed with the count of an empty page
+    m_clockStart = QDateTime();
+    m_path.clear();
+    m_page.Clear();
+    m_isMarkChanged = false;
 }
 
 StudyReading StudySession::Open(const QString &path)
 {
+    End();
     m_start = m_services.Now();
     m_completedAt = m_start;
     m_completedCount = 0;
-    m_path.clear();
-    ReplaceText(DisplayText());
-    m_round.Load(0);
-    m_isMarkChanged = false;
-    m_lastLine = 0;
-    m_clockStart = QDateTime();
     DBInsRecKotoban(m_database, m_start, m_userName, RecordedTitle(path));
-    StudyReading reading = Read(path);
+    DisplayText text;
+    StudyReading reading = Read(path, &text);
     if (reading.refusal)
         return reading;
+    const QString title = GetFileTitle(path);
+    const std::vector<int> hardBlanks = m_marks.Find(title, text);
     m_path = path;
-    m_round.Load(m_text.Blanks().Count(), m_marks.Find(GetFileTitle(path), m_text));
-    m_lastLine = m_places.Line(m_userName, GetFileTitle(path));
+    m_page.Load(std::move(text), hardBlanks, m_places.Line(m_userName, title));
     m_clockStart = m_services.Now();
     return reading;
 }
@@ -47,15 +53,18 @@ StudyReading StudySession::Open(const QString &path)
 StudyReading StudySession::ReadAgain()
 {
     const QString title = GetFileTitle(m_path);
-    const QStringList marks = m_marks.Entries(title, m_text, m_round.HardBlanks());
-    StudyReading reading = Read(m_path);
-    if (!reading.refusal)
-        m_round.Reload(m_text.Blanks().Count(), m_marks.FindIn(marks, title, m_text));
+    const QStringList marks = m_marks.Entries(title, m_page.Text(), m_page.Round().HardBlanks());
+    DisplayText text;
+    StudyReading reading = Read(m_path, &text);
+    if (reading.refusal)
+        return reading;
+    const std::vector<int> hardBlanks = m_marks.FindIn(marks, title, text);
+    m_page.Reload(std::move(text), hardBlanks);
     return reading;
 }
 
-/// Reads the text of a file; keeps the previous text if it is refused.
-StudyReading StudySession::Read(const QString &path)
+/// Reads the text of a file. @param text  empty after a refusal
+StudyReading StudySession::Read(const QString &path, DisplayText *text)
 {
     const QDateTime fileTime =
         QFileInfo(path).lastModified(); // taken first, so that a change during reading is noticed
@@ -63,43 +72,36 @@ StudyReading StudySession::Read(const QString &path)
     if (TextRefusal refusal = ReadStudyText(path, MaxLineBytes, &lines))
         return {std::move(refusal)};
     m_fileTime = fileTime;
-    ReplaceText(DisplayText(std::move(lines)));
-    return {{}, BadPictureNames(m_text)};
-}
-
-void StudySession::ReplaceText(DisplayText text)
-{
-    if (m_textGoes)
-        m_textGoes();
-    m_text = std::move(text);
+    *text = DisplayText(std::move(lines));
+    return {{}, BadPictureNames(*text)};
 }
 
 bool StudySession::IsFileChanged() const
 {
     const QFileInfo file(m_path);
-    return IsFileOpen() && file.exists() && file.lastModified() != m_fileTime;
+    return m_page.IsFileOpen() && file.exists() && file.lastModified() != m_fileTime;
 }
 
-QStringList StudySession::Complete(int topLine)
+QStringList StudySession::Complete()
 {
     QStringList messages;
     if (HasBegun()) {
         m_completedAt = m_services.Now();
-        m_completedCount = m_round.lngOpenCount(); // even after a fault, which the user is told
+        m_completedCount = m_page.Round().lngOpenCount(); // even after a fault, which the user is told
         DBUpdRecKotoban(m_database, m_services, m_start, m_userName, m_completedCount);
     }
     if (const FileFault fault = KeepMarks())
         messages += MarksNotSavedMessage(fault);
-    if (!IsFileOpen())
+    if (!m_page.IsFileOpen())
         return messages;
-    if (const FileFault fault = m_places.Write(m_userName, GetFileTitle(m_path), topLine))
+    if (const FileFault fault = m_places.Write(m_userName, GetFileTitle(m_path), m_page.StoppedAt()))
         messages += FaultMessage(u"学習を終えた所を保存できません。"_s, fault);
     return messages;
 }
 
 void StudySession::CompleteSoFar()
 {
-    const int count = m_round.lngOpenCount();
+    const int count = m_page.Round().lngOpenCount();
     if (count == m_completedCount)
         return;
     m_completedAt = m_services.Now();
@@ -115,10 +117,11 @@ void StudySession::CompleteSoFarWhenDue()
         CompleteSoFar();
 }
 
-void StudySession::ToggleHard(int blank)
+PageChange StudySession::ToggleHard(int blank)
 {
-    m_round.ToggleHard(blank);
-    m_isMarkChanged = true;
+    PageChange change = m_page.ToggleHard(blank);
+    m_isMarkChanged |= change.markedBlank > 0;
+    return change;
 }
 
 QString MarksNotSavedMessage(const FileFault &fault)
@@ -130,7 +133,7 @@ FileFault StudySession::KeepMarks()
 {
     if (!m_isMarkChanged)
         return {};
-    FileFault fault = m_marks.Write(GetFileTitle(m_path), m_text, m_round.HardBlanks());
+    FileFault fault = m_marks.Write(GetFileTitle(m_path), m_page.Text(), m_page.Round().HardBlanks());
     m_isMarkChanged = bool(fault);
     return fault;
 }

@@ -15,7 +15,6 @@
 #include "settings/modEditor.h"
 #include "text/modPictureName.h"
 #include "view/StudyStateBar.h"
-#include "view/frmPicture.h"
 #include "widgets/ElidedLabel.h"
 #include "widgets/InputGuard.h"
 #include "widgets/frmMsg.h"
@@ -26,12 +25,14 @@
 #include <QFileSystemWatcher>
 #include <QPushButton>
 #include <QScopeGuard>
-#include <QScrollBar>
 #include <QTimer>
 
 using namespace Qt::Literals::StringLiterals;
 
-frmText::~frmText() = default;
+frmText::~frmText()
+{
+    delete m_pageFrame; // shows the page of m_session, which goes before the other widgets
+}
 
 /// The window was shown for the first time, or the user came back to it from another window of the program.
 void frmText::Form_Activate()
@@ -64,7 +65,7 @@ void frmText::cmdFile_Click()
     if (!m_frmFile)
         m_frmFile = new frmFile(m_services, m_database, m_msg, m_settingsFile, m_context.applicationFolder,
                                 m_context.userName, this);
-    PlaceFileWindow();
+    MoveFileWindow();
     const FileChoice choice = m_frmFile->Choose(m_settings.TextEditor);
     if (choice == FileChoice::EndProgram) {
         m_stage = Stage::Ended;
@@ -95,14 +96,15 @@ void frmText::OpenSession(const QString &path)
     Timer1->stop();
     m_stateBar->ClearTime();
     m_stateBar->ShowFileChange(false);
+    m_session.End();
+    ShowText();
     const StudyReading reading = m_session.Open(path);
     if (m_stage == Stage::Ended)
         return; // the window was closed while a database message was shown
     if (!reading.refusal)
         EnableFileControls(true);
     lblFile->SetText(NameInLine(QFileInfo(m_session.Path()).fileName()));
-    OfferLine(m_session.LastLine());
-    ShowText(1);
+    ShowText();
     if (reading.refusal) {
         Ask(reading.refusal.message, MsgStyle::Ok, u"notify.wav"_s);
         return;
@@ -130,38 +132,18 @@ void frmText::TellFileChange()
         m_watcher->addPath(m_session.Path()); // a replaced file is no longer watched
 }
 
-/// Forgets everything that points into the text, which is about to be replaced. The page shows none meanwhile.
-void frmText::ForgetPlaces()
+/// Shows the page's new text.
+void frmText::ShowText()
 {
-    picText->SetStudy(nullptr, nullptr); // with its hint, target and hit
-    if (m_frmSearch)
-        m_frmSearch->SetText(nullptr);
     m_stateBar->HideKeyword();
-    m_stateBar->HideNotice(); // hiding can no longer be undone
-    m_wholeLine = 0;
-    OfferLine(0);
-}
-
-/// Offers the line at which the user last stopped; 0 and 1 offer none.
-void frmText::OfferLine(int line)
-{
-    m_offeredLine = line > 1 ? line : 0;
-    m_stateBar->OfferLine(m_offeredLine);
-}
-
-/// Shows the session's new text. @param topLine  line to bring to the top, if it exists
-void frmText::ShowText(int topLine)
-{
-    if (m_session.IsFileOpen())
-        picText->SetStudy(&m_session.Text(), &m_session.Round());
-    m_stateBar->SetFile(m_session.Text().LineCount(), m_session.Round().BlankCount());
+    m_stateBar->HideNotice();
+    m_stateBar->SetFile(m_page.Text().LineCount(), m_page.Round().BlankCount());
     if (m_frmSearch)
-        m_frmSearch->SetText(&m_session.Text());
-    ShowHardControls();
-    m_pageFrame->SetTextSize(m_session.Text().LineCount(), m_session.Text().LongestLineCells());
-    SetUpScrollBar();
-    HScroll->setValue(0);
-    ShowLine(topLine);
+        m_frmSearch->SetText(&m_page.Text());
+    m_pageFrame->Adapt();
+    PageChange change = m_page.SetLayout(picText->Measured());
+    change.isPageChanged = true;
+    Apply(change);
 }
 
 void frmText::Timer1_Timer()
@@ -189,9 +171,8 @@ void frmText::OpenInEditorAt(int line)
 void frmText::cmdReRead_Click()
 {
     WriteTrace(u"■frmText.cmdReRead_Click()");
-    if (!m_session.IsFileOpen())
+    if (!m_page.IsFileOpen())
         return;
-    const bool isOffered = m_offeredLine > 0;
     const StudyReading reading = m_session.ReadAgain();
     if (reading.refusal) {
         const QString question = reading.refusal.message + u"\r\n\r\nこのファイルを編集しますか？"_s;
@@ -200,8 +181,7 @@ void frmText::cmdReRead_Click()
         return;
     }
     WatchFile();
-    OfferLine(isOffered ? m_session.LastLine() : 0);
-    ShowText(VScroll->value());
+    ShowText();
     picText->setFocus();
     TellBadPictureNames(reading);
 }
@@ -215,11 +195,11 @@ void frmText::TellBadPictureNames(const StudyReading &reading)
 void frmText::cmdEdit_Click()
 {
     WriteTrace(u"■frmText.cmdEdit_Click()");
-    if (!m_session.IsFileOpen())
+    if (!m_page.IsFileOpen())
         return;
     cmdReRead->setFocus(); // so that one key reads the edited file again
-    const int marked = m_session.Round().lngMarkLine();
-    OpenInEditorAt(marked != 0 ? marked : VScroll->value());
+    const int marked = m_page.Round().lngMarkLine();
+    OpenInEditorAt(marked != 0 ? marked : m_page.TopLine());
 }
 
 void frmText::cmdIni_Click()
@@ -234,7 +214,7 @@ void frmText::cmdIni_Click()
         m_settings = settings;
         ApplySettings();
         WidenToText();
-        ShowLine(VScroll->value());
+        Apply(m_page.ShowLine(m_page.TopLine()));
     } else {
         Form_Activate();
     }
@@ -259,10 +239,11 @@ void frmText::cmdSearch_Click()
     if (!m_frmSearch) {
         m_search = std::make_unique<KeywordSearch>(
             ReadKeywordList(JoinPath(m_context.applicationFolder, u"KeywordList.txt"_s)));
-        m_search->SetText(&m_session.Text());
+        m_search->SetText(&m_page.Text());
         m_frmSearch = new frmSearch(
-            *m_search, [this] { return VScroll->value(); }, this);
-        connect(m_frmSearch, &frmSearch::SpanChosen, this, &frmText::ShowFound);
+            *m_search, [this] { return m_page.TopLine(); }, this);
+        connect(m_frmSearch, &frmSearch::SpanChosen, this,
+                [this](const TextSpan &found) { Apply(m_page.ShowFound(found)); });
         connect(m_frmSearch, &frmSearch::StateChanged, m_stateBar, &StudyStateBar::ShowKeyword);
     }
     m_frmSearch->Open();
@@ -274,12 +255,6 @@ void frmText::GoOnSearching(bool backwards)
         m_frmSearch->GoOn(backwards);
 }
 
-void frmText::ShowPicture(const QString &name)
-{
-    m_session.CompleteSoFar(); // decoding a picture of any origin is the program's riskiest work
-    frmPicture(StudyFolderPath(), name, this).exec();
-}
-
 QString frmText::ReportFolderPath() const
 {
     return JoinPath(m_context.applicationFolder, u"rec"_s);
@@ -287,7 +262,7 @@ QString frmText::ReportFolderPath() const
 
 void frmText::PrintFile()
 {
-    if (!m_session.IsFileOpen())
+    if (!m_page.IsFileOpen())
         return;
     m_session.CompleteSoFar();
     KeepMarks();
@@ -296,24 +271,18 @@ void frmText::PrintFile()
 
 void frmText::ExportFile()
 {
-    if (!m_session.IsFileOpen())
+    if (!m_page.IsFileOpen())
         return;
     m_session.CompleteSoFar();
     KeepMarks();
     frmExport(m_services, m_msg, m_session.Marks(), ReportFolderPath(), this).Run(m_session.Path());
 }
 
-/// The line at which the user stops; that of the last session until the user scrolls.
-int frmText::StoppedAt() const
-{
-    return m_offeredLine > 0 ? m_offeredLine : VScroll->value();
-}
-
 /// Completes the session and reports what could not be saved.
 void frmText::CompleteSession()
 {
     m_keeping->stop();
-    for (const QString &message : m_session.Complete(StoppedAt()))
+    for (const QString &message : m_session.Complete())
         m_services.ShowMessage(message);
 }
 
@@ -340,6 +309,6 @@ void frmText::Record()
     if (m_stage == Stage::Ended)
         return;
     m_stage = Stage::Ended;
-    m_session.Complete(StoppedAt());
+    m_session.Complete();
     m_database.Close();
 }

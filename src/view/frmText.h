@@ -30,7 +30,6 @@ class QPushButton;
 class QScrollBar;
 class QTimer;
 class StudyStateBar;
-struct ClickTarget;
 
 /// What the study window works with: one user in one application folder.
 struct StudyContext
@@ -86,6 +85,8 @@ class frmText : public QWidget
     void picText_OLEDragDrop();
 
     void AddControls();
+    void LayOut();
+    void Connect();
     void AddShortcuts();
     QPushButton *AddBarButton(const QString &name, const QString &caption, const QString &toolTip,
                               void (frmText::*handler)());
@@ -95,27 +96,22 @@ class frmText : public QWidget
     void KeepMinimumHeight();
     void WidenToText();
     int LargestLeft(int widthPx) const;
-    void PlaceFileWindow();
+    void MoveFileWindow();
     void SaveFormPos();
 
-    PageInView Page() const;
-    int StoppedAt() const;
-    void CompleteSession();
-    void SetUpScrollBar();
-    void ShowText(int topLine);
-    void ShowLine(int line);
-    void ShowProgress();
-    void BringCellsIntoView(const TextSpan &span);
-    void MovePages(int pages);
+    void Apply(const PageChange &change);
+    void ShowPageState();
+    void ShowText();
     void AskForLine();
-    void GoToRandomPage();
+    void KeepMarks();
+    void ShowPicture(const QString &name);
+    void ReadAloud(const PageChange &change);
     void ChangeZoom(int steps);
     void SetZoom(int percent);
     void DescribePage();
 
     void OpenSession(const QString &path);
-    void ForgetPlaces();
-    void OfferLine(int line);
+    void CompleteSession();
     void TellBadPictureNames(const StudyReading &reading);
     void WatchFile();
     void TellFileChange();
@@ -125,29 +121,7 @@ class frmText : public QWidget
     void ExportFile();
     QString StudyFolderPath() const;
     QString ReportFolderPath() const;
-
-    void Enter();
-    void Reveal(int blank);
-    void Click(const ClickTarget &target);
-    void ClickCurrent();
-    void ClickLineNumber(int line);
-    void GoToTarget(bool backwards);
-    void MarkLine(int line);
-    void HideAllAnswers();
-    void Undo();
-    bool KeepBefore(unsigned roundBefore, int topLine, int markLine);
-    void OfferUndo();
-    void ToggleHard(int blank);
-    void KeepMarks();
-    void ShowHardControls();
-    void ToggleWholeLine();
-    void ShowHint();
-    void ShowAloud();
-    void SpeakAnswer(const QString &answer);
-    int ChosenBlank() const;
     void GoOnSearching(bool backwards);
-    void ShowFound(const TextSpan &found);
-    void ShowPicture(const QString &name);
 
     /// Stages in the life of the window.
     enum class Stage
@@ -169,6 +143,7 @@ class frmText : public QWidget
     Settings m_settings;
 
     StudySession m_session;
+    StudyPage &m_page; // of m_session
     Stage m_stage = Stage::Created;
     QFileSystemWatcher *m_watcher; // of the open file and its folder
     int m_zoom = 100;              // percent, one of ZoomSteps
@@ -194,12 +169,6 @@ class frmText : public QWidget
     ElidedLabel *lblFile;
     StudyStateBar *m_stateBar;
     QTimer *Timer1;
-    QTimer *m_keeping; // runs from a change of a mark until it is saved
-
-    int m_offeredLine = 0;   // where the user last stopped, while offered
-    int m_wholeLine = 0;     // line last shown as a whole, if no other answer was shown since
-    int m_topLineBefore = 1; // state to restore when the new round is undone
-    int m_markLineBefore = 0;
-    int m_markLineAfter = 0;
+    QTimer *m_keeping;          // runs from a change of a mark until it is saved
     bool m_isVoiceTold = false; // whether the user knows that there is no voice
 };

@@ -21,6 +21,7 @@
 #include <QCheckBox>
 #include <QFileSystemWatcher>
 #include <QPushButton>
+#include <QRandomGenerator>
 #include <QScreen>
 #include <QScrollBar>
 #include <QShortcut>
@@ -28,8 +29,8 @@
 #include <QVBoxLayout>
 #include <QWindow>
 
-#include <functional>
 #include <limits>
+#include <type_traits>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -43,12 +44,10 @@ frmText::frmText(SystemServices &services, StudyDatabase &database, const RunLog
                  const StudyContext &context)
     : m_services(services), m_database(database), m_log(log), m_msg(msg), m_context(context),
       m_settingsFile(context.settingsPath), m_defaults(DefaultSettings()), m_settings(m_defaults),
-      m_session(
-          services, database, context.applicationFolder, context.userName, [this] { ForgetPlaces(); },
-          context.interimSeconds),
-      m_watcher(new QFileSystemWatcher(this)), picText(new PicText(this)),
+      m_session(services, database, context.applicationFolder, context.userName, context.interimSeconds),
+      m_page(m_session.Page()), m_watcher(new QFileSystemWatcher(this)), picText(new PicText(m_page, this)),
       VScroll(new FocusScrollBar(Qt::Vertical, this)), HScroll(new FocusScrollBar(Qt::Horizontal, this)),
-      m_pageFrame(new PageFrame(picText, VScroll, HScroll, this)),
+      m_pageFrame(new PageFrame(m_page.Text(), picText, VScroll, HScroll, this)),
       cmdFile(AddBarButton(u"cmdFile"_s, u"ファイル選択(&O)"_s, u"別の学習ファイルを選びます (Alt+O)"_s,
                            &frmText::cmdFile_Click)),
       cmdReRead(AddBarButton(u"cmdReRead"_s, u"再読込(&R)"_s, u"編集した学習ファイルを読み直します (Alt+R)"_s,
@@ -66,6 +65,9 @@ frmText::frmText(SystemServices &services, StudyDatabase &database, const RunLog
 {
     setObjectName(u"frmText"_s);
     AddControls();
+    LayOut();
+    Connect();
+    AddShortcuts();
     Form_Load();
 }
 
@@ -88,8 +90,12 @@ void frmText::AddControls()
     m_keeping->setSingleShot(true);
     m_keeping->setInterval(1000);
     Timer1->setObjectName(u"Timer1"_s);
+    Timer1->setInterval(600); // often enough to see every second, so that no multiple of ten is missed
     chkSpeak->setFocusPolicy(Qt::TabFocus);
+}
 
+void frmText::LayOut()
+{
     auto *const bar = new FlowLayout(6);
     for (QPushButton *const button : {cmdFile, cmdReRead, cmdEdit, cmdIni, cmdDispHowToUse, cmdSearch})
         bar->addWidget(button);
@@ -106,8 +112,10 @@ void frmText::AddControls()
 
     // In reading order: the buttons, the page with its scroll bars, then the row below.
     SetTabOrder({chkSpeak, chkOnlyHard, picText, VScroll, HScroll});
+}
 
-    VScroll->setRange(1, 1);
+void frmText::Connect()
+{
     connect(VScroll, &QScrollBar::valueChanged, this, &frmText::VScroll_Change);
     connect(HScroll, &QScrollBar::valueChanged, this, &frmText::HScroll_Change);
     connect(chkSpeak, &QCheckBox::clicked, this, &frmText::chkSpeak_Click);
@@ -117,64 +125,62 @@ void frmText::AddControls()
     connect(picText, &PicText::MouseDown, this, &frmText::picText_MouseDown);
     connect(picText, &PicText::MouseMove, this, &frmText::picText_MouseMove);
     connect(picText, &PicText::OLEDragDrop, this, &frmText::picText_OLEDragDrop);
-    connect(picText, &PicText::RowsChanged, this, &frmText::SetUpScrollBar);
-    connect(picText, &PicText::WheelTurned, this, [this](int lines) { VScroll->setValue(VScroll->value() + lines); });
-    connect(picText, &PicText::WheelTurnedSideways, this,
-            [this](int cells) { HScroll->setValue(HScroll->value() + cells); });
+    connect(picText, &PicText::LayoutChanged, this, [this] { Apply(m_page.SetLayout(picText->Measured())); });
+    connect(picText, &PicText::FocusLost, this, [this] { Apply(m_page.HideHint()); });
+    connect(picText, &PicText::WheelTurned, this, [this](int lines) { Apply(m_page.MoveByLines(lines)); });
+    connect(picText, &PicText::WheelTurnedSideways, this, [this](int cells) { Apply(m_page.MoveByCells(cells)); });
     connect(picText, &PicText::ColoursChanged, this, &frmText::DescribePage);
     connect(picText, &PicText::ZoomTurned, this, &frmText::ChangeZoom);
     connect(m_stateBar, &StudyStateBar::ZoomClicked, this, &frmText::ChangeZoom);
-    connect(m_stateBar, &StudyStateBar::LineChosen, VScroll, &QScrollBar::setValue);
+    connect(m_stateBar, &StudyStateBar::LineChosen, this, [this](int line) { Apply(m_page.MoveToLine(line)); });
     connect(m_stateBar, &StudyStateBar::LineFieldClosed, picText, qOverload<>(&QWidget::setFocus));
     connect(m_watcher, &QFileSystemWatcher::fileChanged, this, &frmText::TellFileChange);
     connect(m_watcher, &QFileSystemWatcher::directoryChanged, this, &frmText::TellFileChange);
-    AddShortcuts();
     connect(Timer1, &QTimer::timeout, this, &frmText::Timer1_Timer);
-    Timer1->setInterval(600); // often enough to see every second, so that no multiple of ten is missed
 }
 
 /// Adds shortcuts for what otherwise needs a mouse. They belong to the window, because the text area ignores most keys.
 void frmText::AddShortcuts()
 {
-    const auto add = [this](const QKeySequence &keys, const std::function<void()> &action) {
+    const auto add = [this](const QKeySequence &keys, auto action) {
         auto *const shortcut = new QShortcut(keys, this);
         connect(shortcut, &QShortcut::activated, this, [this, action] {
-            picText->SetHint(0);
-            action();
+            Apply(m_page.HideHint());
+            if constexpr (std::is_void_v<decltype(action())>)
+                action();
+            else
+                Apply(action());
         });
         return shortcut;
     };
     // A held key keeps moving but clicks only once.
-    const auto addClick = [&add](const QKeySequence &keys, const std::function<void()> &action) {
-        add(keys, action)->setAutoRepeat(false);
-    };
+    const auto addClick = [&add](const QKeySequence &keys, auto action) { add(keys, action)->setAutoRepeat(false); };
     addClick(Qt::Key_F1, [this] { cmdDispHowToUse_Click(); });
     add(QKeySequence::Find, [this] { cmdSearch_Click(); });
     add(Qt::Key_F3, [this] { GoOnSearching(false); });
     add(Qt::SHIFT | Qt::Key_F3, [this] { GoOnSearching(true); });
-    add(Qt::CTRL | Qt::Key_Right, [this] { GoToTarget(false); });
-    add(Qt::CTRL | Qt::Key_Left, [this] { GoToTarget(true); });
-    addClick(Qt::CTRL | Qt::Key_Space, [this] { ClickCurrent(); });
-    addClick(Qt::CTRL | Qt::Key_H, [this] { HideAllAnswers(); });
-    addClick(QKeySequence::Undo, [this] { Undo(); });
-    addClick(Qt::CTRL | Qt::Key_M,
-             [this] { ToggleHard(ChosenBlank() > 0 ? ChosenBlank() : m_session.Round().LastShown()); });
+    add(Qt::CTRL | Qt::Key_Right, [this] { return m_page.GoToTarget(false, chkSpeak->isChecked()); });
+    add(Qt::CTRL | Qt::Key_Left, [this] { return m_page.GoToTarget(true, chkSpeak->isChecked()); });
+    addClick(Qt::CTRL | Qt::Key_Space, [this] { return m_page.ClickCurrent(); });
+    addClick(Qt::CTRL | Qt::Key_H, [this] { return m_page.HideAll(); });
+    addClick(QKeySequence::Undo, [this] { return m_page.Undo(); });
+    addClick(Qt::CTRL | Qt::Key_M, [this] { return m_session.ToggleHard(m_page.BlankToMark()); });
     addClick(Qt::CTRL | Qt::SHIFT | Qt::Key_M, [this] { chkOnlyHard->click(); });
-    addClick(Qt::CTRL | Qt::SHIFT | Qt::Key_Space, [this] { ToggleWholeLine(); });
-    addClick(Qt::CTRL | Qt::Key_I, [this] { ShowHint(); });
-    addClick(Qt::CTRL | Qt::Key_L, [this] { ClickLineNumber(picText->Current().line); });
-    add(Qt::CTRL | Qt::SHIFT | Qt::Key_Down, [this] { ClickLineNumber(m_session.Round().lngMarkLine() + 1); });
-    add(Qt::CTRL | Qt::SHIFT | Qt::Key_Up, [this] { ClickLineNumber(m_session.Round().lngMarkLine() - 1); });
-    add(Qt::CTRL | Qt::Key_Down, [this] { VScroll->setValue(VScroll->value() + 1); });
-    add(Qt::CTRL | Qt::Key_Up, [this] { VScroll->setValue(VScroll->value() - 1); });
-    add(Qt::CTRL | Qt::SHIFT | Qt::Key_Right, [this] { HScroll->setValue(HScroll->value() + CellsPerKey); });
-    add(Qt::CTRL | Qt::SHIFT | Qt::Key_Left, [this] { HScroll->setValue(HScroll->value() - CellsPerKey); });
-    add(Qt::CTRL | Qt::Key_PageDown, [this] { MovePages(1); });
-    add(Qt::CTRL | Qt::Key_PageUp, [this] { MovePages(-1); });
-    add(Qt::CTRL | Qt::Key_Home, [this] { VScroll->setValue(1); });
-    add(Qt::CTRL | Qt::Key_End, [this] { VScroll->setValue(Page().LastFullTop()); });
+    addClick(Qt::CTRL | Qt::SHIFT | Qt::Key_Space, [this] { return m_page.ToggleWholeLine(); });
+    addClick(Qt::CTRL | Qt::Key_I, [this] { return m_page.ShowHint(); });
+    addClick(Qt::CTRL | Qt::Key_L, [this] { return m_page.ClickLineNumber(m_page.Current().line); });
+    add(Qt::CTRL | Qt::SHIFT | Qt::Key_Down, [this] { return m_page.MoveLineMark(1); });
+    add(Qt::CTRL | Qt::SHIFT | Qt::Key_Up, [this] { return m_page.MoveLineMark(-1); });
+    add(Qt::CTRL | Qt::Key_Down, [this] { return m_page.MoveByLines(1); });
+    add(Qt::CTRL | Qt::Key_Up, [this] { return m_page.MoveByLines(-1); });
+    add(Qt::CTRL | Qt::SHIFT | Qt::Key_Right, [this] { return m_page.MoveByCells(CellsPerKey); });
+    add(Qt::CTRL | Qt::SHIFT | Qt::Key_Left, [this] { return m_page.MoveByCells(-CellsPerKey); });
+    add(Qt::CTRL | Qt::Key_PageDown, [this] { return m_page.MoveByPages(1); });
+    add(Qt::CTRL | Qt::Key_PageUp, [this] { return m_page.MoveByPages(-1); });
+    add(Qt::CTRL | Qt::Key_Home, [this] { return m_page.MoveToLine(1); });
+    add(Qt::CTRL | Qt::Key_End, [this] { return m_page.MoveToEnd(); });
     addClick(Qt::CTRL | Qt::Key_G, [this] { AskForLine(); });
-    addClick(Qt::CTRL | Qt::SHIFT | Qt::Key_G, [this] { GoToRandomPage(); });
+    addClick(Qt::CTRL | Qt::SHIFT | Qt::Key_G, [this] { return m_page.MoveToRandomPage(QRandomGenerator::global()); });
     add(Qt::CTRL | Qt::Key_Plus, [this] { ChangeZoom(1); });
     // The key of + without Shift, on English and on Japanese keyboards.
     add(Qt::CTRL | Qt::Key_Equal, [this] { ChangeZoom(1); });
@@ -217,8 +223,6 @@ void frmText::Form_Load()
     move(m_settings.FormLeft, area.top() + (area.height() - height()) / 3);
 
     EnableFileControls(false);
-    ShowHardControls();
-    SetUpScrollBar();
     // Nobody sends this message any more, but it is still registered, as it always was.
     m_wheelMessage = RegisterMessageName(u"MSWHEEL_ROLLMSG"_s);
 }
@@ -243,7 +247,7 @@ void frmText::showEvent(QShowEvent *event)
     picText->setFocus();
     QTimer::singleShot(0, this, [this] {
         Form_Activate();
-        if (!m_session.IsFileOpen())
+        if (!m_page.IsFileOpen())
             cmdFile_Click();
     });
 }
@@ -286,8 +290,8 @@ void frmText::ReadSettings()
 void frmText::ApplySettings()
 {
     picText->SetAppearance(m_settings.FontSize, m_settings.LineSpace, m_settings.bolDispLineNum, m_zoom);
-    m_pageFrame->AdaptToFont();
-    SetUpScrollBar();
+    m_pageFrame->Adapt();
+    Apply(m_page.SetLayout(picText->Measured()));
     picText->SetPageColour(m_settings.pageColour);
     m_stateBar->ShowZoom(m_zoom);
     DescribePage();
@@ -326,8 +330,8 @@ void frmText::SaveFormPos()
         m_settingsFile.WriteZoom(m_zoom);
 }
 
-/// Places the file selection window over the study window: centred, with its top at the button that opens it.
-void frmText::PlaceFileWindow()
+/// Moves the file selection window over the study window: centred, with its top at the button that opens it.
+void frmText::MoveFileWindow()
 {
     const QRect area = screen()->availableGeometry();
     const int left = x() + (width() - m_frmFile->width()) / 2;

@@ -60,34 +60,6 @@ TEST(StudyRound, OnlyHardStudied_HidesOnlyHardBlanks)
     EXPECT_EQ(Open(round), u"-----"_s);
 }
 
-TEST(StudyRound, HidingUndone_OnlyLastOneUntilNextAnswer)
-{
-    StudyRound round;
-    round.Load(3);
-    EXPECT_FALSE(round.CanUndo());
-    round.HideAll();
-    EXPECT_FALSE(round.CanUndo()) << "there was nothing to hide";
-    round.Toggle(1);
-    round.HideAll();
-    round.HideAll();
-    round.Undo();
-    EXPECT_EQ(Open(round), u"x--"_s) << "the second one had nothing to hide";
-    round.HideAll();
-    round.Toggle(2);
-    EXPECT_FALSE(round.CanUndo());
-    round.HideAll();
-    round.Reload(3);
-    EXPECT_FALSE(round.CanUndo());
-    round.ToggleLine(BlankRange(1, 4));
-    EXPECT_EQ(Open(round), u"xxx"_s);
-    EXPECT_EQ(round.lngOpenCount(), 5);
-    round.Toggle(2);
-    round.ToggleLine(BlankRange(1, 4));
-    EXPECT_EQ(round.lngOpenCount(), 6) << "only hidden answers count";
-    round.ToggleLine(BlankRange(1, 4));
-    EXPECT_EQ(Open(round), u"---"_s);
-}
-
 TEST(StudyRound, ReloadWhileOnlyHardStudied_KeepsShownAnswers)
 {
     StudyRound round;

@@ -3,7 +3,6 @@
 
 #include "store/modDB_SQLite.h"
 #include "study/modClickTarget.h"
-#include "study/modPageText.h"
 #include "study/modStudySession.h"
 #include "support/RecordingServices.h"
 #include "support/Rows.h"
@@ -42,6 +41,29 @@ PageInView Page(int topLine, int rows, int lines)
 
 // Cells of ten pixels, rows of twenty, with line numbers: the text begins at 60.
 const PageLayout Layout{.cellWidthPx = 10, .linePitchPx = 20, .widthPx = 400, .heightPx = 205, .hasLineNumbers = true};
+
+class StudySessionTest : public testing::Test
+{
+  protected:
+    StudySessionTest()
+    {
+        database.Open(u":memory:"_s);
+        DBCreateKotoban(database);
+    }
+
+    /// The last row, or some columns of it.
+    QString Row(const QString &columns)
+    {
+        ResultTable table;
+        database.SQLite3Query(u"select "_s + columns + u" from t_kotoban"_s, &table);
+        return table.back();
+    }
+
+    const TestFolder folder;
+    RecordingServices services;
+    StudyDatabase database{services};
+    StudySession session{services, database, folder.Path(), u"花子"_s};
+};
 
 } // namespace
 
@@ -282,100 +304,58 @@ TEST(ClickTarget, EachSpan_YieldsItsTarget)
         EXPECT_EQ(TargetOf(text, round, span), target) << name;
     EXPECT_EQ(TargetInAnswer(text, round, 2), (ClickTarget{.word = u"｢c｣"_s, .picture = u"c"_s}));
     EXPECT_EQ(TargetInAnswer(text, Round(3, 1), 2), ClickTarget()) << "hidden";
-    EXPECT_EQ(TargetOfLineNumber(0, Page(4, 3, 9)).numberedLine, 4);
-    EXPECT_EQ(TargetOfLineNumber(5, Page(4, 3, 9)).numberedLine, 5);
-    EXPECT_EQ(TargetOfLineNumber(9, Page(4, 3, 9)).numberedLine, 6);
 }
 
-TEST(SpokenPage, HiddenAnswers_AreReplacedAndOffsetsAgree)
+TEST_F(StudySessionTest, FileRefused_LeavesRowAndNothingOpen)
 {
-    const DisplayText text = Text({u"above"_s, u"[a]と[漢字]。"_s, u"[]"_s, u"[next] page"_s});
-    StudyRound round = Round(4, 0);
-    round.Toggle(2);
-    EXPECT_EQ(SpokenPage(text, round, Page(2, 2, 4)), u" 空欄 と 漢字 。\n 空欄 "_s);
-    EXPECT_EQ(SpokenPage(text, round, Page(4, 3, 4)), u" 空欄  page"_s);
-    EXPECT_EQ(SpokenPage(DisplayText(), StudyRound(), Page(1, 9, 0)), QString());
-    EXPECT_EQ(SpokenOffset(text, round, 2, 2, 5), 6) << "the first character of a shown answer";
-    EXPECT_EQ(SpokenOffset(text, round, 1, 3, 1), 5 + 1 + 10 + 1 + 1);
-    EXPECT_EQ(SpokenOffset(text, round, 4, 4, 7), 5) << "a word after a hidden answer of four letters";
-
-    // A screen magnifier converts positions on the page to offsets and back.
-    const PageInView page = Page(1, 2, 4);
-    const QString spoken = SpokenPage(text, round, page);
-    for (int offset = 0; offset < spoken.size(); ++offset) {
-        const TextSpan span = SpanSpokenAt(text, round, page, offset);
-        if (spoken[offset] == u'\n') {
-            EXPECT_EQ(span.length, 0) << offset;
-            continue;
-        }
-        const bool isHidden = u"空欄"_s.contains(spoken[offset]);
-        EXPECT_EQ(text.Line(span.line).sliced(span.Index(), 1), isHidden ? u"a"_s : QString(spoken[offset])) << offset;
-        const QPoint middle = AreaSpokenAt(text, round, page, Layout, offset).center();
-        const int told = OffsetSpokenAt(text, round, page, Layout, middle.x(), middle.y());
-        EXPECT_EQ(told, spoken[offset] == u'欄' ? offset - 1 : offset);
-    }
-    EXPECT_EQ(SpanSpokenAt(text, round, page, 8), TextSpan(2, 2, 1));
-    EXPECT_EQ(AreaSpokenAt(text, round, page, Layout, 8), QRect(70, 25, 10, 20));
-    EXPECT_EQ(SpanSpokenAt(text, round, page, int(spoken.size()) + 1), TextSpan());
-    EXPECT_EQ(OffsetSpokenAt(text, round, page, Layout, 30, 30), -1) << "in the line numbers";
-    EXPECT_EQ(OffsetSpokenAt(text, round, page, Layout, 65, 50), -1) << "below the last line";
-}
-
-TEST(StudySession, FileRefused_LeavesRowAndNothingOpen)
-{
-    const TestFolder folder;
-    RecordingServices services;
-    StudyDatabase database(services);
-    database.Open(u":memory:"_s);
-    DBCreateKotoban(database);
-    StudySession session(services, database, folder.Path(), u"花子"_s);
-    EXPECT_FALSE(session.HasBegun() || session.IsFileOpen() || session.ClockTick());
+    EXPECT_FALSE(session.HasBegun() || session.Page().IsFileOpen() || session.ClockTick());
 
     const QString good = folder.WriteStudyFile(u"good.txt"_s, {u"[a] ｢x.y｣"_s});
     const StudyReading read = session.Open(good);
     EXPECT_FALSE(read.refusal);
     EXPECT_EQ(read.badPictureNames, QStringList(u"x.y"_s));
     EXPECT_TRUE(session.ClockTick());
-    session.Round().Toggle(1);
+    EXPECT_TRUE(session.Page().Enter().isCounted);
     folder.WriteStudyFile(u"good.txt"_s, {u"[a]"_s, u"[b"_s});
     EXPECT_EQ(session.ReadAgain().refusal.line, 2);
-    EXPECT_TRUE(session.Round().AllShown() && session.ClockTick()) << "nothing has changed";
-    EXPECT_TRUE(session.Complete(1).isEmpty());
+    EXPECT_TRUE(session.Page().Round().AllShown() && session.ClockTick()) << "nothing has changed";
+    EXPECT_TRUE(session.Complete().isEmpty());
+    EXPECT_EQ(Row(u"file_name, num_answer"_s), u"good\t1"_s);
 
     services.now = services.now.addSecs(60);
     EXPECT_TRUE(session.Open(folder.WriteStudyFile(u"bad.txt"_s, {u"["_s})).refusal);
-    EXPECT_FALSE(session.IsFileOpen() || session.ClockTick());
-    EXPECT_EQ(session.Text().LineCount() + session.Round().BlankCount() + session.Round().lngOpenCount(), 0);
-    session.Complete(1);
-    ResultTable table;
-    database.SQLite3Query(u"select file_name, num_answer from t_kotoban"_s, &table);
-    EXPECT_EQ(QStringList(table.begin() + 1, table.end()), QStringList({u"good\t1"_s, u"bad\t0"_s}));
+    EXPECT_FALSE(session.Page().IsFileOpen() || session.ClockTick());
+    EXPECT_EQ(session.Page().Text().LineCount() + session.Page().Round().lngOpenCount(), 0);
+    session.Complete();
+    EXPECT_EQ(Row(u"file_name, num_answer"_s), u"bad\t0"_s);
 }
 
-TEST(StudySession, ControlCharactersInName_BecomeBlanksInRow)
+TEST_F(StudySessionTest, FileOpenedAgain_OffersWhereUserStopped)
 {
-    const TestFolder folder;
-    RecordingServices services;
-    StudyDatabase database(services);
-    database.Open(u":memory:"_s);
-    DBCreateKotoban(database);
-    StudySession session(services, database, folder.Path(), u"花子"_s);
+    const QString path = folder.WriteStudyFile(u"a.txt"_s, QStringList(200, u"[x]"_s));
+    ASSERT_FALSE(session.Open(path).refusal);
+    EXPECT_TRUE(session.Page().MoveToLine(120).isPageChanged);
+    for (int times = 0; times < 2; ++times) {
+        EXPECT_TRUE(session.Complete().isEmpty());
+        ASSERT_FALSE(session.Open(path).refusal);
+        EXPECT_EQ(session.Page().TopLine(), 1);
+        EXPECT_EQ(session.Page().OfferedLine(), 120) << "also after a session that did not go there";
+    }
+    folder.WriteStudyFile(u"a.txt"_s, {u"[x]"_s});
+    ASSERT_FALSE(session.ReadAgain().refusal);
+    EXPECT_EQ(session.Page().OfferedLine(), 0) << "it is gone";
+}
+
+TEST_F(StudySessionTest, ControlCharactersInName_BecomeBlanksInRow)
+{
     // Windows can have no such file; the row is inserted before the file is looked for.
     EXPECT_TRUE(session.Open(folder.Path(u"a\tb\n\x1B\x7F\x85　c\u2028\u202Ed.txt"_s)).refusal);
-    session.Complete(1);
-    ResultTable table;
-    database.SQLite3Query(u"select file_name, num_answer from t_kotoban"_s, &table);
-    EXPECT_EQ(table.back(), u"a b    　c  d\t0"_s);
+    session.Complete();
+    EXPECT_EQ(Row(u"file_name, num_answer"_s), u"a b    　c  d\t0"_s);
 }
 
-TEST(StudySession, MinutePassed_AnswersSoFarAreOnDisk)
+TEST_F(StudySessionTest, MinutePassed_AnswersSoFarAreOnDisk)
 {
-    const TestFolder folder;
-    RecordingServices services;
-    StudyDatabase database(services);
-    database.Open(u":memory:"_s);
-    DBCreateKotoban(database);
-    StudySession session(services, database, folder.Path(), u"花子"_s);
     ASSERT_FALSE(session.Open(folder.WriteStudyFile(u"a.txt"_s, {u"[a] [b] [c] [d] [e]"_s})).refusal);
     // Seconds that pass, answers shown meanwhile and whether the table is missing; then the row.
     const Rows<const char *, int, int, bool, QString> ticks = {
@@ -389,23 +369,20 @@ TEST(StudySession, MinutePassed_AnswersSoFarAreOnDisk)
         {"a minute after the fault", 1, 0, false, u"2024/03/05 14:44:15\t3"_s},
         {"clock set back", -3600, 1, false, u"2024/03/05 13:44:15\t4"_s},
     };
-    int blank = 0;
     for (const auto &[name, seconds, answers, isFaulty, row] : ticks) {
         services.now = services.now.addSecs(seconds);
         for (int i = 0; i < answers; ++i)
-            session.Round().Toggle(++blank);
+            EXPECT_TRUE(session.Page().Enter().isCounted);
         if (isFaulty)
             database.SQLite3NonQuery(u"alter table t_kotoban rename to another"_s);
         session.CompleteSoFarWhenDue();
         if (isFaulty)
             database.SQLite3NonQuery(u"alter table another rename to t_kotoban"_s);
-        ResultTable table;
-        database.SQLite3Query(u"select dt_end, num_answer from t_kotoban"_s, &table);
-        EXPECT_EQ(table.back(), row) << name;
+        EXPECT_EQ(Row(u"dt_end, num_answer"_s), row) << name;
     }
     EXPECT_TRUE(services.messages.isEmpty());
-    session.ToggleHard(1);
-    session.Round().Toggle(5);
+    EXPECT_EQ(session.ToggleHard(1).markedBlank, 1);
+    EXPECT_TRUE(session.Page().Enter().isCounted);
     session.CompleteSoFar();
     EXPECT_EQ(folder.Read(u"ListMark.txt"_s) + folder.Read(u"ListPlace.txt"_s), "(no file)(no file)");
 }

@@ -5,6 +5,7 @@
 #pragma once
 
 #include "page/picText.h"
+#include "study/modPageText.h"
 #include "support/WindowTest.h"
 #include "view/frmText.h"
 

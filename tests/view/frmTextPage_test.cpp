@@ -42,8 +42,8 @@ TEST_F(StudyWindowTest, CtrlKeys_DoWhatMouseDoes)
     press(Qt::Key_Right);
     press(Qt::Key_Right);
     press(Qt::Key_Space);
-    EXPECT_EQ(page->SpokenText(), u"text\n 空欄   two \n 空欄 "_s);
-    EXPECT_EQ(page->SpokenCursor(), 10);
+    EXPECT_EQ(SpokenPage(page->Page()), u"text\n 空欄   two \n 空欄 "_s);
+    EXPECT_EQ(SpokenCursor(page->Page()), 10);
     press(Qt::Key_L);
     EXPECT_EQ(editorLine(), u"2"_s);
     for (int i = 0; i < 2; ++i)

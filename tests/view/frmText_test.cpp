@@ -93,7 +93,7 @@ TEST_F(StudyWindowTest, NoFileChosen_RecordsNothing)
     Press(Qt::Key_Return);
     Click(Qt::LeftButton, 1, 1);
     Click(Qt::RightButton, 1, 1);
-    EXPECT_TRUE(page->SpokenText().contains(u"Alt+O"_s)) << "explains how to begin";
+    EXPECT_TRUE(SpokenPage(page->Page()).contains(u"Alt+O"_s)) << "explains how to begin";
     Press(Qt::Key_F2);
     EXPECT_EQ(services.TakeMessages(), QStringList(u"F2"_s));
     Press(Qt::Key_F1);
@@ -120,7 +120,7 @@ TEST_F(StudyWindowTest, FileReadAgain_KeepsAnswersOrOffersEditor)
 
     const QByteArray bad = "ok\r\n[broken\r\n";
     folder.Write(u"txt/a.txt"_s, bad);
-    const QString before = page->SpokenText();
+    const QString before = SpokenPage(page->Page());
     QTest::keyClick(page, Qt::Key_H, Qt::ControlModifier);
     script.Click(u"frmMsg"_s, u"cmdOK"_s);
     Child<QPushButton>(u"cmdReRead")->click();
@@ -131,7 +131,7 @@ TEST_F(StudyWindowTest, FileReadAgain_KeepsAnswersOrOffersEditor)
                   .replace(u"\r\n"_s, u"\n"_s));
     EXPECT_EQ(services.commands.size(), 1);
     EXPECT_TRUE(services.commands.last().contains(u" -Y=2 \""_s)) << "the line of the fault";
-    EXPECT_EQ(page->SpokenText(), before) << "the old text stays";
+    EXPECT_EQ(SpokenPage(page->Page()), before) << "the old text stays";
     EXPECT_EQ(folder.Read(u"txt/a.txt"_s), bad);
     QFile::remove(folder.Path(u"txt/a.txt"_s));
     script.Click(u"frmMsg"_s, u"cmdCancel"_s);
@@ -184,7 +184,7 @@ TEST_F(StudyWindowTest, ShortenedFileReadAgain_LeavesNoPlaceOfOldText)
         EXPECT_EQ(Label(u"lblShown"), u"表示 0 / 1"_s) << place;
         EXPECT_EQ(Label(u"lblNotice"), u"(hidden)"_s) << place;
         EXPECT_EQ(Label(u"lblKeyword"), u"(hidden)"_s) << place;
-        EXPECT_EQ(page->SpokenCursor(), 0) << place;
+        EXPECT_EQ(SpokenCursor(page->Page()), 0) << place;
     }
 }
 
@@ -329,11 +329,11 @@ TEST_F(StudyWindowTest, FileBeingOpened_NothingIsCurrent)
     folder.WriteStudyFile(u"txt/b.txt"_s, {u"[x]"_s});
     OpenWith(QStringList(100, u"[one]"_s));
     QTest::keyClick(page, Qt::Key_Left, Qt::ControlModifier);
-    EXPECT_GT(page->SpokenCursor(), 0);
+    EXPECT_GT(SpokenCursor(page->Page()), 0);
     // A screen reader may ask while a message reports that nothing can be recorded.
     EXPECT_TRUE(database.SQLite3NonQuery(u"drop table t_kotoban"_s));
     QList<int> cursors;
-    services.whileShown = [&] { cursors += page->SpokenCursor(); };
+    services.whileShown = [&] { cursors += SpokenCursor(page->Page()); };
     ChooseFile(2);
     Child<QPushButton>(u"cmdFile")->click();
     EXPECT_EQ(cursors.last(), 0);

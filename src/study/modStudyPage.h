@@ -1,0 +1,249 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
+// The page that is studied: the open text, which answers are shown, and every place in that text: the lines and cells
+// in view, the keyboard target, the hit of a search, the hint, and what undo restores. Nobody else holds one, so when
+// the text is replaced, none is left that points into the old text.
+//
+// Commands change the page and return what there is to repaint, to say and to ask. Lines and blanks are numbered from
+// 1, 0 meaning none; cells from 0. A command takes the same time whatever the length of the file.
+#pragma once
+
+#include "study/modClickTarget.h"
+
+#include <QStringList>
+
+/// What a command did, for the window that shows the page.
+struct [[nodiscard]] PageChange
+{
+    // To repaint.
+    bool isPageChanged = false; ///< everything: the page has moved, or any number of answers were shown or hidden
+    bool isTargetMoved = false; ///< the frame of the keyboard target
+    bool isHitMoved = false;    ///< the mark of a search's hit
+    bool isLineMarked = false;  ///< the line numbers
+    std::vector<int> answers{}; ///< blanks in view whose answers may have been shown or hidden
+    std::vector<int> hints{};   ///< blanks in view whose hint was shown or hidden
+    int markedBlank = 0;        ///< blank that was marked as hard, or no longer is; may be out of view
+
+    // To say.
+    bool isCounted = false;          ///< the answer count has grown
+    std::optional<QString> notice{}; ///< what was done and how to undo it; empty if an earlier notice is out of date
+    QString answer{};                ///< answers shown by a key, to be read aloud
+    QString word{};                  ///< word or answer that was clicked, to be read aloud
+    QString picture{};               ///< name of the picture that was clicked
+
+    /// To ask, with yes and no: whether to go on after the last answer. TurnPage goes on.
+    QString question{};
+};
+
+class StudyPage
+{
+  public:
+    /// Shows a new file from its first line on, with all answers hidden.
+    /// @param hardBlanks  ascending
+    /// @param lastLine  where the user stopped the last time, to be offered; 0 if unknown
+    void Load(DisplayText text, const std::vector<int> &hardBlanks, int lastLine);
+
+    /// Replaces the text by that of the same file after it was changed. Answers are kept as StudyRound::Reload says,
+    /// and so are the top line and the offered line, if they still exist; all other places are forgotten.
+    /// @param hardBlanks  ascending
+    void Reload(DisplayText text, const std::vector<int> &hardBlanks);
+
+    /// Shows no file, in which every command does nothing.
+    void Clear();
+
+    bool IsFileOpen() const
+    {
+        return m_isFileOpen;
+    }
+
+    /// The text of the open file; without lines if there is none. Its address never changes.
+    const DisplayText &Text() const
+    {
+        return m_text;
+    }
+    const StudyRound &Round() const
+    {
+        return m_round;
+    }
+
+    /// The geometry of the page, with its first cell in view.
+    const PageLayout &Layout() const
+    {
+        return m_layout;
+    }
+    PageInView InView() const
+    {
+        return PageAt(m_places.topLine, m_text.LineCount(), m_layout);
+    }
+    int TopLine() const
+    {
+        return InView().topLine;
+    }
+    int LargestLeftCell() const
+    {
+        return std::max(0, m_text.LongestLineCells() - m_layout.CellsInView());
+    }
+
+    /// The keyboard target, which is in view, and the hit that a search went to; on line 0 if there is none.
+    const TextSpan &Current() const
+    {
+        return m_places.current;
+    }
+    const TextSpan &Found() const
+    {
+        return m_places.found;
+    }
+
+    /// The hidden blank in view whose first character is shown.
+    int HintedBlank() const
+    {
+        return m_places.hintedBlank;
+    }
+
+    /// The line at which the user stopped the last time, until the page has moved.
+    int OfferedLine() const
+    {
+        return m_places.offeredLine;
+    }
+
+    /// Where the user stops now: the offered line, or else the top line.
+    int StoppedAt() const
+    {
+        return m_places.offeredLine > 0 ? m_places.offeredLine : TopLine();
+    }
+
+    /// The hidden blank in view that Enter shows next.
+    int NextBlank() const
+    {
+        return FirstHiddenBlank(m_round, VisibleBlanks(m_text, InView()));
+    }
+
+    /// The blank that the key for hard blanks marks: the chosen one, or else the one whose answer was shown last.
+    int BlankToMark() const;
+
+    /// What is at a pixel of the text area.
+    ClickTarget TargetAt(int xPx, int yPx) const
+    {
+        return ::TargetAt(m_text, m_round, xPx, yPx, TopLine(), m_layout);
+    }
+
+    /// Sets another size of the page or of its rows and cells. Top line and first cell stay as far as possible.
+    /// @param layout  its first cell is ignored
+    PageChange SetLayout(const PageLayout &layout);
+
+    /// Shows the next hidden answer in view, or else turns the page, possibly after a question.
+    PageChange Enter();
+
+    /// Turns the page as Enter does.
+    PageChange TurnPage();
+
+    /// Does what a left click does: shows or hides an answer, says a word, opens a picture, and marks a line or none.
+    PageChange Click(const ClickTarget &target);
+
+    /// Clicks the keyboard target, or the number of a line or of the nearest one in view.
+    PageChange ClickCurrent();
+    PageChange ClickLineNumber(int line);
+
+    /// Moves the line mark by some lines, up if negative.
+    PageChange MoveLineMark(int lines)
+    {
+        return ClickLineNumber(m_round.lngMarkLine() + lines);
+    }
+
+    /// Begins a new round with all blanks.
+    PageChange HideAll();
+
+    /// Begins a new round with only the blanks marked as hard, or with all.
+    PageChange StudyOnlyHard(bool isOnlyHard);
+
+    /// Undoes the last new round unless an answer was shown or hidden since: restores the answers, the top line and,
+    /// unless another line was marked since, the line mark.
+    PageChange Undo();
+
+    /// Marks a blank as hard, or removes the mark. Does nothing for 0.
+    PageChange ToggleHard(int blank);
+
+    /// Shows all hidden answers on the line of the chosen blank, or else on that of the next one; a second call hides
+    /// them.
+    PageChange ToggleWholeLine();
+
+    /// Shows the first character of the chosen answer or, if that is shown, of the next one, unless it is the only
+    /// character. The hint lasts until it is hidden, the page moves or an answer changes.
+    PageChange ShowHint();
+    PageChange HideHint();
+
+    /// Makes the next target in view the current one, or backwards the previous one.
+    /// @param withWords  whether words are targets too
+    PageChange GoToTarget(bool backwards, bool withWords);
+
+    /// Marks a hit and brings it into view, with a few lines above it if the page has to move; line 0 marks nothing.
+    PageChange ShowFound(const TextSpan &found);
+
+    /// Brings a line to the top, or the nearest possible one, and leaves no target current.
+    PageChange ShowLine(int line);
+
+    /// The same, but does nothing if that line is at the top already.
+    PageChange MoveToLine(int line);
+
+    /// Moves by some lines or pages, up if negative, or to the last page that leaves no row empty.
+    PageChange MoveByLines(int lines)
+    {
+        return MoveToLine(TopLine() + lines);
+    }
+    PageChange MoveByPages(int pages)
+    {
+        return MoveByLines(pages * InView().pageSize);
+    }
+    PageChange MoveToEnd()
+    {
+        return MoveToLine(InView().LastFullTop());
+    }
+
+    /// Moves to a random page that still has a hidden answer.
+    PageChange MoveToRandomPage(QRandomGenerator *random);
+
+    /// Makes a cell, or the nearest possible one, the first in view.
+    PageChange MoveToCell(int cell);
+
+    /// Moves sideways by some cells, to the left if negative.
+    PageChange MoveByCells(int cells)
+    {
+        return MoveToCell(m_layout.leftCell + cells);
+    }
+
+  private:
+    /// What undoing a new round restores, beside the answers.
+    struct Before
+    {
+        int topLine = 1;
+        int markLine = 0;
+        int markLineAfter = 0; ///< the line mark when the new round began
+    };
+
+    /// Every place in the text. A new text begins without any.
+    struct Places
+    {
+        int topLine = 1;
+        TextSpan current{};
+        TextSpan found{};
+        int hintedBlank = 0;
+        int wholeLine = 0; ///< line last shown as a whole, if no other answer was shown or hidden since
+        int offeredLine = 0;
+        Before before{}; ///< belongs to the round that undo restores
+    };
+
+    void ReplaceText(DisplayText text);
+    template <typename Action>
+    PageChange BeginRound(Action action);
+    PageChange Toggle(int blank);
+    bool SetCurrent(const TextSpan &current);
+    bool BringCellsIntoView(const TextSpan &span);
+    int ChosenBlank() const;
+
+    DisplayText m_text;
+    StudyRound m_round;
+    bool m_isFileOpen = false;
+    PageLayout m_layout; // with the first cell in view
+    Places m_places;
+};

@@ -1,0 +1,197 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
+// The study window's part in what happens on the page: passes on to StudyPage what the user does, and shows, says and
+// asks what comes back.
+#include "page/picText.h"
+#include "settings/modSpeech.h"
+#include "settings/modZoom.h"
+#include "view/StudyStateBar.h"
+#include "view/frmPicture.h"
+#include "view/frmText.h"
+#include "widgets/BlockedWindow.h"
+#include "widgets/frmMsg.h"
+
+#include <QCheckBox>
+#include <QScrollBar>
+#include <QTimer>
+
+using namespace Qt::Literals::StringLiterals;
+
+/// Shows, says and asks what a command returned.
+void frmText::Apply(const PageChange &change)
+{
+    ShowPageState();
+    if (m_page.HintedBlank() > 0)
+        picText->setFocus(); // so that the next key ends the hint
+    picText->Show(change);
+    if (change.isPageChanged)
+        DescribePage();
+    if (change.notice && change.notice->isEmpty())
+        m_stateBar->HideNotice();
+    else if (change.notice)
+        m_stateBar->ShowNotice(*change.notice);
+    if (change.isCounted)
+        m_stateBar->ShowCount(m_page.Round().lngOpenCount());
+    if (change.markedBlank > 0)
+        m_keeping->start(); // writes several quick changes together
+    ReadAloud(change);
+    if (!change.picture.isEmpty())
+        ShowPicture(change.picture);
+    if (change.question.isEmpty())
+        return;
+    if (Ask(change.question, MsgStyle::YesNo, u"tada.wav"_s) == MsgResult::Cancel)
+        close();
+    else
+        Apply(m_page.TurnPage());
+}
+
+/// Sets the controls around the page to its state.
+void frmText::ShowPageState()
+{
+    const PageInView view = m_page.InView();
+    const QSignalBlocker verticalBlocker(VScroll); // only what the user does with them is a command
+    const QSignalBlocker horizontalBlocker(HScroll);
+    VScroll->setRange(1, view.maximum);
+    VScroll->setPageStep(view.pageSize);
+    VScroll->setValue(view.topLine);
+    VScroll->setEnabled(view.canScroll);
+    HScroll->setRange(0, m_page.LargestLeftCell());
+    HScroll->setPageStep(m_page.Layout().CellsInView());
+    HScroll->setValue(m_page.Layout().leftCell);
+    m_stateBar->ShowProgress(m_page.Round(), view);
+    m_stateBar->OfferLine(m_page.OfferedLine());
+    chkOnlyHard->setEnabled(m_page.Round().HardCount() > 0);
+    chkOnlyHard->setChecked(m_page.Round().IsOnlyHard());
+}
+
+void frmText::VScroll_Change()
+{
+    WriteTrace(u"■frmText.VScroll_Change");
+    Apply(m_page.MoveToLine(VScroll->value()));
+}
+
+void frmText::HScroll_Change()
+{
+    WriteTrace(u"■frmText.HScroll_Change");
+    Apply(m_page.MoveToCell(HScroll->value()));
+}
+
+void frmText::picText_KeyDown(int key)
+{
+    WriteTrace(u"■frmText.picText_KeyDown");
+    Apply(m_page.HideHint());
+    if (key == Qt::Key_Return || key == Qt::Key_Enter)
+        Apply(m_page.Enter());
+    else if (key == Qt::Key_F2)
+        m_services.ShowMessage(u"F2"_s); // a leftover, kept as it always was; the key does nothing else
+}
+
+void frmText::picText_MouseDown(Qt::MouseButton button, int xPx, int yPx)
+{
+    WriteTrace(u"■frmText.picText_MouseDown");
+    Apply(m_page.HideHint());
+    const ClickTarget target = m_page.TargetAt(xPx, yPx);
+    if (button == Qt::LeftButton)
+        Apply(m_page.Click(target));
+    else if (button == Qt::MiddleButton)
+        Apply(m_session.ToggleHard(target.blank));
+    else if (button == Qt::RightButton)
+        Apply(m_page.HideAll());
+}
+
+// Only traced: picText sets the shape of the pointer itself.
+void frmText::picText_MouseMove()
+{
+    WriteTrace(u"■frmText.picText_MouseMove");
+}
+
+// Only traced: dropping something on the page has no effect.
+void frmText::picText_OLEDragDrop()
+{
+    WriteTrace(u"■frmText.picText_OLEDragDrop");
+}
+
+void frmText::chkOnlyHard_Click()
+{
+    WriteTrace(u"■frmText.chkOnlyHard_Click");
+    Apply(m_page.StudyOnlyHard(chkOnlyHard->isChecked()));
+    picText->setFocus();
+}
+
+void frmText::AskForLine()
+{
+    if (m_page.IsFileOpen())
+        m_stateBar->AskForLine(m_page.StoppedAt(), m_page.Text().LineCount());
+}
+
+/// Saves the marks, and reports a failure unless another window is open, over which a timer must not open a message.
+/// After that one is closed it tries again.
+void frmText::KeepMarks()
+{
+    const FileFault fault = m_session.KeepMarks();
+    if (!fault)
+        return;
+    if (IsBlocked(this))
+        m_keeping->start();
+    else
+        Ask(MarksNotSavedMessage(fault), MsgStyle::Ok, u"notify.wav"_s);
+}
+
+void frmText::ShowPicture(const QString &name)
+{
+    m_session.CompleteSoFar(); // decoding a picture of any origin is the program's riskiest work
+    frmPicture(StudyFolderPath(), name, this).exec();
+}
+
+void frmText::chkSpeak_Click()
+{
+    WriteTrace(u"■frmText.chkSpeak_Click");
+    // The check mark alone does not say what is read aloud.
+    const QString states[] = {u"読み上げません"_s, u"クリックした言葉だけを読み上げます"_s,
+                              u"表示した正解も読み上げます"_s};
+    chkSpeak->setAccessibleDescription(states[chkSpeak->checkState()]);
+    m_stateBar->ShowNotice(states[chkSpeak->checkState()]);
+    picText->setFocus();
+    if (chkSpeak->isChecked() && !m_isVoiceTold && !m_services.HasVoice()) {
+        m_isVoiceTold = true;
+        Ask(u"音声がありません。"_s, MsgStyle::Ok, u"notify.wav"_s);
+    }
+}
+
+/// Reads aloud what was clicked or, if the user wants that too, shown by a key.
+void frmText::ReadAloud(const PageChange &change)
+{
+    if (chkSpeak->isChecked() && !change.word.isEmpty())
+        SpeakWord(m_services, m_context.applicationFolder, change.word);
+    if (chkSpeak->checkState() == Qt::Checked && !change.answer.trimmed().isEmpty())
+        SpeakWord(m_services, m_context.applicationFolder, change.answer);
+}
+
+/// Zooms by some steps, out if negative. The top line stays at the top.
+void frmText::ChangeZoom(int steps)
+{
+    SetZoom(ZoomBy(m_zoom, steps));
+}
+
+void frmText::SetZoom(int percent)
+{
+    m_isZoomChosen = true;
+    if (percent == m_zoom)
+        return;
+    m_zoom = percent;
+    ApplySettings();
+    WidenToText();
+}
+
+/// Describes the page's zoom and colours to assistive technology.
+void frmText::DescribePage()
+{
+    QString description = u"大きさ %1 %"_s.arg(m_zoom);
+    if (picText->IsDark())
+        description += u"、暗い画面"_s;
+    if (const int leftCell = m_page.Layout().leftCell; leftCell > 0)
+        description += u"、左の %1 桁は隠れています"_s.arg(leftCell);
+    if (description != picText->accessibleDescription())
+        picText->setAccessibleDescription(description);
+}
