@@ -1,216 +1,285 @@
 // SPDX-FileCopyrightText: 2026 The Kotoban developers
 // SPDX-License-Identifier: MIT
 
-// Revealing answers in any text with any sequence of keys and clicks.
+// Studying any text with any sequence of keys, clicks, searches, new sizes and new texts.
 #include "input.h"
 #include "require.h"
-#include "study/modClickTarget.h"
+#include "study/modPageText.h"
 #include "text/modReadText.h"
+
+#include <QRandomGenerator>
 
 namespace {
 
-/// Stands in for the study window, with a page of a few rows.
+/// What a page looks like, and its count.
+struct Seen
+{
+    explicit Seen(const StudyPage &page)
+        : view(page.InView()), leftCell(page.Layout().leftCell), current(page.Current()), found(page.Found()),
+          hintedBlank(page.HintedBlank()), markLine(page.Round().lngMarkLine()), count(page.Round().lngOpenCount()),
+          round(page.Round().RoundNumber())
+    {
+        for (int blank = 1; blank <= page.Round().BlankCount(); ++blank) {
+            isShown.push_back(page.Round().bolOpen(blank));
+            isHard.push_back(page.Round().IsHard(blank));
+        }
+    }
+
+    PageInView view;
+    int leftCell;
+    TextSpan current;
+    TextSpan found;
+    int hintedBlank;
+    int markLine;
+    int count;
+    unsigned round;
+    std::vector<bool> isShown{false}; // blanks are numbered from 1
+    std::vector<bool> isHard{false};
+};
+
+DisplayText TextOf(const QByteArray &bytes)
+{
+    StudyLines lines;
+    ReadAllLines(bytes, ExpandTabs::No, &lines);
+    return DisplayText(std::move(lines));
+}
+
 class Study
 {
   public:
-    explicit Study(StudyLines lines) : m_text(std::move(lines))
+    explicit Study(const QByteArray &text) : m_bytes(text)
     {
-        m_round.Load(m_text.Blanks().Count());
-        Scroll(1);
+        m_page.Load(TextOf(text), {}, int(text.size() % 9));
+        Run([this] { return Resize(4, 20); });
+    }
+
+    /// Runs the next command and checks what must hold after each.
+    void Run(FuzzInput *input)
+    {
+        const int action = input->TakeByte();
+        if (action % 16 == 8)
+            ReadAgain(input->TakeByte());
+        else if (action % 16 > 12)
+            PressEnter();
+        else
+            Run([&] { return Do(action, input); });
+    }
+
+  private:
+    PageChange Do(int action, FuzzInput *input)
+    {
+        const int byte = input->TakeByte();
+        switch (action % 16) {
+        case 0:
+            return Click(m_page.TargetAt(byte, input->TakeByte() / 2));
+        case 1:
+            return m_page.HideAll();
+        case 2:
+            return Resize(byte % 9, input->TakeByte() % 40);
+        case 3:
+            return m_page.GoToTarget(byte > 127, byte % 2 == 0);
+        case 4:
+            return m_page.Current().line > 0 ? Click(TargetOf(m_page.Text(), m_page.Round(), m_page.Current()))
+                                             : m_page.ToggleWholeLine();
+        case 5: {
+            const int blanks = m_page.Round().BlankCount();
+            return m_page.ToggleHard(byte % 2 == 0 || blanks == 0 ? m_page.BlankToMark() : byte % blanks + 1);
+        }
+        case 6:
+            return m_page.StudyOnlyHard(byte > 127);
+        case 7:
+        case 9:
+            return m_page.Undo();
+        case 10:
+            return m_page.ShowHint();
+        case 11: {
+            const int line = m_page.Text().LineCount() == 0 ? 0 : byte % (m_page.Text().LineCount() + 1);
+            return m_page.ShowFound(line == 0 ? TextSpan() : TextSpan{line, 1, int(m_page.Text().Line(line).size())});
+        }
+        default:
+            return Move(byte % 9, input->TakeByte());
+        }
+    }
+
+    PageChange Move(int way, int count)
+    {
+        QRandomGenerator random{quint32(count)};
+        switch (way) {
+        case 0:
+            return m_page.HideHint();
+        case 1:
+            return m_page.ClickLineNumber(count);
+        case 2:
+            return m_page.MoveLineMark(count % 9 - 4);
+        case 3:
+            return m_page.MoveByLines(count % 19 - 9);
+        case 4:
+            return m_page.MoveByPages(count % 5 - 2);
+        case 5:
+            return m_page.MoveToEnd();
+        case 6:
+            return m_page.MoveToRandomPage(&random);
+        case 7:
+            return m_page.MoveByCells(count - 128);
+        default:
+            return m_page.ShowLine(count);
+        }
+    }
+
+    PageChange Resize(int rows, int cells)
+    {
+        return m_page.SetLayout({.cellWidthPx = 7,
+                                 .linePitchPx = 16,
+                                 .widthPx = cells * 7,
+                                 .heightPx = PageLayout::TopMarginPx + rows * 16,
+                                 .hasLineNumbers = cells % 2 == 1});
+    }
+
+    PageChange Click(const ClickTarget &target)
+    {
+        Require(target.blank == 0 || target == ClickTarget{.blank = target.blank}); // a hidden answer is never spoken
+        PageChange change = m_page.Click(target);
+        const bool isHidden = target.blank > 0 && !m_page.Round().bolOpen(target.blank);
+        Require(!isHidden || (change.word.isEmpty() && change.picture.isEmpty()));
+        return change;
     }
 
     void PressEnter()
     {
-        const std::vector<bool> before = Shown();
-        const int count = m_round.lngOpenCount();
-        const EnterDecision decision = DecideEnter(m_round, m_text, m_page);
-        if (decision.action == EnterAction::Reveal) {
-            Require(m_round.Toggle(decision.blank));
-            Require(m_page.Holds(m_text.Blanks().LineOf(decision.blank)));
-            Require(m_round.lngOpenCount() == count + 1);
-            std::vector<bool> expected = before;
-            expected[size_t(decision.blank)] = true;
-            Require(!before[size_t(decision.blank)] && Shown() == expected);
+        const Seen before(m_page);
+        Run([this] { return m_page.Enter(); });
+        if (!m_change.answers.empty()) {
+            const TextSpan span = m_page.Text().Span(m_change.answers.front());
+            Require(m_change.answers.size() == 1 && m_change.isCounted);
+            Require(LeftCellShowing(m_page.Text().Cells(span), m_page.Layout()) == m_page.Layout().leftCell);
             return;
         }
-        for (int blank = 1; blank <= m_round.BlankCount(); ++blank)
-            Require(before[size_t(blank)] || !m_page.Holds(m_text.Blanks().LineOf(blank)));
-        Require(decision.action != EnterAction::AskThenTurn ||
-                (m_round.AllShown() && m_round.BlankCount() >= MinBlanksToAsk));
-        int topLine = 0;
-        BeginRound([&] { topLine = TurnPage(&m_round, m_page); });
-        Scroll(topLine);
-        Require(m_page.topLine == topLine);
-        Require(Shown() == before || Shown() == ShownAtFirst());
-    }
-
-    void ClickAt(int xPx, int yPx)
-    {
-        Click(TargetAt(m_text, m_round, xPx, yPx, m_page.topLine, Layout));
-    }
-
-    /// Moves to the next target that keys can reach, and clicks it.
-    void ClickNext(bool withWords)
-    {
-        m_current = NextSpan(TargetsInView(m_text, m_page, withWords), m_current, false);
-        if (m_current.line == 0)
+        for (const int blank : VisibleBlanks(m_page.Text(), before.view))
+            Require(before.isShown[size_t(blank)]);
+        if (m_change.question.isEmpty())
             return;
-        Require(m_page.Holds(m_current.line));
-        const QStringView line = m_text.Line(m_current.line);
-        Require(m_current.Index() >= 0 && m_current.length >= 1 && m_current.Index() + m_current.length <= line.size());
-        Click(TargetOf(m_text, m_round, m_current));
+        Require(m_page.Round().AllShown() && m_page.Round().BlankCount() >= MinBlanksToAsk);
+        Run([this] { return m_page.TurnPage(); });
     }
 
-    void HideAll()
+    /// Reads the file again after it became shorter or longer.
+    void ReadAgain(int number)
     {
-        BeginRound([this] { m_round.HideAll(); });
-        Require(Shown() == ShownAtFirst());
+        const Seen before(m_page);
+        const bool wasOnlyHard = m_page.Round().IsOnlyHard();
+        const QByteArray half = m_bytes.first(m_bytes.lastIndexOf('\n', m_bytes.size() / 2) + 1);
+        const QByteArray texts[] = {m_bytes, half, m_bytes + '\n' + m_bytes, "[x]\n" + m_bytes, QByteArray()};
+        const DisplayText text = TextOf(texts[number % 5]);
+        std::vector<int> hardBlanks;
+        for (int blank = 1; blank <= text.Blanks().Count(); ++blank)
+            if (size_t(blank) < before.isHard.size() && before.isHard[size_t(blank)])
+                hardBlanks.push_back(blank);
+        m_page.Reload(text, hardBlanks);
+        m_canUndo = false;
+        CheckPlaces();
+        const Seen after(m_page);
+        Require(after.count == before.count && after.markLine == before.markLine);
+        Require(after.current == TextSpan() && after.found == TextSpan() && after.hintedBlank + after.leftCell == 0);
+        for (size_t blank = 1; blank < std::min(before.isShown.size(), after.isShown.size()); ++blank)
+            Require(after.isShown[blank] == before.isShown[blank] || (wasOnlyHard && !before.isHard[blank]));
     }
 
-    void StudyOnlyHard(bool isOnlyHard)
+    template <typename Command>
+    void Run(Command command)
     {
-        BeginRound([&] { m_round.StudyOnlyHard(isOnlyHard); });
-        Require(m_round.IsOnlyHard() == (isOnlyHard && m_round.HardCount() > 0) && Shown() == ShownAtFirst());
+        const Seen before(m_page);
+        m_change = command();
+        const Seen after(m_page);
+        CheckPlaces();
+        CheckAnswers(before, after);
+        if (!m_change.isPageChanged)
+            CheckRepainted(before, after);
+        if (after.round > before.round)
+            m_beforeRound = before;
+        if (after.round < before.round) {
+            const int topLine = PageAt(m_beforeRound.view.topLine, m_page.Text().LineCount(), m_page.Layout()).topLine;
+            Require(m_canUndo && after.isShown == m_beforeRound.isShown && after.view.topLine == topLine);
+        }
+        m_canUndo =
+            after.round > before.round || (m_canUndo && after.round == before.round && m_change.answers.empty());
+        Require(m_canUndo == m_page.Round().CanUndo() || !m_change.answers.empty());
     }
 
-    void ToggleHard(int number)
+    /// Every place is in the text and, where it must be, in view.
+    void CheckPlaces() const
     {
-        if (m_round.BlankCount() == 0)
-            return;
-        const std::vector<bool> before = Shown();
-        const int blank = number % m_round.BlankCount() + 1;
-        const bool wasHard = m_round.IsHard(blank);
-        m_round.ToggleHard(blank);
-        Require(m_round.IsHard(blank) != wasHard && Shown() == before);
-        Require(int(m_round.HardBlanks().size()) == m_round.HardCount());
+        const DisplayText &text = m_page.Text();
+        const PageInView view = m_page.InView();
+        const auto isInText = [&text](const TextSpan &span) {
+            return span.line == 0 || (span.line <= text.LineCount() && span.Index() >= 0 &&
+                                      span.Index() + span.length <= text.Line(span.line).size());
+        };
+        Require(view.topLine >= 1 && view.topLine <= view.maximum && view.lastLine <= text.LineCount());
+        Require(m_page.Layout().leftCell >= 0 && m_page.Layout().leftCell <= m_page.LargestLeftCell());
+        Require(isInText(m_page.Current()) && isInText(m_page.Found()));
+        Require(m_page.Current().line == 0 || (view.Holds(m_page.Current().line) && m_page.Current().length > 0));
+        const int hinted = m_page.HintedBlank();
+        Require(hinted == 0 || (!m_page.Round().bolOpen(hinted) && view.Holds(text.Blanks().LineOf(hinted)) &&
+                                text.Answer(hinted).size() > 1));
+        Require(m_page.OfferedLine() == 0 || (m_page.OfferedLine() > 1 && m_page.OfferedLine() <= text.LineCount()));
+        Require(SpanSpokenAt(m_page, SpokenCursor(m_page)).line > 0 || text.LineCount() == 0);
     }
 
-    void Undo()
+    /// Answers are shown and hidden only in view; one that was shown counts once. Only a new round changes others.
+    void CheckAnswers(const Seen &before, const Seen &after) const
     {
-        if (!m_round.CanUndo())
-            return;
-        m_round.Undo();
-        Require(Shown() == m_shownBefore && !m_round.CanUndo());
+        Require(m_page.Round().ShownCount() == std::count(after.isShown.begin(), after.isShown.end(), true));
+        Require(int(m_page.Round().HardBlanks().size()) == m_page.Round().HardCount());
+        std::vector<bool> isShown = before.isShown;
+        int shown = 0;
+        for (const int blank : m_change.answers) {
+            Require(before.view.Holds(m_page.Text().Blanks().LineOf(blank)));
+            shown += int(after.isShown[size_t(blank)] && !isShown[size_t(blank)]);
+            isShown[size_t(blank)] = after.isShown[size_t(blank)];
+        }
+        Require(after.round != before.round || after.isShown == isShown);
+        Require(after.count == before.count + shown && m_change.isCounted == (shown > 0));
+        Require(m_change.answer.isEmpty() || shown > 0);
     }
 
-    void ToggleLine(int number)
+    /// Whatever looks different is repainted.
+    void CheckRepainted(const Seen &before, const Seen &after) const
     {
-        if (m_text.LineCount() == 0)
-            return;
-        const int count = m_round.lngOpenCount();
-        const int shown = m_round.ShownCount();
-        m_round.ToggleLine(m_text.BlanksOnLine(number % m_text.LineCount() + 1));
-        Require(m_round.lngOpenCount() == count + std::max(0, m_round.ShownCount() - shown));
+        Require(after.view.topLine == before.view.topLine && after.leftCell == before.leftCell);
+        Require(m_change.isTargetMoved || after.current == before.current);
+        Require(m_change.isHitMoved || after.found == before.found);
+        Require(m_change.isLineMarked || after.markLine == before.markLine);
+        std::vector<int> repainted = m_change.answers;
+        repainted.insert(repainted.end(), m_change.hints.begin(), m_change.hints.end());
+        repainted.push_back(m_change.markedBlank);
+        for (const int blank : VisibleBlanks(m_page.Text(), after.view)) {
+            const size_t i = size_t(blank);
+            const bool isSame = after.isShown[i] == before.isShown[i] && after.isHard[i] == before.isHard[i] &&
+                                (after.hintedBlank == blank) == (before.hintedBlank == blank);
+            Require(isSame || std::find(repainted.begin(), repainted.end(), blank) != repainted.end());
+        }
     }
 
-    void Scroll(int line)
-    {
-        m_page = PageAt(line, m_text.LineCount(), Layout);
-    }
-
-    void Check() const
-    {
-        Require(m_page.topLine >= 1 && m_page.topLine <= m_page.maximum);
-        const std::vector<bool> shown = Shown();
-        Require(m_round.ShownCount() == std::count(shown.begin(), shown.end(), true));
-    }
-
-  private:
-    static constexpr PageLayout Layout{
-        .cellWidthPx = 7, .linePitchPx = 16, .heightPx = 5 + 4 * 16, .hasLineNumbers = true};
-
-    void Click(const ClickTarget &target)
-    {
-        const std::vector<bool> before = Shown();
-        const int count = m_round.lngOpenCount();
-        if (target.blank == 0)
-            return;
-        Require(target == ClickTarget{.blank = target.blank}); // a hidden answer is never spoken
-        const bool isShown = m_round.Toggle(target.blank);
-        Require(isShown != before[size_t(target.blank)] && m_round.lngOpenCount() == count + int(isShown));
-        Require(isShown || TargetInAnswer(m_text, m_round, target.blank) == ClickTarget());
-    }
-
-    /// Runs an action that may begin a new round, which must not change the count.
-    template <typename Action>
-    void BeginRound(Action action)
-    {
-        const std::vector<bool> before = Shown();
-        const int count = m_round.lngOpenCount();
-        const unsigned number = m_round.RoundNumber();
-        action();
-        if (m_round.RoundNumber() != number)
-            m_shownBefore = before;
-        Require(m_round.lngOpenCount() == count);
-    }
-
-    std::vector<bool> ShownAtFirst() const
-    {
-        std::vector<bool> shown{false};
-        for (int blank = 1; blank <= m_round.BlankCount(); ++blank)
-            shown.push_back(m_round.IsOnlyHard() && !m_round.IsHard(blank));
-        return shown;
-    }
-
-    std::vector<bool> Shown() const
-    {
-        std::vector<bool> shown{false}; // blanks are numbered from 1
-        for (int blank = 1; blank <= m_round.BlankCount(); ++blank)
-            shown.push_back(m_round.bolOpen(blank));
-        return shown;
-    }
-
-    DisplayText m_text;
-    StudyRound m_round;
-    PageInView m_page;
-    TextSpan m_current;
-    std::vector<bool> m_shownBefore; // what was shown before the last round began
+    QByteArray m_bytes;
+    StudyPage m_page;
+    PageChange m_change; // by the last command
+    bool m_canUndo = false;
+    Seen m_beforeRound{m_page}; // that undo restores
 };
 
 } // namespace
 
-// Input: the text up to a zero byte, then the actions.
+// Input: the text up to a zero byte, then the commands.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {
     FuzzInput input(data, size);
+    const QByteArray text = input.TakeText();
     StudyLines lines;
-    ReadAllLines(input.TakeText(), ExpandTabs::No, &lines);
+    ReadAllLines(text, ExpandTabs::No, &lines);
     if (!lines.BracketsTakeTurns())
         return 0; // not a valid study file
-    Study study(std::move(lines));
-    while (!input.IsAtEnd()) {
-        const int action = input.TakeByte();
-        switch (action % 12) {
-        case 0: {
-            const int xPx = input.TakeByte() * 3;
-            study.ClickAt(xPx, input.TakeByte() / 3);
-            break;
-        }
-        case 1:
-            study.HideAll();
-            break;
-        case 2:
-            study.Scroll(input.TakeByte());
-            break;
-        case 3:
-            study.ClickNext(action > 127);
-            break;
-        case 4:
-            study.ToggleHard(input.TakeByte());
-            break;
-        case 5:
-            study.StudyOnlyHard(action > 127);
-            break;
-        case 6:
-            study.Undo();
-            break;
-        case 7:
-            study.ToggleLine(input.TakeByte());
-            break;
-        default:
-            study.PressEnter();
-        }
-        study.Check();
-    }
+    Study study(text);
+    while (!input.IsAtEnd())
+        study.Run(&input);
     return 0;
 }
