@@ -15,6 +15,7 @@
 #include "support/TestFiles.h"
 #include "text/modCharCode.h"
 #include "view/frmText.h"
+#include "widgets/InputGuard.h"
 #include "widgets/PageFont.h"
 #include "widgets/frmMsg.h"
 
@@ -132,7 +133,8 @@ class OpenStudy
     StudyDatabase database{services};
     RunLog log{folder.Path(), u"Kotoban"_s, services.Clock()};
     frmMsg msg{services, u"wav"_s};
-    frmText window{services, database, log, msg, {folder.Path(), folder.Path(u"Kotoban.ini"_s), u"user"_s}};
+    InputGuard inputGuard;
+    frmText window{services, database, log, msg, inputGuard, {folder.Path(), folder.Path(u"Kotoban.ini"_s), u"user"_s}};
     PicText *page = nullptr;
     QScrollBar *scroll = nullptr;
     int middle = 0;

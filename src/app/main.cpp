@@ -11,8 +11,8 @@
 #include "platform/modInputMethod.h"
 #include "records/modPlaceList.h"
 #include "view/frmText.h"
-#include "widgets/CompositionGuard.h"
 #include "widgets/DialogFocus.h"
+#include "widgets/InputGuard.h"
 #include "widgets/OutlinedStyle.h"
 #include "widgets/PageFont.h"
 #include "widgets/frmMsg.h"
@@ -87,7 +87,7 @@ int main(int argc, char *argv[])
     QGuiApplication::setDesktopFileName(u"org.kotoban.kotoban"_s); // some desktops find the icon by it
     OutlinedStyle::Install();
     application.setFont(UserInterfaceFont());
-    const CompositionGuard compositionGuard;
+    InputGuard inputGuard;
     const DialogFocus dialogFocus;
 
     const QString folder = QDir::toNativeSeparators(QCoreApplication::applicationDirPath());
@@ -115,7 +115,8 @@ int main(int argc, char *argv[])
     // Only now: the font is looked up for the study window, and no other window is open.
     if (!HasPageFont())
         services.ShowMessage(u"日本語の等幅フォントが見つかりません。\r\n"_s + FontAdvice());
-    frmText study(services, database, log, msg, {folder, JoinPath(folder, baseName + u".ini"_s), *userName});
+    frmText study(services, database, log, msg, inputGuard,
+                  {folder, JoinPath(folder, baseName + u".ini"_s), *userName});
     QObject::connect(&study, &frmText::Ended, &application, [] { QApplication::exit(0); });
     QObject::connect(&endSignal, &EndSignal::Asked, &study, &frmText::close);
     endSignal.SetExitHook([&services, &study] {

@@ -150,7 +150,7 @@ QSize PicText::sizeHint() const
 
 void PicText::keyPressEvent(QKeyEvent *event)
 {
-    if (m_heldKeys.IsFresh(*event)) // a held key reveals only one answer
+    if (!event->isAutoRepeat()) // a held key reveals only one answer
         Q_EMIT KeyDown(event->key());
 }
 

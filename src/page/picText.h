@@ -7,7 +7,6 @@
 
 #include "page/modWheelSteps.h"
 #include "study/modStudyPage.h"
-#include "widgets/HeldKeyFilter.h"
 #include "widgets/PageColours.h"
 
 #include <QWidget>
@@ -100,7 +99,6 @@ class PicText : public QWidget
     std::unique_ptr<PageFontAtScale> m_deviceFont; // created when first needed for painting
     int m_lineSpacePx = 0;
     bool m_hasLineNumbers = false;
-    HeldKeyFilter m_heldKeys;
     WheelSteps m_lineSteps;
     WheelSteps m_cellSteps;
     WheelSteps m_zoomSteps;

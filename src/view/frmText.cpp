@@ -84,10 +84,10 @@ void frmText::cmdFile_Click()
 void frmText::OpenSession(const QString &path)
 {
     // Input typed ahead was meant for the file list. It arrives here or while the file is read, and is ignored.
-    m_inputGuard = std::make_unique<InputGuard>();
+    m_inputGuard.IgnoreInput(true);
     const auto listenAgain = qScopeGuard([this] {
         // After all pending events have been handled.
-        QTimer::singleShot(0, this, [this] { m_inputGuard.reset(); });
+        QTimer::singleShot(0, this, [this] { m_inputGuard.IgnoreInput(false); });
     });
     QCoreApplication::processEvents();
     if (m_stage == Stage::Ended)

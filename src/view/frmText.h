@@ -45,7 +45,7 @@ class frmText : public QWidget
     Q_OBJECT
 
   public:
-    frmText(SystemServices &services, StudyDatabase &database, const RunLog &log, frmMsg &msg,
+    frmText(SystemServices &services, StudyDatabase &database, const RunLog &log, frmMsg &msg, InputGuard &inputGuard,
             const StudyContext &context);
     ~frmText() override;
 
@@ -136,6 +136,7 @@ class frmText : public QWidget
     StudyDatabase &m_database;
     const RunLog &m_log;
     frmMsg &m_msg;
+    InputGuard &m_inputGuard;
     StudyContext m_context;
     SettingsFile m_settingsFile;
     Settings m_defaults;
@@ -150,9 +151,8 @@ class frmText : public QWidget
     bool m_isZoomChosen = false;   // whether the user chose it in this run
     unsigned m_wheelMessage = 0;
 
-    std::unique_ptr<InputGuard> m_inputGuard; // while a file is being opened
-    std::unique_ptr<KeywordSearch> m_search;  // for m_frmSearch
-    frmSearch *m_frmSearch = nullptr;         // created when first opened, like m_frmFile
+    std::unique_ptr<KeywordSearch> m_search; // for m_frmSearch
+    frmSearch *m_frmSearch = nullptr;        // created when first opened, like m_frmFile
     frmFile *m_frmFile = nullptr;
     PicText *picText;
     QScrollBar *VScroll;

@@ -14,7 +14,6 @@
 #include "widgets/ElidedLabel.h"
 #include "widgets/FlowLayout.h"
 #include "widgets/FocusScrollBar.h"
-#include "widgets/InputGuard.h"
 #include "widgets/NamedControls.h"
 #include "widgets/ScreenFit.h"
 
@@ -41,8 +40,8 @@ constexpr int CellsPerKey = 8;
 } // namespace
 
 frmText::frmText(SystemServices &services, StudyDatabase &database, const RunLog &log, frmMsg &msg,
-                 const StudyContext &context)
-    : m_services(services), m_database(database), m_log(log), m_msg(msg), m_context(context),
+                 InputGuard &inputGuard, const StudyContext &context)
+    : m_services(services), m_database(database), m_log(log), m_msg(msg), m_inputGuard(inputGuard), m_context(context),
       m_settingsFile(context.settingsPath), m_defaults(DefaultSettings()), m_settings(m_defaults),
       m_session(services, database, context.applicationFolder, context.userName, context.interimSeconds),
       m_page(m_session.Page()), m_watcher(new QFileSystemWatcher(this)), picText(new PicText(m_page, this)),

@@ -4,18 +4,17 @@
 #include "widgets/InputGuard.h"
 
 #include <QApplication>
-#include <QEvent>
+#include <QInputMethodEvent>
+#include <QKeyEvent>
 
-InputGuard::InputGuard()
-{
-    QCoreApplication::instance()->installEventFilter(this);
-}
+namespace {
 
-bool InputGuard::eventFilter(QObject *, QEvent *event)
+// The two events of a repetition have the same time; no finger presses a key again this fast.
+constexpr quint64 MaxGapMs = 5;
+
+bool IsInput(QEvent::Type type)
 {
-    if (QApplication::activeModalWidget())
-        return false; // the user must be able to answer a message
-    switch (event->type()) {
+    switch (type) {
     case QEvent::KeyPress:
     case QEvent::ShortcutOverride: // or shortcuts would still work
     case QEvent::Shortcut:
@@ -24,6 +23,59 @@ bool InputGuard::eventFilter(QObject *, QEvent *event)
     case QEvent::MouseButtonDblClick:
     case QEvent::Wheel:
         return true;
+    default:
+        return false;
+    }
+}
+
+/// Sends a key press again as a repetition. @return true, as for an event that is done with
+bool SendAsRepetition(QObject *receiver, QKeyEvent *press)
+{
+    QKeyEvent repetition(QEvent::KeyPress, press->key(), press->modifiers(), press->nativeScanCode(),
+                         press->nativeVirtualKey(), press->nativeModifiers(), press->text(), true);
+    repetition.setTimestamp(press->timestamp());
+    QCoreApplication::sendEvent(receiver, &repetition);
+    press->setAccepted(repetition.isAccepted());
+    return true;
+}
+
+} // namespace
+
+InputGuard::InputGuard()
+{
+    qApp->installEventFilter(this);
+}
+
+bool InputGuard::IsUnflaggedRepetition(const QKeyEvent &press) const
+{
+    // Synthetic events may have no time.
+    return !press.isAutoRepeat() && press.timestamp() != 0 && m_releasedMs != 0 && press.key() == m_releasedKey &&
+           press.timestamp() - m_releasedMs <= MaxGapMs;
+}
+
+bool InputGuard::eventFilter(QObject *receiver, QEvent *event)
+{
+    if (m_isInputIgnored && IsInput(event->type()) && !QApplication::activeModalWidget())
+        return true;
+    switch (event->type()) {
+    case QEvent::InputMethod:
+        m_composing = static_cast<QInputMethodEvent *>(event)->preeditString().isEmpty() ? nullptr : receiver;
+        return false;
+    case QEvent::FocusOut:
+        if (receiver == m_composing)
+            m_composing = nullptr;
+        return false;
+    case QEvent::KeyRelease:
+        m_releasedKey = static_cast<QKeyEvent *>(event)->key();
+        m_releasedMs = static_cast<QKeyEvent *>(event)->timestamp();
+        return false;
+    case QEvent::KeyPress: {
+        auto *const press = static_cast<QKeyEvent *>(event);
+        const int key = press->key();
+        if (receiver == m_composing && (key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Escape))
+            return true;
+        return IsUnflaggedRepetition(*press) && SendAsRepetition(receiver, press);
+    }
     default:
         return false;
     }

@@ -1,18 +1,42 @@
 // SPDX-FileCopyrightText: 2026 The Kotoban developers
 // SPDX-License-Identifier: MIT
 
-// Blocks input to the whole program for a moment.
+// Keeps keys and clicks from doing what they were not meant for. One guard watches all windows of the program, so that
+// a key held while one window replaces another is recognised in the new one.
+//
+// It flags the repetitions of a held key that Qt could not flag with isAutoRepeat(): an X server without detectable
+// auto-repeat sends each as a release and a press with the same time, and the press may not have arrived when Qt
+// processes the release.
+//
+// It keeps an Enter or Escape that ends an input method's conversion from pressing a window's button. Most input
+// methods consume that key, but some pass it on before the conversion is finished.
 #pragma once
 
 #include <QObject>
 
-/// While it exists, keys, clicks and the wheel do nothing except in a modal window: what was typed or clicked ahead was
-/// meant for a window that is gone.
+class QKeyEvent;
+
 class InputGuard : public QObject
 {
   public:
+    /// Watches the application until it is destroyed.
     InputGuard();
+
+    /// While set, keys, clicks and the wheel do nothing except in a modal window: what was typed or clicked ahead was
+    /// meant for a window that is gone.
+    void IgnoreInput(bool isIgnored)
+    {
+        m_isInputIgnored = isIgnored;
+    }
 
   protected:
     bool eventFilter(QObject *receiver, QEvent *event) override;
+
+  private:
+    bool IsUnflaggedRepetition(const QKeyEvent &press) const;
+
+    bool m_isInputIgnored = false;
+    int m_releasedKey = 0;
+    quint64 m_releasedMs = 0;
+    QObject *m_composing = nullptr; // the widget whose text is still being converted
 };

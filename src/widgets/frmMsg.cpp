@@ -164,7 +164,7 @@ void frmMsg::PlayNamedSound(const QString &soundName)
 // The buttons receive key presses before the dialog does.
 bool frmMsg::eventFilter(QObject *object, QEvent *event)
 {
-    if (event->type() == QEvent::KeyPress && !m_heldKeys.IsFresh(*static_cast<QKeyEvent *>(event)))
+    if (event->type() == QEvent::KeyPress && static_cast<QKeyEvent *>(event)->isAutoRepeat())
         return true;
     return QDialog::eventFilter(object, event);
 }
@@ -172,7 +172,7 @@ bool frmMsg::eventFilter(QObject *object, QEvent *event)
 // Escape acts like the close button, but, like every key, only once the buttons are enabled.
 void frmMsg::keyPressEvent(QKeyEvent *event)
 {
-    if (!m_heldKeys.IsFresh(*event) || (event->key() == Qt::Key_Escape && !cmdOK->isEnabled()))
+    if (event->isAutoRepeat() || (event->key() == Qt::Key_Escape && !cmdOK->isEnabled()))
         return;
     QScrollBar *const bar = fraMsg->verticalScrollBar();
     if (event->key() == Qt::Key_PageDown)

@@ -7,7 +7,6 @@
 #pragma once
 
 #include "platform/modSystemServices.h"
-#include "widgets/HeldKeyFilter.h"
 
 #include <QDialog>
 
@@ -77,7 +76,6 @@ class frmMsg : public QDialog
 
     SystemServices &m_services;
     QString m_soundFolder;
-    HeldKeyFilter m_heldKeys;
     QScrollArea *fraMsg; // scrolls lblMsg if it does not fit on the screen
     QLabel *lblMsg;
     QPushButton *cmdOK;

@@ -9,7 +9,6 @@
 #include "store/modDB_SQLite.h"
 #include "support/Rows.h"
 #include "support/WindowTest.h"
-#include "widgets/CompositionGuard.h"
 
 #include <QInputMethodEvent>
 #include <QLineEdit>
@@ -362,7 +361,6 @@ TEST_F(LoginTest, LastUser_IsPreselectedIfListed)
 
 TEST_F(LoginTest, EnterDuringComposition_DoesNotPressOk)
 {
-    const CompositionGuard guard;
     script.When(u"frmLogin"_s, [](QWidget *window) {
         auto *const text = window->findChild<QLineEdit *>(u"txtUserName"_s);
         QInputMethodEvent composing(u"はなこ"_s, {});

@@ -21,6 +21,7 @@
 #include "page/picText.h"
 #include "support/RecordingServices.h"
 #include "view/frmText.h"
+#include "widgets/InputGuard.h"
 #include "widgets/frmMsg.h"
 
 #include <QAction>
@@ -233,7 +234,8 @@ int main(int argc, char *argv[])
         login.Ask();
     }
     Say(u"user "_s + user);
-    frmText study(services, database, log, msg,
+    InputGuard inputGuard;
+    frmText study(services, database, log, msg, inputGuard,
                   {folder, JoinPath(folder, u"Kotoban.ini"_s), user,
                    mode == u"study" ? arguments.value(5).toInt() : InterimSeconds});
     study.findChild<QTimer *>(u"tmrKeep"_s)->setInterval(0);

@@ -8,6 +8,7 @@
 #include "support/RecordingServices.h"
 #include "support/TestFiles.h"
 #include "support/WaitFor.h"
+#include "widgets/InputGuard.h"
 #include "widgets/frmMsg.h"
 
 class WindowTest : public testing::Test
@@ -15,6 +16,7 @@ class WindowTest : public testing::Test
   protected:
     TestFolder folder;
     RecordingServices services;
+    InputGuard inputGuard;
     frmMsg msg{services, QStringLiteral("wav")};
     DialogScript script;
 };

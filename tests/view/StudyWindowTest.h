@@ -42,7 +42,7 @@ class StudyWindowTest : public WindowTest
     /// Opens the window, which immediately asks for a file.
     void Open()
     {
-        window = std::make_unique<frmText>(services, database, log, msg,
+        window = std::make_unique<frmText>(services, database, log, msg, inputGuard,
                                            StudyContext{folder.Path(), folder.Path(u"Kotoban.ini"_s), u"花子"_s});
         window->show();
         EXPECT_TRUE(WaitFor([this] { return script.IsDone() && !QApplication::activeModalWidget(); }));
