@@ -47,7 +47,7 @@ void frmFile::Form_Load()
 
 FileChoice frmFile::Choose(const QString &textEditor)
 {
-    m_editor.program = textEditor;
+    SetTextEditor(textEditor);
     m_choice = FileChoice::Cancelled;
     exec();
     return m_choice;
@@ -109,7 +109,7 @@ void frmFile::Form_Activate()
     ListFiles();
     if (SelectedName().isEmpty())
         Select(m_folder.NameOfTitle(m_places.LastTitle(m_userName)));
-    m_history->ShowThisWeek(m_editor);
+    m_history->ShowThisWeek();
     if (m_tallies.ReadRecent(m_services.Now().date()))
         m_tallying->start(0);
     m_files->ShowTallies();
@@ -148,6 +148,12 @@ void frmFile::cmdRefresh_Click()
 {
     WriteTrace(u"■frmFile.cmdRefresh_Click");
     ListFiles();
+}
+
+void frmFile::cmdIni_Click()
+{
+    WriteTrace(u"■frmFile.cmdIni_Click");
+    Q_EMIT SettingsAsked();
 }
 
 void frmFile::cmdOpenFolder_Click()

@@ -53,11 +53,20 @@ class frmFile : public QDialog
     /// Shows the window and blocks until it is closed. @param textEditor  the editor in the current settings
     FileChoice Choose(const QString &textEditor);
 
+    /// Sets the editor that is used from now on.
+    void SetTextEditor(const QString &textEditor)
+    {
+        m_editor.program = textEditor;
+    }
+
     /// Full path of the file chosen last; empty before the first choice.
     const QString &ChosenPath() const
     {
         return m_chosenPath;
     }
+
+  Q_SIGNALS:
+    void SettingsAsked(); ///< the user wants to change how the study window looks
 
   protected:
     bool eventFilter(QObject *object, QEvent *event) override;
@@ -73,6 +82,7 @@ class frmFile : public QDialog
     void cmdEdit_Click();
     void cmdRefresh_Click();
     void cmdOpenFolder_Click();
+    void cmdIni_Click();
     void cmdConvFile_Click();
     void cmdConvCode_Click();
     void cmdPrint_Click();

@@ -46,7 +46,7 @@ frmFile::frmFile(SystemServices &services, StudyDatabase &database, frmMsg &msg,
       lblNote(NamedLabel(u"lblNote"_s, QString(), this)),
       lblFolder(new ElidedLabel(u"lblFolder"_s, MaxPathChars, this)),
       lblUserName(new ElidedLabel(u"lblUserName"_s, MaxPathChars, this)),
-      m_history(new HistoryPanel(services, database, msg, m_reportFolder, userName, this))
+      m_history(new HistoryPanel(services, database, msg, m_reportFolder, m_editor, userName, this))
 {
     setObjectName(u"frmFile"_s);
     setAcceptDrops(true);
@@ -168,7 +168,7 @@ QPushButton *frmFile::OthersButton()
     menu->addAction(AddAction(u"cmdExport"_s, u"書き出す(&W)…"_s,
                               u"ほかのソフトのためのファイル（テキスト，Anki，CSV）を rec フォルダに作ります"_s,
                               Qt::CTRL | Qt::Key_E, &frmFile::cmdExport_Click));
-    menu->addAction(AddAction(u"cmdConvFile"_s, u"印刷用の写しを作る(&P)"_s,
+    menu->addAction(AddAction(u"cmdConvFile"_s, u"印刷用のコピーを作る(&P)"_s,
                               u"正解を空欄にした印刷用のファイルを作ります"_s, Qt::ALT | Qt::Key_P,
                               &frmFile::cmdConvFile_Click));
     menu->addSeparator();
@@ -176,6 +176,9 @@ QPushButton *frmFile::OthersButton()
                               Qt::ALT | Qt::Key_R, &frmFile::cmdRefresh_Click));
     menu->addAction(AddAction(u"cmdOpenFolder"_s, u"フォルダを開く(&O)"_s, u"学習ファイルのフォルダを開きます"_s,
                               Qt::ALT | Qt::Key_O, &frmFile::cmdOpenFolder_Click));
+    menu->addSeparator();
+    menu->addAction(AddAction(u"cmdIni"_s, u"表示の設定(&V)…"_s, u"文字の大きさや画面の色を変えます"_s, QKeySequence(),
+                              &frmFile::cmdIni_Click));
 
     QPushButton *const cmdOthers =
         NamedButton(u"cmdOthers"_s, u"その他(&M)"_s, u"ほかの操作を表示します (Alt+M)"_s, this);

@@ -32,12 +32,12 @@
 using namespace Qt::Literals::StringLiterals;
 
 HistoryPanel::HistoryPanel(SystemServices &services, StudyDatabase &database, frmMsg &msg, const QString &reportFolder,
-                           const QString &userName, QWidget *parent)
-    : QWidget(parent), m_services(services), m_msg(msg), m_reportFolder(reportFolder), m_userName(userName),
-      m_reader(database, userName), m_reading(new QTimer(this)), m_records(new HistoryModel(m_reader.Result(), this)),
-      txtYmd(new QLineEdit(this)), txtWeekN(new QLineEdit(this)), lstRecord(new QListView(this)),
-      picHistory(new HistoryChart(m_reader, this)), lblSumTime(NamedLabel(u"lblSumTime"_s, QString(), this)),
-      lblSumAns(NamedLabel(u"lblSumAns"_s, QString(), this))
+                           const Editor &editor, const QString &userName, QWidget *parent)
+    : QWidget(parent), m_services(services), m_msg(msg), m_reportFolder(reportFolder), m_editor(editor),
+      m_userName(userName), m_reader(database, userName), m_reading(new QTimer(this)),
+      m_records(new HistoryModel(m_reader.Result(), this)), txtYmd(new QLineEdit(this)), txtWeekN(new QLineEdit(this)),
+      lstRecord(new QListView(this)), picHistory(new HistoryChart(m_reader, this)),
+      lblSumTime(NamedLabel(u"lblSumTime"_s, QString(), this)), lblSumAns(NamedLabel(u"lblSumAns"_s, QString(), this))
 {
     setObjectName(u"historyPanel"_s);
     m_reading->setObjectName(u"tmrRecord"_s);
@@ -126,9 +126,8 @@ void HistoryPanel::SetTabOrderAfter(QWidget *last)
     SetTabOrder({last, txtYmd, txtWeekN, cmdInc, lstRecord, cmdFile});
 }
 
-void HistoryPanel::ShowThisWeek(const Editor &editor)
+void HistoryPanel::ShowThisWeek()
 {
-    m_editor = editor;
     const QSignalBlocker noChangeOfWeeks(txtWeekN);
     const QSignalBlocker noChangeOfDate(txtYmd);
     txtYmd->setText(DateText(m_services.Now().date()));

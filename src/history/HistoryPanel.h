@@ -28,13 +28,13 @@ class HistoryPanel : public QWidget
 
   public:
     /// @param reportFolder  where reports are written
+    /// @param editor  opens reports; must outlive the panel
     /// @param userName  whose history to show
     HistoryPanel(SystemServices &services, StudyDatabase &database, frmMsg &msg, const QString &reportFolder,
-                 const QString &userName, QWidget *parent);
+                 const Editor &editor, const QString &userName, QWidget *parent);
 
     /// Resets the panel to the week ending today.
-    /// @param editor  opens reports written from now on
-    void ShowThisWeek(const Editor &editor);
+    void ShowThisWeek();
 
     /// Whether there is more to read.
     bool IsReading() const
@@ -70,8 +70,8 @@ class HistoryPanel : public QWidget
     SystemServices &m_services;
     frmMsg &m_msg;
     QString m_reportFolder;
+    const Editor &m_editor;
     QString m_userName;
-    Editor m_editor;
     HistoryReader m_reader;
     QTimer *m_reading; // to the next slice; not running during one, in which a message box may process events
     bool m_isReading = false;

@@ -6,6 +6,7 @@
 #include "base/modCodePage.h"
 #include "base/modLog.h"
 #include "settings/modEditor.h"
+#include "settings/modZoom.h"
 #include "widgets/NamedControls.h"
 #include "widgets/ScreenFit.h"
 #include "widgets/frmMsg.h"
@@ -42,8 +43,9 @@ QLayout *RowOf(std::initializer_list<QWidget *> controls)
 frmIni::frmIni(SystemServices &services, frmMsg &msg, const Settings &defaults, const Settings &upper,
                const QString &applicationFolder, QWidget *owner)
     : QDialog(owner), m_services(services), m_msg(msg), m_defaults(defaults), m_upper(upper),
-      m_applicationFolder(applicationFolder), txtLineSpace(new QLineEdit(this)),
+      m_applicationFolder(applicationFolder), cboZoom(new QComboBox(this)), txtLineSpace(new QLineEdit(this)),
       lblLSpaceRange(new QLabel(LineSpaceRange(defaults, upper), this)), txtTextEditor(new QLineEdit(this)),
+      lblDesktopEditor(NamedLabel(u"lblDesktopEditor"_s, u"デスクトップのエディタ"_s, this)),
       chkDispLineNum(new QCheckBox(u"行番号を表示する(&N)"_s, this)), cboPageColour(new QComboBox(this))
 {
     setObjectName(u"frmIni"_s);
@@ -75,6 +77,10 @@ void frmIni::Form_Activate()
 void frmIni::AddControls()
 {
     const int charPx = fontMetrics().averageCharWidth();
+    cboZoom->setObjectName(u"cboZoom"_s);
+    cboZoom->setToolTip(u"本文をさらに大きくします (Alt+Z)"_s);
+    for (const int percent : ZoomSteps)
+        cboZoom->addItem(QString::number(percent) + u" %"_s, percent);
     txtLineSpace->setObjectName(u"txtLineSpace"_s);
     txtLineSpace->setAccessibleName(u"行間"_s);
     txtLineSpace->setMaximumWidth(8 * charPx);
@@ -83,6 +89,7 @@ void frmIni::AddControls()
     txtTextEditor->setAccessibleName(u"テキストエディタ"_s);
     txtTextEditor->setMinimumWidth(40 * charPx);
     txtTextEditor->setMaxLength(LongestSetting);
+    connect(txtTextEditor, &QLineEdit::textChanged, this, &frmIni::txtTextEditor_Change);
     chkDispLineNum->setObjectName(u"chkDispLineNum"_s);
     cboPageColour->setObjectName(u"cboPageColour"_s);
     cboPageColour->setAccessibleName(u"画面の色"_s);
@@ -107,15 +114,17 @@ void frmIni::AddControls()
     auto *const content = new QWidget(this);
     auto *const form = new QFormLayout(content);
     form->addRow(LabelOf(optFontSize[0], u"lblFontSize"_s, u"フォントサイズ："_s),
-                 RowOf({optFontSize[0], optFontSize[1], optFontSize[2]}));
-    form->addRow(LabelOf(txtLineSpace, u"lblLineSpace"_s, u"行間(&L)："_s), RowOf({txtLineSpace, lblLSpaceRange}));
+                 RowOf({optFontSize[0], optFontSize[1], optFontSize[2], NamedLabel(u"lblPoints"_s, u"ポイント"_s, this),
+                        LabelOf(cboZoom, u"lblZoom"_s, u"拡大(&Z)："_s), cboZoom}));
+    form->addRow(LabelOf(txtLineSpace, u"lblLineSpace"_s, u"行間(&L)："_s),
+                 RowOf({txtLineSpace, lblLSpaceRange, NamedLabel(u"lblPixels"_s, u"ピクセル"_s, this)}));
     form->addRow(LabelOf(txtTextEditor, u"lblTextEditor"_s, u"テキストエディタ(&T)："_s), txtTextEditor);
-    form->setLayout(3, QFormLayout::FieldRole, RowOf({cmdBrowse, cmdRunEditor}));
+    form->setLayout(3, QFormLayout::FieldRole, RowOf({cmdBrowse, cmdRunEditor, lblDesktopEditor}));
     form->setWidget(4, QFormLayout::FieldRole, chkDispLineNum);
     form->addRow(LabelOf(cboPageColour, u"lblPageColour"_s, u"画面の色(&C)："_s), RowOf({cboPageColour}));
     FitToScreen(this, content, QSize(), AnswerRow(cmdChangeSetting, cmdCancel));
-    SetTabOrder({optFontSize[0], optFontSize[1], optFontSize[2], txtLineSpace, txtTextEditor, cmdBrowse, cmdRunEditor,
-                 chkDispLineNum, cboPageColour, cmdChangeSetting, cmdCancel});
+    SetTabOrder({optFontSize[0], optFontSize[1], optFontSize[2], cboZoom, txtLineSpace, txtTextEditor, cmdBrowse,
+                 cmdRunEditor, chkDispLineNum, cboPageColour, cmdChangeSetting, cmdCancel});
 }
 
 bool frmIni::Edit(Settings *settings)
@@ -131,6 +140,7 @@ void frmIni::ShowSettings(const Settings &settings)
 {
     for (size_t i = 0; i < FontSizes.size(); ++i)
         optFontSize[i]->setChecked(settings.FontSize == FontSizes[i]);
+    cboZoom->setCurrentIndex(cboZoom->findData(settings.zoom));
     txtLineSpace->setText(QString::number(settings.LineSpace));
     txtTextEditor->setText(settings.TextEditor);
     chkDispLineNum->setChecked(settings.bolDispLineNum);
@@ -143,11 +153,18 @@ Settings frmIni::TakeSettings(const Settings &before) const
     settings.FontSize = optFontSize[0]->isChecked()   ? FontSizes[0]
                         : optFontSize[1]->isChecked() ? FontSizes[1]
                                                       : FontSizes[2];
+    settings.zoom = cboZoom->currentData().toInt();
     settings.LineSpace = txtLineSpace->text().toInt();
     settings.TextEditor = txtTextEditor->text();
     settings.bolDispLineNum = chkDispLineNum->isChecked();
     settings.pageColour = PageColourChoice(cboPageColour->currentIndex());
     return settings;
+}
+
+void frmIni::txtTextEditor_Change()
+{
+    WriteTrace(u"■frmIni.txtTextEditor_Change");
+    lblDesktopEditor->setVisible(IsDesktopEditor(txtTextEditor->text()));
 }
 
 void frmIni::cmdRunEditor_Click()

@@ -26,7 +26,8 @@ class frmIni : public QDialog
            const QString &applicationFolder, QWidget *owner);
 
     /// Shows the settings and waits until the window is closed.
-    /// @param settings  updated from the controls if the user confirms, except FormLeft
+    /// @param settings  its zoom must be one of ZoomSteps; updated from the controls if the user confirms, except
+    /// FormLeft
     /// @return whether the user confirmed
     bool Edit(Settings *settings);
 
@@ -40,6 +41,7 @@ class frmIni : public QDialog
     void cmdBrowse_Click();
     void cmdChangeSetting_Click();
     void cmdCancel_Click();
+    void txtTextEditor_Change();
 
     void AddControls();
     void ShowSettings(const Settings &settings);
@@ -51,9 +53,11 @@ class frmIni : public QDialog
     Settings m_upper;
     QString m_applicationFolder;
     std::array<QRadioButton *, FontSizes.size()> optFontSize;
+    QComboBox *cboZoom;
     QLineEdit *txtLineSpace;
     QLabel *lblLSpaceRange;
     QLineEdit *txtTextEditor;
+    QLabel *lblDesktopEditor; // says what notepad.exe stands for
     QCheckBox *chkDispLineNum;
     QComboBox *cboPageColour;
 };

@@ -112,9 +112,14 @@ QString EditorMissingMessage(const QString &editor)
            DefaultEditor + u"に設定します。\r\n"_s;
 }
 
+bool IsDesktopEditor(const QString &editor)
+{
+    return editor.compare(DefaultEditor, Qt::CaseInsensitive) == 0;
+}
+
 bool IsEditorUsable(const QString &editor)
 {
-    return editor.compare(DefaultEditor, Qt::CaseInsensitive) == 0 || ProgramExists(editor);
+    return IsDesktopEditor(editor) || ProgramExists(editor);
 }
 
 SettingsFile::SettingsFile(const QString &path) : m_path(path) {}

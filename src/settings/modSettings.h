@@ -61,6 +61,9 @@ QString OutOfRangeMessage(const QString &label, const QString &value, const QStr
 /// "指定のテキストエディタが見つかりません。" with the editor setting and the default used instead.
 QString EditorMissingMessage(const QString &editor);
 
+/// Whether an editor setting is "notepad.exe", in any case, which stands for the editor that the desktop brings.
+bool IsDesktopEditor(const QString &editor);
+
 /// Whether an editor setting is usable: it must exist, except "notepad.exe", in any case, which is always accepted.
 bool IsEditorUsable(const QString &editor);
 

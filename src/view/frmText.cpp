@@ -62,9 +62,14 @@ void frmText::cmdFile_Click()
                                u"\r\n\r\n上のフォルダを作成してください。"_s);
         return;
     }
-    if (!m_frmFile)
+    if (!m_frmFile) {
         m_frmFile = new frmFile(m_services, m_database, m_msg, m_settingsFile, m_context.applicationFolder,
                                 m_context.userName, this);
+        connect(m_frmFile, &frmFile::SettingsAsked, this, [this] {
+            if (EditSettings(m_frmFile))
+                m_frmFile->SetTextEditor(m_settings.TextEditor);
+        });
+    }
     MoveFileWindow();
     const FileChoice choice = m_frmFile->Choose(m_settings.TextEditor);
     if (choice == FileChoice::EndProgram) {
@@ -205,22 +210,30 @@ void frmText::cmdEdit_Click()
 void frmText::cmdIni_Click()
 {
     WriteTrace(u"■frmText.cmdIni_Click()");
-    frmIni window(m_services, m_msg, m_defaults, m_upper, m_context.applicationFolder, this);
-    Settings settings = m_settings;
-    if (window.Edit(&settings)) {
-        picText->setFocus();
-        if (!m_settingsFile.WriteFileIniEx(settings) || !m_settingsFile.WritePageColour(settings.pageColour))
-            m_services.ShowMessage(u"設定を保存できません。\r\n  "_s + m_context.settingsPath);
-        m_settings = settings;
-        ApplySettings();
-        WidenToText();
-        Apply(m_page.ShowLine(m_page.TopLine()));
-    } else {
+    if (!EditSettings(this))
         Form_Activate();
-    }
     // A message box over the settings window may leave no window active.
     activateWindow();
     picText->setFocus();
+}
+
+/// Shows the settings window over an owner. @return whether the user confirmed
+bool frmText::EditSettings(QWidget *owner)
+{
+    Settings settings = m_settings;
+    settings.zoom = m_zoom;
+    if (!frmIni(m_services, m_msg, m_defaults, m_upper, m_context.applicationFolder, owner).Edit(&settings))
+        return false;
+    picText->setFocus();
+    if (!m_settingsFile.WriteFileIniEx(settings) || !m_settingsFile.WritePageColour(settings.pageColour))
+        m_services.ShowMessage(u"設定を保存できません。\r\n  "_s + m_context.settingsPath);
+    m_isZoomChosen |= settings.zoom != m_zoom;
+    m_zoom = settings.zoom;
+    m_settings = settings;
+    ApplySettings();
+    WidenToText();
+    Apply(m_page.ShowLine(m_page.TopLine()));
+    return true;
 }
 
 void frmText::cmdDispHowToUse_Click()

@@ -97,6 +97,7 @@ class frmText : public QWidget
     void WidenToText();
     int LargestLeft(int widthPx) const;
     void MoveFileWindow();
+    bool EditSettings(QWidget *owner);
     void SaveFormPos();
 
     void Apply(const PageChange &change);

@@ -10,6 +10,8 @@
 #include "support/Rows.h"
 #include "support/WindowTest.h"
 
+#include <QComboBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QTest>
 
@@ -288,6 +290,28 @@ TEST_F(SettingsWindowTest, EditorOutsideCodePage_IsRefusedAndKeysChangeFontSize)
     EXPECT_EQ(settings.FontSize, 12.75f);
     EXPECT_EQ(script.messages, QStringList(u"テキストエディタに使えない文字が含まれています。\n  é 𠮷"_s));
     EXPECT_TRUE(services.messages.isEmpty());
+}
+
+TEST_F(SettingsWindowTest, Zoom_IsTakenAndDesktopEditorIsExplained)
+{
+    frmIni window(services, msg, DefaultSettings(), UpperBounds(300), folder.Path(), nullptr);
+    Settings settings = DefaultSettings();
+    settings.zoom = 150;
+    script.When(u"frmIni"_s, [](QWidget *dialog) {
+        auto *const zoom = dialog->findChild<QComboBox *>(u"cboZoom"_s);
+        EXPECT_EQ(zoom->currentText(), u"150 %");
+        zoom->setCurrentText(u"200 %"_s);
+        const auto *const explanation = dialog->findChild<QLabel *>(u"lblDesktopEditor"_s);
+        EXPECT_TRUE(explanation->isVisible());
+        auto *const editor = dialog->findChild<QLineEdit *>(u"txtTextEditor"_s);
+        editor->setText(u"notepad.ex"_s);
+        EXPECT_FALSE(explanation->isVisible());
+        editor->setText(u"NotePad.exe"_s);
+        EXPECT_TRUE(explanation->isVisible());
+        dialog->findChild<QAbstractButton *>(u"cmdChangeSetting"_s)->click();
+    });
+    EXPECT_TRUE(window.Edit(&settings));
+    EXPECT_EQ(settings.zoom, 200);
 }
 
 TEST(Speech, SpeakHostileWord_WritesScriptAndStartsOnlyTheVoice)

@@ -84,6 +84,29 @@ TEST_F(StudyWindowTest, EndedInFileWindow_RecordsSessionOnce)
     EXPECT_EQ(Sessions(), QStringList(u"2024/03/05\t花子\t14:30:15\ta\t2024/03/05 14:31:15\t1"_s));
 }
 
+TEST_F(StudyWindowTest, SettingsBeforeFirstFile_ApplyToItAndToTheEditor)
+{
+    folder.WriteStudyFile(u"txt/a.txt"_s, {u"[x]"_s});
+    const QString editor = folder.Write(u"editor"_s, QByteArray());
+    QFile(editor).setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    script.Click(u"frmFile"_s, u"cmdIni"_s);
+    script.When(u"frmIni"_s, [&editor](QWidget *dialog) {
+        dialog->findChild<QComboBox *>(u"cboZoom"_s)->setCurrentText(u"200 %"_s);
+        dialog->findChild<QLineEdit *>(u"txtTextEditor"_s)->setText(editor);
+        dialog->findChild<QAbstractButton *>(u"cmdChangeSetting"_s)->click();
+    });
+    script.When(u"frmFile"_s, [](QWidget *dialog) {
+        auto *const list = dialog->findChild<QListView *>(u"lstFile"_s);
+        list->setCurrentIndex(list->model()->index(0, 0));
+        DialogScript::Press(dialog, u"cmdEdit"_s);
+        DialogScript::Press(dialog, u"cmdSelect"_s);
+    });
+    Open();
+    EXPECT_EQ(Label(u"lblZoom"), u"200 %"_s);
+    ASSERT_EQ(services.commands.size(), 1);
+    EXPECT_TRUE(services.commands[0].startsWith(editor));
+}
+
 TEST_F(StudyWindowTest, NoFileChosen_RecordsNothing)
 {
     script.Click(u"frmFile"_s, u"cmdCancel"_s);
