@@ -51,11 +51,14 @@ img:not(:only-child) { max-width: 46%; }
   font-weight: normal; }
 @media print { .screen-only { display: none; } }
 @media screen {
-  html { background: #ddd; }
-  body { box-sizing: border-box; width: 210mm; margin: 1em auto; padding: 18mm 15mm; background: #fff; }
-  .screen-only { margin: -10mm 0 2em; padding: .3em 1em; background: #fff3c4; }
+  html { color-scheme: light dark; background: #ddd; }
+  body { box-sizing: border-box; width: 210mm; margin: 1em auto; padding: 18mm 15mm; color: CanvasText;
+    background: Canvas; }
+  img { background: #fff; }
+  .screen-only { margin: -10mm 0 2em; padding: .3em 1em; color: #000; background: #fff3c4; }
   .answers { margin-top: 3em; border-top: 1px dashed; padding-top: 2em; }
 }
+@media screen and (prefers-color-scheme: dark) { html { background: #000; } }
 )"_s;
 
 constexpr int CellsOfEmptyBlank = 4; // leaves room to write
@@ -212,7 +215,7 @@ QString BeginningHtml(const QString &title)
 
 QString BeginningOfAnswersHtml(const QString &title)
 {
-    return u"<section class=\"answers\">\n<h2>"_s + title.toHtmlEscaped() + u"　解答</h2>\n<div class=\"columns\">\n"_s;
+    return u"<section class=\"answers\">\n<h2>"_s + title.toHtmlEscaped() + u"　正解</h2>\n<div class=\"columns\">\n"_s;
 }
 
 /// A URL relative to the folder of the sheet, so that the application folder can be moved as a whole.
