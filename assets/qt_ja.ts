@@ -126,6 +126,10 @@ Do you want to delete it anyway?</source><translation>「%1」は書き込みが
 </context>
 <context>
     <name>QIODevice</name>
+    <message><source>No such file or directory</source><translation>ファイルがありません。</translation></message>
+    <message><source>Permission denied</source><translation>アクセスが許されていません。</translation></message>
+    <message><source>No space left on device</source><translation>空き容量がありません。</translation></message>
+    <message><source>Too many open files</source><translation>開いているファイルが多すぎます。</translation></message>
     <message><source>Unknown error</source><translation>原因は分かりません。</translation></message>
 </context>
 </TS>

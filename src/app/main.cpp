@@ -94,12 +94,10 @@ int main(int argc, char *argv[])
     const QString baseName = QFileInfo(QCoreApplication::applicationFilePath()).completeBaseName();
     QtSystemServices services;
     QTranslator qtTexts;
+    if (qtTexts.load(u":/qt_ja.qm"_s))
+        QApplication::installTranslator(&qtTexts);
     // Once the first window is shown: reading the icon loads the plugins for all image formats.
-    QTimer::singleShot(0, &application, [&qtTexts] {
-        QApplication::setWindowIcon(QPixmap(u":/kotoban.png"_s, "PNG"));
-        if (qtTexts.load(u":/qt_ja.qm"_s))
-            QApplication::installTranslator(&qtTexts);
-    });
+    QTimer::singleShot(0, &application, [] { QApplication::setWindowIcon(QPixmap(u":/kotoban.png"_s, "PNG")); });
     const InstanceMark instance(folder);
     const RunLog log(folder, baseName, services.Clock());
     StudyDatabase database(services);
