@@ -123,7 +123,7 @@ bool OpenDatabase(const QString &applicationFolder, SystemServices &services, St
         return false;
     if (database.LacksTable(u"t_kotoban"_s) && DBCreateKotoban(database))
         services.ShowMessage(u"データベースに学習記録がありません。\r\n"
-                             u"学習記録を新しく始めます。以前の記録の写しは次のフォルダにあります。\r\n  "_s +
+                             u"学習記録を新しく始めます。以前の記録のコピーは次のフォルダにあります。\r\n  "_s +
                              BackupFolder(applicationFolder));
     DBIndexKotoban(database);
     return true;
@@ -183,7 +183,7 @@ bool BackupDatabase(const QString &databaseFolder, const QString &databaseName, 
     // Even if today's copy exists: SQLite would create an empty database, which would be backed up from tomorrow on.
     if (LacksDatabase(source)) {
         *error = failure + source +
-                 u"\r\n  データベースのファイルがありません。次のフォルダの写しから戻してください。\r\n  "_s +
+                 u"\r\n  データベースのファイルがありません。次のフォルダのコピーから戻してください。\r\n  "_s +
                  backupFolder;
         return false;
     }

@@ -60,7 +60,7 @@ void frmExport::Form_Load()
     AddChoice(column, optAnki, u"Anki"_s, u"Ankiで読み込むファイルにします (Alt+A)"_s,
               u"空欄のある行を1行ずつ，\n穴埋め（Cloze）のノートにします。"_s);
     AddChoice(column, optCsv, u"Csv"_s, u"Excelなどで開く表にします (Alt+C)"_s,
-              u"空欄ごとに，行番号，前の文，答え，後の文を\n並べた表にします。"_s);
+              u"空欄ごとに，行番号，前の文，正解，後の文を\n並べた表にします。"_s);
     chkOnlyHard = AddCheckBox(u"chkOnlyHard"_s, u"苦手だけ(&N)"_s,
                               u"苦手の印のある空欄だけを，AnkiかCSVに書き出します (Alt+N)"_s);
     column->addStretch();

@@ -37,7 +37,7 @@ void frmPrint::Form_Load()
                                    this));
     Column()->addSpacing(fontMetrics().lineSpacing() / 2);
     chkAnswers =
-        AddCheckBox(u"chkAnswers"_s, u"解答を付ける(&A)"_s, u"番号を付けた解答を，最後のページに印刷します (Alt+A)"_s);
+        AddCheckBox(u"chkAnswers"_s, u"正解を付ける(&A)"_s, u"番号を付けた正解を，最後のページに印刷します (Alt+A)"_s);
     chkOnlyHard =
         AddCheckBox(u"chkOnlyHard"_s, u"苦手だけ(&N)"_s, u"苦手の印のある空欄と，その行だけを印刷します (Alt+N)"_s);
     Column()->addStretch();

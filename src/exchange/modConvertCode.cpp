@@ -53,7 +53,7 @@ bool CanConvertFrom(const QString &codeName)
 bool CanConvert(const QString &remarks)
 {
     constexpr QStringView codeRemark = u"文字コード＝";
-    return remarks.startsWith(codeRemark) && CanConvertFrom(remarks.section(u'、', 0, 0).mid(codeRemark.size()));
+    return remarks.startsWith(codeRemark) && CanConvertFrom(remarks.section(u'，', 0, 0).mid(codeRemark.size()));
 }
 
 bool ReadsAsShiftJis(const QByteArray &bytes)

@@ -107,7 +107,7 @@ QByteArray Beginning(ExportKind kind)
     case ExportKind::Anki:
         return "#separator:tab\n#html:false\n#notetype:Cloze\n";
     case ExportKind::Csv:
-        return ByteOrderMark.toByteArray() + u"行,前,答え,後\r\n"_s.toUtf8();
+        return ByteOrderMark.toByteArray() + u"行,前,正解,後\r\n"_s.toUtf8();
     }
     return {};
 }

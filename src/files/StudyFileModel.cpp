@@ -107,7 +107,7 @@ QVariant StudyFileModel::data(const QModelIndex &index, int role) const
     case Qt::ToolTipRole:
         return PlainToolTip(Description(name).isEmpty() ? name : QString(name + u'\n' + Description(name)));
     case Qt::AccessibleTextRole:
-        return Description(name).isEmpty() ? name : QString(name + u'、' + Description(name));
+        return Description(name).isEmpty() ? name : QString(name + u'，' + Description(name));
     case RemarksRole:
         return m_folder.Facts(name).remarks;
     case FiguresRole:

@@ -157,7 +157,7 @@ StudyFileFacts CheckStudyFile(const QString &path)
     StudyFileFacts facts = CheckContent(path);
     const QString title = GetFileTitle(path);
     const auto add = [&facts](const QString &remark) {
-        facts.remarks += (facts.remarks.isEmpty() ? u""_s : u"、"_s) + remark;
+        facts.remarks += (facts.remarks.isEmpty() ? u""_s : u"，"_s) + remark;
     };
     // The title goes unescaped into the SQL statement that records a session, where a quote would end the string.
     if (title.contains(u'\''))

@@ -65,6 +65,6 @@ QString StudyFiguresSentence(int blanks, const StudyTally &tally)
 {
     QString sentence = QString::number(blanks) + u'問';
     if (tally.times > 0)
-        sentence += u"、"_s + QString::number(tally.times) + u"回、最後は"_s + DateText(tally.lastDay);
+        sentence += u"，"_s + QString::number(tally.times) + u"回，最後は"_s + DateText(tally.lastDay);
     return sentence;
 }

@@ -212,7 +212,7 @@ PageChange StudyPage::ToggleWholeLine()
     change.answers.assign(onLine.begin(), onLine.end());
     change.isCounted = !shown.isEmpty();
     change.notice = QString();
-    change.answer = shown.join(u'、');
+    change.answer = shown.join(u'，');
     return change;
 }
 

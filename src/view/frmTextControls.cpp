@@ -83,7 +83,7 @@ void frmText::AddControls()
                          u"読み上げない，と変わります (Alt+S)"_s);
     chkOnlyHard->setObjectName(u"chkOnlyHard"_s);
     chkOnlyHard->setToolTip(
-        u"苦手の印のある枠だけを隠して学習します。印は中ボタンのクリックか Ctrl+M で付けます (Ctrl+Shift+M)"_s);
+        u"苦手の印のある空欄だけを隠して学習します。印は中ボタンのクリックか Ctrl+M で付けます (Ctrl+Shift+M)"_s);
     chkOnlyHard->setFocusPolicy(Qt::TabFocus);
     m_keeping->setObjectName(u"tmrKeep"_s);
     m_keeping->setSingleShot(true);

@@ -189,9 +189,9 @@ void frmText::DescribePage()
 {
     QString description = u"大きさ %1 %"_s.arg(m_zoom);
     if (picText->IsDark())
-        description += u"、暗い画面"_s;
+        description += u"，暗い画面"_s;
     if (const int leftCell = m_page.Layout().leftCell; leftCell > 0)
-        description += u"、左の %1 桁は隠れています"_s.arg(leftCell);
+        description += u"，左の %1 桁は隠れています"_s.arg(leftCell);
     if (description != picText->accessibleDescription())
         picText->setAccessibleDescription(description);
 }

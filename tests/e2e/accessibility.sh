@@ -67,7 +67,7 @@ xdotool key ctrl+plus
 wait_for "the zoom" says how '大きさ 125 %'
 xdotool windowsize "$(window "$study")" 400 500
 xdotool key ctrl+shift+Right
-wait_for "the cells that are out of view" says how '大きさ 125 %、左の 8 桁は隠れています'
+wait_for "the cells that are out of view" says how '大きさ 125 %，左の 8 桁は隠れています'
 wait_for "larger characters where they are painted" "$here/../../scripts/accessibility.py" places
 xdotool key alt+i
 names_are_there "the settings" '^設定$'

@@ -17,7 +17,7 @@ using namespace Qt::Literals::StringLiterals;
 
 TEST(CanConvert, Remark_NamesConvertibleEncodingOrIsRefused)
 {
-    for (const QString &remark : {u"文字コード＝UTF8"_s, u"文字コード＝EUC、学習記録なし（名前に '）"_s})
+    for (const QString &remark : {u"文字コード＝UTF8"_s, u"文字コード＝EUC，学習記録なし（名前に '）"_s})
         EXPECT_TRUE(CanConvert(remark)) << remark.toStdString();
     for (const QString &remark : {u"文字コード＝UTF7"_s, u"文字コード＝NONE"_s, u"空欄なし"_s, QString()})
         EXPECT_FALSE(CanConvert(remark)) << remark.toStdString();

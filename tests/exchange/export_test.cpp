@@ -159,7 +159,7 @@ TEST(CsvExport, EveryRow_TextsAndAnswerFormTheLine)
     const QByteArray bytes = ExportOfLines(Lines, ExportKind::Csv);
     ASSERT_TRUE(bytes.startsWith("\xEF\xBB\xBF"));
     const QList<QStringList> table = ReadTable(QString::fromUtf8(bytes.sliced(3)), u',', u"\r\n"_s);
-    EXPECT_EQ(table.front(), QStringList({u"行"_s, u"前"_s, u"答え"_s, u"後"_s}));
+    EXPECT_EQ(table.front(), QStringList({u"行"_s, u"前"_s, u"正解"_s, u"後"_s}));
     EXPECT_EQ(table[1], QStringList({u"1"_s, QString(), u"水"_s, u"の化学式は[H2O]，空欄なし"_s}));
     EXPECT_EQ(table[2], QStringList({u"1"_s, u"[水]の化学式は"_s, u"H2O"_s, u"，空欄なし"_s}));
     EXPECT_EQ(table[3], QStringList({u"3"_s, QString(), QString(), QString()})) << "an empty blank counts too";
@@ -327,7 +327,7 @@ TEST_F(ExportWindowTest, OlderExportExists_AsksBeforeReplacingAndShowsFolder)
     script.Click(u"frmMsg"_s, u"cmdOK"_s);
     window.Run(studyFile);
     EXPECT_TRUE(script.IsDone());
-    EXPECT_EQ(folder.Read(u"rec/a.b.csv"_s), u"\uFEFF行,前,答え,後\r\n1,x,a,\r\n"_s.toUtf8());
+    EXPECT_EQ(folder.Read(u"rec/a.b.csv"_s), u"\uFEFF行,前,正解,後\r\n1,x,a,\r\n"_s.toUtf8());
     ASSERT_EQ(script.messages.size(), 4);
     EXPECT_TRUE(script.messages[0].endsWith(u"a.b_Anki.txt\n  通常のファイルではありません。"_s));
     EXPECT_EQ(script.messages[2], ReplaceExportQuestion(u"a.b.csv"_s).replace(u"\r\n"_s, u"\n"_s));

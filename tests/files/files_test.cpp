@@ -123,7 +123,7 @@ TEST(StudyTallies, AllYearsRead_CountsSessionsOfOneUser)
     EXPECT_TRUE(tallies.ReadRecent(QDate(2024, 3, 6)));
     EXPECT_FALSE(tallies.ReadNext(QDeadlineTimer(0))) << "earlier days are read only once";
     EXPECT_EQ(tallies.Of(u"a"_s).times, 4) << "neither lost nor counted twice after midnight";
-    EXPECT_EQ(StudyFiguresSentence(5, tallies.Of(u"a"_s)), u"5問、4回、最後は2024/03/06"_s);
+    EXPECT_EQ(StudyFiguresSentence(5, tallies.Of(u"a"_s)), u"5問，4回，最後は2024/03/06"_s);
 }
 
 TEST(StudyTallies, DatabaseFault_IsSilentAndReadAgainAtTheNextActivation)
@@ -298,7 +298,7 @@ TEST(CheckStudyFile, EachFault_HasItsRemark)
         {u"no bracket.txt"_s, "a", u"空欄なし"_s},
         {u"full-width only.txt"_s, "\x81\x6D\x62\x81\x6E", u"空欄なし（［ ］は全角）"_s},
         {u"quote in the t'itle.txt"_s, "[a]", u"学習記録なし（名前に '）"_s},
-        {u"two remark's.txt"_s, "a", u"空欄なし、学習記録なし（名前に '）"_s},
+        {u"two remark's.txt"_s, "a", u"空欄なし，学習記録なし（名前に '）"_s},
         {u"quote after.the title'.txt"_s, "[a]", QString()},
         {u"control\x7F.txt"_s, "[a]", u"名前に制御文字"_s},
         {u"line\u2028separator.txt"_s, "[a]", u"名前に制御文字"_s},

@@ -201,7 +201,7 @@ TEST_F(FileWindowTest, LongName_RemarkStaysVisible)
         EXPECT_TRUE(WaitFor([row] { return !row.data(Qt::UserRole).toString().isEmpty(); }));
         EXPECT_LE(list->visualRect(row).right(), list->viewport()->width());
         EXPECT_EQ(row.data(Qt::ToolTipRole).toString(), Qt::convertFromPlainText(name + u"\n空欄なし"_s));
-        EXPECT_EQ(row.data(Qt::AccessibleTextRole).toString(), name + u"、空欄なし"_s);
+        EXPECT_EQ(row.data(Qt::AccessibleTextRole).toString(), name + u"，空欄なし"_s);
         dialog->close();
     });
     window.Choose(QString());
@@ -262,8 +262,8 @@ TEST_F(FileWindowTest, CheckedFile_ShowsFiguresOrRemarks)
             return model->index(row, 0).data(Qt::AccessibleTextRole).toString();
         };
         EXPECT_TRUE(WaitFor([&] { return described(0).contains(u'回') && described(1).contains(u'異'); }));
-        EXPECT_EQ(described(0), u"a good.txt、1問、1回、最後は2024/03/05"_s);
-        EXPECT_EQ(described(1), u"bad.txt、2行[ ]指定異常"_s);
+        EXPECT_EQ(described(0), u"a good.txt，1問，1回，最後は2024/03/05"_s);
+        EXPECT_EQ(described(1), u"bad.txt，2行[ ]指定異常"_s);
         dialog->close();
     });
     window.Choose(QString());
@@ -290,12 +290,12 @@ TEST_F(FileWindowTest, FiguresNotRead_AreAbsentWithoutMessageUntilReopened)
         return described();
     };
     window.show();
-    EXPECT_EQ(describedWhenRead(), u"a good.txt、1問"_s);
+    EXPECT_EQ(describedWhenRead(), u"a good.txt，1問"_s);
     window.hide();
     EXPECT_TRUE(database.SQLite3NonQuery(u"alter table t_kotoban drop column dt_end"_s));
     EXPECT_TRUE(database.SQLite3NonQuery(u"alter table t_kotoban add column dt_end text"_s));
     window.show();
-    EXPECT_EQ(describedWhenRead(), u"a good.txt、1問、2回、最後は2024/03/05"_s);
+    EXPECT_EQ(describedWhenRead(), u"a good.txt，1問，2回，最後は2024/03/05"_s);
     EXPECT_EQ(services.messages, QStringList());
 }
 
