@@ -74,7 +74,7 @@ void frmExport::Run(const QString &studyFilePath)
 {
     m_studyFilePath = studyFilePath;
     lblFile->SetText(QFileInfo(studyFilePath).fileName());
-    m_hasHard = !m_marks.FindInFile(studyFilePath).empty();
+    m_hasHard = m_marks.HasEntries(GetFileTitle(studyFilePath));
     chkOnlyHard->setChecked(false);
     optKind_Click();
     (optText->isChecked() ? optText : optAnki->isChecked() ? optAnki : optCsv)->setFocus();
@@ -110,11 +110,12 @@ ExportKind frmExport::ChosenKind() const
 bool frmExport::Write(const QString &exportPath, qsizetype *undecodable)
 {
     StudyExport made;
+    const QString title = QFileInfo(m_studyFilePath).completeBaseName();
     const bool isOnlyHard = chkOnlyHard->isEnabled() && chkOnlyHard->isChecked();
     if (const TextRefusal refusal = made.Read(m_studyFilePath, ChosenKind(), isOnlyHard ? &m_marks : nullptr))
         return Refuse(refusal.message);
     if (!made.HasContent())
-        return Refuse(NoBlankToExportMessage(QFileInfo(m_studyFilePath).completeBaseName()));
+        return Refuse(isOnlyHard ? NoHardBlankMessage(title) : NoBlankToExportMessage(title));
     if (QFileInfo(exportPath).isFile() && !Agrees(ReplaceExportQuestion(exportPath)))
         return false;
     PieceFile file(exportPath, made);

@@ -42,5 +42,5 @@ class frmExport : public CommandWindow
     QRadioButton *optAnki;
     QRadioButton *optCsv;
     QCheckBox *chkOnlyHard;
-    bool m_hasHard = false; // whether the file has marked blanks
+    bool m_hasHard = false; // whether there are marks for the file
 };

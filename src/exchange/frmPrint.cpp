@@ -51,7 +51,7 @@ void frmPrint::Run(const QString &studyFilePath)
     lblFile->SetText(QFileInfo(studyFilePath).fileName());
     chkAnswers->setChecked(m_settings.ReadPrintAnswers());
     chkOnlyHard->setChecked(false);
-    chkOnlyHard->setEnabled(!m_marks.FindInFile(studyFilePath).empty());
+    chkOnlyHard->setEnabled(m_marks.HasEntries(GetFileTitle(studyFilePath)));
     chkAnswers->setFocus();
     exec();
 }
@@ -78,6 +78,8 @@ bool frmPrint::Write(const QString &sheetPath)
     if (const TextRefusal refusal = sheet.Read(m_studyFilePath, sheetPath, chkAnswers->isChecked(),
                                                chkOnlyHard->isChecked() ? &m_marks : nullptr))
         return Refuse(refusal.message);
+    if (chkOnlyHard->isChecked() && sheet.BlankCount() == 0)
+        return Refuse(NoHardBlankMessage(QFileInfo(m_studyFilePath).completeBaseName()));
     if (sheet.BlankCount() > MostBlanksUnasked && !Agrees(ManyPagesQuestion(sheet)))
         return false;
     PieceFile file(sheetPath, sheet);

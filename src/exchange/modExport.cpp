@@ -112,27 +112,24 @@ QByteArray Beginning(ExportKind kind)
     return {};
 }
 
-/// A line in which only wanted blanks keep their brackets. @param firstBlank  number of the first blank in it
-QString WithWantedBrackets(QStringView line, int firstBlank, const BlankFilter &isWanted)
+bool IsWanted(const WantedBlanks &wanted, int blank)
 {
-    QString wanted;
+    return !wanted || std::ranges::binary_search(*wanted, blank);
+}
+
+/// A line in which only wanted blanks keep their brackets. @param firstBlank  number of the first blank in it
+QString WithWantedBrackets(QStringView line, int firstBlank, const WantedBlanks &wanted)
+{
+    QString text;
     qsizetype done = 0;
     int number = firstBlank;
     for (const BlankInLine &blank : BlanksOf(line)) {
-        if (isWanted(number++))
+        if (IsWanted(wanted, number++))
             continue;
-        wanted += line.sliced(done, blank.start - done) + blank.answer;
+        text += line.sliced(done, blank.start - done) + blank.answer;
         done = blank.end;
     }
-    return wanted + line.sliced(done);
-}
-
-bool HasBlank(const StudyLines &lines, ExportKind kind)
-{
-    for (int line = lines.NextLineWith(u'[', 1); line > 0; line = lines.NextLineWith(u'[', line + 1))
-        if (kind != ExportKind::Anki || !AnkiNote(lines.at1(line)).isEmpty())
-            return true;
-    return false;
+    return text + line.sliced(done);
 }
 
 QByteArray TextLines(const StudyLines &lines)
@@ -143,13 +140,13 @@ QByteArray TextLines(const StudyLines &lines)
     return bytes;
 }
 
-QByteArray AnkiNotes(const StudyLines &lines, int blanksBefore, const BlankFilter &isWanted)
+QByteArray AnkiNotes(const StudyLines &lines, int blanksBefore, const WantedBlanks &wanted)
 {
     QByteArray bytes;
     int blank = blanksBefore + 1;
     for (int line = lines.NextLineWith(u'[', 1); line > 0; line = lines.NextLineWith(u'[', line + 1)) {
         const QStringView text = lines.at1(line);
-        const QString note = AnkiNote(isWanted ? WithWantedBrackets(text, blank, isWanted) : text.toString());
+        const QString note = AnkiNote(wanted ? WithWantedBrackets(text, blank, wanted) : text.toString());
         if (!note.isEmpty())
             bytes += AnkiField(note).toUtf8() + '\n';
         blank += int(text.count(u'['));
@@ -157,14 +154,14 @@ QByteArray AnkiNotes(const StudyLines &lines, int blanksBefore, const BlankFilte
     return bytes;
 }
 
-QByteArray CsvRows(const StudyLines &lines, int linesBefore, int blanksBefore, const BlankFilter &isWanted)
+QByteArray CsvRows(const StudyLines &lines, int linesBefore, int blanksBefore, const WantedBlanks &wanted)
 {
     QByteArray bytes;
     int blank = blanksBefore;
     for (int line = lines.NextLineWith(u'[', 1); line > 0; line = lines.NextLineWith(u'[', line + 1)) {
         const QStringView text = lines.at1(line);
         for (const auto &[start, end, answer] : BlanksOf(text)) {
-            if (++blank; isWanted && !isWanted(blank))
+            if (!IsWanted(wanted, ++blank))
                 continue;
             const QString row = QString::number(linesBefore + line) + u',' + CsvField(text.first(start)) + u',' +
                                 CsvField(answer) + u',' + CsvField(text.sliced(end));
@@ -178,27 +175,26 @@ QByteArray CsvRows(const StudyLines &lines, int linesBefore, int blanksBefore, c
 
 TextRefusal StudyExport::Read(const QString &studyFilePath, ExportKind kind, const MarkList *onlyHard)
 {
-    // Before the file is read: the marks need all its lines at once.
-    m_isWanted = {};
-    if (onlyHard)
-        m_isWanted = [hard = onlyHard->FindInFile(studyFilePath)](int blank) {
-            return std::ranges::binary_search(hard, blank);
-        };
     m_kind = kind;
     m_hasBegun = false;
     m_linesBefore = 0;
     m_blanksBefore = 0;
     m_undecodable = 0;
-    return m_parts.Read(studyFilePath, MaxLineBytes);
+    const TextRefusal refusal = m_parts.Read(studyFilePath, MaxLineBytes);
+    m_wanted.reset();
+    if (!refusal && onlyHard)
+        m_wanted = onlyHard->Find(GetFileTitle(studyFilePath), DisplayText(m_parts.AllLines()));
+    return refusal;
 }
 
-bool StudyExport::HasContent()
+bool StudyExport::HasContent() const
 {
-    bool hasBlank = m_kind == ExportKind::Text;
-    for (StudyLines lines; !hasBlank && m_parts.Next(ExpandTabs::No, &lines);)
-        hasBlank = HasBlank(lines, m_kind);
-    m_parts.GoBack();
-    return hasBlank;
+    StudyExport trial = *this; // shares the bytes of the file
+    trial.m_hasBegun = true;
+    bool hasContent = m_kind == ExportKind::Text;
+    for (QByteArray piece; !hasContent && trial.Next(&piece);)
+        hasContent = !piece.isEmpty();
+    return hasContent;
 }
 
 bool StudyExport::Next(QByteArray *piece)
@@ -212,8 +208,8 @@ bool StudyExport::Next(QByteArray *piece)
     if (!m_parts.Next(ExpandTabs::No, &lines)) // the checks have counted a tab as the two spaces it is shown as
         return false;
     *piece = m_kind == ExportKind::Text   ? TextLines(lines)
-             : m_kind == ExportKind::Anki ? AnkiNotes(lines, m_blanksBefore, m_isWanted)
-                                          : CsvRows(lines, m_linesBefore, m_blanksBefore, m_isWanted);
+             : m_kind == ExportKind::Anki ? AnkiNotes(lines, m_blanksBefore, m_wanted)
+                                          : CsvRows(lines, m_linesBefore, m_blanksBefore, m_wanted);
     m_linesBefore += lines.Count();
     m_blanksBefore += lines.BlankCount();
     m_undecodable += piece->count(NoCharacter);

@@ -11,12 +11,13 @@
 #include <QByteArray>
 #include <QString>
 
-#include <functional>
+#include <optional>
+#include <vector>
 
 class MarkList;
 
-/// Whether to export a blank of the file, numbered from 1. An empty filter exports all.
-using BlankFilter = std::function<bool(int blank)>;
+/// The blanks of the file to export, ascending; all if not given.
+using WantedBlanks = std::optional<std::vector<int>>;
 
 enum class ExportKind
 {
@@ -41,12 +42,12 @@ enum class ExportKind
 class StudyExport : public PieceMaker
 {
   public:
-    /// Reads a study file.
+    /// Reads a study file, once: what is exported is what was checked.
     /// @param onlyHard  if given, notes and table hold only the blanks marked in it
     TextRefusal Read(const QString &studyFilePath, ExportKind kind, const MarkList *onlyHard = nullptr);
 
-    /// Whether the file has a blank, without which there are no notes and no table. Called before the first Next.
-    bool HasContent();
+    /// Whether there are notes or rows, for which the file must have a wanted blank. Called before the first Next.
+    bool HasContent() const;
 
     bool Next(QByteArray *piece) override;
     double Done() const override
@@ -63,7 +64,7 @@ class StudyExport : public PieceMaker
   private:
     StudyParts m_parts;
     ExportKind m_kind = ExportKind::Text;
-    BlankFilter m_isWanted;
+    WantedBlanks m_wanted;
     bool m_hasBegun = false;
     int m_linesBefore = 0; // number of lines before the next part
     int m_blanksBefore = 0;

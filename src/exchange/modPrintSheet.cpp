@@ -255,11 +255,10 @@ QString BlankNumber(int blank)
 TextRefusal PrintSheet::Read(const QString &studyFilePath, const QString &sheetPath, bool withAnswers,
                              const MarkList *onlyHard)
 {
-    // Before the file is read: the marks need all its lines at once.
-    m_onlyBlanks.reset();
-    if (onlyHard)
-        m_onlyBlanks = onlyHard->FindInFile(studyFilePath);
     const TextRefusal refusal = m_parts.Read(studyFilePath, MaxLineBytes);
+    m_onlyBlanks.reset();
+    if (!refusal && onlyHard)
+        m_onlyBlanks = onlyHard->Find(GetFileTitle(studyFilePath), DisplayText(m_parts.AllLines()));
     m_title = QFileInfo(studyFilePath).completeBaseName();
     m_pictureUrl = PicturesBeside(studyFilePath, sheetPath);
     m_withAnswers = withAnswers && BlankCount() > 0;

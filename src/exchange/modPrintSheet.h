@@ -29,7 +29,8 @@ using PictureUrl = std::function<QString(const QString &name)>;
 class PrintSheet : public PieceMaker
 {
   public:
-    /// Reads a study file. Its name without ".txt" is the heading and the title of the page.
+    /// Reads a study file, once: what is printed is what was checked. Its name without ".txt" is the heading and the
+    /// title of the page.
     /// @param sheetPath  where the page will be, for the URLs of the pictures
     /// @param withAnswers  whether to append the answers, if there are any blanks
     /// @param onlyHard  if given, only the blanks marked in it are asked for, numbered from 1, only their lines appear,

@@ -4,8 +4,6 @@
 #include "records/modMarkList.h"
 
 #include "records/modListFile.h"
-#include "text/modCheckText.h"
-#include "text/modReadText.h"
 
 #include <QHash>
 
@@ -163,18 +161,12 @@ std::vector<int> MarkList::FindIn(const QStringList &entries, const QString &tit
     return blanks;
 }
 
-std::vector<int> MarkList::FindInFile(const QString &studyFilePath) const
+bool MarkList::HasEntries(const QString &title) const
 {
-    const QString title = GetFileTitle(studyFilePath);
-    QStringList listed;
-    if (ReadList(m_path, &listed, MaxMarkListBytes))
-        return {};
-    const bool hasEntry = std::ranges::any_of(
-        listed, [&](const QString &line) { return ReadEntry(line, m_userName, title).has_value(); });
-    StudyLines lines;
-    if (!hasEntry || ReadStudyText(studyFilePath, MaxLineBytes, &lines))
-        return {};
-    return FindIn(listed, title, DisplayText(std::move(lines)));
+    QStringList lines;
+    return !ReadList(m_path, &lines, MaxMarkListBytes) && std::ranges::any_of(lines, [&](const QString &line) {
+        return ReadEntry(line, m_userName, title).has_value();
+    });
 }
 
 QStringList MarkList::Entries(const QString &title, const DisplayText &text, const std::vector<int> &blanks) const
@@ -200,4 +192,9 @@ FileFault MarkList::Write(const QString &title, const DisplayText &text, const s
         return fault;
     lines.removeIf([&](const QString &listed) { return ReadEntry(listed, m_userName, title).has_value(); });
     return WriteList(m_path, lines + Entries(title, text, blanks), MaxMarkListBytes);
+}
+
+QString NoHardBlankMessage(const QString &fileTitle)
+{
+    return u"次のファイルには苦手の印のある空欄がありません。\r\n    ファイル名＝"_s + fileTitle;
 }

@@ -35,11 +35,11 @@ class MarkList
     /// The blanks of a text that list entries mark, ascending.
     std::vector<int> FindIn(const QStringList &entries, const QString &title, const DisplayText &text) const;
 
-    /// Like Find, for a study file; empty if it cannot be read.
-    std::vector<int> FindInFile(const QString &studyFilePath) const;
+    /// Whether the list has entries for a study file, which need not match any of its blanks.
+    bool HasEntries(const QString &title) const;
 
     /// Replaces the marks that the list has for a study file. All other lines stay as they are, even ones that are not
-    /// entries. After a fault the list is unchanged.
+    /// entries.
     /// @param blanks  ascending
     /// After a fault, as when the list would become too large, it is unchanged.
     FileFault Write(const QString &title, const DisplayText &text, const std::vector<int> &blanks) const;
@@ -48,3 +48,6 @@ class MarkList
     QString m_path;
     QString m_userName;
 };
+
+/// The message when only the marked blanks of a study file are wanted and it has none.
+QString NoHardBlankMessage(const QString &fileTitle);

@@ -84,11 +84,8 @@ TextRefusal StudyParts::Read(const QString &path, int maxLineBytes)
     if (refusal)
         return refusal;
     for (StudyLines part; Next(ExpandTabs::Yes, &part);) {
-        if (CheckStudyLines(part, maxLineBytes)) {
-            // Which fault is reported, and its line number, depend on all lines.
-            ReadAllLines(m_bytes, ExpandTabs::Yes, &part);
-            return CheckStudyLines(part, maxLineBytes);
-        }
+        if (CheckStudyLines(part, maxLineBytes)) // which fault is reported, and its line number, depend on all lines
+            return CheckStudyLines(AllLines(), maxLineBytes);
         m_lineCount += part.Count();
         m_blankCount += part.BlankCount();
     }
@@ -111,6 +108,13 @@ bool StudyParts::Next(ExpandTabs expandTabs, StudyLines *lines)
     ReadAllLines(m_bytes.sliced(m_at, end - m_at), expandTabs, lines);
     m_at = end;
     return true;
+}
+
+StudyLines StudyParts::AllLines() const
+{
+    StudyLines lines;
+    ReadAllLines(m_bytes, ExpandTabs::Yes, &lines);
+    return lines;
 }
 
 bool ReadTextFile(const QString &path, int maxLineBytes, StudyLines *lines, QString *message, int *errorLine)

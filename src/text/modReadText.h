@@ -83,6 +83,9 @@ class StudyParts
         m_at = 0;
     }
 
+    /// All lines with their tabs expanded, as ReadStudyText gives them.
+    StudyLines AllLines() const;
+
     /// Share of the file that Next has returned, from 0 to 1.
     double Done() const
     {

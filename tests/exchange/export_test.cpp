@@ -335,3 +335,28 @@ TEST_F(ExportWindowTest, OlderExportExists_AsksBeforeReplacingAndShowsFolder)
     EXPECT_EQ(services.opened, QStringList(folder.Path(u"rec"_s)));
     EXPECT_EQ(services.messages, QStringList(u"次のフォルダを開けません。\r\n  "_s + folder.Path(u"rec"_s)));
 }
+
+TEST_F(ExportWindowTest, OnlyHard_IsJudgedByTheFileAsItIsWhenExported)
+{
+    const QString studyFile = folder.WriteStudyFile(u"txt/a.txt"_s, {u"changed [b]"_s});
+    folder.MakeFolder(u"rec"_s);
+    const MarkList marks(folder.Path(u"ListMark.txt"_s), u"花子"_s);
+    ASSERT_FALSE(marks.Write(u"a"_s, DisplayText(LinesOf({u"[a] is [b]"_s})), {2}));
+    frmExport window(services, msg, marks, folder.Path(u"rec"_s), nullptr);
+    script.When(u"frmExport"_s, [](QWidget *dialog) {
+        DialogScript::Press(dialog, u"optCsv"_s);
+        EXPECT_TRUE(dialog->findChild<QWidget *>(u"chkOnlyHard"_s)->isEnabled());
+        DialogScript::Press(dialog, u"chkOnlyHard"_s);
+        DialogScript::Press(dialog, u"cmdOK"_s);
+    });
+    script.Click(u"frmMsg"_s, u"cmdOK"_s);
+    script.When(u"frmExport"_s, [this](QWidget *dialog) {
+        folder.WriteStudyFile(u"txt/a.txt"_s, {u"[a] is [b]"_s});
+        DialogScript::Press(dialog, u"cmdOK"_s);
+    });
+    script.Click(u"frmMsg"_s, u"cmdOK"_s);
+    window.Run(studyFile);
+    EXPECT_TRUE(script.IsDone());
+    EXPECT_EQ(script.messages.value(0), NoHardBlankMessage(u"a"_s).replace(u"\r\n"_s, u"\n"_s));
+    EXPECT_EQ(folder.Read(u"rec/a.csv"_s).split('\n').value(1), "1,[a] is ,b,\r");
+}

@@ -154,17 +154,27 @@ TEST(PrintSheet, ManyNamesOfMissingPictures_AreLookedUpInLinearTime)
     EXPECT_EQ(folder.Read(u"a.html"_s).count("<img "), 1);
 }
 
-TEST_F(PrintWindowTest, FileRefused_ShowsReasonAndStaysOpen)
+TEST_F(PrintWindowTest, FileRefusedOrWithoutHardBlanks_ShowsReasonAndStaysOpen)
 {
     const SettingsFile settings(folder.Path(u"a.ini"_s));
-    const MarkList marks(folder.Path(u"ListMark.txt"_s), u"花子"_s);
+    const MarkList marks(folder.Path(u"rec/ListMark.txt"_s), u"花子"_s);
+    folder.MakeFolder(u"rec"_s);
+    ASSERT_FALSE(marks.Write(u"a"_s, DisplayText(LinesOf({u"[a]"_s})), {1}));
     frmPrint window(services, msg, settings, marks, folder.Path(), nullptr);
     script.Click(u"frmPrint"_s, u"cmdOK"_s);
+    script.Click(u"frmMsg"_s, u"cmdOK"_s);
+    script.When(u"frmPrint"_s, [this](QWidget *dialog) {
+        folder.Write(u"a.txt"_s, "[b]");
+        DialogScript::Press(dialog, u"chkOnlyHard"_s);
+        DialogScript::Press(dialog, u"cmdOK"_s);
+    });
     script.Click(u"frmMsg"_s, u"cmdOK"_s);
     script.When(u"frmPrint"_s, [](QWidget *dialog) { QTest::keyClick(dialog, Qt::Key_Escape); });
     window.Run(folder.Write(u"a.txt"_s, "]a["));
     EXPECT_TRUE(script.IsDone());
-    EXPECT_EQ(script.messages, QStringList(BracketOrderMessage(1, u"]a[").replace(u"\r\n"_s, u"\n"_s)));
+    EXPECT_EQ(
+        script.messages,
+        QStringList({BracketOrderMessage(1, u"]a["), NoHardBlankMessage(u"a"_s)}).replaceInStrings(u"\r\n"_s, u"\n"_s));
     EXPECT_EQ(QDir(folder.Path()).entryList(QDir::Files), QStringList(u"a.txt"_s));
 }
 
