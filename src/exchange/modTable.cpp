@@ -54,14 +54,6 @@ QStringView LineAround(QStringView text, qsizetype position)
     return text.sliced(start, std::find_if(text.begin() + position, text.end(), IsLineEnd) - text.begin() - start);
 }
 
-/// The first non-blank line. @param start  position where the search begins
-QStringView FirstLine(QStringView text, qsizetype start)
-{
-    const auto first =
-        std::find_if(text.begin() + start, text.end(), [](QChar character) { return !character.isSpace(); });
-    return first == text.end() ? QStringView() : LineAround(text, first - text.begin());
-}
-
 } // namespace
 
 int Table::CellCount(int row) const
@@ -93,8 +85,7 @@ class TableReader
   public:
     TableReader(QStringView text, const TableFormat &format)
         : m_source(text), m_format(format), m_isCsv(format.separator == u',' || format.separator == u';'),
-          m_separatorsOfLine(SeparatorsIn(FirstLine(text, format.start))), m_at(format.start),
-          m_number(format.firstNumber)
+          m_at(format.start), m_number(format.firstNumber)
     {
     }
 
@@ -204,15 +195,16 @@ class TableReader
         return hasLineEnds ? Quoted::NeverEnds : Quoted::IsNone;
     }
 
-    /// Whether a quoted cell spans lines that are complete rows by themselves. If so, its closing quote really opens
-    /// another cell.
+    /// Whether a quoted cell that spans lines has separators too, and its lines all have as many. If so, they are rows
+    /// of speech that begins in one and ends in another; what a spreadsheet quotes hardly ever looks like that.
     /// @param end  position after the cell
     bool HoldsWholeRows(qsizetype end) const
     {
-        if (m_isCsv || m_separatorsOfLine == 0 || SeparatorsIn(LineAround(m_source, m_at)) != m_separatorsOfLine)
+        if (m_isCsv || !m_source.sliced(m_at, end - m_at).contains(m_format.separator))
             return false;
+        const qsizetype separators = SeparatorsIn(LineAround(m_source, m_at));
         for (qsizetype at = m_at; at < end; ++at)
-            if (IsLineEnd(m_source[at]) && SeparatorsIn(LineAround(m_source, at + 1)) != m_separatorsOfLine &&
+            if (IsLineEnd(m_source[at]) && SeparatorsIn(LineAround(m_source, at + 1)) != separators &&
                 !m_source.sliced(at).startsWith(u"\r\n"))
                 return false;
         return true;
@@ -269,7 +261,6 @@ class TableReader
     QStringView m_source;
     const TableFormat &m_format;
     bool m_isCsv;
-    qsizetype m_separatorsOfLine; // in the first line
     QString m_quotedSeparators;
     qsizetype m_at;
     int m_number;

@@ -82,8 +82,8 @@ struct TableFormat
 ///
 /// The apostrophe that GuardedCell puts before a formula is taken off again, once.
 /// A cell with text after its closing quote ("Hi" she said) is of the second kind, whose quotes are literal. If the
-/// separator is neither comma nor semicolon, so is a cell whose quote is never closed, or is closed only after lines
-/// that each have as many separators as the first. Blank rows are skipped.
+/// separator is neither comma nor semicolon, so is a cell whose quote is never closed, or is closed only in a later
+/// line after separators, all these lines having equally many. Blank rows are skipped.
 /// @return false if a quoted cell never ends; errorLine is then the 1-based line on which it begins, and the table is
 /// empty
 bool ReadTable(const QString &text, const TableFormat &format, Table *table, int *errorLine);

@@ -13,15 +13,15 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-/// A table as one text: cells joined by "|", rows by "/".
-QString Joined(const Table &table)
+/// A table as one text: cells joined by a character, rows by "/".
+QString Joined(const Table &table, QChar between = u'|')
 {
     QStringList rows;
     for (int row = 1; row <= table.RowCount(); ++row) {
         QStringList cells;
         for (int column = 1; column <= table.CellCount(row); ++column)
             cells += table.Cell(row, column).toString();
-        rows += cells.join(u'|');
+        rows += cells.join(between);
     }
     return rows.join(u'/');
 }
@@ -61,9 +61,76 @@ TEST(ReadTable, StandardOrDeviatingText_SplitsIntoRowsAndCells)
         {"quote closed only by one in a later row", u"a\t\"b\r\nc\td\"\r\ne\tf"_s, u"a|\"b/c|d\"/e|f"_s},
         {"line ending in a cell between tabs", u"a\t\"b\nc\"\n\"d\ne\"\tf\n"_s, u"a|b\nc/d\ne|f"_s},
         {"line ending and tab in a cell", u"a\tb\tc\n\"d\te\nf\"\tg\th"_s, u"a|b|c/d\te\nf|g|h"_s},
+        {"line ending in the first row", u"a\t\"b\nc\"\td\ne\tf\tg"_s, u"a|b\nc|d/e|f|g"_s},
+        {"line ending in every row", u"a\t\"b\nc\"\td\ne\t\"f\ng\"\th"_s, u"a|b\nc|d/e|f\ng|h"_s},
+        {"speech over two rows", u"\"a\tb\r\nc\"\td\r\ne\tf"_s, u"\"a|b/c\"|d/e|f"_s},
+        {"speech over three rows", u"a\tb\n\"c\td\ne\tf\ng\"\th"_s, u"a|b/\"c|d/e|f/g\"|h"_s},
     };
     for (const auto &[name, text, expected] : rows)
         EXPECT_EQ(Joined(TableOf(text)), expected) << name;
+}
+
+// The same rows as Python's csv module writes them, by dialect and quoting.
+TEST(ReadTable, TableOfOtherProgram_HasItsCells)
+{
+    const QString expected = u"word^mean\ning^ex/5\" disk^say \"hi\"^\"/a,b^c\td^/^x;y^d\te\nf/ \"g\" ^'h^i\"\n\""_s;
+    const Rows<const char *, QChar, QString> rows = {
+        {"comma, as few quotes as possible", u',',
+         u"word,\"mean\ning\",ex\r\n"
+         u"\"5\"\" disk\",\"say \"\"hi\"\"\",\"\"\"\"\r\n"
+         u"\"a,b\",c\td,\r\n"
+         u",x;y,\"d\te\nf\"\r\n"
+         u"\" \"\"g\"\" \",'h,\"i\"\"\n\"\"\"\r\n"_s},
+        {"comma, all quoted", u',',
+         u"\"word\",\"mean\ning\",\"ex\"\r\n"
+         u"\"5\"\" disk\",\"say \"\"hi\"\"\",\"\"\"\"\r\n"
+         u"\"a,b\",\"c\td\",\"\"\r\n"
+         u"\"\",\"x;y\",\"d\te\nf\"\r\n"
+         u"\" \"\"g\"\" \",\"'h\",\"i\"\"\n\"\"\"\r\n"_s},
+        {"tab, as few quotes as possible", u'\t',
+         u"word\t\"mean\ning\"\tex\r\n"
+         u"\"5\"\" disk\"\t\"say \"\"hi\"\"\"\t\"\"\"\"\r\n"
+         u"a,b\t\"c\td\"\t\r\n"
+         u"\tx;y\t\"d\te\nf\"\r\n"
+         u"\" \"\"g\"\" \"\t'h\t\"i\"\"\n\"\"\"\r\n"_s},
+        {"tab, all quoted", u'\t',
+         u"\"word\"\t\"mean\ning\"\t\"ex\"\r\n"
+         u"\"5\"\" disk\"\t\"say \"\"hi\"\"\"\t\"\"\"\"\r\n"
+         u"\"a,b\"\t\"c\td\"\t\"\"\r\n"
+         u"\"\"\t\"x;y\"\t\"d\te\nf\"\r\n"
+         u"\" \"\"g\"\" \"\t\"'h\"\t\"i\"\"\n\"\"\"\r\n"_s},
+        {"semicolon", u';',
+         u"word;\"mean\ning\";ex\r\n"
+         u"\"5\"\" disk\";\"say \"\"hi\"\"\";\"\"\"\"\r\n"
+         u"a,b;c\td;\r\n"
+         u";\"x;y\";\"d\te\nf\"\r\n"
+         u"\" \"\"g\"\" \";'h;\"i\"\"\n\"\"\"\r\n"_s},
+        {"line ends of LF", u',',
+         u"\"word\",\"mean\ning\",\"ex\"\n"
+         u"\"5\"\" disk\",\"say \"\"hi\"\"\",\"\"\"\"\n"
+         u"\"a,b\",\"c\td\",\"\"\n"
+         u"\"\",\"x;y\",\"d\te\nf\"\n"
+         u"\" \"\"g\"\" \",\"'h\",\"i\"\"\n\"\"\"\n"_s},
+        {"tab, commas quoted as in Excel", u'\t',
+         u"word\t\"mean\ning\"\tex\r\n"
+         u"\"5\"\" disk\"\t\"say \"\"hi\"\"\"\t\"\"\"\"\r\n"
+         u"\"a,b\"\t\"c\td\"\t\r\n"
+         u"\tx;y\t\"d\te\nf\"\r\n"
+         u"\" \"\"g\"\" \"\t'h\t\"i\"\"\n\"\"\"\r\n"_s},
+        {"pipe", u'|',
+         u"word|\"mean\ning\"|ex\r\n"
+         u"\"5\"\" disk\"|\"say \"\"hi\"\"\"|\"\"\"\"\r\n"
+         u"a,b|c\td|\r\n"
+         u"|x;y|\"d\te\nf\"\r\n"
+         u"\" \"\"g\"\" \"|'h|\"i\"\"\n\"\"\"\r\n"_s},
+    };
+    for (const auto &[name, separator, text] : rows) {
+        Table table;
+        int errorLine = 0;
+        ASSERT_TRUE(ReadTable(text, TableFormat{.separator = separator}, &table, &errorLine)) << name;
+        EXPECT_EQ(Joined(table, u'^'), expected) << name;
+        EXPECT_TRUE(separator == u'|' || GuessSeparator(text) == separator) << name;
+    }
 }
 
 TEST(ReadTable, QuotedCells_RoundTrip)
