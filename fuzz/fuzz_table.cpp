@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 
 // Reading any text as a table, writing its cells and reading them back, and making a study file from them.
-#include "exchange/modConvertCode.h"
 #include "exchange/modStudyFromTable.h"
+#include "exchange/modStudyFromText.h"
 #include "exchange/modTableFormat.h"
 #include "input.h"
 #include "require.h"
@@ -64,38 +64,27 @@ void CheckKeepsAll(const QString &text, const TableFormat &format, const Table &
     Require(count == KeptCharacters(QStringView(text).sliced(format.start), format.separator));
 }
 
-/// The generated study file is either accepted by the reader or refused with a message.
-void CheckStudyText(const Table &table, TableOptions options)
+/// The generated study file is accepted by the reader unless it was refused or a line could not be broken.
+void CheckStudyText(const Table &table, const TableOptions &options)
 {
     static const FuzzFile file(QStringLiteral("study.txt"));
-    PreviewText(table, options);
-    const ConvertedText between = ConvertText(options.between, Accents::Remove);
-    if (between.unwritableCount > 0) {
-        Require(!UnwritableBetweenMessage(between).isEmpty());
-        return;
-    }
-    options.between = between.text;
-    TableCells cells = CellsOf(table, options);
-    const ConvertedText converted = ConvertText(cells.text, Accents::Remove);
-    if (converted.accentCount > 0)
-        Require(!TableAccentsQuestion(cells, converted).isEmpty());
-    if (converted.unwritableCount > 0) {
-        Require(!UnwritableCellsMessage(cells, converted).isEmpty());
-        return;
-    }
-    cells.text = converted.text;
-    const TableStudyText study = StudyTextOf(cells, options);
+    PreviewHint(table, options, PreviewText(table, options));
+    const TableStudyText study = StudyTextOf(table, options);
+    Require(study.text.count(u"\r\n") == qsizetype(study.rowNumbers.size()));
+    StudyFromText made(study.text, study.rowNumbers);
+    while (!made.Question().isEmpty())
+        made.Answer(true);
     QByteArray bytes;
-    if (study.unbreakableRow > 0) {
-        Require(!study.unbreakable.isEmpty() && study.unbreakableRow <= cells.rowNumbers.back());
-    } else if (const TextRefusal refusal = EncodeStudyText(study.text, &bytes)) {
-        Require(!TableNotEncodedMessage(refusal).isEmpty());
-    } else {
-        file.Write(bytes);
-        StudyLines lines;
-        Require(!ReadStudyText(file.Path(), MaxLineBytes, &lines));
-        Require(lines.Count() == study.lines);
+    if (const TextRefusal refusal = made.Encode(&bytes)) {
+        Require(!refusal.message.isEmpty());
+        return;
     }
+    file.Write(bytes);
+    StudyLines lines;
+    const TextRefusal refusal = ReadStudyText(file.Path(), MaxLineBytes, &lines);
+    Require(refusal.fault == TextFault::None || refusal.fault == TextFault::LineTooLong);
+    Require(refusal || lines.Count() >= int(study.rowNumbers.size()));
+    Require(made.Report(QString(), QString(), QString()).contains(u"このままでは開けません"_s) == bool(refusal));
 }
 
 } // namespace

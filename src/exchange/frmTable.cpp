@@ -5,7 +5,8 @@
 
 #include "base/modFile.h"
 #include "base/modLog.h"
-#include "exchange/modConvertCode.h"
+#include "exchange/CodeConversion.h"
+#include "exchange/modStudyFromText.h"
 #include "platform/modReplaceFile.h"
 #include "widgets/ElidedLabel.h"
 #include "widgets/NamedControls.h"
@@ -24,8 +25,6 @@
 #include <QScrollArea>
 #include <QShowEvent>
 #include <QSignalBlocker>
-
-#include <utility>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -326,13 +325,16 @@ void frmTable::cmdOK_Click()
 {
     WriteTrace(u"■frmTable.cmdOK_Click");
     QString fileName;
-    ConvertedText converted;
-    TableStudyText study;
-    QString keptPath;
-    if (!TakeName(&fileName) || !TakeText(Options(), &converted, &study) || !Write(fileName, study.text, &keptPath))
+    if (!TakeName(&fileName))
         return;
-    m_msg.DispFrmMsg(this, StudyFileMadeMessage(fileName, keptPath, m_table, study, converted), MsgStyle::Ok,
-                     u"start.wav"_s);
+    const TableStudyText study = StudyTextOf(m_table, Options());
+    StudyFromText made(study.text, study.rowNumbers);
+    QString keptPath;
+    if (!AskQuestions(m_msg, this, &made) || !Write(fileName, made, &keptPath))
+        return;
+    m_msg.DispFrmMsg(
+        this, made.Report(u"表から学習ファイルを作りました。"_s, fileName, keptPath) + TableRemarks(m_table, study),
+        MsgStyle::Ok, u"start.wav"_s);
     m_madeName = fileName;
     accept();
 }
@@ -350,37 +352,12 @@ bool frmTable::TakeName(QString *fileName)
     return Refuse(refusal);
 }
 
-/// Makes the lines of the whole table. @return false after telling the user why they cannot be written
-bool frmTable::TakeText(TableOptions options, ConvertedText *converted, TableStudyText *study)
-{
-    const ConvertedText between = ConvertText(options.between, Accents::Remove);
-    if (between.unwritableCount > 0)
-        return Refuse(UnwritableBetweenMessage(between));
-    options.between = between.text;
-    TableCells cells = CellsOf(m_table, options);
-    *converted = ConvertText(cells.text, Accents::Remove);
-    if (converted->unwritableCount == 0 && converted->accentCount > 0) {
-        const MsgResult answer = m_msg.Ask(this, TableAccentsQuestion(cells, *converted));
-        if (answer == MsgResult::None)
-            return false;
-        if (answer != MsgResult::Ok)
-            *converted = ConvertText(cells.text, Accents::Keep);
-    }
-    if (converted->unwritableCount > 0)
-        return Refuse(UnwritableCellsMessage(cells, *converted));
-    cells.text = std::exchange(converted->text, QString());
-    *study = StudyTextOf(cells, options);
-    if (study->unbreakableRow > 0)
-        return Refuse(UnbreakableRowMessage(*study));
-    return study->blanks > 0 || Refuse(NoBlanksMessage());
-}
-
 /// Writes the file, replacing an existing one only with the user's consent. The old one is kept under a free name.
-bool frmTable::Write(const QString &fileName, const QString &text, QString *keptPath)
+bool frmTable::Write(const QString &fileName, const StudyFromText &made, QString *keptPath)
 {
     QByteArray bytes;
-    if (const TextRefusal refusal = EncodeStudyText(text, &bytes))
-        return Refuse(TableNotEncodedMessage(refusal));
+    if (const TextRefusal refusal = made.Encode(&bytes))
+        return Refuse(refusal.message);
     const QString path = JoinPath(m_studyFolder, fileName);
     const QFileInfo info(path);
     if ((info.isFile() || info.isSymLink()) && !Agrees(ReplaceStudyFileQuestion(path)))

@@ -15,6 +15,7 @@ class QLayout;
 class QLineEdit;
 class QPlainTextEdit;
 class QScrollArea;
+class StudyFromText;
 
 class frmTable : public CommandWindow
 {
@@ -55,8 +56,7 @@ class frmTable : public CommandWindow
     void ShowPreview();
     TableOptions Options() const;
     bool TakeName(QString *fileName);
-    bool TakeText(TableOptions options, ConvertedText *converted, TableStudyText *study);
-    bool Write(const QString &fileName, const QString &text, QString *keptPath);
+    bool Write(const QString &fileName, const StudyFromText &made, QString *keptPath);
 
     QString m_studyFolder;
     QString m_tablePath;

@@ -33,6 +33,7 @@ bool BreakLine(QStringView line, int maxLineBytes, QString *parts)
     qsizetype partStart = 0;
     qsizetype partEnd = 0;
     qsizetype nextStart = 0; // where the next part starts if broken at partEnd; partStart if there is no place yet
+    qsizetype bracket = 0;   // last place beside brackets
     qsizetype bytes = 0;     // from partStart up to the current character
     bool isInBrackets = false;
     for (qsizetype at = 0; at < line.size(); ++at) {
@@ -41,9 +42,13 @@ bool BreakLine(QStringView line, int maxLineBytes, QString *parts)
             partEnd = at;
             nextStart = at + 1;
         }
+        if (character == u'[' && !isInBrackets)
+            bracket = at;
         bytes += ByteLength(line.sliced(at, 1));
-        if (bytes > maxLineBytes) {
+        while (bytes > maxLineBytes) {
             if (nextStart == partStart)
+                partEnd = nextStart = bracket;
+            if (nextStart <= partStart)
                 return false;
             *parts += line.sliced(partStart, partEnd - partStart);
             if (nextStart < line.size())
@@ -53,6 +58,8 @@ bool BreakLine(QStringView line, int maxLineBytes, QString *parts)
         }
         if (character == u'[' || character == u']')
             isInBrackets = character == u'[';
+        if (character == u']')
+            bracket = at + 1;
         if (IsStop(character) && !isInBrackets && at >= partStart)
             partEnd = nextStart = at + 1;
     }
@@ -67,6 +74,7 @@ BrokenLines BreakLongLines(const QString &text, int maxLineBytes)
     BrokenLines result;
     result.text.reserve(text.size() + text.size() / 16);
     int number = 0;
+    int added = 0; // lines
     for (qsizetype start = 0; start < text.size();) {
         ++number;
         const qsizetype end = text.indexOf(LineEnd, start);
@@ -76,14 +84,20 @@ BrokenLines BreakLongLines(const QString &text, int maxLineBytes)
         } else {
             if (result.longLines++ == 0)
                 result.firstLong = number;
-            if (!BreakLine(line, maxLineBytes, &result.text) && result.firstUnbreakable == 0)
-                result.firstUnbreakable = number;
+            const qsizetype lineStart = result.text.size();
+            if (BreakLine(line, maxLineBytes, &result.text)) {
+                ++result.broken;
+                added += int(QStringView(result.text).sliced(lineStart).count(LineEnd));
+            } else {
+                result.text.truncate(lineStart);
+                result.text += line;
+                if (result.firstUnbroken == 0)
+                    result.firstUnbroken = number + added;
+            }
         }
         if (end >= 0)
             result.text += LineEnd;
         start = end < 0 ? text.size() : end + LineEnd.size();
     }
-    if (result.firstUnbreakable > 0)
-        result.text.clear();
     return result;
 }

@@ -3,13 +3,11 @@
 
 #include "exchange/modStudyFromTable.h"
 
-#include "base/modCodePage.h"
+#include "base/modFile.h"
 #include "exchange/modBreakLines.h"
-#include "exchange/modConvertCode.h"
+#include "exchange/modConvertText.h"
 #include "platform/modReplaceFile.h"
-#include "text/modCharCode.h"
 #include "text/modCheckText.h"
-#include "text/modDecodeText.h"
 
 #include <QFileInfo>
 #include <QRegularExpression>
@@ -21,14 +19,7 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 constexpr QStringView LineEnd = u"\r\n";
-constexpr QStringView NothingMade = u"学習ファイルは作りません。";
 constexpr QChar ZeroWidthSpace(0x200B);
-constexpr qsizetype MaxQuotedChars = 30; // of a line in a message
-
-QString FileNameLine(const QString &name)
-{
-    return u"\r\n    ファイル名＝"_s + name;
-}
 
 /// Whether a character ends a line or moves on to another column or page.
 bool IsLayout(QChar character)
@@ -37,22 +28,22 @@ bool IsLayout(QChar character)
            character == u'\u2029';
 }
 
-/// Appends a cell, with one space for each run of layout characters.
-void AddCell(QStringView cell, QString *text)
+/// A cell with one space for each run of layout characters.
+QString CellText(QStringView cell)
 {
     cell = cell.trimmed();
-    if (std::ranges::none_of(cell, IsLayout)) {
-        *text += cell;
-        return;
-    }
+    if (std::ranges::none_of(cell, IsLayout))
+        return cell.toString();
+    QString text;
     bool isInRun = false;
     for (const QChar character : cell) {
         if (!IsLayout(character))
-            *text += character;
+            text += character;
         else if (!isInRun)
-            *text += u' ';
+            text += u' ';
         isInRun = IsLayout(character);
     }
+    return text;
 }
 
 QString WithFullWidthBrackets(QStringView text)
@@ -94,127 +85,19 @@ bool HasCloze(const Table &table)
     return false;
 }
 
-bool BracketsPair(QStringView text)
+/// Appends a cell, in brackets if it is hidden and not yet one blank.
+void AddCell(const QString &cell, bool isHidden, TableStudyText *study)
 {
-    return IsBracketCountEqual(text) && IsBracketOrderValid(text);
+    const bool isPaired = IsBracketCountEqual(cell) && IsBracketOrderValid(cell);
+    const bool isOneBlank = isPaired && cell.startsWith(u'[') && cell.indexOf(u']') + 1 == cell.size();
+    if (isOneBlank || (isPaired && !isHidden)) {
+        study->text += cell;
+        return;
+    }
+    study->bracketsWidened += cell.count(u'[') + cell.count(u']');
+    const QString widened = WithFullWidthBrackets(cell);
+    study->text += isHidden ? QString(u'[' + widened + u']') : widened;
 }
-
-/// Builds the lines of a study file row by row.
-class StudyTextMaker
-{
-  public:
-    /// @param widened  number of brackets already made full-width
-    StudyTextMaker(const TableOptions &options, qsizetype widened)
-        : m_options(options), m_between(WithFullWidthBrackets(options.between))
-    {
-        m_study.bracketsWidened = widened;
-        std::ranges::replace_if(m_between, IsLayout, u' ');
-    }
-
-    /// @param cells  separated by TAB
-    void AddRow(QStringView cells, int rowNumber)
-    {
-        QString &text = m_study.text;
-        const qsizetype start = text.size();
-        m_pieces.clear();
-        int column = 0;
-        for (const QStringView cell : cells.tokenize(u'\t')) {
-            ++column;
-            if (!cell.isEmpty()) {
-                if (text.size() > start)
-                    text += m_between;
-                const qsizetype pieceStart = text.size();
-                AddPiece(cell, IsHidden(m_options.isHidden, column));
-                m_pieces.push_back({pieceStart, text.size()});
-            }
-        }
-        if (GetByteLength(QStringView(text).sliced(start)) > MaxLineBytes)
-            BreakRow(start, rowNumber);
-        else if (text.size() > start)
-            EndLine();
-    }
-
-    TableStudyText Take()
-    {
-        m_study.blanks = int(m_study.text.count(u'['));
-        return std::move(m_study);
-    }
-
-  private:
-    struct Piece
-    {
-        qsizetype start; // in the text
-        qsizetype end;
-    };
-
-    void AddPiece(QStringView cell, bool isHidden)
-    {
-        const bool hasBrackets = cell.contains(u'[') || cell.contains(u']');
-        const bool isOneBlank =
-            hasBrackets && cell.startsWith(u'[') && cell.indexOf(u']') + 1 == cell.size() && BracketsPair(cell);
-        if (isOneBlank || (!isHidden && (!hasBrackets || BracketsPair(cell)))) {
-            m_study.text += cell;
-            return;
-        }
-        if (isHidden)
-            m_study.text += u'[';
-        if (hasBrackets) {
-            m_study.bracketsWidened += cell.count(u'[') + cell.count(u']');
-            m_study.text += WithFullWidthBrackets(cell);
-        } else {
-            m_study.text += cell;
-        }
-        if (isHidden)
-            m_study.text += u']';
-    }
-
-    void EndLine()
-    {
-        m_study.text += LineEnd;
-        ++m_study.lines;
-    }
-
-    /// Breaks the row just added, which is too long.
-    void BreakRow(qsizetype start, int rowNumber)
-    {
-        ++m_study.longRows;
-        QStringList lines = {m_study.text.sliced(start)};
-        if (BreakLongLines(lines.front(), MaxLineBytes).firstUnbreakable > 0)
-            lines = LinesOfPieces();
-        m_study.text.truncate(start);
-        for (const QString &line : lines) {
-            const BrokenLines broken = BreakLongLines(line, MaxLineBytes);
-            const bool isUnbreakable = broken.firstUnbreakable > 0;
-            m_study.text += isUnbreakable ? line : broken.text;
-            m_study.lines += int(broken.text.count(LineEnd));
-            EndLine();
-            if (isUnbreakable && m_study.unbreakableRow == 0) {
-                m_study.unbreakableRow = rowNumber;
-                m_study.unbreakable = line.left(MaxQuotedChars);
-            }
-        }
-    }
-
-    /// The row broken between columns, with as many on a line as fit.
-    QStringList LinesOfPieces() const
-    {
-        QStringList lines;
-        for (const auto &[start, end] : m_pieces) {
-            const QString piece = m_study.text.sliced(start, end - start);
-            const QString longer = lines.isEmpty() ? QString() : QString(lines.back() + m_between + piece);
-            if (!lines.isEmpty() && GetByteLength(longer) <= MaxLineBytes)
-                lines.back() = longer;
-            else
-                lines += piece;
-        }
-        return lines;
-    }
-
-    const TableOptions &m_options;
-    QString m_between;
-    std::vector<Piece> m_pieces; // of the current row
-    TableStudyText m_study;
-};
 
 /// The last of the first `columns` columns that has any text in the rows shown; 0 if none has.
 int LastColumnWithText(const Table &table, int columns)
@@ -236,22 +119,6 @@ bool HidesText(const Table &table, const TableOptions &options)
     return false;
 }
 
-/// "表の3行目 2列目：é（U+00E9）"
-QString NameWithCell(const TableCells &cells, const CharacterAt &at)
-{
-    qsizetype start = 0;
-    for (int line = 1; line < at.line; ++line)
-        start = cells.text.indexOf(LineEnd, start) + LineEnd.size();
-    int column = 1;
-    qsizetype index = start;
-    for (int character = 1; character < at.column; ++character) {
-        column += cells.text[index] == u'\t';
-        index += cells.text[index].isHighSurrogate() && cells.text[index + 1].isLowSurrogate() ? 2 : 1;
-    }
-    return u"表の"_s + QString::number(cells.rowNumbers[size_t(at.line)]) + u"行目 "_s + QString::number(column) +
-           u"列目："_s + NameOfUnwritable(at.character);
-}
-
 } // namespace
 
 QList<bool> HiddenByDefault(const Table &table)
@@ -269,47 +136,36 @@ QList<bool> HiddenByDefault(const Table &table)
     return isHidden;
 }
 
-TableCells CellsOf(const Table &table, const TableOptions &options, int maxRows)
+TableStudyText StudyTextOf(const Table &table, const TableOptions &options, int maxRows)
 {
-    TableCells cells;
-    const int lastRow = qMin(table.RowCount(), maxRows);
-    for (int row = options.skipsFirstRow ? 2 : 1; row <= lastRow; ++row) {
-        const qsizetype start = cells.text.size();
-        const int count = table.CellCount(row);
-        for (int column = 1; column <= count; ++column) {
-            if (column > 1)
-                cells.text += u'\t';
-            const qsizetype cellStart = cells.text.size();
-            AddCell(table.Cell(row, column), &cells.text);
-            const QStringView cell = QStringView(cells.text).sliced(cellStart);
-            if (!IsHidden(options.isHidden, column) && cell.contains(u"{{c"))
-                cells.text.replace(cellStart, cell.size(), WithBlanksOfCloze(cell.toString(), &cells.bracketsWidened));
+    TableStudyText study;
+    QString between = WithFullWidthBrackets(options.between);
+    std::ranges::replace_if(between, IsLayout, u' ');
+    for (int row = options.skipsFirstRow ? 2 : 1; row <= qMin(table.RowCount(), maxRows); ++row) {
+        const qsizetype start = study.text.size();
+        for (int column = 1; column <= table.CellCount(row); ++column) {
+            const bool isHidden = IsHidden(options.isHidden, column);
+            QString cell = CellText(table.Cell(row, column));
+            if (!isHidden && cell.contains(u"{{c"))
+                cell = WithBlanksOfCloze(cell, &study.bracketsWidened);
+            if (cell.isEmpty())
+                continue;
+            if (study.text.size() > start)
+                study.text += between;
+            AddCell(cell, isHidden, &study);
         }
-        if (cells.text.size() - start < count) { // nothing but tabs
-            cells.text.truncate(start);
-            continue;
+        if (study.text.size() > start) {
+            study.text += LineEnd;
+            study.rowNumbers.push_back(table.NumberOf(row));
         }
-        cells.text += LineEnd;
-        cells.rowNumbers.push_back(table.NumberOf(row));
     }
-    return cells;
-}
-
-TableStudyText StudyTextOf(const TableCells &cells, const TableOptions &options)
-{
-    StudyTextMaker maker(options, cells.bracketsWidened);
-    qsizetype start = 0;
-    for (size_t line = 1; line < cells.rowNumbers.size(); ++line) {
-        const qsizetype end = cells.text.indexOf(LineEnd, start);
-        maker.AddRow(QStringView(cells.text).sliced(start, end - start), cells.rowNumbers[line]);
-        start = end + LineEnd.size();
-    }
-    return maker.Take();
+    return study;
 }
 
 QString PreviewText(const Table &table, const TableOptions &options)
 {
-    QStringList lines = StudyTextOf(CellsOf(table, options, PreviewRows), options).text.split(LineEnd.toString());
+    const QString text = StudyTextOf(table, options, PreviewRows).text;
+    QStringList lines = BreakLongLines(text, MaxLineBytes).text.split(LineEnd.toString());
     lines = lines.first(qMin(lines.size(), qsizetype(PreviewRows)));
     for (QString &line : lines)
         line.truncate(MaxLineBytes); // an unbreakable line may have millions of characters
@@ -318,6 +174,8 @@ QString PreviewText(const Table &table, const TableOptions &options)
 
 QString PreviewHint(const Table &table, const TableOptions &options, const QString &preview)
 {
+    if (ConvertText(options.between, Accents::Remove).unwritableCount > 0)
+        return u"列の間に入れる文字に，Shift_JISにない文字があります。"_s;
     if (preview.contains(u'[') || HidesText(table, options))
         return QString();
     if (preview.isEmpty())
@@ -343,73 +201,19 @@ QString TitleRefusal(const QString &title)
     return QString();
 }
 
-QString UnwritableBetweenMessage(const ConvertedText &between)
-{
-    QString message = u"列の間に入れる文字に，Shift_JISにない文字があります。"_s + NothingMade;
-    for (const CharacterAt &at : between.unwritable)
-        message += u"\r\n  "_s + NameOfUnwritable(at.character);
-    return message;
-}
-
-QString NoBlanksMessage()
-{
-    return u"空欄にする文字が一つもありません。"_s + NothingMade + u"\r\n隠す列を選び直してください。"_s;
-}
-
-QString TableNotEncodedMessage(const TextRefusal &refusal)
-{
-    if (refusal.fault == TextFault::TooLarge)
-        return u"学習ファイルが"_s + QString::number(MaxFileMegabytes) +
-               u"MBを超えて開けないため，作りません。\r\n表をいくつかのファイルに分けてください。"_s;
-    return u"Shift_JISにしても，文字コードが"_s + refusal.charCode +
-           u"と判定されて開けないため，作りません。\r\n"
-           u"列の間に入れる文字を，全角の空白などの全角の文字にしてください。"_s;
-}
-
-QString TableAccentsQuestion(const TableCells &cells, const ConvertedText &converted)
-{
-    return u"Shift_JISにない，アクセント記号の付いた文字が"_s + QString::number(converted.accentCount) +
-           u"個あります。\r\n  "_s + NameWithCell(cells, converted.firstAccent) +
-           u"\r\n\r\nアクセント記号を除きますか？（例：é → e）"_s;
-}
-
-QString UnwritableCellsMessage(const TableCells &cells, const ConvertedText &converted)
-{
-    QString message = u"Shift_JISにない文字があります。"_s + NothingMade;
-    for (const CharacterAt &at : converted.unwritable)
-        message += u"\r\n  "_s + NameWithCell(cells, at);
-    if (const qsizetype more = converted.unwritableCount - converted.unwritable.size(); more > 0)
-        message += u"\r\n  ほかに"_s + QString::number(more) + u"個"_s;
-    return message + u"\r\n\r\n表をほかの文字に直して保存してから，もう一度選んでください。"_s;
-}
-
-QString UnbreakableRowMessage(const TableStudyText &study)
-{
-    return u"表の"_s + QString::number(study.unbreakableRow) + u"行目は"_s + QString::number(MaxLineBytes) +
-           u"バイトを超え，改行できる所がありません。"_s + NothingMade + u"\r\n  "_s + study.unbreakable +
-           u"…\r\n\r\n隠す言葉を短くするか，隠さない文に空白か「、」「。」を加えてください。"_s;
-}
-
 QString ReplaceStudyFileQuestion(const QString &path)
 {
-    return u"次の学習ファイルはもうあります。"_s + FileNameLine(QFileInfo(path).fileName()) +
+    return u"次の学習ファイルはもうあります。\r\n    ファイル名＝"_s + QFileInfo(path).fileName() +
            u"\r\n\r\n新しい学習ファイルで置き換えますか？（元のファイルは「"_s +
            QFileInfo(FreeBackupPath(path)).fileName() + u"」として残します。）"_s;
 }
 
-QString StudyFileMadeMessage(const QString &fileName, const QString &keptPath, const Table &table,
-                             const TableStudyText &study, const ConvertedText &converted)
+QString TableRemarks(const Table &table, const TableStudyText &study)
 {
-    const QString kept =
-        keptPath.isEmpty() ? QString() : QString(u"\r\n    元のファイル＝"_s + QFileInfo(keptPath).fileName());
-    QString message = u"表から学習ファイルを作りました。"_s + FileNameLine(fileName) + kept + u"\r\n    行の数＝"_s +
-                      QString::number(study.lines) + u"，空欄の数＝"_s + QString::number(study.blanks);
+    QString remarks;
     if (const int uneven = table.UnevenRows(); uneven > 0)
-        message += u"\r\n\r\n列の数が最初の行と違う行が"_s + QString::number(uneven) + u"行あります。"_s;
-    if (study.longRows > 0)
-        message += u"\r\n\r\n"_s + QString::number(MaxLineBytes) + u"バイトを超える"_s +
-                   QString::number(study.longRows) + u"行を，途中で改行しました。"_s;
+        remarks += u"\r\n\r\n列の数が最初の行と違う行が"_s + QString::number(uneven) + u"行あります。"_s;
     if (study.bracketsWidened > 0)
-        message += u"\r\n\r\n表の中の[ ]を"_s + QString::number(study.bracketsWidened) + u"個，全角にしました。"_s;
-    return message + ReplacedRemarks(converted);
+        remarks += u"\r\n\r\n表の中の[ ]を"_s + QString::number(study.bracketsWidened) + u"個，全角にしました。"_s;
+    return remarks;
 }

@@ -1,17 +1,12 @@
 // SPDX-FileCopyrightText: 2026 The Kotoban developers
 // SPDX-License-Identifier: MIT
 
-// Makes a study file from a table: one line per row, with the cells of some columns in "[ ]". The cells are taken from
-// the table, their characters converted (modConvertText), and lines made of them; whatever cannot be written is
-// reported with its row number in the table. frmTable asks the questions.
+// Makes the text of a study file from a table: one line per row, with the cells of some columns in "[ ]". StudyFromText
+// makes the file of it; frmTable asks the questions.
 #pragma once
 
-#include "base/modFile.h"
-#include "exchange/modConvertText.h"
 #include "exchange/modTable.h"
-#include "text/modReadText.h"
 
-#include <QByteArray>
 #include <QList>
 #include <QString>
 
@@ -39,41 +34,28 @@ struct TableOptions
 /// column. None if cells contain a cloze, which hides words by itself.
 QList<bool> HiddenByDefault(const Table &table);
 
-/// Cells as one text, to be converted as a whole.
-struct TableCells
-{
-    QString text;                   ///< rows end with CR LF, cells are separated by TAB; no cell contains either
-    std::vector<int> rowNumbers{0}; ///< by line of the text, from [1]: its row number in the table
-    qsizetype bracketsWidened = 0;  ///< brackets in the answers of clozes, now full-width
-};
-
-/// The cells of all rows that have any text. Cells are trimmed; each run of line ends and tabs inside becomes a space.
-/// A cloze in a shown column, "{{c1::answer}}" or "{{c1::answer::hint}}", becomes "[answer]".
-/// @param maxRows  number of rows of the table to read at most
-TableCells CellsOf(const Table &table, const TableOptions &options, int maxRows = std::numeric_limits<int>::max());
-
-/// The lines of a study file.
+/// The lines of a study file, of any characters and length.
 struct TableStudyText
 {
-    QString text; ///< each line ends with CR LF
-    int lines = 0;
-    int blanks = 0;                ///< number of "[ ]"
+    QString text;                  ///< each line ends with CR LF
+    std::vector<int> rowNumbers;   ///< by line, from [0]: the number of its row in the table
     qsizetype bracketsWidened = 0; ///< brackets in cells, now full-width
-    int longRows = 0;              ///< rows broken into several lines
-    int unbreakableRow = 0;        ///< first row of the table whose line is too long and cannot be broken; 0 for none
-    QString unbreakable;           ///< beginning of that line
 };
 
-/// Makes the lines. Cells of hidden columns are put in "[ ]"; empty cells are left out. Brackets in a hidden cell, or
-/// unbalanced ones in a shown cell, become full-width; balanced ones in a shown cell are blanks marked by the author of
-/// the table. A tab or a line end in the text between cells becomes a space.
-/// Lines over the limit are broken at spaces and after punctuation, or failing that between columns.
-TableStudyText StudyTextOf(const TableCells &cells, const TableOptions &options);
+/// Makes the lines of all rows that have any text. Cells are trimmed, and each run of line ends and tabs inside becomes
+/// a space. Cells of hidden columns are put in "[ ]"; empty cells are left out. A cloze in a shown column,
+/// "{{c1::answer}}" or "{{c1::answer::hint}}", becomes "[answer]". Brackets in a hidden cell or in the answer of a
+/// cloze, or unbalanced ones in a shown cell, become full-width; balanced ones in a shown cell are blanks marked by the
+/// author of the table. A tab or a line end in the text between cells becomes a space.
+/// @param maxRows  number of rows of the table to read at most
+TableStudyText StudyTextOf(const Table &table, const TableOptions &options,
+                           int maxRows = std::numeric_limits<int>::max());
 
-/// The first lines that StudyTextOf makes of the table's first rows, before character conversion.
+/// The first lines of the study file made of the table's first rows, before character conversion, long lines broken.
 QString PreviewText(const Table &table, const TableOptions &options);
 
-/// Why no study file can be made yet: it would have no blank. Empty if it has some.
+/// Why no study file can be made yet: it would have no blank, or the text between cells cannot be written. Empty if one
+/// can.
 /// @param preview  from PreviewText; may contain blanks marked in the table itself
 QString PreviewHint(const Table &table, const TableOptions &options, const QString &preview);
 
@@ -81,22 +63,13 @@ QString PreviewHint(const Table &table, const TableOptions &options, const QStri
 /// removed, and characters that a file name or the record of sessions cannot hold are replaced.
 QString StudyFileTitle(const QString &typed);
 
-/// Why no study file may have a name, for the user; empty if one may. @param title  as StudyFileTitle gives it
-QString TitleRefusal(const QString &title);
-
 /// Complete texts for the user, lines separated by CR LF.
-QString UnwritableBetweenMessage(const ConvertedText &between);
-QString NoBlanksMessage();
-QString TableNotEncodedMessage(const TextRefusal &refusal); ///< of EncodeStudyText
 
-/// @param cells  as before the conversion
-QString TableAccentsQuestion(const TableCells &cells, const ConvertedText &converted);
-QString UnwritableCellsMessage(const TableCells &cells, const ConvertedText &converted);
-QString UnbreakableRowMessage(const TableStudyText &study);
+/// Why no study file may have a name; empty if one may. @param title  as StudyFileTitle gives it
+QString TitleRefusal(const QString &title);
 
 /// @param path  of the existing file
 QString ReplaceStudyFileQuestion(const QString &path);
 
-/// @param keptPath  of the previous file; empty if there was none
-QString StudyFileMadeMessage(const QString &fileName, const QString &keptPath, const Table &table,
-                             const TableStudyText &study, const ConvertedText &converted);
+/// What the report of a study file says about its table; may be empty.
+QString TableRemarks(const Table &table, const TableStudyText &study);

@@ -10,8 +10,8 @@
 #include "exchange/frmExport.h"
 #include "exchange/frmPrint.h"
 #include "exchange/frmTable.h"
-#include "exchange/modConvertCode.h"
 #include "exchange/modPrintableCopy.h"
+#include "exchange/modStudyFromText.h"
 #include "files/StudyFileList.h"
 #include "files/StudyFileModel.h"
 #include "files/modTakeFiles.h"
@@ -193,7 +193,7 @@ void frmFile::cmdConvCode_Click()
     const QString path = TakeSelection();
     if (path.isEmpty())
         return;
-    CodeConversion(m_services, m_msg, this, m_editor, path).Run();
+    ConvertToShiftJis(m_services, m_msg, this, m_editor, path);
     ListFiles();
     lstFile->setFocus(); // Enter then opens the file
 }

@@ -141,27 +141,34 @@ TEST(ConvertText, CharactersWithoutEquivalent_AreReportedWithPositions)
 
 TEST(BreakLongLines, LongLine_BreaksAtBlanksAndAfterPunctuationOutsideBrackets)
 {
-    // The limit is ten bytes. The expected text is empty if a line cannot be broken.
-    const Rows<const char *, QString, QString, int> rows = {
-        {"at the limit", u"12345 7890\r\n"_s, u"12345 7890\r\n"_s, 0},
-        {"as late as possible", u"12 45 7890 2"_s, u"12 45 7890\r\n2"_s, 1},
-        {"after punctuation of two bytes", u"12345678。か"_s, u"12345678。\r\nか"_s, 1},
-        {"punctuation that exceeds the limit", u"12 456789。か"_s, u"12\r\n456789。か"_s, 1},
+    // The limit is ten bytes. The last columns are the numbers of long and of broken lines.
+    const Rows<const char *, QString, QString, int, int> rows = {
+        {"at the limit", u"12345 7890\r\n"_s, u"12345 7890\r\n"_s, 0, 0},
+        {"as late as possible", u"12 45 7890 2"_s, u"12 45 7890\r\n2"_s, 1, 1},
+        {"after punctuation of two bytes", u"12345678。か"_s, u"12345678。\r\nか"_s, 1, 1},
+        {"punctuation that exceeds the limit", u"12 456789。か"_s, u"12\r\n456789。か"_s, 1, 1},
         {"several times", u"かき、くけ、こさ，しす．せそ、た\r\nz\r\n"_s,
-         u"かき、\r\nくけ、\r\nこさ，\r\nしす．\r\nせそ、た\r\nz\r\n"_s, 1},
-        {"trailing blank is removed", u"1234567890 \r\na"_s, u"1234567890\r\na"_s, 1},
-        {"tabs count as two bytes", u"1234\t789a\tb"_s, u"1234\t789a\r\nb"_s, 1},
-        {"not inside brackets", u"a [b c d e f g]"_s, QString(), 1},
-        {"before brackets", u"abcde　[1 3、4]x"_s, u"abcde\r\n[1 3、4]x"_s, 1},
-        {"no place to break", u"12 45\r\n123456789ab\r\n"_s, QString(), 1},
-        {"all or nothing", u"12345 7890ab\r\n123456789ab"_s, QString(), 2},
-        {"no line", QString(), QString(), 0},
+         u"かき、\r\nくけ、\r\nこさ，\r\nしす．\r\nせそ、た\r\nz\r\n"_s, 1, 1},
+        {"trailing blank is removed", u"1234567890 \r\na"_s, u"1234567890\r\na"_s, 1, 1},
+        {"tabs count as two bytes", u"1234\t789a\tb"_s, u"1234\t789a\r\nb"_s, 1, 1},
+        {"not inside brackets", u"[b c d e f g]"_s, u"[b c d e f g]"_s, 1, 0},
+        {"at a blank before brackets", u"abcde　[1 3、4]x"_s, u"abcde\r\n[1 3、4]x"_s, 1, 1},
+        {"before brackets", u"abcde[1 3、4]"_s, u"abcde\r\n[1 3、4]"_s, 1, 1},
+        {"after brackets", u"[a][b]cdefg"_s, u"[a][b]\r\ncdefg"_s, 1, 1},
+        {"at an earlier blank rather than beside brackets", u"a bcd[e]fgh"_s, u"a\r\nbcd[e]fgh"_s, 1, 1},
+        {"what remains is too long by one", u"a[bbbbbbbbあ"_s, u"a[bbbbbbbbあ"_s, 1, 0},
+        {"no place to break", u"12 45\r\n123456789ab\r\n"_s, u"12 45\r\n123456789ab\r\n"_s, 1, 0},
+        {"some lines only", u"12345 7890ab\r\n12 3456789abcd"_s, u"12345\r\n7890ab\r\n12 3456789abcd"_s, 2, 1},
+        {"no line", QString(), QString(), 0, 0},
     };
-    for (const auto &[name, text, expected, longLines] : rows) {
+    for (const auto &[name, text, expected, longLines, brokenLines] : rows) {
         const BrokenLines broken = BreakLongLines(text, 10);
         EXPECT_EQ(broken.text, expected) << name;
         EXPECT_EQ(broken.longLines, longLines) << name;
-        EXPECT_EQ(broken.firstUnbreakable > 0, expected.isEmpty() && !text.isEmpty()) << name;
+        EXPECT_EQ(broken.broken, brokenLines) << name;
+        EXPECT_EQ(broken.firstUnbroken > 0, longLines > brokenLines) << name;
     }
-    EXPECT_EQ(BreakLongLines(u"a\r\n12345 7890ab\r\n123456789ab"_s, 10).firstUnbreakable, 3);
+    const BrokenLines broken = BreakLongLines(u"a\r\n12345 7890ab\r\n123456789ab"_s, 10);
+    EXPECT_EQ(broken.firstLong, 2);
+    EXPECT_EQ(broken.firstUnbroken, 4) << "in the result";
 }

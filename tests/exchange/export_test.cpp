@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: MIT
 
 #include "exchange/frmExport.h"
-#include "exchange/modConvertCode.h"
 #include "exchange/modPrintSheet.h"
 #include "exchange/modReadTable.h"
+#include "exchange/modStudyFromText.h"
 #include "records/modMarkList.h"
 #include "support/Pieces.h"
 #include "support/Rows.h"

@@ -2,10 +2,10 @@
 // SPDX-License-Identifier: MIT
 
 #include "base/modFile.h"
-#include "exchange/modConvertCode.h"
 #include "exchange/modExport.h"
 #include "exchange/modReadTable.h"
 #include "exchange/modStudyFromTable.h"
+#include "exchange/modStudyFromText.h"
 #include "platform/modReplaceFile.h"
 #include "support/Pieces.h"
 #include "support/Rows.h"
@@ -38,7 +38,7 @@ TableOptions Hiding(const QList<bool> &isHidden)
 
 TableStudyText StudyOf(const QString &csv, const TableOptions &options)
 {
-    return StudyTextOf(CellsOf(TableOf(csv.toUtf8()), options), options);
+    return StudyTextOf(TableOf(csv.toUtf8()), options);
 }
 
 QByteArray Encoded(const QString &text, QStringConverter::Encoding encoding, bool hasMark)
@@ -134,6 +134,7 @@ TEST(StudyTextOf, EachRow_BecomesALine)
     const Rows<const char *, QString, QList<bool>, QString> rows = {
         {"last column hidden", u"apple,りんご\nice,氷"_s, {false, true}, u"apple　[りんご]\r\nice　[氷]\r\n"_s},
         {"both hidden", u"a,b"_s, {true, true}, u"[a]　[b]\r\n"_s},
+        {"characters of any kind", u"caf\u00E9,\U0001F600"_s, {false, true}, u"caf\u00E9　[\U0001F600]\r\n"_s},
         {"columns past the last choice are shown", u"a,b,c"_s, {true}, u"[a]　b　c\r\n"_s},
         {"empty cells are dropped with their separator",
          u"a,,c\n,b,\n,,\n"_s,
@@ -175,6 +176,10 @@ TEST(HiddenByDefault, AnyTable_HidesLastColumnWithText)
     const TableOptions second = Hiding({false, true});
     EXPECT_EQ(PreviewHint(TableOf("a,b"), nothing, u"a　b"_s), u"隠す列を一つ以上選んでください。"_s);
     EXPECT_EQ(PreviewHint(TableOf("a,b"), nothing, u"a [b]"_s), QString()) << "marked in the table";
+    TableOptions unwritable = second;
+    unwritable.between = u"\u2192\U0001F600"_s;
+    EXPECT_EQ(PreviewHint(TableOf("a,b"), unwritable, u"a [b]"_s),
+              u"列の間に入れる文字に，Shift_JISにない文字があります。"_s);
     EXPECT_EQ(PreviewHint(TableOf("a,\nb,"), second, u"a"_s), u"隠す列に文字がありません。"_s);
     EXPECT_EQ(PreviewHint(TableOf((emptyRows + u"a,b").toUtf8()), second, u"a"_s), QString())
         << "text after the rows shown";
@@ -196,7 +201,7 @@ TEST(StudyTextOf, UnbalancedBrackets_BecomeFullWidth)
         const TableStudyText study = StudyOf(csv, Hiding({true, false}));
         EXPECT_EQ(study.text, expected) << name;
         EXPECT_EQ(study.bracketsWidened, widened) << name;
-        EXPECT_EQ(study.blanks, blanks) << name;
+        EXPECT_EQ(study.text.count(u'['), blanks) << name;
     }
 }
 
@@ -220,6 +225,13 @@ TEST(StudyTextOf, ClozeInShownColumn_BecomesBlank)
     EXPECT_EQ(HiddenByDefault(TableOf("a\t{{c1::b}}")), QList<bool>({false, false}));
 }
 
+TEST(StudyTextOf, SkippedRows_KeepNumbersOfTheOthers)
+{
+    TableOptions options;
+    options.skipsFirstRow = true;
+    EXPECT_EQ(StudyOf(u"word\n\na\n \n,\nb"_s, options).rowNumbers, std::vector<int>({3, 6}));
+}
+
 TEST(StudyTextOf, AnkiExport_RoundTrips)
 {
     const QStringList lines = {u"[水]の化学式は[H2O]"_s, u"[a}] [:b] [{d] [e}}f] [g::h]"_s, u"#[comment] \"x\""_s,
@@ -227,27 +239,18 @@ TEST(StudyTextOf, AnkiExport_RoundTrips)
     const TestFolder folder;
     const Table table = TableOf(ExportOf(folder.WriteStudyFile(u"a.txt"_s, lines), ExportKind::Anki));
     const TableOptions options = Hiding(HiddenByDefault(table));
-    EXPECT_EQ(StudyTextOf(CellsOf(table, options), options).text, lines.join(u"\r\n"_s) + u"\r\n"_s);
+    EXPECT_EQ(StudyTextOf(table, options).text, lines.join(u"\r\n"_s) + u"\r\n"_s);
 }
 
-TEST(StudyTextOf, LongRow_IsBrokenAtSpacesOrBetweenColumns)
+TEST(StudyTextOf, LongRow_IsBrokenAtBlanksOrBesideBrackets)
 {
     const QString long40(40, u'あ');
-    const QString half(50, u'x');
     TableOptions options = Hiding({false, true, true});
-    EXPECT_EQ(StudyOf(long40 + u',' + long40, options).text, long40 + u"\r\n["_s + long40 + u"]\r\n"_s);
-    EXPECT_EQ(StudyOf(half + u',' + half.chopped(2), options).longRows, 1) << "the separator makes it too long";
+    EXPECT_EQ(PreviewText(TableOf(QString(long40 + u',' + long40).toUtf8()), options),
+              QString(long40 + u"\n["_s + long40 + u"]\n"_s));
     options.between = u"："_s;
-    const TableStudyText study = StudyOf(u"word,meaning\n"_s + half + u',' + half + u",c,d"_s, options);
-    EXPECT_EQ(study.text, u"word：[meaning]\r\n"_s + half + u"\r\n["_s + half + u"]：[c]：d\r\n"_s);
-    EXPECT_EQ(study.longRows, 1);
-    EXPECT_EQ(study.unbreakableRow, 0);
-
-    const TableStudyText refused = StudyOf(u"\na,b\nc,"_s + half + half + u"\nd,"_s + half + half, options);
-    EXPECT_EQ(refused.unbreakableRow, 3);
-    EXPECT_EQ(UnbreakableRowMessage(refused).section(u"\r\n"_s, 0, 1),
-              u"表の3行目は100バイトを超え，改行できる所がありません。学習ファイルは作りません。\r\n  ["_s +
-                  half.left(29) + u"…"_s);
+    EXPECT_EQ(PreviewText(TableOf(QString(long40 + u',' + long40 + u",c"_s).toUtf8()), options),
+              QString(long40 + u"：\n["_s + long40 + u"]：[c]\n"_s));
 }
 
 TEST(StudyTextOf, StudyFileWritten_ReadsBackSameCells)
@@ -261,8 +264,8 @@ TEST(StudyTextOf, StudyFileWritten_ReadsBackSameCells)
     }
     const TableOptions options = Hiding({false, true, false});
     const TableStudyText study = StudyOf(csv, options);
-    EXPECT_EQ(study.lines, 300);
-    EXPECT_EQ(study.blanks, 300);
+    ASSERT_EQ(study.rowNumbers.size(), 300U);
+    EXPECT_EQ(study.rowNumbers.back(), 300);
     QByteArray bytes;
     ASSERT_FALSE(EncodeStudyText(study.text, &bytes));
     StudyLines lines;
@@ -270,30 +273,6 @@ TEST(StudyTextOf, StudyFileWritten_ReadsBackSameCells)
     ASSERT_EQ(lines.Count(), 300);
     for (int line = 1; line <= 300; ++line)
         EXPECT_EQ(lines.at1(line).toString(), expected[line - 1]);
-}
-
-TEST(EncodeStudyText, DetectedAsAnotherEncoding_IsRefused)
-{
-    TableOptions options = Hiding({true});
-    options.between = u" "_s;
-    QByteArray bytes;
-    const TextRefusal refusal = EncodeStudyText(StudyOf(u"ﾈｺ,ｲﾇ"_s, options).text, &bytes);
-    EXPECT_EQ(refusal.fault, TextFault::WrongCharCode);
-    EXPECT_TRUE(TableNotEncodedMessage(refusal).contains(u"文字コードがEUCと判定されて"_s));
-    EXPECT_TRUE(NotEncodedMessage(refusal).contains(u"文字コードがEUCと判定されて"_s));
-}
-
-TEST(UnwritableCells, SeveralRows_AreNamedByRowAndColumn)
-{
-    const Table table = TableOf(u"x,y\n\n\U0001F600a\u0301,b\U0001F601,\U0001F602\n,한한,한\n"_s.toUtf8());
-    const TableCells cells = CellsOf(table, TableOptions());
-    EXPECT_EQ(UnwritableCellsMessage(cells, ConvertText(cells.text, Accents::Remove)),
-              u"Shift_JISにない文字があります。学習ファイルは作りません。\r\n"
-              u"  表の3行目 1列目：\U0001F600（U+1F600）\r\n  表の3行目 2列目：\U0001F601（U+1F601）\r\n"
-              u"  表の3行目 3列目：\U0001F602（U+1F602）\r\n  表の4行目 2列目：한（U+D55C）\r\n"
-              u"  表の4行目 2列目：한（U+D55C）\r\n  ほかに1個\r\n\r\n"
-              u"表をほかの文字に直して保存してから，もう一度選んでください。"_s);
-    EXPECT_TRUE(TableAccentsQuestion(cells, ConvertText(cells.text, Accents::Remove)).contains(u"表の3行目 1列目："_s));
 }
 
 TEST(ReplaceAndKeep, FileExists_IsKeptAndFaultLeavesFolderUnchanged)

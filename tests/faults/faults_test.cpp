@@ -5,11 +5,11 @@
 // and when the database is locked or damaged.
 #include "app/modMain.h"
 #include "app/modUserList.h"
-#include "exchange/modConvertCode.h"
 #include "exchange/modExport.h"
 #include "exchange/modPrintSheet.h"
 #include "exchange/modPrintableCopy.h"
 #include "exchange/modStudyFromTable.h"
+#include "exchange/modStudyFromText.h"
 #include "files/modStudyFolder.h"
 #include "files/modTakeFiles.h"
 #include "history/modHistory.h"

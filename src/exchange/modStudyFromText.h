@@ -1,0 +1,107 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
+// Makes a study file from any text: from a file in another encoding, the rows of a table, or what was typed. Nothing
+// here has a window. Whoever has one asks the questions that are due and takes the bytes and the report:
+//
+//     StudyFromText made(text);
+//     for (QString question = made.Question(); !question.isEmpty(); question = made.Question())
+//         made.Answer(...);
+//     const TextRefusal refusal = made.Encode(&bytes);
+//
+// Messages are complete texts for the user, lines separated by CR LF.
+#pragma once
+
+#include "base/modFile.h"
+#include "exchange/modBreakLines.h"
+#include "exchange/modConvertText.h"
+#include "text/modCharCode.h"
+#include "text/modReadText.h"
+
+#include <QByteArray>
+#include <QString>
+
+#include <vector>
+
+class StudyFromText
+{
+  public:
+    /// @param text  with any characters and line ends
+    /// @param tableRows  for a text made from a table: the number of its row by line, from [0]. Messages name rows
+    /// then, not places in the text
+    explicit StudyFromText(const QString &text, std::vector<int> tableRows = {});
+
+    /// The text of a whole file, whose encoding is detected. @param bytes  must own its data
+    explicit StudyFromText(const QByteArray &bytes);
+
+    /// The encoding that was detected, as CharCodeName gives it; for bytes only.
+    QString CodeName() const
+    {
+        return CharCodeName(m_code);
+    }
+
+    /// The question that is due; empty if all are answered. No question is asked twice, and none if the answer could
+    /// not make a study file of the text.
+    QString Question() const;
+
+    /// Answers the question that is due. After a no, what it offers to change stays.
+    void Answer(bool isYes);
+
+    /// Encodes the text after the last answer. @param bytes  of the study file; undefined after a refusal
+    /// @return why the text cannot be a study file, with the 1-based line of the text to begin with
+    TextRefusal Encode(QByteArray *bytes) const;
+
+    /// What was made of the text, after Encode: lines and blanks, what was replaced, and the first line that is too
+    /// long.
+    /// @param heading  what was done, without a line end
+    /// @param path  of the study file
+    /// @param keptPath  of the file that it replaced; empty if there was none
+    QString Report(const QString &heading, const QString &path, const QString &keptPath) const;
+
+  private:
+    /// In the order in which they are asked.
+    enum class Due
+    {
+        Encoding,
+        Accents,
+        Brackets,
+        LongLines,
+        None,
+    };
+
+    bool IsDue(Due question);
+    void GoOn(Due next);
+    QString NameOfLine(int line) const;
+    QString NameOfPlace(const CharacterAt &at) const;
+
+    QString m_text; // as given
+    std::vector<int> m_tableRows;
+    QByteArray m_bytes;
+    CharCode m_code = CharCode::None;
+    Due m_due = Due::None;
+    ConvertedText m_converted;
+    BrokenLines m_lines;
+    int m_longLine = 0; // first line of the result that is too long
+};
+
+/// Whether files in an encoding can be converted. @param codeName  as CharCodeName gives it
+bool CanConvertFrom(const QString &codeName);
+
+/// Whether a file with these remarks in the list can be converted.
+bool CanConvert(const QString &remarks);
+
+/// The message for a file that cannot be converted, or need not be.
+QString NotConvertibleMessage(const QString &fileTitle, const QString &codeName);
+
+/// Encodes a text whose characters and line ends are those of a study file.
+/// @return a refusal if the file would be refused as a whole, for its size or because it would be detected as another
+/// encoding
+TextRefusal EncodeStudyText(const QString &text, QByteArray *bytes);
+
+/// Replaces a file by what was made of it and keeps the old file under a free name. The backup is on the disk before
+/// the file is replaced.
+/// @param before  contents of the file when it was read; if it has changed since, nothing is written
+/// @param backupPath  receives the path of the backup
+/// @return a fault after which the folder is unchanged
+FileFault ReplaceConverted(const QString &path, const QByteArray &before, const QByteArray &converted,
+                           QString *backupPath);
