@@ -117,9 +117,10 @@ def compare_growth():
 
 def compare_steps():
     cpu_us, counters = timings(
-        "Ascii|Enter|Click|Turn|Repaint|PageDown|Zoom|Sideways|AllShown|Mark|HideAndUndo|OpenPage|Idle")
+        "Ascii|Enter|Click|Turn|Repaint|PageDown|Zoom|Sideways|AllShown|Mark|StudyHard|HideAndUndo|OpenPage|Idle")
     row("detect the encoding of ASCII / memchr over it", ratios(cpu_us["DetectAscii"], cpu_us["MemchrAscii"]), 4)
     for name, what in (("PressEnter", "Enter"), ("Click", "a click"), ("MarkHard", "a mark"),
+                       ("StudyHard", "a round of hard words"),
                        ("HideAndUndo", "hiding all and undo"), ("TurnPage", "a page turn"),
                        ("TurnWheel", "a wheel step"), ("Repaint", "a repaint"),
                        ("Zoom", "a zoom step"), ("ScrollSideways", "a horizontal scroll step"),
@@ -127,8 +128,8 @@ def compare_steps():
         long, short = cpu_us[f"{name}/1000000"], cpu_us[f"{name}/1000"]
         row(f"{what}, 1,000,000 lines / 1,000 lines", ratios(long, short), 1.1)
         if name != "AllShown":
-            # These repaint the page twice, in a new text size, or at the largest zoom.
-            share = 8 if name in ("HideAndUndo", "Zoom", "ScrollSideways") else 16
+            # Some repaint the page several times, in a new text size, or at the largest zoom.
+            share = 4 if name == "StudyHard" else 8 if name in ("HideAndUndo", "Zoom", "ScrollSideways") else 16
             row(f"{what} in the long file / 1/{share} of a frame at 60 Hz", shares(long, FRAME_US / share), 1)
     row("Enter / a repaint", ratios(cpu_us["PressEnter/1000"], cpu_us["Repaint/1000"]), 0.25)
     row("a repaint / that of QPlainTextEdit", ratios(cpu_us["Repaint/1000"], cpu_us["RepaintPlainText/1000"]), 0.5)

@@ -21,6 +21,7 @@
 
 #include <QAbstractEventDispatcher>
 #include <QApplication>
+#include <QCheckBox>
 #include <QEventLoop>
 #include <QListView>
 #include <QPlainTextEdit>
@@ -201,6 +202,24 @@ void MarkHard(benchmark::State &state)
         study.PressCtrl(Qt::Key_M);
 }
 
+/// Studies only hard blanks, shows one, goes to the next, half the file away, and studies all again.
+void StudyHard(benchmark::State &state)
+{
+    OpenStudy study(state.range(0));
+    for (const int line : {study.middle, 1}) {
+        study.scroll->setValue(line);
+        study.PressEnter();
+        study.PressCtrl(Qt::Key_M);
+    }
+    auto *const onlyHard = study.window.findChild<QCheckBox *>(u"chkOnlyHard"_s);
+    for (auto step : state) {
+        onlyHard->click();
+        study.PressEnter();
+        study.PressEnter();
+        onlyHard->click();
+    }
+}
+
 /// Hides all answers and undoes that.
 void HideAndUndo(benchmark::State &state)
 {
@@ -367,6 +386,7 @@ BENCHMARK(PressEnter)->Apply(InShortAndLongFile);
 BENCHMARK(Click)->Apply(InShortAndLongFile);
 BENCHMARK(TurnPage)->Apply(InShortAndLongFile);
 BENCHMARK(MarkHard)->Apply(InShortAndLongFile);
+BENCHMARK(StudyHard)->Apply(InShortAndLongFile);
 BENCHMARK(HideAndUndo)->Apply(InShortAndLongFile);
 BENCHMARK(TurnWheel)->Apply(InShortAndLongFile);
 BENCHMARK(Repaint)->Apply(InShortAndLongFile);

@@ -17,7 +17,7 @@ struct Seen
     explicit Seen(const StudyPage &page)
         : view(page.InView()), leftCell(page.Layout().leftCell), current(page.Current()), found(page.Found()),
           hintedBlank(page.HintedBlank()), markLine(page.Round().lngMarkLine()), count(page.Round().lngOpenCount()),
-          round(page.Round().RoundNumber())
+          round(page.Round().RoundNumber()), isOnlyHard(page.Round().IsOnlyHard())
     {
         for (int blank = 1; blank <= page.Round().BlankCount(); ++blank) {
             isShown.push_back(page.Round().bolOpen(blank));
@@ -33,6 +33,7 @@ struct Seen
     int markLine;
     int count;
     unsigned round;
+    bool isOnlyHard;
     std::vector<bool> isShown{false}; // blanks are numbered from 1
     std::vector<bool> isHard{false};
 };
@@ -86,9 +87,10 @@ class Study
             return m_page.ToggleHard(byte % 2 == 0 || blanks == 0 ? m_page.BlankToMark() : byte % blanks + 1);
         }
         case 6:
-            return m_page.StudyOnlyHard(byte > 127);
+            return byte % 4 == 0 ? m_page.EnterMissed() : m_page.StudyOnlyHard(byte > 127);
         case 7:
         case 9:
+            m_isUndo = m_page.Round().CanUndo();
             return m_page.Undo();
         case 10:
             return m_page.ShowHint();
@@ -155,11 +157,22 @@ class Study
             return;
         }
         for (const int blank : VisibleBlanks(m_page.Text(), before.view))
-            Require(before.isShown[size_t(blank)]);
-        if (m_change.question.isEmpty())
+            Require(before.isShown[size_t(blank)] || (before.isOnlyHard && !before.isHard[size_t(blank)]));
+        const StudyRound &round = m_page.Round();
+        if (m_change.question.isEmpty()) { // the next hard answer is in view, or a new round has begun
+            Require(!before.isOnlyHard || round.RoundNumber() != before.round || m_page.NextBlank() > 0);
             return;
-        Require(m_page.Round().AllShown() && m_page.Round().BlankCount() >= MinBlanksToAsk);
-        Run([this] { return m_page.TurnPage(); });
+        }
+        if (m_change.isAboutMarks) {
+            Require(before.isOnlyHard && round.HardShownCount() == round.HardCount());
+            if (round.HardCount() % 2 == 0)
+                Run([this] { return m_page.RemoveLearnedMarks(); });
+            Run([this] { return m_page.Enter(); });
+            Require(m_change.answers.empty() && !m_change.isAboutMarks);
+        }
+        Require(before.isOnlyHard || (round.AllShown() && round.BlankCount() >= MinBlanksToAsk));
+        if (!m_change.question.isEmpty())
+            Run([this] { return m_page.TurnPage(); });
     }
 
     /// Reads the file again after it became shorter or longer.
@@ -194,14 +207,18 @@ class Study
         CheckAnswers(before, after);
         if (!m_change.isPageChanged)
             CheckRepainted(before, after);
-        if (after.round > before.round)
-            m_beforeRound = before;
-        if (after.round < before.round) {
+        if (std::exchange(m_isUndo, false)) {
             const int topLine = PageAt(m_beforeRound.view.topLine, m_page.Text().LineCount(), m_page.Layout()).topLine;
             Require(m_canUndo && after.isShown == m_beforeRound.isShown && after.view.topLine == topLine);
+            m_canUndo = false;
+            return;
         }
-        m_canUndo =
-            after.round > before.round || (m_canUndo && after.round == before.round && m_change.answers.empty());
+        const bool areMarksGone = before.isOnlyHard && !after.isOnlyHard && m_page.Round().HardCount() == 0;
+        const bool isNewRound = after.round != before.round && !areMarksGone;
+        if (isNewRound)
+            m_beforeRound = before;
+        const bool isHardOver = m_page.Round().HardCount() == 0 && m_beforeRound.isOnlyHard;
+        m_canUndo = isNewRound || (m_canUndo && after.round == before.round && m_change.answers.empty() && !isHardOver);
         Require(m_canUndo == m_page.Round().CanUndo() || !m_change.answers.empty());
     }
 
@@ -229,7 +246,11 @@ class Study
     void CheckAnswers(const Seen &before, const Seen &after) const
     {
         Require(m_page.Round().ShownCount() == std::count(after.isShown.begin(), after.isShown.end(), true));
-        Require(int(m_page.Round().HardBlanks().size()) == m_page.Round().HardCount());
+        const std::vector<int> &hardBlanks = m_page.Round().HardBlanks();
+        Require(std::count(after.isHard.begin(), after.isHard.end(), true) == std::ssize(hardBlanks));
+        const auto isShownHard = [&after](int blank) { return after.isShown[size_t(blank)]; };
+        Require(!after.isOnlyHard ||
+                m_page.Round().HardShownCount() == std::count_if(hardBlanks.begin(), hardBlanks.end(), isShownHard));
         std::vector<bool> isShown = before.isShown;
         int shown = 0;
         for (const int blank : m_change.answers) {
@@ -264,6 +285,7 @@ class Study
     StudyPage m_page;
     PageChange m_change; // by the last command
     bool m_canUndo = false;
+    bool m_isUndo = false;      // whether the command undoes something
     Seen m_beforeRound{m_page}; // that undo restores
 };
 

@@ -167,7 +167,7 @@ void PagePainter::DrawBox(int blank, int row)
     const int answerCell = m_page.text.Cells(blank).start + 1;
     if (!isShown) {
         if (blank == m_page.hintedBlank)
-            DrawCells(answer.first(1), answerCell, row, m_colours.hint);
+            DrawCells(answer.first(m_page.hintLength), answerCell, row, m_colours.hint);
         return;
     }
     DrawCells(answer, answerCell, row, m_colours.text);

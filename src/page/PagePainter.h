@@ -25,7 +25,8 @@ struct PageToPaint
     int topLine;         ///< line in the first row
     TextSpan found{};    ///< to mark; if within a hidden answer, its whole box is marked
     TextSpan current{};  ///< to frame
-    int hintedBlank = 0; ///< hidden blank whose first character is shown; 0 for none
+    int hintedBlank = 0; ///< hidden blank whose first characters are shown; 0 for none
+    int hintLength = 1;  ///< how many
     bool hasFocus = false;
 };
 

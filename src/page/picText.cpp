@@ -151,7 +151,7 @@ QSize PicText::sizeHint() const
 void PicText::keyPressEvent(QKeyEvent *event)
 {
     if (!event->isAutoRepeat()) // a held key reveals only one answer
-        Q_EMIT KeyDown(event->key());
+        Q_EMIT KeyDown(event->key(), event->modifiers() == Qt::ShiftModifier);
 }
 
 void PicText::mousePressEvent(QMouseEvent *event)
@@ -231,6 +231,7 @@ void PicText::paintEvent(QPaintEvent *event)
                            .found = m_page.Found(),
                            .current = m_page.Current(),
                            .hintedBlank = m_page.HintedBlank(),
+                           .hintLength = m_page.HintLength(),
                            .hasFocus = hasFocus()};
     PagePainter pagePainter(&painter, page, &FontAt(devicePixelRatioF()));
     // Painting the parts separately is cheaper than their bounding rectangle, for example a blank and the line numbers.

@@ -59,7 +59,7 @@ class PicText : public QWidget
     QSize sizeHint() const override;
 
   Q_SIGNALS:
-    void KeyDown(int key);
+    void KeyDown(int key, bool isShifted);
     void MouseDown(Qt::MouseButton button, int xPx, int yPx);
     void MouseMove();
     void OLEDragDrop();

@@ -13,15 +13,18 @@ void StudyPage::Load(DisplayText text, const std::vector<int> &hardBlanks, int l
     m_round.Load(m_text.Blanks().Count(), hardBlanks);
     m_isFileOpen = true;
     m_places.offeredLine = lastLine > 1 && lastLine <= m_text.LineCount() ? lastLine : 0;
+    m_places.stoppedLine = qBound(1, lastLine, qMax(1, m_text.LineCount()));
 }
 
 void StudyPage::Reload(DisplayText text, const std::vector<int> &hardBlanks)
 {
     const auto [topLine, offeredLine] = std::pair(m_places.topLine, m_places.offeredLine);
+    const int stoppedLine = m_places.stoppedLine;
     ReplaceText(std::move(text));
     m_round.Reload(m_text.Blanks().Count(), hardBlanks);
     m_places.topLine = qMin(topLine, qMax(1, m_text.LineCount()));
     m_places.offeredLine = offeredLine <= m_text.LineCount() ? offeredLine : 0;
+    m_places.stoppedLine = qMin(stoppedLine, qMax(1, m_text.LineCount()));
 }
 
 void StudyPage::Clear()
@@ -71,16 +74,71 @@ PageChange StudyPage::Enter()
 {
     if (!m_isFileOpen)
         return {};
+    if (m_round.IsOnlyHard() || m_places.finishedCount > 0)
+        return EnterOnlyHard();
     const EnterDecision decision = DecideEnter(m_round, m_text, InView());
     if (decision.action == EnterAction::TurnPage)
         return TurnPage();
     if (decision.action == EnterAction::AskThenTurn)
         return {.question = AllShownMessage(m_round.BlankCount())};
-    const bool isPageChanged = BringCellsIntoView(m_text.Span(decision.blank));
-    PageChange change = Toggle(decision.blank);
+    return Show(decision.blank);
+}
+
+/// Shows a hidden answer in view.
+PageChange StudyPage::Show(int blank)
+{
+    const bool isPageChanged = BringCellsIntoView(m_text.Span(blank));
+    PageChange change = Toggle(blank);
     change.isPageChanged = isPageChanged;
-    change.answer = m_text.Answer(decision.blank).toString();
+    change.answer = m_text.Answer(blank).toString();
     return change;
+}
+
+PageChange StudyPage::EnterOnlyHard()
+{
+    // Not if the last marks were removed at the end of the round.
+    const bool isOnlyHard = m_round.IsOnlyHard();
+    if (const int blank = isOnlyHard ? NextBlank() : 0; blank > 0)
+        return Show(blank);
+    const int lastInView = *VisibleBlanks(m_text, InView()).end() - 1;
+    if (const int next = isOnlyHard ? m_round.NextHiddenHard(lastInView) : 0; next > 0) {
+        m_layout.leftCell = 0;
+        return ShowLine(m_text.Blanks().LineOf(next));
+    }
+    if (m_places.finishedCount == 0) {
+        m_places.finishedCount = m_round.HardCount();
+        if (const size_t learned = m_round.LearnedBlanks().size(); learned > 0)
+            return {.question = LearnedMessage(int(learned)), .isAboutMarks = true};
+    }
+    return m_places.finishedCount >= MinHardToAsk ? PageChange{.question = HardShownMessage(m_places.finishedCount)}
+                                                  : TurnPage();
+}
+
+/// Begins another round of hard blanks, or none if no marks are left, with the first one at the top.
+PageChange StudyPage::TurnToHard()
+{
+    m_places.finishedCount = 0;
+    if (!m_round.IsOnlyHard())
+        return ShowLine(TopLine());
+    m_round.HideAll();
+    return ShowLine(m_text.Blanks().LineOf(m_round.HardBlanks().front()));
+}
+
+PageChange StudyPage::EnterMissed()
+{
+    const int missed = m_round.LastShown();
+    const bool isNew = missed > 0 && !m_round.IsHard(missed);
+    if (missed > 0)
+        m_round.MarkMissed(missed);
+    PageChange change = Enter();
+    change.markedBlank = isNew ? missed : 0;
+    return change;
+}
+
+PageChange StudyPage::RemoveLearnedMarks()
+{
+    m_round.RemoveLearnedMarks();
+    return {.isPageChanged = true, .areMarksRemoved = true};
 }
 
 /// Runs what may begin a new round, and saves what undo restores if it does.
@@ -99,6 +157,7 @@ PageChange StudyPage::BeginRound(Action action)
     m_places.before = before;
     m_places.wholeLine = 0;
     m_places.hintedBlank = 0;
+    m_places.finishedCount = 0;
     change.notice =
         m_round.IsOnlyHard() ? u"苦手を隠しました（Ctrl+Z で元に戻す）"_s : u"すべて隠しました（Ctrl+Z で元に戻す）"_s;
     return change;
@@ -108,17 +167,15 @@ PageChange StudyPage::TurnPage()
 {
     return BeginRound([this] {
         m_layout.leftCell = 0;
-        return ShowLine(::TurnPage(&m_round, InView()));
+        const bool isOnlyHard = m_round.IsOnlyHard() || m_places.finishedCount > 0;
+        return isOnlyHard ? TurnToHard() : ShowLine(::TurnPage(&m_round, InView()));
     });
 }
 
 PageChange StudyPage::HideAll()
 {
     return BeginRound([this] {
-        if (m_round.IsOnlyHard())
-            m_round.StudyOnlyHard(false);
-        else
-            m_round.HideAll();
+        m_round.HideAllOfFile();
         m_round.MarkLine(0);
         return PageChange();
     });
@@ -139,6 +196,8 @@ PageChange StudyPage::Toggle(int blank)
 {
     PageChange change = HideHint();
     change.isCounted = m_round.Toggle(blank);
+    if (change.isCounted)
+        m_places.stoppedLine = m_text.Blanks().LineOf(blank);
     change.answers.push_back(blank);
     change.notice = QString();
     m_places.wholeLine = 0;
@@ -177,6 +236,7 @@ PageChange StudyPage::Undo()
     if (!m_round.CanUndo())
         return {};
     m_round.Undo();
+    m_places.finishedCount = 0;
     if (m_round.lngMarkLine() == m_places.before.markLineAfter)
         m_round.MarkLine(m_places.before.markLine); // no other line was marked since
     m_places.wholeLine = 0;
@@ -189,8 +249,9 @@ PageChange StudyPage::ToggleHard(int blank)
 {
     if (blank == 0)
         return {};
+    const unsigned roundBefore = m_round.RoundNumber();
     m_round.ToggleHard(blank);
-    return {.markedBlank = blank};
+    return {.isPageChanged = m_round.RoundNumber() != roundBefore, .markedBlank = blank};
 }
 
 PageChange StudyPage::ToggleWholeLine()
@@ -211,6 +272,8 @@ PageChange StudyPage::ToggleWholeLine()
     m_places.wholeLine = line;
     change.answers.assign(onLine.begin(), onLine.end());
     change.isCounted = !shown.isEmpty();
+    if (change.isCounted)
+        m_places.stoppedLine = line;
     change.notice = QString();
     change.answer = shown.join(u'，');
     return change;
@@ -218,12 +281,15 @@ PageChange StudyPage::ToggleWholeLine()
 
 PageChange StudyPage::ShowHint()
 {
+    const int hintedBefore = m_places.hintedBlank;
     PageChange change = HideHint();
     int blank = ChosenBlank();
     if (blank == 0 || m_round.bolOpen(blank))
         blank = NextBlank();
-    if (blank == 0 || m_text.Blanks().AnswerLengthOf(blank) <= 1)
+    const int longest = blank == 0 ? 0 : m_text.Blanks().AnswerLengthOf(blank) - 1;
+    if (longest <= 0)
         return change;
+    m_places.hintLength = blank == hintedBefore ? qMin(m_places.hintLength + 1, longest) : 1;
     change.isPageChanged = BringCellsIntoView(m_text.Span(blank));
     change.hints.push_back(blank);
     m_places.hintedBlank = blank;

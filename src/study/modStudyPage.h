@@ -17,13 +17,14 @@
 struct [[nodiscard]] PageChange
 {
     // To repaint.
-    bool isPageChanged = false; ///< everything: the page has moved, or any number of answers were shown or hidden
-    bool isTargetMoved = false; ///< the frame of the keyboard target
-    bool isHitMoved = false;    ///< the mark of a search's hit
-    bool isLineMarked = false;  ///< the line numbers
-    std::vector<int> answers{}; ///< blanks in view whose answers may have been shown or hidden
-    std::vector<int> hints{};   ///< blanks in view whose hint was shown or hidden
-    int markedBlank = 0;        ///< blank that was marked as hard, or no longer is; may be out of view
+    bool isPageChanged = false;   ///< everything: the page has moved, or any number of answers were shown or hidden
+    bool isTargetMoved = false;   ///< the frame of the keyboard target
+    bool isHitMoved = false;      ///< the mark of a search's hit
+    bool isLineMarked = false;    ///< the line numbers
+    std::vector<int> answers{};   ///< blanks in view whose answers may have been shown or hidden
+    std::vector<int> hints{};     ///< blanks in view whose hint was shown or hidden
+    int markedBlank = 0;          ///< blank that was marked as hard, or no longer is; may be out of view
+    bool areMarksRemoved = false; ///< those of any number of blanks
 
     // To say.
     bool isCounted = false;          ///< the answer count has grown
@@ -32,8 +33,10 @@ struct [[nodiscard]] PageChange
     QString word{};                  ///< word or answer that was clicked, to be read aloud
     QString picture{};               ///< name of the picture that was clicked
 
-    /// To ask, with yes and no: whether to go on after the last answer. TurnPage goes on.
+    /// To ask, with yes and no: whether to go on after the last answer. TurnPage goes on. Or else, if isAboutMarks,
+    /// whether to remove the marks of answers that were known: RemoveLearnedMarks does; Enter goes on in either case.
     QString question{};
+    bool isAboutMarks = false;
 };
 
 class StudyPage
@@ -95,10 +98,14 @@ class StudyPage
         return m_places.found;
     }
 
-    /// The hidden blank in view whose first character is shown.
+    /// The hidden blank in view whose first characters are shown, and how many.
     int HintedBlank() const
     {
         return m_places.hintedBlank;
+    }
+    int HintLength() const
+    {
+        return m_places.hintLength;
     }
 
     /// The line at which the user stopped the last time, until the page has moved.
@@ -107,10 +114,10 @@ class StudyPage
         return m_places.offeredLine;
     }
 
-    /// Where the user stops now: the offered line, or else the top line.
+    /// Where the user stops now: the line of the answer shown last, or that of the last time; 1 if there is neither.
     int StoppedAt() const
     {
-        return m_places.offeredLine > 0 ? m_places.offeredLine : TopLine();
+        return m_places.stoppedLine;
     }
 
     /// The hidden blank in view that Enter shows next.
@@ -132,8 +139,12 @@ class StudyPage
     /// @param layout  its first cell is ignored
     PageChange SetLayout(const PageLayout &layout);
 
-    /// Shows the next hidden answer in view, or else turns the page, possibly after a question.
+    /// Shows the next hidden answer in view, or else turns the page, possibly after a question. While only hard blanks
+    /// are studied, brings the next of them to the top in place of turning the page.
     PageChange Enter();
+
+    /// Marks the answer shown last as hard, because the user did not know it, and does what Enter does.
+    PageChange EnterMissed();
 
     /// Turns the page as Enter does.
     PageChange TurnPage();
@@ -154,11 +165,14 @@ class StudyPage
     /// Begins a new round with all blanks.
     PageChange HideAll();
 
-    /// Begins a new round with only the blanks marked as hard, or with all.
+    /// Begins a new round with only the blanks marked as hard, or goes back to all as they were before.
     PageChange StudyOnlyHard(bool isOnlyHard);
 
-    /// Undoes the last new round unless an answer was shown or hidden since: restores the answers, the top line and,
-    /// unless another line was marked since, the line mark.
+    /// Removes the marks of StudyRound::LearnedBlanks.
+    PageChange RemoveLearnedMarks();
+
+    /// Undoes the last new round or StudyOnlyHard unless an answer was shown or hidden since: restores the answers, the
+    /// top line and, unless another line was marked since, the line mark.
     PageChange Undo();
 
     /// Marks a blank as hard, or removes the mark. Does nothing for 0.
@@ -168,8 +182,9 @@ class StudyPage
     /// them.
     PageChange ToggleWholeLine();
 
-    /// Shows the first character of the chosen answer or, if that is shown, of the next one, unless it is the only
-    /// character. The hint lasts until it is hidden, the page moves or an answer changes.
+    /// Shows the first character of the chosen answer or, if that is shown, of the next one; one more if the first ones
+    /// are shown already. The last one always stays hidden. The hint lasts until it is hidden, the page moves or an
+    /// answer changes.
     PageChange ShowHint();
     PageChange HideHint();
 
@@ -228,14 +243,20 @@ class StudyPage
         TextSpan current{};
         TextSpan found{};
         int hintedBlank = 0;
+        int hintLength = 0;
         int wholeLine = 0; ///< line last shown as a whole, if no other answer was shown or hidden since
         int offeredLine = 0;
-        Before before{}; ///< belongs to the round that undo restores
+        int stoppedLine = 1;
+        int finishedCount = 0; ///< hard answers of the round when its last one was shown and the user asked; 0 before
+        Before before{};       ///< belongs to the round that undo restores
     };
 
     void ReplaceText(DisplayText text);
     template <typename Action>
     PageChange BeginRound(Action action);
+    PageChange Show(int blank);
+    PageChange EnterOnlyHard();
+    PageChange TurnToHard();
     PageChange Toggle(int blank);
     bool SetCurrent(const TextSpan &current);
     bool BringCellsIntoView(const TextSpan &span);

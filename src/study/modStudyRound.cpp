@@ -12,7 +12,7 @@ using namespace Qt::Literals::StringLiterals;
 void StudyRound::Load(int blankCount, const std::vector<int> &hardBlanks)
 {
     *this = StudyRound();
-    m_changedIn.assign(size_t(blankCount) + 1, 0);
+    m_changedIn.fill(std::vector<unsigned>(size_t(blankCount) + 1));
     MarkAsHard(hardBlanks);
 }
 
@@ -20,43 +20,51 @@ void StudyRound::Reload(int blankCount, const std::vector<int> &hardBlanks)
 {
     // While only hard blanks are studied, the new marks decide what is hidden, and only those already hard keep
     // their state.
-    std::vector<int> shown;
-    for (int blank = 1; blank <= qMin(blankCount, BlankCount()); ++blank)
-        if (bolOpen(blank) && (!m_isOnlyHard || IsHard(blank)))
-            shown.push_back(blank);
-    m_changedIn.assign(size_t(blankCount) + 1, 0);
+    std::array<std::vector<int>, 2> shown;
+    for (int blank = 1; blank <= qMin(blankCount, BlankCount()); ++blank) {
+        if (IsOpen(false, blank))
+            shown[0].push_back(blank);
+        if (m_isOnlyHard && IsHard(blank) && IsOpen(true, blank))
+            shown[1].push_back(blank);
+    }
+    m_changedIn.fill(std::vector<unsigned>(size_t(blankCount) + 1));
     MarkAsHard(hardBlanks);
-    BeginRound();
+    std::erase_if(m_missed, [&](int blank) { return blank > blankCount || !IsHard(blank); });
     m_before.reset();
     m_lastShown = 0;
-    for (const int blank : shown)
-        if (!bolOpen(blank))
-            Change(blank);
+    for (const bool isOnlyHard : {false, true}) {
+        BeginRound(isOnlyHard);
+        for (const int blank : shown[isOnlyHard])
+            if (!IsOpen(isOnlyHard, blank))
+                Change(isOnlyHard, blank);
+    }
 }
 
 void StudyRound::MarkAsHard(const std::vector<int> &blanks)
 {
-    m_isHard.assign(m_changedIn.size(), false);
+    m_hardBlanks = blanks;
+    m_isHard.assign(m_changedIn[0].size(), false);
     for (const int blank : blanks)
         m_isHard[size_t(blank)] = true;
-    m_hardCount = int(blanks.size());
-    m_isOnlyHard = m_isOnlyHard && m_hardCount > 0;
+    m_isOnlyHard = m_isOnlyHard && !m_hardBlanks.empty();
 }
 
 /// Shows a hidden answer or hides a shown one, without counting it.
-void StudyRound::Change(int blank)
+void StudyRound::Change(bool isOnlyHard, int blank)
 {
-    unsigned &changedIn = m_changedIn[size_t(blank)];
-    const bool isChanged = changedIn == m_round.number;
-    changedIn = isChanged ? 0 : m_round.number;
-    m_round.changedCount += isChanged ? -1 : 1;
-    m_round.shownCount += bolOpen(blank) ? 1 : -1;
+    Round &round = m_rounds[isOnlyHard];
+    const bool wasChanged = IsChanged(isOnlyHard, blank);
+    m_changedIn[isOnlyHard][size_t(blank)] = wasChanged ? 0 : round.number;
+    round.changedCount += wasChanged ? -1 : 1;
+    const int shown = IsOpen(isOnlyHard, blank) ? 1 : -1;
+    round.shownCount += shown;
+    round.hardShownCount += IsHard(blank) ? shown : 0;
 }
 
 bool StudyRound::Toggle(int blank)
 {
     m_before.reset();
-    Change(blank);
+    Change(m_isOnlyHard, blank);
     if (bolOpen(blank)) {
         ++m_openCount;
         m_lastShown = blank;
@@ -68,77 +76,146 @@ void StudyRound::ToggleLine(const BlankRange &blanks)
 {
     const bool hasHidden = std::ranges::any_of(blanks, [this](int blank) { return !bolOpen(blank); });
     for (const int blank : blanks)
-        if (hasHidden ? !bolOpen(blank) : !IsShownAtFirst(blank))
+        if (hasHidden ? !bolOpen(blank) : !IsShownAtFirst(m_isOnlyHard, blank))
             Toggle(blank);
 }
 
 void StudyRound::HideAll()
 {
-    if (IsUntouched() && m_round.showsEasy == m_isOnlyHard)
-        return; // nothing happened in this round, so the one before it stays restorable
-    m_wasOnlyHard = m_isOnlyHard;
-    BeginRound();
+    if (IsUntouched())
+        return; // nothing happened in this round, so what was before it stays restorable
+    KeepBefore();
+    BeginRound(m_isOnlyHard);
+}
+
+void StudyRound::HideAllOfFile()
+{
+    if (m_isOnlyHard)
+        StudyOnlyHard(false);
+    else if (!IsUntouched())
+        KeepBefore();
+    if (!IsUntouched())
+        BeginRound(false);
 }
 
 void StudyRound::StudyOnlyHard(bool isOnlyHard)
 {
-    m_wasOnlyHard = m_isOnlyHard;
-    m_isOnlyHard = isOnlyHard && m_hardCount > 0;
-    BeginRound();
+    if (isOnlyHard == m_isOnlyHard || m_hardBlanks.empty())
+        return;
+    KeepBefore();
+    m_isOnlyHard = isOnlyHard;
+    if (isOnlyHard)
+        BeginRound(true);
 }
 
-void StudyRound::BeginRound()
+void StudyRound::KeepBefore()
 {
-    m_before = m_round;
-    m_keptBefore.clear();
-    m_round = Round{.number = ++m_lastNumber, .showsEasy = m_isOnlyHard};
-    m_round.shownCount = m_isOnlyHard ? BlankCount() - m_hardCount : 0;
+    m_before = Before{.isOnlyHard = m_isOnlyHard, .rounds = m_rounds, .missed = m_missed};
+}
+
+void StudyRound::BeginRound(bool isOnlyHard)
+{
+    m_rounds[isOnlyHard] = Round{.number = ++m_lastNumber, .shownCount = isOnlyHard ? BlankCount() - HardCount() : 0};
+    if (isOnlyHard)
+        m_missed.clear();
 }
 
 void StudyRound::Undo()
 {
-    m_round = *m_before;
-    m_before.reset();
-    m_isOnlyHard = m_wasOnlyHard && m_hardCount > 0;
-    for (const KeptBlank &kept : m_keptBefore) {
-        const bool isChanged = kept.wasShown != IsShownAtFirst(kept.blank);
-        m_changedIn[size_t(kept.blank)] = isChanged ? m_round.number : 0;
-        m_round.changedCount += int(isChanged) - int(kept.wasChanged);
+    m_isOnlyHard = m_before->isOnlyHard;
+    m_rounds = m_before->rounds;
+    m_missed = std::move(m_before->missed);
+    Round &round = m_rounds[1];
+    for (const KeptBlank &kept : m_before->kept) {
+        const bool isChanged = kept.wasShown != IsShownAtFirst(true, kept.blank);
+        m_changedIn[1][size_t(kept.blank)] = isChanged ? round.number : 0;
+        round.changedCount += int(isChanged) - int(kept.wasChanged);
     }
+    m_before.reset();
 }
 
-/// Saves the state of a blank in the round that can be restored. That state is derived from whether the blank is hard,
-/// so it must be saved before that changes.
-void StudyRound::KeepBefore(int blank)
+/// Whether an answer is shown in the round of hard blanks that can be restored. That is derived from whether the blank
+/// is hard, so it is saved before that changes.
+bool StudyRound::WasShownBefore(int blank)
 {
-    const auto isKept = [blank](const KeptBlank &kept) { return kept.blank == blank; };
-    if (!m_before || std::ranges::any_of(m_keptBefore, isKept))
-        return;
-    const bool wasChanged = m_changedIn[size_t(blank)] == m_before->number;
-    m_keptBefore.push_back({blank, wasChanged != (m_before->showsEasy && !IsHard(blank)), wasChanged});
+    const auto kept = std::ranges::find(m_before->kept, blank, &KeptBlank::blank);
+    if (kept != m_before->kept.end())
+        return kept->wasShown;
+    const bool wasChanged = m_changedIn[1][size_t(blank)] == m_before->rounds[1].number;
+    const bool wasShown = wasChanged != IsShownAtFirst(true, blank);
+    m_before->kept.push_back({blank, wasShown, wasChanged});
+    return wasShown;
 }
 
 void StudyRound::ToggleHard(int blank)
 {
-    KeepBefore(blank);
-    const bool wasOpen = bolOpen(blank);
-    m_isHard[size_t(blank)] = !m_isHard[size_t(blank)];
-    m_hardCount += m_isHard[size_t(blank)] ? 1 : -1;
-    m_isOnlyHard = m_isOnlyHard && m_hardCount > 0;
-    if (bolOpen(blank) == wasOpen)
+    const bool isHard = !IsHard(blank);
+    const int added = isHard ? 1 : -1;
+    if (m_before)
+        m_before->rounds[1].hardShownCount += WasShownBefore(blank) ? added : 0;
+    const bool isOpen = IsOpen(true, blank);
+    m_isHard[size_t(blank)] = isHard;
+    const auto at = std::ranges::lower_bound(m_hardBlanks, blank);
+    if (isHard)
+        m_hardBlanks.insert(at, blank);
+    else
+        m_hardBlanks.erase(at);
+    ++m_marksVersion;
+    if (isHard && m_isOnlyHard)
+        m_missed.insert(blank);
+    else
+        m_missed.erase(blank);
+    // In the round of hard blanks the answer stays as it is, although such a round begins with others than before.
+    Round &round = m_rounds[1];
+    const bool isChanged = isOpen != IsShownAtFirst(true, blank);
+    round.changedCount += int(isChanged) - int(IsChanged(true, blank));
+    round.hardShownCount += isOpen ? added : 0;
+    m_changedIn[1][size_t(blank)] = isChanged ? round.number : 0;
+    if (!m_hardBlanks.empty())
         return;
-    const int shownCount = m_round.shownCount;
-    Change(blank);
-    m_round.shownCount = shownCount;
+    if (m_isOnlyHard || (m_before && m_before->isOnlyHard))
+        m_before.reset(); // nothing can go back to studying only hard blanks
+    m_isOnlyHard = false;
 }
 
-std::vector<int> StudyRound::HardBlanks() const
+void StudyRound::MarkMissed(int blank)
 {
-    std::vector<int> blanks;
-    for (int blank = 1; blank <= BlankCount(); ++blank)
-        if (m_isHard[size_t(blank)])
-            blanks.push_back(blank);
-    return blanks;
+    if (!IsHard(blank))
+        ToggleHard(blank);
+    if (m_isOnlyHard)
+        m_missed.insert(blank);
+}
+
+std::vector<int> StudyRound::LearnedBlanks() const
+{
+    std::vector<int> learned;
+    if (m_isOnlyHard)
+        std::ranges::copy_if(m_hardBlanks, std::back_inserter(learned),
+                             [this](int blank) { return bolOpen(blank) && !m_missed.contains(blank); });
+    return learned;
+}
+
+void StudyRound::RemoveLearnedMarks()
+{
+    for (const int blank : LearnedBlanks()) {
+        m_isHard[size_t(blank)] = false; // which leaves the answer shown
+        m_changedIn[1][size_t(blank)] = 0;
+        --m_rounds[1].changedCount;
+        --m_rounds[1].hardShownCount;
+    }
+    std::erase_if(m_hardBlanks, [this](int blank) { return !IsHard(blank); });
+    ++m_marksVersion;
+    m_before.reset();
+    m_isOnlyHard = m_isOnlyHard && !m_hardBlanks.empty();
+}
+
+int StudyRound::NextHiddenHard(int after) const
+{
+    if (m_hardBlanks.empty() || HardShownCount() == HardCount())
+        return 0;
+    const auto isHidden = [this](int blank) { return !IsOpen(true, blank); };
+    const auto next = std::find_if(std::ranges::upper_bound(m_hardBlanks, after), m_hardBlanks.end(), isHidden);
+    return next != m_hardBlanks.end() ? *next : *std::ranges::find_if(m_hardBlanks, isHidden);
 }
 
 BlankRange VisibleBlanks(const DisplayText &text, const PageInView &page)
@@ -149,7 +226,7 @@ BlankRange VisibleBlanks(const DisplayText &text, const PageInView &page)
 int FirstHiddenBlank(const StudyRound &round, const BlankRange &range)
 {
     for (const int blank : range)
-        if (!round.bolOpen(blank))
+        if (!round.bolOpen(blank) && (!round.IsOnlyHard() || round.IsHard(blank)))
             return blank;
     return 0;
 }
@@ -229,4 +306,14 @@ int MarkLineAt(int yPx, int topLine, const PageLayout &layout)
 QString AllShownMessage(int blankCount)
 {
     return QString::number(blankCount) + u"個の正解をすべて表示しました。\r\n学習を続けますか？"_s;
+}
+
+QString HardShownMessage(int hardCount)
+{
+    return u"苦手 "_s + AllShownMessage(hardCount);
+}
+
+QString LearnedMessage(int learnedCount)
+{
+    return u"覚えた "_s + QString::number(learnedCount) + u" 個の苦手の印を外しますか？"_s;
 }

@@ -8,7 +8,9 @@
 #include "study/modPageInView.h"
 #include "text/modDisplayText.h"
 
+#include <array>
 #include <optional>
+#include <set>
 #include <vector>
 
 class QRandomGenerator;
@@ -26,13 +28,13 @@ class StudyRound
 
     int BlankCount() const
     {
-        return int(m_changedIn.size()) - 1;
+        return int(m_isHard.size()) - 1;
     }
 
     /// Whether the answer of a blank is shown.
     bool bolOpen(int blank) const
     {
-        return (m_changedIn[size_t(blank)] == m_round.number) != IsShownAtFirst(blank);
+        return IsOpen(m_isOnlyHard, blank);
     }
 
     /// Shows a hidden answer, which counts, or hides a shown one, which does not.
@@ -52,13 +54,17 @@ class StudyRound
     /// Unique number of the current round.
     unsigned RoundNumber() const
     {
-        return m_round.number;
+        return Current().number;
     }
 
     /// Begins a new round: hides all answers or, while only hard blanks are studied, hides those and shows the others.
     void HideAll();
 
-    /// Switches to studying only the blanks marked as hard, or back to all; either begins a new round.
+    /// Begins a new round of all blanks, also while only hard ones are studied.
+    void HideAllOfFile();
+
+    /// Switches to studying only the blanks marked as hard, which begins a new round of them, or back to all, which
+    /// brings back every answer as it was before.
     void StudyOnlyHard(bool isOnlyHard);
 
     bool IsOnlyHard() const
@@ -66,13 +72,14 @@ class StudyRound
         return m_isOnlyHard;
     }
 
-    /// Whether the last new round can be undone: no answer has been shown or hidden since.
+    /// Whether the last new round, or the last switch between hard blanks and all, can be undone: no answer has been
+    /// shown or hidden since.
     bool CanUndo() const
     {
         return m_before.has_value();
     }
 
-    /// Undoes the last new round: restores the round before it. Counted answers stay counted.
+    /// Undoes the last new round or switch. Counted answers stay counted.
     void Undo();
 
     /// Whether a blank is marked as hard.
@@ -81,27 +88,55 @@ class StudyRound
         return m_isHard[size_t(blank)];
     }
 
-    /// Marks a blank as hard, or removes the mark. Its answer stays as it is. After the last mark is removed, the next
-    /// round studies all blanks again.
+    /// Marks a blank as hard, or removes the mark. Its answer stays as it is, unless the last mark is removed while
+    /// only hard blanks are studied: then all are studied again, as they were before.
     void ToggleHard(int blank);
+
+    /// Marks a blank as hard because its answer was not known.
+    void MarkMissed(int blank);
+
+    /// The hard blanks whose answers were shown in this round and not marked since, ascending, while only hard blanks
+    /// are studied. Takes time proportional to the number of hard blanks.
+    std::vector<int> LearnedBlanks() const;
+
+    /// Removes the marks of those.
+    void RemoveLearnedMarks();
 
     int HardCount() const
     {
-        return m_hardCount;
+        return int(m_hardBlanks.size());
     }
 
-    /// All blanks marked as hard, ascending. Takes time proportional to the number of blanks.
-    std::vector<int> HardBlanks() const;
+    /// All blanks marked as hard, ascending.
+    const std::vector<int> &HardBlanks() const
+    {
+        return m_hardBlanks;
+    }
+
+    /// Number of hard blanks whose answers are shown while only hard blanks are studied.
+    int HardShownCount() const
+    {
+        return m_rounds[1].hardShownCount;
+    }
+
+    /// The first hard blank after another whose answer is hidden, or else the first of all; 0 if there is none.
+    int NextHiddenHard(int after) const;
+
+    /// Changes whenever marks do.
+    unsigned MarksVersion() const
+    {
+        return m_marksVersion;
+    }
 
     int ShownCount() const
     {
-        return m_round.shownCount;
+        return Current().shownCount;
     }
 
     /// Whether all answers are as they were when the round began.
     bool IsUntouched() const
     {
-        return m_round.changedCount == 0;
+        return Current().changedCount == 0;
     }
 
     bool AllShown() const
@@ -131,17 +166,12 @@ class StudyRound
     struct Round
     {
         unsigned number = 1;
-        bool showsEasy = false; ///< whether it began with the blanks that are not hard shown
-        int changedCount = 0;   ///< blanks that have changed since it began
+        int changedCount = 0; ///< blanks that have changed since it began
         int shownCount = 0;
+        int hardShownCount = 0; ///< kept in rounds of hard blanks only
     };
 
-    bool IsShownAtFirst(int blank) const
-    {
-        return m_round.showsEasy && !m_isHard[size_t(blank)];
-    }
-
-    /// State of a blank in the round that can be restored.
+    /// State of a blank in the round of hard blanks that can be restored.
     struct KeptBlank
     {
         int blank;
@@ -149,22 +179,51 @@ class StudyRound
         bool wasChanged;
     };
 
-    void Change(int blank);
-    void KeepBefore(int blank);
-    void MarkAsHard(const std::vector<int> &blanks);
-    void BeginRound();
+    /// What Undo restores.
+    struct Before
+    {
+        bool isOnlyHard;
+        std::array<Round, 2> rounds;
+        std::set<int> missed;
+        std::vector<KeptBlank> kept{}; ///< blanks whose marks were changed since
+    };
 
-    // The round in which each blank was last shown or hidden; 0 for none. This makes hiding all answers a single step.
-    // Indexed by blank number from 1; element 0 is unused.
-    std::vector<unsigned> m_changedIn{0};
-    std::vector<bool> m_isHard{false};
-    int m_hardCount = 0;
+    const Round &Current() const
+    {
+        return m_rounds[m_isOnlyHard];
+    }
+    bool IsShownAtFirst(bool isOnlyHard, int blank) const
+    {
+        return isOnlyHard && !m_isHard[size_t(blank)];
+    }
+    bool IsChanged(bool isOnlyHard, int blank) const
+    {
+        return m_changedIn[isOnlyHard][size_t(blank)] == m_rounds[isOnlyHard].number;
+    }
+    bool IsOpen(bool isOnlyHard, int blank) const
+    {
+        return IsChanged(isOnlyHard, blank) != IsShownAtFirst(isOnlyHard, blank);
+    }
+    void Change(bool isOnlyHard, int blank);
+    void BeginRound(bool isOnlyHard);
+    void KeepBefore();
+    bool WasShownBefore(int blank);
+    void MarkAsHard(const std::vector<int> &blanks);
+
+    // Studying all blanks, [0], and only hard ones, [1], have a round each, so that the one is as it was after the
+    // other. m_changedIn has the round in which each blank was last shown or hidden; 0 for none. This makes hiding all
+    // answers a single step. Indexed by blank number from 1; element 0 is unused.
     bool m_isOnlyHard = false;
+    std::array<Round, 2> m_rounds;
+    std::array<std::vector<unsigned>, 2> m_changedIn;
     unsigned m_lastNumber = 1; // largest round number used
-    Round m_round;
-    std::optional<Round> m_before;       // the round that can be restored
-    bool m_wasOnlyHard = false;          // belongs to m_before
-    std::vector<KeptBlank> m_keptBefore; // blanks whose marks were changed since
+    std::optional<Before> m_before;
+
+    std::vector<bool> m_isHard{false}; // indexed like m_changedIn
+    std::vector<int> m_hardBlanks;     // the same, ascending
+    std::set<int> m_missed;            // in the round of hard blanks
+    unsigned m_marksVersion = 0;
+
     int m_lastShown = 0;
     int m_openCount = 0;
     int m_markLine = 0;
@@ -173,7 +232,8 @@ class StudyRound
 /// Blanks on the lines in view.
 BlankRange VisibleBlanks(const DisplayText &text, const PageInView &page);
 
-/// First blank in a range whose answer is hidden, or 0.
+/// First blank in a range whose answer is hidden, or 0. While only hard blanks are studied, others do not count: they
+/// are hidden only where the user has done so.
 int FirstHiddenBlank(const StudyRound &round, const BlankRange &range);
 
 /// Blank at a click, or 0 if none is hit.
@@ -215,5 +275,13 @@ int RandomPage(const StudyRound &round, const DisplayText &text, const PageInVie
 /// The line that a click in the strip of line numbers marks.
 int MarkLineAt(int yPx, int topLine, const PageLayout &layout);
 
+/// The same for hard blanks while only those are studied; there are fewer of them.
+constexpr int MinHardToAsk = 5;
+
 /// "32個の正解をすべて表示しました。" followed by the question whether to go on.
 QString AllShownMessage(int blankCount);
+
+/// The same after a round of hard blanks, and the question that comes before it: whether the marks of the answers that
+/// were known shall be removed.
+QString HardShownMessage(int hardCount);
+QString LearnedMessage(int learnedCount);

@@ -28,7 +28,7 @@ void StudySession::End()
     m_clockStart = QDateTime();
     m_path.clear();
     m_page.Clear();
-    m_isMarkChanged = false;
+    m_keptMarks = 0;
 }
 
 StudyReading StudySession::Open(const QString &path)
@@ -117,13 +117,6 @@ void StudySession::CompleteSoFarWhenDue()
         CompleteSoFar();
 }
 
-PageChange StudySession::ToggleHard(int blank)
-{
-    PageChange change = m_page.ToggleHard(blank);
-    m_isMarkChanged |= change.markedBlank > 0;
-    return change;
-}
-
 QString MarksNotSavedMessage(const FileFault &fault)
 {
     return FaultMessage(u"苦手の印を保存できません。"_s, fault);
@@ -131,10 +124,12 @@ QString MarksNotSavedMessage(const FileFault &fault)
 
 FileFault StudySession::KeepMarks()
 {
-    if (!m_isMarkChanged)
+    const unsigned version = m_page.Round().MarksVersion();
+    if (version == m_keptMarks)
         return {};
     FileFault fault = m_marks.Write(GetFileTitle(m_path), m_page.Text(), m_page.Round().HardBlanks());
-    m_isMarkChanged = bool(fault);
+    if (!fault)
+        m_keptMarks = version;
     return fault;
 }
 

@@ -60,9 +60,6 @@ class StudySession
     /// Calls CompleteSoFar if it is time to, or if the system's clock has been set back.
     void CompleteSoFarWhenDue();
 
-    /// StudyPage::ToggleHard for the open file. The next KeepMarks or Complete saves the mark.
-    PageChange ToggleHard(int blank);
-
     /// The blanks that the user has marked as hard, in all files, as last saved.
     const MarkList &Marks() const
     {
@@ -110,6 +107,6 @@ class StudySession
     QDateTime m_completedAt;  // when the row was last to be written, its insertion included
     int m_completedCount = 0; // number of answers then
     StudyPage m_page;
-    bool m_isMarkChanged = false; // since the marks were saved
-    QDateTime m_clockStart;       // invalid while no file is open
+    unsigned m_keptMarks = 0; // StudyRound::MarksVersion of the marks that are saved
+    QDateTime m_clockStart;   // invalid while no file is open
 };

@@ -79,7 +79,7 @@ class frmText : public QWidget
     void chkOnlyHard_Click();
     void VScroll_Change();
     void HScroll_Change();
-    void picText_KeyDown(int key);
+    void picText_KeyDown(int key, bool isShifted);
     void picText_MouseDown(Qt::MouseButton button, int xPx, int yPx);
     void picText_MouseMove();
     void picText_OLEDragDrop();
@@ -101,6 +101,7 @@ class frmText : public QWidget
     void SaveFormPos();
 
     void Apply(const PageChange &change);
+    void AskForPage(const PageChange &change);
     void ShowPageState();
     void ShowText();
     void AskForLine();

@@ -141,10 +141,12 @@ void frmText::Connect()
 /// Adds shortcuts for what otherwise needs a mouse. They belong to the window, because the text area ignores most keys.
 void frmText::AddShortcuts()
 {
-    const auto add = [this](const QKeySequence &keys, auto action) {
+    const QKeySequence hintKeys(Qt::CTRL | Qt::Key_I);
+    const auto add = [this, hintKeys](const QKeySequence &keys, auto action) {
         auto *const shortcut = new QShortcut(keys, this);
-        connect(shortcut, &QShortcut::activated, this, [this, action] {
-            Apply(m_page.HideHint());
+        connect(shortcut, &QShortcut::activated, this, [this, action, isHint = keys == hintKeys] {
+            if (!isHint) // which grows with each press
+                Apply(m_page.HideHint());
             if constexpr (std::is_void_v<decltype(action())>)
                 action();
             else
@@ -163,10 +165,10 @@ void frmText::AddShortcuts()
     addClick(Qt::CTRL | Qt::Key_Space, [this] { return m_page.ClickCurrent(); });
     addClick(Qt::CTRL | Qt::Key_H, [this] { return m_page.HideAll(); });
     addClick(QKeySequence::Undo, [this] { return m_page.Undo(); });
-    addClick(Qt::CTRL | Qt::Key_M, [this] { return m_session.ToggleHard(m_page.BlankToMark()); });
+    addClick(Qt::CTRL | Qt::Key_M, [this] { return m_page.ToggleHard(m_page.BlankToMark()); });
     addClick(Qt::CTRL | Qt::SHIFT | Qt::Key_M, [this] { chkOnlyHard->click(); });
     addClick(Qt::CTRL | Qt::SHIFT | Qt::Key_Space, [this] { return m_page.ToggleWholeLine(); });
-    addClick(Qt::CTRL | Qt::Key_I, [this] { return m_page.ShowHint(); });
+    addClick(hintKeys, [this] { return m_page.ShowHint(); });
     addClick(Qt::CTRL | Qt::Key_L, [this] { return m_page.ClickLineNumber(m_page.Current().line); });
     add(Qt::CTRL | Qt::SHIFT | Qt::Key_Down, [this] { return m_page.MoveLineMark(1); });
     add(Qt::CTRL | Qt::SHIFT | Qt::Key_Up, [this] { return m_page.MoveLineMark(-1); });

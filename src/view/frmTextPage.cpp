@@ -33,17 +33,28 @@ void frmText::Apply(const PageChange &change)
         m_stateBar->ShowNotice(*change.notice);
     if (change.isCounted)
         m_stateBar->ShowCount(m_page.Round().lngOpenCount());
-    if (change.markedBlank > 0)
+    if (change.markedBlank > 0 || change.areMarksRemoved)
         m_keeping->start(); // writes several quick changes together
     ReadAloud(change);
     if (!change.picture.isEmpty())
         ShowPicture(change.picture);
-    if (change.question.isEmpty())
-        return;
-    if (Ask(change.question, MsgStyle::YesNo, u"tada.wav"_s) == MsgResult::Cancel)
+    if (!change.question.isEmpty())
+        AskForPage(change);
+}
+
+/// Asks what a command returned, and does what the user wants.
+void frmText::AskForPage(const PageChange &change)
+{
+    const MsgResult answer = Ask(change.question, MsgStyle::YesNo, u"tada.wav"_s);
+    if (change.isAboutMarks) {
+        if (answer == MsgResult::Ok)
+            Apply(m_page.RemoveLearnedMarks());
+        Apply(m_page.Enter());
+    } else if (answer == MsgResult::Cancel) {
         close();
-    else
+    } else {
         Apply(m_page.TurnPage());
+    }
 }
 
 /// Sets the controls around the page to its state.
@@ -77,12 +88,14 @@ void frmText::HScroll_Change()
     Apply(m_page.MoveToCell(HScroll->value()));
 }
 
-void frmText::picText_KeyDown(int key)
+void frmText::picText_KeyDown(int key, bool isShifted)
 {
     WriteTrace(u"■frmText.picText_KeyDown");
+    if (key == Qt::Key_Control || key == Qt::Key_Shift)
+        return; // the first half of a longer key, which may let the hint grow
     Apply(m_page.HideHint());
     if (key == Qt::Key_Return || key == Qt::Key_Enter)
-        Apply(m_page.Enter());
+        Apply(isShifted ? m_page.EnterMissed() : m_page.Enter());
     else if (key == Qt::Key_F2)
         m_services.ShowMessage(u"F2"_s); // a leftover, kept as it always was; the key does nothing else
 }
@@ -95,7 +108,7 @@ void frmText::picText_MouseDown(Qt::MouseButton button, int xPx, int yPx)
     if (button == Qt::LeftButton)
         Apply(m_page.Click(target));
     else if (button == Qt::MiddleButton)
-        Apply(m_session.ToggleHard(target.blank));
+        Apply(m_page.ToggleHard(target.blank));
     else if (button == Qt::RightButton)
         Apply(m_page.HideAll());
 }
@@ -122,7 +135,8 @@ void frmText::chkOnlyHard_Click()
 void frmText::AskForLine()
 {
     if (m_page.IsFileOpen())
-        m_stateBar->AskForLine(m_page.StoppedAt(), m_page.Text().LineCount());
+        m_stateBar->AskForLine(m_page.OfferedLine() > 0 ? m_page.OfferedLine() : m_page.TopLine(),
+                               m_page.Text().LineCount());
 }
 
 /// Saves the marks, and reports a failure unless another window is open, over which a timer must not open a message.

@@ -42,7 +42,7 @@ TEST(StudyRound, OnlyHardStudied_HidesOnlyHardBlanks)
     EXPECT_EQ(round.lngOpenCount(), 2);
     EXPECT_FALSE(round.CanUndo());
     round.HideAll();
-    round.StudyOnlyHard(false);
+    round.HideAllOfFile();
     EXPECT_EQ(Open(round), u"-----"_s);
     round.Undo();
     EXPECT_TRUE(round.IsOnlyHard());
@@ -56,8 +56,8 @@ TEST(StudyRound, OnlyHardStudied_HidesOnlyHardBlanks)
     round.ToggleHard(3);
     round.ToggleHard(4);
     EXPECT_FALSE(round.IsOnlyHard()) << "no hard blanks are left";
-    round.HideAll();
-    EXPECT_EQ(Open(round), u"-----"_s);
+    EXPECT_EQ(Open(round), u"x----"_s) << "as before";
+    EXPECT_FALSE(round.CanUndo());
 }
 
 TEST(StudyRound, ReloadWhileOnlyHardStudied_KeepsShownAnswers)

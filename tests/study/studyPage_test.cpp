@@ -60,7 +60,11 @@ class KeyedPage : public StudyPage
         case u'H':
             return HideAll();
         case u'O':
-            return StudyOnlyHard(true);
+            return StudyOnlyHard(!Round().IsOnlyHard());
+        case u'S':
+            return EnterMissed();
+        case u'Y':
+            return RemoveLearnedMarks();
         case u'M':
             return ToggleHard(BlankToMark());
         case u'U':
@@ -125,7 +129,11 @@ TEST(StudyPage, KeysInTurn_ChangeAnswersAndTopLine)
         {"nothing was hidden", u"HU"_s, u"----- 0 1"_s},
         {"undoing twice", u"EHUU"_s, u"x---- 1 1"_s},
         {"only hard ones undone", u"EMHEOU"_s, u"x---- 2 1"_s},
-        {"hard ones hidden again, then undone", u"EMOEEEU"_s, u"xxxxx 2 3"_s},
+        {"hard ones hidden again, then undone", u"EMOEEEU"_s, u"xxxxx 2 1"_s},
+        {"all as before without only hard ones", u"EEEMHEMOEO"_s, u"x---- 5 1"_s},
+        {"back to only hard ones as they were", u"EMEOOU"_s, u"-xxxx 2 1"_s},
+        {"too late after an answer to undo that", u"EMOEU"_s, u"xxxxx 2 1"_s},
+        {"last mark removed while only hard ones are studied", u"EMEOEM"_s, u"xx--- 3 1"_s},
         {"all hidden while only hard ones are studied", u"EMOH"_s, u"----- 1 1"_s},
 
         {"nothing is chosen", u"C"_s, u"----- 0 1"_s},
@@ -158,19 +166,72 @@ TEST(StudyPage, LastAnswerShown_AsksBeforePageTurns)
     EXPECT_TRUE(page.Round().AllShown());
 }
 
+TEST(StudyPage, OnlyHard_GoesFromWordToWord)
+{
+    QStringList lines(30, u"[a] [b]"_s);
+    const auto press = [&lines](const QString &keys) {
+        KeyedPage page(lines, 5, {5, 6, 40, 57});
+        page.Press(keys);
+        return u"%1 %2"_s.arg(page.Round().HardShownCount()).arg(page.TopLine());
+    };
+    // Keys; then how many hard answers are shown, and the top line.
+    const Rows<QString, QString> rows = {
+        {u"OEE"_s, u"2 1"_s},       {u"OEEE"_s, u"2 20"_s},  {u"OEEEE"_s, u"3 20"_s},
+        {u"OEEEEE"_s, u"3 29"_s},   {u"ONNEE"_s, u"1 20"_s}, {u"OZEE"_s, u"1 3"_s}, // the first one above
+        {u"OZEEEEEE"_s, u"4 20"_s},
+    };
+    for (const auto &[keys, state] : rows)
+        EXPECT_EQ(press(keys), state) << keys.toStdString();
+}
+
+TEST(StudyPage, RoundOfHardOnesEnds_OffersToRemoveMarksOnce)
+{
+    const QStringList lines(30, u"[a]"_s);
+    KeyedPage page(lines, 5, {1, 2, 3, 4, 30});
+    page.Press(u"OEESEEE"); // the second one was not known
+    EXPECT_EQ(page.Round().HardShownCount(), 5);
+    EXPECT_EQ(page.change.question, QString());
+    EXPECT_EQ(page.Press(u"E").change.question, u"覚えた 4 個の苦手の印を外しますか？"_s);
+    EXPECT_TRUE(page.change.isAboutMarks);
+    KeyedPage other(page);
+    for (const bool isRemoved : {false, true}) {
+        KeyedPage &asked = isRemoved ? page : other;
+        if (isRemoved) {
+            EXPECT_TRUE(asked.Press(u"Y").change.areMarksRemoved);
+        }
+        EXPECT_EQ(asked.Press(u"E").change.question, u"苦手 5個の正解をすべて表示しました。\r\n学習を続けますか？"_s);
+        EXPECT_FALSE(asked.change.isAboutMarks) << "asked once a round";
+        EXPECT_TRUE(asked.TurnPage().isPageChanged);
+        EXPECT_EQ(asked.Round().HardBlanks(), isRemoved ? std::vector<int>{2} : std::vector<int>({1, 2, 3, 4, 30}));
+        EXPECT_EQ(asked.Round().HardShownCount(), 0);
+        EXPECT_EQ(asked.TopLine(), isRemoved ? 2 : 1);
+    }
+    EXPECT_EQ(page.Press(u"EE").change.question, u"覚えた 1 個の苦手の印を外しますか？"_s);
+    EXPECT_EQ(page.Press(u"Y").State(), QString(30, u'-') + u" 6 2"_s) << "none are left: all as before";
+    EXPECT_EQ(page.Press(u"E").change.question, QString()) << "too few to ask";
+    EXPECT_EQ(page.Press(u"E").State(), u'-' + u"x"_s + QString(28, u'-') + u" 7 2"_s);
+    EXPECT_EQ(page.Press(u"S").change.markedBlank, 2) << "also while all are studied";
+    EXPECT_EQ(page.Press(u"S").Round().HardBlanks(), std::vector<int>({2, 3}));
+    EXPECT_EQ(KeyedPage(lines, 5).Press(u"S").State(), u'x' + QString(29, u'-') + u" 1 1"_s) << "nothing to mark";
+}
+
 TEST(StudyPage, Hint_LastsUntilAnswersOrPageChange)
 {
     const QStringList lines = {u"[a] [word]"_s, u"[漢字]"_s, u"-"_s};
     // Keys; then the blank whose first character is shown.
     const Rows<QString, int> rows = {
         {u"I"_s, 0}, // it would be the whole answer
-        {u"EI"_s, 2},  {u">>I"_s, 2},  {u"<I"_s, 3},  {u">>CI"_s, 0}, {u"EII"_s, 2}, {u"EI>"_s, 2},
-        {u"EIM"_s, 2}, {u"EIE"_s, 0},  {u"EIL"_s, 0}, {u"EIH"_s, 0},  {u"EIO"_s, 0}, {u"EIv"_s, 0},
+        {u"EI"_s, 2},  {u">>I"_s, 2},  {u"<I"_s, 3},  {u">>CI"_s, 0}, {u"EII"_s, 2},  {u"EI>"_s, 2},
+        {u"EIM"_s, 2}, {u"EIE"_s, 0},  {u"EIL"_s, 0}, {u"EIH"_s, 0},  {u"EMIO"_s, 0}, {u"EIv"_s, 0},
         {u"EIi"_s, 0}, {u"EI>C"_s, 0}, {u"EI2"_s, 2}, {u"<I1"_s, 0}, // out of view
     };
     for (const auto &[keys, blank] : rows)
         EXPECT_EQ(KeyedPage(lines, 2).Press(keys).HintedBlank(), blank) << keys.toStdString();
     EXPECT_EQ(KeyedPage(lines, 2).Press(u"EI<I").change.hints, std::vector<int>({2, 3})) << "both are repainted";
+    // Keys; then how many characters are shown.
+    for (const auto &[keys, length] :
+         {std::pair(u"EI", 1), {u"EII", 2}, {u"EIII", 3}, {u"EIIII", 3}, {u"EIIiI", 1}, {u"EII<I", 1}})
+        EXPECT_EQ(KeyedPage(lines, 2).Press(keys).HintLength(), length) << QStringView(keys).toUtf8().toStdString();
 }
 
 TEST(StudyPage, ShorterText_LeavesNoPlaceOfOldOne)
@@ -202,8 +263,8 @@ TEST(StudyPage, LineWhereUserStopped_IsOfferedUntilPageMoves)
 {
     // The line, keys and the length of the text that is read then; then the offered line and where the user stops.
     const Rows<int, QString, int, int, int> rows = {
-        {4, u""_s, 5, 4, 4},    {4, u"EHU"_s, 5, 4, 4}, {5, u""_s, 4, 0, 1}, {4, u"N"_s, 5, 0, 3},
-        {4, u"NPP"_s, 5, 0, 1}, {1, u""_s, 5, 0, 1},    {6, u""_s, 9, 0, 1},
+        {4, u""_s, 5, 4, 4},    {4, u"EHU"_s, 5, 4, 1}, {5, u""_s, 4, 0, 4},     {4, u"N"_s, 5, 0, 4},
+        {4, u"NPP"_s, 5, 0, 4}, {1, u"N"_s, 5, 0, 1},   {0, u"NEPP"_s, 5, 0, 5}, {2, u"NL"_s, 4, 0, 4},
     };
     for (const auto &[lastLine, keys, lineCount, offered, stopped] : rows) {
         KeyedPage page(Lines, 3, {}, lastLine);

@@ -335,6 +335,8 @@ TEST_F(StudySessionTest, FileOpenedAgain_OffersWhereUserStopped)
     const QString path = folder.WriteStudyFile(u"a.txt"_s, QStringList(200, u"[x]"_s));
     ASSERT_FALSE(session.Open(path).refusal);
     EXPECT_TRUE(session.Page().MoveToLine(120).isPageChanged);
+    EXPECT_TRUE(session.Page().Enter().isCounted);
+    EXPECT_TRUE(session.Page().MoveToLine(7).isPageChanged) << "the place is that of the answer";
     for (int times = 0; times < 2; ++times) {
         EXPECT_TRUE(session.Complete().isEmpty());
         ASSERT_FALSE(session.Open(path).refusal);
@@ -381,7 +383,7 @@ TEST_F(StudySessionTest, MinutePassed_AnswersSoFarAreOnDisk)
         EXPECT_EQ(Row(u"dt_end, num_answer"_s), row) << name;
     }
     EXPECT_TRUE(services.messages.isEmpty());
-    EXPECT_EQ(session.ToggleHard(1).markedBlank, 1);
+    EXPECT_EQ(session.Page().ToggleHard(1).markedBlank, 1);
     EXPECT_TRUE(session.Page().Enter().isCounted);
     session.CompleteSoFar();
     EXPECT_EQ(folder.Read(u"ListMark.txt"_s) + folder.Read(u"ListPlace.txt"_s), "(no file)(no file)");

@@ -33,8 +33,17 @@ TEST_F(StudyWindowTest, BlanksMarkedHard_AreStudiedAlone)
     Press(Qt::Key_Return);
     EXPECT_EQ(Label(u"lblShown"), u"表示 4 / 4"_s);
     EXPECT_EQ(Label(u"lblNum"), u"2"_s);
+    script.Click(u"frmMsg"_s, u"cmdCancel"_s);
     Press(Qt::Key_Return);
+    EXPECT_EQ(script.messages, QStringList(u"覚えた 1 個の苦手の印を外しますか？"_s));
     EXPECT_EQ(Label(u"lblShown"), u"表示 3 / 4"_s) << "a new round of hard blanks";
+    Press(Qt::Key_Return);
+    script.Click(u"frmMsg"_s, u"cmdOK"_s);
+    Press(Qt::Key_Return);
+    EXPECT_FALSE(onlyHard->isEnabled()) << "the last mark was removed";
+    EXPECT_EQ(Label(u"lblShown"), u"表示 1 / 4"_s) << "as before";
+    Click(Qt::MiddleButton, 1, 2);
+    onlyHard->click();
     Click(Qt::RightButton, 1, 1);
     EXPECT_FALSE(onlyHard->isChecked());
     EXPECT_EQ(Label(u"lblShown"), u"表示 0 / 4"_s);
@@ -46,7 +55,25 @@ TEST_F(StudyWindowTest, BlanksMarkedHard_AreStudiedAlone)
     EXPECT_EQ(Label(u"lblShown"), u"表示 4 / 5"_s) << "the mark moved with its line";
     window->close();
     ASSERT_EQ(database.Open(folder.Path(u"k.splite3"_s)), 0);
-    EXPECT_EQ(Sessions().last().section(u'\t', -1), u"2"_s);
+    EXPECT_EQ(Sessions().last().section(u'\t', -1), u"3"_s);
+}
+
+TEST_F(StudyWindowTest, ShiftEnter_MarksWhatWasMissedAndGoesOn)
+{
+    OpenWith({u"[a] [b] [word]"_s});
+    QTest::keyClick(page, Qt::Key_Return, Qt::ShiftModifier);
+    EXPECT_EQ(Label(u"lblNum"), u"1"_s);
+    EXPECT_EQ(Label(u"lblHard"), QString()) << "nothing had been shown";
+    QTest::keyClick(page, Qt::Key_Return, Qt::ShiftModifier);
+    EXPECT_EQ(Label(u"lblNum"), u"2"_s);
+    EXPECT_EQ(Label(u"lblHard"), u"苦手 1"_s);
+    EXPECT_TRUE(WaitFor([this] { return folder.Read(u"ListMark.txt"_s).endsWith("[word]\t1\r\n"); }));
+    for (int length = 1; length <= 2; ++length) {
+        QTest::keyPress(page, Qt::Key_Control);
+        QTest::keyClick(page, Qt::Key_I, Qt::ControlModifier);
+        EXPECT_EQ(page->Page().HintLength(), length) << "it grows, although Ctrl was pressed again";
+    }
+    EXPECT_EQ(Label(u"lblNum"), u"2"_s) << "a hint does not count";
 }
 
 TEST_F(StudyWindowTest, MarksNotSavedDuringQuestion_AreReportedAfterItsAnswer)
@@ -100,6 +127,8 @@ TEST_F(StudyWindowTest, FileReopened_OffersLineWhereUserStopped)
     Open();
     EXPECT_EQ(Label(u"lblOffer"), u"(hidden)"_s);
     scroll->setValue(120);
+    Press(Qt::Key_Return);
+    scroll->setValue(7);
     window->close();
 
     ASSERT_EQ(database.Open(folder.Path(u"k.splite3"_s)), 0);
