@@ -165,10 +165,10 @@ TEST(DialogFocus, DialogRestored_TakesNoFocus)
     owner.show();
     QDialog dialog(&owner);
     dialog.show();
-    dialog.setWindowState(Qt::WindowMinimized);
     owner.activateWindow();
     EXPECT_TRUE(QTest::qWaitFor([&owner] { return owner.isActiveWindow(); }));
-    dialog.setWindowState(Qt::WindowNoState);
-    QCoreApplication::processEvents();
+    QShowEvent restored;
+    QSpontaneKeyEvent::setSpontaneous(&restored); // as the window system sends it
+    qApp->notify(&dialog, &restored);
     EXPECT_TRUE(owner.isActiveWindow());
 }
