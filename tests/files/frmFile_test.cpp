@@ -17,6 +17,7 @@
 #include <QMimeData>
 #include <QPushButton>
 #include <QScreen>
+#include <QSignalSpy>
 #include <QTest>
 #include <QTextDocument>
 
@@ -284,8 +285,7 @@ TEST_F(FileWindowTest, FiguresNotRead_AreAbsentWithoutMessageUntilReopened)
         const auto *const tallying = window.findChild<QTimer *>(u"tmrTally"_s);
         const auto *const list = window.findChild<QListView *>(u"lstFile"_s);
         const auto described = [list] { return list->model()->index(0, 0).data(Qt::AccessibleTextRole).toString(); };
-        while (tallying->isActive())
-            QCoreApplication::processEvents();
+        EXPECT_TRUE(WaitFor([tallying] { return !tallying->isActive(); }));
         EXPECT_TRUE(WaitFor([described] { return described().contains(u'問'); }));
         return described();
     };
@@ -377,7 +377,14 @@ TEST_F(FileWindowTest, FolderWithTablesDropped_FilesAreReplacedAndTablesOffered)
     script.Click(u"frmMsg"_s, u"cmdOK"_s);
     script.Click(u"frmMsg"_s, u"cmdOK"_s);
     script.Click(u"frmTable"_s, u"cmdOK"_s);
-    script.Click(u"frmMsg"_s, u"cmdOK"_s);
+    script.When(u"frmMsg"_s, [](QWidget *message) {
+        DialogScript::Press(message, u"cmdOK"_s);
+        // On a slow machine the script looks for the second table's window before the first has taken this answer.
+        QTimer slow;
+        const QSignalSpy looks(&slow, &QTimer::timeout);
+        slow.start(10);
+        EXPECT_TRUE(WaitFor([&looks] { return looks.size() >= 3; }));
+    });
     script.Click(u"frmTable"_s, u"cmdCancel"_s);
     script.When(u"frmFile"_s, [](QWidget *dialog) {
         EXPECT_EQ(dialog->findChild<QListView *>(u"lstFile"_s)->currentIndex().data().toString(), u"1.txt"_s);

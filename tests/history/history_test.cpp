@@ -197,8 +197,7 @@ class HistoryWindowTest : public WindowTest
     /// Lets the window read all that it shows; on a slow machine that takes more than one slice.
     void LetRead() const
     {
-        while (window.findChild<HistoryPanel *>()->IsReading())
-            QCoreApplication::processEvents();
+        EXPECT_TRUE(WaitFor([this] { return !window.findChild<HistoryPanel *>()->IsReading(); }));
     }
 
     QStringList Records() const

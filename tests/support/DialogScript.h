@@ -7,9 +7,11 @@
 #include <QAbstractButton>
 #include <QAction>
 #include <QApplication>
+#include <QDialog>
 #include <QLabel>
 #include <QTimer>
 
+#include <algorithm>
 #include <deque>
 #include <functional>
 #include <gtest/gtest.h>
@@ -53,46 +55,64 @@ class DialogScript : public QObject
     QStringList messages;
 
   private:
-    static bool IsUsable(const QWidget *dialog)
+    /// Whether a window is visible, its buttons react, and no dialog that was opened over it is still closing. Until that
+    /// dialog's loop returns, whoever opened it has not taken the answer, and may close this window next.
+    static bool IsUsable(const QWidget *window)
     {
-        const auto *const ok = dialog->findChild<QAbstractButton *>(QStringLiteral("cmdOK"));
-        return dialog->isVisible() && (!ok || ok->isEnabled());
+        const auto *const ok = window->findChild<QAbstractButton *>(QStringLiteral("cmdOK"));
+        const auto dialogs = window->findChildren<QDialog *>(Qt::FindDirectChildrenOnly);
+        return window->isVisible() && (!ok || ok->isEnabled()) && std::ranges::none_of(dialogs, &QWidget::isHidden);
+    }
+
+    /// The window of the next step, if it is open and usable; otherwise nullptr.
+    QWidget *WindowOfNextStep() const
+    {
+        QWidget *const window = QApplication::activeModalWidget();
+        const bool isIt = window && !m_steps.empty() && window->objectName() == m_steps.front().first;
+        return isIt && IsUsable(window) ? window : nullptr;
     }
 
     void Look()
     {
-        QWidget *const dialog = QApplication::activeModalWidget();
-        if (!dialog || m_isQueued)
-            return;
-        if (m_steps.empty() || dialog->objectName() != m_steps.front().first || !IsUsable(dialog)) {
-            GiveUpOn(dialog);
-            return;
+        if (!WindowOfNextStep()) {
+            GiveUp();
+        } else if (!m_isQueued) {
+            // Queued, because a step may open and wait in the next window, and a timer does not fire again while its
+            // own handler is running.
+            m_isQueued = true;
+            QTimer::singleShot(0, this, &DialogScript::RunStep);
         }
-        m_waitedMs = 0;
-        const auto *const label = dialog->findChild<QLabel *>(QStringLiteral("lblMsg"));
-        if (label && label->window() == dialog) // a message that is closing is still a child of its owner
-            messages += label->text();
-        // Queued, because a step may open and wait in the next window, and a timer does not fire again while its own
-        // handler is running.
-        m_isQueued = true;
-        ++m_running;
-        QTimer::singleShot(0, dialog, [this, dialog, action = m_steps.front().second] {
-            m_isQueued = false;
-            action(dialog);
-            --m_running;
-        });
-        m_steps.pop_front();
     }
 
-    /// Closes a window that the script does not expect, which would block the test forever.
-    void GiveUpOn(QWidget *dialog)
+    void RunStep()
     {
+        m_isQueued = false;
+        QWidget *const window = WindowOfNextStep();
+        if (!window)
+            return; // it has closed meanwhile
+        m_waitedMs = 0;
+        if (const auto *const label = window->findChild<QLabel *>(QStringLiteral("lblMsg")))
+            messages += label->text();
+        const auto action = std::move(m_steps.front().second);
+        m_steps.pop_front();
+        ++m_running;
+        action(window);
+        --m_running;
+    }
+
+    /// Closes a menu or window that the script does not expect, which would block the test forever.
+    void GiveUp()
+    {
+        QWidget *const popup = QApplication::activePopupWidget();
+        QWidget *const window = popup ? popup : QApplication::activeModalWidget();
+        if (!window)
+            return;
         m_waitedMs += m_timer.interval();
         if (m_waitedMs < 20'000) // ten times what any window needs to become usable
             return;
         m_waitedMs = 0;
-        ADD_FAILURE() << "unexpected window " << dialog->objectName().toStdString();
-        dialog->hide();
+        ADD_FAILURE() << "unexpected window " << window->objectName().toStdString();
+        window->hide();
     }
 
     QTimer m_timer;
