@@ -55,28 +55,26 @@ class RunningProgram
     explicit RunningProgram(const QString &folder)
     {
         m_process.start(folder + u"\\Kotoban.exe"_s, QStringList());
-        EXPECT_TRUE(m_process.waitForStarted()) << folder.toStdString();
+        EXPECT_TRUE(m_process.waitForStarted(LongestWaitMs)) << folder.toStdString();
     }
 
-    /// Waits for a window of the program whose title matches a regular expression, and brings it to the front.
-    /// @return nullptr if none appears
-    HWND Window(const QString &title)
+    /// Waits for a window of the program whose title matches a regular expression. @return nullptr if none appears
+    HWND Window(const QString &title) const
     {
         HWND window = nullptr;
         EXPECT_TRUE(WaitFor([&] { return (window = FindShown(m_process.processId(), title)) != nullptr; }))
             << title.toStdString();
-        EXPECT_TRUE(WaitFor([&] {
-            if (!HasFocus(window))
-                SetForegroundWindow(window);
-            QTest::qWait(300); // a window that has just closed may briefly take the focus again
-            return HasFocus(window);
-        })) << title.toStdString();
         return window;
+    }
+
+    bool IsShown(const QString &title) const
+    {
+        return FindShown(m_process.processId(), title) != nullptr;
     }
 
     bool WaitUntilGone(const QString &title) const
     {
-        return WaitFor([&] { return FindShown(m_process.processId(), title) == nullptr; });
+        return WaitFor([&] { return !IsShown(title); });
     }
 
     /// Waits for the process to exit. @return its exit code, or 259 (STILL_ACTIVE) if it does not
@@ -94,24 +92,46 @@ class RunningProgram
     QProcess m_process;
 };
 
-/// Presses keys in order and releases them in reverse, in the foreground window, as fast as a person can.
-void Press(std::initializer_list<int> keys)
+/// Presses and releases a key in a window, which takes it after all before it, with the focus or without.
+void Press(HWND window, int key)
 {
-    std::vector<INPUT> inputs;
-    const auto add = [&inputs](int key, DWORD flags) {
-        INPUT input = {};
-        input.type = INPUT_KEYBOARD;
-        input.ki.wVk = WORD(key);
-        input.ki.wScan = WORD(MapVirtualKeyW(UINT(key), MAPVK_VK_TO_VSC));
-        input.ki.dwFlags = flags;
-        inputs.push_back(input);
-    };
-    for (const int key : keys)
-        add(key, 0);
-    for (auto key = std::rbegin(keys); key != std::rend(keys); ++key)
-        add(*key, KEYEVENTF_KEYUP);
-    SendInput(UINT(inputs.size()), inputs.data(), sizeof(INPUT));
-    QTest::qWait(200);
+    const LPARAM once = LPARAM(MapVirtualKeyW(UINT(key), MAPVK_VK_TO_VSC)) << 16 | 1;
+    PostMessageW(window, WM_KEYDOWN, WPARAM(key), once);
+    PostMessageW(window, WM_KEYUP, WPARAM(key), once | LPARAM(0xC0000000));
+}
+
+/// Presses a key in a message until it closes; its buttons are disabled at first.
+bool PressUntilClosed(HWND message, int key)
+{
+    return WaitFor([=] {
+        if (!IsWindowVisible(message))
+            return true;
+        Press(message, key);
+        return false;
+    });
+}
+
+/// Presses Alt and a key in a window until a condition holds. Only the window with the focus takes them, and one that
+/// has just closed may briefly take the focus again.
+bool PressAltUntil(HWND window, int key, const std::function<bool()> &isSo)
+{
+    return WaitFor([&] {
+        if (isSo())
+            return true;
+        if (!HasFocus(window)) {
+            SetForegroundWindow(window);
+            return false;
+        }
+        INPUT inputs[4] = {};
+        for (int i = 0; i < 4; ++i) {
+            inputs[i].type = INPUT_KEYBOARD;
+            inputs[i].ki.wVk = WORD(i == 0 || i == 3 ? VK_MENU : key);
+            inputs[i].ki.wScan = WORD(MapVirtualKeyW(inputs[i].ki.wVk, MAPVK_VK_TO_VSC));
+            inputs[i].ki.dwFlags = i < 2 ? 0 : KEYEVENTF_KEYUP;
+        }
+        SendInput(4, inputs, sizeof(INPUT));
+        return false;
+    });
 }
 
 class ProgramTest : public testing::Test
@@ -128,22 +148,39 @@ class ProgramTest : public testing::Test
         return QDir::toNativeSeparators(temporary.Path(name));
     }
 
-    static void LogIn(RunningProgram &program)
+    /// @return the file selection
+    static HWND LogIn(const RunningProgram &program)
     {
-        program.Window(u"ログイン画面"_s);
+        const HWND login = program.Window(u"ログイン画面"_s);
         for (const char key : {'H', 'A', 'N', 'A', 'K', 'O'})
-            Press({key});
-        Press({VK_RETURN});
-        program.Window(u"ファイル選択"_s);
+            Press(login, key);
+        Press(login, VK_RETURN);
+        return program.Window(u"ファイル選択"_s);
     }
 
-    /// Chooses the first study file. @return the study window
-    static HWND OpenFirstFile(RunningProgram &program)
+    /// Logs in and chooses the first study file. @return the study window, when it answers to keys
+    static HWND OpenFirstFile(const RunningProgram &program)
     {
-        Press({VK_HOME});
-        Press({VK_RETURN});
+        const HWND files = LogIn(program);
+        Press(files, VK_HOME);
+        Press(files, VK_RETURN);
         EXPECT_TRUE(program.WaitUntilGone(u"ファイル選択"_s));
-        return program.Window(u"\\[hanako\\]$"_s);
+        const HWND study = program.Window(u"\\[hanako\\]$"_s);
+        EXPECT_TRUE(HaveKeysArrived(program, study));
+        return study;
+    }
+
+    /// F2 does nothing but show a message; when that is there, the keys before it have arrived.
+    static bool HaveKeysArrived(const RunningProgram &program, HWND study)
+    {
+        const QString title = u"^瞬記帳$"_s;
+        const bool isShown = WaitFor([&] {
+            if (program.IsShown(title))
+                return true;
+            Press(study, VK_F2);
+            return false;
+        });
+        return isShown && PressUntilClosed(program.Window(title), VK_RETURN);
     }
 
     TestFolder temporary;
@@ -176,7 +213,6 @@ TEST_F(ProgramTest, SettingsFile_AgreesWithSystemProfileFunctions)
     const QByteArray settings = ToCodePage932(QString(folder + u"\\Kotoban.ini"_s));
     EXPECT_TRUE(WritePrivateProfileStringA("setting", "FormLeft", "37", settings.constData()));
     RunningProgram program(folder);
-    LogIn(program);
     const HWND window = OpenFirstFile(program);
     // GetWindowRect includes an invisible frame on the left.
     RECT place = {};
@@ -201,7 +237,6 @@ TEST_F(ProgramTest, SettingsInCodePage932_AreKeptWhenPositionIsWritten)
     const QByteArray settings = "[setting]\r\nTextEditor=" + ToCodePage932(editor) + "\r\n";
     temporary.Write(u"設定/Kotoban.ini"_s, settings);
     RunningProgram program(folder);
-    LogIn(program);
     PostMessageW(OpenFirstFile(program), WM_CLOSE, 0, 0);
     EXPECT_EQ(program.ExitCode(), 0);
     const QByteArray after = temporary.Read(u"設定/Kotoban.ini"_s);
@@ -216,15 +251,13 @@ TEST_F(ProgramTest, SecondInstanceInFolderSpelledDifferently_IsRefused)
     first.Window(u"ログイン画面"_s);
     const QByteArray log = temporary.Read(u"Two 画面/Kotoban_log.txt"_s);
     RunningProgram second(QString(folder).replace(u"Two"_s, u"TWO"_s));
-    second.Window(u"^Kotoban$"_s);
-    Press({VK_RETURN});
+    Press(second.Window(u"^Kotoban$"_s), VK_RETURN);
     EXPECT_EQ(second.ExitCode(), 1);
     EXPECT_TRUE(first.IsRunning());
     EXPECT_EQ(temporary.Read(u"Two 画面/Kotoban_log.txt"_s), log);
 
     RunningProgram elsewhere(MakeFolder(u"other"_s));
-    elsewhere.Window(u"ログイン画面"_s);
-    Press({VK_MENU, 'X'});
+    EXPECT_TRUE(PressAltUntil(elsewhere.Window(u"ログイン画面"_s), 'X', [&] { return !elsewhere.IsRunning(); }));
     EXPECT_EQ(elsewhere.ExitCode(), 0);
 }
 
@@ -232,14 +265,10 @@ TEST_F(ProgramTest, ReportAndLog_AreWrittenInCodePage932AndReportOpens)
 {
     const QString folder = MakeFolder(u"瞬記帳の 練習"_s);
     RunningProgram program(folder);
-    LogIn(program);
-    Press({VK_MENU, 'F'});
-    const HWND message = program.Window(u"^瞬記帳$"_s);
-    EXPECT_TRUE(WaitFor([message] { // the buttons are disabled at first
-        if (IsWindowVisible(message))
-            Press({VK_RETURN});
-        return !IsWindowVisible(message);
-    }));
+    const HWND files = LogIn(program);
+    const QString question = u"^瞬記帳$"_s;
+    EXPECT_TRUE(PressAltUntil(files, 'F', [&] { return program.IsShown(question); }));
+    EXPECT_TRUE(PressUntilClosed(program.Window(question), VK_RETURN));
     const QStringList reports = QDir(folder + u"\\rec"_s).entryList(QDir::Files);
     ASSERT_EQ(reports.size(), 1);
     EXPECT_TRUE(reports[0].startsWith(u"hanako_瞬記帳学習記録"_s)) << reports[0].toStdString();
@@ -249,8 +278,7 @@ TEST_F(ProgramTest, ReportAndLog_AreWrittenInCodePage932AndReportOpens)
     HWND editor = nullptr;
     EXPECT_TRUE(WaitFor([&] { return (editor = FindShown(0, QRegularExpression::escape(reports[0]))) != nullptr; }));
     PostMessageW(editor, WM_CLOSE, 0, 0);
-    program.Window(u"ファイル選択"_s);
-    Press({VK_MENU, 'X'});
+    EXPECT_TRUE(PressAltUntil(files, 'X', [&] { return !program.IsRunning(); }));
     EXPECT_EQ(program.ExitCode(), 0);
     const QByteArray log = temporary.Read(u"瞬記帳の 練習/Kotoban_log.txt"_s);
     EXPECT_TRUE(log.startsWith("Kotoban.exe\x81\x40Ver")) << log.toPercentEncoding().toStdString();
@@ -260,10 +288,11 @@ TEST_F(ProgramTest, ReportAndLog_AreWrittenInCodePage932AndReportOpens)
 TEST_F(ProgramTest, WindowsSessionEnds_StudySessionIsCompleted)
 {
     RunningProgram program(MakeFolder(u"logout"_s));
-    LogIn(program);
     const HWND window = OpenFirstFile(program);
-    Press({VK_RETURN});
-    Press({VK_RETURN});
+    for (int answers = 0; answers < 2; ++answers) {
+        Press(window, VK_RETURN);
+        EXPECT_TRUE(HaveKeysArrived(program, window));
+    }
     DWORD_PTR answer = 0;
     SendMessageTimeoutW(window, WM_QUERYENDSESSION, 0, LPARAM(ENDSESSION_LOGOFF), SMTO_NORMAL, 5000, &answer);
     EXPECT_EQ(answer, DWORD_PTR(TRUE));
