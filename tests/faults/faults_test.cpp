@@ -27,6 +27,7 @@
 #include "support/Rows.h"
 #include "support/StudyText.h"
 #include "support/TestFiles.h"
+#include "support/WaitFor.h"
 
 #include <QHash>
 #include <QProcess>
@@ -292,7 +293,7 @@ TEST_F(Faults, KilledAtRandomMoments_LosesNothingCompleted)
         program.setProcessChannelMode(QProcess::ForwardedErrorChannel);
         program.start(Driver,
                       {folder.Path(), u"study"_s, user, QString::number(run), QString::number(DrivenInterimSeconds)});
-        ASSERT_TRUE(program.waitForStarted());
+        ASSERT_TRUE(program.waitForStarted(LongestWaitMs));
         // Before the first window, after a completed session however slow the machine is, while marks or places are
         // written, and mostly while studying.
         const std::array<QByteArray, 8> moments = {"",      "completed ", "marking",     "leaving",
@@ -301,10 +302,10 @@ TEST_F(Faults, KilledAtRandomMoments_LosesNothingCompleted)
         const bool isWriting = awaited == "marking" || awaited == "leaving";
         QByteArray output;
         for (; !output.contains(awaited); output += program.readAllStandardOutput())
-            ASSERT_TRUE(program.waitForReadyRead());
+            ASSERT_TRUE(program.waitForReadyRead(LongestWaitMs));
         QThread::msleep(random() % (isWriting ? 30 : 300));
         program.kill();
-        program.waitForFinished();
+        program.waitForFinished(LongestWaitMs);
         ASSERT_EQ(program.exitStatus(), QProcess::CrashExit) << "it exited by itself before it was killed";
 
         output += program.readAllStandardOutput();
@@ -460,14 +461,14 @@ TEST_F(Faults, TwoSimultaneousStarts_ExactlyOneRuns)
             program.start(Driver, {folder.Path(), u"start"_s});
         QByteArrayList outputs;
         for (QProcess &program : programs) {
-            program.waitForReadyRead();
+            program.waitForReadyRead(LongestWaitMs);
             outputs += program.readAllStandardOutput().trimmed();
         }
         std::sort(outputs.begin(), outputs.end());
         EXPECT_EQ(outputs, QByteArrayList({"message 二重起動はできません。", "runs"}));
         for (QProcess &program : programs) {
             program.closeWriteChannel();
-            program.waitForFinished();
+            program.waitForFinished(LongestWaitMs);
         }
     }
 }
@@ -602,13 +603,13 @@ TEST_F(Faults, LockedDatabase_IsReportedAtOnceWithoutWaiting)
     QProcess other;
     other.start(u"sqlite3"_s, {databasePath});
     other.write("begin exclusive; select 'locked';\n");
-    ASSERT_TRUE(other.waitForReadyRead());
+    ASSERT_TRUE(other.waitForReadyRead(LongestWaitMs));
     const QStringList locked = {u"The database file is locked"_s, u"Err:SQLite3 NonQuery"_s};
     EXPECT_EQ(Record(), locked + locked);
     EXPECT_EQ(Read().LineCount(), 0);
     EXPECT_EQ(services.TakeMessages().filter(u"SQLite3Step returned"_s).size(), 1);
     other.closeWriteChannel();
-    other.waitForFinished();
+    other.waitForFinished(LongestWaitMs);
     EXPECT_TRUE(Record().isEmpty()) << "works again";
     EXPECT_EQ(Query(databasePath, "select count(*), num_answer from t_kotoban"), u"1|6"_s);
 }

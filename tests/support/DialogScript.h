@@ -55,8 +55,8 @@ class DialogScript : public QObject
     QStringList messages;
 
   private:
-    /// Whether a window is visible, its buttons react, and no dialog that was opened over it is still closing. Until that
-    /// dialog's loop returns, whoever opened it has not taken the answer, and may close this window next.
+    /// Whether a window is visible, its buttons react, and no dialog that was opened over it is still closing. Until
+    /// that dialog's loop returns, whoever opened it has not taken the answer, and may close this window next.
     static bool IsUsable(const QWidget *window)
     {
         const auto *const ok = window->findChild<QAbstractButton *>(QStringLiteral("cmdOK"));

@@ -8,9 +8,12 @@
 
 #include <functional>
 
-/// Runs the event loop until a condition holds. Gives up only after a time in which it would hold on any machine,
-/// however busy: no test may fail because a machine is slow.
+/// When to give up waiting: a time in which anything would happen on any machine, however busy. No test may fail
+/// because a machine is slow.
+constexpr int LongestWaitMs = 120'000;
+
+/// Runs the event loop until a condition holds.
 inline bool WaitFor(const std::function<bool()> &isSo)
 {
-    return QTest::qWaitFor(isSo, 120'000);
+    return QTest::qWaitFor(isSo, LongestWaitMs);
 }

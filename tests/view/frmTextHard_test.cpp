@@ -86,14 +86,14 @@ TEST_F(StudyWindowTest, MarksNotSavedDuringQuestion_AreReportedAfterItsAnswer)
     Click(Qt::MiddleButton, 1, 1);
     script.When(u"frmMsg"_s, [&](QWidget *) {
         const QSignalSpy tries(keeping, &QTimer::timeout);
-        EXPECT_TRUE(QTest::qWaitFor([&tries] { return tries.size() >= 1; }));
+        EXPECT_TRUE(WaitFor([&tries] { return tries.size() >= 1; }));
         EXPECT_TRUE(msg.findChild<QLabel *>(u"lblMsg"_s)->text().endsWith(u"続けますか？"_s));
         script.Click(u"frmMsg"_s, u"cmdOK"_s); // for the next message
         msg.findChild<QPushButton *>(u"cmdOK"_s)->click();
     });
     Press(Qt::Key_Return);
     EXPECT_EQ(Label(u"lblShown"), u"表示 0 / 20"_s) << "the answer was yes";
-    EXPECT_TRUE(QTest::qWaitFor([this] { return script.IsDone(); }));
+    EXPECT_TRUE(WaitFor([this] { return script.IsDone(); }));
     EXPECT_TRUE(script.messages.last().startsWith(u"苦手の印を保存できません。"_s));
 }
 

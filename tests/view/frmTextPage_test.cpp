@@ -228,7 +228,7 @@ TEST_F(StudyWindowTest, WindowAsLowAsItGoes_IsLaidOutAtEachWidth)
     for (int steps = 0; steps < 9; ++steps)
         QTest::keyClick(page, Qt::Key_Plus, Qt::ControlModifier);
     EXPECT_EQ(Label(u"lblZoom"), u"300 %"_s);
-    EXPECT_TRUE(QTest::qWaitFor([this] { return page->height() >= page->Layout().RowTopPx(2); }));
+    EXPECT_TRUE(WaitFor([this] { return page->height() >= page->Layout().RowTopPx(2); }));
 }
 
 TEST_F(StudyWindowTest, DesktopTurnsDark_PageFollows)

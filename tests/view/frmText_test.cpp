@@ -147,7 +147,7 @@ TEST_F(StudyWindowTest, FileReadAgain_KeepsAnswersOrOffersEditor)
     QTest::keyClick(page, Qt::Key_H, Qt::ControlModifier);
     script.Click(u"frmMsg"_s, u"cmdOK"_s);
     Child<QPushButton>(u"cmdReRead")->click();
-    EXPECT_TRUE(QTest::qWaitFor([this] { return QApplication::activeWindow() == window.get(); }));
+    EXPECT_TRUE(WaitFor([this] { return QApplication::activeWindow() == window.get(); }));
     QTest::keyClick(page, Qt::Key_Z, Qt::ControlModifier);
     EXPECT_EQ(script.messages.last(),
               QString(BracketCountMessage(2, u"[broken") + u"\r\n\r\nこのファイルを編集しますか？"_s)
@@ -169,13 +169,13 @@ TEST_F(StudyWindowTest, ShortenedFileReadAgain_ShowsNothingOfOldText)
     const auto press = [this](Qt::Key key) { QTest::keyClick(page, key, Qt::ControlModifier); };
     press(Qt::Key_F);
     auto *const txtSearch = window->findChild<QLineEdit *>(u"txtSearch"_s);
-    EXPECT_TRUE(QTest::qWaitFor([txtSearch] { return txtSearch->window()->isActiveWindow(); }));
+    EXPECT_TRUE(WaitFor([txtSearch] { return txtSearch->window()->isActiveWindow(); }));
     txtSearch->setText(u"two"_s);
     QTest::keyClick(txtSearch, Qt::Key_F3, Qt::ShiftModifier);
-    EXPECT_TRUE(QTest::qWaitFor([this] { return Label(u"lblKeyword").contains(u"9 / 9"_s); }));
+    EXPECT_TRUE(WaitFor([this] { return Label(u"lblKeyword").contains(u"9 / 9"_s); }));
     txtSearch->window()->close();
     window->activateWindow();
-    EXPECT_TRUE(QTest::qWaitFor([this] { return QApplication::activeWindow() == window.get(); }));
+    EXPECT_TRUE(WaitFor([this] { return QApplication::activeWindow() == window.get(); }));
     Press(Qt::Key_Return);
     press(Qt::Key_H);
     press(Qt::Key_Left);
@@ -263,7 +263,7 @@ TEST_F(StudyWindowTest, MinutePassedOrOutputRequested_AnswersSoFarAreOnDisk)
         {u"frmPicture"_s, [this] { Click(Qt::LeftButton, 20, 1); }},
     };
     for (const auto &[name, open] : outputs) {
-        EXPECT_TRUE(QTest::qWaitFor([this] { return QApplication::activeWindow() == window.get(); }));
+        EXPECT_TRUE(WaitFor([this] { return QApplication::activeWindow() == window.get(); }));
         Press(Qt::Key_Return);
         script.When(name, [&, name = name](QWidget *dialog) {
             EXPECT_EQ(answersOnDisk(), Label(u"lblNum")) << name.toStdString();

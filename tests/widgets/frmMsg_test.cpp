@@ -166,7 +166,7 @@ TEST(DialogFocus, DialogRestored_TakesNoFocus)
     QDialog dialog(&owner);
     dialog.show();
     owner.activateWindow();
-    EXPECT_TRUE(QTest::qWaitFor([&owner] { return owner.isActiveWindow(); }));
+    EXPECT_TRUE(WaitFor([&owner] { return owner.isActiveWindow(); }));
     QShowEvent restored;
     QSpontaneKeyEvent::setSpontaneous(&restored); // as the window system sends it
     qApp->notify(&dialog, &restored);
