@@ -18,7 +18,7 @@ wine=
 
 finish() {
     local pid
-    for pid in "${pids[@]}"; do
+    for pid in "${pids[@]}" ${program:+"$program"}; do
         kill "$pid" 2>/dev/null || true
     done
     wait 2>/dev/null || true
@@ -105,7 +105,6 @@ start_program() {
     fi
     "${command[@]}" >"$work/output" 2>&1 &
     program=$!
-    pids+=("$program")
 }
 
 # wait_for_end STATUS: waits until the program ends; fails if its exit status is another one.

@@ -28,11 +28,23 @@ expect() {
     [[ $2 == "$3" ]] || fail "$1: expected $2, found $3"
 }
 
-# hold KEY: holds a key down for as long as it takes the X server to repeat it some twenty times.
+key_presses_are() {
+    [[ $(grep -c '^KeyPress' "$work/keys") -ge $1 ]]
+}
+
+# hold KEY TITLE: holds a key down until the window with that title has the focus and the X server has repeated the key
+# twenty times there.
 hold() {
+    local id watcher
     xdotool keydown "$1"
-    sleep 1.5
+    wait_for "$2" is_focused "$2"
+    id=$(window "$2")
+    true >"$work/keys"
+    stdbuf -oL xev -id "$id" -event keyboard >>"$work/keys" &
+    watcher=$!
+    wait_for "twenty repetitions of $1" key_presses_are 20
     xdotool keyup "$1"
+    kill "$watcher"
 }
 
 expect_on_screen() {
@@ -75,10 +87,9 @@ end() {
 
 start_desktop ${width}x$height 90
 begin Return Return Return Return
-hold Return
+hold Return "$study"
 press 23 Return
-hold Return
-wait_for "the end question" is_focused '^瞬記帳$'
+hold Return '^瞬記帳$' # the question at the end
 press_until "$study" Escape
 end
 expect "answers" 24 "$(answers)"
