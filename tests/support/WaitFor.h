@@ -4,7 +4,9 @@
 // Waiting for what events, timers or other processes bring about.
 #pragma once
 
-#include <QTest>
+#include <QCoreApplication>
+#include <QDeadlineTimer>
+#include <QTimer>
 
 #include <functional>
 
@@ -12,8 +14,18 @@
 /// because a machine is slow.
 constexpr int LongestWaitMs = 120'000;
 
-/// Runs the event loop until a condition holds.
+/// Runs the event loop until a condition holds. Unlike QTest::qWaitFor() it does not sleep while there are events, so
+/// that work in slices takes no longer than in the program.
 inline bool WaitFor(const std::function<bool()> &isSo)
 {
-    return QTest::qWaitFor(isSo, LongestWaitMs);
+    const QDeadlineTimer longest(LongestWaitMs);
+    QTimer looking; // for what comes without an event
+    looking.start(10);
+    while (!isSo()) {
+        if (longest.hasExpired())
+            return false;
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+    return true;
 }
