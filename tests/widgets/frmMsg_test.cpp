@@ -19,6 +19,11 @@ namespace {
 class MsgTest : public WindowTest
 {
   protected:
+    MsgTest()
+    {
+        msg.findChild<QTimer *>(u"Timer1"_s)->setInterval(300); // as in the program
+    }
+
     /// Shows the dialog and calls atOnce when it has become visible, before its timer fires.
     MsgResult Show(const QString &message, MsgStyle style, const std::function<void()> &atOnce)
     {
