@@ -8,7 +8,6 @@
 #include "base/modLog.h"
 #include "history/HistoryChart.h"
 #include "history/HistoryModel.h"
-#include "platform/modReplaceFile.h"
 #include "settings/modEditor.h"
 #include "widgets/BlockedWindow.h"
 #include "widgets/NamedControls.h"
@@ -183,9 +182,8 @@ void HistoryPanel::cmdFile_Click()
     }
     const QString path =
         JoinPath(m_reportFolder, ReportFileName(m_userName, m_services.Now().date(), m_reader.Result().Weeks()));
-    QString message;
-    if (!WriteReport(path, m_reader.Result(), &message)) {
-        m_msg.DispFrmMsg(window(), message, MsgStyle::Ok, u"notify.wav"_s);
+    if (const FileFault fault = WriteReport(path, m_reader.Result())) {
+        m_msg.DispFrmMsg(window(), ReportNotWrittenMessage(fault), MsgStyle::Ok, u"notify.wav"_s);
         return;
     }
     const QString question = u"学習記録をファイルに出力しました。\r\nこのファイルを開きますか？\r\n"_s;

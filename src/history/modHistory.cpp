@@ -5,7 +5,6 @@
 
 #include "base/modCodePage.h"
 #include "base/modDateText.h"
-#include "base/modFile.h"
 #include "platform/modReplaceFile.h"
 
 #include <QRegularExpression>
@@ -129,10 +128,12 @@ QString ReportText(const History &history)
     return text + u"総学習時間＝"_s + history.TotalTime() + u"  総回答数＝"_s + history.TotalAnswers() + u"\r\n"_s;
 }
 
-bool WriteReport(const QString &path, const History &history, QString *message)
+FileFault WriteReport(const QString &path, const History &history)
 {
-    const FileFault fault = ReplaceFile(path, ToCodePage932(ReportText(history)));
-    if (fault)
-        *message = FaultMessage(u"学習記録をファイルに出力できません。"_s, fault);
-    return !fault;
+    return ReplaceFile(path, ToCodePage932(ReportText(history)));
+}
+
+QString ReportNotWrittenMessage(const FileFault &fault)
+{
+    return FaultMessage(u"学習記録をファイルに出力できません。"_s, fault);
 }

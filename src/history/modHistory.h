@@ -4,6 +4,7 @@
 // The study history: the sessions of some weeks as lines of text, their totals, and the report file.
 #pragma once
 
+#include "base/modFile.h"
 #include "store/modDB_SQLite.h"
 
 #include <vector>
@@ -152,6 +153,8 @@ QString ReportFileName(const QString &userName, const QDate &today, int weeks);
 /// The report: the history's lines and a line of totals, each ended by CR LF.
 QString ReportText(const History &history);
 
-/// Writes the report in code page 932, replacing an existing file.
-/// @return false on failure; message then holds the complete text for the user, and an existing file is unchanged
-bool WriteReport(const QString &path, const History &history, QString *message);
+/// Writes the report in code page 932, replacing an existing file. After a fault an existing file is unchanged.
+FileFault WriteReport(const QString &path, const History &history);
+
+/// The complete text for the user about a report that could not be written.
+QString ReportNotWrittenMessage(const FileFault &fault);

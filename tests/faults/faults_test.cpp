@@ -240,7 +240,7 @@ class Faults : public testing::Test
                  reason = WriteSheet(source, path, true);
                  return reason.isEmpty();
              }},
-            {u"rec/report.txt"_s, old, [this](const QString &path) { return WriteReport(path, History(), &reason); }},
+            {u"rec/report.txt"_s, old, [this](const QString &path) { return Tell(WriteReport(path, History())); }},
             {u"txt/converted.txt"_s, "short",
              [this](const QString &path) {
                  QString kept;
