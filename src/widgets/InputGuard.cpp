@@ -35,7 +35,7 @@ bool SendAsRepetition(QObject *receiver, QKeyEvent *press)
                          press->nativeVirtualKey(), press->nativeModifiers(), press->text(), true);
     repetition.setTimestamp(press->timestamp());
     QCoreApplication::sendEvent(receiver, &repetition);
-    press->setAccepted(repetition.isAccepted());
+    press->accept(); // or Qt would offer it to the receiver's parents, which the repetition has reached already
     return true;
 }
 

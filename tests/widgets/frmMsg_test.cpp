@@ -62,6 +62,29 @@ TEST_F(MsgTest, KeyBeforeTimer_IsIgnored)
     EXPECT_EQ(services.sounds, QStringList(QDir::toNativeSeparators(u"wav/notify.wav"_s)));
 }
 
+TEST_F(MsgTest, HeldKeyThatNobodyTakes_ReachesEachWidgetOnce)
+{
+    class Counter : public QWidget
+    {
+      public:
+        using QWidget::QWidget;
+        int presses = 0;
+
+      protected:
+        void keyPressEvent(QKeyEvent *event) override
+        {
+            ++presses;
+            event->ignore();
+        }
+    };
+    Counter window;
+    auto *const inner = new Counter(&window);
+    SendKey(inner, QEvent::KeyRelease, Qt::Key_A, 1000, false);
+    SendKey(inner, QEvent::KeyPress, Qt::Key_A, 1000, false);
+    EXPECT_EQ(inner->presses, 1);
+    EXPECT_EQ(window.presses, 1);
+}
+
 TEST_F(MsgTest, HeldKey_AnswersOnlyAfterReleaseAndNewPress)
 {
     const Rows<int, MsgResult> rows = {{Qt::Key_Return, MsgResult::Ok},
