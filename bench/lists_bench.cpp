@@ -71,13 +71,14 @@ void TypeSearch(benchmark::State &state)
 {
     const DisplayText text = LoadText(StudyFilePath(state.range(0)));
     KeywordSearch search(KeywordsOf(text, 500));
-    const int topLine = qMax(1, text.LineCount() - 10'000);
+    SearchedPage page{.topLine = qMax(1, text.LineCount() - 10'000)};
     const QString wanted = text.Line(text.LineCount()).trimmed().toString();
     double longest = 0;
     double toHit = 0;
     for (auto step : state) {
         frmSearch window(
-            search, [topLine] { return topLine; }, nullptr);
+            search, [&page] { return page; }, nullptr);
+        QObject::connect(&window, &frmSearch::SpanChosen, [&page](const TextSpan &found) { page.found = found; });
         window.SetText(&text);
         window.Open();
         QCoreApplication::processEvents();

@@ -29,8 +29,8 @@ constexpr int ShowEveryMs = 100; // counts that change faster cannot be read
 
 } // namespace
 
-frmSearch::frmSearch(KeywordSearch &search, std::function<int()> topLine, QWidget *owner, int sliceMs)
-    : QDialog(owner), m_search(search), m_topLine(std::move(topLine)), m_sliceMs(sliceMs),
+frmSearch::frmSearch(KeywordSearch &search, std::function<SearchedPage()> page, QWidget *owner, int sliceMs)
+    : QDialog(owner), m_search(search), m_page(std::move(page)), m_sliceMs(sliceMs),
       m_entries(new SearchModel(search, this)), m_counting(new QTimer(this)),
       lblHint(NamedLabel(u"lblHint"_s, search.List().fault, this)),
       lblFound(NamedLabel(u"lblFound"_s, QString(), this)), txtSearch(new QLineEdit(this)),
@@ -140,8 +140,8 @@ void frmSearch::Refresh()
     m_hits = nullptr;
     m_keywordHits.reset();
     m_pendingStep.reset();
-    m_step = HitStep();
-    m_entries->SetFilter(txtSearch->text(), m_topLine());
+    m_hasStepped = false;
+    m_entries->SetFilter(txtSearch->text(), m_page().topLine);
     lstKeyword->scrollToTop(); // shows the first row, the hits of the typed text
     lblFound->clear();
     m_sinceShown.invalidate();
@@ -176,14 +176,15 @@ void frmSearch::ShowState()
 {
     if (!m_hits)
         return;
+    const TextSpan found = m_page().found;
     const QString where =
-        m_pendingStep ? QString(u"探しています　"_s + CountText(m_hits->Count(), false)) : StepText(*m_hits, m_step);
-    const QString wrap = m_pendingStep ? QString() : WrapText(m_step, m_wasBackwards);
+        m_pendingStep ? QString(u"探しています　"_s + CountText(m_hits->Count(), false)) : StepText(*m_hits, found);
+    const QString wrap = m_pendingStep ? QString() : m_wrap;
     const QString whole = wrap.isEmpty() ? where : QString(where + u'　' + wrap);
     if (whole == lblFound->text())
         return;
     lblFound->setText(whole);
-    Q_EMIT StateChanged(m_wanted, m_pendingStep || m_step.span.line > 0, where, wrap);
+    Q_EMIT StateChanged(m_wanted, m_pendingStep || found.line > 0, where, wrap);
 }
 
 void frmSearch::txtSearch_Change()
@@ -219,8 +220,7 @@ void frmSearch::GoOn(bool backwards)
         return;
     const bool isNew = TakeEntry(row);
     // Another entry also continues from the last hit, unless the user has moved to another page since.
-    const bool goesOn = m_step.span.line > 0 && (!isNew || m_topLine() == m_topAtStep);
-    m_pendingStep = PendingStep{goesOn ? m_step.span : TextSpan{.line = m_topLine()}, backwards};
+    m_pendingStep = PendingStep{m_hasStepped && (!isNew || m_page().isAtFound), backwards};
     lblFound->clear(); // so that ShowState reports even an unchanged state
     CountOn();
     ShowState();
@@ -236,19 +236,21 @@ bool frmSearch::TakeEntry(int row)
         return false;
     m_wanted = wanted;
     m_isWantedTyped = isTyped;
-    m_keywordHits = isTyped ? nullptr : m_search.HitsOf(wanted, m_topLine());
+    m_keywordHits = isTyped ? nullptr : m_search.HitsOf(wanted, m_page().topLine);
     m_hits = isTyped ? &m_entries->TypedHits() : m_keywordHits.get();
     return true;
 }
 
 void frmSearch::TryStep(const QDeadlineTimer &until)
 {
-    const std::optional<HitStep> step = m_hits->Next(m_pendingStep->from, m_pendingStep->isBackwards, until);
+    const SearchedPage page = m_page();
+    const bool isFromHit = m_pendingStep->isFromHit && page.found.line > 0;
+    const TextSpan from = isFromHit ? page.found : TextSpan{.line = page.topLine};
+    const std::optional<HitStep> step = m_hits->Next(from, m_pendingStep->isBackwards, until);
     if (!step)
         return;
-    m_step = *step;
-    m_wasBackwards = m_pendingStep->isBackwards;
+    m_wrap = WrapText(*step, m_pendingStep->isBackwards);
     m_pendingStep.reset();
-    Q_EMIT SpanChosen(m_step.span);
-    m_topAtStep = m_topLine();
+    m_hasStepped = true;
+    Q_EMIT SpanChosen(step->span);
 }

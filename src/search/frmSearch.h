@@ -19,15 +19,23 @@ class QListView;
 class QTimer;
 class SearchModel;
 
+/// Where the user is in the open text. The page owns it; the search asks for it at each step and keeps none of it.
+struct SearchedPage
+{
+    int topLine = 1;        ///< in view
+    TextSpan found{};       ///< the hit that the last step went to; on line 0 if there is none
+    bool isAtFound = false; ///< whether the page has not moved since that step
+};
+
 class frmSearch : public QDialog
 {
     Q_OBJECT
 
   public:
-    /// @param topLine  returns the top line of the page in view, from which a search starts
+    /// @param page  tells where the user is; shows each hit of SpanChosen at once
     /// @param sliceMs  longest time to count without a break, exceeded by a few lines at most; a quarter of a frame or
     /// less
-    frmSearch(KeywordSearch &search, std::function<int()> topLine, QWidget *owner, int sliceMs = 2);
+    frmSearch(KeywordSearch &search, std::function<SearchedPage()> page, QWidget *owner, int sliceMs = 2);
 
     /// Shows the window with its text box ready for typing: beside its owner at first, later where the user left it.
     void Open();
@@ -59,7 +67,7 @@ class frmSearch : public QDialog
     /// A requested step that needs more counting.
     struct PendingStep
     {
-        TextSpan from;
+        bool isFromHit; ///< or else from the top line
         bool isBackwards;
     };
 
@@ -77,7 +85,7 @@ class frmSearch : public QDialog
     void cmdBack_Click();
 
     KeywordSearch &m_search;
-    std::function<int()> m_topLine;
+    std::function<SearchedPage()> m_page;
     int m_sliceMs;
     SearchModel *m_entries;
     QTimer *m_counting;         // runs while something is left to count
@@ -88,9 +96,8 @@ class frmSearch : public QDialog
     std::unique_ptr<Hits> m_keywordHits; // if a keyword is searched for
     Hits *m_hits = nullptr;              // of the entry searched for: m_keywordHits or those of the typed text
     std::optional<PendingStep> m_pendingStep;
-    HitStep m_step;              // the last one taken
-    bool m_wasBackwards = false; // whether it went back
-    int m_topAtStep = 0;         // top line after it
+    bool m_hasStepped = false; // whether the page's hit is from this search
+    QString m_wrap;            // notice of the last step
     bool m_wasPlaced = false;
     QLabel *lblHint;
     QLabel *lblFound;

@@ -19,13 +19,12 @@ QString CountText(int count, bool isComplete)
     return QString::number(count) + (isComplete ? u"か所"_s : u"か所…"_s);
 }
 
-QString StepText(const Hits &hits, const HitStep &step)
+QString StepText(const Hits &hits, const TextSpan &found)
 {
-    if (step.span.line == 0)
+    if (found.line == 0)
         return u"見つかりません"_s;
-    return hits.IsComplete()
-               ? QString(QString::number(hits.NumberOf(step.span)) + u" / " + QString::number(hits.Count()))
-               : CountText(hits.Count(), false);
+    return hits.IsComplete() ? QString(QString::number(hits.NumberOf(found)) + u" / " + QString::number(hits.Count()))
+                             : CountText(hits.Count(), false);
 }
 
 QString WrapText(const HitStep &step, bool backwards)

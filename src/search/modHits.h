@@ -73,8 +73,9 @@ class Hits
 /// Text for the number of hits: 「6か所」, or 「6か所…」 while counting.
 QString CountText(int count, bool isComplete);
 
-/// Text for a step: 「2 / 6」 once all is counted, the count until then; 「見つかりません」 if there are no hits.
-QString StepText(const Hits &hits, const HitStep &step);
+/// Text for the hit that a step went to: 「2 / 6」 once all is counted, the count until then; 「見つかりません」 if
+/// there are no hits.
+QString StepText(const Hits &hits, const TextSpan &found);
 
 /// Text for a step that wrapped around: 「先頭に戻りました」, or backwards 「末尾に戻りました」; empty for any other
 /// step.

@@ -326,6 +326,7 @@ PageChange StudyPage::ShowFound(const TextSpan &found)
     if (found.line > 0 && !InView().Holds(found.line))
         change = MoveToLine(qMax(1, found.line - linesAbove));
     m_places.found = found;
+    m_places.topAtFound = TopLine();
     change.isPageChanged |= BringCellsIntoView(found);
     change.isHitMoved = true;
     return change;

@@ -98,6 +98,12 @@ class StudyPage
         return m_places.found;
     }
 
+    /// Whether there is such a hit and the page has not moved since ShowFound.
+    bool IsAtFound() const
+    {
+        return m_places.found.line > 0 && m_places.topAtFound == TopLine();
+    }
+
     /// The hidden blank in view whose first characters are shown, and how many.
     int HintedBlank() const
     {
@@ -242,6 +248,7 @@ class StudyPage
         int topLine = 1;
         TextSpan current{};
         TextSpan found{};
+        int topAtFound = 0; ///< top line after the search went there
         int hintedBlank = 0;
         int hintLength = 0;
         int wholeLine = 0; ///< line last shown as a whole, if no other answer was shown or hidden since

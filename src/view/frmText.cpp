@@ -254,7 +254,11 @@ void frmText::cmdSearch_Click()
             ReadKeywordList(JoinPath(m_context.applicationFolder, u"KeywordList.txt"_s)));
         m_search->SetText(&m_page.Text());
         m_frmSearch = new frmSearch(
-            *m_search, [this] { return m_page.TopLine(); }, this);
+            *m_search,
+            [this] {
+                return SearchedPage{m_page.TopLine(), m_page.Found(), m_page.IsAtFound()};
+            },
+            this);
         connect(m_frmSearch, &frmSearch::SpanChosen, this,
                 [this](const TextSpan &found) { Apply(m_page.ShowFound(found)); });
         connect(m_frmSearch, &frmSearch::StateChanged, m_stateBar, &StudyStateBar::ShowKeyword);

@@ -207,7 +207,7 @@ TEST_F(SearchTest, StepPastEnd_WrapsInBothDirections)
     }
     Hits one(&text, std::make_unique<PlainFinder>(u"!"_s), 1);
     const HitStep only = *one.Next(TextSpan(), false, noTime);
-    EXPECT_EQ(StepText(one, only), u"1 / 1"_s);
+    EXPECT_EQ(StepText(one, only.span), u"1 / 1"_s);
     EXPECT_EQ(WrapText(only, false), QString());
     EXPECT_EQ(WrapText(*one.Next(only.span, false, noTime), false), u"先頭に戻りました"_s);
     EXPECT_EQ(WrapText(*one.Next(only.span, true, noTime), true), u"末尾に戻りました"_s);
@@ -222,10 +222,10 @@ TEST_F(SearchTest, StartInMiddle_CountsFromThereAndWraps)
     const QDeadlineTimer noTime(0);
     EXPECT_FALSE(hits.CountOn(noTime));
     EXPECT_EQ(hits.Count(), 1);
-    EXPECT_EQ(StepText(hits, *hits.Next({9}, false, noTime)), u"1か所…"_s) << "its number is not known yet";
+    EXPECT_EQ(StepText(hits, hits.Next({9}, false, noTime)->span), u"1か所…"_s) << "its number is not known yet";
     while (!hits.CountOn(noTime)) {
     }
-    EXPECT_EQ(StepText(hits, *hits.Next({9}, false, noTime)), u"1 / 1"_s);
+    EXPECT_EQ(StepText(hits, hits.Next({9}, false, noTime)->span), u"1 / 1"_s);
 }
 
 TEST(PositionBeside, RoomOnOneSide_TakesThatSide)
@@ -248,7 +248,7 @@ TEST(PositionBeside, RoomOnOneSide_TakesThatSide)
 
 namespace {
 
-/// The search window for the test's text; tests set the top line of the page.
+/// The search window for the test's text, which goes on from where a test says that the user is.
 class SearchWindowTest : public SearchTest
 {
   protected:
@@ -257,10 +257,14 @@ class SearchWindowTest : public SearchTest
         search = std::make_unique<KeywordSearch>(ReadKeywordList(WriteList(keywords)));
         search->SetText(&text);
         window = std::make_unique<frmSearch>(
-            *search, [this] { return topLine; }, nullptr, sliceMs);
+            *search, [this] { return page; }, nullptr, sliceMs);
         list = window->findChild<QListView *>(u"lstKeyword"_s);
         typed = window->findChild<QLineEdit *>(u"txtSearch"_s);
-        QObject::connect(window.get(), &frmSearch::SpanChosen, [this](const TextSpan &span) { chosen += span; });
+        QObject::connect(window.get(), &frmSearch::SpanChosen, [this](const TextSpan &span) {
+            chosen += span;
+            page.found = span;
+            page.isAtFound = true;
+        });
         window->Open();
     }
 
@@ -280,7 +284,7 @@ class SearchWindowTest : public SearchTest
                           list->visualRect(list->model()->index(row, 0)).center());
     }
 
-    int topLine = 1;
+    SearchedPage page;
     std::unique_ptr<KeywordSearch> search;
     std::unique_ptr<frmSearch> window;
     QListView *list = nullptr;
@@ -340,16 +344,33 @@ TEST_F(SearchWindowTest, MarkupInKeyword_IsShownAsItIs)
 TEST_F(SearchWindowTest, NewSearch_StartsAtPageInView)
 {
     Open("stop");
-    topLine = 2;
+    page.topLine = 2;
     typed->setText(u"stop"_s);
     window->GoOn(false);
     EXPECT_EQ(chosen.last(), (TextSpan{3, 1, 4}));
-    topLine = 1;
+    page.topLine = 1;
+    page.isAtFound = false;
     ClickEntry(1);
     EXPECT_EQ(chosen.last(), (TextSpan{1, 14, 7})) << "the user has turned to another page";
     typed->setText(u"city"_s);
     window->GoOn(false);
     EXPECT_EQ(chosen.last(), (TextSpan{1, 25, 4})) << "from the top line again";
+}
+
+TEST_F(SearchWindowTest, PageForgetsHit_NextStepStartsAtTopLine)
+{
+    Open("stop");
+    ClickEntry(0);
+    window->GoOn(false);
+    EXPECT_EQ(chosen.last(), (TextSpan{1, 31, 4}));
+    page.found = TextSpan();
+    window->GoOn(false);
+    EXPECT_EQ(chosen.last(), (TextSpan{1, 14, 7}));
+    page.found = TextSpan();
+    page.topLine = 2;
+    window->GoOn(false);
+    EXPECT_EQ(chosen.last(), (TextSpan{3, 1, 4}));
+    EXPECT_EQ(Label(u"lblFound"_s), u"3 / 3"_s);
 }
 
 TEST_F(SearchWindowTest, TypedTextIsKeyword_KeywordCountsInflectedForms)

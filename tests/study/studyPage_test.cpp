@@ -319,10 +319,13 @@ TEST(StudyPage, HitFound_ComesIntoViewWithLinesAboveIt)
     for (const auto &[line, topLine] : {std::pair(50, 47), {57, 47}, {58, 55}, {2, 1}, {100, 97}}) {
         EXPECT_TRUE(page.ShowFound({line, 1, 1}).isHitMoved);
         EXPECT_EQ(page.TopLine(), topLine) << line;
+        EXPECT_TRUE(page.IsAtFound());
     }
     EXPECT_EQ(page.Press(u"P").Found().line, 100) << "stays marked";
+    EXPECT_FALSE(page.IsAtFound()) << "the user has moved";
     EXPECT_TRUE(page.ShowFound({}).isHitMoved);
     EXPECT_EQ(page.Found(), TextSpan());
+    EXPECT_FALSE(page.IsAtFound());
 }
 
 TEST(StudyPage, NoFile_NothingHappens)
