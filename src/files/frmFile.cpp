@@ -108,7 +108,7 @@ void frmFile::Form_Activate()
     txtFilter->clear();
     ListFiles();
     if (SelectedName().isEmpty())
-        Select(m_folder.NameOfTitle(m_places.LastTitle(m_userName)));
+        Select(m_folder.NameOfTitle(m_stops.LastTitle(m_userName)));
     m_history->ShowThisWeek();
     if (m_tallies.ReadRecent(m_services.Now().date()))
         m_tallying->start(0);

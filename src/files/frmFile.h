@@ -121,7 +121,7 @@ class frmFile : public QDialog
     StudyTallies m_tallies;
     QString m_userName;
     MarkList m_marks;
-    PlaceList m_places;
+    PlaceList m_stops;
     QString m_tableFolder; // initial folder of the next table dialog
     Editor m_editor;
     QString m_chosenPath;

@@ -17,7 +17,7 @@ using namespace Qt::Literals::StringLiterals;
 StudySession::StudySession(const SystemServices &services, StudyDatabase &database, const QString &listFolder,
                            const QString &userName, int interimSeconds)
     : m_services(services), m_database(database), m_userName(userName),
-      m_marks(JoinPath(listFolder, u"ListMark.txt"_s), userName), m_places(JoinPath(listFolder, u"ListPlace.txt"_s)),
+      m_marks(JoinPath(listFolder, u"ListMark.txt"_s), userName), m_stops(JoinPath(listFolder, u"ListPlace.txt"_s)),
       m_interimSeconds(interimSeconds)
 {
 }
@@ -45,7 +45,7 @@ StudyReading StudySession::Open(const QString &path)
     const QString title = GetFileTitle(path);
     const std::vector<int> hardBlanks = m_marks.Find(title, text);
     m_path = path;
-    m_page.Load(std::move(text), hardBlanks, m_places.Line(m_userName, title));
+    m_page.Load(std::move(text), hardBlanks, m_stops.Line(m_userName, title));
     m_clockStart = m_services.Now();
     return reading;
 }
@@ -94,7 +94,7 @@ QStringList StudySession::Complete()
         messages += MarksNotSavedMessage(fault);
     if (!m_page.IsFileOpen())
         return messages;
-    if (const FileFault fault = m_places.Write(m_userName, GetFileTitle(m_path), m_page.StoppedAt()))
+    if (const FileFault fault = m_stops.Write(m_userName, GetFileTitle(m_path), m_page.StoppedAt()))
         messages += FaultMessage(u"学習を終えた所を保存できません。"_s, fault);
     return messages;
 }

@@ -99,7 +99,7 @@ class StudySession
     StudyDatabase &m_database;
     QString m_userName;
     MarkList m_marks;
-    PlaceList m_places;
+    PlaceList m_stops; // where users stopped
     QDateTime m_start; // key of the row; invalid before the first session
     QString m_path;
     QDateTime m_fileTime; // modification time before the text was read
