@@ -3,9 +3,11 @@
 
 #include "widgets/InputGuard.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QInputMethodEvent>
 #include <QKeyEvent>
+#include <QShortcut>
 
 namespace {
 
@@ -26,6 +28,15 @@ bool IsInput(QEvent::Type type)
     default:
         return false;
     }
+}
+
+/// Whether a shortcut's owner runs only once while its key is held.
+bool IsSingleShot(const QObject *owner)
+{
+    if (const auto *const shortcut = qobject_cast<const QShortcut *>(owner))
+        return !shortcut->autoRepeat();
+    const auto *const action = qobject_cast<const QAction *>(owner);
+    return action && !action->autoRepeat();
 }
 
 /// Sends a key press again as a repetition. @return true, as for an event that is done with
@@ -69,6 +80,11 @@ bool InputGuard::eventFilter(QObject *receiver, QEvent *event)
         m_releasedKey = static_cast<QKeyEvent *>(event)->key();
         m_releasedMs = static_cast<QKeyEvent *>(event)->timestamp();
         return false;
+    case QEvent::ShortcutOverride: // comes before each Shortcut, which has no time
+        m_isShortcutRepeated = IsUnflaggedRepetition(*static_cast<QKeyEvent *>(event));
+        return false;
+    case QEvent::Shortcut:
+        return m_isShortcutRepeated && IsSingleShot(receiver);
     case QEvent::KeyPress: {
         auto *const press = static_cast<QKeyEvent *>(event);
         const int key = press->key();

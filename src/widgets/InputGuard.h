@@ -6,7 +6,8 @@
 //
 // It flags the repetitions of a held key that Qt could not flag with isAutoRepeat(): an X server without detectable
 // auto-repeat sends each as a release and a press with the same time, and the press may not have arrived when Qt
-// processes the release.
+// processes the release. A flag would come too late for a shortcut, which Qt runs before it delivers the press, so the
+// guard itself stops those that a held key must not repeat.
 //
 // It keeps an Enter or Escape that ends an input method's conversion from pressing a window's button. Most input
 // methods consume that key, but some pass it on before the conversion is finished.
@@ -38,5 +39,6 @@ class InputGuard : public QObject
     bool m_isInputIgnored = false;
     int m_releasedKey = 0;
     quint64 m_releasedMs = 0;
+    bool m_isShortcutRepeated = false; // whether the key that is looked up as a shortcut is such a repetition
     QObject *m_composing = nullptr; // the widget whose text is still being converted
 };

@@ -5,9 +5,11 @@
 #include "support/WindowTest.h"
 #include "widgets/DialogFocus.h"
 
+#include <QAction>
 #include <QPushButton>
 #include <QScreen>
 #include <QScrollArea>
+#include <QShortcut>
 #include <QTest>
 
 #include <gtest/gtest.h>
@@ -83,6 +85,40 @@ TEST_F(MsgTest, HeldKeyThatNobodyTakes_ReachesEachWidgetOnce)
     SendKey(inner, QEvent::KeyPress, Qt::Key_A, 1000, false);
     EXPECT_EQ(inner->presses, 1);
     EXPECT_EQ(window.presses, 1);
+}
+
+TEST_F(MsgTest, HeldKeyOfShortcuts_RepeatsOnlyThoseThatMayRepeat)
+{
+    QWidget window;
+    QAction action;
+    action.setAutoRepeat(false);
+    action.setShortcut(Qt::CTRL | Qt::Key_A);
+    window.addAction(&action);
+    QShortcut click(Qt::CTRL | Qt::Key_C, &window);
+    click.setAutoRepeat(false);
+    QShortcut move(Qt::CTRL | Qt::Key_M, &window);
+    int count = 0;
+    const auto done = [&count] { ++count; };
+    QObject::connect(&action, &QAction::triggered, done);
+    QObject::connect(&click, &QShortcut::activated, done);
+    QObject::connect(&move, &QShortcut::activated, done);
+    window.show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    for (const auto &[key, whileHeld] : {std::pair(Qt::Key_A, 1), {Qt::Key_C, 1}, {Qt::Key_M, 3}}) {
+        const auto press = [&window, key = key](ulong timeMs) {
+            qt_sendShortcutOverrideEvent(&window, timeMs, key, Qt::ControlModifier);
+        };
+        count = 0;
+        press(1000);
+        for (ulong timeMs = 1030; timeMs <= 1060; timeMs += 30) {
+            SendKey(&window, QEvent::KeyRelease, key, timeMs, false);
+            press(timeMs);
+        }
+        EXPECT_EQ(count, whileHeld) << "key " << key;
+        SendKey(&window, QEvent::KeyRelease, key, 1070, false);
+        press(1100);
+        EXPECT_EQ(count, whileHeld + 1) << "key " << key;
+    }
 }
 
 TEST_F(MsgTest, HeldKey_AnswersOnlyAfterReleaseAndNewPress)
