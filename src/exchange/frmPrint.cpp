@@ -17,6 +17,8 @@
 #include <QLabel>
 #include <QVBoxLayout>
 
+#include <tuple>
+
 using namespace Qt::Literals::StringLiterals;
 
 frmPrint::frmPrint(SystemServices &services, frmMsg &msg, const SettingsFile &settings, const MarkList &marks,
@@ -64,7 +66,7 @@ void frmPrint::cmdOK_Click()
         return;
     // Failing to store the choice does not stop the printing.
     if (chkAnswers->isChecked() != m_settings.ReadPrintAnswers())
-        m_settings.WritePrintAnswers(chkAnswers->isChecked());
+        std::ignore = m_settings.WritePrintAnswers(chkAnswers->isChecked());
     m_msg.PlayNamedSound(u"start.wav"_s);
     accept();
     if (!m_services.OpenWithShell(path, m_reportFolder))

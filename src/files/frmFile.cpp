@@ -124,12 +124,10 @@ void frmFile::cmdSelect_Click()
     if (path.isEmpty())
         return;
     StudyLines lines;
-    QString message;
-    int errorLine = 0;
-    if (!ReadTextFile(path, MaxLineBytes, &lines, &message, &errorLine)) {
-        const QString question = message + u"\r\nこのファイルを開きますか？"_s;
+    if (const TextRefusal refusal = ReadStudyText(path, MaxLineBytes, &lines)) {
+        const QString question = refusal.message + u"\r\nこのファイルを開きますか？"_s;
         if (m_msg.Ask(this, question) == MsgResult::Ok)
-            OpenInEditor(m_services, m_editor, path, errorLine);
+            OpenInEditor(m_services, m_editor, path, refusal.line);
         return;
     }
     m_msg.PlayNamedSound(u"start.wav"_s);

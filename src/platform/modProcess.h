@@ -9,7 +9,7 @@
 /// Starts a command line as a detached process, in a normal, focused window, without waiting for it. On systems other
 /// than Windows "notepad.exe" stands for the desktop's own plain-text editor.
 /// @return false if nothing could be started
-bool StartProcess(const QString &commandLine);
+[[nodiscard]] bool StartProcess(const QString &commandLine);
 
 /// Full path of the program that StartProcess would start for a command line, with links not followed. Empty if there
 /// is none, and for a "notepad.exe" that stands for the desktop's own editor.

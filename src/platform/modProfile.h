@@ -44,4 +44,4 @@ using ProfileEntry = std::pair<QString, QString>;
 /// place and its bytes. The file is replaced atomically, once for all values.
 /// @return false if a value has more than one line or a NUL, if the file has or would have more than MaxProfileBytes,
 /// or if it could not be written; it is then unchanged
-bool WriteProfile(const QString &path, const QString &section, const std::vector<ProfileEntry> &entries);
+[[nodiscard]] bool WriteProfile(const QString &path, const QString &section, const std::vector<ProfileEntry> &entries);

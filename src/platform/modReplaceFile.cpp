@@ -8,6 +8,8 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <tuple>
+
 namespace {
 
 constexpr qsizetype PieceBytes = 1 << 20; // bytes copied at a time
@@ -55,7 +57,7 @@ void FileReplacement::GiveUp()
 FileFault ReplaceFile(const QString &path, const QByteArray &bytes)
 {
     FileReplacement file(path);
-    file.Write(bytes);
+    std::ignore = file.Write(bytes); // Commit reports a failure
     return file.Commit();
 }
 

@@ -25,7 +25,7 @@ class FileReplacement
 
     /// Appends a piece.
     /// @return false after a failure, which Commit reports; further pieces are ignored
-    bool Write(const QByteArray &piece);
+    [[nodiscard]] bool Write(const QByteArray &piece);
 
     /// Gives the complete file its name and waits until it is on disk. Nothing may be written afterwards.
     /// @return the first fault since the beginning; the old file is then intact, and the temporary file is gone

@@ -9,4 +9,4 @@
 /// Opens a file or folder as a double click on it would, in a normal window, without waiting.
 /// @param workingFolder  working directory of the started program, where the system supports one
 /// @return false if nothing could be started
-bool ShellOpen(const QString &path, const QString &workingFolder);
+[[nodiscard]] bool ShellOpen(const QString &path, const QString &workingFolder);

@@ -81,30 +81,30 @@ class SettingsFile
 
     /// Writes FontSize, LineSpace, TextEditor and bolDispLineNum.
     /// @return false if the file could not be written; it is then unchanged
-    bool WriteFileIniEx(const Settings &settings) const;
+    [[nodiscard]] bool WriteFileIniEx(const Settings &settings) const;
 
     /// Writes the study window's left edge, in pixels. A negative one is not written, so the previous value is kept.
     /// @return false if the file could not be written; it is then unchanged
-    bool WriteFileIniFormPos(int leftPx) const;
+    [[nodiscard]] bool WriteFileIniFormPos(int leftPx) const;
 
     /// Writes the page colours. @return false if the file could not be written; it is then unchanged
-    bool WritePageColour(PageColourChoice choice) const;
+    [[nodiscard]] bool WritePageColour(PageColourChoice choice) const;
 
     /// Writes the study window's size, in pixels. @return false if the file could not be written
-    bool WriteFormSize(const QSize &sizePx) const;
+    [[nodiscard]] bool WriteFormSize(const QSize &sizePx) const;
 
     /// Writes the page zoom, in percent. @return false if the file could not be written
-    bool WriteZoom(int percent) const;
+    [[nodiscard]] bool WriteZoom(int percent) const;
 
     /// Whether a printed sheet includes its answers; true unless the file says otherwise.
     bool ReadPrintAnswers() const;
 
     /// Writes whether a printed sheet includes its answers. @return false if the file could not be written
-    bool WritePrintAnswers(bool withAnswers) const;
+    [[nodiscard]] bool WritePrintAnswers(bool withAnswers) const;
 
   private:
     ProfileSection ReadIni() const;
-    bool WriteIni(const std::vector<ProfileEntry> &entries) const;
+    [[nodiscard]] bool WriteIni(const std::vector<ProfileEntry> &entries) const;
 
     QString m_path;
 };

@@ -41,7 +41,7 @@ struct RecordedSession
 extern const QStringList KotobanSchema;
 
 /// Creates the table in a database that lacks it. @return whether it succeeded; if not, a message was shown
-bool DBCreateKotoban(StudyDatabase &database);
+[[nodiscard]] bool DBCreateKotoban(StudyDatabase &database);
 
 /// Creates the index in a database that has the table but lacks the index, such as one of another program. The history
 /// is only faster with it: where it cannot be created, as in a database that is locked or read-only, nothing is shown.

@@ -29,6 +29,7 @@
 #include <QWindow>
 
 #include <limits>
+#include <tuple>
 #include <type_traits>
 
 using namespace Qt::Literals::StringLiterals;
@@ -320,15 +321,16 @@ int frmText::LargestLeft(int widthPx) const
 }
 
 /// Saves the left edge and the size. A left edge beyond the allowed bound is clamped, or the next start would complain
-/// about a value that the program itself has written.
+/// about a value that the program itself has written. That the window opens elsewhere the next time is worth no message
+/// on the way to another file or out of the program.
 void frmText::SaveFormPos()
 {
     const bool isAsUsual = !isMaximized() && !isFullScreen();
     const QSize usualSize = isAsUsual ? size() : normalGeometry().size();
-    m_settingsFile.WriteFileIniFormPos(qMin(x(), LargestLeft(usualSize.width())));
-    m_settingsFile.WriteFormSize(usualSize);
+    std::ignore = m_settingsFile.WriteFileIniFormPos(qMin(x(), LargestLeft(usualSize.width())));
+    std::ignore = m_settingsFile.WriteFormSize(usualSize);
     if (m_isZoomChosen)
-        m_settingsFile.WriteZoom(m_zoom);
+        std::ignore = m_settingsFile.WriteZoom(m_zoom);
 }
 
 /// Moves the file selection window over the study window: centred, with its top at the button that opens it.

@@ -114,7 +114,7 @@ TEST(Zoom, AnyStartOrStep_StaysWithinZoomSteps)
     EXPECT_EQ(zoom(), 0);
     EXPECT_TRUE(file.WriteZoom(175));
     EXPECT_EQ(zoom(), 175);
-    file.WriteZoom(180);
+    EXPECT_TRUE(file.WriteZoom(180));
     EXPECT_EQ(zoom(), 0) << "not a step";
 }
 

@@ -48,7 +48,7 @@ class StudySessionTest : public testing::Test
     StudySessionTest()
     {
         database.Open(u":memory:"_s);
-        DBCreateKotoban(database);
+        EXPECT_TRUE(DBCreateKotoban(database));
     }
 
     /// The last row, or some columns of it.
