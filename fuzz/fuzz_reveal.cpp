@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Kotoban developers
 // SPDX-License-Identifier: MIT
 
-// Studying any text with any sequence of keys, clicks, searches, new sizes and new texts.
+// Studying any text with any sequence of keys, clicks, searches, new sizes, new texts and files closed and opened.
 #include "input.h"
 #include "require.h"
 #include "study/modPageText.h"
@@ -51,7 +51,7 @@ class Study
     explicit Study(const QByteArray &text) : m_bytes(text)
     {
         m_page.Load(TextOf(text), {}, int(text.size() % 9));
-        Run([this] { return Resize(4, 20); });
+        Run([this] { return Resize(4, 20, 0); });
     }
 
     /// Runs the next command and checks what must hold after each.
@@ -59,7 +59,7 @@ class Study
     {
         const int action = input->TakeByte();
         if (action % 16 == 8)
-            ReadAgain(input->TakeByte());
+            ChangeText(input->TakeByte());
         else if (action % 16 > 12)
             PressEnter();
         else
@@ -76,12 +76,13 @@ class Study
         case 1:
             return m_page.HideAll();
         case 2:
-            return Resize(byte % 9, input->TakeByte() % 40);
+            return Resize(byte % 9, input->TakeByte() % 40, byte / 9);
         case 3:
             return m_page.GoToTarget(byte > 127, byte % 2 == 0);
         case 4:
-            return m_page.Current().line > 0 ? Click(TargetOf(m_page.Text(), m_page.Round(), m_page.Current()))
-                                             : m_page.ToggleWholeLine();
+            return m_page.Current().line > 0 && byte % 2 == 0
+                       ? Click(TargetOf(m_page.Text(), m_page.Round(), m_page.Current()))
+                       : m_page.ToggleWholeLine();
         case 5: {
             const int blanks = m_page.Round().BlankCount();
             return m_page.ToggleHard(byte % 2 == 0 || blanks == 0 ? m_page.BlankToMark() : byte % blanks + 1);
@@ -128,10 +129,11 @@ class Study
         }
     }
 
-    PageChange Resize(int rows, int cells)
+    /// Sets another size of the page, in rows and cells without zoom, and another zoom.
+    PageChange Resize(int rows, int cells, int zoom)
     {
-        return m_page.SetLayout({.cellWidthPx = 7,
-                                 .linePitchPx = 16,
+        return m_page.SetLayout({.cellWidthPx = 7 + zoom,
+                                 .linePitchPx = 16 + 2 * zoom,
                                  .widthPx = cells * 7,
                                  .heightPx = PageLayout::TopMarginPx + rows * 16,
                                  .hasLineNumbers = cells % 2 == 1});
@@ -175,14 +177,30 @@ class Study
             Run([this] { return m_page.TurnPage(); });
     }
 
-    /// Reads the file again after it became shorter or longer.
-    void ReadAgain(int number)
+    /// Closes the file, opens one, or reads the open one again after it became shorter or longer.
+    void ChangeText(int number)
     {
-        const Seen before(m_page);
-        const bool wasOnlyHard = m_page.Round().IsOnlyHard();
         const QByteArray half = m_bytes.first(m_bytes.lastIndexOf('\n', m_bytes.size() / 2) + 1);
         const QByteArray texts[] = {m_bytes, half, m_bytes + '\n' + m_bytes, "[x]\n" + m_bytes, QByteArray()};
         const DisplayText text = TextOf(texts[number % 5]);
+        if (number < 192 && m_page.IsFileOpen())
+            return ReadAgain(text);
+        m_page.Clear();
+        Require(!m_page.IsFileOpen() && m_page.Text().LineCount() == 0);
+        if (number < 224)
+            m_page.Load(text, {}, number % 9);
+        m_canUndo = false;
+        CheckPlaces();
+        const Seen after(m_page);
+        Require(after.view.topLine == 1 && after.leftCell + after.hintedBlank + after.markLine + after.count == 0);
+        Require(after.current == TextSpan() && after.found == TextSpan() && !m_page.Round().CanUndo());
+        Require(m_page.Round().ShownCount() + m_page.Round().HardCount() == 0);
+    }
+
+    void ReadAgain(const DisplayText &text)
+    {
+        const Seen before(m_page);
+        const bool wasOnlyHard = m_page.Round().IsOnlyHard();
         std::vector<int> hardBlanks;
         for (int blank = 1; blank <= text.Blanks().Count(); ++blank)
             if (size_t(blank) < before.isHard.size() && before.isHard[size_t(blank)])
