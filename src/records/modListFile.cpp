@@ -8,6 +8,8 @@
 
 #include <QFileInfo>
 
+#include <algorithm>
+
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
@@ -18,6 +20,15 @@ QByteArray BytesOf(const QStringList &lines)
     for (const QString &line : lines)
         text += line + u"\r\n"_s;
     return text.toUtf8();
+}
+
+/// How a line starts whose entry begins with some fields.
+QString StartOf(const QStringList &fields)
+{
+    QString start;
+    for (const QString &field : fields)
+        start += ListField(field) + u'\t';
+    return start;
 }
 
 } // namespace
@@ -51,15 +62,54 @@ FileFault ReadList(const QString &path, QStringList *lines, qint64 maxBytes)
     return {};
 }
 
-qint64 ListBytes(const QStringList &lines)
+ListFile::ListFile(const QString &path, const ListFormat &format) : m_path(path), m_format(format) {}
+
+QStringList ListFile::Lines(const QStringList &begin) const
 {
-    return BytesOf(lines).size();
+    QStringList lines;
+    if (!ReadList(m_path, &lines, m_format.maxBytes))
+        lines.removeIf([this, start = StartOf(begin)](const QString &line) {
+            return !line.startsWith(start) || Entry(line).isEmpty();
+        });
+    return lines;
 }
 
-FileFault WriteList(const QString &path, const QStringList &lines, qint64 maxBytes)
+QStringList ListFile::Entry(const QString &line) const
 {
-    const QByteArray bytes = BytesOf(lines);
-    if (const FileFault tooLarge = SizeRefusal(path, bytes, maxBytes))
+    QStringList entry = line.split(u'\t');
+    while (size_t(entry.size()) < m_format.fields.size() && !m_format.fields[size_t(entry.size())].ifAbsent.isNull())
+        entry += m_format.fields[size_t(entry.size())].ifAbsent.toString();
+    const auto isField = [](const QString &text, const EntryField &field) {
+        return !field.isNumber || text.toInt() >= 1;
+    };
+    return std::ranges::equal(entry, m_format.fields, isField) ? entry : QStringList();
+}
+
+QString ListFile::Line(QStringList entry) const
+{
+    for (size_t i = size_t(entry.size()) - 1; entry.last() == m_format.fields[i].ifAbsent; --i)
+        entry.removeLast();
+    std::ranges::transform(entry, entry.begin(), ListField);
+    return entry.join(u'\t');
+}
+
+FileFault ListFile::Replace(const QStringList &begin, const QStringList &lines) const
+{
+    QStringList kept;
+    if (const FileFault fault = ReadList(m_path, &kept, m_format.maxBytes))
+        return fault;
+    kept.removeIf([this, start = StartOf(begin)](const QString &line) {
+        return line.startsWith(start) && !Entry(line).isEmpty();
+    });
+    qint64 excess = m_format.dropsOldest ? BytesOf(kept + lines).size() - m_format.maxBytes : 0;
+    kept.removeIf([&](const QString &line) {
+        if (excess <= 0 || Entry(line).isEmpty())
+            return false;
+        excess -= BytesOf({line}).size();
+        return true;
+    });
+    const QByteArray bytes = BytesOf(kept + lines);
+    if (const FileFault tooLarge = SizeRefusal(m_path, bytes, m_format.maxBytes))
         return tooLarge;
-    return ReplaceFile(path, bytes);
+    return ReplaceFile(m_path, bytes);
 }

@@ -3,13 +3,11 @@
 
 #include "records/modMarkList.h"
 
-#include "records/modListFile.h"
 
 #include <QHash>
 
 #include <algorithm>
 #include <bitset>
-#include <optional>
 #include <utility>
 
 using namespace Qt::Literals::StringLiterals;
@@ -103,57 +101,36 @@ class Occurrences
     std::bitset<SlotCount> m_slots;
 };
 
-struct Entry
-{
-    QString line;
-    int blankInLine = 0;
-    int occurrence = 1;
-};
-
-/// Parses a line of the list; nothing if it is for another user or file, or not an entry.
-std::optional<Entry> ReadEntry(const QString &listed, const QString &userName, const QString &title)
-{
-    const QStringList fields = listed.split(u'\t');
-    if (fields.size() < 4 || fields.size() > 5 || fields[0] != ListField(userName) || fields[1] != ListField(title))
-        return std::nullopt;
-    const Entry entry{fields[2], fields[3].toInt(), fields.size() == 5 ? fields[4].toInt() : 1};
-    return entry.blankInLine >= 1 && entry.occurrence >= 1 ? std::optional(entry) : std::nullopt;
-}
-
-QString ListedEntry(const Entry &entry, const QString &userName, const QString &title)
-{
-    QStringList fields = {ListField(userName), ListField(title), ListField(entry.line),
-                          QString::number(entry.blankInLine)};
-    if (entry.occurrence > 1)
-        fields += QString::number(entry.occurrence);
-    return fields.join(u'\t');
-}
+constexpr EntryField Text, Number{.isNumber = true}, Occurrence{.isNumber = true, .ifAbsent = u"1"};
+constexpr EntryField Fields[] = {Text, Text, Text, Number, Occurrence};
 
 } // namespace
 
-MarkList::MarkList(const QString &path, const QString &userName) : m_path(path), m_userName(userName) {}
+MarkList::MarkList(const QString &path, const QString &userName)
+    : m_list(path, {Fields, MaxMarkListBytes, false}), m_userName(userName)
+{
+}
 
 std::vector<int> MarkList::Find(const QString &title, const DisplayText &text) const
 {
-    QStringList lines;
-    return ReadList(m_path, &lines, MaxMarkListBytes) ? std::vector<int>() : FindIn(lines, title, text);
+    return FindIn(m_list.Lines({m_userName, title}), text);
 }
 
-std::vector<int> MarkList::FindIn(const QStringList &entries, const QString &title, const DisplayText &text) const
+std::vector<int> MarkList::FindIn(const QStringList &entries, const DisplayText &text) const
 {
-    std::vector<Entry> about;
+    std::vector<QStringList> marks;
     QStringList wanted;
-    for (const QString &listed : entries) {
-        if (const std::optional<Entry> entry = ReadEntry(listed, m_userName, title)) {
-            about.push_back(*entry);
-            wanted += entry->line;
+    for (const QString &line : entries) {
+        if (const QStringList entry = m_list.Entry(line); !entry.isEmpty()) {
+            marks.push_back(entry);
+            wanted += entry[2];
         }
     }
     const Occurrences occurrences(text, wanted);
     std::vector<int> blanks;
-    for (const Entry &entry : about) {
-        const int line = occurrences.Line(entry.line, entry.occurrence);
-        if (const int blank = line > 0 ? text.BlankOnLine(line, entry.blankInLine) : 0; blank > 0)
+    for (const QStringList &entry : marks) {
+        const int line = occurrences.Line(entry[2], entry[4].toInt());
+        if (const int blank = line > 0 ? text.BlankOnLine(line, entry[3].toInt()) : 0; blank > 0)
             blanks.push_back(blank);
     }
     std::ranges::sort(blanks);
@@ -163,10 +140,7 @@ std::vector<int> MarkList::FindIn(const QStringList &entries, const QString &tit
 
 bool MarkList::HasEntries(const QString &title) const
 {
-    QStringList lines;
-    return !ReadList(m_path, &lines, MaxMarkListBytes) && std::ranges::any_of(lines, [&](const QString &line) {
-        return ReadEntry(line, m_userName, title).has_value();
-    });
+    return !m_list.Lines({m_userName, title}).isEmpty();
 }
 
 QStringList MarkList::Entries(const QString &title, const DisplayText &text, const std::vector<int> &blanks) const
@@ -177,21 +151,16 @@ QStringList MarkList::Entries(const QString &title, const DisplayText &text, con
     const Occurrences occurrences(text, marked);
     QStringList entries;
     for (size_t i = 0; i < blanks.size(); ++i) {
-        const int line = text.Blanks().LineOf(blanks[i]);
-        const QString inFile = marked[qsizetype(i)];
-        entries +=
-            ListedEntry({inFile, text.NumberOnLine(blanks[i]), occurrences.Number(inFile, line)}, m_userName, title);
+        const QString &line = marked[qsizetype(i)];
+        entries += m_list.Line({m_userName, title, line, QString::number(text.NumberOnLine(blanks[i])),
+                                QString::number(occurrences.Number(line, text.Blanks().LineOf(blanks[i])))});
     }
     return entries;
 }
 
 FileFault MarkList::Write(const QString &title, const DisplayText &text, const std::vector<int> &blanks) const
 {
-    QStringList lines;
-    if (const FileFault fault = ReadList(m_path, &lines, MaxMarkListBytes))
-        return fault;
-    lines.removeIf([&](const QString &listed) { return ReadEntry(listed, m_userName, title).has_value(); });
-    return WriteList(m_path, lines + Entries(title, text, blanks), MaxMarkListBytes);
+    return m_list.Replace({m_userName, title}, Entries(title, text, blanks));
 }
 
 QString NoHardBlankMessage(const QString &fileTitle)

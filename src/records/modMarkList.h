@@ -9,10 +9,8 @@
 // The occurrence, 2 or more, distinguishes lines with identical text.
 #pragma once
 
-#include "base/modFile.h"
+#include "records/modListFile.h"
 #include "text/modDisplayText.h"
-
-#include <QString>
 
 #include <vector>
 
@@ -33,19 +31,16 @@ class MarkList
     QStringList Entries(const QString &title, const DisplayText &text, const std::vector<int> &blanks) const;
 
     /// The blanks of a text that list entries mark, ascending.
-    std::vector<int> FindIn(const QStringList &entries, const QString &title, const DisplayText &text) const;
+    std::vector<int> FindIn(const QStringList &entries, const DisplayText &text) const;
 
     /// Whether the list has entries for a study file, which need not match any of its blanks.
     bool HasEntries(const QString &title) const;
 
-    /// Replaces the marks that the list has for a study file. All other lines stay as they are, even ones that are not
-    /// entries.
-    /// @param blanks  ascending
-    /// After a fault, as when the list would become too large, it is unchanged.
+    /// Replaces the marks that the list has for a study file, as ListFile::Replace does. @param blanks  ascending
     FileFault Write(const QString &title, const DisplayText &text, const std::vector<int> &blanks) const;
 
   private:
-    QString m_path;
+    ListFile m_list;
     QString m_userName;
 };
 

@@ -6,9 +6,7 @@
 //     user TAB title of the study file TAB line at the top of the page
 #pragma once
 
-#include "base/modFile.h"
-
-#include <QString>
+#include "records/modListFile.h"
 
 /// Largest list that is read and written.
 constexpr qint64 MaxPlaceListBytes = 1 * BytesPerMegabyte;
@@ -32,5 +30,8 @@ class PlaceList
     FileFault Write(const QString &userName, const QString &title, int line) const;
 
   private:
-    QString m_path;
+    /// The last entry that begins with some fields; empty if there is none.
+    QStringList LastEntry(const QStringList &begin) const;
+
+    ListFile m_list;
 };

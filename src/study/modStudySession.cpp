@@ -52,13 +52,12 @@ StudyReading StudySession::Open(const QString &path)
 
 StudyReading StudySession::ReadAgain()
 {
-    const QString title = GetFileTitle(m_path);
-    const QStringList marks = m_marks.Entries(title, m_page.Text(), m_page.Round().HardBlanks());
+    const QStringList marks = m_marks.Entries(GetFileTitle(m_path), m_page.Text(), m_page.Round().HardBlanks());
     DisplayText text;
     StudyReading reading = Read(m_path, &text);
     if (reading.refusal)
         return reading;
-    const std::vector<int> hardBlanks = m_marks.FindIn(marks, title, text);
+    const std::vector<int> hardBlanks = m_marks.FindIn(marks, text);
     m_page.Reload(std::move(text), hardBlanks);
     return reading;
 }
