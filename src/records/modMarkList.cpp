@@ -7,7 +7,6 @@
 #include <QHash>
 
 #include <algorithm>
-#include <bitset>
 #include <utility>
 
 using namespace Qt::Literals::StringLiterals;
@@ -32,8 +31,7 @@ QString Displayed(const QString &lineInFile)
     return QString(lineInFile).replace(u'[', u' ').replace(u']', u' ');
 }
 
-/// Finds the lines of a text that equal any of the wanted lines, in order of occurrence. All lines are scanned, but for
-/// nearly all of them only the length and three characters are looked at.
+/// Finds the lines of a text that equal any of the wanted lines, in order of occurrence.
 class Occurrences
 {
   public:
@@ -41,14 +39,11 @@ class Occurrences
     Occurrences(const DisplayText &text, const QStringList &wanted)
     {
         for (const QString &line : wanted)
-            m_lines.insert(Displayed(line), {});
-        for (auto line = m_lines.constBegin(); line != m_lines.constEnd(); ++line)
-            m_slots.set(Slot(line.key()));
+            m_displayed += Displayed(line);
+        for (const QString &line : std::as_const(m_displayed))
+            m_lines.insert(line, {});
         for (int line = 1; line <= text.LineCount() && !wanted.isEmpty(); ++line) {
-            const QStringView view = text.Line(line);
-            if (!m_slots.test(Slot(view)))
-                continue;
-            const auto found = m_lines.find(view.toString());
+            const auto found = m_lines.find(text.Line(line));
             if (found == m_lines.end())
                 continue;
             std::vector<int> &equal = (*found)[LineInFile(text, line)];
@@ -84,21 +79,9 @@ class Occurrences
         return equal == alike->constEnd() ? none : *equal;
     }
 
-    static constexpr size_t SlotCount = 1 << 16;
-
-    static size_t Slot(QStringView line)
-    {
-        const qsizetype length = line.size();
-        if (length == 0)
-            return 0;
-        const auto at = [line](qsizetype index) { return size_t(line[index].unicode()); };
-        return (size_t(length) + size_t(line.back().unicode()) * 31 + at(length / 2) * 1009 + at(length / 3) * 9176) %
-               SlotCount;
-    }
-
+    QStringList m_displayed;
     // By displayed text, then by line in the file; few lines differ only in their brackets.
-    QHash<QString, QHash<QString, std::vector<int>>> m_lines;
-    std::bitset<SlotCount> m_slots;
+    QHash<QStringView, QHash<QString, std::vector<int>>> m_lines;
 };
 
 constexpr EntryField Text, Number{.isNumber = true}, Occurrence{.isNumber = true, .ifAbsent = u"1"};
