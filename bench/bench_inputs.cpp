@@ -97,7 +97,7 @@ void WriteSessions(const QString &path, int sessionCount, int sessionsPerDay)
     sqlite3 *database = nullptr;
     if (sqlite3_open(qPrintable(path), &database) != SQLITE_OK)
         qFatal("%s", sqlite3_errmsg(database));
-    for (const QString &statement : KotobanSchema)
+    for (const QStringView statement : KotobanSchema)
         Run(database, statement.toUtf8());
     Run(database, "begin");
     Random random(12);

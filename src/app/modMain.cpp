@@ -22,7 +22,7 @@ namespace {
 constexpr int KeptLogFiles = 10;
 constexpr int KeptBackups = 20;
 
-const QString DatabaseName = u"kotoban.splite3"_s;
+constexpr QStringView DatabaseName = u"kotoban.splite3";
 
 /// All files in a folder. No name filters: Qt matches them with regular expressions, whose library start-up does not
 /// need otherwise.
@@ -56,7 +56,7 @@ bool CheckFoldersAndLog(const QString &applicationFolder, const RunLog &log, Sys
 
 QString DatabasePath(const QString &applicationFolder)
 {
-    return JoinPath(JoinPath(applicationFolder, u"db"_s), DatabaseName);
+    return JoinPath(JoinPath(applicationFolder, u"db"_s), DatabaseName.toString());
 }
 
 QString BackupFolder(const QString &applicationFolder)
@@ -106,8 +106,8 @@ bool MakeFirstDatabase(const QString &applicationFolder, SystemServices &service
 bool BackUpOrReport(const QString &applicationFolder, SystemServices &services)
 {
     QString error;
-    if (BackupDatabase(JoinPath(applicationFolder, u"db"_s), DatabaseName, BackupFolder(applicationFolder), KeptBackups,
-                       services.Now(), &error))
+    if (BackupDatabase(JoinPath(applicationFolder, u"db"_s), DatabaseName.toString(), BackupFolder(applicationFolder),
+                       KeptBackups, services.Now(), &error))
         return true;
     services.ShowMessage(error);
     return false;
@@ -159,7 +159,7 @@ bool PrepareRun(const QString &applicationFolder, const InstanceMark &instance, 
 bool CheckFolders(const QString &applicationFolder, QString *missing)
 {
     missing->clear();
-    for (const QStringView name : RequiredFolders.split(u',')) {
+    for (const QStringView name : RequiredFolders) {
         const QString path = JoinPath(applicationFolder, name.toString());
         if (!QFileInfo(path).isDir()) {
             *missing = path;

@@ -10,8 +10,10 @@
 #include "platform/modSystemServices.h"
 #include "store/Sqlite3Func.h"
 
+#include <array>
+
 /// The folders that must exist at start-up, in the order in which they are checked.
-inline constexpr QStringView RequiredFolders = u"db,db_backup,txt,rec,wav";
+inline constexpr std::array<QStringView, 5> RequiredFolders{u"db", u"db_backup", u"txt", u"rec", u"wav"};
 
 /// Runs the steps before the first window, in this order, up to the first one that fails: single-instance check,
 /// application title, run log, required folders, pruning of the log folder, backup of the database, opening of the

@@ -25,7 +25,7 @@ namespace {
 // In these fonts, half-width letters are exactly half as wide as full-width ones. A number takes the two cells of the
 // brackets; one of several characters is slightly wider. An underline too wide for the page ends at its edge. Browsers
 // without margin boxes leave out the page number.
-const QString Style = uR"(
+constexpr QStringView Style = uR"(
 @page { size: A4; margin: 18mm 15mm 20mm;
   @bottom-center { content: counter(page) " / " counter(pages); font: 10pt sans-serif; } }
 html { color-scheme: light; }
@@ -59,7 +59,7 @@ img:not(:only-child) { max-width: 46%; }
   .answers { margin-top: 3em; border-top: 1px dashed; padding-top: 2em; }
 }
 @media screen and (prefers-color-scheme: dark) { html { background: #000; } }
-)"_s;
+)";
 
 constexpr int CellsOfEmptyBlank = 4; // leaves room to write
 

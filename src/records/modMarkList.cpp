@@ -3,7 +3,6 @@
 
 #include "records/modMarkList.h"
 
-
 #include <QHash>
 
 #include <algorithm>

@@ -3,8 +3,6 @@
 
 #include "search/modInflection.h"
 
-#include <QHash>
-
 #include <algorithm>
 #include <string_view>
 
@@ -25,12 +23,6 @@ bool AreSame(std::u16string_view word, qsizetype first, qsizetype second)
 }
 
 } // namespace
-
-QString BaseForm::Of(QStringView word) const
-{
-    const QString form = word.first(kept).toString();
-    return added == 0 ? form : QString(form + QChar(added));
-}
 
 QVarLengthArray<BaseForm, 16> BaseForms(QStringView text)
 {
@@ -73,7 +65,7 @@ QStringList CandidateForms(const QString &word)
 {
     QStringList forms;
     for (const BaseForm &form : BaseForms(word))
-        forms += form.Of(word);
+        forms += word.first(form.kept) + QString(form.added == 0 ? 0 : 1, QChar(form.added));
     return forms;
 }
 
@@ -89,15 +81,8 @@ int FindWithInflections(const QStringList &list, const QString &word)
 
 std::vector<int> MatchWords(const QStringList &list, const QStringList &words)
 {
-    // Cached, because texts repeat their words.
-    QHash<QString, int> known;
-    std::vector<int> indices;
-    indices.reserve(size_t(words.size()));
-    for (const QString &word : words) {
-        auto entry = known.find(word);
-        if (entry == known.end())
-            entry = known.insert(word, FindWithInflections(list, word.toLower()));
-        indices.push_back(*entry);
-    }
+    std::vector<int> indices(size_t(words.size()));
+    std::ranges::transform(words, indices.begin(),
+                           [&](const QString &word) { return FindWithInflections(list, word.toLower()); });
     return indices;
 }

@@ -16,8 +16,6 @@ struct BaseForm
 {
     qsizetype kept;     ///< length of the prefix
     char16_t added = 0; ///< 0 = none
-
-    QString Of(QStringView word) const;
 };
 
 /// The candidates for a lower-case word: first the word itself, then the others in the order of the rules. May contain

@@ -15,8 +15,8 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-const QString DefaultEditor = u"notepad.exe"_s;
-const QString PageColourNames[] = {u"Light"_s, u"Dark"_s, u"Desktop"_s}; // in the order of the enumeration
+constexpr QStringView DefaultEditor = u"notepad.exe";
+constexpr QStringView PageColourNames[] = {u"Light", u"Dark", u"Desktop"}; // in the order of the enumeration
 
 void RepairFontSize(const QString &text, const Settings &defaults, Settings *settings, QStringList *messages)
 {
@@ -140,10 +140,10 @@ Settings SettingsFile::Read(const Settings &defaults, const Settings &upper, QSt
                                      upper.FormLeft, u"フォームLeft："_s, messages);
     settings.TextEditor = ini.Value(u"TextEditor"_s, defaults.TextEditor);
     if (settings.TextEditor.isEmpty())
-        settings.TextEditor = DefaultEditor;
+        settings.TextEditor = DefaultEditor.toString();
     if (!IsEditorUsable(settings.TextEditor)) {
         *messages += EditorMissingMessage(settings.TextEditor);
-        settings.TextEditor = DefaultEditor;
+        settings.TextEditor = DefaultEditor.toString();
     }
     const QString lineNumbers = ini.Value(u"bolDispLineNum"_s, BooleanText(defaults.bolDispLineNum));
     settings.bolDispLineNum = lineNumbers.compare(u"true", Qt::CaseInsensitive) == 0;
@@ -174,7 +174,7 @@ bool SettingsFile::WriteFileIniFormPos(int leftPx) const
 
 bool SettingsFile::WritePageColour(PageColourChoice choice) const
 {
-    return WriteIni({{u"PageColour"_s, PageColourNames[int(choice)]}});
+    return WriteIni({{u"PageColour"_s, PageColourNames[int(choice)].toString()}});
 }
 
 bool SettingsFile::WriteFormSize(const QSize &sizePx) const

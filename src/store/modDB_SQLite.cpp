@@ -46,25 +46,16 @@ std::optional<qint64> WallClockSeconds(QStringView dayText, QStringView timeText
 
 } // namespace
 
-// Dates and times are local, in the forms "yyyy/mm/dd" and "hh:nn:ss" (nn: minutes), so that their text order is their
-// order in time. dt_end ("yyyy/mm/dd hh:nn:ss") and num_answer, the number of answers shown, are null until the session
-// ends.
-const QStringList KotobanSchema = {
-    u"create table t_kotoban (ymd_sta text, user_name text, hms_sta text, file_name text, dt_end text, "
-    u"num_answer integer)"_s,
-    u"create index if not exists i_kotoban_user_start on t_kotoban (user_name, ymd_sta, hms_sta)"_s,
-};
-
 bool DBCreateKotoban(StudyDatabase &database)
 {
-    return std::all_of(KotobanSchema.begin(), KotobanSchema.end(),
-                       [&database](const QString &statement) { return database.SQLite3NonQuery(statement); });
+    return std::ranges::all_of(
+        KotobanSchema, [&database](QStringView statement) { return database.SQLite3NonQuery(statement.toString()); });
 }
 
 void DBIndexKotoban(StudyDatabase &database)
 {
     const SilentFaults silent(database);
-    database.SQLite3NonQuery(KotobanSchema.back());
+    database.SQLite3NonQuery(KotobanSchema.back().toString());
 }
 
 void DBInsRecKotoban(StudyDatabase &database, const QDateTime &sessionStart, const QString &userName,

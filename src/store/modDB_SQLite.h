@@ -12,6 +12,8 @@
 
 #include <QDate>
 
+#include <array>
+
 class QDeadlineTimer;
 
 /// A span of whole days.
@@ -37,8 +39,14 @@ struct RecordedSession
     int answers = 0;
 };
 
-/// The statements that create the table and its index for the history, in the order in which to run them.
-extern const QStringList KotobanSchema;
+/// The statements that create the table and its index for the history, in the order in which to run them. Dates and
+/// times are local, in the forms "yyyy/mm/dd" and "hh:nn:ss" (nn: minutes), so that their text order is their order in
+/// time. dt_end ("yyyy/mm/dd hh:nn:ss") and num_answer, the number of answers shown, are null until the session ends.
+inline constexpr std::array<QStringView, 2> KotobanSchema{
+    u"create table t_kotoban (ymd_sta text, user_name text, hms_sta text, file_name text, dt_end text, "
+    u"num_answer integer)",
+    u"create index if not exists i_kotoban_user_start on t_kotoban (user_name, ymd_sta, hms_sta)",
+};
 
 /// Creates the table in a database that lacks it. @return whether it succeeded; if not, a message was shown
 [[nodiscard]] bool DBCreateKotoban(StudyDatabase &database);

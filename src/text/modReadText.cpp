@@ -17,14 +17,13 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-QString FileCharCodeName(const QByteArray &bytes)
+/// Refuses bytes that are neither ASCII nor Shift_JIS.
+TextRefusal CheckCharCode(const QString &title, const QByteArray &bytes)
 {
-    return GetCharCodeName(WholeFile(bytes));
-}
-
-bool IsReadableCode(const QString &name)
-{
-    return name == u"ASCII" || name == u"SJIS";
+    const QString code = GetCharCodeName(WholeFile(bytes));
+    if (code == u"ASCII" || code == u"SJIS")
+        return {};
+    return {TextFault::WrongCharCode, 1, code, WrongCharCodeMessage(title, code)};
 }
 
 /// Reads a whole file in ASCII or code page 932. @param bytes  undefined after a refusal
@@ -38,9 +37,7 @@ TextRefusal ReadBytes(const QString &path, QByteArray *bytes, qint64 maxBytes = 
     PreferLargePages(bytes->data(), size);
     if (const FileFault fault = ReadWholeFile(path, bytes, maxBytes))
         return {.fault = TextFault::Unreadable, .line = 1, .message = UnreadableFileMessage(title, fault.reason)};
-    if (const QString code = FileCharCodeName(*bytes); !IsReadableCode(code))
-        return {TextFault::WrongCharCode, 1, code, WrongCharCodeMessage(title, code)};
-    return {};
+    return CheckCharCode(title, *bytes);
 }
 
 TextRefusal CheckStudyLines(const StudyLines &lines, int maxLineBytes)
@@ -127,11 +124,8 @@ bool ReadTextFile(const QString &path, int maxLineBytes, StudyLines *lines, QStr
 
 bool CheckTextEncoding(const QString &path, const QByteArray &bytes, QString *message)
 {
-    const QString name = FileCharCodeName(bytes);
-    if (IsReadableCode(name))
-        return true;
-    *message = WrongCharCodeMessage(GetFileTitle(path), name);
-    return false;
+    *message = CheckCharCode(GetFileTitle(path), bytes).message;
+    return message->isEmpty();
 }
 
 namespace {

@@ -12,7 +12,7 @@
 
 namespace {
 
-const QString StyleName = QStringLiteral("fusion");
+constexpr QStringView StyleName = u"fusion";
 
 /// Whether the style shows an element in the highlight colour: it has keyboard focus, or Enter presses it.
 bool IsHighlighted(const QStyleOption &option)
@@ -57,7 +57,7 @@ constexpr double CornerPx = 2; // the style's corner radius
 
 } // namespace
 
-OutlinedStyle::OutlinedStyle() : QProxyStyle(StyleName) {}
+OutlinedStyle::OutlinedStyle() : QProxyStyle(StyleName.toString()) {}
 
 void OutlinedStyle::Install()
 {

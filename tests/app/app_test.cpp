@@ -27,7 +27,7 @@ class StartTest : public testing::Test
   protected:
     StartTest()
     {
-        for (const QStringView name : RequiredFolders.split(u','))
+        for (const QStringView name : RequiredFolders)
             folder.MakeFolder(name.toString());
     }
 
@@ -185,7 +185,7 @@ TEST_F(StartTest, DatabaseWithoutTable_GetsOneWithSingleMessage)
 
 TEST_F(StartTest, DatabaseWithoutIndex_GetsOneSilentlyOnceItIsNotLocked)
 {
-    const QString path = MakeForeignDatabase(KotobanSchema.front());
+    const QString path = MakeForeignDatabase(KotobanSchema.front().toString());
     const QByteArray before = folder.Read(u"db/kotoban.splite3"_s);
     StudyDatabase other(services);
     EXPECT_EQ(other.Open(path), 0);
