@@ -22,11 +22,9 @@ LineField::LineField(QWidget *parent) : QWidget(parent), txtLine(new QLineEdit(t
     txtLine->setValidator(new QIntValidator(1, 99'999'999, txtLine));
     txtLine->installEventFilter(this);
     FitToText(txtLine, u"00000000"_s);
-    QLabel *const lblLine = NamedLabel(u"lblLine"_s, u"行(&G)："_s, this);
-    lblLine->setBuddy(txtLine);
     auto *const row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
-    row->addWidget(lblLine);
+    row->addWidget(NamedLabel(u"lblLine"_s, u"行："_s, this));
     row->addWidget(txtLine);
     row->addStretch();
 }

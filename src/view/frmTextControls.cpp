@@ -183,10 +183,9 @@ void frmText::AddShortcuts()
     add(Qt::CTRL | Qt::Key_End, [this] { return m_page.MoveToEnd(); });
     addClick(Qt::CTRL | Qt::Key_G, [this] { AskForLine(); });
     addClick(Qt::CTRL | Qt::SHIFT | Qt::Key_G, [this] { return m_page.MoveToRandomPage(QRandomGenerator::global()); });
-    add(Qt::CTRL | Qt::Key_Plus, [this] { ChangeZoom(1); });
-    // The key of + without Shift, on English and on Japanese keyboards.
-    add(Qt::CTRL | Qt::Key_Equal, [this] { ChangeZoom(1); });
-    add(Qt::CTRL | Qt::Key_Semicolon, [this] { ChangeZoom(1); });
+    QShortcut *const zoomIn = add(Qt::CTRL | Qt::Key_Plus, [this] { ChangeZoom(1); });
+    // Also the key of + without Shift, on English and on Japanese keyboards.
+    zoomIn->setKeys({Qt::CTRL | Qt::Key_Plus, Qt::CTRL | Qt::Key_Equal, Qt::CTRL | Qt::Key_Semicolon});
     add(Qt::CTRL | Qt::Key_Minus, [this] { ChangeZoom(-1); });
     addClick(QKeySequence::Print, [this] { PrintFile(); });
     addClick(Qt::CTRL | Qt::Key_E, [this] { ExportFile(); });
