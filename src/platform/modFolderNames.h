@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The Kotoban developers
 // SPDX-License-Identifier: MIT
 
-// Lists the files of a folder, faster than Qt, which queries more than names. On Unix a file name may not be valid text
-// in the encoding of file names, as when an archive comes from another system; such a file cannot be opened by the name
-// that Qt makes of it.
+// Lists the files of a folder. On Unix a file name may not be valid text in the encoding of file names, as when an
+// archive comes from another system; such a file cannot be opened by the name that Qt makes of it, and Qt's own listing
+// does not tell it from others.
 #pragma once
 
 #include <QStringList>

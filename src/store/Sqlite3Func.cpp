@@ -22,7 +22,8 @@ void Append(QByteArrayView text, RowBytes *row)
     row->append(text.data(), text.size());
 }
 
-/// Appends a value of the current row. Integers are truncated to 32 bits, as the only integer column is a small count.
+/// Appends a value of the current row. Integers are truncated to 32 bits, which are enough for a number of answers and
+/// for the sum of those of all sessions.
 void AppendValue(sqlite3_stmt *statement, int column, RowBytes *row)
 {
     switch (SQLite3ColumnType(statement, column)) {
