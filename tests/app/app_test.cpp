@@ -109,6 +109,7 @@ TEST_F(StartTest, SecondInstance_IsRefusedAndWritesNothing)
     const InstanceMark first(folder.Path());
     EXPECT_FALSE(Prepare());
     EXPECT_EQ(services.TakeMessages(), QStringList(u"二重起動はできません。"_s));
+    EXPECT_EQ(services.titles, QStringList(QString())) << "the title is set later";
     EXPECT_FALSE(QFile::exists(folder.Path(u"Kotoban_log.txt"_s)));
     EXPECT_TRUE(FilesIn(u"db_backup"_s).isEmpty());
 }

@@ -333,6 +333,7 @@ TEST_F(ExportWindowTest, OlderExportExists_AsksBeforeReplacingAndShowsFolder)
     EXPECT_EQ(script.messages[2], ReplaceExportQuestion(u"a.b.csv"_s).replace(u"\r\n"_s, u"\n"_s));
     EXPECT_EQ(script.messages[3], u"書き出しました。\n    ファイル名＝a.b.csv"_s);
     EXPECT_EQ(services.opened, QStringList(folder.Path(u"rec"_s)));
+    EXPECT_EQ(services.openedIn, QStringList(u"c:\\"_s));
     EXPECT_EQ(services.messages, QStringList(u"次のフォルダを開けません。\r\n  "_s + folder.Path(u"rec"_s)));
 }
 

@@ -137,6 +137,7 @@ TEST_F(PrintWindowTest, Confirmed_OpensSheetAndStoresAnswerChoice)
     EXPECT_FALSE(settings.ReadPrintAnswers());
     const QString sheet = PrintSheetPath(folder.Path(u"rec"_s), source);
     EXPECT_EQ(services.opened, QStringList({sheet, sheet}));
+    EXPECT_EQ(services.openedIn, QStringList(2, folder.Path(u"rec"_s)));
     EXPECT_EQ(services.messages, QStringList(SheetNotOpenedMessage(sheet)));
 }
 

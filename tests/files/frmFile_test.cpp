@@ -2,22 +2,27 @@
 // SPDX-License-Identifier: MIT
 
 // The file selection window.
+#include "files/StudyFileModel.h"
 #include "files/frmFile.h"
 #include "settings/modSettings.h"
 #include "store/modDB_SQLite.h"
+#include "support/Rows.h"
 #include "support/WindowTest.h"
 #include "text/modCheckText.h"
 
 #include <QAction>
+#include <QCommonStyle>
 #include <QDropEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListView>
 #include <QMenu>
 #include <QMimeData>
+#include <QPainter>
 #include <QPushButton>
 #include <QScreen>
 #include <QSignalSpy>
+#include <QStandardItemModel>
 #include <QTest>
 #include <QTextDocument>
 
@@ -26,6 +31,16 @@
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
+
+/// A style that paints selected items as that of Windows does.
+class PaleStyle : public QCommonStyle
+{
+  public:
+    void *qt_metacast(const char *name) override
+    {
+        return qstrcmp(name, "QWindowsVistaStyle") == 0 ? this : QCommonStyle::qt_metacast(name);
+    }
+};
 
 class FileWindowTest : public WindowTest
 {
@@ -95,6 +110,7 @@ TEST_F(FileWindowTest, NoSelectionOrBadFile_IsRefusedAndEditorOffered)
               QString(BracketCountMessage(2, u"[a") + u"\r\nこのファイルを開きますか？"_s).replace(u"\r\n"_s, u"\n"_s));
     EXPECT_EQ(services.commands, QStringList(u"sakura.exe -Y=2 \""_s + QDir::toNativeSeparators(bad) + u'"'));
     EXPECT_EQ(services.opened, QStringList(QDir::toNativeSeparators(folder.Path(u"txt"_s))));
+    EXPECT_EQ(services.openedIn, QStringList(u"c:\\"_s));
     EXPECT_FALSE(database.SQLite3NonQuery(u"create table t (a)"_s)) << "the end button closes the database";
 }
 
@@ -206,6 +222,39 @@ TEST_F(FileWindowTest, LongName_RemarkStaysVisible)
         dialog->close();
     });
     window.Choose(QString());
+}
+
+TEST(StudyFileDelegate, RowSelected_RemarksStandOutFromTheStylesSelection)
+{
+    QStandardItemModel model(1, 1);
+    model.setData(model.index(0, 0), u"MMMM"_s, StudyFileModel::RemarksRole);
+    QCommonStyle common;
+    PaleStyle pale;
+    const Rows<QStyle *, QColor> rows = {{&common, Qt::blue}, {&pale, Qt::red}};
+    for (const auto &[style, colour] : rows) {
+        QWidget list;
+        list.setStyle(style);
+        QStyleOptionViewItem option;
+        option.widget = &list;
+        option.rect = QRect(0, 0, 400, 60);
+        option.font.setPixelSize(40);
+        option.font.setBold(true);
+        option.state = QStyle::State_Enabled | QStyle::State_Active | QStyle::State_Selected;
+        option.palette.setColor(QPalette::Text, Qt::red);
+        option.palette.setColor(QPalette::HighlightedText, Qt::blue);
+        QImage image(option.rect.size(), QImage::Format_RGB32);
+        QPainter painter(&image);
+        StudyFileDelegate().paint(&painter, option, model.index(0, 0));
+        const auto has = [&image](const QColor &wanted) {
+            for (int x = 0; x < image.width(); ++x)
+                for (int y = 0; y < image.height(); ++y)
+                    if (image.pixelColor(x, y) == wanted)
+                        return true;
+            return false;
+        };
+        EXPECT_TRUE(has(colour));
+        EXPECT_NE(has(Qt::red), has(Qt::blue));
+    }
 }
 
 TEST_F(FileWindowTest, MarkupInName_IsShownAsItIs)

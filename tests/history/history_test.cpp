@@ -488,6 +488,20 @@ TEST_F(HistoryWindowTest, QuestionOpenWhileReading_ReportAndFaultsWaitForItsAnsw
     EXPECT_TRUE(WaitFor([this] { return services.messages.size() == 1; }));
 }
 
+TEST_F(HistoryWindowTest, WindowHiddenWhileReading_AllReadingStops)
+{
+    AddManySessions(&database, 50'000);
+    window.show();
+    window.findChild<QLineEdit *>(u"txtWeekN"_s)->setText(u"999"_s);
+    const QList<QTimer *> reading = {window.findChild<QTimer *>(u"tmrRecord"_s),
+                                     window.findChild<QTimer *>(u"tmrTally"_s)};
+    for (const bool isShown : {true, false}) {
+        window.setVisible(isShown);
+        for (const QTimer *const timer : reading)
+            EXPECT_EQ(timer->isActive(), isShown) << timer->objectName().toStdString();
+    }
+}
+
 TEST_F(HistoryWindowTest, FaultAfterSomeSlices_EmptiesTheListAndWritesNoReport)
 {
     AddManySessions(&database, 50'000);

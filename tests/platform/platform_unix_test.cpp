@@ -187,6 +187,17 @@ TEST(ReplaceFile, LinkAsLastPart_IsFollowedOnlyWithinItsFolder)
     EXPECT_EQ(folder.Read(u"a/new.txt"_s), "new");
 }
 
+TEST(ReplaceAndKeep, BackupNameIsDanglingLink_NextOneIsTaken)
+{
+    const TestFolder folder;
+    const QString path = folder.Write(u"a.txt"_s, "old");
+    ASSERT_TRUE(QFile::link(u"gone"_s, path + u".bak"_s));
+    QString kept;
+    EXPECT_FALSE(ReplaceAndKeep(path, "new", &kept));
+    EXPECT_EQ(kept, path + u".bak2"_s);
+    EXPECT_FALSE(QFile::exists(folder.Path(u"gone"_s))) << "nothing is written through the link";
+}
+
 TEST(EndSignal, SecondSignal_KillsProcessUnlessHangup)
 {
 #if defined(__SANITIZE_THREAD__)

@@ -69,7 +69,9 @@ TEST_F(Lists, ManyMarksOnEqualLines_AreFoundInLinearTime)
 TEST_F(Lists, MarksWritten_OtherLinesStayUntouched)
 {
     const QByteArray foreign =
-        u"# by hand\r\n太郎\t英単語\t[a]\t1\r\n花子\t仏単語\t[a]\t1\r\n花子\t英単語\t[a]\tx\r\n"_s.toUtf8();
+        u"# by hand\r\n太郎\t英単語\t[a]\t1\r\n花子\t仏単語\t[a]\t1\r\n花子\t英単語\t[a]\tx\r\n"
+        u"花子\t英単語\t[a]\t0\r\n花子\t英単語\t[a]\t1\t0\r\n花子\t英単語\t[a]\r\n花子\t英単語\t[a]\t1\t1\t1\r\n"_s
+            .toUtf8();
     folder.Write(u"ListMark.txt"_s,
                  "\xEF\xBB\xBF" + foreign + u"花子\t英単語\t[a]\t1\n花子\t英単語\t[a]\t9"_s.toUtf8());
     EXPECT_EQ(Find({u"[a]"_s}), Blanks({1})) << "the line has no ninth blank";

@@ -96,6 +96,12 @@ TEST_F(StoreTest, OpenNonDatabase_ReportsErrorAndLeavesFileUntouched)
     EXPECT_EQ(services.TakeMessages(), QStringList(u"Err:SQLite3 NonQuery"_s));
     EXPECT_EQ(folder.Read(u"text.splite3"_s), QByteArray(5000, 'x'));
     EXPECT_NE(StudyDatabase(services).Open(folder.Path()), SQLITE_OK) << "a folder is not a database";
+    // SQLite would follow a link that has one of these names.
+    for (const QString &ending : {u"-journal"_s, u"-wal"_s, u"-shm"_s}) {
+        folder.MakeFolder(u"beside.splite3"_s + ending);
+        EXPECT_NE(StudyDatabase(services).Open(folder.Path(u"beside.splite3"_s)), SQLITE_OK) << ending.toStdString();
+        EXPECT_TRUE(QDir().rmdir(folder.Path(u"beside.splite3"_s + ending)));
+    }
 }
 
 TEST_F(StoreTest, QueryWithoutTable_ReportsErrorAndGivesZero)
@@ -103,6 +109,7 @@ TEST_F(StoreTest, QueryWithoutTable_ReportsErrorAndGivesZero)
     StudyDatabase empty(services);
     EXPECT_EQ(empty.Open(folder.Path(u"empty.splite3"_s)), SQLITE_OK);
     EXPECT_TRUE(empty.LacksTable(u"t_kotoban"_s));
+    EXPECT_FALSE(database.LacksTable(u"T_Kotoban"_s)) << "SQLite ignores the case of names";
     EXPECT_EQ(DBSumAnsKotoban(empty, services.now.date(), 7, u"a"_s), 0);
     EXPECT_EQ(services.TakeMessages().size(), 1);
 }

@@ -13,9 +13,11 @@ class RecordingServices : public SystemServices
   public:
     QDateTime now = QDateTime(QDate(2024, 3, 5), QTime(14, 30, 15));
     QStringList messages;
+    QStringList titles; // of the messages, in the same order, even after TakeMessages
     QStringList sounds;
     QStringList spoken;
     QStringList opened;
+    QStringList openedIn; // working folders of what was opened
     QStringList commands;
     QString title;
     bool startsPrograms = true;
@@ -28,13 +30,14 @@ class RecordingServices : public SystemServices
     }
     void ShowMessage(const QString &text) override
     {
+        ShowMessage(text, title);
+    }
+    void ShowMessage(const QString &text, const QString &itsTitle) override
+    {
         messages += text;
+        titles += itsTitle;
         if (whileShown)
             whileShown();
-    }
-    void ShowMessage(const QString &text, const QString &) override
-    {
-        ShowMessage(text);
     }
     void PlaySoundFile(const QString &path) override
     {
@@ -48,9 +51,10 @@ class RecordingServices : public SystemServices
     {
         return hasVoice;
     }
-    bool OpenWithShell(const QString &path, const QString &) override
+    bool OpenWithShell(const QString &path, const QString &workingFolder) override
     {
         opened += path;
+        openedIn += workingFolder;
         return startsPrograms;
     }
     bool StartCommandLine(const QString &commandLine) override

@@ -95,6 +95,14 @@ TEST_F(StudyWindowTest, MarksNotSavedDuringQuestion_AreReportedAfterItsAnswer)
     EXPECT_EQ(Label(u"lblShown"), u"表示 0 / 20"_s) << "the answer was yes";
     EXPECT_TRUE(WaitFor([this] { return script.IsDone(); }));
     EXPECT_TRUE(script.messages.last().startsWith(u"苦手の印を保存できません。"_s));
+
+    keeping->setInterval(1000);
+    Click(Qt::MiddleButton, 1, 1);
+    EXPECT_TRUE(keeping->isActive());
+    script.Click(u"frmFile"_s, u"cmdCancel"_s);
+    Child<QPushButton>(u"cmdFile")->click();
+    EXPECT_EQ(services.messages.size(), 1) << "tried at once";
+    EXPECT_FALSE(keeping->isActive()) << "and not once more";
 }
 
 TEST_F(StudyWindowTest, ThirdSpeakState_ReadsAnswersAloud)

@@ -125,6 +125,7 @@ TEST_F(StudyWindowTest, NoFileChosen_RecordsNothing)
     folder.Write(u"htm/index.htm"_s, "x");
     Child<QPushButton>(u"cmdDispHowToUse")->click();
     EXPECT_EQ(services.opened, QStringList(help));
+    EXPECT_EQ(services.openedIn, QStringList(folder.Path()));
     window->close();
     database.Open(folder.Path(u"k.splite3"_s));
     EXPECT_TRUE(Sessions().isEmpty());
@@ -357,6 +358,16 @@ TEST_F(StudyWindowTest, Restarted_RestoresPositionAndSize)
     window->close();
     const QByteArray written = "FormLeft=" + QByteArray::number(largest) + "\r\nFormWidth=520\r\nFormHeight=410\r\n";
     EXPECT_TRUE(folder.Read(u"Kotoban.ini"_s).contains(written));
+}
+
+TEST_F(StudyWindowTest, MaximisedWindowClosed_KeepsUsualSize)
+{
+    folder.Write(u"Kotoban.ini"_s, "[setting]\r\nFormWidth=520\r\nFormHeight=410\r\n");
+    OpenWith({u"[x]"_s});
+    window->showMaximized();
+    EXPECT_TRUE(WaitFor([this] { return window->width() > 520; }));
+    window->close();
+    EXPECT_TRUE(folder.Read(u"Kotoban.ini"_s).contains("FormWidth=520\r\nFormHeight=410\r\n"));
 }
 
 TEST_F(StudyWindowTest, SettingsChanged_ApplyAtOnceAndKeepAnswers)

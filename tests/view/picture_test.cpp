@@ -180,6 +180,7 @@ TEST(ReadPicture, TooMuchToDecode_IsRefused)
     const QImage largest(6000, 5000, QImage::Format_Mono);
     EXPECT_EQ(FaultOf(Encoded(largest, "png")), PictureFault::None);
     EXPECT_EQ(FaultOf(Encoded(QImage(6001, 5000, QImage::Format_Mono), "png")), PictureFault::TooLarge);
+    EXPECT_EQ(FaultOf(Encoded(Plain({6001, 5000}), "jpeg")), PictureFault::TooLarge) << "claims nothing before";
     const int scans = int(JpegScans(Encoded(Plain({1000, 1000}), "jpeg", true)));
     EXPECT_EQ(FaultOf(WithMoreScans({1000, 1000}, 301 - scans)), PictureFault::TooLarge) << "300 million pixels";
     EXPECT_EQ(FaultOf(WithMoreScans({100, 100}, 1001 - scans)), PictureFault::TooLarge) << "a thousand scans";

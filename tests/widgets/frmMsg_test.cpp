@@ -164,8 +164,10 @@ TEST_F(MsgTest, EachStyle_ShowsItsButtonsCentred)
     }
     EXPECT_TRUE(services.messages.isEmpty());
     script.Click(u"frmMsg"_s, u"cmdOK"_s);
+    services.SetApplicationTitle(u"title"_s);
     Show(u"x"_s, MsgStyle(2), [] {});
     EXPECT_EQ(services.messages, QStringList(u"err!"_s));
+    EXPECT_EQ(services.titles, QStringList(QString())) << "it has no title";
 }
 
 TEST_F(MsgTest, LongMessage_FitsScreenAndClosingGivesNoAnswer)
