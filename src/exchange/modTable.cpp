@@ -236,7 +236,7 @@ class TableReader
             m_table.m_text += plain;
         }
         const QStringView cell = QStringView(m_table.m_text).sliced(start);
-        if (cell.startsWith(u'\'') && IsFormula(cell))
+        if (m_format.isGuarded && cell.startsWith(u'\'') && IsFormula(cell))
             m_table.m_text.remove(start, 1);
         m_table.m_cellEnds.push_back(qint32(m_table.m_text.size()));
     }

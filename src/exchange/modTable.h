@@ -66,11 +66,12 @@ class Table
 /// How to read the rows of a text.
 struct TableFormat
 {
-    QString separator;   ///< between two cells; empty while unknown
-    bool isHtml = false; ///< cells are HTML, to be converted to plain text
-    QSet<int> leftOut{}; ///< columns to skip, by their numbers in the text
-    qsizetype start = 0; ///< position where the first row starts
-    int firstNumber = 1; ///< spreadsheet number of the first row, see Table::NumberOf
+    QString separator;     ///< between two cells; empty while unknown
+    bool isHtml = false;   ///< cells are HTML, to be converted to plain text
+    bool isGuarded = true; ///< cells may be as GuardedCell writes them
+    QSet<int> leftOut{};   ///< columns to skip, by their numbers in the text
+    qsizetype start = 0;   ///< position where the first row starts
+    int firstNumber = 1;   ///< spreadsheet number of the first row, see Table::NumberOf
 };
 
 /// Reads rows as in RFC 4180, tolerating common deviations:
@@ -80,7 +81,7 @@ struct TableFormat
 ///     cell = DQUOTE *( any character, DQUOTE twice ) DQUOTE *" "
 ///          / *( any character but the separator, CR and LF )
 ///
-/// The apostrophe that GuardedCell puts before a formula is taken off again, once.
+/// The apostrophe that GuardedCell puts before a formula is taken off again, once, if the cells may have one.
 /// A cell with text after its closing quote ("Hi" she said) is of the second kind, whose quotes are literal. If the
 /// separator is neither comma nor semicolon, so is a cell whose quote is never closed, or is closed only in a later
 /// line after separators, all these lines having equally many. Blank rows are skipped.

@@ -44,8 +44,9 @@ bool TakeHeaderLine(QStringView line, bool isFirst, TableFormat *format)
         format->isHtml = value.trimmed().compare(u"true", Qt::CaseInsensitive) == 0;
     else if (std::ranges::find(columnKeys, key) != std::end(columnKeys))
         format->leftOut += value.trimmed().toInt();
-    else
-        return std::ranges::find(otherKeys, key) != std::end(otherKeys);
+    else if (std::ranges::find(otherKeys, key) == std::end(otherKeys))
+        return false;
+    format->isGuarded = false; // a flash-card program wrote this, or our own export for one
     return true;
 }
 

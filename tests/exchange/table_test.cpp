@@ -259,6 +259,7 @@ TEST(DetectTableFormat, HeaderLines_SetFormatAndAreNotRows)
         {"row without remaining columns", u"#separator:Comma\n#guid column:1\nid1\nid2,a\n"_s, u"a"_s},
         {"a row beginning with #", u"#,word\n1,apple\n#no header: x,y\n"_s, u"#|word/1|apple/#no header: x|y"_s},
         {"HTML", u"#separator:comma\n#html:true\n\"a<br>b\",<b>c</b>&amp;&#x41;\n"_s, u"a b|c&A"_s},
+        {"cells as they are", u"#separator:comma\n'=a,''+(b"_s, u"'=a|''+(b"_s},
         {"nothing after the header", u"#html:true"_s, QString()},
     };
     for (const auto &[name, text, expected] : rows)
