@@ -7,18 +7,22 @@
 #include "exchange/modStudyFromText.h"
 #include "text/modReadText.h"
 #include "widgets/frmMsg.h"
+#include "widgets/frmWait.h"
 
 using namespace Qt::Literals::StringLiterals;
 
 bool AskQuestions(frmMsg &msg, QWidget *owner, StudyFromText *made)
 {
-    for (QString question = made->Question(); !question.isEmpty(); question = made->Question()) {
+    while (frmWait(u"学習ファイルを作っています。"_s, owner).Run(*made)) {
+        const QString question = made->Question();
+        if (question.isEmpty())
+            return true;
         const MsgResult answer = msg.Ask(owner, question);
         if (answer == MsgResult::None)
             return false;
         made->Answer(answer == MsgResult::Ok);
     }
-    return true;
+    return false;
 }
 
 void ConvertToShiftJis(SystemServices &services, frmMsg &msg, QWidget *owner, const Editor &editor, const QString &path)

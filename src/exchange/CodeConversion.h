@@ -15,7 +15,7 @@ class StudyFromText;
 
 /// Asks all questions that are due.
 /// @param owner  parent window of the questions
-/// @return false if one was closed without an answer; nothing is to be written then
+/// @return false if one was closed without an answer, or the work was stopped; nothing is to be written then
 bool AskQuestions(frmMsg &msg, QWidget *owner, StudyFromText *made);
 
 /// Converts a study file to Shift_JIS, keeping the old one, and reports what was done. Nothing is written until all

@@ -119,9 +119,7 @@ bool frmExport::Write(const QString &exportPath, qsizetype *undecodable)
     if (QFileInfo(exportPath).isFile() && !Agrees(ReplaceExportQuestion(exportPath)))
         return false;
     PieceFile file(exportPath, made);
-    frmWait wait(u"書き出しています。"_s, this);
-    if (!wait.Run([&file](const QDeadlineTimer &deadline) { return file.GoOn(deadline); },
-                  [&made] { return made.Done(); }))
+    if (!frmWait(u"書き出しています。"_s, this).Run(file))
         return false;
     *undecodable = made.Undecodable();
     return !file.Fault() || Refuse(FaultMessage(u"書き出したファイルを書き込めません。"_s, file.Fault()));

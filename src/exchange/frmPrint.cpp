@@ -85,9 +85,7 @@ bool frmPrint::Write(const QString &sheetPath)
     if (sheet.BlankCount() > MostBlanksUnasked && !Agrees(ManyPagesQuestion(sheet)))
         return false;
     PieceFile file(sheetPath, sheet);
-    frmWait wait(u"印刷ページを作っています。"_s, this);
-    if (!wait.Run([&file](const QDeadlineTimer &deadline) { return file.GoOn(deadline); },
-                  [&sheet] { return sheet.Done(); }))
+    if (!frmWait(u"印刷ページを作っています。"_s, this).Run(file))
         return false;
     return !file.Fault() || Refuse(FaultMessage(u"印刷ページを書き込めません。"_s, file.Fault()));
 }

@@ -13,6 +13,7 @@
 #include "widgets/PageFont.h"
 #include "widgets/ScreenFit.h"
 #include "widgets/frmMsg.h"
+#include "widgets/frmWait.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -327,7 +328,10 @@ void frmTable::cmdOK_Click()
     QString fileName;
     if (!TakeName(&fileName))
         return;
-    const TableStudyText study = StudyTextOf(m_table, Options());
+    TableTextMaking making(m_table, Options());
+    if (!frmWait(u"学習ファイルを作っています。"_s, this).Run(making))
+        return;
+    const TableStudyText study = making.Take();
     StudyFromText made(study.text, study.rowNumbers);
     QString keptPath;
     if (!AskQuestions(m_msg, this, &made) || !Write(fileName, made, &keptPath))

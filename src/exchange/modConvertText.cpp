@@ -5,6 +5,8 @@
 
 #include "base/modCodePage.h"
 
+#include <QDeadlineTimer>
+
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
@@ -48,105 +50,110 @@ char16_t WithoutAccents(char32_t character)
     return parts.size() > 1 && IsAsciiLetter(parts.front()) ? parts.front().unicode() : u'\0';
 }
 
-/// Converts a text in a single pass.
-class Converter
+} // namespace
+
+TextConversion::TextConversion(const QString &text, Accents accents) : m_source(text), m_accents(accents)
 {
-  public:
-    Converter(const QString &text, Accents accents) : m_source(text), m_accents(accents)
-    {
-        m_result.text.reserve(text.size() + text.size() / 16);
-    }
+    m_result.text.reserve(text.size() + text.size() / 16);
+}
 
-    ConvertedText Convert()
-    {
-        for (qsizetype at = 0; at < m_source.size(); ++at) {
-            const QChar unit = m_source[at];
-            if (unit == u'\r' || unit == u'\n') {
-                if (unit == u'\r' && at + 1 < m_source.size() && m_source[at + 1] == u'\n')
-                    ++at;
-                m_result.text += u"\r\n"_s;
-                ++m_line;
-                m_column = 0;
-                continue;
-            }
-            ++m_column;
-            if (IsInCodePage932(unit)) {
-                m_result.text += unit;
-                continue;
-            }
-            const bool isPair = unit.isHighSurrogate() && at + 1 < m_source.size() && m_source[at + 1].isLowSurrogate();
-            Replace(isPair ? QChar::surrogateToUcs4(unit, m_source[at + 1]) : unit.unicode());
-            at += isPair ? 1 : 0;
+bool TextConversion::GoOn(const QDeadlineTimer &deadline)
+{
+    constexpr qsizetype piece = 4096; // characters
+    while (m_at < m_source.size()) {
+        ConvertUpTo(qMin(m_at + piece, m_source.size()));
+        if (deadline.hasExpired())
+            break;
+    }
+    return m_at < m_source.size();
+}
+
+double TextConversion::Done() const
+{
+    return m_source.isEmpty() ? 1 : double(m_at) / double(m_source.size());
+}
+
+void TextConversion::ConvertUpTo(qsizetype end)
+{
+    for (; m_at < end; ++m_at) {
+        const QChar unit = m_source[m_at];
+        if (unit == u'\r' || unit == u'\n') {
+            if (unit == u'\r' && m_at + 1 < m_source.size() && m_source[m_at + 1] == u'\n')
+                ++m_at;
+            m_result.text += u"\r\n"_s;
+            ++m_line;
+            m_column = 0;
+            continue;
         }
-        return m_result;
-    }
-
-  private:
-    void Replace(char32_t character)
-    {
-        if (character == ByteOrderMark || TakesMark(character))
-            return;
-        const char16_t letter = WithoutAccents(character);
-        if (letter != 0 && TakeAccent(character)) {
-            m_result.text += letter;
-        } else if (const char16_t equivalent = EquivalentOf(character); equivalent != 0) {
-            m_result.text += equivalent;
-            Count(character, equivalent);
-        } else {
-            if (m_result.unwritable.size() < MaxUnwritableShown)
-                m_result.unwritable.push_back({m_line, m_column, character});
-            ++m_result.unwritableCount;
+        ++m_column;
+        if (IsInCodePage932(unit)) {
+            m_result.text += unit;
+            continue;
         }
+        const bool isPair = unit.isHighSurrogate() && m_at + 1 < m_source.size() && m_source[m_at + 1].isLowSurrogate();
+        Replace(isPair ? QChar::surrogateToUcs4(unit, m_source[m_at + 1]) : unit.unicode());
+        m_at += isPair ? 1 : 0;
     }
+}
 
-    /// Handles a combining mark on the preceding character: a voiced sound mark on a kana, or an accent to be removed.
-    /// @return whether the character was such a mark
-    bool TakesMark(char32_t character)
-    {
-        if (QChar::category(character) != QChar::Mark_NonSpacing || m_result.text.isEmpty())
-            return false;
-        const QChar before = m_result.text.back();
-        const QString pair = before + QString::fromUcs4(&character, 1);
-        const QString composed = pair.normalized(QString::NormalizationForm_C);
-        if (composed.size() == 1 && IsInCodePage932(composed.front())) {
-            m_result.text.back() = composed.front();
-            return true;
-        }
-        return IsAsciiLetter(before) && TakeAccent(composed.size() == 1 ? composed.front().unicode() : character);
+void TextConversion::Replace(char32_t character)
+{
+    if (character == ByteOrderMark || TakesMark(character))
+        return;
+    const char16_t letter = WithoutAccents(character);
+    if (letter != 0 && TakeAccent(character)) {
+        m_result.text += letter;
+    } else if (const char16_t equivalent = EquivalentOf(character); equivalent != 0) {
+        m_result.text += equivalent;
+        Count(character, equivalent);
+    } else {
+        if (m_result.unwritable.size() < MaxUnwritableShown)
+            m_result.unwritable.push_back({m_line, m_column, character});
+        ++m_result.unwritableCount;
     }
+}
 
-    bool TakeAccent(char32_t character)
-    {
-        if (m_accents == Accents::Keep)
-            return false;
-        if (m_result.accentCount++ == 0)
-            m_result.firstAccent = {m_line, m_column, character};
+/// Handles a combining mark on the preceding character: a voiced sound mark on a kana, or an accent to be removed.
+/// @return whether the character was such a mark
+bool TextConversion::TakesMark(char32_t character)
+{
+    if (QChar::category(character) != QChar::Mark_NonSpacing || m_result.text.isEmpty())
+        return false;
+    const QChar before = m_result.text.back();
+    const QString pair = before + QString::fromUcs4(&character, 1);
+    const QString composed = pair.normalized(QString::NormalizationForm_C);
+    if (composed.size() == 1 && IsInCodePage932(composed.front())) {
+        m_result.text.back() = composed.front();
         return true;
     }
+    return IsAsciiLetter(before) && TakeAccent(composed.size() == 1 ? composed.front().unicode() : character);
+}
 
-    void Count(char32_t from, char16_t to)
-    {
-        for (ReplacedCharacter &known : m_result.replaced) {
-            if (known.from == from) {
-                ++known.count;
-                return;
-            }
+bool TextConversion::TakeAccent(char32_t character)
+{
+    if (m_accents == Accents::Keep)
+        return false;
+    if (m_result.accentCount++ == 0)
+        m_result.firstAccent = {m_line, m_column, character};
+    return true;
+}
+
+void TextConversion::Count(char32_t from, char16_t to)
+{
+    for (ReplacedCharacter &known : m_result.replaced) {
+        if (known.from == from) {
+            ++known.count;
+            return;
         }
-        m_result.replaced.push_back({from, to, 1});
     }
-
-    const QString &m_source;
-    Accents m_accents;
-    ConvertedText m_result;
-    int m_line = 1;
-    int m_column = 0;
-};
-
-} // namespace
+    m_result.replaced.push_back({from, to, 1});
+}
 
 ConvertedText ConvertText(const QString &text, Accents accents)
 {
-    return Converter(text, accents).Convert();
+    TextConversion conversion(text, accents);
+    conversion.GoOn(QDeadlineTimer(QDeadlineTimer::Forever));
+    return conversion.Take();
 }
 
 bool HasOnlyFullWidthBrackets(const QString &text)

@@ -9,6 +9,10 @@
 #include <QList>
 #include <QString>
 
+#include <utility>
+
+class QDeadlineTimer;
+
 /// A character and its position.
 struct CharacterAt
 {
@@ -44,8 +48,41 @@ struct ConvertedText
 
 constexpr int MaxUnwritableShown = 5;
 
-/// Converts line endings and replaces every character that has an equivalent in code page 932. A kana followed by a
-/// combining sound mark becomes the composed kana, and byte-order marks are removed; neither is counted.
+/// Converts line endings and replaces every character that has an equivalent in code page 932, in slices. A kana
+/// followed by a combining sound mark becomes the composed kana, and byte-order marks are removed; neither is counted.
+class TextConversion
+{
+  public:
+    TextConversion(const QString &text, Accents accents);
+
+    /// Goes on until the deadline. @return whether there is more to do
+    bool GoOn(const QDeadlineTimer &deadline);
+
+    /// How much has been converted, from 0 to 1.
+    double Done() const;
+
+    /// The result, once it is complete.
+    ConvertedText Take()
+    {
+        return std::move(m_result);
+    }
+
+  private:
+    void ConvertUpTo(qsizetype end);
+    void Replace(char32_t character);
+    bool TakesMark(char32_t character);
+    bool TakeAccent(char32_t character);
+    void Count(char32_t from, char16_t to);
+
+    QString m_source;
+    Accents m_accents;
+    ConvertedText m_result;
+    qsizetype m_at = 0;
+    int m_line = 1;
+    int m_column = 0;
+};
+
+/// The result of a whole TextConversion.
 ConvertedText ConvertText(const QString &text, Accents accents);
 
 /// Whether a text has full-width brackets, which hide nothing, and no half-width ones.

@@ -38,6 +38,12 @@ class PieceFile
     /// @return whether there is more to write; if not, the file is complete or there is a Fault()
     bool GoOn(const QDeadlineTimer &deadline);
 
+    /// How much has been written, from 0 to 1.
+    double Done() const
+    {
+        return m_pieces.Done();
+    }
+
     /// Why the file could not be written; the old file is then unchanged.
     const FileFault &Fault() const
     {

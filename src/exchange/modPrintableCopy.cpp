@@ -8,6 +8,7 @@
 #include "text/modCheckText.h"
 
 #include <QDateTime>
+#include <QDeadlineTimer>
 #include <QFileInfo>
 
 using namespace Qt::Literals::StringLiterals;
@@ -45,13 +46,22 @@ QString PrintableCopyPath(const QString &folder, const QString &studyFilePath)
     return JoinPath(folder, GetFileTitle(studyFilePath) + u"_印刷用.txt"_s);
 }
 
-TextRefusal MakePrintableCopy(const QString &studyFilePath, QByteArray *bytes)
+TextRefusal PrintableCopy::Read(const QString &studyFilePath)
+{
+    m_bytes.clear();
+    return m_parts.Read(studyFilePath, MaxLineBytes);
+}
+
+bool PrintableCopy::GoOn(const QDeadlineTimer &deadline)
 {
     StudyLines lines;
-    const TextRefusal refusal = ReadStudyText(studyFilePath, MaxLineBytes, &lines);
-    for (int line = 1; line <= lines.Count(); ++line)
-        *bytes += ToCodePage932(PrintableLine(lines.at1(line))) + "\r\n";
-    return refusal;
+    while (m_parts.Next(ExpandTabs::Yes, &lines)) {
+        for (int line = 1; line <= lines.Count(); ++line)
+            m_bytes += ToCodePage932(PrintableLine(lines.at1(line))) + "\r\n";
+        if (deadline.hasExpired())
+            return true;
+    }
+    return false;
 }
 
 OldCopy JudgeOldCopy(const QByteArray &bytes, const QString &studyFilePath, const QString &copyPath)

@@ -7,6 +7,8 @@
 #include "base/modFile.h"
 #include "text/modReadText.h"
 
+class QDeadlineTimer;
+
 /// A line with every character inside its brackets replaced: by "_" if it has one byte in code page 932, by "＿" if it
 /// has two.
 QString PrintableLine(QStringView line);
@@ -23,8 +25,32 @@ enum class OldCopy
     Unreadable,  ///< its contents are unknown
 };
 
-/// Makes the printable copy of a study file, in code page 932 with CR LF. @param bytes  unchanged after a refusal
-TextRefusal MakePrintableCopy(const QString &studyFilePath, QByteArray *bytes);
+/// Makes the printable copy of a study file, in code page 932 with CR LF, in slices.
+class PrintableCopy
+{
+  public:
+    /// Reads the study file.
+    TextRefusal Read(const QString &studyFilePath);
+
+    /// Goes on until the deadline. @return whether there is more to do
+    bool GoOn(const QDeadlineTimer &deadline);
+
+    /// How much has been made, from 0 to 1.
+    double Done() const
+    {
+        return m_parts.Done();
+    }
+
+    /// The copy, once it is complete.
+    const QByteArray &Bytes() const
+    {
+        return m_bytes;
+    }
+
+  private:
+    StudyParts m_parts;
+    QByteArray m_bytes;
+};
 
 /// @param bytes  the new copy
 OldCopy JudgeOldCopy(const QByteArray &bytes, const QString &studyFilePath, const QString &copyPath);

@@ -9,6 +9,7 @@
 #include "platform/modReplaceFile.h"
 #include "text/modCheckText.h"
 
+#include <QDeadlineTimer>
 #include <QFileInfo>
 #include <QRegularExpression>
 
@@ -109,10 +110,15 @@ int LastColumnWithText(const Table &table, int columns)
     return 0;
 }
 
+int FirstRow(const TableOptions &options)
+{
+    return options.skipsFirstRow ? 2 : 1;
+}
+
 /// Whether any hidden cell has text. Fast, because one of the first nearly always does.
 bool HidesText(const Table &table, const TableOptions &options)
 {
-    for (int row = options.skipsFirstRow ? 2 : 1; row <= table.RowCount(); ++row)
+    for (int row = FirstRow(options); row <= table.RowCount(); ++row)
         for (int column = 1; column <= options.isHidden.size(); ++column)
             if (IsHidden(options.isHidden, column) && !table.Cell(row, column).trimmed().isEmpty())
                 return true;
@@ -136,36 +142,62 @@ QList<bool> HiddenByDefault(const Table &table)
     return isHidden;
 }
 
-TableStudyText StudyTextOf(const Table &table, const TableOptions &options, int maxRows)
+TableTextMaking::TableTextMaking(const Table &table, const TableOptions &options, int maxRows)
+    : m_table(table), m_options(options), m_lastRow(qMin(table.RowCount(), maxRows)), m_nextRow(FirstRow(options))
 {
-    TableStudyText study;
-    QString between = WithFullWidthBrackets(options.between);
-    std::ranges::replace_if(between, IsLayout, u' ');
-    for (int row = options.skipsFirstRow ? 2 : 1; row <= qMin(table.RowCount(), maxRows); ++row) {
-        const qsizetype start = study.text.size();
-        for (int column = 1; column <= table.CellCount(row); ++column) {
-            const bool isHidden = IsHidden(options.isHidden, column);
-            QString cell = CellText(table.Cell(row, column));
-            if (!isHidden && cell.contains(u"{{c"))
-                cell = WithBlanksOfCloze(cell, &study.bracketsWidened);
-            if (cell.isEmpty())
-                continue;
-            if (study.text.size() > start)
-                study.text += between;
-            AddCell(cell, isHidden, &study);
-        }
-        if (study.text.size() > start) {
-            study.text += LineEnd;
-            study.rowNumbers.push_back(table.NumberOf(row));
-        }
+    m_options.between = WithFullWidthBrackets(options.between);
+    std::ranges::replace_if(m_options.between, IsLayout, u' ');
+}
+
+bool TableTextMaking::GoOn(const QDeadlineTimer &deadline)
+{
+    constexpr int rowsOfPiece = 64; // asking for the time takes as long as a short row
+    while (m_nextRow <= m_lastRow) {
+        for (int left = rowsOfPiece; left > 0 && m_nextRow <= m_lastRow; --left)
+            AddRow(m_nextRow++);
+        if (deadline.hasExpired())
+            break;
     }
-    return study;
+    return m_nextRow <= m_lastRow;
+}
+
+double TableTextMaking::Done() const
+{
+    return m_lastRow == 0 ? 1 : double(m_nextRow - 1) / m_lastRow;
+}
+
+void TableTextMaking::AddRow(int row)
+{
+    const qsizetype start = m_study.text.size();
+    for (int column = 1; column <= m_table.CellCount(row); ++column) {
+        const bool isHidden = IsHidden(m_options.isHidden, column);
+        QString cell = CellText(m_table.Cell(row, column));
+        if (!isHidden && cell.contains(u"{{c"))
+            cell = WithBlanksOfCloze(cell, &m_study.bracketsWidened);
+        if (cell.isEmpty())
+            continue;
+        if (m_study.text.size() > start)
+            m_study.text += m_options.between;
+        AddCell(cell, isHidden, &m_study);
+    }
+    if (m_study.text.size() > start) {
+        m_study.text += LineEnd;
+        m_study.rowNumbers.push_back(m_table.NumberOf(row));
+    }
+}
+
+TableStudyText StudyTextOf(const Table &table, const TableOptions &options)
+{
+    TableTextMaking making(table, options);
+    making.GoOn(QDeadlineTimer(QDeadlineTimer::Forever));
+    return making.Take();
 }
 
 QString PreviewText(const Table &table, const TableOptions &options)
 {
-    const QString text = StudyTextOf(table, options, PreviewRows).text;
-    QStringList lines = BreakLongLines(text, MaxLineBytes).text.split(LineEnd.toString());
+    TableTextMaking making(table, options, PreviewRows);
+    making.GoOn(QDeadlineTimer(QDeadlineTimer::Forever));
+    QStringList lines = BreakLongLines(making.Take().text, MaxLineBytes).text.split(LineEnd.toString());
     lines = lines.first(qMin(lines.size(), qsizetype(PreviewRows)));
     for (QString &line : lines)
         line.truncate(MaxLineBytes); // an unbreakable line may have millions of characters

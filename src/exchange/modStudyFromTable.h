@@ -11,7 +11,10 @@
 #include <QString>
 
 #include <limits>
+#include <utility>
 #include <vector>
+
+class QDeadlineTimer;
 
 constexpr int PreviewRows = 20; // rows of a table, and lines of its study file, shown in the preview
 
@@ -42,14 +45,42 @@ struct TableStudyText
     qsizetype bracketsWidened = 0; ///< brackets in cells, now full-width
 };
 
-/// Makes the lines of all rows that have any text. Cells are trimmed, and each run of line ends and tabs inside becomes
-/// a space. Cells of hidden columns are put in "[ ]"; empty cells are left out. A cloze in a shown column,
+/// Makes the lines of all rows that have any text, in slices. Cells are trimmed, and each run of line ends and tabs
+/// inside becomes a space. Cells of hidden columns are put in "[ ]"; empty cells are left out. A cloze in a shown
+/// column,
 /// "{{c1::answer}}" or "{{c1::answer::hint}}", becomes "[answer]". Brackets in a hidden cell or in the answer of a
 /// cloze, or unbalanced ones in a shown cell, become full-width; balanced ones in a shown cell are blanks marked by the
 /// author of the table. A tab or a line end in the text between cells becomes a space.
-/// @param maxRows  number of rows of the table to read at most
-TableStudyText StudyTextOf(const Table &table, const TableOptions &options,
-                           int maxRows = std::numeric_limits<int>::max());
+class TableTextMaking
+{
+  public:
+    /// @param table  must outlive this object; @param maxRows  number of its rows to read at most
+    TableTextMaking(const Table &table, const TableOptions &options, int maxRows = std::numeric_limits<int>::max());
+
+    /// Goes on until the deadline. @return whether there is more to do
+    bool GoOn(const QDeadlineTimer &deadline);
+
+    /// How much has been done, from 0 to 1.
+    double Done() const;
+
+    /// The lines, once they are complete.
+    TableStudyText Take()
+    {
+        return std::move(m_study);
+    }
+
+  private:
+    void AddRow(int row);
+
+    const Table &m_table;
+    TableOptions m_options;
+    int m_lastRow;
+    int m_nextRow;
+    TableStudyText m_study;
+};
+
+/// The result of a whole TableTextMaking.
+TableStudyText StudyTextOf(const Table &table, const TableOptions &options);
 
 /// The first lines of the study file made of the table's first rows, before character conversion, long lines broken.
 QString PreviewText(const Table &table, const TableOptions &options);

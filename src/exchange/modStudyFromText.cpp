@@ -8,6 +8,7 @@
 #include "text/modCheckText.h"
 #include "text/modDecodeText.h"
 
+#include <QDeadlineTimer>
 #include <QFileInfo>
 
 #include <algorithm>
@@ -73,23 +74,41 @@ QString ReplacedRemarks(const ConvertedText &converted)
 StudyFromText::StudyFromText(const QString &text, std::vector<int> tableRows)
     : m_text(text), m_tableRows(std::move(tableRows))
 {
-    GoOn(Due::Accents);
+    Seek(Due::Accents);
 }
 
 StudyFromText::StudyFromText(const QByteArray &bytes) : m_bytes(bytes), m_code(DetectCharCode(WholeFile(bytes)))
 {
     m_text = DecodeText(bytes, m_code);
-    GoOn(Due::Encoding);
+    Seek(Due::Encoding);
 }
 
-/// Goes on to the first question that is due, beginning with `next`.
-void StudyFromText::GoOn(Due next)
+/// Makes GoOn go to the first question that is due, beginning with `next`.
+void StudyFromText::Seek(Due next)
 {
-    if (next == Due::Accents)
-        m_converted = ConvertText(m_text, Accents::Remove);
     m_due = next;
-    if (next != Due::None && !IsDue(next))
-        GoOn(Due(int(next) + 1));
+    m_isSought = true;
+    if (next == Due::Accents)
+        m_conversion.emplace(m_text, Accents::Remove);
+}
+
+bool StudyFromText::GoOn(const QDeadlineTimer &deadline)
+{
+    while (m_isSought) {
+        if (m_conversion) {
+            if (m_conversion->GoOn(deadline))
+                return true;
+            m_converted = m_conversion->Take();
+            m_conversion.reset();
+        }
+        if (m_due == Due::None || IsDue(m_due))
+            m_isSought = false;
+        else
+            Seek(Due(int(m_due) + 1));
+        if (m_isSought && deadline.hasExpired())
+            return true;
+    }
+    return false;
 }
 
 bool StudyFromText::IsDue(Due question)
@@ -112,18 +131,19 @@ void StudyFromText::Answer(bool isYes)
     if (m_due == Due::Encoding && !isYes)
         m_text = FromCodePage932(m_bytes);
     if (m_due == Due::Accents && !isYes)
-        m_converted = ConvertText(m_text, Accents::Keep);
+        m_conversion.emplace(m_text, Accents::Keep);
     if (m_due == Due::Brackets && isYes)
         m_converted.text = WithHalfWidthBrackets(m_converted.text);
     if (m_due == Due::LongLines && isYes) {
         m_converted.text = m_lines.text;
         m_longLine = m_lines.firstUnbroken;
     }
-    GoOn(Due(int(m_due) + 1));
+    Seek(Due(int(m_due) + 1));
 }
 
-QString StudyFromText::Question() const
+QString StudyFromText::Question()
 {
+    GoOn(QDeadlineTimer(QDeadlineTimer::Forever));
     const QString limit = QString::number(MaxLineBytes);
     switch (m_due) {
     case Due::Encoding:

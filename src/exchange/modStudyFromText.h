@@ -2,7 +2,8 @@
 // SPDX-License-Identifier: MIT
 
 // Makes a study file from any text: from a file in another encoding, the rows of a table, or what was typed. Nothing
-// here has a window. Whoever has one asks the questions that are due and takes the bytes and the report:
+// here has a window. Whoever has one asks the questions that are due and takes the bytes and the report. What takes
+// time for a long text is done by Question, or before by GoOn, in slices:
 //
 //     StudyFromText made(text);
 //     for (QString question = made.Question(); !question.isEmpty(); question = made.Question())
@@ -21,6 +22,7 @@
 #include <QByteArray>
 #include <QString>
 
+#include <optional>
 #include <vector>
 
 class StudyFromText
@@ -40,14 +42,23 @@ class StudyFromText
         return CharCodeName(m_code);
     }
 
+    /// Goes on to the next question until the deadline. @return whether there is more to do
+    bool GoOn(const QDeadlineTimer &deadline);
+
+    /// How much has been done on the way to the next question, from 0 to 1.
+    double Done() const
+    {
+        return m_conversion ? m_conversion->Done() : 1;
+    }
+
     /// The question that is due; empty if all are answered. No question is asked twice, and none if the answer could
     /// not make a study file of the text.
-    QString Question() const;
+    QString Question();
 
     /// Answers the question that is due. After a no, what it offers to change stays.
     void Answer(bool isYes);
 
-    /// Encodes the text after the last answer. @param bytes  of the study file; undefined after a refusal
+    /// Encodes the text when no question is left. @param bytes  of the study file; undefined after a refusal
     /// @return why the text cannot be a study file, with the 1-based line of the text to begin with
     TextRefusal Encode(QByteArray *bytes) const;
 
@@ -70,7 +81,7 @@ class StudyFromText
     };
 
     bool IsDue(Due question);
-    void GoOn(Due next);
+    void Seek(Due next);
     QString NameOfLine(int line) const;
     QString NameOfPlace(const CharacterAt &at) const;
 
@@ -79,6 +90,8 @@ class StudyFromText
     QByteArray m_bytes;
     CharCode m_code = CharCode::None;
     Due m_due = Due::None;
+    bool m_isSought = false;                    // whether m_due is still to be judged
+    std::optional<TextConversion> m_conversion; // under way
     ConvertedText m_converted;
     BrokenLines m_lines;
     int m_longLine = 0; // first line of the result that is too long

@@ -168,15 +168,17 @@ void frmFile::cmdConvFile_Click()
     if (path.isEmpty())
         return;
     const QString copyPath = PrintableCopyPath(m_folder.Path(), path);
-    QByteArray copy;
-    if (const TextRefusal refusal = MakePrintableCopy(path, &copy)) {
+    PrintableCopy copy;
+    if (const TextRefusal refusal = copy.Read(path)) {
         m_msg.Refuse(this, refusal.message);
         return;
     }
-    const OldCopy oldCopy = JudgeOldCopy(copy, path, copyPath);
+    if (!frmWait(u"印刷用ファイルを作っています。"_s, this).Run(copy))
+        return;
+    const OldCopy oldCopy = JudgeOldCopy(copy.Bytes(), path, copyPath);
     if (MustAsk(oldCopy) && m_msg.Ask(this, ReplaceCopyQuestion(copyPath, oldCopy)) != MsgResult::Ok)
         return;
-    if (const FileFault fault = WritePrintableCopy(copy, copyPath, oldCopy)) {
+    if (const FileFault fault = WritePrintableCopy(copy.Bytes(), copyPath, oldCopy)) {
         m_msg.Refuse(this, FaultMessage(u"印刷用ファイルを書き込めません。"_s, fault));
         return;
     }
@@ -266,9 +268,7 @@ void frmFile::lstFile_OLEDragDrop(const QStringList &paths)
             files.declined.swap(files.replaced);
     }
     FileTaking taking(files.fresh + files.replaced, m_folder.Path());
-    frmWait(u"コピーしています。"_s, this)
-        .Run([&taking](const QDeadlineTimer &deadline) { return taking.GoOn(deadline); },
-             [&taking] { return taking.Done(); });
+    frmWait(u"コピーしています。"_s, this).Run(taking);
     ListFiles();
     const auto isStudyFile = [](const QString &name) { return name.endsWith(u".txt", Qt::CaseInsensitive); };
     const auto copied = std::ranges::find_if(taking.Copied(), isStudyFile);

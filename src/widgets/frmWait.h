@@ -30,6 +30,14 @@ class frmWait : public QDialog
     /// @return false if the user, or the end of the program, has stopped the work before that
     bool Run(const Slice &slice, const std::function<double()> &done);
 
+    /// The same for an object with a GoOn(deadline), which returns whether there is more to do, and a Done().
+    template <typename Work>
+    bool Run(Work &work)
+    {
+        return Run([&work](const QDeadlineTimer &deadline) { return work.GoOn(deadline); },
+                   [&work] { return work.Done(); });
+    }
+
   private:
     void Form_Load(const QString &caption);
     void cmdCancel_Click();

@@ -7,6 +7,7 @@
 #include "support/TestFiles.h"
 #include "text/modDecodeText.h"
 
+#include <QDeadlineTimer>
 #include <QStringEncoder>
 
 #include <gtest/gtest.h>
@@ -116,6 +117,24 @@ TEST(ConvertText, CharactersWithEquivalent_AreReplacedAndCounted)
         EXPECT_EQ(converted.unwritableCount, 0);
     }
     EXPECT_EQ(ConvertText(u"\u2212a\u301C\u2212"_s, Accents::Keep).replaced.front().count, 2);
+}
+
+TEST(TextConversion, InSlices_KeepsTogetherWhatMakesOneCharacter)
+{
+    // The repetitions have 13 characters, so that a slice ends at each place in them.
+    const QString text = u"\r\n\U0001F600か\u3099e\u0301\u00E9\u2212漢ab"_s.repeated(20'000);
+    TextConversion conversion(text, Accents::Remove);
+    int slices = 1;
+    while (conversion.GoOn(QDeadlineTimer(0)))
+        ++slices;
+    EXPECT_GT(slices, 30);
+    const ConvertedText converted = conversion.Take();
+    EXPECT_TRUE(converted.text == u"\r\nがee－漢ab"_s.repeated(20'000));
+    EXPECT_EQ(converted.accentCount, 40'000);
+    EXPECT_EQ(converted.replaced.front().count, 20'000);
+    EXPECT_EQ(converted.unwritableCount, 20'000);
+    EXPECT_EQ(converted.unwritable[1].line, 3);
+    EXPECT_EQ(converted.unwritable[1].column, 1);
 }
 
 TEST(ConvertText, AccentedLetters_LoseAccentsOnlyOnRequest)

@@ -13,6 +13,7 @@
 #include "text/modCheckText.h"
 #include "text/modReadText.h"
 
+#include <QDeadlineTimer>
 #include <QStringEncoder>
 
 #include <gtest/gtest.h>
@@ -230,6 +231,28 @@ TEST(StudyTextOf, SkippedRows_KeepNumbersOfTheOthers)
     TableOptions options;
     options.skipsFirstRow = true;
     EXPECT_EQ(StudyOf(u"word\n\na\n \n,\nb"_s, options).rowNumbers, std::vector<int>({3, 6}));
+}
+
+TEST(TableTextMaking, ManyRows_AreTakenInSlicesThatLoseNone)
+{
+    QByteArray csv = "head,er\n";
+    QStringList expected;
+    for (int row = 1; row <= 1000; ++row) {
+        csv += QByteArray::number(row) + ",\"{{c1::a}}\"\n,\n";
+        expected += QString::number(row) + u"\u3000[a]"_s;
+    }
+    TableOptions options;
+    options.skipsFirstRow = true;
+    const Table table = TableOf(csv);
+    TableTextMaking making(table, options);
+    int slices = 1;
+    for (double done = making.Done(); making.GoOn(QDeadlineTimer(0)); done = making.Done(), ++slices)
+        EXPECT_TRUE(making.Done() > done && making.Done() < 1);
+    EXPECT_GT(slices, 10);
+    EXPECT_EQ(making.Done(), 1);
+    const TableStudyText study = making.Take();
+    EXPECT_EQ(study.text, expected.join(u"\r\n"_s) + u"\r\n"_s);
+    EXPECT_EQ(study.rowNumbers.back(), 2000);
 }
 
 TEST(StudyTextOf, AnkiExport_RoundTrips)

@@ -127,7 +127,9 @@ TEST(StudyFromText, Report_SaysWhatWasMadeAndWhatIsLeftToDo)
               u"アクセント記号を1個除きました。\r\n\r\n"
               u"3行目は100バイトを超えるため，このままでは開けません。編集して改行を加えてください。"_s);
     EXPECT_TRUE(Outcome(StudyFromText(text), u"yn"_s).report.contains(u"\r\n1行目は100バイトを超えるため"_s));
-    EXPECT_EQ(StudyFromText(u"\n"_s).Report(u"作りました。"_s, u"txt/a.txt"_s, QString()),
+    StudyFromText lineEnd(u"\n"_s);
+    EXPECT_EQ(lineEnd.Question(), QString());
+    EXPECT_EQ(lineEnd.Report(u"作りました。"_s, u"txt/a.txt"_s, QString()),
               u"作りました。\r\n    ファイル名＝a.txt\r\n    行の数＝1，空欄の数＝0"_s);
 }
 

@@ -8,6 +8,10 @@
 //     driven_session APPLICATION_FOLDER study USER DAY INTERIM
 //                             studies until it is killed; DAY counts days from a fixed date, and INTERIM is how many
 //                             seconds of the simulated clock pass before the session under way is saved
+//     driven_session APPLICATION_FOLDER end WORK         studies the first file, begins some work on it, on the
+//                             second file, on a table or with dropped files
+//                             (Print, Export, Copy, Convert, Table, Take), and is asked to end by a signal meanwhile;
+//                             exits with 1 if the work was done before
 //
 // "study" prints what must have been saved by then, one line each:
 //
@@ -19,6 +23,8 @@
 #include "app/modMain.h"
 #include "base/modFile.h"
 #include "page/picText.h"
+#include "platform/modEndSignal.h"
+#include "support/DropFiles.h"
 #include "support/RecordingServices.h"
 #include "view/frmText.h"
 #include "widgets/InputGuard.h"
@@ -35,6 +41,7 @@
 #include <QTest>
 #include <QTimer>
 
+#include <csignal>
 #include <cstdio>
 #include <malloc.h>
 #include <sys/resource.h>
@@ -99,12 +106,20 @@ class SimulatedUser : public QObject
     /// Answers every window from now on.
     void Step()
     {
+        if (m_hasLeft)
+            return;
         // First, so that the steps continue while an action waits in a dialog.
         QTimer::singleShot(0, this, &SimulatedUser::Step);
         if (QWidget *const dialog = QApplication::activeModalWidget())
             AnswerDialog(dialog);
         else if (study && study->isVisible() && !m_isBusy)
             Study();
+    }
+
+    /// Answers no more windows.
+    void Leave()
+    {
+        m_hasLeft = true;
     }
 
   private:
@@ -198,10 +213,102 @@ class SimulatedUser : public QObject
 
     QString m_name;
     const FaultServices &m_services;
+    bool m_hasLeft = false;
     bool m_isBusy = false;
     int m_sessions = 0;
     int m_fileStep = 0;
     int m_count = 0;
+};
+
+/// Begins some work when the windows wait for input, and sends the signal while the program says that it takes time.
+class EndedUser : public QObject
+{
+  public:
+    EndedUser(frmText &study, const QString &folder, const QString &work)
+        : m_study(study), m_folder(folder), m_work(work)
+    {
+    }
+
+    void Step()
+    {
+        QWidget *const dialog = QApplication::activeModalWidget();
+        if (dialog && dialog->objectName() == u"frmWait") {
+            std::raise(SIGTERM);
+            return; // leaves all windows to the program
+        }
+        QTimer::singleShot(0, this, &EndedUser::Step);
+        if (!dialog)
+            Study();
+        else if (dialog->objectName() != u"frmFile")
+            Agree(dialog);
+        else if (!m_hasChosen)
+            ChooseFile(dialog);
+        else if (m_hasBegun)
+            QApplication::exit(1);
+    }
+
+  private:
+    static void Agree(QWidget *dialog)
+    {
+        if (auto *const timer = dialog->findChild<QTimer *>(); dialog->objectName() == u"frmMsg" && timer->isActive())
+            timer->start(0);
+        if (auto *const csv = dialog->findChild<QAbstractButton *>(u"optCsv"_s))
+            csv->click();
+        if (auto *const button = dialog->findChild<QPushButton *>(u"cmdOK"_s); button->isEnabled())
+            button->click();
+    }
+
+    void ChooseFile(QWidget *dialog)
+    {
+        auto *const list = dialog->findChild<QListView *>(u"lstFile"_s);
+        list->setCurrentIndex(list->model()->index(m_work == u"Convert" && m_hasStudied ? 1 : 0, 0));
+        if (!m_hasStudied) {
+            dialog->findChild<QPushButton *>(u"cmdSelect"_s)->click();
+            return;
+        }
+        m_hasChosen = true;
+        QTimer::singleShot(0, this, [this] { m_hasBegun = true; }); // after what a drop has put off
+        auto *const convert = dialog->findChild<QPushButton *>(u"cmdConvCode"_s);
+        if (m_work == u"Table") {
+            DropFiles({m_folder + u"/table.csv"_s}, dialog);
+        } else if (m_work == u"Take") {
+            const QDir dropped(m_folder + u"/many"_s);
+            QStringList paths;
+            for (const QString &name : dropped.entryList(QDir::Files))
+                paths += dropped.filePath(name);
+            DropFiles(paths, dialog);
+        } else if (m_work == u"Copy") {
+            dialog->findChild<QAction *>(u"cmdConvFile"_s)->trigger();
+        } else {
+            convert->setEnabled(true); // without waiting for the list to check the file
+            convert->click();
+        }
+    }
+
+    void Study()
+    {
+        if (m_hasBegun) {
+            QApplication::exit(1);
+            return;
+        }
+        if (m_study.findChild<QLabel *>(u"lblNum"_s)->text().toInt() == 0) { // not open yet, or ignoring keys
+            QTest::keyClick(m_study.findChild<PicText *>(u"picText"_s), Qt::Key_Return);
+            return;
+        }
+        m_hasStudied = true;
+        m_hasBegun = m_work == u"Print" || m_work == u"Export";
+        if (m_hasBegun)
+            QTest::keyClick(&m_study, m_work == u"Print" ? Qt::Key_P : Qt::Key_E, Qt::ControlModifier);
+        else
+            m_study.findChild<QPushButton *>(u"cmdFile"_s)->click();
+    }
+
+    frmText &m_study;
+    QString m_folder;
+    QString m_work;
+    bool m_hasStudied = false;
+    bool m_hasChosen = false; // what to work on in the file selection
+    bool m_hasBegun = false;
 };
 
 } // namespace
@@ -240,6 +347,16 @@ int main(int argc, char *argv[])
                    mode == u"study" ? arguments.value(5).toInt() : InterimSeconds});
     study.findChild<QTimer *>(u"tmrKeep"_s)->setInterval(0);
     QObject::connect(&study, &frmText::Ended, &application, [] { QApplication::exit(0); });
+    if (mode == u"end") {
+        const EndSignal endSignal;
+        QObject::connect(&endSignal, &EndSignal::Asked, &application, [] { QApplication::exit(0); });
+        QObject::connect(&endSignal, &EndSignal::Asked, &study, &frmText::close);
+        simulatedUser.Leave();
+        study.show();
+        EndedUser endedUser(study, folder, arguments.value(3));
+        QTimer::singleShot(0, &endedUser, &EndedUser::Step);
+        return QApplication::exec();
+    }
     qint64 heapAtFirst = 0;
     if (mode == u"actions") {
         // Few more than are open already, so that leaked file descriptors soon make something fail.

@@ -453,6 +453,41 @@ TEST_F(Faults, EachWrite_SyncsFileAndThenFolder)
     }
 }
 
+TEST_F(Faults, EndSignalDuringLongWork_GivesItUpAndKeepsAnswers)
+{
+    QHash<QString, QByteArray> files = {
+        {u"txt/a.txt"_s, QByteArray("[a]\r\n").repeated(400'000)},
+        {u"txt/b.txt"_s, QByteArray("\xC3\xA9\n").repeated(1'000'000)}, // in UTF-8, with accents
+        {u"rec/a_印刷.html"_s, "old"},
+        {u"table.csv"_s, QByteArray("a,b\n").repeated(1'000'000)},
+    };
+    for (auto file = files.constBegin(); file != files.constEnd(); ++file)
+        folder.Write(file.key(), file.value());
+    constexpr int droppedCount = 3000;
+    for (int number = 0; number < droppedCount; ++number)
+        folder.Write(u"many/n%1.txt"_s.arg(number), added.toLatin1());
+    int sessions = 0;
+    for (const QString &work : {u"Print"_s, u"Export"_s, u"Copy"_s, u"Table"_s, u"Convert"_s, u"Take"_s}) {
+        SCOPED_TRACE(work.toStdString());
+        QProcess program;
+        program.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+        program.start(Driver, {folder.Path(), u"end"_s, work});
+        ASSERT_TRUE(program.waitForFinished(1'200'000));
+        EXPECT_EQ(program.exitStatus(), QProcess::NormalExit);
+        EXPECT_EQ(program.exitCode(), 0) << "the work was done before the signal came";
+        EXPECT_EQ(Query(databasePath, "select count(*) from t_kotoban where num_answer = 1").toInt(), ++sessions);
+        for (auto file = files.constBegin(); file != files.constEnd(); ++file)
+            EXPECT_TRUE(folder.Read(file.key()) == file.value()) << file.key().toStdString();
+        EXPECT_EQ(QDir(folder.Path(u"rec"_s)).entryList(QDir::Files), QStringList(u"a_印刷.html"_s));
+        const QStringList names = QDir(folder.Path(u"txt"_s)).entryList(QDir::Files);
+        const QStringList taken = names.filter(QRegularExpression(u"^n\\d+\\.txt$"_s));
+        EXPECT_EQ(names.size(), taken.size() + 2) << names.join(u' ').toStdString();
+        EXPECT_LT(taken.size(), droppedCount);
+        for (const QString &name : taken)
+            EXPECT_EQ(folder.Read(u"txt/"_s + name), added.toLatin1());
+    }
+}
+
 TEST_F(Faults, TwoSimultaneousStarts_ExactlyOneRuns)
 {
     for (int round = 0; round < 50; ++round) {

@@ -6,18 +6,17 @@
 #include "files/frmFile.h"
 #include "settings/modSettings.h"
 #include "store/modDB_SQLite.h"
+#include "support/DropFiles.h"
 #include "support/Rows.h"
 #include "support/WindowTest.h"
 #include "text/modCheckText.h"
 
 #include <QAction>
 #include <QCommonStyle>
-#include <QDropEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListView>
 #include <QMenu>
-#include <QMimeData>
 #include <QPainter>
 #include <QPushButton>
 #include <QScreen>
@@ -61,16 +60,7 @@ class FileWindowTest : public WindowTest
 
     static void Drop(QWidget *dialog, const QStringList &paths)
     {
-        QList<QUrl> urls;
-        for (const QString &path : paths)
-            urls += QUrl::fromLocalFile(path);
-        QMimeData files;
-        files.setUrls(urls);
-        QDragEnterEvent enter(QPoint(5, 5), Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
-        QCoreApplication::sendEvent(dialog, &enter);
-        QDropEvent drop(QPointF(5, 5), Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
-        QCoreApplication::sendEvent(dialog, &drop);
-        EXPECT_TRUE(drop.isAccepted());
+        EXPECT_TRUE(DropFiles(paths, dialog));
     }
 
     QString good;

@@ -105,17 +105,18 @@ TEST(PrintableCopy, Written_KeepsTextAndBlanksAnswers)
     for (const QString &name : {u"..txt"_s, u"a\\..\\b.txt"_s, u"$(x) \"'`;\n.txt"_s, u"-rf.txt"_s})
         EXPECT_EQ(QFileInfo(PrintableCopyPath(folder.Path(), folder.Path(name))).path(), folder.Path())
             << name.toStdString();
-    QByteArray made;
-    EXPECT_FALSE(MakePrintableCopy(source, &made));
-    EXPECT_FALSE(WritePrintableCopy(made, copy, OldCopy::Replaceable));
+    PrintableCopy made;
+    EXPECT_FALSE(made.Read(source));
+    EXPECT_FALSE(made.GoOn(QDeadlineTimer(QDeadlineTimer::Forever)));
+    EXPECT_FALSE(WritePrintableCopy(made.Bytes(), copy, OldCopy::Replaceable));
     const QByteArray written = folder.Read(u"week1_印刷用.txt"_s);
     EXPECT_EQ(FromCodePage932(written), u"水は[___]で[＿_]  []\r\n［全角］\r\n"_s);
 
     const QString bad = folder.WriteStudyFile(u"bad.txt"_s, {u"[a"_s});
-    EXPECT_EQ(MakePrintableCopy(bad, &made).message, BracketCountMessage(1, u"[a"));
-    EXPECT_EQ(made, written) << "nothing is added";
+    EXPECT_EQ(made.Read(bad).message, BracketCountMessage(1, u"[a"));
+    EXPECT_EQ(made.Bytes(), QByteArray()) << "nothing to write";
     const QString nowhere = folder.Path(u"none/x.txt"_s);
-    EXPECT_EQ(WritePrintableCopy(made, nowhere, OldCopy::Replaceable).path, nowhere);
+    EXPECT_EQ(WritePrintableCopy(written, nowhere, OldCopy::Replaceable).path, nowhere);
 }
 
 TEST(PrintableCopy, EditedByHand_IsAskedForOrBackedUp)
