@@ -11,15 +11,35 @@
 
 #include <cstdint>
 #include <cstdio>
+#include <cstdlib>
 #include <random>
+
+#ifdef Q_OS_UNIX
+#include <sys/resource.h>
+#include <unistd.h>
+#endif
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size);
 
 namespace {
 
+/// Runs one input. Fails if it takes too much time or memory, which is many times what any takes.
 void Run(const QByteArray &bytes)
 {
+#ifdef Q_OS_UNIX
+    alarm(10); // seconds; ends the process
+#endif
     LLVMFuzzerTestOneInput(reinterpret_cast<const std::uint8_t *>(bytes.constData()), std::size_t(bytes.size()));
+#ifdef Q_OS_UNIX
+    alarm(0);
+    constexpr long mostKilobytes = 1'000'000;
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    if (usage.ru_maxrss <= mostKilobytes)
+        return;
+    std::fprintf(stderr, "too much memory for the input %s\n", bytes.toPercentEncoding().constData());
+    std::abort();
+#endif
 }
 
 /// Bytes that have a special meaning in one of the formats.
