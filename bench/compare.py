@@ -164,6 +164,16 @@ def compare_lists():
             shares(counters[f"ShowHistory/{weeks}", "longest_ms"], 16), 1)
 
 
+def compare_largest_lists():
+    cpu_us, _ = timings("Large")
+    for name, what in (("ShowLargeUserList", "the user selection with the largest user list"),
+                       ("ShowLargeKeywordList", "the search with the largest keyword list"),
+                       ("ReadLargeSettings", "reading the largest settings"),
+                       ("FindInLargeMarkList", "the largest list of marks"),
+                       ("WriteLargePlaceList", "adding a place to the largest list")):
+        row(f"{what} / with a tenth of it", ratios(cpu_us[f"{name}/10"], cpu_us[f"{name}/1"]), 15)
+
+
 def compare_pictures():
     cpu_us, _ = timings("ShowPicture")
     for name in ("PNG", "JPEG", "GIF", "BMP"):
@@ -229,6 +239,7 @@ compare_growth()
 compare_steps()
 compare_search()
 compare_lists()
+compare_largest_lists()
 compare_pictures()
 compare_history(1, 200)
 compare_history(9999, 1)

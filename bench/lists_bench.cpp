@@ -4,7 +4,12 @@
 // Benchmarks of the lists: the search, the file selection and the study history. The counter longest_ms is the longest
 // time between two turns of the event loop, in milliseconds of CPU time.
 #include "Inputs.h"
+#include "app/frmLogin.h"
+#include "app/modUserList.h"
 #include "files/frmFile.h"
+#include "platform/modProfile.h"
+#include "records/modMarkList.h"
+#include "records/modPlaceList.h"
 #include "search/frmSearch.h"
 #include "settings/modSettings.h"
 #include "support/RecordingServices.h"
@@ -176,5 +181,78 @@ void ShowHistory(benchmark::State &state)
     state.counters["longest_ms"] = longest;
 }
 BENCHMARK(ShowHistory)->Arg(2)->Arg(9'999)->Iterations(1)->Unit(benchmark::kMillisecond);
+
+/// Tenths of the largest list that is read.
+void Tenths(benchmark::internal::Benchmark *benchmark)
+{
+    benchmark->Arg(1)->Arg(10)->Iterations(1)->Unit(benchmark::kMillisecond);
+}
+
+/// A file of so many tenths of a size. @param pattern  repeated in it; the worst one for the list
+QByteArray LargeList(const benchmark::State &state, qint64 bytes, const QByteArray &pattern)
+{
+    return pattern.repeated(bytes * state.range(0) / 10 / pattern.size());
+}
+
+void ShowLargeUserList(benchmark::State &state)
+{
+    const TestFolder folder;
+    const QString path = folder.Write(u"ListUserName.txt"_s, LargeList(state, MaxUserListBytes, "\n"));
+    RecordingServices services;
+    frmMsg msg(services, folder.Path());
+    for (auto step : state) {
+        frmLogin login(services, msg, path, u"taro"_s);
+        login.show();
+        QCoreApplication::processEvents();
+    }
+}
+BENCHMARK(ShowLargeUserList)->Apply(Tenths);
+
+void ShowLargeKeywordList(benchmark::State &state)
+{
+    const TestFolder folder;
+    QByteArray list;
+    for (int number = 0; list.size() < MaxKeywordListBytes * state.range(0) / 10 - 10; ++number)
+        list += "\x90\x85" + QByteArray::number(number, 36) + "\n";
+    const QString path = folder.Write(u"KeywordList.txt"_s, list);
+    for (auto step : state) {
+        KeywordSearch search(ReadKeywordList(path));
+        frmSearch window(
+            search, [] { return 1; }, nullptr);
+        window.Open();
+        QCoreApplication::processEvents();
+    }
+}
+BENCHMARK(ShowLargeKeywordList)->Apply(Tenths);
+
+void ReadLargeSettings(benchmark::State &state)
+{
+    const TestFolder folder;
+    const SettingsFile file(
+        folder.Write(u"Kotoban.ini"_s, "[setting]" + LargeList(state, MaxProfileBytes - 10, "\n=")));
+    QStringList messages;
+    for (auto step : state)
+        file.Read(DefaultSettings(), UpperBounds(300), &messages);
+}
+BENCHMARK(ReadLargeSettings)->Apply(Tenths);
+
+void FindInLargeMarkList(benchmark::State &state)
+{
+    const TestFolder folder;
+    const MarkList marks(folder.Write(u"ListMark.txt"_s, LargeList(state, MaxMarkListBytes, "\n")), u"user"_s);
+    for (auto step : state)
+        benchmark::DoNotOptimize(marks.Find(u"study"_s, DisplayText()));
+}
+BENCHMARK(FindInLargeMarkList)->Apply(Tenths);
+
+void WriteLargePlaceList(benchmark::State &state)
+{
+    const TestFolder folder;
+    const PlaceList places(folder.Write(u"ListPlace.txt"_s, LargeList(state, MaxPlaceListBytes, "a\tb\t1\n")));
+    for (auto step : state)
+        if (const FileFault fault = places.Write(u"user"_s, u"new"_s, 7))
+            state.SkipWithError(qPrintable(fault.reason));
+}
+BENCHMARK(WriteLargePlaceList)->Apply(Tenths);
 
 } // namespace
