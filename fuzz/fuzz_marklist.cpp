@@ -52,7 +52,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
         return 0;
     }
     Require(marks.Find(Title, text) == blanks);
-    Require(marks.FindIn(marks.Entries(Title, text, blanks), Title, text) == blanks);
+    Require(marks.FindIn(marks.Entries(Title, text, blanks), text) == blanks);
     const QStringList others = Others(file.Path(), user);
     Require(!marks.Write(Title, text, {}));
     Require(marks.Find(Title, text).empty());
