@@ -18,6 +18,23 @@ namespace {
 constexpr int RowGapPx = 2; // between the boxes of two rows
 constexpr int FocusFramePx = 2;
 constexpr int CurrentFramePx = 2;
+constexpr int SoftRingGapPx = 1; // between a soft box and the frame around it
+constexpr int MinCornerPx = 6;   // of the mark of a hard blank
+
+/// Fills a rounded box with an outline whose edges have these widths.
+void FillBox(QPainter *painter, const QRect &box, const QMargins &edges, double radius, const QColor &outline,
+             const QColor &fill)
+{
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setPen(Qt::NoPen);
+    painter->setBrush(outline);
+    painter->drawRoundedRect(box, radius, radius);
+    painter->setBrush(fill);
+    const double inner = qMax(0.0, radius - edges.top());
+    painter->drawRoundedRect(box.marginsRemoved(edges), inner, inner);
+    painter->restore();
+}
 
 } // namespace
 
@@ -93,15 +110,28 @@ void PagePainter::DrawText(int row)
         DrawCurrent(row); // below the text, because an adjacent character may reach into it
     DrawCells(m_page.text.MaskedLine(line), 0, row, m_colours.text);
     for (const int blank : m_page.text.BlanksOnLine(line))
-        DrawBox(blank, row);
+        DrawBlank(blank, row);
     UnderlinePictures(row);
 }
 
-/// Width of lines: one pixel, more on a page with large text.
-int PagePainter::PenWidth() const
+/// Width of lines in pixels of the text area.
+int PagePainter::LinePx() const
 {
     constexpr int pitchOfOnePixel = 20;
-    return qMax(1, Device(1) * qMax(1, m_layout.linePitchPx / pitchOfOnePixel));
+    if (m_colours.drawing.hasWiderLines)
+        return qBound(1, m_page.zoomPercent / 100, 3);
+    return qMax(1, m_layout.linePitchPx / pitchOfOnePixel);
+}
+
+int PagePainter::PenWidth() const
+{
+    return qMax(1, Device(1) * LinePx());
+}
+
+/// A multiple of the page's font size.
+double PagePainter::FontSizes(double count) const
+{
+    return count * m_font.Font().pixelSize();
 }
 
 int PagePainter::Device(int px) const
@@ -115,73 +145,135 @@ QRect PagePainter::Device(const QRect &rect) const
                  QPoint(Device(rect.right() + 1) - 1, Device(rect.bottom() + 1) - 1));
 }
 
+/// Whether the mark of a hit covers the whole box of a hidden answer, so as not to tell where in it the hit is.
+bool PagePainter::IsFoundHidden(int blank) const
+{
+    if (m_page.found.line != m_page.text.Blanks().LineOf(blank) || m_page.round.bolOpen(blank))
+        return false;
+    const CellRange found = m_page.text.Cells(m_page.found);
+    const CellRange cells = m_page.text.Cells(blank);
+    return cells.start < found.end && found.start < cells.end;
+}
+
 void PagePainter::DrawFound(int row)
 {
-    const TextSpan &found = m_page.found;
-    auto [firstCell, endCell] = m_page.text.Cells(found);
-    for (const int blank : m_page.text.BlanksOnLine(found.line)) {
+    auto [firstCell, endCell] = m_page.text.Cells(m_page.found);
+    for (const int blank : m_page.text.BlanksOnLine(m_page.found.line)) {
+        if (!IsFoundHidden(blank))
+            continue;
         const CellRange cells = m_page.text.Cells(blank);
-        if (!m_page.round.bolOpen(blank) && cells.start < endCell && firstCell < cells.end) {
-            firstCell = qMin(firstCell, cells.start);
-            endCell = qMax(endCell, cells.end);
-        }
+        firstCell = qMin(firstCell, cells.start);
+        endCell = qMax(endCell, cells.end);
     }
-    m_painter.fillRect(Device(BoxOf(firstCell, endCell, row)), m_colours.found);
+    const QRect area = Device(AreaOf(firstCell, endCell, row));
+    m_painter.fillRect(area, m_colours.found);
+    if (m_colours.drawing.isSoft)
+        DrawRing(area, PenWidth(), m_colours.answer); // a soft mark alone does not stand out enough
 }
 
 /// Frames the current target just outside its box, in the gap between rows.
 void PagePainter::DrawCurrent(int row)
 {
     const CellRange cells = m_page.text.Cells(m_page.current);
-    const QRect box = BoxOf(cells.start, cells.end, row);
-    DrawRing(Device(box.adjusted(-CurrentFramePx, -CurrentFramePx, CurrentFramePx, CurrentFramePx)),
-             qMax(1, Device(CurrentFramePx)), m_colours.current);
+    QRect target = Device(AreaOf(cells.start, cells.end, row));
+    int gap = 0;
+    if (m_colours.drawing.isSoft) {
+        for (const int blank : m_page.text.BlanksOnLine(m_page.current.line))
+            if (m_page.text.Cells(blank) == cells)
+                target = BoxOf(blank, row);
+        gap = Device(SoftRingGapPx);
+    }
+    const int width = qMax(1, Device(CurrentFramePx));
+    const int reach = gap + width;
+    DrawRing(target.adjusted(-reach, -reach, reach, reach), width, m_colours.current);
 }
 
 /// The area of the cells firstCell..endCell - 1 of a row.
-QRect PagePainter::BoxOf(int firstCell, int endCell, int row) const
+QRect PagePainter::AreaOf(int firstCell, int endCell, int row) const
 {
     return QRect(m_layout.CellLeftPx(firstCell), m_layout.RowTopPx(row), (endCell - firstCell) * m_layout.cellWidthPx,
                  m_layout.linePitchPx - RowGapPx);
 }
 
-void PagePainter::DrawBox(int blank, int row)
+/// The outer edge of a blank's box, in device pixels.
+QRect PagePainter::BoxOf(int blank, int row) const
 {
-    const BoxEdges box = GetBqInfoFromLine(m_page.text, blank, m_layout.cellWidthPx, m_layout.CellLeftPx(0));
-    if (box.rightPx < m_leftPx || box.leftPx > m_rightPx)
+    const CellRange cells = m_page.text.Cells(blank);
+    const QRect area = AreaOf(cells.start, cells.end, row);
+    const PageDrawing &drawing = m_colours.drawing;
+    // The right edge is where HitTest expects it: on the first pixel after the last cell.
+    if (!drawing.isSoft)
+        return Device(area.adjusted(0, 0, 1, 0));
+    const QRect whole = Device(area);
+    const int inset = int(std::lround(drawing.insetCells * Device(m_layout.cellWidthPx)));
+    const int height =
+        qMin(int(std::lround(FontSizes(drawing.boxHeight))), Device(m_layout.linePitchPx) - 3 * PenWidth());
+    return QRect(whole.left() + inset, whole.top() + (whole.height() - height) / 2, whole.width() - 2 * inset, height);
+}
+
+void PagePainter::DrawBlank(int blank, int row)
+{
+    const BoxEdges edges = GetBqInfoFromLine(m_page.text, blank, m_layout.cellWidthPx, m_layout.CellLeftPx(0));
+    if (edges.rightPx < m_leftPx || edges.leftPx > m_rightPx)
         return;
     const bool isShown = m_page.round.bolOpen(blank);
+    const bool isSoft = m_colours.drawing.isSoft;
+    const bool isFound = IsFoundHidden(blank);
+    const QRect box = BoxOf(blank, row);
+    if (isSoft)
+        DrawSoftBox(box, blank, isFound);
+    else
+        DrawOutline(box, isShown);
+    if (m_page.round.IsHard(blank) && !isSoft)
+        DrawCorner(box);
+    const QStringView answer = m_page.text.Answer(blank);
+    const int answerCell = m_page.text.Cells(blank).start + 1;
+    if (isShown)
+        DrawCells(answer, answerCell, row, m_colours.answer);
+    else if (blank == m_page.hintedBlank)
+        DrawCells(answer.first(m_page.hintLength), answerCell, row, isFound ? m_colours.text : m_colours.hint);
+    // An empty answer must not differ from a hidden one only by the colour of its box, so mark it with a dash.
+    if (isShown && !isSoft && answer.trimmed().isEmpty())
+        m_painter.drawLine(box.left() + box.width() / 4, box.center().y(), box.right() - box.width() / 4,
+                           box.center().y());
+    if (m_page.round.IsHard(blank) && isSoft)
+        DrawCorner(box);
+}
+
+void PagePainter::DrawOutline(const QRect &box, bool isShown)
+{
     const int penWidth = PenWidth();
-    // The right edge is where HitTest expects it: on the first pixel after the last cell.
-    const QRect outline = Device(
-        QRect(box.leftPx, m_layout.RowTopPx(row), box.rightPx - box.leftPx + 1, m_layout.linePitchPx - RowGapPx));
     m_painter.setPen(QPen(isShown ? m_colours.shownBox : m_colours.hiddenBox, penWidth, Qt::SolidLine, Qt::SquareCap,
                           Qt::MiterJoin));
     m_painter.setBrush(Qt::NoBrush);
     // A pen of w pixels reaches w / 2 to both sides of its path.
     const double half = penWidth / 2.0;
-    m_painter.drawRect(QRectF(outline).adjusted(half, half, -half, -half));
-    if (m_page.round.IsHard(blank))
-        DrawCorner(outline);
-    const QStringView answer = m_page.text.Answer(blank);
-    const int answerCell = m_page.text.Cells(blank).start + 1;
-    if (!isShown) {
-        if (blank == m_page.hintedBlank)
-            DrawCells(answer.first(m_page.hintLength), answerCell, row, m_colours.hint);
+    m_painter.drawRect(QRectF(box).adjusted(half, half, -half, -half));
+}
+
+void PagePainter::DrawSoftBox(const QRect &box, int blank, bool isFound)
+{
+    const PageDrawing &drawing = m_colours.drawing;
+    if (m_page.round.bolOpen(blank)) {
+        const int width = int(std::lround(qMax(drawing.underlinePx, double(LinePx())) * m_scale));
+        m_painter.fillRect(box.left(), box.bottom() + 1 - width, box.width(), width, m_colours.shownBox);
         return;
     }
-    DrawCells(answer, answerCell, row, m_colours.text);
-    // An empty answer must not differ from a hidden one only by the colour of its box, so mark it with a dash.
-    if (answer.trimmed().isEmpty())
-        m_painter.drawLine(outline.left() + outline.width() / 4, outline.center().y(),
-                           outline.right() - outline.width() / 4, outline.center().y());
+    const bool isNext = blank == m_page.nextBlank;
+    const int edge = PenWidth() * (isNext ? 2 : 1);
+    const int leftEdge = isNext ? qMax(edge, int(std::lround(FontSizes(drawing.nextEdge)))) : edge;
+    const QColor outline = isFound ? m_colours.answer : isNext ? m_colours.next : m_colours.hiddenBox;
+    const QColor fill = isFound ? m_colours.found : isNext ? m_colours.nextFill : m_colours.fill;
+    FillBox(&m_painter, box, QMargins(leftEdge, edge, edge, edge), FontSizes(drawing.radius), outline, fill);
 }
 
 /// Marks a hard blank by its box's upper right corner, where the bracket was; the shape is visible without colour.
-void PagePainter::DrawCorner(const QRect &outline)
+void PagePainter::DrawCorner(const QRect &box)
 {
-    const int side = qMin(Device(m_layout.cellWidthPx), outline.height() / 2);
-    const QPointF corner(outline.right() + 1, outline.top());
+    const PageDrawing &drawing = m_colours.drawing;
+    const int side = drawing.isSoft ? qMax(int(std::lround(FontSizes(drawing.hardCorner))), Device(MinCornerPx))
+                                    : qMin(Device(m_layout.cellWidthPx), box.height() / 2);
+    const QPointF corner(box.right() + 1, box.top());
     const QPointF points[] = {corner - QPointF(side, 0), corner, corner + QPointF(0, side)};
     m_painter.setPen(Qt::NoPen);
     m_painter.setBrush(m_colours.hard);
@@ -257,9 +349,10 @@ void PagePainter::DrawNumber(int row)
         m_painter.fillRect(strip, m_colours.lineMark);
     const QString number = QString::number(line);
     const bool isNarrow = number.size() > maxDigits;
-    const int percent = isNarrow ? 100 * maxDigits / int(number.size()) : 100;
-    const QRawFont &glyphs = isNarrow ? m_font.NarrowGlyphs(percent) : m_font.Glyphs();
-    const double figureWidth = Device(m_layout.cellWidthPx) * percent / 100.0;
+    const int stretchPercent = isNarrow ? 100 * maxDigits / int(number.size()) : 100;
+    const int sizePercent = m_colours.drawing.numberPercent;
+    const QRawFont &glyphs = m_font.Figures(sizePercent, stretchPercent);
+    const double figureWidth = Device(m_layout.cellWidthPx) * stretchPercent * sizePercent / 10'000.0;
     QList<QPointF> positions;
     for (qsizetype left = number.size(); left > 0; --left)
         positions += QPointF(std::round(strip.right() + 1 - figureWidth * double(left)), strip.top() + m_baseline);
@@ -270,7 +363,7 @@ void PagePainter::DrawNumber(int row)
 /// Draws the edge of the page, which shows whether it has keyboard focus.
 void PagePainter::DrawFrame()
 {
-    const bool isFocused = m_page.hasFocus;
+    const bool isFocused = m_page.hasFocusRing;
     DrawRing(QRect(QPoint(0, 0), QSize(Device(m_layout.widthPx), Device(m_layout.heightPx))),
              qMax(1, Device(isFocused ? FocusFramePx : 1)), isFocused ? m_colours.focus : m_colours.frame);
 }

@@ -27,7 +27,9 @@ struct PageToPaint
     TextSpan current{};  ///< to frame
     int hintedBlank = 0; ///< hidden blank whose first characters are shown; 0 for none
     int hintLength = 1;  ///< how many
-    bool hasFocus = false;
+    int nextBlank = 0;   ///< hidden blank that Enter opens, to tell apart if the colours are soft; 0 for none
+    int zoomPercent = 100;
+    bool hasFocusRing = false; ///< around the page
 };
 
 /// The area to repaint when an answer is shown or hidden, in pixels of the text area: its box, or the whole line if
@@ -51,8 +53,10 @@ class PagePainter
     void DrawText(int row);
     void DrawFound(int row);
     void DrawCurrent(int row);
-    void DrawBox(int blank, int row);
-    void DrawCorner(const QRect &outline);
+    void DrawBlank(int blank, int row);
+    void DrawOutline(const QRect &box, bool isShown);
+    void DrawSoftBox(const QRect &box, int blank, bool isFound);
+    void DrawCorner(const QRect &box);
     void UnderlinePictures(int row);
     void DrawNumber(int row);
     void DrawFrame();
@@ -62,8 +66,12 @@ class PagePainter
     void DrawGlyphs(const QRawFont &font, const QList<quint32> &glyphs, const QList<QPointF> &positions);
 
     int LineIn(int row) const;
-    QRect BoxOf(int firstCell, int endCell, int row) const;
+    QRect AreaOf(int firstCell, int endCell, int row) const;
+    QRect BoxOf(int blank, int row) const;
+    bool IsFoundHidden(int blank) const;
+    int LinePx() const;
     int PenWidth() const;
+    double FontSizes(double count) const;
     int Device(int px) const;
     QRect Device(const QRect &rect) const;
 

@@ -55,6 +55,7 @@ void PicText::SetAppearance(float points, int lineSpacePx, bool hasLineNumbers, 
     m_deviceFont.reset();
     m_lineSpacePx = lineSpacePx * zoomPercent / 100;
     m_hasLineNumbers = hasLineNumbers;
+    m_zoomPercent = zoomPercent;
     update();
 }
 
@@ -112,6 +113,10 @@ void PicText::Show(const PageChange &change)
         ShowAnswer(blank);
     if (change.isLineMarked)
         update(AreaOfLineNumbers(Layout()));
+    if (const QRect next = AreaOfNext(); next != m_paintedNext) {
+        update(m_paintedNext);
+        update(next);
+    }
 }
 
 /// Repaints a blank including its background, so that nothing remains of a hidden answer.
@@ -203,8 +208,23 @@ void PicText::resizeEvent(QResizeEvent *)
     Q_EMIT LayoutChanged();
 }
 
-void PicText::focusInEvent(QFocusEvent *)
+/// The blank that Enter opens next, if the page tells it apart; it is also the mark of the focus.
+int PicText::MarkedNext() const
 {
+    return hasFocus() && m_colours->drawing.isSoft ? m_page.NextBlank() : 0;
+}
+
+QRect PicText::AreaOfNext() const
+{
+    const int next = MarkedNext();
+    return next > 0 ? AreaOfBlank(m_page.Text(), next, m_page.TopLine(), Layout()) : QRect();
+}
+
+void PicText::focusInEvent(QFocusEvent *event)
+{
+    const Qt::FocusReason reason = event->reason();
+    if (reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason) // these return to where the focus was
+        m_isTabbedTo = reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason;
     update();
 }
 
@@ -223,6 +243,7 @@ void PicText::paintEvent(QPaintEvent *event)
         painter.drawText(rect(), int(Qt::AlignCenter) | int(Qt::TextWordWrap), SpokenPage(m_page));
         return;
     }
+    m_paintedNext = AreaOfNext();
     const PageToPaint page{.text = m_page.Text(),
                            .round = m_page.Round(),
                            .colours = *m_colours,
@@ -232,7 +253,9 @@ void PicText::paintEvent(QPaintEvent *event)
                            .current = m_page.Current(),
                            .hintedBlank = m_page.HintedBlank(),
                            .hintLength = m_page.HintLength(),
-                           .hasFocus = hasFocus()};
+                           .nextBlank = MarkedNext(),
+                           .zoomPercent = m_zoomPercent,
+                           .hasFocusRing = hasFocus() && (m_isTabbedTo || !m_colours->drawing.isSoft)};
     PagePainter pagePainter(&painter, page, &FontAt(devicePixelRatioF()));
     // Painting the parts separately is cheaper than their bounding rectangle, for example a blank and the line numbers.
     for (const QRect &part : event->region())

@@ -39,7 +39,7 @@ class PicText : public QWidget
     /// Whether the dark colours are in use.
     bool IsDark() const
     {
-        return m_colours == &DarkPage;
+        return m_colours == &DarkPage || m_colours == &SoftDarkPage;
     }
 
     /// The geometry that follows from the font and the size of the widget, for StudyPage::SetLayout.
@@ -88,6 +88,8 @@ class PicText : public QWidget
     PageFontAtScale &FontAt(double scale);
     void ShowAnswer(int blank);
     void UpdateBlank(int blank);
+    int MarkedNext() const;
+    QRect AreaOfNext() const;
     void TellChange(QAccessibleEvent &&event);
     void UpdateColours();
     void UpdatePointer(const QPoint &at);
@@ -99,6 +101,9 @@ class PicText : public QWidget
     std::unique_ptr<PageFontAtScale> m_deviceFont; // created when first needed for painting
     int m_lineSpacePx = 0;
     bool m_hasLineNumbers = false;
+    int m_zoomPercent = 100;
+    QRect m_paintedNext;       // where the blank that Enter opens next is told apart
+    bool m_isTabbedTo = false; // whether the focus came with the Tab key
     WheelSteps m_lineSteps;
     WheelSteps m_cellSteps;
     WheelSteps m_zoomSteps;

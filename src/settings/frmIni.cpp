@@ -94,7 +94,8 @@ void frmIni::AddControls()
     cboPageColour->setObjectName(u"cboPageColour"_s);
     cboPageColour->setAccessibleName(u"画面の色"_s);
     cboPageColour->setToolTip(u"本文の背景と文字の色を選びます (Alt+C)"_s);
-    cboPageColour->addItems({u"明るい"_s, u"暗い"_s, u"デスクトップに合わせる"_s}); // in enum order
+    cboPageColour->addItems(
+        {u"明るい"_s, u"暗い"_s, u"やわらかい"_s, u"暗い・やわらかい"_s, u"デスクトップに合わせる"_s}); // in enum order
     for (size_t i = 0; i < FontSizes.size(); ++i) {
         optFontSize[i] = new QRadioButton(FontSizeText(FontSizes[i]), this);
         optFontSize[i]->setObjectName(u"optFontSize"_s + QString::number(i));

@@ -16,7 +16,8 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 constexpr QStringView DefaultEditor = u"notepad.exe";
-constexpr QStringView PageColourNames[] = {u"Light", u"Dark", u"Desktop"}; // in the order of the enumeration
+// In the order of the enumeration.
+constexpr QStringView PageColourNames[] = {u"Light", u"Dark", u"Soft", u"SoftDark", u"Desktop"};
 
 void RepairFontSize(const QString &text, const Settings &defaults, Settings *settings, QStringList *messages)
 {
@@ -52,9 +53,9 @@ QString BooleanText(bool value)
 /// A missing or unknown name means light; that does not warrant a message.
 PageColourChoice PageColourOf(const QString &name)
 {
-    for (const PageColourChoice colour : {PageColourChoice::Dark, PageColourChoice::Desktop})
-        if (name.compare(PageColourNames[int(colour)], Qt::CaseInsensitive) == 0)
-            return colour;
+    for (size_t i = 0; i < std::size(PageColourNames); ++i)
+        if (name.compare(PageColourNames[i], Qt::CaseInsensitive) == 0)
+            return PageColourChoice(i);
     return PageColourChoice::Light;
 }
 

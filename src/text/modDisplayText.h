@@ -58,6 +58,8 @@ struct CellRange
 {
     int start;
     int end;
+
+    bool operator==(const CellRange &) const = default;
 };
 
 /// The horizontal edges of a blank's box, in pixels.

@@ -8,5 +8,7 @@ enum class PageColourChoice
 {
     Light,
     Dark,
-    Desktop, ///< light or dark, as the desktop is
+    Soft,     ///< light, with filled boxes
+    SoftDark, ///< the same in dark colours
+    Desktop,  ///< Light or Dark, as the desktop is
 };

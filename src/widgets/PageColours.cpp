@@ -11,9 +11,19 @@
 
 const PageColours &ColoursOf(PageColourChoice choice, const QPalette &desktop)
 {
+    switch (choice) {
+    case PageColourChoice::Light:
+        return LightPage;
+    case PageColourChoice::Dark:
+        return DarkPage;
+    case PageColourChoice::Soft:
+        return SoftPage;
+    case PageColourChoice::SoftDark:
+        return SoftDarkPage;
+    case PageColourChoice::Desktop:
+        break;
+    }
     const bool isDark =
-        choice == PageColourChoice::Dark ||
-        (choice == PageColourChoice::Desktop &&
-         (IsDarker(desktop.color(QPalette::Window), desktop.color(QPalette::WindowText)) || IsSystemInDarkMode()));
+        IsDarker(desktop.color(QPalette::Window), desktop.color(QPalette::WindowText)) || IsSystemInDarkMode();
     return isDark ? DarkPage : LightPage;
 }

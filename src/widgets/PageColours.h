@@ -9,12 +9,44 @@
 enum class PageColourChoice;
 class QPalette;
 
+/// How the boxes of blanks are drawn. Sizes without a unit are parts of the size of the page's font.
+struct PageDrawing
+{
+    bool isSoft = false;       ///< hidden answers in filled boxes, shown ones on a line, instead of outlines for both
+    bool hasWiderLines = true; ///< lines of 2 pixels from 200 %, of 3 from 300 %; otherwise they grow with the rows
+    double underlinePx = 1;    ///< least width of the line below a shown answer, if soft
+    double insetCells = 0;     ///< between a box and the outer edges of its brackets' cells, as all below if soft
+    double boxHeight = 0;      ///< at most that of the row less three lines
+    double radius = 0;         ///< of the corners of a box
+    double nextEdge = 0;       ///< left edge of the box that Enter opens next
+    double hardCorner = 0;     ///< side of the mark of a hard blank
+    int numberPercent = 100;   ///< size of line numbers
+};
+
+inline constexpr PageDrawing LightDrawing = {.hasWiderLines = false};
+inline constexpr PageDrawing DarkDrawing = {};
+inline constexpr PageDrawing SoftDrawing = {
+    .isSoft = true,
+    .underlinePx = 1.5,
+    .insetCells = 1.0 / 3,
+    .boxHeight = 1.3,
+    .radius = 0.22,
+    .nextEdge = 0.3,
+    .hardCorner = 0.5,
+    .numberPercent = 90,
+};
+
 struct PageColours
 {
+    const PageDrawing &drawing;
     QColor background;
     QColor text;
+    QColor answer;    ///< text of a shown answer
     QColor hiddenBox; ///< outline of the box of a hidden answer
-    QColor shownBox;  ///< outline of the box of a shown answer
+    QColor shownBox;  ///< outline of the box of a shown answer or, if soft, the line below it
+    QColor fill;      ///< inside the box of a hidden answer, as the next two only if soft
+    QColor next;      ///< outline of the box that Enter opens next
+    QColor nextFill;  ///< inside that box
     QColor number;    ///< line number
     QColor stripEdge; ///< between the line numbers and the text
     QColor lineMark;  ///< behind the number of the marked line
@@ -28,10 +60,15 @@ struct PageColours
 };
 
 inline constexpr PageColours LightPage = {
+    .drawing = LightDrawing,
     .background = QColor(255, 255, 255),
     .text = QColor(0, 0, 0),
+    .answer = QColor(0, 0, 0),
     .hiddenBox = QColor(0, 0, 0),
     .shownBox = QColor(128, 128, 128), // colour 8 of the 16-colour palette
+    .fill = QColor(),
+    .next = QColor(),
+    .nextFill = QColor(),
     .number = QColor(96, 96, 96),
     .stripEdge = QColor(148, 148, 148),
     .lineMark = QColor(208, 124, 0),
@@ -45,10 +82,15 @@ inline constexpr PageColours LightPage = {
 };
 
 inline constexpr PageColours DarkPage = {
+    .drawing = DarkDrawing,
     .background = QColor(27, 30, 32),
     .text = QColor(240, 240, 240),
+    .answer = QColor(240, 240, 240),
     .hiddenBox = QColor(240, 240, 240),
     .shownBox = QColor(128, 128, 128),
+    .fill = QColor(),
+    .next = QColor(),
+    .nextFill = QColor(),
     .number = QColor(176, 176, 176),
     .stripEdge = QColor(108, 108, 108),
     .lineMark = QColor(232, 170, 50),
@@ -59,6 +101,50 @@ inline constexpr PageColours DarkPage = {
     .current = QColor(92, 170, 255),
     .hard = QColor(255, 110, 100),
     .hint = QColor(160, 160, 160),
+};
+
+inline constexpr PageColours SoftPage = {
+    .drawing = SoftDrawing,
+    .background = QColor(251, 250, 246),
+    .text = QColor(32, 39, 46),
+    .answer = QColor(20, 83, 168),
+    .hiddenBox = QColor(113, 135, 158),
+    .shownBox = QColor(103, 143, 196),
+    .fill = QColor(223, 232, 241),
+    .next = QColor(178, 101, 0),
+    .nextFill = QColor(255, 235, 194),
+    .number = QColor(107, 112, 117),
+    .stripEdge = QColor(221, 217, 207),
+    .lineMark = QColor(208, 124, 0),
+    .markedNumber = QColor(0, 0, 0),
+    .found = QColor(169, 211, 255),
+    .frame = QColor(221, 217, 207),
+    .focus = QColor(26, 95, 180),
+    .current = QColor(26, 95, 180),
+    .hard = QColor(200, 50, 60),
+    .hint = QColor(76, 92, 108),
+};
+
+inline constexpr PageColours SoftDarkPage = {
+    .drawing = SoftDrawing,
+    .background = QColor(34, 38, 43),
+    .text = QColor(221, 225, 229),
+    .answer = QColor(147, 197, 255),
+    .hiddenBox = QColor(117, 144, 172),
+    .shownBox = QColor(95, 140, 191),
+    .fill = QColor(53, 65, 78),
+    .next = QColor(229, 172, 78),
+    .nextFill = QColor(75, 61, 34),
+    .number = QColor(160, 167, 174),
+    .stripEdge = QColor(58, 64, 72),
+    .lineMark = QColor(232, 170, 50),
+    .markedNumber = QColor(27, 30, 32),
+    .found = QColor(29, 74, 122),
+    .frame = QColor(58, 64, 72),
+    .focus = QColor(108, 178, 255),
+    .current = QColor(108, 178, 255),
+    .hard = QColor(255, 129, 120),
+    .hint = QColor(195, 204, 213),
 };
 
 /// The colours that the user has chosen. @param desktop  current palette, which tells whether the desktop is dark

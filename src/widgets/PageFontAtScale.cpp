@@ -17,15 +17,19 @@ PageFontAtScale::PageFontAtScale(const QFont &font, double scale) : m_font(font)
     m_height = metrics.height();
 }
 
-const QRawFont &PageFontAtScale::NarrowGlyphs(int percent)
+const QRawFont &PageFontAtScale::Figures(int sizePercent, int stretchPercent)
 {
-    if (percent != m_narrowPercent) {
+    const std::pair percents(sizePercent, stretchPercent);
+    if (percents == std::pair(100, 100))
+        return m_glyphs;
+    if (percents != m_figurePercents) {
         QFont font = m_font;
-        font.setStretch(percent);
-        m_narrowGlyphs = QRawFont::fromFont(font, QFontDatabase::Japanese);
-        m_narrowPercent = percent;
+        font.setPixelSize(int(std::lround(m_font.pixelSize() * sizePercent / 100.0)));
+        font.setStretch(stretchPercent);
+        m_figures = QRawFont::fromFont(font, QFontDatabase::Japanese);
+        m_figurePercents = percents;
     }
-    return m_narrowGlyphs;
+    return m_figures;
 }
 
 double PageFontAtScale::BaselineIn(int height) const

@@ -7,6 +7,8 @@
 #include <QFont>
 #include <QRawFont>
 
+#include <utility>
+
 class PageFontAtScale
 {
   public:
@@ -28,9 +30,9 @@ class PageFontAtScale
         return m_glyphs;
     }
 
-    /// The glyphs narrowed to a percentage of their width. The font for the last percentage is cached; scaling the
-    /// painter instead would make it rasterise every glyph again.
-    const QRawFont &NarrowGlyphs(int percent);
+    /// The glyphs of line numbers, smaller and narrowed to percentages of the font's size and of their width. The font
+    /// for the last percentages is cached; scaling the painter instead would make it rasterise every glyph again.
+    const QRawFont &Figures(int sizePercent, int stretchPercent);
 
     /// Distance from the top of a row to its baseline if the text is centred in the given height.
     double BaselineIn(int height) const;
@@ -39,8 +41,8 @@ class PageFontAtScale
     QFont m_font;
     double m_scale;
     QRawFont m_glyphs;
-    QRawFont m_narrowGlyphs;
-    int m_narrowPercent = 0;
+    QRawFont m_figures;
+    std::pair<int, int> m_figurePercents; // size and stretch
     double m_ascent;
     double m_height;
 };

@@ -2,12 +2,18 @@
 // SPDX-License-Identifier: MIT
 
 #include "page/PagePainter.h"
+#include "page/picText.h"
+#include "support/Rows.h"
 #include "support/StudyText.h"
+#include "support/WaitFor.h"
+#include "widgets/PageColourChoice.h"
 #include "widgets/PageFont.h"
 #include "widgets/PageFontAtScale.h"
 
 #include <QImage>
+#include <QLineEdit>
 #include <QPainter>
+#include <QScreen>
 
 #include <gtest/gtest.h>
 
@@ -90,6 +96,7 @@ class PaintedPage
 };
 
 constexpr double Scales[] = {1, 1.25, 1.5, 2};
+constexpr const PageColours *AllColours[] = {&LightPage, &DarkPage, &SoftPage, &SoftDarkPage};
 
 /// The page at 300 %, scrolled sideways so far that a box begins out of view.
 constexpr PageLayout Large{
@@ -100,6 +107,9 @@ void ExpectNoPixelBehind(const PageColours &colours, const PageLayout &layout, d
     // Includes an answer inside a picture reference, so that toggling it changes the reference too.
     PaintedPage page(QStringList({u"[漢字 Wij] text [二つ目]"_s}) + QStringList(9, u"[次の行][b] ｢[x]図｣"_s), scale, 1,
                      colours, layout);
+    page.page.nextBlank = 3;
+    page.page.hintedBlank = 2;
+    page.RepaintAll();
     const QImage hidden = page.Incremental();
     page.Toggle(1);
     EXPECT_NE(page.Incremental(), hidden);
@@ -120,15 +130,30 @@ void ExpectNoPixelBehind(const PageColours &colours, const PageLayout &layout, d
 TEST(PagePainter, AnswerHiddenAgain_LeavesNoPixelBehind)
 {
     for (const double scale : Scales)
-        for (const PageColours *const colours : {&LightPage, &DarkPage})
+        for (const PageColours *const colours : AllColours)
             for (const PageLayout &layout : {PaintedPage::Layout, Large})
                 ExpectNoPixelBehind(*colours, layout, scale);
+}
+
+TEST(PagePainter, DifferentHiddenAnswers_LookTheSame)
+{
+    for (const PageColours *const colours : AllColours) {
+        const auto painted = [colours](const QString &answers) {
+            PaintedPage page({answers}, 1.25, 1, *colours);
+            page.page.nextBlank = 1;
+            page.page.found = {1, 2, 1};
+            page.round.ToggleHard(2);
+            page.RepaintAll();
+            return page.Incremental();
+        };
+        EXPECT_EQ(painted(u"[漢字] [Wij]"_s), painted(u"[電子] [___]"_s));
+    }
 }
 
 TEST(PagePainter, BlankBesideFrame_RepaintLeavesFrameIntact)
 {
     for (const double scale : Scales) {
-        PaintedPage page(QStringList(10, u"[次の行] ｢図｣ [b]"_s), scale);
+        PaintedPage page(QStringList(10, u"[次の行] ｢図｣ [b]"_s), scale, 1, scale < 2 ? LightPage : SoftPage);
         for (const TextSpan &current : {TextSpan{2, 1, 5}, TextSpan{2, 7, 3}, TextSpan{2, 11, 3}}) {
             page.page.current = current;
             const QImage before = page.Incremental();
@@ -193,4 +218,115 @@ TEST(PagePainter, HitInHiddenAnswer_MarksWholeBox)
     page.round.Toggle(1);
     page.RepaintAll();
     EXPECT_NE(pixel(0), mark) << "in a shown answer only the hit is marked";
+}
+
+namespace {
+
+int CountOf(const QImage &image, const QRect &area, const QColor &colour)
+{
+    int count = 0;
+    for (int y = area.top(); y <= area.bottom(); ++y)
+        for (int x = area.left(); x <= area.right(); ++x)
+            count += image.pixelColor(x, y) == colour ? 1 : 0;
+    return count;
+}
+
+} // namespace
+
+TEST(PagePainter, Zoom_WidensLinesExceptOnLightPage)
+{
+    const Rows<const PageColours *, int, int> rows = {
+        {&LightPage, 100, 1}, {&LightPage, 200, 1}, {&DarkPage, 100, 1}, {&DarkPage, 175, 1},
+        {&DarkPage, 200, 2},  {&DarkPage, 300, 3},  {&SoftPage, 100, 1}, {&SoftDarkPage, 250, 2},
+    };
+    for (const auto &[colours, percent, width] : rows) {
+        PaintedPage page({u"[あああ]"_s}, 1, 1, *colours);
+        page.page.zoomPercent = percent;
+        page.RepaintAll();
+        const int middle = PaintedPage::Layout.CellLeftPx(4);
+        const QRect upperHalf(middle, PaintedPage::Layout.RowTopPx(1), 1, PaintedPage::Layout.linePitchPx / 2);
+        EXPECT_EQ(CountOf(page.Incremental(), upperHalf, colours->hiddenBox), width) << percent;
+    }
+}
+
+TEST(PagePainter, SoftBoxes_StayInsideCellsAndShowWhatIsNext)
+{
+    for (const PageColours *const colours : {&SoftPage, &SoftDarkPage}) {
+        PaintedPage page({u"[ああ][いい]"_s, u"[■■]"_s}, 1, 1, *colours);
+        const PageLayout &layout = PaintedPage::Layout;
+        const auto cells = [&layout](int first, int end, int row) {
+            return QRect(layout.CellLeftPx(first), layout.RowTopPx(row), (end - first) * layout.cellWidthPx,
+                         layout.linePitchPx);
+        };
+        const auto count = [&page](const QRect &area, const QColor &colour) {
+            return CountOf(page.Incremental(), area, colour);
+        };
+        // A third of a cell on both sides of the edge where two boxes meet.
+        const QRect between(layout.CellLeftPx(6) - 3, layout.RowTopPx(1), 6, layout.linePitchPx);
+        EXPECT_EQ(count(between, colours->background), between.width() * between.height());
+        EXPECT_GT(count(cells(0, 6, 1), colours->fill), 300);
+        EXPECT_EQ(count(cells(0, 12, 1), colours->next), 0);
+
+        page.page.nextBlank = 2;
+        page.RepaintAll();
+        EXPECT_EQ(count(cells(0, 6, 1), colours->next), 0);
+        EXPECT_EQ(count(cells(6, 12, 1), colours->fill), 0);
+        const QRect middle(layout.CellLeftPx(6), layout.RowTopPx(1) + 9, 6 * layout.cellWidthPx, 1);
+        const int rightEdge = 2;
+        EXPECT_GE(count(middle, colours->next), rightEdge + 4) << "the left edge is thick";
+        EXPECT_LT(count(middle, colours->next), rightEdge + layout.cellWidthPx) << "and leaves room for a hint";
+
+        page.Toggle(3);
+        EXPECT_EQ(count(cells(0, 6, 2), colours->fill), 0);
+        EXPECT_GT(count(cells(0, 6, 2), colours->answer), 20);
+        const int inside = 6 * layout.cellWidthPx - 6;
+        EXPECT_EQ(count(cells(0, 6, 2), colours->shownBox), 2 * inside) << "a line below it";
+    }
+}
+
+TEST(PicText, SoftColours_EnterMovesTheNextBoxWhileThePageHasTheFocus)
+{
+    const DisplayText text(LinesOf({u"[ああ] [いい]"_s, u"[うう]"_s}));
+    StudyRound round;
+    round.Load(text.Blanks().Count());
+    QWidget window;
+    PicText page(&window);
+    QLineEdit elsewhere(&window);
+    page.setGeometry(0, 0, 300, 100);
+    elsewhere.setGeometry(0, 100, 100, 30);
+    page.SetAppearance(9.75f, 4, true, 100);
+    page.SetPageColour(PageColourChoice::Soft);
+    page.SetStudy(&text, &round);
+    window.resize(300, 140);
+    window.show();
+    window.activateWindow();
+    page.setFocus(Qt::OtherFocusReason);
+    ASSERT_TRUE(WaitFor([&page] { return page.hasFocus(); }));
+    const PageLayout &layout = page.Layout();
+    // As it is on the screen, where only what changed is painted again.
+    const auto image = [&window, &page] {
+        QCoreApplication::sendPostedEvents();
+        return window.screen()->grabWindow(window.winId()).toImage().copy(page.geometry());
+    };
+    const auto next = [&](int firstCell, int row) {
+        const QRect box(layout.CellLeftPx(firstCell), layout.RowTopPx(row), 6 * layout.cellWidthPx, layout.linePitchPx);
+        return CountOf(image(), box, SoftPage.next) > 0;
+    };
+    EXPECT_TRUE(next(0, 1));
+    for (const int blank : {1, 2}) {
+        round.Toggle(blank);
+        page.DrawBlank(blank);
+        EXPECT_EQ(next(0, 1), false);
+        EXPECT_EQ(next(7, 1), blank == 1);
+        EXPECT_EQ(next(0, 2), blank == 2);
+        const QImage incremental = image();
+        page.update();
+        EXPECT_EQ(image(), incremental);
+    }
+    EXPECT_EQ(CountOf(image(), page.rect(), SoftPage.focus), 0) << "the box is the mark of the focus";
+    elsewhere.setFocus();
+    EXPECT_FALSE(next(0, 2));
+    page.setFocus(Qt::TabFocusReason);
+    EXPECT_TRUE(next(0, 2));
+    EXPECT_GT(CountOf(image(), page.rect(), SoftPage.focus), 1000) << "a ring as well, as around other controls";
 }

@@ -88,6 +88,8 @@ TEST(Settings, WrittenSettings_HaveExactBytesAndRoundTrip)
         {"", PageColourChoice::Light},
         {"PageColour=pink\r\n", PageColourChoice::Light},
         {"PageColour=desktop\r\n", PageColourChoice::Desktop},
+        {"PageColour=Soft\r\n", PageColourChoice::Soft},
+        {"PageColour=softdark\r\n", PageColourChoice::SoftDark},
     };
     for (const auto &[line, choice] : colours) {
         folder.Write(u"Kotoban.ini"_s, "[setting]\r\n" + line);

@@ -19,31 +19,42 @@
 
 #include <gtest/gtest.h>
 
-TEST(PageColours, BothPalettes_ReachMinimumContrast)
+TEST(PageColours, EveryChoice_ReachesMinimumContrast)
 {
     EXPECT_NEAR(Contrast(Qt::black, Qt::white), 21, 0.001);
     EXPECT_NEAR(Contrast(Qt::white, QColor(0x77, 0x77, 0x77)), 4.478, 0.001) << "a grey just below the minimum";
-    for (const PageColours *const colours : {&LightPage, &DarkPage}) {
+    for (const PageColours *const colours : {&LightPage, &DarkPage, &SoftPage, &SoftDarkPage}) {
         const PageColours &page = *colours;
-        const Rows<const char *, QColor, QColor, double> rows = {
+        Rows<const char *, QColor, QColor, double> rows = {
             {"text", page.text, page.background, TextContrast},
             {"text in a hit", page.text, page.found, TextContrast},
+            {"shown answer", page.answer, page.background, TextContrast},
+            {"shown answer in a hit", page.answer, page.found, TextContrast},
             {"line number", page.number, page.background, TextContrast},
             {"marked line number", page.markedNumber, page.lineMark, TextContrast},
             {"hidden answer", page.hiddenBox, page.background, ShapeContrast},
-            {"hidden answer in a hit", page.hiddenBox, page.found, ShapeContrast},
-            {"shown answer", page.shownBox, page.background, ShapeContrast},
-            {"edge of the numbers", page.stripEdge, page.background, ShapeContrast},
+            {"hidden answer in a hit", page.answer, page.found, ShapeContrast},
+            {"box or line of a shown answer", page.shownBox, page.background, ShapeContrast},
             {"mark of a line", page.lineMark, page.background, ShapeContrast},
-            {"mark of a hit", page.found, page.background, ShapeContrast},
-            {"edge of the page", page.frame, page.background, ShapeContrast},
             {"edge with the focus", page.focus, page.background, ShapeContrast},
             {"ring around the current target", page.current, page.background, ShapeContrast},
             {"corner of a hard blank", page.hard, page.background, ShapeContrast},
-            {"hint", page.hint, page.background, TextContrast},
         };
+        if (page.drawing.isSoft)
+            rows.insert(rows.end(), {{"hint", page.hint, page.fill, TextContrast},
+                                     {"hint in the next box", page.hint, page.nextFill, TextContrast},
+                                     {"next box", page.next, page.background, ShapeContrast},
+                                     {"edge of the next box", page.next, page.nextFill, ShapeContrast},
+                                     {"next box among others", page.next, page.fill, ShapeContrast},
+                                     {"corner of a hard box", page.hard, page.fill, ShapeContrast},
+                                     {"corner of the next box", page.hard, page.nextFill, ShapeContrast}});
+        else
+            rows.insert(rows.end(), {{"hint", page.hint, page.background, TextContrast},
+                                     {"edge of the numbers", page.stripEdge, page.background, ShapeContrast},
+                                     {"mark of a hit", page.found, page.background, ShapeContrast},
+                                     {"edge of the page", page.frame, page.background, ShapeContrast}});
         for (const auto &[name, colour, background, minimum] : rows)
-            EXPECT_GE(Contrast(colour, background), minimum) << name << (colours == &DarkPage ? " dark" : " light");
+            EXPECT_GE(Contrast(colour, background), minimum) << name << ' ' << page.background.name().toStdString();
     }
 }
 
