@@ -5,7 +5,9 @@
 
 #include "page/PageAccessible.h"
 #include "page/PagePainter.h"
+#include "platform/modDarkMode.h"
 #include "study/modPageText.h"
+#include "widgets/PageColourChoice.h"
 #include "widgets/PageFont.h"
 #include "widgets/PageFontAtScale.h"
 
@@ -73,12 +75,18 @@ PageLayout PicText::Measured() const
 void PicText::SetPageColour(PageColourChoice choice)
 {
     m_pageColour = choice;
+    if (choice != PageColourChoice::Desktop) {
+        m_darkMode.reset();
+    } else if (!m_darkMode) {
+        m_darkMode = std::make_unique<DarkMode>();
+        connect(m_darkMode.get(), &DarkMode::Changed, this, &PicText::UpdateColours);
+    }
     UpdateColours();
 }
 
 void PicText::UpdateColours()
 {
-    const PageColours *const colours = &ColoursOf(m_pageColour, palette());
+    const PageColours *const colours = &ColoursOf(m_pageColour, palette(), m_darkMode && m_darkMode->IsDark());
     if (colours == m_colours)
         return;
     m_colours = colours;

@@ -13,6 +13,7 @@
 
 #include <memory>
 
+class DarkMode;
 class PageFontAtScale;
 class QAccessibleEvent;
 
@@ -96,6 +97,7 @@ class PicText : public QWidget
 
     const StudyPage &m_page;
     PageColourChoice m_pageColour{};
+    std::unique_ptr<DarkMode> m_darkMode; // while the colours follow the desktop
     const PageColours *m_colours = &LightPage;
     QFont m_font;
     std::unique_ptr<PageFontAtScale> m_deviceFont; // created when first needed for painting

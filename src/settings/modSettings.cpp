@@ -50,13 +50,13 @@ QString BooleanText(bool value)
     return value ? u"True"_s : u"False"_s;
 }
 
-/// A missing or unknown name means light; that does not warrant a message.
+/// With a missing or unknown name the page follows the desktop; that does not warrant a message.
 PageColourChoice PageColourOf(const QString &name)
 {
     for (size_t i = 0; i < std::size(PageColourNames); ++i)
         if (name.compare(PageColourNames[i], Qt::CaseInsensitive) == 0)
             return PageColourChoice(i);
-    return PageColourChoice::Light;
+    return Settings().pageColour;
 }
 
 } // namespace

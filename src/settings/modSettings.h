@@ -23,7 +23,7 @@ struct Settings
     int FormLeft = 0;                                   ///< left edge of the study window, pixels
     QString TextEditor = QStringLiteral("notepad.exe"); ///< a bare file name or a full path
     bool bolDispLineNum = true;                         ///< whether the page shows line numbers
-    PageColourChoice pageColour = PageColourChoice::Light;
+    PageColourChoice pageColour = PageColourChoice::Desktop;
     QSize formSize; ///< size of the study window, pixels; empty if missing or invalid
     int zoom = 0;   ///< of the page, percent, one of ZoomSteps; 0 if missing or invalid
 };

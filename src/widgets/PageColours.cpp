@@ -3,13 +3,12 @@
 
 #include "widgets/PageColours.h"
 
-#include "platform/modDarkMode.h"
 #include "widgets/Contrast.h"
 #include "widgets/PageColourChoice.h"
 
 #include <QPalette>
 
-const PageColours &ColoursOf(PageColourChoice choice, const QPalette &desktop)
+const PageColours &ColoursOf(PageColourChoice choice, const QPalette &desktop, bool isSystemDark)
 {
     switch (choice) {
     case PageColourChoice::Light:
@@ -23,7 +22,6 @@ const PageColours &ColoursOf(PageColourChoice choice, const QPalette &desktop)
     case PageColourChoice::Desktop:
         break;
     }
-    const bool isDark =
-        IsDarker(desktop.color(QPalette::Window), desktop.color(QPalette::WindowText)) || IsSystemInDarkMode();
+    const bool isDark = IsDarker(desktop.color(QPalette::Window), desktop.color(QPalette::WindowText)) || isSystemDark;
     return isDark ? DarkPage : LightPage;
 }

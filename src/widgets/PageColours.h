@@ -147,5 +147,6 @@ inline constexpr PageColours SoftDarkPage = {
     .hint = QColor(195, 204, 213),
 };
 
-/// The colours that the user has chosen. @param desktop  current palette, which tells whether the desktop is dark
-const PageColours &ColoursOf(PageColourChoice choice, const QPalette &desktop);
+/// The colours that the user has chosen.
+/// @param desktop, isSystemDark  tell whether the desktop is dark: its current palette and DarkMode::IsDark
+const PageColours &ColoursOf(PageColourChoice choice, const QPalette &desktop, bool isSystemDark);

@@ -4,6 +4,7 @@
 // Tests of platform/ on systems other than Windows.
 #include "base/modFile.h"
 #include "base/modLog.h"
+#include "platform/modDarkMode.h"
 #include "platform/modEndSignal.h"
 #include "platform/modFolderNames.h"
 #include "platform/modInputMethod.h"
@@ -16,6 +17,12 @@
 #include "support/TestFiles.h"
 #include "support/WaitFor.h"
 
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusVariant>
+#include <QDBusVirtualObject>
+#include <QProcess>
+#include <QSignalSpy>
 #include <QTest>
 
 #include <csignal>
@@ -276,4 +283,77 @@ TEST(InputMethod, ChooseOnDesktopsWithIBusFcitxOrNothing_AllowsJapanese)
     EXPECT_EQ(ChooseInputMethod(QByteArray(), "@im=fcitx"), fcitx);
     EXPECT_EQ(ChooseInputMethod("compose", "@im=fcitx").module, "compose") << "an explicit choice is kept";
     EXPECT_EQ(ChooseInputMethod("none", "@im=fcitx").module, "none");
+}
+
+namespace {
+
+const QString PortalPath = u"/org/freedesktop/portal/desktop"_s;
+const QString PortalSettings = u"org.freedesktop.portal.Settings"_s;
+const QString Appearance = u"org.freedesktop.appearance"_s;
+
+/// A desktop portal on a bus of its own. Its bus is the session bus of this process from then on.
+class DesktopPortal : public QDBusVirtualObject
+{
+  public:
+    DesktopPortal()
+    {
+        m_daemon.start(u"dbus-daemon"_s, {u"--session"_s, u"--nofork"_s, u"--print-address"_s});
+        EXPECT_TRUE(WaitFor([this] { return m_daemon.canReadLine(); })) << m_daemon.errorString().toStdString();
+        const QByteArray address = m_daemon.readLine().trimmed();
+        qputenv("DBUS_SESSION_BUS_ADDRESS", address);
+        m_bus = QDBusConnection::connectToBus(QString::fromUtf8(address), u"portal"_s);
+        EXPECT_TRUE(m_bus.registerVirtualObject(PortalPath, this));
+        EXPECT_TRUE(m_bus.registerService(u"org.freedesktop.portal.Desktop"_s));
+    }
+
+    ~DesktopPortal() override
+    {
+        QDBusConnection::disconnectFromBus(u"portal"_s);
+        m_daemon.kill();
+        m_daemon.waitForFinished();
+    }
+
+    void Change(const QString &group, const QString &key, uint value)
+    {
+        QDBusMessage signal = QDBusMessage::createSignal(PortalPath, PortalSettings, u"SettingChanged"_s);
+        signal << group << key << QVariant::fromValue(QDBusVariant(value));
+        EXPECT_TRUE(m_bus.send(signal));
+    }
+
+    bool handleMessage(const QDBusMessage &message, const QDBusConnection &connection) override
+    {
+        EXPECT_EQ(message.arguments(), QVariantList({Appearance, u"color-scheme"_s}));
+        const QDBusVariant dark(1U);
+        return connection.send(message.createReply(QVariant::fromValue(QDBusVariant(QVariant::fromValue(dark)))));
+    }
+
+    QString introspect(const QString &) const override
+    {
+        return QString();
+    }
+
+  private:
+    QProcess m_daemon;
+    QDBusConnection m_bus{QString()};
+};
+
+} // namespace
+
+TEST(DarkMode, SettingOfThePortal_IsReadAndFollowed)
+{
+    DesktopPortal portal;
+    DarkMode mode;
+    const QSignalSpy changes(&mode, &DarkMode::Changed);
+    EXPECT_FALSE(mode.IsDark()) << "nothing waits for the answer";
+    EXPECT_TRUE(WaitFor([&mode] { return mode.IsDark(); }));
+    const Rows<QString, QString, uint, bool> rows = {
+        {Appearance, u"accent-color"_s, 0, true},  {u"org.gnome.desktop.interface"_s, u"color-scheme"_s, 0, true},
+        {Appearance, u"color-scheme"_s, 2, false}, {Appearance, u"color-scheme"_s, 0, false},
+        {Appearance, u"color-scheme"_s, 1, true},
+    };
+    for (const auto &[group, key, value, isDark] : rows) {
+        portal.Change(group, key, value);
+        EXPECT_TRUE(WaitFor([&mode, dark = isDark] { return mode.IsDark() == dark; }));
+    }
+    EXPECT_EQ(changes.count(), 3) << "once for each real change";
 }

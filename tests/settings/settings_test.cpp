@@ -85,8 +85,9 @@ TEST(Settings, WrittenSettings_HaveExactBytesAndRoundTrip)
     EXPECT_FALSE(file.Read(DefaultSettings(), UpperBounds(300), &messages).bolDispLineNum) << "1 is not True";
     messages.clear();
     const Rows<QByteArray, PageColourChoice> colours = {
-        {"", PageColourChoice::Light},
-        {"PageColour=pink\r\n", PageColourChoice::Light},
+        {"", PageColourChoice::Desktop},
+        {"PageColour=pink\r\n", PageColourChoice::Desktop},
+        {"PageColour=Light\r\n", PageColourChoice::Light},
         {"PageColour=desktop\r\n", PageColourChoice::Desktop},
         {"PageColour=Soft\r\n", PageColourChoice::Soft},
         {"PageColour=softdark\r\n", PageColourChoice::SoftDark},

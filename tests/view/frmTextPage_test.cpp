@@ -252,7 +252,6 @@ TEST_F(StudyWindowTest, WindowAsLowAsItGoes_IsLaidOutAtEachWidth)
 
 TEST_F(StudyWindowTest, DesktopTurnsDark_PageFollows)
 {
-    folder.Write(u"Kotoban.ini"_s, "[setting]\r\nPageColour=Desktop\r\n");
     OpenWith({u"[x]"_s});
     const auto background = [this] { return OnScreen().pixelColor(page->width() - 20, page->height() - 20); };
     EXPECT_EQ(background(), LightPage.background);

@@ -386,7 +386,7 @@ TEST_F(StudyWindowTest, SettingsChanged_ApplyAtOnceAndKeepAnswers)
     script.Click(u"frmMsg"_s, u"cmdOK"_s);
     script.When(u"frmIni"_s, [](QWidget *dialog) {
         dialog->findChild<QLineEdit *>(u"txtLineSpace"_s)->setText(u"6"_s);
-        dialog->findChild<QComboBox *>(u"cboPageColour"_s)->setCurrentIndex(int(PageColourChoice::Desktop));
+        dialog->findChild<QComboBox *>(u"cboPageColour"_s)->setCurrentIndex(int(PageColourChoice::SoftDark));
         dialog->findChild<QLineEdit *>(u"txtTextEditor"_s)->setText(u"no such editor"_s);
         dialog->findChild<QAbstractButton *>(u"cmdRunEditor"_s)->click();
         dialog->findChild<QAbstractButton *>(u"cmdChangeSetting"_s)->click();
@@ -403,5 +403,6 @@ TEST_F(StudyWindowTest, SettingsChanged_ApplyAtOnceAndKeepAnswers)
     EXPECT_EQ(scroll->value(), 7);
     EXPECT_EQ(Label(u"lblNum"), u"3"_s);
     EXPECT_TRUE(folder.Read(u"Kotoban.ini"_s).contains("Fontsize=12.75\r\nLineSpace=6\r\nTextEditor=notepad.exe\r\n"));
-    EXPECT_TRUE(folder.Read(u"Kotoban.ini"_s).contains("PageColour=Desktop\r\n"));
+    EXPECT_TRUE(folder.Read(u"Kotoban.ini"_s).contains("PageColour=SoftDark\r\n"));
+    EXPECT_TRUE(page->IsDark());
 }

@@ -5,8 +5,17 @@
 
 #include <windows.h>
 
+class DarkMode::Source
+{
+};
+
+// Windows reports a change by a new palette of Qt's or, as all systems, when the user returns to the program.
+DarkMode::DarkMode() = default;
+
+DarkMode::~DarkMode() = default;
+
 // In high contrast mode the palette has the right colours, and the dark-mode setting does not apply.
-bool IsSystemInDarkMode()
+bool DarkMode::IsDark() const
 {
     HIGHCONTRASTW contrast = {};
     contrast.cbSize = sizeof contrast;
