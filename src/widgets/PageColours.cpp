@@ -25,3 +25,19 @@ const PageColours &ColoursOf(PageColourChoice choice, const QPalette &desktop, b
     const bool isDark = IsDarker(desktop.color(QPalette::Window), desktop.color(QPalette::WindowText)) || isSystemDark;
     return isDark ? DarkPage : LightPage;
 }
+
+QPalette BarPalette(const PageColours &colours)
+{
+    QPalette palette(colours.bar, colours.bar); // with the shades between them
+    palette.setColor(QPalette::WindowText, colours.barText);
+    palette.setColor(QPalette::ButtonText, colours.barText);
+    palette.setColor(QPalette::Base, colours.background);
+    palette.setColor(QPalette::Text, colours.text);
+    palette.setColor(QPalette::AlternateBase, colours.tint);
+    palette.setColor(QPalette::Mid, colours.line);
+    palette.setColor(QPalette::PlaceholderText, colours.dim);
+    palette.setColor(QPalette::Highlight, colours.accent);
+    palette.setColor(QPalette::HighlightedText, colours.onAccent);
+    palette.setColor(QPalette::Link, colours.accent);
+    return palette;
+}

@@ -57,6 +57,17 @@ struct PageColours
     QColor current; ///< ring around the current keyboard target
     QColor hard;    ///< corner of the box of a blank that is marked as hard
     QColor hint;    ///< first character of a hidden answer
+
+    // For the bars of commands around the page:
+    QColor bar;  ///< ground
+    QColor line; ///< between groups and along the edges
+    QColor barText;
+    QColor dim;      ///< secondary text
+    QColor accent;   ///< edge of what is pressed or ticked; ground of what is chosen
+    QColor onAccent; ///< text on that
+    QColor tint;     ///< ground of what is pressed or under the pointer
+    QColor hardTint; ///< ground of a ticked command about hard blanks
+    QColor hardText; ///< its text and edge
 };
 
 inline constexpr PageColours LightPage = {
@@ -79,6 +90,15 @@ inline constexpr PageColours LightPage = {
     .current = QColor(20, 90, 200),
     .hard = QColor(200, 40, 40),
     .hint = QColor(110, 110, 110),
+    .bar = QColor(243, 245, 247),
+    .line = QColor(201, 208, 215),
+    .barText = QColor(30, 39, 48),
+    .dim = QColor(85, 97, 109),
+    .accent = QColor(26, 95, 180),
+    .onAccent = QColor(255, 255, 255),
+    .tint = QColor(221, 233, 247),
+    .hardTint = QColor(251, 231, 229),
+    .hardText = QColor(166, 30, 30),
 };
 
 inline constexpr PageColours DarkPage = {
@@ -101,6 +121,15 @@ inline constexpr PageColours DarkPage = {
     .current = QColor(92, 170, 255),
     .hard = QColor(255, 110, 100),
     .hint = QColor(160, 160, 160),
+    .bar = QColor(39, 43, 47),
+    .line = QColor(58, 64, 70),
+    .barText = QColor(230, 233, 236),
+    .dim = QColor(171, 180, 188),
+    .accent = QColor(108, 178, 255),
+    .onAccent = QColor(12, 27, 43),
+    .tint = QColor(36, 59, 85),
+    .hardTint = QColor(74, 40, 38),
+    .hardText = QColor(255, 154, 146),
 };
 
 inline constexpr PageColours SoftPage = {
@@ -123,6 +152,15 @@ inline constexpr PageColours SoftPage = {
     .current = QColor(26, 95, 180),
     .hard = QColor(200, 50, 60),
     .hint = QColor(76, 92, 108),
+    .bar = QColor(241, 239, 233),
+    .line = QColor(214, 209, 197),
+    .barText = QColor(38, 43, 48),
+    .dim = QColor(90, 95, 99),
+    .accent = QColor(26, 95, 180),
+    .onAccent = QColor(255, 255, 255),
+    .tint = QColor(220, 231, 244),
+    .hardTint = QColor(248, 227, 224),
+    .hardText = QColor(163, 32, 42),
 };
 
 inline constexpr PageColours SoftDarkPage = {
@@ -145,8 +183,20 @@ inline constexpr PageColours SoftDarkPage = {
     .current = QColor(108, 178, 255),
     .hard = QColor(255, 129, 120),
     .hint = QColor(195, 204, 213),
+    .bar = QColor(43, 48, 54),
+    .line = QColor(63, 70, 78),
+    .barText = QColor(223, 227, 231),
+    .dim = QColor(169, 177, 185),
+    .accent = QColor(120, 183, 255),
+    .onAccent = QColor(12, 27, 43),
+    .tint = QColor(43, 65, 90),
+    .hardTint = QColor(76, 46, 45),
+    .hardText = QColor(255, 159, 151),
 };
 
 /// The colours that the user has chosen.
 /// @param desktop, isSystemDark  tell whether the desktop is dark: its current palette and DarkMode::IsDark
 const PageColours &ColoursOf(PageColourChoice choice, const QPalette &desktop, bool isSystemDark);
+
+/// The palette of the bars around a page: AlternateBase is the tint, Mid the line, PlaceholderText secondary text.
+QPalette BarPalette(const PageColours &colours);

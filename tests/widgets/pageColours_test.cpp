@@ -39,6 +39,15 @@ TEST(PageColours, EveryChoice_ReachesMinimumContrast)
             {"edge with the focus", page.focus, page.background, ShapeContrast},
             {"ring around the current target", page.current, page.background, ShapeContrast},
             {"corner of a hard blank", page.hard, page.background, ShapeContrast},
+            {"bar", page.barText, page.bar, TextContrast},
+            {"pressed in a bar", page.barText, page.tint, TextContrast},
+            {"secondary text in a bar", page.dim, page.bar, TextContrast},
+            {"secondary text in a chosen row", page.dim, page.tint, TextContrast},
+            {"edge of what is pressed", page.accent, page.bar, ShapeContrast},
+            {"chosen", page.onAccent, page.accent, TextContrast},
+            {"ticked command about hard blanks", page.hardText, page.hardTint, TextContrast},
+            {"edge of that", page.hardText, page.bar, ShapeContrast},
+            {"corner of its icon", page.hard, page.bar, ShapeContrast},
         };
         if (page.drawing.isSoft)
             rows.insert(rows.end(), {{"hint", page.hint, page.fill, TextContrast},
