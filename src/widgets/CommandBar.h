@@ -1,0 +1,83 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
+// A bar of commands in one row. What does not fit goes into a menu at its right end, whose button is always there.
+#pragma once
+
+#include "widgets/modBarFit.h"
+
+#include <QList>
+#include <QWidget>
+
+class BarButton;
+class QAbstractButton;
+class QAction;
+class QHBoxLayout;
+class QMenu;
+
+class CommandBar : public QWidget
+{
+    Q_OBJECT
+
+  public:
+    /// @param title  widget at the left, which takes what space there is, at least eight ems
+    /// @param window  window of the bar, whose keys are those of the hidden controls
+    CommandBar(QWidget *title, QWidget *window);
+
+    /// Sets the next control off from those before it by a line.
+    void StartGroup();
+
+    /// Adds a control at the right; its text, its shortcut and its connections are the caller's. The keyboard reaches
+    /// the controls in this order.
+    /// @param menuButton  opens a menu that it has already, from which the control's states can be chosen; it stands
+    /// right beside the control, and the menu stands for both in that of the bar. Or null.
+    void Add(QAbstractButton *control, BarButton *menuButton = nullptr);
+
+    /// Sets which controls go into the menu, the first to go first; others always stay.
+    void SetLeavingOrder(const QList<QAbstractButton *> &controls);
+
+    /// Adds an entry that the menu always has, below those of hidden controls.
+    void AddToMenu(QAction *action);
+
+    BarButton *MenuButton() const
+    {
+        return m_menuButton;
+    }
+
+    QSize sizeHint() const override;        ///< with all controls
+    QSize minimumSizeHint() const override; ///< with those that always stay
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+  protected:
+    bool event(QEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+
+  private:
+    /// A control with what belongs to it.
+    struct Command
+    {
+        QAbstractButton *control;
+        BarButton *menuButton; ///< or null
+        QWidget *line;         ///< before it; null unless it starts a group
+        QAction *entry;        ///< takes its key while it is hidden, because keys of hidden controls do nothing
+
+        QWidget *Last() const;
+    };
+
+    BarFit FitIn(int widthPx) const;
+    void Fit();
+    void ShowLetters(bool areShown);
+    void UpdateEntries();
+    void AdaptToFont();
+
+    QWidget *m_window;
+    QWidget *m_title;
+    QHBoxLayout *m_row;
+    BarButton *m_menuButton;
+    QMenu *m_menu;
+    QAction *m_belowHidden; // separator between entries of hidden controls and others
+    std::vector<Command> m_commands;
+    std::vector<size_t> m_leaving; // indices of commands
+    bool m_startsGroup = false;
+};
