@@ -20,14 +20,6 @@ double Luminance(const QColor &colour)
     return 0.2126 * Linear(colour.redF()) + 0.7152 * Linear(colour.greenF()) + 0.0722 * Linear(colour.blueF());
 }
 
-QColor Mixed(const QColor &one, const QColor &other, float partOfOther)
-{
-    const float part = 1 - partOfOther;
-    return QColor::fromRgbF(one.redF() * part + other.redF() * partOfOther,
-                            one.greenF() * part + other.greenF() * partOfOther,
-                            one.blueF() * part + other.blueF() * partOfOther);
-}
-
 } // namespace
 
 double Contrast(const QColor &one, const QColor &other)
@@ -39,6 +31,14 @@ double Contrast(const QColor &one, const QColor &other)
 bool IsDarker(const QColor &one, const QColor &other)
 {
     return Luminance(one) < Luminance(other);
+}
+
+QColor Mixed(const QColor &one, const QColor &other, float partOfOther)
+{
+    const float part = 1 - partOfOther;
+    return QColor::fromRgbF(one.redF() * part + other.redF() * partOfOther,
+                            one.greenF() * part + other.greenF() * partOfOther,
+                            one.blueF() * part + other.blueF() * partOfOther);
 }
 
 QColor WithContrast(const QColor &wanted, const QColor &background, const QColor &text, double minimum)

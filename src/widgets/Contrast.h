@@ -16,6 +16,9 @@ double Contrast(const QColor &one, const QColor &other);
 /// Whether the first of two colours has the lower luminance.
 bool IsDarker(const QColor &one, const QColor &other);
 
+/// A colour between two others. @param partOfOther  0 for the first one, 1 for the other
+QColor Mixed(const QColor &one, const QColor &other, float partOfOther);
+
 /// The wanted colour, shifted towards the text colour as far as needed for a contrast with the background; the text
 /// colour itself if not even that has enough. @param minimum  contrast to reach
 QColor WithContrast(const QColor &wanted, const QColor &background, const QColor &text, double minimum);

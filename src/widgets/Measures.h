@@ -33,6 +33,26 @@ inline int BarButtonMargin(const QFontMetrics &font)
     return Ems(font, 0.55);
 }
 
+/// Space at the left and right end of a button in a window.
+inline int ButtonMargin(const QFontMetrics &font)
+{
+    return Ems(font, 0.9);
+}
+
+/// Side of the square of a check box or radio button.
+inline int IndicatorSize(const QFontMetrics &font)
+{
+    return Ems(font, 1.15);
+}
+
+/// Space between that and its text.
+inline int IndicatorGap(const QFontMetrics &font)
+{
+    return Ems(font, 0.5);
+}
+
+constexpr double IndicatorLineWidth = 1.5;
+
 /// Space between controls that belong together.
 inline int ControlGap(const QFontMetrics &font)
 {
@@ -69,7 +89,7 @@ inline double CornerRadius(const QFontMetrics &font)
     return std::min(0.3 * font.horizontalAdvance(u'あ'), 6.0);
 }
 
-constexpr int WindowMargin = 12; ///< at the left and right edges of a window
+constexpr int WindowMargin = 12; ///< along the edges of a window
 constexpr int FocusRingWidth = 2;
 constexpr int FocusRingGap = 1; ///< between a control and the ring around it
 constexpr int FocusRingReach = FocusRingWidth + FocusRingGap;

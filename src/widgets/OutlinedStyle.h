@@ -1,11 +1,16 @@
 // SPDX-FileCopyrightText: 2026 The Kotoban developers
 // SPDX-License-Identifier: MIT
 
-// Qt's own style with visible outlines, and one order of buttons. Qt derives outlines from a darker shade of the window
-// colour, so that on a dark or high-contrast palette empty boxes, fields and buttons have none.
+// Qt's own style with visible outlines, sizes that grow with the font, and one order of buttons. Qt derives outlines
+// from a darker shade of the window colour, so that on a dark or high-contrast palette empty boxes, fields and buttons
+// have none. The button that Enter presses is filled; a ring around a control shows the keyboard focus, so that the two
+// never look alike.
 #pragma once
 
+#include <QPointer>
 #include <QProxyStyle>
+
+class QFocusFrame;
 
 class OutlinedStyle : public QProxyStyle
 {
@@ -19,11 +24,19 @@ class OutlinedStyle : public QProxyStyle
                      const QWidget *widget = nullptr) const override;
     void drawComplexControl(ComplexControl control, const QStyleOptionComplex *option, QPainter *painter,
                             const QWidget *widget = nullptr) const override;
-
-    /// Puts OK before Cancel on every desktop, as in the message dialog.
+    void drawItemText(QPainter *painter, const QRect &rect, int flags, const QPalette &palette, bool isEnabled,
+                      const QString &text, QPalette::ColorRole role) const override;
+    int pixelMetric(PixelMetric metric, const QStyleOption *option = nullptr,
+                    const QWidget *widget = nullptr) const override;
     int styleHint(StyleHint hint, const QStyleOption *option = nullptr, const QWidget *widget = nullptr,
-                  QStyleHintReturn *returned = nullptr) const override;
+                  QStyleHintReturn *returnData = nullptr) const override;
+    QSize sizeFromContents(ContentsType type, const QStyleOption *option, const QSize &contents,
+                           const QWidget *widget) const override;
 
   private:
     OutlinedStyle();
+
+    void ShowFocus(QWidget *focused);
+
+    QPointer<QFocusFrame> m_focusFrame; // moves into the window of the control that has the focus
 };

@@ -31,6 +31,7 @@ void FitToScreen(QDialog *window, QWidget *content, const QSize &wanted, QLayout
     scroll->setWidget(content);
     auto *const layout = new QVBoxLayout(window);
     QMargins margins = layout->contentsMargins();
+    content->layout()->setContentsMargins(margins);
     margins.setTop(0);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);

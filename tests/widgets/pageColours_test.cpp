@@ -2,22 +2,27 @@
 // SPDX-License-Identifier: MIT
 
 #include "support/Rows.h"
+#include "support/WaitFor.h"
 #include "widgets/Contrast.h"
 #include "widgets/OutlinedStyle.h"
 #include "widgets/PageColours.h"
 
 #include <QApplication>
 #include <QCheckBox>
+#include <QComboBox>
+#include <QDialog>
 #include <QImage>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QRadioButton>
-#include <QScopeGuard>
 #include <QStyle>
+#include <QStyleOption>
 
 #include <gtest/gtest.h>
+
+using namespace Qt::Literals::StringLiterals;
 
 TEST(PageColours, EveryChoice_ReachesMinimumContrast)
 {
@@ -101,24 +106,129 @@ TEST(Contrast, EveryDesktop_ReachesMinimum)
         << "its contrast is already sufficient";
 }
 
+namespace {
+
+/// The program's style for the length of a test.
+class ProgramStyle
+{
+  public:
+    ProgramStyle() : m_before(QApplication::style()->name())
+    {
+        QApplication::setStyle(u"fusion"_s); // not the default on Windows
+        OutlinedStyle::Install();
+    }
+
+    ~ProgramStyle()
+    {
+        QApplication::setStyle(m_before);
+    }
+
+  private:
+    QString m_before;
+};
+
+/// A palette of two colours, in which disabled captions have that of the window.
+QPalette PaletteOf(const QColor &window, const QColor &text)
+{
+    QPalette palette(text, window, window, window, window, text, text, window, window);
+    palette.setColor(QPalette::Disabled, QPalette::ButtonText, window);
+    return palette;
+}
+
+} // namespace
+
 TEST(OutlinedStyle, EveryDesktop_EmptyControlsAreVisible)
 {
-    const QString before = QApplication::style()->name();
-    const auto restore = qScopeGuard([&before] { QApplication::setStyle(before); });
-    QApplication::setStyle(QStringLiteral("fusion")); // not the default on Windows
-    OutlinedStyle::Install();
+    const ProgramStyle programStyle;
     QCheckBox check;
     QRadioButton radio;
     QLineEdit edit;
     QPushButton button;
     QListWidget list;
     QProgressBar progress;
+    QComboBox combo;
     for (const auto &[name, window, text] : Desktops) {
         for (QWidget *const control :
-             std::initializer_list<QWidget *>{&check, &radio, &edit, &button, &list, &progress}) {
-            control->setPalette(QPalette(text, window, window, window, window, text, text, window, window));
+             std::initializer_list<QWidget *>{&check, &radio, &edit, &button, &list, &progress, &combo}) {
+            control->setPalette(PaletteOf(window, text));
             EXPECT_TRUE(HasVisiblePixel(control->grab().toImage(), window))
                 << control->metaObject()->className() << " on " << name;
+        }
+    }
+}
+
+TEST(OutlinedStyle, EveryDesktop_DefaultIsFilledAndFocusIsARing)
+{
+    const ProgramStyle programStyle;
+    for (const auto &[name, background, text] : Desktops) {
+        QDialog window;
+        window.setPalette(PaletteOf(background, text));
+        QPushButton other(u"■"_s, &window);
+        QPushButton filled(u"■"_s, &window);
+        QLineEdit field(&window);
+        for (QPushButton *const button : {&other, &filled})
+            button->setAutoDefault(false);
+        filled.setDefault(true);
+        other.setGeometry(20, 20, 80, 30);
+        filled.setGeometry(120, 20, 80, 30);
+        field.setGeometry(220, 20, 80, 30);
+        window.resize(320, 70);
+        window.show();
+        window.activateWindow();
+        ASSERT_TRUE(WaitFor([&window] { return window.isActiveWindow(); }));
+        const auto hasFace = [&window, back = background](const QWidget &control) {
+            const QPoint inside = control.geometry().topLeft() + QPoint(8, 15);
+            return Contrast(window.grab().toImage().pixelColor(inside), back) >= ShapeContrast;
+        };
+        const auto hasRing = [&window, back = background](const QWidget &control) {
+            const QImage image = window.grab().toImage();
+            const auto isVisible = [&](int distance) {
+                return Contrast(image.pixelColor(control.x() - distance, control.geometry().center().y()), back) >=
+                       ShapeContrast;
+            };
+            EXPECT_FALSE(isVisible(1) || isVisible(4));
+            EXPECT_EQ(isVisible(2), isVisible(3));
+            return isVisible(2);
+        };
+        for (QWidget *const focused : std::initializer_list<QWidget *>{&other, &filled, &field}) {
+            focused->setFocus();
+            EXPECT_TRUE(hasFace(filled)) << name;
+            EXPECT_FALSE(hasFace(other)) << name;
+            for (const QWidget *const control : std::initializer_list<const QWidget *>{&other, &filled, &field})
+                EXPECT_EQ(hasRing(*control), control == focused) << name;
+        }
+        const QImage image = filled.grab().toImage();
+        EXPECT_GE(Contrast(image.pixelColor(filled.rect().center()), image.pixelColor(8, 15)), TextContrast) << name;
+        other.setEnabled(false);
+        EXPECT_NE(other.grab().toImage().pixelColor(other.rect().center()), background) << "greyed, not gone, " << name;
+    }
+}
+
+TEST(OutlinedStyle, LargerFont_CheckAndRadioBoxesGrowWithIt)
+{
+    const ProgramStyle programStyle;
+    for (const int points : {9, 20, 40}) {
+        QCheckBox check(u"あ"_s);
+        QRadioButton radio(u"あ"_s);
+        for (QAbstractButton *const button : std::initializer_list<QAbstractButton *>{&check, &radio}) {
+            QFont font = button->font();
+            font.setPointSize(points);
+            button->setFont(font);
+            button->resize(button->sizeHint());
+            QStyleOptionButton option;
+            option.initFrom(button);
+            const QStyle *const style = button->style();
+            const bool isCheck = button == &check;
+            const QRect box = style->subElementRect(
+                isCheck ? QStyle::SE_CheckBoxIndicator : QStyle::SE_RadioButtonIndicator, &option, button);
+            const QRect text = style->subElementRect(
+                isCheck ? QStyle::SE_CheckBoxContents : QStyle::SE_RadioButtonContents, &option, button);
+            const int characterPx = button->fontMetrics().horizontalAdvance(u'あ');
+            EXPECT_TRUE(button->rect().contains(box)) << points;
+            EXPECT_GE(box.height(), characterPx) << points;
+            EXPECT_LE(box.height(), characterPx * 5 / 4) << points;
+            EXPECT_GT(text.left(), box.right() + characterPx / 3) << points;
+            EXPECT_GE(text.width(), characterPx) << points;
         }
     }
 }
