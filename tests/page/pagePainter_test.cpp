@@ -286,17 +286,16 @@ TEST(PagePainter, SoftBoxes_StayInsideCellsAndShowWhatIsNext)
 
 TEST(PicText, SoftColours_EnterMovesTheNextBoxWhileThePageHasTheFocus)
 {
-    const DisplayText text(LinesOf({u"[ああ] [いい]"_s, u"[うう]"_s}));
-    StudyRound round;
-    round.Load(text.Blanks().Count());
+    StudyPage study;
+    study.Load(DisplayText(LinesOf({u"[ああ] [いい]"_s, u"[うう]"_s})), {}, 0);
     QWidget window;
-    PicText page(&window);
+    PicText page(study, &window);
     QLineEdit elsewhere(&window);
     page.setGeometry(0, 0, 300, 100);
     elsewhere.setGeometry(0, 100, 100, 30);
     page.SetAppearance(9.75f, 4, true, 100);
     page.SetPageColour(PageColourChoice::Soft);
-    page.SetStudy(&text, &round);
+    std::ignore = study.SetLayout(page.Measured());
     window.resize(300, 140);
     window.show();
     window.activateWindow();
@@ -314,8 +313,7 @@ TEST(PicText, SoftColours_EnterMovesTheNextBoxWhileThePageHasTheFocus)
     };
     EXPECT_TRUE(next(0, 1));
     for (const int blank : {1, 2}) {
-        round.Toggle(blank);
-        page.DrawBlank(blank);
+        page.Show(study.Enter());
         EXPECT_EQ(next(0, 1), false);
         EXPECT_EQ(next(7, 1), blank == 1);
         EXPECT_EQ(next(0, 2), blank == 2);
