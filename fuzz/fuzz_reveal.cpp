@@ -210,7 +210,8 @@ class Study
         CheckPlaces();
         const Seen after(m_page);
         Require(after.count == before.count && after.markLine == before.markLine);
-        Require(after.current == TextSpan() && after.found == TextSpan() && after.hintedBlank + after.leftCell == 0);
+        Require(after.current == TextSpan() && after.found == TextSpan() && after.hintedBlank == 0);
+        Require(after.leftCell == std::min(before.leftCell, m_page.LargestLeftCell()));
         for (size_t blank = 1; blank < std::min(before.isShown.size(), after.isShown.size()); ++blank)
             Require(after.isShown[blank] == before.isShown[blank] || (wasOnlyHard && !before.isHard[blank]));
     }

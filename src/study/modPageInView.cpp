@@ -42,6 +42,5 @@ NeededScrollBars ScrollBarsFor(int lineCount, int longestLineCells, const PageLa
 
 int LeftCellShowing(const CellRange &cells, const PageLayout &layout)
 {
-    const int leftmost = cells.end - layout.CellsInView();
-    return std::min(std::max(layout.leftCell, leftmost), cells.start);
+    return std::min(std::max(0, cells.end - layout.CellsInView()), cells.start);
 }

@@ -18,13 +18,14 @@ void StudyPage::Load(DisplayText text, const std::vector<int> &hardBlanks, int l
 
 void StudyPage::Reload(DisplayText text, const std::vector<int> &hardBlanks)
 {
-    const auto [topLine, offeredLine] = std::pair(m_places.topLine, m_places.offeredLine);
-    const int stoppedLine = m_places.stoppedLine;
+    const Places old = m_places;
+    const int leftCell = m_layout.leftCell;
     ReplaceText(std::move(text));
     m_round.Reload(m_text.Blanks().Count(), hardBlanks);
-    m_places.topLine = qMin(topLine, qMax(1, m_text.LineCount()));
-    m_places.offeredLine = offeredLine <= m_text.LineCount() ? offeredLine : 0;
-    m_places.stoppedLine = qMin(stoppedLine, qMax(1, m_text.LineCount()));
+    m_layout.leftCell = qMin(leftCell, LargestLeftCell());
+    m_places.topLine = qMin(old.topLine, qMax(1, m_text.LineCount()));
+    m_places.offeredLine = old.offeredLine <= m_text.LineCount() ? old.offeredLine : 0;
+    m_places.stoppedLine = qMin(old.stoppedLine, qMax(1, m_text.LineCount()));
 }
 
 void StudyPage::Clear()
@@ -268,6 +269,7 @@ PageChange StudyPage::ToggleWholeLine()
         if (!m_round.bolOpen(blank))
             shown += m_text.Answer(blank).toString();
     PageChange change = HideHint();
+    change.isPageChanged = BringLineIntoView(onLine);
     m_round.ToggleLine(onLine);
     m_places.wholeLine = line;
     change.answers.assign(onLine.begin(), onLine.end());
@@ -359,8 +361,17 @@ PageChange StudyPage::MoveToCell(int cell)
     return {.isPageChanged = std::exchange(m_layout.leftCell, leftCell) != leftCell};
 }
 
-/// Moves sideways just far enough to bring a span into view. @return whether the page has moved
+/// Moves sideways to the leftmost view that holds a span. @return whether the page has moved
 bool StudyPage::BringCellsIntoView(const TextSpan &span)
 {
     return span.line > 0 && MoveToCell(LeftCellShowing(m_text.Cells(span), m_layout)).isPageChanged;
+}
+
+/// The same for the blanks of a line or, if they do not fit, the first of them.
+bool StudyPage::BringLineIntoView(const BlankRange &onLine)
+{
+    CellRange cells = m_text.Cells(onLine.front());
+    if (const int end = m_text.Cells(onLine.back()).end; end - cells.start <= m_layout.CellsInView())
+        cells.end = end;
+    return MoveToCell(LeftCellShowing(cells, m_layout)).isPageChanged;
 }

@@ -48,7 +48,8 @@ class StudyPage
     void Load(DisplayText text, const std::vector<int> &hardBlanks, int lastLine);
 
     /// Replaces the text by that of the same file after it was changed. Answers are kept as StudyRound::Reload says,
-    /// and so are the top line and the offered line, if they still exist; all other places are forgotten.
+    /// and so are the top line, the first cell in view and the offered line, as far as they still exist; all other
+    /// places are forgotten.
     /// @param hardBlanks  ascending
     void Reload(DisplayText text, const std::vector<int> &hardBlanks);
 
@@ -267,6 +268,7 @@ class StudyPage
     PageChange Toggle(int blank);
     bool SetCurrent(const TextSpan &current);
     bool BringCellsIntoView(const TextSpan &span);
+    bool BringLineIntoView(const BlankRange &onLine);
     int ChosenBlank() const;
 
     DisplayText m_text;

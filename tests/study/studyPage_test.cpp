@@ -296,6 +296,45 @@ TEST(StudyPage, LineMarked_IsInViewAndComesBackWithUndo)
     EXPECT_EQ(page.Round().lngMarkLine(), 0);
 }
 
+TEST(StudyPage, AnswerOpenedSideways_ShowsBeginningOfItsLineIfItCan)
+{
+    // A view of twenty cells, of which the box of z takes those from 24 to 27 and those of a and b the first ones.
+    const QStringList lines = {QString(24, u'-') + u"[z]"_s, u"[a]---[b]"_s + QString(30, u'-') + u"[c]"_s,
+                               QString(40, u'-')};
+    // Where the user has scrolled to; keys; then the first cell in view.
+    const Rows<const char *, int, QString, int> rows = {
+        {"an answer beyond the right edge", 0, u"E"_s, 7},
+        {"an answer that was in view", 20, u"E"_s, 7},
+        {"an answer of the next line", 20, u"EE"_s, 0},
+        {"the chosen answer", 20, u">>"_s, 0},
+        {"a hint", 20, u">>I"_s, 0},
+        {"a whole line", 20, u"L"_s, 7},
+        {"a whole line wider than the page", 20, u"EL"_s, 0},
+        {"a whole line hidden again", 20, u"LL"_s, 7},
+    };
+    for (const auto &[name, leftCell, keys, moved] : rows) {
+        KeyedPage page(lines, 3);
+        std::ignore = page.SetLayout(LayoutOf(3, 20));
+        EXPECT_EQ(page.MoveToCell(leftCell).isPageChanged, leftCell > 0);
+        EXPECT_EQ(page.Press(keys).Layout().leftCell, moved) << name;
+    }
+    KeyedPage page(lines, 3);
+    std::ignore = page.SetLayout(LayoutOf(3, 20));
+    EXPECT_TRUE(page.MoveToCell(20).isPageChanged);
+    EXPECT_TRUE(page.ShowFound({2, 2, 1}).isPageChanged);
+    EXPECT_EQ(page.Layout().leftCell, 0) << "a hit";
+}
+
+TEST(StudyPage, FileReadAgain_KeepsFirstCellInView)
+{
+    KeyedPage page({QString(100, u'-')}, 3);
+    EXPECT_TRUE(page.MoveToCell(30).isPageChanged);
+    for (const auto &[lineCells, leftCell] : {std::pair(120, 30), {70, 10}, {60, 0}}) {
+        page.Reload(DisplayText(LinesOf({QString(lineCells, u'-')})), {});
+        EXPECT_EQ(page.Layout().leftCell, leftCell) << lineCells;
+    }
+}
+
 TEST(StudyPage, TextWiderThanPage_MovesSidewaysJustFarEnough)
 {
     KeyedPage page({QString(97, u'-') + u"[z]"_s, u"-"_s, u"[y]"_s}, 1);

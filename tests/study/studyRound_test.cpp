@@ -245,14 +245,15 @@ TEST(ScrollBarsFor, OneBarTakesSpace_OtherMayBecomeNecessary)
         EXPECT_EQ(ScrollBarsFor(lines, cells, whole, 10), needed) << lines << ' ' << cells;
 }
 
-TEST(LeftCellShowing, CellsOutOfView_ScrollsJustFarEnough)
+TEST(LeftCellShowing, AnyFirstCell_IsLeftmostViewThatHoldsTheCells)
 {
-    const Rows<int, CellRange, int> rows = {
-        {0, {0, 20}, 0}, {0, {15, 21}, 1}, {30, {30, 50}, 30}, {30, {29, 33}, 29}, {30, {5, 9}, 5}, {0, {7, 60}, 7},
+    const Rows<CellRange, int> rows = {
+        {{0, 20}, 0}, {{5, 9}, 0}, {{15, 21}, 1}, {{30, 50}, 30}, {{29, 33}, 13}, {{7, 60}, 7},
     };
-    for (const auto &[leftCell, cells, moved] : rows)
-        EXPECT_EQ(LeftCellShowing(cells, {.cellWidthPx = 10, .widthPx = 210, .leftCell = leftCell}), moved)
-            << leftCell << ' ' << cells.start;
+    for (const auto &[cells, moved] : rows)
+        for (const int leftCell : {0, 8, 30})
+            EXPECT_EQ(LeftCellShowing(cells, {.cellWidthPx = 10, .widthPx = 210, .leftCell = leftCell}), moved)
+                << leftCell << ' ' << cells.start;
 }
 
 TEST(RandomPage, HiddenAnswersElsewhere_DrawsAnotherPageWithOne)
