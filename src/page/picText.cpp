@@ -39,7 +39,7 @@ PicText::PicText(const StudyPage &page, QWidget *parent) : QWidget(parent), m_pa
     PageAccessible::Install();                      // before anything about this widget is reported
     setAccessibleName(QStringLiteral("本文"));
     // Not every desktop reports a switch between light and dark, but to switch, the user leaves the program.
-    connect(qGuiApp, &QGuiApplication::applicationStateChanged, this, &PicText::UpdateColours);
+    connect(qGuiApp, &QGuiApplication::applicationStateChanged, this, &PicText::FollowDesktop);
 }
 
 PicText::~PicText() = default;
@@ -79,26 +79,20 @@ void PicText::SetPageColour(PageColourChoice choice)
         m_darkMode.reset();
     } else if (!m_darkMode) {
         m_darkMode = std::make_unique<DarkMode>();
-        connect(m_darkMode.get(), &DarkMode::Changed, this, &PicText::UpdateColours);
+        connect(m_darkMode.get(), &DarkMode::Changed, this, &PicText::FollowDesktop);
     }
-    UpdateColours();
+    FollowDesktop();
 }
 
-void PicText::UpdateColours()
+void PicText::FollowDesktop()
 {
-    const PageColours *const colours = &ColoursOf(m_pageColour, palette(), m_darkMode && m_darkMode->IsDark());
+    const PageColours *const colours =
+        &ColoursOf(m_pageColour, QGuiApplication::palette(), m_darkMode && m_darkMode->IsDark());
     if (colours == m_colours)
         return;
     m_colours = colours;
     update();
     Q_EMIT ColoursChanged();
-}
-
-void PicText::changeEvent(QEvent *event)
-{
-    QWidget::changeEvent(event);
-    if (event->type() == QEvent::PaletteChange)
-        UpdateColours();
 }
 
 void PicText::Show(const PageChange &change)

@@ -37,6 +37,15 @@ class PicText : public QWidget
     /// Chooses the colours. If they follow the desktop, they do so while the program runs.
     void SetPageColour(PageColourChoice choice);
 
+    /// Adopts the colours of the desktop after they changed, if these were chosen.
+    void FollowDesktop();
+
+    /// The colours in use.
+    const PageColours &Colours() const
+    {
+        return *m_colours;
+    }
+
     /// Whether the dark colours are in use.
     bool IsDark() const
     {
@@ -83,7 +92,6 @@ class PicText : public QWidget
     void focusInEvent(QFocusEvent *event) override;
     void focusOutEvent(QFocusEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
-    void changeEvent(QEvent *event) override;
 
   private:
     PageFontAtScale &FontAt(double scale);
@@ -92,7 +100,6 @@ class PicText : public QWidget
     int MarkedNext() const;
     QRect AreaOfNext() const;
     void TellChange(QAccessibleEvent &&event);
-    void UpdateColours();
     void UpdatePointer(const QPoint &at);
 
     const StudyPage &m_page;

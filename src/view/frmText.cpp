@@ -14,8 +14,9 @@
 #include "settings/frmIni.h"
 #include "settings/modEditor.h"
 #include "text/modPictureName.h"
+#include "view/StudyBar.h"
 #include "view/StudyStateBar.h"
-#include "widgets/ElidedLabel.h"
+#include "widgets/BarButton.h"
 #include "widgets/InputGuard.h"
 #include "widgets/frmMsg.h"
 
@@ -23,7 +24,6 @@
 #include <QCoreApplication>
 #include <QFileInfo>
 #include <QFileSystemWatcher>
-#include <QPushButton>
 #include <QScopeGuard>
 #include <QTimer>
 
@@ -107,8 +107,8 @@ void frmText::OpenSession(const QString &path)
     if (m_stage == Stage::Ended)
         return; // the window was closed while a database message was shown
     if (!reading.refusal)
-        EnableFileControls(true);
-    lblFile->SetText(NameInLine(QFileInfo(m_session.Path()).fileName()));
+        m_bar->EnableFileControls(true);
+    m_bar->ShowFile(QFileInfo(m_session.Path()).fileName());
     ShowText();
     if (reading.refusal) {
         Ask(reading.refusal.message, MsgStyle::Ok, u"notify.wav"_s);
@@ -202,7 +202,8 @@ void frmText::cmdEdit_Click()
     WriteTrace(u"■frmText.cmdEdit_Click()");
     if (!m_page.IsFileOpen())
         return;
-    cmdReRead->setFocus(); // so that one key reads the edited file again
+    if (m_bar->cmdReRead->isVisible())
+        m_bar->cmdReRead->setFocus(); // so that one key reads the edited file again
     const int marked = m_page.Round().lngMarkLine();
     OpenInEditorAt(marked != 0 ? marked : m_page.TopLine());
 }
@@ -227,11 +228,12 @@ bool frmText::EditSettings(QWidget *owner)
     picText->setFocus();
     if (!m_settingsFile.WriteFileIniEx(settings) || !m_settingsFile.WritePageColour(settings.pageColour))
         m_services.ShowMessage(u"設定を保存できません。\r\n  "_s + m_context.settingsPath);
+    const int neededBeforePx = m_pageFrame->sizeHint().width();
     m_isZoomChosen |= settings.zoom != m_zoom;
     m_zoom = settings.zoom;
     m_settings = settings;
     ApplySettings();
-    WidenToText();
+    WidenToText(neededBeforePx);
     Apply(m_page.ShowLine(m_page.TopLine()));
     return true;
 }

@@ -20,15 +20,14 @@ enum class MsgStyle;
 class frmFile;
 class frmMsg;
 class frmSearch;
-class ElidedLabel;
 class InputGuard;
 class PageFrame;
 class PicText;
-class QCheckBox;
+class QAction;
 class QFileSystemWatcher;
-class QPushButton;
 class QScrollBar;
 class QTimer;
+class StudyBar;
 class StudyStateBar;
 
 /// What the study window works with: one user in one application folder.
@@ -62,6 +61,7 @@ class frmText : public QWidget
   protected:
     void showEvent(QShowEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
+    bool event(QEvent *event) override;
     void closeEvent(QCloseEvent *event) override;
 
   private:
@@ -77,6 +77,7 @@ class frmText : public QWidget
     void cmdSearch_Click();
     void chkSpeak_Click();
     void chkOnlyHard_Click();
+    void cmdHard_Click();
     void VScroll_Change();
     void HScroll_Change();
     void picText_KeyDown(int key, bool isShifted);
@@ -88,13 +89,13 @@ class frmText : public QWidget
     void LayOut();
     void Connect();
     void AddShortcuts();
-    QPushButton *AddBarButton(const QString &name, const QString &caption, const QString &toolTip,
-                              void (frmText::*handler)());
-    void EnableFileControls(bool isEnabled);
+    void AddCommandKeys();
+    template <typename Action>
+    auto Command(Action action);
     void ReadSettings();
     void ApplySettings();
-    void KeepMinimumHeight();
-    void WidenToText();
+    void KeepMinimumSize();
+    void WidenToText(int neededBeforePx);
     int LargestLeft(int widthPx) const;
     void MoveFileWindow();
     bool EditSettings(QWidget *owner);
@@ -110,6 +111,7 @@ class frmText : public QWidget
     void ReadAloud(const PageChange &change);
     void ChangeZoom(int steps);
     void SetZoom(int percent);
+    void ShowColours();
     void DescribePage();
 
     void OpenSession(const QString &path);
@@ -160,15 +162,7 @@ class frmText : public QWidget
     QScrollBar *VScroll;
     QScrollBar *HScroll;
     PageFrame *m_pageFrame; // with these three
-    QPushButton *cmdFile;
-    QPushButton *cmdReRead;
-    QPushButton *cmdEdit;
-    QPushButton *cmdIni;
-    QPushButton *cmdDispHowToUse;
-    QPushButton *cmdSearch;
-    QCheckBox *chkSpeak;
-    QCheckBox *chkOnlyHard;
-    ElidedLabel *lblFile;
+    StudyBar *m_bar;
     StudyStateBar *m_stateBar;
     QTimer *Timer1;
     QTimer *m_keeping;          // runs from a change of a mark until it is saved

@@ -9,17 +9,17 @@
 #include "page/picText.h"
 #include "platform/modWindowMessage.h"
 #include "settings/modZoom.h"
+#include "view/StudyBar.h"
 #include "view/StudyStateBar.h"
 #include "view/frmText.h"
-#include "widgets/ElidedLabel.h"
-#include "widgets/FlowLayout.h"
+#include "widgets/BarButton.h"
 #include "widgets/FocusScrollBar.h"
+#include "widgets/Measures.h"
 #include "widgets/NamedControls.h"
 #include "widgets/ScreenFit.h"
 
-#include <QCheckBox>
+#include <QAction>
 #include <QFileSystemWatcher>
-#include <QPushButton>
 #include <QRandomGenerator>
 #include <QScreen>
 #include <QScrollBar>
@@ -47,27 +47,15 @@ frmText::frmText(SystemServices &services, StudyDatabase &database, const RunLog
       m_session(services, database, context.applicationFolder, context.userName, context.interimSeconds),
       m_page(m_session.Page()), m_watcher(new QFileSystemWatcher(this)), picText(new PicText(m_page, this)),
       VScroll(new FocusScrollBar(Qt::Vertical, this)), HScroll(new FocusScrollBar(Qt::Horizontal, this)),
-      m_pageFrame(new PageFrame(m_page.Text(), picText, VScroll, HScroll, this)),
-      cmdFile(AddBarButton(u"cmdFile"_s, u"ファイル選択(&O)"_s, u"別の学習ファイルを選びます (Alt+O)"_s,
-                           &frmText::cmdFile_Click)),
-      cmdReRead(AddBarButton(u"cmdReRead"_s, u"再読込(&R)"_s, u"編集した学習ファイルを読み直します (Alt+R)"_s,
-                             &frmText::cmdReRead_Click)),
-      cmdEdit(AddBarButton(u"cmdEdit"_s, u"編集(&E)"_s, u"学習ファイルをテキストエディタで開きます (Alt+E)"_s,
-                           &frmText::cmdEdit_Click)),
-      cmdIni(AddBarButton(u"cmdIni"_s, u"設定(&I)"_s, u"文字の大きさなどを変えます (Alt+I)"_s, &frmText::cmdIni_Click)),
-      cmdDispHowToUse(AddBarButton(u"cmdDispHowToUse"_s, u"使い方(&H)"_s, u"使い方の説明を開きます (F1)"_s,
-                                   &frmText::cmdDispHowToUse_Click)),
-      cmdSearch(AddBarButton(u"cmdSearch"_s, u"検索(&F)"_s, u"キーワードや本文の言葉を探します (Ctrl+F)"_s,
-                             &frmText::cmdSearch_Click)),
-      chkSpeak(new QCheckBox(u"読み上げ(&S)"_s, this)), chkOnlyHard(new QCheckBox(u"苦手だけ(&N)"_s, this)),
-      lblFile(new ElidedLabel(u"lblFile"_s, 30, this)), m_stateBar(new StudyStateBar(this)), Timer1(new QTimer(this)),
-      m_keeping(new QTimer(this))
+      m_pageFrame(new PageFrame(m_page.Text(), picText, VScroll, HScroll, this)), m_bar(new StudyBar(this)),
+      m_stateBar(new StudyStateBar(this)), Timer1(new QTimer(this)), m_keeping(new QTimer(this))
 {
     setObjectName(u"frmText"_s);
     AddControls();
     LayOut();
     Connect();
     AddShortcuts();
+    AddCommandKeys();
     Form_Load();
 }
 
@@ -78,48 +66,39 @@ void frmText::AddControls()
     VScroll->setAccessibleName(u"本文の位置"_s);
     HScroll->setObjectName(u"HScroll"_s);
     HScroll->setAccessibleName(u"本文の横の位置"_s);
-    chkSpeak->setObjectName(u"chkSpeak"_s);
-    chkSpeak->setTristate(true);
-    chkSpeak->setToolTip(u"押すたびに，クリックした言葉だけを読み上げる，表示した正解もすべて読み上げる，"
-                         u"読み上げない，と変わります (Alt+S)"_s);
-    chkOnlyHard->setObjectName(u"chkOnlyHard"_s);
-    chkOnlyHard->setToolTip(
-        u"苦手の印のある空欄だけを隠して学習します。印は中ボタンのクリックか Ctrl+M で付けます (Ctrl+Shift+M)"_s);
-    chkOnlyHard->setFocusPolicy(Qt::TabFocus);
     m_keeping->setObjectName(u"tmrKeep"_s);
     m_keeping->setSingleShot(true);
     m_keeping->setInterval(1000);
     Timer1->setObjectName(u"Timer1"_s);
     Timer1->setInterval(600); // often enough to see every second, so that no multiple of ten is missed
-    chkSpeak->setFocusPolicy(Qt::TabFocus);
 }
 
 void frmText::LayOut()
 {
-    auto *const bar = new FlowLayout(6);
-    for (QPushButton *const button : {cmdFile, cmdReRead, cmdEdit, cmdIni, cmdDispHowToUse, cmdSearch})
-        bar->addWidget(button);
-    bar->addWidget(chkSpeak);
-    bar->addWidget(chkOnlyHard);
-    bar->addWidget(lblFile);
-
     auto *const column = new QVBoxLayout(this);
-    column->setContentsMargins(8, 8, 8, 6);
-    column->setSpacing(6);
-    column->addLayout(bar);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    column->addWidget(m_bar);
     column->addWidget(m_pageFrame, 1);
     column->addWidget(m_stateBar);
 
-    // In reading order: the buttons, the page with its scroll bars, then the row below.
-    SetTabOrder({chkSpeak, chkOnlyHard, picText, VScroll, HScroll});
+    // In reading order: the bar, the page with its scroll bars, then the row below.
+    SetTabOrder({m_bar->MenuButton(), picText, VScroll, HScroll});
 }
 
 void frmText::Connect()
 {
     connect(VScroll, &QScrollBar::valueChanged, this, &frmText::VScroll_Change);
     connect(HScroll, &QScrollBar::valueChanged, this, &frmText::HScroll_Change);
-    connect(chkSpeak, &QCheckBox::clicked, this, &frmText::chkSpeak_Click);
-    connect(chkOnlyHard, &QCheckBox::clicked, this, &frmText::chkOnlyHard_Click);
+    connect(m_bar->cmdFile, &QPushButton::clicked, this, &frmText::cmdFile_Click);
+    connect(m_bar->cmdReRead, &QPushButton::clicked, this, &frmText::cmdReRead_Click);
+    connect(m_bar->cmdEdit, &QPushButton::clicked, this, &frmText::cmdEdit_Click);
+    connect(m_bar->cmdSearch, &QPushButton::clicked, this, &frmText::cmdSearch_Click);
+    connect(m_bar->chkOnlyHard, &QCheckBox::clicked, this, &frmText::chkOnlyHard_Click);
+    connect(m_bar->cmdHard, &QPushButton::clicked, this, &frmText::cmdHard_Click);
+    connect(m_bar->chkSpeak, &QCheckBox::clicked, this, &frmText::chkSpeak_Click);
+    connect(m_bar->cmdIni, &QPushButton::clicked, this, &frmText::cmdIni_Click);
+    connect(m_bar->cmdDispHowToUse, &QPushButton::clicked, this, &frmText::cmdDispHowToUse_Click);
     connect(m_keeping, &QTimer::timeout, this, &frmText::KeepMarks);
     connect(picText, &PicText::KeyDown, this, &frmText::picText_KeyDown);
     connect(picText, &PicText::MouseDown, this, &frmText::picText_MouseDown);
@@ -129,7 +108,7 @@ void frmText::Connect()
     connect(picText, &PicText::FocusLost, this, [this] { Apply(m_page.HideHint()); });
     connect(picText, &PicText::WheelTurned, this, [this](int lines) { Apply(m_page.MoveByLines(lines)); });
     connect(picText, &PicText::WheelTurnedSideways, this, [this](int cells) { Apply(m_page.MoveByCells(cells)); });
-    connect(picText, &PicText::ColoursChanged, this, &frmText::DescribePage);
+    connect(picText, &PicText::ColoursChanged, this, &frmText::ShowColours);
     connect(picText, &PicText::ZoomTurned, this, &frmText::ChangeZoom);
     connect(m_stateBar, &StudyStateBar::ZoomClicked, this, &frmText::ChangeZoom);
     connect(m_stateBar, &StudyStateBar::LineChosen, this, [this](int line) { Apply(m_page.MoveToLine(line)); });
@@ -139,37 +118,44 @@ void frmText::Connect()
     connect(Timer1, &QTimer::timeout, this, &frmText::Timer1_Timer);
 }
 
+/// What a key does: ends the hint, performs a command and applies what that changed on the page, if it returns it.
+template <typename Action>
+auto frmText::Command(Action action)
+{
+    return [this, action] {
+        Apply(m_page.HideHint());
+        if constexpr (std::is_void_v<decltype(action())>)
+            action();
+        else
+            Apply(action());
+    };
+}
+
 /// Adds shortcuts for what otherwise needs a mouse. They belong to the window, because the text area ignores most keys.
 void frmText::AddShortcuts()
 {
-    const QKeySequence hintKeys(Qt::CTRL | Qt::Key_I);
-    const auto add = [this, hintKeys](const QKeySequence &keys, auto action) {
+    const auto add = [this](const QKeySequence &keys, auto action) {
         auto *const shortcut = new QShortcut(keys, this);
-        connect(shortcut, &QShortcut::activated, this, [this, action, isHint = keys == hintKeys] {
-            if (!isHint) // which grows with each press
-                Apply(m_page.HideHint());
-            if constexpr (std::is_void_v<decltype(action())>)
-                action();
-            else
-                Apply(action());
-        });
+        connect(shortcut, &QShortcut::activated, this, Command(action));
         return shortcut;
     };
     // A held key keeps moving but clicks only once.
     const auto addClick = [&add](const QKeySequence &keys, auto action) { add(keys, action)->setAutoRepeat(false); };
     addClick(Qt::Key_F1, [this] { cmdDispHowToUse_Click(); });
-    add(QKeySequence::Find, [this] { cmdSearch_Click(); });
+    add(QKeySequence::Find, [this] { m_bar->cmdSearch->click(); });
     add(Qt::Key_F3, [this] { GoOnSearching(false); });
     add(Qt::SHIFT | Qt::Key_F3, [this] { GoOnSearching(true); });
-    add(Qt::CTRL | Qt::Key_Right, [this] { return m_page.GoToTarget(false, chkSpeak->isChecked()); });
-    add(Qt::CTRL | Qt::Key_Left, [this] { return m_page.GoToTarget(true, chkSpeak->isChecked()); });
+    add(Qt::CTRL | Qt::Key_Right, [this] { return m_page.GoToTarget(false, m_bar->chkSpeak->isChecked()); });
+    add(Qt::CTRL | Qt::Key_Left, [this] { return m_page.GoToTarget(true, m_bar->chkSpeak->isChecked()); });
     addClick(Qt::CTRL | Qt::Key_Space, [this] { return m_page.ClickCurrent(); });
     addClick(Qt::CTRL | Qt::Key_H, [this] { return m_page.HideAll(); });
     addClick(QKeySequence::Undo, [this] { return m_page.Undo(); });
     addClick(Qt::CTRL | Qt::Key_M, [this] { return m_page.ToggleHard(m_page.BlankToMark()); });
-    addClick(Qt::CTRL | Qt::SHIFT | Qt::Key_M, [this] { chkOnlyHard->click(); });
+    addClick(Qt::CTRL | Qt::SHIFT | Qt::Key_M, [this] { m_bar->chkOnlyHard->click(); });
     addClick(Qt::CTRL | Qt::SHIFT | Qt::Key_Space, [this] { return m_page.ToggleWholeLine(); });
-    addClick(hintKeys, [this] { return m_page.ShowHint(); });
+    auto *const hint = new QShortcut(Qt::CTRL | Qt::Key_I, this); // does not end the hint, but lets it grow
+    hint->setAutoRepeat(false);
+    connect(hint, &QShortcut::activated, this, [this] { Apply(m_page.ShowHint()); });
     addClick(Qt::CTRL | Qt::Key_L, [this] { return m_page.ClickLineNumber(m_page.Current().line); });
     add(Qt::CTRL | Qt::SHIFT | Qt::Key_Down, [this] { return m_page.MoveLineMark(1); });
     add(Qt::CTRL | Qt::SHIFT | Qt::Key_Up, [this] { return m_page.MoveLineMark(-1); });
@@ -183,23 +169,25 @@ void frmText::AddShortcuts()
     add(Qt::CTRL | Qt::Key_End, [this] { return m_page.MoveToEnd(); });
     addClick(Qt::CTRL | Qt::Key_G, [this] { AskForLine(); });
     addClick(Qt::CTRL | Qt::SHIFT | Qt::Key_G, [this] { return m_page.MoveToRandomPage(QRandomGenerator::global()); });
-    QShortcut *const zoomIn = add(Qt::CTRL | Qt::Key_Plus, [this] { ChangeZoom(1); });
-    // Also the key of + without Shift, on English and on Japanese keyboards.
-    zoomIn->setKeys({Qt::CTRL | Qt::Key_Plus, Qt::CTRL | Qt::Key_Equal, Qt::CTRL | Qt::Key_Semicolon});
-    add(Qt::CTRL | Qt::Key_Minus, [this] { ChangeZoom(-1); });
-    addClick(QKeySequence::Print, [this] { PrintFile(); });
-    addClick(Qt::CTRL | Qt::Key_E, [this] { ExportFile(); });
-    addClick(Qt::CTRL | Qt::Key_0, [this] { SetZoom(ZoomSteps.front()); });
 }
 
-// A click leaves the focus in the text, where Enter shows answers. Tab still reaches every button, for Enter to press.
-QPushButton *frmText::AddBarButton(const QString &name, const QString &caption, const QString &toolTip,
-                                   void (frmText::*handler)())
+/// Adds the keys of what the menu of the bar always has.
+void frmText::AddCommandKeys()
 {
-    QPushButton *const button = AddButton(this, name, caption, toolTip, handler);
-    button->setFocusPolicy(Qt::TabFocus);
-    button->setAutoDefault(true);
-    return button;
+    const auto add = [this](QAction *entry, const QList<QKeySequence> &keys, auto action) {
+        entry->setShortcuts(keys);
+        connect(entry, &QAction::triggered, this, Command(action));
+    };
+    add(m_bar->actPrint, {QKeySequence::Print}, [this] { PrintFile(); });
+    add(m_bar->actExport, {Qt::CTRL | Qt::Key_E}, [this] { ExportFile(); });
+    // The key of + without Shift too, on English and on Japanese keyboards.
+    add(m_bar->actLarger,
+        {Qt::CTRL | Qt::Key_Plus, Qt::CTRL | Qt::Key_Equal, Qt::CTRL | Qt::Key_Semicolon, Qt::ALT | Qt::Key_Plus},
+        [this] { ChangeZoom(1); });
+    add(m_bar->actSmaller, {Qt::CTRL | Qt::Key_Minus, Qt::ALT | Qt::Key_Minus}, [this] { ChangeZoom(-1); });
+    add(m_bar->actUsualSize, {Qt::CTRL | Qt::Key_0}, [this] { SetZoom(ZoomSteps.front()); });
+    for (QAction *const entry : {m_bar->actPrint, m_bar->actExport, m_bar->actUsualSize})
+        entry->setAutoRepeat(false);
 }
 
 void frmText::Form_Load()
@@ -211,6 +199,7 @@ void frmText::Form_Load()
     const QRect area = screen()->availableGeometry();
     QStringList repairs; // shown once the window is
     m_settings = m_settingsFile.Read(m_defaults, UpperBounds(std::numeric_limits<int>::max()), &repairs);
+    KeepMinimumSize();
     m_zoom = m_settings.zoom > 0 ? m_settings.zoom : ZoomForDesktopFont(fontInfo().pointSizeF());
     ApplySettings();
     const QSize remembered = m_settings.formSize;
@@ -223,16 +212,9 @@ void frmText::Form_Load()
         m_settings.FormLeft = m_defaults.FormLeft;
     move(m_settings.FormLeft, area.top() + (area.height() - height()) / 3);
 
-    EnableFileControls(false);
+    m_bar->EnableFileControls(false);
     // Nobody sends this message any more, but it is still registered, as it always was.
     m_wheelMessage = RegisterMessageName(u"MSWHEEL_ROLLMSG"_s);
-}
-
-void frmText::EnableFileControls(bool isEnabled)
-{
-    for (QWidget *const control : {static_cast<QWidget *>(cmdIni), static_cast<QWidget *>(cmdEdit),
-                                   static_cast<QWidget *>(cmdReRead), static_cast<QWidget *>(chkSpeak)})
-        control->setEnabled(isEnabled);
 }
 
 // Not every window system reports activation, so the first time is when the window is shown.
@@ -262,14 +244,25 @@ void frmText::Form_Resize()
 void frmText::resizeEvent(QResizeEvent *event)
 {
     QWidget::resizeEvent(event);
-    KeepMinimumHeight();
     Form_Resize();
 }
 
-/// Rows that wrap in a narrow window must not push each other out of it.
-void frmText::KeepMinimumHeight()
+bool frmText::event(QEvent *event)
 {
-    setMinimumHeight(qMin(layout()->minimumHeightForWidth(width()), AvailableSize(this).height()));
+    const bool isHandled = QWidget::event(event);
+    if (event->type() == QEvent::FontChange) {
+        KeepMinimumSize();
+    } else if (event->type() == QEvent::ApplicationPaletteChange) {
+        picText->FollowDesktop();
+        ShowColours();
+    }
+    return isHandled;
+}
+
+/// Keeps the window large enough for its bars and some rows.
+void frmText::KeepMinimumSize()
+{
+    setMinimumSize(LeastStudySize(fontMetrics()).boundedTo(AvailableSize(this)));
 }
 
 void frmText::ReadSettings()
@@ -295,17 +288,17 @@ void frmText::ApplySettings()
     Apply(m_page.SetLayout(picText->Measured()));
     picText->SetPageColour(m_settings.pageColour);
     m_stateBar->ShowZoom(m_zoom);
-    DescribePage();
+    ShowColours();
 }
 
-/// Widens the window, at most to the screen, if a line of maximum length no longer fits, and makes it high enough for a
-/// row.
-void frmText::WidenToText()
+/// Widens the window, at most to the screen, if a line of maximum length needs more room than before and does not fit.
+/// @param neededBeforePx  what it needed then
+void frmText::WidenToText(int neededBeforePx)
 {
-    KeepMinimumHeight();
     const QRect area = screen()->availableGeometry();
-    const int wanted = qMin(sizeHint().width(), AvailableSize(this).width());
-    if (isMaximized() || isFullScreen() || wanted <= width())
+    const int needed = m_pageFrame->sizeHint().width();
+    const int wanted = qMin(needed, AvailableSize(this).width());
+    if (isMaximized() || isFullScreen() || needed <= neededBeforePx || wanted <= width())
         return;
     const int frame = frameGeometry().width() - width();
     resize(wanted, height());
@@ -337,7 +330,7 @@ void frmText::MoveFileWindow()
 {
     const QRect area = screen()->availableGeometry();
     const int left = x() + (width() - m_frmFile->width()) / 2;
-    const int top = cmdFile->mapToGlobal(QPoint(0, 0)).y();
+    const int top = m_bar->cmdFile->mapToGlobal(QPoint(0, 0)).y();
     m_frmFile->move(qMax(area.left(), qMin(left, area.right() + 1 - m_frmFile->width())),
                     qMax(area.top(), qMin(top, area.bottom() + 1 - m_frmFile->height())));
 }

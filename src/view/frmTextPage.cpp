@@ -3,16 +3,20 @@
 
 // The study window's part in what happens on the page: passes on to StudyPage what the user does, and shows, says and
 // asks what comes back.
+#include "page/PageFrame.h"
 #include "page/picText.h"
 #include "settings/modSpeech.h"
 #include "settings/modZoom.h"
+#include "view/StudyBar.h"
 #include "view/StudyStateBar.h"
 #include "view/frmPicture.h"
 #include "view/frmText.h"
+#include "widgets/BarButton.h"
 #include "widgets/BlockedWindow.h"
+#include "widgets/Contrast.h"
 #include "widgets/frmMsg.h"
 
-#include <QCheckBox>
+#include <QGuiApplication>
 #include <QScrollBar>
 #include <QTimer>
 
@@ -72,8 +76,7 @@ void frmText::ShowPageState()
     HScroll->setValue(m_page.Layout().leftCell);
     m_stateBar->ShowProgress(m_page.Round(), view);
     m_stateBar->OfferLine(m_page.OfferedLine());
-    chkOnlyHard->setEnabled(m_page.Round().HardCount() > 0);
-    chkOnlyHard->setChecked(m_page.Round().IsOnlyHard());
+    m_bar->ShowHard(m_page.Round().HardCount(), m_page.Round().IsOnlyHard(), m_page.BlankToMark() > 0);
 }
 
 void frmText::VScroll_Change()
@@ -128,7 +131,14 @@ void frmText::picText_OLEDragDrop()
 void frmText::chkOnlyHard_Click()
 {
     WriteTrace(u"■frmText.chkOnlyHard_Click");
-    Apply(m_page.StudyOnlyHard(chkOnlyHard->isChecked()));
+    Apply(m_page.StudyOnlyHard(m_bar->chkOnlyHard->isChecked()));
+    picText->setFocus();
+}
+
+void frmText::cmdHard_Click()
+{
+    WriteTrace(u"■frmText.cmdHard_Click");
+    Apply(m_page.ToggleHard(m_page.BlankToMark()));
     picText->setFocus();
 }
 
@@ -164,10 +174,11 @@ void frmText::chkSpeak_Click()
     // The check mark alone does not say what is read aloud.
     const QString states[] = {u"読み上げません"_s, u"クリックした言葉だけを読み上げます"_s,
                               u"表示した正解も読み上げます"_s};
-    chkSpeak->setAccessibleDescription(states[chkSpeak->checkState()]);
-    m_stateBar->ShowNotice(states[chkSpeak->checkState()]);
+    const QString &state = states[m_bar->chkSpeak->checkState()];
+    m_bar->chkSpeak->setAccessibleDescription(state);
+    m_stateBar->ShowNotice(state);
     picText->setFocus();
-    if (chkSpeak->isChecked() && !m_isVoiceTold && !m_services.HasVoice()) {
+    if (m_bar->chkSpeak->isChecked() && !m_isVoiceTold && !m_services.HasVoice()) {
         m_isVoiceTold = true;
         Ask(u"音声がありません。"_s, MsgStyle::Ok, u"notify.wav"_s);
     }
@@ -176,9 +187,9 @@ void frmText::chkSpeak_Click()
 /// Reads aloud what was clicked or, if the user wants that too, shown by a key.
 void frmText::ReadAloud(const PageChange &change)
 {
-    if (chkSpeak->isChecked() && !change.word.isEmpty())
+    if (m_bar->chkSpeak->isChecked() && !change.word.isEmpty())
         SpeakWord(m_services, m_context.applicationFolder, change.word);
-    if (chkSpeak->checkState() == Qt::Checked && !change.answer.trimmed().isEmpty())
+    if (m_bar->chkSpeak->checkState() == Qt::Checked && !change.answer.trimmed().isEmpty())
         SpeakWord(m_services, m_context.applicationFolder, change.answer);
 }
 
@@ -193,9 +204,19 @@ void frmText::SetZoom(int percent)
     m_isZoomChosen = true;
     if (percent == m_zoom)
         return;
+    const int neededBeforePx = m_pageFrame->sizeHint().width();
     m_zoom = percent;
     ApplySettings();
-    WidenToText();
+    WidenToText(neededBeforePx);
+}
+
+/// Gives the bars the colours of the page, unless the desktop wants its own everywhere.
+void frmText::ShowColours()
+{
+    const bool isOwn = !IsHighContrast(QGuiApplication::palette());
+    setPalette(isOwn ? BarPalette(picText->Colours()) : QPalette());
+    m_bar->SetHardColours(isOwn ? &picText->Colours() : nullptr);
+    DescribePage();
 }
 
 /// Describes the page's zoom and colours to assistive technology.

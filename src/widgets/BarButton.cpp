@@ -44,6 +44,8 @@ void BarControl::SetTickedColours(const QColor &ground, const QColor &text)
 
 void BarControl::SetCount(int count)
 {
+    if (count == m_count)
+        return;
     const bool hadPlace = m_count >= 0;
     m_count = count;
     m_self->setAccessibleName(count > 0 ? m_self->text() + u' ' + QString::number(count) : m_self->text());
@@ -157,7 +159,7 @@ BarButton::BarButton(const QString &name, Icon icon, const QString &text, QWidge
     : QPushButton(text, parent), BarControl(this, icon)
 {
     setObjectName(name);
-    setAutoDefault(false);
+    setAutoDefault(true); // Enter presses it too
 }
 
 QSize BarButton::sizeHint() const

@@ -4,6 +4,7 @@
 #include "widgets/CommandBar.h"
 
 #include "widgets/BarButton.h"
+#include "widgets/ElidedLabel.h"
 #include "widgets/Measures.h"
 
 #include <QAction>
@@ -24,6 +25,7 @@ namespace {
 constexpr int LineWidth = 1;
 constexpr double LineEms = 1.3;
 constexpr double MinTitleEms = 8;
+constexpr double TitleSize = 1.08; // of the window's font
 
 /// A line between groups in the middle of its place.
 class GroupLine : public QWidget
@@ -57,14 +59,14 @@ QWidget *CommandBar::Command::Last() const
     return menuButton ? static_cast<QWidget *>(menuButton) : control;
 }
 
-CommandBar::CommandBar(QWidget *title, QWidget *window)
-    : QWidget(window), m_window(window), m_title(title), m_row(new QHBoxLayout(this)),
+CommandBar::CommandBar(const QString &titleName, QWidget *window)
+    : QWidget(window), m_window(window), m_title(new ElidedLabel(titleName, 0, this)), m_row(new QHBoxLayout(this)),
       m_menuButton(new BarButton(u"cmdMore"_s, Icon::More, QString(), this)), m_menu(new QMenu(this)),
       m_belowHidden(m_menu->addSeparator())
 {
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     m_row->setContentsMargins(WindowMargin, 0, WindowMargin, 0);
-    m_row->addWidget(title, 1);
+    m_row->addWidget(m_title, 1);
     m_row->addWidget(m_menuButton);
     m_menuButton->setAccessibleName(u"ほかの操作"_s);
     m_menuButton->setToolTip(u"ほかの操作"_s);
@@ -118,7 +120,7 @@ void CommandBar::SetLeavingOrder(const QList<QAbstractButton *> &controls)
 
 void CommandBar::AddToMenu(QAction *action)
 {
-    m_menu->addAction(action);
+    m_menu->addAction(action ? action : m_menu->addSeparator());
 }
 
 BarFit CommandBar::FitIn(int widthPx) const
@@ -144,7 +146,7 @@ void CommandBar::Fit()
         command.control->setVisible(isShown);
         command.entry->setShortcut(command.control->shortcut());
         command.entry->setEnabled(command.control->isEnabled());
-        command.entry->setVisible(!isShown);
+        command.entry->setVisible(!isShown || isHidden());
         if (command.menuButton) {
             command.menuButton->setVisible(isShown);
             command.menuButton->menu()->menuAction()->setVisible(!isShown);
@@ -157,11 +159,14 @@ void CommandBar::Fit()
 void CommandBar::UpdateEntries()
 {
     for (const Command &command : m_commands) {
-        QAction *const shownEntry = command.menuButton ? command.menuButton->menu()->menuAction() : command.entry;
-        shownEntry->setText(command.control->text());
-        shownEntry->setEnabled(command.control->isEnabled());
+        command.entry->setText(command.control->text());
         command.entry->setCheckable(command.control->isCheckable());
         command.entry->setChecked(command.control->isChecked());
+        if (!command.menuButton)
+            continue;
+        QAction *const submenu = command.menuButton->menu()->menuAction(); // the menu does not show its key
+        submenu->setText(u"%1（%2）"_s.arg(command.control->text(), command.control->shortcut().toString()));
+        submenu->setEnabled(command.control->isEnabled());
     }
 }
 
@@ -177,6 +182,11 @@ void CommandBar::AdaptToFont()
     const QFontMetrics font = fontMetrics();
     m_row->setSpacing(Spacing(font));
     m_title->setMinimumWidth(Ems(font, MinTitleEms));
+    QFont titleFont = this->font();
+    titleFont.setBold(true);
+    if (titleFont.pointSizeF() > 0)
+        titleFont.setPointSizeF(titleFont.pointSizeF() * TitleSize);
+    m_title->setFont(titleFont);
     for (const Command &command : m_commands)
         if (command.line)
             command.line->setFixedSize(LinePlace(font), Ems(font, LineEms));
@@ -225,8 +235,9 @@ bool CommandBar::event(QEvent *event)
     const bool isHandled = QWidget::event(event);
     if (event->type() == QEvent::FontChange)
         AdaptToFont();
-    else if (event->type() == QEvent::LayoutRequest)
-        Fit(); // a control has another size
+    else if (event->type() == QEvent::LayoutRequest || event->type() == QEvent::ShowToParent ||
+             event->type() == QEvent::HideToParent)
+        Fit(); // a control has another size, or its key works no more
     return isHandled;
 }
 

@@ -10,6 +10,7 @@
 #include <QWidget>
 
 class BarButton;
+class ElidedLabel;
 class QAbstractButton;
 class QAction;
 class QHBoxLayout;
@@ -20,9 +21,9 @@ class CommandBar : public QWidget
     Q_OBJECT
 
   public:
-    /// @param title  widget at the left, which takes what space there is, at least eight ems
+    /// @param titleName  object name of the title at the left, which takes what space there is, at least eight ems
     /// @param window  window of the bar, whose keys are those of the hidden controls
-    CommandBar(QWidget *title, QWidget *window);
+    CommandBar(const QString &titleName, QWidget *window);
 
     /// Sets the next control off from those before it by a line.
     void StartGroup();
@@ -36,8 +37,13 @@ class CommandBar : public QWidget
     /// Sets which controls go into the menu, the first to go first; others always stay.
     void SetLeavingOrder(const QList<QAbstractButton *> &controls);
 
-    /// Adds an entry that the menu always has, below those of hidden controls.
+    /// Adds an entry that the menu always has, below those of hidden controls; null adds a separator.
     void AddToMenu(QAction *action);
+
+    ElidedLabel *Title() const
+    {
+        return m_title;
+    }
 
     BarButton *MenuButton() const
     {
@@ -60,7 +66,7 @@ class CommandBar : public QWidget
         QAbstractButton *control;
         BarButton *menuButton; ///< or null
         QWidget *line;         ///< before it; null unless it starts a group
-        QAction *entry;        ///< takes its key while it is hidden, because keys of hidden controls do nothing
+        QAction *entry;        ///< takes its key while it or the bar is hidden, when its own key does nothing
 
         QWidget *Last() const;
     };
@@ -72,7 +78,7 @@ class CommandBar : public QWidget
     void AdaptToFont();
 
     QWidget *m_window;
-    QWidget *m_title;
+    ElidedLabel *m_title;
     QHBoxLayout *m_row;
     BarButton *m_menuButton;
     QMenu *m_menu;

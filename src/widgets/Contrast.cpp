@@ -3,6 +3,8 @@
 
 #include "widgets/Contrast.h"
 
+#include <QPalette>
+
 #include <algorithm>
 #include <cmath>
 
@@ -55,4 +57,11 @@ QColor WithContrast(const QColor &wanted, const QColor &background, const QColor
 QColor Dimmed(const QColor &text, const QColor &background)
 {
     return WithContrast(Mixed(background, text, 0.5f), background, text, TextContrast);
+}
+
+// Usual palettes have black text on grey at most, 18.4.
+bool IsHighContrast(const QPalette &desktop)
+{
+    constexpr double usual = 19;
+    return Contrast(desktop.color(QPalette::Window), desktop.color(QPalette::WindowText)) > usual;
 }

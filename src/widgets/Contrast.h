@@ -7,6 +7,8 @@
 
 #include <QColor>
 
+class QPalette;
+
 constexpr double TextContrast = 4.5; ///< minimum for text
 constexpr double ShapeContrast = 3;  ///< minimum for lines and areas that carry meaning
 
@@ -25,3 +27,6 @@ QColor WithContrast(const QColor &wanted, const QColor &background, const QColor
 
 /// The colour of secondary text: less prominent, but readable.
 QColor Dimmed(const QColor &text, const QColor &background);
+
+/// Whether a desktop's palette asks for its own colours everywhere.
+bool IsHighContrast(const QPalette &desktop);

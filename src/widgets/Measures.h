@@ -5,6 +5,7 @@
 #pragma once
 
 #include <QFontMetrics>
+#include <QSize>
 
 #include <algorithm>
 #include <cmath>
@@ -93,3 +94,9 @@ constexpr int WindowMargin = 12; ///< along the edges of a window
 constexpr int FocusRingWidth = 2;
 constexpr int FocusRingGap = 1; ///< between a control and the ring around it
 constexpr int FocusRingReach = FocusRingWidth + FocusRingGap;
+
+/// Smallest size of the study window.
+inline QSize LeastStudySize(const QFontMetrics &font)
+{
+    return QSize(Ems(font, 34), 12 * font.height());
+}

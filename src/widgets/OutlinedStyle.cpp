@@ -24,13 +24,6 @@ constexpr QStringView StyleName = u"fusion";
 /// How much of its colour what is disabled keeps.
 constexpr float DisabledPart = 0.4f;
 
-/// Whether the desktop asks for its own colours everywhere. Usual palettes have black text on grey at most, 18.4.
-bool IsHighContrast(const QPalette &palette)
-{
-    constexpr double usual = 19;
-    return Contrast(palette.color(QPalette::Window), palette.color(QPalette::WindowText)) > usual;
-}
-
 /// The colour that leads the eye, and that of text on it.
 struct Accent
 {

@@ -35,7 +35,11 @@ QPalette BarPalette(const PageColours &colours)
     palette.setColor(QPalette::Text, colours.text);
     palette.setColor(QPalette::AlternateBase, colours.tint);
     palette.setColor(QPalette::Mid, colours.line);
+    palette.setColor(QPalette::Shadow, colours.edge);
     palette.setColor(QPalette::PlaceholderText, colours.dim);
+    palette.setColor(QPalette::ToolTipBase, colours.note);
+    palette.setColor(QPalette::ToolTipText, colours.noteText);
+    palette.setColor(QPalette::BrightText, colours.noteEdge);
     palette.setColor(QPalette::Highlight, colours.accent);
     palette.setColor(QPalette::HighlightedText, colours.onAccent);
     palette.setColor(QPalette::Link, colours.accent);

@@ -63,11 +63,15 @@ struct PageColours
     QColor line; ///< between groups and along the edges
     QColor barText;
     QColor dim;      ///< secondary text
+    QColor edge;     ///< outline of controls
     QColor accent;   ///< edge of what is pressed or ticked; ground of what is chosen
     QColor onAccent; ///< text on that
     QColor tint;     ///< ground of what is pressed or under the pointer
     QColor hardTint; ///< ground of a ticked command about hard blanks
     QColor hardText; ///< its text and edge
+    QColor note;     ///< ground of a notice
+    QColor noteText;
+    QColor noteEdge; ///< bar at its left
 };
 
 inline constexpr PageColours LightPage = {
@@ -94,11 +98,15 @@ inline constexpr PageColours LightPage = {
     .line = QColor(201, 208, 215),
     .barText = QColor(30, 39, 48),
     .dim = QColor(85, 97, 109),
+    .edge = QColor(126, 137, 148),
     .accent = QColor(26, 95, 180),
     .onAccent = QColor(255, 255, 255),
     .tint = QColor(221, 233, 247),
     .hardTint = QColor(251, 231, 229),
     .hardText = QColor(166, 30, 30),
+    .note = QColor(255, 243, 214),
+    .noteText = QColor(61, 46, 0),
+    .noteEdge = QColor(166, 106, 0),
 };
 
 inline constexpr PageColours DarkPage = {
@@ -125,11 +133,15 @@ inline constexpr PageColours DarkPage = {
     .line = QColor(58, 64, 70),
     .barText = QColor(230, 233, 236),
     .dim = QColor(171, 180, 188),
+    .edge = QColor(124, 134, 144),
     .accent = QColor(108, 178, 255),
     .onAccent = QColor(12, 27, 43),
     .tint = QColor(36, 59, 85),
     .hardTint = QColor(74, 40, 38),
     .hardText = QColor(255, 154, 146),
+    .note = QColor(66, 54, 26),
+    .noteText = QColor(251, 230, 180),
+    .noteEdge = QColor(199, 154, 58),
 };
 
 inline constexpr PageColours SoftPage = {
@@ -156,11 +168,15 @@ inline constexpr PageColours SoftPage = {
     .line = QColor(214, 209, 197),
     .barText = QColor(38, 43, 48),
     .dim = QColor(90, 95, 99),
+    .edge = QColor(128, 125, 116),
     .accent = QColor(26, 95, 180),
     .onAccent = QColor(255, 255, 255),
     .tint = QColor(220, 231, 244),
     .hardTint = QColor(248, 227, 224),
     .hardText = QColor(163, 32, 42),
+    .note = QColor(255, 239, 201),
+    .noteText = QColor(61, 46, 0),
+    .noteEdge = QColor(166, 106, 0),
 };
 
 inline constexpr PageColours SoftDarkPage = {
@@ -187,16 +203,21 @@ inline constexpr PageColours SoftDarkPage = {
     .line = QColor(63, 70, 78),
     .barText = QColor(223, 227, 231),
     .dim = QColor(169, 177, 185),
+    .edge = QColor(130, 140, 150),
     .accent = QColor(120, 183, 255),
     .onAccent = QColor(12, 27, 43),
     .tint = QColor(43, 65, 90),
     .hardTint = QColor(76, 46, 45),
     .hardText = QColor(255, 159, 151),
+    .note = QColor(70, 58, 30),
+    .noteText = QColor(248, 228, 182),
+    .noteEdge = QColor(199, 154, 58),
 };
 
 /// The colours that the user has chosen.
 /// @param desktop, isSystemDark  tell whether the desktop is dark: its current palette and DarkMode::IsDark
 const PageColours &ColoursOf(PageColourChoice choice, const QPalette &desktop, bool isSystemDark);
 
-/// The palette of the bars around a page: AlternateBase is the tint, Mid the line, PlaceholderText secondary text.
+/// The palette of the bars around a page: AlternateBase is the tint, Mid the line, Shadow the outline of controls,
+/// PlaceholderText secondary text, ToolTipBase a notice, ToolTipText its text and BrightText its edge.
 QPalette BarPalette(const PageColours &colours);

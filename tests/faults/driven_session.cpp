@@ -32,6 +32,7 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QCheckBox>
 #include <QDir>
 #include <QLabel>
 #include <QLineEdit>
@@ -158,7 +159,10 @@ class SimulatedUser : public QObject
             if (m_sessions > 0)
                 Say(u"completed %1 %2 %3"_s.arg(m_sessions)
                         .arg(LabelText(u"lblFile").section(u'.', 0, 0))
-                        .arg(LabelText(u"lblHard").section(u' ', 1).toInt()));
+                        .arg(study->findChild<QCheckBox *>(u"chkOnlyHard"_s)
+                                 ->accessibleName()
+                                 .section(u' ', 1)
+                                 .toInt()));
             list->setCurrentIndex(list->model()->index(0, 0));
             dialog->findChild<QAction *>(u"cmdConvFile"_s)->trigger();
             break;

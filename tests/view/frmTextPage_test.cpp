@@ -4,7 +4,9 @@
 #include "view/StudyWindowTest.h"
 #include "widgets/Contrast.h"
 
+#include <QCheckBox>
 #include <QLineEdit>
+#include <QMenu>
 
 TEST_F(StudyWindowTest, AnswerHiddenAgain_LeavesNoPixelBehind)
 {
@@ -201,7 +203,7 @@ TEST_F(StudyWindowTest, NavigationKeys_MoveWithoutChangingAnswers)
     EXPECT_EQ(press(Qt::Key_Home), 1);
     EXPECT_NE(press(Qt::Key_G, Qt::ShiftModifier), 1);
     EXPECT_EQ(Label(u"lblNum") + Label(u"lblShown"), u"0表示 0 / 100"_s);
-    EXPECT_EQ(Child<QLabel>(u"lblFile")->text(), u"a.txt"_s);
+    EXPECT_EQ(Child<QLabel>(u"lblFile")->text(), u"a"_s);
 
     auto *const field = Child<QLineEdit>(u"txtLine");
     const auto goTo = [&](const QString &typed, Qt::Key end) {
@@ -248,6 +250,45 @@ TEST_F(StudyWindowTest, WindowAsLowAsItGoes_IsLaidOutAtEachWidth)
         QTest::keyClick(page, Qt::Key_Plus, Qt::ControlModifier);
     EXPECT_EQ(Label(u"lblZoom"), u"300 %"_s);
     EXPECT_TRUE(WaitFor([this] { return page->height() >= page->Layout().RowTopPx(2); }));
+}
+
+TEST_F(StudyWindowTest, BarTooNarrow_KeepsEveryKeyAndItsRow)
+{
+    OpenWith({u"[a] [b]"_s});
+    Press(Qt::Key_Return);
+    auto *const edit = Child<QPushButton>(u"cmdEdit");
+    auto *const speak = Child<QCheckBox>(u"chkSpeak");
+    auto *const file = Child<QPushButton>(u"cmdFile");
+    const int top = page->mapTo(window.get(), QPoint()).y();
+    const auto press = [this](Qt::Key key) { QTest::keyClick(page, key, Qt::AltModifier); };
+    int starts = 0;
+    for (const int width : {1500, window->minimumWidth()}) {
+        window->resize(width, 600);
+        QCoreApplication::processEvents();
+        EXPECT_EQ(edit->isVisible(), width == 1500);
+        EXPECT_TRUE(file->isVisible()) << width;
+        EXPECT_EQ(page->mapTo(window.get(), QPoint()).y(), top) << width;
+        press(Qt::Key_E);
+        ++starts;
+        EXPECT_TRUE(WaitFor([&] { return services.commands.size() == starts; })) << width;
+        page->setFocus();
+        press(Qt::Key_M);
+        const bool isMarked = width == 1500; // then no longer
+        EXPECT_TRUE(WaitFor([&] { return Child<QCheckBox>(u"chkOnlyHard")->isEnabled() == isMarked; })) << width;
+        press(Qt::Key_S);
+        EXPECT_TRUE(WaitFor([&] { return speak->checkState() == starts; })) << width;
+        press(Qt::Key_Plus);
+        press(Qt::Key_Minus);
+        EXPECT_EQ(Label(u"lblZoom"), u"100 %"_s);
+    }
+
+    // The menu beside the box names its states.
+    QMenu *const states = Child<QPushButton>(u"cmdSpeak")->menu();
+    Q_EMIT states->aboutToShow();
+    EXPECT_TRUE(states->actions().at(2)->isChecked());
+    states->actions().at(1)->trigger();
+    EXPECT_EQ(speak->checkState(), Qt::PartiallyChecked);
+    EXPECT_EQ(Label(u"lblNotice"), u"クリックした言葉だけを読み上げます"_s);
 }
 
 TEST_F(StudyWindowTest, DesktopTurnsDark_PageFollows)

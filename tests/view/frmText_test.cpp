@@ -199,6 +199,7 @@ TEST_F(StudyWindowTest, LineMarked_EditorOpensThere)
     folder.Write(u"Kotoban.ini"_s, "[setting]\r\nTextEditor=" + editor.toUtf8() + "\r\nLineSpace=9\r\n");
     OpenWith(QStringList(100, u"[x]"_s));
     EXPECT_EQ(services.TakeMessages().size(), 1) << "the repaired spacing is reported once";
+    window->resize(1500, window->height()); // wide enough for all buttons
     scroll->setValue(5);
     QTest::mouseClick(page, Qt::LeftButton, {}, QPoint(3, page->Layout().RowTopPx(3) + 2));
     Child<QPushButton>(u"cmdEdit")->click();

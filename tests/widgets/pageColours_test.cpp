@@ -53,6 +53,9 @@ TEST(PageColours, EveryChoice_ReachesMinimumContrast)
             {"ticked command about hard blanks", page.hardText, page.hardTint, TextContrast},
             {"edge of that", page.hardText, page.bar, ShapeContrast},
             {"corner of its icon", page.hard, page.bar, ShapeContrast},
+            {"outline of controls", page.edge, page.bar, ShapeContrast},
+            {"notice", page.noteText, page.note, TextContrast},
+            {"edge of a notice", page.noteEdge, page.bar, ShapeContrast},
         };
         if (page.drawing.isSoft)
             rows.insert(rows.end(), {{"hint", page.hint, page.fill, TextContrast},
