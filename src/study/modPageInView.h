@@ -74,5 +74,6 @@ struct NeededScrollBars
 NeededScrollBars ScrollBarsFor(int lineCount, int longestLineCells, const PageLayout &whole, int barWidthPx);
 
 /// The first cell in view of the leftmost view that holds some cells with the edges of their box, so that the beginning
-/// of their line, which asks for them, is in view too whenever it can be; if they do not fit, the first of them are shown.
+/// of their line, which asks for them, is in view too whenever it can be; if they do not fit, the first of them are
+/// shown.
 int LeftCellShowing(const CellRange &cells, const PageLayout &layout);

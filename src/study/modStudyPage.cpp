@@ -159,8 +159,7 @@ PageChange StudyPage::BeginRound(Action action)
     m_places.wholeLine = 0;
     m_places.hintedBlank = 0;
     m_places.finishedCount = 0;
-    change.notice =
-        m_round.IsOnlyHard() ? u"苦手を隠しました（Ctrl+Z で元に戻す）"_s : u"すべて隠しました（Ctrl+Z で元に戻す）"_s;
+    change.notice = m_round.IsOnlyHard() ? u"苦手を隠しました"_s : u"すべて隠しました"_s;
     return change;
 }
 

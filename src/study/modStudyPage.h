@@ -28,7 +28,7 @@ struct [[nodiscard]] PageChange
 
     // To say.
     bool isCounted = false;          ///< the answer count has grown
-    std::optional<QString> notice{}; ///< what was done and how to undo it; empty if an earlier notice is out of date
+    std::optional<QString> notice{}; ///< what was done and can be undone; empty if an earlier notice is out of date
     QString answer{};                ///< answers shown by a key, to be read aloud
     QString word{};                  ///< word or answer that was clicked, to be read aloud
     QString picture{};               ///< name of the picture that was clicked

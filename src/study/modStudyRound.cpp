@@ -33,7 +33,7 @@ void StudyRound::Reload(int blankCount, const std::vector<int> &hardBlanks)
     m_before.reset();
     m_lastShown = 0;
     for (const bool isOnlyHard : {false, true}) {
-        BeginRound(isOnlyHard);
+        BeginRound(isOnlyHard, m_rounds[isOnlyHard].lap);
         for (const int blank : shown[isOnlyHard])
             if (!IsOpen(isOnlyHard, blank))
                 Change(isOnlyHard, blank);
@@ -85,7 +85,7 @@ void StudyRound::HideAll()
     if (IsUntouched())
         return; // nothing happened in this round, so what was before it stays restorable
     KeepBefore();
-    BeginRound(m_isOnlyHard);
+    BeginRound(m_isOnlyHard, NextLap(m_isOnlyHard));
 }
 
 void StudyRound::HideAllOfFile()
@@ -95,7 +95,7 @@ void StudyRound::HideAllOfFile()
     else if (!IsUntouched())
         KeepBefore();
     if (!IsUntouched())
-        BeginRound(false);
+        BeginRound(false, NextLap(false));
 }
 
 void StudyRound::StudyOnlyHard(bool isOnlyHard)
@@ -105,7 +105,7 @@ void StudyRound::StudyOnlyHard(bool isOnlyHard)
     KeepBefore();
     m_isOnlyHard = isOnlyHard;
     if (isOnlyHard)
-        BeginRound(true);
+        BeginRound(true, 1);
 }
 
 void StudyRound::KeepBefore()
@@ -113,9 +113,18 @@ void StudyRound::KeepBefore()
     m_before = Before{.isOnlyHard = m_isOnlyHard, .rounds = m_rounds, .missed = m_missed};
 }
 
-void StudyRound::BeginRound(bool isOnlyHard)
+/// The lap after a round: another one if all of its answers are shown.
+int StudyRound::NextLap(bool isOnlyHard) const
 {
-    m_rounds[isOnlyHard] = Round{.number = ++m_lastNumber, .shownCount = isOnlyHard ? BlankCount() - HardCount() : 0};
+    const Round &round = m_rounds[isOnlyHard];
+    const bool isComplete = isOnlyHard ? round.hardShownCount == HardCount() : round.shownCount == BlankCount();
+    return round.lap + (isComplete ? 1 : 0);
+}
+
+void StudyRound::BeginRound(bool isOnlyHard, int lap)
+{
+    m_rounds[isOnlyHard] =
+        Round{.number = ++m_lastNumber, .shownCount = isOnlyHard ? BlankCount() - HardCount() : 0, .lap = lap};
     if (isOnlyHard)
         m_missed.clear();
 }

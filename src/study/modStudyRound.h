@@ -57,6 +57,13 @@ class StudyRound
         return Current().number;
     }
 
+    /// Number of the lap, from 1: another one begins when answers are hidden after all of them were shown. Studying
+    /// only hard blanks has laps of its own.
+    int Lap() const
+    {
+        return Current().lap;
+    }
+
     /// Begins a new round: hides all answers or, while only hard blanks are studied, hides those and shows the others.
     void HideAll();
 
@@ -169,6 +176,7 @@ class StudyRound
         int changedCount = 0; ///< blanks that have changed since it began
         int shownCount = 0;
         int hardShownCount = 0; ///< kept in rounds of hard blanks only
+        int lap = 1;
     };
 
     /// State of a blank in the round of hard blanks that can be restored.
@@ -205,7 +213,8 @@ class StudyRound
         return IsChanged(isOnlyHard, blank) != IsShownAtFirst(isOnlyHard, blank);
     }
     void Change(bool isOnlyHard, int blank);
-    void BeginRound(bool isOnlyHard);
+    int NextLap(bool isOnlyHard) const;
+    void BeginRound(bool isOnlyHard, int lap);
     void KeepBefore();
     bool WasShownBefore(int blank);
     void MarkAsHard(const std::vector<int> &blanks);

@@ -4,21 +4,29 @@
 #include "view/StudyStateBar.h"
 
 #include "study/modStudyRound.h"
-#include "view/LineField.h"
+#include "view/NoticePlace.h"
+#include "widgets/BarButton.h"
 #include "widgets/Contrast.h"
-#include "widgets/FlowLayout.h"
+#include "widgets/Measures.h"
+#include "widgets/NamedControls.h"
 
 #include <QEvent>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QPainter>
 #include <QProgressBar>
-#include <QPushButton>
-#include <QStackedWidget>
-#include <QTimer>
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
+
+constexpr double ProgressEms = 9;
+constexpr double NarrowProgressEms = 3;
+constexpr double PageOnlyProgressEms = 6;
+constexpr double LapEms = 2.8;
+constexpr int LargestPageOnlyPx = 24; // size of the text while nothing else is around the page
+constexpr int NoticeMs = 4000;
+constexpr int UndoNoticeMs = 8000;
 
 /// Keeps a control's space while it is hidden, so that nothing moves.
 void KeepSizeWhenHidden(QWidget *widget)
@@ -28,176 +36,205 @@ void KeepSizeWhenHidden(QWidget *widget)
     widget->setSizePolicy(policy);
 }
 
-QString ShownText(const QString &shown, const QString &blanks)
-{
-    return u"表示 %1 / %2"_s.arg(shown, blanks);
-}
-
-QString HardText(const QString &count)
-{
-    return u"苦手 "_s + count;
-}
-
-QString PlaceText(const QString &topLine, const QString &lastLine, const QString &lineCount)
-{
-    return u"%1 ～ %2 行 / %3 行"_s.arg(topLine, lastLine, lineCount);
-}
-
 QString PageText(const QString &number, const QString &count)
 {
     return u"%1 / %2 ページ"_s.arg(number, count);
 }
 
+/// As many zeros as a number has digits.
+QString Digits(int number)
+{
+    return QString(QString::number(number).size(), u'0');
+}
+
+/// A flat bar with round ends.
+class ProgressLine : public QProgressBar
+{
+  public:
+    using QProgressBar::QProgressBar;
+
+  protected:
+    void paintEvent(QPaintEvent *) override
+    {
+        const QColor window = palette().color(QPalette::Window);
+        const QColor text = palette().color(QPalette::WindowText);
+        const QRectF line(0.5, 0.5, width() - 1, height() - 1);
+        const double radius = line.height() / 2;
+        QPainter painter(this);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(palette().color(QPalette::Mid));
+        painter.drawRoundedRect(line, radius, radius);
+        painter.save();
+        painter.setClipRect(0, 0, int(qint64(value()) * width() / maximum()), height());
+        painter.setBrush(WithContrast(palette().color(QPalette::Highlight), window, text, ShapeContrast));
+        painter.drawRoundedRect(line, radius, radius);
+        painter.restore();
+        painter.setPen(WithContrast(palette().color(QPalette::Shadow), window, text, ShapeContrast));
+        painter.setBrush(Qt::NoBrush);
+        painter.drawRoundedRect(line, radius, radius);
+    }
+};
+
 } // namespace
 
 StudyStateBar::StudyStateBar(QWidget *parent)
-    : QWidget(parent), lblNum(AddLabel(u"lblNum"_s, u"0"_s)), prgShown(new QProgressBar(this)),
-      lblShown(AddLabel(u"lblShown"_s)), lblPlace(AddLabel(u"lblPlace"_s)), lblPage(AddLabel(u"lblPage"_s)),
-      lblHard(AddLabel(u"lblHard"_s)), lblOffer(AddLabel(u"lblOffer"_s)), lblNotice(AddLabel(u"lblNotice"_s)),
-      m_noticing(new QTimer(this)), lblZoom(AddLabel(u"lblZoom"_s)),
-      cmdZoomOut(ZoomButton(u"cmdZoomOut"_s, u"小(&-)"_s, -1)), cmdZoomIn(ZoomButton(u"cmdZoomIn"_s, u"大(&+)"_s, 1)),
-      m_lineField(new LineField(this)), m_placeOrField(new QStackedWidget(this)), lblKeyword(AddLabel(u"lblKeyword"_s)),
-      lblFileChange(AddLabel(u"lblFileChange"_s, u"学習ファイルが変更されました（Alt+R で再読込）"_s)),
-      lblMinN(AddLabel(u"lblMinN"_s)), lblMin(AddLabel(u"lblMin"_s, u"分"_s)), lblSecN(AddLabel(u"lblSecN"_s)),
-      lblSec(AddLabel(u"lblSec"_s, u"秒"_s))
+    : QWidget(parent), m_content(new QWidget(this)), m_row(new QHBoxLayout(m_content)),
+      prgShown(new ProgressLine(m_content)), lblOnlyHard(AddLabel(u"lblOnlyHard"_s, u"苦手"_s)),
+      lblShown(AddLabel(u"lblShown"_s)), lblBlanks(AddLabel(u"lblBlanks"_s)), lblPage(AddLabel(u"lblPage"_s)),
+      lblLap(AddLabel(u"lblLap"_s)), m_notices(new NoticePlace(m_content)), lblNumN(AddLabel(u"lblNumN"_s, u"回答"_s)),
+      lblNum(AddLabel(u"lblNum"_s, u"0"_s)), lblMinN(AddLabel(u"lblMinN"_s)), lblMin(AddLabel(u"lblMin"_s, u"分"_s)),
+      lblSecN(AddLabel(u"lblSecN"_s)), lblSec(AddLabel(u"lblSec"_s, u"秒"_s)), lblZoom(AddLabel(u"lblZoom"_s)),
+      cmdZoomOut(ZoomButton(u"cmdZoomOut"_s, u"本文を小さく"_s, u"本文を小さくします (Ctrl+-)　Ctrl+0 で 100 %"_s, -1)),
+      cmdZoomIn(ZoomButton(u"cmdZoomIn"_s, u"本文を大きく"_s, u"本文を大きくします (Ctrl++)"_s, 1)),
+      cmdBars(new BarButton(u"cmdBars"_s, Icon::Bars, QString(), m_content)),
+      m_progress(Group({prgShown, lblOnlyHard})), m_shown(Group({lblShown, lblBlanks})),
+      m_clock(Group({lblMinN, lblMin, lblSecN, lblSec})), m_zoom(Group({cmdZoomOut, lblZoom, cmdZoomIn}))
 {
-    lblNum->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    for (const auto &[number, widest] : {std::pair(lblMinN, u"000"_s), {lblSecN, u"00"_s}}) {
-        number->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-        number->setMinimumWidth(number->fontMetrics().horizontalAdvance(widest));
-    }
-    // Their accessible names are the numbers they show.
-    lblNum->setAccessibleDescription(u"回答数"_s);
-    lblMinN->setAccessibleDescription(u"学習時間の分"_s);
-    lblSecN->setAccessibleDescription(u"学習時間の秒"_s);
+    AddControls();
+    LayOut();
+    SetFile(false, 0);
+}
+
+void StudyStateBar::AddControls()
+{
     prgShown->setObjectName(u"prgShown"_s);
     prgShown->setAccessibleName(u"表示した正解の割合"_s);
     prgShown->setTextVisible(false);
-    prgShown->setFixedSize(fontMetrics().averageCharWidth() * 8, qMax(8, fontMetrics().height() / 2));
-    m_placeOrField->addWidget(lblPlace);
-    m_placeOrField->addWidget(m_lineField);
-    m_placeOrField->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
-    connect(m_lineField, &LineField::LineChosen, this, &StudyStateBar::LineChosen);
-    connect(m_lineField, &LineField::Left, this, [this] { m_placeOrField->setCurrentWidget(lblPlace); });
-    connect(m_lineField, &LineField::Closed, this, &StudyStateBar::LineFieldClosed);
-    DimKeyword();
-    lblKeyword->hide();
-    lblFileChange->hide();
-    lblOffer->hide();
-    lblNotice->hide();
-    lblNotice->setAutoFillBackground(true);
-    m_noticing->setObjectName(u"tmrNotice"_s);
-    m_noticing->setSingleShot(true);
-    m_noticing->setInterval(3000);
-    connect(m_noticing, &QTimer::timeout, this, &StudyStateBar::HideNotice);
-    for (QWidget *const control : std::initializer_list<QWidget *>{prgShown, lblMinN, lblMin, lblSecN, lblSec})
-        KeepSizeWhenHidden(control);
-    for (QLabel *const label : {lblMinN, lblMin, lblSecN, lblSec})
+    prgShown->setMinimumWidth(1); // beside its name it may be short
+    for (QLabel *const number : {lblShown, lblNum, lblMinN, lblSecN})
+        number->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    lblZoom->setAlignment(Qt::AlignCenter);
+    // Their accessible names are the numbers they show.
+    lblShown->setAccessibleDescription(u"表示した正解"_s);
+    lblNum->setAccessibleDescription(u"回答数"_s);
+    lblMinN->setAccessibleDescription(u"学習時間の分"_s);
+    lblSecN->setAccessibleDescription(u"学習時間の秒"_s);
+    lblZoom->setAccessibleDescription(u"本文の大きさ"_s);
+    for (QLabel *const label : {lblMinN, lblMin, lblSecN, lblSec}) {
+        KeepSizeWhenHidden(label);
         label->hide();
-
-    QLabel *const lblNumN = AddLabel(u"lblNumN"_s, u"回答数："_s);
-    auto *const progress = new FlowLayout(fontMetrics().horizontalAdvance(u'あ'));
-    for (QWidget *const control :
-         {Group({lblNumN, lblNum}), Group({prgShown, lblShown}), static_cast<QWidget *>(lblHard),
-          static_cast<QWidget *>(m_placeOrField), static_cast<QWidget *>(lblPage), ZoomGroup(),
-          static_cast<QWidget *>(lblOffer), static_cast<QWidget *>(lblKeyword), static_cast<QWidget *>(lblFileChange)})
-        progress->addWidget(control);
-    auto *const row = new QHBoxLayout(this);
-    row->setContentsMargins(0, 0, 0, 0);
-    row->addLayout(progress, 1);
-    QWidget *const clock = Group({lblMinN, lblMin, lblSecN, lblSec});
-    lblNotice->raise();
-    clock->setMinimumHeight(cmdZoomIn->sizeHint().height()); // as high as the first row, so that both align
-    row->addWidget(clock, 0, Qt::AlignTop);
+    }
+    lblOnlyHard->hide();
+    for (QLabel *const label : {lblPage, lblNumN})
+        label->setForegroundRole(QPalette::PlaceholderText);
+    cmdBars->setAccessibleName(u"バーを戻す"_s);
+    cmdBars->setToolTip(u"上と下のバーを戻します (Ctrl+F11)"_s);
+    connect(cmdBars, &QPushButton::clicked, this, &StudyStateBar::BarsWanted);
+    connect(m_notices, &NoticePlace::Chosen, this, &StudyStateBar::NoticeChosen);
+    connect(m_notices, &NoticePlace::LineChosen, this, &StudyStateBar::LineChosen);
+    connect(m_notices, &NoticePlace::FocusFreed, this, &StudyStateBar::FocusFreed);
 }
 
-void StudyStateBar::changeEvent(QEvent *event)
+void StudyStateBar::LayOut()
 {
-    QWidget::changeEvent(event);
-    if (event->type() == QEvent::PaletteChange)
-        DimKeyword();
-    else if (event->type() == QEvent::FontChange)
-        ReserveSpace();
-}
-
-/// Dark grey on a light desktop, otherwise a readable grey.
-void StudyStateBar::DimKeyword()
-{
-    const QColor darkGrey(128, 128, 128); // colour 8 of the 16-colour palette
-    const QColor window = palette().color(QPalette::Window);
-    const QColor text = palette().color(QPalette::WindowText);
-    const bool isLight = IsDarker(text, window) && Contrast(darkGrey, window) >= ShapeContrast;
-    QPalette dimmed;
-    dimmed.setColor(QPalette::WindowText, isLight ? darkGrey : Dimmed(text, window));
-    lblKeyword->setPalette(dimmed);
+    for (QWidget *const place : std::initializer_list<QWidget *>{m_progress, m_shown, lblPage, lblLap, m_notices,
+                                                                 lblNumN, lblNum, m_clock, m_zoom, cmdBars})
+        m_row->addWidget(place, place == m_notices ? 1 : 0);
+    m_row->setContentsMargins(WindowMargin, 0, WindowMargin, 0);
+    auto *const all = new QHBoxLayout(this);
+    all->setContentsMargins(0, 0, 0, 0);
+    all->addWidget(m_content);
 }
 
 QLabel *StudyStateBar::AddLabel(const QString &name, const QString &text)
 {
-    auto *const label = new QLabel(text, this);
-    label->setObjectName(name);
-    label->setTextFormat(Qt::PlainText);
-    return label;
+    return NamedLabel(name, text, m_content);
 }
 
-/// Controls that are never separated by wrapping.
+/// Controls without a gap between them.
 QWidget *StudyStateBar::Group(const QList<QWidget *> &controls)
 {
-    auto *const group = new QWidget(this);
+    auto *const group = new QWidget(m_content);
+    group->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred);
     auto *const row = new QHBoxLayout(group);
     row->setContentsMargins(0, 0, 0, 0);
-    row->setSpacing(6);
+    row->setSpacing(0);
     for (QWidget *const control : controls)
-        row->addWidget(control, 0, Qt::AlignVCenter);
+        row->addWidget(control, 0);
     return group;
 }
 
-QWidget *StudyStateBar::ZoomGroup()
+/// It stays enabled at either end of the range, because disabling it would move the focus to another control.
+BarButton *StudyStateBar::ZoomButton(const QString &name, const QString &accessibleName, const QString &toolTip,
+                                     int steps)
 {
-    cmdZoomOut->setAccessibleName(u"本文を小さく"_s);
-    cmdZoomOut->setToolTip(u"本文を小さくします (Ctrl+-)　Ctrl+0 で 100 %"_s);
-    cmdZoomIn->setAccessibleName(u"本文を大きく"_s);
-    cmdZoomIn->setToolTip(u"本文を大きくします (Ctrl++)"_s);
-    lblZoom->setAccessibleDescription(u"本文の大きさ"_s);
-    lblZoom->setAlignment(Qt::AlignCenter);
-    lblZoom->setMinimumWidth(lblZoom->fontMetrics().horizontalAdvance(u"000 %"_s));
-    return Group({cmdZoomOut, lblZoom, cmdZoomIn});
-}
-
-/// As with the buttons above the page, a click leaves the focus in the text, and Enter presses the button. It stays
-/// enabled at either end of the range, because disabling it would move the focus to another control.
-QPushButton *StudyStateBar::ZoomButton(const QString &name, const QString &caption, int steps)
-{
-    auto *const button = new QPushButton(caption, this);
-    button->setObjectName(name);
-    button->setFocusPolicy(Qt::TabFocus);
-    button->setAutoDefault(true);
-    button->setFixedWidth(button->fontMetrics().horizontalAdvance(u"大(+)00"_s));
+    auto *const button = new BarButton(name, steps > 0 ? Icon::Plus : Icon::Minus, QString(), m_content);
+    button->setAccessibleName(accessibleName);
+    button->setToolTip(toolTip);
     connect(button, &QPushButton::clicked, this, [this, steps] { Q_EMIT ZoomClicked(steps); });
     return button;
 }
 
-/// Gives the labels the fixed size of the widest texts that the file can have, so that changing a text never changes
-/// the layout of the window.
+/// Gives the labels the width of the widest texts that the file can have.
 void StudyStateBar::ReserveSpace()
 {
-    const QString line(QString::number(m_lineCount).size(), u'0');
-    const QString blank(QString::number(m_blankCount).size(), u'0');
-    const int heightPx = m_lineField->sizeHint().height();
-    const auto reserve = [heightPx](QLabel *label, const QString &widest) {
-        label->setFixedSize(label->fontMetrics().horizontalAdvance(widest), heightPx);
+    const QFontMetrics font = fontMetrics();
+    QFont bold = this->font();
+    bold.setBold(true);
+    lblShown->setFont(bold);
+    const auto reserve = [&font](QLabel *label, const QString &widest) {
+        label->setFixedWidth(font.horizontalAdvance(widest));
     };
+    lblShown->setFixedWidth(m_blankCount == 0 ? 0 : QFontMetrics(bold).horizontalAdvance(Digits(m_blankCount)));
+    reserve(lblBlanks, m_blankCount == 0 ? QString() : u" / "_s + Digits(m_blankCount));
+    reserve(lblPage, PageText(Digits(m_pageCount), Digits(m_pageCount)));
+    lblLap->setFixedWidth(Ems(font, LapEms));
+    reserve(lblNumN, lblNumN->text());
     reserve(lblNum, QString(qMax(qsizetype(4), lblNum->text().size()), u'0'));
-    reserve(lblShown, m_blankCount == 0 ? QString() : ShownText(blank, blank));
-    reserve(lblHard, m_blankCount == 0 ? QString() : HardText(blank));
-    reserve(lblPlace, m_lineCount == 0 ? QString() : PlaceText(line, line, line));
-    reserve(lblPage, m_lineCount == 0 ? QString() : PageText(line, line));
+    reserve(lblMinN, u"000"_s);
+    reserve(lblSecN, u"00"_s);
+    reserve(lblZoom, u"000 %"_s);
+    m_row->setSpacing(GroupGap(font));
+    prgShown->setFixedHeight(Ems(font, 0.5));
+    lblOnlyHard->setIndent(IconGap(font));
+    setFixedHeight(m_isPageOnly ? PageOnlyHeight(font) : StateBarHeight(font));
+    Fit();
 }
 
-void StudyStateBar::SetFile(int lineCount, int blankCount)
+int StudyStateBar::NeededPx(const QList<QWidget *> &places) const
 {
-    m_lineCount = lineCount;
+    int needed = 2 * WindowMargin + m_notices->minimumSizeHint().width();
+    for (const QWidget *const place : places)
+        needed += m_row->spacing() + (place->minimumWidth() > 0 ? place->minimumWidth() : place->sizeHint().width());
+    return needed;
+}
+
+/// Shows what there is room for.
+void StudyStateBar::Fit()
+{
+    const QFontMetrics font = fontMetrics();
+    QList<QWidget *> places{m_progress, m_shown, lblNum, m_clock};
+    QList<QWidget *> leaving{lblNumN}; // the last one first
+    if (m_isPageOnly)
+        places.append(cmdBars);
+    else
+        leaving.append({lblLap, lblPage, m_zoom});
+    m_progress->setFixedWidth(Ems(font, m_isPageOnly ? PageOnlyProgressEms : ProgressEms));
+    while (leaving.size() > 1 && NeededPx(places + leaving) > width())
+        leaving.removeLast();
+    if (NeededPx(places + leaving) > width())
+        m_progress->setFixedWidth(Ems(font, NarrowProgressEms));
+    if (NeededPx(places + leaving) > width())
+        leaving.removeLast();
+    for (QWidget *const place : std::initializer_list<QWidget *>{lblNumN, lblLap, lblPage, m_zoom, cmdBars})
+        place->setVisible((places + leaving).contains(place));
+}
+
+void StudyStateBar::SetFile(bool isOpen, int blankCount)
+{
+    m_content->setVisible(isOpen);
     m_blankCount = blankCount;
+    ReserveSpace();
+}
+
+void StudyStateBar::SetPageOnly(bool isPageOnly)
+{
+    m_isPageOnly = isPageOnly;
+    QFont smaller = parentWidget()->font();
+    if (isPageOnly && fontInfo().pixelSize() > LargestPageOnlyPx)
+        smaller.setPixelSize(LargestPageOnlyPx);
+    setFont(smaller);
     ReserveSpace();
 }
 
@@ -208,47 +245,77 @@ void StudyStateBar::ShowZoom(int percent)
 
 void StudyStateBar::AskForLine(int line, int lineCount)
 {
-    m_placeOrField->setCurrentWidget(m_lineField);
-    m_lineField->Open(line, lineCount);
+    m_notices->AskForLine(line, lineCount);
 }
 
 void StudyStateBar::OfferLine(int line)
 {
-    lblOffer->setText(line > 0 ? u"前回は "_s + QString::number(line) + u" 行（Ctrl+G）"_s : QString());
-    lblOffer->setVisible(line > 0);
+    if (line > 0)
+        m_notices->Put(NoticeTopic::Offer, {.text = u"前回は "_s + QString::number(line) + u" 行（Ctrl+G）"_s,
+                                            .offers = {{u"その行へ"_s, QString(), NoticeAction::GoToOffered}}});
+    else
+        m_notices->Remove(NoticeTopic::Offer);
 }
 
 void StudyStateBar::ShowNotice(const QString &text)
 {
-    lblNotice->setText(text);
-    lblNotice->show();
-    PlaceNotice();
-    m_noticing->start();
+    m_notices->Put(NoticeTopic::Done, {.text = text}, NoticeMs);
+}
+
+void StudyStateBar::ShowUndoNotice(const QString &text)
+{
+    m_notices->Put(NoticeTopic::Done, {.text = text, .offers = {{u"元に戻す"_s, u"Ctrl+Z"_s, NoticeAction::Undo}}},
+                   UndoNoticeMs);
 }
 
 void StudyStateBar::HideNotice()
 {
-    m_noticing->stop();
-    lblNotice->hide();
+    m_notices->Remove(NoticeTopic::Done);
 }
 
-/// Widens the notice to cover whole controls, so that none sticks out from under it.
-void StudyStateBar::PlaceNotice()
+void StudyStateBar::ShowFileChange(bool isChanged)
 {
-    QRect area(0, 0, lblNotice->sizeHint().width() + fontMetrics().averageCharWidth() * 2,
-               cmdZoomIn->sizeHint().height());
-    for (const QObject *const child : children()) {
-        const auto *const control = qobject_cast<const QWidget *>(child);
-        if (control && control != lblNotice && control->isVisible() && control->geometry().intersects(area))
-            area.setRight(qMax(area.right(), control->geometry().right()));
-    }
-    lblNotice->setGeometry(area);
+    if (isChanged)
+        m_notices->Put(NoticeTopic::FileChange, {.text = u"学習ファイルが変更されました"_s,
+                                                 .offers = {{u"再読込"_s, u"Alt+R"_s, NoticeAction::ReadAgain}}});
+    else
+        m_notices->Remove(NoticeTopic::FileChange);
 }
 
-void StudyStateBar::resizeEvent(QResizeEvent *event)
+void StudyStateBar::ShowNoBlanks(bool hasNone, bool hasFullWidthBrackets)
 {
-    QWidget::resizeEvent(event);
-    PlaceNotice();
+    if (hasNone)
+        m_notices->Put(NoticeTopic::NoBlanks,
+                       {.text = hasFullWidthBrackets ? u"空欄がありません。［ ］を半角の [ ] に直してください"_s
+                                                     : u"空欄がありません。覚える言葉を [ ] で囲んでください"_s,
+                        .offers = {{u"編集"_s, u"Alt+E"_s, NoticeAction::Edit}}});
+    else
+        m_notices->Remove(NoticeTopic::NoBlanks);
+}
+
+void StudyStateBar::ShowFirstKeys(bool areShown)
+{
+    if (areShown)
+        m_notices->Put(NoticeTopic::FirstKeys, {.text = u"Enter：次の正解　Ctrl+PageDown：次のページ"_s});
+    else
+        m_notices->Remove(NoticeTopic::FirstKeys);
+}
+
+void StudyStateBar::ShowKeyword(const QString &wanted, bool isFound, const QString &where, const QString &wrap)
+{
+    Notice notice{.text = u"「%1」"_s.arg(wanted) + (isFound ? QString(u"　"_s + where) : u"はありません"_s)};
+    if (!wrap.isEmpty())
+        notice.text += u'　' + wrap;
+    if (isFound)
+        notice.offers = {{u"前"_s, u"Shift+F3"_s, NoticeAction::FindPrevious},
+                         {u"次"_s, u"F3"_s, NoticeAction::FindNext}};
+    notice.offers.push_back({u"終わる"_s, QString(), NoticeAction::EndSearch});
+    m_notices->Put(NoticeTopic::Search, notice);
+}
+
+void StudyStateBar::HideKeyword()
+{
+    m_notices->Remove(NoticeTopic::Search);
 }
 
 void StudyStateBar::ShowCount(int answers)
@@ -263,41 +330,22 @@ void StudyStateBar::ShowCount(int answers)
 
 void StudyStateBar::ShowProgress(const StudyRound &round, const PageInView &page)
 {
-    const int blanks = round.BlankCount();
+    const bool isOnlyHard = round.IsOnlyHard();
+    const int blanks = isOnlyHard ? round.HardCount() : round.BlankCount();
+    const int shown = isOnlyHard ? round.HardShownCount() : round.ShownCount();
     const auto filledPx = [this] { return qint64(prgShown->value()) * prgShown->width() / prgShown->maximum(); };
     const qint64 filledBeforePx = filledPx();
-    prgShown->setVisible(blanks > 0);
     prgShown->setRange(0, qMax(1, blanks));
-    prgShown->setValue(round.ShownCount());
+    prgShown->setValue(shown);
     if (filledPx() != filledBeforePx)
         prgShown->update(); // the bar itself updates only after nine pixels
-    const auto number = [](int n) { return QString::number(n); };
-    lblShown->setText(blanks == 0 ? QString() : ShownText(number(round.ShownCount()), number(blanks)));
-    lblHard->setText(round.HardCount() == 0 ? QString() : HardText(number(round.HardCount())));
-    const bool hasLines = page.lineCount > 0;
-    lblPlace->setText(hasLines ? PlaceText(number(page.topLine), number(page.lastLine), number(page.lineCount))
-                               : QString());
-    lblPage->setText(hasLines ? PageText(number(page.PageNumber()), number(page.PageCount())) : QString());
-}
-
-void StudyStateBar::ShowKeyword(const QString &wanted, bool isFound, const QString &where, const QString &wrap)
-{
-    const int widestPx = fontMetrics().averageCharWidth() * 24; // so that a long word does not push out the result
-    lblKeyword->setText(fontMetrics().elidedText(wanted, Qt::ElideMiddle, widestPx) +
-                        (isFound ? QString(u"　"_s + where) : u"はありません"_s));
-    lblKeyword->show();
-    if (!wrap.isEmpty())
-        ShowNotice(wrap); // in the row itself it would cause wrapping, and the page would move
-}
-
-void StudyStateBar::ShowFileChange(bool isChanged)
-{
-    lblFileChange->setVisible(isChanged);
-}
-
-void StudyStateBar::HideKeyword()
-{
-    lblKeyword->hide();
+    lblShown->setText(blanks == 0 ? QString() : QString::number(shown));
+    lblBlanks->setText(blanks == 0 ? QString() : u" / "_s + QString::number(blanks));
+    lblPage->setText(PageText(QString::number(page.PageNumber()), QString::number(page.PageCount())));
+    lblLap->setText(round.Lap() > 1 ? QString::number(round.Lap()) + u"周目"_s : QString());
+    lblOnlyHard->setVisible(isOnlyHard);
+    if (Digits(page.PageCount()) != Digits(std::exchange(m_pageCount, page.PageCount())))
+        ReserveSpace();
 }
 
 void StudyStateBar::ShowTime(const ElapsedTime &elapsed)
@@ -321,4 +369,21 @@ void StudyStateBar::ClearTime()
     lblSecN->clear();
     lblMin->hide();
     lblSec->hide();
+}
+
+void StudyStateBar::changeEvent(QEvent *event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::FontChange)
+        ReserveSpace();
+}
+
+void StudyStateBar::paintEvent(QPaintEvent *)
+{
+    QPainter(this).fillRect(0, 0, width(), 1, palette().color(QPalette::Mid));
+}
+
+void StudyStateBar::resizeEvent(QResizeEvent *)
+{
+    Fit();
 }

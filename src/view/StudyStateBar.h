@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The Kotoban developers
 // SPDX-License-Identifier: MIT
 
-// The row below the page. It shows the number of answers, the progress, the zoom, the search and the clock. Texts that
-// depend on the page have fixed space reserved: if they wrapped on one page and not on the next, the height of the page
-// would change, which changes the texts again, and so on without end.
+// The row below the page: progress, notices, the number of answers, the clock and the zoom. Every place has the width
+// of its widest text, so nothing moves when a number grows, and the height of the row depends on the font alone. In a
+// narrow window the zoom leaves first, then the number of the page, that of the lap and the name of the count.
 #pragma once
 
 #include "study/modPageInView.h"
@@ -11,13 +11,13 @@
 
 #include <QWidget>
 
-class LineField;
+class BarButton;
+class NoticePlace;
+class QHBoxLayout;
 class QLabel;
 class QProgressBar;
-class QPushButton;
-class QStackedWidget;
-class QTimer;
 class StudyRound;
+enum class NoticeAction;
 
 class StudyStateBar : public QWidget
 {
@@ -29,14 +29,18 @@ class StudyStateBar : public QWidget
     /// Shows the number of answers in the session, repainting it immediately.
     void ShowCount(int answers);
 
-    /// Prepares for another file by reserving space for its largest numbers.
-    void SetFile(int lineCount, int blankCount);
+    /// Prepares for another file; without one the row is empty.
+    void SetFile(bool isOpen, int blankCount);
 
-    /// Shows how many of the file's answers are uncovered and which lines are on the page.
+    /// Shows how many of the file's answers, or of the hard ones while only those are studied, are uncovered, which
+    /// page is in view, and the lap unless it is the first.
     void ShowProgress(const StudyRound &round, const PageInView &page);
 
     /// Shows the page's zoom, in percent.
     void ShowZoom(int percent);
+
+    /// Makes the row lower and leaves out what is not needed while nothing else is around the page.
+    void SetPageOnly(bool isPageOnly);
 
     /// Opens the field for a line number to go to.
     void AskForLine(int line, int lineCount);
@@ -44,12 +48,22 @@ class StudyStateBar : public QWidget
     /// Offers the line at which the user last stopped, as a suggestion for AskForLine; 0 offers none.
     void OfferLine(int line);
 
-    /// Shows a text for some seconds on top of the beginning of the row, so that nothing moves.
+    /// Tells for some seconds what was done.
     void ShowNotice(const QString &text);
+
+    /// The same, with the offer to undo it, for longer.
+    void ShowUndoNotice(const QString &text);
     void HideNotice();
 
-    /// Shows or hides the notice that the study file has changed and how to read it again.
+    /// Shows or hides the notice that the study file has changed.
     void ShowFileChange(bool isChanged);
+
+    /// Tells that the file has no blanks, and what to do; or that it has some.
+    /// @param hasFullWidthBrackets  whether there are brackets that were perhaps meant for blanks
+    void ShowNoBlanks(bool hasNone, bool hasFullWidthBrackets);
+
+    /// Tells which keys to begin with.
+    void ShowFirstKeys(bool areShown);
 
     /// Shows the state of the search.
     /// @param where  number of the current hit and of all hits; @param wrap  notice of a wrap-around, or empty
@@ -62,42 +76,50 @@ class StudyStateBar : public QWidget
   Q_SIGNALS:
     void ZoomClicked(int steps); ///< 1 larger, -1 smaller
     void LineChosen(int line);
-    void LineFieldClosed();
+    void NoticeChosen(NoticeAction action);
+    void BarsWanted();
+    void FocusFreed(); ///< what had the focus is gone
 
   protected:
     void changeEvent(QEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
 
   private:
-    QWidget *ZoomGroup();
-    QPushButton *ZoomButton(const QString &name, const QString &caption, int steps);
-    void ReserveSpace();
-    void PlaceNotice();
-    void DimKeyword();
+    void AddControls();
+    void LayOut();
+    BarButton *ZoomButton(const QString &name, const QString &accessibleName, const QString &toolTip, int steps);
     QLabel *AddLabel(const QString &name, const QString &text = QString());
     QWidget *Group(const QList<QWidget *> &controls);
+    void ReserveSpace();
+    void Fit();
+    int NeededPx(const QList<QWidget *> &places) const;
 
-    int m_lineCount = 0;
     int m_blankCount = 0;
+    int m_pageCount = 1;
+    bool m_isPageOnly = false;
 
-    QLabel *lblNum;
+    QWidget *m_content; // hidden while no file is open
+    QHBoxLayout *m_row;
     QProgressBar *prgShown; // of the file's answers
+    QLabel *lblOnlyHard;    // beside it while only hard ones are studied
     QLabel *lblShown;       // the same in numbers
-    QLabel *lblPlace;       // the lines on the page
-    QLabel *lblPage;        // the page's number
-    QLabel *lblHard;        // number of blanks marked as hard
-    QLabel *lblOffer;
-    QLabel *lblNotice;  // drawn over the others
-    QTimer *m_noticing; // runs while lblNotice is shown
-    QLabel *lblZoom;
-    QPushButton *cmdZoomOut;
-    QPushButton *cmdZoomIn;
-    LineField *m_lineField;
-    QStackedWidget *m_placeOrField;
-    QLabel *lblKeyword;
-    QLabel *lblFileChange;
+    QLabel *lblBlanks;
+    QLabel *lblPage;
+    QLabel *lblLap;
+    NoticePlace *m_notices;
+    QLabel *lblNumN;
+    QLabel *lblNum;
     QLabel *lblMinN;
     QLabel *lblMin;
     QLabel *lblSecN;
     QLabel *lblSec;
+    QLabel *lblZoom;
+    BarButton *cmdZoomOut;
+    BarButton *cmdZoomIn;
+    BarButton *cmdBars;
+    QWidget *m_progress; // groups of these
+    QWidget *m_shown;
+    QWidget *m_clock;
+    QWidget *m_zoom;
 };

@@ -142,7 +142,10 @@ void frmText::ShowText()
 {
     m_stateBar->HideKeyword();
     m_stateBar->HideNotice();
-    m_stateBar->SetFile(m_page.Text().LineCount(), m_page.Round().BlankCount());
+    const int blanks = m_page.Round().BlankCount();
+    m_stateBar->SetFile(m_page.IsFileOpen(), blanks);
+    m_stateBar->ShowNoBlanks(m_page.IsFileOpen() && blanks == 0, m_page.Text().NextLineWith(u'［', 1) > 0);
+    m_stateBar->ShowFirstKeys(m_page.IsFileOpen() && blanks > 0 && !m_hasPressedEnter);
     if (m_frmSearch)
         m_frmSearch->SetText(&m_page.Text());
     m_pageFrame->Adapt();

@@ -17,6 +17,7 @@
 
 enum class MsgResult;
 enum class MsgStyle;
+enum class NoticeAction;
 class frmFile;
 class frmMsg;
 class frmSearch;
@@ -126,6 +127,7 @@ class frmText : public QWidget
     QString StudyFolderPath() const;
     QString ReportFolderPath() const;
     void GoOnSearching(bool backwards);
+    void lblNotice_Click(NoticeAction action);
 
     /// Stages in the life of the window.
     enum class Stage
@@ -150,9 +152,10 @@ class frmText : public QWidget
     StudySession m_session;
     StudyPage &m_page; // of m_session
     Stage m_stage = Stage::Created;
-    QFileSystemWatcher *m_watcher; // of the open file and its folder
-    int m_zoom = 100;              // percent, one of ZoomSteps
-    bool m_isZoomChosen = false;   // whether the user chose it in this run
+    QFileSystemWatcher *m_watcher;  // of the open file and its folder
+    int m_zoom = 100;               // percent, one of ZoomSteps
+    bool m_isZoomChosen = false;    // whether the user chose it in this run
+    bool m_hasPressedEnter = false; // in this run, with a file open
     unsigned m_wheelMessage = 0;
 
     std::unique_ptr<KeywordSearch> m_search; // for m_frmSearch

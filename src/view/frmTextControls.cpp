@@ -112,7 +112,8 @@ void frmText::Connect()
     connect(picText, &PicText::ZoomTurned, this, &frmText::ChangeZoom);
     connect(m_stateBar, &StudyStateBar::ZoomClicked, this, &frmText::ChangeZoom);
     connect(m_stateBar, &StudyStateBar::LineChosen, this, [this](int line) { Apply(m_page.MoveToLine(line)); });
-    connect(m_stateBar, &StudyStateBar::LineFieldClosed, picText, qOverload<>(&QWidget::setFocus));
+    connect(m_stateBar, &StudyStateBar::NoticeChosen, this, &frmText::lblNotice_Click);
+    connect(m_stateBar, &StudyStateBar::FocusFreed, picText, qOverload<>(&QWidget::setFocus));
     connect(m_watcher, &QFileSystemWatcher::fileChanged, this, &frmText::TellFileChange);
     connect(m_watcher, &QFileSystemWatcher::directoryChanged, this, &frmText::TellFileChange);
     connect(Timer1, &QTimer::timeout, this, &frmText::Timer1_Timer);

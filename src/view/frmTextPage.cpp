@@ -11,6 +11,7 @@
 #include "view/StudyStateBar.h"
 #include "view/frmPicture.h"
 #include "view/frmText.h"
+#include "view/modNotices.h"
 #include "widgets/BarButton.h"
 #include "widgets/BlockedWindow.h"
 #include "widgets/Contrast.h"
@@ -34,7 +35,7 @@ void frmText::Apply(const PageChange &change)
     if (change.notice && change.notice->isEmpty())
         m_stateBar->HideNotice();
     else if (change.notice)
-        m_stateBar->ShowNotice(*change.notice);
+        m_stateBar->ShowUndoNotice(*change.notice);
     if (change.isCounted)
         m_stateBar->ShowCount(m_page.Round().lngOpenCount());
     if (change.markedBlank > 0 || change.areMarksRemoved)
@@ -97,9 +98,11 @@ void frmText::picText_KeyDown(int key, bool isShifted)
     if (key == Qt::Key_Control || key == Qt::Key_Shift)
         return; // the first half of a longer key, which may let the hint grow
     Apply(m_page.HideHint());
-    if (key == Qt::Key_Return || key == Qt::Key_Enter)
+    if (key == Qt::Key_Return || key == Qt::Key_Enter) {
+        m_hasPressedEnter |= m_page.IsFileOpen();
+        m_stateBar->ShowFirstKeys(false);
         Apply(isShifted ? m_page.EnterMissed() : m_page.Enter());
-    else if (key == Qt::Key_F2)
+    } else if (key == Qt::Key_F2)
         m_services.ShowMessage(u"F2"_s); // a leftover, kept as it always was; the key does nothing else
 }
 
@@ -139,6 +142,38 @@ void frmText::cmdHard_Click()
 {
     WriteTrace(u"■frmText.cmdHard_Click");
     Apply(m_page.ToggleHard(m_page.BlankToMark()));
+    picText->setFocus();
+}
+
+/// Does what a notice offers.
+void frmText::lblNotice_Click(NoticeAction action)
+{
+    WriteTrace(u"■frmText.lblNotice_Click");
+    Apply(m_page.HideHint());
+    switch (action) {
+    case NoticeAction::ReadAgain:
+        cmdReRead_Click();
+        break;
+    case NoticeAction::Undo:
+        Apply(m_page.Undo());
+        break;
+    case NoticeAction::FindPrevious:
+        GoOnSearching(true);
+        break;
+    case NoticeAction::FindNext:
+        GoOnSearching(false);
+        break;
+    case NoticeAction::EndSearch:
+        m_stateBar->HideKeyword();
+        Apply(m_page.ShowFound({}));
+        break;
+    case NoticeAction::GoToOffered:
+        Apply(m_page.MoveToLine(m_page.OfferedLine()));
+        break;
+    case NoticeAction::Edit:
+        cmdEdit_Click();
+        return; // the focus is at the button that reads the file again
+    }
     picText->setFocus();
 }
 

@@ -22,6 +22,18 @@ inline int BarHeight(const QFontMetrics &font)
     return font.height() + 20;
 }
 
+/// Height of the row below a page.
+inline int StateBarHeight(const QFontMetrics &font)
+{
+    return font.height() + 14;
+}
+
+/// Height of that row while nothing else is around the page.
+inline int PageOnlyHeight(const QFontMetrics &font)
+{
+    return font.height() + 6;
+}
+
 /// Height of the face of a button.
 inline int ButtonHeight(const QFontMetrics &font)
 {
@@ -58,6 +70,12 @@ constexpr double IndicatorLineWidth = 1.5;
 inline int ControlGap(const QFontMetrics &font)
 {
     return Ems(font, 0.6);
+}
+
+/// Space between groups of controls.
+inline int GroupGap(const QFontMetrics &font)
+{
+    return Ems(font, 0.9);
 }
 
 /// Side of the square of an icon.

@@ -160,7 +160,7 @@ TEST(StudyPage, LastAnswerShown_AsksBeforePageTurns)
     EXPECT_EQ(page.change.question, QString());
     EXPECT_EQ(page.Press(u"E").change.question, AllShownMessage(20));
     EXPECT_TRUE(page.Round().AllShown());
-    EXPECT_EQ(page.TurnPage().notice, u"すべて隠しました（Ctrl+Z で元に戻す）"_s);
+    EXPECT_EQ(page.TurnPage().notice, u"すべて隠しました"_s);
     EXPECT_EQ(page.Round().ShownCount(), 0);
     EXPECT_EQ(page.Press(u"U").change.notice, QString());
     EXPECT_TRUE(page.Round().AllShown());
@@ -213,6 +213,17 @@ TEST(StudyPage, RoundOfHardOnesEnds_OffersToRemoveMarksOnce)
     EXPECT_EQ(page.Press(u"S").change.markedBlank, 2) << "also while all are studied";
     EXPECT_EQ(page.Press(u"S").Round().HardBlanks(), std::vector<int>({2, 3}));
     EXPECT_EQ(KeyedPage(lines, 5).Press(u"S").State(), u'x' + QString(29, u'-') + u" 1 1"_s) << "nothing to mark";
+}
+
+TEST(StudyPage, AllShownAndHiddenAgain_BeginsLap)
+{
+    // Keys; then the lap.
+    const Rows<QString, int> rows = {
+        {u"EEEEEE"_s, 1}, {u"EEEEEEE"_s, 2},  {u"EEEEEEEU"_s, 1}, {u"EEEEEEEUE"_s, 2}, {u"EEH"_s, 1},
+        {u"NNN"_s, 1},    {u"EEEEEEEH"_s, 2}, {u"EMOEE"_s, 1},    {u"EMOEEE"_s, 2},    {u"EEEEEEEMO"_s, 1},
+    };
+    for (const auto &[keys, lap] : rows)
+        EXPECT_EQ(KeyedPage(Lines, 3).Press(keys).Round().Lap(), lap) << keys.toStdString();
 }
 
 TEST(StudyPage, Hint_LastsUntilAnswersOrPageChange)

@@ -72,6 +72,12 @@ class StudyWindowTest : public WindowTest
         return label->isHidden() ? u"(hidden)"_s : label->text();
     }
 
+    /// The answers shown of all, e.g. "1 / 3".
+    QString Shown()
+    {
+        return Label(u"lblShown") + Label(u"lblBlanks");
+    }
+
     void Press(Qt::Key key, int times = 1)
     {
         for (int i = 0; i < times; ++i)

@@ -53,13 +53,13 @@ TEST_F(StudyWindowTest, CtrlKeys_DoWhatMouseDoes)
     EXPECT_EQ(editorLine(), u"3"_s) << "the last line";
     press(Qt::Key_H);
     EXPECT_EQ(editorLine(), u"1"_s) << "the mark is gone";
-    EXPECT_EQ(Label(u"lblShown") + Label(u"lblNum"), u"表示 0 / 31"_s);
-    EXPECT_EQ(Label(u"lblNotice"), u"すべて隠しました（Ctrl+Z で元に戻す）"_s);
+    EXPECT_EQ(Shown() + Label(u"lblNum"), u"0 / 31"_s);
+    EXPECT_EQ(Label(u"lblNotice"), u"すべて隠しました"_s);
     press(Qt::Key_Z);
-    EXPECT_EQ(Label(u"lblShown") + Label(u"lblNum"), u"表示 1 / 31"_s);
-    EXPECT_EQ(Label(u"lblNotice"), u"(hidden)"_s);
+    EXPECT_EQ(Shown() + Label(u"lblNum"), u"1 / 31"_s);
+    EXPECT_EQ(Label(u"lblNotice"), u"Enter：次の正解　Ctrl+PageDown：次のページ"_s);
     QTest::keyClick(page, Qt::Key_Space, Qt::ControlModifier | Qt::ShiftModifier);
-    EXPECT_EQ(Label(u"lblShown") + Label(u"lblNum"), u"表示 2 / 32"_s) << "the rest of the line";
+    EXPECT_EQ(Shown() + Label(u"lblNum"), u"2 / 32"_s) << "the rest of the line";
 }
 
 TEST_F(StudyWindowTest, HintShown_LastsUntilNextKeyOrFocusElsewhere)
@@ -109,12 +109,11 @@ TEST_F(StudyWindowTest, LastAnswerShown_AsksWhetherToGoOn)
             Press(Qt::Key_Return);
     };
     showAll(u"40"_s);
-    EXPECT_EQ(Label(u"lblPlace"), u"%1 ～ 40 行 / 40 行"_s.arg(scroll->value()));
     script.Click(u"frmMsg"_s, u"cmdOK"_s);
     Press(Qt::Key_Return);
     EXPECT_EQ(script.messages.last(), u"40個の正解をすべて表示しました。\n学習を続けますか？"_s);
     EXPECT_EQ(scroll->value(), 1) << "a new round from the top";
-    EXPECT_EQ(Label(u"lblNotice"), u"すべて隠しました（Ctrl+Z で元に戻す）"_s);
+    EXPECT_EQ(Label(u"lblNotice"), u"すべて隠しました"_s);
     EXPECT_TRUE(window->isVisible());
 
     showAll(u"80"_s);
@@ -177,7 +176,7 @@ TEST_F(StudyWindowTest, ZoomedIn_LayoutScalesAndTopLineStays)
     EXPECT_EQ(sideways->value(), sideways->maximum());
     EXPECT_TRUE(page->accessibleDescription().contains(u"左の %1 桁"_s.arg(sideways->value())));
     QTest::mouseClick(page, Qt::LeftButton, {}, QPoint(page->Layout().CellLeftPx(98), page->Layout().RowTopPx(1) + 9));
-    EXPECT_EQ(Label(u"lblShown"), u"表示 0 / 100"_s) << "clicks take scrolling into account";
+    EXPECT_EQ(Shown(), u"0 / 100"_s) << "clicks take scrolling into account";
     press(Qt::Key_Left, Qt::ShiftModifier);
     EXPECT_LT(sideways->value(), sideways->maximum());
     sideways->setValue(0);
@@ -202,7 +201,7 @@ TEST_F(StudyWindowTest, NavigationKeys_MoveWithoutChangingAnswers)
     EXPECT_EQ(press(Qt::Key_End), 100 - rows + 1);
     EXPECT_EQ(press(Qt::Key_Home), 1);
     EXPECT_NE(press(Qt::Key_G, Qt::ShiftModifier), 1);
-    EXPECT_EQ(Label(u"lblNum") + Label(u"lblShown"), u"0表示 0 / 100"_s);
+    EXPECT_EQ(Label(u"lblNum") + Shown(), u"00 / 100"_s);
     EXPECT_EQ(Child<QLabel>(u"lblFile")->text(), u"a"_s);
 
     auto *const field = Child<QLineEdit>(u"txtLine");
@@ -301,7 +300,7 @@ TEST_F(StudyWindowTest, DesktopTurnsDark_PageFollows)
                                       Qt::white, Qt::black, QColor(42, 46, 50)));
     EXPECT_TRUE(WaitFor([&background] { return background() == DarkPage.background; }));
     const QPalette keyword = Child<QLabel>(u"lblKeyword")->palette();
-    EXPECT_GE(Contrast(keyword.color(QPalette::WindowText), keyword.color(QPalette::Window)), TextContrast);
+    EXPECT_GE(Contrast(keyword.color(QPalette::WindowText), keyword.color(QPalette::ToolTipBase)), TextContrast);
 }
 
 TEST_F(StudyWindowTest, SearchHit_IsMarkedWithoutRevealingHiddenText)
@@ -318,7 +317,7 @@ TEST_F(StudyWindowTest, SearchHit_IsMarkedWithoutRevealingHiddenText)
     EXPECT_EQ(list->model()->index(0, 0).data().toString(), u"city　2か所"_s);
     QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualRect(list->model()->index(0, 0)).center());
     EXPECT_EQ(scroll->value(), 47) << "in view, with some lines above";
-    EXPECT_EQ(Label(u"lblKeyword"), u"city　1 / 2"_s);
+    EXPECT_EQ(Label(u"lblKeyword"), u"「city」　1 / 2"_s);
     const auto isMarked = [this] {
         const PageLayout &layout = page->Layout();
         const QPoint inBox(layout.TextLeftPx() + 3, layout.RowTopPx(4) + layout.linePitchPx / 2);
@@ -327,12 +326,94 @@ TEST_F(StudyWindowTest, SearchHit_IsMarkedWithoutRevealingHiddenText)
     EXPECT_TRUE(isMarked());
     QTest::keyClick(window->windowHandle(), Qt::Key_F3);
     EXPECT_FALSE(isMarked()) << "the mark moved on";
-    EXPECT_EQ(Label(u"lblKeyword"), u"city　2 / 2"_s);
+    EXPECT_EQ(Label(u"lblKeyword"), u"「city」　2 / 2"_s);
     QTest::keyClick(window->windowHandle(), Qt::Key_F3, Qt::ShiftModifier);
     EXPECT_TRUE(isMarked());
     Child<QPushButton>(u"cmdReRead")->click();
     EXPECT_EQ(Label(u"lblKeyword"), u"(hidden)"_s);
     EXPECT_FALSE(isMarked()) << "the text is a new one";
+
+    QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualRect(list->model()->index(0, 0)).center());
+    EXPECT_EQ(Label(u"lblKeyword"), u"「city」　1 / 2"_s);
+    Child<QPushButton>(u"cmdNotice2")->click();
+    EXPECT_EQ(Label(u"lblKeyword"), u"「city」　2 / 2"_s) << "the next one";
+    Child<QPushButton>(u"cmdNotice3")->click();
+    EXPECT_EQ(Label(u"lblKeyword"), u"(hidden)"_s) << "the end of the search";
+    EXPECT_FALSE(page->Page().Found().line > 0);
+}
+
+TEST_F(StudyWindowTest, WhateverIsTold_NothingMoves)
+{
+    OpenWith(QStringList(120, u"[x]"_s));
+    const auto places = [this] {
+        QCoreApplication::processEvents();
+        QList<QRect> areas{QRect(page->mapTo(window.get(), QPoint()), page->size())};
+        for (const char16_t *const name : {u"lblShown", u"lblBlanks", u"lblPage", u"lblNum", u"lblSecN", u"lblZoom"}) {
+            const QWidget *const place = Child<QWidget>(name);
+            areas += place->isVisible() ? QRect(place->mapTo(window.get(), QPoint()), place->size()) : QRect();
+        }
+        return areas;
+    };
+    const auto press = [this](Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::ControlModifier) {
+        QTest::keyClick(QApplication::focusWidget(), key, modifiers);
+    };
+    for (const int width : {1200, 800, 640, window->minimumWidth()}) {
+        window->resize(width, 600);
+        const QList<QRect> before = places();
+        EXPECT_EQ(Child<QWidget>(u"cmdZoomIn")->isVisible(), width >= 800) << width;
+        int step = 0;
+        const auto stays = [&] { EXPECT_EQ(places(), before) << width << " step " << ++step; };
+        for (int i = 0; i < 12; ++i)
+            Press(Qt::Key_Return);
+        stays();
+        press(Qt::Key_H);
+        stays();
+        press(Qt::Key_G);
+        stays();
+        press(Qt::Key_Escape, {});
+        Child<QCheckBox>(u"chkSpeak")->click();
+        stays();
+        services.now = services.now.addSecs(700);
+        window->Timer1_Timer();
+        stays();
+        folder.WriteStudyFile(u"txt/a.txt"_s, QStringList(120, u"[y]"_s));
+        EXPECT_TRUE(WaitFor([this] { return Label(u"lblNotice") == u"学習ファイルが変更されました"_s; }));
+        stays();
+        const QRect right(Child<QWidget>(u"lblNum")->mapTo(window.get(), QPoint()), QSize(1, 1));
+        for (const char16_t *const name : {u"lblNotice", u"cmdNotice1"}) {
+            const QWidget *const part = Child<QWidget>(name);
+            EXPECT_TRUE(part->isVisible()) << width;
+            EXPECT_LT(part->mapTo(window.get(), QPoint(part->width(), 0)).x(), right.x()) << width;
+        }
+        press(Qt::Key_R, Qt::AltModifier);
+        EXPECT_TRUE(WaitFor([this] { return Label(u"lblNotice") != u"学習ファイルが変更されました"_s; }));
+        folder.WriteStudyFile(u"txt/a.txt"_s, QStringList(120, u"[x]"_s));
+        EXPECT_TRUE(WaitFor([this] { return Label(u"lblNotice") == u"学習ファイルが変更されました"_s; }));
+        Child<QPushButton>(u"cmdNotice1")->click();
+        press(Qt::Key_H);
+    }
+}
+
+TEST_F(StudyWindowTest, FirstOpening_TellsWhatToDo)
+{
+    const QString keys = u"Enter：次の正解　Ctrl+PageDown：次のページ"_s;
+    folder.WriteStudyFile(u"txt/b.txt"_s, {u"［言葉］"_s});
+    folder.WriteStudyFile(u"txt/c.txt"_s, {u"言葉"_s});
+    OpenWith({u"[a] [b]"_s});
+    const auto open = [this](int row) {
+        ChooseFile(row);
+        Child<QPushButton>(u"cmdFile")->click();
+        QCoreApplication::processEvents(); // only then the window accepts keys again
+        return Label(u"lblNotice");
+    };
+    EXPECT_EQ(Label(u"lblNotice"), keys);
+    EXPECT_EQ(open(2), u"空欄がありません。［ ］を半角の [ ] に直してください"_s);
+    EXPECT_EQ(open(3), u"空欄がありません。覚える言葉を [ ] で囲んでください"_s);
+    EXPECT_EQ(Child<QPushButton>(u"cmdNotice1")->accessibleName(), u"編集（Alt+E）"_s);
+    EXPECT_EQ(open(1), keys);
+    Press(Qt::Key_Return);
+    EXPECT_EQ(Label(u"lblNotice"), u"(hidden)"_s);
+    EXPECT_EQ(open(1), u"(hidden)"_s) << "only once in a run";
 }
 
 TEST_F(StudyWindowTest, PictureClicked_OpensOrShowsFault)
