@@ -23,12 +23,20 @@ void PageFrame::Adapt()
     Arrange();
 }
 
+void PageFrame::HideBars(bool areHidden)
+{
+    m_areBarsHidden = areHidden;
+    Arrange();
+}
+
 void PageFrame::Arrange()
 {
     PageLayout whole = m_page->Measured();
     whole.widthPx = width();
     whole.heightPx = height();
-    const NeededScrollBars needed = ScrollBarsFor(m_text.LineCount(), m_text.LongestLineCells(), whole, BarPx());
+    const NeededScrollBars needed = m_areBarsHidden
+                                        ? NeededScrollBars()
+                                        : ScrollBarsFor(m_text.LineCount(), m_text.LongestLineCells(), whole, BarPx());
     const int pageWidth = width() - (needed.isVertical ? BarPx() : 0);
     const int pageHeight = height() - (needed.isHorizontal ? BarPx() : 0);
     m_vertical->setGeometry(pageWidth, 0, BarPx(), pageHeight);

@@ -22,6 +22,9 @@ class PageFrame : public QWidget
     /// Shows the bars that another text or font needs, and gives the page the remaining space.
     void Adapt();
 
+    /// Leaves all room to the page, or shows the bars that it needs again.
+    void HideBars(bool areHidden);
+
     /// Room for the page beside a vertical bar.
     QSize sizeHint() const override;
 
@@ -39,4 +42,5 @@ class PageFrame : public QWidget
     PicText *m_page;
     QScrollBar *m_vertical;
     QScrollBar *m_horizontal;
+    bool m_areBarsHidden = false;
 };

@@ -231,10 +231,10 @@ void StudyStateBar::SetFile(bool isOpen, int blankCount)
 void StudyStateBar::SetPageOnly(bool isPageOnly)
 {
     m_isPageOnly = isPageOnly;
-    QFont smaller = parentWidget()->font();
-    if (isPageOnly && fontInfo().pixelSize() > LargestPageOnlyPx)
-        smaller.setPixelSize(LargestPageOnlyPx);
-    setFont(smaller);
+    QFont font; // without a size of its own, that of the window
+    if (isPageOnly && parentWidget()->fontInfo().pixelSize() > LargestPageOnlyPx)
+        font.setPixelSize(LargestPageOnlyPx);
+    setFont(font);
     ReserveSpace();
 }
 

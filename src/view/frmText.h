@@ -79,6 +79,7 @@ class frmText : public QWidget
     void chkSpeak_Click();
     void chkOnlyHard_Click();
     void cmdHard_Click();
+    void actPageOnly_Click();
     void VScroll_Change();
     void HScroll_Change();
     void picText_KeyDown(int key, bool isShifted);
@@ -96,6 +97,7 @@ class frmText : public QWidget
     void ReadSettings();
     void ApplySettings();
     void KeepMinimumSize();
+    void SetPageOnly(bool isPageOnly);
     void WidenToText(int neededBeforePx);
     int LargestLeft(int widthPx) const;
     void MoveFileWindow();

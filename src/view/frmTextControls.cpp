@@ -113,6 +113,7 @@ void frmText::Connect()
     connect(m_stateBar, &StudyStateBar::ZoomClicked, this, &frmText::ChangeZoom);
     connect(m_stateBar, &StudyStateBar::LineChosen, this, [this](int line) { Apply(m_page.MoveToLine(line)); });
     connect(m_stateBar, &StudyStateBar::NoticeChosen, this, &frmText::lblNotice_Click);
+    connect(m_stateBar, &StudyStateBar::BarsWanted, this, &frmText::actPageOnly_Click);
     connect(m_stateBar, &StudyStateBar::FocusFreed, picText, qOverload<>(&QWidget::setFocus));
     connect(m_watcher, &QFileSystemWatcher::fileChanged, this, &frmText::TellFileChange);
     connect(m_watcher, &QFileSystemWatcher::directoryChanged, this, &frmText::TellFileChange);
@@ -179,6 +180,7 @@ void frmText::AddCommandKeys()
         entry->setShortcuts(keys);
         connect(entry, &QAction::triggered, this, Command(action));
     };
+    add(m_bar->actPageOnly, {Qt::CTRL | Qt::Key_F11}, [this] { actPageOnly_Click(); });
     add(m_bar->actPrint, {QKeySequence::Print}, [this] { PrintFile(); });
     add(m_bar->actExport, {Qt::CTRL | Qt::Key_E}, [this] { ExportFile(); });
     // The key of + without Shift too, on English and on Japanese keyboards.
@@ -187,7 +189,7 @@ void frmText::AddCommandKeys()
         [this] { ChangeZoom(1); });
     add(m_bar->actSmaller, {Qt::CTRL | Qt::Key_Minus, Qt::ALT | Qt::Key_Minus}, [this] { ChangeZoom(-1); });
     add(m_bar->actUsualSize, {Qt::CTRL | Qt::Key_0}, [this] { SetZoom(ZoomSteps.front()); });
-    for (QAction *const entry : {m_bar->actPrint, m_bar->actExport, m_bar->actUsualSize})
+    for (QAction *const entry : {m_bar->actPageOnly, m_bar->actPrint, m_bar->actExport, m_bar->actUsualSize})
         entry->setAutoRepeat(false);
 }
 
@@ -264,6 +266,16 @@ bool frmText::event(QEvent *event)
 void frmText::KeepMinimumSize()
 {
     setMinimumSize(LeastStudySize(fontMetrics()).boundedTo(AvailableSize(this)));
+}
+
+/// Leaves the window to the page and a low row below it, or brings the bars back. Not kept for the next start, whose
+/// user might not know how.
+void frmText::SetPageOnly(bool isPageOnly)
+{
+    m_bar->setVisible(!isPageOnly);
+    m_pageFrame->HideBars(isPageOnly);
+    m_stateBar->SetPageOnly(isPageOnly);
+    picText->setFocus();
 }
 
 void frmText::ReadSettings()

@@ -145,6 +145,17 @@ void frmText::cmdHard_Click()
     picText->setFocus();
 }
 
+void frmText::actPageOnly_Click()
+{
+    WriteTrace(u"■frmText.actPageOnly_Click");
+    const bool isPageOnly = !m_bar->isHidden();
+    SetPageOnly(isPageOnly);
+    if (isPageOnly)
+        m_stateBar->ShowNotice(u"Ctrl+F11：バーを戻す"_s);
+    else
+        m_stateBar->HideNotice();
+}
+
 /// Does what a notice offers.
 void frmText::lblNotice_Click(NoticeAction action)
 {

@@ -394,6 +394,54 @@ TEST_F(StudyWindowTest, WhateverIsTold_NothingMoves)
     }
 }
 
+TEST_F(StudyWindowTest, PageOnly_LeavesThePageAndOneLowRow)
+{
+    QStringList lines(100, u"[x] [y]"_s);
+    lines[50] = QString(90, u'-');
+    OpenWith(lines);
+    const auto toggle = [this] {
+        QTest::keyClick(page, Qt::Key_F11, Qt::ControlModifier);
+        QCoreApplication::processEvents();
+    };
+    window->resize(500, 500); // narrower than the longest line
+    QCoreApplication::processEvents();
+    const QRect before = page->geometry();
+    auto *const bar = Child<QPushButton>(u"cmdFile")->parentWidget();
+    EXPECT_FALSE(Child<QWidget>(u"cmdBars")->isVisible());
+    toggle();
+    EXPECT_FALSE(bar->isVisible() || scroll->isVisible() || Child<QScrollBar>(u"HScroll")->isVisible());
+    EXPECT_EQ(page->size(), QSize(500, 500 - window->fontMetrics().height() - 6));
+    EXPECT_EQ(page->mapTo(window.get(), QPoint()), QPoint());
+    EXPECT_EQ(Label(u"lblNotice"), u"Ctrl+F11：バーを戻す"_s);
+    EXPECT_EQ(QApplication::focusWidget(), page);
+    Press(Qt::Key_Return);
+    EXPECT_EQ(Label(u"lblNum"), u"1"_s);
+    for (const char16_t *const name : {u"lblNum", u"lblShown", u"lblSecN", u"cmdBars"}) {
+        const auto *const part = Child<QWidget>(name);
+        EXPECT_TRUE(part->isVisible());
+        EXPECT_TRUE(window->rect().contains(QRect(part->mapTo(window.get(), QPoint()), part->size())));
+    }
+    EXPECT_FALSE(Child<QWidget>(u"cmdZoomIn")->isVisible());
+    QTest::keyClick(page, Qt::Key_M, Qt::AltModifier);
+    EXPECT_TRUE(Child<QCheckBox>(u"chkOnlyHard")->isEnabled()) << "keys of the hidden bar work";
+    QTest::keyClick(page, Qt::Key_PageDown, Qt::ControlModifier);
+    EXPECT_GT(page->Page().TopLine(), 1) << "pages turn without a scroll bar";
+    toggle();
+    EXPECT_EQ(page->geometry(), before);
+    EXPECT_TRUE(bar->isVisible() && scroll->isVisible());
+    EXPECT_EQ(Label(u"lblNotice"), u"(hidden)"_s);
+    Child<QAction>(u"actPageOnly")->trigger();
+    Child<QPushButton>(u"cmdBars")->click();
+    EXPECT_TRUE(bar->isVisible());
+
+    toggle();
+    window->close();
+    ASSERT_EQ(database.Open(folder.Path(u"k.splite3"_s)), 0);
+    ChooseFile(1);
+    Open();
+    EXPECT_TRUE(Child<QPushButton>(u"cmdFile")->isVisible()) << "the next run begins with the bars";
+}
+
 TEST_F(StudyWindowTest, FirstOpening_TellsWhatToDo)
 {
     const QString keys = u"Enter：次の正解　Ctrl+PageDown：次のページ"_s;
