@@ -151,6 +151,7 @@ Settings SettingsFile::Read(const Settings &defaults, const Settings &upper, QSt
     settings.pageColour = PageColourOf(ini.Value(u"PageColour"_s));
     const QSize size(ini.Value(u"FormWidth"_s).toInt(), ini.Value(u"FormHeight"_s).toInt());
     settings.formSize = size.isEmpty() ? QSize() : size;
+    settings.isFormMaximized = ini.Value(u"FormMaximized"_s).compare(u"true", Qt::CaseInsensitive) == 0;
     const int zoom = ini.Value(u"Zoom"_s).toInt();
     settings.zoom = IsZoomStep(zoom) ? zoom : 0;
     return settings;
@@ -178,10 +179,14 @@ bool SettingsFile::WritePageColour(PageColourChoice choice) const
     return WriteIni({{u"PageColour"_s, PageColourNames[int(choice)].toString()}});
 }
 
-bool SettingsFile::WriteFormSize(const QSize &sizePx) const
+bool SettingsFile::WriteFormSize(const QSize &sizePx, bool isMaximized) const
 {
-    return WriteIni(
-        {{u"FormWidth"_s, QString::number(sizePx.width())}, {u"FormHeight"_s, QString::number(sizePx.height())}});
+    std::vector<ProfileEntry> entries;
+    if (!sizePx.isEmpty())
+        entries = {{u"FormWidth"_s, QString::number(sizePx.width())},
+                   {u"FormHeight"_s, QString::number(sizePx.height())}};
+    entries.push_back({u"FormMaximized"_s, BooleanText(isMaximized)});
+    return WriteIni(entries);
 }
 
 bool SettingsFile::WriteZoom(int percent) const

@@ -24,7 +24,8 @@ struct Settings
     QString TextEditor = QStringLiteral("notepad.exe"); ///< a bare file name or a full path
     bool bolDispLineNum = true;                         ///< whether the page shows line numbers
     PageColourChoice pageColour = PageColourChoice::Desktop;
-    QSize formSize; ///< size of the study window, pixels; empty if missing or invalid
+    QSize formSize; ///< size of the study window when it is not maximised, pixels; empty if missing or invalid
+    bool isFormMaximized = false;
     int zoom = 0;   ///< of the page, percent, one of ZoomSteps; 0 if missing or invalid
 };
 
@@ -90,8 +91,9 @@ class SettingsFile
     /// Writes the page colours. @return false if the file could not be written; it is then unchanged
     [[nodiscard]] bool WritePageColour(PageColourChoice choice) const;
 
-    /// Writes the study window's size, in pixels. @return false if the file could not be written
-    [[nodiscard]] bool WriteFormSize(const QSize &sizePx) const;
+    /// Writes the study window's size when it is not maximised, in pixels, unless that is empty, and whether it is.
+    /// @return false if the file could not be written
+    [[nodiscard]] bool WriteFormSize(const QSize &sizePx, bool isMaximized) const;
 
     /// Writes the page zoom, in percent. @return false if the file could not be written
     [[nodiscard]] bool WriteZoom(int percent) const;

@@ -199,7 +199,7 @@ void frmText::Form_Load()
     setWindowTitle(ProductName() + u" Ver"_s + VersionText() + u" ["_s + m_context.userName + u']');
 
     // The text size determines the window's size, and that the largest left edge.
-    const QRect area = screen()->availableGeometry();
+    QRect area = screen()->availableGeometry();
     QStringList repairs; // shown once the window is
     m_settings = m_settingsFile.Read(m_defaults, UpperBounds(std::numeric_limits<int>::max()), &repairs);
     KeepMinimumSize();
@@ -213,7 +213,11 @@ void frmText::Form_Load()
         m_settings.FormLeft = area.left() + (area.width() - width()) / 2;
     else if (m_settings.FormLeft > m_upper.FormLeft)
         m_settings.FormLeft = m_defaults.FormLeft;
+    if (const QScreen *const other = screen()->virtualSiblingAt({m_settings.FormLeft, area.center().y()}))
+        area = other->availableGeometry();
     move(m_settings.FormLeft, area.top() + (area.height() - height()) / 3);
+    if (m_settings.isFormMaximized)
+        setWindowState(windowState() | Qt::WindowMaximized);
 
     m_bar->EnableFileControls(false);
     // Nobody sends this message any more, but it is still registered, as it always was.
@@ -318,22 +322,22 @@ void frmText::WidenToText(int neededBeforePx)
     move(qMax(area.left(), qMin(x(), area.right() + 1 - wanted - frame)), y());
 }
 
-/// The largest left edge, in pixels, at which a window of the given width is still on the screen. Relative to the whole
-/// screen including panels, or the window would move by the width of a panel at each start.
+/// The largest left edge, in pixels, at which a window of the given width is still on one of the screens. Relative to
+/// all of them including panels, or the window would move by the width of a panel at each start.
 int frmText::LargestLeft(int widthPx) const
 {
-    return qMax(0, screen()->geometry().right() + 1 - widthPx);
+    return qMax(0, screen()->virtualGeometry().right() + 1 - widthPx);
 }
 
-/// Saves the left edge and the size. A left edge beyond the allowed bound is clamped, or the next start would complain
-/// about a value that the program itself has written. That the window opens elsewhere the next time is worth no message
-/// on the way to another file or out of the program.
+/// Saves the left edge and the size, those of a window that is not maximised. A left edge beyond the allowed bound is
+/// clamped, or the next start would complain about a value that the program itself has written. That the window opens
+/// elsewhere the next time is worth no message on the way to another file or out of the program.
 void frmText::SaveFormPos()
 {
     const bool isAsUsual = !isMaximized() && !isFullScreen();
-    const QSize usualSize = isAsUsual ? size() : normalGeometry().size();
-    std::ignore = m_settingsFile.WriteFileIniFormPos(qMin(x(), LargestLeft(usualSize.width())));
-    std::ignore = m_settingsFile.WriteFormSize(usualSize);
+    if (isAsUsual)
+        std::ignore = m_settingsFile.WriteFileIniFormPos(qMin(x(), LargestLeft(width())));
+    std::ignore = m_settingsFile.WriteFormSize(isAsUsual ? size() : normalGeometry().size(), isMaximized());
     if (m_isZoomChosen)
         std::ignore = m_settingsFile.WriteZoom(m_zoom);
 }

@@ -63,10 +63,11 @@ TEST(Settings, WrittenSettings_HaveExactBytesAndRoundTrip)
     EXPECT_TRUE(file.WriteFileIniFormPos(120));
     EXPECT_TRUE(file.WriteFileIniFormPos(-1)) << "off the screen: the old position is kept";
     EXPECT_TRUE(file.WritePageColour(PageColourChoice::Dark));
-    EXPECT_TRUE(file.WriteFormSize(QSize(800, 600)));
+    EXPECT_TRUE(file.WriteFormSize(QSize(800, 600), false));
+    EXPECT_TRUE(file.WriteFormSize(QSize(), true)) << "the size is kept";
     const QByteArray written = "[setting]\r\nFontsize=12.75\r\nLineSpace=5\r\nTextEditor=notepad.exe\r\n"
                                "bolDispLineNum=False\r\nFormLeft=120\r\nPageColour=Dark\r\n"
-                               "FormWidth=800\r\nFormHeight=600\r\n";
+                               "FormWidth=800\r\nFormHeight=600\r\nFormMaximized=True\r\n";
     EXPECT_EQ(folder.Read(u"Kotoban.ini"_s), written);
     Settings unwritable = DefaultSettings();
     unwritable.TextEditor = u"a\nb"_s;
@@ -81,6 +82,7 @@ TEST(Settings, WrittenSettings_HaveExactBytesAndRoundTrip)
     EXPECT_FALSE(read.bolDispLineNum);
     EXPECT_EQ(read.pageColour, PageColourChoice::Dark);
     EXPECT_EQ(read.formSize, QSize(800, 600));
+    EXPECT_TRUE(read.isFormMaximized);
     folder.Write(u"Kotoban.ini"_s, "[setting]\r\nbolDispLineNum=1\r\nFormLeft=-7\r\n");
     EXPECT_FALSE(file.Read(DefaultSettings(), UpperBounds(300), &messages).bolDispLineNum) << "1 is not True";
     messages.clear();

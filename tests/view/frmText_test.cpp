@@ -353,12 +353,54 @@ TEST_F(StudyWindowTest, Restarted_RestoresPositionAndSize)
     EXPECT_LT(window->x(), 9) << "at the left edge, apart from a window frame";
     EXPECT_EQ(window->size(), QSize(500, 400));
     window->resize(520, 410);
-    window->move(window->screen()->geometry().width() - 20, window->y());
-    const int largest = window->screen()->geometry().right() + 1 - 520;
+    const QRect screens = window->screen()->virtualGeometry(); // all together
+    window->move(screens.width() - 20, window->y());
+    const int largest = screens.right() + 1 - 520;
     ASSERT_GT(window->x(), largest);
     window->close();
     const QByteArray written = "FormLeft=" + QByteArray::number(largest) + "\r\nFormWidth=520\r\nFormHeight=410\r\n";
-    EXPECT_TRUE(folder.Read(u"Kotoban.ini"_s).contains(written));
+    EXPECT_TRUE(folder.Read(u"Kotoban.ini"_s).contains(QByteArray(written + "FormMaximized=False\r\n")));
+
+    const auto openAgain = [this] {
+        ASSERT_EQ(database.Open(folder.Path(u"k.splite3"_s)), 0);
+        ChooseFile(1);
+        Open();
+    };
+    openAgain();
+    EXPECT_TRUE(services.TakeMessages().isEmpty());
+    window->showMaximized();
+    EXPECT_TRUE(WaitFor([this] { return window->width() > 700; }));
+    window->close();
+    EXPECT_TRUE(folder.Read(u"Kotoban.ini"_s).contains(QByteArray(written + "FormMaximized=True\r\n")))
+        << "what is usual stays";
+    openAgain();
+    EXPECT_TRUE(window->isMaximized());
+    EXPECT_EQ(window->normalGeometry().size(), QSize(520, 410));
+}
+
+TEST_F(StudyWindowTest, WindowMadeNarrower_IsWidenedOnlyForLargerText)
+{
+    OpenWith({u"[x]"_s});
+    window->resize(450, 500);
+    const auto confirm = [this](const QString &control) {
+        script.When(u"frmIni"_s, [control](QWidget *dialog) {
+            if (!control.isEmpty())
+                dialog->findChild<QAbstractButton *>(control)->click();
+            dialog->findChild<QAbstractButton *>(u"cmdChangeSetting"_s)->click();
+        });
+        Child<QPushButton>(u"cmdIni")->click();
+        return window->width();
+    };
+    EXPECT_EQ(confirm(QString()), 450) << "nothing has changed";
+    EXPECT_GT(confirm(u"optFontSize2"_s), 700);
+    window->resize(450, 500);
+    EXPECT_EQ(confirm(u"optFontSize0"_s), 450) << "smaller";
+    EXPECT_TRUE(WaitFor([this] { return QApplication::activeWindow() == window.get(); }));
+    QTest::keyClick(page, Qt::Key_Plus, Qt::ControlModifier);
+    EXPECT_GT(window->width(), 700);
+    window->resize(450, 500);
+    QTest::keyClick(page, Qt::Key_Minus, Qt::ControlModifier);
+    EXPECT_EQ(window->width(), 450);
 }
 
 TEST_F(StudyWindowTest, MaximisedWindowClosed_KeepsUsualSize)
