@@ -81,7 +81,7 @@ constexpr double LeastTextEms = 5; // of a text that is cut
 } // namespace
 
 NoticePlace::NoticePlace(QWidget *parent)
-    : QWidget(parent), lblNotice(new ElidedLabel(u"lblNotice"_s, 0, this)),
+    : QWidget(parent), lblNotice(new ElidedLabel(u"lblNotice"_s, 0, this, Qt::ElideRight)),
       lblKeyword(new ElidedLabel(u"lblKeyword"_s, 0, this)), m_lineField(new LineField(this)),
       m_noticing(new QTimer(this))
 {

@@ -93,6 +93,7 @@ StudyStateBar::StudyStateBar(QWidget *parent)
 {
     AddControls();
     LayOut();
+    DimLabels();
     SetFile(false, 0);
 }
 
@@ -116,8 +117,6 @@ void StudyStateBar::AddControls()
         label->hide();
     }
     lblOnlyHard->hide();
-    for (QLabel *const label : {lblPage, lblNumN})
-        label->setForegroundRole(QPalette::PlaceholderText);
     cmdBars->setAccessibleName(u"バーを戻す"_s);
     cmdBars->setToolTip(u"上と下のバーを戻します (Ctrl+F11)"_s);
     connect(cmdBars, &QPushButton::clicked, this, &StudyStateBar::BarsWanted);
@@ -376,6 +375,19 @@ void StudyStateBar::changeEvent(QEvent *event)
     QWidget::changeEvent(event);
     if (event->type() == QEvent::FontChange)
         ReserveSpace();
+    else if (event->type() == QEvent::PaletteChange)
+        DimLabels();
+}
+
+/// Gives what matters less the colour of secondary text, readable on every desktop.
+void StudyStateBar::DimLabels()
+{
+    QPalette dimmed = palette();
+    dimmed.setColor(QPalette::WindowText,
+                    WithContrast(dimmed.color(QPalette::PlaceholderText), dimmed.color(QPalette::Window),
+                                 dimmed.color(QPalette::WindowText), TextContrast));
+    for (QLabel *const label : {lblPage, lblNumN})
+        label->setPalette(dimmed);
 }
 
 void StudyStateBar::paintEvent(QPaintEvent *)

@@ -91,6 +91,7 @@ class StudyStateBar : public QWidget
     BarButton *ZoomButton(const QString &name, const QString &accessibleName, const QString &toolTip, int steps);
     QLabel *AddLabel(const QString &name, const QString &text = QString());
     QWidget *Group(const QList<QWidget *> &controls);
+    void DimLabels();
     void ReserveSpace();
     void Fit();
     int NeededPx(const QList<QWidget *> &places) const;

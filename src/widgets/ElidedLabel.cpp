@@ -7,7 +7,8 @@
 
 #include <QPainter>
 
-ElidedLabel::ElidedLabel(const QString &name, int maxChars, QWidget *parent) : QLabel(parent), m_maxChars(maxChars)
+ElidedLabel::ElidedLabel(const QString &name, int maxChars, QWidget *parent, Qt::TextElideMode elided)
+    : QLabel(parent), m_maxChars(maxChars), m_elided(elided)
 {
     setObjectName(name);
     setTextFormat(Qt::PlainText);
@@ -33,5 +34,5 @@ QSize ElidedLabel::minimumSizeHint() const
 void ElidedLabel::paintEvent(QPaintEvent *)
 {
     QPainter(this).drawText(rect(), Qt::AlignLeft | Qt::AlignVCenter,
-                            fontMetrics().elidedText(text(), Qt::ElideMiddle, width()));
+                            fontMetrics().elidedText(text(), m_elided, width()));
 }

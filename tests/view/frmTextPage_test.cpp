@@ -303,6 +303,25 @@ TEST_F(StudyWindowTest, DesktopTurnsDark_PageFollows)
     EXPECT_GE(Contrast(keyword.color(QPalette::WindowText), keyword.color(QPalette::ToolTipBase)), TextContrast);
 }
 
+TEST_F(StudyWindowTest, HighContrastDesktop_KeepsItsColoursInTheBars)
+{
+    OpenWith(QStringList(99, u"[x]"_s));
+    const auto colour = [this](const char16_t *name, QPalette::ColorRole role) {
+        return Child<QWidget>(name)->palette().color(role);
+    };
+    EXPECT_EQ(colour(u"cmdFile", QPalette::Window), LightPage.bar);
+    const auto restore = qScopeGuard([light = QApplication::palette()] { QApplication::setPalette(light); });
+    QPalette yellow(Qt::yellow, Qt::black, Qt::black, Qt::black, Qt::black, Qt::yellow, Qt::black, Qt::black,
+                    Qt::black);
+    yellow.setColor(QPalette::PlaceholderText, QColor(40, 40, 0));
+    QApplication::setPalette(yellow);
+    EXPECT_TRUE(WaitFor([&] { return colour(u"cmdFile", QPalette::Window) == Qt::black; }));
+    for (const char16_t *const name : {u"cmdFile", u"lblPage", u"lblNumN", u"lblNum"})
+        EXPECT_GE(Contrast(colour(name, QPalette::WindowText), Qt::black), TextContrast);
+    for (const char16_t *const name : {u"lblNotice", u"cmdNotice1"})
+        EXPECT_GE(Contrast(colour(name, QPalette::WindowText), colour(name, QPalette::ToolTipBase)), TextContrast);
+}
+
 TEST_F(StudyWindowTest, SearchHit_IsMarkedWithoutRevealingHiddenText)
 {
     folder.Write(u"KeywordList.txt"_s, "city\r\n");
