@@ -78,25 +78,6 @@ TEST_F(StudyWindowTest, HintShown_LastsUntilNextKeyOrFocusElsewhere)
     }
 }
 
-TEST_F(StudyWindowTest, NoticeShown_CoversWholeControlsAtEachWidth)
-{
-    OpenWith({u"[x]"_s});
-    const auto *const notice = Child<QLabel>(u"lblNotice");
-    for (int width = window->minimumSizeHint().width(); width < 1000; width += 17) {
-        window->resize(width, 600);
-        Press(Qt::Key_Return);
-        QTest::keyClick(page, Qt::Key_H, Qt::ControlModifier);
-        ASSERT_EQ(notice->pos(), QPoint(0, 0)) << width;
-        ASSERT_GE(notice->width(), notice->sizeHint().width()) << width;
-        for (const auto *const control : notice->parentWidget()->findChildren<QWidget *>(Qt::FindDirectChildrenOnly)) {
-            const QRect area = control->geometry();
-            ASSERT_TRUE(!control->isVisible() || !area.intersects(notice->geometry()) ||
-                        area.right() <= notice->geometry().right())
-                << width << control->objectName().toStdString();
-        }
-    }
-}
-
 TEST_F(StudyWindowTest, LastAnswerShown_AsksWhetherToGoOn)
 {
     OpenWith(QStringList(40, u"[x]"_s));
