@@ -33,9 +33,9 @@ PictureClaim ClaimOfBmp(QByteArrayView header)
 {
     const bool isOldest = LittleEndianAt<quint32>(header, 14) == 12; // with short sizes, and no other compression
     const quint64 width =
-        isOldest ? LittleEndianAt<quint16>(header, 18) : qAbs(qint64(LittleEndianAt<qint32>(header, 18)));
+        isOldest ? LittleEndianAt<quint16>(header, 18) : quint64(qAbs(qint64(LittleEndianAt<qint32>(header, 18))));
     const quint64 height =
-        isOldest ? LittleEndianAt<quint16>(header, 20) : qAbs(qint64(LittleEndianAt<qint32>(header, 22)));
+        isOldest ? LittleEndianAt<quint16>(header, 20) : quint64(qAbs(qint64(LittleEndianAt<qint32>(header, 22))));
     const quint64 bitsPerPixel = LittleEndianAt<quint16>(header, isOldest ? 24 : 28);
     const quint32 compression = isOldest ? 0 : LittleEndianAt<quint32>(header, 30);
     const bool isPacked = compression == 1 || compression == 2;
