@@ -52,6 +52,12 @@ QString FirstNonAsciiLine(const QString &text)
     return text.mid(start, maxCharacters).section(u'\n', 0, 0).trimmed();
 }
 
+bool BracketsPairOnEachLine(const QString &text)
+{
+    return std::ranges::all_of(QStringView(text).tokenize(LineEnd),
+                               [](QStringView line) { return IsBracketCountEqual(line) && IsBracketOrderValid(line); });
+}
+
 /// Which characters were replaced and how many accents removed; empty if none were.
 QString ReplacedRemarks(const ConvertedText &converted)
 {
@@ -119,8 +125,9 @@ bool StudyFromText::IsDue(Due question)
         return false;
     if (question == Due::Accents)
         return m_converted.accentCount > 0;
-    if (question == Due::Brackets)
-        return HasOnlyFullWidthBrackets(m_converted.text);
+    if (question == Due::Brackets) // unpaired ones in a table were made full-width so that they hide nothing
+        return HasOnlyFullWidthBrackets(m_converted.text) &&
+               (m_tableRows.empty() || BracketsPairOnEachLine(WithHalfWidthBrackets(m_converted.text)));
     m_lines = BreakLongLines(m_converted.text, MaxLineBytes);
     m_longLine = m_lines.firstLong;
     return m_lines.broken > 0;

@@ -112,6 +112,10 @@ TEST(StudyFromText, TextOfTable_IsNamedByRows)
     const Outcome made(StudyFromText(text, {3, 7}), u"yy"_s);
     EXPECT_TRUE(made.questions[0].contains(u"\r\n  表の3行目：\u00E9（U+00E9）\r\n"_s));
     EXPECT_TRUE(made.questions[1].contains(u"（最初は表の7行目）"_s));
+    const Outcome paired(StudyFromText(u"［a］\r\nb\r\n"_s, {3, 7}), u"y"_s);
+    EXPECT_EQ(paired.text, u"[a]\r\nb\r\n"_s);
+    const Outcome unpaired(StudyFromText(u"［a］\r\nb［\r\n"_s, {3, 7}), QString());
+    EXPECT_EQ(unpaired.text, u"［a］\r\nb［\r\n"_s) << "half-width ones would make the file unreadable";
     const Outcome refused(StudyFromText(u"a\r\n한\r\n"_s, {3, 7}), QString());
     EXPECT_TRUE(refused.refusal.message.contains(u"\r\n  表の7行目：한（U+D55C）\r\n"_s));
 }
