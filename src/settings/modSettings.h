@@ -26,7 +26,7 @@ struct Settings
     PageColourChoice pageColour = PageColourChoice::Desktop;
     QSize formSize; ///< size of the study window when it is not maximised, pixels; empty if missing or invalid
     bool isFormMaximized = false;
-    int zoom = 0;   ///< of the page, percent, one of ZoomSteps; 0 if missing or invalid
+    int zoom = 0; ///< of the page, percent, one of ZoomSteps; 0 if missing or invalid
 };
 
 /// Maximum length of a setting, in characters; longer values are silently truncated.

@@ -40,5 +40,5 @@ class InputGuard : public QObject
     int m_releasedKey = 0;
     quint64 m_releasedMs = 0;
     bool m_isShortcutRepeated = false; // whether the key that is looked up as a shortcut is such a repetition
-    QObject *m_composing = nullptr; // the widget whose text is still being converted
+    QObject *m_composing = nullptr;    // the widget whose text is still being converted
 };
