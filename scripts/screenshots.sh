@@ -180,13 +180,15 @@ wait_for "the page" is_focused "$study"
 page_colour() {
     xdotool key alt+i
     wait_for "the settings" is_focused '^設定$'
-    xdotool key alt+c "$1" Return
+    xdotool key alt+c Home "$@" Return
     wait_for "the page" is_focused "$study"
 }
 press 7 Return
 page_colour Down
 take dark "$study"
-page_colour Up
+page_colour Down Down
+take soft "$study"
+page_colour
 for ((i = 0; i < 4; i++)); do
     xdotool key ctrl+plus
 done
