@@ -71,7 +71,7 @@ studied() {
 take() {
     wait_for "the window $2" is_focused "$2"
     sleep 0.4 # time for the last repaint to reach the screen
-    import -window "$(window "$2")" -strip "PNG8:$screenshots/$1.png"
+    import -window "$(window "$2")" -strip +dither -colors 255 "PNG8:$screenshots/$1.png"
 }
 
 # take_with_menu NAME TITLE: the same, with the menu that is open over the window.
@@ -80,7 +80,7 @@ take_with_menu() {
     place=$(xwininfo -id "$(window "$2")" | awk '/Absolute/ {at = at "+" $NF} /Width|Height/ {size = size sep $NF; sep = "x"}
         END {print size at}')
     sleep 0.4
-    import -window root -crop "$place" -strip "PNG8:$screenshots/$1.png"
+    import -window root -crop "$place" -strip +dither -colors 255 "PNG8:$screenshots/$1.png"
 }
 
 study='^瞬記帳 Ver.*花子\]$'
