@@ -60,6 +60,7 @@ frmLogin::frmLogin(SystemServices &services, frmMsg &msg, const QString &userLis
         AddButton(this, u"cmdEnd"_s, u"終了(&X)"_s, u"瞬記帳を終了します (Alt+X)"_s, &frmLogin::cmdEnd_Click);
     txtUserName->setAccessibleName(u"利用者名"_s);
     lstUserName->setAccessibleName(u"利用者一覧"_s);
+    connect(txtUserName, &QLineEdit::textEdited, this, &frmLogin::txtUserName_Change);
     connect(lstUserName, &QListWidget::itemSelectionChanged, this, &frmLogin::lstUserName_Click);
     connect(lstUserName, &QListWidget::itemClicked, this, &frmLogin::lstUserName_Click);
     connect(lstUserName, &QListWidget::itemDoubleClicked, this, &frmLogin::cmdOK_Click);
@@ -88,7 +89,8 @@ void frmLogin::Form_Load()
     lblComment->setText(u"利用者一覧に自分の名前があればそれを選択。\r\nなければ，自分の名前を入力してください。"_s);
     m_names = ReadUserNames(m_userListPath);
     lstUserName->addItems(m_names);
-    lstUserName->setCurrentRow(int(m_names.indexOf(m_lastUser)));
+    if (!m_lastUser.isEmpty()) // an empty line of the list is nobody's name
+        lstUserName->setCurrentRow(int(m_names.indexOf(m_lastUser)));
 }
 
 void frmLogin::showEvent(QShowEvent *event)
@@ -119,6 +121,18 @@ void frmLogin::lstUserName_Click()
     const QList<QListWidgetItem *> selected = lstUserName->selectedItems();
     if (!selected.isEmpty())
         txtUserName->setText(selected.front()->text());
+}
+
+/// Replaces the wave dash that some input methods give by the one that the list can store.
+void frmLogin::txtUserName_Change()
+{
+    WriteTrace(u"■frmLogin.txtUserName_Change");
+    const int cursor = txtUserName->cursorPosition();
+    QString name = txtUserName->text();
+    if (!name.contains(u'〜'))
+        return;
+    txtUserName->setText(name.replace(u'〜', u'～'));
+    txtUserName->setCursorPosition(cursor);
 }
 
 void frmLogin::cmdOK_Click()

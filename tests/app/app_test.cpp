@@ -360,6 +360,23 @@ TEST_F(LoginTest, LastUser_IsPreselectedIfListed)
     EXPECT_EQ(other.findChild<QLineEdit *>(u"txtUserName"_s)->text(), QString());
 }
 
+TEST_F(LoginTest, EmptyLineOfList_IsNotPreselectedAndWaveDashIsReplaced)
+{
+    folder.Write(u"ListUserName.txt"_s, "\r\ntaro\r\n");
+    frmLogin again{services, msg, path, QString()};
+    script.When(u"frmLogin"_s, [](QWidget *window) {
+        EXPECT_TRUE(window->findChild<QListWidget *>(u"lstUserName"_s)->selectedItems().isEmpty());
+        auto *const text = window->findChild<QLineEdit *>(u"txtUserName"_s);
+        QInputMethodEvent converted;
+        converted.setCommitString(u"は〜い"_s);
+        QApplication::sendEvent(text, &converted);
+        EXPECT_EQ(text->text(), u"は～い"_s);
+        QTest::keyClick(text, Qt::Key_Return);
+    });
+    EXPECT_EQ(again.Ask(), LoginResult::Accepted);
+    EXPECT_EQ(again.UserName(), u"は～い"_s);
+}
+
 TEST_F(LoginTest, EnterDuringComposition_DoesNotPressOk)
 {
     script.When(u"frmLogin"_s, [](QWidget *window) {
