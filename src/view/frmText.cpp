@@ -163,9 +163,9 @@ void frmText::Timer1_Timer()
 }
 
 /// Shows a question or a message over this window.
-MsgResult frmText::Ask(const QString &message, MsgStyle style, const QString &soundName)
+MsgResult frmText::Ask(const QString &message, MsgStyle style, const QString &soundName, const QString &cancelToolTip)
 {
-    const MsgResult result = m_msg.DispFrmMsg(this, message, style, soundName);
+    const MsgResult result = m_msg.DispFrmMsg(this, message, style, soundName, cancelToolTip);
     Form_Activate();
     return result;
 }

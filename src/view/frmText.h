@@ -123,7 +123,7 @@ class frmText : public QWidget
     void WatchFile();
     void TellFileChange();
     void OpenInEditorAt(int line);
-    MsgResult Ask(const QString &message, MsgStyle style, const QString &soundName);
+    MsgResult Ask(const QString &message, MsgStyle style, const QString &soundName, const QString &cancelToolTip = {});
     void PrintFile();
     void ExportFile();
     QString StudyFolderPath() const;

@@ -50,7 +50,8 @@ void frmText::Apply(const PageChange &change)
 /// Asks what a command returned, and does what the user wants.
 void frmText::AskForPage(const PageChange &change)
 {
-    const MsgResult answer = Ask(change.question, MsgStyle::YesNo, u"tada.wav"_s);
+    const MsgResult answer =
+        Ask(change.question, MsgStyle::YesNo, u"tada.wav"_s, change.isAboutMarks ? QString() : u"瞬記帳を終了します"_s);
     if (change.isAboutMarks) {
         if (answer == MsgResult::Ok)
             Apply(m_page.RemoveLearnedMarks());

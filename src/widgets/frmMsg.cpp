@@ -51,6 +51,7 @@ struct frmMsg::Turn
     QString message;
     MsgStyle style;
     QString soundName;
+    QString cancelToolTip;
     MsgResult result = MsgResult::None;
     QEventLoop loop{}; // runs until the answer
 };
@@ -98,9 +99,10 @@ void frmMsg::Form_Activate()
     setWindowTitle(ProductName());
 }
 
-MsgResult frmMsg::DispFrmMsg(QWidget *owner, const QString &message, MsgStyle style, const QString &soundName)
+MsgResult frmMsg::DispFrmMsg(QWidget *owner, const QString &message, MsgStyle style, const QString &soundName,
+                             const QString &cancelToolTip)
 {
-    Turn turn{owner, message, style, soundName};
+    Turn turn{owner, message, style, soundName, cancelToolTip};
     m_turns += &turn;
     if (m_turns.size() == 1)
         ShowTurn();
@@ -135,6 +137,8 @@ void frmMsg::ShowTurn()
     setModal(true);
     lblMsg->setText(WithLongLinesCut(turn.message));
     SelectButtons(turn.style);
+    cmdCancel->setToolTip(turn.cancelToolTip);
+    cmdCancel->setAccessibleDescription(turn.cancelToolTip);
     LayOut();
     MoveOver(turn.owner);
     PlayNamedSound(turn.soundName);

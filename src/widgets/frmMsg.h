@@ -44,7 +44,9 @@ class frmMsg : public QDialog
     /// @param message  lines separated by CR LF
     /// @param style  any other value first shows a message box "err!", then OK and cancel buttons
     /// @param soundName  file name in the sound folder, or a path with a backslash, which is used as is
-    MsgResult DispFrmMsg(QWidget *owner, const QString &message, MsgStyle style, const QString &soundName);
+    /// @param cancelToolTip  what the cancel button does, if its caption does not tell
+    MsgResult DispFrmMsg(QWidget *owner, const QString &message, MsgStyle style, const QString &soundName,
+                         const QString &cancelToolTip = {});
 
     /// Shows why something is refused, with a sound. @return always false, for callers to return
     bool Refuse(QWidget *owner, const QString &message);

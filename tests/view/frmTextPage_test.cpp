@@ -90,7 +90,10 @@ TEST_F(StudyWindowTest, LastAnswerShown_AsksWhetherToGoOn)
             Press(Qt::Key_Return);
     };
     showAll(u"40"_s);
-    script.Click(u"frmMsg"_s, u"cmdOK"_s);
+    script.When(u"frmMsg"_s, [](QWidget *dialog) {
+        EXPECT_EQ(dialog->findChild<QPushButton *>(u"cmdCancel"_s)->toolTip(), u"瞬記帳を終了します"_s);
+        DialogScript::Press(dialog, u"cmdOK"_s);
+    });
     Press(Qt::Key_Return);
     EXPECT_EQ(script.messages.last(), u"40個の正解をすべて表示しました。\n学習を続けますか？"_s);
     EXPECT_EQ(scroll->value(), 1) << "a new round from the top";
