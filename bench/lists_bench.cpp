@@ -218,7 +218,7 @@ void ShowLargeKeywordList(benchmark::State &state)
     for (auto step : state) {
         KeywordSearch search(ReadKeywordList(path));
         frmSearch window(
-            search, [] { return 1; }, nullptr);
+            search, [] { return SearchedPage(); }, nullptr);
         window.Open();
         QCoreApplication::processEvents();
     }
