@@ -59,9 +59,10 @@ QColor Dimmed(const QColor &text, const QColor &background)
     return WithContrast(Mixed(background, text, 0.5f), background, text, TextContrast);
 }
 
-// Usual palettes have black text on grey at most, 18.4.
+// Usual palettes have black text on a light grey at most, 19.2, and white on a dark one.
 bool IsHighContrast(const QPalette &desktop)
 {
-    constexpr double usual = 19;
-    return Contrast(desktop.color(QPalette::Window), desktop.color(QPalette::WindowText)) > usual;
+    const QColor window = desktop.color(QPalette::Window);
+    const QColor text = desktop.color(QPalette::WindowText);
+    return Contrast(window, text) > (IsDarker(window, text) ? 19 : 20.5);
 }
