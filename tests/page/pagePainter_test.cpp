@@ -11,6 +11,7 @@
 #include "widgets/PageFontAtScale.h"
 
 #include <QImage>
+#include <QGuiApplication>
 #include <QLineEdit>
 #include <QPainter>
 #include <QScreen>
