@@ -5,7 +5,6 @@
 
 #include "base/modLog.h"
 #include "search/SearchModel.h"
-#include "widgets/Contrast.h"
 #include "widgets/NamedControls.h"
 #include "widgets/ScreenFit.h"
 
@@ -57,7 +56,7 @@ void frmSearch::AddControls()
     txtSearch->setObjectName(u"txtSearch"_s);
     txtSearch->setPlaceholderText(u"キーワードまたは本文の言葉"_s);
     txtSearch->setAccessibleName(u"探す言葉"_s);
-    DimPlaceholder();
+    DimPlaceholder(txtSearch);
     lstKeyword->setAccessibleName(u"キーワード"_s);
     lstKeyword->setObjectName(u"lstKeyword"_s);
     lstKeyword->setModel(m_entries);
@@ -90,16 +89,7 @@ void frmSearch::changeEvent(QEvent *event)
 {
     QDialog::changeEvent(event);
     if (event->type() == QEvent::PaletteChange)
-        DimPlaceholder();
-}
-
-/// Sets the placeholder colour, because not every dark palette has a readable one.
-void frmSearch::DimPlaceholder()
-{
-    QPalette dimmed;
-    dimmed.setColor(QPalette::PlaceholderText,
-                    Dimmed(palette().color(QPalette::Text), palette().color(QPalette::Base)));
-    txtSearch->setPalette(dimmed);
+        DimPlaceholder(txtSearch);
 }
 
 /// Where to open the window: beside its owner the first time, later where it was.

@@ -73,7 +73,6 @@ class frmSearch : public QDialog
 
     void AddControls();
     void LayOut();
-    void DimPlaceholder();
     QPoint OpeningPosition() const;
     void Refresh();
     bool TakeEntry(int row);

@@ -52,6 +52,12 @@ inline int ButtonMargin(const QFontMetrics &font)
     return Ems(font, 0.9);
 }
 
+/// Space at the left and right end of a field.
+inline int FieldMargin(const QFontMetrics &font)
+{
+    return Ems(font, 0.5);
+}
+
 /// Side of the square of a check box or radio button.
 inline int IndicatorSize(const QFontMetrics &font)
 {

@@ -3,7 +3,10 @@
 
 #include "widgets/NamedControls.h"
 
+#include "widgets/Contrast.h"
+
 #include <QDialogButtonBox>
+#include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QTextDocument>
@@ -35,6 +38,14 @@ QPushButton *NamedButton(const QString &name, const QString &caption, const QStr
     button->setToolTip(toolTip);
     button->setAutoDefault(false);
     return button;
+}
+
+void DimPlaceholder(QWidget *control)
+{
+    const QPalette desktop = QGuiApplication::palette();
+    QPalette dimmed;
+    dimmed.setColor(QPalette::PlaceholderText, Dimmed(desktop.color(QPalette::Text), desktop.color(QPalette::Base)));
+    control->setPalette(dimmed);
 }
 
 void SetTabOrder(std::initializer_list<QWidget *> controls)

@@ -35,6 +35,9 @@ QPushButton *AddButton(Window *window, const QString &name, const QString &capti
     return button;
 }
 
+/// Sets the colour of secondary text in a field or label, because not every dark palette has a readable one.
+void DimPlaceholder(QWidget *control);
+
 /// Sets the tab order of the controls of a window.
 void SetTabOrder(std::initializer_list<QWidget *> controls);
 

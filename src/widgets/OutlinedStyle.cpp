@@ -7,6 +7,7 @@
 #include "widgets/Contrast.h"
 #include "widgets/Measures.h"
 #include "widgets/PageColours.h"
+#include "widgets/PaintedIcon.h"
 
 #include <QAbstractScrollArea>
 #include <QApplication>
@@ -15,7 +16,9 @@
 #include <QFocusFrame>
 #include <QLineEdit>
 #include <QPainter>
+#include <QPushButton>
 #include <QStyleOption>
+#include <QTabBar>
 
 namespace {
 
@@ -23,27 +26,6 @@ constexpr QStringView StyleName = u"fusion";
 
 /// How much of its colour what is disabled keeps.
 constexpr float DisabledPart = 0.4f;
-
-/// The colour that leads the eye, and that of text on it.
-struct Accent
-{
-    QColor ground;
-    QColor text;
-};
-
-Accent AccentOf(const QPalette &palette)
-{
-    const QColor window = palette.color(QPalette::Window);
-    const QColor text = palette.color(QPalette::WindowText);
-    const PageColours &colours = IsDarker(window, text) ? DarkPage : LightPage;
-    Accent accent{colours.accent, colours.onAccent};
-    if (IsHighContrast(palette))
-        accent = {palette.color(QPalette::Highlight), palette.color(QPalette::HighlightedText)};
-    accent.ground = WithContrast(accent.ground, window, text, ShapeContrast);
-    const bool isLight = Contrast(accent.ground, Qt::black) > Contrast(accent.ground, Qt::white);
-    accent.text = WithContrast(accent.text, accent.ground, isLight ? Qt::black : Qt::white, TextContrast);
-    return accent;
-}
 
 QColor OutlineColour(const QStyleOption &option)
 {
@@ -98,16 +80,29 @@ void DrawButton(QPainter *painter, const QStyleOption &option)
     const bool isDown = option.state.testAnyFlags(QStyle::State_Sunken | QStyle::State_On);
     if (button && button->features.testFlag(QStyleOptionButton::Flat) && !isDown)
         return;
-    const Accent accent = AccentOf(option.palette);
+    const DesktopColours colours = ColoursOn(option.palette);
     const bool isFilled = IsFilled(option);
-    QColor face = isFilled ? accent.ground : option.palette.color(QPalette::Button);
-    const QColor text = isFilled ? accent.text : option.palette.color(QPalette::ButtonText);
+    QColor face = isFilled ? colours.accent : option.palette.color(QPalette::Button);
+    const QColor text = isFilled ? colours.onAccent : option.palette.color(QPalette::ButtonText);
     if (isDown)
         face = Mixed(face, text, pressed);
     else if (option.state.testFlag(QStyle::State_MouseOver) && option.state.testFlag(QStyle::State_Enabled))
         face = Mixed(face, text, underPointer);
-    const QColor edge = isFilled ? accent.ground : OutlineColour(option);
+    const QColor edge = isFilled ? colours.accent : OutlineColour(option);
     DrawOutline(painter, option.rect, QPen(edge, OutlineWidth(option)), CornerRadius(option.fontMetrics), face);
+}
+
+/// Draws a line below the chosen tab, and a ring around it if it has the focus.
+void DrawTab(QPainter *painter, const QStyleOption &option)
+{
+    constexpr int linePx = 3;
+    if (!option.state.testFlag(QStyle::State_Selected))
+        return;
+    const QColor accent = ColoursOn(option.palette).accent;
+    const QRect &tab = option.rect;
+    painter->fillRect(QRect(tab.left(), tab.bottom() + 1 - linePx, tab.width(), linePx), accent);
+    if (option.state.testFlag(QStyle::State_HasFocus))
+        DrawOutline(painter, tab, QPen(accent, FocusRingWidth), CornerRadius(option.fontMetrics));
 }
 
 constexpr double CornerPx = 2; // the style's corner radius
@@ -120,6 +115,20 @@ bool HasRing(const QWidget *widget)
         return !dynamic_cast<const BarControl *>(button) && QGuiApplication::mouseButtons() == Qt::NoButton;
     return qobject_cast<const QLineEdit *>(widget) || qobject_cast<const QComboBox *>(widget) ||
            qobject_cast<const QAbstractScrollArea *>(widget);
+}
+
+/// Whether a field has a frame of its own; that in a combo box has none.
+bool HasFrame(const QStyleOption *option)
+{
+    const auto *const panel = qstyleoption_cast<const QStyleOptionFrame *>(option);
+    return panel && panel->lineWidth > 0;
+}
+
+/// What a field needs besides the space that Qt leaves beside a text.
+int ExtraFieldMargin(const QFontMetrics &font)
+{
+    constexpr int ofQtPx = 4; // frame and margin
+    return std::max(0, FieldMargin(font) - ofQtPx);
 }
 
 QFontMetrics FontOf(const QStyleOption *option, const QWidget *widget)
@@ -160,10 +169,14 @@ void OutlinedStyle::drawPrimitive(PrimitiveElement element, const QStyleOption *
         DrawButton(painter, *option);
         return;
     }
-    if (element == PE_FrameFocusRect && qobject_cast<const QAbstractButton *>(widget))
+    if (element == PE_FrameFocusRect &&
+        (qobject_cast<const QAbstractButton *>(widget) || qobject_cast<const QTabBar *>(widget)))
         return; // it has a ring
-    if (const auto *const panel = qstyleoption_cast<const QStyleOptionFrame *>(option);
-        element == PE_PanelLineEdit && panel && panel->lineWidth > 0) {
+    if (element == PE_IndicatorArrowDown && qobject_cast<const QPushButton *>(widget)) {
+        PaintIcon(painter, Icon::Down, option->rect, option->palette.color(QPalette::ButtonText), QColor());
+        return;
+    }
+    if (element == PE_PanelLineEdit && HasFrame(option)) {
         DrawOutline(painter, option->rect, outline, CornerRadius(option->fontMetrics), option->palette.base());
         return;
     }
@@ -190,15 +203,19 @@ void OutlinedStyle::drawControl(ControlElement element, const QStyleOption *opti
                                 const QWidget *widget) const
 {
     if (element == CE_FocusFrame) {
-        DrawOutline(painter, option->rect, QPen(AccentOf(option->palette).ground, FocusRingWidth),
+        DrawOutline(painter, option->rect, QPen(ColoursOn(option->palette).accent, FocusRingWidth),
                     CornerRadius(option->fontMetrics) + FocusRingGap);
         return;
     }
     if (const auto *const button = qstyleoption_cast<const QStyleOptionButton *>(option);
         element == CE_PushButtonLabel && button && IsFilled(*option)) {
         QStyleOptionButton filled = *button;
-        filled.palette.setColor(QPalette::ButtonText, AccentOf(option->palette).text);
+        filled.palette.setColor(QPalette::ButtonText, ColoursOn(option->palette).onAccent);
         QProxyStyle::drawControl(element, &filled, painter, widget);
+        return;
+    }
+    if (element == CE_TabBarTabShape) {
+        DrawTab(painter, *option);
         return;
     }
     QProxyStyle::drawControl(element, option, painter, widget);
@@ -212,7 +229,7 @@ void OutlinedStyle::drawComplexControl(ComplexControl control, const QStyleOptio
     QProxyStyle::drawComplexControl(control, option, painter, widget);
     if (control == CC_ScrollBar && option->subControls.testFlag(SC_ScrollBarSlider))
         DrawOutline(painter, subControlRect(control, option, SC_ScrollBarSlider, widget),
-                    option->state.testFlag(State_HasFocus) ? AccentOf(option->palette).ground : OutlineColour(*option),
+                    option->state.testFlag(State_HasFocus) ? ColoursOn(option->palette).accent : OutlineColour(*option),
                     0);
 }
 
@@ -239,6 +256,12 @@ int OutlinedStyle::pixelMetric(PixelMetric metric, const QStyleOption *option, c
     case PM_CheckBoxLabelSpacing:
     case PM_RadioButtonLabelSpacing:
         return IndicatorGap(FontOf(option, widget));
+    case PM_MenuButtonIndicator: {
+        constexpr int aroundArrowPx = 6; // of which the style leaves free
+        return MenuArrowSize(FontOf(option, widget)) + aroundArrowPx;
+    }
+    case PM_TabBarTabShiftVertical:
+        return 0; // the line below the chosen tab tells it apart
     case PM_LayoutHorizontalSpacing:
     case PM_LayoutVerticalSpacing:
         return ControlGap(FontOf(option, widget));
@@ -253,6 +276,15 @@ int OutlinedStyle::pixelMetric(PixelMetric metric, const QStyleOption *option, c
     default:
         return QProxyStyle::pixelMetric(metric, option, widget);
     }
+}
+
+QRect OutlinedStyle::subElementRect(SubElement element, const QStyleOption *option, const QWidget *widget) const
+{
+    const QRect rect = QProxyStyle::subElementRect(element, option, widget);
+    if (element != SE_LineEditContents || !HasFrame(option))
+        return rect;
+    const int margin = ExtraFieldMargin(option->fontMetrics);
+    return rect.adjusted(margin, 0, -margin, 0);
 }
 
 int OutlinedStyle::styleHint(StyleHint hint, const QStyleOption *option, const QWidget *widget,
@@ -277,6 +309,8 @@ QSize OutlinedStyle::sizeFromContents(ContentsType type, const QStyleOption *opt
     case CT_PushButton:
         return size.expandedTo(QSize(contents.width() + 2 * ButtonMargin(font), ButtonHeight(font)));
     case CT_LineEdit:
+        return size.expandedTo(QSize(0, ButtonHeight(font))) +
+               QSize(HasFrame(option) ? 2 * ExtraFieldMargin(font) : 0, 0);
     case CT_ComboBox:
         return size.expandedTo(QSize(0, ButtonHeight(font)));
     default:

@@ -45,3 +45,26 @@ QPalette BarPalette(const PageColours &colours)
     palette.setColor(QPalette::Link, colours.accent);
     return palette;
 }
+
+DesktopColours ColoursOn(const QPalette &desktop)
+{
+    const QColor window = desktop.color(QPalette::Window);
+    const QColor windowText = desktop.color(QPalette::WindowText);
+    const QColor base = desktop.color(QPalette::Base);
+    const QColor text = desktop.color(QPalette::Text);
+    const PageColours &around = IsDarker(window, windowText) ? DarkPage : LightPage;
+    const PageColours &inside = IsDarker(base, text) ? DarkPage : LightPage;
+    DesktopColours colours{around.accent, around.onAccent, inside.tint, text, inside.noteEdge};
+    if (IsHighContrast(desktop)) {
+        colours.accent = colours.tint = desktop.color(QPalette::Highlight);
+        colours.onAccent = colours.onTint = desktop.color(QPalette::HighlightedText);
+    }
+    const auto farthestFrom = [](const QColor &ground) {
+        return Contrast(ground, Qt::black) > Contrast(ground, Qt::white) ? QColor(Qt::black) : QColor(Qt::white);
+    };
+    colours.accent = WithContrast(colours.accent, window, windowText, ShapeContrast);
+    colours.onAccent = WithContrast(colours.onAccent, colours.accent, farthestFrom(colours.accent), TextContrast);
+    colours.onTint = WithContrast(colours.onTint, colours.tint, farthestFrom(colours.tint), TextContrast);
+    colours.warning = WithContrast(colours.warning, base, text, ShapeContrast);
+    return colours;
+}

@@ -221,3 +221,15 @@ const PageColours &ColoursOf(PageColourChoice choice, const QPalette &desktop, b
 /// The palette of the bars around a page: AlternateBase is the tint, Mid the line, Shadow the outline of controls,
 /// PlaceholderText secondary text, ToolTipBase a notice, ToolTipText its text and BrightText its edge.
 QPalette BarPalette(const PageColours &colours);
+
+/// Colours of the windows that keep the desktop's palette; they stand out from it.
+struct DesktopColours
+{
+    QColor accent;   ///< leads the eye; stands out from the window
+    QColor onAccent; ///< text on it
+    QColor tint;     ///< behind what is chosen in a list; that of the desktop if it asks for its own colours everywhere
+    QColor onTint;   ///< text on it
+    QColor warning;  ///< sign before a remark in a list
+};
+
+DesktopColours ColoursOn(const QPalette &desktop);

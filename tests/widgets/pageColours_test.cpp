@@ -6,6 +6,7 @@
 #include "widgets/Contrast.h"
 #include "widgets/OutlinedStyle.h"
 #include "widgets/PageColours.h"
+#include "widgets/ScreenFit.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -139,6 +140,43 @@ QPalette PaletteOf(const QColor &window, const QColor &text)
 }
 
 } // namespace
+
+TEST(DesktopColours, EveryDesktop_ReachMinimumContrast)
+{
+    for (const auto &[name, window, text] : Desktops) {
+        for (const QColor &highlight : {QColor(Qt::yellow), QColor(48, 140, 198), QColor(0, 0, 128), window}) {
+            QPalette palette = PaletteOf(window, text);
+            palette.setColor(QPalette::Highlight, highlight);
+            palette.setColor(QPalette::HighlightedText, text);
+            const DesktopColours colours = ColoursOn(palette);
+            EXPECT_GE(Contrast(colours.accent, window), ShapeContrast) << name;
+            EXPECT_GE(Contrast(colours.onAccent, colours.accent), TextContrast) << name;
+            EXPECT_GE(Contrast(colours.onTint, colours.tint), TextContrast) << name;
+            EXPECT_GE(Contrast(Dimmed(colours.onTint, colours.tint), colours.tint), TextContrast) << name;
+            EXPECT_GE(Contrast(colours.warning, window), ShapeContrast) << name;
+        }
+    }
+}
+
+TEST(OutlinedStyle, LargerFont_FieldShowsItsWidestTextWithSpaceBesideIt)
+{
+    const ProgramStyle programStyle;
+    const QString text = u"2026/11/25"_s;
+    for (const int points : {9, 20, 40}) {
+        QLineEdit field(text);
+        QFont font = field.font();
+        font.setPointSize(points);
+        field.setFont(font);
+        FitToText(&field, text);
+        field.resize(field.sizeHint());
+        field.end(false);
+        const int characterPx = field.fontMetrics().horizontalAdvance(u'あ');
+        const int left = field.inputMethodQuery(Qt::ImCursorRectangle).toRect().center().x() -
+                         field.fontMetrics().horizontalAdvance(text);
+        EXPECT_GE(left, characterPx / 3) << points;
+        EXPECT_EQ(field.cursorPositionAt(QPoint(left, field.height() / 2)), 0) << "nothing is scrolled out";
+    }
+}
 
 TEST(OutlinedStyle, EveryDesktop_EmptyControlsAreVisible)
 {
