@@ -152,7 +152,7 @@ wait_for "the file selection" is_focused "$select"
 printf '[apple]　りんご\n[10〜12]月は秋\n' >"$application/txt/英語の予習.txt"
 xdotool key alt+r
 choose_row "$(row_of "$application" 英語の予習.txt)"
-press_until '^瞬記帳$' alt+c # the button is enabled once the file has been checked
+press_until '^瞬記帳$' alt+c # the button appears once the file has been checked
 take convert '^瞬記帳$'
 xdotool key Return
 wait_for "the file selection" is_focused "$select"

@@ -52,8 +52,24 @@ QTime TimeFromText(QStringView text)
     return QTime(NumberAt(text, 0, 2), NumberAt(text, 3, 2), NumberAt(text, 6, 2));
 }
 
-QString DateWithWeekday(const QDate &date)
+namespace {
+
+QChar Weekday(const QDate &date)
 {
     const QStringView weekdays = u"月火水木金土日"; // QDate: Monday is 1
-    return DateText(date) + u'(' + weekdays[date.dayOfWeek() - 1] + u')';
+    return weekdays[date.dayOfWeek() - 1];
+}
+
+} // namespace
+
+QString DateWithWeekday(const QDate &date)
+{
+    return DateText(date) + u'(' + Weekday(date) + u')';
+}
+
+QString RecentDayText(const QDate &date, const QDate &today)
+{
+    if (date == today)
+        return u"今日"_s;
+    return date.toString(date.year() == today.year() ? u"M/d" : u"yyyy/M/d") + u'（' + Weekday(date) + u'）';
 }

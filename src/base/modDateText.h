@@ -25,3 +25,6 @@ QTime TimeFromText(QStringView text);
 
 /// "yyyy/mm/dd(aaa)", where aaa is the short Japanese name of the weekday, e.g. "2024/03/05(火)".
 QString DateWithWeekday(const QDate &date);
+
+/// "m/d（aaa）", with the year before it if it is not this year's, or "今日". @param today  reference date
+QString RecentDayText(const QDate &date, const QDate &today);

@@ -231,12 +231,6 @@ bool CanConvertFrom(const QString &codeName)
     return convertible.contains(codeName);
 }
 
-bool CanConvert(const QString &remarks)
-{
-    constexpr QStringView codeRemark = u"文字コード＝";
-    return remarks.startsWith(codeRemark) && CanConvertFrom(remarks.section(u'，', 0, 0).mid(codeRemark.size()));
-}
-
 QString NotConvertibleMessage(const QString &fileTitle, const QString &codeName)
 {
     return u"次のファイルは，変換する必要がないか，変換できない文字コードです。ファイルは元のままです。\r\n"

@@ -100,9 +100,6 @@ class StudyFromText
 /// Whether files in an encoding can be converted. @param codeName  as CharCodeName gives it
 bool CanConvertFrom(const QString &codeName);
 
-/// Whether a file with these remarks in the list can be converted.
-bool CanConvert(const QString &remarks);
-
 /// The message for a file that cannot be converted, or need not be.
 QString NotConvertibleMessage(const QString &fileTitle, const QString &codeName);
 

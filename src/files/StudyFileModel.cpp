@@ -6,15 +6,27 @@
 #include "base/modFile.h"
 #include "text/modReadText.h"
 #include "widgets/Contrast.h"
+#include "widgets/Measures.h"
 #include "widgets/NamedControls.h"
+#include "widgets/PageColours.h"
+#include "widgets/PaintedIcon.h"
 
-#include <QApplication>
+#include <QFileInfo>
 #include <QPainter>
-#include <QProxyStyle>
 
 #include <algorithm>
 
 using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+/// A file's name as it is shown and found: all end in the same way.
+QString WithoutEnding(const QString &name)
+{
+    return QFileInfo(name).completeBaseName();
+}
+
+} // namespace
 
 StudyFileModel::StudyFileModel(StudyFolder &folder, const StudyTallies &tallies, QObject *parent)
     : QAbstractListModel(parent), m_folder(folder), m_tallies(tallies)
@@ -41,8 +53,9 @@ void StudyFileModel::SetFilter(const QString &wanted)
 void StudyFileModel::ShowMatching()
 {
     QStringList matching;
-    std::copy_if(m_folder.Names().begin(), m_folder.Names().end(), std::back_inserter(matching),
-                 [this](const QString &name) { return m_filter.isEmpty() || MatchesFilter(name, m_filter); });
+    std::copy_if(
+        m_folder.Names().begin(), m_folder.Names().end(), std::back_inserter(matching),
+        [this](const QString &name) { return m_filter.isEmpty() || MatchesFilter(WithoutEnding(name), m_filter); });
     if (matching == m_shown) {
         ShowTallies();
         return;
@@ -109,13 +122,11 @@ QVariant StudyFileModel::data(const QModelIndex &index, int role) const
     case Qt::AccessibleTextRole:
         return Description(name).isEmpty() ? name : QString(name + u'，' + Description(name));
     case RemarksRole:
-        return m_folder.Facts(name).remarks;
-    case FiguresRole:
-        if (!m_folder.IsChecked(name) || !m_folder.Facts(name).remarks.isEmpty())
-            return QVariant();
-        return QVariant::fromValue(FiguresOf(m_folder.Facts(name).blanks, TallyOf(name), m_today));
-    case IsStudiedRole:
-        return !m_tallies.IsEmpty();
+        return Remarks(name);
+    case BlanksRole:
+        return HasFigures(name) ? QString(QString::number(m_folder.Facts(name).blanks) + u'問') : QString();
+    case StudiedRole:
+        return HasFigures(name) ? Studied(name) : QString();
     case PrintableCopyRole:
         return IsPrintableCopy(name);
     default:
@@ -128,120 +139,164 @@ StudyTally StudyFileModel::TallyOf(const QString &name) const
     return m_tallies.Of(RecordedTitle(m_folder.PathOf(name)));
 }
 
+bool StudyFileModel::HasFigures(const QString &name) const
+{
+    return m_folder.IsChecked(name) && m_folder.Facts(name).remarks.isEmpty();
+}
+
+QString StudyFileModel::Remarks(const QString &name) const
+{
+    const StudyFileFacts facts = m_folder.Facts(name);
+    return facts.remedy == Remedy::None ? facts.remarks : QString(facts.remarks + u'　' + RemedyText(facts.remedy));
+}
+
+QString StudyFileModel::Studied(const QString &name) const
+{
+    const StudyTally tally = TallyOf(name);
+    if (tally.times == 0 && m_tallies.IsComplete())
+        return u"まだ学習していません"_s;
+    return StudiedText(tally, m_today);
+}
+
 /// What is known about a file besides its name.
 QString StudyFileModel::Description(const QString &name) const
 {
-    if (!m_folder.IsChecked(name))
-        return QString();
-    const StudyFileFacts facts = m_folder.Facts(name);
-    return facts.remarks.isEmpty() ? StudyFiguresSentence(facts.blanks, TallyOf(name)) : facts.remarks;
+    return HasFigures(name) ? StudyFiguresSentence(m_folder.Facts(name).blanks, TallyOf(name), m_today) : Remarks(name);
+}
+
+QString StudyFileDelegate::displayText(const QVariant &value, const QLocale &) const
+{
+    return NameInLine(WithoutEnding(value.toString()));
 }
 
 namespace {
 
-/// The right part of a row: remarks, or figures in columns of their usual width. A name that would not fit gets the
-/// room of empty figures.
-class RightPart
+/// The places in a row, by the font of its list.
+class RowPlaces
 {
   public:
-    RightPart(const QModelIndex &index, const QFontMetrics &metrics, const QRect &available)
-        : m_gapPx(metrics.horizontalAdvance(u'　')), m_leftPx(available.right() + 1)
+    RowPlaces(const QFont &font, const QRect &row)
+        : m_name(font), m_small(SmallFont(font)), m_em(Ems(m_name, 1)), m_row(row)
     {
-        const QString remarks = index.data(StudyFileModel::RemarksRole).toString();
-        if (!remarks.isEmpty()) {
-            AddField(metrics.elidedText(remarks, Qt::ElideRight, available.width()), metrics, available, 0);
-            return;
-        }
-        const QVariant figures = index.data(StudyFileModel::FiguresRole);
-        if (!figures.isValid())
-            return;
-        const bool isStudied = index.data(StudyFileModel::IsStudiedRole).toBool();
-        AddFigures(figures.value<StudyFigures>(), isStudied, metrics, available);
-        if (!isStudied || metrics.horizontalAdvance(index.data().toString()) <= NameWidthPx(available))
-            return;
-        m_fields.clear();
-        m_leftPx = available.right() + 1;
-        AddFigures(figures.value<StudyFigures>(), false, metrics, available);
     }
 
-    /// Width left for the name.
-    int NameWidthPx(const QRect &available) const
+    static QFont SmallFont(QFont font)
     {
-        return m_fields.empty() ? available.width() : qMax(0, m_leftPx - m_gapPx - available.left());
+        constexpr double ofWindow = 0.88;
+        if (font.pixelSize() > 0)
+            font.setPixelSize(qRound(font.pixelSize() * ofWindow));
+        else
+            font.setPointSizeF(font.pointSizeF() * ofWindow);
+        return font;
     }
 
-    void Paint(QPainter *painter) const
+    int Height() const
     {
-        for (const auto &[rect, text] : m_fields)
-            painter->drawText(rect, Qt::AlignRight | Qt::AlignVCenter, text);
+        return m_name.height() + m_small.height() + 2 * Padding();
+    }
+
+    QRectF Sign() const
+    {
+        const double side = 1.4 * m_em;
+        return QRectF(m_row.left() + m_em, m_row.center().y() - side / 2, side, side);
+    }
+
+    QRect FirstLine() const
+    {
+        return Line(Padding(), m_name.height());
+    }
+
+    QRect SecondLine() const
+    {
+        return Line(Padding() + m_name.height(), m_small.height());
     }
 
   private:
-    /// @param hasGaps  whether empty figures keep their columns
-    void AddFigures(const StudyFigures &figures, bool hasGaps, const QFontMetrics &metrics, const QRect &available)
+    int Padding() const
     {
-        const std::pair<QString, QString> fields[] = {
-            {figures.lastDay, u"8888年"_s}, {figures.times, u"88回"_s}, {figures.blanks, u"888問"_s}};
-        for (const auto &[text, usual] : fields)
-            if (hasGaps || !text.isEmpty())
-                AddField(text, metrics, available, metrics.horizontalAdvance(usual));
+        return Ems(m_name, 0.4);
     }
 
-    void AddField(const QString &text, const QFontMetrics &metrics, const QRect &available, int minWidthPx)
+    QRect Line(int top, int height) const
     {
-        const int rightPx = m_fields.empty() ? m_leftPx : m_leftPx - m_gapPx;
-        const int widthPx = qMax(minWidthPx, metrics.horizontalAdvance(text));
-        m_leftPx = rightPx - widthPx;
-        m_fields.emplace_back(QRect(m_leftPx, available.top(), widthPx, available.height()), text);
+        const int left = 3 * m_em;
+        return QRect(m_row.left() + left, m_row.top() + top, m_row.width() - left - m_em, height);
     }
 
-    int m_gapPx;
-    int m_leftPx; // of the field added last
-    std::vector<std::pair<QRect, QString>> m_fields;
+    QFontMetrics m_name;
+    QFontMetrics m_small;
+    int m_em;
+    QRect m_row;
 };
 
-/// Whether a style paints selected items on a pale background in the colour of other text, as that of Windows does,
-/// whatever the palette says.
-bool HasPaleSelection(const QStyle *style)
+constexpr int AlignedLeft = int(Qt::AlignLeft) | int(Qt::AlignVCenter) | int(Qt::TextSingleLine);
+constexpr int AlignedRight = int(Qt::AlignRight) | int(Qt::AlignVCenter) | int(Qt::TextSingleLine);
+
+struct RowColours
 {
-    const auto *const proxy = qobject_cast<const QProxyStyle *>(style);
-    return (proxy ? proxy->baseStyle() : style)->inherits("QWindowsVistaStyle");
+    QColor text;
+    QColor dim;
+    QColor warning;
+};
+
+void PaintNameAndBlanks(QPainter *painter, const QRect &line, const QString &name, bool isBold, const QString &blanks,
+                        const RowColours &colours, bool isDim)
+{
+    const int blanksWidth = blanks.isEmpty() ? 0 : painter->fontMetrics().horizontalAdvance(blanks + u'　');
+    painter->setPen(colours.text);
+    painter->drawText(line, AlignedRight, blanks);
+    QFont font = painter->font();
+    font.setBold(isBold);
+    painter->setFont(font);
+    painter->setPen(isDim ? colours.dim : colours.text);
+    painter->drawText(line, AlignedLeft,
+                      painter->fontMetrics().elidedText(name, Qt::ElideMiddle, line.width() - blanksWidth));
+}
+
+void PaintSecondLine(QPainter *painter, QRect line, const QModelIndex &index, const RowColours &colours)
+{
+    QString text = index.data(StudyFileModel::StudiedRole).toString();
+    painter->setPen(colours.dim);
+    if (const QString remarks = index.data(StudyFileModel::RemarksRole).toString(); !remarks.isEmpty()) {
+        const int side = line.height();
+        PaintIcon(painter, Icon::Warn, QRectF(line.left(), line.top(), side, side), colours.warning, QColor());
+        line.setLeft(line.left() + side + IconGap(painter->fontMetrics()));
+        text = remarks;
+        painter->setPen(colours.text);
+    }
+    painter->drawText(line, AlignedLeft, painter->fontMetrics().elidedText(text, Qt::ElideRight, line.width()));
 }
 
 } // namespace
 
-QString StudyFileDelegate::displayText(const QVariant &value, const QLocale &) const
-{
-    return NameInLine(value.toString());
-}
-
 void StudyFileDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const
 {
+    constexpr int edgePx = 3;
     QStyleOptionViewItem item = option;
     initStyleOption(&item, index);
-    const QStyle *const style = item.widget ? item.widget->style() : QApplication::style();
-    const QFontMetrics metrics(item.font);
-    const int margin = style->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, item.widget) + 1;
-    const QRect available = item.rect.adjusted(margin, 0, -margin, 0);
-    const RightPart rightPart(index, metrics, available);
-    item.text = metrics.elidedText(item.text, Qt::ElideMiddle, rightPart.NameWidthPx(available));
-
-    const QPalette::ColorRole selected = HasPaleSelection(style) ? QPalette::Text : QPalette::HighlightedText;
-    const QPalette::ColorGroup group =
-        item.state.testFlag(QStyle::State_Active) ? QPalette::Active : QPalette::Inactive;
-    const QColor dimmed = Dimmed(item.palette.color(group, QPalette::Text), item.palette.color(group, QPalette::Base));
-    if (index.data(StudyFileModel::PrintableCopyRole).toBool())
-        item.palette.setColor(group, QPalette::Text, dimmed);
-    style->drawControl(QStyle::CE_ItemViewItem, &item, painter, item.widget);
+    const bool isSelected = item.state.testFlag(QStyle::State_Selected);
+    const DesktopColours desktop = ColoursOn(item.palette);
+    const QColor ground = isSelected ? desktop.tint : item.palette.color(QPalette::Base);
+    const QColor text = isSelected ? desktop.onTint : item.palette.color(QPalette::Text);
+    const RowColours colours{text, Dimmed(text, ground), WithContrast(desktop.warning, ground, text, ShapeContrast)};
+    const RowPlaces places(item.font, item.rect);
 
     painter->save();
+    painter->fillRect(item.rect, ground);
+    if (isSelected && item.state.testFlag(QStyle::State_HasFocus))
+        painter->fillRect(QRect(item.rect.topLeft(), QSize(edgePx, item.rect.height())),
+                          WithContrast(desktop.accent, ground, text, ShapeContrast));
+    PaintIcon(painter, Icon::File, places.Sign(), colours.dim, QColor());
     painter->setFont(item.font);
-    painter->setPen(item.state.testFlag(QStyle::State_Selected) ? item.palette.color(group, selected) : dimmed);
-    rightPart.Paint(painter);
+    PaintNameAndBlanks(painter, places.FirstLine(), item.text, isSelected,
+                       index.data(StudyFileModel::BlanksRole).toString(), colours,
+                       index.data(StudyFileModel::PrintableCopyRole).toBool());
+    painter->setFont(RowPlaces::SmallFont(item.font));
+    PaintSecondLine(painter, places.SecondLine(), index, colours);
     painter->restore();
 }
 
-QSize StudyFileDelegate::sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const
+QSize StudyFileDelegate::sizeHint(const QStyleOptionViewItem &option, const QModelIndex &) const
 {
-    return QSize(1, QStyledItemDelegate::sizeHint(option, index).height());
+    return QSize(1, RowPlaces(option.font, QRect()).Height());
 }

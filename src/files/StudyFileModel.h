@@ -18,9 +18,9 @@ class StudyFileModel : public QAbstractListModel
   public:
     enum Role
     {
-        RemarksRole = Qt::UserRole, ///< remarks on the file, or an empty text
-        FiguresRole,                ///< StudyFigures, or invalid with remarks or before the check
-        IsStudiedRole,              ///< whether any of the files was studied, so that the figures form columns
+        RemarksRole = Qt::UserRole, ///< remarks on the file and what helps, or an empty text
+        BlanksRole,                 ///< "67問"; empty with remarks or before the check
+        StudiedRole,                ///< when the file was studied; empty with remarks or before that is known
         PrintableCopyRole,          ///< whether the file is a printable copy
     };
 
@@ -54,6 +54,9 @@ class StudyFileModel : public QAbstractListModel
     void ShowMatching();
     void CheckNext();
     StudyTally TallyOf(const QString &name) const;
+    bool HasFigures(const QString &name) const;
+    QString Remarks(const QString &name) const;
+    QString Studied(const QString &name) const;
     QString Description(const QString &name) const;
 
     StudyFolder &m_folder;
@@ -66,9 +69,9 @@ class StudyFileModel : public QAbstractListModel
     QTimer m_checking{this};
 };
 
-/// Paints a file's name, dimmed for a printable copy, and at the right edge, dimmed, its remarks or its figures, which
-/// form columns. A name that does not fit is elided in the middle, because its end tells the chapters of a textbook
-/// apart.
+/// Paints a file on two lines: its name, dimmed for a printable copy, and the number of its blanks; below, dimmed, when
+/// it was studied, or remarks after a sign. A name that does not fit is elided in the middle, because its end tells the
+/// chapters of a textbook apart.
 class StudyFileDelegate : public QStyledItemDelegate
 {
     Q_OBJECT
@@ -76,9 +79,10 @@ class StudyFileDelegate : public QStyledItemDelegate
   public:
     using QStyledItemDelegate::QStyledItemDelegate;
 
+    /// The name without its ending, which is the same for all files.
     QString displayText(const QVariant &value, const QLocale &locale) const override;
     void paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const override;
 
-    /// Has width 0: a long name must not make a row wider than the list and push the remarks out of view.
+    /// Has width 1: a long name must not make a row wider than the list and push the number out of view.
     QSize sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const override;
 };

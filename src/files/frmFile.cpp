@@ -20,9 +20,12 @@
 #include "text/modCheckText.h"
 #include "text/modReadText.h"
 #include "widgets/BlockedWindow.h"
+#include "widgets/ElidedLabel.h"
+#include "widgets/NamedControls.h"
 #include "widgets/frmMsg.h"
 #include "widgets/frmWait.h"
 
+#include <QAction>
 #include <QCoreApplication>
 #include <QDeadlineTimer>
 #include <QDropEvent>
@@ -33,6 +36,7 @@
 #include <QMimeData>
 #include <QPushButton>
 #include <QScrollBar>
+#include <QTabBar>
 #include <QTimer>
 
 #include <algorithm>
@@ -58,6 +62,23 @@ void frmFile::showEvent(QShowEvent *event)
     QDialog::showEvent(event);
     if (!event->spontaneous()) // not when it was only minimised
         Form_Activate();
+}
+
+void frmFile::changeEvent(QEvent *event)
+{
+    QDialog::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange) {
+        DimPlaceholder(txtFilter);
+        DimPlaceholder(lblEmpty);
+    } else if (event->type() == QEvent::FontChange) {
+        ArrangeHalves();
+    }
+}
+
+void frmFile::resizeEvent(QResizeEvent *event)
+{
+    QDialog::resizeEvent(event);
+    ArrangeHalves();
 }
 
 /// Stops all background work, so that it does not delay the next window. While the window is minimised, it goes on.
@@ -105,6 +126,7 @@ void frmFile::dropEvent(QDropEvent *event)
 void frmFile::Form_Activate()
 {
     WriteTrace(u"■frmFile.Form_Activate");
+    tabHalves->setCurrentIndex(0);
     txtFilter->clear();
     ListFiles();
     if (SelectedName().isEmpty())
@@ -240,9 +262,24 @@ void frmFile::txtFilter_Change()
     WriteTrace(u"■frmFile.txtFilter_Change");
     const QString selected = SelectedName();
     m_files->SetFilter(txtFilter->text());
+    ShowEmptyList();
     Select(selected);
     if (SelectedName().isEmpty() && !txtFilter->text().isEmpty())
         lstFile->setCurrentIndex(m_files->index(0)); // Enter then opens the first match
+}
+
+/// Moves the focus into the half that is shown, unless the user goes from tab to tab.
+void frmFile::tabHalves_Click()
+{
+    WriteTrace(u"■frmFile.tabHalves_Click");
+    const bool isFromTabToTab = tabHalves->hasFocus();
+    ArrangeHalves();
+    if (isFromTabToTab)
+        return;
+    if (tabHalves->currentIndex() == 0)
+        lstFile->setFocus();
+    else
+        m_history->FocusRecords();
 }
 
 /// Copies files dropped on the window into the folder, selects the first of them and offers to make study files from
@@ -287,20 +324,12 @@ void frmFile::lstFile_OLEDragDrop(const QStringList &paths)
 /// Lists the folder again and keeps the selection if the selected file still exists.
 void frmFile::ListFiles()
 {
-    constexpr int filesToFilter = 30; // too many to take in at a glance
     const QString selected = SelectedName();
     const int scrolledTo = lstFile->verticalScrollBar()->value();
     if (m_watcher->directories().isEmpty())
         m_watcher->addPath(m_folder.Path());
     m_files->Refresh(m_services.Now().date());
-    const bool hasFilter = m_folder.Names().size() >= filesToFilter;
-    lblFilter->setVisible(hasFilter);
-    txtFilter->setVisible(hasFilter);
-    if (!hasFilter)
-        txtFilter->clear();
-    const QString note = FolderNote(m_folder);
-    lblNote->setText(note);
-    lblNote->setVisible(!note.isEmpty());
+    ShowEmptyList();
     Select(selected);
     lstFile->verticalScrollBar()->setValue(scrolledTo);
 }
@@ -345,13 +374,32 @@ void frmFile::SelectNew(const QString &name)
 void frmFile::Select(const QString &name)
 {
     lstFile->setCurrentIndex(m_files->IndexOf(name));
-    EnableCommands();
+    ShowCommands();
 }
 
-/// Also called after each check, because the remarks on the selected file are unknown until then.
-void frmFile::EnableCommands()
+/// Shows the commands that are possible. Also called after each check, because the facts about the selected file are
+/// unknown until then.
+void frmFile::ShowCommands()
 {
-    cmdConvCode->setEnabled(CanConvert(m_folder.Facts(SelectedName()).remarks));
+    const bool isNarrow = IsNarrow();
+    const auto show = [isNarrow](const Command &command, bool isPossible) {
+        command.button->setVisible(isPossible && !isNarrow);
+        command.inMenu->setVisible(isPossible && isNarrow);
+    };
+    const bool canConvert = m_folder.Facts(SelectedName()).remedy == Remedy::Convert;
+    show(m_edit, true);
+    show(m_convert, canConvert);
+    show(m_print, !canConvert); // a file in another encoding cannot be printed
+    lblNote->SetText(canConvert ? u"選んだファイルは"_s + RemedyText(Remedy::Convert) + u'。' : FolderNote(m_folder));
+    lblNote->setVisible(!isNarrow || m_folder.UnshowableCount() > 0);
+}
+
+void frmFile::ShowEmptyList()
+{
+    const bool isEmpty = m_files->rowCount() == 0;
+    lblEmpty->setText(EmptyListText(m_folder, txtFilter->text()));
+    lblEmpty->setVisible(isEmpty);
+    cmdMakeFirst->setVisible(isEmpty && m_folder.Names().isEmpty());
 }
 
 QString frmFile::SelectedName() const

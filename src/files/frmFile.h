@@ -19,12 +19,13 @@ class ElidedLabel;
 class frmMsg;
 class HistoryPanel;
 class QAction;
+class QBoxLayout;
 class QFileSystemWatcher;
-class QGridLayout;
 class QLabel;
 class QLayout;
 class QLineEdit;
 class QPushButton;
+class QTabBar;
 class QTimer;
 class SettingsFile;
 class StudyFileList;
@@ -71,11 +72,20 @@ class frmFile : public QDialog
   protected:
     bool eventFilter(QObject *object, QEvent *event) override;
     void showEvent(QShowEvent *event) override;
+    void changeEvent(QEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
     void hideEvent(QHideEvent *event) override;
     void dragEnterEvent(QDragEnterEvent *event) override;
     void dropEvent(QDropEvent *event) override;
 
   private:
+    /// A command beside "このファイルで学習"; in a narrow window it is in the menu instead.
+    struct Command
+    {
+        QPushButton *button = nullptr;
+        QAction *inMenu = nullptr;
+    };
+
     void Form_Load();
     void Form_Activate();
     void cmdSelect_Click();
@@ -91,14 +101,20 @@ class frmFile : public QDialog
     void cmdCancel_Click();
     void cmdEnd_Click();
     void txtFilter_Change();
+    void tabHalves_Click();
     void lstFile_OLEDragDrop(const QStringList &paths);
 
-    QLayout *FileControls(const QString &userName);
+    QWidget *FileHalf();
     void SetUpList();
+    void SetUpEmptyList();
     void SetUpFilter();
-    QLayout *FileButtons();
+    void AddFileButtons();
     QPushButton *OthersButton();
-    QLayout *LeavingButtons();
+    QLayout *TopRow(const QString &userName);
+    void AddBottomRow();
+    void SetUpTabOrder();
+    void ArrangeHalves();
+    bool IsNarrow() const;
     QAction *AddAction(const QString &name, const QString &caption, const QString &toolTip, const QKeySequence &keys,
                        void (frmFile::*handler)());
     void ListFiles();
@@ -107,7 +123,8 @@ class frmFile : public QDialog
     bool MakeFromTable(const QString &tablePath);
     void SelectNew(const QString &name);
     void Select(const QString &name);
-    void EnableCommands();
+    void ShowCommands();
+    void ShowEmptyList();
     QString SelectedName() const;
     QString TakeSelection(bool isForPrinting = false);
     void Leave(FileChoice choice);
@@ -133,10 +150,19 @@ class frmFile : public QDialog
     QTimer *m_tallying;            // runs while the record is read
     StudyFileList *lstFile;
     QLineEdit *txtFilter;
-    QLabel *lblFilter;
-    QLabel *lblNote;
-    QPushButton *cmdConvCode = nullptr;
+    QLabel *lblEmpty; // in the middle of the list, if there is no file in it
+    ElidedLabel *lblNote;
+    QLabel *lblFolderCaption;
     ElidedLabel *lblFolder;
     ElidedLabel *lblUserName;
+    QTabBar *tabHalves; // shown where the window is too narrow for both halves side by side
+    QWidget *m_fileHalf;
     HistoryPanel *m_history;
+    QPushButton *cmdSelect;
+    QPushButton *cmdMakeFirst; // below lblEmpty
+    Command m_edit;
+    Command m_print;
+    Command m_convert;
+    QBoxLayout *m_fileButtons; // below the list
+    QBoxLayout *m_bottom;      // below both halves
 };

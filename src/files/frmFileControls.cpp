@@ -8,26 +8,29 @@
 #include "files/frmFile.h"
 #include "history/HistoryPanel.h"
 #include "widgets/ElidedLabel.h"
+#include "widgets/Measures.h"
 #include "widgets/NamedControls.h"
 #include "widgets/ScreenFit.h"
 
 #include <QAction>
 #include <QFileSystemWatcher>
-#include <QFormLayout>
-#include <QGridLayout>
 #include <QGuiApplication>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
+#include <QShortcut>
 #include <QStandardPaths>
+#include <QTabBar>
 #include <QTimer>
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-constexpr int MaxPathChars = 30; // a long path must not push the buttons off the screen
+constexpr int MaxPathChars = 50;
+constexpr int MaxNoteChars = 80;
 
 } // namespace
 
@@ -42,28 +45,31 @@ frmFile::frmFile(SystemServices &services, StudyDatabase &database, frmMsg &msg,
       m_editor{QString(), applicationFolder}, m_files(new StudyFileModel(m_folder, m_tallies, this)),
       m_watcher(new QFileSystemWatcher(this)), m_refreshing(new QTimer(this)), m_tallying(new QTimer(this)),
       lstFile(new StudyFileList(this)), txtFilter(new QLineEdit(this)),
-      lblFilter(LabelOf(txtFilter, u"lblFilter"_s, u"絞り込み(&N)："_s)),
-      lblNote(NamedLabel(u"lblNote"_s, QString(), this)),
+      lblEmpty(NamedLabel(u"lblEmpty"_s, QString(), this)),
+      lblNote(new ElidedLabel(u"lblNote"_s, MaxNoteChars, this, Qt::ElideRight)),
+      lblFolderCaption(NamedLabel(u"lblFolderCaption"_s, u"フォルダ："_s, this)),
       lblFolder(new ElidedLabel(u"lblFolder"_s, MaxPathChars, this)),
-      lblUserName(new ElidedLabel(u"lblUserName"_s, MaxPathChars, this)),
-      m_history(new HistoryPanel(services, database, msg, m_reportFolder, m_editor, userName, this))
+      lblUserName(new ElidedLabel(u"lblUserName"_s, MaxPathChars, this)), tabHalves(new QTabBar(this)),
+      m_fileHalf(new QWidget(this)),
+      m_history(new HistoryPanel(services, database, msg, m_reportFolder, m_editor, userName, this)),
+      m_fileButtons(new QHBoxLayout), m_bottom(new QHBoxLayout)
 {
     setObjectName(u"frmFile"_s);
     setAcceptDrops(true);
+    AddFileButtons();
+    AddBottomRow();
     auto *const content = new QWidget(this);
     content->setObjectName(u"content"_s);
-    auto *const halves = new QBoxLayout(QBoxLayout::LeftToRight, content);
-    halves->addLayout(FileControls(userName), 1);
-    halves->addSpacing(fontMetrics().averageCharWidth());
-    halves->addWidget(m_history, 1);
-    // Tab order follows reading order: the files and their commands, then the history.
-    const auto control = [this](const QString &name) { return findChild<QWidget *>(name); };
-    SetTabOrder({txtFilter, lstFile, control(u"cmdSelect"_s), control(u"cmdEdit"_s), cmdConvCode,
-                 control(u"cmdPrint"_s), control(u"cmdOthers"_s), control(u"cmdCancel"_s), control(u"cmdEnd"_s)});
-    m_history->SetTabOrderAfter(control(u"cmdEnd"_s));
-    if (content->minimumSizeHint().width() > AvailableSize(this).width())
-        halves->setDirection(QBoxLayout::TopToBottom);
-    FitToScreen(this, content, QSize(fontMetrics().averageCharWidth() * 145, fontMetrics().lineSpacing() * 29));
+    auto *const halves = new QHBoxLayout;
+    halves->setSpacing(Ems(fontMetrics(), 1.2));
+    halves->addWidget(FileHalf(), 5);
+    halves->addWidget(m_history, 7);
+    auto *const column = new QVBoxLayout(content);
+    column->addLayout(TopRow(userName));
+    column->addLayout(halves, 1);
+    SetUpTabOrder();
+    FitToScreen(this, content, QSize(Ems(fontMetrics(), 80), 36 * fontMetrics().height()), m_bottom);
+    ArrangeHalves();
     Form_Load();
 }
 
@@ -77,12 +83,11 @@ void frmFile::SetUpList()
     lstFile->setItemDelegate(new StudyFileDelegate(lstFile));
     lstFile->setUniformItemSizes(true); // avoids measuring thousands of rows
     lstFile->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    lstFile->setSpacing(1);
     lstFile->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff); // the delegate elides to fit the width
-    lstFile->setMinimumSize(fontMetrics().averageCharWidth() * 30, fontMetrics().lineSpacing() * 8);
+    lstFile->setMinimumSize(Ems(fontMetrics(), 20), 8 * fontMetrics().height());
     connect(lstFile, &QListView::doubleClicked, this, &frmFile::cmdSelect_Click);
-    connect(lstFile->selectionModel(), &QItemSelectionModel::selectionChanged, this, &frmFile::EnableCommands);
-    connect(m_files, &StudyFileModel::dataChanged, this, &frmFile::EnableCommands);
+    connect(lstFile->selectionModel(), &QItemSelectionModel::selectionChanged, this, &frmFile::ShowCommands);
+    connect(m_files, &StudyFileModel::dataChanged, this, &frmFile::ShowCommands);
     connect(lstFile, &StudyFileList::RowsShown, m_files, &StudyFileModel::CheckRows);
 
     // Combines a burst of changes, such as an archive being unpacked, into one refresh.
@@ -101,59 +106,75 @@ void frmFile::SetUpList()
     connect(m_tallying, &QTimer::timeout, this, &frmFile::ReadTallies);
 }
 
-QLayout *frmFile::FileControls(const QString &userName)
+/// What stands in the middle of a list without files.
+void frmFile::SetUpEmptyList()
+{
+    cmdMakeFirst =
+        AddButton(this, u"cmdMakeFirst"_s, u"表から作る…"_s,
+                  u"表計算などの表（CSV，TSV）から学習ファイルを作ります (Ctrl+T)"_s, &frmFile::cmdTable_Click);
+    lblEmpty->setForegroundRole(QPalette::PlaceholderText);
+    lblEmpty->setAlignment(Qt::AlignCenter);
+    lblEmpty->setWordWrap(true);
+    DimPlaceholder(lblEmpty);
+    auto *const column = new QVBoxLayout(lstFile->viewport());
+    column->addStretch();
+    column->addWidget(lblEmpty);
+    column->addWidget(cmdMakeFirst, 0, Qt::AlignHCenter);
+    column->addStretch();
+}
+
+QWidget *frmFile::FileHalf()
 {
     SetUpList();
+    SetUpEmptyList();
     SetUpFilter();
-    lblFolder->SetText(m_folder.Path());
-    lblUserName->SetText(userName);
-    lblNote->setWordWrap(true);
-
-    auto *const form = new QFormLayout;
-    form->addRow(NamedLabel(u"lblFolderCaption"_s, u"フォルダ："_s, this), lblFolder);
-    form->addRow(NamedLabel(u"lblUserNameCaption"_s, u"利用者："_s, this), lblUserName);
-    form->addRow(lblFilter, txtFilter);
-    auto *const grid = new QGridLayout;
-    grid->addLayout(form, 0, 0);
-    grid->addWidget(lstFile, 1, 0);
-    grid->addLayout(FileButtons(), 1, 1);
-    grid->addWidget(lblNote, 2, 0, 1, 2);
-    grid->addLayout(LeavingButtons(), 3, 0, 1, 2);
-    grid->setColumnStretch(0, 1);
-    grid->setRowStretch(1, 1);
-    return grid;
+    auto *const above = new QHBoxLayout;
+    above->addWidget(txtFilter, 1);
+    above->addWidget(OthersButton());
+    auto *const column = new QVBoxLayout(m_fileHalf);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->addLayout(above);
+    column->addWidget(lstFile, 1);
+    column->addLayout(m_fileButtons);
+    return m_fileHalf;
 }
 
 void frmFile::SetUpFilter()
 {
     txtFilter->setObjectName(u"txtFilter"_s);
+    txtFilter->setAccessibleName(u"名前で絞り込み"_s);
+    txtFilter->setPlaceholderText(u"名前で絞り込み"_s);
     txtFilter->setClearButtonEnabled(true);
     txtFilter->setToolTip(u"名前にこの言葉のあるファイルだけを表示します (Alt+N)"_s);
     txtFilter->installEventFilter(this);
+    DimPlaceholder(txtFilter);
     connect(txtFilter, &QLineEdit::textChanged, this, &frmFile::txtFilter_Change);
+    connect(new QShortcut(Qt::ALT | Qt::Key_N, txtFilter), &QShortcut::activated, txtFilter,
+            [this] { txtFilter->setFocus(Qt::ShortcutFocusReason); });
 }
 
-QLayout *frmFile::FileButtons()
+void frmFile::AddFileButtons()
 {
-    QPushButton *const cmdSelect = AddButton(this, u"cmdSelect"_s, u"このファイルで学習(&S)"_s,
-                                             u"選択したファイルで学習します (Enter)"_s, &frmFile::cmdSelect_Click);
-    QPushButton *const cmdEdit =
-        AddButton(this, u"cmdEdit"_s, u"編集(&E)"_s, u"選択したファイルをテキストエディタで開きます (Alt+E)"_s,
-                  &frmFile::cmdEdit_Click);
-    cmdConvCode = AddButton(this, u"cmdConvCode"_s, u"Shift_JISに変換(&C)"_s,
-                            u"文字コードを変えて，開けるファイルにします (Alt+C)"_s, &frmFile::cmdConvCode_Click);
-    QPushButton *const cmdPrint =
-        AddButton(this, u"cmdPrint"_s, u"印刷(&I)…"_s, u"正解を下線にした用紙をブラウザで開きます (Ctrl+P)"_s,
-                  &frmFile::cmdPrint_Click);
-    addAction(AddAction(u"actPrint"_s, cmdPrint->text(), cmdPrint->toolTip(), Qt::CTRL | Qt::Key_P,
-                        &frmFile::cmdPrint_Click));
+    cmdSelect = AddButton(this, u"cmdSelect"_s, u"このファイルで学習(&S)"_s, u"選択したファイルで学習します (Enter)"_s,
+                          &frmFile::cmdSelect_Click);
     cmdSelect->setDefault(true);
-
-    auto *const buttons = new QVBoxLayout;
-    for (QPushButton *const button : {cmdSelect, cmdEdit, cmdConvCode, cmdPrint, OthersButton()})
-        buttons->addWidget(button);
-    buttons->addStretch();
-    return buttons;
+    m_edit.button = AddButton(this, u"cmdEdit"_s, u"編集(&E)"_s,
+                              u"選択したファイルをテキストエディタで開きます (Alt+E)"_s, &frmFile::cmdEdit_Click);
+    m_print.button = AddButton(this, u"cmdPrint"_s, u"印刷(&I)…"_s,
+                               u"正解を下線にした用紙をブラウザで開きます (Ctrl+P)"_s, &frmFile::cmdPrint_Click);
+    AddAction(u"actPrint"_s, m_print.button->text(), m_print.button->toolTip(), Qt::CTRL | Qt::Key_P,
+              &frmFile::cmdPrint_Click);
+    m_convert.button = AddButton(this, u"cmdConvCode"_s, u"Shift_JISに変換(&C)"_s,
+                                 u"文字コードを変えて，開けるファイルにします (Alt+C)"_s, &frmFile::cmdConvCode_Click);
+    m_fileButtons->addWidget(cmdSelect, 1);
+    for (Command *const command : {&m_edit, &m_print, &m_convert}) {
+        m_fileButtons->addWidget(command->button);
+        const QString caption = command->button->text();
+        command->inMenu = new QAction(caption, this);
+        command->inMenu->setToolTip(command->button->toolTip());
+        command->inMenu->setShortcut(QKeySequence::mnemonic(caption));
+        connect(command->inMenu, &QAction::triggered, command->button, &QPushButton::click);
+    }
 }
 
 /// A button with a menu of rarely used commands.
@@ -162,6 +183,8 @@ QPushButton *frmFile::OthersButton()
     auto *const menu = new QMenu(this);
     menu->setObjectName(u"mnuOthers"_s);
     menu->setToolTipsVisible(true);
+    for (const Command &command : {m_edit, m_print, m_convert})
+        menu->addAction(command.inMenu);
     menu->addAction(AddAction(u"cmdTable"_s, u"表から作る(&T)…"_s,
                               u"表計算などの表（CSV，TSV）から学習ファイルを作ります"_s, Qt::CTRL | Qt::Key_T,
                               &frmFile::cmdTable_Click));
@@ -186,15 +209,71 @@ QPushButton *frmFile::OthersButton()
     return cmdOthers;
 }
 
-QLayout *frmFile::LeavingButtons()
+/// The tabs, and whose files of which folder these are.
+QLayout *frmFile::TopRow(const QString &userName)
 {
-    auto *const buttons = new QHBoxLayout;
-    buttons->addStretch();
-    buttons->addWidget(AddButton(this, u"cmdCancel"_s, u"キャンセル"_s, u"選ばずに学習画面に戻ります (Esc)"_s,
-                                 &frmFile::cmdCancel_Click));
-    buttons->addWidget(
+    tabHalves->setObjectName(u"tabHalves"_s);
+    tabHalves->setAccessibleName(u"ファイルと学習記録"_s);
+    tabHalves->setDrawBase(false);
+    tabHalves->setUsesScrollButtons(false);
+    tabHalves->setElideMode(Qt::ElideNone);
+    tabHalves->addTab(u"ファイル(&L)"_s);
+    tabHalves->addTab(u"学習記録(&H)"_s);
+    connect(tabHalves, &QTabBar::currentChanged, this, &frmFile::tabHalves_Click);
+    lblUserName->SetText(userName);
+    lblFolder->SetText(m_folder.Path());
+    auto *const row = new QHBoxLayout;
+    row->addWidget(tabHalves);
+    row->addStretch(1);
+    row->addWidget(NamedLabel(u"lblUserNameCaption"_s, u"利用者："_s, this));
+    row->addWidget(lblUserName);
+    row->addSpacing(GroupGap(fontMetrics()));
+    row->addWidget(lblFolderCaption);
+    row->addWidget(lblFolder);
+    return row;
+}
+
+void frmFile::AddBottomRow()
+{
+    m_bottom->setSpacing(ControlGap(fontMetrics()));
+    m_bottom->addWidget(lblNote, 1);
+    m_bottom->addStretch();
+    m_bottom->addWidget(AddButton(this, u"cmdCancel"_s, u"キャンセル"_s, u"選ばずに学習画面に戻ります (Esc)"_s,
+                                  &frmFile::cmdCancel_Click));
+    m_bottom->addWidget(
         AddButton(this, u"cmdEnd"_s, u"終了(&X)"_s, u"瞬記帳を終了します (Alt+X)"_s, &frmFile::cmdEnd_Click));
-    return buttons;
+}
+
+/// First the files and their commands, then the history.
+void frmFile::SetUpTabOrder()
+{
+    const auto control = [this](const QString &name) { return findChild<QWidget *>(name); };
+    SetTabOrder({tabHalves, txtFilter, lstFile, cmdMakeFirst, cmdSelect, m_edit.button, m_convert.button,
+                 m_print.button, control(u"cmdOthers"_s), control(u"cmdCancel"_s), control(u"cmdEnd"_s)});
+    m_history->SetTabOrderAfter(control(u"cmdEnd"_s));
+}
+
+bool frmFile::IsNarrow() const
+{
+    constexpr int besideEachOther = 64; // ems that both halves need
+    return width() < Ems(fontMetrics(), besideEachOther);
+}
+
+/// Shows both halves side by side, or one of them and tabs.
+void frmFile::ArrangeHalves()
+{
+    const bool isNarrow = IsNarrow();
+    tabHalves->setVisible(isNarrow);
+    lblFolderCaption->setVisible(!isNarrow);
+    lblFolder->setVisible(!isNarrow);
+    m_fileHalf->setVisible(!isNarrow || tabHalves->currentIndex() == 0);
+    m_history->setVisible(!isNarrow || tabHalves->currentIndex() == 1);
+    QBoxLayout *const place = isNarrow ? m_bottom : m_fileButtons; // a row less leaves room for the list
+    if (place->indexOf(cmdSelect) < 0) {
+        place->insertWidget(0, cmdSelect, isNarrow ? 0 : 1);
+        cmdSelect->show(); // now, not from the event loop
+    }
+    ShowCommands();
 }
 
 /// A menu entry whose shortcut also works while the menu is closed.

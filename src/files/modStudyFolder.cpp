@@ -4,6 +4,7 @@
 #include "files/modStudyFolder.h"
 
 #include "base/modFile.h"
+#include "exchange/modStudyFromText.h"
 #include "platform/modCollation.h"
 #include "platform/modFolderNames.h"
 #include "records/modListFile.h"
@@ -137,12 +138,29 @@ QString RemarkOn(const TextRefusal &refusal)
     return QString();
 }
 
+Remedy RemedyFor(const TextRefusal &refusal)
+{
+    switch (refusal.fault) {
+    case TextFault::WrongCharCode:
+        return CanConvertFrom(refusal.charCode) ? Remedy::Convert : Remedy::None;
+    case TextFault::LineTooLong:
+    case TextFault::BracketCount:
+    case TextFault::BracketOrder:
+        return Remedy::Edit;
+    case TextFault::None:
+    case TextFault::TooLarge:
+    case TextFault::Unreadable:
+        break;
+    }
+    return Remedy::None;
+}
+
 StudyFileFacts CheckContent(const QString &path)
 {
     StudyLines lines;
     const TextRefusal refusal = ReadStudyText(path, MaxLineBytes, &lines);
     if (refusal)
-        return {RemarkOn(refusal), 0};
+        return {RemarkOn(refusal), 0, RemedyFor(refusal)};
     if (lines.BlankCount() > 0)
         return {QString(), lines.BlankCount()};
     // With a Japanese input method on, typed brackets come out full-width, and those hide nothing.
@@ -167,6 +185,19 @@ StudyFileFacts CheckStudyFile(const QString &path)
     return facts;
 }
 
+QString RemedyText(Remedy remedy)
+{
+    switch (remedy) {
+    case Remedy::Convert:
+        return u"「Shift_JISに変換」で開けます"_s;
+    case Remedy::Edit:
+        return u"「編集」で直せます"_s;
+    case Remedy::None:
+        break;
+    }
+    return QString();
+}
+
 bool IsPrintableCopy(const QString &name)
 {
     return name.endsWith(u"_印刷用.txt");
@@ -179,16 +210,19 @@ bool MatchesFilter(const QString &name, const QString &wanted)
     return std::all_of(words.begin(), words.end(), [&folded](const QString &word) { return folded.contains(word); });
 }
 
+QString EmptyListText(const StudyFolder &folder, const QString &filter)
+{
+    if (folder.Names().isEmpty())
+        return u"学習ファイルがありません。\nここに .txt をドロップするか，表から作ってください。"_s;
+    return u"「"_s + filter + u"」を含むファイルはありません。"_s;
+}
+
 QString FolderNote(const StudyFolder &folder)
 {
-    QStringList notes;
-    if (folder.Names().isEmpty())
-        notes +=
-            u"学習ファイルがありません。「その他」の「表から作る」で作るか，ここにファイル（.txt）をドロップしてください。"_s;
     if (const int count = folder.UnshowableCount(); count > 0)
-        notes +=
-            u"名前を表示できないファイルが"_s + QString::number(count) + u"個あります。名前を変えると表示されます。"_s;
-    return notes.join(u'\n');
+        return u"名前を表示できないファイルが"_s + QString::number(count) +
+               u"個あります。名前を変えると表示されます。"_s;
+    return u"ここに学習ファイル（.txt）をドロップすると追加できます。"_s;
 }
 
 QString SelectionRefusal(const QString &selected, bool isForPrinting)

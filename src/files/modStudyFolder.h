@@ -11,11 +11,23 @@
 
 #include <utility>
 
+/// What makes a file that cannot be opened one that can.
+enum class Remedy
+{
+    None, ///< nothing in the program; also for a file that can be opened
+    Convert,
+    Edit,
+};
+
+/// "「編集」で直せます"; empty for None.
+QString RemedyText(Remedy remedy);
+
 /// What is known about a study file after reading it.
 struct StudyFileFacts
 {
     QString remarks; ///< see CheckStudyFile
     int blanks = 0;  ///< 0 for a file that cannot be opened
+    Remedy remedy = Remedy::None;
 };
 
 /// Size in bytes and modification time of a file, by which changes are detected.
@@ -90,8 +102,10 @@ bool IsPrintableCopy(const QString &name);
 /// @param wanted  words separated by spaces; without words, every name matches
 bool MatchesFilter(const QString &name, const QString &wanted);
 
-/// The note below a folder's list: how to begin if it is empty, and how many files cannot be shown. Empty if neither
-/// applies.
+/// What stands in the middle of a list without files: how to begin, or that the filter leaves nothing.
+QString EmptyListText(const StudyFolder &folder, const QString &filter);
+
+/// The note below a folder's list: how many files cannot be shown, or else how files are added.
 QString FolderNote(const StudyFolder &folder);
 
 /// Why a command of the file list does not apply to the selection, for the user; empty if it does.

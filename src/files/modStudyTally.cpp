@@ -51,20 +51,17 @@ bool StudyTallies::Read(const QDeadlineTimer &until, DaySpan *days, ByTitle *tal
     return isRead;
 }
 
-StudyFigures FiguresOf(int blanks, const StudyTally &tally, const QDate &today)
+QString StudiedText(const StudyTally &tally, const QDate &today)
 {
-    const QString count = QString::number(blanks) + u'問';
     if (tally.times == 0)
-        return {count, QString(), QString()};
-    const bool isThisYears = tally.lastDay > today.addYears(-1);
-    return {count, QString::number(tally.times) + u'回',
-            isThisYears ? tally.lastDay.toString(u"M/d") : QString(tally.lastDay.toString(u"yyyy") + u'年')};
+        return QString();
+    return QString::number(tally.times) + u"回　最後 "_s + RecentDayText(tally.lastDay, today);
 }
 
-QString StudyFiguresSentence(int blanks, const StudyTally &tally)
+QString StudyFiguresSentence(int blanks, const StudyTally &tally, const QDate &today)
 {
-    QString sentence = QString::number(blanks) + u'問';
+    QString sentence = u"空欄"_s + QString::number(blanks);
     if (tally.times > 0)
-        sentence += u"，"_s + QString::number(tally.times) + u"回，最後は"_s + DateText(tally.lastDay);
+        sentence += u'，' + QString::number(tally.times) + u"回，最後は"_s + RecentDayText(tally.lastDay, today);
     return sentence;
 }

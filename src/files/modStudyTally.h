@@ -34,10 +34,10 @@ class StudyTallies
     /// Tally of the study file with a title, as far as the record has been read; of no session after a fault.
     StudyTally Of(const QString &title) const;
 
-    /// Whether nothing was studied, as far as the record has been read; true after a fault.
-    bool IsEmpty() const
+    /// Whether all of the record has been read; false after a fault.
+    bool IsComplete() const
     {
-        return m_recent.isEmpty() && m_before.isEmpty();
+        return m_firstRecentDay.isValid() && m_unread.IsEmpty();
     }
 
   private:
@@ -53,15 +53,8 @@ class StudyTallies
     ByTitle m_before;
 };
 
-/// What the list shows for a study file that can be opened.
-struct StudyFigures
-{
-    QString blanks;  ///< "67問"
-    QString times;   ///< "3回"; empty without a session
-    QString lastDay; ///< "11/24", or "2023年" if it was a year ago or more; empty without a session
-};
+/// When a study file was studied, for the list: "9回　最後 今日", "1回　最後 11/24（火）"; empty without a session.
+QString StudiedText(const StudyTally &tally, const QDate &today);
 
-StudyFigures FiguresOf(int blanks, const StudyTally &tally, const QDate &today);
-
-/// The same as a sentence: "67問、3回、最後は2026/11/24".
-QString StudyFiguresSentence(int blanks, const StudyTally &tally);
+/// The same after the number of blanks, as a sentence: "空欄67，9回，最後は今日".
+QString StudyFiguresSentence(int blanks, const StudyTally &tally, const QDate &today);

@@ -79,7 +79,7 @@ void HistoryPanel::SetUpList()
     lstRecord->setUniformItemSizes(true);
     lstRecord->setLayoutMode(QListView::Batched); // lays out a long list in steps of a millisecond or two
     lstRecord->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    lstRecord->setMinimumSize(fontMetrics().averageCharWidth() * 40, fontMetrics().lineSpacing() * 8);
+    lstRecord->setMinimumSize(fontMetrics().averageCharWidth() * 40, fontMetrics().lineSpacing() * 4);
 }
 
 QBoxLayout *HistoryPanel::SpanRow()
@@ -123,6 +123,11 @@ QBoxLayout *HistoryPanel::TotalsRow()
 void HistoryPanel::SetTabOrderAfter(QWidget *last)
 {
     SetTabOrder({last, txtYmd, txtWeekN, cmdInc, lstRecord, cmdFile});
+}
+
+void HistoryPanel::FocusRecords()
+{
+    lstRecord->setFocus();
 }
 
 void HistoryPanel::ShowThisWeek()

@@ -48,6 +48,9 @@ class HistoryPanel : public QWidget
     /// Places the panel's controls after another one in the tab order.
     void SetTabOrderAfter(QWidget *last);
 
+    /// Moves the focus to the list of sessions.
+    void FocusRecords();
+
   protected:
     void keyPressEvent(QKeyEvent *event) override;
 

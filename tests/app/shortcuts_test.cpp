@@ -9,6 +9,7 @@
 #include <QAction>
 #include <QRegularExpression>
 #include <QShortcut>
+#include <QTabBar>
 
 #include <gtest/gtest.h>
 
@@ -42,6 +43,9 @@ class KeyNames
         for (const auto *const button : window->findChildren<QAbstractButton *>())
             if (isOfWindow(button))
                 Add(button->shortcut());
+        for (const auto *const tabs : window->findChildren<QTabBar *>())
+            for (int tab = 0; isOfWindow(tabs) && tab < tabs->count(); ++tab)
+                Add(QKeySequence::mnemonic(tabs->tabText(tab)));
         for (const auto *const label : window->findChildren<QLabel *>())
             if (isOfWindow(label) && label->buddy())
                 Add(QKeySequence::mnemonic(label->text()));

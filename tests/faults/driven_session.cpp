@@ -284,8 +284,7 @@ class EndedUser : public QObject
         } else if (m_work == u"Copy") {
             dialog->findChild<QAction *>(u"cmdConvFile"_s)->trigger();
         } else {
-            convert->setEnabled(true); // without waiting for the list to check the file
-            convert->click();
+            convert->click(); // without waiting for the list to check the file
         }
     }
 

@@ -110,20 +110,21 @@ TEST(StudyTallies, AllYearsRead_CountsSessionsOfOneUser)
     while (tallies.ReadNext(QDeadlineTimer(0)))
         ++slices;
     EXPECT_EQ(slices, 3) << "a day each, and none for the years between";
-    const auto figures = [&](int blanks, const QString &title, const QDate &day) {
-        const StudyFigures of = FiguresOf(blanks, tallies.Of(title), day);
-        return QStringList({of.blanks, of.times, of.lastDay});
+    EXPECT_TRUE(tallies.IsComplete());
+    const Rows<QString, QDate, QString> texts = {
+        {u"a"_s, today, u"3回　最後 今日"_s},
+        {u"b"_s, today, u"1回　最後 3/4（月）"_s},
+        {u"b"_s, QDate(2025, 1, 1), u"1回　最後 2024/3/4（月）"_s},
+        {u"c"_s, today, QString()},
     };
-    EXPECT_EQ(figures(5, u"a"_s, today), QStringList({u"5問"_s, u"3回"_s, u"3/5"_s}));
-    EXPECT_EQ(figures(5, u"b"_s, today), QStringList({u"5問"_s, u"1回"_s, u"3/4"_s}));
-    EXPECT_EQ(figures(0, u"c"_s, today), QStringList({u"0問"_s, QString(), QString()}));
-    EXPECT_EQ(figures(5, u"b"_s, QDate(2025, 3, 4)).last(), u"2024年"_s);
+    for (const auto &[title, day, text] : texts)
+        EXPECT_EQ(StudiedText(tallies.Of(title), day), text);
 
     add(u"2024-03-06"_s, u"a"_s, u"花子"_s, 1);
     EXPECT_TRUE(tallies.ReadRecent(QDate(2024, 3, 6)));
     EXPECT_FALSE(tallies.ReadNext(QDeadlineTimer(0))) << "earlier days are read only once";
     EXPECT_EQ(tallies.Of(u"a"_s).times, 4) << "neither lost nor counted twice after midnight";
-    EXPECT_EQ(StudyFiguresSentence(5, tallies.Of(u"a"_s)), u"5問，4回，最後は2024/03/06"_s);
+    EXPECT_EQ(StudyFiguresSentence(5, tallies.Of(u"a"_s), QDate(2024, 3, 7)), u"空欄5，4回，最後は3/6（水）"_s);
 }
 
 TEST(StudyTallies, DatabaseFault_IsSilentAndReadAgainAtTheNextActivation)
@@ -146,14 +147,14 @@ TEST(StudyTallies, DatabaseFault_IsSilentAndReadAgainAtTheNextActivation)
     StudyTallies tallies(database, u"花子"_s);
     lock(true);
     EXPECT_FALSE(tallies.ReadRecent(today)) << "locked from the beginning";
-    EXPECT_TRUE(tallies.IsEmpty());
+    EXPECT_FALSE(tallies.IsComplete());
     lock(false);
     EXPECT_TRUE(tallies.ReadRecent(today));
     EXPECT_TRUE(tallies.ReadNext(QDeadlineTimer(0)));
     lock(true);
     EXPECT_FALSE(tallies.ReadNext(QDeadlineTimer(0))) << "locked after some days";
     lock(false);
-    EXPECT_TRUE(tallies.IsEmpty()) << "absent rather than wrong";
+    EXPECT_FALSE(tallies.IsComplete()) << "absent rather than wrong";
     EXPECT_EQ(tallies.Of(u"a"_s).times, 0);
     const auto readAll = [&] {
         EXPECT_TRUE(tallies.ReadRecent(today));
@@ -177,7 +178,7 @@ TEST(StudyTallies, DatabaseFault_IsSilentAndReadAgainAtTheNextActivation)
     breakDay(DateText(today.addDays(-400)));
     EXPECT_TRUE(others.ReadRecent(today));
     EXPECT_FALSE(others.ReadNext(QDeadlineTimer(QDeadlineTimer::Forever))) << "fails on the second day";
-    EXPECT_TRUE(others.IsEmpty());
+    EXPECT_FALSE(others.IsComplete());
     breakDay(QString());
     EXPECT_TRUE(others.ReadRecent(today));
     EXPECT_FALSE(others.ReadNext(QDeadlineTimer(QDeadlineTimer::Forever)));

@@ -12,7 +12,6 @@
 #include "text/modCheckText.h"
 
 #include <QAction>
-#include <QCommonStyle>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListView>
@@ -30,16 +29,6 @@
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
-
-/// A style that paints selected items as that of Windows does.
-class PaleStyle : public QCommonStyle
-{
-  public:
-    void *qt_metacast(const char *name) override
-    {
-        return qstrcmp(name, "QWindowsVistaStyle") == 0 ? this : QCommonStyle::qt_metacast(name);
-    }
-};
 
 class FileWindowTest : public WindowTest
 {
@@ -168,9 +157,13 @@ TEST_F(FileWindowTest, EveryControl_HasObjectName)
     }
 }
 
-TEST_F(FileWindowTest, EveryFontSize_TabReachesEachControl)
+TEST_F(FileWindowTest, EveryFontSize_TabReachesEachControlInBothHalves)
 {
     const QFont usual = QApplication::font();
+    const QStringList ofFiles = {u"txtFilter"_s, u"lstFile"_s,   u"cmdSelect"_s,
+                                 u"cmdOthers"_s, u"cmdCancel"_s, u"cmdEnd"_s};
+    const QStringList beside = {u"cmdEdit"_s, u"cmdPrint"_s};
+    const QStringList ofHistory = {u"txtYmd"_s, u"txtWeekN"_s, u"cmdInc"_s, u"lstRecord"_s, u"cmdFile"_s};
     for (const int points : {9, 20, 40}) {
         QFont font = usual;
         font.setPointSize(points);
@@ -178,23 +171,113 @@ TEST_F(FileWindowTest, EveryFontSize_TabReachesEachControl)
         frmFile file{services, database, msg, settings, folder.Path(), u"花子"_s, nullptr};
         const QSize screen = file.screen()->availableSize();
         EXPECT_EQ(file.size().boundedTo(screen), file.size()) << points;
-        script.When(u"frmFile"_s, [&file, points](QWidget *dialog) {
+        script.When(u"frmFile"_s, [&](QWidget *dialog) {
+            const auto expectReached = [&](const QStringList &names) {
+                QStringList seen;
+                for (int tabs = 0; tabs < 16; ++tabs) {
+                    const QWidget *const control = dialog->focusWidget();
+                    seen += control->objectName();
+                    EXPECT_FALSE(control->visibleRegion().isEmpty()) << control->objectName().toStdString();
+                    QTest::keyClick(dialog->focusWidget(), Qt::Key_Tab);
+                }
+                for (const QString &name : names)
+                    EXPECT_TRUE(seen.contains(name)) << points << ' ' << name.toStdString();
+            };
+            const bool isNarrow = dialog->findChild<QWidget *>(u"tabHalves"_s)->isVisible();
+            EXPECT_EQ(isNarrow, points > 9);
+            expectReached(isNarrow ? ofFiles : ofFiles + beside + ofHistory);
+            if (isNarrow) {
+                QTest::keyClick(dialog, Qt::Key_H, Qt::AltModifier);
+                EXPECT_EQ(dialog->focusWidget()->objectName(), u"lstRecord"_s);
+                expectReached(ofHistory);
+            }
             auto *const date = dialog->findChild<QLineEdit *>(u"txtYmd"_s);
             date->end(false);
             EXPECT_EQ(date->cursorPositionAt(QPoint(0, 0)), 0) << "the whole date must be visible, points " << points;
-            QStringList seen;
-            for (int tabs = 0; tabs < 12; ++tabs) {
-                const QWidget *const control = dialog->focusWidget();
-                seen += control->objectName();
-                EXPECT_FALSE(control->visibleRegion().isEmpty()) << control->objectName().toStdString();
-                QTest::keyClick(dialog->focusWidget(), Qt::Key_Tab);
-            }
-            EXPECT_EQ(seen.removeDuplicates(), 0);
             file.close();
         });
         file.Choose(QString());
     }
     QApplication::setFont(usual);
+}
+
+TEST_F(FileWindowTest, NarrowWindow_HasInItsMenuWhatIsBesideTheListElsewhere)
+{
+    script.When(u"frmFile"_s, [](QWidget *dialog) {
+        const auto shown = [dialog] {
+            QStringList names;
+            for (const QString &name : {u"cmdEdit"_s, u"cmdPrint"_s, u"historyPanel"_s, u"tabHalves"_s})
+                if (dialog->findChild<QWidget *>(name)->isVisible())
+                    names += name;
+            for (const QAction *const action : dialog->findChild<QMenu *>(u"mnuOthers"_s)->actions().first(3))
+                if (action->isVisible())
+                    names += action->text();
+            return names.join(u' ');
+        };
+        const QSize usual = dialog->size();
+        const QString wide = u"cmdEdit cmdPrint historyPanel"_s;
+        EXPECT_EQ(shown(), wide);
+        dialog->resize(dialog->fontMetrics().horizontalAdvance(u'あ') * 40, usual.height());
+        EXPECT_EQ(shown(), u"tabHalves 編集(&E) 印刷(&I)…"_s);
+        EXPECT_TRUE(dialog->findChild<QWidget *>(u"cmdSelect"_s)->isVisible());
+        QTest::keyClick(dialog, Qt::Key_H, Qt::AltModifier);
+        EXPECT_EQ(shown(), u"historyPanel tabHalves 編集(&E) 印刷(&I)…"_s);
+        QTest::keyClick(dialog, Qt::Key_L, Qt::AltModifier);
+        for (int i = 0; i < 2; ++i)
+            QTest::keyClick(dialog->focusWidget(), Qt::Key_End);
+        EXPECT_EQ(dialog->focusWidget()->objectName(), u"lstFile"_s);
+        QTest::keyClick(dialog, Qt::Key_E, Qt::AltModifier);
+        dialog->resize(usual);
+        EXPECT_EQ(shown(), wide);
+        dialog->close();
+    });
+    window.Choose(u"sakura.exe"_s);
+    EXPECT_EQ(services.commands.size(), 1) << "a key that is a menu entry's works too";
+}
+
+TEST_F(FileWindowTest, NoFileInList_SaysWhy)
+{
+    script.When(u"frmFile"_s, [this](QWidget *dialog) {
+        const auto *const label = dialog->findChild<QLabel *>(u"lblEmpty"_s);
+        const auto *const make = dialog->findChild<QWidget *>(u"cmdMakeFirst"_s);
+        auto *const filter = dialog->findChild<QLineEdit *>(u"txtFilter"_s);
+        EXPECT_FALSE(label->isVisible());
+        for (const QString &wanted : {u"x"_s, u"xy"_s}) {
+            filter->setText(wanted);
+            EXPECT_TRUE(label->isVisible());
+            EXPECT_EQ(label->text(), u"「%1」を含むファイルはありません。"_s.arg(wanted));
+        }
+        EXPECT_FALSE(make->isVisible());
+        QFile::remove(good);
+        QFile::remove(bad);
+        DialogScript::Press(dialog, u"cmdRefresh"_s);
+        EXPECT_TRUE(label->text().startsWith(u"学習ファイルがありません。"));
+        EXPECT_TRUE(make->isVisible());
+        dialog->close();
+    });
+    window.Choose(QString());
+}
+
+TEST_F(FileWindowTest, FileInOtherEncodingSelected_OffersConversionInPlaceOfPrinting)
+{
+    folder.Write(u"txt/a utf8.txt"_s, "[\xE3\x81\x82]\n");
+    script.When(u"frmFile"_s, [](QWidget *dialog) {
+        auto *const list = dialog->findChild<QListView *>(u"lstFile"_s);
+        const auto isShown = [dialog](const QString &name) { return dialog->findChild<QWidget *>(name)->isVisible(); };
+        EXPECT_FALSE(isShown(u"cmdConvCode"_s));
+        list->setCurrentIndex(list->model()->index(1, 0));
+        EXPECT_EQ(list->currentIndex().data().toString(), u"a utf8.txt"_s);
+        dialog->grab();
+        EXPECT_TRUE(WaitFor([&] { return isShown(u"cmdConvCode"_s); }));
+        EXPECT_FALSE(isShown(u"cmdPrint"_s));
+        EXPECT_EQ(list->currentIndex().data(Qt::AccessibleTextRole).toString(),
+                  u"a utf8.txt，文字コード＝UTF8　「Shift_JISに変換」で開けます"_s);
+        list->setCurrentIndex(list->model()->index(0, 0));
+        EXPECT_FALSE(isShown(u"cmdConvCode"_s));
+        EXPECT_TRUE(isShown(u"cmdPrint"_s));
+        dialog->close();
+    });
+    window.Choose(QString());
 }
 
 TEST_F(FileWindowTest, LongName_RemarkStaysVisible)
@@ -214,37 +297,25 @@ TEST_F(FileWindowTest, LongName_RemarkStaysVisible)
     window.Choose(QString());
 }
 
-TEST(StudyFileDelegate, RowSelected_RemarksStandOutFromTheStylesSelection)
+TEST(StudyFileDelegate, LongNameWithoutRoom_LeavesTheNumberOfBlanks)
 {
-    QStandardItemModel model(1, 1);
-    model.setData(model.index(0, 0), u"MMMM"_s, StudyFileModel::RemarksRole);
-    QCommonStyle common;
-    PaleStyle pale;
-    const Rows<QStyle *, QColor> rows = {{&common, Qt::blue}, {&pale, Qt::red}};
-    for (const auto &[style, colour] : rows) {
-        QWidget list;
-        list.setStyle(style);
-        QStyleOptionViewItem option;
-        option.widget = &list;
-        option.rect = QRect(0, 0, 400, 60);
-        option.font.setPixelSize(40);
-        option.font.setBold(true);
-        option.state = QStyle::State_Enabled | QStyle::State_Active | QStyle::State_Selected;
-        option.palette.setColor(QPalette::Text, Qt::red);
-        option.palette.setColor(QPalette::HighlightedText, Qt::blue);
+    QStandardItemModel model(2, 1);
+    model.setData(model.index(0, 0), QString(120, u'n'));
+    model.setData(model.index(1, 0), QString(120, u'n'));
+    model.setData(model.index(1, 0), u"MMMM"_s, StudyFileModel::BlanksRole);
+    QStyleOptionViewItem option;
+    option.font.setPixelSize(20);
+    option.palette.setColor(QPalette::Base, Qt::white);
+    option.palette.setColor(QPalette::Text, Qt::black);
+    option.rect = QRect(0, 0, 300, StudyFileDelegate().sizeHint(option, model.index(0, 0)).height());
+    const auto painted = [&](int row, int left, int right) {
         QImage image(option.rect.size(), QImage::Format_RGB32);
         QPainter painter(&image);
-        StudyFileDelegate().paint(&painter, option, model.index(0, 0));
-        const auto has = [&image](const QColor &wanted) {
-            for (int x = 0; x < image.width(); ++x)
-                for (int y = 0; y < image.height(); ++y)
-                    if (image.pixelColor(x, y) == wanted)
-                        return true;
-            return false;
-        };
-        EXPECT_TRUE(has(colour));
-        EXPECT_NE(has(Qt::red), has(Qt::blue));
-    }
+        StudyFileDelegate().paint(&painter, option, model.index(row, 0));
+        return image.copy(left, 0, right - left, image.height());
+    };
+    EXPECT_NE(painted(0, 200, 300), painted(1, 200, 300));
+    EXPECT_EQ(painted(0, 0, 100), painted(1, 0, 100)) << "the name begins at the same place";
 }
 
 TEST_F(FileWindowTest, MarkupInName_IsShownAsItIs)
@@ -264,33 +335,6 @@ TEST_F(FileWindowTest, MarkupInName_IsShownAsItIs)
     window.Choose(QString());
 }
 
-TEST_F(FileWindowTest, LongName_UsesSpaceOfEmptyFigures)
-{
-    folder.WriteStudyFile(u"txt/"_s + QString(120, u'n') + u".txt"_s, {u"[a]"_s});
-    DBInsRecKotoban(database, services.now, u"花子"_s, u"another"_s);
-    DBUpdRecKotoban(database, services, services.now, u"花子"_s, 3);
-    script.When(u"frmFile"_s, [](QWidget *dialog) {
-        auto *const list = dialog->findChild<QListView *>(u"lstFile"_s);
-        const auto hasFigureAtTheEnd = [list](int row) {
-            QRect end = list->visualRect(list->model()->index(row, 0));
-            end.setLeft(end.right() - list->fontMetrics().horizontalAdvance(u"88回"_s));
-            QImage image = list->viewport()->grab(end).toImage();
-            const QImage asGrabbed = image;
-            image.fill(image.pixel(0, 0));
-            return asGrabbed != image;
-        };
-        list->grab();
-        const auto isKnown = [list] {
-            return list->model()->index(2, 0).data(Qt::ToolTipRole).toString().contains(u'問');
-        };
-        EXPECT_TRUE(WaitFor(isKnown));
-        EXPECT_FALSE(hasFigureAtTheEnd(0)) << "its figures stay aligned with those of other files";
-        EXPECT_TRUE(hasFigureAtTheEnd(2));
-        dialog->close();
-    });
-    window.Choose(QString());
-}
-
 TEST_F(FileWindowTest, CheckedFile_ShowsFiguresOrRemarks)
 {
     DBInsRecKotoban(database, services.now, u"花子"_s, u"a good"_s);
@@ -302,8 +346,8 @@ TEST_F(FileWindowTest, CheckedFile_ShowsFiguresOrRemarks)
             return model->index(row, 0).data(Qt::AccessibleTextRole).toString();
         };
         EXPECT_TRUE(WaitFor([&] { return described(0).contains(u'回') && described(1).contains(u'異'); }));
-        EXPECT_EQ(described(0), u"a good.txt，1問，1回，最後は2024/03/05"_s);
-        EXPECT_EQ(described(1), u"bad.txt，2行[ ]指定異常"_s);
+        EXPECT_EQ(described(0), u"a good.txt，空欄1，1回，最後は今日"_s);
+        EXPECT_EQ(described(1), u"bad.txt，2行[ ]指定異常　「編集」で直せます"_s);
         dialog->close();
     });
     window.Choose(QString());
@@ -325,16 +369,16 @@ TEST_F(FileWindowTest, FiguresNotRead_AreAbsentWithoutMessageUntilReopened)
         const auto *const list = window.findChild<QListView *>(u"lstFile"_s);
         const auto described = [list] { return list->model()->index(0, 0).data(Qt::AccessibleTextRole).toString(); };
         EXPECT_TRUE(WaitFor([tallying] { return !tallying->isActive(); }));
-        EXPECT_TRUE(WaitFor([described] { return described().contains(u'問'); }));
+        EXPECT_TRUE(WaitFor([described] { return described().contains(u"空欄"_s); }));
         return described();
     };
     window.show();
-    EXPECT_EQ(describedWhenRead(), u"a good.txt，1問"_s);
+    EXPECT_EQ(describedWhenRead(), u"a good.txt，空欄1"_s);
     window.hide();
     EXPECT_TRUE(database.SQLite3NonQuery(u"alter table t_kotoban drop column dt_end"_s));
     EXPECT_TRUE(database.SQLite3NonQuery(u"alter table t_kotoban add column dt_end text"_s));
     window.show();
-    EXPECT_EQ(describedWhenRead(), u"a good.txt，1問，2回，最後は2024/03/05"_s);
+    EXPECT_EQ(describedWhenRead(), u"a good.txt，空欄1，2回，最後は今日"_s);
     EXPECT_EQ(services.messages, QStringList());
 }
 
@@ -351,14 +395,13 @@ TEST_F(FileWindowTest, NewFileInFolder_AppearsAndSelectionStays)
     window.Choose(QString());
 }
 
-TEST_F(FileWindowTest, ManyFiles_FilterNarrowsListAndYieldsToNewFile)
+TEST_F(FileWindowTest, Filter_NarrowsListAndYieldsToNewFile)
 {
     for (int number = 1; number <= 28; ++number)
         folder.WriteStudyFile(u"txt/第%1回.txt"_s.arg(number), {u"[a]"_s});
     script.When(u"frmFile"_s, [](QWidget *dialog) {
         auto *const list = dialog->findChild<QListView *>(u"lstFile"_s);
         auto *const filter = dialog->findChild<QLineEdit *>(u"txtFilter"_s);
-        ASSERT_TRUE(filter->isVisible());
         filter->setFocus();
         QTest::keyClicks(filter, u"2"_s);
         EXPECT_EQ(list->model()->rowCount(), 11) << "2, 12, 20 to 28";
@@ -377,14 +420,6 @@ TEST_F(FileWindowTest, ManyFiles_FilterNarrowsListAndYieldsToNewFile)
     script.Click(u"frmMsg"_s, u"cmdOK"_s);
     script.When(u"frmFile"_s, [](QWidget *dialog) {
         EXPECT_EQ(dialog->findChild<QListView *>(u"lstFile"_s)->currentIndex().data().toString(), u"a new.txt"_s);
-        dialog->close();
-    });
-    window.Choose(QString());
-    QFile::remove(folder.Path(u"txt/a new.txt"_s));
-    QFile::remove(folder.Path(u"txt/第1回.txt"_s));
-    script.When(u"frmFile"_s, [](QWidget *dialog) {
-        EXPECT_FALSE(dialog->findChild<QLineEdit *>(u"txtFilter"_s)->isVisible());
-        EXPECT_EQ(dialog->findChild<QListView *>(u"lstFile"_s)->model()->rowCount(), 29);
         dialog->close();
     });
     window.Choose(QString());
