@@ -99,12 +99,10 @@ void PicText::Show(const PageChange &change)
 {
     if (change.isPageChanged || change.isTargetMoved || change.isHitMoved)
         update();
-    if (change.isTargetMoved && QAccessible::isActive())
-        TellChange(QAccessibleTextCursorEvent(this, SpokenCursor(m_page)));
     const bool isMarkInView =
         change.markedBlank > 0 && m_page.InView().Holds(m_page.Text().Blanks().LineOf(change.markedBlank));
-    if (change.isPageChanged || isMarkInView)
-        TellChange(QAccessibleEvent(this, QAccessible::VisibleDataChanged));
+    if (QAccessible::isActive())
+        TellText(change.isPageChanged || isMarkInView);
     if (change.isPageChanged)
         UpdatePointer(mapFromGlobal(QCursor::pos()));
     if (isMarkInView)
@@ -112,7 +110,7 @@ void PicText::Show(const PageChange &change)
     for (const int blank : change.hints)
         UpdateBlank(blank);
     for (const int blank : change.answers)
-        ShowAnswer(blank);
+        UpdateBlank(blank);
     if (change.isLineMarked)
         update(AreaOfLineNumbers(Layout()));
     if (const QRect next = AreaOfNext(); next != m_paintedNext) {
@@ -127,23 +125,22 @@ void PicText::UpdateBlank(int blank)
     update(AreaOfBlank(m_page.Text(), blank, m_page.TopLine(), Layout()));
 }
 
-void PicText::ShowAnswer(int blank)
+/// Reports to assistive technology how the text in view differs from what was reported last, and where the caret is.
+/// @param isLookChanged  whether more has changed than that
+void PicText::TellText(bool isLookChanged)
 {
-    UpdateBlank(blank);
-    if (!QAccessible::isActive())
-        return; // no assistive technology is listening
-    const DisplayText &text = m_page.Text();
-    const QString hidden = HiddenAnswerText(m_page.Round(), blank).toString();
-    const QString answer = text.Answer(blank).toString();
-    const bool isShown = m_page.Round().bolOpen(blank);
-    const int offset = SpokenOffset(m_page, text.Blanks().LineOf(blank), text.Blanks().StartColumnOf(blank));
-    TellChange(QAccessibleTextUpdateEvent(this, offset, isShown ? hidden : answer, isShown ? answer : hidden));
-}
-
-void PicText::TellChange(QAccessibleEvent &&event)
-{
-    if (QAccessible::isActive())
-        QAccessible::updateAccessibility(&event);
+    const auto tell = [](QAccessibleEvent &&event) { QAccessible::updateAccessibility(&event); };
+    const QString text = SpokenPage(m_page);
+    const QString told = std::exchange(m_toldText, text);
+    const int caret = SpokenCursor(m_page);
+    const int toldCaret = std::exchange(m_toldCaret, caret);
+    const TextDifference difference = DifferenceOf(told, text);
+    if (text != told)
+        tell(QAccessibleTextUpdateEvent(this, int(difference.offset), difference.before, difference.after));
+    if (isLookChanged)
+        tell(QAccessibleEvent(this, QAccessible::VisibleDataChanged));
+    if (text != told || caret != toldCaret)
+        tell(QAccessibleTextCursorEvent(this, caret)); // last, because it makes a screen reader read what is there
 }
 
 QSize PicText::sizeHint() const

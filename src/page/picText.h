@@ -15,7 +15,6 @@
 
 class DarkMode;
 class PageFontAtScale;
-class QAccessibleEvent;
 
 class PicText : public QWidget
 {
@@ -95,11 +94,10 @@ class PicText : public QWidget
 
   private:
     PageFontAtScale &FontAt(double scale);
-    void ShowAnswer(int blank);
     void UpdateBlank(int blank);
     int MarkedNext() const;
     QRect AreaOfNext() const;
-    void TellChange(QAccessibleEvent &&event);
+    void TellText(bool isLookChanged);
     void UpdatePointer(const QPoint &at);
 
     const StudyPage &m_page;
@@ -113,6 +111,8 @@ class PicText : public QWidget
     int m_zoomPercent = 100;
     QRect m_paintedNext;       // where the blank that Enter opens next is told apart
     bool m_isTabbedTo = false; // whether the focus came with the Tab key
+    QString m_toldText;        // to assistive technology, with the caret
+    int m_toldCaret = 0;
     WheelSteps m_lineSteps;
     WheelSteps m_cellSteps;
     WheelSteps m_zoomSteps;

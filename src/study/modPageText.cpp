@@ -3,6 +3,8 @@
 
 #include "study/modPageText.h"
 
+#include <algorithm>
+
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
@@ -14,6 +16,11 @@ struct SpokenPart
     QStringView text; ///< spoken for it
     bool isWhole;     ///< whether text stands for the span as a whole rather than character by character
 };
+
+QStringView HiddenAnswerText(const StudyRound &round, int blank)
+{
+    return round.IsHard(blank) ? u"苦手の空欄" : u"空欄";
+}
 
 /// The parts of a line: text, answers, and text between them.
 std::vector<SpokenPart> PartsOf(const StudyPage &page, int line)
@@ -33,10 +40,14 @@ std::vector<SpokenPart> PartsOf(const StudyPage &page, int line)
     for (const int blank : text.BlanksOnLine(line)) {
         const TextSpan span = text.Span(blank);
         addText(span.Index() + 1); // with the space in place of the bracket
-        if (page.Round().bolOpen(blank))
-            addText(done + text.Answer(blank).size());
-        else
-            addHidden(blank, text.Answer(blank).size());
+        const qsizetype length = text.Answer(blank).size();
+        if (page.Round().bolOpen(blank)) {
+            addText(done + length);
+            continue;
+        }
+        const qsizetype hint = blank == page.HintedBlank() ? page.HintLength() : 0;
+        addText(done + hint);
+        addHidden(blank, length - hint);
     }
     addText(view.size());
     return parts;
@@ -52,11 +63,6 @@ int SpokenLength(const StudyPage &page, int line)
 
 } // namespace
 
-QStringView HiddenAnswerText(const StudyRound &round, int blank)
-{
-    return round.IsHard(blank) ? u"苦手の空欄" : u"空欄";
-}
-
 QString SpokenPage(const StudyPage &page)
 {
     if (!page.IsFileOpen())
@@ -70,6 +76,18 @@ QString SpokenPage(const StudyPage &page)
         lines += spoken;
     }
     return lines.join(u'\n');
+}
+
+TextDifference DifferenceOf(const QString &before, const QString &after)
+{
+    const auto [beforeStart, afterStart] = std::ranges::mismatch(before, after);
+    const qsizetype offset = beforeStart - before.begin();
+    const qsizetype shortest = qMin(before.size(), after.size()) - offset;
+    qsizetype same = 0; // at the end
+    while (same < shortest && before[before.size() - 1 - same] == after[after.size() - 1 - same])
+        ++same;
+    return {offset, before.sliced(offset, before.size() - offset - same),
+            after.sliced(offset, after.size() - offset - same)};
 }
 
 int SpokenOffset(const StudyPage &page, int line, qsizetype index)
@@ -90,7 +108,7 @@ int SpokenOffset(const StudyPage &page, int line, qsizetype index)
 
 int SpokenCursor(const StudyPage &page)
 {
-    return page.Current().line > 0 ? SpokenOffset(page, page.Current().line, page.Current().Index()) : 0;
+    return page.Caret().line > 0 ? SpokenOffset(page, page.Caret().line, page.Caret().Index()) : 0;
 }
 
 TextSpan SpanSpokenAt(const StudyPage &page, int offset)

@@ -8,18 +8,27 @@
 
 #include <QRect>
 
-/// What is said for the hidden answer of a blank: "空欄", or "苦手の空欄" if it is marked as hard.
-QStringView HiddenAnswerText(const StudyRound &round, int blank);
-
-/// The lines in view, separated by line feeds. Hidden answers are replaced by HiddenAnswerText, shown ones are as they
-/// are; both are surrounded by spaces. While no file is open, how to choose one.
+/// The lines in view, separated by line feeds. A hidden answer reads "空欄", or "苦手の空欄" if it is marked as hard,
+/// after the characters that a hint shows; a shown one is as it is. Both are surrounded by spaces. While no file is
+/// open, how to choose one.
 QString SpokenPage(const StudyPage &page);
+
+/// Where two texts differ: from a 0-based offset on, the one has the first part and the other the second in its place.
+struct TextDifference
+{
+    qsizetype offset = 0;
+    QString before{};
+    QString after{};
+};
+
+/// The shortest single difference of two texts.
+TextDifference DifferenceOf(const QString &before, const QString &after);
 
 /// The 0-based offset in SpokenPage of a character of a line in view; for a hidden answer, where its "空欄" begins.
 /// @param index  0-based character of the line, up to its length
 int SpokenOffset(const StudyPage &page, int line, qsizetype index);
 
-/// The offset in SpokenPage of the keyboard target; 0 if there is none.
+/// The offset in SpokenPage of the page's caret; 0 if there is none.
 int SpokenCursor(const StudyPage &page);
 
 /// What is at an offset in SpokenPage: one character or, anywhere in "空欄", the whole hidden answer. At a line's end

@@ -66,6 +66,8 @@ PageChange StudyPage::SetLayout(const PageLayout &layout)
     m_places.topLine = topLine; // as far as another layout allows it; the text may have become shorter
     if (!page.Holds(m_places.current.line))
         change.isTargetMoved = SetCurrent(TextSpan()); // what is out of view must not be clicked
+    if (!page.Holds(m_places.caret.line))
+        m_places.caret = TextSpan();
     if (m_places.hintedBlank > 0 && !page.Holds(m_text.Blanks().LineOf(m_places.hintedBlank)))
         m_places.hintedBlank = 0;
     return change;
@@ -198,6 +200,7 @@ PageChange StudyPage::Toggle(int blank)
     change.isCounted = m_round.Toggle(blank);
     if (change.isCounted)
         m_places.stoppedLine = m_text.Blanks().LineOf(blank);
+    m_places.caret = m_text.Span(blank);
     change.answers.push_back(blank);
     change.notice = QString();
     m_places.wholeLine = 0;
@@ -271,6 +274,7 @@ PageChange StudyPage::ToggleWholeLine()
     change.isPageChanged = BringLineIntoView(onLine);
     m_round.ToggleLine(onLine);
     m_places.wholeLine = line;
+    m_places.caret = m_text.Span(onLine.front());
     change.answers.assign(onLine.begin(), onLine.end());
     change.isCounted = !shown.isEmpty();
     if (change.isCounted)
@@ -294,6 +298,7 @@ PageChange StudyPage::ShowHint()
     change.isPageChanged = BringCellsIntoView(m_text.Span(blank));
     change.hints.push_back(blank);
     m_places.hintedBlank = blank;
+    m_places.caret = m_text.Span(blank);
     return change;
 }
 
@@ -317,6 +322,7 @@ PageChange StudyPage::GoToTarget(bool backwards, bool withWords)
 /// @return whether it is another one
 bool StudyPage::SetCurrent(const TextSpan &current)
 {
+    m_places.caret = current;
     return std::exchange(m_places.current, current) != current;
 }
 

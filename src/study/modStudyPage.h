@@ -99,6 +99,13 @@ class StudyPage
         return m_places.found;
     }
 
+    /// Where assistive technology is to look: at the keyboard target or what was shown since, an answer or a hint; on
+    /// line 0 if there is nothing such in view.
+    const TextSpan &Caret() const
+    {
+        return m_places.caret;
+    }
+
     /// Whether there is such a hit and the page has not moved since ShowFound.
     bool IsAtFound() const
     {
@@ -248,6 +255,7 @@ class StudyPage
     {
         int topLine = 1;
         TextSpan current{};
+        TextSpan caret{};
         TextSpan found{};
         int topAtFound = 0; ///< top line after the search went there
         int hintedBlank = 0;

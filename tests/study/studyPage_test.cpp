@@ -391,6 +391,46 @@ TEST(StudyPage, NoFile_NothingHappens)
     EXPECT_FALSE(page.MoveToRandomPage(&random).isPageChanged);
 }
 
+TEST(SpokenPage, DifferenceOfTexts_IsAsShortAsPossible)
+{
+    const Rows<QString, QString, int, QString, QString> rows = {
+        {u"a 空欄 b"_s, u"a 水 b"_s, 2, u"空欄"_s, u"水"_s},
+        {u"x 空欄"_s, u"x 苦手の空欄"_s, 2, QString(), u"苦手の"_s},
+        {u"aba"_s, u"a"_s, 1, u"ba"_s, QString()},
+        {QString(), u"text"_s, 0, QString(), u"text"_s},
+        {u"same"_s, u"same"_s, 4, QString(), QString()},
+    };
+    for (const auto &[before, after, offset, removed, inserted] : rows) {
+        const TextDifference difference = DifferenceOf(before, after);
+        EXPECT_EQ(difference.offset, offset) << before.toStdString();
+        EXPECT_EQ(difference.before, removed) << before.toStdString();
+        EXPECT_EQ(difference.after, inserted) << before.toStdString();
+    }
+}
+
+TEST(SpokenPage, CaretAndText_FollowWhatIsShown)
+{
+    // Keys; then the text in view, with | before the caret.
+    const Rows<const char *, QString, QString> rows = {
+        {"answer opened", u"EE"_s, u" ab | cd \n 空欄 "_s},
+        {"answer opened while another is chosen", u">>E"_s, u"| ab  空欄 \n 空欄 "_s},
+        {"chosen after an answer was opened", u"E>>"_s, u" ab | 空欄 \n 空欄 "_s},
+        {"hint", u"EI"_s, u" ab | c空欄 \n 空欄 "_s},
+        {"hint of an answer marked as hard", u">MI"_s, u"| a苦手の空欄  空欄 \n 空欄 "_s},
+        {"hint hidden", u"Ii"_s, u"| 空欄  空欄 \n 空欄 "_s},
+        {"line shown", u"L"_s, u"| ab  cd \n 空欄 "_s},
+        {"answer out of view", u"Ev"_s, u"| 空欄 \n 空欄 "_s},
+        {"page made too small for it", u"EEE1"_s, u"| ab  cd "_s},
+        {"undone", u"EEHU"_s, u"| ab  cd \n 空欄 "_s},
+    };
+    for (const auto &[name, keys, expected] : rows) {
+        KeyedPage page({u"[ab][cd]"_s, u"[ef]"_s, u"[gh]"_s}, 2);
+        const QString spoken = SpokenPage(page.Press(keys));
+        const int caret = SpokenCursor(page);
+        EXPECT_EQ(QString(spoken).insert(caret, u'|'), expected) << name;
+    }
+}
+
 TEST(SpokenPage, HiddenAnswers_AreReplacedAndOffsetsAgree)
 {
     KeyedPage page({u"above"_s, u"[a]と[漢字]。"_s, u"[]"_s, u"[next] page"_s}, 2);
@@ -428,6 +468,7 @@ TEST(SpokenPage, HiddenAnswers_AreReplacedAndOffsetsAgree)
     EXPECT_EQ(OffsetSpokenAt(page, 30, 30), -1) << "in the line numbers";
     EXPECT_EQ(OffsetSpokenAt(page, 65, 50), -1) << "below the last line";
     page.Load(DisplayText(), {}, 0);
+    EXPECT_EQ(SpokenCursor(page), 0);
     EXPECT_EQ(SpokenPage(page), QString()) << "an empty file";
     page.Clear();
     EXPECT_TRUE(SpokenPage(page).contains(u"Alt+O")) << "how to choose one";
