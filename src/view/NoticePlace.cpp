@@ -33,7 +33,7 @@ class NoticeButton : public QPushButton
     {
         m_offer = offer;
         setAccessibleName(Caption(true));
-        setToolTip(PlainToolTip(Caption(true)));
+        SetPlainToolTip(this, Caption(true));
     }
 
     NoticeAction Action() const

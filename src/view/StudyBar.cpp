@@ -113,7 +113,7 @@ void StudyBar::AddSpeechMenu()
 void StudyBar::ShowFile(const QString &name)
 {
     Title()->setText(NameInLine(QFileInfo(name).completeBaseName()));
-    Title()->setToolTip(PlainToolTip(NameInLine(name)));
+    SetPlainToolTip(Title(), NameInLine(name));
 }
 
 void StudyBar::EnableFileControls(bool isEnabled)

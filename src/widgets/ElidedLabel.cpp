@@ -17,7 +17,7 @@ ElidedLabel::ElidedLabel(const QString &name, int maxChars, QWidget *parent, Qt:
 void ElidedLabel::SetText(const QString &text)
 {
     setText(text);
-    setToolTip(PlainToolTip(text));
+    SetPlainToolTip(this, text);
 }
 
 QSize ElidedLabel::sizeHint() const

@@ -31,6 +31,12 @@ QString PlainToolTip(const QString &text)
     return text.isEmpty() ? text : Qt::convertFromPlainText(text);
 }
 
+void SetPlainToolTip(QWidget *control, const QString &text)
+{
+    control->setToolTip(PlainToolTip(text));
+    control->setAccessibleDescription(text);
+}
+
 QPushButton *NamedButton(const QString &name, const QString &caption, const QString &toolTip, QWidget *parent)
 {
     auto *const button = new QPushButton(caption, parent);

@@ -22,6 +22,9 @@ QLabel *LabelOf(QWidget *control, const QString &name, const QString &caption);
 /// pictures it names, even a file whose reading never ends.
 QString PlainToolTip(const QString &text);
 
+/// Gives a control such a tooltip, and assistive technology the same text without markup.
+void SetPlainToolTip(QWidget *control, const QString &text);
+
 /// A button that leaves Enter to the default button of its window.
 QPushButton *NamedButton(const QString &name, const QString &caption, const QString &toolTip, QWidget *parent);
 

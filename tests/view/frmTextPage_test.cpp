@@ -4,6 +4,7 @@
 #include "view/StudyWindowTest.h"
 #include "widgets/Contrast.h"
 
+#include <QAccessible>
 #include <QCheckBox>
 #include <QLineEdit>
 #include <QMenu>
@@ -60,6 +61,22 @@ TEST_F(StudyWindowTest, CtrlKeys_DoWhatMouseDoes)
     EXPECT_EQ(Label(u"lblNotice"), u"Enter：次の正解　Ctrl+PageDown：次のページ"_s);
     QTest::keyClick(page, Qt::Key_Space, Qt::ControlModifier | Qt::ShiftModifier);
     EXPECT_EQ(Shown() + Label(u"lblNum"), u"2 / 32"_s) << "the rest of the line";
+}
+
+TEST_F(StudyWindowTest, Descriptions_AreWithoutMarkup)
+{
+    OpenWith({u"[one]"_s});
+    QTest::keyClick(page, Qt::Key_H, Qt::ControlModifier);
+    QStringList described;
+    for (QWidget *const widget : window->findChildren<QWidget *>()) {
+        QAccessibleInterface *const reported = QAccessible::queryAccessibleInterface(widget);
+        const QString description = reported ? reported->text(QAccessible::Description) : QString();
+        EXPECT_FALSE(Qt::mightBeRichText(description)) << description.toStdString();
+        if (!description.isEmpty())
+            described += widget->objectName();
+    }
+    for (const QString &name : {u"lblFile"_s, u"lblNotice"_s, u"cmdHard"_s})
+        EXPECT_TRUE(described.contains(name)) << name.toStdString();
 }
 
 TEST_F(StudyWindowTest, HintShown_LastsUntilNextKeyOrFocusElsewhere)
