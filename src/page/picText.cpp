@@ -11,7 +11,6 @@
 #include "widgets/PageFont.h"
 #include "widgets/PageFontAtScale.h"
 
-#include <QAccessible>
 #include <QDragEnterEvent>
 #include <QFontMetricsF>
 #include <QGuiApplication>
@@ -40,9 +39,20 @@ PicText::PicText(const StudyPage &page, QWidget *parent) : QWidget(parent), m_pa
     setAccessibleName(QStringLiteral("本文"));
     // Not every desktop reports a switch between light and dark, but to switch, the user leaves the program.
     connect(qGuiApp, &QGuiApplication::applicationStateChanged, this, &PicText::FollowDesktop);
+    QAccessible::installActivationObserver(this);
 }
 
-PicText::~PicText() = default;
+PicText::~PicText()
+{
+    QAccessible::removeActivationObserver(this);
+}
+
+/// Assistive technology begins to listen: what is there now it asks for itself, and later changes are reported.
+void PicText::accessibilityActiveChanged(bool isActive)
+{
+    m_toldText = isActive ? SpokenPage(m_page) : QString();
+    m_toldCaret = isActive ? SpokenCursor(m_page) : 0;
+}
 
 PageFontAtScale &PicText::FontAt(double scale)
 {

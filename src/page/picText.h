@@ -9,6 +9,7 @@
 #include "study/modStudyPage.h"
 #include "widgets/PageColours.h"
 
+#include <QAccessible>
 #include <QWidget>
 
 #include <memory>
@@ -16,7 +17,7 @@
 class DarkMode;
 class PageFontAtScale;
 
-class PicText : public QWidget
+class PicText : public QWidget, private QAccessible::ActivationObserver
 {
     Q_OBJECT
 
@@ -97,6 +98,7 @@ class PicText : public QWidget
     void UpdateBlank(int blank);
     int MarkedNext() const;
     QRect AreaOfNext() const;
+    void accessibilityActiveChanged(bool isActive) override;
     void TellText(bool isLookChanged);
     void UpdatePointer(const QPoint &at);
 
