@@ -69,6 +69,9 @@ QHBoxLayout *AnswerRow(QPushButton *cmdOK, QPushButton *cmdCancel, QWidget *besi
     auto *const buttons = new QDialogButtonBox;
     buttons->addButton(cmdOK, QDialogButtonBox::AcceptRole);
     buttons->addButton(cmdCancel, QDialogButtonBox::RejectRole);
+    // As a place of its own in the order of the Tab key that leads back to its first button, the box could hold the
+    // user between its buttons.
+    buttons->setFocusProxy(nullptr);
     cmdOK->setDefault(true);
     auto *const row = new QHBoxLayout;
     if (beside)
