@@ -10,8 +10,8 @@
 #include "widgets/PageFont.h"
 #include "widgets/PageFontAtScale.h"
 
-#include <QImage>
 #include <QGuiApplication>
+#include <QImage>
 #include <QLineEdit>
 #include <QPainter>
 #include <QScreen>
