@@ -58,6 +58,7 @@ frmLogin::frmLogin(SystemServices &services, frmMsg &msg, const QString &userLis
     cmdOK->setDefault(true);
     QPushButton *const cmdEnd =
         AddButton(this, u"cmdEnd"_s, u"終了(&X)"_s, u"瞬記帳を終了します (Alt+X)"_s, &frmLogin::cmdEnd_Click);
+    txtUserName->setToolTip(u"学習記録に付ける名前です (Alt+U)"_s);
     txtUserName->setAccessibleName(u"利用者名"_s);
     lstUserName->setAccessibleName(u"利用者一覧"_s);
     connect(txtUserName, &QLineEdit::textEdited, this, &frmLogin::txtUserName_Change);

@@ -97,6 +97,7 @@ void frmTable::Form_Load()
     fraTable->setMinimumHeight(linePx * 4);
     txtPreview->setObjectName(u"txtPreview"_s);
     txtPreview->setAccessibleName(u"できる学習ファイルの初めの行"_s);
+    txtPreview->setToolTip(u"このように作られます (Alt+P)"_s);
     txtPreview->setReadOnly(true);
     txtPreview->setTabChangesFocus(true);
     txtPreview->setLineWrapMode(QPlainTextEdit::NoWrap);

@@ -83,14 +83,17 @@ void frmIni::AddControls()
         cboZoom->addItem(QString::number(percent) + u" %"_s, percent);
     txtLineSpace->setObjectName(u"txtLineSpace"_s);
     txtLineSpace->setAccessibleName(u"行間"_s);
+    txtLineSpace->setToolTip(u"行と行の間の広さです (Alt+L)"_s);
     txtLineSpace->setMaximumWidth(8 * charPx);
     lblLSpaceRange->setObjectName(u"lblLSpaceRange"_s);
     txtTextEditor->setObjectName(u"txtTextEditor"_s);
     txtTextEditor->setAccessibleName(u"テキストエディタ"_s);
+    txtTextEditor->setToolTip(u"学習ファイルを編集するプログラムです (Alt+T)"_s);
     txtTextEditor->setMinimumWidth(40 * charPx);
     txtTextEditor->setMaxLength(LongestSetting);
     connect(txtTextEditor, &QLineEdit::textChanged, this, &frmIni::txtTextEditor_Change);
     chkDispLineNum->setObjectName(u"chkDispLineNum"_s);
+    chkDispLineNum->setToolTip(u"本文の左に行番号を表示します (Alt+N)"_s);
     cboPageColour->setObjectName(u"cboPageColour"_s);
     cboPageColour->setAccessibleName(u"画面の色"_s);
     cboPageColour->setToolTip(u"本文の背景と文字の色を選びます (Alt+C)"_s);
@@ -100,6 +103,7 @@ void frmIni::AddControls()
         optFontSize[i] = new QRadioButton(FontSizeText(FontSizes[i]), this);
         optFontSize[i]->setObjectName(u"optFontSize"_s + QString::number(i));
         optFontSize[i]->setAccessibleName(u"フォントサイズ "_s + FontSizeText(FontSizes[i]));
+        optFontSize[i]->setToolTip(u"本文の文字の大きさです (Alt+P)"_s);
     }
     QPushButton *const cmdBrowse =
         AddButton(this, u"cmdBrowse"_s, u"参照(&B)..."_s, u"テキストエディタのファイルを選びます (Alt+B)"_s,
@@ -114,7 +118,7 @@ void frmIni::AddControls()
         AddButton(this, u"cmdCancel"_s, u"キャンセル"_s, u"変えずに戻ります (Esc)"_s, &frmIni::cmdCancel_Click);
     auto *const content = new QWidget(this);
     auto *const form = new QFormLayout(content);
-    form->addRow(LabelOf(optFontSize[0], u"lblFontSize"_s, u"フォントサイズ："_s),
+    form->addRow(LabelOf(optFontSize[0], u"lblFontSize"_s, u"フォントサイズ(&P)："_s),
                  RowOf({optFontSize[0], optFontSize[1], optFontSize[2], NamedLabel(u"lblPoints"_s, u"ポイント"_s, this),
                         LabelOf(cboZoom, u"lblZoom"_s, u"拡大(&Z)："_s), cboZoom}));
     form->addRow(LabelOf(txtLineSpace, u"lblLineSpace"_s, u"行間(&L)："_s),
