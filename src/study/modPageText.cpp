@@ -66,7 +66,7 @@ int SpokenLength(const StudyPage &page, int line)
 QString SpokenPage(const StudyPage &page)
 {
     if (!page.IsFileOpen())
-        return u"「ファイル選択」(Alt+O) で学習ファイルを選んでください"_s;
+        return u"「ファイル選択」（Alt+O）で学習ファイルを選んでください。"_s;
     QStringList lines;
     const PageInView view = page.InView();
     for (int line = view.topLine; line <= view.lastLine; ++line) {
