@@ -106,10 +106,16 @@ void BarControl::PaintGround(QPainter *painter, const QRect &face) const
         painter->drawRoundedRect(area.adjusted(half, half, -half, -half), radius, radius);
     };
     const bool isTicked = m_self->isChecked() && m_tickedGround.isValid();
-    if (m_self->isChecked() || m_self->isDown())
-        paint(face, 1, isTicked ? m_tickedText : accent, isTicked ? m_tickedGround : palette.alternateBase());
-    else if (m_self->isEnabled() && m_self->underMouse())
-        paint(face, 0, QColor(), palette.alternateBase());
+    // The palette of a desktop may have no tint on which the text can be read.
+    const QColor tint = palette.color(QPalette::AlternateBase);
+    const bool hasTint = Contrast(tint, TextColour(false)) >= TextContrast;
+    const int edgeWidth = hasTint ? 1 : FocusRingWidth;
+    if (isTicked)
+        paint(face, 1, m_tickedText, m_tickedGround);
+    else if (m_self->isChecked() || m_self->isDown())
+        paint(face, edgeWidth, accent, hasTint ? tint : window);
+    else if (m_self->isEnabled() && m_self->underMouse() && hasTint)
+        paint(face, 0, QColor(), tint);
     if (m_self->hasFocus())
         paint(face.adjusted(-FocusRingReach, -FocusRingReach, FocusRingReach, FocusRingReach), FocusRingWidth, accent,
               Qt::NoBrush);

@@ -7,6 +7,7 @@
 #include "widgets/CommandBar.h"
 #include "widgets/Contrast.h"
 #include "widgets/ElidedLabel.h"
+#include "widgets/Measures.h"
 #include "widgets/PageColours.h"
 #include "widgets/modBarFit.h"
 
@@ -249,4 +250,23 @@ TEST(BarButton, EveryState_LooksDifferentAndNothingMoves)
         EXPECT_TRUE(control.isChecked()) << "the whole face can be clicked";
         EXPECT_EQ(control.accessibleName(), u"苦手だけ 123"_s);
     }
+}
+
+TEST(BarButton, PaletteWithoutReadableTint_TicksByTheEdge)
+{
+    QPalette desktop(Qt::white, Qt::black);
+    desktop.setColor(QPalette::Window, Qt::black);
+    desktop.setColor(QPalette::WindowText, Qt::white);
+    desktop.setColor(QPalette::AlternateBase, Qt::white);
+    desktop.setColor(QPalette::Highlight, Qt::yellow);
+    QWidget window;
+    window.setPalette(desktop);
+    BarCheckBox control(u"chkOnlyHard"_s, Icon::Filter, u"苦手だけ"_s, &window);
+    control.resize(control.sizeHint());
+    const QImage before = control.grab().toImage();
+    control.setChecked(true);
+    const QImage ticked = control.grab().toImage();
+    EXPECT_NE(ticked, before);
+    const QPoint belowEdge(control.rect().center().x(), FocusRingReach + FocusRingWidth + 1);
+    EXPECT_EQ(ticked.pixelColor(belowEdge), QColor(Qt::black));
 }
