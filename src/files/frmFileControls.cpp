@@ -244,13 +244,14 @@ void frmFile::AddBottomRow()
         AddButton(this, u"cmdEnd"_s, u"終了(&X)"_s, u"瞬記帳を終了します (Alt+X)"_s, &frmFile::cmdEnd_Click));
 }
 
-/// First the files and their commands, then the history.
+/// In reading order: the files and their commands, the history, and what leaves the window.
 void frmFile::SetUpTabOrder()
 {
     const auto control = [this](const QString &name) { return findChild<QWidget *>(name); };
-    SetTabOrder({tabHalves, txtFilter, lstFile, cmdMakeFirst, cmdSelect, m_edit.button, m_convert.button,
-                 m_print.button, control(u"cmdOthers"_s), control(u"cmdCancel"_s), control(u"cmdEnd"_s)});
-    m_history->SetTabOrderAfter(control(u"cmdEnd"_s));
+    SetTabOrder({tabHalves, txtFilter, control(u"cmdOthers"_s), lstFile, cmdMakeFirst, cmdSelect, m_edit.button,
+                 m_convert.button, m_print.button});
+    SetTabOrder({control(u"cmdCancel"_s), control(u"cmdEnd"_s)});
+    m_history->SetTabOrderBetween(m_print.button, control(u"cmdCancel"_s));
 }
 
 bool frmFile::IsNarrow() const

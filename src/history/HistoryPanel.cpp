@@ -120,9 +120,9 @@ QBoxLayout *HistoryPanel::TotalsRow()
     return row;
 }
 
-void HistoryPanel::SetTabOrderAfter(QWidget *last)
+void HistoryPanel::SetTabOrderBetween(QWidget *before, QWidget *after)
 {
-    SetTabOrder({last, txtYmd, txtWeekN, cmdInc, lstRecord, cmdFile});
+    SetTabOrder({before, txtYmd, txtWeekN, cmdInc, lstRecord, cmdFile, after});
 }
 
 void HistoryPanel::FocusRecords()

@@ -45,8 +45,8 @@ class HistoryPanel : public QWidget
     /// Stops reading. A report that was to be written afterwards is not.
     void Stop();
 
-    /// Places the panel's controls after another one in the tab order.
-    void SetTabOrderAfter(QWidget *last);
+    /// Puts the controls between two others in the tab order.
+    void SetTabOrderBetween(QWidget *before, QWidget *after);
 
     /// Moves the focus to the list of sessions.
     void FocusRecords();
