@@ -52,7 +52,7 @@ bool SendAsRepetition(QObject *receiver, QKeyEvent *press)
 
 } // namespace
 
-InputGuard::InputGuard()
+InputGuard::InputGuard(bool hasKeyTimes) : m_hasKeyTimes(hasKeyTimes)
 {
     qApp->installEventFilter(this);
 }
@@ -60,8 +60,8 @@ InputGuard::InputGuard()
 bool InputGuard::IsUnflaggedRepetition(const QKeyEvent &press) const
 {
     // Synthetic events may have no time.
-    return !press.isAutoRepeat() && press.timestamp() != 0 && m_releasedMs != 0 && press.key() == m_releasedKey &&
-           press.timestamp() - m_releasedMs <= MaxGapMs;
+    return m_hasKeyTimes && !press.isAutoRepeat() && press.timestamp() != 0 && m_releasedMs != 0 &&
+           press.key() == m_releasedKey && press.timestamp() - m_releasedMs <= MaxGapMs;
 }
 
 bool InputGuard::eventFilter(QObject *receiver, QEvent *event)

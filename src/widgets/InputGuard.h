@@ -13,6 +13,7 @@
 // methods consume that key, but some pass it on before the conversion is finished.
 #pragma once
 
+#include <QGuiApplication>
 #include <QObject>
 
 class QKeyEvent;
@@ -21,7 +22,10 @@ class InputGuard : public QObject
 {
   public:
     /// Watches the application until it is destroyed.
-    InputGuard();
+    /// @param hasKeyTimes  whether key events have the times at which keys were pressed. On Windows they have those at
+    /// which Qt handles them: two quick presses that wait behind long work would look like a repetition. All
+    /// repetitions are flagged there.
+    explicit InputGuard(bool hasKeyTimes = QGuiApplication::platformName() != QStringView(u"windows"));
 
     /// While set, keys, clicks and the wheel do nothing except in a modal window: what was typed or clicked ahead was
     /// meant for a window that is gone.
@@ -36,6 +40,7 @@ class InputGuard : public QObject
   private:
     bool IsUnflaggedRepetition(const QKeyEvent &press) const;
 
+    bool m_hasKeyTimes;
     bool m_isInputIgnored = false;
     int m_releasedKey = 0;
     quint64 m_releasedMs = 0;

@@ -22,7 +22,7 @@ class WindowTest : public testing::Test
 
     TestFolder folder;
     RecordingServices services;
-    InputGuard inputGuard;
+    InputGuard inputGuard{true};
     frmMsg msg{services, QStringLiteral("wav")};
     DialogScript script;
 };
