@@ -4,7 +4,6 @@
 #include "platform/QtSystemServices.h"
 
 #include "platform/modProcess.h"
-#include "platform/modShell.h"
 
 #include <QApplication>
 #include <QMessageBox>

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Kotoban developers
 // SPDX-License-Identifier: MIT
 
-// Starts programs from Windows-style command lines.
+// Starts programs: from Windows-style command lines, and the default programs of files and folders.
 #pragma once
 
 #include <QString>
@@ -10,6 +10,11 @@
 /// than Windows "notepad.exe" stands for the desktop's own plain-text editor.
 /// @return false if nothing could be started
 [[nodiscard]] bool StartProcess(const QString &commandLine);
+
+/// Opens a file or folder as a double click on it would, in a normal window, without waiting.
+/// @param workingFolder  working directory of the started program, where the system supports one
+/// @return false if nothing could be started
+[[nodiscard]] bool ShellOpen(const QString &path, const QString &workingFolder);
 
 /// Full path of the program that StartProcess would start for a command line, with links not followed. Empty if there
 /// is none, and for a "notepad.exe" that stands for the desktop's own editor.

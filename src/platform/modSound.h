@@ -11,15 +11,10 @@
 class SoundPlayer
 {
   public:
-    SoundPlayer();
-    ~SoundPlayer();
-    Q_DISABLE_COPY_MOVE(SoundPlayer)
-
     /// Starts playing a WAVE file and returns at once. A new sound stops the old one; silent if the file or a sound
     /// device is missing. Nothing is loaded before the first sound.
     void Play(const QString &path);
 
   private:
-    struct Running;
-    std::unique_ptr<Running> m_running;
+    std::shared_ptr<void> m_running; // its deleter stops the sound, where that is ours to do
 };

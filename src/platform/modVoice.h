@@ -11,10 +11,6 @@
 class Voice
 {
   public:
-    Voice();
-    ~Voice();
-    Q_DISABLE_COPY_MOVE(Voice)
-
     /// Starts speaking a text and returns at once. Whatever the text contains, it is only spoken, never interpreted as
     /// markup, an option, a script or a command line. Silent if there is no voice. Nothing is loaded before the first
     /// text.
@@ -24,6 +20,5 @@ class Voice
     bool IsThere();
 
   private:
-    struct Engine;
-    std::unique_ptr<Engine> m_engine;
+    std::shared_ptr<void> m_engine; // of the system, where it has one that stays loaded
 };

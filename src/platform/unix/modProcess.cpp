@@ -5,6 +5,7 @@
 
 #include "platform/modCommandLine.h"
 
+#include <QDir>
 #include <QFileInfo>
 #include <QProcess>
 #include <QStandardPaths>
@@ -91,6 +92,12 @@ bool StartProcess(const QString &commandLine)
     if (IsNotepad(command.program))
         return StartTextEditor(command.arguments);
     return QProcess::startDetached(command.program, command.arguments);
+}
+
+bool ShellOpen(const QString &path, const QString &workingFolder)
+{
+    const QString folder = QDir(workingFolder).exists() ? workingFolder : QDir::rootPath();
+    return QProcess::startDetached(u"xdg-open"_s, {path}, folder);
 }
 
 // A name without a slash is found on the search path only, even if a file in the working folder bears it.

@@ -26,29 +26,20 @@ QString FindPlayer()
 
 // A player process rather than a sound library: it starts quickly, never blocks the window's thread on a sound server
 // and cannot crash the program.
-struct SoundPlayer::Running
-{
-    QProcess process;
-
-    ~Running()
-    {
-        process.kill();
-        process.waitForFinished(200);
-    }
-};
-
-SoundPlayer::SoundPlayer() = default;
-SoundPlayer::~SoundPlayer() = default;
-
 void SoundPlayer::Play(const QString &path)
 {
     m_running.reset();
     const QString player = FindPlayer();
     if (player.isEmpty() || !QFileInfo(path).isFile())
         return;
-    m_running = std::make_unique<Running>();
-    m_running->process.setStandardInputFile(QProcess::nullDevice());
-    m_running->process.setStandardOutputFile(QProcess::nullDevice());
-    m_running->process.setStandardErrorFile(QProcess::nullDevice());
-    m_running->process.start(player, {path});
+    const std::shared_ptr<QProcess> process(new QProcess, [](QProcess *running) {
+        running->kill();
+        running->waitForFinished(200);
+        delete running;
+    });
+    process->setStandardInputFile(QProcess::nullDevice());
+    process->setStandardOutputFile(QProcess::nullDevice());
+    process->setStandardErrorFile(QProcess::nullDevice());
+    process->start(player, {path});
+    m_running = process;
 }

@@ -29,19 +29,12 @@ bool HasProgram(const QString &name)
 
 } // namespace
 
-// Each text is spoken by a process of its own, so there is no state to keep.
-struct Voice::Engine
-{
-};
-
-Voice::Voice() = default;
-Voice::~Voice() = default;
-
 bool Voice::IsThere()
 {
     return HasProgram(u"spd-say"_s) || HasProgram(u"espeak-ng"_s);
 }
 
+// Each text is spoken by a process of its own, so there is no state to keep.
 void Voice::Speak(const QString &text)
 {
     const bool hasService = HasProgram(u"spd-say"_s);

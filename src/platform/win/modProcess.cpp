@@ -11,6 +11,8 @@
 #include <array>
 #include <string>
 #include <windows.h>
+// After windows.h, whose types it needs.
+#include <shellapi.h>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -56,6 +58,14 @@ bool StartProcess(const QString &commandLine)
     CloseHandle(process.hThread);
     CloseHandle(process.hProcess);
     return true;
+}
+
+// The wide form, because a folder name may contain characters outside the machine's code page.
+bool ShellOpen(const QString &path, const QString &workingFolder)
+{
+    const HINSTANCE result = ShellExecuteW(nullptr, L"open", reinterpret_cast<LPCWSTR>(path.utf16()), nullptr,
+                                           reinterpret_cast<LPCWSTR>(workingFolder.utf16()), SW_SHOWNORMAL);
+    return reinterpret_cast<intptr_t>(result) > 32; // 32 and below are error codes
 }
 
 // A program that is not found here is returned as written, in case CreateProcess still finds one.

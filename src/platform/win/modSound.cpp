@@ -7,13 +7,6 @@
 // After windows.h, whose types it needs.
 #include <mmsystem.h>
 
-struct SoundPlayer::Running
-{
-};
-
-SoundPlayer::SoundPlayer() = default;
-SoundPlayer::~SoundPlayer() = default;
-
 // The wide form, because a folder name may contain characters outside the machine's code page.
 void SoundPlayer::Play(const QString &path)
 {

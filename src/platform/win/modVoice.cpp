@@ -7,8 +7,10 @@
 // After windows.h, whose types it needs.
 #include <sapi.h>
 
+namespace {
+
 // The system's speech interface (SAPI 5). An ISpVoice queues its texts and speaks them one after another.
-struct Voice::Engine
+struct Engine
 {
     // S_FALSE (already initialized, by Qt) counts as success and must be balanced too.
     const HRESULT initialized = CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
@@ -32,16 +34,22 @@ struct Voice::Engine
     Q_DISABLE_COPY_MOVE(Engine)
 };
 
-Voice::Voice() = default;
-Voice::~Voice() = default;
+/// The voice of the engine, which is loaded by the first call; null without one.
+ISpVoice *VoiceOf(std::shared_ptr<void> *engine)
+{
+    if (!*engine)
+        *engine = std::make_shared<Engine>();
+    return static_cast<Engine *>(engine->get())->voice;
+}
+
+} // namespace
 
 bool Voice::IsThere()
 {
-    if (!m_engine)
-        m_engine = std::make_unique<Engine>();
     // The interface exists even on a system without any voice.
+    ISpVoice *const voice = VoiceOf(&m_engine);
     ISpObjectToken *token = nullptr;
-    if (!m_engine->voice || FAILED(m_engine->voice->GetVoice(&token)))
+    if (!voice || FAILED(voice->GetVoice(&token)))
         return false;
     token->Release();
     return true;
@@ -49,8 +57,6 @@ bool Voice::IsThere()
 
 void Voice::Speak(const QString &text)
 {
-    if (!m_engine)
-        m_engine = std::make_unique<Engine>();
-    if (m_engine->voice)
-        m_engine->voice->Speak(reinterpret_cast<LPCWSTR>(text.utf16()), SPF_ASYNC | SPF_IS_NOT_XML, nullptr);
+    if (ISpVoice *const voice = VoiceOf(&m_engine))
+        voice->Speak(reinterpret_cast<LPCWSTR>(text.utf16()), SPF_ASYNC | SPF_IS_NOT_XML, nullptr);
 }
