@@ -9,8 +9,15 @@
 
 namespace {
 
-constexpr qsizetype RuledOut = -1;
+constexpr qsizetype RuledOut = -1; // as a position; as a length, of an invalid sequence
 constexpr quint8 Escape = 27;
+
+/// One of the encodings that are possible at first.
+struct Candidate
+{
+    qsizetype position = 0; ///< of the next character, or RuledOut
+    qsizetype count = 0;    ///< in its favour: bytes in multi-byte characters
+};
 
 bool Between(quint8 byte, quint8 first, quint8 last)
 {
@@ -50,9 +57,9 @@ class Scan
         for (qsizetype i = SkipPlain(0); i <= m_last; i = SkipPlain(i + 1)) {
             if (const std::optional<CharCode> found = StepSevenBit(i))
                 return *found;
-            StepUtf8(i);
-            StepSjis(i);
-            StepEuc(i);
+            Step<&Scan::Utf8Length>(i, &m_utf8);
+            Step<&Scan::SjisLength>(i, &m_sjis);
+            Step<&Scan::EucLength>(i, &m_euc);
             if (!m_sevenBit && m_alive < 2)
                 return EarlyDecision();
         }
@@ -70,14 +77,14 @@ class Scan
     /// @return the next index to examine
     qsizetype SkipPlain(qsizetype i)
     {
-        qsizetype *const positions[] = {&m_posUtf8, &m_posSjis, &m_posEuc, &m_posUtf7};
+        qsizetype *const positions[] = {&m_utf8.position, &m_sjis.position, &m_euc.position, &m_utf7.position};
         const auto isInStep = [i](const qsizetype *position) { return *position == i || *position == RuledOut; };
         if (!std::all_of(std::begin(positions), std::end(positions), isInStep))
             return i;
         const quint8 none = 128; // no further stop: 128 is one anyway
         const auto *const begin = reinterpret_cast<const quint8 *>(m_bytes.data());
         const quint8 *const end = EndOfPlain(begin + qMin(i, m_bytes.size()), begin + m_bytes.size(),
-                                             m_sevenBit ? Escape : none, m_posUtf7 == i ? quint8('+') : none);
+                                             m_sevenBit ? Escape : none, m_utf7.position == i ? quint8('+') : none);
         for (qsizetype *const position : positions)
             if (*position == i)
                 *position = end - begin;
@@ -105,15 +112,15 @@ class Scan
             return std::nullopt;
         if (At(i) >= 128) {
             m_sevenBit = false;
-            m_posUtf7 = RuledOut;
+            m_utf7.position = RuledOut;
             return std::nullopt;
         }
         if (IsJisEscape(i))
             return CharCode::Jis;
-        if (At(i) == Escape || m_posUtf7 < 0 || m_posUtf7 > i)
+        if (At(i) == Escape || m_utf7.position < 0 || m_utf7.position > i)
             return std::nullopt;
-        if (At(m_posUtf7) != '+') {
-            ++m_posUtf7;
+        if (At(m_utf7.position) != '+') {
+            ++m_utf7.position;
             return std::nullopt;
         }
         return StepUtf7Run(i);
@@ -123,114 +130,100 @@ class Scan
     // bits to spare. The second such run decides. The count of characters carries over from run to run.
     std::optional<CharCode> StepUtf7Run(qsizetype i)
     {
-        qsizetype j = m_posUtf7 + 1;
+        qsizetype j = m_utf7.position + 1;
         for (; j < m_last && IsBase64(At(j)); ++j)
             ++m_base64Count;
         if (j >= m_last) {
-            m_posUtf7 = j;
+            m_utf7.position = j;
         } else if (At(j) == '-' && m_base64Count * 6 % 16 < 6) {
-            if (m_countUtf7 > 0)
+            if (m_utf7.count > 0)
                 return CharCode::Utf7;
-            m_posUtf7 = j + 1;
-            m_countUtf7 = j + 1 - i;
+            m_utf7.position = j + 1;
+            m_utf7.count = j + 1 - i;
         } else {
-            m_posUtf7 = RuledOut;
+            m_utf7.position = RuledOut;
         }
         return std::nullopt;
     }
 
-    /// Length of the UTF-8 sequence at the current position; 0 if it is invalid.
-    qsizetype Utf8Length() const
+    /// Moves a candidate on if it is at the current byte.
+    /// @tparam LengthAt  gives the number of bytes of the character at a position, RuledOut if that is invalid
+    template <qsizetype (Scan::*LengthAt)(qsizetype at) const>
+    void Step(qsizetype i, Candidate *candidate)
     {
-        const qsizetype at = m_posUtf8;
+        if (candidate->position < 0 || candidate->position > i)
+            return;
+        const qsizetype length = (this->*LengthAt)(candidate->position);
+        if (length == RuledOut) {
+            candidate->position = RuledOut;
+            --m_alive;
+            return;
+        }
+        candidate->position += length;
+        if (length > 1)
+            candidate->count += length;
+    }
+
+    qsizetype Utf8Length(qsizetype at) const
+    {
         const quint8 lead = At(at);
         if (lead < 128)
             return 1;
         if (Between(lead, 194, 223))
-            return TrailAt(at + 1, 128, 191) ? 2 : 0;
+            return TrailAt(at + 1, 128, 191) ? 2 : RuledOut;
         if (Between(lead, 224, 239))
-            return TrailAt(at + 1, lead == 224 ? 160 : 128, 191) && TrailAt(at + 2, 128, 191) ? 3 : 0;
+            return TrailAt(at + 1, lead == 224 ? 160 : 128, 191) && TrailAt(at + 2, 128, 191) ? 3 : RuledOut;
         if (Between(lead, 240, 244))
             return TrailAt(at + 1, lead == 240 ? 144 : 128, lead == 244 ? 143 : 191) && TrailAt(at + 2, 128, 191) &&
                            TrailAt(at + 3, 128, 191)
                        ? 4
-                       : 0;
+                       : RuledOut;
+        return RuledOut;
+    }
+
+    qsizetype SjisLength(qsizetype at) const
+    {
+        const quint8 lead = At(at);
+        if (lead < 128 || Between(lead, 160, 223))
+            return 1;
+        if (Between(lead, 129, 159) || Between(lead, 224, 252))
+            return TrailAt(at + 1, 64, 126) || TrailAt(at + 1, 128, 252) ? 2 : RuledOut;
+        // At 128 and 253 to 255 the position deliberately stays: some variants of Shift_JIS assign these bytes, so they
+        // do not rule it out, but nothing after them counts in its favour.
         return 0;
     }
 
-    /// Length of the EUC sequence at the current position; 0 if it is invalid.
-    qsizetype EucLength() const
+    qsizetype EucLength(qsizetype at) const
     {
-        const qsizetype at = m_posEuc;
         const quint8 lead = At(at);
         if (lead < 128)
             return 1;
         if (lead == 142)
-            return TrailAt(at + 1, 161, 223) ? 2 : 0;
+            return TrailAt(at + 1, 161, 223) ? 2 : RuledOut;
         if (lead == 143)
-            return TrailAt(at + 1, 161, 254) && TrailAt(at + 2, 161, 254) ? 3 : 0;
-        if (lead >= 161)
-            return TrailAt(at + 1, 161, 254) ? 2 : 0;
-        return 0;
-    }
-
-    void Advance(qsizetype length, qsizetype *position, qsizetype *count)
-    {
-        if (length == 0) {
-            *position = RuledOut;
-            --m_alive;
-            return;
-        }
-        *position += length;
-        if (length > 1)
-            *count += length;
-    }
-
-    void StepUtf8(qsizetype i)
-    {
-        if (m_posUtf8 >= 0 && m_posUtf8 <= i)
-            Advance(Utf8Length(), &m_posUtf8, &m_countUtf8);
-    }
-
-    void StepSjis(qsizetype i)
-    {
-        if (m_posSjis < 0 || m_posSjis > i)
-            return;
-        const quint8 lead = At(m_posSjis);
-        if (lead < 128 || Between(lead, 160, 223))
-            ++m_posSjis;
-        else if (Between(lead, 129, 159) || Between(lead, 224, 252))
-            Advance(TrailAt(m_posSjis + 1, 64, 126) || TrailAt(m_posSjis + 1, 128, 252) ? 2 : 0, &m_posSjis,
-                    &m_countSjis);
-        // At 128 and 253 to 255 the position deliberately stays: some variants of Shift_JIS assign these bytes, so they
-        // do not rule it out, but nothing after them counts in its favour.
-    }
-
-    void StepEuc(qsizetype i)
-    {
-        if (m_posEuc >= 0 && m_posEuc <= i)
-            Advance(EucLength(), &m_posEuc, &m_countEuc);
+            return TrailAt(at + 1, 161, 254) && TrailAt(at + 2, 161, 254) ? 3 : RuledOut;
+        return lead >= 161 && TrailAt(at + 1, 161, 254) ? 2 : RuledOut;
     }
 
     CharCode EarlyDecision() const
     {
-        if (m_posUtf8 >= 0)
+        if (m_utf8.position >= 0)
             return CharCode::Utf8;
-        if (m_posSjis >= 0)
+        if (m_sjis.position >= 0)
             return CharCode::Sjis;
-        if (m_posEuc >= 0)
+        if (m_euc.position >= 0)
             return CharCode::Euc;
         return HeaviestCount();
     }
 
     CharCode HeaviestCount() const
     {
-        CharCode code = m_countUtf7 > 0 ? CharCode::Utf7 : CharCode::None;
-        if (m_countUtf8 > m_countUtf7)
+        CharCode code = m_utf7.count > 0 ? CharCode::Utf7 : CharCode::None;
+        if (m_utf8.count > m_utf7.count)
             code = CharCode::Utf8;
-        if (m_countSjis > m_countUtf8 && m_countSjis > m_countUtf7)
+        if (m_sjis.count > m_utf8.count && m_sjis.count > m_utf7.count)
             code = CharCode::Sjis;
-        if (m_countEuc > m_countSjis && m_countEuc > m_countUtf8 && m_countEuc > m_countUtf7)
+        if (m_euc.count > m_sjis.count && m_euc.count > m_utf8.count && m_euc.count > m_utf7.count)
             code = CharCode::Euc;
         return code;
     }
@@ -239,14 +232,14 @@ class Scan
     // on a tie.
     CharCode DecisionAtEnd() const
     {
-        if (m_sevenBit && m_posUtf7 >= 0 && m_countUtf7 >= 1)
+        if (m_sevenBit && m_utf7.position >= 0 && m_utf7.count >= 1)
             return CharCode::Utf7;
-        if (m_posUtf8 >= 0 && m_countUtf8 >= 1)
+        if (m_utf8.position >= 0 && m_utf8.count >= 1)
             return CharCode::Utf8;
-        const bool euc = m_posEuc >= 0 && m_countEuc > m_countSjis && m_countEuc > m_countUtf8;
+        const bool euc = m_euc.position >= 0 && m_euc.count > m_sjis.count && m_euc.count > m_utf8.count;
         if (euc)
             return CharCode::Euc;
-        if (m_posSjis >= 0 && m_countSjis > m_countUtf8)
+        if (m_sjis.position >= 0 && m_sjis.count > m_utf8.count)
             return CharCode::Sjis;
         return m_sevenBit ? CharCode::Ascii : CharCode::None;
     }
@@ -255,14 +248,10 @@ class Scan
     qsizetype m_last;
     bool m_sevenBit = true; // no byte of 128 or more so far
     int m_alive = 3;        // how many of UTF-8, Shift_JIS and EUC are still possible
-    qsizetype m_posUtf7 = 0;
-    qsizetype m_posUtf8 = 0;
-    qsizetype m_posSjis = 0;
-    qsizetype m_posEuc = 0;
-    qsizetype m_countUtf7 = 0;
-    qsizetype m_countUtf8 = 0;
-    qsizetype m_countSjis = 0;
-    qsizetype m_countEuc = 0;
+    Candidate m_utf7;
+    Candidate m_utf8;
+    Candidate m_sjis;
+    Candidate m_euc;
     qsizetype m_base64Count = 0;
 };
 
