@@ -14,6 +14,20 @@ QString BracketMessage(const QString &fault, int line, QStringView text, const Q
     return fault + u"\r\n\r\n"_s + QString::number(line) + u"行目："_s + text + u"\r\n\r\n"_s + request + u"\r\n\r\n"_s;
 }
 
+/// Checks the brackets of each line. @param isValid  of one line; @param messageOf  about a line that is not
+bool CheckBrackets(const StudyLines &lines, bool (*isValid)(QStringView), QString (*messageOf)(int, QStringView),
+                   QString *message, int *errorLine)
+{
+    for (int line = 1; line <= lines.Count() && !lines.BracketsTakeTurns(); ++line) {
+        if (!isValid(lines.at1(line))) {
+            *message = messageOf(line, lines.at1(line));
+            *errorLine = line;
+            return false;
+        }
+    }
+    return true;
+}
+
 } // namespace
 
 bool CheckLineBytes(const StudyLines &lines, int maxLineBytes, QString *message, int *errorLine)
@@ -33,30 +47,12 @@ bool CheckLineBytes(const StudyLines &lines, int maxLineBytes, QString *message,
 
 bool CheckBracketCount(const StudyLines &lines, QString *message, int *errorLine)
 {
-    if (lines.BracketsTakeTurns())
-        return true;
-    for (int line = 1; line <= lines.Count(); ++line) {
-        if (!IsBracketCountEqual(lines.at1(line))) {
-            *message = BracketCountMessage(line, lines.at1(line));
-            *errorLine = line;
-            return false;
-        }
-    }
-    return true;
+    return CheckBrackets(lines, IsBracketCountEqual, BracketCountMessage, message, errorLine);
 }
 
 bool CheckBracketOrder(const StudyLines &lines, QString *message, int *errorLine)
 {
-    if (lines.BracketsTakeTurns())
-        return true;
-    for (int line = 1; line <= lines.Count(); ++line) {
-        if (!IsBracketOrderValid(lines.at1(line))) {
-            *message = BracketOrderMessage(line, lines.at1(line));
-            *errorLine = line;
-            return false;
-        }
-    }
-    return true;
+    return CheckBrackets(lines, IsBracketOrderValid, BracketOrderMessage, message, errorLine);
 }
 
 qsizetype CountString(QStringView text, QChar character)

@@ -8,6 +8,9 @@
 #include <QDir>
 #include <QFileInfo>
 
+#include <algorithm>
+#include <functional>
+
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
@@ -44,24 +47,13 @@ QString NameIn(QStringView reference)
 bool IsPictureLineValid(QStringView line)
 {
     const std::vector<qsizetype> opening = PositionsOf(line, OpeningCorner);
-    if (opening.empty())
-        return true;
-    const std::vector<qsizetype> closing = PositionsOf(line, ClosingCorner);
-    if (closing.size() != opening.size())
-        return false;
-    for (size_t i = 0; i < opening.size(); ++i)
-        if (closing[i] - opening[i] < 1)
-            return false;
-    return true;
+    return opening.empty() || std::ranges::equal(opening, PositionsOf(line, ClosingCorner), std::less());
 }
 
 bool IsPictureNameValid(QStringView name)
 {
-    constexpr QStringView forbidden = u"!\"#$%&'+?*/\\., \t｣";
-    for (const QChar character : name)
-        if (forbidden.contains(character))
-            return false;
-    return true;
+    static constexpr QStringView forbidden = u"!\"#$%&'+?*/\\., \t｣";
+    return std::ranges::none_of(name, [](QChar character) { return forbidden.contains(character); });
 }
 
 QStringList BadPictureNames(const DisplayText &text)
