@@ -42,24 +42,17 @@ Hits::Hits(const DisplayText *text, std::unique_ptr<TextFinder> finder, int star
         m_next = std::min(ChunkOf(std::max(startLine, 1)), m_counts.size() - 1);
 }
 
-void Hits::AddSpans(size_t chunk, std::vector<TextSpan> *spans) const
-{
-    const int first = int(chunk) * m_chunkLines + 1;
-    m_finder->AddSpans(*m_text, first, std::min(first + m_chunkLines - 1, m_text->LineCount()), spans);
-}
-
 std::vector<TextSpan> Hits::SpansOf(size_t chunk) const
 {
     std::vector<TextSpan> spans;
-    AddSpans(chunk, &spans);
+    const int first = int(chunk) * m_chunkLines + 1;
+    m_finder->AddSpans(*m_text, first, std::min(first + m_chunkLines - 1, m_text->LineCount()), &spans);
     return spans;
 }
 
 void Hits::CountChunk(size_t chunk)
 {
-    m_spans.clear();
-    AddSpans(chunk, &m_spans);
-    m_counts[chunk] = int(m_spans.size());
+    m_counts[chunk] = int(SpansOf(chunk).size());
     m_total += m_counts[chunk];
     ++m_counted;
 }

@@ -51,7 +51,6 @@ class Hits
     std::optional<HitStep> Next(const TextSpan &from, bool backwards, const QDeadlineTimer &until);
 
   private:
-    void AddSpans(size_t chunk, std::vector<TextSpan> *spans) const;
     std::vector<TextSpan> SpansOf(size_t chunk) const;
     void CountChunk(size_t chunk);
 
@@ -63,11 +62,10 @@ class Hits
     const DisplayText *m_text;
     std::unique_ptr<TextFinder> m_finder;
     int m_chunkLines;
-    std::vector<int> m_counts;     // hits of each chunk, NotCounted at first
-    size_t m_counted = 0;          // number of chunks counted
-    size_t m_next = 0;             // next chunk to count
-    int m_total = 0;               // hits
-    std::vector<TextSpan> m_spans; // of the chunk being counted
+    std::vector<int> m_counts; // hits of each chunk, NotCounted at first
+    size_t m_counted = 0;      // number of chunks counted
+    size_t m_next = 0;         // next chunk to count
+    int m_total = 0;           // hits
 };
 
 /// Text for the number of hits: 「6か所」, or 「6か所…」 while counting.
