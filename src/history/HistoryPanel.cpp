@@ -181,14 +181,13 @@ void HistoryPanel::cmdFile_Click()
         return;
     }
     if (m_reader.HasFailed()) {
-        m_msg.DispFrmMsg(window(), u"学習記録を読めなかったため，ファイルに出力できません。"_s, MsgStyle::Ok,
-                         u"notify.wav"_s);
+        m_msg.Refuse(window(), u"学習記録を読めなかったため，ファイルに出力できません。"_s);
         return;
     }
     const QString path =
         JoinPath(m_reportFolder, ReportFileName(m_userName, m_services.Now().date(), m_reader.Result().Weeks()));
     if (const FileFault fault = WriteReport(path, m_reader.Result())) {
-        m_msg.DispFrmMsg(window(), ReportNotWrittenMessage(fault), MsgStyle::Ok, u"notify.wav"_s);
+        m_msg.Refuse(window(), FaultMessage(u"学習記録をファイルに出力できません。"_s, fault));
         return;
     }
     const QString question = u"学習記録をファイルに出力しました。\r\nこのファイルを開きますか？\r\n"_s;

@@ -132,8 +132,3 @@ FileFault WriteReport(const QString &path, const History &history)
 {
     return ReplaceFile(path, ToCodePage932(ReportText(history)));
 }
-
-QString ReportNotWrittenMessage(const FileFault &fault)
-{
-    return FaultMessage(u"学習記録をファイルに出力できません。"_s, fault);
-}

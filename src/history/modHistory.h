@@ -155,6 +155,3 @@ QString ReportText(const History &history);
 
 /// Writes the report in code page 932, replacing an existing file. After a fault an existing file is unchanged.
 FileFault WriteReport(const QString &path, const History &history);
-
-/// The complete text for the user about a report that could not be written.
-QString ReportNotWrittenMessage(const FileFault &fault);
