@@ -5,8 +5,6 @@
 
 #include "base/modCodePage.h"
 
-using namespace Qt::Literals::StringLiterals;
-
 namespace {
 
 constexpr QStringView LineEnd = u"\r\n";

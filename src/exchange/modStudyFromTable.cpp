@@ -186,18 +186,17 @@ void TableTextMaking::AddRow(int row)
     }
 }
 
-TableStudyText StudyTextOf(const Table &table, const TableOptions &options)
+TableStudyText StudyTextOf(const Table &table, const TableOptions &options, int maxRows)
 {
-    TableTextMaking making(table, options);
+    TableTextMaking making(table, options, maxRows);
     making.GoOn(QDeadlineTimer(QDeadlineTimer::Forever));
     return making.Take();
 }
 
 QString PreviewText(const Table &table, const TableOptions &options)
 {
-    TableTextMaking making(table, options, PreviewRows);
-    making.GoOn(QDeadlineTimer(QDeadlineTimer::Forever));
-    QStringList lines = BreakLongLines(making.Take().text, MaxLineBytes).text.split(LineEnd.toString());
+    const QString text = StudyTextOf(table, options, PreviewRows).text;
+    QStringList lines = BreakLongLines(text, MaxLineBytes).text.split(LineEnd.toString());
     lines = lines.first(qMin(lines.size(), qsizetype(PreviewRows)));
     for (QString &line : lines)
         line.truncate(MaxLineBytes); // an unbreakable line may have millions of characters

@@ -80,7 +80,8 @@ class TableTextMaking
 };
 
 /// The result of a whole TableTextMaking.
-TableStudyText StudyTextOf(const Table &table, const TableOptions &options);
+TableStudyText StudyTextOf(const Table &table, const TableOptions &options,
+                           int maxRows = std::numeric_limits<int>::max());
 
 /// The first lines of the study file made of the table's first rows, before character conversion, long lines broken.
 QString PreviewText(const Table &table, const TableOptions &options);

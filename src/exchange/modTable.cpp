@@ -108,10 +108,10 @@ class TableReader
         return std::move(m_table);
     }
 
-    /// Whether one of Separators occurred inside a quoted cell.
-    bool IsQuoted(QChar separator) const
+    /// Those of Separators that occurred inside a quoted cell.
+    const QString &QuotedSeparators() const
     {
-        return m_quotedSeparators.contains(separator);
+        return m_quotedSeparators;
     }
 
   private:
@@ -160,7 +160,8 @@ class TableReader
         const Quoted quoted = TakeQuotedCell();
         if (quoted == Quoted::Ends) {
             for (const QChar separator : Separators)
-                if (!IsQuoted(separator) && QStringView(m_table.m_text).sliced(cellStart).contains(separator))
+                if (!m_quotedSeparators.contains(separator) &&
+                    QStringView(m_table.m_text).sliced(cellStart).contains(separator))
                     m_quotedSeparators += separator;
             return quoted;
         }
@@ -202,17 +203,13 @@ class TableReader
     {
         if (m_isCsv || !m_source.sliced(m_at, end - m_at).contains(m_format.separator))
             return false;
-        const qsizetype separators = SeparatorsIn(LineAround(m_source, m_at));
+        const auto separatorsAt = [this](qsizetype at) { return LineAround(m_source, at).count(m_format.separator); };
+        const qsizetype separators = separatorsAt(m_at);
         for (qsizetype at = m_at; at < end; ++at)
-            if (IsLineEnd(m_source[at]) && SeparatorsIn(LineAround(m_source, at + 1)) != separators &&
+            if (IsLineEnd(m_source[at]) && separatorsAt(at + 1) != separators &&
                 !m_source.sliced(at).startsWith(u"\r\n"))
                 return false;
         return true;
-    }
-
-    qsizetype SeparatorsIn(QStringView line) const
-    {
-        return line.count(m_format.separator);
     }
 
     bool EndsCell(qsizetype at) const
@@ -310,14 +307,11 @@ Sample SampleOf(QStringView rows, QChar separator)
     std::map<int, int> rowsByCells;
     for (int row = 1; row <= table.RowCount(); ++row)
         ++rowsByCells[table.CellCount(row)];
-    Sample sample{separator, {}, false, {}};
+    Sample sample{separator, {}, false, reader.QuotedSeparators()};
     for (const auto &[cells, count] : rowsByCells)
         if (cells > 1)
             sample.common = std::max(sample.common, CommonWidth{count, cells});
     sample.isEven = sample.common.rows > 0 && sample.common.rows == table.RowCount();
-    for (const QChar each : Separators)
-        if (reader.IsQuoted(each))
-            sample.quoted += each;
     return sample;
 }
 
