@@ -6,6 +6,14 @@
 #include <QFileInfo>
 #include <QStandardPaths>
 
+QString FirstInstalled(std::initializer_list<QString> names)
+{
+    for (const QString &name : names)
+        if (QString program = QStandardPaths::findExecutable(name); !program.isEmpty())
+            return program;
+    return QString();
+}
+
 bool ProgramExists(const QString &name)
 {
     return QFileInfo(name).isFile() || !QStandardPaths::findExecutable(name).isEmpty();

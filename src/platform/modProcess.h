@@ -6,6 +6,8 @@
 
 #include <QString>
 
+#include <initializer_list>
+
 /// Starts a command line as a detached process, in a normal, focused window, without waiting for it. On systems other
 /// than Windows "notepad.exe" stands for the desktop's own plain-text editor.
 /// @return false if nothing could be started
@@ -19,6 +21,9 @@
 /// Full path of the program that StartProcess would start for a command line, with links not followed. Empty if there
 /// is none, and for a "notepad.exe" that stands for the desktop's own editor.
 QString ProgramOf(const QString &commandLine);
+
+/// Full path of the first of some programs that is installed; empty if none is.
+QString FirstInstalled(std::initializer_list<QString> names);
 
 /// Whether a text names a program: an existing file, or a bare name found on the system's search path.
 bool ProgramExists(const QString &name);

@@ -11,8 +11,6 @@
 #include <algorithm>
 #include <optional>
 
-using namespace Qt::Literals::StringLiterals;
-
 namespace {
 
 /// Byte positions of an entry's line: it begins at start, has its "=" at equals, and ends before end, where its line

@@ -9,8 +9,6 @@
 
 #include <dirent.h>
 
-using namespace Qt::Literals::StringLiterals;
-
 namespace {
 
 bool IsFolder(const QString &folder, const dirent &entry)

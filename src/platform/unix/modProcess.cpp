@@ -10,8 +10,6 @@
 #include <QProcess>
 #include <QStandardPaths>
 
-#include <initializer_list>
-
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
@@ -26,19 +24,11 @@ bool IsProgram(const QString &name)
     return IsNotepad(name) || ProgramExists(name);
 }
 
-QString FindProgram(std::initializer_list<QString> names)
-{
-    for (const QString &name : names)
-        if (QString program = QStandardPaths::findExecutable(name); !program.isEmpty())
-            return program;
-    return QString();
-}
-
 /// The first installed editor that opens a file in code page 932 correctly and keeps its encoding when saving; empty if
 /// there is none.
 QString FindFittingEditor()
 {
-    return FindProgram({u"gedit"_s, u"kate"_s, u"kwrite"_s, u"l3afpad"_s});
+    return FirstInstalled({u"gedit"_s, u"kate"_s, u"kwrite"_s, u"l3afpad"_s});
 }
 
 /// The first installed plain-text editor of the usual desktops; empty if there is none.
@@ -46,8 +36,8 @@ QString FindTextEditor()
 {
     const QString fitting = FindFittingEditor();
     return !fitting.isEmpty() ? fitting
-                              : FindProgram({u"gnome-text-editor"_s, u"featherpad"_s, u"xed"_s, u"leafpad"_s,
-                                             u"mousepad"_s, u"pluma"_s, u"xedit"_s});
+                              : FirstInstalled({u"gnome-text-editor"_s, u"featherpad"_s, u"xed"_s, u"leafpad"_s,
+                                                u"mousepad"_s, u"pluma"_s, u"xedit"_s});
 }
 
 /// The desktop's default program for plain text; empty if there is none. Without one xdg-open fails silently.

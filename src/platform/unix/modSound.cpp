@@ -3,33 +3,19 @@
 
 #include "platform/modSound.h"
 
+#include "platform/modProcess.h"
+
 #include <QFileInfo>
 #include <QProcess>
-#include <QStandardPaths>
 
 using namespace Qt::Literals::StringLiterals;
-
-namespace {
-
-/// An installed command-line player, sound servers before the bare device; empty if there is none.
-QString FindPlayer()
-{
-    for (const QString &name : {u"paplay"_s, u"pw-play"_s, u"aplay"_s}) {
-        QString program = QStandardPaths::findExecutable(name);
-        if (!program.isEmpty())
-            return program;
-    }
-    return QString();
-}
-
-} // namespace
 
 // A player process rather than a sound library: it starts quickly, never blocks the window's thread on a sound server
 // and cannot crash the program.
 void SoundPlayer::Play(const QString &path)
 {
     m_running.reset();
-    const QString player = FindPlayer();
+    const QString player = FirstInstalled({u"paplay"_s, u"pw-play"_s, u"aplay"_s}); // sound servers before the device
     if (player.isEmpty() || !QFileInfo(path).isFile())
         return;
     const std::shared_ptr<QProcess> process(new QProcess, [](QProcess *running) {

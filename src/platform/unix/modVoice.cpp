@@ -3,8 +3,9 @@
 
 #include "platform/modVoice.h"
 
+#include "platform/modProcess.h"
+
 #include <QProcess>
-#include <QStandardPaths>
 
 #include <algorithm>
 
@@ -22,23 +23,24 @@ QString LanguageOf(const QString &text)
     return isJapanese ? u"ja"_s : u"en"_s;
 }
 
-bool HasProgram(const QString &name)
+/// An installed program that speaks, the speech service first; empty if there is none.
+QString FindSpeaker()
 {
-    return !QStandardPaths::findExecutable(name).isEmpty();
+    return FirstInstalled({u"spd-say"_s, u"espeak-ng"_s});
 }
 
 } // namespace
 
 bool Voice::IsThere()
 {
-    return HasProgram(u"spd-say"_s) || HasProgram(u"espeak-ng"_s);
+    return !FindSpeaker().isEmpty();
 }
 
 // Each text is spoken by a process of its own, so there is no state to keep.
 void Voice::Speak(const QString &text)
 {
-    const bool hasService = HasProgram(u"spd-say"_s);
-    const QString program = hasService ? u"spd-say"_s : u"espeak-ng"_s;
-    const QString languageOption = hasService ? u"-l"_s : u"-v"_s;
-    QProcess::startDetached(program, {languageOption, LanguageOf(text), u"--"_s, text});
+    const QString speaker = FindSpeaker();
+    const QString languageOption = speaker.endsWith(u"spd-say") ? u"-l"_s : u"-v"_s;
+    if (!speaker.isEmpty())
+        QProcess::startDetached(speaker, {languageOption, LanguageOf(text), u"--"_s, text});
 }
