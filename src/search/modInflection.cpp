@@ -6,8 +6,6 @@
 #include <algorithm>
 #include <string_view>
 
-using namespace Qt::Literals::StringLiterals;
-
 namespace {
 
 bool EndsWithOneOf(std::u16string_view word, std::initializer_list<std::u16string_view> endings)

@@ -27,17 +27,13 @@ constexpr QStringView UnfinishedName = u"unfinished.copy"; // temporary name; ha
 /// Removes the leftovers of interrupted writes, including temporary files, which have a dot and six letters appended.
 void RemoveUnfinished(const QString &folder)
 {
-    const auto isUnfinished = [](QStringView name, QStringView ending) {
-        return name.startsWith(ending) &&
-               (name.size() == ending.size() || (name.size() == ending.size() + 7 && name[ending.size()] == u'.'));
-    };
     // No name filters: Qt matches them with regular expressions, whose library start-up does not need otherwise.
     for (const QString &name : QDir(folder).entryList(QDir::Files | QDir::Hidden, QDir::NoSort)) {
-        const QStringView rest = QStringView(name).mid(UnfinishedName.size());
-        if (name.startsWith(UnfinishedName) &&
-            (isUnfinished(rest, QStringView()) || isUnfinished(rest, JournalEnding) || isUnfinished(rest, LogEnding) ||
-             isUnfinished(rest, LogIndexEnding)))
-            QFile::remove(JoinPath(folder, name));
+        const QStringView whole = name;
+        const QStringView stem = whole.size() > 7 && whole[whole.size() - 7] == u'.' ? whole.chopped(7) : whole;
+        for (const QStringView ending : {QStringView(), JournalEnding, LogEnding, LogIndexEnding})
+            if (const QString unfinished = UnfinishedName + ending; unfinished == whole || unfinished == stem)
+                QFile::remove(JoinPath(folder, name));
     }
 }
 
