@@ -151,6 +151,8 @@ TEST(StudyPage, KeysInTurn_ChangeAnswersAndTopLine)
     };
     for (const auto &[name, keys, state] : rows)
         EXPECT_EQ(KeyedPage(Lines, 3).Press(keys).State(), state) << name;
+    EXPECT_EQ(KeyedPage({u"[x]"_s, u"-"_s, u"-"_s}, 1).Press(u"EHNNEU").State(), u"x 1 1"_s)
+        << "a page turn that hides nothing";
 }
 
 TEST(StudyPage, LastAnswerShown_AsksBeforePageTurns)
@@ -274,8 +276,9 @@ TEST(StudyPage, LineWhereUserStopped_IsOfferedUntilPageMoves)
 {
     // The line, keys and the length of the text that is read then; then the offered line and where the user stops.
     const Rows<int, QString, int, int, int> rows = {
-        {4, u""_s, 5, 4, 4},    {4, u"EHU"_s, 5, 4, 1}, {5, u""_s, 4, 0, 4},     {4, u"N"_s, 5, 0, 4},
-        {4, u"NPP"_s, 5, 0, 4}, {1, u"N"_s, 5, 0, 1},   {0, u"NEPP"_s, 5, 0, 5}, {2, u"NL"_s, 4, 0, 4},
+        {4, u""_s, 5, 4, 4},  {4, u"EHU"_s, 5, 4, 1},  {5, u""_s, 4, 0, 4},
+        {4, u"N"_s, 5, 0, 4}, {4, u"NPP"_s, 5, 0, 4},  {1, u""_s, 5, 0, 1},
+        {1, u"N"_s, 5, 0, 1}, {0, u"NEPP"_s, 5, 0, 5}, {2, u"NL"_s, 4, 0, 4},
     };
     for (const auto &[lastLine, keys, lineCount, offered, stopped] : rows) {
         KeyedPage page(Lines, 3, {}, lastLine);
