@@ -91,13 +91,10 @@ void frmTable::Form_Load()
     WriteTrace(u"■frmTable.Form_Load");
     setWindowTitle(u"表から学習ファイルを作る"_s);
     const int linePx = fontMetrics().lineSpacing();
-    fraTable->setObjectName(u"fraTable"_s);
-    fraTable->setAccessibleName(u"表の初めの行"_s);
+    NameControl(fraTable, u"fraTable"_s, u"表の初めの行"_s);
     fraTable->setBackgroundRole(QPalette::Base);
     fraTable->setMinimumHeight(linePx * 4);
-    txtPreview->setObjectName(u"txtPreview"_s);
-    txtPreview->setAccessibleName(u"できる学習ファイルの初めの行"_s);
-    txtPreview->setToolTip(u"このように作られます (Alt+P)"_s);
+    NameControl(txtPreview, u"txtPreview"_s, u"できる学習ファイルの初めの行"_s, u"このように作られます (Alt+P)"_s);
     txtPreview->setReadOnly(true);
     txtPreview->setTabChangesFocus(true);
     txtPreview->setLineWrapMode(QPlainTextEdit::NoWrap);
@@ -119,15 +116,12 @@ void frmTable::Form_Load()
 
 QLayout *frmTable::ReadingRow()
 {
-    cboCode->setObjectName(u"cboCode"_s);
-    cboCode->setAccessibleName(u"表の文字コード"_s);
-    cboCode->setToolTip(u"表の文字が正しく見えないときに選びます (Alt+C)"_s);
+    NameControl(cboCode, u"cboCode"_s, u"表の文字コード"_s, u"表の文字が正しく見えないときに選びます (Alt+C)"_s);
     for (const CharCode code : Codes)
         cboCode->addItem(code == CharCode::None ? FoundCode(CharCode::Sjis) : TableCodeName(code)); // sizes the box
     connect(cboCode, &QComboBox::currentIndexChanged, this, &frmTable::cboCode_Change);
-    cboTableSeparator->setObjectName(u"cboTableSeparator"_s);
-    cboTableSeparator->setAccessibleName(u"表の区切り"_s);
-    cboTableSeparator->setToolTip(u"表の列と列の間にある文字。「 - 」のような文字も入力できます (Alt+S)"_s);
+    NameControl(cboTableSeparator, u"cboTableSeparator"_s, u"表の区切り"_s,
+                u"表の列と列の間にある文字。「 - 」のような文字も入力できます (Alt+S)"_s);
     cboTableSeparator->setEditable(true);
     cboTableSeparator->setInsertPolicy(QComboBox::NoInsert);
     cboTableSeparator->lineEdit()->setObjectName(u"txtTableSeparator"_s);
@@ -147,15 +141,12 @@ QLayout *frmTable::ReadingRow()
 
 QLayout *frmTable::Inputs()
 {
-    txtSeparator->setObjectName(u"txtSeparator"_s);
-    txtSeparator->setAccessibleName(u"列の間に入れる文字"_s);
-    txtSeparator->setToolTip(u"列と列の間に入れる文字。初めは全角の空白です (Alt+B)"_s);
+    NameControl(txtSeparator, u"txtSeparator"_s, u"列の間に入れる文字"_s,
+                u"列と列の間に入れる文字。初めは全角の空白です (Alt+B)"_s);
     txtSeparator->setMaxLength(MaxBetweenChars);
     FitToText(txtSeparator, u"、、、、"_s);
     connect(txtSeparator, &QLineEdit::textChanged, this, &frmTable::txtSeparator_Change);
-    txtName->setObjectName(u"txtName"_s);
-    txtName->setAccessibleName(u"学習ファイルの名前"_s);
-    txtName->setToolTip(u"作る学習ファイルの名前 (Alt+N)"_s);
+    NameControl(txtName, u"txtName"_s, u"学習ファイルの名前"_s, u"作る学習ファイルの名前 (Alt+N)"_s);
 
     auto *const row = new QHBoxLayout;
     row->addWidget(LabelOf(txtSeparator, u"lblSeparator"_s, u"列の間に入れる文字(&B)："_s));
@@ -241,9 +232,8 @@ QWidget *frmTable::TableView(const QList<bool> &isHidden)
     for (int column = 1; column <= m_table.ColumnCount(); ++column) {
         const QString number = QString::number(column);
         auto *const check = new QCheckBox(u"隠す("_s + (column < 10 ? u"&"_s : QString()) + number + u')', view);
-        check->setObjectName(u"chkHide"_s + number);
-        check->setAccessibleName(number + u"列目を隠す"_s);
-        check->setToolTip(number + u"列目を空欄にします"_s + (column < 10 ? u" (Alt+"_s + number + u')' : QString()));
+        NameControl(check, u"chkHide"_s + number, number + u"列目を隠す"_s,
+                    number + u"列目を空欄にします"_s + (column < 10 ? u" (Alt+"_s + number + u')' : QString()));
         check->setChecked(IsHidden(isHidden, column));
         connect(check, &QCheckBox::clicked, this, &frmTable::chkHide_Click);
         grid->addWidget(check, 0, column);

@@ -54,14 +54,10 @@ HistoryPanel::HistoryPanel(SystemServices &services, StudyDatabase &database, fr
 
 void HistoryPanel::SetUpInputs()
 {
-    txtWeekN->setObjectName(u"txtWeekN"_s);
-    txtWeekN->setAccessibleName(u"週の数"_s);
-    txtWeekN->setToolTip(u"何週間分の記録を表示するか (Alt+K)"_s);
+    NameControl(txtWeekN, u"txtWeekN"_s, u"週の数"_s, u"何週間分の記録を表示するか (Alt+K)"_s);
     FitToText(txtWeekN, QString::number(MaxWeeks));
     txtWeekN->setAlignment(Qt::AlignRight);
-    txtYmd->setObjectName(u"txtYmd"_s);
-    txtYmd->setAccessibleName(u"最後の日"_s);
-    txtYmd->setToolTip(u"記録の最後の日（年/月/日） (Alt+D)"_s);
+    NameControl(txtYmd, u"txtYmd"_s, u"最後の日"_s, u"記録の最後の日（年/月/日） (Alt+D)"_s);
     FitToText(txtYmd, u"0000/00/00"_s);
     connect(txtWeekN, &QLineEdit::textChanged, this, &HistoryPanel::txtWeekN_Change);
     connect(txtYmd, &QLineEdit::textChanged, this, &HistoryPanel::txtYmd_Change);
@@ -72,8 +68,7 @@ void HistoryPanel::SetUpInputs()
 
 void HistoryPanel::SetUpList()
 {
-    lstRecord->setObjectName(u"lstRecord"_s);
-    lstRecord->setAccessibleName(u"学習記録"_s);
+    NameControl(lstRecord, u"lstRecord"_s, u"学習記録"_s);
     lstRecord->setModel(m_records);
     lstRecord->setFont(PageFont()); // fixed pitch, so that the numbers line up
     lstRecord->setUniformItemSizes(true);
@@ -84,19 +79,15 @@ void HistoryPanel::SetUpList()
 
 QBoxLayout *HistoryPanel::SpanRow()
 {
-    QLabel *const lblYmd = NamedLabel(u"lblYmd"_s, u"学習記録(&D)："_s, this);
-    lblYmd->setBuddy(txtYmd);
-    QLabel *const lblWeekN = NamedLabel(u"lblWeekN"_s, u"週間(&K)"_s, this);
-    lblWeekN->setBuddy(txtWeekN);
     cmdInc = AddButton(this, u"cmdInc"_s, u"＋1週(&W)"_s, u"もう一週前まで表示します (Alt+W)"_s,
                        &HistoryPanel::cmdInc_Click);
 
     auto *const row = new QHBoxLayout;
-    row->addWidget(lblYmd);
+    row->addWidget(LabelOf(txtYmd, u"lblYmd"_s, u"学習記録(&D)："_s));
     row->addWidget(txtYmd);
     row->addWidget(NamedLabel(u"lblUntil"_s, u"まで"_s, this));
     row->addWidget(txtWeekN);
-    row->addWidget(lblWeekN);
+    row->addWidget(LabelOf(txtWeekN, u"lblWeekN"_s, u"週間(&K)"_s));
     row->addWidget(cmdInc);
     row->addStretch();
     return row;

@@ -53,12 +53,10 @@ void frmSearch::AddControls()
     lblHint->setVisible(!m_search.List().fault.isEmpty());
     // Reserves its space, so that the list does not move under the pointer.
     lblFound->setMinimumSize(lblFound->fontMetrics().size(0, u"000000 / 000000　先頭に戻りました"_s));
-    txtSearch->setObjectName(u"txtSearch"_s);
+    NameControl(txtSearch, u"txtSearch"_s, u"探す言葉"_s);
     txtSearch->setPlaceholderText(u"キーワードまたは本文の言葉"_s);
-    txtSearch->setAccessibleName(u"探す言葉"_s);
     DimPlaceholder(txtSearch);
-    lstKeyword->setAccessibleName(u"キーワード"_s);
-    lstKeyword->setObjectName(u"lstKeyword"_s);
+    NameControl(lstKeyword, u"lstKeyword"_s, u"キーワード"_s);
     lstKeyword->setModel(m_entries);
     lstKeyword->setUniformItemSizes(true); // avoids measuring thousands of rows
     lstKeyword->setEditTriggers(QAbstractItemView::NoEditTriggers);

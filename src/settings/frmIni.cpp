@@ -81,29 +81,23 @@ void frmIni::AddControls()
     cboZoom->setToolTip(u"本文をさらに大きくします (Alt+Z)"_s);
     for (const int percent : ZoomSteps)
         cboZoom->addItem(QString::number(percent) + u" %"_s, percent);
-    txtLineSpace->setObjectName(u"txtLineSpace"_s);
-    txtLineSpace->setAccessibleName(u"行間"_s);
-    txtLineSpace->setToolTip(u"行と行の間の広さです (Alt+L)"_s);
+    NameControl(txtLineSpace, u"txtLineSpace"_s, u"行間"_s, u"行と行の間の広さです (Alt+L)"_s);
     txtLineSpace->setMaximumWidth(8 * charPx);
     lblLSpaceRange->setObjectName(u"lblLSpaceRange"_s);
-    txtTextEditor->setObjectName(u"txtTextEditor"_s);
-    txtTextEditor->setAccessibleName(u"テキストエディタ"_s);
-    txtTextEditor->setToolTip(u"学習ファイルを編集するプログラムです (Alt+T)"_s);
+    NameControl(txtTextEditor, u"txtTextEditor"_s, u"テキストエディタ"_s,
+                u"学習ファイルを編集するプログラムです (Alt+T)"_s);
     txtTextEditor->setMinimumWidth(40 * charPx);
     txtTextEditor->setMaxLength(LongestSetting);
     connect(txtTextEditor, &QLineEdit::textChanged, this, &frmIni::txtTextEditor_Change);
     chkDispLineNum->setObjectName(u"chkDispLineNum"_s);
     chkDispLineNum->setToolTip(u"本文の左に行番号を表示します (Alt+N)"_s);
-    cboPageColour->setObjectName(u"cboPageColour"_s);
-    cboPageColour->setAccessibleName(u"画面の色"_s);
-    cboPageColour->setToolTip(u"本文の背景と文字の色を選びます (Alt+C)"_s);
+    NameControl(cboPageColour, u"cboPageColour"_s, u"画面の色"_s, u"本文の背景と文字の色を選びます (Alt+C)"_s);
     cboPageColour->addItems(
         {u"明るい"_s, u"暗い"_s, u"やわらかい"_s, u"暗い・やわらかい"_s, u"デスクトップに合わせる"_s}); // in enum order
     for (size_t i = 0; i < FontSizes.size(); ++i) {
         optFontSize[i] = new QRadioButton(FontSizeText(FontSizes[i]), this);
-        optFontSize[i]->setObjectName(u"optFontSize"_s + QString::number(i));
-        optFontSize[i]->setAccessibleName(u"フォントサイズ "_s + FontSizeText(FontSizes[i]));
-        optFontSize[i]->setToolTip(u"本文の文字の大きさです (Alt+P)"_s);
+        NameControl(optFontSize[i], u"optFontSize"_s + QString::number(i),
+                    u"フォントサイズ "_s + FontSizeText(FontSizes[i]), u"本文の文字の大きさです (Alt+P)"_s);
     }
     QPushButton *const cmdBrowse =
         AddButton(this, u"cmdBrowse"_s, u"参照(&B)..."_s, u"テキストエディタのファイルを選びます (Alt+B)"_s,

@@ -19,6 +19,13 @@ QLabel *NamedLabel(const QString &name, const QString &text, QWidget *parent)
     return label;
 }
 
+void NameControl(QWidget *control, const QString &name, const QString &accessibleName, const QString &toolTip)
+{
+    control->setObjectName(name);
+    control->setAccessibleName(accessibleName);
+    control->setToolTip(toolTip);
+}
+
 QLabel *LabelOf(QWidget *control, const QString &name, const QString &caption)
 {
     QLabel *const label = NamedLabel(name, caption, control->parentWidget());

@@ -15,6 +15,10 @@ class QLabel;
 /// Shows its text as it is: markup in a text from a file could open any file.
 QLabel *NamedLabel(const QString &name, const QString &text, QWidget *parent);
 
+/// Names a control: for tests, for assistive technology, and what it is for to the pointer, or nothing if empty.
+void NameControl(QWidget *control, const QString &name, const QString &accessibleName,
+                 const QString &toolTip = QString());
+
 /// A label whose mnemonic leads to a control.
 QLabel *LabelOf(QWidget *control, const QString &name, const QString &caption);
 
