@@ -22,31 +22,19 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-/// Parses a table according to RFC 4180. Expects no quotes in unquoted fields.
-QList<QStringList> ReadTable(const QString &text, QChar separator, const QString &lineEnd)
+/// The rows of a table, guards of formulas included.
+QList<QStringList> RowsOf(const QString &text, QChar separator)
 {
-    QList<QStringList> table;
-    QStringList row;
-    for (qsizetype at = 0; at < text.size();) {
-        QString field;
-        if (text[at] == u'"') {
-            for (++at; text[at] != u'"' || text.sliced(at + 1).startsWith(u'"'); ++at) {
-                at += text[at] == u'"';
-                field += text[at];
-            }
-            ++at;
-        } else {
-            while (text[at] != separator && !text.sliced(at).startsWith(lineEnd))
-                field += text[at++];
-            EXPECT_FALSE(field.contains(u'"')) << field.toStdString();
-        }
-        row += field;
-        if (text[at++] == separator)
-            continue;
-        at += lineEnd.size() - 1;
-        table += std::exchange(row, {});
+    Table table;
+    int errorLine = 0;
+    EXPECT_TRUE(ReadTable(text, {.separator = separator, .isGuarded = false}, &table, &errorLine)) << errorLine;
+    QList<QStringList> rows;
+    for (int row = 1; row <= table.RowCount(); ++row) {
+        rows += QStringList();
+        for (int column = 1; column <= table.CellCount(row); ++column)
+            rows.back() += table.Cell(row, column).toString();
     }
-    return table;
+    return rows;
 }
 
 /// Parses an import file by Anki's rules: first headers, which may include tags, then a table without comments.
@@ -58,7 +46,7 @@ QStringList ReadAnki(const QByteArray &bytes, QStringList *headers)
         *headers += text.section(u'\n', 0, 0);
     text.remove(QRegularExpression(u"^#.*\n"_s, QRegularExpression::MultilineOption));
     QStringList notes;
-    for (const QStringList &fields : ReadTable(text, u'\t', u"\n"_s)) {
+    for (const QStringList &fields : RowsOf(text, u'\t')) {
         EXPECT_EQ(fields.size(), 1);
         notes += fields.front();
     }
@@ -158,7 +146,7 @@ TEST(CsvExport, EveryRow_TextsAndAnswerFormTheLine)
 {
     const QByteArray bytes = ExportOfLines(Lines, ExportKind::Csv);
     ASSERT_TRUE(bytes.startsWith("\xEF\xBB\xBF"));
-    const QList<QStringList> table = ReadTable(QString::fromUtf8(bytes.sliced(3)), u',', u"\r\n"_s);
+    const QList<QStringList> table = RowsOf(QString::fromUtf8(bytes.sliced(3)), u',');
     EXPECT_EQ(table.front(), QStringList({u"行"_s, u"前"_s, u"正解"_s, u"後"_s}));
     EXPECT_EQ(table[1], QStringList({u"1"_s, QString(), u"水"_s, u"の化学式は[H2O]，空欄なし"_s}));
     EXPECT_EQ(table[2], QStringList({u"1"_s, u"[水]の化学式は"_s, u"H2O"_s, u"，空欄なし"_s}));
@@ -191,7 +179,7 @@ TEST(CsvExport, CellsLikeFormulas_AreGuardedAndComeBack)
     for (int row = 2; row <= table.RowCount(); ++row)
         for (int column = 2; column <= 4; ++column)
             EXPECT_EQ(table.Cell(row, column), hostile[row - 2]);
-    for (const QStringList &row : ReadTable(QString::fromUtf8(bytes), u',', u"\r\n"_s))
+    for (const QStringList &row : RowsOf(QString::fromUtf8(bytes), u','))
         for (const QString &cell : row)
             EXPECT_FALSE(cell.startsWith(u'=') || (cell.contains(u'!') && !cell.startsWith(u'\'')))
                 << cell.toStdString();
