@@ -26,31 +26,12 @@ QByteArray All(PieceMaker &pieces)
 /// Requires every "<" and every quote to belong to one of our tags, and every "&" to an entity.
 void CheckMarkup(QByteArrayView html)
 {
-    static const QByteArrayList tags = {"<div class=\"line\">",
-                                        "<div class=\"pictures\">",
-                                        "<div class=\"columns\">",
-                                        "<div>",
-                                        "</div>",
-                                        "<span class=\"blank\">",
-                                        "<span style=\"width:",
-                                        "<span class=\"date\">",
-                                        "<span>",
-                                        "</span>",
-                                        "<small>",
-                                        "</small>",
-                                        "<b>",
-                                        "</b>",
-                                        "<img src=\"",
-                                        "<p class=\"name\">",
-                                        "</p>",
-                                        "<h1>",
-                                        "</h1>",
-                                        "<h2>",
-                                        "</h2>",
-                                        "<section class=\"answers\">",
-                                        "</section>",
-                                        "</body>",
-                                        "</html>"};
+    static const QByteArrayList tags =
+        QByteArray("<div class=\"line\">|<div class=\"pictures\">|<div class=\"columns\">|<div>|</div>|"
+                   "<span class=\"blank\">|<span style=\"width:|<span class=\"date\">|<span>|</span>|<small>|</small>|"
+                   "<b>|</b>|<img src=\"|<p class=\"name\">|</p>|<h1>|</h1>|<h2>|</h2>|<section class=\"answers\">|"
+                   "</section>|</body>|</html>")
+            .split('|');
     static const QByteArrayList entities = {"&lt;", "&gt;", "&amp;", "&quot;"};
     for (qsizetype at = 0; at < html.size(); ++at) {
         const auto beginsThere = [rest = html.sliced(at)](const QByteArray &known) { return rest.startsWith(known); };

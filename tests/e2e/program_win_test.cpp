@@ -228,22 +228,6 @@ TEST_F(ProgramTest, SettingsFile_AgreesWithSystemProfileFunctions)
     EXPECT_STREQ(text, "52");
 }
 
-// Writing the window position must not change the editor's path beside it.
-TEST_F(ProgramTest, SettingsInCodePage932_AreKeptWhenPositionIsWritten)
-{
-    const QString folder = MakeFolder(u"設定"_s);
-    temporary.Write(u"漢字ソ.exe"_s, "MZ");
-    const QString editor = QDir::toNativeSeparators(temporary.Path(u"漢字ソ.exe"_s));
-    const QByteArray settings = "[setting]\r\nTextEditor=" + ToCodePage932(editor) + "\r\n";
-    temporary.Write(u"設定/Kotoban.ini"_s, settings);
-    RunningProgram program(folder);
-    PostMessageW(OpenFirstFile(program), WM_CLOSE, 0, 0);
-    EXPECT_EQ(program.ExitCode(), 0);
-    const QByteArray after = temporary.Read(u"設定/Kotoban.ini"_s);
-    EXPECT_TRUE(after.startsWith(settings)) << after.toPercentEncoding().toStdString();
-    EXPECT_TRUE(after.contains("\r\nFormLeft=")) << after.toPercentEncoding().toStdString();
-}
-
 TEST_F(ProgramTest, SecondInstanceInFolderSpelledDifferently_IsRefused)
 {
     const QString folder = MakeFolder(u"Two 画面"_s);

@@ -1,17 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The Kotoban developers
 // SPDX-License-Identifier: MIT
 
-#include "base/modFile.h"
-#include "exchange/modExport.h"
 #include "exchange/modReadTable.h"
 #include "exchange/modStudyFromTable.h"
-#include "exchange/modStudyFromText.h"
 #include "platform/modReplaceFile.h"
-#include "support/Pieces.h"
 #include "support/Rows.h"
 #include "support/TestFiles.h"
-#include "text/modCheckText.h"
-#include "text/modReadText.h"
 
 #include <QDeadlineTimer>
 #include <QStringEncoder>
@@ -49,22 +43,6 @@ QByteArray Encoded(const QString &text, QStringConverter::Encoding encoding, boo
 }
 
 } // namespace
-
-TEST(StudyTextOf, CsvExportOfResult_HasOriginalCells)
-{
-    const QByteArray csv = "apple,\"red, or green\",りんご\r\nbook,\"\"\"to read\"\"\",本\r\n";
-    TableOptions options = Hiding({true, false, true});
-    options.between = u"／"_s;
-    const TableStudyText study = StudyOf(QString::fromUtf8(csv), options);
-    const TestFolder folder;
-    const Table table = TableOf(ExportOf(folder.Write(u"a.txt"_s, ToCodePage932(study.text)), ExportKind::Csv));
-    ASSERT_EQ(table.RowCount(), 5);
-    EXPECT_EQ(table.Cell(2, 3), u"apple");
-    EXPECT_EQ(table.Cell(2, 4), u"／red, or green／[りんご]");
-    EXPECT_EQ(table.Cell(3, 3), u"りんご");
-    EXPECT_EQ(table.Cell(5, 2), u"[book]／\"to read\"／");
-    EXPECT_EQ(table.Cell(5, 3), u"本");
-}
 
 TEST(ReadTableBytes, EveryEncoding_YieldsSameCells)
 {
@@ -255,16 +233,6 @@ TEST(TableTextMaking, ManyRows_AreTakenInSlicesThatLoseNone)
     EXPECT_EQ(study.rowNumbers.back(), 2000);
 }
 
-TEST(StudyTextOf, AnkiExport_RoundTrips)
-{
-    const QStringList lines = {u"[水]の化学式は[H2O]"_s, u"[a}] [:b] [{d] [e}}f] [g::h]"_s, u"#[comment] \"x\""_s,
-                               u"[] ::: [k]:"_s};
-    const TestFolder folder;
-    const Table table = TableOf(ExportOf(folder.WriteStudyFile(u"a.txt"_s, lines), ExportKind::Anki));
-    const TableOptions options = Hiding(HiddenByDefault(table));
-    EXPECT_EQ(StudyTextOf(table, options).text, lines.join(u"\r\n"_s) + u"\r\n"_s);
-}
-
 TEST(StudyTextOf, LongRow_IsBrokenAtBlanksOrBesideBrackets)
 {
     const QString long40(40, u'あ');
@@ -274,28 +242,6 @@ TEST(StudyTextOf, LongRow_IsBrokenAtBlanksOrBesideBrackets)
     options.between = u"："_s;
     EXPECT_EQ(PreviewText(TableOf(QString(long40 + u',' + long40 + u",c"_s).toUtf8()), options),
               QString(long40 + u"：\n["_s + long40 + u"]：[c]\n"_s));
-}
-
-TEST(StudyTextOf, StudyFileWritten_ReadsBackSameCells)
-{
-    const TestFolder folder;
-    QStringList expected;
-    QString csv;
-    for (int row = 1; row <= 300; ++row) {
-        csv += u"word %1,\"意味，%1\",例\r\n"_s.arg(row);
-        expected += u"word %1　[意味，%1]　例"_s.arg(row);
-    }
-    const TableOptions options = Hiding({false, true, false});
-    const TableStudyText study = StudyOf(csv, options);
-    ASSERT_EQ(study.rowNumbers.size(), 300U);
-    EXPECT_EQ(study.rowNumbers.back(), 300);
-    QByteArray bytes;
-    ASSERT_FALSE(EncodeStudyText(study.text, &bytes));
-    StudyLines lines;
-    ASSERT_FALSE(ReadStudyText(folder.Write(u"a.txt"_s, bytes), MaxLineBytes, &lines));
-    ASSERT_EQ(lines.Count(), 300);
-    for (int line = 1; line <= 300; ++line)
-        EXPECT_EQ(lines.at1(line).toString(), expected[line - 1]);
 }
 
 TEST(ReplaceAndKeep, FileExists_IsKeptAndFaultLeavesFolderUnchanged)

@@ -632,24 +632,6 @@ TEST_F(Faults, DatabaseOnFullDisk_KeepsRowsAndRecovers)
     EXPECT_EQ(Query(databasePath, RowsAndIntegrity), u"2|ok"_s);
 }
 
-TEST_F(Faults, LockedDatabase_IsReportedAtOnceWithoutWaiting)
-{
-    ASSERT_EQ(database.Open(databasePath), 0);
-    Read(); // reads the schema before the lock
-    QProcess other;
-    other.start(u"sqlite3"_s, {databasePath});
-    other.write("begin exclusive; select 'locked';\n");
-    ASSERT_TRUE(other.waitForReadyRead(LongestWaitMs));
-    const QStringList locked = {u"The database file is locked"_s, u"Err:SQLite3 NonQuery"_s};
-    EXPECT_EQ(Record(), locked + locked);
-    EXPECT_EQ(Read().LineCount(), 0);
-    EXPECT_EQ(services.TakeMessages().filter(u"SQLite3Step returned"_s).size(), 1);
-    other.closeWriteChannel();
-    other.waitForFinished(LongestWaitMs);
-    EXPECT_TRUE(Record().isEmpty()) << "works again";
-    EXPECT_EQ(Query(databasePath, "select count(*), num_answer from t_kotoban"), u"1|6"_s);
-}
-
 TEST_F(Faults, ReadOnlyDatabase_IsReadButNotWritten)
 {
     AddSession();

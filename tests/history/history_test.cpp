@@ -147,27 +147,14 @@ TEST(PrintableCopy, EditedByHand_IsAskedForOrBackedUp)
         EXPECT_FALSE(WritePrintableCopy(made, copy.fileName(), expected)) << name;
         EXPECT_EQ(folder.Read(u"a_印刷用.txt"_s), made) << name;
         EXPECT_EQ(folder.Read(u"a_印刷用.txt.bak"_s), expected == OldCopy::Outdated ? bytes : "kept before") << name;
+        EXPECT_EQ(CopyMadeMessage(copy.fileName(), expected).contains(u"a_印刷用.txt.bak"_s),
+                  expected == OldCopy::Outdated)
+            << name;
     }
     folder.MakeFolder(u"b_印刷用.txt.bak"_s); // takes the place of the backup
     const QString other = folder.Write(u"b_印刷用.txt"_s, "by hand");
     EXPECT_EQ(WritePrintableCopy(made, other, OldCopy::Outdated).path, other + u".bak"_s);
     EXPECT_EQ(folder.Read(u"b_印刷用.txt"_s), "by hand");
-}
-
-TEST(PrintableCopy, EachStateOfOldCopy_HasItsMessage)
-{
-    const QString copy = u"txt/a_印刷用.txt"_s;
-    EXPECT_EQ(ReplaceCopyQuestion(copy, OldCopy::Edited),
-              u"次の印刷用ファイルは，作った後で変更されています。\r\n    ファイル名＝a_印刷用.txt"
-              u"\r\n\r\n変更した内容を捨てて，作り直しますか？"_s);
-    EXPECT_EQ(ReplaceCopyQuestion(copy, OldCopy::Unreadable),
-              u"次の印刷用ファイルは読めないため，変更されているかどうか分かりません。\r\n"
-              u"    ファイル名＝a_印刷用.txt\r\n\r\nその内容を捨てて，作り直しますか？"_s);
-    EXPECT_EQ(CopyMadeMessage(copy, OldCopy::Replaceable),
-              u"印刷用ファイルを作りました。\r\n    ファイル名＝a_印刷用.txt\r\n\r\nこのファイルを開きますか？"_s);
-    EXPECT_EQ(CopyMadeMessage(copy, OldCopy::Outdated),
-              u"印刷用ファイルを作りました。\r\n    ファイル名＝a_印刷用.txt\r\n"
-              u"    前の印刷用ファイル＝a_印刷用.txt.bak\r\n\r\nこのファイルを開きますか？"_s);
 }
 
 namespace {
@@ -364,20 +351,6 @@ TEST_F(HistoryWindowTest, ForeignTable_IsStillRead)
     EXPECT_TRUE(database.SQLite3NonQuery(u"alter table t_kotoban rename column ymd_sta to YMD_STA"_s));
     EXPECT_EQ(ReadHistory(database, start.date(), 1, u"花/子"_s).LineCount(), 6);
     EXPECT_EQ(services.messages, QStringList());
-}
-
-TEST_F(HistoryWindowTest, FaultAfterSomeRows_LeavesHistoryEmpty)
-{
-    // Days are read newest first, and computing the end time fails on the oldest.
-    EXPECT_TRUE(database.SQLite3NonQuery(u"alter table t_kotoban drop column dt_end"_s));
-    EXPECT_TRUE(database.SQLite3NonQuery(u"alter table t_kotoban add column dt_end text as "
-                                         u"(case ymd_sta when '2024/02/20' then abs(-9223372036854775807 - 1) end)"_s));
-    ResultTable table;
-    EXPECT_FALSE(DBSelRecKotoban(database, QDate(2024, 3, 5), 21, u"花/子"_s, &table, false));
-    EXPECT_EQ(table.size(), 3u) << "the newest day was read";
-    const qsizetype messages = services.TakeMessages().size();
-    EXPECT_EQ(ReadHistory(database, QDate(2024, 3, 5), 3, u"花/子"_s).LineCount(), 0);
-    EXPECT_EQ(services.messages.size(), messages) << "reported only once";
 }
 
 namespace {

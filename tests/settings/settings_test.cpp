@@ -151,43 +151,11 @@ TEST(Editor, ProgramFromDataFolderOrScriptHost_IsRefused)
     const auto create = [](const TestFolder &in, const QString &name) {
         return QDir::toNativeSeparators(in.Write(name, "#!/bin/sh\n"));
     };
-    for (const QString &name : {u"sh"_s,
-                                u"DASH"_s,
-                                u"bash-static"_s,
-                                u"zsh-5.9"_s,
-                                u"python"_s,
-                                u"python3.11"_s,
-                                u"python3.13t"_s,
-                                u"pythonw3.exe"_s,
-                                u"perl5.36-x86_64-linux-gnu"_s,
-                                u"cmd.exe"_s,
-                                u"PowerShell.EXE"_s,
-                                u"pwsh-preview"_s,
-                                u"wscript.exe"_s,
-                                u"cscript"_s,
-                                u"mshta.exe"_s,
-                                u"rundll32.exe"_s,
-                                u"ash"_s,
-                                u"ksh93"_s,
-                                u"mksh-static"_s,
-                                u"csh"_s,
-                                u"tcsh"_s,
-                                u"fish"_s,
-                                u"busybox"_s,
-                                u"tclsh8.6"_s,
-                                u"wish"_s,
-                                u"node.exe"_s,
-                                u"ruby3.1"_s,
-                                u"php8.2"_s,
-                                u"lua5.4"_s,
-                                u"osascript"_s,
-                                u"env"_s,
-                                u"nohup"_s,
-                                u"setsid"_s,
-                                u"nice"_s,
-                                u"timeout.exe"_s,
-                                u"xargs"_s,
-                                u"stdbuf"_s})
+    const QString hosts = u"sh DASH bash-static zsh-5.9 python python3.11 python3.13t pythonw3.exe "
+                          u"perl5.36-x86_64-linux-gnu cmd.exe PowerShell.EXE pwsh-preview wscript.exe cscript "
+                          u"mshta.exe rundll32.exe ash ksh93 mksh-static csh tcsh fish busybox tclsh8.6 wish node.exe "
+                          u"ruby3.1 php8.2 lua5.4 osascript env nohup setsid nice timeout.exe xargs stdbuf"_s;
+    for (const QString &name : hosts.split(u' '))
         EXPECT_TRUE(EditorRefusal(create(outer, name) + u" \"x.txt\""_s, folder.Path()).contains(u"シェル"))
             << name.toStdString();
     for (const QString &name : {u"ed"_s, u"nodepad.exe"_s, u"envedit"_s, u"shed"_s, u"shell.exe"_s, u"cmdedit.exe"_s,
@@ -261,59 +229,53 @@ TEST(Editor, RefusedProgramBehindLink_IsRefused)
     EXPECT_FALSE(EditorRefusal(outside, folder.Path()).isEmpty()) << "where the data folder really is";
 }
 
-using SettingsWindowTest = WindowTest;
+namespace {
 
-TEST_F(SettingsWindowTest, TryEditorFromDataFolder_IsRefused)
+class SettingsWindowTest : public WindowTest
 {
-    frmIni window(services, msg, DefaultSettings(), UpperBounds(300), folder.Path(), nullptr);
+  protected:
+    frmIni window{services, msg, DefaultSettings(), UpperBounds(300), folder.Path(), nullptr};
     Settings settings = DefaultSettings();
-    settings.TextEditor = folder.Write(u"txt/run.txt"_s, QByteArray());
-    script.Click(u"frmIni"_s, u"cmdRunEditor"_s);
-    script.Click(u"frmIni"_s, u"cmdCancel"_s);
-    EXPECT_FALSE(window.Edit(&settings));
-    EXPECT_EQ(services.messages.size(), 1);
-    EXPECT_TRUE(services.commands.isEmpty());
-}
+};
 
-TEST_F(SettingsWindowTest, EditorOutsideCodePage_IsRefusedAndKeysChangeFontSize)
+} // namespace
+
+TEST_F(SettingsWindowTest, EditorInDataFolderOrOutsideCodePage_IsRefusedAndKeysChangeFontSize)
 {
-    frmIni window(services, msg, DefaultSettings(), UpperBounds(300), folder.Path(), nullptr);
-    Settings settings = DefaultSettings();
     settings.FontSize = 11.25f;
-    script.When(u"frmIni"_s, [](QWidget *dialog) {
+    settings.TextEditor = folder.Write(u"txt/run.txt"_s, QByteArray());
+    script.When(u"frmIni"_s, [this](QWidget *dialog) {
         EXPECT_EQ(dialog->focusWidget()->objectName(), u"optFontSize1");
         QTest::keyClick(dialog->focusWidget(), Qt::Key_Right);
+        DialogScript::Press(dialog, u"cmdRunEditor"_s);
+        EXPECT_EQ(services.TakeMessages().size(), 1);
         auto *const editor = dialog->findChild<QLineEdit *>(u"txtTextEditor"_s);
         editor->setText(u"/opt/é/𠮷 é"_s);
-        dialog->findChild<QAbstractButton *>(u"cmdChangeSetting"_s)->click();
+        DialogScript::Press(dialog, u"cmdChangeSetting"_s);
         EXPECT_TRUE(dialog->isVisible());
         editor->setText(u"notepad.exe"_s);
-        dialog->findChild<QAbstractButton *>(u"cmdChangeSetting"_s)->click();
+        DialogScript::Press(dialog, u"cmdChangeSetting"_s);
     });
     script.Click(u"frmMsg"_s, u"cmdOK"_s);
     EXPECT_TRUE(window.Edit(&settings));
     EXPECT_EQ(settings.FontSize, 12.75f);
     EXPECT_EQ(script.messages, QStringList(u"テキストエディタに使えない文字が含まれています。\n  é 𠮷"_s));
-    EXPECT_TRUE(services.messages.isEmpty());
+    EXPECT_TRUE(services.messages.isEmpty() && services.commands.isEmpty());
 }
 
 TEST_F(SettingsWindowTest, Zoom_IsTakenAndDesktopEditorIsExplained)
 {
-    frmIni window(services, msg, DefaultSettings(), UpperBounds(300), folder.Path(), nullptr);
-    Settings settings = DefaultSettings();
     settings.zoom = 150;
     script.When(u"frmIni"_s, [](QWidget *dialog) {
         auto *const zoom = dialog->findChild<QComboBox *>(u"cboZoom"_s);
         EXPECT_EQ(zoom->currentText(), u"150 %");
         zoom->setCurrentText(u"200 %"_s);
-        const auto *const explanation = dialog->findChild<QLabel *>(u"lblDesktopEditor"_s);
-        EXPECT_TRUE(explanation->isVisible());
         auto *const editor = dialog->findChild<QLineEdit *>(u"txtTextEditor"_s);
-        editor->setText(u"notepad.ex"_s);
-        EXPECT_FALSE(explanation->isVisible());
-        editor->setText(u"NotePad.exe"_s);
-        EXPECT_TRUE(explanation->isVisible());
-        dialog->findChild<QAbstractButton *>(u"cmdChangeSetting"_s)->click();
+        for (const QString &text : {u"notepad.ex"_s, u"NotePad.exe"_s}) {
+            editor->setText(text);
+            EXPECT_EQ(dialog->findChild<QLabel *>(u"lblDesktopEditor"_s)->isVisible(), text.endsWith(u"exe"));
+        }
+        DialogScript::Press(dialog, u"cmdChangeSetting"_s);
     });
     EXPECT_TRUE(window.Edit(&settings));
     EXPECT_EQ(settings.zoom, 200);

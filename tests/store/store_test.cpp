@@ -82,6 +82,8 @@ TEST_F(StoreTest, LockedByAnotherConnection_SaysSoAndFails)
     }
     EXPECT_FALSE(DBUpdRecKotoban(database, services, services.now, u"花子"_s, 3));
     EXPECT_EQ(services.TakeMessages(), locked);
+    EXPECT_EQ(DBSumAnsKotoban(database, services.now.date(), 7, u"花子"_s), 0);
+    EXPECT_TRUE(services.TakeMessages().join(u'|').contains(u"SQLite3Step returned 5"_s));
     EXPECT_TRUE(other.SQLite3NonQuery(u"commit"_s));
     AddSession(u"2024/03/05 09:00:00"_s, u"2024/03/05 09:10:00"_s, 3);
     EXPECT_TRUE(services.TakeMessages().isEmpty()) << "works again";

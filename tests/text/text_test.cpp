@@ -83,19 +83,6 @@ TEST(ReadAllLines, AnyLineEnding_EndsOneLineAndTabsAreExpanded)
     }
 }
 
-TEST(ReadAllLines, SingleBracketAmongPlainText_IsFoundAtAnyColumn)
-{
-    for (const char bracket : {'[', ']'}) {
-        for (qsizetype column = 0; column < 24; ++column) {
-            StudyLines lines;
-            QString message;
-            int errorLine = 0;
-            ReadAllLines(QByteArray(40, 'x').replace(column, 1, QByteArray(1, bracket)), ExpandTabs::Yes, &lines);
-            EXPECT_FALSE(CheckBracketCount(lines, &message, &errorLine)) << bracket << " at " << column;
-        }
-    }
-}
-
 TEST(CheckLineBytes, LineOver100Bytes_IsRefusedWithItsNumberAndLength)
 {
     // 0 bytes: the line is accepted.
@@ -192,19 +179,6 @@ TEST(ReadTextFile, FaultyFile_IsRefusedWithMessageAndLineAndNoOutput)
               u"    文字コード＝EUC\r\n\r\n"
               u"このファイルをテキストエディタで開いて，ANSIまたはSJISで保存してから，\r\n"
               u"再度このファイルを選択してください。"_s);
-}
-
-TEST(ReadTextFile, ValidFile_IsAcceptedWithTabsExpanded)
-{
-    const TestFolder folder;
-    StudyLines lines;
-    QString message = u"old"_s;
-    int errorLine = 9;
-    const QString path = folder.WriteStudyFile(u"a.txt"_s, {u"[日本]\tb"_s});
-    EXPECT_TRUE(ReadTextFile(path, MaxLineBytes, &lines, &message, &errorLine));
-    EXPECT_EQ(Texts(lines), QStringList(u"[日本]  b"_s));
-    EXPECT_TRUE(message.isEmpty());
-    EXPECT_EQ(errorLine, 0);
 }
 
 TEST(StudyParts, FileOfManyParts_HasSameLinesOrRefusalAsInOneGo)
