@@ -23,7 +23,7 @@ void RepairFontSize(const QString &text, const Settings &defaults, Settings *set
 {
     bool isNumber = false;
     settings->FontSize = text.toFloat(&isNumber);
-    if (isNumber && IsFontSizeOffered(settings->FontSize))
+    if (isNumber && std::ranges::find(FontSizes, settings->FontSize) != FontSizes.end())
         return;
     settings->FontSize = defaults.FontSize;
     *messages += OutOfRangeMessage(u"フォントサイズ："_s, text, FontSizeText(defaults.FontSize));
@@ -73,11 +73,6 @@ Settings UpperBounds(int formLeft)
     upper.LineSpace = 6;
     upper.FormLeft = formLeft;
     return upper;
-}
-
-bool IsFontSizeOffered(float points)
-{
-    return std::ranges::find(FontSizes, points) != FontSizes.end();
 }
 
 QString FontSizeText(float points)

@@ -41,9 +41,6 @@ Settings UpperBounds(int formLeft);
 /// The font sizes that the program offers, in points.
 inline constexpr std::array FontSizes{9.75f, 11.25f, 12.75f};
 
-/// Whether a font size is one of those.
-bool IsFontSizeOffered(float points);
-
 /// A font size as the file and the settings window show it, e.g. "9.75".
 QString FontSizeText(float points);
 
@@ -80,28 +77,27 @@ class SettingsFile
     /// @param messages  one text is appended per replaced value, in the order of the checks
     Settings Read(const Settings &defaults, const Settings &upper, QStringList *messages) const;
 
-    /// Writes FontSize, LineSpace, TextEditor and bolDispLineNum.
-    /// @return false if the file could not be written; it is then unchanged
-    [[nodiscard]] bool WriteFileIniEx(const Settings &settings) const;
-
-    /// Writes the study window's left edge, in pixels. A negative one is not written, so the previous value is kept.
-    /// @return false if the file could not be written; it is then unchanged
-    [[nodiscard]] bool WriteFileIniFormPos(int leftPx) const;
-
-    /// Writes the page colours. @return false if the file could not be written; it is then unchanged
-    [[nodiscard]] bool WritePageColour(PageColourChoice choice) const;
-
-    /// Writes the study window's size when it is not maximised, in pixels, unless that is empty, and whether it is.
-    /// @return false if the file could not be written
-    [[nodiscard]] bool WriteFormSize(const QSize &sizePx, bool isMaximized) const;
-
-    /// Writes the page zoom, in percent. @return false if the file could not be written
-    [[nodiscard]] bool WriteZoom(int percent) const;
-
     /// Whether a printed sheet includes its answers; true unless the file says otherwise.
     bool ReadPrintAnswers() const;
 
-    /// Writes whether a printed sheet includes its answers. @return false if the file could not be written
+    // These return false if the file could not be written; it is then unchanged.
+
+    /// Writes FontSize, LineSpace, TextEditor and bolDispLineNum.
+    [[nodiscard]] bool WriteFileIniEx(const Settings &settings) const;
+
+    /// Writes the study window's left edge, in pixels. A negative one is not written, so the previous value is kept.
+    [[nodiscard]] bool WriteFileIniFormPos(int leftPx) const;
+
+    /// Writes the colours of the page.
+    [[nodiscard]] bool WritePageColour(PageColourChoice choice) const;
+
+    /// Writes the study window's size when it is not maximised, in pixels, unless that is empty, and whether it is.
+    [[nodiscard]] bool WriteFormSize(const QSize &sizePx, bool isMaximized) const;
+
+    /// Writes the page zoom, in percent.
+    [[nodiscard]] bool WriteZoom(int percent) const;
+
+    /// Writes whether a printed sheet includes its answers.
     [[nodiscard]] bool WritePrintAnswers(bool withAnswers) const;
 
   private:

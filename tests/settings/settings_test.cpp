@@ -43,7 +43,8 @@ TEST(Settings, OutOfRangeValue_IsReplacedWithMessage)
         QStringList messages;
         const Settings settings = file.Read(DefaultSettings(), UpperBounds(300), &messages);
         EXPECT_EQ(messages, expected) << name;
-        EXPECT_TRUE(IsFontSizeOffered(settings.FontSize) && IsEditorUsable(settings.TextEditor)) << name;
+        EXPECT_EQ(settings.FontSize, QByteArray(name) == "offered font size" ? 11.25f : 9.75f) << name;
+        EXPECT_TRUE(IsEditorUsable(settings.TextEditor)) << name;
     }
     EXPECT_EQ(OutOfRangeMessage(u"行間："_s, u"7"_s, u"4"_s),
               u"iniファイルの設定値が範囲外でした。\r\n    行間：7\r\nデフォルト値4に設定します。\r\n"_s);
