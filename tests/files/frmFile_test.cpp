@@ -468,22 +468,9 @@ TEST_F(FileWindowTest, FolderWithTablesDropped_FilesAreReplacedAndTablesOffered)
     EXPECT_TRUE(script.IsDone());
     EXPECT_EQ(folder.Read(u"txt/bad.txt"_s), "[good now]\r\n");
     EXPECT_EQ(folder.Read(u"txt/bad.txt.bak"_s), "ok\r\n[a\r\n");
+    EXPECT_EQ(folder.Read(u"txt/1.txt"_s), ToCodePage932(u"a　[b]\r\n"));
     EXPECT_TRUE(script.messages.value(1).endsWith(u"作りますか？\n  1.csv\n  2.csv\n  3.csv"_s));
     EXPECT_FALSE(QFile::exists(folder.Path(u"txt/2.txt"_s))) << "cancelling one ends the offer";
-}
-
-TEST_F(FileWindowTest, TableDropped_MakesStudyFile)
-{
-    const QString table = folder.Write(u"elsewhere/words.CSV"_s, "a,b\n");
-    script.When(u"frmFile"_s, [&](QWidget *dialog) { Drop(dialog, {table}); });
-    script.Click(u"frmTable"_s, u"cmdOK"_s);
-    script.Click(u"frmMsg"_s, u"cmdOK"_s);
-    script.When(u"frmFile"_s, [](QWidget *dialog) {
-        EXPECT_EQ(dialog->findChild<QListView *>(u"lstFile"_s)->currentIndex().data().toString(), u"words.txt"_s);
-        dialog->close();
-    });
-    window.Choose(QString());
-    EXPECT_EQ(folder.Read(u"txt/words.txt"_s), ToCodePage932(u"a　[b]\r\n"));
 }
 
 TEST_F(FileWindowTest, ShortcutOrMenuKey_ReachesRareCommands)

@@ -403,16 +403,6 @@ TEST_F(StudyWindowTest, WindowMadeNarrower_IsWidenedOnlyForLargerText)
     EXPECT_EQ(window->width(), 450);
 }
 
-TEST_F(StudyWindowTest, MaximisedWindowClosed_KeepsUsualSize)
-{
-    folder.Write(u"Kotoban.ini"_s, "[setting]\r\nFormWidth=520\r\nFormHeight=410\r\n");
-    OpenWith({u"[x]"_s});
-    window->showMaximized();
-    EXPECT_TRUE(WaitFor([this] { return window->width() > 520; }));
-    window->close();
-    EXPECT_TRUE(folder.Read(u"Kotoban.ini"_s).contains("FormWidth=520\r\nFormHeight=410\r\n"));
-}
-
 TEST_F(StudyWindowTest, SettingsChanged_ApplyAtOnceAndKeepAnswers)
 {
     OpenWith(QStringList(100, u"[x]"_s));
