@@ -43,8 +43,28 @@ class FileWindowTest : public WindowTest
 
     void Press(Qt::Key key)
     {
-        script.When(u"frmFile"_s,
-                    [key](QWidget *dialog) { QTest::keyClick(dialog->findChild<QListView *>(u"lstFile"_s), key); });
+        script.When(u"frmFile"_s, [this, key](QWidget *) { QTest::keyClick(list, key); });
+    }
+
+    /// Opens the window, closed after a step in it.
+    void InWindow(const std::function<void()> &step)
+    {
+        script.When(u"frmFile"_s, [step](QWidget *dialog) {
+            step();
+            dialog->close();
+        });
+        window.Choose(u"sakura.exe"_s);
+    }
+
+    QString InRow(int row, int role) const
+    {
+        return list->model()->index(row, 0).data(role).toString();
+    }
+
+    template <typename Part>
+    Part *Find(const QString &name) const
+    {
+        return window.findChild<Part *>(name);
     }
 
     static void Drop(QWidget *dialog, const QStringList &paths)
@@ -57,6 +77,7 @@ class FileWindowTest : public WindowTest
     StudyDatabase database{services};
     SettingsFile settings{folder.Path(u"Kotoban.ini"_s)};
     frmFile window{services, database, msg, settings, folder.Path(), u"花子"_s, nullptr};
+    QListView *const list = Find<QListView>(u"lstFile"_s);
 };
 
 } // namespace
@@ -109,15 +130,14 @@ TEST_F(FileWindowTest, EditorFromDataFolder_IsRefusedBeforeAnythingStarts)
 TEST_F(FileWindowTest, WindowClosed_CancelsPendingChecks)
 {
     script.When(u"frmFile"_s, [this](QWidget *dialog) {
-        const auto *const list = dialog->findChild<QListView *>(u"lstFile"_s);
-        const auto *const checking = window.findChild<QTimer *>(u"tmrCheck"_s);
+        const auto *const checking = Find<QTimer>(u"tmrCheck"_s);
         folder.WriteStudyFile(u"txt/bad.txt"_s, {u"[ab"_s});
         DialogScript::Press(dialog, u"cmdRefresh"_s);
         dialog->grab();
         EXPECT_TRUE(checking->isActive()) << "the check of a painted file is pending";
         dialog->close();
         EXPECT_FALSE(checking->isActive());
-        EXPECT_EQ(list->model()->index(1, 0).data(Qt::ToolTipRole).toString(), Qt::convertFromPlainText(u"bad.txt"_s));
+        EXPECT_EQ(InRow(1, Qt::ToolTipRole), Qt::convertFromPlainText(u"bad.txt"_s));
     });
     window.Choose(QString());
 }
@@ -126,16 +146,13 @@ TEST_F(FileWindowTest, ScrolledList_ChecksRowsInViewAndNoOthers)
 {
     for (int number = 1; number <= 200; ++number)
         folder.WriteStudyFile(u"txt/%1.txt"_s.arg(number), {u"[a]"_s});
-    script.When(u"frmFile"_s, [this](QWidget *dialog) {
-        auto *const list = dialog->findChild<QListView *>(u"lstFile"_s);
-        const auto *const checking = window.findChild<QTimer *>(u"tmrCheck"_s);
+    InWindow([this] {
+        const auto *const checking = Find<QTimer>(u"tmrCheck"_s);
         QAbstractItemModel *const model = list->model();
-        const auto isKnown = [model](int row) {
-            return model->index(row, 0).data(Qt::ToolTipRole).toString().contains(u'\n');
-        };
+        const auto isKnown = [this](int row) { return InRow(row, Qt::ToolTipRole).contains(u'\n'); };
         EXPECT_TRUE(WaitFor([&] { return isKnown(0); }));
         list->scrollToBottom();
-        dialog->grab();
+        window.grab();
         EXPECT_TRUE(WaitFor([&] { return !checking->isActive(); }));
         const int last = model->rowCount() - 1;
         EXPECT_TRUE(isKnown(last));
@@ -144,9 +161,7 @@ TEST_F(FileWindowTest, ScrolledList_ChecksRowsInViewAndNoOthers)
         for (int role = 0; role < Qt::UserRole + 9; ++role)
             model->index(last / 2, 0).data(role);
         EXPECT_FALSE(checking->isActive()) << "asking for data starts no check";
-        dialog->close();
     });
-    window.Choose(QString());
 }
 
 TEST_F(FileWindowTest, EveryControl_HasObjectName)
@@ -203,44 +218,42 @@ TEST_F(FileWindowTest, EveryFontSize_TabReachesEachControlInBothHalves)
 
 TEST_F(FileWindowTest, NarrowWindow_HasInItsMenuWhatIsBesideTheListElsewhere)
 {
-    script.When(u"frmFile"_s, [](QWidget *dialog) {
-        const auto shown = [dialog] {
+    InWindow([this] {
+        const auto shown = [this] {
             QStringList names;
             for (const QString &name : {u"cmdEdit"_s, u"cmdPrint"_s, u"historyPanel"_s, u"tabHalves"_s})
-                if (dialog->findChild<QWidget *>(name)->isVisible())
+                if (Find<QWidget>(name)->isVisible())
                     names += name;
-            for (const QAction *const action : dialog->findChild<QMenu *>(u"mnuOthers"_s)->actions().first(3))
+            for (const QAction *const action : Find<QMenu>(u"mnuOthers"_s)->actions().first(3))
                 if (action->isVisible())
                     names += action->text();
             return names.join(u' ');
         };
-        const QSize usual = dialog->size();
+        const QSize usual = window.size();
         const QString wide = u"cmdEdit cmdPrint historyPanel"_s;
         EXPECT_EQ(shown(), wide);
-        dialog->resize(dialog->fontMetrics().horizontalAdvance(u'あ') * 40, usual.height());
+        window.resize(window.fontMetrics().horizontalAdvance(u'あ') * 40, usual.height());
         EXPECT_EQ(shown(), u"tabHalves 編集(&E) 印刷(&I)…"_s);
-        EXPECT_TRUE(dialog->findChild<QWidget *>(u"cmdSelect"_s)->isVisible());
-        QTest::keyClick(dialog, Qt::Key_H, Qt::AltModifier);
+        EXPECT_TRUE(Find<QWidget>(u"cmdSelect"_s)->isVisible());
+        QTest::keyClick(&window, Qt::Key_H, Qt::AltModifier);
         EXPECT_EQ(shown(), u"historyPanel tabHalves 編集(&E) 印刷(&I)…"_s);
-        QTest::keyClick(dialog, Qt::Key_L, Qt::AltModifier);
+        QTest::keyClick(&window, Qt::Key_L, Qt::AltModifier);
         for (int i = 0; i < 2; ++i)
-            QTest::keyClick(dialog->focusWidget(), Qt::Key_End);
-        EXPECT_EQ(dialog->focusWidget()->objectName(), u"lstFile"_s);
-        QTest::keyClick(dialog, Qt::Key_E, Qt::AltModifier);
-        dialog->resize(usual);
+            QTest::keyClick(window.focusWidget(), Qt::Key_End);
+        EXPECT_EQ(window.focusWidget()->objectName(), u"lstFile"_s);
+        QTest::keyClick(&window, Qt::Key_E, Qt::AltModifier);
+        window.resize(usual);
         EXPECT_EQ(shown(), wide);
-        dialog->close();
     });
-    window.Choose(u"sakura.exe"_s);
     EXPECT_EQ(services.commands.size(), 1) << "a key that is a menu entry's works too";
 }
 
 TEST_F(FileWindowTest, NoFileInList_SaysWhy)
 {
-    script.When(u"frmFile"_s, [this](QWidget *dialog) {
-        const auto *const label = dialog->findChild<QLabel *>(u"lblEmpty"_s);
-        const auto *const make = dialog->findChild<QWidget *>(u"cmdMakeFirst"_s);
-        auto *const filter = dialog->findChild<QLineEdit *>(u"txtFilter"_s);
+    InWindow([this] {
+        const auto *const label = Find<QLabel>(u"lblEmpty"_s);
+        const auto *const make = Find<QWidget>(u"cmdMakeFirst"_s);
+        auto *const filter = Find<QLineEdit>(u"txtFilter"_s);
         EXPECT_FALSE(label->isVisible());
         for (const QString &wanted : {u"x"_s, u"xy"_s}) {
             filter->setText(wanted);
@@ -250,24 +263,21 @@ TEST_F(FileWindowTest, NoFileInList_SaysWhy)
         EXPECT_FALSE(make->isVisible());
         QFile::remove(good);
         QFile::remove(bad);
-        DialogScript::Press(dialog, u"cmdRefresh"_s);
+        DialogScript::Press(&window, u"cmdRefresh"_s);
         EXPECT_TRUE(label->text().startsWith(u"学習ファイルがありません。"));
         EXPECT_TRUE(make->isVisible());
-        dialog->close();
     });
-    window.Choose(QString());
 }
 
 TEST_F(FileWindowTest, FileInOtherEncodingSelected_OffersConversionInPlaceOfPrinting)
 {
     folder.Write(u"txt/a utf8.txt"_s, "[\xE3\x81\x82]\n");
-    script.When(u"frmFile"_s, [](QWidget *dialog) {
-        auto *const list = dialog->findChild<QListView *>(u"lstFile"_s);
-        const auto isShown = [dialog](const QString &name) { return dialog->findChild<QWidget *>(name)->isVisible(); };
+    InWindow([this] {
+        const auto isShown = [this](const QString &name) { return Find<QWidget>(name)->isVisible(); };
         EXPECT_FALSE(isShown(u"cmdConvCode"_s));
         list->setCurrentIndex(list->model()->index(1, 0));
         EXPECT_EQ(list->currentIndex().data().toString(), u"a utf8.txt"_s);
-        dialog->grab();
+        window.grab();
         EXPECT_TRUE(WaitFor([&] { return isShown(u"cmdConvCode"_s); }));
         EXPECT_FALSE(isShown(u"cmdPrint"_s));
         EXPECT_EQ(list->currentIndex().data(Qt::AccessibleTextRole).toString(),
@@ -275,26 +285,21 @@ TEST_F(FileWindowTest, FileInOtherEncodingSelected_OffersConversionInPlaceOfPrin
         list->setCurrentIndex(list->model()->index(0, 0));
         EXPECT_FALSE(isShown(u"cmdConvCode"_s));
         EXPECT_TRUE(isShown(u"cmdPrint"_s));
-        dialog->close();
     });
-    window.Choose(QString());
 }
 
 TEST_F(FileWindowTest, LongName_RemarkStaysVisible)
 {
     const QString name = QString(120, u'n') + u".txt"_s;
     folder.WriteStudyFile(u"txt/"_s + name, {u"no blank"_s});
-    script.When(u"frmFile"_s, [&name](QWidget *dialog) {
-        auto *const list = dialog->findChild<QListView *>(u"lstFile"_s);
+    InWindow([&] {
         const QModelIndex row = list->model()->index(2, 0);
         list->grab();
         EXPECT_TRUE(WaitFor([row] { return !row.data(Qt::UserRole).toString().isEmpty(); }));
         EXPECT_LE(list->visualRect(row).right(), list->viewport()->width());
         EXPECT_EQ(row.data(Qt::ToolTipRole).toString(), Qt::convertFromPlainText(name + u"\n空欄なし"_s));
         EXPECT_EQ(row.data(Qt::AccessibleTextRole).toString(), name + u"，空欄なし"_s);
-        dialog->close();
     });
-    window.Choose(QString());
 }
 
 TEST(StudyFileDelegate, LongNameWithoutRoom_LeavesTheNumberOfBlanks)
@@ -323,34 +328,25 @@ TEST_F(FileWindowTest, MarkupInName_IsShownAsItIs)
     const QString name = u"<img src='fifo'>.txt"_s;
     if (!QFile(folder.Path(u"txt"_s) + u'/' + name).open(QIODevice::WriteOnly))
         GTEST_SKIP() << "no such names here";
-    script.When(u"frmFile"_s, [](QWidget *dialog) {
-        const auto *const list = dialog->findChild<QListView *>(u"lstFile"_s);
-        const QString toolTip = list->model()->index(0, 0).data(Qt::ToolTipRole).toString();
+    InWindow([this] {
+        const QString toolTip = InRow(0, Qt::ToolTipRole);
         EXPECT_TRUE(Qt::mightBeRichText(toolTip) && toolTip.contains(u"&lt;img")) << toolTip.toStdString();
         EXPECT_FALSE(toolTip.contains(u"<img")) << toolTip.toStdString();
-        for (const QLabel *const label : dialog->findChildren<QLabel *>())
+        for (const QLabel *const label : window.findChildren<QLabel *>())
             EXPECT_EQ(label->textFormat(), Qt::PlainText) << label->objectName().toStdString();
-        dialog->close();
     });
-    window.Choose(QString());
 }
 
 TEST_F(FileWindowTest, CheckedFile_ShowsFiguresOrRemarks)
 {
     DBInsRecKotoban(database, services.now, u"花子"_s, u"a good"_s);
     DBUpdRecKotoban(database, services, services.now, u"花子"_s, 3);
-    script.When(u"frmFile"_s, [](QWidget *dialog) {
-        const auto *const list = dialog->findChild<QListView *>(u"lstFile"_s);
-        const auto *const model = list->model();
-        const auto described = [model](int row) {
-            return model->index(row, 0).data(Qt::AccessibleTextRole).toString();
-        };
+    InWindow([this] {
+        const auto described = [this](int row) { return InRow(row, Qt::AccessibleTextRole); };
         EXPECT_TRUE(WaitFor([&] { return described(0).contains(u'回') && described(1).contains(u'異'); }));
         EXPECT_EQ(described(0), u"a good.txt，空欄1，1回，最後は今日"_s);
         EXPECT_EQ(described(1), u"bad.txt，2行[ ]指定異常　「編集」で直せます"_s);
-        dialog->close();
     });
-    window.Choose(QString());
 }
 
 TEST_F(FileWindowTest, FiguresNotRead_AreAbsentWithoutMessageUntilReopened)
@@ -365,9 +361,8 @@ TEST_F(FileWindowTest, FiguresNotRead_AreAbsentWithoutMessageUntilReopened)
     EXPECT_TRUE(database.SQLite3NonQuery(u"alter table t_kotoban add column dt_end text as "_s +
                                          u"(case ymd_sta when '2012/01/02' then abs(-9223372036854775807 - 1) end)"_s));
     const auto describedWhenRead = [this] {
-        const auto *const tallying = window.findChild<QTimer *>(u"tmrTally"_s);
-        const auto *const list = window.findChild<QListView *>(u"lstFile"_s);
-        const auto described = [list] { return list->model()->index(0, 0).data(Qt::AccessibleTextRole).toString(); };
+        const auto *const tallying = Find<QTimer>(u"tmrTally"_s);
+        const auto described = [this] { return InRow(0, Qt::AccessibleTextRole); };
         EXPECT_TRUE(WaitFor([tallying] { return !tallying->isActive(); }));
         EXPECT_TRUE(WaitFor([described] { return described().contains(u"空欄"_s); }));
         return described();
@@ -384,24 +379,20 @@ TEST_F(FileWindowTest, FiguresNotRead_AreAbsentWithoutMessageUntilReopened)
 
 TEST_F(FileWindowTest, NewFileInFolder_AppearsAndSelectionStays)
 {
-    script.When(u"frmFile"_s, [this](QWidget *dialog) {
-        auto *const list = dialog->findChild<QListView *>(u"lstFile"_s);
+    InWindow([this] {
         list->setCurrentIndex(list->model()->index(1, 0));
         folder.WriteStudyFile(u"txt/a first.txt"_s, {u"[a]"_s});
-        EXPECT_TRUE(WaitFor([list] { return list->model()->rowCount() == 3; }));
+        EXPECT_TRUE(WaitFor([this] { return list->model()->rowCount() == 3; }));
         EXPECT_EQ(list->currentIndex().data().toString(), u"bad.txt"_s);
-        dialog->close();
     });
-    window.Choose(QString());
 }
 
 TEST_F(FileWindowTest, Filter_NarrowsListAndYieldsToNewFile)
 {
     for (int number = 1; number <= 28; ++number)
         folder.WriteStudyFile(u"txt/第%1回.txt"_s.arg(number), {u"[a]"_s});
-    script.When(u"frmFile"_s, [](QWidget *dialog) {
-        auto *const list = dialog->findChild<QListView *>(u"lstFile"_s);
-        auto *const filter = dialog->findChild<QLineEdit *>(u"txtFilter"_s);
+    script.When(u"frmFile"_s, [this](QWidget *) {
+        auto *const filter = Find<QLineEdit>(u"txtFilter"_s);
         filter->setFocus();
         QTest::keyClicks(filter, u"2"_s);
         EXPECT_EQ(list->model()->rowCount(), 11) << "2, 12, 20 to 28";
@@ -418,11 +409,7 @@ TEST_F(FileWindowTest, Filter_NarrowsListAndYieldsToNewFile)
         Drop(dialog, {fresh});
     });
     script.Click(u"frmMsg"_s, u"cmdOK"_s);
-    script.When(u"frmFile"_s, [](QWidget *dialog) {
-        EXPECT_EQ(dialog->findChild<QListView *>(u"lstFile"_s)->currentIndex().data().toString(), u"a new.txt"_s);
-        dialog->close();
-    });
-    window.Choose(QString());
+    InWindow([this] { EXPECT_EQ(list->currentIndex().data().toString(), u"a new.txt"_s); });
 }
 
 TEST_F(FileWindowTest, FilesDropped_NewOnesAreCopiedAndReplacingIsAskedFor)
@@ -432,11 +419,7 @@ TEST_F(FileWindowTest, FilesDropped_NewOnesAreCopiedAndReplacingIsAskedFor)
     script.When(u"frmFile"_s, [&](QWidget *dialog) { Drop(dialog, {fresh, known}); });
     script.Click(u"frmMsg"_s, u"cmdCancel"_s);
     script.Click(u"frmMsg"_s, u"cmdOK"_s);
-    script.When(u"frmFile"_s, [](QWidget *dialog) {
-        EXPECT_EQ(dialog->findChild<QListView *>(u"lstFile"_s)->currentIndex().data().toString(), u"new.txt"_s);
-        dialog->close();
-    });
-    window.Choose(QString());
+    InWindow([this] { EXPECT_EQ(list->currentIndex().data().toString(), u"new.txt"_s); });
     EXPECT_EQ(folder.Read(u"txt/new.txt"_s), "[a]\r\n");
     EXPECT_EQ(folder.Read(u"txt/bad.txt"_s), "ok\r\n[a\r\n");
     EXPECT_TRUE(script.messages.last().startsWith(u"1個のファイルを"));
@@ -460,11 +443,7 @@ TEST_F(FileWindowTest, FolderWithTablesDropped_FilesAreReplacedAndTablesOffered)
         EXPECT_TRUE(WaitFor([&looks] { return looks.size() >= 3; }));
     });
     script.Click(u"frmTable"_s, u"cmdCancel"_s);
-    script.When(u"frmFile"_s, [](QWidget *dialog) {
-        EXPECT_EQ(dialog->findChild<QListView *>(u"lstFile"_s)->currentIndex().data().toString(), u"1.txt"_s);
-        dialog->close();
-    });
-    window.Choose(QString());
+    InWindow([this] { EXPECT_EQ(list->currentIndex().data().toString(), u"1.txt"_s); });
     EXPECT_TRUE(script.IsDone());
     EXPECT_EQ(folder.Read(u"txt/bad.txt"_s), "[good now]\r\n");
     EXPECT_EQ(folder.Read(u"txt/bad.txt.bak"_s), "ok\r\n[a\r\n");
@@ -475,15 +454,13 @@ TEST_F(FileWindowTest, FolderWithTablesDropped_FilesAreReplacedAndTablesOffered)
 
 TEST_F(FileWindowTest, ShortcutOrMenuKey_ReachesRareCommands)
 {
-    script.When(u"frmFile"_s, [](QWidget *dialog) {
-        auto *const menu = dialog->findChild<QMenu *>(u"mnuOthers"_s);
+    InWindow([this] {
+        auto *const menu = Find<QMenu>(u"mnuOthers"_s);
         for (const QAction *const action : menu->actions())
             EXPECT_TRUE(action->isSeparator() || action->text().contains(u'&')) << action->text().toStdString();
-        QTest::keyClick(dialog, Qt::Key_O, Qt::AltModifier);
+        QTest::keyClick(&window, Qt::Key_O, Qt::AltModifier);
         QTimer::singleShot(0, menu, [menu] { QTest::keyClick(menu, Qt::Key_O); });
-        dialog->findChild<QPushButton *>(u"cmdOthers"_s)->showMenu();
-        dialog->close();
+        Find<QPushButton>(u"cmdOthers"_s)->showMenu();
     });
-    window.Choose(QString());
     EXPECT_EQ(services.opened.size(), 2) << "once by its shortcut, once through the menu";
 }
