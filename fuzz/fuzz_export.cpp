@@ -3,11 +3,11 @@
 
 // The exports of any study file, read back: every line comes back from the text, every blank with its line from the
 // table, and every line with a blank from the notes.
-#include "exchange/modExport.h"
 #include "exchange/modStudyFromTable.h"
 #include "exchange/modTableFormat.h"
 #include "input.h"
 #include "require.h"
+#include "support/Pieces.h"
 #include "text/modCheckText.h"
 #include "text/modDecodeText.h"
 
@@ -25,9 +25,7 @@ std::optional<QByteArray> Made(const QString &path, ExportKind kind)
     }
     if (!made.HasContent())
         return std::nullopt;
-    QByteArray all;
-    for (QByteArray piece; made.Next(&piece);)
-        all += piece;
+    QByteArray all = AllPieces(made);
     Require(all.count("\xEF\xBF\xBD") == made.Undecodable());
     return all;
 }

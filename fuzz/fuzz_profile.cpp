@@ -6,30 +6,11 @@
 #include "input.h"
 #include "platform/modProfile.h"
 #include "require.h"
+#include "study/modPageText.h"
 
 namespace {
 
 const QString Section = QStringLiteral("setting");
-
-/// The difference between two files: the bytes of each between their common prefix and suffix.
-struct Difference
-{
-    Difference(const QByteArray &before, const QByteArray &after)
-    {
-        const qsizetype shorter = qMin(before.size(), after.size());
-        while (start < shorter && before[start] == after[start])
-            ++start;
-        qsizetype suffix = 0;
-        while (suffix < shorter - start && before[before.size() - 1 - suffix] == after[after.size() - 1 - suffix])
-            ++suffix;
-        removed = before.mid(start, before.size() - suffix - start);
-        added = after.mid(start, after.size() - suffix - start);
-    }
-
-    qsizetype start = 0;
-    QByteArray removed;
-    QByteArray added;
-};
 
 } // namespace
 
@@ -56,12 +37,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     const QString written = FromCodePage932(ToCodePage932(value));
     Require(ProfileSection(file.Path(), Section, value.size() + 1).Value(name.toUpper(), QStringLiteral("none")) ==
             written);
-    const Difference difference(before, after);
-    Require(!difference.removed.contains('\n'));
-    const qsizetype lineStart = before.lastIndexOf('\n', difference.start - before.size() - 1) + 1;
-    const qsizetype lineEnd = before.indexOf('\n', difference.start);
+    const TextDifference difference = DifferenceOf(QString::fromLatin1(before), QString::fromLatin1(after));
+    Require(!difference.before.contains(u'\n'));
+    const qsizetype lineStart = before.lastIndexOf('\n', difference.offset - before.size() - 1) + 1;
+    const qsizetype lineEnd = before.indexOf('\n', difference.offset);
     const QByteArray line = before.mid(lineStart, lineEnd < 0 ? -1 : lineEnd - lineStart);
-    Require(difference.removed.isEmpty() || (line.toLower().contains(key.toLower()) && line.contains('=')));
-    Require(difference.removed.isEmpty() || !difference.added.contains('\n'));
+    Require(difference.before.isEmpty() || (line.toLower().contains(key.toLower()) && line.contains('=')));
+    Require(difference.before.isEmpty() || !difference.after.contains(u'\n'));
     return 0;
 }

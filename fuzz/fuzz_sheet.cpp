@@ -4,11 +4,11 @@
 // The sheet of any study file: whatever the file holds, the page has no other markup than ours, asks for every blank
 // and tells no answer before its last page.
 #include "base/modCodePage.h"
-#include "exchange/modPrintSheet.h"
 #include "exchange/modPrintableCopy.h"
 #include "input.h"
 #include "records/modMarkList.h"
 #include "require.h"
+#include "support/Pieces.h"
 #include "text/modCheckText.h"
 #include "text/modDisplayText.h"
 
@@ -16,9 +16,7 @@ namespace {
 
 QByteArray All(PieceMaker &pieces)
 {
-    QByteArray all;
-    for (QByteArray piece; pieces.Next(&piece);)
-        all += piece;
+    QByteArray all = AllPieces(pieces);
     Require(pieces.Done() == 1);
     return all;
 }
