@@ -84,6 +84,11 @@ class StudyWindowTest : public WindowTest
             QTest::keyClick(page, key);
     }
 
+    void PressCtrl(Qt::Key key, Qt::KeyboardModifiers more = {})
+    {
+        QTest::keyClick(page, key, Qt::ControlModifier | more);
+    }
+
     void Click(Qt::MouseButton button, int cell, int row)
     {
         const PageLayout &layout = page->Layout();

@@ -16,18 +16,18 @@ TEST_F(StudyWindowTest, BlanksMarkedHard_AreStudiedAlone)
     OpenWith({u"[a1] [a2]"_s, u"[b1] [b2]"_s});
     auto *const onlyHard = Child<QCheckBox>(u"chkOnlyHard");
     EXPECT_FALSE(onlyHard->isEnabled());
-    QTest::keyClick(page, Qt::Key_M, Qt::ControlModifier);
+    PressCtrl(Qt::Key_M);
     EXPECT_FALSE(onlyHard->isEnabled()) << "nothing has been selected or shown yet";
     Press(Qt::Key_Return);
     const QImage unmarked = OnScreen();
-    QTest::keyClick(page, Qt::Key_M, Qt::ControlModifier);
+    PressCtrl(Qt::Key_M);
     EXPECT_NE(OnScreen(), unmarked);
     EXPECT_EQ(onlyHard->accessibleName(), u"苦手だけ 1"_s);
-    QTest::keyClick(page, Qt::Key_M, Qt::ControlModifier);
+    PressCtrl(Qt::Key_M);
     EXPECT_EQ(OnScreen(), unmarked);
     Click(Qt::MiddleButton, 1, 2);
     EXPECT_EQ(Label(u"lblNum"), u"1"_s) << "marking does not count as an answer";
-    QTest::keyClick(page, Qt::Key_M, Qt::ControlModifier | Qt::ShiftModifier);
+    PressCtrl(Qt::Key_M, Qt::ShiftModifier);
     EXPECT_TRUE(onlyHard->isChecked());
     EXPECT_EQ(Shown(), u"0 / 1"_s);
     EXPECT_TRUE(Child<QWidget>(u"lblOnlyHard")->isVisible());
@@ -72,7 +72,7 @@ TEST_F(StudyWindowTest, ShiftEnter_MarksWhatWasMissedAndGoesOn)
     EXPECT_TRUE(WaitFor([this] { return folder.Read(u"ListMark.txt"_s).endsWith("[word]\t1\r\n"); }));
     for (int length = 1; length <= 2; ++length) {
         QTest::keyPress(page, Qt::Key_Control);
-        QTest::keyClick(page, Qt::Key_I, Qt::ControlModifier);
+        PressCtrl(Qt::Key_I);
         EXPECT_EQ(page->Page().HintLength(), length) << "it grows, although Ctrl was pressed again";
     }
     EXPECT_EQ(Label(u"lblNum"), u"2"_s) << "a hint does not count";
@@ -151,7 +151,7 @@ TEST_F(StudyWindowTest, FileReopened_OffersLineWhereUserStopped)
     EXPECT_EQ(scroll->value(), 1);
     const QString offer = u"前回は 120 行（Ctrl+G）"_s;
     EXPECT_EQ(Label(u"lblNotice"), offer);
-    QTest::keyClick(page, Qt::Key_G, Qt::ControlModifier);
+    PressCtrl(Qt::Key_G);
     EXPECT_EQ(Label(u"lblNotice"), u"(hidden)"_s) << "the field is in its place";
     QTest::keyClick(Child<QLineEdit>(u"txtLine"), Qt::Key_Escape);
     EXPECT_EQ(Label(u"lblNotice"), offer);

@@ -35,38 +35,37 @@ TEST_F(StudyWindowTest, CtrlKeys_DoWhatMouseDoes)
     const QString editor = folder.Write(u"sakura.exe"_s, "");
     folder.Write(u"Kotoban.ini"_s, "[setting]\r\nTextEditor=" + editor.toUtf8() + "\r\n");
     OpenWith({u"text"_s, u"[one] [two]"_s, u"[three]"_s});
-    const auto press = [this](Qt::Key key) { QTest::keyClick(page, key, Qt::ControlModifier); };
     const auto editorLine = [this] {
         Child<QPushButton>(u"cmdEdit")->click();
         return services.commands.last().section(u"-Y="_s, 1).section(u' ', 0, 0);
     };
-    press(Qt::Key_Space);
+    PressCtrl(Qt::Key_Space);
     EXPECT_EQ(Label(u"lblNum"), u"0"_s) << "nothing is selected yet";
-    press(Qt::Key_Right);
-    press(Qt::Key_Right);
-    press(Qt::Key_Space);
+    PressCtrl(Qt::Key_Right);
+    PressCtrl(Qt::Key_Right);
+    PressCtrl(Qt::Key_Space);
     EXPECT_EQ(SpokenPage(page->Page()), u"text\n 空欄   two \n 空欄 "_s);
     EXPECT_EQ(SpokenCursor(page->Page()), 10);
-    press(Qt::Key_L);
+    PressCtrl(Qt::Key_L);
     EXPECT_EQ(editorLine(), u"2"_s);
     for (int i = 0; i < 2; ++i)
-        QTest::keyClick(page, Qt::Key_Down, Qt::ControlModifier | Qt::ShiftModifier);
+        PressCtrl(Qt::Key_Down, Qt::ShiftModifier);
     EXPECT_EQ(editorLine(), u"3"_s) << "the last line";
-    press(Qt::Key_H);
+    PressCtrl(Qt::Key_H);
     EXPECT_EQ(editorLine(), u"1"_s) << "the mark is gone";
     EXPECT_EQ(Shown() + Label(u"lblNum"), u"0 / 31"_s);
     EXPECT_EQ(Label(u"lblNotice"), u"すべて隠しました"_s);
-    press(Qt::Key_Z);
+    PressCtrl(Qt::Key_Z);
     EXPECT_EQ(Shown() + Label(u"lblNum"), u"1 / 31"_s);
     EXPECT_EQ(Label(u"lblNotice"), u"Enter：次の正解　Ctrl+PageDown：次のページ"_s);
-    QTest::keyClick(page, Qt::Key_Space, Qt::ControlModifier | Qt::ShiftModifier);
+    PressCtrl(Qt::Key_Space, Qt::ShiftModifier);
     EXPECT_EQ(Shown() + Label(u"lblNum"), u"2 / 32"_s) << "the rest of the line";
 }
 
 TEST_F(StudyWindowTest, Descriptions_AreWithoutMarkup)
 {
     OpenWith({u"[one]"_s});
-    QTest::keyClick(page, Qt::Key_H, Qt::ControlModifier);
+    PressCtrl(Qt::Key_H);
     QStringList described;
     for (QWidget *const widget : window->findChildren<QWidget *>()) {
         QAccessibleInterface *const reported = QAccessible::queryAccessibleInterface(widget);
@@ -84,7 +83,7 @@ TEST_F(StudyWindowTest, HintShown_LastsUntilNextKeyOrFocusElsewhere)
     OpenWith({u"[word]"_s});
     const QImage hidden = OnScreen();
     for (const bool isKey : {true, false}) {
-        QTest::keyClick(page, Qt::Key_I, Qt::ControlModifier);
+        PressCtrl(Qt::Key_I);
         EXPECT_NE(OnScreen(), hidden);
         if (isKey)
             Press(Qt::Key_A);
@@ -153,17 +152,14 @@ TEST_F(StudyWindowTest, ZoomedIn_LayoutScalesAndTopLineStays)
     lines[6] = QString(97, u'-') + u"[z]"_s; // its box ends at cell 100
     OpenWith(lines);
     EXPECT_EQ(services.TakeMessages(), QStringList()) << "an unusual zoom is not reported";
-    const auto press = [this](Qt::Key key, Qt::KeyboardModifiers more = {}) {
-        QTest::keyClick(page, key, Qt::ControlModifier | more);
-    };
-    press(Qt::Key_0);
+    PressCtrl(Qt::Key_0);
     const PageLayout before = page->Layout();
     scroll->setValue(7);
     auto *const sideways = Child<QScrollBar>(u"HScroll");
     EXPECT_TRUE(sideways->isHidden());
     window->resize(1000, window->height());
     for (int i = 0; i < 9; ++i)
-        press(Qt::Key_Plus);
+        PressCtrl(Qt::Key_Plus);
     EXPECT_EQ(Label(u"lblZoom"), u"300 %"_s);
     EXPECT_NEAR(page->Layout().cellWidthPx, 3 * before.cellWidthPx, 3);
     EXPECT_NEAR(page->Layout().linePitchPx, 3 * before.linePitchPx, 3);
@@ -178,7 +174,7 @@ TEST_F(StudyWindowTest, ZoomedIn_LayoutScalesAndTopLineStays)
     EXPECT_TRUE(page->accessibleDescription().contains(u"左の %1 桁"_s.arg(sideways->value())));
     QTest::mouseClick(page, Qt::LeftButton, {}, QPoint(page->Layout().CellLeftPx(98), page->Layout().RowTopPx(1) + 9));
     EXPECT_EQ(Shown(), u"0 / 100"_s) << "clicks take scrolling into account";
-    press(Qt::Key_Left, Qt::ShiftModifier);
+    PressCtrl(Qt::Key_Left, Qt::ShiftModifier);
     EXPECT_LT(sideways->value(), sideways->maximum());
     sideways->setValue(0);
     EXPECT_EQ(OnScreen(), hidden);
@@ -247,7 +243,7 @@ TEST_F(StudyWindowTest, WindowAsLowAsItGoes_IsLaidOutAtEachWidth)
         }
     }
     for (int steps = 0; steps < 9; ++steps)
-        QTest::keyClick(page, Qt::Key_Plus, Qt::ControlModifier);
+        PressCtrl(Qt::Key_Plus);
     EXPECT_EQ(Label(u"lblZoom"), u"300 %"_s);
     EXPECT_TRUE(WaitFor([this] { return page->height() >= page->Layout().RowTopPx(2); }));
 }
@@ -420,7 +416,7 @@ TEST_F(StudyWindowTest, PageOnly_LeavesThePageAndOneLowRow)
     lines[50] = QString(90, u'-');
     OpenWith(lines);
     const auto toggle = [this] {
-        QTest::keyClick(page, Qt::Key_F11, Qt::ControlModifier);
+        PressCtrl(Qt::Key_F11);
         QCoreApplication::processEvents();
     };
     window->resize(500, 500); // narrower than the longest line
@@ -444,7 +440,7 @@ TEST_F(StudyWindowTest, PageOnly_LeavesThePageAndOneLowRow)
     EXPECT_FALSE(Child<QWidget>(u"cmdZoomIn")->isVisible());
     QTest::keyClick(page, Qt::Key_M, Qt::AltModifier);
     EXPECT_TRUE(Child<QCheckBox>(u"chkOnlyHard")->isEnabled()) << "keys of the hidden bar work";
-    QTest::keyClick(page, Qt::Key_PageDown, Qt::ControlModifier);
+    PressCtrl(Qt::Key_PageDown);
     EXPECT_GT(page->Page().TopLine(), 1) << "pages turn without a scroll bar";
     toggle();
     EXPECT_EQ(page->geometry(), before);

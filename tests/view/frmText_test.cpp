@@ -144,11 +144,11 @@ TEST_F(StudyWindowTest, FileReadAgain_KeepsAnswersOrOffersEditor)
     const QByteArray bad = "ok\r\n[broken\r\n";
     folder.Write(u"txt/a.txt"_s, bad);
     const QString before = SpokenPage(page->Page());
-    QTest::keyClick(page, Qt::Key_H, Qt::ControlModifier);
+    PressCtrl(Qt::Key_H);
     script.Click(u"frmMsg"_s, u"cmdOK"_s);
     Child<QPushButton>(u"cmdReRead")->click();
     EXPECT_TRUE(WaitFor([this] { return QApplication::activeWindow() == window.get(); }));
-    QTest::keyClick(page, Qt::Key_Z, Qt::ControlModifier);
+    PressCtrl(Qt::Key_Z);
     EXPECT_EQ(script.messages.last(),
               QString(BracketCountMessage(2, u"[broken") + u"\r\n\r\nこのファイルを編集しますか？"_s)
                   .replace(u"\r\n"_s, u"\n"_s));
@@ -166,8 +166,7 @@ TEST_F(StudyWindowTest, FileReadAgain_KeepsAnswersOrOffersEditor)
 TEST_F(StudyWindowTest, ShortenedFileReadAgain_ShowsNothingOfOldText)
 {
     OpenWith(QStringList(9, u"[word] [two]"_s));
-    const auto press = [this](Qt::Key key) { QTest::keyClick(page, key, Qt::ControlModifier); };
-    press(Qt::Key_F);
+    PressCtrl(Qt::Key_F);
     auto *const txtSearch = window->findChild<QLineEdit *>(u"txtSearch"_s);
     EXPECT_TRUE(WaitFor([txtSearch] { return txtSearch->window()->isActiveWindow(); }));
     txtSearch->setText(u"two"_s);
@@ -177,16 +176,16 @@ TEST_F(StudyWindowTest, ShortenedFileReadAgain_ShowsNothingOfOldText)
     window->activateWindow();
     EXPECT_TRUE(WaitFor([this] { return QApplication::activeWindow() == window.get(); }));
     Press(Qt::Key_Return);
-    press(Qt::Key_H);
-    press(Qt::Key_Left);
-    press(Qt::Key_I);
+    PressCtrl(Qt::Key_H);
+    PressCtrl(Qt::Key_Left);
+    PressCtrl(Qt::Key_I);
     folder.WriteStudyFile(u"txt/a.txt"_s, {u"[word]"_s});
     QTest::mouseClick(Child<QPushButton>(u"cmdReRead"), Qt::LeftButton);
     EXPECT_EQ(Label(u"lblNotice") + Label(u"lblKeyword"), u"(hidden)(hidden)"_s);
     QCoreApplication::processEvents(); // the row below the page has become lower
     const QImage afterReading = OnScreen();
     Press(Qt::Key_Return);
-    press(Qt::Key_H);
+    PressCtrl(Qt::Key_H);
     EXPECT_EQ(OnScreen(), afterReading) << "a page without any place";
     Press(Qt::Key_Return); // nothing is left to undo
     QTest::keyClick(page, Qt::Key_F3);
@@ -260,8 +259,8 @@ TEST_F(StudyWindowTest, MinutePassedOrOutputRequested_AnswersSoFarAreOnDisk)
     window->Timer1_Timer();
     EXPECT_EQ(answersOnDisk(), u"1"_s);
     const Rows<QString, std::function<void()>> outputs = {
-        {u"frmPrint"_s, [this] { QTest::keyClick(page, Qt::Key_P, Qt::ControlModifier); }},
-        {u"frmExport"_s, [this] { QTest::keyClick(page, Qt::Key_E, Qt::ControlModifier); }},
+        {u"frmPrint"_s, [this] { PressCtrl(Qt::Key_P); }},
+        {u"frmExport"_s, [this] { PressCtrl(Qt::Key_E); }},
         {u"frmPicture"_s, [this] { Click(Qt::LeftButton, 20, 1); }},
     };
     for (const auto &[name, open] : outputs) {
@@ -334,7 +333,7 @@ TEST_F(StudyWindowTest, FileBeingOpened_NothingIsCurrent)
 {
     folder.WriteStudyFile(u"txt/b.txt"_s, {u"[x]"_s});
     OpenWith(QStringList(100, u"[one]"_s));
-    QTest::keyClick(page, Qt::Key_Left, Qt::ControlModifier);
+    PressCtrl(Qt::Key_Left);
     EXPECT_GT(SpokenCursor(page->Page()), 0);
     // A screen reader may ask while a message reports that nothing can be recorded.
     EXPECT_TRUE(database.SQLite3NonQuery(u"drop table t_kotoban"_s));
@@ -396,10 +395,10 @@ TEST_F(StudyWindowTest, WindowMadeNarrower_IsWidenedOnlyForLargerText)
     window->resize(450, 500);
     EXPECT_EQ(confirm(u"optFontSize0"_s), 450) << "smaller";
     EXPECT_TRUE(WaitFor([this] { return QApplication::activeWindow() == window.get(); }));
-    QTest::keyClick(page, Qt::Key_Plus, Qt::ControlModifier);
+    PressCtrl(Qt::Key_Plus);
     EXPECT_GT(window->width(), 700);
     window->resize(450, 500);
-    QTest::keyClick(page, Qt::Key_Minus, Qt::ControlModifier);
+    PressCtrl(Qt::Key_Minus);
     EXPECT_EQ(window->width(), 450);
 }
 
