@@ -54,6 +54,11 @@ int StudyPage::BlankToMark() const
     return chosen > 0 ? chosen : m_round.LastShown();
 }
 
+int StudyPage::HiddenHardElsewhere() const
+{
+    return m_round.IsOnlyHard() && NextBlank() == 0 ? m_round.HardCount() - m_round.HardShownCount() : 0;
+}
+
 PageChange StudyPage::SetLayout(const PageLayout &layout)
 {
     const auto [topLine, leftCell] = std::pair(TopLine(), m_layout.leftCell);
@@ -193,13 +198,20 @@ PageChange StudyPage::StudyOnlyHard(bool isOnlyHard)
     return change;
 }
 
+/// The user goes on at a line, by showing an answer there.
+void StudyPage::StopAt(int line)
+{
+    m_places.stoppedLine = line;
+    m_places.offeredLine = 0;
+}
+
 /// Shows or hides an answer, after which hiding all can no longer be undone.
 PageChange StudyPage::Toggle(int blank)
 {
     PageChange change = HideHint();
     change.isCounted = m_round.Toggle(blank);
     if (change.isCounted)
-        m_places.stoppedLine = m_text.Blanks().LineOf(blank);
+        StopAt(m_text.Blanks().LineOf(blank));
     m_places.caret = m_text.Span(blank);
     change.answers.push_back(blank);
     change.notice = QString();
@@ -278,7 +290,7 @@ PageChange StudyPage::ToggleWholeLine()
     change.answers.assign(onLine.begin(), onLine.end());
     change.isCounted = !shown.isEmpty();
     if (change.isCounted)
-        m_places.stoppedLine = line;
+        StopAt(line);
     change.notice = QString();
     change.answer = shown.join(u'，');
     return change;

@@ -122,7 +122,10 @@ class StudyPage
         return m_places.hintLength;
     }
 
-    /// The line at which the user stopped the last time, until the page has moved.
+    /// How many hard answers are hidden while only these are studied and none of them is in view; 0 otherwise.
+    int HiddenHardElsewhere() const;
+
+    /// The line at which the user stopped the last time, until the page has moved or an answer was shown.
     int OfferedLine() const
     {
         return m_places.offeredLine;
@@ -275,6 +278,7 @@ class StudyPage
     PageChange TurnToHard();
     PageChange Toggle(int blank);
     bool SetCurrent(const TextSpan &current);
+    void StopAt(int line);
     bool BringCellsIntoView(const TextSpan &span);
     bool BringLineIntoView(const BlankRange &onLine);
     int ChosenBlank() const;

@@ -43,12 +43,12 @@ class NoticeButton : public QPushButton
 
     void ShowKey(bool isShown)
     {
-        setText(Caption(isShown));
+        setText(Caption(isShown && !m_offer.hasKeyInTip));
     }
 
     int WidthPx(bool hasKey) const
     {
-        return fontMetrics().horizontalAdvance(Caption(hasKey));
+        return fontMetrics().horizontalAdvance(Caption(hasKey && !m_offer.hasKeyInTip));
     }
 
   protected:

@@ -251,9 +251,18 @@ void StudyStateBar::OfferLine(int line)
 {
     if (line > 0)
         m_notices->Put(NoticeTopic::Offer, {.text = u"前回は "_s + QString::number(line) + u" 行（Ctrl+G）"_s,
-                                            .offers = {{u"その行へ"_s, QString(), NoticeAction::GoToOffered}}});
+                                            .offers = {{u"その行へ"_s, u"Ctrl+G"_s, NoticeAction::GoToOffered, true}}});
     else
         m_notices->Remove(NoticeTopic::Offer);
+}
+
+void StudyStateBar::OfferNextHard(int hidden)
+{
+    if (hidden > 0)
+        m_notices->Put(NoticeTopic::HardElsewhere, {.text = u"残り "_s + QString::number(hidden),
+                                                    .offers = {{u"次の苦手へ"_s, u"Enter"_s, NoticeAction::GoOn}}});
+    else
+        m_notices->Remove(NoticeTopic::HardElsewhere);
 }
 
 void StudyStateBar::ShowNotice(const QString &text)

@@ -48,6 +48,9 @@ class StudyStateBar : public QWidget
     /// Offers the line at which the user last stopped, as a suggestion for AskForLine; 0 offers none.
     void OfferLine(int line);
 
+    /// Tells how many hard answers are hidden out of view, and offers to go to the next one; 0 tells nothing.
+    void OfferNextHard(int hidden);
+
     /// Tells for some seconds what was done.
     void ShowNotice(const QString &text);
 

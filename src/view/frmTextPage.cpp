@@ -78,6 +78,7 @@ void frmText::ShowPageState()
     HScroll->setValue(m_page.Layout().leftCell);
     m_stateBar->ShowProgress(m_page.Round(), view);
     m_stateBar->OfferLine(m_page.OfferedLine());
+    m_stateBar->OfferNextHard(m_page.HiddenHardElsewhere());
     m_bar->ShowHard(m_page.Round().HardCount(), m_page.Round().IsOnlyHard(), m_page.BlankToMark() > 0);
 }
 
@@ -178,6 +179,9 @@ void frmText::lblNotice_Click(NoticeAction action)
     case NoticeAction::EndSearch:
         m_stateBar->HideKeyword();
         Apply(m_page.ShowFound({}));
+        break;
+    case NoticeAction::GoOn:
+        Apply(m_page.Enter());
         break;
     case NoticeAction::GoToOffered:
         Apply(m_page.MoveToLine(m_page.OfferedLine()));

@@ -17,6 +17,7 @@ enum class NoticeTopic
     FileChange,
     Done, ///< what a command has just done
     Search,
+    HardElsewhere, ///< no hard answer is hidden in view, but others are
     Offer, ///< the line where the user stopped the last time
     NoBlanks,
     FirstKeys,
@@ -29,6 +30,7 @@ enum class NoticeAction
     FindPrevious,
     FindNext,
     EndSearch,
+    GoOn, ///< what Enter does
     GoToOffered,
     Edit,
 };
@@ -41,6 +43,7 @@ struct Notice
         QString text;
         QString key; ///< that does the same; may be empty
         NoticeAction action;
+        bool hasKeyInTip = false; ///< the key stands in the tooltip alone
 
         bool operator==(const Offer &) const = default;
     };

@@ -59,6 +59,31 @@ TEST_F(StudyWindowTest, BlanksMarkedHard_AreStudiedAlone)
     EXPECT_EQ(Sessions().last().section(u'\t', -1), u"3"_s);
 }
 
+TEST_F(StudyWindowTest, NoHardAnswerHiddenInView_NoticeLeadsToNextOne)
+{
+    OpenWith(QStringList(200, u"[x]"_s));
+    Click(Qt::MiddleButton, 1, 1);
+    scroll->setValue(150);
+    Click(Qt::MiddleButton, 1, 1);
+    Child<QCheckBox>(u"chkOnlyHard")->click();
+    Press(Qt::Key_Return);
+    EXPECT_EQ(Label(u"lblNotice"), u"残り 1"_s);
+    scroll->setValue(1);
+    EXPECT_NE(Label(u"lblNotice"), u"残り 1"_s) << "the other one is in view";
+    Press(Qt::Key_Return);
+    EXPECT_NE(Label(u"lblNotice"), u"残り 0"_s) << "all are shown";
+    Child<QCheckBox>(u"chkOnlyHard")->click();
+    Child<QCheckBox>(u"chkOnlyHard")->click();
+    Press(Qt::Key_Return);
+    auto *const next = Child<QPushButton>(u"cmdNotice1");
+    EXPECT_EQ(next->accessibleName(), u"次の苦手へ（Enter）"_s);
+    next->setFocus();
+    QTest::keyClick(next, Qt::Key_Return);
+    EXPECT_EQ(scroll->value(), 150);
+    EXPECT_EQ(QApplication::focusWidget(), page);
+    EXPECT_EQ(Shown(), u"1 / 2"_s) << "nothing is shown yet";
+}
+
 TEST_F(StudyWindowTest, ShiftEnter_MarksWhatWasMissedAndGoesOn)
 {
     OpenWith({u"[a] [b] [word]"_s});
@@ -157,6 +182,7 @@ TEST_F(StudyWindowTest, FileReopened_OffersLineWhereUserStopped)
     EXPECT_EQ(Label(u"lblNotice"), offer);
     auto *const goThere = Child<QPushButton>(u"cmdNotice1");
     EXPECT_EQ(goThere->text(), u"その行へ"_s);
+    EXPECT_EQ(goThere->accessibleDescription(), u"その行へ（Ctrl+G）"_s);
     goThere->setFocus();
     QTest::keyClick(goThere, Qt::Key_Return);
     EXPECT_EQ(scroll->value(), 120);
