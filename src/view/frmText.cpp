@@ -207,6 +207,8 @@ void frmText::cmdEdit_Click()
         return;
     if (m_bar->cmdReRead->isVisible())
         m_bar->cmdReRead->setFocus(); // so that one key reads the edited file again
+    else
+        picText->setFocus();
     const int marked = m_page.Round().lngMarkLine();
     OpenInEditorAt(marked != 0 ? marked : m_page.TopLine());
 }

@@ -20,6 +20,7 @@
 
 #include <QAction>
 #include <QFileSystemWatcher>
+#include <QMenu>
 #include <QRandomGenerator>
 #include <QScreen>
 #include <QScrollBar>
@@ -99,6 +100,11 @@ void frmText::Connect()
     connect(m_bar->chkSpeak, &QCheckBox::clicked, this, &frmText::chkSpeak_Click);
     connect(m_bar->cmdIni, &QPushButton::clicked, this, &frmText::cmdIni_Click);
     connect(m_bar->cmdDispHowToUse, &QPushButton::clicked, this, &frmText::cmdDispHowToUse_Click);
+    // An entry leaves the focus in the page as a click on a button does.
+    connect(m_bar->MenuButton()->menu(), &QMenu::triggered, this, [this] {
+        if (focusWidget() == m_bar->MenuButton())
+            picText->setFocus();
+    });
     connect(m_keeping, &QTimer::timeout, this, &frmText::KeepMarks);
     connect(picText, &PicText::KeyDown, this, &frmText::picText_KeyDown);
     connect(picText, &PicText::MouseDown, this, &frmText::picText_MouseDown);

@@ -7,8 +7,10 @@
 #include "text/modCheckText.h"
 #include "view/StudyWindowTest.h"
 
+#include <QAction>
 #include <QComboBox>
 #include <QLineEdit>
+#include <QMenu>
 #include <QProgressBar>
 #include <QTimer>
 
@@ -211,6 +213,25 @@ TEST_F(StudyWindowTest, LineMarked_EditorOpensThere)
     Click(Qt::RightButton, 40, 2);
     Child<QPushButton>(u"cmdEdit")->click();
     EXPECT_TRUE(services.commands.last().contains(u" -Y=5 \""_s)) << "a right click also removes the mark";
+}
+
+TEST_F(StudyWindowTest, CommandsInMenuOfBar_LeaveFocusInPage)
+{
+    OpenWith({u"[x]"_s});
+    window->resize(window->minimumSize());
+    auto *const more = Child<QPushButton>(u"cmdMore");
+    Q_EMIT more->menu()->aboutToShow();
+    QStringList missing = {u"使い方"_s, u"設定"_s, u"再読込"_s, u"編集"_s, u"大きく"_s};
+    for (QAction *const entry : more->menu()->actions()) {
+        if (!entry->isVisible() || missing.removeAll(entry->text()) == 0)
+            continue;
+        if (entry->text() == u"設定"_s)
+            script.Click(u"frmIni"_s, u"cmdCancel"_s);
+        more->setFocus();
+        entry->trigger();
+        EXPECT_EQ(window->focusWidget(), page) << entry->text().toStdString();
+    }
+    EXPECT_EQ(missing, QStringList());
 }
 
 TEST_F(StudyWindowTest, StudyFileAsEditor_IsRefusedWhereverTheEditorOpens)
