@@ -119,7 +119,7 @@ int PagePainter::LinePx() const
 {
     constexpr int pitchOfOnePixel = 20;
     if (m_colours.drawing.hasWiderLines)
-        return qBound(1, m_page.zoomPercent / 100, 3);
+        return qBound(m_colours.drawing.leastLinePx, m_page.zoomPercent / 100, 3);
     return qMax(1, m_layout.linePitchPx / pitchOfOnePixel);
 }
 
@@ -167,8 +167,8 @@ void PagePainter::DrawFound(int row)
     }
     const QRect area = Device(AreaOf(firstCell, endCell, row));
     m_painter.fillRect(area, m_colours.found);
-    if (m_colours.drawing.isSoft)
-        DrawRing(area, PenWidth(), m_colours.answer); // a soft mark alone does not stand out enough
+    if (m_colours.drawing.hasRingAtHit)
+        DrawRing(area, PenWidth(), m_colours.answer);
 }
 
 /// Frames the current target just outside its box, in the gap between rows.

@@ -96,8 +96,7 @@ void PicText::SetPageColour(PageColourChoice choice)
 
 void PicText::FollowDesktop()
 {
-    const PageColours *const colours =
-        &ColoursOf(m_pageColour, QGuiApplication::palette(), m_darkMode && m_darkMode->IsDark());
+    const PageColours colours = ColoursOf(m_pageColour, QGuiApplication::palette(), m_darkMode && m_darkMode->IsDark());
     if (colours == m_colours)
         return;
     m_colours = colours;
@@ -220,7 +219,7 @@ void PicText::resizeEvent(QResizeEvent *)
 /// The blank that Enter opens next, if the page tells it apart; it is also the mark of the focus.
 int PicText::MarkedNext() const
 {
-    return hasFocus() && m_colours->drawing.isSoft ? m_page.NextBlank() : 0;
+    return hasFocus() && m_colours.drawing.isSoft ? m_page.NextBlank() : 0;
 }
 
 QRect PicText::AreaOfNext() const
@@ -247,15 +246,15 @@ void PicText::paintEvent(QPaintEvent *event)
 {
     QPainter painter(this);
     if (!m_page.IsFileOpen()) {
-        painter.fillRect(event->rect(), m_colours->background);
-        painter.setPen(m_colours->text);
+        painter.fillRect(event->rect(), m_colours.background);
+        painter.setPen(m_colours.text);
         painter.drawText(rect(), int(Qt::AlignCenter) | int(Qt::TextWordWrap), SpokenPage(m_page));
         return;
     }
     m_paintedNext = AreaOfNext();
     const PageToPaint page{.text = m_page.Text(),
                            .round = m_page.Round(),
-                           .colours = *m_colours,
+                           .colours = m_colours,
                            .layout = Layout(),
                            .topLine = m_page.TopLine(),
                            .found = m_page.Found(),
@@ -264,7 +263,7 @@ void PicText::paintEvent(QPaintEvent *event)
                            .hintLength = m_page.HintLength(),
                            .nextBlank = MarkedNext(),
                            .zoomPercent = m_zoomPercent,
-                           .hasFocusRing = hasFocus() && (m_isTabbedTo || !m_colours->drawing.isSoft)};
+                           .hasFocusRing = hasFocus() && (m_isTabbedTo || !m_colours.drawing.isSoft)};
     PagePainter pagePainter(&painter, page, &FontAt(devicePixelRatioF()));
     // Painting the parts separately is cheaper than their bounding rectangle, for example a blank and the line numbers.
     for (const QRect &part : event->region())

@@ -6,6 +6,7 @@
 #pragma once
 
 #include "study/modStudyPage.h"
+#include "widgets/Contrast.h"
 #include "widgets/PageColours.h"
 
 #include <QAccessible>
@@ -61,13 +62,13 @@ class PicText : public QWidget, private QAccessible::ActivationObserver
     /// The colours in use.
     const PageColours &Colours() const
     {
-        return *m_colours;
+        return m_colours;
     }
 
-    /// Whether the dark colours are in use.
+    /// Whether they are light ones on a dark page.
     bool IsDark() const
     {
-        return m_colours == &DarkPage || m_colours == &SoftDarkPage;
+        return IsDarker(m_colours.background, m_colours.text);
     }
 
     /// The geometry that follows from the font and the size of the widget, for StudyPage::SetLayout.
@@ -123,7 +124,7 @@ class PicText : public QWidget, private QAccessible::ActivationObserver
     const StudyPage &m_page;
     PageColourChoice m_pageColour{};
     std::unique_ptr<DarkMode> m_darkMode; // while the colours follow the desktop
-    const PageColours *m_colours = &LightPage;
+    PageColours m_colours = LightPage;
     QFont m_font;
     std::unique_ptr<PageFontAtScale> m_deviceFont; // created when first needed for painting
     int m_lineSpacePx = 0;

@@ -53,12 +53,12 @@ void DrawOutline(QPainter *painter, const QRect &rect, const QPen &pen, double r
 }
 
 /// Outlines the circle that the style draws, which has an odd width and lies one pixel inside the rectangle.
-void DrawCircle(QPainter *painter, const QRect &rect, const QColor &colour)
+void DrawCircle(QPainter *painter, const QRect &rect, const QPen &pen)
 {
     const double radius = (rect.width() | 1) / 2.0 - 1;
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing);
-    painter->setPen(QPen(colour, IndicatorLineWidth));
+    painter->setPen(pen);
     painter->setBrush(Qt::NoBrush);
     painter->drawEllipse(QPointF(rect.center() + QPoint(1, 1)), radius, radius);
     painter->restore();
@@ -186,13 +186,13 @@ void OutlinedStyle::drawPrimitive(PrimitiveElement element, const QStyleOption *
         DrawOutline(painter, option->rect, outline, 0);
         break;
     case PE_IndicatorCheckBox:
-        DrawOutline(painter, option->rect, QPen(outline.color(), IndicatorLineWidth), CornerPx);
+        DrawOutline(painter, option->rect, QPen(outline.color(), qMax(IndicatorLineWidth, outline.widthF())), CornerPx);
         break;
     case PE_FrameLineEdit:
         DrawOutline(painter, option->rect, outline, CornerPx);
         break;
     case PE_IndicatorRadioButton:
-        DrawCircle(painter, option->rect, outline.color());
+        DrawCircle(painter, option->rect, QPen(outline.color(), qMax(IndicatorLineWidth, outline.widthF())));
         break;
     default:
         break;

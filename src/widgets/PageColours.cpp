@@ -8,7 +8,35 @@
 
 #include <QPalette>
 
-const PageColours &ColoursOf(PageColourChoice choice, const QPalette &desktop, bool isSystemDark)
+namespace {
+
+/// A colour for text on a ground, the wanted one if it is readable there.
+QColor TextOn(const QColor &ground, const QColor &wanted)
+{
+    const QColor farthest = Contrast(ground, Qt::black) > Contrast(ground, Qt::white) ? Qt::black : Qt::white;
+    return WithContrast(wanted, ground, farthest, TextContrast);
+}
+
+/// The page in the colours of a desktop that wants its own everywhere. All else than text is told apart by shape.
+PageColours HighContrastPage(const QPalette &desktop)
+{
+    const QColor ground = desktop.color(QPalette::Base);
+    const QColor text = desktop.color(QPalette::Text);
+    const QColor highlight = desktop.color(QPalette::Highlight);
+    PageColours page = IsDarker(ground, text) ? DarkPage : LightPage;
+    page.drawing = HighContrastDrawing;
+    page.background = ground;
+    page.text = page.answer = page.hiddenBox = page.number = text;
+    page.shownBox = page.stripEdge = page.frame = page.hint = Dimmed(text, ground);
+    page.focus = page.current = page.hard = page.lineMark = WithContrast(highlight, ground, text, ShapeContrast);
+    page.markedNumber = TextOn(page.lineMark, desktop.color(QPalette::HighlightedText));
+    page.found = WithContrast(highlight, text, ground, TextContrast); // as far from the text as that needs
+    return page;
+}
+
+} // namespace
+
+PageColours ColoursOf(PageColourChoice choice, const QPalette &desktop, bool isSystemDark)
 {
     switch (choice) {
     case PageColourChoice::Light:
@@ -22,6 +50,8 @@ const PageColours &ColoursOf(PageColourChoice choice, const QPalette &desktop, b
     case PageColourChoice::Desktop:
         break;
     }
+    if (IsHighContrast(desktop))
+        return HighContrastPage(desktop);
     const bool isDark = IsDarker(desktop.color(QPalette::Window), desktop.color(QPalette::WindowText)) || isSystemDark;
     return isDark ? DarkPage : LightPage;
 }
@@ -59,12 +89,9 @@ DesktopColours ColoursOn(const QPalette &desktop)
         colours.accent = colours.tint = desktop.color(QPalette::Highlight);
         colours.onAccent = colours.onTint = desktop.color(QPalette::HighlightedText);
     }
-    const auto farthestFrom = [](const QColor &ground) {
-        return Contrast(ground, Qt::black) > Contrast(ground, Qt::white) ? QColor(Qt::black) : QColor(Qt::white);
-    };
     colours.accent = WithContrast(colours.accent, window, windowText, ShapeContrast);
-    colours.onAccent = WithContrast(colours.onAccent, colours.accent, farthestFrom(colours.accent), TextContrast);
-    colours.onTint = WithContrast(colours.onTint, colours.tint, farthestFrom(colours.tint), TextContrast);
+    colours.onAccent = TextOn(colours.accent, colours.onAccent);
+    colours.onTint = TextOn(colours.tint, colours.onTint);
     colours.warning = WithContrast(colours.warning, base, text, ShapeContrast);
     return colours;
 }

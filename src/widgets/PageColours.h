@@ -1,7 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The Kotoban developers
 // SPDX-License-Identifier: MIT
 
-// The colours of the page. Unlike the rest of the study window, it does not use those of the desktop.
+// The colours of the page. Unlike most windows, it does not use those of the desktop, unless that wants its own colours
+// everywhere.
 #pragma once
 
 #include <QColor>
@@ -14,6 +15,8 @@ struct PageDrawing
 {
     bool isSoft = false;       ///< hidden answers in filled boxes, shown ones on a line, instead of outlines for both
     bool hasWiderLines = true; ///< lines of 2 pixels from 200 %, of 3 from 300 %; otherwise they grow with the rows
+    int leastLinePx = 1;       ///< width of the lines below that
+    bool hasRingAtHit = false; ///< around the mark of a hit, which alone does not stand out enough
     double underlinePx = 1;    ///< least width of the line below a shown answer, if soft
     double insetCells = 0;     ///< between a box and the outer edges of its brackets' cells, as all below if soft
     double boxHeight = 0;      ///< at most that of the row less three lines
@@ -21,12 +24,16 @@ struct PageDrawing
     double nextEdge = 0;       ///< left edge of the box that Enter opens next
     double hardCorner = 0;     ///< side of the mark of a hard blank
     int numberPercent = 100;   ///< size of line numbers
+
+    bool operator==(const PageDrawing &) const = default;
 };
 
 inline constexpr PageDrawing LightDrawing = {.hasWiderLines = false};
 inline constexpr PageDrawing DarkDrawing = {};
+inline constexpr PageDrawing HighContrastDrawing = {.leastLinePx = 2, .hasRingAtHit = true};
 inline constexpr PageDrawing SoftDrawing = {
     .isSoft = true,
+    .hasRingAtHit = true,
     .underlinePx = 1.5,
     .insetCells = 1.0 / 3,
     .boxHeight = 1.3,
@@ -38,7 +45,7 @@ inline constexpr PageDrawing SoftDrawing = {
 
 struct PageColours
 {
-    const PageDrawing &drawing;
+    PageDrawing drawing;
     QColor background;
     QColor text;
     QColor answer;    ///< text of a shown answer
@@ -72,6 +79,8 @@ struct PageColours
     QColor note;     ///< ground of a notice
     QColor noteText;
     QColor noteEdge; ///< bar at its left
+
+    bool operator==(const PageColours &) const = default;
 };
 
 inline constexpr PageColours LightPage = {
@@ -214,9 +223,10 @@ inline constexpr PageColours SoftDarkPage = {
     .noteEdge = QColor(199, 154, 58),
 };
 
-/// The colours that the user has chosen.
+/// The colours that the user has chosen. Those that follow a desktop of high contrast are for the page alone: the bars
+/// keep the palette of such a desktop.
 /// @param desktop, isSystemDark  tell whether the desktop is dark: its current palette and DarkMode::IsDark
-const PageColours &ColoursOf(PageColourChoice choice, const QPalette &desktop, bool isSystemDark);
+PageColours ColoursOf(PageColourChoice choice, const QPalette &desktop, bool isSystemDark);
 
 /// The palette of the bars around a page: AlternateBase is the tint, Mid the line, Shadow the outline of controls,
 /// PlaceholderText secondary text, ToolTipBase a notice, ToolTipText its text and BrightText its edge.

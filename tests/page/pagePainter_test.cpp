@@ -36,8 +36,11 @@ class PaintedPage
   public:
     PaintedPage(const QStringList &lines, double scale, int topLine = 1, const PageColours &colours = LightPage,
                 const PageLayout &layout = Layout)
-        : text(LinesOf(lines)),
-          page{.text = text, .round = round, .colours = colours, .layout = layout, .topLine = topLine},
+        : text(LinesOf(lines)), page{.text = text,
+                                     .round = round,
+                                     .colours = colours,
+                                     .layout = layout,
+                                     .topLine = topLine},
           m_font(FontFor(layout), scale), m_image((QSizeF(Whole.size()) * scale).toSize(), QImage::Format_RGB32)
     {
         round.Load(text.Blanks().Count());
@@ -236,9 +239,12 @@ int CountOf(const QImage &image, const QRect &area, const QColor &colour)
 
 TEST(PagePainter, Zoom_WidensLinesExceptOnLightPage)
 {
+    PageColours highContrast = DarkPage;
+    highContrast.drawing = HighContrastDrawing;
     const Rows<const PageColours *, int, int> rows = {
-        {&LightPage, 100, 1}, {&LightPage, 200, 1}, {&DarkPage, 100, 1}, {&DarkPage, 175, 1},
-        {&DarkPage, 200, 2},  {&DarkPage, 300, 3},  {&SoftPage, 100, 1}, {&SoftDarkPage, 250, 2},
+        {&LightPage, 100, 1},    {&LightPage, 200, 1},    {&DarkPage, 100, 1}, {&DarkPage, 175, 1},
+        {&DarkPage, 200, 2},     {&DarkPage, 300, 3},     {&SoftPage, 100, 1}, {&SoftDarkPage, 250, 2},
+        {&highContrast, 100, 2}, {&highContrast, 300, 3},
     };
     for (const auto &[colours, percent, width] : rows) {
         PaintedPage page({u"[あああ]"_s}, 1, 1, *colours);

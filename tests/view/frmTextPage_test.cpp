@@ -300,7 +300,7 @@ TEST_F(StudyWindowTest, DesktopTurnsDark_PageFollows)
     EXPECT_GE(Contrast(keyword.color(QPalette::WindowText), keyword.color(QPalette::ToolTipBase)), TextContrast);
 }
 
-TEST_F(StudyWindowTest, HighContrastDesktop_KeepsItsColoursInTheBars)
+TEST_F(StudyWindowTest, HighContrastDesktop_KeepsItsColoursInTheWindow)
 {
     OpenWith(QStringList(99, u"[x]"_s));
     const auto colour = [this](const char16_t *name, QPalette::ColorRole role) {
@@ -313,6 +313,8 @@ TEST_F(StudyWindowTest, HighContrastDesktop_KeepsItsColoursInTheBars)
     yellow.setColor(QPalette::PlaceholderText, QColor(40, 40, 0));
     QApplication::setPalette(yellow);
     EXPECT_TRUE(WaitFor([&] { return colour(u"cmdFile", QPalette::Window) == Qt::black; }));
+    EXPECT_EQ(page->Colours().background, QColor(Qt::black));
+    EXPECT_EQ(page->Colours().text, QColor(Qt::yellow));
     for (const char16_t *const name : {u"cmdFile", u"lblPage", u"lblNumN", u"lblNum"})
         EXPECT_GE(Contrast(colour(name, QPalette::WindowText), Qt::black), TextContrast);
     for (const char16_t *const name : {u"lblNotice", u"cmdNotice1"})

@@ -5,6 +5,7 @@
 #include "support/WaitFor.h"
 #include "widgets/Contrast.h"
 #include "widgets/OutlinedStyle.h"
+#include "widgets/PageColourChoice.h"
 #include "widgets/PageColours.h"
 #include "widgets/ScreenFit.h"
 
@@ -25,12 +26,51 @@
 
 using namespace Qt::Literals::StringLiterals;
 
+namespace {
+
+const Rows<const char *, QColor, QColor> Desktops = {
+    {"light", Qt::white, Qt::black},
+    {"grey", QColor(239, 239, 239), Qt::black},
+    {"dark", QColor(27, 30, 32), Qt::white},
+    {"high contrast, black", Qt::black, Qt::white},
+    {"high contrast, yellow", Qt::black, Qt::yellow},
+};
+
+/// A palette of two colours, in which disabled captions have that of the window.
+QPalette PaletteOf(const QColor &window, const QColor &text)
+{
+    QPalette palette(text, window, window, window, window, text, text, window, window);
+    palette.setColor(QPalette::Disabled, QPalette::ButtonText, window);
+    return palette;
+}
+
+bool HasVisiblePixel(const QImage &image, const QColor &background)
+{
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x)
+            if (Contrast(image.pixelColor(x, y), background) >= ShapeContrast)
+                return true;
+    return false;
+}
+
+} // namespace
+
 TEST(PageColours, EveryChoice_ReachesMinimumContrast)
 {
     EXPECT_NEAR(Contrast(Qt::black, Qt::white), 21, 0.001);
     EXPECT_NEAR(Contrast(Qt::white, QColor(0x77, 0x77, 0x77)), 4.478, 0.001) << "a grey just below the minimum";
-    for (const PageColours *const colours : {&LightPage, &DarkPage, &SoftPage, &SoftDarkPage}) {
-        const PageColours &page = *colours;
+    std::vector<PageColours> choices = {LightPage, DarkPage, SoftPage, SoftDarkPage};
+    for (const auto &[name, window, text] : Desktops) {
+        for (const QColor &highlight : {QColor(Qt::yellow), QColor(48, 140, 198), QColor(0, 0, 128), window, text}) {
+            QPalette desktop = PaletteOf(window, text);
+            desktop.setColor(QPalette::Highlight, highlight);
+            desktop.setColor(QPalette::HighlightedText, window);
+            choices.push_back(ColoursOf(PageColourChoice::Desktop, desktop, false));
+        }
+    }
+    for (const PageColours &page : choices) {
+        // Desktops of high contrast have bars in their own colours.
+        const QColor ground = page.drawing == HighContrastDrawing ? page.background : page.bar;
         Rows<const char *, QColor, QColor, double> rows = {
             {"text", page.text, page.background, TextContrast},
             {"text in a hit", page.text, page.found, TextContrast},
@@ -53,7 +93,7 @@ TEST(PageColours, EveryChoice_ReachesMinimumContrast)
             {"chosen", page.onAccent, page.accent, TextContrast},
             {"ticked command about hard blanks", page.hardText, page.hardTint, TextContrast},
             {"edge of that", page.hardText, page.bar, ShapeContrast},
-            {"corner of its icon", page.hard, page.bar, ShapeContrast},
+            {"corner of its icon", page.hard, ground, ShapeContrast},
             {"outline of controls", page.edge, page.bar, ShapeContrast},
             {"notice", page.noteText, page.note, TextContrast},
             {"edge of a notice", page.noteEdge, page.bar, ShapeContrast},
@@ -69,33 +109,29 @@ TEST(PageColours, EveryChoice_ReachesMinimumContrast)
         else
             rows.insert(rows.end(), {{"hint", page.hint, page.background, TextContrast},
                                      {"edge of the numbers", page.stripEdge, page.background, ShapeContrast},
-                                     {"mark of a hit", page.found, page.background, ShapeContrast},
+                                     {"mark of a hit", page.drawing.hasRingAtHit ? page.answer : page.found,
+                                      page.background, ShapeContrast},
                                      {"edge of the page", page.frame, page.background, ShapeContrast}});
         for (const auto &[name, colour, background, minimum] : rows)
             EXPECT_GE(Contrast(colour, background), minimum) << name << ' ' << page.background.name().toStdString();
     }
 }
 
-namespace {
-
-const Rows<const char *, QColor, QColor> Desktops = {
-    {"light", Qt::white, Qt::black},
-    {"grey", QColor(239, 239, 239), Qt::black},
-    {"dark", QColor(27, 30, 32), Qt::white},
-    {"high contrast, black", Qt::black, Qt::white},
-    {"high contrast, yellow", Qt::black, Qt::yellow},
-};
-
-bool HasVisiblePixel(const QImage &image, const QColor &background)
+TEST(PageColours, FollowingDesktopOfHighContrast_AreItsOwn)
 {
-    for (int y = 0; y < image.height(); ++y)
-        for (int x = 0; x < image.width(); ++x)
-            if (Contrast(image.pixelColor(x, y), background) >= ShapeContrast)
-                return true;
-    return false;
+    for (const auto &[name, window, text] : Desktops) {
+        const QPalette desktop = PaletteOf(window, text);
+        const PageColours page = ColoursOf(PageColourChoice::Desktop, desktop, true);
+        EXPECT_EQ(page.drawing.leastLinePx, IsHighContrast(desktop) ? 2 : 1) << name;
+        if (IsHighContrast(desktop)) {
+            EXPECT_EQ(page.background, window) << name;
+            EXPECT_EQ(page.text, text) << name;
+        } else {
+            EXPECT_EQ(page, DarkPage) << name;
+        }
+        EXPECT_EQ(ColoursOf(PageColourChoice::Soft, desktop, true), SoftPage) << "as the user has chosen, " << name;
+    }
 }
-
-} // namespace
 
 TEST(Contrast, EveryDesktop_ReachesMinimum)
 {
@@ -130,14 +166,6 @@ class ProgramStyle
   private:
     QString m_before;
 };
-
-/// A palette of two colours, in which disabled captions have that of the window.
-QPalette PaletteOf(const QColor &window, const QColor &text)
-{
-    QPalette palette(text, window, window, window, window, text, text, window, window);
-    palette.setColor(QPalette::Disabled, QPalette::ButtonText, window);
-    return palette;
-}
 
 } // namespace
 
