@@ -10,6 +10,7 @@
 #include "widgets/ElidedLabel.h"
 #include "widgets/Measures.h"
 #include "widgets/NamedControls.h"
+#include "widgets/PaintedIcon.h"
 #include "widgets/ScreenFit.h"
 
 #include <QAction>
@@ -41,11 +42,11 @@ frmFile::frmFile(SystemServices &services, StudyDatabase &database, frmMsg &msg,
       m_tallies(database, userName), m_userName(userName),
       m_marks(JoinPath(applicationFolder, u"ListMark.txt"_s), userName),
       m_stops(JoinPath(applicationFolder, u"ListPlace.txt"_s)),
-      m_tableFolder(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation)),
-      m_editor{QString(), applicationFolder}, m_files(new StudyFileModel(m_folder, m_tallies, this)),
-      m_watcher(new QFileSystemWatcher(this)), m_refreshing(new QTimer(this)), m_tallying(new QTimer(this)),
-      lstFile(new StudyFileList(this)), txtFilter(new QLineEdit(this)),
-      lblEmpty(NamedLabel(u"lblEmpty"_s, QString(), this)),
+      m_tableFolder(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation)), m_editor{QString(),
+                                                                                                   applicationFolder},
+      m_files(new StudyFileModel(m_folder, m_tallies, this)), m_watcher(new QFileSystemWatcher(this)),
+      m_refreshing(new QTimer(this)), m_tallying(new QTimer(this)), lstFile(new StudyFileList(this)),
+      txtFilter(new QLineEdit(this)), lblEmpty(NamedLabel(u"lblEmpty"_s, QString(), this)),
       lblNote(new ElidedLabel(u"lblNote"_s, MaxNoteChars, this, Qt::ElideRight)),
       lblFolderCaption(NamedLabel(u"lblFolderCaption"_s, u"フォルダ："_s, this)),
       lblFolder(new ElidedLabel(u"lblFolder"_s, MaxPathChars, this)),
@@ -160,8 +161,10 @@ void frmFile::AddFileButtons()
     cmdSelect->setDefault(true);
     m_edit.button = AddButton(this, u"cmdEdit"_s, u"編集(&E)"_s,
                               u"選択したファイルをテキストエディタで開きます (Alt+E)"_s, &frmFile::cmdEdit_Click);
+    m_edit.button->setIcon(ButtonIcon(Icon::Edit));
     m_print.button = AddButton(this, u"cmdPrint"_s, u"印刷(&I)…"_s,
                                u"正解を下線にした用紙をブラウザで開きます (Ctrl+P)"_s, &frmFile::cmdPrint_Click);
+    m_print.button->setIcon(ButtonIcon(Icon::Print));
     AddAction(u"actPrint"_s, m_print.button->text(), m_print.button->toolTip(), Qt::CTRL | Qt::Key_P,
               &frmFile::cmdPrint_Click);
     m_convert.button = AddButton(this, u"cmdConvCode"_s, u"Shift_JISに変換(&C)"_s,

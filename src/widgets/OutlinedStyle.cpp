@@ -92,6 +92,19 @@ void DrawButton(QPainter *painter, const QStyleOption &option)
     DrawOutline(painter, option.rect, QPen(edge, OutlineWidth(option)), CornerRadius(option.fontMetrics), face);
 }
 
+/// Space that a button needs between its icon and its text, beside what Qt leaves there.
+int ExtraIconGap(const QStyleOptionButton &button)
+{
+    constexpr int ofQtPx = 4;
+    return button.icon.isNull() || button.text.isEmpty() ? 0 : std::max(0, IconGap(button.fontMetrics) - ofQtPx);
+}
+
+/// Space that the arrow of a combo box needs at its right end.
+int ArrowPlace(const QFontMetrics &font)
+{
+    return MenuArrowSize(font) + 2 * FieldMargin(font);
+}
+
 /// Draws a line below the chosen tab, and a ring around it if it has the focus.
 void DrawTab(QPainter *painter, const QStyleOption &option)
 {
@@ -218,14 +231,46 @@ void OutlinedStyle::drawControl(ControlElement element, const QStyleOption *opti
         DrawTab(painter, *option);
         return;
     }
+    if (const auto *const button = qstyleoption_cast<const QStyleOptionButton *>(option);
+        element == CE_PushButtonLabel && button && !button->icon.isNull() && !button->text.isEmpty()) {
+        DrawLabelWithIcon(*button, painter);
+        return;
+    }
     QProxyStyle::drawControl(element, option, painter, widget);
     if (element == CE_ProgressBarGroove)
         DrawOutline(painter, option->rect, OutlineColour(*option), CornerPx);
 }
 
+void OutlinedStyle::DrawLabelWithIcon(const QStyleOptionButton &button, QPainter *painter) const
+{
+    const bool isEnabled = button.state.testFlag(State_Enabled);
+    const int sidePx = button.iconSize.width();
+    const int gapPx = IconGap(button.fontMetrics);
+    const int flags = int(Qt::AlignLeft) | int(Qt::AlignVCenter) | int(Qt::TextShowMnemonic);
+    const int textPx = button.fontMetrics.size(Qt::TextShowMnemonic, button.text).width();
+    QRect place(button.rect);
+    place.setLeft(place.left() + (place.width() - sidePx - gapPx - textPx) / 2);
+    button.icon.paint(painter, QRect(place.left(), place.center().y() + 1 - (sidePx + 1) / 2, sidePx, sidePx),
+                      Qt::AlignCenter, isEnabled ? QIcon::Normal : QIcon::Disabled);
+    place.setLeft(place.left() + sidePx + gapPx);
+    drawItemText(painter, place, flags, button.palette, isEnabled, button.text, QPalette::ButtonText);
+}
+
 void OutlinedStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex *option, QPainter *painter,
                                        const QWidget *widget) const
 {
+    if (const auto *const combo = qstyleoption_cast<const QStyleOptionComboBox *>(option);
+        control == CC_ComboBox && combo) {
+        QStyleOptionComboBox withoutArrow = *combo;
+        withoutArrow.subControls.setFlag(SC_ComboBoxArrow, false);
+        QProxyStyle::drawComplexControl(control, &withoutArrow, painter, widget);
+        const int sidePx = MenuArrowSize(option->fontMetrics);
+        QRect arrow(0, 0, sidePx, sidePx);
+        arrow.moveCenter(subControlRect(control, option, SC_ComboBoxArrow, widget).center());
+        const auto group = option->state.testFlag(State_Enabled) ? QPalette::Active : QPalette::Disabled;
+        PaintIcon(painter, Icon::Down, arrow, option->palette.color(group, QPalette::ButtonText), QColor());
+        return;
+    }
     QProxyStyle::drawComplexControl(control, option, painter, widget);
     if (control == CC_ScrollBar && option->subControls.testFlag(SC_ScrollBarSlider))
         DrawOutline(painter, subControlRect(control, option, SC_ScrollBarSlider, widget),
@@ -256,6 +301,8 @@ int OutlinedStyle::pixelMetric(PixelMetric metric, const QStyleOption *option, c
     case PM_CheckBoxLabelSpacing:
     case PM_RadioButtonLabelSpacing:
         return IndicatorGap(FontOf(option, widget));
+    case PM_ButtonIconSize:
+        return IconSize(FontOf(option, widget));
     case PM_MenuButtonIndicator: {
         constexpr int aroundArrowPx = 6; // of which the style leaves free
         return MenuArrowSize(FontOf(option, widget)) + aroundArrowPx;
@@ -287,6 +334,17 @@ QRect OutlinedStyle::subElementRect(SubElement element, const QStyleOption *opti
     return rect.adjusted(margin, 0, -margin, 0);
 }
 
+QRect OutlinedStyle::subControlRect(ComplexControl control, const QStyleOptionComplex *option, SubControl part,
+                                    const QWidget *widget) const
+{
+    QRect rect = QProxyStyle::subControlRect(control, option, part, widget);
+    if (control == CC_ComboBox && part == SC_ComboBoxArrow)
+        rect.setLeft(option->rect.right() + 1 - ArrowPlace(option->fontMetrics));
+    else if (control == CC_ComboBox && part == SC_ComboBoxEditField)
+        rect.setRight(option->rect.right() - ArrowPlace(option->fontMetrics));
+    return rect;
+}
+
 int OutlinedStyle::styleHint(StyleHint hint, const QStyleOption *option, const QWidget *widget,
                              QStyleHintReturn *returnData) const
 {
@@ -306,13 +364,16 @@ QSize OutlinedStyle::sizeFromContents(ContentsType type, const QStyleOption *opt
     const QSize size = QProxyStyle::sizeFromContents(type, option, contents, widget);
     const QFontMetrics font = FontOf(option, widget);
     switch (type) {
-    case CT_PushButton:
-        return size.expandedTo(QSize(contents.width() + 2 * ButtonMargin(font), ButtonHeight(font)));
+    case CT_PushButton: {
+        const auto *const button = qstyleoption_cast<const QStyleOptionButton *>(option);
+        return QSize(button ? ExtraIconGap(*button) : 0, 0) +
+               size.expandedTo(QSize(contents.width() + 2 * ButtonMargin(font), ButtonHeight(font)));
+    }
     case CT_LineEdit:
         return size.expandedTo(QSize(0, ButtonHeight(font))) +
                QSize(HasFrame(option) ? 2 * ExtraFieldMargin(font) : 0, 0);
     case CT_ComboBox:
-        return size.expandedTo(QSize(0, ButtonHeight(font)));
+        return size.expandedTo(QSize(contents.width() + FieldMargin(font) + ArrowPlace(font), ButtonHeight(font)));
     default:
         return size;
     }

@@ -11,6 +11,7 @@
 #include <QProxyStyle>
 
 class QFocusFrame;
+class QStyleOptionButton;
 
 class OutlinedStyle : public QProxyStyle
 {
@@ -28,6 +29,8 @@ class OutlinedStyle : public QProxyStyle
                       const QString &text, QPalette::ColorRole role) const override;
     int pixelMetric(PixelMetric metric, const QStyleOption *option = nullptr,
                     const QWidget *widget = nullptr) const override;
+    QRect subControlRect(ComplexControl control, const QStyleOptionComplex *option, SubControl part,
+                         const QWidget *widget) const override;
     QRect subElementRect(SubElement element, const QStyleOption *option, const QWidget *widget) const override;
     int styleHint(StyleHint hint, const QStyleOption *option = nullptr, const QWidget *widget = nullptr,
                   QStyleHintReturn *returnData = nullptr) const override;
@@ -38,6 +41,7 @@ class OutlinedStyle : public QProxyStyle
     OutlinedStyle();
 
     void ShowFocus(QWidget *focused);
+    void DrawLabelWithIcon(const QStyleOptionButton &button, QPainter *painter) const;
 
     QPointer<QFocusFrame> m_focusFrame; // moves into the window of the control that has the focus
 };

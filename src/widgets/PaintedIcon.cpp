@@ -4,8 +4,11 @@
 #include "widgets/PaintedIcon.h"
 
 #include <QColor>
+#include <QGuiApplication>
+#include <QIconEngine>
 #include <QPainter>
 #include <QPainterPath>
+#include <QPalette>
 #include <QPixmapCache>
 
 #include <algorithm>
@@ -139,7 +142,43 @@ QPainterPath Parsed(const char *text)
     return path;
 }
 
+/// Paints an icon in the present palette of the desktop.
+class ButtonIconEngine : public QIconEngine
+{
+  public:
+    explicit ButtonIconEngine(Icon icon) : m_icon(icon) {}
+
+    QIconEngine *clone() const override
+    {
+        return new ButtonIconEngine(m_icon);
+    }
+
+    void paint(QPainter *painter, const QRect &rect, QIcon::Mode mode, QIcon::State) override
+    {
+        PaintIcon(painter, m_icon, rect, Colour(mode), QColor());
+    }
+
+    QPixmap pixmap(const QSize &size, QIcon::Mode mode, QIcon::State) override
+    {
+        return PaintedIcon(m_icon, size.width(), 1, Colour(mode), QColor());
+    }
+
+  private:
+    static QColor Colour(QIcon::Mode mode)
+    {
+        const QPalette::ColorGroup group = mode == QIcon::Disabled ? QPalette::Disabled : QPalette::Active;
+        return QGuiApplication::palette().color(group, QPalette::ButtonText);
+    }
+
+    Icon m_icon;
+};
+
 } // namespace
+
+QIcon ButtonIcon(Icon icon)
+{
+    return QIcon(new ButtonIconEngine(icon));
+}
 
 void PaintIcon(QPainter *painter, Icon icon, const QRectF &square, const QColor &colour, const QColor &hardColour)
 {

@@ -4,6 +4,7 @@
 // Icons of lines, painted from paths, so that they are sharp at every size and need no plugin for pictures.
 #pragma once
 
+#include <QIcon>
 #include <QPixmap>
 
 class QColor;
@@ -50,3 +51,6 @@ void PaintIcon(QPainter *painter, Icon icon, const QRectF &square, const QColor 
 /// An icon as a picture, cached by its arguments. @param sizePx  side in logical pixels
 /// @param pixelRatio  device pixels per logical pixel
 QPixmap PaintedIcon(Icon icon, int sizePx, double pixelRatio, const QColor &colour, const QColor &hardColour);
+
+/// An icon for a button, in the colour that the desktop's palette has for the text of buttons.
+QIcon ButtonIcon(Icon icon);

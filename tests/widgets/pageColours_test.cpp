@@ -7,6 +7,7 @@
 #include "widgets/OutlinedStyle.h"
 #include "widgets/PageColourChoice.h"
 #include "widgets/PageColours.h"
+#include "widgets/PaintedIcon.h"
 #include "widgets/ScreenFit.h"
 
 #include <QApplication>
@@ -299,5 +300,51 @@ TEST(OutlinedStyle, LargerFont_CheckAndRadioBoxesGrowWithIt)
             EXPECT_GT(text.left(), box.right() + characterPx / 3) << points;
             EXPECT_GE(text.width(), characterPx) << points;
         }
+    }
+}
+
+TEST(OutlinedStyle, LargerFont_IconsAndArrowsGrowWithItAndLeaveRoomForText)
+{
+    const ProgramStyle programStyle;
+    const QString text = u"デスクトップに合わせる"_s;
+    for (const int points : {9, 20, 40}) {
+        QComboBox combo;
+        QPushButton button(ButtonIcon(Icon::Edit), text);
+        QFont font = combo.font();
+        font.setPointSize(points);
+        combo.addItem(text);
+        for (QWidget *const control : std::initializer_list<QWidget *>{&combo, &button}) {
+            control->setFont(font);
+            control->resize(control->sizeHint());
+        }
+        const int characterPx = combo.fontMetrics().horizontalAdvance(u'あ');
+        QStyleOptionComboBox option;
+        option.initFrom(&combo);
+        const auto place = [&](QStyle::SubControl part) {
+            return combo.style()->subControlRect(QStyle::CC_ComboBox, &option, part, &combo);
+        };
+        EXPECT_GE(place(QStyle::SC_ComboBoxEditField).width(), combo.fontMetrics().horizontalAdvance(text)) << points;
+        EXPECT_GT(place(QStyle::SC_ComboBoxArrow).left(), place(QStyle::SC_ComboBoxEditField).right()) << points;
+        EXPECT_GE(place(QStyle::SC_ComboBoxArrow).width(), characterPx) << points;
+        EXPECT_GE(button.iconSize().width(), characterPx) << points;
+        EXPECT_GE(button.width(),
+                  button.iconSize().width() + characterPx / 3 + button.fontMetrics().horizontalAdvance(text))
+            << points;
+        // The icon is at the left of the text, with the same space beside both.
+        const QImage image = button.grab().toImage();
+        const auto isInk = [&image](int x) {
+            for (int y = image.height() / 4; y < image.height() * 3 / 4; ++y)
+                if (Contrast(image.pixelColor(x, y), image.pixelColor(8, image.height() / 2)) >= ShapeContrast)
+                    return true;
+            return false;
+        };
+        int left = 8;
+        while (left < image.width() / 2 && !isInk(left))
+            ++left;
+        int right = image.width() - 9;
+        while (right > image.width() / 2 && !isInk(right))
+            --right;
+        EXPECT_NEAR(left, image.width() - 1 - right, characterPx / 3) << points;
+        EXPECT_LT(left, image.width() / 2) << points;
     }
 }
