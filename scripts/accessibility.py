@@ -64,6 +64,7 @@ def name_of(each):
         for relation in each.get_relation_set():
             if relation.get_relation_type() == Atspi.RelationType.LABELLED_BY:
                 return relation.get_target(0).get_name()
+        return ""
     return each.get_name()
 
 

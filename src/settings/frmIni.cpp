@@ -78,6 +78,7 @@ void frmIni::AddControls()
 {
     const int charPx = fontMetrics().averageCharWidth();
     cboZoom->setObjectName(u"cboZoom"_s);
+    cboZoom->setAccessibleName(u"拡大"_s);
     cboZoom->setToolTip(u"本文をさらに大きくします (Alt+Z)"_s);
     for (const int percent : ZoomSteps)
         cboZoom->addItem(QString::number(percent) + u" %"_s, percent);
