@@ -6,45 +6,20 @@
 #include "base/modLog.h"
 #include "records/modMarkList.h"
 #include "widgets/ElidedLabel.h"
-#include "widgets/NamedControls.h"
 #include "widgets/frmMsg.h"
 #include "widgets/frmWait.h"
 
 #include <QCheckBox>
 #include <QFileInfo>
-#include <QLabel>
 #include <QRadioButton>
-#include <QStyle>
 #include <QVBoxLayout>
 
 using namespace Qt::Literals::StringLiterals;
 
-namespace {
-
-/// Adds a radio button with an explanation below, aligned with its caption.
-void AddChoice(QVBoxLayout *column, QRadioButton *choice, const QString &name, const QString &toolTip,
-               const QString &meaning)
-{
-    choice->setObjectName(u"opt"_s + name);
-    choice->setToolTip(toolTip);
-    choice->setAccessibleDescription(QString(meaning).remove(u'\n'));
-    QLabel *const label = NamedLabel(u"lbl"_s + name, meaning, choice->parentWidget());
-    const QStyle *const style = choice->style();
-    label->setIndent(style->pixelMetric(QStyle::PM_ExclusiveIndicatorWidth) +
-                     style->pixelMetric(QStyle::PM_RadioButtonLabelSpacing));
-    column->addWidget(choice);
-    column->addWidget(label);
-    column->addSpacing(label->fontMetrics().lineSpacing() / 3);
-}
-
-} // namespace
-
 frmExport::frmExport(SystemServices &services, frmMsg &msg, const MarkList &marks, const QString &reportFolder,
                      QWidget *owner)
     : CommandWindow(u"frmExport"_s, msg, owner), m_services(services), m_marks(marks), m_reportFolder(reportFolder),
-      lblFile(AddFileLine(u"ファイル："_s, u"lblFile"_s, 40)),
-      optText(new QRadioButton(u"テキスト（UTF-8）(&T)"_s, this)), optAnki(new QRadioButton(u"Anki(&A)"_s, this)),
-      optCsv(new QRadioButton(u"CSV（表）(&C)"_s, this))
+      lblFile(AddFileLine(u"ファイル："_s, u"lblFile"_s, 40))
 {
     Form_Load();
 }
@@ -54,15 +29,16 @@ void frmExport::Form_Load()
     WriteTrace(u"■frmExport.Form_Load");
     setWindowTitle(u"書き出す"_s);
     QVBoxLayout *const column = Column();
-    column->addSpacing(fontMetrics().lineSpacing() / 2);
-    AddChoice(column, optText, u"Text"_s, u"UTF-8のテキストファイルにします (Alt+T)"_s,
-              u"[ ]の付いたままの文を，\nほかのプログラムで読めるようにします。"_s);
-    AddChoice(column, optAnki, u"Anki"_s, u"Ankiで読み込むファイルにします (Alt+A)"_s,
-              u"空欄のある行を1行ずつ，\n穴埋め（Cloze）のノートにします。"_s);
-    AddChoice(column, optCsv, u"Csv"_s, u"Excelなどで開く表にします (Alt+C)"_s,
-              u"空欄ごとに，行番号，前の文，正解，後の文を\n並べた表にします。"_s);
-    chkOnlyHard = AddCheckBox(u"chkOnlyHard"_s, u"苦手だけ(&N)"_s,
-                              u"苦手の印のある空欄だけを，AnkiかCSVに書き出します (Alt+N)"_s);
+    AddHead(u"lblKind"_s, u"形式"_s);
+    optText = AddRadioButton(u"optText"_s, u"テキスト（UTF-8）(&T)"_s, u"UTF-8のテキストファイルにします (Alt+T)"_s,
+                             u"[ ]の付いたままの文を，\nほかのソフトで読めるようにします。"_s);
+    optAnki = AddRadioButton(u"optAnki"_s, u"Anki(&A)"_s, u"Ankiで読み込むファイルにします (Alt+A)"_s,
+                             u"空欄のある行を1行ずつ，\n穴埋め（Cloze）のノートにします。"_s);
+    optCsv = AddRadioButton(u"optCsv"_s, u"CSV（表）(&C)"_s, u"Excelなどで開く表にします (Alt+C)"_s,
+                            u"空欄ごとに，行番号，前の文，正解，後の文を\n並べた表にします。"_s);
+    chkOnlyHard =
+        AddCheckBox(u"chkOnlyHard"_s, u"苦手だけ(&N)"_s, u"苦手の印のある空欄だけを，AnkiかCSVに書き出します (Alt+N)"_s,
+                    u"苦手の印のある空欄だけにします（AnkiとCSV）。"_s);
     column->addStretch();
     optText->setChecked(true);
     for (QRadioButton *const choice : {optText, optAnki, optCsv})

@@ -4,13 +4,18 @@
 #include "widgets/CommandWindow.h"
 
 #include "base/modLog.h"
+#include "widgets/Contrast.h"
 #include "widgets/ElidedLabel.h"
+#include "widgets/Measures.h"
 #include "widgets/NamedControls.h"
 #include "widgets/ScreenFit.h"
 #include "widgets/frmMsg.h"
 
 #include <QCheckBox>
 #include <QFormLayout>
+#include <QGuiApplication>
+#include <QLabel>
+#include <QRadioButton>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -31,13 +36,52 @@ ElidedLabel *CommandWindow::AddFileLine(const QString &caption, const QString &n
     return label;
 }
 
-QCheckBox *CommandWindow::AddCheckBox(const QString &name, const QString &caption, const QString &toolTip)
+void CommandWindow::AddHead(const QString &name, const QString &text)
 {
-    auto *const check = new QCheckBox(caption, this);
-    check->setObjectName(name);
-    check->setToolTip(toolTip);
-    m_column->addWidget(check);
-    return check;
+    QLabel *const label = NamedLabel(name, text, this);
+    QFont bold = label->font();
+    bold.setBold(true);
+    label->setFont(bold);
+    m_column->addWidget(label);
+}
+
+template <typename Choice>
+Choice *CommandWindow::AddChoice(const QString &name, const QString &caption, const QString &toolTip,
+                                 const QString &meaning)
+{
+    auto *const choice = new Choice(caption, this);
+    choice->setObjectName(name);
+    choice->setToolTip(toolTip);
+    if (meaning.isEmpty()) {
+        m_column->addWidget(choice);
+        return choice;
+    }
+    QLabel *const phrase = NamedLabel(u"lbl"_s + name.sliced(3), meaning, this);
+    const QPalette desktop = QGuiApplication::palette();
+    QPalette dimmed;
+    dimmed.setColor(QPalette::WindowText, Dimmed(desktop.color(QPalette::WindowText), desktop.color(QPalette::Window)));
+    phrase->setPalette(dimmed);
+    phrase->setIndent(IndicatorSize(fontMetrics()) + IndicatorGap(fontMetrics()));
+    auto *const rows = new QVBoxLayout;
+    rows->setSpacing(FocusRingReach);
+    rows->addWidget(choice);
+    rows->addWidget(phrase);
+    m_column->addLayout(rows);
+    return choice;
+}
+
+QCheckBox *CommandWindow::AddCheckBox(const QString &name, const QString &caption, const QString &toolTip,
+                                      const QString &meaning)
+{
+    return AddChoice<QCheckBox>(name, caption, toolTip, meaning);
+}
+
+QRadioButton *CommandWindow::AddRadioButton(const QString &name, const QString &caption, const QString &toolTip,
+                                            const QString &meaning)
+{
+    auto *const choice = AddChoice<QRadioButton>(name, caption, toolTip, meaning);
+    choice->setAccessibleDescription(QString(meaning).remove(u'\n'));
+    return choice;
 }
 
 void CommandWindow::AddAnswers(const QString &caption, const QString &toolTip, const QString &toolTipOfCancel,

@@ -11,6 +11,7 @@ class ElidedLabel;
 class frmMsg;
 class QCheckBox;
 class QPushButton;
+class QRadioButton;
 class QVBoxLayout;
 
 class CommandWindow : public QDialog
@@ -26,7 +27,14 @@ class CommandWindow : public QDialog
     /// @param maxChars  longest name that is shown whole, in average characters
     ElidedLabel *AddFileLine(const QString &caption, const QString &name, int maxChars);
 
-    QCheckBox *AddCheckBox(const QString &name, const QString &caption, const QString &toolTip);
+    /// Adds a heading of what follows.
+    void AddHead(const QString &name, const QString &text);
+
+    /// Adds a choice with an optional phrase about it below its caption.
+    QCheckBox *AddCheckBox(const QString &name, const QString &caption, const QString &toolTip,
+                           const QString &meaning = QString());
+    QRadioButton *AddRadioButton(const QString &name, const QString &caption, const QString &toolTip,
+                                 const QString &meaning);
 
     /// Adds the buttons cmdOK, which Enter presses, and cmdCancel, and sizes the window. To be called last.
     /// @param beside  widget to the left of them; may be null
@@ -53,6 +61,8 @@ class CommandWindow : public QDialog
     QPushButton *cmdCancel = nullptr;
 
   private:
+    template <typename Choice>
+    Choice *AddChoice(const QString &name, const QString &caption, const QString &toolTip, const QString &meaning);
     void cmdCancel_Click();
 
     QWidget *m_content;
