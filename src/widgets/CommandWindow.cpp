@@ -80,7 +80,7 @@ QRadioButton *CommandWindow::AddRadioButton(const QString &name, const QString &
                                             const QString &meaning)
 {
     auto *const choice = AddChoice<QRadioButton>(name, caption, toolTip, meaning);
-    choice->setAccessibleDescription(QString(meaning).remove(u'\n'));
+    choice->setAccessibleDescription(meaning);
     return choice;
 }
 

@@ -102,7 +102,7 @@ int ExtraIconGap(const QStyleOptionButton &button)
 /// Space that the arrow of a combo box needs at its right end.
 int ArrowPlace(const QFontMetrics &font)
 {
-    return MenuArrowSize(font) + 2 * FieldMargin(font);
+    return MenuArrowSize(font) + FieldMargin(font); // half of that at both sides
 }
 
 /// Draws a line below the chosen tab, and a ring around it if it has the focus.

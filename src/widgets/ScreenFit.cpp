@@ -46,8 +46,11 @@ void FitToScreen(QDialog *window, QWidget *content, const QSize &wanted, QLayout
     const QSize available = AvailableSize(window);
     QSize size = content->sizeHint().expandedTo(QSize(belowSize.width(), 0)) + QSize(0, belowSize.height());
     // The space taken by one scroll bar must not make the other one necessary.
-    if (content->minimumSizeHint().height() + belowSize.height() > available.height())
+    const QSize least = content->minimumSizeHint();
+    if (least.height() + belowSize.height() > available.height())
         size.rwidth() += scroll->verticalScrollBar()->sizeHint().width();
+    if (least.width() > available.width())
+        size.rheight() += scroll->horizontalScrollBar()->sizeHint().height();
     // At a fractional scale, the window may turn out smaller by a part of a pixel.
     window->resize((size + QSize(1, 1)).expandedTo(wanted).boundedTo(available));
 }
