@@ -241,10 +241,16 @@ void frmFile::AddBottomRow()
     m_bottom->setSpacing(ControlGap(fontMetrics()));
     m_bottom->addWidget(lblNote, 1);
     m_bottom->addStretch();
-    m_bottom->addWidget(AddButton(this, u"cmdCancel"_s, u"キャンセル"_s, u"選ばずに学習画面に戻ります (Esc)"_s,
-                                  &frmFile::cmdCancel_Click));
-    m_bottom->addWidget(
-        AddButton(this, u"cmdEnd"_s, u"終了(&X)"_s, u"瞬記帳を終了します (Alt+X)"_s, &frmFile::cmdEnd_Click));
+    QPushButton *const cmdCancel = AddButton(this, u"cmdCancel"_s, u"キャンセル"_s,
+                                             u"選ばずに学習画面に戻ります (Esc)"_s, &frmFile::cmdCancel_Click);
+    QPushButton *const cmdEnd =
+        AddButton(this, u"cmdEnd"_s, u"終了(&X)"_s, u"瞬記帳を終了します (Alt+X)"_s, &frmFile::cmdEnd_Click);
+    m_bottom->addWidget(cmdCancel);
+    m_bottom->addWidget(cmdEnd);
+    // With a large font on a small screen, what stays in view gives away its margins rather than leaving the screen.
+    for (QPushButton *const button : {cmdSelect, cmdCancel, cmdEnd})
+        button->setMinimumWidth(fontMetrics().size(Qt::TextShowMnemonic, button->text()).width() +
+                                Ems(fontMetrics(), 0.6));
 }
 
 /// In reading order: the files and their commands, the history, and what leaves the window.

@@ -10,6 +10,7 @@
 #include "support/Rows.h"
 #include "support/WindowTest.h"
 #include "text/modCheckText.h"
+#include "widgets/OutlinedStyle.h"
 
 #include <QAction>
 #include <QLabel>
@@ -21,6 +22,7 @@
 #include <QScreen>
 #include <QSignalSpy>
 #include <QStandardItemModel>
+#include <QStyle>
 #include <QTest>
 #include <QTextDocument>
 
@@ -175,6 +177,9 @@ TEST_F(FileWindowTest, EveryControl_HasObjectName)
 TEST_F(FileWindowTest, EveryFontSize_TabReachesEachControlInBothHalves)
 {
     const QFont usual = QApplication::font();
+    const QString style = QApplication::style()->name();
+    QApplication::setStyle(u"fusion"_s); // not the default on Windows
+    OutlinedStyle::Install();
     const QStringList ofFiles = {u"txtFilter"_s, u"lstFile"_s,   u"cmdSelect"_s,
                                  u"cmdOthers"_s, u"cmdCancel"_s, u"cmdEnd"_s};
     const QStringList beside = {u"cmdEdit"_s, u"cmdPrint"_s};
@@ -200,6 +205,10 @@ TEST_F(FileWindowTest, EveryFontSize_TabReachesEachControlInBothHalves)
             };
             const bool isNarrow = dialog->findChild<QWidget *>(u"tabHalves"_s)->isVisible();
             EXPECT_EQ(isNarrow, points > 9);
+            if (isNarrow) {
+                EXPECT_LE(dialog->minimumSizeHint().width(), 23 * dialog->fontMetrics().horizontalAdvance(u'あ'))
+                    << "fits a screen of 640 pixels at 20 points";
+            }
             expectReached(isNarrow ? ofFiles : ofFiles + beside + ofHistory);
             if (isNarrow) {
                 QTest::keyClick(dialog, Qt::Key_H, Qt::AltModifier);
@@ -214,6 +223,7 @@ TEST_F(FileWindowTest, EveryFontSize_TabReachesEachControlInBothHalves)
         file.Choose(QString());
     }
     QApplication::setFont(usual);
+    QApplication::setStyle(style);
 }
 
 TEST_F(FileWindowTest, NarrowWindow_HasInItsMenuWhatIsBesideTheListElsewhere)
