@@ -106,9 +106,9 @@ void BarControl::PaintGround(QPainter *painter, const QRect &face) const
         painter->drawRoundedRect(area.adjusted(half, half, -half, -half), radius, radius);
     };
     const bool isTicked = m_self->isChecked() && m_tickedGround.isValid();
-    // The palette of a desktop may have no tint on which the text can be read.
+    // The palette of a desktop may have no tint on which the text can be read, or is to be used without any.
     const QColor tint = palette.color(QPalette::AlternateBase);
-    const bool hasTint = Contrast(tint, TextColour(false)) >= TextContrast;
+    const bool hasTint = !IsHighContrast(palette) && Contrast(tint, TextColour(false)) >= TextContrast;
     const int edgeWidth = hasTint ? 1 : FocusRingWidth;
     if (isTicked)
         paint(face, 1, m_tickedText, m_tickedGround);

@@ -252,21 +252,23 @@ TEST(BarButton, EveryState_LooksDifferentAndNothingMoves)
     }
 }
 
-TEST(BarButton, PaletteWithoutReadableTint_TicksByTheEdge)
+TEST(BarButton, HighContrastPalette_TicksByTheEdge)
 {
-    QPalette desktop(Qt::white, Qt::black);
-    desktop.setColor(QPalette::Window, Qt::black);
-    desktop.setColor(QPalette::WindowText, Qt::white);
-    desktop.setColor(QPalette::AlternateBase, Qt::white);
-    desktop.setColor(QPalette::Highlight, Qt::yellow);
-    QWidget window;
-    window.setPalette(desktop);
-    BarCheckBox control(u"chkOnlyHard"_s, Icon::Filter, u"苦手だけ"_s, &window);
-    control.resize(control.sizeHint());
-    const QImage before = control.grab().toImage();
-    control.setChecked(true);
-    const QImage ticked = control.grab().toImage();
-    EXPECT_NE(ticked, before);
-    const QPoint belowEdge(control.rect().center().x(), FocusRingReach + FocusRingWidth + 1);
-    EXPECT_EQ(ticked.pixelColor(belowEdge), QColor(Qt::black));
+    for (const QColor &tint : {QColor(Qt::white), QColor(40, 40, 40)}) {
+        QPalette desktop(Qt::white, Qt::black);
+        desktop.setColor(QPalette::Window, Qt::black);
+        desktop.setColor(QPalette::WindowText, Qt::white);
+        desktop.setColor(QPalette::AlternateBase, tint);
+        desktop.setColor(QPalette::Highlight, Qt::yellow);
+        QWidget window;
+        window.setPalette(desktop);
+        BarCheckBox control(u"chkOnlyHard"_s, Icon::Filter, u"苦手だけ"_s, &window);
+        control.resize(control.sizeHint());
+        const QImage before = control.grab().toImage();
+        control.setChecked(true);
+        const QImage ticked = control.grab().toImage();
+        EXPECT_NE(ticked, before);
+        const QPoint belowEdge(control.rect().center().x(), FocusRingReach + FocusRingWidth + 1);
+        EXPECT_EQ(ticked.pixelColor(belowEdge), QColor(Qt::black)) << tint.name().toStdString();
+    }
 }
