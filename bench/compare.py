@@ -155,13 +155,15 @@ def compare_search():
 
 
 def compare_lists():
-    _, counters = timings("ShowFileList|ShowHistory")
+    cpu_us, counters = timings("ShowFileList|ShowHistory|PaintCalendar")
     row("showing a list of 10,000 study files / 50 ms", shares(counters["ShowFileList/10000", "shown_ms"], 50), 1)
     row("checking them all: longest block of the event loop / a frame",
         shares(counters["ShowFileList/10000", "longest_ms"], FRAME_US / 1000), 1)
     for weeks in (2, 9999):
-        row(f"{weeks:,} weeks of 1,000,000 sessions: longest block of the event loop / 16 ms",
-            shares(counters[f"ShowHistory/{weeks}", "longest_ms"], 16), 1)
+        for tab, name in enumerate(("bars", "calendar", "table of files")):
+            row(f"{weeks:,} weeks of 1,000,000 sessions, {name}: longest block of the event loop / 16 ms",
+                shares(counters[f"ShowHistory/{weeks}/{tab}", "longest_ms"], 16), 1)
+    row("painting the calendar of ten years / a frame", shares(cpu_us["PaintCalendar"], FRAME_US), 1)
 
 
 def compare_largest_lists():

@@ -21,6 +21,7 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QListView>
+#include <QTabBar>
 
 #include <algorithm>
 #include <array>
@@ -165,13 +166,14 @@ void ShowFileList(benchmark::State &state)
 }
 BENCHMARK(ShowFileList)->Arg(10'000)->Iterations(1)->Unit(benchmark::kMillisecond);
 
-/// Opens the file selection window with a million sessions recorded, then requests a history of some weeks, and when
-/// that is read, which may be all of them, another one in its place.
+/// Opens the file selection window with a million sessions recorded, with one of its charts, then requests a history of
+/// some weeks, and when that is read, which may be all of them, another one in its place.
 void ShowHistory(benchmark::State &state)
 {
     double longest = 0;
     for (auto step : state) {
         OpenFileList files(InputPath(u"sessions_1000000.splite3"_s));
+        files.window.findChild<QTabBar *>(u"tabCharts"_s)->setCurrentIndex(int(state.range(1)));
         longest = qMax(longest, files.LongestTimeOf([&] { files.window.show(); }));
         auto *const weeks = files.window.findChild<QLineEdit *>(u"txtWeekN"_s);
         const QString typed = QString::number(state.range(0));
@@ -180,7 +182,19 @@ void ShowHistory(benchmark::State &state)
     }
     state.counters["longest_ms"] = longest;
 }
-BENCHMARK(ShowHistory)->Arg(2)->Arg(9'999)->Iterations(1)->Unit(benchmark::kMillisecond);
+BENCHMARK(ShowHistory)->ArgsProduct({{2, 9'999}, {0, 1, 2}})->Iterations(1)->Unit(benchmark::kMillisecond);
+
+/// Paints the calendar of a user who has studied for years.
+void PaintCalendar(benchmark::State &state)
+{
+    OpenFileList files(InputPath(u"sessions_1000000.splite3"_s));
+    files.window.findChild<QTabBar *>(u"tabCharts"_s)->setCurrentIndex(1);
+    files.LongestTimeOf([&] { files.window.show(); });
+    auto *const calendar = files.window.findChild<QWidget *>(u"picCalendar"_s);
+    for (auto step : state)
+        calendar->repaint();
+}
+BENCHMARK(PaintCalendar)->Unit(benchmark::kMicrosecond);
 
 /// Tenths of the largest list that is read.
 void Tenths(benchmark::internal::Benchmark *benchmark)

@@ -3,6 +3,8 @@
 
 #include "base/modDateText.h"
 
+#include <QRegularExpression>
+
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
@@ -52,24 +54,49 @@ QTime TimeFromText(QStringView text)
     return QTime(NumberAt(text, 0, 2), NumberAt(text, 3, 2), NumberAt(text, 6, 2));
 }
 
-namespace {
-
 QChar Weekday(const QDate &date)
 {
     const QStringView weekdays = u"月火水木金土日"; // QDate: Monday is 1
     return weekdays[date.dayOfWeek() - 1];
 }
 
-} // namespace
-
 QString DateWithWeekday(const QDate &date)
 {
     return DateText(date) + u'(' + Weekday(date) + u')';
+}
+
+namespace {
+
+QString DayAndMonth(const QDate &date, const QDate &today)
+{
+    return date.toString(date.year() == today.year() ? u"M/d" : u"yyyy/M/d");
+}
+
+} // namespace
+
+QString ShortDayText(const QDate &date, const QDate &today)
+{
+    return DayAndMonth(date, today) + u'(' + Weekday(date) + u')';
 }
 
 QString RecentDayText(const QDate &date, const QDate &today)
 {
     if (date == today)
         return u"今日"_s;
-    return date.toString(date.year() == today.year() ? u"M/d" : u"yyyy/M/d") + u'（' + Weekday(date) + u'）';
+    return DayAndMonth(date, today) + u'（' + Weekday(date) + u'）';
+}
+
+QDate ReadDay(const QString &text, const QDate &today)
+{
+    static const QRegularExpression form(u"^(?:([0-9]{4})/)?([0-9]{1,2})/([0-9]{1,2})$"_s);
+    const QRegularExpressionMatch match = form.match(text);
+    const int month = match.capturedView(2).toInt();
+    const int day = match.capturedView(3).toInt();
+    if (match.hasCaptured(1) || !match.hasMatch())
+        return QDate(match.capturedView(1).toInt(), month, day);
+    constexpr int yearsToTry = 9; // leap days are up to eight years apart
+    for (int year = today.year(); year > today.year() - yearsToTry; --year)
+        if (const QDate date(year, month, day); date.isValid() && date <= today)
+            return date;
+    return QDate();
 }

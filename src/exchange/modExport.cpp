@@ -44,17 +44,6 @@ std::vector<BlankInLine> BlanksOf(QStringView line)
     return blanks;
 }
 
-QString Quoted(const QString &field)
-{
-    return u'"' + QString(field).replace(u'"', u"\"\""_s) + u'"';
-}
-
-QString CsvField(QStringView text)
-{
-    const QString field = GuardedCell(text);
-    return field.contains(u',') || field.contains(u'"') ? Quoted(field) : field;
-}
-
 /// Escapes part of a line for a note. "{{", "}}" and "::" would be read as cloze markup, so a zero-width space
 /// separates their characters. It also separates such a character from adjacent markup: "{{c1::a}}}" would end before
 /// the last brace of the answer "a}".

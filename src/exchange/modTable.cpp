@@ -10,6 +10,8 @@
 #include <map>
 #include <utility>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 constexpr QChar Quote = u'"';
@@ -276,6 +278,17 @@ bool ReadTable(const QString &text, const TableFormat &format, Table *table, int
 QString GuardedCell(QStringView cell)
 {
     return IsFormula(cell) ? u'\'' + cell.toString() : cell.toString();
+}
+
+QString Quoted(const QString &field)
+{
+    return u'"' + QString(field).replace(u'"', u"\"\""_s) + u'"';
+}
+
+QString CsvField(QStringView text)
+{
+    const QString field = GuardedCell(text);
+    return field.contains(u',') || field.contains(u'"') ? Quoted(field) : field;
 }
 
 namespace {

@@ -94,6 +94,12 @@ bool ReadTable(const QString &text, const TableFormat &format, Table *table, int
 /// Apostrophes that already stand before such a beginning make no difference, so that ReadTable gives every cell back.
 QString GuardedCell(QStringView cell);
 
+/// A field in double quotes, those in it doubled.
+QString Quoted(const QString &field);
+
+/// Such a cell as a field of a table with commas, in quotes where it needs them. @param text  without line ends
+QString CsvField(QStringView text);
+
 /// Guesses from the first rows whether tab, comma or semicolon separates the cells. Tab wins if all rows have the same
 /// number of tabs, as tabs do not occur in sentences, unless another separator gives an even table with the tabs inside
 /// quotes. A text without any of the three has a single column and gets tab.

@@ -5,7 +5,7 @@
 #pragma once
 
 #include "files/modStudyFolder.h"
-#include "files/modStudyTally.h"
+#include "history/modStudyTally.h"
 
 #include <QAbstractListModel>
 #include <QStyledItemDelegate>

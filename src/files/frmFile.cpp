@@ -16,6 +16,7 @@
 #include "files/StudyFileModel.h"
 #include "files/modTakeFiles.h"
 #include "history/HistoryPanel.h"
+#include "history/RewardLabel.h"
 #include "settings/modEditor.h"
 #include "text/modCheckText.h"
 #include "text/modReadText.h"
@@ -49,9 +50,10 @@ void frmFile::Form_Load()
     setWindowTitle(u"ファイル選択 Ver"_s + VersionText());
 }
 
-FileChoice frmFile::Choose(const QString &textEditor)
+FileChoice frmFile::Choose(const QString &textEditor, const EndedSession &ended)
 {
     SetTextEditor(textEditor);
+    m_ended = ended;
     m_choice = FileChoice::Cancelled;
     exec();
     return m_choice;
@@ -131,10 +133,10 @@ void frmFile::Form_Activate()
     ListFiles();
     if (SelectedName().isEmpty())
         Select(m_folder.NameOfTitle(m_stops.LastTitle(m_userName)));
-    m_history->ShowThisWeek();
+    m_history->ShowThisWeek(m_ended.sum.answers > 0 ? m_ended.start : QDateTime());
     if (m_tallies.ReadRecent(m_services.Now().date()))
         m_tallying->start(0);
-    m_files->ShowTallies();
+    ShowTallies();
     activateWindow();
     lstFile->setFocus();
 }
@@ -244,6 +246,12 @@ void frmFile::cmdTable_Click()
     MakeFromTable(table);
 }
 
+void frmFile::cmdRecordTable_Click()
+{
+    WriteTrace(u"■frmFile.cmdRecordTable_Click");
+    m_history->WriteTable();
+}
+
 void frmFile::cmdCancel_Click()
 {
     WriteTrace(u"■frmFile.cmdCancel_Click");
@@ -346,10 +354,40 @@ void frmFile::ReadTallies()
     constexpr int sliceMs = 2;
     constexpr int pauseMs = 100; // while the history is read, which may itself wait for an answer
     m_tallying->setInterval(m_history->IsReading() ? pauseMs : 0);
-    if (m_history->IsReading() || m_tallies.ReadNext(QDeadlineTimer(sliceMs, Qt::PreciseTimer)))
+    if (m_history->IsReading())
         return;
-    m_tallying->stop();
+    constexpr int msBetweenUpdates = 200;
+    const bool isMore = m_tallies.ReadNext(QDeadlineTimer(sliceMs, Qt::PreciseTimer));
+    if (!isMore)
+        m_tallying->stop();
+    if (!isMore || m_sinceTallied.hasExpired(msBetweenUpdates))
+        ShowTallies();
+}
+
+/// Shows what has been read of the record by now.
+void frmFile::ShowTallies()
+{
+    const QDate today = m_services.Now().date();
     m_files->ShowTallies();
+    lblReward->Show(RewardOf(m_tallies, m_ended, today));
+    HardByTitle hardByTitle;
+    for (const QString &name : m_folder.Names())
+        hardByTitle.insert(RecordedTitle(m_folder.PathOf(name)), 0);
+    m_history->ShowTallies(hardByTitle);
+    m_sinceTallied.start();
+}
+
+/// Studies the file whose sessions have a title in the record.
+void frmFile::StudyTitle(const QString &title)
+{
+    const auto hasTitle = [&](const QString &name) { return RecordedTitle(m_folder.PathOf(name)) == title; };
+    const auto name = std::ranges::find_if(m_folder.Names(), hasTitle);
+    if (name == m_folder.Names().end()) {
+        m_msg.Refuse(this, u"この学習ファイルは，フォルダにありません。\r\n    "_s + NameInLine(title));
+        return;
+    }
+    SelectNew(*name);
+    cmdSelect_Click();
 }
 
 /// @return whether a study file was made

@@ -6,7 +6,7 @@
 #pragma once
 
 #include "files/modStudyFolder.h"
-#include "files/modStudyTally.h"
+#include "history/modReward.h"
 #include "platform/modSystemServices.h"
 #include "records/modMarkList.h"
 #include "records/modPlaceList.h"
@@ -14,6 +14,7 @@
 #include "store/Sqlite3Func.h"
 
 #include <QDialog>
+#include <QElapsedTimer>
 
 class ElidedLabel;
 class frmMsg;
@@ -27,6 +28,7 @@ class QLineEdit;
 class QPushButton;
 class QTabBar;
 class QTimer;
+class RewardLabel;
 class SettingsFile;
 class StudyFileList;
 class StudyFileModel;
@@ -51,8 +53,10 @@ class frmFile : public QDialog
             const QString &applicationFolder, const QString &userName, QWidget *owner);
     ~frmFile() override;
 
-    /// Shows the window and blocks until it is closed. @param textEditor  the editor in the current settings
-    FileChoice Choose(const QString &textEditor);
+    /// Shows the window and blocks until it is closed.
+    /// @param textEditor  the editor in the current settings
+    /// @param ended  the session that has been recorded last in this run
+    FileChoice Choose(const QString &textEditor, const EndedSession &ended = {});
 
     /// Sets the editor that is used from now on.
     void SetTextEditor(const QString &textEditor)
@@ -98,19 +102,20 @@ class frmFile : public QDialog
     void cmdPrint_Click();
     void cmdTable_Click();
     void cmdExport_Click();
+    void cmdRecordTable_Click();
     void cmdCancel_Click();
     void cmdEnd_Click();
     void txtFilter_Change();
     void tabHalves_Click();
     void lstFile_OLEDragDrop(const QStringList &paths);
 
+    QWidget *TopBand(const QString &userName);
     QWidget *FileHalf();
     void SetUpList();
     void SetUpEmptyList();
     void SetUpFilter();
     void AddFileButtons();
     QPushButton *OthersButton();
-    QLayout *TopRow(const QString &userName);
     void AddBottomRow();
     void SetUpTabOrder();
     void ArrangeHalves();
@@ -120,6 +125,8 @@ class frmFile : public QDialog
     void ListFiles();
     void RefreshWhenShown();
     void ReadTallies();
+    void ShowTallies();
+    void StudyTitle(const QString &title);
     bool MakeFromTable(const QString &tablePath);
     void SelectNew(const QString &name);
     void Select(const QString &name);
@@ -136,6 +143,8 @@ class frmFile : public QDialog
     QString m_reportFolder;
     StudyFolder m_folder;
     StudyTallies m_tallies;
+    QElapsedTimer m_sinceTallied; // since they were shown
+    EndedSession m_ended;
     QString m_userName;
     MarkList m_marks;
     PlaceList m_stops;
@@ -152,6 +161,7 @@ class frmFile : public QDialog
     QLineEdit *txtFilter;
     QLabel *lblEmpty; // in the middle of the list, if there is no file in it
     ElidedLabel *lblNote;
+    RewardLabel *lblReward;
     QLabel *lblFolderCaption;
     ElidedLabel *lblFolder;
     ElidedLabel *lblUserName;

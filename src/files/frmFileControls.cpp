@@ -7,6 +7,7 @@
 #include "files/StudyFileModel.h"
 #include "files/frmFile.h"
 #include "history/HistoryPanel.h"
+#include "history/RewardLabel.h"
 #include "widgets/ElidedLabel.h"
 #include "widgets/Measures.h"
 #include "widgets/NamedControls.h"
@@ -42,17 +43,17 @@ frmFile::frmFile(SystemServices &services, StudyDatabase &database, frmMsg &msg,
       m_tallies(database, userName), m_userName(userName),
       m_marks(JoinPath(applicationFolder, u"ListMark.txt"_s), userName),
       m_stops(JoinPath(applicationFolder, u"ListPlace.txt"_s)),
-      m_tableFolder(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation)), m_editor{QString(),
-                                                                                                   applicationFolder},
-      m_files(new StudyFileModel(m_folder, m_tallies, this)), m_watcher(new QFileSystemWatcher(this)),
-      m_refreshing(new QTimer(this)), m_tallying(new QTimer(this)), lstFile(new StudyFileList(this)),
-      txtFilter(new QLineEdit(this)), lblEmpty(NamedLabel(u"lblEmpty"_s, QString(), this)),
-      lblNote(new ElidedLabel(u"lblNote"_s, MaxNoteChars, this, Qt::ElideRight)),
+      m_tableFolder(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation)),
+      m_editor{QString(), applicationFolder}, m_files(new StudyFileModel(m_folder, m_tallies, this)),
+      m_watcher(new QFileSystemWatcher(this)), m_refreshing(new QTimer(this)), m_tallying(new QTimer(this)),
+      lstFile(new StudyFileList(this)), txtFilter(new QLineEdit(this)),
+      lblEmpty(NamedLabel(u"lblEmpty"_s, QString(), this)),
+      lblNote(new ElidedLabel(u"lblNote"_s, MaxNoteChars, this, Qt::ElideRight)), lblReward(new RewardLabel(this)),
       lblFolderCaption(NamedLabel(u"lblFolderCaption"_s, u"フォルダ："_s, this)),
       lblFolder(new ElidedLabel(u"lblFolder"_s, MaxPathChars, this)),
       lblUserName(new ElidedLabel(u"lblUserName"_s, MaxPathChars, this)), tabHalves(new QTabBar(this)),
       m_fileHalf(new QWidget(this)),
-      m_history(new HistoryPanel(services, database, msg, m_reportFolder, m_editor, userName, this)),
+      m_history(new HistoryPanel(services, database, msg, m_reportFolder, m_editor, userName, m_tallies, this)),
       m_fileButtons(new QHBoxLayout), m_bottom(new QHBoxLayout)
 {
     setObjectName(u"frmFile"_s);
@@ -66,10 +67,12 @@ frmFile::frmFile(SystemServices &services, StudyDatabase &database, frmMsg &msg,
     halves->addWidget(FileHalf(), 5);
     halves->addWidget(m_history, 7);
     auto *const column = new QVBoxLayout(content);
-    column->addLayout(TopRow(userName));
+    column->addWidget(TopBand(userName));
     column->addLayout(halves, 1);
     SetUpTabOrder();
     FitToScreen(this, content, QSize(Ems(fontMetrics(), 80), 36 * fontMetrics().height()), m_bottom);
+    column->setContentsMargins(0, 0, 0, 0); // the band reaches from edge to edge
+    halves->setContentsMargins(WindowMargin, 0, WindowMargin, WindowMargin);
     ArrangeHalves();
     Form_Load();
 }
@@ -197,6 +200,9 @@ QPushButton *frmFile::OthersButton()
     menu->addAction(AddAction(u"cmdConvFile"_s, u"印刷用のコピーを作る(&P)"_s,
                               u"正解を空欄にした印刷用のファイルを作ります"_s, Qt::ALT | Qt::Key_P,
                               &frmFile::cmdConvFile_Click));
+    menu->addAction(AddAction(u"cmdRecordTable"_s, u"学習記録をCSVに出力(&D)"_s,
+                              u"表示中の学習記録を，表計算のための表として rec フォルダに書き出します"_s,
+                              QKeySequence(), &frmFile::cmdRecordTable_Click));
     menu->addSeparator();
     menu->addAction(AddAction(u"cmdRefresh"_s, u"一覧を更新(&R)"_s, u"フォルダの中をもう一度調べます"_s,
                               Qt::ALT | Qt::Key_R, &frmFile::cmdRefresh_Click));
@@ -212,8 +218,8 @@ QPushButton *frmFile::OthersButton()
     return cmdOthers;
 }
 
-/// The tabs, and whose files of which folder these are.
-QLayout *frmFile::TopRow(const QString &userName)
+/// The tabs or what has been achieved, and whose files of which folder these are.
+QWidget *frmFile::TopBand(const QString &userName)
 {
     tabHalves->setObjectName(u"tabHalves"_s);
     tabHalves->setAccessibleName(u"ファイルと学習記録"_s);
@@ -225,15 +231,21 @@ QLayout *frmFile::TopRow(const QString &userName)
     connect(tabHalves, &QTabBar::currentChanged, this, &frmFile::tabHalves_Click);
     lblUserName->SetText(userName);
     lblFolder->SetText(m_folder.Path());
-    auto *const row = new QHBoxLayout;
+    auto *const band = new QWidget(this);
+    band->setObjectName(u"topBand"_s);
+    band->setBackgroundRole(QPalette::Base);
+    band->setAutoFillBackground(true);
+    auto *const row = new QHBoxLayout(band);
+    row->setContentsMargins(WindowMargin, WindowMargin / 2, WindowMargin, WindowMargin / 2);
     row->addWidget(tabHalves);
+    row->addWidget(lblReward);
     row->addStretch(1);
     row->addWidget(NamedLabel(u"lblUserNameCaption"_s, u"利用者："_s, this));
     row->addWidget(lblUserName);
     row->addSpacing(GroupGap(fontMetrics()));
     row->addWidget(lblFolderCaption);
     row->addWidget(lblFolder);
-    return row;
+    return band;
 }
 
 void frmFile::AddBottomRow()
@@ -260,6 +272,7 @@ void frmFile::SetUpTabOrder()
     SetTabOrder({tabHalves, txtFilter, control(u"cmdOthers"_s), lstFile, cmdMakeFirst, cmdSelect, m_edit.button,
                  m_convert.button, m_print.button});
     SetTabOrder({control(u"cmdCancel"_s), control(u"cmdEnd"_s)});
+    connect(m_history, &HistoryPanel::FileAsked, this, &frmFile::StudyTitle);
     m_history->SetTabOrderBetween(m_print.button, control(u"cmdCancel"_s));
 }
 
@@ -276,6 +289,8 @@ void frmFile::ArrangeHalves()
     tabHalves->setVisible(isNarrow);
     lblFolderCaption->setVisible(!isNarrow);
     lblFolder->setVisible(!isNarrow);
+    lblReward->SetNarrow(isNarrow);
+    m_history->SetNarrow(isNarrow);
     m_fileHalf->setVisible(!isNarrow || tabHalves->currentIndex() == 0);
     m_history->setVisible(!isNarrow || tabHalves->currentIndex() == 1);
     QBoxLayout *const place = isNarrow ? m_bottom : m_fileButtons; // a row less leaves room for the list

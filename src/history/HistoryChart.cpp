@@ -3,8 +3,8 @@
 
 #include "history/HistoryChart.h"
 
-#include "base/modDateText.h"
 #include "widgets/Contrast.h"
+#include "widgets/Measures.h"
 
 #include <QPainter>
 
@@ -12,144 +12,191 @@
 
 using namespace Qt::Literals::StringLiterals;
 
-namespace {
-
-const QColor BarColour(120, 160, 210);
-const QColor LineColour(200, 90, 40);
-const QColor AxisColour(150, 150, 150);
-
-/// Largest value of the bars, but at least `minimum`, so that it can be a divisor.
-qint64 Highest(const std::vector<HistoryBar> &bars, qint64 HistoryBar::*value, qint64 minimum)
-{
-    qint64 highest = minimum;
-    for (const HistoryBar &bar : bars)
-        highest = std::max(highest, bar.*value);
-    return highest;
-}
-
-} // namespace
-
 HistoryChart::HistoryChart(const HistoryReader &reader, QWidget *parent)
-    : QWidget(parent), m_reader(reader), m_history(reader.Result())
+    : DayChart(u"picHistory"_s, u"学習時間の棒グラフ"_s, parent), m_reader(reader)
 {
-    setObjectName(u"picHistory"_s);
-    setAccessibleName(u"学習時間と回答数のグラフ"_s);
 }
 
-void HistoryChart::ShowRead()
+void HistoryChart::ShowRead(const QDate &today)
 {
-    setAccessibleDescription(Note());
-    update();
+    const History &history = m_reader.Result();
+    m_span = SpanOfBars(history.Weeks());
+    m_bars = HistoryBars(history);
+    const auto seconds = [](const HistoryBar &bar) { return bar.sum.seconds; };
+    m_highest = m_bars.empty() ? 0 : size_t(std::ranges::max_element(m_bars, {}, seconds) - m_bars.begin());
+    DayChart::ShowRead(today, Note().isEmpty() ? HistorySentence(history, today) : Note());
 }
 
-/// What stands in the place of a chart that cannot be drawn; otherwise empty.
+/// What stands in the place of bars that cannot be drawn, or not yet; otherwise empty.
 QString HistoryChart::Note() const
 {
     if (m_reader.HasFailed())
         return u"読めませんでした"_s;
-    return m_history.Days().empty() ? u"この期間の記録はありません"_s : QString();
+    if (!m_reader.Result().Days().empty())
+        return m_reader.IsComplete() ? QString() : u"読み込み中…"_s;
+    return m_reader.IsComplete() ? u"この期間の記録はありません"_s : u"読み込み中…"_s;
 }
 
-QSize HistoryChart::sizeHint() const
+QRectF HistoryChart::Area() const
 {
-    return QSize(fontMetrics().averageCharWidth() * 50, fontMetrics().lineSpacing() * 8);
+    const double margin = Ems(fontMetrics(), 0.9);
+    return QRectF(rect()).adjusted(margin, 0, -margin, 0);
 }
 
-QSize HistoryChart::minimumSizeHint() const
+BarPlaces HistoryChart::Places() const
 {
-    return QSize(sizeHint().width(), fontMetrics().lineSpacing() * 6);
+    return BarPlaces(m_bars, Area().size(), Ems(fontMetrics(), 1));
+}
+
+/// The number of the bar of some days, from 0; -1 if they have none, as after another history was read.
+qsizetype HistoryChart::NumberOf(const DaySpan &days) const
+{
+    const auto bar = std::ranges::find(m_bars, days.first, [](const HistoryBar &each) { return each.days.first; });
+    return bar == m_bars.end() || bar->days.last != days.last ? -1 : bar - m_bars.begin();
+}
+
+DaySpan HistoryChart::DaysAt(const QPointF &point) const
+{
+    const int bar = Places().BarAt(point - Area().topLeft());
+    return bar < 0 ? DaySpan() : m_bars[size_t(bar)].days;
+}
+
+DaySpan HistoryChart::DaysAfterKey(int key) const
+{
+    if (m_bars.empty())
+        return DaySpan();
+    const qsizetype first = qsizetype(Places().First());
+    const qsizetype last = qsizetype(m_bars.size()) - 1;
+    const qsizetype chosen = NumberOf(Chosen());
+    const auto days = [&](qsizetype bar) { return m_bars[size_t(qBound(first, bar, last))].days; };
+    switch (key) {
+    case Qt::Key_Left:
+        return days(chosen < 0 ? last : chosen - 1);
+    case Qt::Key_Right:
+        return days(chosen < 0 ? last : chosen + 1);
+    case Qt::Key_Home:
+        return days(first);
+    case Qt::Key_End:
+        return days(last);
+    default:
+        return DaySpan();
+    }
+}
+
+QString HistoryChart::TextOf(const DaySpan &days) const
+{
+    const qsizetype bar = NumberOf(days);
+    return bar < 0 ? QString() : BarText(m_bars[size_t(bar)], m_span, Today());
+}
+
+QString HistoryChart::SentenceOf(const DaySpan &days) const
+{
+    return TextOf(days);
 }
 
 void HistoryChart::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
     painter.fillRect(rect(), palette().base());
-    const int margin = fontMetrics().averageCharWidth();
-    const int textHeight = fontMetrics().lineSpacing() + margin / 2;
-    const QRect plot = rect().adjusted(margin, textHeight, -margin, -textHeight);
-    if (m_history.Weeks() == 0 || plot.width() < 1 || plot.height() < 1)
-        return;
-    PaintSpan(&painter);
-    if (const QString note = Note(); !note.isEmpty()) {
-        painter.drawText(plot, Qt::AlignCenter, note);
+    if (m_reader.Result().Days().empty() || m_bars.empty()) {
+        PaintNote(&painter, Note());
         return;
     }
-    const std::vector<HistoryBar> bars = HistoryBars(m_history, plot.width());
-    const qint64 mostSeconds = Highest(bars, &HistoryBar::seconds, 60);
-    const qint64 mostAnswers = Highest(bars, &HistoryBar::answers, 1);
-    PaintBars(&painter, plot, bars, mostSeconds);
-    PaintLine(&painter, plot, bars, mostAnswers);
-    PaintLegend(&painter, mostSeconds, mostAnswers);
-}
-
-/// Area whose top and bottom edges hold the texts.
-QRect HistoryChart::TextRect() const
-{
-    const int margin = fontMetrics().averageCharWidth();
-    return rect().adjusted(margin, 0, -margin, 0);
-}
-
-/// Adjusts a colour from outside the palette so that it is visible on the palette's background.
-QColor HistoryChart::Visible(const QColor &colour) const
-{
-    return WithContrast(colour, palette().color(QPalette::Base), palette().color(QPalette::Text), ShapeContrast);
-}
-
-void HistoryChart::PaintSpan(QPainter *painter) const
-{
-    painter->setPen(palette().color(QPalette::Text));
-    painter->drawText(TextRect(), Qt::AlignLeft | Qt::AlignBottom, DateText(m_history.StartDate()));
-    painter->drawText(TextRect(), Qt::AlignRight | Qt::AlignBottom, DateText(m_history.EndDate()));
-}
-
-void HistoryChart::PaintBars(QPainter *painter, const QRect &plot, const std::vector<HistoryBar> &bars,
-                             qint64 mostSeconds) const
-{
-    const double step = double(plot.width()) / double(bars.size());
-    const QColor barColour = Visible(BarColour);
-    double left = plot.left();
-    for (const HistoryBar &bar : bars) {
-        const double height = plot.height() * double(bar.seconds) / double(mostSeconds);
-        painter->fillRect(QRectF(left, plot.bottom() - height, qMax(1.0, step * 0.8), height), barColour);
-        left += step;
+    painter.translate(Area().topLeft());
+    const BarPlaces places = Places();
+    for (size_t bar = places.First(); bar < m_bars.size(); ++bar)
+        PaintBar(&painter, places, bar);
+    for (size_t bar = places.First(); bar < m_bars.size(); ++bar)
+        if (HasText(places, bar))
+            PaintValue(&painter, places, bar);
+    painter.setPen(palette().color(QPalette::Mid));
+    painter.drawLine(QPointF(0, places.BaseLine()), QPointF(Area().width(), places.BaseLine()));
+    PaintNames(&painter, places);
+    if (const qsizetype chosen = NumberOf(Chosen()); chosen >= qsizetype(places.First())) {
+        const QRectF bar = places.Bar(size_t(chosen));
+        const QRectF slot = places.Slot(size_t(chosen));
+        PaintChoice(&painter,
+                    bar.isEmpty() ? QRectF(slot.left() + 3, places.BaseLine() - 3, slot.width() - 6, 3) : bar);
     }
-    painter->setPen(Visible(AxisColour));
-    painter->drawLine(plot.bottomLeft(), plot.bottomRight());
 }
 
-void HistoryChart::PaintLine(QPainter *painter, const QRect &plot, const std::vector<HistoryBar> &bars,
-                             qint64 mostAnswers) const
+void HistoryChart::PaintBar(QPainter *painter, const BarPlaces &places, size_t bar) const
 {
-    const double step = double(plot.width()) / double(bars.size());
-    QPolygonF points;
-    double x = plot.left() + step * 0.4; // the middle of the first bar
-    for (const HistoryBar &bar : bars) {
-        points += QPointF(x, plot.bottom() - plot.height() * double(bar.answers) / double(mostAnswers));
-        x += step;
-    }
+    const HistoryBar &each = m_bars[bar];
+    const ChartColours colours = ChartColoursOn(palette());
+    const QRectF place = places.Bar(bar);
+    constexpr double radiusPx = 3;
+    painter->save();
     painter->setRenderHint(QPainter::Antialiasing);
-    const double width = fontMetrics().lineWidth() * 1.5;
-    painter->setPen(QPen(palette().base(), width * 3)); // sets the line off from the bars
-    painter->drawPolyline(points);
-    painter->setPen(QPen(Visible(LineColour), width));
-    painter->drawPolyline(points);
+    painter->setPen(Qt::NoPen);
+    painter->setBrush(HasToday(each) ? colours.today : colours.other);
+    painter->setClipRect(place);
+    painter->drawRoundedRect(place.adjusted(0, 0, 0, radiusPx), radiusPx, radiusPx); // round above only
+    painter->restore();
 }
 
-/// Only the symbols are coloured: text in these colours would be hard to read on some backgrounds.
-void HistoryChart::PaintLegend(QPainter *painter, qint64 mostSeconds, qint64 mostAnswers) const
+/// Writes the value of a bar above it, inside the chart.
+void HistoryChart::PaintValue(QPainter *painter, const BarPlaces &places, size_t bar) const
 {
-    const QRect legend = TextRect();
-    const QString bar = u"■"_s;
-    const QString answersText = u" 回答数（最大"_s + QString::number(mostAnswers) + u"問）"_s;
-    const QString dash = u"―"_s;
-    const int barWidth = fontMetrics().horizontalAdvance(bar);
-    const int answersWidth = fontMetrics().horizontalAdvance(answersText);
-    painter->setPen(Visible(BarColour));
-    painter->drawText(legend, Qt::AlignLeft | Qt::AlignTop, bar);
-    painter->setPen(Visible(LineColour));
-    painter->drawText(legend.adjusted(0, 0, -answersWidth, 0), Qt::AlignRight | Qt::AlignTop, dash);
-    painter->setPen(palette().color(QPalette::Text));
-    painter->drawText(legend.adjusted(barWidth, 0, 0, 0), Qt::AlignLeft | Qt::AlignTop,
-                      u" 学習時間（最大"_s + QString::number(qRound64(double(mostSeconds) / 60)) + u"分）"_s);
-    painter->drawText(legend, Qt::AlignRight | Qt::AlignTop, answersText);
+    const HistoryBar &each = m_bars[bar];
+    const QRectF place = places.Bar(bar);
+    const QString value = BarValue(each, m_bars.size());
+    QFont font = painter->font();
+    font.setBold(HasToday(each));
+    painter->save();
+    painter->setFont(font);
+    painter->setPen(place.isEmpty() ? DimText() : palette().color(QPalette::Text));
+    const double textWidth = painter->fontMetrics().horizontalAdvance(value);
+    const double left = qBound(0.0, places.Slot(bar).center().x() - textWidth / 2, Area().width() - textWidth);
+    const double bottom = place.isEmpty() ? places.BaseLine() : place.top();
+    painter->drawText(QPointF(left, bottom - painter->fontMetrics().descent() - 2), value);
+    painter->restore();
+}
+
+bool HistoryChart::HasToday(const HistoryBar &bar) const
+{
+    return bar.days.first <= Today() && Today() <= bar.days.last;
+}
+
+/// Whether a bar bears its value. Where the bars are dense, only today's, the highest and the chosen one do.
+bool HistoryChart::HasText(const BarPlaces &places, size_t bar) const
+{
+    return !places.IsDense() || bar == m_highest || qsizetype(bar) == NumberOf(Chosen()) || HasToday(m_bars[bar]);
+}
+
+/// The names below the bars, as many as do not touch, and their details where there is room.
+void HistoryChart::PaintNames(QPainter *painter, const BarPlaces &places) const
+{
+    const QFont plain = painter->font();
+    QFont bold = plain;
+    bold.setBold(true);
+    const auto widthOf = [](const QFont &font, const QString &text) {
+        return QFontMetricsF(font).horizontalAdvance(text);
+    };
+    double widest = 0;
+    for (size_t bar = places.First(); bar < m_bars.size(); ++bar) {
+        widest = qMax(widest, widthOf(bold, BarName(m_bars[bar], m_span, Today())));
+        if (m_span != BarSpan::Day) // whose names all have room
+            widest = qMax(widest, widthOf(plain, BarDetail(m_bars[bar], m_span)));
+    }
+    for (size_t bar = places.First(); bar < m_bars.size(); ++bar) {
+        const HistoryBar &each = m_bars[bar];
+        if (!places.HasName(bar, m_span, widest))
+            continue;
+        const bool isToday = m_span == BarSpan::Day && HasToday(each);
+        const auto paint = [&](const QFont &font, const QColor &colour, const QString &text, double lines) {
+            const double left = qBound(0.0, places.Slot(bar).center().x() - widthOf(font, text) / 2,
+                                       Area().width() - widthOf(font, text));
+            painter->setFont(font);
+            painter->setPen(colour);
+            painter->drawText(QPointF(left, places.BaseLine() + Ems(fontMetrics(), 0.2) + fontMetrics().ascent() +
+                                                lines * fontMetrics().height()),
+                              text);
+        };
+        paint(isToday ? bold : plain, each.sum.answers == 0 && !isToday ? DimText() : palette().color(QPalette::Text),
+              BarName(each, m_span, Today()), 0);
+        if (const QString detail = BarDetail(each, m_span);
+            m_span != BarSpan::Day || widthOf(plain, detail) < places.Slot(bar).width())
+            paint(plain, DimText(), detail, 1);
+    }
 }

@@ -1,39 +1,43 @@
 // SPDX-FileCopyrightText: 2026 The Kotoban developers
 // SPDX-License-Identifier: MIT
 
-// Chart of the study history: study time as bars, answers as a line. Without any, it says why.
+// Study time as bars: one for each day, week or month of a study history.
 #pragma once
 
-#include "history/modHistoryChart.h"
+#include "history/DayChart.h"
+#include "history/modHistoryBars.h"
 
-#include <QWidget>
-
-class HistoryChart : public QWidget
+class HistoryChart : public DayChart
 {
     Q_OBJECT
 
   public:
-    /// @param reader  its history is read each time the chart is painted; must outlive it
+    /// @param reader  its history is grouped into bars by ShowRead; must outlive the chart
     HistoryChart(const HistoryReader &reader, QWidget *parent);
 
     /// Shows what has been read by now.
-    void ShowRead();
-
-    QSize sizeHint() const override;
-    QSize minimumSizeHint() const override;
+    void ShowRead(const QDate &today);
 
   protected:
     void paintEvent(QPaintEvent *event) override;
+    DaySpan DaysAt(const QPointF &point) const override;
+    DaySpan DaysAfterKey(int key) const override;
+    QString TextOf(const DaySpan &days) const override;
+    QString SentenceOf(const DaySpan &days) const override;
 
   private:
-    void PaintSpan(QPainter *painter) const;
-    void PaintBars(QPainter *painter, const QRect &plot, const std::vector<HistoryBar> &bars, qint64 mostSeconds) const;
-    void PaintLine(QPainter *painter, const QRect &plot, const std::vector<HistoryBar> &bars, qint64 mostAnswers) const;
-    void PaintLegend(QPainter *painter, qint64 mostSeconds, qint64 mostAnswers) const;
+    BarPlaces Places() const;
+    QRectF Area() const;
+    qsizetype NumberOf(const DaySpan &days) const;
+    void PaintBar(QPainter *painter, const BarPlaces &places, size_t bar) const;
+    void PaintValue(QPainter *painter, const BarPlaces &places, size_t bar) const;
+    bool HasToday(const HistoryBar &bar) const;
+    bool HasText(const BarPlaces &places, size_t bar) const;
+    void PaintNames(QPainter *painter, const BarPlaces &places) const;
     QString Note() const;
-    QRect TextRect() const;
-    QColor Visible(const QColor &colour) const;
 
     const HistoryReader &m_reader;
-    const History &m_history;
+    BarSpan m_span = BarSpan::Day;
+    std::vector<HistoryBar> m_bars;
+    size_t m_highest = 0;
 };

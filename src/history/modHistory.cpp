@@ -5,6 +5,7 @@
 
 #include "base/modCodePage.h"
 #include "base/modDateText.h"
+#include "exchange/modTable.h"
 #include "platform/modReplaceFile.h"
 
 #include <QRegularExpression>
@@ -28,14 +29,12 @@ void History::Append(const RecordedSession &session)
     if (m_days.empty() || session.day != m_days.back().dayText)
         m_days.push_back({session.day.toString(), DateFromText(session.day), LineCount()});
     HistoryDay &day = m_days.back();
-    // A session during which the clock was set back counts as 0, not as negative time.
-    const qint64 seconds = qMax(qint64(0), SecondsBetween(session.day, session.startTime, session.end));
-    day.seconds += seconds;
-    day.answers += session.answers;
+    const StudySum sum = SumOf(session);
+    day.sum += sum;
     day.texts += session.startTime.left(5);
     const qsizetype nameAt = day.texts.size();
     day.texts += session.fileName;
-    day.sessions.push_back({seconds, session.answers, nameAt, day.texts.size()});
+    day.sessions.push_back({sum, nameAt, day.texts.size()});
 }
 
 void History::AddToTotals(qint64 seconds, qint64 answers)
@@ -44,16 +43,57 @@ void History::AddToTotals(qint64 seconds, qint64 answers)
     m_totalAnswers += answers;
 }
 
+QStringView HistoryDay::StartTime(size_t number) const
+{
+    const qsizetype start = number == 0 ? 0 : sessions[number - 1].end;
+    return QStringView(texts).sliced(start, sessions[number].nameAt - start);
+}
+
+QStringView HistoryDay::FileName(size_t number) const
+{
+    const HistorySession &session = sessions[number];
+    return QStringView(texts).sliced(session.nameAt, session.end - session.nameAt);
+}
+
+const HistoryDay &History::DayOfLine(int line) const
+{
+    return *std::prev(std::ranges::upper_bound(m_days, line, {}, &HistoryDay::headingLine));
+}
+
 QString History::Line(int line) const
 {
-    const HistoryDay &day = *std::prev(std::ranges::upper_bound(m_days, line, {}, &HistoryDay::headingLine));
+    const HistoryDay &day = DayOfLine(line);
     if (line == day.headingLine)
-        return day.day.isValid() ? DateWithWeekday(day.day) : day.dayText;
+        return HistoryHeading(day);
     const size_t number = size_t(line - day.headingLine - 1);
-    const HistorySession &session = day.sessions[number];
-    const qsizetype start = number == 0 ? 0 : day.sessions[number - 1].end;
-    return HistoryLine(day.texts.sliced(start, session.nameAt - start), session.seconds, session.answers,
-                       day.texts.sliced(session.nameAt, session.end - session.nameAt));
+    const StudySum &sum = day.sessions[number].sum;
+    return HistoryLine(day.StartTime(number).toString(), sum.seconds, int(sum.answers),
+                       day.FileName(number).toString());
+}
+
+bool History::IsHeading(int line) const
+{
+    return line == DayOfLine(line).headingLine;
+}
+
+int History::LineOfSession(const QDateTime &start) const
+{
+    const int heading = HeadingIn({start.date(), start.date()});
+    if (heading < 0)
+        return -1;
+    const HistoryDay &day = DayOfLine(heading);
+    const QString time = start.toString(u"HH:mm");
+    for (size_t number = day.sessions.size(); number > 0; --number)
+        if (day.StartTime(number - 1) == time)
+            return heading + int(number);
+    return -1;
+}
+
+int History::HeadingIn(const DaySpan &days) const
+{
+    const auto isUpToLast = [&days](const HistoryDay &day) { return day.day.isValid() && day.day <= days.last; };
+    const auto day = std::ranges::find_if(m_days, isUpToLast);
+    return day == m_days.end() || day->day < days.first ? -1 : day->headingLine;
 }
 
 QString History::TotalTime() const
@@ -108,16 +148,55 @@ QString HistoryLine(const QString &startTime, qint64 seconds, int answers, const
            RightAligned(answers, 4) + u"問 "_s + NameInLine(fileName);
 }
 
-QString HoursMinutesSeconds(qint64 seconds)
+QString HistoryHeading(const HistoryDay &day)
 {
-    const QString hours = seconds >= 3600 ? QString(QString::number(seconds / 3600) + u"時間 "_s) : QString();
-    return hours + QString::number(seconds / 60 % 60) + u"分 "_s + QString::number(seconds % 60) + u'秒';
+    const QString date = day.day.isValid() ? DateWithWeekday(day.day) : day.dayText;
+    return date + u'　' + StudySumText(day.sum);
 }
+
+QString HistorySentence(const History &history, const QDate &today)
+{
+    StudySum sum;
+    for (const HistoryDay &day : history.Days())
+        sum += day.sum;
+    const QString start = history.EndDate() == today ? u"この"_s : DateWithWeekday(history.EndDate()) + u"までの"_s;
+    return start + QString::number(history.Weeks()) + u"週間は "_s + QString::number(history.Days().size()) +
+           u"日，"_s + StudyTimeText(sum.seconds) + u'，' + QString::number(sum.answers) + u'問';
+}
+
+namespace {
+
+QString ReportName(const QString &userName, const QDate &today, int weeks)
+{
+    return FileNamePart(userName) + u"_瞬記帳学習記録"_s + today.toString(u"yyyy_MMdd") + u"までの"_s +
+           QString::number(weeks) + u"週分"_s;
+}
+
+} // namespace
 
 QString ReportFileName(const QString &userName, const QDate &today, int weeks)
 {
-    return FileNamePart(userName) + u"_瞬記帳学習記録"_s + today.toString(u"yyyy_MMdd") + u"までの"_s +
-           QString::number(weeks) + u"週分.txt"_s;
+    return ReportName(userName, today, weeks) + u".txt"_s;
+}
+
+QString TableFileName(const QString &userName, const QDate &today, int weeks)
+{
+    return ReportName(userName, today, weeks) + u".csv"_s;
+}
+
+QByteArray HistoryTable(const History &history, const QString &userName)
+{
+    QString table = u"\uFEFF利用者,日付,開始,秒,回答数,ファイル\r\n"_s;
+    const QString user = CsvField(NameInLine(userName));
+    for (const HistoryDay &day : history.Days()) {
+        for (size_t number = 0; number < day.sessions.size(); ++number) {
+            const StudySum &sum = day.sessions[number].sum;
+            table += user + u',' + CsvField(NameInLine(day.dayText)) + u',' + day.StartTime(number) + u',' +
+                     QString::number(sum.seconds) + u',' + QString::number(sum.answers) + u',' +
+                     CsvField(NameInLine(day.FileName(number).toString())) + u"\r\n"_s;
+        }
+    }
+    return table.toUtf8();
 }
 
 QString ReportText(const History &history)

@@ -5,15 +5,14 @@
 #pragma once
 
 #include "base/modFile.h"
-#include "store/modDB_SQLite.h"
+#include "history/modStudySum.h"
 
 #include <vector>
 
 /// One session of a day. Its texts are in the day's `texts`.
 struct HistorySession
 {
-    qint64 seconds; ///< duration, 0 or more
-    int answers;
+    StudySum sum;
     qsizetype nameAt; ///< where the start time, "hh:nn", ends and the file's name begins
     qsizetype end;    ///< where that ends
 };
@@ -22,13 +21,16 @@ struct HistorySession
 /// for each would take longer than a frame.
 struct HistoryDay
 {
-    QString dayText;    ///< "yyyy/mm/dd", as recorded
-    QDate day;          ///< invalid if that is not a valid date
-    int headingLine;    ///< number of the heading's line; the lines of the sessions follow
-    qint64 seconds = 0; ///< sums over the sessions
-    qint64 answers = 0; ///< may exceed an int, unlike those of one session
+    QString dayText; ///< "yyyy/mm/dd", as recorded
+    QDate day;       ///< invalid if that is not a valid date
+    int headingLine; ///< number of the heading's line; the lines of the sessions follow
+    StudySum sum = {};
     std::vector<HistorySession> sessions = {};
     QString texts = {}; ///< start time and file name of each session
+
+    /// "hh:nn". @param number  of the session, from 0
+    QStringView StartTime(size_t number) const;
+    QStringView FileName(size_t number) const;
 };
 
 /// The history of one user over whole weeks, as far as it has been read. Its lines are a heading for each day, newest
@@ -72,6 +74,15 @@ class History
     /// @param line  0 to LineCount() - 1
     QString Line(int line) const;
 
+    /// Whether a line is the heading of a day.
+    bool IsHeading(int line) const;
+
+    /// Number of the last line of a session that started in a minute; -1 if there is none.
+    int LineOfSession(const QDateTime &start) const;
+
+    /// Number of the heading of the last day in a span; -1 if there is none.
+    int HeadingIn(const DaySpan &days) const;
+
     /// The days with sessions, newest first.
     const std::vector<HistoryDay> &Days() const
     {
@@ -85,6 +96,8 @@ class History
     QString TotalAnswers() const;
 
   private:
+    const HistoryDay &DayOfLine(int line) const;
+
     QDate m_endDate;
     int m_weeks = 0;
     std::vector<HistoryDay> m_days;
@@ -118,6 +131,12 @@ class HistoryReader
         return m_unread.last;
     }
 
+    /// Whether all has been read; false after a fault.
+    bool IsComplete() const
+    {
+        return m_unread.IsEmpty() && !m_hasFailed && m_history.Weeks() > 0;
+    }
+
     /// Whether the database failed.
     bool HasFailed() const
     {
@@ -132,9 +151,6 @@ class HistoryReader
     bool m_hasFailed = false;
 };
 
-/// Hours if there are any, minutes and seconds: "1時間 5分 9秒".
-QString HoursMinutesSeconds(qint64 seconds);
-
 /// Longest span of a history, in weeks.
 constexpr int MaxWeeks = 9999;
 
@@ -146,6 +162,12 @@ int ReadWeeks(const QString &text);
 /// @param startTime  "hh:nn:ss"; @param seconds  duration
 QString HistoryLine(const QString &startTime, qint64 seconds, int answers, const QString &fileName);
 
+/// The heading of a day: "2024/03/05(火)　25分 134問".
+QString HistoryHeading(const HistoryDay &day);
+
+/// The span as a sentence: "この1週間は 5日，2時間9分，680問"; one that does not end today names its last day.
+QString HistorySentence(const History &history, const QDate &today);
+
 /// Name of the report file. Its date is the day of writing rather than the end of the span, so that reports written on
 /// different days never replace each other. Characters of the user name that are not allowed in file names become "_".
 QString ReportFileName(const QString &userName, const QDate &today, int weeks);
@@ -155,3 +177,10 @@ QString ReportText(const History &history);
 
 /// Writes the report in code page 932, replacing an existing file. After a fault an existing file is unchanged.
 FileFault WriteReport(const QString &path, const History &history);
+
+/// Name of the file with the same sessions as a table.
+QString TableFileName(const QString &userName, const QDate &today, int weeks);
+
+/// The sessions as a table for spreadsheets, in the order of the lines: a heading, then a row for each session with
+/// user, day, start, seconds, answers and file. UTF-8 with a byte order mark, fields as in an exported table.
+QByteArray HistoryTable(const History &history, const QString &userName);

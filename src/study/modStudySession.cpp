@@ -75,6 +75,11 @@ StudyReading StudySession::Read(const QString &path, DisplayText *text)
     return {{}, BadPictureNames(*text)};
 }
 
+EndedSession StudySession::Recorded() const
+{
+    return {m_start, {qMax(qint64(0), m_start.secsTo(m_completedAt)), m_completedCount}};
+}
+
 bool StudySession::IsFileChanged() const
 {
     const QFileInfo file(m_path);

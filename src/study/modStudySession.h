@@ -5,6 +5,7 @@
 // clock.
 #pragma once
 
+#include "history/modReward.h"
 #include "platform/modSystemServices.h"
 #include "records/modMarkList.h"
 #include "records/modPlaceList.h"
@@ -74,6 +75,9 @@ class StudySession
     {
         return m_start.isValid();
     }
+
+    /// What has been recorded of the session by now; without a start if there is no row.
+    EndedSession Recorded() const;
 
     /// Full path of the open file; empty if there is none.
     const QString &Path() const

@@ -71,7 +71,7 @@ void frmText::cmdFile_Click()
         });
     }
     MoveFileWindow();
-    const FileChoice choice = m_frmFile->Choose(m_settings.TextEditor);
+    const FileChoice choice = m_frmFile->Choose(m_settings.TextEditor, m_session.Recorded());
     if (choice == FileChoice::EndProgram) {
         m_stage = Stage::Ended;
         hide();

@@ -18,7 +18,7 @@ enum class NoticeTopic
     Done, ///< what a command has just done
     Search,
     HardElsewhere, ///< no hard answer is hidden in view, but others are
-    Offer, ///< the line where the user stopped the last time
+    Offer,         ///< the line where the user stopped the last time
     NoBlanks,
     FirstKeys,
 };

@@ -84,7 +84,7 @@ DesktopColours ColoursOn(const QPalette &desktop)
     const QColor text = desktop.color(QPalette::Text);
     const PageColours &around = IsDarker(window, windowText) ? DarkPage : LightPage;
     const PageColours &inside = IsDarker(base, text) ? DarkPage : LightPage;
-    DesktopColours colours{around.accent, around.onAccent, inside.tint, text, inside.noteEdge};
+    DesktopColours colours{around.accent, around.onAccent, inside.tint, text, inside.noteEdge, inside.hard};
     if (IsHighContrast(desktop)) {
         colours.accent = colours.tint = desktop.color(QPalette::Highlight);
         colours.onAccent = colours.onTint = desktop.color(QPalette::HighlightedText);
@@ -92,6 +92,7 @@ DesktopColours ColoursOn(const QPalette &desktop)
     colours.accent = WithContrast(colours.accent, window, windowText, ShapeContrast);
     colours.onAccent = TextOn(colours.accent, colours.onAccent);
     colours.onTint = TextOn(colours.tint, colours.onTint);
-    colours.warning = WithContrast(colours.warning, base, text, ShapeContrast);
+    for (QColor *const sign : {&colours.warning, &colours.hard})
+        *sign = WithContrast(*sign, base, text, ShapeContrast);
     return colours;
 }

@@ -240,6 +240,7 @@ struct DesktopColours
     QColor tint;     ///< behind what is chosen in a list; that of the desktop if it asks for its own colours everywhere
     QColor onTint;   ///< text on it
     QColor warning;  ///< sign before a remark in a list
+    QColor hard;     ///< corner before a number of hard words
 };
 
 DesktopColours ColoursOn(const QPalette &desktop);

@@ -3,6 +3,8 @@
 
 #include "widgets/PaintedIcon.h"
 
+#include "widgets/Measures.h"
+
 #include <QColor>
 #include <QGuiApplication>
 #include <QIconEngine>
@@ -192,6 +194,18 @@ void PaintIcon(QPainter *painter, Icon icon, const QRectF &square, const QColor 
                                                    Qt::RoundCap, Qt::RoundJoin));
     painter->fillPath(Parsed(paths.fill), icon == Icon::Hard && hardColour.isValid() ? hardColour : colour);
     painter->restore();
+}
+
+void PaintHardCorner(QPainter *painter, const QRect &line, const QString &number, const QFontMetrics &font,
+                     const QColor &colour)
+{
+    const int side = Ems(font, 0.6);
+    const double right = line.right() - font.horizontalAdvance(number) - IconGap(font) / 2;
+    const double top = line.center().y() - side / 2.0;
+    QPainterPath corner(QPointF(right - side, top));
+    corner.lineTo(right, top);
+    corner.lineTo(right, top + side);
+    painter->fillPath(corner, colour);
 }
 
 QPixmap PaintedIcon(Icon icon, int sizePx, double pixelRatio, const QColor &colour, const QColor &hardColour)

@@ -8,7 +8,9 @@
 #include <QPixmap>
 
 class QColor;
+class QFontMetrics;
 class QPainter;
+class QRect;
 class QRectF;
 
 enum class Icon
@@ -47,6 +49,11 @@ constexpr int IconCount = int(Icon::Others) + 1;
 
 /// Paints an icon into a square. @param hardColour  of the corner of Icon::Hard; invalid for that of the lines
 void PaintIcon(QPainter *painter, Icon icon, const QRectF &square, const QColor &colour, const QColor &hardColour);
+
+/// Paints the corner that marks a hard word, at the end of a line of text before its last characters, a number.
+/// @param font  of the number
+void PaintHardCorner(QPainter *painter, const QRect &line, const QString &number, const QFontMetrics &font,
+                     const QColor &colour);
 
 /// An icon as a picture, cached by its arguments. @param sizePx  side in logical pixels
 /// @param pixelRatio  device pixels per logical pixel

@@ -4,7 +4,6 @@
 #include "base/modDateText.h"
 #include "base/modFile.h"
 #include "files/modStudyFolder.h"
-#include "files/modStudyTally.h"
 #include "files/modTakeFiles.h"
 #include "store/modDB_SQLite.h"
 #include "support/RecordingServices.h"
@@ -81,109 +80,6 @@ TEST(MatchesFilter, AllWordsPresent_MatchesInAnyOrderCaseAndWidth)
     };
     for (const auto &[name, wanted, isFound] : rows)
         EXPECT_EQ(MatchesFilter(name, wanted), isFound) << name.toStdString() << " / " << wanted.toStdString();
-}
-
-TEST(StudyTallies, AllYearsRead_CountsSessionsOfOneUser)
-{
-    RecordingServices services;
-    StudyDatabase database(services);
-    ASSERT_EQ(database.Open(u":memory:"_s), 0);
-    ASSERT_TRUE(DBCreateKotoban(database));
-    const auto add = [&](const QString &day, const QString &file, const QString &user, int answers) {
-        const QDateTime start(QDate::fromString(day, Qt::ISODate), QTime(9, 0));
-        DBInsRecKotoban(database, start, user, file);
-        if (answers >= 0)
-            DBUpdRecKotoban(database, services, start, user, answers);
-    };
-    add(u"1995-01-02"_s, u"a"_s, u"花子"_s, 1);
-    add(u"2023-03-04"_s, u"a"_s, u"花子"_s, 9);
-    add(u"2024-03-04"_s, u"b"_s, u"花子"_s, 9);
-    add(u"2024-03-05"_s, u"a"_s, u"花子"_s, 9);
-    add(u"2024-03-05"_s, u"a"_s, u"太郎"_s, 9);
-    add(u"2024-03-02"_s, u"c"_s, u"花子"_s, 0);
-    add(u"2024-03-01"_s, u"c"_s, u"花子"_s, -1);
-    const QDate today(2024, 3, 5);
-    StudyTallies tallies(database, u"花子"_s);
-    EXPECT_TRUE(tallies.ReadRecent(today));
-    EXPECT_EQ(tallies.Of(u"a"_s).times, 1) << "today's sessions are known immediately";
-    int slices = 1;
-    while (tallies.ReadNext(QDeadlineTimer(0)))
-        ++slices;
-    EXPECT_EQ(slices, 3) << "a day each, and none for the years between";
-    EXPECT_TRUE(tallies.IsComplete());
-    const Rows<QString, QDate, QString> texts = {
-        {u"a"_s, today, u"3回　最後 今日"_s},
-        {u"b"_s, today, u"1回　最後 3/4（月）"_s},
-        {u"b"_s, QDate(2025, 1, 1), u"1回　最後 2024/3/4（月）"_s},
-        {u"c"_s, today, QString()},
-    };
-    for (const auto &[title, day, text] : texts)
-        EXPECT_EQ(StudiedText(tallies.Of(title), day), text);
-
-    add(u"2024-03-06"_s, u"a"_s, u"花子"_s, 1);
-    EXPECT_TRUE(tallies.ReadRecent(QDate(2024, 3, 6)));
-    EXPECT_FALSE(tallies.ReadNext(QDeadlineTimer(0))) << "earlier days are read only once";
-    EXPECT_EQ(tallies.Of(u"a"_s).times, 4) << "neither lost nor counted twice after midnight";
-    EXPECT_EQ(StudyFiguresSentence(5, tallies.Of(u"a"_s), QDate(2024, 3, 7)), u"空欄5，4回，最後は3/6（水）"_s);
-}
-
-TEST(StudyTallies, DatabaseFault_IsSilentAndReadAgainAtTheNextActivation)
-{
-    const TestFolder folder;
-    RecordingServices services;
-    StudyDatabase database(services);
-    StudyDatabase other(services);
-    for (StudyDatabase *const each : {&database, &other})
-        ASSERT_EQ(each->Open(folder.Path(u"k.splite3"_s)), 0);
-    ASSERT_TRUE(DBCreateKotoban(database));
-    const QDate today(2024, 3, 5);
-    for (const QDate &day : {today, today.addDays(-1), today.addDays(-400)}) {
-        DBInsRecKotoban(database, day.startOfDay(), u"花子"_s, u"a"_s);
-        DBUpdRecKotoban(database, services, day.startOfDay(), u"花子"_s, 1);
-    }
-    const auto lock = [&other](bool isLocked) {
-        EXPECT_TRUE(other.SQLite3NonQuery(isLocked ? u"begin exclusive"_s : u"commit"_s));
-    };
-    StudyTallies tallies(database, u"花子"_s);
-    lock(true);
-    EXPECT_FALSE(tallies.ReadRecent(today)) << "locked from the beginning";
-    EXPECT_FALSE(tallies.IsComplete());
-    lock(false);
-    EXPECT_TRUE(tallies.ReadRecent(today));
-    EXPECT_TRUE(tallies.ReadNext(QDeadlineTimer(0)));
-    lock(true);
-    EXPECT_FALSE(tallies.ReadNext(QDeadlineTimer(0))) << "locked after some days";
-    lock(false);
-    EXPECT_FALSE(tallies.IsComplete()) << "absent rather than wrong";
-    EXPECT_EQ(tallies.Of(u"a"_s).times, 0);
-    const auto readAll = [&] {
-        EXPECT_TRUE(tallies.ReadRecent(today));
-        while (tallies.ReadNext(QDeadlineTimer(0)))
-            continue;
-        return tallies.Of(u"a"_s).times;
-    };
-    EXPECT_EQ(readAll(), 3);
-    lock(true);
-    EXPECT_FALSE(tallies.ReadRecent(today)) << "locked when all is known but today's sessions";
-    lock(false);
-    EXPECT_EQ(tallies.Of(u"a"_s).times, 0);
-    EXPECT_EQ(readAll(), 3);
-
-    const auto breakDay = [&database](const QString &broken) {
-        EXPECT_TRUE(database.SQLite3NonQuery(u"alter table t_kotoban drop column dt_end"_s));
-        EXPECT_TRUE(database.SQLite3NonQuery(u"alter table t_kotoban add column dt_end text as (case ymd_sta when '%1' "
-                                             u"then abs(-9223372036854775807 - 1) end)"_s.arg(broken)));
-    };
-    StudyTallies others(database, u"花子"_s);
-    breakDay(DateText(today.addDays(-400)));
-    EXPECT_TRUE(others.ReadRecent(today));
-    EXPECT_FALSE(others.ReadNext(QDeadlineTimer(QDeadlineTimer::Forever))) << "fails on the second day";
-    EXPECT_FALSE(others.IsComplete());
-    breakDay(QString());
-    EXPECT_TRUE(others.ReadRecent(today));
-    EXPECT_FALSE(others.ReadNext(QDeadlineTimer(QDeadlineTimer::Forever)));
-    EXPECT_EQ(others.Of(u"a"_s).times, 3) << "no day is counted twice";
-    EXPECT_EQ(services.messages, QStringList());
 }
 
 TEST(TakeFiles, MixedDrop_EachFileHasItsOwnFate)

@@ -5,8 +5,10 @@
 #include "base/modFile.h"
 #include "exchange/modPrintableCopy.h"
 #include "files/frmFile.h"
+#include "history/DayChart.h"
 #include "history/HistoryPanel.h"
-#include "history/modHistoryChart.h"
+#include "history/modCalendar.h"
+#include "history/modHistoryBars.h"
 #include "settings/modSettings.h"
 #include "store/modDB_SQLite.h"
 #include "support/ReadHistory.h"
@@ -14,14 +16,18 @@
 #include "support/WindowTest.h"
 #include "text/modCheckText.h"
 
+#include <QAction>
 #include <QDeadlineTimer>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListView>
 #include <QSignalSpy>
+#include <QTabBar>
+#include <QTableView>
 #include <QTest>
 
 #include <gtest/gtest.h>
+#include <set>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -64,36 +70,154 @@ TEST(History, UserNameWithPathCharacters_ReportStaysInFolder)
         EXPECT_FALSE(ReportFileName(QString(QChar(character)), today, 1).contains(QChar(character)));
 }
 
-TEST(HistoryBars, DaysOfSpan_AreGroupedOldestFirst)
+namespace {
+
+History HistoryOf(const QDate &end, int weeks, const std::vector<std::pair<QDate, int>> &secondsOfDays)
+{
+    History history(end, weeks);
+    for (const auto &[day, seconds] : secondsOfDays) {
+        const QString ended = DateTimeText(QDateTime(day, QTime(10, 0)).addSecs(seconds));
+        history.Append({DateText(day), u"10:00:00", u"a", ended, 10});
+    }
+    return history;
+}
+
+} // namespace
+
+TEST(HistoryBars, EachLengthOfSpan_HasItsBars)
 {
     const QDate end(2024, 3, 5);
-    History history(end, 2);
-    for (const auto &[day, seconds] : std::initializer_list<std::pair<QDate, int>>{{end.addDays(1), 9},
-                                                                                   {end, 5},
-                                                                                   {end.addDays(-1), 4},
-                                                                                   {end.addDays(-6), 3},
-                                                                                   {end.addDays(-13), 2},
-                                                                                   {QDate(), 9},
-                                                                                   {end.addDays(-14), 9}}) {
-        const QString ended = DateText(day) + u" 10:00:0"_s + QString::number(seconds);
-        history.Append({DateText(day), u"10:00:00", u"a", ended, 10 * seconds});
-    }
-    const Rows<const char *, int, std::vector<int>> rows = {
-        {"room for more than every day", 500, {2, 0, 0, 0, 0, 0, 0, 3, 0, 0, 0, 0, 4, 5}},
-        {"a bar a day", 14, {2, 0, 0, 0, 0, 0, 0, 3, 0, 0, 0, 0, 4, 5}},
-        {"a bar a week", 2, {2, 12}},
-        {"bars of four and five days", 3, {2, 3, 9}},
-        {"one bar", 1, {14}},
+    const std::vector<std::pair<QDate, int>> days = {
+        {end.addDays(1), 9},   {end, 5},     {end.addDays(-1), 4},  {end.addDays(-6), 3},
+        {end.addDays(-13), 2}, {QDate(), 9}, {end.addDays(-40), 7}, {QDate(2023, 12, 31), 6}};
+    const Rows<const char *, int, std::vector<int>, QStringList> rows = {
+        {"a bar a day", 2, {2, 0, 0, 0, 0, 0, 0, 3, 0, 0, 0, 0, 4, 5}, {u"水"_s, u"月"_s, u"今日"_s}},
+        {"a bar a week, ending with the last day", 3, {0, 2, 12}, {u"2/14"_s, u"2/21"_s, u"2/28"_s}},
+        {"a bar a month from the first with a session", 53, {6, 7, 5, 9}, {u"12月"_s, u"2月"_s, u"3月"_s}},
+        {"no more bars for a span beyond all records", 9999, {6, 7, 5, 9}, {u"12月"_s, u"2月"_s, u"3月"_s}},
     };
-    for (const auto &[name, maxBars, seconds] : rows) {
+    for (const auto &[name, weeks, seconds, names] : rows) {
+        const std::vector<HistoryBar> bars = HistoryBars(HistoryOf(end, weeks, days));
         std::vector<int> barSeconds;
-        for (const HistoryBar &bar : HistoryBars(history, maxBars)) {
-            barSeconds.push_back(int(bar.seconds));
-            EXPECT_EQ(bar.answers, 10 * bar.seconds) << name;
-        }
+        for (const HistoryBar &bar : bars)
+            barSeconds.push_back(int(bar.sum.seconds));
         EXPECT_EQ(barSeconds, seconds) << name;
+        const auto nameOf = [&, weeks = weeks](size_t bar) { return BarName(bars[bar], SpanOfBars(weeks), end); };
+        EXPECT_EQ((QStringList{nameOf(0), nameOf(bars.size() - 2), nameOf(bars.size() - 1)}), names) << name;
     }
-    EXPECT_TRUE(HistoryBars(History(), 14).empty());
+    EXPECT_TRUE(HistoryBars(History()).empty());
+    EXPECT_EQ(HistoryBars(History(end, 60)).size(), 1u) << "no session";
+}
+
+TEST(HistoryBars, EveryBar_SaysWhatItStandsFor)
+{
+    const QDate today(2026, 11, 24);
+    const HistoryBar day{{today, today}, {25 * 60 + 59, 134}};
+    const HistoryBar empty{{QDate(2025, 1, 1), QDate(2025, 1, 31)}};
+    EXPECT_EQ(BarText(day, BarSpan::Day, today), u"11/24(火) 25分 134問"_s);
+    EXPECT_EQ(BarText({{today.addDays(-6), today}, {3600, 2}}, BarSpan::Week, today),
+              u"11/18(水)～11/24(火) 1時間0分 2問"_s);
+    EXPECT_EQ(BarText(empty, BarSpan::Month, today), u"2025年1月 なし"_s);
+    EXPECT_EQ(BarDetail(empty, BarSpan::Month), u"2025"_s);
+    EXPECT_EQ(BarDetail(day, BarSpan::Day), u"134問"_s);
+    const Rows<qint64, int, QString> values = {{0, 0, u"なし"_s},       {0, 1, u"0分"_s},        {1, 1, u"1分"_s},
+                                               {59, 1, u"1分"_s},       {119, 1, u"1分"_s},      {3600, 1, u"60分"_s},
+                                               {59'999, 1, u"999分"_s}, {60'000, 1, u"16時間"_s}};
+    for (const auto &[seconds, answers, text] : values)
+        EXPECT_EQ(BarValue({{}, {seconds, answers}}, 7), text) << seconds;
+    EXPECT_EQ(BarValue(empty, 14), QString()) << "no room";
+}
+
+TEST(HistoryBars, BarsInArea_AreFoundWhereTheyStand)
+{
+    const QDate end(2024, 3, 5);
+    const std::vector<HistoryBar> bars = HistoryBars(HistoryOf(end, 1, {{end, 3600}, {end.addDays(-1), 10}}));
+    const BarPlaces places(bars, QSizeF(700, 200), 14);
+    EXPECT_DOUBLE_EQ(places.Bar(6).top(), 1.7 * 14) << "the highest leaves room for its value";
+    EXPECT_DOUBLE_EQ(places.Bar(5).height(), qMax(2.0, places.Bar(6).height() / 60));
+    EXPECT_TRUE(places.Bar(4).isEmpty());
+    EXPECT_LE(places.Bar(6).right(), 700);
+    const Rows<double, int> hits = {{-0.1, -1}, {0, 0}, {99.9, 0}, {100, 1}, {699.9, 6}, {700, -1}};
+    for (const auto &[x, bar] : hits)
+        EXPECT_EQ(places.BarAt(QPointF(x, 100)), bar) << x;
+    const BarPlaces narrow(bars, QSizeF(9, 200), 14);
+    EXPECT_EQ(narrow.First(), 4u) << "the last three at three pixels each";
+    EXPECT_EQ(narrow.BarAt(QPointF(8.9, 0)), 6);
+    const std::vector<HistoryBar> minute = HistoryBars(HistoryOf(end, 1, {{end, 60}}));
+    EXPECT_DOUBLE_EQ(BarPlaces(minute, QSizeF(700, 200), 14).Bar(6).height() * 10, places.Bar(6).height())
+        << "a minute does not fill the chart";
+}
+
+TEST(HistoryBars, LittleRoom_LeavesOutNamesRegularly)
+{
+    const QDate end(2024, 3, 5);
+    const auto named = [&](int weeks, double width, const QDate &first) {
+        const std::vector<HistoryBar> bars = HistoryBars(HistoryOf(end, weeks, {{first, 60}}));
+        const BarPlaces places(bars, QSizeF(width, 200), 14);
+        QStringList names;
+        for (size_t bar = places.First(); bar < bars.size(); ++bar)
+            if (places.HasName(bar, SpanOfBars(weeks), 28))
+                names += BarName(bars[bar], SpanOfBars(weeks), end) + BarDetail(bars[bar], SpanOfBars(weeks));
+        return names.join(u' ');
+    };
+    EXPECT_EQ(named(1, 300, end), u"水 木 金 土 日 月 今日10問"_s);
+    EXPECT_EQ(named(4, 100, end), u"2/14 2/2810問"_s);
+    EXPECT_EQ(named(60, 14 * 14, QDate(2023, 2, 1)), u"4月 7月 10月 1月2024"_s);
+    EXPECT_EQ(named(520, 122, QDate(2015, 1, 1)).count(u"1月"), 4) << "the months that fit";
+}
+
+TEST(Calendar, Year_EndsWithTodayAndHasSundayOnTop)
+{
+    const Rows<const char *, QDate, double, QDate> rows = {
+        {"Thursday", QDate(2026, 11, 26), 700, QDate(2025, 11, 27)},
+        {"Sunday, alone in its week", QDate(2026, 11, 22), 700, QDate(2025, 11, 23)},
+        {"Saturday", QDate(2026, 11, 28), 700, QDate(2025, 11, 29)},
+        {"leap year", QDate(2024, 12, 31), 700, QDate(2024, 1, 2)},
+        {"room for ten weeks", QDate(2026, 11, 26), 118, QDate(2026, 9, 20)},
+    };
+    for (const auto &[name, today, width, first] : rows) {
+        const CalendarPlaces places(today, QSizeF(width, 110), 14);
+        EXPECT_EQ(places.FirstDay(), first) << name;
+        EXPECT_LE(places.Square(today).right(), width) << name;
+        std::set<std::pair<double, double>> squares;
+        for (QDate day = first; day <= today; day = day.addDays(1)) {
+            const QRectF square = places.Square(day);
+            squares.insert({square.x(), square.y()});
+            EXPECT_EQ(places.DayAt(square.topLeft()), day) << name;
+            EXPECT_EQ(square.y() == places.WeekdayName(0).y(), day.dayOfWeek() == Qt::Sunday) << name;
+        }
+        EXPECT_EQ(qint64(squares.size()), first.daysTo(today) + 1) << name;
+        EXPECT_FALSE(places.DayAt(places.Square(today.addDays(1)).center()).isValid()) << name;
+        const QPointF before =
+            first.dayOfWeek() == Qt::Sunday ? QPointF(1, 50) : places.Square(first.addDays(-1)).center();
+        EXPECT_FALSE(places.DayAt(before).isValid()) << name;
+    }
+    const Rows<qint64, int, int> steps = {{0, 0, 0},    {0, 1, 1},    {899, 1, 1},  {900, 1, 2},
+                                          {1799, 1, 2}, {1800, 1, 3}, {3599, 1, 3}, {3600, 1, 4}};
+    for (const auto &[seconds, answers, step] : steps)
+        EXPECT_EQ(CalendarStep({seconds, answers}), step) << seconds;
+}
+
+TEST(History, DayTyped_IsTheLastSuchDay)
+{
+    const QDate today(2026, 11, 26);
+    const Rows<QString, QDate> rows = {
+        {u"2026/01/05"_s, QDate(2026, 1, 5)},
+        {u"2026/1/5"_s, QDate(2026, 1, 5)},
+        {u"1/5"_s, QDate(2026, 1, 5)},
+        {u"11/26"_s, today},
+        {u"11/27"_s, QDate(2025, 11, 27)},
+        {u"2/29"_s, QDate(2024, 2, 29)},
+        {u"2027/12/31"_s, QDate(2027, 12, 31)},
+        {u"2/30"_s, QDate()},
+        {u"26/1/5"_s, QDate()},
+        {u"0000/1/1"_s, QDate()},
+        {u"1/"_s, QDate()},
+        {u"１/５"_s, QDate()},
+        {QString(), QDate()},
+    };
+    for (const auto &[text, day] : rows)
+        EXPECT_EQ(ReadDay(text, today), day) << text.toStdString();
 }
 
 TEST(PrintableCopy, Written_KeepsTextAndBlanksAnswers)
@@ -213,8 +337,9 @@ class HistoryWindowTest : public WindowTest
 
 TEST_F(HistoryWindowTest, SpanEntered_ShowsItsSessions)
 {
-    const QStringList thisWeek = {u"2024/03/05(火)"_s, u"08:00      　30秒   4問 a"_s, u"10:00    60分 9秒   3問 a"_s};
-    const QStringList twoWeeks = thisWeek + QStringList{u"2024/02/21(水)"_s, u"09:00     1分 0秒   5問 a"_s};
+    const QStringList thisWeek = {u"2024/03/05(火)　1時間0分 7問"_s, u"08:00      　30秒   4問 a"_s,
+                                  u"10:00    60分 9秒   3問 a"_s};
+    const QStringList twoWeeks = thisWeek + QStringList{u"2024/02/21(水)　1分 5問"_s, u"09:00     1分 0秒   5問 a"_s};
     script.When(u"frmFile"_s, [&](QWidget *dialog) {
         auto *const weeks = dialog->findChild<QLineEdit *>(u"txtWeekN"_s);
         auto *const date = dialog->findChild<QLineEdit *>(u"txtYmd"_s);
@@ -226,7 +351,7 @@ TEST_F(HistoryWindowTest, SpanEntered_ShowsItsSessions)
         EXPECT_EQ(Label(u"lblSumTime"_s), u"1時間 1分 39秒"_s);
         EXPECT_EQ(Label(u"lblSumAns"_s), u"12"_s);
         weeks->setText(u"x"_s);
-        date->setText(u"2024/02/3"_s);
+        date->setText(u"2024/02/30"_s);
         EXPECT_EQ(Records(), twoWeeks) << "invalid input changes nothing";
         weeks->setText(u"1"_s);
         date->setText(u"2024/02/21"_s);
@@ -239,6 +364,130 @@ TEST_F(HistoryWindowTest, SpanEntered_ShowsItsSessions)
     });
     EXPECT_EQ(window.Choose(u"notepad.exe"_s), FileChoice::Cancelled);
     EXPECT_TRUE(services.messages.isEmpty());
+}
+
+TEST_F(HistoryWindowTest, DateTypedShort_IsWrittenInFullOnLeavingTheField)
+{
+    window.show();
+    auto *const date = window.findChild<QLineEdit *>(u"txtYmd"_s);
+    window.activateWindow();
+    date->setFocus();
+    ASSERT_TRUE(WaitFor([date] { return date->hasFocus(); }));
+    date->selectAll();
+    QTest::keyClicks(date, u"2/21"_s);
+    EXPECT_EQ(date->text(), u"2/21"_s) << "not while typing";
+    EXPECT_EQ(Records().size(), 4);
+    QTest::keyClick(date, Qt::Key_Return);
+    EXPECT_EQ(date->text(), u"2024/02/21"_s);
+    EXPECT_TRUE(window.isVisible()) << "Enter must not open a file";
+    window.findChild<QAbstractButton *>(u"cmdPrev"_s)->click();
+    EXPECT_EQ(date->text(), u"2024/02/14"_s);
+    EXPECT_EQ(Records(), QStringList());
+    date->setText(u"2/2x"_s);
+    window.findChild<QWidget *>(u"lstFile"_s)->setFocus();
+    EXPECT_EQ(date->text(), u"2/2x"_s) << "what is no date stays for its author";
+}
+
+TEST_F(HistoryWindowTest, SessionJustEnded_IsChosenAndPraised)
+{
+    AddSession(QDateTime(QDate(2024, 3, 5), QTime(19, 32)), 760, 67);
+    const QDateTime start(QDate(2024, 3, 5), QTime(19, 32, 10));
+    script.When(u"frmFile"_s, [this](QWidget *dialog) {
+        LetRead();
+        EXPECT_EQ(dialog->findChild<QListView *>(u"lstRecord"_s)->currentIndex().data(),
+                  u"19:32    12分40秒  67問 a"_s);
+        EXPECT_EQ(dialog->findChild<QLabel *>(u"lblReward"_s)->accessibleName().section(u'　', -2),
+                  u"今日 1時間13分 74問　今回 12分40秒 67問"_s);
+        dialog->close();
+    });
+    window.Choose(u"notepad.exe"_s, {start, {760, 67}});
+    script.When(u"frmFile"_s, [this](QWidget *dialog) {
+        LetRead();
+        EXPECT_FALSE(dialog->findChild<QListView *>(u"lstRecord"_s)->currentIndex().isValid());
+        dialog->close();
+    });
+    window.Choose(u"notepad.exe"_s, {start, {760, 0}});
+}
+
+TEST_F(HistoryWindowTest, BarOrDayChosen_ListGoesThere)
+{
+    window.show();
+    const auto *const records = window.findChild<QListView *>(u"lstRecord"_s);
+    const auto *const sentence = window.findChild<QLabel *>(u"lblSentence"_s);
+    auto *const bars = window.findChild<DayChart *>(u"picHistory"_s);
+    auto *const tabs = window.findChild<QTabBar *>(u"tabCharts"_s);
+    window.findChild<QLineEdit *>(u"txtWeekN"_s)->setText(u"2"_s);
+    LetRead();
+    EXPECT_EQ(sentence->text(), u"この2週間は 2日，1時間1分，12問"_s);
+    for (const Qt::Key key : {Qt::Key_Left, Qt::Key_Home, Qt::Key_Return})
+        QTest::keyClick(bars, key);
+    EXPECT_EQ(records->currentIndex().row(), 3);
+    EXPECT_EQ(sentence->text(), u"2/21(水) 1分 5問"_s);
+    EXPECT_EQ(bars->accessibleName(), u"学習時間の棒グラフ 2/21(水) 1分 5問"_s);
+    QTest::mouseClick(bars, Qt::LeftButton, {}, QPoint(bars->width() - 30, bars->height() / 2));
+    EXPECT_EQ(records->currentIndex().row(), 0);
+
+    tabs->setCurrentIndex(1);
+    auto *const calendar = window.findChild<DayChart *>(u"picCalendar"_s);
+    EXPECT_TRUE(WaitFor([&] { return sentence->text() == u"2024/03/05(火)　1時間0分 7問"_s; }));
+    EXPECT_EQ(calendar->accessibleDescription(), u"この1年は 3日，1時間2分　最長 2日連続"_s);
+    for (const Qt::Key key : {Qt::Key_End, Qt::Key_Left, Qt::Key_Left, Qt::Key_Return})
+        QTest::keyClick(calendar, key);
+    EXPECT_EQ(sentence->text(), u"2024/02/20(火)　1分 99問"_s);
+    LetRead();
+    EXPECT_EQ(window.findChild<QLineEdit *>(u"txtYmd"_s)->text(), u"2024/02/20"_s) << "was not in the list";
+    EXPECT_EQ(records->currentIndex().data(), u"2024/02/20(火)　1分 99問"_s);
+}
+
+TEST_F(HistoryWindowTest, FileTable_SortsAndOpensTheFile)
+{
+    DBInsRecKotoban(database, QDateTime(QDate(2024, 3, 4), QTime(9, 0)), u"花/子"_s, u"gone"_s);
+    services.now = QDateTime(QDate(2024, 3, 4), QTime(9, 2));
+    DBUpdRecKotoban(database, services, QDateTime(QDate(2024, 3, 4), QTime(9, 0)), u"花/子"_s, 50);
+    services.now = QDateTime(QDate(2024, 3, 5), QTime(12, 0));
+    script.When(u"frmFile"_s, [](QWidget *dialog) {
+        auto *const table = dialog->findChild<QTableView *>(u"tblFiles"_s);
+        dialog->findChild<QTabBar *>(u"tabCharts"_s)->setCurrentIndex(2);
+        const auto *const sentence = dialog->findChild<QLabel *>(u"lblSentence"_s);
+        EXPECT_TRUE(WaitFor([&] { return sentence->text() == u"これまでに 2ファイル，5回，1時間4分"_s; }));
+        const auto row = [table](int number) {
+            QStringList cells;
+            for (int column = 0; column < table->model()->columnCount(); ++column)
+                cells += table->model()->index(number, column).data().toString();
+            return cells.join(u'|');
+        };
+        EXPECT_EQ(row(0), u"a|1時間2分|4|111|今日|"_s);
+        EXPECT_EQ(row(1), u"gone|2分|1|50|3/4（月）|"_s);
+        table->sortByColumn(0, Qt::DescendingOrder);
+        EXPECT_TRUE(row(0).startsWith(u"gone"));
+        table->setCurrentIndex(table->model()->index(0, 0));
+        QTest::keyClick(table, Qt::Key_Return);
+    });
+    script.Click(u"frmMsg"_s, u"cmdOK"_s);
+    script.When(u"frmFile"_s, [](QWidget *dialog) {
+        auto *const table = dialog->findChild<QTableView *>(u"tblFiles"_s);
+        table->setCurrentIndex(table->model()->index(1, 0));
+        QTest::keyClick(table, Qt::Key_Return);
+    });
+    EXPECT_EQ(window.Choose(u"notepad.exe"_s), FileChoice::Chosen);
+    EXPECT_EQ(script.messages.value(0), u"この学習ファイルは，フォルダにありません。\n    gone"_s);
+    EXPECT_TRUE(window.ChosenPath().endsWith(u"a.txt"_s));
+}
+
+TEST_F(HistoryWindowTest, TableRequested_HasARowForEachSession)
+{
+    EXPECT_TRUE(database.SQLite3NonQuery(u"update t_kotoban set file_name = '=a,\"b' where num_answer = 3"_s));
+    window.show();
+    LetRead();
+    window.findChild<QLineEdit *>(u"txtWeekN"_s)->setText(u"x"_s);
+    script.Click(u"frmMsg"_s, u"cmdOK"_s);
+    window.findChild<QAction *>(u"cmdRecordTable"_s)->trigger();
+    EXPECT_EQ(script.messages.value(0),
+              u"学習記録をCSVに出力しました。\n    ファイル名＝花_子_瞬記帳学習記録2024_0305までの1週分.csv\n"_s);
+    EXPECT_EQ(folder.Read(u"rec/花_子_瞬記帳学習記録2024_0305までの1週分.csv"_s),
+              QString(u"\uFEFF利用者,日付,開始,秒,回答数,ファイル\r\n花/子,2024/03/05,08:00,30,4,a\r\n"
+                      u"花/子,2024/03/05,10:00,3609,3,\"'=a,\"\"b\"\r\n"_s)
+                  .toUtf8());
 }
 
 TEST_F(HistoryWindowTest, ClockSetBack_CountsAsNoTime)
@@ -289,7 +538,7 @@ TEST_F(HistoryWindowTest, HistoryNotRead_SaysSoAndKeepsTheReport)
     window.findChild<QAbstractButton *>(u"cmdFile"_s)->click();
     const QByteArray written = folder.Read(report);
     EXPECT_EQ(FromCodePage932(written), ReportText(ReadHistory(database, QDate(2024, 3, 5), 1, u"花/子"_s)));
-    EXPECT_EQ(chart->accessibleDescription(), QString());
+    EXPECT_EQ(chart->accessibleDescription(), u"この1週間は 1日，1時間0分，7問"_s);
 
     EXPECT_TRUE(database.SQLite3NonQuery(u"alter table t_kotoban rename to t_away"_s));
     weeks->setText(u"2"_s);
@@ -306,7 +555,7 @@ TEST_F(HistoryWindowTest, HistoryNotRead_SaysSoAndKeepsTheReport)
     EXPECT_TRUE(database.SQLite3NonQuery(u"alter table t_away rename to t_kotoban"_s));
     weeks->setText(u"2"_s);
     EXPECT_EQ(Records().size(), 5);
-    EXPECT_EQ(chart->accessibleDescription(), QString());
+    EXPECT_EQ(chart->accessibleDescription(), u"この2週間は 2日，1時間1分，12問"_s);
     window.findChild<QLineEdit *>(u"txtYmd"_s)->setText(u"2020/01/01"_s);
     EXPECT_EQ(chart->accessibleDescription(), u"この期間の記録はありません"_s);
 }
@@ -326,11 +575,12 @@ TEST_F(HistoryWindowTest, TotalNotRead_LeavesHistoryEmpty)
 TEST_F(HistoryWindowTest, WeekWithSessions_ReportHasListAndTotals)
 {
     const History history = ReadHistory(database, QDate(2024, 3, 5), 1, u"花/子"_s);
-    EXPECT_EQ(ReportText(history), u"2024/03/05(火)\r\n08:00      　30秒   4問 a\r\n10:00    60分 9秒   3問 a\r\n"
-                                   u"総学習時間＝1時間 0分 39秒  総回答数＝7\r\n"_s);
+    EXPECT_EQ(ReportText(history),
+              u"2024/03/05(火)　1時間0分 7問\r\n08:00      　30秒   4問 a\r\n10:00    60分 9秒   3問 a\r\n"
+              u"総学習時間＝1時間 0分 39秒  総回答数＝7\r\n"_s);
     ASSERT_EQ(history.Days().size(), 1u);
-    EXPECT_EQ(history.Days()[0].seconds, 3639);
-    EXPECT_EQ(history.Days()[0].answers, 7);
+    EXPECT_EQ(history.Days()[0].sum.seconds, 3639);
+    EXPECT_EQ(history.Days()[0].sum.answers, 7);
     database.Close();
     EXPECT_EQ(ReadHistory(database, QDate(2024, 3, 5), 1, u"花/子"_s).LineCount(), 0);
     EXPECT_EQ(services.messages.size(), 1) << "the totals must not report the same fault again";
@@ -342,11 +592,11 @@ TEST_F(HistoryWindowTest, ForeignTable_IsStillRead)
     EXPECT_TRUE(database.SQLite3NonQuery(u"update t_kotoban set ymd_sta = '2024/02/3x' where num_answer = 3"_s));
     const History foreign = ReadHistory(database, start.date(), 1, u"花/子"_s);
     ASSERT_EQ(foreign.LineCount(), 4);
-    EXPECT_EQ(foreign.Line(2), u"2024/02/3x"_s) << "an invalid date is shown as recorded";
+    EXPECT_EQ(foreign.Line(2), u"2024/02/3x　0分 3問"_s) << "an invalid date is shown as recorded";
     EXPECT_EQ(foreign.Line(3), u"10:00      　 0秒   3問 a"_s) << "without a start there is no duration";
     AddSession(start, 1, 2'147'483'647);
     AddSession(start.addSecs(60), 1, 2'147'483'647);
-    EXPECT_EQ(ReadHistory(database, start.date(), 1, u"花/子"_s).Days().at(0).answers, 2 * 2'147'483'647LL + 4);
+    EXPECT_EQ(ReadHistory(database, start.date(), 1, u"花/子"_s).Days().at(0).sum.answers, 2 * 2'147'483'647LL + 4);
     // SQLite reports column names in the case of their declaration.
     EXPECT_TRUE(database.SQLite3NonQuery(u"alter table t_kotoban rename column ymd_sta to YMD_STA"_s));
     EXPECT_EQ(ReadHistory(database, start.date(), 1, u"花/子"_s).LineCount(), 6);
@@ -405,7 +655,7 @@ TEST_F(HistoryWindowTest, ReadInSlices_YieldsWholeHistory)
     EXPECT_LT(most, 40);
     QStringList lines;
     for (int line = 0; line < reader.Result().LineCount(); ++line)
-        lines += reader.Result().Line(line);
+        lines += reader.Result().Line(line).section(u'　', 0, reader.Result().IsHeading(line) ? 0 : -1);
     EXPECT_EQ(lines, expected);
     EXPECT_EQ(reader.Result().TotalTime(), HoursMinutesSeconds(DBSumTimeKotoban(database, end, weeks * 7, u"花/子"_s)));
     EXPECT_EQ(reader.Result().TotalAnswers(), QString::number(DBSumAnsKotoban(database, end, weeks * 7, u"花/子"_s)));

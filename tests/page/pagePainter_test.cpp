@@ -36,11 +36,8 @@ class PaintedPage
   public:
     PaintedPage(const QStringList &lines, double scale, int topLine = 1, const PageColours &colours = LightPage,
                 const PageLayout &layout = Layout)
-        : text(LinesOf(lines)), page{.text = text,
-                                     .round = round,
-                                     .colours = colours,
-                                     .layout = layout,
-                                     .topLine = topLine},
+        : text(LinesOf(lines)),
+          page{.text = text, .round = round, .colours = colours, .layout = layout, .topLine = topLine},
           m_font(FontFor(layout), scale), m_image((QSizeF(Whole.size()) * scale).toSize(), QImage::Format_RGB32)
     {
         round.Load(text.Blanks().Count());

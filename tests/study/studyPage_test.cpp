@@ -178,9 +178,9 @@ TEST(StudyPage, OnlyHard_GoesFromWordToWord)
     };
     // Keys; then how many hard answers are shown, the top line, and how many are hidden if none is in view.
     const Rows<QString, QString> rows = {
-        {u"N"_s, u"0 5 0"_s},        {u"OE"_s, u"1 1 0"_s},     {u"OEE"_s, u"2 1 2"_s},
-        {u"OEEE"_s, u"2 20 0"_s},    {u"OEEEE"_s, u"3 20 1"_s}, {u"OEEEEE"_s, u"3 29 0"_s},
-        {u"ONN"_s, u"0 9 4"_s},      {u"ONNEE"_s, u"1 20 3"_s}, {u"OZEE"_s, u"1 3 0"_s}, // the first one above
+        {u"N"_s, u"0 5 0"_s},         {u"OE"_s, u"1 1 0"_s},     {u"OEE"_s, u"2 1 2"_s},
+        {u"OEEE"_s, u"2 20 0"_s},     {u"OEEEE"_s, u"3 20 1"_s}, {u"OEEEEE"_s, u"3 29 0"_s},
+        {u"ONN"_s, u"0 9 4"_s},       {u"ONNEE"_s, u"1 20 3"_s}, {u"OZEE"_s, u"1 3 0"_s}, // the first one above
         {u"OZEEEEEE"_s, u"4 20 0"_s},
     };
     for (const auto &[keys, state] : rows)
@@ -277,9 +277,9 @@ TEST(StudyPage, LineWhereUserStopped_IsOfferedUntilPageMovesOrAnswer)
 {
     // The line, keys and the length of the text that is read then; then the offered line and where the user stops.
     const Rows<int, QString, int, int, int> rows = {
-        {4, u""_s, 5, 4, 4},    {4, u"HU"_s, 5, 4, 4},  {4, u"EHU"_s, 5, 0, 1}, {4, u"L"_s, 5, 0, 1},
-        {5, u""_s, 4, 0, 4},    {4, u"N"_s, 5, 0, 4},   {4, u"NPP"_s, 5, 0, 4}, {1, u""_s, 5, 0, 1},
-        {1, u"N"_s, 5, 0, 1},   {0, u"NEPP"_s, 5, 0, 5}, {2, u"NL"_s, 4, 0, 4},
+        {4, u""_s, 5, 4, 4},  {4, u"HU"_s, 5, 4, 4},   {4, u"EHU"_s, 5, 0, 1}, {4, u"L"_s, 5, 0, 1},
+        {5, u""_s, 4, 0, 4},  {4, u"N"_s, 5, 0, 4},    {4, u"NPP"_s, 5, 0, 4}, {1, u""_s, 5, 0, 1},
+        {1, u"N"_s, 5, 0, 1}, {0, u"NEPP"_s, 5, 0, 5}, {2, u"NL"_s, 4, 0, 4},
     };
     for (const auto &[lastLine, keys, lineCount, offered, stopped] : rows) {
         KeyedPage page(Lines, 3, {}, lastLine);
