@@ -88,6 +88,9 @@ select='^ファイル選択 Ver'
 start_desktop
 start_program "$application"
 wait_for "the user selection" is_focused 'ログイン画面$'
+for ((ago = 8; ago < 300; ago += 1 + ago % 3)); do # a year, for the calendar
+    studied "$ago" 19:10 日本史年表 "19:$((12 + ago * 7 % 47)):00" "$((10 + ago * 5 % 60))"
+done
 studied 6 19:10 英単語入門 19:24:30 42
 studied 4 20:05 日本史年表 20:31:12 88
 studied 3 19:40 英単語入門 19:48:05 36
@@ -100,7 +103,11 @@ xdotool key Return
 wait_for "the file selection" is_focused "$select"
 choose_row "$(row_of "$application" 日本史年表.txt)"
 take select "$select"
-xdotool key alt+m
+xdotool key alt+y
+take history "$select"
+xdotool key alt+a
+take history-files "$select"
+xdotool key alt+g alt+m
 take_with_menu others "$select"
 xdotool key Escape ctrl+e
 wait_for "the export" is_focused '^書き出す$'

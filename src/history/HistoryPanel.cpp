@@ -171,7 +171,7 @@ void HistoryPanel::SetNarrow(bool isNarrow)
     const QSignalBlocker noChange(tabCharts);
     const int shown = tabCharts->currentIndex();
     if (isNarrow) {
-        tabCharts->insertTab(0, u"一覧(&Z)"_s);
+        tabCharts->insertTab(0, u"一覧"_s);
         m_charts->insertWidget(0, lstRecord);
     } else {
         tabCharts->removeTab(0);
