@@ -28,8 +28,8 @@ class SystemServices
     /// device is missing.
     virtual void PlaySoundFile(const QString &path) = 0;
 
-    /// Starts reading a text aloud and returns at once. Silent if there is no voice. No text, whatever it contains, can
-    /// start anything else.
+    /// Ends the text that is being read aloud, starts reading this one and returns at once. Silent if there is no voice.
+    /// No text, whatever it contains, can start anything else.
     virtual void Speak(const QString &text) = 0;
 
     /// Whether a voice is available.

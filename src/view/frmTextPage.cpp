@@ -5,6 +5,7 @@
 // asks what comes back.
 #include "page/PageFrame.h"
 #include "page/picText.h"
+#include "platform/modVoice.h"
 #include "settings/modSpeech.h"
 #include "settings/modZoom.h"
 #include "view/StudyBar.h"
@@ -231,7 +232,7 @@ void frmText::chkSpeak_Click()
     picText->setFocus();
     if (m_bar->chkSpeak->isChecked() && !m_isVoiceTold && !m_services.HasVoice()) {
         m_isVoiceTold = true;
-        Ask(u"音声がありません。"_s, MsgStyle::Ok, u"notify.wav"_s);
+        Ask(u"音声がありません。\r\n"_s + VoiceAdvice(), MsgStyle::Ok, u"notify.wav"_s);
     }
 }
 

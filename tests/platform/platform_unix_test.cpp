@@ -84,12 +84,40 @@ TEST(Voice, SpeakHostileText_PassesItAsOneArgument)
     const QByteArray path = qgetenv("PATH");
     qputenv("PATH", QFile::encodeName(folder.Path()));
     QByteArray said;
+    Voice voice;
     for (const auto &[text, language] :
          {std::pair{u"\"+new A(\"B\").Run(\"c\")+\""_s, "en"}, {u"$(touch 漢)"_s, "ja"}, {u"--help"_s, "en"}}) {
-        Voice().Speak(text);
+        voice.Speak(text);
         said += QByteArray("-l|") + language + "|--|" + text.toUtf8() + '|';
         EXPECT_TRUE(WaitFor([&] { return folder.Read(u"said"_s) == said; })) << said.constData();
     }
+    qputenv("PATH", path);
+}
+
+TEST(Voice, SpeakBeforeTheTextBeforeHasEnded_EndsIt)
+{
+    const TestFolder folder;
+    const QString program =
+        folder.Write(u"espeak-ng"_s, "#!/bin/sh\necho $$ >> \"${0%/*}/started\"\nexec /bin/sleep 1000\n");
+    QFile::setPermissions(program, QFile::ReadOwner | QFile::ExeOwner);
+    const QByteArray path = qgetenv("PATH");
+    qputenv("PATH", QFile::encodeName(folder.Path()));
+    const auto started = [&folder](qsizetype count) {
+        return WaitFor([&] { return folder.Read(u"started"_s).count('\n') == count; });
+    };
+    const auto hasEnded = [&folder](qsizetype index) {
+        const int id = folder.Read(u"started"_s).split('\n')[index].toInt();
+        return WaitFor([id] { return id > 0 && kill(id, 0) != 0; });
+    };
+    {
+        Voice voice;
+        voice.Speak(u"first"_s);
+        ASSERT_TRUE(started(1));
+        voice.Speak(u"second"_s);
+        ASSERT_TRUE(started(2));
+        EXPECT_TRUE(hasEnded(0));
+    }
+    EXPECT_TRUE(hasEnded(1)) << "with the program";
     qputenv("PATH", path);
 }
 

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 // What the study window saves for the next day, and what helps in learning: marks, places, hints, undo, reading aloud.
+#include "platform/modVoice.h"
 #include "view/StudyWindowTest.h"
 
 #include <QCheckBox>
@@ -134,12 +135,12 @@ TEST_F(StudyWindowTest, MarksNotSavedDuringQuestion_AreReportedAfterItsAnswer)
 
 TEST_F(StudyWindowTest, ThirdSpeakState_ReadsAnswersAloud)
 {
-    OpenWith({u"[apple] [pen]"_s});
+    OpenWith({u"[アップルpie] [pen]"_s});
     auto *const speak = Child<QCheckBox>(u"chkSpeak");
     services.hasVoice = false;
     script.Click(u"frmMsg"_s, u"cmdOK"_s);
     speak->click();
-    EXPECT_EQ(script.messages, QStringList(u"音声がありません。"_s));
+    EXPECT_EQ(script.messages, QStringList(u"音声がありません。\n"_s + VoiceAdvice()));
     Press(Qt::Key_Return);
     EXPECT_TRUE(services.spoken.isEmpty()) << "only clicked words are read aloud";
     speak->click();
@@ -147,7 +148,7 @@ TEST_F(StudyWindowTest, ThirdSpeakState_ReadsAnswersAloud)
     EXPECT_EQ(services.spoken, QStringList(u"pen"_s));
     Click(Qt::LeftButton, 1, 1);
     Click(Qt::LeftButton, 1, 1);
-    EXPECT_EQ(services.spoken, QStringList({u"pen"_s, u"apple"_s})) << "read aloud only once";
+    EXPECT_EQ(services.spoken, QStringList({u"pen"_s, u"アップルpie"_s})) << "whole, and only once";
     speak->click();
     Click(Qt::LeftButton, 1, 1);
     EXPECT_EQ(services.spoken.size(), 2);

@@ -29,6 +29,43 @@ QString FindSpeaker()
     return FirstInstalled({u"spd-say"_s, u"espeak-ng"_s});
 }
 
+/// Each text is spoken by a process of its own. That of spd-say ends as soon as the speech service has the text; the
+/// service then ends the text before by itself.
+class Speakers
+{
+  public:
+    Speakers() = default;
+    Q_DISABLE_COPY_MOVE(Speakers)
+
+    ~Speakers()
+    {
+        EndAll();
+        for (QProcess *const speaker : m_processes.findChildren<QProcess *>())
+            speaker->waitForFinished(); // or QProcess warns that it is destroyed too early
+    }
+
+    void EndAll()
+    {
+        for (QProcess *const speaker : m_processes.findChildren<QProcess *>())
+            speaker->kill();
+    }
+
+    void Start(const QString &program, const QStringList &arguments)
+    {
+        auto *const speaker = new QProcess(&m_processes);
+        speaker->setStandardInputFile(QProcess::nullDevice());
+        speaker->setProcessChannelMode(QProcess::ForwardedChannels);
+        QObject::connect(speaker, &QProcess::stateChanged, speaker, [speaker](QProcess::ProcessState state) {
+            if (state == QProcess::NotRunning)
+                speaker->deleteLater();
+        });
+        speaker->start(program, arguments);
+    }
+
+  private:
+    QObject m_processes; // parent of those that have not ended
+};
+
 } // namespace
 
 bool Voice::IsThere()
@@ -36,11 +73,20 @@ bool Voice::IsThere()
     return !FindSpeaker().isEmpty();
 }
 
-// Each text is spoken by a process of its own, so there is no state to keep.
 void Voice::Speak(const QString &text)
 {
     const QString speaker = FindSpeaker();
+    if (speaker.isEmpty())
+        return;
+    if (!m_engine)
+        m_engine = std::make_shared<Speakers>();
+    Speakers *const speakers = static_cast<Speakers *>(m_engine.get());
     const QString languageOption = speaker.endsWith(u"spd-say") ? u"-l"_s : u"-v"_s;
-    if (!speaker.isEmpty())
-        QProcess::startDetached(speaker, {languageOption, LanguageOf(text), u"--"_s, text});
+    speakers->EndAll();
+    speakers->Start(speaker, {languageOption, LanguageOf(text), u"--"_s, text});
+}
+
+QString VoiceAdvice()
+{
+    return u"パッケージ espeak-ng をインストールしてください。"_s;
 }

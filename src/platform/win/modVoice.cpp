@@ -9,7 +9,7 @@
 
 namespace {
 
-// The system's speech interface (SAPI 5). An ISpVoice queues its texts and speaks them one after another.
+// The system's speech interface (SAPI 5). An ISpVoice queues its texts unless it is told to purge the queue.
 struct Engine
 {
     // S_FALSE (already initialized, by Qt) counts as success and must be balanced too.
@@ -58,5 +58,10 @@ bool Voice::IsThere()
 void Voice::Speak(const QString &text)
 {
     if (ISpVoice *const voice = VoiceOf(&m_engine))
-        voice->Speak(reinterpret_cast<LPCWSTR>(text.utf16()), SPF_ASYNC | SPF_IS_NOT_XML, nullptr);
+        voice->Speak(reinterpret_cast<LPCWSTR>(text.utf16()), SPF_ASYNC | SPF_IS_NOT_XML | SPF_PURGEBEFORESPEAK, nullptr);
+}
+
+QString VoiceAdvice()
+{
+    return QStringLiteral("Windows の「設定」の「時刻と言語」で，日本語の「テキスト読み上げ」を追加してください。");
 }
