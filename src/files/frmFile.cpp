@@ -97,9 +97,15 @@ void frmFile::hideEvent(QHideEvent *event)
         m_watcher->removePaths(m_watcher->directories());
 }
 
-/// Forwards list navigation keys from the filter field to the list.
+/// Forwards list navigation keys from the filter field to the list, and keeps fields from taking the key that exports:
+/// on some desktops it goes to the end of the line there.
 bool frmFile::eventFilter(QObject *object, QEvent *event)
 {
+    if (event->type() == QEvent::ShortcutOverride &&
+        static_cast<QKeyEvent *>(event)->keyCombination() == (Qt::CTRL | Qt::Key_E)) {
+        event->ignore();
+        return true;
+    }
     if (object == txtFilter && event->type() == QEvent::KeyPress) {
         const int key = static_cast<QKeyEvent *>(event)->key();
         if (key == Qt::Key_Up || key == Qt::Key_Down || key == Qt::Key_PageUp || key == Qt::Key_PageDown)
@@ -133,6 +139,10 @@ void frmFile::Form_Activate()
     ListFiles();
     if (SelectedName().isEmpty())
         Select(m_folder.NameOfTitle(m_stops.LastTitle(m_userName)));
+    if (SelectedName().isEmpty())
+        Select(u"はじめに.txt"_s);
+    if (SelectedName().isEmpty())
+        lstFile->setCurrentIndex(m_files->index(0)); // so that even a new user's first Enter opens a file
     m_history->ShowThisWeek(m_ended.sum.answers > 0 ? m_ended.start : QDateTime());
     if (m_tallies.ReadRecent(m_services.Now().date()))
         m_tallying->start(0);

@@ -69,6 +69,8 @@ frmFile::frmFile(SystemServices &services, StudyDatabase &database, frmMsg &msg,
     auto *const column = new QVBoxLayout(content);
     column->addWidget(TopBand(userName));
     column->addLayout(halves, 1);
+    for (QLineEdit *const field : findChildren<QLineEdit *>())
+        field->installEventFilter(this);
     SetUpTabOrder();
     FitToScreen(this, content, QSize(Ems(fontMetrics(), 80), 36 * fontMetrics().height()), m_bottom);
     column->setContentsMargins(0, 0, 0, 0); // the band reaches from edge to edge
@@ -150,7 +152,6 @@ void frmFile::SetUpFilter()
     txtFilter->setPlaceholderText(u"名前で絞り込み"_s);
     txtFilter->setClearButtonEnabled(true);
     txtFilter->setToolTip(u"名前にこの言葉のあるファイルだけを表示します (Alt+N)"_s);
-    txtFilter->installEventFilter(this);
     DimPlaceholder(txtFilter);
     connect(txtFilter, &QLineEdit::textChanged, this, &frmFile::txtFilter_Change);
     connect(new QShortcut(Qt::ALT | Qt::Key_N, txtFilter), &QShortcut::activated, txtFilter,

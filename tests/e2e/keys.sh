@@ -103,6 +103,18 @@ end
 expect "answers from the end" 1 "$(answers)"
 expect "left edge" "$left" "$(grep FormLeft "$application/Kotoban.ini")"
 
+# In the filter and in the field for the last day, this key of the window must not go to the end of the line.
+start_program "$application"
+log_in hanako
+for field in alt+n alt+d; do
+    xdotool key "$field" ctrl+e
+    wait_for "the export from $field" is_focused '^書き出す$'
+    xdotool key Escape
+    wait_for "the file selection" is_focused '^ファイル選択 Ver'
+done
+xdotool key alt+x
+wait_for_end 0
+
 # A session that cannot be recorded is reported, and the message can be answered.
 cp "$application/txt/1.txt" "$application/txt/'.txt"
 start_program "$application"

@@ -95,10 +95,33 @@ TEST_F(FileWindowTest, HomeThenEnter_ChoosesFirstFile)
     EXPECT_EQ(window.Choose(u"notepad.exe"_s), FileChoice::Cancelled);
 }
 
+TEST_F(FileWindowTest, FirstEnterOfANewUser_OpensTheIntroductionOrTheFirstFile)
+{
+    folder.WriteStudyFile(u"txt/b.txt"_s, {u"[ok]"_s});
+    const Rows<const char *, QString, QString> rows = {
+        {"nothing studied, no introduction", QString(), u"a good.txt"_s},
+        {"nothing studied", u"はじめに.txt"_s, u"はじめに.txt"_s},
+        {"studied before", u"ListPlace.txt"_s, u"b.txt"_s},
+    };
+    for (const auto &[name, added, chosen] : rows) {
+        if (added == u"ListPlace.txt"_s)
+            EXPECT_FALSE(PlaceList(folder.Path(added)).Write(u"花子"_s, u"b"_s, 1));
+        else if (!added.isEmpty())
+            folder.WriteStudyFile(u"txt/"_s + added, {u"[ok]"_s});
+        frmFile opened(services, database, msg, settings, folder.Path(), u"花子"_s, nullptr);
+        Press(Qt::Key_Return);
+        EXPECT_EQ(opened.Choose(QString()), FileChoice::Chosen) << name;
+        EXPECT_EQ(QFileInfo(opened.ChosenPath()).fileName(), chosen) << name;
+    }
+}
+
 TEST_F(FileWindowTest, NoSelectionOrBadFile_IsRefusedAndEditorOffered)
 {
+    script.When(u"frmFile"_s,
+                [](QWidget *dialog) { dialog->findChild<QLineEdit *>(u"txtFilter"_s)->setText(u"zzz"_s); });
     script.Click(u"frmFile"_s, u"cmdSelect"_s);
     script.Click(u"frmMsg"_s, u"cmdOK"_s);
+    script.When(u"frmFile"_s, [](QWidget *dialog) { dialog->findChild<QLineEdit *>(u"txtFilter"_s)->clear(); });
     Press(Qt::Key_End);
     Press(Qt::Key_End);
     script.Click(u"frmFile"_s, u"cmdSelect"_s);
