@@ -184,6 +184,18 @@ TEST(TakeFiles, TooLargeOldFile_IsNotReplaced)
     EXPECT_EQ(QDir(folder.Path()).entryList(QDir::Files).size(), 1);
 }
 
+TEST(CheckStudyFile, Samples_HaveBlanksAndNoRemarks)
+{
+    StudyFolder samples(QStringLiteral(SAMPLE_FOLDER));
+    samples.Refresh();
+    EXPECT_TRUE(samples.Names().contains(u"はじめに.txt"_s)) << "a new user's first file";
+    for (const QString &name : samples.Names()) {
+        samples.Check(name);
+        EXPECT_EQ(samples.Facts(name).remarks, QString()) << name.toStdString();
+        EXPECT_GT(samples.Facts(name).blanks, 0) << name.toStdString();
+    }
+}
+
 TEST(CheckStudyFile, EachFault_HasItsRemark)
 {
     const Rows<QString, QByteArray, QString> rows = {
