@@ -12,6 +12,7 @@
 #include "records/modPlaceList.h"
 #include "view/frmText.h"
 #include "widgets/DialogFocus.h"
+#include "widgets/HelpKey.h"
 #include "widgets/InputGuard.h"
 #include "widgets/OutlinedStyle.h"
 #include "widgets/PageFont.h"
@@ -93,6 +94,7 @@ int main(int argc, char *argv[])
     const QString folder = QDir::toNativeSeparators(QCoreApplication::applicationDirPath());
     const QString baseName = QFileInfo(QCoreApplication::applicationFilePath()).completeBaseName();
     QtSystemServices services;
+    const HelpKey helpKey(services, folder);
     QTranslator qtTexts;
     if (qtTexts.load(u":/qt_ja.qm"_s))
         QApplication::installTranslator(&qtTexts);

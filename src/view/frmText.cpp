@@ -19,6 +19,7 @@
 #include "widgets/BarButton.h"
 #include "widgets/InputGuard.h"
 #include "widgets/frmMsg.h"
+#include "widgets/modHelp.h"
 
 #include <QCloseEvent>
 #include <QCoreApplication>
@@ -246,11 +247,7 @@ bool frmText::EditSettings(QWidget *owner)
 void frmText::cmdDispHowToUse_Click()
 {
     WriteTrace(u"■frmText.cmdDispHowToUse_Click()");
-    const QString help = JoinPath(JoinPath(m_context.applicationFolder, u"htm"_s), u"index.htm"_s);
-    if (!QFileInfo::exists(help))
-        m_services.ShowMessage(help + u"が見つかりません。"_s);
-    else if (!m_services.OpenWithShell(help, m_context.applicationFolder))
-        m_services.ShowMessage(help + u"\r\nを開けません。"_s);
+    ShowHelp(m_services, m_context.applicationFolder, HelpPageOf(objectName()));
 }
 
 void frmText::cmdSearch_Click()

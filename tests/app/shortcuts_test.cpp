@@ -5,6 +5,7 @@
 #include "app/frmLogin.h"
 #include "files/frmFile.h"
 #include "view/StudyWindowTest.h"
+#include "widgets/HelpKey.h"
 
 #include <QAction>
 #include <QRegularExpression>
@@ -105,7 +106,55 @@ TEST_F(StudyWindowTest, ShortcutsBeforeStudying_StandInTheHelpAndNoOthers)
     KeyNames bound;
     bound.AddThoseOf(&login);
     bound.AddThoseOf(&file);
+    bound.Add(Qt::Key_F1); // by HelpKey
     KeyNames inHelp;
     inHelp.AddThoseOfHelp(u"index.htm"_s);
     EXPECT_EQ(bound.Sorted(), inHelp.Sorted());
+}
+
+TEST_F(StudyWindowTest, F1_OpensThePageOfEachWindow)
+{
+    for (const QString &name : QDir(QStringLiteral(HELP_FOLDER)).entryList({u"*.htm"_s}))
+        folder.Write(u"htm/"_s + name, "x");
+    const HelpKey helpKey(services, folder.Path());
+    const auto press = [this](QWidget *focused) {
+        services.opened.clear();
+        QTest::keyClick(focused, Qt::Key_F1);
+        return services.opened.size() == 1 ? QFileInfo(services.opened.front()).fileName() : u"none"_s;
+    };
+    frmLogin login(services, msg, folder.Path(u"ListUserName.txt"_s), QString());
+    EXPECT_EQ(press(&login), u"index.htm"_s);
+    const SettingsFile settings(folder.Path(u"Kotoban.ini"_s));
+    folder.WriteStudyFile(u"txt/a.txt"_s, {u"[x]"_s});
+    frmFile file(services, database, msg, settings, folder.Path(), u"花子"_s, nullptr);
+    script.When(u"frmFile"_s, [&press](QWidget *dialog) {
+        EXPECT_EQ(press(dialog->findChild<QWidget *>(u"lstFile"_s)), u"files.htm"_s);
+        EXPECT_EQ(press(dialog->findChild<QWidget *>(u"txtYmd"_s)), u"history.htm"_s);
+        DialogScript::Press(dialog, u"cmdPrint"_s);
+    });
+    const auto closeAfter = [this, &press](const QString &dialogName, const QString &wanted) {
+        script.When(dialogName, [&press, wanted](QWidget *dialog) {
+            EXPECT_EQ(press(dialog), wanted);
+            dialog->close();
+        });
+    };
+    closeAfter(u"frmPrint"_s, u"teachers.htm"_s);
+    script.When(u"frmFile"_s, [](QWidget *dialog) { DialogScript::Press(dialog, u"cmdExport"_s); });
+    closeAfter(u"frmExport"_s, u"teachers.htm"_s);
+    script.When(u"frmFile"_s, [](QWidget *dialog) { dialog->close(); });
+    file.Choose(QString());
+
+    OpenWith({u"[x]"_s});
+    EXPECT_EQ(press(page), u"index.htm"_s);
+    closeAfter(u"frmIni"_s, u"settings.htm"_s);
+    Child<QPushButton>(u"cmdIni")->click();
+    Child<QPushButton>(u"cmdSearch")->click();
+    auto *const search = Child<QWidget>(u"frmSearch");
+    EXPECT_TRUE(WaitFor([search] { return search->isActiveWindow(); }));
+    EXPECT_EQ(press(search), u"settings.htm"_s);
+    script.When(u"frmMsg"_s, [&press](QWidget *dialog) {
+        EXPECT_EQ(press(dialog), u"index.htm"_s) << "that of its owner";
+        dialog->close();
+    });
+    msg.Refuse(window.get(), u"x"_s);
 }
