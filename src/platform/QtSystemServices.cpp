@@ -6,7 +6,12 @@
 #include "platform/modProcess.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QMessageBox>
+
+#include <utility>
+
+using namespace Qt::Literals::StringLiterals;
 
 void QtSystemServices::GoSilent()
 {
@@ -50,12 +55,31 @@ void QtSystemServices::Speak(const QString &text)
 
 bool QtSystemServices::OpenWithShell(const QString &path, const QString &workingFolder)
 {
-    return ShellOpen(path, workingFolder);
+    return ShellOpen(path, workingFolder, [this, path](const QString &advice) {
+        TellFailure(QDir::toNativeSeparators(path) + u"\r\nを開けません。\r\n"_s + advice);
+    });
 }
 
 bool QtSystemServices::StartCommandLine(const QString &commandLine)
 {
-    return StartProcess(commandLine);
+    return StartProcess(commandLine, [this](const QString &advice) {
+        TellFailure(u"テキストエディタを起動できません。\r\n"_s + advice);
+    });
+}
+
+void QtSystemServices::SetFailureTeller(const std::function<void(const QString &message)> &tell)
+{
+    m_tellFailure = tell;
+    for (const QString &message : std::exchange(m_failures, {}))
+        m_tellFailure(message);
+}
+
+void QtSystemServices::TellFailure(const QString &message)
+{
+    if (m_tellFailure)
+        m_tellFailure(message);
+    else
+        m_failures += message;
 }
 
 QDateTime QtSystemServices::Now() const

@@ -8,6 +8,8 @@
 #include "platform/modSystemServices.h"
 #include "platform/modVoice.h"
 
+#include <QStringList>
+
 class QtSystemServices : public SystemServices
 {
   public:
@@ -22,11 +24,16 @@ class QtSystemServices : public SystemServices
     bool HasVoice() override;
     bool OpenWithShell(const QString &path, const QString &workingFolder) override;
     bool StartCommandLine(const QString &commandLine) override;
+    void SetFailureTeller(const std::function<void(const QString &message)> &tell) override;
     QDateTime Now() const override;
 
   private:
+    void TellFailure(const QString &message);
+
     QString m_title;
     bool m_isSilent = false;
+    std::function<void(const QString &)> m_tellFailure;
+    QStringList m_failures; // that wait to be told
     SoundPlayer m_sound;
     Voice m_voice;
 };

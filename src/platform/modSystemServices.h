@@ -28,8 +28,8 @@ class SystemServices
     /// device is missing.
     virtual void PlaySoundFile(const QString &path) = 0;
 
-    /// Ends the text that is being read aloud, starts reading this one and returns at once. Silent if there is no voice.
-    /// No text, whatever it contains, can start anything else.
+    /// Ends the text that is being read aloud, starts reading this one and returns at once. Silent if there is no
+    /// voice. No text, whatever it contains, can start anything else.
     virtual void Speak(const QString &text) = 0;
 
     /// Whether a voice is available.
@@ -43,6 +43,11 @@ class SystemServices
     /// Starts a command line as a detached process, without waiting for it.
     /// @return false if nothing could be started
     [[nodiscard]] virtual bool StartCommandLine(const QString &commandLine) = 0;
+
+    /// Sets who tells the user that what one of these two has started soon ended with an error, because a program is
+    /// missing. What fails before that waits for it.
+    /// @param tell  gets the complete message; called at any time from the event loop, or from this function
+    virtual void SetFailureTeller(const std::function<void(const QString &message)> &tell) = 0;
 
     /// The current local time.
     virtual QDateTime Now() const = 0;

@@ -17,6 +17,7 @@
 #include "view/StudyBar.h"
 #include "view/StudyStateBar.h"
 #include "widgets/BarButton.h"
+#include "widgets/BlockedWindow.h"
 #include "widgets/InputGuard.h"
 #include "widgets/frmMsg.h"
 #include "widgets/modHelp.h"
@@ -136,6 +137,18 @@ void frmText::TellFileChange()
     m_stateBar->ShowFileChange(m_session.IsFileChanged());
     if (m_watcher->files().isEmpty() && QFileInfo::exists(m_session.Path()))
         m_watcher->addPath(m_session.Path()); // a replaced file is no longer watched
+}
+
+/// Tells that programs which were started have failed, once no dialog is open in front of what the user looks at.
+void frmText::TellFailedStarts()
+{
+    if (m_stage == Stage::Ended || m_failedStarts.isEmpty())
+        return;
+    QWidget *const window = m_frmFile && m_frmFile->isVisible() ? static_cast<QWidget *>(m_frmFile) : this;
+    if (!IsBlocked(window))
+        m_msg.Refuse(window, m_failedStarts.takeFirst());
+    if (!m_failedStarts.isEmpty())
+        m_telling->start();
 }
 
 /// Shows the page's new text.

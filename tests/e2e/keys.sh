@@ -126,6 +126,21 @@ wait_for "the page" is_focused "$study"
 end
 rm "$application/txt/'.txt"
 
+# A desktop without a browser says so only by the status of the program that opens one. What does start goes on when
+# the program has ended.
+opener=$work/bin/xdg-open
+mkdir "$work/bin"
+printf '#!/bin/sh\nexit 3\n' >"$opener"
+chmod +x "$opener"
+PATH=$work/bin:$PATH begin Return
+press_until '^瞬記帳$' F1
+press_until "$study" Escape
+printf '#!/bin/sh\necho $$ >"%s"\nexec sleep 1000\n' "$work/opened" >"$opener"
+xdotool key F1
+wait_for "the help" test -s "$work/opened"
+end
+kill "$(cat "$work/opened")" || fail "what the program has opened has ended with it"
+
 rm "$application/Kotoban.ini"
 export QT_FONT_DPI=213
 begin Return

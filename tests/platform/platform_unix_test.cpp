@@ -76,6 +76,38 @@ TEST(Process, StartNotepad_StartsDesktopsEditorUnlessItSpoilsFiles)
     }
 }
 
+TEST(Process, StartedOpenerSoonFails_IsToldWithWhatToInstall)
+{
+    const TestFolder folder;
+    folder.Write(u"page.htm"_s, "");
+    folder.Write(u"good.htm"_s, "");
+    const auto write = [&folder](const QString &name, const QByteArray &script) {
+        QFile::setPermissions(folder.Write(name, "#!/bin/sh\n" + script), QFile::ReadOwner | QFile::ExeOwner);
+    };
+    const QByteArray path = qgetenv("PATH");
+    qputenv("PATH", QFile::encodeName(folder.Path()));
+    QStringList told;
+    const auto tell = [&told](const QString &advice) { told += advice; };
+    write(u"xdg-open"_s, "case $1 in *good.htm) : > \"${0%/*}/opened\";; *) exit 3;; esac\n");
+    write(u"xdg-mime"_s, "echo ed.desktop\n");
+    write(u"own.sh"_s, ": > \"${0%/*}/own\"; exit 1\n");
+    EXPECT_TRUE(ShellOpen(folder.Path(u"good.htm"_s), folder.Path(), tell));
+    EXPECT_TRUE(StartProcess(folder.Path(u"own.sh"_s), tell)) << "the user's own editor is not watched";
+    const auto exists = [&folder](const QString &name) { return QFile::exists(folder.Path(name)); };
+    EXPECT_TRUE(WaitFor([&] { return exists(u"opened"_s) && exists(u"own"_s); }));
+    EXPECT_EQ(told, QStringList());
+    EXPECT_TRUE(ShellOpen(folder.Path(u"page.htm"_s), folder.Path(), tell));
+    EXPECT_TRUE(WaitFor([&] { return told.size() == 1; }));
+    EXPECT_TRUE(ShellOpen(folder.Path(), u"c:\\"_s, tell));
+    EXPECT_TRUE(WaitFor([&] { return told.size() == 2; }));
+    EXPECT_TRUE(StartProcess(u"notepad.exe \"a.txt\""_s, tell));
+    EXPECT_TRUE(WaitFor([&] { return told.size() == 3; }));
+    EXPECT_EQ(told, QStringList({u"ブラウザ（Firefox など）をインストールしてください。"_s,
+                                 u"ファイルマネージャー（PCManFM など）をインストールしてください。"_s,
+                                 u"テキストエディタ（gedit，Kate など）をインストールしてください。"_s}));
+    qputenv("PATH", path);
+}
+
 TEST(Voice, SpeakHostileText_PassesItAsOneArgument)
 {
     const TestFolder folder;

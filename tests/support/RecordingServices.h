@@ -22,6 +22,7 @@ class RecordingServices : public SystemServices
     QString title;
     bool startsPrograms = true;
     bool hasVoice = true;
+    std::function<void(const QString &)> tellFailure;
     std::function<void()> whileShown; // called while a message is shown
 
     void SetApplicationTitle(const QString &newTitle) override
@@ -61,6 +62,10 @@ class RecordingServices : public SystemServices
     {
         commands += commandLine;
         return startsPrograms;
+    }
+    void SetFailureTeller(const std::function<void(const QString &)> &tell) override
+    {
+        tellFailure = tell;
     }
     QDateTime Now() const override
     {

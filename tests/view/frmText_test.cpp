@@ -12,6 +12,7 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QProgressBar>
+#include <QSignalSpy>
 #include <QTimer>
 
 TEST_F(StudyWindowTest, WholeSession_IsRecordedInItsRow)
@@ -130,6 +131,27 @@ TEST_F(StudyWindowTest, NoFileChosen_RecordsNothing)
     window->close();
     database.Open(folder.Path(u"k.splite3"_s));
     EXPECT_TRUE(Sessions().isEmpty());
+}
+
+TEST_F(StudyWindowTest, StartedProgramFailsLater_IsToldWhenNoDialogIsOpen)
+{
+    OpenWith({u"[one]"_s});
+    auto *const telling = Child<QTimer>(u"tmrTell");
+    telling->setInterval(0);
+    script.When(u"frmIni"_s, [&](QWidget *dialog) {
+        QSignalSpy tries(telling, &QTimer::timeout);
+        for (const QString &message : {u"first"_s, u"second"_s})
+            services.tellFailure(message);
+        EXPECT_TRUE(WaitFor([&] { return tries.size() > 2; }));
+        EXPECT_EQ(QApplication::activeModalWidget(), dialog);
+        dialog->close();
+    });
+    for (int i = 0; i < 2; ++i)
+        script.Click(u"frmMsg"_s, u"cmdOK"_s);
+    Child<QPushButton>(u"cmdIni")->click();
+    EXPECT_TRUE(WaitFor([this] { return script.IsDone(); }));
+    EXPECT_EQ(script.messages, QStringList({u"first"_s, u"second"_s}));
+    EXPECT_FALSE(telling->isActive());
 }
 
 TEST_F(StudyWindowTest, FileReadAgain_KeepsAnswersOrOffersEditor)

@@ -4,6 +4,7 @@
 #include "platform/modProcess.h"
 
 #include "platform/modCommandLine.h"
+#include "platform/unix/modWatchedStart.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -62,32 +63,36 @@ bool SpoilsStudyFiles(const QString &handler)
 
 // A file is opened with the desktop's default editor, unless it spoils study files and a fitting one is installed: such
 // a default is rarely the user's choice. Desktops offer no way to start the default editor without a file.
-bool StartTextEditor(const QStringList &files)
+bool StartTextEditor(const QStringList &files, const StartFailed &failed)
 {
+    const auto tell = [failed] { failed(u"テキストエディタ（gedit，Kate など）をインストールしてください。"_s); };
     const QString handler = files.isEmpty() ? QString() : TextHandler();
     const bool isHandlerWanted = !handler.isEmpty() && (!SpoilsStudyFiles(handler) || FindFittingEditor().isEmpty());
-    if (isHandlerWanted && QProcess::startDetached(u"xdg-open"_s, files))
+    if (isHandlerWanted && StartWatched(u"xdg-open"_s, files, QString(), tell))
         return true;
     const QString editor = FindTextEditor();
-    return !editor.isEmpty() && QProcess::startDetached(editor, files);
+    return !editor.isEmpty() && StartWatched(editor, files, QString(), tell);
 }
 
 } // namespace
 
-bool StartProcess(const QString &commandLine)
+bool StartProcess(const QString &commandLine, const StartFailed &failed)
 {
     const CommandLine command = ParseCommandLine(commandLine, IsProgram);
     if (command.program.isEmpty())
         return false;
     if (IsNotepad(command.program))
-        return StartTextEditor(command.arguments);
+        return StartTextEditor(command.arguments, failed);
     return QProcess::startDetached(command.program, command.arguments);
 }
 
-bool ShellOpen(const QString &path, const QString &workingFolder)
+bool ShellOpen(const QString &path, const QString &workingFolder, const StartFailed &failed)
 {
     const QString folder = QDir(workingFolder).exists() ? workingFolder : QDir::rootPath();
-    return QProcess::startDetached(u"xdg-open"_s, {path}, folder);
+    return StartWatched(u"xdg-open"_s, {path}, folder, [path, failed] {
+        failed(QFileInfo(path).isDir() ? u"ファイルマネージャー（PCManFM など）をインストールしてください。"_s
+                                       : u"ブラウザ（Firefox など）をインストールしてください。"_s);
+    });
 }
 
 // A name without a slash is found on the search path only, even if a file in the working folder bears it.

@@ -43,7 +43,7 @@ QString FoundProgram(const QString &name)
 
 } // namespace
 
-bool StartProcess(const QString &commandLine)
+bool StartProcess(const QString &commandLine, [[maybe_unused]] const StartFailed &failed)
 {
     QString line = commandLine; // a copy, as CreateProcess may modify its command line
     line.detach();
@@ -61,7 +61,7 @@ bool StartProcess(const QString &commandLine)
 }
 
 // The wide form, because a folder name may contain characters outside the machine's code page.
-bool ShellOpen(const QString &path, const QString &workingFolder)
+bool ShellOpen(const QString &path, const QString &workingFolder, [[maybe_unused]] const StartFailed &failed)
 {
     const HINSTANCE result = ShellExecuteW(nullptr, L"open", reinterpret_cast<LPCWSTR>(path.utf16()), nullptr,
                                            reinterpret_cast<LPCWSTR>(workingFolder.utf16()), SW_SHOWNORMAL);
