@@ -4,6 +4,7 @@
 #include "exchange/modPrintableCopy.h"
 
 #include "base/modCodePage.h"
+#include "platform/modFolderNames.h"
 #include "platform/modReplaceFile.h"
 #include "text/modCheckText.h"
 
@@ -24,6 +25,24 @@ QString FileNameLine(const QString &path)
 QString KeptPath(const QString &copyPath)
 {
     return copyPath + u".bak"_s;
+}
+
+/// The first names of other study files beside a study file whose copies would have the same path.
+QStringList OtherSources(const QString &studyFilePath, const QString &copyPath)
+{
+    constexpr qsizetype most = 3;
+    const QFileInfo file(studyFilePath);
+    QStringList others;
+    for (const QString &name : ListFolder(file.path(), ".txt"_L1).names)
+        if (name != file.fileName() &&
+            PrintableCopyPath(QFileInfo(copyPath).path(), JoinPath(file.path(), name)) == copyPath)
+            others += NameInLine(name);
+    others.sort();
+    if (others.size() > most) {
+        others.resize(most);
+        others.last() += u" …"_s;
+    }
+    return others;
 }
 
 } // namespace
@@ -85,13 +104,19 @@ FileFault WritePrintableCopy(const QByteArray &bytes, const QString &copyPath, O
     return ReplaceFile(copyPath, bytes);
 }
 
-QString ReplaceCopyQuestion(const QString &copyPath, OldCopy oldCopy)
+QString ReplaceCopyQuestion(const QString &studyFilePath, const QString &copyPath, OldCopy oldCopy)
 {
     if (oldCopy == OldCopy::Unreadable)
         return u"次の印刷用ファイルは読めないため，変更されているかどうか分かりません。"_s + FileNameLine(copyPath) +
                u"\r\n\r\nその内容を捨てて，作り直しますか？"_s;
-    return u"次の印刷用ファイルは，作った後で変更されています。"_s + FileNameLine(copyPath) +
-           u"\r\n\r\n変更した内容を捨てて，作り直しますか？"_s;
+    const QStringList others = OtherSources(studyFilePath, copyPath);
+    if (others.isEmpty())
+        return u"次の印刷用ファイルは，作った後で変更されています。"_s + FileNameLine(copyPath) +
+               u"\r\n\r\n変更した内容を捨てて，作り直しますか？"_s;
+    return u"次の印刷用ファイルは，作った後で変更されたか，ほかの学習ファイルから作られています。"_s +
+           FileNameLine(copyPath) + u"\r\n    選んだ学習ファイル＝"_s + QFileInfo(studyFilePath).fileName() +
+           u"\r\n    ほかの学習ファイル＝"_s + others.join(u"，"_s) +
+           u"\r\n\r\n今の内容を捨てて，選んだ学習ファイルから作り直しますか？"_s;
 }
 
 QString CopyMadeMessage(const QString &copyPath, OldCopy oldCopy)

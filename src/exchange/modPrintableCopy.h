@@ -67,5 +67,8 @@ inline bool MustAsk(OldCopy oldCopy)
 FileFault WritePrintableCopy(const QByteArray &bytes, const QString &copyPath, OldCopy oldCopy);
 
 /// Complete texts for the user, lines separated by CR LF.
-QString ReplaceCopyQuestion(const QString &copyPath, OldCopy oldCopy); ///< to be asked if MustAsk
-QString CopyMadeMessage(const QString &copyPath, OldCopy oldCopy);     ///< names the new file and offers to open it
+
+/// To be asked if MustAsk. Names the other study files, if any, whose copies have the same name, because the old copy
+/// may have been made from one of them.
+QString ReplaceCopyQuestion(const QString &studyFilePath, const QString &copyPath, OldCopy oldCopy);
+QString CopyMadeMessage(const QString &copyPath, OldCopy oldCopy); ///< names the new file and offers to open it

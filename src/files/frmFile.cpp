@@ -210,7 +210,7 @@ void frmFile::cmdConvFile_Click()
     if (!frmWait(u"印刷用ファイルを作っています。"_s, this).Run(copy))
         return;
     const OldCopy oldCopy = JudgeOldCopy(copy.Bytes(), path, copyPath);
-    if (MustAsk(oldCopy) && m_msg.Ask(this, ReplaceCopyQuestion(copyPath, oldCopy)) != MsgResult::Ok)
+    if (MustAsk(oldCopy) && m_msg.Ask(this, ReplaceCopyQuestion(path, copyPath, oldCopy)) != MsgResult::Ok)
         return;
     if (const FileFault fault = WritePrintableCopy(copy.Bytes(), copyPath, oldCopy)) {
         m_msg.Refuse(this, FaultMessage(u"印刷用ファイルを書き込めません。"_s, fault));

@@ -281,6 +281,27 @@ TEST(PrintableCopy, EditedByHand_IsAskedForOrBackedUp)
     EXPECT_EQ(folder.Read(u"b_印刷用.txt"_s), "by hand");
 }
 
+TEST(PrintableCopy, OtherFileWithTheSameCopy_IsNamed)
+{
+    const TestFolder folder;
+    const QString source = folder.Write(u"txt/a.txt"_s, "");
+    const QString copy = PrintableCopyPath(QFileInfo(source).path(), source);
+    folder.Write(u"txt/a_印刷用.txt"_s, "");
+    folder.Write(u"txt/ab.txt"_s, "");
+    EXPECT_EQ(ReplaceCopyQuestion(source, copy, OldCopy::Edited),
+              u"次の印刷用ファイルは，作った後で変更されています。\r\n    ファイル名＝a_印刷用.txt"
+              u"\r\n\r\n変更した内容を捨てて，作り直しますか？"_s);
+    folder.Write(u"txt/a.2.txt"_s, "");
+    EXPECT_EQ(ReplaceCopyQuestion(source, copy, OldCopy::Edited),
+              u"次の印刷用ファイルは，作った後で変更されたか，ほかの学習ファイルから作られています。\r\n"
+              u"    ファイル名＝a_印刷用.txt\r\n    選んだ学習ファイル＝a.txt\r\n    ほかの学習ファイル＝a.2.txt"
+              u"\r\n\r\n今の内容を捨てて，選んだ学習ファイルから作り直しますか？"_s);
+    for (int part = 3; part <= 9; ++part)
+        folder.Write(u"txt/a.%1.txt"_s.arg(part), "");
+    EXPECT_TRUE(ReplaceCopyQuestion(source, copy, OldCopy::Edited)
+                    .contains(u"ほかの学習ファイル＝a.2.txt，a.3.txt，a.4.txt …\r\n"));
+}
+
 namespace {
 
 class HistoryWindowTest : public WindowTest
@@ -769,6 +790,7 @@ TEST_F(HistoryWindowTest, PrintableCopyRequested_IsMadeButNotOfACopy)
     ASSERT_EQ(services.commands.size(), 1) << "opened after the user accepted";
     EXPECT_TRUE(services.commands[0].contains(u"a_印刷用.txt")) << services.commands[0].toStdString();
     EXPECT_EQ(script.messages[1], u"印刷用ファイル以外を一つ選択してください。"_s);
-    EXPECT_EQ(script.messages[2], ReplaceCopyQuestion(copy, OldCopy::Edited).replace(u"\r\n"_s, u"\n"_s));
+    EXPECT_EQ(script.messages[2],
+              ReplaceCopyQuestion(folder.Path(u"txt/a.txt"_s), copy, OldCopy::Edited).replace(u"\r\n"_s, u"\n"_s));
     EXPECT_EQ(folder.Read(u"txt/a_印刷用.txt"_s), "by hand");
 }
