@@ -21,15 +21,17 @@ void StudyRound::Reload(int blankCount, const std::vector<int> &hardBlanks)
     // While only hard blanks are studied, the new marks decide what is hidden, and only those already hard keep
     // their state.
     std::array<std::vector<int>, 2> shown;
+    std::set<int> missed;
     for (int blank = 1; blank <= qMin(blankCount, BlankCount()); ++blank) {
         if (IsOpen(false, blank))
             shown[0].push_back(blank);
         if (m_isOnlyHard && IsHard(blank) && IsOpen(true, blank))
             shown[1].push_back(blank);
+        if (m_missed.contains(blank))
+            missed.insert(blank);
     }
     m_changedIn.fill(std::vector<unsigned>(size_t(blankCount) + 1));
     MarkAsHard(hardBlanks);
-    std::erase_if(m_missed, [&](int blank) { return blank > blankCount || !IsHard(blank); });
     m_before.reset();
     m_lastShown = 0;
     for (const bool isOnlyHard : {false, true}) {
@@ -38,6 +40,8 @@ void StudyRound::Reload(int blankCount, const std::vector<int> &hardBlanks)
             if (!IsOpen(isOnlyHard, blank))
                 Change(isOnlyHard, blank);
     }
+    std::erase_if(missed, [this](int blank) { return !IsHard(blank); });
+    m_missed = std::move(missed);
 }
 
 void StudyRound::MarkAsHard(const std::vector<int> &blanks)

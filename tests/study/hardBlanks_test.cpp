@@ -85,3 +85,15 @@ TEST(StudyRound, ReloadWhileOnlyHardStudied_KeepsShownAnswers)
     EXPECT_EQ(Open(round), u"xx-x"_s) << "marks changed in between do not affect it";
     EXPECT_EQ(round.ShownCount(), 3);
 }
+
+TEST(StudyRound, Reloaded_WhatWasMissedStaysMissed)
+{
+    StudyRound round;
+    round.Load(2, {1, 2});
+    round.StudyOnlyHard(true);
+    round.Toggle(1);
+    round.MarkMissed(1);
+    round.Toggle(2);
+    round.Reload(2, {1, 2});
+    EXPECT_EQ(round.LearnedBlanks(), std::vector<int>({2}));
+}
