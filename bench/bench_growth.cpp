@@ -246,9 +246,9 @@ Step ReadPlaces(const QByteArray &bytes)
     return [] {
         const PlaceList places(Folder().Path(u"ListPlace.txt"_s));
         places.LastUser();
-        places.LastTitle(u"user"_s);
-        places.Line(u"user"_s, u"a"_s);
-        std::ignore = places.Write(u"user"_s, u"a"_s, 7);
+        places.LastFile(u"user"_s);
+        const Place place = places.Find(u"user"_s, u"a.txt"_s);
+        std::ignore = places.Write(u"user"_s, u"a.txt"_s, {7, 1, u"0a"_s, place.shown});
     };
 }
 
@@ -419,7 +419,7 @@ Step ListFiles(const QByteArray &bytes)
         StudyFolder folder(path);
         folder.Refresh();
         folder.Refresh();
-        folder.NameOfTitle(u"none"_s);
+        folder.NameOf(u"none"_s);
         FolderNote(folder);
     };
 }

@@ -264,7 +264,7 @@ void WriteLargePlaceList(benchmark::State &state)
     const TestFolder folder;
     const PlaceList places(folder.Write(u"ListPlace.txt"_s, LargeList(state, MaxPlaceListBytes, "a\tb\t1\n")));
     for (auto step : state)
-        if (const FileFault fault = places.Write(u"user"_s, u"new"_s, 7))
+        if (const FileFault fault = places.Write(u"user"_s, u"new"_s, {.line = 7}))
             state.SkipWithError(qPrintable(fault.reason));
 }
 BENCHMARK(WriteLargePlaceList)->Apply(Tenths);

@@ -138,7 +138,7 @@ void frmFile::Form_Activate()
     txtFilter->clear();
     ListFiles();
     if (SelectedName().isEmpty())
-        Select(m_folder.NameOfTitle(m_stops.LastTitle(m_userName)));
+        Select(m_folder.NameOf(m_stops.LastFile(m_userName)));
     if (SelectedName().isEmpty())
         Select(u"はじめに.txt"_s);
     if (SelectedName().isEmpty())

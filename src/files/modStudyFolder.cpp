@@ -86,11 +86,13 @@ void StudyFolder::Refresh()
     m_checked.removeIf([this](const auto &entry) { return StampOf(PathOf(entry.key())) != entry.value().stamp; });
 }
 
-QString StudyFolder::NameOfTitle(const QString &title) const
+QString StudyFolder::NameOf(const QString &nameOrTitle) const
 {
-    const auto found = std::ranges::find_if(
-        m_names, [&](const QString &name) { return ListField(GetFileTitle(PathOf(name))) == title; });
-    return title.isEmpty() || found == m_names.end() ? QString() : *found;
+    auto found = std::ranges::find(m_names, nameOrTitle, ListField);
+    if (found == m_names.end())
+        found = std::ranges::find(m_names, nameOrTitle,
+                                  [this](const QString &name) { return ListField(GetFileTitle(PathOf(name))); });
+    return nameOrTitle.isEmpty() || found == m_names.end() ? QString() : *found;
 }
 
 QString StudyFolder::PathOf(const QString &name) const

@@ -60,8 +60,9 @@ class StudyFolder
         return m_path;
     }
 
-    /// The first file with a title, as a list entry has it (see ListField); empty if there is none.
-    QString NameOfTitle(const QString &title) const;
+    /// The file with a name, or else the first one with a title, as a list entry has it (see ListField); empty if there
+    /// is none.
+    QString NameOf(const QString &nameOrTitle) const;
 
     /// Full path of one of the files.
     QString PathOf(const QString &name) const;
@@ -109,6 +110,6 @@ QString EmptyListText(const StudyFolder &folder, const QString &filter);
 QString FolderNote(const StudyFolder &folder);
 
 /// Why a command of the file list does not apply to the selection, for the user; empty if it does.
-/// @param selected  name of the selected file; empty if none is
+/// @param selected  name of the selected file; empty if none is.
 /// @param isForPrinting  whether the command makes a printable copy, which is refused for a file that is one
 QString SelectionRefusal(const QString &selected, bool isForPrinting);

@@ -205,6 +205,20 @@ void StudyPage::StopAt(int line)
     m_places.offeredLine = 0;
 }
 
+PageChange StudyPage::Resume(const std::vector<BlankRange> &shown)
+{
+    if (m_places.stoppedLine == 1 && shown.empty())
+        return {};
+    PageChange change = BeginRound([&] {
+        m_round.ShowAgain(shown);
+        return ShowLine(m_places.stoppedLine);
+    });
+    m_places.offeredLine = 0;
+    if (change.notice)
+        change.notice = u"前回の正解を表示しました"_s;
+    return change;
+}
+
 /// Shows or hides an answer, after which hiding all can no longer be undone.
 PageChange StudyPage::Toggle(int blank)
 {

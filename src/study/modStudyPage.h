@@ -185,11 +185,15 @@ class StudyPage
     /// Begins a new round with only the blanks marked as hard, or goes back to all as they were before.
     PageChange StudyOnlyHard(bool isOnlyHard);
 
+    /// Goes on where the user stopped: brings that line to the top and, unless an answer was shown meanwhile, shows
+    /// again what was shown the last time. Does nothing if both are unknown.
+    PageChange Resume(const std::vector<BlankRange> &shown);
+
     /// Removes the marks of StudyRound::LearnedBlanks.
     PageChange RemoveLearnedMarks();
 
-    /// Undoes the last new round or StudyOnlyHard unless an answer was shown or hidden since: restores the answers, the
-    /// top line and, unless another line was marked since, the line mark.
+    /// Undoes the last new round, StudyOnlyHard or Resume unless an answer was shown or hidden since: restores the
+    /// answers, the top line and, unless another line was marked since, the line mark.
     PageChange Undo();
 
     /// Marks a blank as hard, or removes the mark. Does nothing for 0.

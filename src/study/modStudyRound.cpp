@@ -112,6 +112,34 @@ void StudyRound::StudyOnlyHard(bool isOnlyHard)
         BeginRound(true, 1);
 }
 
+std::vector<BlankRange> StudyRound::ShownRanges(size_t most) const
+{
+    std::vector<BlankRange> ranges;
+    for (int blank = 1; blank <= BlankCount(); ++blank) {
+        if (!IsOpen(false, blank))
+            continue;
+        int end = blank + 1;
+        while (end <= BlankCount() && IsOpen(false, end))
+            ++end;
+        if (ranges.size() == most)
+            return {};
+        ranges.emplace_back(blank, end);
+        blank = end;
+    }
+    return ranges;
+}
+
+void StudyRound::ShowAgain(const std::vector<BlankRange> &ranges)
+{
+    if (m_isOnlyHard || !IsUntouched() || ranges.empty())
+        return;
+    KeepBefore();
+    BeginRound(false, Current().lap);
+    for (const BlankRange &range : ranges)
+        for (int blank = range.front(); blank <= qMin(range.back(), BlankCount()); ++blank)
+            Change(false, blank);
+}
+
 void StudyRound::KeepBefore()
 {
     m_before = Before{.isOnlyHard = m_isOnlyHard, .rounds = m_rounds, .missed = m_missed};

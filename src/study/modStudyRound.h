@@ -79,6 +79,14 @@ class StudyRound
         return m_isOnlyHard;
     }
 
+    /// The blanks whose answers are shown while all are studied, as few ranges as possible; none if there would be more
+    /// than `most`. Takes time proportional to the number of blanks.
+    std::vector<BlankRange> ShownRanges(size_t most) const;
+
+    /// Shows the answers of some ranges of blanks, ascending, without counting them, which begins a new round. Does
+    /// nothing once an answer was shown, or while only hard blanks are studied.
+    void ShowAgain(const std::vector<BlankRange> &ranges);
+
     /// Whether the last new round, or the last switch between hard blanks and all, can be undone: no answer has been
     /// shown or hidden since.
     bool CanUndo() const

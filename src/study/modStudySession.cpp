@@ -8,6 +8,7 @@
 #include "text/modCheckText.h"
 #include "text/modPictureName.h"
 
+#include <QCryptographicHash>
 #include <QFileInfo>
 
 #include <utility>
@@ -27,6 +28,7 @@ void StudySession::End()
     m_start = QDateTime(); // first, so that no row is completed with the count of an empty page
     m_clockStart = QDateTime();
     m_path.clear();
+    m_fileBytes.clear();
     m_page.Clear();
     m_keptMarks = 0;
 }
@@ -42,10 +44,10 @@ StudyReading StudySession::Open(const QString &path)
     StudyReading reading = Read(path, &text);
     if (reading.refusal)
         return reading;
-    const QString title = GetFileTitle(path);
-    const std::vector<int> hardBlanks = m_marks.Find(title, text);
+    const std::vector<int> hardBlanks = m_marks.Find(GetFileTitle(path), text);
     m_path = path;
-    m_page.Load(std::move(text), hardBlanks, m_stops.Line(m_userName, title));
+    m_place = m_stops.Find(m_userName, QFileInfo(path).fileName());
+    m_page.Load(std::move(text), hardBlanks, m_place.line);
     m_clockStart = m_services.Now();
     return reading;
 }
@@ -62,15 +64,35 @@ StudyReading StudySession::ReadAgain()
     return reading;
 }
 
+PageChange StudySession::Resume()
+{
+    const bool isSameFile = !m_place.shown.empty() && m_place.fileBytes == m_fileSize && m_place.fileHash == FileHash();
+    return m_page.Resume(isSameFile ? m_place.shown : std::vector<BlankRange>());
+}
+
+/// SHA-1 of the open file.
+const QString &StudySession::FileHash()
+{
+    if (m_fileHash.isEmpty()) {
+        m_fileHash = QString::fromLatin1(QCryptographicHash::hash(m_fileBytes, QCryptographicHash::Sha1).toHex());
+        m_fileBytes.clear();
+    }
+    return m_fileHash;
+}
+
 /// Reads the text of a file. @param text  empty after a refusal
 StudyReading StudySession::Read(const QString &path, DisplayText *text)
 {
     const QDateTime fileTime =
         QFileInfo(path).lastModified(); // taken first, so that a change during reading is noticed
     StudyLines lines;
-    if (TextRefusal refusal = ReadStudyText(path, MaxLineBytes, &lines))
+    QByteArray bytes;
+    if (TextRefusal refusal = ReadStudyText(path, MaxLineBytes, &lines, &bytes))
         return {std::move(refusal)};
     m_fileTime = fileTime;
+    m_fileSize = bytes.size();
+    m_fileBytes = std::move(bytes);
+    m_fileHash.clear();
     *text = DisplayText(std::move(lines));
     return {{}, BadPictureNames(*text)};
 }
@@ -98,7 +120,15 @@ QStringList StudySession::Complete()
         messages += MarksNotSavedMessage(fault);
     if (!m_page.IsFileOpen())
         return messages;
-    if (const FileFault fault = m_stops.Write(m_userName, GetFileTitle(m_path), m_page.StoppedAt()))
+    Place place = m_place; // what was shown then stays until another answer is
+    place.line = m_page.StoppedAt();
+    if (m_page.Round().lngOpenCount() > 0)
+        place.shown = m_page.Round().ShownRanges(MaxShownRanges);
+    if (m_page.Round().lngOpenCount() > 0 && !place.shown.empty()) {
+        place.fileBytes = m_fileSize;
+        place.fileHash = FileHash();
+    }
+    if (const FileFault fault = m_stops.Write(m_userName, QFileInfo(m_path).fileName(), place))
         messages += FaultMessage(u"学習を終えた所を保存できません。"_s, fault);
     return messages;
 }

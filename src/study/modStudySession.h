@@ -85,6 +85,10 @@ class StudySession
         return m_path;
     }
 
+    /// Goes on where the user stopped the last time, see StudyPage::Resume. Answers are shown only if the file is still
+    /// the same.
+    PageChange Resume();
+
     /// Whether the file at that path has been modified or replaced since its text was read.
     bool IsFileChanged() const;
 
@@ -98,15 +102,20 @@ class StudySession
 
   private:
     StudyReading Read(const QString &path, DisplayText *text);
+    const QString &FileHash();
 
     const SystemServices &m_services;
     StudyDatabase &m_database;
     QString m_userName;
     MarkList m_marks;
     PlaceList m_stops; // where users stopped
+    Place m_place;     // where this one did the last time
     QDateTime m_start; // key of the row; invalid before the first session
     QString m_path;
-    QDateTime m_fileTime; // modification time before the text was read
+    QDateTime m_fileTime;   // modification time before the text was read
+    QByteArray m_fileBytes; // what was read, until m_fileHash is made from it, which would make opening slower
+    qint64 m_fileSize = 0;
+    QString m_fileHash;
     int m_interimSeconds;
     QDateTime m_completedAt;  // when the row was last to be written, its insertion included
     int m_completedCount = 0; // number of answers then

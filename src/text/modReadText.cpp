@@ -64,11 +64,17 @@ TextRefusal ReadText(const QString &path, ExpandTabs expandTabs, StudyLines *lin
     return refusal;
 }
 
-TextRefusal ReadStudyText(const QString &path, int maxLineBytes, StudyLines *lines)
+TextRefusal ReadStudyText(const QString &path, int maxLineBytes, StudyLines *lines, QByteArray *bytes)
 {
-    TextRefusal refusal = ReadText(path, ExpandTabs::Yes, lines);
-    if (!refusal)
-        refusal = CheckStudyLines(*lines, maxLineBytes);
+    lines->Clear();
+    QByteArray read;
+    TextRefusal refusal = ReadBytes(path, &read);
+    if (refusal)
+        return refusal;
+    ReadAllLines(read, ExpandTabs::Yes, lines);
+    refusal = CheckStudyLines(*lines, maxLineBytes);
+    if (bytes)
+        *bytes = std::move(read);
     if (refusal)
         lines->Clear();
     return refusal;

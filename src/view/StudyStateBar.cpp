@@ -251,7 +251,8 @@ void StudyStateBar::OfferLine(int line)
 {
     if (line > 0)
         m_notices->Put(NoticeTopic::Offer, {.text = u"前回は "_s + QString::number(line) + u" 行（Ctrl+G）"_s,
-                                            .offers = {{u"その行へ"_s, u"Ctrl+G"_s, NoticeAction::GoToOffered, true}}});
+                                            .offers = {{u"続きから"_s, u"Ctrl+Shift+R"_s, NoticeAction::Resume, true},
+                                                       {u"その行へ"_s, u"Ctrl+G"_s, NoticeAction::GoToOffered, true}}});
     else
         m_notices->Remove(NoticeTopic::Offer);
 }

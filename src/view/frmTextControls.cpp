@@ -166,6 +166,7 @@ void frmText::AddShortcuts()
     add(Qt::CTRL | Qt::Key_Left, [this] { return m_page.GoToTarget(true, m_bar->chkSpeak->isChecked()); });
     addClick(Qt::CTRL | Qt::Key_Space, [this] { return m_page.ClickCurrent(); });
     addClick(Qt::CTRL | Qt::Key_H, [this] { return m_page.HideAll(); });
+    addClick(Qt::CTRL | Qt::SHIFT | Qt::Key_R, [this] { return m_session.Resume(); });
     addClick(QKeySequence::Undo, [this] { return m_page.Undo(); });
     addClick(Qt::CTRL | Qt::Key_M, [this] { return m_page.ToggleHard(m_page.BlankToMark()); });
     addClick(Qt::CTRL | Qt::SHIFT | Qt::Key_M, [this] { m_bar->chkOnlyHard->click(); });

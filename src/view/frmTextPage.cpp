@@ -184,6 +184,9 @@ void frmText::lblNotice_Click(NoticeAction action)
     case NoticeAction::GoOn:
         Apply(m_page.Enter());
         break;
+    case NoticeAction::Resume:
+        Apply(m_session.Resume());
+        break;
     case NoticeAction::GoToOffered:
         Apply(m_page.MoveToLine(m_page.OfferedLine()));
         break;

@@ -32,6 +32,7 @@ enum class NoticeAction
     EndSearch,
     GoOn, ///< what Enter does
     GoToOffered,
+    Resume,
     Edit,
 };
 

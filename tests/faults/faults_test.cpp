@@ -157,7 +157,8 @@ class Faults : public testing::Test
     void ExpectPlacesAndMarks(const QString &user, const QStringList &lines)
     {
         static const QRegularExpression mark(u"^user\\d+\t[ab]\t[^\t]*\\[[^\t]*\t[1-9]\\d*(\t\\d+)?$"_s);
-        static const QRegularExpression place(u"^user\\d+\t[ab]\t[1-9]\\d*$"_s);
+        static const QRegularExpression place(
+            u"^user\\d+\t[ab]\\.txt\t[1-9]\\d*(\t\\d+\t[0-9a-f]{40}\t[1-9]\\d*(-\\d+)?(,\\d+(-\\d+)?)*)?$"_s);
         ExpectWholeList(u"ListMark.txt"_s, user, mark);
         ExpectWholeList(u"ListPlace.txt"_s, user, place);
         QHash<QString, qsizetype> marks; // by title
@@ -167,7 +168,7 @@ class Faults : public testing::Test
                 marks.clear(); // which of them are written already is unknown
             } else if (fields[0] == u"completed") {
                 marks[fields[2]] = fields[3].toInt();
-                EXPECT_GE(PlaceList(folder.Path(u"ListPlace.txt"_s)).Line(user, fields[2]), 1);
+                EXPECT_GE(PlaceList(folder.Path(u"ListPlace.txt"_s)).Find(user, fields[2] + u".txt"_s).line, 1);
             }
         }
         for (auto title = marks.constBegin(); title != marks.constEnd(); ++title)
@@ -264,7 +265,9 @@ class Faults : public testing::Test
                  return Tell(MarkList(path, added).Write(added, DisplayText(LinesOf({u"[a]"_s})), {1}));
              }},
             {u"ListPlace.txt"_s, old,
-             [this](const QString &path) { return Tell(PlaceList(path).Write(added, added, 1)); }},
+             [this](const QString &path) {
+                 return Tell(PlaceList(path).Write(added, added, {1, 1, u"0a"_s, {{1, 2}}}));
+             }},
             {u"db_backup/copy"_s, QByteArray(),
              [this](const QString &path) { return Tell(CopyWholeFile(databasePath, path)); }},
         };

@@ -68,6 +68,20 @@ TEST(StudyFolder, Refresh_SortsNaturallyWithPrintableCopiesLast)
     EXPECT_EQ(files.Names(), sorted);
 }
 
+TEST(StudyFolder, FileStudiedLast_IsFoundByNameOrOldTitle)
+{
+    const TestFolder folder;
+    for (const QString &name : {u"w.txt"_s, u"w.2.txt"_s, u"v.b.txt"_s})
+        folder.Write(name, "");
+    StudyFolder files(folder.Path());
+    files.Refresh();
+    const Rows<QString, QString> rows = {{u"w.txt"_s, u"w.txt"_s}, {u"w.2.txt"_s, u"w.2.txt"_s},
+                                         {u"v"_s, u"v.b.txt"_s},   {u"w.3.txt"_s, u""_s},
+                                         {u"x"_s, u""_s},          {u""_s, u""_s}};
+    for (const auto &[recorded, name] : rows)
+        EXPECT_EQ(files.NameOf(recorded), name) << recorded.toStdString();
+}
+
 TEST(MatchesFilter, AllWordsPresent_MatchesInAnyOrderCaseAndWidth)
 {
     const Rows<QString, QString, bool> rows = {

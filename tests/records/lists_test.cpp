@@ -98,8 +98,8 @@ TEST_F(Lists, ValidUtf8_IsReadAsUtf8WhateverElseItCouldBe)
         EXPECT_EQ(folder.Read(u"ListMark.txt"_s), foreign + u"花子\t英単語\t[～]\t1\r\n"_s.toUtf8()) << name;
         const PlaceList places(folder.Path(u"ListPlace.txt"_s));
         folder.Write(u"ListPlace.txt"_s, foreign + u"花子\t英単語\t7\r\n"_s.toUtf8());
-        EXPECT_EQ(places.Line(u"花子"_s, u"英単語"_s), 7) << name;
-        EXPECT_FALSE(places.Write(u"花子"_s, u"英単語"_s, 8)) << name;
+        EXPECT_EQ(places.Find(u"花子"_s, u"英単語"_s).line, 7) << name;
+        EXPECT_FALSE(places.Write(u"花子"_s, u"英単語"_s, {.line = 8})) << name;
         EXPECT_EQ(folder.Read(u"ListPlace.txt"_s), foreign + u"花子\t英単語\t8\r\n"_s.toUtf8()) << name;
     }
 }
@@ -120,7 +120,7 @@ TEST_F(Lists, UndecodableList_IsRefusedEachTimeAndKept)
             EXPECT_EQ(FaultMessage(u"No"_s, marks.Write(u"a"_s, DisplayText(LinesOf({u"[a]"_s})), {1})),
                       u"No\r\n  "_s + path + u"\r\n  "_s + reason)
                 << name;
-            EXPECT_EQ(places.Write(u"花子"_s, u"a"_s, 7).reason, reason) << name;
+            EXPECT_EQ(places.Write(u"花子"_s, u"a"_s, {.line = 7}).reason, reason) << name;
         }
         EXPECT_EQ(folder.Read(u"ListMark.txt"_s), bytes) << name;
         EXPECT_EQ(folder.Read(u"ListPlace.txt"_s), bytes) << name;
@@ -152,16 +152,16 @@ TEST_F(Lists, PlacesBeyondTheBound_DropTheOldest)
     const QByteArray entry = "user\tfile0\t1\r\n";
     const QByteArray kept = entry.repeated((MaxPlaceListBytes - added.size() - 11) / entry.size());
     folder.Write(name, old + kept);
-    EXPECT_FALSE(places.Write(u"花子"_s, u"a"_s, 7));
+    EXPECT_FALSE(places.Write(u"花子"_s, u"a"_s, {.line = 7}));
     EXPECT_TRUE(folder.Read(name) == "# by hand\r\n" + kept + added) << "only what must go";
-    EXPECT_EQ(places.Line(u"花子"_s, u"a"_s), 7);
+    EXPECT_EQ(places.Find(u"花子"_s, u"a"_s).line, 7);
 
     const QByteArray noEntries = QByteArray(MaxPlaceListBytes, 'x');
     folder.Write(name, noEntries);
-    EXPECT_TRUE(places.Write(u"花子"_s, u"a"_s, 7));
+    EXPECT_TRUE(places.Write(u"花子"_s, u"a"_s, {.line = 7}));
     EXPECT_TRUE(folder.Read(name) == noEntries);
     folder.Write(name, old + kept + kept);
-    EXPECT_EQ(places.Write(u"花子"_s, u"a"_s, 7).reason, u"1MBを超えるので，読み込みません。"_s);
+    EXPECT_EQ(places.Write(u"花子"_s, u"a"_s, {.line = 7}).reason, u"1MBを超えるので，読み込みません。"_s);
     EXPECT_TRUE(folder.Read(name) == old + kept + kept);
 }
 
@@ -169,17 +169,84 @@ TEST_F(Lists, SeveralPlacesWritten_LatestIsReturned)
 {
     const PlaceList places(folder.Path(u"ListPlace.txt"_s));
     EXPECT_EQ(places.LastUser(), QString());
-    EXPECT_FALSE(places.Write(u"花子"_s, u"a"_s, 7));
-    EXPECT_FALSE(places.Write(u"花子"_s, u"b"_s, 1108));
-    EXPECT_FALSE(places.Write(u"花\t子"_s, u"c"_s, 3));
-    EXPECT_FALSE(places.Write(u"花子"_s, u"a"_s, 9));
+    EXPECT_FALSE(places.Write(u"花子"_s, u"a"_s, {.line = 7}));
+    EXPECT_FALSE(places.Write(u"花子"_s, u"b"_s, {.line = 1108}));
+    EXPECT_FALSE(places.Write(u"花\t子"_s, u"c"_s, {.line = 3}));
+    EXPECT_FALSE(places.Write(u"花子"_s, u"a"_s, {.line = 9}));
     EXPECT_EQ(places.LastUser(), u"花子"_s);
-    EXPECT_EQ(places.LastTitle(u"花子"_s), u"a"_s);
-    EXPECT_EQ(places.LastTitle(u"花\t子"_s), u"c"_s);
-    EXPECT_EQ(places.Line(u"花子"_s, u"a"_s), 9);
-    EXPECT_EQ(places.Line(u"花子"_s, u"b"_s), 1108);
-    EXPECT_EQ(places.Line(u"花子"_s, u"c"_s), 0);
+    EXPECT_EQ(places.LastFile(u"花子"_s), u"a"_s);
+    EXPECT_EQ(places.LastFile(u"花\t子"_s), u"c"_s);
+    EXPECT_EQ(places.Find(u"花子"_s, u"a"_s).line, 9);
+    EXPECT_EQ(places.Find(u"花子"_s, u"b"_s).line, 1108);
+    EXPECT_EQ(places.Find(u"花子"_s, u"c"_s).line, 0);
     EXPECT_EQ(folder.Read(u"ListPlace.txt"_s), u"花子\tb\t1108\r\n花 子\tc\t3\r\n花子\ta\t9\r\n"_s.toUtf8());
     folder.Write(u"ListPlace.txt"_s, u"花子\ta\t9\n\nb\n太郎\ta\t0\n"_s.toUtf8());
     EXPECT_EQ(places.LastUser(), u"花子"_s) << "lines that are not entries are ignored";
+}
+
+TEST_F(Lists, PlaceInFile_IsKeptByItsWholeName)
+{
+    const QString name = u"ListPlace.txt"_s;
+    const QByteArray old = u"花子\tw\t5\r\n花子\t日本史\t6\r\n"_s.toUtf8();
+    folder.Write(name, old);
+    const PlaceList places(folder.Path(name));
+    EXPECT_EQ(places.Find(u"花子"_s, u"w.txt"_s).line, 5) << "by title, as older versions wrote it";
+    EXPECT_EQ(places.Find(u"花子"_s, u"w.2.txt"_s).line, 5);
+    EXPECT_EQ(places.LastFile(u"花子"_s), u"日本史"_s);
+    EXPECT_FALSE(places.Write(u"花子"_s, u"w.2.txt"_s, {.line = 70}));
+    EXPECT_EQ(places.Find(u"花子"_s, u"w.txt"_s).line, 5);
+    EXPECT_EQ(places.Find(u"花子"_s, u"w.2.txt"_s).line, 70);
+    EXPECT_FALSE(places.Write(u"花子"_s, u"w.txt"_s, {.line = 8}));
+    EXPECT_EQ(places.Find(u"花子"_s, u"w.txt"_s).line, 8);
+    EXPECT_EQ(places.Find(u"花子"_s, u"w.2.txt"_s).line, 70);
+    EXPECT_EQ(places.LastFile(u"花子"_s), u"w.txt"_s);
+    EXPECT_EQ(folder.Read(name), old + u"花子\tw.2.txt\t70\r\n花子\tw.txt\t8\r\n"_s.toUtf8());
+}
+
+TEST_F(Lists, ShownAnswers_AreKeptWithThePlaceUnlessDamaged)
+{
+    const QString name = u"ListPlace.txt"_s;
+    const PlaceList places(folder.Path(name));
+    const std::vector<BlankRange> shown = {{1, 13}, {15, 16}, {20, 22}};
+    EXPECT_FALSE(places.Write(u"花子"_s, u"a.txt"_s, {7, 5'000'000'000, u"0a1b"_s, shown}));
+    EXPECT_EQ(folder.Read(name), u"花子\ta.txt\t7\t5000000000\t0a1b\t1-12,15,20-21\r\n"_s.toUtf8());
+    const auto numbersOf = [](const std::vector<BlankRange> &ranges) {
+        Blanks numbers;
+        for (const BlankRange &range : ranges)
+            numbers.insert(numbers.end(), {range.front(), range.back()});
+        return numbers;
+    };
+    const Place place = places.Find(u"花子"_s, u"a.txt"_s);
+    EXPECT_TRUE(place.line == 7 && place.fileBytes == 5'000'000'000 && place.fileHash == u"0a1b");
+    EXPECT_EQ(numbersOf(place.shown), numbersOf(shown));
+    EXPECT_FALSE(places.Write(u"花子"_s, u"a.txt"_s, {.line = 9, .fileBytes = 3}));
+    EXPECT_EQ(folder.Read(name), u"花子\ta.txt\t9\r\n"_s.toUtf8()) << "as short as ever without answers";
+
+    const Rows<const char *, QString, Blanks> rows = {
+        {"one", u"3"_s, {3, 3}},
+        {"largest", u"1,2147483646"_s, {1, 1, 2147483646, 2147483646}},
+        {"none", u""_s, {}},
+        {"no number", u"1-x"_s, {}},
+        {"nothing between commas", u"1,,3"_s, {}},
+        {"zero", u"0-3"_s, {}},
+        {"backwards", u"5-3"_s, {}},
+        {"not ascending", u"5,5"_s, {}},
+        {"three numbers", u"1-2-3"_s, {}},
+        {"too large to count on", u"1-2147483647"_s, {}},
+        {"too large", u"1-99999999999"_s, {}},
+        {"too many",
+         u"1"_s +
+             [] {
+                 QString more;
+                 for (int blank = 3; blank < 4003; blank += 2)
+                     more += u',' + QString::number(blank);
+                 return more;
+             }(),
+         {}},
+    };
+    for (const auto &[what, text, expected] : rows) {
+        folder.Write(name, (u"花子\ta.txt\t9\t1\t0a\t"_s + text + u"\r\n"_s).toUtf8());
+        EXPECT_EQ(places.Find(u"花子"_s, u"a.txt"_s).line, 9) << what;
+        EXPECT_EQ(numbersOf(places.Find(u"花子"_s, u"a.txt"_s).shown), expected) << what;
+    }
 }

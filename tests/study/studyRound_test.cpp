@@ -349,6 +349,83 @@ TEST_F(StudySessionTest, FileOpenedAgain_OffersWhereUserStopped)
     EXPECT_EQ(session.Page().OfferedLine(), 0) << "it is gone";
 }
 
+TEST_F(StudySessionTest, Resume_ShowsWhatWasShownUnlessFileChanged)
+{
+    const QStringList lines(200, u"[x] [y]"_s);
+    const QString path = folder.WriteStudyFile(u"a.txt"_s, lines);
+    const StudyPage &page = session.Page();
+    const auto shown = [&page] {
+        QList<int> blanks;
+        for (int blank = 1; blank <= page.Round().BlankCount(); ++blank)
+            if (page.Round().bolOpen(blank))
+                blanks += blank;
+        return blanks;
+    };
+    EXPECT_FALSE(session.Page().SetLayout(Layout).isCounted);
+    ASSERT_FALSE(session.Open(path).refusal);
+    EXPECT_FALSE(session.Resume().isPageChanged) << "never studied before";
+    EXPECT_TRUE(session.Page().Enter().isCounted);
+    EXPECT_TRUE(session.Page().MoveToLine(120).isPageChanged);
+    EXPECT_TRUE(session.Page().Enter().isCounted);
+    EXPECT_TRUE(session.Page().Enter().isCounted);
+    EXPECT_EQ(session.Page().ToggleHard(1).markedBlank, 1);
+    const QList<int> before = {1, 239, 240};
+    for (int times = 0; times < 2; ++times) {
+        EXPECT_TRUE(session.Complete().isEmpty());
+        ASSERT_FALSE(session.Open(path).refusal);
+        EXPECT_EQ(shown(), QList<int>());
+    }
+    const PageChange resumed = session.Resume();
+    EXPECT_TRUE(resumed.isPageChanged && !resumed.isCounted);
+    EXPECT_EQ(resumed.notice, u"前回の正解を表示しました"_s);
+    EXPECT_EQ(page.TopLine(), 120);
+    EXPECT_EQ(page.OfferedLine(), 0);
+    EXPECT_EQ(shown(), before);
+    EXPECT_EQ(page.Round().lngOpenCount() + page.Round().LastShown(), 0);
+    EXPECT_TRUE(session.Page().Undo().isPageChanged);
+    EXPECT_EQ(shown(), QList<int>());
+    EXPECT_EQ(page.TopLine(), 1);
+    EXPECT_TRUE(session.Resume().notice);
+    EXPECT_TRUE(session.Page().Enter().isCounted) << "goes on after them";
+    EXPECT_EQ(shown(), before + QList<int>{241});
+    EXPECT_TRUE(session.Page().MoveToLine(1).isPageChanged);
+    EXPECT_FALSE(session.Resume().notice) << "an answer was shown: only the line";
+    EXPECT_EQ(page.TopLine(), 121);
+    EXPECT_EQ(shown(), before + QList<int>{241});
+
+    EXPECT_TRUE(session.Complete().isEmpty());
+    ASSERT_FALSE(session.Open(path).refusal);
+    EXPECT_TRUE(session.Page().StudyOnlyHard(true).isPageChanged);
+    EXPECT_FALSE(session.Resume().notice) << "not among hard blanks only";
+    EXPECT_EQ(page.TopLine(), 121);
+    for (const bool isReadAgain : {false, true}) {
+        ASSERT_FALSE(session.Open(path).refusal);
+        folder.WriteStudyFile(u"a.txt"_s, QStringList(200, u"[x] [z]"_s));
+        ASSERT_FALSE((isReadAgain ? session.ReadAgain() : session.Open(path)).refusal);
+        EXPECT_FALSE(session.Resume().notice) << "another file of the same size";
+        EXPECT_EQ(page.TopLine(), 121);
+        EXPECT_TRUE(session.Complete().isEmpty());
+        folder.WriteStudyFile(u"a.txt"_s, lines);
+    }
+    ASSERT_FALSE(session.Open(path).refusal);
+    EXPECT_TRUE(session.Resume().notice) << "kept as no other answer was shown";
+    EXPECT_EQ(shown(), before + QList<int>{241});
+}
+
+TEST_F(StudySessionTest, MoreRangesThanAreKept_LeaveOnlyTheLine)
+{
+    const QString path = folder.WriteStudyFile(u"a.txt"_s, QStringList(2001, u"[x] [y]"_s));
+    for (const int ranges : {2000, 2001}) {
+        ASSERT_FALSE(session.Open(path).refusal);
+        for (int line = 1; line <= ranges; ++line)
+            EXPECT_TRUE(session.Page().Click({.blank = 2 * line}).isCounted);
+        EXPECT_TRUE(session.Complete().isEmpty());
+        ASSERT_FALSE(session.Open(path).refusal);
+        EXPECT_TRUE(session.Resume().isPageChanged);
+        EXPECT_EQ(session.Page().Round().ShownCount(), ranges == 2000 ? 2000 : 0);
+    }
+}
+
 TEST_F(StudySessionTest, ControlCharactersInName_BecomeBlanksInRow)
 {
     // Windows can have no such file; the row is inserted before the file is looked for.

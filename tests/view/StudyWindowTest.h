@@ -46,11 +46,17 @@ class StudyWindowTest : public WindowTest
                                            StudyContext{folder.Path(), folder.Path(u"Kotoban.ini"_s), u"花子"_s});
         window->show();
         EXPECT_TRUE(WaitFor([this] { return script.IsDone() && !QApplication::activeModalWidget(); }));
-        window->activateWindow();
-        EXPECT_TRUE(WaitFor([this] { return QApplication::activeWindow() == window.get(); }));
-        QCoreApplication::processEvents(); // only then the window accepts keys again
+        TakeKeys();
         page = Child<PicText>(u"picText");
         scroll = Child<QScrollBar>(u"VScroll");
+    }
+
+    /// Makes the window accept keys after another one was open.
+    void TakeKeys()
+    {
+        window->activateWindow();
+        EXPECT_TRUE(WaitFor([this] { return QApplication::activeWindow() == window.get(); }));
+        QCoreApplication::processEvents(); // only then
     }
 
     void OpenWith(const QStringList &lines)

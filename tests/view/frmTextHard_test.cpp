@@ -181,7 +181,20 @@ TEST_F(StudyWindowTest, FileReopened_OffersLineWhereUserStopped)
     EXPECT_EQ(Label(u"lblNotice"), u"(hidden)"_s) << "the field is in its place";
     QTest::keyClick(Child<QLineEdit>(u"txtLine"), Qt::Key_Escape);
     EXPECT_EQ(Label(u"lblNotice"), offer);
-    auto *const goThere = Child<QPushButton>(u"cmdNotice1");
+    EXPECT_TRUE(Child<QPushButton>(u"cmdNotice1")->text().startsWith(u"続きから")); // and the key, if it fits
+    QTest::keyClick(page, Qt::Key_R, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(scroll->value(), 120);
+    EXPECT_EQ(Shown(), u"2 / 200"_s);
+    EXPECT_EQ(Label(u"lblNum"), u"0"_s) << "not counted";
+    QTest::keyClick(page, Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(Shown(), u"0 / 200"_s);
+    EXPECT_EQ(scroll->value(), 1);
+
+    script.Click(u"frmFile"_s, u"cmdSelect"_s);
+    Child<QPushButton>(u"cmdFile")->click();
+    TakeKeys();
+    EXPECT_EQ(Label(u"lblNotice"), offer);
+    auto *const goThere = Child<QPushButton>(u"cmdNotice2");
     EXPECT_EQ(goThere->text(), u"その行へ"_s);
     EXPECT_EQ(goThere->accessibleDescription(), u"その行へ（Ctrl+G）"_s);
     goThere->setFocus();
