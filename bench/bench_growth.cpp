@@ -18,7 +18,7 @@
 #include "files/modTakeFiles.h"
 #include "platform/modCommandLine.h"
 #include "platform/modProfile.h"
-#include "records/modMarkList.h"
+#include "records/modHardNote.h"
 #include "records/modPlaceList.h"
 #include "search/modSearch.h"
 #include "settings/modEditor.h"
@@ -234,9 +234,14 @@ Step ReadMarks(const QByteArray &bytes)
 {
     const auto [list, study] = TwoParts(bytes);
     Folder().Write(u"ListMark.txt"_s, list);
+    Folder().Write(u"txt/a.txt"_s, study);
     return [text = std::make_shared<DisplayText>(TextOf(study))] {
         const MarkList marks(Folder().Path(u"ListMark.txt"_s), u"u"_s);
         std::ignore = marks.Write(u"a"_s, *text, marks.Find(u"a"_s, *text)); // some lists are not text
+        HardNote note(marks, {Folder().Path(u"txt/a.txt"_s)});
+        while (note.GoOn(QDeadlineTimer(QDeadlineTimer::Forever)))
+            ;
+        std::ignore = note.Write(Folder().Path(u"note.txt"_s));
     };
 }
 

@@ -8,12 +8,13 @@
 #include "app/modUserList.h"
 #include "files/frmFile.h"
 #include "platform/modProfile.h"
-#include "records/modMarkList.h"
+#include "records/modHardNote.h"
 #include "records/modPlaceList.h"
 #include "search/frmSearch.h"
 #include "settings/modSettings.h"
 #include "support/RecordingServices.h"
 #include "support/TestFiles.h"
+#include "text/modCheckText.h"
 #include "widgets/frmMsg.h"
 
 #include <QApplication>
@@ -258,6 +259,49 @@ void FindInLargeMarkList(benchmark::State &state)
         benchmark::DoNotOptimize(marks.Find(u"study"_s, DisplayText()));
 }
 BENCHMARK(FindInLargeMarkList)->Apply(Tenths);
+
+/// Counts 2,000 marks in 200 study files of 1,000 lines, and makes and reads the note of them.
+void MakeHardNote(benchmark::State &state)
+{
+    constexpr int fileCount = 200;
+    const TestFolder folder;
+    folder.MakeFolder(u"rec"_s);
+    const MarkList marks(folder.Path(u"ListMark.txt"_s), u"user"_s);
+    const QByteArray bytes = BytesOf(StudyFilePath(1'000));
+    const DisplayText text = LoadText(StudyFilePath(1'000));
+    std::vector<int> blanks;
+    for (int mark = 0; mark < state.range(0) / fileCount; ++mark)
+        blanks.push_back(1 + mark * text.Blanks().Count() * fileCount / int(state.range(0)));
+    QStringList entries;
+    QStringList paths;
+    for (int file = 0; file < fileCount; ++file) {
+        const QString title = u"第%1回 英単語"_s.arg(file);
+        paths += folder.Write(u"txt/"_s + title + u".txt"_s, bytes);
+        entries += marks.Entries(title, text, blanks);
+    }
+    folder.Write(u"ListMark.txt"_s, (entries.join(u"\r\n"_s) + u"\r\n"_s).toUtf8());
+    for (auto step : state) {
+        benchmark::DoNotOptimize(marks.EntriesByTitle());
+        HardNote note(marks, paths);
+        while (note.GoOn(QDeadlineTimer(QDeadlineTimer::Forever)))
+            ;
+        StudyLines lines;
+        const QString path = HardNotePath(folder.Path(u"rec"_s));
+        if (note.BlankCount() != state.range(0) || note.Write(path) || ReadStudyText(path, MaxLineBytes, &lines))
+            state.SkipWithError("the note was not made");
+    }
+}
+BENCHMARK(MakeHardNote)->Arg(2'000)->Unit(benchmark::kMillisecond);
+
+void CountInLargeMarkList(benchmark::State &state)
+{
+    const TestFolder folder;
+    const QString path = folder.Write(u"ListMark.txt"_s, LargeList(state, MaxMarkListBytes, "user\tstudy\t[a]\t1\n"));
+    const MarkList marks(path, u"user"_s);
+    for (auto step : state)
+        benchmark::DoNotOptimize(marks.EntriesByTitle());
+}
+BENCHMARK(CountInLargeMarkList)->Apply(Tenths);
 
 void WriteLargePlaceList(benchmark::State &state)
 {

@@ -2,13 +2,16 @@
 // SPDX-License-Identifier: MIT
 
 // Any list of marks, any study file: marks that are written are found again, those that are not are gone, and
-// everything else in the list stays.
+// everything else in the list stays. The note of hard words that is made of them has each mark once, on its line.
 #include "base/modCodePage.h"
 #include "input.h"
+#include "records/modHardNote.h"
 #include "records/modListFile.h"
-#include "records/modMarkList.h"
 #include "require.h"
+#include "text/modCheckText.h"
 #include "text/modReadText.h"
+
+#include <QDeadlineTimer>
 
 namespace {
 
@@ -23,6 +26,56 @@ QStringList Others(const QString &path, const QString &user)
     return lines;
 }
 
+/// A line without brackets.
+QString Plain(QStringView line)
+{
+    return line.toString().remove(u'[').remove(u']');
+}
+
+/// The note of some files, once it was read back.
+void CheckNote(const MarkList &marks, const QStringList &files)
+{
+    static const FuzzFile file(QStringLiteral("note.txt"));
+    HardNote note(marks, files);
+    qsizetype entries = 0;
+    for (const QStringList &ofFile : marks.EntriesByTitle())
+        entries += ofFile.size();
+    while (note.GoOn(QDeadlineTimer(0)))
+        ;
+    Require(note.Done() == 1 && note.MissingCount() + note.BlankCount() <= entries);
+    Require(!note.Write(file.Path()));
+    StudyLines written;
+    const TextRefusal refusal = ReadStudyText(file.Path(), MaxLineBytes, &written);
+    Require(!refusal || note.BlankCount() == 0);
+    const QStringList inNote = [&written] {
+        QStringList lines;
+        for (int line = 1; line <= written.Count(); ++line)
+            lines += written.at1(line).toString();
+        return lines;
+    }();
+    Require(DisplayText(std::move(written)).Blanks().Count() == note.BlankCount());
+    Require(note.SourceOf(0).path.isEmpty() && note.SourceOf(int(inNote.size()) + 1).path.isEmpty());
+    for (int line = 1; line <= inNote.size(); ++line) {
+        const HardNote::Source source = note.SourceOf(line);
+        StudyLines lines;
+        Require(!ReadStudyText(source.path, MaxLineBytes, &lines));
+        Require(source.line >= 1 && source.line <= lines.Count());
+        if (inNote[line - 1].contains(u'['))
+            Require(FromCodePage932(ToCodePage932(Plain(lines.at1(source.line)))) == Plain(inNote[line - 1]));
+    }
+    QStringList all;
+    for (int blank = 1; blank <= note.BlankCount(); ++blank)
+        all += note.EntryOf(blank);
+    Require(all.removeDuplicates() == 0);
+    if (!marks.Change(all, {})) {
+        HardNote none(marks, files);
+        while (none.GoOn(QDeadlineTimer(0)))
+            ;
+        Require(none.BlankCount() == 0 && none.MissingCount() == note.MissingCount());
+        Require(!marks.Change({}, all));
+    }
+}
+
 } // namespace
 
 // Input: the user up to a zero byte, the list up to another, a byte for the marks, the study file.
@@ -34,12 +87,19 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     const QByteArray before = input.TakeText();
     file.Write(before);
     const int pattern = input.TakeByte();
+    const QByteArray study = input.TakeRest();
+    static const FuzzFile files[] = {FuzzFile(Title + QStringLiteral(".txt")),
+                                     FuzzFile(Title + QStringLiteral(".2.txt"))};
+    files[0].Write(study);
+    files[1].Write(study.first(study.lastIndexOf('\n') + 1) + "[x]\n");
     StudyLines lines;
-    ReadAllLines(input.TakeRest(), ExpandTabs::Yes, &lines);
+    ReadAllLines(study, ExpandTabs::Yes, &lines);
     if (!lines.BracketsTakeTurns())
         return 0; // not a valid study file
     const DisplayText text(std::move(lines));
     const MarkList marks(file.Path(), user);
+    CheckNote(marks, {files[0].Path(), files[1].Path()});
+    file.Write(before);
     for (const int blank : marks.Find(Title, text))
         Require(blank >= 1 && blank <= text.Blanks().Count());
 
@@ -53,6 +113,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     }
     Require(marks.Find(Title, text) == blanks);
     Require(marks.FindIn(marks.Entries(Title, text, blanks), text) == blanks);
+    CheckNote(marks, {files[0].Path(), files[1].Path()});
+    Require(marks.Find(Title, text) == blanks);
     const QStringList others = Others(file.Path(), user);
     Require(!marks.Write(Title, text, {}));
     Require(marks.Find(Title, text).empty());

@@ -116,12 +116,14 @@ wait_for_end() {
     program=
 }
 
-# row_of FOLDER NAME: prints the row of a study file in the program's list, counted from 1. Kanji are in JIS order.
+# row_of FOLDER NAME: prints the row of a study file in the program's list, counted from 1. Kanji are in JIS order. The
+# note of hard words comes first.
 row_of() {
     local names
     names=$(shopt -s nocaseglob && cd "$1/txt" && printf '%s\n' *.txt | iconv -f UTF-8 -t CP932 | LC_ALL=C sort -f |
         iconv -f CP932 -t UTF-8)
     names=$(grep -v '_印刷用\.txt$' <<<"$names"; grep '_印刷用\.txt$' <<<"$names" || true)
+    [[ ! -s $1/ListMark.txt ]] || names=苦手帳$'\n'$names
     grep -nxF -e "$2" <<<"$names" | cut -d: -f1
 }
 

@@ -4,7 +4,7 @@
 #include "exchange/frmExport.h"
 
 #include "base/modLog.h"
-#include "records/modMarkList.h"
+#include "records/modHardNote.h"
 #include "widgets/ElidedLabel.h"
 #include "widgets/frmMsg.h"
 #include "widgets/frmWait.h"
@@ -50,7 +50,7 @@ void frmExport::Run(const QString &studyFilePath)
 {
     m_studyFilePath = studyFilePath;
     lblFile->SetText(QFileInfo(studyFilePath).fileName());
-    m_hasHard = m_marks.HasEntries(GetFileTitle(studyFilePath));
+    m_hasHard = !IsHardNotePath(studyFilePath) && m_marks.HasEntries(GetFileTitle(studyFilePath));
     chkOnlyHard->setChecked(false);
     optKind_Click();
     (optText->isChecked() ? optText : optAnki->isChecked() ? optAnki : optCsv)->setFocus();

@@ -5,7 +5,7 @@
 
 #include "base/modLog.h"
 #include "exchange/modPrintSheet.h"
-#include "records/modMarkList.h"
+#include "records/modHardNote.h"
 #include "settings/modSettings.h"
 #include "widgets/ElidedLabel.h"
 #include "widgets/NamedControls.h"
@@ -55,7 +55,7 @@ void frmPrint::Run(const QString &studyFilePath)
     lblFile->SetText(QFileInfo(studyFilePath).fileName());
     chkAnswers->setChecked(m_settings.ReadPrintAnswers());
     chkOnlyHard->setChecked(false);
-    chkOnlyHard->setEnabled(m_marks.HasEntries(GetFileTitle(studyFilePath)));
+    chkOnlyHard->setEnabled(!IsHardNotePath(studyFilePath) && m_marks.HasEntries(GetFileTitle(studyFilePath)));
     chkAnswers->setFocus();
     exec();
 }

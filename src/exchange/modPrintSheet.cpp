@@ -5,7 +5,7 @@
 
 #include "base/modFile.h"
 #include "platform/modReplaceFile.h"
-#include "records/modMarkList.h"
+#include "records/modHardNote.h"
 #include "text/modCheckText.h"
 #include "text/modPictureName.h"
 #include "text/modReadText.h"
@@ -227,10 +227,10 @@ QString RelativeUrl(const QString &folder, const QString &path)
     return QString::fromLatin1(QUrl::toPercentEncoding(relative, "/"));
 }
 
-/// Finds the URLs of pictures beside a study file. The folder is listed only once.
-PictureUrl PicturesBeside(const QString &studyFilePath, const QString &sheetPath)
+/// Finds the URLs of the pictures of a study file. The folder is listed only once.
+PictureUrl PicturesOf(const QString &studyFilePath, const QString &sheetPath)
 {
-    return [pictures = PictureFolder(QFileInfo(studyFilePath).absolutePath()),
+    return [pictures = PictureFolder(PictureFolderOf(studyFilePath)),
             sheetFolder = QFileInfo(sheetPath).absolutePath()](const QString &name) {
         const QString path = pictures.Find(name);
         return path.isEmpty() ? QString() : RelativeUrl(sheetFolder, path);
@@ -260,7 +260,7 @@ TextRefusal PrintSheet::Read(const QString &studyFilePath, const QString &sheetP
     if (!refusal && onlyHard)
         m_onlyBlanks = onlyHard->Find(GetFileTitle(studyFilePath), DisplayText(m_parts.AllLines()));
     m_title = QFileInfo(studyFilePath).completeBaseName();
-    m_pictureUrl = PicturesBeside(studyFilePath, sheetPath);
+    m_pictureUrl = PicturesOf(studyFilePath, sheetPath);
     m_withAnswers = withAnswers && BlankCount() > 0;
     m_stage = Stage::Beginning;
     m_blanksBefore = 0;

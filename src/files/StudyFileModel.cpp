@@ -43,6 +43,14 @@ void StudyFileModel::Refresh(const QDate &today)
     ShowMatching();
 }
 
+void StudyFileModel::SetMarks(const QHash<QString, QStringList> &entries)
+{
+    m_markedFiles = entries.size();
+    m_markCount = 0;
+    for (const QStringList &ofFile : entries)
+        m_markCount += ofFile.size();
+}
+
 void StudyFileModel::SetFilter(const QString &wanted)
 {
     m_filter = wanted;
@@ -53,6 +61,8 @@ void StudyFileModel::SetFilter(const QString &wanted)
 void StudyFileModel::ShowMatching()
 {
     QStringList matching;
+    if (m_markCount > 0)
+        matching += HardNoteTitle.toString();
     std::copy_if(
         m_folder.Names().begin(), m_folder.Names().end(), std::back_inserter(matching),
         [this](const QString &name) { return m_filter.isEmpty() || MatchesFilter(WithoutEnding(name), m_filter); });
@@ -78,7 +88,7 @@ void StudyFileModel::CheckRows(int first, int last)
 {
     DropChecks();
     for (int row = first; row <= last && row < m_shown.size(); ++row)
-        if (!m_folder.IsChecked(m_shown.at(row)))
+        if (m_shown.at(row) != HardNoteTitle && !m_folder.IsChecked(m_shown.at(row)))
             m_pending += m_shown.at(row);
     if (!m_pending.isEmpty())
         m_checking.start(0);
@@ -114,6 +124,8 @@ int StudyFileModel::rowCount(const QModelIndex &parent) const
 QVariant StudyFileModel::data(const QModelIndex &index, int role) const
 {
     const QString &name = m_shown.at(index.row());
+    if (name == HardNoteTitle)
+        return DataOfNote(role);
     switch (role) {
     case Qt::DisplayRole:
         return name;
@@ -129,6 +141,27 @@ QVariant StudyFileModel::data(const QModelIndex &index, int role) const
         return HasFigures(name) ? Studied(name) : QString();
     case PrintableCopyRole:
         return IsPrintableCopy(name);
+    default:
+        return QVariant();
+    }
+}
+
+QVariant StudyFileModel::DataOfNote(int role) const
+{
+    const QString blanks = QString::number(m_markCount) + u'問';
+    const QString files = QString::number(m_markedFiles) + u"ファイル"_s;
+    switch (role) {
+    case Qt::DisplayRole:
+        return HardNoteTitle.toString();
+    case Qt::ToolTipRole:
+    case Qt::AccessibleTextRole:
+        return QString(HardNoteTitle + u'　' + blanks + u'（' + files + u'）');
+    case BlanksRole:
+        return blanks;
+    case StudiedRole:
+        return QString(files + u"の苦手をまとめて学習します"_s);
+    case NoteRole:
+        return true;
     default:
         return QVariant();
     }
@@ -281,14 +314,18 @@ void StudyFileDelegate::paint(QPainter *painter, const QStyleOptionViewItem &opt
     const RowColours colours{text, Dimmed(text, ground), WithContrast(desktop.warning, ground, text, ShapeContrast)};
     const RowPlaces places(item.font, item.rect);
 
+    const bool isNote = index.data(StudyFileModel::NoteRole).toBool();
+    const QColor accent = WithContrast(desktop.accent, ground, text, ShapeContrast);
+
     painter->save();
     painter->fillRect(item.rect, ground);
+    if (isNote)
+        painter->fillRect(QRect(item.rect.left(), item.rect.bottom(), item.rect.width(), 1), colours.dim);
     if (isSelected && item.state.testFlag(QStyle::State_HasFocus))
-        painter->fillRect(QRect(item.rect.topLeft(), QSize(edgePx, item.rect.height())),
-                          WithContrast(desktop.accent, ground, text, ShapeContrast));
-    PaintIcon(painter, Icon::File, places.Sign(), colours.dim, QColor());
+        painter->fillRect(QRect(item.rect.topLeft(), QSize(edgePx, item.rect.height())), accent);
+    PaintIcon(painter, isNote ? Icon::Notebook : Icon::File, places.Sign(), isNote ? accent : colours.dim, QColor());
     painter->setFont(item.font);
-    PaintNameAndBlanks(painter, places.FirstLine(), item.text, isSelected,
+    PaintNameAndBlanks(painter, places.FirstLine(), item.text, isSelected || isNote,
                        index.data(StudyFileModel::BlanksRole).toString(), colours,
                        index.data(StudyFileModel::PrintableCopyRole).toBool());
     painter->setFont(RowPlaces::SmallFont(item.font));

@@ -1,11 +1,13 @@
 // SPDX-FileCopyrightText: 2026 The Kotoban developers
 // SPDX-License-Identifier: MIT
 
-// List model of the study files. Only files in view are checked, one at a time between two events of the window.
+// List model of the study files. Above them is a row for the note of hard words if the user has any. Only files in view
+// are checked, one at a time between two events of the window.
 #pragma once
 
 #include "files/modStudyFolder.h"
 #include "history/modStudyTally.h"
+#include "records/modHardNote.h"
 
 #include <QAbstractListModel>
 #include <QStyledItemDelegate>
@@ -22,6 +24,7 @@ class StudyFileModel : public QAbstractListModel
         BlanksRole,                 ///< "67問"; empty with remarks or before the check
         StudiedRole,                ///< when the file was studied; empty with remarks or before that is known
         PrintableCopyRole,          ///< whether the file is a printable copy
+        NoteRole,                   ///< whether the row is that of the note of hard words
     };
 
     StudyFileModel(StudyFolder &folder, const StudyTallies &tallies, QObject *parent);
@@ -29,7 +32,10 @@ class StudyFileModel : public QAbstractListModel
     /// Lists the folder again. @param today  reference date for showing the last day of study
     void Refresh(const QDate &today);
 
-    /// Shows only files whose names contain every word of a text; without words, all files.
+    /// Sets the user's marks, as MarkList::EntriesByTitle gives them, for the row of the note from the next Refresh on.
+    void SetMarks(const QHash<QString, QStringList> &entries);
+
+    /// Shows only files whose names contain every word of a text; without words, all files. The note is always shown.
     void SetFilter(const QString &wanted);
 
     /// Has views show the figures of all rows again.
@@ -42,17 +48,25 @@ class StudyFileModel : public QAbstractListModel
     /// Cancels all pending checks.
     void DropChecks();
 
-    /// The row of a file, or an invalid index if it is not shown.
+    /// The row of a file, or of HardNoteTitle, or an invalid index if it is not shown.
     QModelIndex IndexOf(const QString &name) const;
+
+    /// The row of the first file; an invalid index if there is none.
+    QModelIndex FirstFile() const
+    {
+        return index(m_rows.contains(HardNoteTitle.toString()) ? 1 : 0);
+    }
 
     int rowCount(const QModelIndex &parent = QModelIndex()) const override;
 
-    /// Qt::DisplayRole: the file's name. Tooltip and accessible text: name, plus remarks or figures if known.
+    /// Qt::DisplayRole: the file's name, or HardNoteTitle. Tooltip and accessible text: name, plus remarks or figures
+    /// if known.
     QVariant data(const QModelIndex &index, int role) const override;
 
   private:
     void ShowMatching();
     void CheckNext();
+    QVariant DataOfNote(int role) const;
     StudyTally TallyOf(const QString &name) const;
     bool HasFigures(const QString &name) const;
     QString Remarks(const QString &name) const;
@@ -62,16 +76,18 @@ class StudyFileModel : public QAbstractListModel
     StudyFolder &m_folder;
     const StudyTallies &m_tallies;
     QDate m_today;
+    qsizetype m_markCount = 0;
+    qsizetype m_markedFiles = 0;
     QString m_filter;
-    QStringList m_shown;
+    QStringList m_shown;        // beginning with HardNoteTitle if there is a note
     QHash<QString, int> m_rows; // of the names shown
     QStringList m_pending;      // files to be checked, the next one first
     QTimer m_checking{this};
 };
 
-/// Paints a file on two lines: its name, dimmed for a printable copy, and the number of its blanks; below, dimmed, when
-/// it was studied, or remarks after a sign. A name that does not fit is elided in the middle, because its end tells the
-/// chapters of a textbook apart.
+/// Paints a file on two lines, and the note of hard words in the same way: its name, dimmed for a printable copy, and
+/// the number of its blanks; below, dimmed, when it was studied, or remarks after a sign. A name that does not fit is
+/// elided in the middle, because its end tells the chapters of a textbook apart.
 class StudyFileDelegate : public QStyledItemDelegate
 {
     Q_OBJECT

@@ -12,6 +12,7 @@
 #include "exchange/frmTable.h"
 #include "exchange/modPrintableCopy.h"
 #include "exchange/modStudyFromText.h"
+#include "files/MakeHardNote.h"
 #include "files/StudyFileList.h"
 #include "files/StudyFileModel.h"
 #include "files/modTakeFiles.h"
@@ -136,6 +137,7 @@ void frmFile::Form_Activate()
     WriteTrace(u"■frmFile.Form_Activate");
     tabHalves->setCurrentIndex(0);
     txtFilter->clear();
+    m_files->SetMarks(m_marks.EntriesByTitle());
     ListFiles();
     if (SelectedName().isEmpty())
         Select(m_folder.NameOf(m_stops.LastFile(m_userName)));
@@ -154,7 +156,7 @@ void frmFile::Form_Activate()
 void frmFile::cmdSelect_Click()
 {
     WriteTrace(u"■frmFile.cmdSelect_Click");
-    const QString path = TakeSelection();
+    const QString path = TakeSelectionOrNote();
     if (path.isEmpty())
         return;
     StudyLines lines;
@@ -235,14 +237,14 @@ void frmFile::cmdConvCode_Click()
 void frmFile::cmdPrint_Click()
 {
     WriteTrace(u"■frmFile.cmdPrint_Click");
-    if (const QString path = TakeSelection(); !path.isEmpty())
+    if (const QString path = TakeSelectionOrNote(); !path.isEmpty())
         frmPrint(m_services, m_msg, m_settings, m_marks, m_reportFolder, this).Run(path);
 }
 
 void frmFile::cmdExport_Click()
 {
     WriteTrace(u"■frmFile.cmdExport_Click");
-    if (const QString path = TakeSelection(); !path.isEmpty())
+    if (const QString path = TakeSelectionOrNote(); !path.isEmpty())
         frmExport(m_services, m_msg, m_marks, m_reportFolder, this).Run(path);
 }
 
@@ -283,7 +285,7 @@ void frmFile::txtFilter_Change()
     ShowEmptyList();
     Select(selected);
     if (SelectedName().isEmpty() && !txtFilter->text().isEmpty())
-        lstFile->setCurrentIndex(m_files->index(0)); // Enter then opens the first match
+        lstFile->setCurrentIndex(m_files->FirstFile()); // Enter then opens the first match
 }
 
 /// Moves the focus into the half that is shown, unless the user goes from tab to tab.
@@ -444,7 +446,7 @@ void frmFile::ShowCommands()
 
 void frmFile::ShowEmptyList()
 {
-    const bool isEmpty = m_files->rowCount() == 0;
+    const bool isEmpty = !m_files->FirstFile().isValid();
     lblEmpty->setText(EmptyListText(m_folder, txtFilter->text()));
     lblEmpty->setVisible(isEmpty);
     cmdMakeFirst->setVisible(isEmpty && m_folder.Names().isEmpty());
@@ -465,6 +467,16 @@ QString frmFile::TakeSelection(bool isForPrinting)
         return m_folder.PathOf(name);
     m_msg.Refuse(this, refusal);
     return QString();
+}
+
+/// The same for commands that also apply to the note of hard words, which is made afresh; empty if it cannot be.
+QString frmFile::TakeSelectionOrNote()
+{
+    m_chosenNote.reset();
+    if (SelectedName() != HardNoteTitle)
+        return TakeSelection();
+    m_chosenNote = MakeHardNote(m_msg, this, m_marks, m_folder.Path(), m_reportFolder);
+    return m_chosenNote ? HardNotePath(m_reportFolder) : QString();
 }
 
 void frmFile::Leave(FileChoice choice)

@@ -8,13 +8,15 @@
 #include "files/modStudyFolder.h"
 #include "history/modReward.h"
 #include "platform/modSystemServices.h"
-#include "records/modMarkList.h"
+#include "records/modHardNote.h"
 #include "records/modPlaceList.h"
 #include "settings/modEditor.h"
 #include "store/Sqlite3Func.h"
 
 #include <QDialog>
 #include <QElapsedTimer>
+
+#include <optional>
 
 class ElidedLabel;
 class frmMsg;
@@ -68,6 +70,12 @@ class frmFile : public QDialog
     const QString &ChosenPath() const
     {
         return m_chosenPath;
+    }
+
+    /// If that is the note of hard words, what was written into it.
+    const std::optional<HardNote> &ChosenNote() const
+    {
+        return m_chosenNote;
     }
 
   Q_SIGNALS:
@@ -134,6 +142,7 @@ class frmFile : public QDialog
     void ShowEmptyList();
     QString SelectedName() const;
     QString TakeSelection(bool isForPrinting = false);
+    QString TakeSelectionOrNote();
     void Leave(FileChoice choice);
 
     SystemServices &m_services;
@@ -151,6 +160,7 @@ class frmFile : public QDialog
     QString m_tableFolder; // initial folder of the next table dialog
     Editor m_editor;
     QString m_chosenPath;
+    std::optional<HardNote> m_chosenNote; // as last made
     FileChoice m_choice = FileChoice::Cancelled;
 
     StudyFileModel *m_files;

@@ -7,7 +7,7 @@
 #include "exchange/modStudyFromText.h"
 #include "platform/modCollation.h"
 #include "platform/modFolderNames.h"
-#include "records/modListFile.h"
+#include "records/modHardNote.h"
 #include "text/modCheckText.h"
 #include "text/modReadText.h"
 
@@ -229,7 +229,7 @@ QString FolderNote(const StudyFolder &folder)
 
 QString SelectionRefusal(const QString &selected, bool isForPrinting)
 {
-    if (selected.isEmpty())
+    if (selected.isEmpty() || selected == HardNoteTitle)
         return u"ファイルを一つ選択してください。"_s;
     return isForPrinting && IsPrintableCopy(selected) ? u"印刷用ファイル以外を一つ選択してください。"_s : QString();
 }

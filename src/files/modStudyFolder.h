@@ -110,6 +110,6 @@ QString EmptyListText(const StudyFolder &folder, const QString &filter);
 QString FolderNote(const StudyFolder &folder);
 
 /// Why a command of the file list does not apply to the selection, for the user; empty if it does.
-/// @param selected  name of the selected file; empty if none is.
+/// @param selected  name of the selected file; empty if none is. HardNoteTitle is none.
 /// @param isForPrinting  whether the command makes a printable copy, which is refused for a file that is one
 QString SelectionRefusal(const QString &selected, bool isForPrinting);

@@ -7,6 +7,7 @@
 #include "text/modDecodeText.h"
 
 #include <QFileInfo>
+#include <QSet>
 
 #include <algorithm>
 
@@ -101,14 +102,40 @@ FileFault ListFile::Replace(const QStringList &begin, const QStringList &lines) 
     kept.removeIf([this, start = StartOf(begin)](const QString &line) {
         return line.startsWith(start) && !Entry(line).isEmpty();
     });
-    qint64 excess = m_format.dropsOldest ? BytesOf(kept + lines).size() - m_format.maxBytes : 0;
+    return Write(kept, lines);
+}
+
+FileFault ListFile::Change(const QStringList &removed, const QStringList &added) const
+{
+    QStringList kept;
+    if (const FileFault fault = ReadList(m_path, &kept, m_format.maxBytes))
+        return fault;
+    const QSet<QString> unwanted(removed.begin(), removed.end());
+    QSet<QString> present;
+    kept.removeIf([&](const QString &line) {
+        const QStringList entry = Entry(line);
+        if (entry.isEmpty())
+            return false;
+        const QString plain = Line(entry);
+        present.insert(plain);
+        return unwanted.contains(plain);
+    });
+    QStringList missing = added;
+    missing.removeIf([&present](const QString &line) { return present.contains(line); });
+    return Write(kept, missing);
+}
+
+/// Replaces the list by some of its lines and entries added at the end.
+FileFault ListFile::Write(QStringList kept, const QStringList &added) const
+{
+    qint64 excess = m_format.dropsOldest ? BytesOf(kept + added).size() - m_format.maxBytes : 0;
     kept.removeIf([&](const QString &line) {
         if (excess <= 0 || Entry(line).isEmpty())
             return false;
         excess -= BytesOf({line}).size();
         return true;
     });
-    const QByteArray bytes = BytesOf(kept + lines);
+    const QByteArray bytes = BytesOf(kept + added);
     if (const FileFault tooLarge = SizeRefusal(m_path, bytes, m_format.maxBytes))
         return tooLarge;
     return ReplaceFile(m_path, bytes);

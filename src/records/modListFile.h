@@ -54,7 +54,13 @@ class ListFile
     /// @param lines  as Line makes them
     FileFault Replace(const QStringList &begin, const QStringList &lines) const;
 
+    /// Removes some entries wherever they are, and adds others at the end unless they are there. Otherwise the same.
+    /// @param removed, added  lines as Line makes them
+    FileFault Change(const QStringList &removed, const QStringList &added) const;
+
   private:
+    FileFault Write(QStringList kept, const QStringList &added) const;
+
     QString m_path;
     ListFormat m_format;
 };

@@ -3,8 +3,6 @@
 
 #include "records/modMarkList.h"
 
-#include <QHash>
-
 #include <algorithm>
 #include <utility>
 
@@ -100,24 +98,41 @@ std::vector<int> MarkList::Find(const QString &title, const DisplayText &text) c
 
 std::vector<int> MarkList::FindIn(const QStringList &entries, const DisplayText &text) const
 {
+    std::vector<int> blanks;
+    for (const MarkedBlank &marked : Locate(entries, text))
+        if (blanks.empty() || blanks.back() != marked.blank)
+            blanks.push_back(marked.blank);
+    return blanks;
+}
+
+std::vector<MarkedBlank> MarkList::Locate(const QStringList &entries, const DisplayText &text) const
+{
     std::vector<QStringList> marks;
     QStringList wanted;
     for (const QString &line : entries) {
-        if (const QStringList entry = m_list.Entry(line); !entry.isEmpty()) {
-            marks.push_back(entry);
-            wanted += entry[2];
-        }
+        marks.push_back(m_list.Entry(line));
+        wanted += marks.back().value(2);
     }
     const Occurrences occurrences(text, wanted);
-    std::vector<int> blanks;
-    for (const QStringList &entry : marks) {
-        const int line = occurrences.Line(entry[2], entry[4].toInt());
+    std::vector<MarkedBlank> located;
+    for (size_t i = 0; i < marks.size(); ++i) {
+        const QStringList &entry = marks[i];
+        const int line = entry.isEmpty() ? 0 : occurrences.Line(entry[2], entry[4].toInt());
         if (const int blank = line > 0 ? text.BlankOnLine(line, entry[3].toInt()) : 0; blank > 0)
-            blanks.push_back(blank);
+            located.push_back({blank, qsizetype(i)});
     }
-    std::ranges::sort(blanks);
-    blanks.erase(std::unique(blanks.begin(), blanks.end()), blanks.end());
-    return blanks;
+    std::ranges::stable_sort(located, {}, &MarkedBlank::blank);
+    return located;
+}
+
+QHash<QString, QStringList> MarkList::EntriesByTitle() const
+{
+    QHash<QString, QStringList> entries;
+    for (const QString &line : m_list.Lines({m_userName})) {
+        const QStringList entry = m_list.Entry(line);
+        entries[entry[1]] += m_list.Line(entry);
+    }
+    return entries;
 }
 
 bool MarkList::HasEntries(const QString &title) const

@@ -12,10 +12,19 @@
 #include "records/modListFile.h"
 #include "text/modDisplayText.h"
 
+#include <QHash>
+
 #include <vector>
 
 /// Largest list that is read and written. No mark is ever dropped to stay within it.
 constexpr qint64 MaxMarkListBytes = 16 * BytesPerMegabyte;
+
+/// A blank of a text that a list entry marks.
+struct MarkedBlank
+{
+    int blank;
+    qsizetype entry; ///< its index among the entries, from 0
+};
 
 class MarkList
 {
@@ -33,11 +42,23 @@ class MarkList
     /// The blanks of a text that list entries mark, ascending.
     std::vector<int> FindIn(const QStringList &entries, const DisplayText &text) const;
 
+    /// The same with the entries. A blank that several entries mark is there several times.
+    std::vector<MarkedBlank> Locate(const QStringList &entries, const DisplayText &text) const;
+
+    /// The list entries of all study files by title, each in the form that Entries gives it.
+    QHash<QString, QStringList> EntriesByTitle() const;
+
     /// Whether the list has entries for a study file, which need not match any of its blanks.
     bool HasEntries(const QString &title) const;
 
     /// Replaces the marks that the list has for a study file, as ListFile::Replace does. @param blanks  ascending
     FileFault Write(const QString &title, const DisplayText &text, const std::vector<int> &blanks) const;
+
+    /// Removes and adds entries of any study files, as EntriesByTitle gives them. See ListFile::Change.
+    FileFault Change(const QStringList &removed, const QStringList &added) const
+    {
+        return m_list.Change(removed, added);
+    }
 
   private:
     ListFile m_list;

@@ -16,12 +16,12 @@ void StudyPage::Load(DisplayText text, const std::vector<int> &hardBlanks, int l
     m_places.stoppedLine = qBound(1, lastLine, qMax(1, m_text.LineCount()));
 }
 
-void StudyPage::Reload(DisplayText text, const std::vector<int> &hardBlanks)
+void StudyPage::Reload(DisplayText text, const std::vector<int> &hardBlanks, const std::vector<int> &numbersBefore)
 {
     const Places old = m_places;
     const int leftCell = m_layout.leftCell;
     ReplaceText(std::move(text));
-    m_round.Reload(m_text.Blanks().Count(), hardBlanks);
+    m_round.Reload(m_text.Blanks().Count(), hardBlanks, numbersBefore);
     m_layout.leftCell = qMin(leftCell, LargestLeftCell());
     m_places.topLine = qMin(old.topLine, qMax(1, m_text.LineCount()));
     m_places.offeredLine = old.offeredLine <= m_text.LineCount() ? old.offeredLine : 0;

@@ -51,7 +51,8 @@ class StudyPage
     /// and so are the top line, the first cell in view and the offered line, as far as they still exist; all other
     /// places are forgotten.
     /// @param hardBlanks  ascending
-    void Reload(DisplayText text, const std::vector<int> &hardBlanks);
+    /// @param numbersBefore  the number that each blank had before, 0 for a new one, if that is known
+    void Reload(DisplayText text, const std::vector<int> &hardBlanks, const std::vector<int> &numbersBefore = {});
 
     /// Shows no file, in which every command does nothing.
     void Clear();

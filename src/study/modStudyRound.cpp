@@ -16,18 +16,21 @@ void StudyRound::Load(int blankCount, const std::vector<int> &hardBlanks)
     MarkAsHard(hardBlanks);
 }
 
-void StudyRound::Reload(int blankCount, const std::vector<int> &hardBlanks)
+void StudyRound::Reload(int blankCount, const std::vector<int> &hardBlanks, const std::vector<int> &numbersBefore)
 {
     // While only hard blanks are studied, the new marks decide what is hidden, and only those already hard keep
     // their state.
     std::array<std::vector<int>, 2> shown;
     std::set<int> missed;
-    for (int blank = 1; blank <= qMin(blankCount, BlankCount()); ++blank) {
-        if (IsOpen(false, blank))
+    for (int blank = 1; blank <= blankCount; ++blank) {
+        const int before = numbersBefore.empty() ? blank : numbersBefore[size_t(blank) - 1];
+        if (before == 0 || before > BlankCount())
+            continue;
+        if (IsOpen(false, before))
             shown[0].push_back(blank);
-        if (m_isOnlyHard && IsHard(blank) && IsOpen(true, blank))
+        if (m_isOnlyHard && IsHard(before) && IsOpen(true, before))
             shown[1].push_back(blank);
-        if (m_missed.contains(blank))
+        if (m_missed.contains(before))
             missed.insert(blank);
     }
     m_changedIn.fill(std::vector<unsigned>(size_t(blankCount) + 1));

@@ -24,7 +24,8 @@ class StudyRound
     /// Adopts the same file after it was read again, possibly with more or fewer blanks. Blanks keep their state by
     /// number, even if others were inserted before them; new ones are hidden. While only hard blanks are studied, all
     /// others are shown, and hard ones keep their state if they were hard before. Count and marked line stay.
-    void Reload(int blankCount, const std::vector<int> &hardBlanks = {});
+    /// @param numbersBefore  the number that each blank had before, 0 for a new one, if that is known
+    void Reload(int blankCount, const std::vector<int> &hardBlanks = {}, const std::vector<int> &numbersBefore = {});
 
     int BlankCount() const
     {

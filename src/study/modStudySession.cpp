@@ -11,6 +11,7 @@
 #include <QCryptographicHash>
 #include <QFileInfo>
 
+#include <numeric>
 #include <utility>
 
 using namespace Qt::Literals::StringLiterals;
@@ -28,12 +29,37 @@ void StudySession::End()
     m_start = QDateTime(); // first, so that no row is completed with the count of an empty page
     m_clockStart = QDateTime();
     m_path.clear();
+    m_note.reset();
     m_fileBytes.clear();
     m_page.Clear();
     m_keptMarks = 0;
 }
 
-StudyReading StudySession::Open(const QString &path)
+namespace {
+
+/// The blanks of the note of hard words, all of which are hard.
+std::vector<int> BlanksOfNote(const HardNote &note, const DisplayText &text)
+{
+    std::vector<int> blanks(size_t(qMin(note.BlankCount(), text.Blanks().Count())));
+    std::iota(blanks.begin(), blanks.end(), 1);
+    return blanks;
+}
+
+/// The number that each blank had in an older note, 0 for a new one.
+std::vector<int> NumbersIn(const HardNote &old, const HardNote &note, int blankCount)
+{
+    QHash<QString, int> numbers;
+    for (int blank = 1; blank <= old.BlankCount(); ++blank)
+        numbers.insert(old.EntryOf(blank), blank);
+    std::vector<int> numbersBefore(static_cast<size_t>(blankCount));
+    for (int blank = 1; blank <= qMin(blankCount, note.BlankCount()); ++blank)
+        numbersBefore[size_t(blank) - 1] = numbers.value(note.EntryOf(blank));
+    return numbersBefore;
+}
+
+} // namespace
+
+StudyReading StudySession::Open(const QString &path, std::optional<HardNote> note)
 {
     End();
     m_start = m_services.Now();
@@ -44,24 +70,38 @@ StudyReading StudySession::Open(const QString &path)
     StudyReading reading = Read(path, &text);
     if (reading.refusal)
         return reading;
-    const std::vector<int> hardBlanks = m_marks.Find(GetFileTitle(path), text);
+    const std::vector<int> hardBlanks = note ? BlanksOfNote(*note, text) : m_marks.Find(GetFileTitle(path), text);
     m_path = path;
-    m_place = m_stops.Find(m_userName, QFileInfo(path).fileName());
+    m_place = note ? Place() : m_stops.Find(m_userName, QFileInfo(path).fileName());
+    m_note = std::move(note);
     m_page.Load(std::move(text), hardBlanks, m_place.line);
     m_clockStart = m_services.Now();
     return reading;
 }
 
-StudyReading StudySession::ReadAgain()
+StudyReading StudySession::ReadAgain(std::optional<HardNote> note)
 {
     const QStringList marks = m_marks.Entries(GetFileTitle(m_path), m_page.Text(), m_page.Round().HardBlanks());
     DisplayText text;
     StudyReading reading = Read(m_path, &text);
     if (reading.refusal)
         return reading;
-    const std::vector<int> hardBlanks = m_marks.FindIn(marks, text);
-    m_page.Reload(std::move(text), hardBlanks);
+    if (note) {
+        const std::vector<int> hardBlanks = BlanksOfNote(*note, text);
+        const std::vector<int> numbersBefore = NumbersIn(*m_note, *note, text.Blanks().Count());
+        m_note = std::move(note);
+        m_page.Reload(std::move(text), hardBlanks, numbersBefore);
+    } else {
+        const std::vector<int> hardBlanks = m_marks.FindIn(marks, text);
+        m_page.Reload(std::move(text), hardBlanks);
+    }
     return reading;
+}
+
+HardNote::Source StudySession::SourceOf(int line) const
+{
+    const HardNote::Source source = m_note ? m_note->SourceOf(line) : HardNote::Source();
+    return source.path.isEmpty() ? HardNote::Source{m_path, line} : source;
 }
 
 PageChange StudySession::Resume()
@@ -118,7 +158,7 @@ QStringList StudySession::Complete()
     }
     if (const FileFault fault = KeepMarks())
         messages += MarksNotSavedMessage(fault);
-    if (!m_page.IsFileOpen())
+    if (!m_page.IsFileOpen() || m_note)
         return messages;
     Place place = m_place; // what was shown then stays until another answer is
     place.line = m_page.StoppedAt();
@@ -161,10 +201,21 @@ FileFault StudySession::KeepMarks()
     const unsigned version = m_page.Round().MarksVersion();
     if (version == m_keptMarks)
         return {};
-    FileFault fault = m_marks.Write(GetFileTitle(m_path), m_page.Text(), m_page.Round().HardBlanks());
+    FileFault fault =
+        m_note ? KeepMarksOfNote() : m_marks.Write(GetFileTitle(m_path), m_page.Text(), m_page.Round().HardBlanks());
     if (!fault)
         m_keptMarks = version;
     return fault;
+}
+
+/// Saves the marks of the note where they come from.
+FileFault StudySession::KeepMarksOfNote() const
+{
+    QStringList kept;
+    QStringList removed;
+    for (int blank = 1; blank <= qMin(m_note->BlankCount(), m_page.Round().BlankCount()); ++blank)
+        (m_page.Round().IsHard(blank) ? kept : removed) += m_note->EntryOf(blank);
+    return m_marks.Change(removed, kept);
 }
 
 std::optional<ElapsedTime> StudySession::ClockTick() const

@@ -7,7 +7,7 @@
 
 #include "history/modReward.h"
 #include "platform/modSystemServices.h"
-#include "records/modMarkList.h"
+#include "records/modHardNote.h"
 #include "records/modPlaceList.h"
 #include "store/Sqlite3Func.h"
 #include "study/modStudyClock.h"
@@ -42,11 +42,13 @@ class StudySession
 
     /// Ends the session and begins one with a file. Its row is inserted before the file is read, so that every attempt
     /// leaves one. After a refusal no file is open.
-    StudyReading Open(const QString &path);
+    /// @param note  if the file is the note of hard words: what was written into it
+    StudyReading Open(const QString &path, std::optional<HardNote> note = {});
 
     /// Reads the open file again, for StudyPage::Reload. Session and clock continue. After a refusal nothing has
     /// changed.
-    StudyReading ReadAgain();
+    /// @param note  as above
+    StudyReading ReadAgain(std::optional<HardNote> note = {});
 
     /// Completes the session's row, if there is one, and saves the marks and where the user stops. A session that
     /// continues is completed again at its end.
@@ -85,6 +87,16 @@ class StudySession
         return m_path;
     }
 
+    /// Whether the open file is the note of hard words. Its marks are those of its sources, and no place is kept for
+    /// it.
+    bool IsHardNote() const
+    {
+        return m_note.has_value();
+    }
+
+    /// Where a line of the open file is to be edited: there, or in the study file that it comes from.
+    HardNote::Source SourceOf(int line) const;
+
     /// Goes on where the user stopped the last time, see StudyPage::Resume. Answers are shown only if the file is still
     /// the same.
     PageChange Resume();
@@ -103,6 +115,7 @@ class StudySession
   private:
     StudyReading Read(const QString &path, DisplayText *text);
     const QString &FileHash();
+    FileFault KeepMarksOfNote() const;
 
     const SystemServices &m_services;
     StudyDatabase &m_database;
@@ -110,6 +123,7 @@ class StudySession
     MarkList m_marks;
     PlaceList m_stops; // where users stopped
     Place m_place;     // where this one did the last time
+    std::optional<HardNote> m_note;
     QDateTime m_start; // key of the row; invalid before the first session
     QString m_path;
     QDateTime m_fileTime;   // modification time before the text was read

@@ -7,6 +7,7 @@
 #include "base/modFile.h"
 #include "exchange/frmExport.h"
 #include "exchange/frmPrint.h"
+#include "files/MakeHardNote.h"
 #include "files/frmFile.h"
 #include "page/PageFrame.h"
 #include "page/picText.h"
@@ -82,13 +83,14 @@ void frmText::cmdFile_Click()
     }
     Form_Activate();
     if (choice == FileChoice::Chosen)
-        OpenSession(m_frmFile->ChosenPath());
+        OpenSession(m_frmFile->ChosenPath(), m_frmFile->ChosenNote());
     activateWindow();
     picText->setFocus();
 }
 
 /// Begins a session with a file. Its row is inserted before the file is read, so that every attempt leaves one.
-void frmText::OpenSession(const QString &path)
+/// @param note  if it is the note of hard words
+void frmText::OpenSession(const QString &path, std::optional<HardNote> note)
 {
     // Input typed ahead was meant for the file list. It arrives here or while the file is read, and is ignored.
     m_inputGuard.IgnoreInput(true);
@@ -105,7 +107,8 @@ void frmText::OpenSession(const QString &path)
     m_stateBar->ShowFileChange(false);
     m_session.End();
     ShowText();
-    const StudyReading reading = m_session.Open(path);
+    const int missing = note ? note->MissingCount() : 0;
+    const StudyReading reading = m_session.Open(path, std::move(note));
     if (m_stage == Stage::Ended)
         return; // the window was closed while a database message was shown
     if (!reading.refusal)
@@ -120,6 +123,8 @@ void frmText::OpenSession(const QString &path)
     Timer1->start();
     // Ticks once immediately: by the first regular tick the second may have passed, and the clock would stay empty.
     QTimer::singleShot(0, this, &frmText::Timer1_Timer);
+    if (missing > 0)
+        m_stateBar->ShowNotice(MissingHardNotice(missing));
     TellBadPictureNames(reading);
 }
 
@@ -184,9 +189,9 @@ MsgResult frmText::Ask(const QString &message, MsgStyle style, const QString &so
     return result;
 }
 
-void frmText::OpenInEditorAt(int line)
+void frmText::OpenInEditorAt(const HardNote::Source &place)
 {
-    OpenInEditor(m_services, {m_settings.TextEditor, m_context.applicationFolder}, m_session.Path(), line);
+    OpenInEditor(m_services, {m_settings.TextEditor, m_context.applicationFolder}, place.path, place.line);
 }
 
 // Reading the file again does not interrupt the session or its clock.
@@ -195,16 +200,27 @@ void frmText::cmdReRead_Click()
     WriteTrace(u"■frmText.cmdReRead_Click()");
     if (!m_page.IsFileOpen())
         return;
-    const StudyReading reading = m_session.ReadAgain();
+    std::optional<HardNote> note;
+    if (m_session.IsHardNote()) {
+        KeepMarks();
+        note = MakeHardNote(m_msg, this, m_session.Marks(), StudyFolderPath(), ReportFolderPath());
+        Form_Activate();
+        if (!note)
+            return;
+    }
+    const int missing = note ? note->MissingCount() : 0;
+    const StudyReading reading = m_session.ReadAgain(std::move(note));
     if (reading.refusal) {
         const QString question = reading.refusal.message + u"\r\n\r\nこのファイルを編集しますか？"_s;
         if (Ask(question, MsgStyle::OkCancel, u"notify.wav"_s) == MsgResult::Ok)
-            OpenInEditorAt(reading.refusal.line);
+            OpenInEditorAt({m_session.Path(), reading.refusal.line});
         return;
     }
     WatchFile();
     ShowText();
     picText->setFocus();
+    if (missing > 0)
+        m_stateBar->ShowNotice(MissingHardNotice(missing));
     TellBadPictureNames(reading);
 }
 
@@ -224,7 +240,7 @@ void frmText::cmdEdit_Click()
     else
         picText->setFocus();
     const int marked = m_page.Round().lngMarkLine();
-    OpenInEditorAt(marked != 0 ? marked : m_page.TopLine());
+    OpenInEditorAt(m_session.SourceOf(marked != 0 ? marked : m_page.TopLine()));
 }
 
 void frmText::cmdIni_Click()

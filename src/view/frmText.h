@@ -117,13 +117,13 @@ class frmText : public QWidget
     void ShowColours();
     void DescribePage();
 
-    void OpenSession(const QString &path);
+    void OpenSession(const QString &path, std::optional<HardNote> note);
     void CompleteSession();
     void TellFailedStarts();
     void TellBadPictureNames(const StudyReading &reading);
     void WatchFile();
     void TellFileChange();
-    void OpenInEditorAt(int line);
+    void OpenInEditorAt(const HardNote::Source &place);
     MsgResult Ask(const QString &message, MsgStyle style, const QString &soundName, const QString &cancelToolTip = {});
     void PrintFile();
     void ExportFile();

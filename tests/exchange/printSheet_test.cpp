@@ -104,6 +104,11 @@ TEST(PrintSheet, PicturesBesideFile_AreLinkedAndFaultKeepsOldSheet)
     EXPECT_TRUE(html.contains("<h1>a.b</h1>")) << "names that differ after a dot give different sheets";
     EXPECT_TRUE(html.contains("<img src=\"../txt/%23%E4%B8%AD%25/%E5%9B%B3-1.PNG\"")) << html.toStdString();
 
+    folder.Write(u"txt/図.png"_s, "");
+    const QString note = folder.WriteStudyFile(u"rec/苦手帳.txt"_s, {u"[a]｢図｣"_s});
+    EXPECT_EQ(WriteSheet(note, PrintSheetPath(folder.Path(u"rec"_s), note), true), QString());
+    EXPECT_TRUE(folder.Read(u"rec/苦手帳_印刷.html"_s).contains("<img src=\"../txt/%E5%9B%B3.png\""));
+
     EXPECT_EQ(WriteSheet(folder.Write(u"a.txt"_s, "[a"), sheet, true), BracketCountMessage(1, u"[a"));
     EXPECT_EQ(folder.Read(u"rec/a.b_印刷.html"_s), html);
     EXPECT_EQ(WriteSheet(source, folder.Path(u"rec"_s), true), u"通常のファイルではありません。"_s);

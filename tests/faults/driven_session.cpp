@@ -154,6 +154,9 @@ class SimulatedUser : public QObject
     void ChooseFile(QWidget *dialog)
     {
         auto *const list = dialog->findChild<QListView *>(u"lstFile"_s);
+        const auto select = [list](const QString &name) { // a row above the files comes with the first mark
+            list->setCurrentIndex(list->model()->match(list->model()->index(0, 0), Qt::DisplayRole, name).value(0));
+        };
         switch (m_fileStep++) {
         case 0:
             if (m_sessions > 0)
@@ -163,7 +166,7 @@ class SimulatedUser : public QObject
                                  ->accessibleName()
                                  .section(u' ', 1)
                                  .toInt()));
-            list->setCurrentIndex(list->model()->index(0, 0));
+            select(u"a.txt"_s);
             dialog->findChild<QAction *>(u"cmdConvFile"_s)->trigger();
             break;
         case 1:
@@ -171,7 +174,7 @@ class SimulatedUser : public QObject
             break;
         default:
             m_fileStep = 0;
-            list->setCurrentIndex(list->model()->index(m_sessions % 2, 0)); // the printable copy comes after these
+            select(m_sessions % 2 == 0 ? u"a.txt"_s : u"b.txt"_s);
             ++m_sessions;
             Click(dialog, u"cmdSelect");
         }

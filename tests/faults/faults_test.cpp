@@ -15,7 +15,7 @@
 #include "history/modHistory.h"
 #include "platform/modProfile.h"
 #include "platform/modReplaceFile.h"
-#include "records/modMarkList.h"
+#include "records/modHardNote.h"
 #include "records/modPlaceList.h"
 #include "settings/modSpeech.h"
 #include "store/modCopyDatabase.h"
@@ -96,6 +96,7 @@ class Faults : public testing::Test
             lines += u"[word%1] [語] 文"_s.arg(i);
         folder.WriteStudyFile(u"txt/b.txt"_s, lines);
         folder.Write(u"dropped/dropped.txt"_s, added.toLatin1());
+        folder.Write(u"marks"_s, u"u\ta\t1番 [ab]\t1\r\nu\ta\t[漢字] [xyz]\t1\r\n"_s.toUtf8());
     }
 
     /// Every file has complete contents, whether old or new.
@@ -267,6 +268,12 @@ class Faults : public testing::Test
             {u"ListPlace.txt"_s, old,
              [this](const QString &path) {
                  return Tell(PlaceList(path).Write(added, added, {1, 1, u"0a"_s, {{1, 2}}}));
+             }},
+            {u"rec/苦手帳.txt"_s, old,
+             [=, this](const QString &path) {
+                 HardNote note(MarkList(folder.Path(u"marks"_s), u"u"_s), {source});
+                 note.GoOn(QDeadlineTimer(QDeadlineTimer::Forever));
+                 return Tell(note.Write(path));
              }},
             {u"db_backup/copy"_s, QByteArray(),
              [this](const QString &path) { return Tell(CopyWholeFile(databasePath, path)); }},
@@ -572,7 +579,7 @@ TEST_F(Faults, FailedWrite_LeavesOldFileIntact)
         EXPECT_EQ(folder.Read(writer.name), writer.before.isEmpty() ? "(no file)" : writer.before)
             << writer.name.toStdString();
     EXPECT_EQ(QDir(folder.Path(u"db_backup"_s)).entryList(QDir::Files), QStringList()) << "no partial copy";
-    EXPECT_EQ(QDir(folder.Path(u"rec"_s)).entryList(QDir::Files).size(), 3) << "no partial sheet or export";
+    EXPECT_EQ(QDir(folder.Path(u"rec"_s)).entryList(QDir::Files).size(), 4) << "no partial sheet or export";
     EXPECT_EQ(QDir(folder.Path(u"txt"_s)).entryList({u"*.bak*"_s}), QStringList()) << "no stray backup";
 }
 

@@ -5,6 +5,7 @@
 #include "base/modFile.h"
 #include "files/modStudyFolder.h"
 #include "files/modTakeFiles.h"
+#include "records/modHardNote.h"
 #include "store/modDB_SQLite.h"
 #include "support/RecordingServices.h"
 #include "support/Rows.h"
@@ -242,4 +243,6 @@ TEST(SelectionRefusal, PrintableCopy_IsAcceptedOnlyForStudying)
 {
     EXPECT_TRUE(SelectionRefusal(u"a_印刷用.txt"_s, false).isEmpty());
     EXPECT_FALSE(SelectionRefusal(u"a_印刷用.txt"_s, true).isEmpty());
+    for (const bool isForPrinting : {false, true})
+        EXPECT_EQ(SelectionRefusal(HardNoteTitle.toString(), isForPrinting), u"ファイルを一つ選択してください。"_s);
 }

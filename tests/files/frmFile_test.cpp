@@ -448,6 +448,70 @@ TEST_F(FileWindowTest, Filter_NarrowsListAndYieldsToNewFile)
     InWindow([this] { EXPECT_EQ(list->currentIndex().data().toString(), u"a new.txt"_s); });
 }
 
+TEST_F(FileWindowTest, MarksInAnyFile_ShowTheNoteOfHardWordsAboveTheFiles)
+{
+    const QByteArray marks =
+        u"花子\ta good\t[ok]\t1\r\n花子\t前のファイル\t[a]\t1\r\n花子\t前のファイル\t[b]\t1\r\n太郎\tx\t[a]\t1\r\n"_s
+            .toUtf8();
+    folder.MakeFolder(u"rec"_s);
+    script.When(u"frmFile"_s, [](QWidget *dialog) {
+        auto *const list = dialog->findChild<QListView *>(u"lstFile"_s);
+        EXPECT_EQ(list->model()->rowCount(), 2) << "no row without marks";
+        dialog->findChild<QPushButton *>(u"cmdCancel"_s)->click();
+    });
+    window.Choose(u"notepad.exe"_s);
+    folder.Write(u"ListMark.txt"_s, marks);
+    const QString refusal = u"ファイルを一つ選択してください。"_s;
+    script.When(u"frmFile"_s, [&](QWidget *dialog) {
+        auto *const list = dialog->findChild<QListView *>(u"lstFile"_s);
+        auto *const filter = dialog->findChild<QLineEdit *>(u"txtFilter"_s);
+        const QModelIndex note = list->model()->index(0, 0);
+        EXPECT_EQ(note.data(Qt::AccessibleTextRole).toString(), u"苦手帳　3問（2ファイル）"_s);
+        EXPECT_EQ(note.data(StudyFileModel::StudiedRole).toString(), u"2ファイルの苦手をまとめて学習します"_s);
+        EXPECT_EQ(list->model()->rowCount(), 3);
+        filter->setText(u"bad"_s);
+        EXPECT_EQ(list->model()->rowCount(), 2) << "it stays";
+        EXPECT_EQ(list->currentIndex().data().toString(), u"bad.txt"_s) << "the first file that matches";
+        filter->setText(u"none"_s);
+        EXPECT_TRUE(dialog->findChild<QWidget *>(u"lblEmpty"_s)->isVisible());
+        filter->clear();
+        list->setCurrentIndex(list->model()->index(0, 0));
+        for (int refused = 0; refused < 3; ++refused)
+            script.Click(u"frmMsg"_s, u"cmdOK"_s);
+        DialogScript::Press(dialog, u"cmdEdit"_s);
+        DialogScript::Press(dialog, u"cmdConvFile"_s);
+        window.findChild<QPushButton *>(u"cmdConvCode"_s)->click();
+        EXPECT_EQ(script.messages, QStringList(3, refusal));
+        EXPECT_EQ(folder.Read(u"rec/苦手帳.txt"_s), "(no file)") << "not made for these";
+        script.Click(u"frmPrint"_s, u"cmdOK"_s);
+        DialogScript::Press(dialog, u"cmdPrint"_s);
+        DialogScript::Press(dialog, u"cmdSelect"_s);
+    });
+    EXPECT_EQ(window.Choose(u"notepad.exe"_s), FileChoice::Chosen);
+    EXPECT_EQ(QFileInfo(window.ChosenPath()), QFileInfo(folder.Path(u"rec/苦手帳.txt"_s)));
+    EXPECT_EQ(folder.Read(u"rec/苦手帳.txt"_s), ToCodePage932(u"■ a good\r\n[ok]\r\n"));
+    ASSERT_TRUE(window.ChosenNote());
+    EXPECT_EQ(window.ChosenNote()->MissingCount(), 2);
+    EXPECT_TRUE(folder.Read(u"rec/苦手帳_印刷.html"_s).contains("<h1>"));
+    EXPECT_EQ(folder.Read(u"ListMark.txt"_s), marks) << "of what is gone the entries stay";
+
+    QFile::remove(good);
+    script.Click(u"frmFile"_s, u"cmdSelect"_s); // the row is still selected
+    script.Click(u"frmMsg"_s, u"cmdOK"_s);
+    script.When(u"frmFile"_s, [&](QWidget *dialog) {
+        QFile::remove(folder.Path(u"rec/苦手帳.txt"_s));
+        folder.MakeFolder(u"rec/苦手帳.txt"_s); // in the way
+        folder.WriteStudyFile(u"txt/a good.txt"_s, {u"[ok]"_s});
+        DialogScript::Press(dialog, u"cmdSelect"_s);
+    });
+    script.Click(u"frmMsg"_s, u"cmdOK"_s);
+    script.Click(u"frmFile"_s, u"cmdCancel"_s);
+    EXPECT_EQ(window.Choose(u"notepad.exe"_s), FileChoice::Cancelled);
+    ASSERT_EQ(script.messages.size(), 5);
+    EXPECT_EQ(script.messages[3], NothingHardMessage(3).replace(u"\r\n"_s, u"\n"_s));
+    EXPECT_TRUE(script.messages[4].startsWith(u"苦手帳を書き込めません。"));
+}
+
 TEST_F(FileWindowTest, FilesDropped_NewOnesAreCopiedAndReplacingIsAskedFor)
 {
     const QString fresh = folder.WriteStudyFile(u"elsewhere/new.txt"_s, {u"[a]"_s});

@@ -86,14 +86,19 @@ TEST(StudyRound, ReloadWhileOnlyHardStudied_KeepsShownAnswers)
     EXPECT_EQ(round.ShownCount(), 3);
 }
 
-TEST(StudyRound, Reloaded_WhatWasMissedStaysMissed)
+TEST(StudyRound, ReloadedWithNumbersBefore_EachBlankKeepsItsState)
 {
     StudyRound round;
-    round.Load(2, {1, 2});
-    round.StudyOnlyHard(true);
-    round.Toggle(1);
-    round.MarkMissed(1);
+    round.Load(4, {1, 2, 3, 4});
     round.Toggle(2);
-    round.Reload(2, {1, 2});
-    EXPECT_EQ(round.LearnedBlanks(), std::vector<int>({2}));
+    round.StudyOnlyHard(true);
+    round.Toggle(3);
+    round.MarkMissed(3);
+    round.Toggle(4);
+    round.Reload(3, {1, 2, 3}, {4, 3, 0});
+    EXPECT_EQ(Open(round), u"xx-"_s);
+    EXPECT_EQ(round.LearnedBlanks(), std::vector<int>({1})) << "what was missed stays so";
+    round.StudyOnlyHard(false);
+    EXPECT_EQ(Open(round), u"---"_s) << "the only one that was shown here is gone";
+    EXPECT_EQ(round.lngOpenCount(), 3);
 }

@@ -426,6 +426,82 @@ TEST_F(StudySessionTest, MoreRangesThanAreKept_LeaveOnlyTheLine)
     }
 }
 
+TEST_F(StudySessionTest, HardNote_MarksItsSourcesAndKeepsNoPlace)
+{
+    const QString a = folder.WriteStudyFile(u"txt/a.txt"_s, {u"[a1] [a2]"_s, u"x"_s, u"[a3]"_s});
+    const QString own = folder.WriteStudyFile(u"txt/苦手帳.txt"_s, {u"[own]"_s});
+    ASSERT_FALSE(session.Open(a).refusal);
+    EXPECT_EQ(session.Page().ToggleHard(2).markedBlank, 2);
+    EXPECT_EQ(session.Page().ToggleHard(3).markedBlank, 3);
+    EXPECT_TRUE(session.Complete().isEmpty());
+    ASSERT_FALSE(session.Open(own).refusal);
+    EXPECT_EQ(session.Page().ToggleHard(1).markedBlank, 1);
+    EXPECT_TRUE(session.Complete().isEmpty());
+    const QByteArray ownMark = u"花子\t苦手帳\t[own]\t1\r\n"_s.toUtf8();
+    const QByteArray places = folder.Read(u"ListPlace.txt"_s);
+    folder.MakeFolder(u"rec"_s);
+    const QString path = HardNotePath(folder.Path(u"rec"_s));
+    const auto made = [&] {
+        HardNote note(session.Marks(), {a, own});
+        while (note.GoOn(QDeadlineTimer(QDeadlineTimer::Forever)))
+            ;
+        EXPECT_FALSE(note.Write(path));
+        return note;
+    };
+    services.now = services.now.addSecs(60);
+    HardNote note = made();
+    ASSERT_FALSE(session.Open(path, note).refusal);
+    EXPECT_TRUE(session.IsHardNote());
+    const StudyRound &round = session.Page().Round();
+    EXPECT_EQ(round.HardBlanks(), std::vector<int>({1, 2, 3}));
+    EXPECT_EQ(session.SourceOf(3).path, a);
+    EXPECT_EQ(session.SourceOf(3).line, 3);
+
+    // The first blank is known by now; the second is taken off by mistake.
+    EXPECT_TRUE(session.Page().Click({.blank = 3}).isCounted);
+    EXPECT_EQ(session.Page().ToggleHard(1).markedBlank, 1);
+    EXPECT_EQ(session.Page().ToggleHard(2).markedBlank, 2);
+    EXPECT_FALSE(session.KeepMarks());
+    EXPECT_EQ(folder.Read(u"ListMark.txt"_s), ownMark);
+    EXPECT_EQ(session.Page().ToggleHard(2).markedBlank, 2);
+    EXPECT_FALSE(session.KeepMarks());
+    EXPECT_EQ(folder.Read(u"ListMark.txt"_s), ownMark + u"花子\ta\t[a3]\t1\r\n"_s.toUtf8());
+
+    note = made();
+    ASSERT_FALSE(session.ReadAgain(note).refusal);
+    EXPECT_EQ(round.HardBlanks(), std::vector<int>({1, 2}));
+    EXPECT_TRUE(!round.bolOpen(1) && round.bolOpen(2)) << "the answer shown is still that of the same blank";
+    EXPECT_EQ(session.SourceOf(2).line, 3);
+    EXPECT_TRUE(session.Complete().isEmpty());
+    EXPECT_EQ(Row(u"file_name, num_answer"_s), u"苦手帳\t1"_s);
+    EXPECT_EQ(folder.Read(u"ListPlace.txt"_s), places);
+    ASSERT_FALSE(session.Open(own).refusal);
+    EXPECT_FALSE(session.IsHardNote());
+    EXPECT_EQ(session.SourceOf(1).path, own);
+    EXPECT_EQ(round.HardBlanks(), std::vector<int>({1}));
+}
+
+// Somebody else has written the file meanwhile.
+TEST_F(StudySessionTest, HardNoteWithOtherBlanksThanMade_MarksNothingElse)
+{
+    const QString a = folder.WriteStudyFile(u"txt/a.txt"_s, {u"[a1] [a2]"_s});
+    ASSERT_FALSE(session.Open(a).refusal);
+    EXPECT_EQ(session.Page().ToggleHard(1).markedBlank, 1);
+    EXPECT_TRUE(session.Complete().isEmpty());
+    const QByteArray list = folder.Read(u"ListMark.txt"_s);
+    HardNote note(session.Marks(), {a});
+    EXPECT_FALSE(note.GoOn(QDeadlineTimer(QDeadlineTimer::Forever)));
+    for (const QStringList &lines : {QStringList(u"[x] [y]"_s), QStringList(u"none"_s)}) {
+        ASSERT_FALSE(session.Open(folder.WriteStudyFile(u"rec/苦手帳.txt"_s, lines), note).refusal);
+        for (int blank = 1; blank <= session.Page().Round().BlankCount(); ++blank)
+            EXPECT_EQ(session.Page().ToggleHard(blank).markedBlank, blank);
+        EXPECT_EQ(session.SourceOf(100).path, session.Path());
+        EXPECT_TRUE(session.Complete().isEmpty());
+        EXPECT_EQ(folder.Read(u"ListMark.txt"_s), lines[0] == u"none" ? list : QByteArray());
+        folder.Write(u"ListMark.txt"_s, list);
+    }
+}
+
 TEST_F(StudySessionTest, ControlCharactersInName_BecomeBlanksInRow)
 {
     // Windows can have no such file; the row is inserted before the file is looked for.

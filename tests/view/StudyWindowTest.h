@@ -4,6 +4,7 @@
 // Fixture: the study window with a folder of study files, operated the way a user does.
 #pragma once
 
+#include "files/StudyFileModel.h"
 #include "page/picText.h"
 #include "study/modPageText.h"
 #include "support/WindowTest.h"
@@ -29,12 +30,13 @@ class StudyWindowTest : public WindowTest
                                              u"file_name text, dt_end text, num_answer integer)"_s));
     }
 
-    /// Scripts the choice of the n-th file of the list, 1-based.
+    /// Scripts the choice of the n-th file of the list, 1-based, or of the note of hard words, 0.
     void ChooseFile(int n)
     {
         script.When(u"frmFile"_s, [n](QWidget *dialog) {
             auto *const list = dialog->findChild<QListView *>(u"lstFile"_s);
-            list->setCurrentIndex(list->model()->index(n - 1, 0));
+            const bool hasNote = list->model()->index(0, 0).data(StudyFileModel::NoteRole).toBool();
+            list->setCurrentIndex(list->model()->index(n - (hasNote ? 0 : 1), 0));
             dialog->findChild<QPushButton *>(u"cmdSelect"_s)->click();
         });
     }

@@ -203,3 +203,48 @@ TEST_F(StudyWindowTest, FileReopened_OffersLineWhereUserStopped)
     EXPECT_EQ(QApplication::focusWidget(), page);
     EXPECT_NE(Label(u"lblNotice"), offer);
 }
+
+TEST_F(StudyWindowTest, NoteOfHardWords_IsStudiedAndEditedAtItsSources)
+{
+    folder.MakeFolder(u"rec"_s);
+    folder.WriteStudyFile(u"txt/b.txt"_s, {u""_s, u"[b1] [b2]"_s});
+    folder.WriteStudyFile(u"txt/苦手帳.txt"_s, {u"[own]"_s});
+    folder.Write(u"ListMark.txt"_s,
+                 u"花子\ta\t[a1] [a2]\t2\r\n花子\tb\t[b1] [b2]\t1\r\n花子\tb\t[gone]\t1\r\n"_s.toUtf8());
+    folder.WriteStudyFile(u"txt/a.txt"_s, {u"[a1] [a2]"_s});
+    ChooseFile(0);
+    Open();
+    EXPECT_EQ(Label(u"lblNotice"), MissingHardNotice(1));
+    EXPECT_EQ(Shown(), u"0 / 2"_s);
+    Press(Qt::Key_Return, 2);
+    EXPECT_EQ(Label(u"lblNum"), u"2"_s);
+    QTest::keyClick(page, Qt::Key_M, Qt::ControlModifier); // takes the mark of b1 off
+    script.When(u"frmPrint"_s, [](QWidget *dialog) {
+        EXPECT_FALSE(dialog->findChild<QCheckBox *>(u"chkOnlyHard"_s)->isEnabled()) << "everything in it is hard";
+        dialog->close();
+    });
+    QTest::keyClick(page, Qt::Key_P, Qt::ControlModifier);
+    TakeKeys();
+    EXPECT_TRUE(WaitFor([this] { return !folder.Read(u"ListMark.txt"_s).contains("[b1]"); }));
+    QTest::keyClick(page, Qt::Key_L, Qt::ControlModifier);
+    for (int line = 1; line < 5; ++line)
+        QTest::keyClick(page, Qt::Key_Down, Qt::ControlModifier | Qt::ShiftModifier);
+    Child<QPushButton>(u"cmdEdit")->click();
+    EXPECT_TRUE(services.commands.last().contains(u"b.txt")) << services.commands.last().toStdString();
+    Child<QPushButton>(u"cmdReRead")->click();
+    EXPECT_EQ(Shown(), u"1 / 1"_s) << "made afresh without that mark";
+    EXPECT_EQ(folder.Read(u"rec/苦手帳.txt"_s), ToCodePage932(u"■ a\r\na1 [a2]\r\n"));
+    QTest::keyClick(page, Qt::Key_M, Qt::ControlModifier); // read again: no answer was shown last
+    QTest::keyClick(page, Qt::Key_Right, Qt::ControlModifier);
+    QTest::keyClick(page, Qt::Key_M, Qt::ControlModifier);
+    script.Click(u"frmMsg"_s, u"cmdOK"_s);
+    Child<QPushButton>(u"cmdReRead")->click();
+    EXPECT_TRUE(WaitFor([this] { return script.IsDone(); }));
+    EXPECT_EQ(script.messages, QStringList(NothingHardMessage(1).replace(u"\r\n"_s, u"\n"_s)));
+    EXPECT_EQ(Shown(), u"1 / 1"_s) << "nothing has changed";
+    window->close();
+    EXPECT_EQ(folder.Read(u"ListMark.txt"_s), u"花子\tb\t[gone]\t1\r\n"_s.toUtf8());
+    EXPECT_EQ(folder.Read(u"ListPlace.txt"_s), "(no file)");
+    ASSERT_EQ(database.Open(folder.Path(u"k.splite3"_s)), 0);
+    EXPECT_TRUE(Sessions().last().contains(u"\t苦手帳\t")) << Sessions().last().toStdString();
+}
