@@ -45,10 +45,17 @@ void StudyFileModel::Refresh(const QDate &today)
 
 void StudyFileModel::SetMarks(const QHash<QString, QStringList> &entries)
 {
-    m_markedFiles = entries.size();
+    m_marks.clear();
     m_markCount = 0;
-    for (const QStringList &ofFile : entries)
-        m_markCount += ofFile.size();
+    for (auto ofFile = entries.begin(); ofFile != entries.end(); ++ofFile) {
+        m_marks.insert(ofFile.key(), int(ofFile->size()));
+        m_markCount += ofFile->size();
+    }
+}
+
+int StudyFileModel::HardCount(const QString &name) const
+{
+    return m_marks.value(ListField(GetFileTitle(m_folder.PathOf(name))));
 }
 
 void StudyFileModel::SetFilter(const QString &wanted)
@@ -139,6 +146,8 @@ QVariant StudyFileModel::data(const QModelIndex &index, int role) const
         return HasFigures(name) ? QString(QString::number(m_folder.Facts(name).blanks) + u'問') : QString();
     case StudiedRole:
         return HasFigures(name) ? Studied(name) : QString();
+    case HardRole:
+        return HasFigures(name) && HardCount(name) > 0 ? QString::number(HardCount(name)) : QString();
     case PrintableCopyRole:
         return IsPrintableCopy(name);
     default:
@@ -149,7 +158,7 @@ QVariant StudyFileModel::data(const QModelIndex &index, int role) const
 QVariant StudyFileModel::DataOfNote(int role) const
 {
     const QString blanks = QString::number(m_markCount) + u'問';
-    const QString files = QString::number(m_markedFiles) + u"ファイル"_s;
+    const QString files = QString::number(m_marks.size()) + u"ファイル"_s;
     switch (role) {
     case Qt::DisplayRole:
         return HardNoteTitle.toString();
@@ -194,7 +203,9 @@ QString StudyFileModel::Studied(const QString &name) const
 /// What is known about a file besides its name.
 QString StudyFileModel::Description(const QString &name) const
 {
-    return HasFigures(name) ? StudyFiguresSentence(m_folder.Facts(name).blanks, TallyOf(name), m_today) : Remarks(name);
+    if (!HasFigures(name))
+        return Remarks(name);
+    return StudyFiguresSentence(m_folder.Facts(name).blanks, HardCount(name), TallyOf(name), m_today);
 }
 
 QString StudyFileDelegate::displayText(const QVariant &value, const QLocale &) const
@@ -270,6 +281,7 @@ struct RowColours
     QColor text;
     QColor dim;
     QColor warning;
+    QColor hard;
 };
 
 void PaintNameAndBlanks(QPainter *painter, const QRect &line, const QString &name, bool isBold, const QString &blanks,
@@ -297,6 +309,13 @@ void PaintSecondLine(QPainter *painter, QRect line, const QModelIndex &index, co
         text = remarks;
         painter->setPen(colours.text);
     }
+    if (const QString hard = index.data(StudyFileModel::HardRole).toString(); !hard.isEmpty()) {
+        PaintHardCorner(painter, line, hard, painter->fontMetrics(), colours.hard);
+        painter->setPen(colours.text);
+        painter->drawText(line, AlignedRight, hard);
+        line.setRight(line.right() - painter->fontMetrics().horizontalAdvance(hard + u"　　"_s));
+        painter->setPen(colours.dim);
+    }
     painter->drawText(line, AlignedLeft, painter->fontMetrics().elidedText(text, Qt::ElideRight, line.width()));
 }
 
@@ -311,7 +330,8 @@ void StudyFileDelegate::paint(QPainter *painter, const QStyleOptionViewItem &opt
     const DesktopColours desktop = ColoursOn(item.palette);
     const QColor ground = isSelected ? desktop.tint : item.palette.color(QPalette::Base);
     const QColor text = isSelected ? desktop.onTint : item.palette.color(QPalette::Text);
-    const RowColours colours{text, Dimmed(text, ground), WithContrast(desktop.warning, ground, text, ShapeContrast)};
+    const RowColours colours{text, Dimmed(text, ground), WithContrast(desktop.warning, ground, text, ShapeContrast),
+                             WithContrast(desktop.hard, ground, text, ShapeContrast)};
     const RowPlaces places(item.font, item.rect);
 
     const bool isNote = index.data(StudyFileModel::NoteRole).toBool();

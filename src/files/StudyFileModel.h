@@ -24,6 +24,7 @@ class StudyFileModel : public QAbstractListModel
         BlanksRole,                 ///< "67問"; empty with remarks or before the check
         StudiedRole,                ///< when the file was studied; empty with remarks or before that is known
         PrintableCopyRole,          ///< whether the file is a printable copy
+        HardRole,                   ///< number of hard words; empty if there are none
         NoteRole,                   ///< whether the row is that of the note of hard words
     };
 
@@ -32,8 +33,11 @@ class StudyFileModel : public QAbstractListModel
     /// Lists the folder again. @param today  reference date for showing the last day of study
     void Refresh(const QDate &today);
 
-    /// Sets the user's marks, as MarkList::EntriesByTitle gives them, for the row of the note from the next Refresh on.
+    /// Sets the user's marks, as MarkList::EntriesByTitle gives them, to be shown from the next Refresh on.
     void SetMarks(const QHash<QString, QStringList> &entries);
+
+    /// Number of marks of hard words that a file has.
+    int HardCount(const QString &name) const;
 
     /// Shows only files whose names contain every word of a text; without words, all files. The note is always shown.
     void SetFilter(const QString &wanted);
@@ -76,8 +80,8 @@ class StudyFileModel : public QAbstractListModel
     StudyFolder &m_folder;
     const StudyTallies &m_tallies;
     QDate m_today;
-    qsizetype m_markCount = 0;
-    qsizetype m_markedFiles = 0;
+    QHash<QString, int> m_marks; // numbers of marks by title
+    qsizetype m_markCount = 0;   // of all
     QString m_filter;
     QStringList m_shown;        // beginning with HardNoteTitle if there is a note
     QHash<QString, int> m_rows; // of the names shown

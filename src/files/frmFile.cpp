@@ -144,7 +144,7 @@ void frmFile::Form_Activate()
     if (SelectedName().isEmpty())
         Select(u"はじめに.txt"_s);
     if (SelectedName().isEmpty())
-        lstFile->setCurrentIndex(m_files->index(0)); // so that even a new user's first Enter opens a file
+        lstFile->setCurrentIndex(m_files->FirstFile()); // so that even a new user's first Enter opens a file
     m_history->ShowThisWeek(m_ended.sum.answers > 0 ? m_ended.start : QDateTime());
     if (m_tallies.ReadRecent(m_services.Now().date()))
         m_tallying->start(0);
@@ -384,7 +384,7 @@ void frmFile::ShowTallies()
     lblReward->Show(RewardOf(m_tallies, m_ended, today));
     HardByTitle hardByTitle;
     for (const QString &name : m_folder.Names())
-        hardByTitle.insert(RecordedTitle(m_folder.PathOf(name)), 0);
+        hardByTitle.insert(RecordedTitle(m_folder.PathOf(name)), m_files->HardCount(name));
     m_history->ShowTallies(hardByTitle);
     m_sinceTallied.start();
 }

@@ -108,9 +108,11 @@ QString StudiedText(const StudyTally &tally, const QDate &today)
     return QString::number(tally.times) + u"回　最後 "_s + RecentDayText(tally.lastDay, today);
 }
 
-QString StudyFiguresSentence(int blanks, const StudyTally &tally, const QDate &today)
+QString StudyFiguresSentence(int blanks, int hard, const StudyTally &tally, const QDate &today)
 {
     QString sentence = u"空欄"_s + QString::number(blanks);
+    if (hard > 0)
+        sentence += u"，苦手"_s + QString::number(hard);
     if (tally.times > 0)
         sentence += u'，' + QString::number(tally.times) + u"回，最後は"_s + RecentDayText(tally.lastDay, today);
     return sentence;

@@ -85,8 +85,8 @@ int StudyStreak(const StudyTallies &tallies, const QDate &today);
 /// When a study file was studied, for the list: "9回　最後 今日", "1回　最後 11/24（火）"; empty without a session.
 QString StudiedText(const StudyTally &tally, const QDate &today);
 
-/// The same after the number of blanks, as a sentence: "空欄67，9回，最後は今日".
-QString StudyFiguresSentence(int blanks, const StudyTally &tally, const QDate &today);
+/// The same after the numbers of blanks and hard words, as a sentence: "空欄67，苦手3，9回，最後は今日".
+QString StudyFiguresSentence(int blanks, int hard, const StudyTally &tally, const QDate &today);
 
 /// All of it as a sentence: "これまでに 5ファイル，27回，3時間24分".
 QString AllTalliesSentence(const StudyTallies::ByTitle &tallies);

@@ -16,7 +16,8 @@ using StartFailed = std::function<void(const QString &advice)>;
 /// than Windows "notepad.exe" stands for the desktop's own plain-text editor.
 /// @param failed  called from the event loop if the desktop's own editor soon ends with an error
 /// @return false if nothing could be started
-[[nodiscard]] bool StartProcess(const QString &commandLine, const StartFailed &failed = [](const QString &) {});
+[[nodiscard]] bool StartProcess(
+    const QString &commandLine, const StartFailed &failed = [](const QString &) {});
 
 /// Opens a file or folder as a double click on it would, in a normal window, without waiting.
 /// @param workingFolder  working directory of the started program, where the system supports one

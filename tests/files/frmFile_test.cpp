@@ -105,7 +105,7 @@ TEST_F(FileWindowTest, FirstEnterOfANewUser_OpensTheIntroductionOrTheFirstFile)
     };
     for (const auto &[name, added, chosen] : rows) {
         if (added == u"ListPlace.txt"_s)
-            EXPECT_FALSE(PlaceList(folder.Path(added)).Write(u"花子"_s, u"b"_s, 1));
+            EXPECT_FALSE(PlaceList(folder.Path(added)).Write(u"花子"_s, u"b.txt"_s, {1}));
         else if (!added.isEmpty())
             folder.WriteStudyFile(u"txt/"_s + added, {u"[ok]"_s});
         frmFile opened(services, database, msg, settings, folder.Path(), u"花子"_s, nullptr);
@@ -454,8 +454,7 @@ TEST_F(FileWindowTest, MarksInAnyFile_ShowTheNoteOfHardWordsAboveTheFiles)
         u"花子\ta good\t[ok]\t1\r\n花子\t前のファイル\t[a]\t1\r\n花子\t前のファイル\t[b]\t1\r\n太郎\tx\t[a]\t1\r\n"_s
             .toUtf8();
     folder.MakeFolder(u"rec"_s);
-    script.When(u"frmFile"_s, [](QWidget *dialog) {
-        auto *const list = dialog->findChild<QListView *>(u"lstFile"_s);
+    script.When(u"frmFile"_s, [this](QWidget *dialog) {
         EXPECT_EQ(list->model()->rowCount(), 2) << "no row without marks";
         dialog->findChild<QPushButton *>(u"cmdCancel"_s)->click();
     });
@@ -463,12 +462,13 @@ TEST_F(FileWindowTest, MarksInAnyFile_ShowTheNoteOfHardWordsAboveTheFiles)
     folder.Write(u"ListMark.txt"_s, marks);
     const QString refusal = u"ファイルを一つ選択してください。"_s;
     script.When(u"frmFile"_s, [&](QWidget *dialog) {
-        auto *const list = dialog->findChild<QListView *>(u"lstFile"_s);
         auto *const filter = dialog->findChild<QLineEdit *>(u"txtFilter"_s);
         const QModelIndex note = list->model()->index(0, 0);
         EXPECT_EQ(note.data(Qt::AccessibleTextRole).toString(), u"苦手帳　3問（2ファイル）"_s);
         EXPECT_EQ(note.data(StudyFileModel::StudiedRole).toString(), u"2ファイルの苦手をまとめて学習します"_s);
         EXPECT_EQ(list->model()->rowCount(), 3);
+        EXPECT_TRUE(WaitFor([&] { return InRow(1, StudyFileModel::HardRole) == u"1"; }));
+        EXPECT_TRUE(InRow(1, Qt::AccessibleTextRole).startsWith(u"a good.txt，空欄1，苦手1"));
         filter->setText(u"bad"_s);
         EXPECT_EQ(list->model()->rowCount(), 2) << "it stays";
         EXPECT_EQ(list->currentIndex().data().toString(), u"bad.txt"_s) << "the first file that matches";

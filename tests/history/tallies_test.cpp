@@ -55,7 +55,8 @@ TEST(StudyTallies, AllYearsRead_CountsSessionsOfOneUser)
     EXPECT_TRUE(tallies.ReadRecent(QDate(2024, 3, 6)));
     EXPECT_FALSE(tallies.ReadNext(QDeadlineTimer(0))) << "earlier days are read only once";
     EXPECT_EQ(tallies.Of(u"a"_s).times, 4) << "neither lost nor counted twice after midnight";
-    EXPECT_EQ(StudyFiguresSentence(5, tallies.Of(u"a"_s), QDate(2024, 3, 7)), u"空欄5，4回，最後は3/6（水）"_s);
+    EXPECT_EQ(StudyFiguresSentence(5, 3, tallies.Of(u"a"_s), QDate(2024, 3, 7)),
+              u"空欄5，苦手3，4回，最後は3/6（水）"_s);
 }
 
 TEST(StudyTallies, DatabaseFault_IsSilentAndReadAgainAtTheNextActivation)

@@ -58,7 +58,8 @@ bool Voice::IsThere()
 void Voice::Speak(const QString &text)
 {
     if (ISpVoice *const voice = VoiceOf(&m_engine))
-        voice->Speak(reinterpret_cast<LPCWSTR>(text.utf16()), SPF_ASYNC | SPF_IS_NOT_XML | SPF_PURGEBEFORESPEAK, nullptr);
+        voice->Speak(reinterpret_cast<LPCWSTR>(text.utf16()), SPF_ASYNC | SPF_IS_NOT_XML | SPF_PURGEBEFORESPEAK,
+                     nullptr);
 }
 
 QString VoiceAdvice()
