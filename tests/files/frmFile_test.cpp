@@ -109,7 +109,9 @@ TEST_F(FileWindowTest, FirstEnterOfANewUser_OpensTheIntroductionOrTheFirstFile)
         else if (!added.isEmpty())
             folder.WriteStudyFile(u"txt/"_s + added, {u"[ok]"_s});
         frmFile opened(services, database, msg, settings, folder.Path(), u"花子"_s, nullptr);
-        Press(Qt::Key_Return);
+        script.When(u"frmFile"_s, [](QWidget *dialog) {
+            QTest::keyClick(dialog->findChild<QListView *>(u"lstFile"_s), Qt::Key_Return);
+        });
         EXPECT_EQ(opened.Choose(QString()), FileChoice::Chosen) << name;
         EXPECT_EQ(QFileInfo(opened.ChosenPath()).fileName(), chosen) << name;
     }
