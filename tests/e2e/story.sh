@@ -2,7 +2,8 @@
 # SPDX-FileCopyrightText: 2026 The Kotoban developers
 # SPDX-License-Identifier: MIT
 
-# Studies with the built program on several days of a faked clock: misses some words, and the next day studies only these.
+# Studies with the built program on three days of a faked clock: misses some words of half a file, goes on with the other
+# half, studies only what was missed, and then the hard words of two files together.
 #
 #     story.sh APPLICATION_FOLDER [PICTURE_FOLDER]
 #
@@ -17,7 +18,7 @@ application=$work/Kotoban
 pictures=${2:-}
 cp -R "$1" "$application"
 rm -f "$application"/{List*,Kotoban_log}.txt "$application"/*.ini "$application"/{db,db_backup,txt}/*
-cp "$1/txt/英単語入門.txt" "$application/txt/"
+cp "$1/txt/"{英単語入門,理科の基礎}.txt "$application/txt/"
 words=$(iconv -f CP932 -t UTF-8 "$application/txt/英単語入門.txt" | grep -o '\[' | wc -l)
 study='^瞬記帳 Ver.*\[hanako\]$'
 question='^瞬記帳$'
@@ -91,28 +92,47 @@ marks() {
     grep -c '^hanako' "$application/ListMark.txt" || true
 }
 
+# page_is FILE: whether the page looks as in the picture that save_page FILE made of it.
+save_page() {
+    import -window "$(window "$study")" -gravity North -crop 100%x60%+0+0 "$work/$1.png"
+}
+page_is() {
+    save_page now && cmp "$work/now.png" "$work/$1.png"
+}
+page_is_not() {
+    ! page_is "$1"
+}
+
+close_study() {
+    xdotool key alt+F4
+    wait_for_end 0
+}
+
 start_desktop
 
-# The first day: every word once, five of them missed.
+# The first day: the first words, five of them missed.
 begin_day 2026-04-06
 log_in hanako
-xdotool key Return
+xdotool key Home Return
 wait_for_page "$study"
 for ((i = 0; i < 5; i++)); do
     press 9 Return
     xdotool key shift+Return
 done
-press_until "$question" Return
-decline
-expect "the first day" "2026/04/06|19|hanako|英単語入門|2026/04/06 19|$words" "$(record)"
+close_study
+expect "the first day" "2026/04/06|19|hanako|英単語入門|2026/04/06 19" "$(record | cut -d'|' -f1-5)"
+first=$(record | cut -d'|' -f6)
 expect "words missed" 5 "$(marks)"
 
-# The second day: only these, one of which is missed again.
+# The second day: the other words, then only what was missed. One word is missed again.
 begin_day 2026-04-07
 xdotool key Return
 wait_for "the file selection" is_focused '^ファイル選択 Ver'
 xdotool key Return
 wait_for_page "$study"
+xdotool key ctrl+shift+r
+press_until "$question" Return
+press_until "$study" Escape
 xdotool key ctrl+shift+m
 press 1 Return
 take only-hard "$study"
@@ -121,6 +141,36 @@ press_until "$question" Return
 take learned "$question"
 agree_to_first
 decline
-expect "the second day" "2026/04/07|19|hanako|英単語入門|2026/04/07 19|5" "$(record)"
+expect "the second day" "2026/04/07|19|hanako|英単語入門|2026/04/07 19|$((words - first + 5))" "$(record)"
 expect "words still to learn" 1 "$(marks)"
+
+# The third day: two words of another file are missed, and all three studied together. One is known now.
+begin_day 2026-04-08
+xdotool key Return
+wait_for "the file selection" is_focused '^ファイル選択 Ver'
+choose_row 3 # after the hard words and the first file
+xdotool key Return
+wait_for_page "$study"
+for ((i = 0; i < 2; i++)); do
+    press 3 Return
+    xdotool key shift+Return
+done
+xdotool key alt+o
+wait_for "the file selection" is_focused '^ファイル選択 Ver'
+expect "words missed in two files" 3 "$(marks)"
+xdotool key Home
+xdotool key Return
+wait_for_page "$study"
+press 1 Return
+xdotool key ctrl+m
+wait_for_page "$study"
+take hard-note "$study"
+save_page known
+xdotool key ctrl+h
+wait_for "hidden answers" page_is_not known
+xdotool key ctrl+z
+wait_for "the answers again" page_is known
+close_study
+expect "the third day" "2026/04/08|19|hanako|苦手帳|2026/04/08 19|1" "$(record)"
+expect "words hard after all" 2 "$(marks)"
 expect "backups" "$days" "$(find "$application/db_backup" -name 'kotoban_*.splite3' | wc -l)"
