@@ -172,6 +172,7 @@ class frmFile : public QDialog
     QLabel *lblEmpty; // in the middle of the list, if there is no file in it
     ElidedLabel *lblNote;
     RewardLabel *lblReward;
+    QLabel *lblUserNameCaption;
     QLabel *lblFolderCaption;
     ElidedLabel *lblFolder;
     ElidedLabel *lblUserName;

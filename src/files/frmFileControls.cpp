@@ -49,6 +49,7 @@ frmFile::frmFile(SystemServices &services, StudyDatabase &database, frmMsg &msg,
       lstFile(new StudyFileList(this)), txtFilter(new QLineEdit(this)),
       lblEmpty(NamedLabel(u"lblEmpty"_s, QString(), this)),
       lblNote(new ElidedLabel(u"lblNote"_s, MaxNoteChars, this, Qt::ElideRight)), lblReward(new RewardLabel(this)),
+      lblUserNameCaption(NamedLabel(u"lblUserNameCaption"_s, u"利用者："_s, this)),
       lblFolderCaption(NamedLabel(u"lblFolderCaption"_s, u"フォルダ："_s, this)),
       lblFolder(new ElidedLabel(u"lblFolder"_s, MaxPathChars, this)),
       lblUserName(new ElidedLabel(u"lblUserName"_s, MaxPathChars, this)), tabHalves(new QTabBar(this)),
@@ -241,7 +242,7 @@ QWidget *frmFile::TopBand(const QString &userName)
     row->addWidget(tabHalves);
     row->addWidget(lblReward);
     row->addStretch(1);
-    row->addWidget(NamedLabel(u"lblUserNameCaption"_s, u"利用者："_s, this));
+    row->addWidget(lblUserNameCaption);
     row->addWidget(lblUserName);
     row->addSpacing(GroupGap(fontMetrics()));
     row->addWidget(lblFolderCaption);
@@ -290,7 +291,12 @@ void frmFile::ArrangeHalves()
     tabHalves->setVisible(isNarrow);
     lblFolderCaption->setVisible(!isNarrow);
     lblFolder->setVisible(!isNarrow);
-    lblReward->SetNarrow(isNarrow);
+    constexpr int besideUser = 36; // ems that tabs, reward and user need
+    constexpr int besideTabs = 29; // ems that tabs and reward need
+    const bool hasUser = width() >= Ems(fontMetrics(), besideUser);
+    lblUserNameCaption->setVisible(hasUser);
+    lblUserName->setVisible(hasUser);
+    lblReward->SetNarrow(isNarrow, width() < Ems(fontMetrics(), besideTabs) ? 1 : 2);
     m_history->SetNarrow(isNarrow);
     m_fileHalf->setVisible(!isNarrow || tabHalves->currentIndex() == 0);
     m_history->setVisible(!isNarrow || tabHalves->currentIndex() == 1);

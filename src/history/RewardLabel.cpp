@@ -22,10 +22,11 @@ void RewardLabel::Show(const Reward &reward)
     ShowText();
 }
 
-void RewardLabel::SetNarrow(bool isNarrow)
+void RewardLabel::SetNarrow(bool isNarrow, int partCount)
 {
-    if (std::exchange(m_isNarrow, isNarrow) != isNarrow)
-        ShowText();
+    m_isNarrow = isNarrow;
+    m_partCount = isNarrow ? partCount : AllRewardParts;
+    ShowText();
 }
 
 void RewardLabel::changeEvent(QEvent *event)
@@ -46,7 +47,7 @@ void RewardLabel::ShowText()
     const QColor accent = WithContrast(ColoursOn(palette()).accent, base, text, TextContrast);
     const int numberPx = qRound((m_isNarrow ? 1 : streakSize) * fontInfo().pixelSize());
     QStringList parts;
-    for (const RewardPart &part : PartsOf(m_reward, m_isNarrow)) {
+    for (const RewardPart &part : PartsOf(m_reward, m_partCount)) {
         const QString number =
             u"<span style=\"font-size:"_s + QString::number(numberPx) + u"px\">"_s + part.number + u"</span>"_s;
         if (part.isStreak)

@@ -17,8 +17,8 @@ class RewardLabel : public QLabel
 
     void Show(const Reward &reward);
 
-    /// Leaves out what has no room beside tabs: the ended session and the size of the number.
-    void SetNarrow(bool isNarrow);
+    /// Shows the number as small as the rest, and only the first parts, beside tabs.
+    void SetNarrow(bool isNarrow, int partCount);
 
   protected:
     void changeEvent(QEvent *event) override;
@@ -28,4 +28,5 @@ class RewardLabel : public QLabel
 
     Reward m_reward;
     bool m_isNarrow = false;
+    int m_partCount = AllRewardParts; // how many of them are shown
 };

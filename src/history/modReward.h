@@ -32,8 +32,10 @@ struct RewardPart
     bool isStreak = false;
 };
 
-/// All that is said, one after the other. @param isShort  without the session that has just ended
-std::vector<RewardPart> PartsOf(const Reward &reward, bool isShort);
+constexpr int AllRewardParts = 3;
+
+/// What is said, one after the other. @param most  number of parts for which there is room
+std::vector<RewardPart> PartsOf(const Reward &reward, int most = AllRewardParts);
 
 /// The same as a text: "5日連続　今日 25分 134問　今回 12分40秒 67問".
 QString RewardText(const Reward &reward);

@@ -3,6 +3,7 @@
 
 #include "view/LineField.h"
 
+#include "widgets/Measures.h"
 #include "widgets/NamedControls.h"
 #include "widgets/ScreenFit.h"
 
@@ -43,6 +44,13 @@ void LineField::Choose()
     Q_EMIT Closed();
     if (line > 0)
         Q_EMIT LineChosen(qMin(line, m_lineCount));
+}
+
+/// Keeps the field and the ring around it inside a low row.
+void LineField::resizeEvent(QResizeEvent *event)
+{
+    QWidget::resizeEvent(event);
+    txtLine->setMaximumHeight(qMax(fontMetrics().height(), height() - 2 * FocusRingReach));
 }
 
 bool LineField::eventFilter(QObject *object, QEvent *event)

@@ -30,6 +30,7 @@ class LineField : public QWidget
     void Closed();
 
   protected:
+    void resizeEvent(QResizeEvent *event) override;
     bool eventFilter(QObject *object, QEvent *event) override;
 
   private:

@@ -23,7 +23,6 @@ namespace {
 constexpr double ProgressEms = 9;
 constexpr double NarrowProgressEms = 3;
 constexpr double PageOnlyProgressEms = 6;
-constexpr double LapEms = 2.8;
 constexpr int LargestPageOnlyPx = 24; // size of the text while nothing else is around the page
 constexpr int NoticeMs = 4000;
 constexpr int UndoNoticeMs = 8000;
@@ -178,7 +177,7 @@ void StudyStateBar::ReserveSpace()
     lblShown->setFixedWidth(m_blankCount == 0 ? 0 : QFontMetrics(bold).horizontalAdvance(Digits(m_blankCount)));
     reserve(lblBlanks, m_blankCount == 0 ? QString() : u" / "_s + Digits(m_blankCount));
     reserve(lblPage, PageText(Digits(m_pageCount), Digits(m_pageCount)));
-    lblLap->setFixedWidth(Ems(font, LapEms));
+    reserve(lblLap, u"00周目"_s);
     reserve(lblNumN, lblNumN->text());
     reserve(lblNum, QString(qMax(qsizetype(4), lblNum->text().size()), u'0'));
     reserve(lblMinN, u"000"_s);
@@ -203,26 +202,32 @@ int StudyStateBar::NeededPx(const QList<QWidget *> &places) const
 void StudyStateBar::Fit()
 {
     const QFontMetrics font = fontMetrics();
-    QList<QWidget *> places{m_progress, m_shown, lblNum, m_clock};
-    QList<QWidget *> leaving{lblNumN}; // the last one first
+    QList<QWidget *> places;
+    QList<QWidget *> leaving; // the last one first
+    if (m_isOpen) {
+        places = {m_shown, lblNum, m_clock};
+        leaving = {m_progress, lblNumN};
+        if (!m_isPageOnly)
+            leaving.append({lblLap, lblPage, m_zoom});
+    }
     if (m_isPageOnly)
         places.append(cmdBars);
-    else
-        leaving.append({lblLap, lblPage, m_zoom});
     m_progress->setFixedWidth(Ems(font, m_isPageOnly ? PageOnlyProgressEms : ProgressEms));
-    while (leaving.size() > 1 && NeededPx(places + leaving) > width())
+    while (leaving.size() > 2 && NeededPx(places + leaving) > width())
         leaving.removeLast();
     if (NeededPx(places + leaving) > width())
         m_progress->setFixedWidth(Ems(font, NarrowProgressEms));
-    if (NeededPx(places + leaving) > width())
+    while (!leaving.isEmpty() && NeededPx(places + leaving) > width())
         leaving.removeLast();
-    for (QWidget *const place : std::initializer_list<QWidget *>{lblNumN, lblLap, lblPage, m_zoom, cmdBars})
+    for (QWidget *const place : std::initializer_list<QWidget *>{m_progress, m_shown, lblNum, m_clock, lblNumN, lblLap,
+                                                                 lblPage, m_zoom, cmdBars})
         place->setVisible((places + leaving).contains(place));
+    m_content->setVisible(m_isOpen || m_isPageOnly);
 }
 
 void StudyStateBar::SetFile(bool isOpen, int blankCount)
 {
-    m_content->setVisible(isOpen);
+    m_isOpen = isOpen;
     m_blankCount = blankCount;
     ReserveSpace();
 }

@@ -101,6 +101,7 @@ class StudyStateBar : public QWidget
 
     int m_blankCount = 0;
     int m_pageCount = 1;
+    bool m_isOpen = false;
     bool m_isPageOnly = false;
 
     QWidget *m_content; // hidden while no file is open

@@ -230,7 +230,7 @@ void frmText::chkSpeak_Click()
     const QString states[] = {u"読み上げません"_s, u"クリックした言葉だけを読み上げます"_s,
                               u"表示した正解も読み上げます"_s};
     const QString &state = states[m_bar->chkSpeak->checkState()];
-    m_bar->chkSpeak->setAccessibleDescription(state);
+    m_bar->chkSpeak->setAccessibleDescription(state + u" (Alt+S)"_s); // Qt tells no key of a check box
     m_stateBar->ShowNotice(state);
     picText->setFocus();
     if (m_bar->chkSpeak->isChecked() && !m_isVoiceTold && !m_services.HasVoice()) {

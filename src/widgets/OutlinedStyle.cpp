@@ -351,6 +351,8 @@ int OutlinedStyle::styleHint(StyleHint hint, const QStyleOption *option, const Q
     switch (hint) {
     case SH_DialogButtonLayout: // OK before Cancel on every desktop, as in the message dialog
         return QDialogButtonBox::WinLayout;
+    case SH_DialogButtonBox_ButtonsHaveIcons: // as in the message dialog
+        return false;
     case SH_FocusFrame_AboveWidget: // or the ring would be cut off where the control fills its parent
         return true;
     default:

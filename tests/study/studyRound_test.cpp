@@ -9,6 +9,7 @@
 #include "support/StudyText.h"
 #include "support/TestFiles.h"
 
+#include <QDeadlineTimer>
 #include <QMap>
 #include <QRandomGenerator>
 #include <QTimeZone>
