@@ -201,6 +201,9 @@ int StudyStateBar::NeededPx(const QList<QWidget *> &places) const
 /// Shows what there is room for.
 void StudyStateBar::Fit()
 {
+    m_content->setVisible(m_isOpen || m_isPageOnly);
+    if (!m_isOpen && !m_isPageOnly)
+        return;
     const QFontMetrics font = fontMetrics();
     QList<QWidget *> places;
     QList<QWidget *> leaving; // the last one first
@@ -222,7 +225,6 @@ void StudyStateBar::Fit()
     for (QWidget *const place : std::initializer_list<QWidget *>{m_progress, m_shown, lblNum, m_clock, lblNumN, lblLap,
                                                                  lblPage, m_zoom, cmdBars})
         place->setVisible((places + leaving).contains(place));
-    m_content->setVisible(m_isOpen || m_isPageOnly);
 }
 
 void StudyStateBar::SetFile(bool isOpen, int blankCount)
