@@ -16,97 +16,46 @@ inline int Ems(const QFontMetrics &font, double count)
     return int(std::lround(count * font.horizontalAdvance(u'あ')));
 }
 
-/// Height of a bar of commands.
-inline int BarHeight(const QFontMetrics &font)
+/// A length in ems: IconGap(font) are its pixels.
+struct EmLength
 {
-    return font.height() + 20;
-}
+    double ems;
 
-/// Height of the row below a page.
-inline int StateBarHeight(const QFontMetrics &font)
-{
-    return font.height() + 14;
-}
+    int operator()(const QFontMetrics &font) const
+    {
+        return Ems(font, ems);
+    }
+};
 
-/// Height of that row while nothing else is around the page.
-inline int PageOnlyHeight(const QFontMetrics &font)
+/// A height for one line of text: ButtonHeight(font) are its pixels.
+struct LineHeight
 {
-    return font.height() + 6;
-}
+    int extraPx; ///< beside the line
 
-/// Height of the face of a button.
-inline int ButtonHeight(const QFontMetrics &font)
-{
-    return font.height() + 10;
-}
+    int operator()(const QFontMetrics &font) const
+    {
+        return font.height() + extraPx;
+    }
+};
 
-/// Space at the left and right end of a button in a bar.
-inline int BarButtonMargin(const QFontMetrics &font)
-{
-    return Ems(font, 0.55);
-}
+constexpr LineHeight BarHeight{20};      ///< of a bar of commands
+constexpr LineHeight StateBarHeight{14}; ///< of the row below a page
+constexpr LineHeight PageOnlyHeight{6};  ///< of that row while nothing else is around the page
+constexpr LineHeight ButtonHeight{10};   ///< of the face of a button
 
-/// Space at the left and right end of a button in a window.
-inline int ButtonMargin(const QFontMetrics &font)
-{
-    return Ems(font, 0.9);
-}
-
-/// Space at the left and right end of a field.
-inline int FieldMargin(const QFontMetrics &font)
-{
-    return Ems(font, 0.5);
-}
-
-/// Side of the square of a check box or radio button.
-inline int IndicatorSize(const QFontMetrics &font)
-{
-    return Ems(font, 1.15);
-}
-
-/// Space between that and its text.
-inline int IndicatorGap(const QFontMetrics &font)
-{
-    return Ems(font, 0.5);
-}
+constexpr EmLength BarButtonMargin{0.55}; ///< at the left and right end of a button in a bar
+constexpr EmLength ButtonMargin{0.9};     ///< at those of a button in a window
+constexpr EmLength FieldMargin{0.5};      ///< at those of a field
+constexpr EmLength IndicatorSize{1.15};   ///< side of the square of a check box or radio button
+constexpr EmLength IndicatorGap{0.5};     ///< between that and its text
+constexpr EmLength ControlGap{0.6};       ///< between controls that belong together
+constexpr EmLength GroupGap{0.9};         ///< between groups of controls
+constexpr EmLength IconSize{1.25};        ///< side of the square of an icon
+constexpr EmLength MenuArrowSize{0.75};   ///< side of the square of the arrow that opens a menu
+constexpr EmLength MenuArrowMargin{0.2};  ///< at both sides of that arrow, if it is a button of its own
+constexpr EmLength IconGap{0.4};          ///< between an icon and its text
 
 constexpr double IndicatorLineWidth = 1.5;
-
-/// Space between controls that belong together.
-inline int ControlGap(const QFontMetrics &font)
-{
-    return Ems(font, 0.6);
-}
-
-/// Space between groups of controls.
-inline int GroupGap(const QFontMetrics &font)
-{
-    return Ems(font, 0.9);
-}
-
-/// Side of the square of an icon.
-inline int IconSize(const QFontMetrics &font)
-{
-    return Ems(font, 1.25);
-}
-
-/// Side of the square of the arrow that opens a menu.
-inline int MenuArrowSize(const QFontMetrics &font)
-{
-    return Ems(font, 0.75);
-}
-
-/// Space at both sides of that arrow, if it is a button of its own.
-inline int MenuArrowMargin(const QFontMetrics &font)
-{
-    return Ems(font, 0.2);
-}
-
-/// Space between an icon and its text.
-inline int IconGap(const QFontMetrics &font)
-{
-    return Ems(font, 0.4);
-}
 
 /// Radius of the corners of controls.
 inline double CornerRadius(const QFontMetrics &font)
