@@ -162,54 +162,7 @@ void BarControl::Paint() const
 }
 
 BarButton::BarButton(const QString &name, Icon icon, const QString &text, QWidget *parent)
-    : QPushButton(text, parent), BarControl(this, icon)
+    : BarWidget(name, icon, text, parent)
 {
-    setObjectName(name);
     setAutoDefault(true); // Enter presses it too
-}
-
-QSize BarButton::sizeHint() const
-{
-    return Size();
-}
-
-QSize BarButton::minimumSizeHint() const
-{
-    return Size();
-}
-
-bool BarButton::hitButton(const QPoint &at) const
-{
-    return rect().contains(at);
-}
-
-void BarButton::paintEvent(QPaintEvent *)
-{
-    Paint();
-}
-
-BarCheckBox::BarCheckBox(const QString &name, Icon icon, const QString &text, QWidget *parent)
-    : QCheckBox(text, parent), BarControl(this, icon)
-{
-    setObjectName(name);
-}
-
-QSize BarCheckBox::sizeHint() const
-{
-    return Size();
-}
-
-QSize BarCheckBox::minimumSizeHint() const
-{
-    return Size();
-}
-
-bool BarCheckBox::hitButton(const QPoint &at) const
-{
-    return rect().contains(at);
-}
-
-void BarCheckBox::paintEvent(QPaintEvent *)
-{
-    Paint();
 }

@@ -52,34 +52,56 @@ class BarControl
     QColor m_tickedText;
 };
 
-class BarButton : public QPushButton, public BarControl
+/// Makes a control of Qt's one of a bar.
+template <typename Control>
+class BarWidget : public Control, public BarControl
+{
+  public:
+    QSize sizeHint() const override
+    {
+        return Size();
+    }
+
+    QSize minimumSizeHint() const override
+    {
+        return Size();
+    }
+
+  protected:
+    BarWidget(const QString &name, Icon icon, const QString &text, QWidget *parent)
+        : Control(text, parent), BarControl(this, icon)
+    {
+        this->setObjectName(name);
+    }
+
+    bool hitButton(const QPoint &at) const override
+    {
+        return this->rect().contains(at);
+    }
+
+    void paintEvent(QPaintEvent *) override
+    {
+        Paint();
+    }
+};
+
+class BarButton : public BarWidget<QPushButton>
 {
     Q_OBJECT
 
   public:
     /// @param text  caption without a mnemonic; if it is empty, the caller sets an accessible name
     BarButton(const QString &name, Icon icon, const QString &text, QWidget *parent);
-
-    QSize sizeHint() const override;
-    QSize minimumSizeHint() const override;
-
-  protected:
-    bool hitButton(const QPoint &at) const override;
-    void paintEvent(QPaintEvent *event) override;
 };
 
-class BarCheckBox : public QCheckBox, public BarControl
+class BarCheckBox : public BarWidget<QCheckBox>
 {
     Q_OBJECT
 
   public:
     /// @param text  caption without a mnemonic
-    BarCheckBox(const QString &name, Icon icon, const QString &text, QWidget *parent);
-
-    QSize sizeHint() const override;
-    QSize minimumSizeHint() const override;
-
-  protected:
-    bool hitButton(const QPoint &at) const override;
-    void paintEvent(QPaintEvent *event) override;
+    BarCheckBox(const QString &name, Icon icon, const QString &text, QWidget *parent)
+        : BarWidget(name, icon, text, parent)
+    {
+    }
 };
