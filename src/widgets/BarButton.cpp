@@ -150,8 +150,7 @@ void BarControl::Paint() const
     if (m_showsLetter && !m_self->shortcut().isEmpty())
         PaintLetter(&painter, square);
     else
-        painter.drawPixmap(square.topLeft(), PaintedIcon(m_icon, side, m_self->devicePixelRatioF(), colour,
-                                                         m_self->isEnabled() ? m_hardColour : QColor()));
+        PaintIcon(&painter, m_icon, square, colour, m_self->isEnabled() ? m_hardColour : QColor());
     const int left = square.right() + 1 + IconGap(font);
     QString text = m_self->text();
     if (m_count > 0)

@@ -5,7 +5,6 @@
 #pragma once
 
 #include <QIcon>
-#include <QPixmap>
 
 class QColor;
 class QFontMetrics;
@@ -54,10 +53,6 @@ void PaintIcon(QPainter *painter, Icon icon, const QRectF &square, const QColor 
 /// @param font  of the number
 void PaintHardCorner(QPainter *painter, const QRect &line, const QString &number, const QFontMetrics &font,
                      const QColor &colour);
-
-/// An icon as a picture, cached by its arguments. @param sizePx  side in logical pixels
-/// @param pixelRatio  device pixels per logical pixel
-QPixmap PaintedIcon(Icon icon, int sizePx, double pixelRatio, const QColor &colour, const QColor &hardColour);
 
 /// An icon for a button, in the colour that the desktop's palette has for the text of buttons.
 QIcon ButtonIcon(Icon icon);
