@@ -84,7 +84,7 @@ void PagePainter::Paint(const QRect &part)
         if (area.left() < m_layout.NumberStripPx())
             for (int row = firstRow; row <= lastRow; ++row)
                 DrawNumber(row);
-        m_painter.fillRect(Device(QRect(m_layout.NumberStripPx(), 0, 1, m_layout.heightPx)), m_colours.stripEdge);
+        m_painter.fillRect(Device(QRect(m_layout.NumberStripPx(), 0, 1, m_layout.heightPx)), m_colours.frame);
     }
     DrawFrame();
     // Text scrolled out at the left must not run into the line numbers; the frame around the first cell may.
@@ -185,7 +185,7 @@ void PagePainter::DrawCurrent(int row)
     }
     const int width = qMax(1, Device(CurrentFramePx));
     const int reach = gap + width;
-    DrawRing(target.adjusted(-reach, -reach, reach, reach), width, m_colours.current);
+    DrawRing(target.adjusted(-reach, -reach, reach, reach), width, m_colours.focus);
 }
 
 /// The area of the cells firstCell..endCell - 1 of a row.

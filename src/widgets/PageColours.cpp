@@ -27,8 +27,8 @@ PageColours HighContrastPage(const QPalette &desktop)
     page.drawing = HighContrastDrawing;
     page.background = ground;
     page.text = page.answer = page.hiddenBox = page.number = text;
-    page.shownBox = page.stripEdge = page.frame = page.hint = Dimmed(text, ground);
-    page.focus = page.current = page.hard = page.lineMark = WithContrast(highlight, ground, text, ShapeContrast);
+    page.shownBox = page.frame = page.hint = Dimmed(text, ground);
+    page.focus = page.hard = page.lineMark = WithContrast(highlight, ground, text, ShapeContrast);
     page.markedNumber = TextOn(page.lineMark, desktop.color(QPalette::HighlightedText));
     page.found = WithContrast(highlight, text, ground, TextContrast); // as far from the text as that needs
     return page;

@@ -48,22 +48,20 @@ struct PageColours
     PageDrawing drawing;
     QColor background;
     QColor text;
-    QColor answer;    ///< text of a shown answer
-    QColor hiddenBox; ///< outline of the box of a hidden answer
-    QColor shownBox;  ///< outline of the box of a shown answer or, if soft, the line below it
-    QColor fill;      ///< inside the box of a hidden answer, as the next two only if soft
-    QColor next;      ///< outline of the box that Enter opens next
-    QColor nextFill;  ///< inside that box
-    QColor number;    ///< line number
-    QColor stripEdge; ///< between the line numbers and the text
-    QColor lineMark;  ///< behind the number of the marked line
+    QColor answer;     ///< text of a shown answer
+    QColor hiddenBox;  ///< outline of the box of a hidden answer
+    QColor shownBox;   ///< outline of the box of a shown answer or, if soft, the line below it
+    QColor fill{};     ///< inside the box of a hidden answer, as the next two only if soft
+    QColor next{};     ///< outline of the box that Enter opens next
+    QColor nextFill{}; ///< inside that box
+    QColor number;     ///< line number
+    QColor lineMark;   ///< behind the number of the marked line
     QColor markedNumber;
-    QColor found;   ///< behind the current hit of a search
-    QColor frame;   ///< edge of the page without keyboard focus
-    QColor focus;   ///< edge of the page with keyboard focus
-    QColor current; ///< ring around the current keyboard target
-    QColor hard;    ///< corner of the box of a blank that is marked as hard
-    QColor hint;    ///< first character of a hidden answer
+    QColor found; ///< behind the current hit of a search
+    QColor frame; ///< edge of the page without keyboard focus, and between the line numbers and the text
+    QColor focus; ///< edge of the page with keyboard focus, and ring around the current keyboard target
+    QColor hard;  ///< corner of the box of a blank that is marked as hard
+    QColor hint;  ///< first character of a hidden answer
 
     // For the bars of commands around the page:
     QColor bar;  ///< ground
@@ -90,17 +88,12 @@ inline constexpr PageColours LightPage = {
     .answer = QColor(0, 0, 0),
     .hiddenBox = QColor(0, 0, 0),
     .shownBox = QColor(128, 128, 128), // colour 8 of the 16-colour palette
-    .fill = QColor(),
-    .next = QColor(),
-    .nextFill = QColor(),
     .number = QColor(96, 96, 96),
-    .stripEdge = QColor(148, 148, 148),
     .lineMark = QColor(208, 124, 0),
     .markedNumber = QColor(0, 0, 0),
     .found = QColor(60, 148, 226),
     .frame = QColor(148, 148, 148),
     .focus = QColor(20, 90, 200),
-    .current = QColor(20, 90, 200),
     .hard = QColor(200, 40, 40),
     .hint = QColor(110, 110, 110),
     .bar = QColor(243, 245, 247),
@@ -125,17 +118,12 @@ inline constexpr PageColours DarkPage = {
     .answer = QColor(240, 240, 240),
     .hiddenBox = QColor(240, 240, 240),
     .shownBox = QColor(128, 128, 128),
-    .fill = QColor(),
-    .next = QColor(),
-    .nextFill = QColor(),
     .number = QColor(176, 176, 176),
-    .stripEdge = QColor(108, 108, 108),
     .lineMark = QColor(232, 170, 50),
     .markedNumber = QColor(27, 30, 32),
     .found = QColor(28, 107, 188),
     .frame = QColor(108, 108, 108),
     .focus = QColor(92, 170, 255),
-    .current = QColor(92, 170, 255),
     .hard = QColor(255, 110, 100),
     .hint = QColor(160, 160, 160),
     .bar = QColor(39, 43, 47),
@@ -164,13 +152,11 @@ inline constexpr PageColours SoftPage = {
     .next = QColor(178, 101, 0),
     .nextFill = QColor(255, 235, 194),
     .number = QColor(107, 112, 117),
-    .stripEdge = QColor(221, 217, 207),
     .lineMark = QColor(208, 124, 0),
     .markedNumber = QColor(0, 0, 0),
     .found = QColor(169, 211, 255),
     .frame = QColor(221, 217, 207),
     .focus = QColor(26, 95, 180),
-    .current = QColor(26, 95, 180),
     .hard = QColor(200, 50, 60),
     .hint = QColor(76, 92, 108),
     .bar = QColor(241, 239, 233),
@@ -199,13 +185,11 @@ inline constexpr PageColours SoftDarkPage = {
     .next = QColor(229, 172, 78),
     .nextFill = QColor(75, 61, 34),
     .number = QColor(160, 167, 174),
-    .stripEdge = QColor(58, 64, 72),
     .lineMark = QColor(232, 170, 50),
     .markedNumber = QColor(27, 30, 32),
     .found = QColor(29, 74, 122),
     .frame = QColor(58, 64, 72),
     .focus = QColor(108, 178, 255),
-    .current = QColor(108, 178, 255),
     .hard = QColor(255, 129, 120),
     .hint = QColor(195, 204, 213),
     .bar = QColor(43, 48, 54),

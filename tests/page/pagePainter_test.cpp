@@ -199,7 +199,7 @@ TEST(PagePainter, PartialRow_IsNotPainted)
     QImage blank = page.Incremental().copy(belowTheSecondRow);
     blank.fill(Qt::white);
     for (int y = 0; y < blank.height(); ++y)
-        blank.setPixelColor(layout.NumberStripPx() - 2, y, LightPage.stripEdge);
+        blank.setPixelColor(layout.NumberStripPx() - 2, y, LightPage.frame);
     EXPECT_EQ(page.Incremental().copy(belowTheSecondRow), blank);
 }
 

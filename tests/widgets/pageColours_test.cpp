@@ -83,8 +83,7 @@ TEST(PageColours, EveryChoice_ReachesMinimumContrast)
             {"hidden answer in a hit", page.answer, page.found, ShapeContrast},
             {"box or line of a shown answer", page.shownBox, page.background, ShapeContrast},
             {"mark of a line", page.lineMark, page.background, ShapeContrast},
-            {"edge with the focus", page.focus, page.background, ShapeContrast},
-            {"ring around the current target", page.current, page.background, ShapeContrast},
+            {"edge with the focus and ring around the current target", page.focus, page.background, ShapeContrast},
             {"corner of a hard blank", page.hard, page.background, ShapeContrast},
             {"bar", page.barText, page.bar, TextContrast},
             {"pressed in a bar", page.barText, page.tint, TextContrast},
@@ -109,10 +108,9 @@ TEST(PageColours, EveryChoice_ReachesMinimumContrast)
                                      {"corner of the next box", page.hard, page.nextFill, ShapeContrast}});
         else
             rows.insert(rows.end(), {{"hint", page.hint, page.background, TextContrast},
-                                     {"edge of the numbers", page.stripEdge, page.background, ShapeContrast},
                                      {"mark of a hit", page.drawing.hasRingAtHit ? page.answer : page.found,
                                       page.background, ShapeContrast},
-                                     {"edge of the page", page.frame, page.background, ShapeContrast}});
+                                     {"edges of page and numbers", page.frame, page.background, ShapeContrast}});
         for (const auto &[name, colour, background, minimum] : rows)
             EXPECT_GE(Contrast(colour, background), minimum) << name << ' ' << page.background.name().toStdString();
     }
