@@ -220,20 +220,19 @@ void OutlinedStyle::drawControl(ControlElement element, const QStyleOption *opti
                     CornerRadius(option->fontMetrics) + FocusRingGap);
         return;
     }
-    if (const auto *const button = qstyleoption_cast<const QStyleOptionButton *>(option);
-        element == CE_PushButtonLabel && button && IsFilled(*option)) {
-        QStyleOptionButton filled = *button;
-        filled.palette.setColor(QPalette::ButtonText, ColoursOn(option->palette).onAccent);
-        QProxyStyle::drawControl(element, &filled, painter, widget);
-        return;
-    }
     if (element == CE_TabBarTabShape) {
         DrawTab(painter, *option);
         return;
     }
     if (const auto *const button = qstyleoption_cast<const QStyleOptionButton *>(option);
-        element == CE_PushButtonLabel && button && !button->icon.isNull() && !button->text.isEmpty()) {
-        DrawLabelWithIcon(*button, painter);
+        element == CE_PushButtonLabel && button) {
+        QStyleOptionButton label = *button;
+        if (IsFilled(*option))
+            label.palette.setColor(QPalette::ButtonText, ColoursOn(option->palette).onAccent);
+        if (!label.icon.isNull() && !label.text.isEmpty())
+            DrawLabelWithIcon(label, painter);
+        else
+            QProxyStyle::drawControl(element, &label, painter, widget);
         return;
     }
     QProxyStyle::drawControl(element, option, painter, widget);
