@@ -30,15 +30,16 @@ void frmExport::Form_Load()
     setWindowTitle(u"書き出す"_s);
     QVBoxLayout *const column = Column();
     AddHead(u"lblKind"_s, u"形式"_s);
-    optText = AddRadioButton(u"optText"_s, u"テキスト（UTF-8）(&T)"_s, u"UTF-8のテキストファイルにします (Alt+T)"_s,
-                             u"[ ]の付いたままの文を，ほかのソフトで読めるようにします。"_s);
-    optAnki = AddRadioButton(u"optAnki"_s, u"Anki(&A)"_s, u"Ankiで読み込むファイルにします (Alt+A)"_s,
-                             u"空欄のある行を1行ずつ，穴埋め（Cloze）のノートにします。"_s);
-    optCsv = AddRadioButton(u"optCsv"_s, u"CSV（表）(&C)"_s, u"Excelなどで開く表にします (Alt+C)"_s,
-                            u"空欄ごとに，行番号，前の文，正解，後の文を並べた表にします。"_s);
-    chkOnlyHard =
-        AddCheckBox(u"chkOnlyHard"_s, u"苦手だけ(&N)"_s, u"苦手の印のある空欄だけを，AnkiかCSVに書き出します (Alt+N)"_s,
-                    u"苦手の印のある空欄だけにします（AnkiとCSV）。"_s);
+    optText =
+        AddChoice<QRadioButton>(u"optText"_s, u"テキスト（UTF-8）(&T)"_s, u"UTF-8のテキストファイルにします (Alt+T)"_s,
+                                u"[ ]の付いたままの文を，ほかのソフトで読めるようにします。"_s);
+    optAnki = AddChoice<QRadioButton>(u"optAnki"_s, u"Anki(&A)"_s, u"Ankiで読み込むファイルにします (Alt+A)"_s,
+                                      u"空欄のある行を1行ずつ，穴埋め（Cloze）のノートにします。"_s);
+    optCsv = AddChoice<QRadioButton>(u"optCsv"_s, u"CSV（表）(&C)"_s, u"Excelなどで開く表にします (Alt+C)"_s,
+                                     u"空欄ごとに，行番号，前の文，正解，後の文を並べた表にします。"_s);
+    chkOnlyHard = AddChoice<QCheckBox>(u"chkOnlyHard"_s, u"苦手だけ(&N)"_s,
+                                       u"苦手の印のある空欄だけを，AnkiかCSVに書き出します (Alt+N)"_s,
+                                       u"苦手の印のある空欄だけにします（AnkiとCSV）。"_s);
     column->addStretch();
     optText->setChecked(true);
     for (QRadioButton *const choice : {optText, optAnki, optCsv})

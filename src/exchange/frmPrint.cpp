@@ -38,12 +38,12 @@ void frmPrint::Form_Load()
                                    u"そこで Ctrl+P を押すと，印刷やPDFへの保存ができます。"_s,
                                    this));
     AddHead(u"lblContent"_s, u"内容"_s);
-    chkAnswers =
-        AddCheckBox(u"chkAnswers"_s, u"正解を付ける(&A)"_s, u"番号を付けた正解を，最後のページに印刷します (Alt+A)"_s,
-                    u"番号を付けた正解を，最後のページに印刷します。"_s);
-    chkOnlyHard =
-        AddCheckBox(u"chkOnlyHard"_s, u"苦手だけ(&N)"_s, u"苦手の印のある空欄と，その行だけを印刷します (Alt+N)"_s,
-                    u"苦手の印のある空欄と，その行だけを印刷します。"_s);
+    chkAnswers = AddChoice<QCheckBox>(u"chkAnswers"_s, u"正解を付ける(&A)"_s,
+                                      u"番号を付けた正解を，最後のページに印刷します (Alt+A)"_s,
+                                      u"番号を付けた正解を，最後のページに印刷します。"_s);
+    chkOnlyHard = AddChoice<QCheckBox>(u"chkOnlyHard"_s, u"苦手だけ(&N)"_s,
+                                       u"苦手の印のある空欄と，その行だけを印刷します (Alt+N)"_s,
+                                       u"苦手の印のある空欄と，その行だけを印刷します。"_s);
     Column()->addStretch();
     AddAnswers(u"印刷ページを開く(&P)"_s, u"印刷するページをブラウザで開きます (Enter)"_s,
                u"印刷せずに戻ります (Esc)"_s);

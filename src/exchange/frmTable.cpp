@@ -103,8 +103,8 @@ void frmTable::Form_Load()
 
     Column()->addLayout(ReadingRow());
     Column()->addWidget(fraTable, 3);
-    chkHeader = AddCheckBox(u"chkHeader"_s, u"1行目は見出し（学習ファイルに入れない）(&H)"_s,
-                            u"1行目を学習ファイルに入れません (Alt+H)"_s);
+    chkHeader = AddChoice<QCheckBox>(u"chkHeader"_s, u"1行目は見出し（学習ファイルに入れない）(&H)"_s,
+                                     u"1行目を学習ファイルに入れません (Alt+H)"_s);
     connect(chkHeader, &QCheckBox::clicked, this, &frmTable::chkHeader_Click);
     Column()->addLayout(Inputs());
     Column()->addWidget(LabelOf(txtPreview, u"lblPreview"_s, u"できる学習ファイル(&P)："_s));

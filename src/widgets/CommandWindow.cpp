@@ -11,7 +11,6 @@
 #include "widgets/ScreenFit.h"
 #include "widgets/frmMsg.h"
 
-#include <QCheckBox>
 #include <QFormLayout>
 #include <QGuiApplication>
 #include <QLabel>
@@ -45,17 +44,16 @@ void CommandWindow::AddHead(const QString &name, const QString &text)
     m_column->addWidget(label);
 }
 
-template <typename Choice>
-Choice *CommandWindow::AddChoice(const QString &name, const QString &caption, const QString &toolTip,
-                                 const QString &meaning)
+void CommandWindow::Place(QAbstractButton *choice, const QString &name, const QString &toolTip, const QString &meaning)
 {
-    auto *const choice = new Choice(caption, this);
     choice->setObjectName(name);
     choice->setToolTip(toolTip);
     if (meaning.isEmpty()) {
         m_column->addWidget(choice);
-        return choice;
+        return;
     }
+    if (qobject_cast<QRadioButton *>(choice)) // the tooltip of a check box tells more
+        choice->setAccessibleDescription(meaning);
     QLabel *const phrase = NamedLabel(u"lbl"_s + name.sliced(3), meaning, this);
     const QPalette desktop = QGuiApplication::palette();
     QPalette dimmed;
@@ -67,21 +65,6 @@ Choice *CommandWindow::AddChoice(const QString &name, const QString &caption, co
     rows->addWidget(choice);
     rows->addWidget(phrase);
     m_column->addLayout(rows);
-    return choice;
-}
-
-QCheckBox *CommandWindow::AddCheckBox(const QString &name, const QString &caption, const QString &toolTip,
-                                      const QString &meaning)
-{
-    return AddChoice<QCheckBox>(name, caption, toolTip, meaning);
-}
-
-QRadioButton *CommandWindow::AddRadioButton(const QString &name, const QString &caption, const QString &toolTip,
-                                            const QString &meaning)
-{
-    auto *const choice = AddChoice<QRadioButton>(name, caption, toolTip, meaning);
-    choice->setAccessibleDescription(meaning);
-    return choice;
 }
 
 void CommandWindow::AddAnswers(const QString &caption, const QString &toolTip, const QString &toolTipOfCancel,

@@ -9,6 +9,7 @@
 
 class ElidedLabel;
 class frmMsg;
+class QAbstractButton;
 class QCheckBox;
 class QPushButton;
 class QRadioButton;
@@ -31,10 +32,14 @@ class CommandWindow : public QDialog
     void AddHead(const QString &name, const QString &text);
 
     /// Adds a choice with an optional phrase about it below its caption.
-    QCheckBox *AddCheckBox(const QString &name, const QString &caption, const QString &toolTip,
-                           const QString &meaning = QString());
-    QRadioButton *AddRadioButton(const QString &name, const QString &caption, const QString &toolTip,
-                                 const QString &meaning);
+    template <typename Choice>
+    Choice *AddChoice(const QString &name, const QString &caption, const QString &toolTip,
+                      const QString &meaning = QString())
+    {
+        auto *const choice = new Choice(caption, this);
+        Place(choice, name, toolTip, meaning);
+        return choice;
+    }
 
     /// Adds the buttons cmdOK, which Enter presses, and cmdCancel, and sizes the window. To be called last.
     /// @param beside  widget to the left of them; may be null
@@ -61,8 +66,7 @@ class CommandWindow : public QDialog
     QPushButton *cmdCancel = nullptr;
 
   private:
-    template <typename Choice>
-    Choice *AddChoice(const QString &name, const QString &caption, const QString &toolTip, const QString &meaning);
+    void Place(QAbstractButton *choice, const QString &name, const QString &toolTip, const QString &meaning);
     void cmdCancel_Click();
 
     QWidget *m_content;

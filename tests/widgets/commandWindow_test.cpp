@@ -24,7 +24,7 @@ class Choices : public CommandWindow
     {
         AddFileLine(u"ファイル："_s, u"lblFile"_s, 40);
         for (int number = 1; number <= count; ++number)
-            AddCheckBox(u"chk%1"_s.arg(number), QString::number(number), QString());
+            AddChoice<QCheckBox>(u"chk%1"_s.arg(number), QString::number(number), QString());
         AddAnswers(u"OK"_s, QString(), QString());
     }
 
