@@ -34,7 +34,10 @@ void CalendarChart::ShowRead(const QDate &today)
 
 QString CalendarChart::Sentence() const
 {
-    return Chosen().IsEmpty() && IsRead() ? SentenceOf({Today(), Today()}) : DayChart::Sentence();
+    if (Chosen().IsEmpty() && !IsRead())
+        return DayChart::Sentence();
+    const QDate &day = Chosen().IsEmpty() ? Today() : Chosen().last;
+    return DaySentence(day, m_tallies.OnDay(day));
 }
 
 /// Whether all days of the year have been read.
@@ -91,11 +94,6 @@ QString CalendarChart::TextOf(const DaySpan &days) const
 {
     const StudySum sum = m_tallies.OnDay(days.last);
     return ShortDayText(days.last, Today()) + u' ' + (sum.answers > 0 ? StudySumText(sum) : u"なし"_s);
-}
-
-QString CalendarChart::SentenceOf(const DaySpan &days) const
-{
-    return DaySentence(days.last, m_tallies.OnDay(days.last));
 }
 
 void CalendarChart::paintEvent(QPaintEvent *)

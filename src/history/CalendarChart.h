@@ -25,7 +25,6 @@ class CalendarChart : public DayChart
     DaySpan DaysAt(const QPointF &point) const override;
     DaySpan DaysAfterKey(int key) const override;
     QString TextOf(const DaySpan &days) const override;
-    QString SentenceOf(const DaySpan &days) const override;
 
   private:
     CalendarPlaces Places() const;

@@ -60,7 +60,7 @@ void DayChart::ShowRead(const QDate &today, const QString &sentence)
 
 QString DayChart::Sentence() const
 {
-    return m_chosen.IsEmpty() ? m_sentence : SentenceOf(m_chosen);
+    return m_chosen.IsEmpty() ? m_sentence : TextOf(m_chosen);
 }
 
 QSize DayChart::sizeHint() const

@@ -53,9 +53,8 @@ class DayChart : public QWidget
     /// The days that a key leads to from what is chosen; empty for any other key.
     virtual DaySpan DaysAfterKey(int key) const = 0;
 
-    /// What is said about them, as a tooltip and on their own as a sentence.
+    /// What is said about them, as in a tooltip.
     virtual QString TextOf(const DaySpan &days) const = 0;
-    virtual QString SentenceOf(const DaySpan &days) const = 0;
 
     const QDate &Today() const
     {

@@ -89,11 +89,6 @@ QString HistoryChart::TextOf(const DaySpan &days) const
     return bar < 0 ? QString() : BarText(m_bars[size_t(bar)], m_span, Today());
 }
 
-QString HistoryChart::SentenceOf(const DaySpan &days) const
-{
-    return TextOf(days);
-}
-
 void HistoryChart::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);

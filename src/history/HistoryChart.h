@@ -23,7 +23,6 @@ class HistoryChart : public DayChart
     DaySpan DaysAt(const QPointF &point) const override;
     DaySpan DaysAfterKey(int key) const override;
     QString TextOf(const DaySpan &days) const override;
-    QString SentenceOf(const DaySpan &days) const override;
 
   private:
     BarPlaces Places() const;
