@@ -38,7 +38,7 @@ ClickTarget TargetAt(const DisplayText &text, const StudyRound &round, int xPx, 
                      const PageLayout &layout)
 {
     if (layout.IsInNumberStrip(xPx))
-        return {.numberedLine = MarkLineAt(yPx, topLine, layout)};
+        return {.numberedLine = layout.LineAt(yPx, topLine)};
     if (layout.RowOffsetAt(yPx) >= layout.RowsPerPage())
         return {}; // below the last row nothing is painted
     if (const int blank = HitTest(text, xPx, yPx, topLine, layout); blank > 0)

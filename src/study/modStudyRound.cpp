@@ -342,11 +342,6 @@ int RandomPage(const StudyRound &round, const DisplayText &text, const PageInVie
     return page.topLine;
 }
 
-int MarkLineAt(int yPx, int topLine, const PageLayout &layout)
-{
-    return layout.LineAt(yPx, topLine);
-}
-
 QString AllShownMessage(int blankCount)
 {
     return QString::number(blankCount) + u"個の正解をすべて表示しました。\r\n学習を続けますか？"_s;

@@ -290,9 +290,6 @@ int TurnPage(StudyRound *round, const PageInView &page);
 /// chosen only if no other one has any. 0 if no answer is hidden.
 int RandomPage(const StudyRound &round, const DisplayText &text, const PageInView &page, QRandomGenerator *random);
 
-/// The line that a click in the strip of line numbers marks.
-int MarkLineAt(int yPx, int topLine, const PageLayout &layout);
-
 /// The same for hard blanks while only those are studied; there are fewer of them.
 constexpr int MinHardToAsk = 5;
 

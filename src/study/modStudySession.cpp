@@ -86,15 +86,13 @@ StudyReading StudySession::ReadAgain(std::optional<HardNote> note)
     StudyReading reading = Read(m_path, &text);
     if (reading.refusal)
         return reading;
+    const std::vector<int> hardBlanks = note ? BlanksOfNote(*note, text) : m_marks.FindIn(marks, text);
+    std::vector<int> numbersBefore;
     if (note) {
-        const std::vector<int> hardBlanks = BlanksOfNote(*note, text);
-        const std::vector<int> numbersBefore = NumbersIn(*m_note, *note, text.Blanks().Count());
+        numbersBefore = NumbersIn(*m_note, *note, text.Blanks().Count());
         m_note = std::move(note);
-        m_page.Reload(std::move(text), hardBlanks, numbersBefore);
-    } else {
-        const std::vector<int> hardBlanks = m_marks.FindIn(marks, text);
-        m_page.Reload(std::move(text), hardBlanks);
     }
+    m_page.Reload(std::move(text), hardBlanks, numbersBefore);
     return reading;
 }
 

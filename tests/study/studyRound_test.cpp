@@ -189,8 +189,8 @@ TEST(PageLayout, AnySize_HoldsWholeRowsAndNumberStrip)
     EXPECT_FALSE(Layout.IsInNumberStrip(51));
     EXPECT_TRUE((PageLayout{.cellWidthPx = 7, .hasLineNumbers = true}).IsInNumberStrip(36)) << "7 * 4.5 + 5 = 36.5";
     EXPECT_FALSE((PageLayout{.cellWidthPx = 10}).IsInNumberStrip(3));
-    EXPECT_EQ(MarkLineAt(25, 8, Layout), 9);
-    EXPECT_EQ(MarkLineAt(0, 8, Layout), 8) << "the margin belongs to the first row";
+    EXPECT_EQ(Layout.LineAt(25, 8), 9);
+    EXPECT_EQ(Layout.LineAt(0, 8), 8) << "the margin belongs to the first row";
 }
 
 TEST(PageAt, FullPage_ScrollsUntilLastLineIsOnTop)
