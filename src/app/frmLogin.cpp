@@ -47,20 +47,17 @@ class NameList : public QListWidget
 
 frmLogin::frmLogin(SystemServices &services, frmMsg &msg, const QString &userListPath, const QString &lastUser)
     : m_services(services), m_msg(msg), m_userListPath(userListPath), m_lastUser(lastUser),
-      lblComment(new QLabel(this)), txtUserName(new QLineEdit(this)), lstUserName(new NameList(this))
+      lblComment(NamedLabel(u"lblComment"_s, QString(), this)), txtUserName(new QLineEdit(this)),
+      lstUserName(new NameList(this))
 {
     setObjectName(u"frmLogin"_s);
-    lblComment->setObjectName(u"lblComment"_s);
-    txtUserName->setObjectName(u"txtUserName"_s);
-    lstUserName->setObjectName(u"lstUserName"_s);
+    NameControl(txtUserName, u"txtUserName"_s, u"利用者名"_s, u"学習記録に付ける名前です (Alt+U)"_s);
+    NameControl(lstUserName, u"lstUserName"_s, u"利用者一覧"_s);
     QPushButton *const cmdOK =
         AddButton(this, u"cmdOK"_s, u"OK"_s, u"この名前で始めます (Enter)"_s, &frmLogin::cmdOK_Click);
     cmdOK->setDefault(true);
     QPushButton *const cmdEnd =
         AddButton(this, u"cmdEnd"_s, u"終了(&X)"_s, u"瞬記帳を終了します (Alt+X)"_s, &frmLogin::cmdEnd_Click);
-    txtUserName->setToolTip(u"学習記録に付ける名前です (Alt+U)"_s);
-    txtUserName->setAccessibleName(u"利用者名"_s);
-    lstUserName->setAccessibleName(u"利用者一覧"_s);
     connect(txtUserName, &QLineEdit::textEdited, this, &frmLogin::txtUserName_Change);
     connect(lstUserName, &QListWidget::itemSelectionChanged, this, &frmLogin::lstUserName_Click);
     connect(lstUserName, &QListWidget::itemClicked, this, &frmLogin::lstUserName_Click);

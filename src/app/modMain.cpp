@@ -46,8 +46,8 @@ bool StartRunLog(const RunLog &log, SystemServices &services)
 // No window is shown; the entry in the run log is the only report.
 bool CheckFoldersAndLog(const QString &applicationFolder, const RunLog &log, SystemServices &services)
 {
-    QString missing;
-    if (CheckFolders(applicationFolder, &missing))
+    const QString missing = MissingFolder(applicationFolder);
+    if (missing.isEmpty())
         return true;
     if (const FileFault fault = log.WriteLog(FolderMissingMessage(missing)))
         services.ShowMessage(fault.reason);
@@ -156,17 +156,12 @@ bool PrepareRun(const QString &applicationFolder, const InstanceMark &instance, 
            OpenDatabase(applicationFolder, services, database);
 }
 
-bool CheckFolders(const QString &applicationFolder, QString *missing)
+QString MissingFolder(const QString &applicationFolder)
 {
-    missing->clear();
-    for (const QStringView name : RequiredFolders) {
-        const QString path = JoinPath(applicationFolder, name.toString());
-        if (!QFileInfo(path).isDir()) {
-            *missing = path;
-            return false;
-        }
-    }
-    return true;
+    for (const QStringView name : RequiredFolders)
+        if (const QString path = JoinPath(applicationFolder, name.toString()); !QFileInfo(path).isDir())
+            return path;
+    return QString();
 }
 
 QString FolderMissingMessage(const QString &path)

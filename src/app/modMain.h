@@ -25,10 +25,8 @@ inline constexpr std::array<QStringView, 5> RequiredFolders{u"db", u"db_backup",
 [[nodiscard]] bool PrepareRun(const QString &applicationFolder, const InstanceMark &instance, const RunLog &log,
                               SystemServices &services, StudyDatabase &database);
 
-/// Checks the required folders.
-/// @param missing  full path of the first one that does not exist; empty if all do
-/// @return whether all exist
-bool CheckFolders(const QString &applicationFolder, QString *missing);
+/// Full path of the first of the required folders that does not exist; empty if all do.
+QString MissingFolder(const QString &applicationFolder);
 
 /// The run log's entry for a missing folder.
 QString FolderMissingMessage(const QString &path);

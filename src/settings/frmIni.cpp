@@ -44,7 +44,8 @@ frmIni::frmIni(SystemServices &services, frmMsg &msg, const Settings &defaults, 
                const QString &applicationFolder, QWidget *owner)
     : QDialog(owner), m_services(services), m_msg(msg), m_defaults(defaults), m_upper(upper),
       m_applicationFolder(applicationFolder), cboZoom(new QComboBox(this)), txtLineSpace(new QLineEdit(this)),
-      lblLSpaceRange(new QLabel(LineSpaceRange(defaults, upper), this)), txtTextEditor(new QLineEdit(this)),
+      lblLSpaceRange(NamedLabel(u"lblLSpaceRange"_s, LineSpaceRange(defaults, upper), this)),
+      txtTextEditor(new QLineEdit(this)),
       lblDesktopEditor(NamedLabel(u"lblDesktopEditor"_s, u"デスクトップのエディタ"_s, this)),
       chkDispLineNum(new QCheckBox(u"行番号を表示する(&N)"_s, this)), cboPageColour(new QComboBox(this))
 {
@@ -77,14 +78,11 @@ void frmIni::Form_Activate()
 void frmIni::AddControls()
 {
     const int charPx = fontMetrics().averageCharWidth();
-    cboZoom->setObjectName(u"cboZoom"_s);
-    cboZoom->setAccessibleName(u"拡大"_s);
-    cboZoom->setToolTip(u"本文をさらに大きくします (Alt+Z)"_s);
+    NameControl(cboZoom, u"cboZoom"_s, u"拡大"_s, u"本文をさらに大きくします (Alt+Z)"_s);
     for (const int percent : ZoomSteps)
         cboZoom->addItem(QString::number(percent) + u" %"_s, percent);
     NameControl(txtLineSpace, u"txtLineSpace"_s, u"行間"_s, u"行と行の間の広さです (Alt+L)"_s);
     txtLineSpace->setMaximumWidth(8 * charPx);
-    lblLSpaceRange->setObjectName(u"lblLSpaceRange"_s);
     NameControl(txtTextEditor, u"txtTextEditor"_s, u"テキストエディタ"_s,
                 u"学習ファイルを編集するプログラムです (Alt+T)"_s);
     txtTextEditor->setMinimumWidth(40 * charPx);
