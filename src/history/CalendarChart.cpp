@@ -132,7 +132,7 @@ void CalendarChart::PaintNames(QPainter *painter, const CalendarPlaces &places) 
         const double lineHeight = fontMetrics().height();
         const QRectF line(place.left(), place.center().y() - lineHeight / 2, place.width(), lineHeight);
         painter->drawText(line, Qt::AlignLeft | Qt::AlignVCenter,
-                          QString(Weekday(places.Today().addDays(row - places.Today().dayOfWeek()))));
+                          QString(Weekday(Today().addDays(row - Today().dayOfWeek()))));
     }
 }
 

@@ -35,12 +35,6 @@
 
 using namespace Qt::Literals::StringLiterals;
 
-namespace {
-
-constexpr int MaxSentenceChars = 60;
-
-} // namespace
-
 HistoryPanel::HistoryPanel(SystemServices &services, StudyDatabase &database, frmMsg &msg, const QString &reportFolder,
                            const Editor &editor, const QString &userName, const StudyTallies &tallies, QWidget *parent)
     : QWidget(parent), m_services(services), m_msg(msg), m_reportFolder(reportFolder), m_editor(editor),
@@ -49,7 +43,7 @@ HistoryPanel::HistoryPanel(SystemServices &services, StudyDatabase &database, fr
       lstRecord(new QListView(this)), tabCharts(new QTabBar(this)), m_column(new QVBoxLayout(this)),
       m_charts(new QStackedLayout), m_totals(new QWidget(this)), picHistory(new HistoryChart(m_reader, this)),
       picCalendar(new CalendarChart(tallies, this)), tblFiles(new FileTable(this)),
-      lblSentence(new ElidedLabel(u"lblSentence"_s, MaxSentenceChars, this, Qt::ElideRight)),
+      lblSentence(new ElidedLabel(u"lblSentence"_s, 60, this, Qt::ElideRight)),
       lblSumTime(NamedLabel(u"lblSumTime"_s, QString(), this)), lblSumAns(NamedLabel(u"lblSumAns"_s, QString(), this))
 {
     setObjectName(u"historyPanel"_s);
@@ -62,9 +56,8 @@ HistoryPanel::HistoryPanel(SystemServices &services, StudyDatabase &database, fr
     auto *const tabRow = new QHBoxLayout;
     tabRow->addWidget(tabCharts, 1);
     tabRow->addWidget(cmdFile);
-    QBoxLayout *const span = SpanRow();
     m_column->setContentsMargins(0, 0, 0, 0);
-    m_column->addLayout(span);
+    m_column->addLayout(SpanRow());
     m_column->addWidget(lstRecord, 3);
     m_column->addLayout(tabRow);
     m_column->addLayout(m_charts, 2);

@@ -36,11 +36,6 @@ class CalendarPlaces
         return m_firstDay;
     }
 
-    const QDate &Today() const
-    {
-        return m_today;
-    }
-
     /// The square of a day from FirstDay() to today.
     QRectF Square(const QDate &day) const;
 
