@@ -53,12 +53,12 @@ std::vector<SpokenPart> PartsOf(const StudyPage &page, int line)
     return parts;
 }
 
-int SpokenLength(const StudyPage &page, int line)
+QString SpokenLine(const StudyPage &page, int line)
 {
-    qsizetype length = 0;
+    QString spoken;
     for (const SpokenPart &part : PartsOf(page, line))
-        length += part.text.size();
-    return int(length);
+        spoken += part.text;
+    return spoken;
 }
 
 } // namespace
@@ -69,12 +69,8 @@ QString SpokenPage(const StudyPage &page)
         return u"「ファイル選択」（Alt+O）で学習ファイルを選んでください。"_s;
     QStringList lines;
     const PageInView view = page.InView();
-    for (int line = view.topLine; line <= view.lastLine; ++line) {
-        QString spoken;
-        for (const SpokenPart &part : PartsOf(page, line))
-            spoken += part.text;
-        lines += spoken;
-    }
+    for (int line = view.topLine; line <= view.lastLine; ++line)
+        lines += SpokenLine(page, line);
     return lines.join(u'\n');
 }
 
@@ -94,7 +90,7 @@ int SpokenOffset(const StudyPage &page, int line, qsizetype index)
 {
     qsizetype offset = 0;
     for (int above = page.TopLine(); above < line; ++above)
-        offset += SpokenLength(page, above) + 1;
+        offset += SpokenLine(page, above).size() + 1;
     for (const SpokenPart &part : PartsOf(page, line)) {
         const qsizetype start = part.span.Index();
         // A hidden empty answer counts as one character, at its closing bracket.

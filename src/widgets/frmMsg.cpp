@@ -6,6 +6,7 @@
 #include "base/modFile.h"
 #include "base/modLog.h"
 #include "base/modProduct.h"
+#include "widgets/NamedControls.h"
 #include "widgets/ScreenFit.h"
 
 #include <QEventLoop>
@@ -57,12 +58,12 @@ struct frmMsg::Turn
 };
 
 frmMsg::frmMsg(SystemServices &services, const QString &soundFolder)
-    : m_services(services), m_soundFolder(soundFolder), fraMsg(new QScrollArea(this)), lblMsg(new QLabel),
-      cmdOK(new QPushButton(this)), cmdCancel(new QPushButton(this)), Timer1(new QTimer(this))
+    : m_services(services), m_soundFolder(soundFolder), fraMsg(new QScrollArea(this)),
+      lblMsg(NamedLabel(u"lblMsg"_s, QString(), nullptr)), cmdOK(new QPushButton(this)),
+      cmdCancel(new QPushButton(this)), Timer1(new QTimer(this))
 {
     setObjectName(u"frmMsg"_s);
     fraMsg->setObjectName(u"fraMsg"_s);
-    lblMsg->setObjectName(u"lblMsg"_s);
     cmdOK->setObjectName(u"cmdOK"_s);
     cmdCancel->setObjectName(u"cmdCancel"_s);
     Timer1->setObjectName(u"Timer1"_s);
@@ -80,7 +81,6 @@ void frmMsg::Form_Load()
     fraMsg->setFrameShape(QFrame::NoFrame);
     fraMsg->setFocusPolicy(Qt::NoFocus);
     fraMsg->setWidget(lblMsg);
-    lblMsg->setTextFormat(Qt::PlainText);
     cmdOK->setDefault(true);
     Timer1->setSingleShot(true);
     Timer1->setInterval(TimerMs);
