@@ -107,20 +107,12 @@ class SimulatedUser : public QObject
     /// Answers every window from now on.
     void Step()
     {
-        if (m_hasLeft)
-            return;
         // First, so that the steps continue while an action waits in a dialog.
         QTimer::singleShot(0, this, &SimulatedUser::Step);
         if (QWidget *const dialog = QApplication::activeModalWidget())
             AnswerDialog(dialog);
         else if (study && study->isVisible() && !m_isBusy)
             Study();
-    }
-
-    /// Answers no more windows.
-    void Leave()
-    {
-        m_hasLeft = true;
     }
 
   private:
@@ -134,8 +126,6 @@ class SimulatedUser : public QObject
     {
         const QString name = dialog->objectName();
         if (name == u"frmMsg") {
-            if (auto *const timer = dialog->findChild<QTimer *>(); timer->isActive())
-                timer->start(0);
             Click(dialog, u"cmdOK");
         } else if (name == u"frmLogin") {
             dialog->findChild<QLineEdit *>(u"txtUserName"_s)->setText(m_name);
@@ -220,7 +210,6 @@ class SimulatedUser : public QObject
 
     QString m_name;
     const FaultServices &m_services;
-    bool m_hasLeft = false;
     bool m_isBusy = false;
     int m_sessions = 0;
     int m_fileStep = 0;
@@ -257,8 +246,6 @@ class EndedUser : public QObject
   private:
     static void Agree(QWidget *dialog)
     {
-        if (auto *const timer = dialog->findChild<QTimer *>(); dialog->objectName() == u"frmMsg" && timer->isActive())
-            timer->start(0);
         if (auto *const csv = dialog->findChild<QAbstractButton *>(u"optCsv"_s))
             csv->click();
         if (auto *const button = dialog->findChild<QPushButton *>(u"cmdOK"_s); button->isEnabled())
@@ -339,10 +326,11 @@ int main(int argc, char *argv[])
         return 0;
     }
 
-    SimulatedUser simulatedUser(user, services);
     frmMsg msg(services, JoinPath(folder, u"wav"_s));
+    msg.findChild<QTimer *>(u"Timer1"_s)->setInterval(0);
     {
         frmLogin login(services, msg, JoinPath(folder, u"ListUserName.txt"_s), QString());
+        SimulatedUser simulatedUser(user, services);
         simulatedUser.Step();
         login.Ask();
     }
@@ -357,12 +345,13 @@ int main(int argc, char *argv[])
         const EndSignal endSignal;
         QObject::connect(&endSignal, &EndSignal::Asked, &application, [] { QApplication::exit(0); });
         QObject::connect(&endSignal, &EndSignal::Asked, &study, &frmText::close);
-        simulatedUser.Leave();
         study.show();
         EndedUser endedUser(study, folder, arguments.value(3));
         QTimer::singleShot(0, &endedUser, &EndedUser::Step);
         return QApplication::exec();
     }
+    SimulatedUser simulatedUser(user, services);
+    simulatedUser.Step();
     qint64 heapAtFirst = 0;
     if (mode == u"actions") {
         // Few more than are open already, so that leaked file descriptors soon make something fail.
