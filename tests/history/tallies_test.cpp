@@ -14,28 +14,56 @@
 
 using namespace Qt::Literals::StringLiterals;
 
-TEST(StudyTallies, AllYearsRead_CountsSessionsOfOneUser)
+namespace {
+
+/// The record of a user with a session of 25 minutes and 9 answers on each of some days.
+class TalliesTest : public testing::Test
 {
-    RecordingServices services;
-    StudyDatabase database(services);
-    ASSERT_EQ(database.Open(u":memory:"_s), 0);
-    ASSERT_TRUE(DBCreateKotoban(database));
-    const auto add = [&](const QString &day, const QString &file, const QString &user, int answers) {
-        const QDateTime start(QDate::fromString(day, Qt::ISODate), QTime(9, 0));
+  protected:
+    TalliesTest()
+    {
+        EXPECT_EQ(database.Open(u":memory:"_s), 0);
+        EXPECT_TRUE(DBCreateKotoban(database));
+    }
+
+    void Add(const QDateTime &start, const QString &user, int answers = 9, const QString &file = u"a"_s)
+    {
         DBInsRecKotoban(database, start, user, file);
-        if (answers >= 0)
-            DBUpdRecKotoban(database, services, start, user, answers);
-    };
-    add(u"1995-01-02"_s, u"a"_s, u"花子"_s, 1);
-    add(u"2023-03-04"_s, u"a"_s, u"花子"_s, 9);
-    add(u"2024-03-04"_s, u"b"_s, u"花子"_s, 9);
-    add(u"2024-03-05"_s, u"a"_s, u"花子"_s, 9);
-    add(u"2024-03-05"_s, u"a"_s, u"太郎"_s, 9);
-    add(u"2024-03-02"_s, u"c"_s, u"花子"_s, 0);
-    add(u"2024-03-01"_s, u"c"_s, u"花子"_s, -1);
-    const QDate today(2024, 3, 5);
+        services.now = start.addSecs(25 * 60);
+        DBUpdRecKotoban(database, services, start, user, answers);
+    }
+
+    void AddDays(const QDate &last, const std::vector<int> &daysBefore)
+    {
+        for (const int days : daysBefore)
+            Add(QDateTime(last.addDays(-days), QTime(9, 0)), u"花子"_s);
+    }
+
+    StudyTallies Read(const QDate &today)
+    {
+        StudyTallies tallies(database, u"花子"_s);
+        EXPECT_TRUE(tallies.ReadRecent(today));
+        tallies.ReadNext(QDeadlineTimer(QDeadlineTimer::Forever));
+        return tallies;
+    }
+
+    RecordingServices services;
+    StudyDatabase database{services};
+};
+
+const QDate Today(2024, 3, 5);
+
+} // namespace
+
+TEST_F(TalliesTest, AllYearsRead_CountsSessionsOfOneUser)
+{
+    AddDays(Today, {0, 367, 10655});
+    Add(QDateTime(Today, QTime(10, 0)), u"太郎"_s);
+    Add(QDateTime(Today.addDays(-1), QTime(9, 0)), u"花子"_s, 9, u"b"_s);
+    Add(QDateTime(Today.addDays(-3), QTime(9, 0)), u"花子"_s, 0, u"c"_s);
+    DBInsRecKotoban(database, QDateTime(Today.addDays(-4), QTime(9, 0)), u"花子"_s, u"c"_s);
     StudyTallies tallies(database, u"花子"_s);
-    EXPECT_TRUE(tallies.ReadRecent(today));
+    EXPECT_TRUE(tallies.ReadRecent(Today));
     EXPECT_EQ(tallies.Of(u"a"_s).times, 1) << "today's sessions are known immediately";
     int slices = 1;
     while (tallies.ReadNext(QDeadlineTimer(0)))
@@ -43,15 +71,15 @@ TEST(StudyTallies, AllYearsRead_CountsSessionsOfOneUser)
     EXPECT_EQ(slices, 3) << "a day each, and none for the years between";
     EXPECT_TRUE(tallies.IsComplete());
     const Rows<QString, QDate, QString> texts = {
-        {u"a"_s, today, u"3回　最後 今日"_s},
-        {u"b"_s, today, u"1回　最後 3/4（月）"_s},
+        {u"a"_s, Today, u"3回　最後 今日"_s},
+        {u"b"_s, Today, u"1回　最後 3/4（月）"_s},
         {u"b"_s, QDate(2025, 1, 1), u"1回　最後 2024/3/4（月）"_s},
-        {u"c"_s, today, QString()},
+        {u"c"_s, Today, QString()},
     };
     for (const auto &[title, day, text] : texts)
         EXPECT_EQ(StudiedText(tallies.Of(title), day), text);
 
-    add(u"2024-03-06"_s, u"a"_s, u"花子"_s, 1);
+    Add(QDateTime(Today.addDays(1), QTime(9, 0)), u"花子"_s);
     EXPECT_TRUE(tallies.ReadRecent(QDate(2024, 3, 6)));
     EXPECT_FALSE(tallies.ReadNext(QDeadlineTimer(0))) << "earlier days are read only once";
     EXPECT_EQ(tallies.Of(u"a"_s).times, 4) << "neither lost nor counted twice after midnight";
@@ -90,8 +118,7 @@ TEST(StudyTallies, DatabaseFault_IsSilentAndReadAgainAtTheNextActivation)
     EXPECT_EQ(tallies.Of(u"a"_s).times, 0);
     const auto readAll = [&] {
         EXPECT_TRUE(tallies.ReadRecent(today));
-        while (tallies.ReadNext(QDeadlineTimer(0)))
-            continue;
+        tallies.ReadNext(QDeadlineTimer(QDeadlineTimer::Forever));
         return tallies.Of(u"a"_s).times;
     };
     EXPECT_EQ(readAll(), 3);
@@ -117,48 +144,6 @@ TEST(StudyTallies, DatabaseFault_IsSilentAndReadAgainAtTheNextActivation)
     EXPECT_EQ(others.Of(u"a"_s).times, 3) << "no day is counted twice";
     EXPECT_EQ(services.messages, QStringList());
 }
-
-namespace {
-
-/// The record of a user with a session of 25 minutes and 9 answers on each of some days.
-class TalliesTest : public testing::Test
-{
-  protected:
-    TalliesTest()
-    {
-        EXPECT_EQ(database.Open(u":memory:"_s), 0);
-        EXPECT_TRUE(DBCreateKotoban(database));
-    }
-
-    void Add(const QDateTime &start, const QString &user, int answers = 9)
-    {
-        DBInsRecKotoban(database, start, user, u"a"_s);
-        services.now = start.addSecs(25 * 60);
-        DBUpdRecKotoban(database, services, start, user, answers);
-    }
-
-    void AddDays(const QDate &last, const std::vector<int> &daysBefore)
-    {
-        for (const int days : daysBefore)
-            Add(QDateTime(last.addDays(-days), QTime(9, 0)), u"花子"_s);
-    }
-
-    StudyTallies Read(const QDate &today)
-    {
-        StudyTallies tallies(database, u"花子"_s);
-        EXPECT_TRUE(tallies.ReadRecent(today));
-        while (tallies.ReadNext(QDeadlineTimer(0)))
-            continue;
-        return tallies;
-    }
-
-    RecordingServices services;
-    StudyDatabase database{services};
-};
-
-const QDate Today(2024, 3, 5);
-
-} // namespace
 
 TEST_F(TalliesTest, Streak_EndsTodayOrYesterdayAtTheFirstGap)
 {
@@ -201,8 +186,7 @@ TEST_F(TalliesTest, StreakNotReadToItsEnd_IsUnknown)
     EXPECT_EQ(RewardText(RewardOf(tallies, {QDateTime(), {760, 67}}, Today)), u"今日 25分 9問　今回 12分40秒 67問"_s);
     EXPECT_TRUE(tallies.ReadNext(QDeadlineTimer(0)));
     EXPECT_EQ(StudyStreak(tallies, Today), -1) << "yesterday is not its end";
-    while (tallies.ReadNext(QDeadlineTimer(0)))
-        continue;
+    tallies.ReadNext(QDeadlineTimer(QDeadlineTimer::Forever));
     EXPECT_EQ(StudyStreak(tallies, Today), 3);
 }
 
@@ -213,8 +197,7 @@ TEST_F(TalliesTest, ClockSetBackWhileRunning_ReadsTheEarlierDaysAgain)
     const QDate earlier = Today.addDays(-1);
     Add(QDateTime(earlier, QTime(12, 0)), u"花子"_s);
     EXPECT_TRUE(tallies.ReadRecent(earlier));
-    while (tallies.ReadNext(QDeadlineTimer(0)))
-        continue;
+    tallies.ReadNext(QDeadlineTimer(QDeadlineTimer::Forever));
     EXPECT_EQ(tallies.OnDay(earlier).answers, 18);
     EXPECT_EQ(tallies.Of(u"a"_s).times, 3) << "without the day after";
     EXPECT_EQ(StudyStreak(tallies, earlier), 2);
