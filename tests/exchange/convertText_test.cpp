@@ -137,17 +137,6 @@ TEST(TextConversion, InSlices_KeepsTogetherWhatMakesOneCharacter)
     EXPECT_EQ(converted.unwritable[1].column, 1);
 }
 
-TEST(ConvertText, AccentedLetters_LoseAccentsOnlyOnRequest)
-{
-    const QString text = u"a\r\nx\u00E9 e\u0301\u1EBF"_s;
-    const ConvertedText removed = ConvertText(text, Accents::Remove);
-    EXPECT_EQ(removed.text, u"a\r\nxe ee"_s);
-    EXPECT_EQ(removed.accentCount, 3);
-    EXPECT_EQ(removed.firstAccent.line, 2);
-    EXPECT_EQ(removed.firstAccent.column, 2);
-    EXPECT_EQ(ConvertText(text, Accents::Keep).unwritableCount, 3);
-}
-
 TEST(ConvertText, CharactersWithoutEquivalent_AreReportedWithPositions)
 {
     const ConvertedText converted = ConvertText(u"a\rb😀\uFFFD\n\n한\u3099\U0001F601\u00B7"_s, Accents::Remove);

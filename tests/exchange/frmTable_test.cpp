@@ -51,22 +51,6 @@ class TableWindowTest : public WindowTest
 
 } // namespace
 
-TEST_F(TableWindowTest, TabKey_ReachesEveryControlAndTheFirstOneAgain)
-{
-    const auto tab = [this](QWidget *dialog) {
-        QStringList order;
-        dialog->findChild<QWidget *>(u"cboCode"_s)->setFocus();
-        for (int i = 0; i < 12; ++i) {
-            order += dialog->focusWidget()->objectName();
-            QTest::keyClick(dialog->focusWidget(), Qt::Key_Tab);
-        }
-        EXPECT_EQ(order.join(u' '), u"cboCode cboTableSeparator fraTable chkHide1 chkHide2 chkHeader txtSeparator "
-                                    "txtName txtPreview cmdOK cmdCancel cboCode"_s);
-        Click(dialog, no);
-    };
-    EXPECT_EQ(Make("a,b\nc,d\n", tab, {}), QString());
-}
-
 TEST_F(TableWindowTest, ColumnsChosen_MakesFileAndReplacesOnlyWithConsent)
 {
     const QByteArray bytes = u"word,meaning\ncaf\u00E9,店\nice\u301C,氷,x\n"_s.toUtf8();

@@ -51,7 +51,7 @@ TEST(StudyFromText, EachText_AsksOnlyWhatIsDueAndIsMadeOfTheAnswers)
     const Rows<const char *, QString, QString, QString, QString> rows = {
         {"nothing to ask", u"[a]\rb\n"_s, QString(), QString(), u"[a]\r\nb\r\n"_s},
         {"equivalents need no answer", u"[\u301C]"_s, QString(), QString(), u"[～]"_s},
-        {"accents removed", u"[caf\u00E9]"_s, u"y"_s, u"1行目 5文字目：\u00E9（U+00E9）"_s, u"[cafe]"_s},
+        {"accents removed", u"[caf\u00E9 \u1EBF]"_s, u"y"_s, u"1行目 5文字目：\u00E9（U+00E9）"_s, u"[cafe e]"_s},
         {"brackets made half-width", u"［a］"_s, u"y"_s, u"全角の［ ］を半角にしますか？"_s, u"[a]"_s},
         {"brackets kept", u"［a］"_s, u"n"_s, QString(), u"［a］"_s},
         {"both kinds of brackets", u"［a］[b]"_s, QString(), QString(), u"［a］[b]"_s},
