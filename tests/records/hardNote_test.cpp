@@ -31,8 +31,7 @@ class HardNoteTest : public testing::Test
     HardNote Note(const QStringList &paths)
     {
         HardNote note(marks, paths);
-        while (note.GoOn(QDeadlineTimer(QDeadlineTimer::Forever)))
-            ;
+        note.GoOn(QDeadlineTimer(QDeadlineTimer::Forever));
         return note;
     }
 

@@ -340,16 +340,6 @@ TEST(StudyPage, AnswerOpenedSideways_ShowsBeginningOfItsLineIfItCan)
     EXPECT_EQ(page.Layout().leftCell, 0) << "a hit";
 }
 
-TEST(StudyPage, FileReadAgain_KeepsFirstCellInView)
-{
-    KeyedPage page({QString(100, u'-')}, 3);
-    EXPECT_TRUE(page.MoveToCell(30).isPageChanged);
-    for (const auto &[lineCells, leftCell] : {std::pair(120, 30), {70, 10}, {60, 0}}) {
-        page.Reload(DisplayText(LinesOf({QString(lineCells, u'-')})), {});
-        EXPECT_EQ(page.Layout().leftCell, leftCell) << lineCells;
-    }
-}
-
 TEST(StudyPage, TextWiderThanPage_MovesSidewaysJustFarEnough)
 {
     KeyedPage page({QString(97, u'-') + u"[z]"_s, u"-"_s, u"[y]"_s}, 1);

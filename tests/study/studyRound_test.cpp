@@ -444,8 +444,7 @@ TEST_F(StudySessionTest, HardNote_MarksItsSourcesAndKeepsNoPlace)
     const QString path = HardNotePath(folder.Path(u"rec"_s));
     const auto made = [&] {
         HardNote note(session.Marks(), {a, own});
-        while (note.GoOn(QDeadlineTimer(QDeadlineTimer::Forever)))
-            ;
+        note.GoOn(QDeadlineTimer(QDeadlineTimer::Forever));
         EXPECT_FALSE(note.Write(path));
         return note;
     };
