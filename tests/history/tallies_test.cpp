@@ -87,61 +87,35 @@ TEST_F(TalliesTest, AllYearsRead_CountsSessionsOfOneUser)
               u"空欄5，苦手3，4回，最後は3/6（水）"_s);
 }
 
-TEST(StudyTallies, DatabaseFault_IsSilentAndReadAgainAtTheNextActivation)
+TEST_F(TalliesTest, DatabaseFault_IsSilentAndReadAgainAtTheNextActivation)
 {
-    const TestFolder folder;
-    RecordingServices services;
-    StudyDatabase database(services);
-    StudyDatabase other(services);
-    for (StudyDatabase *const each : {&database, &other})
-        ASSERT_EQ(each->Open(folder.Path(u"k.splite3"_s)), 0);
-    ASSERT_TRUE(DBCreateKotoban(database));
-    const QDate today(2024, 3, 5);
-    for (const QDate &day : {today, today.addDays(-1), today.addDays(-400)}) {
-        DBInsRecKotoban(database, day.startOfDay(), u"花子"_s, u"a"_s);
-        DBUpdRecKotoban(database, services, day.startOfDay(), u"花子"_s, 1);
-    }
-    const auto lock = [&other](bool isLocked) {
-        EXPECT_TRUE(other.SQLite3NonQuery(isLocked ? u"begin exclusive"_s : u"commit"_s));
-    };
-    StudyTallies tallies(database, u"花子"_s);
-    lock(true);
-    EXPECT_FALSE(tallies.ReadRecent(today)) << "locked from the beginning";
-    EXPECT_FALSE(tallies.IsComplete());
-    lock(false);
-    EXPECT_TRUE(tallies.ReadRecent(today));
-    EXPECT_TRUE(tallies.ReadNext(QDeadlineTimer(0)));
-    lock(true);
-    EXPECT_FALSE(tallies.ReadNext(QDeadlineTimer(0))) << "locked after some days";
-    lock(false);
-    EXPECT_FALSE(tallies.IsComplete()) << "absent rather than wrong";
-    EXPECT_EQ(tallies.Of(u"a"_s).times, 0);
-    const auto readAll = [&] {
-        EXPECT_TRUE(tallies.ReadRecent(today));
-        tallies.ReadNext(QDeadlineTimer(QDeadlineTimer::Forever));
-        return tallies.Of(u"a"_s).times;
-    };
-    EXPECT_EQ(readAll(), 3);
-    lock(true);
-    EXPECT_FALSE(tallies.ReadRecent(today)) << "locked when all is known but today's sessions";
-    lock(false);
-    EXPECT_EQ(tallies.Of(u"a"_s).times, 0);
-    EXPECT_EQ(readAll(), 3);
-
-    const auto breakDay = [&database](const QString &broken) {
+    AddDays(Today, {0, 1, 2, 3, 400});                  // SQLite reads two days ahead
+    const auto breakDay = [this](const QDate &broken) { // the end of its session cannot be read
         EXPECT_TRUE(database.SQLite3NonQuery(u"alter table t_kotoban drop column dt_end"_s));
         EXPECT_TRUE(database.SQLite3NonQuery(u"alter table t_kotoban add column dt_end text as (case ymd_sta when '%1' "
-                                             u"then abs(-9223372036854775807 - 1) end)"_s.arg(broken)));
+                                             u"then abs(-9223372036854775807 - 1) end)"_s.arg(DateText(broken))));
     };
-    StudyTallies others(database, u"花子"_s);
-    breakDay(DateText(today.addDays(-400)));
-    EXPECT_TRUE(others.ReadRecent(today));
-    EXPECT_FALSE(others.ReadNext(QDeadlineTimer(QDeadlineTimer::Forever))) << "fails on the second day";
-    EXPECT_FALSE(others.IsComplete());
-    breakDay(QString());
-    EXPECT_TRUE(others.ReadRecent(today));
-    EXPECT_FALSE(others.ReadNext(QDeadlineTimer(QDeadlineTimer::Forever)));
-    EXPECT_EQ(others.Of(u"a"_s).times, 3) << "no day is counted twice";
+    StudyTallies tallies(database, u"花子"_s);
+    const auto readAll = [&] {
+        breakDay(Today.addDays(-9)); // none
+        EXPECT_TRUE(tallies.ReadRecent(Today));
+        EXPECT_FALSE(tallies.ReadNext(QDeadlineTimer(QDeadlineTimer::Forever)));
+        return tallies.Of(u"a"_s).times;
+    };
+    breakDay(Today);
+    EXPECT_FALSE(tallies.ReadRecent(Today));
+    EXPECT_FALSE(tallies.IsComplete());
+    breakDay(Today.addDays(-400));
+    EXPECT_TRUE(tallies.ReadRecent(Today));
+    EXPECT_TRUE(tallies.ReadNext(QDeadlineTimer(0)));
+    EXPECT_FALSE(tallies.ReadNext(QDeadlineTimer(QDeadlineTimer::Forever))) << "broken after some days";
+    EXPECT_EQ(tallies.Of(u"a"_s).times, 0) << "absent rather than wrong";
+    EXPECT_FALSE(tallies.IsComplete());
+    EXPECT_EQ(readAll(), 5) << "no day is counted twice";
+    breakDay(Today);
+    EXPECT_FALSE(tallies.ReadRecent(Today)) << "when all is known but today's sessions";
+    EXPECT_EQ(tallies.Of(u"a"_s).times, 0);
+    EXPECT_EQ(readAll(), 5);
     EXPECT_EQ(services.messages, QStringList());
 }
 

@@ -332,24 +332,6 @@ TEST_F(StudySessionTest, FileRefused_LeavesRowAndNothingOpen)
     EXPECT_EQ(Row(u"file_name, num_answer"_s), u"bad\t0"_s);
 }
 
-TEST_F(StudySessionTest, FileOpenedAgain_OffersWhereUserStopped)
-{
-    const QString path = folder.WriteStudyFile(u"a.txt"_s, QStringList(200, u"[x]"_s));
-    ASSERT_FALSE(session.Open(path).refusal);
-    EXPECT_TRUE(session.Page().MoveToLine(120).isPageChanged);
-    EXPECT_TRUE(session.Page().Enter().isCounted);
-    EXPECT_TRUE(session.Page().MoveToLine(7).isPageChanged) << "the place is that of the answer";
-    for (int times = 0; times < 2; ++times) {
-        EXPECT_TRUE(session.Complete().isEmpty());
-        ASSERT_FALSE(session.Open(path).refusal);
-        EXPECT_EQ(session.Page().TopLine(), 1);
-        EXPECT_EQ(session.Page().OfferedLine(), 120) << "also after a session that did not go there";
-    }
-    folder.WriteStudyFile(u"a.txt"_s, {u"[x]"_s});
-    ASSERT_FALSE(session.ReadAgain().refusal);
-    EXPECT_EQ(session.Page().OfferedLine(), 0) << "it is gone";
-}
-
 TEST_F(StudySessionTest, Resume_ShowsWhatWasShownUnlessFileChanged)
 {
     const QStringList lines(200, u"[x] [y]"_s);
