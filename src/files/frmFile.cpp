@@ -385,6 +385,8 @@ void frmFile::ShowTallies()
     HardByTitle hardByTitle;
     for (const QString &name : m_folder.Names())
         hardByTitle.insert(RecordedTitle(m_folder.PathOf(name)), m_files->HardCount(name));
+    if (m_files->IndexOf(HardNoteTitle.toString()).isValid())
+        hardByTitle.insert(HardNoteTitle.toString(), 0);
     m_history->ShowTallies(hardByTitle);
     m_sinceTallied.start();
 }
@@ -392,6 +394,11 @@ void frmFile::ShowTallies()
 /// Studies the file whose sessions have a title in the record.
 void frmFile::StudyTitle(const QString &title)
 {
+    if (title == HardNoteTitle && m_files->IndexOf(title).isValid()) {
+        Select(title);
+        cmdSelect_Click();
+        return;
+    }
     const auto hasTitle = [&](const QString &name) { return RecordedTitle(m_folder.PathOf(name)) == title; };
     const auto name = std::ranges::find_if(m_folder.Names(), hasTitle);
     if (name == m_folder.Names().end()) {

@@ -58,14 +58,21 @@ CalendarPlaces CalendarChart::Places() const
     return CalendarPlaces(Today(), Area().size(), Ems(fontMetrics(), 1));
 }
 
+bool CalendarChart::HasDays(const DaySpan &days) const
+{
+    return IsRead() && days.last <= Today() && days.last > Today().addDays(-CalendarDays);
+}
+
 DaySpan CalendarChart::DaysAt(const QPointF &point) const
 {
     const QDate day = Places().DayAt(point - Area().topLeft());
-    return {day, day};
+    return IsRead() ? DaySpan{day, day} : DaySpan();
 }
 
 DaySpan CalendarChart::DaysAfterKey(int key) const
 {
+    if (!IsRead())
+        return DaySpan();
     const CalendarPlaces places = Places();
     const QDate chosen = Chosen().last;
     const auto days = [&](const QDate &day) {
@@ -100,6 +107,7 @@ void CalendarChart::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
     painter.fillRect(rect(), palette().base());
+    PaintFocus(&painter);
     if (!IsRead()) {
         PaintNote(&painter, m_year);
         return;

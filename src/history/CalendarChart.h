@@ -22,6 +22,7 @@ class CalendarChart : public DayChart
 
   protected:
     void paintEvent(QPaintEvent *event) override;
+    bool HasDays(const DaySpan &days) const override;
     DaySpan DaysAt(const QPointF &point) const override;
     DaySpan DaysAfterKey(int key) const override;
     QString TextOf(const DaySpan &days) const override;

@@ -55,7 +55,15 @@ void DayChart::ShowRead(const QDate &today, const QString &sentence)
     m_today = today;
     m_sentence = sentence;
     setAccessibleDescription(sentence);
-    update();
+    if (m_chosen.IsEmpty())
+        update();
+    else
+        Choose(HasDays(m_chosen) ? m_chosen : DaySpan()); // its text may have changed
+}
+
+void DayChart::ForgetChoice()
+{
+    Choose(DaySpan());
 }
 
 QString DayChart::Sentence() const
@@ -106,16 +114,31 @@ void DayChart::mousePressEvent(QMouseEvent *event)
     const DaySpan days = DaysAt(event->position());
     if (days.IsEmpty() || event->button() != Qt::LeftButton)
         return;
-    Choose(days);
-    Q_EMIT ListAsked(days);
+    const bool isChosen = days.first == m_chosen.first && days.last == m_chosen.last;
+    Choose(isChosen ? DaySpan() : days);
+    if (!isChosen)
+        Q_EMIT ListAsked(days);
 }
 
 void DayChart::Choose(const DaySpan &days)
 {
     m_chosen = days;
-    setAccessibleName(m_caption + u' ' + TextOf(days));
+    setAccessibleName(days.IsEmpty() ? m_caption : QString(m_caption + u' ' + TextOf(days)));
     update();
     Q_EMIT ChoiceChanged();
+}
+
+void DayChart::PaintFocus(QPainter *painter) const
+{
+    if (!hasFocus())
+        return;
+    constexpr double inset = FocusRingWidth / 2.0;
+    painter->save();
+    painter->resetTransform();
+    painter->setPen(QPen(ColoursOn(palette()).accent, FocusRingWidth));
+    painter->setBrush(Qt::NoBrush);
+    painter->drawRect(QRectF(rect()).adjusted(inset, inset, -inset, -inset));
+    painter->restore();
 }
 
 void DayChart::PaintChoice(QPainter *painter, const QRectF &place) const

@@ -28,8 +28,12 @@ class DayChart : public QWidget
   public:
     DayChart(const QString &name, const QString &caption, QWidget *parent);
 
-    /// Shows what has been read by now. @param sentence  what all of it says
+    /// Shows what has been read by now. What was chosen and is no longer shown is chosen no more.
+    /// @param sentence  what all of it says
     void ShowRead(const QDate &today, const QString &sentence);
+
+    /// Chooses nothing.
+    void ForgetChoice();
 
     /// What is to stand below the chart: what the chosen days say or, if none are chosen, all of it.
     virtual QString Sentence() const;
@@ -46,6 +50,9 @@ class DayChart : public QWidget
     void focusInEvent(QFocusEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
+
+    /// Whether some days are shown, so that they can be chosen.
+    virtual bool HasDays(const DaySpan &days) const = 0;
 
     /// The days of what is at a point; empty if there is nothing.
     virtual DaySpan DaysAt(const QPointF &point) const = 0;
@@ -66,6 +73,9 @@ class DayChart : public QWidget
     {
         return m_chosen;
     }
+
+    /// Paints a ring around the chart while it has the focus.
+    void PaintFocus(QPainter *painter) const;
 
     /// Paints the ring around what is chosen.
     void PaintChoice(QPainter *painter, const QRectF &place) const;

@@ -168,6 +168,7 @@ FileTable::FileTable(QWidget *parent) : QTableView(parent), m_model(new FileTabl
 {
     setObjectName(u"tblFiles"_s);
     setAccessibleName(u"ファイル別の学習"_s);
+    setToolTip(u"見出しを押すか，1～6 のキーを押すと，その順に並びます"_s);
     setModel(m_model);
     setItemDelegate(new FileTableDelegate(this));
     setSelectionBehavior(SelectRows);
@@ -190,7 +191,11 @@ FileTable::FileTable(QWidget *parent) : QTableView(parent), m_model(new FileTabl
 
 void FileTable::ShowRead(const StudyTallies &tallies, const HardByTitle &files, const QDate &today)
 {
+    const QString chosen = currentIndex().isValid() ? m_model->TitleAt(currentIndex().row()) : QString();
     m_model->Show(tallies.OfAll(), files, today);
+    for (int row = 0; row < m_model->rowCount() && !chosen.isEmpty(); ++row)
+        if (m_model->TitleAt(row) == chosen)
+            setCurrentIndex(m_model->index(row, 0));
     if (tallies.HasFailed())
         m_sentence = u"読めませんでした"_s;
     else
@@ -219,7 +224,7 @@ void FileTable::changeEvent(QEvent *event)
 /// Rows and columns as their font needs them.
 void FileTable::FitRows()
 {
-    constexpr std::array<double, FileTableModel::ColumnCount> ems = {0, 8, 4, 5, 7.6, 3.8};
+    constexpr std::array<double, FileTableModel::ColumnCount> ems = {0, 8, 4.6, 6, 7.6, 3.8};
     verticalHeader()->setDefaultSectionSize(qRound(1.6 * fontMetrics().height()));
     for (int column = FileTableModel::TimeColumn; column < FileTableModel::ColumnCount; ++column)
         horizontalHeader()->resizeSection(column, Ems(fontMetrics(), ems[size_t(column)]));
@@ -229,8 +234,20 @@ void FileTable::keyPressEvent(QKeyEvent *event)
 {
     if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
         Ask(currentIndex()); // and not the default button
+    else if (const int column = event->key() - Qt::Key_1; column >= 0 && column < FileTableModel::ColumnCount)
+        SortBy(column);
     else
         QTableView::keyPressEvent(event);
+}
+
+/// Sorts by a column as a click on its heading does: the largest values first, and the other way at the next time.
+void FileTable::SortBy(int column)
+{
+    const QHeaderView *const header = horizontalHeader();
+    const bool isAgain = header->sortIndicatorSection() == column;
+    const bool isDescending =
+        isAgain ? header->sortIndicatorOrder() == Qt::AscendingOrder : column != FileTableModel::TitleColumn;
+    sortByColumn(column, isDescending ? Qt::DescendingOrder : Qt::AscendingOrder);
 }
 
 void FileTable::Ask(const QModelIndex &index)

@@ -102,6 +102,7 @@ class FileTable : public QTableView
 
   private:
     void FitRows();
+    void SortBy(int column);
     void Ask(const QModelIndex &index);
 
     FileTableModel *m_model;

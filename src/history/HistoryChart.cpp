@@ -55,6 +55,11 @@ qsizetype HistoryChart::NumberOf(const DaySpan &days) const
     return bar == m_bars.end() || bar->days.last != days.last ? -1 : bar - m_bars.begin();
 }
 
+bool HistoryChart::HasDays(const DaySpan &days) const
+{
+    return !m_reader.HasFailed() && NumberOf(days) >= 0;
+}
+
 DaySpan HistoryChart::DaysAt(const QPointF &point) const
 {
     const int bar = Places().BarAt(point - Area().topLeft());
@@ -93,6 +98,7 @@ void HistoryChart::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
     painter.fillRect(rect(), palette().base());
+    PaintFocus(&painter);
     if (m_reader.Result().Days().empty() || m_bars.empty()) {
         PaintNote(&painter, Note());
         return;
@@ -101,18 +107,18 @@ void HistoryChart::paintEvent(QPaintEvent *)
     const BarPlaces places = Places();
     for (size_t bar = places.First(); bar < m_bars.size(); ++bar)
         PaintBar(&painter, places, bar);
-    for (size_t bar = places.First(); bar < m_bars.size(); ++bar)
-        if (HasText(places, bar))
-            PaintValue(&painter, places, bar);
-    painter.setPen(palette().color(QPalette::Mid));
-    painter.drawLine(QPointF(0, places.BaseLine()), QPointF(Area().width(), places.BaseLine()));
-    PaintNames(&painter, places);
     if (const qsizetype chosen = NumberOf(Chosen()); chosen >= qsizetype(places.First())) {
         const QRectF bar = places.Bar(size_t(chosen));
         const QRectF slot = places.Slot(size_t(chosen));
         PaintChoice(&painter,
                     bar.isEmpty() ? QRectF(slot.left() + 3, places.BaseLine() - 3, slot.width() - 6, 3) : bar);
     }
+    for (size_t bar = places.First(); bar < m_bars.size(); ++bar)
+        if (HasText(places, bar))
+            PaintValue(&painter, places, bar);
+    painter.setPen(palette().color(QPalette::Mid));
+    painter.drawLine(QPointF(0, places.BaseLine()), QPointF(Area().width(), places.BaseLine()));
+    PaintNames(&painter, places);
 }
 
 void HistoryChart::PaintBar(QPainter *painter, const BarPlaces &places, size_t bar) const
@@ -142,10 +148,19 @@ void HistoryChart::PaintValue(QPainter *painter, const BarPlaces &places, size_t
     painter->setFont(font);
     painter->setPen(place.isEmpty() ? DimText() : palette().color(QPalette::Text));
     const double textWidth = painter->fontMetrics().horizontalAdvance(value);
-    const double left = qBound(0.0, places.Slot(bar).center().x() - textWidth / 2, Area().width() - textWidth);
-    const double bottom = place.isEmpty() ? places.BaseLine() : place.top();
-    painter->drawText(QPointF(left, bottom - painter->fontMetrics().descent() - 2), value);
+    const double left = LeftOfText(places.Slot(bar).center().x(), textWidth);
+    const double bottom = (place.isEmpty() ? places.BaseLine() : place.top()) - 2;
+    const double height = painter->fontMetrics().height();
+    if (places.IsDense()) // and the bars beside it may be higher
+        painter->fillRect(QRectF(left, bottom - height, textWidth, height), palette().base());
+    painter->drawText(QPointF(left, bottom - painter->fontMetrics().descent()), value);
     painter->restore();
+}
+
+/// Where a text about a bar begins so that it stays inside the chart.
+double HistoryChart::LeftOfText(double centre, double textWidth) const
+{
+    return qBound(-Area().left(), centre - textWidth / 2, Area().width() + Area().left() - textWidth);
 }
 
 bool HistoryChart::HasToday(const HistoryBar &bar) const
@@ -180,8 +195,7 @@ void HistoryChart::PaintNames(QPainter *painter, const BarPlaces &places) const
             continue;
         const bool isToday = m_span == BarSpan::Day && HasToday(each);
         const auto paint = [&](const QFont &font, const QColor &colour, const QString &text, double lines) {
-            const double left = qBound(0.0, places.Slot(bar).center().x() - widthOf(font, text) / 2,
-                                       Area().width() - widthOf(font, text));
+            const double left = LeftOfText(places.Slot(bar).center().x(), widthOf(font, text));
             painter->setFont(font);
             painter->setPen(colour);
             painter->drawText(QPointF(left, places.BaseLine() + Ems(fontMetrics(), 0.2) + fontMetrics().ascent() +

@@ -20,6 +20,7 @@ class HistoryChart : public DayChart
 
   protected:
     void paintEvent(QPaintEvent *event) override;
+    bool HasDays(const DaySpan &days) const override;
     DaySpan DaysAt(const QPointF &point) const override;
     DaySpan DaysAfterKey(int key) const override;
     QString TextOf(const DaySpan &days) const override;
@@ -30,6 +31,7 @@ class HistoryChart : public DayChart
     qsizetype NumberOf(const DaySpan &days) const;
     void PaintBar(QPainter *painter, const BarPlaces &places, size_t bar) const;
     void PaintValue(QPainter *painter, const BarPlaces &places, size_t bar) const;
+    double LeftOfText(double centre, double textWidth) const;
     bool HasToday(const HistoryBar &bar) const;
     bool HasText(const BarPlaces &places, size_t bar) const;
     void PaintNames(QPainter *painter, const BarPlaces &places) const;

@@ -13,6 +13,7 @@
 #include "settings/modEditor.h"
 #include "widgets/BlockedWindow.h"
 #include "widgets/ElidedLabel.h"
+#include "widgets/Measures.h"
 #include "widgets/NamedControls.h"
 #include "widgets/PageFont.h"
 #include "widgets/ScreenFit.h"
@@ -139,6 +140,7 @@ QBoxLayout *HistoryPanel::TotalsRow()
     lblSumAns->setAccessibleDescription(u"総回答数"_s);
     auto *const totals = new QHBoxLayout(m_totals);
     totals->setContentsMargins(0, 0, 0, 0);
+    totals->setSpacing(Ems(fontMetrics(), 0.2));
     totals->addWidget(NamedLabel(u"lblSumTimeCaption"_s, u"総学習時間："_s, this));
     totals->addWidget(lblSumTime);
     totals->addSpacing(fontMetrics().averageCharWidth() * 2);
@@ -187,6 +189,8 @@ void HistoryPanel::FocusRecords()
 void HistoryPanel::ShowThisWeek(const QDateTime &session)
 {
     m_session = session;
+    picHistory->ForgetChoice();
+    picCalendar->ForgetChoice();
     const QSignalBlocker noChangeOfWeeks(txtWeekN);
     const QSignalBlocker noChangeOfDate(txtYmd);
     txtYmd->setText(DateText(m_services.Now().date()));
@@ -393,8 +397,11 @@ void HistoryPanel::ChooseWanted()
         return;
     const History &history = m_reader.Result();
     const int line = m_session.isValid() ? history.LineOfSession(m_session) : history.HeadingIn(m_days);
-    if (line < 0 || line >= m_records->rowCount())
+    if (line < 0 || line >= m_records->rowCount()) {
+        if (!m_isReading)
+            m_session = QDateTime(); // its row was not written
         return;
+    }
     const QModelIndex index = m_records->index(line);
     lstRecord->setCurrentIndex(index);
     lstRecord->scrollTo(index, m_session.isValid() ? QListView::EnsureVisible : QListView::PositionAtTop);
@@ -414,8 +421,9 @@ void HistoryPanel::ShowTallies(const HardByTitle &files)
 void HistoryPanel::ShowSentence()
 {
     const QWidget *const shown = m_charts->currentWidget();
-    lblSentence->setVisible(shown != lstRecord);
-    m_totals->setVisible(!IsNarrow() || shown == lstRecord);
+    const bool hasTotals = shown == lstRecord && !m_reader.HasFailed();
+    lblSentence->setVisible(!hasTotals);
+    m_totals->setVisible(!IsNarrow() || hasTotals);
     if (shown == tblFiles)
         lblSentence->SetText(tblFiles->Sentence());
     else

@@ -48,13 +48,17 @@ void RewardLabel::ShowText()
     const int numberPx = qRound((m_isNarrow ? 1 : streakSize) * fontInfo().pixelSize());
     QStringList parts;
     for (const RewardPart &part : PartsOf(m_reward, m_partCount)) {
-        const QString number =
+        const QString large =
             u"<span style=\"font-size:"_s + QString::number(numberPx) + u"px\">"_s + part.number + u"</span>"_s;
         if (part.isStreak)
-            parts += coloured(u"<b>"_s + number + part.caption + u"</b>"_s, accent);
+            parts += coloured(u"<b>"_s + large + part.caption + u"</b>"_s, accent);
         else
             parts += coloured(part.caption, Dimmed(text, base)) + u" <b>"_s + part.number + u"</b>"_s;
     }
+    QFont number = font();
+    number.setBold(true);
+    number.setPixelSize(numberPx);
+    setMinimumHeight(QFontMetrics(number).height()); // so that a number that appears moves nothing
     setText(parts.join(u"&nbsp;&nbsp;&nbsp;&nbsp; "_s));
     setAccessibleName(RewardText(m_reward));
 }

@@ -35,5 +35,5 @@ QString HoursMinutesSeconds(qint64 seconds)
 
 QString SessionTimeText(qint64 seconds)
 {
-    return HoursMinutesSeconds(seconds).remove(u' ');
+    return seconds < 60 ? QString(QString::number(seconds) + u'秒') : HoursMinutesSeconds(seconds).remove(u' ');
 }

@@ -37,5 +37,5 @@ QString StudySumText(const StudySum &sum);
 /// Hours if there are any, minutes and seconds: "1時間 5分 9秒".
 QString HoursMinutesSeconds(qint64 seconds);
 
-/// "12分40秒", with hours if there are any.
+/// "20秒", "12分40秒", with hours if there are any.
 QString SessionTimeText(qint64 seconds);

@@ -3,6 +3,7 @@
 
 #include "study/modStudySession.h"
 
+#include "base/modDateText.h"
 #include "base/modFile.h"
 #include "store/modDB_SQLite.h"
 #include "text/modCheckText.h"
@@ -135,9 +136,13 @@ StudyReading StudySession::Read(const QString &path, DisplayText *text)
     return {{}, BadPictureNames(*text)};
 }
 
+/// In whole seconds, as they are recorded.
 EndedSession StudySession::Recorded() const
 {
-    return {m_start, {qMax(qint64(0), m_start.secsTo(m_completedAt)), m_completedCount}};
+    const QString day = DateText(m_start.date());
+    const QString startTime = TimeText(m_start);
+    const QString end = DateTimeText(m_completedAt);
+    return {m_start, SumOf({day, startTime, {}, end, m_completedCount})};
 }
 
 bool StudySession::IsFileChanged() const

@@ -158,6 +158,7 @@ TEST_F(TalliesTest, StreakNotReadToItsEnd_IsUnknown)
     EXPECT_TRUE(tallies.ReadRecent(Today));
     EXPECT_EQ(StudyStreak(tallies, Today), -1);
     EXPECT_EQ(RewardText(RewardOf(tallies, {QDateTime(), {760, 67}}, Today)), u"今日 25分 9問　今回 12分40秒 67問"_s);
+    EXPECT_EQ(SessionTimeText(20), u"20秒"_s);
     EXPECT_TRUE(tallies.ReadNext(QDeadlineTimer(0)));
     EXPECT_EQ(StudyStreak(tallies, Today), -1) << "yesterday is not its end";
     tallies.ReadNext(QDeadlineTimer(QDeadlineTimer::Forever));
