@@ -116,6 +116,8 @@ void HistoryChart::paintEvent(QPaintEvent *)
     for (size_t bar = places.First(); bar < m_bars.size(); ++bar)
         if (HasText(places, bar))
             PaintValue(&painter, places, bar);
+    if (const qsizetype chosen = NumberOf(Chosen()); chosen >= qsizetype(places.First()))
+        PaintValue(&painter, places, size_t(chosen)); // above that of a bar beside it
     painter.setPen(palette().color(QPalette::Mid));
     painter.drawLine(QPointF(0, places.BaseLine()), QPointF(Area().width(), places.BaseLine()));
     PaintNames(&painter, places);
@@ -160,7 +162,8 @@ void HistoryChart::PaintValue(QPainter *painter, const BarPlaces &places, size_t
 /// Where a text about a bar begins so that it stays inside the chart.
 double HistoryChart::LeftOfText(double centre, double textWidth) const
 {
-    return qBound(-Area().left(), centre - textWidth / 2, Area().width() + Area().left() - textWidth);
+    const double margin = Area().left() - 2 * FocusRingWidth;
+    return qBound(-margin, centre - textWidth / 2, Area().width() + margin - textWidth);
 }
 
 bool HistoryChart::HasToday(const HistoryBar &bar) const
