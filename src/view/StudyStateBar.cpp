@@ -4,11 +4,11 @@
 #include "view/StudyStateBar.h"
 
 #include "study/modStudyRound.h"
-#include "view/NoticePlace.h"
 #include "widgets/BarButton.h"
 #include "widgets/Contrast.h"
 #include "widgets/Measures.h"
 #include "widgets/NamedControls.h"
+#include "widgets/NoticePlace.h"
 
 #include <QEvent>
 #include <QHBoxLayout>

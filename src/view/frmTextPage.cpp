@@ -12,11 +12,11 @@
 #include "view/StudyStateBar.h"
 #include "view/frmPicture.h"
 #include "view/frmText.h"
-#include "view/modNotices.h"
 #include "widgets/BarButton.h"
 #include "widgets/BlockedWindow.h"
 #include "widgets/Contrast.h"
 #include "widgets/frmMsg.h"
+#include "widgets/modNotices.h"
 
 #include <QGuiApplication>
 #include <QScrollBar>

@@ -1,11 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The Kotoban developers
 // SPDX-License-Identifier: MIT
 
-#include "view/NoticePlace.h"
+#include "widgets/NoticePlace.h"
 
-#include "view/LineField.h"
 #include "widgets/Contrast.h"
 #include "widgets/ElidedLabel.h"
+#include "widgets/LineField.h"
 #include "widgets/Measures.h"
 #include "widgets/NamedControls.h"
 

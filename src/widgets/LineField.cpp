@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Kotoban developers
 // SPDX-License-Identifier: MIT
 
-#include "view/LineField.h"
+#include "widgets/LineField.h"
 
 #include "widgets/Measures.h"
 #include "widgets/NamedControls.h"

@@ -5,7 +5,7 @@
 // field for a line number while that is open. Its own size never depends on what it shows.
 #pragma once
 
-#include "view/modNotices.h"
+#include "widgets/modNotices.h"
 
 #include <QWidget>
 

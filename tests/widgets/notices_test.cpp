@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "support/Rows.h"
-#include "view/modNotices.h"
+#include "widgets/modNotices.h"
 
 #include <gtest/gtest.h>
 
