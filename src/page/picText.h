@@ -8,6 +8,7 @@
 #include "study/modStudyPage.h"
 #include "widgets/Contrast.h"
 #include "widgets/PageColours.h"
+#include "widgets/WheelSteps.h"
 
 #include <QAccessible>
 #include <QWidget>
@@ -16,25 +17,6 @@
 
 class DarkMode;
 class PageFontAtScale;
-
-/// Converts turns of a mouse wheel into whole steps. A touchpad sends small fractions of a notch, which add up.
-class WheelSteps
-{
-  public:
-    /// @param angle  of the turn, in eighths of a degree; @param stepsPerNotch  the same in every call
-    /// @return number of steps completed by the turn, with the sign of the angle
-    int Take(int angle, int stepsPerNotch)
-    {
-        constexpr int notch = 120;
-        m_rest += angle * stepsPerNotch;
-        const int steps = m_rest / notch;
-        m_rest -= steps * notch;
-        return steps;
-    }
-
-  private:
-    int m_rest = 0;
-};
 
 class PicText : public QWidget, private QAccessible::ActivationObserver
 {

@@ -18,28 +18,29 @@ using namespace Qt::Literals::StringLiterals;
 
 StudyBar::StudyBar(QWidget *window)
     : CommandBar(u"lblFile"_s, window),
-      cmdFile(Command<BarButton>(u"cmdFile"_s, Icon::Open, u"ファイル選択"_s, u"Alt+O"_s,
-                                 u"別の学習ファイルを選びます (Alt+O)"_s)),
-      cmdReRead(Command<BarButton>(u"cmdReRead"_s, Icon::Reload, u"再読込"_s, u"Alt+R"_s,
-                                   u"編集した学習ファイルを読み直します (Alt+R)"_s)),
-      cmdEdit(Command<BarButton>(u"cmdEdit"_s, Icon::Edit, u"編集"_s, u"Alt+E"_s,
-                                 u"学習ファイルをテキストエディタで開きます (Alt+E)"_s)),
-      cmdSearch(Command<BarButton>(u"cmdSearch"_s, Icon::Search, u"検索"_s, u"Alt+F"_s,
-                                   u"キーワードや本文の言葉を探します (Ctrl+F)"_s)),
-      chkOnlyHard(Command<BarCheckBox>(u"chkOnlyHard"_s, Icon::Filter, u"苦手だけ"_s, u"Alt+N"_s,
-                                       u"苦手の印のある空欄だけを隠して学習します (Ctrl+Shift+M)"_s)),
-      cmdHard(Command<BarButton>(u"cmdHard"_s, Icon::Hard, u"苦手"_s, u"Alt+M"_s,
-                                 u"選んだ空欄か最後に表示した正解に苦手の印を付けます。もう一度で外します (Ctrl+M)"_s)),
-      chkSpeak(Command<BarCheckBox>(u"chkSpeak"_s, Icon::Speak, u"読み上げ"_s, u"Alt+S"_s,
-                                    u"押すたびに，クリックした言葉だけを読み上げる，表示した正解もすべて読み上げる，"
-                                    u"読み上げない，と変わります (Alt+S)"_s)),
-      cmdIni(Command<BarButton>(u"cmdIni"_s, Icon::Settings, u"設定"_s, u"Alt+I"_s,
-                                u"文字の大きさなどを変えます (Alt+I)"_s)),
-      cmdDispHowToUse(Command<BarButton>(u"cmdDispHowToUse"_s, Icon::Help, u"使い方"_s, u"Alt+H"_s,
-                                         u"使い方の説明を開きます (F1)"_s)),
-      actPageOnly(Entry(u"actPageOnly"_s, u"ページだけ"_s)), actPrint(Entry(u"actPrint"_s, u"印刷…"_s)),
-      actExport(Entry(u"actExport"_s, u"書き出す…"_s)), actLarger(Entry(u"actLarger"_s, u"大きく"_s)),
-      actSmaller(Entry(u"actSmaller"_s, u"小さく"_s)), actUsualSize(Entry(u"actUsualSize"_s, u"100 %"_s)),
+      cmdFile(NewCommand<BarButton>(u"cmdFile"_s, Icon::Open, u"ファイル選択"_s, u"Alt+O"_s,
+                                    u"別の学習ファイルを選びます (Alt+O)"_s)),
+      cmdReRead(NewCommand<BarButton>(u"cmdReRead"_s, Icon::Reload, u"再読込"_s, u"Alt+R"_s,
+                                      u"編集した学習ファイルを読み直します (Alt+R)"_s)),
+      cmdEdit(NewCommand<BarButton>(u"cmdEdit"_s, Icon::Edit, u"編集"_s, u"Alt+E"_s,
+                                    u"学習ファイルをテキストエディタで開きます (Alt+E)"_s)),
+      cmdSearch(NewCommand<BarButton>(u"cmdSearch"_s, Icon::Search, u"検索"_s, u"Alt+F"_s,
+                                      u"キーワードや本文の言葉を探します (Ctrl+F)"_s)),
+      chkOnlyHard(NewCommand<BarCheckBox>(u"chkOnlyHard"_s, Icon::Filter, u"苦手だけ"_s, u"Alt+N"_s,
+                                          u"苦手の印のある空欄だけを隠して学習します (Ctrl+Shift+M)"_s)),
+      cmdHard(
+          NewCommand<BarButton>(u"cmdHard"_s, Icon::Hard, u"苦手"_s, u"Alt+M"_s,
+                                u"選んだ空欄か最後に表示した正解に苦手の印を付けます。もう一度で外します (Ctrl+M)"_s)),
+      chkSpeak(NewCommand<BarCheckBox>(u"chkSpeak"_s, Icon::Speak, u"読み上げ"_s, u"Alt+S"_s,
+                                       u"押すたびに，クリックした言葉だけを読み上げる，表示した正解もすべて読み上げる，"
+                                       u"読み上げない，と変わります (Alt+S)"_s)),
+      cmdIni(NewCommand<BarButton>(u"cmdIni"_s, Icon::Settings, u"設定"_s, u"Alt+I"_s,
+                                   u"文字の大きさなどを変えます (Alt+I)"_s)),
+      cmdDispHowToUse(NewCommand<BarButton>(u"cmdDispHowToUse"_s, Icon::Help, u"使い方"_s, u"Alt+H"_s,
+                                            u"使い方の説明を開きます (F1)"_s)),
+      actPageOnly(NewEntry(u"actPageOnly"_s, u"ページだけ"_s)), actPrint(NewEntry(u"actPrint"_s, u"印刷…"_s)),
+      actExport(NewEntry(u"actExport"_s, u"書き出す…"_s)), actLarger(NewEntry(u"actLarger"_s, u"大きく"_s)),
+      actSmaller(NewEntry(u"actSmaller"_s, u"小さく"_s)), actUsualSize(NewEntry(u"actUsualSize"_s, u"100 %"_s)),
       cmdSpeak(new BarButton(u"cmdSpeak"_s, Icon::Down, QString(), this))
 {
     chkSpeak->setTristate(true);
@@ -48,24 +49,6 @@ StudyBar::StudyBar(QWidget *window)
     for (QAction *const entry : {actPageOnly, static_cast<QAction *>(nullptr), actPrint, actExport,
                                  static_cast<QAction *>(nullptr), actLarger, actSmaller, actUsualSize})
         AddToMenu(entry);
-}
-
-template <typename Control>
-Control *StudyBar::Command(const QString &name, Icon icon, const QString &text, const QString &key,
-                           const QString &toolTip)
-{
-    auto *const control = new Control(name, icon, text, this);
-    control->setShortcut(QKeySequence(key));
-    control->setToolTip(toolTip);
-    return control;
-}
-
-QAction *StudyBar::Entry(const QString &name, const QString &text)
-{
-    auto *const entry = new QAction(text, window());
-    entry->setObjectName(name);
-    window()->addAction(entry); // for its key
-    return entry;
 }
 
 void StudyBar::AddCommands()

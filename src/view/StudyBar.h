@@ -50,9 +50,6 @@ class StudyBar : public CommandBar
     QAction *const actUsualSize;
 
   private:
-    template <typename Control>
-    Control *Command(const QString &name, Icon icon, const QString &text, const QString &key, const QString &toolTip);
-    QAction *Entry(const QString &name, const QString &text);
     void AddCommands();
     void AddSpeechMenu();
 

@@ -9,6 +9,7 @@
 #include "widgets/Measures.h"
 #include "widgets/NamedControls.h"
 #include "widgets/NoticePlace.h"
+#include "widgets/PageColours.h"
 
 #include <QEvent>
 #include <QHBoxLayout>
@@ -26,14 +27,6 @@ constexpr double PageOnlyProgressEms = 6;
 constexpr int LargestPageOnlyPx = 24; // size of the text while nothing else is around the page
 constexpr int NoticeMs = 4000;
 constexpr int UndoNoticeMs = 8000;
-
-/// Keeps a control's space while it is hidden, so that nothing moves.
-void KeepSizeWhenHidden(QWidget *widget)
-{
-    QSizePolicy policy = widget->sizePolicy();
-    policy.setRetainSizeWhenHidden(true);
-    widget->setSizePolicy(policy);
-}
 
 QString PageText(const QString &number, const QString &count)
 {
@@ -399,12 +392,8 @@ void StudyStateBar::changeEvent(QEvent *event)
 /// Gives what matters less the colour of secondary text, readable on every desktop.
 void StudyStateBar::DimLabels()
 {
-    QPalette dimmed = palette();
-    dimmed.setColor(QPalette::WindowText,
-                    WithContrast(dimmed.color(QPalette::PlaceholderText), dimmed.color(QPalette::Window),
-                                 dimmed.color(QPalette::WindowText), TextContrast));
     for (QLabel *const label : {lblPage, lblNumN})
-        label->setPalette(dimmed);
+        label->setPalette(DimmedBarPalette(palette()));
 }
 
 void StudyStateBar::paintEvent(QPaintEvent *)

@@ -6,11 +6,14 @@
 #include "widgets/BarButton.h"
 #include "widgets/ElidedLabel.h"
 #include "widgets/Measures.h"
+#include "widgets/NamedControls.h"
+#include "widgets/PageColours.h"
 
 #include <QAction>
 #include <QApplication>
 #include <QHBoxLayout>
 #include <QKeyEvent>
+#include <QLabel>
 #include <QMenu>
 #include <QPainter>
 
@@ -26,6 +29,7 @@ constexpr int LineWidth = 1;
 constexpr double LineEms = 1.3;
 constexpr double MinTitleEms = 8;
 constexpr double TitleSize = 1.08; // of the window's font
+constexpr int MaxTitleChars = 200;
 
 /// A line between groups in the middle of its place.
 class GroupLine : public QWidget
@@ -60,9 +64,9 @@ QWidget *CommandBar::Command::Last() const
 }
 
 CommandBar::CommandBar(const QString &titleName, QWidget *window)
-    : QWidget(window), m_window(window), m_title(new ElidedLabel(titleName, 0, this)), m_row(new QHBoxLayout(this)),
-      m_menuButton(new BarButton(u"cmdMore"_s, Icon::More, QString(), this)), m_menu(new QMenu(this)),
-      m_belowHidden(m_menu->addSeparator())
+    : QWidget(window), m_window(window), m_title(new ElidedLabel(titleName, MaxTitleChars, this)),
+      m_row(new QHBoxLayout(this)), m_menuButton(new BarButton(u"cmdMore"_s, Icon::More, QString(), this)),
+      m_menu(new QMenu(this)), m_belowHidden(m_menu->addSeparator())
 {
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     m_row->setContentsMargins(WindowMargin, 0, WindowMargin, 0);
@@ -123,6 +127,31 @@ void CommandBar::AddToMenu(QAction *action)
     m_menu->addAction(action ? action : m_menu->addSeparator());
 }
 
+QLabel *CommandBar::AddRemark(const QString &name, const QString &text)
+{
+    m_remark = NamedLabel(name, text, this);
+    KeepSizeWhenHidden(m_remark);
+    m_row->setStretchFactor(m_title, 0);
+    m_row->insertWidget(1, m_remark);
+    m_row->insertStretch(2, 1);
+    m_remark->setPalette(DimmedBarPalette(palette()));
+    return m_remark;
+}
+
+QAction *CommandBar::NewEntry(const QString &name, const QString &text)
+{
+    auto *const entry = new QAction(text, m_window);
+    entry->setObjectName(name);
+    m_window->addAction(entry); // for its key
+    return entry;
+}
+
+/// Least width of the title and the remark.
+int CommandBar::TitlePx() const
+{
+    return m_title->minimumWidth() + (m_remark ? m_row->spacing() + m_remark->sizeHint().width() : 0);
+}
+
 BarFit CommandBar::FitIn(int widthPx) const
 {
     std::vector<BarItem> items;
@@ -130,7 +159,7 @@ BarFit CommandBar::FitIn(int widthPx) const
         const int menuWidth = command.menuButton ? command.menuButton->sizeHint().width() : 0;
         items.push_back({command.control->sizeHint().width() + menuWidth, command.line != nullptr});
     }
-    const BarRoom room{.titlePx = m_title->minimumWidth(),
+    const BarRoom room{.titlePx = TitlePx(),
                        .menuPx = m_menuButton->sizeHint().width(),
                        .linePx = LinePlace(fontMetrics()),
                        .gapPx = m_row->spacing()};
@@ -239,6 +268,13 @@ bool CommandBar::event(QEvent *event)
              event->type() == QEvent::HideToParent)
         Fit(); // a control has another size, or its key works no more
     return isHandled;
+}
+
+void CommandBar::changeEvent(QEvent *event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange && m_remark)
+        m_remark->setPalette(DimmedBarPalette(palette()));
 }
 
 void CommandBar::paintEvent(QPaintEvent *)

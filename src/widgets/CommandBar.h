@@ -4,8 +4,10 @@
 // A bar of commands in one row. What does not fit goes into a menu at its right end, whose button is always there.
 #pragma once
 
+#include "widgets/PaintedIcon.h"
 #include "widgets/modBarFit.h"
 
+#include <QKeySequence>
 #include <QList>
 #include <QWidget>
 
@@ -14,6 +16,7 @@ class ElidedLabel;
 class QAbstractButton;
 class QAction;
 class QHBoxLayout;
+class QLabel;
 class QMenu;
 
 class CommandBar : public QWidget
@@ -50,12 +53,30 @@ class CommandBar : public QWidget
         return m_menuButton;
     }
 
+    /// Adds a remark in secondary colour right of the title, whose place is kept while it is hidden.
+    QLabel *AddRemark(const QString &name, const QString &text);
+
     QSize sizeHint() const override;        ///< with all controls
     QSize minimumSizeHint() const override; ///< with those that always stay
     bool eventFilter(QObject *watched, QEvent *event) override;
 
   protected:
+    /// A control to be added.
+    /// @param key  of the control; its letter is shown while Alt is held
+    template <typename Control>
+    Control *NewCommand(const QString &name, Icon icon, const QString &text, const QString &key, const QString &toolTip)
+    {
+        auto *const control = new Control(name, icon, text, this);
+        control->setShortcut(QKeySequence(key));
+        control->setToolTip(toolTip);
+        return control;
+    }
+
+    /// An entry to be added to the menu, whose key works in the window.
+    QAction *NewEntry(const QString &name, const QString &text);
+
     bool event(QEvent *event) override;
+    void changeEvent(QEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
 
@@ -72,6 +93,7 @@ class CommandBar : public QWidget
     };
 
     BarFit FitIn(int widthPx) const;
+    int TitlePx() const;
     void Fit();
     void ShowLetters(bool areShown);
     void UpdateEntries();
@@ -79,6 +101,7 @@ class CommandBar : public QWidget
 
     QWidget *m_window;
     ElidedLabel *m_title;
+    QLabel *m_remark = nullptr;
     QHBoxLayout *m_row;
     BarButton *m_menuButton;
     QMenu *m_menu;

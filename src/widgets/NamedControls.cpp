@@ -61,6 +61,13 @@ void DimPlaceholder(QWidget *control)
     control->setPalette(dimmed);
 }
 
+void KeepSizeWhenHidden(QWidget *widget)
+{
+    QSizePolicy policy = widget->sizePolicy();
+    policy.setRetainSizeWhenHidden(true);
+    widget->setSizePolicy(policy);
+}
+
 void SetTabOrder(std::initializer_list<QWidget *> controls)
 {
     QWidget *last = nullptr;

@@ -45,6 +45,9 @@ QPushButton *AddButton(Window *window, const QString &name, const QString &capti
 /// Sets the colour of secondary text in a field or label, because not every dark palette has a readable one.
 void DimPlaceholder(QWidget *control);
 
+/// Keeps a control's space while it is hidden, so that nothing moves.
+void KeepSizeWhenHidden(QWidget *widget);
+
 /// Sets the tab order of the controls of a window.
 void SetTabOrder(std::initializer_list<QWidget *> controls);
 

@@ -76,6 +76,15 @@ QPalette BarPalette(const PageColours &colours)
     return palette;
 }
 
+QPalette DimmedBarPalette(const QPalette &bar)
+{
+    QPalette dimmed = bar;
+    dimmed.setColor(QPalette::WindowText,
+                    WithContrast(bar.color(QPalette::PlaceholderText), bar.color(QPalette::Window),
+                                 bar.color(QPalette::WindowText), TextContrast));
+    return dimmed;
+}
+
 DesktopColours ColoursOn(const QPalette &desktop)
 {
     const QColor window = desktop.color(QPalette::Window);

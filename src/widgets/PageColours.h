@@ -216,6 +216,9 @@ PageColours ColoursOf(PageColourChoice choice, const QPalette &desktop, bool isS
 /// PlaceholderText secondary text, ToolTipBase a notice, ToolTipText its text and BrightText its edge.
 QPalette BarPalette(const PageColours &colours);
 
+/// The same palette for secondary text, which is readable on the bars of every desktop.
+QPalette DimmedBarPalette(const QPalette &bar);
+
 /// Colours of the windows that keep the desktop's palette; they stand out from it.
 struct DesktopColours
 {
