@@ -14,9 +14,9 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 // The rooms from top to bottom. Each may include those below it, and nothing else of ours.
-const QStringList Rooms = {u"app"_s,     u"view"_s,     u"page"_s,    u"study"_s,    u"files"_s,
-                           u"history"_s, u"exchange"_s, u"records"_s, u"search"_s,   u"settings"_s,
-                           u"text"_s,    u"store"_s,    u"widgets"_s, u"platform"_s, u"base"_s};
+const QStringList Rooms = {u"app"_s,     u"view"_s,     u"page"_s,     u"study"_s,  u"files"_s,    u"write"_s,
+                           u"history"_s, u"exchange"_s, u"records"_s,  u"search"_s, u"settings"_s, u"text"_s,
+                           u"store"_s,   u"widgets"_s,  u"platform"_s, u"base"_s};
 
 } // namespace
 

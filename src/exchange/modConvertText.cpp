@@ -52,7 +52,8 @@ char16_t WithoutAccents(char32_t character)
 
 } // namespace
 
-TextConversion::TextConversion(const QString &text, Accents accents) : m_source(text), m_accents(accents)
+TextConversion::TextConversion(const QString &text, Accents accents, WithoutEquivalent rest)
+    : m_source(text), m_accents(accents), m_rest(rest)
 {
     m_result.text.reserve(text.size() + text.size() / 16);
 }
@@ -110,6 +111,10 @@ void TextConversion::Replace(char32_t character)
         if (m_result.unwritable.size() < MaxUnwritableShown)
             m_result.unwritable.push_back({m_line, m_column, character});
         ++m_result.unwritableCount;
+        if (m_rest == WithoutEquivalent::Keep)
+            m_result.text += QString::fromUcs4(&character, 1);
+        else if (m_rest == WithoutEquivalent::Geta)
+            m_result.text += u'〓';
     }
 }
 
@@ -149,9 +154,9 @@ void TextConversion::Count(char32_t from, char16_t to)
     m_result.replaced.push_back({from, to, 1});
 }
 
-ConvertedText ConvertText(const QString &text, Accents accents)
+ConvertedText ConvertText(const QString &text, Accents accents, WithoutEquivalent rest)
 {
-    TextConversion conversion(text, accents);
+    TextConversion conversion(text, accents, rest);
     conversion.GoOn(QDeadlineTimer(QDeadlineTimer::Forever));
     return conversion.Take();
 }

@@ -36,6 +36,14 @@ enum class Accents : bool
     Remove,
 };
 
+/// What becomes of a character that has no equivalent. It is counted in any case.
+enum class WithoutEquivalent
+{
+    LeaveOut,
+    Keep, ///< the result is then not in code page 932
+    Geta, ///< replaced by "〓", the sign for a character that a printer lacks
+};
+
 struct ConvertedText
 {
     QString text;                      ///< with CR LF line endings; complete only if unwritableCount is 0
@@ -53,7 +61,7 @@ constexpr int MaxUnwritableShown = 5;
 class TextConversion
 {
   public:
-    TextConversion(const QString &text, Accents accents);
+    TextConversion(const QString &text, Accents accents, WithoutEquivalent rest = WithoutEquivalent::LeaveOut);
 
     /// Goes on until the deadline. @return whether there is more to do
     bool GoOn(const QDeadlineTimer &deadline);
@@ -76,6 +84,7 @@ class TextConversion
 
     QString m_source;
     Accents m_accents;
+    WithoutEquivalent m_rest;
     ConvertedText m_result;
     qsizetype m_at = 0;
     int m_line = 1;
@@ -83,7 +92,7 @@ class TextConversion
 };
 
 /// The result of a whole TextConversion.
-ConvertedText ConvertText(const QString &text, Accents accents);
+ConvertedText ConvertText(const QString &text, Accents accents, WithoutEquivalent rest = WithoutEquivalent::LeaveOut);
 
 /// Whether a text has full-width brackets, which hide nothing, and no half-width ones.
 bool HasOnlyFullWidthBrackets(const QString &text);

@@ -3,8 +3,8 @@
 
 #include "study/modClickTarget.h"
 
-#include "study/modWords.h"
 #include "text/modPictureName.h"
+#include "text/modWords.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Kotoban developers
 // SPDX-License-Identifier: MIT
 
-#include "study/modWords.h"
+#include "text/modWords.h"
 
 namespace {
 

@@ -1,0 +1,103 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
+// Makes text from elsewhere fit for a study file: pasted text, cells of a spreadsheet, lines that a PDF broke, and the
+// offers of 直す. All results have lines separated by "\n", without CR, as a text field has them.
+#pragma once
+
+#include "exchange/modConvertText.h"
+
+#include <QString>
+
+#include <array>
+
+class QDeadlineTimer;
+
+/// What a paste has become.
+struct CleanText
+{
+    QString text;
+    QString notice; ///< one sentence that counts what was changed; empty if nothing was
+};
+
+/// Converts a text that is pasted: replaces characters by their equivalents, removes accents and treats characters
+/// without an equivalent (emoji) as wanted. Invisible characters without an equivalent are removed silently.
+/// @param rest  WithoutEquivalent::LeaveOut (なくす) or WithoutEquivalent::Geta (〓)
+CleanText CleanedPaste(const QString &text, WithoutEquivalent rest);
+
+/// The rest of CleanedPaste for a text that was converted in slices, with a TextConversion(text, Accents::Remove,
+/// rest).
+CleanText CleanTextOf(ConvertedText converted, WithoutEquivalent rest);
+
+/// Whether a text has cells, as copied from a spreadsheet: a tab in its first line that is not blank.
+bool HasCells(const QString &text);
+
+/// 表として貼り付け: a line for each row, with the second cell in "[ ]", as TableTextMaking makes it. Not cleaned yet.
+/// @param refusal  why there are no lines (too many columns, no rows); one sentence for the user; empty if there are
+QString LinesOfCells(const QString &text, QString *refusal);
+
+/// 行をつなぐ: joins the lines of each paragraph and breaks the result again at the limit of a line, at the places that
+/// BreakLongLines knows. A line goes on in the next one, unless
+///
+/// - one of them is blank,
+/// - it ends a sentence: its last character, closing brackets aside, is one of 。．.！？!?：:,
+/// - the next line begins with white space, with a bullet, or with a number or letter of a list ("1.", "(a)", "①"), or
+/// - there is a tab or a picture in one of them.
+///
+/// Where two Latin words meet, a space is put between; a hyphen between two lower-case letters is taken as that of
+/// hyphenation and removed. White space at the joint is removed. A paragraph that could not be broken again keeps its
+/// lines.
+/// @param text  the selected lines or the whole text
+QString JoinedLines(const QString &text);
+
+/// Applies what 直す offers to a whole text, in slices: equivalents, accents, full-width brackets if there are no
+/// others, and breaks in long lines. Characters without an equivalent stay.
+class Mending
+{
+  public:
+    explicit Mending(const QString &text);
+
+    /// Goes on until the deadline. @return whether there is more to do
+    bool GoOn(const QDeadlineTimer &deadline)
+    {
+        return m_conversion.GoOn(deadline);
+    }
+
+    /// How much has been done, from 0 to 1.
+    double Done() const
+    {
+        return m_conversion.Done();
+    }
+
+    /// The mended text, once GoOn has nothing more to do.
+    QString Take();
+
+  private:
+    TextConversion m_conversion;
+};
+
+/// The result of a whole Mending.
+QString Mended(const QString &text);
+
+/// The one range in which two texts differ, for a change that is one undo step and leaves the cursor elsewhere alone.
+struct TextDifference
+{
+    qsizetype at = 0;      ///< 0-based index of the first differing character
+    qsizetype removed = 0; ///< number of characters of the old text
+    QString inserted;      ///< characters of the new text
+};
+
+/// Common beginning and end are left out; surrogate pairs stay whole.
+TextDifference DifferenceOf(const QString &before, const QString &after);
+
+/// An example for an empty file. The text has lines separated by "\n"; the part to select is replaced by typing.
+struct Template
+{
+    QString name; ///< as on its button
+    QString text;
+    qsizetype selectionStart; ///< 0-based index in text
+    qsizetype selectionLength;
+};
+
+/// 一問一答, 文章の穴埋め, 年表.
+const std::array<Template, 3> &Templates();

@@ -1,0 +1,60 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
+// What is wrong with a line of a text that is to be a study file, judged line by line while it is typed. A text whose
+// lines have no problem that RefusesFile is accepted by ReadStudyText as far as lines are concerned; what only the
+// whole file shows (its detected encoding) is known when it is saved. A window checks a few lines at a time, between
+// events, and keeps the problems with their lines.
+#pragma once
+
+#include <QString>
+#include <QStringView>
+
+#include <functional>
+#include <vector>
+
+/// In the order in which a line's problems are listed.
+enum class LineFault
+{
+    NotInCodePage,   ///< a run of characters that code page 932 lacks, or that are no text
+    TooLong,         ///< more than MaxLineBytes bytes
+    BracketCount,    ///< "[" and "]" are not equally many
+    BracketOrder,    ///< "[" and "]" do not alternate
+    PictureBrackets, ///< "｢" and "｣" do not match
+    PictureName,     ///< a picture name that no file may have
+    PictureMissing,  ///< there is no such picture
+};
+
+struct LineProblem
+{
+    LineFault fault;
+    int column = 1; ///< 1-based, of the first character at fault
+    int length = 0; ///< number of UTF-16 units at fault
+    QString what;   ///< for the user, one sentence without a line number
+    QString offer;  ///< what mending would do about it, for the user; empty if it can do nothing
+
+    bool operator==(const LineProblem &) const = default;
+};
+
+/// Whether a fault keeps the file from being studied (or, NotInCodePage, from being saved). The others are hints about
+/// pictures.
+bool RefusesFile(LineFault fault);
+
+/// Whether there is a picture of a name; see PictureFolder.
+using HasPicture = std::function<bool(const QString &name)>;
+
+/// The problems of a line, at most MaxProblemsOfLine, by fault and then by column. Pictures are checked as the study
+/// window does: references that overlap a blank are left out. Takes time linear in the length of the line.
+/// @param line  without its line end
+std::vector<LineProblem> ProblemsOfLine(QStringView line, const HasPicture &hasPicture);
+
+constexpr size_t MaxProblemsOfLine = 20;
+
+/// The counter of a line, "83 / 100", with tabs counted as when the file is read.
+QString ByteCounter(QStringView line);
+
+/// A problem as an entry of the list: "3行目：…", with the offer in brackets.
+QString ProblemEntry(int line, const LineProblem &problem);
+
+/// What the list is headed with and a screen reader is told. @param problems  number of problems; 0 for none
+QString ProblemCountText(qsizetype problems);
