@@ -3,7 +3,7 @@
 
 #include "exchange/modBreakLines.h"
 
-#include "base/modCodePage.h"
+#include "text/modCheckText.h"
 
 namespace {
 
@@ -17,12 +17,6 @@ bool IsBlank(QChar character)
 bool IsStop(QChar character)
 {
     return QStringView(u"、。，．").contains(character);
-}
-
-/// Length in bytes, each tab counting as the two spaces that replace it.
-qsizetype ByteLength(QStringView line)
-{
-    return GetByteLength(line) + line.count(u'\t');
 }
 
 /// @return whether the line has enough places to break it; if not, the text appended to parts is unusable
@@ -42,7 +36,7 @@ bool BreakLine(QStringView line, int maxLineBytes, QString *parts)
         }
         if (character == u'[' && !isInBrackets)
             bracket = at;
-        bytes += ByteLength(line.sliced(at, 1));
+        bytes += LineBytes(line.sliced(at, 1));
         while (bytes > maxLineBytes) {
             if (nextStart == partStart)
                 partEnd = nextStart = bracket;
@@ -52,7 +46,7 @@ bool BreakLine(QStringView line, int maxLineBytes, QString *parts)
             if (nextStart < line.size())
                 *parts += LineEnd;
             partStart = nextStart;
-            bytes = ByteLength(line.sliced(partStart, at + 1 - partStart));
+            bytes = LineBytes(line.sliced(partStart, at + 1 - partStart));
         }
         if (character == u'[' || character == u']')
             isInBrackets = character == u'[';
@@ -77,7 +71,7 @@ BrokenLines BreakLongLines(const QString &text, int maxLineBytes)
         ++number;
         const qsizetype end = text.indexOf(LineEnd, start);
         const QStringView line = QStringView(text).sliced(start, (end < 0 ? text.size() : end) - start);
-        if (ByteLength(line) <= maxLineBytes) {
+        if (LineBytes(line) <= maxLineBytes) {
             result.text += line;
         } else {
             if (result.longLines++ == 0)

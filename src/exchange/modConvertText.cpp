@@ -108,6 +108,9 @@ void TextConversion::Replace(char32_t character)
         m_result.text += equivalent;
         Count(character, equivalent);
     } else {
+        const bool isCleaned = m_rest == WithoutEquivalent::Remove || m_rest == WithoutEquivalent::Geta;
+        if (isCleaned && BelongsToPrevious(character))
+            return;
         if (m_result.unwritable.size() < MaxUnwritableShown)
             m_result.unwritable.push_back({m_line, m_column, character});
         ++m_result.unwritableCount;
@@ -116,6 +119,17 @@ void TextConversion::Replace(char32_t character)
         else if (m_rest == WithoutEquivalent::Geta)
             m_result.text += u'〓';
     }
+}
+
+/// Whether a character without an equivalent is invisible or continues the one before.
+bool TextConversion::BelongsToPrevious(char32_t character) const
+{
+    constexpr QChar joiner = u'\u200D';
+    const QChar::Category category = QChar::category(character);
+    const bool isMark = category == QChar::Mark_NonSpacing || category == QChar::Mark_Enclosing;
+    const bool isSkinColour = character >= U'\U0001F3FB' && character <= U'\U0001F3FF';
+    const QChar before = m_at > 0 ? m_source[m_at - 1] : QChar();
+    return isMark || category == QChar::Other_Format || before == joiner || (isSkinColour && !IsInCodePage932(before));
 }
 
 /// Handles a combining mark on the preceding character: a voiced sound mark on a kana, or an accent to be removed.
@@ -159,6 +173,15 @@ ConvertedText ConvertText(const QString &text, Accents accents, WithoutEquivalen
     TextConversion conversion(text, accents, rest);
     conversion.GoOn(QDeadlineTimer(QDeadlineTimer::Forever));
     return conversion.Take();
+}
+
+QString NameAndNumber(char32_t character)
+{
+    if (character == QChar::ReplacementCharacter)
+        return u"文字として読めないバイト"_s;
+    const QString name = NameOfCharacter(character);
+    const QString number = NumberOfCharacter(character);
+    return name == number ? name : QString(name + u'（' + number + u'）');
 }
 
 bool HasOnlyFullWidthBrackets(const QString &text)

@@ -36,17 +36,18 @@ enum class Accents : bool
     Remove,
 };
 
-/// What becomes of a character that has no equivalent. It is counted in any case.
+/// What becomes of a character that has no equivalent.
 enum class WithoutEquivalent
 {
-    LeaveOut,
-    Keep, ///< the result is then not in code page 932
-    Geta, ///< replaced by "〓", the sign for a character that a printer lacks
+    Report, ///< it is left out and the text is incomplete
+    Keep,   ///< it stays, so the text is not in code page 932
+    Remove, ///< it is removed
+    Geta,   ///< it is replaced by "〓", the sign for a character that a printer lacks
 };
 
 struct ConvertedText
 {
-    QString text;                      ///< with CR LF line endings; complete only if unwritableCount is 0
+    QString text;                      ///< with CR LF line endings; see WithoutEquivalent
     QList<ReplacedCharacter> replaced; ///< in order of first occurrence, without removed accents
     qsizetype accentCount = 0;         ///< number of letters whose accents were removed
     CharacterAt firstAccent;           ///< the first of them
@@ -58,10 +59,12 @@ constexpr int MaxUnwritableShown = 5;
 
 /// Converts line endings and replaces every character that has an equivalent in code page 932, in slices. A kana
 /// followed by a combining sound mark becomes the composed kana, and byte-order marks are removed; neither is counted.
+/// Where characters without an equivalent are removed or replaced, invisible ones are removed uncounted, and a sequence
+/// of emoji, with skin colours and joiners, counts as one.
 class TextConversion
 {
   public:
-    TextConversion(const QString &text, Accents accents, WithoutEquivalent rest = WithoutEquivalent::LeaveOut);
+    TextConversion(const QString &text, Accents accents, WithoutEquivalent rest = WithoutEquivalent::Report);
 
     /// Goes on until the deadline. @return whether there is more to do
     bool GoOn(const QDeadlineTimer &deadline);
@@ -80,6 +83,7 @@ class TextConversion
     void Replace(char32_t character);
     bool TakesMark(char32_t character);
     bool TakeAccent(char32_t character);
+    bool BelongsToPrevious(char32_t character) const;
     void Count(char32_t from, char16_t to);
 
     QString m_source;
@@ -92,7 +96,10 @@ class TextConversion
 };
 
 /// The result of a whole TextConversion.
-ConvertedText ConvertText(const QString &text, Accents accents, WithoutEquivalent rest = WithoutEquivalent::LeaveOut);
+ConvertedText ConvertText(const QString &text, Accents accents, WithoutEquivalent rest = WithoutEquivalent::Report);
+
+/// A character and its code point, "é（U+00E9）": the font may lack the character, or draw it like a similar one.
+QString NameAndNumber(char32_t character);
 
 /// Whether a text has full-width brackets, which hide nothing, and no half-width ones.
 bool HasOnlyFullWidthBrackets(const QString &text);

@@ -22,16 +22,6 @@ constexpr QStringView LineEnd = u"\r\n";
 constexpr QStringView NothingWritten = u"何も書き込みません。";
 constexpr int MaxReplacedShown = 5; // different characters
 
-/// "é（U+00E9）": the font may lack the character, or draw it like a similar one.
-QString NameAndNumber(char32_t character)
-{
-    if (character == QChar::ReplacementCharacter)
-        return u"文字として読めないバイト"_s;
-    const QString name = NameOfCharacter(character);
-    const QString number = NumberOfCharacter(character);
-    return name == number ? name : QString(name + u'（' + number + u'）');
-}
-
 QString NameOfTwin(char16_t twin)
 {
     return twin == u' ' ? u"空白"_s : QString(QChar(twin));

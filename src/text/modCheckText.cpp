@@ -55,6 +55,11 @@ bool CheckBracketOrder(const StudyLines &lines, QString *message, int *errorLine
     return CheckBrackets(lines, IsBracketOrderValid, BracketOrderMessage, message, errorLine);
 }
 
+qsizetype LineBytes(QStringView line)
+{
+    return GetByteLength(line) + CountString(line, u'\t');
+}
+
 qsizetype CountString(QStringView text, QChar character)
 {
     return text.count(character);

@@ -20,6 +20,9 @@ bool CheckBracketCount(const StudyLines &lines, QString *message, int *errorLine
 /// Whether "[" and "]" alternate on every line, "[" first. Requires that CheckBracketCount has passed.
 bool CheckBracketOrder(const StudyLines &lines, QString *message, int *errorLine);
 
+/// Length of a line in bytes of code page 932 when it is read, each tab counting as the two spaces that replace it.
+qsizetype LineBytes(QStringView line);
+
 /// Number of occurrences of a character in a text.
 qsizetype CountString(QStringView text, QChar character);
 

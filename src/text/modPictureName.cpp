@@ -56,16 +56,24 @@ bool IsPictureNameValid(QStringView name)
     return std::ranges::none_of(name, [](QChar character) { return forbidden.contains(character); });
 }
 
+std::vector<PictureReference> AllReferences(QStringView line)
+{
+    std::vector<PictureReference> references;
+    if (!IsPictureLineValid(line))
+        return references;
+    for (const qsizetype start : PositionsOf(line, OpeningCorner)) {
+        const qsizetype length = line.indexOf(ClosingCorner, start) - start + 1;
+        references.push_back({start, length, NameIn(line.sliced(start, length))});
+    }
+    return references;
+}
+
 QStringList BadPictureNames(const DisplayText &text)
 {
     QStringList bad;
     for (int line = text.NextLineWith(OpeningCorner, 1); line > 0; line = text.NextLineWith(OpeningCorner, line + 1)) {
         const QString masked = text.MaskedLine(line);
-        if (!IsPictureLineValid(masked))
-            continue;
-        for (const qsizetype start : PositionsOf(masked, OpeningCorner)) {
-            const qsizetype length = masked.indexOf(ClosingCorner, start) - start + 1;
-            const QString name = NameIn(QStringView(masked).sliced(start, length));
+        for (const auto &[start, length, name] : AllReferences(masked)) {
             const bool holdsBlank = QStringView(masked).sliced(start, length) != text.Line(line).sliced(start, length);
             if (!holdsBlank && !IsPictureNameValid(name) && !bad.contains(name))
                 bad += name;
@@ -88,15 +96,10 @@ QString BadPictureNamesMessage(const QStringList &names)
 
 std::vector<PictureReference> PictureReferences(QStringView line)
 {
-    std::vector<PictureReference> references;
-    if (!IsPictureLineValid(line))
-        return references;
-    for (const qsizetype start : PositionsOf(line, OpeningCorner)) {
-        const qsizetype end = line.indexOf(ClosingCorner, start);
-        const QString name = NameIn(line.sliced(start, end - start + 1));
-        if (!name.trimmed().isEmpty() && IsPictureNameValid(name)) // a masked name consists of blanks
-            references.push_back({start, end - start + 1, name});
-    }
+    std::vector<PictureReference> references = AllReferences(line);
+    std::erase_if(references, [](const PictureReference &reference) {
+        return reference.name.trimmed().isEmpty() || !IsPictureNameValid(reference.name); // a masked name is blank
+    });
     return references;
 }
 

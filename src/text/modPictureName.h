@@ -32,7 +32,7 @@ constexpr qsizetype MaxBadNamesListed = 10;
 /// listed.
 QString BadPictureNamesMessage(const QStringList &names);
 
-/// A reference that can be opened with a click.
+/// A name in corner brackets.
 struct PictureReference
 {
     qsizetype start;  ///< 0-based index of its opening bracket
@@ -40,7 +40,12 @@ struct PictureReference
     QString name;
 };
 
-/// The valid references of a line, from left to right: those with a valid, non-empty name on a valid line.
+/// All references of a valid line, from left to right, whatever their names; none on any other line. Those of "｢｢a｣｣"
+/// overlap.
+std::vector<PictureReference> AllReferences(QStringView line);
+
+/// The references of a line that can be opened with a click, from left to right: those with a valid, non-empty name on
+/// a valid line.
 std::vector<PictureReference> PictureReferences(QStringView line);
 
 /// The name in the valid reference at a position, corner brackets included.

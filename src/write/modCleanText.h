@@ -22,7 +22,7 @@ struct CleanText
 
 /// Converts a text that is pasted: replaces characters by their equivalents, removes accents and treats characters
 /// without an equivalent (emoji) as wanted. Invisible characters without an equivalent are removed silently.
-/// @param rest  WithoutEquivalent::LeaveOut (なくす) or WithoutEquivalent::Geta (〓)
+/// @param rest  WithoutEquivalent::Remove (なくす) or WithoutEquivalent::Geta (〓)
 CleanText CleanedPaste(const QString &text, WithoutEquivalent rest);
 
 /// The rest of CleanedPaste for a text that was converted in slices, with a TextConversion(text, Accents::Remove,
@@ -36,15 +36,15 @@ bool HasCells(const QString &text);
 /// @param refusal  why there are no lines (too many columns, no rows); one sentence for the user; empty if there are
 QString LinesOfCells(const QString &text, QString *refusal);
 
-/// 行をつなぐ: joins the lines of each paragraph and breaks the result again at the limit of a line, at the places that
-/// BreakLongLines knows. A line goes on in the next one, unless
+/// 行をつなぐ: joins the lines of each paragraph and breaks the result again at the limit of a line, where
+/// BreakLongLines does. A line goes on in the next one, unless
 ///
-/// - one of them is blank,
-/// - it ends a sentence: its last character, closing brackets aside, is one of 。．.！？!?：:,
-/// - the next line begins with white space, with a bullet, or with a number or letter of a list ("1.", "(a)", "①"), or
-/// - there is a tab or a picture in one of them.
+/// - one of them is blank or has a tab,
+/// - it ends a sentence: its last character, closing brackets aside, is one of 。．.！!？?：:;；
+/// - it is narrower than two thirds of the widest line between two blank ones, as a heading or the end of a paragraph,
+/// - the next line begins with white space, a bullet, or a number or letter of a list ("1.", "(a)", "①", "第1章").
 ///
-/// Where two Latin words meet, a space is put between; a hyphen between two lower-case letters is taken as that of
+/// Where two words of Latin letters meet, a space is put between; a hyphen between two lower-case letters is taken as
 /// hyphenation and removed. White space at the joint is removed. A paragraph that could not be broken again keeps its
 /// lines.
 /// @param text  the selected lines or the whole text

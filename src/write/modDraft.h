@@ -22,8 +22,9 @@ constexpr qint64 MaxWriteBytes = MaxWriteMegabytes * BytesPerMegabyte;
 struct WrittenFile
 {
     QString path;
-    QByteArray bytes;  ///< its contents; empty if it did not exist
-    QByteArray digest; ///< identifies the contents that the text was made from, see DigestOf; empty for a new file
+    QByteArray digest;           ///< of the contents that the text was made from, see DigestOf; empty for a new file
+    QByteArray bytes{};          ///< these contents; empty for a new file and for one in another encoding
+    QByteArray lineEnd = "\r\n"; ///< that most lines have
 };
 
 /// What identifies the contents of a file: hexadecimal SHA-256.

@@ -43,12 +43,14 @@ bool RefusesFile(LineFault fault);
 /// Whether there is a picture of a name; see PictureFolder.
 using HasPicture = std::function<bool(const QString &name)>;
 
-/// The problems of a line, at most MaxProblemsOfLine, by fault and then by column. Pictures are checked as the study
-/// window does: references that overlap a blank are left out. Takes time linear in the length of the line.
+/// The problems of a line by fault and then by column, of each fault the first MaxProblemsOfFault. Pictures are checked
+/// as the study window does: references that overlap a blank are left out. A line of more than MaxCheckedLength
+/// characters is only too long; so is what a stranger's file can cost.
 /// @param line  without its line end
 std::vector<LineProblem> ProblemsOfLine(QStringView line, const HasPicture &hasPicture);
 
-constexpr size_t MaxProblemsOfLine = 20;
+constexpr int MaxProblemsOfFault = 5;
+constexpr qsizetype MaxCheckedLength = 4096;
 
 /// The counter of a line, "83 / 100", with tabs counted as when the file is read.
 QString ByteCounter(QStringView line);

@@ -1,0 +1,180 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
+#include "write/modLineCheck.h"
+
+#include "base/modCodePage.h"
+#include "exchange/modBreakLines.h"
+#include "exchange/modConvertText.h"
+#include "text/modCheckText.h"
+#include "text/modPictureName.h"
+
+#include <algorithm>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+bool IsWritable(QChar character)
+{
+    return IsInCodePage932(character) && !character.isNull();
+}
+
+/// The problems found so far of one line.
+class Problems
+{
+  public:
+    /// @param at  0-based index of the first character at fault
+    void Add(LineFault fault, qsizetype at, qsizetype length, const QString &what, const QString &offer = {})
+    {
+        const auto isSame = [fault](const LineProblem &known) { return known.fault == fault; };
+        if (std::ranges::count_if(m_list, isSame) < MaxProblemsOfFault)
+            m_list.push_back({fault, int(at) + 1, int(length), what, offer});
+    }
+
+    std::vector<LineProblem> Take()
+    {
+        std::ranges::stable_sort(m_list, {}, &LineProblem::fault);
+        return std::move(m_list);
+    }
+
+  private:
+    std::vector<LineProblem> m_list;
+};
+
+/// What mending makes of a run of characters; empty if it can do nothing.
+QString OfferFor(QStringView line, qsizetype start, qsizetype length)
+{
+    constexpr qsizetype mostShown = 8;
+    qsizetype shown = std::min(length, mostShown);
+    if (shown < length && line[start + shown - 1].isHighSurrogate())
+        --shown;
+    const qsizetype before = start > 0 ? 1 : 0; // a combining mark changes it
+    const QString old = line.sliced(start - before, shown + before).toString();
+    const QString made = ConvertText(old, Accents::Remove, WithoutEquivalent::Keep).text;
+    if (made == old)
+        return {};
+    return made.trimmed().isEmpty() ? u"空白にします"_s : QString(u"「"_s + made + u"」にします"_s);
+}
+
+void AddUnwritable(QStringView line, Problems *problems)
+{
+    for (qsizetype at = 0; at < line.size(); ++at) {
+        if (IsWritable(line[at]))
+            continue;
+        const qsizetype start = at;
+        while (at < line.size() && !IsWritable(line[at]))
+            ++at;
+        const bool isPair = at - start > 1 && line[start].isHighSurrogate() && line[start + 1].isLowSurrogate();
+        const char32_t first =
+            isPair ? QChar::surrogateToUcs4(line[start], line[start + 1]) : char32_t(line[start].unicode());
+        problems->Add(LineFault::NotInCodePage, start, at - start,
+                      u"Shift_JISにない文字があります："_s + NameAndNumber(first), OfferFor(line, start, at - start));
+    }
+}
+
+/// 0-based index of the first character beyond the limit.
+qsizetype FirstBeyondLimit(QStringView line)
+{
+    qsizetype bytes = 0;
+    qsizetype at = 0;
+    for (; at < line.size(); ++at) {
+        const bool isSecondHalf = at > 0 && line[at].isLowSurrogate() && line[at - 1].isHighSurrogate();
+        bytes += isSecondHalf ? 0 : LineBytes(line.sliced(at, 1));
+        if (bytes > MaxLineBytes)
+            break;
+    }
+    return at;
+}
+
+void AddTooLong(QStringView line, Problems *problems)
+{
+    const qsizetype bytes = LineBytes(line);
+    if (bytes <= MaxLineBytes)
+        return;
+    const qsizetype first = FirstBeyondLimit(line);
+    const bool isBreakable =
+        line.size() <= MaxCheckedLength && BreakLongLines(line.toString(), MaxLineBytes).broken > 0;
+    problems->Add(LineFault::TooLong, first, line.size() - first,
+                  QString::number(bytes) + u"バイトあります（"_s + QString::number(MaxLineBytes) + u"バイトまで）。"_s,
+                  isBreakable ? u"改行を入れます"_s : QString());
+}
+
+/// The first bracket that does not take its turn; line.size() if all do.
+qsizetype FirstWrongBracket(QStringView line)
+{
+    qsizetype opening = -1;
+    for (qsizetype at = 0; at < line.size(); ++at) {
+        if ((line[at] == u'[' && opening >= 0) || (line[at] == u']' && opening < 0))
+            return at;
+        if (line[at] == u'[')
+            opening = at;
+        else if (line[at] == u']')
+            opening = -1;
+    }
+    return opening < 0 ? line.size() : opening;
+}
+
+void AddPictures(QStringView line, const HasPicture &hasPicture, Problems *problems)
+{
+    constexpr QChar openingCorner = u'｢';
+    if (!line.contains(openingCorner))
+        return;
+    QString masked; // as the page has it while all blanks are hidden
+    bool isInBlank = false;
+    for (const QChar character : line) {
+        isInBlank = isInBlank || character == u'[';
+        masked += isInBlank ? QChar(u' ') : character;
+        isInBlank = isInBlank && character != u']';
+    }
+    if (!IsPictureLineValid(masked))
+        problems->Add(LineFault::PictureBrackets, line.indexOf(openingCorner), 1, u"｢と｣の対応が不適切です。"_s);
+    for (const auto &[start, length, name] : AllReferences(masked)) {
+        if (QStringView(masked).sliced(start, length) != line.sliced(start, length) || name.trimmed().isEmpty())
+            continue;
+        if (!IsPictureNameValid(name))
+            problems->Add(LineFault::PictureName, start, length, BadPictureNamesMessage({name}));
+        else if (!hasPicture(name))
+            problems->Add(LineFault::PictureMissing, start, length, u"図｢"_s + name + u"｣がありません。"_s);
+    }
+}
+
+} // namespace
+
+bool RefusesFile(LineFault fault)
+{
+    return fault <= LineFault::BracketOrder;
+}
+
+std::vector<LineProblem> ProblemsOfLine(QStringView line, const HasPicture &hasPicture)
+{
+    Problems problems;
+    AddTooLong(line, &problems);
+    if (line.size() > MaxCheckedLength)
+        return problems.Take();
+    AddUnwritable(line, &problems);
+    if (!IsBracketCountEqual(line))
+        problems.Add(LineFault::BracketCount, FirstWrongBracket(line), 1, u"[の数と]の数が不一致です。"_s);
+    else if (!IsBracketOrderValid(line))
+        problems.Add(LineFault::BracketOrder, FirstWrongBracket(line), 1, u"[,]の前後関係が不適切です。"_s);
+    else
+        AddPictures(line, hasPicture, &problems);
+    return problems.Take();
+}
+
+QString ByteCounter(QStringView line)
+{
+    return QString::number(LineBytes(line)) + u" / "_s + QString::number(MaxLineBytes);
+}
+
+QString ProblemEntry(int line, const LineProblem &problem)
+{
+    const QString entry = QString::number(line) + u"行目："_s + problem.what;
+    return problem.offer.isEmpty() ? entry : QString(entry + u"（直す："_s + problem.offer + u"）"_s);
+}
+
+QString ProblemCountText(qsizetype problems)
+{
+    return problems == 0 ? u"問題はありません。"_s
+                         : QString(u"問題が"_s + QString::number(problems) + u"件あります。"_s);
+}
