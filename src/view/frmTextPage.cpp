@@ -193,6 +193,8 @@ void frmText::lblNotice_Click(NoticeAction action)
     case NoticeAction::Edit:
         cmdEdit_Click();
         return; // the focus is at the button that reads the file again
+    case NoticeAction::KeepPlaces:
+        break; // only offered while writing
     }
     picText->setFocus();
 }

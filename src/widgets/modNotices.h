@@ -34,6 +34,7 @@ enum class NoticeAction
     GoToOffered,
     Resume,
     Edit,
+    KeepPlaces, ///< a sign where pasting left out a character
 };
 
 struct Notice

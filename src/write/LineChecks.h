@@ -1,0 +1,78 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
+// Checks the lines of a text while it is typed, some milliseconds at a time between events. Each line is checked once
+// after it was changed; what was found stays with its block, as LineNotes.
+#pragma once
+
+#include "write/modLineCheck.h"
+
+#include <QObject>
+#include <QTextBlock>
+
+class QDeadlineTimer;
+class QTextDocument;
+class QTimer;
+
+/// What the checks of all lines have found.
+struct FoundProblems
+{
+    struct InLine
+    {
+        int line; ///< 1-based
+        LineProblem problem;
+
+        bool operator==(const InLine &) const = default;
+    };
+
+    static constexpr size_t MaxListed = 500; ///< more than anybody goes through one by one
+
+    std::vector<InLine> listed; ///< the first of them, in the order of the text
+    int count = 0;
+    int refusing = 0; ///< how many of them keep the file from being studied or saved
+    int remedies = 0; ///< how many of them mending does something about
+    int blanks = 0;   ///< in the text
+
+    bool operator==(const FoundProblems &) const = default;
+};
+
+class LineChecks : public QObject
+{
+    Q_OBJECT
+
+  public:
+    LineChecks(QTextDocument *document, HasPicture hasPicture, QObject *parent);
+
+    /// What was found when all lines had been checked the last time.
+    const FoundProblems &Found() const
+    {
+        return m_found;
+    }
+
+    /// Checks what is left at once. @return what was found
+    const FoundProblems &Finish();
+
+    /// Checks all lines again, because there are other pictures.
+    void StartAgain();
+
+  Q_SIGNALS:
+    /// All lines have been checked, and something else was found than before.
+    void Changed();
+
+    /// Something was found in a line that may be in view.
+    void LinesChecked();
+
+  private:
+    void Document_Change(int at, int removed, int added);
+    const class LineNotes &Check(QTextBlock *block) const;
+    void Restart();
+    bool GoOn(const QDeadlineTimer &deadline);
+    void Work();
+
+    QTextDocument *m_document;
+    HasPicture m_hasPicture;
+    QTimer *m_working;
+    QTextBlock m_next;         // to be looked at; invalid when all have been
+    FoundProblems m_finding{}; // up to there
+    FoundProblems m_found;
+};

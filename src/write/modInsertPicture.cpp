@@ -1,0 +1,74 @@
+// SPDX-FileCopyrightText: 2026 The Kotoban developers
+// SPDX-License-Identifier: MIT
+
+#include "write/modInsertPicture.h"
+
+#include "base/modCodePage.h"
+#include "platform/modReplaceFile.h"
+#include "text/modPictureFile.h"
+#include "text/modPictureName.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+#include <algorithm>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+/// The name of a file as a picture name.
+QString ValidName(const QString &title)
+{
+    QString name = FileNamePart(title).trimmed();
+    std::ranges::replace_if(
+        name,
+        [](QChar character) {
+            return !IsPictureNameValid(QStringView(&character, 1)) || character == u'｢' || character == u'[' ||
+                   character == u']' || !IsInCodePage932(character);
+        },
+        u'_');
+    return name;
+}
+
+} // namespace
+
+PictureToInsert PictureFor(const QString &path, const QString &studyFolder)
+{
+    PictureToInsert picture;
+    const QFileInfo source(path);
+    QFile file(path);
+    const FileFault fault = OpenToRead(&file);
+    const QByteArray format = fault ? QByteArray() : PictureFormatOf(file.peek(PictureHeaderBytes));
+    if (format.isEmpty()) {
+        picture.refusal =
+            u"図として使えるのは PNG，JPEG，GIF，BMP のファイルです。\r\n    "_s + NameInLine(source.fileName());
+        return picture;
+    }
+    if (source.size() > MaxFileBytes) {
+        picture.refusal =
+            u"図が大きすぎます（%1 MB まで）。\r\n    "_s.arg(MaxFileMegabytes) + NameInLine(source.fileName());
+        return picture;
+    }
+    picture.name = ValidName(source.completeBaseName());
+    const QString extension = format == "jpeg" ? u"jpg"_s : QString::fromLatin1(format);
+    picture.target = JoinPath(studyFolder, picture.name + u'.' + extension);
+    const QString present = PictureFolder(studyFolder).Find(picture.name);
+    if (!present.isEmpty() && QFileInfo(present) == source)
+        picture.target = present;
+    else
+        picture.mustAsk = !present.isEmpty() || QFileInfo(picture.target).isSymLink();
+    return picture;
+}
+
+QString ReplacePictureQuestion(const PictureToInsert &picture)
+{
+    return u"同じ名前の図があります。新しい図に置き換えますか？\r\n    "_s + picture.name;
+}
+
+FileFault TakePicture(const QString &path, const PictureToInsert &picture)
+{
+    if (QFileInfo(picture.target) == QFileInfo(path))
+        return {};
+    return CopyWholeFile(path, picture.target);
+}
