@@ -6,7 +6,7 @@
 #include "input.h"
 #include "platform/modProfile.h"
 #include "require.h"
-#include "study/modPageText.h"
+#include "text/modTextDifference.h"
 
 namespace {
 

@@ -7,6 +7,7 @@
 #include "page/PagePainter.h"
 #include "platform/modDarkMode.h"
 #include "study/modPageText.h"
+#include "text/modTextDifference.h"
 #include "widgets/PageColourChoice.h"
 #include "widgets/PageFont.h"
 #include "widgets/PageFontAtScale.h"

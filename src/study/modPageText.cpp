@@ -3,8 +3,6 @@
 
 #include "study/modPageText.h"
 
-#include <algorithm>
-
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
@@ -72,18 +70,6 @@ QString SpokenPage(const StudyPage &page)
     for (int line = view.topLine; line <= view.lastLine; ++line)
         lines += SpokenLine(page, line);
     return lines.join(u'\n');
-}
-
-TextDifference DifferenceOf(const QString &before, const QString &after)
-{
-    const auto [beforeStart, afterStart] = std::ranges::mismatch(before, after);
-    const qsizetype offset = beforeStart - before.begin();
-    const qsizetype shortest = qMin(before.size(), after.size()) - offset;
-    qsizetype same = 0; // at the end
-    while (same < shortest && before[before.size() - 1 - same] == after[after.size() - 1 - same])
-        ++same;
-    return {offset, before.sliced(offset, before.size() - offset - same),
-            after.sliced(offset, after.size() - offset - same)};
 }
 
 int SpokenOffset(const StudyPage &page, int line, qsizetype index)

@@ -13,17 +13,6 @@
 /// open, how to choose one.
 QString SpokenPage(const StudyPage &page);
 
-/// Where two texts differ: from a 0-based offset on, the one has the first part and the other the second in its place.
-struct TextDifference
-{
-    qsizetype offset = 0;
-    QString before{};
-    QString after{};
-};
-
-/// The shortest single difference of two texts.
-TextDifference DifferenceOf(const QString &before, const QString &after);
-
 /// The 0-based offset in SpokenPage of a character of a line in view; for a hidden answer, where its "空欄" begins.
 /// @param index  0-based character of the line, up to its length
 int SpokenOffset(const StudyPage &page, int line, qsizetype index);

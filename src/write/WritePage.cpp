@@ -5,10 +5,10 @@
 
 #include "base/modLog.h"
 #include "text/modCheckText.h"
+#include "text/modTextDifference.h"
 #include "widgets/Contrast.h"
 #include "widgets/PageFont.h"
 #include "widgets/PaintedIcon.h"
-#include "write/modCleanText.h"
 #include "write/modPen.h"
 
 #include <QMimeData>
@@ -234,12 +234,12 @@ void WritePage::Insert(const QString &text)
 void WritePage::ChangeTo(const QString &text)
 {
     const TextDifference difference = DifferenceOf(toPlainText(), text);
-    if (difference.removed == 0 && difference.inserted.isEmpty())
+    if (difference.before.isEmpty() && difference.after.isEmpty())
         return;
     QTextCursor change(document());
-    change.setPosition(int(difference.at));
-    change.setPosition(int(difference.at + difference.removed), QTextCursor::KeepAnchor);
-    change.insertText(difference.inserted);
+    change.setPosition(int(difference.offset));
+    change.setPosition(int(difference.offset + difference.before.size()), QTextCursor::KeepAnchor);
+    change.insertText(difference.after);
 }
 
 void WritePage::GoTo(int line, int column, int selectedLength)

@@ -198,20 +198,6 @@ QString Mended(const QString &text)
     return mending.Take();
 }
 
-TextDifference DifferenceOf(const QString &before, const QString &after)
-{
-    const qsizetype shorter = std::min(before.size(), after.size());
-    qsizetype start = std::mismatch(before.begin(), before.begin() + shorter, after.begin()).first - before.begin();
-    if (start > 0 && before[start - 1].isHighSurrogate())
-        --start;
-    qsizetype same = 0; // characters at the end
-    while (same < shorter - start && before[before.size() - 1 - same] == after[after.size() - 1 - same])
-        ++same;
-    if (same > 0 && before[before.size() - same].isLowSurrogate())
-        --same;
-    return {start, before.size() - same - start, after.sliced(start, after.size() - same - start)};
-}
-
 const std::array<Template, 3> &Templates()
 {
     static const std::array<Template, 3> templates = {

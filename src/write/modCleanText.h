@@ -79,17 +79,6 @@ class Mending
 /// The result of a whole Mending.
 QString Mended(const QString &text);
 
-/// The one range in which two texts differ, for a change that is one undo step and leaves the cursor elsewhere alone.
-struct TextDifference
-{
-    qsizetype at = 0;      ///< 0-based index of the first differing character
-    qsizetype removed = 0; ///< number of characters of the old text
-    QString inserted;      ///< characters of the new text
-};
-
-/// Common beginning and end are left out; surrogate pairs stay whole.
-TextDifference DifferenceOf(const QString &before, const QString &after);
-
 /// An example for an empty file. The text has lines separated by "\n"; the part to select is replaced by typing.
 struct Template
 {

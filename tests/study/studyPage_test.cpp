@@ -385,23 +385,6 @@ TEST(StudyPage, NoFile_NothingHappens)
     EXPECT_FALSE(page.MoveToRandomPage(&random).isPageChanged);
 }
 
-TEST(SpokenPage, DifferenceOfTexts_IsAsShortAsPossible)
-{
-    const Rows<QString, QString, int, QString, QString> rows = {
-        {u"a 空欄 b"_s, u"a 水 b"_s, 2, u"空欄"_s, u"水"_s},
-        {u"x 空欄"_s, u"x 苦手の空欄"_s, 2, QString(), u"苦手の"_s},
-        {u"aba"_s, u"a"_s, 1, u"ba"_s, QString()},
-        {QString(), u"text"_s, 0, QString(), u"text"_s},
-        {u"same"_s, u"same"_s, 4, QString(), QString()},
-    };
-    for (const auto &[before, after, offset, removed, inserted] : rows) {
-        const TextDifference difference = DifferenceOf(before, after);
-        EXPECT_EQ(difference.offset, offset) << before.toStdString();
-        EXPECT_EQ(difference.before, removed) << before.toStdString();
-        EXPECT_EQ(difference.after, inserted) << before.toStdString();
-    }
-}
-
 TEST(SpokenPage, CaretAndText_FollowWhatIsShown)
 {
     // Keys; then the text in view, with | before the caret.

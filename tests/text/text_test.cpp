@@ -9,6 +9,7 @@
 #include "text/modCheckText.h"
 #include "text/modDisplayText.h"
 #include "text/modPictureName.h"
+#include "text/modTextDifference.h"
 
 #include <gtest/gtest.h>
 
@@ -310,4 +311,22 @@ TEST(PictureName, PositionInReference_GivesNameAndFindsFile)
     EXPECT_EQ(PictureFolder(folder.Path()).Find(u"A"_s), QDir::toNativeSeparators(folder.Path(u"a.Png"_s)));
     EXPECT_EQ(before.Find(u"A"_s), QDir::toNativeSeparators(folder.Path(u"A.JPEG"_s))) << "listed only once";
     EXPECT_EQ(before.Find(u"b"_s), QString());
+}
+
+TEST(TextDifference, DifferenceOfTexts_IsAsShortAsPossible)
+{
+    const Rows<QString, QString, int, QString, QString> rows = {
+        {u"a 空欄 b"_s, u"a 水 b"_s, 2, u"空欄"_s, u"水"_s},
+        {u"aba"_s, u"a"_s, 1, u"ba"_s, QString()},
+        {QString(), u"text"_s, 0, QString(), u"text"_s},
+        {u"same"_s, u"same"_s, 4, QString(), QString()},
+        {u"a😀b"_s, u"a😁b"_s, 1, u"😀"_s, u"😁"_s},                                   // first half of a pair in common
+        {u"\U0001F600b"_s, u"\U00020200b"_s, 0, u"\U0001F600"_s, u"\U00020200"_s}, // second half
+    };
+    for (const auto &[before, after, offset, removed, inserted] : rows) {
+        const TextDifference difference = DifferenceOf(before, after);
+        EXPECT_EQ(difference.offset, offset) << before.toStdString();
+        EXPECT_EQ(difference.before, removed) << before.toStdString();
+        EXPECT_EQ(difference.after, inserted) << before.toStdString();
+    }
 }

@@ -101,26 +101,6 @@ TEST(CleanText, Mended_TakesAllOffers)
         EXPECT_EQ(Mended(text), expected) << name;
 }
 
-TEST(CleanText, Difference_IsTheSmallestRange)
-{
-    const Rows<const char *, QString, QString, qsizetype, qsizetype, QString> rows = {
-        {"same", u"abc"_s, u"abc"_s, 3, 0, {}},
-        {"within", u"abcd"_s, u"axyd"_s, 1, 2, u"xy"_s},
-        {"removed of equal ones", u"aaa"_s, u"aa"_s, 2, 1, {}},
-        {"inserted at the end", u"a"_s, u"ab"_s, 1, 0, u"b"_s},
-        {"first half of a pair in common", u"a😀b"_s, u"a😁b"_s, 1, 2, u"😁"_s},
-        {"second half of a pair in common", u"\U0001F600b"_s, u"\U00020200b"_s, 0, 2, u"\U00020200"_s},
-        {"all", u"a"_s, {}, 0, 1, {}},
-    };
-    for (const auto &[name, before, after, at, removed, inserted] : rows) {
-        const TextDifference difference = DifferenceOf(before, after);
-        EXPECT_EQ(difference.at, at) << name;
-        EXPECT_EQ(difference.removed, removed) << name;
-        EXPECT_EQ(difference.inserted, inserted) << name;
-        EXPECT_EQ(QString(before).replace(difference.at, difference.removed, difference.inserted), after) << name;
-    }
-}
-
 TEST(CleanText, EachTemplate_CanBeStudied)
 {
     for (const Template &example : Templates()) {
