@@ -335,7 +335,8 @@ bool ReadDraft(const QString &path, Draft *draft)
     const QByteArray digest = bytes.sliced(DraftHeading.size(), std::max(digestEnd - DraftHeading.size(), 0LL));
     if (digestEnd < 0 || (!digest.isEmpty() && digest.size() != DigestLength))
         return false;
-    QStringDecoder decoder(QStringConverter::Utf8, QStringConverter::Flag::Stateless);
+    using Flag = QStringConverter::Flag;
+    QStringDecoder decoder(QStringConverter::Utf8, Flag::Stateless | Flag::ConvertInitialBom);
     QString text = decoder(QByteArrayView(bytes).sliced(digestEnd + 1));
     if (decoder.hasError() || text.contains(QChar::Null) || text.contains(u'\r'))
         return false;
