@@ -26,13 +26,16 @@
 #include "widgets/NamedControls.h"
 #include "widgets/frmMsg.h"
 #include "widgets/frmWait.h"
+#include "write/frmWrite.h"
 
 #include <QAction>
+#include <QClipboard>
 #include <QCoreApplication>
 #include <QDeadlineTimer>
 #include <QDropEvent>
 #include <QFileInfo>
 #include <QFileSystemWatcher>
+#include <QGuiApplication>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMimeData>
@@ -42,6 +45,7 @@
 #include <QTimer>
 
 #include <algorithm>
+#include <limits>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -176,6 +180,31 @@ void frmFile::cmdEdit_Click()
     WriteTrace(u"■frmFile.cmdEdit_Click");
     if (const QString path = TakeSelection(); !path.isEmpty())
         OpenInEditor(m_services, m_editor, path, 1);
+}
+
+void frmFile::cmdWrite_Click()
+{
+    WriteTrace(u"■frmFile.cmdWrite_Click");
+    const QString path = TakeSelection();
+    if (!path.isEmpty() && frmWrite(m_services, m_msg, PageSettings(), m_editor.applicationFolder, this).Edit(path))
+        ListFiles();
+    lstFile->setFocus(); // Enter then opens the file
+}
+
+void frmFile::cmdNew_Click()
+{
+    WriteTrace(u"■frmFile.cmdNew_Click");
+    WriteNew(QString());
+}
+
+void frmFile::cmdNewPasted_Click()
+{
+    WriteTrace(u"■frmFile.cmdNewPasted_Click");
+    const QString text = QGuiApplication::clipboard()->text();
+    if (text.isEmpty())
+        m_msg.Refuse(this, u"クリップボードに文章がありません。"_s);
+    else
+        WriteNew(text);
 }
 
 void frmFile::cmdRefresh_Click()
@@ -409,6 +438,22 @@ void frmFile::StudyTitle(const QString &title)
     cmdSelect_Click();
 }
 
+/// How the page looks, as last saved.
+Settings frmFile::PageSettings() const
+{
+    QStringList repairs; // told by the study window
+    return m_settings.Read(DefaultSettings(), UpperBounds(std::numeric_limits<int>::max()), &repairs);
+}
+
+void frmFile::WriteNew(const QString &pasted)
+{
+    const QString name = frmWrite(m_services, m_msg, PageSettings(), m_editor.applicationFolder, this).WriteNew(pasted);
+    ListFiles();
+    if (!name.isEmpty())
+        SelectNew(name);
+    lstFile->setFocus();
+}
+
 /// @return whether a study file was made
 bool frmFile::MakeFromTable(const QString &tablePath)
 {
@@ -445,6 +490,7 @@ void frmFile::ShowCommands()
     };
     const bool canConvert = m_folder.Facts(SelectedName()).remedy == Remedy::Convert;
     show(m_edit, true);
+    show(m_write, true);
     show(m_convert, canConvert);
     show(m_print, !canConvert); // a file in another encoding cannot be printed
     lblNote->SetText(canConvert ? u"選んだファイルは"_s + RemedyText(Remedy::Convert) + u'。' : FolderNote(m_folder));

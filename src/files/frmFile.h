@@ -32,6 +32,7 @@ class QTabBar;
 class QTimer;
 class RewardLabel;
 class SettingsFile;
+struct Settings;
 class StudyFileList;
 class StudyFileModel;
 
@@ -102,6 +103,9 @@ class frmFile : public QDialog
     void Form_Activate();
     void cmdSelect_Click();
     void cmdEdit_Click();
+    void cmdWrite_Click();
+    void cmdNew_Click();
+    void cmdNewPasted_Click();
     void cmdRefresh_Click();
     void cmdOpenFolder_Click();
     void cmdIni_Click();
@@ -136,6 +140,8 @@ class frmFile : public QDialog
     void ShowTallies();
     void StudyTitle(const QString &title);
     bool MakeFromTable(const QString &tablePath);
+    Settings PageSettings() const;
+    void WriteNew(const QString &pasted);
     void SelectNew(const QString &name);
     void Select(const QString &name);
     void ShowCommands();
@@ -182,6 +188,7 @@ class frmFile : public QDialog
     QPushButton *cmdSelect;
     QPushButton *cmdMakeFirst; // below lblEmpty
     Command m_edit;
+    Command m_write;
     Command m_print;
     Command m_convert;
     QBoxLayout *m_fileButtons; // below the list

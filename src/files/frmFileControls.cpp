@@ -43,11 +43,11 @@ frmFile::frmFile(SystemServices &services, StudyDatabase &database, frmMsg &msg,
       m_tallies(database, userName), m_userName(userName),
       m_marks(JoinPath(applicationFolder, u"ListMark.txt"_s), userName),
       m_stops(JoinPath(applicationFolder, u"ListPlace.txt"_s)),
-      m_tableFolder(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation)),
-      m_editor{QString(), applicationFolder}, m_files(new StudyFileModel(m_folder, m_tallies, this)),
-      m_watcher(new QFileSystemWatcher(this)), m_refreshing(new QTimer(this)), m_tallying(new QTimer(this)),
-      lstFile(new StudyFileList(this)), txtFilter(new QLineEdit(this)),
-      lblEmpty(NamedLabel(u"lblEmpty"_s, QString(), this)),
+      m_tableFolder(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation)), m_editor{QString(),
+                                                                                                   applicationFolder},
+      m_files(new StudyFileModel(m_folder, m_tallies, this)), m_watcher(new QFileSystemWatcher(this)),
+      m_refreshing(new QTimer(this)), m_tallying(new QTimer(this)), lstFile(new StudyFileList(this)),
+      txtFilter(new QLineEdit(this)), lblEmpty(NamedLabel(u"lblEmpty"_s, QString(), this)),
       lblNote(new ElidedLabel(u"lblNote"_s, MaxNoteChars, this, Qt::ElideRight)), lblReward(new RewardLabel(this)),
       lblUserNameCaption(NamedLabel(u"lblUserNameCaption"_s, u"利用者："_s, this)),
       lblFolderCaption(NamedLabel(u"lblFolderCaption"_s, u"フォルダ："_s, this)),
@@ -167,6 +167,10 @@ void frmFile::AddFileButtons()
     m_edit.button = AddButton(this, u"cmdEdit"_s, u"編集(&E)"_s,
                               u"選択したファイルをテキストエディタで開きます (Alt+E)"_s, &frmFile::cmdEdit_Click);
     m_edit.button->setIcon(ButtonIcon(Icon::Edit));
+    m_write.button =
+        AddButton(this, u"cmdWrite"_s, u"書く(&B)"_s,
+                  u"選択したファイルをこのソフトの中で直し，言葉を空欄にします (Alt+B)"_s, &frmFile::cmdWrite_Click);
+    m_write.button->setIcon(ButtonIcon(Icon::Write));
     m_print.button = AddButton(this, u"cmdPrint"_s, u"印刷(&I)…"_s,
                                u"正解を下線にした用紙をブラウザで開きます (Ctrl+P)"_s, &frmFile::cmdPrint_Click);
     m_print.button->setIcon(ButtonIcon(Icon::Print));
@@ -175,7 +179,7 @@ void frmFile::AddFileButtons()
     m_convert.button = AddButton(this, u"cmdConvCode"_s, u"Shift_JISに変換(&C)"_s,
                                  u"文字コードを変えて，開けるファイルにします (Alt+C)"_s, &frmFile::cmdConvCode_Click);
     m_fileButtons->addWidget(cmdSelect, 1);
-    for (Command *const command : {&m_edit, &m_print, &m_convert}) {
+    for (Command *const command : {&m_edit, &m_write, &m_print, &m_convert}) {
         m_fileButtons->addWidget(command->button);
         const QString caption = command->button->text();
         command->inMenu = new QAction(caption, this);
@@ -191,8 +195,13 @@ QPushButton *frmFile::OthersButton()
     auto *const menu = new QMenu(this);
     menu->setObjectName(u"mnuOthers"_s);
     menu->setToolTipsVisible(true);
-    for (const Command &command : {m_edit, m_print, m_convert})
+    for (const Command &command : {m_edit, m_write, m_print, m_convert})
         menu->addAction(command.inMenu);
+    menu->addAction(AddAction(u"cmdNew"_s, u"新しい学習ファイル(&N)…"_s, u"新しい学習ファイルを書きます"_s,
+                              Qt::CTRL | Qt::Key_N, &frmFile::cmdNew_Click));
+    menu->addAction(AddAction(u"cmdNewPasted"_s, u"クリップボードから作る(&L)…"_s,
+                              u"コピーした文章を貼り付けて，新しい学習ファイルを書きます"_s, Qt::CTRL | Qt::Key_V,
+                              &frmFile::cmdNewPasted_Click));
     menu->addAction(AddAction(u"cmdTable"_s, u"表から作る(&T)…"_s,
                               u"表計算などの表（CSV，TSV）から学習ファイルを作ります"_s, Qt::CTRL | Qt::Key_T,
                               &frmFile::cmdTable_Click));
@@ -272,7 +281,7 @@ void frmFile::SetUpTabOrder()
 {
     const auto control = [this](const QString &name) { return findChild<QWidget *>(name); };
     SetTabOrder({tabHalves, txtFilter, control(u"cmdOthers"_s), lstFile, cmdMakeFirst, cmdSelect, m_edit.button,
-                 m_convert.button, m_print.button});
+                 m_write.button, m_convert.button, m_print.button});
     SetTabOrder({control(u"cmdCancel"_s), control(u"cmdEnd"_s)});
     connect(m_history, &HistoryPanel::FileAsked, this, &frmFile::StudyTitle);
     m_history->SetTabOrderBetween(m_print.button, control(u"cmdCancel"_s));

@@ -38,15 +38,16 @@ StudyBar::StudyBar(QWidget *window)
                                    u"文字の大きさなどを変えます (Alt+I)"_s)),
       cmdDispHowToUse(NewCommand<BarButton>(u"cmdDispHowToUse"_s, Icon::Help, u"使い方"_s, u"Alt+H"_s,
                                             u"使い方の説明を開きます (F1)"_s)),
-      actPageOnly(NewEntry(u"actPageOnly"_s, u"ページだけ"_s)), actPrint(NewEntry(u"actPrint"_s, u"印刷…"_s)),
-      actExport(NewEntry(u"actExport"_s, u"書き出す…"_s)), actLarger(NewEntry(u"actLarger"_s, u"大きく"_s)),
-      actSmaller(NewEntry(u"actSmaller"_s, u"小さく"_s)), actUsualSize(NewEntry(u"actUsualSize"_s, u"100 %"_s)),
+      actPageOnly(NewEntry(u"actPageOnly"_s, u"ページだけ"_s)), actWrite(NewEntry(u"actWrite"_s, u"書く"_s)),
+      actPrint(NewEntry(u"actPrint"_s, u"印刷…"_s)), actExport(NewEntry(u"actExport"_s, u"書き出す…"_s)),
+      actLarger(NewEntry(u"actLarger"_s, u"大きく"_s)), actSmaller(NewEntry(u"actSmaller"_s, u"小さく"_s)),
+      actUsualSize(NewEntry(u"actUsualSize"_s, u"100 %"_s)),
       cmdSpeak(new BarButton(u"cmdSpeak"_s, Icon::Down, QString(), this))
 {
     chkSpeak->setTristate(true);
     AddSpeechMenu();
     AddCommands();
-    for (QAction *const entry : {actPageOnly, static_cast<QAction *>(nullptr), actPrint, actExport,
+    for (QAction *const entry : {actPageOnly, actWrite, static_cast<QAction *>(nullptr), actPrint, actExport,
                                  static_cast<QAction *>(nullptr), actLarger, actSmaller, actUsualSize})
         AddToMenu(entry);
 }
@@ -104,7 +105,7 @@ void StudyBar::EnableFileControls(bool isEnabled)
     for (QWidget *const control :
          std::initializer_list<QWidget *>{cmdReRead, cmdEdit, cmdSearch, chkSpeak, cmdSpeak, cmdIni})
         control->setEnabled(isEnabled);
-    for (QAction *const action : {actPrint, actExport})
+    for (QAction *const action : {actWrite, actPrint, actExport})
         action->setEnabled(isEnabled);
 }
 

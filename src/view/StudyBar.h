@@ -43,6 +43,7 @@ class StudyBar : public CommandBar
 
     // Only in the menu of the bar; the window gives them their keys.
     QAction *const actPageOnly;
+    QAction *const actWrite;
     QAction *const actPrint;
     QAction *const actExport;
     QAction *const actLarger;

@@ -22,6 +22,7 @@
 #include "widgets/InputGuard.h"
 #include "widgets/frmMsg.h"
 #include "widgets/modHelp.h"
+#include "write/frmWrite.h"
 
 #include <QCloseEvent>
 #include <QCoreApplication>
@@ -241,6 +242,29 @@ void frmText::cmdEdit_Click()
         picText->setFocus();
     const int marked = m_page.Round().lngMarkLine();
     OpenInEditorAt(m_session.SourceOf(marked != 0 ? marked : m_page.TopLine()));
+}
+
+/// Opens the file in the writing window, at the line marked or chosen or else the top line. The session and its clock
+/// go on while the file is written.
+void frmText::actWrite_Click()
+{
+    WriteTrace(u"■frmText.actWrite_Click");
+    if (!m_page.IsFileOpen())
+        return;
+    m_session.CompleteSoFar();
+    Settings settings = m_settings;
+    settings.zoom = m_zoom;
+    int line = m_page.Round().lngMarkLine();
+    if (line == 0)
+        line = m_page.Current().line > 0 ? m_page.Current().line : m_page.TopLine();
+    const HardNote::Source place = m_session.SourceOf(line);
+    const bool isSaved =
+        frmWrite(m_services, m_msg, settings, m_context.applicationFolder, this).Edit(place.path, place.line);
+    if (m_stage == Stage::Ended)
+        return; // the program was told to end meanwhile
+    if (isSaved)
+        cmdReRead_Click();
+    picText->setFocus();
 }
 
 void frmText::cmdIni_Click()

@@ -80,6 +80,7 @@ class frmText : public QWidget
     void chkOnlyHard_Click();
     void cmdHard_Click();
     void actPageOnly_Click();
+    void actWrite_Click();
     void VScroll_Change();
     void HScroll_Change();
     void picText_KeyDown(int key, bool isShifted);

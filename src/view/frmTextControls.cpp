@@ -197,6 +197,7 @@ void frmText::AddCommandKeys()
         connect(entry, &QAction::triggered, this, Command(action));
     };
     add(m_bar->actPageOnly, {Qt::CTRL | Qt::Key_F11}, [this] { actPageOnly_Click(); });
+    add(m_bar->actWrite, {Qt::CTRL | Qt::Key_B}, [this] { actWrite_Click(); });
     add(m_bar->actPrint, {QKeySequence::Print}, [this] { PrintFile(); });
     add(m_bar->actExport, {Qt::CTRL | Qt::Key_E}, [this] { ExportFile(); });
     // The key of + without Shift too, on English and on Japanese keyboards.
@@ -205,7 +206,8 @@ void frmText::AddCommandKeys()
         [this] { ChangeZoom(1); });
     add(m_bar->actSmaller, {Qt::CTRL | Qt::Key_Minus, Qt::ALT | Qt::Key_Minus}, [this] { ChangeZoom(-1); });
     add(m_bar->actUsualSize, {Qt::CTRL | Qt::Key_0}, [this] { SetZoom(ZoomSteps.front()); });
-    for (QAction *const entry : {m_bar->actPageOnly, m_bar->actPrint, m_bar->actExport, m_bar->actUsualSize})
+    for (QAction *const entry :
+         {m_bar->actPageOnly, m_bar->actWrite, m_bar->actPrint, m_bar->actExport, m_bar->actUsualSize})
         entry->setAutoRepeat(false);
 }
 

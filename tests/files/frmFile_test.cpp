@@ -13,11 +13,13 @@
 #include "widgets/OutlinedStyle.h"
 
 #include <QAction>
+#include <QClipboard>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListView>
 #include <QMenu>
 #include <QPainter>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScreen>
 #include <QSignalSpy>
@@ -199,6 +201,41 @@ TEST_F(FileWindowTest, EveryControl_HasObjectName)
     }
 }
 
+TEST_F(FileWindowTest, Writing_OpensTheSelectedFileOrANewOne)
+{
+    const auto typeAndSave = [](QWidget *dialog) {
+        auto *const text = dialog->findChild<QPlainTextEdit *>(u"txtText"_s);
+        QTest::keyClicks(text, u"new "_s);
+        DialogScript::Press(dialog, u"cmdSave"_s);
+        QTest::keyClick(text, Qt::Key_Escape);
+    };
+    const auto takeName = [this] {
+        script.When(u"frmName"_s, [](QWidget *dialog) {
+            dialog->findChild<QLineEdit *>(u"txtName"_s)->setText(u"b/new.txt"_s);
+            DialogScript::Press(dialog, u"cmdOK"_s);
+        });
+    };
+    InWindow([&] {
+        QTest::keyClick(list, Qt::Key_Home);
+        script.When(u"frmWrite"_s, typeAndSave);
+        DialogScript::Press(&window, u"cmdWrite"_s);
+        EXPECT_EQ(folder.Read(u"txt/a good.txt"_s), "new [ok]\r\n");
+        script.When(u"frmWrite"_s, typeAndSave);
+        takeName();
+        DialogScript::Press(&window, u"cmdNew"_s);
+        EXPECT_EQ(folder.Read(u"txt/b_new.txt"_s), "new ");
+        EXPECT_EQ(InRow(list->currentIndex().row(), Qt::DisplayRole), u"b_new.txt"_s);
+        QGuiApplication::clipboard()->setText(u"pasted\n"_s);
+        script.When(u"frmWrite"_s, [](QWidget *dialog) {
+            EXPECT_EQ(dialog->findChild<QPlainTextEdit *>(u"txtText"_s)->toPlainText(), u"pasted\n"_s);
+            dialog->close();
+        });
+        script.Click(u"frmMsg"_s, u"cmdCancel"_s);
+        DialogScript::Press(&window, u"cmdNewPasted"_s);
+    });
+    EXPECT_EQ(list->model()->rowCount(), 3);
+}
+
 TEST_F(FileWindowTest, EveryFontSize_TabReachesEachControlInBothHalves)
 {
     const QFont usual = QApplication::font();
@@ -207,7 +244,7 @@ TEST_F(FileWindowTest, EveryFontSize_TabReachesEachControlInBothHalves)
     OutlinedStyle::Install();
     const QStringList ofFiles = {u"txtFilter"_s, u"lstFile"_s,   u"cmdSelect"_s,
                                  u"cmdOthers"_s, u"cmdCancel"_s, u"cmdEnd"_s};
-    const QStringList beside = {u"cmdEdit"_s, u"cmdPrint"_s};
+    const QStringList beside = {u"cmdEdit"_s, u"cmdWrite"_s, u"cmdPrint"_s};
     const QStringList ofHistory = {u"txtYmd"_s, u"txtWeekN"_s, u"cmdInc"_s, u"lstRecord"_s, u"cmdFile"_s};
     for (const int points : {9, 20, 40}) {
         QFont font = usual;
@@ -219,7 +256,7 @@ TEST_F(FileWindowTest, EveryFontSize_TabReachesEachControlInBothHalves)
         script.When(u"frmFile"_s, [&](QWidget *dialog) {
             const auto expectReached = [&](const QStringList &names) {
                 QStringList seen;
-                for (int tabs = 0; tabs < 16; ++tabs) {
+                for (int tabs = 0; tabs < 17; ++tabs) {
                     const QWidget *const control = dialog->focusWidget();
                     seen += control->objectName();
                     EXPECT_FALSE(control->visibleRegion().isEmpty()) << control->objectName().toStdString();
@@ -256,22 +293,22 @@ TEST_F(FileWindowTest, NarrowWindow_HasInItsMenuWhatIsBesideTheListElsewhere)
     InWindow([this] {
         const auto shown = [this] {
             QStringList names;
-            for (const QString &name : {u"cmdEdit"_s, u"cmdPrint"_s, u"historyPanel"_s, u"tabHalves"_s})
+            for (const QString &name : {u"cmdEdit"_s, u"cmdWrite"_s, u"cmdPrint"_s, u"historyPanel"_s, u"tabHalves"_s})
                 if (Find<QWidget>(name)->isVisible())
                     names += name;
-            for (const QAction *const action : Find<QMenu>(u"mnuOthers"_s)->actions().first(3))
+            for (const QAction *const action : Find<QMenu>(u"mnuOthers"_s)->actions().first(4))
                 if (action->isVisible())
                     names += action->text();
             return names.join(u' ');
         };
         const QSize usual = window.size();
-        const QString wide = u"cmdEdit cmdPrint historyPanel"_s;
+        const QString wide = u"cmdEdit cmdWrite cmdPrint historyPanel"_s;
         EXPECT_EQ(shown(), wide);
         window.resize(window.fontMetrics().horizontalAdvance(u'あ') * 40, usual.height());
-        EXPECT_EQ(shown(), u"tabHalves 編集(&E) 印刷(&I)…"_s);
+        EXPECT_EQ(shown(), u"tabHalves 編集(&E) 書く(&B) 印刷(&I)…"_s);
         EXPECT_TRUE(Find<QWidget>(u"cmdSelect"_s)->isVisible());
         QTest::keyClick(&window, Qt::Key_H, Qt::AltModifier);
-        EXPECT_EQ(shown(), u"historyPanel tabHalves 編集(&E) 印刷(&I)…"_s);
+        EXPECT_EQ(shown(), u"historyPanel tabHalves 編集(&E) 書く(&B) 印刷(&I)…"_s);
         QTest::keyClick(&window, Qt::Key_L, Qt::AltModifier);
         for (int i = 0; i < 2; ++i)
             QTest::keyClick(window.focusWidget(), Qt::Key_End);

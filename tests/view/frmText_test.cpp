@@ -237,6 +237,29 @@ TEST_F(StudyWindowTest, LineMarked_EditorOpensThere)
     EXPECT_TRUE(services.commands.last().contains(u" -Y=5 \""_s)) << "a right click also removes the mark";
 }
 
+TEST_F(StudyWindowTest, WrittenDuringStudy_IsReadAgainInTheSameSession)
+{
+    OpenWith(QStringList(60, u"[x] [y]"_s));
+    Press(Qt::Key_Return);
+    scroll->setValue(5);
+    script.When(u"frmWrite"_s, [](QWidget *dialog) {
+        auto *const text = dialog->findChild<QPlainTextEdit *>(u"txtText"_s);
+        EXPECT_EQ(text->textCursor().blockNumber() + 1, 5) << "the top line";
+        QTest::keyClicks(text, u"[z"_s);
+        DialogScript::Press(dialog, u"cmdSave"_s);
+        QTest::keyClick(text, Qt::Key_Escape);
+    });
+    PressCtrl(Qt::Key_B);
+    EXPECT_EQ(Shown(), u"1 / 121"_s);
+    EXPECT_EQ(scroll->value(), 5);
+    EXPECT_EQ(Label(u"lblNum"), u"1"_s);
+    EXPECT_EQ(Sessions().size(), 1);
+    EXPECT_EQ(window->focusWidget(), page);
+    script.When(u"frmWrite"_s, [](QWidget *dialog) { dialog->close(); });
+    PressCtrl(Qt::Key_B);
+    EXPECT_EQ(Shown(), u"1 / 121"_s);
+}
+
 TEST_F(StudyWindowTest, CommandsInMenuOfBar_LeaveFocusInPage)
 {
     OpenWith({u"[x]"_s});
