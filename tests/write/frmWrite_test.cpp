@@ -2,12 +2,12 @@
 // SPDX-License-Identifier: MIT
 
 // The writing window: that its keys, buttons and pointer reach the rules, and that nothing typed is lost.
-#include "write/frmWrite.h"
 #include "base/modCodePage.h"
 #include "support/DropFiles.h"
 #include "support/Rows.h"
 #include "support/WindowTest.h"
 #include "write/WritePage.h"
+#include "write/frmWrite.h"
 #include "write/modCleanText.h"
 
 #include <QAction>
@@ -94,8 +94,8 @@ class WriteWindowTest : public WindowTest
             return text->cursorRect(cursor).center();
         };
         QTest::mousePress(text->viewport(), Qt::LeftButton, {}, at(from));
-        QMouseEvent move(QEvent::MouseMove, at(to), text->viewport()->mapToGlobal(at(to)), Qt::NoButton,
-                         Qt::LeftButton, {});
+        QMouseEvent move(QEvent::MouseMove, at(to), text->viewport()->mapToGlobal(at(to)), Qt::NoButton, Qt::LeftButton,
+                         {});
         QApplication::sendEvent(text->viewport(), &move);
         QTest::mouseRelease(text->viewport(), Qt::LeftButton, {}, at(to));
     }
@@ -186,5 +186,223 @@ TEST_F(WriteWindowTest, TypedBrackets_AreHalfWidthAndClosed)
         QApplication::sendEvent(text, &closed);
         QTest::keyClicks(text, u"."_s);
         EXPECT_EQ(Line(2), u"four[a]b[水]."_s);
+    });
+}
+
+TEST_F(WriteWindowTest, Problems_AreListedGoneToAndMendedInOneStep)
+{
+    const QString longLine = QString(40, u'あ') + u"。"_s + QString(20, u'い');
+    InWindow([&] {
+        auto *const list = Find<QListView>(u"lstProblems"_s);
+        const auto listed = [list] { return list->model()->rowCount(); };
+        EXPECT_FALSE(list->isVisible());
+        text->selectAll();
+        text->insertPlainText(u"[a\ncafé\n"_s + longLine + u"\n｢none｣"_s);
+        EXPECT_TRUE(WaitFor([&] { return listed() == 4; }));
+        EXPECT_TRUE(list->isVisible());
+        EXPECT_TRUE(Label(u"lblProblems"_s).contains(u'4')) << Label(u"lblProblems"_s).toStdString();
+        EXPECT_EQ(Find<QAbstractButton>(u"cmdMend"_s)->accessibleName(), u"直す 2"_s);
+        text->GoTo(3, 1);
+        EXPECT_EQ(Label(u"lblBytes"_s), u"122"_s);
+        Press(Qt::Key_F8);
+        EXPECT_EQ(text->CursorLine(), 3);
+        EXPECT_EQ(text->textCursor().selectedText(), QString(11, u'い')) << "what is too much";
+        Press(Qt::Key_F8);
+        EXPECT_EQ(text->CursorLine(), 4);
+        Press(Qt::Key_F8);
+        EXPECT_EQ(text->CursorLine(), 1);
+        list->setCurrentIndex(list->model()->index(1, 0));
+        QTest::keyClick(list, Qt::Key_Return);
+        EXPECT_EQ(text->textCursor().selectedText(), u"é"_s);
+        EXPECT_TRUE(window.isVisible()) << "Enter belongs to the list";
+        Click(u"cmdMend"_s);
+        EXPECT_EQ(Line(2), u"cafe"_s);
+        EXPECT_EQ(Line(3), QString(40, u'あ') + u'。');
+        EXPECT_EQ(listed(), 2);
+        Press(Qt::Key_Z, Qt::ControlModifier);
+        EXPECT_EQ(Line(2), u"café"_s);
+        EXPECT_EQ(Line(3), longLine);
+        text->clear();
+        EXPECT_TRUE(WaitFor([&] { return !list->isVisible(); }));
+    });
+}
+
+TEST_F(WriteWindowTest, SavingWithFaults_AsksAndReplacesWhatCannotBeSaved)
+{
+    EXPECT_TRUE(InWindow([&] {
+        QTest::keyClicks(text, u"] "_s);
+        script.Click(u"frmMsg"_s, u"cmdCancel"_s);
+        Click(u"cmdSave"_s);
+        EXPECT_TRUE(Saved().startsWith("one"));
+        text->insertPlainText(u"é"_s);
+        script.Click(u"frmMsg"_s, u"cmdCancel"_s);
+        Click(u"cmdSave"_s);
+        EXPECT_EQ(text->textCursor().selectedText(), u"é"_s);
+        EXPECT_TRUE(Saved().startsWith("one"));
+        script.Click(u"frmMsg"_s, u"cmdOK"_s);
+        script.Click(u"frmMsg"_s, u"cmdOK"_s);
+        Click(u"cmdSave"_s);
+    }));
+    EXPECT_TRUE(Saved().startsWith("] eone"));
+    EXPECT_EQ(script.messages.size(), 4);
+}
+
+TEST_F(WriteWindowTest, ProgramEndsOrIsKilled_DraftIsOfferedOnce)
+{
+    Find<QTimer>(u"tmrKeep"_s)->setInterval(0);
+    script.When(u"frmWrite"_s, [&](QWidget *) {
+        QTest::keyClicks(text, u"new "_s);
+        EXPECT_TRUE(WaitFor([&] { return QFile::exists(DraftPath(path)); })) << "what a kill leaves";
+        QTest::keyClicks(text, u"er "_s);
+        window.done(0); // as when the program ends
+    });
+    EXPECT_FALSE(window.Edit(path));
+    EXPECT_EQ(Saved(), "one [two] three\r\nfour\r\n");
+    script.Click(u"frmMsg"_s, u"cmdOK"_s);
+    InWindow([&] {
+        EXPECT_EQ(Line(1), u"new er one [two] three"_s);
+        EXPECT_TRUE(Find<QLabel>(u"lblUnsaved"_s)->isVisible());
+    });
+    EXPECT_FALSE(QFile::exists(DraftPath(path))) << "thrown away";
+    EXPECT_EQ(script.messages.size(), 2);
+    InWindow([&] { EXPECT_EQ(Line(1), u"one [two] three"_s); });
+    EXPECT_EQ(script.messages.size(), 2);
+}
+
+TEST_F(WriteWindowTest, FileChangedMeanwhile_BothAreKept)
+{
+    EXPECT_TRUE(InWindow([&] {
+        QTest::keyClicks(text, u"mine "_s);
+        folder.Write(u"txt/good.txt"_s, "other\r\n");
+        script.Click(u"frmMsg"_s, u"cmdCancel"_s);
+        Click(u"cmdSave"_s);
+        EXPECT_EQ(Saved(), "other\r\n");
+        script.Click(u"frmMsg"_s, u"cmdOK"_s);
+        Click(u"cmdSave"_s);
+    }));
+    EXPECT_TRUE(Saved().startsWith("mine one"));
+    EXPECT_EQ(folder.Read(u"txt/good.txt.bak"_s), "other\r\n");
+}
+
+TEST_F(WriteWindowTest, OtherEncodingOrTooLarge_IsAChangedTextOrRefused)
+{
+    const QByteArray utf8 = u"日本の[山]と[川]\n"_s.toUtf8();
+    path = folder.Write(u"txt/utf8.txt"_s, utf8);
+    InWindow([&] {
+        EXPECT_EQ(Line(1), u"日本の[山]と[川]"_s);
+        EXPECT_TRUE(Find<QLabel>(u"lblUnsaved"_s)->isVisible());
+    });
+    EXPECT_EQ(Saved(), utf8);
+    path = folder.Write(u"txt/large.txt"_s, QByteArray(3 * 1024 * 1024, 'a'));
+    script.Click(u"frmMsg"_s, u"cmdOK"_s);
+    EXPECT_FALSE(window.Edit(path));
+    EXPECT_TRUE(script.messages.last().contains(u"2"_s)) << script.messages.last().toStdString();
+}
+
+TEST_F(WriteWindowTest, Paste_IsCleanedInOneStepAndTellsWhatItDid)
+{
+    InWindow([&] {
+        text->GoTo(2, 5);
+        QGuiApplication::clipboard()->setText(u"x\r\ncafé😀"_s);
+        Press(Qt::Key_V, Qt::ControlModifier);
+        EXPECT_EQ(Line(2), u"fourx"_s);
+        EXPECT_EQ(Line(3), u"cafe"_s);
+        auto *const geta = Find<QPushButton>(u"cmdNotice2"_s);
+        EXPECT_TRUE(geta->isVisible());
+        geta->click();
+        EXPECT_EQ(Line(3), u"cafe〓"_s);
+        Press(Qt::Key_Z, Qt::ControlModifier);
+        EXPECT_EQ(Line(2), u"four"_s);
+        QGuiApplication::clipboard()->setText(u"水\tH2O\n塩\tNaCl\n"_s);
+        Press(Qt::Key_V, Qt::ControlModifier | Qt::ShiftModifier);
+        EXPECT_TRUE(text->toPlainText().contains(u"[NaCl]"_s)) << text->toPlainText().toStdString();
+        text->selectAll();
+        text->insertPlainText(u"長い文章の途中で切れた行が\n続いている文章です。\n"_s);
+        Press(Qt::Key_J, Qt::ControlModifier);
+        EXPECT_EQ(Line(1), u"長い文章の途中で切れた行が続いている文章です。"_s);
+        Press(Qt::Key_Z, Qt::ControlModifier);
+        EXPECT_EQ(Line(1), u"長い文章の途中で切れた行が"_s);
+    });
+}
+
+TEST_F(WriteWindowTest, EmptyFile_OffersTemplatesWhoseSelectionIsTypedOver)
+{
+    script.When(u"frmWrite"_s, [&](QWidget *) {
+        EXPECT_TRUE(Find<QPushButton>(u"cmdTemplate3"_s)->isVisible());
+        Click(u"cmdTemplate3"_s);
+        EXPECT_FALSE(Find<QPushButton>(u"cmdTemplate3"_s)->isVisible());
+        EXPECT_TRUE(text->textCursor().hasSelection());
+        EXPECT_TRUE(Templates()[2].text.startsWith(Line(1)));
+        script.When(u"frmName"_s, [&](QWidget *dialog) {
+            dialog->findChild<QLineEdit *>(u"txtName"_s)->setText(u"good"_s);
+            script.Click(u"frmMsg"_s, u"cmdOK"_s); // the name is taken
+            DialogScript::Press(dialog, u"cmdOK"_s);
+            dialog->findChild<QLineEdit *>(u"txtName"_s)->setText(u"history.txt"_s);
+            DialogScript::Press(dialog, u"cmdOK"_s);
+        });
+        Click(u"cmdSave"_s);
+        Leave();
+    });
+    EXPECT_EQ(window.WriteNew(), u"history.txt"_s);
+    EXPECT_EQ(FromCodePage932(folder.Read(u"txt/history.txt"_s)),
+              QString(Templates()[2].text).replace(u"\n"_s, u"\r\n"_s));
+}
+
+TEST_F(WriteWindowTest, FindAndGo_LeadThroughTheText)
+{
+    InWindow([&] {
+        text->selectAll();
+        text->insertPlainText(u"ab\ncd\nab"_s);
+        text->GoTo(1);
+        Press(Qt::Key_F, Qt::ControlModifier);
+        auto *const field = Find<QLineEdit>(u"txtFind"_s);
+        ASSERT_EQ(window.focusWidget(), field);
+        QTest::keyClicks(field, u"ab"_s);
+        QList<int> lines;
+        for (int i = 0; i < 3; ++i) {
+            QTest::keyClick(field, Qt::Key_Return);
+            lines += text->CursorLine();
+        }
+        Click(u"cmdFindPrevious"_s);
+        lines += text->CursorLine();
+        EXPECT_EQ(lines, (QList<int>{1, 3, 1, 3}));
+        field->setText(u"zz"_s);
+        QTest::keyClick(field, Qt::Key_Return);
+        EXPECT_TRUE(Find<QLabel>(u"lblNotFound"_s)->isVisible());
+        QTest::keyClick(field, Qt::Key_Escape);
+        EXPECT_EQ(window.focusWidget(), text);
+        Press(Qt::Key_G, Qt::ControlModifier);
+        auto *const line = Find<QLineEdit>(u"txtLine"_s);
+        ASSERT_EQ(window.focusWidget(), line);
+        QTest::keyClicks(line, u"2"_s);
+        QTest::keyClick(line, Qt::Key_Return);
+        EXPECT_EQ(text->CursorLine(), 2);
+        EXPECT_EQ(window.focusWidget(), text);
+    });
+}
+
+TEST_F(WriteWindowTest, DroppedPicture_IsCopiedAndNamed)
+{
+    QImage image(2, 2, QImage::Format_RGB32);
+    image.fill(Qt::red);
+    folder.MakeFolder(u"elsewhere"_s);
+    const QString picture = folder.Path(u"elsewhere/leaf 1.PNG"_s);
+    ASSERT_TRUE(image.save(picture));
+    const QString noPicture = folder.Write(u"elsewhere/b.png"_s, "text");
+    InWindow([&] {
+        text->GoTo(2, 5);
+        EXPECT_TRUE(DropFiles({picture}, text->viewport()));
+        EXPECT_TRUE(WaitFor([&] { return text->toPlainText().contains(u"｢leaf_1｣"_s); }));
+        EXPECT_TRUE(QFile::exists(folder.Path(u"txt/leaf_1.png"_s)));
+        EXPECT_FALSE(Find<QWidget>(u"lstProblems"_s)->isVisible()) << "the picture is there";
+        script.Click(u"frmMsg"_s, u"cmdCancel"_s);
+        EXPECT_TRUE(DropFiles({picture}, text->viewport()));
+        EXPECT_TRUE(WaitFor([&] { return script.messages.size() == 1; })) << "asks before it replaces";
+        script.Click(u"frmMsg"_s, u"cmdOK"_s);
+        EXPECT_TRUE(DropFiles({noPicture}, text->viewport()));
+        EXPECT_TRUE(WaitFor([&] { return script.messages.size() == 2; }));
+        EXPECT_TRUE(WaitFor(
+            [&] { return !QApplication::activeModalWidget() || QApplication::activeModalWidget() == &window; }));
+        EXPECT_EQ(text->toPlainText().count(u"leaf_1"_s), 1);
     });
 }
