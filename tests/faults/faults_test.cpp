@@ -28,6 +28,7 @@
 #include "support/StudyText.h"
 #include "support/TestFiles.h"
 #include "support/WaitFor.h"
+#include "write/modDraft.h"
 
 #include <QHash>
 #include <QProcess>
@@ -254,6 +255,14 @@ class Faults : public testing::Test
                  QString kept;
                  return Tell(ReplaceAndKeep(path, added.toLatin1(), &kept));
              }},
+            {u"txt/written.txt"_s, "short",
+             [this](const QString &path) {
+                 WrittenFile file{.path = path, .digest = DigestOf("short"), .bytes = "short"};
+                 const SaveResult saved = SaveDraft(added, &file, QDate::currentDate(), OnConflict::Stop);
+                 return Tell(saved.fault) && saved.outcome == SaveResult::Saved;
+             }},
+            {u"txt/drafted.txt.draft"_s, old,
+             [this](const QString &path) { return Tell(WriteDraft(added, {.path = path.chopped(6), .digest = {}})); }},
             {u"txt/dropped.txt"_s, "short",
              [this](const QString &path) {
                  FileTaking taking({folder.Path(u"dropped/dropped.txt"_s)}, QFileInfo(path).path());
@@ -424,6 +433,35 @@ TEST(FirstStart, KilledAtEachStep_NextStartHasNothingToSay)
         EXPECT_TRUE(folder.Read(u"db_backup/kotoban_2024_0305-1430_15.splite3"_s) ==
                     folder.Read(u"db/kotoban.splite3"_s))
             << step;
+    }
+    EXPECT_GT(step, 10);
+}
+
+TEST(Writing, KilledAtEachStep_LosesNoText)
+{
+    const QString last = u"[last]\n"_s;
+    int step = 1;
+    for (bool isKilled = true; isKilled && !testing::Test::HasFailure(); ++step) {
+        const TestFolder folder;
+        const QString path = folder.Write(u"a.txt"_s, "[old]\n");
+        WrittenFile file;
+        QString text;
+        bool isChanged = false;
+        ASSERT_EQ(OpenToWrite(path, &file, &text, &isChanged), QString());
+        ASSERT_FALSE(WriteDraft(u"[first]\n"_s, file));
+        isKilled = KillAtChange(step, [&] {
+            if (!WriteDraft(last, file))
+                SaveDraft(last, &file, QDate::currentDate(), OnConflict::Stop);
+        });
+        const QByteArray saved = folder.Read(u"a.txt"_s);
+        Draft draft;
+        const bool hasDraft = ReadDraft(path, &draft);
+        EXPECT_TRUE(saved == "[old]\n" || saved == "[last]\n") << step << saved.toStdString();
+        EXPECT_TRUE(saved == "[last]\n" || hasDraft) << step << " the text is lost";
+        EXPECT_TRUE(!hasDraft || draft.text == last || draft.text == u"[first]\n") << step;
+        EXPECT_TRUE(saved == "[old]\n" || folder.Read(u"a.txt.bak"_s) == "[old]\n") << step << " no backup";
+        for (const QFileInfo &each : QDir(folder.Path()).entryInfoList({u"*.draft*"_s}, QDir::Files | QDir::Hidden))
+            EXPECT_FALSE(each.permission(QFile::ReadGroup) || each.permission(QFile::ReadOther)) << step;
     }
     EXPECT_GT(step, 10);
 }
