@@ -63,6 +63,8 @@ class ProblemModel : public QAbstractListModel
 
 namespace {
 
+constexpr int MarginPx = 6; // above and below the heading
+
 int RowPx(const QFontMetrics &font)
 {
     return font.height() * 8 / 5;
@@ -146,8 +148,8 @@ ProblemList::ProblemList(QWidget *parent)
     head->addWidget(lblNextProblem);
     head->addStretch();
     auto *const column = new QVBoxLayout(this);
-    column->setContentsMargins(0, FocusRingReach, 0, 0);
-    column->setSpacing(FocusRingReach);
+    column->setContentsMargins(0, MarginPx, 0, 0);
+    column->setSpacing(MarginPx);
     column->addLayout(head);
     column->addWidget(lstProblems);
     ReserveSpace();
@@ -161,13 +163,14 @@ QWidget *ProblemList::List() const
 
 void ProblemList::Show(const FoundProblems &found)
 {
-    const QString text = ProblemCountText(found.count);
-    const bool isMore = found.count > 0 && text != lblProblems->text();
+    const bool isMore = found.count > m_count;
+    m_count = found.count;
     const QModelIndex current = lstProblems->currentIndex();
     m_model->Set(found.listed);
     if (current.isValid() && current.row() < m_model->rowCount())
         lstProblems->setCurrentIndex(m_model->index(current.row()));
-    lblProblems->setText(text);
+    lblProblems->setText(u"気になる所 "_s + QString::number(found.count));
+    lblProblems->setAccessibleName(ProblemCountText(found.count));
     setVisible(found.count > 0);
     if (isMore && QAccessible::isActive()) {
         QAccessibleEvent changed(lblProblems, QAccessible::NameChanged);

@@ -45,6 +45,7 @@ class ProblemList : public QWidget
     void ReserveSpace();
 
     int m_rows = 4;
+    int m_count = 0; // of problems
     ProblemModel *m_model;
     QLabel *lblProblems;
     QLabel *lblNextProblem;

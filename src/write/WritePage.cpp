@@ -115,7 +115,7 @@ WritePage::WritePage(QWidget *parent)
     m_highlighter->setDocument(document());
     setFrameShape(QFrame::NoFrame);
     setTabChangesFocus(true); // whoever has no mouse could not leave otherwise
-    setWordWrapMode(QTextOption::WrapAnywhere);
+    setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
     connect(this, &QPlainTextEdit::cursorPositionChanged, this, &WritePage::ShowCursorLine);
     connect(this, &QPlainTextEdit::updateRequest, m_strip, [this](const QRect &area, int scrolledPx) {
         if (scrolledPx != 0)
@@ -376,8 +376,8 @@ int WritePage::LineWidthPx() const
 
 QSize WritePage::sizeHint() const
 {
-    constexpr int rows = 22;
-    return QSize(StripPx() + int(CellPx() * (MaxLineBytes + 10)), rows * fontMetrics().height());
+    constexpr int rows = 30;
+    return QSize(StripPx() + int(CellPx() * (MaxLineBytes + 10)), rows * (fontMetrics().height() + 4));
 }
 
 void WritePage::resizeEvent(QResizeEvent *event)
