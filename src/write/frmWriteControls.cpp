@@ -75,11 +75,13 @@ void frmWrite::Form_Load()
 void frmWrite::AddControls()
 {
     NameControl(txtText, u"txtText"_s, u"学習ファイルの文章"_s);
+    txtText->setAccessibleDescription(u"覚える言葉を選んで Ctrl+B を押すと，空欄になります"_s);
     m_templates->setObjectName(u"templates"_s);
     auto *const row = new QHBoxLayout(m_templates);
     for (int number = 0; number < int(Templates().size()); ++number) {
-        QPushButton *const button = NamedButton(u"cmdTemplate%1"_s.arg(number + 1), Templates().at(size_t(number)).name,
-                                                u"この形の例を入れます"_s, m_templates);
+        QPushButton *const button = NamedButton(u"cmdTemplate%1"_s.arg(number + 1),
+                                                u"%1(&%2)"_s.arg(Templates().at(size_t(number)).name).arg(number + 1),
+                                                u"この形の例を入れます (Alt+%1)"_s.arg(number + 1), m_templates);
         button->setFlat(true);
         button->setCursor(Qt::ArrowCursor);
         connect(button, &QPushButton::clicked, this, [this, number] { cmdTemplate_Click(number); });

@@ -6,6 +6,7 @@
 #include "files/frmFile.h"
 #include "view/StudyWindowTest.h"
 #include "widgets/HelpKey.h"
+#include "write/frmWrite.h"
 
 #include <QAction>
 #include <QRegularExpression>
@@ -157,4 +158,14 @@ TEST_F(StudyWindowTest, F1_OpensThePageOfEachWindow)
         dialog->close();
     });
     msg.Refuse(window.get(), u"x"_s);
+}
+
+TEST_F(StudyWindowTest, ShortcutsWhileWriting_StandInTheHelpAndNoOthers)
+{
+    const frmWrite write(services, msg, DefaultSettings(), folder.Path(), nullptr);
+    KeyNames bound;
+    bound.AddThoseOf(&write);
+    KeyNames inHelp;
+    inHelp.AddThoseOfHelp(u"write.htm"_s);
+    EXPECT_EQ(bound.Sorted(), inHelp.Sorted());
 }

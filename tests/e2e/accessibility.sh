@@ -82,6 +82,12 @@ choose_row 1
 xdotool key ctrl+p
 usable "the printing" '^印刷$'
 back_to_files
+xdotool key ctrl+n
+usable "the writing of a new file" '^書く - '
+xdotool type 'a]'
+usable "the writing with a problem" '^書く - '
+press 3 ctrl+z # nothing is left to be saved
+back_to_files
 xdotool key ctrl+t
 wait_for "the choice of a table" is_focused '^表の選択$'
 xdotool type "$work/table.csv"
