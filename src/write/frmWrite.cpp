@@ -73,7 +73,7 @@ bool frmWrite::Open(WrittenFile file, const QString &text, bool isChanged)
 {
     QString opened = text;
     Draft draft;
-    if (ReadDraft(file.path, &draft) && HasUnsavedText(draft, text)) {
+    if (ReadDraft(file.path, &draft) && HasUnsavedText(draft, text) && !HasEndlessLine(draft.text)) {
         const MsgResult answer = m_msg.Ask(parentWidget(), DraftQuestion(draft, file));
         if (answer == MsgResult::None)
             return false;
@@ -323,6 +323,10 @@ void frmWrite::PutCleaned(const QString &text)
     const ConvertedText converted = conversion.Take();
     const bool hasLeftOut = converted.unwritableCount > 0;
     const CleanText clean = CleanTextOf(converted, WithoutEquivalent::Remove);
+    if (HasEndlessLine(clean.text)) {
+        Tell(u"%1 文字を超える行は貼り付けられません"_s.arg(MaxWriteLine));
+        return;
+    }
     txtText->Insert(clean.text);
     if (clean.notice.isEmpty())
         return;

@@ -184,6 +184,8 @@ QString OpenToWrite(const QString &path, WrittenFile *file, QString *text, bool 
     // A text field has no other line ends than these, either.
     for (const QString &lineEnd : {u"\r\n"_s, u"\r"_s, u"\u2028"_s, u"\u2029"_s})
         decoded.replace(lineEnd, u"\n"_s);
+    if (HasEndlessLine(decoded))
+        return EndlessLineMessage(title);
     *text = decoded;
     return {};
 }
@@ -202,6 +204,24 @@ QString TooLargeToWriteMessage(const QString &fileTitle)
     return u"次のファイルは"_s + QString::number(MaxWriteMegabytes) +
            u"MBを超えるため，ここでは書けません。\r\n    ファイル名＝"_s + fileTitle +
            u"\r\n\r\n「編集」を押して，テキストエディタで開いてください。"_s;
+}
+
+QString EndlessLineMessage(const QString &fileTitle)
+{
+    return u"次のファイルには"_s + QString::number(MaxWriteLine) +
+           u"文字を超える行があるため，ここでは書けません。\r\n    ファイル名＝"_s + fileTitle +
+           u"\r\n\r\n「編集」を押して，テキストエディタで開いてください。"_s;
+}
+
+bool HasEndlessLine(QStringView text)
+{
+    for (qsizetype start = 0; text.size() - start > MaxWriteLine;) {
+        const qsizetype end = text.lastIndexOf(u'\n', start + MaxWriteLine);
+        if (end < start)
+            return true;
+        start = end + 1;
+    }
+    return false;
 }
 
 EncodedDraft EncodeDraft(const QString &text, const WrittenFile &file)

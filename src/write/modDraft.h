@@ -18,6 +18,12 @@
 constexpr qint64 MaxWriteMegabytes = 2;
 constexpr qint64 MaxWriteBytes = MaxWriteMegabytes * BytesPerMegabyte;
 
+/// Longest line to be written here, in characters: a text field lays out a whole line for each key that is typed in it.
+constexpr qsizetype MaxWriteLine = 20'000;
+
+/// Whether a text has a longer one. @param text  with lines separated by "\n"
+bool HasEndlessLine(QStringView text);
+
 /// The file that a text belongs to, as it was when last read or saved.
 struct WrittenFile
 {
@@ -34,7 +40,7 @@ QByteArray DigestOf(const QByteArray &bytes);
 /// CanConvertFrom knows is decoded too, and is then a changed text.
 /// @param text  receives the text; empty after a refusal
 /// @param isChanged  receives whether saving would change the file although nothing was typed
-/// @return why the file cannot be written in here (too large, unreadable, not text); empty if it can
+/// @return why the file cannot be written in here (too large, a line too long, unreadable, not text); empty if it can
 QString OpenToWrite(const QString &path, WrittenFile *file, QString *text, bool *isChanged);
 
 /// The file for a new text: the first of 新しい学習ファイル.txt, 新しい学習ファイル2.txt ... in a folder that does not
@@ -42,6 +48,7 @@ QString OpenToWrite(const QString &path, WrittenFile *file, QString *text, bool 
 WrittenFile NewWrittenFile(const QString &folder);
 
 QString TooLargeToWriteMessage(const QString &fileTitle);
+QString EndlessLineMessage(const QString &fileTitle);
 
 /// A character that a study file cannot have, and what would replace it.
 struct UnwritableCharacter

@@ -64,8 +64,10 @@ TEST_F(Drafts, Open_DecodesWhatCanBecomeAStudyFile)
 TEST_F(Drafts, Open_RefusesWhatIsTooLargeOrNoText)
 {
     const Rows<const char *, QByteArray, QString> rows = {
-        {"at the limit", QByteArray(MaxWriteBytes, 'a'), {}},
+        {"at the limit", QByteArray("a\n").repeated(MaxWriteBytes / 2), {}},
+        {"line at the limit", QByteArray(MaxWriteLine, 'a') + "\r\n", {}},
         {"too large", QByteArray(MaxWriteBytes + 1, 'a'), TooLargeToWriteMessage(u"a"_s)},
+        {"line too long", "a\r\n" + QByteArray(MaxWriteLine + 1, 'a') + "\r\n", EndlessLineMessage(u"a"_s)},
         {"no text", QByteArray("a\0\0\0b", 5), {}},
     };
     for (const auto &[name, bytes, message] : rows) {

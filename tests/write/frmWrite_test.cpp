@@ -313,6 +313,9 @@ TEST_F(WriteWindowTest, Paste_IsCleanedInOneStepAndTellsWhatItDid)
         EXPECT_EQ(Line(3), u"cafe〓"_s);
         Press(Qt::Key_Z, Qt::ControlModifier);
         EXPECT_EQ(Line(2), u"four"_s);
+        QGuiApplication::clipboard()->setText(QString(MaxWriteLine + 1, u'a'));
+        Press(Qt::Key_V, Qt::ControlModifier);
+        EXPECT_EQ(Line(2), u"four"_s);
         QGuiApplication::clipboard()->setText(u"水\tH2O\n塩\tNaCl\n"_s);
         Press(Qt::Key_V, Qt::ControlModifier | Qt::ShiftModifier);
         EXPECT_TRUE(text->toPlainText().contains(u"[NaCl]"_s)) << text->toPlainText().toStdString();
