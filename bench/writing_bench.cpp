@@ -100,6 +100,7 @@ void OpenToBeWritten(benchmark::State &state)
     for (auto step : state) {
         frmWrite window(services, msg, DefaultSettings(), folder.Path(), nullptr);
         QTimer::singleShot(0, &window, [&] {
+            QCoreApplication::processEvents(); // shows the window
             for (int quiet = 0; quiet < 3;) {
                 const double elapsed = TimeOf([] { QCoreApplication::processEvents(); });
                 quiet = elapsed < 0.05 ? quiet + 1 : 0;

@@ -10,6 +10,8 @@
 #include <QTextDocument>
 #include <QTimer>
 
+#include <utility>
+
 using namespace Qt::Literals::StringLiterals;
 
 LineChecks::LineChecks(QTextDocument *document, HasPicture hasPicture, QObject *parent)
@@ -39,7 +41,7 @@ void LineChecks::Document_Change(int at, int, int added)
     Restart();
 }
 
-const LineNotes &LineChecks::Check(QTextBlock *block) const
+const LineNotes &LineChecks::Check(QTextBlock *block)
 {
     if (!block->userData()) {
         const QString line = block->text();
@@ -47,6 +49,7 @@ const LineNotes &LineChecks::Check(QTextBlock *block) const
         notes->problems = ProblemsOfLine(line, m_hasPicture);
         notes->blanks = int(qMin(line.count(u'['), line.count(u']')));
         block->setUserData(notes);
+        m_hasNews |= !notes->problems.empty();
     }
     return *static_cast<const LineNotes *>(block->userData());
 }
@@ -89,7 +92,8 @@ void LineChecks::Work()
 {
     constexpr int sliceMs = 4;
     const bool isMore = GoOn(QDeadlineTimer(sliceMs, Qt::PreciseTimer));
-    Q_EMIT LinesChecked();
+    if (std::exchange(m_hasNews, false))
+        Q_EMIT LinesChecked();
     if (isMore)
         return;
     m_working->stop();

@@ -59,12 +59,12 @@ class LineChecks : public QObject
     /// All lines have been checked, and something else was found than before.
     void Changed();
 
-    /// Something was found in a line that may be in view.
+    /// A problem was found in a line, which may be in view.
     void LinesChecked();
 
   private:
     void Document_Change(int at, int removed, int added);
-    const class LineNotes &Check(QTextBlock *block) const;
+    const class LineNotes &Check(QTextBlock *block);
     void Restart();
     bool GoOn(const QDeadlineTimer &deadline);
     void Work();
@@ -75,4 +75,5 @@ class LineChecks : public QObject
     QTextBlock m_next;         // to be looked at; invalid when all have been
     FoundProblems m_finding{}; // up to there
     FoundProblems m_found;
+    bool m_hasNews = false; // whether a problem has been found since LinesChecked
 };

@@ -10,6 +10,7 @@
 #include "widgets/NamedControls.h"
 
 #include <QFileInfo>
+#include <QLabel>
 #include <QLineEdit>
 #include <QVBoxLayout>
 
