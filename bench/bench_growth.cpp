@@ -29,6 +29,10 @@
 #include "text/modPictureFile.h"
 #include "text/modPictureName.h"
 #include "text/modReadText.h"
+#include "write/modCleanText.h"
+#include "write/modDraft.h"
+#include "write/modLineCheck.h"
+#include "write/modPen.h"
 
 #include <QDeadlineTimer>
 
@@ -349,6 +353,35 @@ Step Convert(const QByteArray &bytes)
     };
 }
 
+/// A text as pasted and as typed, and as a file that is opened, changed at both ends and saved.
+Step WriteText(const QByteArray &bytes)
+{
+    const QString path = Folder().Write(u"written.txt"_s, bytes);
+    return [path, text = QString::fromUtf8(bytes)] {
+        CleanedPaste(text, WithoutEquivalent::Geta);
+        JoinedLines(text);
+        DifferenceOf(text, Mended(text));
+        QString refusal;
+        LinesOfCells(text, &refusal);
+        for (const QStringView line : QStringView(text).split(u'\n')) {
+            ProblemsOfLine(line, [](const QString &) { return false; });
+            WithEdits(line, Stroke(line, {0, line.size()}));
+            WordAtCursor(line, line.size());
+            TypeIntoLine(line, line.size() / 2, u"["_s);
+        }
+        WrittenFile file;
+        QString opened;
+        bool isChanged = false;
+        if (!OpenToWrite(path, &file, &opened, &isChanged).isEmpty())
+            return;
+        const QString changed = WithUnwritableReplaced(u"a\n"_s + opened + u"\na"_s, file);
+        EncodeDraft(changed, file);
+        RequireDone(WriteDraft(changed, file));
+        Draft draft;
+        ReadDraft(path, &draft);
+    };
+}
+
 void MakeFromTable(const QByteArray &bytes, TableReading reading)
 {
     Table table;
@@ -467,6 +500,10 @@ std::vector<Subject> Subjects()
                "\xE3\x81\x82", "\x80", "\xFD", "\x8E\xB1", "\x8F\xA1\xA1", nul}) +
              Each({"\x81"}, "+AAA"),
          Detect},
+        {"writing, cleaning, joining and saving a text",
+         StudyFiles() + Each({"あ\n", "é", "か\u3099", "😀", "😀\u200D", "😀\n", "[a ", "、", "a-\n", "1. a\n",
+                              "a\tb\n", "[\n", "｢", "｢a.b｣", "\r", "　\n"}),
+         WriteText},
         {"converting to Shift_JIS and breaking lines",
          Each({"あ", "あ\n", "é", "e\u0301", "\u0301", "か\u3099", "😀", "😀\n", "\u00A0", "\u2011\u2013\u00A0\u2003",
                "［a］", "［", "[a ", "[a] ", "a ", "。", "\r", "\uFEFF", "\t"}) +
