@@ -360,7 +360,7 @@ Step WriteText(const QByteArray &bytes)
     return [path, text = QString::fromUtf8(bytes)] {
         CleanedPaste(text, WithoutEquivalent::Geta);
         JoinedLines(text);
-        DifferenceOf(text, Mended(text));
+        Mended(text);
         QString refusal;
         LinesOfCells(text, &refusal);
         for (const QStringView line : QStringView(text).split(u'\n')) {

@@ -87,11 +87,8 @@ qsizetype FirstBeyondLimit(QStringView line)
     return at;
 }
 
-void AddTooLong(QStringView line, Problems *problems)
+void AddTooLong(QStringView line, qsizetype bytes, Problems *problems)
 {
-    const qsizetype bytes = LineBytes(line);
-    if (bytes <= MaxLineBytes)
-        return;
     const qsizetype first = FirstBeyondLimit(line);
     const bool isBreakable =
         line.size() <= MaxCheckedLength && BreakLongLines(line.toString(), MaxLineBytes).broken > 0;
@@ -149,7 +146,10 @@ bool RefusesFile(LineFault fault)
 std::vector<LineProblem> ProblemsOfLine(QStringView line, const HasPicture &hasPicture)
 {
     Problems problems;
-    AddTooLong(line, &problems);
+    const qsizetype bytes = LineBytes(line);
+    const bool isTooLong = bytes > MaxLineBytes;
+    if (isTooLong)
+        AddTooLong(line, bytes, &problems);
     if (line.size() > MaxCheckedLength)
         return problems.Take();
     AddUnwritable(line, &problems);
@@ -157,7 +157,7 @@ std::vector<LineProblem> ProblemsOfLine(QStringView line, const HasPicture &hasP
         problems.Add(LineFault::BracketCount, FirstWrongBracket(line), 1, u"[の数と]の数が不一致です。"_s);
     else if (!IsBracketOrderValid(line))
         problems.Add(LineFault::BracketOrder, FirstWrongBracket(line), 1, u"[,]の前後関係が不適切です。"_s);
-    else
+    else if (!isTooLong)
         AddPictures(line, hasPicture, &problems);
     return problems.Take();
 }

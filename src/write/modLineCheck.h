@@ -44,13 +44,14 @@ bool RefusesFile(LineFault fault);
 using HasPicture = std::function<bool(const QString &name)>;
 
 /// The problems of a line by fault and then by column, of each fault the first MaxProblemsOfFault. Pictures are checked
-/// as the study window does: references that overlap a blank are left out. A line of more than MaxCheckedLength
-/// characters is only too long; so is what a stranger's file can cost.
+/// as the study window does: references that overlap a blank are left out. They are checked once the line is neither
+/// too long nor has wrong brackets, and of a line of more than MaxCheckedLength characters only that it is too long is
+/// said, so that no text makes a check take long.
 /// @param line  without its line end
 std::vector<LineProblem> ProblemsOfLine(QStringView line, const HasPicture &hasPicture);
 
 constexpr int MaxProblemsOfFault = 5;
-constexpr qsizetype MaxCheckedLength = 4096;
+constexpr qsizetype MaxCheckedLength = 16384;
 
 /// The counter of a line, "83 / 100", with tabs counted as when the file is read.
 QString ByteCounter(QStringView line);
