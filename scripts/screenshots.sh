@@ -115,6 +115,30 @@ take export '^書き出す$'
 xdotool key Escape
 wait_for "the file selection" is_focused "$select"
 
+# A new file and one with a line that is too long, as they are written.
+{
+    printf '【光合成】\r\n植物は[光]のエネルギーを使い，[水]と[二酸化炭素]から養分を作る。\r\n'
+    printf 'このはたらきを[光合成]という。おもに葉の細胞にある[葉緑体]で行われる。\r\n'
+    printf 'できた養分の多くは[デンプン]で，[ヨウ素液]を加えると青紫色になる。\r\nこのとき[酸素]が出る。\r\n｢植物細胞｣\r\n'
+    printf '生物が酸素を取り入れて二酸化炭素を出すはたらきを[呼吸]という。植物は昼も夜も呼吸をし，昼は光合成も行っている。\r\n'
+    printf '道管と師管の集まりを維管束という。\r\n'
+} | iconv -f UTF-8 -t CP932 >"$application/txt/光合成.txt"
+xdotool key ctrl+n
+take write-new '^書く - '
+xdotool key Escape
+wait_for "the file selection" is_focused "$select"
+xdotool key alt+r
+choose_row "$(row_of "$application" 光合成.txt)"
+xdotool key alt+b
+wait_for "the text" is_focused '^書く - '
+xdotool key ctrl+End Up alt+p
+take write '^書く - '
+xdotool key Escape
+wait_for "the file selection" is_focused "$select"
+rm "$application/txt/光合成.txt"
+xdotool key alt+r
+choose_row "$(row_of "$application" 日本史年表.txt)"
+
 # A table as a spreadsheet saves it; its path is typed into Qt's file dialog.
 printf '英語,日本語,例文\r\napple,りんご,An apple a day keeps the doctor away.\r\nbook,本,I read a book.\r\n' \
     >"$work/words.csv"
@@ -161,7 +185,7 @@ xdotool key alt+r
 choose_row "$(row_of "$application" 英語の予習.txt)"
 press_until '^瞬記帳$' alt+c # the button appears once the file has been checked
 take convert '^瞬記帳$'
-xdotool key Return
+xdotool key Escape
 wait_for "the file selection" is_focused "$select"
 choose_row "$(row_of "$application" 図で覚える理科.txt)"
 xdotool key Return

@@ -25,32 +25,32 @@ bool AskQuestions(frmMsg &msg, QWidget *owner, StudyFromText *made)
     return false;
 }
 
-void ConvertToShiftJis(SystemServices &services, frmMsg &msg, QWidget *owner, const Editor &editor, const QString &path)
+bool OfferWriting(frmMsg &msg, QWidget *owner, const QString &report)
+{
+    return msg.DispFrmMsg(owner, report + u"\r\n\r\n「書く」で開きますか？"_s, MsgStyle::YesNo, u"start.wav"_s) ==
+           MsgResult::Ok;
+}
+
+bool ConvertToShiftJis(SystemServices &services, frmMsg &msg, QWidget *owner, const Editor &editor, const QString &path)
 {
     QByteArray before;
-    if (const FileFault fault = ReadWholeFile(path, &before)) {
-        msg.Refuse(owner, UnreadableFileMessage(GetFileTitle(path), fault.reason));
-        return;
-    }
+    if (const FileFault fault = ReadWholeFile(path, &before))
+        return msg.Refuse(owner, UnreadableFileMessage(GetFileTitle(path), fault.reason));
     StudyFromText made(before);
-    if (!CanConvertFrom(made.CodeName())) { // changed since it was listed
-        msg.Refuse(owner, NotConvertibleMessage(GetFileTitle(path), made.CodeName()));
-        return;
-    }
+    if (!CanConvertFrom(made.CodeName())) // changed since it was listed
+        return msg.Refuse(owner, NotConvertibleMessage(GetFileTitle(path), made.CodeName()));
     if (!AskQuestions(msg, owner, &made))
-        return;
+        return false;
     QByteArray bytes;
     if (const TextRefusal refusal = made.Encode(&bytes)) {
         if (msg.Ask(owner, refusal.message + u"\r\n\r\nこのファイルをテキストエディタで開きますか？"_s) ==
             MsgResult::Ok)
             OpenInEditor(services, editor, path, refusal.line);
-        return;
+        return false;
     }
     QString keptPath;
-    if (const FileFault fault = ReplaceConverted(path, before, bytes, &keptPath)) {
-        msg.Refuse(owner, FaultMessage(u"変換したファイルを書き込めません。ファイルは元のままです。"_s, fault));
-        return;
-    }
+    if (const FileFault fault = ReplaceConverted(path, before, bytes, &keptPath))
+        return msg.Refuse(owner, FaultMessage(u"変換したファイルを書き込めません。ファイルは元のままです。"_s, fault));
     const QString heading = made.CodeName() + u"からShift_JISに変換しました。"_s;
-    msg.DispFrmMsg(owner, made.Report(heading, path, keptPath), MsgStyle::Ok, u"start.wav"_s);
+    return OfferWriting(msg, owner, made.Report(heading, path, keptPath));
 }

@@ -18,7 +18,11 @@ class StudyFromText;
 /// @return false if one was closed without an answer, or the work was stopped; nothing is to be written then
 bool AskQuestions(frmMsg &msg, QWidget *owner, StudyFromText *made);
 
+/// Reports what was made, and offers to write in it. @return whether the user wants that
+[[nodiscard]] bool OfferWriting(frmMsg &msg, QWidget *owner, const QString &report);
+
 /// Converts a study file to Shift_JIS, keeping the old one, and reports what was done. Nothing is written until all
 /// questions are answered. For a refused file it offers the editor.
-void ConvertToShiftJis(SystemServices &services, frmMsg &msg, QWidget *owner, const Editor &editor,
-                       const QString &path);
+/// @return whether the user wants to write in the converted file
+[[nodiscard]] bool ConvertToShiftJis(SystemServices &services, frmMsg &msg, QWidget *owner, const Editor &editor,
+                                     const QString &path);

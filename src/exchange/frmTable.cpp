@@ -70,6 +70,7 @@ QString frmTable::AskForTable(const QString &folder, QWidget *owner)
 QString frmTable::Make(const QString &tablePath)
 {
     m_madeName.clear();
+    m_isToBeWritten = false;
     m_tablePath = tablePath;
     m_found = TableReading();
     TableRefusal refusal{ReadWholeFile(tablePath, &m_bytes).reason};
@@ -327,9 +328,9 @@ void frmTable::cmdOK_Click()
     QString keptPath;
     if (!AskQuestions(m_msg, this, &made) || !Write(fileName, made, &keptPath))
         return;
-    m_msg.DispFrmMsg(
-        this, made.Report(u"表から学習ファイルを作りました。"_s, fileName, keptPath) + TableRemarks(m_table, study),
-        MsgStyle::Ok, u"start.wav"_s);
+    m_isToBeWritten = OfferWriting(m_msg, this,
+                                   made.Report(u"表から学習ファイルを作りました。"_s, fileName, keptPath) +
+                                       TableRemarks(m_table, study));
     m_madeName = fileName;
     accept();
 }

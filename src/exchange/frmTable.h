@@ -33,6 +33,12 @@ class frmTable : public CommandWindow
     /// @return the name of the new study file, "name.txt"; empty if none was made
     QString Make(const QString &tablePath);
 
+    /// Whether the user wants to write in the file that was made.
+    bool IsToBeWritten() const
+    {
+        return m_isToBeWritten;
+    }
+
   protected:
     void showEvent(QShowEvent *event) override;
 
@@ -66,6 +72,7 @@ class frmTable : public CommandWindow
     QList<bool> m_lastHidden; // by column, of the last table that could be read
     QString m_fault;          // why it cannot be read with the current settings; empty if it can
     QString m_madeName;
+    bool m_isToBeWritten = false;
 
     ElidedLabel *lblTable;
     QComboBox *cboCode;

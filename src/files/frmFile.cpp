@@ -185,9 +185,8 @@ void frmFile::cmdEdit_Click()
 void frmFile::cmdWrite_Click()
 {
     WriteTrace(u"■frmFile.cmdWrite_Click");
-    const QString path = TakeSelection();
-    if (!path.isEmpty() && frmWrite(m_services, m_msg, PageSettings(), m_editor.applicationFolder, this).Edit(path))
-        ListFiles();
+    if (const QString path = TakeSelection(); !path.isEmpty())
+        WriteFile(path);
     lstFile->setFocus(); // Enter then opens the file
 }
 
@@ -258,7 +257,8 @@ void frmFile::cmdConvCode_Click()
     const QString path = TakeSelection();
     if (path.isEmpty())
         return;
-    ConvertToShiftJis(m_services, m_msg, this, m_editor, path);
+    if (ConvertToShiftJis(m_services, m_msg, this, m_editor, path))
+        WriteFile(path);
     ListFiles();
     lstFile->setFocus(); // Enter then opens the file
 }
@@ -445,6 +445,12 @@ Settings frmFile::PageSettings() const
     return m_settings.Read(DefaultSettings(), UpperBounds(std::numeric_limits<int>::max()), &repairs);
 }
 
+void frmFile::WriteFile(const QString &path)
+{
+    if (frmWrite(m_services, m_msg, PageSettings(), m_editor.applicationFolder, this).Edit(path))
+        ListFiles();
+}
+
 void frmFile::WriteNew(const QString &pasted)
 {
     const QString name = frmWrite(m_services, m_msg, PageSettings(), m_editor.applicationFolder, this).WriteNew(pasted);
@@ -457,10 +463,13 @@ void frmFile::WriteNew(const QString &pasted)
 /// @return whether a study file was made
 bool frmFile::MakeFromTable(const QString &tablePath)
 {
-    const QString name = frmTable(m_msg, m_folder.Path(), this).Make(tablePath);
+    frmTable table(m_msg, m_folder.Path(), this);
+    const QString name = table.Make(tablePath);
     ListFiles();
     if (!name.isEmpty())
         SelectNew(name);
+    if (table.IsToBeWritten())
+        WriteFile(m_folder.PathOf(name));
     lstFile->setFocus(); // Enter then opens the file
     return !name.isEmpty();
 }

@@ -141,6 +141,7 @@ class frmFile : public QDialog
     void StudyTitle(const QString &title);
     bool MakeFromTable(const QString &tablePath);
     Settings PageSettings() const;
+    void WriteFile(const QString &path);
     void WriteNew(const QString &pasted);
     void SelectNew(const QString &name);
     void Select(const QString &name);

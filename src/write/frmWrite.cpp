@@ -89,6 +89,7 @@ bool frmWrite::Open(WrittenFile file, const QString &text, bool isChanged)
     m_pictures.emplace(m_studyFolder);
     txtText->setPlainText(opened);
     txtText->document()->setModified(isChanged);
+    m_bar->ShowUnsaved(isChanged); // not every way here changes the state of the document
     m_isSaved = m_isSettled = false;
     WatchFile();
     ShowFile();

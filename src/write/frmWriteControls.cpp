@@ -67,9 +67,9 @@ void frmWrite::Form_Load()
     ApplyZoom(m_settings.zoom);
     ShowColours();
     ShowFound();
-    m_bar->ShowUnsaved(false);
     KeepMinimumSize();
-    resize(sizeHint().boundedTo(AvailableSize(this)));
+    const QSize withLongName = m_bar->sizeHint() + QSize(Ems(fontMetrics(), 8), 0);
+    resize(sizeHint().expandedTo(withLongName).boundedTo(AvailableSize(this)));
 }
 
 void frmWrite::AddControls()

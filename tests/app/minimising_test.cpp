@@ -5,6 +5,7 @@
 #include "app/frmLogin.h"
 #include "exchange/frmTable.h"
 #include "view/StudyWindowTest.h"
+#include "write/frmWrite.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -113,6 +114,16 @@ TEST_F(MinimisingTest, EachWindowRestored_IsUnchanged)
     Minimise(u"frmTable"_s, makeUnreadable, Cancel);
     frmTable(msg, folder.Path(u"txt"_s), nullptr).Make(folder.Write(u"words.csv"_s, "\"a - b\tc\n"));
 
+    const auto find = [](QWidget *dialog) {
+        DialogScript::Press(dialog, u"cmdFind"_s);
+        Enter(dialog, u"txtFind"_s, u"a"_s);
+    };
+    Minimise(u"frmWrite"_s, find, [](QWidget *dialog) {
+        dialog->close(); // ends the search
+        dialog->close();
+    });
+    EXPECT_TRUE(frmWrite(services, msg, DefaultSettings(), folder.Path(), nullptr).WriteNew().isEmpty());
+
     for (int number = 1; number <= 30; ++number)
         folder.WriteStudyFile(u"txt/第%1回.txt"_s.arg(number), {u"[a] [b] ｢none｣"_s});
     const auto filter = [](QWidget *dialog) {
@@ -149,6 +160,6 @@ TEST_F(MinimisingTest, EachWindowRestored_IsUnchanged)
     Minimise(
         u"frmMsg"_s, [](QWidget *dialog) { dialog->findChild<QWidget *>(u"cmdCancel"_s)->setFocus(); }, Cancel);
     EXPECT_EQ(msg.DispFrmMsg(window.get(), u"a"_s, MsgStyle::YesNo, QString()), MsgResult::Cancel);
-    EXPECT_EQ(minimised, QStringList({u"frmLogin"_s, u"frmTable"_s, u"frmFile"_s, u"frmExport"_s, u"frmPrint"_s,
-                                      u"frmIni"_s, u"frmPicture"_s, u"frmMsg"_s}));
+    EXPECT_EQ(minimised, QStringList({u"frmLogin"_s, u"frmTable"_s, u"frmWrite"_s, u"frmFile"_s, u"frmExport"_s,
+                                      u"frmPrint"_s, u"frmIni"_s, u"frmPicture"_s, u"frmMsg"_s}));
 }

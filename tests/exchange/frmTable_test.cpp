@@ -77,7 +77,7 @@ TEST_F(TableWindowTest, ColumnsChosen_MakesFileAndReplacesOnlyWithConsent)
               u"表から学習ファイルを作りました。\n    ファイル名＝words.txt\n    行の数＝2，空欄の数＝2\n\n"
               u"Shift_JISにない文字を，同じ意味の文字に置き換えました。\n  \u301C（U+301C） → ～　1個\n\n"
               u"アクセント記号を1個除きました。\n\n"
-              u"列の数が最初の行と違う行が1行あります。"_s);
+              u"列の数が最初の行と違う行が1行あります。\n\n「書く」で開きますか？"_s);
 
     // After a "no" the window stays open, so that the user can enter another name.
     const auto another = [this, &made](QWidget *dialog) {
@@ -94,8 +94,9 @@ TEST_F(TableWindowTest, ColumnsChosen_MakesFileAndReplacesOnlyWithConsent)
     EXPECT_EQ(Make("a,c\n", [this](QWidget *dialog) { Click(dialog, ok); }, {ok, ok}), u"words.txt"_s);
     EXPECT_EQ(folder.Read(u"txt/words.txt"_s), ToCodePage932(u"a　[c]\r\n"));
     EXPECT_EQ(folder.Read(u"txt/words.txt.bak"_s), made);
-    EXPECT_EQ(script.messages[1], u"表から学習ファイルを作りました。\n    ファイル名＝words.txt\n"
-                                  u"    元のファイル＝words.txt.bak\n    行の数＝1，空欄の数＝1"_s);
+    EXPECT_EQ(script.messages[1],
+              u"表から学習ファイルを作りました。\n    ファイル名＝words.txt\n"
+              u"    元のファイル＝words.txt.bak\n    行の数＝1，空欄の数＝1\n\n「書く」で開きますか？"_s);
 }
 
 TEST_F(TableWindowTest, HiddenColumnFarRight_IsScrolledIntoView)

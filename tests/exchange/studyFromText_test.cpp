@@ -200,7 +200,7 @@ class ConversionTest : public WindowTest
 TEST_F(ConversionTest, AllQuestionsConfirmed_ConvertsKeepsBackupAndReports)
 {
     const QByteArray bytes = (u"［caf\u00E9］\u301C\n"_s + Sentence.repeated(3)).toUtf8();
-    Convert(bytes, {yes, yes, yes, yes});
+    Convert(bytes, {yes, yes, yes, no});
     EXPECT_EQ(folder.Read(u"txt/a.txt"_s),
               ToCodePage932(QString(u"[cafe]～\r\n"_s + Sentence.repeated(2) + u"\r\n"_s + Sentence)));
     EXPECT_EQ(folder.Read(u"txt/a.txt.bak"_s), bytes);

@@ -232,8 +232,16 @@ TEST_F(FileWindowTest, Writing_OpensTheSelectedFileOrANewOne)
         });
         script.Click(u"frmMsg"_s, u"cmdCancel"_s);
         DialogScript::Press(&window, u"cmdNewPasted"_s);
+        script.Click(u"frmTable"_s, u"cmdOK"_s);
+        script.Click(u"frmMsg"_s, u"cmdOK"_s); // to write in what was made of it
+        script.When(u"frmWrite"_s, [](QWidget *dialog) {
+            EXPECT_EQ(dialog->findChild<QPlainTextEdit *>(u"txtText"_s)->toPlainText(), u"a　[b]\n"_s);
+            dialog->close();
+        });
+        Drop(&window, {folder.Write(u"elsewhere/words.csv"_s, "a,b\n")});
+        EXPECT_TRUE(WaitFor([this] { return script.IsDone() || list->model()->rowCount() == 4; }));
     });
-    EXPECT_EQ(list->model()->rowCount(), 3);
+    EXPECT_EQ(list->model()->rowCount(), 4);
 }
 
 TEST_F(FileWindowTest, EveryFontSize_TabReachesEachControlInBothHalves)
@@ -574,7 +582,7 @@ TEST_F(FileWindowTest, FolderWithTablesDropped_FilesAreReplacedAndTablesOffered)
     script.Click(u"frmMsg"_s, u"cmdOK"_s);
     script.Click(u"frmTable"_s, u"cmdOK"_s);
     script.When(u"frmMsg"_s, [](QWidget *message) {
-        DialogScript::Press(message, u"cmdOK"_s);
+        DialogScript::Press(message, u"cmdCancel"_s);
         // On a slow machine the script looks for the second table's window before the first has taken this answer.
         QTimer slow;
         const QSignalSpy looks(&slow, &QTimer::timeout);

@@ -332,6 +332,7 @@ TEST_F(WriteWindowTest, EmptyFile_OffersTemplatesWhoseSelectionIsTypedOver)
 {
     script.When(u"frmWrite"_s, [&](QWidget *) {
         EXPECT_TRUE(Find<QPushButton>(u"cmdTemplate3"_s)->isVisible());
+        EXPECT_FALSE(Find<QLabel>(u"lblUnsaved"_s)->isVisible());
         Click(u"cmdTemplate3"_s);
         EXPECT_FALSE(Find<QPushButton>(u"cmdTemplate3"_s)->isVisible());
         EXPECT_TRUE(text->textCursor().hasSelection());
