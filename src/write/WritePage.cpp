@@ -18,6 +18,7 @@
 #include <QTextBlock>
 #include <QUrl>
 
+#include <algorithm>
 #include <cmath>
 
 using namespace Qt::Literals::StringLiterals;
@@ -44,6 +45,11 @@ class SpacedLayout : public QPlainTextDocumentLayout
   private:
     int m_spacePx = 0;
 };
+
+bool HasBrackets(const QString &text)
+{
+    return std::ranges::any_of(text, [](QChar character) { return u"[]［］"_s.contains(character); });
+}
 
 } // namespace
 
@@ -140,8 +146,6 @@ void WritePage::SetAppearance(float points, int lineSpacePx, bool hasLineNumbers
 
 void WritePage::SetColours(const PageColours &colours)
 {
-    if (colours == m_colours && m_highlighter->document() && !extraSelections().isEmpty())
-        return;
     m_colours = colours;
     m_highlighter->SetColours(colours);
     ShowSelectionColours();
@@ -153,8 +157,7 @@ void WritePage::SetPenDown(bool isDown)
 {
     m_isPenDown = isDown;
     ShowSelectionColours();
-    constexpr int pointerEms = 1;
-    const int side = pointerEms * 24;
+    constexpr int side = 24; // of the pointer, in pixels
     if (isDown)
         viewport()->setCursor(QCursor(PaintedIcon(Icon::Write, side, devicePixelRatioF(), m_colours.text, QColor()),
                                       side / 5, side * 4 / 5));
@@ -265,12 +268,9 @@ void WritePage::ShowProblems()
     viewport()->update();
 }
 
-/// Types a text with brackets. @return whether it was typed; everything else is left to the editor
-bool WritePage::Type(const QString &text)
+/// Types a text with brackets.
+void WritePage::Type(const QString &text)
 {
-    static const QString brackets = u"[]［］"_s;
-    if (std::ranges::none_of(text, [](QChar character) { return brackets.contains(character); }))
-        return false;
     QTextCursor cursor = textCursor();
     cursor.beginEditBlock();
     cursor.removeSelectedText();
@@ -279,34 +279,42 @@ bool WritePage::Type(const QString &text)
     cursor.setPosition(cursor.block().position() + int(typed.cursor));
     cursor.endEditBlock();
     setTextCursor(cursor);
-    return true;
 }
 
 void WritePage::keyPressEvent(QKeyEvent *event)
 {
     const bool isCommand = event->modifiers().testFlag(Qt::AltModifier) !=
                            event->modifiers().testFlag(Qt::ControlModifier); // both together are AltGr
-    if (isCommand || !Type(event->text()))
+    if (isCommand || !HasBrackets(event->text()))
         QPlainTextEdit::keyPressEvent(event);
+    else
+        Type(event->text());
 }
 
+/// Types what an input method commits. Some begin the next conversion in the same event.
 void WritePage::inputMethodEvent(QInputMethodEvent *event)
 {
-    const QString committed = event->commitString();
-    if (event->replacementLength() > 0 || committed.isEmpty()) {
+    if (event->replacementLength() > 0 || !HasBrackets(event->commitString())) {
         QPlainTextEdit::inputMethodEvent(event);
         return;
     }
-    QInputMethodEvent rest(event->preeditString(), event->attributes());
-    if (!event->preeditString().isEmpty()) {
-        QPlainTextEdit::inputMethodEvent(event);
-        return;
+    QInputMethodEvent ended;
+    QPlainTextEdit::inputMethodEvent(&ended);
+    Type(event->commitString());
+    QInputMethodEvent next(event->preeditString(), event->attributes());
+    QPlainTextEdit::inputMethodEvent(&next);
+    event->accept();
+}
+
+/// A stroke that begins in a selection does not move its text.
+void WritePage::mousePressEvent(QMouseEvent *event)
+{
+    if (m_isPenDown && event->button() == Qt::LeftButton) {
+        QTextCursor cursor = textCursor();
+        cursor.clearSelection();
+        setTextCursor(cursor);
     }
-    QPlainTextEdit::inputMethodEvent(&rest); // ends the conversion
-    if (Type(committed))
-        event->accept();
-    else
-        QPlainTextEdit::inputMethodEvent(event);
+    QPlainTextEdit::mousePressEvent(event);
 }
 
 void WritePage::mouseReleaseEvent(QMouseEvent *event)

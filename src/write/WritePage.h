@@ -71,6 +71,7 @@ class WritePage : public QPlainTextEdit
   protected:
     void keyPressEvent(QKeyEvent *event) override;
     void inputMethodEvent(QInputMethodEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
     void mouseDoubleClickEvent(QMouseEvent *event) override;
     void wheelEvent(QWheelEvent *event) override;
@@ -80,7 +81,7 @@ class WritePage : public QPlainTextEdit
     void insertFromMimeData(const QMimeData *source) override;
 
   private:
-    bool Type(const QString &text);
+    void Type(const QString &text);
     void Stroke(QTextCursor *cursor, int from, int to);
     void ShowCursorLine();
     void ShowSelectionColours();

@@ -28,6 +28,7 @@
 #include <QFileInfo>
 #include <QFileSystemWatcher>
 #include <QGuiApplication>
+#include <QKeyEvent>
 #include <QMimeData>
 #include <QTextBlock>
 #include <QTimer>
@@ -106,14 +107,20 @@ void frmWrite::Run()
         KeepDraft(); // the program ends
 }
 
+/// Escape ends a search first.
+void frmWrite::keyPressEvent(QKeyEvent *event)
+{
+    if (event->key() == Qt::Key_Escape && m_stateBar->Find()->isVisible()) {
+        m_stateBar->Find()->hide();
+        txtText->setFocus();
+    } else {
+        QDialog::keyPressEvent(event);
+    }
+}
+
 /// Escape and the close box. Whether the window closes is the user's answer.
 void frmWrite::reject()
 {
-    if (m_stateBar->Find()->isVisible()) {
-        m_stateBar->Find()->hide();
-        txtText->setFocus();
-        return;
-    }
     if (txtText->document()->isModified()) {
         const MsgResult answer = m_msg.Ask(this, SaveBeforeClosingQuestion(m_file.path));
         if (answer == MsgResult::None || (answer == MsgResult::Ok && !Save()))
@@ -211,6 +218,7 @@ void frmWrite::txtText_Change()
 {
     WriteTrace(u"■frmWrite.txtText_Change");
     m_templates->setVisible(txtText->document()->isEmpty());
+    m_stateBar->Notices()->Remove(NoticeTopic::Done); // what it offers would undo another change
     if (!m_keeping->isActive() && txtText->document()->isModified())
         m_keeping->start();
 }

@@ -50,6 +50,7 @@ class frmWrite : public QDialog
     QString WriteNew(const QString &pasted = QString());
 
   protected:
+    void keyPressEvent(QKeyEvent *event) override;
     void reject() override;
     bool event(QEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;

@@ -118,10 +118,7 @@ TEST_F(MinimisingTest, EachWindowRestored_IsUnchanged)
         DialogScript::Press(dialog, u"cmdFind"_s);
         Enter(dialog, u"txtFind"_s, u"a"_s);
     };
-    Minimise(u"frmWrite"_s, find, [](QWidget *dialog) {
-        dialog->close(); // ends the search
-        dialog->close();
-    });
+    Minimise(u"frmWrite"_s, find, Close);
     EXPECT_TRUE(frmWrite(services, msg, DefaultSettings(), folder.Path(), nullptr).WriteNew().isEmpty());
 
     for (int number = 1; number <= 30; ++number)

@@ -181,11 +181,13 @@ TEST_F(WriteWindowTest, TypedBrackets_AreHalfWidthAndClosed)
         word.setCommitString(u"水"_s);
         QApplication::sendEvent(text, &word);
         EXPECT_EQ(Line(2), u"four[a]b[水]"_s);
-        QInputMethodEvent closed;
+        QInputMethodEvent closed(u"の"_s, {}); // with the beginning of the next conversion
         closed.setCommitString(u"］"_s);
         QApplication::sendEvent(text, &closed);
-        QTest::keyClicks(text, u"."_s);
-        EXPECT_EQ(Line(2), u"four[a]b[水]."_s);
+        QInputMethodEvent next;
+        next.setCommitString(u"の"_s);
+        QApplication::sendEvent(text, &next);
+        EXPECT_EQ(Line(2), u"four[a]b[水]の"_s);
     });
 }
 
@@ -313,6 +315,13 @@ TEST_F(WriteWindowTest, Paste_IsCleanedInOneStepAndTellsWhatItDid)
         EXPECT_EQ(Line(3), u"cafe〓"_s);
         Press(Qt::Key_Z, Qt::ControlModifier);
         EXPECT_EQ(Line(2), u"four"_s);
+        Press(Qt::Key_V, Qt::ControlModifier);
+        EXPECT_TRUE(geta->isVisible());
+        QTest::keyClicks(text, u"y"_s);
+        EXPECT_FALSE(geta->isVisible()) << "it would undo what was typed";
+        Press(Qt::Key_Z, Qt::ControlModifier);
+        Press(Qt::Key_Z, Qt::ControlModifier);
+        EXPECT_EQ(Line(2), u"four"_s);
         QGuiApplication::clipboard()->setText(QString(MaxWriteLine + 1, u'a'));
         Press(Qt::Key_V, Qt::ControlModifier);
         EXPECT_EQ(Line(2), u"four"_s);
@@ -373,8 +382,10 @@ TEST_F(WriteWindowTest, FindAndGo_LeadThroughTheText)
         field->setText(u"zz"_s);
         QTest::keyClick(field, Qt::Key_Return);
         EXPECT_TRUE(Find<QLabel>(u"lblNotFound"_s)->isVisible());
-        QTest::keyClick(field, Qt::Key_Escape);
-        EXPECT_EQ(window.focusWidget(), text);
+        text->setFocus();
+        Press(Qt::Key_Escape);
+        EXPECT_FALSE(field->isVisible());
+        EXPECT_TRUE(window.isVisible());
         Press(Qt::Key_G, Qt::ControlModifier);
         auto *const line = Find<QLineEdit>(u"txtLine"_s);
         ASSERT_EQ(window.focusWidget(), line);
