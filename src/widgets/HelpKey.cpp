@@ -17,7 +17,9 @@ HelpKey::HelpKey(SystemServices &services, const QString &applicationFolder)
 
 bool HelpKey::eventFilter(QObject *receiver, QEvent *event)
 {
-    if (event->type() != QEvent::KeyPress || !receiver->isWidgetType())
+    // A shortcut of the window below a tool window would come before the key.
+    const bool isBeforeShortcuts = event->type() == QEvent::ShortcutOverride;
+    if ((event->type() != QEvent::KeyPress && !isBeforeShortcuts) || !receiver->isWidgetType())
         return false;
     const auto *const press = static_cast<QKeyEvent *>(event);
     if (press->key() != Qt::Key_F1 || press->modifiers() != Qt::NoModifier)
@@ -27,7 +29,9 @@ bool HelpKey::eventFilter(QObject *receiver, QEvent *event)
         const QString page = HelpPageOf(widget->objectName());
         if (page.isEmpty())
             continue;
-        if (!press->isAutoRepeat())
+        if (isBeforeShortcuts)
+            event->accept();
+        else if (!press->isAutoRepeat())
             ShowHelp(m_services, m_applicationFolder, page);
         return true;
     }

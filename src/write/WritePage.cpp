@@ -158,11 +158,17 @@ void WritePage::SetPenDown(bool isDown)
     m_isPenDown = isDown;
     ShowSelectionColours();
     constexpr int side = 24; // of the pointer, in pixels
-    if (isDown)
-        viewport()->setCursor(QCursor(PaintedIcon(Icon::Write, side, devicePixelRatioF(), m_colours.text, QColor()),
-                                      side / 5, side * 4 / 5));
-    else
+    if (!isDown) {
         viewport()->setCursor(Qt::IBeamCursor);
+        return;
+    }
+    QPixmap pen(QSize(side, side) * devicePixelRatioF());
+    pen.setDevicePixelRatio(devicePixelRatioF());
+    pen.fill(Qt::transparent);
+    QPainter painter(&pen);
+    PaintIcon(&painter, Icon::Write, QRectF(0, 0, side, side), m_colours.text, QColor());
+    painter.end();
+    viewport()->setCursor(QCursor(pen, side / 5, side * 4 / 5));
 }
 
 /// A selection under the pen looks like what it is about to become.
@@ -413,7 +419,7 @@ void WritePage::PaintLimit(QPainter *painter, const QRect &area) const
     const int x = int(std::lround(contentOffset().x() + document()->documentMargin() + MaxLineBytes * CellPx()));
     if (x > viewport()->width())
         return;
-    const QColor colour = WithContrast(m_colours.stripEdge, m_colours.background, m_colours.text, 1);
+    const QColor colour = WithContrast(m_colours.frame, m_colours.background, m_colours.text, 1);
     painter->fillRect(QRect(x, area.top(), LineWidthPx(), area.height()), colour);
     QFont small = window()->font();
     painter->setFont(small);

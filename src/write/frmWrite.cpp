@@ -5,7 +5,6 @@
 
 #include "base/modLog.h"
 #include "exchange/modStudyFromTable.h"
-#include "widgets/modHelp.h"
 #include "settings/modZoom.h"
 #include "text/modCheckText.h"
 #include "widgets/BarButton.h"
@@ -13,6 +12,7 @@
 #include "widgets/NoticePlace.h"
 #include "widgets/frmMsg.h"
 #include "widgets/frmWait.h"
+#include "widgets/modHelp.h"
 #include "write/FindField.h"
 #include "write/LineChecks.h"
 #include "write/ProblemList.h"

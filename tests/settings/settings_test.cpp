@@ -4,7 +4,6 @@
 #include "platform/modCommandLine.h"
 #include "settings/frmIni.h"
 #include "settings/modEditor.h"
-#include "settings/modHelp.h"
 #include "settings/modSettings.h"
 #include "settings/modSpeech.h"
 #include "settings/modZoom.h"
@@ -295,20 +294,4 @@ TEST(Speech, SpeakHostileWord_WritesScriptAndStartsOnlyTheVoice)
     SpeakWord(services, folder.Path(u"none"_s), u"no script"_s);
     EXPECT_EQ(services.spoken, QStringList({u"日本\\"_s, hostile, u"no script"_s}));
     EXPECT_TRUE(services.opened.isEmpty() && services.commands.isEmpty() && services.messages.isEmpty());
-}
-
-TEST(Help, PageMissingOrNotOpened_IsTold)
-{
-    const TestFolder folder;
-    RecordingServices services;
-    const QString page = JoinPath(JoinPath(folder.Path(), u"htm"_s), u"write.htm"_s);
-    OpenHelp(services, folder.Path(), u"write.htm"_s);
-    EXPECT_EQ(services.TakeMessages(), QStringList(QString(page + u"が見つかりません。"_s)));
-    folder.Write(u"htm/write.htm"_s, "x");
-    OpenHelp(services, folder.Path(), u"write.htm"_s);
-    EXPECT_EQ(services.opened, QStringList(page));
-    EXPECT_EQ(services.openedIn, QStringList(folder.Path()));
-    services.startsPrograms = false;
-    OpenHelp(services, folder.Path(), u"write.htm"_s);
-    EXPECT_EQ(services.TakeMessages(), QStringList(QString(page + u"\r\nを開けません。"_s)));
 }

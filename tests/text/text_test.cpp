@@ -320,7 +320,7 @@ TEST(TextDifference, DifferenceOfTexts_IsAsShortAsPossible)
         {u"aba"_s, u"a"_s, 1, u"ba"_s, QString()},
         {QString(), u"text"_s, 0, QString(), u"text"_s},
         {u"same"_s, u"same"_s, 4, QString(), QString()},
-        {u"a😀b"_s, u"a😁b"_s, 1, u"😀"_s, u"😁"_s},                                   // first half of a pair in common
+        {u"a😀b"_s, u"a😁b"_s, 1, u"😀"_s, u"😁"_s},                               // first half of a pair in common
         {u"\U0001F600b"_s, u"\U00020200b"_s, 0, u"\U0001F600"_s, u"\U00020200"_s}, // second half
     };
     for (const auto &[before, after, offset, removed, inserted] : rows) {
