@@ -2,7 +2,8 @@
 // SPDX-License-Identifier: MIT
 
 // Any list of marks, any study file: marks that are written are found again, those that are not are gone, and
-// everything else in the list stays. The note of hard words that is made of them has each mark once, on its line.
+// everything else in the list stays, also what marks other lines than those of the file. The note of hard words that is
+// made of them has each mark once, on its line.
 #include "base/modCodePage.h"
 #include "input.h"
 #include "records/modHardNote.h"
@@ -24,6 +25,16 @@ QStringList Others(const QString &path, const QString &user)
     Require(!ReadList(path, &lines, MaxMarkListBytes));
     lines.removeIf([&](const QString &line) { return line.startsWith(ListField(user) + u'\t' + Title + u'\t'); });
     return lines;
+}
+
+/// The entries for this user and file that mark no blank of a text.
+QStringList Unfound(const MarkList &marks, const DisplayText &text)
+{
+    QStringList entries = marks.EntriesByTitle().value(Title);
+    for (const MarkedBlank &marked : marks.Locate(entries, text))
+        entries[marked.entry].clear();
+    entries.removeAll(QString());
+    return entries;
 }
 
 /// A line without brackets.
@@ -107,17 +118,20 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     for (int blank = 1; blank <= text.Blanks().Count(); ++blank)
         if ((pattern >> (blank % 8)) % 2 == 1)
             blanks.push_back(blank);
+    QStringList unfound = Unfound(marks, text);
     if (marks.Write(Title, text, blanks)) {
         Require(file.Read() == before);
         return 0;
     }
+    Require(Unfound(marks, text) == unfound);
     Require(marks.Find(Title, text) == blanks);
     Require(marks.FindIn(marks.Entries(Title, text, blanks), text) == blanks);
     CheckNote(marks, {files[0].Path(), files[1].Path()});
     Require(marks.Find(Title, text) == blanks);
     const QStringList others = Others(file.Path(), user);
+    unfound = Unfound(marks, text);
     Require(!marks.Write(Title, text, {}));
-    Require(marks.Find(Title, text).empty());
+    Require(marks.Find(Title, text).empty() && marks.EntriesByTitle().value(Title) == unfound);
     Require(Others(file.Path(), user) == others);
     return 0;
 }

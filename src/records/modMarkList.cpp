@@ -157,7 +157,18 @@ QStringList MarkList::Entries(const QString &title, const DisplayText &text, con
 
 FileFault MarkList::Write(const QString &title, const DisplayText &text, const std::vector<int> &blanks) const
 {
-    return m_list.Replace({m_userName, title}, Entries(title, text, blanks));
+    const QStringList present = m_list.Lines({m_userName, title});
+    QStringList removed;
+    std::vector<int> added = blanks;
+    for (const MarkedBlank &marked : Locate(present, text)) {
+        const auto kept = std::ranges::lower_bound(blanks, marked.blank);
+        if (kept == blanks.end() || *kept != marked.blank)
+            removed += m_list.Line(m_list.Entry(present[marked.entry]));
+        else
+            added[size_t(kept - blanks.begin())] = 0;
+    }
+    std::erase(added, 0);
+    return m_list.Change(removed, Entries(title, text, added));
 }
 
 QString NoHardBlankMessage(const QString &fileTitle)

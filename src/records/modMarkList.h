@@ -51,7 +51,9 @@ class MarkList
     /// Whether the list has entries for a study file, which need not match any of its blanks.
     bool HasEntries(const QString &title) const;
 
-    /// Replaces the marks that the list has for a study file, as ListFile::Replace does. @param blanks  ascending
+    /// Makes some blanks the marked ones of a text. Entries that match none of its blanks stay: they belong to another
+    /// file with the same title, or to a line that is gone and may come back. See ListFile::Change.
+    /// @param blanks  ascending
     FileFault Write(const QString &title, const DisplayText &text, const std::vector<int> &blanks) const;
 
     /// Removes and adds entries of any study files, as EntriesByTitle gives them. See ListFile::Change.

@@ -82,16 +82,21 @@ StudyReading StudySession::Open(const QString &path, std::optional<HardNote> not
 
 StudyReading StudySession::ReadAgain(std::optional<HardNote> note)
 {
-    const QStringList marks = m_marks.Entries(GetFileTitle(m_path), m_page.Text(), m_page.Round().HardBlanks());
+    const QString title = GetFileTitle(m_path);
+    const QStringList marks = m_marks.Entries(title, m_page.Text(), m_page.Round().HardBlanks());
+    const bool areKept = !KeepMarks(); // of the old lines, some of which may be gone
     DisplayText text;
     StudyReading reading = Read(m_path, &text);
     if (reading.refusal)
         return reading;
-    const std::vector<int> hardBlanks = note ? BlanksOfNote(*note, text) : m_marks.FindIn(marks, text);
+    std::vector<int> hardBlanks;
     std::vector<int> numbersBefore;
     if (note) {
+        hardBlanks = BlanksOfNote(*note, text);
         numbersBefore = NumbersIn(*m_note, *note, text.Blanks().Count());
         m_note = std::move(note);
+    } else {
+        hardBlanks = areKept ? m_marks.Find(title, text) : m_marks.FindIn(marks, text);
     }
     m_page.Reload(std::move(text), hardBlanks, numbersBefore);
     return reading;

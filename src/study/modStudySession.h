@@ -45,8 +45,9 @@ class StudySession
     /// @param note  if the file is the note of hard words: what was written into it
     StudyReading Open(const QString &path, std::optional<HardNote> note = {});
 
-    /// Reads the open file again, for StudyPage::Reload. Session and clock continue. After a refusal nothing has
-    /// changed.
+    /// Saves the marks and reads the open file again, for StudyPage::Reload. Session and clock continue. After a
+    /// refusal nothing has changed. The mark of a line that was edited stays in the list, where the line may find it
+    /// again.
     /// @param note  as above
     StudyReading ReadAgain(std::optional<HardNote> note = {});
 

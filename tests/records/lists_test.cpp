@@ -52,7 +52,35 @@ TEST_F(Lists, LineMoved_MarkMovesWithIt)
     EXPECT_TRUE(Find(lines, u"太郎"_s).empty());
     EXPECT_TRUE(Find(lines, u"花子"_s, u"仏単語"_s).empty());
     Write(changed, {});
-    EXPECT_EQ(folder.Read(u"ListMark.txt"_s), "");
+    EXPECT_TRUE(Find(changed).empty());
+    EXPECT_EQ(Find(lines), Blanks({2, 4})) << "should the lines come back";
+}
+
+TEST_F(Lists, MarksOfOtherLines_StayWhateverIsMarked)
+{
+    const QString begin = u"花子\t英単語\t"_s;
+    const auto list = [&begin](const QStringList &entries) {
+        QString text;
+        for (const QString &entry : entries)
+            text += begin + entry + u"\r\n"_s;
+        return text.toUtf8();
+    };
+    // One line is gone, others are in another file with this title, and one was marked with an odd number.
+    const QStringList entries = {u"[same]\t1"_s, u"[same]\t1\t2"_s, u"[gone]\t1"_s, u"[a] [b]\t01"_s, u"[a] [b]\t3"_s};
+    const QStringList lines = {u"[a] [b]"_s, u"[same]"_s, u"[new]"_s};
+    const Rows<const char *, Blanks, QStringList> rows = {
+        {"as before", {1, 3}, entries},
+        {"another one", {1, 2, 3}, entries + QStringList(u"[a] [b]\t2"_s)},
+        {"none", {}, {u"[same]\t1\t2"_s, u"[gone]\t1"_s, u"[a] [b]\t3"_s}},
+        {"only another one", {4}, {u"[same]\t1\t2"_s, u"[gone]\t1"_s, u"[a] [b]\t3"_s, u"[new]\t1"_s}},
+    };
+    for (const auto &[what, blanks, written] : rows) {
+        folder.Write(u"ListMark.txt"_s, list(entries));
+        EXPECT_EQ(Find(lines), Blanks({1, 3})) << what;
+        Write(lines, blanks);
+        EXPECT_EQ(folder.Read(u"ListMark.txt"_s), list(written)) << what;
+        EXPECT_EQ(Find(lines), blanks) << what;
+    }
 }
 
 // Quadratic work would take minutes here.
@@ -76,7 +104,7 @@ TEST_F(Lists, MarksWritten_OtherLinesStayUntouched)
                  "\xEF\xBB\xBF" + foreign + u"花子\t英単語\t[a]\t1\n花子\t英単語\t[a]\t9"_s.toUtf8());
     EXPECT_EQ(Find({u"[a]"_s}), Blanks({1})) << "the line has no ninth blank";
     Write({u"[a]"_s, u"[b]"_s}, {2});
-    EXPECT_EQ(folder.Read(u"ListMark.txt"_s), foreign + u"花子\t英単語\t[b]\t1\r\n"_s.toUtf8());
+    EXPECT_EQ(folder.Read(u"ListMark.txt"_s), foreign + u"花子\t英単語\t[a]\t9\r\n花子\t英単語\t[b]\t1\r\n"_s.toUtf8());
     folder.Write(u"ListMark.txt"_s, ToCodePage932(u"花子\t英単語\t[日本語の文]\t1\r\n"));
     EXPECT_EQ(Find({u"[日本語の文]"_s}), Blanks({1})) << "saved by an editor in Shift_JIS";
     folder.MakeFolder(u"folder"_s);

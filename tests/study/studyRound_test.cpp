@@ -409,6 +409,30 @@ TEST_F(StudySessionTest, MoreRangesThanAreKept_LeaveOnlyTheLine)
     }
 }
 
+TEST_F(StudySessionTest, LineEditedAndReadAgain_KeepsItsMarkForTheOldText)
+{
+    const QStringList lines = {u"[a]"_s, u"[b]"_s};
+    const QString path = folder.WriteStudyFile(u"a.txt"_s, lines);
+    ASSERT_FALSE(session.Open(path).refusal);
+    EXPECT_EQ(session.Page().ToggleHard(1).markedBlank, 1);
+    folder.WriteStudyFile(u"a.txt"_s, {u"[edited]"_s, u"[b]"_s});
+    ASSERT_FALSE(session.ReadAgain().refusal) << "before the mark was saved";
+    EXPECT_EQ(session.Page().Round().HardCount(), 0);
+    EXPECT_EQ(session.Page().ToggleHard(2).markedBlank, 2);
+    EXPECT_FALSE(session.KeepMarks());
+    const QByteArray both = u"花子\ta\t[a]\t1\r\n花子\ta\t[b]\t1\r\n"_s.toUtf8();
+    EXPECT_EQ(folder.Read(u"ListMark.txt"_s), both);
+    folder.WriteStudyFile(u"a.txt"_s, lines);
+    ASSERT_FALSE(session.ReadAgain().refusal);
+    EXPECT_EQ(session.Page().Round().HardBlanks(), std::vector<int>({1, 2})) << "the line is as it was";
+
+    QFile::remove(folder.Path(u"ListMark.txt"_s));
+    folder.MakeFolder(u"ListMark.txt"_s); // in the way of the list
+    EXPECT_EQ(session.Page().ToggleHard(1).markedBlank, 1);
+    ASSERT_FALSE(session.ReadAgain().refusal);
+    EXPECT_EQ(session.Page().Round().HardBlanks(), std::vector<int>({2})) << "those on the page, if none can be saved";
+}
+
 TEST_F(StudySessionTest, HardNote_MarksItsSourcesAndKeepsNoPlace)
 {
     const QString a = folder.WriteStudyFile(u"txt/a.txt"_s, {u"[a1] [a2]"_s, u"x"_s, u"[a3]"_s});
