@@ -74,6 +74,7 @@ bool StudyRound::Toggle(int blank)
     Change(m_isOnlyHard, blank);
     if (bolOpen(blank)) {
         ++m_openCount;
+        m_hasShownOfAll = m_hasShownOfAll || !m_isOnlyHard;
         m_lastShown = blank;
     }
     return bolOpen(blank);

@@ -166,6 +166,12 @@ class StudyRound
         return m_openCount;
     }
 
+    /// Whether one of these was shown while all blanks were studied.
+    bool HasShownOfAll() const
+    {
+        return m_hasShownOfAll;
+    }
+
     /// The line marked in the strip of line numbers, 0 for none.
     int lngMarkLine() const
     {
@@ -244,6 +250,7 @@ class StudyRound
 
     int m_lastShown = 0;
     int m_openCount = 0;
+    bool m_hasShownOfAll = false;
     int m_markLine = 0;
 };
 

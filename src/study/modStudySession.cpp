@@ -168,14 +168,10 @@ QStringList StudySession::Complete()
         messages += MarksNotSavedMessage(fault);
     if (!m_page.IsFileOpen() || m_note)
         return messages;
-    Place place = m_place; // what was shown then stays until another answer is
+    Place place = m_place; // what was shown then stays until another answer is, not only among hard blanks
+    if (m_page.Round().HasShownOfAll())
+        place = {.fileBytes = m_fileSize, .fileHash = FileHash(), .shown = m_page.Round().ShownRanges(MaxShownRanges)};
     place.line = m_page.StoppedAt();
-    if (m_page.Round().lngOpenCount() > 0)
-        place.shown = m_page.Round().ShownRanges(MaxShownRanges);
-    if (m_page.Round().lngOpenCount() > 0 && !place.shown.empty()) {
-        place.fileBytes = m_fileSize;
-        place.fileHash = FileHash();
-    }
     if (const FileFault fault = m_stops.Write(m_userName, QFileInfo(m_path).fileName(), place))
         messages += FaultMessage(u"学習を終えた所を保存できません。"_s, fault);
     return messages;

@@ -395,6 +395,31 @@ TEST_F(StudySessionTest, Resume_ShowsWhatWasShownUnlessFileChanged)
     EXPECT_EQ(shown(), before + QList<int>{241});
 }
 
+TEST_F(StudySessionTest, AnswersShownOnlyAmongHardBlanks_KeepWhatWasShownBefore)
+{
+    const QString path = folder.WriteStudyFile(u"a.txt"_s, QStringList(200, u"[x] [y]"_s));
+    StudyPage &page = session.Page();
+    ASSERT_FALSE(session.Open(path).refusal);
+    EXPECT_TRUE(page.Enter().isCounted && page.Enter().isCounted);
+    EXPECT_EQ(page.ToggleHard(240).markedBlank, 240);
+    EXPECT_TRUE(session.Complete().isEmpty());
+
+    ASSERT_FALSE(session.Open(path).refusal);
+    EXPECT_TRUE(page.StudyOnlyHard(true).isPageChanged);
+    EXPECT_TRUE(page.Click({.blank = 240}).isCounted);
+    EXPECT_TRUE(session.Complete().isEmpty());
+    ASSERT_FALSE(session.Open(path).refusal);
+    EXPECT_TRUE(session.Resume().notice);
+    EXPECT_TRUE(page.Round().bolOpen(1) && page.Round().bolOpen(2));
+    EXPECT_EQ(page.Round().ShownCount(), 2);
+
+    EXPECT_TRUE(page.Click({.blank = 3}).isCounted);
+    EXPECT_TRUE(page.HideAll().isPageChanged);
+    EXPECT_TRUE(session.Complete().isEmpty());
+    ASSERT_FALSE(session.Open(path).refusal);
+    EXPECT_FALSE(session.Resume().notice) << "all were hidden after another one was shown";
+}
+
 TEST_F(StudySessionTest, MoreRangesThanAreKept_LeaveOnlyTheLine)
 {
     const QString path = folder.WriteStudyFile(u"a.txt"_s, QStringList(2001, u"[x] [y]"_s));
