@@ -31,7 +31,6 @@ void StudySession::End()
     m_clockStart = QDateTime();
     m_path.clear();
     m_note.reset();
-    m_fileBytes.clear();
     m_page.Clear();
     m_keptMarks = 0;
 }
@@ -110,18 +109,8 @@ HardNote::Source StudySession::SourceOf(int line) const
 
 PageChange StudySession::Resume()
 {
-    const bool isSameFile = !m_place.shown.empty() && m_place.fileBytes == m_fileSize && m_place.fileHash == FileHash();
+    const bool isSameFile = !m_place.shown.empty() && m_place.fileBytes == m_fileSize && m_place.fileHash == m_fileHash;
     return m_page.Resume(isSameFile ? m_place.shown : std::vector<BlankRange>());
-}
-
-/// SHA-1 of the open file.
-const QString &StudySession::FileHash()
-{
-    if (m_fileHash.isEmpty()) {
-        m_fileHash = QString::fromLatin1(QCryptographicHash::hash(m_fileBytes, QCryptographicHash::Sha1).toHex());
-        m_fileBytes.clear();
-    }
-    return m_fileHash;
 }
 
 /// Reads the text of a file. @param text  empty after a refusal
@@ -135,8 +124,7 @@ StudyReading StudySession::Read(const QString &path, DisplayText *text)
         return {std::move(refusal)};
     m_fileTime = fileTime;
     m_fileSize = bytes.size();
-    m_fileBytes = std::move(bytes);
-    m_fileHash.clear();
+    m_fileHash = QString::fromLatin1(QCryptographicHash::hash(bytes, QCryptographicHash::Sha1).toHex());
     *text = DisplayText(std::move(lines));
     return {{}, BadPictureNames(*text)};
 }
@@ -170,7 +158,7 @@ QStringList StudySession::Complete()
         return messages;
     Place place = m_place; // what was shown then stays until another answer is, not only among hard blanks
     if (m_page.Round().HasShownOfAll())
-        place = {.fileBytes = m_fileSize, .fileHash = FileHash(), .shown = m_page.Round().ShownRanges(MaxShownRanges)};
+        place = {.fileBytes = m_fileSize, .fileHash = m_fileHash, .shown = m_page.Round().ShownRanges(MaxShownRanges)};
     place.line = m_page.StoppedAt();
     if (const FileFault fault = m_stops.Write(m_userName, QFileInfo(m_path).fileName(), place))
         messages += FaultMessage(u"学習を終えた所を保存できません。"_s, fault);

@@ -115,7 +115,6 @@ class StudySession
 
   private:
     StudyReading Read(const QString &path, DisplayText *text);
-    const QString &FileHash();
     FileFault KeepMarksOfNote() const;
 
     const SystemServices &m_services;
@@ -127,10 +126,9 @@ class StudySession
     std::optional<HardNote> m_note;
     QDateTime m_start; // key of the row; invalid before the first session
     QString m_path;
-    QDateTime m_fileTime;   // modification time before the text was read
-    QByteArray m_fileBytes; // what was read, until m_fileHash is made from it, which would make opening slower
+    QDateTime m_fileTime; // modification time before the text was read
     qint64 m_fileSize = 0;
-    QString m_fileHash;
+    QString m_fileHash; // SHA-1, made while the file is read, so that no key press takes the time
     int m_interimSeconds;
     QDateTime m_completedAt;  // when the row was last to be written, its insertion included
     int m_completedCount = 0; // number of answers then
