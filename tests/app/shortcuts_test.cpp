@@ -147,6 +147,8 @@ TEST_F(StudyWindowTest, F1_OpensThePageOfEachWindow)
 
     OpenWith({u"[x]"_s});
     EXPECT_EQ(press(page), u"index.htm"_s);
+    closeAfter(u"frmWrite"_s, u"write.htm"_s);
+    frmWrite(services, msg, DefaultSettings(), folder.Path(), nullptr).WriteNew();
     closeAfter(u"frmIni"_s, u"settings.htm"_s);
     Child<QPushButton>(u"cmdIni")->click();
     Child<QPushButton>(u"cmdSearch")->click();
