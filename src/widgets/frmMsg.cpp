@@ -133,6 +133,8 @@ void frmMsg::ShowTurn()
     if (m_turns.isEmpty())
         return; // the program ends
     const Turn &turn = *m_turns.front();
+    // Shown again at once, the same window would count as the one that has the focus already, and never become active.
+    destroy();
     setParent(turn.owner, Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint);
     setModal(true);
     lblMsg->setText(WithLongLinesCut(turn.message));

@@ -213,6 +213,22 @@ TEST_F(MsgTest, SecondCallWhileOpen_WaitsItsTurnAndEachGetsItsAnswer)
     EXPECT_EQ(Show(u"終わり"_s, MsgStyle::Ok, [] {}), MsgResult::Ok) << "works as before";
 }
 
+TEST_F(MsgTest, DialogAfterAnother_IsActiveAndShowsItsFocus)
+{
+    const DialogFocus dialogFocus;
+    owner.show();
+    for (int i = 0; i < 2; ++i) {
+        script.When(u"frmMsg"_s, [this](QWidget *) {
+            EXPECT_TRUE(WaitFor([this] { return msg.isActiveWindow() && Button(u"cmdOK")->hasFocus(); }));
+            QTest::keyClick(msg.windowHandle(), Qt::Key_Tab);
+            EXPECT_TRUE(Button(u"cmdCancel")->hasFocus());
+            Button(u"cmdOK")->click();
+        });
+        EXPECT_EQ(Show(u"続けますか？"_s, MsgStyle::YesNo, [] {}), MsgResult::Ok);
+    }
+    EXPECT_TRUE(WaitFor([this] { return owner.isActiveWindow(); }));
+}
+
 TEST(DialogFocus, DialogClosed_OwnerIsActiveAgain)
 {
     const DialogFocus dialogFocus;
