@@ -6,6 +6,7 @@
 #include "app/modUserList.h"
 #include "base/modLog.h"
 #include "base/modProduct.h"
+#include "widgets/FailureTeller.h"
 #include "widgets/NamedControls.h"
 #include "widgets/ScreenFit.h"
 #include "widgets/frmMsg.h"
@@ -75,6 +76,8 @@ frmLogin::frmLogin(SystemServices &services, frmMsg &msg, const QString &userLis
     grid->addWidget(lblComment, 0, 0, 1, 2);
     grid->addLayout(form, 1, 0);
     grid->addWidget(buttons, 1, 1);
+    new FailureTeller(
+        m_services, m_msg, [this] { return this; }, this);
     Form_Load();
     FitToScreen(this, content);
     move(screen()->availableGeometry().center() - rect().center());

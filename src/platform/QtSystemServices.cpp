@@ -71,7 +71,7 @@ void QtSystemServices::SetFailureTeller(const std::function<void(const QString &
 {
     m_tellFailure = tell;
     for (const QString &message : std::exchange(m_failures, {}))
-        m_tellFailure(message);
+        TellFailure(message);
 }
 
 void QtSystemServices::TellFailure(const QString &message)

@@ -45,8 +45,9 @@ class SystemServices
     [[nodiscard]] virtual bool StartCommandLine(const QString &commandLine) = 0;
 
     /// Sets who tells the user that what one of these two has started soon ended with an error, because a program is
-    /// missing. What fails before that waits for it.
-    /// @param tell  gets the complete message; called at any time from the event loop, or from this function
+    /// missing. What fails while nobody does waits for the next one.
+    /// @param tell  empty for nobody; gets the complete message; called at any time from the event loop, or from this
+    /// function
     virtual void SetFailureTeller(const std::function<void(const QString &message)> &tell) = 0;
 
     /// The current local time.

@@ -18,7 +18,6 @@
 #include "view/StudyBar.h"
 #include "view/StudyStateBar.h"
 #include "widgets/BarButton.h"
-#include "widgets/BlockedWindow.h"
 #include "widgets/InputGuard.h"
 #include "widgets/frmMsg.h"
 #include "widgets/modHelp.h"
@@ -145,16 +144,12 @@ void frmText::TellFileChange()
         m_watcher->addPath(m_session.Path()); // a replaced file is no longer watched
 }
 
-/// Tells that programs which were started have failed, once no dialog is open in front of what the user looks at.
-void frmText::TellFailedStarts()
+/// This window or the file selection; nullptr at the end.
+QWidget *frmText::WindowInUse()
 {
-    if (m_stage == Stage::Ended || m_failedStarts.isEmpty())
-        return;
-    QWidget *const window = m_frmFile && m_frmFile->isVisible() ? static_cast<QWidget *>(m_frmFile) : this;
-    if (!IsBlocked(window))
-        m_msg.Refuse(window, m_failedStarts.takeFirst());
-    if (!m_failedStarts.isEmpty())
-        m_telling->start();
+    if (m_stage == Stage::Ended)
+        return nullptr;
+    return m_frmFile && m_frmFile->isVisible() ? static_cast<QWidget *>(m_frmFile) : this;
 }
 
 /// Shows the page's new text.

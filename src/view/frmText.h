@@ -120,7 +120,7 @@ class frmText : public QWidget
 
     void OpenSession(const QString &path, std::optional<HardNote> note);
     void CompleteSession();
-    void TellFailedStarts();
+    QWidget *WindowInUse();
     void TellBadPictureNames(const StudyReading &reading);
     void WatchFile();
     void TellFileChange();
@@ -173,7 +173,5 @@ class frmText : public QWidget
     StudyStateBar *m_stateBar;
     QTimer *Timer1;
     QTimer *m_keeping;          // runs from a change of a mark until it is saved
-    QTimer *m_telling;          // runs while the user is to be told what of m_failedStarts says
-    QStringList m_failedStarts; // messages
     bool m_isVoiceTold = false; // whether the user knows that there is no voice
 };

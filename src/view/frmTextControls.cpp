@@ -13,6 +13,7 @@
 #include "view/StudyStateBar.h"
 #include "view/frmText.h"
 #include "widgets/BarButton.h"
+#include "widgets/FailureTeller.h"
 #include "widgets/FocusScrollBar.h"
 #include "widgets/Measures.h"
 #include "widgets/NamedControls.h"
@@ -49,8 +50,7 @@ frmText::frmText(SystemServices &services, StudyDatabase &database, const RunLog
       m_page(m_session.Page()), m_watcher(new QFileSystemWatcher(this)), picText(new PicText(m_page, this)),
       VScroll(new FocusScrollBar(Qt::Vertical, this)), HScroll(new FocusScrollBar(Qt::Horizontal, this)),
       m_pageFrame(new PageFrame(m_page.Text(), picText, VScroll, HScroll, this)), m_bar(new StudyBar(this)),
-      m_stateBar(new StudyStateBar(this)), Timer1(new QTimer(this)), m_keeping(new QTimer(this)),
-      m_telling(new QTimer(this))
+      m_stateBar(new StudyStateBar(this)), Timer1(new QTimer(this)), m_keeping(new QTimer(this))
 {
     setObjectName(u"frmText"_s);
     AddControls();
@@ -58,6 +58,8 @@ frmText::frmText(SystemServices &services, StudyDatabase &database, const RunLog
     Connect();
     AddShortcuts();
     AddCommandKeys();
+    new FailureTeller(
+        m_services, m_msg, [this] { return WindowInUse(); }, this);
     Form_Load();
 }
 
@@ -71,9 +73,6 @@ void frmText::AddControls()
     m_keeping->setObjectName(u"tmrKeep"_s);
     m_keeping->setSingleShot(true);
     m_keeping->setInterval(1000);
-    m_telling->setObjectName(u"tmrTell"_s);
-    m_telling->setSingleShot(true);
-    m_telling->setInterval(100);
     Timer1->setObjectName(u"Timer1"_s);
     Timer1->setInterval(600); // often enough to see every second, so that no multiple of ten is missed
 }
@@ -110,11 +109,6 @@ void frmText::Connect()
             picText->setFocus();
     });
     connect(m_keeping, &QTimer::timeout, this, &frmText::KeepMarks);
-    connect(m_telling, &QTimer::timeout, this, &frmText::TellFailedStarts);
-    m_services.SetFailureTeller([this](const QString &message) {
-        m_failedStarts += message;
-        m_telling->start();
-    });
     connect(picText, &PicText::KeyDown, this, &frmText::picText_KeyDown);
     connect(picText, &PicText::MouseDown, this, &frmText::picText_MouseDown);
     connect(picText, &PicText::MouseMove, this, &frmText::picText_MouseMove);

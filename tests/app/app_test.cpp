@@ -14,7 +14,9 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QLoggingCategory>
+#include <QSignalSpy>
 #include <QTest>
+#include <QTimer>
 
 #include <gtest/gtest.h>
 
@@ -304,6 +306,25 @@ TEST_F(LoginTest, NameOutsideCodePage_IsRefusedAndOtherNameIsStoredExactly)
                                             refusal + u"U+000A U+0009"_s, refusal + u"U+0009"_s}));
     EXPECT_EQ(login.UserName(), u" 　"_s);
     EXPECT_EQ(ReadUserNames(path), QStringList({u"taro"_s, u"花子"_s, u" 　"_s}));
+}
+
+TEST_F(LoginTest, HelpThatCannotBeOpened_IsToldThereWhenNoMessageIsOpen)
+{
+    auto *const telling = login.findChild<QTimer *>(u"tmrTell"_s);
+    ASSERT_TRUE(telling);
+    telling->setInterval(0);
+    Type(QString());
+    script.When(u"frmMsg"_s, [&](QWidget *message) {
+        QSignalSpy tries(telling, &QTimer::timeout);
+        services.tellFailure(u"no browser"_s);
+        EXPECT_TRUE(WaitFor([&tries] { return tries.size() > 2; }));
+        EXPECT_EQ(message->findChild<QLabel *>(u"lblMsg"_s)->text(), u"利用者名は入力必須です。"_s);
+        DialogScript::Press(message, u"cmdOK"_s);
+    });
+    script.Click(u"frmMsg"_s, u"cmdOK"_s);
+    Type(u"花"_s);
+    EXPECT_EQ(login.Ask(), LoginResult::Accepted);
+    EXPECT_EQ(script.messages, QStringList({u"利用者名は入力必須です。"_s, u"no browser"_s}));
 }
 
 TEST_F(LoginTest, NameWithQuote_WarnsThatNothingIsRecorded)
