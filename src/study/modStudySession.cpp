@@ -109,7 +109,8 @@ HardNote::Source StudySession::SourceOf(int line) const
 
 PageChange StudySession::Resume()
 {
-    const bool isSameFile = !m_place.shown.empty() && m_place.fileBytes == m_fileSize && m_place.fileHash == m_fileHash;
+    const bool isSameFile = !m_place.shown.empty() && !m_fileHash.isEmpty() && m_place.fileBytes == m_fileSize &&
+                            m_place.fileHash == m_fileHash;
     return m_page.Resume(isSameFile ? m_place.shown : std::vector<BlankRange>());
 }
 
@@ -124,7 +125,9 @@ StudyReading StudySession::Read(const QString &path, DisplayText *text)
         return {std::move(refusal)};
     m_fileTime = fileTime;
     m_fileSize = bytes.size();
-    m_fileHash = QString::fromLatin1(QCryptographicHash::hash(bytes, QCryptographicHash::Sha1).toHex());
+    m_fileHash.clear();
+    if (m_fileSize <= MaxResumedBytes)
+        m_fileHash = QString::fromLatin1(QCryptographicHash::hash(bytes, QCryptographicHash::Sha1).toHex());
     *text = DisplayText(std::move(lines));
     return {{}, BadPictureNames(*text)};
 }
@@ -157,7 +160,9 @@ QStringList StudySession::Complete()
     if (!m_page.IsFileOpen() || m_note)
         return messages;
     Place place = m_place; // what was shown then stays until another answer is, not only among hard blanks
-    if (m_page.Round().HasShownOfAll())
+    if (m_page.Round().HasShownOfAll() && m_fileHash.isEmpty())
+        place = Place();
+    else if (m_page.Round().HasShownOfAll())
         place = {.fileBytes = m_fileSize, .fileHash = m_fileHash, .shown = m_page.Round().ShownRanges(MaxShownRanges)};
     place.line = m_page.StoppedAt();
     if (const FileFault fault = m_stops.Write(m_userName, QFileInfo(m_path).fileName(), place))

@@ -17,6 +17,10 @@
 /// A killed program loses at most the answers of this time.
 constexpr int InterimSeconds = 60;
 
+/// Of larger files, of some hundred thousand lines, what was shown is not kept for the next time, only the line: the
+/// hash that tells whether a file is the same would take longer than half of its reading.
+constexpr qint64 MaxResumedBytes = 4 * BytesPerMegabyte;
+
 /// What came of reading a study file.
 struct [[nodiscard]] StudyReading
 {
@@ -128,7 +132,7 @@ class StudySession
     QString m_path;
     QDateTime m_fileTime; // modification time before the text was read
     qint64 m_fileSize = 0;
-    QString m_fileHash; // SHA-1, made while the file is read, so that no key press takes the time
+    QString m_fileHash; // SHA-1, made while the file is read, so that no key press takes the time; empty if too large
     int m_interimSeconds;
     QDateTime m_completedAt;  // when the row was last to be written, its insertion included
     int m_completedCount = 0; // number of answers then

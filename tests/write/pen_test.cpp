@@ -15,8 +15,8 @@ namespace {
 struct MarkedLine
 {
     explicit MarkedLine(const QString &marked)
-        : line(QString(marked).remove(u'{').remove(u'}')), range{marked.indexOf(u'{'),
-                                                                 marked.indexOf(u'}') - marked.indexOf(u'{') - 1}
+        : line(QString(marked).remove(u'{').remove(u'}')),
+          range{marked.indexOf(u'{'), marked.indexOf(u'}') - marked.indexOf(u'{') - 1}
     {
     }
 
