@@ -236,7 +236,9 @@ void WritePage::Stroke(QTextCursor *cursor, int from, int to)
 void WritePage::Insert(const QString &text)
 {
     QTextCursor cursor = textCursor();
+    cursor.beginEditBlock(); // or undo would take what was typed just before with it
     cursor.insertText(text);
+    cursor.endEditBlock();
     setTextCursor(cursor);
 }
 
@@ -291,7 +293,9 @@ void WritePage::keyPressEvent(QKeyEvent *event)
 {
     const bool isCommand = event->modifiers().testFlag(Qt::AltModifier) !=
                            event->modifiers().testFlag(Qt::ControlModifier); // both together are AltGr
-    if (isCommand || !HasBrackets(event->text()))
+    if (event->matches(QKeySequence::InsertLineSeparator))
+        Insert(u"\n"_s); // a line is a line here
+    else if (isCommand || !HasBrackets(event->text()))
         QPlainTextEdit::keyPressEvent(event);
     else
         Type(event->text());

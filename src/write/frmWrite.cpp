@@ -30,6 +30,7 @@
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QMimeData>
+#include <QScopeGuard>
 #include <QTextBlock>
 #include <QTimer>
 
@@ -74,13 +75,13 @@ bool frmWrite::Open(WrittenFile file, const QString &text, bool isChanged)
 {
     QString opened = text;
     Draft draft;
-    if (ReadDraft(file.path, &draft) && HasUnsavedText(draft, text) && !HasEndlessLine(draft.text)) {
+    if (ReadDraft(file.path, &draft) && HasUnsavedText(draft, text)) {
         const MsgResult answer = m_msg.Ask(parentWidget(), DraftQuestion(draft, file));
         if (answer == MsgResult::None)
             return false;
         if (answer == MsgResult::Ok) {
             TakeDraft(draft, &file);
-            opened = draft.text;
+            opened = WithoutEndlessLines(draft.text);
             isChanged = true;
         } else {
             RemoveDraft(file.path);
@@ -141,6 +142,12 @@ void frmWrite::cmdSave_Click()
 /// @return whether the text is saved
 bool frmWrite::Save()
 {
+    // Until it is saved, a new text keeps the draft by which it is found again.
+    const QString draftOf = m_file.path;
+    auto keepDraftsPath = qScopeGuard([this, draftOf] {
+        m_file.path = draftOf;
+        ShowFile();
+    });
     if ((m_isNew && !TakeName()) || !ReplaceUnwritable())
         return false;
     if (const int refusing = m_checks->Finish().refusing;
@@ -156,6 +163,9 @@ bool frmWrite::Save()
     }
     if (result.outcome != SaveResult::Saved)
         return m_msg.Refuse(this, NotSavedMessage(result.fault));
+    keepDraftsPath.dismiss();
+    if (m_file.path != draftOf)
+        RemoveDraft(draftOf);
     m_keeping->stop();
     m_isNew = false;
     m_isSaved = true;
@@ -169,17 +179,13 @@ bool frmWrite::Save()
     return true;
 }
 
-/// Asks for the name of a new file. Its draft goes with it.
+/// Asks for the name of a new file.
 bool frmWrite::TakeName()
 {
-    const QString before = m_file.path;
-    const QString name = frmName(m_msg, m_studyFolder, this).Ask(QFileInfo(before).completeBaseName());
+    const QString name = frmName(m_msg, m_studyFolder, this).Ask(QFileInfo(m_file.path).completeBaseName());
     if (name.isEmpty())
         return false;
-    const QString path = JoinPath(m_studyFolder, name);
-    if (path != before)
-        RemoveDraft(before);
-    m_file.path = path;
+    m_file.path = JoinPath(m_studyFolder, name);
     ShowFile();
     return true;
 }
@@ -337,6 +343,11 @@ void frmWrite::PutCleaned(const QString &text)
         return;
     }
     txtText->Insert(clean.text);
+    if (HasEndlessLine(txtText->toPlainText())) { // together with what was there
+        txtText->undo();
+        Tell(u"%1 文字を超える行は貼り付けられません"_s.arg(MaxWriteLine));
+        return;
+    }
     if (clean.notice.isEmpty())
         return;
     Notice notice{.text = clean.notice, .offers = {{u"元に戻す"_s, u"Ctrl+Z"_s, NoticeAction::Undo}}};

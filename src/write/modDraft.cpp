@@ -18,6 +18,7 @@
 #include <QFileInfo>
 #include <QHash>
 #include <QStringDecoder>
+#include <QStringTokenizer>
 
 #include <algorithm>
 #include <optional>
@@ -222,6 +223,18 @@ bool HasEndlessLine(QStringView text)
         start = end + 1;
     }
     return false;
+}
+
+QString WithoutEndlessLines(const QString &text)
+{
+    QString broken;
+    for (const QStringView line : QStringTokenizer(text, u'\n')) {
+        if (!broken.isNull())
+            broken += u'\n';
+        for (qsizetype start = 0; start == 0 || start < line.size(); start += MaxWriteLine)
+            broken += (start > 0 ? u"\n"_s : u""_s) + line.sliced(start, qMin(MaxWriteLine, line.size() - start));
+    }
+    return broken;
 }
 
 EncodedDraft EncodeDraft(const QString &text, const WrittenFile &file)

@@ -24,6 +24,9 @@ constexpr qsizetype MaxWriteLine = 20'000;
 /// Whether a text has a longer one. @param text  with lines separated by "\n"
 bool HasEndlessLine(QStringView text);
 
+/// The same with such lines broken.
+QString WithoutEndlessLines(const QString &text);
+
 /// The file that a text belongs to, as it was when last read or saved.
 struct WrittenFile
 {

@@ -271,6 +271,33 @@ TEST_F(WriteWindowTest, ProgramEndsOrIsKilled_DraftIsOfferedOnce)
     EXPECT_EQ(script.messages.size(), 2);
 }
 
+TEST_F(WriteWindowTest, FirstSaveGivenUp_DraftStaysWhereItIsOffered)
+{
+    const QString newPath = NewWrittenFile(folder.Path(u"txt"_s)).path;
+    Find<QTimer>(u"tmrKeep"_s)->setInterval(0);
+    script.When(u"frmWrite"_s, [&](QWidget *) {
+        QTest::keyClicks(text, u"a]"_s);
+        EXPECT_TRUE(WaitFor([&] { return QFile::exists(DraftPath(newPath)); }));
+        script.When(u"frmName"_s, [](QWidget *dialog) {
+            dialog->findChild<QLineEdit *>(u"txtName"_s)->setText(u"named"_s);
+            DialogScript::Press(dialog, u"cmdOK"_s);
+        });
+        script.Click(u"frmMsg"_s, u"cmdCancel"_s); // not with a fault
+        Press(Qt::Key_S, Qt::ControlModifier);
+        EXPECT_TRUE(QFile::exists(DraftPath(newPath)));
+        window.done(0); // as when the program ends
+    });
+    EXPECT_EQ(window.WriteNew(), QString());
+    script.Click(u"frmMsg"_s, u"cmdOK"_s);
+    script.When(u"frmWrite"_s, [&](QWidget *) {
+        EXPECT_EQ(Line(1), u"a]"_s);
+        Leave();
+    });
+    window.WriteNew();
+    EXPECT_EQ(WithoutEndlessLines(QString(MaxWriteLine + 1, u'a') + u"\n\nb"_s),
+              QString(MaxWriteLine, u'a') + u"\na\n\nb"_s);
+}
+
 TEST_F(WriteWindowTest, FileChangedMeanwhile_BothAreKept)
 {
     EXPECT_TRUE(InWindow([&] {
@@ -322,9 +349,22 @@ TEST_F(WriteWindowTest, Paste_IsCleanedInOneStepAndTellsWhatItDid)
         Press(Qt::Key_Z, Qt::ControlModifier);
         Press(Qt::Key_Z, Qt::ControlModifier);
         EXPECT_EQ(Line(2), u"four"_s);
-        QGuiApplication::clipboard()->setText(QString(MaxWriteLine + 1, u'a'));
+        QTest::keyClicks(text, u"z"_s);
+        QGuiApplication::clipboard()->setText(u"é"_s);
         Press(Qt::Key_V, Qt::ControlModifier);
+        EXPECT_EQ(Line(2), u"fourze"_s);
+        Press(Qt::Key_Z, Qt::ControlModifier);
+        EXPECT_EQ(Line(2), u"fourz"_s) << "what was typed before stays";
+        Press(Qt::Key_Return, Qt::ShiftModifier);
+        EXPECT_EQ(text->blockCount(), 4) << "a line like any other";
+        for (int undone = 0; undone < 2; ++undone)
+            Press(Qt::Key_Z, Qt::ControlModifier);
         EXPECT_EQ(Line(2), u"four"_s);
+        for (const qsizetype length : {MaxWriteLine + 1, MaxWriteLine - 3}) {
+            QGuiApplication::clipboard()->setText(QString(length, u'a'));
+            Press(Qt::Key_V, Qt::ControlModifier);
+            EXPECT_EQ(Line(2), u"four"_s) << length;
+        }
         QGuiApplication::clipboard()->setText(u"水\tH2O\n塩\tNaCl\n"_s);
         Press(Qt::Key_V, Qt::ControlModifier | Qt::ShiftModifier);
         EXPECT_TRUE(text->toPlainText().contains(u"[NaCl]"_s)) << text->toPlainText().toStdString();
