@@ -319,10 +319,10 @@ TEST_F(LoginTest, HelpThatCannotBeOpened_IsToldThereWhenNoMessageIsOpen)
         services.tellFailure(u"no browser"_s);
         EXPECT_TRUE(WaitFor([&tries] { return tries.size() > 2; }));
         EXPECT_EQ(message->findChild<QLabel *>(u"lblMsg"_s)->text(), u"利用者名は入力必須です。"_s);
+        script.Click(u"frmMsg"_s, u"cmdOK"_s);
+        Type(u"花"_s);
         DialogScript::Press(message, u"cmdOK"_s);
     });
-    script.Click(u"frmMsg"_s, u"cmdOK"_s);
-    Type(u"花"_s);
     EXPECT_EQ(login.Ask(), LoginResult::Accepted);
     EXPECT_EQ(script.messages, QStringList({u"利用者名は入力必須です。"_s, u"no browser"_s}));
 }
