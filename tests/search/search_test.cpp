@@ -171,16 +171,18 @@ TEST_F(SearchTest, PlainText_MatchesAsQtCompares)
 TEST_F(SearchTest, StartInMiddle_CountsFromThereAndWraps)
 {
     QStringList lines(10, u"y"_s);
-    lines[8] = u"x"_s;
+    lines[0] = lines[8] = u"x"_s;
     const DisplayText searched(LinesOf(lines));
     Hits hits(&searched, std::make_unique<PlainFinder>(u"x"_s), 9, 2);
     const QDeadlineTimer noTime(0);
     EXPECT_FALSE(hits.CountOn(noTime));
     EXPECT_EQ(hits.Count(), 1);
     EXPECT_EQ(StepText(hits, hits.Next({9}, false, noTime)->span), u"1か所…"_s) << "its number is not known yet";
+    EXPECT_FALSE(hits.CountOn(noTime));
+    EXPECT_EQ(hits.Count(), 2) << "the beginning is next";
     while (!hits.CountOn(noTime)) {
     }
-    EXPECT_EQ(StepText(hits, hits.Next({9}, false, noTime)->span), u"1 / 1"_s);
+    EXPECT_EQ(StepText(hits, hits.Next({9}, false, noTime)->span), u"2 / 2"_s);
 }
 
 TEST(PositionBeside, RoomOnOneSide_TakesThatSide)
