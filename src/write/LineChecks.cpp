@@ -7,84 +7,145 @@
 #include "write/WritePage.h"
 
 #include <QDeadlineTimer>
+#include <QTextBlock>
 #include <QTextDocument>
 #include <QTimer>
 
+#include <set>
 #include <utility>
 
 using namespace Qt::Literals::StringLiterals;
 
+/// What all checked lines have together.
+struct LineChecks::Sums
+{
+    using BlocksInOrder = std::set<QTextBlock>;
+
+    BlocksInOrder faulty; // with a problem; the order of blocks that stay never changes
+    int count = 0;
+    int refusing = 0;
+    int remedies = 0;
+    int blanks = 0;
+};
+
+/// Adds its line to the sums as long as it exists. The document deletes it together with its block.
+class LineChecks::CheckedLine : public LineNotes
+{
+  public:
+    CheckedLine(std::shared_ptr<Sums> sums, const QTextBlock &block, std::vector<LineProblem> found, int blankCount)
+        : m_sums(std::move(sums)), m_place(found.empty() ? m_sums->faulty.end() : m_sums->faulty.insert(block).first)
+    {
+        problems = std::move(found);
+        blanks = blankCount;
+        Add(1);
+    }
+
+    ~CheckedLine() override
+    {
+        Add(-1);
+        if (!problems.empty())
+            m_sums->faulty.erase(m_place);
+    }
+
+    Q_DISABLE_COPY_MOVE(CheckedLine)
+
+  private:
+    void Add(int sign)
+    {
+        m_sums->blanks += sign * blanks;
+        for (const LineProblem &problem : problems) {
+            m_sums->count += sign;
+            m_sums->refusing += sign * int(RefusesFile(problem.fault));
+            m_sums->remedies += sign * int(!problem.offer.isEmpty());
+        }
+    }
+
+    std::shared_ptr<Sums> m_sums; // the document may outlive the checks
+    Sums::BlocksInOrder::iterator m_place;
+};
+
 LineChecks::LineChecks(QTextDocument *document, HasPicture hasPicture, QObject *parent)
-    : QObject(parent), m_document(document), m_hasPicture(std::move(hasPicture)), m_working(new QTimer(this))
+    : QObject(parent), m_document(document), m_hasPicture(std::move(hasPicture)), m_working(new QTimer(this)),
+      m_unchecked(document), m_sums(std::make_shared<Sums>())
 {
     m_working->setObjectName(u"tmrCheck"_s);
     connect(m_document, &QTextDocument::contentsChange, this, &LineChecks::Document_Change);
     connect(m_working, &QTimer::timeout, this, &LineChecks::Work);
 }
 
-/// A change of a single line is judged at once, so that its marks do not flicker.
+/// A change of a few lines is judged at once, so that its marks do not flicker.
 void LineChecks::Document_Change(int at, int, int added)
 {
     WriteTrace(u"■frmWrite.Document_Change");
+    constexpr int fewLines = 16;
     QTextBlock block = m_document->findBlock(at);
     const QTextBlock last = m_document->findBlock(at + added);
-    if (block == last && block.isValid()) {
+    const bool areFew = last.isValid() && last.blockNumber() - block.blockNumber() < fewLines;
+    for (; block.isValid(); block = block.next()) {
         block.setUserData(nullptr);
-        Check(&block);
-    } else {
-        for (; block.isValid(); block = block.next()) {
-            block.setUserData(nullptr);
-            if (block == last)
-                break;
-        }
+        if (areFew)
+            Check(block);
+        if (block == last)
+            break;
     }
-    Restart();
-}
-
-const LineNotes &LineChecks::Check(QTextBlock *block)
-{
-    if (!block->userData()) {
-        const QString line = block->text();
-        auto *const notes = new LineNotes; // the block's from now on
-        notes->problems = ProblemsOfLine(line, m_hasPicture);
-        notes->blanks = int(qMin(line.count(u'['), line.count(u']')));
-        block->setUserData(notes);
-        m_hasNews |= !notes->problems.empty();
-    }
-    return *static_cast<const LineNotes *>(block->userData());
-}
-
-void LineChecks::Restart()
-{
-    m_finding = {};
-    m_next = m_document->firstBlock();
+    if (!areFew)
+        AddUnchecked(at, at + added);
     m_working->start(0);
+}
+
+void LineChecks::Check(QTextBlock block)
+{
+    if (block.userData())
+        return;
+    const QString line = block.text();
+    std::vector<LineProblem> problems = ProblemsOfLine(line, m_hasPicture);
+    m_hasNews |= !problems.empty();
+    const int blanks = int(qMin(line.count(u'['), line.count(u']')));
+    block.setUserData(new CheckedLine(m_sums, block, std::move(problems), blanks)); // the block's from now on
+}
+
+/// Adds a part of the text to what is to be checked.
+void LineChecks::AddUnchecked(int from, int to)
+{
+    if (std::exchange(m_hasUnchecked, true)) {
+        from = qMin(from, m_unchecked.selectionStart());
+        to = qMax(to, m_unchecked.selectionEnd());
+    }
+    SetUnchecked(from, to);
+}
+
+void LineChecks::SetUnchecked(int from, int to)
+{
+    const int end = m_document->characterCount() - 1;
+    m_unchecked.setPosition(qMin(from, end));
+    m_unchecked.setPosition(qMin(to, end), QTextCursor::KeepAnchor);
 }
 
 void LineChecks::StartAgain()
 {
     for (QTextBlock block = m_document->firstBlock(); block.isValid(); block = block.next())
         block.setUserData(nullptr);
-    Restart();
+    AddUnchecked(0, m_document->characterCount());
+    m_working->start(0);
 }
 
 /// @return whether there are more lines to look at
 bool LineChecks::GoOn(const QDeadlineTimer &deadline)
 {
+    if (!m_hasUnchecked)
+        return false;
     constexpr int linesBetweenLooks = 16;
-    for (int lines = 0; m_next.isValid(); m_next = m_next.next()) {
-        if (++lines % linesBetweenLooks == 0 && deadline.hasExpired())
+    const int end = m_unchecked.selectionEnd();
+    int lines = 0;
+    for (QTextBlock block = m_document->findBlock(m_unchecked.selectionStart());
+         block.isValid() && block.position() <= end; block = block.next()) {
+        if (++lines % linesBetweenLooks == 0 && deadline.hasExpired()) {
+            SetUnchecked(block.position(), end);
             return true;
-        const LineNotes &notes = Check(&m_next);
-        m_finding.blanks += notes.blanks;
-        for (const LineProblem &problem : notes.problems) {
-            ++m_finding.count;
-            m_finding.refusing += RefusesFile(problem.fault);
-            m_finding.remedies += !problem.offer.isEmpty();
-            if (m_finding.listed.size() < FoundProblems::MaxListed)
-                m_finding.listed.push_back({m_next.blockNumber() + 1, problem});
         }
+        Check(block);
     }
+    m_hasUnchecked = false;
     return false;
 }
 
@@ -97,10 +158,28 @@ void LineChecks::Work()
     if (isMore)
         return;
     m_working->stop();
-    if (m_finding == m_found)
+    FoundProblems found = Sum();
+    if (found == m_found)
         return;
-    m_found = std::move(m_finding);
+    m_found = std::move(found);
     Q_EMIT Changed();
+}
+
+FoundProblems LineChecks::Sum() const
+{
+    FoundProblems found{.listed = {},
+                        .count = m_sums->count,
+                        .refusing = m_sums->refusing,
+                        .remedies = m_sums->remedies,
+                        .blanks = m_sums->blanks};
+    for (const QTextBlock &block : m_sums->faulty) {
+        for (const LineProblem &problem : static_cast<const LineNotes *>(block.userData())->problems)
+            if (found.listed.size() < FoundProblems::MaxListed)
+                found.listed.push_back({block.blockNumber() + 1, problem});
+        if (found.listed.size() == FoundProblems::MaxListed)
+            break;
+    }
+    return found;
 }
 
 const FoundProblems &LineChecks::Finish()

@@ -1,8 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The Kotoban developers
 // SPDX-License-Identifier: MIT
 
-// Checks the lines of a text while it is typed, some milliseconds at a time between events. Each line is checked once
-// after it was changed; what was found stays with its block, as LineNotes.
+// Checks the lines of a text while it is typed: a few changed lines at once, many some milliseconds at a time between
+// events. Each line is checked once after it was changed, and what was found stays with its block, as LineNotes, which
+// keep the sums up to date. So what a change costs depends on the lines that it changes, not on the others.
 #pragma once
 
 #include "write/modLineCheck.h"
@@ -49,7 +50,7 @@ class LineChecks : public QObject
         return m_found;
     }
 
-    /// Checks what is left at once. @return what was found
+    /// Checks at once what has not been checked yet. @return what was found
     const FoundProblems &Finish();
 
     /// Checks all lines again, because there are other pictures.
@@ -63,17 +64,23 @@ class LineChecks : public QObject
     void LinesChecked();
 
   private:
+    struct Sums;
+    class CheckedLine;
+
     void Document_Change(int at, int removed, int added);
-    const class LineNotes &Check(QTextBlock *block);
-    void Restart();
+    void Check(QTextBlock block);
+    void AddUnchecked(int from, int to);
+    void SetUnchecked(int from, int to);
     bool GoOn(const QDeadlineTimer &deadline);
     void Work();
+    FoundProblems Sum() const;
 
     QTextDocument *m_document;
     HasPicture m_hasPicture;
-    QTimer *m_working;
-    QTextBlock m_next;         // to be looked at; invalid when all have been
-    FoundProblems m_finding{}; // up to there
+    QTimer *m_working;       // runs while there are lines to check
+    QTextCursor m_unchecked; // from the first to the last of them
+    bool m_hasUnchecked = false;
+    std::shared_ptr<Sums> m_sums;
     FoundProblems m_found;
     bool m_hasNews = false; // whether a problem has been found since LinesChecked
 };
