@@ -20,6 +20,8 @@
 #include <QStyle>
 #include <QTimer>
 
+#include <vector>
+
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
@@ -52,24 +54,28 @@ struct frmMsg::Turn
     QString message;
     MsgStyle style;
     QString soundName;
-    QString cancelToolTip;
+    QString cancelToolTip{};
+    QString first{}; // captions of two ways, if there are
+    QString second{};
     MsgResult result = MsgResult::None;
-    QEventLoop loop{}; // runs until the answer
+    QEventLoop *loop = nullptr; // runs until the answer
 };
 
 frmMsg::frmMsg(SystemServices &services, const QString &soundFolder)
     : m_services(services), m_soundFolder(soundFolder), fraMsg(new QScrollArea(this)),
       lblMsg(NamedLabel(u"lblMsg"_s, QString(), nullptr)), cmdOK(new QPushButton(this)),
-      cmdCancel(new QPushButton(this)), Timer1(new QTimer(this))
+      cmdOther(new QPushButton(this)), cmdCancel(new QPushButton(this)), Timer1(new QTimer(this))
 {
     setObjectName(u"frmMsg"_s);
     fraMsg->setObjectName(u"fraMsg"_s);
     cmdOK->setObjectName(u"cmdOK"_s);
+    cmdOther->setObjectName(u"cmdOther"_s);
     cmdCancel->setObjectName(u"cmdCancel"_s);
     Timer1->setObjectName(u"Timer1"_s);
-    for (QPushButton *const button : {cmdOK, cmdCancel})
+    for (QPushButton *const button : {cmdOK, cmdOther, cmdCancel})
         button->installEventFilter(this);
     connect(cmdOK, &QPushButton::clicked, this, &frmMsg::cmdOK_Click);
+    connect(cmdOther, &QPushButton::clicked, this, &frmMsg::cmdOther_Click);
     connect(cmdCancel, &QPushButton::clicked, this, &frmMsg::cmdCancel_Click);
     connect(Timer1, &QTimer::timeout, this, &frmMsg::Timer1_Timer);
     Form_Load();
@@ -102,17 +108,25 @@ void frmMsg::Form_Activate()
 MsgResult frmMsg::DispFrmMsg(QWidget *owner, const QString &message, MsgStyle style, const QString &soundName,
                              const QString &cancelToolTip)
 {
-    Turn turn{owner, message, style, soundName, cancelToolTip};
+    return Take(
+        {.owner = owner, .message = message, .style = style, .soundName = soundName, .cancelToolTip = cancelToolTip});
+}
+
+/// Shows the message, or waits until it can be shown, and then for the answer.
+MsgResult frmMsg::Take(Turn turn)
+{
+    QEventLoop loop;
+    turn.loop = &loop;
     m_turns += &turn;
     if (m_turns.size() == 1)
         ShowTurn();
-    turn.loop.exec(); // not QDialog::exec(), which cannot be called while the dialog is open
+    loop.exec(); // not QDialog::exec(), which cannot be called while the dialog is open
     if (m_turns.removeOne(&turn))
         hide(); // the program ends before the answer
     // The dialog outlives its owners, so it must not remain a child of this one.
     setParent(nullptr, windowFlags());
-    if (owner)
-        owner->activateWindow(); // not every window system does so automatically
+    if (turn.owner)
+        turn.owner->activateWindow(); // not every window system does so automatically
     return turn.result;
 }
 
@@ -127,6 +141,16 @@ MsgResult frmMsg::Ask(QWidget *owner, const QString &question)
     return DispFrmMsg(owner, question, MsgStyle::YesNo, u"notify.wav"_s);
 }
 
+MsgResult frmMsg::AskWhich(QWidget *owner, const QString &question, const QString &first, const QString &second)
+{
+    return Take({.owner = owner,
+                 .message = question,
+                 .style = MsgStyle::OkCancel,
+                 .soundName = u"notify.wav"_s,
+                 .first = first,
+                 .second = second});
+}
+
 /// Shows the message of the first call that has no answer yet.
 void frmMsg::ShowTurn()
 {
@@ -138,14 +162,14 @@ void frmMsg::ShowTurn()
     setParent(turn.owner, Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint);
     setModal(true);
     lblMsg->setText(WithLongLinesCut(turn.message));
-    SelectButtons(turn.style);
+    SelectButtons(turn);
     cmdCancel->setToolTip(turn.cancelToolTip);
     cmdCancel->setAccessibleDescription(turn.cancelToolTip);
     LayOut();
     MoveOver(turn.owner);
     PlayNamedSound(turn.soundName);
-    cmdOK->setEnabled(false);
-    cmdCancel->setEnabled(false);
+    for (QPushButton *const button : {cmdOK, cmdOther, cmdCancel})
+        button->setEnabled(false);
     Timer1->start();
     show();
 }
@@ -157,7 +181,7 @@ void frmMsg::hideEvent(QHideEvent *event)
     if (event->spontaneous() || m_turns.isEmpty())
         return;
     Timer1->stop();
-    m_turns.takeFirst()->loop.quit();
+    m_turns.takeFirst()->loop->quit();
     if (!m_turns.isEmpty())
         QTimer::singleShot(0, this, &frmMsg::ShowTurn);
 }
@@ -189,12 +213,15 @@ void frmMsg::keyPressEvent(QKeyEvent *event)
         QDialog::keyPressEvent(event);
 }
 
-void frmMsg::SelectButtons(MsgStyle style)
+void frmMsg::SelectButtons(const Turn &turn)
 {
+    const MsgStyle style = turn.style;
     const bool isYesNo = style == MsgStyle::YesNo;
     if (!isYesNo && style != MsgStyle::Ok && style != MsgStyle::OkCancel)
         m_services.ShowMessage(u"err!"_s, QString());
-    cmdOK->setText(isYesNo ? u"はい"_s : u"OK"_s);
+    cmdOK->setText(!turn.first.isEmpty() ? turn.first : isYesNo ? u"はい"_s : u"OK"_s);
+    cmdOther->setText(turn.second);
+    cmdOther->setHidden(turn.second.isEmpty());
     cmdCancel->setText(isYesNo ? u"いいえ"_s : u"キャンセル"_s);
     cmdCancel->setHidden(style == MsgStyle::Ok);
 }
@@ -202,9 +229,14 @@ void frmMsg::SelectButtons(MsgStyle style)
 void frmMsg::LayOut()
 {
     const QSize available = AvailableSize(this);
-    const QSize button(
-        qMax(16 * fontMetrics().averageCharWidth(), qMax(cmdOK->sizeHint().width(), cmdCancel->sizeHint().width())),
-        cmdOK->sizeHint().height());
+    std::vector<QPushButton *> buttons;
+    QSize button(16 * fontMetrics().averageCharWidth(), cmdOK->sizeHint().height());
+    for (QPushButton *const shown : {cmdOK, cmdOther, cmdCancel}) {
+        if (shown->isHidden())
+            continue;
+        buttons.push_back(shown);
+        button.setWidth(qMax(button.width(), shown->sizeHint().width()));
+    }
     const int belowLabel = qMax(BelowLabelPx, button.height() + 2 * BelowButtonsPx);
     const QSize most = available - QSize(LabelLeftPx + RightOfLabelPx, LabelTopPx + belowLabel);
 
@@ -226,16 +258,16 @@ void frmMsg::LayOut()
     fraMsg->setGeometry(QRect(QPoint(LabelLeftPx, LabelTopPx), size));
     fraMsg->verticalScrollBar()->setValue(0);
 
-    const bool two = !cmdCancel->isHidden();
-    const int buttonsWidth = two ? 2 * button.width() + ButtonGapPx : button.width();
+    const int buttonsWidth = int(buttons.size()) * (button.width() + ButtonGapPx) - ButtonGapPx;
     // With a short text, the buttons determine the width.
     const int width = qMax(LabelLeftPx + size.width() + RightOfLabelPx, buttonsWidth + 2 * LabelLeftPx);
     const int height = LabelTopPx + size.height() + belowLabel;
     setFixedSize(width, height);
-    const int left = (width - buttonsWidth) / 2;
-    const int top = height - BelowButtonsPx - button.height();
-    cmdOK->setGeometry(QRect(QPoint(left, top), button));
-    cmdCancel->setGeometry(QRect(QPoint(left + button.width() + ButtonGapPx, top), button));
+    int left = (width - buttonsWidth) / 2;
+    for (QPushButton *const shown : buttons) {
+        shown->setGeometry(QRect(QPoint(left, height - BelowButtonsPx - button.height()), button));
+        left += button.width() + ButtonGapPx;
+    }
 }
 
 void frmMsg::MoveOver(const QWidget *owner)
@@ -262,6 +294,12 @@ void frmMsg::cmdOK_Click()
     Answer(MsgResult::Ok);
 }
 
+void frmMsg::cmdOther_Click()
+{
+    WriteTrace(u"■frmMsg.cmdOther_Click");
+    Answer(MsgResult::Other);
+}
+
 void frmMsg::cmdCancel_Click()
 {
     WriteTrace(u"■frmMsg.cmdCancel_Click");
@@ -271,7 +309,7 @@ void frmMsg::cmdCancel_Click()
 void frmMsg::Timer1_Timer()
 {
     WriteTrace(u"■frmMsg.Timer1_Timer");
-    cmdOK->setEnabled(true);
-    cmdCancel->setEnabled(true);
+    for (QPushButton *const button : {cmdOK, cmdOther, cmdCancel})
+        button->setEnabled(true);
     cmdOK->setFocus();
 }

@@ -29,6 +29,7 @@ enum class MsgResult
     None = 0, ///< closed without an answer
     Ok = 1,   ///< OK or yes
     Cancel = 2,
+    Other = 3, ///< the second of two ways
 };
 
 class frmMsg : public QDialog
@@ -54,6 +55,10 @@ class frmMsg : public QDialog
     /// Asks a yes-or-no question, with a sound.
     MsgResult Ask(QWidget *owner, const QString &question);
 
+    /// Asks which of two ways to go, with a sound; the first is the default. @param first, second  captions
+    /// @return Ok for the first, Other for the second, Cancel or None for neither
+    MsgResult AskWhich(QWidget *owner, const QString &question, const QString &first, const QString &second);
+
     /// Plays a sound, named as in DispFrmMsg.
     void PlayNamedSound(const QString &soundName);
 
@@ -67,12 +72,14 @@ class frmMsg : public QDialog
     void Form_Load();
     void Form_Activate();
     struct Turn;
+    MsgResult Take(Turn turn);
     void ShowTurn();
-    void SelectButtons(MsgStyle style);
+    void SelectButtons(const Turn &turn);
     void LayOut();
     void MoveOver(const QWidget *owner);
     void Answer(MsgResult result);
     void cmdOK_Click();
+    void cmdOther_Click();
     void cmdCancel_Click();
     void Timer1_Timer();
 
@@ -81,6 +88,7 @@ class frmMsg : public QDialog
     QScrollArea *fraMsg; // scrolls lblMsg if it does not fit on the screen
     QLabel *lblMsg;
     QPushButton *cmdOK;
+    QPushButton *cmdOther; // only where there are two ways
     QPushButton *cmdCancel;
     QTimer *Timer1;
     QList<Turn *> m_turns; // calls to answer, the first of which is shown
