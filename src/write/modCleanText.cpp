@@ -8,6 +8,7 @@
 #include "exchange/modReadTable.h"
 #include "exchange/modStudyFromTable.h"
 #include "text/modCheckText.h"
+#include "write/modLineCheck.h"
 
 #include <QDeadlineTimer>
 #include <QRegularExpression>
@@ -186,9 +187,21 @@ Mending::Mending(const QString &text) : m_conversion(text, Accents::Remove, With
 
 QString Mending::Take()
 {
-    const QString text = m_conversion.Take().text;
-    const QString halfWidth = HasOnlyFullWidthBrackets(text) ? WithHalfWidthBrackets(text) : text;
-    return WithLineFeeds(BreakLongLines(halfWidth, MaxLineBytes).text);
+    QString text = m_conversion.Take().text;
+    if (text.contains(u'［') || text.contains(u'］')) {
+        QStringList lines = text.split(u"\r\n"_s);
+        for (QString &line : lines)
+            line = WithHalfWidthPairs(line);
+        text = lines.join(u"\r\n"_s);
+    }
+    return WithLineFeeds(BreakLongLines(text, MaxLineBytes).text);
+}
+
+bool NeedsMending(const QString &text)
+{
+    return HasOnlyFullWidthBrackets(text) ||
+           std::ranges::any_of(QStringView(text).tokenize(u'\n'),
+                               [](QStringView line) { return LineBytes(line) > MaxLineBytes; });
 }
 
 QString Mended(const QString &text)

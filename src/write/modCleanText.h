@@ -47,11 +47,11 @@ QString LinesOfCells(const QString &text, QString *refusal);
 /// Where two words of Latin letters meet, a space is put between; a hyphen between two lower-case letters is taken as
 /// hyphenation and removed. White space at the joint is removed. A paragraph that could not be broken again keeps its
 /// lines.
-/// @param text  the selected lines or the whole text
+/// @param text  the selected lines
 QString JoinedLines(const QString &text);
 
-/// Applies what 直す offers to a whole text, in slices: equivalents, accents, full-width brackets if there are no
-/// others, and breaks in long lines. Characters without an equivalent stay.
+/// Applies what 直す offers to a whole text, in slices: equivalents, accents, pairs of full-width brackets, and
+/// breaks in long lines. Characters without an equivalent stay.
 class Mending
 {
   public:
@@ -75,6 +75,10 @@ class Mending
   private:
     TextConversion m_conversion;
 };
+
+/// Whether a study file would be refused, or has no blanks, for what a Mending can do something about: lines that are
+/// too long, or nothing but full-width brackets.
+bool NeedsMending(const QString &text);
 
 /// The result of a whole Mending.
 QString Mended(const QString &text);

@@ -10,6 +10,7 @@
 #include "text/modPictureName.h"
 
 #include <algorithm>
+#include <functional>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -24,11 +25,17 @@ bool IsWritable(QChar character)
 class Problems
 {
   public:
+    /// Whether no more of a fault are listed.
+    bool IsFull(LineFault fault) const
+    {
+        const auto isSame = [fault](const LineProblem &known) { return known.fault == fault; };
+        return std::ranges::count_if(m_list, isSame) >= MaxProblemsOfFault;
+    }
+
     /// @param at  0-based index of the first character at fault
     void Add(LineFault fault, qsizetype at, qsizetype length, const QString &what, const QString &offer = {})
     {
-        const auto isSame = [fault](const LineProblem &known) { return known.fault == fault; };
-        if (std::ranges::count_if(m_list, isSame) < MaxProblemsOfFault)
+        if (!IsFull(fault))
             m_list.push_back({fault, int(at) + 1, int(length), what, offer});
     }
 
@@ -42,34 +49,58 @@ class Problems
     std::vector<LineProblem> m_list;
 };
 
-/// What mending makes of a run of characters; empty if it can do nothing.
+QString MendedText(QStringView text)
+{
+    return ConvertText(text.toString(), Accents::Remove, WithoutEquivalent::Keep).text;
+}
+
+/// Length of the character at a place, in UTF-16 units.
+qsizetype CharacterLength(QStringView line, qsizetype at)
+{
+    return line[at].isHighSurrogate() && at + 1 < line.size() && line[at + 1].isLowSurrogate() ? 2 : 1;
+}
+
+/// Whether mending makes a character writable, alone or together with those before it.
+bool IsMendable(QStringView line, qsizetype at)
+{
+    const qsizetype before = std::min<qsizetype>(at, 3); // a letter and its marks
+    const auto unwritable = [](const QString &text) { return std::ranges::count_if(text, std::not_fn(IsWritable)); };
+    return unwritable(MendedText(line.sliced(at - before, before + CharacterLength(line, at)))) <=
+           unwritable(MendedText(line.sliced(at - before, before)));
+}
+
+/// What mending makes of a run of characters that it makes writable.
 QString OfferFor(QStringView line, qsizetype start, qsizetype length)
 {
     constexpr qsizetype mostShown = 8;
     qsizetype shown = std::min(length, mostShown);
     if (shown < length && line[start + shown - 1].isHighSurrogate())
         --shown;
-    const qsizetype before = start > 0 ? 1 : 0; // a combining mark changes it
-    const QString old = line.sliced(start - before, shown + before).toString();
-    const QString made = ConvertText(old, Accents::Remove, WithoutEquivalent::Keep).text;
-    if (made == old)
-        return {};
+    const qsizetype before = start > 0 && line[start].category() == QChar::Mark_NonSpacing ? 1 : 0; // it changes that
+    const QString made = MendedText(line.sliced(start - before, shown + before));
     return made.trimmed().isEmpty() ? u"空白にします"_s : QString(u"「"_s + made + u"」にします"_s);
 }
 
+/// Adds the runs of characters that cannot be written: each with a remedy for all of it, or with none for any of it.
 void AddUnwritable(QStringView line, Problems *problems)
 {
-    for (qsizetype at = 0; at < line.size(); ++at) {
-        if (IsWritable(line[at]))
-            continue;
-        const qsizetype start = at;
-        while (at < line.size() && !IsWritable(line[at]))
+    constexpr qsizetype longestRun = 100; // as many as a line has; the time that this takes is bounded
+    for (qsizetype at = 0; at < line.size() && !problems->IsFull(LineFault::NotInCodePage);) {
+        if (IsWritable(line[at])) {
             ++at;
-        const bool isPair = at - start > 1 && line[start].isHighSurrogate() && line[start + 1].isLowSurrogate();
-        const char32_t first =
-            isPair ? QChar::surrogateToUcs4(line[start], line[start + 1]) : char32_t(line[start].unicode());
+            continue;
+        }
+        const qsizetype start = at;
+        const bool isMendable = IsMendable(line, start);
+        do
+            at += CharacterLength(line, at);
+        while (at < line.size() && at - start < longestRun && !IsWritable(line[at]) &&
+               IsMendable(line, at) == isMendable);
+        const char32_t first = CharacterLength(line, start) == 2 ? QChar::surrogateToUcs4(line[start], line[start + 1])
+                                                                 : char32_t(line[start].unicode());
         problems->Add(LineFault::NotInCodePage, start, at - start,
-                      u"Shift_JISにない文字があります："_s + NameAndNumber(first), OfferFor(line, start, at - start));
+                      u"Shift_JISにない文字があります："_s + NameAndNumber(first),
+                      isMendable ? OfferFor(line, start, at - start) : QString());
     }
 }
 
@@ -112,6 +143,13 @@ qsizetype FirstWrongBracket(QStringView line)
     return opening < 0 ? line.size() : opening;
 }
 
+void AddFullWidth(QStringView line, Problems *problems)
+{
+    for (const FullWidthBrackets &found : FullWidthBracketsOf(line))
+        problems->Add(LineFault::FullWidthBrackets, found.start, found.length, u"全角の［ ］は空欄になりません。"_s,
+                      found.length > 1 ? u"半角にします"_s : QString());
+}
+
 void AddPictures(QStringView line, const HasPicture &hasPicture, Problems *problems)
 {
     constexpr QChar openingCorner = u'｢';
@@ -143,6 +181,56 @@ bool RefusesFile(LineFault fault)
     return fault <= LineFault::BracketOrder;
 }
 
+std::vector<FullWidthBrackets> FullWidthBracketsOf(QStringView line)
+{
+    constexpr QStringView openings = u"[［";
+    constexpr QStringView fullWidth = u"［］";
+    std::vector<FullWidthBrackets> found;
+    if (!line.contains(fullWidth[0]) && !line.contains(fullWidth[1]))
+        return found;
+    std::vector<qsizetype> brackets; // outside blanks
+    for (qsizetype at = 0; at < line.size(); ++at) {
+        if (line[at] == u'[') {
+            qsizetype next = at + 1;
+            while (next < line.size() && line[next] != u'[' && line[next] != u']')
+                ++next;
+            if (next < line.size() && line[next] == u']') {
+                at = next;
+                brackets.push_back(-1); // nothing reaches over a blank
+                continue;
+            }
+        }
+        if (line[at] == u'[' || line[at] == u']' || fullWidth.contains(line[at]))
+            brackets.push_back(at);
+    }
+    for (size_t i = 0; i < brackets.size(); ++i) {
+        const qsizetype at = brackets[i];
+        if (at < 0)
+            continue;
+        const qsizetype next = i + 1 < brackets.size() ? brackets[i + 1] : -1;
+        const bool isPair = next >= 0 && openings.contains(line[at]) && !openings.contains(line[next]);
+        if (isPair) {
+            found.push_back({at, next + 1 - at});
+            ++i;
+        } else if (fullWidth.contains(line[at])) {
+            found.push_back({at, 1});
+        }
+    }
+    return found;
+}
+
+QString WithHalfWidthPairs(QStringView line)
+{
+    QString mended = line.toString();
+    for (const FullWidthBrackets &found : FullWidthBracketsOf(line)) {
+        if (found.length > 1) {
+            mended[found.start] = u'[';
+            mended[found.start + found.length - 1] = u']';
+        }
+    }
+    return mended;
+}
+
 std::vector<LineProblem> ProblemsOfLine(QStringView line, const HasPicture &hasPicture)
 {
     Problems problems;
@@ -157,7 +245,8 @@ std::vector<LineProblem> ProblemsOfLine(QStringView line, const HasPicture &hasP
         problems.Add(LineFault::BracketCount, FirstWrongBracket(line), 1, u"[の数と]の数が不一致です。"_s);
     else if (!IsBracketOrderValid(line))
         problems.Add(LineFault::BracketOrder, FirstWrongBracket(line), 1, u"[,]の前後関係が不適切です。"_s);
-    else if (!isTooLong)
+    AddFullWidth(line, &problems);
+    if (!isTooLong && IsBracketCountEqual(line) && IsBracketOrderValid(line))
         AddPictures(line, hasPicture, &problems);
     return problems.Take();
 }

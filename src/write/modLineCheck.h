@@ -16,13 +16,14 @@
 /// In the order in which a line's problems are listed.
 enum class LineFault
 {
-    NotInCodePage,   ///< a run of characters that code page 932 lacks, or that are no text
-    TooLong,         ///< more than MaxLineBytes bytes
-    BracketCount,    ///< "[" and "]" are not equally many
-    BracketOrder,    ///< "[" and "]" do not alternate
-    PictureBrackets, ///< "｢" and "｣" do not match
-    PictureName,     ///< a picture name that no file may have
-    PictureMissing,  ///< there is no such picture
+    NotInCodePage,     ///< a run of characters that code page 932 lacks, or that are no text
+    TooLong,           ///< more than MaxLineBytes bytes
+    BracketCount,      ///< "[" and "]" are not equally many
+    BracketOrder,      ///< "[" and "]" do not alternate
+    FullWidthBrackets, ///< brackets that were perhaps meant for a blank; see FullWidthBracketsOf
+    PictureBrackets,   ///< "｢" and "｣" do not match
+    PictureName,       ///< a picture name that no file may have
+    PictureMissing,    ///< there is no such picture
 };
 
 struct LineProblem
@@ -36,8 +37,7 @@ struct LineProblem
     bool operator==(const LineProblem &) const = default;
 };
 
-/// Whether a fault keeps the file from being studied (or, NotInCodePage, from being saved). The others are hints about
-/// pictures.
+/// Whether a fault keeps the file from being studied (or, NotInCodePage, from being saved). The others are hints.
 bool RefusesFile(LineFault fault);
 
 /// Whether there is a picture of a name; see PictureFolder.
@@ -49,6 +49,21 @@ using HasPicture = std::function<bool(const QString &name)>;
 /// said, so that no text makes a check take long.
 /// @param line  without its line end
 std::vector<LineProblem> ProblemsOfLine(QStringView line, const HasPicture &hasPicture);
+
+/// Brackets with a full-width one among them, from the first to the last character. With a length of 1, one without a
+/// partner.
+struct FullWidthBrackets
+{
+    qsizetype start;
+    qsizetype length;
+};
+
+/// The full-width brackets of a line, which hide nothing. An opening one of any width and the closing one after it,
+/// with no bracket between, are a pair; "[" with its "]" is a blank, and full-width brackets in it are its text.
+std::vector<FullWidthBrackets> FullWidthBracketsOf(QStringView line);
+
+/// A line with these pairs made half-width, so that they are blanks.
+QString WithHalfWidthPairs(QStringView line);
 
 constexpr int MaxProblemsOfFault = 5;
 constexpr qsizetype MaxCheckedLength = 16384;

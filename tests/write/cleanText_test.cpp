@@ -93,7 +93,8 @@ TEST(CleanText, Mended_TakesAllOffers)
     const Rows<const char *, QString, QString> rows = {
         {"equivalents", u"a\u2014é\nb"_s, u"a―e\nb"_s},
         {"full-width brackets", u"［a］\n［b］"_s, u"[a]\n[b]"_s},
-        {"full-width brackets beside half-width ones", u"［a］\n[b]"_s, u"［a］\n[b]"_s},
+        {"full-width brackets beside half-width ones", u"［a］[b] ［c］\n[d］\n［e]"_s, u"[a][b] [c]\n[d]\n[e]"_s},
+        {"full-width brackets that would be no blank", u"[a［1］]\n［b[c]］\n］d［"_s, u"[a［1］]\n［b[c]］\n］d［"_s},
         {"long lines", sentence + sentence + u"a\n", sentence + u'\n' + sentence + u"a\n"},
         {"what has no equivalent stays, the rest is mended", u"é😀"_s, u"e😀"_s},
     };
