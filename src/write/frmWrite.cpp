@@ -61,7 +61,7 @@ bool frmWrite::Edit(const QString &path, int line)
 QString frmWrite::WriteNew(const QString &pasted)
 {
     m_isNew = true;
-    if (!Open(NewWrittenFile(m_studyFolder), QString(), false))
+    if (!Open(pasted.isEmpty() ? NewWrittenFile(m_studyFolder) : FreshWrittenFile(m_studyFolder), QString(), false))
         return QString();
     if (!pasted.isEmpty())
         txtText_Paste(pasted);
@@ -74,6 +74,7 @@ QString frmWrite::WriteNew(const QString &pasted)
 bool frmWrite::Open(WrittenFile file, const QString &text, bool isChanged)
 {
     QString opened = text;
+    bool isToMend = isChanged || NeedsMending(text);
     Draft draft;
     if (ReadDraft(file.path, &draft) && HasUnsavedText(draft, text)) {
         const MsgResult answer = m_msg.Ask(parentWidget(), DraftQuestion(draft, file));
@@ -83,6 +84,7 @@ bool frmWrite::Open(WrittenFile file, const QString &text, bool isChanged)
             TakeDraft(draft, &file);
             opened = WithoutEndlessLines(draft.text);
             isChanged = true;
+            isToMend = false;
         } else {
             RemoveDraft(file.path);
         }
@@ -96,6 +98,8 @@ bool frmWrite::Open(WrittenFile file, const QString &text, bool isChanged)
     WatchFile();
     ShowFile();
     txtText_CursorMove();
+    if (isToMend)
+        Mend(parentWidget());
     return true;
 }
 
@@ -157,9 +161,10 @@ bool frmWrite::Save()
     const QDate today = m_services.Now().date();
     SaveResult result = SaveDraft(text, &m_file, today, OnConflict::Stop);
     if (result.outcome == SaveResult::Conflict) {
-        if (m_msg.Ask(this, ConflictQuestion(m_file.path)) != MsgResult::Ok)
+        const MsgResult answer = m_msg.AskWhich(this, ConflictQuestion(m_file.path), u"両方残す"_s, u"置き換える"_s);
+        if (answer != MsgResult::Ok && answer != MsgResult::Other)
             return false;
-        result = SaveDraft(text, &m_file, today, OnConflict::KeepBoth);
+        result = SaveDraft(text, &m_file, today, answer == MsgResult::Ok ? OnConflict::KeepBoth : OnConflict::Replace);
     }
     if (result.outcome != SaveResult::Saved)
         return m_msg.Refuse(this, NotSavedMessage(result.fault));
@@ -309,14 +314,24 @@ void frmWrite::actBlank_Click()
 void frmWrite::cmdMend_Click()
 {
     WriteTrace(u"■frmWrite.cmdMend_Click");
-    Mending mending(txtText->toPlainText());
-    const int before = m_checks->Finish().count;
-    if (!frmWait(u"直しています。"_s, this).Run(mending))
-        return;
-    txtText->ChangeTo(mending.Take());
-    const int left = m_checks->Finish().count;
-    TellUndoable(u"%1 か所を直しました"_s.arg(qMax(0, before - left)));
+    Mend(this);
     txtText->setFocus();
+}
+
+/// Mends what can be mended, as one step to undo, and tells how much that was.
+void frmWrite::Mend(QWidget *owner)
+{
+    const QString text = txtText->toPlainText();
+    Mending mending(text);
+    const int before = m_checks->Finish().count;
+    if (!frmWait(u"直しています。"_s, owner).Run(mending))
+        return;
+    const QString mended = mending.Take();
+    if (mended == text)
+        return;
+    txtText->ChangeTo(mended);
+    const int left = m_checks->Finish().count;
+    TellUndoable(u"%1 か所を直しました"_s.arg(qMax(1, before - left)));
 }
 
 void frmWrite::txtText_Paste(const QString &text)
@@ -369,29 +384,28 @@ void frmWrite::actPasteTable_Click()
     txtText->setFocus();
 }
 
-/// Joins the selected lines, or all.
+/// Joins the selected lines. Without a selection nothing is joined, because the lines of a list look like broken ones.
 void frmWrite::actJoin_Click()
 {
     WriteTrace(u"■frmWrite.actJoin_Click");
-    const QString before = txtText->toPlainText();
-    QTextCursor cursor = txtText->textCursor();
-    QString joined;
-    if (cursor.hasSelection()) {
-        const QTextBlock first = txtText->document()->findBlock(cursor.selectionStart());
-        const QTextBlock last = txtText->document()->findBlock(cursor.selectionEnd());
-        const int start = first.position();
-        const int end = last.position() + last.length() - 1;
-        joined = before.first(start) + JoinedLines(before.sliced(start, end - start)) + before.sliced(end);
-    } else {
-        joined = JoinedLines(before);
+    txtText->setFocus();
+    const QTextCursor cursor = txtText->textCursor();
+    if (!cursor.hasSelection()) {
+        Tell(u"つなぐ行を選んでください（すべてなら Ctrl+A）"_s);
+        return;
     }
+    const QString before = txtText->toPlainText();
+    const int start = txtText->document()->findBlock(cursor.selectionStart()).position();
+    // Whoever selects whole lines has the cursor at the beginning of the next one.
+    const QTextBlock last = txtText->document()->findBlock(cursor.selectionEnd() - 1);
+    const int end = last.position() + last.length() - 1;
+    const QString joined = before.first(start) + JoinedLines(before.sliced(start, end - start)) + before.sliced(end);
     if (joined == before) {
         Tell(u"つなぐ行はありません"_s);
         return;
     }
     txtText->ChangeTo(joined);
     TellUndoable(u"行をつなぎました"_s);
-    txtText->setFocus();
 }
 
 void frmWrite::actLine_Click()

@@ -39,7 +39,7 @@ class frmWrite : public QDialog
     ~frmWrite() override;
 
     /// Shows the window for a study file and blocks until it is closed. If the file cannot be written in here, reports
-    /// that instead.
+    /// that instead. A file that could not be studied as it is opens as a changed text, with what can be mended mended.
     /// @param line  1-based line of the cursor
     /// @return whether the file was saved
     [[nodiscard]] bool Edit(const QString &path, int line = 1);
@@ -93,6 +93,7 @@ class frmWrite : public QDialog
     void ShowColours();
     void ApplyZoom(int percent);
     void Find(bool backwards);
+    void Mend(QWidget *owner);
     void PutCleaned(const QString &text);
     void InsertPicture(const QString &path);
     void Tell(const QString &text);

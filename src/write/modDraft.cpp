@@ -14,6 +14,7 @@
 #include "text/modReadText.h"
 
 #include <QCryptographicHash>
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QHash>
@@ -31,6 +32,7 @@ namespace {
 
 constexpr QByteArrayView DraftHeading = "Kotoban draft 1\n";
 constexpr qsizetype DigestLength = 64;
+constexpr QStringView NewTitle = u"新しい学習ファイル";
 
 QString NameOf(const QString &path)
 {
@@ -151,6 +153,28 @@ bool HasBackupOf(const QString &path, const QDate &day)
     return false;
 }
 
+/// The first of title.txt, title2.txt ... that does not exist, nor a draft of it.
+QString FreeStudyPath(const QString &title)
+{
+    const auto isTaken = [](const QString &path) { return QFileInfo::exists(path) || QFileInfo(path).isSymLink(); };
+    QString path = title + u".txt"_s;
+    for (int number = 2; isTaken(path) || isTaken(DraftPath(path)); ++number)
+        path = title + QString::number(number) + u".txt"_s;
+    return path;
+}
+
+/// Replaces a file after copying the old one to KeptTwinPath. @return a fault, after which the folder is unchanged
+FileFault ReplaceAndKeepTwin(const QString &path, const QByteArray &bytes, QString *twinPath)
+{
+    *twinPath = KeptTwinPath(path);
+    if (const FileFault fault = CopyWholeFile(path, *twinPath))
+        return fault;
+    const FileFault fault = ReplaceFile(path, bytes);
+    if (fault)
+        QFile::remove(*twinPath);
+    return fault;
+}
+
 } // namespace
 
 QByteArray DigestOf(const QByteArray &bytes)
@@ -193,11 +217,18 @@ QString OpenToWrite(const QString &path, WrittenFile *file, QString *text, bool 
 
 WrittenFile NewWrittenFile(const QString &folder)
 {
-    const QString title = JoinPath(folder, u"新しい学習ファイル"_s);
-    QString path = title + u".txt"_s;
-    for (int number = 2; QFileInfo::exists(path) || QFileInfo(path).isSymLink(); ++number)
-        path = title + QString::number(number) + u".txt"_s;
-    return {.path = path, .digest = {}};
+    const QStringList drafts = QDir(folder).entryList({NewTitle + DraftPath(u"*.txt"_s)}, QDir::Files, QDir::Name);
+    for (const QString &draft : drafts) {
+        const QString path = JoinPath(folder, draft.chopped(DraftPath({}).size()));
+        if (!QFileInfo::exists(path))
+            return {.path = path, .digest = {}};
+    }
+    return FreshWrittenFile(folder);
+}
+
+WrittenFile FreshWrittenFile(const QString &folder)
+{
+    return {.path = FreeStudyPath(JoinPath(folder, NewTitle.toString())), .digest = {}};
 }
 
 QString TooLargeToWriteMessage(const QString &fileTitle)
@@ -315,8 +346,12 @@ SaveResult SaveDraft(const QString &text, WrittenFile *file, const QDate &today,
         return {.outcome = SaveResult::Conflict};
     SaveResult result;
     if (!exists || now != bytes) {
-        const bool isKept = exists && ((isConflict && onConflict == OnConflict::KeepBoth) || !HasBackupOf(path, today));
-        result.fault = isKept ? ReplaceAndKeep(path, bytes, &result.keptPath) : ReplaceFile(path, bytes);
+        if (isConflict && onConflict == OnConflict::KeepBoth)
+            result.fault = ReplaceAndKeepTwin(path, bytes, &result.keptPath);
+        else if (isConflict || (exists && !HasBackupOf(path, today)))
+            result.fault = ReplaceAndKeep(path, bytes, &result.keptPath);
+        else
+            result.fault = ReplaceFile(path, bytes);
         if (result.fault) {
             result.outcome = SaveResult::Failed;
             result.keptPath.clear();
@@ -331,10 +366,19 @@ SaveResult SaveDraft(const QString &text, WrittenFile *file, const QDate &today,
     return result;
 }
 
+QString KeptTwinPath(const QString &path)
+{
+    const QString title = JoinPath(QFileInfo(path).path(), QFileInfo(path).completeBaseName() + u"（ほかの変更）"_s);
+    return FreeStudyPath(title);
+}
+
 QString ConflictQuestion(const QString &path)
 {
-    return u"次のファイルは，開いてからほかで変更されました。\r\n"_s + FileLine(path) + u"\r\n今のファイルを「"_s +
-           NameInLine(NameOf(FreeBackupPath(path))) + u"」として残して，ここで書いたものを保存しますか？"_s;
+    return u"次のファイルは，開いてからほかで変更されました。\r\n"_s + FileLine(path) +
+           u"\r\n両方残す：ほかで変更されたものを，学習ファイル「"_s + NameInLine(NameOf(KeptTwinPath(path))) +
+           u"」にします。\r\n置き換える：ほかで変更されたものを，一覧に出ない「"_s +
+           NameInLine(NameOf(FreeBackupPath(path))) +
+           u"」にします。\r\n\r\nどちらでも，ここで書いたものは元の名前で保存します。"_s;
 }
 
 QString NotSavedMessage(const FileFault &fault)

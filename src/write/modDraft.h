@@ -46,9 +46,13 @@ QByteArray DigestOf(const QByteArray &bytes);
 /// @return why the file cannot be written in here (too large, a line too long, unreadable, not text); empty if it can
 QString OpenToWrite(const QString &path, WrittenFile *file, QString *text, bool *isChanged);
 
-/// The file for a new text: the first of 新しい学習ファイル.txt, 新しい学習ファイル2.txt ... in a folder that does not
-/// exist. Its draft may.
+/// The file for a new text: one with such a name that does not exist but has a draft, which is to be offered; else that
+/// of FreshWrittenFile.
 WrittenFile NewWrittenFile(const QString &folder);
+
+/// The first of 新しい学習ファイル.txt, 新しい学習ファイル2.txt ... in a folder that does not exist and has no draft:
+/// the file for a text that must not be mixed with one.
+WrittenFile FreshWrittenFile(const QString &folder);
 
 QString TooLargeToWriteMessage(const QString &fileTitle);
 QString EndlessLineMessage(const QString &fileTitle);
@@ -90,8 +94,8 @@ QString SaveWithProblemsQuestion(qsizetype problems);
 enum class OnConflict
 {
     Stop,     ///< nothing is written
-    KeepBoth, ///< the changed file is kept under a free backup name first
-    Replace,  ///< the changed file is replaced
+    KeepBoth, ///< the changed file is kept as a study file of its own, see KeptTwinPath
+    Replace,  ///< the changed file is replaced; like any old file that is, it is kept as a backup
 };
 
 struct SaveResult
@@ -111,10 +115,15 @@ struct SaveResult
 };
 
 /// Saves a text, replacing the file atomically, and removes its draft. The first time on a day, the old file is kept
-/// under FreeBackupPath: if none of its backups is of today.
+/// under FreeBackupPath: if none of its backups is of today. A file that others have changed is kept at any time.
 /// @param file  updated to what was saved; unchanged otherwise
 SaveResult SaveDraft(const QString &text, WrittenFile *file, const QDate &today, OnConflict onConflict);
 
+/// Where KeepBoth keeps the changed file: the first of "name（ほかの変更）.txt", "name（ほかの変更）2.txt" ... that
+/// does not exist.
+QString KeptTwinPath(const QString &path);
+
+/// Asks what to do about a conflict. The answers are "両方残す", which is KeepBoth, "置き換える" and "キャンセル".
 QString ConflictQuestion(const QString &path);
 
 /// The message about SaveResult::Failed.

@@ -154,12 +154,14 @@ TEST_F(Drafts, FirstSaveOfADay_KeepsTheOldFile)
 
 TEST_F(Drafts, FileChangedMeanwhile_IsNotLost)
 {
-    const Rows<const char *, OnConflict, SaveResult::Outcome, QByteArray, QByteArray> rows = {
-        {"stop", OnConflict::Stop, SaveResult::Conflict, "theirs", "(no file)"},
-        {"both", OnConflict::KeepBoth, SaveResult::Saved, "ours", "theirs"},
-        {"replace", OnConflict::Replace, SaveResult::Saved, "ours", "(no file)"},
+    const QString twin = u"a（ほかの変更）.txt"_s;
+    const Rows<const char *, OnConflict, SaveResult::Outcome, QByteArray, QByteArray, QByteArray> rows = {
+        {"stop", OnConflict::Stop, SaveResult::Conflict, "theirs", "(no file)", "(no file)"},
+        {"both", OnConflict::KeepBoth, SaveResult::Saved, "ours", "theirs", "(no file)"},
+        {"replace", OnConflict::Replace, SaveResult::Saved, "ours", "(no file)", "theirs"},
     };
-    for (const auto &[name, onConflict, outcome, inFile, inBackup] : rows) {
+    for (const auto &[name, onConflict, outcome, inFile, inTwin, inBackup] : rows) {
+        QFile::remove(folder.Path(twin));
         QFile::remove(folder.Path(u"a.txt.bak"_s));
         QFile::remove(folder.Path(u"a.txt.bak2"_s));
         WrittenFile file = Open(u"a.txt"_s, "before");
@@ -167,9 +169,12 @@ TEST_F(Drafts, FileChangedMeanwhile_IsNotLost)
         folder.Write(u"a.txt"_s, "theirs");
         EXPECT_EQ(Save(u"ours"_s, &file, onConflict).outcome, outcome) << name;
         EXPECT_EQ(folder.Read(u"a.txt"_s), inFile) << name;
+        EXPECT_EQ(folder.Read(twin), inTwin) << name;
         EXPECT_EQ(folder.Read(u"a.txt.bak2"_s), inBackup) << name;
     }
-    EXPECT_TRUE(ConflictQuestion(folder.Path(u"a.txt"_s)).contains(u"今のファイルを「a.txt.bak2」として残して"_s));
+    folder.Write(twin, "kept");
+    const QString question = ConflictQuestion(folder.Path(u"a.txt"_s));
+    EXPECT_TRUE(question.contains(u"「a（ほかの変更）2.txt」"_s) && question.contains(u"「a.txt.bak3」"_s));
     WrittenFile file = Open(u"a.txt"_s, "before");
     QFile::remove(file.path);
     EXPECT_EQ(Save(u"ours"_s, &file).outcome, SaveResult::Saved) << "a file that is gone is written again";
@@ -210,8 +215,22 @@ TEST_F(Drafts, Draft_ComesBackUntilItIsSaved)
     TakeDraft(draft, &changed);
     EXPECT_EQ(Save(u"c\n"_s, &changed).outcome, SaveResult::Conflict) << "not the file that it was made from";
     EXPECT_EQ(Save(u"c\n"_s, &changed, OnConflict::KeepBoth).outcome, SaveResult::Saved);
-    EXPECT_EQ(Files(), QStringList({u"a.txt"_s, u"a.txt.bak"_s})) << "a saved text has no draft";
+    EXPECT_EQ(Files(), QStringList({u"a.txt"_s, u"a（ほかの変更）.txt"_s})) << "a saved text has no draft";
     EXPECT_TRUE(RemoveDraft(file.path));
+}
+
+TEST_F(Drafts, DraftOfANewText_IsOfferedAndNotMixedWithAnother)
+{
+    const auto newFile = [this] { return QFileInfo(NewWrittenFile(folder.Path()).path).fileName(); };
+    const auto freshFile = [this] { return QFileInfo(FreshWrittenFile(folder.Path()).path).fileName(); };
+    EXPECT_EQ(newFile(), u"新しい学習ファイル.txt"_s);
+    EXPECT_EQ(freshFile(), newFile());
+    EXPECT_FALSE(WriteDraft(u"typed"_s, NewWrittenFile(folder.Path())));
+    EXPECT_EQ(newFile(), u"新しい学習ファイル.txt"_s) << "offered";
+    EXPECT_EQ(freshFile(), u"新しい学習ファイル2.txt"_s);
+    EXPECT_FALSE(WriteDraft(u"pasted"_s, FreshWrittenFile(folder.Path())));
+    folder.Write(u"新しい学習ファイル.txt"_s, "saved");
+    EXPECT_EQ(newFile(), u"新しい学習ファイル2.txt"_s) << "the other one is offered too";
 }
 
 TEST_F(Drafts, DamagedDraft_IsNone)

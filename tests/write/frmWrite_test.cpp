@@ -308,9 +308,15 @@ TEST_F(WriteWindowTest, FileChangedMeanwhile_BothAreKept)
         EXPECT_EQ(Saved(), "other\r\n");
         script.Click(u"frmMsg"_s, u"cmdOK"_s);
         Click(u"cmdSave"_s);
+        EXPECT_TRUE(Saved().startsWith("mine one"));
+        EXPECT_EQ(folder.Read(u"txt/good（ほかの変更）.txt"_s), "other\r\n");
+        folder.Write(u"txt/good.txt"_s, "again\r\n");
+        QTest::keyClicks(text, u"too "_s);
+        script.Click(u"frmMsg"_s, u"cmdOther"_s);
+        Click(u"cmdSave"_s);
     }));
-    EXPECT_TRUE(Saved().startsWith("mine one"));
-    EXPECT_EQ(folder.Read(u"txt/good.txt.bak"_s), "other\r\n");
+    EXPECT_TRUE(Saved().startsWith("mine too one"));
+    EXPECT_EQ(folder.Read(u"txt/good.txt.bak"_s), "again\r\n");
 }
 
 TEST_F(WriteWindowTest, OtherEncodingOrTooLarge_IsAChangedTextOrRefused)
@@ -326,6 +332,92 @@ TEST_F(WriteWindowTest, OtherEncodingOrTooLarge_IsAChangedTextOrRefused)
     script.Click(u"frmMsg"_s, u"cmdOK"_s);
     EXPECT_FALSE(window.Edit(path));
     EXPECT_TRUE(script.messages.last().contains(u"2"_s)) << script.messages.last().toStdString();
+}
+
+TEST_F(WriteWindowTest, FileThatCannotBeStudied_OpensMendedAsAChangedText)
+{
+    const QString longLine = QString(40, u'あ') + u"。"_s + QString(20, u'い');
+    const Rows<const char *, QStringList, QString, QString> rows = {
+        {"only full-width brackets", {u"［a］ b"_s, u"［c］"_s}, u"[a] b\n[c]\n"_s, u"2 か所を直しました"_s},
+        {"a long line", {longLine}, QString(longLine).insert(41, u'\n') + u'\n', u"1 か所を直しました"_s},
+        {"a hint", {u"［a］ [b]"_s}, u"［a］ [b]\n"_s, {}},
+    };
+    for (const auto &[name, lines, mended, notice] : rows) {
+        folder.WriteStudyFile(u"txt/good.txt"_s, lines);
+        const QByteArray before = Saved();
+        InWindow([&] {
+            EXPECT_EQ(text->toPlainText(), mended) << name;
+            EXPECT_EQ(text->document()->isModified(), !notice.isEmpty()) << name;
+            if (notice.isEmpty())
+                return;
+            EXPECT_EQ(Label(u"lblNotice"_s), notice) << name;
+            Press(Qt::Key_Z, Qt::ControlModifier);
+            EXPECT_EQ(text->toPlainText(), lines.join(u'\n') + u'\n') << name;
+            EXPECT_FALSE(Find<QLabel>(u"lblUnsaved"_s)->isVisible()) << name;
+        });
+        EXPECT_EQ(Saved(), before) << name;
+    }
+}
+
+TEST_F(WriteWindowTest, PastedBesideAnOldDraft_IsATextOfItsOwn)
+{
+    const WrittenFile old = NewWrittenFile(folder.Path(u"txt"_s));
+    EXPECT_FALSE(WriteDraft(u"draft"_s, old));
+    script.When(u"frmWrite"_s, [&](QWidget *) {
+        EXPECT_EQ(text->toPlainText(), u"pasted"_s);
+        Leave();
+    });
+    window.WriteNew(u"pasted"_s);
+    EXPECT_TRUE(QFile::exists(DraftPath(old.path)));
+    script.Click(u"frmMsg"_s, u"cmdOK"_s);
+    script.When(u"frmWrite"_s, [&](QWidget *) {
+        EXPECT_EQ(text->toPlainText(), u"draft"_s);
+        Leave();
+    });
+    window.WriteNew();
+}
+
+TEST_F(WriteWindowTest, LinesChanged_ListFollowsWhateverElseIsThere)
+{
+    InWindow([&] {
+        auto *const list = Find<QListView>(u"lstProblems"_s);
+        const auto problems = [&] {
+            QStringList lines;
+            for (int row = 0; row < list->model()->rowCount(); ++row)
+                lines += list->model()->index(row, 0).data().toString().section(u'行', 0, 0);
+            return lines.join(u' ');
+        };
+        const auto becomes = [&](const QString &lines) {
+            EXPECT_TRUE(WaitFor([&] { return problems() == lines; })) << problems().toStdString();
+        };
+        text->selectAll();
+        text->insertPlainText(u"a]\n"_s + u"fine\n"_s.repeated(200) + u"b]"_s); // more than is checked at once
+        becomes(u"1 202"_s);
+        EXPECT_EQ(Label(u"lblBlanks"_s), u"空欄 0"_s);
+        text->GoTo(1, 1);
+        QTest::keyClick(text, Qt::Key_Return);
+        becomes(u"2 203"_s);
+        text->GoTo(100, 1);
+        QTest::keyClicks(text, u"]"_s);
+        becomes(u"2 100 203"_s);
+        text->GoTo(2, 1);
+        QTest::keyClicks(text, u"["_s); // "[a]"
+        QTest::keyClick(text, Qt::Key_Backspace);
+        becomes(u"2 100 203"_s);
+        QTextCursor cursor(text->document());
+        cursor.setPosition(text->document()->findBlockByNumber(50).position());
+        cursor.setPosition(text->document()->findBlockByNumber(150).position(), QTextCursor::KeepAnchor);
+        text->setTextCursor(cursor);
+        QTest::keyClick(text, Qt::Key_Delete);
+        becomes(u"2 103"_s);
+        Press(Qt::Key_Z, Qt::ControlModifier);
+        becomes(u"2 100 203"_s);
+        text->GoTo(3, 1);
+        QTest::keyClick(text, Qt::Key_Backspace);
+        becomes(u"2 99 202"_s);
+        text->clear();
+        EXPECT_TRUE(WaitFor([&] { return !list->isVisible(); }));
+    });
 }
 
 TEST_F(WriteWindowTest, Paste_IsCleanedInOneStepAndTellsWhatItDid)
@@ -369,11 +461,19 @@ TEST_F(WriteWindowTest, Paste_IsCleanedInOneStepAndTellsWhatItDid)
         Press(Qt::Key_V, Qt::ControlModifier | Qt::ShiftModifier);
         EXPECT_TRUE(text->toPlainText().contains(u"[NaCl]"_s)) << text->toPlainText().toStdString();
         text->selectAll();
-        text->insertPlainText(u"長い文章の途中で切れた行が\n続いている文章です。\n"_s);
+        const QString lines = u"長い文章の途中で切れた行が\n続いている文章です。\n一つ目\n二つ目\n三つ目"_s;
+        text->insertPlainText(lines);
         Press(Qt::Key_J, Qt::ControlModifier);
-        EXPECT_EQ(Line(1), u"長い文章の途中で切れた行が続いている文章です。"_s);
+        EXPECT_EQ(text->toPlainText(), lines) << "the list would be one line";
+        EXPECT_TRUE(Label(u"lblNotice"_s).startsWith(u"つなぐ行を選んでください"_s));
+        text->GoTo(1, 1, 1);
+        QTextCursor whole = text->textCursor();
+        whole.setPosition(text->document()->findBlockByNumber(2).position(), QTextCursor::KeepAnchor);
+        text->setTextCursor(whole); // both lines with their ends
+        Press(Qt::Key_J, Qt::ControlModifier);
+        EXPECT_EQ(text->toPlainText(), u"長い文章の途中で切れた行が続いている文章です。\n一つ目\n二つ目\n三つ目"_s);
         Press(Qt::Key_Z, Qt::ControlModifier);
-        EXPECT_EQ(Line(1), u"長い文章の途中で切れた行が"_s);
+        EXPECT_EQ(text->toPlainText(), lines);
     });
 }
 
