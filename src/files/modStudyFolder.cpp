@@ -10,6 +10,7 @@
 #include "records/modHardNote.h"
 #include "text/modCheckText.h"
 #include "text/modReadText.h"
+#include "write/modDraft.h"
 
 #include <QFileInfo>
 
@@ -140,7 +141,13 @@ QString RemarkOn(const TextRefusal &refusal)
     return QString();
 }
 
-Remedy RemedyFor(const TextRefusal &refusal)
+/// How to correct a file by hand.
+Remedy RemedyByHand(const QString &path)
+{
+    return QFileInfo(path).size() > MaxWriteBytes ? Remedy::Edit : Remedy::Write;
+}
+
+Remedy RemedyFor(const TextRefusal &refusal, const QString &path)
 {
     switch (refusal.fault) {
     case TextFault::WrongCharCode:
@@ -148,7 +155,7 @@ Remedy RemedyFor(const TextRefusal &refusal)
     case TextFault::LineTooLong:
     case TextFault::BracketCount:
     case TextFault::BracketOrder:
-        return Remedy::Edit;
+        return RemedyByHand(path);
     case TextFault::None:
     case TextFault::TooLarge:
     case TextFault::Unreadable:
@@ -162,12 +169,14 @@ StudyFileFacts CheckContent(const QString &path)
     StudyLines lines;
     const TextRefusal refusal = ReadStudyText(path, MaxLineBytes, &lines);
     if (refusal)
-        return {RemarkOn(refusal), 0, RemedyFor(refusal)};
+        return {RemarkOn(refusal), 0, RemedyFor(refusal, path)};
     if (lines.BlankCount() > 0)
         return {QString(), lines.BlankCount()};
     // With a Japanese input method on, typed brackets come out full-width, and those hide nothing.
     const bool hasFullWidth = lines.NextLineWith(u'［', 1) > 0 || lines.NextLineWith(u'］', 1) > 0;
-    return {hasFullWidth ? u"空欄なし（［ ］は全角）"_s : u"空欄なし"_s, 0};
+    if (hasFullWidth)
+        return {u"空欄なし（［ ］は全角）"_s, 0, RemedyByHand(path)};
+    return {u"空欄なし"_s, 0};
 }
 
 } // namespace
@@ -192,6 +201,8 @@ QString RemedyText(Remedy remedy)
     switch (remedy) {
     case Remedy::Convert:
         return u"「Shift_JISに変換」で開けます"_s;
+    case Remedy::Write:
+        return u"「書く」で直せます"_s;
     case Remedy::Edit:
         return u"「編集」で直せます"_s;
     case Remedy::None:

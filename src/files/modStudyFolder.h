@@ -11,15 +11,16 @@
 
 #include <utility>
 
-/// What makes a file that cannot be opened one that can.
+/// What makes a file that cannot be opened, or hides nothing, one that can be studied.
 enum class Remedy
 {
-    None, ///< nothing in the program; also for a file that can be opened
+    None, ///< nothing in the program, or nothing is needed
     Convert,
-    Edit,
+    Write,
+    Edit, ///< of a file too large to be written in the program
 };
 
-/// "「編集」で直せます"; empty for None.
+/// "「書く」で直せます"; empty for None.
 QString RemedyText(Remedy remedy);
 
 /// What is known about a study file after reading it.

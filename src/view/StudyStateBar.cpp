@@ -294,10 +294,10 @@ void StudyStateBar::ShowFileChange(bool isChanged)
 void StudyStateBar::ShowNoBlanks(bool hasNone, bool hasFullWidthBrackets)
 {
     if (hasNone)
-        m_notices->Put(NoticeTopic::NoBlanks,
-                       {.text = hasFullWidthBrackets ? u"空欄がありません。［ ］を半角の [ ] に直してください"_s
-                                                     : u"空欄がありません。覚える言葉を [ ] で囲んでください"_s,
-                        .offers = {{u"編集"_s, u"Alt+E"_s, NoticeAction::Edit}}});
+        m_notices->Put(
+            NoticeTopic::NoBlanks,
+            {.text = hasFullWidthBrackets ? u"空欄なし（［ ］は全角）"_s : u"この学習ファイルには空欄がありません。"_s,
+             .offers = {{hasFullWidthBrackets ? u"直す"_s : u"書く"_s, u"Ctrl+B"_s, NoticeAction::Write}}});
     else
         m_notices->Remove(NoticeTopic::NoBlanks);
 }

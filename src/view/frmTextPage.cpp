@@ -190,9 +190,9 @@ void frmText::lblNotice_Click(NoticeAction action)
     case NoticeAction::GoToOffered:
         Apply(m_page.MoveToLine(m_page.OfferedLine()));
         break;
-    case NoticeAction::Edit:
-        cmdEdit_Click();
-        return; // the focus is at the button that reads the file again
+    case NoticeAction::Write: // which mends full-width brackets when it opens the file
+        actWrite_Click();
+        return;
     case NoticeAction::KeepPlaces:
         break; // only offered while writing
     }

@@ -33,7 +33,7 @@ enum class NoticeAction
     GoOn, ///< what Enter does
     GoToOffered,
     Resume,
-    Edit,
+    Write,
     KeepPlaces, ///< a sign where pasting left out a character
 };
 

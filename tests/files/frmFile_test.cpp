@@ -428,7 +428,7 @@ TEST_F(FileWindowTest, CheckedFile_ShowsFiguresOrRemarks)
         const auto described = [this](int row) { return InRow(row, Qt::AccessibleTextRole); };
         EXPECT_TRUE(WaitFor([&] { return described(0).contains(u'回') && described(1).contains(u'異'); }));
         EXPECT_EQ(described(0), u"a good.txt，空欄1，1回，最後は今日"_s);
-        EXPECT_EQ(described(1), u"bad.txt，2行[ ]指定異常　「編集」で直せます"_s);
+        EXPECT_EQ(described(1), u"bad.txt，2行[ ]指定異常　「書く」で直せます"_s);
     });
 }
 

@@ -473,9 +473,17 @@ TEST_F(StudyWindowTest, FirstOpening_TellsWhatToDo)
         return Label(u"lblNotice");
     };
     EXPECT_EQ(Label(u"lblNotice"), keys);
-    EXPECT_EQ(open(2), u"空欄がありません。［ ］を半角の [ ] に直してください"_s);
-    EXPECT_EQ(open(3), u"空欄がありません。覚える言葉を [ ] で囲んでください"_s);
-    EXPECT_EQ(Child<QPushButton>(u"cmdNotice1")->accessibleName(), u"編集（Alt+E）"_s);
+    EXPECT_EQ(open(2), u"空欄なし（［ ］は全角）"_s);
+    script.When(u"frmWrite"_s, [this](QWidget *writing) {
+        EXPECT_EQ(writing->findChild<QPlainTextEdit *>()->toPlainText(), u"[言葉]\n"_s);
+        QTest::keyClick(writing->findChild<QPlainTextEdit *>(), Qt::Key_S, Qt::ControlModifier);
+        QTest::keyClick(writing, Qt::Key_Escape);
+    });
+    EXPECT_EQ(Child<QPushButton>(u"cmdNotice1")->accessibleName(), u"直す（Ctrl+B）"_s);
+    Child<QPushButton>(u"cmdNotice1")->click();
+    EXPECT_EQ(page->Page().Round().BlankCount(), 1);
+    EXPECT_EQ(open(3), u"この学習ファイルには空欄がありません。"_s);
+    EXPECT_EQ(Child<QPushButton>(u"cmdNotice1")->accessibleName(), u"書く（Ctrl+B）"_s);
     EXPECT_EQ(open(1), keys);
     Press(Qt::Key_Return);
     EXPECT_EQ(Label(u"lblNotice"), u"(hidden)"_s);
