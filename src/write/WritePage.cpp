@@ -122,7 +122,7 @@ WritePage::WritePage(QWidget *parent)
     setFrameShape(QFrame::NoFrame);
     setTabChangesFocus(true); // whoever has no mouse could not leave otherwise
     setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
-    connect(this, &QPlainTextEdit::cursorPositionChanged, this, &WritePage::ShowCursorLine);
+    connect(this, &QPlainTextEdit::cursorPositionChanged, viewport(), qOverload<>(&QWidget::update));
     connect(this, &QPlainTextEdit::updateRequest, m_strip, [this](const QRect &area, int scrolledPx) {
         if (scrolledPx != 0)
             m_strip->scroll(0, scrolledPx);
@@ -149,7 +149,7 @@ void WritePage::SetColours(const PageColours &colours)
     m_colours = colours;
     m_highlighter->SetColours(colours);
     ShowSelectionColours();
-    ShowCursorLine();
+    viewport()->update();
     m_strip->update();
 }
 
@@ -180,17 +180,6 @@ void WritePage::ShowSelectionColours()
         colours.setColor(QPalette::HighlightedText, m_colours.nextFill.isValid() ? m_colours.text : m_colours.noteText);
     }
     setPalette(colours);
-}
-
-void WritePage::ShowCursorLine()
-{
-    QTextEdit::ExtraSelection line;
-    line.format.setBackground(m_colours.bar);
-    line.format.setProperty(QTextFormat::FullWidthSelection, true);
-    line.cursor = textCursor();
-    line.cursor.clearSelection();
-    setExtraSelections(m_colours.drawing == HighContrastDrawing ? QList<QTextEdit::ExtraSelection>()
-                                                                : QList<QTextEdit::ExtraSelection>{line});
 }
 
 void WritePage::StrokeSelection()
@@ -406,6 +395,8 @@ void WritePage::resizeEvent(QResizeEvent *event)
 
 void WritePage::paintEvent(QPaintEvent *event)
 {
+    if (m_colours.drawing != HighContrastDrawing)
+        PaintCursorLine();
     QPlainTextEdit::paintEvent(event);
     QPainter painter(viewport());
     PaintLimit(&painter, event->rect());
@@ -415,6 +406,13 @@ void WritePage::paintEvent(QPaintEvent *event)
         PaintProblems(&painter, block, offset);
         offset.ry() += blockBoundingRect(block).height();
     }
+}
+
+/// The ground of the cursor's line, below the tints of blanks in it.
+void WritePage::PaintCursorLine() const
+{
+    const QRectF line = blockBoundingGeometry(textCursor().block()).translated(contentOffset());
+    QPainter(viewport()).fillRect(QRectF(line.left(), line.top(), viewport()->width(), line.height()), m_colours.bar);
 }
 
 /// The line behind the last character that a line can have, with its number.

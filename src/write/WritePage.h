@@ -83,8 +83,8 @@ class WritePage : public QPlainTextEdit
   private:
     void Type(const QString &text);
     void Stroke(QTextCursor *cursor, int from, int to);
-    void ShowCursorLine();
     void ShowSelectionColours();
+    void PaintCursorLine() const;
     void PaintLimit(QPainter *painter, const QRect &area) const;
     void PaintProblems(QPainter *painter, const QTextBlock &block, const QPointF &offset) const;
     void PaintNumbers(QPaintEvent *event);

@@ -58,7 +58,10 @@ WriteStateBar::WriteStateBar(QWidget *parent)
     bytes->addWidget(lblBytes);
     bytes->addWidget(lblMaxBytes);
     m_row->addLayout(bytes);
-    connect(m_find, &FindField::Shown, this, [this](bool isShown) { m_notices->setVisible(!isShown); });
+    connect(m_find, &FindField::Shown, this, [this](bool isShown) {
+        m_notices->setVisible(!isShown);
+        MakeRoom();
+    });
     ShowLine(1, 1);
     ShowBlanks(0);
     ShowBytes(0);
@@ -112,6 +115,24 @@ void WriteStateBar::ReserveSpace()
     lblBytes->setMinimumWidth(QFontMetrics(bold).horizontalAdvance(u"000"_s));
     m_row->setSpacing(GroupGap(font));
     setFixedHeight(StateBarHeight(font) + 2 * FocusRingReach); // the field of the search is higher than a notice
+    MakeRoom();
+}
+
+/// Leaves the whole row to the field of a search if it does not fit beside the rest.
+void WriteStateBar::MakeRoom()
+{
+    int neededPx = m_find->minimumSizeHint().width() + 2 * WindowMargin;
+    for (const QLabel *const place : {lblLine, lblBlanks, lblMaxBytes})
+        neededPx += m_row->spacing() + qMax(place->minimumWidth(), place->sizeHint().width());
+    neededPx += lblBytes->minimumWidth();
+    const bool isTight = !m_find->isHidden() && neededPx > width();
+    for (QLabel *const place : {lblLine, lblBlanks, lblBytes, lblMaxBytes})
+        place->setHidden(isTight);
+}
+
+void WriteStateBar::resizeEvent(QResizeEvent *)
+{
+    MakeRoom();
 }
 
 void WriteStateBar::changeEvent(QEvent *event)

@@ -47,10 +47,12 @@ class WriteStateBar : public QWidget
   protected:
     void changeEvent(QEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
 
   private:
     void ReserveSpace();
     void ShowColours();
+    void MakeRoom();
 
     qsizetype m_bytes = 0;
     int m_lineCount = 1;

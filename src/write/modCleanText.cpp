@@ -129,14 +129,13 @@ CleanText CleanTextOf(ConvertedText converted, WithoutEquivalent rest)
         replaced += kind.count;
     QStringList done;
     if (replaced > 0)
-        done += QString::number(replaced) + u"個の文字を同じ意味の文字に直し"_s;
+        done += u"似た文字に "_s + QString::number(replaced);
     if (converted.accentCount > 0)
-        done += u"アクセント記号を"_s + QString::number(converted.accentCount) + u"個除き"_s;
+        done += u"アクセントなしに "_s + QString::number(converted.accentCount);
     if (converted.unwritableCount > 0)
-        done += u"絵文字などShift_JISにない文字"_s + QString::number(converted.unwritableCount) +
-                (rest == WithoutEquivalent::Geta ? u"個を〓にし"_s : u"個をなくし"_s);
-    if (!done.isEmpty())
-        clean.notice = u"貼り付けるとき，"_s + done.join(u'，') + u"ました。"_s;
+        done += (rest == WithoutEquivalent::Geta ? u"〓にした文字 "_s : u"なくした文字 "_s) +
+                QString::number(converted.unwritableCount);
+    clean.notice = done.join(u'，');
     return clean;
 }
 

@@ -17,7 +17,7 @@ class QDeadlineTimer;
 struct CleanText
 {
     QString text;
-    QString notice; ///< one sentence that counts what was changed; empty if nothing was
+    QString notice; ///< counts what was changed, as short as the row below the page is; empty if nothing was
 };
 
 /// Converts a text that is pasted: replaces characters by their equivalents, removes accents and treats characters

@@ -536,6 +536,58 @@ TEST_F(WriteWindowTest, FindAndGo_LeadThroughTheText)
     });
 }
 
+TEST_F(WriteWindowTest, LargeDesktopFont_CutsNoButtonOfTheSearch)
+{
+    QFont large = window.font();
+    large.setPointSize(20);
+    window.setFont(large);
+    InWindow([&] {
+        for (const int widthPx : {window.minimumWidth(), 3000}) {
+            window.resize(widthPx, 600);
+            Press(Qt::Key_F, Qt::ControlModifier);
+            QCoreApplication::processEvents(); // lays out the row
+            for (const QString &name : {u"cmdFindPrevious"_s, u"cmdFindNext"_s, u"cmdFindEnd"_s}) {
+                const auto *const button = Find<QPushButton>(name);
+                EXPECT_GE(button->width(), button->minimumSizeHint().width()) << widthPx << ' ' << name.toStdString();
+            }
+            EXPECT_EQ(Find<QLabel>(u"lblBytes"_s)->isVisible(), widthPx == 3000) << widthPx;
+            Click(u"cmdFindEnd"_s);
+            EXPECT_TRUE(Find<QLabel>(u"lblBytes"_s)->isVisible()) << widthPx;
+        }
+    });
+}
+
+TEST_F(WriteWindowTest, BlankInTheCursorsLine_IsTintedLikeAnother)
+{
+    InWindow([&] {
+        text->selectAll();
+        text->insertPlainText(u"[two] a\n[two] a"_s);
+        text->GoTo(2, 8);
+        const auto picture = [&](int line, int from, int to) {
+            QTextCursor cursor(text->document()->findBlockByNumber(line - 1));
+            const int start = cursor.position();
+            cursor.setPosition(start + from);
+            const QRect left = text->cursorRect(cursor);
+            cursor.setPosition(start + to);
+            return text->viewport()->grab(QRect(left.topLeft(), text->cursorRect(cursor).bottomLeft())).toImage();
+        };
+        EXPECT_EQ(picture(1, 1, 4), picture(2, 1, 4));
+        EXPECT_NE(picture(1, 6, 7), picture(2, 6, 7)) << "the ground of the line";
+    });
+}
+
+TEST_F(WriteWindowTest, PasteNotice_FitsAtTheUsualWidth)
+{
+    InWindow([&] {
+        QGuiApplication::clipboard()->setText(u"\u2014é😀"_s.repeated(30));
+        Press(Qt::Key_V, Qt::ControlModifier);
+        const auto *const notice = Find<QLabel>(u"lblNotice"_s);
+        EXPECT_GE(notice->width(), notice->fontMetrics().horizontalAdvance(notice->text()))
+            << notice->text().toStdString();
+        EXPECT_TRUE(Find<QPushButton>(u"cmdNotice2"_s)->isVisible());
+    });
+}
+
 TEST_F(WriteWindowTest, DroppedPicture_IsCopiedAndNamed)
 {
     QImage image(2, 2, QImage::Format_RGB32);
