@@ -112,7 +112,7 @@ Do you want to delete it anyway?</source><translation>「%1」は書き込みが
 </context>
 <context>
     <name>QSaveFile</name>
-    <message><source>Existing file %1 is not writable</source><translation>書き込みが禁じられているファイルです。</translation></message>
+    <message><source>Existing file %1 is not writable</source><translation>「%1」は書き込みが禁じられています。</translation></message>
     <message><source>Filename refers to a directory</source><translation>同じ名前のフォルダがあります。</translation></message>
     <message><source>Writing canceled by application</source><translation>書き込みを途中でやめました。</translation></message>
 </context>

@@ -2,12 +2,14 @@
 # SPDX-FileCopyrightText: 2026 The Kotoban developers
 # SPDX-License-Identifier: MIT
 """Checks docs/architecture.md against the sources: the picture, the rooms, and each file and test suite that it names.
-Also checks that the forges have the same templates, and that each file states its licence."""
+Also checks that the forges have the same templates, that each file states its licence, and that no translation loses a
+placeholder."""
 import re
 import subprocess
 import sys
 import tomllib
 from pathlib import Path
+from xml.etree import ElementTree
 
 ROOT = Path(__file__).resolve().parent.parent
 faults = []
@@ -69,6 +71,14 @@ def check_licences():
             expect(b"SPDX-License-Identifier: MIT" in (ROOT / name).read_bytes()[:300], f"{name} states no licence")
 
 
+def check_translations():
+    """A translation without a placeholder of its source makes Qt complain whenever the text is shown."""
+    for message in ElementTree.parse(ROOT / "assets" / "qt_ja.ts").iter("message"):
+        source, translation = message.findtext("source"), message.findtext("translation")
+        expect(set(re.findall(r"%\d", source)) == set(re.findall(r"%\d", translation)),
+               f"the placeholders of the translation differ: {source}")
+
+
 def main():
     text = (ROOT / "docs" / "architecture.md").read_text("utf-8")
     check_picture()
@@ -77,6 +87,7 @@ def main():
     check_suites(text)
     check_templates()
     check_licences()
+    check_translations()
     for fault in faults:
         print(fault, file=sys.stderr)
     return 1 if faults else 0
