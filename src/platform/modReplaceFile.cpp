@@ -30,17 +30,23 @@ FileReplacement::FileReplacement(const QString &path, std::optional<QFileDevice:
 
 bool FileReplacement::Write(const QByteArray &piece)
 {
-    if (m_file && m_file->write(piece) != piece.size())
-        GiveUp();
+    // Where the disk becomes full, a part is written without a fault; only the rest fails, with the reason.
+    for (qint64 written = 0; m_file && written < piece.size();) {
+        const qint64 more = m_file->write(piece.constData() + written, piece.size() - written);
+        if (more > 0)
+            written += more;
+        else
+            GiveUp();
+    }
     return m_file.has_value();
 }
 
 // QSaveFile::commit ignores a failed flush of its buffer and, on a full disk, would replace the old file by a truncated
-// one; hence the explicit flush. It syncs the file before the rename but not the folder, without which a power cut
-// could undo the rename.
+// one; hence the explicit flush, and a second one, which tells why if the first wrote a part. It syncs the file before
+// the rename but not the folder, without which a power cut could undo the rename.
 FileFault FileReplacement::Commit()
 {
-    if (m_file && !(m_file->flush() && m_file->commit()))
+    if (m_file && !((m_file->flush() || m_file->flush()) && m_file->commit()))
         GiveUp();
     if (m_file)
         SyncFolder(QFileInfo(m_file->fileName()).path());

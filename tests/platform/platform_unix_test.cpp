@@ -25,9 +25,11 @@
 #include <QSignalSpy>
 #include <QTest>
 
+#include <cerrno>
 #include <csignal>
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/sysmacros.h>
 #include <unistd.h>
@@ -193,6 +195,23 @@ TEST(File, ReadOrReplaceNonRegularFile_FailsAndLeavesItUntouched)
     ASSERT_TRUE(large.resize(MaxFileBytes + 1)) << "sparse";
     QByteArray bytes;
     EXPECT_EQ(ReadWholeFile(large.fileName(), &bytes).reason, u"64MBを超えるので，読み込みません。"_s);
+}
+
+TEST(ReplaceFile, FullDisk_SaysSo)
+{
+    const TestFolder folder;
+    const QString path = folder.Write(u"a.txt"_s, "old");
+    rlimit before{};
+    getrlimit(RLIMIT_FSIZE, &before);
+    std::signal(SIGXFSZ, SIG_IGN);
+    for (const qsizetype size : {8'000, 100'000, 3'000'000}) {
+        const rlimit limit{rlim_t(size) - 3'000, before.rlim_max}; // which fails in the same way
+        setrlimit(RLIMIT_FSIZE, &limit);
+        const FileFault fault = ReplaceFile(path, QByteArray(size, 'a'));
+        setrlimit(RLIMIT_FSIZE, &before);
+        EXPECT_EQ(fault.reason, qt_error_string(EFBIG)) << size;
+        EXPECT_EQ(folder.Read(u"a.txt"_s), "old") << size;
+    }
 }
 
 TEST(ReplaceFile, LinkAsLastPart_IsFollowedOnlyWithinItsFolder)
