@@ -145,6 +145,28 @@ TEST_F(MsgTest, HeldKey_AnswersOnlyAfterReleaseAndNewPress)
     }
 }
 
+TEST_F(MsgTest, TwoWays_HaveAButtonEachUntilTheNextQuestion)
+{
+    const Rows<QString, MsgResult> rows = {
+        {u"cmdOK"_s, MsgResult::Ok}, {u"cmdOther"_s, MsgResult::Other}, {u"cmdCancel"_s, MsgResult::Cancel}};
+    for (const auto &[button, result] : rows) {
+        script.Click(u"frmMsg"_s, button);
+        QTimer::singleShot(0, &msg, [this] {
+            EXPECT_EQ(Button(u"cmdOK")->text(), u"前へ進む"_s);
+            EXPECT_TRUE(Button(u"cmdOK")->isDefault());
+            EXPECT_EQ(Button(u"cmdOther")->text(), u"戻る"_s);
+            EXPECT_FALSE(Button(u"cmdOther")->isEnabled());
+            EXPECT_LT(Button(u"cmdOK")->geometry().right(), Button(u"cmdOther")->geometry().left());
+            EXPECT_LT(Button(u"cmdOther")->geometry().right(), Button(u"cmdCancel")->geometry().left());
+            EXPECT_TRUE(msg.rect().contains(Button(u"cmdCancel")->geometry()));
+        });
+        EXPECT_EQ(msg.AskWhich(&owner, u"短い"_s, u"前へ進む"_s, u"戻る"_s), result);
+    }
+    script.Click(u"frmMsg"_s, u"cmdOK"_s);
+    EXPECT_EQ(Show(u"続けますか？"_s, MsgStyle::YesNo, [this] { EXPECT_FALSE(Button(u"cmdOther")->isVisible()); }),
+              MsgResult::Ok);
+}
+
 TEST_F(MsgTest, EachStyle_ShowsItsButtonsCentred)
 {
     const Rows<MsgStyle, QString, bool> rows = {
