@@ -80,7 +80,8 @@ void LineChecks::Document_Change(int at, int, int added)
     constexpr int fewLines = 16;
     QTextBlock block = m_document->findBlock(at);
     const QTextBlock last = m_document->findBlock(at + added);
-    const bool areFew = last.isValid() && last.blockNumber() - block.blockNumber() < fewLines;
+    const bool areFew = last.isValid() && last.blockNumber() - block.blockNumber() < fewLines &&
+                        (block == last || last.position() - block.position() < MaxCheckedLength);
     for (; block.isValid(); block = block.next()) {
         block.setUserData(nullptr);
         if (areFew)
@@ -134,12 +135,10 @@ bool LineChecks::GoOn(const QDeadlineTimer &deadline)
 {
     if (!m_hasUnchecked)
         return false;
-    constexpr int linesBetweenLooks = 16;
     const int end = m_unchecked.selectionEnd();
-    int lines = 0;
     for (QTextBlock block = m_document->findBlock(m_unchecked.selectionStart());
          block.isValid() && block.position() <= end; block = block.next()) {
-        if (++lines % linesBetweenLooks == 0 && deadline.hasExpired()) {
+        if (deadline.hasExpired()) {
             SetUnchecked(block.position(), end);
             return true;
         }

@@ -63,7 +63,8 @@ qsizetype CharacterLength(QStringView line, qsizetype at)
 /// Whether mending makes a character writable, alone or together with those before it.
 bool IsMendable(QStringView line, qsizetype at)
 {
-    const qsizetype before = std::min<qsizetype>(at, 3); // a letter and its marks
+    const bool isMark = line[at].category() == QChar::Mark_NonSpacing;
+    const qsizetype before = isMark ? std::min<qsizetype>(at, 3) : 0; // the letter and other marks
     const auto unwritable = [](const QString &text) { return std::ranges::count_if(text, std::not_fn(IsWritable)); };
     return unwritable(MendedText(line.sliced(at - before, before + CharacterLength(line, at)))) <=
            unwritable(MendedText(line.sliced(at - before, before)));
@@ -145,9 +146,12 @@ qsizetype FirstWrongBracket(QStringView line)
 
 void AddFullWidth(QStringView line, Problems *problems)
 {
-    for (const FullWidthBrackets &found : FullWidthBracketsOf(line))
+    for (const FullWidthBrackets &found : FullWidthBracketsOf(line)) {
+        if (problems->IsFull(LineFault::FullWidthBrackets))
+            break;
         problems->Add(LineFault::FullWidthBrackets, found.start, found.length, u"全角の［ ］は空欄になりません。"_s,
                       found.length > 1 ? u"半角にします"_s : QString());
+    }
 }
 
 void AddPictures(QStringView line, const HasPicture &hasPicture, Problems *problems)
