@@ -79,6 +79,8 @@ QString OfferFor(QStringView line, qsizetype start, qsizetype length)
         --shown;
     const qsizetype before = start > 0 && line[start].category() == QChar::Mark_NonSpacing ? 1 : 0; // it changes that
     const QString made = MendedText(line.sliced(start - before, shown + before));
+    if (made.isEmpty())
+        return u"なくします"_s;
     return made.trimmed().isEmpty() ? u"空白にします"_s : QString(u"「"_s + made + u"」にします"_s);
 }
 
