@@ -183,8 +183,11 @@ Step MakeSheet(const QByteArray &bytes)
     return [path = Folder().Write(u"txt/a.txt"_s, bytes)] {
         PrintSheet sheet;
         const QString target = Folder().Path(u"sheet.html"_s);
-        if (!sheet.Read(path, target, true))
-            RequireDone(WriteAll(target, sheet));
+        for (const bool isEditionB : {false, true})
+            if (!sheet.Read(path, target, {.isForTeacher = isEditionB, .isEditionB = isEditionB})) {
+                sheet.LookForPictures(QDeadlineTimer(QDeadlineTimer::Forever));
+                RequireDone(WriteAll(target, sheet));
+            }
     };
 }
 
@@ -225,7 +228,7 @@ Step MarkAll(const QByteArray &bytes)
         marks.HasEntries(u"a"_s);
         PrintSheet sheet;
         const QString target = Folder().Path(u"sheet.html"_s);
-        if (!sheet.Read(path, target, true, &marks))
+        if (!sheet.Read(path, target, {.onlyHard = &marks}))
             RequireDone(WriteAll(target, sheet));
         StudyExport made;
         if (!made.Read(path, ExportKind::Csv, &marks))

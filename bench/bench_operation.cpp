@@ -131,7 +131,7 @@ int main(int argc, char *argv[])
     if (operation == "load")
         Load(path);
     else if (operation == "sheet" && argc == 4)
-        Write<PrintSheet>(target, [&](PrintSheet *sheet) { return sheet->Read(path, target, true); });
+        Write<PrintSheet>(target, [&](PrintSheet *sheet) { return sheet->Read(path, target, {}); });
     else if (operation == "csv" && argc == 4)
         Write<StudyExport>(target, [&](StudyExport *made) { return made->Read(path, ExportKind::Csv); });
     else if (operation == "history" && argc == 5)

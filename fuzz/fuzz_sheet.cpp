@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 // The sheet of any study file: whatever the file holds, the page has no other markup than ours, asks for every blank
-// and tells no answer before its last page.
+// and tells no answer before its last page, unless it is the teacher's.
 #include "base/modCodePage.h"
 #include "exchange/modPrintableCopy.h"
 #include "input.h"
@@ -11,6 +11,8 @@
 #include "support/Pieces.h"
 #include "text/modCheckText.h"
 #include "text/modDisplayText.h"
+
+#include <QDeadlineTimer>
 
 namespace {
 
@@ -26,7 +28,8 @@ void CheckMarkup(QByteArrayView html)
 {
     static const QByteArrayList tags =
         QByteArray("<div class=\"line\">|<div class=\"pictures\">|<div class=\"columns\">|<div>|</div>|"
-                   "<span class=\"blank\">|<span style=\"width:|<span class=\"date\">|<span>|</span>|<small>|</small>|"
+                   "<div class=\"lines\">|<span class=\"blank\">|<span class=\"rule\" style=\"width:|"
+                   "<span class=\"rule told\" style=\"min-width:|<span class=\"date\">|<span>|</span>|<small>|</small>|"
                    "<b>|</b>|<img src=\"|<p class=\"name\">|</p>|<h1>|</h1>|<h2>|</h2>|<section class=\"answers\">|"
                    "</section>|</body>|</html>")
             .split('|');
@@ -68,29 +71,42 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     list.Write(input.TakeText());
     const QByteArray study = input.TakeRest();
     file.Write(study);
-    const MarkList *const onlyHard = options % 2 == 1 ? &marks : nullptr;
+    SheetChoices choices{.print = {.blankWidth = BlankWidth(options / 4 % 3), .columns = 1 + options / 16 % 2},
+                         .isEditionB = options / 2 % 2 == 1,
+                         .onlyHard = options % 2 == 1 ? &marks : nullptr};
     PrintSheet sheet;
-    if (const TextRefusal refusal = sheet.Read(file.Path(), file.Path(), true, onlyHard)) {
+    if (const TextRefusal refusal = sheet.Read(file.Path(), file.Path(), choices)) {
         Require(!refusal.message.isEmpty());
         return 0;
     }
+    while (sheet.LookForPictures(QDeadlineTimer(0)))
+        Require(sheet.Looked() > 0);
+    Require(sheet.Missing().first.size() == qMin(sheet.Missing().count, MaxMissingShown));
     const QByteArray html = All(sheet);
     CheckMarkup(Body(html));
     Require(html.count("<span class=\"blank\">") == sheet.BlankCount());
     Require(html.count("<div><b>") == sheet.BlankCount());
     Require(sheet.PageCount() >= (html.contains("<div class=\"line\">") ? 1 : 0));
 
-    Require(!sheet.Read(file.Path(), file.Path(), false, onlyHard));
+    choices.isForTeacher = true;
+    Require(!sheet.Read(file.Path(), file.Path(), choices));
+    const QByteArray told = All(sheet);
+    CheckMarkup(Body(told));
+    Require(told.count("<span class=\"blank\">") == sheet.BlankCount());
+
+    choices.isForTeacher = false;
+    choices.print.withAnswers = false;
+    Require(!sheet.Read(file.Path(), file.Path(), choices));
     const QByteArray questions = All(sheet);
     const qsizetype answers = html.indexOf("<section class=\"answers\">");
     Require(questions.chopped(QByteArrayView("</body>\n</html>\n").size()) ==
             (answers < 0 ? html.chopped(QByteArrayView("</body>\n</html>\n").size()) : html.first(answers)));
     const QByteArray without = WithoutAnswers(study);
-    if (onlyHard || questions.contains(QString(QChar::ReplacementCharacter).toUtf8()))
+    if (choices.onlyHard || questions.contains(QString(QChar::ReplacementCharacter).toUtf8()))
         return 0; // marks find their lines by the answers too, and bytes that cannot be decoded cannot be written
     file.Write(without);
     // An answer may make the whole file look like another encoding, or its mask be the lack of that.
-    if (!sheet.Read(file.Path(), file.Path(), false))
+    if (!sheet.Read(file.Path(), file.Path(), choices))
         Require(All(sheet) == questions);
     return 0;
 }

@@ -13,7 +13,9 @@
 #include "widgets/frmWait.h"
 
 #include <QCheckBox>
+#include <QComboBox>
 #include <QFileInfo>
+#include <QGridLayout>
 #include <QLabel>
 #include <QVBoxLayout>
 
@@ -41,19 +43,76 @@ void frmPrint::Form_Load()
     chkAnswers = AddChoice<QCheckBox>(u"chkAnswers"_s, u"正解を付ける(&A)"_s,
                                       u"番号を付けた正解を，最後のページに印刷します (Alt+A)"_s,
                                       u"番号を付けた正解を，最後のページに印刷します。"_s);
+    chkTeacher = AddChoice<QCheckBox>(u"chkTeacher"_s, u"先生用(&T)"_s, u"正解を赤で，空欄の所に印刷します (Alt+T)"_s,
+                                      u"正解を赤で，空欄の所に印刷します。"_s);
     chkOnlyHard = AddChoice<QCheckBox>(u"chkOnlyHard"_s, u"苦手だけ(&N)"_s,
                                        u"苦手の印のある空欄と，その行だけを印刷します (Alt+N)"_s,
                                        u"苦手の印のある空欄と，その行だけを印刷します。"_s);
+    AddHead(u"lblForm"_s, u"用紙"_s);
+    Column()->addLayout(FormOfSheet());
     Column()->addStretch();
     AddAnswers(u"印刷ページを開く(&P)"_s, u"印刷するページをブラウザで開きます (Enter)"_s,
                u"印刷せずに戻ります (Esc)"_s);
+}
+
+/// The choices of the sheet's form, two in a row.
+QLayout *frmPrint::FormOfSheet()
+{
+    auto *const grid = new QGridLayout;
+    const auto add = [this, grid](const QString &name, const QString &caption, const QString &meaning, QChar key,
+                                  const QStringList &items) {
+        auto *const choice = new QComboBox(this);
+        NameControl(choice, u"cbo"_s + name, caption, meaning + u" (Alt+"_s + key + u')');
+        choice->addItems(items);
+        const int cell = grid->count() / 2; // each has a label
+        grid->addWidget(LabelOf(choice, u"lbl"_s + name, caption + u"(&"_s + key + u")："_s), cell / 2, cell % 2 * 2);
+        grid->addWidget(choice, cell / 2, cell % 2 * 2 + 1);
+        return choice;
+    };
+    const auto numbers = [](int first, int last, const QString &unit) {
+        QStringList items;
+        for (int number = first; number <= last; ++number)
+            items += QString::number(number) + unit;
+        return items;
+    };
+    cboBlankWidth = add(u"BlankWidth"_s, u"空欄の幅"_s, u"書き込む下線の長さです"_s, u'W',
+                        {u"そのまま"_s, u"2倍"_s, u"同じ幅 25 mm"_s}); // in enum order
+    cboLineGap = add(u"LineGap"_s, u"行の間"_s, u"行と行の間の広さです"_s, u'L',
+                     numbers(MinLineGapMm, MaxLineGapMm, u" mm"_s));
+    cboColumns = add(u"Columns"_s, u"段組み"_s, u"1ページを何段にするかです"_s, u'D', numbers(1, MaxPrintColumns, u"段"_s));
+    cboPoints = add(u"PointSize"_s, u"文字の大きさ"_s, u"印刷する文字の大きさです"_s, u'S',
+                    numbers(MinPrintPoints, MaxPrintPoints, u" pt"_s));
+    cboEdition = add(u"Edition"_s, u"版"_s, u"版Bでは，空欄のある行の順が変わります"_s, u'E',
+                     {u"A"_s, u"B（別の順）"_s});
+    grid->setColumnStretch(4, 1);
+    return grid;
+}
+
+void frmPrint::ShowSettings(const PrintSettings &print)
+{
+    chkAnswers->setChecked(print.withAnswers);
+    cboBlankWidth->setCurrentIndex(int(print.blankWidth));
+    cboLineGap->setCurrentIndex(print.lineGapMm - MinLineGapMm);
+    cboColumns->setCurrentIndex(print.columns - 1);
+    cboPoints->setCurrentIndex(print.points - MinPrintPoints);
+}
+
+PrintSettings frmPrint::TakeSettings() const
+{
+    return {.withAnswers = chkAnswers->isChecked(),
+            .blankWidth = BlankWidth(cboBlankWidth->currentIndex()),
+            .lineGapMm = cboLineGap->currentIndex() + MinLineGapMm,
+            .columns = cboColumns->currentIndex() + 1,
+            .points = cboPoints->currentIndex() + MinPrintPoints};
 }
 
 void frmPrint::Run(const QString &studyFilePath)
 {
     m_studyFilePath = studyFilePath;
     lblFile->SetText(QFileInfo(studyFilePath).fileName());
-    chkAnswers->setChecked(m_settings.ReadPrintAnswers());
+    ShowSettings(m_settings.ReadPrint());
+    chkTeacher->setChecked(false);
+    cboEdition->setCurrentIndex(0);
     chkOnlyHard->setChecked(false);
     chkOnlyHard->setEnabled(!IsHardNotePath(studyFilePath) && m_marks.HasEntries(GetFileTitle(studyFilePath)));
     chkAnswers->setFocus();
@@ -63,12 +122,16 @@ void frmPrint::Run(const QString &studyFilePath)
 void frmPrint::cmdOK_Click()
 {
     WriteTrace(u"■frmPrint.cmdOK_Click");
-    const QString path = PrintSheetPath(m_reportFolder, m_studyFilePath);
-    if (!Write(path))
+    const SheetChoices choices = {.print = TakeSettings(),
+                                  .isForTeacher = chkTeacher->isChecked(),
+                                  .isEditionB = cboEdition->currentIndex() == 1,
+                                  .onlyHard = chkOnlyHard->isChecked() ? &m_marks : nullptr};
+    const QString path = PrintSheetPath(m_reportFolder, m_studyFilePath, choices);
+    if (!Write(path, choices))
         return;
-    // Failing to store the choice does not stop the printing.
-    if (chkAnswers->isChecked() != m_settings.ReadPrintAnswers())
-        std::ignore = m_settings.WritePrintAnswers(chkAnswers->isChecked());
+    // Failing to store the settings does not stop the printing.
+    if (choices.print != m_settings.ReadPrint())
+        std::ignore = m_settings.WritePrint(choices.print);
     m_msg.PlayNamedSound(u"start.wav"_s);
     accept();
     if (!m_services.OpenWithShell(path, m_reportFolder))
@@ -76,15 +139,20 @@ void frmPrint::cmdOK_Click()
 }
 
 /// @return false if nothing was written; the user knows why
-bool frmPrint::Write(const QString &sheetPath)
+bool frmPrint::Write(const QString &sheetPath, const SheetChoices &choices)
 {
     PrintSheet sheet;
-    if (const TextRefusal refusal = sheet.Read(m_studyFilePath, sheetPath, chkAnswers->isChecked(),
-                                               chkOnlyHard->isChecked() ? &m_marks : nullptr))
+    if (const TextRefusal refusal = sheet.Read(m_studyFilePath, sheetPath, choices))
         return Refuse(refusal.message);
-    if (chkOnlyHard->isChecked() && sheet.BlankCount() == 0)
+    if (choices.onlyHard && sheet.BlankCount() == 0)
         return Refuse(NoHardBlankMessage(QFileInfo(m_studyFilePath).completeBaseName()));
     if (sheet.BlankCount() > MostBlanksUnasked && !Agrees(ManyPagesQuestion(sheet)))
+        return false;
+    if (!frmWait(u"図を探しています。"_s, this)
+             .Run([&sheet](const QDeadlineTimer &deadline) { return sheet.LookForPictures(deadline); },
+                  [&sheet] { return sheet.Looked(); }))
+        return false;
+    if (sheet.Missing().count > 0 && !Agrees(MissingPicturesQuestion(sheet.Missing())))
         return false;
     PieceFile file(sheetPath, sheet);
     if (!frmWait(u"印刷ページを作っています。"_s, this).Run(file))

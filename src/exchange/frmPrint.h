@@ -8,28 +8,35 @@
 #include "widgets/CommandWindow.h"
 
 class MarkList;
+class QComboBox;
+class QLayout;
 class SettingsFile;
+struct PrintSettings;
+struct SheetChoices;
 
 class frmPrint : public CommandWindow
 {
     Q_OBJECT
 
   public:
-    /// @param settings  stores whether the answers are printed
+    /// @param settings  stores how sheets are printed
     /// @param marks  the blanks that the user has marked as hard; both must outlive the window
     /// @param reportFolder  where sheets are written
     frmPrint(SystemServices &services, frmMsg &msg, const SettingsFile &settings, const MarkList &marks,
              const QString &reportFolder, QWidget *owner);
 
     /// Shows the window for a study file and blocks until it is closed. It stays open after a fault, or when the user
-    /// declines or stops the writing of a long sheet.
+    /// declines a sheet that is long or lacks a picture, or stops the writing of one.
     void Run(const QString &studyFilePath);
 
   private:
     void Form_Load();
     void cmdOK_Click() override;
 
-    bool Write(const QString &sheetPath);
+    QLayout *FormOfSheet();
+    void ShowSettings(const PrintSettings &print);
+    PrintSettings TakeSettings() const;
+    bool Write(const QString &sheetPath, const SheetChoices &choices);
 
     SystemServices &m_services;
     const SettingsFile &m_settings;
@@ -38,5 +45,11 @@ class frmPrint : public CommandWindow
     QString m_studyFilePath;
     ElidedLabel *lblFile;
     QCheckBox *chkAnswers;
+    QCheckBox *chkTeacher;
     QCheckBox *chkOnlyHard;
+    QComboBox *cboEdition;
+    QComboBox *cboBlankWidth;
+    QComboBox *cboLineGap;
+    QComboBox *cboColumns;
+    QComboBox *cboPoints;
 };

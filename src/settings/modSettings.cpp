@@ -18,6 +18,7 @@ namespace {
 constexpr QStringView DefaultEditor = u"notepad.exe";
 // In the order of the enumeration.
 constexpr QStringView PageColourNames[] = {u"Light", u"Dark", u"Soft", u"SoftDark", u"Desktop"};
+constexpr QStringView BlankWidthNames[] = {u"Text", u"Double", u"Equal"};
 
 void RepairFontSize(const QString &text, const Settings &defaults, Settings *settings, QStringList *messages)
 {
@@ -50,13 +51,21 @@ QString BooleanText(bool value)
     return value ? u"True"_s : u"False"_s;
 }
 
-/// With a missing or unknown name the page follows the desktop; that does not warrant a message.
-PageColourChoice PageColourOf(const QString &name)
+/// The value of an enumeration by its name; the default if the name is missing or unknown, which does not warrant a
+/// message.
+template <typename Choice, size_t count>
+Choice ChoiceOf(const QString &name, const QStringView (&names)[count], Choice byDefault)
 {
-    for (size_t i = 0; i < std::size(PageColourNames); ++i)
-        if (name.compare(PageColourNames[i], Qt::CaseInsensitive) == 0)
-            return PageColourChoice(i);
-    return Settings().pageColour;
+    for (size_t i = 0; i < count; ++i)
+        if (name.compare(names[i], Qt::CaseInsensitive) == 0)
+            return Choice(i);
+    return byDefault;
+}
+
+/// The same for a whole number with bounds.
+int NumberOf(const QString &text, int lowest, int highest, int byDefault)
+{
+    return IsWholeNumberWithin(text, lowest, highest) ? text.toInt() : byDefault;
 }
 
 } // namespace
@@ -143,7 +152,7 @@ Settings SettingsFile::Read(const Settings &defaults, const Settings &upper, QSt
     }
     const QString lineNumbers = ini.Value(u"bolDispLineNum"_s, BooleanText(defaults.bolDispLineNum));
     settings.bolDispLineNum = lineNumbers.compare(u"true", Qt::CaseInsensitive) == 0;
-    settings.pageColour = PageColourOf(ini.Value(u"PageColour"_s));
+    settings.pageColour = ChoiceOf(ini.Value(u"PageColour"_s), PageColourNames, defaults.pageColour);
     const QSize size(ini.Value(u"FormWidth"_s).toInt(), ini.Value(u"FormHeight"_s).toInt());
     settings.formSize = size.isEmpty() ? QSize() : size;
     settings.isFormMaximized = ini.Value(u"FormMaximized"_s).compare(u"true", Qt::CaseInsensitive) == 0;
@@ -189,14 +198,25 @@ bool SettingsFile::WriteZoom(int percent) const
     return WriteIni({{u"Zoom"_s, QString::number(percent)}});
 }
 
-bool SettingsFile::ReadPrintAnswers() const
+PrintSettings SettingsFile::ReadPrint() const
 {
-    return ReadIni().Value(u"PrintAnswers"_s).compare(u"false", Qt::CaseInsensitive) != 0;
+    const ProfileSection ini = ReadIni();
+    PrintSettings print;
+    print.withAnswers = ini.Value(u"PrintAnswers"_s).compare(u"false", Qt::CaseInsensitive) != 0;
+    print.blankWidth = ChoiceOf(ini.Value(u"PrintBlankWidth"_s), BlankWidthNames, print.blankWidth);
+    print.lineGapMm = NumberOf(ini.Value(u"PrintLineGap"_s), MinLineGapMm, MaxLineGapMm, print.lineGapMm);
+    print.columns = NumberOf(ini.Value(u"PrintColumns"_s), 1, MaxPrintColumns, print.columns);
+    print.points = NumberOf(ini.Value(u"PrintPointSize"_s), MinPrintPoints, MaxPrintPoints, print.points);
+    return print;
 }
 
-bool SettingsFile::WritePrintAnswers(bool withAnswers) const
+bool SettingsFile::WritePrint(const PrintSettings &print) const
 {
-    return WriteIni({{u"PrintAnswers"_s, BooleanText(withAnswers)}});
+    return WriteIni({{u"PrintAnswers"_s, BooleanText(print.withAnswers)},
+                     {u"PrintBlankWidth"_s, BlankWidthNames[int(print.blankWidth)].toString()},
+                     {u"PrintLineGap"_s, QString::number(print.lineGapMm)},
+                     {u"PrintColumns"_s, QString::number(print.columns)},
+                     {u"PrintPointSize"_s, QString::number(print.points)}});
 }
 
 ProfileSection SettingsFile::ReadIni() const

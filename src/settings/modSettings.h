@@ -29,6 +29,33 @@ struct Settings
     int zoom = 0; ///< of the page, percent, one of ZoomSteps; 0 if missing or invalid
 };
 
+/// Width of the blanks on a printed sheet.
+enum class BlankWidth
+{
+    AsInText, ///< as in the study window, so that columns stay aligned
+    Double,   ///< twice that, and enough for handwriting
+    Equal,    ///< the same for all, so that it tells nothing of the answers
+};
+
+/// How sheets are printed.
+struct PrintSettings
+{
+    bool withAnswers = true;
+    BlankWidth blankWidth = BlankWidth::Double;
+    int lineGapMm = 5; ///< between two lines
+    int columns = 1;   ///< of text: 1 or 2
+    int points = 12;   ///< size of the text
+
+    bool operator==(const PrintSettings &) const = default;
+};
+
+/// Bounds of the PrintSettings, both included.
+constexpr int MinLineGapMm = 2;
+constexpr int MaxLineGapMm = 12;
+constexpr int MaxPrintColumns = 2;
+constexpr int MinPrintPoints = 10;
+constexpr int MaxPrintPoints = 18;
+
 /// Maximum length of a setting, in characters; longer values are silently truncated.
 constexpr int LongestSetting = 99;
 
@@ -77,8 +104,8 @@ class SettingsFile
     /// @param messages  one text is appended per replaced value, in the order of the checks
     Settings Read(const Settings &defaults, const Settings &upper, QStringList *messages) const;
 
-    /// Whether a printed sheet includes its answers; true unless the file says otherwise.
-    bool ReadPrintAnswers() const;
+    /// How sheets are printed. Missing and invalid values are the defaults.
+    PrintSettings ReadPrint() const;
 
     // These return false if the file could not be written; it is then unchanged.
 
@@ -97,8 +124,8 @@ class SettingsFile
     /// Writes the page zoom, in percent.
     [[nodiscard]] bool WriteZoom(int percent) const;
 
-    /// Writes whether a printed sheet includes its answers.
-    [[nodiscard]] bool WritePrintAnswers(bool withAnswers) const;
+    /// Writes how sheets are printed.
+    [[nodiscard]] bool WritePrint(const PrintSettings &print) const;
 
   private:
     ProfileSection ReadIni() const;

@@ -163,7 +163,7 @@ TEST(StudyExport, LongFile_IsMadeInSmallPiecesThatGoOnCounting)
         EXPECT_EQ(made.Done(), 1);
     }
     PrintSheet sheet;
-    ASSERT_FALSE(sheet.Read(path, folder.Path(u"a.html"_s), true));
+    ASSERT_FALSE(sheet.Read(path, folder.Path(u"a.html"_s), {}));
     EXPECT_EQ(sheet.BlankCount(), 33 * lines);
     EXPECT_EQ(sheet.PageCount(), 143 + 1375) << "35 lines and 120 answers on a page";
     QByteArray all;

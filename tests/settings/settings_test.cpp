@@ -102,6 +102,38 @@ TEST(Settings, WrittenSettings_HaveExactBytesAndRoundTrip)
     EXPECT_TRUE(messages.isEmpty()) << "unknown colours are silently replaced";
 }
 
+TEST(Settings, PrintSettings_FallBackOneByOneAndRoundTrip)
+{
+    const TestFolder folder;
+    const SettingsFile file(folder.Path(u"Kotoban.ini"_s));
+    const PrintSettings usual;
+    EXPECT_EQ(file.ReadPrint(), usual) << "no file";
+    const Rows<QByteArray, PrintSettings> rows = {
+        {"PrintAnswers=FALSE", {.withAnswers = false}},
+        {"PrintAnswers=0", usual},
+        {"PrintBlankWidth=text", {.blankWidth = BlankWidth::AsInText}},
+        {"PrintBlankWidth=Equal", {.blankWidth = BlankWidth::Equal}},
+        {"PrintBlankWidth=3", usual},
+        {"PrintLineGap=2", {.lineGapMm = 2}},
+        {"PrintLineGap=1", usual},
+        {"PrintLineGap=13", usual},
+        {"PrintColumns=2", {.columns = 2}},
+        {"PrintColumns=0", usual},
+        {"PrintColumns=3", usual},
+        {"PrintPointSize=18", {.points = 18}},
+        {"PrintPointSize=9", usual},
+        {"PrintPointSize=12pt", usual},
+        {"PrintPointSize=99999999999", usual},
+    };
+    for (const auto &[line, expected] : rows) {
+        folder.Write(u"Kotoban.ini"_s, "[setting]\r\n" + line + "\r\n");
+        EXPECT_EQ(file.ReadPrint(), expected) << line.toStdString();
+    }
+    const PrintSettings other{false, BlankWidth::Equal, 12, 2, 10};
+    EXPECT_TRUE(file.WritePrint(other));
+    EXPECT_EQ(file.ReadPrint(), other);
+}
+
 TEST(Zoom, AnyStartOrStep_StaysWithinZoomSteps)
 {
     const Rows<double, int> rows = {{6, 100},  {9, 100},  {10, 100}, {11, 125},

@@ -38,6 +38,7 @@ inline QString WriteSheet(const QString &path, const QString &sheetPath, bool wi
                           const MarkList *onlyHard = nullptr)
 {
     PrintSheet sheet;
-    const TextRefusal refusal = sheet.Read(path, sheetPath, withAnswers, onlyHard);
+    const SheetChoices choices{.print = {.withAnswers = withAnswers}, .onlyHard = onlyHard};
+    const TextRefusal refusal = sheet.Read(path, sheetPath, choices);
     return refusal ? refusal.message : WriteAll(sheetPath, sheet).reason;
 }
