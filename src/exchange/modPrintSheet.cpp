@@ -67,6 +67,7 @@ img:not(:only-child) { max-width: 46%; }
 )";
 
 constexpr double MmPerPoint = 25.4 / 72;
+constexpr double PxPerMm = 96 / 25.4;
 constexpr double PageWidthMm = 180; // within the margins
 constexpr double PageHeightMm = 259;
 constexpr double ColumnGapMm = 8;
@@ -138,7 +139,10 @@ QString BlankHtml(QStringView answer, const QString &number, const SheetChoices 
     const double widthMm = RuleWidthMm(cells, print);
     const double neededMm = choices.isForTeacher ? qMax(widthMm, cells * print.points * MmPerPoint / 2) : widthMm;
     const int rules = int(std::ceil(neededMm / LongestRuleMm));
-    const QString width = QString::number(widthMm / rules, 'f', 2) + u"mm\">"_s;
+    // A browser draws rules of whole pixels, so that one could lack a quarter of a millimetre.
+    const double px = widthMm / rules * PxPerMm;
+    const bool isExact = print.blankWidth == BlankWidth::AsInText;
+    const QString width = QString::number(isExact ? px : std::ceil(px - 0.001)) + u"px\">"_s;
     const QString opening = choices.isForTeacher ? u"<span class=\"rule told\" style=\"min-width:"_s + width
                                                  : u"<span class=\"rule\" style=\"width:"_s + width;
     QString html = u"<span class=\"blank\">"_s +

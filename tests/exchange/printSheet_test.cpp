@@ -44,11 +44,11 @@ QString LineOnSheet(const QString &line, const SheetChoices &choices = AsInText)
     return Sheet({line}, choices).section(u"<div class=\"line\">"_s, 1).section(u"</div>\n</div>\n</body>"_s, 0, 0);
 }
 
-/// HTML of a blank. @param mm  its width
-QString Underline(const QString &number, const QString &mm)
+/// HTML of a blank. @param px  its width
+QString Underline(const QString &number, const QString &px)
 {
-    return u"<span class=\"blank\">"_s + number + u"<span class=\"rule\" style=\"width:"_s + mm +
-           u"mm\"></span></span>"_s;
+    return u"<span class=\"blank\">"_s + number + u"<span class=\"rule\" style=\"width:"_s + px +
+           u"px\"></span></span>"_s;
 }
 
 } // namespace
@@ -85,21 +85,21 @@ TEST(PrintSheet, EachKindOfLine_KeepsTextAndHidesAnswers)
     const QString picture = u"<div class=\"pictures\">"_s + image + u"</div>"_s;
     const Rows<const char *, QString, QString> rows = {
         {"markup is text", u"<b>\"&"_s, u"&lt;b&gt;&quot;&amp;"_s},
-        {"half-width", u"a [bcd]  e"_s, u"a "_s + Underline(u"①"_s, u"6.35"_s) + u"  e"_s},
-        {"full-width and beside each other", u"[水x][]"_s, Underline(u"①"_s, u"6.35"_s) + Underline(u"②"_s, u"8.47"_s)},
+        {"half-width", u"a [bcd]  e"_s, u"a "_s + Underline(u"①"_s, u"24"_s) + u"  e"_s},
+        {"full-width and beside each other", u"[水x][]"_s, Underline(u"①"_s, u"24"_s) + Underline(u"②"_s, u"32"_s)},
         {"empty", QString(), QString()},
         {"picture at the end", u"見よ ｢図｣　"_s, u"見よ "_s + picture},
         {"pictures at the end", u"見よ｢図｣ ｢図｣"_s,
          u"見よ<div class=\"pictures\">"_s + image.repeated(2) + u"</div>"_s},
         {"picture in a sentence", u"｢図｣を見よ ここ"_s, u"｢図｣を見よ ここ"_s + picture},
         {"picture before a reference without one", u"｢図｣｢絵｣"_s, u"｢図｣｢絵｣"_s + picture},
-        {"picture before a blank", u"｢図｣[ ]"_s, u"｢図｣"_s + Underline(u"①"_s, u"2.12"_s) + picture},
-        {"picture before an empty blank", u"｢図｣[]"_s, u"｢図｣"_s + Underline(u"①"_s, u"8.47"_s) + picture},
+        {"picture before a blank", u"｢図｣[ ]"_s, u"｢図｣"_s + Underline(u"①"_s, u"8"_s) + picture},
+        {"picture before an empty blank", u"｢図｣[]"_s, u"｢図｣"_s + Underline(u"①"_s, u"32"_s) + picture},
         {"picture alone", u"　｢図｣ "_s, picture},
-        {"picture beside a blank", u"[ア]｢図｣"_s, Underline(u"①"_s, u"4.23"_s) + picture},
+        {"picture beside a blank", u"[ア]｢図｣"_s, Underline(u"①"_s, u"16"_s) + picture},
         {"no such picture", u"｢絵｣"_s, u"｢絵｣"_s},
-        {"an answer that names a picture", u"[｢図｣]"_s, Underline(u"①"_s, u"8.47"_s)},
-        {"a blank in a name", u"｢図[ ]｣"_s, u"｢図"_s + Underline(u"①"_s, u"2.12"_s) + u'｣'},
+        {"an answer that names a picture", u"[｢図｣]"_s, Underline(u"①"_s, u"32"_s)},
+        {"a blank in a name", u"｢図[ ]｣"_s, u"｢図"_s + Underline(u"①"_s, u"8"_s) + u'｣'},
     };
     for (const auto &[name, line, html] : rows)
         EXPECT_EQ(LineOnSheet(line), html) << name;
@@ -131,22 +131,22 @@ TEST(PrintSheet, Settings_AreInTheStyle)
 
 TEST(PrintSheet, LongBlank_GoesOnInFurtherRulesAndTeacherReadsItsAnswer)
 {
-    const auto rule = [](const QString &mm) -> QString {
-        return u"<span class=\"rule\" style=\"width:"_s + mm + u"mm\"></span>"_s;
+    const auto rule = [](const QString &px) -> QString {
+        return u"<span class=\"rule\" style=\"width:"_s + px + u"px\"></span>"_s;
     };
-    const auto told = [](const QString &mm, const QString &text) -> QString {
-        return u"<span class=\"rule told\" style=\"min-width:"_s + mm + u"mm\">"_s + text + u"</span>"_s;
+    const auto told = [](const QString &px, const QString &text) -> QString {
+        return u"<span class=\"rule told\" style=\"min-width:"_s + px + u"px\">"_s + text + u"</span>"_s;
     };
     const SheetChoices pupil{.print = {.withAnswers = false}};
     const SheetChoices teacher{.print = {.withAnswers = false}, .isForTeacher = true};
     const SheetChoices equal{.print = {.withAnswers = false, .blankWidth = BlankWidth::Equal}, .isForTeacher = true};
     const Rows<const char *, QString, SheetChoices, QString, QString> rows = {
-        {"ten kanji", QString(10, u'水'), pupil, rule(u"45.00"_s), rule(u"45.00"_s)},
-        {"markup", u"<&"_s, teacher, told(u"15.00"_s, u"&lt;&amp;"_s), QString()},
-        {"ten kanji, told", u"一二三四五六七八九十"_s, teacher, told(u"45.00"_s, u"一二三四五"_s),
-         told(u"45.00"_s, u"六七八九十"_s)},
-        {"longer than its rule", QString(15, u'水'), equal, told(u"12.50"_s, QString(8, u'水')),
-         told(u"12.50"_s, QString(7, u'水'))},
+        {"ten kanji", QString(10, u'水'), pupil, rule(u"171"_s), rule(u"171"_s)},
+        {"markup", u"<&"_s, teacher, told(u"57"_s, u"&lt;&amp;"_s), QString()},
+        {"ten kanji, told", u"一二三四五六七八九十"_s, teacher, told(u"171"_s, u"一二三四五"_s),
+         told(u"171"_s, u"六七八九十"_s)},
+        {"longer than its rule", QString(15, u'水'), equal, told(u"48"_s, QString(8, u'水')),
+         told(u"48"_s, QString(7, u'水'))},
     };
     for (const auto &[name, answer, choices, first, more] : rows)
         EXPECT_EQ(LineOnSheet(u'[' + answer + u']', choices),
@@ -301,7 +301,7 @@ TEST_F(PrintWindowTest, FormChosen_IsPrintedAndRememberedExceptTeacherAndEdition
     EXPECT_EQ(script.messages, QStringList(2, MissingPicturesQuestion({1, {u"2行目：なし"_s}}).remove(u'\r')));
     const QString html = QString::fromUtf8(folder.Read(u"rec/a_印刷B_先生用.html"_s));
     EXPECT_TRUE(html.contains(u"font-size: 18pt; line-height: calc(1em + 8mm)"_s) && html.contains(u"columns: 2"_s));
-    EXPECT_TRUE(html.contains(u"①<span class=\"rule told\" style=\"min-width:25.00mm\">二</span>"_s));
+    EXPECT_TRUE(html.contains(u"①<span class=\"rule told\" style=\"min-width:95px\">二</span>"_s));
     const PrintSettings printed{
         .blankWidth = BlankWidth::Equal, .lineGapMm = 8, .columns = 2, .points = 18};
     EXPECT_EQ(settings.ReadPrint(), printed);
