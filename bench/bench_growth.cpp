@@ -391,10 +391,13 @@ void MakeFromTable(const QByteArray &bytes, TableReading reading)
     if (ReadTableBytes(bytes, &reading, &table))
         return;
     TableOptions options;
-    options.isHidden = HiddenByDefault(table);
+    options.columns = ColumnsByDefault(table);
+    options.skipsFirstRow = GuessHeading(table);
     PreviewHint(table, options, PreviewText(table, options));
-    const TableStudyText study = StudyTextOf(table, options);
+    TableStudyText study = StudyTextOf(table, options);
     TableRemarks(table, study);
+    if (study.unwritable.size() < study.rowNumbers.size())
+        LeaveOutUnwritable(&study);
     AnswerAll(StudyFromText(study.text, study.rowNumbers), true);
 }
 
@@ -404,6 +407,7 @@ Step ReadTables(const QByteArray &bytes)
         MakeFromTable(bytes, {});
         MakeFromTable(bytes, {CharCode::Utf8, u"\t"_s});
         MakeFromTable(bytes, {CharCode::Utf8, u",,"_s});
+        WithPictureNames(QString::fromUtf8(bytes), [](const QString &file) { return file; });
     };
 }
 
@@ -518,7 +522,7 @@ std::vector<Subject> Subjects()
              Each({"[]]\tb\n", "[a] b\tb\n", "a b\t", "#tags column:1\n", "a\n#tags column:<n>\n", "#deck:"}) +
              Each({"{{c1::", "{{c1::a::", "{{c1::a}}", "}}{{c1::", "{{c1::[a]}}\tb\n"}) +
              Each({QByteArray(MaxLineBytes, 'a') + "\tb\n", "a" + nul + "," + nul}) +
-             Each({"<", "<a", "<a>", "<!--", "&", "&#", "&amp;", "&#x1F600;", "[sound:", "[sound:]<br>\tb\n"}, html) +
+             Each({"<", "<a", "<a>", "<img src=a>", "<img src='", "<img &amp;", "<!--", "&", "&#", "&amp;", "&#x1F600;", "[sound:", "[sound:]<br>\tb\n"}, html) +
              Each({"<a", "<!--"}, html, ">") + Each({"[sound:"}, html, "]") + Each({"{{c1::a::"}, {}, "}}") +
              Each({"1"}, "{{c") + Each({"::"}, "{{c1") + Each({"\"a\n\"\t"}, "a\tb\n") +
              Each({"a\tb\n\"a\tb\n"}, "a\tb\n\"a\tb\n") + Each({"a\tb\n"}, "a\tb\n\"a\tb\n", "\"\n") +

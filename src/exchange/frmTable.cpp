@@ -9,6 +9,7 @@
 #include "exchange/modStudyFromText.h"
 #include "platform/modReplaceFile.h"
 #include "widgets/ElidedLabel.h"
+#include "widgets/Measures.h"
 #include "widgets/NamedControls.h"
 #include "widgets/PageFont.h"
 #include "widgets/ScreenFit.h"
@@ -17,6 +18,7 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QDeadlineTimer>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QGridLayout>
@@ -24,8 +26,13 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScrollArea>
+#include <QShortcut>
 #include <QShowEvent>
 #include <QSignalBlocker>
+#include <QTimer>
+
+#include <algorithm>
+#include <tuple>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -52,7 +59,7 @@ QString FoundCode(CharCode code)
 } // namespace
 
 frmTable::frmTable(frmMsg &msg, const QString &studyFolder, QWidget *owner)
-    : CommandWindow(u"frmTable"_s, msg, owner), m_studyFolder(studyFolder),
+    : CommandWindow(u"frmTable"_s, msg, owner), m_studyFolder(studyFolder), m_reading(new QTimer(this)),
       lblTable(AddFileLine(u"表："_s, u"lblTable"_s, 60)), cboCode(new QComboBox(this)),
       cboTableSeparator(new QComboBox(this)), fraTable(new QScrollArea(this)), txtSeparator(new QLineEdit(this)),
       txtName(new QLineEdit(this)), txtPreview(new QPlainTextEdit(this)),
@@ -72,19 +79,31 @@ QString frmTable::Make(const QString &tablePath)
     m_madeName.clear();
     m_isToBeWritten = false;
     m_tablePath = tablePath;
-    m_found = TableReading();
     TableRefusal refusal{ReadWholeFile(tablePath, &m_bytes).reason};
     if (!refusal)
-        refusal = ReadTableBytes(m_bytes, &m_found, &m_table);
+        refusal = Decode(CharCode::None);
+    if (!refusal) {
+        m_source.Split();
+        if (!frmWait(u"表を読んでいます。"_s, parentWidget()).Run(m_source))
+            return QString();
+        refusal = m_source.Refusal();
+    }
     if (refusal) {
         m_msg.Refuse(parentWidget(), TableNotReadMessage(QFileInfo(tablePath).fileName(), refusal));
         return QString();
     }
     ShowTable();
     exec();
-    m_table = Table();
+    m_reading->stop();
+    m_source = TableSource();
     m_bytes.clear();
     return m_madeName;
+}
+
+TableRefusal frmTable::Decode(CharCode code)
+{
+    m_pictures.emplace(m_tablePath, m_studyFolder);
+    return m_source.Decode(m_bytes, code, [this](const QString &file) { return m_pictures->NameOf(file); });
 }
 
 void frmTable::Form_Load()
@@ -94,7 +113,8 @@ void frmTable::Form_Load()
     const int linePx = fontMetrics().lineSpacing();
     NameControl(fraTable, u"fraTable"_s, u"表の初めの行"_s);
     fraTable->setBackgroundRole(QPalette::Base);
-    fraTable->setMinimumHeight(linePx * 4);
+    fraTable->setMinimumHeight(linePx * 5);
+    connect(m_reading, &QTimer::timeout, this, &frmTable::GoOnReading);
     NameControl(txtPreview, u"txtPreview"_s, u"できる学習ファイルの初めの行"_s, u"このように作られます (Alt+P)"_s);
     txtPreview->setReadOnly(true);
     txtPreview->setTabChangesFocus(true);
@@ -127,7 +147,7 @@ QLayout *frmTable::ReadingRow()
     cboTableSeparator->setInsertPolicy(QComboBox::NoInsert);
     cboTableSeparator->lineEdit()->setObjectName(u"txtTableSeparator"_s);
     cboTableSeparator->lineEdit()->setMaxLength(MaxBetweenChars);
-    for (const QString &separator : {u","_s, u"\t"_s, u";"_s})
+    for (const QString &separator : {u","_s, u"\t"_s, u";"_s, u" - "_s, u" \u2013 "_s, u" \u2014 "_s})
         cboTableSeparator->addItem(SeparatorName(separator));
     connect(cboTableSeparator, &QComboBox::editTextChanged, this, &frmTable::cboTableSeparator_Change);
 
@@ -168,10 +188,13 @@ void frmTable::showEvent(QShowEvent *event)
 void frmTable::Form_Activate()
 {
     WriteTrace(u"■frmTable.Form_Activate");
-    QCheckBox *const ticked = chkHide[qMax(0, m_lastHidden.indexOf(true))];
-    ticked->setFocus();
+    const auto isHidden = [](const TableColumn &each) { return each.use == ColumnUse::Hide; };
+    const auto hidden = std::ranges::find_if(m_columns, isHidden);
+    const int column = hidden == m_columns.end() ? m_columns.front().column : hidden->column;
+    auto *const use = fraTable->findChild<QComboBox *>(u"cboUse"_s + QString::number(column));
+    use->setFocus();
     fraTable->widget()->adjustSize(); // otherwise not laid out until painted
-    fraTable->ensureWidgetVisible(ticked);
+    fraTable->ensureWidgetVisible(use);
 }
 
 /// Shows a newly opened table with default settings.
@@ -179,86 +202,189 @@ void frmTable::ShowTable()
 {
     const QSignalBlocker noCode(cboCode);
     const QSignalBlocker noSeparator(cboTableSeparator);
-    cboCode->setItemText(0, FoundCode(m_found.code));
+    cboCode->setItemText(0, FoundCode(m_source.Code()));
     cboCode->setCurrentIndex(0);
-    cboTableSeparator->setEditText(SeparatorName(m_found.separator));
+    cboTableSeparator->setEditText(SeparatorName(m_source.FoundSeparator()));
     txtName->setText(StudyFileTitle(QFileInfo(m_tablePath).completeBaseName()));
-    chkHeader->setChecked(false);
     txtSeparator->setText(TableOptions().between);
-    m_fault.clear();
-    m_lastHidden = HiddenByDefault(m_table);
-    ShowRows(m_lastHidden);
+    m_isHeadingChosen = false;
+    m_isNew = true;
+    m_firstColumns = 0;
+    ShowRows();
 }
 
-/// Reads the table again with the user's settings. Hidden columns stay hidden if the number of columns is unchanged.
-/// @param separator  empty to detect it
+/// Reads the table again with the user's settings: the rows shown at once. The columns stay as they are if their number
+/// is unchanged. @param separator  empty for the one that was detected
 void frmTable::ReadAgain(const QString &separator)
 {
-    if (m_fault.isEmpty())
-        m_lastHidden = Options().isHidden;
-    TableReading reading{Codes[cboCode->currentIndex()], separator};
-    m_fault = ReadTableBytes(m_bytes, &reading, &m_table).reason;
-    if (separator.isEmpty()) {
-        m_found.separator = reading.separator;
-        const QSignalBlocker noSeparator(cboTableSeparator);
-        cboTableSeparator->setEditText(SeparatorName(reading.separator));
-    }
-    const bool hasSameColumns = m_lastHidden.size() == m_table.ColumnCount();
-    ShowRows(!m_fault.isEmpty() || hasSameColumns ? m_lastHidden : HiddenByDefault(m_table));
+    constexpr int atOnceMs = 10; // for the rows shown, however long they are
+    m_isNew = true;
+    m_source.Split(separator);
+    if (m_source.GoOn(QDeadlineTimer(atOnceMs, Qt::PreciseTimer), PreviewRows))
+        m_reading->start(0);
+    else
+        m_reading->stop();
+    ShowRows();
 }
 
-void frmTable::ShowRows(const QList<bool> &isHidden)
+void frmTable::GoOnReading()
 {
-    const QString size =
-        QString::number(m_table.RowCount()) + u"行 "_s + QString::number(m_table.ColumnCount()) + u"列"_s;
-    const QString name = QFileInfo(m_tablePath).fileName();
-    lblTable->SetText(m_fault.isEmpty() ? QString(name + u"　"_s + size) : name);
-    fraTable->setWidget(TableView(isHidden));
-    QWidget *last = fraTable;
-    for (QCheckBox *const next : chkHide) {
-        setTabOrder(last, next);
-        last = next;
+    constexpr int sliceMs = 5;
+    const bool hasMore = m_source.GoOn(QDeadlineTimer(sliceMs, Qt::PreciseTimer));
+    if (!hasMore)
+        m_reading->stop();
+    const Table &rows = m_source.Rows();
+    if (m_shownColumns != rows.ColumnCount() || m_shownRows != qMin(rows.RowCount(), PreviewRows))
+        ShowRows();
+    else if (!hasMore)
+        ShowState();
+}
+
+/// @return false if the user has stopped it, or the table is refused, which the user knows then
+bool frmTable::FinishReading()
+{
+    if (m_source.IsRead())
+        return true;
+    m_reading->stop();
+    if (!frmWait(u"表を読んでいます。"_s, this).Run(m_source)) {
+        m_reading->start(0);
+        return false;
     }
-    StrikeHeader();
+    ShowRows();
+    return cmdOK->isEnabled() || Refuse(lblHint->text());
+}
+
+/// Shows the first rows as far as they have been read.
+void frmTable::ShowRows()
+{
+    const Table &rows = m_source.Rows();
+    if (m_isNew && rows.RowCount() > 0) {
+        m_isNew = false;
+        if (m_firstColumns != rows.ColumnCount())
+            m_columns = ColumnsByDefault(rows);
+        m_firstColumns = rows.ColumnCount();
+        if (!m_isHeadingChosen)
+            chkHeader->setChecked(GuessHeading(rows));
+    }
+    while (m_columns.size() < rows.ColumnCount()) // a later row has more
+        m_columns.push_back({int(m_columns.size()) + 1, ColumnUse::Show});
+    m_shownRows = qMin(rows.RowCount(), PreviewRows);
+    m_shownColumns = rows.ColumnCount();
+    fraTable->setWidget(TableView());
+    OrderTabs();
+    EnableMoves();
+    StrikeLeftOut();
+    ShowState();
+}
+
+/// Shows the number of rows once it is known, and what can be made of them.
+void frmTable::ShowState()
+{
+    const Table &rows = m_source.Rows();
+    const QString size = QString::number(rows.RowCount()) + u"行 "_s + QString::number(rows.ColumnCount()) + u"列"_s;
+    const QString name = QFileInfo(m_tablePath).fileName();
+    lblTable->SetText(m_source.IsRead() && !m_source.Refusal() ? QString(name + u"　"_s + size) : name);
     ShowPreview();
 }
 
-/// The first rows, below a check box for each column.
-QWidget *frmTable::TableView(const QList<bool> &isHidden)
+/// The first rows, each column below its head, in the order of the columns.
+QWidget *frmTable::TableView()
 {
     auto *const view = new QWidget;
-    auto *const grid = new QGridLayout(view);
-    grid->setHorizontalSpacing(fontMetrics().averageCharWidth() * 3);
-    chkHide.clear();
-    for (int column = 1; column <= m_table.ColumnCount(); ++column) {
-        const QString number = QString::number(column);
-        auto *const check = new QCheckBox(u"隠す("_s + (column < 10 ? u"&"_s : QString()) + number + u')', view);
-        NameControl(check, u"chkHide"_s + number, number + u"列目を隠す"_s,
-                    number + u"列目を空欄にします"_s + (column < 10 ? u" (Alt+"_s + number + u')' : QString()));
-        check->setChecked(IsHidden(isHidden, column));
-        connect(check, &QCheckBox::clicked, this, &frmTable::chkHide_Click);
-        grid->addWidget(check, 0, column);
-        chkHide += check;
-    }
-    for (int row = 1; row <= qMin(m_table.RowCount(), PreviewRows); ++row) {
-        for (int column = 1; column <= m_table.CellCount(row); ++column) {
-            const QString cell = u"lblCell%1_%2"_s.arg(row).arg(column);
-            grid->addWidget(NamedLabel(cell, ShownCell(m_table.Cell(row, column)), view), row, column);
+    const Table &rows = m_source.Rows();
+    m_grid = new QGridLayout(view);
+    m_grid->setHorizontalSpacing(fontMetrics().averageCharWidth() * 3);
+    int place = 0;
+    for (const TableColumn &each : m_columns) {
+        if (each.column > m_shownColumns)
+            continue;
+        m_grid->addWidget(ColumnHead(each), 0, ++place);
+        for (int row = 1; row <= m_shownRows; ++row) {
+            if (each.column > rows.CellCount(row))
+                continue;
+            const QString name = u"lblCell%1_%2"_s.arg(row).arg(each.column);
+            m_grid->addWidget(NamedLabel(name, ShownCell(rows.Cell(row, each.column)), view), row, place);
         }
     }
-    grid->setColumnStretch(m_table.ColumnCount() + 1, 1);
-    grid->setRowStretch(PreviewRows + 1, 1);
+    m_grid->setColumnStretch(m_shownColumns + 1, 1);
+    m_grid->setRowStretch(PreviewRows + 1, 1);
     return view;
 }
 
-/// Strikes out the header row if it will be left out.
-void frmTable::StrikeHeader()
+/// What becomes of a column, and the buttons that move it.
+QWidget *frmTable::ColumnHead(const TableColumn &each)
 {
-    for (int column = 1; m_table.RowCount() > 0 && column <= m_table.CellCount(1); ++column) {
-        auto *const cell = fraTable->findChild<QLabel *>(u"lblCell1_%1"_s.arg(column));
-        QFont font = cell->font();
-        font.setStrikeOut(chkHeader->isChecked());
-        cell->setFont(font);
+    const int column = each.column;
+    const QString number = QString::number(column);
+    auto *const head = new QWidget;
+    head->setObjectName(u"fraColumn"_s + number);
+    auto *const use = new QComboBox(head);
+    NameControl(use, u"cboUse"_s + number, number + u"列目"_s,
+                number + u"列目を空欄にするか，そのまま見せるか，使わないかです"_s +
+                    (column < 10 ? u" (Alt+"_s + number + u')' : QString()));
+    use->addItems({u"隠す"_s, u"見せる"_s, u"使わない"_s}); // in enum order
+    use->setCurrentIndex(int(each.use));
+    connect(use, &QComboBox::currentIndexChanged, this, [this, column] { cboUse_Change(column); });
+
+    auto *const row = new QHBoxLayout;
+    row->addWidget(use);
+    const auto addMove = [&](const QString &name, const QString &arrow, const QString &whereTo, Qt::Key key, int by) {
+        QPushButton *const button = NamedButton(name + number, arrow, number + u"列目を"_s + whereTo + u"へ移します (Alt+"_s +
+                                                                          arrow + u')', head);
+        button->setAccessibleName(number + u"列目を"_s + whereTo + u"へ"_s);
+        button->setFixedWidth(button->fontMetrics().horizontalAdvance(arrow) + 2 * ButtonMargin(button->fontMetrics()));
+        const auto move = [this, column, by] { cmdMove_Click(column, by); };
+        connect(button, &QPushButton::clicked, this, move);
+        auto *const shortcut = new QShortcut(Qt::ALT | key, head, move, Qt::WidgetWithChildrenShortcut);
+        shortcut->setObjectName(name + u"Key"_s + number);
+        row->addWidget(button);
+    };
+    addMove(u"cmdLeft"_s, u"←"_s, u"左"_s, Qt::Key_Left, -1);
+    addMove(u"cmdRight"_s, u"→"_s, u"右"_s, Qt::Key_Right, 1);
+    auto *const rows = new QVBoxLayout(head);
+    rows->setContentsMargins(FocusRingReach, 0, FocusRingReach, 0);
+    rows->addWidget(LabelOf(use, u"lblUse"_s + number, (column < 10 ? u"&"_s : QString()) + number + u"列目"_s));
+    rows->addLayout(row);
+    return head;
+}
+
+/// Makes the Tab key follow the order of the columns.
+void frmTable::OrderTabs()
+{
+    QWidget *last = fraTable;
+    for (const TableColumn &each : m_columns)
+        for (const QString &name : {u"cboUse"_s, u"cmdLeft"_s, u"cmdRight"_s})
+            if (auto *const next = fraTable->findChild<QWidget *>(name + QString::number(each.column))) {
+                setTabOrder(last, next);
+                last = next;
+            }
+}
+
+void frmTable::EnableMoves()
+{
+    int place = 0;
+    for (const TableColumn &each : m_columns) {
+        const QString number = QString::number(each.column);
+        auto *const left = fraTable->findChild<QWidget *>(u"cmdLeft"_s + number);
+        if (!left)
+            continue;
+        left->setEnabled(++place > 1);
+        fraTable->findChild<QWidget *>(u"cmdRight"_s + number)->setEnabled(place < m_shownColumns);
+    }
+}
+
+/// Strikes out what will be left out: the heading and the columns that are not used.
+void frmTable::StrikeLeftOut()
+{
+    for (const TableColumn &each : m_columns) {
+        for (int row = 1; row <= m_shownRows; ++row) {
+            auto *const cell = fraTable->findChild<QLabel *>(u"lblCell%1_%2"_s.arg(row).arg(each.column));
+            if (!cell)
+                continue;
+            QFont font = cell->font();
+            font.setStrikeOut((row == 1 && chkHeader->isChecked()) || each.use == ColumnUse::Leave);
+            cell->setFont(font);
+        }
     }
 }
 
@@ -266,7 +392,13 @@ void frmTable::cboCode_Change()
 {
     WriteTrace(u"■frmTable.cboCode_Change");
     const QString name = cboTableSeparator->currentText();
-    ReadAgain(name == SeparatorName(m_found.separator) ? QString() : SeparatorByName(name));
+    const bool isFound = name == SeparatorName(m_source.FoundSeparator());
+    std::ignore = Decode(Codes[cboCode->currentIndex()]);
+    if (isFound) {
+        const QSignalBlocker noSeparator(cboTableSeparator);
+        cboTableSeparator->setEditText(SeparatorName(m_source.FoundSeparator()));
+    }
+    ReadAgain(isFound ? QString() : SeparatorByName(name));
 }
 
 void frmTable::cboTableSeparator_Change()
@@ -275,16 +407,58 @@ void frmTable::cboTableSeparator_Change()
     ReadAgain(SeparatorByName(cboTableSeparator->currentText()));
 }
 
-void frmTable::chkHide_Click()
+void frmTable::cboUse_Change(int column)
 {
-    WriteTrace(u"■frmTable.chkHide_Click");
+    WriteTrace(u"■frmTable.cboUse_Change");
+    const auto *const use = fraTable->findChild<QComboBox *>(u"cboUse"_s + QString::number(column));
+    std::ranges::find(m_columns, column, &TableColumn::column)->use = ColumnUse(use->currentIndex());
+    StrikeLeftOut();
+    ShowPreview();
+}
+
+/// @param by  -1 to the left, 1 to the right
+void frmTable::cmdMove_Click(int column, int by)
+{
+    WriteTrace(u"■frmTable.cmdMove_Click");
+    const qsizetype from = std::ranges::find(m_columns, column, &TableColumn::column) - m_columns.begin();
+    qsizetype to = from + by;
+    while (to >= 0 && to < m_columns.size() && m_columns[to].column > m_shownColumns)
+        to += by;
+    if (to < 0 || to >= m_columns.size())
+        return;
+    const QWidget *const head = fraTable->findChild<QWidget *>(u"fraColumn"_s + QString::number(column));
+    int row = 0;
+    int place = 0;
+    int span = 0;
+    m_grid->getItemPosition(m_grid->indexOf(head), &row, &place, &span, &span);
+    for (row = 0; row <= m_shownRows; ++row) {
+        QLayoutItem *const moved = m_grid->itemAtPosition(row, place);
+        QLayoutItem *const other = m_grid->itemAtPosition(row, place + by);
+        QWidget *const movedWidget = moved ? moved->widget() : nullptr;
+        QWidget *const otherWidget = other ? other->widget() : nullptr;
+        for (QWidget *const widget : {movedWidget, otherWidget})
+            if (widget)
+                m_grid->removeWidget(widget);
+        if (movedWidget)
+            m_grid->addWidget(movedWidget, row, place + by);
+        if (otherWidget)
+            m_grid->addWidget(otherWidget, row, place);
+    }
+    m_columns.swapItemsAt(from, to);
+    OrderTabs();
+    if (place + by == 1 || place + by == m_shownColumns) // its button is disabled now
+        fraTable->findChild<QWidget *>(u"cboUse"_s + QString::number(column))->setFocus();
+    EnableMoves();
+    fraTable->widget()->layout()->activate();
+    fraTable->ensureWidgetVisible(const_cast<QWidget *>(head));
     ShowPreview();
 }
 
 void frmTable::chkHeader_Click()
 {
     WriteTrace(u"■frmTable.chkHeader_Click");
-    StrikeHeader();
+    m_isHeadingChosen = true;
+    StrikeLeftOut();
     ShowPreview();
 }
 
@@ -297,8 +471,10 @@ void frmTable::txtSeparator_Change()
 void frmTable::ShowPreview()
 {
     const TableOptions options = Options();
-    const QString text = PreviewText(m_table, options);
-    const QString hint = m_fault.isEmpty() ? PreviewHint(m_table, options, text) : m_fault;
+    const Table &rows = m_source.Rows();
+    const QString text = PreviewText(rows, options);
+    const QString fault = m_source.Refusal().reason;
+    const QString hint = fault.isEmpty() ? PreviewHint(rows, options, text) : fault;
     txtPreview->setPlainText(text);
     cmdOK->setEnabled(hint.isEmpty());
     lblHint->setText(hint);
@@ -306,33 +482,76 @@ void frmTable::ShowPreview()
 
 TableOptions frmTable::Options() const
 {
-    TableOptions options;
-    options.between = txtSeparator->text();
-    options.skipsFirstRow = chkHeader->isChecked();
-    for (const QCheckBox *const check : chkHide)
-        options.isHidden += check->isChecked();
-    return options;
+    return {.columns = m_columns, .between = txtSeparator->text(), .skipsFirstRow = chkHeader->isChecked()};
 }
 
 void frmTable::cmdOK_Click()
 {
     WriteTrace(u"■frmTable.cmdOK_Click");
     QString fileName;
-    if (!TakeName(&fileName))
+    if (!FinishReading() || !TakeName(&fileName))
         return;
-    TableTextMaking making(m_table, Options());
+    TableTextMaking making(m_source.Rows(), Options());
     if (!frmWait(u"学習ファイルを作っています。"_s, this).Run(making))
         return;
-    const TableStudyText study = making.Take();
+    TableStudyText study = making.Take();
+    if (!AskToLeaveOut(&study))
+        return;
     StudyFromText made(study.text, study.rowNumbers);
     QString keptPath;
-    if (!AskQuestions(m_msg, this, &made) || !Write(fileName, made, &keptPath))
+    qsizetype picturesTaken = 0;
+    if (!AskQuestions(m_msg, this, &made) || !Write(fileName, made, study.text, &keptPath, &picturesTaken))
         return;
     m_isToBeWritten = OfferWriting(m_msg, this,
                                    made.Report(u"表から学習ファイルを作りました。"_s, fileName, keptPath) +
-                                       TableRemarks(m_table, study));
+                                       TableRemarks(m_source.Rows(), study) +
+                                       PictureRemarks(*m_pictures, picturesTaken));
     m_madeName = fileName;
     accept();
+}
+
+/// Offers to leave out the rows that cannot be written, if others stay. @return false if it was closed without an answer
+bool frmTable::AskToLeaveOut(TableStudyText *study)
+{
+    if (study->unwritable.empty() || study->unwritable.size() == study->rowNumbers.size())
+        return true;
+    const MsgResult answer = m_msg.Ask(this, LeaveOutQuestion(*study));
+    if (answer == MsgResult::Ok)
+        LeaveOutUnwritable(study);
+    return answer != MsgResult::None;
+}
+
+/// Copies the pictures that a text refers to into the folder of study files, replacing others only with the user's
+/// consent. @param taken  receives their number. @return false if nothing is to be written; the user knows why
+bool frmTable::TakePictures(const QString &text, qsizetype *taken)
+{
+    QList<PictureToInsert> pictures = m_pictures->UsedIn(text);
+    QStringList replaced;
+    for (const PictureToInsert &picture : pictures)
+        if (!picture.refusal.isEmpty())
+            return Refuse(picture.refusal);
+        else if (MustAskFor(picture, m_pictures->SourceOf(picture)))
+            replaced += picture.name;
+    if (!replaced.isEmpty()) {
+        const MsgResult answer = m_msg.Ask(this, ReplacePicturesQuestion(replaced));
+        if (answer == MsgResult::None)
+            return false;
+        if (answer == MsgResult::Cancel)
+            pictures.removeIf([](const PictureToInsert &picture) { return picture.mustAsk; });
+    }
+    FileFault fault;
+    const auto copy = [&](const QDeadlineTimer &deadline) {
+        while (*taken < pictures.size() && !fault) {
+            fault = TakePicture(m_pictures->SourceOf(pictures[*taken]), pictures[*taken]);
+            ++*taken;
+            if (deadline.hasExpired())
+                break;
+        }
+        return *taken < pictures.size() && !fault;
+    };
+    if (!frmWait(u"図を入れています。"_s, this).Run(copy, [&] { return double(*taken) / double(pictures.size()); }))
+        return false;
+    return !fault || Refuse(FaultMessage(u"図をコピーできません。"_s, fault));
 }
 
 /// Takes the file name, and shows it as it will be saved, so that the user can find the file.
@@ -349,7 +568,9 @@ bool frmTable::TakeName(QString *fileName)
 }
 
 /// Writes the file, replacing an existing one only with the user's consent. The old one is kept under a free name.
-bool frmTable::Write(const QString &fileName, const StudyFromText &made, QString *keptPath)
+/// The pictures of the text come before it. @param text  of which it was made
+bool frmTable::Write(const QString &fileName, const StudyFromText &made, const QString &text, QString *keptPath,
+                     qsizetype *picturesTaken)
 {
     QByteArray bytes;
     if (const TextRefusal refusal = made.Encode(&bytes))
@@ -357,6 +578,8 @@ bool frmTable::Write(const QString &fileName, const StudyFromText &made, QString
     const QString path = JoinPath(m_studyFolder, fileName);
     const QFileInfo info(path);
     if ((info.isFile() || info.isSymLink()) && !Agrees(ReplaceStudyFileQuestion(path)))
+        return false;
+    if (!TakePictures(text, picturesTaken))
         return false;
     const FileFault fault = ReplaceAndKeep(path, bytes, keptPath);
     return !fault || Refuse(FaultMessage(u"学習ファイルを書き込めません。"_s, fault));

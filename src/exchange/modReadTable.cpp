@@ -6,6 +6,8 @@
 #include "exchange/modTableFormat.h"
 #include "text/modDecodeText.h"
 
+#include <QDeadlineTimer>
+
 #include <algorithm>
 
 using namespace Qt::Literals::StringLiterals;
@@ -16,7 +18,8 @@ constexpr struct
 {
     QStringView separator;
     QStringView name;
-} NamedSeparators[] = {{u",", u"カンマ"}, {u"\t", u"タブ"}, {u";", u"セミコロン"}};
+} NamedSeparators[] = {{u",", u"カンマ"},      {u"\t", u"タブ"},           {u";", u"セミコロン"},
+                       {u" - ", u"ハイフン"}, {u" \u2013 ", u"ダッシュ"}, {u" \u2014 ", u"長いダッシュ"}};
 
 bool IsTextCharacter(QChar character)
 {
@@ -52,27 +55,63 @@ bool ReadsAsTable(CharCode code)
 
 } // namespace
 
+TableRefusal TableSource::Decode(const QByteArray &bytes, CharCode code, const PictureNameOf &pictureNameOf)
+{
+    const CharCode guess = GuessTableCode(bytes);
+    m_code = code == CharCode::None || (code == CharCode::Utf16Le && guess == CharCode::Utf16Be) ? guess : code;
+    m_reader.reset();
+    m_text = ReadsAsTable(m_code) ? DecodeText(bytes, m_code) : QString();
+    m_format = DetectTableFormat(m_text);
+    m_format.pictureNameOf = pictureNameOf;
+    m_isText = ReadsAsTable(m_code) && !m_text.contains(QChar::Null);
+    m_refusal = m_isText ? TableRefusal() : NoTextTable();
+    m_isRead = true;
+    return m_refusal;
+}
+
+void TableSource::Split(const QString &separator)
+{
+    if (!m_isText)
+        return;
+    TableFormat format = m_format;
+    if (!separator.isEmpty())
+        format.separator = separator;
+    m_refusal = TableRefusal();
+    m_reader.emplace(m_text, format);
+    m_isRead = false;
+}
+
+bool TableSource::GoOn(const QDeadlineTimer &deadline, int mostRows)
+{
+    if (m_isRead)
+        return false;
+    const bool hasMore = m_reader->GoOn(deadline, mostRows);
+    const Table &rows = m_reader->Rows();
+    const int errorLine = hasMore ? 0 : m_reader->ErrorLine();
+    if (rows.ColumnCount() > MaxColumns)
+        m_refusal = TooManyColumns(rows.ColumnCount());
+    else if (errorLine > 0)
+        m_refusal = QuoteNeverClosed(errorLine);
+    else if (m_reader->Done() == 1 && rows.RowCount() == 0)
+        m_refusal = EmptyTable();
+    m_isRead = m_refusal || m_reader->Done() == 1;
+    return !m_isRead;
+}
+
 TableRefusal ReadTableBytes(const QByteArray &bytes, TableReading *reading, Table *table)
 {
     *table = Table();
-    const CharCode guess = GuessTableCode(bytes);
-    if (reading->code == CharCode::None || (reading->code == CharCode::Utf16Le && guess == CharCode::Utf16Be))
-        reading->code = guess;
-    const QString text = ReadsAsTable(reading->code) ? DecodeText(bytes, reading->code) : QString();
-    const TableFormat format = DetectTableFormat(text, reading->separator);
-    reading->separator = format.separator;
-    int errorLine = 0;
-    if (!ReadsAsTable(reading->code) || text.contains(QChar::Null))
-        return NoTextTable();
-    if (!ReadTable(text, format, table, &errorLine))
-        return QuoteNeverClosed(errorLine);
-    if (table->RowCount() == 0)
-        return EmptyTable();
-    const int columns = table->ColumnCount();
-    if (columns <= MaxColumns)
-        return {};
-    *table = Table();
-    return TooManyColumns(columns);
+    TableSource source;
+    const TableRefusal refusal = source.Decode(bytes, reading->code);
+    reading->code = source.Code();
+    if (reading->separator.isEmpty())
+        reading->separator = source.FoundSeparator();
+    if (refusal)
+        return refusal;
+    source.Split(reading->separator);
+    source.GoOn(QDeadlineTimer(QDeadlineTimer::Forever));
+    *table = source.Rows();
+    return source.Refusal();
 }
 
 QString TableCodeName(CharCode code)

@@ -3,6 +3,7 @@
 
 #include "exchange/modStudyFromTable.h"
 
+#include "base/modCodePage.h"
 #include "base/modFile.h"
 #include "exchange/modBreakLines.h"
 #include "exchange/modConvertText.h"
@@ -119,27 +120,136 @@ int FirstRow(const TableOptions &options)
 bool HidesText(const Table &table, const TableOptions &options)
 {
     for (int row = FirstRow(options); row <= table.RowCount(); ++row)
-        for (int column = 1; column <= options.isHidden.size(); ++column)
-            if (IsHidden(options.isHidden, column) && !table.Cell(row, column).trimmed().isEmpty())
+        for (const TableColumn &each : options.columns)
+            if (each.use == ColumnUse::Hide && !table.Cell(row, each.column).trimmed().isEmpty())
                 return true;
     return false;
 }
 
+/// Usual headings. Those of one row mean the same.
+constexpr QStringView Headings[][8] = {
+    {u"単語", u"言葉", u"語", u"語句", u"用語", u"word", u"words", u"term"},
+    {u"意味", u"説明", u"定義", u"内容", u"meaning", u"definition", u"description"},
+    {u"問題", u"問い", u"問", u"質問", u"設問", u"question", u"front", u"表"},
+    {u"答え", u"答", u"解答", u"正解", u"回答", u"answer", u"back", u"裏"},
+    {u"英語", u"英単語", u"英文", u"english"},
+    {u"日本語", u"和訳", u"訳", u"日本語訳", u"japanese", u"translation"},
+    {u"読み", u"よみ", u"読み方", u"よみがな", u"ふりがな", u"reading"},
+    {u"漢字", u"kanji"},
+    {u"番号", u"no", u"no.", u"id", u"#", u"number"},
+    {u"例文", u"例", u"文", u"example", u"sentence"},
+    {u"年", u"年号", u"西暦", u"year"},
+    {u"日付", u"月日", u"date"},
+    {u"名前", u"名称", u"人名", u"name"},
+    {u"出来事", u"できごと", u"事項", u"事件", u"event"},
+    {u"図", u"画像", u"写真", u"image", u"picture"},
+    {u"備考", u"メモ", u"注", u"ヒント", u"note", u"notes", u"hint"},
+    {u"分類", u"種類", u"タグ", u"category", u"tag", u"tags"},
+};
+
+/// The row of Headings that has a cell; -1 if none has.
+int HeadingOf(QStringView cell)
+{
+    for (size_t row = 0; row < std::size(Headings); ++row)
+        for (const QStringView heading : Headings[row])
+            if (!heading.isEmpty() && cell.compare(heading, Qt::CaseInsensitive) == 0)
+                return int(row);
+    return -1;
+}
+
+/// Whether all cells of a row are usual headings that mean different things.
+bool HasUsualHeadings(const Table &table, int row)
+{
+    std::vector<int> found;
+    for (int column = 1; column <= table.CellCount(row); ++column) {
+        const QStringView cell = table.Cell(row, column).trimmed();
+        if (cell.isEmpty())
+            continue;
+        const int heading = HeadingOf(cell);
+        if (heading < 0 || std::ranges::find(found, heading) != found.end())
+            return false;
+        found.push_back(heading);
+    }
+    return found.size() > 1;
+}
+
+enum class CellKind
+{
+    Empty,
+    Number,
+    Latin,
+    Japanese,
+    Mixed,
+};
+
+CellKind KindOf(QStringView cell)
+{
+    CellKind kind = CellKind::Empty;
+    for (const QChar character : cell) {
+        const bool isJapanese = character.script() == QChar::Script_Han || character.script() == QChar::Script_Hiragana ||
+                                character.script() == QChar::Script_Katakana;
+        const CellKind ofCharacter = isJapanese             ? CellKind::Japanese
+                                     : character.isLetter() ? CellKind::Latin
+                                     : character.isDigit()  ? CellKind::Number
+                                                            : CellKind::Empty;
+        if (ofCharacter == CellKind::Empty || ofCharacter == kind)
+            continue;
+        if (kind != CellKind::Empty)
+            return CellKind::Mixed;
+        kind = ofCharacter;
+    }
+    return kind;
+}
+
+/// The kind of all cells of a column below the first, in the rows shown; Mixed if they differ or are too few to tell.
+CellKind KindBelowFirst(const Table &table, int column)
+{
+    constexpr int leastRows = 3;
+    const int last = qMin(table.RowCount(), PreviewRows);
+    const CellKind kind = last > leastRows ? KindOf(table.Cell(2, column)) : CellKind::Mixed;
+    for (int row = 3; row <= last; ++row)
+        if (KindOf(table.Cell(row, column)) != kind)
+            return CellKind::Mixed;
+    return kind;
+}
+
 } // namespace
 
-QList<bool> HiddenByDefault(const Table &table)
+QList<TableColumn> ColumnsByDefault(const Table &table)
 {
     int hidden = 0;
-    if (!HasCloze(table)) {
+    if (!HasCloze(table) && table.RowCount() > 0) {
         const int ofFirstRow = table.CellCount(1);
         hidden = LastColumnWithText(table, ofFirstRow > 1 ? ofFirstRow : table.ColumnCount());
         if (hidden == 0)
             hidden = LastColumnWithText(table, table.ColumnCount());
     }
-    QList<bool> isHidden;
+    QList<TableColumn> columns;
     for (int column = 1; column <= table.ColumnCount(); ++column)
-        isHidden += column == hidden;
-    return isHidden;
+        columns.push_back({column, column == hidden ? ColumnUse::Hide : ColumnUse::Show});
+    return columns;
+}
+
+bool GuessHeading(const Table &table)
+{
+    if (table.RowCount() < 2 || table.CellCount(1) < 2)
+        return false;
+    if (HasUsualHeadings(table, 1))
+        return true;
+    const CellKind ofAll = KindOf(table.Cell(1, 1));
+    bool isOneKind = true;
+    bool differs = false;
+    bool isAboveNumbers = false;
+    for (int column = 1; column <= table.CellCount(1); ++column) {
+        const CellKind kind = KindOf(table.Cell(1, column));
+        if (kind == CellKind::Empty)
+            return false; // a heading names each column
+        const CellKind below = KindBelowFirst(table, column);
+        isOneKind = isOneKind && kind == ofAll;
+        differs = differs || (below != kind && (below == CellKind::Latin || below == CellKind::Japanese));
+        isAboveNumbers = isAboveNumbers || (below == CellKind::Number && kind != CellKind::Number);
+    }
+    return isAboveNumbers || (isOneKind && ofAll != CellKind::Mixed && differs);
 }
 
 TableTextMaking::TableTextMaking(const Table &table, const TableOptions &options, int maxRows)
@@ -147,6 +257,8 @@ TableTextMaking::TableTextMaking(const Table &table, const TableOptions &options
 {
     m_options.between = WithFullWidthBrackets(options.between);
     std::ranges::replace_if(m_options.between, IsLayout, u' ');
+    for (int column = int(options.columns.size()) + 1; column <= table.ColumnCount(); ++column)
+        m_options.columns.push_back({column, ColumnUse::Show});
 }
 
 bool TableTextMaking::GoOn(const QDeadlineTimer &deadline)
@@ -169,8 +281,10 @@ double TableTextMaking::Done() const
 void TableTextMaking::AddRow(int row)
 {
     const qsizetype start = m_study.text.size();
-    for (int column = 1; column <= m_table.CellCount(row); ++column) {
-        const bool isHidden = IsHidden(m_options.isHidden, column);
+    for (const auto &[column, use] : m_options.columns) {
+        if (use == ColumnUse::Leave)
+            continue;
+        const bool isHidden = use == ColumnUse::Hide;
         QString cell = CellText(m_table.Cell(row, column));
         if (!isHidden && cell.contains(u"{{c"))
             cell = WithBlanksOfCloze(cell, &m_study.bracketsWidened);
@@ -181,9 +295,57 @@ void TableTextMaking::AddRow(int row)
         AddCell(cell, isHidden, &m_study);
     }
     if (m_study.text.size() > start) {
-        m_study.text += LineEnd;
         m_study.rowNumbers.push_back(m_table.NumberOf(row));
+        NoteUnwritable(QStringView(m_study.text).sliced(start));
+        m_study.text += LineEnd;
     }
+}
+
+/// Notes that the line that was made last has a character that cannot be written.
+void TableTextMaking::NoteUnwritable(QStringView line)
+{
+    if (std::ranges::all_of(line, IsInCodePage932))
+        return;
+    const ConvertedText converted = ConvertText(line.toString(), Accents::Remove);
+    if (converted.unwritableCount == 0)
+        return;
+    m_study.unwritable.push_back(int(m_study.rowNumbers.size()) - 1);
+    if (m_study.firstUnwritable.size() < MaxUnwritableShown)
+        m_study.firstUnwritable += u"表の"_s + QString::number(m_study.rowNumbers.back()) + u"行目："_s +
+                                   NameAndNumber(converted.unwritable.front().character);
+}
+
+void LeaveOutUnwritable(TableStudyText *study)
+{
+    QString text;
+    std::vector<int> rowNumbers;
+    auto next = study->unwritable.begin();
+    int index = 0;
+    qsizetype start = 0;
+    for (const int rowNumber : study->rowNumbers) {
+        const qsizetype end = study->text.indexOf(LineEnd, start) + LineEnd.size();
+        if (next != study->unwritable.end() && *next == index) {
+            ++next;
+        } else {
+            text += QStringView(study->text).sliced(start, end - start);
+            rowNumbers.push_back(rowNumber);
+        }
+        start = end;
+        ++index;
+    }
+    study->text = text;
+    study->rowNumbers = std::move(rowNumbers);
+    study->rowsLeftOut = int(study->unwritable.size());
+    study->unwritable.clear();
+}
+
+QString LeaveOutQuestion(const TableStudyText &study)
+{
+    const qsizetype more = qsizetype(study.unwritable.size()) - study.firstUnwritable.size();
+    return u"Shift_JISにない文字のある行が，表に"_s + QString::number(study.unwritable.size()) + u"行あります。\r\n  "_s +
+           study.firstUnwritable.join(u"\r\n  "_s) +
+           (more > 0 ? QString(u"\r\n  ほかに"_s + QString::number(more) + u"行"_s) : QString()) +
+           u"\r\n\r\nその行を除いて作りますか？（「いいえ」を押すと，除かずに続けます。）"_s;
 }
 
 TableStudyText StudyTextOf(const Table &table, const TableOptions &options, int maxRows)
@@ -211,7 +373,9 @@ QString PreviewHint(const Table &table, const TableOptions &options, const QStri
         return QString();
     if (preview.isEmpty())
         return u"表の初めの行に文字がありません。"_s;
-    return options.isHidden.contains(true) ? u"隠す列に文字がありません。"_s : u"隠す列を一つ以上選んでください。"_s;
+    const auto isHidden = [](const TableColumn &each) { return each.use == ColumnUse::Hide; };
+    return std::ranges::any_of(options.columns, isHidden) ? u"隠す列に文字がありません。"_s
+                                                          : u"隠す列を一つ以上選んでください。"_s;
 }
 
 QString StudyFileTitle(const QString &typed)
@@ -244,6 +408,8 @@ QString TableRemarks(const Table &table, const TableStudyText &study)
     QString remarks;
     if (const int uneven = table.UnevenRows(); uneven > 0)
         remarks += u"\r\n\r\n列の数が最初の行と違う行が"_s + QString::number(uneven) + u"行あります。"_s;
+    if (study.rowsLeftOut > 0)
+        remarks += u"\r\n\r\nShift_JISにない文字のある行を"_s + QString::number(study.rowsLeftOut) + u"行除きました。"_s;
     if (study.bracketsWidened > 0)
         remarks += u"\r\n\r\n表の中の[ ]を"_s + QString::number(study.bracketsWidened) + u"個，全角にしました。"_s;
     return remarks;

@@ -9,6 +9,7 @@
 
 #include <QList>
 #include <QString>
+#include <QStringList>
 
 #include <limits>
 #include <utility>
@@ -18,24 +19,40 @@ class QDeadlineTimer;
 
 constexpr int PreviewRows = 20; // rows of a table, and lines of its study file, shown in the preview
 
-/// Whether a column, numbered from 1, is hidden. @param isHidden  by column; columns past the end are shown
-inline bool IsHidden(const QList<bool> &isHidden, int column)
+/// What becomes of a column.
+enum class ColumnUse
 {
-    return isHidden.value(column - 1);
-}
+    Hide,  ///< its cells become blanks
+    Show,  ///< they stand in the lines as they are
+    Leave, ///< they are left out
+};
+
+/// A column of the table, numbered from 1.
+struct TableColumn
+{
+    int column;
+    ColumnUse use;
+
+    bool operator==(const TableColumn &) const = default;
+};
 
 /// How the lines are made.
 struct TableOptions
 {
-    QList<bool> isHidden;                    ///< see IsHidden
+    QList<TableColumn> columns;              ///< in the order of the lines; columns that are missing follow, shown
     QString between = QString(1, u'\u3000'); ///< inserted between cells; by default an ideographic space
     bool skipsFirstRow = false;
 };
 
-/// The columns hidden by default: the last with any text in the rows shown. Columns missing from the first row count
-/// only if that has a single column, or if no other column has text, because a separator within a text also starts a
-/// column. None if cells contain a cloze, which hides words by itself.
-QList<bool> HiddenByDefault(const Table &table);
+/// The columns in their order, of which the last with any text in the rows shown is hidden. Columns missing from the
+/// first row count only if that has a single column, or if no other column has text, because a separator within a text
+/// also starts a column. None is hidden if cells contain a cloze, which hides words by itself.
+QList<TableColumn> ColumnsByDefault(const Table &table);
+
+/// Whether the first row looks like the heading of the rows shown: each cell is a usual heading, or a column has only
+/// numbers below something else, or all is of one kind, Latin or Japanese, and a column below only of the other.
+/// "English" beside "英語" is no heading, but a word and its meaning.
+bool GuessHeading(const Table &table);
 
 /// The lines of a study file, of any characters and length.
 struct TableStudyText
@@ -43,11 +60,16 @@ struct TableStudyText
     QString text;                  ///< each line ends with CR LF
     std::vector<int> rowNumbers;   ///< by line, from [0]: the number of its row in the table
     qsizetype bracketsWidened = 0; ///< brackets in cells, now full-width
+    std::vector<int> unwritable;   ///< ascending indexes of the lines that code page 932 cannot hold
+    QStringList firstUnwritable;   ///< a character of each of the first of them, "表の3行目：é（U+00E9）"
+    int rowsLeftOut = 0;           ///< see LeaveOutUnwritable
 };
 
+/// Removes the lines that code page 932 cannot hold.
+void LeaveOutUnwritable(TableStudyText *study);
+
 /// Makes the lines of all rows that have any text, in slices. Cells are trimmed, and each run of line ends and tabs
-/// inside becomes a space. Cells of hidden columns are put in "[ ]"; empty cells are left out. A cloze in a shown
-/// column,
+/// inside becomes a space. Cells of hidden columns are put in "[ ]"; empty cells are left out. A cloze in a shown column,
 /// "{{c1::answer}}" or "{{c1::answer::hint}}", becomes "[answer]". Brackets in a hidden cell or in the answer of a
 /// cloze, or unbalanced ones in a shown cell, become full-width; balanced ones in a shown cell are blanks marked by the
 /// author of the table. A tab or a line end in the text between cells becomes a space.
@@ -71,6 +93,7 @@ class TableTextMaking
 
   private:
     void AddRow(int row);
+    void NoteUnwritable(QStringView line);
 
     const Table &m_table;
     TableOptions m_options;
@@ -96,6 +119,9 @@ QString PreviewHint(const Table &table, const TableOptions &options, const QStri
 QString StudyFileTitle(const QString &typed);
 
 /// Complete texts for the user, lines separated by CR LF.
+
+/// To be asked if some lines, but not all, are unwritable.
+QString LeaveOutQuestion(const TableStudyText &study);
 
 /// Why no study file may have a name; empty if one may. @param title  as StudyFileTitle gives it
 QString TitleRefusal(const QString &title);

@@ -3,12 +3,10 @@
 
 #include "exchange/modTable.h"
 
-#include "exchange/modHtmlText.h"
+#include <QDeadlineTimer>
 
 #include <algorithm>
-#include <limits>
 #include <map>
-#include <utility>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -16,7 +14,7 @@ namespace {
 
 constexpr QChar Quote = u'"';
 constexpr int SampleRows = 20; // rows that a guess is based on
-constexpr char16_t Separators[] = {u'\t', u',', u';'};
+constexpr QStringView Separators[] = {u"\t", u",", u";", u" - ", u" \u2013 ", u" \u2014 "}; // guessed
 
 bool IsLineEnd(QChar character)
 {
@@ -58,12 +56,6 @@ QStringView LineAround(QStringView text, qsizetype position)
 
 } // namespace
 
-int Table::CellCount(int row) const
-{
-    const qint32 end = row == RowCount() ? qint32(m_cellEnds.size()) : RowAt(row + 1).firstCell;
-    return end - RowAt(row).firstCell;
-}
-
 QStringView Table::Cell(int row, int column) const
 {
     if (column > CellCount(row))
@@ -81,198 +73,185 @@ int Table::UnevenRows() const
     return uneven;
 }
 
-/// Reads a table in a single pass over the text.
-class TableReader
+TableReader::TableReader(QStringView text, const TableFormat &format)
+    : m_source(text), m_format(format), m_isCsv(format.separator == u"," || format.separator == u";"),
+      m_at(format.start), m_number(format.firstNumber)
 {
-  public:
-    TableReader(QStringView text, const TableFormat &format)
-        : m_source(text), m_format(format), m_isCsv(format.separator == u',' || format.separator == u';'),
-          m_at(format.start), m_number(format.firstNumber)
-    {
+}
+
+bool TableReader::GoOn(const QDeadlineTimer &deadline, int mostRows)
+{
+    constexpr int cellsOfPiece = 64; // asking for the time takes as long as a short cell
+    const auto hasMore = [&] { return m_isGood && m_at < m_source.size() && m_table.RowCount() < mostRows; };
+    while (hasMore()) {
+        for (int left = cellsOfPiece; left > 0 && hasMore(); --left)
+            ReadNextCell();
+        if (deadline.hasExpired())
+            break;
     }
+    return hasMore();
+}
 
-    /// @return false if a quoted cell never ends; Position() is then where it starts
-    bool Read(int mostRows)
-    {
-        bool isGood = true;
-        while (isGood && m_at < m_source.size() && m_table.RowCount() < mostRows)
-            isGood = ReadRow();
-        return isGood;
+double TableReader::Done() const
+{
+    return m_source.isEmpty() ? 1 : double(m_at) / double(m_source.size());
+}
+
+int TableReader::ErrorLine() const
+{
+    return m_isGood ? 0 : LineAt(m_source, m_at);
+}
+
+void TableReader::ReadNextCell()
+{
+    if (m_column == 0) {
+        m_rowStart = m_at;
+        m_firstCell = qint32(m_table.m_cellEnds.size());
     }
-
-    qsizetype Position() const
-    {
-        return m_at;
+    ++m_column;
+    m_isGood = ReadCell();
+    EndCell();
+    if (!m_isGood || m_at == m_source.size() || IsLineEnd(m_source[m_at])) {
+        EndRow();
+        return;
     }
-
-    Table TakeTable()
-    {
-        return std::move(m_table);
+    m_at += m_format.separator.size();
+    if (m_at == m_source.size()) { // an empty cell is the last
+        ++m_column;
+        EndCell();
+        EndRow();
     }
+}
 
-    /// Those of Separators that occurred inside a quoted cell.
-    const QString &QuotedSeparators() const
-    {
-        return m_quotedSeparators;
+bool TableReader::ReadCell()
+{
+    if (m_at < m_source.size() && m_source[m_at] == Quote) {
+        const Quoted quoted = ReadQuotedCell();
+        if (quoted != Quoted::IsNone)
+            return quoted == Quoted::Ends;
     }
+    const qsizetype start = m_at;
+    while (m_at < m_source.size() && !EndsCell(m_at))
+        ++m_at;
+    m_table.m_text += m_source.sliced(start, m_at - start);
+    return true;
+}
 
-  private:
-    enum class Quoted
-    {
-        Ends,
-        IsNone, ///< not a quoted cell: the quotes are text
-        NeverEnds,
-    };
-
-    bool ReadRow()
-    {
-        const qsizetype start = m_at;
-        const qint32 firstCell = qint32(m_table.m_cellEnds.size());
-        bool isGood = true;
-        int column = 1;
-        for (;; ++column) {
-            isGood = ReadCell();
-            EndCell(column);
-            if (!isGood || m_at == m_source.size() || IsLineEnd(m_source[m_at]))
-                break;
-            m_at += m_format.separator.size();
-        }
-        const bool isLeftOut = column == 1 && IsBlank(m_source.sliced(start, m_at - start));
-        EndRow(firstCell, isLeftOut);
-        return isGood;
+TableReader::Quoted TableReader::ReadQuotedCell()
+{
+    const qsizetype cellStart = m_table.m_text.size();
+    const Quoted quoted = TakeQuotedCell();
+    if (quoted == Quoted::Ends) {
+        for (const QStringView separator : Separators)
+            if (QStringView(m_table.m_text).sliced(cellStart).contains(separator) &&
+                !m_quotedSeparators.contains(separator))
+                m_quotedSeparators += separator.toString();
+        return quoted;
     }
+    m_table.m_text.truncate(cellStart);
+    // Only in CSV is an unterminated quote an error: other programs write quotes literally.
+    return m_isCsv ? quoted : Quoted::IsNone;
+}
 
-    bool ReadCell()
-    {
-        if (m_at < m_source.size() && m_source[m_at] == Quote) {
-            const Quoted quoted = ReadQuotedCell();
-            if (quoted != Quoted::IsNone)
-                return quoted == Quoted::Ends;
-        }
-        const qsizetype start = m_at;
-        while (m_at < m_source.size() && !EndsCell(m_at))
-            ++m_at;
-        m_table.m_text += m_source.sliced(start, m_at - start);
-        return true;
+TableReader::Quoted TableReader::TakeQuotedCell()
+{
+    bool hasLineEnds = false;
+    qsizetype at = m_at + 1;
+    for (bool isOpen = true; isOpen;) {
+        const qsizetype quote = m_source.indexOf(Quote, at);
+        if (quote < 0)
+            return Quoted::NeverEnds;
+        const QStringView piece = m_source.sliced(at, quote - at);
+        hasLineEnds = hasLineEnds || std::ranges::any_of(piece, IsLineEnd);
+        m_table.m_text += piece;
+        isOpen = quote + 1 < m_source.size() && m_source[quote + 1] == Quote;
+        if (isOpen)
+            m_table.m_text += Quote;
+        at = quote + (isOpen ? 2 : 1);
     }
-
-    Quoted ReadQuotedCell()
-    {
-        const qsizetype cellStart = m_table.m_text.size();
-        const Quoted quoted = TakeQuotedCell();
-        if (quoted == Quoted::Ends) {
-            for (const QChar separator : Separators)
-                if (!m_quotedSeparators.contains(separator) &&
-                    QStringView(m_table.m_text).sliced(cellStart).contains(separator))
-                    m_quotedSeparators += separator;
-            return quoted;
-        }
-        m_table.m_text.truncate(cellStart);
-        // Only in CSV is an unterminated quote an error: other programs write quotes literally.
-        return m_isCsv ? quoted : Quoted::IsNone;
+    while (at < m_source.size() && m_source[at] == u' ' && !EndsCell(at))
+        ++at;
+    if ((at == m_source.size() || EndsCell(at)) && !(hasLineEnds && HoldsWholeRows(at))) {
+        m_at = at;
+        return Quoted::Ends;
     }
+    // Literal quotes, as around direct speech, do not span lines: here the closing quote was forgotten.
+    return hasLineEnds ? Quoted::NeverEnds : Quoted::IsNone;
+}
 
-    Quoted TakeQuotedCell()
-    {
-        bool hasLineEnds = false;
-        qsizetype at = m_at + 1;
-        for (bool isOpen = true; isOpen;) {
-            const qsizetype quote = m_source.indexOf(Quote, at);
-            if (quote < 0)
-                return Quoted::NeverEnds;
-            const QStringView piece = m_source.sliced(at, quote - at);
-            hasLineEnds = hasLineEnds || std::ranges::any_of(piece, IsLineEnd);
-            m_table.m_text += piece;
-            isOpen = quote + 1 < m_source.size() && m_source[quote + 1] == Quote;
-            if (isOpen)
-                m_table.m_text += Quote;
-            at = quote + (isOpen ? 2 : 1);
-        }
-        while (at < m_source.size() && m_source[at] == u' ' && !EndsCell(at))
-            ++at;
-        if ((at == m_source.size() || EndsCell(at)) && !(hasLineEnds && HoldsWholeRows(at))) {
-            m_at = at;
-            return Quoted::Ends;
-        }
-        // Literal quotes, as around direct speech, do not span lines: here the closing quote was forgotten.
-        return hasLineEnds ? Quoted::NeverEnds : Quoted::IsNone;
-    }
-
-    /// Whether a quoted cell that spans lines has separators too, and its lines all have as many. If so, they are rows
-    /// of speech that begins in one and ends in another; what a spreadsheet quotes hardly ever looks like that.
-    /// @param end  position after the cell
-    bool HoldsWholeRows(qsizetype end) const
-    {
-        if (m_isCsv || !m_source.sliced(m_at, end - m_at).contains(m_format.separator))
+/// Whether a quoted cell that spans lines has separators too, and its lines all have as many. If so, they are rows
+/// of speech that begins in one and ends in another; what a spreadsheet quotes hardly ever looks like that.
+/// @param end  position after the cell
+bool TableReader::HoldsWholeRows(qsizetype end) const
+{
+    if (m_isCsv || !m_source.sliced(m_at, end - m_at).contains(m_format.separator))
+        return false;
+    const auto separatorsAt = [this](qsizetype at) { return LineAround(m_source, at).count(m_format.separator); };
+    const qsizetype separators = separatorsAt(m_at);
+    for (qsizetype at = m_at; at < end; ++at)
+        if (IsLineEnd(m_source[at]) && separatorsAt(at + 1) != separators &&
+            !m_source.sliced(at).startsWith(u"\r\n"))
             return false;
-        const auto separatorsAt = [this](qsizetype at) { return LineAround(m_source, at).count(m_format.separator); };
-        const qsizetype separators = separatorsAt(m_at);
-        for (qsizetype at = m_at; at < end; ++at)
-            if (IsLineEnd(m_source[at]) && separatorsAt(at + 1) != separators &&
-                !m_source.sliced(at).startsWith(u"\r\n"))
-                return false;
-        return true;
-    }
+    return true;
+}
 
-    bool EndsCell(qsizetype at) const
-    {
-        const QString &separator = m_format.separator;
-        const QChar character = m_source[at];
-        return IsLineEnd(character) ||
-               (character == separator.front() && (separator.size() == 1 || m_source.sliced(at).startsWith(separator)));
-    }
+bool TableReader::EndsCell(qsizetype at) const
+{
+    const QString &separator = m_format.separator;
+    const QChar character = m_source[at];
+    return IsLineEnd(character) ||
+           (character == separator.front() && (separator.size() == 1 || m_source.sliced(at).startsWith(separator)));
+}
 
-    void EndCell(int column)
-    {
-        const qsizetype start = m_table.m_cellEnds.empty() ? 0 : m_table.m_cellEnds.back();
-        if (m_format.leftOut.contains(column)) {
-            m_table.m_text.truncate(start);
-            return;
-        }
-        if (m_format.isHtml) {
-            const QString plain = TextOfHtml(QStringView(m_table.m_text).sliced(start));
-            m_table.m_text.truncate(start);
-            m_table.m_text += plain;
-        }
-        const QStringView cell = QStringView(m_table.m_text).sliced(start);
-        if (m_format.isGuarded && cell.startsWith(u'\'') && IsFormula(cell))
-            m_table.m_text.remove(start, 1);
-        m_table.m_cellEnds.push_back(qint32(m_table.m_text.size()));
+void TableReader::EndCell()
+{
+    const qsizetype start = m_table.m_cellEnds.empty() ? 0 : m_table.m_cellEnds.back();
+    if (m_format.leftOut.contains(m_column)) {
+        m_table.m_text.truncate(start);
+        return;
     }
-
-    void EndRow(qint32 firstCell, bool isLeftOut)
-    {
-        std::vector<qint32> &ends = m_table.m_cellEnds;
-        if (isLeftOut) {
-            ends.resize(size_t(firstCell));
-            m_table.m_text.truncate(ends.empty() ? 0 : ends.back());
-        } else if (const int count = int(ends.size()) - firstCell; count > 0) {
-            m_table.m_rows.push_back({firstCell, m_number});
-            m_table.m_columnCount = std::max(m_table.m_columnCount, count);
-        }
-        ++m_number;
-        if (m_at < m_source.size() && m_source[m_at] == u'\r')
-            ++m_at;
-        if (m_at < m_source.size() && m_source[m_at] == u'\n')
-            ++m_at;
+    if (m_format.isHtml) {
+        const QString plain = TextOfHtml(QStringView(m_table.m_text).sliced(start), m_format.pictureNameOf);
+        m_table.m_text.truncate(start);
+        m_table.m_text += plain;
+    } else if (m_format.pictureNameOf &&
+               QStringView(m_table.m_text).sliced(start).contains(u"<img", Qt::CaseInsensitive)) {
+        const QString named = WithPictureNames(QStringView(m_table.m_text).sliced(start), m_format.pictureNameOf);
+        m_table.m_text.truncate(start);
+        m_table.m_text += named;
     }
+    const QStringView cell = QStringView(m_table.m_text).sliced(start);
+    if (m_format.isGuarded && cell.startsWith(u'\'') && IsFormula(cell))
+        m_table.m_text.remove(start, 1);
+    m_table.m_cellEnds.push_back(qint32(m_table.m_text.size()));
+}
 
-    QStringView m_source;
-    const TableFormat &m_format;
-    bool m_isCsv;
-    QString m_quotedSeparators;
-    qsizetype m_at;
-    int m_number;
-    Table m_table;
-};
+void TableReader::EndRow()
+{
+    const bool isLeftOut = m_column == 1 && IsBlank(m_source.sliced(m_rowStart, m_at - m_rowStart));
+    std::vector<qint32> &ends = m_table.m_cellEnds;
+    if (isLeftOut) {
+        ends.resize(size_t(m_firstCell));
+        m_table.m_text.truncate(ends.empty() ? 0 : ends.back());
+    } else if (const int count = int(ends.size()) - m_firstCell; count > 0) {
+        m_table.m_rows.push_back({m_firstCell, count, m_number});
+        m_table.m_columnCount = std::max(m_table.m_columnCount, count);
+    }
+    m_column = 0;
+    ++m_number;
+    if (m_at < m_source.size() && m_source[m_at] == u'\r')
+        ++m_at;
+    if (m_at < m_source.size() && m_source[m_at] == u'\n')
+        ++m_at;
+}
 
 bool ReadTable(const QString &text, const TableFormat &format, Table *table, int *errorLine)
 {
     TableReader reader(text, format);
-    const bool isGood = reader.Read(std::numeric_limits<int>::max());
-    *table = isGood ? reader.TakeTable() : Table();
-    *errorLine = isGood ? 0 : LineAt(text, reader.Position());
-    return isGood;
+    reader.GoOn(QDeadlineTimer(QDeadlineTimer::Forever));
+    *errorLine = reader.ErrorLine();
+    *table = *errorLine == 0 ? reader.Take() : Table();
+    return *errorLine == 0;
 }
 
 QString GuardedCell(QStringView cell)
@@ -305,18 +284,17 @@ struct CommonWidth
 /// The result of splitting the first rows by one of the separators.
 struct Sample
 {
-    QChar separator;
+    QStringView separator;
     CommonWidth common;
-    bool isEven;    // all rows have the same number of cells, more than one
-    QString quoted; // separators that occur inside quoted cells
+    bool isEven;        // all rows have the same number of cells, more than one
+    QStringList quoted; // separators that occur inside quoted cells
 };
 
-Sample SampleOf(QStringView rows, QChar separator)
+Sample SampleOf(QStringView rows, QStringView separator)
 {
-    const TableFormat format{.separator = separator};
-    TableReader reader(rows, format);
-    reader.Read(SampleRows); // a failure only makes the sample smaller
-    const Table table = reader.TakeTable();
+    TableReader reader(rows, TableFormat{.separator = separator.toString()});
+    reader.GoOn(QDeadlineTimer(QDeadlineTimer::Forever), SampleRows); // a failure only makes the sample smaller
+    const Table &table = reader.Rows();
     std::map<int, int> rowsByCells;
     for (int row = 1; row <= table.RowCount(); ++row)
         ++rowsByCells[table.CellCount(row)];
@@ -328,13 +306,24 @@ Sample SampleOf(QStringView rows, QChar separator)
     return sample;
 }
 
+/// Whether every comma at the beginning of a text is followed by a space, as in sentences.
+bool HasOnlyCommasOfSentences(QStringView text)
+{
+    constexpr qsizetype looked = 100'000;
+    text = text.first(qMin(text.size(), looked));
+    return text.count(u',') == text.count(u", ");
+}
+
 } // namespace
 
-QChar GuessSeparator(QStringView rows)
+QString GuessSeparator(QStringView rows)
 {
     std::vector<Sample> samples;
-    for (const QChar separator : Separators)
+    for (const QStringView separator : Separators)
         samples.push_back(SampleOf(rows, separator));
+    const auto isEvenDash = [](const Sample &sample) { return sample.isEven && sample.separator.size() > 1; };
+    if (std::ranges::any_of(samples, isEvenDash) && HasOnlyCommasOfSentences(rows))
+        std::erase_if(samples, [](const Sample &sample) { return sample.separator == u","; });
     Sample best = samples.front();
     for (const Sample &sample : samples)
         if (!samples.front().isEven && sample.common > best.common)
@@ -342,6 +331,6 @@ QChar GuessSeparator(QStringView rows)
     // If another separator gives an even table with the best one inside quotes, the best one is only text.
     for (const Sample &sample : samples)
         if (sample.quoted.contains(best.separator) && sample.common.rows >= best.common.rows && sample.isEven)
-            return sample.separator;
-    return best.separator;
+            return sample.separator.toString();
+    return best.separator.toString();
 }

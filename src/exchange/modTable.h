@@ -5,11 +5,18 @@
 // columns are numbered from 1.
 #pragma once
 
+#include "exchange/modHtmlText.h"
+
 #include <QSet>
 #include <QString>
+#include <QStringList>
 #include <QStringView>
 
+#include <limits>
+#include <utility>
 #include <vector>
+
+class QDeadlineTimer;
 
 /// The cells of a table: one contiguous text and the positions where cells end, so that a table may have millions of
 /// cells.
@@ -28,7 +35,10 @@ class Table
     }
 
     /// Number of cells in a row, at least 1. Rows may differ.
-    int CellCount(int row) const;
+    int CellCount(int row) const
+    {
+        return RowAt(row).cellCount;
+    }
 
     /// A cell; empty if the row has none in that column. The view is valid until the table changes.
     QStringView Cell(int row, int column) const;
@@ -49,6 +59,7 @@ class Table
     struct Row
     {
         qint32 firstCell; // index in m_cellEnds
+        qint32 cellCount;
         qint32 number;
     };
 
@@ -72,9 +83,10 @@ struct TableFormat
     QSet<int> leftOut{};   ///< columns to skip, by their numbers in the text
     qsizetype start = 0;   ///< position where the first row starts
     int firstNumber = 1;   ///< spreadsheet number of the first row, see Table::NumberOf
+    PictureNameOf pictureNameOf{}; ///< if given, names the pictures of the cells
 };
 
-/// Reads rows as in RFC 4180, tolerating common deviations:
+/// Reads rows in slices, as in RFC 4180, tolerating common deviations:
 ///
 ///     rows = *( row ( CR LF / LF / CR ) )       the last line ending may be missing
 ///     row  = cell *( separator cell )
@@ -85,6 +97,69 @@ struct TableFormat
 /// A cell with text after its closing quote ("Hi" she said) is of the second kind, whose quotes are literal. If the
 /// separator is neither comma nor semicolon, so is a cell whose quote is never closed, or is closed only in a later
 /// line after separators, all these lines having equally many. Blank rows are skipped.
+class TableReader
+{
+  public:
+    /// @param text  must outlive this object
+    TableReader(QStringView text, const TableFormat &format);
+
+    /// Goes on until the deadline, or until the table has some rows. @return whether there is more to do
+    bool GoOn(const QDeadlineTimer &deadline, int mostRows = std::numeric_limits<int>::max());
+
+    /// How much has been read, from 0 to 1.
+    double Done() const;
+
+    /// The rows so far.
+    const Table &Rows() const
+    {
+        return m_table;
+    }
+
+    Table Take()
+    {
+        return std::move(m_table);
+    }
+
+    /// 1-based number of the line on which a quoted cell begins that never ends; 0 if there is none. Counts the lines.
+    int ErrorLine() const;
+
+    /// Those of the separators that are guessed which occurred inside a quoted cell.
+    const QStringList &QuotedSeparators() const
+    {
+        return m_quotedSeparators;
+    }
+
+  private:
+    enum class Quoted
+    {
+        Ends,
+        IsNone, ///< not a quoted cell: the quotes are text
+        NeverEnds,
+    };
+
+    void ReadNextCell();
+    bool ReadCell();
+    Quoted ReadQuotedCell();
+    Quoted TakeQuotedCell();
+    bool HoldsWholeRows(qsizetype end) const;
+    bool EndsCell(qsizetype at) const;
+    void EndCell();
+    void EndRow();
+
+    QStringView m_source;
+    TableFormat m_format;
+    bool m_isCsv;
+    QStringList m_quotedSeparators;
+    qsizetype m_at;
+    int m_number;           // of the row
+    int m_column = 0;       // of the last cell that was read of the row
+    qsizetype m_rowStart = 0;
+    qint32 m_firstCell = 0; // of the row
+    bool m_isGood = true;   // whether all quoted cells end
+    Table m_table;
+};
+
+/// The rows of a whole TableReader.
 /// @return false if a quoted cell never ends; errorLine is then the 1-based line on which it begins, and the table is
 /// empty
 bool ReadTable(const QString &text, const TableFormat &format, Table *table, int *errorLine);
@@ -100,7 +175,8 @@ QString Quoted(const QString &field);
 /// Such a cell as a field of a table with commas, in quotes where it needs them. @param text  without line ends
 QString CsvField(QStringView text);
 
-/// Guesses from the first rows whether tab, comma or semicolon separates the cells. Tab wins if all rows have the same
-/// number of tabs, as tabs do not occur in sentences, unless another separator gives an even table with the tabs inside
-/// quotes. A text without any of the three has a single column and gets tab.
-QChar GuessSeparator(QStringView rows);
+/// Guesses from the first rows what separates the cells: tab, comma, semicolon, or a hyphen, an en dash or an em dash
+/// between two spaces. Tab wins if all rows have the same number of tabs, as tabs do not occur in sentences, unless
+/// another separator gives an even table with the tabs inside quotes. A text without any of them has a single column
+/// and gets tab.
+QString GuessSeparator(QStringView rows);

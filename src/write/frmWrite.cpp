@@ -4,6 +4,7 @@
 #include "write/frmWrite.h"
 
 #include "base/modLog.h"
+#include "exchange/modInsertPicture.h"
 #include "exchange/modStudyFromTable.h"
 #include "settings/modZoom.h"
 #include "text/modCheckText.h"
@@ -21,7 +22,6 @@
 #include "write/WriteStateBar.h"
 #include "write/frmName.h"
 #include "write/modCleanText.h"
-#include "write/modInsertPicture.h"
 
 #include <QClipboard>
 #include <QFileDialog>
@@ -489,7 +489,7 @@ void frmWrite::txtText_Drop(const QStringList &paths)
 /// Copies a picture into the folder of study files and inserts its name.
 void frmWrite::InsertPicture(const QString &path)
 {
-    const PictureToInsert picture = PictureFor(path, m_studyFolder);
+    const PictureToInsert picture = PictureFor(path, m_studyFolder, PictureFolder(m_studyFolder));
     if (!picture.refusal.isEmpty()) {
         m_msg.Refuse(this, picture.refusal);
         return;

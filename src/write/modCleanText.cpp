@@ -163,7 +163,8 @@ QString LinesOfCells(const QString &text, QString *refusal)
     else if (table.ColumnCount() > MaxColumns)
         why = TooManyColumns(table.ColumnCount());
     *refusal = why.reason;
-    return why ? QString() : WithLineFeeds(StudyTextOf(table, TableOptions{.isHidden = {false, true}}).text);
+    const TableOptions options{.columns = {{1, ColumnUse::Show}, {2, ColumnUse::Hide}}};
+    return why ? QString() : WithLineFeeds(StudyTextOf(table, options).text);
 }
 
 QString JoinedLines(const QString &text)

@@ -108,7 +108,7 @@ TEST_F(MinimisingTest, EachWindowRestored_IsUnchanged)
 
     const auto makeUnreadable = [](QWidget *dialog) {
         dialog->findChild<QComboBox *>(u"cboTableSeparator"_s)->setCurrentText(u"カンマ"_s);
-        EXPECT_EQ(dialog->findChild<QCheckBox *>(u"chkHide1"_s), nullptr);
+        EXPECT_EQ(dialog->findChild<QComboBox *>(u"cboUse1"_s), nullptr);
         Enter(dialog, u"txtName"_s, u"words"_s);
     };
     Minimise(u"frmTable"_s, makeUnreadable, Cancel);

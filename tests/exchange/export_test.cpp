@@ -165,7 +165,7 @@ TEST(StudyExport, LongFile_IsMadeInSmallPiecesThatGoOnCounting)
     PrintSheet sheet;
     ASSERT_FALSE(sheet.Read(path, folder.Path(u"a.html"_s), {}));
     EXPECT_EQ(sheet.BlankCount(), 33 * lines);
-    EXPECT_EQ(sheet.PageCount(), 143 + 1375) << "35 lines and 120 answers on a page";
+    EXPECT_EQ(sheet.PageCount(), 179 + 1375) << "28 lines and 120 answers on a page";
     QByteArray all;
     for (QByteArray piece; sheet.Next(&piece); all += piece)
         ASSERT_LT(piece.size(), 1 << 19);

@@ -4,6 +4,7 @@
 // The window that makes a study file from a table.
 #include "exchange/frmTable.h"
 #include "support/Rows.h"
+#include "support/WaitFor.h"
 #include "support/WindowTest.h"
 
 #include <QCheckBox>
@@ -11,6 +12,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
+#include <QPushButton>
 #include <QTest>
 
 #include <gtest/gtest.h>
@@ -39,6 +41,11 @@ class TableWindowTest : public WindowTest
         return made;
     }
 
+    static void Use(QWidget *dialog, int column, const QString &use)
+    {
+        dialog->findChild<QComboBox *>(u"cboUse"_s + QString::number(column))->setCurrentText(use);
+    }
+
     static void Click(QWidget *dialog, const QString &name)
     {
         dialog->findChild<QAbstractButton *>(name)->click();
@@ -58,10 +65,12 @@ TEST_F(TableWindowTest, ColumnsChosen_MakesFileAndReplacesOnlyWithConsent)
         const auto *const preview = dialog->findChild<QPlainTextEdit *>(u"txtPreview"_s);
         const auto *const cmdOK = dialog->findChild<QAbstractButton *>(ok);
         EXPECT_EQ(dialog->findChild<QLineEdit *>(u"txtName"_s)->text(), u"words"_s);
+        EXPECT_TRUE(preview->toPlainText().startsWith(u"caf\u00E9　[店]\n"_s)) << "the heading is recognised";
+        Click(dialog, u"chkHeader"_s);
         EXPECT_TRUE(preview->toPlainText().startsWith(u"word　[meaning]\ncaf\u00E9　[店]\n"_s));
-        Click(dialog, u"chkHide2"_s);
+        Use(dialog, 2, u"見せる"_s);
         EXPECT_FALSE(cmdOK->isEnabled());
-        Click(dialog, u"chkHide1"_s);
+        Use(dialog, 1, u"隠す"_s);
         Click(dialog, u"chkHeader"_s);
         EXPECT_TRUE(cmdOK->isEnabled());
         dialog->findChild<QLineEdit *>(u"txtSeparator"_s)->setText(u" = "_s);
@@ -102,10 +111,10 @@ TEST_F(TableWindowTest, ColumnsChosen_MakesFileAndReplacesOnlyWithConsent)
 TEST_F(TableWindowTest, HiddenColumnFarRight_IsScrolledIntoView)
 {
     const auto look = [](QWidget *dialog) {
-        const auto *const ticked = dialog->findChild<QCheckBox *>(u"chkHide60"_s);
-        EXPECT_TRUE(ticked->isChecked());
-        EXPECT_EQ(dialog->focusWidget(), ticked);
-        EXPECT_EQ(ticked->visibleRegion().boundingRect(), ticked->rect());
+        const auto *const use = dialog->findChild<QComboBox *>(u"cboUse60"_s);
+        EXPECT_EQ(use->currentText(), u"隠す"_s);
+        EXPECT_EQ(dialog->focusWidget(), use);
+        EXPECT_EQ(use->visibleRegion().boundingRect(), use->rect());
         dialog->close();
     };
     Make("a" + QByteArray(",a").repeated(59), look, {});
@@ -123,7 +132,7 @@ TEST_F(TableWindowTest, EncodingOrSeparatorChanged_ReadsTableAgain)
         code->setCurrentText(u"Shift_JIS"_s);
         EXPECT_EQ(preview->toPlainText(), u"\"ﾈｺ - ｲﾇ　[ｻﾙ]\n"_s);
         separator->setEditText(u" - "_s);
-        Click(dialog, u"chkHide1"_s);
+        Use(dialog, 1, u"隠す"_s);
         EXPECT_EQ(preview->toPlainText(), u"[\"ﾈｺ]　[ｲﾇ ｻﾙ]\n"_s);
         separator->setCurrentText(u"カンマ"_s);
         EXPECT_EQ(hint->text(), QuoteNeverClosed(1).reason);
@@ -140,6 +149,102 @@ TEST_F(TableWindowTest, EncodingOrSeparatorChanged_ReadsTableAgain)
         QTest::keyClick(dialog->findChild<QComboBox *>(u"cboTableSeparator"_s), Qt::Key_Escape);
     };
     EXPECT_EQ(Make("a,b\n", leave, {}), QString());
+}
+
+TEST_F(TableWindowTest, ColumnMoved_StaysFocusedAndChangesTheLines)
+{
+    const auto move = [this](QWidget *dialog) {
+        const auto *const preview = dialog->findChild<QPlainTextEdit *>(u"txtPreview"_s);
+        const auto left = [dialog](int column) { return dialog->findChild<QPushButton *>(u"cmdLeft%1"_s.arg(column)); };
+        const auto x = [dialog](const QString &name) {
+            const auto *const widget = dialog->findChild<QWidget *>(name);
+            return widget->mapTo(dialog, QPoint()).x();
+        };
+        EXPECT_FALSE(left(1)->isEnabled());
+        left(3)->setFocus();
+        QTest::keyClick(left(3), Qt::Key_Space);
+        EXPECT_EQ(preview->toPlainText(), u"1　[3]　2\n4　5\n"_s);
+        EXPECT_EQ(dialog->focusWidget(), left(3));
+        QTest::keyClick(left(3), Qt::Key_Left, Qt::AltModifier);
+        EXPECT_EQ(preview->toPlainText(), u"[3]　1　2\n4　5\n"_s);
+        EXPECT_EQ(dialog->focusWidget()->objectName(), u"cboUse3"_s) << "its button is disabled";
+        EXPECT_TRUE(left(1)->isEnabled() && !left(3)->isEnabled());
+        EXPECT_LT(x(u"lblCell1_3"_s), x(u"lblCell1_1"_s));
+        QTest::keyClick(dialog->focusWidget(), Qt::Key_Tab);
+        EXPECT_EQ(dialog->focusWidget()->objectName(), u"cmdRight3"_s);
+        QTest::keyClick(dialog->focusWidget(), Qt::Key_Right, Qt::AltModifier);
+        Use(dialog, 1, u"使わない"_s);
+        EXPECT_TRUE(dialog->findChild<QLabel *>(u"lblCell2_1"_s)->font().strikeOut());
+        EXPECT_EQ(preview->toPlainText(), u"[3]　2\n5\n"_s);
+        Click(dialog, ok);
+    };
+    EXPECT_EQ(Make("1,2,3\n4,5", move, {ok}), u"words.txt"_s);
+    EXPECT_EQ(folder.Read(u"txt/words.txt"_s), ToCodePage932(u"[3]　2\r\n5\r\n"));
+}
+
+TEST_F(TableWindowTest, SeparatorTypedInALongTable_ShowsItsRowsAtOnceAndReadsTheOthersLater)
+{
+    QByteArray bytes;
+    for (int row = 0; row < 100'000; ++row)
+        bytes += "a - b\tc\n";
+    const auto type = [this](QWidget *dialog) {
+        const auto *const preview = dialog->findChild<QPlainTextEdit *>(u"txtPreview"_s);
+        const auto *const hint = dialog->findChild<QLabel *>(u"lblHint"_s);
+        const auto *const size = dialog->findChild<QLabel *>(u"lblTable"_s);
+        auto *const separator = dialog->findChild<QComboBox *>(u"cboTableSeparator"_s);
+        EXPECT_TRUE(size->text().contains(u"100002行"_s)) << size->text().toStdString();
+        separator->setEditText(u" -"_s);
+        EXPECT_EQ(preview->toPlainText().section(u'\n', 0, 0), u"a　[b c]"_s);
+        EXPECT_FALSE(size->text().contains(u'行')) << "not counted yet";
+        separator->setCurrentText(u"カンマ"_s);
+        EXPECT_EQ(preview->toPlainText().section(u'\n', 0, 0), u"[a - b c]"_s);
+        EXPECT_TRUE(WaitFor([hint] { return hint->text() == QuoteNeverClosed(100'001).reason; }));
+        separator->setEditText(u" - "_s);
+        Click(dialog, ok); // reads the rest first
+    };
+    EXPECT_EQ(Make(bytes + "\"x - y\nz - z", type, {ok}), u"words.txt"_s);
+    EXPECT_TRUE(folder.Read(u"txt/words.txt"_s).endsWith(ToCodePage932(u"\"x　[y]\r\nz　[z]\r\n")));
+}
+
+TEST_F(TableWindowTest, PicturesBesideTable_AreCopiedAndOthersReplacedOnlyWithConsent)
+{
+    const QByteArray png = "\x89PNG\r\n\x1A\n";
+    folder.Write(u"a.b.png"_s, png + "new");
+    folder.Write(u"unused.png"_s, png);
+    folder.Write(u"txt/a_b.png"_s, png + "old");
+    const QByteArray csv = "<img src=\"a.b.png\">,x,<img src=unused.png>\n<img src='none.png'>,y\n";
+    const auto make = [this](QWidget *dialog) {
+        Use(dialog, 2, u"隠す"_s);
+        Use(dialog, 3, u"使わない"_s);
+        Click(dialog, ok);
+        if (dialog->isVisible())
+            dialog->close();
+    };
+    EXPECT_EQ(Make(csv, make, {no, ok}), u"words.txt"_s);
+    EXPECT_EQ(script.messages[0], ReplacePicturesQuestion({u"a_b"_s}).remove(u'\r'));
+    EXPECT_EQ(folder.Read(u"txt/words.txt"_s), ToCodePage932(u"｢a_b｣　[x]\r\n<img src='none.png'>　[y]\r\n"));
+    EXPECT_EQ(folder.Read(u"txt/a_b.png"_s), png + "old");
+    EXPECT_EQ(Make(csv, make, {ok, ok, ok}), u"words.txt"_s);
+    EXPECT_EQ(folder.Read(u"txt/a_b.png"_s), png + "new");
+    EXPECT_TRUE(script.messages[2].contains(u"図を1個，学習ファイルのフォルダに入れました。\n\n"
+                                            u"次の図は，表のフォルダにないか，図として使えません。\n    none.png"_s));
+    EXPECT_EQ(Make(csv, make, {ok, ok}), u"words.txt"_s) << "the same picture is not asked about";
+    EXPECT_FALSE(QFile::exists(folder.Path(u"txt/unused.png"_s)));
+}
+
+TEST_F(TableWindowTest, RowsThatCannotBeWritten_AreLeftOutWithConsent)
+{
+    const QByteArray csv = u"a,b\n\U0001F600,c\nd,e\n"_s.toUtf8();
+    const auto make = [this](QWidget *dialog) {
+        Click(dialog, ok);
+        if (dialog->isVisible())
+            dialog->close();
+    };
+    EXPECT_EQ(Make(csv, make, {no, ok}), QString());
+    EXPECT_TRUE(script.messages[0].startsWith(u"Shift_JISにない文字のある行が，表に1行あります。"_s));
+    EXPECT_EQ(Make(csv, make, {ok, ok}), u"words.txt"_s);
+    EXPECT_EQ(folder.Read(u"txt/words.txt"_s), ToCodePage932(u"a　[b]\r\nd　[e]\r\n"));
+    EXPECT_TRUE(script.messages[1].contains(u"1行除きました"_s));
 }
 
 TEST_F(TableWindowTest, Refused_WritesNothingAndStaysOpen)

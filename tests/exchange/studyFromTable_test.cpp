@@ -3,6 +3,7 @@
 
 #include "exchange/modReadTable.h"
 #include "exchange/modStudyFromTable.h"
+#include "exchange/modTablePictures.h"
 #include "platform/modReplaceFile.h"
 #include "support/Rows.h"
 #include "support/TestFiles.h"
@@ -27,7 +28,8 @@ Table TableOf(const QByteArray &bytes, TableReading reading = {})
 TableOptions Hiding(const QList<bool> &isHidden)
 {
     TableOptions options;
-    options.isHidden = isHidden;
+    for (const bool hides : isHidden)
+        options.columns.push_back({int(options.columns.size()) + 1, hides ? ColumnUse::Hide : ColumnUse::Show});
     return options;
 }
 
@@ -133,7 +135,81 @@ TEST(StudyTextOf, EachRow_BecomesALine)
     EXPECT_EQ(StudyOf(u"word,meaning\na,b"_s, options).text, u"[a]  b\r\n"_s);
 }
 
-TEST(HiddenByDefault, AnyTable_HidesLastColumnWithText)
+TEST(StudyTextOf, ColumnsMovedOrLeftOut_ChangeTheLines)
+{
+    using enum ColumnUse;
+    const Rows<const char *, QList<TableColumn>, QString> rows = {
+        {"backwards", {{3, Show}, {2, Hide}, {1, Show}}, u"c　[b]　a\r\nd\r\n"_s},
+        {"one left out", {{1, Hide}, {2, Leave}, {3, Show}}, u"[a]　c\r\n[d]\r\n"_s},
+        {"a row without any column that is used", {{1, Leave}, {2, Hide}, {3, Leave}}, u"[b]\r\n"_s},
+    };
+    for (const auto &[name, columns, expected] : rows)
+        EXPECT_EQ(StudyOf(u"a,b,c\nd"_s, {.columns = columns}).text, expected) << name;
+}
+
+TEST(GuessHeading, FirstRow_IsHeadingIfItSaysWhatTheOthersAre)
+{
+    const Rows<const char *, QString, bool> rows = {
+        {"usual headings", u"英語,日本語\napple,りんご"_s, true},
+        {"in any case, with spaces", u" Question ,ANSWER\nいつ,どこ"_s, true},
+        {"one usual heading", u"単語,りんご\nことば,みかん"_s, false},
+        {"a word and its meaning", u"English,英語\nJapanese,日本語"_s, false},
+        {"Japanese above Latin", u"果物の名,和名です\napple,りんご\nice,氷\ncat,猫"_s, true},
+        {"Latin above Japanese", u"Ort,Land\n東京,日本\n大阪,日本\n京都,日本"_s, true},
+        {"too few rows", u"果物の名,和名です\napple,りんご\nice,氷"_s, false},
+        {"numbers below", u"No.1,人\n1,猫\n2,犬\n3,鳥"_s, true},
+        {"numbers throughout", u"1,apple\n2,ice\n3,cat\n4,dog"_s, false},
+        {"words only", u"apple,りんご\nice,氷\ncat,猫\ndog,犬"_s, false},
+        {"one foreign pair", u"Beatles,ビートルズ\n嵐,あらし\n花,はな\n空,そら"_s, false},
+        {"an unnamed column", u"果物の名,\napple,りんご\nice,氷\ncat,猫"_s, false},
+        {"one column", u"単語\napple\nice\ncat"_s, false},
+        {"only headings", u"単語,意味"_s, false},
+    };
+    for (const auto &[name, csv, isHeading] : rows)
+        EXPECT_EQ(GuessHeading(TableOf(csv.toUtf8())), isHeading) << name;
+}
+
+TEST(LeaveOutUnwritable, RowsThatCannotBeWritten_GoAndOthersKeepTheirNumbers)
+{
+    TableStudyText study = StudyOf(u"é,a\n\U0001F600,b\nc,か\u3099\n한,d\ne,\u0E01"_s, Hiding({false, true}));
+    EXPECT_EQ(study.unwritable, std::vector<int>({1, 3, 4}));
+    EXPECT_EQ(LeaveOutQuestion(study),
+              u"Shift_JISにない文字のある行が，表に3行あります。\r\n  表の2行目：\U0001F600（U+1F600）\r\n"
+              u"  表の4行目：한（U+D55C）\r\n  表の5行目：\u0E01（U+0E01）\r\n\r\n"
+              u"その行を除いて作りますか？（「いいえ」を押すと，除かずに続けます。）"_s);
+    LeaveOutUnwritable(&study);
+    EXPECT_EQ(study.text, u"é　[a]\r\nc　[か\u3099]\r\n"_s);
+    EXPECT_EQ(study.rowNumbers, std::vector<int>({1, 3}));
+    EXPECT_TRUE(TableRemarks(Table(), study).contains(u"Shift_JISにない文字のある行を3行除きました。"_s));
+    EXPECT_TRUE(StudyOf(u"é,～"_s, {}).unwritable.empty());
+}
+
+TEST(TablePictures, FilesBesideTheTable_GetDifferentValidNames)
+{
+    const TestFolder folder;
+    const QByteArray png = "\x89PNG\r\n\x1A\n";
+    for (const QString &name : {u"a b.png"_s, u"a_b.png"_s, u"A_B.gif"_s, u"月\U0001F600.PNG"_s})
+        folder.Write(u"t/"_s + name, png);
+    folder.Write(u"t/notes.txt"_s, "text");
+    folder.Write(u"txt/a_b.png"_s, png);
+    folder.Write(u"txt/A_B_2.png"_s, "GIF89a");
+    TablePictures pictures(folder.Path(u"t/words.csv"_s), folder.Path(u"txt"_s));
+    const QString table = folder.Path(u"t"_s);
+    const Rows<QString, QString> rows = {
+        {u"a b.png"_s, u"a_b"_s}, {u"a_b.png"_s, u"a_b_2"_s}, {u"A_b.PNG"_s, u"a_b_2"_s},   {u"A_B.gif"_s, u"A_B"_s},
+        {u"notes.txt"_s, QString()}, {u"..\u200B"_s, QString()}, {u"月\U0001F600.PNG"_s, u"月__"_s},
+    };
+    for (const auto &[file, name] : rows)
+        EXPECT_EQ(pictures.NameOf(file), name) << file.toStdString();
+    EXPECT_EQ(pictures.MissingCount(), 2);
+    const QList<PictureToInsert> used = pictures.UsedIn(u"｢x｣｢｢a_b｣ a_b_2｣\r\n｢a_b_2｣｢a_b｣｢"_s);
+    ASSERT_EQ(used.size(), 2);
+    EXPECT_EQ(used[0].name, u"a_b"_s);
+    EXPECT_FALSE(MustAskFor(used[0], pictures.SourceOf(used[0]))) << "the same picture is there";
+    EXPECT_TRUE(MustAskFor(used[1], pictures.SourceOf(used[1])));
+}
+
+TEST(ColumnsByDefault, AnyTable_HidesLastColumnWithText)
 {
     const QString emptyRows = u"a,\n"_s.repeated(PreviewRows);
     const Rows<const char *, QString, QList<bool>, QString> rows = {
@@ -148,7 +224,7 @@ TEST(HiddenByDefault, AnyTable_HidesLastColumnWithText)
     };
     for (const auto &[name, csv, isHidden, hint] : rows) {
         const Table table = TableOf(csv.toUtf8());
-        EXPECT_EQ(HiddenByDefault(table), isHidden) << name;
+        EXPECT_EQ(ColumnsByDefault(table), Hiding(isHidden).columns) << name;
         EXPECT_EQ(PreviewHint(table, Hiding(isHidden), PreviewText(table, Hiding(isHidden))), hint) << name;
     }
     const TableOptions nothing = Hiding({false, false});
@@ -201,7 +277,7 @@ TEST(StudyTextOf, ClozeInShownColumn_BecomesBlank)
         EXPECT_EQ(study.bracketsWidened, widened) << name;
     }
     EXPECT_EQ(StudyOf(u"{{c1::a}}"_s, Hiding({true})).text, u"[{{c1::a}}]\r\n"_s);
-    EXPECT_EQ(HiddenByDefault(TableOf("a\t{{c1::b}}")), QList<bool>({false, false}));
+    EXPECT_EQ(ColumnsByDefault(TableOf("a\t{{c1::b}}")), Hiding({false, false}).columns);
 }
 
 TEST(StudyTextOf, SkippedRows_KeepNumbersOfTheOthers)

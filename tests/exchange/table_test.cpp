@@ -7,6 +7,8 @@
 #include "support/Rows.h"
 #include "support/TestFiles.h"
 
+#include <QDeadlineTimer>
+
 #include <gtest/gtest.h>
 
 using namespace Qt::Literals::StringLiterals;
@@ -104,7 +106,7 @@ TEST(ReadTable, TableOfOtherProgram_HasItsCells)
         int errorLine = 0;
         ASSERT_TRUE(ReadTable(text, TableFormat{.separator = separator}, &table, &errorLine)) << name;
         EXPECT_EQ(Joined(table, u'^'), expected.join(u'/')) << name;
-        EXPECT_TRUE(separator == u'|' || GuessSeparator(text) == separator) << name;
+        EXPECT_TRUE(separator == u'|' || GuessSeparator(text) == QString(separator)) << name;
     }
 }
 
@@ -182,20 +184,27 @@ TEST(ReadTable, SkippedRows_CountInSpreadsheetNumbers)
 
 TEST(GuessSeparator, FirstRows_DecideSeparator)
 {
-    const Rows<const char *, QString, QChar> rows = {
-        {"commas in the text of a tabbed file", u"a, b\tc\nd, e\tf\n"_s, u'\t'},
-        {"a tab in one row only", u"a,b\nc\t,d\ne,f\n"_s, u','},
-        {"commas in some rows", u"apple;fruit, red\nice;cold\n"_s, u';'},
-        {"separators within quotes", u"\"a;1\",\"b;2;3\"\n\"c;\",d\n"_s, u','},
-        {"more columns", u"a;b,c;d\ne;f,g;h\n"_s, u';'},
-        {"a title above the rows", u"Unit 3\na,b\nc,d\n"_s, u','},
-        {"unterminated quote", u"a,\"b\nc,d\n"_s, u','},
-        {"tabs within quotes", u"\"a\t1\",b\n\"c\t2\",d\n"_s, u','},
-        {"commas within quotes", u"\"a,1\";b\n\"c,2\";d\n"_s, u';'},
-        {"commas in quoted speech in a tabbed file", u"\"a, b\"\tc\n\"d, e\"\tf\n"_s, u'\t'},
-        {"tab after quoted speech", u"\"a\", b\tc\n"_s, u'\t'},
-        {"one column", u"apple\nice\n"_s, u'\t'},
-        {"empty text", QString(), u'\t'},
+    const Rows<const char *, QString, QString> rows = {
+        {"commas in the text of a tabbed file", u"a, b\tc\nd, e\tf\n"_s, u"\t"_s},
+        {"a tab in one row only", u"a,b\nc\t,d\ne,f\n"_s, u","_s},
+        {"commas in some rows", u"apple;fruit, red\nice;cold\n"_s, u";"_s},
+        {"separators within quotes", u"\"a;1\",\"b;2;3\"\n\"c;\",d\n"_s, u","_s},
+        {"more columns", u"a;b,c;d\ne;f,g;h\n"_s, u";"_s},
+        {"a title above the rows", u"Unit 3\na,b\nc,d\n"_s, u","_s},
+        {"unterminated quote", u"a,\"b\nc,d\n"_s, u","_s},
+        {"tabs within quotes", u"\"a\t1\",b\n\"c\t2\",d\n"_s, u","_s},
+        {"commas within quotes", u"\"a,1\";b\n\"c,2\";d\n"_s, u";"_s},
+        {"commas in quoted speech in a tabbed file", u"\"a, b\"\tc\n\"d, e\"\tf\n"_s, u"\t"_s},
+        {"tab after quoted speech", u"\"a\", b\tc\n"_s, u"\t"_s},
+        {"one column", u"apple\nice\n"_s, u"\t"_s},
+        {"hyphens between spaces", u"apple - りんご\nice-cream - 氷\n"_s, u" - "_s},
+        {"em dashes", u"apple \u2014 りんご\nice \u2014 氷, 菓子\n"_s, u" \u2014 "_s},
+        {"en dashes", u"apple \u2013 りんご\nice \u2013 氷\n"_s, u" \u2013 "_s},
+        {"hyphens, and commas in each meaning", u"apple - red, round\nice - cold, hard\n"_s, u" - "_s},
+        {"hyphens in the cells of a table", u"1912 - 1926,大正\n1926 - 1989,昭和\n"_s, u","_s},
+        {"hyphens within quotes", u"\"a - b\",c\n\"d - e\",f\n"_s, u","_s},
+        {"hyphens without spaces", u"ice-cream\nwell-known\n"_s, u"\t"_s},
+        {"empty text", QString(), u"\t"_s},
     };
     for (const auto &[name, text, separator] : rows)
         EXPECT_EQ(GuessSeparator(text), separator) << name;
@@ -251,4 +260,43 @@ TEST(TextOfHtml, TagsAndEntities_AreConvertedAndOtherTextIsKept)
     };
     for (const auto &[html, text] : rows)
         EXPECT_EQ(TextOfHtml(html), text);
+}
+
+TEST(PictureNames, TagOfPictureBesideTable_BecomesReference)
+{
+    const auto nameOf = [](const QString &file) { return file == u"a b&.png" ? u"図"_s : QString(); };
+    const Rows<const char *, QString, QString, QString> rows = {
+        {"double quotes", u"x<img src=\"a b&amp;.png\">y"_s, u"x｢図｣y"_s, u"x｢図｣y"_s},
+        {"other attributes", u"<IMG alt='>'src='a b&.png' class=c />"_s, u"'src='a b&.png' class=c />"_s,
+         u"<IMG alt='>'src='a b&.png' class=c />"_s},
+        {"attributes before and after", u"<IMG alt='x' hidden src = 'a b&.png' class=c />"_s, u"｢図｣"_s, u"｢図｣"_s},
+        {"percent signs, no quotes", u"<img src=a%20b%26.png>"_s, u"｢図｣"_s, u"｢図｣"_s},
+        {"in a folder", u"<img src=\"media/a b&.png\">"_s, QString(), u"<img src=\"media/a b&.png\">"_s},
+        {"elsewhere", u"<img src=\"http://x/a b&.png\">"_s, QString(), u"<img src=\"http://x/a b&.png\">"_s},
+        {"above", u"<img src=\"..%5Ca b&.png\">"_s, QString(), u"<img src=\"..%5Ca b&.png\">"_s},
+        {"not there", u"<img src=b.png>"_s, QString(), u"<img src=b.png>"_s},
+        {"another tag", u"<b src='a b&.png'>1 < 2 <img src='a b&.png'>"_s, u"1 < 2 ｢図｣"_s,
+         u"<b src='a b&.png'>1 < 2 ｢図｣"_s},
+        {"never closed", u"<img src='a b&.png'"_s, u"<img src='a b&.png'"_s, u"<img src='a b&.png'"_s},
+        {"no value", u"<img src><img src=><img =><img>"_s, QString(), u"<img src><img src=><img =><img>"_s},
+    };
+    for (const auto &[name, text, ofHtml, ofText] : rows) {
+        EXPECT_EQ(TextOfHtml(text, nameOf), ofHtml) << name;
+        EXPECT_EQ(WithPictureNames(text, nameOf), ofText) << name;
+    }
+}
+
+TEST(TableReader, Slices_GiveTheRowsOfAWholeReading)
+{
+    QString text;
+    for (int row = 0; row < 500; ++row)
+        text += u"%1,\"b\nb\",%2\n"_s.arg(row).arg(row % 7 == 0 ? u"c,d"_s : u"c"_s);
+    TableReader reader(text, TableFormat{.separator = u","_s});
+    EXPECT_FALSE(reader.GoOn(QDeadlineTimer(QDeadlineTimer::Forever), 20));
+    EXPECT_EQ(reader.Rows().RowCount(), 20);
+    EXPECT_TRUE(reader.Done() > 0 && reader.Done() < 1);
+    while (reader.GoOn(QDeadlineTimer(0)))
+        EXPECT_EQ(reader.Rows().CellCount(reader.Rows().RowCount()), (reader.Rows().RowCount() - 1) % 7 == 0 ? 4 : 3)
+            << "the row that is being read adds nothing to the one before";
+    EXPECT_EQ(Joined(reader.Take()), Joined(TableOf(text)));
 }

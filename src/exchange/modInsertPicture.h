@@ -6,6 +6,7 @@
 #pragma once
 
 #include "base/modFile.h"
+#include "text/modPictureName.h"
 
 #include <QString>
 
@@ -18,8 +19,11 @@ struct PictureToInsert
     QString refusal{};    ///< why it cannot be taken; empty if it can
 };
 
-/// Judges a picture by its first bytes. Characters that no picture name can have become "_".
-PictureToInsert PictureFor(const QString &path, const QString &studyFolder);
+/// Judges a picture by its first bytes.
+/// @param present  the pictures in the folder of study files
+/// @param name  of the copy, valid; if empty, the file's own, in which characters that no name can have become "_"
+PictureToInsert PictureFor(const QString &path, const QString &studyFolder, const PictureFolder &present,
+                           const QString &name = QString());
 
 QString ReplacePictureQuestion(const PictureToInsert &picture);
 

@@ -1,12 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The Kotoban developers
 // SPDX-License-Identifier: MIT
 
-#include "write/modInsertPicture.h"
+#include "exchange/modInsertPicture.h"
 
 #include "base/modCodePage.h"
 #include "platform/modReplaceFile.h"
 #include "text/modPictureFile.h"
-#include "text/modPictureName.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -33,7 +32,8 @@ QString ValidName(const QString &title)
 
 } // namespace
 
-PictureToInsert PictureFor(const QString &path, const QString &studyFolder)
+PictureToInsert PictureFor(const QString &path, const QString &studyFolder, const PictureFolder &present,
+                           const QString &name)
 {
     PictureToInsert picture;
     const QFileInfo source(path);
@@ -50,14 +50,14 @@ PictureToInsert PictureFor(const QString &path, const QString &studyFolder)
             u"図が大きすぎます（%1 MB まで）。\r\n    "_s.arg(MaxFileMegabytes) + NameInLine(source.fileName());
         return picture;
     }
-    picture.name = ValidName(source.completeBaseName());
+    picture.name = name.isEmpty() ? ValidName(source.completeBaseName()) : name;
     const QString extension = format == "jpeg" ? u"jpg"_s : QString::fromLatin1(format);
     picture.target = JoinPath(studyFolder, picture.name + u'.' + extension);
-    const QString present = PictureFolder(studyFolder).Find(picture.name);
-    if (!present.isEmpty() && QFileInfo(present) == source)
-        picture.target = present;
+    const QString old = present.Find(picture.name);
+    if (!old.isEmpty() && QFileInfo(old) == source)
+        picture.target = old;
     else
-        picture.mustAsk = !present.isEmpty() || QFileInfo(picture.target).isSymLink();
+        picture.mustAsk = !old.isEmpty() || QFileInfo(picture.target).isSymLink();
     return picture;
 }
 
