@@ -162,6 +162,14 @@ def compare_writing():
         shares(counters["OpenToBeWritten", "longest_ms"], 8), 1)
 
 
+def compare_tables():
+    _, counters = timings("TypeTableSeparator")
+    row("a separator typed in a table of 52 MB / of 1 MB",
+        ratios(counters["TypeTableSeparator/52", "key_ms"], counters["TypeTableSeparator/1", "key_ms"]), 1.1)
+    row("reading that table again meanwhile: longest block of the event loop / a frame",
+        shares(counters["TypeTableSeparator/52", "longest_ms"], FRAME_US / 1000), 1)
+
+
 def compare_lists():
     cpu_us, counters = timings("ShowFileList|ShowHistory|PaintCalendar|MakeHardNote")
     row("the note of 2,000 marks in 200 files / 0.3 s", shares(cpu_us["MakeHardNote/2000"], 0.3e6), 1)
@@ -251,6 +259,7 @@ compare_growth()
 compare_steps()
 compare_search()
 compare_writing()
+compare_tables()
 compare_lists()
 compare_largest_lists()
 compare_pictures()

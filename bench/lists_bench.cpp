@@ -1,11 +1,12 @@
 // SPDX-FileCopyrightText: 2026 The Kotoban developers
 // SPDX-License-Identifier: MIT
 
-// Benchmarks of the lists: the search, the file selection and the study history. The counter longest_ms is the longest
+// Benchmarks of the lists: the search, the file selection, tables and the study history. The counter longest_ms is the longest
 // time between two turns of the event loop, in milliseconds of CPU time.
 #include "Inputs.h"
 #include "app/frmLogin.h"
 #include "app/modUserList.h"
+#include "exchange/frmTable.h"
 #include "files/frmFile.h"
 #include "platform/modProfile.h"
 #include "records/modHardNote.h"
@@ -18,11 +19,13 @@
 #include "widgets/frmMsg.h"
 
 #include <QApplication>
+#include <QComboBox>
 #include <QDeadlineTimer>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QListView>
 #include <QTabBar>
+#include <QTimer>
 
 #include <algorithm>
 #include <array>
@@ -184,6 +187,46 @@ void ShowHistory(benchmark::State &state)
     state.counters["longest_ms"] = longest;
 }
 BENCHMARK(ShowHistory)->ArgsProduct({{2, 9'999}, {0, 1, 2}})->Iterations(1)->Unit(benchmark::kMillisecond);
+
+/// Types separators in the window of a table of some megabytes. key_ms is the mean time of a key, longest_ms the longest
+/// time between two turns of the event loop until the whole table is read.
+void TypeTableSeparator(benchmark::State &state)
+{
+    const TestFolder folder;
+    folder.MakeFolder(u"txt"_s);
+    const QByteArray row = "water,\xE6\xB0\xB4 - H2O,\"It is, they say, wet.\"\n";
+    const QString table = folder.Write(u"a.csv"_s, row.repeated(qsizetype(state.range(0)) * BytesPerMegabyte / row.size()));
+    RecordingServices services;
+    frmMsg msg(services, u"wav"_s);
+    frmTable window(msg, folder.Path(u"txt"_s), nullptr);
+    double keys = 0;
+    double longest = 0;
+    qint64 typed = 0;
+    QTimer opening;
+    QObject::connect(&opening, &QTimer::timeout, [&] {
+        if (!window.isVisible())
+            return; // still reading
+        opening.stop();
+        auto *const separator = window.findChild<QComboBox *>(u"cboTableSeparator"_s);
+        for (auto step : state) {
+            const QString text = QStringList({u" "_s, u" -"_s, u" - "_s, u";"_s})[typed++ % 4];
+            const double keyMs = TimeOf([&] { separator->setEditText(text); });
+            keys += keyMs;
+            longest = qMax(longest, keyMs);
+            for (int quiet = 0; quiet < 3;) {
+                const double elapsed = TimeOf([] { QCoreApplication::processEvents(); });
+                quiet = elapsed < 0.05 ? quiet + 1 : 0;
+                longest = qMax(longest, elapsed);
+            }
+        }
+        window.close();
+    });
+    opening.start(0);
+    window.Make(table);
+    state.counters["key_ms"] = keys / double(typed);
+    state.counters["longest_ms"] = longest;
+}
+BENCHMARK(TypeTableSeparator)->Arg(1)->Arg(52)->Iterations(8)->Unit(benchmark::kMillisecond);
 
 /// Paints the calendar of a user who has studied for years.
 void PaintCalendar(benchmark::State &state)

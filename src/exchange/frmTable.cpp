@@ -113,7 +113,7 @@ void frmTable::Form_Load()
     const int linePx = fontMetrics().lineSpacing();
     NameControl(fraTable, u"fraTable"_s, u"表の初めの行"_s);
     fraTable->setBackgroundRole(QPalette::Base);
-    fraTable->setMinimumHeight(linePx * 5);
+    fraTable->setMinimumHeight(linePx * 8);
     connect(m_reading, &QTimer::timeout, this, &frmTable::GoOnReading);
     NameControl(txtPreview, u"txtPreview"_s, u"できる学習ファイルの初めの行"_s, u"このように作られます (Alt+P)"_s);
     txtPreview->setReadOnly(true);
@@ -194,7 +194,7 @@ void frmTable::Form_Activate()
     auto *const use = fraTable->findChild<QComboBox *>(u"cboUse"_s + QString::number(column));
     use->setFocus();
     fraTable->widget()->adjustSize(); // otherwise not laid out until painted
-    fraTable->ensureWidgetVisible(use);
+    fraTable->ensureWidgetVisible(use->parentWidget());
 }
 
 /// Shows a newly opened table with default settings.
@@ -343,8 +343,8 @@ QWidget *frmTable::ColumnHead(const TableColumn &each)
     addMove(u"cmdRight"_s, u"→"_s, u"右"_s, Qt::Key_Right, 1);
     auto *const rows = new QVBoxLayout(head);
     rows->setContentsMargins(FocusRingReach, 0, FocusRingReach, 0);
-    rows->addWidget(LabelOf(use, u"lblUse"_s + number, (column < 10 ? u"&"_s : QString()) + number + u"列目"_s));
     rows->addLayout(row);
+    rows->addWidget(use);
     return head;
 }
 

@@ -17,6 +17,8 @@
 #include <QLineEdit>
 #include <QPainter>
 #include <QPushButton>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QStyleOption>
 #include <QTabBar>
 
@@ -172,6 +174,20 @@ void OutlinedStyle::ShowFocus(QWidget *focused)
         m_focusFrame = new QFocusFrame(control);
     if (m_focusFrame)
         m_focusFrame->setWidget(control);
+    for (QWidget *outer = control; outer; outer = outer->parentWidget())
+        if (const auto *const area = qobject_cast<const QScrollArea *>(outer))
+            for (const QScrollBar *const bar : {area->horizontalScrollBar(), area->verticalScrollBar()})
+                connect(bar, &QScrollBar::valueChanged, this, &OutlinedStyle::FollowFocus, Qt::UniqueConnection);
+}
+
+/// Moves the ring with what is scrolled, which Qt's frame does not do.
+void OutlinedStyle::FollowFocus()
+{
+    QWidget *const control = m_focusFrame ? m_focusFrame->widget() : nullptr;
+    if (!control)
+        return;
+    m_focusFrame->setWidget(nullptr);
+    m_focusFrame->setWidget(control);
 }
 
 void OutlinedStyle::drawPrimitive(PrimitiveElement element, const QStyleOption *option, QPainter *painter,

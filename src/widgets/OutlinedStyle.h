@@ -41,6 +41,7 @@ class OutlinedStyle : public QProxyStyle
     OutlinedStyle();
 
     void ShowFocus(QWidget *focused);
+    void FollowFocus();
     void DrawLabelWithIcon(const QStyleOptionButton &button, QPainter *painter) const;
 
     QPointer<QFocusFrame> m_focusFrame; // moves into the window of the control that has the focus

@@ -3,6 +3,7 @@
 
 #include "widgets/ScreenFit.h"
 
+#include <QApplication>
 #include <QDialog>
 #include <QLineEdit>
 #include <QScreen>
@@ -26,9 +27,14 @@ void FitToScreen(QDialog *window, QWidget *content, const QSize &wanted, QLayout
     auto *const scroll = new QScrollArea(window);
     scroll->setObjectName(u"scroll"_s);
     scroll->setFrameShape(QFrame::NoFrame);
-    scroll->setFocusPolicy(Qt::NoFocus); // Tab goes from control to control and scrolls to each
+    scroll->setFocusPolicy(Qt::NoFocus); // Tab goes from control to control
     scroll->setWidgetResizable(true);
     scroll->setWidget(content);
+    // Tab alone scrolls to a control; so must the Alt key of one.
+    QObject::connect(qApp, &QApplication::focusChanged, scroll, [scroll, content](const QWidget *, QWidget *now) {
+        if (now && content->isAncestorOf(now))
+            scroll->ensureWidgetVisible(now);
+    });
     auto *const layout = new QVBoxLayout(window);
     QMargins margins = layout->contentsMargins();
     content->layout()->setContentsMargins(margins);

@@ -14,14 +14,19 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDialog>
+#include <QFocusFrame>
 #include <QImage>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QStyle>
 #include <QStyleOption>
+#include <QTest>
+#include <QVBoxLayout>
 
 #include <gtest/gtest.h>
 
@@ -270,6 +275,30 @@ TEST(OutlinedStyle, EveryDesktop_DefaultIsFilledAndFocusIsARing)
         other.setEnabled(false);
         EXPECT_NE(other.grab().toImage().pixelColor(other.rect().center()), background) << "greyed, not gone, " << name;
     }
+}
+
+TEST(OutlinedStyle, FocusInScrolledWindow_IsInViewWithItsRing)
+{
+    const ProgramStyle style;
+    QDialog window;
+    auto *const content = new QWidget(&window);
+    auto *const column = new QVBoxLayout(content);
+    for (int number = 0; number < 100; ++number)
+        column->addWidget(new QLineEdit(content));
+    FitToScreen(&window, content);
+    window.show();
+    window.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    auto *const last = qobject_cast<QLineEdit *>(column->itemAt(99)->widget());
+    last->setFocus(); // as by its Alt key
+    QCoreApplication::processEvents();
+    EXPECT_EQ(last->visibleRegion().boundingRect(), last->rect());
+    const auto *const ring = window.findChild<QFocusFrame *>();
+    ASSERT_TRUE(ring && ring->isVisible());
+    const auto middle = [&window](const QWidget *widget) { return widget->mapTo(&window, widget->rect().center()); };
+    EXPECT_LT((middle(ring) - middle(last)).manhattanLength(), 3);
+    window.findChild<QScrollArea *>(u"scroll"_s)->verticalScrollBar()->setValue(0);
+    EXPECT_LT((middle(ring) - middle(last)).manhattanLength(), 3) << "follows what is scrolled";
 }
 
 TEST(OutlinedStyle, LargerFont_CheckAndRadioBoxesGrowWithIt)
