@@ -327,7 +327,7 @@ QWidget *frmTable::ColumnHead(const TableColumn &each)
     connect(use, &QComboBox::currentIndexChanged, this, [this, column] { cboUse_Change(column); });
 
     auto *const row = new QHBoxLayout;
-    row->addWidget(use);
+    row->addWidget(LabelOf(use, u"lblUse"_s + number, (column < 10 ? u"&"_s : QString()) + number + u"列目"_s), 1);
     const auto addMove = [&](const QString &name, const QString &arrow, const QString &whereTo, Qt::Key key, int by) {
         QPushButton *const button = NamedButton(name + number, arrow, number + u"列目を"_s + whereTo + u"へ移します (Alt+"_s +
                                                                           arrow + u')', head);

@@ -161,6 +161,8 @@ TEST_F(TableWindowTest, ColumnMoved_StaysFocusedAndChangesTheLines)
             return widget->mapTo(dialog, QPoint()).x();
         };
         EXPECT_FALSE(left(1)->isEnabled());
+        QTest::keyClick(dialog, Qt::Key_2, Qt::AltModifier);
+        EXPECT_EQ(dialog->focusWidget()->objectName(), u"cboUse2"_s);
         left(3)->setFocus();
         QTest::keyClick(left(3), Qt::Key_Space);
         EXPECT_EQ(preview->toPlainText(), u"1　[3]　2\n4　5\n"_s);
