@@ -165,9 +165,9 @@ def compare_writing():
 def compare_tables():
     _, counters = timings("TypeTableSeparator")
     row("a separator typed in a table of 52 MB / of 1 MB",
-        ratios(counters["TypeTableSeparator/52", "key_ms"], counters["TypeTableSeparator/1", "key_ms"]), 1.1)
-    row("reading that table again meanwhile: longest block of the event loop / a frame",
-        shares(counters["TypeTableSeparator/52", "longest_ms"], FRAME_US / 1000), 1)
+        ratios(counters["TypeTableSeparator/52", "key_ms"], counters["TypeTableSeparator/1", "key_ms"]), 1.25)
+    row("reading the rest of that table: longest block of the event loop / two frames",
+        shares(counters["TypeTableSeparator/52", "longest_ms"], 2 * FRAME_US / 1000), 1)
 
 
 def compare_lists():

@@ -348,16 +348,18 @@ QWidget *frmTable::ColumnHead(const TableColumn &each)
     return head;
 }
 
-/// Makes the Tab key follow the order of the columns.
+/// Makes the Tab key follow the order of the columns: first along the arrows, then along what is below them, so that it
+/// never goes up.
 void frmTable::OrderTabs()
 {
     QWidget *last = fraTable;
-    for (const TableColumn &each : m_columns)
-        for (const QString &name : {u"cboUse"_s, u"cmdLeft"_s, u"cmdRight"_s})
-            if (auto *const next = fraTable->findChild<QWidget *>(name + QString::number(each.column))) {
-                setTabOrder(last, next);
-                last = next;
-            }
+    for (const QStringList &names : {QStringList{u"cmdLeft"_s, u"cmdRight"_s}, QStringList{u"cboUse"_s}})
+        for (const TableColumn &each : m_columns)
+            for (const QString &name : names)
+                if (auto *const next = fraTable->findChild<QWidget *>(name + QString::number(each.column))) {
+                    setTabOrder(last, next);
+                    last = next;
+                }
 }
 
 void frmTable::EnableMoves()

@@ -77,7 +77,7 @@ void TableSource::Split(const QString &separator)
     if (!separator.isEmpty())
         format.separator = separator;
     m_refusal = TableRefusal();
-    m_reader.emplace(m_text, format);
+    m_reader.emplace(m_text, format, m_reader ? m_reader->Take() : Table());
     m_isRead = false;
 }
 

@@ -73,10 +73,19 @@ int Table::UnevenRows() const
     return uneven;
 }
 
-TableReader::TableReader(QStringView text, const TableFormat &format)
-    : m_source(text), m_format(format), m_isCsv(format.separator == u"," || format.separator == u";"),
-      m_at(format.start), m_number(format.firstNumber)
+void Table::Clear()
 {
+    m_text.resize(0);
+    m_cellEnds.clear();
+    m_rows.clear();
+    m_columnCount = 0;
+}
+
+TableReader::TableReader(QStringView text, const TableFormat &format, Table memory)
+    : m_source(text), m_format(format), m_isCsv(format.separator == u"," || format.separator == u";"),
+      m_at(format.start), m_number(format.firstNumber), m_table(std::move(memory))
+{
+    m_table.Clear();
 }
 
 bool TableReader::GoOn(const QDeadlineTimer &deadline, int mostRows)
