@@ -522,7 +522,9 @@ std::vector<Subject> Subjects()
              Each({"[]]\tb\n", "[a] b\tb\n", "a b\t", "#tags column:1\n", "a\n#tags column:<n>\n", "#deck:"}) +
              Each({"{{c1::", "{{c1::a::", "{{c1::a}}", "}}{{c1::", "{{c1::[a]}}\tb\n"}) +
              Each({QByteArray(MaxLineBytes, 'a') + "\tb\n", "a" + nul + "," + nul}) +
-             Each({"<", "<a", "<a>", "<img src=a>", "<img src='", "<img &amp;", "<!--", "&", "&#", "&amp;", "&#x1F600;", "[sound:", "[sound:]<br>\tb\n"}, html) +
+             Each({"<", "<a", "<a>", "<img src=a>", "<img src='", "<img &amp;", "<!--", "&", "&#", "&amp;", "&#x1F600;",
+                   "[sound:", "[sound:]<br>\tb\n"},
+                  html) +
              Each({"<a", "<!--"}, html, ">") + Each({"[sound:"}, html, "]") + Each({"{{c1::a::"}, {}, "}}") +
              Each({"1"}, "{{c") + Each({"::"}, "{{c1") + Each({"\"a\n\"\t"}, "a\tb\n") +
              Each({"a\tb\n\"a\tb\n"}, "a\tb\n\"a\tb\n") + Each({"a\tb\n"}, "a\tb\n\"a\tb\n", "\"\n") +

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The Kotoban developers
 // SPDX-License-Identifier: MIT
 
-// Benchmarks of the lists: the search, the file selection, tables and the study history. The counter longest_ms is the longest
-// time between two turns of the event loop, in milliseconds of CPU time.
+// Benchmarks of the lists: the search, the file selection, tables and the study history. The counter longest_ms is the
+// longest time between two turns of the event loop, in milliseconds of CPU time.
 #include "Inputs.h"
 #include "app/frmLogin.h"
 #include "app/modUserList.h"
@@ -188,14 +188,15 @@ void ShowHistory(benchmark::State &state)
 }
 BENCHMARK(ShowHistory)->ArgsProduct({{2, 9'999}, {0, 1, 2}})->Iterations(1)->Unit(benchmark::kMillisecond);
 
-/// Types separators in the window of a table of some megabytes. key_ms is the mean time of a key, longest_ms the longest
-/// time between two turns of the event loop until the whole table is read.
+/// Types separators in the window of a table of some megabytes. key_ms is the mean time of a key, longest_ms the
+/// longest time between two turns of the event loop until the whole table is read.
 void TypeTableSeparator(benchmark::State &state)
 {
     const TestFolder folder;
     folder.MakeFolder(u"txt"_s);
     const QByteArray row = "water,\xE6\xB0\xB4 - H2O,\"It is, they say, wet.\"\n";
-    const QString table = folder.Write(u"a.csv"_s, row.repeated(qsizetype(state.range(0)) * BytesPerMegabyte / row.size()));
+    const QString table =
+        folder.Write(u"a.csv"_s, row.repeated(qsizetype(state.range(0)) * BytesPerMegabyte / row.size()));
     RecordingServices services;
     frmMsg msg(services, u"wav"_s);
     frmTable window(msg, folder.Path(u"txt"_s), nullptr);

@@ -77,13 +77,14 @@ QLayout *frmPrint::FormOfSheet()
     };
     cboBlankWidth = add(u"BlankWidth"_s, u"空欄の幅"_s, u"書き込む下線の長さです"_s, u'W',
                         {u"そのまま"_s, u"2倍"_s, u"同じ幅 25 mm"_s}); // in enum order
-    cboLineGap = add(u"LineGap"_s, u"行の間"_s, u"行と行の間の広さです"_s, u'L',
-                     numbers(MinLineGapMm, MaxLineGapMm, u" mm"_s));
-    cboColumns = add(u"Columns"_s, u"段組み"_s, u"1ページを何段にするかです"_s, u'D', numbers(1, MaxPrintColumns, u"段"_s));
+    cboLineGap =
+        add(u"LineGap"_s, u"行の間"_s, u"行と行の間の広さです"_s, u'L', numbers(MinLineGapMm, MaxLineGapMm, u" mm"_s));
+    cboColumns =
+        add(u"Columns"_s, u"段組み"_s, u"1ページを何段にするかです"_s, u'D', numbers(1, MaxPrintColumns, u"段"_s));
     cboPoints = add(u"PointSize"_s, u"文字の大きさ"_s, u"印刷する文字の大きさです"_s, u'S',
                     numbers(MinPrintPoints, MaxPrintPoints, u" pt"_s));
-    cboEdition = add(u"Edition"_s, u"版"_s, u"版Bでは，空欄のある行の順が変わります"_s, u'E',
-                     {u"A"_s, u"B（別の順）"_s});
+    cboEdition =
+        add(u"Edition"_s, u"版"_s, u"版Bでは，空欄のある行の順が変わります"_s, u'E', {u"A"_s, u"B（別の順）"_s});
     grid->setColumnStretch(4, 1);
     return grid;
 }

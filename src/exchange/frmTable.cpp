@@ -329,8 +329,8 @@ QWidget *frmTable::ColumnHead(const TableColumn &each)
     auto *const row = new QHBoxLayout;
     row->addWidget(LabelOf(use, u"lblUse"_s + number, (column < 10 ? u"&"_s : QString()) + number + u"列目"_s), 1);
     const auto addMove = [&](const QString &name, const QString &arrow, const QString &whereTo, Qt::Key key, int by) {
-        QPushButton *const button = NamedButton(name + number, arrow, number + u"列目を"_s + whereTo + u"へ移します (Alt+"_s +
-                                                                          arrow + u')', head);
+        QPushButton *const button = NamedButton(
+            name + number, arrow, number + u"列目を"_s + whereTo + u"へ移します (Alt+"_s + arrow + u')', head);
         button->setAccessibleName(number + u"列目を"_s + whereTo + u"へ"_s);
         button->setFixedWidth(button->fontMetrics().horizontalAdvance(arrow) + 2 * ButtonMargin(button->fontMetrics()));
         const auto move = [this, column, by] { cmdMove_Click(column, by); };
@@ -504,15 +504,16 @@ void frmTable::cmdOK_Click()
     qsizetype picturesTaken = 0;
     if (!AskQuestions(m_msg, this, &made) || !Write(fileName, made, study.text, &keptPath, &picturesTaken))
         return;
-    m_isToBeWritten = OfferWriting(m_msg, this,
-                                   made.Report(u"表から学習ファイルを作りました。"_s, fileName, keptPath) +
-                                       TableRemarks(m_source.Rows(), study) +
-                                       PictureRemarks(*m_pictures, picturesTaken));
+    m_isToBeWritten =
+        OfferWriting(m_msg, this,
+                     made.Report(u"表から学習ファイルを作りました。"_s, fileName, keptPath) +
+                         TableRemarks(m_source.Rows(), study) + PictureRemarks(*m_pictures, picturesTaken));
     m_madeName = fileName;
     accept();
 }
 
-/// Offers to leave out the rows that cannot be written, if others stay. @return false if it was closed without an answer
+/// Offers to leave out the rows that cannot be written, if others stay. @return false if it was closed without an
+/// answer
 bool frmTable::AskToLeaveOut(TableStudyText *study)
 {
     if (study->unwritable.empty() || study->unwritable.size() == study->rowNumbers.size())

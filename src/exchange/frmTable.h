@@ -86,7 +86,7 @@ class frmTable : public CommandWindow
     QByteArray m_bytes; // of the table's file
     TableSource m_source;
     std::optional<TablePictures> m_pictures;
-    QList<TableColumn> m_columns; // in their order, of the last table that could be read
+    QList<TableColumn> m_columns;   // in their order, of the last table that could be read
     bool m_isHeadingChosen = false; // by the user
     bool m_isNew = true;            // whether no row of the table as it is read now has been shown
     int m_firstColumns = 0;         // number of columns of its first rows

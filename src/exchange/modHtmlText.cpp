@@ -49,7 +49,8 @@ QString Decoded(QStringView value)
 {
     QString text;
     while (!value.isEmpty()) {
-        const qsizetype end = value.startsWith(u'&') ? value.first(qMin(value.size(), LongestEntity + 2)).indexOf(u';') : -1;
+        const qsizetype end =
+            value.startsWith(u'&') ? value.first(qMin(value.size(), LongestEntity + 2)).indexOf(u';') : -1;
         const char32_t meant = end < 0 ? 0 : CharacterOf(value.sliced(1, end - 1));
         text += meant == 0 ? value.first(1).toString() : QString::fromUcs4(&meant, 1);
         value = value.sliced(meant == 0 ? 1 : end + 1);

@@ -84,9 +84,10 @@ constexpr double LongestRuleMm = 60;
 QString StyleOf(const PrintSettings &print)
 {
     const QString pitch = u"calc(1em + "_s + QString::number(print.lineGapMm) + u"mm)"_s;
-    const QString columns = print.columns > 1 ? QString(u".lines { columns: "_s + QString::number(print.columns) +
-                                                        u"; column-gap: "_s + QString::number(ColumnGapMm) + u"mm; }\n"_s)
-                                              : QString();
+    const QString columns = print.columns > 1
+                                ? QString(u".lines { columns: "_s + QString::number(print.columns) +
+                                          u"; column-gap: "_s + QString::number(ColumnGapMm) + u"mm; }\n"_s)
+                                : QString();
     return u"body { font-size: "_s + QString::number(print.points) + u"pt; line-height: "_s + pitch +
            u"; }\n.line { min-height: "_s + pitch + u"; }\n"_s + columns;
 }
@@ -145,8 +146,8 @@ QString BlankHtml(QStringView answer, const QString &number, const SheetChoices 
     const QString width = QString::number(isExact ? px : std::ceil(px - 0.001)) + u"px\">"_s;
     const QString opening = choices.isForTeacher ? u"<span class=\"rule told\" style=\"min-width:"_s + width
                                                  : u"<span class=\"rule\" style=\"width:"_s + width;
-    QString html = u"<span class=\"blank\">"_s +
-                   (number.size() == 1 ? number : QString(u"<small>"_s + number + u"</small>"_s));
+    QString html =
+        u"<span class=\"blank\">"_s + (number.size() == 1 ? number : QString(u"<small>"_s + number + u"</small>"_s));
     int cellsBefore = 0;
     for (int rule = 1; rule <= rules; ++rule) {
         html += opening;
@@ -384,8 +385,7 @@ bool PrintSheet::LookForPictures(const QDeadlineTimer &deadline)
                 if (!m_pictureUrl(reference.name).isEmpty())
                     continue;
                 if (++m_missing.count <= MaxMissingShown)
-                    m_missing.first +=
-                        QString::number(m_linesBefore + line) + u"行目："_s + NameInLine(reference.name);
+                    m_missing.first += QString::number(m_linesBefore + line) + u"行目："_s + NameInLine(reference.name);
             }
         }
         m_linesBefore += text.LineCount();

@@ -18,7 +18,7 @@ constexpr struct
 {
     QStringView separator;
     QStringView name;
-} NamedSeparators[] = {{u",", u"カンマ"},      {u"\t", u"タブ"},           {u";", u"セミコロン"},
+} NamedSeparators[] = {{u",", u"カンマ"},     {u"\t", u"タブ"},           {u";", u"セミコロン"},
                        {u" - ", u"ハイフン"}, {u" \u2013 ", u"ダッシュ"}, {u" \u2014 ", u"長いダッシュ"}};
 
 bool IsTextCharacter(QChar character)

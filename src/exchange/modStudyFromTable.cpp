@@ -186,7 +186,8 @@ CellKind KindOf(QStringView cell)
 {
     CellKind kind = CellKind::Empty;
     for (const QChar character : cell) {
-        const bool isJapanese = character.script() == QChar::Script_Han || character.script() == QChar::Script_Hiragana ||
+        const bool isJapanese = character.script() == QChar::Script_Han ||
+                                character.script() == QChar::Script_Hiragana ||
                                 character.script() == QChar::Script_Katakana;
         const CellKind ofCharacter = isJapanese             ? CellKind::Japanese
                                      : character.isLetter() ? CellKind::Latin
@@ -342,8 +343,8 @@ void LeaveOutUnwritable(TableStudyText *study)
 QString LeaveOutQuestion(const TableStudyText &study)
 {
     const qsizetype more = qsizetype(study.unwritable.size()) - study.firstUnwritable.size();
-    return u"Shift_JISにない文字のある行が，表に"_s + QString::number(study.unwritable.size()) + u"行あります。\r\n  "_s +
-           study.firstUnwritable.join(u"\r\n  "_s) +
+    return u"Shift_JISにない文字のある行が，表に"_s + QString::number(study.unwritable.size()) +
+           u"行あります。\r\n  "_s + study.firstUnwritable.join(u"\r\n  "_s) +
            (more > 0 ? QString(u"\r\n  ほかに"_s + QString::number(more) + u"行"_s) : QString()) +
            u"\r\n\r\nその行を除いて作りますか？（「いいえ」を押すと，除かずに続けます。）"_s;
 }
@@ -409,7 +410,8 @@ QString TableRemarks(const Table &table, const TableStudyText &study)
     if (const int uneven = table.UnevenRows(); uneven > 0)
         remarks += u"\r\n\r\n列の数が最初の行と違う行が"_s + QString::number(uneven) + u"行あります。"_s;
     if (study.rowsLeftOut > 0)
-        remarks += u"\r\n\r\nShift_JISにない文字のある行を"_s + QString::number(study.rowsLeftOut) + u"行除きました。"_s;
+        remarks +=
+            u"\r\n\r\nShift_JISにない文字のある行を"_s + QString::number(study.rowsLeftOut) + u"行除きました。"_s;
     if (study.bracketsWidened > 0)
         remarks += u"\r\n\r\n表の中の[ ]を"_s + QString::number(study.bracketsWidened) + u"個，全角にしました。"_s;
     return remarks;

@@ -69,7 +69,8 @@ struct TableStudyText
 void LeaveOutUnwritable(TableStudyText *study);
 
 /// Makes the lines of all rows that have any text, in slices. Cells are trimmed, and each run of line ends and tabs
-/// inside becomes a space. Cells of hidden columns are put in "[ ]"; empty cells are left out. A cloze in a shown column,
+/// inside becomes a space. Cells of hidden columns are put in "[ ]"; empty cells are left out. A cloze in a shown
+/// column,
 /// "{{c1::answer}}" or "{{c1::answer::hint}}", becomes "[answer]". Brackets in a hidden cell or in the answer of a
 /// cloze, or unbalanced ones in a shown cell, become full-width; balanced ones in a shown cell are blanks marked by the
 /// author of the table. A tab or a line end in the text between cells becomes a space.

@@ -198,8 +198,7 @@ bool TableReader::HoldsWholeRows(qsizetype end) const
     const auto separatorsAt = [this](qsizetype at) { return LineAround(m_source, at).count(m_format.separator); };
     const qsizetype separators = separatorsAt(m_at);
     for (qsizetype at = m_at; at < end; ++at)
-        if (IsLineEnd(m_source[at]) && separatorsAt(at + 1) != separators &&
-            !m_source.sliced(at).startsWith(u"\r\n"))
+        if (IsLineEnd(m_source[at]) && separatorsAt(at + 1) != separators && !m_source.sliced(at).startsWith(u"\r\n"))
             return false;
     return true;
 }

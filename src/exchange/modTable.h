@@ -80,12 +80,12 @@ class Table
 /// How to read the rows of a text.
 struct TableFormat
 {
-    QString separator;     ///< between two cells; empty while unknown
-    bool isHtml = false;   ///< cells are HTML, to be converted to plain text
-    bool isGuarded = true; ///< cells may be as GuardedCell writes them
-    QSet<int> leftOut{};   ///< columns to skip, by their numbers in the text
-    qsizetype start = 0;   ///< position where the first row starts
-    int firstNumber = 1;   ///< spreadsheet number of the first row, see Table::NumberOf
+    QString separator;             ///< between two cells; empty while unknown
+    bool isHtml = false;           ///< cells are HTML, to be converted to plain text
+    bool isGuarded = true;         ///< cells may be as GuardedCell writes them
+    QSet<int> leftOut{};           ///< columns to skip, by their numbers in the text
+    qsizetype start = 0;           ///< position where the first row starts
+    int firstNumber = 1;           ///< spreadsheet number of the first row, see Table::NumberOf
     PictureNameOf pictureNameOf{}; ///< if given, names the pictures of the cells
 };
 
@@ -155,8 +155,8 @@ class TableReader
     bool m_isCsv;
     QStringList m_quotedSeparators;
     qsizetype m_at;
-    int m_number;           // of the row
-    int m_column = 0;       // of the last cell that was read of the row
+    int m_number;     // of the row
+    int m_column = 0; // of the last cell that was read of the row
     qsizetype m_rowStart = 0;
     qint32 m_firstCell = 0; // of the row
     bool m_isGood = true;   // whether all quoted cells end

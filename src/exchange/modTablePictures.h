@@ -47,11 +47,11 @@ class TablePictures
 
     QString m_tableFolder;
     QString m_studyFolder;
-    std::optional<PictureFolder> m_present;  // of the study folder; listed when first needed
-    QHash<QString, QString> m_files;         // of the table's folder, by their case-folded names
-    QHash<QString, QString> m_names;         // what NameOf has given, by file name
-    QHash<QString, QString> m_sources;       // paths by those names
-    QHash<QString, int> m_sameNames;         // number of files by the case-folded name that they would have
+    std::optional<PictureFolder> m_present; // of the study folder; listed when first needed
+    QHash<QString, QString> m_files;        // of the table's folder, by their case-folded names
+    QHash<QString, QString> m_names;        // what NameOf has given, by file name
+    QHash<QString, QString> m_sources;      // paths by those names
+    QHash<QString, int> m_sameNames;        // number of files by the case-folded name that they would have
     QStringList m_firstMissing;
     int m_missingCount = 0;
 };

@@ -55,7 +55,7 @@ QString Underline(const QString &number, const QString &px)
 
 TEST(BlankNumber, SheetOfMoreThanFifty_HasOneStyle)
 {
-    const Rows<int, QString> rows = {{1, u"①"_s},  {20, u"⑳"_s}, {21, u"㉑"_s},
+    const Rows<int, QString> rows = {{1, u"①"_s},   {20, u"⑳"_s},  {21, u"㉑"_s},
                                      {35, u"㉟"_s}, {36, u"㊱"_s}, {50, u"㊿"_s}};
     for (const auto &[blank, number] : rows) {
         EXPECT_EQ(BlankNumber(blank, 50), number);
@@ -71,9 +71,15 @@ TEST(RuleWidthMm, EachChoice_LeavesRoomForHandwriting)
     const PrintSettings asInText{.blankWidth = BlankWidth::AsInText};
     const PrintSettings equal{.blankWidth = BlankWidth::Equal};
     const Rows<const char *, int, PrintSettings, double> rows = {
-        {"the least", 1, usual, 15},      {"a year", 4, usual, 18},       {"two kanji in small print", 4, small, 18},
-        {"a long word", 20, usual, 90},   {"empty", 0, usual, 18},        {"large print", 8, large, 8 * 6.35},
-        {"as in the text", 4, asInText, 4 * 25.4 / 12}, {"equal", 1, equal, 25}, {"equal, long", 30, equal, 25},
+        {"the least", 1, usual, 15},
+        {"a year", 4, usual, 18},
+        {"two kanji in small print", 4, small, 18},
+        {"a long word", 20, usual, 90},
+        {"empty", 0, usual, 18},
+        {"large print", 8, large, 8 * 6.35},
+        {"as in the text", 4, asInText, 4 * 25.4 / 12},
+        {"equal", 1, equal, 25},
+        {"equal, long", 30, equal, 25},
     };
     for (const auto &[name, cells, print, mm] : rows)
         EXPECT_NEAR(RuleWidthMm(cells, print), mm, 0.001) << name;
@@ -302,8 +308,7 @@ TEST_F(PrintWindowTest, FormChosen_IsPrintedAndRememberedExceptTeacherAndEdition
     const QString html = QString::fromUtf8(folder.Read(u"rec/a_印刷B_先生用.html"_s));
     EXPECT_TRUE(html.contains(u"font-size: 18pt; line-height: calc(1em + 8mm)"_s) && html.contains(u"columns: 2"_s));
     EXPECT_TRUE(html.contains(u"①<span class=\"rule told\" style=\"min-width:95px\">二</span>"_s));
-    const PrintSettings printed{
-        .blankWidth = BlankWidth::Equal, .lineGapMm = 8, .columns = 2, .points = 18};
+    const PrintSettings printed{.blankWidth = BlankWidth::Equal, .lineGapMm = 8, .columns = 2, .points = 18};
     EXPECT_EQ(settings.ReadPrint(), printed);
     script.When(u"frmPrint"_s, [&combo](QWidget *dialog) {
         EXPECT_EQ(combo(dialog, u"cboPointSize"_s)->currentText(), u"18 pt"_s);

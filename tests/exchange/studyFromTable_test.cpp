@@ -196,8 +196,9 @@ TEST(TablePictures, FilesBesideTheTable_GetDifferentValidNames)
     TablePictures pictures(folder.Path(u"t/words.csv"_s), folder.Path(u"txt"_s));
     const QString table = folder.Path(u"t"_s);
     const Rows<QString, QString> rows = {
-        {u"a b.png"_s, u"a_b"_s}, {u"a_b.png"_s, u"a_b_2"_s}, {u"A_b.PNG"_s, u"a_b_2"_s},   {u"A_B.gif"_s, u"A_B"_s},
-        {u"notes.txt"_s, QString()}, {u"..\u200B"_s, QString()}, {u"月\U0001F600.PNG"_s, u"月__"_s},
+        {u"a b.png"_s, u"a_b"_s},           {u"a_b.png"_s, u"a_b_2"_s},  {u"A_b.PNG"_s, u"a_b_2"_s},
+        {u"A_B.gif"_s, u"A_B"_s},           {u"notes.txt"_s, QString()}, {u"..\u200B"_s, QString()},
+        {u"月\U0001F600.PNG"_s, u"月__"_s},
     };
     for (const auto &[file, name] : rows)
         EXPECT_EQ(pictures.NameOf(file), name) << file.toStdString();
