@@ -46,7 +46,7 @@ h1, h2 { margin: 0 0 .5em; font-size: 15pt; line-height: 1.4; break-after: avoid
 .rule { display: inline-block; box-sizing: border-box; height: 1.2em; border-bottom: 1px solid #000;
   vertical-align: -.2em; line-height: 1.2em; white-space: pre; }
 .told { vertical-align: baseline; color: #c00; }
-img { max-width: 100%; max-height: 80mm; margin: .3em 1em .3em 0; vertical-align: top; }
+img { max-width: calc(100% - 1em); max-height: 80mm; margin: .3em 1em .3em 0; vertical-align: top; }
 img:not(:only-child) { max-width: 46%; }
 .answers { break-before: page; }
 .columns { columns: 12em; column-gap: 1.5em; line-height: 1.5; }
