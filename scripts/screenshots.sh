@@ -148,7 +148,7 @@ wait_for "the choice of a table" is_focused '^表の選択$'
 xdotool type "$work/words.csv"
 xdotool key Return
 wait_for "the table" is_focused '^表から学習ファイルを作る$'
-xdotool key alt+3 alt+1 alt+h
+xdotool key alt+3 Down alt+1 Up # shows the examples and hides the words
 take table '^表から学習ファイルを作る$'
 xdotool key Escape
 wait_for "the file selection" is_focused "$select"
