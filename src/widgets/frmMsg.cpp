@@ -157,9 +157,11 @@ void frmMsg::ShowTurn()
     if (m_turns.isEmpty())
         return; // the program ends
     const Turn &turn = *m_turns.front();
-    // Shown again at once, the same window would count as the one that has the focus already, and never become active.
-    destroy();
     setParent(turn.owner, Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint);
+    // Shown again at once, the same window would count as the one that has the focus already, and never become active.
+    // It belongs to its owner by now: without one, a modal owner blocks it, and Qt's X11 plugin, which then passes its
+    // focus on, creates it anew while it is being destroyed.
+    destroy();
     setModal(true);
     lblMsg->setText(WithLongLinesCut(turn.message));
     SelectButtons(turn);

@@ -238,6 +238,7 @@ TEST_F(MsgTest, SecondCallWhileOpen_WaitsItsTurnAndEachGetsItsAnswer)
 TEST_F(MsgTest, DialogAfterAnother_IsActiveAndShowsItsFocus)
 {
     const DialogFocus dialogFocus;
+    owner.setWindowModality(Qt::ApplicationModal); // as the windows that show several dialogs in a row are
     owner.show();
     for (int i = 0; i < 2; ++i) {
         script.When(u"frmMsg"_s, [this](QWidget *) {
