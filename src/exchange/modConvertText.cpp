@@ -78,7 +78,7 @@ void TextConversion::ConvertUpTo(qsizetype end)
 {
     for (; m_at < end; ++m_at) {
         const QChar unit = m_source[m_at];
-        if (unit == u'\r' || unit == u'\n') {
+        if (unit == u'\r' || unit == u'\n' || unit == QChar::LineSeparator || unit == QChar::ParagraphSeparator) {
             if (unit == u'\r' && m_at + 1 < m_source.size() && m_source[m_at + 1] == u'\n')
                 ++m_at;
             m_result.text += u"\r\n"_s;

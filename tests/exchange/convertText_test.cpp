@@ -105,6 +105,7 @@ TEST(ConvertText, CharactersWithEquivalent_AreReplacedAndCounted)
 {
     const Rows<QString, QString, qsizetype> rows = {
         {u"a\nb\rc\r\n\n"_s, u"a\r\nb\r\nc\r\n\r\n"_s, 0},
+        {u"光\u2028水\u2029"_s, u"光\r\n水\r\n"_s, 0}, // the line ends of text copied from some programs
         {u"\u301C\u2212\u2016\u00A2\u00A3\u00AC\u2014"_s, u"～－∥￠￡￢―"_s, 7},
         {u"\u00A5\u203E\u00A6\u2011\u2013"_s, u"￥￣￤‐-"_s, 5},
         {u"\u00A0\u202F\u2003\u3000"_s, u"   \u3000"_s, 3},
