@@ -123,6 +123,7 @@ WritePage::WritePage(QWidget *parent)
     setTabChangesFocus(true); // whoever has no mouse could not leave otherwise
     setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
     connect(this, &QPlainTextEdit::cursorPositionChanged, viewport(), qOverload<>(&QWidget::update));
+    connect(this, &QPlainTextEdit::blockCountChanged, this, &WritePage::PlaceStrip);
     connect(this, &QPlainTextEdit::updateRequest, m_strip, [this](const QRect &area, int scrolledPx) {
         if (scrolledPx != 0)
             m_strip->scroll(0, scrolledPx);
@@ -140,8 +141,7 @@ void WritePage::SetAppearance(float points, int lineSpacePx, bool hasLineNumbers
     static_cast<SpacedLayout *>(document()->documentLayout())->SetSpacePx(lineSpacePx * zoomPercent / 100);
     setFont(font); // lays out the text
     m_strip->setVisible(hasLineNumbers);
-    setViewportMargins(StripPx(), 0, 0, 0);
-    m_strip->setGeometry(0, 0, StripPx(), height());
+    PlaceStrip();
 }
 
 void WritePage::SetColours(const PageColours &colours)
@@ -376,6 +376,14 @@ int WritePage::StripPx() const
     return m_hasLineNumbers ? int(std::lround((qMax(4, digits) - 4 + cells) * CellPx())) + gapPx : gapPx;
 }
 
+/// Lets the strip take its place from the text.
+void WritePage::PlaceStrip()
+{
+    if (viewportMargins().left() != StripPx())
+        setViewportMargins(StripPx(), 0, 0, 0);
+    m_strip->setGeometry(0, 0, StripPx(), height());
+}
+
 int WritePage::LineWidthPx() const
 {
     return m_zoomPercent >= 300 ? 3 : m_zoomPercent >= 200 ? 2 : 1;
@@ -390,7 +398,7 @@ QSize WritePage::sizeHint() const
 void WritePage::resizeEvent(QResizeEvent *event)
 {
     QPlainTextEdit::resizeEvent(event);
-    m_strip->setGeometry(0, 0, StripPx(), height());
+    PlaceStrip();
 }
 
 void WritePage::paintEvent(QPaintEvent *event)

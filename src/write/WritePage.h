@@ -90,6 +90,7 @@ class WritePage : public QPlainTextEdit
     void PaintNumbers(QPaintEvent *event);
     double CellPx() const;
     int StripPx() const;
+    void PlaceStrip();
     int LineWidthPx() const;
 
     friend class NumberStrip;

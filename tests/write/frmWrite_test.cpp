@@ -536,6 +536,23 @@ TEST_F(WriteWindowTest, FindAndGo_LeadThroughTheText)
     });
 }
 
+TEST_F(WriteWindowTest, LineNumbersOfFiveDigits_CoverNoText)
+{
+    InWindow([this] {
+        const auto isTextFree = [this] {
+            const QPoint left = text->viewport()->geometry().topLeft();
+            return text->childAt(left) == text->viewport() && text->childAt(left - QPoint(1, 0)) != nullptr;
+        };
+        text->Insert(u"\n"_s.repeated(9'997));
+        EXPECT_TRUE(isTextFree());
+        Press(Qt::Key_Return);
+        window.resize(window.size() + QSize(1, 1));
+        EXPECT_TRUE(isTextFree());
+        Press(Qt::Key_Backspace);
+        EXPECT_TRUE(isTextFree());
+    });
+}
+
 TEST_F(WriteWindowTest, LargeDesktopFont_CutsNoButtonOfTheSearch)
 {
     QFont large = window.font();
