@@ -146,7 +146,7 @@ void PressEnter(benchmark::State &state)
 {
     OpenStudy study(state.range(0));
     const DisplayText text = LoadText(StudyFilePath(state.range(0)));
-    const int onPage = VisibleBlanks(text, PageAt(study.middle, text.LineCount(), study.page->Layout())).size();
+    const int onPage = VisibleBlanks(text, PageAt(study.middle, text, study.page->Layout())).size();
     int pressed = 0;
     for (auto step : state) {
         study.PressEnter();
@@ -184,7 +184,7 @@ void TurnPage(benchmark::State &state)
     for (auto step : state) {
         state.PauseTiming();
         study.StartInTheMiddle();
-        for ([[maybe_unused]] const int blank : VisibleBlanks(text, PageAt(study.middle, text.LineCount(), layout)))
+        for ([[maybe_unused]] const int blank : VisibleBlanks(text, PageAt(study.middle, text, layout)))
             study.PressEnter();
         state.ResumeTiming();
         study.PressEnter();

@@ -117,7 +117,7 @@ class Study
         case 3:
             return m_page.MoveByLines(count % 19 - 9);
         case 4:
-            return m_page.MoveByPages(count % 5 - 2);
+            return count % 2 == 0 ? m_page.MoveToNextPage() : m_page.MoveToPreviousPage();
         case 5:
             return m_page.MoveToEnd();
         case 6:
@@ -227,7 +227,7 @@ class Study
         if (!m_change.isPageChanged)
             CheckRepainted(before, after);
         if (std::exchange(m_isUndo, false)) {
-            const int topLine = PageAt(m_beforeRound.view.topLine, m_page.Text().LineCount(), m_page.Layout()).topLine;
+            const int topLine = PageAt(m_beforeRound.view.topLine, m_page.Text(), m_page.Layout()).topLine;
             Require(m_canUndo && after.isShown == m_beforeRound.isShown && after.view.topLine == topLine);
             m_canUndo = false;
             return;

@@ -36,7 +36,7 @@ void PageFrame::Arrange()
     whole.heightPx = height();
     const NeededScrollBars needed = m_areBarsHidden
                                         ? NeededScrollBars()
-                                        : ScrollBarsFor(m_text.LineCount(), m_text.LongestLineCells(), whole, BarPx());
+                                        : ScrollBarsFor(m_text, whole, BarPx());
     const int pageWidth = width() - (needed.isVertical ? BarPx() : 0);
     const int pageHeight = height() - (needed.isHorizontal ? BarPx() : 0);
     m_vertical->setGeometry(pageWidth, 0, BarPx(), pageHeight);

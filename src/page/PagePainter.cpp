@@ -38,15 +38,22 @@ void FillBox(QPainter *painter, const QRect &box, const QMargins &edges, double 
 
 } // namespace
 
-QRect AreaOfBlank(const DisplayText &text, int blank, int topLine, const PageLayout &layout)
+QRect AreaOfBlank(const DisplayText &text, int blank, const PageInView &page, const PageLayout &layout)
 {
     const int line = text.Blanks().LineOf(blank);
-    const int rowTopPx = layout.RowTopPx(layout.RowOf(line, topLine));
-    if (HasPictures(text.Line(line)))
-        return QRect(layout.TextLeftPx() - CurrentFramePx, rowTopPx, layout.widthPx, layout.linePitchPx);
-    const BoxEdges box = GetBqInfoFromLine(text, blank, layout.cellWidthPx, layout.CellLeftPx(0));
-    const QRect area(box.leftPx, rowTopPx, box.rightPx - box.leftPx + 1, layout.linePitchPx);
-    return area.adjusted(-1, -1, 1, 1); // at 125 % an edge may be on a pixel that is only partly in the area
+    const bool isWholeLine = HasPictures(text.Line(line));
+    QRect area;
+    for (size_t i = 0; i < page.rows.size(); ++i) {
+        if (page.rows[i].line != line)
+            continue;
+        const int rowTopPx = layout.RowTopPx(int(i) + 1);
+        const BoxEdges box = BoxInRow(text, blank, page.rows[i], layout);
+        if (isWholeLine)
+            area |= QRect(layout.TextLeftPx() - CurrentFramePx, rowTopPx, layout.widthPx, layout.linePitchPx);
+        else if (box.leftPx < box.rightPx) // at 125 % an edge may be on a pixel that is only partly in the area
+            area |= QRect(box.leftPx, rowTopPx, box.rightPx - box.leftPx + 1, layout.linePitchPx).adjusted(-1, -1, 1, 1);
+    }
+    return area;
 }
 
 QRect AreaOfLineNumbers(const PageLayout &layout)
@@ -77,9 +84,8 @@ void PagePainter::Paint(const QRect &part)
     m_painter.save();
     m_painter.setClipRect(deviceArea, Qt::IntersectClip);
     m_painter.fillRect(deviceArea, m_colours.background);
-    const PageInView view = PageAt(m_page.topLine, m_page.text.LineCount(), m_layout);
-    const int firstRow = qMax(0, m_layout.RowOffsetAt(area.top())) + 1;
-    const int lastRow = qMin(m_layout.RowOf(view.lastLine, view.topLine), m_layout.RowOffsetAt(area.bottom()) + 1);
+    const int firstRow = m_layout.RowOffsetAt(area.top()) + 1;
+    const int lastRow = qMin(int(m_page.view.rows.size()), m_layout.RowOffsetAt(area.bottom()) + 1);
     if (m_layout.hasLineNumbers) {
         if (area.left() < m_layout.NumberStripPx())
             for (int row = firstRow; row <= lastRow; ++row)
@@ -96,14 +102,14 @@ void PagePainter::Paint(const QRect &part)
     m_painter.restore();
 }
 
-int PagePainter::LineIn(int row) const
+const PageRow &PagePainter::RowAt(int row) const
 {
-    return m_layout.LineIn(row, m_page.topLine);
+    return m_page.view.rows[size_t(row) - 1];
 }
 
 void PagePainter::DrawText(int row)
 {
-    const int line = LineIn(row);
+    const int line = RowAt(row).line;
     if (line == m_page.found.line)
         DrawFound(row);
     if (line == m_page.current.line)
@@ -157,25 +163,26 @@ bool PagePainter::IsFoundHidden(int blank) const
 
 void PagePainter::DrawFound(int row)
 {
-    auto [firstCell, endCell] = m_page.text.Cells(m_page.found);
+    CellRange found = m_page.text.Cells(m_page.found);
     for (const int blank : m_page.text.BlanksOnLine(m_page.found.line)) {
         if (!IsFoundHidden(blank))
             continue;
         const CellRange cells = m_page.text.Cells(blank);
-        firstCell = qMin(firstCell, cells.start);
-        endCell = qMax(endCell, cells.end);
+        found = {qMin(found.start, cells.start), qMax(found.end, cells.end)};
     }
-    const QRect area = Device(AreaOf(firstCell, endCell, row));
+    const QRect area = Device(AreaOf(found, row));
+    if (area.isEmpty())
+        return;
     m_painter.fillRect(area, m_colours.found);
     if (m_colours.drawing.hasRingAtHit)
-        DrawRing(area, PenWidth(), m_colours.answer);
+        DrawOpen(area, found, row, [this](const QRect &ring) { DrawRing(ring, PenWidth(), m_colours.answer); });
 }
 
 /// Frames the current target just outside its box, in the gap between rows.
 void PagePainter::DrawCurrent(int row)
 {
     const CellRange cells = m_page.text.Cells(m_page.current);
-    QRect target = Device(AreaOf(cells.start, cells.end, row));
+    QRect target = Device(AreaOf(cells, row));
     int gap = 0;
     if (m_colours.drawing.isSoft) {
         for (const int blank : m_page.text.BlanksOnLine(m_page.current.line))
@@ -183,23 +190,45 @@ void PagePainter::DrawCurrent(int row)
                 target = BoxOf(blank, row);
         gap = Device(SoftRingGapPx);
     }
+    if (target.isEmpty())
+        return;
     const int width = qMax(1, Device(CurrentFramePx));
     const int reach = gap + width;
-    DrawRing(target.adjusted(-reach, -reach, reach, reach), width, m_colours.focus);
+    DrawOpen(target.adjusted(-reach, -reach, reach, reach), cells, row,
+             [&](const QRect &ring) { DrawRing(ring, width, m_colours.focus); });
 }
 
-/// The area of the cells firstCell..endCell - 1 of a row.
-QRect PagePainter::AreaOf(int firstCell, int endCell, int row) const
+/// The area of those cells of a line that are in a row; empty if there are none.
+QRect PagePainter::AreaOf(const CellRange &cells, int row) const
 {
-    return QRect(m_layout.CellLeftPx(firstCell), m_layout.RowTopPx(row), (endCell - firstCell) * m_layout.cellWidthPx,
-                 m_layout.linePitchPx - RowGapPx);
+    const CellRange inRow = InRow(cells, RowAt(row));
+    return QRect(m_layout.CellLeftPx(inRow.start - RowAt(row).cells.start), m_layout.RowTopPx(row),
+                 (inRow.end - inRow.start) * m_layout.cellWidthPx, m_layout.linePitchPx - RowGapPx);
 }
 
-/// The outer edge of a blank's box, in device pixels.
+/// Draws what is around some cells of a line without an edge where they go on in another row: draws it longer there
+/// and cuts it off.
+/// @param box  around the cells in the row
+template <typename Draw>
+void PagePainter::DrawOpen(const QRect &box, const CellRange &cells, int row, Draw draw)
+{
+    const CellRange &inRow = RowAt(row).cells;
+    const int beyond = box.height();
+    const QRect longer =
+        box.adjusted(cells.start < inRow.start ? -beyond : 0, 0, cells.end > inRow.end ? beyond : 0, 0);
+    if (longer == box)
+        return draw(box);
+    m_painter.save();
+    m_painter.setClipRect(box, Qt::IntersectClip);
+    draw(longer);
+    m_painter.restore();
+}
+
+/// The outer edge of a blank's box in a row, in device pixels.
 QRect PagePainter::BoxOf(int blank, int row) const
 {
     const CellRange cells = m_page.text.Cells(blank);
-    const QRect area = AreaOf(cells.start, cells.end, row);
+    const QRect area = AreaOf(cells, row);
     const PageDrawing &drawing = m_colours.drawing;
     // The right edge is where HitTest expects it: on the first pixel after the last cell.
     if (!drawing.isSoft)
@@ -208,26 +237,33 @@ QRect PagePainter::BoxOf(int blank, int row) const
     const int inset = int(std::lround(drawing.insetCells * Device(m_layout.cellWidthPx)));
     const int height =
         qMin(int(std::lround(FontSizes(drawing.boxHeight))), Device(m_layout.linePitchPx) - 3 * PenWidth());
-    return QRect(whole.left() + inset, whole.top() + (whole.height() - height) / 2, whole.width() - 2 * inset, height);
+    const int left = cells.start < RowAt(row).cells.start ? 0 : inset;
+    const int right = cells.end > RowAt(row).cells.end ? 0 : inset;
+    return QRect(whole.left() + left, whole.top() + (whole.height() - height) / 2, whole.width() - left - right,
+                 height);
 }
 
 void PagePainter::DrawBlank(int blank, int row)
 {
-    const BoxEdges edges = GetBqInfoFromLine(m_page.text, blank, m_layout.cellWidthPx, m_layout.CellLeftPx(0));
-    if (edges.rightPx < m_leftPx || edges.leftPx > m_rightPx)
+    const BoxEdges edges = BoxInRow(m_page.text, blank, RowAt(row), m_layout);
+    if (edges.leftPx >= edges.rightPx || edges.rightPx < m_leftPx || edges.leftPx > m_rightPx)
         return;
     const bool isShown = m_page.round.bolOpen(blank);
     const bool isSoft = m_colours.drawing.isSoft;
     const bool isFound = IsFoundHidden(blank);
     const QRect box = BoxOf(blank, row);
-    if (isSoft)
-        DrawSoftBox(box, blank, isFound);
-    else
-        DrawOutline(box, isShown);
-    if (m_page.round.IsHard(blank) && !isSoft)
+    const CellRange cells = m_page.text.Cells(blank);
+    DrawOpen(box, cells, row, [&](const QRect &open) {
+        if (isSoft)
+            DrawSoftBox(open, blank, isFound);
+        else
+            DrawOutline(open, isShown);
+    });
+    const bool hasCorner = m_page.round.IsHard(blank) && cells.end <= RowAt(row).cells.end;
+    if (hasCorner && !isSoft)
         DrawCorner(box);
     const QStringView answer = m_page.text.Answer(blank);
-    const int answerCell = m_page.text.Cells(blank).start + 1;
+    const int answerCell = cells.start + 1;
     if (isShown)
         DrawCells(answer, answerCell, row, m_colours.answer);
     else if (blank == m_page.hintedBlank)
@@ -236,7 +272,7 @@ void PagePainter::DrawBlank(int blank, int row)
     if (isShown && !isSoft && answer.trimmed().isEmpty())
         m_painter.drawLine(box.left() + box.width() / 4, box.center().y(), box.right() - box.width() / 4,
                            box.center().y());
-    if (m_page.round.IsHard(blank) && isSoft)
+    if (hasCorner && isSoft)
         DrawCorner(box);
 }
 
@@ -287,23 +323,27 @@ void PagePainter::UnderlinePictures(int row)
     const int rowTop = Device(m_layout.RowTopPx(row));
     const int lowest = Device(m_layout.linePitchPx - RowGapPx) - 2 * PenWidth();
     const int top = rowTop + qMin(int(m_baseline) + PenWidth(), lowest);
-    for (const TextSpan &picture : PicturesOnLine(m_page.text, m_page.round, LineIn(row))) {
-        const CellRange cells = m_page.text.Cells(picture);
-        const int left = Device(m_layout.CellLeftPx(cells.start));
-        m_painter.fillRect(left, top, Device(m_layout.CellLeftPx(cells.end)) - left, PenWidth(), m_colours.text);
+    for (const TextSpan &picture : PicturesOnLine(m_page.text, m_page.round, RowAt(row).line)) {
+        const QRect area = Device(AreaOf(m_page.text.Cells(picture), row));
+        if (area.isValid())
+            m_painter.fillRect(area.left(), top, area.width(), PenWidth(), m_colours.text);
     }
 }
 
-/// Draws a text starting at a cell of its row, from 0, each character in its own cell or cells.
+/// Draws of a text starting at a cell of its line, from 0, what is in a row, each character in its own cell or cells.
 void PagePainter::DrawCells(QStringView text, int cell, int row, const QColor &colour)
 {
     const double baseline = Device(m_layout.RowTopPx(row)) + m_baseline;
-    while (!text.isEmpty() && m_layout.CellLeftPx(cell) < m_leftPx) {
+    const CellRange &inRow = RowAt(row).cells;
+    const auto leftOf = [&](int at) { return m_layout.CellLeftPx(at - inRow.start); };
+    while (!text.isEmpty() && (cell < inRow.start || leftOf(cell) < m_leftPx)) {
         cell += CellsOf(text.front());
         text = text.sliced(1);
     }
-    const qsizetype cellsToPaint = qMax(0, (m_rightPx - m_layout.CellLeftPx(cell)) / m_layout.cellWidthPx + 1);
-    text = text.first(qMin(text.size(), cellsToPaint));
+    qsizetype count = 0;
+    for (int at = cell; count < text.size() && at < inRow.end && leftOf(at) <= m_rightPx; ++count)
+        at += CellsOf(text[count]);
+    text = text.first(count);
     const QList<quint32> glyphs = m_font.Glyphs().glyphIndexesForString(text.toString());
     const bool isPlain = glyphs.size() == text.size();
     QList<quint32> drawn;
@@ -312,7 +352,7 @@ void PagePainter::DrawCells(QStringView text, int cell, int row, const QColor &c
     for (qsizetype i = 0; i < text.size(); ++i) {
         const QChar character = text[i];
         const int cells = CellsOf(character);
-        const QPointF at(Device(m_layout.CellLeftPx(cell)), baseline);
+        const QPointF at(Device(leftOf(cell)), baseline);
         cell += cells;
         if (character.isSpace() || character < u' ')
             continue;
@@ -338,15 +378,20 @@ void PagePainter::DrawForeign(QChar character, const QPointF &at, int width)
     m_painter.restore();
 }
 
+/// Draws a line's number in its first row; if the line is marked, the mark along all of its rows.
 void PagePainter::DrawNumber(int row)
 {
-    const int line = LineIn(row);
+    const int line = RowAt(row).line;
     constexpr int maxDigits = 4; // digits of longer numbers are narrowed
     const QRect strip = Device(QRect(0, m_layout.RowTopPx(row), m_layout.NumberStripPx() - m_layout.cellWidthPx / 2,
                                      m_layout.linePitchPx - RowGapPx));
     const bool isMarked = line == m_page.round.lngMarkLine();
-    if (isMarked)
-        m_painter.fillRect(strip, m_colours.lineMark);
+    if (isMarked) {
+        const bool goesOn = row < int(m_page.view.rows.size()) && RowAt(row + 1).line == line;
+        m_painter.fillRect(strip.adjusted(0, 0, 0, goesOn ? Device(RowGapPx) : 0), m_colours.lineMark);
+    }
+    if (RowAt(row).cells.start > 0)
+        return;
     const QString number = QString::number(line);
     const bool isNarrow = number.size() > maxDigits;
     const int stretchPercent = isNarrow ? 100 * maxDigits / int(number.size()) : 100;

@@ -22,7 +22,7 @@ struct PageToPaint
     const StudyRound &round;
     const PageColours &colours;
     PageLayout layout;
-    int topLine;         ///< line in the first row
+    const PageInView &view;
     TextSpan found{};    ///< to mark; if within a hidden answer, its whole box is marked
     TextSpan current{};  ///< to frame
     int hintedBlank = 0; ///< hidden blank whose first characters are shown; 0 for none
@@ -34,7 +34,7 @@ struct PageToPaint
 
 /// The area to repaint when an answer is shown or hidden, in pixels of the text area: its box, or the whole line if
 /// that has picture references, which may appear or disappear. @param blank  on a line in view
-QRect AreaOfBlank(const DisplayText &text, int blank, int topLine, const PageLayout &layout);
+QRect AreaOfBlank(const DisplayText &text, int blank, const PageInView &page, const PageLayout &layout);
 
 /// The area to repaint when another line is marked.
 QRect AreaOfLineNumbers(const PageLayout &layout);
@@ -62,11 +62,13 @@ class PagePainter
     void DrawFrame();
     void DrawCells(QStringView text, int cell, int row, const QColor &colour);
     void DrawForeign(QChar character, const QPointF &at, int width);
+    template <typename Draw>
+    void DrawOpen(const QRect &box, const CellRange &cells, int row, Draw draw);
     void DrawRing(const QRect &edge, int width, const QColor &colour);
     void DrawGlyphs(const QRawFont &font, const QList<quint32> &glyphs, const QList<QPointF> &positions);
 
-    int LineIn(int row) const;
-    QRect AreaOf(int firstCell, int endCell, int row) const;
+    const PageRow &RowAt(int row) const;
+    QRect AreaOf(const CellRange &cells, int row) const;
     QRect BoxOf(int blank, int row) const;
     bool IsFoundHidden(int blank) const;
     int LinePx() const;

@@ -62,12 +62,13 @@ PageFontAtScale &PicText::FontAt(double scale)
     return *m_deviceFont;
 }
 
-void PicText::SetAppearance(float points, int lineSpacePx, bool hasLineNumbers, int zoomPercent)
+void PicText::SetAppearance(float points, int lineSpacePx, bool hasLineNumbers, bool isWrapping, int zoomPercent)
 {
     m_font.setPixelSize(int(std::lround(double(points) * logicalDpiY() / 72 * zoomPercent / 100)));
     m_deviceFont.reset();
     m_lineSpacePx = lineSpacePx * zoomPercent / 100;
     m_hasLineNumbers = hasLineNumbers;
+    m_isWrapping = isWrapping;
     m_zoomPercent = zoomPercent;
     update();
 }
@@ -80,7 +81,8 @@ PageLayout PicText::Measured() const
             .linePitchPx = int(std::ceil(metrics.height())) + m_lineSpacePx,
             .widthPx = width(),
             .heightPx = height(),
-            .hasLineNumbers = m_hasLineNumbers};
+            .hasLineNumbers = m_hasLineNumbers,
+            .isWrapping = m_isWrapping};
 }
 
 void PicText::SetPageColour(PageColourChoice choice)
@@ -110,7 +112,7 @@ void PicText::Show(const PageChange &change)
     if (change.isPageChanged || change.isTargetMoved || change.isHitMoved)
         update();
     const bool isMarkInView =
-        change.markedBlank > 0 && m_page.InView().Holds(m_page.Text().Blanks().LineOf(change.markedBlank));
+        change.markedBlank > 0 && m_page.InView().Shows(m_page.Text().Blanks().LineOf(change.markedBlank));
     if (QAccessible::isActive())
         TellText(change.isPageChanged || isMarkInView);
     if (change.isPageChanged)
@@ -132,7 +134,7 @@ void PicText::Show(const PageChange &change)
 /// Repaints a blank including its background, so that nothing remains of a hidden answer.
 void PicText::UpdateBlank(int blank)
 {
-    update(AreaOfBlank(m_page.Text(), blank, m_page.TopLine(), Layout()));
+    update(AreaOfBlank(m_page.Text(), blank, m_page.InView(), Layout()));
 }
 
 /// Reports to assistive technology how the text in view differs from what was reported last, and where the caret is.
@@ -226,7 +228,7 @@ int PicText::MarkedNext() const
 QRect PicText::AreaOfNext() const
 {
     const int next = MarkedNext();
-    return next > 0 ? AreaOfBlank(m_page.Text(), next, m_page.TopLine(), Layout()) : QRect();
+    return next > 0 ? AreaOfBlank(m_page.Text(), next, m_page.InView(), Layout()) : QRect();
 }
 
 void PicText::focusInEvent(QFocusEvent *event)
@@ -257,7 +259,7 @@ void PicText::paintEvent(QPaintEvent *event)
                            .round = m_page.Round(),
                            .colours = m_colours,
                            .layout = Layout(),
-                           .topLine = m_page.TopLine(),
+                           .view = m_page.InView(),
                            .found = m_page.Found(),
                            .current = m_page.Current(),
                            .hintedBlank = m_page.HintedBlank(),

@@ -31,9 +31,10 @@ class PicText : public QWidget, private QAccessible::ActivationObserver
     void Show(const PageChange &change);
 
     /// Sets font and rows, as Measured then says; LayoutChanged is not emitted.
-    /// @param points  size of the text; @param lineSpacePx  space between two lines
-    /// @param zoomPercent  magnification of both
-    void SetAppearance(float points, int lineSpacePx, bool hasLineNumbers, int zoomPercent);
+    /// @param points  size of the text; @param lineSpacePx  space between two rows
+    /// @param isWrapping  whether a line wider than the page continues in the next row
+    /// @param zoomPercent  magnification of size and space
+    void SetAppearance(float points, int lineSpacePx, bool hasLineNumbers, bool isWrapping, int zoomPercent);
 
     /// Chooses the colours. If they follow the desktop, they do so while the program runs.
     void SetPageColour(PageColourChoice choice);
@@ -111,6 +112,7 @@ class PicText : public QWidget, private QAccessible::ActivationObserver
     std::unique_ptr<PageFontAtScale> m_deviceFont; // created when first needed for painting
     int m_lineSpacePx = 0;
     bool m_hasLineNumbers = false;
+    bool m_isWrapping = false;
     int m_zoomPercent = 100;
     QRect m_paintedNext;       // where the blank that Enter opens next is told apart
     bool m_isTabbedTo = false; // whether the focus came with the Tab key

@@ -47,7 +47,8 @@ frmIni::frmIni(SystemServices &services, frmMsg &msg, const Settings &defaults, 
       lblLSpaceRange(NamedLabel(u"lblLSpaceRange"_s, LineSpaceRange(defaults, upper), this)),
       txtTextEditor(new QLineEdit(this)),
       lblDesktopEditor(NamedLabel(u"lblDesktopEditor"_s, u"デスクトップのエディタ"_s, this)),
-      chkDispLineNum(new QCheckBox(u"行番号を表示する(&N)"_s, this)), cboPageColour(new QComboBox(this))
+      chkDispLineNum(new QCheckBox(u"行番号を表示する(&N)"_s, this)), cboPageColour(new QComboBox(this)),
+      cboWrap(new QComboBox(this))
 {
     setObjectName(u"frmIni"_s);
     setWindowTitle(u"設定"_s);
@@ -93,6 +94,9 @@ void frmIni::AddControls()
     NameControl(cboPageColour, u"cboPageColour"_s, u"画面の色"_s, u"本文の背景と文字の色を選びます (Alt+C)"_s);
     cboPageColour->addItems(
         {u"明るい"_s, u"暗い"_s, u"やわらかい"_s, u"暗い・やわらかい"_s, u"デスクトップに合わせる"_s}); // in enum order
+    NameControl(cboWrap, u"cboWrap"_s, u"折り返す"_s, u"ウィンドウより長い行を次の段に続けます (Alt+W)"_s);
+    cboWrap->addItem(u"自動"_s, true);
+    cboWrap->addItem(u"しない"_s, false);
     for (size_t i = 0; i < FontSizes.size(); ++i) {
         optFontSize[i] = new QRadioButton(FontSizeText(FontSizes[i]), this);
         NameControl(optFontSize[i], u"optFontSize"_s + QString::number(i),
@@ -120,9 +124,10 @@ void frmIni::AddControls()
     form->setLayout(3, QFormLayout::FieldRole, RowOf({cmdBrowse, cmdRunEditor, lblDesktopEditor}));
     form->setWidget(4, QFormLayout::FieldRole, chkDispLineNum);
     form->addRow(LabelOf(cboPageColour, u"lblPageColour"_s, u"画面の色(&C)："_s), RowOf({cboPageColour}));
+    form->addRow(LabelOf(cboWrap, u"lblWrap"_s, u"折り返す(&W)："_s), RowOf({cboWrap}));
     FitToScreen(this, content, QSize(), AnswerRow(cmdChangeSetting, cmdCancel));
     SetTabOrder({optFontSize[0], optFontSize[1], optFontSize[2], cboZoom, txtLineSpace, txtTextEditor, cmdBrowse,
-                 cmdRunEditor, chkDispLineNum, cboPageColour, cmdChangeSetting, cmdCancel});
+                 cmdRunEditor, chkDispLineNum, cboPageColour, cboWrap, cmdChangeSetting, cmdCancel});
 }
 
 bool frmIni::Edit(Settings *settings)
@@ -143,6 +148,7 @@ void frmIni::ShowSettings(const Settings &settings)
     txtTextEditor->setText(settings.TextEditor);
     chkDispLineNum->setChecked(settings.bolDispLineNum);
     cboPageColour->setCurrentIndex(int(settings.pageColour));
+    cboWrap->setCurrentIndex(cboWrap->findData(settings.isWrapping));
 }
 
 Settings frmIni::TakeSettings(const Settings &before) const
@@ -156,6 +162,7 @@ Settings frmIni::TakeSettings(const Settings &before) const
     settings.TextEditor = txtTextEditor->text();
     settings.bolDispLineNum = chkDispLineNum->isChecked();
     settings.pageColour = PageColourChoice(cboPageColour->currentIndex());
+    settings.isWrapping = cboWrap->currentData().toBool();
     return settings;
 }
 

@@ -60,4 +60,5 @@ class frmIni : public QDialog
     QLabel *lblDesktopEditor; // says what notepad.exe stands for
     QCheckBox *chkDispLineNum;
     QComboBox *cboPageColour;
+    QComboBox *cboWrap;
 };

@@ -153,6 +153,7 @@ Settings SettingsFile::Read(const Settings &defaults, const Settings &upper, QSt
     const QString lineNumbers = ini.Value(u"bolDispLineNum"_s, BooleanText(defaults.bolDispLineNum));
     settings.bolDispLineNum = lineNumbers.compare(u"true", Qt::CaseInsensitive) == 0;
     settings.pageColour = ChoiceOf(ini.Value(u"PageColour"_s), PageColourNames, defaults.pageColour);
+    settings.isWrapping = ini.Value(u"Wrap"_s).compare(u"false", Qt::CaseInsensitive) != 0;
     const QSize size(ini.Value(u"FormWidth"_s).toInt(), ini.Value(u"FormHeight"_s).toInt());
     settings.formSize = size.isEmpty() ? QSize() : size;
     settings.isFormMaximized = ini.Value(u"FormMaximized"_s).compare(u"true", Qt::CaseInsensitive) == 0;
@@ -178,9 +179,10 @@ bool SettingsFile::WriteFileIniFormPos(int leftPx) const
     return leftPx < 0 || WriteIni({{u"FormLeft"_s, QString::number(leftPx)}});
 }
 
-bool SettingsFile::WritePageColour(PageColourChoice choice) const
+bool SettingsFile::WritePageLook(const Settings &settings) const
 {
-    return WriteIni({{u"PageColour"_s, PageColourNames[int(choice)].toString()}});
+    return WriteIni({{u"PageColour"_s, PageColourNames[int(settings.pageColour)].toString()},
+                     {u"Wrap"_s, BooleanText(settings.isWrapping)}});
 }
 
 bool SettingsFile::WriteFormSize(const QSize &sizePx, bool isMaximized) const

@@ -24,6 +24,7 @@ struct Settings
     QString TextEditor = QStringLiteral("notepad.exe"); ///< a bare file name or a full path
     bool bolDispLineNum = true;                         ///< whether the page shows line numbers
     PageColourChoice pageColour = PageColourChoice::Desktop;
+    bool isWrapping = true; ///< whether a line wider than the page continues in the next row
     QSize formSize; ///< size of the study window when it is not maximised, pixels; empty if missing or invalid
     bool isFormMaximized = false;
     int zoom = 0; ///< of the page, percent, one of ZoomSteps; 0 if missing or invalid
@@ -115,8 +116,8 @@ class SettingsFile
     /// Writes the study window's left edge, in pixels. A negative one is not written, so the previous value is kept.
     [[nodiscard]] bool WriteFileIniFormPos(int leftPx) const;
 
-    /// Writes the colours of the page.
-    [[nodiscard]] bool WritePageColour(PageColourChoice choice) const;
+    /// Writes the colours of the page and whether lines wrap.
+    [[nodiscard]] bool WritePageLook(const Settings &settings) const;
 
     /// Writes the study window's size when it is not maximised, in pixels, unless that is empty, and whether it is.
     [[nodiscard]] bool WriteFormSize(const QSize &sizePx, bool isMaximized) const;

@@ -6,7 +6,7 @@
 
 #include <array>
 
-inline constexpr std::array ZoomSteps{100, 125, 150, 175, 200, 250, 300};
+inline constexpr std::array ZoomSteps{100, 125, 150, 175, 200, 250, 300, 350, 400};
 
 bool IsZoomStep(int percent);
 

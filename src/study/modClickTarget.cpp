@@ -34,19 +34,18 @@ std::vector<TextSpan> TargetsOnLine(const DisplayText &text, int line, bool with
 
 } // namespace
 
-ClickTarget TargetAt(const DisplayText &text, const StudyRound &round, int xPx, int yPx, int topLine,
+ClickTarget TargetAt(const DisplayText &text, const StudyRound &round, int xPx, int yPx, const PageInView &page,
                      const PageLayout &layout)
 {
+    const int rowOffset = layout.RowOffsetAt(yPx);
     if (layout.IsInNumberStrip(xPx))
-        return {.numberedLine = layout.LineAt(yPx, topLine)};
-    if (layout.RowOffsetAt(yPx) >= layout.RowsPerPage())
-        return {}; // below the last row nothing is painted
-    if (const int blank = HitTest(text, xPx, yPx, topLine, layout); blank > 0)
+        return {.numberedLine = page.LineAt(rowOffset)};
+    if (const int blank = HitTest(text, xPx, yPx, page, layout); blank > 0)
         return {.blank = blank};
-    const int line = layout.LineAt(yPx, topLine);
-    if (yPx <= PageLayout::TopMarginPx || line > text.LineCount() || xPx < layout.TextLeftPx())
-        return {};
-    const qsizetype index = IndexOfCell(text.Line(line), layout.CellAt(xPx));
+    if (yPx <= PageLayout::TopMarginPx || rowOffset >= int(page.rows.size()) || xPx < layout.TextLeftPx())
+        return {}; // below the last row nothing is painted
+    const int line = page.LineAt(rowOffset);
+    const qsizetype index = IndexInRow(text, xPx, page.rows[size_t(rowOffset)], layout);
     if (index < 0)
         return {};
     // An answer, shown or hidden, never joins an adjacent word.
@@ -54,8 +53,12 @@ ClickTarget TargetAt(const DisplayText &text, const StudyRound &round, int xPx, 
             .picture = PictureNameAt(LineAsShown(text, round, line), index)};
 }
 
-qsizetype IndexOfCell(QStringView line, int cell)
+qsizetype IndexInRow(const DisplayText &text, int xPx, const PageRow &row, const PageLayout &layout)
 {
+    const QStringView line = text.Line(row.line);
+    const int cell = row.cells.start + layout.CellAt(xPx);
+    if (cell >= row.cells.end)
+        return -1;
     int next = 0;
     for (qsizetype i = 0; i < line.size(); ++i) {
         next += CellsOf(line[i]);

@@ -21,12 +21,13 @@ struct ClickTarget
 };
 
 /// What the mouse points at.
-/// @param xPx, yPx  pixels inside picText; @param topLine  line in the first row
-ClickTarget TargetAt(const DisplayText &text, const StudyRound &round, int xPx, int yPx, int topLine,
+/// @param xPx, yPx  pixels inside picText
+ClickTarget TargetAt(const DisplayText &text, const StudyRound &round, int xPx, int yPx, const PageInView &page,
                      const PageLayout &layout);
 
-/// 0-based index of the character of a line that covers a cell; -1 past the line's end.
-qsizetype IndexOfCell(QStringView line, int cell);
+/// The 0-based index of the character of a row's line at a pixel of that row; -1 if there is none.
+/// @param xPx  not left of the text
+qsizetype IndexInRow(const DisplayText &text, int xPx, const PageRow &row, const PageLayout &layout);
 
 /// Whether a line may refer to pictures.
 bool HasPictures(QStringView line);
@@ -35,7 +36,7 @@ bool HasPictures(QStringView line);
 /// left out, because a click there shows or hides the answer.
 std::vector<TextSpan> PicturesOnLine(const DisplayText &text, const StudyRound &round, int line);
 
-/// What keys can step to in view, in file order: blanks and picture references, both including their brackets. Nothing
+/// What keys can step to on the lines in view, in file order: blanks and picture references, both including their brackets. Nothing
 /// inside a blank is a target of its own.
 /// @param withWords  whether words are targets too, as they are while words are read aloud
 std::vector<TextSpan> TargetsInView(const DisplayText &text, const PageInView &page, bool withWords);

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 // The geometry of the page: a grid of half-width cells and rows of equal height. All lengths are in pixels of the text
-// area; lines and rows are numbered from 1, cells from 0.
+// area; rows are numbered from 1, cells from 0.
 #pragma once
 
 struct PageLayout
@@ -13,6 +13,7 @@ struct PageLayout
     int heightPx = 0;    ///< height of the text area
     int leftCell = 0;    ///< first cell in view: the horizontal scroll bar's value
     bool hasLineNumbers = false;
+    bool isWrapping = false; ///< whether a line wider than the page continues in the next row
 
     static constexpr int TopMarginPx = 5;
 
@@ -23,7 +24,7 @@ struct PageLayout
         return rows < 1 ? 1 : rows;
     }
 
-    /// Number of lines that a page turn advances, at least 1. One line stays in view.
+    /// Number of lines of a row each that a page turn advances, at least 1. One line stays in view.
     int LargeChange() const
     {
         return RowsPerPage() > 1 ? RowsPerPage() - 1 : 1;
@@ -34,27 +35,10 @@ struct PageLayout
         return (row - 1) * linePitchPx + TopMarginPx;
     }
 
-    /// Number of rows between the first row and the one at y; 0 in the first row.
+    /// Number of rows between the first row and the one at y; 0 in the first row and above.
     int RowOffsetAt(int yPx) const
     {
-        return (yPx - TopMarginPx) / linePitchPx;
-    }
-
-    /// Converts between lines and rows, given the line in the first row.
-    static int RowOf(int line, int topLine)
-    {
-        return line - topLine + 1;
-    }
-
-    static int LineIn(int row, int topLine)
-    {
-        return row + topLine - 1;
-    }
-
-    /// The line whose row is at y; the top line for the top margin.
-    int LineAt(int yPx, int topLine) const
-    {
-        return RowOffsetAt(yPx) + topLine;
+        return yPx < TopMarginPx ? 0 : (yPx - TopMarginPx) / linePitchPx;
     }
 
     /// Width of the strip of line numbers: four and a half half-width characters and the margin.
@@ -74,13 +58,13 @@ struct PageLayout
         return hasLineNumbers ? NumberStripPx() + cellWidthPx : TopMarginPx;
     }
 
-    /// Left edge of a cell, which may be out of view.
+    /// Left edge of a cell of its row, which may be out of view.
     int CellLeftPx(int cell) const
     {
         return TextLeftPx() + (cell - leftCell) * cellWidthPx;
     }
 
-    /// The cell at x, which must not be left of the text.
+    /// The cell of its row at x, which must not be left of the text.
     int CellAt(int xPx) const
     {
         return (xPx - TextLeftPx()) / cellWidthPx + leftCell;

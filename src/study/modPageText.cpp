@@ -66,8 +66,7 @@ QString SpokenPage(const StudyPage &page)
     if (!page.IsFileOpen())
         return u"「ファイル選択」（Alt+O）で学習ファイルを選んでください。"_s;
     QStringList lines;
-    const PageInView view = page.InView();
-    for (int line = view.topLine; line <= view.lastLine; ++line)
+    for (int line = page.TopLine(); line <= page.InView().LastShownLine(); ++line)
         lines += SpokenLine(page, line);
     return lines.join(u'\n');
 }
@@ -95,9 +94,8 @@ int SpokenCursor(const StudyPage &page)
 
 TextSpan SpanSpokenAt(const StudyPage &page, int offset)
 {
-    const PageInView view = page.InView();
     qsizetype left = offset;
-    for (int line = view.topLine; line <= view.lastLine && left >= 0; ++line) {
+    for (int line = page.TopLine(); line <= page.InView().LastShownLine() && left >= 0; ++line) {
         for (const SpokenPart &part : PartsOf(page, line)) {
             if (left < part.text.size())
                 return part.isWhole ? part.span : TextSpan::At(line, part.span.Index() + left, 1);
@@ -116,18 +114,25 @@ QRect AreaSpokenAt(const StudyPage &page, int offset)
     if (span.line == 0)
         return QRect();
     const PageLayout &layout = page.Layout();
-    const CellRange cells = page.Text().Cells(span);
-    const QRect area(layout.CellLeftPx(cells.start), layout.RowTopPx(layout.RowOf(span.line, page.TopLine())),
-                     (cells.end - cells.start) * layout.cellWidthPx, layout.linePitchPx);
-    return area & QRect(layout.TextLeftPx(), 0, layout.widthPx - layout.TextLeftPx(), layout.heightPx);
+    const QRect textArea(layout.TextLeftPx(), 0, layout.widthPx - layout.TextLeftPx(), layout.heightPx);
+    const std::vector<PageRow> &rows = page.InView().rows;
+    for (size_t i = 0; i < rows.size(); ++i) {
+        const CellRange cells = InRow(page.Text().Cells(span), rows[i]);
+        if (rows[i].line == span.line && cells.start < cells.end)
+            return QRect(layout.CellLeftPx(cells.start - rows[i].cells.start), layout.RowTopPx(int(i) + 1),
+                         (cells.end - cells.start) * layout.cellWidthPx, layout.linePitchPx) &
+                   textArea;
+    }
+    return QRect();
 }
 
 int OffsetSpokenAt(const StudyPage &page, int xPx, int yPx)
 {
     const PageLayout &layout = page.Layout();
-    const int line = layout.LineAt(yPx, page.TopLine());
-    if (yPx < PageLayout::TopMarginPx || xPx < layout.TextLeftPx() || !page.InView().Holds(line))
+    const std::vector<PageRow> &rows = page.InView().rows;
+    const size_t row = size_t(layout.RowOffsetAt(yPx));
+    if (yPx < PageLayout::TopMarginPx || xPx < layout.TextLeftPx() || row >= rows.size())
         return -1;
-    const qsizetype index = IndexOfCell(page.Text().Line(line), layout.CellAt(xPx));
-    return index < 0 ? -1 : SpokenOffset(page, line, index);
+    const qsizetype index = IndexInRow(page.Text(), xPx, rows[row], layout);
+    return index < 0 ? -1 : SpokenOffset(page, rows[row].line, index);
 }

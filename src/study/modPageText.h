@@ -24,7 +24,8 @@ int SpokenCursor(const StudyPage &page);
 /// the span is empty; past the last line it is on line 0.
 TextSpan SpanSpokenAt(const StudyPage &page, int offset);
 
-/// The area of that span on the page, as far as it is in view, in pixels of the text area; empty if it is nowhere.
+/// The area of that span on the page, as far as it is in view, in pixels of the text area; empty if it is nowhere. Of a
+/// span that goes on in another row, the first part.
 QRect AreaSpokenAt(const StudyPage &page, int offset);
 
 /// The offset in SpokenPage of what is at a pixel of the text area; -1 if there is no text.

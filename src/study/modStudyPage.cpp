@@ -19,11 +19,12 @@ void StudyPage::Load(DisplayText text, const std::vector<int> &hardBlanks, int l
 void StudyPage::Reload(DisplayText text, const std::vector<int> &hardBlanks, const std::vector<int> &numbersBefore)
 {
     const Places old = m_places;
+    const auto [topLine, topCell] = std::pair(TopLine(), m_view.TopCell());
     const int leftCell = m_layout.leftCell;
     ReplaceText(std::move(text));
     m_round.Reload(m_text.Blanks().Count(), hardBlanks, numbersBefore);
     m_layout.leftCell = qMin(leftCell, LargestLeftCell());
-    m_places.topLine = qMin(old.topLine, qMax(1, m_text.LineCount()));
+    Place(topLine, topCell);
     m_places.offeredLine = old.offeredLine <= m_text.LineCount() ? old.offeredLine : 0;
     m_places.stoppedLine = qMin(old.stoppedLine, qMax(1, m_text.LineCount()));
 }
@@ -40,6 +41,13 @@ void StudyPage::ReplaceText(DisplayText text)
     m_text = std::move(text);
     m_places = Places();
     m_layout.leftCell = 0;
+    Place(1);
+}
+
+/// Brings a line to the top or, if it is higher than the page, the row with one of its cells.
+void StudyPage::Place(int topLine, int topCell)
+{
+    m_view = PageAt(topLine, m_text, m_layout, topCell);
 }
 
 /// The blank that is the keyboard target.
@@ -61,19 +69,19 @@ int StudyPage::HiddenHardElsewhere() const
 
 PageChange StudyPage::SetLayout(const PageLayout &layout)
 {
-    const auto [topLine, leftCell] = std::pair(TopLine(), m_layout.leftCell);
+    const auto [topLine, topCell] = std::pair(TopLine(), m_view.TopCell());
+    const int leftCell = m_layout.leftCell;
     m_layout = layout;
     m_layout.leftCell = leftCell;
     PageChange change = MoveToCell(leftCell);
-    const PageInView page = InView();
-    if (page.topLine != topLine)
-        return ShowLine(page.topLine);
-    m_places.topLine = topLine; // as far as another layout allows it; the text may have become shorter
-    if (!page.Holds(m_places.current.line))
+    Place(topLine, topCell);
+    if (TopLine() != topLine)
+        return ShowLine(TopLine());
+    if (!m_view.Holds(m_places.current.line))
         change.isTargetMoved = SetCurrent(TextSpan()); // what is out of view must not be clicked
-    if (!page.Holds(m_places.caret.line))
+    if (!m_view.Shows(m_places.caret.line))
         m_places.caret = TextSpan();
-    if (m_places.hintedBlank > 0 && !page.Holds(m_text.Blanks().LineOf(m_places.hintedBlank)))
+    if (m_places.hintedBlank > 0 && !m_view.Holds(m_text.Blanks().LineOf(m_places.hintedBlank)))
         m_places.hintedBlank = 0;
     return change;
 }
@@ -84,7 +92,7 @@ PageChange StudyPage::Enter()
         return {};
     if (m_round.IsOnlyHard() || m_places.finishedCount > 0)
         return EnterOnlyHard();
-    const EnterDecision decision = DecideEnter(m_round, m_text, InView());
+    const EnterDecision decision = DecideEnter(m_round, m_text, m_view);
     if (decision.action == EnterAction::TurnPage)
         return TurnPage();
     if (decision.action == EnterAction::AskThenTurn)
@@ -92,10 +100,12 @@ PageChange StudyPage::Enter()
     return Show(decision.blank);
 }
 
-/// Shows a hidden answer in view.
+/// Shows a hidden answer on a line in view. If its row is not, the user reads that first.
 PageChange StudyPage::Show(int blank)
 {
-    const bool isPageChanged = BringCellsIntoView(m_text.Span(blank));
+    if (BringRowsIntoView(m_text.Span(blank)))
+        return {.isPageChanged = true};
+    const bool isPageChanged = BringIntoView(m_text.Span(blank));
     PageChange change = Toggle(blank);
     change.isPageChanged = isPageChanged;
     change.answer = m_text.Answer(blank).toString();
@@ -108,7 +118,7 @@ PageChange StudyPage::EnterOnlyHard()
     const bool isOnlyHard = m_round.IsOnlyHard();
     if (const int blank = isOnlyHard ? NextBlank() : 0; blank > 0)
         return Show(blank);
-    const int lastInView = *VisibleBlanks(m_text, InView()).end() - 1;
+    const int lastInView = *VisibleBlanks(m_text, m_view).end() - 1;
     if (const int next = isOnlyHard ? m_round.NextHiddenHard(lastInView) : 0; next > 0) {
         m_layout.leftCell = 0;
         return ShowLine(m_text.Blanks().LineOf(next));
@@ -175,7 +185,7 @@ PageChange StudyPage::TurnPage()
     return BeginRound([this] {
         m_layout.leftCell = 0;
         const bool isOnlyHard = m_round.IsOnlyHard() || m_places.finishedCount > 0;
-        return isOnlyHard ? TurnToHard() : ShowLine(::TurnPage(&m_round, InView()));
+        return isOnlyHard ? TurnToHard() : ShowLine(::TurnPage(&m_round, m_view));
     });
 }
 
@@ -251,13 +261,17 @@ PageChange StudyPage::Click(const ClickTarget &target)
 
 PageChange StudyPage::ClickCurrent()
 {
-    return m_places.current.line > 0 ? Click(TargetOf(m_text, m_round, m_places.current)) : PageChange();
+    if (m_places.current.line == 0)
+        return {};
+    const bool isPageChanged = BringRowsIntoView(m_places.current);
+    PageChange change = Click(TargetOf(m_text, m_round, m_places.current));
+    change.isPageChanged |= isPageChanged;
+    return change;
 }
 
 PageChange StudyPage::ClickLineNumber(int line)
 {
-    const PageInView page = InView();
-    return Click({.numberedLine = qBound(page.topLine, line, qMax(page.topLine, page.lastLine))});
+    return Click({.numberedLine = qBound(TopLine(), line, qMax(TopLine(), m_view.lastLine))});
 }
 
 PageChange StudyPage::Undo()
@@ -285,7 +299,7 @@ PageChange StudyPage::ToggleHard(int blank)
 
 PageChange StudyPage::ToggleWholeLine()
 {
-    const bool isAgain = InView().Holds(m_places.wholeLine);
+    const bool isAgain = m_view.Holds(m_places.wholeLine);
     const int chosen = ChosenBlank();
     const int meant = chosen > 0 || isAgain ? chosen : NextBlank();
     if (meant == 0 && !isAgain)
@@ -321,7 +335,7 @@ PageChange StudyPage::ShowHint()
     if (longest <= 0)
         return change;
     m_places.hintLength = blank == hintedBefore ? qMin(m_places.hintLength + 1, longest) : 1;
-    change.isPageChanged = BringCellsIntoView(m_text.Span(blank));
+    change.isPageChanged = BringIntoView(m_text.Span(blank));
     change.hints.push_back(blank);
     m_places.hintedBlank = blank;
     m_places.caret = m_text.Span(blank);
@@ -340,8 +354,8 @@ PageChange StudyPage::GoToTarget(bool backwards, bool withWords)
 {
     PageChange change;
     change.isTargetMoved =
-        SetCurrent(NextSpan(TargetsInView(m_text, InView(), withWords), m_places.current, backwards));
-    change.isPageChanged = BringCellsIntoView(m_places.current);
+        SetCurrent(NextSpan(TargetsInView(m_text, m_view, withWords), m_places.current, backwards));
+    change.isPageChanged = BringIntoView(m_places.current);
     return change;
 }
 
@@ -356,20 +370,19 @@ PageChange StudyPage::ShowFound(const TextSpan &found)
 {
     constexpr int linesAbove = 3;
     PageChange change;
-    if (found.line > 0 && !InView().Holds(found.line))
-        change = MoveToLine(qMax(1, found.line - linesAbove));
+    if (found.line > 0 && !m_view.Holds(found.line))
+        change = MoveToLine(qMax(found.line - linesAbove, TopShowing(found.line, m_text, m_layout)));
     m_places.found = found;
     m_places.topAtFound = TopLine();
-    change.isPageChanged |= BringCellsIntoView(found);
+    change.isPageChanged |= BringIntoView(found);
     change.isHitMoved = true;
     return change;
 }
 
 PageChange StudyPage::ShowLine(int line)
 {
-    m_places.topLine = line;
-    m_places.topLine = TopLine();
-    if (m_places.topLine > 1)
+    Place(line);
+    if (TopLine() > 1)
         m_places.offeredLine = 0; // the user has accepted the offer or moved elsewhere
     m_places.hintedBlank = 0;
     return {.isPageChanged = true, .isTargetMoved = SetCurrent(TextSpan())};
@@ -377,12 +390,36 @@ PageChange StudyPage::ShowLine(int line)
 
 PageChange StudyPage::MoveToLine(int line)
 {
-    return PageAt(line, m_text.LineCount(), m_layout).topLine == TopLine() ? PageChange() : ShowLine(line);
+    const bool isThere = qBound(1, line, m_view.maximum) == TopLine() && m_view.TopCell() == 0;
+    return isThere ? PageChange() : ShowLine(line);
+}
+
+PageChange StudyPage::MoveByLines(int lines)
+{
+    const bool isAtLast = lines > 0 && TopLine() == m_view.maximum;
+    return isAtLast ? PageChange() : MoveToLine(TopLine() + lines);
+}
+
+PageChange StudyPage::MoveByOne(int direction)
+{
+    if (m_text.LineCount() > 0 && ScrollTo(TopCellMoved(direction, m_view, m_text, m_layout)))
+        return {.isPageChanged = true};
+    return MoveByLines(direction);
+}
+
+PageChange StudyPage::MoveToPreviousPage()
+{
+    return MoveToLine(TopLine() == 1 ? 1 : qMin(TopLine() - 1, TopShowing(TopLine(), m_text, m_layout)));
+}
+
+PageChange StudyPage::MoveToEnd()
+{
+    return MoveToLine(m_text.LineCount() == 0 ? 1 : TopShowing(m_text.LineCount(), m_text, m_layout));
 }
 
 PageChange StudyPage::MoveToRandomPage(QRandomGenerator *random)
 {
-    const int topLine = RandomPage(m_round, m_text, InView(), random);
+    const int topLine = RandomPage(m_round, m_text, m_view, random);
     return topLine > 0 ? MoveToLine(topLine) : PageChange();
 }
 
@@ -392,17 +429,36 @@ PageChange StudyPage::MoveToCell(int cell)
     return {.isPageChanged = std::exchange(m_layout.leftCell, leftCell) != leftCell};
 }
 
-/// Moves sideways to the leftmost view that holds a span. @return whether the page has moved
-bool StudyPage::BringCellsIntoView(const TextSpan &span)
+/// Moves within the top line to the row that begins with a cell. @return whether the page has moved
+bool StudyPage::ScrollTo(int topCell)
 {
-    return span.line > 0 && MoveToCell(LeftCellShowing(m_text.Cells(span), m_layout)).isPageChanged;
+    if (topCell == m_view.TopCell())
+        return false;
+    Place(TopLine(), topCell);
+    return true;
+}
+
+/// Brings a span of a line in view into view: sideways to the leftmost view that holds it or, if the line is higher
+/// than the page, to its rows. @return whether the page has moved
+bool StudyPage::BringIntoView(const TextSpan &span)
+{
+    if (span.line == 0)
+        return false;
+    const bool isMoved = BringRowsIntoView(span);
+    return MoveToCell(LeftCellShowing(m_text.Cells(span), m_layout)).isPageChanged || isMoved;
+}
+
+bool StudyPage::BringRowsIntoView(const TextSpan &span)
+{
+    return span.line == TopLine() && ScrollTo(TopCellShowing(m_text.Cells(span), m_view, m_text, m_layout));
 }
 
 /// The same for the blanks of a line or, if they do not fit, the first of them.
 bool StudyPage::BringLineIntoView(const BlankRange &onLine)
 {
-    CellRange cells = m_text.Cells(onLine.front());
-    if (const int end = m_text.Cells(onLine.back()).end; end - cells.start <= m_layout.CellsInView())
-        cells.end = end;
-    return MoveToCell(LeftCellShowing(cells, m_layout)).isPageChanged;
+    TextSpan span = m_text.Span(onLine.front());
+    const TextSpan last = m_text.Span(onLine.back());
+    if (m_text.Cells(last).end - m_text.Cells(span).start <= m_layout.CellsInView())
+        span.length = last.column + last.length - span.column;
+    return BringIntoView(span);
 }

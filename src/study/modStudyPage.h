@@ -77,17 +77,17 @@ class StudyPage
     {
         return m_layout;
     }
-    PageInView InView() const
+    const PageInView &InView() const
     {
-        return PageAt(m_places.topLine, m_text.LineCount(), m_layout);
+        return m_view;
     }
     int TopLine() const
     {
-        return InView().topLine;
+        return m_view.topLine;
     }
     int LargestLeftCell() const
     {
-        return std::max(0, m_text.LongestLineCells() - m_layout.CellsInView());
+        return m_layout.isWrapping ? 0 : std::max(0, m_text.LongestLineCells() - m_layout.CellsInView());
     }
 
     /// The keyboard target, which is in view, and the hit that a search went to; on line 0 if there is none.
@@ -141,7 +141,7 @@ class StudyPage
     /// The hidden blank in view that Enter shows next.
     int NextBlank() const
     {
-        return FirstHiddenBlank(m_round, VisibleBlanks(m_text, InView()));
+        return FirstHiddenBlank(m_round, VisibleBlanks(m_text, m_view));
     }
 
     /// The blank that the key for hard blanks marks: the chosen one, or else the one whose answer was shown last.
@@ -150,7 +150,7 @@ class StudyPage
     /// What is at a pixel of the text area.
     ClickTarget TargetAt(int xPx, int yPx) const
     {
-        return ::TargetAt(m_text, m_round, xPx, yPx, TopLine(), m_layout);
+        return ::TargetAt(m_text, m_round, xPx, yPx, m_view, m_layout);
     }
 
     /// Sets another size of the page or of its rows and cells. Top line and first cell stay as far as possible.
@@ -158,7 +158,8 @@ class StudyPage
     PageChange SetLayout(const PageLayout &layout);
 
     /// Shows the next hidden answer in view, or else turns the page, possibly after a question. While only hard blanks
-    /// are studied, brings the next of them to the top in place of turning the page.
+    /// are studied, brings the next of them to the top in place of turning the page. In a line higher than the page,
+    /// first brings the row of the answer into view.
     PageChange Enter();
 
     /// Marks the answer shown last as hard, because the user did not know it, and does what Enter does.
@@ -223,19 +224,27 @@ class StudyPage
     /// The same, but does nothing if that line is at the top already.
     PageChange MoveToLine(int line);
 
-    /// Moves by some lines or pages, up if negative, or to the last page that leaves no row empty.
-    PageChange MoveByLines(int lines)
+    /// Moves by some lines, up if negative.
+    PageChange MoveByLines(int lines);
+
+    /// Moves by a line or, within a line higher than the page, by a row.
+    PageChange MoveUp()
     {
-        return MoveToLine(TopLine() + lines);
+        return MoveByOne(-1);
     }
-    PageChange MoveByPages(int pages)
+    PageChange MoveDown()
     {
-        return MoveByLines(pages * InView().pageSize);
+        return MoveByOne(1);
     }
-    PageChange MoveToEnd()
+
+    /// Moves to the next page or the previous one, of which one line stays in view, or to the last one that leaves no
+    /// row empty.
+    PageChange MoveToNextPage()
     {
-        return MoveToLine(InView().LastFullTop());
+        return MoveByLines(m_view.pageSize);
     }
+    PageChange MoveToPreviousPage();
+    PageChange MoveToEnd();
 
     /// Moves to a random page that still has a hidden answer.
     PageChange MoveToRandomPage(QRandomGenerator *random);
@@ -261,7 +270,6 @@ class StudyPage
     /// Every place in the text. A new text begins without any.
     struct Places
     {
-        int topLine = 1;
         TextSpan current{};
         TextSpan caret{};
         TextSpan found{};
@@ -276,6 +284,7 @@ class StudyPage
     };
 
     void ReplaceText(DisplayText text);
+    void Place(int topLine, int topCell = 0);
     template <typename Action>
     PageChange BeginRound(Action action);
     PageChange Show(int blank);
@@ -284,7 +293,10 @@ class StudyPage
     PageChange Toggle(int blank);
     bool SetCurrent(const TextSpan &current);
     void StopAt(int line);
-    bool BringCellsIntoView(const TextSpan &span);
+    PageChange MoveByOne(int direction);
+    bool ScrollTo(int topCell);
+    bool BringIntoView(const TextSpan &span);
+    bool BringRowsIntoView(const TextSpan &span);
     bool BringLineIntoView(const BlankRange &onLine);
     int ChosenBlank() const;
 
@@ -292,5 +304,6 @@ class StudyPage
     StudyRound m_round;
     bool m_isFileOpen = false;
     PageLayout m_layout; // with the first cell in view
+    PageInView m_view;   // follows from text, layout and top line
     Places m_places;
 };

@@ -276,15 +276,15 @@ int FirstHiddenBlank(const StudyRound &round, const BlankRange &range)
     return 0;
 }
 
-int HitTest(const DisplayText &text, int xPx, int yPx, int topLine, const PageLayout &layout)
+int HitTest(const DisplayText &text, int xPx, int yPx, const PageInView &page, const PageLayout &layout)
 {
     if (yPx <= PageLayout::TopMarginPx || xPx < layout.TextLeftPx())
         return 0;
-    const int line = layout.LineAt(yPx, topLine);
-    if (line > text.LineCount())
+    const size_t row = size_t(layout.RowOffsetAt(yPx));
+    if (row >= page.rows.size())
         return 0;
-    for (const int blank : text.BlanksOnLine(line)) {
-        const BoxEdges box = GetBqInfoFromLine(text, blank, layout.cellWidthPx, layout.CellLeftPx(0));
+    for (const int blank : text.BlanksOnLine(page.rows[row].line)) {
+        const BoxEdges box = BoxInRow(text, blank, page.rows[row], layout);
         if (box.leftPx < xPx && xPx < box.rightPx)
             return blank;
     }
@@ -298,8 +298,7 @@ EnterDecision DecideEnter(const StudyRound &round, const DisplayText &text, cons
     const int hidden = FirstHiddenBlank(round, VisibleBlanks(text, page));
     if (hidden > 0)
         return {.action = EnterAction::Reveal, .blank = hidden};
-    const bool isAtEnd = page.topLine + page.pageSize >= page.maximum;
-    if (round.BlankCount() >= MinBlanksToAsk && round.AllShown() && isAtEnd)
+    if (round.BlankCount() >= MinBlanksToAsk && round.AllShown() && page.IsAtEnd())
         return {.action = EnterAction::AskThenTurn, .blank = 0};
     return {.action = EnterAction::TurnPage, .blank = 0};
 }
@@ -317,7 +316,7 @@ int TurnPage(StudyRound *round, const PageInView &page)
         // At the end of an untouched round the turn would change nothing, and Enter would be stuck there.
         return wasUntouched && top == page.topLine ? 1 : top;
     }
-    if (next < page.maximum)
+    if (!page.IsAtEnd())
         return next;
     round->HideAll();
     return 1;
@@ -335,11 +334,11 @@ int RandomPage(const StudyRound &round, const DisplayText &text, const PageInVie
     int blank = 0;
     for (int i = 0; i < draws; ++i)
         if (blank = 1 + random->bounded(blanks); isHiddenElsewhere(blank))
-            return page.TopOfPage(page.PageOf(text.Blanks().LineOf(blank)));
+            return page.TopOfPageWith(text.Blanks().LineOf(blank));
     // Hardly any are left, so take the next one after the last draw.
     for (int i = 1; i < blanks; ++i)
         if (const int next = (blank + i - 1) % blanks + 1; isHiddenElsewhere(next))
-            return page.TopOfPage(page.PageOf(text.Blanks().LineOf(next)));
+            return page.TopOfPageWith(text.Blanks().LineOf(next));
     return page.topLine;
 }
 

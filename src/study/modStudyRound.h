@@ -254,7 +254,7 @@ class StudyRound
     int m_markLine = 0;
 };
 
-/// Blanks on the lines in view.
+/// Blanks on the lines that are in view as a whole, or on the top line.
 BlankRange VisibleBlanks(const DisplayText &text, const PageInView &page);
 
 /// First blank in a range whose answer is hidden, or 0. While only hard blanks are studied, others do not count: they
@@ -263,9 +263,8 @@ int FirstHiddenBlank(const StudyRound &round, const BlankRange &range);
 
 /// Blank at a click, or 0 if none is hit.
 /// @param xPx, yPx  pixels inside picText; yPx <= 5 is the top margin and hits nothing
-/// @param topLine  line in the first row
 /// @return 0 also for a click exactly on the edge of a box, or left of the text on a box that is partly out of view
-int HitTest(const DisplayText &text, int xPx, int yPx, int topLine, const PageLayout &layout);
+int HitTest(const DisplayText &text, int xPx, int yPx, const PageInView &page, const PageLayout &layout);
 
 /// What Enter does.
 enum class EnterAction

@@ -169,7 +169,7 @@ void StudyStateBar::ReserveSpace()
     };
     lblShown->setFixedWidth(m_blankCount == 0 ? 0 : QFontMetrics(bold).horizontalAdvance(Digits(m_blankCount)));
     reserve(lblBlanks, m_blankCount == 0 ? QString() : u" / "_s + Digits(m_blankCount));
-    reserve(lblPage, PageText(Digits(m_pageCount), Digits(m_pageCount)));
+    reserve(lblPage, PageText(m_pageDigits, m_pageDigits));
     reserve(lblLap, u"00周目"_s);
     reserve(lblNumN, lblNumN->text());
     reserve(lblNum, QString(qMax(qsizetype(4), lblNum->text().size()), u'0'));
@@ -205,6 +205,8 @@ void StudyStateBar::Fit()
         leaving = {m_progress, lblNumN};
         if (!m_isPageOnly)
             leaving.append({lblLap, lblPage, m_zoom});
+        if (m_pageDigits.isEmpty())
+            leaving.removeOne(lblPage);
     }
     if (m_isPageOnly)
         places.append(cmdBars);
@@ -353,7 +355,8 @@ void StudyStateBar::ShowProgress(const StudyRound &round, const PageInView &page
     lblPage->setText(PageText(QString::number(page.PageNumber()), QString::number(page.PageCount())));
     lblLap->setText(round.Lap() > 1 ? QString::number(round.Lap()) + u"周目"_s : QString());
     lblOnlyHard->setVisible(isOnlyHard);
-    if (Digits(page.PageCount()) != Digits(std::exchange(m_pageCount, page.PageCount())))
+    const QString digits = page.isWrapped ? QString() : Digits(page.PageCount());
+    if (digits != std::exchange(m_pageDigits, digits))
         ReserveSpace();
 }
 

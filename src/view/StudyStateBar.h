@@ -100,7 +100,7 @@ class StudyStateBar : public QWidget
     int NeededPx(const QList<QWidget *> &places) const;
 
     int m_blankCount = 0;
-    int m_pageCount = 1;
+    QString m_pageDigits; // as many as the number of pages has; none where pages are not counted
     bool m_isOpen = false;
     bool m_isPageOnly = false;
 

@@ -280,7 +280,7 @@ bool frmText::EditSettings(QWidget *owner)
     if (!frmIni(m_services, m_msg, m_defaults, m_upper, m_context.applicationFolder, owner).Edit(&settings))
         return false;
     picText->setFocus();
-    if (!m_settingsFile.WriteFileIniEx(settings) || !m_settingsFile.WritePageColour(settings.pageColour))
+    if (!m_settingsFile.WriteFileIniEx(settings) || !m_settingsFile.WritePageLook(settings))
         m_services.ShowMessage(u"設定を保存できません。\r\n  "_s + m_context.settingsPath);
     const int neededBeforePx = m_pageFrame->sizeHint().width();
     m_isZoomChosen |= settings.zoom != m_zoom;

@@ -171,12 +171,12 @@ void frmText::AddShortcuts()
     addClick(Qt::CTRL | Qt::Key_L, [this] { return m_page.ClickLineNumber(m_page.Current().line); });
     add(Qt::CTRL | Qt::SHIFT | Qt::Key_Down, [this] { return m_page.MoveLineMark(1); });
     add(Qt::CTRL | Qt::SHIFT | Qt::Key_Up, [this] { return m_page.MoveLineMark(-1); });
-    add(Qt::CTRL | Qt::Key_Down, [this] { return m_page.MoveByLines(1); });
-    add(Qt::CTRL | Qt::Key_Up, [this] { return m_page.MoveByLines(-1); });
+    add(Qt::CTRL | Qt::Key_Down, [this] { return m_page.MoveDown(); });
+    add(Qt::CTRL | Qt::Key_Up, [this] { return m_page.MoveUp(); });
     add(Qt::CTRL | Qt::SHIFT | Qt::Key_Right, [this] { return m_page.MoveByCells(CellsPerKey); });
     add(Qt::CTRL | Qt::SHIFT | Qt::Key_Left, [this] { return m_page.MoveByCells(-CellsPerKey); });
-    add(Qt::CTRL | Qt::Key_PageDown, [this] { return m_page.MoveByPages(1); });
-    add(Qt::CTRL | Qt::Key_PageUp, [this] { return m_page.MoveByPages(-1); });
+    add(Qt::CTRL | Qt::Key_PageDown, [this] { return m_page.MoveToNextPage(); });
+    add(Qt::CTRL | Qt::Key_PageUp, [this] { return m_page.MoveToPreviousPage(); });
     add(Qt::CTRL | Qt::Key_Home, [this] { return m_page.MoveToLine(1); });
     add(Qt::CTRL | Qt::Key_End, [this] { return m_page.MoveToEnd(); });
     addClick(Qt::CTRL | Qt::Key_G, [this] { AskForLine(); });
@@ -312,7 +312,8 @@ void frmText::ReadSettings()
 
 void frmText::ApplySettings()
 {
-    picText->SetAppearance(m_settings.FontSize, m_settings.LineSpace, m_settings.bolDispLineNum, m_zoom);
+    picText->SetAppearance(m_settings.FontSize, m_settings.LineSpace, m_settings.bolDispLineNum, m_settings.isWrapping,
+                           m_zoom);
     m_pageFrame->Adapt();
     Apply(m_page.SetLayout(picText->Measured()));
     picText->SetPageColour(m_settings.pageColour);

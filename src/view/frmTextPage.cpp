@@ -67,7 +67,7 @@ void frmText::AskForPage(const PageChange &change)
 /// Sets the controls around the page to its state.
 void frmText::ShowPageState()
 {
-    const PageInView view = m_page.InView();
+    const PageInView &view = m_page.InView();
     const QSignalBlocker verticalBlocker(VScroll); // only what the user does with them is a command
     const QSignalBlocker horizontalBlocker(HScroll);
     VScroll->setRange(1, view.maximum);

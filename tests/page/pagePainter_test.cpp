@@ -36,8 +36,8 @@ class PaintedPage
   public:
     PaintedPage(const QStringList &lines, double scale, int topLine = 1, const PageColours &colours = LightPage,
                 const PageLayout &layout = Layout)
-        : text(LinesOf(lines)),
-          page{.text = text, .round = round, .colours = colours, .layout = layout, .topLine = topLine},
+        : text(LinesOf(lines)), view(PageAt(topLine, text, layout)),
+          page{.text = text, .round = round, .colours = colours, .layout = layout, .view = view},
           m_font(FontFor(layout), scale), m_image((QSizeF(Whole.size()) * scale).toSize(), QImage::Format_RGB32)
     {
         round.Load(text.Blanks().Count());
@@ -48,7 +48,7 @@ class PaintedPage
     void Toggle(int blank)
     {
         round.Toggle(blank);
-        Paint(&m_image, AreaOfBlank(text, blank, page.topLine, page.layout));
+        Paint(&m_image, AreaOfBlank(text, blank, view, page.layout));
     }
 
     void Mark(int line)
@@ -81,6 +81,7 @@ class PaintedPage
     static constexpr QRect Whole{0, 0, 400, 205};
 
     DisplayText text;
+    PageInView view;
     StudyRound round;
     PageToPaint page;
 
@@ -299,7 +300,7 @@ TEST(PicText, SoftColours_EnterMovesTheNextBoxWhileThePageHasTheFocus)
     QLineEdit elsewhere(&window);
     page.setGeometry(0, 0, 300, 100);
     elsewhere.setGeometry(0, 100, 100, 30);
-    page.SetAppearance(9.75f, 4, true, 100);
+    page.SetAppearance(9.75f, 4, true, true, 100);
     page.SetPageColour(PageColourChoice::Soft);
     std::ignore = study.SetLayout(page.Measured());
     window.resize(300, 140);

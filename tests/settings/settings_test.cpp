@@ -63,11 +63,13 @@ TEST(Settings, WrittenSettings_HaveExactBytesAndRoundTrip)
     EXPECT_TRUE(file.WriteFileIniEx(settings));
     EXPECT_TRUE(file.WriteFileIniFormPos(120));
     EXPECT_TRUE(file.WriteFileIniFormPos(-1)) << "off the screen: the old position is kept";
-    EXPECT_TRUE(file.WritePageColour(PageColourChoice::Dark));
+    settings.pageColour = PageColourChoice::Dark;
+    settings.isWrapping = false;
+    EXPECT_TRUE(file.WritePageLook(settings));
     EXPECT_TRUE(file.WriteFormSize(QSize(800, 600), false));
     EXPECT_TRUE(file.WriteFormSize(QSize(), true)) << "the size is kept";
     const QByteArray written = "[setting]\r\nFontsize=12.75\r\nLineSpace=5\r\nTextEditor=notepad.exe\r\n"
-                               "bolDispLineNum=False\r\nFormLeft=120\r\nPageColour=Dark\r\n"
+                               "bolDispLineNum=False\r\nFormLeft=120\r\nPageColour=Dark\r\nWrap=False\r\n"
                                "FormWidth=800\r\nFormHeight=600\r\nFormMaximized=True\r\n";
     EXPECT_EQ(folder.Read(u"Kotoban.ini"_s), written);
     Settings unwritable = DefaultSettings();
@@ -82,6 +84,7 @@ TEST(Settings, WrittenSettings_HaveExactBytesAndRoundTrip)
     EXPECT_EQ(read.FormLeft, 120);
     EXPECT_FALSE(read.bolDispLineNum);
     EXPECT_EQ(read.pageColour, PageColourChoice::Dark);
+    EXPECT_FALSE(read.isWrapping);
     EXPECT_EQ(read.formSize, QSize(800, 600));
     EXPECT_TRUE(read.isFormMaximized);
     folder.Write(u"Kotoban.ini"_s, "[setting]\r\nbolDispLineNum=1\r\nFormLeft=-7\r\n");
@@ -137,12 +140,12 @@ TEST(Settings, PrintSettings_FallBackOneByOneAndRoundTrip)
 TEST(Zoom, AnyStartOrStep_StaysWithinZoomSteps)
 {
     const Rows<double, int> rows = {{6, 100},  {9, 100},  {10, 100}, {11, 125},
-                                    {14, 150}, {20, 200}, {24, 250}, {72, 300}};
+                                    {14, 150}, {20, 200}, {24, 250}, {72, 400}};
     for (const auto &[points, percent] : rows)
         EXPECT_EQ(ZoomForDesktopFont(points), percent) << points;
     EXPECT_EQ(ZoomBy(100, -1), 100);
     EXPECT_EQ(ZoomBy(200, 1), 250);
-    EXPECT_EQ(ZoomBy(150, 99), 300);
+    EXPECT_EQ(ZoomBy(150, 99), 400);
     const TestFolder folder;
     const SettingsFile file(folder.Path(u"a.ini"_s));
     const auto zoom = [&file] {

@@ -86,9 +86,9 @@ class KeyedPage : public StudyPage
         case u'^':
             return MoveByLines(-1);
         case u'N':
-            return MoveByPages(1);
+            return MoveToNextPage();
         case u'P':
-            return MoveByPages(-1);
+            return MoveToPreviousPage();
         case u'Z':
             return MoveToEnd();
         default: // a page of so many rows

@@ -35,13 +35,29 @@ StudyRound Round(int blanks, int shown)
 }
 
 /// A page with the given number of rows.
+PageLayout LayoutOf(int rows)
+{
+    return {.linePitchPx = 20, .heightPx = PageLayout::TopMarginPx + 20 * rows};
+}
+
+PageInView Page(int topLine, int rows, const DisplayText &text)
+{
+    return PageAt(topLine, text, LayoutOf(rows));
+}
+
 PageInView Page(int topLine, int rows, int lines)
 {
-    return PageAt(topLine, lines, {.linePitchPx = 20, .heightPx = PageLayout::TopMarginPx + 20 * rows});
+    return Page(topLine, rows, Text(QStringList(lines, u"-"_s)));
 }
 
 // Cells of ten pixels, rows of twenty, with line numbers: the text begins at 60.
 const PageLayout Layout{.cellWidthPx = 10, .linePitchPx = 20, .widthPx = 400, .heightPx = 205, .hasLineNumbers = true};
+
+/// What is at a pixel of the first page.
+ClickTarget At(const DisplayText &text, const StudyRound &round, int xPx, int yPx, const PageLayout &layout)
+{
+    return TargetAt(text, round, xPx, yPx, PageAt(1, text, layout), layout);
+}
 
 class StudySessionTest : public testing::Test
 {
@@ -169,14 +185,17 @@ TEST(HitTest, Click_HitsOnlyStrictlyInsideBox)
         {"next row", 75, 25, 2, 4},
         {"below the last line", 75, 65, 1, 0},
     };
+    PageLayout threeRows = Layout; // so that line 2 can come to the top
+    threeRows.heightPx = 65;
     for (const auto &[name, x, y, topLine, blank] : rows)
-        EXPECT_EQ(HitTest(text, x, y, topLine, Layout), blank) << name;
+        EXPECT_EQ(HitTest(text, x, y, PageAt(topLine, text, threeRows), threeRows), blank) << name;
     PageLayout scrolled = Layout;
     scrolled.leftCell = 2;
-    EXPECT_EQ(HitTest(text, 60, 30, 1, scrolled), 1) << "the last cell of the first box";
-    EXPECT_EQ(HitTest(text, 55, 30, 1, scrolled), 0) << "the rest of it is out of view";
-    EXPECT_EQ(HitTest(text, 145, 30, 1, scrolled), 3);
-    EXPECT_EQ(HitTest(DisplayText(), 75, 30, 1, Layout), 0);
+    const PageInView page = PageAt(1, text, scrolled);
+    EXPECT_EQ(HitTest(text, 60, 30, page, scrolled), 1) << "the last cell of the first box";
+    EXPECT_EQ(HitTest(text, 55, 30, page, scrolled), 0) << "the rest of it is out of view";
+    EXPECT_EQ(HitTest(text, 145, 30, page, scrolled), 3);
+    EXPECT_EQ(HitTest(DisplayText(), 75, 30, PageAt(1, DisplayText(), Layout), Layout), 0);
 }
 
 TEST(PageLayout, AnySize_HoldsWholeRowsAndNumberStrip)
@@ -189,8 +208,9 @@ TEST(PageLayout, AnySize_HoldsWholeRowsAndNumberStrip)
     EXPECT_FALSE(Layout.IsInNumberStrip(51));
     EXPECT_TRUE((PageLayout{.cellWidthPx = 7, .hasLineNumbers = true}).IsInNumberStrip(36)) << "7 * 4.5 + 5 = 36.5";
     EXPECT_FALSE((PageLayout{.cellWidthPx = 10}).IsInNumberStrip(3));
-    EXPECT_EQ(Layout.LineAt(25, 8), 9);
-    EXPECT_EQ(Layout.LineAt(0, 8), 8) << "the margin belongs to the first row";
+    EXPECT_EQ(Layout.RowOffsetAt(25), 1);
+    EXPECT_EQ(Layout.RowOffsetAt(0), 0) << "the margin belongs to the first row";
+    EXPECT_EQ(Layout.RowOffsetAt(-300), 0) << "and so does what is above the page";
 }
 
 TEST(PageAt, FullPage_ScrollsUntilLastLineIsOnTop)
@@ -222,14 +242,15 @@ TEST(PageAt, AnyFile_CountsPagesThatEnterTurns)
     const Rows<int, int, int, int, int, int> rows = {
         {1, 10, 9, 1, 1, 1},    {1, 10, 10, 1, 1, 1},  {10, 10, 10, 1, 1, 1},  {1, 10, 11, 1, 2, 2},
         {10, 10, 11, 2, 2, 2},  {1, 10, 19, 1, 2, 10}, {10, 10, 40, 2, 5, 31}, {40, 10, 40, 5, 5, 31},
-        {12, 10, 40, 2, 5, 31}, {1, 1, 3, 1, 2, 2},    {3, 1, 3, 2, 2, 2},     {1, 10, 0, 1, 1, 1},
+        {12, 10, 40, 2, 5, 31}, {1, 1, 3, 1, 2, 3},    {3, 1, 3, 2, 2, 3},     {1, 10, 0, 1, 1, 1},
         {1, 1, 1, 1, 1, 1},
     };
     for (const auto &[topLine, height, lines, number, count, lastFullTop] : rows) {
-        const PageInView page = Page(topLine, height, lines);
+        const DisplayText text = Text(QStringList(lines, u"-"_s));
+        const PageInView page = Page(topLine, height, text);
         EXPECT_EQ(page.PageNumber(), number) << topLine << ' ' << lines;
         EXPECT_EQ(page.PageCount(), count) << topLine << ' ' << lines;
-        EXPECT_EQ(page.LastFullTop(), lastFullTop) << topLine << ' ' << lines;
+        EXPECT_EQ(lines == 0 ? 1 : TopShowing(lines, text, LayoutOf(height)), lastFullTop) << topLine << ' ' << lines;
     }
 }
 
@@ -243,7 +264,8 @@ TEST(ScrollBarsFor, OneBarTakesSpace_OtherMayBecomeNecessary)
         {0, 0, {}},
     };
     for (const auto &[lines, cells, needed] : rows)
-        EXPECT_EQ(ScrollBarsFor(lines, cells, whole, 10), needed) << lines << ' ' << cells;
+        EXPECT_EQ(ScrollBarsFor(Text(QStringList(lines, QString(cells, u'-'))), whole, 10), needed)
+            << lines << ' ' << cells;
 }
 
 TEST(LeftCellShowing, AnyFirstCell_IsLeftmostViewThatHoldsTheCells)
@@ -265,19 +287,20 @@ TEST(RandomPage, HiddenAnswersElsewhere_DrawsAnotherPageWithOne)
     QRandomGenerator random(1);
     StudyRound round = Round(4, 0);
     QMap<int, int> drawn;
+    const PageInView first = Page(1, 11, text);
     for (int i = 0; i < 100; ++i)
-        ++drawn[RandomPage(round, text, Page(1, 11, 100'000), &random)];
+        ++drawn[RandomPage(round, text, first, &random)];
     EXPECT_EQ(drawn.keys(), QList<int>({49'991, 99'991}));
     round = Round(4, 3);
-    EXPECT_EQ(RandomPage(round, text, Page(99'995, 11, 100'000), &random), 99'995) << "nothing is hidden elsewhere";
-    EXPECT_EQ(RandomPage(Round(4, 4), text, Page(1, 11, 100'000), &random), 0);
+    EXPECT_EQ(RandomPage(round, text, Page(99'995, 11, text), &random), 99'995) << "nothing is hidden elsewhere";
+    EXPECT_EQ(RandomPage(Round(4, 4), text, first, &random), 0);
     EXPECT_EQ(RandomPage(Round(0, 0), DisplayText(), Page(1, 11, 0), &random), 0);
 
     // Too few are left to be found by chance, so the next one is searched for.
     const DisplayText many = Text(QStringList(100'000, u"[x]"_s));
     round = Round(100'000, 100'000);
     round.Toggle(12'345);
-    EXPECT_EQ(RandomPage(round, many, Page(1, 11, 100'000), &random), 12'341);
+    EXPECT_EQ(RandomPage(round, many, Page(1, 11, many), &random), 12'341);
 }
 
 TEST(ClickTarget, Keys_VisitTargetsInReadingOrder)
@@ -621,19 +644,19 @@ TEST(ClickTarget, AnyClick_NeverYieldsHiddenText)
         {-3, 4, {.numberedLine = 4}}, // the strip continues below the last line
     };
     for (const auto &[cell, line, target] : rows)
-        EXPECT_EQ(TargetAt(text, round, Layout.TextLeftPx() + cell * 10 + 5, Layout.RowTopPx(line) + 8, 1, Layout),
+        EXPECT_EQ(At(text, round, Layout.TextLeftPx() + cell * 10 + 5, Layout.RowTopPx(line) + 8, Layout),
                   target)
             << cell << ' ' << line;
-    EXPECT_EQ(TargetAt(text, round, 65, 3, 1, Layout), ClickTarget()) << "the top margin";
+    EXPECT_EQ(At(text, round, 65, 3, Layout), ClickTarget()) << "the top margin";
     PageLayout cut = Layout;
     cut.heightPx = Layout.RowTopPx(2) + 10;
     cut.leftCell = 8;
-    EXPECT_EQ(TargetAt(text, round, 65, Layout.RowTopPx(2) + 3, 1, cut), ClickTarget()) << "a row that is cut off";
-    EXPECT_EQ(TargetAt(text, round, 65, Layout.RowTopPx(1) + 3, 1, cut).word, u"stop"_s)
+    EXPECT_EQ(At(text, round, 65, Layout.RowTopPx(2) + 3, cut), ClickTarget()) << "a row that is cut off";
+    EXPECT_EQ(At(text, round, 65, Layout.RowTopPx(1) + 3, cut).word, u"stop"_s)
         << "counted from the first cell in view";
-    EXPECT_EQ(TargetAt(text, round, 20, 3, 1, Layout).numberedLine, 1)
+    EXPECT_EQ(At(text, round, 20, 3, Layout).numberedLine, 1)
         << "the top margin belongs to the first row's number";
     round.Toggle(3);
-    EXPECT_EQ(TargetAt(text, round, Layout.TextLeftPx() + 145, 45, 1, Layout), (ClickTarget{.word = u"y"_s}))
+    EXPECT_EQ(At(text, round, Layout.TextLeftPx() + 145, 45, Layout), (ClickTarget{.word = u"y"_s}))
         << "a name with an answer in it is not a picture name";
 }
