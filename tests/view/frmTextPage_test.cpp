@@ -126,6 +126,7 @@ TEST_F(StudyWindowTest, LastAnswerShown_AsksWhetherToGoOn)
 
 TEST_F(StudyWindowTest, WheelNotch_ScrollsThreeLines)
 {
+    folder.Write(u"Kotoban.ini"_s, "[setting]\r\nWrap=False\r\n");
     OpenWith(QStringList(100, u"[x]"_s + QString(90, u'-')));
     const auto turn = [this](int angle, Qt::KeyboardModifiers modifiers = {}) {
         QWheelEvent event(QPointF(50, 50), page->mapToGlobal(QPointF(50, 50)), QPoint(), QPoint(0, angle), {},
@@ -147,7 +148,7 @@ TEST_F(StudyWindowTest, WheelNotch_ScrollsThreeLines)
 
 TEST_F(StudyWindowTest, ZoomedIn_LayoutScalesAndTopLineStays)
 {
-    folder.Write(u"Kotoban.ini"_s, "[setting]\r\nZoom=110\r\n");
+    folder.Write(u"Kotoban.ini"_s, "[setting]\r\nZoom=110\r\nWrap=False\r\n");
     QStringList lines(100, u"[x]"_s);
     lines[6] = QString(97, u'-') + u"[z]"_s; // its box ends at cell 100
     OpenWith(lines);
@@ -160,9 +161,9 @@ TEST_F(StudyWindowTest, ZoomedIn_LayoutScalesAndTopLineStays)
     window->resize(1000, window->height());
     for (int i = 0; i < 9; ++i)
         PressCtrl(Qt::Key_Plus);
-    EXPECT_EQ(Label(u"lblZoom"), u"300 %"_s);
-    EXPECT_NEAR(page->Layout().cellWidthPx, 3 * before.cellWidthPx, 3);
-    EXPECT_NEAR(page->Layout().linePitchPx, 3 * before.linePitchPx, 3);
+    EXPECT_EQ(Label(u"lblZoom"), u"400 %"_s);
+    EXPECT_NEAR(page->Layout().cellWidthPx, 4 * before.cellWidthPx, 4);
+    EXPECT_NEAR(page->Layout().linePitchPx, 4 * before.linePitchPx, 4);
     EXPECT_EQ(scroll->value(), 7);
     EXPECT_EQ(scroll->pageStep(), page->Layout().LargeChange());
     EXPECT_FALSE(sideways->isHidden());
@@ -179,7 +180,46 @@ TEST_F(StudyWindowTest, ZoomedIn_LayoutScalesAndTopLineStays)
     sideways->setValue(0);
     EXPECT_EQ(OnScreen(), hidden);
     window->close();
-    EXPECT_TRUE(folder.Read(u"Kotoban.ini"_s).contains("Zoom=300\r\n"));
+    EXPECT_TRUE(folder.Read(u"Kotoban.ini"_s).contains("Zoom=400\r\n"));
+}
+
+TEST_F(StudyWindowTest, LinesWiderThanWindow_WrapUnlessUserDoesNotWantIt)
+{
+    OpenWith(QStringList(40, QString(40, u'-') + u"[a] "_s + QString(40, u'-') + u"[b]"_s));
+    window->resize(700, 500);
+    EXPECT_EQ(Label(u"lblPage").left(4), u"1 / "_s);
+    for (int i = 0; i < 9; ++i)
+        PressCtrl(Qt::Key_Plus);
+    auto *const sideways = Child<QScrollBar>(u"HScroll");
+    EXPECT_TRUE(sideways->isHidden());
+    EXPECT_EQ(Label(u"lblPage"), u"(hidden)"_s) << "pages have different numbers of lines";
+    EXPECT_EQ(scroll->maximum(), 40);
+    // Each answer is on the screen when it is shown, and looks different.
+    int presses = 0;
+    for (QImage before = OnScreen(); Label(u"lblNum") != u"80"_s && presses < 400; before = OnScreen()) {
+        const QString count = Label(u"lblNum");
+        Press(Qt::Key_Return);
+        ++presses;
+        EXPECT_NE(OnScreen(), before) << presses;
+        if (Label(u"lblNum") == count)
+            continue;
+        const QRect area = AreaSpokenAt(page->Page(), SpokenCursor(page->Page()));
+        EXPECT_TRUE(page->rect().contains(area) && !area.isEmpty()) << presses;
+    }
+    EXPECT_EQ(Label(u"lblNum"), u"80"_s);
+    EXPECT_TRUE(page->accessibleDescription().endsWith(u"大きさ 400 %"_s));
+    PressCtrl(Qt::Key_0);
+    EXPECT_EQ(Label(u"lblPage").right(4), u" ページ"_s);
+    for (int i = 0; i < 9; ++i)
+        PressCtrl(Qt::Key_Plus);
+    script.When(u"frmIni"_s, [](QWidget *dialog) {
+        dialog->findChild<QComboBox *>(u"cboWrap"_s)->setCurrentText(u"しない"_s);
+        DialogScript::Press(dialog, u"cmdChangeSetting"_s);
+    });
+    Child<QPushButton>(u"cmdIni")->click();
+    EXPECT_TRUE(script.IsDone());
+    EXPECT_FALSE(sideways->isHidden());
+    EXPECT_TRUE(folder.Read(u"Kotoban.ini"_s).contains("\r\nWrap=False\r\n"));
 }
 
 TEST_F(StudyWindowTest, NavigationKeys_MoveWithoutChangingAnswers)
@@ -244,7 +284,7 @@ TEST_F(StudyWindowTest, WindowAsLowAsItGoes_IsLaidOutAtEachWidth)
     }
     for (int steps = 0; steps < 9; ++steps)
         PressCtrl(Qt::Key_Plus);
-    EXPECT_EQ(Label(u"lblZoom"), u"300 %"_s);
+    EXPECT_EQ(Label(u"lblZoom"), u"400 %"_s);
     EXPECT_TRUE(WaitFor([this] { return page->height() >= page->Layout().RowTopPx(2); }));
 }
 
