@@ -104,6 +104,14 @@ constexpr const PageColours *AllColours[] = {&LightPage, &DarkPage, &SoftPage, &
 constexpr PageLayout Large{
     .cellWidthPx = 24, .linePitchPx = 60, .widthPx = 400, .heightPx = 205, .leftCell = 3, .hasLineNumbers = true};
 
+/// A page so narrow that lines wrap and the first blank is broken.
+constexpr PageLayout Narrow{.cellWidthPx = 16,
+                            .linePitchPx = 40,
+                            .widthPx = 250,
+                            .heightPx = 205,
+                            .hasLineNumbers = true,
+                            .isWrapping = true};
+
 void ExpectNoPixelBehind(const PageColours &colours, const PageLayout &layout, double scale)
 {
     // Includes an answer inside a picture reference, so that toggling it changes the reference too.
@@ -133,7 +141,7 @@ TEST(PagePainter, AnswerHiddenAgain_LeavesNoPixelBehind)
 {
     for (const double scale : Scales)
         for (const PageColours *const colours : AllColours)
-            for (const PageLayout &layout : {PaintedPage::Layout, Large})
+            for (const PageLayout &layout : {PaintedPage::Layout, Large, Narrow})
                 ExpectNoPixelBehind(*colours, layout, scale);
 }
 
@@ -334,4 +342,40 @@ TEST(PicText, SoftColours_EnterMovesTheNextBoxWhileThePageHasTheFocus)
     page.setFocus(Qt::TabFocusReason);
     EXPECT_TRUE(next(0, 2));
     EXPECT_GT(CountOf(image(), page.rect(), SoftPage.focus), 1000) << "a ring as well, as around other controls";
+}
+
+TEST(PagePainter, BlankWiderThanRow_IsOpenAtTheBreak)
+{
+    // Nine cells in a row: ああ, then two rows of the blank.
+    for (const PageColours *const colours : AllColours) {
+        PaintedPage page({u"ああ[いいいいいい]え"_s}, 1, 1, *colours, Narrow);
+        page.round.ToggleHard(1);
+        page.RepaintAll();
+        const QImage &image = page.Incremental();
+        // Pixels of the outline in a column of a row.
+        const auto painted = [&](int row, int cell, int shift) {
+            int count = 0;
+            for (int y = Narrow.RowTopPx(row); y < Narrow.RowTopPx(row + 1) - 3; ++y)
+                count += int(image.pixel(Narrow.CellLeftPx(cell) + shift, y) == colours->hiddenBox.rgb());
+            return count;
+        };
+        EXPECT_EQ(page.view.rows.size(), 3u);
+        const int edge = painted(2, 0, colours->drawing.isSoft ? 5 : 0);
+        const int within = painted(2, 4, 0);
+        EXPECT_GT(edge, 20);
+        EXPECT_EQ(painted(2, 8, 15), within) << "no right edge in the upper row";
+        EXPECT_EQ(painted(3, 0, 0), within) << "no left edge in the lower row";
+        EXPECT_GT(painted(3, 4, colours->drawing.isSoft ? 10 : 16), within) << "a right edge there";
+        const auto hasCorner = [&](int row) {
+            const QRect rowArea(Narrow.TextLeftPx(), Narrow.RowTopPx(row), 157, Narrow.linePitchPx);
+            const QImage part = image.copy(rowArea);
+            for (int y = 0; y < part.height(); ++y)
+                for (int x = 0; x < part.width(); ++x)
+                    if (part.pixel(x, y) == colours->hard.rgb())
+                        return true;
+            return false;
+        };
+        EXPECT_FALSE(hasCorner(2)) << "the mark of a hard blank stands on the last part";
+        EXPECT_TRUE(hasCorner(3));
+    }
 }
