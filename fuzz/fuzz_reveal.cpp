@@ -1,7 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The Kotoban developers
 // SPDX-License-Identifier: MIT
 
-// Studying any text with any sequence of keys, clicks, searches, new sizes, new texts and files closed and opened.
+// Studying any text with any sequence of keys, clicks, searches, new sizes, new texts and files closed and opened, with
+// lines that wrap or do not.
 #include "input.h"
 #include "require.h"
 #include "study/modPageText.h"
@@ -51,7 +52,7 @@ class Study
     explicit Study(const QByteArray &text) : m_bytes(text)
     {
         m_page.Load(TextOf(text), {}, int(text.size() % 9));
-        Run([this] { return Resize(4, 20, 0); });
+        Run([&] { return Resize(4, 20, 0, text.size() % 2 == 0); });
     }
 
     /// Runs the next command and checks what must hold after each.
@@ -60,6 +61,8 @@ class Study
         const int action = input->TakeByte();
         if (action % 16 == 8)
             ChangeText(input->TakeByte());
+        else if (action % 16 == 9)
+            StudyByEnterAlone(input);
         else if (action % 16 > 12)
             PressEnter();
         else
@@ -76,7 +79,7 @@ class Study
         case 1:
             return m_page.HideAll();
         case 2:
-            return Resize(byte % 9, input->TakeByte() % 40, byte / 9);
+            return Resize(byte, input);
         case 3:
             return m_page.GoToTarget(byte > 127, byte % 2 == 0);
         case 4:
@@ -90,7 +93,6 @@ class Study
         case 6:
             return byte % 4 == 0 ? m_page.EnterMissed() : m_page.StudyOnlyHard(byte > 127);
         case 7:
-        case 9:
             m_isUndo = m_page.Round().CanUndo();
             return m_page.Undo();
         case 10:
@@ -129,14 +131,22 @@ class Study
         }
     }
 
-    /// Sets another size of the page, in rows and cells without zoom, and another zoom.
-    PageChange Resize(int rows, int cells, int zoom)
+    PageChange Resize(int byte, FuzzInput *input)
     {
+        const int other = input->TakeByte();
+        return Resize(byte % 9, other % 40, byte / 9, other >= 128);
+    }
+
+    /// Sets another size of the page, in rows and cells without zoom, and another zoom.
+    PageChange Resize(int rows, int cells, int zoom, bool isWrapping)
+    {
+        m_isResized = true;
         return m_page.SetLayout({.cellWidthPx = 7 + zoom,
                                  .linePitchPx = 16 + 2 * zoom,
                                  .widthPx = cells * 7,
                                  .heightPx = PageLayout::TopMarginPx + rows * 16,
-                                 .hasLineNumbers = cells % 2 == 1});
+                                 .hasLineNumbers = cells % 2 == 1,
+                                 .isWrapping = isWrapping});
     }
 
     PageChange Click(const ClickTarget &target)
@@ -151,11 +161,15 @@ class Study
     void PressEnter()
     {
         const Seen before(m_page);
+        const int next = m_page.NextBlank();
         Run([this] { return m_page.Enter(); });
         if (!m_change.answers.empty()) {
-            const TextSpan span = m_page.Text().Span(m_change.answers.front());
             Require(m_change.answers.size() == 1 && m_change.isCounted);
-            Require(LeftCellShowing(m_page.Text().Cells(span), m_page.Layout()) == m_page.Layout().leftCell);
+            RequireInView(m_change.answers.front());
+            return;
+        }
+        if (next > 0 && m_page.TopLine() == before.view.topLine && m_page.InView().TopCell() != before.view.TopCell()) {
+            RequireInView(next); // the next Enter opens it
             return;
         }
         for (const int blank : VisibleBlanks(m_page.Text(), before.view))
@@ -175,6 +189,49 @@ class Study
         Require(before.isOnlyHard || (round.AllShown() && round.BlankCount() >= MinBlanksToAsk));
         if (!m_change.question.isEmpty())
             Run([this] { return m_page.TurnPage(); });
+    }
+
+    /// An answer is in view as a whole, or as much of it as the page has room for.
+    void RequireInView(int blank) const
+    {
+        const PageInView &view = m_page.InView();
+        const CellRange cells = m_page.Text().Cells(blank);
+        const int line = m_page.Text().Blanks().LineOf(blank);
+        Require(view.Holds(line));
+        Require(view.isWrapped || LeftCellShowing(cells, m_page.Layout()) == m_page.Layout().leftCell);
+        int next = cells.start;
+        for (const PageRow &row : view.rows)
+            if (row.line == line && row.cells.start <= next)
+                next = std::max(next, InRow(cells, row).end);
+        const bool isPageFull = view.rows.back().cells.end == next && view.TopCell() <= cells.start &&
+                                view.rows.front().cells.end > cells.start;
+        Require(next == cells.end || isPageFull);
+    }
+
+    /// Enter alone opens every answer of a file in its order, each once and in view, whatever the size of the page.
+    void StudyByEnterAlone(FuzzInput *input)
+    {
+        m_page.Load(DisplayText(m_page.Text()), {}, 0);
+        m_canUndo = false;
+        const int blanks = m_page.Round().BlankCount();
+        const unsigned round = m_page.Round().RoundNumber();
+        // A press opens an answer, goes down by a line or a row at least, or turns back to the top.
+        const int lines = m_page.Text().LineCount();
+        const int presses = 2 * int(lines == 0 ? 0 : m_page.Text().Lines(1, lines).size()) + lines + 3;
+        int left = presses;
+        for (int shown = 0; shown < blanks;) {
+            if (const int byte = input->TakeByte(); byte % 4 == 3 && !input->IsAtEnd()) {
+                Run([&] { return Resize(byte, input); });
+                left = presses;
+            }
+            const PageChange change = m_page.Enter();
+            Require(left-- > 0 && change.question.isEmpty());
+            if (change.answers.empty())
+                continue;
+            Require(change.answers == std::vector<int>{++shown});
+            RequireInView(shown);
+        }
+        Require(m_page.Round().lngOpenCount() == blanks && m_page.Round().RoundNumber() == round);
     }
 
     /// Closes the file, opens one, or reads the open one again after it became shorter or longer.
@@ -220,6 +277,7 @@ class Study
     void Run(Command command)
     {
         const Seen before(m_page);
+        m_isResized = false;
         m_change = command();
         const Seen after(m_page);
         CheckPlaces();
@@ -245,12 +303,21 @@ class Study
     void CheckPlaces() const
     {
         const DisplayText &text = m_page.Text();
-        const PageInView view = m_page.InView();
+        const PageInView &view = m_page.InView();
         const auto isInText = [&text](const TextSpan &span) {
             return span.line == 0 || (span.line <= text.LineCount() && span.Index() >= 0 &&
                                       span.Index() + span.length <= text.Line(span.line).size());
         };
         Require(view.topLine >= 1 && view.topLine <= view.maximum && view.lastLine <= text.LineCount());
+        Require(view.rows == PageAt(view.topLine, text, m_page.Layout(), view.TopCell()).rows);
+        Require(int(view.rows.size()) <= m_page.Layout().RowsPerPage());
+        for (size_t i = 1; i < view.rows.size(); ++i) {
+            const PageRow &above = view.rows[i - 1];
+            const bool goesOn = view.rows[i].line == above.line;
+            Require(goesOn || view.rows[i].line == above.line + 1);
+            Require(view.rows[i].cells.start == (goesOn ? above.cells.end : 0));
+            Require(!goesOn || view.rows[i].cells.end > view.rows[i].cells.start);
+        }
         Require(m_page.Layout().leftCell >= 0 && m_page.Layout().leftCell <= m_page.LargestLeftCell());
         Require(isInText(m_page.Current()) && isInText(m_page.Found()));
         Require(m_page.Current().line == 0 || (view.Holds(m_page.Current().line) && m_page.Current().length > 0));
@@ -273,7 +340,7 @@ class Study
         std::vector<bool> isShown = before.isShown;
         int shown = 0;
         for (const int blank : m_change.answers) {
-            Require(before.view.Holds(m_page.Text().Blanks().LineOf(blank)));
+            Require(before.view.Shows(m_page.Text().Blanks().LineOf(blank)));
             shown += int(after.isShown[size_t(blank)] && !isShown[size_t(blank)]);
             isShown[size_t(blank)] = after.isShown[size_t(blank)];
         }
@@ -286,13 +353,14 @@ class Study
     void CheckRepainted(const Seen &before, const Seen &after) const
     {
         Require(after.view.topLine == before.view.topLine && after.leftCell == before.leftCell);
+        Require(m_isResized || after.view.rows == before.view.rows);
         Require(m_change.isTargetMoved || after.current == before.current);
         Require(m_change.isHitMoved || after.found == before.found);
         Require(m_change.isLineMarked || after.markLine == before.markLine);
         std::vector<int> repainted = m_change.answers;
         repainted.insert(repainted.end(), m_change.hints.begin(), m_change.hints.end());
         repainted.push_back(m_change.markedBlank);
-        for (const int blank : VisibleBlanks(m_page.Text(), after.view)) {
+        for (const int blank : m_page.Text().Blanks().OnLines(after.view.topLine, after.view.LastShownLine())) {
             const size_t i = size_t(blank);
             const bool isSame = after.isShown[i] == before.isShown[i] && after.isHard[i] == before.isHard[i] &&
                                 (after.hintedBlank == blank) == (before.hintedBlank == blank);
@@ -304,6 +372,7 @@ class Study
     StudyPage m_page;
     PageChange m_change; // by the last command
     bool m_canUndo = false;
+    bool m_isResized = false;   // by the last command
     bool m_isUndo = false;      // whether the command undoes something
     Seen m_beforeRound{m_page}; // that undo restores
 };
