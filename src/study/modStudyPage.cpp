@@ -294,7 +294,10 @@ PageChange StudyPage::ToggleHard(int blank)
         return {};
     const unsigned roundBefore = m_round.RoundNumber();
     m_round.ToggleHard(blank);
-    return {.isPageChanged = m_round.RoundNumber() != roundBefore, .markedBlank = blank};
+    const bool isOtherRound = m_round.RoundNumber() != roundBefore;
+    if (isOtherRound)
+        m_places.hintedBlank = 0; // its answer may be shown now
+    return {.isPageChanged = isOtherRound, .markedBlank = blank};
 }
 
 PageChange StudyPage::ToggleWholeLine()
