@@ -131,6 +131,11 @@ def compare_steps():
             # Some repaint the page several times, in a new text size, or at the largest zoom.
             share = 4 if name == "StudyHard" else 8 if name in ("HideAndUndo", "Zoom", "ScrollSideways") else 16
             row(f"{what} in the long file / 1/{share} of a frame at 60 Hz", shares(long, FRAME_US / share), 1)
+    for name, what in (("PressEnter", "Enter"), ("TurnPage", "a page turn"), ("TurnWheel", "a wheel step"),
+                       ("Zoom", "a zoom step")):
+        wrapped, sideways = cpu_us[f"{name}Wrapped/1000"], cpu_us[f"{name}Sideways/1000"]
+        row(f"{what}, lines that wrap / that do not", ratios(wrapped, sideways), 1.5)
+        row(f"{what}, 1,000,000 lines that wrap / 1,000 lines", ratios(cpu_us[f"{name}Wrapped/1000000"], wrapped), 1.1)
     row("Enter / a repaint", ratios(cpu_us["PressEnter/1000"], cpu_us["Repaint/1000"]), 0.25)
     row("a repaint / that of QPlainTextEdit", ratios(cpu_us["Repaint/1000"], cpu_us["RepaintPlainText/1000"]), 0.5)
     row("page down / that of QPlainTextEdit", ratios(cpu_us["PageDown/1000"], cpu_us["PageDownPlainText/1000"]), 0.8)

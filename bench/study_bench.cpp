@@ -65,12 +65,23 @@ void MemchrAscii(benchmark::State &state)
 }
 BENCHMARK(MemchrAscii)->Unit(benchmark::kMillisecond);
 
+/// How lines are to the window: all fit, or many are wider, at 200 %, in which case the page moves sideways or they
+/// wrap.
+enum class Lines
+{
+    Fit,
+    Sideways,
+    Wrapped
+};
+
 /// The study window with an open file, as a user sees it.
 class OpenStudy
 {
   public:
-    explicit OpenStudy(qint64 lines)
+    explicit OpenStudy(qint64 lines, Lines width = Lines::Fit)
     {
+        if (width == Lines::Sideways)
+            folder.Write(u"Kotoban.ini"_s, "[setting]\r\nWrap=False\r\n");
         folder.MakeFolder(u"txt"_s);
         QFile::link(StudyFilePath(lines), folder.Path(u"txt/study.txt"_s));
         database.Open(u":memory:"_s);
@@ -92,6 +103,13 @@ class OpenStudy
         while (scroll->maximum() != lines)
             QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
         QCoreApplication::processEvents();
+        if (width != Lines::Fit) {
+            TurnWheel(4, Qt::ControlModifier);
+            window.resize(500, 800);
+            QCoreApplication::processEvents();
+            if (page->Page().InView().isWrapped != (width == Lines::Wrapped))
+                qFatal("the window has the wrong width");
+        }
         middle = int(lines / 2);
         StartInTheMiddle();
     }
@@ -142,9 +160,10 @@ class OpenStudy
 };
 
 /// Shows an answer.
+template <Lines width>
 void PressEnter(benchmark::State &state)
 {
-    OpenStudy study(state.range(0));
+    OpenStudy study(state.range(0), width);
     const DisplayText text = LoadText(StudyFilePath(state.range(0)));
     const int onPage = VisibleBlanks(text, PageAt(study.middle, text, study.page->Layout())).size();
     int pressed = 0;
@@ -176,9 +195,10 @@ void Click(benchmark::State &state)
 }
 
 /// Presses Enter when no answer on the page is hidden.
+template <Lines width>
 void TurnPage(benchmark::State &state)
 {
-    OpenStudy study(state.range(0));
+    OpenStudy study(state.range(0), width);
     const DisplayText text = LoadText(StudyFilePath(state.range(0)));
     const PageLayout &layout = study.page->Layout();
     for (auto step : state) {
@@ -231,9 +251,10 @@ void HideAndUndo(benchmark::State &state)
     }
 }
 
+template <Lines width>
 void TurnWheel(benchmark::State &state)
 {
-    OpenStudy study(state.range(0));
+    OpenStudy study(state.range(0), width);
     for (auto step : state) {
         if (study.scroll->value() == study.scroll->maximum())
             study.scroll->setValue(1);
@@ -241,9 +262,11 @@ void TurnWheel(benchmark::State &state)
     }
 }
 
+template <Lines width>
 void Zoom(benchmark::State &state)
 {
-    OpenStudy study(state.range(0));
+    OpenStudy study(state.range(0), width);
+    study.PressCtrl(Qt::Key_0);
     const int steps = int(ZoomSteps.size()) - 1;
     int step = 0;
     for (auto measured : state)
@@ -252,7 +275,7 @@ void Zoom(benchmark::State &state)
 
 void ScrollSideways(benchmark::State &state)
 {
-    OpenStudy study(state.range(0));
+    OpenStudy study(state.range(0), Lines::Sideways);
     study.window.resize(800, 800);
     study.TurnWheel(int(ZoomSteps.size()), Qt::ControlModifier);
     auto *const sideways = study.window.findChild<QScrollBar *>(u"HScroll"_s);
@@ -382,18 +405,26 @@ void InShortAndLongFile(benchmark::internal::Benchmark *timing)
 {
     timing->Arg(1'000)->Arg(1'000'000)->Unit(benchmark::kMicrosecond);
 }
-BENCHMARK(PressEnter)->Apply(InShortAndLongFile);
+BENCHMARK(PressEnter<Lines::Fit>)->Name("PressEnter")->Apply(InShortAndLongFile);
+BENCHMARK(PressEnter<Lines::Sideways>)->Name("PressEnterSideways")->Apply(InShortAndLongFile);
+BENCHMARK(PressEnter<Lines::Wrapped>)->Name("PressEnterWrapped")->Apply(InShortAndLongFile);
 BENCHMARK(Click)->Apply(InShortAndLongFile);
-BENCHMARK(TurnPage)->Apply(InShortAndLongFile);
+BENCHMARK(TurnPage<Lines::Fit>)->Name("TurnPage")->Apply(InShortAndLongFile);
+BENCHMARK(TurnPage<Lines::Sideways>)->Name("TurnPageSideways")->Apply(InShortAndLongFile);
+BENCHMARK(TurnPage<Lines::Wrapped>)->Name("TurnPageWrapped")->Apply(InShortAndLongFile);
 BENCHMARK(MarkHard)->Apply(InShortAndLongFile);
 BENCHMARK(StudyHard)->Apply(InShortAndLongFile);
 BENCHMARK(HideAndUndo)->Apply(InShortAndLongFile);
-BENCHMARK(TurnWheel)->Apply(InShortAndLongFile);
+BENCHMARK(TurnWheel<Lines::Fit>)->Name("TurnWheel")->Apply(InShortAndLongFile);
+BENCHMARK(TurnWheel<Lines::Sideways>)->Name("TurnWheelSideways")->Apply(InShortAndLongFile);
+BENCHMARK(TurnWheel<Lines::Wrapped>)->Name("TurnWheelWrapped")->Apply(InShortAndLongFile);
 BENCHMARK(Repaint)->Apply(InShortAndLongFile);
 BENCHMARK(PageDown)->Apply(InShortAndLongFile);
 BENCHMARK(RepaintPlainText)->Arg(1'000)->Unit(benchmark::kMicrosecond);
 BENCHMARK(PageDownPlainText)->Arg(1'000)->Unit(benchmark::kMicrosecond);
-BENCHMARK(Zoom)->Apply(InShortAndLongFile);
+BENCHMARK(Zoom<Lines::Fit>)->Name("Zoom")->Apply(InShortAndLongFile);
+BENCHMARK(Zoom<Lines::Sideways>)->Name("ZoomSideways")->Apply(InShortAndLongFile);
+BENCHMARK(Zoom<Lines::Wrapped>)->Name("ZoomWrapped")->Apply(InShortAndLongFile);
 BENCHMARK(ScrollSideways)->Apply(InShortAndLongFile);
 BENCHMARK(AllShown)->Arg(1'000)->Arg(1'000'000);
 
