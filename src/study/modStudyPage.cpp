@@ -71,14 +71,17 @@ PageChange StudyPage::SetLayout(const PageLayout &layout)
 {
     const auto [topLine, topCell] = std::pair(TopLine(), m_view.TopCell());
     const int leftCell = m_layout.leftCell;
+    const bool isWishKept = m_view.isWrapped || m_places.topLineWished > 0;
+    const int wished = m_places.topLineWished > 0 ? m_places.topLineWished : topLine;
     m_layout = layout;
     m_layout.leftCell = leftCell;
     PageChange change = MoveToCell(leftCell);
-    Place(topLine, topCell);
+    Place(wished, topCell);
     if (TopLine() != topLine)
-        return ShowLine(TopLine());
+        change = ShowLine(TopLine());
+    m_places.topLineWished = isWishKept && TopLine() != wished ? wished : 0;
     if (!m_view.Holds(m_places.current.line))
-        change.isTargetMoved = SetCurrent(TextSpan()); // what is out of view must not be clicked
+        change.isTargetMoved |= SetCurrent(TextSpan()); // what is out of view must not be clicked
     if (!m_view.Shows(m_places.caret.line))
         m_places.caret = TextSpan();
     if (m_places.hintedBlank > 0 && !m_view.Holds(m_text.Blanks().LineOf(m_places.hintedBlank)))
@@ -213,6 +216,7 @@ void StudyPage::StopAt(int line)
 {
     m_places.stoppedLine = line;
     m_places.offeredLine = 0;
+    m_places.topLineWished = 0;
 }
 
 PageChange StudyPage::Resume(const std::vector<BlankRange> &shown)
@@ -385,6 +389,7 @@ PageChange StudyPage::ShowFound(const TextSpan &found)
 PageChange StudyPage::ShowLine(int line)
 {
     Place(line);
+    m_places.topLineWished = 0;
     if (TopLine() > 1)
         m_places.offeredLine = 0; // the user has accepted the offer or moved elsewhere
     m_places.hintedBlank = 0;

@@ -153,7 +153,8 @@ class StudyPage
         return ::TargetAt(m_text, m_round, xPx, yPx, m_view, m_layout);
     }
 
-    /// Sets another size of the page or of its rows and cells. Top line and first cell stay as far as possible.
+    /// Sets another size of the page or of its rows and cells. Top line and first cell stay as far as possible; where
+    /// lines wrapped, the top line comes back with the next size that allows it, unless the user has gone on meanwhile.
     /// @param layout  its first cell is ignored
     PageChange SetLayout(const PageLayout &layout);
 
@@ -270,6 +271,7 @@ class StudyPage
     /// Every place in the text. A new text begins without any.
     struct Places
     {
+        int topLineWished = 0; ///< top line before a size of the page that does not allow it; 0 for the one in view
         TextSpan current{};
         TextSpan caret{};
         TextSpan found{};

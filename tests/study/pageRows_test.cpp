@@ -234,7 +234,7 @@ TEST(PageRows, LineHigherThanPage_StaysWhereItIsRead)
 
 TEST(PageRows, ResizedAndZoomed_TopLineStays)
 {
-    WrappedPage page(LinesOfRows({3, 1, 4, 2, 2, 5, 1, 1, 3, 2, 2, 2}), 10, 6);
+    WrappedPage page(LinesOfRows({3, 1, 4, 2, 2, 5, 1, 1, 3, 2, 2, 1}) + QStringList(u"[last]"_s), 10, 6);
     EXPECT_TRUE(page.MoveToLine(6).isPageChanged);
     for (const auto &[cells, rows] : {std::pair(7, 6), {10, 2}, {60, 6}, {3, 1}, {33, 4}, {10, 6}}) {
         std::ignore = page.SetLayout(LayoutOf(cells, rows));
@@ -242,6 +242,15 @@ TEST(PageRows, ResizedAndZoomed_TopLineStays)
         EXPECT_EQ(page.InView().TopCell(), 0) << cells << ' ' << rows;
         EXPECT_EQ(page.LargestLeftCell(), 0) << "nothing is beside the page";
     }
+    std::ignore = page.SetLayout(LayoutOf(60, 40));
+    EXPECT_EQ(page.TopLine(), 1) << "all lines fit";
+    std::ignore = page.SetLayout(LayoutOf(60, 39));
+    EXPECT_TRUE(page.SetLayout(LayoutOf(10, 6)).isPageChanged);
+    EXPECT_EQ(page.TopLine(), 6);
+    std::ignore = page.SetLayout(LayoutOf(60, 40));
+    EXPECT_TRUE(page.Click({.blank = 1}).isCounted);
+    std::ignore = page.SetLayout(LayoutOf(10, 6));
+    EXPECT_EQ(page.TopLine(), 1) << "the user has gone on there";
     EXPECT_TRUE(page.ShowFound({10, 1, 1}).isHitMoved);
     EXPECT_EQ(page.TopLine(), 8) << "as many lines above a hit as leave it in view";
 }
