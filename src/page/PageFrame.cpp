@@ -34,9 +34,7 @@ void PageFrame::Arrange()
     PageLayout whole = m_page->Measured();
     whole.widthPx = width();
     whole.heightPx = height();
-    const NeededScrollBars needed = m_areBarsHidden
-                                        ? NeededScrollBars()
-                                        : ScrollBarsFor(m_text, whole, BarPx());
+    const NeededScrollBars needed = m_areBarsHidden ? NeededScrollBars() : ScrollBarsFor(m_text, whole, BarPx());
     const int pageWidth = width() - (needed.isVertical ? BarPx() : 0);
     const int pageHeight = height() - (needed.isHorizontal ? BarPx() : 0);
     m_vertical->setGeometry(pageWidth, 0, BarPx(), pageHeight);

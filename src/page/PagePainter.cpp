@@ -51,7 +51,8 @@ QRect AreaOfBlank(const DisplayText &text, int blank, const PageInView &page, co
         if (isWholeLine)
             area |= QRect(layout.TextLeftPx() - CurrentFramePx, rowTopPx, layout.widthPx, layout.linePitchPx);
         else if (box.leftPx < box.rightPx) // at 125 % an edge may be on a pixel that is only partly in the area
-            area |= QRect(box.leftPx, rowTopPx, box.rightPx - box.leftPx + 1, layout.linePitchPx).adjusted(-1, -1, 1, 1);
+            area |=
+                QRect(box.leftPx, rowTopPx, box.rightPx - box.leftPx + 1, layout.linePitchPx).adjusted(-1, -1, 1, 1);
     }
     return area;
 }

@@ -25,7 +25,7 @@ struct Settings
     bool bolDispLineNum = true;                         ///< whether the page shows line numbers
     PageColourChoice pageColour = PageColourChoice::Desktop;
     bool isWrapping = true; ///< whether a line wider than the page continues in the next row
-    QSize formSize; ///< size of the study window when it is not maximised, pixels; empty if missing or invalid
+    QSize formSize;         ///< size of the study window when it is not maximised, pixels; empty if missing or invalid
     bool isFormMaximized = false;
     int zoom = 0; ///< of the page, percent, one of ZoomSteps; 0 if missing or invalid
 };

@@ -36,8 +36,8 @@ bool HasPictures(QStringView line);
 /// left out, because a click there shows or hides the answer.
 std::vector<TextSpan> PicturesOnLine(const DisplayText &text, const StudyRound &round, int line);
 
-/// What keys can step to on the lines in view, in file order: blanks and picture references, both including their brackets. Nothing
-/// inside a blank is a target of its own.
+/// What keys can step to on the lines in view, in file order: blanks and picture references, both including their
+/// brackets. Nothing inside a blank is a target of its own.
 /// @param withWords  whether words are targets too, as they are while words are read aloud
 std::vector<TextSpan> TargetsInView(const DisplayText &text, const PageInView &page, bool withWords);
 

@@ -83,11 +83,10 @@ void AddRowsOf(int line, const DisplayText &text, const PageLayout &layout, std:
     while (at.index < view.size()) {
         const int next = at.cell + CellsOf(view[at.index]);
         if (at.cell > start.cell) {
-            const BreakBefore kind = breaks[at.index];
-            if (kind != BreakBefore::Good || 3 * (at.cell - start.cell) > 2 * width)
-                places[int(kind)] = at;
-            else
-                places[int(BreakBefore::Possible)] = at;
+            BreakBefore kind = breaks[at.index];
+            if (kind == BreakBefore::Good && 3 * (at.cell - start.cell) <= 2 * width)
+                kind = BreakBefore::Possible; // the row would be short
+            places[int(kind)] = at;
         }
         if (at.cell == start.cell || next - start.cell <= width) {
             at = {at.index + 1, next};

@@ -360,8 +360,7 @@ PageChange StudyPage::HideHint()
 PageChange StudyPage::GoToTarget(bool backwards, bool withWords)
 {
     PageChange change;
-    change.isTargetMoved =
-        SetCurrent(NextSpan(TargetsInView(m_text, m_view, withWords), m_places.current, backwards));
+    change.isTargetMoved = SetCurrent(NextSpan(TargetsInView(m_text, m_view, withWords), m_places.current, backwards));
     change.isPageChanged = BringIntoView(m_places.current);
     return change;
 }

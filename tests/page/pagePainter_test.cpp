@@ -105,12 +105,8 @@ constexpr PageLayout Large{
     .cellWidthPx = 24, .linePitchPx = 60, .widthPx = 400, .heightPx = 205, .leftCell = 3, .hasLineNumbers = true};
 
 /// A page so narrow that lines wrap and the first blank is broken.
-constexpr PageLayout Narrow{.cellWidthPx = 16,
-                            .linePitchPx = 40,
-                            .widthPx = 250,
-                            .heightPx = 205,
-                            .hasLineNumbers = true,
-                            .isWrapping = true};
+constexpr PageLayout Narrow{
+    .cellWidthPx = 16, .linePitchPx = 40, .widthPx = 250, .heightPx = 205, .hasLineNumbers = true, .isWrapping = true};
 
 void ExpectNoPixelBehind(const PageColours &colours, const PageLayout &layout, double scale)
 {

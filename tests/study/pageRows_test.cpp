@@ -179,19 +179,13 @@ TEST(PageRows, LineHigherThanPage_IsReadThenOpened)
     // Enter, up or down; then what is in view.
     const Rows<char, QString> steps = {
         {'E', u"2:0 2:10 -------"_s}, // a page turn
-        {'E', u"2:0 2:10 x------"_s},
-        {'E', u"2:0 2:10 xx-----"_s},
+        {'E', u"2:0 2:10 x------"_s},  {'E', u"2:0 2:10 xx-----"_s},
         {'E', u"2:10 2:20 xx-----"_s}, // the answer comes into view before it is opened
-        {'E', u"2:10 2:20 xxx----"_s},
-        {'E', u"2:10 2:20 xxxx---"_s},
-        {'E', u"2:20 2:30 xxxx---"_s},
-        {'E', u"2:20 2:30 xxxxx--"_s},
-        {'U', u"2:10 2:20 xxxxx--"_s},
-        {'U', u"2:0 2:10 xxxxx--"_s},
-        {'U', u"1:0 2:0 xxxxx--"_s},
-        {'D', u"2:0 2:10 xxxxx--"_s},
-        {'E', u"2:30 2:40 xxxxx--"_s},
-        {'D', u"3:0 xxxxx--"_s},
+        {'E', u"2:10 2:20 xxx----"_s}, {'E', u"2:10 2:20 xxxx---"_s},
+        {'E', u"2:20 2:30 xxxx---"_s}, {'E', u"2:20 2:30 xxxxx--"_s},
+        {'U', u"2:10 2:20 xxxxx--"_s}, {'U', u"2:0 2:10 xxxxx--"_s},
+        {'U', u"1:0 2:0 xxxxx--"_s},   {'D', u"2:0 2:10 xxxxx--"_s},
+        {'E', u"2:30 2:40 xxxxx--"_s}, {'D', u"3:0 xxxxx--"_s},
         {'E', u"3:0 xxxxx-x"_s},
     };
     int number = 0;

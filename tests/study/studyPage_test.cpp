@@ -235,9 +235,9 @@ TEST(StudyPage, Hint_LastsUntilAnswersOrPageChange)
     // Keys; then the blank whose first character is shown.
     const Rows<QString, int> rows = {
         {u"I"_s, 0}, // it would be the whole answer
-        {u"EI"_s, 2},  {u">>I"_s, 2},  {u"<I"_s, 3},  {u">>CI"_s, 0}, {u"EII"_s, 2},  {u"EI>"_s, 2},
-        {u"EIM"_s, 2}, {u"EIE"_s, 0},  {u"EIL"_s, 0}, {u"EIH"_s, 0},  {u"EMIO"_s, 0}, {u"EIv"_s, 0},
-        {u"EIi"_s, 0}, {u"EI>C"_s, 0}, {u"EI2"_s, 2}, {u"<I1"_s, 0}, // out of view
+        {u"EI"_s, 2},     {u">>I"_s, 2},  {u"<I"_s, 3},  {u">>CI"_s, 0}, {u"EII"_s, 2},  {u"EI>"_s, 2},
+        {u"EIM"_s, 2},    {u"EIE"_s, 0},  {u"EIL"_s, 0}, {u"EIH"_s, 0},  {u"EMIO"_s, 0}, {u"EIv"_s, 0},
+        {u"EIi"_s, 0},    {u"EI>C"_s, 0}, {u"EI2"_s, 2}, {u"<I1"_s, 0}, // out of view
         {u">>MOIM"_s, 0}, // the last mark is gone, so all are studied again
     };
     for (const auto &[keys, blank] : rows)

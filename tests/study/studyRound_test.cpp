@@ -644,8 +644,7 @@ TEST(ClickTarget, AnyClick_NeverYieldsHiddenText)
         {-3, 4, {.numberedLine = 4}}, // the strip continues below the last line
     };
     for (const auto &[cell, line, target] : rows)
-        EXPECT_EQ(At(text, round, Layout.TextLeftPx() + cell * 10 + 5, Layout.RowTopPx(line) + 8, Layout),
-                  target)
+        EXPECT_EQ(At(text, round, Layout.TextLeftPx() + cell * 10 + 5, Layout.RowTopPx(line) + 8, Layout), target)
             << cell << ' ' << line;
     EXPECT_EQ(At(text, round, 65, 3, Layout), ClickTarget()) << "the top margin";
     PageLayout cut = Layout;
@@ -654,8 +653,7 @@ TEST(ClickTarget, AnyClick_NeverYieldsHiddenText)
     EXPECT_EQ(At(text, round, 65, Layout.RowTopPx(2) + 3, cut), ClickTarget()) << "a row that is cut off";
     EXPECT_EQ(At(text, round, 65, Layout.RowTopPx(1) + 3, cut).word, u"stop"_s)
         << "counted from the first cell in view";
-    EXPECT_EQ(At(text, round, 20, 3, Layout).numberedLine, 1)
-        << "the top margin belongs to the first row's number";
+    EXPECT_EQ(At(text, round, 20, 3, Layout).numberedLine, 1) << "the top margin belongs to the first row's number";
     round.Toggle(3);
     EXPECT_EQ(At(text, round, Layout.TextLeftPx() + 145, 45, Layout), (ClickTarget{.word = u"y"_s}))
         << "a name with an answer in it is not a picture name";
