@@ -110,12 +110,15 @@ wait_for "characters where they are painted" "$here/../../scripts/accessibility.
 xdotool key ctrl+plus
 wait_for "the zoom" says how '大きさ 125 %'
 xdotool windowsize "$(window "$study")" 400 500
-xdotool key ctrl+shift+Right
-wait_for "the cells that are out of view" says how '大きさ 125 %，左の 8 桁は隠れています'
 wait_for "larger characters where they are painted" "$here/../../scripts/accessibility.py" places
+wait_for "a line of several rows as one" says page "$(printf ' 空欄 %.0s' {3..20})"
 xdotool key alt+i
 usable "the settings" '^設定$'
-back_to_study
+xdotool key alt+w Down Return
+wait_for "the study window" is_focused "$study"
+xdotool key ctrl+shift+Right
+wait_for "the cells that are out of view" says how '大きさ 125 %，左の 8 桁は隠れています'
+wait_for "the characters beside these where they are painted" "$here/../../scripts/accessibility.py" places
 xdotool key ctrl+f
 usable "the search" '^キーワード検索$'
 back_to_study
