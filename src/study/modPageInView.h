@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Kotoban developers
 // SPDX-License-Identifier: MIT
 
-// The part of a file that the window shows: which lines and cells are in view, and how far it can scroll. Lines, rows
+// The part of a file that the window shows: which rows, lines and cells are in view, and how far it can scroll. Lines
 // and pages are numbered from 1, cells from 0.
 #pragma once
 
