@@ -11,6 +11,7 @@
 #include "platform/modInputMethod.h"
 #include "records/modPlaceList.h"
 #include "view/frmText.h"
+#include "widgets/CursorRest.h"
 #include "widgets/DialogFocus.h"
 #include "widgets/HelpKey.h"
 #include "widgets/InputGuard.h"
@@ -90,6 +91,7 @@ int main(int argc, char *argv[])
     application.setFont(UserInterfaceFont());
     InputGuard inputGuard;
     const DialogFocus dialogFocus;
+    const CursorRest cursorRest;
 
     const QString folder = QDir::toNativeSeparators(QCoreApplication::applicationDirPath());
     const QString baseName = QFileInfo(QCoreApplication::applicationFilePath()).completeBaseName();
