@@ -77,6 +77,8 @@ class Scan
     /// @return the next index to examine
     qsizetype SkipPlain(qsizetype i)
     {
+        if (i <= m_last && At(i) >= 128) // first, because it is so often the case in Japanese text
+            return i;
         qsizetype *const positions[] = {&m_utf8.position, &m_sjis.position, &m_euc.position, &m_utf7.position};
         const auto isInStep = [i](const qsizetype *position) { return *position == i || *position == RuledOut; };
         if (!std::all_of(std::begin(positions), std::end(positions), isInStep))
