@@ -13,7 +13,7 @@ build_packages=(g++ cmake ninja-build qt6-base-dev qt6-tools-dev qt6-l10n-tools 
 # To run it on a virtual X server and to use it there as a user would.
 virtual_display_packages=(xvfb openbox xdotool x11-utils imagemagick procps sqlite3)
 test_packages=(libgtest-dev libgmock-dev dbus at-spi2-core python3 python3-gi gir1.2-atspi-2.0 appstream
-    desktop-file-utils libfaketime)
+    desktop-file-utils libfaketime strace)
 # To build the packages, and to check them.
 package_packages=(dpkg-dev file gzip python3)
 package_test_packages=(lintian)
@@ -23,7 +23,7 @@ fuzz_packages=(clang-16 libclang-rt-16-dev)
 format_packages=(clang-format-16)
 tidy_packages=(clang-tidy-16)
 # The benchmark library, and the tools that the program is compared with.
-bench_packages=(libbenchmark-dev libxcb1-dev pkgconf python3 nkf uchardet ripgrep valgrind)
+bench_packages=(libbenchmark-dev libxcb1-dev pkgconf python3 nkf uchardet ripgrep valgrind strace)
 
 say() {
     printf '== %s\n' "$*"

@@ -94,7 +94,7 @@ bool MakeFirstDatabase(const QString &applicationFolder, SystemServices &service
     NewDatabase made(file.exists() ? file.canonicalFilePath() : file.filePath());
     {
         StudyDatabase database(services);
-        if (!OpenOrReport(made.Path(), services, database) || !DBCreateKotoban(database))
+        if (!OpenOrReport(made.Path(), services, database) || !DBFillNewKotoban(database))
             return false;
     }
     const FileFault fault = made.Finish();

@@ -35,10 +35,11 @@ FileFault AppendUserName(const QString &path, const QString &name)
         return fault;
     if (!bytes.isEmpty() && !bytes.endsWith('\n') && !bytes.endsWith('\r'))
         bytes += "\r\n";
+    const OnDisk onDisk = bytes.isEmpty() ? OnDisk::Later : OnDisk::AtOnce; // no other name could be lost
     bytes += ToCodePage932(name) + "\r\n";
     if (const FileFault tooLarge = SizeRefusal(path, bytes, MaxUserListBytes))
         return tooLarge;
-    return ReplaceFile(path, bytes);
+    return ReplaceFile(path, bytes, onDisk);
 }
 
 QStringList CharactersNotForNames(const QString &name)

@@ -55,9 +55,11 @@ void frmFile::Form_Load()
     setWindowTitle(u"ファイル選択 Ver"_s + VersionText());
 }
 
-FileChoice frmFile::Choose(const QString &textEditor, const EndedSession &ended)
+FileChoice frmFile::Choose(const QString &textEditor, const EndedSession &ended,
+                           const std::function<bool()> &afterShown)
 {
     SetTextEditor(textEditor);
+    m_afterShown = afterShown;
     m_ended = ended;
     m_choice = FileChoice::Cancelled;
     exec();
@@ -69,6 +71,33 @@ void frmFile::showEvent(QShowEvent *event)
     QDialog::showEvent(event);
     if (!event->spontaneous()) // not when it was only minimised
         Form_Activate();
+}
+
+void frmFile::paintEvent(QPaintEvent *event)
+{
+    QDialog::paintEvent(event);
+    if (m_afterShown && !m_saving->isActive())
+        m_saving->start(0); // what is painted now is on the screen by then
+}
+
+void frmFile::SaveAfterShown()
+{
+    constexpr int pauseMs = 100;
+    if (IsBlocked(this)) // a message would cover another one
+        m_saving->start(pauseMs);
+    else
+        CallAfterShown();
+}
+
+void frmFile::CallAfterShown()
+{
+    m_saving->stop();
+    const std::function<bool()> afterShown = std::exchange(m_afterShown, nullptr);
+    if (!afterShown || !afterShown() || !isVisible())
+        return;
+    m_files->SetMarks(m_marks.EntriesByTitle());
+    ListFiles();
+    ShowTallies();
 }
 
 void frmFile::changeEvent(QEvent *event)
@@ -94,6 +123,7 @@ void frmFile::hideEvent(QHideEvent *event)
     QDialog::hideEvent(event);
     if (event->spontaneous())
         return;
+    CallAfterShown();
     m_files->DropChecks();
     m_history->Stop();
     m_tallying->stop();
@@ -535,6 +565,7 @@ QString frmFile::TakeSelection(bool isForPrinting)
 QString frmFile::TakeSelectionOrNote()
 {
     m_chosenNote.reset();
+    CallAfterShown();
     if (SelectedName() != HardNoteTitle)
         return TakeSelection();
     m_chosenNote = MakeHardNote(m_msg, this, m_marks, m_folder.Path(), m_reportFolder);

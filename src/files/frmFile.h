@@ -16,6 +16,7 @@
 #include <QDialog>
 #include <QElapsedTimer>
 
+#include <functional>
 #include <optional>
 
 class ElidedLabel;
@@ -59,7 +60,10 @@ class frmFile : public QDialog
     /// Shows the window and blocks until it is closed.
     /// @param textEditor  the editor in the current settings
     /// @param ended  the session that has been recorded last in this run
-    FileChoice Choose(const QString &textEditor, const EndedSession &ended = {});
+    /// @param afterShown  called once, when the window has been painted, or before that when the marks are needed or
+    /// the window closes; returns whether it has saved marks
+    FileChoice Choose(const QString &textEditor, const EndedSession &ended = {},
+                      const std::function<bool()> &afterShown = {});
 
     /// Sets the editor that is used from now on.
     void SetTextEditor(const QString &textEditor)
@@ -85,6 +89,7 @@ class frmFile : public QDialog
   protected:
     bool eventFilter(QObject *object, QEvent *event) override;
     void showEvent(QShowEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
     void changeEvent(QEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
     void hideEvent(QHideEvent *event) override;
@@ -134,6 +139,8 @@ class frmFile : public QDialog
     bool IsNarrow() const;
     QAction *AddAction(const QString &name, const QString &caption, const QString &toolTip, const QKeySequence &keys,
                        void (frmFile::*handler)());
+    void SaveAfterShown();
+    void CallAfterShown();
     void ListFiles();
     void RefreshWhenShown();
     void ReadTallies();
@@ -169,11 +176,13 @@ class frmFile : public QDialog
     QString m_chosenPath;
     std::optional<HardNote> m_chosenNote; // as last made
     FileChoice m_choice = FileChoice::Cancelled;
+    std::function<bool()> m_afterShown; // empty once it was called
 
     StudyFileModel *m_files;
     QFileSystemWatcher *m_watcher; // watches the folder while the window is visible
     QTimer *m_refreshing;          // runs from a change of the folder until the list is refreshed
     QTimer *m_tallying;            // runs while the record is read
+    QTimer *m_saving;              // runs from the first paint until m_afterShown is called
     StudyFileList *lstFile;
     QLineEdit *txtFilter;
     QLabel *lblEmpty; // in the middle of the list, if there is no file in it

@@ -46,7 +46,7 @@ frmFile::frmFile(SystemServices &services, StudyDatabase &database, frmMsg &msg,
       m_tableFolder(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation)),
       m_editor{QString(), applicationFolder}, m_files(new StudyFileModel(m_folder, m_tallies, this)),
       m_watcher(new QFileSystemWatcher(this)), m_refreshing(new QTimer(this)), m_tallying(new QTimer(this)),
-      lstFile(new StudyFileList(this)), txtFilter(new QLineEdit(this)),
+      m_saving(new QTimer(this)), lstFile(new StudyFileList(this)), txtFilter(new QLineEdit(this)),
       lblEmpty(NamedLabel(u"lblEmpty"_s, QString(), this)),
       lblNote(new ElidedLabel(u"lblNote"_s, MaxNoteChars, this, Qt::ElideRight)), lblReward(new RewardLabel(this)),
       lblUserNameCaption(NamedLabel(u"lblUserNameCaption"_s, u"利用者："_s, this)),
@@ -111,6 +111,9 @@ void frmFile::SetUpList()
     connect(m_refreshing, &QTimer::timeout, this, &frmFile::RefreshWhenShown);
     m_tallying->setObjectName(u"tmrTally"_s);
     connect(m_tallying, &QTimer::timeout, this, &frmFile::ReadTallies);
+    m_saving->setObjectName(u"tmrSave"_s);
+    m_saving->setSingleShot(true);
+    connect(m_saving, &QTimer::timeout, this, &frmFile::SaveAfterShown);
 }
 
 /// What stands in the middle of a list without files.

@@ -4,7 +4,6 @@
 #include "platform/modProfile.h"
 
 #include "base/modCodePage.h"
-#include "platform/modReplaceFile.h"
 
 #include <QFileInfo>
 
@@ -113,16 +112,19 @@ ProfileSection::ProfileSection(const QString &path, const QString &section, qsiz
     }
 }
 
-bool WriteProfile(const QString &path, const QString &section, const std::vector<ProfileEntry> &entries)
+bool WriteProfile(const QString &path, const QString &section, const std::vector<ProfileEntry> &entries, OnDisk onDisk)
 {
     QByteArray bytes;
     // An existing file that cannot be read must not be replaced as if it were empty.
     if (QFileInfo::exists(path) && ReadWholeFile(path, &bytes, MaxProfileBytes))
         return false;
+    const QByteArray before = bytes;
     for (const ProfileEntry &entry : entries) {
         if (entry.second.contains(u'\r') || entry.second.contains(u'\n') || entry.second.contains(QChar::Null))
             return false;
         SetValue(&bytes, section, entry);
     }
-    return !SizeRefusal(path, bytes, MaxProfileBytes) && !ReplaceFile(path, bytes);
+    if (onDisk == OnDisk::Later && bytes == before)
+        return true;
+    return !SizeRefusal(path, bytes, MaxProfileBytes) && !ReplaceFile(path, bytes, onDisk);
 }

@@ -9,6 +9,7 @@
 #pragma once
 
 #include "base/modFile.h"
+#include "platform/modReplaceFile.h"
 
 #include <QHash>
 #include <QString>
@@ -42,6 +43,8 @@ using ProfileEntry = std::pair<QString, QString>;
 
 /// Writes some values, in their order, creating the file, the section or keys if missing. Every other line keeps its
 /// place and its bytes. The file is replaced atomically, once for all values.
+/// @param onDisk  with Later, a file that has these values already is not written
 /// @return false if a value has more than one line or a NUL, if the file has or would have more than MaxProfileBytes,
 /// or if it could not be written; it is then unchanged
-[[nodiscard]] bool WriteProfile(const QString &path, const QString &section, const std::vector<ProfileEntry> &entries);
+[[nodiscard]] bool WriteProfile(const QString &path, const QString &section, const std::vector<ProfileEntry> &entries,
+                                OnDisk onDisk = OnDisk::AtOnce);

@@ -8,6 +8,8 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <filesystem>
+#include <system_error>
 #include <tuple>
 
 namespace {
@@ -60,8 +62,47 @@ void FileReplacement::GiveUp()
     m_file.reset();
 }
 
-FileFault ReplaceFile(const QString &path, const QByteArray &bytes)
+namespace {
+
+/// Replaces a file without syncing, as QSaveFile always does.
+FileFault ReplaceUnsynced(const QString &path, const QByteArray &bytes)
 {
+    if (const FileFault fault = WriteRefusal(path))
+        return fault;
+    QFile made(path + QStringLiteral(".new"));
+    if (const FileFault fault = WriteRefusal(made.fileName()))
+        return fault;
+    if (!made.open(QIODevice::WriteOnly | QIODevice::Truncate))
+        return FaultOf(made);
+    if (QFile::exists(path))
+        made.setPermissions(QFile::permissions(path));
+    FileFault fault;
+    if (made.write(bytes) != bytes.size() || !made.flush())
+        fault = FaultOf(made);
+    made.close();
+    std::error_code error;
+    if (!fault)
+        std::filesystem::rename(made.filesystemFileName(), QFile(path).filesystemFileName(), error);
+    if (error)
+        fault = {path, QString::fromLocal8Bit(error.message())};
+    if (fault)
+        made.remove();
+    return fault;
+}
+
+/// Whether a path leads elsewhere or to a file that must stay.
+bool NeedsCare(const QString &path)
+{
+    const QFileInfo file(path);
+    return file.isSymLink() || (file.exists() && !file.isWritable());
+}
+
+} // namespace
+
+FileFault ReplaceFile(const QString &path, const QByteArray &bytes, OnDisk onDisk)
+{
+    if (onDisk == OnDisk::Later && !NeedsCare(path))
+        return ReplaceUnsynced(path, bytes);
     FileReplacement file(path);
     std::ignore = file.Write(bytes); // Commit reports a failure
     return file.Commit();

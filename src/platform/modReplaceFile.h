@@ -38,8 +38,16 @@ class FileReplacement
     FileFault m_fault;
 };
 
+/// When a file that was written survives a power cut.
+enum class OnDisk
+{
+    AtOnce, ///< when the function returns
+    Later,  ///< when the system has written it, which takes some seconds; before that some file systems may empty it
+};
+
 /// Creates or replaces a regular file. After a fault the old file is intact.
-FileFault ReplaceFile(const QString &path, const QByteArray &bytes);
+/// @param onDisk  Later takes no time, for what may be lost or is soon written again
+FileFault ReplaceFile(const QString &path, const QByteArray &bytes, OnDisk onDisk = OnDisk::AtOnce);
 
 /// The first unused backup name of a file: name.bak, name.bak2, name.bak3 ... A dangling link counts as used, because
 /// writing would follow it.

@@ -176,7 +176,7 @@ bool SettingsFile::WriteFileIniEx(const Settings &settings) const
 bool SettingsFile::WriteFileIniFormPos(int leftPx) const
 {
     WriteTrace(u"WriteFileIniFormPos()");
-    return leftPx < 0 || WriteIni({{u"FormLeft"_s, QString::number(leftPx)}});
+    return leftPx < 0 || WriteIni({{u"FormLeft"_s, QString::number(leftPx)}}, OnDisk::Later);
 }
 
 bool SettingsFile::WritePageLook(const Settings &settings) const
@@ -226,7 +226,7 @@ ProfileSection SettingsFile::ReadIni() const
     return ProfileSection(m_path, u"setting"_s, LongestSetting);
 }
 
-bool SettingsFile::WriteIni(const std::vector<ProfileEntry> &entries) const
+bool SettingsFile::WriteIni(const std::vector<ProfileEntry> &entries, OnDisk onDisk) const
 {
-    return WriteProfile(m_path, u"setting"_s, entries);
+    return WriteProfile(m_path, u"setting"_s, entries, onDisk);
 }

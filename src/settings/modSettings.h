@@ -113,7 +113,8 @@ class SettingsFile
     /// Writes FontSize, LineSpace, TextEditor and bolDispLineNum.
     [[nodiscard]] bool WriteFileIniEx(const Settings &settings) const;
 
-    /// Writes the study window's left edge, in pixels. A negative one is not written, so the previous value is kept.
+    /// Writes the study window's left edge, in pixels, without syncing, since WriteFormSize follows. A negative one is
+    /// not written, so the previous value is kept.
     [[nodiscard]] bool WriteFileIniFormPos(int leftPx) const;
 
     /// Writes the colours of the page and whether lines wrap.
@@ -130,7 +131,7 @@ class SettingsFile
 
   private:
     ProfileSection ReadIni() const;
-    [[nodiscard]] bool WriteIni(const std::vector<ProfileEntry> &entries) const;
+    [[nodiscard]] bool WriteIni(const std::vector<ProfileEntry> &entries, OnDisk onDisk = OnDisk::AtOnce) const;
 
     QString m_path;
 };

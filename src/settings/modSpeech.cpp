@@ -19,6 +19,7 @@ void SpeakWord(SystemServices &services, const QString &applicationFolder, const
     const QString script =
         u"var tts = WScript.CreateObject(\"SAPI.SpVoice\");\r\ntts.Speak(\""_s + word + u"\");\r\n"_s;
     const QString path = JoinPath(applicationFolder, u"speak.js"_s);
-    std::ignore = ReplaceFile(path, ToCodePage932(script)); // the voice does not need it
+    // The voice does not need it, and nobody misses it after a power cut.
+    std::ignore = ReplaceFile(path, ToCodePage932(script), OnDisk::Later);
     services.Speak(word);
 }

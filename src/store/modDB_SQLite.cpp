@@ -52,6 +52,13 @@ bool DBCreateKotoban(StudyDatabase &database)
         KotobanSchema, [&database](QStringView statement) { return database.SQLite3NonQuery(statement.toString()); });
 }
 
+bool DBFillNewKotoban(StudyDatabase &database)
+{
+    const auto ignore = [](const QString &) { return true; };
+    return database.SQLite3Query(u"pragma journal_mode=off"_s, ignore, {}) && database.SQLite3NonQuery(u"begin"_s) &&
+           DBCreateKotoban(database) && database.SQLite3NonQuery(u"commit"_s);
+}
+
 void DBIndexKotoban(StudyDatabase &database)
 {
     const SilentFaults silent(database);

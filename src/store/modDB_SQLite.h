@@ -51,6 +51,10 @@ inline constexpr std::array<QStringView, 2> KotobanSchema{
 /// Creates the table in a database that lacks it. @return whether it succeeded; if not, a message was shown
 [[nodiscard]] bool DBCreateKotoban(StudyDatabase &database);
 
+/// The same in an empty database that nobody uses yet, see NewDatabase: without a journal, waiting for the disk once.
+/// After a failure the database is to be thrown away.
+[[nodiscard]] bool DBFillNewKotoban(StudyDatabase &database);
+
 /// Creates the index in a database that has the table but lacks the index, such as one of another program. The history
 /// is only faster with it: where it cannot be created, as in a database that is locked or read-only, nothing is shown.
 void DBIndexKotoban(StudyDatabase &database);

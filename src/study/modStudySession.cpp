@@ -147,14 +147,24 @@ bool StudySession::IsFileChanged() const
     return m_page.IsFileOpen() && file.exists() && file.lastModified() != m_fileTime;
 }
 
+void StudySession::CompleteRow()
+{
+    if (!HasBegun())
+        return;
+    m_completedAt = m_services.Now();
+    m_completedCount = m_page.Round().lngOpenCount(); // even after a fault, which the user is told
+    DBUpdRecKotoban(m_database, m_services, m_start, m_userName, m_completedCount);
+}
+
 QStringList StudySession::Complete()
 {
+    CompleteRow();
+    return KeepLists();
+}
+
+QStringList StudySession::KeepLists()
+{
     QStringList messages;
-    if (HasBegun()) {
-        m_completedAt = m_services.Now();
-        m_completedCount = m_page.Round().lngOpenCount(); // even after a fault, which the user is told
-        DBUpdRecKotoban(m_database, m_services, m_start, m_userName, m_completedCount);
-    }
     if (const FileFault fault = KeepMarks())
         messages += MarksNotSavedMessage(fault);
     if (!m_page.IsFileOpen() || m_note)
@@ -195,13 +205,12 @@ QString MarksNotSavedMessage(const FileFault &fault)
 
 FileFault StudySession::KeepMarks()
 {
-    const unsigned version = m_page.Round().MarksVersion();
-    if (version == m_keptMarks)
+    if (!HasUnsavedMarks())
         return {};
     FileFault fault =
         m_note ? KeepMarksOfNote() : m_marks.Write(GetFileTitle(m_path), m_page.Text(), m_page.Round().HardBlanks());
     if (!fault)
-        m_keptMarks = version;
+        m_keptMarks = m_page.Round().MarksVersion();
     return fault;
 }
 

@@ -55,9 +55,14 @@ class StudySession
     /// @param note  as above
     StudyReading ReadAgain(std::optional<HardNote> note = {});
 
-    /// Completes the session's row, if there is one, and saves the marks and where the user stops. A session that
-    /// continues is completed again at its end.
+    /// Completes the session's row, if there is one. A session that continues is completed again at its end.
+    void CompleteRow();
+
+    /// Saves the marks and where the user stops in the open file, if there is one.
     /// @return one message for everything that could not be saved
+    QStringList KeepLists();
+
+    /// Both of the above.
     QStringList Complete();
 
     /// Completes the row with what has been answered so far, for the case that the program does not live to the end of
@@ -72,6 +77,12 @@ class StudySession
     const MarkList &Marks() const
     {
         return m_marks;
+    }
+
+    /// Whether marks have changed since they were saved.
+    bool HasUnsavedMarks() const
+    {
+        return m_page.Round().MarksVersion() != m_keptMarks;
     }
 
     /// Saves the marks if any have changed. After a fault the next call tries again.

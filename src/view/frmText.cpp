@@ -55,12 +55,13 @@ void frmText::cmdFile_Click()
     WriteTrace(u"■frmText.cmdFile_Click()");
     SaveFormPos();
     if (m_session.HasBegun()) {
-        CompleteSession();
+        m_session.CompleteRow();
         if (const FileFault fault = m_log.WriteLog(u"DBUpdRecKotoban "_s + TimeText(m_services.Now())))
             m_services.ShowMessage(fault.reason + u"\r\n  "_s + fault.path);
     }
     const QString folder = StudyFolderPath();
     if (!QFileInfo(folder).isDir()) {
+        KeepLists();
         m_services.ShowMessage(u"次のフォルダが見つかりません。\r\n  "_s + folder +
                                u"\r\n\r\n上のフォルダを作成してください。"_s);
         return;
@@ -74,7 +75,13 @@ void frmText::cmdFile_Click()
         });
     }
     MoveFileWindow();
-    const FileChoice choice = m_frmFile->Choose(m_settings.TextEditor, m_session.Recorded());
+    // What waits for the disk is saved once the window is shown, except the record, which it shows.
+    const FileChoice choice = m_frmFile->Choose(m_settings.TextEditor, m_session.Recorded(), [this] {
+        const bool hasNewMarks = m_session.HasUnsavedMarks();
+        if (m_stage != Stage::Ended) // then everything is saved
+            KeepLists();
+        return hasNewMarks;
+    });
     if (choice == FileChoice::EndProgram) {
         m_stage = Stage::Ended;
         hide();
@@ -347,11 +354,12 @@ void frmText::ExportFile()
     frmExport(m_services, m_msg, m_session.Marks(), ReportFolderPath(), this).Run(m_session.Path());
 }
 
-/// Completes the session and reports what could not be saved.
-void frmText::CompleteSession()
+/// Saves marks, place, size and zoom, and reports which of the lists could not be saved.
+void frmText::KeepLists()
 {
     m_keeping->stop();
-    for (const QString &message : m_session.Complete())
+    SaveFormSize();
+    for (const QString &message : m_session.KeepLists())
         m_services.ShowMessage(message);
 }
 
@@ -367,8 +375,9 @@ void frmText::Form_Unload()
     WriteTrace(u"■frmText.Form_Unload");
     Timer1->stop();
     m_stage = Stage::Ended;
-    CompleteSession();
+    m_session.CompleteRow();
     SaveFormPos();
+    KeepLists();
     m_database.Close();
     Q_EMIT Ended();
 }

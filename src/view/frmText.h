@@ -104,6 +104,7 @@ class frmText : public QWidget
     void MoveFileWindow();
     bool EditSettings(QWidget *owner);
     void SaveFormPos();
+    void SaveFormSize();
 
     void Apply(const PageChange &change);
     void AskForPage(const PageChange &change);
@@ -119,7 +120,7 @@ class frmText : public QWidget
     void DescribePage();
 
     void OpenSession(const QString &path, std::optional<HardNote> note);
-    void CompleteSession();
+    void KeepLists();
     QWidget *WindowInUse();
     void TellBadPictureNames(const StudyReading &reading);
     void WatchFile();

@@ -342,14 +342,19 @@ int frmText::LargestLeft(int widthPx) const
     return qMax(0, screen()->virtualGeometry().right() + 1 - widthPx);
 }
 
-/// Saves the left edge and the size, those of a window that is not maximised. A left edge beyond the allowed bound is
-/// clamped, or the next start would complain about a value that the program itself has written. That the window opens
-/// elsewhere the next time is worth no message on the way to another file or out of the program.
+/// Saves the left edge of a window that is not maximised. One beyond the allowed bound is clamped, or the next start
+/// would complain about a value that the program itself has written. That the window opens elsewhere the next time is
+/// worth no message on the way to another file or out of the program.
 void frmText::SaveFormPos()
 {
-    const bool isAsUsual = !isMaximized() && !isFullScreen();
-    if (isAsUsual)
+    if (!isMaximized() && !isFullScreen())
         std::ignore = m_settingsFile.WriteFileIniFormPos(qMin(x(), LargestLeft(width())));
+}
+
+/// Saves the size of the window, that when it is not maximised, and the zoom. Writes to disk what SaveFormPos wrote.
+void frmText::SaveFormSize()
+{
+    const bool isAsUsual = !isMaximized() && !isFullScreen();
     std::ignore = m_settingsFile.WriteFormSize(isAsUsual ? size() : normalGeometry().size(), isMaximized());
     if (m_isZoomChosen)
         std::ignore = m_settingsFile.WriteZoom(m_zoom);

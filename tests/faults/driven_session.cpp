@@ -140,15 +140,20 @@ class SimulatedUser : public QObject
         }
     }
 
-    // The previous session was completed when this window opened.
+    // The previous session was recorded when this window opened; its marks and place are saved once it is painted.
     void ChooseFile(QWidget *dialog)
     {
         auto *const list = dialog->findChild<QListView *>(u"lstFile"_s);
         const auto select = [list](const QString &name) { // a row above the files comes with the first mark
             list->setCurrentIndex(list->model()->match(list->model()->index(0, 0), Qt::DisplayRole, name).value(0));
         };
+        if (m_fileStep > 0 && dialog->findChild<QTimer *>(u"tmrSave"_s)->isActive())
+            return;
         switch (m_fileStep++) {
         case 0:
+            dialog->repaint();
+            break;
+        case 1:
             if (m_sessions > 0)
                 Say(u"completed %1 %2 %3"_s.arg(m_sessions)
                         .arg(LabelText(u"lblFile").section(u'.', 0, 0))
@@ -159,7 +164,7 @@ class SimulatedUser : public QObject
             select(u"a.txt"_s);
             dialog->findChild<QAction *>(u"cmdConvFile"_s)->trigger();
             break;
-        case 1:
+        case 2:
             Click(dialog, u"cmdFile");
             break;
         default:

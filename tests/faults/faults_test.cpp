@@ -471,6 +471,7 @@ TEST_F(Faults, EachWrite_SyncsFileAndThenFolder)
     ASSERT_EQ(database.Open(databasePath), 0);
     QString error;
     const QString list = folder.Path(u"ListUserName.txt"_s);
+    folder.Write(u"ListUserName.txt"_s, "first\r\n");
     const Rows<const char *, std::function<void()>, QString, QString> writes = {
         {"insert", [&] { DBInsRecKotoban(database, services.now, u"a"_s, u"f"_s); }, databasePath, u"db"_s},
         {"update", [&] { DBUpdRecKotoban(database, services, services.now, u"a"_s, 5); }, databasePath, u"db"_s},
@@ -480,7 +481,7 @@ TEST_F(Faults, EachWrite_SyncsFileAndThenFolder)
              NewDatabase made(folder.Path(u"db/first.splite3"_s));
              {
                  StudyDatabase first(services);
-                 EXPECT_TRUE(first.Open(made.Path()) == 0 && DBCreateKotoban(first));
+                 EXPECT_TRUE(first.Open(made.Path()) == 0 && DBFillNewKotoban(first));
              }
              EXPECT_FALSE(made.Finish());
          },
