@@ -8,11 +8,12 @@ cd "$(dirname "$0")/.."
 # shellcheck source=scripts/setup.sh
 source scripts/setup.sh
 
-install_missing librsvg2-bin optipng icoutils
+install_missing librsvg2-bin optipng icoutils imagemagick
 cd assets/icon
 for size in 16 20 24 32 40 48 64 128 256; do
     rsvg-convert -w "$size" -h "$size" kotoban.svg -o "kotoban-$size.png"
     optipng -quiet -strip all "kotoban-$size.png"
 done
+convert kotoban-64.png -depth 8 rgba:kotoban-64.rgba # that of the windows
 icotool --create --output=kotoban.ico kotoban-{16,20,24,32,40,48,64}.png --raw=kotoban-256.png
 say "created in assets/icon: $(echo kotoban-*.png kotoban.ico)"

@@ -23,9 +23,10 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QIcon>
+#include <QImage>
 #include <QPixmap>
+#include <QResource>
 #include <QScreen>
-#include <QTimer>
 #include <QTranslator>
 
 #include <cstdio>
@@ -54,6 +55,15 @@ void IgnoreOddScaling()
     const double factor = qEnvironmentVariable("QT_SCALE_FACTOR").toDouble(); // 0 if not a number
     if (!(factor >= smallest && factor <= largest))
         qunsetenv("QT_SCALE_FACTOR");
+}
+
+/// The icon, from its pixels: reading a picture file would load the plugins for all formats.
+QIcon WindowIcon()
+{
+    constexpr int side = 64;
+    const QByteArray pixels = QResource(u":/kotoban.rgba"_s).uncompressedData();
+    const QImage image(reinterpret_cast<const uchar *>(pixels.constData()), side, side, QImage::Format_RGBA8888);
+    return QPixmap::fromImage(image);
 }
 
 /// Whether Qt can paint on the screen: on X11 it needs at least 15 bits per pixel and aborts the program otherwise.
@@ -100,8 +110,7 @@ int main(int argc, char *argv[])
     QTranslator qtTexts;
     if (qtTexts.load(u":/qt_ja.qm"_s))
         QApplication::installTranslator(&qtTexts);
-    // Once the first window is shown: reading the icon loads the plugins for all image formats.
-    QTimer::singleShot(0, &application, [] { QApplication::setWindowIcon(QPixmap(u":/kotoban.png"_s, "PNG")); });
+    QApplication::setWindowIcon(WindowIcon());
     const InstanceMark instance(folder);
     const RunLog log(folder, baseName, services.Clock());
     StudyDatabase database(services);
