@@ -23,6 +23,13 @@ inline QString StudyFilePath(qint64 lines)
     return InputPath(QStringLiteral("study_%1.txt").arg(lines));
 }
 
+/// A study file for steps in the study window. The one of a million lines has those of the short one again and again,
+/// so that a step in it shows the same text.
+inline QString StepFilePath(qint64 lines)
+{
+    return lines == 1'000'000 ? InputPath(QStringLiteral("repeated_1000000.txt")) : StudyFilePath(lines);
+}
+
 inline QByteArray BytesOf(const QString &path)
 {
     QByteArray bytes;

@@ -2,7 +2,8 @@
 // SPDX-License-Identifier: MIT
 
 // Generates the inputs of the benchmarks, the same in every run: study files in code page 932 with 15 % of their words
-// in blanks and some tabs and pictures, a plain ASCII text, and a database of study sessions.
+// in blanks and some tabs and pictures, a long one that repeats a short one, a plain ASCII text, a text of half-width
+// kana, which could also be EUC, and a database of study sessions.
 //
 //     bench_inputs FOLDER
 #include "base/modCodePage.h"
@@ -74,12 +75,22 @@ QString StudyLine(Random &random)
     }
 }
 
-void WriteText(const QString &path, int lineCount, QString (*makeLine)(Random &))
+QString KanaLine(Random &random)
+{
+    QString line;
+    for (int left = 2 * (4 + Pick(random, 16)); left > 0; --left)
+        line += QChar(u'ｱ' + Pick(random, 44));
+    return line;
+}
+
+/// @param copies  how often the lines come one after the other
+void WriteText(const QString &path, int lineCount, QString (*makeLine)(Random &), int copies = 1)
 {
     Random random(932);
     QByteArray bytes;
     for (int line = 0; line < lineCount; ++line)
         bytes += ToCodePage932(makeLine(random)) + "\r\n";
+    bytes = bytes.repeated(copies);
     if (const FileFault fault = ReplaceFile(path, bytes))
         qFatal("%s: %s", qPrintable(path), qPrintable(fault.reason));
 }
@@ -124,6 +135,8 @@ int main(int argc, char *argv[])
     const QString folder = QFile::decodeName(argv[1]);
     for (const int lines : {1'000, 3'000, 30'000, 1'000'000})
         WriteText(JoinPath(folder, u"study_%1.txt"_s.arg(lines)), lines, StudyLine);
+    WriteText(JoinPath(folder, u"repeated_1000000.txt"_s), 1'000, StudyLine, 1'000);
+    WriteText(JoinPath(folder, u"kana.txt"_s), 30'000, KanaLine);
     WriteText(JoinPath(folder, u"ascii.txt"_s), 1'000'000, [](Random &random) {
         QString line;
         for (int left = 4 + Pick(random, 6); left > 0; --left)

@@ -4,6 +4,7 @@
 // Benchmarks of the lists: the search, the file selection, tables and the study history. The counter longest_ms is the
 // longest time between two turns of the event loop, in milliseconds of CPU time.
 #include "Inputs.h"
+#include "Steps.h"
 #include "app/frmLogin.h"
 #include "app/modUserList.h"
 #include "exchange/frmTable.h"
@@ -39,7 +40,8 @@ void CountHits(benchmark::State &state)
 {
     const DisplayText text = LoadText(StudyFilePath(state.range(0)));
     const QString wanted = std::array{u"春夏"_s, u"wor"_s, u"s"_s}.at(size_t(state.range(1)));
-    for (auto step : state) {
+    Steps steps(state, 1);
+    for (auto step : steps) {
         Hits hits(&text, std::make_unique<PlainFinder>(wanted), 1);
         hits.CountOn(QDeadlineTimer(QDeadlineTimer::Forever));
         state.counters["hits"] = hits.Count();
@@ -156,6 +158,7 @@ void ShowFileList(benchmark::State &state)
         OpenFileList files(u":memory:"_s, int(state.range(0)));
         state.ResumeTiming();
         shown = qMax(shown, TimeOf([&] {
+                         const Counting counting;
                          files.window.show();
                          QCoreApplication::processEvents();
                      }));
@@ -351,7 +354,8 @@ void WriteLargePlaceList(benchmark::State &state)
 {
     const TestFolder folder;
     const PlaceList places(folder.Write(u"ListPlace.txt"_s, LargeList(state, MaxPlaceListBytes, "a\tb\t1\n")));
-    for (auto step : state)
+    Steps steps(state, 1);
+    for (auto step : steps)
         if (const FileFault fault = places.Write(u"user"_s, u"new"_s, {.line = 7}))
             state.SkipWithError(qPrintable(fault.reason));
 }

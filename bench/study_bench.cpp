@@ -8,6 +8,7 @@
 //
 // FOLDER is one filled by bench_inputs.
 #include "Inputs.h"
+#include "Steps.h"
 #include "page/picText.h"
 #include "settings/modSettings.h"
 #include "settings/modZoom.h"
@@ -15,6 +16,7 @@
 #include "support/TestFiles.h"
 #include "text/modCharCode.h"
 #include "view/frmText.h"
+#include "widgets/CursorRest.h"
 #include "widgets/InputGuard.h"
 #include "widgets/PageFont.h"
 #include "widgets/frmMsg.h"
@@ -42,7 +44,8 @@ namespace {
 
 void LoadFile(benchmark::State &state)
 {
-    for (auto step : state)
+    Steps steps(state, 1);
+    for (auto step : steps)
         benchmark::DoNotOptimize(LoadText(StudyFilePath(state.range(0))).Blanks().Count());
 }
 BENCHMARK(LoadFile)->Arg(1'000)->Arg(30'000)->Arg(1'000'000)->Unit(benchmark::kMillisecond);
@@ -50,7 +53,8 @@ BENCHMARK(LoadFile)->Arg(1'000)->Arg(30'000)->Arg(1'000'000)->Unit(benchmark::kM
 void DetectAscii(benchmark::State &state)
 {
     const QByteArray bytes = BytesOf(InputPath(u"ascii.txt"_s));
-    for (auto step : state)
+    Steps steps(state, 1);
+    for (auto step : steps)
         benchmark::DoNotOptimize(DetectCharCode(bytes));
     state.SetBytesProcessed(state.iterations() * bytes.size());
 }
@@ -59,7 +63,8 @@ BENCHMARK(DetectAscii)->Unit(benchmark::kMillisecond);
 void MemchrAscii(benchmark::State &state)
 {
     const QByteArray bytes = BytesOf(InputPath(u"ascii.txt"_s));
-    for (auto step : state)
+    Steps steps(state, 1);
+    for (auto step : steps)
         benchmark::DoNotOptimize(std::memchr(bytes.data(), 0x80, size_t(bytes.size())));
     state.SetBytesProcessed(state.iterations() * bytes.size());
 }
@@ -83,7 +88,7 @@ class OpenStudy
         if (width == Lines::Sideways)
             folder.Write(u"Kotoban.ini"_s, "[setting]\r\nWrap=False\r\n");
         folder.MakeFolder(u"txt"_s);
-        QFile::link(StudyFilePath(lines), folder.Path(u"txt/study.txt"_s));
+        QFile::link(StepFilePath(lines), folder.Path(u"txt/study.txt"_s));
         database.Open(u":memory:"_s);
         database.SQLite3NonQuery(u"create table t_kotoban (ymd_sta text, user_name text, hms_sta text, file_name text, "
                                  u"dt_end text, num_answer integer)"_s);
@@ -110,7 +115,7 @@ class OpenStudy
             if (page->Page().InView().isWrapped != (width == Lines::Wrapped))
                 qFatal("the window has the wrong width");
         }
-        middle = int(lines / 2);
+        middle = int(lines / 2 / 1'000 * 1'000 + 500); // the same text in every file
         StartInTheMiddle();
     }
 
@@ -164,15 +169,16 @@ template <Lines width>
 void PressEnter(benchmark::State &state)
 {
     OpenStudy study(state.range(0), width);
-    const DisplayText text = LoadText(StudyFilePath(state.range(0)));
+    const DisplayText text = LoadText(StepFilePath(state.range(0)));
     const int onPage = VisibleBlanks(text, PageAt(study.middle, text, study.page->Layout())).size();
     int pressed = 0;
-    for (auto step : state) {
+    Steps steps(state);
+    for (auto step : steps) {
         study.PressEnter();
         if (++pressed % onPage == 0) { // before the page turns
-            state.PauseTiming();
+            steps.Pause();
             study.StartInTheMiddle();
-            state.ResumeTiming();
+            steps.Resume();
         }
     }
 }
@@ -190,7 +196,8 @@ void Click(benchmark::State &state)
             if (study.page->cursor().shape() == Qt::PointingHandCursor)
                 break;
         }
-    for (auto step : state)
+    Steps steps(state);
+    for (auto step : steps)
         study.Send(QMouseEvent(QEvent::MouseButtonPress, at, at, Qt::LeftButton, Qt::LeftButton, Qt::NoModifier));
 }
 
@@ -199,14 +206,15 @@ template <Lines width>
 void TurnPage(benchmark::State &state)
 {
     OpenStudy study(state.range(0), width);
-    const DisplayText text = LoadText(StudyFilePath(state.range(0)));
+    const DisplayText text = LoadText(StepFilePath(state.range(0)));
     const PageLayout &layout = study.page->Layout();
-    for (auto step : state) {
-        state.PauseTiming();
+    Steps steps(state);
+    for (auto step : steps) {
+        steps.Pause();
         study.StartInTheMiddle();
         for ([[maybe_unused]] const int blank : VisibleBlanks(text, PageAt(study.middle, text, layout)))
             study.PressEnter();
-        state.ResumeTiming();
+        steps.Resume();
         study.PressEnter();
         if (study.scroll->value() == study.middle)
             qFatal("the page did not turn");
@@ -218,7 +226,8 @@ void MarkHard(benchmark::State &state)
 {
     OpenStudy study(state.range(0));
     study.PressEnter();
-    for (auto step : state)
+    Steps steps(state);
+    for (auto step : steps)
         study.PressCtrl(Qt::Key_M);
 }
 
@@ -226,13 +235,15 @@ void MarkHard(benchmark::State &state)
 void StudyHard(benchmark::State &state)
 {
     OpenStudy study(state.range(0));
+    study.window.findChild<QTimer *>(u"tmrKeep"_s)->setInterval(0); // the marks are saved before the first step
     for (const int line : {study.middle, 1}) {
         study.scroll->setValue(line);
         study.PressEnter();
         study.PressCtrl(Qt::Key_M);
     }
     auto *const onlyHard = study.window.findChild<QCheckBox *>(u"chkOnlyHard"_s);
-    for (auto step : state) {
+    Steps steps(state);
+    for (auto step : steps) {
         onlyHard->click();
         study.PressEnter();
         study.PressEnter();
@@ -245,7 +256,8 @@ void HideAndUndo(benchmark::State &state)
 {
     OpenStudy study(state.range(0));
     study.PressEnter();
-    for (auto step : state) {
+    Steps steps(state);
+    for (auto step : steps) {
         study.PressCtrl(Qt::Key_H);
         study.PressCtrl(Qt::Key_Z);
     }
@@ -255,7 +267,8 @@ template <Lines width>
 void TurnWheel(benchmark::State &state)
 {
     OpenStudy study(state.range(0), width);
-    for (auto step : state) {
+    Steps steps(state);
+    for (auto step : steps) {
         if (study.scroll->value() == study.scroll->maximum())
             study.scroll->setValue(1);
         study.TurnWheel(-1);
@@ -267,10 +280,11 @@ void Zoom(benchmark::State &state)
 {
     OpenStudy study(state.range(0), width);
     study.PressCtrl(Qt::Key_0);
-    const int steps = int(ZoomSteps.size()) - 1;
+    const int oneWay = int(ZoomSteps.size()) - 1;
     int step = 0;
-    for (auto measured : state)
-        study.TurnWheel(step++ / steps % 2 == 0 ? 1 : -1, Qt::ControlModifier);
+    Steps steps(state);
+    for (auto measured : steps)
+        study.TurnWheel(step++ / oneWay % 2 == 0 ? 1 : -1, Qt::ControlModifier);
 }
 
 void ScrollSideways(benchmark::State &state)
@@ -281,7 +295,8 @@ void ScrollSideways(benchmark::State &state)
     auto *const sideways = study.window.findChild<QScrollBar *>(u"HScroll"_s);
     if (sideways->maximum() == 0)
         qFatal("the page cannot be scrolled sideways");
-    for (auto step : state)
+    Steps steps(state);
+    for (auto step : steps)
         study.TurnWheel(sideways->value() == 0 ? -1 : 1, Qt::ShiftModifier);
 }
 
@@ -289,12 +304,13 @@ void Repaint(benchmark::State &state)
 {
     OpenStudy study(state.range(0));
     // Pages all over the file, because some have more text than others.
-    const int stride = study.scroll->maximum() / 20;
-    for (auto step : state) {
-        state.PauseTiming();
+    const int stride = study.scroll->maximum() / 20 / 1'000 * 1'000 + 50; // the same text in every file
+    Steps steps(state);
+    for (auto step : steps) {
+        steps.Pause();
         study.scroll->setValue(1 + (study.scroll->value() + stride) % (study.scroll->maximum() - stride));
         QCoreApplication::processEvents();
-        state.ResumeTiming();
+        steps.Resume();
         study.page->repaint();
     }
 }
@@ -303,7 +319,8 @@ void Repaint(benchmark::State &state)
 void PageDown(benchmark::State &state)
 {
     OpenStudy study(state.range(0));
-    for (auto step : state) {
+    Steps steps(state);
+    for (auto step : steps) {
         if (study.scroll->value() > study.scroll->maximum() - 100)
             study.scroll->setValue(1);
         study.PressCtrl(Qt::Key_PageDown);
@@ -343,11 +360,12 @@ void RepaintPlainText(benchmark::State &state)
     PlainText text(state.range(0));
     QScrollBar *const scroll = text.edit.verticalScrollBar();
     const int stride = scroll->maximum() / 20;
-    for (auto step : state) {
-        state.PauseTiming();
+    Steps steps(state);
+    for (auto step : steps) {
+        steps.Pause();
         scroll->setValue(1 + (scroll->value() + stride) % (scroll->maximum() - stride));
         QCoreApplication::processEvents();
-        state.ResumeTiming();
+        steps.Resume();
         text.edit.viewport()->repaint();
     }
 }
@@ -355,7 +373,8 @@ void RepaintPlainText(benchmark::State &state)
 void PageDownPlainText(benchmark::State &state)
 {
     PlainText text(state.range(0));
-    for (auto step : state) {
+    Steps steps(state);
+    for (auto step : steps) {
         if (text.edit.verticalScrollBar()->value() > text.edit.verticalScrollBar()->maximum() - 100)
             text.edit.moveCursor(QTextCursor::Start);
         QKeyEvent key(QEvent::KeyPress, Qt::Key_PageDown, Qt::NoModifier);
@@ -376,10 +395,15 @@ void OpenPage(benchmark::State &state)
 }
 BENCHMARK(OpenPage)->Arg(3'000)->Unit(benchmark::kMillisecond);
 
-/// Does nothing for five seconds with a file open.
+/// Does nothing for five seconds with a file open, and, if the second argument is 1, with the search in front.
 void Idle(benchmark::State &state)
 {
     OpenStudy study(state.range(0));
+    const CursorRest cursorRest;
+    cursorRest.findChild<QTimer *>()->setInterval(0); // as if nobody had written for longer
+    if (state.range(1) == 1)
+        study.PressCtrl(Qt::Key_F);
+    QCoreApplication::processEvents();
     constexpr int seconds = 5;
     int wakeUps = 0;
     for (auto step : state) {
@@ -391,13 +415,14 @@ void Idle(benchmark::State &state)
     }
     state.counters["wakes_per_second"] = double(wakeUps) / seconds;
 }
-BENCHMARK(Idle)->Arg(3'000)->Iterations(1);
+BENCHMARK(Idle)->Args({3'000, 0})->Args({3'000, 1})->Iterations(1);
 
 void AllShown(benchmark::State &state)
 {
     StudyRound round;
     round.Load(int(state.range(0)));
-    for (auto step : state)
+    Steps steps(state);
+    for (auto step : steps)
         benchmark::DoNotOptimize(round.AllShown());
 }
 

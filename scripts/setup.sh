@@ -23,7 +23,7 @@ fuzz_packages=(clang-16 libclang-rt-16-dev)
 format_packages=(clang-format-16)
 tidy_packages=(clang-tidy-16)
 # The benchmark library, and the tools that the program is compared with.
-bench_packages=(libbenchmark-dev libxcb1-dev pkgconf python3 nkf uchardet ripgrep valgrind strace)
+bench_packages=(libbenchmark-dev libxcb1-dev pkgconf python3 nkf uchardet ripgrep valgrind)
 
 say() {
     printf '== %s\n' "$*"
