@@ -2,8 +2,8 @@
 # SPDX-FileCopyrightText: 2026 The Kotoban developers
 # SPDX-License-Identifier: MIT
 """Checks docs/architecture.md against the sources: the picture, the rooms, and each file and test suite that it names.
-Also checks that the forges have the same templates, that each file states its licence, and that no translation loses a
-placeholder."""
+Also checks that README.md has figures of docs/performance.md, that the forges have the same templates, that each file
+states its licence, and that no translation loses a placeholder."""
 import re
 import subprocess
 import sys
@@ -55,6 +55,23 @@ def check_templates():
         expect((ROOT / ".gitlab" / gitlab).read_text("utf-8") == body, f".gitlab/{gitlab} differs from .github/{github}")
 
 
+def cells(line):
+    return [cell.strip() for cell in line.strip("|").split("|")]
+
+
+def check_figures():
+    """Each row of README.md's table is one of docs/performance.md, its name split where that has a stroke."""
+    performance = (ROOT / "docs" / "performance.md").read_text("utf-8").split("## Figures")[1].split("\n## ")[0]
+    figures = {cells(line)[0]: cells(line) for line in performance.splitlines() if line.startswith("| ")}
+    table = (ROOT / "README.md").read_text("utf-8").split("## Performance")[1].split("\n## ")[0]
+    rows = [cells(line) for line in table.splitlines() if line.startswith("| ")][2:]
+    expect(rows, "README.md has no figures")
+    for what, other, ratio, limit in rows:
+        found = figures.get(f"{what} / {other}")
+        expect(found, f"docs/performance.md has no row: {what} / {other}")
+        expect(not found or (found[1], found[3]) == (ratio, limit), f"README.md differs in: {what} / {other}")
+
+
 def pattern(path):
     """The regular expression for a path of REUSE.toml, in which only ** matches across folders."""
     parts = {"**": ".*", "*": "[^/]*"}
@@ -85,6 +102,7 @@ def main():
     check_rooms(text)
     check_files(text)
     check_suites(text)
+    check_figures()
     check_templates()
     check_licences()
     check_translations()
