@@ -225,6 +225,8 @@ class Faults : public testing::Test
         const QString source = folder.Path(u"txt/a.txt"_s);
         return {
             {u"a.txt"_s, old, [this](const QString &path) { return Tell(ReplaceFile(path, added.toLatin1())); }},
+            {u"later.txt"_s, old,
+             [this](const QString &path) { return Tell(ReplaceFile(path, added.toLatin1(), OnDisk::Later)); }},
             {u"list.txt"_s, old, [this](const QString &path) { return Tell(AppendUserName(path, added)); }},
             {u"a.ini"_s, "[setting]\r\nKey=" + old + "\r\n",
              [this](const QString &path) {
