@@ -10,6 +10,7 @@
 // named "SUBJECT|INPUT|SIZE". With WORDS, only subjects with these in their names are run.
 #include "app/modUserList.h"
 #include "base/modCodePage.h"
+#include "exchange/modLineCheck.h"
 #include "exchange/modPrintableCopy.h"
 #include "exchange/modReadTable.h"
 #include "exchange/modStudyFromTable.h"
@@ -31,7 +32,6 @@
 #include "text/modReadText.h"
 #include "write/modCleanText.h"
 #include "write/modDraft.h"
-#include "write/modLineCheck.h"
 #include "write/modPen.h"
 
 #include <QDeadlineTimer>
@@ -337,10 +337,13 @@ Step Detect(const QByteArray &bytes)
     };
 }
 
-void AnswerAll(StudyFromText made, bool isYes)
+void MakeAsOffered(StudyFromText made, bool isWanted)
 {
-    while (!made.Question().isEmpty())
-        made.Answer(isYes);
+    const QDeadlineTimer forever(QDeadlineTimer::Forever);
+    made.GoOn(forever);
+    made.Make(
+        {.accents = isWanted ? Accents::Remove : Accents::Keep, .halvesBrackets = isWanted, .breaksLines = isWanted});
+    made.GoOn(forever);
     QByteArray encoded;
     if (!made.Encode(&encoded))
         made.Report(u"a"_s, u"a"_s, QString());
@@ -349,9 +352,9 @@ void AnswerAll(StudyFromText made, bool isYes)
 Step Convert(const QByteArray &bytes)
 {
     return [bytes, text = QString::fromUtf8(bytes)] {
-        for (const bool isYes : {false, true}) {
-            AnswerAll(StudyFromText(text), isYes);
-            AnswerAll(StudyFromText(bytes), isYes);
+        for (const bool isWanted : {false, true}) {
+            MakeAsOffered(StudyFromText(text), isWanted);
+            MakeAsOffered(StudyFromText(bytes), isWanted);
         }
     };
 }
@@ -398,7 +401,7 @@ void MakeFromTable(const QByteArray &bytes, TableReading reading)
     TableRemarks(table, study);
     if (study.unwritable.size() < study.rowNumbers.size())
         LeaveOutUnwritable(&study);
-    AnswerAll(StudyFromText(study.text, study.rowNumbers), true);
+    MakeAsOffered(StudyFromText(study.text, study.rowNumbers), true);
 }
 
 Step ReadTables(const QByteArray &bytes)

@@ -3,6 +3,7 @@
 
 // Converting any bytes from any encoding to code page 932, breaking long lines, and making a study file of the text.
 #include "base/modCodePage.h"
+#include "exchange/modBreakLines.h"
 #include "exchange/modStudyFromText.h"
 #include "input.h"
 #include "require.h"
@@ -10,12 +11,13 @@
 #include "text/modDecodeText.h"
 #include "text/modReadText.h"
 
+#include <QDeadlineTimer>
+
 namespace {
 
 /// No character is lost in code page 932, and a second conversion changes nothing.
 void CheckConverted(const ConvertedText &converted)
 {
-    Require(converted.unwritable.size() == qMin(converted.unwritableCount, qsizetype(MaxUnwritableShown)));
     if (converted.unwritableCount > 0)
         return;
     Require(FromCodePage932(ToCodePage932(converted.text)) == converted.text);
@@ -39,20 +41,33 @@ void CheckBroken(const QString &text)
     Require(withoutBlanks(broken.text) == withoutBlanks(text));
 }
 
-/// Either the reader accepts what was written, or there is a message.
-void CheckMade(StudyFromText made, int answers)
+/// Either the reader accepts what was written, or a message or the report says why not.
+void CheckMade(StudyFromText made, int choices)
 {
-    for (int question = 0; !made.Question().isEmpty(); ++question) {
-        Require(question < 4);
-        made.Answer((answers >> question) % 2 == 1);
-    }
+    const QDeadlineTimer forever(QDeadlineTimer::Forever);
+    Require(!made.GoOn(forever));
+    const TextFaults &faults = made.Faults();
+    Require(faults.entries.size() <= MaxFaultEntries);
+    Require((faults.accents + faults.unwritable + faults.brackets + faults.longLines == 0) ||
+            !faults.entries.isEmpty());
+    made.Make({.keepsKana = !faults.asEuc.isEmpty() && (choices & 1),
+               .accents = choices & 2 ? Accents::Keep : Accents::Remove,
+               .rest = choices & 4 ? WithoutEquivalent::Geta : WithoutEquivalent::Remove,
+               .halvesBrackets = !(choices & 8),
+               .breaksLines = !(choices & 16)});
+    Require(!made.GoOn(forever));
     QByteArray written;
     QString message;
-    if (const TextRefusal refusal = made.Encode(&written))
-        Require(!refusal.message.isEmpty() && refusal.line >= 1);
-    else
-        Require(CheckTextEncoding(QStringLiteral("/a.txt"), written, &message) && message.isEmpty());
     Require(!made.Report(QString(), QString(), QString()).isEmpty());
+    if (const TextRefusal refusal = made.Encode(&written)) {
+        Require(!refusal.message.isEmpty() && refusal.line >= 1);
+        return;
+    }
+    Require(CheckTextEncoding(QStringLiteral("/a.txt"), written, &message) && message.isEmpty());
+    StudyLines lines;
+    ReadAllLines(written, ExpandTabs::Yes, &lines);
+    const bool canBeStudied = lines.BracketsTakeTurns() && lines.LongestLineBytes() <= MaxLineBytes;
+    Require(canBeStudied == made.Remains().isEmpty());
 }
 
 } // namespace

@@ -12,7 +12,7 @@
 #include "text/modTextDifference.h"
 #include "write/modCleanText.h"
 #include "write/modDraft.h"
-#include "write/modLineCheck.h"
+#include "exchange/modLineCheck.h"
 #include "write/modPen.h"
 
 namespace {

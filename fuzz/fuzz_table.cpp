@@ -91,8 +91,10 @@ void CheckStudyText(const Table &table, const TableOptions &options)
     }
     Require(study.text.count(u"\r\n") == qsizetype(study.rowNumbers.size()));
     StudyFromText made(study.text, study.rowNumbers);
-    while (!made.Question().isEmpty())
-        made.Answer(true);
+    const QDeadlineTimer forever(QDeadlineTimer::Forever);
+    made.GoOn(forever);
+    made.Make(ChoicesFor(made.Faults()));
+    made.GoOn(forever);
     QByteArray bytes;
     if (const TextRefusal refusal = made.Encode(&bytes)) {
         Require(!refusal.message.isEmpty());

@@ -5,7 +5,7 @@
 
 #include "base/modFile.h"
 #include "base/modLog.h"
-#include "exchange/CodeConversion.h"
+#include "exchange/MendFiles.h"
 #include "exchange/modStudyFromText.h"
 #include "platform/modReplaceFile.h"
 #include "widgets/ElidedLabel.h"
@@ -502,7 +502,7 @@ void frmTable::cmdOK_Click()
     StudyFromText made(study.text, study.rowNumbers);
     QString keptPath;
     qsizetype picturesTaken = 0;
-    if (!AskQuestions(m_msg, this, &made) || !Write(fileName, made, study.text, &keptPath, &picturesTaken))
+    if (!MakeAsChosen(m_msg, this, fileName, &made) || !Write(fileName, made, study.text, &keptPath, &picturesTaken))
         return;
     m_isToBeWritten =
         OfferWriting(m_msg, this,

@@ -4,6 +4,7 @@
 #include "exchange/modConvertText.h"
 
 #include "base/modCodePage.h"
+#include "text/modCheckText.h"
 
 #include <QDeadlineTimer>
 
@@ -14,26 +15,31 @@ namespace {
 struct Equivalent
 {
     char16_t from;
-    char16_t to;
+    QStringView to;
 };
 
-// Pairs of characters that the Shift_JIS tables of Windows and of other systems map to the same code, or that differ
-// only in width.
+// Characters that the Shift_JIS tables of Windows and of other systems map to the same code, or that differ only in
+// width; and the letters that are no letter with an accent but have a usual spelling without them.
 constexpr Equivalent Equivalents[] = {
-    {u'\u00A2', u'￠'}, {u'\u00A3', u'￡'}, {u'\u00A5', u'￥'}, {u'\u00A6', u'￤'},
-    {u'\u00AC', u'￢'}, {u'\u2011', u'‐'},  {u'\u2013', u'-'},  {u'\u2014', u'―'},
-    {u'\u2016', u'∥'},  {u'\u203E', u'￣'}, {u'\u2212', u'－'}, {u'\u301C', u'～'},
+    {u'\u00A2', u"￠"}, {u'\u00A3', u"￡"},  {u'\u00A5', u"￥"},  {u'\u00A6', u"￤"}, {u'\u00AC', u"￢"},
+    {u'\u2011', u"‐"},  {u'\u2013', u"-"},   {u'\u2014', u"―"},   {u'\u2016', u"∥"},  {u'\u203E', u"￣"},
+    {u'\u2212', u"－"}, {u'\u301C', u"～"},  {u'\u00C6', u"AE"},  {u'\u00E6', u"ae"}, {u'\u0152', u"OE"},
+    {u'\u0153', u"oe"}, {u'\u00D8', u"O"},   {u'\u00F8', u"o"},   {u'\u0141', u"L"},  {u'\u0142', u"l"},
+    {u'\u00DF', u"ss"}, {u'\u1E9E', u"SS"},  {u'\u00D0', u"D"},   {u'\u00F0', u"d"},  {u'\u0110', u"D"},
+    {u'\u0111', u"d"},  {u'\u00DE', u"TH"},  {u'\u00FE', u"th"},  {u'\u0126', u"H"},  {u'\u0127', u"h"},
+    {u'\u0131', u"i"},  {u'\u0132', u"IJ"},  {u'\u0133', u"ij"},  {u'\uFB00', u"ff"}, {u'\uFB01', u"fi"},
+    {u'\uFB02', u"fl"}, {u'\uFB03', u"ffi"}, {u'\uFB04', u"ffl"},
 };
 
 constexpr char16_t ByteOrderMark = u'\uFEFF';
 
-/// The character's equivalent in code page 932; U+0000 if it has none.
-char16_t EquivalentOf(char32_t character)
+/// The character's equivalent in code page 932; empty if it has none.
+QStringView EquivalentOf(char32_t character)
 {
     for (const Equivalent &equivalent : Equivalents)
         if (equivalent.from == character)
             return equivalent.to;
-    return QChar::category(character) == QChar::Separator_Space ? u' ' : u'\0';
+    return QChar::category(character) == QChar::Separator_Space ? QStringView(u" ") : QStringView();
 }
 
 bool IsAsciiLetter(QChar character)
@@ -48,6 +54,11 @@ char16_t WithoutAccents(char32_t character)
         return u'\0';
     const QString parts = QString::fromUcs4(&character, 1).normalized(QString::NormalizationForm_D);
     return parts.size() > 1 && IsAsciiLetter(parts.front()) ? parts.front().unicode() : u'\0';
+}
+
+QString HalfWidth(QStringView line)
+{
+    return line.toString().replace(u'［', u'[').replace(u'］', u']');
 }
 
 } // namespace
@@ -82,11 +93,8 @@ void TextConversion::ConvertUpTo(qsizetype end)
             if (unit == u'\r' && m_at + 1 < m_source.size() && m_source[m_at + 1] == u'\n')
                 ++m_at;
             m_result.text += u"\r\n"_s;
-            ++m_line;
-            m_column = 0;
             continue;
         }
-        ++m_column;
         if (IsInCodePage932(unit)) {
             m_result.text += unit;
             continue;
@@ -102,17 +110,15 @@ void TextConversion::Replace(char32_t character)
     if (character == ByteOrderMark || TakesMark(character))
         return;
     const char16_t letter = WithoutAccents(character);
-    if (letter != 0 && TakeAccent(character)) {
+    if (letter != 0 && TakeAccent()) {
         m_result.text += letter;
-    } else if (const char16_t equivalent = EquivalentOf(character); equivalent != 0) {
+    } else if (const QStringView equivalent = EquivalentOf(character); !equivalent.isEmpty()) {
         m_result.text += equivalent;
         Count(character, equivalent);
     } else {
         const bool isCleaned = m_rest == WithoutEquivalent::Remove || m_rest == WithoutEquivalent::Geta;
         if (isCleaned && BelongsToPrevious(character))
             return;
-        if (m_result.unwritable.size() < MaxUnwritableShown)
-            m_result.unwritable.push_back({m_line, m_column, character});
         ++m_result.unwritableCount;
         if (m_rest == WithoutEquivalent::Keep)
             m_result.text += QString::fromUcs4(&character, 1);
@@ -145,19 +151,18 @@ bool TextConversion::TakesMark(char32_t character)
         m_result.text.back() = composed.front();
         return true;
     }
-    return IsAsciiLetter(before) && TakeAccent(composed.size() == 1 ? composed.front().unicode() : character);
+    return IsAsciiLetter(before) && TakeAccent();
 }
 
-bool TextConversion::TakeAccent(char32_t character)
+bool TextConversion::TakeAccent()
 {
     if (m_accents == Accents::Keep)
         return false;
-    if (m_result.accentCount++ == 0)
-        m_result.firstAccent = {m_line, m_column, character};
+    ++m_result.accentCount;
     return true;
 }
 
-void TextConversion::Count(char32_t from, char16_t to)
+void TextConversion::Count(char32_t from, QStringView to)
 {
     for (ReplacedCharacter &known : m_result.replaced) {
         if (known.from == from) {
@@ -189,7 +194,28 @@ bool HasOnlyFullWidthBrackets(const QString &text)
     return (text.contains(u'［') || text.contains(u'］')) && !text.contains(u'[') && !text.contains(u']');
 }
 
+qsizetype FullWidthBlanks(QStringView line)
+{
+    const qsizetype blanks = qMax(line.count(u'［'), line.count(u'］'));
+    if (blanks == 0)
+        return 0;
+    const QString halfWidth = HalfWidth(line);
+    return IsBracketCountEqual(halfWidth) && IsBracketOrderValid(halfWidth) ? blanks : 0;
+}
+
 QString WithHalfWidthBrackets(const QString &text)
 {
-    return QString(text).replace(u'［', u'[').replace(u'］', u']');
+    if (!text.contains(u'［') && !text.contains(u'］'))
+        return text;
+    QString result;
+    result.reserve(text.size());
+    for (const QStringView line : QStringView(text).tokenize(u'\n')) {
+        if (FullWidthBlanks(line) > 0)
+            result += HalfWidth(line);
+        else
+            result += line;
+        result += u'\n';
+    }
+    result.chop(1); // no line feed follows the last line
+    return result;
 }

@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 
 // Converts any text to characters of code page 932 and CR LF line endings: replaces characters by their equivalents in
-// the code page and reports those that have none. Lines and columns are numbered from 1; a surrogate pair counts as one
-// character, and so does a combining mark.
+// the code page and counts those that have none. A surrogate pair counts as one character, and so does a combining
+// mark.
 #pragma once
 
 #include <QList>
@@ -13,19 +13,11 @@
 
 class QDeadlineTimer;
 
-/// A character and its position.
-struct CharacterAt
-{
-    int line = 0;
-    int column = 0;
-    char32_t character = 0;
-};
-
 /// A character that was replaced by its equivalent, and how often.
 struct ReplacedCharacter
 {
     char32_t from;
-    char16_t to;
+    QStringView to; ///< of static storage
     qsizetype count;
 };
 
@@ -39,7 +31,6 @@ enum class Accents : bool
 /// What becomes of a character that has no equivalent.
 enum class WithoutEquivalent
 {
-    Report, ///< it is left out and the text is incomplete
     Keep,   ///< it stays, so the text is not in code page 932
     Remove, ///< it is removed
     Geta,   ///< it is replaced by "〓", the sign for a character that a printer lacks
@@ -50,12 +41,8 @@ struct ConvertedText
     QString text;                      ///< with CR LF line endings; see WithoutEquivalent
     QList<ReplacedCharacter> replaced; ///< in order of first occurrence, without removed accents
     qsizetype accentCount = 0;         ///< number of letters whose accents were removed
-    CharacterAt firstAccent;           ///< the first of them
     qsizetype unwritableCount = 0;     ///< number of characters without an equivalent in code page 932
-    QList<CharacterAt> unwritable;     ///< the first of them, at most MaxUnwritableShown, as there may be millions
 };
-
-constexpr int MaxUnwritableShown = 5;
 
 /// Converts line endings and replaces every character that has an equivalent in code page 932, in slices. A kana
 /// followed by a combining sound mark becomes the composed kana, and byte-order marks are removed; neither is counted.
@@ -64,7 +51,7 @@ constexpr int MaxUnwritableShown = 5;
 class TextConversion
 {
   public:
-    TextConversion(const QString &text, Accents accents, WithoutEquivalent rest = WithoutEquivalent::Report);
+    TextConversion(const QString &text, Accents accents, WithoutEquivalent rest = WithoutEquivalent::Keep);
 
     /// Goes on until the deadline. @return whether there is more to do
     bool GoOn(const QDeadlineTimer &deadline);
@@ -82,21 +69,19 @@ class TextConversion
     void ConvertUpTo(qsizetype end);
     void Replace(char32_t character);
     bool TakesMark(char32_t character);
-    bool TakeAccent(char32_t character);
+    bool TakeAccent();
     bool BelongsToPrevious(char32_t character) const;
-    void Count(char32_t from, char16_t to);
+    void Count(char32_t from, QStringView to);
 
     QString m_source;
     Accents m_accents;
     WithoutEquivalent m_rest;
     ConvertedText m_result;
     qsizetype m_at = 0;
-    int m_line = 1;
-    int m_column = 0;
 };
 
 /// The result of a whole TextConversion.
-ConvertedText ConvertText(const QString &text, Accents accents, WithoutEquivalent rest = WithoutEquivalent::Report);
+ConvertedText ConvertText(const QString &text, Accents accents, WithoutEquivalent rest = WithoutEquivalent::Keep);
 
 /// A character and its code point, "é（U+00E9）": the font may lack the character, or draw it like a similar one.
 QString NameAndNumber(char32_t character);
@@ -104,5 +89,9 @@ QString NameAndNumber(char32_t character);
 /// Whether a text has full-width brackets, which hide nothing, and no half-width ones.
 bool HasOnlyFullWidthBrackets(const QString &text);
 
-/// Replaces "［" and "］" by "[" and "]".
+/// Number of blanks that a line gains if its full-width brackets become half-width; 0 if its brackets would not take
+/// turns then.
+qsizetype FullWidthBlanks(QStringView line);
+
+/// Replaces "［" and "］" by "[" and "]" in every line that gains blanks by that.
 QString WithHalfWidthBrackets(const QString &text);

@@ -4,6 +4,8 @@
 #include "exchange/modStudyFromText.h"
 
 #include "base/modCodePage.h"
+#include "exchange/modBreakLines.h"
+#include "exchange/modLineCheck.h"
 #include "platform/modReplaceFile.h"
 #include "text/modCheckText.h"
 #include "text/modDecodeText.h"
@@ -22,15 +24,9 @@ constexpr QStringView LineEnd = u"\r\n";
 constexpr QStringView NothingWritten = u"何も書き込みません。";
 constexpr int MaxReplacedShown = 5; // different characters
 
-QString NameOfTwin(char16_t twin)
+QString NameOfTwin(QStringView twin)
 {
-    return twin == u' ' ? u"空白"_s : QString(QChar(twin));
-}
-
-/// Half-width kana in Shift_JIS can look like EUC; only the user can tell.
-bool ReadsAsShiftJis(const QByteArray &bytes)
-{
-    return !FromCodePage932(bytes).contains(QChar::ReplacementCharacter);
+    return twin == u" " ? u"空白"_s : twin.toString();
 }
 
 /// Beginning of the first line with a non-ASCII character, which looks different in each encoding.
@@ -42,10 +38,36 @@ QString FirstNonAsciiLine(const QString &text)
     return text.mid(start, maxCharacters).section(u'\n', 0, 0).trimmed();
 }
 
-bool BracketsPairOnEachLine(const QString &text)
+/// Whether a text read as EUC is more likely half-width kana in Shift_JIS. These make kanji in EUC; most texts in EUC
+/// have kana of their own.
+bool IsLikelyKana(const QString &asEuc, const QString &asShiftJis)
 {
-    return std::ranges::all_of(QStringView(text).tokenize(LineEnd),
-                               [](QStringView line) { return IsBracketCountEqual(line) && IsBracketOrderValid(line); });
+    const auto isAscii = [](QChar character) { return character < u'\x80'; };
+    const auto isHalfWidthKana = [](QChar character) { return character >= u'\uFF61' && character <= u'\uFF9F'; };
+    const auto isKana = [](QChar character) { return character >= u'\u3040' && character <= u'\u30FF'; };
+    const bool isOnlyKana = std::ranges::all_of(
+        asShiftJis, [&](QChar character) { return isAscii(character) || isHalfWidthKana(character); });
+    return isOnlyKana &&
+           4 * std::ranges::count_if(asEuc, isKana) < asEuc.size() - std::ranges::count_if(asEuc, isAscii);
+}
+
+/// The next line of a text, without its end. @param at  where it begins; receives where the one after it does
+QStringView TakeLine(QStringView text, qsizetype *at)
+{
+    const auto isLineEnd = [](QChar character) { return character == u'\r' || character == u'\n'; };
+    const qsizetype start = *at;
+    const qsizetype end = std::find_if(text.begin() + start, text.end(), isLineEnd) - text.begin();
+    const bool isCrLf = text.sliced(end).startsWith(LineEnd);
+    *at = qMin(end + (isCrLf ? 2 : 1), text.size());
+    return text.sliced(start, end - start);
+}
+
+/// Whether characters at fault have an equivalent, so that nothing is lost with them.
+bool HaveEquivalent(QStringView line, const LineProblem &problem)
+{
+    const qsizetype start = qMax(problem.column - 2, 0); // with what a combining mark belongs to
+    const QStringView run = line.sliced(start, problem.column - 1 + problem.length - start);
+    return ConvertText(run.toString(), Accents::Keep).unwritableCount == 0;
 }
 
 /// Which characters were replaced and how many accents removed; empty if none were.
@@ -70,101 +92,149 @@ QString ReplacedRemarks(const ConvertedText &converted)
 StudyFromText::StudyFromText(const QString &text, std::vector<int> tableRows)
     : m_text(text), m_tableRows(std::move(tableRows))
 {
-    Seek(Due::Accents);
+    m_conversion.emplace(m_text, m_choices.accents, m_choices.rest);
 }
 
 StudyFromText::StudyFromText(const QByteArray &bytes) : m_bytes(bytes), m_code(DetectCharCode(WholeFile(bytes)))
 {
     m_text = DecodeText(bytes, m_code);
-    Seek(Due::Encoding);
-}
-
-/// Makes GoOn go to the first question that is due, beginning with `next`.
-void StudyFromText::Seek(Due next)
-{
-    m_due = next;
-    m_isSought = true;
-    if (next == Due::Accents)
-        m_conversion.emplace(m_text, Accents::Remove);
+    m_conversion.emplace(m_text, m_choices.accents, m_choices.rest);
+    const QString asShiftJis = m_code == CharCode::Euc ? FromCodePage932(bytes) : QString();
+    // Half-width kana in Shift_JIS can look like EUC; only the user can tell.
+    if (asShiftJis.isEmpty() || asShiftJis.contains(QChar::ReplacementCharacter))
+        return;
+    m_faults.asEuc = FirstNonAsciiLine(m_text);
+    m_faults.asShiftJis = FirstNonAsciiLine(asShiftJis);
+    m_faults.isLikelyKana = IsLikelyKana(m_text, asShiftJis);
 }
 
 bool StudyFromText::GoOn(const QDeadlineTimer &deadline)
 {
-    while (m_isSought) {
-        if (m_conversion) {
-            if (m_conversion->GoOn(deadline))
-                return true;
-            m_converted = m_conversion->Take();
-            m_conversion.reset();
-        }
-        if (m_due == Due::None || IsDue(m_due))
-            m_isSought = false;
-        else
-            Seek(Due(int(m_due) + 1));
-        if (m_isSought && deadline.hasExpired())
+    if (m_conversion) {
+        if (m_conversion->GoOn(deadline))
             return true;
+        m_converted = m_conversion->Take();
+        m_conversion.reset();
+        if (!m_isListing)
+            FinishMaking();
     }
-    return false;
+    return m_isListing && ListFaults(deadline);
 }
 
-bool StudyFromText::IsDue(Due question)
+double StudyFromText::Done() const
 {
-    if (question == Due::Encoding)
-        return m_code == CharCode::Euc && ReadsAsShiftJis(m_bytes);
-    if (m_converted.unwritableCount > 0 || m_text.contains(QChar::Null))
-        return false;
-    if (question == Due::Accents)
-        return m_converted.accentCount > 0;
-    if (question == Due::Brackets) // unpaired ones in a table were made full-width so that they hide nothing
-        return HasOnlyFullWidthBrackets(m_converted.text) &&
-               (m_tableRows.empty() || BracketsPairOnEachLine(WithHalfWidthBrackets(m_converted.text)));
-    m_lines = BreakLongLines(m_converted.text, MaxLineBytes);
-    m_longLine = m_lines.firstLong;
-    return m_lines.broken > 0;
+    if (m_conversion)
+        return m_isListing ? m_conversion->Done() / 2 : m_conversion->Done();
+    return m_text.isEmpty() ? 1 : 0.5 + double(m_listedTo) / double(m_text.size()) / 2;
 }
 
-void StudyFromText::Answer(bool isYes)
+/// Lists the faults of some lines. @return whether there are more lines
+bool StudyFromText::ListFaults(const QDeadlineTimer &deadline)
 {
-    if (m_due == Due::Encoding && !isYes)
+    if (m_listedTo == 0) {
+        m_faults.accents = m_converted.accentCount;
+        m_faults.unwritable = m_converted.unwritableCount;
+        // In a table the columns tell what is hidden, and other brackets are text.
+        m_canHalve = !IsOfTable() || HasOnlyFullWidthBrackets(m_converted.text);
+        if (m_text.contains(QChar::Null)) { // no text, as Encode says
+            m_faults = TextFaults();
+            m_listedTo = m_text.size();
+        }
+    }
+    constexpr int linesBetween = 64;
+    while (m_listedTo < m_text.size()) {
+        ++m_line;
+        const QStringView source = TakeLine(m_text, &m_listedTo);
+        ListLine(source, TakeLine(m_converted.text, &m_convertedTo));
+        if (m_line % linesBetween == 0 && deadline.hasExpired())
+            break;
+    }
+    return m_listedTo < m_text.size();
+}
+
+void StudyFromText::ListLine(QStringView source, QStringView converted)
+{
+    const qsizetype brackets = m_canHalve ? FullWidthBlanks(converted) : 0;
+    const bool isTooLong = LineBytes(converted) > MaxLineBytes;
+    m_faults.brackets += brackets;
+    m_faults.longLines += isTooLong ? 1 : 0;
+    m_faults.areMore |= m_faults.entries.size() == MaxFaultEntries && (brackets > 0 || isTooLong);
+    if (m_faults.entries.size() == MaxFaultEntries)
+        return;
+    const auto hasPicture = [](const QString &) { return true; };
+    for (const LineProblem &problem : ProblemsOfLine(source, hasPicture))
+        if (problem.fault == LineFault::NotInCodePage && !HaveEquivalent(source, problem))
+            AddEntry(problem);
+    if (brackets > 0)
+        AddEntry({.fault = LineFault::BracketOrder,
+                  .what = u"全角の［ ］が"_s + QString::number(brackets) + u"組あります。"_s,
+                  .offer = u"半角にします"_s});
+    const QString mended = brackets > 0 ? WithHalfWidthBrackets(converted.toString()) : converted.toString();
+    for (const LineProblem &problem : ProblemsOfLine(mended, hasPicture))
+        if (problem.fault != LineFault::NotInCodePage && RefusesFile(problem.fault))
+            AddEntry(problem);
+}
+
+/// Adds an entry about the present line.
+void StudyFromText::AddEntry(const LineProblem &problem)
+{
+    if (m_faults.entries.size() == MaxFaultEntries)
+        m_faults.areMore = true;
+    else if (IsOfTable())
+        m_faults.entries += u"表の"_s + ProblemEntry(m_tableRows[size_t(m_line) - 1], problem);
+    else
+        m_faults.entries += ProblemEntry(m_line, problem);
+}
+
+void StudyFromText::Make(const TextChoices &choices)
+{
+    const bool isConverted =
+        !m_conversion && !choices.keepsKana && choices.accents == m_choices.accents && choices.rest == m_choices.rest;
+    m_choices = choices;
+    m_isListing = false;
+    if (choices.keepsKana)
         m_text = FromCodePage932(m_bytes);
-    if (m_due == Due::Accents && !isYes)
-        m_conversion.emplace(m_text, Accents::Keep);
-    if (m_due == Due::Brackets && isYes)
-        m_converted.text = WithHalfWidthBrackets(m_converted.text);
-    if (m_due == Due::LongLines && isYes) {
-        m_converted.text = m_lines.text;
-        m_longLine = m_lines.firstUnbroken;
-    }
-    Seek(Due(int(m_due) + 1));
+    if (isConverted)
+        FinishMaking();
+    else
+        m_conversion.emplace(m_text, choices.accents, choices.rest);
 }
 
-QString StudyFromText::Question()
+void StudyFromText::FinishMaking()
 {
-    GoOn(QDeadlineTimer(QDeadlineTimer::Forever));
-    const QString limit = QString::number(MaxLineBytes);
-    switch (m_due) {
-    case Due::Encoding:
-        return u"このファイルは，EUCともShift_JISとも読めます。\r\n\r\n  EUCとして読むと：\r\n    "_s +
-               FirstNonAsciiLine(m_text) + u"\r\n  Shift_JISとして読むと：\r\n    "_s +
-               FirstNonAsciiLine(FromCodePage932(m_bytes)) +
-               u"\r\n\r\nEUCとして，Shift_JISに変換しますか？\r\n"
-               u"（「いいえ」を押すと，そのままShift_JISとして開く方法を説明します。）"_s;
-    case Due::Accents:
-        return u"Shift_JISにない，アクセント記号の付いた文字が"_s + QString::number(m_converted.accentCount) +
-               u"個あります。\r\n  "_s + NameOfPlace(m_converted.firstAccent) +
-               u"\r\n\r\nアクセント記号を除きますか？（例：é → e）"_s;
-    case Due::Brackets:
-        return u"半角の[ ]がなく，全角の［ ］だけがあります。全角のままでは空欄になりません。\r\n"
-               u"全角の［ ］を半角にしますか？"_s;
-    case Due::LongLines:
-        return limit + u"バイトを超える行が"_s + QString::number(m_lines.longLines) + u"行あります（最初は"_s +
-               NameOfLine(m_lines.firstLong) +
-               u"）。このままでは開けません。\r\n空白か「、」「。」の後，なければ[ ]の前後で改行して，"_s + limit +
-               u"バイト以下にしますか？"_s;
-    case Due::None:
-        break;
+    QString &text = m_converted.text;
+    if (m_choices.rest == WithoutEquivalent::Keep)
+        LeaveRowsOut();
+    if (m_choices.halvesBrackets && m_canHalve)
+        text = WithHalfWidthBrackets(text);
+    const BrokenLines broken = BreakLongLines(text, MaxLineBytes);
+    m_longLine = m_choices.breaksLines ? broken.firstUnbroken : broken.firstLong;
+    if (m_choices.breaksLines)
+        text = broken.text;
+    int number = 0;
+    for (const QStringView line : QStringView(text).tokenize(LineEnd)) {
+        ++number;
+        if (m_bracketLine == 0 && !(IsBracketCountEqual(line) && IsBracketOrderValid(line)))
+            m_bracketLine = number;
     }
-    return QString();
+}
+
+/// Leaves out the lines in which characters without an equivalent are left.
+void StudyFromText::LeaveRowsOut()
+{
+    QString text;
+    text.reserve(m_converted.text.size());
+    const auto isWritable = [](QChar character) { return IsInCodePage932(character); };
+    size_t line = 0;
+    for (qsizetype at = 0; at < m_converted.text.size(); ++line) {
+        const qsizetype start = at;
+        const QStringView row = TakeLine(m_converted.text, &at);
+        if (std::ranges::all_of(row, isWritable))
+            text += QStringView(m_converted.text).sliced(start, at - start);
+        else
+            m_rowsLeftOut += QString::number(line < m_tableRows.size() ? m_tableRows[line] : int(line) + 1);
+    }
+    m_converted.text = text;
 }
 
 TextRefusal StudyFromText::Encode(QByteArray *bytes) const
@@ -173,16 +243,7 @@ TextRefusal StudyFromText::Encode(QByteArray *bytes) const
         return {.fault = TextFault::WrongCharCode,
                 .line = 1,
                 .message = u"テキストではないため，学習ファイルにできません。"_s + NothingWritten};
-    if (m_converted.unwritableCount == 0)
-        return EncodeStudyText(m_converted.text, bytes);
-    QString message = u"Shift_JISにない文字があります。"_s + NothingWritten;
-    for (const CharacterAt &at : m_converted.unwritable)
-        message += u"\r\n  "_s + NameOfPlace(at);
-    if (const qsizetype more = m_converted.unwritableCount - m_converted.unwritable.size(); more > 0)
-        message += u"\r\n  ほかに"_s + QString::number(more) + u"個"_s;
-    return {.fault = TextFault::WrongCharCode,
-            .line = m_converted.unwritable.front().line,
-            .message = message + u"\r\n\r\nほかの文字に直してから，もう一度試してください。"_s};
+    return EncodeStudyText(m_converted.text, bytes);
 }
 
 QString StudyFromText::Report(const QString &heading, const QString &path, const QString &keptPath) const
@@ -193,26 +254,37 @@ QString StudyFromText::Report(const QString &heading, const QString &path, const
     if (!keptPath.isEmpty())
         report += u"\r\n    元のファイル＝"_s + QFileInfo(keptPath).fileName();
     report += u"\r\n    行の数＝"_s + QString::number(text.count(LineEnd) + hasLastLine) + u"，空欄の数＝"_s +
-              QString::number(text.count(u'[')) + ReplacedRemarks(m_converted);
-    if (m_longLine > 0)
-        report += u"\r\n\r\n"_s + QString::number(m_longLine) + u"行目は"_s + QString::number(MaxLineBytes) +
-                  u"バイトを超えるため，このままでは開けません。編集して改行を加えてください。"_s;
+              QString::number(BlankCount()) + ReplacedRemarks(m_converted) + LossRemarks();
+    if (const QString remains = Remains(); !remains.isEmpty())
+        report += u"\r\n\r\n"_s + remains;
     return report;
 }
 
-/// "3行目", or "表の3行目"
-QString StudyFromText::NameOfLine(int line) const
+QString StudyFromText::Remains() const
 {
-    if (m_tableRows.empty())
-        return QString::number(line) + u"行目"_s;
-    return u"表の"_s + QString::number(m_tableRows[size_t(line) - 1]) + u"行目"_s;
+    if (m_longLine > 0)
+        return QString::number(m_longLine) + u"行目は"_s + QString::number(MaxLineBytes) +
+               u"バイトを超えるため，このままでは開けません。編集して改行を加えてください。"_s;
+    if (m_bracketLine > 0)
+        return QString::number(m_bracketLine) +
+               u"行目は[ ]の数か順序が不適切なため，このままでは開けません。編集して直してください。"_s;
+    return QString();
 }
 
-/// "3行目 5文字目：é（U+00E9）", or "表の3行目：é（U+00E9）"
-QString StudyFromText::NameOfPlace(const CharacterAt &at) const
+/// What has become of characters without an equivalent; empty if there were none.
+QString StudyFromText::LossRemarks() const
 {
-    const QString column = m_tableRows.empty() ? QString(u' ' + QString::number(at.column) + u"文字目"_s) : QString();
-    return NameOfLine(at.line) + column + u'：' + NameAndNumber(at.character);
+    constexpr qsizetype maxRowsShown = 5;
+    const QString count = QString::number(m_converted.unwritableCount);
+    if (m_converted.unwritableCount == 0)
+        return QString();
+    if (m_choices.rest == WithoutEquivalent::Remove)
+        return u"\r\n\r\nShift_JISにない文字を"_s + count + u"個除きました。"_s;
+    if (m_choices.rest == WithoutEquivalent::Geta)
+        return u"\r\n\r\nShift_JISにない文字を"_s + count + u"個，〓にしました。"_s;
+    return u"\r\n\r\nShift_JISにない文字のある"_s + QString::number(m_rowsLeftOut.size()) +
+           u"行を入れませんでした。\r\n  表の"_s + m_rowsLeftOut.mid(0, maxRowsShown).join(u"，"_s) + u"行目"_s +
+           (m_rowsLeftOut.size() > maxRowsShown ? u"など"_s : QString());
 }
 
 bool CanConvertFrom(const QString &codeName)
@@ -240,9 +312,11 @@ TextRefusal EncodeStudyText(const QString &text, QByteArray *bytes)
     if (code == CharCode::Ascii || code == CharCode::Sjis)
         return {};
     const QString name = CharCodeName(code);
-    return {TextFault::WrongCharCode, 1, name,
-            u"Shift_JISで保存しても，文字コードが"_s + name + u"と判定されて開けません。"_s + NothingWritten +
-                u"\r\nひらがな，漢字，全角の空白などの全角の文字を一つ加えてください。"_s};
+    return {.fault = TextFault::WrongCharCode,
+            .line = 1,
+            .charCode = name,
+            .message = u"Shift_JISで保存しても，文字コードが"_s + name + u"と判定されて開けません。"_s +
+                       NothingWritten + u"\r\nひらがな，漢字，全角の空白などの全角の文字を一つ加えてください。"_s};
 }
 
 FileFault ReplaceConverted(const QString &path, const QByteArray &before, const QByteArray &converted,

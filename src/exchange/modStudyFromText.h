@@ -1,29 +1,70 @@
 // SPDX-FileCopyrightText: 2026 The Kotoban developers
 // SPDX-License-Identifier: MIT
 
-// Makes a study file from any text: from a file in another encoding, the rows of a table, or what was typed. Nothing
-// here has a window. Whoever has one asks the questions that are due and takes the bytes and the report. What takes
-// time for a long text is done by Question, or before by GoOn, in slices:
+// Makes a study file from any text: from a file in another encoding or with lines that cannot be studied, or from the
+// rows of a table. Nothing here has a window. GoOn lists what is wrong with the text; whoever has a window shows that,
+// lets the user choose, and takes the bytes and the report. What takes time for a long text is done by GoOn in slices:
 //
-//     StudyFromText made(text);
-//     for (QString question = made.Question(); !question.isEmpty(); question = made.Question())
-//         made.Answer(...);
+//     StudyFromText made(bytes);
+//     made.GoOn(deadline);                   // until there is no more to do
+//     made.Make(ChoicesFor(made.Faults()));  // or what the user wants
+//     made.GoOn(deadline);                   // again
 //     const TextRefusal refusal = made.Encode(&bytes);
 //
 // Messages are complete texts for the user, lines separated by CR LF.
 #pragma once
 
 #include "base/modFile.h"
-#include "exchange/modBreakLines.h"
 #include "exchange/modConvertText.h"
 #include "text/modCharCode.h"
 #include "text/modReadText.h"
 
 #include <QByteArray>
 #include <QString>
+#include <QStringList>
 
 #include <optional>
 #include <vector>
+
+struct LineProblem;
+
+/// What is wrong with a text or with several, and how much of it can be mended.
+struct TextFaults
+{
+    QStringList entries;      ///< "3行目：…", at most MaxFaultEntries, by line
+    bool areMore = false;     ///< whether there are more than that
+    qsizetype accents = 0;    ///< letters whose accents can be removed
+    qsizetype unwritable = 0; ///< other characters without an equivalent in code page 932
+    qsizetype brackets = 0;   ///< blanks that are gained if full-width brackets become half-width
+    int longLines = 0;        ///< lines over MaxLineBytes
+
+    /// If the bytes read as EUC and as Shift_JIS: their first lines in both readings.
+    QString asEuc{};
+    QString asShiftJis{};
+    bool isLikelyKana = false; ///< whether it is more likely half-width kana in Shift_JIS
+
+    bool operator==(const TextFaults &) const = default;
+};
+
+constexpr qsizetype MaxFaultEntries = 1000;
+
+/// What is to become of a text.
+struct TextChoices
+{
+    bool keepsKana = false; ///< take for Shift_JIS what also reads as EUC
+    Accents accents = Accents::Remove;
+    WithoutEquivalent rest = WithoutEquivalent::Remove; ///< Keep stands for leaving out their rows, of a table only
+    bool halvesBrackets = true;
+    bool breaksLines = true;
+
+    bool operator==(const TextChoices &) const = default;
+};
+
+/// The choices to begin with.
+inline TextChoices ChoicesFor(const TextFaults &faults)
+{
+    return {.keepsKana = faults.isLikelyKana};
+}
 
 class StudyFromText
 {
@@ -42,59 +83,71 @@ class StudyFromText
         return CharCodeName(m_code);
     }
 
-    /// Goes on to the next question until the deadline. @return whether there is more to do
-    bool GoOn(const QDeadlineTimer &deadline);
-
-    /// How much has been done on the way to the next question, from 0 to 1.
-    double Done() const
+    bool IsOfTable() const
     {
-        return m_conversion ? m_conversion->Done() : 1;
+        return !m_tableRows.empty();
     }
 
-    /// The question that is due; empty if all are answered. No question is asked twice, and none if the answer could
-    /// not make a study file of the text.
-    QString Question();
+    /// Goes on listing the faults, or making the study file, until the deadline. @return whether there is more to do
+    bool GoOn(const QDeadlineTimer &deadline);
 
-    /// Answers the question that is due. After a no, what it offers to change stays.
-    void Answer(bool isYes);
+    /// How much has been done, from 0 to 1.
+    double Done() const;
 
-    /// Encodes the text when no question is left. @param bytes  of the study file; undefined after a refusal
+    /// What is wrong with the text, once it is listed. Nothing if it is no text at all, which Encode says. Characters
+    /// with an equivalent are no fault.
+    const TextFaults &Faults() const
+    {
+        return m_faults;
+    }
+
+    /// Begins to make the study file, also before the faults are listed. To be called once.
+    void Make(const TextChoices &choices);
+
+    /// Encodes the study file once it is made. @param bytes  undefined after a refusal
     /// @return why the text cannot be a study file, with the 1-based line of the text to begin with
     TextRefusal Encode(QByteArray *bytes) const;
 
-    /// What was made of the text, after Encode: lines and blanks, what was replaced, and the first line that is too
-    /// long.
+    /// What was made of the text, after Encode: lines and blanks, what was replaced, and what still keeps it from
+    /// being studied.
     /// @param heading  what was done, without a line end
     /// @param path  of the study file
     /// @param keptPath  of the file that it replaced; empty if there was none
     QString Report(const QString &heading, const QString &path, const QString &keptPath) const;
 
-  private:
-    /// In the order in which they are asked.
-    enum class Due
+    /// Number of blanks in the study file.
+    qsizetype BlankCount() const
     {
-        Encoding,
-        Accents,
-        Brackets,
-        LongLines,
-        None,
-    };
+        return m_converted.text.count(u'[');
+    }
 
-    bool IsDue(Due question);
-    void Seek(Due next);
-    QString NameOfLine(int line) const;
-    QString NameOfPlace(const CharacterAt &at) const;
+    /// What still keeps the study file from being studied, one sentence; empty if nothing does.
+    QString Remains() const;
+
+  private:
+    bool ListFaults(const QDeadlineTimer &deadline);
+    void ListLine(QStringView source, QStringView converted);
+    void AddEntry(const LineProblem &problem);
+    void FinishMaking();
+    void LeaveRowsOut();
+    QString LossRemarks() const;
 
     QString m_text; // as given
     std::vector<int> m_tableRows;
     QByteArray m_bytes;
     CharCode m_code = CharCode::None;
-    Due m_due = Due::None;
-    bool m_isSought = false;                    // whether m_due is still to be judged
     std::optional<TextConversion> m_conversion; // under way
     ConvertedText m_converted;
-    BrokenLines m_lines;
-    int m_longLine = 0; // first line of the result that is too long
+    bool m_isListing = true;
+    bool m_canHalve = true;   // full-width brackets
+    qsizetype m_listedTo = 0; // in m_text
+    qsizetype m_convertedTo = 0;
+    int m_line = 0;
+    TextFaults m_faults;
+    TextChoices m_choices;
+    QStringList m_rowsLeftOut; // their numbers
+    int m_longLine = 0;        // first line of the result that is too long
+    int m_bracketLine = 0;     // first one with wrong brackets
 };
 
 /// Whether files in an encoding can be converted. @param codeName  as CharCodeName gives it

@@ -26,6 +26,12 @@ class StudyFileList : public QListView
         Q_EMIT RowsShown(qMax(0, -topPx / pitchPx), (viewport()->height() - topPx) / pitchPx);
     }
 
+    /// A click where there is no file changes nothing.
+    QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex &index, const QEvent *event) const override
+    {
+        return index.isValid() ? QListView::selectionCommand(index, event) : QItemSelectionModel::NoUpdate;
+    }
+
     /// Repaints only the changed rows. New remarks move no row, but QListView would lay out all rows again for every
     /// file checked.
     void dataChanged(const QModelIndex &topLeft, const QModelIndex &bottomRight, const QList<int> &roles) override

@@ -143,7 +143,7 @@ QVariant StudyFileModel::data(const QModelIndex &index, int role) const
     case RemarksRole:
         return Remarks(name);
     case BlanksRole:
-        return HasFigures(name) ? QString(QString::number(m_folder.Facts(name).blanks) + u'問') : QString();
+        return HasFigures(name) ? Blanks(name) : QString();
     case StudiedRole:
         return HasFigures(name) ? Studied(name) : QString();
     case HardRole:
@@ -192,6 +192,15 @@ QString StudyFileModel::Remarks(const QString &name) const
     return facts.remedy == Remedy::None ? facts.remarks : QString(facts.remarks + u'　' + RemedyText(facts.remedy));
 }
 
+/// "1問（全角の［ ］ 10）" if some brackets hide nothing.
+QString StudyFileModel::Blanks(const QString &name) const
+{
+    const StudyFileFacts facts = m_folder.Facts(name);
+    const QString blanks = QString::number(facts.blanks) + u'問';
+    return facts.fullWidth == 0 ? blanks
+                                : QString(blanks + u"（全角の［ ］ "_s + QString::number(facts.fullWidth) + u'）');
+}
+
 QString StudyFileModel::Studied(const QString &name) const
 {
     const StudyTally tally = TallyOf(name);
@@ -205,7 +214,11 @@ QString StudyFileModel::Description(const QString &name) const
 {
     if (!HasFigures(name))
         return Remarks(name);
-    return StudyFiguresSentence(m_folder.Facts(name).blanks, HardCount(name), TallyOf(name), m_today);
+    const StudyFileFacts facts = m_folder.Facts(name);
+    const QString sentence = StudyFiguresSentence(facts.blanks, HardCount(name), TallyOf(name), m_today);
+    return facts.fullWidth == 0 ? sentence
+                                : QString(sentence + u"，全角の［ ］"_s + QString::number(facts.fullWidth) + u'　' +
+                                          RemedyText(Remedy::Mend));
 }
 
 QString StudyFileDelegate::displayText(const QVariant &value, const QLocale &) const
@@ -341,7 +354,7 @@ void StudyFileDelegate::paint(QPainter *painter, const QStyleOptionViewItem &opt
     painter->fillRect(item.rect, ground);
     if (isNote)
         painter->fillRect(QRect(item.rect.left(), item.rect.bottom(), item.rect.width(), 1), colours.dim);
-    if (isSelected && item.state.testFlag(QStyle::State_HasFocus))
+    if (item.state.testFlag(QStyle::State_HasFocus)) // also where only the cursor is, between several selected rows
         painter->fillRect(QRect(item.rect.topLeft(), QSize(edgePx, item.rect.height())), accent);
     PaintIcon(painter, isNote ? Icon::Notebook : Icon::File, places.Sign(), isNote ? accent : colours.dim, QColor());
     painter->setFont(item.font);

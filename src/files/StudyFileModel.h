@@ -21,11 +21,11 @@ class StudyFileModel : public QAbstractListModel
     enum Role
     {
         RemarksRole = Qt::UserRole, ///< remarks on the file and what helps, or an empty text
-        BlanksRole,                 ///< "67問"; empty with remarks or before the check
-        StudiedRole,                ///< when the file was studied; empty with remarks or before that is known
-        PrintableCopyRole,          ///< whether the file is a printable copy
-        HardRole,                   ///< number of hard words; empty if there are none
-        NoteRole,                   ///< whether the row is that of the note of hard words
+        BlanksRole,        ///< "67問", "1問（全角の［ ］ 10）"; empty with remarks or before the check
+        StudiedRole,       ///< when the file was studied; empty with remarks or before that is known
+        PrintableCopyRole, ///< whether the file is a printable copy
+        HardRole,          ///< number of hard words; empty if there are none
+        NoteRole,          ///< whether the row is that of the note of hard words
     };
 
     StudyFileModel(StudyFolder &folder, const StudyTallies &tallies, QObject *parent);
@@ -74,6 +74,7 @@ class StudyFileModel : public QAbstractListModel
     StudyTally TallyOf(const QString &name) const;
     bool HasFigures(const QString &name) const;
     QString Remarks(const QString &name) const;
+    QString Blanks(const QString &name) const;
     QString Studied(const QString &name) const;
     QString Description(const QString &name) const;
 

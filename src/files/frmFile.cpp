@@ -6,12 +6,11 @@
 #include "base/modFile.h"
 #include "base/modLog.h"
 #include "base/modProduct.h"
-#include "exchange/CodeConversion.h"
+#include "exchange/MendFiles.h"
 #include "exchange/frmExport.h"
 #include "exchange/frmPrint.h"
 #include "exchange/frmTable.h"
 #include "exchange/modPrintableCopy.h"
-#include "exchange/modStudyFromText.h"
 #include "files/MakeHardNote.h"
 #include "files/StudyFileList.h"
 #include "files/StudyFileModel.h"
@@ -178,7 +177,7 @@ void frmFile::Form_Activate()
     if (SelectedName().isEmpty())
         Select(u"はじめに.txt"_s);
     if (SelectedName().isEmpty())
-        lstFile->setCurrentIndex(m_files->FirstFile()); // so that even a new user's first Enter opens a file
+        Select(m_files->FirstFile().data().toString()); // so that even a new user's first Enter opens a file
     m_history->ShowThisWeek(m_ended.sum.answers > 0 ? m_ended.start : QDateTime());
     if (m_tallies.ReadRecent(m_services.Now().date()))
         m_tallying->start(0);
@@ -198,6 +197,7 @@ void frmFile::cmdSelect_Click()
         const QString question = refusal.message + u"\r\nこのファイルを開きますか？"_s;
         if (m_msg.Ask(this, question) == MsgResult::Ok)
             OpenInEditor(m_services, m_editor, path, refusal.line);
+        GoToMend(SelectedName());
         return;
     }
     m_msg.PlayNamedSound(u"start.wav"_s);
@@ -281,14 +281,14 @@ void frmFile::cmdConvFile_Click()
         OpenInEditor(m_services, m_editor, copyPath, 1);
 }
 
-void frmFile::cmdConvCode_Click()
+void frmFile::cmdMend_Click()
 {
-    WriteTrace(u"■frmFile.cmdConvCode_Click");
-    const QString path = TakeSelection();
-    if (path.isEmpty())
+    WriteTrace(u"■frmFile.cmdMend_Click");
+    const QStringList paths = TakeSelections(false);
+    if (paths.isEmpty())
         return;
-    if (ConvertToShiftJis(m_services, m_msg, this, m_editor, path))
-        WriteFile(path);
+    if (MendFiles(m_services, m_msg, this, m_editor, paths) == MendOutcome::ToBeWritten)
+        WriteFile(paths.front());
     ListFiles();
     lstFile->setFocus(); // Enter then opens the file
 }
@@ -339,12 +339,13 @@ void frmFile::cmdEnd_Click()
 void frmFile::txtFilter_Change()
 {
     WriteTrace(u"■frmFile.txtFilter_Change");
-    const QString selected = SelectedName();
+    const QStringList selected = SelectedNames();
+    const QString current = lstFile->currentIndex().data().toString();
     m_files->SetFilter(txtFilter->text());
     ShowEmptyList();
-    Select(selected);
-    if (SelectedName().isEmpty() && !txtFilter->text().isEmpty())
-        lstFile->setCurrentIndex(m_files->FirstFile()); // Enter then opens the first match
+    SelectNames(selected, current);
+    if (SelectedNames().isEmpty() && !txtFilter->text().isEmpty())
+        Select(m_files->FirstFile().data().toString()); // Enter then opens the first match
 }
 
 /// Moves the focus into the half that is shown, unless the user goes from tab to tab.
@@ -400,16 +401,17 @@ void frmFile::lstFile_OLEDragDrop(const QStringList &paths)
             break;
 }
 
-/// Lists the folder again and keeps the selection if the selected file still exists.
+/// Lists the folder again and keeps the selection of files that still exist.
 void frmFile::ListFiles()
 {
-    const QString selected = SelectedName();
+    const QStringList selected = SelectedNames();
+    const QString current = lstFile->currentIndex().data().toString();
     const int scrolledTo = lstFile->verticalScrollBar()->value();
     if (m_watcher->directories().isEmpty())
         m_watcher->addPath(m_folder.Path());
     m_files->Refresh(m_services.Now().date());
     ShowEmptyList();
-    Select(selected);
+    SelectNames(selected, current);
     lstFile->verticalScrollBar()->setValue(scrolledTo);
 }
 
@@ -514,8 +516,36 @@ void frmFile::SelectNew(const QString &name)
 
 void frmFile::Select(const QString &name)
 {
-    lstFile->setCurrentIndex(m_files->IndexOf(name));
+    // Not as if by the mouse, for which a key that happens to be held would change the meaning.
+    lstFile->selectionModel()->setCurrentIndex(m_files->IndexOf(name), QItemSelectionModel::ClearAndSelect);
     ShowCommands();
+}
+
+/// Selects files that exist, and puts the cursor on one of them.
+void frmFile::SelectNames(const QStringList &names, const QString &current)
+{
+    if (names.size() <= 1) {
+        Select(names.value(0));
+        return;
+    }
+    QItemSelection selection;
+    for (const QString &name : names)
+        if (const QModelIndex row = m_files->IndexOf(name); row.isValid())
+            selection.select(row, row);
+    lstFile->selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
+    lstFile->selectionModel()->setCurrentIndex(m_files->IndexOf(current), QItemSelectionModel::NoUpdate);
+    ShowCommands();
+}
+
+/// After a file was refused, puts the focus on what can mend it.
+void frmFile::GoToMend(const QString &name)
+{
+    if (name == HardNoteTitle)
+        return;
+    m_folder.Check(name);
+    m_files->ShowTallies(); // and the commands
+    if (m_folder.Facts(name).remedy == Remedy::Mend)
+        (m_mend.button->isVisible() ? m_mend.button : cmdOthers)->setFocus();
 }
 
 /// Shows the commands that are possible. Also called after each check, because the facts about the selected file are
@@ -527,13 +557,18 @@ void frmFile::ShowCommands()
         command.button->setVisible(isPossible && !isNarrow);
         command.inMenu->setVisible(isPossible && isNarrow);
     };
-    const bool canConvert = m_folder.Facts(SelectedName()).remedy == Remedy::Convert;
+    const QStringList names = SelectedNames();
+    const bool areSeveral = names.size() > 1;
+    const StudyFileFacts facts = m_folder.Facts(SelectedName());
+    const bool canMend = std::ranges::any_of(names, [&](const QString &name) {
+        return m_folder.Facts(name).remedy == Remedy::Mend || (areSeveral && !m_folder.IsChecked(name));
+    });
     show(m_edit, true);
     show(m_write, true);
-    show(m_convert, canConvert);
-    show(m_print, !canConvert); // a file in another encoding cannot be printed
-    lblNote->SetText(canConvert ? u"選んだファイルは"_s + RemedyText(Remedy::Convert) + u'。' : FolderNote(m_folder));
-    lblNote->setVisible(!isNarrow || m_folder.UnshowableCount() > 0);
+    show(m_print, areSeveral || facts.canBeOpened || facts.remedy != Remedy::Mend); // a refused file cannot be printed
+    show(m_mend, canMend);
+    lblNote->SetText(areSeveral ? SelectionNote(names.size()) : canMend ? MendNote(facts) : FolderNote(m_folder));
+    lblNote->setVisible(!isNarrow || canMend || m_folder.UnshowableCount() > 0);
 }
 
 void frmFile::ShowEmptyList()
@@ -544,10 +579,22 @@ void frmFile::ShowEmptyList()
     cmdMakeFirst->setVisible(isEmpty && m_folder.Names().isEmpty());
 }
 
+/// In the order of the list.
+QStringList frmFile::SelectedNames() const
+{
+    QModelIndexList selected = lstFile->selectionModel()->selectedIndexes();
+    std::sort(selected.begin(), selected.end());
+    QStringList names;
+    for (const QModelIndex &row : std::as_const(selected))
+        names += row.data(Qt::DisplayRole).toString();
+    return names;
+}
+
+/// Empty unless a single row is selected.
 QString frmFile::SelectedName() const
 {
-    const QModelIndexList selected = lstFile->selectionModel()->selectedIndexes();
-    return selected.isEmpty() ? QString() : selected.front().data(Qt::DisplayRole).toString();
+    const QStringList names = SelectedNames();
+    return names.size() == 1 ? names.front() : QString();
 }
 
 /// Full path of the selected file; empty after telling the user why the command does not apply to it.
@@ -566,10 +613,29 @@ QString frmFile::TakeSelectionOrNote()
 {
     m_chosenNote.reset();
     CallAfterShown();
-    if (SelectedName() != HardNoteTitle)
-        return TakeSelection();
-    m_chosenNote = MakeHardNote(m_msg, this, m_marks, m_folder.Path(), m_reportFolder);
-    return m_chosenNote ? HardNotePath(m_reportFolder) : QString();
+    return SelectedName() == HardNoteTitle ? TakeSelections(true).value(0) : TakeSelection();
+}
+
+/// Full paths of all selected files, for commands that apply to several; empty after telling the user why there are
+/// none.
+/// @param areNotesTaken  whether the note of hard words is one of them, which is made afresh; it is left out otherwise
+QStringList frmFile::TakeSelections(bool areNotesTaken)
+{
+    QStringList paths;
+    bool isTold = false;
+    for (const QString &name : SelectedNames()) {
+        if (name != HardNoteTitle) {
+            paths += m_folder.PathOf(name);
+        } else if (areNotesTaken) {
+            m_chosenNote = MakeHardNote(m_msg, this, m_marks, m_folder.Path(), m_reportFolder);
+            if (m_chosenNote)
+                paths += HardNotePath(m_reportFolder);
+            isTold = !m_chosenNote;
+        }
+    }
+    if (paths.isEmpty() && !isTold)
+        m_msg.Refuse(this, SelectionRefusal(QString(), false));
+    return paths;
 }
 
 void frmFile::Leave(FileChoice choice)

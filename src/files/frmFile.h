@@ -115,7 +115,7 @@ class frmFile : public QDialog
     void cmdOpenFolder_Click();
     void cmdIni_Click();
     void cmdConvFile_Click();
-    void cmdConvCode_Click();
+    void cmdMend_Click();
     void cmdPrint_Click();
     void cmdTable_Click();
     void cmdExport_Click();
@@ -132,7 +132,7 @@ class frmFile : public QDialog
     void SetUpEmptyList();
     void SetUpFilter();
     void AddFileButtons();
-    QPushButton *OthersButton();
+    void SetUpOthersButton();
     void AddBottomRow();
     void SetUpTabOrder();
     void ArrangeHalves();
@@ -154,9 +154,13 @@ class frmFile : public QDialog
     void Select(const QString &name);
     void ShowCommands();
     void ShowEmptyList();
+    QStringList SelectedNames() const;
     QString SelectedName() const;
+    void SelectNames(const QStringList &names, const QString &current);
+    void GoToMend(const QString &name);
     QString TakeSelection(bool isForPrinting = false);
     QString TakeSelectionOrNote();
+    QStringList TakeSelections(bool areNotesTaken);
     void Leave(FileChoice choice);
 
     SystemServices &m_services;
@@ -196,11 +200,12 @@ class frmFile : public QDialog
     QWidget *m_fileHalf;
     HistoryPanel *m_history;
     QPushButton *cmdSelect;
+    QPushButton *cmdOthers;
     QPushButton *cmdMakeFirst; // below lblEmpty
     Command m_edit;
     Command m_write;
     Command m_print;
-    Command m_convert;
+    Command m_mend;
     QBoxLayout *m_fileButtons; // below the list
     QBoxLayout *m_bottom;      // below both halves
 };

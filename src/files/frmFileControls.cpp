@@ -89,6 +89,7 @@ void frmFile::SetUpList()
     lstFile->setModel(m_files);
     lstFile->setItemDelegate(new StudyFileDelegate(lstFile));
     lstFile->setUniformItemSizes(true); // avoids measuring thousands of rows
+    lstFile->setSelectionMode(QAbstractItemView::ExtendedSelection);
     lstFile->setEditTriggers(QAbstractItemView::NoEditTriggers);
     lstFile->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff); // the delegate elides to fit the width
     lstFile->setMinimumSize(Ems(fontMetrics(), 20), 8 * fontMetrics().height());
@@ -138,9 +139,10 @@ QWidget *frmFile::FileHalf()
     SetUpList();
     SetUpEmptyList();
     SetUpFilter();
+    SetUpOthersButton();
     auto *const above = new QHBoxLayout;
     above->addWidget(txtFilter, 1);
-    above->addWidget(OthersButton());
+    above->addWidget(cmdOthers);
     auto *const column = new QVBoxLayout(m_fileHalf);
     column->setContentsMargins(0, 0, 0, 0);
     column->addLayout(above);
@@ -179,10 +181,11 @@ void frmFile::AddFileButtons()
     m_print.button->setIcon(ButtonIcon(Icon::Print));
     AddAction(u"actPrint"_s, m_print.button->text(), m_print.button->toolTip(), Qt::CTRL | Qt::Key_P,
               &frmFile::cmdPrint_Click);
-    m_convert.button = AddButton(this, u"cmdConvCode"_s, u"Shift_JISに変換(&C)"_s,
-                                 u"文字コードを変えて，開けるファイルにします (Alt+C)"_s, &frmFile::cmdConvCode_Click);
+    m_mend.button = AddButton(this, u"cmdMend"_s, u"ファイルを直す(&C)"_s,
+                              u"文字コード，全角のかっこ，長い行などを直します (Alt+C)"_s, &frmFile::cmdMend_Click);
+    m_mend.button->setAutoDefault(true); // Enter presses it where the focus goes after a refusal
     m_fileButtons->addWidget(cmdSelect, 1);
-    for (Command *const command : {&m_edit, &m_write, &m_print, &m_convert}) {
+    for (Command *const command : {&m_edit, &m_write, &m_print, &m_mend}) {
         m_fileButtons->addWidget(command->button);
         const QString caption = command->button->text();
         command->inMenu = new QAction(caption, this);
@@ -193,12 +196,12 @@ void frmFile::AddFileButtons()
 }
 
 /// A button with a menu of rarely used commands.
-QPushButton *frmFile::OthersButton()
+void frmFile::SetUpOthersButton()
 {
     auto *const menu = new QMenu(this);
     menu->setObjectName(u"mnuOthers"_s);
     menu->setToolTipsVisible(true);
-    for (const Command &command : {m_edit, m_write, m_print, m_convert})
+    for (const Command &command : {m_edit, m_write, m_print, m_mend})
         menu->addAction(command.inMenu);
     menu->addAction(AddAction(u"cmdNew"_s, u"新しい学習ファイル(&N)…"_s, u"新しい学習ファイルを書きます"_s,
                               Qt::CTRL | Qt::Key_N, &frmFile::cmdNew_Click));
@@ -226,10 +229,8 @@ QPushButton *frmFile::OthersButton()
     menu->addAction(AddAction(u"cmdIni"_s, u"表示の設定(&V)…"_s, u"文字の大きさや画面の色を変えます"_s, QKeySequence(),
                               &frmFile::cmdIni_Click));
 
-    QPushButton *const cmdOthers =
-        NamedButton(u"cmdOthers"_s, u"その他(&M)"_s, u"ほかの操作を表示します (Alt+M)"_s, this);
+    cmdOthers = NamedButton(u"cmdOthers"_s, u"その他(&M)"_s, u"ほかの操作を表示します (Alt+M)"_s, this);
     cmdOthers->setMenu(menu);
-    return cmdOthers;
 }
 
 /// The tabs or what has been achieved, and whose files of which folder these are.
@@ -283,11 +284,11 @@ void frmFile::AddBottomRow()
 void frmFile::SetUpTabOrder()
 {
     const auto control = [this](const QString &name) { return findChild<QWidget *>(name); };
-    SetTabOrder({tabHalves, txtFilter, control(u"cmdOthers"_s), lstFile, cmdMakeFirst, cmdSelect, m_edit.button,
-                 m_write.button, m_convert.button, m_print.button});
+    SetTabOrder({tabHalves, txtFilter, cmdOthers, lstFile, cmdMakeFirst, cmdSelect, m_edit.button, m_write.button,
+                 m_print.button, m_mend.button});
     SetTabOrder({control(u"cmdCancel"_s), control(u"cmdEnd"_s)});
     connect(m_history, &HistoryPanel::FileAsked, this, &frmFile::StudyTitle);
-    m_history->SetTabOrderBetween(m_print.button, control(u"cmdCancel"_s));
+    m_history->SetTabOrderBetween(m_mend.button, control(u"cmdCancel"_s));
 }
 
 bool frmFile::IsNarrow() const

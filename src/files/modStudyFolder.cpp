@@ -4,6 +4,7 @@
 #include "files/modStudyFolder.h"
 
 #include "base/modFile.h"
+#include "exchange/modBreakLines.h"
 #include "exchange/modStudyFromText.h"
 #include "platform/modCollation.h"
 #include "platform/modFolderNames.h"
@@ -151,11 +152,12 @@ Remedy RemedyFor(const TextRefusal &refusal, const QString &path)
 {
     switch (refusal.fault) {
     case TextFault::WrongCharCode:
-        return CanConvertFrom(refusal.charCode) ? Remedy::Convert : Remedy::None;
+        return CanConvertFrom(refusal.charCode) ? Remedy::Mend : Remedy::None;
     case TextFault::LineTooLong:
+        return BreakLongLines(refusal.text, MaxLineBytes).broken > 0 ? Remedy::Mend : RemedyByHand(path);
     case TextFault::BracketCount:
     case TextFault::BracketOrder:
-        return RemedyByHand(path);
+        return FullWidthBlanks(refusal.text) > 0 ? Remedy::Mend : RemedyByHand(path);
     case TextFault::None:
     case TextFault::TooLarge:
     case TextFault::Unreadable:
@@ -169,14 +171,19 @@ StudyFileFacts CheckContent(const QString &path)
     StudyLines lines;
     const TextRefusal refusal = ReadStudyText(path, MaxLineBytes, &lines);
     if (refusal)
-        return {RemarkOn(refusal), 0, RemedyFor(refusal, path)};
-    if (lines.BlankCount() > 0)
-        return {QString(), lines.BlankCount()};
+        return {.remarks = RemarkOn(refusal), .remedy = RemedyFor(refusal, path), .canBeOpened = false};
+    StudyFileFacts facts{.blanks = lines.BlankCount()};
     // With a Japanese input method on, typed brackets come out full-width, and those hide nothing.
     const bool hasFullWidth = lines.NextLineWith(u'［', 1) > 0 || lines.NextLineWith(u'］', 1) > 0;
-    if (hasFullWidth)
-        return {u"空欄なし（［ ］は全角）"_s, 0, RemedyByHand(path)};
-    return {u"空欄なし"_s, 0};
+    for (int line = lines.NextLineWith(u'［', 1); line > 0; line = lines.NextLineWith(u'［', line + 1))
+        facts.fullWidth += FullWidthBlanks(lines.at1(line));
+    if (facts.fullWidth > 0)
+        facts.remedy = Remedy::Mend;
+    else if (hasFullWidth && facts.blanks == 0)
+        facts.remedy = RemedyByHand(path);
+    if (facts.blanks == 0)
+        facts.remarks = hasFullWidth ? u"空欄なし（［ ］は全角）"_s : u"空欄なし"_s;
+    return facts;
 }
 
 } // namespace
@@ -199,8 +206,8 @@ StudyFileFacts CheckStudyFile(const QString &path)
 QString RemedyText(Remedy remedy)
 {
     switch (remedy) {
-    case Remedy::Convert:
-        return u"「Shift_JISに変換」で開けます"_s;
+    case Remedy::Mend:
+        return u"「ファイルを直す」で直せます"_s;
     case Remedy::Write:
         return u"「書く」で直せます"_s;
     case Remedy::Edit:
@@ -228,6 +235,17 @@ QString EmptyListText(const StudyFolder &folder, const QString &filter)
     if (folder.Names().isEmpty())
         return u"学習ファイルがありません。\nここに .txt をドロップするか，表から作ってください。"_s;
     return u"「"_s + filter + u"」を含むファイルはありません。"_s;
+}
+
+QString MendNote(const StudyFileFacts &facts)
+{
+    return facts.canBeOpened ? u"「ファイルを直す」(Alt+C) で全角の［ ］も空欄になります。"_s
+                             : u"「ファイルを直す」(Alt+C) で開けるようになります。"_s;
+}
+
+QString SelectionNote(qsizetype count)
+{
+    return QString::number(count) + u"個を選びました。直す，印刷，書き出すは，すべてのファイルに行います。"_s;
 }
 
 QString FolderNote(const StudyFolder &folder)

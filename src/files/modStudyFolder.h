@@ -11,11 +11,11 @@
 
 #include <utility>
 
-/// What makes a file that cannot be opened, or hides nothing, one that can be studied.
+/// What makes a file that cannot be opened, or hides less than it seems to, one that can be studied.
 enum class Remedy
 {
     None, ///< nothing in the program, or nothing is needed
-    Convert,
+    Mend, ///< MendFiles
     Write,
     Edit, ///< of a file too large to be written in the program
 };
@@ -26,9 +26,11 @@ QString RemedyText(Remedy remedy);
 /// What is known about a study file after reading it.
 struct StudyFileFacts
 {
-    QString remarks; ///< see CheckStudyFile
-    int blanks = 0;  ///< 0 for a file that cannot be opened
+    QString remarks{}; ///< see CheckStudyFile
+    int blanks = 0;    ///< 0 for a file that cannot be opened
     Remedy remedy = Remedy::None;
+    bool canBeOpened = true;
+    qsizetype fullWidth = 0; ///< see FullWidthBlanks; 0 for a file that cannot be opened
 };
 
 /// Size in bytes and modification time of a file, by which changes are detected.
@@ -106,6 +108,12 @@ bool MatchesFilter(const QString &name, const QString &wanted);
 
 /// What stands in the middle of a list without files: how to begin, or that the filter leaves nothing.
 QString EmptyListText(const StudyFolder &folder, const QString &filter);
+
+/// What the note below the list says about a file that can be mended.
+QString MendNote(const StudyFileFacts &facts);
+
+/// What it says about several selected files.
+QString SelectionNote(qsizetype count);
 
 /// The note below a folder's list: how many files cannot be shown, or else how files are added.
 QString FolderNote(const StudyFolder &folder);

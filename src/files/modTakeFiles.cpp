@@ -4,6 +4,7 @@
 #include "files/modTakeFiles.h"
 
 #include "base/modFile.h"
+#include "base/modParagraph.h"
 #include "platform/modReplaceFile.h"
 
 #include <QDeadlineTimer>
@@ -14,8 +15,6 @@
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
-
-constexpr qsizetype MaxShown = 10; // names or failures in one paragraph of a message
 
 bool IsTextOrPicture(const QString &name)
 {
@@ -34,28 +33,12 @@ QString ShownName(const QString &path)
     return NameInLine(NameOf(path));
 }
 
-QString Indented(const QStringList &lines)
-{
-    QString text;
-    for (const QString &line : lines.first(qMin(MaxShown, lines.size())))
-        text += u"\r\n  "_s + line;
-    if (lines.size() > MaxShown)
-        text += u"\r\n  ほかに"_s + QString::number(lines.size() - MaxShown) + u"個"_s;
-    return text;
-}
-
-QString IndentedNames(const QStringList &paths)
+QStringList ShownNames(const QStringList &paths)
 {
     QStringList names;
     for (const QString &path : paths)
         names += ShownName(path);
-    return Indented(names);
-}
-
-/// A paragraph of the message; empty if it is about no file.
-QString Paragraph(QStringView heading, const QString &lines)
-{
-    return lines.isEmpty() ? QString() : u"\r\n\r\n"_s + heading + lines;
+    return names;
 }
 
 /// Copies a file and keeps the one that it replaces. @param kept  as in ReplaceAndKeep
@@ -197,7 +180,7 @@ void FileTaking::Take(const QString &path)
 
 QString ReplaceTakenQuestion(const QStringList &replaced)
 {
-    return u"学習ファイルのフォルダに，同じ名前のファイルがあります。"_s + IndentedNames(replaced) +
+    return u"学習ファイルのフォルダに，同じ名前のファイルがあります。"_s + Indented(ShownNames(replaced)) +
            u"\r\n\r\n置き換えますか？（元のファイルは「….bak」として残します。\r\n"
            u"「いいえ」を押すと，ないものだけをコピーします。）"_s;
 }
@@ -207,18 +190,18 @@ QString TakenMessage(const FilesToTake &files, const FileTaking &taking)
     const qsizetype copied = taking.Copied().size();
     QString message = copied > 0 ? QString::number(copied) + u"個のファイルを学習ファイルのフォルダにコピーしました。"_s
                                  : u"コピーしたファイルはありません。"_s;
-    message += IndentedNames(taking.Copied());
-    message += Paragraph(u"置き換える前のファイルは，次の名前で残しました。", Indented(taking.Kept()));
-    message += Paragraph(u"同じ名前のファイルがあるため，コピーしませんでした。", IndentedNames(files.declined));
-    message += Paragraph(u"中止したため，コピーしませんでした。", IndentedNames(taking.Left()));
-    message += Paragraph(u"コピーできません。", Indented(taking.Failures()));
+    message += Indented(ShownNames(taking.Copied()));
+    message += Paragraph(u"置き換える前のファイルは，次の名前で残しました。", taking.Kept());
+    message += Paragraph(u"同じ名前のファイルがあるため，コピーしませんでした。", ShownNames(files.declined));
+    message += Paragraph(u"中止したため，コピーしませんでした。", ShownNames(taking.Left()));
+    message += Paragraph(u"コピーできません。", taking.Failures());
     message += Paragraph(QString(QString::number(MaxFileMegabytes) + u"MBを超えるため，コピーしません。"_s),
-                         IndentedNames(files.tooLarge));
+                         ShownNames(files.tooLarge));
     message += Paragraph(u"学習ファイル（.txt）と画像（.png .jpg .jpeg .gif .bmp）ではないため，コピーしません。",
-                         IndentedNames(files.foreign));
-    message += Paragraph(u"同じ名前のファイルが二つ以上あるため，初めの一つだけにします。", IndentedNames(files.twins));
-    message += Paragraph(u"もう学習ファイルのフォルダにあるファイルです。", IndentedNames(files.present));
-    message += Paragraph(u"フォルダの中のフォルダは，コピーしません。", IndentedNames(files.nested));
-    message += Paragraph(u"ほかのフォルダを指すリンクのため，コピーしません。", IndentedNames(files.linked));
-    return message + Paragraph(u"次の表から，学習ファイルを作りますか？", IndentedNames(files.tables));
+                         ShownNames(files.foreign));
+    message += Paragraph(u"同じ名前のファイルが二つ以上あるため，初めの一つだけにします。", ShownNames(files.twins));
+    message += Paragraph(u"もう学習ファイルのフォルダにあるファイルです。", ShownNames(files.present));
+    message += Paragraph(u"フォルダの中のフォルダは，コピーしません。", ShownNames(files.nested));
+    message += Paragraph(u"ほかのフォルダを指すリンクのため，コピーしません。", ShownNames(files.linked));
+    return message + Paragraph(u"次の表から，学習ファイルを作りますか？", ShownNames(files.tables));
 }

@@ -23,7 +23,8 @@ TextRefusal CheckCharCode(const QString &title, const QByteArray &bytes)
     const QString code = GetCharCodeName(WholeFile(bytes));
     if (code == u"ASCII" || code == u"SJIS")
         return {};
-    return {TextFault::WrongCharCode, 1, code, WrongCharCodeMessage(title, code)};
+    return {
+        .fault = TextFault::WrongCharCode, .line = 1, .charCode = code, .message = WrongCharCodeMessage(title, code)};
 }
 
 /// Reads a whole file in ASCII or code page 932. @param bytes  undefined after a refusal
@@ -49,6 +50,8 @@ TextRefusal CheckStudyLines(const StudyLines &lines, int maxLineBytes)
         refusal.fault = TextFault::BracketCount;
     else if (!CheckBracketOrder(lines, &refusal.message, &refusal.line))
         refusal.fault = TextFault::BracketOrder;
+    if (refusal)
+        refusal.text = lines.at1(refusal.line).toString();
     return refusal;
 }
 

@@ -29,6 +29,7 @@ struct [[nodiscard]] TextRefusal
     TextFault fault = TextFault::None;
     int line = 0;       ///< 1-based line at fault; 1 if the file is refused as a whole; 0 if there is no fault
     QString charCode{}; ///< WrongCharCode: name of the detected encoding
+    QString text{};     ///< a fault of a line: that line, with tabs expanded
     QString message{};  ///< complete text for the user, lines separated by CR LF; empty if there is no fault
 
     explicit operator bool() const

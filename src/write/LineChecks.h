@@ -6,7 +6,7 @@
 // keep the sums up to date. So what a change costs depends on the lines that it changes, not on the others.
 #pragma once
 
-#include "write/modLineCheck.h"
+#include "exchange/modLineCheck.h"
 
 #include <QObject>
 #include <QTextBlock>

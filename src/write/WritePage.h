@@ -8,7 +8,7 @@
 
 #include "widgets/PageColours.h"
 #include "widgets/WheelSteps.h"
-#include "write/modLineCheck.h"
+#include "exchange/modLineCheck.h"
 
 #include <QPlainTextEdit>
 #include <QTextBlockUserData>

@@ -75,6 +75,8 @@ struct EncodedDraft
     QList<UnwritableCharacter> unwritable; ///< the first of them, at most MaxUnwritableShown
 };
 
+constexpr int MaxUnwritableShown = 5;
+
 /// Encodes a text in code page 932. All lines end as most of the old file do, with CR LF in a new file or if there are
 /// equally many; the last one ends if the text does. A line of the old file whose text did not change keeps its bytes,
 /// also those that code page 932 cannot give back.

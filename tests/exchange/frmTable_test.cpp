@@ -35,7 +35,7 @@ class TableWindowTest : public WindowTest
         script.messages.clear();
         script.When(u"frmTable"_s, std::move(action));
         for (const QString &answer : answers)
-            script.Click(u"frmMsg"_s, answer);
+            script.Click(answer == u"frmMend" ? answer : u"frmMsg"_s, answer == u"frmMend" ? ok : answer);
         QString made = window.Make(folder.Write(u"words.csv"_s, bytes));
         EXPECT_TRUE(script.IsDone());
         return made;
@@ -77,12 +77,11 @@ TEST_F(TableWindowTest, ColumnsChosen_MakesFileAndReplacesOnlyWithConsent)
         EXPECT_TRUE(preview->toPlainText().startsWith(u"[caf\u00E9] = 店\n"_s));
         Click(dialog, ok);
     };
-    EXPECT_EQ(Make(bytes, choose, {ok, ok}), u"words.txt"_s);
+    EXPECT_EQ(Make(bytes, choose, {u"frmMend"_s, ok}), u"words.txt"_s);
     const QByteArray made = ToCodePage932(u"[cafe] = 店\r\n[ice～] = 氷 = x\r\n");
     EXPECT_EQ(folder.Read(u"txt/words.txt"_s), made);
-    ASSERT_EQ(script.messages.size(), 2);
-    EXPECT_TRUE(script.messages[0].contains(u"表の2行目：\u00E9"_s)) << script.messages[0].toStdString();
-    EXPECT_EQ(script.messages[1],
+    ASSERT_EQ(script.messages.size(), 1);
+    EXPECT_EQ(script.messages[0],
               u"表から学習ファイルを作りました。\n    ファイル名＝words.txt\n    行の数＝2，空欄の数＝2\n\n"
               u"Shift_JISにない文字を，同じ意味の文字に置き換えました。\n  \u301C（U+301C） → ～　1個\n\n"
               u"アクセント記号を1個除きました。\n\n"
@@ -106,6 +105,22 @@ TEST_F(TableWindowTest, ColumnsChosen_MakesFileAndReplacesOnlyWithConsent)
     EXPECT_EQ(script.messages[1],
               u"表から学習ファイルを作りました。\n    ファイル名＝words.txt\n"
               u"    元のファイル＝words.txt.bak\n    行の数＝1，空欄の数＝1\n\n「書く」で開きますか？"_s);
+}
+
+TEST_F(TableWindowTest, RowsWithCharactersThatCannotBeWritten_AreLeftOutIfWanted)
+{
+    const auto make = [this](QWidget *dialog) {
+        script.When(u"frmMend"_s, [this](QWidget *mend) {
+            EXPECT_TRUE(mend->findChild<QPlainTextEdit *>(u"txtFaults"_s)->toPlainText().startsWith(u"表の2行目："_s));
+            Click(mend, u"optLeaveOut"_s);
+            Click(mend, ok);
+        });
+        script.Click(u"frmMsg"_s, no);
+        Click(dialog, ok);
+    };
+    EXPECT_EQ(Make(u"a,b\nc,\U0001F600\ne,f\n"_s.toUtf8(), make, {}), u"words.txt"_s);
+    EXPECT_EQ(folder.Read(u"txt/words.txt"_s), ToCodePage932(u"a　[b]\r\ne　[f]\r\n"));
+    EXPECT_TRUE(script.messages[0].contains(u"1行を入れませんでした。\n  表の2行目"_s));
 }
 
 TEST_F(TableWindowTest, HiddenColumnFarRight_IsScrolledIntoView)
@@ -255,7 +270,6 @@ TEST_F(TableWindowTest, Refused_WritesNothingAndStaysOpen)
     folder.Write(u"txt/words.txt"_s, "old");
     folder.MakeFolder(u"txt/folder.txt"_s);
     const Rows<const char *, QString, QString, QString> rows = {
-        {"unwritable character", u"a,\U0001F600\n"_s, u"words"_s, u"表の1行目："_s},
         {"name of a printable copy", u"a,b"_s, u"words_印刷用"_s, u"「_印刷用」で終わる"_s},
         {"name of a folder", u"a,b"_s, u"folder"_s, u"通常のファイルではありません。"_s},
         {"name that the system refuses", u"a,b"_s, QString(300, u'x'), u"学習ファイルを書き込めません。"_s},

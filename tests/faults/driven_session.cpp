@@ -267,7 +267,7 @@ class EndedUser : public QObject
         }
         m_hasChosen = true;
         QTimer::singleShot(0, this, [this] { m_hasBegun = true; }); // after what a drop has put off
-        auto *const convert = dialog->findChild<QPushButton *>(u"cmdConvCode"_s);
+        auto *const mend = dialog->findChild<QPushButton *>(u"cmdMend"_s);
         if (m_work == u"Table") {
             DropFiles({m_folder + u"/table.csv"_s}, dialog);
         } else if (m_work == u"Take") {
@@ -279,7 +279,7 @@ class EndedUser : public QObject
         } else if (m_work == u"Copy") {
             dialog->findChild<QAction *>(u"cmdConvFile"_s)->trigger();
         } else {
-            convert->click(); // without waiting for the list to check the file
+            mend->click(); // without waiting for the list to check the file
         }
     }
 

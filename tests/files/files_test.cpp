@@ -239,6 +239,32 @@ TEST(CheckStudyFile, EachFault_HasItsRemark)
     EXPECT_EQ(CheckStudyFile(large.fileName()).remarks, u"64MB超過"_s);
 }
 
+TEST(CheckStudyFile, FaultThatCanBeMended_HasThatRemedy)
+{
+    const QString mixed = u"［東京］"_s.repeated(10) + u"\r\n[信濃川]\r\n"_s;
+    const QString breakable = QString(40, u'あ') + u'、' + QString(40, u'い');
+    const Rows<const char *, QByteArray, Remedy, qsizetype, bool> rows = {
+        {"nothing to mend", "[a]", Remedy::None, 0, true},
+        {"no blank", "a", Remedy::None, 0, true},
+        {"both kinds of brackets", ToCodePage932(mixed), Remedy::Mend, 10, true},
+        {"full-width brackets", ToCodePage932(u"［a］"), Remedy::Mend, 1, true},
+        {"full-width brackets that would not pair", ToCodePage932(u"[b] ［a"), Remedy::None, 0, true},
+        {"other encoding", u"あ"_s.toUtf8(), Remedy::Mend, 0, false},
+        {"unknown encoding", "\x82\xFF\x80", Remedy::None, 0, false},
+        {"long line", ToCodePage932(breakable), Remedy::Mend, 0, false},
+        {"long line without a place to break", QByteArray(101, 'x'), Remedy::Edit, 0, false},
+        {"a bracket too many", "[a", Remedy::Edit, 0, false},
+        {"one bracket of each kind", ToCodePage932(u"[a］"), Remedy::Mend, 0, false},
+    };
+    const TestFolder folder;
+    for (const auto &[name, bytes, remedy, fullWidth, canBeOpened] : rows) {
+        const StudyFileFacts facts = CheckStudyFile(folder.Write(u"a.txt"_s, bytes));
+        EXPECT_EQ(int(facts.remedy), int(remedy)) << name << facts.remarks.toStdString();
+        EXPECT_EQ(facts.fullWidth, fullWidth) << name;
+        EXPECT_EQ(facts.canBeOpened, canBeOpened) << name;
+    }
+}
+
 TEST(SelectionRefusal, PrintableCopy_IsAcceptedOnlyForStudying)
 {
     EXPECT_TRUE(SelectionRefusal(u"a_印刷用.txt"_s, false).isEmpty());

@@ -354,17 +354,92 @@ TEST_F(FileWindowTest, FileInOtherEncodingSelected_OffersConversionInPlaceOfPrin
     folder.Write(u"txt/a utf8.txt"_s, "[\xE3\x81\x82]\n");
     InWindow([this] {
         const auto isShown = [this](const QString &name) { return Find<QWidget>(name)->isVisible(); };
-        EXPECT_FALSE(isShown(u"cmdConvCode"_s));
+        EXPECT_FALSE(isShown(u"cmdMend"_s));
         list->setCurrentIndex(list->model()->index(1, 0));
         EXPECT_EQ(list->currentIndex().data().toString(), u"a utf8.txt"_s);
         window.grab();
-        EXPECT_TRUE(WaitFor([&] { return isShown(u"cmdConvCode"_s); }));
+        EXPECT_TRUE(WaitFor([&] { return isShown(u"cmdMend"_s); }));
         EXPECT_FALSE(isShown(u"cmdPrint"_s));
         EXPECT_EQ(list->currentIndex().data(Qt::AccessibleTextRole).toString(),
-                  u"a utf8.txt，文字コード＝UTF8　「Shift_JISに変換」で開けます"_s);
+                  u"a utf8.txt，文字コード＝UTF8　「ファイルを直す」で直せます"_s);
         list->setCurrentIndex(list->model()->index(0, 0));
-        EXPECT_FALSE(isShown(u"cmdConvCode"_s));
+        EXPECT_FALSE(isShown(u"cmdMend"_s));
         EXPECT_TRUE(isShown(u"cmdPrint"_s));
+    });
+}
+
+TEST_F(FileWindowTest, BothKindsOfBrackets_AreCountedAndMendingIsOfferedBesidePrinting)
+{
+    folder.WriteStudyFile(u"txt/a mixed.txt"_s, {u"［東京］"_s.repeated(10), u"[信濃川]"_s});
+    InWindow([this] {
+        const auto isShown = [this](const QString &name) { return Find<QWidget>(name)->isVisible(); };
+        list->setCurrentIndex(list->model()->index(1, 0));
+        EXPECT_TRUE(WaitFor([&] { return isShown(u"cmdMend"_s); }));
+        EXPECT_EQ(InRow(1, StudyFileModel::BlanksRole), u"1問（全角の［ ］ 10）"_s);
+        EXPECT_TRUE(InRow(1, Qt::AccessibleTextRole).contains(u"全角の［ ］10　「ファイルを直す」で直せます"_s));
+        EXPECT_TRUE(isShown(u"cmdPrint"_s));
+        EXPECT_EQ(Find<QLabel>(u"lblNote"_s)->text(), u"「ファイルを直す」(Alt+C) で全角の［ ］も空欄になります。"_s);
+    });
+}
+
+TEST_F(FileWindowTest, RefusedFile_LeadsToWhatMendsIt)
+{
+    folder.Write(u"txt/a utf8.txt"_s, "[\xE3\x81\x82]\n");
+    const auto refuseIn = [this](const QString &focused) {
+        script.When(u"frmFile"_s, [this](QWidget *) {
+            list->setCurrentIndex(list->model()->index(1, 0)); // and at once, before the list is checked
+            QTest::keyClick(list, Qt::Key_Return);
+        });
+        script.Click(u"frmMsg"_s, u"cmdCancel"_s);
+        InWindow([this, focused] {
+            EXPECT_EQ(window.focusWidget()->objectName(), focused);
+            EXPECT_EQ(Find<QLabel>(u"lblNote"_s)->text(), u"「ファイルを直す」(Alt+C) で開けるようになります。"_s);
+            script.Click(u"frmMsg"_s, u"cmdCancel"_s);
+            if (focused == u"cmdMend")
+                QTest::keyClick(window.focusWidget(), Qt::Key_Return);
+            else
+                QTest::keyClick(&window, Qt::Key_C, Qt::AltModifier);
+            EXPECT_TRUE(script.messages.back().startsWith(u"UTF8からShift_JISに変換しました。"_s));
+        });
+    };
+    refuseIn(u"cmdMend"_s);
+    folder.Write(u"txt/a utf8.txt"_s, "[\xE3\x81\x82]\n");
+    window.resize(window.fontMetrics().horizontalAdvance(u'あ') * 40, window.height());
+    refuseIn(u"cmdOthers"_s);
+    EXPECT_EQ(folder.Read(u"txt/a utf8.txt"_s), ToCodePage932(u"[あ]\r\n"));
+}
+
+TEST_F(FileWindowTest, SeveralFilesSelected_CommandsForOneAskForOne)
+{
+    folder.WriteStudyFile(u"txt/c.txt"_s, {u"[c]"_s});
+    InWindow([this] {
+        const auto selected = [this] {
+            QStringList names;
+            for (int row = 0; row < list->model()->rowCount(); ++row)
+                if (const QModelIndex index = list->model()->index(row, 0); list->selectionModel()->isSelected(index))
+                    names += index.data().toString();
+            return names.join(u' ');
+        };
+        QTest::keyClick(list, Qt::Key_Home);
+        EXPECT_EQ(selected(), u"a good.txt"_s);
+        QTest::keyClick(list, Qt::Key_Down, Qt::ShiftModifier);
+        EXPECT_EQ(selected(), u"a good.txt bad.txt"_s);
+        folder.WriteStudyFile(u"txt/a new.txt"_s, {u"[a]"_s});
+        DialogScript::Press(&window, u"cmdRefresh"_s);
+        EXPECT_EQ(selected(), u"a good.txt bad.txt"_s) << "also when the list changes";
+        EXPECT_EQ(list->currentIndex().data().toString(), u"bad.txt"_s);
+        for (const QString &command : {u"cmdSelect"_s, u"cmdEdit"_s, u"cmdWrite"_s, u"cmdConvFile"_s}) {
+            script.Click(u"frmMsg"_s, u"cmdOK"_s);
+            DialogScript::Press(&window, command);
+        }
+        EXPECT_EQ(script.messages, QStringList(4, u"ファイルを一つ選択してください。"_s));
+        QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, QPoint(5, list->viewport()->height() - 2));
+        EXPECT_EQ(selected(), u"a good.txt bad.txt"_s) << "a click below the files changes nothing";
+        QTest::keyClick(list, Qt::Key_Down);
+        EXPECT_EQ(selected(), u"c.txt"_s);
+        auto *const filter = Find<QLineEdit>(u"txtFilter"_s);
+        filter->setText(u"c"_s);
+        EXPECT_EQ(selected(), u"c.txt"_s);
     });
 }
 
@@ -527,7 +602,7 @@ TEST_F(FileWindowTest, MarksInAnyFile_ShowTheNoteOfHardWordsAboveTheFiles)
             script.Click(u"frmMsg"_s, u"cmdOK"_s);
         DialogScript::Press(dialog, u"cmdEdit"_s);
         DialogScript::Press(dialog, u"cmdConvFile"_s);
-        window.findChild<QPushButton *>(u"cmdConvCode"_s)->click();
+        window.findChild<QPushButton *>(u"cmdMend"_s)->click();
         EXPECT_EQ(script.messages, QStringList(3, refusal));
         EXPECT_EQ(folder.Read(u"rec/苦手帳.txt"_s), "(no file)") << "not made for these";
         script.Click(u"frmPrint"_s, u"cmdOK"_s);

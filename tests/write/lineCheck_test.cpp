@@ -3,7 +3,7 @@
 
 #include "support/Rows.h"
 #include "support/TestFiles.h"
-#include "write/modLineCheck.h"
+#include "exchange/modLineCheck.h"
 
 #include <gtest/gtest.h>
 

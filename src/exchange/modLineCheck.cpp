@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Kotoban developers
 // SPDX-License-Identifier: MIT
 
-#include "write/modLineCheck.h"
+#include "exchange/modLineCheck.h"
 
 #include "base/modCodePage.h"
 #include "exchange/modBreakLines.h"
