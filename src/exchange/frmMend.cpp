@@ -31,7 +31,6 @@ void frmMend::Form_Load()
     NameControl(txtFaults, u"txtFaults"_s, u"直す所"_s, u"このままでは学習ファイルにならない所です (Alt+F)"_s);
     txtFaults->setReadOnly(true);
     txtFaults->setTabChangesFocus(true);
-    txtFaults->setLineWrapMode(QPlainTextEdit::NoWrap);
     txtFaults->setMinimumHeight(4 * fontMetrics().lineSpacing());
     Column()->addWidget(LabelOf(txtFaults, u"lblFaults"_s, u"直す所(&F)："_s));
     Column()->addWidget(txtFaults, 1);
@@ -44,11 +43,12 @@ bool frmMend::Choose(const QString &name, const TextFaults &faults, TextChoices 
     AddEncodings(faults, choices->keepsKana);
     AddCharacters(faults);
     AddLines(faults);
+    const QSize wanted(Ems(fontMetrics(), 44), 0);
     if (m_isOfTable)
-        AddAnswers(u"作る(&M)"_s, u"学習ファイルを作ります (Enter)"_s, u"作らずに戻ります (Esc)"_s);
+        AddAnswers(u"作る(&M)"_s, u"学習ファイルを作ります (Enter)"_s, u"作らずに戻ります (Esc)"_s, nullptr, wanted);
     else
         AddAnswers(u"直す(&M)"_s, u"ファイルを直し，元のファイルを .bak として残します (Enter)"_s,
-                   u"直さずに戻ります (Esc)"_s);
+                   u"直さずに戻ります (Esc)"_s, nullptr, wanted);
     cmdOK->setFocus();
     if (exec() != Accepted)
         return false;

@@ -26,9 +26,11 @@ class StudyFileList : public QListView
         Q_EMIT RowsShown(qMax(0, -topPx / pitchPx), (viewport()->height() - topPx) / pitchPx);
     }
 
-    /// A click where there is no file changes nothing.
+    /// A click where there is no file changes nothing, and setCurrentIndex selects one file whatever key is held.
     QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex &index, const QEvent *event) const override
     {
+        if (!event)
+            return QItemSelectionModel::ClearAndSelect;
         return index.isValid() ? QListView::selectionCommand(index, event) : QItemSelectionModel::NoUpdate;
     }
 

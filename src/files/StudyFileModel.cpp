@@ -189,7 +189,9 @@ bool StudyFileModel::HasFigures(const QString &name) const
 QString StudyFileModel::Remarks(const QString &name) const
 {
     const StudyFileFacts facts = m_folder.Facts(name);
-    return facts.remedy == Remedy::None ? facts.remarks : QString(facts.remarks + u'　' + RemedyText(facts.remedy));
+    return facts.remarks.isEmpty() || facts.remedy == Remedy::None
+               ? facts.remarks
+               : QString(facts.remarks + u'　' + RemedyText(facts.remedy));
 }
 
 /// "1問（全角の［ ］ 10）" if some brackets hide nothing.

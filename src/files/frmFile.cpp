@@ -177,7 +177,7 @@ void frmFile::Form_Activate()
     if (SelectedName().isEmpty())
         Select(u"はじめに.txt"_s);
     if (SelectedName().isEmpty())
-        Select(m_files->FirstFile().data().toString()); // so that even a new user's first Enter opens a file
+        lstFile->setCurrentIndex(m_files->FirstFile()); // so that even a new user's first Enter opens a file
     m_history->ShowThisWeek(m_ended.sum.answers > 0 ? m_ended.start : QDateTime());
     if (m_tallies.ReadRecent(m_services.Now().date()))
         m_tallying->start(0);
@@ -345,7 +345,7 @@ void frmFile::txtFilter_Change()
     ShowEmptyList();
     SelectNames(selected, current);
     if (SelectedNames().isEmpty() && !txtFilter->text().isEmpty())
-        Select(m_files->FirstFile().data().toString()); // Enter then opens the first match
+        lstFile->setCurrentIndex(m_files->FirstFile()); // Enter then opens the first match
 }
 
 /// Moves the focus into the half that is shown, unless the user goes from tab to tab.
@@ -516,8 +516,7 @@ void frmFile::SelectNew(const QString &name)
 
 void frmFile::Select(const QString &name)
 {
-    // Not as if by the mouse, for which a key that happens to be held would change the meaning.
-    lstFile->selectionModel()->setCurrentIndex(m_files->IndexOf(name), QItemSelectionModel::ClearAndSelect);
+    lstFile->setCurrentIndex(m_files->IndexOf(name));
     ShowCommands();
 }
 
@@ -567,6 +566,10 @@ void frmFile::ShowCommands()
     show(m_write, true);
     show(m_print, areSeveral || facts.canBeOpened || facts.remedy != Remedy::Mend); // a refused file cannot be printed
     show(m_mend, canMend);
+    if (canMend && !m_print.button->isHidden() && !HasRoomBelowList()) {
+        m_print.button->hide(); // a wider row would move everything beside it
+        m_print.inMenu->setVisible(true);
+    }
     lblNote->SetText(areSeveral ? SelectionNote(names.size()) : canMend ? MendNote(facts) : FolderNote(m_folder));
     lblNote->setVisible(!isNarrow || canMend || m_folder.UnshowableCount() > 0);
 }

@@ -137,6 +137,7 @@ class frmFile : public QDialog
     void SetUpTabOrder();
     void ArrangeHalves();
     bool IsNarrow() const;
+    bool HasRoomBelowList() const;
     QAction *AddAction(const QString &name, const QString &caption, const QString &toolTip, const QKeySequence &keys,
                        void (frmFile::*handler)());
     void SaveAfterShown();

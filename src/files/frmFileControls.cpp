@@ -33,6 +33,9 @@ namespace {
 
 constexpr int MaxPathChars = 50;
 constexpr int MaxNoteChars = 80;
+constexpr double HalvesGapEms = 1.2;
+constexpr int FileShare = 5; // of the window's width
+constexpr int HistoryShare = 7;
 
 } // namespace
 
@@ -64,9 +67,9 @@ frmFile::frmFile(SystemServices &services, StudyDatabase &database, frmMsg &msg,
     auto *const content = new QWidget(this);
     content->setObjectName(u"content"_s);
     auto *const halves = new QHBoxLayout;
-    halves->setSpacing(Ems(fontMetrics(), 1.2));
-    halves->addWidget(FileHalf(), 5);
-    halves->addWidget(m_history, 7);
+    halves->setSpacing(Ems(fontMetrics(), HalvesGapEms));
+    halves->addWidget(FileHalf(), FileShare);
+    halves->addWidget(m_history, HistoryShare);
     auto *const column = new QVBoxLayout(content);
     column->addWidget(TopBand(userName));
     column->addLayout(halves, 1);
@@ -295,6 +298,16 @@ bool frmFile::IsNarrow() const
 {
     constexpr int besideEachOther = 64; // ems that both halves need
     return width() < Ems(fontMetrics(), besideEachOther);
+}
+
+/// Whether all buttons fit below the list without making it wider.
+bool frmFile::HasRoomBelowList() const
+{
+    int neededPx = cmdSelect->minimumWidth();
+    for (const Command &command : {m_edit, m_write, m_print, m_mend})
+        neededPx += m_fileButtons->spacing() + command.button->sizeHint().width();
+    const int halvesPx = width() - 2 * WindowMargin - Ems(fontMetrics(), HalvesGapEms);
+    return neededPx <= halvesPx * FileShare / (FileShare + HistoryShare);
 }
 
 /// Shows both halves side by side, or one of them and tabs.

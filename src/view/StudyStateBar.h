@@ -59,7 +59,8 @@ class StudyStateBar : public QWidget
     void HideNotice();
 
     /// Shows or hides the notice that the study file has changed.
-    void ShowFileChange(bool isChanged);
+    /// @param canMend  whether it was refused meanwhile and can be mended, which is offered
+    void ShowFileChange(bool isChanged, bool canMend = false);
 
     /// Tells that the file has no blanks, and what to do; or that it has some.
     /// @param hasFullWidthBrackets  whether there are brackets that were perhaps meant for blanks

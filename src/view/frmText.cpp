@@ -5,10 +5,12 @@
 
 #include "base/modDateText.h"
 #include "base/modFile.h"
+#include "exchange/MendFiles.h"
 #include "exchange/frmExport.h"
 #include "exchange/frmPrint.h"
 #include "files/MakeHardNote.h"
 #include "files/frmFile.h"
+#include "files/modStudyFolder.h"
 #include "page/PageFrame.h"
 #include "page/picText.h"
 #include "search/frmSearch.h"
@@ -141,12 +143,13 @@ void frmText::WatchFile()
     if (const QStringList watched = m_watcher->files() + m_watcher->directories(); !watched.isEmpty())
         m_watcher->removePaths(watched);
     m_watcher->addPaths({m_session.Path(), QFileInfo(m_session.Path()).path()});
+    m_canMend = false;
     TellFileChange();
 }
 
 void frmText::TellFileChange()
 {
-    m_stateBar->ShowFileChange(m_session.IsFileChanged());
+    m_stateBar->ShowFileChange(m_session.IsFileChanged(), m_canMend);
     if (m_watcher->files().isEmpty() && QFileInfo::exists(m_session.Path()))
         m_watcher->addPath(m_session.Path()); // a replaced file is no longer watched
 }
@@ -217,6 +220,8 @@ void frmText::cmdReRead_Click()
         const QString question = reading.refusal.message + u"\r\n\r\nこのファイルを編集しますか？"_s;
         if (Ask(question, MsgStyle::OkCancel, u"notify.wav"_s) == MsgResult::Ok)
             OpenInEditorAt({m_session.Path(), reading.refusal.line});
+        m_canMend = CanMend();
+        TellFileChange();
         return;
     }
     WatchFile();
@@ -225,6 +230,34 @@ void frmText::cmdReRead_Click()
     if (missing > 0)
         m_stateBar->ShowNotice(MissingHardNotice(missing));
     TellBadPictureNames(reading);
+}
+
+/// Whether the open file is one that can be mended now.
+bool frmText::CanMend() const
+{
+    return m_page.IsFileOpen() && !m_session.IsHardNote() && CheckStudyFile(m_session.Path()).remedy == Remedy::Mend;
+}
+
+/// Mends the open file and reads it again. The session and its clock go on.
+void frmText::MendFile()
+{
+    WriteTrace(u"■frmText.MendFile");
+    if (!CanMend()) {
+        if (m_page.IsFileOpen())
+            m_stateBar->ShowNotice(u"直す所はありません"_s);
+        return;
+    }
+    m_session.CompleteSoFar();
+    const MendOutcome outcome =
+        MendFiles(m_services, m_msg, this, {m_settings.TextEditor, m_context.applicationFolder}, {m_session.Path()});
+    if (m_stage == Stage::Ended)
+        return; // the program was told to end meanwhile
+    Form_Activate();
+    if (outcome != MendOutcome::Nothing)
+        cmdReRead_Click();
+    if (outcome == MendOutcome::ToBeWritten)
+        actWrite_Click();
+    picText->setFocus();
 }
 
 void frmText::TellBadPictureNames(const StudyReading &reading)

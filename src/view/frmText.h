@@ -132,6 +132,8 @@ class frmText : public QWidget
     QString StudyFolderPath() const;
     QString ReportFolderPath() const;
     void GoOnSearching(bool backwards);
+    bool CanMend() const;
+    void MendFile();
     void lblNotice_Click(NoticeAction action);
 
     /// Stages in the life of the window.
@@ -174,5 +176,6 @@ class frmText : public QWidget
     StudyStateBar *m_stateBar;
     QTimer *Timer1;
     QTimer *m_keeping;          // runs from a change of a mark until it is saved
+    bool m_canMend = false;     // whether the open file was refused when read again, and can be mended
     bool m_isVoiceTold = false; // whether the user knows that there is no voice
 };

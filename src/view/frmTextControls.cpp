@@ -159,6 +159,7 @@ void frmText::AddShortcuts()
     add(Qt::CTRL | Qt::Key_Right, [this] { return m_page.GoToTarget(false, m_bar->chkSpeak->isChecked()); });
     add(Qt::CTRL | Qt::Key_Left, [this] { return m_page.GoToTarget(true, m_bar->chkSpeak->isChecked()); });
     addClick(Qt::CTRL | Qt::Key_Space, [this] { return m_page.ClickCurrent(); });
+    addClick(Qt::ALT | Qt::Key_C, [this] { MendFile(); });
     addClick(Qt::CTRL | Qt::Key_H, [this] { return m_page.HideAll(); });
     addClick(Qt::CTRL | Qt::SHIFT | Qt::Key_R, [this] { return m_session.Resume(); });
     addClick(QKeySequence::Undo, [this] { return m_page.Undo(); });

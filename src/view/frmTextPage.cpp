@@ -168,6 +168,9 @@ void frmText::lblNotice_Click(NoticeAction action)
     case NoticeAction::ReadAgain:
         cmdReRead_Click();
         break;
+    case NoticeAction::Mend:
+        MendFile();
+        break;
     case NoticeAction::Undo:
         Apply(m_page.Undo());
         break;

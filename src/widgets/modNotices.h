@@ -26,6 +26,7 @@ enum class NoticeTopic
 enum class NoticeAction
 {
     ReadAgain,
+    Mend,
     Undo,
     FindPrevious,
     FindNext,

@@ -376,8 +376,17 @@ TEST_F(FileWindowTest, BothKindsOfBrackets_AreCountedAndMendingIsOfferedBesidePr
         list->setCurrentIndex(list->model()->index(1, 0));
         EXPECT_TRUE(WaitFor([&] { return isShown(u"cmdMend"_s); }));
         EXPECT_EQ(InRow(1, StudyFileModel::BlanksRole), u"1問（全角の［ ］ 10）"_s);
+        EXPECT_EQ(InRow(1, StudyFileModel::RemarksRole), QString()) << "it can be opened";
         EXPECT_TRUE(InRow(1, Qt::AccessibleTextRole).contains(u"全角の［ ］10　「ファイルを直す」で直せます"_s));
+        const int listPx = list->width();
+        EXPECT_FALSE(isShown(u"cmdPrint"_s)) << "in the menu, so that nothing moves";
+        EXPECT_TRUE(Find<QMenu>(u"mnuOthers"_s)->actions()[2]->isVisible());
+        list->setCurrentIndex(list->model()->index(0, 0));
         EXPECT_TRUE(isShown(u"cmdPrint"_s));
+        EXPECT_EQ(list->width(), listPx);
+        list->setCurrentIndex(list->model()->index(1, 0));
+        window.resize(window.fontMetrics().horizontalAdvance(u'あ') * 120, window.height());
+        EXPECT_TRUE(isShown(u"cmdPrint"_s) && isShown(u"cmdMend"_s));
         EXPECT_EQ(Find<QLabel>(u"lblNote"_s)->text(), u"「ファイルを直す」(Alt+C) で全角の［ ］も空欄になります。"_s);
     });
 }

@@ -188,6 +188,37 @@ TEST_F(StudyWindowTest, FileReadAgain_KeepsAnswersOrOffersEditor)
     EXPECT_EQ(Sessions().size(), 1) << "reading again begins no session";
 }
 
+TEST_F(StudyWindowTest, FileRefusedWhenReadAgain_IsMendedWithoutEndingTheSession)
+{
+    OpenWith({u"[one]"_s, u"[two]"_s});
+    Press(Qt::Key_Return);
+    const QByteArray saved = u"[one]\n［二］ [two]\n"_s.toUtf8();
+    folder.Write(u"txt/a.txt"_s, saved);
+    script.Click(u"frmMsg"_s, u"cmdCancel"_s);
+    Child<QPushButton>(u"cmdReRead")->click();
+    EXPECT_TRUE(script.messages.last().endsWith(u"このファイルを編集しますか？"_s));
+    EXPECT_EQ(Label(u"lblNotice"), u"「ファイルを直す」(Alt+C) で開けるようになります"_s);
+    EXPECT_EQ(Child<QPushButton>(u"cmdNotice1")->accessibleName(), u"ファイルを直す（Alt+C）"_s);
+    script.Click(u"frmMend"_s, u"cmdCancel"_s);
+    Child<QPushButton>(u"cmdNotice1")->click();
+    EXPECT_EQ(folder.Read(u"txt/a.txt"_s), saved);
+    EXPECT_EQ(Label(u"lblNotice"), u"「ファイルを直す」(Alt+C) で開けるようになります"_s);
+    const auto pressAltC = [this] {
+        TakeKeys();
+        QTest::keyClick(page, Qt::Key_C, Qt::AltModifier);
+    };
+    script.Click(u"frmMend"_s, u"cmdOK"_s);
+    script.Click(u"frmMsg"_s, u"cmdCancel"_s);
+    pressAltC();
+    EXPECT_EQ(folder.Read(u"txt/a.txt"_s), ToCodePage932(u"[one]\r\n[二] [two]\r\n"));
+    EXPECT_EQ(Label(u"lblNotice"), u"(hidden)"_s);
+    EXPECT_EQ(page->Page().Round().BlankCount(), 3);
+    EXPECT_EQ(Label(u"lblNum"), u"1"_s);
+    EXPECT_EQ(Sessions().size(), 1);
+    pressAltC();
+    EXPECT_EQ(Label(u"lblNotice"), u"直す所はありません"_s);
+}
+
 TEST_F(StudyWindowTest, ShortenedFileReadAgain_ShowsNothingOfOldText)
 {
     OpenWith(QStringList(9, u"[word] [two]"_s));
