@@ -16,6 +16,17 @@ QString Indented(const QStringList &lines)
     return text;
 }
 
+QString DoneFilesMessage(const QString &what, const DoneFiles &files)
+{
+    const QString count = QString::number(files.done.size());
+    const QString heading = files.done.isEmpty() ? QString(what + u"たファイルはありません。"_s)
+                                                 : QString(count + u"個のファイルを"_s + what + u"ました。"_s);
+    return heading + Indented(files.done) + Paragraph(u"次の注意があります。", files.remarks) +
+           Paragraph(u"前のファイルがあるため，そのままにしました。", files.kept) +
+           Paragraph(u"次のファイルはできませんでした。", files.failed) +
+           Paragraph(u"中止したため，残りました。", files.left);
+}
+
 QString Paragraph(QStringView heading, const QStringList &lines)
 {
     return lines.isEmpty() ? QString() : u"\r\n\r\n"_s + heading + Indented(lines);

@@ -14,6 +14,8 @@
 #include <QRadioButton>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 using namespace Qt::Literals::StringLiterals;
 
 frmExport::frmExport(SystemServices &services, frmMsg &msg, const MarkList &marks, const QString &reportFolder,
@@ -47,11 +49,13 @@ void frmExport::Form_Load()
     AddAnswers(u"書き出す(&W)"_s, u"ファイルを書き出し，フォルダを開きます (Enter)"_s, u"書き出さずに戻ります (Esc)"_s);
 }
 
-void frmExport::Run(const QString &studyFilePath)
+void frmExport::Run(const QStringList &studyFilePaths)
 {
-    m_studyFilePath = studyFilePath;
-    lblFile->SetText(QFileInfo(studyFilePath).fileName());
-    m_hasHard = !IsHardNotePath(studyFilePath) && m_marks.HasEntries(GetFileTitle(studyFilePath));
+    m_studyFilePaths = studyFilePaths;
+    lblFile->SetText(NameOfFiles(studyFilePaths));
+    m_hasHard = std::ranges::any_of(studyFilePaths, [this](const QString &path) {
+        return !IsHardNotePath(path) && m_marks.HasEntries(GetFileTitle(path));
+    });
     chkOnlyHard->setChecked(false);
     optKind_Click();
     (optText->isChecked() ? optText : optAnki->isChecked() ? optAnki : optCsv)->setFocus();
@@ -67,11 +71,8 @@ void frmExport::optKind_Click()
 void frmExport::cmdOK_Click()
 {
     WriteTrace(u"■frmExport.cmdOK_Click");
-    const QString path = ExportPath(m_reportFolder, m_studyFilePath, ChosenKind());
-    qsizetype undecodable = 0;
-    if (!Write(path, &undecodable))
+    if (!(m_studyFilePaths.size() == 1 ? ExportOne() : ExportSeveral()))
         return;
-    m_msg.DispFrmMsg(this, ExportedMessage(path, undecodable), MsgStyle::Ok, u"start.wav"_s);
     accept();
     if (!m_services.OpenWithShell(m_reportFolder, u"c:\\"_s))
         m_services.ShowMessage(u"次のフォルダを開けません。\r\n  "_s + m_reportFolder);
@@ -82,18 +83,58 @@ ExportKind frmExport::ChosenKind() const
     return optText->isChecked() ? ExportKind::Text : optAnki->isChecked() ? ExportKind::Anki : ExportKind::Csv;
 }
 
+/// @return false if nothing was written; the user knows why
+bool frmExport::ExportOne()
+{
+    const QString path = ExportPath(m_reportFolder, m_studyFilePaths.front(), ChosenKind());
+    qsizetype undecodable = 0;
+    if (!Write(m_studyFilePaths.front(), path, false, &undecodable))
+        return false;
+    m_msg.DispFrmMsg(this, ExportedMessage(path, undecodable), MsgStyle::Ok, u"start.wav"_s);
+    return true;
+}
+
+/// @return false if nothing was written; the user knows why
+bool frmExport::ExportSeveral()
+{
+    QStringList existing;
+    QStringList fresh; // study files without one
+    for (const QString &path : m_studyFilePaths) {
+        const QFileInfo exported(ExportPath(m_reportFolder, path, ChosenKind()));
+        if (exported.isFile())
+            existing += exported.fileName();
+        else
+            fresh += path;
+    }
+    const MsgResult answer = existing.isEmpty() ? MsgResult::Ok : m_msg.Ask(this, ReplaceExportsQuestion(existing));
+    if (answer == MsgResult::None)
+        return false;
+    const bool isReplacing = answer == MsgResult::Ok;
+    DoneFiles files = CarryOutForEach(isReplacing ? m_studyFilePaths : fresh, [this](const QString &path) {
+        qsizetype undecodable = 0;
+        return Write(path, ExportPath(m_reportFolder, path, ChosenKind()), true, &undecodable);
+    });
+    if (!isReplacing)
+        files.kept = existing;
+    m_msg.DispFrmMsg(this, DoneFilesMessage(u"書き出し"_s, files), MsgStyle::Ok,
+                     files.IsAllDone() ? u"start.wav"_s : u"notify.wav"_s);
+    return !files.done.isEmpty();
+}
+
+/// @param mayReplace  whether the user has agreed to that already
 /// @param undecodable  receives the number of U+FFFD in the file
 /// @return false if nothing was written; the user knows why
-bool frmExport::Write(const QString &exportPath, qsizetype *undecodable)
+bool frmExport::Write(const QString &studyFilePath, const QString &exportPath, bool mayReplace, qsizetype *undecodable)
 {
     StudyExport made;
-    const QString title = QFileInfo(m_studyFilePath).completeBaseName();
-    const bool isOnlyHard = chkOnlyHard->isEnabled() && chkOnlyHard->isChecked();
-    if (const TextRefusal refusal = made.Read(m_studyFilePath, ChosenKind(), isOnlyHard ? &m_marks : nullptr))
+    const QString title = QFileInfo(studyFilePath).completeBaseName();
+    const bool isOnlyHard =
+        chkOnlyHard->isEnabled() && chkOnlyHard->isChecked() && !IsHardNotePath(studyFilePath); // whose are all hard
+    if (const TextRefusal refusal = made.Read(studyFilePath, ChosenKind(), isOnlyHard ? &m_marks : nullptr))
         return Refuse(refusal.message);
     if (!made.HasContent())
         return Refuse(isOnlyHard ? NoHardBlankMessage(title) : NoBlankToExportMessage(title));
-    if (QFileInfo(exportPath).isFile() && !Agrees(ReplaceExportQuestion(exportPath)))
+    if (!mayReplace && QFileInfo(exportPath).isFile() && !Agrees(ReplaceExportQuestion(exportPath)))
         return false;
     PieceFile file(exportPath, made);
     if (!frmWait(u"書き出しています。"_s, this).Run(file))

@@ -21,9 +21,9 @@ class frmExport : public CommandWindow
     frmExport(SystemServices &services, frmMsg &msg, const MarkList &marks, const QString &reportFolder,
               QWidget *owner);
 
-    /// Shows the window for a study file and blocks until it is closed. It stays open after a fault, or when the user
-    /// declines to replace an older export or stops the writing.
-    void Run(const QString &studyFilePath);
+    /// Shows the window for study files and blocks until it is closed. For a single file it stays open after a fault,
+    /// or when the user declines to replace an older export or stops the writing.
+    void Run(const QStringList &studyFilePaths);
 
   private:
     void Form_Load();
@@ -31,16 +31,18 @@ class frmExport : public CommandWindow
     void cmdOK_Click() override;
 
     ExportKind ChosenKind() const;
-    bool Write(const QString &exportPath, qsizetype *undecodable);
+    bool ExportOne();
+    bool ExportSeveral();
+    bool Write(const QString &studyFilePath, const QString &exportPath, bool mayReplace, qsizetype *undecodable);
 
     SystemServices &m_services;
     const MarkList &m_marks;
     QString m_reportFolder;
-    QString m_studyFilePath;
+    QStringList m_studyFilePaths;
     ElidedLabel *lblFile;
     QRadioButton *optText;
     QRadioButton *optAnki;
     QRadioButton *optCsv;
     QCheckBox *chkOnlyHard;
-    bool m_hasHard = false; // whether there are marks for the file
+    bool m_hasHard = false; // whether there are marks for one of the files
 };

@@ -19,6 +19,7 @@
 #include <QLabel>
 #include <QVBoxLayout>
 
+#include <algorithm>
 #include <tuple>
 
 using namespace Qt::Literals::StringLiterals;
@@ -107,15 +108,17 @@ PrintSettings frmPrint::TakeSettings() const
             .points = cboPoints->currentIndex() + MinPrintPoints};
 }
 
-void frmPrint::Run(const QString &studyFilePath)
+void frmPrint::Run(const QStringList &studyFilePaths)
 {
-    m_studyFilePath = studyFilePath;
-    lblFile->SetText(QFileInfo(studyFilePath).fileName());
+    m_studyFilePaths = studyFilePaths;
+    lblFile->SetText(NameOfFiles(studyFilePaths));
     ShowSettings(m_settings.ReadPrint());
     chkTeacher->setChecked(false);
     cboEdition->setCurrentIndex(0);
     chkOnlyHard->setChecked(false);
-    chkOnlyHard->setEnabled(!IsHardNotePath(studyFilePath) && m_marks.HasEntries(GetFileTitle(studyFilePath)));
+    chkOnlyHard->setEnabled(std::ranges::any_of(studyFilePaths, [this](const QString &path) {
+        return !IsHardNotePath(path) && m_marks.HasEntries(GetFileTitle(path));
+    }));
     chkAnswers->setFocus();
     exec();
 }
@@ -127,16 +130,47 @@ void frmPrint::cmdOK_Click()
                                   .isForTeacher = chkTeacher->isChecked(),
                                   .isEditionB = cboEdition->currentIndex() == 1,
                                   .onlyHard = chkOnlyHard->isChecked() ? &m_marks : nullptr};
-    const QString path = PrintSheetPath(m_reportFolder, m_studyFilePath, choices);
-    if (!Write(path, choices))
+    QStringList sheets;
+    const auto write = [this, &choices, &sheets](const QString &studyFilePath) {
+        m_studyFilePath = studyFilePath;
+        const QString path = PrintSheetPath(m_reportFolder, studyFilePath, choices);
+        if (!Write(path, choices))
+            return false;
+        sheets += path;
+        return true;
+    };
+    const bool areSeveral = m_studyFilePaths.size() > 1;
+    DoneFiles files;
+    if (areSeveral)
+        files = CarryOutForEach(m_studyFilePaths, write);
+    else if (!write(m_studyFilePaths.front()))
         return;
     // Failing to store the settings does not stop the printing.
     if (choices.print != m_settings.ReadPrint())
         std::ignore = m_settings.WritePrint(choices.print);
-    m_msg.PlayNamedSound(u"start.wav"_s);
+    const QString sound = files.IsAllDone() ? u"start.wav"_s : u"notify.wav"_s;
+    if (areSeveral)
+        m_msg.DispFrmMsg(this, DoneFilesMessage(u"印刷ページにし"_s, files), MsgStyle::Ok, sound);
+    else
+        m_msg.PlayNamedSound(sound);
+    if (sheets.isEmpty())
+        return;
     accept();
-    if (!m_services.OpenWithShell(path, m_reportFolder))
-        m_services.ShowMessage(SheetNotOpenedMessage(path));
+    Open(sheets);
+}
+
+/// Opens sheets in the browser, or the folder of very many.
+void frmPrint::Open(const QStringList &sheetPaths)
+{
+    constexpr qsizetype mostPages = 10;
+    if (sheetPaths.size() > mostPages) {
+        if (!m_services.OpenWithShell(m_reportFolder, u"c:\\"_s))
+            m_services.ShowMessage(u"次のフォルダを開けません。\r\n  "_s + m_reportFolder);
+        return;
+    }
+    for (const QString &path : sheetPaths)
+        if (!m_services.OpenWithShell(path, m_reportFolder))
+            m_services.ShowMessage(SheetNotOpenedMessage(path));
 }
 
 /// @return false if nothing was written; the user knows why

@@ -25,9 +25,9 @@ class frmPrint : public CommandWindow
     frmPrint(SystemServices &services, frmMsg &msg, const SettingsFile &settings, const MarkList &marks,
              const QString &reportFolder, QWidget *owner);
 
-    /// Shows the window for a study file and blocks until it is closed. It stays open after a fault, or when the user
-    /// declines a sheet that is long or lacks a picture, or stops the writing of one.
-    void Run(const QString &studyFilePath);
+    /// Shows the window for study files and blocks until it is closed. For a single file it stays open after a fault,
+    /// when the user declines a sheet that is long or lacks a picture, or stops the writing of one.
+    void Run(const QStringList &studyFilePaths);
 
   private:
     void Form_Load();
@@ -37,12 +37,14 @@ class frmPrint : public CommandWindow
     void ShowSettings(const PrintSettings &print);
     PrintSettings TakeSettings() const;
     bool Write(const QString &sheetPath, const SheetChoices &choices);
+    void Open(const QStringList &sheetPaths);
 
     SystemServices &m_services;
     const SettingsFile &m_settings;
     const MarkList &m_marks;
     QString m_reportFolder;
-    QString m_studyFilePath;
+    QStringList m_studyFilePaths;
+    QString m_studyFilePath; // the present one
     ElidedLabel *lblFile;
     QCheckBox *chkAnswers;
     QCheckBox *chkTeacher;

@@ -4,6 +4,7 @@
 #include "exchange/modExport.h"
 
 #include "base/modFile.h"
+#include "base/modParagraph.h"
 #include "exchange/modTable.h"
 #include "platform/modReplaceFile.h"
 #include "records/modMarkList.h"
@@ -221,6 +222,12 @@ QString ReplaceExportQuestion(const QString &exportPath)
 {
     return u"前に書き出したファイルがあります。\r\n    ファイル名＝"_s + QFileInfo(exportPath).fileName() +
            u"\r\n\r\n新しい内容で置き換えますか？"_s;
+}
+
+QString ReplaceExportsQuestion(const QStringList &names)
+{
+    return u"前に書き出したファイルがあります。"_s + Indented(names) +
+           u"\r\n\r\n新しい内容で置き換えますか？（「いいえ」を押すと，ないものだけを書き出します。）"_s;
 }
 
 QString ExportedMessage(const QString &exportPath, qsizetype undecodable)

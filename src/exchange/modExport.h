@@ -78,5 +78,9 @@ QString ExportPath(const QString &folder, const QString &studyFilePath, ExportKi
 QString NoBlankToExportMessage(const QString &fileTitle);
 QString ReplaceExportQuestion(const QString &exportPath);
 
+/// The same about the exports of several files, of which those that do not exist yet are written in any case.
+/// @param names  of those that exist
+QString ReplaceExportsQuestion(const QStringList &names);
+
 /// @param undecodable  number of U+FFFD in the export
 QString ExportedMessage(const QString &exportPath, qsizetype undecodable);

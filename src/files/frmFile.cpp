@@ -296,15 +296,15 @@ void frmFile::cmdMend_Click()
 void frmFile::cmdPrint_Click()
 {
     WriteTrace(u"■frmFile.cmdPrint_Click");
-    if (const QString path = TakeSelectionOrNote(); !path.isEmpty())
-        frmPrint(m_services, m_msg, m_settings, m_marks, m_reportFolder, this).Run(path);
+    if (const QStringList paths = TakeSelections(true); !paths.isEmpty())
+        frmPrint(m_services, m_msg, m_settings, m_marks, m_reportFolder, this).Run(paths);
 }
 
 void frmFile::cmdExport_Click()
 {
     WriteTrace(u"■frmFile.cmdExport_Click");
-    if (const QString path = TakeSelectionOrNote(); !path.isEmpty())
-        frmExport(m_services, m_msg, m_marks, m_reportFolder, this).Run(path);
+    if (const QStringList paths = TakeSelections(true); !paths.isEmpty())
+        frmExport(m_services, m_msg, m_marks, m_reportFolder, this).Run(paths);
 }
 
 void frmFile::cmdTable_Click()

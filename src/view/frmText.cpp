@@ -375,7 +375,7 @@ void frmText::PrintFile()
         return;
     m_session.CompleteSoFar();
     KeepMarks();
-    frmPrint(m_services, m_msg, m_settingsFile, m_session.Marks(), ReportFolderPath(), this).Run(m_session.Path());
+    frmPrint(m_services, m_msg, m_settingsFile, m_session.Marks(), ReportFolderPath(), this).Run({m_session.Path()});
 }
 
 void frmText::ExportFile()
@@ -384,7 +384,7 @@ void frmText::ExportFile()
         return;
     m_session.CompleteSoFar();
     KeepMarks();
-    frmExport(m_services, m_msg, m_session.Marks(), ReportFolderPath(), this).Run(m_session.Path());
+    frmExport(m_services, m_msg, m_session.Marks(), ReportFolderPath(), this).Run({m_session.Path()});
 }
 
 /// Saves marks, place, size and zoom, and reports which of the lists could not be saved.

@@ -3,6 +3,7 @@
 
 #include "widgets/CommandWindow.h"
 
+#include "base/modFile.h"
 #include "base/modLog.h"
 #include "widgets/Contrast.h"
 #include "widgets/ElidedLabel.h"
@@ -11,6 +12,7 @@
 #include "widgets/ScreenFit.h"
 #include "widgets/frmMsg.h"
 
+#include <QFileInfo>
 #include <QFormLayout>
 #include <QGuiApplication>
 #include <QLabel>
@@ -33,6 +35,12 @@ ElidedLabel *CommandWindow::AddFileLine(const QString &caption, const QString &n
     line->addRow(NamedLabel(name + u"Caption"_s, caption, this), label);
     m_column->addLayout(line);
     return label;
+}
+
+QString CommandWindow::NameOfFiles(const QStringList &paths)
+{
+    return paths.size() == 1 ? QFileInfo(paths.front()).fileName()
+                             : QString(QString::number(paths.size()) + u"個のファイル"_s);
 }
 
 void CommandWindow::AddHead(const QString &name, const QString &text)
@@ -75,13 +83,51 @@ void CommandWindow::AddAnswers(const QString &caption, const QString &toolTip, c
     FitToScreen(this, m_content, wanted, AnswerRow(cmdOK, cmdCancel, beside));
 }
 
+DoneFiles CommandWindow::CarryOutForEach(const QStringList &paths,
+                                         const std::function<bool(const QString &path)> &carryOut)
+{
+    DoneFiles files;
+    m_several = &files;
+    for (const QString &path : paths) {
+        m_fileName = NameInLine(QFileInfo(path).fileName());
+        const qsizetype failed = files.failed.size();
+        if (!files.left.isEmpty()) {
+            files.left += m_fileName;
+        } else if (carryOut(path)) {
+            files.done += m_fileName;
+        } else if (files.failed.size() == failed) {
+            files.left += m_fileName;
+        }
+    }
+    m_several = nullptr;
+    return files;
+}
+
+namespace {
+
+/// A message on one line.
+QString Shortened(const QString &message)
+{
+    return message.section(u"\r\n"_s, 0, 0);
+}
+
+} // namespace
+
 bool CommandWindow::Refuse(const QString &message)
 {
+    if (m_several) {
+        m_several->failed += m_fileName + u'：' + Shortened(message);
+        return false;
+    }
     return m_msg.Refuse(this, message);
 }
 
 bool CommandWindow::Agrees(const QString &question)
 {
+    if (m_several) {
+        m_several->remarks += m_fileName + u'：' + Shortened(question);
+        return true;
+    }
     return m_msg.Ask(this, question) == MsgResult::Ok;
 }
 

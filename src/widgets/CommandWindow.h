@@ -5,7 +5,11 @@
 // buttons stay in view when the rest has to scroll.
 #pragma once
 
+#include "base/modParagraph.h"
+
 #include <QDialog>
+
+#include <functional>
 
 class ElidedLabel;
 class frmMsg;
@@ -27,6 +31,9 @@ class CommandWindow : public QDialog
     /// @param name  object name of the label; that of its caption ends in "Caption"
     /// @param maxChars  longest name that is shown whole, in average characters
     ElidedLabel *AddFileLine(const QString &caption, const QString &name, int maxChars);
+
+    /// What that line shows: the name of a file, or how many there are.
+    static QString NameOfFiles(const QStringList &paths);
 
     /// Adds a heading of what follows.
     void AddHead(const QString &name, const QString &text);
@@ -53,10 +60,15 @@ class CommandWindow : public QDialog
         return m_column;
     }
 
+    /// Carries out the command for each of several files. Meanwhile Refuse and Agrees show nothing: what they would is
+    /// in the result.
+    /// @param carryOut  @return whether that was done; without a refusal the user has stopped it, and with it the rest
+    DoneFiles CarryOutForEach(const QStringList &paths, const std::function<bool(const QString &path)> &carryOut);
+
     /// Shows why the command cannot be carried out. @return always false, for callers to return
     bool Refuse(const QString &message);
 
-    /// Asks a question. @return whether the user agrees
+    /// Asks a question. @return whether the user agrees, for which it is taken while there are several files
     bool Agrees(const QString &question);
 
     virtual void cmdOK_Click() = 0;
@@ -69,6 +81,8 @@ class CommandWindow : public QDialog
     void Place(QAbstractButton *choice, const QString &name, const QString &toolTip, const QString &meaning);
     void cmdCancel_Click();
 
+    DoneFiles *m_several = nullptr; // while the command is carried out for each of several files
+    QString m_fileName;             // of the present one
     QWidget *m_content;
     QVBoxLayout *m_column;
 };

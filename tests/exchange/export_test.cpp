@@ -249,7 +249,7 @@ TEST_F(ExportWindowTest, OlderExportExists_AsksBeforeReplacingAndShowsFolder)
     });
     script.Click(u"frmMsg"_s, u"cmdOK"_s);
     script.Click(u"frmMsg"_s, u"cmdOK"_s);
-    window.Run(studyFile);
+    window.Run({studyFile});
     EXPECT_TRUE(script.IsDone());
     EXPECT_EQ(folder.Read(u"rec/a.b.csv"_s), u"\uFEFF行,前,正解,後\r\n1,x,a,\r\n"_s.toUtf8());
     ASSERT_EQ(script.messages.size(), 4);
@@ -259,6 +259,36 @@ TEST_F(ExportWindowTest, OlderExportExists_AsksBeforeReplacingAndShowsFolder)
     EXPECT_EQ(services.opened, QStringList(folder.Path(u"rec"_s)));
     EXPECT_EQ(services.openedIn, QStringList(u"c:\\"_s));
     EXPECT_EQ(services.messages, QStringList(u"次のフォルダを開けません。\r\n  "_s + folder.Path(u"rec"_s)));
+}
+
+TEST_F(ExportWindowTest, SeveralFiles_AreExportedWithOneQuestionAndOneReport)
+{
+    const QStringList paths = {folder.WriteStudyFile(u"txt/a.txt"_s, {u"[a]"_s}),
+                               folder.WriteStudyFile(u"txt/b.txt"_s, {u"[b"_s}),
+                               folder.WriteStudyFile(u"txt/c.txt"_s, {u"[c]"_s})};
+    folder.Write(u"rec/a_UTF-8.txt"_s, "old");
+    const MarkList marks(folder.Path(u"ListMark.txt"_s), u"花子"_s);
+    const auto run = [&](const QString &answer) {
+        frmExport window(services, msg, marks, folder.Path(u"rec"_s), nullptr);
+        script.When(u"frmExport"_s, [](QWidget *dialog) {
+            EXPECT_EQ(dialog->findChild<QLabel *>(u"lblFile"_s)->text(), u"3個のファイル"_s);
+            DialogScript::Press(dialog, u"cmdOK"_s);
+        });
+        script.Click(u"frmMsg"_s, answer);
+        script.Click(u"frmMsg"_s, u"cmdOK"_s);
+        window.Run(paths);
+        EXPECT_TRUE(script.IsDone());
+        return script.messages.takeLast();
+    };
+    EXPECT_EQ(
+        run(u"cmdCancel"_s),
+        u"1個のファイルを書き出しました。\n  c.txt\n\n前のファイルがあるため，そのままにしました。\n  a_UTF-8.txt\n\n"
+        u"次のファイルはできませんでした。\n  b.txt：次の行で[の数と]の数が不一致です。"_s);
+    EXPECT_EQ(folder.Read(u"rec/a_UTF-8.txt"_s), "old");
+    EXPECT_EQ(folder.Read(u"rec/c_UTF-8.txt"_s), "\xEF\xBB\xBF[c]\r\n");
+    EXPECT_TRUE(run(u"cmdOK"_s).startsWith(u"2個のファイルを書き出しました。"_s));
+    EXPECT_EQ(folder.Read(u"rec/a_UTF-8.txt"_s), "\xEF\xBB\xBF[a]\r\n");
+    EXPECT_EQ(services.opened, QStringList(2, folder.Path(u"rec"_s)));
 }
 
 TEST_F(ExportWindowTest, OnlyHard_IsJudgedByTheFileAsItIsWhenExported)
@@ -280,7 +310,7 @@ TEST_F(ExportWindowTest, OnlyHard_IsJudgedByTheFileAsItIsWhenExported)
         DialogScript::Press(dialog, u"cmdOK"_s);
     });
     script.Click(u"frmMsg"_s, u"cmdOK"_s);
-    window.Run(studyFile);
+    window.Run({studyFile});
     EXPECT_TRUE(script.IsDone());
     EXPECT_EQ(script.messages.value(0), NoHardBlankMessage(u"a"_s).replace(u"\r\n"_s, u"\n"_s));
     EXPECT_EQ(folder.Read(u"rec/a.csv"_s).split('\n').value(1), "1,[a] is ,b,\r");

@@ -262,7 +262,7 @@ TEST_F(PrintWindowTest, Confirmed_OpensSheetAndStoresAnswerChoice)
                 QTest::keyClick(dialog->focusWidget(), Qt::Key_Space);
             dialog->findChild<QAbstractButton *>(button)->click();
         });
-        window.Run(source);
+        window.Run({source});
     };
     print(true, u"cmdCancel"_s);
     EXPECT_TRUE(settings.ReadPrint().withAnswers && services.opened.isEmpty()) << "nothing was printed";
@@ -303,7 +303,7 @@ TEST_F(PrintWindowTest, FormChosen_IsPrintedAndRememberedExceptTeacherAndEdition
         DialogScript::Press(dialog, u"cmdOK"_s);
     });
     script.Click(u"frmMsg"_s, u"cmdOK"_s);
-    window.Run(source);
+    window.Run({source});
     EXPECT_EQ(script.messages, QStringList(2, MissingPicturesQuestion({1, {u"2行目：なし"_s}}).remove(u'\r')));
     const QString html = QString::fromUtf8(folder.Read(u"rec/a_印刷B_先生用.html"_s));
     EXPECT_TRUE(html.contains(u"font-size: 18pt; line-height: calc(1em + 8mm)"_s) && html.contains(u"columns: 2"_s));
@@ -316,7 +316,7 @@ TEST_F(PrintWindowTest, FormChosen_IsPrintedAndRememberedExceptTeacherAndEdition
         EXPECT_FALSE(dialog->findChild<QCheckBox *>(u"chkTeacher"_s)->isChecked());
         dialog->close();
     });
-    window.Run(source);
+    window.Run({source});
     EXPECT_TRUE(script.IsDone());
 }
 
@@ -350,7 +350,7 @@ TEST_F(PrintWindowTest, FileRefusedOrWithoutHardBlanks_ShowsReasonAndStaysOpen)
     });
     script.Click(u"frmMsg"_s, u"cmdOK"_s);
     script.When(u"frmPrint"_s, [](QWidget *dialog) { QTest::keyClick(dialog, Qt::Key_Escape); });
-    window.Run(folder.Write(u"a.txt"_s, "]a["));
+    window.Run({folder.Write(u"a.txt"_s, "]a[")});
     EXPECT_TRUE(script.IsDone());
     EXPECT_EQ(
         script.messages,
@@ -377,12 +377,12 @@ TEST_F(PrintWindowTest, ManyBlanks_AreWrittenOnlyAfterConsentAndCanBeStopped)
         EXPECT_EQ(folder.Read(u"rec/a_印刷.html"_s), "old");
         dialog->close();
     });
-    window.Run(source(400'000));
+    window.Run({source(400'000)});
     EXPECT_TRUE(script.messages.value(0).startsWith(u"空欄が400000個あり，印刷ページは約17620ページになります。"_s));
     EXPECT_EQ(script.messages.size(), 2);
 
     script.Click(u"frmPrint"_s, u"cmdOK"_s);
-    window.Run(source(1));
+    window.Run({source(1)});
     EXPECT_EQ(script.messages.size(), 2) << "few blanks need no question";
     EXPECT_TRUE(folder.Read(u"rec/a_印刷.html"_s).endsWith("</html>\n"));
     EXPECT_TRUE(script.IsDone());
