@@ -179,12 +179,12 @@ take refusal '^瞬記帳$'
 xdotool key Escape
 wait_for "the file selection" is_focused "$select"
 
-# A file as today's editors save it, and the message after its conversion.
-printf '[apple]　りんご\n[10〜12]月は秋\n' >"$application/txt/英語の予習.txt"
+# A file as today's editors save it, and what can be mended about it.
+printf '［apple］　りんご\n[10〜12]月は秋\n[caf\u00e9]　コーヒー店 \u2615\n' >"$application/txt/英語の予習.txt"
 xdotool key alt+r
 choose_row "$(row_of "$application" 英語の予習.txt)"
-press_until '^瞬記帳$' alt+c # the button appears once the file has been checked
-take convert '^瞬記帳$'
+press_until '^ファイルを直す$' alt+c # the button appears once the file has been checked
+take mend '^ファイルを直す$'
 xdotool key Escape
 wait_for "the file selection" is_focused "$select"
 choose_row "$(row_of "$application" 図で覚える理科.txt)"

@@ -13,11 +13,11 @@ QString Indented(const QStringList &lines);
 /// What has become of several files that something was done to.
 struct DoneFiles
 {
-    QStringList done;    ///< names
-    QStringList remarks; ///< "name：remark" on some of these
-    QStringList kept;    ///< names of existing files that were not to be replaced
-    QStringList failed;  ///< "name：reason"
-    QStringList left;    ///< names of files that were not looked at, because the user stopped the work
+    QStringList done{};    ///< names
+    QStringList remarks{}; ///< "name：remark" on some of these
+    QStringList kept{};    ///< names of existing files that were not to be replaced
+    QStringList failed{};  ///< "name：reason"
+    QStringList left{};    ///< names of files that were not looked at, because the user stopped the work
 
     bool IsAllDone() const
     {

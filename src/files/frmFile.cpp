@@ -14,6 +14,7 @@
 #include "files/MakeHardNote.h"
 #include "files/StudyFileList.h"
 #include "files/StudyFileModel.h"
+#include "files/modHandOut.h"
 #include "files/modTakeFiles.h"
 #include "history/HistoryPanel.h"
 #include "history/RewardLabel.h"
@@ -32,6 +33,7 @@
 #include <QCoreApplication>
 #include <QDeadlineTimer>
 #include <QDropEvent>
+#include <QFileDialog>
 #include <QFileInfo>
 #include <QFileSystemWatcher>
 #include <QGuiApplication>
@@ -45,6 +47,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <utility>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -305,6 +308,72 @@ void frmFile::cmdExport_Click()
     WriteTrace(u"■frmFile.cmdExport_Click");
     if (const QStringList paths = TakeSelections(true); !paths.isEmpty())
         frmExport(m_services, m_msg, m_marks, m_reportFolder, this).Run(paths);
+}
+
+/// Moves the files that a folder has already, byte for byte, from FilesToTake::replaced to FilesToTake::present.
+/// @return false if the user has stopped it
+bool frmFile::LeaveEqualOnes(FilesToTake *files, const QString &folder)
+{
+    const QStringList same = std::exchange(files->replaced, {});
+    qsizetype next = 0;
+    const auto compare = [&](const QDeadlineTimer &deadline) {
+        while (next < same.size()) {
+            (IsInFolder(same[next], folder) ? files->present : files->replaced) += same[next];
+            ++next;
+            if (deadline.hasExpired())
+                break;
+        }
+        return next < same.size();
+    };
+    return frmWait(u"ファイルを比べています。"_s, this).Run(compare, [&] {
+        return double(next) / double(same.size());
+    });
+}
+
+/// Copies the selected files with their pictures into a folder for other people.
+void frmFile::cmdHandOut_Click()
+{
+    WriteTrace(u"■frmFile.cmdHandOut_Click");
+    const QStringList paths = TakeSelections(false);
+    if (paths.isEmpty())
+        return;
+    const QStringList others =
+        SelectedNames().contains(HardNoteTitle) ? QStringList(HardNoteTitle.toString()) : QStringList();
+    HandOutSearch search(paths, others);
+    if (!frmWait(u"図を探しています。"_s, this).Run(search))
+        return;
+    const HandOut handOut = search.Take();
+    if (handOut.paths.isEmpty()) {
+        m_msg.Refuse(this, NothingToHandOutMessage(handOut));
+        return;
+    }
+    const QString folder = QFileDialog::getExistingDirectory(this, u"配布用に書き出すフォルダ"_s, m_handOutFolder);
+    if (folder.isEmpty())
+        return;
+    m_handOutFolder = folder;
+    if (QFileInfo(folder).canonicalFilePath() == QFileInfo(m_folder.Path()).canonicalFilePath()) {
+        m_msg.Refuse(this, u"学習ファイルのフォルダには書き出せません。ほかのフォルダを選んでください。"_s);
+        return;
+    }
+    FilesToTake files = SortFilesToTake(handOut.paths, folder);
+    if (!LeaveEqualOnes(&files, folder))
+        return;
+    if (!files.replaced.isEmpty()) {
+        const MsgResult answer = m_msg.Ask(this, ReplaceHandedOutQuestion(files.replaced));
+        if (answer == MsgResult::None)
+            return;
+        if (answer != MsgResult::Ok)
+            files.declined.swap(files.replaced);
+    }
+    FileTaking taking(files.fresh + files.replaced, folder, OldFiles::Replace);
+    frmWait(u"コピーしています。"_s, this).Run(taking);
+    const bool isAllDone = files.declined.isEmpty() && files.tooLarge.isEmpty() && files.twins.isEmpty() &&
+                           taking.Failures().isEmpty() && taking.Left().isEmpty() && handOut.refused.isEmpty() &&
+                           handOut.missing.isEmpty();
+    m_msg.DispFrmMsg(this, HandedOutMessage(handOut, files, taking), MsgStyle::Ok,
+                     isAllDone ? u"start.wav"_s : u"notify.wav"_s);
+    if (!m_services.OpenWithShell(folder, u"c:\\"_s))
+        m_services.ShowMessage(u"次のフォルダを開けません。\r\n  "_s + folder);
 }
 
 void frmFile::cmdTable_Click()

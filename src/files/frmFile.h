@@ -33,6 +33,7 @@ class QTabBar;
 class QTimer;
 class RewardLabel;
 class SettingsFile;
+struct FilesToTake;
 struct Settings;
 class StudyFileList;
 class StudyFileModel;
@@ -119,6 +120,7 @@ class frmFile : public QDialog
     void cmdPrint_Click();
     void cmdTable_Click();
     void cmdExport_Click();
+    void cmdHandOut_Click();
     void cmdRecordTable_Click();
     void cmdCancel_Click();
     void cmdEnd_Click();
@@ -147,6 +149,7 @@ class frmFile : public QDialog
     void ReadTallies();
     void ShowTallies();
     void StudyTitle(const QString &title);
+    bool LeaveEqualOnes(FilesToTake *files, const QString &folder);
     bool MakeFromTable(const QString &tablePath);
     Settings PageSettings() const;
     void WriteFile(const QString &path);
@@ -176,7 +179,8 @@ class frmFile : public QDialog
     QString m_userName;
     MarkList m_marks;
     PlaceList m_stops;
-    QString m_tableFolder; // initial folder of the next table dialog
+    QString m_tableFolder;   // initial folder of the next table dialog
+    QString m_handOutFolder; // last chosen
     Editor m_editor;
     QString m_chosenPath;
     std::optional<HardNote> m_chosenNote; // as last made

@@ -33,23 +33,15 @@ QString ShownName(const QString &path)
     return NameInLine(NameOf(path));
 }
 
-QStringList ShownNames(const QStringList &paths)
-{
-    QStringList names;
-    for (const QString &path : paths)
-        names += ShownName(path);
-    return names;
-}
-
-/// Copies a file and keeps the one that it replaces. @param kept  as in ReplaceAndKeep
-FileFault CopyAndKeep(const QString &path, const QString &target, QString *kept)
+/// Copies a file. @param kept  as in ReplaceAndKeep
+FileFault Copy(const QString &path, const QString &target, OldFiles oldFiles, QString *kept)
 {
     QByteArray bytes;
-    if (QFileInfo(target).size() > MaxFileBytes)
+    if (oldFiles == OldFiles::Keep && QFileInfo(target).size() > MaxFileBytes)
         return {target, u"元のファイルが大きすぎるので，置き換えません。"_s};
     if (const FileFault fault = ReadWholeFile(path, &bytes))
         return fault;
-    return ReplaceAndKeep(target, bytes, kept);
+    return oldFiles == OldFiles::Keep ? ReplaceAndKeep(target, bytes, kept) : ReplaceFile(target, bytes);
 }
 
 /// Sorts single files into a FilesToTake.
@@ -114,6 +106,14 @@ class Sorting
 
 } // namespace
 
+QStringList ShownNames(const QStringList &paths)
+{
+    QStringList names;
+    for (const QString &path : paths)
+        names += ShownName(path);
+    return names;
+}
+
 bool IsTable(const QString &path)
 {
     static const QStringList suffixes = {u"csv"_s, u"tsv"_s, u"tab"_s};
@@ -148,7 +148,19 @@ bool FilesToTake::LeavesOut() const
            !linked.isEmpty() || !declined.isEmpty();
 }
 
-FileTaking::FileTaking(const QStringList &paths, const QString &folder) : m_paths(paths), m_folder(folder) {}
+bool IsInFolder(const QString &path, const QString &folder)
+{
+    const QString there = JoinPath(folder, NameOf(path));
+    QByteArray bytes;
+    QByteArray bytesThere;
+    return QFileInfo(path).size() == QFileInfo(there).size() && !ReadWholeFile(path, &bytes) &&
+           !ReadWholeFile(there, &bytesThere) && bytes == bytesThere;
+}
+
+FileTaking::FileTaking(const QStringList &paths, const QString &folder, OldFiles oldFiles)
+    : m_paths(paths), m_folder(folder), m_oldFiles(oldFiles)
+{
+}
 
 bool FileTaking::GoOn(const QDeadlineTimer &deadline)
 {
@@ -169,7 +181,7 @@ void FileTaking::Take(const QString &path)
 {
     const QString name = NameOf(path);
     QString kept;
-    if (const FileFault fault = CopyAndKeep(path, JoinPath(m_folder, name), &kept)) {
+    if (const FileFault fault = Copy(path, JoinPath(m_folder, name), m_oldFiles, &kept)) {
         m_failures += ShownName(path) + u"："_s + fault.reason;
         return;
     }

@@ -30,15 +30,28 @@ struct FilesToTake
 /// Whether a file, by its name, is a table from which a study file can be made.
 bool IsTable(const QString &path);
 
+/// The names of files, as they appear in a message.
+QStringList ShownNames(const QStringList &paths);
+
 /// Sorts files by what to do with them. A folder stands for the files in it that are not hidden.
 FilesToTake SortFilesToTake(const QStringList &paths, const QString &folder);
 
-/// Copies files into the folder, one after another. An existing one of the same name is kept under a free name.
+/// Whether the folder has a file already, byte for byte.
+bool IsInFolder(const QString &path, const QString &folder);
+
+/// Whether a file that is replaced is kept under a free name.
+enum class OldFiles : bool
+{
+    Keep,
+    Replace,
+};
+
+/// Copies files into the folder, one after another.
 class FileTaking
 {
   public:
     /// @param paths  of regular files with different names
-    FileTaking(const QStringList &paths, const QString &folder);
+    FileTaking(const QStringList &paths, const QString &folder, OldFiles oldFiles = OldFiles::Keep);
 
     /// Goes on until the deadline, but for one file at least.
     /// @return whether any are left
@@ -69,6 +82,7 @@ class FileTaking
 
     QStringList m_paths;
     QString m_folder;
+    OldFiles m_oldFiles;
     qsizetype m_next = 0;
     QStringList m_copied;
     QStringList m_kept;

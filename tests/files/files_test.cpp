@@ -3,6 +3,7 @@
 
 #include "base/modDateText.h"
 #include "base/modFile.h"
+#include "files/modHandOut.h"
 #include "files/modStudyFolder.h"
 #include "files/modTakeFiles.h"
 #include "records/modHardNote.h"
@@ -197,6 +198,40 @@ TEST(TakeFiles, TooLargeOldFile_IsNotReplaced)
     EXPECT_EQ(taking.Failures(), QStringList(u"a.txt：元のファイルが大きすぎるので，置き換えません。"_s));
     EXPECT_EQ(large.size(), MaxFileBytes + 1);
     EXPECT_EQ(QDir(folder.Path()).entryList(QDir::Files).size(), 1);
+}
+
+TEST(HandOut, StudyFiles_AreHandedOutWithTheirPicturesAndNothingElse)
+{
+    const TestFolder folder;
+    const TestFolder pupils;
+    folder.Write(u"txt/細胞.PNG"_s, "picture");
+    folder.Write(u"txt/other.png"_s, "of no file");
+    for (const QString &beside : {u"a.txt.bak"_s, u"a.txt.draft"_s})
+        folder.Write(u"txt/"_s + beside, "mine");
+    QStringList paths;
+    paths += folder.WriteStudyFile(u"txt/a.txt"_s, {u"｢細胞｣ [a] ｢細胞｣"_s, u"｢ない｣ [｢other｣]"_s});
+    paths += folder.WriteStudyFile(u"txt/b.txt"_s, {u"｢細胞｣ [b]"_s});
+    paths += folder.WriteStudyFile(u"txt/b_印刷用.txt"_s, {u"_"_s});
+    paths += folder.WriteStudyFile(u"txt/bad.txt"_s, {u"[b"_s});
+    HandOutSearch search(paths, {u"苦手帳"_s});
+    while (search.GoOn(QDeadlineTimer(0)))
+        ;
+    const HandOut handOut = search.Take();
+    EXPECT_EQ(handOut.paths, QStringList({paths[0], paths[1], QDir::toNativeSeparators(folder.Path(u"txt/細胞.PNG"_s)),
+                                          QDir::toNativeSeparators(folder.Path(u"txt/other.png"_s))}));
+    EXPECT_EQ(handOut.others, QStringList({u"苦手帳"_s, u"b_印刷用.txt"_s}));
+    EXPECT_EQ(handOut.refused, QStringList(u"bad.txt：1行[ ]指定異常　「編集」で直せます"_s));
+    EXPECT_EQ(handOut.missing, QStringList(u"a.txt 2行目：｢ない｣"_s));
+
+    pupils.Write(u"a.txt"_s, "other");
+    pupils.Write(u"細胞.PNG"_s, "picture");
+    FilesToTake files = SortFilesToTake(handOut.paths, pupils.Path());
+    EXPECT_TRUE(IsInFolder(handOut.paths[2], pupils.Path()));
+    EXPECT_FALSE(IsInFolder(handOut.paths[0], pupils.Path()));
+    FileTaking taking({paths[0]}, pupils.Path(), OldFiles::Replace);
+    EXPECT_FALSE(taking.GoOn(QDeadlineTimer(QDeadlineTimer::Forever)));
+    EXPECT_EQ(QDir(pupils.Path()).entryList(QDir::Files), QStringList({u"a.txt"_s, u"細胞.PNG"_s})) << "no .bak";
+    EXPECT_EQ(pupils.Read(u"a.txt"_s), folder.Read(u"txt/a.txt"_s));
 }
 
 TEST(CheckStudyFile, Samples_HaveBlanksAndNoRemarks)

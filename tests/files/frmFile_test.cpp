@@ -14,6 +14,7 @@
 
 #include <QAction>
 #include <QClipboard>
+#include <QFileDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListView>
@@ -681,6 +682,37 @@ TEST_F(FileWindowTest, FolderWithTablesDropped_FilesAreReplacedAndTablesOffered)
     EXPECT_EQ(folder.Read(u"txt/1.txt"_s), ToCodePage932(u"a　[b]\r\n"));
     EXPECT_TRUE(script.messages.value(1).endsWith(u"作りますか？\n  1.csv\n  2.csv\n  3.csv"_s));
     EXPECT_FALSE(QFile::exists(folder.Path(u"txt/2.txt"_s))) << "cancelling one ends the offer";
+}
+
+TEST_F(FileWindowTest, HandedOut_FilesAreCopiedAndOthersReplacedOnlyWithConsent)
+{
+    folder.WriteStudyFile(u"txt/c.txt"_s, {u"[c]"_s});
+    folder.Write(u"class/a good.txt"_s, "of somebody else");
+    const auto handOut = [this](const QString &target, const QStringList &answers) {
+        script.messages.clear();
+        script.When(u"QFileDialog"_s, [this, target](QWidget *dialog) {
+            dialog->findChild<QLineEdit *>(u"fileNameEdit"_s)->setText(folder.Path(target));
+            static_cast<QDialog *>(dialog)->accept();
+        });
+        for (const QString &answer : answers)
+            script.Click(u"frmMsg"_s, answer);
+        DialogScript::Press(&window, u"cmdHandOut"_s);
+    };
+    InWindow([&] {
+        list->selectAll();
+        handOut(u"txt"_s, {u"cmdOK"_s});
+        EXPECT_TRUE(script.messages[0].contains(u"ほかのフォルダを選んでください。"_s));
+        handOut(u"class"_s, {u"cmdCancel"_s, u"cmdOK"_s});
+        EXPECT_EQ(folder.Read(u"class/a good.txt"_s), "of somebody else");
+        EXPECT_EQ(folder.Read(u"class/c.txt"_s), "[c]\r\n");
+        EXPECT_TRUE(script.messages[1].contains(u"そのままにしました。\n  a good.txt"_s));
+        EXPECT_TRUE(script.messages[1].contains(u"開けないため，入れません。\n  bad.txt：2行[ ]指定異常"_s));
+        handOut(u"class"_s, {u"cmdOK"_s, u"cmdOK"_s});
+        EXPECT_EQ(folder.Read(u"class/a good.txt"_s), "[ok]\r\n");
+        EXPECT_TRUE(script.messages[1].contains(u"もう同じファイルがあります。\n  c.txt"_s));
+    });
+    EXPECT_EQ(QDir(folder.Path(u"class"_s)).entryList(QDir::Files), QStringList({u"a good.txt"_s, u"c.txt"_s}));
+    EXPECT_EQ(services.opened, QStringList(2, folder.Path(u"class"_s)));
 }
 
 TEST_F(FileWindowTest, ShortcutOrMenuKey_ReachesRareCommands)
