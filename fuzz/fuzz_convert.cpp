@@ -4,6 +4,7 @@
 // Converting any bytes from any encoding to code page 932, breaking long lines, and making a study file of the text.
 #include "base/modCodePage.h"
 #include "exchange/modBreakLines.h"
+#include "exchange/modLineCheck.h"
 #include "exchange/modStudyFromText.h"
 #include "input.h"
 #include "require.h"

@@ -4,7 +4,6 @@
 #include "exchange/modConvertText.h"
 
 #include "base/modCodePage.h"
-#include "text/modCheckText.h"
 
 #include <QDeadlineTimer>
 
@@ -54,11 +53,6 @@ char16_t WithoutAccents(char32_t character)
         return u'\0';
     const QString parts = QString::fromUcs4(&character, 1).normalized(QString::NormalizationForm_D);
     return parts.size() > 1 && IsAsciiLetter(parts.front()) ? parts.front().unicode() : u'\0';
-}
-
-QString HalfWidth(QStringView line)
-{
-    return line.toString().replace(u'［', u'[').replace(u'］', u']');
 }
 
 } // namespace
@@ -192,30 +186,4 @@ QString NameAndNumber(char32_t character)
 bool HasOnlyFullWidthBrackets(const QString &text)
 {
     return (text.contains(u'［') || text.contains(u'］')) && !text.contains(u'[') && !text.contains(u']');
-}
-
-qsizetype FullWidthBlanks(QStringView line)
-{
-    const qsizetype blanks = qMax(line.count(u'［'), line.count(u'］'));
-    if (blanks == 0)
-        return 0;
-    const QString halfWidth = HalfWidth(line);
-    return IsBracketCountEqual(halfWidth) && IsBracketOrderValid(halfWidth) ? blanks : 0;
-}
-
-QString WithHalfWidthBrackets(const QString &text)
-{
-    if (!text.contains(u'［') && !text.contains(u'］'))
-        return text;
-    QString result;
-    result.reserve(text.size());
-    for (const QStringView line : QStringView(text).tokenize(u'\n')) {
-        if (FullWidthBlanks(line) > 0)
-            result += HalfWidth(line);
-        else
-            result += line;
-        result += u'\n';
-    }
-    result.chop(1); // no line feed follows the last line
-    return result;
 }

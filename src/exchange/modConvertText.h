@@ -88,10 +88,3 @@ QString NameAndNumber(char32_t character);
 
 /// Whether a text has full-width brackets, which hide nothing, and no half-width ones.
 bool HasOnlyFullWidthBrackets(const QString &text);
-
-/// Number of blanks that a line gains if its full-width brackets become half-width; 0 if its brackets would not take
-/// turns then.
-qsizetype FullWidthBlanks(QStringView line);
-
-/// Replaces "［" and "］" by "[" and "]" in every line that gains blanks by that.
-QString WithHalfWidthBrackets(const QString &text);

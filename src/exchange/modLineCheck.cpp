@@ -225,6 +225,12 @@ std::vector<FullWidthBrackets> FullWidthBracketsOf(QStringView line)
     return found;
 }
 
+qsizetype FullWidthPairs(QStringView line)
+{
+    return std::ranges::count_if(FullWidthBracketsOf(line),
+                                 [](const FullWidthBrackets &found) { return found.length > 1; });
+}
+
 QString WithHalfWidthPairs(QStringView line)
 {
     QString mended = line.toString();
@@ -235,6 +241,18 @@ QString WithHalfWidthPairs(QStringView line)
         }
     }
     return mended;
+}
+
+QString WithHalfWidthBrackets(const QString &text)
+{
+    if (!text.contains(u'［') && !text.contains(u'］'))
+        return text;
+    QString result;
+    result.reserve(text.size());
+    for (const QStringView line : QStringView(text).tokenize(u'\n'))
+        result += WithHalfWidthPairs(line) + u'\n';
+    result.chop(1); // no line feed follows the last line
+    return result;
 }
 
 std::vector<LineProblem> ProblemsOfLine(QStringView line, const HasPicture &hasPicture)

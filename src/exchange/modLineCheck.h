@@ -62,8 +62,14 @@ struct FullWidthBrackets
 /// with no bracket between, are a pair; "[" with its "]" is a blank, and full-width brackets in it are its text.
 std::vector<FullWidthBrackets> FullWidthBracketsOf(QStringView line);
 
+/// Number of these pairs.
+qsizetype FullWidthPairs(QStringView line);
+
 /// A line with these pairs made half-width, so that they are blanks.
 QString WithHalfWidthPairs(QStringView line);
+
+/// The same for all lines of a text.
+QString WithHalfWidthBrackets(const QString &text);
 
 constexpr int MaxProblemsOfFault = 5;
 constexpr qsizetype MaxCheckedLength = 16384;

@@ -154,7 +154,7 @@ bool StudyFromText::ListFaults(const QDeadlineTimer &deadline)
 
 void StudyFromText::ListLine(QStringView source, QStringView converted)
 {
-    const qsizetype brackets = m_canHalve ? FullWidthBlanks(converted) : 0;
+    const qsizetype brackets = m_canHalve ? FullWidthPairs(converted) : 0;
     const bool isTooLong = LineBytes(converted) > MaxLineBytes;
     m_faults.brackets += brackets;
     m_faults.longLines += isTooLong ? 1 : 0;
@@ -166,7 +166,7 @@ void StudyFromText::ListLine(QStringView source, QStringView converted)
         if (problem.fault == LineFault::NotInCodePage && !HaveEquivalent(source, problem))
             AddEntry(problem);
     if (brackets > 0)
-        AddEntry({.fault = LineFault::BracketOrder,
+        AddEntry({.fault = LineFault::FullWidthBrackets,
                   .what = u"全角の［ ］が"_s + QString::number(brackets) + u"組あります。"_s,
                   .offer = u"半角にします"_s});
     const QString mended = brackets > 0 ? WithHalfWidthBrackets(converted.toString()) : converted.toString();

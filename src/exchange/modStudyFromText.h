@@ -35,7 +35,7 @@ struct TextFaults
     bool areMore = false;     ///< whether there are more than that
     qsizetype accents = 0;    ///< letters whose accents can be removed
     qsizetype unwritable = 0; ///< other characters without an equivalent in code page 932
-    qsizetype brackets = 0;   ///< blanks that are gained if full-width brackets become half-width
+    qsizetype brackets = 0;   ///< pairs of full-width brackets, which hide nothing
     int longLines = 0;        ///< lines over MaxLineBytes
 
     /// If the bytes read as EUC and as Shift_JIS: their first lines in both readings.

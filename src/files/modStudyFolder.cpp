@@ -5,6 +5,7 @@
 
 #include "base/modFile.h"
 #include "exchange/modBreakLines.h"
+#include "exchange/modLineCheck.h"
 #include "exchange/modStudyFromText.h"
 #include "platform/modCollation.h"
 #include "platform/modFolderNames.h"
@@ -148,6 +149,11 @@ Remedy RemedyByHand(const QString &path)
     return QFileInfo(path).size() > MaxWriteBytes ? Remedy::Edit : Remedy::Write;
 }
 
+bool CanBeOpened(QStringView line)
+{
+    return IsBracketCountEqual(line) && IsBracketOrderValid(line);
+}
+
 Remedy RemedyFor(const TextRefusal &refusal, const QString &path)
 {
     switch (refusal.fault) {
@@ -157,7 +163,7 @@ Remedy RemedyFor(const TextRefusal &refusal, const QString &path)
         return BreakLongLines(refusal.text, MaxLineBytes).broken > 0 ? Remedy::Mend : RemedyByHand(path);
     case TextFault::BracketCount:
     case TextFault::BracketOrder:
-        return FullWidthBlanks(refusal.text) > 0 ? Remedy::Mend : RemedyByHand(path);
+        return CanBeOpened(WithHalfWidthPairs(refusal.text)) ? Remedy::Mend : RemedyByHand(path);
     case TextFault::None:
     case TextFault::TooLarge:
     case TextFault::Unreadable:
@@ -176,7 +182,7 @@ StudyFileFacts CheckContent(const QString &path)
     // With a Japanese input method on, typed brackets come out full-width, and those hide nothing.
     const bool hasFullWidth = lines.NextLineWith(u'［', 1) > 0 || lines.NextLineWith(u'］', 1) > 0;
     for (int line = lines.NextLineWith(u'［', 1); line > 0; line = lines.NextLineWith(u'［', line + 1))
-        facts.fullWidth += FullWidthBlanks(lines.at1(line));
+        facts.fullWidth += FullWidthPairs(lines.at1(line));
     if (facts.fullWidth > 0)
         facts.remedy = Remedy::Mend;
     else if (hasFullWidth && facts.blanks == 0)

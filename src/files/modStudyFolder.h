@@ -30,7 +30,7 @@ struct StudyFileFacts
     int blanks = 0;    ///< 0 for a file that cannot be opened
     Remedy remedy = Remedy::None;
     bool canBeOpened = true;
-    qsizetype fullWidth = 0; ///< see FullWidthBlanks; 0 for a file that cannot be opened
+    qsizetype fullWidth = 0; ///< pairs of full-width brackets; 0 for a file that cannot be opened
 };
 
 /// Size in bytes and modification time of a file, by which changes are detected.

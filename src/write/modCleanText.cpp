@@ -5,10 +5,10 @@
 
 #include "base/modCodePage.h"
 #include "exchange/modBreakLines.h"
+#include "exchange/modLineCheck.h"
 #include "exchange/modReadTable.h"
 #include "exchange/modStudyFromTable.h"
 #include "text/modCheckText.h"
-#include "write/modLineCheck.h"
 
 #include <QDeadlineTimer>
 #include <QRegularExpression>
@@ -187,13 +187,7 @@ Mending::Mending(const QString &text) : m_conversion(text, Accents::Remove, With
 
 QString Mending::Take()
 {
-    QString text = m_conversion.Take().text;
-    if (text.contains(u'［') || text.contains(u'］')) {
-        QStringList lines = text.split(u"\r\n"_s);
-        for (QString &line : lines)
-            line = WithHalfWidthPairs(line);
-        text = lines.join(u"\r\n"_s);
-    }
+    const QString text = WithHalfWidthBrackets(m_conversion.Take().text);
     return WithLineFeeds(BreakLongLines(text, MaxLineBytes).text);
 }
 

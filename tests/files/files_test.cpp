@@ -220,7 +220,7 @@ TEST(HandOut, StudyFiles_AreHandedOutWithTheirPicturesAndNothingElse)
     EXPECT_EQ(handOut.paths, QStringList({paths[0], paths[1], QDir::toNativeSeparators(folder.Path(u"txt/細胞.PNG"_s)),
                                           QDir::toNativeSeparators(folder.Path(u"txt/other.png"_s))}));
     EXPECT_EQ(handOut.others, QStringList({u"苦手帳"_s, u"b_印刷用.txt"_s}));
-    EXPECT_EQ(handOut.refused, QStringList(u"bad.txt：1行[ ]指定異常　「編集」で直せます"_s));
+    EXPECT_EQ(handOut.refused, QStringList(u"bad.txt：1行[ ]指定異常　「書く」で直せます"_s));
     EXPECT_EQ(handOut.missing, QStringList(u"a.txt 2行目：｢ない｣"_s));
 
     pupils.Write(u"a.txt"_s, "other");
@@ -287,8 +287,8 @@ TEST(CheckStudyFile, FaultThatCanBeMended_HasThatRemedy)
         {"other encoding", u"あ"_s.toUtf8(), Remedy::Mend, 0, false},
         {"unknown encoding", "\x82\xFF\x80", Remedy::None, 0, false},
         {"long line", ToCodePage932(breakable), Remedy::Mend, 0, false},
-        {"long line without a place to break", QByteArray(101, 'x'), Remedy::Edit, 0, false},
-        {"a bracket too many", "[a", Remedy::Edit, 0, false},
+        {"long line without a place to break", QByteArray(101, 'x'), Remedy::Write, 0, false},
+        {"a bracket too many", "[a", Remedy::Write, 0, false},
         {"one bracket of each kind", ToCodePage932(u"[a］"), Remedy::Mend, 0, false},
     };
     const TestFolder folder;
