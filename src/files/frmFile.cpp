@@ -635,12 +635,17 @@ void frmFile::ShowCommands()
     show(m_write, true);
     show(m_print, areSeveral || facts.canBeOpened || facts.remedy != Remedy::Mend); // a refused file cannot be printed
     show(m_mend, canMend);
+    const bool isMendAtBottom = isNarrow && canMend && HasRoomAtBottom();
+    if (isMendAtBottom) {
+        m_mend.button->show();
+        m_mend.inMenu->setVisible(false);
+    }
     if (canMend && !m_print.button->isHidden() && !HasRoomBelowList()) {
         m_print.button->hide(); // a wider row would move everything beside it
         m_print.inMenu->setVisible(true);
     }
     lblNote->SetText(areSeveral ? SelectionNote(names.size()) : canMend ? MendNote(facts) : FolderNote(m_folder));
-    lblNote->setVisible(!isNarrow || canMend || m_folder.UnshowableCount() > 0);
+    lblNote->setVisible(!isNarrow || (canMend && !isMendAtBottom) || m_folder.UnshowableCount() > 0);
 }
 
 void frmFile::ShowEmptyList()

@@ -140,6 +140,7 @@ class frmFile : public QDialog
     void ArrangeHalves();
     bool IsNarrow() const;
     bool HasRoomBelowList() const;
+    bool HasRoomAtBottom() const;
     QAction *AddAction(const QString &name, const QString &caption, const QString &toolTip, const QKeySequence &keys,
                        void (frmFile::*handler)());
     void SaveAfterShown();
@@ -206,6 +207,8 @@ class frmFile : public QDialog
     HistoryPanel *m_history;
     QPushButton *cmdSelect;
     QPushButton *cmdOthers;
+    QPushButton *cmdCancel;
+    QPushButton *cmdEnd;
     QPushButton *cmdMakeFirst; // below lblEmpty
     Command m_edit;
     Command m_write;

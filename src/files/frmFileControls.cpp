@@ -274,10 +274,9 @@ void frmFile::AddBottomRow()
     m_bottom->setSpacing(ControlGap(fontMetrics()));
     m_bottom->addWidget(lblNote, 1);
     m_bottom->addStretch();
-    QPushButton *const cmdCancel = AddButton(this, u"cmdCancel"_s, u"キャンセル"_s,
-                                             u"選ばずに学習画面に戻ります (Esc)"_s, &frmFile::cmdCancel_Click);
-    QPushButton *const cmdEnd =
-        AddButton(this, u"cmdEnd"_s, u"終了(&X)"_s, u"瞬記帳を終了します (Alt+X)"_s, &frmFile::cmdEnd_Click);
+    cmdCancel = AddButton(this, u"cmdCancel"_s, u"キャンセル"_s, u"選ばずに学習画面に戻ります (Esc)"_s,
+                          &frmFile::cmdCancel_Click);
+    cmdEnd = AddButton(this, u"cmdEnd"_s, u"終了(&X)"_s, u"瞬記帳を終了します (Alt+X)"_s, &frmFile::cmdEnd_Click);
     m_bottom->addWidget(cmdCancel);
     m_bottom->addWidget(cmdEnd);
     // With a large font on a small screen, what stays in view gives away its margins rather than leaving the screen.
@@ -289,12 +288,11 @@ void frmFile::AddBottomRow()
 /// In reading order: the files and their commands, the history, and what leaves the window.
 void frmFile::SetUpTabOrder()
 {
-    const auto control = [this](const QString &name) { return findChild<QWidget *>(name); };
     SetTabOrder({tabHalves, txtFilter, cmdOthers, lstFile, cmdMakeFirst, cmdSelect, m_edit.button, m_write.button,
                  m_print.button, m_mend.button});
-    SetTabOrder({control(u"cmdCancel"_s), control(u"cmdEnd"_s)});
+    SetTabOrder({cmdCancel, cmdEnd});
     connect(m_history, &HistoryPanel::FileAsked, this, &frmFile::StudyTitle);
-    m_history->SetTabOrderBetween(m_mend.button, control(u"cmdCancel"_s));
+    m_history->SetTabOrderBetween(m_mend.button, cmdCancel);
 }
 
 bool frmFile::IsNarrow() const
@@ -311,6 +309,15 @@ bool frmFile::HasRoomBelowList() const
         neededPx += m_fileButtons->spacing() + command.button->sizeHint().width();
     const int halvesPx = width() - 2 * WindowMargin - Ems(fontMetrics(), HalvesGapEms);
     return neededPx <= halvesPx * FileShare / (FileShare + HistoryShare);
+}
+
+/// Whether the button that mends fits into the last row of a narrow window.
+bool frmFile::HasRoomAtBottom() const
+{
+    int neededPx = 2 * WindowMargin + m_mend.button->sizeHint().width();
+    for (const QPushButton *const button : {cmdSelect, cmdCancel, cmdEnd})
+        neededPx += button->minimumWidth() + m_bottom->spacing();
+    return neededPx <= width();
 }
 
 /// Shows both halves side by side, or one of them and tabs.
@@ -333,6 +340,7 @@ void frmFile::ArrangeHalves()
     if (place->indexOf(cmdSelect) < 0) {
         place->insertWidget(0, cmdSelect, isNarrow ? 0 : 1);
         cmdSelect->show(); // now, not from the event loop
+        place->insertWidget(isNarrow ? 1 : -1, m_mend.button);
     }
     ShowCommands();
 }

@@ -415,6 +415,9 @@ TEST_F(FileWindowTest, RefusedFile_LeadsToWhatMendsIt)
     refuseIn(u"cmdMend"_s);
     folder.Write(u"txt/a utf8.txt"_s, "[\xE3\x81\x82]\n");
     window.resize(window.fontMetrics().horizontalAdvance(u'あ') * 40, window.height());
+    refuseIn(u"cmdMend"_s);
+    folder.Write(u"txt/a utf8.txt"_s, "[\xE3\x81\x82]\n");
+    window.resize(0, window.height());
     refuseIn(u"cmdOthers"_s);
     EXPECT_EQ(folder.Read(u"txt/a utf8.txt"_s), ToCodePage932(u"[あ]\r\n"));
 }
