@@ -219,18 +219,23 @@ void StudyFromText::FinishMaking()
     }
 }
 
-/// Leaves out the lines in which characters without an equivalent are left.
+/// Leaves out the lines in which visible characters without an equivalent are left.
 void StudyFromText::LeaveRowsOut()
 {
     QString text;
     text.reserve(m_converted.text.size());
-    const auto isWritable = [](QChar character) { return IsInCodePage932(character); };
     size_t line = 0;
     for (qsizetype at = 0; at < m_converted.text.size(); ++line) {
         const qsizetype start = at;
         const QStringView row = TakeLine(m_converted.text, &at);
-        if (std::ranges::all_of(row, isWritable))
-            text += QStringView(m_converted.text).sliced(start, at - start);
+        const QStringView lineEnd = QStringView(m_converted.text).sliced(start + row.size(), at - start - row.size());
+        ConvertedText rest;
+        if (std::ranges::all_of(row, IsInCodePage932)) // as nearly all are
+            rest.text = row.toString();
+        else
+            rest = ConvertText(row.toString(), m_choices.accents, WithoutEquivalent::Remove);
+        if (rest.unwritableCount == 0)
+            text += rest.text + lineEnd;
         else
             m_rowsLeftOut += QString::number(line < m_tableRows.size() ? m_tableRows[line] : int(line) + 1);
     }
@@ -276,7 +281,7 @@ QString StudyFromText::LossRemarks() const
 {
     constexpr qsizetype maxRowsShown = 5;
     const QString count = QString::number(m_converted.unwritableCount);
-    if (m_converted.unwritableCount == 0)
+    if (m_choices.rest == WithoutEquivalent::Keep ? m_rowsLeftOut.isEmpty() : m_converted.unwritableCount == 0)
         return QString();
     if (m_choices.rest == WithoutEquivalent::Remove)
         return u"\r\n\r\nShift_JISにない文字を"_s + count + u"個除きました。"_s;

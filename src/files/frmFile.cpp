@@ -629,7 +629,8 @@ void frmFile::ShowCommands()
     const bool areSeveral = names.size() > 1;
     const StudyFileFacts facts = m_folder.Facts(SelectedName());
     const bool canMend = std::ranges::any_of(names, [&](const QString &name) {
-        return m_folder.Facts(name).remedy == Remedy::Mend || (areSeveral && !m_folder.IsChecked(name));
+        return m_folder.Facts(name).remedy == Remedy::Mend ||
+               (areSeveral && name != HardNoteTitle && !m_folder.IsChecked(name));
     });
     show(m_edit, true);
     show(m_write, true);

@@ -162,11 +162,11 @@ TEST(StudyFromText, BytesThatReadAsEucToo_AreTakenForWhatIsLikelier)
 
 TEST(StudyFromText, TextOfTable_IsNamedByRowsWhichCanBeLeftOut)
 {
-    const QString text = u"a\u00E9\r\n\U0001F600\r\n"_s + Sentence.repeated(3) + u"\r\n"_s;
+    const QString text = u"a\u00E9\u200B\r\n\U0001F600\r\n"_s + Sentence.repeated(3) + u"\r\n"_s;
     const Outcome made(StudyFromText(text, {3, 5, 7}), QString(), WithoutEquivalent::Keep);
-    ASSERT_EQ(made.faults.entries.size(), 3);
+    ASSERT_EQ(made.faults.entries.size(), 4);
     EXPECT_TRUE(made.faults.entries[0].startsWith(u"表の3行目：Shift_JISにない文字があります：\u00E9"_s));
-    EXPECT_TRUE(made.faults.entries[2].startsWith(u"表の7行目："_s));
+    EXPECT_TRUE(made.faults.entries[3].startsWith(u"表の7行目："_s));
     EXPECT_EQ(made.text, u"ae\r\n"_s + Sentence.repeated(2) + u"\r\n"_s + Sentence + u"\r\n"_s);
     EXPECT_TRUE(made.report.contains(u"Shift_JISにない文字のある1行を入れませんでした。\r\n  表の5行目"_s));
     EXPECT_EQ(Outcome(StudyFromText(u"［a］\r\nb［\r\n"_s, {3, 7})).text, u"[a]\r\nb［\r\n"_s)
