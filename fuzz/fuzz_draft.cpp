@@ -4,6 +4,7 @@
 // Writing any text: strokes of the pen and typed brackets, checks that agree with the reader, cleaning and mending, and
 // the bytes of a saved file and of a draft.
 #include "base/modCodePage.h"
+#include "exchange/modLineCheck.h"
 #include "exchange/modStudyFromText.h"
 #include "input.h"
 #include "require.h"
@@ -12,7 +13,6 @@
 #include "text/modTextDifference.h"
 #include "write/modCleanText.h"
 #include "write/modDraft.h"
-#include "exchange/modLineCheck.h"
 #include "write/modPen.h"
 
 namespace {

@@ -16,8 +16,8 @@ QString HelpPageOf(QStringView objectName)
     static constexpr std::pair<QStringView, QStringView> pages[] = {
         {u"frmLogin", u"index.htm"},       {u"frmText", u"index.htm"},     {u"frmFile", u"files.htm"},
         {u"historyPanel", u"history.htm"}, {u"frmPrint", u"teachers.htm"}, {u"frmTable", u"teachers.htm"},
-        {u"frmExport", u"teachers.htm"},   {u"frmMend", u"files.htm"},   {u"frmIni", u"settings.htm"},   {u"frmSearch", u"settings.htm"},
-        {u"frmPicture", u"study.htm"},     {u"frmWrite", u"write.htm"},
+        {u"frmExport", u"teachers.htm"},   {u"frmMend", u"files.htm"},     {u"frmIni", u"settings.htm"},
+        {u"frmSearch", u"settings.htm"},   {u"frmPicture", u"study.htm"},  {u"frmWrite", u"write.htm"},
     };
     for (const auto &[name, page] : pages)
         if (name == objectName)

@@ -6,9 +6,9 @@
 // kept with its block, so that it moves with it.
 #pragma once
 
+#include "exchange/modLineCheck.h"
 #include "widgets/PageColours.h"
 #include "widgets/WheelSteps.h"
-#include "exchange/modLineCheck.h"
 
 #include <QPlainTextEdit>
 #include <QTextBlockUserData>

@@ -2,10 +2,10 @@
 // SPDX-License-Identifier: MIT
 
 #include "base/modCodePage.h"
+#include "exchange/modLineCheck.h"
 #include "support/Rows.h"
 #include "support/TestFiles.h"
 #include "write/modCleanText.h"
-#include "exchange/modLineCheck.h"
 
 #include <gtest/gtest.h>
 

@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The Kotoban developers
 // SPDX-License-Identifier: MIT
 
+#include "exchange/modLineCheck.h"
 #include "support/Rows.h"
 #include "support/TestFiles.h"
-#include "exchange/modLineCheck.h"
 
 #include <gtest/gtest.h>
 
