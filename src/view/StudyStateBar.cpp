@@ -288,8 +288,7 @@ void StudyStateBar::ShowFileChange(bool isChanged, bool canMend)
 {
     if (isChanged && canMend)
         m_notices->Put(NoticeTopic::FileChange, {.text = u"「ファイルを直す」(Alt+C) で開けるようになります"_s,
-                                                 .offers = {{u"ファイルを直す"_s, u"Alt+C"_s, NoticeAction::Mend},
-                                                            {u"再読込"_s, u"Alt+R"_s, NoticeAction::ReadAgain}}});
+                                                 .offers = {{u"直す"_s, u"Alt+C"_s, NoticeAction::Mend, true}}});
     else if (isChanged)
         m_notices->Put(NoticeTopic::FileChange, {.text = u"学習ファイルが変更されました"_s,
                                                  .offers = {{u"再読込"_s, u"Alt+R"_s, NoticeAction::ReadAgain}}});

@@ -124,7 +124,10 @@ void frmText::Connect()
     connect(m_stateBar, &StudyStateBar::NoticeChosen, this, &frmText::lblNotice_Click);
     connect(m_stateBar, &StudyStateBar::BarsWanted, this, &frmText::actPageOnly_Click);
     connect(m_stateBar, &StudyStateBar::FocusFreed, picText, qOverload<>(&QWidget::setFocus));
-    connect(m_watcher, &QFileSystemWatcher::fileChanged, this, &frmText::TellFileChange);
+    connect(m_watcher, &QFileSystemWatcher::fileChanged, this, [this] {
+        m_canMend = false; // as far as known
+        TellFileChange();
+    });
     connect(m_watcher, &QFileSystemWatcher::directoryChanged, this, &frmText::TellFileChange);
     connect(Timer1, &QTimer::timeout, this, &frmText::Timer1_Timer);
 }

@@ -198,7 +198,7 @@ TEST_F(StudyWindowTest, FileRefusedWhenReadAgain_IsMendedWithoutEndingTheSession
     Child<QPushButton>(u"cmdReRead")->click();
     EXPECT_TRUE(script.messages.last().endsWith(u"このファイルを編集しますか？"_s));
     EXPECT_EQ(Label(u"lblNotice"), u"「ファイルを直す」(Alt+C) で開けるようになります"_s);
-    EXPECT_EQ(Child<QPushButton>(u"cmdNotice1")->accessibleName(), u"ファイルを直す（Alt+C）"_s);
+    EXPECT_EQ(Child<QPushButton>(u"cmdNotice1")->accessibleName(), u"直す（Alt+C）"_s);
     script.Click(u"frmMend"_s, u"cmdCancel"_s);
     Child<QPushButton>(u"cmdNotice1")->click();
     EXPECT_EQ(folder.Read(u"txt/a.txt"_s), saved);
@@ -207,6 +207,9 @@ TEST_F(StudyWindowTest, FileRefusedWhenReadAgain_IsMendedWithoutEndingTheSession
         TakeKeys();
         QTest::keyClick(page, Qt::Key_C, Qt::AltModifier);
     };
+    folder.Write(u"txt/a.txt"_s, saved + "x\n");
+    EXPECT_TRUE(WaitFor([this] { return Label(u"lblNotice") == u"学習ファイルが変更されました"; })) << "by the user";
+    folder.Write(u"txt/a.txt"_s, saved);
     script.Click(u"frmMend"_s, u"cmdOK"_s);
     script.Click(u"frmMsg"_s, u"cmdCancel"_s);
     pressAltC();
