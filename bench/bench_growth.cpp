@@ -397,10 +397,8 @@ void MakeFromTable(const QByteArray &bytes, TableReading reading)
     options.columns = ColumnsByDefault(table);
     options.skipsFirstRow = GuessHeading(table);
     PreviewHint(table, options, PreviewText(table, options));
-    TableStudyText study = StudyTextOf(table, options);
+    const TableStudyText study = StudyTextOf(table, options);
     TableRemarks(table, study);
-    if (study.unwritable.size() < study.rowNumbers.size())
-        LeaveOutUnwritable(&study);
     MakeAsOffered(StudyFromText(study.text, study.rowNumbers), true);
 }
 

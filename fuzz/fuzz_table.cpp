@@ -84,11 +84,7 @@ void CheckStudyText(const Table &table, const TableOptions &options)
     static const FuzzFile file(QStringLiteral("study.txt"));
     GuessHeading(table);
     PreviewHint(table, options, PreviewText(table, options));
-    TableStudyText study = StudyTextOf(table, options);
-    if (const size_t lines = study.rowNumbers.size() - study.unwritable.size(); lines > 0) {
-        LeaveOutUnwritable(&study);
-        Require(study.rowNumbers.size() == lines);
-    }
+    const TableStudyText study = StudyTextOf(table, options);
     Require(study.text.count(u"\r\n") == qsizetype(study.rowNumbers.size()));
     StudyFromText made(study.text, study.rowNumbers);
     const QDeadlineTimer forever(QDeadlineTimer::Forever);

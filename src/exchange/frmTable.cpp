@@ -496,9 +496,7 @@ void frmTable::cmdOK_Click()
     TableTextMaking making(m_source.Rows(), Options());
     if (!frmWait(u"学習ファイルを作っています。"_s, this).Run(making))
         return;
-    TableStudyText study = making.Take();
-    if (!AskToLeaveOut(&study))
-        return;
+    const TableStudyText study = making.Take();
     StudyFromText made(study.text, study.rowNumbers);
     QString keptPath;
     qsizetype picturesTaken = 0;
@@ -510,18 +508,6 @@ void frmTable::cmdOK_Click()
                          TableRemarks(m_source.Rows(), study) + PictureRemarks(*m_pictures, picturesTaken));
     m_madeName = fileName;
     accept();
-}
-
-/// Offers to leave out the rows that cannot be written, if others stay. @return false if it was closed without an
-/// answer
-bool frmTable::AskToLeaveOut(TableStudyText *study)
-{
-    if (study->unwritable.empty() || study->unwritable.size() == study->rowNumbers.size())
-        return true;
-    const MsgResult answer = m_msg.Ask(this, LeaveOutQuestion(*study));
-    if (answer == MsgResult::Ok)
-        LeaveOutUnwritable(study);
-    return answer != MsgResult::None;
 }
 
 /// Copies the pictures that a text refers to into the folder of study files, replacing others only with the user's

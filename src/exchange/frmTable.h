@@ -76,7 +76,6 @@ class frmTable : public CommandWindow
     void ShowPreview();
     TableOptions Options() const;
     bool TakeName(QString *fileName);
-    bool AskToLeaveOut(TableStudyText *study);
     bool TakePictures(const QString &text, qsizetype *taken);
     bool Write(const QString &fileName, const StudyFromText &made, const QString &text, QString *keptPath,
                qsizetype *picturesTaken);

@@ -297,56 +297,8 @@ void TableTextMaking::AddRow(int row)
     }
     if (m_study.text.size() > start) {
         m_study.rowNumbers.push_back(m_table.NumberOf(row));
-        NoteUnwritable(QStringView(m_study.text).sliced(start));
         m_study.text += LineEnd;
     }
-}
-
-/// Notes that the line that was made last has a character that cannot be written.
-void TableTextMaking::NoteUnwritable(QStringView line)
-{
-    if (std::ranges::all_of(line, IsInCodePage932))
-        return;
-    const ConvertedText converted = ConvertText(line.toString(), Accents::Remove);
-    if (converted.unwritableCount == 0)
-        return;
-    m_study.unwritable.push_back(int(m_study.rowNumbers.size()) - 1);
-    if (m_study.firstUnwritable.size() < MaxUnwritableShown)
-        m_study.firstUnwritable += u"表の"_s + QString::number(m_study.rowNumbers.back()) + u"行目："_s +
-                                   NameAndNumber(converted.unwritable.front().character);
-}
-
-void LeaveOutUnwritable(TableStudyText *study)
-{
-    QString text;
-    std::vector<int> rowNumbers;
-    auto next = study->unwritable.begin();
-    int index = 0;
-    qsizetype start = 0;
-    for (const int rowNumber : study->rowNumbers) {
-        const qsizetype end = study->text.indexOf(LineEnd, start) + LineEnd.size();
-        if (next != study->unwritable.end() && *next == index) {
-            ++next;
-        } else {
-            text += QStringView(study->text).sliced(start, end - start);
-            rowNumbers.push_back(rowNumber);
-        }
-        start = end;
-        ++index;
-    }
-    study->text = text;
-    study->rowNumbers = std::move(rowNumbers);
-    study->rowsLeftOut = int(study->unwritable.size());
-    study->unwritable.clear();
-}
-
-QString LeaveOutQuestion(const TableStudyText &study)
-{
-    const qsizetype more = qsizetype(study.unwritable.size()) - study.firstUnwritable.size();
-    return u"Shift_JISにない文字のある行が，表に"_s + QString::number(study.unwritable.size()) +
-           u"行あります。\r\n  "_s + study.firstUnwritable.join(u"\r\n  "_s) +
-           (more > 0 ? QString(u"\r\n  ほかに"_s + QString::number(more) + u"行"_s) : QString()) +
-           u"\r\n\r\nその行を除いて作りますか？（「いいえ」を押すと，除かずに続けます。）"_s;
 }
 
 TableStudyText StudyTextOf(const Table &table, const TableOptions &options, int maxRows)
@@ -409,9 +361,6 @@ QString TableRemarks(const Table &table, const TableStudyText &study)
     QString remarks;
     if (const int uneven = table.UnevenRows(); uneven > 0)
         remarks += u"\r\n\r\n列の数が最初の行と違う行が"_s + QString::number(uneven) + u"行あります。"_s;
-    if (study.rowsLeftOut > 0)
-        remarks +=
-            u"\r\n\r\nShift_JISにない文字のある行を"_s + QString::number(study.rowsLeftOut) + u"行除きました。"_s;
     if (study.bracketsWidened > 0)
         remarks += u"\r\n\r\n表の中の[ ]を"_s + QString::number(study.bracketsWidened) + u"個，全角にしました。"_s;
     return remarks;

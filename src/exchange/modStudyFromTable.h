@@ -60,13 +60,7 @@ struct TableStudyText
     QString text;                  ///< each line ends with CR LF
     std::vector<int> rowNumbers;   ///< by line, from [0]: the number of its row in the table
     qsizetype bracketsWidened = 0; ///< brackets in cells, now full-width
-    std::vector<int> unwritable;   ///< ascending indexes of the lines that code page 932 cannot hold
-    QStringList firstUnwritable;   ///< a character of each of the first of them, "表の3行目：é（U+00E9）"
-    int rowsLeftOut = 0;           ///< see LeaveOutUnwritable
 };
-
-/// Removes the lines that code page 932 cannot hold.
-void LeaveOutUnwritable(TableStudyText *study);
 
 /// Makes the lines of all rows that have any text, in slices. Cells are trimmed, and each run of line ends and tabs
 /// inside becomes a space. Cells of hidden columns are put in "[ ]"; empty cells are left out. A cloze in a shown
@@ -94,7 +88,6 @@ class TableTextMaking
 
   private:
     void AddRow(int row);
-    void NoteUnwritable(QStringView line);
 
     const Table &m_table;
     TableOptions m_options;
@@ -120,9 +113,6 @@ QString PreviewHint(const Table &table, const TableOptions &options, const QStri
 QString StudyFileTitle(const QString &typed);
 
 /// Complete texts for the user, lines separated by CR LF.
-
-/// To be asked if some lines, but not all, are unwritable.
-QString LeaveOutQuestion(const TableStudyText &study);
 
 /// Why no study file may have a name; empty if one may. @param title  as StudyFileTitle gives it
 QString TitleRefusal(const QString &title);

@@ -690,7 +690,6 @@ QString frmFile::TakeSelection(bool isForPrinting)
 QString frmFile::TakeSelectionOrNote()
 {
     m_chosenNote.reset();
-    CallAfterShown();
     return SelectedName() == HardNoteTitle ? TakeSelections(true).value(0) : TakeSelection();
 }
 
@@ -705,6 +704,7 @@ QStringList frmFile::TakeSelections(bool areNotesTaken)
         if (name != HardNoteTitle) {
             paths += m_folder.PathOf(name);
         } else if (areNotesTaken) {
+            CallAfterShown(); // may have marks to save
             m_chosenNote = MakeHardNote(m_msg, this, m_marks, m_folder.Path(), m_reportFolder);
             if (m_chosenNote)
                 paths += HardNotePath(m_reportFolder);

@@ -250,21 +250,6 @@ TEST_F(TableWindowTest, PicturesBesideTable_AreCopiedAndOthersReplacedOnlyWithCo
     EXPECT_FALSE(QFile::exists(folder.Path(u"txt/unused.png"_s)));
 }
 
-TEST_F(TableWindowTest, RowsThatCannotBeWritten_AreLeftOutWithConsent)
-{
-    const QByteArray csv = u"a,b\n\U0001F600,c\nd,e\n"_s.toUtf8();
-    const auto make = [this](QWidget *dialog) {
-        Click(dialog, ok);
-        if (dialog->isVisible())
-            dialog->close();
-    };
-    EXPECT_EQ(Make(csv, make, {no, ok}), QString());
-    EXPECT_TRUE(script.messages[0].startsWith(u"Shift_JISにない文字のある行が，表に1行あります。"_s));
-    EXPECT_EQ(Make(csv, make, {ok, ok}), u"words.txt"_s);
-    EXPECT_EQ(folder.Read(u"txt/words.txt"_s), ToCodePage932(u"a　[b]\r\nd　[e]\r\n"));
-    EXPECT_TRUE(script.messages[1].contains(u"1行除きました"_s));
-}
-
 TEST_F(TableWindowTest, Refused_WritesNothingAndStaysOpen)
 {
     folder.Write(u"txt/words.txt"_s, "old");

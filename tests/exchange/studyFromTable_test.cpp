@@ -169,21 +169,6 @@ TEST(GuessHeading, FirstRow_IsHeadingIfItSaysWhatTheOthersAre)
         EXPECT_EQ(GuessHeading(TableOf(csv.toUtf8())), isHeading) << name;
 }
 
-TEST(LeaveOutUnwritable, RowsThatCannotBeWritten_GoAndOthersKeepTheirNumbers)
-{
-    TableStudyText study = StudyOf(u"é,a\n\U0001F600,b\nc,か\u3099\n한,d\ne,\u0E01"_s, Hiding({false, true}));
-    EXPECT_EQ(study.unwritable, std::vector<int>({1, 3, 4}));
-    EXPECT_EQ(LeaveOutQuestion(study),
-              u"Shift_JISにない文字のある行が，表に3行あります。\r\n  表の2行目：\U0001F600（U+1F600）\r\n"
-              u"  表の4行目：한（U+D55C）\r\n  表の5行目：\u0E01（U+0E01）\r\n\r\n"
-              u"その行を除いて作りますか？（「いいえ」を押すと，除かずに続けます。）"_s);
-    LeaveOutUnwritable(&study);
-    EXPECT_EQ(study.text, u"é　[a]\r\nc　[か\u3099]\r\n"_s);
-    EXPECT_EQ(study.rowNumbers, std::vector<int>({1, 3}));
-    EXPECT_TRUE(TableRemarks(Table(), study).contains(u"Shift_JISにない文字のある行を3行除きました。"_s));
-    EXPECT_TRUE(StudyOf(u"é,～"_s, {}).unwritable.empty());
-}
-
 TEST(TablePictures, FilesBesideTheTable_GetDifferentValidNames)
 {
     const TestFolder folder;
