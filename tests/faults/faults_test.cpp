@@ -108,7 +108,7 @@ class Faults : public testing::Test
         EXPECT_TRUE(copy == PrintableCopy || copy == "(no file)") << copy.toPercentEncoding().toStdString();
         const QString ini = FromCodePage932(folder.Read(u"Kotoban.ini"_s));
         static const QRegularExpression wholeIni(
-            u"^\\(no file\\)$|^\\[setting\\]\\r\\n((Fontsize|LineSpace|TextEditor|bolDispLineNum|PageColour|Zoom|"
+            u"^\\(no file\\)$|^\\[setting\\]\\r\\n((Fontsize|LineSpace|TextEditor|bolDispLineNum|PageColour|Wrap|Zoom|"
             u"Form(Left|Width|Height|Maximized))=[^\\r\\n]+\\r\\n)+$"_s);
         EXPECT_TRUE(wholeIni.match(ini).hasMatch()) << ini.toStdString();
         for (const QString &name : QDir(folder.Path(u"rec"_s)).entryList({u"*.txt"_s}, QDir::Files)) {
