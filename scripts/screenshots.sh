@@ -115,13 +115,13 @@ take export '^書き出す$'
 xdotool key Escape
 wait_for "the file selection" is_focused "$select"
 
-# A new file and one with a line that is too long, as they are written.
+# A new file and one with a bracket too few and a picture that is missing, as they are written.
 {
     printf '【光合成】\r\n植物は[光]のエネルギーを使い，[水]と[二酸化炭素]から養分を作る。\r\n'
     printf 'このはたらきを[光合成]という。おもに葉の細胞にある[葉緑体]で行われる。\r\n'
     printf 'できた養分の多くは[デンプン]で，[ヨウ素液]を加えると青紫色になる。\r\nこのとき[酸素]が出る。\r\n｢植物細胞｣\r\n'
-    printf '生物が酸素を取り入れて二酸化炭素を出すはたらきを[呼吸]という。植物は昼も夜も呼吸をし，昼は光合成も行っている。\r\n'
-    printf '道管と師管の集まりを維管束という。\r\n'
+    printf '酸素を取り入れて二酸化炭素を出すはたらきを[呼吸]という。昼は光合成も行っている。\r\n'
+    printf '道管と師管の集まりを[維管束という。\r\n'
 } | iconv -f UTF-8 -t CP932 >"$application/txt/光合成.txt"
 xdotool key ctrl+n
 take write-new '^書く - '
