@@ -79,7 +79,7 @@ PageChange StudyPage::SetLayout(const PageLayout &layout)
     Place(wished, topCell);
     if (TopLine() != topLine)
         change = ShowLine(TopLine());
-    m_places.topLineWished = isWishKept && TopLine() != wished ? wished : 0;
+    m_places.topLineWished = isWishKept ? wished : 0;
     if (!m_view.Holds(m_places.current.line))
         change.isTargetMoved |= SetCurrent(TextSpan()); // what is out of view must not be clicked
     if (!m_view.Shows(m_places.caret.line))

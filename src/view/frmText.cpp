@@ -328,7 +328,6 @@ bool frmText::EditSettings(QWidget *owner)
     m_settings = settings;
     ApplySettings();
     WidenToText(neededBeforePx);
-    Apply(m_page.ShowLine(m_page.TopLine()));
     return true;
 }
 

@@ -238,7 +238,8 @@ TEST(PageRows, ResizedAndZoomed_TopLineStays)
     }
     std::ignore = page.SetLayout(LayoutOf(60, 40));
     EXPECT_EQ(page.TopLine(), 1) << "all lines fit";
-    std::ignore = page.SetLayout(LayoutOf(60, 39));
+    for (const auto &[cells, rows] : {std::pair(60, 6), {60, 40}, {60, 6}, {60, 39}})
+        std::ignore = page.SetLayout(LayoutOf(cells, rows)); // where nothing wraps
     EXPECT_TRUE(page.SetLayout(LayoutOf(10, 6)).isPageChanged);
     EXPECT_EQ(page.TopLine(), 6);
     std::ignore = page.SetLayout(LayoutOf(60, 40));

@@ -212,6 +212,13 @@ TEST_F(StudyWindowTest, LinesWiderThanWindow_WrapUnlessUserDoesNotWantIt)
     EXPECT_EQ(Label(u"lblPage").right(4), u" ページ"_s);
     for (int i = 0; i < 9; ++i)
         PressCtrl(Qt::Key_Plus);
+    window->resize(700, 250); // lower than a line
+    PressCtrl(Qt::Key_Down);
+    const int topCell = page->Page().InView().TopCell();
+    EXPECT_GT(topCell, 0);
+    script.Click(u"frmIni"_s, u"cmdChangeSetting"_s);
+    Child<QPushButton>(u"cmdIni")->click();
+    EXPECT_EQ(page->Page().InView().TopCell(), topCell) << "the user reads on there";
     script.When(u"frmIni"_s, [](QWidget *dialog) {
         dialog->findChild<QComboBox *>(u"cboWrap"_s)->setCurrentText(u"しない"_s);
         DialogScript::Press(dialog, u"cmdChangeSetting"_s);
