@@ -85,7 +85,7 @@ class Study
         case 4:
             return m_page.Current().line > 0 && byte % 2 == 0
                        ? Click(TargetOf(m_page.Text(), m_page.Round(), m_page.Current()))
-                       : m_page.ToggleWholeLine();
+                       : ToggleWholeLine();
         case 5: {
             const int blanks = m_page.Round().BlankCount();
             return m_page.ToggleHard(byte % 2 == 0 || blanks == 0 ? m_page.BlankToMark() : byte % blanks + 1);
@@ -155,6 +155,17 @@ class Study
         PageChange change = m_page.Click(target);
         const bool isHidden = target.blank > 0 && !m_page.Round().bolOpen(target.blank);
         Require(!isHidden || (change.word.isEmpty() && change.picture.isEmpty()));
+        if (change.isCounted)
+            RequireRowsInView(target.blank);
+        return change;
+    }
+
+    PageChange ToggleWholeLine()
+    {
+        PageChange change = m_page.ToggleWholeLine();
+        if (change.isCounted)
+            for (const int blank : change.answers)
+                RequireRowsInView(blank);
         return change;
     }
 
@@ -199,6 +210,15 @@ class Study
         const int line = m_page.Text().Blanks().LineOf(blank);
         Require(view.Holds(line));
         Require(view.isWrapped || LeftCellShowing(cells, m_page.Layout()) == m_page.Layout().leftCell);
+        RequireRowsInView(blank);
+    }
+
+    /// Its last rows may be below a page that its first ones fill.
+    void RequireRowsInView(int blank) const
+    {
+        const PageInView &view = m_page.InView();
+        const CellRange cells = m_page.Text().Cells(blank);
+        const int line = m_page.Text().Blanks().LineOf(blank);
         int next = cells.start;
         for (const PageRow &row : view.rows)
             if (row.line == line && row.cells.start <= next)

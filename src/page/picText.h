@@ -78,7 +78,7 @@ class PicText : public QWidget, private QAccessible::ActivationObserver
     void LayoutChanged(); ///< the widget has another size, so Measured returns another geometry
     void FocusLost();     ///< the next key goes elsewhere
     void ColoursChanged();
-    void WheelTurned(int lines);
+    void WheelTurned(int steps);
     void WheelTurnedSideways(int cells);
     void ZoomTurned(int steps);
 

@@ -176,7 +176,7 @@ PageChange StudyPage::BeginRound(Action action)
         return change;
     before.markLineAfter = m_round.lngMarkLine();
     m_places.before = before;
-    m_places.wholeLine = 0;
+    m_places.wholeLineOf = 0;
     m_places.hintedBlank = 0;
     m_places.finishedCount = 0;
     change.notice = m_round.IsOnlyHard() ? u"苦手を隠しました"_s : u"すべて隠しました"_s;
@@ -243,7 +243,7 @@ PageChange StudyPage::Toggle(int blank)
     m_places.caret = m_text.Span(blank);
     change.answers.push_back(blank);
     change.notice = QString();
-    m_places.wholeLine = 0;
+    m_places.wholeLineOf = 0;
     return change;
 }
 
@@ -252,8 +252,11 @@ PageChange StudyPage::Click(const ClickTarget &target)
     if (!m_isFileOpen)
         return {};
     PageChange change;
-    if (target.blank > 0)
+    if (target.blank > 0) {
+        const bool isMoved = !m_round.bolOpen(target.blank) && BringRowsIntoView(m_text.Span(target.blank));
         change = Toggle(target.blank);
+        change.isPageChanged = isMoved;
+    }
     ClickTarget opened = target.blank > 0 ? TargetInAnswer(m_text, m_round, target.blank) : target;
     change.word = std::move(opened.word);
     change.picture = std::move(opened.picture);
@@ -286,7 +289,7 @@ PageChange StudyPage::Undo()
     m_places.finishedCount = 0;
     if (m_round.lngMarkLine() == m_places.before.markLineAfter)
         m_round.MarkLine(m_places.before.markLine); // no other line was marked since
-    m_places.wholeLine = 0;
+    m_places.wholeLineOf = 0;
     PageChange change = ShowLine(m_places.before.topLine);
     change.notice = QString();
     return change;
@@ -306,26 +309,27 @@ PageChange StudyPage::ToggleHard(int blank)
 
 PageChange StudyPage::ToggleWholeLine()
 {
-    const bool isAgain = m_view.Holds(m_places.wholeLine);
+    const int last = m_places.wholeLineOf;
     const int chosen = ChosenBlank();
-    const int meant = chosen > 0 || isAgain ? chosen : NextBlank();
-    if (meant == 0 && !isAgain)
+    const bool isAgain = chosen == 0 && last > 0 && m_view.Holds(m_text.Blanks().LineOf(last));
+    const int meant = chosen > 0 ? chosen : isAgain ? last : NextBlank();
+    if (meant == 0)
         return {};
-    const int line = meant > 0 ? m_text.Blanks().LineOf(meant) : m_places.wholeLine;
-    const BlankRange onLine = m_text.BlanksOnLine(line);
+    PageChange change = HideHint();
+    change.isPageChanged = BringRowsIntoView(m_text.Span(meant));
+    const BlankRange onLine = InViewWith(meant);
+    change.isPageChanged |= BringLineIntoView(onLine);
     QStringList shown;
     for (const int blank : onLine)
         if (!m_round.bolOpen(blank))
             shown += m_text.Answer(blank).toString();
-    PageChange change = HideHint();
-    change.isPageChanged = BringLineIntoView(onLine);
     m_round.ToggleLine(onLine);
-    m_places.wholeLine = line;
+    m_places.wholeLineOf = meant;
     m_places.caret = m_text.Span(onLine.front());
     change.answers.assign(onLine.begin(), onLine.end());
     change.isCounted = !shown.isEmpty();
     if (change.isCounted)
-        StopAt(line);
+        StopAt(m_text.Blanks().LineOf(meant));
     change.notice = QString();
     change.answer = shown.join(u'，');
     return change;
@@ -407,11 +411,11 @@ PageChange StudyPage::MoveByLines(int lines)
     return isAtLast ? PageChange() : MoveToLine(TopLine() + lines);
 }
 
-PageChange StudyPage::MoveByOne(int direction)
+PageChange StudyPage::MoveBySteps(int steps)
 {
-    if (m_text.LineCount() > 0 && ScrollTo(TopCellMoved(direction, m_view, m_text, m_layout)))
+    if (m_text.LineCount() > 0 && ScrollTo(TopCellMoved(steps, m_view, m_text, m_layout)))
         return {.isPageChanged = true};
-    return MoveByLines(direction);
+    return MoveByLines(m_view.isWrapped ? qBound(-m_view.pageSize, steps, m_view.pageSize) : steps);
 }
 
 PageChange StudyPage::MoveToPreviousPage()
@@ -455,17 +459,39 @@ bool StudyPage::BringIntoView(const TextSpan &span)
     return MoveToCell(LeftCellShowing(m_text.Cells(span), m_layout)).isPageChanged || isMoved;
 }
 
+/// The same without moving sideways. Of a line that is cut off below, the row with the start of the span is in view.
 bool StudyPage::BringRowsIntoView(const TextSpan &span)
 {
-    return span.line == TopLine() && ScrollTo(TopCellShowing(m_text.Cells(span), m_view, m_text, m_layout));
+    const bool isCutOff =
+        m_view.Shows(span.line) && !m_view.Holds(span.line) && m_text.Cells(span).end > m_view.rows.back().cells.end;
+    if (isCutOff)
+        std::ignore = ShowLine(TopShowing(span.line, m_text, m_layout));
+    const bool isMoved =
+        span.line == TopLine() && ScrollTo(TopCellShowing(m_text.Cells(span), m_view, m_text, m_layout));
+    return isMoved || isCutOff;
 }
 
-/// The same for the blanks of a line or, if they do not fit, the first of them.
+/// The blanks on the line of one in view: of a line higher than the page, that one and those that are whole in view.
+BlankRange StudyPage::InViewWith(int blank) const
+{
+    const CellRange inView{m_view.TopCell(), m_view.rows.back().cells.end};
+    const BlankRange onLine = m_text.BlanksOnLine(m_text.Blanks().LineOf(blank));
+    if (m_view.LastShownLine() > m_view.topLine)
+        return onLine;
+    const auto isInView = [&](int other) {
+        const CellRange cells = m_text.Cells(other);
+        return other == blank || (inView.start <= cells.start && cells.end <= inView.end);
+    };
+    const int first = *std::ranges::find_if(onLine, isInView);
+    return BlankRange(first, first + int(std::ranges::count_if(onLine, isInView)));
+}
+
+/// Moves sideways to the blanks of a line or, if they do not fit, the first of them.
 bool StudyPage::BringLineIntoView(const BlankRange &onLine)
 {
     TextSpan span = m_text.Span(onLine.front());
     const TextSpan last = m_text.Span(onLine.back());
     if (m_text.Cells(last).end - m_text.Cells(span).start <= m_layout.CellsInView())
         span.length = last.column + last.length - span.column;
-    return BringIntoView(span);
+    return MoveToCell(LeftCellShowing(m_text.Cells(span), m_layout)).isPageChanged;
 }

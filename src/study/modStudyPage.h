@@ -170,6 +170,7 @@ class StudyPage
     PageChange TurnPage();
 
     /// Does what a left click does: shows or hides an answer, says a word, opens a picture, and marks a line or none.
+    /// Rows of a shown answer that are not in view come into view.
     PageChange Click(const ClickTarget &target);
 
     /// Clicks the keyboard target, or the number of a line or of the nearest one in view.
@@ -203,7 +204,7 @@ class StudyPage
     PageChange ToggleHard(int blank);
 
     /// Shows all hidden answers on the line of the chosen blank, or else on that of the next one; a second call hides
-    /// them.
+    /// them. In a line higher than the page, those that are in view together with that blank.
     PageChange ToggleWholeLine();
 
     /// Shows the first character of the chosen answer or, if that is shown, of the next one; one more if the first ones
@@ -228,15 +229,9 @@ class StudyPage
     /// Moves by some lines, up if negative.
     PageChange MoveByLines(int lines);
 
-    /// Moves by a line or, within a line higher than the page, by a row.
-    PageChange MoveUp()
-    {
-        return MoveByOne(-1);
-    }
-    PageChange MoveDown()
-    {
-        return MoveByOne(1);
-    }
+    /// Moves by some lines, up if negative, or, within a line higher than the page, by as many rows. Where lines wrap,
+    /// not further than a page turn, so that no line is passed over unseen.
+    PageChange MoveBySteps(int steps);
 
     /// Moves to the next page or the previous one, of which one line stays in view, or to the last one that leaves no
     /// row empty.
@@ -278,7 +273,8 @@ class StudyPage
         int topAtFound = 0; ///< top line after the search went there
         int hintedBlank = 0;
         int hintLength = 0;
-        int wholeLine = 0; ///< line last shown as a whole, if no other answer was shown or hidden since
+        int wholeLineOf =
+            0; ///< blank whose line was last shown as a whole, if no other answer was shown or hidden since
         int offeredLine = 0;
         int stoppedLine = 1;
         int finishedCount = 0; ///< hard answers of the round when its last one was shown and the user asked; 0 before
@@ -295,11 +291,11 @@ class StudyPage
     PageChange Toggle(int blank);
     bool SetCurrent(const TextSpan &current);
     void StopAt(int line);
-    PageChange MoveByOne(int direction);
     bool ScrollTo(int topCell);
     bool BringIntoView(const TextSpan &span);
     bool BringRowsIntoView(const TextSpan &span);
     bool BringLineIntoView(const BlankRange &onLine);
+    BlankRange InViewWith(int blank) const;
     int ChosenBlank() const;
 
     DisplayText m_text;

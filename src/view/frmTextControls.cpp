@@ -115,7 +115,7 @@ void frmText::Connect()
     connect(picText, &PicText::OLEDragDrop, this, &frmText::picText_OLEDragDrop);
     connect(picText, &PicText::LayoutChanged, this, [this] { Apply(m_page.SetLayout(picText->Measured())); });
     connect(picText, &PicText::FocusLost, this, [this] { Apply(m_page.HideHint()); });
-    connect(picText, &PicText::WheelTurned, this, [this](int lines) { Apply(m_page.MoveByLines(lines)); });
+    connect(picText, &PicText::WheelTurned, this, [this](int steps) { Apply(m_page.MoveBySteps(steps)); });
     connect(picText, &PicText::WheelTurnedSideways, this, [this](int cells) { Apply(m_page.MoveByCells(cells)); });
     connect(picText, &PicText::ColoursChanged, this, &frmText::ShowColours);
     connect(picText, &PicText::ZoomTurned, this, &frmText::ChangeZoom);
@@ -175,8 +175,8 @@ void frmText::AddShortcuts()
     addClick(Qt::CTRL | Qt::Key_L, [this] { return m_page.ClickLineNumber(m_page.Current().line); });
     add(Qt::CTRL | Qt::SHIFT | Qt::Key_Down, [this] { return m_page.MoveLineMark(1); });
     add(Qt::CTRL | Qt::SHIFT | Qt::Key_Up, [this] { return m_page.MoveLineMark(-1); });
-    add(Qt::CTRL | Qt::Key_Down, [this] { return m_page.MoveDown(); });
-    add(Qt::CTRL | Qt::Key_Up, [this] { return m_page.MoveUp(); });
+    add(Qt::CTRL | Qt::Key_Down, [this] { return m_page.MoveBySteps(1); });
+    add(Qt::CTRL | Qt::Key_Up, [this] { return m_page.MoveBySteps(-1); });
     add(Qt::CTRL | Qt::SHIFT | Qt::Key_Right, [this] { return m_page.MoveByCells(CellsPerKey); });
     add(Qt::CTRL | Qt::SHIFT | Qt::Key_Left, [this] { return m_page.MoveByCells(-CellsPerKey); });
     add(Qt::CTRL | Qt::Key_PageDown, [this] { return m_page.MoveToNextPage(); });

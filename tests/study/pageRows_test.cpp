@@ -191,7 +191,9 @@ TEST(PageRows, LineHigherThanPage_IsReadThenOpened)
     int number = 0;
     for (const auto &[command, state] : steps) {
         ++number;
-        const PageChange change = command == 'E' ? page.Enter() : command == 'U' ? page.MoveUp() : page.MoveDown();
+        const PageChange change = command == 'E'   ? page.Enter()
+                                  : command == 'U' ? page.MoveBySteps(-1)
+                                                   : page.MoveBySteps(1);
         EXPECT_TRUE(change.isPageChanged || change.isCounted) << number;
         EXPECT_EQ(page.State(), state) << number;
     }
@@ -218,12 +220,70 @@ TEST(PageRows, LineHigherThanPage_StaysWhereItIsRead)
     EXPECT_EQ(page.State(), u"1:30 1:40 -"_s);
     EXPECT_TRUE(page.GoToTarget(false, false).isPageChanged);
     for (int i = 0; i < 3; ++i)
-        EXPECT_TRUE(page.MoveUp().isPageChanged);
+        EXPECT_TRUE(page.MoveBySteps(-1).isPageChanged);
     EXPECT_TRUE(page.ClickCurrent().isPageChanged);
     EXPECT_EQ(page.State(), u"1:40 1:50 x"_s);
-    EXPECT_FALSE(page.MoveByLines(-3).answers.size() > 0 || page.MoveByLines(3).isPageChanged == false);
-    EXPECT_EQ(page.TopLine(), 2) << "the wheel moves by lines";
-    EXPECT_FALSE(page.MoveByLines(3).isPageChanged);
+}
+
+TEST(PageRows, Wheel_PassesOverNothing)
+{
+    // Rows of each line; then the first row in view after each notch of three steps.
+    const Rows<const char *, std::vector<int>, QStringList> rows = {
+        {"lines higher than the page", {8, 6, 1, 1}, {u"1:30"_s, u"2:0"_s, u"2:10"_s, u"3:0"_s, u"4:0"_s, u"4:0"_s}},
+        {"one line and a half", {3, 3, 3}, {u"2:0"_s, u"3:0"_s, u"3:0"_s}},
+        {"three lines", {2, 1, 2, 1, 1, 1, 1, 1, 1, 1}, {u"3:0"_s, u"6:0"_s, u"9:0"_s}},
+    };
+    for (const auto &[name, counts, tops] : rows) {
+        WrappedPage page(LinesOfRows(counts));
+        QStringList seen;
+        for (int i = 0; i < tops.size(); ++i) {
+            std::ignore = page.MoveBySteps(3);
+            seen += page.State().section(u' ', 0, 0);
+        }
+        EXPECT_EQ(seen, tops) << name;
+    }
+}
+
+TEST(PageRows, KeyForWholeLine_ShowsOnlyWhatIsInView)
+{
+    WrappedPage page({u"-[a]------"_s + u"----------"_s + u"-[b]---[c]"_s + u"-[d]------"_s, u"[e]"_s}, 10, 2);
+    // The key, Enter or the wheel; then what is in view.
+    const Rows<char, QString> steps = {
+        {'L', u"1:0 1:10 x----"_s},  {'L', u"1:0 1:10 -----"_s},  {'L', u"1:0 1:10 x----"_s},
+        {'E', u"1:10 1:20 x----"_s}, {'E', u"1:10 1:20 xx---"_s}, {'L', u"1:10 1:20 xxx--"_s},
+        {'D', u"1:20 1:30 xxx--"_s}, {'L', u"1:20 1:30 xxxx-"_s}, {'L', u"1:20 1:30 x----"_s},
+        {'U', u"1:10 1:20 x----"_s}, {'U', u"1:0 1:10 x----"_s},  {'L', u"1:10 1:20 xxx--"_s},
+    };
+    int number = 0;
+    for (const auto &[command, state] : steps) {
+        ++number;
+        std::ignore = command == 'E'   ? page.Enter()
+                      : command == 'L' ? page.ToggleWholeLine()
+                                       : page.MoveBySteps(command == 'D' ? 1 : -1);
+        EXPECT_EQ(page.State(), state) << number;
+    }
+
+    WrappedPage oneRow({u"[ああああああああ]-"_s, u"-"_s}, 10, 1);
+    for (const auto *const state : {u"1:0 x", u"1:0 -", u"1:0 x"}) {
+        EXPECT_FALSE(oneRow.ToggleWholeLine().answers.empty());
+        EXPECT_EQ(oneRow.State(), QStringView(state)) << "a blank higher than the page";
+    }
+}
+
+TEST(PageRows, ClickOnPartOfBlank_BringsRestIntoView)
+{
+    WrappedPage high({u"-[ああああああああ]-------------------------"_s}, 10, 2);
+    EXPECT_TRUE(high.MoveBySteps(2).isPageChanged);
+    EXPECT_TRUE(high.Click(high.TargetAt(70, 10)).isPageChanged);
+    EXPECT_EQ(high.State(), u"1:1 1:10 x"_s);
+
+    WrappedPage page({u"-"_s, u"-"_s, u"[ああああああああ]"_s, u"-"_s, u"-"_s}, 10, 3);
+    const PageChange shown = page.Click(page.TargetAt(80, 50));
+    EXPECT_TRUE(shown.isPageChanged && shown.isCounted);
+    EXPECT_EQ(page.State(), u"2:0 3:0 3:9 x"_s) << "cut off below";
+    EXPECT_TRUE(page.MoveToLine(1).isPageChanged);
+    EXPECT_FALSE(page.Click(page.TargetAt(80, 50)).isPageChanged) << "hidden again";
+    EXPECT_EQ(page.State(), u"1:0 2:0 3:0 -"_s);
 }
 
 TEST(PageRows, ResizedAndZoomed_TopLineStays)
@@ -286,7 +346,9 @@ TEST(PageRows, ScreenReader_ReadsOneLineAndFindsEachRow)
 {
     WrappedPage page({u"ああああ[いい]い[]いいいい"_s, u"[うううううううううううう]"_s}, 10, 5);
     EXPECT_EQ(SpokenPage(page), u"ああああ 空欄 い 空欄 いいいい\n 空欄 "_s) << "each blank once";
+    std::ignore = page.SetLayout(LayoutOf(10, 6));
     EXPECT_TRUE(page.Click({.blank = 1}).isCounted && page.Click({.blank = 3}).isCounted);
+    std::ignore = page.SetLayout(LayoutOf(10, 5));
     const QString spoken = SpokenPage(page);
     EXPECT_EQ(spoken, u"ああああ いい い 空欄 いいいい\n うううううううううううう "_s);
     // The character of the second line in its cell; the page ends within that line.
