@@ -308,6 +308,9 @@ int TurnPage(StudyRound *round, const PageInView &page)
     const bool wasUntouched = round->IsUntouched();
     if (!page.canScroll || page.topLine == page.maximum)
         round->HideAll();
+    // Where lines wrap, the last one may be alone on its page. Then the rule below would keep the page there.
+    if (page.isWrapped && page.topLine == page.maximum)
+        return 1;
     const int next = page.topLine + page.pageSize;
     // A file without blanks counts as one whose last answer is shown, so its pages start again at line 1.
     const bool isLastShown = round->BlankCount() == 0 || round->bolOpen(round->BlankCount());

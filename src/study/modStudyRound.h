@@ -288,7 +288,8 @@ constexpr int MinBlanksToAsk = 20;
 EnterDecision DecideEnter(const StudyRound &round, const DisplayText &text, const PageInView &page);
 
 /// Turns the page: hides the answers if a new round begins, and returns the line that comes to the top. Goes back to
-/// line 1 after the last page if the file's last answer is shown, or if the turn would otherwise change nothing.
+/// line 1 after the last page if the file's last answer is shown, or if the turn would otherwise change nothing; where
+/// lines wrap, in any case when the last line is at the top.
 /// @return the new top line, 1..page.maximum
 int TurnPage(StudyRound *round, const PageInView &page);
 

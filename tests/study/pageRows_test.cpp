@@ -172,6 +172,21 @@ TEST(PageRows, PageTurns_BringLastWholeLineToTop)
     EXPECT_EQ(tops, std::vector<int>({8, 7, 6, 5, 4, 3})) << "the top line becomes the last one, if it is not alone";
 }
 
+TEST(PageRows, LastLineAloneOnPage_NextRoundBeginsAtFirst)
+{
+    const QString line = u"[a]-------"_s + QString(20, u'-');
+    WrappedPage page({line, line, line});
+    for (const auto &state : {u"1x--"_s, u"2x--"_s, u"2xx-"_s, u"3xx-"_s, u"3xxx"_s, u"1---"_s, u"1x--"_s}) {
+        std::ignore = page.Enter();
+        EXPECT_EQ(page.State().section(u':', 0, 0) + page.State().section(u' ', -1), state);
+    }
+
+    WrappedPage skipped({line, line, QString(30, u'-')});
+    EXPECT_TRUE(skipped.Enter().isCounted && skipped.MoveToEnd().isPageChanged);
+    EXPECT_TRUE(skipped.Enter().isPageChanged);
+    EXPECT_EQ(skipped.State(), u"1:0 1:10 1:20 2:0 2:10 --"_s) << "the last blank is hidden, but not in view";
+}
+
 TEST(PageRows, LineHigherThanPage_IsReadThenOpened)
 {
     const QString high = u"-[a]------"_s + u"------[b]-"_s + u"---[c][d]-"_s + u"[e]-------"_s + u"-----[f]--"_s;
