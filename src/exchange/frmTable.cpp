@@ -500,7 +500,7 @@ void frmTable::cmdOK_Click()
     StudyFromText made(study.text, study.rowNumbers);
     QString keptPath;
     qsizetype picturesTaken = 0;
-    if (!MakeAsChosen(m_msg, this, fileName, &made) || !Write(fileName, made, study.text, &keptPath, &picturesTaken))
+    if (!MakeAsChosen(m_msg, this, fileName, &made) || !Write(fileName, made, &keptPath, &picturesTaken))
         return;
     m_isToBeWritten =
         OfferWriting(m_msg, this,
@@ -557,9 +557,8 @@ bool frmTable::TakeName(QString *fileName)
 }
 
 /// Writes the file, replacing an existing one only with the user's consent. The old one is kept under a free name.
-/// The pictures of the text come before it. @param text  of which it was made
-bool frmTable::Write(const QString &fileName, const StudyFromText &made, const QString &text, QString *keptPath,
-                     qsizetype *picturesTaken)
+/// Its pictures come before it.
+bool frmTable::Write(const QString &fileName, const StudyFromText &made, QString *keptPath, qsizetype *picturesTaken)
 {
     QByteArray bytes;
     if (const TextRefusal refusal = made.Encode(&bytes))
@@ -568,7 +567,7 @@ bool frmTable::Write(const QString &fileName, const StudyFromText &made, const Q
     const QFileInfo info(path);
     if ((info.isFile() || info.isSymLink()) && !Agrees(ReplaceStudyFileQuestion(path)))
         return false;
-    if (!TakePictures(text, picturesTaken))
+    if (!TakePictures(made.Text(), picturesTaken))
         return false;
     const FileFault fault = ReplaceAndKeep(path, bytes, keptPath);
     return !fault || Refuse(FaultMessage(u"学習ファイルを書き込めません。"_s, fault));

@@ -77,8 +77,7 @@ class frmTable : public CommandWindow
     TableOptions Options() const;
     bool TakeName(QString *fileName);
     bool TakePictures(const QString &text, qsizetype *taken);
-    bool Write(const QString &fileName, const StudyFromText &made, const QString &text, QString *keptPath,
-               qsizetype *picturesTaken);
+    bool Write(const QString &fileName, const StudyFromText &made, QString *keptPath, qsizetype *picturesTaken);
 
     QString m_studyFolder;
     QString m_tablePath;

@@ -115,6 +115,12 @@ class StudyFromText
     /// @param keptPath  of the file that it replaced; empty if there was none
     QString Report(const QString &heading, const QString &path, const QString &keptPath) const;
 
+    /// The text of the study file, once it is made.
+    const QString &Text() const
+    {
+        return m_converted.text;
+    }
+
     /// Number of blanks in the study file.
     qsizetype BlankCount() const
     {

@@ -107,8 +107,10 @@ TEST_F(TableWindowTest, ColumnsChosen_MakesFileAndReplacesOnlyWithConsent)
               u"    元のファイル＝words.txt.bak\n    行の数＝1，空欄の数＝1\n\n「書く」で開きますか？"_s);
 }
 
-TEST_F(TableWindowTest, RowsWithCharactersThatCannotBeWritten_AreLeftOutIfWanted)
+TEST_F(TableWindowTest, RowsWithCharactersThatCannotBeWritten_AreLeftOutWithTheirPicturesIfWanted)
 {
+    folder.Write(u"left.png"_s, "\x89PNG\r\n\x1A\n");
+    folder.Write(u"used.png"_s, "\x89PNG\r\n\x1A\n");
     const auto make = [this](QWidget *dialog) {
         script.When(u"frmMend"_s, [this](QWidget *mend) {
             EXPECT_TRUE(mend->findChild<QPlainTextEdit *>(u"txtFaults"_s)->toPlainText().startsWith(u"表の2行目："_s));
@@ -118,8 +120,11 @@ TEST_F(TableWindowTest, RowsWithCharactersThatCannotBeWritten_AreLeftOutIfWanted
         script.Click(u"frmMsg"_s, no);
         Click(dialog, ok);
     };
-    EXPECT_EQ(Make(u"a,b\nc,\U0001F600\ne,f\n"_s.toUtf8(), make, {}), u"words.txt"_s);
-    EXPECT_EQ(folder.Read(u"txt/words.txt"_s), ToCodePage932(u"a　[b]\r\ne　[f]\r\n"));
+    const QString csv = u"a,b\n<img src=left.png>,\U0001F600\n<img src=used.png>,f\n"_s;
+    EXPECT_EQ(Make(csv.toUtf8(), make, {}), u"words.txt"_s);
+    EXPECT_EQ(folder.Read(u"txt/words.txt"_s), ToCodePage932(u"a　[b]\r\n｢used｣　[f]\r\n"));
+    EXPECT_TRUE(QFile::exists(folder.Path(u"txt/used.png"_s)));
+    EXPECT_FALSE(QFile::exists(folder.Path(u"txt/left.png"_s)));
     EXPECT_TRUE(script.messages[0].contains(u"1行を入れませんでした。\n  表の2行目"_s));
 }
 
