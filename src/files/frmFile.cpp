@@ -369,7 +369,7 @@ void frmFile::cmdHandOut_Click()
     frmWait(u"コピーしています。"_s, this).Run(taking);
     const bool isAllDone = files.declined.isEmpty() && files.tooLarge.isEmpty() && files.twins.isEmpty() &&
                            taking.Failures().isEmpty() && taking.Left().isEmpty() && handOut.refused.isEmpty() &&
-                           handOut.missing.isEmpty();
+                           handOut.missing.isEmpty() && handOut.linked.isEmpty();
     m_msg.DispFrmMsg(this, HandedOutMessage(handOut, files, taking), MsgStyle::Ok,
                      isAllDone ? u"start.wav"_s : u"notify.wav"_s);
     if (!m_services.OpenWithShell(folder, u"c:\\"_s))

@@ -23,13 +23,15 @@ QString LeftOutParagraphs(const HandOut &handOut)
 {
     return Paragraph(u"印刷用のコピーと苦手帳は入れません。", handOut.others) +
            Paragraph(u"開けないため，入れません。", handOut.refused) +
-           Paragraph(u"図のファイルがありません。", handOut.missing);
+           Paragraph(u"図のファイルがありません。", handOut.missing) +
+           Paragraph(u"ほかのフォルダを指すリンクのため，入れません。", handOut.linked);
 }
 
 } // namespace
 
 HandOutSearch::HandOutSearch(const QStringList &paths, const QStringList &others)
-    : m_paths(paths), m_folder(std::make_unique<PictureFolder>(QFileInfo(paths.value(0)).path()))
+    : m_paths(paths), m_canonical(QFileInfo(QFileInfo(paths.value(0)).path()).canonicalFilePath()),
+      m_folder(std::make_unique<PictureFolder>(QFileInfo(paths.value(0)).path()))
 {
     m_found.others = others;
 }
@@ -79,10 +81,20 @@ void HandOutSearch::Add(const QString &path)
             if (picture.isEmpty())
                 m_found.missing += name + u' ' + QString::number(line) + u"行目：｢"_s + reference.name + u'｣';
             else if (!m_seen.contains(picture))
-                m_pictures += picture;
+                AddPicture(picture);
             m_seen.insert(picture);
         }
     }
+}
+
+/// The user has chosen the study file, not the picture: a link may lead to any file.
+void HandOutSearch::AddPicture(const QString &path)
+{
+    const QFileInfo file(path);
+    if (LeadsElsewhere(file, m_canonical))
+        m_found.linked += NameInLine(file.fileName());
+    else
+        m_pictures += path;
 }
 
 QString NothingToHandOutMessage(const HandOut &handOut)

@@ -23,6 +23,7 @@ struct HandOut
     QStringList others;  ///< names of printable copies and of the note of hard words, which are left out
     QStringList refused; ///< "name：remark" for files that cannot be opened, and so are left out
     QStringList missing; ///< "name 3行目：｢図｣" for references to pictures that do not exist
+    QStringList linked;  ///< names of pictures that are links to other folders, and so are left out
 };
 
 /// Finds them, one study file after another.
@@ -46,9 +47,11 @@ class HandOutSearch
 
   private:
     void Add(const QString &path);
+    void AddPicture(const QString &path);
 
     QStringList m_paths;
     qsizetype m_next = 0;
+    QString m_canonical; // path of the folder
     std::unique_ptr<PictureFolder> m_folder;
     HandOut m_found;
     QStringList m_pictures;

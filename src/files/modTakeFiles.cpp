@@ -63,9 +63,7 @@ class Sorting
     void AddUnseen(const QFileInfo &file)
     {
         Enter(file.path());
-        const bool leadsElsewhere =
-            file.isSymLink() && QFileInfo(file.canonicalFilePath()).path() != m_enteredCanonical;
-        (leadsElsewhere ? m_files->linked : ListFor(file)) += file.filePath();
+        (LeadsElsewhere(file, m_enteredCanonical) ? m_files->linked : ListFor(file)) += file.filePath();
     }
 
   private:
@@ -118,6 +116,11 @@ bool IsTable(const QString &path)
 {
     static const QStringList suffixes = {u"csv"_s, u"tsv"_s, u"tab"_s};
     return suffixes.contains(QFileInfo(path).suffix().toLower());
+}
+
+bool LeadsElsewhere(const QFileInfo &file, const QString &canonicalFolder)
+{
+    return file.isSymLink() && QFileInfo(file.canonicalFilePath()).path() != canonicalFolder;
 }
 
 FilesToTake SortFilesToTake(const QStringList &paths, const QString &folder)

@@ -8,6 +8,7 @@
 #include <QStringList>
 
 class QDeadlineTimer;
+class QFileInfo;
 
 /// Files dropped on the list, as full paths, by what to do with them.
 struct FilesToTake
@@ -29,6 +30,9 @@ struct FilesToTake
 
 /// Whether a file, by its name, is a table from which a study file can be made.
 bool IsTable(const QString &path);
+
+/// Whether a file is a link to one in another folder. @param canonicalFolder  that of the file, without links
+bool LeadsElsewhere(const QFileInfo &file, const QString &canonicalFolder);
 
 /// The names of files, as they appear in a message.
 QStringList ShownNames(const QStringList &paths);

@@ -234,6 +234,29 @@ TEST(HandOut, StudyFiles_AreHandedOutWithTheirPicturesAndNothingElse)
     EXPECT_EQ(pupils.Read(u"a.txt"_s), folder.Read(u"txt/a.txt"_s));
 }
 
+TEST(HandOut, PictureThatIsALinkToAnotherFolder_IsLeftOut)
+{
+    const TestFolder folder;
+    folder.MakeFolder(u"txt"_s);
+    const auto link = [&folder](const QString &target, const QString &name) {
+        std::error_code error;
+        std::filesystem::create_symlink(target.toStdU16String(), folder.Path(name).toStdU16String(), error);
+        return !error;
+    };
+    folder.Write(u"secret"_s, "password");
+    folder.Write(u"txt/here.png"_s, "picture");
+    if (!link(folder.Path(u"secret"_s), u"txt/away.png"_s) || !link(u"here.png"_s, u"txt/same.png"_s) ||
+        !link(folder.Path(u"txt"_s), u"folder"_s))
+        GTEST_SKIP() << "links cannot be made here";
+    folder.WriteStudyFile(u"txt/a.txt"_s, {u"｢away｣ ｢same｣ ｢away｣"_s});
+    const QString path = folder.Path(u"folder/a.txt"_s);
+    HandOutSearch search({path}, {});
+    search.GoOn(QDeadlineTimer(QDeadlineTimer::Forever));
+    const HandOut handOut = search.Take();
+    EXPECT_EQ(handOut.paths, QStringList({path, QDir::toNativeSeparators(folder.Path(u"folder/same.png"_s))}));
+    EXPECT_EQ(handOut.linked, QStringList(u"away.png"_s));
+}
+
 TEST(CheckStudyFile, Samples_HaveBlanksAndNoRemarks)
 {
     StudyFolder samples(QStringLiteral(SAMPLE_FOLDER));
