@@ -187,7 +187,8 @@ bool frmPrint::Write(const QString &sheetPath, const SheetChoices &choices)
              .Run([&sheet](const QDeadlineTimer &deadline) { return sheet.LookForPictures(deadline); },
                   [&sheet] { return sheet.Looked(); }))
         return false;
-    if (sheet.Missing().count > 0 && !Agrees(MissingPicturesQuestion(sheet.Missing())))
+    const MissingPictures &missing = sheet.Missing();
+    if (missing.count > 0 && !Agrees(MissingPicturesQuestion(missing), MissingPicturesRemark(missing)))
         return false;
     PieceFile file(sheetPath, sheet);
     if (!frmWait(u"印刷ページを作っています。"_s, this).Run(file))

@@ -504,6 +504,14 @@ QString MissingPicturesQuestion(const MissingPictures &missing)
            u"\r\n\r\n図がないまま，印刷ページを作りますか？"_s;
 }
 
+QString MissingPicturesRemark(const MissingPictures &missing)
+{
+    constexpr int mostNamed = 3;
+    const int more = missing.count - mostNamed;
+    return u"図がありません（"_s + missing.first.mid(0, mostNamed).join(u'，') +
+           (more > 0 ? QString(u"，ほかに"_s + QString::number(more) + u"個"_s) : QString()) + u'）';
+}
+
 QString SheetNotOpenedMessage(const QString &sheetPath)
 {
     return u"印刷ページを開けません。次のファイルをブラウザで開いて，印刷してください。\r\n  "_s + sheetPath;

@@ -131,6 +131,7 @@ QString PrintSheetPath(const QString &folder, const QString &studyFilePath, cons
 /// Complete texts for the user, lines separated by CR LF.
 QString ManyPagesQuestion(const PrintSheet &sheet); ///< to be asked above MostBlanksUnasked
 QString MissingPicturesQuestion(const MissingPictures &missing);
+QString MissingPicturesRemark(const MissingPictures &missing); ///< on one line, about one of several sheets
 
 /// The message for a sheet that the system could not open.
 QString SheetNotOpenedMessage(const QString &sheetPath);

@@ -122,10 +122,10 @@ bool CommandWindow::Refuse(const QString &message)
     return m_msg.Refuse(this, message);
 }
 
-bool CommandWindow::Agrees(const QString &question)
+bool CommandWindow::Agrees(const QString &question, const QString &remark)
 {
     if (m_several) {
-        m_several->remarks += m_fileName + u'：' + Shortened(question);
+        m_several->remarks += m_fileName + u'：' + (remark.isEmpty() ? Shortened(question) : remark);
         return true;
     }
     return m_msg.Ask(this, question) == MsgResult::Ok;

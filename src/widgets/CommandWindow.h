@@ -69,7 +69,8 @@ class CommandWindow : public QDialog
     bool Refuse(const QString &message);
 
     /// Asks a question. @return whether the user agrees, for which it is taken while there are several files
-    bool Agrees(const QString &question);
+    /// @param remark  what the result says then; if empty, the first line of the question
+    bool Agrees(const QString &question, const QString &remark = QString());
 
     virtual void cmdOK_Click() = 0;
 

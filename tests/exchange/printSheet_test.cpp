@@ -320,6 +320,23 @@ TEST_F(PrintWindowTest, FormChosen_IsPrintedAndRememberedExceptTeacherAndEdition
     EXPECT_TRUE(script.IsDone());
 }
 
+TEST_F(PrintWindowTest, SeveralFiles_ReportNamesMissingPicturesWithTheirLines)
+{
+    const SettingsFile settings(folder.Path(u"a.ini"_s));
+    const MarkList marks(folder.Path(u"ListMark.txt"_s), u"花子"_s);
+    folder.MakeFolder(u"rec"_s);
+    const QStringList paths = {folder.WriteStudyFile(u"txt/a.txt"_s, {u"[a]"_s}),
+                               folder.WriteStudyFile(u"txt/b.txt"_s, {u"[b]"_s, u"｢1｣ ｢2｣ ｢3｣ ｢4｣"_s})};
+    frmPrint window(services, msg, settings, marks, folder.Path(u"rec"_s), nullptr);
+    script.Click(u"frmPrint"_s, u"cmdOK"_s);
+    script.Click(u"frmMsg"_s, u"cmdOK"_s);
+    window.Run(paths);
+    EXPECT_TRUE(script.IsDone());
+    EXPECT_EQ(script.messages, QStringList(u"2個のファイルを印刷ページにしました。\n  a.txt\n  b.txt\n\n"
+                                           u"次の注意があります。\n"
+                                           u"  b.txt：図がありません（2行目：1，2行目：2，2行目：3，ほかに1個）"_s));
+}
+
 // Quadratic work would take minutes here: as many names as lines, none of them in a folder of many files.
 TEST(PrintSheet, ManyNamesOfMissingPictures_AreLookedUpInLinearTime)
 {
