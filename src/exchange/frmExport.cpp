@@ -15,6 +15,8 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <memory>
+#include <tuple>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -87,10 +89,14 @@ ExportKind frmExport::ChosenKind() const
 bool frmExport::ExportOne()
 {
     const QString path = ExportPath(m_reportFolder, m_studyFilePaths.front(), ChosenKind());
-    qsizetype undecodable = 0;
-    if (!Write(m_studyFilePaths.front(), path, false, &undecodable))
+    StudyExport made;
+    if (!Read(m_studyFilePaths.front(), &made) ||
+        (QFileInfo(path).isFile() && !Agrees(ReplaceExportQuestion(path))))
         return false;
-    m_msg.DispFrmMsg(this, ExportedMessage(path, undecodable), MsgStyle::Ok, u"start.wav"_s);
+    PieceFile file(path, made);
+    if (!frmWait(u"書き出しています。"_s, this).Run(file) || !IsWritten(file))
+        return false;
+    m_msg.DispFrmMsg(this, ExportedMessage(path, made.Undecodable()), MsgStyle::Ok, u"start.wav"_s);
     return true;
 }
 
@@ -110,10 +116,19 @@ bool frmExport::ExportSeveral()
     if (answer == MsgResult::None)
         return false;
     const bool isReplacing = answer == MsgResult::Ok;
-    DoneFiles files = CarryOutForEach(isReplacing ? m_studyFilePaths : fresh, [this](const QString &path) {
-        qsizetype undecodable = 0;
-        return Write(path, ExportPath(m_reportFolder, path, ChosenKind()), true, &undecodable);
-    });
+    const auto begin = [this](const QString &path) -> frmWait::Slice {
+        const auto made = std::make_shared<StudyExport>();
+        if (!Read(path, made.get()))
+            return nullptr;
+        const auto file = std::make_shared<PieceFile>(ExportPath(m_reportFolder, path, ChosenKind()), *made);
+        return [this, made, file](const QDeadlineTimer &deadline) {
+            if (file->GoOn(deadline))
+                return true;
+            std::ignore = IsWritten(*file);
+            return false;
+        };
+    };
+    DoneFiles files = CarryOutForEach(u"書き出しています。"_s, isReplacing ? m_studyFilePaths : fresh, begin);
     if (!isReplacing)
         files.kept = existing;
     m_msg.DispFrmMsg(this, DoneFilesMessage(u"書き出し"_s, files), MsgStyle::Ok,
@@ -121,24 +136,19 @@ bool frmExport::ExportSeveral()
     return !files.done.isEmpty();
 }
 
-/// @param mayReplace  whether the user has agreed to that already
-/// @param undecodable  receives the number of U+FFFD in the file
-/// @return false if nothing was written; the user knows why
-bool frmExport::Write(const QString &studyFilePath, const QString &exportPath, bool mayReplace, qsizetype *undecodable)
+/// @return false if there is nothing to export; the user knows why
+bool frmExport::Read(const QString &studyFilePath, StudyExport *made)
 {
-    StudyExport made;
     const QString title = QFileInfo(studyFilePath).completeBaseName();
     const bool isOnlyHard =
         chkOnlyHard->isEnabled() && chkOnlyHard->isChecked() && !IsHardNotePath(studyFilePath); // whose are all hard
-    if (const TextRefusal refusal = made.Read(studyFilePath, ChosenKind(), isOnlyHard ? &m_marks : nullptr))
+    if (const TextRefusal refusal = made->Read(studyFilePath, ChosenKind(), isOnlyHard ? &m_marks : nullptr))
         return Refuse(refusal.message);
-    if (!made.HasContent())
-        return Refuse(isOnlyHard ? NoHardBlankMessage(title) : NoBlankToExportMessage(title));
-    if (!mayReplace && QFileInfo(exportPath).isFile() && !Agrees(ReplaceExportQuestion(exportPath)))
-        return false;
-    PieceFile file(exportPath, made);
-    if (!frmWait(u"書き出しています。"_s, this).Run(file))
-        return false;
-    *undecodable = made.Undecodable();
+    return made->HasContent() || Refuse(isOnlyHard ? NoHardBlankMessage(title) : NoBlankToExportMessage(title));
+}
+
+/// @return false after a fault, which the user knows then
+bool frmExport::IsWritten(const PieceFile &file)
+{
     return !file.Fault() || Refuse(FaultMessage(u"書き出したファイルを書き込めません。"_s, file.Fault()));
 }

@@ -33,7 +33,8 @@ class frmExport : public CommandWindow
     ExportKind ChosenKind() const;
     bool ExportOne();
     bool ExportSeveral();
-    bool Write(const QString &studyFilePath, const QString &exportPath, bool mayReplace, qsizetype *undecodable);
+    bool Read(const QString &studyFilePath, StudyExport *made);
+    bool IsWritten(const PieceFile &file);
 
     SystemServices &m_services;
     const MarkList &m_marks;

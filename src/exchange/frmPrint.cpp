@@ -20,6 +20,7 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <memory>
 #include <tuple>
 
 using namespace Qt::Literals::StringLiterals;
@@ -130,21 +131,16 @@ void frmPrint::cmdOK_Click()
                                   .isForTeacher = chkTeacher->isChecked(),
                                   .isEditionB = cboEdition->currentIndex() == 1,
                                   .onlyHard = chkOnlyHard->isChecked() ? &m_marks : nullptr};
-    QStringList sheets;
-    const auto write = [this, &choices, &sheets](const QString &studyFilePath) {
-        m_studyFilePath = studyFilePath;
-        const QString path = PrintSheetPath(m_reportFolder, studyFilePath, choices);
-        if (!Write(path, choices))
-            return false;
-        sheets += path;
-        return true;
-    };
     const bool areSeveral = m_studyFilePaths.size() > 1;
+    QStringList sheets;
     DoneFiles files;
-    if (areSeveral)
-        files = CarryOutForEach(m_studyFilePaths, write);
-    else if (!write(m_studyFilePaths.front()))
-        return;
+    if (areSeveral) {
+        files = WriteSeveral(choices, &sheets);
+    } else {
+        sheets += PrintSheetPath(m_reportFolder, m_studyFilePaths.front(), choices);
+        if (!WriteOne(sheets.front(), choices))
+            return;
+    }
     // Failing to store the settings does not stop the printing.
     if (choices.print != m_settings.ReadPrint())
         std::ignore = m_settings.WritePrint(choices.print);
@@ -174,24 +170,66 @@ void frmPrint::Open(const QStringList &sheetPaths)
 }
 
 /// @return false if nothing was written; the user knows why
-bool frmPrint::Write(const QString &sheetPath, const SheetChoices &choices)
+bool frmPrint::WriteOne(const QString &sheetPath, const SheetChoices &choices)
 {
     PrintSheet sheet;
-    if (const TextRefusal refusal = sheet.Read(m_studyFilePath, sheetPath, choices))
-        return Refuse(refusal.message);
-    if (choices.onlyHard && sheet.BlankCount() == 0)
-        return Refuse(NoHardBlankMessage(QFileInfo(m_studyFilePath).completeBaseName()));
-    if (sheet.BlankCount() > MostBlanksUnasked && !Agrees(ManyPagesQuestion(sheet)))
+    if (!Read(m_studyFilePaths.front(), sheetPath, choices, &sheet))
         return false;
     if (!frmWait(u"図を探しています。"_s, this)
              .Run([&sheet](const QDeadlineTimer &deadline) { return sheet.LookForPictures(deadline); },
                   [&sheet] { return sheet.Looked(); }))
         return false;
-    const MissingPictures &missing = sheet.Missing();
-    if (missing.count > 0 && !Agrees(MissingPicturesQuestion(missing), MissingPicturesRemark(missing)))
+    if (!MayLackPictures(sheet))
         return false;
     PieceFile file(sheetPath, sheet);
-    if (!frmWait(u"印刷ページを作っています。"_s, this).Run(file))
-        return false;
+    return frmWait(u"印刷ページを作っています。"_s, this).Run(file) && IsWritten(file);
+}
+
+/// @param sheetPaths  receives those that were written
+DoneFiles frmPrint::WriteSeveral(const SheetChoices &choices, QStringList *sheetPaths)
+{
+    const auto begin = [&](const QString &studyFilePath) -> frmWait::Slice {
+        const QString path = PrintSheetPath(m_reportFolder, studyFilePath, choices);
+        const auto sheet = std::make_shared<PrintSheet>();
+        if (!Read(studyFilePath, path, choices, sheet.get()))
+            return nullptr;
+        return [this, path, sheetPaths, sheet, file = std::shared_ptr<PieceFile>()](
+                   const QDeadlineTimer &deadline) mutable {
+            if (!file) {
+                if (sheet->LookForPictures(deadline))
+                    return true;
+                std::ignore = MayLackPictures(*sheet); // only remarked on
+                file = std::make_shared<PieceFile>(path, *sheet);
+            }
+            if (file->GoOn(deadline))
+                return true;
+            if (IsWritten(*file))
+                *sheetPaths += path;
+            return false;
+        };
+    };
+    return CarryOutForEach(u"印刷ページを作っています。"_s, m_studyFilePaths, begin);
+}
+
+/// @return false if there is nothing to print, or the user does not want so many pages
+bool frmPrint::Read(const QString &studyFilePath, const QString &sheetPath, const SheetChoices &choices,
+                    PrintSheet *sheet)
+{
+    if (const TextRefusal refusal = sheet->Read(studyFilePath, sheetPath, choices))
+        return Refuse(refusal.message);
+    if (choices.onlyHard && sheet->BlankCount() == 0)
+        return Refuse(NoHardBlankMessage(QFileInfo(studyFilePath).completeBaseName()));
+    return sheet->BlankCount() <= MostBlanksUnasked || Agrees(ManyPagesQuestion(*sheet));
+}
+
+bool frmPrint::MayLackPictures(const PrintSheet &sheet)
+{
+    const MissingPictures &missing = sheet.Missing();
+    return missing.count == 0 || Agrees(MissingPicturesQuestion(missing), MissingPicturesRemark(missing));
+}
+
+/// @return false after a fault, which the user knows then
+bool frmPrint::IsWritten(const PieceFile &file)
+{
     return !file.Fault() || Refuse(FaultMessage(u"印刷ページを書き込めません。"_s, file.Fault()));
 }

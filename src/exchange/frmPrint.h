@@ -8,6 +8,8 @@
 #include "widgets/CommandWindow.h"
 
 class MarkList;
+class PieceFile;
+class PrintSheet;
 class QComboBox;
 class QLayout;
 class SettingsFile;
@@ -36,7 +38,11 @@ class frmPrint : public CommandWindow
     QLayout *FormOfSheet();
     void ShowSettings(const PrintSettings &print);
     PrintSettings TakeSettings() const;
-    bool Write(const QString &sheetPath, const SheetChoices &choices);
+    bool WriteOne(const QString &sheetPath, const SheetChoices &choices);
+    DoneFiles WriteSeveral(const SheetChoices &choices, QStringList *sheetPaths);
+    bool Read(const QString &studyFilePath, const QString &sheetPath, const SheetChoices &choices, PrintSheet *sheet);
+    bool MayLackPictures(const PrintSheet &sheet);
+    bool IsWritten(const PieceFile &file);
     void Open(const QStringList &sheetPaths);
 
     SystemServices &m_services;
@@ -44,7 +50,6 @@ class frmPrint : public CommandWindow
     const MarkList &m_marks;
     QString m_reportFolder;
     QStringList m_studyFilePaths;
-    QString m_studyFilePath; // the present one
     ElidedLabel *lblFile;
     QCheckBox *chkAnswers;
     QCheckBox *chkTeacher;

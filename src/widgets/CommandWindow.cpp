@@ -12,6 +12,7 @@
 #include "widgets/ScreenFit.h"
 #include "widgets/frmMsg.h"
 
+#include <QDeadlineTimer>
 #include <QFileInfo>
 #include <QFormLayout>
 #include <QGuiApplication>
@@ -83,22 +84,33 @@ void CommandWindow::AddAnswers(const QString &caption, const QString &toolTip, c
     FitToScreen(this, m_content, wanted, AnswerRow(cmdOK, cmdCancel, beside));
 }
 
-DoneFiles CommandWindow::CarryOutForEach(const QStringList &paths,
-                                         const std::function<bool(const QString &path)> &carryOut)
+DoneFiles CommandWindow::CarryOutForEach(const QString &caption, const QStringList &paths,
+                                         const std::function<frmWait::Slice(const QString &path)> &begin)
 {
     DoneFiles files;
     m_several = &files;
-    for (const QString &path : paths) {
-        m_fileName = NameInLine(QFileInfo(path).fileName());
-        const qsizetype failed = files.failed.size();
-        if (!files.left.isEmpty()) {
-            files.left += m_fileName;
-        } else if (carryOut(path)) {
-            files.done += m_fileName;
-        } else if (files.failed.size() == failed) {
-            files.left += m_fileName;
+    qsizetype next = 0;
+    frmWait::Slice work;
+    const auto goOn = [&](const QDeadlineTimer &deadline) {
+        while (next < paths.size()) {
+            m_fileName = NameInLine(QFileInfo(paths[next]).fileName());
+            const qsizetype failed = files.failed.size();
+            if (!work)
+                work = begin(paths[next]);
+            if (work && work(deadline))
+                return true;
+            if (files.failed.size() == failed)
+                files.done += m_fileName;
+            work = nullptr;
+            ++next;
+            if (deadline.hasExpired())
+                break;
         }
-    }
+        return next < paths.size();
+    };
+    frmWait(caption, this).Run(goOn, [&] { return double(next) / double(paths.size()); });
+    for (const QString &path : paths.sliced(next))
+        files.left += NameInLine(QFileInfo(path).fileName());
     m_several = nullptr;
     return files;
 }

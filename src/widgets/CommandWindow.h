@@ -6,6 +6,7 @@
 #pragma once
 
 #include "base/modParagraph.h"
+#include "widgets/frmWait.h"
 
 #include <QDialog>
 
@@ -60,10 +61,12 @@ class CommandWindow : public QDialog
         return m_column;
     }
 
-    /// Carries out the command for each of several files. Meanwhile Refuse and Agrees show nothing: what they would is
-    /// in the result.
-    /// @param carryOut  @return whether that was done; without a refusal the user has stopped it, and with it the rest
-    DoneFiles CarryOutForEach(const QStringList &paths, const std::function<bool(const QString &path)> &carryOut);
+    /// Carries out the command for each of several files, in slices that the user can stop. Meanwhile Refuse and Agrees
+    /// show nothing: what they would is in the result.
+    /// @param caption  what is being done, for the user
+    /// @param begin  @return the work on a file; empty after a refusal
+    DoneFiles CarryOutForEach(const QString &caption, const QStringList &paths,
+                              const std::function<frmWait::Slice(const QString &path)> &begin);
 
     /// Shows why the command cannot be carried out. @return always false, for callers to return
     bool Refuse(const QString &message);

@@ -291,6 +291,20 @@ TEST_F(ExportWindowTest, SeveralFiles_AreExportedWithOneQuestionAndOneReport)
     EXPECT_EQ(services.opened, QStringList(2, folder.Path(u"rec"_s)));
 }
 
+TEST_F(ExportWindowTest, VeryManyFiles_CanBeStopped)
+{
+    const QString path = folder.WriteStudyFile(u"txt/a.txt"_s, {u"[a]"_s});
+    folder.MakeFolder(u"rec"_s);
+    const MarkList marks(folder.Path(u"ListMark.txt"_s), u"花子"_s);
+    frmExport window(services, msg, marks, folder.Path(u"rec"_s), nullptr);
+    script.Click(u"frmExport"_s, u"cmdOK"_s);
+    script.Click(u"frmWait"_s, u"cmdCancel"_s);
+    script.Click(u"frmMsg"_s, u"cmdOK"_s);
+    window.Run(QStringList(5000, path));
+    EXPECT_TRUE(script.IsDone());
+    EXPECT_TRUE(script.messages.value(0).contains(u"中止したため，残りました。"_s));
+}
+
 TEST_F(ExportWindowTest, OnlyHard_IsJudgedByTheFileAsItIsWhenExported)
 {
     const QString studyFile = folder.WriteStudyFile(u"txt/a.txt"_s, {u"changed [b]"_s});
