@@ -90,8 +90,7 @@ bool frmExport::ExportOne()
 {
     const QString path = ExportPath(m_reportFolder, m_studyFilePaths.front(), ChosenKind());
     StudyExport made;
-    if (!Read(m_studyFilePaths.front(), &made) ||
-        (QFileInfo(path).isFile() && !Agrees(ReplaceExportQuestion(path))))
+    if (!Read(m_studyFilePaths.front(), &made) || (QFileInfo(path).isFile() && !Agrees(ReplaceExportQuestion(path))))
         return false;
     PieceFile file(path, made);
     if (!frmWait(u"書き出しています。"_s, this).Run(file) || !IsWritten(file))

@@ -193,8 +193,8 @@ DoneFiles frmPrint::WriteSeveral(const SheetChoices &choices, QStringList *sheet
         const auto sheet = std::make_shared<PrintSheet>();
         if (!Read(studyFilePath, path, choices, sheet.get()))
             return nullptr;
-        return [this, path, sheetPaths, sheet, file = std::shared_ptr<PieceFile>()](
-                   const QDeadlineTimer &deadline) mutable {
+        return [this, path, sheetPaths, sheet,
+                file = std::shared_ptr<PieceFile>()](const QDeadlineTimer &deadline) mutable {
             if (!file) {
                 if (sheet->LookForPictures(deadline))
                     return true;
