@@ -16,7 +16,6 @@
 
 #include <functional>
 #include <optional>
-#include <tuple>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -105,6 +104,12 @@ class FileByFile
         return m_next < m_paths.size();
     }
 
+    /// Paths of the files that have not been gone through.
+    QStringList Left() const
+    {
+        return m_paths.sliced(m_next);
+    }
+
     double Done() const
     {
         return (double(m_next) + (m_made ? m_made->Done() : 0)) / double(m_paths.size());
@@ -160,7 +165,8 @@ MendOutcome MendSeveral(frmMsg &msg, QWidget *owner, const QStringList &paths)
         else
             report.AddMended(path, keptPath, made);
     });
-    std::ignore = frmWait(u"ファイルを直しています。"_s, owner).Run(making); // what is left stays as it is
+    if (!frmWait(u"ファイルを直しています。"_s, owner).Run(making))
+        report.AddLeft(making.Left());
     msg.DispFrmMsg(owner, report.Text(), MsgStyle::Ok, report.IsAllMended() ? u"start.wav"_s : u"notify.wav"_s);
     return report.IsAnyMended() ? MendOutcome::Done : MendOutcome::Nothing;
 }

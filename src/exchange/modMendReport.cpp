@@ -77,11 +77,18 @@ void MendReport::AddRefused(const QString &path, const QString &reason)
     m_refused += ShownName(path) + u'：' + reason.section(u"\r\n"_s, 0, 0);
 }
 
+void MendReport::AddLeft(const QStringList &paths)
+{
+    for (const QString &path : paths)
+        m_left += ShownName(path);
+}
+
 QString MendReport::Text() const
 {
     const QString heading = m_mended.isEmpty()
                                 ? u"直したファイルはありません。"_s
                                 : QString(QString::number(m_mended.size()) + u"個のファイルを直しました。"_s);
     return heading + Indented(m_mended) + Paragraph(u"まだ開けません。", m_remaining) +
-           Paragraph(u"直す所がありません。", m_unchanged) + Paragraph(u"直せないため，元のままです。", m_refused);
+           Paragraph(u"直す所がありません。", m_unchanged) + Paragraph(u"直せないため，元のままです。", m_refused) +
+           Paragraph(u"中止したため，元のままです。", m_left);
 }

@@ -30,6 +30,9 @@ class MendReport
     /// @param reason  may be a message of several lines, of which the first is shown
     void AddRefused(const QString &path, const QString &reason);
 
+    /// @param paths  of files that were not looked at, because the user stopped the work
+    void AddLeft(const QStringList &paths);
+
     bool IsAnyMended() const
     {
         return !m_mended.isEmpty();
@@ -38,7 +41,7 @@ class MendReport
     /// Whether all files were mended and can be studied.
     bool IsAllMended() const
     {
-        return m_unchanged.isEmpty() && m_refused.isEmpty() && m_remaining.isEmpty();
+        return m_unchanged.isEmpty() && m_refused.isEmpty() && m_remaining.isEmpty() && m_left.isEmpty();
     }
 
     QString Text() const;
@@ -50,4 +53,5 @@ class MendReport
     QStringList m_unchanged;
     QStringList m_remaining; // faults that keep files from being studied
     QStringList m_refused;
+    QStringList m_left;
 };

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Kotoban developers
 // SPDX-License-Identifier: MIT
 
+#include "exchange/modMendReport.h"
 #include "exchange/modStudyFromText.h"
 #include "files/frmFile.h"
 #include "settings/modSettings.h"
@@ -302,6 +303,19 @@ TEST_F(MendingTest, HalfWidthKanaReadAsEuc_StaysAsItIs)
     Mend(yes, {yes});
     EXPECT_EQ(folder.Read(u"txt/a.txt"_s) + folder.Read(u"txt/b.txt"_s), kana + kana);
     EXPECT_EQ(folder.Read(u"txt/c.txt"_s), "[a]");
+}
+
+TEST(MendReport, WorkStopped_NamesTheFilesThatAreAsBefore)
+{
+    StudyFromText made(u"[a]"_s);
+    while (made.GoOn(QDeadlineTimer(QDeadlineTimer::Forever)))
+        ;
+    MendReport report;
+    report.AddMended(u"txt/a.txt"_s, u"txt/a.txt.bak"_s, made);
+    EXPECT_TRUE(report.IsAllMended());
+    report.AddLeft({u"txt/b.txt"_s, u"txt/c.txt"_s});
+    EXPECT_FALSE(report.IsAllMended());
+    EXPECT_TRUE(report.Text().endsWith(u"\r\n\r\n中止したため，元のままです。\r\n  b.txt\r\n  c.txt"_s));
 }
 
 TEST_F(MendingTest, SeveralFiles_AreMendedAsChosenOnceWithOneReport)
