@@ -166,7 +166,7 @@ void frmPrint::Open(const QStringList &sheetPaths)
     }
     for (const QString &path : sheetPaths)
         if (!m_services.OpenWithShell(path, m_reportFolder))
-            m_services.ShowMessage(SheetNotOpenedMessage(path));
+            return m_services.ShowMessage(SheetNotOpenedMessage(path)); // the others would not open either
 }
 
 /// @return false if nothing was written; the user knows why
