@@ -104,6 +104,7 @@ void ReadHistories(const QString &path, int weeks, int times)
 {
     FailingServices services;
     StudyDatabase database(services);
+    SQLite3Configure(); // as the program does
     if (SQLite3Initialize() != 0 || database.Open(path) != 0)
         qFatal("cannot open %s", qPrintable(path));
     for (int i = 0; i < times; ++i)
