@@ -263,6 +263,8 @@ def compare_tables():
 def compare_lists():
     cpu_us, counters = timings("ShowFileList|ShowHistory|PaintCalendar|MakeHardNote")
     row("the note of 2,000 marks in 200 files / 0.3 s", shares(cpu_us["MakeHardNote/2000"], 0.3e6), 1)
+    counted_row("saving a mark, 1,000,000 lines / a frame",
+                step_instructions("SaveMark")["SaveMark/1000000"] / FRAME_INSTRUCTIONS, 1)
     row("showing a list of 10,000 study files / 50 ms", shares(counters["ShowFileList/10000", "shown_ms"], 50))
     counted_row("showing a list of 10,000 study files / 300 million",
                 step_instructions("ShowFileList/10000")["ShowFileList/10000"] / 300e6, 1)

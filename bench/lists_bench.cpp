@@ -307,6 +307,27 @@ void FindInLargeMarkList(benchmark::State &state)
 }
 BENCHMARK(FindInLargeMarkList)->Apply(Tenths);
 
+/// Saves a mark more, or one less, beside 100 in a study file.
+void SaveMark(benchmark::State &state)
+{
+    constexpr int count = 100;
+    const TestFolder folder;
+    const MarkList marks(folder.Path(u"ListMark.txt"_s), u"user"_s);
+    const DisplayText text = LoadText(StudyFilePath(int(state.range(0))));
+    std::vector<int> blanks;
+    for (int mark = 0; mark < count; ++mark)
+        blanks.push_back(1 + mark * (text.Blanks().Count() / count));
+    for (auto step : Steps(state)) {
+        if (blanks.size() > count)
+            blanks.pop_back();
+        else
+            blanks.push_back(text.Blanks().Count());
+        if (marks.Write(u"study"_s, text, blanks))
+            state.SkipWithError("the mark was not saved");
+    }
+}
+BENCHMARK(SaveMark)->Arg(1'000'000)->Unit(benchmark::kMillisecond);
+
 /// Counts 2,000 marks in 200 study files of 1,000 lines, and makes and reads the note of them.
 void MakeHardNote(benchmark::State &state)
 {

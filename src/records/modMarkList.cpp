@@ -3,6 +3,8 @@
 
 #include "records/modMarkList.h"
 
+#include "text/modLineSieve.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -37,9 +39,14 @@ class Occurrences
     {
         for (const QString &line : wanted)
             m_displayed += Displayed(line);
-        for (const QString &line : std::as_const(m_displayed))
+        LineSieve sieve;
+        for (const QString &line : std::as_const(m_displayed)) {
             m_lines.insert(line, {});
-        for (int line = 1; line <= text.LineCount() && !wanted.isEmpty(); ++line) {
+            sieve.Add(line);
+        }
+        if (wanted.isEmpty())
+            return;
+        for (int line = 0; (line = text.NextLineThrough(sieve, line + 1)) > 0;) {
             const auto found = m_lines.find(text.Line(line));
             if (found == m_lines.end())
                 continue;
@@ -81,13 +88,53 @@ class Occurrences
     QHash<QStringView, QHash<QString, std::vector<int>>> m_lines;
 };
 
+/// The lines of list entries, each split into its fields.
+QStringList LinesOf(const std::vector<QStringList> &marks)
+{
+    QStringList lines;
+    for (const QStringList &mark : marks)
+        lines += mark.value(2);
+    return lines;
+}
+
+QStringList LinesOf(const DisplayText &text, const std::vector<int> &blanks)
+{
+    QStringList lines;
+    for (const int blank : blanks)
+        lines += LineInFile(text, text.Blanks().LineOf(blank));
+    return lines;
+}
+
+/// @param marks  list entries, each split into its fields; empty if it is none
+std::vector<MarkedBlank> BlanksOf(const std::vector<QStringList> &marks, const Occurrences &occurrences,
+                                  const DisplayText &text)
+{
+    std::vector<MarkedBlank> located;
+    for (size_t i = 0; i < marks.size(); ++i) {
+        const QStringList &entry = marks[i];
+        const int line = entry.isEmpty() ? 0 : occurrences.Line(entry[2], entry[4].toInt());
+        if (const int blank = line > 0 ? text.BlankOnLine(line, entry[3].toInt()) : 0; blank > 0)
+            located.push_back({blank, qsizetype(i)});
+    }
+    std::ranges::stable_sort(located, {}, &MarkedBlank::blank);
+    return located;
+}
+
+/// What an entry says about a blank: its line, its number on it and the occurrence of the line.
+QStringList PlaceOf(int blank, const Occurrences &occurrences, const DisplayText &text)
+{
+    const int line = text.Blanks().LineOf(blank);
+    const QString inFile = LineInFile(text, line);
+    return {inFile, QString::number(text.NumberOnLine(blank)), QString::number(occurrences.Number(inFile, line))};
+}
+
 constexpr EntryField Text, Number{.isNumber = true}, Occurrence{.isNumber = true, .ifAbsent = u"1"};
-constexpr EntryField Fields[] = {Text, Text, Text, Number, Occurrence};
+constexpr EntryField FormOfEntry[] = {Text, Text, Text, Number, Occurrence};
 
 } // namespace
 
 MarkList::MarkList(const QString &path, const QString &userName)
-    : m_list(path, {Fields, MaxMarkListBytes, false}), m_userName(userName)
+    : m_list(path, {FormOfEntry, MaxMarkListBytes, false}), m_userName(userName)
 {
 }
 
@@ -107,22 +154,16 @@ std::vector<int> MarkList::FindIn(const QStringList &entries, const DisplayText 
 
 std::vector<MarkedBlank> MarkList::Locate(const QStringList &entries, const DisplayText &text) const
 {
-    std::vector<QStringList> marks;
-    QStringList wanted;
-    for (const QString &line : entries) {
-        marks.push_back(m_list.Entry(line));
-        wanted += marks.back().value(2);
-    }
-    const Occurrences occurrences(text, wanted);
-    std::vector<MarkedBlank> located;
-    for (size_t i = 0; i < marks.size(); ++i) {
-        const QStringList &entry = marks[i];
-        const int line = entry.isEmpty() ? 0 : occurrences.Line(entry[2], entry[4].toInt());
-        if (const int blank = line > 0 ? text.BlankOnLine(line, entry[3].toInt()) : 0; blank > 0)
-            located.push_back({blank, qsizetype(i)});
-    }
-    std::ranges::stable_sort(located, {}, &MarkedBlank::blank);
-    return located;
+    const std::vector<QStringList> marks = Fields(entries);
+    return BlanksOf(marks, Occurrences(text, LinesOf(marks)), text);
+}
+
+std::vector<QStringList> MarkList::Fields(const QStringList &entries) const
+{
+    std::vector<QStringList> fields;
+    for (const QString &entry : entries)
+        fields.push_back(m_list.Entry(entry));
+    return fields;
 }
 
 QHash<QString, QStringList> MarkList::EntriesByTitle() const
@@ -142,33 +183,32 @@ bool MarkList::HasEntries(const QString &title) const
 
 QStringList MarkList::Entries(const QString &title, const DisplayText &text, const std::vector<int> &blanks) const
 {
-    QStringList marked;
-    for (const int blank : blanks)
-        marked += LineInFile(text, text.Blanks().LineOf(blank));
-    const Occurrences occurrences(text, marked);
+    const Occurrences occurrences(text, LinesOf(text, blanks));
     QStringList entries;
-    for (size_t i = 0; i < blanks.size(); ++i) {
-        const QString &line = marked[qsizetype(i)];
-        entries += m_list.Line({m_userName, title, line, QString::number(text.NumberOnLine(blanks[i])),
-                                QString::number(occurrences.Number(line, text.Blanks().LineOf(blanks[i])))});
-    }
+    for (const int blank : blanks)
+        entries += m_list.Line(QStringList{m_userName, title} + PlaceOf(blank, occurrences, text));
     return entries;
 }
 
 FileFault MarkList::Write(const QString &title, const DisplayText &text, const std::vector<int> &blanks) const
 {
-    const QStringList present = m_list.Lines({m_userName, title});
+    const std::vector<QStringList> present = Fields(m_list.Lines({m_userName, title}));
+    const Occurrences occurrences(text,
+                                  LinesOf(present) + LinesOf(text, blanks)); // looks at each line of the text once
     QStringList removed;
-    std::vector<int> added = blanks;
-    for (const MarkedBlank &marked : Locate(present, text)) {
+    QStringList added;
+    std::vector<int> missing = blanks;
+    for (const MarkedBlank &marked : BlanksOf(present, occurrences, text)) {
         const auto kept = std::ranges::lower_bound(blanks, marked.blank);
         if (kept == blanks.end() || *kept != marked.blank)
-            removed += m_list.Line(m_list.Entry(present[marked.entry]));
+            removed += m_list.Line(present[size_t(marked.entry)]);
         else
-            added[size_t(kept - blanks.begin())] = 0;
+            missing[size_t(kept - blanks.begin())] = 0;
     }
-    std::erase(added, 0);
-    return m_list.Change(removed, Entries(title, text, added));
+    for (const int blank : missing)
+        if (blank > 0)
+            added += m_list.Line(QStringList{m_userName, title} + PlaceOf(blank, occurrences, text));
+    return m_list.Change(removed, added);
 }
 
 QString NoHardBlankMessage(const QString &fileTitle)

@@ -63,6 +63,9 @@ class MarkList
     }
 
   private:
+    /// Entries split into their fields; empty for one that is none.
+    std::vector<QStringList> Fields(const QStringList &entries) const;
+
     ListFile m_list;
     QString m_userName;
 };

@@ -142,6 +142,12 @@ class DisplayText
         return m_lines.NextLineWith(character, fromLine);
     }
 
+    /// The first line at or after fromLine, 1..LineCount() + 1, that a sieve lets through; 0 if there is none.
+    int NextLineThrough(const LineSieve &sieve, int fromLine) const
+    {
+        return m_lines.NextLineThrough(sieve, fromLine);
+    }
+
     /// A line with its blanks masked, brackets included: a full-width character becomes an ideographic space, any other
     /// a half-width one, so that nothing moves.
     /// @param isHidden  whether to mask a blank; if empty, all are masked

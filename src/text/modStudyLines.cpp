@@ -4,6 +4,7 @@
 #include "text/modStudyLines.h"
 
 #include "platform/modMemory.h"
+#include "text/modLineSieve.h"
 
 #include <utility>
 
@@ -13,6 +14,14 @@ int StudyLines::NextLineWith(QChar character, int fromLine) const
     if (found < 0)
         return 0;
     return int(std::upper_bound(m_starts.begin(), m_starts.end(), found) - m_starts.begin());
+}
+
+int StudyLines::NextLineThrough(const LineSieve &sieve, int fromLine) const
+{
+    for (int line = fromLine; line <= Count(); ++line)
+        if (sieve.LetsThrough(at1(line)))
+            return line;
+    return 0;
 }
 
 std::vector<qint32> StudyLines::BlankOutBrackets()

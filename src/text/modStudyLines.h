@@ -12,6 +12,8 @@
 #include <algorithm>
 #include <vector>
 
+class LineSieve;
+
 class StudyLines
 {
   public:
@@ -41,6 +43,9 @@ class StudyLines
 
     /// The first line at or after fromLine, 1..Count() + 1, that contains a character; 0 if there is none.
     int NextLineWith(QChar character, int fromLine) const;
+
+    /// The first line at or after fromLine, 1..Count() + 1, that a sieve lets through; 0 if there is none.
+    int NextLineThrough(const LineSieve &sieve, int fromLine) const;
 
     /// Whether "[" and "]" alternate on every line, "[" first and "]" last.
     bool BracketsTakeTurns() const

@@ -112,6 +112,27 @@ TEST_F(Lists, MarksWritten_OtherLinesStayUntouched)
     EXPECT_TRUE(blocked.Write(u"英単語"_s, DisplayText(LinesOf({u"[a]"_s})), {1}));
 }
 
+TEST_F(Lists, LinesThatDifferInOneCharacter_AreToldApart)
+{
+    QStringList lines = {QString(), u"[a]"_s};
+    for (int at = 3; at < 12; ++at)
+        lines += u"[a]bcdefghij"_s.replace(at, 1, u'ー');
+    const int count = int(lines.size()) - 1; // the first has no blank
+    for (int blank = 1; blank <= count; ++blank) {
+        Write(lines, {blank});
+        EXPECT_EQ(Find(lines), Blanks({blank})) << lines[blank].toStdString();
+        EXPECT_EQ(Find({lines[blank]}), Blanks({1})) << lines[blank].toStdString();
+        QStringList others = lines;
+        others.removeAt(blank);
+        EXPECT_EQ(Find(others), Blanks()) << lines[blank].toStdString();
+        EXPECT_EQ(folder.Read(u"ListMark.txt"_s).count('\n'), 1) << "one entry, in place of the one before";
+    }
+    Blanks all(size_t(count), 0);
+    std::iota(all.begin(), all.end(), 1);
+    Write(lines + lines, all);
+    EXPECT_EQ(Find(lines + lines), all) << "only the first of two equal lines";
+}
+
 TEST_F(Lists, ValidUtf8_IsReadAsUtf8WhateverElseItCouldBe)
 {
     const Rows<const char *, QByteArray> rows = {
