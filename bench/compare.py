@@ -348,7 +348,6 @@ def start_instructions(env, *command):
 def compare_start():
     """Starts the program with the system's Qt and, if ./package has built it, the one with a static Qt."""
     programs = {"the system's": build / "Kotoban", "a static": build.parent / "static" / "Kotoban"}
-    text_window = [tools / "empty_window", "利用者名"]
     with tempfile.TemporaryDirectory() as folder:
         read_end, write_end = os.pipe()
         server = subprocess.Popen(["Xvfb", "-displayfd", str(write_end), "-screen", "0", "1280x900x24", "-nolisten",
@@ -361,19 +360,24 @@ def compare_start():
             def start(*command):
                 return lambda: tuple(map(float, run(tools / "bench_start", *command, env=env).split()))
 
-            text_count = start_instructions(env, *text_window)
+            baselines = {"a window with one word": [tools / "empty_window", "利用者名"],
+                         "a plain dialog with its texts": [tools / "login_dialog"]}
+            counts = {name: start_instructions(env, *command) for name, command in baselines.items()}
             for qt, program in programs.items():
                 if not program.exists():
                     continue
                 application = Path(folder) / qt
                 shutil.copytree(program, application)
-                ours, text = in_turns(start(application / "Kotoban"), start(*text_window))
-                (our_time, our_memory), (text_time, text_memory) = zip(*ours), zip(*text)
-                what = f"start to the first window, with {qt} Qt / a window with one word"
-                row(what, ratios(our_time, text_time))
-                counted_row(what, start_instructions(env, application / "Kotoban") / text_count, 1.05)
-                row(f"memory at the first window, with {qt} Qt / a window with one word",
-                    ratios(our_memory, text_memory), 1.1)
+                ours, *others = in_turns(start(application / "Kotoban"),
+                                         *(start(*command) for command in baselines.values()))
+                our_time, our_memory = zip(*ours)
+                our_count = start_instructions(env, application / "Kotoban")
+                for name, other in zip(baselines, others):
+                    time_of_other, memory_of_other = zip(*other)
+                    what = f"start to the first window, with {qt} Qt / {name}"
+                    row(what, ratios(our_time, time_of_other))
+                    counted_row(what, our_count / counts[name], 1.05)
+                    row(f"memory at the first window, with {qt} Qt / {name}", ratios(our_memory, memory_of_other), 1.1)
         finally:
             server.kill()
             server.wait()
