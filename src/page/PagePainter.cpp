@@ -348,7 +348,9 @@ void PagePainter::DrawCells(QStringView text, int cell, int row, const QColor &c
     const QList<quint32> glyphs = m_font.Glyphs().glyphIndexesForString(text.toString());
     const bool isPlain = glyphs.size() == text.size();
     QList<quint32> drawn;
+    drawn.reserve(glyphs.size());
     QList<QPointF> positions;
+    positions.reserve(glyphs.size());
     m_painter.setPen(colour);
     for (qsizetype i = 0; i < text.size(); ++i) {
         const QChar character = text[i];
