@@ -29,7 +29,7 @@ bool MeansDark(QVariant value)
 
 } // namespace
 
-/// The setting of the desktop portal (https://flatpak.github.io/xdg-desktop-portal/). Qt has a connection to the
+/// The setting of the desktop portal (org.freedesktop.portal.Settings). Qt has a connection to the
 /// session bus in any case, and nothing here waits for an answer.
 class DarkMode::Source : public QObject
 {
