@@ -56,6 +56,8 @@ PYTHON
 build=$1
 # shellcheck disable=SC2016 # all that a command line in the entry must quote
 folder=$work/'瞬 記帳 "$HOME" `x` \ 2'
+# shellcheck disable=SC2016
+percent=$work/'100% "$HOME" =\ 2'
 unpack "$folder" 1
 [[ -z $(find "$folder" -type d -empty) ]] || fail "there are folders that version control would lose"
 printf 'record' >"$folder/db/kotoban.splite3"
@@ -91,11 +93,19 @@ mv "$work/moved" "$folder"
 "$folder/install.sh" >/dev/null
 rm -r "$work/later"
 
-unpack "$work/100%" 4
-! "$work/100%/install.sh" >/dev/null 2>&1 || fail "an entry that desktops ignore was created"
-
 "$folder/install.sh" --remove >/dev/null
 [[ ! -e $entry ]] || fail "the entry is still there"
 [[ $(user_files "$folder") == "$before" ]] || fail "the user's files have changed"
 "$work/other/install.sh" >/dev/null
 start_from_menu "$work/other"
+"$work/other/install.sh" --remove >/dev/null
+
+unpack "$percent" 4
+"$percent/install.sh" >/dev/null
+desktop-file-validate "$entry"
+start_from_menu "$percent"
+unpack "$work/later" 5
+"$work/later/install.sh" >/dev/null
+cmp "$work/later/Kotoban" "$percent/Kotoban"
+"$percent/install.sh" --remove >/dev/null
+[[ ! -e $entry ]] || fail "the entry of a folder with % is still there"
