@@ -5,9 +5,7 @@
 # any writable place. On Linux its program contains a static Qt, so that it does not depend on the machine's Qt. The
 # component "system" is the Debian package: the program for all users, and a launcher that creates an application folder
 # for each.
-set(PACKAGE_CONTACT "Kotoban developers <kotoban@example.org>")
-# Serves the repository, including the pictures that software centres show.
-set(PACKAGE_HOMEPAGE "https://kotoban.example.org")
+include(Addresses)
 set(packaging "${PROJECT_SOURCE_DIR}/packaging")
 set(made "${PROJECT_BINARY_DIR}/packaging")
 install(FILES "${PROJECT_SOURCE_DIR}/LICENSE" DESTINATION . COMPONENT portable)
@@ -59,7 +57,8 @@ if(CMAKE_SYSTEM_NAME STREQUAL "Linux")
             RENAME kotoban.png)
     endforeach()
 
-    install_system(FILES "${packaging}/copyright" DESTINATION share/doc/kotoban)
+    configure_file("${packaging}/copyright.in" "${made}/copyright" @ONLY)
+    install_system(FILES "${made}/copyright" DESTINATION share/doc/kotoban)
     install_sbom(system share/doc/kotoban "" EXCLUDE_FROM_ALL)
     install_system(FILES "${packaging}/lintian-overrides" DESTINATION share/lintian/overrides RENAME kotoban)
     configure_file("${packaging}/changelog.in" "${made}/changelog" @ONLY)
