@@ -1,7 +1,7 @@
 # SPDX-FileCopyrightText: 2026 The Kotoban developers
 # SPDX-License-Identifier: MIT
 
-# The project's addresses, here only. Those at example.org are placeholders: scripts/release refuses them.
+# The project's addresses, here only. Those at example.org are placeholders, to be replaced before a release.
 
 # Serves the repository, including the pictures that software centres show.
 set(PACKAGE_HOMEPAGE "https://kotoban.example.org")

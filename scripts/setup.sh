@@ -13,7 +13,7 @@ build_packages=(g++ cmake ninja-build qt6-base-dev qt6-tools-dev qt6-l10n-tools 
 # To run it on a virtual X server and to use it there as a user would.
 virtual_display_packages=(xvfb openbox xdotool x11-utils imagemagick procps sqlite3)
 test_packages=(libgtest-dev libgmock-dev dbus at-spi2-core python3 python3-gi gir1.2-atspi-2.0 appstream
-    desktop-file-utils libfaketime strace)
+    desktop-file-utils libfaketime python3-jsonschema strace)
 # To build the packages, and to check them.
 package_packages=(dpkg-dev file gzip python3)
 package_test_packages=(lintian)
