@@ -6,8 +6,10 @@
 
 #include <QAccessible>
 #include <QCheckBox>
+#include <QComboBox>
 #include <QLineEdit>
 #include <QMenu>
+#include <QPlainTextEdit>
 
 TEST_F(StudyWindowTest, AnswerHiddenAgain_LeavesNoPixelBehind)
 {
