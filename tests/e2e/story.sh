@@ -157,7 +157,11 @@ for ((i = 0; i < 2; i++)); do
 done
 xdotool key alt+o
 wait_for "the file selection" is_focused '^ファイル選択 Ver'
-expect "words missed in two files" 3 "$(marks)"
+# They are saved once the file selection is shown.
+are_marked() {
+    [[ $(marks) == "$1" ]]
+}
+wait_for "the words missed in two files" are_marked 3
 xdotool key Home
 xdotool key Return
 wait_for_page "$study"
