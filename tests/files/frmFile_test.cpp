@@ -689,6 +689,7 @@ TEST_F(FileWindowTest, FolderWithTablesDropped_FilesAreReplacedAndTablesOffered)
 
 TEST_F(FileWindowTest, HandedOut_FilesAreCopiedAndOthersReplacedOnlyWithConsent)
 {
+    QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs); // the script answers Qt's dialogs only
     folder.WriteStudyFile(u"txt/c.txt"_s, {u"[c]"_s});
     folder.Write(u"class/a good.txt"_s, "of somebody else");
     const auto handOut = [this](const QString &target, const QStringList &answers) {
