@@ -2,25 +2,23 @@
 # SPDX-License-Identifier: MIT
 
 # shellcheck shell=bash disable=SC2154
-# Sourced by static_qt.sh: updates the copies of libraries in Qt's source. Needs say of setup.sh, source_of and
-# fetch_source of static_qt.sh, and the variable cache.
+# Sourced by static_qt.sh: updates the copies of libraries in Qt's source. Needs say of setup.sh, source_of,
+# fetch_source and current_source_of of static_qt.sh, and the variables cache and allow_old.
 
-# replace_libpng SOURCE: replaces the copy of libpng in Qt's source with the distribution's libpng. Security fixes reach
-# the distribution first, and pictures are untrusted files. Qt's configuration of it (pnglibconf.h) is kept, and so is
-# the whole copy if the versions differ, since the distribution's newer Qt then has a newer copy. The file SOURCE in the
-# copy records its origin for the SBOM.
+# replace_libpng SOURCE: replaces the copy of libpng in Qt's source with the source of this machine's libpng-dev, whose
+# static library is what the Linux archive contains. Security fixes reach the distribution first, and pictures are
+# untrusted files. Qt's configuration of it (pnglibconf.h) is kept, and so is the whole copy if the versions differ, since
+# the distribution's newer Qt then has a newer copy. The file SOURCE in the copy records its origin for the SBOM.
 replace_libpng() {
     local copy=$1/src/3rdparty/libpng package fetched=$cache/work/libpng file name
     [[ ! -e $copy/SOURCE ]] || return 0
     package=$(source_of libpng-dev)
     rm -rf "$fetched"
-    # A mirror may lack the sources of security updates; the next best are those of the last point release.
-    fetch_source "$package" "$fetched" || true
-    if [[ ! -d $fetched ]]; then
-        say "the source of $package is not available: using that of the last point release"
-        # shellcheck source=/dev/null
-        fetch_source "${package%=*}/$(source /etc/os-release && printf %s "$VERSION_CODENAME")" "$fetched"
+    # A mirror may lack the source of the newest version, or have it only. With --allow-old it is what the mirror has.
+    if [[ -n $allow_old ]]; then
+        package=${package%=*}
     fi
+    fetch_source "$package" "$fetched"
     if cmp -s <(grep -m 1 'libpng version' "$fetched/png.h") <(grep -m 1 'libpng version' "$copy/png.h"); then
         for file in "$fetched"/png*.[ch]; do
             name=${file##*/}
@@ -31,11 +29,11 @@ replace_libpng() {
     rm -rf "$fetched"
 }
 
-# tell_of_old_libpng: says if the libpng in the Qt in qt_folder is not the one that this machine has.
-tell_of_old_libpng() {
-    local inside wanted
-    inside=$(sed -n 's/.*"package": "\(libpng[^"]*\)".*/\1/p' "$qt_folder/attributions.json")
-    wanted=$(source_of libpng-dev)
-    [[ $inside == "$wanted" ]] ||
-        say "the program contains ${inside:-the libpng of Qt} instead of $wanted; to look for that again, remove $qt_folder"
+# check_replaced_libpng ATTRIBUTIONS: adds to old_libraries a libpng in Qt, named in the list of its parts, that is not the
+# distribution's current version. Only a build with allow_old can have such a one.
+check_replaced_libpng() {
+    local inside current
+    inside=$(sed -n 's/.*"package": "\(libpng[^"]*\)".*/\1/p' "$1")
+    current=$(current_source_of libpng-dev)
+    [[ $inside == "$current" ]] || old_libraries+=("libpng in Qt: ${inside:-Qt has its own}, current: ${current:-unknown}")
 }

@@ -7,10 +7,13 @@
 # shellcheck source=scripts/static_qt.sh
 source scripts/static_qt.sh
 
-static_packages=(dpkg-dev meson bison make tcl pkgconf libatspi2.0-dev libfontconfig-dev libfreetype-dev libjpeg62-turbo-dev
-    libpcre2-dev libpng-dev zlib1g-dev libxcb1-dev libxcb-icccm4-dev libxcb-image0-dev libxcb-keysyms1-dev
+static_libraries=(libatspi2.0-dev libfontconfig-dev libfreetype-dev libjpeg62-turbo-dev libpcre2-dev libpng-dev
+    zlib1g-dev libxcb1-dev libxcb-icccm4-dev libxcb-image0-dev libxcb-keysyms1-dev
     libxcb-randr0-dev libxcb-render0-dev libxcb-render-util0-dev libxcb-shape0-dev libxcb-shm0-dev libxcb-sync-dev
     libxcb-util-dev libxcb-xfixes0-dev libxcb-xinput-dev libxcb-xkb-dev libxkbcommon-dev)
+static_packages=(dpkg-dev meson bison make tcl pkgconf "${static_libraries[@]}")
+# Of which the program contains code: also the compiler's.
+linked_in=(qt6-base-dev libsqlite3-dev "libstdc++-$(gcc -dumpversion)-dev" "${static_libraries[@]}")
 
 cache=${XDG_CACHE_HOME:-$HOME/.cache}/kotoban-linux
 compiler=gcc

@@ -76,7 +76,13 @@ date_packages() {
     fi
 }
 
-# sum_packages FOLDER: writes the checksums of the packages, so that users can run sha256sum -c SHA256SUMS.
+# Beside packages that are no release: names the linked-in libraries that were not the current ones.
+OLD_LIBRARIES=OLD_LIBRARIES
+
+# sum_packages FOLDER: writes the checksums of the packages, so that users can run sha256sum -c SHA256SUMS, and the
+# old_libraries that the build was allowed.
 sum_packages() {
     (cd "$1" && LC_ALL=C && sha256sum -- kotoban[-_]* >SHA256SUMS)
+    rm -f "$1/$OLD_LIBRARIES"
+    [[ -z ${old_libraries[*]:-} ]] || printf '%s\n' "${old_libraries[@]}" >"$1/$OLD_LIBRARIES"
 }

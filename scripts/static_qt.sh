@@ -32,24 +32,69 @@ recipe_of() {
     { printf '%s\n' "$@" "$("$compiler" -dumpfullversion)" && grep -v '^#' "$toolchain"; } | sha256sum | head -c 8
 }
 
-# fetch_source NAME=VERSION FOLDER: downloads and unpacks a source package, from the repositories that are configured on
-# this machine for binary packages. Uses separate package lists, so that the system's settings stay unchanged.
-fetch_source() {
-    local package=$1 folder=$2 lists=$cache/apt
-    [[ ! -d $folder ]] || return 0
+# read_package_lists: fetches the lists of packages and of sources from the repositories that are configured on this
+# machine for binary packages, and sets apt_options to read them. They are separate lists, so that the system's settings
+# stay unchanged. Without a connection there are none afterwards.
+read_package_lists() {
+    [[ -z ${apt_options:-} ]] || return 0
+    local lists=$cache/apt kind
+    rm -rf "$lists"
     mkdir -p "$lists/lists/partial"
-    # shellcheck disable=SC2016 # apt-get's own variables
-    apt-get indextargets --format 'deb-src $(REPO_URI) $(RELEASE) $(COMPONENT)' 'Created-By: Packages' |
-        sort -u >"$lists/sources.list"
-    local options=(-qq -o "Dir::Etc::SourceList=$lists/sources.list" -o Dir::Etc::SourceParts=/dev/null
+    for kind in deb deb-src; do
+        # shellcheck disable=SC2016 # apt-get's own variables
+        apt-get indextargets --format "$kind"' $(REPO_URI) $(RELEASE) $(COMPONENT)' 'Created-By: Packages'
+    done | sort -u >"$lists/sources.list"
+    apt_options=(-qq -o "Dir::Etc::SourceList=$lists/sources.list" -o Dir::Etc::SourceParts=/dev/null
         -o "Dir::State::Lists=$lists/lists" -o Dir::Cache::pkgcache= -o Dir::Cache::srcpkgcache=
         -o APT::Sandbox::User=root)
-    say "fetching the source package $package"
+    say "reading the lists of the distribution's packages"
     # Another repository may be unreachable, or signed with a key that only its own settings name.
-    apt-get "${options[@]}" update || say "not all package repositories could be read"
+    apt-get "${apt_options[@]}" update || say "not all package repositories could be read"
+}
+
+# current_source_of PACKAGE: prints the source package of the distribution's newest version of a package, as NAME=VERSION;
+# nothing if no repository has the package. Needs the lists of read_package_lists.
+current_source_of() {
+    local version
+    version=$(apt-cache "${apt_options[@]}" madison "$1" | awk -F' *[|] *' '!/Sources/ { print $2; exit }')
+    [[ -n $version ]] || return 0
+    # A record names its source only where that has another name or version, the latter in brackets.
+    apt-cache "${apt_options[@]}" show "$1=$version" | awk '
+        /^Package:/ && !name { name = $2 }
+        /^Version:/ && !version { version = $2 }
+        /^Source:/ { name = $2 }
+        /^Source:.*\(/ { version = substr($3, 2, length($3) - 2) }
+        END { print name "=" version }'
+}
+
+# check_linked_in PACKAGE...: ends the build unless each package, of which code is linked in, is the distribution's current
+# version, which has all its security fixes. With allow_old, lists the others in old_libraries, for sum_packages, instead.
+check_linked_in() {
+    local package installed current
+    read_package_lists
+    old_libraries=()
+    for package in "$@"; do
+        installed=$(source_of "$package")
+        current=$(current_source_of "$package")
+        [[ $installed == "$current" ]] || old_libraries+=("$package: $installed, current: ${current:-unknown}")
+    done
+    [[ ${#old_libraries[@]} -gt 0 ]] || return 0
+    printf 'old: %s\n' "${old_libraries[@]}" >&2
+    if [[ -z $allow_old ]]; then
+        printf 'Their code would be linked in. Run apt upgrade, or give --allow-old for packages that are no release.\n' >&2
+        exit 1
+    fi
+}
+
+# fetch_source NAME=VERSION FOLDER: downloads and unpacks a source package.
+fetch_source() {
+    local package=$1 folder=$2
+    [[ ! -d $folder ]] || return 0
+    read_package_lists
+    say "fetching the source package $package"
     rm -rf "$folder.new"
     mkdir -p "$folder.new"
-    logged "$folder.log" env -C "$folder.new" apt-get "${options[@]}" source "$package" || return 1
+    logged "$folder.log" env -C "$folder.new" apt-get "${apt_options[@]}" source "$package" || return 1
     mv "$folder.new"/*/ "$folder"
     rm -rf "$folder.new"
 }
@@ -76,7 +121,10 @@ build_qt() {
     shift
     local options=("${qt_options[@]}" "$@")
     package=$(source_of qt6-base-dev)
-    qt_folder=$cache/${package/=/-}-$(recipe_of "${options[@]}" "$hardening" attributions)
+    local ingredients=("${options[@]}" "$hardening" attributions)
+    [[ ${options[*]} != *system_png=OFF* ]] || ingredients+=("$(source_of libpng-dev)$allow_old")
+    [[ $system != Linux ]] || ingredients+=("$(source_of qt6-wayland-dev-tools)" "$wayland_folder")
+    qt_folder=$cache/${package/=/-}-$(recipe_of "${ingredients[@]}")
     [[ ! -d $qt_folder ]] || return 0
     local source=$cache/work/${package/=/-} build=$qt_folder.build stage=$qt_folder.stage
     fetch_source "$package" "$source"

@@ -9,6 +9,8 @@ source scripts/static_qt.sh
 
 # To build the program, and its libraries from their source packages.
 windows_packages=(python3 g++-mingw-w64-x86-64-posix dpkg-dev make tcl googletest libpng-dev nsis)
+# Of which the program and the installer contain code.
+linked_in=(qt6-base-dev libsqlite3-dev libpng-dev mingw-w64-common g++-mingw-w64-x86-64-posix nsis)
 # To sign the program, and to test signing.
 signing_packages=(osslsigncode openssl)
 # To run it: Wine, some X11 libraries that Wine uses if they are installed, and locales.
@@ -91,6 +93,7 @@ make_windows_libraries() {
     exec 9>"$cache/lock"
     flock 9
     build_qt Windows "${windows_qt_options[@]}"
+    check_replaced_libpng "$qt_folder/attributions.json"
     build_sqlite
     build_googletest
     make_wine_system
