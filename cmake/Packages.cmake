@@ -90,9 +90,9 @@ if(WIN32 AND CMAKE_CROSSCOMPILING)
     set(line_ends CRLF)
 elseif(KOTOBAN_STATIC)
     string(REGEX MATCH "^[0-9]+" gcc "${CMAKE_CXX_COMPILER_VERSION}")
-    set(parts qt6-base-dev libsqlite3-dev "libstdc++-${gcc}-dev" libjpeg62-turbo-dev libpcre2-dev libpng-dev libxcb1-dev
-        libxcb-icccm4-dev libxcb-image0-dev libxcb-keysyms1-dev libxcb-render-util0-dev libxcb-util-dev libxkbcommon-dev
-        zlib1g-dev)
+    set(parts qt6-base-dev qt6-wayland-dev-tools libsqlite3-dev "libstdc++-${gcc}-dev" libffi-dev libjpeg62-turbo-dev
+        libpcre2-dev libpng-dev libwayland-dev libxcb1-dev libxcb-icccm4-dev libxcb-image0-dev libxcb-keysyms1-dev
+        libxcb-render-util0-dev libxcb-util-dev libxkbcommon-dev zlib1g-dev)
     set(PROGRAM Kotoban)
     set(ARCHIVE .tar.gz)
     set(BUILD_COMMAND ./package)
@@ -152,14 +152,18 @@ else()
 endif()
 
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+if(CMAKE_CROSSCOMPILING AND CMAKE_SYSTEM_PROCESSOR STREQUAL "aarch64")
+    set(CPACK_DEBIAN_PACKAGE_ARCHITECTURE arm64)
+endif()
 set(CPACK_DEBIAN_PACKAGE_RELEASE 1)
 set(CPACK_DEBIAN_PACKAGE_SECTION education)
 set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
-# The dependencies on libraries are read from the program itself.
+# The dependencies on libraries are read from the program itself. Qt loads the one that shows its windows, which its own
+# package only recommends.
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-set(CPACK_DEBIAN_PACKAGE_DEPENDS "fonts-ipafont-gothic | fonts-japanese-gothic, xdg-utils")
-# For sounds, and for the window in which the launcher says why it cannot start the program.
-set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "pulseaudio-utils | pipewire-bin | alsa-utils, zenity | kdialog")
+set(CPACK_DEBIAN_PACKAGE_DEPENDS "qt6-qpa-plugins, fonts-ipafont-gothic | fonts-japanese-gothic, xdg-utils")
+# For Wayland without Xwayland, for sounds, and for the window in which the launcher says why it cannot start the program.
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "qt6-wayland, pulseaudio-utils | pipewire-bin | alsa-utils, zenity | kdialog")
 # For the voice, and editors that keep the encoding of study files.
 set(CPACK_DEBIAN_PACKAGE_SUGGESTS "speech-dispatcher | espeak-ng, gedit | kate | kwrite | l3afpad")
 include(CPack)

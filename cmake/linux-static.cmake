@@ -18,8 +18,9 @@ set(PNG_LIBRARY_RELEASE "${libraries}/libpng16.a" CACHE FILEPATH "")
 set(SQLite3_LIBRARY "${libraries}/libsqlite3.a" CACHE FILEPATH "")
 set(ZLIB_LIBRARY_RELEASE "${libraries}/libz.a" CACHE FILEPATH "")
 
-# libxcb-image needs it, but CMake does not know that; the linker finds it at the end of the command line.
-set(CMAKE_CXX_STANDARD_LIBRARIES_INIT "${libraries}/libxcb-util.a")
+# libxcb-image needs the first and libwayland-client the second, but CMake does not know that; the linker finds them at
+# the end of the command line.
+set(CMAKE_CXX_STANDARD_LIBRARIES_INIT "${libraries}/libxcb-util.a ${libraries}/libffi.a")
 
 # None of these is exported, so that a system library that also uses one of them gets the system's.
 set(CMAKE_EXE_LINKER_FLAGS_INIT "-static-libstdc++ -static-libgcc -Wl,--exclude-libs,ALL -Wl,--gc-sections")

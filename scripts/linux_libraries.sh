@@ -7,13 +7,15 @@
 # shellcheck source=scripts/static_qt.sh
 source scripts/static_qt.sh
 
-static_libraries=(libatspi2.0-dev libfontconfig-dev libfreetype-dev libjpeg62-turbo-dev libpcre2-dev libpng-dev
+static_libraries=(libatspi2.0-dev libffi-dev libfontconfig-dev libfreetype-dev libjpeg62-turbo-dev libpcre2-dev libpng-dev
     zlib1g-dev libxcb1-dev libxcb-icccm4-dev libxcb-image0-dev libxcb-keysyms1-dev
     libxcb-randr0-dev libxcb-render0-dev libxcb-render-util0-dev libxcb-shape0-dev libxcb-shm0-dev libxcb-sync-dev
     libxcb-util-dev libxcb-xfixes0-dev libxcb-xinput-dev libxcb-xkb-dev libxkbcommon-dev)
-static_packages=(dpkg-dev meson bison make tcl pkgconf "${static_libraries[@]}")
+# The two tools generate code from Wayland's protocols; the libraries for it are built from their source packages.
+static_packages=(dpkg-dev meson bison make tcl pkgconf libwayland-bin libwayland-dev qt6-wayland-dev qt6-wayland-dev-tools
+    "${static_libraries[@]}")
 # Of which the program contains code: also the compiler's.
-linked_in=(qt6-base-dev libsqlite3-dev "libstdc++-$(gcc -dumpversion)-dev" "${static_libraries[@]}")
+linked_in=(qt6-base-dev qt6-wayland-dev-tools libwayland-dev libsqlite3-dev "libstdc++-$(gcc -dumpversion)-dev" "${static_libraries[@]}")
 
 cache=${XDG_CACHE_HOME:-$HOME/.cache}/kotoban-linux
 compiler=gcc
@@ -55,14 +57,53 @@ build_xkbcommon() {
     rm -rf "$stage" "$source"
 }
 
+# build_wayland: builds static Wayland libraries, which the distribution does not have, so that the program starts where
+# there are none, and sets wayland_folder to their folder.
+build_wayland() {
+    local package options=(--prefix=/usr --libdir=lib --buildtype=release --default-library=static -Dscanner=false
+        -Dtests=false -Ddocumentation=false -Ddtd_validation=false -Dicon_directory=/usr/share/icons)
+    package=$(source_of libwayland-dev)
+    wayland_folder=$cache/${package/=/-}-$(recipe_of "${options[@]}" "$hardening")
+    [[ ! -d $wayland_folder ]] || return 0
+    local source=$cache/work/${package/=/-} stage=$wayland_folder.stage
+    fetch_source "$package" "$source"
+    say "building static Wayland libraries, once"
+    rm -rf "$stage" "$source/build"
+    logged "$wayland_folder.log" env "CFLAGS=$hardening -ffile-prefix-map=$source=wayland" \
+        meson setup "${options[@]}" "$source/build" "$source"
+    logged "$wayland_folder.log" ninja -C "$source/build"
+    DESTDIR=$stage meson install -C "$source/build" --quiet
+    sed -i "s|^prefix=.*|prefix=$wayland_folder|" "$stage"/usr/lib/pkgconfig/*.pc
+    mv "$stage/usr" "$wayland_folder"
+    rm -rf "$stage" "$source"
+}
+
+# add_wayland QT: builds Qt's Wayland client with the Qt in a folder, and installs it there, beside X11's.
+add_wayland() {
+    local qt=$1 package source
+    package=$(source_of qt6-wayland-dev-tools)
+    source=$cache/work/${package/=/-}
+    fetch_source "$package" "$source"
+    say "building Qt's Wayland client"
+    rm -rf "$source/build"
+    logged "$qt_folder.log" cmake -S "$source" -B "$source/build" -G Ninja "-DCMAKE_PREFIX_PATH=$qt;$xkbcommon_folder" \
+        "-DCMAKE_INSTALL_PREFIX=$qt" "-DCMAKE_TOOLCHAIN_FILE=$toolchain" -DCMAKE_BUILD_TYPE=Release \
+        -DFEATURE_wayland_server=OFF "-DCMAKE_CXX_FLAGS=$hardening -ffile-prefix-map=$source=qt6-wayland" \
+        "-DCMAKE_C_FLAGS=$hardening -ffile-prefix-map=$source=qt6-wayland" "${qt_host[@]}"
+    logged "$qt_folder.log" cmake --build "$source/build"
+    cmake --install "$source/build" >/dev/null
+    rm -rf "$source"
+}
+
 make_linux_libraries() {
     mkdir -p "$cache/work"
     # Concurrent builds would write into each other's folders.
     exec 9>"$cache/lock"
     flock 9
     build_xkbcommon
-    export PKG_CONFIG_PATH=$xkbcommon_folder/lib/pkgconfig
+    build_wayland
+    export PKG_CONFIG_PATH=$xkbcommon_folder/lib/pkgconfig:$wayland_folder/lib/pkgconfig
     build_qt Linux "${linux_qt_options[@]}"
     exec 9>&-
-    export KOTOBAN_LINUX_LIBRARIES="$qt_folder;$xkbcommon_folder"
+    export KOTOBAN_LINUX_LIBRARIES="$qt_folder;$xkbcommon_folder;$wayland_folder"
 }

@@ -8,10 +8,11 @@
         attribution files in its source. Ninja's records say which of their files were compiled.
 
     sbom.py write FILE --version VERSION --program PROGRAM [--holds PACKAGE]... [--installer PACKAGE]...
-            [--qt-parts FILE]
+            [--qt-parts FILE] [--root FOLDER]
         Writes to FILE the SBOM of a package with the executable PROGRAM. --holds names an installed package whose
         source is linked in, --installer one whose code is in the installer and the uninstaller; the shared libraries
-        that PROGRAM needs are read from it if it is for this system.
+        that PROGRAM needs are read from it if it is for Linux. Their packages are this machine's, or those of the system
+        for another architecture that is unpacked in FOLDER.
 
 Versions come from the package database of this machine. The output is reproducible: the only time in it is
 SOURCE_DATE_EPOCH, and its serial number is derived from its content.
@@ -47,6 +48,7 @@ LICENCES = {
     "icu": "Unicode-DFS-2016",
     "libglvnd": "MIT AND BSD-1-Clause AND Apache-2.0",
     "libjpeg-turbo": "IJG AND BSD-3-Clause AND Zlib",
+    "libffi": "MIT",
     "libpng1.6": "Libpng AND libpng-2.0",
     "libx11": "MIT",
     "libxcb": "MIT",
@@ -55,7 +57,10 @@ LICENCES = {
     "nsis": "Zlib AND CPL-1.0",
     "pcre2": "BSD-3-Clause",
     "qt6-base": "LGPL-3.0-only OR GPL-2.0-only OR GPL-3.0-only",
+    # Its protocols have licences of their own.
+    "qt6-wayland": "(LGPL-3.0-only OR GPL-2.0-only OR GPL-3.0-only) AND MIT AND HPND-sell-variant",
     "sqlite3": "blessing",
+    "wayland": "MIT",
     "xcb-util": "MIT",
     "xcb-util-cursor": "MIT",
     "xcb-util-image": "MIT",
@@ -203,37 +208,54 @@ def qt_part_component(part, qt):
     return component
 
 
-def needed_libraries(program):
-    """Maps packages to the names of the shared libraries in them that an ELF executable needs; {} for other formats."""
+def needed_libraries(program, root):
+    """Maps packages to the names of the shared libraries in them that an ELF executable needs; {} for other formats.
+
+    The packages are those of this machine, or of the system of another architecture in the folder root.
+    """
     with open(program, "rb") as file:
         if file.read(4) != b"\x7fELF":
             return {}
     names = re.findall(r"\(NEEDED\).*\[(.+)\]", output_of("readelf", "-dW", program))
+    if root:
+        libraries = pathlib.Path(root, "usr/lib")
+        folders = [libraries, *libraries.glob("*-linux-gnu")]
+        paths = {name: f"/{file.relative_to(root)}" for name in names for folder in folders
+                 if (file := folder / name).exists()}
+        return by_package(program, names, paths, root)
     # The loader is listed by its path alone, all others as NAME => PATH.
-    paths = {os.path.basename(path): path for path in re.findall(r"(/\S+) \(0x", output_of("ldd", program))}
+    paths = {os.path.basename(path): os.path.realpath(path)
+             for path in re.findall(r"(/\S+) \(0x", output_of("ldd", program))}
+    return by_package(program, names, paths, root)
+
+
+def by_package(program, names, paths, root):
     packages = {}
     for name in names:
         if name not in paths:
             sys.exit(f"sbom.py: {program} needs {name}, which is not installed")
-        packages.setdefault(package_of(paths[name]), []).append(name)
+        packages.setdefault(package_of(paths[name], root), []).append(name)
     return packages
 
 
-def package_of(path):
+def dpkg_query(root):
+    return ["dpkg-query", *([f"--admindir={root}/var/lib/dpkg"] if root else [])]
+
+
+def package_of(path, root):
     """The package of a library. The database may list it without the /usr that the path has on a merged-/usr system."""
-    path = os.path.realpath(path)
     for candidate in (path, path.removeprefix("/usr"), "/usr" + path):
-        found = subprocess.run(["dpkg-query", "-S", candidate], capture_output=True, text=True)
+        found = subprocess.run([*dpkg_query(root), "-S", candidate], capture_output=True, text=True)
         if found.returncode == 0:
             return found.stdout.split(": ")[0]
     sys.exit(f"sbom.py: {path} belongs to no package")
 
 
-def needed_components(program):
+def needed_components(program, root):
     components = []
-    for package, libraries in sorted(needed_libraries(program).items()):
+    for package, libraries in sorted(needed_libraries(program, root).items()):
         fields = "${Package}\t${Version}\t${Architecture}\t${source:Package}"
-        name, version, architecture, source = output_of("dpkg-query", "-W", "-f", fields, package).split("\t")
+        name, version, architecture, source = output_of(*dpkg_query(root), "-W", "-f", fields, package).split("\t")
         components.append({
             "type": "library",
             "bom-ref": f"package/{name}",
@@ -255,7 +277,7 @@ def write_sbom(arguments):
         qt = next(component for component in held if component["name"].startswith("qt"))
         with open(arguments.qt_parts, encoding="utf-8") as file:
             parts = [qt_part_component(part, qt) for part in json.load(file)]
-    needed = needed_components(arguments.program)
+    needed = needed_components(arguments.program, arguments.root)
     needed += held_components(arguments.installer, "in the installer and the uninstaller")
     references = {component["bom-ref"]: [] for component in [*held, *parts, *needed]}
     if parts:
@@ -307,6 +329,7 @@ def main():
     write.add_argument("--holds", action="append", default=[])
     write.add_argument("--installer", action="append", default=[])
     write.add_argument("--qt-parts")
+    write.add_argument("--root")
     write.set_defaults(run=write_sbom)
     arguments = parser.parse_args()
     arguments.run(arguments)

@@ -114,6 +114,9 @@ for library in doubleconversion harfbuzz; do
     qt_options+=("-DFEATURE_system_$library=OFF")
 done
 
+# The tools that run during the build are this machine's.
+qt_host=(-DQT_HOST_PATH=/usr "-DQT_HOST_PATH_CMAKE_DIR=/usr/lib/$(dpkg-architecture -q DEB_HOST_MULTIARCH)/cmake")
+
 # build_qt SYSTEM OPTION...: builds Qt, unless it is in the cache already, and sets qt_folder to the folder of the
 # installed Qt. Takes a quarter of an hour on two cores; after an interruption, the next call resumes the build.
 build_qt() {
@@ -133,12 +136,12 @@ build_qt() {
     local flags="$hardening -ffile-prefix-map=$source=qt6-base -ffile-prefix-map=$build=qt6-base"
     # The configuration report goes to a file; the progress of the build is shown.
     logged "$qt_folder.log" cmake -S "$source" -B "$build" "${options[@]}" "-DCMAKE_TOOLCHAIN_FILE=$toolchain" \
-        "-DCMAKE_C_FLAGS=$flags" "-DCMAKE_CXX_FLAGS=$flags" -DQT_HOST_PATH=/usr \
-        -DQT_HOST_PATH_CMAKE_DIR="/usr/lib/$(dpkg-architecture -q DEB_HOST_MULTIARCH)/cmake"
+        "-DCMAKE_C_FLAGS=$flags" "-DCMAKE_CXX_FLAGS=$flags" "${qt_host[@]}"
     cmake --build "$build"
     rm -rf "$stage"
     DESTDIR=$stage cmake --install "$build" >/dev/null
     scripts/sbom.py qt-parts "$source" "$build" "$stage$qt_prefix/attributions.json"
+    [[ $system != Linux ]] || add_wayland "$stage$qt_prefix"
     mv "$stage$qt_prefix" "$qt_folder"
     rm -rf "$stage" "$build" "$source"
 }
