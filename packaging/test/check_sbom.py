@@ -71,7 +71,7 @@ def check_schema(bom, schema):
     # The schema checks the names of single licences, but expressions as any text.
     for component in [bom["metadata"]["component"], *bom["components"]]:
         for licence in component.get("licenses", []):
-            for name in re.split(r" (?:AND|OR|WITH) ", licence.get("expression", "MIT")):
+            for name in re.split(r" (?:AND|OR|WITH) ", re.sub("[()]", "", licence.get("expression", "MIT"))):
                 expect(name in schema[SPDX]["enum"], f"{component['name']}: licence {name}")
 
 

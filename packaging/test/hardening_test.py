@@ -22,7 +22,8 @@ def output_of(*command):
 def faults_of_elf(executable, content):
     about = output_of("readelf", "--wide", "--file-header", "--program-headers", "--dynamic", executable)
     symbols = output_of("readelf", "--wide", "--dyn-syms", executable)
-    code = output_of("objdump", "--disassemble", "--section=.text", "--no-show-raw-insn", executable)
+    objdump = "aarch64-linux-gnu-objdump" if "AArch64" in about else "objdump"
+    code = output_of(objdump, "--disassemble", "--section=.text", "--no-show-raw-insn", executable)
     yield re.search(r"Type:\s+DYN", about) and "PIE" in about, "is not position-independent"
     yield "GNU_RELRO" in about, "has no RELRO segment"
     yield re.search(r"\(FLAGS(_1)?\).*\bNOW\b", about), "does not bind all symbols at start (-z now)"
@@ -34,6 +35,8 @@ def faults_of_elf(executable, content):
     yield re.search(r"__\w+_chk@", symbols) or not unchecked, "does not check the lengths of buffers (_FORTIFY_SOURCE)"
     if "X86-64" in about:
         yield code.count("endbr64") > 1000, "does not mark the targets of indirect jumps (-fcf-protection)"
+    if "AArch64" in about:
+        yield code.count("paciasp") > 1000, "does not sign return addresses (-mbranch-protection)"
     yield b"__n < this->size()" in content, "does not check the indices of containers (_GLIBCXX_ASSERTIONS)"
 
 

@@ -47,8 +47,9 @@ printf '<release version="9.8.7" date="2026-12-01"/>\n' >>packaging/org.kotoban.
 git commit -q -a -m "third"
 expect_no_release "there is no build/windows/kotoban-9.8.7-windows-x86_64.zip"
 
-mkdir -p build/packages build/windows
-packages=(build/packages/kotoban_9.8.7-1_amd64.deb build/packages/kotoban-9.8.7-linux-x86_64.tar.gz
+mkdir -p build/packages build/packages-arm64 build/windows
+packages=(build/packages/kotoban_9.8.7-1_amd64.deb build/packages-arm64/kotoban_9.8.7-1_arm64.deb
+    build/packages/kotoban-9.8.7-linux-x86_64.tar.gz
     build/windows/kotoban-9.8.7-windows-x86_64-setup.exe build/windows/kotoban-9.8.7-windows-x86_64.zip)
 touch -d 2000-01-01 "${packages[@]}"
 expect_no_release "is older than the commit"
@@ -58,6 +59,6 @@ expect_no_release "build/windows has old libraries: libpng-dev: old"
 rm build/windows/OLD_LIBRARIES
 
 scripts/release "$work/release" >/dev/null
-(cd "$work/release" && sha256sum --quiet -c SHA256SUMS && [[ $(find . -type f | wc -l) -eq 5 ]]) ||
+(cd "$work/release" && sha256sum --quiet -c SHA256SUMS && [[ $(find . -type f | wc -l) -eq 6 ]]) ||
     fail "the release is not complete"
 ! scripts/release "$work/release" >/dev/null 2>&1 || fail "a release was replaced"
