@@ -44,6 +44,15 @@ QString FileLine(const QString &path)
     return u"    ファイル名＝"_s + NameInLine(NameOf(path)) + u"\r\n"_s;
 }
 
+/// The message for a file with NUL characters, which word processors write, or a computer that loses its power.
+QString NoTextMessage(const QString &path)
+{
+    return u"次のファイルは，テキストファイルではないため，ここでは書けません。\r\n"_s + FileLine(path) +
+           u"\r\nワープロや表計算のファイルなら，そのソフトでテキスト（.txt）として保存し直してください。\r\n"
+           u"学習ファイルが壊れたのなら，同じフォルダの「"_s +
+           NameInLine(NameOf(path)) + u".bak」に前の内容が残っていることがあります。"_s;
+}
+
 /// The line end that most lines of a text have; CR LF if another is only as frequent.
 QByteArray MostFrequentLineEnd(const QString &text)
 {
@@ -196,10 +205,10 @@ QString OpenToWrite(const QString &path, WrittenFile *file, QString *text, bool 
     const CharCode code = DetectCharCode(WholeFile(bytes));
     const bool isStudyText = code == CharCode::Ascii || code == CharCode::Sjis;
     const QString name = CharCodeName(code);
-    if (!isStudyText && !CanConvertFrom(name))
-        return NotConvertibleMessage(title, name);
     QString decoded = DecodeText(bytes, code);
     if (decoded.contains(QChar::Null))
+        return NoTextMessage(path);
+    if (!isStudyText && !CanConvertFrom(name))
         return NotConvertibleMessage(title, name);
     *isChanged = !isStudyText;
     file->digest = DigestOf(bytes);
