@@ -7,6 +7,8 @@
 
 #include <QDeadlineTimer>
 
+#include <algorithm>
+
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
@@ -18,27 +20,48 @@ struct Equivalent
 };
 
 // Characters that the Shift_JIS tables of Windows and of other systems map to the same code, or that differ only in
-// width; and the letters that are no letter with an accent but have a usual spelling without them.
+// width; and the letters that are no letter with an accent but have a usual spelling without them. Those that Unicode
+// decomposes into such characters are not here, see DecompositionOf.
 constexpr Equivalent Equivalents[] = {
-    {u'\u00A2', u"￠"}, {u'\u00A3', u"￡"},  {u'\u00A5', u"￥"},  {u'\u00A6', u"￤"}, {u'\u00AC', u"￢"},
-    {u'\u2011', u"‐"},  {u'\u2013', u"-"},   {u'\u2014', u"―"},   {u'\u2016', u"∥"},  {u'\u203E', u"￣"},
-    {u'\u2212', u"－"}, {u'\u301C', u"～"},  {u'\u00C6', u"AE"},  {u'\u00E6', u"ae"}, {u'\u0152', u"OE"},
-    {u'\u0153', u"oe"}, {u'\u00D8', u"O"},   {u'\u00F8', u"o"},   {u'\u0141', u"L"},  {u'\u0142', u"l"},
-    {u'\u00DF', u"ss"}, {u'\u1E9E', u"SS"},  {u'\u00D0', u"D"},   {u'\u00F0', u"d"},  {u'\u0110', u"D"},
-    {u'\u0111', u"d"},  {u'\u00DE', u"TH"},  {u'\u00FE', u"th"},  {u'\u0126', u"H"},  {u'\u0127', u"h"},
-    {u'\u0131', u"i"},  {u'\u0132', u"IJ"},  {u'\u0133', u"ij"},  {u'\uFB00', u"ff"}, {u'\uFB01', u"fi"},
-    {u'\uFB02', u"fl"}, {u'\uFB03', u"ffi"}, {u'\uFB04', u"ffl"},
+    {u'\u00A2', u"￠"}, {u'\u00A3', u"￡"}, {u'\u00A5', u"￥"}, {u'\u00A6', u"￤"}, {u'\u00AC', u"￢"},
+    {u'\u2013', u"-"},  {u'\u2014', u"―"},  {u'\u2016', u"∥"},  {u'\u203E', u"￣"}, {u'\u2212', u"－"},
+    {u'\u301C', u"～"}, {u'\u00C6', u"AE"}, {u'\u00E6', u"ae"}, {u'\u0152', u"OE"}, {u'\u0153', u"oe"},
+    {u'\u00D8', u"O"},  {u'\u00F8', u"o"},  {u'\u0141', u"L"},  {u'\u0142', u"l"},  {u'\u00DF', u"ss"},
+    {u'\u1E9E', u"SS"}, {u'\u00D0', u"D"},  {u'\u00F0', u"d"},  {u'\u0110', u"D"},  {u'\u0111', u"d"},
+    {u'\u00DE', u"TH"}, {u'\u00FE', u"th"}, {u'\u0126', u"H"},  {u'\u0127', u"h"},  {u'\u0131', u"i"},
 };
 
 constexpr char16_t ByteOrderMark = u'\uFEFF';
 
+/// Whether a character is an exponent or the like. "™" is one for Unicode, but not for a reader.
+bool IsRaised(char32_t character)
+{
+    return QChar::decompositionTag(character) == QChar::Super && QChar::category(character) != QChar::Symbol_Other;
+}
+
+/// What a character is compatible with (Unicode Standard Annex 15) in code page 932; empty if there is no such thing.
+/// "㊸" is "(43)" and "²" is "^2", so that they do not become part of a number beside them.
+QString DecompositionOf(char32_t character)
+{
+    QString text = QString::fromUcs4(&character, 1).normalized(QString::NormalizationForm_KC);
+    text.replace(u'\u2044', u'/').replace(u'\u2212', u'－'); // the fraction slash and the minus sign
+    const auto canBeWritten = [](QChar each) {
+        return IsInCodePage932(each) && each != u'[' && each != u']'; // of "﹇", which would make a blank
+    };
+    if (!std::ranges::all_of(text, canBeWritten))
+        return QString();
+    if (QChar::decompositionTag(character) == QChar::Circle)
+        return u'(' + text + u')';
+    return IsRaised(character) ? QString(u'^' + text) : text;
+}
+
 /// The character's equivalent in code page 932; empty if it has none.
-QStringView EquivalentOf(char32_t character)
+QString EquivalentOf(char32_t character)
 {
     for (const Equivalent &equivalent : Equivalents)
         if (equivalent.from == character)
-            return equivalent.to;
-    return QChar::category(character) == QChar::Separator_Space ? QStringView(u" ") : QStringView();
+            return equivalent.to.toString();
+    return QChar::category(character) == QChar::Separator_Space ? u" "_s : DecompositionOf(character);
 }
 
 bool IsAsciiLetter(QChar character)
@@ -106,8 +129,12 @@ void TextConversion::Replace(char32_t character)
     const char16_t letter = WithoutAccents(character);
     if (letter != 0 && TakeAccent()) {
         m_result.text += letter;
-    } else if (const QStringView equivalent = EquivalentOf(character); !equivalent.isEmpty()) {
-        m_result.text += equivalent;
+    } else if (const QString equivalent = EquivalentOf(character); !equivalent.isEmpty()) {
+        const QChar before = m_at > 0 ? m_source[m_at - 1] : QChar();
+        if (QChar::decompositionTag(character) == QChar::Fraction && before.isDigit())
+            m_result.text += u' ';
+        const bool goesOn = IsRaised(character) && IsRaised(before.unicode());
+        m_result.text += QStringView(equivalent).sliced(goesOn ? 1 : 0);
         Count(character, equivalent);
     } else {
         const bool isCleaned = m_rest == WithoutEquivalent::Remove || m_rest == WithoutEquivalent::Geta;
@@ -156,7 +183,7 @@ bool TextConversion::TakeAccent()
     return true;
 }
 
-void TextConversion::Count(char32_t from, QStringView to)
+void TextConversion::Count(char32_t from, const QString &to)
 {
     for (ReplacedCharacter &known : m_result.replaced) {
         if (known.from == from) {

@@ -17,7 +17,7 @@ class QDeadlineTimer;
 struct ReplacedCharacter
 {
     char32_t from;
-    QStringView to; ///< of static storage
+    QString to;
     qsizetype count;
 };
 
@@ -71,7 +71,7 @@ class TextConversion
     bool TakesMark(char32_t character);
     bool TakeAccent();
     bool BelongsToPrevious(char32_t character) const;
-    void Count(char32_t from, QStringView to);
+    void Count(char32_t from, const QString &to);
 
     QString m_source;
     Accents m_accents;

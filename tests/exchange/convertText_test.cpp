@@ -111,6 +111,11 @@ TEST(ConvertText, CharactersWithEquivalent_AreReplacedAndCounted)
         {u"\u00A0\u202F\u2003\u3000"_s, u"   \u3000"_s, 3},
         {u"\u0153uf \u00C6\u00F8\u0142\u00DF\uFB01"_s, u"oeuf AEolssfi"_s, 6},
         {u"\uFEFFか\u3099\uFEFF"_s, u"が"_s, 0},
+        {u"第\u2168章 第\u216A章 第\u216B章"_s, u"第Ⅸ章 第XI章 第XII章"_s, 2},
+        {u"\u2460\u32B81\u24D0"_s, u"①(43)1(a)"_s, 2}, // does not join another number
+        {u"\u00BDと3\u00BD"_s, u"1/2と3 1/2"_s, 1},
+        {u"H\u2082O，10\u207B\u00B9\u00B2"_s, u"H2O，10^－12"_s, 4},
+        {u"\u2F00\uF90A\U0001D465\u309F\u2122\u33A5"_s, u"一金xよりTMm3"_s, 6},
     };
     for (const auto &[text, expected, count] : rows) {
         const ConvertedText converted = ConvertText(text, Accents::Keep);
@@ -140,6 +145,7 @@ TEST(TextConversion, InSlices_KeepsTogetherWhatMakesOneCharacter)
 TEST(ConvertText, CharactersWithoutEquivalent_AreCounted)
 {
     EXPECT_EQ(ConvertText(u"a\rb😀\uFFFD\n\n한\u3099\U0001F601\u00B7"_s, Accents::Remove).unwritableCount, 6);
+    EXPECT_EQ(ConvertText(u"\uFE47a\uFE48"_s, Accents::Keep).unwritableCount, 2) << "would become a blank";
 }
 
 TEST(BreakLongLines, LongLine_BreaksAtBlanksAndAfterPunctuationOutsideBrackets)
