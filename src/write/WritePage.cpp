@@ -276,6 +276,24 @@ void WritePage::Type(const QString &text)
     cursor.setPosition(cursor.block().position() + int(typed.cursor));
     cursor.endEditBlock();
     setTextCursor(cursor);
+    m_pairRevision = typed.inserted == u"[]" ? document()->revision() : -1;
+    m_pairPosition = cursor.position();
+}
+
+/// Whether the cursor is in a pair of brackets that the last change brought when one was typed.
+bool WritePage::IsInFreshPair() const
+{
+    const QTextCursor cursor = textCursor();
+    return document()->revision() == m_pairRevision && cursor.position() == m_pairPosition && !cursor.hasSelection();
+}
+
+void WritePage::RemovePair()
+{
+    QTextCursor cursor = textCursor();
+    cursor.beginEditBlock();
+    cursor.deletePreviousChar();
+    cursor.deleteChar();
+    cursor.endEditBlock();
 }
 
 void WritePage::keyPressEvent(QKeyEvent *event)
@@ -284,6 +302,8 @@ void WritePage::keyPressEvent(QKeyEvent *event)
                            event->modifiers().testFlag(Qt::ControlModifier); // both together are AltGr
     if (event->matches(QKeySequence::InsertLineSeparator))
         Insert(u"\n"_s); // a line is a line here
+    else if (event->key() == Qt::Key_Backspace && event->modifiers() == Qt::NoModifier && IsInFreshPair())
+        RemovePair();
     else if (isCommand || !HasBrackets(event->text()))
         QPlainTextEdit::keyPressEvent(event);
     else

@@ -82,6 +82,8 @@ class WritePage : public QPlainTextEdit
 
   private:
     void Type(const QString &text);
+    bool IsInFreshPair() const;
+    void RemovePair();
     void Stroke(QTextCursor *cursor, int from, int to);
     void ShowSelectionColours();
     void PaintCursorLine() const;
@@ -102,4 +104,6 @@ class WritePage : public QPlainTextEdit
     bool m_isPenDown = false;
     int m_zoomPercent = 100;
     WheelSteps m_zoomSteps;
+    int m_pairRevision = -1; // of the document, when brackets were typed as a pair
+    int m_pairPosition = 0;  // between them
 };

@@ -191,6 +191,44 @@ TEST_F(WriteWindowTest, TypedBrackets_AreHalfWidthAndClosed)
     });
 }
 
+TEST_F(WriteWindowTest, BackspaceAfterAnOpeningBracket_RemovesThePairUnlessSomethingWasTyped)
+{
+    const Rows<const char *, std::function<void()>, QString> rows = {
+        {"at once", [] {}, u"four"_s},
+        {"after a letter", [this] { QTest::keyClicks(text, u"a"_s); }, u"four[]"_s},
+        {"after a letter was removed",
+         [this] {
+             QTest::keyClicks(text, u"a"_s);
+             Press(Qt::Key_Backspace);
+         },
+         u"four]"_s},
+        {"elsewhere", [this] { Press(Qt::Key_Right); }, u"four["_s},
+        {"in a pair that was there",
+         [this] {
+             text->undo();
+             text->insertPlainText(u"[]"_s);
+             Press(Qt::Key_Left);
+         },
+         u"four]"_s},
+    };
+    InWindow([&] {
+        for (const auto &[name, between, expected] : rows) {
+            text->GoTo(2, 5);
+            QTest::keyClicks(text, u"["_s);
+            between();
+            Press(Qt::Key_Backspace);
+            EXPECT_EQ(Line(2), expected) << name;
+            while (text->document()->isUndoAvailable())
+                text->undo();
+        }
+        text->GoTo(2, 5);
+        QTest::keyClicks(text, u"["_s);
+        Press(Qt::Key_Backspace);
+        text->undo();
+        EXPECT_EQ(Line(2), u"four[]"_s) << "one step";
+    });
+}
+
 TEST_F(WriteWindowTest, Problems_AreListedGoneToAndMendedInOneStep)
 {
     const QString longLine = QString(40, u'あ') + u"。"_s + QString(20, u'い');
