@@ -7,12 +7,14 @@
 #include "platform/modReplaceFile.h"
 #include "records/modHardNote.h"
 #include "text/modCheckText.h"
+#include "text/modPictureFile.h"
 #include "text/modPictureName.h"
 #include "text/modReadText.h"
 
 #include <QDeadlineTimer>
 #include <QDir>
 #include <QFileInfo>
+#include <QHash>
 #include <QUrl>
 
 #include <algorithm>
@@ -253,13 +255,18 @@ QString RelativeUrl(const QString &folder, const QString &path)
     return QString::fromLatin1(QUrl::toPercentEncoding(relative, "/"));
 }
 
-/// Finds the URLs of the pictures of a study file. The folder is listed only once.
+/// Finds the URLs of the pictures of a study file. The folder is listed and each picture looked at only once.
 PictureUrl PicturesOf(const QString &studyFilePath, const QString &sheetPath)
 {
-    return [pictures = PictureFolder(PictureFolderOf(studyFilePath)),
-            sheetFolder = QFileInfo(sheetPath).absolutePath()](const QString &name) {
-        const QString path = pictures.Find(name);
-        return path.isEmpty() ? QString() : RelativeUrl(sheetFolder, path);
+    return [pictures = PictureFolder(PictureFolderOf(studyFilePath)), sheetFolder = QFileInfo(sheetPath).absolutePath(),
+            urls = QHash<QString, QString>()](const QString &name) mutable {
+        auto url = urls.find(name);
+        if (url == urls.end()) {
+            const QString path = pictures.Find(name);
+            const bool isPicture = !path.isEmpty() && !PictureFormatOfFile(path).isEmpty();
+            url = urls.insert(name, isPicture ? RelativeUrl(sheetFolder, path) : QString());
+        }
+        return *url;
     };
 }
 
@@ -499,7 +506,8 @@ QString ManyPagesQuestion(const PrintSheet &sheet)
 QString MissingPicturesQuestion(const MissingPictures &missing)
 {
     const int more = missing.count - int(missing.first.size());
-    return u"次の図が見つかりません。用紙には図の名前だけが残ります。\r\n    "_s + missing.first.join(u"\r\n    "_s) +
+    return u"次の図は，ファイルがないか，図として開けません。用紙には図の名前だけが残ります。\r\n    "_s +
+           missing.first.join(u"\r\n    "_s) +
            (more > 0 ? QString(u"\r\n    ほかに"_s + QString::number(more) + u"個"_s) : QString()) +
            u"\r\n\r\n図がないまま，印刷ページを作りますか？"_s;
 }
@@ -508,7 +516,7 @@ QString MissingPicturesRemark(const MissingPictures &missing)
 {
     constexpr int mostNamed = 3;
     const int more = missing.count - mostNamed;
-    return u"図がありません（"_s + missing.first.mid(0, mostNamed).join(u'，') +
+    return u"図がないか，開けません（"_s + missing.first.mid(0, mostNamed).join(u'，') +
            (more > 0 ? QString(u"，ほかに"_s + QString::number(more) + u"個"_s) : QString()) + u'）';
 }
 

@@ -42,10 +42,10 @@ double RuleWidthMm(int answerCells, const PrintSettings &print);
 /// @return line numbers, 1-based
 std::vector<int> EditionB(const std::vector<bool> &hasBlank);
 
-/// URL of the picture of a name; empty if there is none.
+/// URL of the picture of a name; empty if there is none, or only a file that is no picture by its first bytes.
 using PictureUrl = std::function<QString(const QString &name)>;
 
-/// References to pictures that do not exist.
+/// References to pictures for which there is no URL.
 struct MissingPictures
 {
     int count = 0;

@@ -3,6 +3,9 @@
 
 #include "text/modPictureFile.h"
 
+#include "base/modFile.h"
+
+#include <QFile>
 #include <QtEndian>
 
 QByteArray PictureFormatOf(QByteArrayView start)
@@ -18,6 +21,12 @@ QByteArray PictureFormatOf(QByteArrayView start)
         if (start.startsWith(signature))
             return format.toByteArray();
     return QByteArray();
+}
+
+QByteArray PictureFormatOfFile(const QString &path)
+{
+    QFile file(path);
+    return OpenToRead(&file) ? QByteArray() : PictureFormatOf(file.peek(PictureHeaderBytes));
 }
 
 namespace {

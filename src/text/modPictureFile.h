@@ -12,6 +12,9 @@
 /// @param start  at least the first 8 bytes, or the whole of a shorter file
 QByteArray PictureFormatOf(QByteArrayView start);
 
+/// The same of a file; empty also if it cannot be read.
+QByteArray PictureFormatOfFile(const QString &path);
+
 /// What the header of a PNG, GIF or BMP picture says about its size. 0 where it does not say: always for a JPEG.
 struct PictureClaim
 {

@@ -25,13 +25,15 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
+const QByteArray PictureBytes = "\x89PNG\r\n\x1A\n"; // as it begins
+
 const SheetChoices AsInText{.print = {.withAnswers = false, .blankWidth = BlankWidth::AsInText}};
 
 /// The sheet of lines beside a picture 図.png.
 QString Sheet(const QStringList &lines, const SheetChoices &choices)
 {
     const TestFolder folder;
-    folder.Write(u"t/図.png"_s, "");
+    folder.Write(u"t/図.png"_s, PictureBytes);
     PrintSheet sheet;
     const QString path = folder.WriteStudyFile(u"t/t&t.txt"_s, lines);
     EXPECT_EQ(sheet.Read(path, folder.Path(u"a.html"_s), choices).message, QString());
@@ -204,7 +206,8 @@ TEST(PrintSheet, EditionB_NumbersItsBlanksInItsOrderAndAnswersMatch)
 TEST(PrintSheet, MissingPictures_AreListedWithTheirLines)
 {
     const TestFolder folder;
-    folder.Write(u"図.png"_s, "");
+    folder.Write(u"図.png"_s, PictureBytes);
+    folder.Write(u"絵.png"_s, "<html>");
     QStringList lines = {u"｢図｣ ｢絵｣"_s, u"[a] ｢絵｣"_s, u"[｢答え｣] ｢絵[b]｣"_s, u"｢a.b｣"_s};
     for (int line = 0; line < 30; ++line)
         lines += u"｢%1｣"_s.arg(line);
@@ -219,7 +222,9 @@ TEST(PrintSheet, MissingPictures_AreListedWithTheirLines)
     EXPECT_EQ(missing.count, 32);
     EXPECT_EQ(missing.first.first(3), QStringList({u"1行目：絵"_s, u"2行目：絵"_s, u"5行目：0"_s}));
     EXPECT_TRUE(MissingPicturesQuestion(missing).contains(u"\r\n    22行目：17\r\n    ほかに12個\r\n"_s));
-    EXPECT_TRUE(AllPieces(sheet).contains("①")) << "nothing is lost by looking";
+    const QByteArray html = AllPieces(sheet);
+    EXPECT_TRUE(html.contains("①")) << "nothing is lost by looking";
+    EXPECT_EQ(html.count("<img"), 1) << "of the picture that can be shown";
     const MarkList marks(folder.Path(u"ListMark.txt"_s), u"花子"_s);
     ASSERT_FALSE(marks.Write(u"a"_s, DisplayText(LinesOf(lines)), {1}));
     EXPECT_EQ(look({.onlyHard = &marks}).first, QStringList(u"2行目：絵"_s)) << "of the lines on the sheet";
@@ -228,7 +233,7 @@ TEST(PrintSheet, MissingPictures_AreListedWithTheirLines)
 TEST(PrintSheet, PicturesBesideFile_AreLinkedAndFaultKeepsOldSheet)
 {
     const TestFolder folder;
-    folder.Write(u"txt/#中%/図-1.PNG"_s, "");
+    folder.Write(u"txt/#中%/図-1.PNG"_s, PictureBytes);
     const QString source = folder.WriteStudyFile(u"txt/#中%/a.b.txt"_s, {u"\t｢図-1｣[a]"_s});
     folder.MakeFolder(u"rec"_s);
     const QString sheet = PrintSheetPath(folder.Path(u"rec"_s), source);
@@ -237,7 +242,7 @@ TEST(PrintSheet, PicturesBesideFile_AreLinkedAndFaultKeepsOldSheet)
     EXPECT_TRUE(html.contains("<h1>a.b</h1>")) << "names that differ after a dot give different sheets";
     EXPECT_TRUE(html.contains("<img src=\"../txt/%23%E4%B8%AD%25/%E5%9B%B3-1.PNG\"")) << html.toStdString();
 
-    folder.Write(u"txt/図.png"_s, "");
+    folder.Write(u"txt/図.png"_s, PictureBytes);
     const QString note = folder.WriteStudyFile(u"rec/苦手帳.txt"_s, {u"[a]｢図｣"_s});
     EXPECT_EQ(WriteSheet(note, PrintSheetPath(folder.Path(u"rec"_s), note), true), QString());
     EXPECT_TRUE(folder.Read(u"rec/苦手帳_印刷.html"_s).contains("<img src=\"../txt/%E5%9B%B3.png\""));
@@ -332,9 +337,10 @@ TEST_F(PrintWindowTest, SeveralFiles_ReportNamesMissingPicturesWithTheirLines)
     script.Click(u"frmMsg"_s, u"cmdOK"_s);
     window.Run(paths);
     EXPECT_TRUE(script.IsDone());
-    EXPECT_EQ(script.messages, QStringList(u"2個のファイルを印刷ページにしました。\n  a.txt\n  b.txt\n\n"
-                                           u"次の注意があります。\n"
-                                           u"  b.txt：図がありません（2行目：1，2行目：2，2行目：3，ほかに1個）"_s));
+    EXPECT_EQ(script.messages,
+              QStringList(u"2個のファイルを印刷ページにしました。\n  a.txt\n  b.txt\n\n"
+                          u"次の注意があります。\n"
+                          u"  b.txt：図がないか，開けません（2行目：1，2行目：2，2行目：3，ほかに1個）"_s));
 }
 
 // Quadratic work would take minutes here: as many names as lines, none of them in a folder of many files.
@@ -342,7 +348,7 @@ TEST(PrintSheet, ManyNamesOfMissingPictures_AreLookedUpInLinearTime)
 {
     const TestFolder folder;
     for (int file = 0; file < 1000; ++file)
-        folder.Write(u"txt/%1.png"_s.arg(file), "");
+        folder.Write(u"txt/%1.png"_s.arg(file), PictureBytes);
     QStringList lines;
     for (int line = 0; line < 50'000; ++line)
         lines += u"｢a%1｣"_s.arg(line);
