@@ -7,7 +7,6 @@
 #include "platform/modReplaceFile.h"
 #include "text/modPictureFile.h"
 
-#include <QFile>
 #include <QFileInfo>
 
 #include <algorithm>
@@ -37,9 +36,7 @@ PictureToInsert PictureFor(const QString &path, const QString &studyFolder, cons
 {
     PictureToInsert picture;
     const QFileInfo source(path);
-    QFile file(path);
-    const FileFault fault = OpenToRead(&file);
-    const QByteArray format = fault ? QByteArray() : PictureFormatOf(file.peek(PictureHeaderBytes));
+    const QByteArray format = PictureFormatOfFile(path);
     if (format.isEmpty()) {
         picture.refusal =
             u"図として使えるのは PNG，JPEG，GIF，BMP のファイルです。\r\n    "_s + NameInLine(source.fileName());
@@ -50,14 +47,24 @@ PictureToInsert PictureFor(const QString &path, const QString &studyFolder, cons
             u"図が大きすぎます（%1 MB まで）。\r\n    "_s.arg(MaxFileMegabytes) + NameInLine(source.fileName());
         return picture;
     }
-    picture.name = name.isEmpty() ? ValidName(source.completeBaseName()) : name;
-    const QString extension = format == "jpeg" ? u"jpg"_s : QString::fromLatin1(format);
-    picture.target = JoinPath(studyFolder, picture.name + u'.' + extension);
-    const QString old = present.Find(picture.name);
-    if (!old.isEmpty() && QFileInfo(old) == source)
-        picture.target = old;
-    else
-        picture.mustAsk = !old.isEmpty() || QFileInfo(picture.target).isSymLink();
+    const QString extension = format == "jpeg" ? u".jpg"_s : QString(u'.' + QString::fromLatin1(format));
+    const QString wanted = name.isEmpty() ? ValidName(source.completeBaseName()) : name;
+    picture.name = wanted;
+    QString old = present.Find(wanted);
+    // Of two pictures with one name and different extensions, a reference shows only one.
+    const auto isOfOtherFormat = [&] {
+        const QFileInfo file(old);
+        return !old.isEmpty() && file != source &&
+               file.fileName().compare(picture.name + extension, Qt::CaseInsensitive) != 0;
+    };
+    for (int number = 2; name.isEmpty() && isOfOtherFormat(); ++number) {
+        picture.name = wanted + u'_' + QString::number(number);
+        old = present.Find(picture.name);
+    }
+    const bool isOld = !old.isEmpty() && !isOfOtherFormat();
+    picture.target = isOld ? old : JoinPath(studyFolder, picture.name + extension);
+    const bool isSource = isOld && QFileInfo(old) == source;
+    picture.mustAsk = !isSource && (!old.isEmpty() || QFileInfo(picture.target).isSymLink());
     return picture;
 }
 

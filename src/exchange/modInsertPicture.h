@@ -21,7 +21,8 @@ struct PictureToInsert
 
 /// Judges a picture by its first bytes.
 /// @param present  the pictures in the folder of study files
-/// @param name  of the copy, valid; if empty, the file's own, in which characters that no name can have become "_"
+/// @param name  of the copy, valid; if empty, the file's own, in which characters that no name can have become "_",
+/// with a number behind it if a picture of another format has that name
 PictureToInsert PictureFor(const QString &path, const QString &studyFolder, const PictureFolder &present,
                            const QString &name = QString());
 

@@ -668,3 +668,25 @@ TEST_F(WriteWindowTest, DroppedPicture_IsCopiedAndNamed)
         EXPECT_EQ(text->toPlainText().count(u"leaf_1"_s), 1);
     });
 }
+
+TEST_F(WriteWindowTest, PictureOfAnotherFormatWithTheSameName_GetsANameOfItsOwn)
+{
+    QImage image(2, 2, QImage::Format_RGB32);
+    image.fill(Qt::red);
+    folder.MakeFolder(u"elsewhere"_s);
+    for (const QString &name :
+         {u"txt/leaf.png"_s, u"txt/leaf_2.PNG"_s, u"txt/near.jpg"_s, u"txt/near.bmp"_s, u"elsewhere/leaf.jpg"_s})
+        ASSERT_TRUE(image.save(folder.Path(name)));
+    const QByteArray old = folder.Read(u"txt/leaf.png"_s);
+    const QByteArray fresh = folder.Read(u"elsewhere/leaf.jpg"_s);
+    InWindow([&] {
+        EXPECT_TRUE(DropFiles({folder.Path(u"elsewhere/leaf.jpg"_s)}, text->viewport()));
+        EXPECT_TRUE(WaitFor([&] { return Line(1).contains(u"｢leaf_3｣"_s); })) << Line(1).toStdString();
+        EXPECT_TRUE(DropFiles({folder.Path(u"txt/near.bmp"_s)}, text->viewport()));
+        EXPECT_TRUE(WaitFor([&] { return Line(1).contains(u"｢near_2｣"_s); })) << "near.jpg would be shown";
+    });
+    EXPECT_EQ(script.messages.size(), 1) << "whether to save";
+    EXPECT_EQ(folder.Read(u"txt/leaf.png"_s), old);
+    EXPECT_EQ(folder.Read(u"txt/leaf_3.jpg"_s), fresh);
+    EXPECT_EQ(folder.Read(u"txt/near_2.bmp"_s), folder.Read(u"txt/near.bmp"_s));
+}
