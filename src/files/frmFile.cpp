@@ -372,6 +372,8 @@ void frmFile::cmdHandOut_Click()
                            handOut.missing.isEmpty() && handOut.linked.isEmpty();
     m_msg.DispFrmMsg(this, HandedOutMessage(handOut, files, taking), MsgStyle::Ok,
                      isAllDone ? u"start.wav"_s : u"notify.wav"_s);
+    if (taking.Copied().isEmpty() && files.present.isEmpty())
+        return; // nothing to be seen there
     if (!m_services.OpenWithShell(folder, u"c:\\"_s))
         m_services.ShowMessage(u"次のフォルダを開けません。\r\n  "_s + folder);
 }

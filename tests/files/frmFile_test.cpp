@@ -714,6 +714,9 @@ TEST_F(FileWindowTest, HandedOut_FilesAreCopiedAndOthersReplacedOnlyWithConsent)
         handOut(u"class"_s, {u"cmdOK"_s, u"cmdOK"_s});
         EXPECT_EQ(folder.Read(u"class/a good.txt"_s), "[ok]\r\n");
         EXPECT_TRUE(script.messages[1].contains(u"もう同じファイルがあります。\n  c.txt"_s));
+        folder.MakeFolder(u"full/c.txt"_s); // in the way
+        folder.MakeFolder(u"full/a good.txt"_s);
+        handOut(u"full"_s, {u"cmdOK"_s, u"cmdOK"_s});
     });
     EXPECT_EQ(QDir(folder.Path(u"class"_s)).entryList(QDir::Files), QStringList({u"a good.txt"_s, u"c.txt"_s}));
     EXPECT_EQ(services.opened, QStringList(2, folder.Path(u"class"_s)));
