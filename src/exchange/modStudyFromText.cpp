@@ -136,7 +136,7 @@ bool StudyFromText::ListFaults(const QDeadlineTimer &deadline)
         m_faults.unwritable = m_converted.unwritableCount;
         // In a table the columns tell what is hidden, and other brackets are text.
         m_canHalve = !IsOfTable() || HasOnlyFullWidthBrackets(m_converted.text);
-        if (m_text.contains(QChar::Null)) { // no text, as Encode says
+        if (IsNoText()) { // as Encode says
             m_faults = TextFaults();
             m_listedTo = m_text.size();
         }
@@ -244,7 +244,7 @@ void StudyFromText::LeaveRowsOut()
 
 TextRefusal StudyFromText::Encode(QByteArray *bytes) const
 {
-    if (m_text.contains(QChar::Null))
+    if (IsNoText())
         return {.fault = TextFault::WrongCharCode,
                 .line = 1,
                 .message = u"テキストではないため，学習ファイルにできません。"_s + NothingWritten};

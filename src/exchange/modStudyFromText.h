@@ -83,6 +83,12 @@ class StudyFromText
         return CharCodeName(m_code);
     }
 
+    /// Whether there are NUL characters in it, so that it becomes no study file.
+    bool IsNoText() const
+    {
+        return m_text.contains(QChar::Null);
+    }
+
     bool IsOfTable() const
     {
         return !m_tableRows.empty();
@@ -94,8 +100,8 @@ class StudyFromText
     /// How much has been done, from 0 to 1.
     double Done() const;
 
-    /// What is wrong with the text, once it is listed. Nothing if it is no text at all, which Encode says. Characters
-    /// with an equivalent are no fault.
+    /// What is wrong with the text, once it is listed, but which encodings it can be in from the beginning. Nothing if
+    /// it is no text at all, which Encode says. Characters with an equivalent are no fault.
     const TextFaults &Faults() const
     {
         return m_faults;

@@ -614,7 +614,7 @@ void frmFile::GoToMend(const QString &name)
         return;
     m_folder.Check(name);
     m_files->ShowTallies(); // and the commands
-    if (m_folder.Facts(name).remedy == Remedy::Mend)
+    if (IsByMending(m_folder.Facts(name).remedy))
         (m_mend.button->isVisible() ? m_mend.button : cmdOthers)->setFocus();
 }
 
@@ -631,12 +631,12 @@ void frmFile::ShowCommands()
     const bool areSeveral = names.size() > 1;
     const StudyFileFacts facts = m_folder.Facts(SelectedName());
     const bool canMend = std::ranges::any_of(names, [&](const QString &name) {
-        return m_folder.Facts(name).remedy == Remedy::Mend ||
+        return IsByMending(m_folder.Facts(name).remedy) ||
                (areSeveral && name != HardNoteTitle && !m_folder.IsChecked(name));
     });
     show(m_edit, true);
     show(m_write, true);
-    show(m_print, areSeveral || facts.canBeOpened || facts.remedy != Remedy::Mend); // a refused file cannot be printed
+    show(m_print, areSeveral || facts.canBeOpened || !IsByMending(facts.remedy)); // a refused file cannot be printed
     show(m_mend, canMend);
     const bool isMendAtBottom = isNarrow && canMend && HasRoomAtBottom();
     if (isMendAtBottom) {

@@ -146,7 +146,22 @@ QString RemarkOn(const TextRefusal &refusal)
 /// How to correct a file by hand.
 Remedy RemedyByHand(const QString &path)
 {
-    return QFileInfo(path).size() > MaxWriteBytes ? Remedy::Edit : Remedy::Write;
+    WrittenFile file;
+    QString text;
+    bool isChanged = false;
+    return OpenToWrite(path, &file, &text, &isChanged).isEmpty() ? Remedy::Write : Remedy::Edit;
+}
+
+/// How to read a file in another encoding.
+Remedy RemedyForCharCode(const QString &charCode, const QString &path)
+{
+    QByteArray bytes;
+    if (!CanConvertFrom(charCode) || ReadWholeFile(path, &bytes))
+        return Remedy::None;
+    const StudyFromText made(bytes);
+    if (made.IsNoText())
+        return Remedy::None;
+    return made.Faults().isLikelyKana ? Remedy::Choose : Remedy::Mend;
 }
 
 bool CanBeOpened(QStringView line)
@@ -158,7 +173,7 @@ Remedy RemedyFor(const TextRefusal &refusal, const QString &path)
 {
     switch (refusal.fault) {
     case TextFault::WrongCharCode:
-        return CanConvertFrom(refusal.charCode) ? Remedy::Mend : Remedy::None;
+        return RemedyForCharCode(refusal.charCode, path);
     case TextFault::LineTooLong:
         return BreakLongLines(refusal.text, MaxLineBytes).broken > 0 ? Remedy::Mend : RemedyByHand(path);
     case TextFault::BracketCount:
@@ -175,17 +190,21 @@ Remedy RemedyFor(const TextRefusal &refusal, const QString &path)
 StudyFileFacts CheckContent(const QString &path)
 {
     StudyLines lines;
-    const TextRefusal refusal = ReadStudyText(path, MaxLineBytes, &lines);
+    QByteArray bytes;
+    const TextRefusal refusal = ReadStudyText(path, MaxLineBytes, &lines, &bytes);
+    const bool isText = !bytes.contains('\0'); // nothing in the program changes another file
     if (refusal)
-        return {.remarks = RemarkOn(refusal), .remedy = RemedyFor(refusal, path), .canBeOpened = false};
+        return {.remarks = RemarkOn(refusal),
+                .remedy = isText ? RemedyFor(refusal, path) : Remedy::None,
+                .canBeOpened = false};
     StudyFileFacts facts{.blanks = lines.BlankCount()};
     // With a Japanese input method on, typed brackets come out full-width, and those hide nothing.
     const bool hasFullWidth = lines.NextLineWith(u'［', 1) > 0 || lines.NextLineWith(u'］', 1) > 0;
     for (int line = lines.NextLineWith(u'［', 1); line > 0; line = lines.NextLineWith(u'［', line + 1))
         facts.fullWidth += FullWidthPairs(lines.at1(line));
-    if (facts.fullWidth > 0)
+    if (facts.fullWidth > 0 && isText)
         facts.remedy = Remedy::Mend;
-    else if (hasFullWidth && facts.blanks == 0)
+    else if (hasFullWidth && facts.blanks == 0 && isText)
         facts.remedy = RemedyByHand(path);
     if (facts.blanks == 0)
         facts.remarks = hasFullWidth ? u"空欄なし（［ ］は全角）"_s : u"空欄なし"_s;
@@ -218,10 +237,17 @@ QString RemedyText(Remedy remedy)
         return u"「書く」で直せます"_s;
     case Remedy::Edit:
         return u"「編集」で直せます"_s;
+    case Remedy::Choose:
+        return u"「ファイルを直す」で文字コードを選べます"_s;
     case Remedy::None:
         break;
     }
     return QString();
+}
+
+bool IsByMending(Remedy remedy)
+{
+    return remedy == Remedy::Mend || remedy == Remedy::Choose;
 }
 
 bool IsPrintableCopy(const QString &name)
@@ -245,6 +271,8 @@ QString EmptyListText(const StudyFolder &folder, const QString &filter)
 
 QString MendNote(const StudyFileFacts &facts)
 {
+    if (facts.remedy == Remedy::Choose)
+        return u"「ファイルを直す」(Alt+C) で文字コードを選べます。"_s;
     return facts.canBeOpened ? u"「ファイルを直す」(Alt+C) で全角の［ ］も空欄になります。"_s
                              : u"「ファイルを直す」(Alt+C) で開けるようになります。"_s;
 }

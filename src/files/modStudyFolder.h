@@ -17,11 +17,15 @@ enum class Remedy
     None, ///< nothing in the program, or nothing is needed
     Mend, ///< MendFiles
     Write,
-    Edit, ///< of a file too large to be written in the program
+    Edit,   ///< of a file that cannot be written in the program
+    Choose, ///< MendFiles, which asks for the encoding and mends the file only in the less likely one
 };
 
 /// "「書く」で直せます"; empty for None.
 QString RemedyText(Remedy remedy);
+
+/// Whether MendFiles has something to do with a file.
+bool IsByMending(Remedy remedy);
 
 /// What is known about a study file after reading it.
 struct StudyFileFacts

@@ -11,6 +11,7 @@
 #include "support/RecordingServices.h"
 #include "support/Rows.h"
 #include "support/TestFiles.h"
+#include "write/modDraft.h"
 
 #include <QDeadlineTimer>
 
@@ -313,6 +314,13 @@ TEST(CheckStudyFile, FaultThatCanBeMended_HasThatRemedy)
         {"long line without a place to break", QByteArray(101, 'x'), Remedy::Write, 0, false},
         {"a bracket too many", "[a", Remedy::Write, 0, false},
         {"one bracket of each kind", ToCodePage932(u"[a］"), Remedy::Mend, 0, false},
+        {"a bracket too many before an endless line", "[a\n" + QByteArray(MaxWriteLine + 1, 'x'), Remedy::Edit, 0,
+         false},
+        {"half-width kana that read as EUC", ToCodePage932(u"[ﾈｺ] ﾈｺｶﾞｲﾙ"), Remedy::Choose, 0, false},
+        {"no text, with long lines", ToCodePage932(breakable) + '\0', Remedy::None, 0, false},
+        {"no text, with a bracket too many", QByteArray("[a\0", 3), Remedy::None, 0, false},
+        {"no text, in UTF-16", QByteArray("\xFF\xFE\0\0", 4), Remedy::None, 0, false},
+        {"no text, with full-width brackets", ToCodePage932(u"［a］") + '\0', Remedy::None, 1, true},
     };
     const TestFolder folder;
     for (const auto &[name, bytes, remedy, fullWidth, canBeOpened] : rows) {
