@@ -6,6 +6,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QString>
 
 /// The format of a picture by its first bytes, whatever its file name says: "png", "jpeg", "gif" or "bmp", as
 /// QImageReader names them; empty for everything else.
