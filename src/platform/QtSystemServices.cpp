@@ -82,6 +82,11 @@ void QtSystemServices::TellFailure(const QString &message)
         m_failures += message;
 }
 
+bool QtSystemServices::HasWindowPlaces() const
+{
+    return !QGuiApplication::platformName().startsWith(u"wayland"); // also "wayland-egl"
+}
+
 QDateTime QtSystemServices::Now() const
 {
     return QDateTime::currentDateTime();

@@ -25,6 +25,7 @@ class QtSystemServices : public SystemServices
     bool OpenWithShell(const QString &path, const QString &workingFolder) override;
     bool StartCommandLine(const QString &commandLine) override;
     void SetFailureTeller(const std::function<void(const QString &message)> &tell) override;
+    bool HasWindowPlaces() const override;
     QDateTime Now() const override;
 
   private:

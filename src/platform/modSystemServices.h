@@ -50,6 +50,10 @@ class SystemServices
     /// function
     virtual void SetFailureTeller(const std::function<void(const QString &message)> &tell) = 0;
 
+    /// Whether a window has a place on the screen that the program can read and set. On Wayland only the desktop knows
+    /// and chooses it; Qt accepts a place there all the same, and returns it or 0.
+    virtual bool HasWindowPlaces() const = 0;
+
     /// The current local time.
     virtual QDateTime Now() const = 0;
 

@@ -101,6 +101,7 @@ class frmText : public QWidget
     void SetPageOnly(bool isPageOnly);
     void WidenToText(int neededBeforePx);
     int LargestLeft(int widthPx) const;
+    int LeftEdge() const;
     void MoveFileWindow();
     bool EditSettings(QWidget *owner);
     void SaveFormPos();

@@ -301,8 +301,9 @@ void frmText::SetPageOnly(bool isPageOnly)
 void frmText::ReadSettings()
 {
     if (!m_settingsFile.Exists()) {
+        const int left = LeftEdge();
         m_settings = m_defaults;
-        m_settings.FormLeft = x();
+        m_settings.FormLeft = left;
         return;
     }
     QStringList messages;
@@ -340,10 +341,18 @@ void frmText::WidenToText(int neededBeforePx)
 }
 
 /// The largest left edge, in pixels, at which a window of the given width is still on one of the screens. Relative to
-/// all of them including panels, or the window would move by the width of a panel at each start.
+/// all of them including panels, or the window would move by the width of a panel at each start. No bound where windows
+/// have no place: what another desktop has saved is kept.
 int frmText::LargestLeft(int widthPx) const
 {
-    return qMax(0, screen()->virtualGeometry().right() + 1 - widthPx);
+    return m_services.HasWindowPlaces() ? qMax(0, screen()->virtualGeometry().right() + 1 - widthPx)
+                                        : std::numeric_limits<int>::max();
+}
+
+/// The left edge of the window, in pixels; the saved one where windows have no place.
+int frmText::LeftEdge() const
+{
+    return m_services.HasWindowPlaces() ? x() : m_settings.FormLeft;
 }
 
 /// Saves the left edge of a window that is not maximised. One beyond the allowed bound is clamped, or the next start
@@ -352,7 +361,7 @@ int frmText::LargestLeft(int widthPx) const
 void frmText::SaveFormPos()
 {
     if (!isMaximized() && !isFullScreen())
-        std::ignore = m_settingsFile.WriteFileIniFormPos(qMin(x(), LargestLeft(width())));
+        std::ignore = m_settingsFile.WriteFileIniFormPos(qMin(LeftEdge(), LargestLeft(width())));
 }
 
 /// Saves the size of the window, that when it is not maximised, and the zoom. Writes to disk what SaveFormPos wrote.

@@ -22,6 +22,7 @@ class RecordingServices : public SystemServices
     QString title;
     bool startsPrograms = true;
     bool hasVoice = true;
+    bool hasWindowPlaces = true;
     std::function<void(const QString &)> tellFailure;
     std::function<void()> whileShown; // called while a message is shown
 
@@ -66,6 +67,10 @@ class RecordingServices : public SystemServices
     void SetFailureTeller(const std::function<void(const QString &)> &tell) override
     {
         tellFailure = tell;
+    }
+    bool HasWindowPlaces() const override
+    {
+        return hasWindowPlaces;
     }
     QDateTime Now() const override
     {

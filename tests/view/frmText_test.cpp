@@ -476,6 +476,18 @@ TEST_F(StudyWindowTest, Restarted_RestoresPositionAndSize)
     EXPECT_EQ(window->normalGeometry().size(), QSize(520, 410));
 }
 
+// As on Wayland, where each screen may also be smaller than it is for other window systems.
+TEST_F(StudyWindowTest, WithoutWindowPlaces_KeepsTheLeftEdgeOfOtherDesktops)
+{
+    services.hasWindowPlaces = false;
+    folder.Write(u"Kotoban.ini"_s, "[setting]\r\nFormLeft=1900\r\n");
+    OpenWith({u"[x]"_s});
+    EXPECT_TRUE(services.TakeMessages().isEmpty());
+    window->move(0, 0);
+    window->close();
+    EXPECT_TRUE(folder.Read(u"Kotoban.ini"_s).contains("FormLeft=1900\r\n"));
+}
+
 TEST_F(StudyWindowTest, WindowMadeNarrower_IsWidenedOnlyForLargerText)
 {
     OpenWith({u"[x]"_s});
