@@ -17,6 +17,7 @@
 #include "widgets/InputGuard.h"
 #include "widgets/OutlinedStyle.h"
 #include "widgets/PageFont.h"
+#include "widgets/ScaleRepaint.h"
 #include "widgets/frmMsg.h"
 
 #include <QApplication>
@@ -106,6 +107,9 @@ int main(int argc, char *argv[])
     const QString folder = QDir::toNativeSeparators(QCoreApplication::applicationDirPath());
     const QString baseName = QFileInfo(QCoreApplication::applicationFilePath()).completeBaseName();
     QtSystemServices services;
+    std::optional<ScaleRepaint> scaleRepaint;
+    if (!services.HasWindowPlaces())
+        scaleRepaint.emplace();
     const HelpKey helpKey(services, folder);
     QTranslator qtTexts;
     if (qtTexts.load(u":/qt_ja.qm"_s))
