@@ -10,6 +10,7 @@
 
 #include <QEvent>
 #include <QGridLayout>
+#include <QGuiApplication>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListView>
@@ -90,12 +91,15 @@ void frmSearch::changeEvent(QEvent *event)
         DimPlaceholder(txtSearch);
 }
 
-/// Where to open the window: beside its owner the first time, later where it was.
+/// Where to open the window: where it was, or beside its owner the first time, when the owner has moved to another
+/// screen since the last time, and when the window's screen is gone.
 QPoint frmSearch::OpeningPosition() const
 {
-    if (m_wasPlaced || !parentWidget())
+    if (!parentWidget())
         return pos();
     const QWidget *const owner = parentWidget()->window();
+    if (m_ownerScreen == owner->screen() && QGuiApplication::screenAt(geometry().center()))
+        return pos();
     const QSize frame = owner->frameGeometry().size() - owner->size(); // assumed for this window too
     return PositionBeside(owner->frameGeometry(), size() + frame, owner->screen()->availableGeometry());
 }
@@ -104,7 +108,7 @@ void frmSearch::Open()
 {
     if (isHidden()) {
         move(OpeningPosition());
-        m_wasPlaced = true;
+        m_ownerScreen = parentWidget() ? parentWidget()->screen() : nullptr;
     }
     show();
     raise();

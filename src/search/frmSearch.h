@@ -95,9 +95,9 @@ class frmSearch : public QDialog
     std::unique_ptr<Hits> m_keywordHits; // if a keyword is searched for
     Hits *m_hits = nullptr;              // of the entry searched for: m_keywordHits or those of the typed text
     std::optional<PendingStep> m_pendingStep;
-    bool m_hasStepped = false; // whether the page's hit is from this search
-    QString m_wrap;            // notice of the last step
-    bool m_wasPlaced = false;
+    bool m_hasStepped = false;              // whether the page's hit is from this search
+    QString m_wrap;                         // notice of the last step
+    const QScreen *m_ownerScreen = nullptr; // on which the owner was when the window last opened; only compared
     QLabel *lblHint;
     QLabel *lblFound;
     QLineEdit *txtSearch;

@@ -102,6 +102,7 @@ class frmText : public QWidget
     void WidenToText(int neededBeforePx);
     int LargestLeft(int widthPx) const;
     int LeftEdge() const;
+    const QScreen *ScreenAt(int leftPx) const;
     void MoveFileWindow();
     bool EditSettings(QWidget *owner);
     void SaveFormPos();

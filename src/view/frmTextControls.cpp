@@ -30,6 +30,7 @@
 #include <QVBoxLayout>
 #include <QWindow>
 
+#include <algorithm>
 #include <limits>
 #include <tuple>
 #include <type_traits>
@@ -229,8 +230,7 @@ void frmText::Form_Load()
         m_settings.FormLeft = area.left() + (area.width() - width()) / 2;
     else if (m_settings.FormLeft > m_upper.FormLeft)
         m_settings.FormLeft = m_defaults.FormLeft;
-    if (const QScreen *const other = screen()->virtualSiblingAt({m_settings.FormLeft, area.center().y()}))
-        area = other->availableGeometry();
+    area = ScreenAt(m_settings.FormLeft)->availableGeometry();
     move(m_settings.FormLeft, area.top() + (area.height() - height()) / 3);
     if (m_settings.isFormMaximized)
         setWindowState(windowState() | Qt::WindowMaximized);
@@ -347,6 +347,19 @@ int frmText::LargestLeft(int widthPx) const
 {
     return m_services.HasWindowPlaces() ? qMax(0, screen()->virtualGeometry().right() + 1 - widthPx)
                                         : std::numeric_limits<int>::max();
+}
+
+/// The screen on which a window with the given left edge opens: its present one where that reaches so far, else another
+/// that does, however high or low it is beside that.
+const QScreen *frmText::ScreenAt(int leftPx) const
+{
+    const auto reaches = [leftPx](const QScreen *candidate) {
+        const QRect area = candidate->geometry();
+        return area.left() <= leftPx && leftPx <= area.right();
+    };
+    const QList<QScreen *> all = screen()->virtualSiblings();
+    const auto found = reaches(screen()) ? all.cend() : std::find_if(all.cbegin(), all.cend(), reaches);
+    return found == all.cend() ? screen() : *found;
 }
 
 /// The left edge of the window, in pixels; the saved one where windows have no place.

@@ -466,6 +466,7 @@ TEST_F(StudyWindowTest, Restarted_RestoresPositionAndSize)
     };
     openAgain();
     EXPECT_TRUE(services.TakeMessages().isEmpty());
+    EXPECT_TRUE(QGuiApplication::screenAt(window->pos())) << "the title bar is on a screen";
     window->showMaximized();
     EXPECT_TRUE(WaitFor([this] { return window->width() > 700; }));
     window->close();
@@ -474,6 +475,31 @@ TEST_F(StudyWindowTest, Restarted_RestoresPositionAndSize)
     openAgain();
     EXPECT_TRUE(window->isMaximized());
     EXPECT_EQ(window->normalGeometry().size(), QSize(520, 410));
+}
+
+TEST_F(StudyWindowTest, SearchWindowOpenedAgain_IsWhereItWasOrBesideItsOwner)
+{
+    OpenWith({u"[x]"_s});
+    const auto open = [this] {
+        Child<QPushButton>(u"cmdSearch")->click();
+        return window->findChild<QWidget *>(u"frmSearch"_s);
+    };
+    QWidget *const search = open();
+    search->move(20, 30);
+    search->close();
+    open();
+    EXPECT_EQ(search->pos(), QPoint(20, 30));
+
+    search->move(9000, 9000); // on a screen that has been unplugged since
+    search->close();
+    open();
+    EXPECT_TRUE(window->screen()->geometry().contains(search->pos()));
+    search->close();
+
+    const QScreen *const last = window->screen()->virtualSiblings().constLast();
+    window->move(last->geometry().topLeft() + QPoint(10, 10));
+    open();
+    EXPECT_EQ(search->screen(), last) << "the screen that the owner is on now";
 }
 
 // As on Wayland, where each screen may also be smaller than it is for other window systems.
