@@ -24,9 +24,11 @@
 #include <QProcess>
 #include <QSignalSpy>
 #include <QTest>
+#include <QThread>
 
 #include <cerrno>
 #include <csignal>
+#include <cstdio>
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/resource.h>
@@ -281,6 +283,30 @@ TEST(EndSignal, SecondSignal_KillsProcessUnlessHangup)
                 std::raise(number);
         },
         testing::KilledBySignal(SIGTERM), "");
+}
+
+// Qt's Wayland client then ends the process like this, in whichever of its threads notices first.
+TEST(EndSignal, WaylandCompositorGone_RunsExitHook)
+{
+    const auto end = [] {
+        qWarning("The Wayland connection broke. Did the Wayland compositor die?");
+        _exit(1);
+    };
+    for (const bool isOtherThread : {false, true})
+        EXPECT_EXIT(
+            {
+                EndSignal endSignal;
+                const QThread *const thread = QThread::currentThread();
+                endSignal.SetExitHook([thread] {
+                    std::fputs(QThread::currentThread() == thread ? "recorded\n" : "in another thread\n", stderr);
+                });
+                if (!isOtherThread)
+                    end();
+                QThread::create(end)->start();
+                QCoreApplication::exec();
+            },
+            testing::ExitedWithCode(1), "recorded")
+            << isOtherThread;
 }
 
 TEST(Profile, WriteValues_ChangesTheirLinesAndKeepsEveryOtherByte)

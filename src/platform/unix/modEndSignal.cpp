@@ -3,7 +3,9 @@
 
 #include "platform/modEndSignal.h"
 
+#include <QCoreApplication>
 #include <QSocketNotifier>
+#include <QThread>
 
 #include <csignal>
 #include <fcntl.h>
@@ -17,6 +19,9 @@ constexpr int Signals[] = {SIGTERM, SIGHUP, SIGINT};
 // A signal handler takes no context and may only make async-signal-safe calls: it writes one byte to a pipe, which the
 // event loop reads. This is the end for writing.
 int g_writeEnd = -1;
+
+// What else gets the messages that Qt prints.
+QtMessageHandler g_otherHandler = nullptr;
 
 // The first request starts an orderly shutdown, which something may hold up; a second of the same kind kills the
 // process. SIGHUP is excepted: when a terminal closes, the shell and the kernel each send one in quick succession.
@@ -51,7 +56,19 @@ std::shared_ptr<void> EndSignal::HandleSignals()
         Q_EMIT Asked();
     });
     SetHandler(Handle);
+    // When the compositor is gone, Qt's Wayland client says only this, in any of its threads, and then calls _exit(),
+    // after which no atexit handler runs.
+    g_otherHandler = qInstallMessageHandler(nullptr); // before another thread needs it
+    qInstallMessageHandler([](QtMsgType type, const QMessageLogContext &context, const QString &text) {
+        if (text.startsWith(u"The Wayland connection ")) {
+            const bool isMainThread = QThread::currentThread() == qApp->thread();
+            QMetaObject::invokeMethod(qApp, RunExitHook,
+                                      isMainThread ? Qt::DirectConnection : Qt::BlockingQueuedConnection);
+        }
+        g_otherHandler(type, context, text);
+    });
     return std::shared_ptr<void>(notifier, [readEnd = ends[0]](QSocketNotifier *reader) {
+        qInstallMessageHandler(g_otherHandler);
         SetHandler(SIG_DFL);
         delete reader; // before what it reads is closed
         close(readEnd);
