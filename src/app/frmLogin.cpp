@@ -59,7 +59,6 @@ frmLogin::frmLogin(SystemServices &services, frmMsg &msg, const QString &userLis
     cmdOK->setDefault(true);
     QPushButton *const cmdEnd =
         AddButton(this, u"cmdEnd"_s, u"終了(&X)"_s, u"瞬記帳を終了します (Alt+X)"_s, &frmLogin::cmdEnd_Click);
-    connect(txtUserName, &QLineEdit::textEdited, this, &frmLogin::txtUserName_Change);
     connect(lstUserName, &QListWidget::itemSelectionChanged, this, &frmLogin::lstUserName_Click);
     connect(lstUserName, &QListWidget::itemClicked, this, &frmLogin::lstUserName_Click);
     connect(lstUserName, &QListWidget::itemDoubleClicked, this, &frmLogin::cmdOK_Click);
@@ -124,27 +123,17 @@ void frmLogin::lstUserName_Click()
         txtUserName->setText(selected.front()->text());
 }
 
-/// Replaces the wave dash that some input methods give by the one that the list can store.
-void frmLogin::txtUserName_Change()
-{
-    WriteTrace(u"■frmLogin.txtUserName_Change");
-    const int cursor = txtUserName->cursorPosition();
-    QString name = txtUserName->text();
-    if (!name.contains(u'〜'))
-        return;
-    txtUserName->setText(name.replace(u'〜', u'～'));
-    txtUserName->setCursorPosition(cursor);
-}
-
 void frmLogin::cmdOK_Click()
 {
     WriteTrace(u"■frmLogin.cmdOK_Click");
-    const QString name = txtUserName->text();
+    QString name = txtUserName->text();
+    if (!IsUserListed(m_names, name))
+        name.replace(u'〜', u'～'); // the wave dash of some input methods by the one that the list can store
     if (!CheckName(name)) {
         txtUserName->setFocus();
         return;
     }
-    if (!m_names.contains(name))
+    if (!IsUserListed(m_names, name))
         if (const FileFault fault = AppendUserName(m_userListPath, name))
             m_services.ShowMessage(FaultMessage(u"利用者一覧に書き込めません。"_s, fault));
     m_userName = name;
@@ -157,8 +146,7 @@ bool frmLogin::CheckName(const QString &name)
     const auto isBlank = [](QChar character) { return character == u' '; }; // an ideographic space is a valid name
     if (std::all_of(name.begin(), name.end(), isBlank))
         return m_msg.Refuse(this, u"利用者名は入力必須です。"_s);
-    // A listed name was read from the file, so it can be stored there.
-    const QStringList refused = m_names.contains(name) ? QStringList() : CharactersNotForNames(name);
+    const QStringList refused = IsUserListed(m_names, name) ? QStringList() : CharactersNotForNames(name);
     if (!refused.isEmpty())
         return m_msg.Refuse(this, u"利用者名に使えない文字が含まれています。\r\n  "_s + refused.join(u' '));
     // The database statements contain the name between single quotes.

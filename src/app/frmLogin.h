@@ -47,7 +47,6 @@ class frmLogin : public QDialog
     void Form_Load();
     void Form_Activate();
     void lstUserName_Click();
-    void txtUserName_Change();
     void cmdOK_Click();
     void cmdEnd_Click();
 

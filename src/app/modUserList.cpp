@@ -42,6 +42,11 @@ FileFault AppendUserName(const QString &path, const QString &name)
     return ReplaceFile(path, bytes, onDisk);
 }
 
+bool IsUserListed(const QStringList &names, const QString &name)
+{
+    return names.contains(name) || names.contains(FromCodePage932(ToCodePage932(name)));
+}
+
 QStringList CharactersNotForNames(const QString &name)
 {
     QStringList characters = CharactersLost(name);

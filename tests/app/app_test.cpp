@@ -381,21 +381,35 @@ TEST_F(LoginTest, LastUser_IsPreselectedIfListed)
     EXPECT_EQ(other.findChild<QLineEdit *>(u"txtUserName"_s)->text(), QString());
 }
 
-TEST_F(LoginTest, EmptyLineOfList_IsNotPreselectedAndWaveDashIsReplaced)
+TEST_F(LoginTest, EmptyLineOfList_IsNotPreselected)
 {
     folder.Write(u"ListUserName.txt"_s, "\r\ntaro\r\n");
-    frmLogin again{services, msg, path, QString()};
-    script.When(u"frmLogin"_s, [](QWidget *window) {
-        EXPECT_TRUE(window->findChild<QListWidget *>(u"lstUserName"_s)->selectedItems().isEmpty());
-        auto *const text = window->findChild<QLineEdit *>(u"txtUserName"_s);
-        QInputMethodEvent converted;
-        converted.setCommitString(u"は〜い"_s);
-        QApplication::sendEvent(text, &converted);
-        EXPECT_EQ(text->text(), u"は～い"_s);
-        QTest::keyClick(text, Qt::Key_Return);
-    });
-    EXPECT_EQ(again.Ask(), LoginResult::Accepted);
-    EXPECT_EQ(again.UserName(), u"は～い"_s);
+    const frmLogin again{services, msg, path, QString()};
+    EXPECT_TRUE(again.findChild<QListWidget *>(u"lstUserName"_s)->selectedItems().isEmpty());
+}
+
+TEST_F(LoginTest, WaveDash_IsReplacedByTheOneThatTheListCanStore)
+{
+    Type(u"は〜い"_s);
+    EXPECT_EQ(login.Ask(), LoginResult::Accepted);
+    EXPECT_EQ(login.UserName(), u"は～い"_s);
+    EXPECT_EQ(ReadUserNames(path).back(), u"は～い"_s);
+}
+
+TEST_F(LoginTest, NameOfWhichTheListLostCharacters_IsTheNameOfItsRecords)
+{
+    const QByteArray list = "?\x93\x63\r\n\x82\xCD?\x82\xA2\r\n\xFDx\r\n"; // as version 1.0.0 wrote it
+    folder.Write(u"ListUserName.txt"_s, list);
+    for (const QString &name : {u"𠮷田"_s, u"は〜い"_s, u"?田"_s, u"\uFFFDx"_s}) {
+        frmLogin again{services, msg, path, QString()};
+        script.When(u"frmLogin"_s, [&name](QWidget *window) {
+            window->findChild<QLineEdit *>(u"txtUserName"_s)->setText(name);
+            QTest::keyClick(window->focusWidget(), Qt::Key_Return);
+        });
+        EXPECT_EQ(again.Ask(), LoginResult::Accepted);
+        EXPECT_EQ(again.UserName(), name);
+    }
+    EXPECT_EQ(folder.Read(u"ListUserName.txt"_s), list);
 }
 
 TEST_F(LoginTest, EnterDuringComposition_DoesNotPressOk)
