@@ -100,6 +100,19 @@ rm -r "$work/later"
 start_from_menu "$work/other"
 "$work/other/install.sh" --remove >/dev/null
 
+# A folder without an entry, named by a path that is not its own. Only a folder of the program is updated.
+unpack "$work/later" 6
+ln -s "$folder" "$work/link"
+(cd "$work" && later/install.sh link) >/dev/null
+[[ $(cat "$folder/htm/index.htm") == 6 ]] || fail "the folder that was named was not updated"
+[[ $(user_files "$folder") == "$before" ]] || fail "the user's files have changed"
+start_from_menu "$folder"
+"$folder/install.sh" --remove >/dev/null
+mkdir "$work/foreign"
+! "$work/later/install.sh" "$work/foreign" >/dev/null 2>&1 || fail "a folder of something else was updated"
+[[ -z $(ls -A "$work/foreign") && ! -e $entry ]] || fail "a folder of something else was registered"
+rm -r "$work/later"
+
 unpack "$percent" 4
 "$percent/install.sh" >/dev/null
 desktop-file-validate "$entry"
