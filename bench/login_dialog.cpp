@@ -19,7 +19,7 @@ int main(int argc, char *argv[])
 {
     QApplication application(argc, argv);
     QDialog dialog;
-    dialog.setWindowTitle(u"瞬記帳 Ver1.0.0 ログイン画面"_s);
+    dialog.setWindowTitle(u"瞬記帳 ログイン画面"_s);
     auto *const buttons = new QDialogButtonBox(Qt::Vertical);
     buttons->addButton(new QPushButton(u"OK"_s), QDialogButtonBox::AcceptRole);
     buttons->addButton(new QPushButton(u"終了(&X)"_s), QDialogButtonBox::RejectRole);

@@ -13,7 +13,6 @@ include(Sbom)
 
 if(CMAKE_SYSTEM_NAME STREQUAL "Linux")
     # The current time, or SOURCE_DATE_EPOCH if that is set.
-    string(TIMESTAMP RELEASE_DATE "%Y-%m-%d" UTC)
     string(TIMESTAMP RELEASE_MOMENT "%a, %d %b %Y %H:%M:%S +0000" UTC)
 
     # install_system(<file>... DESTINATION <folder> [RENAME <name>])
