@@ -3,17 +3,18 @@
 # SPDX-License-Identifier: MIT
 
 # Uses the archive as a user would, on a system with nothing beyond what every desktop has, and upgrades it to a later
-# version.
+# version, and version 1.0.0 to it.
 #
-#     archive_trial.sh ARCHIVE [--with-other-qt]
+#     archive_trial.sh ARCHIVE OLD_FOLDER [--with-other-qt]
 #
-# Without the option a Qt on the system is an error, since the program must not need it. Leaves screenshots in
+# OLD_FOLDER is by old_folder.sh. Without the option a Qt on the system is an error, since the program must not need it. Leaves screenshots in
 # /var/tmp/kotoban-archive-trial. The user is created for this and removed again, with the home; the packages that were
 # needed stay installed.
 set -euo pipefail
 export LC_ALL=C.UTF-8 DEBIAN_FRONTEND=noninteractive
 
 archive=$(realpath "$1")
+old_folder=$(realpath "$2")
 # A folder that the user can read, even if the repository is not readable.
 trial=/var/tmp/kotoban-archive-trial
 hanako=kotoban-hanako
@@ -48,14 +49,14 @@ folder=$(unpacked "持ち運び 用")
 ! ldd "$folder/Kotoban" | grep 'not found' || fail "libraries are missing"
 others=$(ldd "$folder/Kotoban" | grep -iE 'qt|stdc|sqlite|icu|x11|dbus|xcb-|xkb|jpeg|GL|glib' || true)
 expect "libraries that not every desktop has" "" "$others"
-[[ ${2:-} == --with-other-qt ]] || expect "Qt of the system" "" "$(find /usr/lib -name 'libQt6*')"
+[[ ${3:-} == --with-other-qt ]] || expect "Qt of the system" "" "$(find /usr/lib -name 'libQt6*')"
 
 newest=$(grep -aoE 'GLIBC_2\.[0-9]+' "$folder/Kotoban" | sort -Vu | tail -n 1)
 grep -qF "glibc ${newest#GLIBC_} 以降" "$folder/お読みください.txt" || fail "お読みください.txt does not ask for $newest"
 
 say "sessions"
 install_package "${tools[@]}"
-as "$hanako" "$trial/session.sh" "$folder" "$trial/1-first" はじめに.txt
+as "$hanako" "$trial/scripts/session.sh" "$folder" "$trial/1-first" はじめに.txt
 expect_sessions "$folder" 1
 
 say "menu entry"
@@ -75,7 +76,7 @@ expect "user's files" "$before" "$(user_files "$folder")"
 cmp "$newer/Kotoban" "$folder/Kotoban"
 diff -r "$newer/htm" "$folder/htm"
 rm -r "$newer"
-as "$hanako" "$trial/session.sh" "$folder" "$trial/2-upgraded" はじめに.txt
+as "$hanako" "$trial/scripts/session.sh" "$folder" "$trial/2-upgraded" はじめに.txt
 expect_sessions "$folder" 2
 
 say "removal of the menu entry"
@@ -83,6 +84,14 @@ before=$(user_files "$folder")
 as "$hanako" "$folder/install.sh" --remove
 [[ ! -e $entry ]] || fail "the entry is still there"
 expect "user's files" "$before" "$(user_files "$folder")"
+
+say "upgrade from 1.0.0"
+folder="$(home_of "$hanako")/瞬記帳 1.0.0"
+copy_old_folder "$old_folder" "$hanako" "$folder"
+newer=$(unpacked 1.1)
+as "$hanako" "$newer/install.sh" "$folder"
+cmp "$newer/Kotoban" "$folder/Kotoban"
+check_upgrade "$hanako" "$folder"
 
 # shellcheck source=/dev/null
 say "the archive works on $(source /etc/os-release && echo "$PRETTY_NAME"); screenshots: $trial"

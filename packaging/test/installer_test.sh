@@ -3,9 +3,11 @@
 # SPDX-License-Identifier: MIT
 
 # Installs, uses, upgrades and removes the Windows program as a user would, in a separate Wine prefix, and checks that
-# all files of the user stay unchanged.
+# all files of the user stay unchanged; also upgrades version 1.0.0 by the installer and from the .zip beside it.
 #
 #     installer_test.sh BUILD_FOLDER INSTALLER VERSION
+#
+# Needs the folder of old_folder.sh.
 set -euo pipefail
 export LC_ALL=C.UTF-8
 
@@ -168,5 +170,23 @@ expect "user's files of the unpacked folder" "$before" "$(user_files "$portable"
 cmp "$trial/newer/Kotoban.exe" "$portable/Kotoban.exe"
 expect "sessions" 1 "$(sessions_in "$portable")"
 
+# Version 1.0.0 came as a .zip, which its お読みください.txt says to update by two copies. Another program stands in for its
+# own, which every upgrade replaces.
+used="$here/../../build/1.0.0/used"
+python3 -m zipfile -e "${installer%-setup.exe}.zip" "$trial/zip"
+for way in installer zip; do
+    old="$system/drive_c/瞬記帳-$way"
+    cp -R "$used" "$old"
+    rm "$old/Kotoban"
+    printf 'before' | cat "$trial/newer/Kotoban.exe" - >"$old/Kotoban.exe"
+    if [[ $way == installer ]]; then
+        expect "status over 1.0.0" 0 "$(status_of "$run_wine" "$installer" /S "/D=C:\\瞬記帳-$way")"
+        cmp "$trial/newer/Kotoban.exe" "$old/Kotoban.exe"
+    else
+        cp -R "$trial/zip"/*/{Kotoban.exe,htm} "$old"
+    fi
+    "$here/check_upgrade.sh" "$used" "$old" "$screenshots/$way"
+done
+
 "$run_wine" --end
-rm -rf "$system" "$trial"/{older.exe,newer}
+rm -rf "$system" "$trial"/{older.exe,newer,zip}

@@ -2,10 +2,11 @@
 # SPDX-FileCopyrightText: 2026 The Kotoban developers
 # SPDX-License-Identifier: MIT
 
-# Installs, uses, upgrades and removes the Debian package, as root and as two users.
+# Installs, uses, upgrades and removes the Debian package, as root and as two users; also upgrades version 1.0.0 to it.
 #
-#     trial.sh PACKAGE NEWER_PACKAGE
+#     trial.sh PACKAGE NEWER_PACKAGE PACKAGE_1_0_0 OLD_FOLDER
 #
+# The last two are by old_folder.sh.
 # Leaves screenshots in /var/tmp/kotoban-trial. The users are created for this and removed again, with their homes; the
 # packages that were needed stay installed.
 set -euo pipefail
@@ -13,6 +14,8 @@ export LC_ALL=C.UTF-8 DEBIAN_FRONTEND=noninteractive
 
 package=$(realpath "$1")
 newer_package=$(realpath "$2")
+old_package=$(realpath "$3")
+old_folder=$(realpath "$4")
 # A folder that the users can read, even if the repository is not readable.
 trial=/var/tmp/kotoban-trial
 hanako=kotoban-hanako
@@ -45,7 +48,7 @@ folder_of() {
 
 # study USER NAME: runs a session with the installed program.
 study() {
-    as "$1" KOTOBAN_START=/usr/bin/kotoban "$trial/session.sh" "$(folder_of "$1")" "$trial/$2" はじめに.txt
+    as "$1" KOTOBAN_START=/usr/bin/kotoban "$trial/scripts/session.sh" "$(folder_of "$1")" "$trial/$2" はじめに.txt
 }
 
 # Names and checksums of a user's files, except the log and the database, which each session writes.
@@ -107,6 +110,19 @@ say "installed again"
 install_package "$package"
 study "$hanako" 3-again
 expect_sessions "$folder" 3
+apt-get purge -y -qq kotoban >/dev/null 2>&1
+
+say "upgrade from 1.0.0"
+install_package "$old_package"
+rm -r "$folder"
+! as "$hanako" kotoban >/dev/null 2>&1 || fail "the program started without a display" # but its folder was made
+cmp /usr/lib/kotoban/Kotoban "$folder/Kotoban"
+copy_old_folder "$old_folder" "$hanako" "$folder"
+rm "$folder/txt/英語表現360.txt"
+install_package "$package"
+check_upgrade "$hanako" "$folder" /usr/bin/kotoban
+cmp /usr/lib/kotoban/Kotoban "$folder/Kotoban"
+[[ ! -e $folder/txt/英語表現360.txt ]] || fail "a sample that was deleted is there again"
 apt-get purge -y -qq kotoban >/dev/null 2>&1
 
 say "the package works; screenshots: $trial"

@@ -5,7 +5,7 @@
 # Sourced by trial.sh and archive_trial.sh: the functions that they share. $trial is their working folder.
 
 # What scripts/session.sh needs in addition to the dependencies of the package.
-tools=(xvfb openbox xdotool x11-utils imagemagick procps sqlite3)
+tools=(xvfb x11-xkb-utils openbox xdotool x11-utils imagemagick procps sqlite3)
 
 say() {
     printf '== %s\n' "$*"
@@ -21,8 +21,11 @@ expect() {
 }
 
 make_trial_folder() {
+    local repository
+    repository=$(dirname "$0")/../..
     mkdir -m 1777 "$trial"
-    install -m 755 "$(dirname "$0")/../../scripts/"{session,desktop}.sh "$trial/"
+    install -D -m 755 -t "$trial/scripts" "$repository/scripts/"{session,desktop}.sh
+    install -D -m 755 -t "$trial/packaging/test" "$repository/packaging/test/check_upgrade.sh"
 }
 
 install_package() {
@@ -43,6 +46,18 @@ as() {
     shift
     runuser -u "$user" -- env -i PATH=/usr/local/bin:/usr/bin:/bin LANG=C.UTF-8 USER="$user" HOME="$(home_of "$user")" \
         "$@"
+}
+
+# copy_old_folder FROM USER FOLDER: copies a folder of old_folder.sh for a user, and for comparison.
+copy_old_folder() {
+    cp -R "$1" "$trial/old"
+    as "$2" mkdir -p "$3"
+    as "$2" cp -RT "$trial/old" "$3"
+}
+
+# check_upgrade USER FOLDER [COMMAND]: starts the program by the command, or else by its executable.
+check_upgrade() {
+    as "$1" ${3:+KOTOBAN_START="$3"} "$trial/packaging/test/check_upgrade.sh" "$trial/old" "$2" "$trial/old-upgraded"
 }
 
 sessions_in() {
