@@ -105,6 +105,25 @@ TEST(Settings, WrittenSettings_HaveExactBytesAndRoundTrip)
     EXPECT_TRUE(messages.isEmpty()) << "unknown colours are silently replaced";
 }
 
+TEST(Settings, FileOfVersion100_HoldsItsSettingsAndDefaultsForLaterOnes)
+{
+    const TestFolder folder;
+    const SettingsFile file(folder.Write(u"Kotoban.ini"_s, "[setting]\r\nFormLeft=37\r\nFontsize=11.25\r\n"
+                                                           "LineSpace=6\r\nTextEditor=NOTEPAD.EXE\r\n"
+                                                           "bolDispLineNum=False\r\n"));
+    QStringList messages;
+    const Settings settings = file.Read(DefaultSettings(), UpperBounds(300), &messages);
+    EXPECT_TRUE(messages.isEmpty());
+    EXPECT_EQ(settings.FormLeft, 37);
+    EXPECT_EQ(settings.FontSize, 11.25f);
+    EXPECT_EQ(settings.LineSpace, 6);
+    EXPECT_EQ(settings.TextEditor, u"NOTEPAD.EXE"_s);
+    EXPECT_FALSE(settings.bolDispLineNum);
+    EXPECT_EQ(settings.pageColour, PageColourChoice::Desktop);
+    EXPECT_TRUE(settings.isWrapping);
+    EXPECT_TRUE(settings.formSize.isEmpty() && !settings.isFormMaximized && settings.zoom == 0);
+}
+
 TEST(Settings, PrintSettings_FallBackOneByOneAndRoundTrip)
 {
     const TestFolder folder;
