@@ -78,12 +78,18 @@ build_wayland() {
     rm -rf "$stage" "$source"
 }
 
+# Qt's Wayland client draws frames around its windows, as GNOME's desktop expects, only where it can use OpenGL, although it
+# draws them without. The program has no OpenGL.
+wayland_change='s/integrationSupport = clientBufferIntegration() && .*/integrationSupport = true;/'
+
 # add_wayland QT: builds Qt's Wayland client with the Qt in a folder, and installs it there, beside X11's.
 add_wayland() {
     local qt=$1 package source
     package=$(source_of qt6-wayland-dev-tools)
     source=$cache/work/${package/=/-}
     fetch_source "$package" "$source"
+    sed -i "$wayland_change" "$source/src/client/qwaylanddisplay.cpp"
+    grep -q 'integrationSupport = true;' "$source/src/client/qwaylanddisplay.cpp"
     say "building Qt's Wayland client"
     rm -rf "$source/build"
     logged "$qt_folder.log" cmake -S "$source" -B "$source/build" -G Ninja "-DCMAKE_PREFIX_PATH=$qt;$xkbcommon_folder" \

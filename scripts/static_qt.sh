@@ -126,7 +126,7 @@ build_qt() {
     package=$(source_of qt6-base-dev)
     local ingredients=("${options[@]}" "$hardening" attributions)
     [[ ${options[*]} != *system_png=OFF* ]] || ingredients+=("$(source_of libpng-dev)$allow_old")
-    [[ $system != Linux ]] || ingredients+=("$(source_of qt6-wayland-dev-tools)" "$wayland_folder")
+    [[ $system != Linux ]] || ingredients+=("$(source_of qt6-wayland-dev-tools)" "$wayland_folder" "$wayland_change")
     qt_folder=$cache/${package/=/-}-$(recipe_of "${ingredients[@]}")
     [[ ! -d $qt_folder ]] || return 0
     local source=$cache/work/${package/=/-} build=$qt_folder.build stage=$qt_folder.stage
