@@ -19,8 +19,8 @@ QStringList ReadUserNames(const QString &path);
 /// is unchanged. A list that cannot be read, or would have more than MaxUserListBytes, is left alone.
 FileFault AppendUserName(const QString &path, const QString &name);
 
-/// Whether a name is in the list, also if only with "?" for characters that the file cannot store: version 1.0.0 accepted
-/// such names, and their records have them as they were typed.
+/// Whether a name is in the list, also if only with "?" for characters that the file cannot store: version 1.0.0
+/// accepted such names, and their records have them as they were typed.
 bool IsUserListed(const QStringList &names, const QString &name);
 
 /// The characters of a name that the file cannot store, each once: those outside code page 932, as in CharactersLost,
