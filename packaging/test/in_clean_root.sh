@@ -71,6 +71,7 @@ rm -rf $root
 cp -a $base $root
 mkdir -p $root/repository
 mount -t proc proc $root/proc || no_clean_root "mount is refused"
+mount -t tmpfs -o mode=1777 tmpfs $root/dev/shm # the one of debootstrap is root's only
 mount --bind "$repository" $root/repository
 mount -o remount,bind,ro $root/repository
 mount --bind $fetched $root/var/cache/apt/archives
