@@ -3,7 +3,8 @@
 
 # shellcheck shell=bash disable=SC2034,SC2154
 # Sourced by scripts that use the program as a user would: starts a private virtual X server with a window manager,
-# finds windows there, types into them and takes screenshots, which go into the folder $screenshots.
+# finds windows there, types into them and takes screenshots, which go into the folder $screenshots. Instead of the
+# window manager, it can start a Wayland compositor, which has the X server for its screen, keyboard and mouse.
 
 # Keeps the caller's desktop and its settings out of the session. Without an address libdbus would search for a bus, and
 # it leaks memory when it finds none.
@@ -31,6 +32,7 @@ fail() {
     printf '%s: %s\n' "${0##*/}" "$*" >&2
     import -window root "$screenshots/failure.png" 2>/dev/null || true
     [[ -z $program ]] || sed 's/^/  program: /' "$work/output" >&2
+    [[ ! -e $work/sway.log ]] || sed 's/^/  compositor: /' "$work/sway.log" >&2
     exit 1
 }
 
@@ -65,9 +67,29 @@ window() {
     return 1
 }
 
+# of_focused FIELD: prints a field of the window that has the focus on the Wayland desktop.
+of_focused() {
+    swaymsg --raw --type get_tree | jq --raw-output ".. | select(.focused?) | $1"
+}
+
 is_focused() {
     local id
+    if [[ -n ${WAYLAND_DISPLAY:-} ]]; then
+        [[ $(of_focused .name) =~ $1 ]]
+        return
+    fi
     id=$(window "$1") && [[ $(xdotool getwindowfocus) == "$id" ]]
+}
+
+# close_window: closes the window that has the focus. On Wayland, clicks the button in the frame that Qt draws.
+close_window() {
+    if [[ -z ${WAYLAND_DISPLAY:-} ]]; then
+        xdotool key alt+F4
+        return
+    fi
+    local x y
+    read -r x y < <(of_focused '.rect | "\(.x + .width) \(.y)"')
+    xdotool mousemove $((x - 16)) $((y + 15)) click 1
 }
 
 shoot() {
@@ -75,18 +97,23 @@ shoot() {
     import -window root "$screenshots/$1.png"
 }
 
-# start_desktop [SIZE [LEFT]]: starts an X server of that size (default: 1280x900) and a window manager, which keeps a
-# strip of LEFT pixels on the left free for a panel. Both end with this script.
-# shellcheck disable=SC2120 # both arguments are optional
-start_desktop() {
-    local size=${1:-1280x900} left=${2:-0}
+# start_x_server SIZE: starts an X server of that size, which ends with this script.
+start_x_server() {
     # -noreset: a server that resets when its last client leaves would also drop the window manager, just connecting.
-    Xvfb -displayfd 3 -screen 0 "${size}x24" -nolisten tcp -noreset 3>"$work/display" >/dev/null 2>&1 &
+    Xvfb -displayfd 3 -screen 0 "${1}x24" -nolisten tcp -noreset 3>"$work/display" >/dev/null 2>&1 &
     x_server=$!
     pids+=("$x_server")
     wait_for "the X server" test -s "$work/display"
     DISPLAY=:$(cat "$work/display")
     export DISPLAY
+}
+
+# start_desktop [SIZE [LEFT]]: starts an X server of that size (default: 1280x900) and a window manager, which keeps a
+# strip of LEFT pixels on the left free for a panel. Both end with this script.
+# shellcheck disable=SC2120 # both arguments are optional
+start_desktop() {
+    local left=${2:-0}
+    start_x_server "${1:-1280x900}"
     # Windows can be asked to close only through a window manager; with its default settings Alt+F4 does that.
     sed "s|<left>0</left>|<left>$left</left>|" /etc/xdg/openbox/rc.xml >"$work/rc.xml"
     openbox --sm-disable --config-file "$work/rc.xml" >/dev/null 2>&1 &
@@ -94,14 +121,35 @@ start_desktop() {
     wait_for "the window manager" is_managed
 }
 
+# start_wayland_desktop: starts an X server and a Wayland compositor on it, which refuses to run as root. Both end with
+# this script. Programs have to draw the frames around their windows themselves, as on GNOME.
+start_wayland_desktop() {
+    start_x_server 1280x900
+    export XDG_RUNTIME_DIR=$work/runtime SWAYSOCK=$work/sway.socket
+    mkdir -m 700 "$XDG_RUNTIME_DIR"
+    cat >"$work/sway.conf" <<'CONF'
+xwayland disable
+output * mode 1280x900
+for_window [app_id=".*"] floating enable, border csd
+CONF
+    WLR_BACKENDS=x11 WLR_RENDERER=pixman sway --config "$work/sway.conf" >"$work/sway.log" 2>&1 &
+    pids+=($!)
+    wait_for "the compositor" swaymsg --type get_version
+    WAYLAND_DISPLAY=$(basename "$XDG_RUNTIME_DIR"/wayland-*.lock .lock)
+    export WAYLAND_DISPLAY
+}
+
 # start_program APPLICATION_FOLDER: starts its executable, or the command KOTOBAN_START. A Windows executable runs under
-# Wine, whose running processes are ended first, since all must be on this display.
+# Wine, whose running processes are ended first, since all must be on this display. On Wayland, the program has to
+# choose that itself, and cannot turn to the X server.
 start_program() {
     local command=("${KOTOBAN_START:-$1/Kotoban}")
     if [[ -e $1/Kotoban.exe ]]; then
         wine=$(dirname "$(realpath "${BASH_SOURCE[0]}")")/wine
         "$wine" --end
         command=(env -u QT_QPA_PLATFORM "$wine" "$1/Kotoban.exe")
+    elif [[ -n ${WAYLAND_DISPLAY:-} ]]; then
+        command=(env -u QT_QPA_PLATFORM -u DISPLAY "${command[@]}")
     fi
     "${command[@]}" >"$work/output" 2>&1 &
     program=$!

@@ -2,15 +2,16 @@
 # SPDX-FileCopyrightText: 2026 The Kotoban developers
 # SPDX-License-Identifier: MIT
 
-# Runs a session as a user would, on a private virtual X server: a name, a study file, five answers, the end.
+# Runs a session as a user would, on a private virtual desktop: a name, a study file, five answers, the end.
 #
-#     session.sh APPLICATION_FOLDER SCREENSHOT_FOLDER STUDY_FILE [--click X Y] [--end-by HOW]
+#     session.sh APPLICATION_FOLDER SCREENSHOT_FOLDER STUDY_FILE [--on-wayland | [--click X Y] [--end-by HOW]]
 #
 # STUDY_FILE is the name of a file in the folder txt. X and Y are a point in the study window, in percent of its size,
 # that is clicked twice after the answers. HOW is how the session ends: the study window is closed (window, the
 # default), the program gets SIGTERM, as at a logout, while its file selection is open (signal), or the X server goes
-# away (display). Prints the row of the session in the database. KOTOBAN_START may name another command that starts the
-# program; the application folder may be one that only this command creates.
+# away (display). On Wayland, the program must print nothing about it. Prints the row of the session in the database.
+# KOTOBAN_START may name another command that starts the program; the application folder may be one that only this
+# command creates.
 set -euo pipefail
 export LC_ALL=C.UTF-8
 
@@ -18,7 +19,8 @@ export LC_ALL=C.UTF-8
 source "$(dirname "$0")/desktop.sh"
 
 usage() {
-    printf 'usage: session.sh APPLICATION_FOLDER SCREENSHOT_FOLDER STUDY_FILE [--click X Y] [--end-by HOW]\n' >&2
+    printf 'usage: session.sh APPLICATION_FOLDER SCREENSHOT_FOLDER STUDY_FILE %s\n' \
+        '[--on-wayland | [--click X Y] [--end-by HOW]]' >&2
     exit 2
 }
 
@@ -28,10 +30,15 @@ mkdir -p "$2"
 screenshots=$(realpath "$2")
 study_file=$3
 shift 3
+desktop=start_desktop
 click=()
 end_by=window
 while [[ $# -gt 0 ]]; do
     case $1 in
+        --on-wayland)
+            desktop=start_wayland_desktop
+            shift
+            ;;
         --click)
             [[ $# -ge 3 ]] || usage
             click=("$2" "$3")
@@ -46,7 +53,7 @@ while [[ $# -gt 0 ]]; do
     esac
 done
 user=hanako
-start_desktop
+"$desktop"
 start_program "$application"
 
 wait_for "the user selection" is_focused 'ログイン画面$'
@@ -77,7 +84,7 @@ fi
 
 case $end_by in
     window)
-        xdotool key alt+F4
+        close_window
         wait_for_end 0
         ;;
     signal)
@@ -91,4 +98,5 @@ case $end_by in
         wait_for_end 1
         ;;
 esac
+[[ -z ${WAYLAND_DISPLAY:-} ]] || ! grep -i wayland "$work/output" >&2 || fail "the program has trouble with Wayland"
 sqlite3 -header -column "$application/db/kotoban.splite3" 'select * from t_kotoban order by rowid desc limit 1'

@@ -36,6 +36,11 @@ unpacked() {
     echo "$place"/*
 }
 
+# stored_place FOLDER: prints where the study window was when it was last closed on a desktop that tells.
+stored_place() {
+    grep -a '^FormLeft=' "$1/Kotoban.ini"
+}
+
 # Names and checksums of all files that an upgrade must not change.
 user_files() {
     (cd "$1" && find db db_backup txt rec wav ./*.txt ./*.ini -type f ! -name お読みください.txt -print0 | sort -z |
@@ -59,6 +64,13 @@ install_package "${tools[@]}"
 as "$hanako" "$trial/scripts/session.sh" "$folder" "$trial/1-first" はじめに.txt
 expect_sessions "$folder" 1
 
+say "a session on Wayland"
+install_package sway jq
+place=$(stored_place "$folder")
+as "$hanako" "$trial/scripts/session.sh" "$folder" "$trial/2-wayland" はじめに.txt --on-wayland
+expect_sessions "$folder" 2
+expect "place of the window" "$place" "$(stored_place "$folder")"
+
 say "menu entry"
 entry=$(home_of "$hanako")/.local/share/applications/org.kotoban.kotoban.desktop
 as "$hanako" "$folder/install.sh"
@@ -76,8 +88,8 @@ expect "user's files" "$before" "$(user_files "$folder")"
 cmp "$newer/Kotoban" "$folder/Kotoban"
 diff -r "$newer/htm" "$folder/htm"
 rm -r "$newer"
-as "$hanako" "$trial/scripts/session.sh" "$folder" "$trial/2-upgraded" はじめに.txt
-expect_sessions "$folder" 2
+as "$hanako" "$trial/scripts/session.sh" "$folder" "$trial/3-upgraded" はじめに.txt
+expect_sessions "$folder" 3
 
 say "removal of the menu entry"
 before=$(user_files "$folder")
