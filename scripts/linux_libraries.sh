@@ -14,8 +14,8 @@ static_libraries=(libatspi2.0-dev libffi-dev libfontconfig-dev libfreetype-dev l
 # The two tools generate code from Wayland's protocols; the libraries for it are built from their source packages.
 static_packages=(dpkg-dev meson bison make tcl pkgconf libwayland-bin libwayland-dev qt6-wayland-dev qt6-wayland-dev-tools
     "${static_libraries[@]}")
-# Of which the program contains code: also the compiler's.
-linked_in=(qt6-base-dev qt6-wayland-dev-tools libwayland-dev libsqlite3-dev "libstdc++-$(gcc -dumpversion)-dev" "${static_libraries[@]}")
+# Of which the program contains code, beside the compiler's own libraries.
+linked_in=(qt6-base-dev qt6-wayland-dev-tools libwayland-dev libsqlite3-dev "${static_libraries[@]}")
 
 cache=${XDG_CACHE_HOME:-$HOME/.cache}/kotoban-linux
 compiler=gcc
@@ -82,7 +82,8 @@ build_wayland() {
 # draws them without. The program has no OpenGL.
 wayland_change='s/integrationSupport = clientBufferIntegration() && .*/integrationSupport = true;/'
 
-# add_wayland QT: builds Qt's Wayland client with the Qt in a folder, and installs it there, beside X11's.
+# add_wayland QT: builds Qt's Wayland client with the Qt in a folder, and installs it there, beside X11's. Needs qt_host of
+# build_qt.
 add_wayland() {
     local qt=$1 package source
     package=$(source_of qt6-wayland-dev-tools)

@@ -114,9 +114,6 @@ for library in doubleconversion harfbuzz; do
     qt_options+=("-DFEATURE_system_$library=OFF")
 done
 
-# The tools that run during the build are this machine's.
-qt_host=(-DQT_HOST_PATH=/usr "-DQT_HOST_PATH_CMAKE_DIR=/usr/lib/$(dpkg-architecture -q DEB_HOST_MULTIARCH)/cmake")
-
 # build_qt SYSTEM OPTION...: builds Qt, unless it is in the cache already, and sets qt_folder to the folder of the
 # installed Qt. Takes a quarter of an hour on two cores; after an interruption, the next call resumes the build.
 build_qt() {
@@ -129,6 +126,9 @@ build_qt() {
     [[ $system != Linux ]] || ingredients+=("$(source_of qt6-wayland-dev-tools)" "$wayland_folder" "$wayland_change")
     qt_folder=$cache/${package/=/-}-$(recipe_of "${ingredients[@]}")
     [[ ! -d $qt_folder ]] || return 0
+    # The tools that run during the build are this machine's.
+    local qt_host=(-DQT_HOST_PATH=/usr
+        "-DQT_HOST_PATH_CMAKE_DIR=/usr/lib/$(dpkg-architecture -q DEB_HOST_MULTIARCH)/cmake")
     local source=$cache/work/${package/=/-} build=$qt_folder.build stage=$qt_folder.stage
     fetch_source "$package" "$source"
     [[ ${options[*]} != *system_png=OFF* ]] || replace_libpng "$source"
