@@ -16,7 +16,7 @@ test_packages=(libgtest-dev libgmock-dev dbus at-spi2-core python3 python3-gi gi
     desktop-file-utils libfaketime python3-jsonschema strace)
 # To build the packages, and to check them.
 package_packages=(dpkg-dev file gzip python3)
-package_test_packages=(lintian)
+package_test_packages=(lintian python3-jsonschema)
 coverage_packages=(gcovr)
 # Clang 14, the default, cannot compile the ranges of GCC's standard library.
 fuzz_packages=(clang-16 libclang-rt-16-dev)
