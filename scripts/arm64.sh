@@ -18,10 +18,11 @@ arm64_libraries=('?essential' libstdc++-12-dev qt6-base-dev libgl1-mesa-dev libs
 make_arm64_root() {
     local folder=$1 lists=$cache/arm64-lists debs=$cache/arm64-debs control kind name deb wanted database
     shift
-    mkdir -p "$lists/partial" "$debs/partial"
+    mkdir -p "$lists/partial" "$debs/partial" "$cache/arm64-dpkg"
+    : >"$cache/arm64-dpkg/status" # nothing is installed; apt-get writes its locks beside it
     read_package_lists
     local options=("${apt_options[@]}" -o APT::Architecture=arm64 -o APT::Architectures::=arm64
-        -o "Dir::State::Lists=$lists" -o Dir::State::Status=/dev/null -o "Dir::Cache::archives=$debs")
+        -o "Dir::State::Lists=$lists" -o "Dir::State::Status=$cache/arm64-dpkg/status" -o "Dir::Cache::archives=$debs")
     apt-get "${options[@]}" update || say "not all package repositories could be read"
     # What is in the archives already would not be printed.
     wanted=$(apt-get "${options[@]}" -o "Dir::Cache::archives=$lists" --print-uris --yes --no-install-recommends install "$@" | sed "s/^'[^']*' //" | sort)
