@@ -52,12 +52,14 @@ read_package_lists() {
     apt-get "${apt_options[@]}" update || say "not all package repositories could be read"
 }
 
-# current_source_of PACKAGE: prints the source package of the distribution's newest version of a package, as NAME=VERSION;
-# nothing if no repository has the package. Needs the lists of read_package_lists.
+# current_source_of PACKAGE: prints the source package of the distribution's current version of a package, as NAME=VERSION:
+# the one that apt-get would install on a machine without it, not a newer one of backports. Nothing if no repository has
+# the package. Needs the lists of read_package_lists.
 current_source_of() {
     local version
-    version=$(apt-cache "${apt_options[@]}" madison "$1" | awk -F' *[|] *' '!/Sources/ { print $2; exit }')
-    [[ -n $version ]] || return 0
+    version=$(LC_ALL=C.UTF-8 apt-cache "${apt_options[@]}" -o Dir::State::Status=/dev/null policy "$1" |
+        sed -n 's/^  Candidate: //p')
+    [[ -n $version && $version != '(none)' ]] || return 0
     # A record names its source only where that has another name or version, the latter in brackets.
     apt-cache "${apt_options[@]}" show "$1=$version" | awk '
         /^Package:/ && !name { name = $2 }
