@@ -34,6 +34,9 @@ MARKS = {
     "sqlite3": rb"SQLite format 3",
     "qt6-base": re.escape("no Qt platform plugin".encode("utf-16-le")),
     "libxkbcommon": rb"xkbcommon: ERROR",
+    "qt6-wayland": rb"The Wayland connection broke",
+    "wayland": rb"XDG_RUNTIME_DIR is invalid or not set",
+    "libffi": rb"ffi_prep_cif",
 }
 faults = []
 
