@@ -158,6 +158,8 @@ Remedy RemedyForCharCode(const QString &charCode, const QString &path)
     QByteArray bytes;
     if (!CanConvertFrom(charCode) || ReadWholeFile(path, &bytes))
         return Remedy::None;
+    if (charCode != u"EUC" && !bytes.contains('\0'))
+        return Remedy::Mend; // decoding takes long and would tell nothing else
     const StudyFromText made(bytes);
     if (made.IsNoText())
         return Remedy::None;

@@ -309,6 +309,7 @@ TEST(CheckStudyFile, FaultThatCanBeMended_HasThatRemedy)
         {"full-width brackets", ToCodePage932(u"［a］"), Remedy::Mend, 1, true},
         {"full-width brackets that would not pair", ToCodePage932(u"[b] ［a"), Remedy::None, 0, true},
         {"other encoding", u"あ"_s.toUtf8(), Remedy::Mend, 0, false},
+        {"other encoding, with NUL bytes", QByteArray("\xFF\xFE[\0a\0]\0", 8), Remedy::Mend, 0, false},
         {"unknown encoding", "\x82\xFF\x80", Remedy::None, 0, false},
         {"long line", ToCodePage932(breakable), Remedy::Mend, 0, false},
         {"long line without a place to break", QByteArray(101, 'x'), Remedy::Write, 0, false},
@@ -319,6 +320,7 @@ TEST(CheckStudyFile, FaultThatCanBeMended_HasThatRemedy)
         {"half-width kana that read as EUC", ToCodePage932(u"[ﾈｺ] ﾈｺｶﾞｲﾙ"), Remedy::Choose, 0, false},
         {"no text, with long lines", ToCodePage932(breakable) + '\0', Remedy::None, 0, false},
         {"no text, with a bracket too many", QByteArray("[a\0", 3), Remedy::None, 0, false},
+        {"no text, in UTF-8", u"あ"_s.toUtf8() + '\0', Remedy::None, 0, false},
         {"no text, in UTF-16", QByteArray("\xFF\xFE\0\0", 4), Remedy::None, 0, false},
         {"no text, with full-width brackets", ToCodePage932(u"［a］") + '\0', Remedy::None, 1, true},
     };
