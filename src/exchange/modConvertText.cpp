@@ -185,12 +185,12 @@ bool TextConversion::TakeAccent()
 
 void TextConversion::Count(char32_t from, const QString &to)
 {
-    for (ReplacedCharacter &known : m_result.replaced) {
-        if (known.from == from) {
-            ++known.count;
-            return;
-        }
+    const auto place = m_places.constFind(from);
+    if (place != m_places.constEnd()) {
+        ++m_result.replaced[*place].count;
+        return;
     }
+    m_places.insert(from, m_result.replaced.size());
     m_result.replaced.push_back({from, to, 1});
 }
 

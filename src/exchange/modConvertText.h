@@ -6,6 +6,7 @@
 // mark.
 #pragma once
 
+#include <QHash>
 #include <QList>
 #include <QString>
 
@@ -77,6 +78,7 @@ class TextConversion
     Accents m_accents;
     WithoutEquivalent m_rest;
     ConvertedText m_result;
+    QHash<char32_t, qsizetype> m_places; // of characters in m_result.replaced
     qsizetype m_at = 0;
 };
 
