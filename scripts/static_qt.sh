@@ -45,7 +45,7 @@ read_package_lists() {
         apt-get indextargets --format "$kind"' $(REPO_URI) $(RELEASE) $(COMPONENT)' 'Created-By: Packages'
     done | sort -u >"$lists/sources.list"
     apt_options=(-qq -o "Dir::Etc::SourceList=$lists/sources.list" -o Dir::Etc::SourceParts=/dev/null
-        -o "Dir::State::Lists=$lists/lists" -o Dir::Cache::pkgcache= -o Dir::Cache::srcpkgcache=
+        -o "Dir::State::Lists=$lists/lists" -o "Dir::Cache::pkgcache=$lists/packages" -o Dir::Cache::srcpkgcache=
         -o APT::Sandbox::User=root)
     say "reading the lists of the distribution's packages"
     # Another repository may be unreachable, or signed with a key that only its own settings name.
@@ -56,12 +56,11 @@ read_package_lists() {
 # the one that apt-get would install on a machine without it, not a newer one of backports. Nothing if no repository has
 # the package. Needs the lists of read_package_lists.
 current_source_of() {
-    local version
-    version=$(LC_ALL=C.UTF-8 apt-cache "${apt_options[@]}" -o Dir::State::Status=/dev/null policy "$1" |
-        sed -n 's/^  Candidate: //p')
+    local version cached=(apt-cache "${apt_options[@]}" -o Dir::State::Status=/dev/null)
+    version=$(LC_ALL=C.UTF-8 "${cached[@]}" policy "$1" | sed -n 's/^  Candidate: //p')
     [[ -n $version && $version != '(none)' ]] || return 0
     # A record names its source only where that has another name or version, the latter in brackets.
-    apt-cache "${apt_options[@]}" show "$1=$version" | awk '
+    "${cached[@]}" show "$1=$version" | awk '
         /^Package:/ && !name { name = $2 }
         /^Version:/ && !version { version = $2 }
         /^Source:/ { name = $2 }
