@@ -4,6 +4,7 @@
 #include "search/modFindText.h"
 
 #include <algorithm>
+#include <type_traits>
 
 namespace {
 
@@ -22,10 +23,13 @@ const std::vector<char16_t> &FoldedCharacters()
 /// what that gains; folding the whole text when it is loaded would cost more than a search.
 constexpr qsizetype BlockSize = 64;
 
-/// Marks the positions of a block where both the first and the last character of the wanted text match.
+/// Marks the positions of a block where both the first and the last character of the wanted text match one of their
+/// variants.
+/// @tparam Count  the number of variants that are compared; Japanese characters have one
 /// @return whether there is any
-bool MarkCandidates(const char16_t *first, const char16_t *last, const std::array<char16_t, 4> &firsts,
-                    const std::array<char16_t, 4> &lasts, std::array<char16_t, BlockSize> *marks)
+template <size_t Count>
+bool MarkCandidates(const char16_t *first, const char16_t *last, const CaseFolding::VariantList &firsts,
+                    const CaseFolding::VariantList &lasts, std::array<char16_t, BlockSize> *marks)
 {
     // Copies, because a store to the marks might alias references.
     const auto [a, b, c, d] = firsts;
@@ -35,7 +39,8 @@ bool MarkCandidates(const char16_t *first, const char16_t *last, const std::arra
         const char16_t x = first[i];
         const char16_t y = last[i];
         const bool isCandidate =
-            ((x == a) | (x == b) | (x == c) | (x == d)) & ((y == p) | (y == q) | (y == r) | (y == s));
+            Count == 1 ? (x == a) & (y == p)
+                       : ((x == a) | (x == b) | (x == c) | (x == d)) & ((y == p) | (y == q) | (y == r) | (y == s));
         (*marks)[i] = isCandidate;
         any |= char16_t(isCandidate);
     }
@@ -54,9 +59,9 @@ QString CaseFolding::Folded(const QString &text) const
     return folded;
 }
 
-std::array<char16_t, 4> CaseFolding::Variants(char16_t folded) const
+CaseFolding::VariantList CaseFolding::Variants(char16_t folded) const
 {
-    std::array<char16_t, 4> variants;
+    VariantList variants;
     variants.fill(folded);
     auto next = variants.begin();
     for (size_t c = 0; c < m_folded.size() && next != variants.end(); ++c)
@@ -105,15 +110,24 @@ void PlainFinder::AddSpans(const DisplayText &text, int first, int last, std::ve
         spans->push_back(TextSpan::At(line, start - lineStart, m_wanted.size()));
         free = start + m_wanted.size();
     };
-    std::array<char16_t, BlockSize> marks;
+    const auto isOne = [](const CaseFolding::VariantList &variants) {
+        return std::ranges::count(variants, variants.front()) == std::ssize(variants);
+    };
     qsizetype at = 0;
-    for (; at + BlockSize <= startCount; at += BlockSize) {
-        if (!MarkCandidates(firsts + at, lasts + at, m_first, m_last, &marks))
-            continue;
-        for (qsizetype i = 0; i < BlockSize; ++i)
-            if (marks[size_t(i)] != 0)
-                take(at + i);
-    }
+    const auto takeBlocks = [&](auto variants) {
+        std::array<char16_t, BlockSize> marks;
+        for (; at + BlockSize <= startCount; at += BlockSize) {
+            if (!MarkCandidates<variants>(firsts + at, lasts + at, m_first, m_last, &marks))
+                continue;
+            for (qsizetype i = 0; i < BlockSize; ++i)
+                if (marks[size_t(i)] != 0)
+                    take(at + i);
+        }
+    };
+    if (isOne(m_first) && isOne(m_last))
+        takeBlocks(std::integral_constant<size_t, 1>());
+    else
+        takeBlocks(std::integral_constant<size_t, 4>());
     for (; at < startCount; ++at)
         take(at);
 }

@@ -35,7 +35,8 @@ class CaseFolding
 
     /// All characters that fold to a folded one, itself included, padded with duplicates. There are never more than
     /// four in the Basic Multilingual Plane.
-    std::array<char16_t, 4> Variants(char16_t folded) const;
+    using VariantList = std::array<char16_t, 4>;
+    VariantList Variants(char16_t folded) const;
 
   private:
     const std::vector<char16_t> &m_folded; // of every character
@@ -56,6 +57,6 @@ class PlainFinder : public TextFinder
   private:
     CaseFolding m_fold;
     QString m_wanted; // folded
-    std::array<char16_t, 4> m_first{};
-    std::array<char16_t, 4> m_last{};
+    CaseFolding::VariantList m_first{};
+    CaseFolding::VariantList m_last{};
 };
