@@ -153,10 +153,9 @@ Remedy RemedyByHand(const QString &path)
 }
 
 /// How to read a file in another encoding.
-Remedy RemedyForCharCode(const QString &charCode, const QString &path)
+Remedy RemedyForCharCode(const QString &charCode, const QByteArray &bytes)
 {
-    QByteArray bytes;
-    if (!CanConvertFrom(charCode) || ReadWholeFile(path, &bytes))
+    if (!CanConvertFrom(charCode))
         return Remedy::None;
     if (charCode != u"EUC" && !bytes.contains('\0'))
         return Remedy::Mend; // decoding takes long and would tell nothing else
@@ -171,11 +170,11 @@ bool CanBeOpened(QStringView line)
     return IsBracketCountEqual(line) && IsBracketOrderValid(line);
 }
 
-Remedy RemedyFor(const TextRefusal &refusal, const QString &path)
+Remedy RemedyFor(const TextRefusal &refusal, const QString &path, const QByteArray &bytes)
 {
     switch (refusal.fault) {
     case TextFault::WrongCharCode:
-        return RemedyForCharCode(refusal.charCode, path);
+        return RemedyForCharCode(refusal.charCode, bytes);
     case TextFault::LineTooLong:
         return BreakLongLines(refusal.text, MaxLineBytes).broken > 0 ? Remedy::Mend : RemedyByHand(path);
     case TextFault::BracketCount:
@@ -194,10 +193,11 @@ StudyFileFacts CheckContent(const QString &path)
     StudyLines lines;
     QByteArray bytes;
     const TextRefusal refusal = ReadStudyText(path, MaxLineBytes, &lines, &bytes);
-    const bool isText = !bytes.contains('\0'); // nothing in the program changes another file
+    // Nothing in the program changes a file that is no text. UTF-16 has such bytes too.
+    const bool isText = refusal.fault == TextFault::WrongCharCode || !bytes.contains('\0');
     if (refusal)
         return {.remarks = RemarkOn(refusal),
-                .remedy = isText ? RemedyFor(refusal, path) : Remedy::None,
+                .remedy = isText ? RemedyFor(refusal, path, bytes) : Remedy::None,
                 .canBeOpened = false};
     StudyFileFacts facts{.blanks = lines.BlankCount()};
     // With a Japanese input method on, typed brackets come out full-width, and those hide nothing.

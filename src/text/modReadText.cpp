@@ -27,7 +27,8 @@ TextRefusal CheckCharCode(const QString &title, const QByteArray &bytes)
         .fault = TextFault::WrongCharCode, .line = 1, .charCode = code, .message = WrongCharCodeMessage(title, code)};
 }
 
-/// Reads a whole file in ASCII or code page 932. @param bytes  undefined after a refusal
+/// Reads a whole file in ASCII or code page 932.
+/// @param bytes  its contents, also after a refusal for its encoding; undefined after any other
 TextRefusal ReadBytes(const QString &path, QByteArray *bytes, qint64 maxBytes = MaxFileBytes)
 {
     const QString title = GetFileTitle(path);
@@ -72,14 +73,14 @@ TextRefusal ReadStudyText(const QString &path, int maxLineBytes, StudyLines *lin
     lines->Clear();
     QByteArray read;
     TextRefusal refusal = ReadBytes(path, &read);
-    if (refusal)
-        return refusal;
-    ReadAllLines(read, ExpandTabs::Yes, lines);
-    refusal = CheckStudyLines(*lines, maxLineBytes);
-    if (bytes)
-        *bytes = std::move(read);
+    if (!refusal) {
+        ReadAllLines(read, ExpandTabs::Yes, lines);
+        refusal = CheckStudyLines(*lines, maxLineBytes);
+    }
     if (refusal)
         lines->Clear();
+    if (bytes)
+        *bytes = std::move(read);
     return refusal;
 }
 

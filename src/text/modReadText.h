@@ -54,7 +54,8 @@ TextRefusal ReadText(const QString &path, ExpandTabs expandTabs, StudyLines *lin
 /// only once, so what is shown is exactly what was checked.
 /// @param maxLineBytes  longest line allowed, in bytes of code page 932 after tab expansion
 /// @param lines  empty after a refusal
-/// @param bytes  if given, receives the contents of the file; undefined after a refusal
+/// @param bytes  if given, receives the contents of the file, also after a refusal for what is in it; undefined after
+/// one for its size or because it cannot be read
 TextRefusal ReadStudyText(const QString &path, int maxLineBytes, StudyLines *lines, QByteArray *bytes = nullptr);
 
 /// A study file as bytes that are decoded part by part, for work that goes through all lines in order. The lines as a
