@@ -33,49 +33,49 @@ for library in jpeg pcre2 png xcb_xinput zlib; do
     linux_qt_options+=("-DFEATURE_system_$library=ON")
 done
 
+# build_with_meson PACKAGE=VERSION NAME FOLDER OPTION...: builds the static libraries of a source package in
+# FOLDER.stage/usr, from where they are to be moved to FOLDER. They have NAME in place of the path of their source.
+build_with_meson() {
+    local source=$cache/work/${1/=/-} name=$2 folder=$3
+    fetch_source "$1" "$source"
+    shift 3
+    say "building a static $name, once"
+    rm -rf "$folder.stage" "$source/build"
+    logged "$folder.log" env "CFLAGS=$hardening -ffile-prefix-map=$source=$name" meson setup "$@" "$source/build" "$source"
+    logged "$folder.log" ninja -C "$source/build"
+    DESTDIR=$folder.stage meson install -C "$source/build" --quiet
+    sed -i "s|^prefix=.*|prefix=$folder|" "$folder.stage"/usr/lib/pkgconfig/*.pc
+    rm -rf "$source"
+}
+
+meson_options=(--prefix=/usr --libdir=lib --buildtype=release --default-library=static)
+
 # build_xkbcommon: builds a static libxkbcommon, which the distribution does not have, and sets xkbcommon_folder to its
 # folder.
 build_xkbcommon() {
-    local package options=(--prefix=/usr --libdir=lib --buildtype=release --default-library=static -Denable-docs=false
-        -Denable-tools=false -Denable-wayland=false -Denable-xkbregistry=false -Dxkb-config-root=/usr/share/X11/xkb
-        -Dx-locale-root=/usr/share/X11/locale)
+    local package options=("${meson_options[@]}" -Denable-docs=false -Denable-tools=false -Denable-wayland=false
+        -Denable-xkbregistry=false -Dxkb-config-root=/usr/share/X11/xkb -Dx-locale-root=/usr/share/X11/locale)
     package=$(source_of libxkbcommon-dev)
     xkbcommon_folder=$cache/${package/=/-}-$(recipe_of "${options[@]}" "$hardening" "$(source_of libxcb-xkb-dev)")
     [[ ! -d $xkbcommon_folder ]] || return 0
-    local source=$cache/work/${package/=/-} stage=$xkbcommon_folder.stage
-    fetch_source "$package" "$source"
-    say "building a static libxkbcommon, once"
-    rm -rf "$stage" "$source/build"
-    logged "$xkbcommon_folder.log" env "CFLAGS=$hardening -ffile-prefix-map=$source=libxkbcommon" \
-        meson setup "${options[@]}" "$source/build" "$source"
-    logged "$xkbcommon_folder.log" ninja -C "$source/build"
-    DESTDIR=$stage meson install -C "$source/build" --quiet
+    build_with_meson "$package" libxkbcommon "$xkbcommon_folder" "${options[@]}"
     # The static libxcb-xkb goes beside it, or programs that link both would find the shared one first.
-    cp "/usr/lib/$(dpkg-architecture -q DEB_HOST_MULTIARCH)/libxcb-xkb.a" "$stage/usr/lib/"
-    sed -i "s|^prefix=.*|prefix=$xkbcommon_folder|" "$stage"/usr/lib/pkgconfig/*.pc
-    mv "$stage/usr" "$xkbcommon_folder"
-    rm -rf "$stage" "$source"
+    cp "/usr/lib/$(dpkg-architecture -q DEB_HOST_MULTIARCH)/libxcb-xkb.a" "$xkbcommon_folder.stage/usr/lib/"
+    mv "$xkbcommon_folder.stage/usr" "$xkbcommon_folder"
+    rm -r "$xkbcommon_folder.stage"
 }
 
 # build_wayland: builds static Wayland libraries, which the distribution does not have, so that the program starts where
 # there are none, and sets wayland_folder to their folder.
 build_wayland() {
-    local package options=(--prefix=/usr --libdir=lib --buildtype=release --default-library=static -Dscanner=false
-        -Dtests=false -Ddocumentation=false -Ddtd_validation=false -Dicon_directory=/usr/share/icons)
+    local package options=("${meson_options[@]}" -Dscanner=false -Dtests=false -Ddocumentation=false
+        -Ddtd_validation=false -Dicon_directory=/usr/share/icons)
     package=$(source_of libwayland-dev)
     wayland_folder=$cache/${package/=/-}-$(recipe_of "${options[@]}" "$hardening")
     [[ ! -d $wayland_folder ]] || return 0
-    local source=$cache/work/${package/=/-} stage=$wayland_folder.stage
-    fetch_source "$package" "$source"
-    say "building static Wayland libraries, once"
-    rm -rf "$stage" "$source/build"
-    logged "$wayland_folder.log" env "CFLAGS=$hardening -ffile-prefix-map=$source=wayland" \
-        meson setup "${options[@]}" "$source/build" "$source"
-    logged "$wayland_folder.log" ninja -C "$source/build"
-    DESTDIR=$stage meson install -C "$source/build" --quiet
-    sed -i "s|^prefix=.*|prefix=$wayland_folder|" "$stage"/usr/lib/pkgconfig/*.pc
-    mv "$stage/usr" "$wayland_folder"
-    rm -rf "$stage" "$source"
+    build_with_meson "$package" wayland "$wayland_folder" "${options[@]}"
+    mv "$wayland_folder.stage/usr" "$wayland_folder"
+    rm -r "$wayland_folder.stage"
 }
 
 # Qt's Wayland client draws frames around its windows, as GNOME's desktop expects, only where it can use OpenGL, although it
