@@ -41,7 +41,7 @@ FileFault OpenToRead(QFile *file);
 /// database by a printed sheet. A linked folder is allowed, because users keep study files and records where they like.
 FileFault WriteRefusal(const QString &path);
 
-constexpr qint64 BytesPerMegabyte = 1024 * 1024;
+constexpr qint64 BytesPerMegabyte = qint64(1024) * 1024;
 
 /// Largest file that is read. All files are text typed by people; a study file of a million lines has half this size.
 /// The window is blocked while a file is read, and the limit keeps that short. Lists and settings have smaller limits.
