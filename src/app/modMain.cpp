@@ -159,7 +159,7 @@ bool PrepareRun(const QString &applicationFolder, const InstanceMark &instance, 
 QString MissingFolder(const QString &applicationFolder)
 {
     for (const QStringView name : RequiredFolders)
-        if (const QString path = JoinPath(applicationFolder, name.toString()); !QFileInfo(path).isDir())
+        if (QString path = JoinPath(applicationFolder, name.toString()); !QFileInfo(path).isDir())
             return path;
     return QString();
 }

@@ -30,14 +30,14 @@ FileFault AppendUserName(const QString &path, const QString &name)
 {
     QByteArray bytes;
     // An existing list that cannot be read must not be replaced by one with a single name.
-    const FileFault fault = QFileInfo::exists(path) ? ReadWholeFile(path, &bytes, MaxUserListBytes) : FileFault();
+    FileFault fault = QFileInfo::exists(path) ? ReadWholeFile(path, &bytes, MaxUserListBytes) : FileFault();
     if (fault)
         return fault;
     if (!bytes.isEmpty() && !bytes.endsWith('\n') && !bytes.endsWith('\r'))
         bytes += "\r\n";
     const OnDisk onDisk = bytes.isEmpty() ? OnDisk::Later : OnDisk::AtOnce; // no other name could be lost
     bytes += ToCodePage932(name) + "\r\n";
-    if (const FileFault tooLarge = SizeRefusal(path, bytes, MaxUserListBytes))
+    if (FileFault tooLarge = SizeRefusal(path, bytes, MaxUserListBytes))
         return tooLarge;
     return ReplaceFile(path, bytes, onDisk);
 }

@@ -100,10 +100,10 @@ FileFault WriteRefusal(const QString &path)
 
 FileFault ReadWholeFile(const QString &path, QByteArray *bytes, qint64 maxBytes)
 {
-    const FileFault tooLarge{path, Megabytes(maxBytes) + u"を超えるので，読み込みません。"_s};
+    FileFault tooLarge{path, Megabytes(maxBytes) + u"を超えるので，読み込みません。"_s};
     QFile file(path);
     bytes->resize(0); // unlike clear(), keeps the capacity that the caller may have reserved
-    if (const FileFault fault = OpenToRead(&file))
+    if (FileFault fault = OpenToRead(&file))
         return fault;
     if (file.size() > maxBytes)
         return tooLarge;

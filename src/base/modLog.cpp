@@ -19,7 +19,7 @@ Q_LOGGING_CATEGORY(Trace, "kotoban.trace", QtWarningMsg)
 
 FileFault WriteText(const QString &path, QIODevice::OpenMode mode, const QString &text)
 {
-    if (const FileFault fault = WriteRefusal(path))
+    if (FileFault fault = WriteRefusal(path))
         return fault;
     QFile file(path);
     const QByteArray bytes = ToCodePage932(text);

@@ -170,7 +170,7 @@ TextRefusal StudyExport::Read(const QString &studyFilePath, ExportKind kind, con
     m_linesBefore = 0;
     m_blanksBefore = 0;
     m_undecodable = 0;
-    const TextRefusal refusal = m_parts.Read(studyFilePath, MaxLineBytes);
+    TextRefusal refusal = m_parts.Read(studyFilePath, MaxLineBytes);
     m_wanted.reset();
     if (!refusal && onlyHard)
         m_wanted = onlyHard->Find(GetFileTitle(studyFilePath), DisplayText(m_parts.AllLines()));

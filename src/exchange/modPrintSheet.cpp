@@ -317,7 +317,7 @@ std::vector<int> EditionB(const std::vector<bool> &hasBlank)
 
 TextRefusal PrintSheet::Read(const QString &studyFilePath, const QString &sheetPath, const SheetChoices &choices)
 {
-    const TextRefusal refusal = m_parts.Read(studyFilePath, MaxLineBytes);
+    TextRefusal refusal = m_parts.Read(studyFilePath, MaxLineBytes);
     m_choices = choices;
     GoBack();
     m_onlyBlanks.reset();

@@ -99,7 +99,7 @@ OldCopy JudgeOldCopy(const QByteArray &bytes, const QString &studyFilePath, cons
 FileFault WritePrintableCopy(const QByteArray &bytes, const QString &copyPath, OldCopy oldCopy)
 {
     if (oldCopy == OldCopy::Outdated)
-        if (const FileFault fault = CopyWholeFile(copyPath, KeptPath(copyPath)))
+        if (FileFault fault = CopyWholeFile(copyPath, KeptPath(copyPath)))
             return fault;
     return ReplaceFile(copyPath, bytes);
 }

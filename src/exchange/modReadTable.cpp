@@ -102,7 +102,7 @@ TableRefusal ReadTableBytes(const QByteArray &bytes, TableReading *reading, Tabl
 {
     *table = Table();
     TableSource source;
-    const TableRefusal refusal = source.Decode(bytes, reading->code);
+    TableRefusal refusal = source.Decode(bytes, reading->code);
     reading->code = source.Code();
     if (reading->separator.isEmpty())
         reading->separator = source.FoundSeparator();

@@ -328,7 +328,7 @@ FileFault ReplaceConverted(const QString &path, const QByteArray &before, const 
                            QString *backupPath)
 {
     QByteArray now;
-    if (const FileFault fault = ReadWholeFile(path, &now))
+    if (FileFault fault = ReadWholeFile(path, &now))
         return fault;
     if (now != before)
         return {path, u"ファイルがほかで変更されました。"_s};

@@ -36,7 +36,7 @@ QString TablePictures::NameOf(const QString &fileName)
     const auto known = m_names.constFind(fileName);
     if (known != m_names.constEnd())
         return *known;
-    const QString name = FindName(fileName);
+    QString name = FindName(fileName);
     m_names.insert(fileName, name);
     if (name.isEmpty() && ++m_missingCount <= MaxListed)
         m_firstMissing += fileName;

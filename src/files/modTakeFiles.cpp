@@ -39,7 +39,7 @@ FileFault Copy(const QString &path, const QString &target, OldFiles oldFiles, QS
     QByteArray bytes;
     if (oldFiles == OldFiles::Keep && QFileInfo(target).size() > MaxFileBytes)
         return {target, u"元のファイルが大きすぎるので，置き換えません。"_s};
-    if (const FileFault fault = ReadWholeFile(path, &bytes))
+    if (FileFault fault = ReadWholeFile(path, &bytes))
         return fault;
     return oldFiles == OldFiles::Keep ? ReplaceAndKeep(target, bytes, kept) : ReplaceFile(target, bytes);
 }

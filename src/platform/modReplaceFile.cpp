@@ -67,10 +67,10 @@ namespace {
 /// Replaces a file without syncing, as QSaveFile always does.
 FileFault ReplaceUnsynced(const QString &path, const QByteArray &bytes)
 {
-    if (const FileFault fault = WriteRefusal(path))
+    if (FileFault fault = WriteRefusal(path))
         return fault;
     QFile made(path + QStringLiteral(".new"));
-    if (const FileFault fault = WriteRefusal(made.fileName()))
+    if (FileFault fault = WriteRefusal(made.fileName()))
         return fault;
     if (!made.open(QIODevice::WriteOnly | QIODevice::Truncate))
         return FaultOf(made);
@@ -112,7 +112,7 @@ FileFault CopyWholeFile(const QString &source, const QString &target,
                         std::optional<QFileDevice::Permissions> permissions)
 {
     QFile in(source);
-    if (const FileFault fault = OpenToRead(&in))
+    if (FileFault fault = OpenToRead(&in))
         return fault;
     FileReplacement out(target, permissions);
     QByteArray piece = in.read(PieceBytes);
@@ -132,14 +132,14 @@ QString FreeBackupPath(const QString &path)
 FileFault ReplaceAndKeep(const QString &path, const QByteArray &bytes, QString *keptPath)
 {
     keptPath->clear();
-    if (const FileFault fault = WriteRefusal(path))
+    if (FileFault fault = WriteRefusal(path))
         return fault;
     if (QFileInfo::exists(path)) {
         *keptPath = FreeBackupPath(path);
-        if (const FileFault fault = CopyWholeFile(path, *keptPath))
+        if (FileFault fault = CopyWholeFile(path, *keptPath))
             return fault;
     }
-    const FileFault fault = ReplaceFile(path, bytes);
+    FileFault fault = ReplaceFile(path, bytes);
     if (fault && !keptPath->isEmpty())
         QFile::remove(*keptPath);
     return fault;

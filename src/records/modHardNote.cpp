@@ -128,7 +128,7 @@ void HardNote::AddLine(const QString &line, int lineInFile)
 
 FileFault HardNote::Write(const QString &path) const
 {
-    if (const FileFault tooLarge = SizeRefusal(path, m_bytes, MaxFileBytes))
+    if (FileFault tooLarge = SizeRefusal(path, m_bytes, MaxFileBytes))
         return tooLarge;
     return ReplaceFile(path, m_bytes);
 }

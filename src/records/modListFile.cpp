@@ -49,7 +49,7 @@ FileFault ReadList(const QString &path, QStringList *lines, qint64 maxBytes)
     QByteArray bytes;
     if (!QFileInfo::exists(path))
         return {};
-    if (const FileFault fault = ReadWholeFile(path, &bytes, maxBytes))
+    if (FileFault fault = ReadWholeFile(path, &bytes, maxBytes))
         return fault;
     // The program writes UTF-8, so only what cannot be that is guessed at: an editor may have saved Shift_JIS.
     const bool isUtf8 = bytes.isValidUtf8();
@@ -97,7 +97,7 @@ QString ListFile::Line(QStringList entry) const
 FileFault ListFile::Replace(const QStringList &begin, const QStringList &lines) const
 {
     QStringList kept;
-    if (const FileFault fault = ReadList(m_path, &kept, m_format.maxBytes))
+    if (FileFault fault = ReadList(m_path, &kept, m_format.maxBytes))
         return fault;
     kept.removeIf([this, start = StartOf(begin)](const QString &line) {
         return line.startsWith(start) && !Entry(line).isEmpty();
@@ -108,7 +108,7 @@ FileFault ListFile::Replace(const QStringList &begin, const QStringList &lines) 
 FileFault ListFile::Change(const QStringList &removed, const QStringList &added) const
 {
     QStringList kept;
-    if (const FileFault fault = ReadList(m_path, &kept, m_format.maxBytes))
+    if (FileFault fault = ReadList(m_path, &kept, m_format.maxBytes))
         return fault;
     const QSet<QString> unwanted(removed.begin(), removed.end());
     QSet<QString> present;
@@ -136,7 +136,7 @@ FileFault ListFile::Write(QStringList kept, const QStringList &added) const
         return true;
     });
     const QByteArray bytes = BytesOf(kept + added);
-    if (const FileFault tooLarge = SizeRefusal(m_path, bytes, m_format.maxBytes))
+    if (FileFault tooLarge = SizeRefusal(m_path, bytes, m_format.maxBytes))
         return tooLarge;
     return ReplaceFile(m_path, bytes);
 }

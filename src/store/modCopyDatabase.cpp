@@ -61,7 +61,7 @@ FileFault CopyAndFinish(const QString &source, const QString &copy)
         QFile::permissions(source) & ~(QFile::ReadUser | QFile::WriteUser | QFile::ExeUser);
     // From the beginning, so that nobody reads the copy of a private record; but SQLite must be able to write to it.
     const QFile::Permissions whileCopying = permissions | QFile::ReadOwner | QFile::WriteOwner;
-    if (const FileFault fault = CopyWholeFile(source, copy, whileCopying))
+    if (FileFault fault = CopyWholeFile(source, copy, whileCopying))
         return fault;
     bool isAlone = true;
     for (const QStringView ending : {JournalEnding, LogEnding}) {
@@ -69,7 +69,7 @@ FileFault CopyAndFinish(const QString &source, const QString &copy)
         if (!QFileInfo::exists(beside))
             continue;
         isAlone = false;
-        if (const FileFault fault = CopyWholeFile(beside, copy + ending, whileCopying))
+        if (FileFault fault = CopyWholeFile(beside, copy + ending, whileCopying))
             return fault;
     }
     const int result = isAlone ? SQLITE_OK : FinishWrites(copy);
@@ -115,7 +115,7 @@ FileFault NewDatabase::Finish()
 FileFault CopyDatabase(const QString &source, const QString &target)
 {
     NewDatabase copy(target);
-    if (const FileFault fault = CopyAndFinish(source, copy.Path()))
+    if (FileFault fault = CopyAndFinish(source, copy.Path()))
         return fault;
     return copy.Finish();
 }

@@ -176,9 +176,9 @@ QString FreeStudyPath(const QString &title)
 FileFault ReplaceAndKeepTwin(const QString &path, const QByteArray &bytes, QString *twinPath)
 {
     *twinPath = KeptTwinPath(path);
-    if (const FileFault fault = CopyWholeFile(path, *twinPath))
+    if (FileFault fault = CopyWholeFile(path, *twinPath))
         return fault;
-    const FileFault fault = ReplaceFile(path, bytes);
+    FileFault fault = ReplaceFile(path, bytes);
     if (fault)
         QFile::remove(*twinPath);
     return fault;

@@ -42,7 +42,7 @@ class StartTest : public testing::Test
     /// Makes a database as another program may have made it: with the table, if wanted, but without the index.
     QString MakeForeignDatabase(const QString &statement)
     {
-        const QString path = folder.Path(u"db/kotoban.splite3"_s);
+        QString path = folder.Path(u"db/kotoban.splite3"_s);
         StudyDatabase other(services);
         EXPECT_EQ(other.Open(path), 0);
         EXPECT_TRUE(other.SQLite3NonQuery(statement));
