@@ -191,7 +191,7 @@ bool SettingsFile::WriteFormSize(const QSize &sizePx, bool isMaximized) const
     if (!sizePx.isEmpty())
         entries = {{u"FormWidth"_s, QString::number(sizePx.width())},
                    {u"FormHeight"_s, QString::number(sizePx.height())}};
-    entries.push_back({u"FormMaximized"_s, BooleanText(isMaximized)});
+    entries.emplace_back(u"FormMaximized"_s, BooleanText(isMaximized));
     return WriteIni(entries);
 }
 

@@ -15,6 +15,7 @@ class BarControl
 {
   public:
     virtual ~BarControl() = default;
+    Q_DISABLE_COPY_MOVE(BarControl)
 
     /// Shows the letter of the control's shortcut in the place of its icon, as long as Alt is held.
     void ShowLetter(bool isShown);
@@ -30,8 +31,6 @@ class BarControl
 
   protected:
     BarControl(QAbstractButton *self, Icon icon);
-    BarControl(const BarControl &) = delete;
-    BarControl &operator=(const BarControl &) = delete;
 
     QSize Size() const;
     void Paint() const;

@@ -194,7 +194,7 @@ void PaintHardCorner(QPainter *painter, const QRect &line, const QString &number
                      const QColor &colour)
 {
     const int side = Ems(font, 0.6);
-    const double right = line.right() - font.horizontalAdvance(number) - IconGap(font) / 2;
+    const int right = line.right() - font.horizontalAdvance(number) - IconGap(font) / 2;
     const double top = line.center().y() - side / 2.0;
     QPainterPath corner(QPointF(right - side, top));
     corner.lineTo(right, top);
