@@ -315,6 +315,7 @@ void SaveMark(benchmark::State &state)
     const MarkList marks(folder.Path(u"ListMark.txt"_s), u"user"_s);
     const DisplayText text = LoadText(StudyFilePath(int(state.range(0))));
     std::vector<int> blanks;
+    blanks.reserve(count + 1);
     for (int mark = 0; mark < count; ++mark)
         blanks.push_back(1 + mark * (text.Blanks().Count() / count));
     for (auto step : Steps(state)) {
@@ -337,8 +338,10 @@ void MakeHardNote(benchmark::State &state)
     const MarkList marks(folder.Path(u"ListMark.txt"_s), u"user"_s);
     const QByteArray bytes = BytesOf(StudyFilePath(1'000));
     const DisplayText text = LoadText(StudyFilePath(1'000));
+    const int count = int(state.range(0)) / fileCount;
     std::vector<int> blanks;
-    for (int mark = 0; mark < state.range(0) / fileCount; ++mark)
+    blanks.reserve(count);
+    for (int mark = 0; mark < count; ++mark)
         blanks.push_back(1 + mark * text.Blanks().Count() * fileCount / int(state.range(0)));
     QStringList entries;
     QStringList paths;

@@ -34,10 +34,10 @@ void CheckMarkup(QByteArrayView html)
                    "</section>|</body>|</html>")
             .split('|');
     static const QByteArrayList entities = {"&lt;", "&gt;", "&amp;", "&quot;"};
-    for (qsizetype at = 0; at < html.size(); ++at) {
-        const auto beginsThere = [rest = html.sliced(at)](const QByteArray &known) { return rest.startsWith(known); };
-        Require(html[at] != '<' || std::ranges::any_of(tags, beginsThere));
-        Require(html[at] != '&' || std::ranges::any_of(entities, beginsThere));
+    for (QByteArrayView rest = html; !rest.isEmpty(); rest = rest.sliced(1)) {
+        const auto beginsRest = [rest](const QByteArray &known) { return rest.startsWith(known); };
+        Require(rest.front() != '<' || std::ranges::any_of(tags, beginsRest));
+        Require(rest.front() != '&' || std::ranges::any_of(entities, beginsRest));
     }
 }
 

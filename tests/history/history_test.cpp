@@ -99,6 +99,7 @@ TEST(HistoryBars, EachLengthOfSpan_HasItsBars)
     for (const auto &[name, weeks, seconds, names] : rows) {
         const std::vector<HistoryBar> bars = HistoryBars(HistoryOf(end, weeks, days));
         std::vector<int> barSeconds;
+        barSeconds.reserve(bars.size());
         for (const HistoryBar &bar : bars)
             barSeconds.push_back(int(bar.sum.seconds));
         EXPECT_EQ(barSeconds, seconds) << name;

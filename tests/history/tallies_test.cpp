@@ -16,7 +16,9 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-/// The record of a user with a session of 25 minutes and 9 answers on each of some days.
+constexpr int SessionSeconds = 25 * 60;
+
+/// The record of a user with a session of these seconds and 9 answers on each of some days.
 class TalliesTest : public testing::Test
 {
   protected:
@@ -29,7 +31,7 @@ class TalliesTest : public testing::Test
     void Add(const QDateTime &start, const QString &user, int answers = 9, const QString &file = u"a"_s)
     {
         DBInsRecKotoban(database, start, user, file);
-        services.now = start.addSecs(25 * 60);
+        services.now = start.addSecs(SessionSeconds);
         DBUpdRecKotoban(database, services, start, user, answers);
     }
 
@@ -147,7 +149,7 @@ TEST_F(TalliesTest, Streak_CountsOnlyAnsweredSessionsOfTheUserByTheirFirstDay)
     EXPECT_EQ(StudyStreak(Read(Today), Today), 1);
     Add(QDateTime(Today.addDays(-1), QTime(23, 50)), u"花子"_s); // until after midnight
     EXPECT_EQ(StudyStreak(Read(Today), Today), 4);
-    EXPECT_EQ(Read(Today).OnDay(Today.addDays(-1)), (StudySum{25 * 60, 9}));
+    EXPECT_EQ(Read(Today).OnDay(Today.addDays(-1)), (StudySum{SessionSeconds, 9}));
 }
 
 TEST_F(TalliesTest, StreakNotReadToItsEnd_IsUnknown)

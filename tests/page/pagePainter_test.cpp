@@ -263,7 +263,7 @@ TEST(PagePainter, SoftBoxes_StayInsideCellsAndShowWhatIsNext)
     for (const PageColours *const colours : {&SoftPage, &SoftDarkPage}) {
         PaintedPage page({u"[ああ][いい]"_s, u"[■■]"_s}, 1, 1, *colours);
         const PageLayout &layout = PaintedPage::Layout;
-        const auto cells = [&layout](int first, int end, int row) {
+        const auto cells = [](int first, int end, int row) {
             return QRect(layout.CellLeftPx(first), layout.RowTopPx(row), (end - first) * layout.cellWidthPx,
                          layout.linePitchPx);
         };

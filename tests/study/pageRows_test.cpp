@@ -49,7 +49,7 @@ QStringList LinesOfRows(const std::vector<int> &counts)
 {
     QStringList lines;
     for (const int count : counts)
-        lines += QString(5 * count, u'あ');
+        lines += QString(qsizetype(5) * count, u'あ');
     return lines;
 }
 

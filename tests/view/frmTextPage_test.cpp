@@ -421,7 +421,7 @@ TEST_F(StudyWindowTest, WhateverIsTold_NothingMoves)
         }
         return areas;
     };
-    const auto press = [this](Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::ControlModifier) {
+    const auto press = [](Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::ControlModifier) {
         QTest::keyClick(QApplication::focusWidget(), key, modifiers);
     };
     for (const int width : {1200, 800, 640, window->minimumWidth()}) {
@@ -523,7 +523,7 @@ TEST_F(StudyWindowTest, FirstOpening_TellsWhatToDo)
     };
     EXPECT_EQ(Label(u"lblNotice"), keys);
     EXPECT_EQ(open(2), u"空欄なし（［ ］は全角）"_s);
-    script.When(u"frmWrite"_s, [this](QWidget *writing) {
+    script.When(u"frmWrite"_s, [](QWidget *writing) {
         EXPECT_EQ(writing->findChild<QPlainTextEdit *>()->toPlainText(), u"[言葉]\n"_s);
         QTest::keyClick(writing->findChild<QPlainTextEdit *>(), Qt::Key_S, Qt::ControlModifier);
         QTest::keyClick(writing, Qt::Key_Escape);

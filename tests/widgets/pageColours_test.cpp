@@ -371,7 +371,7 @@ TEST(OutlinedStyle, LargerFont_IconsAndArrowsGrowWithItAndLeaveRoomForText)
         int right = image.width() - 9;
         while (right > image.width() / 2 && !isInk(right))
             --right;
-        EXPECT_NEAR(left, image.width() - 1 - right, characterPx / 3) << points;
+        EXPECT_NEAR(left, image.width() - 1 - right, characterPx / 3.0) << points;
         EXPECT_LT(left, image.width() / 2) << points;
     }
 }

@@ -366,7 +366,7 @@ TEST_F(WriteWindowTest, OtherEncodingOrTooLarge_IsAChangedTextOrRefused)
         EXPECT_TRUE(Find<QLabel>(u"lblUnsaved"_s)->isVisible());
     });
     EXPECT_EQ(Saved(), utf8);
-    path = folder.Write(u"txt/large.txt"_s, QByteArray(3 * 1024 * 1024, 'a'));
+    path = folder.Write(u"txt/large.txt"_s, QByteArray(MaxWriteBytes + 1, 'a'));
     script.Click(u"frmMsg"_s, u"cmdOK"_s);
     EXPECT_FALSE(window.Edit(path));
     EXPECT_TRUE(script.messages.last().contains(u"2"_s)) << script.messages.last().toStdString();
