@@ -32,11 +32,12 @@ constexpr CodeAndCharacter AllCodes[] = {
 #include "codePage932.inc"
 };
 
-/// The whole code page as two tables, so that converting a character is a single lookup.
+/// The whole code page as two tables, so that converting a character is a single lookup. The members have no
+/// initialisers: static memory is zero, and writing zeros would take 256 KB of it, half of which is never read.
 struct Tables
 {
-    std::array<char16_t, 0x10000> toUnicode{};  // by code, two bytes as lead * 256 + trail; 0 = undecodable
-    std::array<quint16, 0x10000> fromUnicode{}; // by UTF-16 unit; 0 = not in the code page (except U+0000 itself)
+    std::array<char16_t, 0x10000> toUnicode;  // by code, two bytes as lead * 256 + trail; 0 = undecodable
+    std::array<quint16, 0x10000> fromUnicode; // by UTF-16 unit; 0 = not in the code page (except U+0000 itself)
 
     Tables()
     {
