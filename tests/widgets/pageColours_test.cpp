@@ -28,6 +28,7 @@
 #include <QTest>
 #include <QVBoxLayout>
 
+#include <cmath>
 #include <gtest/gtest.h>
 
 using namespace Qt::Literals::StringLiterals;
@@ -148,6 +149,15 @@ TEST(Contrast, EveryDesktop_ReachesMinimum)
     }
     EXPECT_EQ(WithContrast(Qt::blue, Qt::white, Qt::black, ShapeContrast), QColor(Qt::blue))
         << "its contrast is already sufficient";
+}
+
+TEST(Contrast, EveryGrey_IsAsDefined)
+{
+    for (int value = 0; value < 256; ++value) {
+        const double channel = value / 255.0;
+        const double linear = channel <= 0.04045 ? channel / 12.92 : std::pow((channel + 0.055) / 1.055, 2.4);
+        EXPECT_NEAR(Contrast(QColor(value, value, value), Qt::black), (linear + 0.05) / 0.05, 1e-9) << value;
+    }
 }
 
 namespace {
