@@ -127,6 +127,7 @@ int main(int argc, char *argv[])
     const std::optional<QString> userName = AskForUser(services, msg, folder);
     if (!userName || endSignal.WasAsked())
         return 0;
+    CompleteDatabase(folder, services, database);
     // Only now: the font is looked up for the study window, and no other window is open.
     if (!HasPageFont())
         services.ShowMessage(u"日本語の等幅フォントが見つかりません。\r\n"_s + FontAdvice());

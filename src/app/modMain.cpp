@@ -119,14 +119,7 @@ bool OpenDatabase(const QString &applicationFolder, SystemServices &services, St
         WriteTrace(QString(u"Error Initializing SQLite:"_s + QString::number(result)));
         return false;
     }
-    if (!OpenOrReport(DatabasePath(applicationFolder), services, database))
-        return false;
-    if (database.LacksTable(u"t_kotoban"_s) && DBCreateKotoban(database))
-        services.ShowMessage(u"データベースに学習記録がありません。\r\n"
-                             u"学習記録を新しく始めます。以前の記録のコピーは次のフォルダにあります。\r\n  "_s +
-                             BackupFolder(applicationFolder));
-    DBIndexKotoban(database);
-    return true;
+    return OpenOrReport(DatabasePath(applicationFolder), services, database);
 }
 
 } // namespace
@@ -154,6 +147,15 @@ bool PrepareRun(const QString &applicationFolder, const InstanceMark &instance, 
     // The backup comes before opening the database: a file that this process has open must not be copied.
     return MakeFirstDatabase(applicationFolder, services) && BackUpOrReport(applicationFolder, services) &&
            OpenDatabase(applicationFolder, services, database);
+}
+
+void CompleteDatabase(const QString &applicationFolder, SystemServices &services, StudyDatabase &database)
+{
+    if (database.LacksTable(u"t_kotoban"_s) && DBCreateKotoban(database))
+        services.ShowMessage(u"データベースに学習記録がありません。\r\n"
+                             u"学習記録を新しく始めます。以前の記録のコピーは次のフォルダにあります。\r\n  "_s +
+                             BackupFolder(applicationFolder));
+    DBIndexKotoban(database);
 }
 
 QString MissingFolder(const QString &applicationFolder)

@@ -18,12 +18,15 @@ inline constexpr std::array<QStringView, 5> RequiredFolders{u"db", u"db_backup",
 /// Runs the steps before the first window, in this order, up to the first one that fails: single-instance check,
 /// application title, run log, required folders, pruning of the log folder, backup of the database, opening of the
 /// database. An application folder with neither a database nor a backup gets a new database before the backup; a file
-/// of 0 bytes counts as none. A database without its table gets one when it is opened, with a message, and one without
-/// its index gets that, without a message.
+/// of 0 bytes counts as none.
 /// @param instance  this process's lock on the application folder
 /// @return whether the program may continue; if not, the failed step has reported why
 [[nodiscard]] bool PrepareRun(const QString &applicationFolder, const InstanceMark &instance, const RunLog &log,
                               SystemServices &services, StudyDatabase &database);
+
+/// Gives an open database without its table one, with a message, and one without its index that, without a message. The
+/// first window does not need it and is not kept waiting for SQLite to read the file, which may also be locked.
+void CompleteDatabase(const QString &applicationFolder, SystemServices &services, StudyDatabase &database);
 
 /// Full path of the first of the required folders that does not exist; empty if all do.
 QString MissingFolder(const QString &applicationFolder);

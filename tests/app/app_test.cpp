@@ -36,7 +36,10 @@ class StartTest : public testing::Test
     bool Prepare()
     {
         const InstanceMark instance(folder.Path());
-        return PrepareRun(folder.Path(), instance, log, services, database);
+        const bool isPrepared = PrepareRun(folder.Path(), instance, log, services, database);
+        if (isPrepared)
+            CompleteDatabase(folder.Path(), services, database);
+        return isPrepared;
     }
 
     /// Makes a database as another program may have made it: with the table, if wanted, but without the index.

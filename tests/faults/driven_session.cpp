@@ -340,6 +340,7 @@ int main(int argc, char *argv[])
         login.Ask();
     }
     Say(u"user "_s + user);
+    CompleteDatabase(folder, services, database);
     InputGuard inputGuard;
     frmText study(services, database, log, msg, inputGuard,
                   {folder, JoinPath(folder, u"Kotoban.ini"_s), user,
