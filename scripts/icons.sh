@@ -14,6 +14,8 @@ for size in 16 20 24 32 40 48 64 128 256; do
     rsvg-convert -w "$size" -h "$size" kotoban.svg -o "kotoban-$size.png"
     optipng -quiet -strip all "kotoban-$size.png"
 done
-convert kotoban-64.png -depth 8 rgba:kotoban-64.rgba # that of the windows
+# That of the windows, as Qt paints it: with colours that are multiplied by their opacity.
+convert kotoban-64.png \( -clone 0 -background black -flatten \) \( -clone 0 -alpha extract \) -delete 0 \
+    -alpha off -compose copy-opacity -composite -depth 8 bgra:kotoban-64.bgra
 icotool --create --output=kotoban.ico kotoban-{16,20,24,32,40,48,64}.png --raw=kotoban-256.png
 say "created in assets/icon: $(echo kotoban-*.png kotoban.ico)"

@@ -62,9 +62,9 @@ void IgnoreOddScaling()
 QIcon WindowIcon()
 {
     constexpr int side = 64;
-    const QByteArray pixels = QResource(u":/kotoban.rgba"_s).uncompressedData();
-    const QImage image(reinterpret_cast<const uchar *>(pixels.constData()), side, side, QImage::Format_RGBA8888);
-    return QPixmap::fromImage(image);
+    const QByteArray pixels = QResource(u":/kotoban.bgra"_s).uncompressedData();
+    const auto *const bytes = reinterpret_cast<const uchar *>(pixels.constData());
+    return QPixmap::fromImage(QImage(bytes, side, side, QImage::Format_ARGB32_Premultiplied).copy());
 }
 
 /// Whether Qt can paint on the screen: on X11 it needs at least 15 bits per pixel and aborts the program otherwise.
