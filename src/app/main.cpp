@@ -7,7 +7,7 @@
 #include "base/modFile.h"
 #include "platform/QtSystemServices.h"
 #include "platform/modEndSignal.h"
-#include "platform/modFontAdvice.h"
+#include "platform/modFonts.h"
 #include "platform/modInputMethod.h"
 #include "records/modPlaceList.h"
 #include "view/frmText.h"
@@ -18,6 +18,7 @@
 #include "widgets/OutlinedStyle.h"
 #include "widgets/PageFont.h"
 #include "widgets/ScaleRepaint.h"
+#include "widgets/WindowFont.h"
 #include "widgets/frmMsg.h"
 
 #include <QApplication>
@@ -37,16 +38,6 @@
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
-
-/// The system's font with Japanese fallbacks, so that kanji have their Japanese shapes in every locale.
-QFont UserInterfaceFont()
-{
-    QFont font = QApplication::font();
-    QStringList families = font.families();
-    families += {u"Yu Gothic UI"_s, u"Meiryo"_s, u"Noto Sans CJK JP"_s, u"IPAPGothic"_s, u"IPAGothic"_s};
-    font.setFamilies(families);
-    return font;
-}
 
 /// Ignores a QT_SCALE_FACTOR with which nothing would be legible; Qt would accept any.
 void IgnoreOddScaling()
@@ -99,7 +90,7 @@ int main(int argc, char *argv[])
     }
     QGuiApplication::setDesktopFileName(u"org.kotoban.kotoban"_s); // some desktops find the icon by it
     OutlinedStyle::Install();
-    application.setFont(UserInterfaceFont());
+    application.setFont(WindowFont(QApplication::font()));
     InputGuard inputGuard;
     const DialogFocus dialogFocus;
     const CursorRest cursorRest;

@@ -1,10 +1,16 @@
 // SPDX-FileCopyrightText: 2026 The Kotoban developers
 // SPDX-License-Identifier: MIT
 
-#include "platform/modFontAdvice.h"
+#include "platform/modFonts.h"
 
 QString FontAdvice()
 {
     return QStringLiteral("パッケージ fonts-ipafont-gothic をインストールしてください。\r\n\r\n"
                           "No Japanese fixed-pitch font was found: please install the package fonts-ipafont-gothic.");
+}
+
+// The name in Qt's theme for desktops that it does not know; fontconfig chooses a font for it.
+bool IsNamedByDesktop(QStringView family)
+{
+    return family != u"Sans Serif";
 }
