@@ -276,17 +276,18 @@ def compare_lists():
 
 def compare_largest_lists():
     cpu_us, _ = timings("Large")
+    counts = step_instructions("FindInLargeMarkList|WriteLargePlaceList")
     for name, what in (("ShowLargeUserList", "the user selection with the largest user list"),
                        ("ShowLargeKeywordList", "the search with the largest keyword list"),
                        ("ReadLargeSettings", "reading the largest settings"),
                        ("FindInLargeMarkList", "the largest list of marks"),
                        ("CountInLargeMarkList", "counting its entries"),
                        ("WriteLargePlaceList", "adding a place to the largest list")):
-        row(f"{what} / with a tenth of it", ratios(cpu_us[f"{name}/10"], cpu_us[f"{name}/1"]),
-            None if name == "WriteLargePlaceList" else 15)
-    counts = step_instructions("WriteLargePlaceList")
-    counted_row("adding a place to the largest list / with a tenth of it",
-                counts["WriteLargePlaceList/10"] / counts["WriteLargePlaceList/1"], 15)
+        what += " / with a tenth of it"
+        is_counted = f"{name}/1" in counts
+        row(what, ratios(cpu_us[f"{name}/10"], cpu_us[f"{name}/1"]), None if is_counted else 15)
+        if is_counted:
+            counted_row(what, counts[f"{name}/10"] / counts[f"{name}/1"], 15)
 
 
 def compare_pictures():
