@@ -49,7 +49,8 @@ void IgnoreOddScaling()
         qunsetenv("QT_SCALE_FACTOR");
 }
 
-/// The icon, from its pixels: reading a picture file would load the plugins for all formats.
+/// The icon, from its pixels: reading a picture file would load the plugins for all formats. Their bytes are in the
+/// order of a little-endian machine.
 QIcon WindowIcon()
 {
     constexpr int side = 64;
@@ -122,6 +123,8 @@ int main(int argc, char *argv[])
     // Only now: the font is looked up for the study window, and no other window is open.
     if (!HasPageFont())
         services.ShowMessage(u"日本語の等幅フォントが見つかりません。\r\n"_s + FontAdvice());
+    if (endSignal.WasAsked()) // while one of these messages was open
+        return 0;
     frmText study(services, database, log, msg, inputGuard,
                   {folder, JoinPath(folder, baseName + u".ini"_s), *userName});
     QObject::connect(&study, &frmText::Ended, &application, [] { QApplication::exit(0); });
