@@ -32,26 +32,29 @@ constexpr CodeAndCharacter AllCodes[] = {
 #include "codePage932.inc"
 };
 
-/// The whole code page as two tables, so that converting a character is a single lookup. The members have no
-/// initialisers: static memory is zero, and writing zeros would take 256 KB of it, half of which is never read.
+/// The whole code page as two tables, so that converting a character is a single lookup.
 struct Tables
 {
     std::array<char16_t, 0x10000> toUnicode;  // by code, two bytes as lead * 256 + trail; 0 = undecodable
     std::array<quint16, 0x10000> fromUnicode; // by UTF-16 unit; 0 = not in the code page (except U+0000 itself)
-
-    Tables()
-    {
-        for (const auto &[code, character] : AllCodes) {
-            toUnicode[code] = character;
-            fromUnicode[character] = code;
-        }
-    }
 };
 
+const Tables &Fill(Tables &empty)
+{
+    for (const auto &[code, character] : AllCodes) {
+        empty.toUnicode[code] = character;
+        empty.fromUnicode[character] = code;
+    }
+    return empty;
+}
+
+/// The tables are zero from the start. A constructor would write these zeros, and so take 256 KB of memory, half of
+/// which is never read.
 const Tables &CodePage()
 {
-    static const Tables tables;
-    return tables;
+    static constinit Tables tables{};
+    static const Tables &filled = Fill(tables);
+    return filled;
 }
 
 } // namespace
