@@ -6,7 +6,7 @@
 
 #include <QFont>
 
-/// The desktop's font with a Japanese family after its own, so that kanji have their Japanese shapes in every locale. A
-/// family that has Japanese characters is the only one, and so is the Japanese one if the desktop names none: of a font
-/// with several families Qt looks up all for each script, and asks the system for further ones at once.
+/// The desktop's font. Unless its family has Japanese characters, a Japanese one is added, so that kanji have their
+/// Japanese shapes in every locale; if the desktop names no family, the Japanese one is the only one. One is enough
+/// where it has all characters, and of a font with several Qt looks up all of them for each script.
 QFont WindowFont(const QFont &desktop);

@@ -9,8 +9,8 @@ QString FontAdvice()
                           "No Japanese fixed-pitch font was found: please install the package fonts-ipafont-gothic.");
 }
 
-// The name in Qt's theme for desktops that it does not know; fontconfig chooses a font for it.
+// Names in Qt's and GTK's themes for which fontconfig chooses a font.
 bool IsNamedByDesktop(QStringView family)
 {
-    return family != u"Sans Serif";
+    return family != u"Sans Serif" && family != u"Sans";
 }
