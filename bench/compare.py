@@ -326,8 +326,8 @@ def compare_history(weeks, refreshes):
 
 
 def start_instructions(env, *command):
-    """Instructions of a program until its first window is painted and it waits for input: the least of three runs, since
-    a cursor may blink before one is ended."""
+    """Instructions of a program until its first window is painted and it waits for input; the median of three runs, since
+    one may be ended early, or after a cursor has blinked."""
     def run_once():
         def used():
             return sum(map(int, Path(f"/proc/{process.pid}/stat").read_text().rpartition(")")[2].split()[11:13]))
@@ -335,16 +335,17 @@ def start_instructions(env, *command):
         with scratch() as folder:
             process = subprocess.Popen([*callgrind(folder), *map(str, command)], env=env, stdout=subprocess.DEVNULL,
                                        stderr=subprocess.DEVNULL)
+            ticks = os.sysconf("SC_CLK_TCK")
             before = quiet = 0
-            while quiet < 4: # tenths of a second
+            while quiet < 5: # tenths of a second
                 time.sleep(0.1)
-                quiet = quiet + 1 if used() - before <= 1 else 0
+                quiet = quiet + 1 if used() - before <= ticks / 100 else 0
                 before = used()
-            process.send_signal(signal.SIGUSR1) # which neither handles
+            process.send_signal(signal.SIGUSR1) # which none of them handles
             process.wait()
             return total(Path(folder) / "out")
 
-    return min(run_once() for _ in range(3))
+    return statistics.median(run_once() for _ in range(3))
 
 
 def compare_start():

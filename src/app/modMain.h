@@ -24,8 +24,8 @@ inline constexpr std::array<QStringView, 5> RequiredFolders{u"db", u"db_backup",
 [[nodiscard]] bool PrepareRun(const QString &applicationFolder, const InstanceMark &instance, const RunLog &log,
                               SystemServices &services, StudyDatabase &database);
 
-/// Gives an open database without its table one, with a message, and one without its index that, without a message. The
-/// first window does not need it and is not kept waiting for SQLite to read the file, which may also be locked.
+/// Gives an open database without its table one, with a message, and one without its index that, without a message. As
+/// SQLite reads the file for that, it comes after the first window, which needs neither.
 void CompleteDatabase(const QString &applicationFolder, SystemServices &services, StudyDatabase &database);
 
 /// Full path of the first of the required folders that does not exist; empty if all do.

@@ -178,6 +178,14 @@ TEST_F(StartTest, LostDatabase_IsReportedAndNotRecreated)
 TEST_F(StartTest, DatabaseWithoutTable_GetsOneWithSingleMessage)
 {
     MakeForeignDatabase(u"create table other (a)"_s);
+    const QByteArray before = folder.Read(u"db/kotoban.splite3"_s);
+    {
+        const InstanceMark instance(folder.Path());
+        EXPECT_TRUE(PrepareRun(folder.Path(), instance, log, services, database));
+        database.Close();
+    }
+    EXPECT_TRUE(services.messages.isEmpty()) << "nothing is told before the first window";
+    EXPECT_EQ(folder.Read(u"db/kotoban.splite3"_s), before);
     EXPECT_TRUE(Prepare());
     const QStringList messages = services.TakeMessages();
     ASSERT_EQ(messages.size(), 1);
