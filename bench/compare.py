@@ -14,6 +14,7 @@ With --quick there are three rounds of the rows that a change is most likely to 
 
 import json
 import os
+import platform
 import re
 import shutil
 import signal
@@ -326,8 +327,8 @@ def compare_history(weeks, refreshes):
 
 
 def start_instructions(env, *command):
-    """Instructions of a program until its first window is painted and it waits for input; the median of three runs, since
-    one may be ended early, or after a cursor has blinked."""
+    """Instructions of a program until its first window is painted and it waits for input. Without --quick the median of
+    three runs, since one may be ended early, or after a cursor has blinked."""
     def run_once():
         def used():
             return sum(map(int, Path(f"/proc/{process.pid}/stat").read_text().rpartition(")")[2].split()[11:13]))
@@ -345,7 +346,7 @@ def start_instructions(env, *command):
             process.wait()
             return total(Path(folder) / "out")
 
-    return statistics.median(run_once() for _ in range(3))
+    return statistics.median(run_once() for _ in range(1 if QUICK else 3))
 
 
 def compare_start():
@@ -393,6 +394,15 @@ def compare_size():
         row("size of the executable, stripped / 1 MiB", [stripped.stat().st_size / 2**20], 1.25)
 
 
+def machine():
+    """What a table has to name, so that tables of several machines can be compared."""
+    processor = dict(re.findall(r"^(\S.*?)\s*: (.*)$", Path("/proc/cpuinfo").read_text(), re.M))
+    name = processor.get("model name", platform.machine())
+    family = [f"{key} {processor[key]}" for key in ("cpu family", "model") if key in processor]
+    system = platform.freedesktop_os_release()["PRETTY_NAME"]
+    return ", ".join([name, *family, f"{os.cpu_count()} cores", system])
+
+
 print("| what | ratio | spread | at most |")
 print("| --- | ---: | ---: | ---: |")
 compare_loading()
@@ -412,3 +422,4 @@ if not QUICK:
     compare_history(9999, 1)
 compare_start()
 compare_size()
+print(f"\nMeasured on {machine()}, {time.strftime('%Y-%m-%d')}.")
