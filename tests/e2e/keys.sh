@@ -2,8 +2,8 @@
 # SPDX-FileCopyrightText: 2026 The Kotoban developers
 # SPDX-License-Identifier: MIT
 
-# Types ahead, holds Enter down and presses Esc in the built program, on a small screen with a panel on the left; then
-# starts it with a font more than twice as large.
+# Types ahead, holds Enter down and presses Esc in the built program, on a small screen with a panel on the left, and
+# answers or ends its messages; then starts it with a font more than twice as large.
 #
 #     keys.sh APPLICATION_FOLDER
 set -euo pipefail
@@ -125,6 +125,19 @@ xdotool key Return
 wait_for "the page" is_focused "$study"
 end
 rm "$application/txt/'.txt"
+
+# A logout ends the program while a message stands between the user selection and the study window, here that the table
+# of sessions is missing.
+mv "$application/db/kotoban.splite3" "$work/sessions"
+sqlite3 "$application/db/kotoban.splite3" 'create table other(a)'
+start_program "$application"
+wait_for "the user selection" is_focused 'ログイン画面$'
+xdotool type hanako
+xdotool key Return
+wait_for "the message" is_focused '^瞬記帳$'
+kill -TERM "$program"
+wait_for_end 0
+mv "$work/sessions" "$application/db/kotoban.splite3"
 
 # A desktop without a browser says so only by the status of the program that opens one. What does start goes on when
 # the program has ended.
