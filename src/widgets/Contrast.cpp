@@ -10,7 +10,7 @@
 
 namespace {
 
-/// For values from 0.05 to 1. By the compiler, since std::pow takes more of the start than all other calculations.
+/// For values from 0.05 to 1. Calculated by the compiler, so that no start has to.
 constexpr double ToThePower2_4(double value)
 {
     const double square = value * value;

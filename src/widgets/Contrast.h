@@ -12,7 +12,7 @@ class QPalette;
 constexpr double TextContrast = 4.5; ///< minimum for text
 constexpr double ShapeContrast = 3;  ///< minimum for lines and areas that carry meaning
 
-/// Contrast between two opaque colours, in either order.
+/// Contrast between two opaque colours, in either order, by the upper 8 bits of their channels, as they are painted.
 double Contrast(const QColor &one, const QColor &other);
 
 /// Whether the first of two colours has the lower luminance.
