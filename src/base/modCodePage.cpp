@@ -3,6 +3,7 @@
 
 #include "base/modCodePage.h"
 
+#include <algorithm>
 #include <array>
 
 namespace {
@@ -10,11 +11,6 @@ namespace {
 constexpr quint8 FirstTrail = 0x40;
 constexpr quint8 LastTrail = 0xFC;
 constexpr char16_t Undecodable = QChar::ReplacementCharacter;
-
-bool IsLead(quint8 byte)
-{
-    return (byte >= 0x81 && byte <= 0x9F) || (byte >= 0xE0 && byte <= 0xFC);
-}
 
 bool IsTrail(quint8 byte)
 {
@@ -32,50 +28,82 @@ constexpr CodeAndCharacter AllCodes[] = {
 #include "codePage932.inc"
 };
 
-/// The whole code page as two tables, so that converting a character is a single lookup.
-struct Tables
-{
-    std::array<char16_t, 0x10000> toUnicode;  // by code, two bytes as lead * 256 + trail; 0 = undecodable
-    std::array<quint16, 0x10000> fromUnicode; // by UTF-16 unit; 0 = not in the code page (except U+0000 itself)
-};
+constexpr size_t LeadCount = 60;
 
-const Tables &Fill(Tables &empty)
+/// The number of a lead byte: from 0 for 0x81 to 0x9F, then for 0xE0 to 0xFC. At least LeadCount for any other byte.
+constexpr size_t LeadNumber(quint8 byte)
 {
-    for (const auto &[code, character] : AllCodes) {
-        empty.toUnicode[code] = character;
-        empty.fromUnicode[character] = code;
-    }
-    return empty;
+    return quint8((byte ^ 0xA0) - 0x21);
 }
 
-/// The tables are zero from the start. A constructor would write these zeros, and so take 256 KB of memory, half of
-/// which is never read.
-const Tables &CodePage()
+// The compiler computes the tables, so that only those pages of them are in memory that some text has needed.
+
+template <typename Entry>
+using Row = std::array<Entry, 0x100>;
+
+/// The characters of the two-byte codes, by number of the lead byte and by trail byte; 0 = none.
+constexpr auto CharactersOfPairs = [] {
+    std::array<Row<char16_t>, LeadCount> rows{};
+    for (const auto &[code, character] : AllCodes)
+        if (code > 0xFF)
+            rows[LeadNumber(quint8(code >> 8))][code & 0xFF] = character;
+    return rows;
+}();
+
+/// The characters of the single bytes; 0 = none.
+constexpr auto CharactersOfBytes = [] {
+    Row<char16_t> row{};
+    for (const auto &[code, character] : AllCodes)
+        if (code <= 0xFF)
+            row[code] = character;
+    return row;
+}();
+
+/// The rows of the codes, by the upper byte of a UTF-16 unit; 0, which is a row of zeros, if none has a code.
+constexpr auto RowsOfCodes = [] {
+    Row<quint8> numbers{};
+    for (const CodeAndCharacter &line : AllCodes)
+        numbers[line.character >> 8] = 1;
+    quint8 last = 0;
+    for (quint8 &number : numbers)
+        number = number ? ++last : 0;
+    return numbers;
+}();
+
+/// The codes, two bytes as lead * 256 + trail, by row and by the lower byte of a UTF-16 unit; 0 = none, or that of
+/// U+0000.
+constexpr auto Codes = [] {
+    std::array<Row<quint16>, 1 + *std::max_element(RowsOfCodes.begin(), RowsOfCodes.end())> rows{};
+    for (const auto &[code, character] : AllCodes)
+        rows[RowsOfCodes[character >> 8]][character & 0xFF] = code;
+    return rows;
+}();
+
+quint16 CodeOf(QChar character)
 {
-    static constinit Tables tables{};
-    static const Tables &filled = Fill(tables);
-    return filled;
+    return Codes[RowsOfCodes[character.row()]][character.cell()];
 }
 
 } // namespace
 
 DecodedUpTo DecodeAboveAscii(const char *at, const char *end, char16_t *out)
 {
-    const Tables &tables = CodePage();
     const auto *in = reinterpret_cast<const quint8 *>(at);
     const auto *const stop = reinterpret_cast<const quint8 *>(end);
     while (in < stop && *in >= 0x80) {
         const quint8 byte = *in++;
+        const size_t lead = LeadNumber(byte);
+        const bool beginsPair = lead < LeadCount && in < stop;
         // An invalid trail byte needs no check of its own: the table has no entry for the pair.
-        const char16_t pair = in < stop ? tables.toUnicode[size_t(byte << 8 | *in)] : u'\0';
+        const char16_t pair = beginsPair ? CharactersOfPairs[lead][*in] : u'\0';
         if (pair != 0) {
             *out++ = pair;
             ++in;
             continue;
         }
-        const char16_t single = tables.toUnicode[byte];
+        const char16_t single = CharactersOfBytes[byte];
         *out++ = single ? single : Undecodable;
-        if (IsLead(byte) && in < stop && IsTrail(*in)) {
+        if (beginsPair && IsTrail(*in)) {
             *out++ = Undecodable;
             ++in;
         }
@@ -100,11 +128,10 @@ QString FromCodePage932(QByteArrayView bytes)
 
 QByteArray ToCodePage932(QStringView text)
 {
-    const Tables &tables = CodePage();
     QByteArray bytes;
     bytes.reserve(text.size() * 2);
     for (qsizetype i = 0; i < text.size(); ++i) {
-        const quint16 code = tables.fromUnicode[text[i].unicode()];
+        const quint16 code = CodeOf(text[i]);
         if (code > 0xFF)
             bytes += char(code >> 8);
         if (code != 0 || text[i].isNull())
@@ -144,10 +171,9 @@ QStringList CharactersLost(QStringView text)
 
 qsizetype GetByteLength(QStringView text)
 {
-    const Tables &tables = CodePage();
     qsizetype length = 0;
     for (qsizetype i = 0; i < text.size(); ++i) {
-        length += tables.fromUnicode[text[i].unicode()] > 0xFF ? 2 : 1;
+        length += CodeOf(text[i]) > 0xFF ? 2 : 1;
         if (text[i].isHighSurrogate() && i + 1 < text.size() && text[i + 1].isLowSurrogate())
             ++i;
     }
@@ -156,10 +182,10 @@ qsizetype GetByteLength(QStringView text)
 
 bool IsInCodePage932(QChar character)
 {
-    return character.isNull() || CodePage().fromUnicode[character.unicode()] != 0;
+    return character.isNull() || CodeOf(character) != 0;
 }
 
 bool IsDoubleByte(QChar character)
 {
-    return CodePage().fromUnicode[character.unicode()] > 0xFF;
+    return CodeOf(character) > 0xFF;
 }
