@@ -16,6 +16,7 @@
 #include <QFocusFrame>
 #include <QLineEdit>
 #include <QPainter>
+#include <QPainterPath>
 #include <QPushButton>
 #include <QScrollArea>
 #include <QScrollBar>
@@ -46,11 +47,19 @@ int OutlineWidth(const QStyleOption &option)
 void DrawOutline(QPainter *painter, const QRect &rect, const QPen &pen, double radius, const QBrush &fill = Qt::NoBrush)
 {
     const double half = pen.widthF() / 2;
+    const auto rounded = [&](double inset) {
+        QPainterPath path;
+        const double corner = qMax(0.0, radius + half - inset);
+        path.addRoundedRect(QRectF(rect).adjusted(inset, inset, -inset, -inset), corner, corner);
+        return path;
+    };
+    QPainterPath ring = rounded(0);
+    if (qMin(rect.width(), rect.height()) > 2 * pen.widthF())
+        ring.addPath(rounded(pen.widthF()));
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing);
-    painter->setPen(pen);
-    painter->setBrush(fill);
-    painter->drawRoundedRect(QRectF(rect).adjusted(half, half, -half, -half), radius, radius);
+    painter->fillPath(rounded(half), fill);
+    painter->fillPath(ring, pen.brush());
     painter->restore();
 }
 
