@@ -9,7 +9,7 @@
 #include "store/modCopyDatabase.h"
 #include "store/modDB_SQLite.h"
 
-#include <QDir>
+#include <QDirIterator>
 #include <QFile>
 #include <QSysInfo>
 
@@ -24,11 +24,14 @@ constexpr int KeptBackups = 20;
 
 constexpr QStringView DatabaseName = u"kotoban.splite3";
 
-/// All files in a folder. No name filters: Qt matches them with regular expressions, whose library start-up does not
-/// need otherwise.
-QStringList FileNames(const QString &folder)
+/// The entries of a folder, by default its files. No name filters, not even the "*" of QDir: Qt matches them with
+/// regular expressions, whose library start-up does not need otherwise.
+QStringList EntryNames(const QString &folder, QDir::Filters filters = QDir::Files | QDir::Hidden)
 {
-    return QDir(folder).entryList(QDir::Files | QDir::Hidden, QDir::NoSort);
+    QStringList names;
+    for (QDirIterator entries(folder, filters); entries.hasNext();)
+        names += entries.nextFileInfo().fileName();
+    return names;
 }
 
 bool StartRunLog(const RunLog &log, SystemServices &services)
@@ -76,8 +79,7 @@ bool OpenOrReport(const QString &path, SystemServices &services, StudyDatabase &
 /// Whether a folder has a backup under its final name. A link counts even if it leads nowhere: there was one.
 bool HasBackup(const QString &folder)
 {
-    const auto anything = QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden | QDir::System;
-    const QStringList names = QDir(folder).entryList(anything, QDir::NoSort);
+    const QStringList names = EntryNames(folder, QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden | QDir::System);
     return std::any_of(names.begin(), names.end(),
                        [](const QString &name) { return name.endsWith(u".splite3", Qt::CaseInsensitive); });
 }
@@ -205,7 +207,7 @@ void KillOldFiles(const QString &folder, const QString &prefix, const QString &e
 {
     const QString ending = u'.' + extension;
     QStringList names;
-    for (const QString &name : FileNames(folder))
+    for (const QString &name : EntryNames(folder))
         if (name.startsWith(prefix, Qt::CaseInsensitive) &&
             name.mid(prefix.size()).endsWith(ending, Qt::CaseInsensitive))
             names += name;
@@ -216,6 +218,6 @@ void KillOldFiles(const QString &folder, const QString &prefix, const QString &e
 
 bool ExistsFileOfDay(const QString &folder, const QString &dayMark)
 {
-    const QStringList names = FileNames(folder);
+    const QStringList names = EntryNames(folder);
     return std::any_of(names.begin(), names.end(), [&](const QString &name) { return name.contains(dayMark); });
 }

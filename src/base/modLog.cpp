@@ -23,7 +23,7 @@ FileFault WriteText(const QString &path, QIODevice::OpenMode mode, const QString
         return fault;
     QFile file(path);
     const QByteArray bytes = ToCodePage932(text);
-    const bool isWritten = file.open(mode) && file.write(bytes) == bytes.size() && file.flush();
+    const bool isWritten = file.open(mode | QIODevice::Unbuffered) && file.write(bytes) == bytes.size();
     return isWritten ? FileFault() : FaultOf(file);
 }
 
