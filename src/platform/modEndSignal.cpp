@@ -3,12 +3,11 @@
 
 #include "platform/modEndSignal.h"
 
-#include <cstdlib>
 #include <utility>
 
 namespace {
 
-// Global, because an atexit handler takes no argument.
+// Global, because a destructor takes no argument.
 EndSignal *g_living = nullptr;
 
 } // namespace
@@ -16,7 +15,16 @@ EndSignal *g_living = nullptr;
 EndSignal::EndSignal()
 {
     g_living = this;
-    std::atexit(RunExitHook);
+    // Not std::atexit: on Linux that is a function of its own at the very end of the program, the only one of those
+    // pages that the start needs.
+    struct ExitHandler
+    {
+        ~ExitHandler()
+        {
+            RunExitHook();
+        }
+    };
+    static const ExitHandler atExit;
     m_handling = HandleSignals();
 }
 
