@@ -54,9 +54,8 @@ void IgnoreOddScaling()
 QIcon WindowIcon()
 {
     constexpr int side = 64;
-    const QByteArray pixels = QResource(u":/kotoban.bgra"_s).uncompressedData();
-    const auto *const bytes = reinterpret_cast<const uchar *>(pixels.constData());
-    return QPixmap::fromImage(QImage(bytes, side, side, QImage::Format_ARGB32_Premultiplied).copy());
+    const uchar *const bytes = QResource(u":/kotoban.bgra"_s).data(); // part of the program, so it stays
+    return QPixmap::fromImage(QImage(bytes, side, side, QImage::Format_ARGB32_Premultiplied));
 }
 
 /// Whether Qt can paint on the screen: on X11 it needs at least 15 bits per pixel and aborts the program otherwise.
