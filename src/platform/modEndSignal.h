@@ -36,7 +36,7 @@ class EndSignal : public QObject
   private:
     static void RunExitHook();
 
-    /// Begins to handle signals, and the loss of a display after which no handler of the exit runs.
+    /// Begins to handle signals, and the loss of a display after which no exit handler runs.
     /// @return what ends that when it is destroyed; null where requests are no signals
     std::shared_ptr<void> HandleSignals();
 

@@ -57,7 +57,7 @@ std::shared_ptr<void> EndSignal::HandleSignals()
     });
     SetHandler(Handle);
     // When the compositor is gone, Qt's Wayland client says only this, in any of its threads, and then calls _exit(),
-    // after which no handler of the exit runs.
+    // after which no exit handler runs.
     g_otherHandler = qInstallMessageHandler(nullptr); // before another thread needs it
     qInstallMessageHandler([](QtMsgType type, const QMessageLogContext &context, const QString &text) {
         if (text.startsWith(u"The Wayland connection ")) {
